@@ -1,0 +1,68 @@
+# The few kinds of targets that the project has, each with the same warnings, sanitizers and include root.
+#
+#   mirelo_room(file...)                                 sources of a subsystem room, part of the library mirelo
+#   mirelo_library(NAME SOURCES file... [LINK target...])   values, ports or an adapter: static, named mirelo_NAME
+#   mirelo_program(NAME SOURCES file... [LINK target...])   an executable in bin/
+#   mirelo_test(NAME SOURCES file... [LINK target...])      a GoogleTest program whose cases CTest runs one by one
+#   mirelo_bench(NAME SOURCES file... [LINK target...])     a Google Benchmark program
+#   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program
+
+find_program(MIRELO_CCACHE ccache)
+if(MIRELO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${MIRELO_CCACHE})
+endif()
+
+add_library(mirelo_options INTERFACE)
+target_include_directories(mirelo_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(mirelo_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror=return-type)
+if(MIRELO_SANITIZE)
+  target_compile_options(mirelo_options INTERFACE
+    -fsanitize=${MIRELO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+  target_link_options(mirelo_options INTERFACE -fsanitize=${MIRELO_SANITIZE})
+endif()
+
+# The system itself: the subsystem rooms know each other both ways, so they are one library.
+add_library(mirelo STATIC)
+target_link_libraries(mirelo PUBLIC mirelo_options mirelo_host mirelo_automation)
+
+function(mirelo_room)
+  foreach(source IN LISTS ARGN)
+    target_sources(mirelo PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${source})
+  endforeach()
+endfunction()
+
+function(mirelo_library NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(mirelo_${NAME} STATIC ${ARG_SOURCES})
+  target_link_libraries(mirelo_${NAME} PUBLIC mirelo_options ${ARG_LINK})
+endfunction()
+
+function(mirelo_program NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${NAME} ${ARG_SOURCES})
+  target_link_libraries(${NAME} PRIVATE mirelo_options ${ARG_LINK})
+endfunction()
+
+function(mirelo_test NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(test_${NAME} ${ARG_SOURCES})
+  target_include_directories(test_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(test_${NAME} PRIVATE mirelo_options ${ARG_LINK} GTest::gmock_main)
+  gtest_discover_tests(test_${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()
+
+function(mirelo_bench NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(bench_${NAME} ${ARG_SOURCES})
+  target_include_directories(bench_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(bench_${NAME} PRIVATE mirelo_options ${ARG_LINK} benchmark::benchmark)
+endfunction()
+
+function(mirelo_fuzz NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(fuzz_${NAME} ${ARG_SOURCES})
+  target_include_directories(fuzz_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_compile_options(fuzz_${NAME} PRIVATE -fsanitize=fuzzer)
+  target_link_options(fuzz_${NAME} PRIVATE -fsanitize=fuzzer)
+  target_link_libraries(fuzz_${NAME} PRIVATE mirelo_options ${ARG_LINK})
+endfunction()

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+
+namespace mirelo {
+
+// A failure of the automation run time or of one of the system's classes: a number, a text for people and the
+// dotted name of the part that raised it. Clients of the public interface see exactly these three.
+class RuntimeError : public std::exception {
+ public:
+  // `number` is the signed 32-bit error number. Small positive numbers are those of the automation run time
+  // (see Errors below); numbers from 0x80040000 up are raised by classes of this system.
+  RuntimeError(std::int32_t number, std::string description, std::string source = "Mirelo");
+
+  std::int32_t Number() const noexcept { return number_; }
+  const std::string& Description() const noexcept { return description_; }
+  const std::string& Source() const noexcept { return source_; }
+
+  // The description, for code that knows only std::exception.
+  const char* what() const noexcept override { return description_.c_str(); }
+
+ private:
+  std::int32_t number_;
+  std::string description_;
+  std::string source_;
+};
+
+// Turns the bit pattern in which component errors are written (0x8004427D) into the signed number they carry.
+constexpr std::int32_t ErrorNumber(std::uint32_t bits) { return static_cast<std::int32_t>(bits); }
+
+// What is in flight inside a catch block, as a RuntimeError: itself when it is one, number 7 for exhausted
+// memory, number 440 with the exception's text for anything else.
+RuntimeError CurrentError();
+
+// The errors of the automation run time, by their standard numbers and texts.
+namespace Errors {
+RuntimeError InvalidProcedureCall();  // 5
+RuntimeError Overflow();              // 6
+RuntimeError OutOfMemory();           // 7
+RuntimeError SubscriptOutOfRange();   // 9
+RuntimeError DivisionByZero();        // 11
+RuntimeError TypeMismatch();          // 13
+RuntimeError FileNotFound();          // 53
+RuntimeError PathFileAccess();        // 75
+RuntimeError ObjectNotSet();          // 91
+RuntimeError ObjectRequired();        // 424
+RuntimeError KeyAlreadyUsed();        // 457
+}  // namespace Errors
+
+}  // namespace mirelo

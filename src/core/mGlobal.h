@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+namespace mirelo {
+
+class CAppSettings;
+class CErrorHandler;
+class cQTStreaming;
+
+// What is global to the loaded library. The facade's construction creates the two service objects and its destruction
+// releases them, so one live cMirelo at a time is the supported arrangement; a second one replaces both.
+namespace mGlobal {
+
+// Error 91 while no facade lives.
+CErrorHandler& ErrorHandler();
+CAppSettings& AppSettings();
+
+void SetErrorHandler(std::unique_ptr<CErrorHandler> handler);
+void SetAppSettings(std::unique_ptr<CAppSettings> settings);
+
+// The index of the spreadsheet's palette for a colour value (red in the low byte): an exact match of 40 colours,
+// -4142 (no colour) for every other value.
+std::int32_t GetColorIndex(std::int32_t color);
+
+// The stream object that the 100 ms timer calls; null clears it. One per process.
+void SetStreamingObject(cQTStreaming* object);
+
+}  // namespace mGlobal
+}  // namespace mirelo
