@@ -24,8 +24,9 @@ void SetAppSettings(std::unique_ptr<CAppSettings> settings);
 // -4142 (no colour) for every other value.
 std::int32_t GetColorIndex(std::int32_t color);
 
-// The stream object that the 100 ms timer calls; null clears it. One per process.
-void SetStreamingObject(cQTStreaming* object);
+// The stream object that the 100 ms timer calls, kept alive by this reference; null lets go of it. One per process.
+void SetStreamingObject(std::shared_ptr<cQTStreaming> object);
+std::shared_ptr<cQTStreaming> StreamingObject();
 
 }  // namespace mGlobal
 }  // namespace mirelo
