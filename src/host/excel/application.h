@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <string_view>
+
 #include "automation/variant.h"
 
 namespace mirelo::host::excel {
@@ -13,6 +16,11 @@ class Application : public Object {
 
   // Null when no workbook is open.
   virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
+
+  // Whether what is written shows at once. True at the start; off, it only saves work, the values are the
+  // same.
+  virtual bool ScreenUpdating() = 0;
+  virtual void ScreenUpdating(bool on) = 0;
 };
 
 }  // namespace mirelo::host::excel

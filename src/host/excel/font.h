@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "automation/variant.h"
+
+namespace mirelo::host::excel {
+
+// The letters of a range's cells. Properties give an empty variant where the cells differ.
+class Font : public Object {
+ public:
+  std::string_view TypeName() const override { return "Font"; }
+
+  virtual Variant Bold() = 0;
+  virtual void Bold(bool bold) = 0;
+
+  // 1 to 56 of the palette, or xlColorIndexAutomatic; error 1004 otherwise, but xlColorIndexNone and 0 are
+  // taken as automatic. A colour outside the palette reads as the nearest of it.
+  virtual Variant ColorIndex() = 0;
+  virtual void ColorIndex(std::int32_t index) = 0;
+};
+
+}  // namespace mirelo::host::excel

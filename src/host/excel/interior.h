@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "automation/variant.h"
+
+namespace mirelo::host::excel {
+
+// The ground of a range's cells. Properties give an empty variant where the cells differ.
+class Interior : public Object {
+ public:
+  std::string_view TypeName() const override { return "Interior"; }
+
+  // 1 to 56 of the palette, or xlColorIndexNone; error 1004 otherwise, but xlColorIndexAutomatic and 0 are
+  // taken as no fill. A colour outside the palette reads as the nearest of it.
+  virtual Variant ColorIndex() = 0;
+  virtual void ColorIndex(std::int32_t index) = 0;
+};
+
+}  // namespace mirelo::host::excel

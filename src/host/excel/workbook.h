@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "automation/variant.h"
+
+namespace mirelo::host::excel {
+
+class Worksheet;
+class Worksheets;
+
+class Workbook : public Object {
+ public:
+  std::string_view TypeName() const override { return "Workbook"; }
+
+  // The file's name without its folder; "Book1" while there is no file.
+  virtual std::string Name() = 0;
+  virtual std::shared_ptr<excel::Worksheets> Worksheets() = 0;
+  // The sheet in front. A workbook always has at least one.
+  virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;
+};
+
+}  // namespace mirelo::host::excel
