@@ -1,0 +1,184 @@
+#include "adapters/curl/curl_internet.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "adapters/curl/canonical_url.h"
+#include "adapters/curl/redirect.h"
+#include "adapters/curl/stall_timer.h"
+
+namespace mirelo::curl {
+
+namespace {
+
+// Whether the text can stand in a line of a request's head without ending it.
+bool FitsInLine(std::string_view text) {
+  return std::none_of(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
+}
+
+bool IsToken(std::string_view text) {
+  return std::none_of(text.begin(), text.end(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte <= ' ' || byte >= 0x7F;
+  });
+}
+
+// The lines of a block of headers, whose last one may stand without a line end.
+std::vector<std::string> Lines(std::string_view block) {
+  std::vector<std::string> lines;
+  while (!block.empty()) {
+    const std::size_t end = std::min(block.find("\r\n"), block.size());
+    if (end > 0) lines.emplace_back(block.substr(0, end));
+    block.remove_prefix(std::min(end + 2, block.size()));
+  }
+  return lines;
+}
+
+std::optional<std::string> WithinCapacity(const std::optional<std::string>& text, std::uint32_t capacity) {
+  const bool fits = text && text->size() < capacity;  // with its terminator
+  return fits ? text : std::nullopt;
+}
+
+}  // namespace
+
+CurlInternet::CurlInternet(host::MessageLoop& loop) : loop_(loop), multi_(loop) {}
+
+host::WinInetApi::Handle CurlInternet::InternetOpenA(const std::optional<std::string>& agent,
+                                                     std::uint32_t /*access_type*/) {
+  if (agent && !FitsInLine(*agent)) return 0;
+  Request request;
+  request.agent = agent;
+  return Open({Kind::Internet, 0, std::move(request), nullptr});
+}
+
+bool CurlInternet::InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) {
+  const auto entry = handles_.find(handle);
+  if (entry == handles_.end()) return false;
+  Timeouts& timeouts = entry->second.request.timeouts;
+  const auto time = value < 1 ? Timeouts::kForever : std::chrono::milliseconds(value);
+  switch (option) {
+    case kOptionConnectTimeout:
+      timeouts.connect = time;
+      return true;
+    case kOptionSendTimeout:
+      timeouts.send = time;
+      return true;
+    case kOptionReceiveTimeout:
+      timeouts.receive = time;
+      return true;
+    case kOptionDataSendTimeout:
+    case kOptionDataReceiveTimeout:
+      return true;
+    default:
+      return false;
+  }
+}
+
+host::WinInetApi::Handle CurlInternet::InternetConnectA(Handle internet, const std::string& host,
+                                                        std::uint16_t port, const std::string& user,
+                                                        const std::string& password, std::uint32_t service) {
+  const Entry* const parent = Find(internet, Kind::Internet);
+  if (parent == nullptr || host.empty() || service != kServiceHttp) return 0;
+  Request request = parent->request;
+  request.destination.origin = HttpOrigin(host, port);
+  request.user = user;
+  request.password = password;
+  return Open({Kind::Connection, internet, std::move(request), nullptr});
+}
+
+std::optional<std::string> CurlInternet::InternetCanonicalizeUrlA(const std::string& url,
+                                                                  std::uint32_t capacity,
+                                                                  std::uint32_t /*flags*/) {
+  return WithinCapacity(CanonicalUrl(url), capacity);
+}
+
+host::WinInetApi::Handle CurlInternet::HttpOpenRequestA(Handle connection, const std::string& verb,
+                                                        const std::string& object, const std::string& version,
+                                                        const std::string& referrer,
+                                                        std::uint32_t /*flags*/) {
+  const Entry* const parent = Find(connection, Kind::Connection);
+  if (parent == nullptr || !IsToken(verb) || version != "HTTP/1.0" || !FitsInLine(referrer)) return 0;
+  Request request = parent->request;
+  request.destination.target = RequestTarget(object);
+  request.verb = verb.empty() ? "GET" : verb;
+  request.referrer = referrer;
+  return Open({Kind::Request, connection, std::move(request), nullptr});
+}
+
+bool CurlInternet::HttpSendRequestA(Handle handle, const std::string& headers, const std::string& body) {
+  Entry* const entry = Find(handle, Kind::Request);
+  if (entry == nullptr || entry->request.destination.origin.empty()) return false;
+  if (entry->transfer) entry->transfer->Stop();
+  Request request = entry->request;
+  request.headers = Lines(headers);
+  request.body = body;
+  // This frame has a reference of its own: a handler that runs meanwhile may close the request.
+  const auto transfer = entry->transfer = std::make_shared<Transfer>(multi_, std::move(request));
+  WaitUntil(*transfer, [&] { return transfer->HeadSettled(); });
+  return transfer->Sent();
+}
+
+std::optional<std::string> CurlInternet::HttpQueryInfoA(Handle handle, std::uint32_t level,
+                                                        std::uint32_t capacity) {
+  const auto transfer = FindTransfer(handle);
+  if (transfer == nullptr) return std::nullopt;
+  switch (level) {
+    case kQueryContentType:
+      return WithinCapacity(transfer->Head().ContentType(), capacity);
+    case kQueryContentLength:
+      return WithinCapacity(transfer->Head().ContentLength(), capacity);
+    case kQueryRequestMethod:
+      return WithinCapacity(transfer->Verb(), capacity);
+    default:
+      return std::nullopt;
+  }
+}
+
+bool CurlInternet::InternetReadFile(Handle handle, char* buffer, std::uint32_t capacity,
+                                    std::uint32_t& read) {
+  read = 0;
+  const auto transfer = FindTransfer(handle);
+  if (transfer == nullptr) return false;
+  WaitUntil(*transfer, [&] { return transfer->BodySettled(); });
+  read = static_cast<std::uint32_t>(transfer->TakeBody(buffer, capacity));
+  return read > 0 || !transfer->TimedOut();
+}
+
+bool CurlInternet::InternetCloseHandle(Handle handle) {
+  const auto node = handles_.extract(handle);
+  if (node.empty()) return false;
+  if (const auto& transfer = node.mapped().transfer) transfer->Stop();
+  std::vector<Handle> children;
+  for (const auto& [child, entry] : handles_) {
+    if (entry.parent == handle) children.push_back(child);
+  }
+  for (const Handle child : children) InternetCloseHandle(child);
+  return true;
+}
+
+host::WinInetApi::Handle CurlInternet::Open(Entry entry) {
+  handles_.emplace(++last_handle_, std::move(entry));
+  return last_handle_;
+}
+
+CurlInternet::Entry* CurlInternet::Find(Handle handle, Kind kind) {
+  const auto entry = handles_.find(handle);
+  return entry != handles_.end() && entry->second.kind == kind ? &entry->second : nullptr;
+}
+
+std::shared_ptr<Transfer> CurlInternet::FindTransfer(Handle handle) {
+  const Entry* const entry = Find(handle, Kind::Request);
+  return entry != nullptr ? entry->transfer : nullptr;
+}
+
+template <class Condition>
+void CurlInternet::WaitUntil(Transfer& transfer, Condition condition) {
+  if (condition()) return;
+  const StallTimer timer(loop_, transfer);
+  loop_.RunUntil(condition);
+}
+
+}  // namespace mirelo::curl

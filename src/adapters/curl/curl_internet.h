@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "adapters/curl/multi.h"
+#include "adapters/curl/transfer.h"
+#include "host/message_loop.h"
+#include "host/wininet_api.h"
+
+namespace mirelo::curl {
+
+// The machine's HTTP client over libcurl. Each request has a connection of its own and bypasses caches and
+// proxies. Calls that wait run the message loop, so requests can nest: a handler that runs meanwhile may make
+// its own, and may close the handle that is waited for, which ends the wait.
+//
+// Handles are never given twice. What a handle is opened from hands its timeouts down at that moment.
+class CurlInternet final : public host::WinInetApi {
+ public:
+  // The loop must outlive this.
+  explicit CurlInternet(host::MessageLoop& loop);
+
+  // Fails for an agent that would break its header line.
+  Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) override;
+  // Knows the five timeouts; those of data connections, which HTTP has none of, are taken and have no effect.
+  // A value below 1 is for ever.
+  bool InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) override;
+  // Fails for an empty host and for services other than HTTP.
+  Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,
+                          const std::string& user, const std::string& password,
+                          std::uint32_t service) override;
+  std::optional<std::string> InternetCanonicalizeUrlA(const std::string& url, std::uint32_t capacity,
+                                                      std::uint32_t flags) override;
+  // Fails for a verb or referrer that would break its line, and for versions other than HTTP/1.0. An empty
+  // verb is GET.
+  Handle HttpOpenRequestA(Handle connection, const std::string& verb, const std::string& object,
+                          const std::string& version, const std::string& referrer,
+                          std::uint32_t flags) override;
+  bool HttpSendRequestA(Handle handle, const std::string& headers, const std::string& body) override;
+  std::optional<std::string> HttpQueryInfoA(Handle handle, std::uint32_t level,
+                                            std::uint32_t capacity) override;
+  // False when the server sent nothing for as long as the receive timeout.
+  bool InternetReadFile(Handle handle, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
+  bool InternetCloseHandle(Handle handle) override;
+
+  // How many handles are open: a caller that leaks one shows here.
+  std::size_t OpenHandles() const { return handles_.size(); }
+
+ private:
+  enum class Kind { Internet, Connection, Request };
+  struct Entry {
+    Kind kind;
+    Handle parent;
+    Request request;                     // what is known of it so far
+    std::shared_ptr<Transfer> transfer;  // of a request that was sent
+  };
+
+  Handle Open(Entry entry);
+  // Null when the handle isn't open, or of another kind.
+  Entry* Find(Handle handle, Kind kind);
+  // Null for a request that was not sent.
+  std::shared_ptr<Transfer> FindTransfer(Handle handle);
+  template <class Condition>
+  void WaitUntil(Transfer& transfer, Condition condition);
+
+  host::MessageLoop& loop_;
+  Multi multi_;
+  Handle last_handle_ = 0;
+  std::map<Handle, Entry> handles_;
+};
+
+}  // namespace mirelo::curl

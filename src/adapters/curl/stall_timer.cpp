@@ -1,0 +1,26 @@
+#include "adapters/curl/stall_timer.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace mirelo::curl {
+
+StallTimer::StallTimer(host::MessageLoop& loop, Transfer& transfer) : loop_(loop), transfer_(transfer) {
+  transfer_.OnActivity();
+  Start(transfer_.LeastPatience());
+}
+
+StallTimer::~StallTimer() { loop_.StopTimer(timer_); }
+
+void StallTimer::Start(Transfer::Clock::duration time) {
+  timer_ = loop_.StartTimer(std::chrono::ceil<host::MessageLoop::Milliseconds>(time), [this] { Check(); });
+}
+
+// The timer is not moved at each activity but looks, when it falls due, how much of the time is left.
+void StallTimer::Check() {
+  const auto patience = transfer_.Patience(Transfer::Clock::now());
+  if (patience <= patience.zero()) return transfer_.GiveUp();
+  Start(std::min(patience, transfer_.LeastPatience()));
+}
+
+}  // namespace mirelo::curl

@@ -1,0 +1,206 @@
+#include "adapters/curl/transfer.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <climits>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "adapters/curl/received_data.h"
+
+namespace mirelo::curl {
+
+namespace {
+
+constexpr std::size_t kMostHead = 256 * 1024;  // bytes; no server that means well sends more
+// The body that waits here unread when the server is no longer listened to, in bytes.
+constexpr std::size_t kMostUnread = 256 * 1024;
+constexpr int kMostRedirects = 10;
+
+// The results for a connection that ended. Which of them it is when a server hangs up on a request is a
+// matter of timing.
+bool IsClosed(CURLcode result) {
+  return result == CURLE_GOT_NOTHING || result == CURLE_RECV_ERROR || result == CURLE_SEND_ERROR;
+}
+
+}  // namespace
+
+Transfer::Transfer(Multi& multi, Request request) : multi_(multi), request_(std::move(request)) { Start(); }
+
+Transfer::~Transfer() { Stop(); }
+
+void Transfer::Start() {
+  easy_.reset(curl_easy_init());
+  if (easy_ == nullptr) throw std::bad_alloc();
+  DescribeRequest();
+  multi_.Start(easy_.get(), *this);
+}
+
+void Transfer::DescribeRequest() {
+  const auto set = [this](CURLoption option, auto value) { curl_easy_setopt(easy_.get(), option, value); };
+  const auto set_text = [this](CURLoption option, const std::string& text) {
+    if (!text.empty()) curl_easy_setopt(easy_.get(), option, text.c_str());
+  };
+
+  set(CURLOPT_URL, (request_.destination.origin + "/").c_str());
+  set(CURLOPT_REQUEST_TARGET, request_.destination.target.c_str());
+  set(CURLOPT_PROTOCOLS_STR, "http,https");
+  set(CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_0});
+  if (request_.verb != "GET") set(CURLOPT_CUSTOMREQUEST, request_.verb.c_str());
+  if (request_.verb == "HEAD") set(CURLOPT_NOBODY, 1L);
+  if (!request_.body.empty()) {
+    set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body.size()));
+    set(CURLOPT_POSTFIELDS, request_.body.data());
+    set(CURLOPT_CUSTOMREQUEST, request_.verb.c_str());
+  }
+
+  headers_.reset();
+  AddHeader("Accept:");  // a name alone keeps libcurl from sending a header of its own
+  if (request_.headers.empty()) AddHeader("Content-Type:");
+  for (const std::string& header : request_.headers) AddHeader(header);
+  set(CURLOPT_HTTPHEADER, headers_.get());
+  if (request_.agent) set_text(CURLOPT_USERAGENT, *request_.agent);
+  set_text(CURLOPT_REFERER, request_.referrer);
+  set_text(CURLOPT_USERNAME, request_.user);
+  set_text(CURLOPT_PASSWORD, request_.password);
+
+  // Nothing is kept between transfers, and nothing is asked of the environment.
+  set(CURLOPT_PROXY, "");
+  set(CURLOPT_FORBID_REUSE, 1L);
+  set(CURLOPT_FRESH_CONNECT, 1L);
+  set(CURLOPT_DNS_CACHE_TIMEOUT, 0L);
+  set(CURLOPT_NOSIGNAL, 1L);
+  set(CURLOPT_CONNECTTIMEOUT_MS,
+      static_cast<long>(std::min<long long>(request_.timeouts.connect.count(), INT_MAX)));
+
+  // libcurl refuses a reply whose length is no number, and takes the end of a body that is too short for an
+  // error. Here such a reply counts, so its length is looked after by OnBody.
+  set(CURLOPT_IGNORE_CONTENT_LENGTH, 1L);
+  set(CURLOPT_HEADERFUNCTION, HeaderCallback);
+  set(CURLOPT_HEADERDATA, this);
+  set(CURLOPT_WRITEFUNCTION, WriteCallback);
+  set(CURLOPT_WRITEDATA, this);
+  set(CURLOPT_CLOSESOCKETFUNCTION, CloseSocketCallback);
+  set(CURLOPT_CLOSESOCKETDATA, this);
+}
+
+void Transfer::AddHeader(const std::string& line) {
+  curl_slist* const longer = curl_slist_append(headers_.get(), line.c_str());
+  if (longer == nullptr) throw std::bad_alloc();
+  (void)headers_.release();
+  headers_.reset(longer);
+}
+
+std::size_t Transfer::HeaderCallback(char* bytes, std::size_t size, std::size_t count, void* self) {
+  try {
+    return static_cast<Transfer*>(self)->OnHeaderLine({bytes, size * count}) ? size * count : 0;
+  } catch (...) {
+    return 0;  // libcurl is C: it fails the transfer then
+  }
+}
+
+bool Transfer::OnHeaderLine(std::string_view line) {
+  head_.AddLine(line);
+  if (head_.Size() > kMostHead) return false;
+  if (!head_.Complete()) return true;
+  return !head_.RedirectsTo() && head_.BodySize() != 0;
+}
+
+std::size_t Transfer::WriteCallback(char* bytes, std::size_t size, std::size_t count, void* self) {
+  auto& transfer = *static_cast<Transfer*>(self);
+  if (transfer.body_.Size() >= kMostUnread) {
+    transfer.paused_ = true;
+    return CURL_WRITEFUNC_PAUSE;
+  }
+  try {
+    return transfer.OnBody({bytes, size * count}) ? size * count : 0;
+  } catch (...) {
+    return 0;
+  }
+}
+
+bool Transfer::OnBody(std::string_view bytes) {
+  const auto size = head_.BodySize();
+  if (size) bytes = bytes.substr(0, *size - body_received_);
+  body_.Append(bytes);
+  body_received_ += bytes.size();
+  return body_received_ != size;
+}
+
+int Transfer::CloseSocketCallback(void* self, curl_socket_t socket) {
+  // libcurl tells a connection that closed inside the status line no differently from one that never replied.
+  auto& transfer = *static_cast<Transfer*>(self);
+  if (!transfer.head_.Begun()) transfer.heard_ = HasReceivedData(socket);
+  return close(socket);
+}
+
+void Transfer::OnEnd(CURLcode result) {
+  const auto location = head_.RedirectsTo();
+  if (head_.Complete() && location) return Follow(*location);
+  closed_before_reply_ = IsClosed(result) && !head_.Begun() && !heard_;
+  ended_ = true;
+}
+
+void Transfer::Follow(const std::string& location) {
+  const int status = head_.Status();
+  const auto next = Redirected(request_.destination, location);
+  head_ = ReplyHead();
+  ended_ = !next || ++redirects_ > kMostRedirects;
+  if (ended_) return;
+
+  const bool asks_anew = status == 303 || ((status == 301 || status == 302) && request_.verb == "POST");
+  if (asks_anew && request_.verb != "HEAD") {
+    request_.verb = "GET";
+    request_.body.clear();
+    request_.headers.clear();
+  }
+  if (next->origin != request_.destination.origin) {
+    request_.user.clear();  // meant for the first server alone
+    request_.password.clear();
+  }
+  request_.destination = *next;
+  Start();
+}
+
+std::size_t Transfer::TakeBody(char* buffer, std::size_t capacity) {
+  const std::size_t count = body_.Take(buffer, capacity);
+  if (paused_ && !ended_ && body_.Size() <= kMostUnread / 2) {
+    paused_ = false;
+    multi_.Resume(easy_.get());
+  }
+  return count;
+}
+
+void Transfer::Stop() {
+  if (ended_) return;
+  multi_.Stop(easy_.get());
+  ended_ = true;
+}
+
+void Transfer::GiveUp() {
+  Stop();
+  timed_out_ = true;
+}
+
+Transfer::Clock::duration Transfer::Patience(Clock::time_point now) const {
+  return last_activity_ + Limit() - now;
+}
+
+Transfer::Clock::duration Transfer::LeastPatience() const {
+  const Timeouts& timeouts = request_.timeouts;
+  return std::min({timeouts.connect, timeouts.send, timeouts.receive});
+}
+
+std::chrono::milliseconds Transfer::Limit() const {
+  curl_off_t connected = 0;  // microseconds that it took
+  curl_off_t sent = 0;       // of the body
+  curl_easy_getinfo(easy_.get(), CURLINFO_PRETRANSFER_TIME_T, &connected);
+  curl_easy_getinfo(easy_.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
+  if (connected == 0) return request_.timeouts.connect;
+  const bool sending = static_cast<std::size_t>(sent) < request_.body.size();
+  return sending ? request_.timeouts.send : request_.timeouts.receive;
+}
+
+}  // namespace mirelo::curl

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapters/curl/body_buffer.h"
+#include "adapters/curl/multi.h"
+#include "adapters/curl/redirect.h"
+#include "adapters/curl/reply_head.h"
+
+namespace mirelo::curl {
+
+// How long the other side may take for one step before the transfer is given up.
+struct Timeouts {
+  static constexpr std::chrono::milliseconds kForever = std::chrono::hours(24 * 365);
+
+  std::chrono::milliseconds connect = kForever;
+  std::chrono::milliseconds send = kForever;     // without taking any of the request
+  std::chrono::milliseconds receive = kForever;  // without sending any of the reply
+};
+
+// One request, all of it that is sent.
+struct Request {
+  Destination destination;
+  std::string verb;
+  std::optional<std::string> agent;
+  std::string user;
+  std::string password;
+  std::string referrer;
+  std::vector<std::string> headers;  // "name: value"
+  std::string body;
+  Timeouts timeouts;
+};
+
+// A request on its way and its reply as it arrives, over a connection of its own. It goes on whenever the
+// loop runs; a body that nobody reads is left with the server when some of it waits here.
+class Transfer final : private Multi::Client {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  // Sends the request, over HTTP/1.0. `multi` must outlive the transfer.
+  Transfer(Multi& multi, Request request);
+  ~Transfer();
+  Transfer(const Transfer&) = delete;
+  Transfer& operator=(const Transfer&) = delete;
+
+  // The reply's head is here, or none will come.
+  bool HeadSettled() const { return ended_ || head_.Complete(); }
+  // The head is here, or the connection closed before any of it came.
+  bool Sent() const { return head_.Complete() || closed_before_reply_; }
+  const ReplyHead& Head() const { return head_; }
+  // The verb as it was sent at last: a redirect may turn it into GET.
+  const std::string& Verb() const { return request_.verb; }
+
+  // Bytes of the body are here, or no more will come.
+  bool BodySettled() const { return ended_ || body_.Size() > 0; }
+  std::size_t TakeBody(char* buffer, std::size_t capacity);
+
+  // Breaks it off: it has ended then.
+  void Stop();
+
+  // How long the other side may still take, from `now` on, before it must have done something.
+  Clock::duration Patience(Clock::time_point now) const;
+  // The least time in which the patience can come to its end, whatever the transfer does meanwhile.
+  Clock::duration LeastPatience() const;
+  // Counts as something that the other side did: the time before somebody waits is not its fault.
+  void OnActivity() override { last_activity_ = Clock::now(); }
+  // Breaks it off because the patience has come to its end.
+  void GiveUp();
+  bool TimedOut() const { return timed_out_; }
+
+ private:
+  struct Cleanup {
+    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+  };
+
+  static std::size_t HeaderCallback(char* bytes, std::size_t size, std::size_t count, void* self);
+  static std::size_t WriteCallback(char* bytes, std::size_t size, std::size_t count, void* self);
+  static int CloseSocketCallback(void* self, curl_socket_t socket);
+
+  void Start();
+  void DescribeRequest();
+  void AddHeader(const std::string& line);
+
+  // Whether libcurl is to go on behind this line, or these bytes.
+  bool OnHeaderLine(std::string_view line);
+  bool OnBody(std::string_view bytes);
+
+  void OnEnd(CURLcode result) override;
+  void Follow(const std::string& location);
+  std::chrono::milliseconds Limit() const;
+
+  Multi& multi_;
+  Request request_;
+  int redirects_ = 0;
+
+  std::unique_ptr<CURL, Cleanup> easy_;
+  std::unique_ptr<curl_slist, Cleanup> headers_;
+  bool paused_ = false;
+  bool heard_ = false;  // bytes of a reply had come when the connection was closed
+
+  ReplyHead head_;
+  BodyBuffer body_;
+  std::uint64_t body_received_ = 0;
+  bool ended_ = false;
+  bool closed_before_reply_ = false;
+  bool timed_out_ = false;
+  Clock::time_point last_activity_;
+};
+
+}  // namespace mirelo::curl
