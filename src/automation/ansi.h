@@ -7,8 +7,8 @@
 
 namespace mirelo {
 
-// The ANSI code page of the system's byte edges: Windows-1252. One byte is one character both ways; the five bytes
-// that the page leaves undefined (81, 8D, 8F, 90, 9D) are the control characters of the same number.
+// The ANSI code page of the system's byte edges: Windows-1252. One byte is one character both ways; the five
+// bytes that the page leaves undefined (81, 8D, 8F, 90, 9D) are the control characters of the same number.
 
 // Text of bytes. Every byte string has one.
 std::string AnsiToText(std::string_view bytes);

@@ -9,8 +9,8 @@
 
 namespace mirelo {
 
-// A one-dimensional array that carries its lower bound. It starts unallocated: it has no bounds then, and asking for
-// one or for an element is error 9.
+// A one-dimensional array that carries its lower bound. It starts unallocated: it has no bounds then, and
+// asking for one or for an element is error 9.
 template <class T>
 class Array {
  public:
@@ -24,18 +24,16 @@ class Array {
 
   // Dimensions anew; the contents go.
   void ReDim(std::int32_t lower, std::int32_t upper) {
-    if (upper < lower) throw Errors::SubscriptOutOfRange();
-    items_.assign(static_cast<std::size_t>(upper - lower) + 1, T());
+    items_.assign(Extent(lower, upper), T());
     lower_ = lower;
     allocated_ = true;
   }
 
-  // Gives it `upper` as the new upper bound and keeps the contents that still fit. An unallocated array starts at
-  // `lower_if_new`.
+  // Gives it `upper` as the new upper bound and keeps the contents that still fit. An unallocated array
+  // starts at `lower_if_new`.
   void ReDimPreserve(std::int32_t upper, std::int32_t lower_if_new = 0) {
     if (!allocated_) return ReDim(lower_if_new, upper);
-    if (upper < lower_) throw Errors::SubscriptOutOfRange();
-    items_.resize(static_cast<std::size_t>(upper - lower_) + 1);
+    items_.resize(Extent(lower_, upper));
   }
 
   void Erase() { *this = Array(); }
@@ -50,6 +48,10 @@ class Array {
   const Array& Checked() const {
     if (!allocated_) throw Errors::SubscriptOutOfRange();
     return *this;
+  }
+  static std::size_t Extent(std::int32_t lower, std::int32_t upper) {
+    if (upper < lower) throw Errors::SubscriptOutOfRange();
+    return static_cast<std::size_t>(std::int64_t{upper} - lower + 1);
   }
   std::size_t Offset(std::int32_t index) const {
     const auto offset = static_cast<std::size_t>(static_cast<std::int64_t>(index) - lower_);

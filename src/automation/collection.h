@@ -1,22 +1,226 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "automation/key_index.h"
+#include "automation/runtime_error.h"
+#include "automation/text.h"
 
 namespace mirelo {
 
-// Placeholder for the contract, to be built: template <class T> class Collection, an ordered collection whose items
-// may carry a text key.
+// Items in the order in which they were added, each with a text key or none. Keys are compared without regard
+// to case.
 //
-//   Add(T item)                      appends without key
-//   Add(T item, string_view key)     appends; a key that is present, without regard to case, is error 457
-//   Item(int32 index)                1 to Count(); error 9 outside
-//   Item(string_view key)            error 5 when absent
-//   Find(string_view key)            pointer or null, no error
-//   Remove(int32) / Remove(string_view)   errors as Item
-//   Count(), Clear(), begin()/end() in insertion order
+// Append, access and removal by key, and removal at either end take constant time, however many items there
+// are. Access by index does too, but for the first one after removals from the middle, which closes their
+// gaps in one go. References to items stay valid until the item is removed or, after a removal from the
+// middle, until the next change or access by index.
 //
-// By key O(1), append O(1), removal at the front O(1), index O(1) as long as nothing was removed from the middle.
+// Iteration may add and remove items, the current one too: it goes on with the next item that is there, and
+// meets items added meanwhile. An iterator must not outlive its collection.
+template <class T>
+class Collection {
+ public:
+  template <bool kConst>
+  class BasicIterator;
+  using iterator = BasicIterator<false>;
+  using const_iterator = BasicIterator<true>;
+
+  Collection() = default;
+  Collection(const Collection&) = delete;
+  Collection& operator=(const Collection&) = delete;
+
+  std::int32_t Count() const { return static_cast<std::int32_t>(slots_.size() - gaps_); }
+
+  void Add(T item) { slots_.push_back(Slot{std::move(item), {}, 0, false}); }
+
+  // Error 457 when the key is present.
+  void Add(T item, std::string_view key) {
+    const std::uint32_t hash = Hash(key);
+    if (Locate(key, hash) != nullptr) throw Errors::KeyAlreadyUsed();
+    keys_.Reserve();
+    slots_.push_back(Slot{std::move(item), std::string(key), hash, true});
+    keys_.Insert(hash, Position(slots_.size() - 1));
+  }
+
+  // 1 to Count(); error 9 outside.
+  T& Item(std::int32_t index) { return *slots_[OffsetOf(index)].item; }
+  const T& Item(std::int32_t index) const { return *slots_[OffsetOf(index)].item; }
+
+  // Error 5 when absent.
+  T& Item(std::string_view key) { return const_cast<T&>(std::as_const(*this).Item(key)); }
+  const T& Item(std::string_view key) const {
+    if (const T* item = Find(key)) return *item;
+    throw Errors::InvalidProcedureCall();
+  }
+
+  // Null when absent.
+  T* Find(std::string_view key) { return const_cast<T*>(std::as_const(*this).Find(key)); }
+  const T* Find(std::string_view key) const {
+    const std::uint32_t* position = Locate(key, Hash(key));
+    return position == nullptr ? nullptr : &*slots_[Offset(*position)].item;
+  }
+
+  // Errors as Item.
+  void Remove(std::int32_t index) { RemoveAt(OffsetOf(index)); }
+  void Remove(std::string_view key) {
+    const std::uint32_t* position = Locate(key, Hash(key));
+    if (position == nullptr) throw Errors::InvalidProcedureCall();
+    RemoveAt(Offset(*position));
+  }
+
+  // Gives the memory back as well.
+  void Clear() {
+    std::deque<Slot> removed;
+    removed.swap(slots_);
+    first_ += removed.size();
+    gaps_ = 0;
+    keys_.Clear();
+  }
+
+  iterator begin() { return iterator(*this); }
+  const_iterator begin() const { return const_iterator(*this); }
+  std::default_sentinel_t end() const { return {}; }
+
+ private:
+  // A place in the order. The item of a removed one in the middle is gone, the place stays until gaps are
+  // closed.
+  struct Slot {
+    std::optional<T> item;
+    std::string key;
+    std::uint32_t hash = 0;
+    bool has_key = false;
+  };
+
+  static std::uint32_t Hash(std::string_view key) { return static_cast<std::uint32_t>(HashText(key)); }
+
+  // Places are numbered through the life of the collection, so that removals at the front move no entry of
+  // the index, which keeps the low 32 bits.
+  std::uint32_t Position(std::size_t offset) const { return static_cast<std::uint32_t>(first_ + offset); }
+  std::size_t Offset(std::uint32_t position) const {
+    return static_cast<std::uint32_t>(position - static_cast<std::uint32_t>(first_));
+  }
+
+  const std::uint32_t* Locate(std::string_view key, std::uint32_t hash) const {
+    return keys_.Find(hash,
+                      [&](std::uint32_t position) { return EqualText(slots_[Offset(position)].key, key); });
+  }
+
+  std::size_t OffsetOf(std::int32_t index) const {
+    if (index < 1 || index > Count()) throw Errors::SubscriptOutOfRange();
+    const auto wanted = static_cast<std::size_t>(index) - 1;
+    if (gaps_ == 0) return wanted;
+    if (iterators_ > 0) return OffsetPastGaps(wanted);
+    CloseGaps();
+    return wanted;
+  }
+
+  std::size_t OffsetPastGaps(std::size_t wanted) const {
+    std::size_t offset = 0;
+    while (!slots_[offset].item || wanted-- > 0) ++offset;
+    return offset;
+  }
+
+  // What was removed is destroyed last, since its end may call back into this collection.
+  void RemoveAt(std::size_t offset) {
+    Slot& slot = slots_[offset];
+    const Slot removed = std::exchange(slot, Slot());
+    if (removed.has_key) keys_.Remove(removed.hash, Position(offset));
+    ++gaps_;
+    TrimEnds();
+    if (gaps_ > slots_.size() / 2 && iterators_ == 0) CloseGaps();
+  }
+
+  void TrimEnds() {
+    for (; !slots_.empty() && !slots_.front().item; --gaps_, ++first_) slots_.pop_front();
+    if (iterators_ > 0) return;  // one may stand on the last place, whose number must not be given again
+    for (; !slots_.empty() && !slots_.back().item; --gaps_) slots_.pop_back();
+  }
+
+  // Not while an iterator stands on a place.
+  void CloseGaps() const {
+    std::size_t to = 0;
+    for (std::size_t from = 0; from < slots_.size(); ++from) {
+      Slot& slot = slots_[from];
+      if (!slot.item) continue;
+      if (to != from) {
+        if (slot.has_key) keys_.Move(slot.hash, Position(from), Position(to));
+        slots_[to] = std::move(slot);
+      }
+      ++to;
+    }
+    slots_.resize(to);
+    gaps_ = 0;
+  }
+
+  // Closing gaps changes nothing that can be observed, so access may do it.
+  mutable std::deque<Slot> slots_;
+  mutable KeyIndex keys_;
+  mutable std::size_t gaps_ = 0;
+  mutable std::int32_t iterators_ = 0;  // how many there are
+  std::uint64_t first_ = 0;             // number of the first place
+};
+
+// Stands on an item, or at the end. It may be copied; reading it is allowed until its item is removed.
+template <class T>
+template <bool kConst>
+class Collection<T>::BasicIterator {
+ public:
+  using Owner = std::conditional_t<kConst, const Collection, Collection>;
+  using value_type = T;
+  using reference = std::conditional_t<kConst, const T&, T&>;
+  using pointer = std::conditional_t<kConst, const T*, T*>;
+  using difference_type = std::ptrdiff_t;
+  using iterator_category = std::input_iterator_tag;
+
+  explicit BasicIterator(Owner& owner) : owner_(&owner), place_(owner.first_) {
+    ++owner_->iterators_;
+    SkipGaps();
+  }
+  BasicIterator(const BasicIterator& other) : owner_(other.owner_), place_(other.place_) {
+    ++owner_->iterators_;
+  }
+  BasicIterator& operator=(const BasicIterator& other) {
+    ++other.owner_->iterators_;
+    --owner_->iterators_;
+    owner_ = other.owner_;
+    place_ = other.place_;
+    return *this;
+  }
+  ~BasicIterator() { --owner_->iterators_; }
+
+  reference operator*() const { return *owner_->slots_[Offset()].item; }
+  pointer operator->() const { return &**this; }
+
+  BasicIterator& operator++() {
+    ++place_;
+    SkipGaps();
+    return *this;
+  }
+  void operator++(int) { ++*this; }
+
+  bool operator==(std::default_sentinel_t) const { return Offset() >= owner_->slots_.size(); }
+
+ private:
+  std::size_t Offset() const { return static_cast<std::size_t>(place_ - owner_->first_); }
+
+  // Everything before the first place may be gone since the last step.
+  void SkipGaps() {
+    place_ = std::max(place_, owner_->first_);
+    while (Offset() < owner_->slots_.size() && !owner_->slots_[Offset()].item) ++place_;
+  }
+
+  Owner* owner_;
+  std::uint64_t place_;
+};
 
 }  // namespace mirelo

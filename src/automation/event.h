@@ -8,10 +8,10 @@
 
 namespace mirelo {
 
-// An event of a class: handlers are called in the order in which they subscribed, with the arguments of Raise.
-// Handlers may subscribe, unsubscribe (themselves too) and raise again while it is being raised: one that was added
-// meanwhile is first called by the next Raise, one that was removed is no longer called. The event must outlive its
-// own Raise. A handler's exception leaves Raise and skips the handlers behind it.
+// An event of a class: handlers are called in the order in which they subscribed, with the arguments of
+// Raise. Handlers may subscribe, unsubscribe (themselves too) and raise again while it is being raised: one
+// that was added meanwhile is first called by the next Raise, one that was removed is no longer called. The
+// event must outlive its own Raise. A handler's exception leaves Raise and skips the handlers behind it.
 template <class... Args>
 class Event {
  public:

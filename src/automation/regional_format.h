@@ -9,8 +9,8 @@
 
 namespace mirelo {
 
-// How dates, times and numbers are written and read at this place. A plain value: the host hands out the user's,
-// tests make their own.
+// How dates, times and numbers are written and read at this place. A plain value: the host hands out the
+// user's, tests make their own.
 struct RegionalFormat {
   enum class DateOrder { MonthDayYear, DayMonthYear, YearMonthDay };
 
@@ -44,10 +44,12 @@ std::string LongTime(Date date, const RegionalFormat& format);
 // The general form: short date, a blank, long time; the date alone at midnight, the time alone on day 0.
 std::string GeneralDate(Date date, const RegionalFormat& format);
 
-// Reads a date, a time or both from text in the forms that people write ("1/20/2011 8:36:13 AM", "20 Jan 2011",
-// "2011-01-20", "09:30"). A date part that cannot be meant in the regional order is tried in the other orders
-// ("20/1/2011" is 20 January everywhere). Two-digit years: 0 to 29 are 2000 on, 30 to 99 are 1900 on.
-// Nothing when the whole text is not a date.
+// Reads a date, a time or both from text in the forms that people write ("1/20/2011 8:36:13 AM", "20 Jan
+// 2011", "2011-01-20", "09:30"). A date part that cannot be meant in the regional order is tried in the other
+// orders
+// ("20/1/2011" is 20 January everywhere); English names of months are read in every region; a day without a
+// year is no date, since this function knows no today. Two-digit years: 0 to 29 are 2000 on, 30 to 99 are
+// 1900 on. Nothing when the whole text is not a date.
 std::optional<Date> ParseDate(std::string_view text, const RegionalFormat& format);
 
 }  // namespace mirelo

@@ -46,6 +46,7 @@ RuntimeError FileNotFound();          // 53
 RuntimeError PathFileAccess();        // 75
 RuntimeError ObjectNotSet();          // 91
 RuntimeError ObjectRequired();        // 424
+RuntimeError ActionNotSupported();    // 445
 RuntimeError KeyAlreadyUsed();        // 457
 }  // namespace Errors
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -23,9 +24,9 @@ class Object {
   virtual std::string_view TypeName() const = 0;
 };
 
-// A value of run-time type, as the public interface passes them: empty, 16-bit or 32-bit integer, 64-bit float,
-// boolean, date, text (UTF-8), object reference, or array with its bounds. Copies are independent; arrays are
-// shared until one side writes.
+// A value of run-time type, as the public interface passes them: empty, 16-bit or 32-bit integer, 64-bit
+// float, boolean, date, text (UTF-8), object reference, or array with its bounds. Copies are independent;
+// arrays are shared until one side writes.
 //
 // Conversions raise error 13 (type mismatch) where no conversion exists, 6 where the number does not fit.
 class Variant {
@@ -52,8 +53,8 @@ class Variant {
   bool IsArray() const { return type() == Type::Array; }
   bool IsObject() const { return type() == Type::Object; }
   bool IsText() const { return type() == Type::String; }
-  // "Empty", "Integer", "Long", "Double", "Boolean", "Date", "String", "Variant()"; an object's own class name,
-  // "Nothing" for an object reference that refers to none.
+  // "Empty", "Integer", "Long", "Double", "Boolean", "Date", "String", "Variant()"; an object's own class
+  // name, "Nothing" for an object reference that refers to none.
   std::string_view TypeName() const;
 
   // Numbers round half to even. Empty is 0. Text must be a number (ParseNumber); true is -1.
@@ -62,8 +63,10 @@ class Variant {
   double ToDouble() const;
   // Numbers are true unless 0; text must be "True", "False" (any case) or a number.
   bool ToBoolean() const;
-  // Empty is "", a boolean "True" or "False", a date its general form.
+  // Numbers as NumberText, with the regional decimal separator. Empty is "", a boolean "True" or "False", a
+  // date its general form.
   std::string ToText(const RegionalFormat& regional = RegionalFormat::Standard()) const;
+  // Text must be a date (ParseDate) or a number. Error 6 outside the years 100 to 9999.
   mirelo::Date ToDate(const RegionalFormat& regional = RegionalFormat::Standard()) const;
 
   // The text when this holds one, else null. No conversion, no copy.
@@ -75,11 +78,12 @@ class Variant {
   const VariantArray& AsArray() const;
   VariantArray& AsArray();
 
-  // Whether the value is the number `number`: empty counts as 0, text as the number it reads as (error 13 if none).
+  // Whether the value is the number `number`: empty counts as 0, text as the number it reads as (error 13 if
+  // none).
   bool EqualsNumber(double number) const { return ToDouble() == number; }
 
-  // Automation's equality: two texts exactly, otherwise as numbers when both convert; text that is no number and a
-  // number are unequal. Error 13 for arrays and objects.
+  // Automation's equality: two texts exactly, otherwise as numbers when both convert; text that is no number
+  // and a number are unequal. Error 13 for arrays and objects.
   friend bool operator==(const Variant& a, const Variant& b);
 
  private:

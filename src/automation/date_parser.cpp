@@ -1,0 +1,246 @@
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "automation/regional_format.h"
+#include "automation/utf8.h"
+
+namespace mirelo {
+
+namespace {
+
+struct Token {
+  enum class Kind { Number, Month, Weekday, Morning, Afternoon, DateSeparator, TimeSeparator, Comma, End };
+  Kind kind = Kind::End;
+  int value = 0;           // of a number, or 1 to 12 of a month
+  std::size_t digits = 0;  // of a number
+};
+using Kind = Token::Kind;
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || c == '\0'; }
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Cuts text into the tokens of dates and times.
+class Scanner {
+ public:
+  explicit Scanner(const RegionalFormat& regional) : regional_(regional) {}
+
+  // The tokens, an End token last; nothing when the text holds something else.
+  std::optional<std::vector<Token>> Scan(std::string_view text) {
+    std::vector<Token> tokens;
+    while (!text.empty()) {
+      if (IsBlank(text.front())) {
+        text.remove_prefix(1);
+        continue;
+      }
+      const std::optional<Token> token = IsDigit(text.front()) ? TakeNumber(text) : TakeName(text);
+      if (token) {
+        tokens.push_back(*token);
+      } else if (!TakeSeparator(text, tokens)) {
+        return std::nullopt;
+      }
+    }
+    tokens.emplace_back();
+    return tokens;
+  }
+
+ private:
+  // A number of one to four digits.
+  static std::optional<Token> TakeNumber(std::string_view& text) {
+    Token token{Kind::Number};
+    for (; token.digits < text.size() && IsDigit(text[token.digits]); ++token.digits) {
+      if (token.digits == 4) return std::nullopt;
+      token.value = token.value * 10 + (text[token.digits] - '0');
+    }
+    text.remove_prefix(token.digits);
+    return token;
+  }
+
+  // The longest name that the text starts with and that no letter follows.
+  std::optional<Token> TakeName(std::string_view& text) const {
+    std::optional<Token> best;
+    std::size_t best_length = 0;
+    const auto offer = [&](std::string_view name, Kind kind, int value) {
+      const std::size_t length = name.empty() ? utf8::kNoMatch : utf8::MatchIgnoringCase(text, name);
+      if (length == utf8::kNoMatch || length <= best_length) return;
+      if (length < text.size() && IsLetter(text[length])) return;
+      best = Token{kind, value};
+      best_length = length;
+    };
+    for (const RegionalFormat* names : {&regional_, &RegionalFormat::Standard()}) {
+      for (int i = 0; i < 12; ++i) {
+        offer(names->months[static_cast<std::size_t>(i)], Kind::Month, i + 1);
+        offer(names->short_months[static_cast<std::size_t>(i)], Kind::Month, i + 1);
+      }
+      for (const std::string& name : names->weekdays) offer(name, Kind::Weekday, 0);
+      for (const std::string& name : names->short_weekdays) offer(name, Kind::Weekday, 0);
+      offer(names->am, Kind::Morning, 0);
+      offer(names->pm, Kind::Afternoon, 0);
+    }
+    offer("A", Kind::Morning, 0);
+    offer("P", Kind::Afternoon, 0);
+    text.remove_prefix(best_length);
+    return best;
+  }
+
+  bool TakeSeparator(std::string_view& text, std::vector<Token>& tokens) const {
+    const auto take = [&](std::string_view separator, Kind kind) {
+      if (separator.empty() || !text.starts_with(separator)) return false;
+      text.remove_prefix(separator.size());
+      tokens.push_back({kind});
+      return true;
+    };
+    return take(":", Kind::TimeSeparator) || take("/", Kind::DateSeparator) ||
+           take("-", Kind::DateSeparator) || take(".", Kind::DateSeparator) || take(",", Kind::Comma) ||
+           take(regional_.date_separator, Kind::DateSeparator) ||
+           take(regional_.time_separator, Kind::TimeSeparator);
+  }
+
+  const RegionalFormat& regional_;
+};
+
+bool IsLeapYear(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
+
+int DaysInMonth(int year, int month) {
+  constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return month == 2 && IsLeapYear(year) ? 29 : kDays[static_cast<std::size_t>(month - 1)];
+}
+
+// One or two digits name a year of this or the last century.
+int FullYear(const Token& year) {
+  if (year.digits > 2) return year.value;
+  return year.value < 30 ? 2000 + year.value : 1900 + year.value;
+}
+
+bool CanOnlyBeYear(const Token& number) { return number.digits > 2 || number.value > 31; }
+
+// Reads the tokens from the first to the last. Each reading member leaves the position behind what it took.
+class Reader {
+ public:
+  Reader(const std::vector<Token>& tokens, const RegionalFormat& regional)
+      : tokens_(tokens), regional_(regional) {}
+
+  std::optional<Date> Read() {
+    bool date = false;
+    bool time = false;
+    while (Peek() != Kind::End) {
+      bool& had = IsAtTime() ? time : date;
+      if (had || !(&had == &time ? ReadTime() : ReadDay())) return std::nullopt;
+      had = true;
+      if (Peek() == Kind::Comma && Peek(1) != Kind::End) ++position_;
+    }
+    if (!date && !time) return std::nullopt;
+    return ToDate(civil_);
+  }
+
+ private:
+  Kind Peek(std::size_t ahead = 0) const {
+    return tokens_[std::min(position_ + ahead, tokens_.size() - 1)].kind;
+  }
+  bool IsMark(std::size_t ahead) const {
+    return Peek(ahead) == Kind::Morning || Peek(ahead) == Kind::Afternoon;
+  }
+  bool IsAtTime() const { return Peek() == Kind::Number && (Peek(1) == Kind::TimeSeparator || IsMark(1)); }
+
+  // Hours, then minutes and seconds that may be missing, then a mark that may be missing unless the hour is
+  // alone.
+  bool ReadTime() {
+    int* const fields[] = {&civil_.hour, &civil_.minute, &civil_.second};
+    for (int* field : fields) {
+      const Token& number = tokens_[position_];
+      if (number.kind != Kind::Number || number.digits > 2) return false;
+      *field = number.value;
+      ++position_;
+      if (Peek() != Kind::TimeSeparator) break;
+      ++position_;
+      if (field == &civil_.second) return false;
+    }
+    return ApplyMark() && civil_.hour < 24 && civil_.minute < 60 && civil_.second < 60;
+  }
+
+  bool ApplyMark() {
+    if (!IsMark(0)) return true;
+    if (civil_.hour > 12) return false;
+    civil_.hour = civil_.hour % 12 + (Peek() == Kind::Afternoon ? 12 : 0);
+    ++position_;
+    return true;
+  }
+
+  // Up to three of day, month and year, parted by blanks, one separator or one comma; a weekday may stand in
+  // front.
+  bool ReadDay() {
+    if (Peek() == Kind::Weekday) {
+      ++position_;
+      if (Peek() == Kind::Comma || Peek() == Kind::DateSeparator) ++position_;
+    }
+    std::vector<Token> parts;
+    while (parts.size() < 3 && (Peek() == Kind::Number || Peek() == Kind::Month) && !IsAtTime()) {
+      parts.push_back(tokens_[position_++]);
+      if (parts.size() < 3 && (Peek() == Kind::DateSeparator || Peek() == Kind::Comma)) ++position_;
+    }
+    const auto month =
+        std::find_if(parts.begin(), parts.end(), [](const Token& t) { return t.kind == Kind::Month; });
+    if (month == parts.end()) return parts.size() == 3 && SetFromNumbers(parts);
+    const int month_number = month->value;
+    parts.erase(month);
+    return SetFromMonthName(month_number, parts);
+  }
+
+  // Month name and year, or month name, day and year: a number that can be no day is the year, else the last
+  // is.
+  bool SetFromMonthName(int month, const std::vector<Token>& numbers) {
+    const bool all_numbers =
+        std::all_of(numbers.begin(), numbers.end(), [](const Token& t) { return t.kind == Kind::Number; });
+    if (!all_numbers || numbers.empty()) return false;
+    if (numbers.size() == 1) return CanOnlyBeYear(numbers[0]) && SetDay(numbers[0], month, 1);
+    const bool year_first = CanOnlyBeYear(numbers[0]);
+    return SetDay(numbers[year_first ? 0 : 1], month, numbers[year_first ? 1 : 0].value);
+  }
+
+  // The regional order first, then the others. A number that can only be a year is never day or month, since
+  // those are checked against the calendar.
+  bool SetFromNumbers(const std::vector<Token>& n) {
+    using Order = RegionalFormat::DateOrder;
+    for (Order order :
+         {regional_.date_order, Order::MonthDayYear, Order::DayMonthYear, Order::YearMonthDay}) {
+      const bool set = order == Order::MonthDayYear   ? SetDay(n[2], n[0], n[1])
+                       : order == Order::DayMonthYear ? SetDay(n[2], n[1], n[0])
+                                                      : SetDay(n[0], n[1], n[2]);
+      if (set) return true;
+    }
+    return false;
+  }
+
+  bool SetDay(const Token& year, const Token& month, const Token& day) {
+    return month.digits <= 2 && day.digits <= 2 && SetDay(year, month.value, day.value);
+  }
+
+  bool SetDay(const Token& year, int month, int day) {
+    const int full_year = FullYear(year);
+    if (full_year < 100 || month < 1 || month > 12 || day < 1 || day > DaysInMonth(full_year, month))
+      return false;
+    civil_.year = full_year;
+    civil_.month = month;
+    civil_.day = day;
+    return true;
+  }
+
+  const std::vector<Token>& tokens_;
+  const RegionalFormat& regional_;
+  std::size_t position_ = 0;
+  CivilTime civil_;
+};
+
+}  // namespace
+
+std::optional<Date> ParseDate(std::string_view text, const RegionalFormat& format) {
+  const auto tokens = Scanner(format).Scan(text);
+  return tokens ? Reader(*tokens, format).Read() : std::nullopt;
+}
+
+}  // namespace mirelo

@@ -1,0 +1,269 @@
+#include "automation/format.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "automation/text.h"
+
+namespace mirelo {
+
+namespace {
+
+// What a stretch of a format stands for.
+enum class Kind {
+  Literal,
+  Day,
+  DayTwo,
+  WeekdayShort,
+  WeekdayLong,
+  DateShort,
+  DateLong,
+  WeekdayNumber,
+  WeekOfYear,
+  Month,
+  MonthTwo,
+  MonthShort,
+  MonthLong,
+  Quarter,
+  DayOfYear,
+  YearTwo,
+  YearFour,
+  Hour,
+  HourTwo,
+  Minute,
+  MinuteTwo,
+  Second,
+  SecondTwo,
+  General,
+  TimeLong,
+  UpperMark,
+  LowerMark,
+  UpperLetterMark,
+  LowerLetterMark,
+  RegionalMark,
+  DateSeparator,
+  TimeSeparator,
+};
+
+struct Code {
+  std::string_view spelling;
+  Kind kind;
+};
+
+// Codes of which one begins with another stand longest first.
+constexpr Code kLetterCodes[] = {
+    {"dddddd", Kind::DateLong},  {"ddddd", Kind::DateShort}, {"dddd", Kind::WeekdayLong},
+    {"ddd", Kind::WeekdayShort}, {"dd", Kind::DayTwo},       {"d", Kind::Day},
+    {"mmmm", Kind::MonthLong},   {"mmm", Kind::MonthShort},  {"mm", Kind::MonthTwo},
+    {"m", Kind::Month},          {"yyyy", Kind::YearFour},   {"yy", Kind::YearTwo},
+    {"y", Kind::DayOfYear},      {"hh", Kind::HourTwo},      {"h", Kind::Hour},
+    {"nn", Kind::MinuteTwo},     {"n", Kind::Minute},        {"ss", Kind::SecondTwo},
+    {"s", Kind::Second},         {"ww", Kind::WeekOfYear},   {"w", Kind::WeekdayNumber},
+    {"q", Kind::Quarter},        {"c", Kind::General},       {"ttttt", Kind::TimeLong},
+    {"/", Kind::DateSeparator},  {":", Kind::TimeSeparator},
+};
+
+// Their case says how the mark is written, so it counts.
+constexpr Code kMarkCodes[] = {
+    {"AM/PM", Kind::UpperMark},     {"am/pm", Kind::LowerMark},   {"A/P", Kind::UpperLetterMark},
+    {"a/p", Kind::LowerLetterMark}, {"AMPM", Kind::RegionalMark},
+};
+
+struct Token {
+  Kind kind;
+  std::string_view text;  // of a literal
+};
+
+bool IsMark(Kind kind) { return kind >= Kind::UpperMark && kind <= Kind::RegionalMark; }
+bool IsHour(Kind kind) { return kind == Kind::Hour || kind == Kind::HourTwo; }
+bool IsSecond(Kind kind) { return kind == Kind::Second || kind == Kind::SecondTwo; }
+bool IsPlain(Kind kind) {
+  return kind == Kind::Literal || kind == Kind::DateSeparator || kind == Kind::TimeSeparator;
+}
+
+bool StartsIgnoringCase(std::string_view text, std::string_view lower) {
+  return text.size() >= lower.size() && EqualText(text.substr(0, lower.size()), lower);
+}
+
+// Takes the next token from the front of the format.
+Token TakeToken(std::string_view& format) {
+  const auto take = [&](std::size_t count) {
+    const std::string_view taken = format.substr(0, count);
+    format.remove_prefix(taken.size());
+    return taken;
+  };
+  for (const Code& code : kMarkCodes) {
+    if (format.starts_with(code.spelling)) return {code.kind, take(code.spelling.size())};
+  }
+  for (const Code& code : kLetterCodes) {
+    if (StartsIgnoringCase(format, code.spelling)) return {code.kind, take(code.spelling.size())};
+  }
+  if (format.front() == '\\' && format.size() > 1) {
+    format.remove_prefix(1);
+    return {Kind::Literal, take(Left(format, 1).size())};
+  }
+  if (format.front() == '"') {
+    format.remove_prefix(1);
+    const Token quoted{Kind::Literal, take(format.find('"'))};
+    take(1);
+    return quoted;
+  }
+  return {Kind::Literal, take(1)};
+}
+
+// An m next to hours in front or seconds behind means minutes.
+void TurnMonthsIntoMinutes(std::vector<Token>& tokens) {
+  Kind before = Kind::Literal;
+  for (auto token = tokens.begin(); token != tokens.end(); ++token) {
+    if (token->kind == Kind::Month || token->kind == Kind::MonthTwo) {
+      const auto next =
+          std::find_if(token + 1, tokens.end(), [](const Token& t) { return !IsPlain(t.kind); });
+      if (IsHour(before) || (next != tokens.end() && IsSecond(next->kind))) {
+        token->kind = token->kind == Kind::Month ? Kind::Minute : Kind::MinuteTwo;
+      }
+    }
+    if (!IsPlain(token->kind)) before = token->kind;
+  }
+}
+
+std::vector<Token> Tokenize(std::string_view format) {
+  std::vector<Token> tokens;
+  while (!format.empty()) tokens.push_back(TakeToken(format));
+  TurnMonthsIntoMinutes(tokens);
+  return tokens;
+}
+
+class Writer {
+ public:
+  Writer(Date date, const RegionalFormat& regional)
+      : date_(date), civil_(ToCivil(date)), regional_(regional) {}
+
+  std::string Write(std::string_view format) {
+    const std::vector<Token> tokens = Tokenize(format);
+    const bool twelve_hours_outside = twelve_hours_;
+    twelve_hours_ = std::any_of(tokens.begin(), tokens.end(), [](const Token& t) { return IsMark(t.kind); });
+    ++depth_;
+    std::string text;
+    for (const Token& token : tokens) text += Text(token);
+    --depth_;
+    twelve_hours_ = twelve_hours_outside;
+    return text;
+  }
+
+ private:
+  std::string Text(const Token& token) {
+    switch (token.kind) {
+      case Kind::Literal:
+        return std::string(token.text);
+      case Kind::Day:
+        return Number(civil_.day, 1);
+      case Kind::DayTwo:
+        return Number(civil_.day, 2);
+      case Kind::WeekdayShort:
+        return regional_.short_weekdays[Weekday() - 1];
+      case Kind::WeekdayLong:
+        return regional_.weekdays[Weekday() - 1];
+      case Kind::DateShort:
+        return Nested(regional_.short_date, token);
+      case Kind::DateLong:
+        return Nested(regional_.long_date, token);
+      case Kind::WeekdayNumber:
+        return Number(static_cast<int>(Weekday()), 1);
+      case Kind::WeekOfYear:
+        return Number(WeekOfYear(), 1);
+      case Kind::Month:
+        return Number(civil_.month, 1);
+      case Kind::MonthTwo:
+        return Number(civil_.month, 2);
+      case Kind::MonthShort:
+        return regional_.short_months[Month() - 1];
+      case Kind::MonthLong:
+        return regional_.months[Month() - 1];
+      case Kind::Quarter:
+        return Number((civil_.month + 2) / 3, 1);
+      case Kind::DayOfYear:
+        return Number(DayOfYear(date_), 1);
+      case Kind::YearTwo:
+        return Number(civil_.year % 100, 2);
+      case Kind::YearFour:
+        return Number(civil_.year, 4);
+      case Kind::Hour:
+        return Number(Hour(), 1);
+      case Kind::HourTwo:
+        return Number(Hour(), 2);
+      case Kind::Minute:
+        return Number(civil_.minute, 1);
+      case Kind::MinuteTwo:
+        return Number(civil_.minute, 2);
+      case Kind::Second:
+        return Number(civil_.second, 1);
+      case Kind::SecondTwo:
+        return Number(civil_.second, 2);
+      case Kind::General:
+        return depth_ > 1 ? std::string(token.text) : GeneralDate(date_, regional_);
+      case Kind::TimeLong:
+        return Nested(regional_.long_time, token);
+      case Kind::UpperMark:
+        return IsMorning() ? "AM" : "PM";
+      case Kind::LowerMark:
+        return IsMorning() ? "am" : "pm";
+      case Kind::UpperLetterMark:
+        return IsMorning() ? "A" : "P";
+      case Kind::LowerLetterMark:
+        return IsMorning() ? "a" : "p";
+      case Kind::RegionalMark:
+        return IsMorning() ? regional_.am : regional_.pm;
+      case Kind::DateSeparator:
+        return regional_.date_separator;
+      case Kind::TimeSeparator:
+        return regional_.time_separator;
+    }
+    return {};
+  }
+
+  // A regional pattern inside a format. A pattern that refers to patterns itself would never end, so there
+  // the letters stand for themselves.
+  std::string Nested(std::string_view pattern, const Token& token) {
+    return depth_ > 1 ? std::string(token.text) : Write(pattern);
+  }
+
+  static std::string Number(int value, std::size_t width) {
+    std::string digits = std::to_string(value);
+    if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+    return digits;
+  }
+
+  std::size_t Weekday() const { return static_cast<std::size_t>(WeekdayOf(date_)); }
+  std::size_t Month() const { return static_cast<std::size_t>(civil_.month); }
+  bool IsMorning() const { return civil_.hour < 12; }
+  int Hour() const { return twelve_hours_ ? (civil_.hour + 11) % 12 + 1 : civil_.hour; }
+
+  // Weeks that begin on Sunday; the first one holds 1 January.
+  int WeekOfYear() const {
+    const int day = DayOfYear(date_);
+    const int weekday_of_january_1 = (static_cast<int>(Weekday()) - day % 7 + 7) % 7 + 1;
+    return (day + weekday_of_january_1 - 2) / 7 + 1;
+  }
+
+  Date date_;
+  CivilTime civil_;
+  const RegionalFormat& regional_;
+  bool twelve_hours_ = false;
+  int depth_ = 0;
+};
+
+}  // namespace
+
+std::string Format(Date date, std::string_view format, const RegionalFormat& regional) {
+  return format.empty() ? GeneralDate(date, regional) : Writer(date, regional).Write(format);
+}
+
+std::string Format(std::string_view text, std::string_view format, const RegionalFormat& regional) {
+  if (format.empty()) return std::string(text);
+  const std::optional<Date> date = ParseDate(text, regional);
+  return date ? Format(*date, format, regional) : std::string(text);
+}
+
+}  // namespace mirelo
