@@ -1,0 +1,57 @@
+#include "core/cMirelo.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "automation/number.h"
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "diagnostics/CErrorHandler.h"
+#include "snapshot/column_vocabulary.h"
+
+namespace mirelo {
+
+namespace {
+
+constexpr std::int16_t kVerticalIndexIfNotListed = 2;
+
+}  // namespace
+
+cMirelo::cMirelo() {
+  mGlobal::SetErrorHandler(std::make_unique<CErrorHandler>());
+  mGlobal::ErrorHandler().Init(CErrorHandler::ActionErrorForm, "Error Log.txt", true, false,
+                               CErrorHandler::TraceLogFile, "Tracing Log.txt");
+  mGlobal::SetAppSettings(std::make_unique<CAppSettings>());
+  mGlobal::AppSettings().Init("Kestrin", "Dovanta2");
+}
+
+// The error handler goes last: whatever goes before it may still have to report.
+cMirelo::~cMirelo() {
+  mGlobal::SetAppSettings(nullptr);
+  mGlobal::SetErrorHandler(nullptr);
+}
+
+void cMirelo::ExcelApplication(const Variant& value) {
+  const std::shared_ptr<Object>& object = value.AsObject();
+  auto application = std::dynamic_pointer_cast<host::excel::Application>(object);
+  if (object && !application) throw Errors::TypeMismatch();
+  excel_ = std::move(application);
+}
+
+std::int16_t cMirelo::VerticalIndex() const {
+  CAppSettings& settings = mGlobal::AppSettings();
+  const std::string field = settings.GetSetting("Settings", "VerticalField", kDefaultVerticalField).ToText();
+  const std::string list = settings.GetSetting("Settings", "ListRight", kDefaultListRight).ToText();
+
+  std::int16_t index = kVerticalIndexIfNotListed;
+  const std::vector<std::string> names = Split(list, ",");
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (EqualText(names[i], field)) index = RoundToInt16(static_cast<double>(i + 1));
+  }
+  return index;
+}
+
+}  // namespace mirelo

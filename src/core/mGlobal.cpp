@@ -1,0 +1,33 @@
+#include "core/mGlobal.h"
+
+#include <memory>
+#include <utility>
+
+#include "automation/runtime_error.h"
+#include "core/CAppSettings.h"
+#include "diagnostics/CErrorHandler.h"
+
+namespace mirelo::mGlobal {
+
+namespace {
+
+std::unique_ptr<CErrorHandler> error_handler;
+std::unique_ptr<CAppSettings> app_settings;
+
+}  // namespace
+
+CErrorHandler& ErrorHandler() {
+  if (!error_handler) throw Errors::ObjectNotSet();
+  return *error_handler;
+}
+
+CAppSettings& AppSettings() {
+  if (!app_settings) throw Errors::ObjectNotSet();
+  return *app_settings;
+}
+
+void SetErrorHandler(std::unique_ptr<CErrorHandler> handler) { error_handler = std::move(handler); }
+
+void SetAppSettings(std::unique_ptr<CAppSettings> settings) { app_settings = std::move(settings); }
+
+}  // namespace mirelo::mGlobal

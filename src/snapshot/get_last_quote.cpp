@@ -1,0 +1,201 @@
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "automation/number.h"
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "automation/variant.h"
+#include "core/cMirelo.h"
+#include "diagnostics/routine.h"
+#include "host/desktop.h"
+#include "host/host.h"
+#include "snapshot/column_vocabulary.h"
+#include "snapshot/quote_line.h"
+
+namespace mirelo {
+
+namespace {
+
+// A full batch holds 81 tickers: the counter is tested before the append.
+constexpr std::int32_t kBatchThreshold = 80;
+
+constexpr const char* kAdjustPort =
+    "Please adjust Dovanta HTTP Port parameter in accordance with the same parameter in QouteTracker -> "
+    "Preferences.";
+constexpr const char* kRetrievalError = "Data retrieval error.";
+
+// Second index of masPrevVolume.
+constexpr std::int32_t kPreviousVolume = 1;
+constexpr std::int32_t kPreviousDate = 2;
+
+void ShowMessage(const char* text) {
+  host::Host::Current().desktop().MessageBox(text, host::Desktop::kCritical, "Dovanta2");
+}
+
+double ToNumber(std::string_view text) {
+  if (const std::optional<double> number = ParseNumber(text)) return *number;
+  throw Errors::TypeMismatch();
+}
+
+Bounds BoundsOf(const VariantArray& array) { return {array.LBound(), array.UBound()}; }
+Bounds BoundsOf(const Array<std::int16_t>& array) { return {array.LBound(), array.UBound()}; }
+
+}  // namespace
+
+// One call of GetLastQuote: the routine's variables, and its statements in the order in which they run. The
+// variables live as long as the call, since a statement that is skipped leaves its variable as it was.
+struct cMirelo::LastQuoteRun {
+  LastQuoteRun(Frame& frame, cMirelo& facade, const Variant& tickers)
+      : frame(frame), facade(facade), tickers(tickers) {}
+
+  Frame& frame;
+  cMirelo& facade;
+  const Variant& tickers;
+
+  std::int16_t port = 0;
+  std::string address;
+  Bounds bounds;                   // of the tickers
+  Variant table = VariantArray();  // the result, until it is handed over
+  std::string batch;               // the tickers of the next request
+  std::int32_t batch_count = 0;
+  std::int32_t row = 1;  // of the table, for the next line of a reply
+  std::string reply;
+  std::vector<std::string_view> lines;  // of the reply
+  QuoteLine line;                       // one of them
+  std::string date;                     // of the batch
+  std::string time;
+
+  void Run(Variant& result);
+  bool ProcessBatch();
+  void Fetch();
+  void TrackVolume();
+  void FillColumns();
+
+  std::string Ticker(std::int32_t index) const { return tickers.AsArray()(index).ToText(); }
+  std::string_view StatusLine() const;
+  const Variant& Previous(std::int32_t index) const;
+  void StorePrevious(std::int32_t index, Column column);
+  std::string_view CellText(std::int16_t position) const;
+};
+
+Variant cMirelo::GetLastQuote(const Variant& Tickers) {
+  return Function("Mirelo.cMirelo.GetLastQuote", Variant(""),
+                  [&](Frame& frame, Variant& result) { LastQuoteRun(frame, *this, Tickers).Run(result); });
+}
+
+void cMirelo::LastQuoteRun::Run(Variant& result) {
+  STEP(facade.GetPortWebAddress(port, address));
+  STEP(facade.GetDisplacementHourMinute(facade.displacement_hour_, facade.displacement_minute_));
+  if (address.empty() || port == 0) {
+    STEP(ShowMessage(kAdjustPort));
+    return;
+  }
+
+  STEP(bounds = BoundsOf(tickers.AsArray()));
+  STEP(const Bounds columns = BoundsOf(facade.mas_position_);
+       table = VariantArray(1, bounds.last - bounds.first + 1, columns.first, columns.last));
+  for (const std::int32_t i : bounds) {
+    if (batch_count < kBatchThreshold) {
+      STEP(batch += Ticker(i));
+      if (i != bounds.last) STEP(batch += ',');
+      ++batch_count;
+    } else {
+      STEP(batch += Ticker(i));
+      if (!ProcessBatch()) return;
+      batch_count = 0;
+      batch.clear();
+    }
+  }
+  // The table is handed over only behind a batch that is left over here: a multiple of 81 tickers gives no
+  // result.
+  if (!batch.empty()) {
+    if (!ProcessBatch()) return;
+    STEP(result = std::move(table));
+  }
+  frame.pop();
+}
+
+// False when the user was told of a failure, which leaves the routine at once.
+bool cMirelo::LastQuoteRun::ProcessBatch() {
+  STEP(Fetch());
+  if (reply.empty()) {
+    STEP(ShowMessage(kRetrievalError));
+    return false;
+  }
+  STEP(Split(reply, "\r\n", lines));
+  if (frame.test([&] { return !EqualText(StatusLine(), "OK"); })) {
+    STEP(ShowMessage(kRetrievalError));
+    return false;
+  }
+  STEP(facade.GetDisplacedDateTime(date, time));
+  for (std::size_t l = 1; l < lines.size(); ++l) {
+    STEP(line.Assign(lines[l]));
+    TrackVolume();
+    FillColumns();
+    ++row;
+  }
+  return true;
+}
+
+// The views into the old reply go with it.
+void cMirelo::LastQuoteRun::Fetch() {
+  std::string fetched =
+      facade.DownloadURL("/req?GetLastQuote(" + batch + ")", address, port, "GET", "").ToText();
+  lines.clear();
+  line.Clear();
+  reply = std::move(fetched);
+}
+
+std::string_view cMirelo::LastQuoteRun::StatusLine() const {
+  if (lines.empty()) throw Errors::SubscriptOutOfRange();
+  return lines.front();
+}
+
+// LASTVOLUME becomes the volume since the call before: nothing on the first call of a day.
+void cMirelo::LastQuoteRun::TrackVolume() {
+  if (facade.prev_volume_.IsEmpty()) {
+    STEP(line.StoreLastVolume("0"));
+  } else if (frame.test([&] { return Previous(kPreviousVolume).EqualsNumber(0); })) {
+    STEP(line.StoreLastVolume("0"));
+    STEP(StorePrevious(kPreviousVolume, Column::Volume));
+    STEP(StorePrevious(kPreviousDate, Column::Date));
+  } else if (frame.test([&] { return EqualText(line(Column::Date), Previous(kPreviousDate).ToText()); })) {
+    STEP(line.StoreLastVolume(
+        NumberText(ToNumber(line(Column::Volume)) - Previous(kPreviousVolume).ToDouble())));
+    STEP(StorePrevious(kPreviousVolume, Column::Volume));
+  } else {
+    STEP(line.StoreLastVolume("0"));
+    STEP(StorePrevious(kPreviousVolume, Column::Volume));
+    STEP(StorePrevious(kPreviousDate, Column::Date));
+  }
+}
+
+const Variant& cMirelo::LastQuoteRun::Previous(std::int32_t index) const {
+  return std::as_const(facade.prev_volume_).AsArray()(row, index);
+}
+
+void cMirelo::LastQuoteRun::StorePrevious(std::int32_t index, Column column) {
+  facade.prev_volume_.AsArray()(row, index) = line(column);
+}
+
+void cMirelo::LastQuoteRun::FillColumns() {
+  for (const std::int32_t c : frame.loop([&] { return BoundsOf(facade.mas_position_); })) {
+    std::int16_t position = kUnknownColumn;
+    STEP(position = facade.mas_position_(c));
+    if (position != kUnknownColumn) STEP(table.AsArray()(row, c) = CellText(position));
+  }
+}
+
+// Date and time are those of the retrieval, not the reply's.
+std::string_view cMirelo::LastQuoteRun::CellText(std::int16_t position) const {
+  if (position == CodeOf(Column::Date)) return date;
+  if (position == CodeOf(Column::Time)) return time;
+  return line(position);
+}
+
+}  // namespace mirelo
