@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -14,8 +15,8 @@ class SocketConnection;
 class SocketAddress {
  public:
   virtual ~SocketAddress() = default;
-  // Parses "host:port": a dotted IPv4 address or a host name, and a port of 1 to 65535. Names are resolved when a
-  // connection uses the address. Error 5 for text of another form.
+  // Parses "host:port": a dotted IPv4 address or a host name, and a port of 1 to 65535. Names are resolved
+  // when a connection uses the address. Error 5 for text of another form.
   virtual void SetText(const std::string& text) = 0;
 };
 
@@ -28,11 +29,14 @@ class SocketProtocol {
 class BytesTransferEvents {
  public:
   virtual ~BytesTransferEvents() = default;
+  // Raised before bytes are taken from the socket.
   virtual void OnBytesAvailable(SocketConnection&) {}
-  // What the socket delivered, at most 8192 bytes a call; valid for the time of the call. A span without data
-  // stands for a value that is no array.
+  // What the socket delivered, at most SocketConnection::kChunkLimit bytes a call; valid for the time of the
+  // call. A span without data stands for a value that is no array.
   virtual void OnBytesReceived(SocketConnection&, std::span<const std::uint8_t> /*bytes*/) {}
+  // So many of the bytes queued were handed to the socket.
   virtual void OnBytesSent(SocketConnection&, std::int32_t /*count*/) {}
+  // Raised by a library that takes urgent data out of the stream.
   virtual void OnOutOfBandBytesReceived(SocketConnection&, std::span<const std::uint8_t> /*bytes*/) {}
 };
 
@@ -46,8 +50,12 @@ class ConnectionEvents {
   virtual void OnDisconnected(SocketConnection&, const std::string& /*reason*/) {}
 };
 
+// One connection, kept alive by its own calls: its owner may drop it inside one of its events, and no event
+// follows. Dropping it disconnects. A sink that throws keeps the event from the sinks behind it.
 class SocketConnection {
  public:
+  static constexpr std::size_t kChunkLimit = 8192;
+
   // Values of State(). Bit 0 says that bytes can pass.
   static constexpr std::int32_t kClosed = 0;
   static constexpr std::int32_t kConnected = 1;
@@ -60,17 +68,20 @@ class SocketConnection {
 
   virtual ~SocketConnection() = default;
 
-  // Ids are never 0. Sinks are shared, so that one that is running outlives its unsubscription.
+  // Ids are never 0. Sinks are shared, so that one that is running outlives its unsubscription. One that is
+  // added while an event is raised gets the next one. Error 5 for flags of another kind, 91 without a sink.
   virtual std::int32_t Subscribe(std::shared_ptr<BytesTransferEvents> sink, std::int32_t flags) = 0;
   virtual std::int32_t Subscribe(std::shared_ptr<ConnectionEvents> sink, std::int32_t flags) = 0;
   // Unknown ids are ignored.
   virtual void Unsubscribe(std::int32_t id) = 0;
 
-  // Starts the connection and returns at once. The outcome arrives as an event. A RuntimeError is raised only for
-  // what is known at once (no descriptor left, connecting twice: error 5).
+  // Starts the connection and returns at once. The outcome arrives as an event. A RuntimeError is raised only
+  // for what is known at once: error 5 in another state than kClosed and for an address without text, 67 when
+  // no descriptor is left.
   virtual void Connect(const SocketAddress& address) = 0;
   virtual std::int32_t State() const = 0;
-  // Sends what is queued as far as the socket takes it at once, and closes.
+  // Sends what is queued as far as the socket takes it at once, and closes. The state is kClosed then, and
+  // another Connect is possible.
   virtual void Disconnect() = 0;
   // Queues the bytes, also while connecting. In the states kClosed and kDropped: error 5.
   virtual void Send(const std::string& bytes) = 0;

@@ -1,0 +1,230 @@
+#include "adapters/poll/tcp_connection.h"
+
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <span>
+#include <system_error>
+#include <utility>
+
+#include "adapters/poll/tcp_address.h"
+#include "automation/runtime_error.h"
+
+namespace mirelo::poll {
+
+namespace {
+
+// At most so much is handed to the socket in one step, so that a long queue doesn't keep other sources
+// waiting.
+constexpr std::size_t kSendLimit = 256 * 1024;
+// At most so many chunks are read away before closing.
+constexpr int kDrainLimit = 64;
+
+constexpr unsigned kRead = host::MessageLoop::kRead;
+constexpr unsigned kWrite = host::MessageLoop::kWrite;
+
+bool WouldBlock(int error) { return error == EAGAIN || error == EWOULDBLOCK || error == EINTR; }
+
+void SetOption(const Descriptor& socket, int level, int option) {
+  const int on = 1;
+  ::setsockopt(socket.Number(), level, option, &on, sizeof on);
+}
+
+int TakeError(const Descriptor& socket) {
+  int error = 0;
+  socklen_t size = sizeof error;
+  ::getsockopt(socket.Number(), SOL_SOCKET, SO_ERROR, &error, &size);
+  return error;
+}
+
+// Ends the stream in good order. Bytes left unread would turn the close into a reset, and a reset may take
+// from the peer what it has not read yet.
+void EndStream(const Descriptor& socket) {
+  ::shutdown(socket.Number(), SHUT_WR);
+  std::array<char, host::SocketConnection::kChunkLimit> unread;
+  for (int chunk = 0; chunk < kDrainLimit; ++chunk) {
+    if (::recv(socket.Number(), unread.data(), unread.size(), 0) <= 0) return;
+  }
+}
+
+}  // namespace
+
+std::shared_ptr<host::SocketConnection> TcpConnection::Create(host::MessageLoop& loop,
+                                                              std::shared_ptr<NameResolver> resolver) {
+  std::shared_ptr<TcpConnection> connection(new TcpConnection(loop, std::move(resolver)));
+  TcpConnection* const object = connection.get();
+  return {object, [connection = std::move(connection)](host::SocketConnection*) mutable {
+            connection->Abandon();
+            connection.reset();
+          }};
+}
+
+TcpConnection::TcpConnection(host::MessageLoop& loop, std::shared_ptr<NameResolver> resolver)
+    : loop_(loop), resolver_(std::move(resolver)) {}
+
+void TcpConnection::Abandon() {
+  bytes_events_.Clear();
+  connection_events_.Clear();
+  Disconnect();
+}
+
+std::int32_t TcpConnection::Subscribe(std::shared_ptr<host::BytesTransferEvents> sink, std::int32_t flags) {
+  if (sink == nullptr) throw Errors::ObjectNotSet();
+  if (flags != kBytesTransfer) throw Errors::InvalidProcedureCall();
+  bytes_events_.Add(++last_id_, std::move(sink));
+  return last_id_;
+}
+
+std::int32_t TcpConnection::Subscribe(std::shared_ptr<host::ConnectionEvents> sink, std::int32_t flags) {
+  if (sink == nullptr) throw Errors::ObjectNotSet();
+  if (flags != kConnectionEvents) throw Errors::InvalidProcedureCall();
+  connection_events_.Add(++last_id_, std::move(sink));
+  return last_id_;
+}
+
+void TcpConnection::Unsubscribe(std::int32_t id) {
+  bytes_events_.Remove(id);
+  connection_events_.Remove(id);
+}
+
+void TcpConnection::Connect(const host::SocketAddress& address) {
+  const auto* const target = dynamic_cast<const TcpAddress*>(&address);
+  if (state_ != kClosed || target == nullptr || target->Text().empty()) throw Errors::InvalidProcedureCall();
+  if (target->Ip()) {
+    Open(*target->Ip(), target->Port());
+  } else {
+    lookup_ = resolver_->Resolve(
+        target->Host(),
+        [this, port = target->Port()](const NameResolver::Answer& answer) { OnLookedUp(answer, port); });
+  }
+  target_ = target->Text();
+  state_ = kConnecting;
+}
+
+void TcpConnection::Send(const std::string& bytes) {
+  if (state_ == kClosed || state_ == kDropped) throw Errors::InvalidProcedureCall();
+  if (bytes.empty()) return;
+  if (sent_ > queue_.size() / 2) queue_.erase(0, std::exchange(sent_, 0));  // seldom: it moves the rest
+  queue_ += bytes;
+  if (state_ == kConnected) loop_.Rewatch(watch_, kRead | kWrite);
+}
+
+void TcpConnection::Disconnect() {
+  if (state_ == kConnected) {
+    while (sent_ < queue_.size() && SendOnce() > 0) {
+    }
+    EndStream(socket_);
+  }
+  Close(kClosed);
+}
+
+void TcpConnection::OnLookedUp(const NameResolver::Answer& answer, std::uint16_t port) {
+  const auto self = shared_from_this();
+  lookup_ = 0;
+  if (!answer.address) return Drop(answer.error);
+  try {
+    Open(*answer.address, port);
+  } catch (const RuntimeError& error) {
+    Drop(error.Description());
+  }
+}
+
+void TcpConnection::Open(in_addr ip, std::uint16_t port) {
+  socket_ = Descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
+  SetOption(socket_, IPPROTO_TCP, TCP_NODELAY);
+  SetOption(socket_, SOL_SOCKET, SO_OOBINLINE);
+  sockaddr_in to = {};
+  to.sin_family = AF_INET;
+  to.sin_port = htons(port);
+  to.sin_addr = ip;
+  error_ = 0;
+  if (::connect(socket_.Number(), reinterpret_cast<const sockaddr*>(&to), sizeof to) != 0 &&
+      errno != EINPROGRESS) {
+    error_ = errno;  // the socket is ready at once as it hangs up, and the event comes from the loop
+  }
+  watch_ = loop_.Watch(socket_.Number(), kWrite, [this](unsigned ready) { OnReady(ready); });
+}
+
+void TcpConnection::OnReady(unsigned ready) {
+  const auto self = shared_from_this();
+  if (state_ == kConnecting) return FinishConnecting();
+  if ((ready & kWrite) != 0) SendQueued();
+  if ((ready & kRead) != 0 && state_ == kConnected) Receive();
+}
+
+void TcpConnection::FinishConnecting() {
+  if (error_ == 0) error_ = TakeError(socket_);
+  if (error_ != 0) return Drop(std::generic_category().message(error_));
+  state_ = kConnected;
+  loop_.Rewatch(watch_, queue_.empty() ? kRead : kRead | kWrite);
+  connection_events_.Raise([this](host::ConnectionEvents& sink) { sink.OnConnected(*this); });
+}
+
+void TcpConnection::SendQueued() {
+  const std::ptrdiff_t count = SendOnce();
+  if (count < 0) {
+    if (!WouldBlock(errno)) GiveUpSending(errno);
+    return;
+  }
+  if (sent_ == queue_.size()) {
+    queue_.clear();
+    sent_ = 0;
+    loop_.Rewatch(watch_, kRead);
+  }
+  bytes_events_.Raise(
+      [&](host::BytesTransferEvents& sink) { sink.OnBytesSent(*this, static_cast<std::int32_t>(count)); });
+}
+
+void TcpConnection::Receive() {
+  bytes_events_.Raise([this](host::BytesTransferEvents& sink) { sink.OnBytesAvailable(*this); });
+  if (state_ != kConnected) return;
+  std::array<std::uint8_t, kChunkLimit>
+      chunk;  // in this frame: a sink that yields receives the next chunk inside
+  const ssize_t count = ::recv(socket_.Number(), chunk.data(), chunk.size(), 0);
+  if (count < 0 && WouldBlock(errno)) return;
+  if (count > 0) {
+    const std::span<const std::uint8_t> bytes(chunk.data(), static_cast<std::size_t>(count));
+    bytes_events_.Raise([&](host::BytesTransferEvents& sink) { sink.OnBytesReceived(*this, bytes); });
+    return;
+  }
+  const int error = count < 0 ? errno : error_;
+  Drop(error != 0 ? std::generic_category().message(error) : "The peer closed the connection");
+}
+
+// The peer takes nothing more, but what it has sent before is still to be received: the end of the connection
+// is met by reading.
+void TcpConnection::GiveUpSending(int error) {
+  error_ = error == EPIPE ? ECONNRESET : error;
+  queue_.clear();
+  sent_ = 0;
+  ::shutdown(socket_.Number(), SHUT_RDWR);
+  loop_.Rewatch(watch_, kRead);
+}
+
+void TcpConnection::Drop(const std::string& reason) {
+  Close(kDropped);
+  const std::string text = target_ + ": " + reason;
+  connection_events_.Raise([&](host::ConnectionEvents& sink) { sink.OnDisconnected(*this, text); });
+}
+
+void TcpConnection::Close(std::int32_t state) {
+  resolver_->Cancel(std::exchange(lookup_, 0));
+  loop_.Unwatch(std::exchange(watch_, 0));
+  socket_.Close();
+  queue_.clear();
+  sent_ = 0;
+  state_ = state;
+}
+
+// Hands a part of the queue to the socket: how many bytes it took, or -1 and errno.
+std::ptrdiff_t TcpConnection::SendOnce() {
+  const std::size_t length = std::min(queue_.size() - sent_, kSendLimit);
+  const ssize_t count = ::send(socket_.Number(), queue_.data() + sent_, length, MSG_NOSIGNAL);
+  if (count > 0) sent_ += static_cast<std::size_t>(count);
+  return count;
+}
+
+}  // namespace mirelo::poll

@@ -1,0 +1,195 @@
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "poll/connections.h"
+
+namespace mirelo::poll {
+namespace {
+
+// What sinks may do inside an event.
+class InsideAnEvent : public Connections {
+ protected:
+  LoopbackServer echo_{[](Peer& peer) {
+    for (std::string line; !(line = peer.ReceiveUntil("\n")).empty();) peer.Send(line);
+  }};
+};
+
+TEST_F(InsideAnEvent, MoreBytesAreReceivedNested) {
+  Client client(library_);
+  Connect(client, echo_.Address());
+  std::vector<std::string> log;
+  client.sink->on_received = [&](const std::string& chunk) {
+    log.push_back("begin " + chunk);
+    if (chunk == "1\n") {
+      client.connection->Send("2\n");
+      loop_.RunUntil([&] { return client.sink->received == "1\n2\n"; });
+    }
+    log.push_back("end " + chunk);
+  };
+  client.connection->Send("1\n");
+  RunUntilReceived(client, 4);
+  EXPECT_EQ(log, (std::vector<std::string>{"begin 1\n", "begin 2\n", "end 2\n", "end 1\n"}));
+}
+
+TEST_F(InsideAnEvent, BytesTakenNestedBeforeTheirOwnChunkStayInOrder) {
+  Client client(library_);
+  Connect(client, echo_.Address());
+  client.sink->on_available = [&, depth = 0]() mutable {
+    if (++depth < 5) loop_.Yield();
+    --depth;
+  };
+  const std::string bytes = std::string(50'000, 'a') + std::string(50'000, 'b') + "\n";
+  client.connection->Send(bytes);
+  RunUntilReceived(client, bytes.size());
+  EXPECT_TRUE(client.sink->received == bytes);
+}
+
+TEST_F(InsideAnEvent, DisconnectEndsTheEventsAtOnce) {
+  Client client(library_);
+  Connect(client, echo_.Address());
+  client.sink->on_received = [&](const std::string&) { client.connection->Disconnect(); };
+  client.connection->Send(std::string(3 * SocketConnection::kChunkLimit, 'x') + "\n");
+  RunUntilReceived(client, 1);
+  loop_.Yield();
+  EXPECT_EQ(client.sink->chunks.size(), 1u);
+  EXPECT_TRUE(client.sink->reasons.empty());
+  EXPECT_EQ(loop_.WatchCount(), 0u);
+}
+
+TEST_F(InsideAnEvent, TheOwnerMayDropTheConnection) {
+  enum class In { kConnected, kAvailable, kReceived, kSent, kDisconnected };
+  for (const In event : {In::kConnected, In::kAvailable, In::kReceived, In::kSent, In::kDisconnected}) {
+    SCOPED_TRACE(static_cast<int>(event));
+    LoopbackServer server([](Peer& peer) {
+      peer.ReceiveUntil("\n");
+      peer.Send("reply");
+    });
+    Client client(library_);
+    const auto drop = [&] {
+      client.connection.reset();
+      client.sink->log.push_back("dropped");
+    };
+    if (event == In::kConnected) client.sink->on_connected = drop;
+    if (event == In::kAvailable) client.sink->on_available = drop;
+    if (event == In::kReceived) client.sink->on_received = [&](const std::string&) { drop(); };
+    if (event == In::kSent) client.sink->on_sent = drop;
+    if (event == In::kDisconnected) client.sink->on_disconnected = drop;
+    client.Connect(server.Address());
+    client.connection->Send("\n");
+    loop_.RunUntil([&] { return client.connection == nullptr; });
+    EXPECT_EQ(loop_.WatchCount(), 0u);
+    loop_.Yield();
+    EXPECT_EQ(client.sink->log.back(), "dropped") << "no event follows";
+  }
+}
+
+TEST_F(InsideAnEvent, DroppingInANestedOneLetsTheOuterReturn) {
+  Client client(library_);
+  Connect(client, echo_.Address());
+  bool returned = false;
+  client.sink->on_received = [&](const std::string& chunk) {
+    if (chunk == "2\n") return client.connection.reset();
+    client.connection->Send("2\n");
+    loop_.RunUntil([&] { return client.connection == nullptr; });
+    returned = true;
+  };
+  client.connection->Send("1\n");
+  RunUntilReceived(client, 4);
+  EXPECT_TRUE(returned);
+  EXPECT_EQ(loop_.WatchCount(), 0u);
+}
+
+TEST_F(InsideAnEvent, AConnectionMayConnectAnew) {
+  Client client(library_);
+  Connect(client, echo_.Address());
+  client.sink->on_received = [&](const std::string& chunk) {
+    if (chunk != "again\n") return;
+    client.connection->Disconnect();
+    client.Connect(echo_.Address());
+    client.connection->Send("other\n");
+  };
+  client.connection->Send("again\n");
+  RunUntilReceived(client, 12);
+  EXPECT_EQ(client.sink->received, "again\nother\n");
+  EXPECT_EQ(echo_.Connections(), 2u);
+}
+
+TEST_F(InsideAnEvent, AnUnsubscribedSinkIsNoLongerCalledButLivesUntilItReturns) {
+  Client client(library_);
+  Connect(client, echo_.Address());
+  auto second = std::make_shared<Client::Sink>();
+  const std::weak_ptr<Client::Sink> life = second;
+  const auto id = client.connection->Subscribe(std::static_pointer_cast<host::BytesTransferEvents>(second),
+                                               SocketConnection::kBytesTransfer);
+  bool lived = false;
+  second->on_received = [&](const std::string&) {
+    client.connection->Unsubscribe(id);
+    lived = !life.expired();
+  };
+  second.reset();
+  client.connection->Send("1\n");
+  RunUntilReceived(client, 2);
+  EXPECT_TRUE(lived);
+  EXPECT_TRUE(life.expired());
+  client.connection->Send("2\n");
+  RunUntilReceived(client, 4);
+}
+
+TEST_F(InsideAnEvent, OneSinkMayUnsubscribeAnother) {
+  Client client(library_);
+  const auto second = std::make_shared<Client::Sink>();
+  const auto id = client.connection->Subscribe(std::static_pointer_cast<host::BytesTransferEvents>(second),
+                                               SocketConnection::kBytesTransfer);
+  client.sink->on_received = [&](const std::string&) { client.connection->Unsubscribe(id); };
+  Connect(client, echo_.Address());
+  client.connection->Send("1\n");
+  RunUntilReceived(client, 2);
+  EXPECT_EQ(second->received, "");
+}
+
+TEST_F(InsideAnEvent, ASinkAddedGetsTheNextOne) {
+  Client client(library_);
+  const auto second = std::make_shared<Client::Sink>();
+  client.sink->on_received = [&](const std::string& chunk) {
+    if (chunk != "1\n") return;
+    client.connection->Subscribe(std::static_pointer_cast<host::BytesTransferEvents>(second),
+                                 SocketConnection::kBytesTransfer);
+  };
+  Connect(client, echo_.Address());
+  client.connection->Send("1\n");
+  RunUntilReceived(client, 2);
+  client.connection->Send("2\n");
+  RunUntilReceived(client, 4);
+  EXPECT_EQ(second->received, "2\n");
+}
+
+TEST_F(InsideAnEvent, AnErrorLeavesTheLoopAndTheConnectionUsable) {
+  Client client(library_);
+  Connect(client, echo_.Address());
+  client.sink->on_received = [&](const std::string& chunk) {
+    if (chunk == "1\n") throw std::runtime_error("bad chunk");
+  };
+  client.connection->Send("1\n");
+  EXPECT_THROW(RunUntilReceived(client, 4), std::runtime_error);
+  client.connection->Send("2\n");
+  RunUntilReceived(client, 4);
+  EXPECT_EQ(client.sink->received, "1\n2\n");
+}
+
+TEST_F(InsideAnEvent, UnsubscribingBothSinksAtTheEndIsAllowed) {
+  LoopbackServer server([](Peer&) {});
+  Client client(library_);
+  client.sink->on_disconnected = [&] {
+    client.connection->Unsubscribe(client.connection_id);
+    client.connection->Unsubscribe(client.bytes_id);
+    client.connection->Unsubscribe(client.bytes_id);  // unknown by now
+  };
+  client.Connect(server.Address());
+  RunUntilDisconnected(client);
+  EXPECT_TRUE(client.IsDropped());
+}
+
+}  // namespace
+}  // namespace mirelo::poll
