@@ -35,7 +35,7 @@ class TestHost : public host::Host {
  private:
   template <class Port>
   static Port& Present(Port* port) {
-    if (port == nullptr) throw RuntimeError(445, "Object doesn't support this action");
+    if (port == nullptr) throw Errors::ActionNotSupported();
     return *port;
   }
 
