@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "quotetracker/file_descriptor.h"
+#include "quotetracker/reactor.h"
+#include "quotetracker/socket.h"
+
+namespace mirelo::quotetracker {
+
+// Takes the connections of a listening socket off it and hands them on. When the machine refuses one, for
+// want of descriptors or memory, it rests for a moment instead of asking again and again.
+class Acceptor {
+ public:
+  // The reactor outlives the acceptor. `take` owns what it is given.
+  Acceptor(Reactor& reactor, FileDescriptor listener, std::function<void(FileDescriptor)> take);
+  ~Acceptor();
+  Acceptor(const Acceptor&) = delete;
+  Acceptor& operator=(const Acceptor&) = delete;
+
+  std::uint16_t Port() const { return LocalPort(listener_); }
+
+ private:
+  void AcceptAll();
+
+  Reactor& reactor_;
+  FileDescriptor listener_;
+  std::function<void(FileDescriptor)> take_;
+  Reactor::Token watch_ = 0;
+  Reactor::Token rest_ = 0;
+};
+
+}  // namespace mirelo::quotetracker

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "quotetracker/acceptor.h"
+#include "quotetracker/http_fault.h"
+#include "quotetracker/random.h"
+#include "quotetracker/reactor.h"
+
+namespace mirelo::quotetracker {
+
+// Serves HTTP/1.0 on a listening socket: one request a connection, answered by a function from resource to
+// body. A client that is too slow, too large or not speaking HTTP is refused and let go; beyond
+// kMostConnections new ones are closed at once.
+class HttpServer {
+ public:
+  static constexpr std::size_t kMostConnections = 900;
+  static constexpr std::chrono::seconds kPatience{15};  // from the connection to the last byte of its reply
+
+  using Answer = std::function<std::string(std::string_view resource)>;
+
+  // The reactor outlives the server. Called on the reactor's thread, as all members are.
+  HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer, std::uint64_t seed);
+  ~HttpServer();
+
+  std::uint16_t Port() const { return acceptor_.Port(); }
+  void SetFault(HttpFaultPlan plan) { fault_ = plan; }
+
+ private:
+  struct Connection;
+  using Token = Reactor::Token;
+
+  void Take(FileDescriptor socket);
+  void OnReady(Connection& connection);
+  void ReadRequest(Connection& connection);
+  void Reply(Connection& connection, std::string_view resource);
+  void Refuse(Connection& connection, std::string_view refusal);
+  void SendReply(Connection& connection);
+  void Discard(Connection& connection);
+  void Close(Connection& connection);
+  void CloseImpatiently();
+
+  Reactor& reactor_;
+  Answer answer_;
+  HttpFaultPlan fault_;
+  Random random_;
+  Token sweep_ = 0;
+  std::unordered_map<Token, std::unique_ptr<Connection>> connections_;
+  Acceptor acceptor_;
+};
+
+}  // namespace mirelo::quotetracker

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "quotetracker/quote_source.h"
+#include "quotetracker/walk.h"
+
+namespace mirelo::quotetracker {
+
+// A market that is made up as it is looked at: it knows every ticker, upper and lower case alike. Each look
+// at a ticker is one step of that ticker's path and of no other's, so the n-th look at "MSFT" says the same
+// for the same seed, whatever else was looked at before; only date and time come from the clock.
+class Market : public QuoteSource {
+ public:
+  // Tickers that are remembered. One beyond them is new at each look, so that a flood of names costs no
+  // memory.
+  static constexpr std::size_t kMostTickers = 200'000;
+
+  explicit Market(std::uint64_t seed, Clock clock = SystemClock());
+
+  Moment Now() override;
+  const Quote& Look(std::string_view ticker) override;
+
+ private:
+  Walk& WalkOf(std::string_view ticker);
+
+  std::uint64_t seed_;
+  Clock clock_;
+  std::string key_;  // the ticker in upper case; kept so that a look allocates nothing
+  std::unordered_map<std::string, Walk> walks_;
+};
+
+}  // namespace mirelo::quotetracker

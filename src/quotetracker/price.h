@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace mirelo::quotetracker {
+
+// A price in ten-thousandths of the currency: exact sums and exact text, and fine enough for a currency pair.
+using Price = std::int64_t;
+
+inline constexpr Price kPriceUnit = 10'000;
+inline constexpr Price kCent = 100;
+
+inline double ToDouble(Price price) { return static_cast<double>(price) / static_cast<double>(kPriceUnit); }
+
+// Appends a price with at least two decimals, and up to four where they say something: 26.50, -0.12, 1.2345.
+void AppendPrice(std::string& text, Price price);
+
+// A price from text such as "26.5", "-0.12" or ".5". Nothing for other text, for more than four decimals that
+// say something, and for more than twelve digits before the point.
+std::optional<Price> ParsePrice(std::string_view text);
+
+}  // namespace mirelo::quotetracker
