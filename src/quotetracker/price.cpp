@@ -12,19 +12,16 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
 
-void AppendPrice(std::string& text, Price price) {
-  char buffer[32];
-  char* end = buffer;
-  if (price < 0) *end++ = '-';
-  const Price size = price < 0 ? -price : price;
-  end = std::to_chars(end, buffer + 24, size / kPriceUnit).ptr;
-  *end++ = '.';
-  Price rest = size % kPriceUnit;
-  for (Price place = kPriceUnit / 10; place >= kCent || rest > 0; place /= 10) {
-    *end++ = static_cast<char>('0' + rest / place);
-    rest %= place;
-  }
-  text.append(buffer, end);
+char* WritePrice(char* at, Price price) {
+  if (price < 0) *at++ = '-';
+  const auto size = price < 0 ? 0 - static_cast<std::uint64_t>(price) : static_cast<std::uint64_t>(price);
+  at = std::to_chars(at, at + kPriceWidth, size / kPriceUnit).ptr;
+  *at++ = '.';
+  auto rest = static_cast<unsigned>(size % kPriceUnit);
+  for (int i = kDecimals - 1; i >= 0; --i, rest /= 10) at[i] = static_cast<char>('0' + rest % 10);
+  int shown = kDecimals;
+  while (shown > 2 && at[shown - 1] == '0') --shown;
+  return at + shown;
 }
 
 std::optional<Price> ParsePrice(std::string_view text) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace mirelo::quotetracker {
@@ -15,8 +15,10 @@ inline constexpr Price kCent = 100;
 
 inline double ToDouble(Price price) { return static_cast<double>(price) / static_cast<double>(kPriceUnit); }
 
-// Appends a price with at least two decimals, and up to four where they say something: 26.50, -0.12, 1.2345.
-void AppendPrice(std::string& text, Price price);
+// Writes a price with at least two decimals, and up to four where they say something: 26.50, -0.12, 1.2345.
+// Returns the place behind it; kPriceWidth characters are enough for any.
+inline constexpr std::size_t kPriceWidth = 22;
+char* WritePrice(char* at, Price price);
 
 // A price from text such as "26.5", "-0.12" or ".5". Nothing for other text, for more than four decimals that
 // say something, and for more than twelve digits before the point.

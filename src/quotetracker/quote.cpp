@@ -1,46 +1,61 @@
 #include "quotetracker/quote.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace mirelo::quotetracker {
 namespace {
 
-void AppendField(std::string& text, Price price) {
-  text += ',';
-  AppendPrice(text, price);
-}
+// Writes fields behind one another into a buffer that holds any record but for its ticker: appending them one
+// by one to the reply took half of a request's time.
+class FieldWriter {
+ public:
+  void Text(std::string_view text) {
+    *end_++ = ',';
+    end_ = std::ranges::copy(text, end_).out;
+  }
+  void Money(Price price) {
+    *end_++ = ',';
+    end_ = WritePrice(end_, price);
+  }
+  void Count(std::int64_t count) {
+    *end_++ = ',';
+    end_ = std::to_chars(end_, buffer_.data() + buffer_.size(), count).ptr;
+  }
+  std::string_view Written() const { return {buffer_.data(), end_}; }
 
-void AppendCount(std::string& text, std::int64_t count) {
-  char buffer[24];
-  buffer[0] = ',';
-  text.append(buffer, std::to_chars(buffer + 1, buffer + sizeof buffer, count).ptr);
-}
+ private:
+  static constexpr std::size_t kFields = 18;
+  std::array<char, kFields*(kPriceWidth + 1)> buffer_;
+  char* end_ = buffer_.data();
+};
 
 }  // namespace
 
 void AppendRecord(std::string& text, std::string_view shown, const Quote& quote) {
+  FieldWriter fields;
+  const char tick = static_cast<char>(quote.tick);
+  fields.Text(quote.stamp.Date());
+  fields.Text(quote.stamp.Time());
+  fields.Money(quote.last);
+  fields.Money(quote.bid);
+  fields.Money(quote.ask);
+  fields.Money(quote.change);
+  fields.Text({&tick, 1});
+  fields.Count(quote.volume);
+  fields.Money(quote.high);
+  fields.Money(quote.low);
+  fields.Count(quote.bid_size);
+  fields.Count(quote.ask_size);
+  fields.Count(quote.last_volume);
+  fields.Count(quote.average_trade);
+  fields.Count(quote.trades);
+  fields.Money(quote.open);
+  fields.Money(quote.low_52);
+  fields.Money(quote.high_52);
   text += shown;
-  text += ',';
-  text += quote.stamp.Date();
-  text += ',';
-  text += quote.stamp.Time();
-  AppendField(text, quote.last);
-  AppendField(text, quote.bid);
-  AppendField(text, quote.ask);
-  AppendField(text, quote.change);
-  text += ',';
-  text += static_cast<char>(quote.tick);
-  AppendCount(text, quote.volume);
-  AppendField(text, quote.high);
-  AppendField(text, quote.low);
-  AppendCount(text, quote.bid_size);
-  AppendCount(text, quote.ask_size);
-  AppendCount(text, quote.last_volume);
-  AppendCount(text, quote.average_trade);
-  AppendCount(text, quote.trades);
-  AppendField(text, quote.open);
-  AppendField(text, quote.low_52);
-  AppendField(text, quote.high_52);
+  text += fields.Written();
 }
 
 }  // namespace mirelo::quotetracker
