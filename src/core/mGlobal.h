@@ -28,5 +28,8 @@ std::int32_t GetColorIndex(std::int32_t color);
 void SetStreamingObject(std::shared_ptr<cQTStreaming> object);
 std::shared_ptr<cQTStreaming> StreamingObject();
 
+// What that timer runs: the stream object's RaiseEventTimerProc, if there is one.
+void StreamTimerProc();
+
 }  // namespace mGlobal
 }  // namespace mirelo

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "automation/variant.h"
+#include "core/property.h"
+
+namespace mirelo {
+
+// One quote as the stream delivers it. It holds exactly what one record carried: what the record lacked is 0
+// or empty here, not the value last seen. Volumes are the low 32 bits of what was sent.
+//
+// Properties stand in the order of the public interface. Getting and letting them cannot fail, so the failure
+// "cQTData component failure" of this class has no way to occur.
+class cQTData : public Object {
+ public:
+  std::string_view TypeName() const override { return "cQTData"; }
+
+  Property<std::int32_t> Last_Volume;  // volume of the last trade
+  Property<std::string> TimeQT;        // time of arrival, displaced to the shown zone
+  Property<std::string> DateQT;        // date of arrival, displaced, in the user's format
+  Property<std::string> NameID;        // the collection key given at creation
+  Property<std::string> Tick;          // tick direction
+  Property<std::string> UPC;
+  Property<double> CloseTicker;
+  Property<double> Yield;
+  Property<std::int32_t> Open_Interest;
+  Property<double> PE;  // price to earnings
+  Property<std::string> Market_Cap;
+  Property<std::string> Exchange;
+  Property<double> Earnings;
+  Property<double> Dividend;
+  Property<std::int32_t> Average_Volume;
+  Property<std::int32_t> Avg_Trade_Size;
+  Property<std::int32_t> Trades;  // number of trades
+  Property<std::int32_t> Prev_Volume;
+  Property<std::string> Company_Name;
+  Property<double> Week_52_Low;
+  Property<double> Week_52_High;
+  Property<std::string> Date_Time;  // the server's stamp in the user's format
+  Property<double> Low;             // of the day
+  Property<double> High;            // of the day
+  Property<std::int32_t> Last_Size;
+  Property<std::int32_t> Ask_Size;
+  Property<std::int32_t> Bid_Size;
+  Property<double> Prev_Close;
+  Property<double> OpenTicker;
+  Property<std::int32_t> Volume;  // since the day began
+  Property<double> Change;
+  Property<double> Last_Price;
+  Property<double> Ask_Price;
+  Property<double> Bid_Price;
+  Property<std::string> Symbol;
+};
+
+}  // namespace mirelo

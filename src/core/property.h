@@ -1,0 +1,19 @@
+#pragma once
+
+#include <utility>
+
+namespace mirelo {
+
+// A property that is a plain stored value: `object.Name()` gets it, `object.Name(value)` lets it. Starts at
+// zero or empty; nothing is validated and neither call can fail.
+template <class T>
+class Property {
+ public:
+  const T& operator()() const { return value_; }
+  void operator()(T value) { value_ = std::move(value); }
+
+ private:
+  T value_{};
+};
+
+}  // namespace mirelo

@@ -1,0 +1,204 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "automation/event.h"
+#include "automation/runtime_error.h"
+#include "automation/variant.h"
+#include "core/cQTDatas.h"
+#include "core/cTickerDateTimes.h"
+#include "host/message_loop.h"
+#include "streaming/MD5.h"
+#include "streaming/arrival_clock.h"
+#include "streaming/quote_keys.h"
+#include "streaming/stamp_texts.h"
+
+namespace mirelo {
+
+namespace host {
+class SocketConnection;
+}
+class cMirelo;
+struct Level1Record;
+
+// One socket connection to QuoteTracker's streaming port: it logs in, then fetches the list of quote sources
+// or subscribes tickers and delivers their quotes, as Owner.StatusRunWorkQT says.
+//
+// To stream quotes: set Owner, arrTickers, st_StreamerFile, DovantaFormatUserDate and StartStop, put
+// Status_LEVEL_I_FULL_QUOTE into the owner's StatusRunWorkQT, and call connect. At each QTDatas take the
+// quotes with GetQTData and give them back with FreeQTDataBuffer.
+//
+// Everything runs on the thread of the installed host's message loop. QTDatas is followed by a yield to that
+// loop, so more records may be decoded while a handler runs; they wait in the buffer without a second event.
+// Make the object with std::make_shared: then a handler may let go of the last reference.
+class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStreaming> {
+ public:
+  // Error 91 while no facade lives, since the displacement of times is read from the settings.
+  cQTStreaming();
+  // Closes an open connection. Raises nothing.
+  ~cQTStreaming() override;
+  cQTStreaming(const cQTStreaming&) = delete;
+  cQTStreaming& operator=(const cQTStreaming&) = delete;
+
+  std::string_view TypeName() const override { return "cQTStreaming"; }
+
+  // Moves the waiting quotes to copy_cQTDatas and returns it; nothing while StartStop is false. Quotes of
+  // earlier takes stay there until FreeQTDataBuffer. Raises nothing: a failure ends the move where it stands.
+  std::shared_ptr<cQTDatas> GetQTData();
+
+  // What FreeQTDataBuffer clears; the same object as copy_cQTDatas until another is set.
+  const std::shared_ptr<cQTDatas>& QTConteiner() const { return QTConteiner_; }
+  void QTConteiner(std::shared_ptr<cQTDatas> value) { QTConteiner_ = std::move(value); }
+
+  // The tickers to subscribe: an array of texts, sent as they are.
+  const Variant& arrTickers() const { return arrTickers_; }
+  void arrTickers(Variant value) { arrTickers_ = std::move(value); }
+
+  // The facade, which must outlive this object or be unset first.
+  void Owner(cMirelo* owner) { Owner_ = owner; }
+
+  // The streamer file to ask for (GiveStreamerFile); an empty one stops the conversation behind the login.
+  const std::string& st_StreamerFile() const { return st_StreamerFile_; }
+  void st_StreamerFile(std::string value) { st_StreamerFile_ = std::move(value); }
+
+  // Stored for clients; nothing here uses it.
+  bool Enumerate_Sources_Result_ID() const { return Enumerate_Sources_Result_ID_; }
+  void Enumerate_Sources_Result_ID(bool value) { Enumerate_Sources_Result_ID_ = value; }
+
+  // The format of the quotes' dates, in the letters of Format().
+  const std::string& DovantaFormatUserDate() const { return DovantaFormatUserDate_; }
+  void DovantaFormatUserDate(std::string value);
+
+  // Whether GetQTData delivers. Set by the client; DisConnect clears it.
+  bool StartStop() const { return StartStop_; }
+  void StartStop(bool value) { StartStop_ = value; }
+
+  // Where taken quotes go.
+  const std::shared_ptr<cQTDatas>& copy_cQTDatas() const { return copy_cQTDatas_; }
+  void copy_cQTDatas(std::shared_ptr<cQTDatas> value) { copy_cQTDatas_ = std::move(value); }
+
+  // Starts a connection to the settings' Webaddress and SocketPort (127.0.0.1:16240) and returns at once.
+  // Success shows only through events; the result is always false. A failure is shown in a message box and as
+  // a status text. An earlier connection is let go, not disconnected.
+  bool connect();
+
+  // Stops the delivery and closes the connection. The result is empty. A failure becomes a status text.
+  Variant DisConnect();
+
+  // Sends a message that carries its terminator. Nothing happens without text, connection, or once the
+  // connection was lost. A failure is shown in a message box.
+  void SendWinsock(const std::string& as_cmd);
+
+  // What the 100 ms timer behind a login for the source list runs: reports the login's result, and asks for
+  // the list.
+  void RaiseEventTimerProc();
+
+  // The file name of a quote source, by its display text without regard to case and surrounding blanks; empty
+  // when there is none. Failures are reported by the error handler.
+  std::string GiveStreamerFile(std::string_view Site = {});
+
+  // Ends all subscriptions. No reply is awaited.
+  void stop_sub();
+
+  // Clears QTConteiner. Raises nothing.
+  void FreeQTDataBuffer();
+
+  // As GetQTData.
+  std::shared_ptr<cQTDatas> GetCurrentData();
+
+  // Whether a walk over records that makes no progress ends. A record of a kind that isn't wanted says how
+  // far the next one lies; a length of zero, or below, keeps the walk in place for ever, which is the rule
+  // and the default (false). With true such a walk forgets the unfinished record of the chunks before it and
+  // raises kEndlessWalk.
+  void StopEndlessWalks(bool value) { StopEndlessWalks_ = value; }
+  // "The quote stream lost its place", source "Mirelo.cQTStreaming".
+  static constexpr std::int32_t kEndlessWalk = ErrorNumber(0x80040065);
+
+  // A status line for a person.
+  Event<const std::string&> OnStatusText;
+  // What the owner should do next: 1 when the source list has been stored, 5 when the streamer was accepted
+  // and the subscription sent.
+  Event<std::int16_t> PerformanceFollowingProcess;
+  // Quotes wait to be taken. Not raised while it is being raised; a handler's failure is dropped.
+  Event<> QTDatas;
+
+ private:
+  class BytesTransferSink;
+  class ConnectionSink;
+  using Bytes = std::span<const std::uint8_t>;
+
+  // connection.cpp
+  void OpenConnection(const std::string& host_and_port);
+  void m_oConnectionEvents_OnDisconnected();
+
+  // dispatcher.cpp
+  void m_oBytesTransferEvents_OnBytesReceived(Bytes chunk);
+  bool GatherSources(std::string_view chunk);
+  void TakeSources(std::string_view chunk);
+  void TakeAcceptance(std::string_view chunk);
+  void TakeLoginResult(std::string_view chunk);
+  void DecodeBehindTail(Bytes chunk);
+  void DecodeContinuation(Bytes chunk);
+
+  // login.cpp
+  std::string BuildLoginMessage(std::string_view reply) const;
+  std::string GetAppAuth(const std::string& text) const;
+
+  // control_messages.cpp
+  void SendEnumSources(const std::string& source_type);
+  void SendL1Site(const std::string& streamer_file);
+  void SendSubscribe();
+  void ParseSources(std::string_view text);
+  bool ParseSourceItems(const std::string& type, std::string_view text);
+  void StoreSourceItem(const std::string& type, std::string_view item);
+
+  // decoder.cpp
+  void DecodeRecords(Bytes data);
+  [[noreturn]] void LosePlace();
+  void ApplyQuote(const Level1Record& record);
+  cTickerDateTime& StateOf(std::string_view symbol);
+
+  // delivery.cpp
+  void AddQuoteToBuffer(const Level1Record& record, const std::string& date_time, std::int32_t last_volume);
+  void RaiseQTDatas();
+
+  std::shared_ptr<BytesTransferSink> m_oBytesTransferEvents;
+  std::shared_ptr<ConnectionSink> m_oConnectionEvents;
+  std::shared_ptr<host::SocketConnection> ConnectionObject;
+  std::int32_t BytesTransferCookie = 0;
+  std::int32_t ConnectionEventsCookie = 0;
+  host::MessageLoop::Token TimerID = 0;
+
+  std::shared_ptr<cQTDatas> copy_cQTDatas_ = std::make_shared<cQTDatas>();
+  cQTDatas QuoteBuffer;           // quotes that nobody has taken yet
+  cTickerDateTimes TickerStates;  // the last known state per symbol
+  MD5 Hasher;
+
+  std::string LoginMessage;  // the last one sent; cleared by connect
+  std::string StatusCode;    // of the last login reply
+  std::string StatusDesc;
+  bool SourcesPending = false;             // a source list reply is spread over several chunks
+  std::string SourcesText;                 // its chunks so far, as bytes
+  std::vector<std::uint8_t> PendingBytes;  // the tail of an unfinished quote record, or nothing
+  QuoteKeys QuoteCounter;
+  bool RaisingQuotes = false;
+  bool StreamerAccepted = false;  // set when the streamer reply has come; nothing reads it
+  bool StartStop_ = false;
+  bool StopEndlessWalks_ = false;
+  bool Enumerate_Sources_Result_ID_ = false;
+  std::string DovantaFormatUserDate_;
+  std::string st_StreamerFile_;
+  cMirelo* Owner_ = nullptr;
+  Variant arrTickers_;
+  std::shared_ptr<cQTDatas> QTConteiner_ = copy_cQTDatas_;
+
+  StampTexts stamps_;
+  ArrivalClock arrival_;
+};
+
+}  // namespace mirelo

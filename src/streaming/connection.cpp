@@ -1,0 +1,112 @@
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "automation/ansi.h"
+#include "automation/text.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "host/desktop.h"
+#include "host/host.h"
+#include "host/winsock_library.h"
+#include "streaming/cQTStreaming.h"
+#include "streaming/sinks.h"
+
+namespace mirelo {
+
+namespace {
+
+std::int32_t IntegerSetting(std::string_view key, const Variant& default_value) {
+  return mGlobal::AppSettings().GetSetting("Settings", key, default_value).ToInt32();
+}
+
+std::string OnOneLine(std::string_view description) { return Replace(description, "\r\n", ""); }
+
+void ShowError(const RuntimeError& error) {
+  host::Host::Current().desktop().MessageBox(error.Description(), host::Desktop::kOkOnly, "");
+}
+
+}  // namespace
+
+cQTStreaming::cQTStreaming()
+    : m_oBytesTransferEvents(std::make_shared<BytesTransferSink>(*this)),
+      m_oConnectionEvents(std::make_shared<ConnectionSink>(*this)),
+      arrival_(IntegerSetting("DisplacementHour", "0"), IntegerSetting("DisplacementMinute", "0")) {}
+
+cQTStreaming::~cQTStreaming() {
+  m_oBytesTransferEvents->Detach();
+  m_oConnectionEvents->Detach();
+  try {
+    if (ConnectionObject && (ConnectionObject->State() & host::SocketConnection::kConnected) != 0) {
+      ConnectionObject->Disconnect();
+    }
+  } catch (...) {  // nobody is left to hear of it
+  }
+}
+
+bool cQTStreaming::connect() {
+  const std::int32_t port = IntegerSetting("SocketPort", 16240);
+  const std::string host = mGlobal::AppSettings().GetSetting("Settings", "Webaddress", "127.0.0.1").ToText();
+  OnStatusText.Raise("Connection started...");
+  try {
+    OpenConnection(host + ":" + std::to_string(port));
+  } catch (...) {
+    const RuntimeError error = CurrentError();
+    ShowError(error);
+    OnStatusText.Raise(OnOneLine(error.Description()));
+  }
+  return false;
+}
+
+void cQTStreaming::OpenConnection(const std::string& host_and_port) {
+  using Library = host::WinsockLibrary;
+  Library& library = host::Host::Current().sockets();
+
+  const auto address = library.CreateAddress(Library::kInet);
+  address->SetText(host_and_port);
+  const auto protocol = library.FindProtocol(Library::kInet, Library::kStream, Library::kTcp);
+  ConnectionObject = library.CreateConnection(*protocol);
+  BytesTransferCookie =
+      ConnectionObject->Subscribe(m_oBytesTransferEvents, host::SocketConnection::kBytesTransfer);
+  ConnectionEventsCookie =
+      ConnectionObject->Subscribe(m_oConnectionEvents, host::SocketConnection::kConnectionEvents);
+
+  OnStatusText.Raise("Connecting to host...");
+  LoginMessage.clear();
+  ConnectionObject->Connect(*address);
+}
+
+Variant cQTStreaming::DisConnect() {
+  StartStop_ = false;
+  try {
+    if (ConnectionObject && ConnectionObject->State() != host::SocketConnection::kClosed) {
+      ConnectionObject->Disconnect();
+    }
+  } catch (...) {
+    OnStatusText.Raise(OnOneLine(CurrentError().Description()));
+  }
+  return {};
+}
+
+void cQTStreaming::SendWinsock(const std::string& as_cmd) {
+  try {
+    if (as_cmd.empty() || !ConnectionObject) return;
+    if (ConnectionObject->State() == host::SocketConnection::kDropped) return;
+    ConnectionObject->Send(TextToAnsi(as_cmd));
+  } catch (...) {
+    ShowError(CurrentError());
+  }
+}
+
+void cQTStreaming::m_oConnectionEvents_OnDisconnected() {
+  ConnectionObject->Unsubscribe(ConnectionEventsCookie);
+  ConnectionObject->Unsubscribe(BytesTransferCookie);
+}
+
+void cQTStreaming::DovantaFormatUserDate(std::string value) {
+  DovantaFormatUserDate_ = std::move(value);
+  stamps_.Forget();
+  arrival_.Forget();
+}
+
+}  // namespace mirelo

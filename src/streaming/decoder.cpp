@@ -1,0 +1,164 @@
+// The walk over a chunk of Level I records. A record is two bytes of kind, a signed 16-bit length that counts
+// the whole record, and fields: a 2-byte id and a value each. All numbers are little-endian.
+//
+// Lengths and ids are taken as they come. Where a record lies about itself, the walk goes on where the lie
+// leads it, and the order of the steps decides what is lost; so that order is not free.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "automation/ansi.h"
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "core/cTickerDateTime.h"
+#include "streaming/cQTStreaming.h"
+#include "streaming/level1_fields.h"
+#include "streaming/level1_record.h"
+#include "streaming/quote_changes.h"
+#include "streaming/wire_bytes.h"
+
+namespace mirelo {
+
+namespace {
+
+constexpr std::int32_t kHead = 4;          // kind and length
+constexpr std::int32_t kUnknownField = 4;  // bytes passed over for an unknown field
+
+struct Kind {
+  std::uint8_t first;
+  std::uint8_t second;
+  friend bool operator==(Kind, Kind) = default;
+};
+constexpr Kind kS1{'S', '1'};
+constexpr Kind kL1{'L', '1'};
+
+const std::string kNoText;
+
+template <class Value>
+void Put(Level1Record& record, const Level1Field& field, Value value) {
+  std::memcpy(reinterpret_cast<std::byte*>(&record) + field.target, &value, sizeof value);
+}
+
+// Reads the field at `position` and leaves the position behind it. What lies behind the chunk's end reads as
+// 0 or as no text, but a zero-terminated text that runs off it is error 9.
+inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Record& record) {
+  const auto id = bytes.NumberAt<std::uint16_t>(position);
+  position += 2;
+  const Level1Field& field = kFieldTable[id < kFieldTable.size() ? id : 0];
+  switch (field.kind) {
+    case FieldKind::Double:
+      Put(record, field, bytes.NumberAt<double>(position));
+      position += 8;
+      return;
+    case FieldKind::LongVolume:
+      Put(record, field, bytes.NumberAt<std::int32_t>(position));
+      position += 8;
+      return;
+    case FieldKind::Integer:
+      Put(record, field, bytes.NumberAt<std::int32_t>(position));
+      position += 4;
+      return;
+    case FieldKind::ZeroTerminatedText:
+      Put(record, field, bytes.ReadZeroString(position));
+      return;
+    case FieldKind::Stamp:
+      if (const auto stamp = bytes.TextAt(position, StampTexts::kStampSize); !stamp.empty())
+        Put(record, field, stamp);
+      position += StampTexts::kStampSize;
+      return;
+    case FieldKind::Dropped:
+      position += DescribedWidth(field.descriptor);
+      return;
+    case FieldKind::Unknown:
+      position += kUnknownField;
+      return;
+  }
+}
+
+// The volume since the ticker's last quote of the same stamp; 0 for the first one, and when the stamp is
+// another. With a user's format that shows the time this starts anew each second, with one of the date alone
+// each day.
+std::int32_t TakeLastVolume(std::int32_t volume, const std::string& date_time, cTickerDateTime& state) {
+  if (volume <= 0) return 0;
+  const std::int32_t previous = state.PrevVolume();
+  state.PrevVolume(volume);
+  if (previous != 0 && EqualText(date_time, state.DateQuoteTrecker())) {
+    state.LastVolume(volume - previous);
+    return volume - previous;
+  }
+  state.LastVolume(0);
+  state.DateQuoteTrecker(date_time);
+  return 0;
+}
+
+}  // namespace
+
+void cQTStreaming::DecodeRecords(Bytes data) {
+  constexpr std::int32_t kLeast = 6;  // an array of up to five bytes is forgotten
+  constexpr std::int32_t kFarthest = std::numeric_limits<std::int16_t>::max();
+  const WireBytes bytes(data);
+  const std::int32_t size = bytes.size();
+  if (size < kLeast) return;
+
+  const Kind first_kind{data[0], data[1]};
+  std::int32_t position = 0;
+  // Where the record before this one began, if that wasn't wanted; else where this one begins.
+  std::int32_t record_start = 0;
+  do {
+    const std::int32_t length = bytes.NumberAt<std::int16_t>(position + 2);
+    if (position + 1 >= size) break;
+    const Kind kind{bytes.At(position), bytes.At(position + 1)};
+    if (kind != first_kind && kind != kS1 && kind != kL1) {
+      record_start = position;
+      position += length;
+      if (length <= 0 && StopEndlessWalks_) LosePlace();
+      continue;
+    }
+    if (position > kFarthest) throw Errors::Overflow();
+    if (position + length > size) {
+      const Bytes tail = bytes.From(position);
+      PendingBytes.assign(tail.begin(), tail.end());
+      break;
+    }
+
+    position += kHead;
+    Level1Record record;
+    // Behind an unwanted record the end is counted from that one's start, so the later fields may stay
+    // unread.
+    do {
+      ReadField(bytes, position, record);
+    } while (position < record_start + length);
+    record_start = position;
+    ApplyQuote(record);
+  } while (position < size);
+  if (position == size) PendingBytes.clear();
+}
+
+// Publishes the record if it changed anything for its symbol. The state serves the comparison only: what a
+// record lacks is lacking in the quote too.
+void cQTStreaming::ApplyQuote(const Level1Record& record) {
+  // A wild displacement of the clock fails at every stamp, not only for a quote that is published.
+  if (!record.stamp.empty() && arrival_.MayFail()) arrival_.GetDisplacedDateTime(DovantaFormatUserDate_);
+
+  cTickerDateTime& state = StateOf(record.symbol);
+  if (!TakeChanges(record, state)) return;
+  const std::string& date_time =
+      record.stamp.empty() ? kNoText : stamps_.Text(record.stamp, DovantaFormatUserDate_);
+  AddQuoteToBuffer(record, date_time, TakeLastVolume(record.volume, date_time, state));
+}
+
+cTickerDateTime& cQTStreaming::StateOf(std::string_view symbol) {
+  if (IsAscii(symbol)) return *TickerStates.FindOrAdd(symbol);
+  return *TickerStates.FindOrAdd(AnsiToText(symbol));
+}
+
+void cQTStreaming::LosePlace() {
+  PendingBytes.clear();
+  throw RuntimeError(kEndlessWalk, "The quote stream lost its place", "Mirelo.cQTStreaming");
+}
+
+}  // namespace mirelo

@@ -1,0 +1,107 @@
+// The way out: decoded quotes wait in a buffer until the client takes them, and the client is told.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "automation/ansi.h"
+#include "core/cMirelo.h"
+#include "core/cQTData.h"
+#include "core/mGlobal.h"
+#include "core/status_run_query.h"
+#include "host/host.h"
+#include "host/message_loop.h"
+#include "streaming/cQTStreaming.h"
+#include "streaming/level1_record.h"
+
+namespace mirelo {
+
+void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
+                                    std::int32_t last_volume) {
+  cQTData& quote = *QuoteBuffer.FindOrAdd(QuoteCounter.Next());
+  quote.Ask_Price(record.ask_price);
+  quote.Ask_Size(record.ask_size);
+  quote.Average_Volume(record.average_volume);
+  quote.Avg_Trade_Size(record.average_trade_size);
+  quote.Bid_Price(record.bid_price);
+  quote.Bid_Size(record.bid_size);
+  quote.Change(record.change);
+  quote.CloseTicker(record.close);
+  quote.Company_Name(AnsiToText(record.company_name));
+  quote.Date_Time(date_time);
+  if (!record.stamp.empty()) {
+    const auto& [date, time] = arrival_.GetDisplacedDateTime(DovantaFormatUserDate_);
+    quote.DateQT(date);
+    quote.TimeQT(time);
+  }
+  quote.Dividend(record.dividend);
+  quote.Earnings(record.earnings);
+  quote.Exchange(AnsiToText(record.exchange));
+  quote.High(record.high);
+  quote.Last_Price(record.last_price);
+  quote.Last_Size(record.last_size);
+  quote.Low(record.low);
+  quote.Market_Cap(AnsiToText(record.market_cap));
+  quote.Open_Interest(record.open_interest);
+  quote.OpenTicker(record.open);
+  quote.PE(record.price_to_earnings);
+  quote.Prev_Close(record.previous_close);
+  quote.Prev_Volume(record.previous_volume);
+  quote.Symbol(AnsiToText(record.symbol));
+  quote.Trades(record.trades);  // the tick and the UPC field are read and dropped
+  quote.Volume(record.volume);
+  quote.Last_Volume(last_volume);
+  quote.Week_52_High(record.week_52_high);
+  quote.Week_52_Low(record.week_52_low);
+  quote.Yield(record.yield);
+  RaiseQTDatas();
+}
+
+// The yield lets more records arrive while the client is at work; they find the event being raised, and wait
+// in the buffer for the client's next take.
+void cQTStreaming::RaiseQTDatas() {
+  if (RaisingQuotes) return;
+  RaisingQuotes = true;
+  try {
+    QTDatas.Raise();
+    host::Host::Current().loop().Yield();
+  } catch (...) {  // the client's failures are its own
+  }
+  RaisingQuotes = false;
+}
+
+std::shared_ptr<cQTDatas> cQTStreaming::GetQTData() { return GetCurrentData(); }
+
+std::shared_ptr<cQTDatas> cQTStreaming::GetCurrentData() {
+  if (!StartStop_) return nullptr;
+  try {
+    if (copy_cQTDatas_ == nullptr) throw Errors::ObjectNotSet();
+    QuoteBuffer.MoveTo(*copy_cQTDatas_);
+  } catch (...) {  // what was not moved waits for the next take
+  }
+  return copy_cQTDatas_;
+}
+
+void cQTStreaming::FreeQTDataBuffer() {
+  try {
+    if (QTConteiner_) QTConteiner_->Clear();
+  } catch (...) {  // FreeQTDataBuffer raises nothing
+  }
+}
+
+void cQTStreaming::RaiseEventTimerProc() {
+  host::Host::Current().loop().StopTimer(TimerID);
+  TimerID = 0;
+  if (StatusCode != "0") return OnStatusText.Raise("Off. " + StatusDesc);
+
+  OnStatusText.Raise("Connected");
+  if (Owner_ == nullptr) throw Errors::ObjectNotSet();
+  if (Owner_->StatusRunWorkQT() == Status_ENUMSOURCES_L1) SendEnumSources("L1");
+}
+
+// A timer may fall due when its stream is gone.
+void mGlobal::StreamTimerProc() {
+  if (const auto stream = StreamingObject()) stream->RaiseEventTimerProc();
+}
+
+}  // namespace mirelo

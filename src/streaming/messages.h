@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+namespace mirelo {
+
+// What ends each message to the server: the character of ANSI code 255.
+inline constexpr std::string_view kMessageEnd = "\u00FF";
+
+// Where the display texts of quote sources name their files in the settings.
+inline constexpr std::string_view kSourceListSection = "Settings\\QuoteSource\\List";
+
+}  // namespace mirelo

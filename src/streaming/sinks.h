@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "host/winsock_library.h"
+#include "streaming/cQTStreaming.h"
+
+namespace mirelo {
+
+// What a connection calls. The connection may hold a sink longer than the stream lives, so the stream
+// detaches itself; and a handler may let go of the stream, so an event holds it until it is done.
+class cQTStreaming::BytesTransferSink : public host::BytesTransferEvents {
+ public:
+  explicit BytesTransferSink(cQTStreaming& stream) : stream_(&stream) {}
+  void Detach() { stream_ = nullptr; }
+
+  void OnBytesReceived(host::SocketConnection&, std::span<const std::uint8_t> bytes) override {
+    if (stream_ == nullptr) return;
+    const auto held = stream_->weak_from_this().lock();
+    stream_->m_oBytesTransferEvents_OnBytesReceived(bytes);
+  }
+
+ private:
+  cQTStreaming* stream_;
+};
+
+class cQTStreaming::ConnectionSink : public host::ConnectionEvents {
+ public:
+  explicit ConnectionSink(cQTStreaming& stream) : stream_(&stream) {}
+  void Detach() { stream_ = nullptr; }
+
+  void OnDisconnected(host::SocketConnection&, const std::string&) override {
+    if (stream_ == nullptr) return;
+    const auto held = stream_->weak_from_this().lock();
+    stream_->m_oConnectionEvents_OnDisconnected();
+  }
+
+ private:
+  cQTStreaming* stream_;
+};
+
+}  // namespace mirelo

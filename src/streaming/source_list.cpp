@@ -1,0 +1,36 @@
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "automation/array.h"
+#include "automation/text.h"
+#include "automation/variant.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "diagnostics/routine.h"
+#include "streaming/cQTStreaming.h"
+#include "streaming/messages.h"
+
+namespace mirelo {
+
+std::string cQTStreaming::GiveStreamerFile(std::string_view Site) {
+  return Function<std::string>(
+      "Mirelo.cQTStreaming.GiveStreamerFile", {}, [&](Frame& frame, std::string& file) {
+        const std::string_view wanted = Trim(Site);
+        if (wanted.empty()) return frame.pop();
+
+        Array<std::string> names;
+        STEP(mGlobal::AppSettings().GetAllKeys(kSourceListSection, names));
+        if (!names.IsAllocated()) return frame.pop();  // no section, or an empty one
+
+        for (const std::int32_t i : frame.loop([&] { return Bounds{names.LBound(), names.UBound()}; })) {
+          if (!frame.test([&] { return EqualText(Trim(names(i)), wanted); })) continue;
+          // Under the name as it is stored, blanks included.
+          STEP(file = mGlobal::AppSettings().GetSetting(kSourceListSection, names(i), "").ToText());
+          break;
+        }
+        frame.pop();
+      });
+}
+
+}  // namespace mirelo

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace mirelo {
+
+// The server's stamps as texts in the user's format. The quotes of a stream share few stamps at a time, so
+// texts that were made are kept and found again.
+class StampTexts {
+ public:
+  static constexpr std::size_t kStampSize = 14;
+
+  // A stamp MMDDYYYYHHMMSS, put as MM/DD/YYYY HH:MM:SS, in `format`. What doesn't read as a date comes back
+  // in that first form. The reference holds until the next call.
+  const std::string& Text(std::string_view stamp, const std::string& format);
+
+  // To be called when the format changes.
+  void Forget() { entries_.clear(); }
+
+ private:
+  struct Entry {
+    bool used = false;
+    std::array<char, kStampSize> stamp{};
+    std::string text;
+  };
+  // A stamp has one place, so the newest of those that share it stays.
+  static constexpr unsigned kPlacesLog2 = 8;
+
+  Entry& PlaceOf(std::string_view stamp);
+
+  std::vector<Entry> entries_;
+};
+
+}  // namespace mirelo
