@@ -126,17 +126,15 @@ class Reader {
       : tokens_(tokens), regional_(regional) {}
 
   std::optional<Date> Read() {
-    bool has_date = false;
-    bool has_time = false;
+    bool date = false;
+    bool time = false;
     while (Peek() != Kind::End) {
-      const bool at_time = IsAtTime();
-      bool& has = at_time ? has_time : has_date;
-      if (has || !(at_time ? ReadTime() : ReadDay())) return std::nullopt;
-      has = true;
-      full_stop_parts_times_ = has_date && regional_.time_separator == ".";
+      bool& had = IsAtTime() ? time : date;
+      if (had || !(&had == &time ? ReadTime() : ReadDay())) return std::nullopt;
+      had = true;
       if (Peek() == Kind::Comma && Peek(1) != Kind::End) ++position_;
     }
-    if (!has_date && !has_time) return std::nullopt;
+    if (!date && !time) return std::nullopt;
     return ToDate(civil_);
   }
 
@@ -147,10 +145,22 @@ class Reader {
   bool IsMark(std::size_t ahead) const {
     return Peek(ahead) == Kind::Morning || Peek(ahead) == Kind::Afternoon;
   }
-  bool IsAtTime() const { return Peek() == Kind::Number && (IsTimeSeparator(1) || IsMark(1)); }
-  bool IsTimeSeparator(std::size_t ahead) const {
-    return Peek(ahead) == Kind::TimeSeparator ||
-           (full_stop_parts_times_ && Peek(ahead) == Kind::DateSeparator);
+  bool IsAtTime() const { return Peek() == Kind::Number && (Peek(1) == Kind::TimeSeparator || IsMark(1)); }
+
+  // Hours, then minutes and seconds that may be missing, then a mark that may be missing unless the hour is
+  // alone.
+  bool ReadTime() {
+    int* const fields[] = {&civil_.hour, &civil_.minute, &civil_.second};
+    for (int* field : fields) {
+      const Token& number = tokens_[position_];
+      if (number.kind != Kind::Number || number.digits > 2) return false;
+      *field = number.value;
+      ++position_;
+      if (Peek() != Kind::TimeSeparator) break;
+      ++position_;
+      if (field == &civil_.second) return false;
+    }
+    return ApplyMark() && civil_.hour < 24 && civil_.minute < 60 && civil_.second < 60;
   }
 
   bool ApplyMark() {
@@ -223,7 +233,6 @@ class Reader {
   const std::vector<Token>& tokens_;
   const RegionalFormat& regional_;
   std::size_t position_ = 0;
-  bool full_stop_parts_times_ = false;  // where it parts both, it is the time's only behind a complete day
   CivilTime civil_;
 };
 

@@ -158,8 +158,8 @@ std::int32_t MemoryRegistry::Resolve(Key key, std::uint32_t needed, Handle& hand
   }
   const auto open = handles_.find(key);
   if (open == handles_.end()) return kInvalidHandle;
-  if (open->second.node->deleted) return kKeyDeleted;
   if ((open->second.access & needed) != needed) return kAccessDenied;
+  if (open->second.node->deleted) return kKeyDeleted;
   handle = open->second;
   return kSuccess;
 }

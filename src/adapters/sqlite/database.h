@@ -1,0 +1,91 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace mirelo::sqlite {
+
+// A connection to a database file, for one thread. Calls return SQLite's extended result codes.
+class Database {
+ public:
+  // Opens an existing file for reading and writing. Raises nothing: a failure shows at the first use.
+  explicit Database(const std::string& path);
+
+  // How long a call waits for another connection's lock before it gives up.
+  void BusyTimeout(std::chrono::milliseconds timeout);
+
+  // Runs statements that give no rows.
+  int Execute(const char* sql);
+
+  // The rows that the last statement inserted, changed or deleted.
+  std::int64_t Changes() const;
+
+  std::int64_t LastInsertedId() const;
+
+  // Whether the file that is open is no longer the one of that path, so that nobody would find what is
+  // written.
+  bool HasMoved() const;
+
+  // The last failure in SQLite's words.
+  std::string Message() const;
+  int LastResult() const;
+
+  sqlite3* handle() const { return connection_.get(); }
+
+ private:
+  struct Close {
+    void operator()(sqlite3* connection) const;
+  };
+  std::unique_ptr<sqlite3, Close> connection_;
+};
+
+// A statement that is prepared once and run many times; it must not outlive its database.
+class Statement {
+ public:
+  // Preparing fails when the database cannot be read or has other tables; the runs then give the failure.
+  Statement(Database& database, const char* sql);
+
+  sqlite3_stmt* handle() const { return statement_.get(); }
+  int prepared() const { return prepared_; }
+
+ private:
+  struct Finalize {
+    void operator()(sqlite3_stmt* statement) const;
+  };
+  std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+  int prepared_;
+};
+
+// One run of a statement. A read transaction lasts as long as its run, so a run ends with the block it stands
+// in.
+class Run {
+ public:
+  explicit Run(const Statement& statement) : statement_(statement) {}
+  ~Run();
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+
+  // Parameters from left to right. Bytes must stay as they are until the end of the run.
+  Run& Bind(std::int64_t integer);
+  Run& Bind(std::string_view bytes);
+
+  // SQLITE_ROW, SQLITE_DONE or a failure.
+  int Step();
+  bool StepToRow();
+
+  // Columns of the row, from 0. Bytes are valid until the next step.
+  std::int64_t Integer(int column) const;
+  std::string_view Bytes(int column) const;
+
+ private:
+  const Statement& statement_;
+  int parameters_ = 0;
+};
+
+}  // namespace mirelo::sqlite

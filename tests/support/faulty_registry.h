@@ -1,0 +1,98 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <string>
+
+#include "automation/runtime_error.h"
+#include "host/registry.h"
+
+namespace mirelo::testing {
+
+// A registry that passes its calls on to another one and fails those that a test has chosen, by the call's
+// name and by how many calls of it are still to succeed. A call that fails does nothing.
+//
+//   faulty.Fail("RegSetValueExA", 3);   // the third from now on fails, once
+class FaultyRegistry : public host::Registry {
+ public:
+  explicit FaultyRegistry(host::Registry& inner) : inner_(inner) {}
+
+  // The `countdown`-th of these calls from now returns `code`.
+  void Fail(const std::string& call, int countdown = 1, std::int32_t code = kRegistryIoFailed) {
+    faults_[call] = {countdown - 1, 1, code, false};
+  }
+  void FailAlways(const std::string& call, std::int32_t code = kRegistryIoFailed) {
+    faults_[call] = {0, std::numeric_limits<int>::max(), code, false};
+  }
+  // The `countdown`-th of these calls from now throws, as no registry should.
+  void Raise(const std::string& call, int countdown = 1) {
+    faults_[call] = {countdown - 1, 1, kSuccess, true};
+  }
+
+  // How many of these calls were made, failed ones included.
+  int Calls(const std::string& call) const {
+    const auto count = calls_.find(call);
+    return count == calls_.end() ? 0 : count->second;
+  }
+
+  std::int32_t RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
+                             Key& result) override {
+    return Pass("RegOpenKeyExA", [&] { return inner_.RegOpenKeyExA(key, sub_key, access, result); });
+  }
+  std::int32_t RegQueryValueExA(Key key, const std::string& name, std::uint32_t& type, char* data,
+                                std::uint32_t& size) override {
+    return Pass("RegQueryValueExA", [&] { return inner_.RegQueryValueExA(key, name, type, data, size); });
+  }
+  std::int32_t RegQueryInfoKeyA(Key key, std::uint32_t& value_count,
+                                std::uint32_t& longest_value_name) override {
+    return Pass("RegQueryInfoKeyA",
+                [&] { return inner_.RegQueryInfoKeyA(key, value_count, longest_value_name); });
+  }
+  std::int32_t RegEnumValueA(Key key, std::uint32_t index, char* name, std::uint32_t& size) override {
+    return Pass("RegEnumValueA", [&] { return inner_.RegEnumValueA(key, index, name, size); });
+  }
+  std::int32_t RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
+                               Key& result) override {
+    return Pass("RegCreateKeyExA", [&] { return inner_.RegCreateKeyExA(key, sub_key, access, result); });
+  }
+  std::int32_t RegSetValueExA(Key key, const std::string& name, std::uint32_t type, const char* data,
+                              std::uint32_t size) override {
+    return Pass("RegSetValueExA", [&] { return inner_.RegSetValueExA(key, name, type, data, size); });
+  }
+  std::int32_t RegDeleteKeyA(Key key, const std::string& sub_key) override {
+    return Pass("RegDeleteKeyA", [&] { return inner_.RegDeleteKeyA(key, sub_key); });
+  }
+  std::int32_t RegCloseKey(Key key) override {
+    return Pass("RegCloseKey", [&] { return inner_.RegCloseKey(key); });
+  }
+
+ private:
+  struct Fault {
+    int successes = 0;  // calls that still pass
+    int failures = 0;   // calls behind them that fail
+    std::int32_t code = kSuccess;
+    bool raises = false;
+  };
+
+  template <class Call>
+  std::int32_t Pass(const std::string& name, Call&& call) {
+    ++calls_[name];
+    const auto fault = faults_.find(name);
+    if (fault == faults_.end()) return call();
+    if (fault->second.successes > 0) {
+      --fault->second.successes;
+      return call();
+    }
+    const Fault now = fault->second;
+    if (--fault->second.failures == 0) faults_.erase(fault);
+    if (now.raises) throw RuntimeError(57, "Device I/O error");
+    return now.code;
+  }
+
+  host::Registry& inner_;
+  std::map<std::string, Fault> faults_;
+  std::map<std::string, int> calls_;
+};
+
+}  // namespace mirelo::testing
