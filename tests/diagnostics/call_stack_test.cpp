@@ -1,0 +1,119 @@
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "diagnostics/diagnostics_test.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+std::vector<std::string> Procedures(const CErrorHandler& handler) {
+  std::vector<std::string> procedures;
+  for (const auto& entry : handler.CallStack()) procedures.push_back(entry.procedure);
+  return procedures;
+}
+
+class CallStack : public DiagnosticsTest {
+ protected:
+  void Trace(std::int32_t flags) { handler.Init(1, "errors.txt", true, true, flags, tracing_log); }
+
+  const std::string tracing_log = PathOf("traces.txt");
+  CErrorHandler handler;
+};
+
+TEST_F(CallStack, GrowsOnPushAndShrinksOnPopAtItsEnd) {
+  handler.CallStackPush("Mirelo.cMirelo.GetLastQuote", "");
+  handler.CallStackPush("Mirelo.cMirelo.DownloadURL", "");
+  EXPECT_THAT(Procedures(handler), ElementsAre("Mirelo.cMirelo.GetLastQuote", "Mirelo.cMirelo.DownloadURL"));
+  handler.CallStackPop();
+  EXPECT_THAT(Procedures(handler), ElementsAre("Mirelo.cMirelo.GetLastQuote"));
+}
+
+TEST_F(CallStack, IsFilledWhetherEnabledOrNot) {
+  handler.CallStackEnabled(false);
+  handler.CallStackPush("Mirelo.frmMirelo.Form_Load", "");
+  EXPECT_THAT(Procedures(handler), ElementsAre("Mirelo.frmMirelo.Form_Load"));
+}
+
+TEST_F(CallStack, ClearsOnlyWhenEnabled) {
+  handler.CallStackPush("A", "");
+  handler.CallStackPush("B", "");
+  handler.CallStackClear();
+  EXPECT_EQ(handler.CallStack().size(), 2u);
+  handler.CallStackEnabled(true);
+  handler.CallStackClear();
+  EXPECT_THAT(handler.CallStack(), IsEmpty());
+}
+
+TEST_F(CallStack, PopsNothingWhenEmpty) {
+  handler.CallStackPop();
+  EXPECT_THAT(handler.CallStack(), IsEmpty());
+}
+
+TEST_F(CallStack, TracesEntryAndExitAsOneLineEach) {
+  Trace(CErrorHandler::TraceLogFile);
+  handler.CallStackPush("Mirelo.cMirelo.GetLastQuote", "");
+  clock.Advance(1);
+  handler.CallStackPop();
+  EXPECT_EQ(ContentsOf(tracing_log),
+            "1/20/2011 - 8:36:13 AM --- Entered routine: Mirelo.cMirelo.GetLastQuote\r\n"
+            "1/20/2011 - 8:36:14 AM --- Exited routine: Mirelo.cMirelo.GetLastQuote\r\n");
+}
+
+TEST_F(CallStack, TracesInTheFormatOfTheRegion) {
+  clock.regional.short_date = "dd.mm.yyyy";
+  clock.regional.long_time = "hh:mm:ss";
+  Trace(CErrorHandler::TraceLogFile);
+  handler.CallStackPush("A", "");
+  EXPECT_EQ(ContentsOf(tracing_log), "20.01.2011 - 08:36:13 --- Entered routine: A\r\n");
+}
+
+TEST_F(CallStack, TracesWithoutAnIndentForDepth) {
+  Trace(CErrorHandler::TraceLogFile);
+  handler.CallStackPush("A", "");
+  handler.CallStackPush("B", "");
+  EXPECT_EQ(ContentsOf(tracing_log),
+            "1/20/2011 - 8:36:13 AM --- Entered routine: A\r\n"
+            "1/20/2011 - 8:36:13 AM --- Entered routine: B\r\n");
+}
+
+TEST_F(CallStack, TracesNoPopOfAnEmptyStack) {
+  Trace(CErrorHandler::TraceLogFile);
+  handler.CallStackPop();
+  EXPECT_FALSE(std::filesystem::exists(tracing_log));
+}
+
+TEST_F(CallStack, TracesNothingWithDebugOutputAlone) {
+  Trace(CErrorHandler::TraceDebugOutput);
+  handler.CallStackPush("A", "");
+  handler.CallStackPop();
+  EXPECT_FALSE(std::filesystem::exists(tracing_log));
+}
+
+TEST_F(CallStack, TracesTheSameLinesWithBothFlags) {
+  Trace(CErrorHandler::TraceDebugOutput + CErrorHandler::TraceLogFile);
+  handler.CallStackPush("A", "");
+  EXPECT_EQ(ContentsOf(tracing_log), "1/20/2011 - 8:36:13 AM --- Entered routine: A\r\n");
+}
+
+TEST_F(CallStack, TracesNothingWhileTracingIsOff) {
+  Trace(CErrorHandler::TraceLogFile);
+  handler.TracingEnabled(false);
+  handler.CallStackPush("A", "");
+  EXPECT_FALSE(std::filesystem::exists(tracing_log));
+}
+
+TEST_F(CallStack, KeepsTheEntryWhoseTraceLineCannotBeWritten) {
+  handler.Init(1, "errors.txt", true, true, 2, PathOf("no such folder/traces.txt"));
+  EXPECT_EQ(NumberOf([&] { handler.CallStackPush("A", ""); }), -2147204100);
+  EXPECT_THAT(Procedures(handler), ElementsAre("A"));
+  EXPECT_EQ(NumberOf([&] { handler.CallStackPop(); }), -2147204100);
+  EXPECT_THAT(Procedures(handler), ElementsAre("A"));
+}
+
+}  // namespace
+}  // namespace mirelo::testing

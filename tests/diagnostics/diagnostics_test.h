@@ -1,0 +1,64 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "automation/runtime_error.h"
+#include "diagnostics/CErrorHandler.h"
+#include "host/host.h"
+#include "support/manual_clock.h"
+#include "support/recording_system.h"
+#include "support/scripted_desktop.h"
+#include "support/temp_directory.h"
+#include "support/test_host.h"
+
+namespace mirelo::testing {
+
+// The machine that an error handler needs, at 8:36:13 on 20 January 2011.
+class DiagnosticsTest : public ::testing::Test {
+ protected:
+  DiagnosticsTest() { host.Use(clock).Use(desktop).Use(system); }
+
+  std::string PathOf(const char* name) const { return (directory / name).string(); }
+
+  ManualClock clock;
+  ScriptedDesktop desktop;
+  RecordingSystem system;
+  TestHost host;
+  host::HostScope installed{host};
+  TempDirectory directory;
+};
+
+// Lets the handler take a failure, as a routine's failure path does.
+inline std::int32_t Handle(CErrorHandler& handler, const RuntimeError& failure,
+                           std::string_view procedure = "") {
+  try {
+    throw failure;
+  } catch (...) {
+    return handler.HandleError(procedure);
+  }
+}
+
+// The number of the error that `call` raises, 0 without one.
+template <class Call>
+std::int32_t NumberOf(Call&& call) {
+  try {
+    call();
+    return 0;
+  } catch (const RuntimeError& error) {
+    return error.Number();
+  }
+}
+
+inline std::string ContentsOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace mirelo::testing
