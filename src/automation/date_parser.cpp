@@ -163,6 +163,22 @@ class Reader {
     return ApplyMark() && civil_.hour < 24 && civil_.minute < 60 && civil_.second < 60;
   }
 
+  // Hours, then minutes and seconds that may be missing, then a mark that may be missing unless the hour is
+  // alone.
+  bool ReadTime() {
+    int* const fields[] = {&civil_.hour, &civil_.minute, &civil_.second};
+    for (int* field : fields) {
+      const Token& number = tokens_[position_];
+      if (number.kind != Kind::Number || number.digits > 2) return false;
+      *field = number.value;
+      ++position_;
+      if (!IsTimeSeparator(0)) break;
+      ++position_;
+      if (field == &civil_.second) return false;
+    }
+    return ApplyMark() && civil_.hour < 24 && civil_.minute < 60 && civil_.second < 60;
+  }
+
   bool ApplyMark() {
     if (!IsMark(0)) return true;
     if (civil_.hour > 12) return false;
