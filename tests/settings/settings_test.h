@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "core/CAppSettings.h"
+#include "host/host.h"
+#include "support/faulty_registry.h"
+#include "support/manual_clock.h"
+#include "support/memory_registry.h"
+#include "support/test_host.h"
+
+namespace mirelo::testing {
+
+using host::Registry;
+
+constexpr std::string_view kSettingsPath = "Software\\Kestrin\\Dovanta2\\Settings";
+
+// What an act raises; a failed test when it raises nothing.
+template <class Act>
+RuntimeError ErrorOf(Act&& act) {
+  try {
+    act();
+  } catch (const RuntimeError& error) {
+    return error;
+  }
+  ADD_FAILURE() << "no error was raised";
+  return RuntimeError(0, "");
+}
+
+inline void ExpectError(const RuntimeError& error, std::uint32_t number, std::string_view description,
+                        std::string_view source) {
+  EXPECT_EQ(error.Number(), ErrorNumber(number));
+  EXPECT_EQ(error.Description(), description);
+  EXPECT_EQ(error.Source(), source);
+}
+
+inline void ExpectComponentFailure(const RuntimeError& error) {
+  ExpectError(error, 0x80044284, "CAppSettings component failure", "Mirelo.CAppSettings");
+}
+
+// The store of the system over a registry in memory, whose calls can be made to fail.
+class SettingsTest : public ::testing::Test {
+ protected:
+  SettingsTest() { settings.Init("Kestrin", "Dovanta2"); }
+  // Whatever a test does to the store, no key stays open.
+  ~SettingsTest() override { EXPECT_EQ(memory.OpenKeys(), 0U); }
+
+  // A value as a registry has it, put there behind the store's back.
+  void Put(const std::string& name, std::uint32_t type, std::string_view data,
+           std::string_view path = kSettingsPath) {
+    Registry::Key key = 0;
+    ASSERT_EQ(memory.RegCreateKeyExA(Registry::kCurrentUser, std::string(path), Registry::kAllAccess, key),
+              Registry::kSuccess);
+    const auto size = static_cast<std::uint32_t>(data.size());
+    EXPECT_EQ(memory.RegSetValueExA(key, name, type, data.data(), size), Registry::kSuccess);
+    memory.RegCloseKey(key);
+  }
+
+  struct Stored {
+    std::uint32_t type;
+    std::string data;
+    bool operator==(const Stored&) const = default;
+  };
+  // What the registry has under a name; nothing when it is absent.
+  std::optional<Stored> Find(const std::string& name, std::string_view path = kSettingsPath,
+                             Registry::Key root = Registry::kCurrentUser) {
+    Registry::Key key = 0;
+    if (memory.RegOpenKeyExA(root, std::string(path), Registry::kRead, key) != Registry::kSuccess)
+      return std::nullopt;
+    Stored stored{0, std::string(1000, '\0')};
+    auto size = static_cast<std::uint32_t>(stored.data.size());
+    const auto code = memory.RegQueryValueExA(key, name, stored.type, stored.data.data(), size);
+    memory.RegCloseKey(key);
+    if (code != Registry::kSuccess) return std::nullopt;
+    stored.data.resize(size);
+    return stored;
+  }
+  bool HasKey(const std::string& path) {
+    Registry::Key key = 0;
+    if (memory.RegOpenKeyExA(Registry::kCurrentUser, path, Registry::kRead, key) != Registry::kSuccess)
+      return false;
+    memory.RegCloseKey(key);
+    return true;
+  }
+
+  MemoryRegistry memory;
+  FaultyRegistry registry{memory};
+  ManualClock clock;
+  TestHost host = TestHost().Use(registry).Use(clock);
+  host::HostScope scope{host};
+  CAppSettings settings;
+};
+
+}  // namespace mirelo::testing
