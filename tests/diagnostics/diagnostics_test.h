@@ -12,6 +12,7 @@
 #include "automation/runtime_error.h"
 #include "diagnostics/CErrorHandler.h"
 #include "host/host.h"
+#include "support/error_number.h"
 #include "support/manual_clock.h"
 #include "support/recording_system.h"
 #include "support/scripted_desktop.h"
@@ -42,17 +43,6 @@ inline std::int32_t Handle(CErrorHandler& handler, const RuntimeError& failure,
     throw failure;
   } catch (...) {
     return handler.HandleError(procedure);
-  }
-}
-
-// The number of the error that `call` raises, 0 without one.
-template <class Call>
-std::int32_t NumberOf(Call&& call) {
-  try {
-    call();
-    return 0;
-  } catch (const RuntimeError& error) {
-    return error.Number();
   }
 }
 

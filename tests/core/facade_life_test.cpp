@@ -1,0 +1,90 @@
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "core/CAppSettings.h"
+#include "diagnostics/CErrorHandler.h"
+#include "support/facade_test.h"
+#include "support/temp_directory.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class FacadeLife : public FacadeTest {};
+
+TEST_F(FacadeLife, BeginsWithTheErrorHandlerOfTheOneConfiguration) {
+  const CErrorHandler& handler = mGlobal::ErrorHandler();
+  EXPECT_EQ(handler.ErrorHandlerActions(), 8);
+  EXPECT_EQ(handler.ErrorLogFile(), "Error Log.txt");
+  EXPECT_TRUE(handler.CallStackEnabled());
+  EXPECT_FALSE(handler.TracingEnabled());
+  EXPECT_EQ(handler.TracingFlags(), 2);
+  EXPECT_EQ(handler.TracingLogFile(), "Tracing Log.txt");
+}
+
+TEST_F(FacadeLife, BeginsWithTheSettingsOfTheSystem) {
+  const CAppSettings& settings = mGlobal::AppSettings();
+  EXPECT_EQ(settings.RootKey(), host::Registry::kCurrentUser);
+  EXPECT_EQ(settings.MainBranch(), "Software");
+  EXPECT_EQ(settings.CompanyName(), "Kestrin");
+  EXPECT_EQ(settings.AppName(), "Dovanta2");
+}
+
+TEST_F(FacadeLife, BeginsWithoutAskingRegistryOrNetwork) {
+  EXPECT_EQ(registry.Calls("RegOpenKeyExA"), 0);
+  EXPECT_EQ(registry.Calls("RegCreateKeyExA"), 0);
+  EXPECT_THAT(internet.requests, IsEmpty());
+}
+
+TEST_F(FacadeLife, BeginsWithEmptyVariables) {
+  EXPECT_EQ(facade->StatusRunWorkQT(), Status_Null);
+  EXPECT_EQ(facade->m_ObjExcelApplication(), nullptr);
+  EXPECT_TRUE(facade->masPrevVolume().IsEmpty());
+  EXPECT_EQ(facade->DovantaFormatUserDate(), "");
+}
+
+TEST_F(FacadeLife, KeepsWhatTheMacrosSet) {
+  facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);
+  facade->DovantaFormatUserDate("dd.mm.yyyy");
+  facade->masPrevVolume(VariantArray(1, 2, 1, 2));
+  EXPECT_EQ(facade->StatusRunWorkQT(), 2);
+  EXPECT_EQ(facade->DovantaFormatUserDate(), "dd.mm.yyyy");
+  EXPECT_EQ(facade->masPrevVolume().AsArray().UBound(1), 2);
+}
+
+TEST_F(FacadeLife, EndsBothServices) {
+  facade.reset();
+  EXPECT_EQ(NumberOf([] { mGlobal::AppSettings(); }), 91);
+  EXPECT_EQ(NumberOf([] { mGlobal::ErrorHandler(); }), 91);
+}
+
+TEST_F(FacadeLife, ReplacesTheServicesOfAnEarlierFacade) {
+  mGlobal::ErrorHandler().Tag("first");
+  mGlobal::AppSettings().AppName("First");
+  {
+    cMirelo second;
+    EXPECT_EQ(mGlobal::ErrorHandler().Tag(), "");
+    EXPECT_EQ(mGlobal::AppSettings().AppName(), "Dovanta2");
+  }
+  EXPECT_EQ(NumberOf([] { mGlobal::AppSettings(); }), 91);
+}
+
+TEST_F(FacadeLife, ShowsAFailureInTheDialogAndWritesNoFiles) {
+  const TempDirectory directory;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(directory.path());
+  facade->GetLastQuote(Variant());  // no array
+  std::filesystem::current_path(before);
+  EXPECT_THAT(desktop.reports, SizeIs(1));
+  EXPECT_THAT(desktop.boxes, IsEmpty());
+  EXPECT_THAT(system.events, IsEmpty());
+  EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+}
+
+TEST_F(FacadeLife, IsThatOfAnObjectThatVariantsHold) { EXPECT_EQ(facade->TypeName(), "cMirelo"); }
+
+}  // namespace
+}  // namespace mirelo::testing
