@@ -126,15 +126,17 @@ class Reader {
       : tokens_(tokens), regional_(regional) {}
 
   std::optional<Date> Read() {
-    bool date = false;
-    bool time = false;
+    bool has_date = false;
+    bool has_time = false;
     while (Peek() != Kind::End) {
-      bool& had = IsAtTime() ? time : date;
-      if (had || !(&had == &time ? ReadTime() : ReadDay())) return std::nullopt;
-      had = true;
+      const bool at_time = IsAtTime();
+      bool& has = at_time ? has_time : has_date;
+      if (has || !(at_time ? ReadTime() : ReadDay())) return std::nullopt;
+      has = true;
+      full_stop_parts_times_ = has_date && regional_.time_separator == ".";
       if (Peek() == Kind::Comma && Peek(1) != Kind::End) ++position_;
     }
-    if (!date && !time) return std::nullopt;
+    if (!has_date && !has_time) return std::nullopt;
     return ToDate(civil_);
   }
 
@@ -145,22 +147,10 @@ class Reader {
   bool IsMark(std::size_t ahead) const {
     return Peek(ahead) == Kind::Morning || Peek(ahead) == Kind::Afternoon;
   }
-  bool IsAtTime() const { return Peek() == Kind::Number && (Peek(1) == Kind::TimeSeparator || IsMark(1)); }
-
-  // Hours, then minutes and seconds that may be missing, then a mark that may be missing unless the hour is
-  // alone.
-  bool ReadTime() {
-    int* const fields[] = {&civil_.hour, &civil_.minute, &civil_.second};
-    for (int* field : fields) {
-      const Token& number = tokens_[position_];
-      if (number.kind != Kind::Number || number.digits > 2) return false;
-      *field = number.value;
-      ++position_;
-      if (Peek() != Kind::TimeSeparator) break;
-      ++position_;
-      if (field == &civil_.second) return false;
-    }
-    return ApplyMark() && civil_.hour < 24 && civil_.minute < 60 && civil_.second < 60;
+  bool IsAtTime() const { return Peek() == Kind::Number && (IsTimeSeparator(1) || IsMark(1)); }
+  bool IsTimeSeparator(std::size_t ahead) const {
+    return Peek(ahead) == Kind::TimeSeparator ||
+           (full_stop_parts_times_ && Peek(ahead) == Kind::DateSeparator);
   }
 
   // Hours, then minutes and seconds that may be missing, then a mark that may be missing unless the hour is
@@ -249,6 +239,7 @@ class Reader {
   const std::vector<Token>& tokens_;
   const RegionalFormat& regional_;
   std::size_t position_ = 0;
+  bool full_stop_parts_times_ = false;  // where it parts both, it is the time's only behind a complete day
   CivilTime civil_;
 };
 

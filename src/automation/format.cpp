@@ -1,7 +1,6 @@
 #include "automation/format.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -70,6 +69,24 @@ constexpr Code kMarkCodes[] = {
     {"AM/PM", Kind::UpperMark},     {"am/pm", Kind::LowerMark},   {"A/P", Kind::UpperLetterMark},
     {"a/p", Kind::LowerLetterMark}, {"AMPM", Kind::RegionalMark},
 };
+
+// Whole formats that have a name.
+struct NamedFormat {
+  std::string_view name;
+  std::string_view format;
+};
+constexpr NamedFormat kNamedFormats[] = {
+    {"General Date", "c"},   {"Long Date", "dddddd"}, {"Medium Date", "dd-mmm-yy"},
+    {"Short Date", "ddddd"}, {"Long Time", "ttttt"},  {"Medium Time", "hh:nn AM/PM"},
+    {"Short Time", "hh:nn"},
+};
+
+std::string_view ResolveName(std::string_view format) {
+  for (const NamedFormat& named : kNamedFormats) {
+    if (EqualText(format, named.name)) return named.format;
+  }
+  return format;
+}
 
 struct Token {
   Kind kind;
@@ -257,7 +274,7 @@ class Writer {
 }  // namespace
 
 std::string Format(Date date, std::string_view format, const RegionalFormat& regional) {
-  return format.empty() ? GeneralDate(date, regional) : Writer(date, regional).Write(format);
+  return format.empty() ? GeneralDate(date, regional) : Writer(date, regional).Write(ResolveName(format));
 }
 
 std::string Format(std::string_view text, std::string_view format, const RegionalFormat& regional) {

@@ -33,6 +33,8 @@ RuntimeError TypeMismatch() { return RuntimeError(13, "Type mismatch"); }
 RuntimeError FileNotFound() { return RuntimeError(53, "File not found"); }
 RuntimeError PathFileAccess() { return RuntimeError(75, "Path/File access error"); }
 RuntimeError ObjectNotSet() { return RuntimeError(91, "Object variable or With block variable not set"); }
+RuntimeError InvalidPropertyValue() { return RuntimeError(380, "Invalid property value"); }
+RuntimeError InvalidPropertyArrayIndex() { return RuntimeError(381, "Invalid property array index"); }
 RuntimeError ObjectRequired() { return RuntimeError(424, "Object required"); }
 RuntimeError ActionNotSupported() { return RuntimeError(445, "Object doesn't support this action"); }
 RuntimeError KeyAlreadyUsed() {

@@ -36,18 +36,20 @@ RuntimeError CurrentError();
 
 // The errors of the automation run time, by their standard numbers and texts.
 namespace Errors {
-RuntimeError InvalidProcedureCall();  // 5
-RuntimeError Overflow();              // 6
-RuntimeError OutOfMemory();           // 7
-RuntimeError SubscriptOutOfRange();   // 9
-RuntimeError DivisionByZero();        // 11
-RuntimeError TypeMismatch();          // 13
-RuntimeError FileNotFound();          // 53
-RuntimeError PathFileAccess();        // 75
-RuntimeError ObjectNotSet();          // 91
-RuntimeError ObjectRequired();        // 424
-RuntimeError ActionNotSupported();    // 445
-RuntimeError KeyAlreadyUsed();        // 457
+RuntimeError InvalidProcedureCall();       // 5
+RuntimeError Overflow();                   // 6
+RuntimeError OutOfMemory();                // 7
+RuntimeError SubscriptOutOfRange();        // 9
+RuntimeError DivisionByZero();             // 11
+RuntimeError TypeMismatch();               // 13
+RuntimeError FileNotFound();               // 53
+RuntimeError PathFileAccess();             // 75
+RuntimeError ObjectNotSet();               // 91
+RuntimeError InvalidPropertyValue();       // 380
+RuntimeError InvalidPropertyArrayIndex();  // 381
+RuntimeError ObjectRequired();             // 424
+RuntimeError ActionNotSupported();         // 445
+RuntimeError KeyAlreadyUsed();             // 457
 }  // namespace Errors
 
 }  // namespace mirelo

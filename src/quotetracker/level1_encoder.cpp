@@ -1,0 +1,99 @@
+#include "quotetracker/level1_encoder.h"
+
+#include <bit>
+#include <stdexcept>
+
+namespace mirelo::quotetracker {
+namespace {
+
+constexpr std::size_t kKindWidth = 2;
+constexpr std::size_t kDateWidth = 14;
+
+void Require(bool condition, const char* otherwise) {
+  if (!condition) throw std::invalid_argument(otherwise);
+}
+
+}  // namespace
+
+Level1Encoder& Level1Encoder::Begin(std::string_view kind) {
+  Require(kind.size() == kKindWidth, "a record's kind has two characters");
+  start_ = out_.size();
+  out_ += kind;
+  Put(0, 2);
+  return *this;
+}
+
+Level1Encoder& Level1Encoder::Double(Level1Field field, double value) {
+  PutId(field, Level1Kind::kDouble);
+  Put(std::bit_cast<std::uint64_t>(value), 8);
+  return *this;
+}
+
+Level1Encoder& Level1Encoder::Integer(Level1Field field, std::int32_t value) {
+  PutId(field, Level1Kind::kInteger);
+  Put(static_cast<std::uint32_t>(value), 4);
+  return *this;
+}
+
+Level1Encoder& Level1Encoder::LongVolume(Level1Field field, std::int64_t value) {
+  PutId(field, Level1Kind::kLongVolume);
+  Put(static_cast<std::uint64_t>(value), 8);
+  return *this;
+}
+
+Level1Encoder& Level1Encoder::Text(Level1Field field, std::string_view text) {
+  Require(text.find('\0') == std::string_view::npos, "a text ends at its first byte 0");
+  PutId(field, Level1Kind::kZeroText);
+  out_ += text;
+  out_ += '\0';
+  return *this;
+}
+
+Level1Encoder& Level1Encoder::Character(Level1Field field, char character) {
+  PutId(field, Level1Kind::kCharacter);
+  out_ += character;
+  return *this;
+}
+
+Level1Encoder& Level1Encoder::Date(std::string_view digits) {
+  Require(digits.size() == kDateWidth, "a date has 14 digits");
+  PutId(Level1Field::kDate, Level1Kind::kDate);
+  out_ += digits;
+  return *this;
+}
+
+void Level1Encoder::End() {
+  const std::size_t length = out_.size() - start_;
+  if (length > kMostLength) throw std::length_error("a record has at most 32767 bytes");
+  EndWithLength(static_cast<std::int16_t>(length));
+}
+
+Level1Encoder& Level1Encoder::Id(std::int16_t id) {
+  Put(static_cast<std::uint16_t>(id), 2);
+  return *this;
+}
+
+Level1Encoder& Level1Encoder::Bytes(std::string_view bytes) {
+  out_ += bytes;
+  return *this;
+}
+
+void Level1Encoder::EndWithLength(std::int16_t length) {
+  const auto bits = static_cast<std::uint16_t>(length);
+  out_[start_ + kKindWidth] = static_cast<char>(bits & 0xFF);
+  out_[start_ + kKindWidth + 1] = static_cast<char>(bits >> 8);
+}
+
+void Level1Encoder::Put(std::uint64_t value, std::size_t width) {
+  char bytes[8];
+  for (std::size_t i = 0; i < width; ++i) bytes[i] = static_cast<char>(value >> (8 * i));
+  out_.append(bytes, width);
+}
+
+void Level1Encoder::PutId(Level1Field field, Level1Kind kind) {
+  const bool known = field >= Level1Field::kSymbol && field <= Level1Field::kClose;
+  Require(known && KindOf(field) == kind, "the field has a value of another kind");
+  Put(static_cast<std::uint16_t>(field), 2);
+}
+
+}  // namespace mirelo::quotetracker

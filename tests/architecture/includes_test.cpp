@@ -1,0 +1,109 @@
+// Who may know whom, read off the include lines of src/. docs/architecture.md draws the same arrows.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace mirelo {
+namespace {
+
+namespace fs = std::filesystem;
+using Rooms = std::set<std::string>;
+
+const fs::path kSource = fs::path(MIRELO_SOURCE_DIR) / "src";
+
+const Rooms kSubsystems{"core", "snapshot", "streaming", "worksheet", "charts", "dialog", "diagnostics"};
+const Rooms kBelowSubsystems{"automation", "forms", "host"};
+
+// What the machine offers and only adapters and programs may touch: sockets, files, windows, other libraries.
+const std::vector<std::string> kMachineHeaders{
+    "sys/",  "netinet/", "arpa/", "netdb.h", "unistd.h", "poll.h",  "fcntl.h",  "curl/", "sqlite3",
+    "zip.h", "pugixml",  "xlsx",  "sodium",  "Q",        "windows", "syslog.h", "CLI/",  "nlohmann"};
+
+struct Include {
+  fs::path file;
+  std::string name;
+  bool quoted;
+};
+
+std::vector<Include> IncludesBelow(const fs::path& folder) {
+  std::vector<Include> includes;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() != ".h" && entry.path().extension() != ".cpp") continue;
+    std::ifstream lines(entry.path());
+    for (std::string line; std::getline(lines, line);) {
+      if (line.rfind("#include", 0) != 0) continue;
+      const auto open = line.find_first_of("<\"");
+      const auto close = line.find_first_of(">\"", open + 1);
+      includes.push_back(
+          {fs::relative(entry.path(), kSource), line.substr(open + 1, close - open - 1), line[open] == '"'});
+    }
+  }
+  return includes;
+}
+
+// "adapters/poll/poll_loop.h" is in the room "adapters/poll", "core/cMirelo.h" in "core".
+std::string RoomOf(const std::string& path) {
+  const auto slash = path.find('/');
+  const std::string first = path.substr(0, slash);
+  if (first != "adapters" || slash == std::string::npos) return first;
+  return path.substr(0, path.find('/', slash + 1));
+}
+
+Rooms Allowed(const std::string& room) {
+  if (room == "automation") return {};
+  if (room == "host") return {"automation", "forms"};
+  if (room == "forms") return {"automation"};
+  if (kSubsystems.count(room)) {
+    Rooms rooms = kSubsystems;
+    rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
+    return rooms;
+  }
+  if (room.rfind("adapters/", 0) == 0) return kBelowSubsystems;
+  return {};  // asked only for the rooms above: app and quotetracker choose freely
+}
+
+bool ChoosesFreely(const std::string& room) { return room == "app" || room == "quotetracker"; }
+
+TEST(Includes, FollowTheArrowsOfTheArchitecture) {
+  const auto includes = IncludesBelow(kSource);
+  ASSERT_GT(includes.size(), 100U);
+  for (const auto& include : includes) {
+    if (!include.quoted) continue;
+    const std::string from = RoomOf(include.file.string());
+    const std::string to = RoomOf(include.name);
+    EXPECT_TRUE(fs::exists(kSource / include.name))
+        << include.file << " names a header by another path than from src/: " << include.name;
+    if (from == to || ChoosesFreely(from)) continue;
+    EXPECT_TRUE(Allowed(from).count(to)) << include.file << " must not know " << include.name;
+  }
+}
+
+TEST(Includes, NobodyKnowsThePrograms) {
+  for (const auto& include : IncludesBelow(kSource)) {
+    const std::string from = RoomOf(include.file.string());
+    const std::string to = RoomOf(include.name);
+    if (from == to || from == "app") continue;
+    EXPECT_NE(to, "app") << include.file;
+    EXPECT_NE(to, "quotetracker") << include.file;
+  }
+}
+
+TEST(Includes, LeaveTheMachineToAdaptersAndPrograms) {
+  for (const auto& include : IncludesBelow(kSource)) {
+    const std::string from = RoomOf(include.file.string());
+    if (include.quoted || ChoosesFreely(from) || from.rfind("adapters/", 0) == 0) continue;
+    for (const auto& header : kMachineHeaders) {
+      EXPECT_NE(include.name.rfind(header, 0), 0U) << include.file << " includes <" << include.name << ">";
+    }
+  }
+}
+
+}  // namespace
+}  // namespace mirelo
