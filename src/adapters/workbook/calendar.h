@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include "automation/date.h"
+
+namespace mirelo::workbook {
+
+// The spreadsheet's calendar: day 1 is 1 January 1900, and that year has a 29 February, day 60, which never
+// was. From 1 March 1900, day 61, its numbers are those of automation dates.
+
+inline constexpr std::int32_t kLastDay = 2'958'465;  // 31 December 9999
+
+// The number of a moment.
+double SerialOf(const CivilTime& civil);
+
+// A number taken apart, rounded to the nearest second. Day 0 is "0 January 1900". The number is not negative
+// and, when so rounded, lies on kLastDay at the latest.
+struct SheetTime {
+  CivilTime civil;
+  int weekday;  // 1 Sunday to 7 Saturday, as the spreadsheet counts them through its false day
+};
+SheetTime TimeOfSerial(double serial);
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+
+#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/model/cell_column.h"
+#include "adapters/workbook/model/cell_value.h"
+
+namespace mirelo::workbook {
+
+// The values of a sheet's cells, column by column.
+class CellGrid {
+ public:
+  // Null for an empty cell.
+  const CellValue* Find(std::int32_t row, std::int32_t column) const;
+  bool IsFilled(std::int32_t row, std::int32_t column) const { return Find(row, column) != nullptr; }
+  std::size_t Count() const;
+
+  // An empty value clears the cell.
+  void Set(std::int32_t row, std::int32_t column, CellValue value);
+  void Clear(const Area& area);
+
+  // The column to write a block into; call Tidy() when done with it.
+  CellColumn& ColumnFor(std::int32_t column) { return columns_[column]; }
+  // Forgets the column if it has no cells.
+  void Tidy(std::int32_t column);
+
+  // Calls visit(row, column, value) for the filled cells of the area, down each column, from left to right.
+  template <class Visit>
+  void ForEach(const Area& area, Visit&& visit) const {
+    for (auto it = columns_.lower_bound(area.first_column);
+         it != columns_.end() && it->first <= area.last_column; ++it) {
+      it->second.ForEach(area.first_row, area.last_row,
+                         [&](std::int32_t row, const CellValue& value) { visit(row, it->first, value); });
+    }
+  }
+
+  // Where the end key leads from a cell in each direction: see host::excel::Range::End. Row or column number.
+  std::int32_t EndDown(std::int32_t row, std::int32_t column) const;
+  std::int32_t EndUp(std::int32_t row, std::int32_t column) const;
+  std::int32_t EndRight(std::int32_t row, std::int32_t column) const;
+  std::int32_t EndLeft(std::int32_t row, std::int32_t column) const;
+
+ private:
+  std::map<std::int32_t, CellColumn> columns_;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace mirelo::workbook {
+
+// What a cell holds in place of a value that could not be had.
+enum class CellError : std::uint8_t { Null, DivisionByZero, Value, Reference, Name, Number, NotAvailable };
+
+// "#N/A" and the like.
+std::string_view ErrorText(CellError error);
+std::optional<CellError> ParseCellError(std::string_view text);  // letters of either case
+
+// What one cell holds: nothing, a number (dates are numbers), a boolean, an error or a text that is not
+// empty.
+class CellValue {
+ public:
+  CellValue() = default;
+  explicit CellValue(double number) : value_(number) {}
+  explicit CellValue(bool boolean) : value_(boolean) {}
+  explicit CellValue(CellError error) : value_(error) {}
+  // An empty text is no content.
+  static CellValue OfText(std::string text);
+
+  CellValue(CellValue&&) = default;
+  CellValue& operator=(CellValue&&) = default;
+  CellValue Copy() const;
+
+  bool IsEmpty() const { return std::holds_alternative<std::monostate>(value_); }
+  // Null when this holds another kind.
+  const double* IfNumber() const { return std::get_if<double>(&value_); }
+  const bool* IfBoolean() const { return std::get_if<bool>(&value_); }
+  const CellError* IfError() const { return std::get_if<CellError>(&value_); }
+  const std::string* IfText() const;
+
+  friend bool operator==(const CellValue& a, const CellValue& b);
+
+ private:
+  using Text = std::unique_ptr<const std::string>;  // keeps a cell at 16 bytes
+  std::variant<std::monostate, double, bool, CellError, Text> value_;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/model/cell_grid.h"
+#include "adapters/workbook/model/run_map.h"
+#include "adapters/workbook/model/style_grid.h"
+
+namespace mirelo::workbook {
+
+// A column's width in pixels of a 96 dpi screen.
+struct ColumnWidth {
+  static constexpr std::int32_t kStandardPixels = 64;    // 8.43 digits of the standard font
+  static constexpr std::int32_t kGreatestPixels = 1790;  // 255 digits
+  std::int32_t pixels = kStandardPixels;
+  bool hidden = false;
+  friend bool operator==(const ColumnWidth&, const ColumnWidth&) = default;
+};
+
+// A row's height in points; 0 is the standard height.
+struct RowHeight {
+  double points = 0;
+  bool hidden = false;
+  friend bool operator==(const RowHeight&, const RowHeight&) = default;
+};
+
+// One worksheet.
+struct Sheet {
+  explicit Sheet(std::string sheet_name) : name(std::move(sheet_name)) {}
+
+  std::string name;
+  bool hidden = false;
+  CellGrid cells;
+  StyleGrid styles;
+  RunMap<ColumnWidth> widths{kColumns, {}};
+  RunMap<RowHeight> heights{kRows, {}};
+  std::int32_t frozen_rows = 0;  // kept in view at the top
+  std::int32_t frozen_columns = 0;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+
+#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/model/run_map.h"
+#include "adapters/workbook/model/style_table.h"
+
+namespace mirelo::workbook {
+
+// The styles of a sheet's cells: runs of columns that look alike, each with its runs of rows. A formatted
+// rectangle costs the same for ten rows and for a million.
+class StyleGrid {
+ public:
+  using Rows = RunMap<StyleId>;
+
+  StyleGrid() : columns_(kColumns, Rows(kRows, kDefaultStyle)) {}
+
+  StyleId At(std::int32_t row, std::int32_t column) const { return columns_.At(column).At(row); }
+  const Rows& Column(std::int32_t column) const { return columns_.At(column); }
+
+  // Replaces each style of the area by change(style).
+  template <class Change>
+  void Apply(const Area& area, Change&& change) {
+    columns_.Apply(area.first_column, area.last_column, [&](Rows& rows) {
+      rows.Apply(area.first_row, area.last_row, [&](StyleId& id) { id = change(id); });
+    });
+  }
+  void Set(const Area& area, StyleId style) {
+    Apply(area, [&](StyleId) { return style; });
+  }
+
+  // Calls visit(part, style) for the parts of the area that have one style each.
+  template <class Visit>
+  void ForEach(const Area& area, Visit&& visit) const {
+    columns_.ForEach(area.first_column, area.last_column,
+                     [&](std::int32_t first_column, std::int32_t last_column, const Rows& rows) {
+                       rows.ForEach(area.first_row, area.last_row,
+                                    [&](std::int32_t first_row, std::int32_t last_row, StyleId style) {
+                                      visit(Area{first_row, first_column, last_row, last_column}, style);
+                                    });
+                     });
+  }
+
+  // Calls visit(first_column, last_column, rows) for each run of columns.
+  template <class Visit>
+  void ForEachColumnRun(Visit&& visit) const {
+    columns_.ForEach(1, kColumns, visit);
+  }
+
+ private:
+  RunMap<Rows> columns_;
+};
+
+}  // namespace mirelo::workbook

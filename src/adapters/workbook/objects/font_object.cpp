@@ -1,0 +1,24 @@
+#include "adapters/workbook/objects/font_object.h"
+
+#include "adapters/workbook/objects/color_index.h"
+
+namespace mirelo::workbook {
+
+Variant FontObject::Bold() {
+  return CommonOf(block_, [](const Style& style) { return style.font.bold; });
+}
+
+void FontObject::Bold(bool bold) {
+  ChangeStyle(block_, [&](Style& style) { style.font.bold = bold; });
+}
+
+Variant FontObject::ColorIndex() {
+  return CommonOf(block_, [](const Style& style) { return IndexOfColor(style.font.color); });
+}
+
+void FontObject::ColorIndex(std::int32_t index) {
+  const Color color = ColorOfIndex(index);
+  ChangeStyle(block_, [&](Style& style) { style.font.color = color; });
+}
+
+}  // namespace mirelo::workbook

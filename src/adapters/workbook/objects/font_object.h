@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+#include "adapters/workbook/objects/cell_block.h"
+#include "host/excel/font.h"
+
+namespace mirelo::workbook {
+
+class FontObject final : public host::excel::Font {
+ public:
+  explicit FontObject(CellBlock block) : block_(std::move(block)) {}
+
+  Variant Bold() override;
+  void Bold(bool bold) override;
+  Variant ColorIndex() override;
+  void ColorIndex(std::int32_t index) override;
+
+ private:
+  CellBlock block_;
+};
+
+}  // namespace mirelo::workbook

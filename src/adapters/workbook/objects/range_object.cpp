@@ -1,0 +1,156 @@
+#include "adapters/workbook/objects/range_object.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "adapters/workbook/address.h"
+#include "adapters/workbook/display/column_fit.h"
+#include "adapters/workbook/display/displayed_text.h"
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/format_code.h"
+#include "adapters/workbook/objects/font_object.h"
+#include "adapters/workbook/objects/interior_object.h"
+#include "adapters/workbook/objects/range_value.h"
+#include "adapters/workbook/objects/worksheet_object.h"
+
+namespace mirelo::workbook {
+
+using namespace host::excel;
+
+namespace {
+
+constexpr std::array<std::int32_t, 8> kAlignments{
+    xlHAlignGeneral, xlHAlignFill,        xlHAlignCenterAcrossSelection,
+    xlHAlignCenter,  xlHAlignDistributed, xlHAlignJustify,
+    xlHAlignLeft,    xlHAlignRight};
+
+// An area by its first cell and its size. Both may leave the sheet, hence 64 bits; error 1004 then.
+Area AreaOf(std::int64_t row, std::int64_t column, std::int64_t rows, std::int64_t columns) {
+  const bool is_on_sheet = rows >= 1 && columns >= 1 && row >= 1 && column >= 1 && row + rows - 1 <= kRows &&
+                           column + columns - 1 <= kColumns;
+  if (!is_on_sheet) throw Refused("The cells do not lie on the sheet.");
+  return {static_cast<std::int32_t>(row), static_cast<std::int32_t>(column),
+          static_cast<std::int32_t>(row + rows - 1), static_cast<std::int32_t>(column + columns - 1)};
+}
+
+// Division that rounds down, for counting both ways from a range's first cell.
+std::int64_t FloorDivide(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }
+
+}  // namespace
+
+RangeObject::RangePtr RangeObject::At(const Area& area, View view) const {
+  return std::make_shared<RangeObject>(CellBlock{block_.book, block_.sheet, area}, view);
+}
+
+Variant RangeObject::Value() { return ReadValue(block_); }
+void RangeObject::Value(const Variant& value) { WriteValue(block_, value); }
+
+std::string RangeObject::Text() {
+  const auto& [book, sheet, area] = block_;
+  const CellValue* value = sheet->cells.Find(area.first_row, area.first_column);
+  if (value == nullptr) return "";
+  return DisplayedText(*value,
+                       book->styles.Get(sheet->styles.At(area.first_row, area.first_column)).number_format);
+}
+
+RangeObject::RangePtr RangeObject::Cells() { return At(block_.area); }
+
+RangeObject::RangePtr RangeObject::Cells(std::int32_t row, std::int32_t column) { return Item(row, column); }
+
+RangeObject::RangePtr RangeObject::Item(std::int32_t row, std::int32_t column) {
+  return At(AreaOf(std::int64_t{Row()} + row - 1, std::int64_t{Column()} + column - 1, 1, 1));
+}
+
+RangeObject::RangePtr RangeObject::Item(std::int32_t index) {
+  const Area& area = block_.area;
+  const std::int64_t offset = std::int64_t{index} - 1;
+  if (view_ == View::Rows) return At(AreaOf(Row() + offset, Column(), 1, area.Columns()), view_);
+  if (view_ == View::Columns) return At(AreaOf(Row(), Column() + offset, area.Rows(), 1), view_);
+  const std::int64_t down = FloorDivide(offset, area.Columns());
+  return At(AreaOf(Row() + down, Column() + offset - down * area.Columns(), 1, 1));
+}
+
+RangeObject::RangePtr RangeObject::Resize(std::int32_t rows, std::int32_t columns) {
+  return At(AreaOf(Row(), Column(), rows, columns));
+}
+
+RangeObject::RangePtr RangeObject::Rows() { return At(block_.area, View::Rows); }
+RangeObject::RangePtr RangeObject::Columns() { return At(block_.area, View::Columns); }
+
+std::int32_t RangeObject::Count() {
+  if (view_ == View::Rows) return block_.area.Rows();
+  if (view_ == View::Columns) return block_.area.Columns();
+  const std::int64_t count = block_.area.Cells();
+  if (count > std::numeric_limits<std::int32_t>::max()) throw Errors::Overflow();
+  return static_cast<std::int32_t>(count);
+}
+
+std::string RangeObject::Address(bool row_absolute, bool column_absolute) {
+  return AddressText(block_.area, row_absolute, column_absolute);
+}
+
+std::shared_ptr<Worksheet> RangeObject::Worksheet() {
+  return std::make_shared<WorksheetObject>(block_.book, block_.sheet);
+}
+
+RangeObject::RangePtr RangeObject::End(XlDirection direction) {
+  const CellGrid& cells = block_.sheet->cells;
+  switch (direction) {
+    case xlDown:
+      return At(Area::Cell(cells.EndDown(Row(), Column()), Column()));
+    case xlUp:
+      return At(Area::Cell(cells.EndUp(Row(), Column()), Column()));
+    case xlToRight:
+      return At(Area::Cell(Row(), cells.EndRight(Row(), Column())));
+    case xlToLeft:
+      return At(Area::Cell(Row(), cells.EndLeft(Row(), Column())));
+  }
+  throw Refused("This is no direction.");
+}
+
+RangeObject::RangePtr RangeObject::EntireColumn() {
+  return At({1, block_.area.first_column, kRows, block_.area.last_column}, View::Columns);
+}
+
+RangeObject::RangePtr RangeObject::EntireRow() {
+  return At({block_.area.first_row, 1, block_.area.last_row, kColumns}, View::Rows);
+}
+
+void RangeObject::AutoFit() {
+  if (view_ != View::Columns && !block_.area.IsWholeColumns())
+    throw Refused("Only columns can be fitted to texts.");
+  FitColumns(*block_.book, *block_.sheet, block_.area);
+}
+
+void RangeObject::Clear() {
+  ClearContents();
+  block_.sheet->styles.Set(block_.area, kDefaultStyle);
+}
+
+void RangeObject::ClearContents() { block_.sheet->cells.Clear(block_.area); }
+
+Variant RangeObject::NumberFormat() {
+  return CommonOf(block_, [](const Style& style) { return style.number_format; });
+}
+
+void RangeObject::NumberFormat(std::string_view format) {
+  if (!IsFormatCode(format)) throw Refused("\"" + std::string(format) + "\" is no number format.");
+  ChangeStyle(block_, [&](Style& style) { style.number_format = format; });
+}
+
+Variant RangeObject::HorizontalAlignment() {
+  return CommonOf(block_, [](const Style& style) { return style.alignment.horizontal; });
+}
+
+void RangeObject::HorizontalAlignment(std::int32_t alignment) {
+  if (std::find(kAlignments.begin(), kAlignments.end(), alignment) == kAlignments.end()) {
+    throw Refused("This is no horizontal alignment.");
+  }
+  ChangeStyle(block_, [&](Style& style) { style.alignment.horizontal = alignment; });
+}
+
+std::shared_ptr<Font> RangeObject::Font() { return std::make_shared<FontObject>(block_); }
+std::shared_ptr<Interior> RangeObject::Interior() { return std::make_shared<InteriorObject>(block_); }
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,149 @@
+#include "adapters/workbook/objects/range_value.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "adapters/workbook/typed/cell_input.h"
+#include "automation/runtime_error.h"
+#include "host/excel/range.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+constexpr std::int64_t kMostCells = std::int64_t{1} << 24;
+
+// The values to write, seen as a table that starts at row 0, column 0.
+class Source {
+ public:
+  explicit Source(const Variant& value) : scalar_(&value) {
+    if (!value.IsArray()) return;
+    array_ = &value.AsArray();
+    is_row_ = array_->Dimensions() == 1;
+    first_row_ = is_row_ ? 0 : array_->LBound(1);
+    first_column_ = array_->LBound(is_row_ ? 1 : 2);
+    rows_ = is_row_ ? 1 : array_->UBound(1) - first_row_ + 1;
+    columns_ = array_->UBound(is_row_ ? 1 : 2) - first_column_ + 1;
+    if (columns_ == 0) throw Errors::TypeMismatch();
+  }
+
+  // Null where the array has no element.
+  const Variant* At(std::int32_t row, std::int32_t column) const {
+    if (array_ == nullptr) return scalar_;
+    if (rows_ == 1) row = 0;
+    if (columns_ == 1) column = 0;
+    if (row >= rows_ || column >= columns_) return nullptr;
+    return is_row_ ? &(*array_)(first_column_ + column)
+                   : &(*array_)(first_row_ + row, first_column_ + column);
+  }
+
+  // Raises the error of the first value that a range of this size does not take.
+  void Check(std::int32_t rows, std::int32_t columns) const {
+    if (array_ == nullptr) return CheckCellInput(*scalar_);
+    for (std::int32_t row = 0; row < std::min(rows, rows_); ++row) {
+      for (std::int32_t column = 0; column < std::min(columns, columns_); ++column)
+        CheckCellInput(*At(row, column));
+    }
+  }
+
+ private:
+  const Variant* scalar_;
+  const VariantArray* array_ = nullptr;
+  bool is_row_ = false;
+  std::int32_t first_row_ = 0;
+  std::int32_t first_column_ = 0;
+  std::int32_t rows_ = 1;
+  std::int32_t columns_ = 1;
+};
+
+// Number formats that written values ask for, gathered to be laid in runs of rows.
+class FormatWishes {
+ public:
+  void Add(std::int32_t row, std::int32_t column, std::string_view format) {
+    if (!wishes_.empty()) {
+      auto& [area, wanted] = wishes_.back();
+      if (wanted == format && area.first_column == column && area.last_row == row - 1) {
+        area.last_row = row;
+        return;
+      }
+    }
+    wishes_.emplace_back(Area::Cell(row, column), format);
+  }
+
+  void Grant(const CellBlock& block) const {
+    for (const auto& wish : wishes_) {
+      ChangeStyle({block.book, block.sheet, wish.first},
+                  [&](Style& style) { style.number_format = wish.second; });
+    }
+  }
+
+ private:
+  std::vector<std::pair<Area, std::string_view>> wishes_;
+};
+
+void WriteColumn(const CellBlock& block, const Source& source, std::int32_t column, FormatWishes& wishes) {
+  const Area& area = block.area;
+  CellColumn& target = block.sheet->cells.ColumnFor(column);
+  const auto write_run = [&](std::int32_t first, std::int32_t last, StyleId style) {
+    const FormatKind kind = block.book->styles.Kind(style);
+    for (std::int32_t row = first; row <= last; ++row) {
+      const Variant* value = source.At(row - area.first_row, column - area.first_column);
+      if (value == nullptr) {
+        target.Set(row, CellValue(CellError::NotAvailable));
+        continue;
+      }
+      TypedValue input = CellInput(*value, kind, block.book->regional);
+      if (kind == FormatKind::General && !input.number_format.empty())
+        wishes.Add(row, column, input.number_format);
+      target.Set(row, std::move(input.value));
+    }
+  };
+  block.sheet->styles.Column(column).ForEach(area.first_row, area.last_row, write_run);
+  block.sheet->cells.Tidy(column);
+}
+
+Variant OneValue(const CellBlock& block) {
+  const auto& [book, sheet, area] = block;
+  const CellValue* value = sheet->cells.Find(area.first_row, area.first_column);
+  if (value == nullptr) return {};
+  return CellOutput(*value, book->styles.Kind(sheet->styles.At(area.first_row, area.first_column)));
+}
+
+}  // namespace
+
+Variant ReadValue(const CellBlock& block) {
+  const Area& area = block.area;
+  if (area.Cells() == 1) return OneValue(block);
+  if (area.Cells() > kMostCells) throw Errors::OutOfMemory();
+
+  VariantArray values(1, area.Rows(), 1, area.Columns());
+  block.sheet->cells.ForEach(area, [&](std::int32_t row, std::int32_t column, const CellValue& value) {
+    const FormatKind kind = block.book->styles.Kind(block.sheet->styles.At(row, column));
+    values(row - area.first_row + 1, column - area.first_column + 1) = CellOutput(value, kind);
+  });
+  return values;
+}
+
+void WriteValue(const CellBlock& block, const Variant& value) {
+  if (value.IsObject()) {
+    const auto range = std::dynamic_pointer_cast<host::excel::Range>(value.AsObject());
+    if (range == nullptr) throw Errors::TypeMismatch();
+    return WriteValue(block, range->Value());
+  }
+  if (value.IsEmpty()) return block.sheet->cells.Clear(block.area);
+  if (block.area.Cells() > kMostCells) throw Errors::OutOfMemory();
+
+  const Source source(value);
+  source.Check(block.area.Rows(), block.area.Columns());
+  FormatWishes wishes;
+  for (std::int32_t column = block.area.first_column; column <= block.area.last_column; ++column) {
+    WriteColumn(block, source, column, wishes);
+  }
+  wishes.Grant(block);
+}
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "adapters/workbook/model/book.h"
+#include "host/excel/workbook.h"
+
+namespace mirelo::workbook {
+
+class WorkbookObject final : public host::excel::Workbook {
+ public:
+  explicit WorkbookObject(std::shared_ptr<Book> book) : book_(std::move(book)) {}
+
+  std::string Name() override;
+  std::shared_ptr<host::excel::Worksheets> Worksheets() override;
+  std::shared_ptr<host::excel::Worksheet> ActiveSheet() override;
+
+ private:
+  std::shared_ptr<Book> book_;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,79 @@
+#include "adapters/workbook/objects/worksheet_object.h"
+
+#include "adapters/workbook/address.h"
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/sheet_name.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+using View = RangeObject::View;
+
+Area AreaAt(std::string_view address) {
+  const auto area = ParseAddress(address);
+  if (!area) throw Refused("\"" + std::string(address) + "\" is no address of cells.");
+  return *area;
+}
+
+// "5" stands for "5:5", "B" for "B:B".
+Area BandAt(std::string_view text) {
+  if (text.find(':') != std::string_view::npos) return AreaAt(text);
+  return AreaAt(std::string(text) + ":" + std::string(text));
+}
+
+}  // namespace
+
+WorksheetObject::RangePtr WorksheetObject::At(const Area& area, View view) const {
+  return std::make_shared<RangeObject>(CellBlock{book_, sheet_, area}, view);
+}
+
+std::string WorksheetObject::Name() { return sheet_->name; }
+
+void WorksheetObject::Name(std::string_view name) {
+  const std::string_view objection = NameObjection(*book_, *sheet_, name);
+  if (!objection.empty()) throw Refused(std::string(objection));
+  sheet_->name = name;
+}
+
+std::int32_t WorksheetObject::Index() { return static_cast<std::int32_t>(book_->IndexOf(*sheet_)) + 1; }
+
+void WorksheetObject::Activate() { book_->active = book_->IndexOf(*sheet_); }
+
+WorksheetObject::RangePtr WorksheetObject::Range(std::string_view address) { return At(AreaAt(address)); }
+
+WorksheetObject::RangePtr WorksheetObject::Range(std::string_view first, std::string_view last) {
+  return At(Around(AreaAt(first), AreaAt(last)));
+}
+
+WorksheetObject::RangePtr WorksheetObject::Range(host::excel::Range& first, host::excel::Range& last) {
+  const auto* a = dynamic_cast<const RangeObject*>(&first);
+  const auto* b = dynamic_cast<const RangeObject*>(&last);
+  if (a == nullptr || b == nullptr || a->block().sheet != sheet_ || b->block().sheet != sheet_) {
+    throw Refused("Both ranges must be of this sheet.");
+  }
+  return At(Around(a->block().area, b->block().area));
+}
+
+WorksheetObject::RangePtr WorksheetObject::Cells() { return At(Area::Sheet()); }
+
+WorksheetObject::RangePtr WorksheetObject::Cells(std::int32_t row, std::int32_t column) {
+  return Cells()->Item(row, column);
+}
+
+WorksheetObject::RangePtr WorksheetObject::Rows() { return At(Area::Sheet(), View::Rows); }
+WorksheetObject::RangePtr WorksheetObject::Columns() { return At(Area::Sheet(), View::Columns); }
+
+WorksheetObject::RangePtr WorksheetObject::Rows(std::string_view rows) {
+  const Area area = BandAt(rows);
+  if (!area.IsWholeRows()) throw Refused("\"" + std::string(rows) + "\" names no rows.");
+  return At(area, View::Rows);
+}
+
+WorksheetObject::RangePtr WorksheetObject::Columns(std::string_view columns) {
+  const Area area = BandAt(columns);
+  if (!area.IsWholeColumns()) throw Refused("\"" + std::string(columns) + "\" names no columns.");
+  return At(area, View::Columns);
+}
+
+}  // namespace mirelo::workbook

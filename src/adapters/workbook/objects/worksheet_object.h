@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "adapters/workbook/model/book.h"
+#include "adapters/workbook/objects/range_object.h"
+#include "host/excel/worksheet.h"
+
+namespace mirelo::workbook {
+
+class WorksheetObject final : public host::excel::Worksheet {
+ public:
+  using RangePtr = std::shared_ptr<host::excel::Range>;
+
+  WorksheetObject(std::shared_ptr<Book> book, std::shared_ptr<Sheet> sheet)
+      : book_(std::move(book)), sheet_(std::move(sheet)) {}
+
+  std::string Name() override;
+  void Name(std::string_view name) override;
+  std::int32_t Index() override;
+  void Activate() override;
+
+  RangePtr Range(std::string_view address) override;
+  RangePtr Range(std::string_view first, std::string_view last) override;
+  RangePtr Range(host::excel::Range& first, host::excel::Range& last) override;
+  RangePtr Cells() override;
+  RangePtr Cells(std::int32_t row, std::int32_t column) override;
+  RangePtr Rows() override;
+  RangePtr Columns() override;
+  RangePtr Rows(std::string_view rows) override;
+  RangePtr Columns(std::string_view columns) override;
+
+ private:
+  RangePtr At(const Area& area, RangeObject::View view = RangeObject::View::Cells) const;
+
+  std::shared_ptr<Book> book_;
+  std::shared_ptr<Sheet> sheet_;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+#include "adapters/workbook/model/style.h"
+
+namespace mirelo::workbook {
+
+inline constexpr std::int32_t kPaletteSize = 56;
+
+// The colour of an index from 1 to kPaletteSize of the standard palette.
+Color PaletteColor(std::int32_t index);
+
+// The lowest index of the nearest colour. `color` is not automatic.
+std::int32_t NearestIndex(Color color);
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,34 @@
+#include "adapters/workbook/sheet_name.h"
+
+#include <cstddef>
+#include <memory>
+
+#include "adapters/workbook/text_units.h"
+#include "automation/text.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+constexpr std::size_t kLongestName = 31;
+constexpr std::string_view kForbidden = ":\\/?*[]";
+constexpr std::string_view kReserved = "History";  // the program's own sheet of tracked changes
+
+}  // namespace
+
+std::string_view NameObjection(const Book& book, const Sheet& sheet, std::string_view name) {
+  if (name.empty()) return "A sheet's name cannot be empty.";
+  if (Utf16Length(name) > kLongestName) return "A sheet's name cannot be longer than 31 characters.";
+  if (name.find_first_of(kForbidden) != std::string_view::npos) {
+    return "A sheet's name cannot contain any of : \\ / ? * [ ].";
+  }
+  if (name.front() == '\'' || name.back() == '\'')
+    return "A sheet's name cannot begin or end with an apostrophe.";
+  if (CleanText(name) != name) return "A sheet's name must be well-formed text.";
+  if (EqualText(name, kReserved)) return "\"History\" is a reserved name.";
+  const std::shared_ptr<Sheet> holder = book.FindSheet(name);
+  if (holder != nullptr && holder.get() != &sheet) return "Another sheet bears this name already.";
+  return "";
+}
+
+}  // namespace mirelo::workbook

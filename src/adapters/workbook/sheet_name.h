@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+#include "adapters/workbook/model/book.h"
+
+namespace mirelo::workbook {
+
+// Why `sheet` may not bear the name: a sentence for people, empty when it may.
+std::string_view NameObjection(const Book& book, const Sheet& sheet, std::string_view name);
+
+}  // namespace mirelo::workbook
