@@ -21,6 +21,7 @@ struct CivilTime {
   int hour = 0;
   int minute = 0;
   int second = 0;
+  friend bool operator==(const CivilTime&, const CivilTime&) = default;
 };
 
 // The date of a civil time. Fields out of their range carry over, as month 13 is January of the next year.

@@ -219,7 +219,7 @@ class Writer {
       case Kind::SecondTwo:
         return Number(civil_.second, 2);
       case Kind::General:
-        return depth_ > 1 ? std::string(token.text) : GeneralDate(date_, regional_);
+        return General(token);
       case Kind::TimeLong:
         return Nested(regional_.long_time, token);
       case Kind::UpperMark:
@@ -238,6 +238,15 @@ class Writer {
         return regional_.time_separator;
     }
     return {};
+  }
+
+  std::string General(const Token& token) {
+    const bool midnight = civil_.hour == 0 && civil_.minute == 0 && civil_.second == 0;
+    const bool day_zero = civil_.year == 1899 && civil_.month == 12 && civil_.day == 30;
+    if (day_zero) return Nested(regional_.long_time, token);
+    if (midnight) return Nested(regional_.short_date, token);
+    if (depth_ > 1) return std::string(token.text);
+    return Write(regional_.short_date) + " " + Write(regional_.long_time);
   }
 
   // A regional pattern inside a format. A pattern that refers to patterns itself would never end, so there
@@ -274,7 +283,7 @@ class Writer {
 }  // namespace
 
 std::string Format(Date date, std::string_view format, const RegionalFormat& regional) {
-  return format.empty() ? GeneralDate(date, regional) : Writer(date, regional).Write(ResolveName(format));
+  return Writer(date, regional).Write(format.empty() ? "c" : ResolveName(format));
 }
 
 std::string Format(std::string_view text, std::string_view format, const RegionalFormat& regional) {

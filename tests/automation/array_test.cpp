@@ -5,19 +5,19 @@
 #include <numeric>
 #include <string>
 
-#include "support/raised.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
 
-using testing::RaisedNumber;
+using testing::NumberOf;
 
 TEST(Array, StartsUnallocated) {
   Array<std::int16_t> array;
   EXPECT_FALSE(array.IsAllocated());
-  EXPECT_EQ(RaisedNumber([&] { array.LBound(); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { array.UBound(); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { array(0); }), 9);
+  EXPECT_EQ(NumberOf([&] { array.LBound(); }), 9);
+  EXPECT_EQ(NumberOf([&] { array.UBound(); }), 9);
+  EXPECT_EQ(NumberOf([&] { array(0); }), 9);
   EXPECT_EQ(array.begin(), array.end());
 }
 
@@ -36,15 +36,15 @@ TEST(Array, RaisesSubscriptOutOfRangeBesideItsBounds) {
   EXPECT_EQ(array(1) + array(2) + array(3), 40);
   for (std::int32_t index :
        {0, 4, -1, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()}) {
-    EXPECT_EQ(RaisedNumber([&] { array(index); }), 9) << index;
+    EXPECT_EQ(NumberOf([&] { array(index); }), 9) << index;
   }
 }
 
 TEST(Array, RefusesAnUpperBoundBelowTheLower) {
-  EXPECT_EQ(RaisedNumber([] { Array<int>(0, -1); }), 9);
+  EXPECT_EQ(NumberOf([] { Array<int>(0, -1); }), 9);
   Array<int> array(1, 2);
-  EXPECT_EQ(RaisedNumber([&] { array.ReDim(5, 4); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { array.ReDimPreserve(0); }), 9);
+  EXPECT_EQ(NumberOf([&] { array.ReDim(5, 4); }), 9);
+  EXPECT_EQ(NumberOf([&] { array.ReDimPreserve(0); }), 9);
   EXPECT_EQ(array.UBound(), 2) << "as it was";
 }
 
@@ -82,7 +82,7 @@ TEST(Array, IsUnallocatedAgainWhenErased) {
   Array<int> array(1, 2);
   array.Erase();
   EXPECT_FALSE(array.IsAllocated());
-  EXPECT_EQ(RaisedNumber([&] { array(1); }), 9);
+  EXPECT_EQ(NumberOf([&] { array(1); }), 9);
 }
 
 }  // namespace

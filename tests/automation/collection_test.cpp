@@ -2,20 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <algorithm>
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "automation/number.h"
-#include "support/raised.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
 
-using testing::Raised;
-using testing::RaisedNumber;
+using testing::NumberOf;
 
 template <class T>
 std::vector<T> ItemsOf(const Collection<T>& collection) {
@@ -60,11 +59,8 @@ TEST(Collection, FindsKeysWithoutRegardToCase) {
 TEST(Collection, RefusesARepeatedKey) {
   Collection<std::string> collection;
   Fill(collection, {"msft", "\u0436"});
-  const auto error = Raised([&] { collection.Add("again", "MsFt"); });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->Number(), 457);
-  EXPECT_EQ(error->Description(), "This key is already associated with an element of this collection");
-  EXPECT_EQ(RaisedNumber([&] { collection.Add("again", "\u0416"); }), 457);
+  EXPECT_EQ(NumberOf([&] { collection.Add("again", "MsFt"); }), 457);
+  EXPECT_EQ(NumberOf([&] { collection.Add("again", "\u0416"); }), 457);
   EXPECT_EQ(collection.Count(), 2);
 }
 
@@ -73,23 +69,23 @@ TEST(Collection, TakesAnEmptyKeyAsAKey) {
   collection.Add("unnamed", "");
   collection.Add("without key");
   EXPECT_EQ(collection.Item(""), "unnamed");
-  EXPECT_EQ(RaisedNumber([&] { collection.Add("again", ""); }), 457);
+  EXPECT_EQ(NumberOf([&] { collection.Add("again", ""); }), 457);
 }
 
 TEST(Collection, RaisesSubscriptOutOfRangeForAnIndexOutside) {
   Collection<std::string> collection;
   Fill(collection, {"a", "b"});
   for (std::int32_t index : {0, 3, -1}) {
-    EXPECT_EQ(RaisedNumber([&] { collection.Item(index); }), 9) << index;
-    EXPECT_EQ(RaisedNumber([&] { collection.Remove(index); }), 9) << index;
+    EXPECT_EQ(NumberOf([&] { collection.Item(index); }), 9) << index;
+    EXPECT_EQ(NumberOf([&] { collection.Remove(index); }), 9) << index;
   }
 }
 
 TEST(Collection, RaisesInvalidProcedureCallForAnAbsentKey) {
   Collection<std::string> collection;
   Fill(collection, {"a"});
-  EXPECT_EQ(RaisedNumber([&] { collection.Item("b"); }), 5);
-  EXPECT_EQ(RaisedNumber([&] { collection.Remove("b"); }), 5);
+  EXPECT_EQ(NumberOf([&] { collection.Item("b"); }), 5);
+  EXPECT_EQ(NumberOf([&] { collection.Remove("b"); }), 5);
 }
 
 TEST(Collection, ClosesUpWhereItemsAreRemoved) {
@@ -102,7 +98,7 @@ TEST(Collection, ClosesUpWhereItemsAreRemoved) {
   EXPECT_EQ(collection.Item(2), "item d");
   EXPECT_EQ(collection.Item("e"), "item e");
   EXPECT_EQ(collection.Find("c"), nullptr);
-  EXPECT_EQ(RaisedNumber([&] { collection.Item(4); }), 9);
+  EXPECT_EQ(NumberOf([&] { collection.Item(4); }), 9);
 }
 
 TEST(Collection, GivesTheKeyOfARemovedItemToANewOne) {
@@ -171,14 +167,16 @@ TEST(Collection, TakesOneMillionItemsOffItsFront) {
   constexpr std::int32_t kItems = 1'000'000;
   Collection<std::int32_t> collection;
   for (std::int32_t i = 1; i <= kItems; ++i) collection.Add(i, "a" + std::to_string(i));
+  std::int32_t out_of_order = 0;
   for (std::int32_t i = 1; i <= kItems; ++i) {
-    ASSERT_EQ(collection.Item(1), i);
+    if (collection.Item(1) != i) ++out_of_order;
     if (i % 2 == 0) {
       collection.Remove(1);
     } else {
       collection.Remove("A" + std::to_string(i));
     }
   }
+  EXPECT_EQ(out_of_order, 0);
   EXPECT_EQ(collection.Count(), 0);
 }
 
@@ -210,14 +208,14 @@ TEST(Collection, AgreesWithAListUnderRandomUse) {
       case 0:
       case 1:
         if (present) {
-          ASSERT_EQ(RaisedNumber([&] { collection.Add(step, UCase(key)); }), 457);
+          ASSERT_EQ(NumberOf([&] { collection.Add(step, UCase(key)); }), 457);
         } else {
           collection.Add(step, key);
           model.emplace_back(key, step);
         }
         break;
       case 2:
-        ASSERT_EQ(RaisedNumber([&] { collection.Remove(UCase(key)); }), present ? 0 : 5);
+        ASSERT_EQ(NumberOf([&] { collection.Remove(UCase(key)); }), present ? 0 : 5);
         if (present) model.erase(position_of(key));
         break;
       case 3:
@@ -233,7 +231,7 @@ TEST(Collection, AgreesWithAListUnderRandomUse) {
       default: {
         const int* found = collection.Find(key);
         ASSERT_EQ(found != nullptr, present);
-        if (present) ASSERT_EQ(*found, position_of(key)->second);
+        ASSERT_TRUE(!present || *found == position_of(key)->second);
       }
     }
     ASSERT_EQ(collection.Count(), static_cast<std::int32_t>(model.size()));

@@ -6,12 +6,14 @@
 #include <limits>
 #include <string>
 
-#include "support/raised.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
 
-using testing::RaisedNumber;
+using testing::NumberOf;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 struct Reading {
   const char* text;
@@ -67,11 +69,11 @@ TEST(Val, IsTheLongestNumberAtTheStart) {
 }
 
 TEST(Val, IsInfiniteForANumberTooLarge) {
-  EXPECT_EQ(Val("1e400"), std::numeric_limits<double>::infinity());
-  EXPECT_EQ(Val("-1e400"), -std::numeric_limits<double>::infinity());
-  EXPECT_EQ(Val("1e99999999999999999999"), std::numeric_limits<double>::infinity());
+  EXPECT_EQ(Val("1e400"), kInfinity);
+  EXPECT_EQ(Val("-1e400"), -kInfinity);
+  EXPECT_EQ(Val("1e99999999999999999999"), kInfinity);
   EXPECT_EQ(Val("1e-99999999999999999999"), 0);
-  EXPECT_EQ(Val(std::string(400, '9')), std::numeric_limits<double>::infinity());
+  EXPECT_EQ(Val(std::string(400, '9')), kInfinity);
   EXPECT_EQ(Val("0." + std::string(400, '0') + "1"), 0);
 }
 
@@ -176,22 +178,22 @@ TEST(Round, OverflowsBeyondItsType) {
   EXPECT_EQ(RoundToInt16(-32768.5), -32768);
   EXPECT_EQ(RoundToInt32(2147483647.4), 2147483647);
   EXPECT_EQ(RoundToInt32(-2147483648.5), -2147483647 - 1);
-  for (double value : {32767.5, -32768.6, 1e300, std::nan(""), -INFINITY}) {
-    EXPECT_EQ(RaisedNumber([&] { RoundToInt16(value); }), 6) << value;
+  for (double value : {32767.5, -32768.6, 1e300, std::nan(""), -kInfinity}) {
+    EXPECT_EQ(NumberOf([&] { RoundToInt16(value); }), 6) << value;
   }
-  for (double value : {2147483647.5, -2147483648.6, 1e300, std::nan(""), INFINITY}) {
-    EXPECT_EQ(RaisedNumber([&] { RoundToInt32(value); }), 6) << value;
+  for (double value : {2147483647.5, -2147483648.6, 1e300, std::nan(""), kInfinity}) {
+    EXPECT_EQ(NumberOf([&] { RoundToInt32(value); }), 6) << value;
   }
 }
 
 TEST(CheckedArithmetic, OverflowsInsteadOfWrapping) {
   EXPECT_EQ(AddChecked(2147483646, 1), 2147483647);
-  EXPECT_EQ(RaisedNumber([] { AddChecked(2147483647, 1); }), 6);
-  EXPECT_EQ(RaisedNumber([] { AddChecked(-2147483647, -2); }), 6);
+  EXPECT_EQ(NumberOf([] { AddChecked(2147483647, 1); }), 6);
+  EXPECT_EQ(NumberOf([] { AddChecked(-2147483647, -2); }), 6);
   EXPECT_EQ(MultiplyChecked(2147483, 1000), 2147483000);
-  EXPECT_EQ(RaisedNumber([] { MultiplyChecked(2147484, 1000); }), 6);
+  EXPECT_EQ(NumberOf([] { MultiplyChecked(2147484, 1000); }), 6);
   EXPECT_EQ(MultiplyChecked(-65536, 32768), -2147483647 - 1);
-  EXPECT_EQ(RaisedNumber([] { MultiplyChecked(65536, 32768); }), 6);
+  EXPECT_EQ(NumberOf([] { MultiplyChecked(65536, 32768); }), 6);
 }
 
 }  // namespace

@@ -3,14 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/raised.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using testing::RaisedNumber;
+using testing::NumberOf;
 
 // Five characters in fourteen bytes: one, two, three, four and four bytes.
 constexpr const char* kMixed = "a\u00E4\u20AC\U0001F600\U00010400";
@@ -53,12 +53,12 @@ TEST(Mid, CountsCharactersFrom1) {
 }
 
 TEST(Pieces, RefuseANegativeCountAndAStartBelow1) {
-  EXPECT_EQ(RaisedNumber([] { Left("abc", -1); }), 5);
-  EXPECT_EQ(RaisedNumber([] { Right("abc", -1); }), 5);
-  EXPECT_EQ(RaisedNumber([] { Mid("abc", 0); }), 5);
-  EXPECT_EQ(RaisedNumber([] { Mid("abc", 0, 1); }), 5);
-  EXPECT_EQ(RaisedNumber([] { Mid("abc", 1, -1); }), 5);
-  EXPECT_EQ(RaisedNumber([] { InStr(0, "abc", "a", Compare::Binary); }), 5);
+  EXPECT_EQ(NumberOf([] { Left("abc", -1); }), 5);
+  EXPECT_EQ(NumberOf([] { Right("abc", -1); }), 5);
+  EXPECT_EQ(NumberOf([] { Mid("abc", 0); }), 5);
+  EXPECT_EQ(NumberOf([] { Mid("abc", 0, 1); }), 5);
+  EXPECT_EQ(NumberOf([] { Mid("abc", 1, -1); }), 5);
+  EXPECT_EQ(NumberOf([] { InStr(0, "abc", "a", Compare::Binary); }), 5);
 }
 
 struct Search {

@@ -4,19 +4,19 @@
 #include <string>
 
 #include "automation/variant.h"
-#include "support/raised.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
 
-using testing::RaisedNumber;
+using testing::NumberOf;
 
 TEST(VariantArray, HasNoElementsByDefault) {
   VariantArray array;
   EXPECT_EQ(array.Dimensions(), 1);
   EXPECT_EQ(array.LBound(), 0);
   EXPECT_EQ(array.UBound(), -1);
-  EXPECT_EQ(RaisedNumber([&] { array(0); }), 9);
+  EXPECT_EQ(NumberOf([&] { array(0); }), 9);
 }
 
 TEST(VariantArray, CarriesTheBoundsOfOneDimension) {
@@ -28,7 +28,7 @@ TEST(VariantArray, CarriesTheBoundsOfOneDimension) {
   array(3) = 3;
   EXPECT_EQ(array(1).ToText(), "first");
   EXPECT_TRUE(array(2).IsEmpty());
-  for (std::int32_t index : {0, 4, -1}) EXPECT_EQ(RaisedNumber([&] { array(index); }), 9) << index;
+  for (std::int32_t index : {0, 4, -1}) EXPECT_EQ(NumberOf([&] { array(index); }), 9) << index;
 }
 
 TEST(VariantArray, CarriesTheBoundsOfTwoDimensions) {
@@ -48,37 +48,36 @@ TEST(VariantArray, CarriesTheBoundsOfTwoDimensions) {
   }
   const std::pair<std::int32_t, std::int32_t> kOutside[] = {{0, 0}, {3, 0}, {1, -2}, {1, 2}};
   for (const auto& [row, column] : kOutside) {
-    EXPECT_EQ(RaisedNumber([&, row = row, column = column] { array(row, column); }), 9)
-        << row << " " << column;
+    EXPECT_EQ(NumberOf([&, row = row, column = column] { array(row, column); }), 9) << row << " " << column;
   }
 }
 
 TEST(VariantArray, RefusesAnIndexCountThatDiffersFromItsDimensions) {
   VariantArray one(0, 1);
   VariantArray two(0, 1, 0, 1);
-  EXPECT_EQ(RaisedNumber([&] { one(0, 0); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { two(0); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { two.ReDimPreserve(3); }), 9);
+  EXPECT_EQ(NumberOf([&] { one(0, 0); }), 9);
+  EXPECT_EQ(NumberOf([&] { two(0); }), 9);
+  EXPECT_EQ(NumberOf([&] { two.ReDimPreserve(3); }), 9);
 }
 
 TEST(VariantArray, RefusesToTellBoundsOfADimensionItLacks) {
   const VariantArray one(0, 1);
   const VariantArray two(0, 1, 0, 1);
-  EXPECT_EQ(RaisedNumber([&] { one.LBound(2); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { one.UBound(2); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { two.UBound(3); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { two.LBound(0); }), 9);
+  EXPECT_EQ(NumberOf([&] { one.LBound(2); }), 9);
+  EXPECT_EQ(NumberOf([&] { one.UBound(2); }), 9);
+  EXPECT_EQ(NumberOf([&] { two.UBound(3); }), 9);
+  EXPECT_EQ(NumberOf([&] { two.LBound(0); }), 9);
 }
 
 TEST(VariantArray, RefusesAnUpperBoundBelowTheLower) {
-  EXPECT_EQ(RaisedNumber([] { VariantArray(1, 0); }), 9);
-  EXPECT_EQ(RaisedNumber([] { VariantArray(1, 1, 1, 0); }), 9);
+  EXPECT_EQ(NumberOf([] { VariantArray(1, 0); }), 9);
+  EXPECT_EQ(NumberOf([] { VariantArray(1, 1, 1, 0); }), 9);
 }
 
 TEST(VariantArray, RunsOutOfMemoryForASizeThatNoMachineHas) {
   constexpr auto kMin = std::numeric_limits<std::int32_t>::min();
   constexpr auto kMax = std::numeric_limits<std::int32_t>::max();
-  EXPECT_EQ(RaisedNumber([] { VariantArray(kMin, kMax, kMin, kMax); }), 7);
+  EXPECT_EQ(NumberOf([] { VariantArray(kMin, kMax, kMin, kMax); }), 7);
 }
 
 TEST(VariantArray, IsMadeOfTexts) {
@@ -99,8 +98,8 @@ TEST(VariantArray, KeepsItsContentsWhenGivenANewUpperBound) {
   EXPECT_EQ(array(2).ToText(), "b");
   EXPECT_TRUE(array(3).IsEmpty());
   array.ReDimPreserve(1);
-  EXPECT_EQ(RaisedNumber([&] { array(2); }), 9);
-  EXPECT_EQ(RaisedNumber([&] { array.ReDimPreserve(0); }), 9);
+  EXPECT_EQ(NumberOf([&] { array(2); }), 9);
+  EXPECT_EQ(NumberOf([&] { array.ReDimPreserve(0); }), 9);
 
   VariantArray empty;
   empty.ReDimPreserve(0);

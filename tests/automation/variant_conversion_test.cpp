@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "automation/variant.h"
-#include "support/raised.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
 
-using testing::RaisedNumber;
+using testing::NumberOf;
 
 struct Thing : Object {
   std::string_view TypeName() const override { return "Thing"; }
@@ -68,22 +68,22 @@ TEST(VariantConversion, RoundsToIntegersWithHalvesToEven) {
 
 TEST(VariantConversion, OverflowsWhereTheNumberDoesNotFit) {
   EXPECT_EQ(Variant(32767).ToInt16(), 32767);
-  EXPECT_EQ(RaisedNumber([] { Variant(32768).ToInt16(); }), 6);
-  EXPECT_EQ(RaisedNumber([] { Variant("16239000000").ToInt32(); }), 6);
-  EXPECT_EQ(RaisedNumber([] { Variant(std::nan("")).ToInt32(); }), 6);
-  EXPECT_EQ(RaisedNumber([] { Variant(3e6).ToDate(); }), 6);
-  EXPECT_EQ(RaisedNumber([] { Variant("-700000").ToDate(); }), 6);
-  EXPECT_EQ(RaisedNumber([] { Variant(std::nan("")).ToDate(); }), 6);
+  EXPECT_EQ(NumberOf([] { Variant(32768).ToInt16(); }), 6);
+  EXPECT_EQ(NumberOf([] { Variant("16239000000").ToInt32(); }), 6);
+  EXPECT_EQ(NumberOf([] { Variant(std::nan("")).ToInt32(); }), 6);
+  EXPECT_EQ(NumberOf([] { Variant(3e6).ToDate(); }), 6);
+  EXPECT_EQ(NumberOf([] { Variant("-700000").ToDate(); }), 6);
+  EXPECT_EQ(NumberOf([] { Variant(std::nan("")).ToDate(); }), 6);
 }
 
 TEST(VariantConversion, MismatchesWhereTextIsNoNumber) {
   for (const char* text : {"", "abc", "5 sec", "1/20/2011"}) {
     const Variant value(text);
-    EXPECT_EQ(RaisedNumber([&] { value.ToInt16(); }), 13) << text;
-    EXPECT_EQ(RaisedNumber([&] { value.ToInt32(); }), 13) << text;
-    EXPECT_EQ(RaisedNumber([&] { value.ToDouble(); }), 13) << text;
-    EXPECT_EQ(RaisedNumber([&] { value.ToBoolean(); }), 13) << text;
-    EXPECT_EQ(RaisedNumber([&] { value.EqualsNumber(0); }), 13) << text;
+    EXPECT_EQ(NumberOf([&] { value.ToInt16(); }), 13) << text;
+    EXPECT_EQ(NumberOf([&] { value.ToInt32(); }), 13) << text;
+    EXPECT_EQ(NumberOf([&] { value.ToDouble(); }), 13) << text;
+    EXPECT_EQ(NumberOf([&] { value.ToBoolean(); }), 13) << text;
+    EXPECT_EQ(NumberOf([&] { value.EqualsNumber(0); }), 13) << text;
   }
 }
 
@@ -92,12 +92,12 @@ TEST(VariantConversion, MismatchesForObjectsAndArrays) {
                             Variant(VariantArray(1, 2))};
   for (const Variant& value : values) {
     SCOPED_TRACE(value.TypeName());
-    EXPECT_EQ(RaisedNumber([&] { value.ToInt16(); }), 13);
-    EXPECT_EQ(RaisedNumber([&] { value.ToInt32(); }), 13);
-    EXPECT_EQ(RaisedNumber([&] { value.ToDouble(); }), 13);
-    EXPECT_EQ(RaisedNumber([&] { value.ToBoolean(); }), 13);
-    EXPECT_EQ(RaisedNumber([&] { value.ToText(); }), 13);
-    EXPECT_EQ(RaisedNumber([&] { value.ToDate(); }), 13);
+    EXPECT_EQ(NumberOf([&] { value.ToInt16(); }), 13);
+    EXPECT_EQ(NumberOf([&] { value.ToInt32(); }), 13);
+    EXPECT_EQ(NumberOf([&] { value.ToDouble(); }), 13);
+    EXPECT_EQ(NumberOf([&] { value.ToBoolean(); }), 13);
+    EXPECT_EQ(NumberOf([&] { value.ToText(); }), 13);
+    EXPECT_EQ(NumberOf([&] { value.ToDate(); }), 13);
   }
 }
 
@@ -114,7 +114,7 @@ TEST(VariantConversion, ReadsDatesFromTextAndNumbers) {
   EXPECT_EQ(Variant(40563.75).ToDate(), kMoment);
   EXPECT_EQ(Variant(kMoment).ToDate(), kMoment);
   EXPECT_EQ(Variant().ToDate(), Date{});
-  EXPECT_EQ(RaisedNumber([] { Variant("soon").ToDate(); }), 13);
+  EXPECT_EQ(NumberOf([] { Variant("soon").ToDate(); }), 13);
 }
 
 TEST(VariantConversion, WritesInTheFormatOfTheRegion) {

@@ -5,12 +5,12 @@
 #include <memory>
 #include <string>
 
-#include "support/raised.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
 
-using testing::RaisedNumber;
+using testing::NumberOf;
 using Type = Variant::Type;
 
 struct Quotes : Object {
@@ -59,8 +59,8 @@ TEST(Variant, HoldsObjectsByReference) {
   const Variant copy = value;
   EXPECT_EQ(copy.AsObject(), quotes);
   EXPECT_EQ(Variant(std::shared_ptr<Object>()).AsObject(), nullptr);
-  EXPECT_EQ(RaisedNumber([] { Variant("text").AsObject(); }), 424);
-  EXPECT_EQ(RaisedNumber([] { Variant().AsObject(); }), 424);
+  EXPECT_EQ(NumberOf([] { Variant("text").AsObject(); }), 424);
+  EXPECT_EQ(NumberOf([] { Variant().AsObject(); }), 424);
 }
 
 TEST(Variant, KeepsCopiesOfAnArrayApart) {
@@ -80,8 +80,8 @@ TEST(Variant, SharesAnArrayThatIsOnlyRead) {
 
 TEST(Variant, RefusesToBeReadAsAnArrayWhenItIsNone) {
   Variant text("text");
-  EXPECT_EQ(RaisedNumber([&] { text.AsArray(); }), 13);
-  EXPECT_EQ(RaisedNumber([&] { std::as_const(text).AsArray(); }), 13);
+  EXPECT_EQ(NumberOf([&] { text.AsArray(); }), 13);
+  EXPECT_EQ(NumberOf([&] { std::as_const(text).AsArray(); }), 13);
 }
 
 TEST(VariantEquality, ComparesTextsExactlyAndTheRestAsNumbers) {
@@ -123,9 +123,9 @@ TEST(VariantEquality, MismatchesForObjectsAndArrays) {
   const Variant object(std::make_shared<Quotes>());
   const Variant array(VariantArray(1, 1));
   for (const Variant* value : {&object, &array}) {
-    EXPECT_EQ(RaisedNumber([&] { static_cast<void>(*value == Variant(1)); }), 13);
-    EXPECT_EQ(RaisedNumber([&] { static_cast<void>(Variant("x") == *value); }), 13);
-    EXPECT_EQ(RaisedNumber([&] { static_cast<void>(*value == *value); }), 13);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(*value == Variant(1)); }), 13);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(Variant("x") == *value); }), 13);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(*value == *value); }), 13);
   }
 }
 
