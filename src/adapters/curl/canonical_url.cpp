@@ -33,7 +33,7 @@ std::string WithoutDotSegments(std::string_view path) {
       result += segment;
       continue;
     }
-    if (up) result.erase(std::min(result.rfind('/'), result.size()));
+    if (up) result.resize(result.find_last_of('/') == std::string::npos ? 0 : result.find_last_of('/'));
     if (path.empty()) result += '/';
   }
   return result;

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/curl/curl_internet.h"
+#include "adapters/poll/poll_loop.h"
+#include "host/host.h"
+#include "snapshot/WinInet.h"
+#include "support/loopback_server.h"
+#include "support/manual_clock.h"
+#include "support/test_host.h"
+
+namespace mirelo::testing {
+
+// A machine with a real loop and the real HTTP client.
+class HttpMachine : public ::testing::Test {
+ protected:
+  HttpMachine() { host.Use(loop).Use(clock).Use(internet); }
+
+  poll::PollLoop loop;
+  ManualClock clock;
+  curl::CurlInternet internet{loop};
+  TestHost host;
+  host::HostScope scope{host};
+};
+
+// The script of a server that waits for the end of the request's head, sends these bytes and closes.
+inline LoopbackServer::Script Reply(std::string bytes) {
+  return [bytes = std::move(bytes)](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    peer.Send(bytes);
+  };
+}
+
+// A transfer of one resource from a server on this machine, with the states it reports.
+class LocalTransfer : public WinInet {
+ public:
+  explicit LocalTransfer(std::uint16_t port, const std::string& resource = "/req?x") {
+    HostName("127.0.0.1");
+    Port(static_cast<std::int16_t>(port));
+    Method("GET");
+    Resource(resource);
+    OnStateChanged.Subscribe([this](std::int32_t state) { states.push_back(state); });
+  }
+  std::vector<std::int32_t> states;
+};
+
+const std::vector<std::int32_t> kGoodPath = {1, 3, 6, 7, 9, 11};
+const std::vector<std::int32_t> kSendFailed = {1, 3, 6, 8};
+
+}  // namespace mirelo::testing
