@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "quotetracker/ascii.h"
+#include "quotetracker/random.h"
+
 namespace mirelo::quotetracker {
 
 Market::Market(std::uint64_t seed, Clock clock) : seed_(seed), clock_(std::move(clock)) {}
@@ -15,11 +18,30 @@ const Quote& Market::Look(std::string_view ticker) {
   return walk.Current();
 }
 
+class Market::Updates : public QuoteUpdates {
+ public:
+  Updates(Market& market, std::vector<std::string> tickers)
+      : market_(market), tickers_(std::move(tickers)), chance_(market.seed_) {}
+
+  const Quote* Next() override {
+    if (tickers_.empty()) return nullptr;
+    const auto last = static_cast<std::int64_t>(tickers_.size()) - 1;
+    return &market_.Look(tickers_[static_cast<std::size_t>(chance_.Between(0, last))]);
+  }
+
+ private:
+  Market& market_;
+  std::vector<std::string> tickers_;
+  Random chance_;
+};
+
+std::unique_ptr<QuoteUpdates> Market::Subscribe(std::vector<std::string> tickers) {
+  return std::make_unique<Updates>(*this, std::move(tickers));
+}
+
 Walk& Market::WalkOf(std::string_view ticker) {
   key_.assign(ticker);
-  for (char& c : key_) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
+  std::ranges::transform(key_, key_.begin(), ToUpper);
   const auto known = walks_.find(key_);
   if (known != walks_.end()) return known->second;
 

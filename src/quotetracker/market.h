@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "quotetracker/quote_source.h"
 #include "quotetracker/walk.h"
@@ -23,8 +25,12 @@ class Market : public QuoteSource {
 
   Moment Now() override;
   const Quote& Look(std::string_view ticker) override;
+  // Each change is a look at one of the tickers, chosen by chance.
+  std::unique_ptr<QuoteUpdates> Subscribe(std::vector<std::string> tickers) override;
 
  private:
+  class Updates;
+
   Walk& WalkOf(std::string_view ticker);
 
   std::uint64_t seed_;

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "quotetracker/ascii.h"
+
 namespace mirelo::quotetracker {
 
 // Chance that is the same on every machine for the same seed: a counter stepped by the golden ratio, its bits
@@ -42,10 +44,7 @@ class Random {
 // A seed for one name out of a common seed, without regard to ASCII case (FNV-1a over the upper-case bytes).
 constexpr std::uint64_t SeedFor(std::uint64_t seed, std::string_view name) {
   std::uint64_t hash = 0xCBF29CE484222325U;
-  for (char c : name) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
-  }
+  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(ToUpper(c))) * 0x100000001B3U;
   return Random(hash ^ (seed * 0x9E3779B97F4A7C15U)).Next();
 }
 

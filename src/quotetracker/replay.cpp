@@ -1,0 +1,103 @@
+#include "quotetracker/replay.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <stdexcept>
+#include <unordered_set>
+#include <utility>
+
+#include "quotetracker/ascii.h"
+#include "quotetracker/replay_columns.h"
+
+namespace mirelo::quotetracker {
+namespace {
+
+// The next line that is not empty, without its end; counts the lines passed.
+bool TakeLine(std::istream& text, std::string& line, std::size_t& number) {
+  while (std::getline(text, line)) {
+    ++number;
+    if (line.ends_with('\r')) line.pop_back();
+    if (!line.empty()) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Replay::Replay(std::istream& text, const std::string& name, double speed, Clock wall)
+    : speed_(speed), wall_(std::move(wall)), began_(wall_()) {
+  std::string line;
+  std::size_t number = 0;
+  try {
+    if (!TakeLine(text, line, number)) throw std::invalid_argument("no column \"Ticker\"");
+    const ReplayColumns columns(line);
+    while (TakeLine(text, line, number)) {
+      Quote quote = columns.Read(line);
+      const Moment moment = ParseMoment(quote.stamp.Date(), quote.stamp.Time()).value();
+      if (!lines_.empty() && moment < lines_.back().moment) {
+        throw std::invalid_argument("an earlier time than the line above");
+      }
+      lines_.push_back({moment, std::move(quote)});
+    }
+    if (lines_.empty()) throw std::invalid_argument("no quotes");
+  } catch (const std::invalid_argument& error) {
+    throw std::runtime_error(name + ", line " + std::to_string(number) + ": " + error.what());
+  }
+}
+
+std::unique_ptr<Replay> Replay::FromFile(const std::string& path, double speed, Clock wall) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw std::runtime_error(path + ": cannot be read: " + std::strerror(errno));
+  return std::make_unique<Replay>(file, path, speed, std::move(wall));
+}
+
+Moment Replay::Now() {
+  const auto passed = static_cast<double>((wall_() - began_).count()) * speed_;
+  return lines_.front().moment + std::chrono::milliseconds(std::llround(passed));
+}
+
+const Quote& Replay::Look(std::string_view ticker) {
+  Due();
+  const auto found = current_.find(UpperCase(ticker));
+  if (found != current_.end()) return lines_[found->second].quote;
+  unknown_ = Quote{};
+  unknown_.ticker = ticker;
+  unknown_.stamp = ToStamp(Now());
+  return unknown_;
+}
+
+std::size_t Replay::Due() {
+  for (const Moment now = Now(); due_ < lines_.size() && lines_[due_].moment <= now; ++due_) {
+    current_.insert_or_assign(UpperCase(lines_[due_].quote.ticker), due_);
+  }
+  return due_;
+}
+
+// The lines of the wanted tickers from the one that is due next at the time of subscribing.
+class Replay::Updates : public QuoteUpdates {
+ public:
+  Updates(Replay& replay, const std::vector<std::string>& tickers) : replay_(replay), next_(replay.Due()) {
+    for (const std::string& ticker : tickers) wanted_.insert(UpperCase(ticker));
+  }
+
+  const Quote* Next() override {
+    for (const std::size_t due = replay_.Due(); next_ < due;) {
+      const Quote& quote = replay_.lines_[next_++].quote;
+      if (wanted_.contains(UpperCase(quote.ticker))) return &quote;
+    }
+    return nullptr;
+  }
+
+ private:
+  Replay& replay_;
+  std::size_t next_;
+  std::unordered_set<std::string> wanted_;
+};
+
+std::unique_ptr<QuoteUpdates> Replay::Subscribe(std::vector<std::string> tickers) {
+  return std::make_unique<Updates>(*this, tickers);
+}
+
+}  // namespace mirelo::quotetracker
