@@ -1,0 +1,18 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace mirelo::quotetracker {
+
+// One of the providers from which quotes can be had: its definition file and the name that people know.
+struct Source {
+  std::string_view file;
+  std::string_view name;
+};
+
+// The providers of Level I quotes, made up, with all a list may hold: brackets, blanks at the front,
+// characters beyond ASCII in the ANSI code page, two files of one name.
+std::span<const Source> Level1Sources();
+
+}  // namespace mirelo::quotetracker
