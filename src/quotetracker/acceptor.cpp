@@ -1,6 +1,7 @@
 #include "quotetracker/acceptor.h"
 
 #include <chrono>
+#include <system_error>
 #include <utility>
 
 namespace mirelo::quotetracker {
@@ -12,7 +13,7 @@ constexpr auto kRest = std::chrono::milliseconds(100);
 
 Acceptor::Acceptor(Reactor& reactor, FileDescriptor listener, std::function<void(FileDescriptor)> take)
     : reactor_(reactor), listener_(std::move(listener)), take_(std::move(take)) {
-  watch_ = reactor_.Watch(listener_.get(), Reactor::kRead, [this] { AcceptAll(); });
+  watch_ = reactor_.Watch(listener_.get(), Reactor::kRead, [this](unsigned) { AcceptAll(); });
 }
 
 Acceptor::~Acceptor() {
@@ -24,7 +25,7 @@ void Acceptor::AcceptAll() {
   for (;;) {
     Accepted accepted = Accept(listener_);
     if (accepted.socket) {
-      take_(std::move(accepted.socket));
+      Take(std::move(accepted.socket));
       continue;
     }
     if (accepted.refused) {
@@ -33,6 +34,14 @@ void Acceptor::AcceptAll() {
                                   [this] { reactor_.Rewatch(watch_, Reactor::kRead); });
     }
     return;
+  }
+}
+
+void Acceptor::Take(FileDescriptor socket) {
+  try {
+    take_(std::move(socket));
+  } catch (const std::system_error&) {
+    // The machine cannot watch one more; unwinding has closed it.
   }
 }
 

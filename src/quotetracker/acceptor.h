@@ -13,7 +13,7 @@ namespace mirelo::quotetracker {
 // want of descriptors or memory, it rests for a moment instead of asking again and again.
 class Acceptor {
  public:
-  // The reactor outlives the acceptor. `take` owns what it is given.
+  // The reactor outlives the acceptor. `take` owns what it is given; it may raise std::system_error.
   Acceptor(Reactor& reactor, FileDescriptor listener, std::function<void(FileDescriptor)> take);
   ~Acceptor();
   Acceptor(const Acceptor&) = delete;
@@ -23,6 +23,7 @@ class Acceptor {
 
  private:
   void AcceptAll();
+  void Take(FileDescriptor socket);
 
   Reactor& reactor_;
   FileDescriptor listener_;

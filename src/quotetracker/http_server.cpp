@@ -53,8 +53,8 @@ void HttpServer::Take(FileDescriptor socket) {
   if (connections_.size() >= kMostConnections) return;
   auto connection = std::make_unique<Connection>();
   connection->deadline = Clock::now() + kPatience;
-  connection->token =
-      reactor_.Watch(socket.get(), Reactor::kRead, [this, made = connection.get()] { OnReady(*made); });
+  connection->token = reactor_.Watch(socket.get(), Reactor::kRead,
+                                     [this, made = connection.get()](unsigned) { OnReady(*made); });
   connection->socket = std::move(socket);
   const Token token = connection->token;
   connections_.emplace(token, std::move(connection));

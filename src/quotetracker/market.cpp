@@ -23,10 +23,11 @@ class Market::Updates : public QuoteUpdates {
   Updates(Market& market, std::vector<std::string> tickers)
       : market_(market), tickers_(std::move(tickers)), chance_(market.seed_) {}
 
-  const Quote* Next() override {
-    if (tickers_.empty()) return nullptr;
+  QuoteChange Next() override {
+    if (tickers_.empty()) return {};
     const auto last = static_cast<std::int64_t>(tickers_.size()) - 1;
-    return &market_.Look(tickers_[static_cast<std::size_t>(chance_.Between(0, last))]);
+    const auto ticker = static_cast<std::size_t>(chance_.Between(0, last));
+    return {&market_.Look(tickers_[ticker]), ticker};
   }
 
  private:
@@ -35,8 +36,8 @@ class Market::Updates : public QuoteUpdates {
   Random chance_;
 };
 
-std::unique_ptr<QuoteUpdates> Market::Subscribe(std::vector<std::string> tickers) {
-  return std::make_unique<Updates>(*this, std::move(tickers));
+std::unique_ptr<QuoteUpdates> Market::Subscribe(const std::vector<std::string>& tickers) {
+  return std::make_unique<Updates>(*this, tickers);
 }
 
 Walk& Market::WalkOf(std::string_view ticker) {

@@ -26,7 +26,7 @@ class Market : public QuoteSource {
   Moment Now() override;
   const Quote& Look(std::string_view ticker) override;
   // Each change is a look at one of the tickers, chosen by chance.
-  std::unique_ptr<QuoteUpdates> Subscribe(std::vector<std::string> tickers) override;
+  std::unique_ptr<QuoteUpdates> Subscribe(const std::vector<std::string>& tickers) override;
 
  private:
   class Updates;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,14 +11,20 @@
 
 namespace mirelo::quotetracker {
 
+// A change of one of the tickers that were subscribed to.
+struct QuoteChange {
+  const Quote* quote = nullptr;  // null when there is no change
+  std::size_t ticker = 0;        // its index among those subscribed to
+};
+
 // The changes of some tickers, one behind the other.
 class QuoteUpdates {
  public:
   virtual ~QuoteUpdates() = default;
 
-  // The next change; null when none is due now. Holds until the next call of any member of this or its
+  // The next change, if one is due now. Its quote holds until the next call of any member of this or its
   // source.
-  virtual const Quote* Next() = 0;
+  virtual QuoteChange Next() = 0;
 };
 
 // Where quotes come from: a market that is made up as it is looked at, or the replay of a file. Used on one
@@ -32,8 +39,8 @@ class QuoteSource {
   // The quote of a ticker as of now. The reference holds until the next call of any member.
   virtual const Quote& Look(std::string_view ticker) = 0;
 
-  // The changes from now on. The source outlives them.
-  virtual std::unique_ptr<QuoteUpdates> Subscribe(std::vector<std::string> tickers) = 0;
+  // The changes of these tickers from now on. The source outlives them.
+  virtual std::unique_ptr<QuoteUpdates> Subscribe(const std::vector<std::string>& tickers) = 0;
 };
 
 }  // namespace mirelo::quotetracker

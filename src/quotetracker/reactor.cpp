@@ -23,6 +23,11 @@ std::uint32_t EpollEvents(unsigned interest) {
          ((interest & Reactor::kWrite) != 0 ? EPOLLOUT : 0U);
 }
 
+unsigned ReadyInterest(std::uint32_t events) {
+  if ((events & (EPOLLERR | EPOLLHUP)) != 0) return Reactor::kRead | Reactor::kWrite;
+  return ((events & EPOLLIN) != 0 ? Reactor::kRead : 0U) | ((events & EPOLLOUT) != 0 ? Reactor::kWrite : 0U);
+}
+
 void Control(int poll, int operation, int descriptor, std::uint32_t events, Reactor::Token token) {
   epoll_event event{};
   event.events = events;
@@ -46,7 +51,7 @@ Reactor::Reactor() : poll_(::epoll_create1(EPOLL_CLOEXEC)), wake_(::eventfd(0, E
   Control(poll_.get(), EPOLL_CTL_ADD, wake_.get(), EPOLLIN, kWakeToken);
 }
 
-Reactor::Token Reactor::Watch(int descriptor, unsigned interest, std::function<void()> handler) {
+Reactor::Token Reactor::Watch(int descriptor, unsigned interest, Handler handler) {
   const Token token = ++last_token_;
   Control(poll_.get(), EPOLL_CTL_ADD, descriptor, EpollEvents(interest), token);
   sources_.emplace(token, std::make_shared<Source>(Source{descriptor, std::move(handler)}));
@@ -126,7 +131,7 @@ void Reactor::Wait() {
     const auto found = sources_.find(token);
     if (found == sources_.end()) continue;
     const std::shared_ptr<Source> source = found->second;
-    source->handler();
+    source->handler(ReadyInterest(events[static_cast<std::size_t>(i)].events));
   }
 }
 

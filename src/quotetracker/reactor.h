@@ -26,9 +26,11 @@ class Reactor {
   // Raises std::system_error when the machine refuses.
   Reactor();
 
-  // Calls `handler` when the descriptor is ready for `interest`; errors and hang-ups count as ready for all
-  // of it. A watch ends before its descriptor is closed.
-  Token Watch(int descriptor, unsigned interest, std::function<void()> handler);
+  using Handler = std::function<void(unsigned ready)>;
+
+  // Calls `handler` with what the descriptor is ready for; errors and hang-ups count as ready for everything,
+  // and are reported even while nothing is asked for. A watch ends before its descriptor is closed.
+  Token Watch(int descriptor, unsigned interest, Handler handler);
   void Rewatch(Token watch, unsigned interest);
   void Unwatch(Token watch);
 
@@ -47,7 +49,7 @@ class Reactor {
  private:
   struct Source {
     int descriptor;
-    std::function<void()> handler;
+    Handler handler;
   };
 
   void Wait();

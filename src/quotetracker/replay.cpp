@@ -5,7 +5,7 @@
 #include <cstring>
 #include <fstream>
 #include <stdexcept>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 
 #include "quotetracker/ascii.h"
@@ -75,28 +75,29 @@ std::size_t Replay::Due() {
   return due_;
 }
 
-// The lines of the wanted tickers from the one that is due next at the time of subscribing.
+// The lines of the wanted tickers, from the one that was due next at the time of subscribing.
 class Replay::Updates : public QuoteUpdates {
  public:
   Updates(Replay& replay, const std::vector<std::string>& tickers) : replay_(replay), next_(replay.Due()) {
-    for (const std::string& ticker : tickers) wanted_.insert(UpperCase(ticker));
+    for (std::size_t i = 0; i < tickers.size(); ++i) wanted_.emplace(UpperCase(tickers[i]), i);
   }
 
-  const Quote* Next() override {
+  QuoteChange Next() override {
     for (const std::size_t due = replay_.Due(); next_ < due;) {
       const Quote& quote = replay_.lines_[next_++].quote;
-      if (wanted_.contains(UpperCase(quote.ticker))) return &quote;
+      const auto wanted = wanted_.find(UpperCase(quote.ticker));
+      if (wanted != wanted_.end()) return {&quote, wanted->second};
     }
-    return nullptr;
+    return {};
   }
 
  private:
   Replay& replay_;
   std::size_t next_;
-  std::unordered_set<std::string> wanted_;
+  std::unordered_map<std::string, std::size_t> wanted_;
 };
 
-std::unique_ptr<QuoteUpdates> Replay::Subscribe(std::vector<std::string> tickers) {
+std::unique_ptr<QuoteUpdates> Replay::Subscribe(const std::vector<std::string>& tickers) {
   return std::make_unique<Updates>(*this, tickers);
 }
 

@@ -38,7 +38,7 @@ class Replay : public QuoteSource {
 
   Moment Now() override;
   const Quote& Look(std::string_view ticker) override;
-  std::unique_ptr<QuoteUpdates> Subscribe(std::vector<std::string> tickers) override;
+  std::unique_ptr<QuoteUpdates> Subscribe(const std::vector<std::string>& tickers) override;
 
  private:
   class Updates;

@@ -6,41 +6,78 @@
 
 #include "quotetracker/http_server.h"
 #include "quotetracker/market.h"
+#include "quotetracker/playback.h"
 #include "quotetracker/reactor.h"
 #include "quotetracker/request_interface.h"
+#include "quotetracker/session_file.h"
 #include "quotetracker/socket.h"
+#include "quotetracker/stream_server.h"
 
 namespace mirelo::quotetracker {
 
 // All that the loop's thread works on, in the order in which it is made.
 struct Server::Parts {
-  explicit Parts(ServerOptions options)
-      : quotes(options.quotes ? std::move(options.quotes) : std::make_unique<Market>(options.seed)),
+  explicit Parts(ServerOptions given)
+      : options(std::move(given)),
+        quotes(options.quotes ? std::move(options.quotes) : std::make_unique<Market>(options.seed)),
         portfolios(std::move(options.portfolios)),
         requests(*quotes, portfolios),
+        stream_faults(options.stream.faults),
         http(
             reactor, ListenOn(options.listen, options.http_port),
-            [this](std::string_view resource) { return AnswerRequest(resource); }, options.seed) {
+            [this](std::string_view resource) { return AnswerRequest(resource); }, options.seed),
+        stream(reactor, ListenOn(options.listen, options.stream_port),
+               [this](FileDescriptor socket, std::uint64_t number, std::function<void()> ended) {
+                 return MakePeer(std::move(socket), number, std::move(ended));
+               }) {
+    if (!options.play.empty()) CheckSession(options.play);
     http.SetFault(options.http_fault);
   }
 
   std::string AnswerRequest(std::string_view resource) {
-    if (remembered.size() == kMostRemembered) remembered.pop_front();
-    remembered.emplace_back(resource);
+    Remember(asked, resource);
     return requests.Answer(resource);
   }
 
+  std::unique_ptr<StreamPeer> MakePeer(FileDescriptor socket, std::uint64_t number,
+                                       std::function<void()> ended) {
+    if (!options.play.empty()) {
+      return std::make_unique<Playback>(reactor, std::move(socket), options.play, options.play_speed,
+                                        options.complain, std::move(ended));
+    }
+    return std::make_unique<StreamConnection>(
+        reactor, std::move(socket), *quotes, options.stream, stream_faults, options.seed + number,
+        [this](std::string_view message) { Remember(overheard, message); }, std::move(ended));
+  }
+
+  static void Remember(std::deque<std::string>& memory, std::string_view text) {
+    if (memory.size() == kMostRemembered) memory.pop_front();
+    memory.emplace_back(text);
+  }
+
   Reactor reactor;
+  ServerOptions options;
   std::unique_ptr<QuoteSource> quotes;
   Portfolios portfolios;
   RequestInterface requests;
-  std::deque<std::string> remembered;
+  std::vector<StreamFaultPlan> stream_faults;
+  std::deque<std::string> asked;
+  std::deque<std::string> overheard;
   HttpServer http;
+  StreamServer stream;
 };
+
+template <typename Work>
+auto Server::OnLoop(Work work) const {
+  std::promise<decltype(work())> done;
+  parts_->reactor.Post([&] { done.set_value(work()); });
+  return done.get_future().get();
+}
 
 Server::Server(ServerOptions options)
     : parts_(std::make_unique<Parts>(std::move(options))),
       http_port_(parts_->http.Port()),
+      stream_port_(parts_->stream.Port()),
       thread_([this] { parts_->reactor.Run(); }) {}
 
 Server::~Server() {
@@ -49,28 +86,27 @@ Server::~Server() {
 }
 
 std::vector<std::string> Server::Requests() const {
-  std::vector<std::string> requests;
-  OnLoop([&] { requests.assign(parts_->remembered.begin(), parts_->remembered.end()); });
-  return requests;
+  return OnLoop([&] { return std::vector<std::string>(parts_->asked.begin(), parts_->asked.end()); });
+}
+
+std::vector<std::string> Server::StreamMessages() const {
+  return OnLoop([&] { return std::vector<std::string>(parts_->overheard.begin(), parts_->overheard.end()); });
 }
 
 std::vector<Portfolios::Portfolio> Server::PortfoliosNow() const {
-  std::vector<Portfolios::Portfolio> portfolios;
-  OnLoop([&] { portfolios = parts_->portfolios.All(); });
-  return portfolios;
+  return OnLoop([&] { return parts_->portfolios.All(); });
+}
+
+std::size_t Server::StreamConnections() const {
+  return OnLoop([&] { return parts_->stream.Connections(); });
 }
 
 void Server::SetHttpFault(HttpFaultPlan plan) {
-  OnLoop([&] { parts_->http.SetFault(plan); });
+  OnLoop([&] { return parts_->http.SetFault(plan), true; });
 }
 
-void Server::OnLoop(const std::function<void()>& work) const {
-  std::promise<void> done;
-  parts_->reactor.Post([&] {
-    work();
-    done.set_value();
-  });
-  done.get_future().wait();
+void Server::SetStreamFaults(std::vector<StreamFaultPlan> plans) {
+  OnLoop([&] { return parts_->stream_faults = std::move(plans), true; });
 }
 
 }  // namespace mirelo::quotetracker

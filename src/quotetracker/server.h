@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -10,6 +11,7 @@
 #include "quotetracker/http_fault.h"
 #include "quotetracker/portfolios.h"
 #include "quotetracker/quote_source.h"
+#include "quotetracker/stream_connection.h"
 
 namespace mirelo::quotetracker {
 
@@ -22,6 +24,14 @@ struct ServerOptions {
   // The first one is current. Unless told otherwise there is one, "Main".
   std::vector<Portfolios::Portfolio> portfolios{{"Main", {"MSFT", "IBM", "GE", "INTC", "CSCO"}}};
   HttpFaultPlan http_fault;
+
+  std::uint16_t stream_port = 0;
+  StreamOptions stream;
+  // A recorded session that every stream connection gets instead of a conversation; none when empty.
+  std::string play;
+  double play_speed = 1;
+  // Where complaints go, such as of a damaged session. Called on the server's thread.
+  std::function<void(const std::string& message)> complain = [](const std::string&) {};
 };
 
 // A stand-in for QuoteTracker within the process, on a thread of its own. It serves as soon as it is
@@ -31,28 +41,39 @@ class Server {
  public:
   static constexpr std::size_t kMostRemembered = 10'000;
 
-  // Raises std::runtime_error when an address or port cannot be had.
+  // Raises std::runtime_error when an address or port cannot be had, or the session to play is damaged.
   explicit Server(ServerOptions options = {});
   ~Server();
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
 
   std::uint16_t HttpPort() const { return http_port_; }
+  std::uint16_t StreamPort() const { return stream_port_; }
 
   // The resources that were asked for over HTTP, oldest first; the last kMostRemembered of them.
   std::vector<std::string> Requests() const;
+  // The messages of all clients of the stream, each without its byte 255, oldest first; the last
+  // kMostRemembered.
+  std::vector<std::string> StreamMessages() const;
   std::vector<Portfolios::Portfolio> PortfoliosNow() const;
+  // Stream connections that stand now.
+  std::size_t StreamConnections() const;
 
   // From the next request on.
   void SetHttpFault(HttpFaultPlan plan);
+  // From the next thing said on a stream on.
+  void SetStreamFaults(std::vector<StreamFaultPlan> plans);
 
  private:
   struct Parts;
 
-  void OnLoop(const std::function<void()>& work) const;
+  // What `work` returns, done on the server's thread.
+  template <typename Work>
+  auto OnLoop(Work work) const;
 
   std::unique_ptr<Parts> parts_;
   std::uint16_t http_port_ = 0;
+  std::uint16_t stream_port_ = 0;
   std::thread thread_;
 };
 

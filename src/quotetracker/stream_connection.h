@@ -1,0 +1,85 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "quotetracker/login.h"
+#include "quotetracker/outbox.h"
+#include "quotetracker/quote_source.h"
+#include "quotetracker/reactor.h"
+#include "quotetracker/stream_conversation.h"
+#include "quotetracker/stream_server.h"
+
+namespace mirelo::quotetracker {
+
+struct StreamOptions {
+  static constexpr double kMaximum = 0;
+
+  Credentials credentials;
+  std::string version = "4.1.0";
+  double rate =
+      10;  // changes a second on one connection; kMaximum sends them as fast as the client takes them
+  // Kinds of the batches of changes, in turn. None stands for "L1", "S1", "HO" and "HT", or at the maximum
+  // rate for the first two: batches then run into one another, and the others are only understood at a
+  // chunk's beginning.
+  std::vector<std::string> kinds;
+  // Of source list and quotes. Greeting, login and streamer replies stay whole, since a client reads each as
+  // one chunk.
+  Chunking chunking = Chunking::kWhole;
+  std::chrono::microseconds chunk_pause{500};
+  std::vector<StreamFaultPlan> faults;
+};
+
+// One client's connection: carries the conversation, paces the quotes, cuts chunks and commits the faults. It
+// never holds more than kMostUnsent bytes for a client that reads slowly: changes it cannot send are left
+// out, and what the client says is not read before it has read.
+class StreamConnection : public StreamPeer {
+ public:
+  static constexpr std::size_t kMostUnsent = 256 * 1024;
+
+  // `overheard` gets each message of the client. `faults` are those of the options, counted over all
+  // connections. All references outlive the connection.
+  StreamConnection(Reactor& reactor, FileDescriptor socket, QuoteSource& source, const StreamOptions& options,
+                   std::vector<StreamFaultPlan>& faults, std::uint64_t seed,
+                   std::function<void(std::string_view message)> overheard, std::function<void()> ended);
+  ~StreamConnection() override;
+
+ private:
+  void OnReady(unsigned ready);
+  void Read();
+  void Pump();
+  bool AnswerMessages();
+  bool AddRecords();
+  void Say(StreamUnit unit);
+  StreamFault NextFault(StreamStep step);
+  void StartPace();
+  void OnPace();
+  void WaitForMore(Outbox::State state, bool has_more);
+  void End();
+
+  Reactor& reactor_;
+  FileDescriptor socket_;
+  const StreamOptions& options_;
+  std::vector<StreamFaultPlan>& faults_;
+  Random chance_;
+  StreamConversation conversation_;
+  Outbox outbox_;
+  MessageSplitter messages_;
+  std::function<void(std::string_view)> overheard_;
+  std::function<void()> ended_;
+
+  Reactor::Token watch_ = 0;
+  Reactor::Token pace_ = 0;                        // runs while something is subscribed
+  Reactor::Token resume_ = 0;                      // runs while the outbox pauses
+  std::chrono::steady_clock::time_point paced_{};  // the time up to which changes have been allowed
+  double allowance_ = 0;                           // changes that may be sent now
+  bool ending_ = false;                            // closes when all is sent
+  bool stalled_ = false;                           // says nothing more
+  bool done_ = false;
+};
+
+}  // namespace mirelo::quotetracker
