@@ -50,8 +50,8 @@ class Level1Encoder {
   void EndWithLength(std::int16_t length);
 
  private:
-  void Put(std::uint64_t value, std::size_t width);
-  void PutId(Level1Field field, Level1Kind kind);
+  template <typename Value>
+  Level1Encoder& Number(Level1Field field, Value value);
 
   std::string& out_;
   std::size_t start_ = 0;  // of the record in out_

@@ -16,7 +16,7 @@ using std::chrono::steady_clock;
 
 constexpr std::size_t kReadSize = 16 * 1024;
 // Batches sent before other connections have their turn.
-constexpr int kMostBatchesATurn = 16;
+constexpr int kMostBatchesATurn = 4;
 constexpr steady_clock::duration kShortestPace = milliseconds(5);
 constexpr steady_clock::duration kLongestPace = milliseconds(1000);
 

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "quotetracker/server.h"
+
+namespace mirelo::quotetracker {
+
+// What the program is asked to do.
+struct CommandLine {
+  ServerOptions server;
+  std::string port_file;  // empty for none
+  bool exit_with_parent = false;
+};
+
+// Reads the arguments of the program, the files that they name included. When the program has nothing further
+// to do than to end (help, version, a mistake), writes what is to be read to standard output or error, sets
+// `exit_code` to 0 or 2 and gives nothing. Raises std::runtime_error when a file cannot be read or is no
+// replay.
+std::optional<CommandLine> ReadCommandLine(int argc, char** argv, int& exit_code);
+
+}  // namespace mirelo::quotetracker
