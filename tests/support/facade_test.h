@@ -12,6 +12,7 @@
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
 #include "core/mGlobal.h"
+#include "diagnostics/CErrorHandler.h"
 #include "host/host.h"
 #include "support/answering_internet.h"
 #include "support/error_number.h"

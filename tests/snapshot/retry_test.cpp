@@ -1,0 +1,125 @@
+#include <gmock/gmock.h>
+
+#include "diagnostics/CErrorHandler.h"
+#include "diagnostics/routine.h"
+#include "snapshot/statement_fixture.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+// A retry runs the failed statement of GetLastQuote again, and nothing in front of it.
+class Retry : public StatementTest {
+ protected:
+  void ExpectOrdinary(const Variant& result) {
+    ASSERT_TRUE(result.IsArray());
+    EXPECT_THAT(RowOf(result, 1), ElementsAre("A", "A-Last", "0", "A-52w High"));
+    EXPECT_THAT(internet.Resources(), ElementsAre("/req?GetLastQuote(A)"));
+    EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+  }
+};
+
+TEST_F(Retry, RepeatsAStatementThatFailsTwiceAndThenWorks) {
+  faulty_clock.failing_calls = {1, 3};  // between them the report asks for the moment
+  Answers({"RETRY", "RETRY"});
+  ExpectOrdinary(facade->GetLastQuote(TickersOf({"A"})));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(57, 57));
+  EXPECT_THAT(desktop.reports[0].text, HasSubstr("\tin Mirelo.cMirelo.GetLastQuote at line 0"));
+}
+
+TEST_F(Retry, DimensionsTheTableOnceTheColumnsAreThere) {
+  facade.reset();
+  facade.emplace();
+  Mend([&] { facade->LoadMasPosition(); });
+  Answers({"RETRY"});
+  ExpectOrdinary(facade->GetLastQuote(TickersOf({"A"})));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9));
+}
+
+TEST_F(Retry, ReadsTheBoundsOfTickersThatWereMended) {
+  Variant tickers = "A";
+  Mend([&] { tickers = TickersOf({"A"}); });
+  Answers({"RETRY"});
+  ExpectOrdinary(facade->GetLastQuote(tickers));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(13));
+}
+
+TEST_F(Retry, AppendsATickerOnceToTheBatch) {
+  Variant tickers = TickersOf({"A", "B", "C"});
+  tickers.AsArray()(1) = VariantArray(0, 1);  // has no text
+  Mend([&] { tickers.AsArray()(1) = "mended"; });
+  Answers({"RETRY"});
+  facade->GetLastQuote(tickers);
+  EXPECT_THAT(internet.Resources(), ElementsAre("/req?GetLastQuote(A,mended,C)"));
+}
+
+TEST_F(Retry, AppendsTheLastTickerOfAFullBatchOnce) {
+  Variant tickers = Tickers(81);
+  tickers.AsArray()(80) = VariantArray(0, 1);
+  Mend([&] { tickers.AsArray()(80) = "mended"; });
+  Answers({"RETRY"});
+  facade->GetLastQuote(tickers);
+  ASSERT_THAT(internet.requests, SizeIs(1));
+  EXPECT_THAT(internet.requests[0].resource, HasSubstr("T79,T80,mended)"));
+}
+
+TEST_F(Retry, SendsARequestAgainWhoseFailureReachesTheRoutine) {
+  internet.answer = [&](const auto& request) {
+    if (internet.requests.size() == 1) throw Errors::OutOfMemory();
+    return market.Reply(request.resource);
+  };
+  BreakFirstReport();
+  Answers({"IGNORE", "RETRY"});  // the first answer is lost with its dialog
+  const Variant result = facade->GetLastQuote(TickersOf({"A"}));
+  EXPECT_THAT(RowOf(result, 1), ElementsAre("A", "A-Last", "0", "A-52w High"));
+  EXPECT_THAT(internet.Resources(), ElementsAre("/req?GetLastQuote(A)", "/req?GetLastQuote(A)"));
+}
+
+TEST_F(Retry, TracksAVolumeOnceTheTableIsThere) {
+  facade->masPrevVolume("no table");
+  Mend([&] { TrackVolumes(1); });
+  Answers({"RETRY"});
+  ExpectOrdinary(facade->GetLastQuote(TickersOf({"A"})));
+  EXPECT_EQ(Tracked(1, 1), "1000");
+  EXPECT_EQ(Tracked(1, 2), "1/20/2011");
+}
+
+TEST_F(Retry, ShowsAMessageAgain) {
+  Save("HTTPPort", 0);
+  desktop.while_open = [&] {
+    if (desktop.boxes.size() == 1 && desktop.reports.empty()) throw Errors::OutOfMemory();
+  };
+  Answers({"RETRY"});
+  EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
+  EXPECT_THAT(desktop.boxes, SizeIs(2));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(7));
+}
+
+TEST_F(Retry, PopsOnceTheTraceCanBeWritten) {
+  CErrorHandler& handler = mGlobal::ErrorHandler();
+  handler.TracingLogFile("no such folder/traces.txt");
+  faulty_clock.on_now = [&](int call) {
+    if (call == 1) handler.TracingEnabled(true);  // behind the last push
+  };
+  Mend([&] { handler.TracingEnabled(false); });
+  Answers({"RETRY"});
+  ExpectOrdinary(facade->GetLastQuote(TickersOf({"A"})));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(ErrorNumber(0x800443FC)));
+}
+
+TEST_F(Retry, OfThePushGoesOnAsUsual) {
+  CErrorHandler& handler = mGlobal::ErrorHandler();
+  handler.TracingLogFile("no such folder/traces.txt");
+  handler.TracingEnabled(true);
+  Mend([&] { handler.TracingEnabled(false); });
+  Answers({"RETRY"});
+  EXPECT_TRUE(facade->GetLastQuote(TickersOf({"A"})).IsArray());
+  EXPECT_THAT(handler.CallStack(), SizeIs(1));  // pushed twice, popped once
+}
+
+}  // namespace
+}  // namespace mirelo::testing
