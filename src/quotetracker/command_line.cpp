@@ -19,10 +19,9 @@ constexpr std::uint16_t kHttpPort = 16239;
 constexpr std::uint16_t kStreamPort = 16240;
 
 constexpr const char* kDescription =
-    "A stand-in for QuoteTracker: answers its HTTP requests and speaks its stream, with quotes that it makes "
-    "up\n"
-    "or replays from a file. Prints \"HTTP port N\" and \"stream port N\", then serves until SIGINT or "
-    "SIGTERM.";
+    R"(A stand-in for QuoteTracker: answers its HTTP requests and speaks its stream, with quotes that it makes up
+or replays from a file. Prints "HTTP port N" and "stream port N", then serves until SIGINT or SIGTERM.
+)";
 
 constexpr const char* kExplanation =
     R"(HTTP requests: /req?GetLastQuote(A,B,...)  /req?EnumPorts()  /req?EnumPortSymbols(NAME)

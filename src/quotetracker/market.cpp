@@ -7,7 +7,8 @@
 
 namespace mirelo::quotetracker {
 
-Market::Market(std::uint64_t seed, Clock clock) : seed_(seed), clock_(std::move(clock)) {}
+Market::Market(std::uint64_t seed, Clock clock, std::size_t most_tickers)
+    : seed_(seed), clock_(std::move(clock)), most_tickers_(most_tickers) {}
 
 Moment Market::Now() { return clock_(); }
 
@@ -47,7 +48,7 @@ Walk& Market::WalkOf(std::string_view ticker) {
   if (known != walks_.end()) return known->second;
 
   // The empty ticker stands for all that is not remembered.
-  const bool full = walks_.size() >= kMostTickers;
+  const bool full = walks_.size() >= most_tickers_;
   return walks_.insert_or_assign(full ? std::string() : key_, Walk(seed_, key_, clock_())).first->second;
 }
 

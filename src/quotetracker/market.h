@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -17,11 +18,11 @@ namespace mirelo::quotetracker {
 // for the same seed, whatever else was looked at before; only date and time come from the clock.
 class Market : public QuoteSource {
  public:
-  // Tickers that are remembered. One beyond them is new at each look, so that a flood of names costs no
-  // memory.
   static constexpr std::size_t kMostTickers = 200'000;
 
-  explicit Market(std::uint64_t seed, Clock clock = SystemClock());
+  // At most `most_tickers` are remembered. One beyond them is new at each look, so that a flood of names
+  // costs no memory.
+  explicit Market(std::uint64_t seed, Clock clock = SystemClock(), std::size_t most_tickers = kMostTickers);
 
   Moment Now() override;
   const Quote& Look(std::string_view ticker) override;
@@ -35,6 +36,7 @@ class Market : public QuoteSource {
 
   std::uint64_t seed_;
   Clock clock_;
+  std::size_t most_tickers_;
   std::string key_;  // the ticker in upper case; kept so that a look allocates nothing
   std::unordered_map<std::string, Walk> walks_;
 };

@@ -24,6 +24,12 @@ bool TakeLine(std::istream& text, std::string& line, std::size_t& number) {
   return false;
 }
 
+// Spreadsheets put a byte order mark in front of what they save as UTF-8.
+std::string_view WithoutMark(std::string_view line) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return line.starts_with(kMark) ? line.substr(kMark.size()) : line;
+}
+
 }  // namespace
 
 Replay::Replay(std::istream& text, const std::string& name, double speed, Clock wall)
@@ -32,7 +38,7 @@ Replay::Replay(std::istream& text, const std::string& name, double speed, Clock 
   std::size_t number = 0;
   try {
     if (!TakeLine(text, line, number)) throw std::invalid_argument("no column \"Ticker\"");
-    const ReplayColumns columns(line);
+    const ReplayColumns columns(WithoutMark(line));
     while (TakeLine(text, line, number)) {
       Quote quote = columns.Read(line);
       const Moment moment = ParseMoment(quote.stamp.Date(), quote.stamp.Time()).value();
