@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "automation/variant.h"
+
+namespace mirelo {
+
+// How the system writes a setting: the two kinds that the store keeps.
+enum class SettingKind { Text, Integer };
+
+// What the readers of a setting can convert.
+enum class SettingForm { Text, WholeNumber, Boolean };
+
+// A setting of the store, for people who look at it or change it without the dialog.
+struct Setting {
+  // A section ending in a backslash stands for the sections below it, one for each form.
+  std::string_view section;
+  // Empty where the names are the user's: column headers, names of quote sources.
+  std::string_view key;
+  SettingKind kind;
+  SettingForm form;
+  // Bounds of a whole number: what the narrowest reader can take.
+  std::int32_t least;
+  std::int32_t greatest;
+  // What a reader assumes while nothing is stored: the facade and the stream, which the macros hold, and the
+  // dialog. Nothing for one that does not read it or assumes nothing.
+  std::optional<std::string_view> facade_default;
+  std::optional<std::string_view> dialog_default;
+  std::string_view meaning;  // a sentence for people
+};
+
+// Where a value stands. Text of the user's; the store finds both without regard to case.
+struct SettingName {
+  std::string section;
+  std::string key;
+};
+
+// All settings, in the order in which a person would look for them.
+std::span<const Setting> AllSettings();
+
+// The sections that hold them, each by its full name.
+std::span<const std::string_view> SettingSections();
+
+// The setting of that section and key, found without regard to case; null for one that the system does not
+// have.
+const Setting* FindSetting(std::string_view section, std::string_view key);
+
+// A name as a person gives it: a key of the section "Settings" ("Seconds"), or a section and a key parted by
+// a backslash, where "Settings\" may be left out ("WidthField\Ticker",
+// "Settings\QuoteSource\First\ComQuoteSource").
+SettingName ParseSettingName(std::string_view name);
+
+// The name in the system's own spelling, as far as the system has one.
+SettingName OwnSpelling(const SettingName& name);
+
+// The name in that form, as short as it can be.
+std::string ShortSettingName(std::string_view section, std::string_view key);
+
+// What a value of the setting may be, as a phrase: "a whole number from 0 to 32767".
+std::string AllowedValues(const Setting& setting);
+
+// The value to store for a text that a person gives, of the setting's kind. Error 5 when a reader could not
+// convert it or the registry could not hold it; the description says what is allowed.
+Variant SettingValue(const Setting& setting, std::string_view text);
+
+// The value that restores the default. The registry has no call that removes a single value, so the default
+// is written instead. Where facade and dialog assume different defaults it is the facade's, by which the
+// macros run; the dialog then shows that one. Nothing for a setting without default: a quote source, a
+// window's corner.
+std::optional<Variant> DefaultValue(const Setting& setting, std::string_view key);
+
+}  // namespace mirelo

@@ -1,0 +1,266 @@
+#include "core/settings_catalogue.h"
+
+#include <cctype>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "automation/text.h"
+#include "settings/settings_test.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+const Setting& The(std::string_view section, std::string_view key) {
+  const Setting* setting = FindSetting(section, key);
+  if (setting == nullptr) throw std::runtime_error("no setting " + std::string(key));
+  return *setting;
+}
+
+TEST(SettingsCatalogue, HasEachSettingOnceWithASentence) {
+  std::set<std::pair<std::string, std::string>> names;
+  for (const Setting& setting : AllSettings()) {
+    SCOPED_TRACE(setting.key);
+    EXPECT_TRUE(names.insert({UCase(setting.section), UCase(setting.key)}).second);
+    EXPECT_TRUE(std::isupper(static_cast<unsigned char>(setting.meaning.front())));
+    EXPECT_TRUE(setting.meaning.ends_with('.'));
+    EXPECT_LE(setting.least, setting.greatest);
+  }
+}
+
+TEST(SettingsCatalogue, KnowsKindAndDefaultsOfEachKey) {
+  using Default = std::optional<std::string_view>;
+  constexpr auto kNone = std::nullopt;
+  constexpr auto kText = SettingKind::Text;
+  constexpr auto kInteger = SettingKind::Integer;
+  struct Row {
+    const char* section;
+    const char* key;
+    SettingKind kind;
+    Default facade;
+    Default dialog;
+  };
+  const Row rows[] = {
+      {"Settings", "FillColorOFF", kText, "255", "255"},
+      {"Settings", "FillColorON", kText, "32768", "32768"},
+      {"Settings", "Style", kText, "Blue", "Blue"},
+      {"Settings", "txtVerticalSheet", kText, "Quotes_Vertical", "Quotes_Vertical"},
+      {"Settings", "txtDecimalPlaces", kInteger, "2", "2"},
+      {"Settings", "GreyOut", kInteger, "1", "1"},
+      {"Settings", "ColorPoints", kInteger, "1", "1"},
+      {"Settings", "ChartStyle", kText, "Blue", "Blue"},
+      {"Settings", "ChartPoints", kText, "20", "20"},
+      {"Settings", "RowsLimit", kText, "20", "20"},
+      {"Settings", "VerticalTable", kInteger, "1", "1"},
+      {"Settings", "BuildCharts", kInteger, "1", "0"},
+      {"Settings", "Seconds", kText, "10", "60"},
+      {"Settings", "VerticalField", kText, "Last", kNone},
+      {"Settings", "ListRight", kText, "Ticker,Last,Change,Bid,Ask,Date,Time",
+       "Ticker,Last,Change,Bid,Ask,Date,Time"},
+      {"Settings", "ListLeft", kText, kNone,
+       "Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,52w Low,52w High"},
+      {"Settings", "HTTPPort", kText, "16239", "16239"},
+      {"Settings", "Webaddress", kText, "127.0.0.1", "127.0.0.1"},
+      {"Settings", "SocketPort", kText, "16240", "16240"},
+      {"Settings", "DisplacementHour", kInteger, "0", kNone},
+      {"Settings", "DisplacementMinute", kInteger, "0", kNone},
+      {"Settings", "DisplayTimezone", kText, kNone, "(ET) US Eastern"},
+      {"Settings", "DisplayOffset", kText, kNone, "0:00"},
+      {"Settings", "UpdateEvery", kInteger, kNone, "1"},
+      {"Settings", "AddYAxis", kInteger, kNone, "0"},
+      {"Settings", "Sort_Desc", kText, kNone, "False"},
+      {"Settings\\WidthField", "Bid", kInteger, kNone, "800"},
+      {"Settings\\QuoteSource\\First", "ComQuoteSource", kText, kNone, ""},
+      {"Settings\\QuoteSource\\List", "eSignal STREAMING (Customers)", kText, kNone, kNone},
+      {"Windows settings\\frmMirelo", "WindowState", kInteger, kNone, "-1"},
+      {"Windows settings\\frmMirelo", "MinPosX", kInteger, kNone, kNone},
+      {"Windows settings\\frmMirelo", "MinPosY", kInteger, kNone, kNone},
+      {"Windows settings\\frmMirelo", "MaxPosX", kInteger, kNone, kNone},
+      {"Windows settings\\frmMirelo", "MaxPosY", kInteger, kNone, kNone},
+      {"Windows settings\\frmMirelo", "NormalPosLeft", kInteger, kNone, kNone},
+      {"Windows settings\\frmMirelo", "NormalPosTop", kInteger, kNone, kNone},
+      {"Windows settings\\frmMirelo", "NormalPosRight", kInteger, kNone, kNone},
+      {"Windows settings\\frmColor", "NormalPosBottom", kInteger, kNone, kNone},
+  };
+  EXPECT_EQ(std::size(rows), AllSettings().size());
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.key);
+    const Setting* setting = FindSetting(row.section, row.key);
+    ASSERT_NE(setting, nullptr);
+    EXPECT_EQ(setting->kind, row.kind);
+    EXPECT_EQ(setting->facade_default, row.facade);
+    EXPECT_EQ(setting->dialog_default, row.dialog);
+  }
+}
+
+TEST(SettingsCatalogue, FindsSettingsWithoutRegardToCase) {
+  EXPECT_EQ(FindSetting("SETTINGS", "seconds"), FindSetting("Settings", "Seconds"));
+  EXPECT_EQ(FindSetting("settings\\widthfield", "Any header"), FindSetting("Settings\\WidthField", "Ticker"));
+  EXPECT_EQ(FindSetting("WINDOWS SETTINGS\\FRMCOLOR", "windowstate"),
+            FindSetting("Windows settings\\frmMirelo", "WindowState"));
+}
+
+TEST(SettingsCatalogue, DoesNotFindWhatTheSystemDoesNotHave) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"Settings", "Secondes"},
+      {"Settings", ""},
+      {"Setting", "Seconds"},
+      {"Settings\\", "Seconds"},
+      {"Settings\\QuoteSource", "ComQuoteSource"},
+      {"Windows settings\\", "WindowState"},
+      {"Windows settings\\frmOther", "WindowState"},
+      {"Settings\\WidthField", ""},
+      {"Settings\\WidthField", std::string("a\0b", 3)},
+      {"Settings\\WidthField", "\u0416"},
+      {"Settings\\WidthField", "\xFF"},
+      {"Settings\\WidthField", std::string(16384, 'x')},
+  };
+  for (const auto& [section, key] : rows) {
+    SCOPED_TRACE(section + "|" + key.substr(0, 20));
+    EXPECT_EQ(FindSetting(section, key), nullptr);
+  }
+}
+
+TEST(SettingNames, AreReadWithAndWithoutTheirSection) {
+  struct Row {
+    const char* name;
+    const char* section;
+    const char* key;
+    const char* shortest;
+  };
+  constexpr Row rows[] = {
+      {"Seconds", "Settings", "Seconds", "Seconds"},
+      {"Settings\\Seconds", "Settings", "Seconds", "Seconds"},
+      {"SETTINGS\\seconds", "Settings", "seconds", "seconds"},
+      {"Unknown", "Settings", "Unknown", "Unknown"},
+      {"WidthField\\Ticker", "Settings\\WidthField", "Ticker", "WidthField\\Ticker"},
+      {"Settings\\WidthField\\Ticker", "Settings\\WidthField", "Ticker", "WidthField\\Ticker"},
+      {"WidthField\\A\\B", "Settings\\WidthField", "A\\B", "WidthField\\A\\B"},
+      {"quotesource\\first\\ComQuoteSource", "Settings\\QuoteSource\\First", "ComQuoteSource",
+       "QuoteSource\\First\\ComQuoteSource"},
+      {"Windows settings\\frmMirelo\\WindowState", "Windows settings\\frmMirelo", "WindowState",
+       "Windows settings\\frmMirelo\\WindowState"},
+      {"", "Settings", "", ""},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    const SettingName name = ParseSettingName(row.name);
+    EXPECT_EQ(name.section, row.section);
+    EXPECT_EQ(name.key, row.key);
+    EXPECT_EQ(ShortSettingName(name.section, name.key), row.shortest);
+  }
+}
+
+TEST(SettingNames, HaveASpellingOfTheSystem) {
+  const SettingName fixed = OwnSpelling({"SETTINGS", "LISTRIGHT"});
+  EXPECT_EQ(fixed.section, "Settings");
+  EXPECT_EQ(fixed.key, "ListRight");
+  const SettingName free = OwnSpelling({"settings\\WIDTHFIELD", "tICKER"});
+  EXPECT_EQ(free.section, "Settings\\WidthField");
+  EXPECT_EQ(free.key, "tICKER") << "the user's own name";
+}
+
+TEST(SettingValues, AreWhatAReaderCanConvert) {
+  struct Row {
+    const char* key;
+    const char* text;
+    Variant value;
+  };
+  const Row rows[] = {
+      {"Seconds", "5000", "5000"},
+      {"Seconds", "-7", "-7"},
+      {"Seconds", " 60 ", " 60 "},
+      {"Seconds", "&H10", "&H10"},
+      {"Seconds", "2147483647", "2147483647"},
+      {"txtDecimalPlaces", "0", 0},
+      {"txtDecimalPlaces", "2.5", 2},
+      {"GreyOut", "1", 1},
+      {"HTTPPort", "32767", "32767"},
+      {"SocketPort", "65535", "65535"},
+      {"FillColorON", "-4142", "-4142"},
+      {"Sort_Desc", "true", "True"},
+      {"Sort_Desc", "0", "False"},
+      {"Style", "", ""},
+      {"Style", "Caf\u00E9 \u20AC", "Caf\u00E9 \u20AC"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.key) + "=" + row.text);
+    const Variant value = SettingValue(The("Settings", row.key), row.text);
+    EXPECT_EQ(value.type(), row.value.type());
+    EXPECT_EQ(value, row.value);
+  }
+}
+
+TEST(SettingValues, ThatNoReaderConvertsAreRefusedWithWhatIsAllowed) {
+  struct Row {
+    const char* key;
+    const char* text;
+    const char* allowed;
+  };
+  constexpr Row rows[] = {
+      {"Seconds", "often", "a whole number from -2147483648 to 2147483647"},
+      {"Seconds", "", "a whole number"},
+      {"Seconds", "2147483648", "a whole number"},
+      {"Seconds", "60 s", "a whole number"},
+      {"txtDecimalPlaces", "-1", "from 0 to 32767"},
+      {"GreyOut", "2", "from 0 to 1"},
+      {"GreyOut", "True", "from 0 to 1"},
+      {"HTTPPort", "40000", "from 0 to 32767"},
+      {"SocketPort", "65536", "from 0 to 65535"},
+      {"ChartPoints", "32768", "from -32768 to 32767"},
+      {"Sort_Desc", "up", "True or False"},
+      {"Style", "\u0416", "Windows-1252"},
+      {"Style", "\xFF", "Windows-1252"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.key) + "=" + row.text);
+    const RuntimeError error = ErrorOf([&] { SettingValue(The("Settings", row.key), row.text); });
+    EXPECT_EQ(error.Number(), 5);
+    EXPECT_THAT(error.Description(), HasSubstr(row.allowed));
+    EXPECT_THAT(error.Description(), HasSubstr(row.text));
+  }
+}
+
+TEST(SettingDefaults, AreOfTheSettingsOwnKind) {
+  for (const Setting& setting : AllSettings()) {
+    SCOPED_TRACE(setting.key);
+    const auto value = DefaultValue(setting, setting.key);
+    if (!value) continue;
+    EXPECT_EQ(value->type(), setting.kind == SettingKind::Text ? Variant::Type::String : Variant::Type::Long);
+  }
+}
+
+TEST(SettingDefaults, AreTheFacadesWhereItHasOne) {
+  struct Row {
+    const char* section;
+    const char* key;
+    std::optional<Variant> value;
+  };
+  const Row rows[] = {
+      {"Settings", "Seconds", "10"},
+      {"Settings", "BuildCharts", 1},
+      {"Settings", "AddYAxis", 0},
+      {"Settings", "Sort_Desc", "False"},
+      {"Settings\\WidthField", "ticker", 1700},
+      {"Settings\\WidthField", "Charts (Last & Volume)", 1700},
+      {"Settings\\WidthField", "Bid", 800},
+      {"Settings\\QuoteSource\\First", "ComQuoteSource", ""},
+      {"Settings\\QuoteSource\\List", "OC Securities", std::nullopt},
+      {"Windows settings\\frmMirelo", "WindowState", -1},
+      {"Windows settings\\frmMirelo", "NormalPosLeft", std::nullopt},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.key);
+    EXPECT_EQ(DefaultValue(The(row.section, row.key), row.key), row.value);
+  }
+}
+
+}  // namespace
+}  // namespace mirelo::testing
