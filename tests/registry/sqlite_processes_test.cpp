@@ -59,52 +59,49 @@ TEST_F(RegistryOfProcesses, TwoWritersLoseNothing) {
   EXPECT_TRUE(Load(registry, "common").ends_with(last)) << Load(registry, "common");
 }
 
-TEST_F(RegistryOfProcesses, AKilledWriterLosesNoAcknowledgedWrite) {
-  constexpr int kRounds = 20;
-  std::mt19937 random(20110120);
-  std::uniform_int_distribution<int> acknowledged_before_kill(0, 12);
-  std::uniform_int_distribution<int> microseconds(0, 1500);
-
-  std::vector<int> acknowledged(kRounds, 0);
-  for (int round = 0; round < kRounds; ++round) {
-    ChildProcess writer([&](const ChildProcess::Test& test) {
+// A process that writes values one by one and reports each that was acknowledged, until it is killed.
+class KilledWriter : public RegistryOfProcesses {
+ protected:
+  // Kills a writer at a random moment behind `at_least` acknowledged writes; how many there were.
+  int WriteAndKill(int round, int at_least) {
+    const ChildProcess writer([&](const ChildProcess::Test& test) {
       SqliteRegistry registry(place.file());
-      for (int i = 1;; ++i) {
-        const std::string name = std::to_string(round) + "/" + std::to_string(i);
-        if (Store(registry, name, "value of " + name) != Registry::kSuccess) return;
-        if (Store(registry, "last", std::to_string(round * 1'000'000 + i)) != Registry::kSuccess) return;
+      for (int i = 1; Store(registry, Name(round, i), Value(round, i)) == Registry::kSuccess; ++i)
         test.Report(i);
-      }
     });
-    std::int32_t number = 0;
-    const int wanted = acknowledged_before_kill(random);
-    while (acknowledged[round] < wanted) {
-      ASSERT_TRUE(writer.Read(number)) << "the writer ended by itself";
-      acknowledged[round] = number;
-    }
-    std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
+    std::int32_t acknowledged = 0;
+    while (acknowledged < at_least && writer.Read(acknowledged)) continue;
+    EXPECT_GE(acknowledged, at_least) << "the writer ended by itself";
+    std::this_thread::sleep_for(std::chrono::microseconds(microseconds_(random_)));
     writer.Kill();
-    while (writer.Read(number)) acknowledged[round] = number;
-    writer.Finish();
+    while (writer.Read(acknowledged)) continue;
+    return acknowledged;
+  }
 
+  static void ExpectKept(Registry& registry, int round, int acknowledged) {
+    for (int i = 1; i <= acknowledged; ++i) EXPECT_EQ(Load(registry, Name(round, i)), Value(round, i));
+  }
+
+  static std::string Name(int round, int i) { return std::to_string(round) + "/" + std::to_string(i); }
+  static std::string Value(int round, int i) { return "value of " + Name(round, i); }
+
+  std::mt19937 random_{20110120};
+  std::uniform_int_distribution<int> microseconds_{0, 6000};
+};
+
+TEST_F(KilledWriter, LosesNoAcknowledgedWrite) {
+  constexpr int kRounds = 20;
+  std::uniform_int_distribution<int> at_least(0, 12);
+  std::vector<int> acknowledged;
+  for (int round = 0; round < kRounds; ++round) {
+    acknowledged.push_back(WriteAndKill(round, at_least(random_)));
     SqliteRegistry registry(place.file());
-    for (int i = 1; i <= acknowledged[round]; ++i) {
-      const std::string name = std::to_string(round) + "/" + std::to_string(i);
-      ASSERT_EQ(Load(registry, name), "value of " + name);
-    }
-    if (acknowledged[round] > 0) {
-      const int last = std::stoi(Load(registry, "last"));
-      EXPECT_GE(last, round * 1'000'000 + acknowledged[round]);
-    }
+    ExpectKept(registry, round, acknowledged.back());
   }
 
   SqliteRegistry registry(place.file());
-  for (int round = 0; round < kRounds; ++round) {
-    for (int i = 1; i <= acknowledged[round]; ++i) {
-      const std::string name = std::to_string(round) + "/" + std::to_string(i);
-      ASSERT_EQ(Load(registry, name), "value of " + name);
-    }
-  }
+  int round = 0;
+  for (const int count : acknowledged) ExpectKept(registry, round++, count);
   EXPECT_EQ(place.Sql("PRAGMA integrity_check"), "ok");
   EXPECT_EQ(place.Sql("SELECT count(*) FROM pragma_foreign_key_check"), "0");
 }
