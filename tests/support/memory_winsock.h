@@ -1,0 +1,146 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "automation/runtime_error.h"
+#include "host/winsock_library.h"
+
+namespace mirelo::testing {
+
+// A socket library without sockets: a test plays the peer and delivers chunks as it likes. Each call that
+// reaches the library is noted in `calls`, in words: "address 2", "text 127.0.0.1:16240", "protocol 2 1 6",
+// "connection", "subscribe 1", "subscribe 8", "connect", "send", "disconnect", "unsubscribe 101".
+class MemoryWinsock : public host::WinsockLibrary {
+ public:
+  class Connection;
+
+  std::vector<std::string> calls;
+  std::vector<std::shared_ptr<Connection>> connections;  // in the order of their creation
+
+  Connection& Newest() { return *connections.back(); }
+  // Every call that begins so fails from now on.
+  void FailAt(std::string call, RuntimeError error) { failure_.emplace(std::move(call), std::move(error)); }
+
+  std::unique_ptr<host::SocketAddress> CreateAddress(std::int32_t family) override;
+  std::unique_ptr<host::SocketProtocol> FindProtocol(std::int32_t family, std::int32_t type,
+                                                     std::int32_t protocol) override;
+  std::shared_ptr<host::SocketConnection> CreateConnection(const host::SocketProtocol& protocol) override;
+
+ private:
+  class Address;
+
+  void Note(const std::string& call) {
+    calls.push_back(call);
+    if (failure_ && call.starts_with(failure_->first)) throw failure_->second;
+  }
+
+  std::optional<std::pair<std::string, RuntimeError>> failure_;
+};
+
+class MemoryWinsock::Connection : public host::SocketConnection {
+ public:
+  explicit Connection(MemoryWinsock& library) : library_(library) {}
+
+  std::vector<std::string> sent;  // one element a call
+  std::int32_t state = kClosed;   // what State() gives
+
+  bool HasSubscribers() const { return bytes_sink_ != nullptr || connection_sink_ != nullptr; }
+
+  // The peer's part.
+  void Deliver(std::string_view bytes) {
+    const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    if (const auto sink = bytes_sink_) sink->OnBytesReceived(*this, {data, bytes.size()});
+  }
+  // An event whose value is no array.
+  void DeliverNothing() {
+    if (const auto sink = bytes_sink_) sink->OnBytesReceived(*this, {});
+  }
+  // All the events in which nothing is to happen.
+  void DeliverIdleEvents() {
+    constexpr std::uint8_t kByte[] = {65, 66, 67};
+    if (const auto sink = bytes_sink_) {
+      sink->OnBytesAvailable(*this);
+      sink->OnBytesSent(*this, 3);
+      sink->OnOutOfBandBytesReceived(*this, kByte);
+    }
+    if (const auto sink = connection_sink_) sink->OnConnected(*this);
+  }
+  void Drop(const std::string& reason = "reset by peer") {
+    state = kDropped;
+    if (const auto sink = connection_sink_) sink->OnDisconnected(*this, reason);
+  }
+
+  std::int32_t Subscribe(std::shared_ptr<host::BytesTransferEvents> sink, std::int32_t flags) override {
+    library_.Note("subscribe " + std::to_string(flags));
+    bytes_sink_ = std::move(sink);
+    return kBytesCookie;
+  }
+  std::int32_t Subscribe(std::shared_ptr<host::ConnectionEvents> sink, std::int32_t flags) override {
+    library_.Note("subscribe " + std::to_string(flags));
+    connection_sink_ = std::move(sink);
+    return kConnectionCookie;
+  }
+  void Unsubscribe(std::int32_t id) override {
+    library_.Note("unsubscribe " + std::to_string(id));
+    if (id == kBytesCookie) bytes_sink_.reset();
+    if (id == kConnectionCookie) connection_sink_.reset();
+  }
+  void Connect(const host::SocketAddress&) override {
+    library_.Note("connect");
+    state = kConnected;
+  }
+  std::int32_t State() const override { return state; }
+  void Disconnect() override {
+    library_.Note("disconnect");
+    state = kClosed;
+  }
+  void Send(const std::string& bytes) override {
+    library_.Note("send");
+    sent.push_back(bytes);
+  }
+
+  static constexpr std::int32_t kBytesCookie = 101;
+  static constexpr std::int32_t kConnectionCookie = 102;
+
+ private:
+  MemoryWinsock& library_;
+  std::shared_ptr<host::BytesTransferEvents> bytes_sink_;
+  std::shared_ptr<host::ConnectionEvents> connection_sink_;
+};
+
+class MemoryWinsock::Address : public host::SocketAddress {
+ public:
+  explicit Address(MemoryWinsock& library) : library_(library) {}
+  void SetText(const std::string& text) override { library_.Note("text " + text); }
+
+ private:
+  MemoryWinsock& library_;
+};
+
+inline std::unique_ptr<host::SocketAddress> MemoryWinsock::CreateAddress(std::int32_t family) {
+  Note("address " + std::to_string(family));
+  return std::make_unique<Address>(*this);
+}
+
+inline std::unique_ptr<host::SocketProtocol> MemoryWinsock::FindProtocol(std::int32_t family,
+                                                                         std::int32_t type,
+                                                                         std::int32_t protocol) {
+  Note("protocol " + std::to_string(family) + " " + std::to_string(type) + " " + std::to_string(protocol));
+  return std::make_unique<host::SocketProtocol>();
+}
+
+inline std::shared_ptr<host::SocketConnection> MemoryWinsock::CreateConnection(const host::SocketProtocol&) {
+  Note("connection");
+  connections.push_back(std::make_shared<Connection>(*this));
+  return connections.back();
+}
+
+}  // namespace mirelo::testing
