@@ -111,10 +111,10 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // As GetQTData.
   std::shared_ptr<cQTDatas> GetCurrentData();
 
-  // Whether a walk over records that makes no progress ends. A record of a kind that isn't wanted says how
-  // far the next one lies; a length of zero, or below, keeps the walk in place for ever, which is the rule
-  // and the default (false). With true such a walk forgets the unfinished record of the chunks before it and
-  // raises kEndlessWalk.
+  // Whether a walk over records that goes round for ever is ended. A record of a kind that isn't wanted says
+  // how far the next one lies; a length of zero, or below, can keep the walk in place, which is the rule and
+  // the default (false). With true such a walk forgets the unfinished record of the chunks before it and
+  // raises kEndlessWalk; walks that end by themselves are the same either way.
   void StopEndlessWalks(bool value) { StopEndlessWalks_ = value; }
   // "The quote stream lost its place", source "Mirelo.cQTStreaming".
   static constexpr std::int32_t kEndlessWalk = ErrorNumber(0x80040065);

@@ -79,6 +79,27 @@ inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Reco
   }
 }
 
+// Finds out that a walk goes round for ever. From an unwanted record the walk goes on in a way that its
+// position alone decides, so one that steps back from the same record twice never ends. (Brent's search for
+// cycles.)
+class WalkWatch {
+ public:
+  bool WasHere(std::int32_t position) {
+    if (position == mark_) return true;
+    if (++steps_ == steps_to_next_mark_) {
+      mark_ = position;
+      steps_ = 0;
+      steps_to_next_mark_ *= 2;
+    }
+    return false;
+  }
+
+ private:
+  std::int32_t mark_ = -1;
+  std::int64_t steps_ = 0;
+  std::int64_t steps_to_next_mark_ = 1;
+};
+
 // The volume since the ticker's last quote of the same stamp; 0 for the first one, and when the stamp is
 // another. With a user's format that shows the time this starts anew each second, with one of the date alone
 // each day.
@@ -108,6 +129,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
   std::int32_t position = 0;
   // Where the record before this one began, if that wasn't wanted; else where this one begins.
   std::int32_t record_start = 0;
+  WalkWatch watch;
   do {
     const std::int32_t length = bytes.NumberAt<std::int16_t>(position + 2);
     if (position + 1 >= size) break;
@@ -115,7 +137,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
     if (kind != first_kind && kind != kS1 && kind != kL1) {
       record_start = position;
       position += length;
-      if (length <= 0 && StopEndlessWalks_) LosePlace();
+      if (length <= 0 && StopEndlessWalks_ && watch.WasHere(record_start)) LosePlace();
       continue;
     }
     if (position > kFarthest) throw Errors::Overflow();

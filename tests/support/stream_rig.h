@@ -14,6 +14,7 @@
 #include "host/host.h"
 #include "host/message_loop.h"
 #include "streaming/cQTStreaming.h"
+#include "support/level1_wire.h"
 #include "support/manual_clock.h"
 #include "support/memory_registry.h"
 #include "support/memory_vault.h"
@@ -46,6 +47,7 @@ class StreamRig {
 
   // The peer's part, on the newest connection.
   void Deliver(std::string_view chunk) { sockets.Newest().Deliver(chunk); }
+  void Deliver(const Level1Wire& record) { Deliver(record.Bytes()); }
   const std::vector<std::string>& Sent() { return sockets.Newest().sent; }
 
   // The client's part: all quotes that wait, taken and given back.

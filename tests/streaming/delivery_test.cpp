@@ -1,0 +1,236 @@
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "automation/runtime_error.h"
+#include "core/status_run_query.h"
+#include "streaming/quote_keys.h"
+#include "streaming/stream_test.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Delivery : public StreamTest {
+ protected:
+  Delivery() { stream->connect(); }
+  void Quote(std::string_view symbol) { Deliver(Level1Wire().Symbol(symbol).Last(1)); }
+  static std::vector<std::string> Keys(const cQTDatas& quotes) {
+    std::vector<std::string> keys;
+    for (const auto& quote : quotes) keys.push_back(quote->NameID());
+    return keys;
+  }
+};
+
+TEST_F(Delivery, GivesQuotesRunningKeysFromA0) {
+  Quote("A");
+  Quote("B");
+  const auto taken = stream->GetQTData();
+  EXPECT_THAT(Keys(*taken), ElementsAre("a0", "a1"));
+  EXPECT_EQ(taken->Item("A1")->Symbol(), "B");
+}
+
+TEST_F(Delivery, RaisesAnEventForEachQuote) {
+  Quote("A");
+  Quote("B");
+  EXPECT_EQ(events, 2);
+}
+
+TEST_F(Delivery, GivesNothingWhileStartStopIsFalseAndKeepsTheBuffer) {
+  stream->StartStop(false);
+  Quote("A");
+  EXPECT_EQ(events, 1) << "the client is told all the same";
+  EXPECT_EQ(stream->GetQTData(), nullptr);
+  EXPECT_EQ(stream->GetCurrentData(), nullptr);
+  stream->StartStop(true);
+  EXPECT_THAT(Keys(*stream->GetQTData()), ElementsAre("a0"));
+}
+
+TEST_F(Delivery, StopsWithDisConnectUntilTheClientStartsItAgain) {
+  Quote("A");
+  stream->DisConnect();
+  EXPECT_EQ(stream->GetQTData(), nullptr);
+  stream->StartStop(true);
+  EXPECT_EQ(stream->GetQTData()->Count(), 1) << "the buffer was not emptied";
+}
+
+TEST_F(Delivery, ReturnsTheCopyWithWhatItHeldWhenTheBufferIsEmpty) {
+  EXPECT_EQ(stream->GetQTData()->Count(), 0);
+  Quote("A");
+  stream->GetQTData();
+  const auto again = stream->GetQTData();
+  EXPECT_EQ(again, stream->copy_cQTDatas());
+  EXPECT_THAT(Keys(*again), ElementsAre("a0"));
+}
+
+TEST_F(Delivery, AddsToEarlierTakesUntilTheBufferIsFreed) {
+  Quote("A");
+  stream->GetQTData();
+  Quote("B");
+  EXPECT_THAT(Keys(*stream->GetQTData()), ElementsAre("a0", "a1"));
+  stream->FreeQTDataBuffer();
+  EXPECT_EQ(stream->copy_cQTDatas()->Count(), 0);
+  Quote("C");
+  EXPECT_THAT(Keys(*stream->GetQTData()), ElementsAre("a2"));
+}
+
+TEST_F(Delivery, LeavesQuotesAliveWhereTheClientHoldsThem) {
+  Quote("A");
+  const auto held = stream->GetQTData()->Item(1);
+  stream->FreeQTDataBuffer();
+  EXPECT_EQ(held->Symbol(), "A");
+}
+
+TEST_F(Delivery, KeepsTheContainerAndTheCopyTheSameUntilAnotherIsSet) {
+  EXPECT_EQ(stream->QTConteiner(), stream->copy_cQTDatas());
+}
+
+TEST_F(Delivery, FreesTheContainerThatWasSetAndNotTheCopy) {
+  const auto other = std::make_shared<cQTDatas>();
+  other->ItemAdd("x");
+  stream->QTConteiner(other);
+  Quote("A");
+  stream->GetQTData();
+  stream->FreeQTDataBuffer();
+  EXPECT_EQ(other->Count(), 0);
+  EXPECT_EQ(stream->copy_cQTDatas()->Count(), 1);
+}
+
+TEST_F(Delivery, GoesToTheCopyThatWasSet) {
+  const auto other = std::make_shared<cQTDatas>();
+  const auto present = other->ItemAdd("A0");
+  stream->copy_cQTDatas(other);
+  Quote("A");
+  Quote("B");
+  EXPECT_EQ(stream->GetQTData(), other);
+  EXPECT_THAT(Keys(*other), ElementsAre("A0", "a1"))
+      << "a quote that was there under the key took the values";
+  EXPECT_EQ(other->Item(1), present);
+  EXPECT_EQ(present->Symbol(), "A");
+}
+
+TEST_F(Delivery, SurvivesACopyAndAContainerOfNothing) {
+  Quote("A");
+  const auto copy = stream->copy_cQTDatas();
+  stream->copy_cQTDatas(nullptr);
+  stream->QTConteiner(nullptr);
+  EXPECT_EQ(stream->GetQTData(), nullptr);
+  EXPECT_NO_THROW(stream->FreeQTDataBuffer());
+  stream->copy_cQTDatas(copy);
+  EXPECT_EQ(stream->GetQTData()->Count(), 1) << "the quote waited";
+}
+
+TEST_F(Delivery, ShowsATakeToAnEnumerationOfTheCopyThatIsUnderWay) {
+  auto enumerator = stream->copy_cQTDatas()->NewEnum();
+  Quote("A");
+  stream->GetQTData();
+  Quote("B");
+  stream->GetQTData();
+  EXPECT_EQ(enumerator.Next()->Symbol(), "A");
+  EXPECT_EQ(enumerator.Next()->Symbol(), "B");
+  EXPECT_EQ(enumerator.Next(), nullptr);
+}
+
+TEST(QuoteKeys, StartAgainAtOneBehindTheLast) {
+  QuoteKeys keys(2'147'483'639);
+  EXPECT_EQ(keys.Next(), "a2147483639");
+  EXPECT_EQ(keys.Next(), "a2147483640");
+  EXPECT_EQ(keys.Next(), "a1");
+  EXPECT_EQ(keys.Next(), "a2");
+}
+
+TEST(QuoteKeys, StartAtZero) {
+  QuoteKeys keys;
+  EXPECT_EQ(keys.Next(), "a0");
+  EXPECT_EQ(keys.Next(), "a1");
+}
+
+// The step behind the login for the source list.
+class LoginTimer : public StreamTest {
+ protected:
+  LoginTimer() {
+    facade->StatusRunWorkQT(Status_ENUMSOURCES_L1);
+    mGlobal::SetStreamingObject(stream);
+    stream->connect();
+    status_texts.clear();
+  }
+  void Reply(const std::string& code, const std::string& description = "") {
+    Deliver("LO<STATUSCODE>" + code + "</STATUSCODE><STATUSDESC>" + description + "</STATUSDESC>");
+  }
+  void Wait(int milliseconds) { loop.Advance(host::MessageLoop::Milliseconds(milliseconds)); }
+};
+
+TEST_F(LoginTimer, AsksForTheSourcesAfterATenthOfASecond) {
+  Reply("0");
+  Wait(99);
+  EXPECT_THAT(Sent(), IsEmpty());
+  Wait(1);
+  EXPECT_THAT(status_texts, ElementsAre("Connected"));
+  EXPECT_THAT(Sent(), ElementsAre("<ENUMSOURCES><SourceType>L1</SourceType></ENUMSOURCES>\xFF"));
+}
+
+TEST_F(LoginTimer, FiresOncePerLogin) {
+  Reply("0");
+  Wait(1000);
+  EXPECT_EQ(Sent().size(), 1u);
+  Reply("0");
+  Wait(1000);
+  EXPECT_EQ(Sent().size(), 2u);
+}
+
+TEST_F(LoginTimer, TellsWhyALoginWasRefused) {
+  for (const char* code : {"1", "2", "3", "4", "", "00"}) {
+    SCOPED_TRACE(code);
+    status_texts.clear();
+    Reply(code, "No such\r\n application\r\n");
+    Wait(100);
+    EXPECT_THAT(status_texts, ElementsAre("Off. No such application"));
+    EXPECT_THAT(Sent(), IsEmpty());
+  }
+}
+
+TEST_F(LoginTimer, AsksForNothingWhenSourcesAreNoLongerWanted) {
+  Reply("0");
+  facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);
+  Wait(100);
+  EXPECT_THAT(status_texts, ElementsAre("Connected"));
+  EXPECT_THAT(Sent(), IsEmpty());
+}
+
+TEST_F(LoginTimer, DoesNothingWhenTheStreamIsGone) {
+  Reply("0");
+  mGlobal::SetStreamingObject(nullptr);
+  EXPECT_NO_THROW(Wait(100));
+  EXPECT_THAT(status_texts, IsEmpty());
+}
+
+TEST_F(LoginTimer, KeepsTheStreamAliveUntilTheReferenceIsCleared) {
+  Reply("0");
+  std::weak_ptr<cQTStreaming> gone = stream;
+  stream.reset();
+  Wait(100);
+  EXPECT_THAT(status_texts, ElementsAre("Connected"));
+  mGlobal::SetStreamingObject(nullptr);
+  EXPECT_TRUE(gone.expired());
+}
+
+TEST_F(LoginTimer, BelongsToOneStreamAtATime) {
+  const auto other = std::make_shared<cQTStreaming>();
+  mGlobal::SetStreamingObject(other);
+  Reply("0");
+  Wait(100);
+  EXPECT_THAT(status_texts, IsEmpty()) << "the timer found the other one";
+}
+
+TEST_F(LoginTimer, FailsUnnoticedWhenItCannotBeSet) {
+  TestHost without_loop;
+  without_loop.Use(registry).Use(clock).Use(sockets);
+  const host::HostScope scope(without_loop);
+  EXPECT_NO_THROW(Reply("0"));
+  EXPECT_THAT(Sent(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace mirelo::testing

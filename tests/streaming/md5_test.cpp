@@ -1,0 +1,73 @@
+#include "streaming/MD5.h"
+
+#include <gtest/gtest.h>
+#include <openssl/evp.h>
+
+#include <cstddef>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace mirelo {
+namespace {
+
+std::string OpenSslDigest(std::string_view bytes) {
+  unsigned char digest[EVP_MAX_MD_SIZE];
+  unsigned int size = 0;
+  EXPECT_EQ(EVP_Digest(bytes.data(), bytes.size(), digest, &size, EVP_md5(), nullptr), 1);
+  return {reinterpret_cast<const char*>(digest), size};
+}
+
+std::string Digest(std::string_view bytes) {
+  const MD5::Digest digest = MD5::Of(bytes);
+  return {digest.begin(), digest.end()};
+}
+
+// RFC 1321, A.5.
+TEST(MD5, GivesTheDigestsOfItsStandard) {
+  constexpr std::string_view kCases[][2] = {
+      {"", "D41D8CD98F00B204E9800998ECF8427E"},
+      {"a", "0CC175B9C0F1B6A831C399E269772661"},
+      {"abc", "900150983CD24FB0D6963F7D28E17F72"},
+      {"message digest", "F96B697D7CB7938D525A2F31AAF161D0"},
+      {"abcdefghijklmnopqrstuvwxyz", "C3FCD3D76192E4007DFB496CCA67E13B"},
+      {"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789", "D174AB98D277D9F5A5611C2C9F419D9F"},
+      {"12345678901234567890123456789012345678901234567890123456789012345678901234567890",
+       "57EDF4A22BE3C955AC49DA2E2107B67A"},
+  };
+  for (const auto& [text, digest] : kCases) EXPECT_EQ(MD5().DigestString(text), digest) << text;
+}
+
+TEST(MD5, AgreesWithAnotherImplementationAtEveryLengthAroundABlock) {
+  std::mt19937 random(1321);
+  std::string bytes;
+  for (std::size_t length = 0; length <= 300; ++length) {
+    ASSERT_EQ(Digest(bytes), OpenSslDigest(bytes)) << "at length " << length;
+    bytes += static_cast<char>(random());
+  }
+}
+
+TEST(MD5, AgreesWithAnotherImplementationAtRandomLengths) {
+  std::mt19937 random(20110120);
+  std::uniform_int_distribution<std::size_t> lengths(0, 100'000);
+  for (int round = 0; round < 100; ++round) {
+    std::string bytes(lengths(random), '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    ASSERT_EQ(Digest(bytes), OpenSslDigest(bytes)) << "at length " << bytes.size();
+  }
+}
+
+TEST(MD5, DigestsOneByteForEachCharacterOfTheCodePage) {
+  EXPECT_EQ(MD5().DigestString("\u00FF\u20AC"), [] {
+    std::string hex;
+    for (const unsigned char byte : OpenSslDigest("\xFF\x80")) {
+      char digits[3];
+      std::snprintf(digits, sizeof digits, "%02X", byte);
+      hex += digits;
+    }
+    return hex;
+  }());
+}
+
+}  // namespace
+}  // namespace mirelo
