@@ -85,6 +85,32 @@ TEST_F(InsideAnEvent, TheOwnerMayDropTheConnection) {
   }
 }
 
+TEST_F(InsideAnEvent, DroppingTheConnectionKeepsItFromTheSinksBehind) {
+  LoopbackServer server([](Peer& peer) {
+    peer.ReceiveUntil("\n");
+    peer.Send("reply");
+  });
+  for (const bool at_the_end : {false, true}) {
+    SCOPED_TRACE(at_the_end);
+    Client client(library_);
+    const auto second = std::make_shared<Client::Sink>();
+    client.connection->Subscribe(std::static_pointer_cast<host::BytesTransferEvents>(second),
+                                 SocketConnection::kBytesTransfer);
+    client.connection->Subscribe(std::static_pointer_cast<host::ConnectionEvents>(second),
+                                 SocketConnection::kConnectionEvents);
+    if (at_the_end) {
+      client.sink->on_disconnected = [&] { client.connection.reset(); };
+    } else {
+      client.sink->on_received = [&](const std::string&) { client.connection.reset(); };
+    }
+    client.Connect(server.Address());
+    client.connection->Send("\n");
+    loop_.RunUntil([&] { return client.connection == nullptr; });
+    EXPECT_EQ(second->received, at_the_end ? "reply" : "");
+    EXPECT_TRUE(second->reasons.empty());
+  }
+}
+
 TEST_F(InsideAnEvent, DroppingInANestedOneLetsTheOuterReturn) {
   Client client(library_);
   Connect(client, echo_.Address());
@@ -163,6 +189,28 @@ TEST_F(InsideAnEvent, ASinkAddedGetsTheNextOne) {
   client.connection->Send("2\n");
   RunUntilReceived(client, 4);
   EXPECT_EQ(second->received, "2\n");
+}
+
+TEST_F(InsideAnEvent, ASinkAddedInPlaceOfTheLastGetsTheNextOne) {
+  Client client(library_);
+  const auto last = std::make_shared<Client::Sink>(), added = std::make_shared<Client::Sink>();
+  const auto subscribe = [&](const std::shared_ptr<host::BytesTransferEvents>& sink) {
+    return client.connection->Subscribe(sink, SocketConnection::kBytesTransfer);
+  };
+  const auto last_id = subscribe(last);
+  client.sink->on_received = [&](const std::string& chunk) {
+    if (chunk != "1\n") return;
+    client.connection->Unsubscribe(last_id);
+    subscribe(added);
+  };
+  Connect(client, echo_.Address());
+  client.connection->Send("1\n");
+  RunUntilReceived(client, 2);
+  EXPECT_EQ(added->received, "");
+  client.connection->Send("2\n");
+  RunUntilReceived(client, 4);
+  EXPECT_EQ(added->received, "2\n");
+  EXPECT_EQ(last->received, "");
 }
 
 TEST_F(InsideAnEvent, AnErrorLeavesTheLoopAndTheConnectionUsable) {

@@ -180,6 +180,9 @@ TEST_F(Timers, TellWhenTheFirstFallsDue) {
 
 TEST(RealTimers, EndAWaitOfRunUntilNotBeforeTheyAreDue) {
   PollLoop loop;
+  SocketPair hung_up;  // ready all the time, were it asked for
+  loop.Watch(hung_up.near, 0, [](unsigned) {});
+  hung_up.CloseFar();
   const auto start = std::chrono::steady_clock::now();
   bool fired = false;
   loop.StartTimer(milliseconds(15), [&] { fired = true; });

@@ -251,26 +251,37 @@ TEST(Handlers, MayThrowAndTheLoopGoesOn) {
   EXPECT_THROW(loop.Yield(), std::runtime_error);
 }
 
+// Ends a watch of the loop when the last handler that holds it is destroyed.
+struct Ending {
+  explicit Ending(PollLoop& of, PollLoop::Token watch = 0) : loop(of), other(watch) {}
+  ~Ending() { loop.Unwatch(other); }
+  PollLoop& loop;
+  PollLoop::Token other;
+};
+
 TEST(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
-  struct Owner {
-    PollLoop& loop;
-    PollLoop::Token other;
-    ~Owner() { loop.Unwatch(other); }
-  };
+  PollLoop loop;
   SocketPair a, b, c;
-  {
-    PollLoop loop;
-    const auto token_b = loop.Watch(b.near, kRead, [](unsigned) {});
-    auto owner = std::make_shared<Owner>(Owner{loop, token_b});
-    const auto token_a = loop.Watch(a.near, kRead, [owner](unsigned) {});
-    const auto token_c = loop.Watch(c.near, kRead, [](unsigned) {});
-    owner = std::make_shared<Owner>(Owner{loop, token_c});
-    loop.StartTimer(PollLoop::Milliseconds(1000), [owner] {});
-    owner.reset();
-    loop.Unwatch(token_a);
-    EXPECT_EQ(loop.WatchCount(), 0u) << "the temporary owner of c ended its watch, too";
-    loop.Watch(c.near, kRead, [](unsigned) {});
+  const auto hold = [&](PollLoop::Token other) { return std::make_shared<Ending>(loop, other); };
+  const auto watch_a = loop.Watch(a.near, kRead, [](unsigned) {});
+  const auto watch_b = loop.Watch(b.near, kRead, [end = hold(watch_a)](unsigned) {});
+  const auto watch_c = loop.Watch(c.near, kRead, [end = hold(watch_b)](unsigned) {});
+  EXPECT_EQ(loop.WatchCount(), 3u);
+  loop.Unwatch(watch_c);
+  EXPECT_EQ(loop.WatchCount(), 0u);
+}
+
+TEST(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
+  SocketPair pairs[8];
+  std::vector<std::shared_ptr<Ending>> endings;
+  PollLoop loop;
+  for (int i = 0; i < 8; ++i) endings.push_back(std::make_shared<Ending>(loop));
+  for (std::size_t i = 0; i < 8; ++i) {
+    endings[(i + 3) % 8]->other = loop.Watch(pairs[i].near, kRead, [end = endings[i]](unsigned) {});
   }
+  loop.StartTimer(PollLoop::Milliseconds(1000), [end = endings[0]] {});
+  endings.clear();
+  EXPECT_EQ(loop.WatchCount(), 8u);
 }
 
 TEST(RunUntil, AsksAgainAfterASignal) {

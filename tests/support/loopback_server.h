@@ -192,6 +192,11 @@ class LoopbackServer::Peer {
     }
     return Take(std::min(count, unread_.size()));
   }
+  // What has come, at least one byte; empty when the client is gone.
+  std::string ReceiveSome() {
+    if (unread_.empty()) ReadMore();
+    return Take(unread_.size());
+  }
   // All until the client closes.
   std::string ReceiveAll() {
     while (ReadMore()) {
@@ -206,6 +211,9 @@ class LoopbackServer::Peer {
     if (server_.stopped_) throw Stopped{};
     --server_.permits_;
   }
+
+  // Whether the client ended the connection by a reset, as far as receiving has found out.
+  bool SawReset() const { return saw_reset_; }
 
   // Ends the outgoing direction; the client sees the end, and what it sends can still be received.
   void ShutdownWrite() { ::shutdown(socket_, SHUT_WR); }
@@ -231,6 +239,7 @@ class LoopbackServer::Peer {
       char buffer[65536];
       const ssize_t count = ::recv(socket_, buffer, sizeof buffer, 0);
       if (count < 0 && (errno == EINTR || errno == EAGAIN || errno == EWOULDBLOCK)) continue;
+      if (count < 0 && errno == ECONNRESET) saw_reset_ = true;
       if (count <= 0) return false;
       const std::string_view bytes(buffer, static_cast<std::size_t>(count));
       unread_ += bytes;
@@ -250,6 +259,7 @@ class LoopbackServer::Peer {
   int socket_;
   std::size_t index_;
   std::string unread_;
+  bool saw_reset_ = false;
 };
 
 inline void LoopbackServer::Serve(int socket, std::size_t index) {

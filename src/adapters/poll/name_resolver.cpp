@@ -90,9 +90,9 @@ void NameResolver::Work() {
   }
 }
 
-// One answer a call: should its receiver throw, the loop comes back for the next one.
+// One answer a call: should its receiver throw, the loop comes back for the next one. The receiver is called
+// last, as it may let go of the resolver.
 void NameResolver::TakeAnswer() {
-  const auto self = shared_from_this();  // the receiver may drop the last connection
   eventfd_t one = 0;
   if (::eventfd_read(answered_.Number(), &one) != 0) return;
   Reply reply;

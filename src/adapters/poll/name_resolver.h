@@ -7,7 +7,6 @@
 #include <deque>
 #include <functional>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,7 +21,7 @@ namespace mirelo::poll {
 // and the loop hears of the answers through a descriptor, which it watches only while an answer is due. All
 // members are called on the loop's thread. Destruction waits for a lookup that is under way, as the system
 // can't break it off.
-class NameResolver : public std::enable_shared_from_this<NameResolver> {
+class NameResolver {
  public:
   struct Answer {
     std::optional<in_addr> address;

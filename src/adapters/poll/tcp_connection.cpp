@@ -40,6 +40,13 @@ int TakeError(const Descriptor& socket) {
   return error;
 }
 
+// What people are told of an error of receiving or sending; 0 stands for the end of what the peer sends. The
+// system calls a reset by a peer that had ended its own direction before a broken pipe.
+std::string ReasonFor(int error) {
+  if (error == 0) return "The peer closed the connection";
+  return std::generic_category().message(error == EPIPE ? ECONNRESET : error);
+}
+
 // Ends the stream in good order. Bytes left unread would turn the close into a reset, and a reset may take
 // from the peer what it has not read yet.
 void EndStream(const Descriptor& socket) {
@@ -157,7 +164,7 @@ void TcpConnection::OnReady(unsigned ready) {
 
 void TcpConnection::FinishConnecting() {
   if (error_ == 0) error_ = TakeError(socket_);
-  if (error_ != 0) return Drop(std::generic_category().message(error_));
+  if (error_ != 0) return Drop(ReasonFor(error_));
   state_ = kConnected;
   loop_.Rewatch(watch_, queue_.empty() ? kRead : kRead | kWrite);
   connection_events_.Raise([this](host::ConnectionEvents& sink) { sink.OnConnected(*this); });
@@ -190,14 +197,13 @@ void TcpConnection::Receive() {
     bytes_events_.Raise([&](host::BytesTransferEvents& sink) { sink.OnBytesReceived(*this, bytes); });
     return;
   }
-  const int error = count < 0 ? errno : error_;
-  Drop(error != 0 ? std::generic_category().message(error) : "The peer closed the connection");
+  Drop(ReasonFor(count < 0 ? errno : error_));
 }
 
 // The peer takes nothing more, but what it has sent before is still to be received: the end of the connection
 // is met by reading.
 void TcpConnection::GiveUpSending(int error) {
-  error_ = error == EPIPE ? ECONNRESET : error;
+  error_ = error;
   queue_.clear();
   sent_ = 0;
   ::shutdown(socket_.Number(), SHUT_RDWR);
