@@ -119,21 +119,22 @@ TEST_F(ConnectionSoak, DeliversInOrderWhateverSinksDo) {
   std::mt19937 random(7);
   std::array<std::unique_ptr<Restless>, 4> all;
   for (auto& one : all) one = std::make_unique<Restless>(loop_, library_, echo, random);
-  for (int round = 0; round < 300; ++round) {
+  const auto has_nested = [&] {
+    return std::any_of(all.begin(), all.end(), [](const auto& one) { return one->DeepestReceive() > 1; });
+  };
+  for (int round = 0; round < 300 || !has_nested();
+       ++round) {  // how soon they nest is up to the echo's threads
     all[static_cast<std::size_t>(round) % all.size()]->Act();
     loop_.Yield();
   }
   for (auto& one : all) one->Quiet();
   std::uint64_t lives = 0;
-  int deepest = 0;
   for (auto& one : all) {
     loop_.RunUntil([&] { return one->HasAllBack() || HasFatalFailure(); });
     lives += one->Lives();
-    deepest = std::max(deepest, one->DeepestReceive());
     one.reset();
   }
   EXPECT_GT(lives, 20u);
-  EXPECT_GT(deepest, 1) << "sinks receive nested";
   EXPECT_EQ(loop_.WatchCount(), 0u);
 }
 

@@ -158,7 +158,7 @@ void TcpConnection::Open(in_addr ip, std::uint16_t port) {
 void TcpConnection::OnReady(unsigned ready) {
   const auto self = shared_from_this();
   if (state_ == kConnecting) return FinishConnecting();
-  if ((ready & kWrite) != 0) SendQueued();
+  if ((ready & kWrite) != 0 && !queue_.empty()) SendQueued();
   if ((ready & kRead) != 0 && state_ == kConnected) Receive();
 }
 
