@@ -3,14 +3,14 @@
 namespace mirelo::poll {
 
 void TimerQueue::Add(Token token, Time due, Handler handler) {
-  timers_.emplace(Key(due, token), std::move(handler));
-  due_.emplace(token, due);
+  const auto place = timers_.emplace(Key(due, token), std::move(handler)).first;
+  places_.emplace(token, place);
 }
 
 std::optional<TimerQueue::Handler> TimerQueue::Remove(Token token) {
-  const auto due = due_.find(token);
-  if (due == due_.end()) return std::nullopt;
-  return Take(timers_.find(Key(due->second, token)));
+  const auto place = places_.find(token);
+  if (place == places_.end()) return std::nullopt;
+  return Take(place->second);
 }
 
 std::optional<TimerQueue::Handler> TimerQueue::TakeDue(Time now, Token last) {
@@ -26,7 +26,7 @@ std::optional<TimerQueue::Time> TimerQueue::Next() const {
 
 TimerQueue::Handler TimerQueue::Take(Timers::iterator timer) {
   Handler handler = std::move(timer->second);
-  due_.erase(timer->first.second);
+  places_.erase(timer->first.second);
   timers_.erase(timer);
   return handler;
 }

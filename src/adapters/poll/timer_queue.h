@@ -34,7 +34,7 @@ class TimerQueue {
   Handler Take(Timers::iterator timer);
 
   Timers timers_;
-  std::unordered_map<Token, Time> due_;
+  std::unordered_map<Token, Timers::iterator> places_;
 };
 
 }  // namespace mirelo::poll
