@@ -81,9 +81,11 @@ std::size_t ExponentLength(std::string_view text, std::size_t from) {
   return count == 0 ? 0 : digits + count - from;
 }
 
-// The exponent as std::from_chars knows it.
-std::string NormalExponent(std::string_view exponent) {
-  return exponent.empty() ? std::string() : "E" + std::string(exponent.substr(1));
+// Appends an exponent in the form that std::from_chars knows.
+void AppendExponent(std::string& plain, std::string_view exponent) {
+  if (exponent.empty()) return;
+  plain += 'E';
+  plain += exponent.substr(1);
 }
 
 // Takes blanks and one sign off one end of the text; tells whether the sign was a minus. False for a second
@@ -136,7 +138,8 @@ std::optional<std::string> PlainDigits(std::string_view text, const RegionalForm
     }
   }
   if (!digits || ExponentLength(text, 0) != text.size()) return std::nullopt;
-  return plain + NormalExponent(text);
+  AppendExponent(plain, text);
+  return plain;
 }
 
 }  // namespace
@@ -161,8 +164,9 @@ double Val(std::string_view text) {
     length += 1 + decimals;
   }
   if (digits == 0) return 0;
-  const std::string_view exponent = rest.substr(length, ExponentLength(rest, length));
-  const double value = Decimal(std::string(rest.substr(0, length)) + NormalExponent(exponent));
+  std::string plain(rest.substr(0, length));
+  AppendExponent(plain, rest.substr(length, ExponentLength(rest, length)));
+  const double value = Decimal(plain);
   return minus ? -value : value;
 }
 

@@ -61,7 +61,7 @@ int DecimalPlaces(const Scientific& parts) {
 }  // namespace
 
 std::string NumberText(double value) {
-  if (value < 0) return "-" + NumberText(-value);
+  if (value < 0) return NumberText(-value).insert(0, 1, '-');
   if (value == 0) return "0";
   if (std::isnan(value)) return "1.#QNAN";
   if (std::isinf(value)) return "1.#INF";

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string>
+#include <string_view>
 
-#include "automation/ansi.h"
 #include "automation/text.h"
 #include "automation/utf8.h"
 
@@ -16,11 +18,31 @@ using Word = std::uint64_t;
 constexpr Word kEach = 0x0101010101010101;
 constexpr Word kHighBits = 0x80 * kEach;
 
-// The next up to eight bytes, zeros behind the end.
+template <class Part>
+Word LoadPart(const char* from) {
+  Part part;
+  std::memcpy(&part, from, sizeof part);
+  return part;
+}
+
+// One to seven bytes, put together from parts that overlap rather than byte by byte.
+static_assert(std::endian::native == std::endian::little);
+Word LoadShort(const char* from, std::size_t count) {
+  if (count >= 4) {
+    return LoadPart<std::uint32_t>(from) | LoadPart<std::uint32_t>(from + count - 4) << 8 * (count - 4);
+  }
+  const std::size_t middle = count / 2;
+  const std::size_t last = count - 1;
+  return LoadPart<std::uint8_t>(from) | LoadPart<std::uint8_t>(from + middle) << 8 * middle |
+         LoadPart<std::uint8_t>(from + last) << 8 * last;
+}
+
+// The next up to eight bytes from `position`, which lies inside the text; zeros stand for what is behind its
+// end.
 Word Load(std::string_view text, std::size_t position) {
-  Word word = 0;
-  std::memcpy(&word, text.data() + position, std::min(sizeof word, text.size() - position));
-  return word;
+  const char* from = text.data() + position;
+  const std::size_t count = text.size() - position;
+  return count >= sizeof(Word) ? LoadPart<Word>(from) : LoadShort(from, count);
 }
 
 // Lowers A to Z in each byte of a word that is ASCII throughout. The high bit of each byte is free, so that
@@ -49,14 +71,21 @@ constexpr std::uint64_t Mix(std::uint64_t hash, Word word) {
   return hash ^ (hash >> 32);
 }
 
-// The hash of text that is in lower case already, or becomes so by lowering its ASCII.
-std::size_t HashLowered(std::string_view text) {
+struct Hash {
+  std::size_t value;
+  bool ascii;
+};
+
+// The hash of a text whose characters beyond ASCII are in lower case already; ASCII is lowered here.
+Hash HashLowered(std::string_view text) {
   std::uint64_t hash = text.size();
+  Word all = 0;
   for (std::size_t position = 0; position < text.size(); position += sizeof(Word)) {
     const Word word = Load(text, position);
     hash = Mix(hash, (word & kHighBits) == 0 ? LowerAscii(word) : word);
+    all |= word;
   }
-  return static_cast<std::size_t>(Mix(hash, 0));
+  return {static_cast<std::size_t>(Mix(hash, 0)), (all & kHighBits) == 0};
 }
 
 // -1, 0 or 1 by the lower-case characters, decoded one by one.
@@ -100,7 +129,8 @@ std::int32_t StrComp(std::string_view a, std::string_view b, Compare compare) {
 }
 
 std::size_t HashText(std::string_view text) {
-  return IsAscii(text) ? HashLowered(text) : HashLowered(LCase(text));
+  const Hash hash = HashLowered(text);
+  return hash.ascii ? hash.value : HashLowered(LCase(text)).value;
 }
 
 }  // namespace mirelo
