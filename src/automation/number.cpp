@@ -22,25 +22,31 @@ int DigitValue(char c) {
   return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : 99;
 }
 
-// The number of decimal digits with an optional point and exponent, as std::from_chars reads them; too large
-// ones are infinite, too small ones 0. `text` is such a number as a whole.
+// Whether a number that is out of a double's range is too large rather than too small: where its first
+// significant digit stands, seen from the point and moved by the exponent, decides.
+bool IsTooLarge(std::string_view number) {
+  const std::size_t mark = std::min(number.find('E'), number.size());
+  const std::string_view digits = number.substr(0, mark);
+  std::string_view exponent_text = number.substr(std::min(mark + 1, number.size()));
+  if (exponent_text.starts_with('+')) exponent_text.remove_prefix(1);
+
+  const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), digits.size()));
+  const auto first = static_cast<std::int64_t>(std::min(digits.find_first_of("123456789"), digits.size()));
+  std::int64_t exponent = 0;
+  const char* end = exponent_text.data() + exponent_text.size();
+  if (std::from_chars(exponent_text.data(), end, exponent).ec == std::errc::result_out_of_range) {
+    return !exponent_text.starts_with('-');
+  }
+  return exponent > first - point;
+}
+
+// The number that `text` is as a whole, in the form that std::from_chars knows: digits, "." and "E" with a
+// signed exponent. Too large ones are infinite, too small ones 0.
 double Decimal(std::string_view text) {
   double value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc::result_out_of_range) return value;
-
-  // The position of the first significant digit before or behind the point, moved by the exponent, decides.
-  const std::size_t exponent_mark = std::min(text.find('E'), text.size());
-  const std::string_view digits = text.substr(0, exponent_mark);
-  const auto point = static_cast<long long>(std::min(digits.find('.'), digits.size()));
-  const auto first = static_cast<long long>(std::min(digits.find_first_of("123456789"), digits.size()));
-  const std::string_view exponent_text = text.substr(std::min(exponent_mark + 1, text.size()));
-  long long exponent = 0;
-  std::from_chars(exponent_text.data() + exponent_text.starts_with('+'),
-                  exponent_text.data() + exponent_text.size(), exponent);
-  if (exponent_text.size() > 15)
-    exponent = exponent_text.starts_with('-') ? -1'000'000'000'000 : 1'000'000'000'000;
-  return point - first + exponent > 0 ? std::numeric_limits<double>::infinity() : 0;
+  return IsTooLarge(text) ? std::numeric_limits<double>::infinity() : 0;
 }
 
 // Reads the digits behind &H (base 16) or &O (base 8) from the front of `text`, which it moves on. Up to 16
@@ -88,30 +94,24 @@ void AppendExponent(std::string& plain, std::string_view exponent) {
   plain += exponent.substr(1);
 }
 
-// Takes blanks and one sign off one end of the text; tells whether the sign was a minus. False for a second
-// sign.
-struct Signs {
-  bool any = false;
-  bool minus = false;
+bool IsSign(char c) { return c == '+' || c == '-'; }
+
+// The part of a number between the blanks and signs of both ends, and the signs in their order.
+struct Signed {
+  std::string_view number;
+  std::string signs;
 };
 
-bool TakeSign(char c, Signs& signs) {
-  if (signs.any) return false;
-  signs = {true, c == '-'};
-  return true;
-}
-
-bool TakeBlanksAndSigns(std::string_view& text, Signs& signs) {
-  const auto is_sign = [](char c) { return c == '+' || c == '-'; };
-  while (!text.empty() && (IsBlank(text.front()) || is_sign(text.front()))) {
-    if (is_sign(text.front()) && !TakeSign(text.front(), signs)) return false;
-    text.remove_prefix(1);
+Signed TakeSigns(std::string_view text) {
+  Signed result;
+  for (; !text.empty() && (IsBlank(text.front()) || IsSign(text.front())); text.remove_prefix(1)) {
+    if (IsSign(text.front())) result.signs += text.front();
   }
-  while (!text.empty() && (IsBlank(text.back()) || is_sign(text.back()))) {
-    if (is_sign(text.back()) && !TakeSign(text.back(), signs)) return false;
-    text.remove_suffix(1);
+  for (; !text.empty() && (IsBlank(text.back()) || IsSign(text.back())); text.remove_suffix(1)) {
+    if (IsSign(text.back())) result.signs += text.back();
   }
-  return true;
+  result.number = text;
+  return result;
 }
 
 // The digits of a regional number without groups and with "." as the point; nothing when it is none. Group
@@ -171,18 +171,18 @@ double Val(std::string_view text) {
 }
 
 std::optional<double> ParseNumber(std::string_view text, const RegionalFormat& regional) {
-  Signs signs;
-  if (!TakeBlanksAndSigns(text, signs)) return std::nullopt;
-  if (const int radix = RadixOf(text)) {
-    text.remove_prefix(2);
-    const std::optional<double> value = TakeRadixDigits(text, radix);
-    return text.empty() && !signs.any ? value : std::nullopt;
+  auto [number, signs] = TakeSigns(text);
+  if (signs.size() > 1) return std::nullopt;
+  if (const int radix = RadixOf(number)) {
+    number.remove_prefix(2);
+    const std::optional<double> value = TakeRadixDigits(number, radix);
+    return number.empty() && signs.empty() ? value : std::nullopt;
   }
-  const std::optional<std::string> plain = PlainDigits(text, regional);
+  const std::optional<std::string> plain = PlainDigits(number, regional);
   if (!plain) return std::nullopt;
   const double value = Decimal(*plain);
   if (std::isinf(value)) return std::nullopt;
-  return signs.minus ? -value : value;
+  return signs == "-" ? -value : value;
 }
 
 bool IsNumeric(std::string_view text, const RegionalFormat& regional) {
