@@ -36,10 +36,12 @@ struct HttpServer::Connection {
   std::size_t sent = 0;
 };
 
-HttpServer::HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer, std::uint64_t seed)
+HttpServer::HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer, std::uint64_t seed,
+                       std::chrono::seconds patience)
     : reactor_(reactor),
       answer_(std::move(answer)),
       random_(seed),
+      patience_(patience),
       acceptor_(reactor, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {
   sweep_ = reactor_.StartTimer(Clock::now() + kSweepPeriod, [this] { CloseImpatiently(); });
 }
@@ -52,7 +54,7 @@ HttpServer::~HttpServer() {
 void HttpServer::Take(FileDescriptor socket) {
   if (connections_.size() >= kMostConnections) return;
   auto connection = std::make_unique<Connection>();
-  connection->deadline = Clock::now() + kPatience;
+  connection->deadline = Clock::now() + patience_;
   connection->token = reactor_.Watch(socket.get(), Reactor::kRead,
                                      [this, made = connection.get()](unsigned) { OnReady(*made); });
   connection->socket = std::move(socket);

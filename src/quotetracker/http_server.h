@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -20,12 +22,14 @@ namespace mirelo::quotetracker {
 class HttpServer {
  public:
   static constexpr std::size_t kMostConnections = 900;
-  static constexpr std::chrono::seconds kPatience{15};  // from the connection to the last byte of its reply
+  // From a connection to the last byte of its reply.
+  static constexpr std::chrono::seconds kPatience{15};
 
   using Answer = std::function<std::string(std::string_view resource)>;
 
   // The reactor outlives the server. Called on the reactor's thread, as all members are.
-  HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer, std::uint64_t seed);
+  HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer, std::uint64_t seed,
+             std::chrono::seconds patience = kPatience);
   ~HttpServer();
 
   std::uint16_t Port() const { return acceptor_.Port(); }
@@ -49,6 +53,7 @@ class HttpServer {
   Answer answer_;
   HttpFaultPlan fault_;
   Random random_;
+  std::chrono::seconds patience_;
   Token sweep_ = 0;
   std::unordered_map<Token, std::unique_ptr<Connection>> connections_;
   Acceptor acceptor_;
