@@ -15,7 +15,7 @@ namespace mirelo::quotetracker {
 // A plain client of the stream that waits for each answer.
 class StreamClient {
  public:
-  explicit StreamClient(std::uint16_t port) : tcp_(port) {}
+  explicit StreamClient(std::uint16_t port, int receive_buffer = 0) : tcp_(port, receive_buffer) {}
 
   testing::TcpClient& Tcp() { return tcp_; }
 

@@ -26,7 +26,12 @@ class TcpClient {
  public:
   static constexpr std::chrono::milliseconds kPatience{10'000};
 
-  explicit TcpClient(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  // `receive_buffer` bytes, or what the machine chooses, wait in the kernel for a client that does not read.
+  explicit TcpClient(std::uint16_t port, int receive_buffer = 0)
+      : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    if (receive_buffer > 0) {
+      ::setsockopt(socket_, SOL_SOCKET, SO_RCVBUF, &receive_buffer, sizeof receive_buffer);
+    }
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
