@@ -95,17 +95,21 @@ TEST_P(Formats, GoWithClearAndStayWithClearContents) {
   EXPECT_EQ(Range("B1")->Interior()->ColorIndex(), Variant(-4142));
 }
 
-TEST_P(Formats, TakeEveryColourOfThePaletteAndGiveBackOneThatLooksTheSame) {
+TEST_P(Formats, GiveBackEveryColourOfThePalette) {
   const auto cell = Range("A1");
   for (std::int32_t index = 1; index <= 56; ++index) {
+    SCOPED_TRACE(index);
     cell->Interior()->ColorIndex(index);
-    const std::int32_t first = cell->Interior()->ColorIndex().ToInt32();
-    EXPECT_LE(first, index) << "colours that stand in the palette twice read as their first index";
-    cell->Interior()->ColorIndex(first);
-    EXPECT_EQ(cell->Interior()->ColorIndex().ToInt32(), first);
-    if (index <= 16) {
-      EXPECT_EQ(first, index);
+    cell->Font()->ColorIndex(index);
+    const std::int32_t read = cell->Interior()->ColorIndex().ToInt32();
+    EXPECT_EQ(cell->Font()->ColorIndex(), Variant(read));
+    const bool is_for_charts =
+        17 <= index && index <= 32;  // some of these repeat another colour, and may read as that
+    if (!is_for_charts) {
+      EXPECT_EQ(read, index);
     }
+    cell->Interior()->ColorIndex(read);
+    EXPECT_EQ(cell->Interior()->ColorIndex(), Variant(read));
   }
 }
 

@@ -9,8 +9,12 @@
 namespace mirelo::workbook {
 
 // What the spreadsheet refuses to do, with a sentence for people.
-inline RuntimeError Refused(std::string why) {
-  return RuntimeError(host::excel::kApplicationError, std::move(why), "Workbook");
-}
+RuntimeError Refused(std::string why);
+
+// What the file system refuses, by its errno: number 61 (disk full) where there is no room, else 75.
+RuntimeError FileError(const std::string& doing, int reason);
+
+// Number 61.
+RuntimeError DiskFull(std::string why);
 
 }  // namespace mirelo::workbook

@@ -6,14 +6,13 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/text_units.h"
 #include "automation/text.h"
 
 namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::size_t kLongestCode = 255;
+constexpr std::size_t kLongestCode = 127;  // what the library that writes files takes
 constexpr std::size_t kMostSections = 4;
 
 constexpr std::string_view kDateLetters = "dmyhsDMYHS";
@@ -62,6 +61,8 @@ constexpr std::array<std::pair<std::uint8_t, std::string_view>, 36> kBuiltIn{{
 
 constexpr bool IsLetter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); }
 
+constexpr bool IsControl(char c) { return static_cast<unsigned char>(c) < ' '; }
+
 // [h], [mm], [ss]: a count of hours, minutes or seconds.
 bool IsElapsedTime(std::string_view bracketed) {
   const std::string_view inner = bracketed.substr(1, bracketed.size() - 2);
@@ -78,7 +79,7 @@ std::size_t WordLength(std::string_view code) {
 }  // namespace
 
 bool IsFormatCode(std::string_view code) {
-  if (code.empty() || Utf16Length(code) > kLongestCode) return false;
+  if (code.empty() || !CanBeKept(code)) return false;
   std::size_t sections = 1;
   while (!code.empty()) {
     std::size_t length = LiteralLength(code);
@@ -94,6 +95,10 @@ bool IsFormatCode(std::string_view code) {
     code.remove_prefix(length);
   }
   return true;
+}
+
+bool CanBeKept(std::string_view code) {
+  return code.size() <= kLongestCode && std::none_of(code.begin(), code.end(), IsControl);
 }
 
 bool IsDateFormat(std::string_view code) {

@@ -10,8 +10,11 @@ namespace mirelo::workbook {
 // Number format codes in their United States form, such as "#,##0.00;[Red]-0" or "mm/dd/yyyy".
 
 // Whether the text can be read as a code: up to four sections, quotes and brackets closed, no letters besides
-// those that mean something, at most 255 characters.
+// those that mean something, and fit to be kept.
 bool IsFormatCode(std::string_view code);
+
+// Whether a file can carry the code: at most 127 bytes without control characters.
+bool CanBeKept(std::string_view code);
 
 // Whether numbers in this format show as dates or times.
 bool IsDateFormat(std::string_view code);

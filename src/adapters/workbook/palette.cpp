@@ -7,7 +7,11 @@ namespace mirelo::workbook {
 
 namespace {
 
-// Index 1 first. Indexes 17 to 32 are meant for charts and repeat some of the others.
+// Indexes that are meant for charts and repeat some of the others.
+constexpr std::int32_t kFirstForCharts = 17;
+constexpr std::int32_t kLastForCharts = 32;
+
+// Index 1 first.
 constexpr std::array<Color, kPaletteSize> kPalette{
     0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF,  //
     0x800000, 0x008000, 0x000080, 0x808000, 0x800080, 0x008080, 0xC0C0C0, 0x808080,  //
@@ -30,9 +34,14 @@ Color PaletteColor(std::int32_t index) { return kPalette[static_cast<std::size_t
 
 std::int32_t NearestIndex(Color color) {
   std::int32_t nearest = 1;
-  for (std::int32_t index = 2; index <= kPaletteSize; ++index) {
-    if (Distance(color, PaletteColor(index)) < Distance(color, PaletteColor(nearest))) nearest = index;
-  }
+  const auto look_at = [&](std::int32_t first, std::int32_t last) {
+    for (std::int32_t index = first; index <= last; ++index) {
+      if (Distance(color, PaletteColor(index)) < Distance(color, PaletteColor(nearest))) nearest = index;
+    }
+  };
+  look_at(1, kFirstForCharts - 1);
+  look_at(kLastForCharts + 1, kPaletteSize);
+  look_at(kFirstForCharts, kLastForCharts);
   return nearest;
 }
 

@@ -11,7 +11,8 @@ inline constexpr std::int32_t kPaletteSize = 56;
 // The colour of an index from 1 to kPaletteSize of the standard palette.
 Color PaletteColor(std::int32_t index);
 
-// The lowest index of the nearest colour. `color` is not automatic.
+// The index of the nearest colour; of equals the lowest, those that are meant for charts (17 to 32) last.
+// `color` is not automatic.
 std::int32_t NearestIndex(Color color);
 
 }  // namespace mirelo::workbook

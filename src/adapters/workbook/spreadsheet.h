@@ -1,7 +1,11 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
+#include "adapters/workbook/load_limits.h"
 #include "automation/regional_format.h"
 #include "host/excel/application.h"
 
@@ -16,13 +20,31 @@ class Spreadsheet {
   // A workbook with one empty sheet, "Sheet1". Typed text is read in the way of the region.
   static Spreadsheet New(const RegionalFormat& regional = RegionalFormat::Standard());
 
+  // Loads a file. Error 53 when there is none, 75 when it cannot be read; 1004 when it is no .xlsx workbook,
+  // is damaged or goes beyond the limits, with a text that names the file, the part of it and what is wrong
+  // there.
+  static Spreadsheet Open(const std::filesystem::path& file,
+                          const RegionalFormat& regional = RegionalFormat::Standard(),
+                          const LoadLimits& limits = {});
+
   std::shared_ptr<host::excel::Application> Application() const { return application_; }
 
+  // What the loaded file holds that will be missing, or be something else, once the workbook is saved over
+  // it: one sentence each, in the file's order. Empty for a new workbook.
+  const std::vector<std::string>& Losses() const { return losses_; }
+
+  // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
+  // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes
+  // on pointing at it. Error 61 when the disk is full, 75 when the file or its folder cannot be written, 1004
+  // when what was written does not read back. Numbers keep 16 significant digits.
+  void Save(const std::filesystem::path& file);
+
  private:
-  explicit Spreadsheet(std::shared_ptr<Book> book);
+  explicit Spreadsheet(std::shared_ptr<Book> book, std::vector<std::string> losses = {});
 
   std::shared_ptr<Book> book_;
   std::shared_ptr<host::excel::Application> application_;
+  std::vector<std::string> losses_;
 };
 
 }  // namespace mirelo::workbook

@@ -92,8 +92,8 @@ class Range : public Object {
   // Takes away values only.
   virtual void ClearContents() = 0;
 
-  // A format code in its United States form, "General" at the start. Error 1004 for a text that is no format
-  // code.
+  // A format code in its United States form, "General" at the start. Error 1004 for a text that is no format code or
+  // is longer than 127 bytes.
   virtual Variant NumberFormat() = 0;
   virtual void NumberFormat(std::string_view format) = 0;
 

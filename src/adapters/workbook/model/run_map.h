@@ -22,6 +22,30 @@ class RunMap {
 
   RunMap(std::int32_t limit, T value) : limit_(limit) { runs_.push_back({1, std::move(value)}); }
 
+  // The values of `base` with others laid over it: patches in ascending order that do not overlap. Linear in
+  // both.
+  struct Patch {
+    std::int32_t first;
+    std::int32_t last;
+    T value;
+  };
+  static RunMap Overlay(const RunMap& base, const std::vector<Patch>& patches) {
+    RunMap result(base.limit_);
+    std::int32_t next = 1;
+    const auto copy_base_to = [&](std::int32_t last) {
+      if (next > last) return;
+      base.ForEach(next, last,
+                   [&](std::int32_t first, std::int32_t, const T& value) { result.Append(first, value); });
+    };
+    for (const Patch& patch : patches) {
+      copy_base_to(patch.first - 1);
+      result.Append(patch.first, patch.value);
+      next = patch.last + 1;
+    }
+    copy_base_to(base.limit_);
+    return result;
+  }
+
   const T& At(std::int32_t number) const { return runs_[IndexOf(number)].value; }
 
   // Calls change(T&) for each run from `first` to `last`; runs are split at these two and joined again where
@@ -51,6 +75,12 @@ class RunMap {
   friend bool operator==(const RunMap&, const RunMap&) = default;
 
  private:
+  explicit RunMap(std::int32_t limit) : limit_(limit) {}
+
+  void Append(std::int32_t first, const T& value) {
+    if (runs_.empty() || !(runs_.back().value == value)) runs_.push_back({first, value});
+  }
+
   std::int32_t LastOf(std::size_t index) const {
     return index + 1 == runs_.size() ? limit_ : runs_[index + 1].first - 1;
   }

@@ -16,7 +16,7 @@ struct FontStyle {
   bool bold = false;
   bool italic = false;
   bool strikeout = false;
-  std::uint8_t underline = 0;  // 0 none, 1 single, 2 double, 33 and 34 their accounting forms
+  std::uint8_t underline = 0;  // 0 none, 1 single, 2 double, 3 and 4 their accounting forms
   Color color = kAutomatic;
   friend bool operator==(const FontStyle&, const FontStyle&) = default;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 
 #include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/run_map.h"
@@ -15,6 +16,7 @@ class StyleGrid {
   using Rows = RunMap<StyleId>;
 
   StyleGrid() : columns_(kColumns, Rows(kRows, kDefaultStyle)) {}
+  explicit StyleGrid(RunMap<Rows> columns) : columns_(std::move(columns)) {}
 
   StyleId At(std::int32_t row, std::int32_t column) const { return columns_.At(column).At(row); }
   const Rows& Column(std::int32_t column) const { return columns_.At(column); }

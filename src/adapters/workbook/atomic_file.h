@@ -1,0 +1,24 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "automation/runtime_error.h"
+
+namespace mirelo::workbook {
+
+// The whole file. Error 53 when there is none, 75 when it cannot be read or is no regular file, 1004 when it
+// is larger than `most` bytes.
+std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t most);
+
+// Replaces `file` (a symbolic link's target, where it is one) by what write(path) puts into a new file beside
+// it: write may open that path as often as it likes. The change happens at once, when the new file is on the
+// disk as a whole, and keeps the old one's permissions and owner; when anything fails, what write raises
+// included, the old file is as it was and the new one is gone. Error 61 when the disk is full, 75 for other
+// failures of the file system.
+void ReplaceFile(const std::filesystem::path& file,
+                 const std::function<void(const std::filesystem::path&)>& write);
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
+
+#include "adapters/workbook/model/style.h"
+#include "adapters/workbook/xlsx/package.h"
+
+namespace mirelo::workbook {
+
+// Turns the ways in which a file names colours (a value, a palette's index, a theme's colour with a tint)
+// into values.
+class ColorReader {
+ public:
+  // The colours of a theme's part; an empty name stands for a workbook without theme.
+  ColorReader(Package& package, const std::string& theme_part);
+
+  // A palette of the file's own instead of the standard one: the element "indexedColors", or null.
+  void ReadPalette(pugi::xml_node indexed_colors);
+
+  // The colour of an element such as "fgColor". Automatic for a null element, for system colours and for the
+  // theme's plain text colour.
+  Color Read(pugi::xml_node element) const;
+
+ private:
+  std::vector<Color> theme_;    // in the order of the indexes that refer to it
+  std::vector<Color> indexed_;  // empty: the standard palette
+};
+
+}  // namespace mirelo::workbook

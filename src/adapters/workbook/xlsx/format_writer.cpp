@@ -1,0 +1,112 @@
+#include "adapters/workbook/xlsx/format_writer.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/format_code.h"
+#include "host/excel/constants.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+using namespace host::excel;
+
+constexpr std::array<std::pair<std::int32_t, std::uint8_t>, 8> kHorizontal{{
+    {xlHAlignGeneral, LXW_ALIGN_NONE},
+    {xlHAlignLeft, LXW_ALIGN_LEFT},
+    {xlHAlignCenter, LXW_ALIGN_CENTER},
+    {xlHAlignRight, LXW_ALIGN_RIGHT},
+    {xlHAlignFill, LXW_ALIGN_FILL},
+    {xlHAlignJustify, LXW_ALIGN_JUSTIFY},
+    {xlHAlignCenterAcrossSelection, LXW_ALIGN_CENTER_ACROSS},
+    {xlHAlignDistributed, LXW_ALIGN_DISTRIBUTED},
+}};
+
+// In the order of the numbers in Alignment::vertical.
+constexpr std::array<std::uint8_t, 5> kVertical{LXW_ALIGN_NONE, LXW_ALIGN_VERTICAL_TOP,
+                                                LXW_ALIGN_VERTICAL_CENTER, LXW_ALIGN_VERTICAL_JUSTIFY,
+                                                LXW_ALIGN_VERTICAL_DISTRIBUTED};
+
+// In the order of Edge, but for the diagonal.
+constexpr std::array<void (*)(lxw_format*, std::uint8_t), 4> kSetLine{format_set_left, format_set_right,
+                                                                      format_set_top, format_set_bottom};
+constexpr std::array<void (*)(lxw_format*, lxw_color_t), 4> kSetLineColor{
+    format_set_left_color, format_set_right_color, format_set_top_color, format_set_bottom_color};
+
+// The writer takes 0 for no colour and has a number of its own for black.
+lxw_color_t ColorOf(Color color) {
+  if (color == kAutomatic) return LXW_COLOR_UNSET;
+  return color == 0 ? static_cast<lxw_color_t>(LXW_COLOR_BLACK) : static_cast<lxw_color_t>(color);
+}
+
+void SetFont(lxw_format* format, const FontStyle& font) {
+  format_set_font_name(format, font.name.c_str());
+  format_set_font_size(format, font.size);
+  if (font.bold) format_set_bold(format);
+  if (font.italic) format_set_italic(format);
+  if (font.strikeout) format_set_font_strikeout(format);
+  if (font.underline != 0) format_set_underline(format, font.underline);
+  if (font.color != kAutomatic) format_set_font_color(format, ColorOf(font.color));
+}
+
+void SetNumberFormat(lxw_format* format, const std::string& code) {
+  if (const auto number = BuiltInFormatNumber(code)) {
+    format_set_num_format_index(format, *number);
+  } else {
+    format_set_num_format(format, code.c_str());
+  }
+}
+
+void SetFill(lxw_format* format, const FillStyle& fill) {
+  if (fill.pattern == 0) return;
+  format_set_pattern(format, fill.pattern);
+  if (fill.foreground != kAutomatic) format_set_fg_color(format, ColorOf(fill.foreground));
+  if (fill.background != kAutomatic) format_set_bg_color(format, ColorOf(fill.background));
+}
+
+void SetBorder(lxw_format* format, const BorderStyle& border) {
+  for (std::size_t edge = 0; edge < kSetLine.size(); ++edge) {
+    const auto& [line, color] = border.edges[edge];
+    if (line == 0) continue;
+    kSetLine[edge](format, line);
+    if (color != kAutomatic) kSetLineColor[edge](format, ColorOf(color));
+  }
+  const auto& [line, color] = border.edges[static_cast<std::size_t>(Edge::Diagonal)];
+  if (line == 0 || border.diagonals == 0) return;
+  format_set_diag_type(format, border.diagonals);
+  format_set_diag_border(format, line);
+  if (color != kAutomatic) format_set_diag_color(format, ColorOf(color));
+}
+
+void SetAlignment(lxw_format* format, const Alignment& alignment) {
+  for (const auto& [horizontal, align] : kHorizontal) {
+    if (horizontal == alignment.horizontal && align != LXW_ALIGN_NONE) format_set_align(format, align);
+  }
+  if (alignment.vertical != 0) format_set_align(format, kVertical[alignment.vertical]);
+  if (alignment.indent != 0) format_set_indent(format, alignment.indent);
+  if (alignment.rotation != 0) format_set_rotation(format, alignment.rotation);
+  if (alignment.wrap) format_set_text_wrap(format);
+  if (alignment.shrink) format_set_shrink(format);
+}
+
+}  // namespace
+
+lxw_format* FormatWriter::For(StyleId id) {
+  lxw_format*& format = formats_[id];
+  if (format != nullptr) return format;
+  format = workbook_add_format(workbook_);
+  if (format == nullptr) throw Errors::OutOfMemory();
+  const Style& style = styles_.Get(id);
+  SetFont(format, style.font);
+  SetNumberFormat(format, style.number_format);
+  SetFill(format, style.fill);
+  SetBorder(format, style.border);
+  SetAlignment(format, style.alignment);
+  return format;
+}
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "adapters/workbook/load_limits.h"
+#include "adapters/workbook/xlsx/package.h"
+
+namespace mirelo::workbook {
+
+// What is left of the limits that all sheets of a file share.
+class LoadBudget {
+ public:
+  explicit LoadBudget(const LoadLimits& limits)
+      : cells_(limits.cells), text_bytes_(limits.text_bytes), format_runs_(limits.cells) {}
+
+  void TakeCell(std::string_view part) { Take(cells_, 1, part, "too many cells"); }
+  void TakeText(std::size_t bytes, std::string_view part) { Take(text_bytes_, bytes, part, "too much text"); }
+  void TakeFormatRuns(std::size_t runs, std::string_view part) {
+    Take(format_runs_, runs, part, "too many formats");
+  }
+
+ private:
+  static void Take(std::size_t& left, std::size_t amount, std::string_view part, std::string_view what) {
+    if (amount > left) throw Damaged(part, what);
+    left -= amount;
+  }
+
+  std::size_t cells_;
+  std::size_t text_bytes_;
+  std::size_t format_runs_;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,50 @@
+#include "adapters/workbook/xlsx/properties_reader.h"
+
+#include <array>
+#include <span>
+#include <string_view>
+
+#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/xlsx/xml_part.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+struct Field {
+  std::string_view element;
+  std::string DocumentProperties::*member;
+};
+
+constexpr std::array<Field, 7> kCoreFields{{
+    {"title", &DocumentProperties::title},
+    {"subject", &DocumentProperties::subject},
+    {"creator", &DocumentProperties::author},
+    {"keywords", &DocumentProperties::keywords},
+    {"description", &DocumentProperties::comments},
+    {"category", &DocumentProperties::category},
+    {"contentStatus", &DocumentProperties::status},
+}};
+constexpr std::array<Field, 2> kExtendedFields{{
+    {"Manager", &DocumentProperties::manager},
+    {"Company", &DocumentProperties::company},
+}};
+
+void ReadFields(Package& package, const Relationship* link, std::string_view root,
+                std::span<const Field> fields, DocumentProperties& properties) {
+  if (link == nullptr || link->external || !package.Has(link->target)) return;
+  const XmlPart xml(package, link->target, root);
+  for (const auto& [element, member] : fields)
+    properties.*member = CleanText(Text(Child(xml.root(), element)));
+}
+
+}  // namespace
+
+DocumentProperties ReadProperties(Package& package, const Relationships& links) {
+  DocumentProperties properties;
+  ReadFields(package, links.FindType("core-properties"), "coreProperties", kCoreFields, properties);
+  ReadFields(package, links.FindType("extended-properties"), "Properties", kExtendedFields, properties);
+  return properties;
+}
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/workbook/xlsx/package.h"
+
+namespace mirelo::workbook {
+
+// A link from one part to another, or to something outside of the file.
+struct Relationship {
+  std::string id;
+  std::string type;    // the last word of its type's address, such as "worksheet"
+  std::string target;  // the name of a part, or an address when external
+  bool external = false;
+};
+
+class Relationships {
+ public:
+  // Those of a part, none when it has no list of them; of the whole package for an empty name.
+  Relationships(Package& package, const std::string& part);
+
+  const std::vector<Relationship>& all() const { return all_; }
+  // Null when there is none.
+  const Relationship* FindId(std::string_view id) const;
+  const Relationship* FindType(std::string_view type) const;
+
+ private:
+  std::vector<Relationship> all_;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,211 @@
+#include "adapters/workbook/xlsx/sheet_losses.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <string_view>
+
+#include "adapters/workbook/xlsx/xml_part.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+// A word of the file format and what a person would call the thing. Empty: it is kept, or there is nothing to
+// lose.
+struct Kind {
+  std::string_view word;
+  std::string_view meaning;
+};
+
+constexpr std::string_view kPrintSettings = "print settings";
+constexpr std::string_view kNewer = "features of newer programs";
+
+constexpr std::array kSheetElements = std::to_array<Kind>({
+    {"dimension", ""},
+    {"sheetViews", ""},     // looked into by itself
+    {"sheetFormatPr", ""},  // likewise
+    {"cols", ""},
+    {"sheetData", ""},
+    {"sheetCalcPr", ""},
+    {"pageMargins", ""},
+    {"phoneticPr", ""},
+    {"drawing", ""},  // reported by the part that it refers to, as are the next four
+    {"legacyDrawing", ""},
+    {"legacyDrawingHF", ""},
+    {"tableParts", ""},
+    {"picture", ""},
+    {"sheetPr", ""},
+    {"autoFilter", "filters"},
+    {"sortState", "filters"},
+    {"cellWatches", "watched cells"},
+    {"colBreaks", "page breaks"},
+    {"rowBreaks", "page breaks"},
+    {"conditionalFormatting", "conditional formats"},
+    {"controls", "form controls"},
+    {"customProperties", "custom properties"},
+    {"customSheetViews", "custom views"},
+    {"dataConsolidate", "data consolidation"},
+    {"dataValidations", "data validation"},
+    {"extLst", kNewer},
+    {"AlternateContent", kNewer},
+    {"headerFooter", "page headers and footers"},
+    {"hyperlinks", "hyperlinks"},
+    {"ignoredErrors", "ignored errors"},
+    {"mergeCells", "merged cells"},
+    {"oleObjects", "embedded objects"},
+    {"pageSetup", kPrintSettings},
+    {"printOptions", kPrintSettings},
+    {"protectedRanges", "protection"},
+    {"scenarios", "scenarios"},
+    {"sheetProtection", "protection"},
+    {"smartTags", "smart tags"},
+    {"webPublishItems", "web publishing"},
+});
+
+constexpr std::array kSheetParts = std::to_array<Kind>({
+    {"hyperlink", ""},   // reported by the element
+    {"vmlDrawing", ""},  // the shapes of comments and controls, which are reported by themselves
+    {"comments", "comments"},
+    {"threadedComment", "comments"},
+    {"ctrlProp", "form controls"},
+    {"control", "form controls"},
+    {"drawing", "charts, pictures or shapes"},
+    {"image", "a background picture"},
+    {"oleObject", "embedded objects"},
+    {"package", "embedded objects"},
+    {"pivotTable", "pivot tables"},
+    {"printerSettings", kPrintSettings},
+    {"queryTable", "queries"},
+    {"slicer", "slicers"},
+    {"table", "tables"},
+    {"timeline", "timelines"},
+});
+
+constexpr std::array kWorkbookElements = std::to_array<Kind>({
+    {"AlternateContent", ""},  // where the file was saved
+    {"bookViews", ""},
+    {"calcPr", ""},
+    {"extLst", ""},
+    {"externalReferences", ""},  // reported by the part, as are the next two
+    {"pivotCaches", ""},
+    {"revisionPtr", ""},
+    {"fileVersion", ""},
+    {"sheets", ""},
+    {"workbookPr", ""},
+    {"customWorkbookViews", "custom views"},
+    {"definedNames", "defined names"},
+    {"fileRecoveryPr", ""},
+    {"fileSharing", "write protection"},
+    {"functionGroups", "function groups"},
+    {"oleSize", "the size of an embedded view"},
+    {"smartTagPr", "smart tags"},
+    {"smartTagTypes", "smart tags"},
+    {"webPublishObjects", "web publishing"},
+    {"webPublishing", "web publishing"},
+    {"workbookProtection", "protection"},
+});
+
+constexpr std::array kWorkbookParts = std::to_array<Kind>({
+    {"calcChain", ""},
+    {"chartsheet", ""},   // reported with its name
+    {"dialogsheet", ""},  // likewise, and the next
+    {"xlMacrosheet", ""},
+    {"sharedStrings", ""},
+    {"styles", ""},
+    {"theme", ""},
+    {"worksheet", ""},
+    {"attachedToolbars", "toolbars"},
+    {"connections", "data connections"},
+    {"customXml", "custom data"},
+    {"externalLink", "links to other workbooks"},
+    {"person", "the people of comment threads"},
+    {"pivotCacheDefinition", "the data of pivot tables"},
+    {"sheetMetadata", "metadata of cells"},
+    {"slicerCache", "slicers"},
+    {"timelineCache", "timelines"},
+    {"vbaProject", "macros"},
+});
+
+constexpr std::array kPackageParts = std::to_array<Kind>({
+    {"core-properties", ""},
+    {"extended-properties", ""},
+    {"officeDocument", ""},
+    {"thumbnail", ""},
+    {"custom-properties", "custom document properties"},
+    {"extensibility", "toolbars"},
+    {"origin", "the digital signature"},
+});
+
+std::string MeaningOf(std::span<const Kind> kinds, std::string_view word) {
+  const auto found =
+      std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) { return kind.word == word; });
+  return found == kinds.end() ? "what the file calls \"" + std::string(word) + "\""
+                              : std::string(found->meaning);
+}
+
+template <class Report>
+void ReportElements(pugi::xml_node parent, std::span<const Kind> kinds, Report&& report) {
+  for (const pugi::xml_node child : parent.children()) {
+    const bool is_empty = !child.first_child() && !child.first_attribute();
+    if (child.type() != pugi::node_element || is_empty) continue;
+    const std::string meaning = MeaningOf(kinds, LocalName(child));
+    if (!meaning.empty()) report(meaning);
+  }
+}
+
+template <class Report>
+void ReportParts(const Relationships& links, std::span<const Kind> kinds, Report&& report) {
+  for (const Relationship& link : links.all()) {
+    const std::string meaning = MeaningOf(kinds, link.type);
+    if (!meaning.empty()) report(meaning);
+  }
+}
+
+// A pane that is split but not frozen, or another look at the sheet than the usual one.
+void ReportViews(pugi::xml_node worksheet, const std::string& sheet, Losses& losses) {
+  ForEachChild(Child(worksheet, "sheetViews"), "sheetView", [&](pugi::xml_node view) {
+    const std::string_view zoom = Attribute(view, "zoomScale");
+    const bool is_usual = (zoom.empty() || zoom == "100") && Flag(view, "showGridLines", true) &&
+                          Flag(view, "showRowColHeaders", true) && Flag(view, "showZeros", true) &&
+                          !Flag(view, "rightToLeft", false) && !Flag(view, "showFormulas", false) &&
+                          (!HasAttribute(view, "view") || Attribute(view, "view") == "normal");
+    if (!is_usual) losses.Add(sheet, "not kept: view settings such as zoom and grid lines.");
+    const pugi::xml_node pane = Child(view, "pane");
+    if (pane && !Attribute(pane, "state").starts_with("frozen")) losses.Add(sheet, "not kept: split panes.");
+  });
+}
+
+void ReportGroups(pugi::xml_node worksheet, const std::string& sheet, Losses& losses) {
+  const pugi::xml_node format = Child(worksheet, "sheetFormatPr");
+  if (Number<int>(format, "outlineLevelRow").value_or(0) > 0 ||
+      Number<int>(format, "outlineLevelCol").value_or(0) > 0) {
+    losses.Add(sheet, "not kept: groups of rows and columns.");
+  }
+  if (Flag(format, "customHeight", false)) losses.Add(sheet, "not kept: the standard height of rows.");
+  if (Child(Child(worksheet, "sheetPr"), "tabColor")) losses.Add(sheet, "not kept: the colour of the tab.");
+}
+
+}  // namespace
+
+void ReportSheetLosses(pugi::xml_node worksheet, const Relationships& links, const std::string& sheet,
+                       Losses& losses) {
+  const auto report = [&](const std::string& meaning) { losses.Add(sheet, "not kept: " + meaning + "."); };
+  ReportElements(worksheet, kSheetElements, report);
+  ReportParts(links, kSheetParts, report);
+  ReportViews(worksheet, sheet, losses);
+  ReportGroups(worksheet, sheet, losses);
+}
+
+void ReportWorkbookLosses(pugi::xml_node workbook, const Relationships& links, Losses& losses) {
+  const auto report = [&](const std::string& meaning) { losses.Add("Workbook: not kept: " + meaning + "."); };
+  ReportElements(workbook, kWorkbookElements, report);
+  ReportParts(links, kWorkbookParts, report);
+}
+
+void ReportPackageLosses(const Relationships& links, Losses& losses) {
+  ReportParts(links, kPackageParts,
+              [&](const std::string& meaning) { losses.Add("Workbook: not kept: " + meaning + "."); });
+}
+
+}  // namespace mirelo::workbook

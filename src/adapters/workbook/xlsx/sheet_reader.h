@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "adapters/workbook/model/book.h"
+#include "adapters/workbook/xlsx/load_budget.h"
+#include "adapters/workbook/xlsx/losses.h"
+#include "adapters/workbook/xlsx/package.h"
+#include "adapters/workbook/xlsx/shared_strings.h"
+
+namespace mirelo::workbook {
+
+// What the sheets of a file refer to.
+struct SheetContext {
+  Package& package;
+  Book& book;
+  std::vector<SharedString> strings;
+  std::vector<StyleId> styles;  // by the number that cells use
+  bool counts_from_1904 = false;
+  LoadBudget budget;
+  Losses& losses;
+};
+
+// Fills a sheet, which bears its name already, from its part.
+void ReadSheet(SheetContext& context, const std::string& part, Sheet& sheet);
+
+}  // namespace mirelo::workbook

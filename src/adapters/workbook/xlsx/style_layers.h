@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "adapters/workbook/model/style_grid.h"
+#include "adapters/workbook/xlsx/load_budget.h"
+
+namespace mirelo::workbook {
+
+// The formats of a sheet as a file tells them: those of columns, over them those of rows, over both those of
+// cells.
+class StyleLayers {
+ public:
+  void SetColumns(std::int32_t first, std::int32_t last, StyleId style);
+  // Rows in ascending order.
+  void SetRow(std::int32_t row, StyleId style);
+  // Cells of a column in ascending order.
+  void SetCell(std::int32_t row, std::int32_t column, StyleId style);
+
+  // Lays them over each other. Takes the runs that this makes from the budget.
+  StyleGrid Build(LoadBudget& budget, const std::string& part) const;
+
+ private:
+  using Rows = StyleGrid::Rows;
+  using Patches = std::vector<Rows::Patch>;
+
+  static void Append(Patches& patches, std::int32_t row, StyleId style);
+
+  struct ColumnStyle {
+    std::int32_t first;
+    std::int32_t last;
+    StyleId style;
+  };
+  std::vector<ColumnStyle> columns_;
+  Patches rows_;
+  std::map<std::int32_t, Patches> cells_;  // by column
+};
+
+}  // namespace mirelo::workbook

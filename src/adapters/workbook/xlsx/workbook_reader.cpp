@@ -1,0 +1,138 @@
+#include "adapters/workbook/xlsx/workbook_reader.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include "adapters/workbook/sheet_name.h"
+#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/xlsx/properties_reader.h"
+#include "adapters/workbook/xlsx/relationships.h"
+#include "adapters/workbook/xlsx/sheet_losses.h"
+#include "adapters/workbook/xlsx/sheet_reader.h"
+#include "adapters/workbook/xlsx/style_reader.h"
+#include "adapters/workbook/xlsx/xml_part.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+std::string WorkbookPart(Package& package, const Relationships& links) {
+  const Relationship* link = links.FindType("officeDocument");
+  if (link == nullptr || !package.Has(link->target)) throw Damaged("archive", "this is no .xlsx workbook");
+  return link->target;
+}
+
+class WorkbookReader {
+ public:
+  WorkbookReader(std::span<const char> file, const LoadLimits& limits)
+      : package_(file, limits),
+        package_links_(package_, ""),
+        xml_(package_, WorkbookPart(package_, package_links_), "workbook"),
+        links_(package_, xml_.name()),
+        book_(std::make_shared<Book>()) {}
+
+  LoadedBook Read() {
+    SheetContext context{package_, *book_, {}, {}, false, LoadBudget(package_.limits()), losses_};
+    context.counts_from_1904 = Flag(Child(xml_.root(), "workbookPr"), "date1904", false);
+    context.styles = ReadStyleTable();
+    if (const std::string part = PartOfType("sharedStrings"); !part.empty()) {
+      context.strings = ReadSharedStrings(package_, part);
+    }
+    ReadSheets(context);
+    ReadActiveSheet();
+    book_->properties = ReadProperties(package_, package_links_);
+    ReportWorkbookLosses(xml_.root(), links_, losses_);
+    ReportPackageLosses(package_links_, losses_);
+    return {book_, losses_.list()};
+  }
+
+ private:
+  // The part that the workbook refers to by this type; empty when it refers to none.
+  std::string PartOfType(std::string_view type) const {
+    const Relationship* link = links_.FindType(type);
+    return link == nullptr || link->external ? "" : link->target;
+  }
+
+  std::vector<StyleId> ReadStyleTable() {
+    std::vector<Style> styles(1);
+    if (const std::string part = PartOfType("styles"); !part.empty()) {
+      ColorReader colors(package_, PartOfType("theme"));
+      styles = ReadStyles(package_, part, colors, losses_);
+    }
+    book_->styles = StyleTable(styles.front());
+    std::vector<StyleId> ids;
+    for (const Style& style : styles) ids.push_back(book_->styles.Intern(style));
+    return ids;
+  }
+
+  void ReadSheets(SheetContext& context) {
+    std::int32_t place = 0;
+    ForEachChild(Child(xml_.root(), "sheets"), "sheet", [&](pugi::xml_node node) {
+      if (static_cast<std::size_t>(++place) > package_.limits().sheets)
+        throw Damaged(xml_.name(), "too many sheets");
+      places_.push_back(book_->sheets.size());
+      ReadSheetEntry(context, node);
+    });
+    if (book_->sheets.empty()) throw Damaged(xml_.name(), "the workbook has no worksheet");
+  }
+
+  void ReadSheetEntry(SheetContext& context, pugi::xml_node node) {
+    const std::string name = CleanText(Attribute(node, "name"));
+    const Relationship* link = links_.FindId(Attribute(node, "id"));
+    if (link == nullptr || link->external) throw Damaged(xml_.name(), "sheet \"" + name + "\" has no part");
+    if (link->type != "worksheet") {
+      losses_.Add("Workbook: not kept: \"" + name + "\", a sheet of the kind \"" + link->type + "\".");
+      return;
+    }
+    auto sheet = std::make_shared<Sheet>(name);
+    if (const std::string_view objection = NameObjection(*book_, *sheet, name); !objection.empty()) {
+      sheet->name = FreeName(*sheet);
+      losses_.Add("Sheet \"" + name + "\" is renamed to \"" + sheet->name + "\": " + std::string(objection));
+    }
+    const std::string_view state = Attribute(node, "state");
+    sheet->hidden = state == "hidden" || state == "veryHidden";
+    if (state == "veryHidden") losses_.Add(sheet->name, "becomes a sheet that a person can unhide.");
+    book_->sheets.push_back(sheet);
+    ReadSheet(context, link->target, *sheet);
+  }
+
+  std::string FreeName(const Sheet& sheet) const {
+    for (std::size_t number = book_->sheets.size() + 1;; ++number) {
+      std::string name = "Sheet" + std::to_string(number);
+      if (NameObjection(*book_, sheet, name).empty()) return name;
+    }
+  }
+
+  // The active sheet, or the first that can be seen.
+  void ReadActiveSheet() {
+    const auto tab =
+        Number<std::size_t>(Child(Child(xml_.root(), "bookViews"), "workbookView"), "activeTab").value_or(0);
+    if (tab < places_.size()) book_->active = std::min(places_[tab], book_->sheets.size() - 1);
+    if (!book_->sheets[book_->active]->hidden) return;
+    const auto visible =
+        std::find_if(book_->sheets.begin(), book_->sheets.end(), [](const auto& s) { return !s->hidden; });
+    if (visible == book_->sheets.end()) {
+      book_->sheets[book_->active]->hidden = false;
+    } else {
+      book_->active = static_cast<std::size_t>(visible - book_->sheets.begin());
+    }
+  }
+
+  Package package_;
+  Relationships package_links_;
+  XmlPart xml_;
+  Relationships links_;
+  std::shared_ptr<Book> book_;
+  Losses losses_;
+  std::vector<std::size_t> places_;  // of each sheet in the file, how many worksheets stand before it
+};
+
+}  // namespace
+
+LoadedBook ReadWorkbook(std::span<const char> file, const LoadLimits& limits) {
+  return WorkbookReader(file, limits).Read();
+}
+
+}  // namespace mirelo::workbook

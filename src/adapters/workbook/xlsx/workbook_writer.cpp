@@ -1,0 +1,63 @@
+#include "adapters/workbook/xlsx/workbook_writer.h"
+
+#include <xlsxwriter.h>
+
+#include <memory>
+#include <string>
+
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/xlsx/format_writer.h"
+#include "adapters/workbook/xlsx/sheet_writer.h"
+#include "adapters/workbook/xlsx/writer_error.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+struct FreeWorkbook {
+  void operator()(lxw_workbook* workbook) const { lxw_workbook_free(workbook); }
+};
+using Workbook = std::unique_ptr<lxw_workbook, FreeWorkbook>;
+
+Workbook NewFile(const std::filesystem::path& file) {
+  std::string folder = file.parent_path().string();
+  if (folder.empty()) folder = ".";
+  lxw_workbook_options options{};
+  options.tmpdir = folder.data();
+  Workbook workbook(workbook_new_opt(file.c_str(), &options));
+  if (workbook == nullptr) throw Errors::OutOfMemory();
+  return workbook;
+}
+
+void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
+  lxw_doc_properties fields{};
+  fields.title = properties.title.data();
+  fields.subject = properties.subject.data();
+  fields.author = properties.author.data();
+  fields.keywords = properties.keywords.data();
+  fields.comments = properties.comments.data();
+  fields.category = properties.category.data();
+  fields.status = properties.status.data();
+  fields.manager = properties.manager.data();
+  fields.company = properties.company.data();
+  CheckWriter(workbook_set_properties(workbook, &fields));
+}
+
+}  // namespace
+
+void WriteWorkbook(const Book& book, const std::filesystem::path& file) {
+  Workbook workbook = NewFile(file);
+  FormatWriter formats(workbook.get(), book.styles);
+  for (std::size_t i = 0; i < book.sheets.size(); ++i) {
+    const Sheet& sheet = *book.sheets[i];
+    lxw_worksheet* worksheet = workbook_add_worksheet(workbook.get(), sheet.name.c_str());
+    if (worksheet == nullptr) throw Refused("The sheet \"" + sheet.name + "\" cannot be written.");
+    if (i == book.active) worksheet_activate(worksheet);
+    if (sheet.hidden) worksheet_hide(worksheet);
+    WriteSheet(sheet, worksheet, formats);
+  }
+  WriteProperties(workbook.get(), book.properties);
+  CheckWriter(workbook_close(workbook.release()));
+}
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,104 @@
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cstdio>
+#include <sstream>
+
+#include "workbook/workbook_files.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::StartsWith;
+using workbook::Spreadsheet;
+
+// With another program, openpyxl, at the other end.
+class Interchange : public WorkbookFiles {
+ protected:
+  // The lines that a script of this folder prints about a file.
+  static std::vector<std::string> Run(const std::string& script, const std::filesystem::path& file) {
+    const std::string command = "PYTHONIOENCODING=utf-8 " MIRELO_PYTHON " '" MIRELO_WORKBOOK_SCRIPTS "/" +
+                                script + "' '" + file.string() + "' 2>&1";
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) return {"the script cannot be run"};
+    std::string output;
+    std::array<char, 4096> buffer;
+    for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
+      output.append(buffer.data(), count);
+    EXPECT_EQ(pclose(pipe), 0) << output;
+    std::vector<std::string> lines;
+    std::istringstream in(output);
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+  }
+};
+
+TEST_F(Interchange, AnotherProgramSeesTheQuoteTable) {
+  auto spreadsheet = Spreadsheet::New();
+  const auto sheet = BookOf(spreadsheet)->Worksheets()->Add();
+  sheet->Name("Dovanta2_Quotes");
+  sheet->Range("A1")->Value("SnapShot( 60 sec)");
+  sheet->Range("A2:D2")->Value(VariantArray::OfTexts({"Ticker", "Last", "Date", "Change"}));
+  sheet->Range("A2:D2")->Font()->Bold(true);
+  sheet->Range("A2:D2")->Font()->ColorIndex(2);
+  sheet->Range("A2:D2")->Interior()->ColorIndex(11);
+  sheet->Range("A2:D2")->HorizontalAlignment(host::excel::xlHAlignCenter);
+  sheet->Range("B3:B4")->NumberFormat("0.00");
+  sheet->Range("C3:C4")->NumberFormat("mm/dd/yyyy");
+  sheet->Range("A3")->Value("MSFT");
+  sheet->Range("B3")->Value("28.35");
+  sheet->Range("C3")->Value("1/20/2011");
+  sheet->Range("D3")->Value("-5%");
+  sheet->Range("A4")->Value("=IBM");
+  sheet->Range("A4:A5")->Interior()->ColorIndex(36);
+  sheet->Range("B4")->Value("#N/A");
+  sheet->Range("C4")->Value(true);
+  sheet->Range("A:A")->AutoFit();
+  spreadsheet.Save(File());
+
+  EXPECT_THAT(Run("check_with_openpyxl.py", File()),
+              ElementsAre("active\tDovanta2_Quotes", "sheet\tDovanta2_Quotes",
+                          "A1\ts\t'SnapShot( 60 sec)'\tGeneral\t-\t-\t-\tgeneral",
+                          "A2\ts\t'Ticker'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
+                          "B2\ts\t'Last'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
+                          "C2\ts\t'Date'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
+                          "D2\ts\t'Change'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
+                          "A3\ts\t'MSFT'\tGeneral\t-\t-\t-\tgeneral",                                   //
+                          "B3\tn\t28.35\t0.00\t-\t-\t-\tgeneral",                                       //
+                          "C3\td\tdatetime.datetime(2011, 1, 20, 0, 0)\tmm/dd/yyyy\t-\t-\t-\tgeneral",  //
+                          "D3\tn\t-0.05\t0%\t-\t-\t-\tgeneral",                                         //
+                          "A4\ts\t'=IBM'\tGeneral\t-\t-\tFFFFFF99\tgeneral",                            //
+                          "B4\ts\t'#N/A'\t0.00\t-\t-\t-\tgeneral",                                      //
+                          "C4\tb\tTrue\tmm/dd/yyyy\t-\t-\t-\tgeneral",                                  //
+                          "A5\tn\tNone\tGeneral\t-\t-\tFFFFFF99\tgeneral",                              //
+                          StartsWith("width\tA\t"), "sheet\tSheet1"));
+}
+
+TEST_F(Interchange, ReadsWhatAnotherProgramWrote) {
+  EXPECT_THAT(Run("write_with_openpyxl.py", File()), ElementsAre());
+  const auto spreadsheet = Spreadsheet::Open(File());
+  const auto sheets = BookOf(spreadsheet)->Worksheets();
+  ASSERT_EQ(sheets->Count(), 2);
+  EXPECT_EQ(SheetOf(spreadsheet)->Name(), "Second");
+  EXPECT_EQ(sheets->Item("Second")->Range("C3")->Value(), Variant("there"));
+
+  const auto sheet = sheets->Item("Quotes");
+  EXPECT_EQ(sheet->Range("A1")->Value(), Variant("SnapShot( 60 sec)"));
+  EXPECT_EQ(sheet->Range("A2")->Text(), "28.35");
+  EXPECT_EQ(sheet->Range("A3")->Text(), "2011-01-20 8:36:13");
+  EXPECT_EQ(sheet->Range("A4")->Value(), Variant(true));
+  EXPECT_EQ(sheet->Range("A5")->Value(), Variant("Übergröße €"));
+  EXPECT_TRUE(sheet->Range("A6")->Value().IsEmpty()) << "a formula that nobody computed";
+  EXPECT_EQ(sheet->Range("A7")->Value().ToDate().serial, 61.0);
+  EXPECT_EQ(sheet->Range("B1")->Font()->Bold(), Variant(true));
+  EXPECT_EQ(sheet->Range("B1")->Font()->ColorIndex(), Variant(3));
+  EXPECT_EQ(sheet->Range("B1")->Interior()->ColorIndex(), Variant(15));
+  EXPECT_EQ(sheet->Range("B1")->HorizontalAlignment(), Variant(-4108));
+  EXPECT_THAT(
+      spreadsheet.Losses(),
+      ElementsAre("Sheet \"Quotes\": not kept: formulas (cells: 1), which become the last value computed."));
+}
+
+}  // namespace
+}  // namespace mirelo::testing

@@ -1,0 +1,207 @@
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+#include "workbook/child_process.h"
+#include "workbook/workbook_files.h"
+
+namespace mirelo::testing {
+namespace {
+
+using workbook::Spreadsheet;
+
+constexpr uid_t kNobody = 65534;
+
+class SaveFile : public WorkbookFiles {
+ protected:
+  static Spreadsheet With(const Variant& value) {
+    auto spreadsheet = Spreadsheet::New();
+    SheetOf(spreadsheet)->Range("A1")->Value(value);
+    return spreadsheet;
+  }
+  // A workbook whose file takes some 100 KB, in many writes.
+  static Spreadsheet Large(const char* mark) {
+    auto spreadsheet = With(mark);
+    VariantArray table(1, 2000, 1, 8);
+    for (std::int32_t row = 1; row <= 2000; ++row) {
+      for (std::int32_t column = 1; column <= 8; ++column) {
+        table(row, column) =
+            column < 3 ? Variant("text " + std::to_string(row * 31 + column)) : Variant(row * 1.37 / column);
+      }
+    }
+    SheetOf(spreadsheet)->Range("A2")->Resize(2000, 8)->Value(table);
+    return spreadsheet;
+  }
+
+  Variant SavedValue(const char* name = "quotes.xlsx") {
+    return SheetOf(Spreadsheet::Open(File(name)))->Range("A1")->Value();
+  }
+  static std::int32_t ErrorOfSaving(Spreadsheet& spreadsheet, const std::filesystem::path& file) {
+    try {
+      spreadsheet.Save(file);
+    } catch (const RuntimeError& error) {
+      return error.Number();
+    }
+    return 0;
+  }
+  std::vector<std::string> Only(const char* name) { return {name}; }
+};
+
+TEST_F(SaveFile, MakesANewFileAndNothingElse) {
+  With("new").Save(File());
+  EXPECT_EQ(SavedValue(), Variant("new"));
+  EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
+}
+
+TEST_F(SaveFile, ReplacesAnOldFile) {
+  With("old").Save(File());
+  With("new").Save(File());
+  EXPECT_EQ(SavedValue(), Variant("new"));
+  EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
+}
+
+TEST_F(SaveFile, ReplacesAFileThatIsNoWorkbook) {
+  WriteBytes(File(), "something else");
+  With("new").Save(File());
+  EXPECT_EQ(SavedValue(), Variant("new"));
+}
+
+TEST_F(SaveFile, GivesANewFileThePermissionsOfTheUmask) {
+  const mode_t old = umask(027);
+  With("new").Save(File());
+  umask(old);
+  struct stat status {};
+  ASSERT_EQ(stat(File().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0640u);
+}
+
+TEST_F(SaveFile, KeepsThePermissionsOfAnOldFile) {
+  With("old").Save(File());
+  ASSERT_EQ(chmod(File().c_str(), 0604), 0);
+  With("new").Save(File());
+  struct stat status {};
+  ASSERT_EQ(stat(File().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0604u);
+}
+
+TEST_F(SaveFile, KeepsASymbolicLinkAndReplacesWhatItPointsAt) {
+  With("old").Save(File("real.xlsx"));
+  std::filesystem::create_symlink("real.xlsx", File("link.xlsx"));
+  With("new").Save(File("link.xlsx"));
+  EXPECT_TRUE(std::filesystem::is_symlink(File("link.xlsx")));
+  EXPECT_EQ(SavedValue("real.xlsx"), Variant("new"));
+}
+
+TEST_F(SaveFile, TakesNamesOfEveryKind) {
+  for (const char* name : {"with blanks.xlsx", "\xC3\xBC\xE2\x82\xAC.xlsx", "no extension", ".hidden"}) {
+    SCOPED_TRACE(name);
+    With(name).Save(File(name));
+    EXPECT_EQ(SavedValue(name), Variant(name));
+  }
+}
+
+TEST_F(SaveFile, SavesToANameInTheCurrentFolder) {
+  const auto current = std::filesystem::current_path();
+  std::filesystem::current_path(folder.path());
+  With("here").Save("here.xlsx");
+  std::filesystem::current_path(current);
+  EXPECT_EQ(SavedValue("here.xlsx"), Variant("here"));
+}
+
+TEST_F(SaveFile, RaisesError75WhereNoFileCanBe) {
+  auto spreadsheet = With("new");
+  EXPECT_EQ(ErrorOfSaving(spreadsheet, folder.path()), 75) << "a folder";
+  EXPECT_EQ(ErrorOfSaving(spreadsheet, File() / "below.xlsx"), 75) << "a folder that is not there";
+  EXPECT_EQ(ErrorOfSaving(spreadsheet, "/proc/quotes.xlsx"), 75) << "a folder that takes no files";
+  EXPECT_EQ(ErrorOfSaving(spreadsheet, "/dev/full"), 75) << "a device";
+  EXPECT_EQ(ErrorOfSaving(spreadsheet, File(std::string(300, 'x').c_str())), 75) << "a name too long";
+  EXPECT_TRUE(FolderListing().empty());
+}
+
+TEST_F(SaveFile, RaisesError75AndKeepsTheOldFileWhereNobodyMayWrite) {
+  With("old").Save(File());
+  ASSERT_EQ(chmod(File().c_str(), 0644), 0);
+  ASSERT_EQ(chmod(folder.path().c_str(), 0555), 0);
+  const int in_locked_folder = StatusOfChild(StartChild([&] {
+    if (geteuid() == 0 && setuid(kNobody) != 0) return 1;
+    auto spreadsheet = With("new");
+    return ErrorOfSaving(spreadsheet, File());
+  }));
+  ASSERT_EQ(chmod(folder.path().c_str(), 0777), 0);
+  ASSERT_EQ(chmod(File().c_str(), 0444), 0);
+  const int over_locked_file = StatusOfChild(StartChild([&] {
+    if (geteuid() == 0 && setuid(kNobody) != 0) return 1;
+    auto spreadsheet = With("new");
+    return ErrorOfSaving(spreadsheet, File());
+  }));
+  EXPECT_EQ(in_locked_folder, 75);
+  EXPECT_EQ(over_locked_file, 75)
+      << "a file that is read-only stays, though its folder would let it be replaced";
+  EXPECT_EQ(SavedValue(), Variant("old"));
+  EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
+}
+
+// A limit of the size of files stands for a disk that is full: it strikes wherever that size is reached
+// first, in the helper files of the writer or in the file itself.
+TEST_F(SaveFile, KeepsTheOldFileWholeWhenTheDiskIsFull) {
+  With("old").Save(File());
+  const std::string old = BytesOf(File());
+  int refused = 0;
+  int saved = 0;
+  for (const rlim_t size : {0, 1000, 4096, 10'000, 30'000, 60'000, 100'000, 200'000, 400'000, 4'000'000}) {
+    SCOPED_TRACE(size);
+    const int status = StatusOfChild(StartChild([&] {
+      std::signal(SIGXFSZ, SIG_IGN);
+      auto spreadsheet = Large("new");
+      const rlimit limit{size, size};
+      if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 1;
+      return ErrorOfSaving(spreadsheet, File());
+    }));
+    EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
+    if (status == 0) {
+      ++saved;
+      EXPECT_EQ(SavedValue(), Variant("new"));
+      WriteBytes(File(), old);
+    } else {
+      ++refused;
+      EXPECT_EQ(status, 61);
+      EXPECT_EQ(BytesOf(File()), old);
+    }
+  }
+  EXPECT_GE(refused, 6);
+  EXPECT_GE(saved, 1) << "the largest limit is none";
+}
+
+TEST_F(SaveFile, LeavesNoHalfFileWhenItIsKilled) {
+  int interrupted = 0;
+  for (int round = 0; round < 8; ++round) {
+    With("old").Save(File());
+    const pid_t child = StartChild([&] {
+      auto spreadsheet = Large("new");
+      for (;;) spreadsheet.Save(File());
+      return 0;
+    });
+    while (FolderListing().size() == 1) std::this_thread::yield();  // until a new file is being written
+    std::this_thread::sleep_for(std::chrono::milliseconds(round * round));
+    kill(child, SIGKILL);
+    EXPECT_EQ(StatusOfChild(child), 1000 + SIGKILL);
+    const Variant value = SavedValue();
+    EXPECT_TRUE(value == Variant("old") || value == Variant("new")) << value.ToText();
+    if (FolderListing().size() > 1) ++interrupted;
+    for (const std::string& name : FolderListing()) std::filesystem::remove(File(name.c_str()));
+  }
+  EXPECT_GT(interrupted, 0) << "no save was cut off, so nothing was tried";
+}
+
+TEST_F(SaveFile, RefusesMoreFormattedBlanksThanAFileCanHold) {
+  auto spreadsheet = With("x");
+  SheetOf(spreadsheet)->Range("A1:XFC500000")->Font()->Bold(true);
+  EXPECT_EQ(ErrorOfSaving(spreadsheet, File()), 1004);
+  EXPECT_TRUE(FolderListing().empty());
+}
+
+}  // namespace
+}  // namespace mirelo::testing
