@@ -1,0 +1,39 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace mirelo::app {
+
+// A program that runs beside this one and is ended with it: SIGTERM at destruction, SIGKILL if it has not
+// gone two seconds later. Its standard output can be read line by line; standard error is shared.
+class ChildProcess {
+ public:
+  // Raises error 53 (with the reason and the path as text) when the program cannot be started.
+  ChildProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments);
+  ~ChildProcess();
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+
+  // The next line of its output, without the line end. Nothing when the output ended or `patience` ran out.
+  std::optional<std::string> ReadLine(std::chrono::milliseconds patience);
+
+  bool IsRunning();
+
+ private:
+  void Stop();
+
+  pid_t pid_ = -1;
+  int output_ = -1;
+  std::string buffered_;
+};
+
+// The folder that this program's own executable lies in.
+std::filesystem::path ProgramFolder();
+
+}  // namespace mirelo::app

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace mirelo::app {
+
+// What the program ends with.
+enum ExitCode : int {
+  kGood = 0,
+  kFailed = 1,      // the operation failed; stderr says why and what to do
+  kWrongUsage = 2,  // the command line was not understood
+};
+
+}  // namespace mirelo::app

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/message_loop.h"
+
+namespace mirelo::app {
+
+// Turns Ctrl-C (and SIGTERM) into something that the message loop sees, so that the program ends in order. A
+// second one ends it at once, as if nothing were caught. One may exist at a time.
+class Interrupt {
+ public:
+  explicit Interrupt(host::MessageLoop& loop);
+  ~Interrupt();
+  Interrupt(const Interrupt&) = delete;
+  Interrupt& operator=(const Interrupt&) = delete;
+
+  // Whether the person asked to stop.
+  bool Requested() const { return requested_; }
+
+  // Lets the loop run for this time, or until the person asks to stop. True when the time passed.
+  bool Pause(host::MessageLoop::Milliseconds time);
+
+ private:
+  host::MessageLoop& loop_;
+  int descriptor_ = -1;
+  host::MessageLoop::Token watch_ = 0;
+  bool requested_ = false;
+};
+
+}  // namespace mirelo::app

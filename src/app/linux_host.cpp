@@ -1,0 +1,62 @@
+#include "app/linux_host.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "adapters/curl/curl_internet.h"
+#include "adapters/headless/console_desktop.h"
+#include "adapters/headless/linux_system.h"
+#include "adapters/headless/system_clock.h"
+#include "adapters/poll/poll_loop.h"
+#include "adapters/poll/poll_winsock_library.h"
+#include "adapters/sodium/sodium_vault.h"
+#include "adapters/sqlite/sqlite_registry.h"
+#include "app/overriding_registry.h"
+
+namespace mirelo::app {
+
+namespace {
+
+template <class Made, class Port, class... Arguments>
+Port& MadeOnce(std::unique_ptr<Port>& port, Arguments&&... arguments) {
+  if (!port) port = std::make_unique<Made>(std::forward<Arguments>(arguments)...);
+  return *port;
+}
+
+}  // namespace
+
+LinuxHost::LinuxHost(std::optional<std::filesystem::path> registry_file)
+    : registry_file_(std::move(registry_file)) {}
+
+LinuxHost::~LinuxHost() = default;
+
+void LinuxHost::Override(const std::string& key, const std::string& text) {
+  overriding().Override(key, text);
+}
+
+// The facade holds the port as a signed 16-bit integer, so that ports from 32768 on are negative in it.
+void LinuxHost::OverrideHttpPort(int port) {
+  Override("HTTPPort", std::to_string(static_cast<std::int16_t>(static_cast<std::uint16_t>(port))));
+}
+
+host::MessageLoop& LinuxHost::loop() { return MadeOnce<poll::PollLoop>(loop_); }
+host::Clock& LinuxHost::clock() { return MadeOnce<headless::SystemClock>(clock_); }
+host::Registry& LinuxHost::registry() { return overriding(); }
+host::WinInetApi& LinuxHost::internet() { return MadeOnce<curl::CurlInternet>(internet_, loop()); }
+ObservedSockets& LinuxHost::sockets() {
+  return MadeOnce<ObservedSockets>(sockets_, MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop()));
+}
+host::Desktop& LinuxHost::desktop() { return MadeOnce<headless::ConsoleDesktop>(desktop_); }
+host::OperatingSystem& LinuxHost::system() { return MadeOnce<headless::LinuxSystem>(system_); }
+host::CredentialVault& LinuxHost::vault() { return MadeOnce<sodium::SodiumVault>(vault_); }
+
+OverridingRegistry& LinuxHost::overriding() {
+  if (!registry_) {
+    auto& stored = registry_file_ ? MadeOnce<sqlite::SqliteRegistry>(stored_, *registry_file_)
+                                  : MadeOnce<sqlite::SqliteRegistry>(stored_);
+    registry_ = std::make_unique<OverridingRegistry>(stored);
+  }
+  return *registry_;
+}
+
+}  // namespace mirelo::app

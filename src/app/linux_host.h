@@ -1,0 +1,54 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/observed_sockets.h"
+#include "host/host.h"
+
+namespace mirelo::app {
+
+class OverridingRegistry;
+
+// The machine as the program uses it: poll(2), libcurl, a registry file, the terminal. A port is made when it
+// is first asked for, so that a command which only prints help opens nothing.
+class LinuxHost : public host::Host {
+ public:
+  // `registry_file` replaces the user's own registry when it is given.
+  explicit LinuxHost(std::optional<std::filesystem::path> registry_file = std::nullopt);
+  ~LinuxHost() override;
+
+  // Gives a setting another text for the life of this host; the stored one stays as it is.
+  void Override(const std::string& key, const std::string& text);
+
+  // The same for the port of the HTTP interface, 1 to 65535.
+  void OverrideHttpPort(int port);
+
+  host::MessageLoop& loop() override;
+  host::Clock& clock() override;
+  host::Registry& registry() override;
+  host::WinInetApi& internet() override;
+  ObservedSockets& sockets() override;
+  host::Desktop& desktop() override;
+  host::OperatingSystem& system() override;
+  host::CredentialVault& vault() override;
+
+ private:
+  OverridingRegistry& overriding();
+
+  std::optional<std::filesystem::path> registry_file_;
+  std::unique_ptr<host::MessageLoop> loop_;
+  std::unique_ptr<host::Clock> clock_;
+  std::unique_ptr<host::Registry> stored_;
+  std::unique_ptr<OverridingRegistry> registry_;
+  std::unique_ptr<host::WinInetApi> internet_;
+  std::unique_ptr<host::WinsockLibrary> plain_sockets_;
+  std::unique_ptr<ObservedSockets> sockets_;
+  std::unique_ptr<host::Desktop> desktop_;
+  std::unique_ptr<host::OperatingSystem> system_;
+  std::unique_ptr<host::CredentialVault> vault_;
+};
+
+}  // namespace mirelo::app

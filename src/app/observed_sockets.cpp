@@ -1,0 +1,48 @@
+#include "app/observed_sockets.h"
+
+#include <utility>
+
+namespace mirelo::app {
+
+namespace {
+
+// Hears what the connection's later subscribers hear, and passes it on as the library's events.
+class Observer : public host::BytesTransferEvents, public host::ConnectionEvents {
+ public:
+  explicit Observer(ObservedSockets& sockets) : sockets_(sockets) {}
+
+  void OnBytesReceived(host::SocketConnection&, std::span<const std::uint8_t> bytes) override {
+    sockets_.Received.Raise(bytes);
+  }
+  void OnConnected(host::SocketConnection&) override { sockets_.Connected.Raise(); }
+  void OnDisconnected(host::SocketConnection&, const std::string& reason) override {
+    sockets_.Dropped.Raise(reason);
+  }
+
+ private:
+  ObservedSockets& sockets_;
+};
+
+}  // namespace
+
+std::unique_ptr<host::SocketAddress> ObservedSockets::CreateAddress(std::int32_t family) {
+  return inner_.CreateAddress(family);
+}
+
+std::unique_ptr<host::SocketProtocol> ObservedSockets::FindProtocol(std::int32_t family, std::int32_t type,
+                                                                    std::int32_t protocol) {
+  return inner_.FindProtocol(family, type, protocol);
+}
+
+std::shared_ptr<host::SocketConnection> ObservedSockets::CreateConnection(
+    const host::SocketProtocol& protocol) {
+  auto connection = inner_.CreateConnection(protocol);
+  const auto observer = std::make_shared<Observer>(*this);
+  connection->Subscribe(std::shared_ptr<host::BytesTransferEvents>(observer),
+                        host::SocketConnection::kBytesTransfer);
+  connection->Subscribe(std::shared_ptr<host::ConnectionEvents>(observer),
+                        host::SocketConnection::kConnectionEvents);
+  return connection;
+}
+
+}  // namespace mirelo::app

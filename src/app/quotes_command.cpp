@@ -1,0 +1,105 @@
+#include "app/quotes_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstdio>
+#include <iostream>
+
+#include "app/checks.h"
+#include "app/exit_code.h"
+#include "app/options.h"
+#include "app/quote_output.h"
+#include "app/session.h"
+#include "app/snapshot_feed.h"
+#include "app/text_table.h"
+
+namespace mirelo::app {
+
+namespace {
+
+constexpr const char* kClearScreen = "\033[H\033[2J";
+
+std::string AsTable(const SnapshotFeed& feed, const QuoteRows& rows, bool color) {
+  TextTable table(feed.Columns());
+  for (const auto& row : rows) table.AddRow(row);
+  return table.ToText(color);
+}
+
+}  // namespace
+
+QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
+  command_ =
+      program.add_subcommand("quotes", "Ask QuoteTracker for the current quotes of tickers and print them");
+  command_->add_option("TICKER", tickers_, "The tickers to ask for, in the order of the answer")
+      ->required()
+      ->check(IsTicker());
+  auto* csv =
+      command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
+  auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
+  csv->excludes(json);
+  command_->add_flag(
+      "--watch", watch_,
+      "Ask again every so many seconds, as the setting Seconds says, until Ctrl-C; with Seconds 0, "
+      "every second");
+  command_->add_option("--columns", columns_,
+                       "The columns to show, joined by commas, in place of the setting ListRight; all names: "
+                       "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,"
+                       "AvgTrade,NumTrades,Open,52w Low,52w High");
+  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress");
+  command_->add_option("--http-port", port_, "QuoteTracker's HTTP port, in place of the setting HTTPPort")
+      ->check(CLI::Range(1, 65535));
+  command_->add_option("--date-format", date_format_, "How the column Date is written")
+      ->capture_default_str();
+}
+
+bool QuotesCommand::IsChosen() const { return command_->parsed(); }
+
+int QuotesCommand::Run() {
+  Session session(global_);
+  if (!columns_.empty()) session.host().Override("ListRight", columns_);
+  if (!address_.empty()) session.host().Override("Webaddress", address_);
+  if (port_ != 0) session.host().OverrideHttpPort(port_);
+  session.facade().DovantaFormatUserDate(date_format_);
+
+  SnapshotFeed feed(session.facade(), tickers_);
+  const auto output = ChosenOutput();
+  const bool terminal = ::isatty(STDOUT_FILENO) == 1;
+  if (output == Output::Csv) std::cout << CsvLine(feed.Columns()) << std::flush;
+
+  for (;;) {
+    const auto rows = feed.Fetch();
+    if (!rows && !watch_) {
+      std::cerr << "No quotes. Is QuoteTracker running, and does it listen where mirelo asks? See and set "
+                   "that with\n"
+                   "  mirelo settings get Webaddress\n"
+                   "  mirelo settings get HTTPPort\n";
+      return kFailed;
+    }
+    if (rows) {
+      switch (output) {
+        case Output::Table:
+          if (watch_ && terminal) std::cout << kClearScreen;
+          std::cout << AsTable(feed, *rows, terminal);
+          break;
+        case Output::Csv:
+          for (const auto& row : *rows) std::cout << CsvLine(row);
+          break;
+        case Output::Json:
+          for (const auto& row : *rows) std::cout << JsonLine(feed.Columns(), row);
+          break;
+      }
+      if (!std::cout.flush()) return kFailed;  // whoever read our output has gone
+    }
+    if (!watch_) return kGood;
+    const auto pace = std::chrono::seconds(std::max(1, session.facade().Seconds()));
+    if (!session.interrupt().Pause(pace)) return kGood;
+  }
+}
+
+QuotesCommand::Output QuotesCommand::ChosenOutput() const {
+  return csv_ ? Output::Csv : json_ ? Output::Json : Output::Table;
+}
+
+}  // namespace mirelo::app

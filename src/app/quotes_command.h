@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace mirelo::app {
+
+struct GlobalOptions;
+
+// mirelo quotes: asks QuoteTracker for quotes and prints them.
+class QuotesCommand {
+ public:
+  QuotesCommand(CLI::App& program, const GlobalOptions& global);
+
+  bool IsChosen() const;
+  int Run();
+
+ private:
+  enum class Output { Table, Csv, Json };
+
+  Output ChosenOutput() const;
+
+  const GlobalOptions& global_;
+  CLI::App* command_;
+  std::vector<std::string> tickers_;
+  std::string columns_;
+  std::string address_;
+  int port_ = 0;
+  std::string date_format_ = "mm/dd/yyyy";
+  bool csv_ = false;
+  bool json_ = false;
+  bool watch_ = false;
+};
+
+}  // namespace mirelo::app

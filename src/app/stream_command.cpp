@@ -1,0 +1,208 @@
+#include "app/stream_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <iostream>
+#include <string_view>
+
+#include "app/checks.h"
+#include "app/exit_code.h"
+#include "app/options.h"
+#include "app/quote_board.h"
+#include "app/quote_output.h"
+#include "app/session.h"
+#include "app/stream_feed.h"
+#include "app/text_table.h"
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "quotetracker/session_file.h"
+#include "streaming/cQTStreaming.h"
+
+namespace mirelo::app {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* kClearScreen = "\033[H\033[2J";
+constexpr std::chrono::milliseconds kRedrawPace{250};
+
+// Writes what the sockets receive to a session file, from the first connection on.
+class Recording {
+ public:
+  Recording(ObservedSockets& sockets, const std::filesystem::path& path) : writer_(path.string()) {
+    sockets.Received.Subscribe([this](std::span<const std::uint8_t> bytes) {
+      const auto offset = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start_);
+      writer_.Add(offset, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+    });
+  }
+
+ private:
+  quotetracker::SessionWriter writer_;
+  Clock::time_point start_ = Clock::now();
+};
+
+// A table that stands in place on a terminal, its status line below.
+class LiveTable {
+ public:
+  LiveTable(host::MessageLoop& loop, const QuoteBoard& board) : loop_(loop), board_(board) { Redraw(); }
+  ~LiveTable() { loop_.StopTimer(timer_); }
+  LiveTable(const LiveTable&) = delete;
+  LiveTable& operator=(const LiveTable&) = delete;
+
+  void Status(const std::string& text) { status_ = text; }
+
+  void Redraw() {
+    TextTable table(QuoteBoard::Columns());
+    for (const auto& row : board_.Rows()) table.AddRow(row);
+    const auto rate =
+        static_cast<double>(board_.QuoteCount() - counted_) * 1000 / static_cast<double>(kRedrawPace.count());
+    counted_ = board_.QuoteCount();
+    std::cout << kClearScreen << table.ToText(true) << '\n'
+              << status_ << "  " << board_.QuoteCount() << " quotes, " << static_cast<long>(rate)
+              << " a second\n"
+              << std::flush;
+    timer_ = loop_.StartTimer(kRedrawPace, [this] { Redraw(); });
+  }
+
+ private:
+  host::MessageLoop& loop_;
+  const QuoteBoard& board_;
+  std::string status_;
+  std::int64_t counted_ = 0;
+  host::MessageLoop::Token timer_ = 0;
+};
+
+constexpr std::string_view kStreamerFileEnd = ".SDF";
+
+// The source that the settings dialog remembers.
+std::string StoredSource() {
+  return mGlobal::AppSettings().GetSetting("Settings\\QuoteSource\\First", "ComQuoteSource", "").ToText();
+}
+
+// What the decoder raises for bytes that it cannot follow. The stream goes on behind them.
+bool IsLossOfQuotes(const RuntimeError& error) {
+  return error.Number() == cQTStreaming::kEndlessWalk || error.Number() == Errors::Overflow().Number() ||
+         error.Number() == Errors::SubscriptOutOfRange().Number();
+}
+
+}  // namespace
+
+StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
+  command_ = program.add_subcommand("stream",
+                                    "Listen to QuoteTracker's Level I stream and print quotes as they come");
+  command_->add_option("TICKER", tickers_, "The tickers to subscribe")->required()->check(IsTicker());
+  command_->add_option(
+      "--source", source_,
+      "The quote source, by its name as mirelo sources shows it or by its .SDF file; the one last chosen "
+      "in the settings when it is left out");
+  command_->add_option("--seconds", seconds_, "End after so many seconds; without it, at Ctrl-C")
+      ->check(CLI::PositiveNumber);
+  auto* csv =
+      command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
+  auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
+  csv->excludes(json);
+  command_->add_option("--record", recording_,
+                       "Write what the connection receives to a file that quotetracker --play plays again");
+  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress");
+  command_
+      ->add_option("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")
+      ->check(CLI::Range(1, 65535));
+  command_->add_option("--date-format", date_format_, "How the column Date is written")
+      ->capture_default_str();
+}
+
+bool StreamCommand::IsChosen() const { return command_->parsed(); }
+
+int StreamCommand::Run() {
+  Session session(global_);
+  Override(session);
+  session.facade().DovantaFormatUserDate(date_format_);
+  const std::string file = StreamerFile(session);
+  if (file.empty()) return kFailed;
+
+  std::optional<Recording> recording;
+  if (recording_) recording.emplace(session.host().sockets(), *recording_);
+  StreamFeed feed(session.facade(), session.host().loop(), session.host().sockets(), tickers_, file);
+  return Listen(session, feed);
+}
+
+int StreamCommand::Listen(Session& session, StreamFeed& feed) {
+  auto& loop = session.host().loop();
+  auto& interrupt = session.interrupt();
+  const bool terminal = ::isatty(STDOUT_FILENO) == 1;
+  QuoteBoard board(tickers_);
+  std::optional<LiveTable> live;
+  if (terminal && !csv_ && !json_) live.emplace(loop, board);
+
+  feed.Status.Subscribe([&](const std::string& text) {
+    if (live) {
+      live->Status(text);
+    } else {
+      std::cerr << text << '\n';
+    }
+  });
+  if (csv_) std::cout << CsvLine(QuoteBoard::Columns());
+  feed.Quote.Subscribe([&](const cQTData& quote) {
+    board.Take(quote);
+    if (csv_) std::cout << CsvLine(QuoteFields(quote));
+    if (json_) std::cout << JsonLine(QuoteBoard::Columns(), QuoteFields(quote));
+    if ((csv_ || json_) && terminal) std::cout.flush();
+  });
+
+  bool time_is_up = false;
+  if (seconds_ > 0) {
+    loop.StartTimer(std::chrono::milliseconds(static_cast<std::int64_t>(seconds_ * 1000)),
+                    [&] { time_is_up = true; });
+  }
+  feed.Start();
+  for (bool done = false; !done;) {
+    try {
+      loop.RunUntil([&] { return time_is_up || interrupt.Requested() || !std::cout; });
+      done = true;
+    } catch (const RuntimeError& error) {
+      if (!IsLossOfQuotes(error)) throw;
+      feed.ReportLoss(error.Description());
+    }
+  }
+  feed.Stop();
+
+  if (!csv_ && !json_ && !terminal) {
+    TextTable table(QuoteBoard::Columns());
+    for (const auto& row : board.Rows()) table.AddRow(row);
+    std::cout << table.ToText(false);
+  }
+  std::cout.flush();
+  std::cerr << board.QuoteCount() << " quotes\n";
+  return std::cout && board.QuoteCount() > 0 ? kGood : kFailed;
+}
+
+void StreamCommand::Override(Session& session) const {
+  if (!address_.empty()) session.host().Override("Webaddress", address_);
+  if (port_ != 0) session.host().Override("SocketPort", std::to_string(port_));
+}
+
+std::string StreamCommand::StreamerFile(Session& session) const {
+  session.facade();
+  const std::string source = source_.empty() ? StoredSource() : source_;
+  if (source.empty()) {
+    std::cerr << "error: which quote source? Name one with --source; mirelo sources shows them\n";
+    return {};
+  }
+  if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
+  std::string file = std::make_shared<cQTStreaming>()->GiveStreamerFile(source);
+  if (file.empty()) {
+    std::cerr
+        << "error: no quote source is named \"" << source
+        << "\". See them with: mirelo sources. Fetch them from QuoteTracker with: mirelo sources --update\n";
+  }
+  return file;
+}
+
+}  // namespace mirelo::app

@@ -1,0 +1,118 @@
+#include "app/stream_feed.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "automation/ansi.h"
+#include "automation/text.h"
+#include "automation/variant.h"
+#include "core/cMirelo.h"
+#include "core/cQTDatas.h"
+#include "core/status_run_query.h"
+#include "streaming/cQTStreaming.h"
+
+namespace mirelo::app {
+
+namespace {
+
+// The text between a tag and its closing tag; empty when one is missing.
+std::string TextOf(std::string_view reply, std::string_view tag, std::string_view closing) {
+  const auto begin = reply.find(tag);
+  const auto end = reply.find(closing);
+  if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
+  return std::string(reply.substr(begin + tag.size(), end - begin - tag.size()));
+}
+
+std::string InSeconds(StreamFeed::Pause pause) {
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(pause).count();
+  return std::to_string(seconds) + (seconds == 1 ? " second" : " seconds");
+}
+
+}  // namespace
+
+StreamFeed::StreamFeed(cMirelo& facade, host::MessageLoop& loop, ObservedSockets& sockets,
+                       std::vector<std::string> tickers, std::string streamer_file, Pause first_pause)
+    : facade_(facade),
+      loop_(loop),
+      sockets_(sockets),
+      tickers_(std::move(tickers)),
+      streamer_file_(std::move(streamer_file)),
+      first_pause_(first_pause),
+      pause_(first_pause) {
+  received_ = sockets_.Received.Subscribe([this](std::span<const std::uint8_t> chunk) { NoteReply(chunk); });
+  dropped_ = sockets_.Dropped.Subscribe([this](const std::string& reason) { CallAgainLater(reason); });
+}
+
+StreamFeed::~StreamFeed() {
+  Stop();
+  sockets_.Received.Unsubscribe(received_);
+  sockets_.Dropped.Unsubscribe(dropped_);
+}
+
+void StreamFeed::Start() { Call(); }
+
+void StreamFeed::Stop() {
+  loop_.StopTimer(timer_);
+  if (!stream_) return;
+  stream_->stop_sub();
+  stream_->DisConnect();
+  stream_->Owner(nullptr);
+  stream_.reset();
+}
+
+void StreamFeed::ReportLoss(const std::string& description) {
+  Status.Raise("Quotes were lost (" + description + "); going on");
+}
+
+void StreamFeed::Call() {
+  facade_.StatusRunWorkQT(StatusRunQueryQT::Status_LEVEL_I_FULL_QUOTE);
+  stream_ = NewStream();
+  stream_->connect();
+}
+
+std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
+  auto stream = std::make_shared<cQTStreaming>();
+  stream->Owner(&facade_);
+  stream->arrTickers(Variant(VariantArray::OfTexts(tickers_)));
+  stream->st_StreamerFile(streamer_file_);
+  stream->DovantaFormatUserDate(facade_.DovantaFormatUserDate());
+  stream->StartStop(true);
+  stream->StopEndlessWalks(true);
+  stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
+  stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
+    pause_ = first_pause_;
+    Status.Raise("Streaming");
+  });
+  stream->QTDatas.Subscribe([this] { TakeQuotes(); });
+  return stream;
+}
+
+void StreamFeed::TakeQuotes() {
+  const auto stream = stream_;
+  if (!stream) return;
+  if (const auto quotes = stream->GetQTData()) {
+    for (const auto& quote : *quotes) Quote.Raise(*quote);
+  }
+  stream->FreeQTDataBuffer();
+}
+
+void StreamFeed::NoteReply(std::span<const std::uint8_t> chunk) {
+  if (chunk.size() < 3 || chunk[0] != 'L' || chunk[1] != 'O') return;
+  const std::string reply = AnsiToText(chunk);
+  const std::string text = UCase(reply);
+  if (TextOf(text, "<STATUSCODE>", "</STATUSCODE>") == "0") {
+    Status.Raise("Logged in");
+  } else {
+    Status.Raise("QuoteTracker refused the login: " + TextOf(text, "<STATUSDESC>", "</STATUSDESC>") +
+                 ". Check the credentials with: mirelo credentials show-name");
+  }
+}
+
+void StreamFeed::CallAgainLater(const std::string& reason) {
+  Status.Raise(reason + "; calling again in " + InSeconds(pause_));
+  loop_.StopTimer(timer_);
+  timer_ = loop_.StartTimer(pause_, [this] { Call(); });
+  pause_ = std::min(2 * pause_, kLongestPause);
+}
+
+}  // namespace mirelo::app

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/observed_sockets.h"
+#include "automation/event.h"
+#include "core/cQTData.h"
+#include "host/message_loop.h"
+
+namespace mirelo {
+class cMirelo;
+class cQTStreaming;
+}  // namespace mirelo
+
+namespace mirelo::app {
+
+// The macros' part of the stream: it subscribes tickers, hands over their quotes, and calls again, after
+// pauses that grow, when the peer drops.
+class StreamFeed {
+ public:
+  using Pause = std::chrono::milliseconds;
+  static constexpr Pause kFirstPause{1000};
+  static constexpr Pause kLongestPause{60000};
+
+  // `facade`, `loop` and `sockets` must outlive the feed; `sockets` is the installed host's library.
+  StreamFeed(cMirelo& facade, host::MessageLoop& loop, ObservedSockets& sockets,
+             std::vector<std::string> tickers, std::string streamer_file, Pause first_pause = kFirstPause);
+  ~StreamFeed();
+
+  // Calls QuoteTracker. Raises the error that a missing credential is.
+  void Start();
+  // Ends the subscriptions and the connection, and calls no more.
+  void Stop();
+
+  // A failure of the stream itself reached the loop's caller: the loss is told, and the stream goes on.
+  void ReportLoss(const std::string& description);
+
+  // A line for a person.
+  Event<const std::string&> Status;
+  Event<const cQTData&> Quote;
+
+ private:
+  void Call();
+  void TakeQuotes();
+  void NoteReply(std::span<const std::uint8_t> chunk);
+  void CallAgainLater(const std::string& reason);
+  std::shared_ptr<cQTStreaming> NewStream();
+
+  cMirelo& facade_;
+  host::MessageLoop& loop_;
+  ObservedSockets& sockets_;
+  std::vector<std::string> tickers_;
+  std::string streamer_file_;
+  Pause first_pause_;
+  Pause pause_;
+  std::shared_ptr<cQTStreaming> stream_;
+  host::MessageLoop::Token timer_ = 0;
+  Event<std::span<const std::uint8_t>>::Cookie received_ = 0;
+  Event<const std::string&>::Cookie dropped_ = 0;
+};
+
+}  // namespace mirelo::app

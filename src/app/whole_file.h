@@ -1,0 +1,13 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace mirelo::app {
+
+// Writes a file so that it is never half written: into a new file beside it, which then takes its place.
+// Raises error 75, with the file and the reason as text, when it cannot be written; an old file stays as it
+// was then.
+void WriteWhole(const std::filesystem::path& file, std::string_view text);
+
+}  // namespace mirelo::app

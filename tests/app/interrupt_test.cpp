@@ -1,0 +1,60 @@
+#include "app/interrupt.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "adapters/poll/poll_loop.h"
+
+namespace mirelo::app {
+namespace {
+
+using std::chrono::hours;
+using std::chrono::milliseconds;
+
+TEST(Interrupt, LetsAPausePass) {
+  poll::PollLoop loop;
+  Interrupt interrupt(loop);
+  EXPECT_TRUE(interrupt.Pause(milliseconds(1)));
+  EXPECT_FALSE(interrupt.Requested());
+}
+
+TEST(Interrupt, EndsAPauseOnCtrlC) {
+  poll::PollLoop loop;
+  Interrupt interrupt(loop);
+  loop.StartTimer(milliseconds(1), [] { ::raise(SIGINT); });
+  EXPECT_FALSE(interrupt.Pause(hours(1)));
+  EXPECT_TRUE(interrupt.Requested());
+}
+
+TEST(Interrupt, EndsAPauseOnATermination) {
+  poll::PollLoop loop;
+  Interrupt interrupt(loop);
+  loop.StartTimer(milliseconds(1), [] { ::raise(SIGTERM); });
+  EXPECT_FALSE(interrupt.Pause(hours(1)));
+}
+
+TEST(InterruptDeathTest, TheSecondCtrlCEndsTheProgramAtOnce) {
+  EXPECT_EXIT(
+      {
+        poll::PollLoop loop;
+        Interrupt interrupt(loop);
+        ::raise(SIGINT);
+        loop.Yield();
+        ::raise(SIGINT);
+      },
+      ::testing::KilledBySignal(SIGINT), "");
+}
+
+TEST(InterruptDeathTest, AfterItsLifeSignalsAreNotCaught) {
+  EXPECT_EXIT(
+      {
+        poll::PollLoop loop;
+        { Interrupt interrupt(loop); }
+        ::raise(SIGTERM);
+      },
+      ::testing::KilledBySignal(SIGTERM), "");
+}
+
+}  // namespace
+}  // namespace mirelo::app

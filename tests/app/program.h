@@ -1,0 +1,20 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace mirelo::testing {
+
+struct ProgramResult {
+  int exit_code = -1;  // 128 and the signal's number for a program that a signal ended
+  std::string out;
+  std::string err;
+};
+
+// Runs the program mirelo of this build to its end, in `folder`, with a home of its own there, so that no
+// test sees the settings of the person who runs it. `input` is its standard input.
+ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
+                        const std::string& input = "");
+
+}  // namespace mirelo::testing

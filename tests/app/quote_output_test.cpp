@@ -1,0 +1,26 @@
+#include "app/quote_output.h"
+
+#include <gtest/gtest.h>
+
+namespace mirelo::app {
+namespace {
+
+TEST(CsvLine, JoinsFieldsWithCommas) { EXPECT_EQ(CsvLine({"MSFT", "27.5", ""}), "MSFT,27.5,\n"); }
+
+TEST(CsvLine, QuotesWhatWouldOtherwiseSplit) {
+  EXPECT_EQ(CsvLine({"a,b", "say \"x\"", "two\nlines"}), "\"a,b\",\"say \"\"x\"\"\",\"two\nlines\"\n");
+}
+
+TEST(JsonLine, KeepsColumnOrderAndWritesNumbersAsNumbers) {
+  EXPECT_EQ(JsonLine({"Ticker", "Last", "Date"}, {"MSFT", "27.5", "11/21/2026"}),
+            "{\"Ticker\":\"MSFT\",\"Last\":27.5,\"Date\":\"11/21/2026\"}\n");
+}
+
+TEST(JsonLine, WritesAnEmptyCellAsNull) { EXPECT_EQ(JsonLine({"Tick"}, {""}), "{\"Tick\":null}\n"); }
+
+TEST(JsonLine, SurvivesTextThatIsNoUtf8) {
+  EXPECT_EQ(JsonLine({"Ticker"}, {"\xFF"}), "{\"Ticker\":\"\xEF\xBF\xBD\"}\n");
+}
+
+}  // namespace
+}  // namespace mirelo::app

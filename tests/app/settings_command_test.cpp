@@ -1,0 +1,134 @@
+// mirelo settings and mirelo credentials, asked of the program itself.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "app/program.h"
+#include "support/temp_directory.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+class Settings : public ::testing::Test {
+ protected:
+  ProgramResult Run(std::vector<std::string> arguments, const std::string& input = "") {
+    arguments.insert(arguments.begin(), "settings");
+    return RunMirelo(folder_.path(), arguments, input);
+  }
+  std::string Get(const std::string& name) { return Run({"get", name}).out; }
+
+  TempDirectory folder_;
+};
+
+TEST_F(Settings, AreTheirDefaultsAtFirst) {
+  EXPECT_EQ(Get("HTTPPort"), "16239\n");
+  EXPECT_EQ(Get("webaddress"), "127.0.0.1\n");
+}
+
+TEST_F(Settings, KeepWhatIsSet) {
+  const auto result = Run({"set", "HTTPPort", "8080"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(Get("HTTPPort"), "8080\n");
+}
+
+TEST_F(Settings, RefuseWhatNoReaderCouldUse) {
+  const auto result = Run({"set", "HTTPPort", "eighty"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("whole number"));
+  EXPECT_EQ(Get("HTTPPort"), "16239\n");
+}
+
+TEST_F(Settings, RefuseANameThatNobodyKnows) {
+  const auto result = Run({"set", "HTPPort", "80"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("HTPPort"), HasSubstr("mirelo settings list")));
+}
+
+TEST_F(Settings, GoBackToTheirDefaults) {
+  Run({"set", "Seconds", "7"});
+  EXPECT_EQ(Run({"delete", "Seconds"}).exit_code, 0);
+  EXPECT_EQ(Get("Seconds"), "10\n");
+}
+
+TEST_F(Settings, AreListedWithValueDefaultAndMeaning) {
+  Run({"set", "Seconds", "7"});
+  Run({"set", "WidthField\\Ticker", "1500"});
+  const auto result = Run({"list"});
+  EXPECT_EQ(result.exit_code, 0);
+  EXPECT_THAT(result.out,
+              AllOf(HasSubstr("Seconds"), HasSubstr("10 (dialog: 60)"),
+                    HasSubstr("Port of QuoteTracker's HTTP interface."), HasSubstr("WidthField\\Ticker")));
+}
+
+TEST_F(Settings, TravelAsText) {
+  Run({"set", "Seconds", "7"});
+  ASSERT_EQ(Run({"export", "mine.txt"}).exit_code, 0);
+  Run({"set", "Seconds", "8"});
+  const auto result = Run({"import", "mine.txt"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(Get("Seconds"), "7\n");
+}
+
+TEST_F(Settings, TravelThroughTheStandardStreams) {
+  Run({"set", "Seconds", "7"});
+  const std::string text = Run({"export"}).out;
+  Run({"set", "Seconds", "8"});
+  EXPECT_EQ(Run({"import"}, text).exit_code, 0);
+  EXPECT_EQ(Get("Seconds"), "7\n");
+}
+
+TEST_F(Settings, AreImportedAllOrNone) {
+  const auto result = Run({"import"}, "Settings\tSeconds\ttext\t7\nSettings\tHTTPPort\ttext\teighty\n");
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("Line 2"));
+  EXPECT_EQ(Get("Seconds"), "10\n");
+}
+
+TEST_F(Settings, NameTheFileThatCannotBeReadOrWritten) {
+  EXPECT_THAT(Run({"import", "absent.txt"}).err, HasSubstr("absent.txt"));
+  const auto result = Run({"export", "/proc/nothing/mine.txt"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("/proc/nothing/mine.txt"));
+}
+
+class Credentials : public ::testing::Test {
+ protected:
+  ProgramResult Run(const std::string& command, const std::string& input = "") {
+    return RunMirelo(folder_.path(), {"credentials", command}, input);
+  }
+
+  TempDirectory folder_;
+};
+
+TEST_F(Credentials, AreReadFromTheStandardInputAndTheSecretIsNeverShown) {
+  const auto stored = Run("set", "Demo\nsesame\n");
+  EXPECT_EQ(stored.exit_code, 0) << stored.err;
+  EXPECT_THAT(stored.out + stored.err, Not(HasSubstr("sesame")));
+  EXPECT_EQ(Run("show-name").out, "Demo\n");
+}
+
+TEST_F(Credentials, AreBothNeeded) {
+  const auto result = Run("set", "Demo\n");
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("Application secret is missing"));
+  EXPECT_EQ(Run("show-name").exit_code, 1);
+}
+
+TEST_F(Credentials, CanBeForgotten) {
+  Run("set", "Demo\nsesame\n");
+  EXPECT_EQ(Run("clear").exit_code, 0);
+  const auto result = Run("show-name");
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.out, IsEmpty());
+  EXPECT_THAT(result.err, HasSubstr("mirelo credentials set"));
+}
+
+}  // namespace
+}  // namespace mirelo::testing

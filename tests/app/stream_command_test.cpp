@@ -1,0 +1,108 @@
+// mirelo stream and mirelo sources, run against a stand-in that serves in this process.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/program.h"
+#include "quotetracker/server.h"
+#include "quotetracker/session_file.h"
+#include "support/temp_directory.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+class Stream : public ::testing::Test {
+ protected:
+  Stream() { RunMirelo(folder_.path(), {"credentials", "set"}, "MireloDemo\ndemo-secret\n"); }
+
+  ProgramResult Run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "stream");
+    arguments.insert(arguments.end(), {"--socket-port", std::to_string(server_.StreamPort())});
+    return RunMirelo(folder_.path(), arguments);
+  }
+
+  TempDirectory folder_;
+  quotetracker::Server server_;
+};
+
+TEST_F(Stream, PrintsQuotesAsTheyCome) {
+  const auto result = Run({"MSFT", "IBM", "--source", "SWISS.SDF", "--seconds", "1", "--csv"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, StartsWith("Ticker,Last,Change,"));
+  EXPECT_THAT(result.out, AllOf(HasSubstr("\nMSFT,"), HasSubstr("\nIBM,")));
+  EXPECT_THAT(result.err,
+              AllOf(HasSubstr("Connecting to host..."), HasSubstr("Logged in"), HasSubstr("Streaming")));
+}
+
+TEST_F(Stream, EndsWithATableOfWhatIsKnown) {
+  const auto result = Run({"MSFT", "--source", "SWISS.SDF", "--seconds", "1"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, AllOf(StartsWith("Ticker"), HasSubstr("\nMSFT")));
+}
+
+TEST_F(Stream, FindsASourceByItsNameOnceTheListIsFetched) {
+  const auto sources =
+      RunMirelo(folder_.path(), {"settings", "set", "SocketPort", std::to_string(server_.StreamPort())});
+  ASSERT_EQ(sources.exit_code, 0) << sources.err;
+  const auto list = RunMirelo(folder_.path(), {"sources", "--update"});
+  ASSERT_EQ(list.exit_code, 0) << list.err;
+  EXPECT_THAT(list.err, HasSubstr("Data source list updated successfully"));
+  const auto name_end = list.out.find("  ", list.out.find('\n', list.out.find("---")) + 1);
+  const auto name_begin = list.out.find('\n', list.out.find("---")) + 1;
+  const std::string name = list.out.substr(name_begin, name_end - name_begin);
+
+  const auto result = Run({"MSFT", "--source", name, "--seconds", "1", "--json"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, StartsWith("{\"Ticker\":\"MSFT\""));
+}
+
+TEST_F(Stream, SaysWhichSourceItDoesNotKnow) {
+  const auto result = Run({"MSFT", "--source", "No such source"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("No such source"), HasSubstr("mirelo sources --update")));
+}
+
+TEST_F(Stream, SaysThatTheLoginWasRefused) {
+  RunMirelo(folder_.path(), {"credentials", "set"}, "MireloDemo\nwrong\n");
+  const auto result = Run({"MSFT", "--source", "SWISS.SDF", "--seconds", "1"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("refused the login"), Not(HasSubstr("Logged in"))));
+}
+
+TEST_F(Stream, EndsAtOnceWithoutCredentials) {
+  RunMirelo(folder_.path(), {"credentials", "clear"});
+  const auto result = Run({"MSFT", "--source", "SWISS.SDF", "--seconds", "60"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("mirelo credentials set"));
+}
+
+TEST_F(Stream, RecordsASessionThatCanBePlayed) {
+  const auto recorded = Run({"MSFT", "--source", "SWISS.SDF", "--seconds", "1", "--record", "session.qts"});
+  ASSERT_EQ(recorded.exit_code, 0) << recorded.err;
+  const auto file = (folder_ / "session.qts").string();
+  EXPECT_GT(quotetracker::CheckSession(file), 3U);
+
+  quotetracker::ServerOptions options;
+  options.play = file;
+  quotetracker::Server player(std::move(options));
+  const auto played =
+      RunMirelo(folder_.path(), {"stream", "MSFT", "--source", "SWISS.SDF", "--seconds", "1", "--csv",
+                                 "--socket-port", std::to_string(player.StreamPort())});
+  EXPECT_EQ(played.exit_code, 0) << played.err;
+  EXPECT_THAT(played.out, HasSubstr("\nMSFT,"));
+}
+
+TEST_F(Stream, CallsAgainWhenThePeerIsNotThere) {
+  const auto result = RunMirelo(
+      folder_.path(), {"stream", "MSFT", "--source", "SWISS.SDF", "--seconds", "1", "--socket-port", "1"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("calling again in 1 second"));
+}
+
+}  // namespace
+}  // namespace mirelo::testing
