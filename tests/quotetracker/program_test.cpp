@@ -73,6 +73,7 @@ TEST(Program, EndsWithItsParent) {
       {"--http-port", "0", "--stream-port", "0", "--exit-with-parent"});
   EXPECT_THAT(StartedProgram::ReadAll(output), StartsWith("HTTP port "))
       << "the end of its output is its own";
+  ::close(output);
 }
 
 TEST(Program, OutlivesTheThreadThatStartedIt) {
