@@ -10,8 +10,8 @@ class CredentialVault {
   enum class Credential { ApplicationName, ApplicationSecret };
 
   virtual ~CredentialVault() = default;
-  // The stored form: two lines of base64 joined with CR LF. Raises an error that says how to set the credential
-  // when none is stored.
+  // The stored form: two lines of base64 joined with CR LF. Raises an error that says how to set the
+  // credential when none is stored.
   virtual std::string Stored(Credential credential) = 0;
   // Raises an error when the stored form is damaged or was enciphered with another key.
   virtual std::string Decipher(const std::string& stored) = 0;

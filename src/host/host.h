@@ -11,9 +11,9 @@ class Registry;
 class WinInetApi;
 class WinsockLibrary;
 
-// Everything that the system asks of the machine it runs on, as one object that hands out the ports. The ports live
-// as long as the host. An implementation that lacks a port raises error 445 ("Object doesn't support this action")
-// when it is asked for.
+// Everything that the system asks of the machine it runs on, as one object that hands out the ports. The
+// ports live as long as the host. An implementation that lacks a port raises error 445 ("Object doesn't
+// support this action") when it is asked for.
 class Host {
  public:
   virtual ~Host() = default;
@@ -31,8 +31,8 @@ class Host {
   static Host& Current();
 };
 
-// Installs a host for the time of its own life and puts back the one before it. Public classes take no host as an
-// argument, since automation clients create them without any: install one first.
+// Installs a host for the time of its own life and puts back the one before it. Public classes take no host
+// as an argument, since automation clients create them without any: install one first.
 class HostScope {
  public:
   explicit HostScope(Host& host);

@@ -6,8 +6,8 @@
 
 namespace mirelo::host {
 
-// The nine calls of the machine's HTTP client. Strings are bytes in the ANSI code page. A handle of 0 is none.
-// Calls block their caller while the message loop goes on, so other handlers may run inside them.
+// The nine calls of the machine's HTTP client. Strings are bytes in the ANSI code page. A handle of 0 is
+// none. Calls block their caller while the message loop goes on, so other handlers may run inside them.
 class WinInetApi {
  public:
   using Handle = std::uint32_t;
@@ -38,10 +38,11 @@ class WinInetApi {
 
   // Makes no connection yet. Port 0 is the service's default (80).
   virtual Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,
-                                  const std::string& user, const std::string& password, std::uint32_t service) = 0;
+                                  const std::string& user, const std::string& password,
+                                  std::uint32_t service) = 0;
 
-  // Canonicalises `url` in the way `flags` say, into at most `capacity` characters, terminator included. Nothing
-  // when the call fails, a capacity too small among the reasons.
+  // Canonicalises `url` in the way `flags` say, into at most `capacity` characters, terminator included.
+  // Nothing when the call fails, a capacity too small among the reasons.
   virtual std::optional<std::string> InternetCanonicalizeUrlA(const std::string& url, std::uint32_t capacity,
                                                               std::uint32_t flags) = 0;
 
@@ -49,16 +50,18 @@ class WinInetApi {
                                   const std::string& version, const std::string& referrer,
                                   std::uint32_t flags) = 0;
 
-  // Sends and waits for the reply's headers. False when the server could not be reached or the time ran out; a
-  // connection that closes before any reply counts as sent, with no headers and an empty body.
+  // Sends and waits for the reply's headers. False when the server could not be reached or the time ran out;
+  // a connection that closes before any reply counts as sent, with no headers and an empty body.
   virtual bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) = 0;
 
   // The value of a header as the server wrote it; nothing when the reply has none.
-  virtual std::optional<std::string> HttpQueryInfoA(Handle request, std::uint32_t level, std::uint32_t capacity) = 0;
+  virtual std::optional<std::string> HttpQueryInfoA(Handle request, std::uint32_t level,
+                                                    std::uint32_t capacity) = 0;
 
-  // Reads up to `capacity` bytes of the body into `buffer` and sets `read`. The end of the body, and of a connection
-  // that broke, is a read of 0 bytes.
-  virtual bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity, std::uint32_t& read) = 0;
+  // Reads up to `capacity` bytes of the body into `buffer` and sets `read`. The end of the body, and of a
+  // connection that broke, is a read of 0 bytes.
+  virtual bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity,
+                                std::uint32_t& read) = 0;
 
   // Closes a handle and those that were opened from it.
   virtual bool InternetCloseHandle(Handle handle) = 0;
