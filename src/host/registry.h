@@ -5,9 +5,10 @@
 
 namespace mirelo::host {
 
-// The registry: keys in a tree below root handles, each holding named values of a kind. The eight calls, with the
-// return codes that callers know. Strings are bytes in the ANSI code page. Key and value names are found without
-// regard to case and keep the case they were made with; "" is a key's unnamed value. A path joins keys with "\".
+// The registry: keys in a tree below root handles, each holding named values of a kind. The eight calls, with
+// the return codes that callers know. Strings are bytes in the ANSI code page. Key and value names are found
+// without regard to case and keep the case they were made with; "" is a key's unnamed value. A path joins
+// keys with "\".
 class Registry {
  public:
   using Key = std::uint32_t;  // a root handle below, or one that was opened and not yet closed
@@ -18,22 +19,24 @@ class Registry {
   static constexpr Key kUsers = 0x80000003;
 
   // Kinds of value.
-  static constexpr std::uint32_t kSz = 1;      // text with its terminating NUL
+  static constexpr std::uint32_t kSz = 1;  // text with its terminating NUL
   static constexpr std::uint32_t kBinary = 3;
-  static constexpr std::uint32_t kDword = 4;   // 4 bytes, little-endian
+  static constexpr std::uint32_t kDword = 4;  // 4 bytes, little-endian
 
   // Return codes, as winerror.h numbers them.
   static constexpr std::int32_t kSuccess = 0;
   static constexpr std::int32_t kFileNotFound = 2;
-  static constexpr std::int32_t kAccessDenied = 5;      // also: deleting a key that has subkeys
+  static constexpr std::int32_t kAccessDenied = 5;  // also: deleting a key that has subkeys
   static constexpr std::int32_t kInvalidHandle = 6;
   static constexpr std::int32_t kInvalidParameter = 87;
   static constexpr std::int32_t kMoreData = 234;
   static constexpr std::int32_t kNoMoreItems = 259;
   static constexpr std::int32_t kRegistryIoFailed = 1016;
-  static constexpr std::int32_t kKeyDeleted = 1018;
+  static constexpr std::int32_t kKeyDeleted =
+      1018;  // the handle's key is gone, whatever names the call gives
 
-  // Access rights (bits of samDesired). A call on a handle opened without the right it needs is kAccessDenied.
+  // Access rights (bits of samDesired). A call on a handle opened without the right it needs is
+  // kAccessDenied.
   static constexpr std::uint32_t kQueryValue = 0x0001;
   static constexpr std::uint32_t kSetValue = 0x0002;
   static constexpr std::uint32_t kCreateSubKey = 0x0004;
@@ -43,10 +46,12 @@ class Registry {
 
   virtual ~Registry() = default;
 
-  virtual std::int32_t RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access, Key& result) = 0;
+  virtual std::int32_t RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
+                                     Key& result) = 0;
 
-  // `type` receives the kind. With `data` null only `size` is set, to the bytes stored. Otherwise `size` is the
-  // buffer's size on entry and the bytes stored on return; a buffer too small is kMoreData and stays untouched.
+  // `type` receives the kind. With `data` null only `size` is set, to the bytes stored. Otherwise `size` is
+  // the buffer's size on entry and the bytes stored on return; a buffer too small is kMoreData and stays
+  // untouched.
   virtual std::int32_t RegQueryValueExA(Key key, const std::string& name, std::uint32_t& type, char* data,
                                         std::uint32_t& size) = 0;
 
@@ -54,12 +59,13 @@ class Registry {
   virtual std::int32_t RegQueryInfoKeyA(Key key, std::uint32_t& value_count,
                                         std::uint32_t& longest_value_name) = 0;
 
-  // The name of value `index` (from 0, in an order that holds while nothing is written). `size` is the buffer's
-  // size in bytes on entry, terminator included, and the name's length without it on return.
+  // The name of value `index` (from 0, in an order that holds while nothing is written). `size` is the
+  // buffer's size in bytes on entry, terminator included, and the name's length without it on return.
   virtual std::int32_t RegEnumValueA(Key key, std::uint32_t index, char* name, std::uint32_t& size) = 0;
 
   // Opens the key, made with all keys above it if it is absent.
-  virtual std::int32_t RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access, Key& result) = 0;
+  virtual std::int32_t RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
+                                       Key& result) = 0;
 
   // When it returns kSuccess the value is stored for good: a crash right behind the call does not lose it.
   virtual std::int32_t RegSetValueExA(Key key, const std::string& name, std::uint32_t type, const char* data,

@@ -45,4 +45,10 @@ std::vector<std::string_view> SplitPath(std::string_view path) {
   return names;
 }
 
+bool HasTooLongName(const std::string& path) {
+  const auto names = SplitPath(TerminatedName(path));
+  return std::any_of(names.begin(), names.end(),
+                     [](std::string_view name) { return name.size() > kLongestKeyName; });
+}
+
 }  // namespace mirelo::host

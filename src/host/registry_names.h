@@ -24,4 +24,7 @@ std::string FoldName(std::string_view name);
 // A, B. The views live as long as `path`.
 std::vector<std::string_view> SplitPath(std::string_view path);
 
+// Whether one of the names of a path, as a call gives it, is longer than a key's may be.
+bool HasTooLongName(const std::string& path);
+
 }  // namespace mirelo::host

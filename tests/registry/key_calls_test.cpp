@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -120,6 +121,12 @@ TEST_P(KeyCalls, NamesOfKeysHaveAtMost255Bytes) {
   EXPECT_EQ(OpenCode("New"), Registry::kFileNotFound) << "nothing may be left of a create that failed";
 }
 
+TEST_P(KeyCalls, ATooLongNameIsToldBeforeAnAbsentKeyAboveIt) {
+  const std::string path = "Absent\\" + std::string(256, 'n');
+  EXPECT_EQ(OpenCode(path), Registry::kInvalidParameter);
+  EXPECT_EQ(registry.RegDeleteKeyA(Registry::kCurrentUser, path), Registry::kInvalidParameter);
+}
+
 TEST_P(KeyCalls, DeleteRemovesTheKeyAndItsValues) {
   ASSERT_EQ(Set(Create("Software\\Company"), "Name", Registry::kSz, "x"), Registry::kSuccess);
   EXPECT_EQ(registry.RegDeleteKeyA(Registry::kCurrentUser, "software\\COMPANY"), Registry::kSuccess);
@@ -174,6 +181,24 @@ TEST_P(KeyCalls, HandlesOfADeletedKeyAreDead) {
   EXPECT_EQ(registry.RegDeleteKeyA(key, ""), Registry::kKeyDeleted);
   EXPECT_EQ(registry.RegDeleteKeyA(key, "Sub"), Registry::kKeyDeleted);
   EXPECT_EQ(registry.RegCloseKey(key), Registry::kSuccess);
+}
+
+// What is wrong with the names of a call does not matter on a handle that is dead, its rights do.
+TEST_P(KeyCalls, HandlesOfADeletedKeyAreDeadWhateverTheCallNames) {
+  const auto key = Create("Software");
+  const auto reader = Open("Software", Registry::kQueryValue);
+  ASSERT_EQ(registry.RegDeleteKeyA(key, ""), Registry::kSuccess);
+
+  const std::string too_long_key(256, 'n');
+  const std::string too_long_value(16384, 'n');
+  Registry::Key other = 0;
+  EXPECT_EQ(registry.RegOpenKeyExA(key, too_long_key, Registry::kRead, other), Registry::kKeyDeleted);
+  EXPECT_EQ(registry.RegCreateKeyExA(key, too_long_key, Registry::kRead, other), Registry::kKeyDeleted);
+  EXPECT_EQ(registry.RegDeleteKeyA(key, too_long_key), Registry::kKeyDeleted);
+  EXPECT_EQ(Query(key, too_long_value).code, Registry::kKeyDeleted);
+  EXPECT_EQ(Set(key, too_long_value, Registry::kSz, "x"), Registry::kKeyDeleted);
+  EXPECT_EQ(registry.RegSetValueExA(key, "Name", Registry::kSz, nullptr, 1), Registry::kKeyDeleted);
+  EXPECT_EQ(Set(reader, "Name", Registry::kSz, "x"), Registry::kAccessDenied);
 }
 
 TEST_P(KeyCalls, ClosedAndUnknownHandlesAreInvalid) {

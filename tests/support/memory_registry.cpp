@@ -47,8 +47,8 @@ std::int32_t MemoryRegistry::RegOpenKeyExA(Key key, const std::string& sub_key, 
                                            Key& result) {
   Handle handle;
   if (const auto error = Resolve(key, 0, handle); error != kSuccess) return error;
+  if (host::HasTooLongName(sub_key)) return kInvalidParameter;
   for (const std::string_view name : host::SplitPath(host::TerminatedName(sub_key))) {
-    if (name.size() > host::kLongestKeyName) return kInvalidParameter;
     handle.node = handle.node->SubKey(name);
     if (!handle.node) return kFileNotFound;
   }
@@ -97,11 +97,8 @@ std::int32_t MemoryRegistry::RegCreateKeyExA(Key key, const std::string& sub_key
                                              Key& result) {
   Handle handle;
   if (const auto error = Resolve(key, 0, handle); error != kSuccess) return error;
-  const auto names = host::SplitPath(host::TerminatedName(sub_key));
-  for (const std::string_view name : names) {
-    if (name.size() > host::kLongestKeyName) return kInvalidParameter;
-  }
-  for (const std::string_view name : names) {
+  if (host::HasTooLongName(sub_key)) return kInvalidParameter;
+  for (const std::string_view name : host::SplitPath(host::TerminatedName(sub_key))) {
     auto next = handle.node->SubKey(name);
     if (!next) {
       if ((handle.access & kCreateSubKey) == 0) return kAccessDenied;

@@ -30,12 +30,6 @@ std::int32_t CodeOf(int result) {
   }
 }
 
-bool HasTooLongName(const std::string& path) {
-  const auto names = host::SplitPath(host::TerminatedName(path));
-  return std::any_of(names.begin(), names.end(),
-                     [](std::string_view name) { return name.size() > host::kLongestKeyName; });
-}
-
 }  // namespace
 
 SqliteRegistry::SqliteRegistry(const std::filesystem::path& path, std::chrono::milliseconds busy_timeout)
@@ -125,8 +119,9 @@ std::int32_t SqliteRegistry::RegSetValueExA(Key key, const std::string& name, st
   Handle handle;
   if (const auto error = Resolve(key, kSetValue, handle); error != kSuccess) return error;
   const std::string_view given = host::TerminatedName(name);
-  if (given.size() > host::kLongestValueName) return kInvalidParameter;
-  if (data == nullptr && size > 0) return kInvalidParameter;
+  if (given.size() > host::kLongestValueName || (data == nullptr && size > 0)) {
+    return UnlessDeleted(handle.key, kInvalidParameter);
+  }
   if (const auto error = BeforeWrite(); error != kSuccess) return error;
 
   const std::string folded = host::FoldName(given);
@@ -161,14 +156,14 @@ std::int32_t SqliteRegistry::FindKey(Id below, const std::string& path, Id& key)
     key = *known;
     return kSuccess;
   }
-  if (HasTooLongName(path)) return kInvalidParameter;
+  if (host::HasTooLongName(path)) return UnlessDeleted(below, kInvalidParameter);
 
   Id found = below;
   for (const std::string_view name : host::SplitPath(host::TerminatedName(path))) {
     const std::string folded = host::FoldName(name);
     Run run(find_sub_key_);
     const int result = run.Bind(found).Bind(folded).Step();
-    if (result == SQLITE_DONE) return NotFound(below);
+    if (result == SQLITE_DONE) return UnlessDeleted(below, kFileNotFound);
     if (result != SQLITE_ROW) return CodeOf(result);
     found = run.Integer(0);
   }
@@ -188,7 +183,7 @@ std::int32_t SqliteRegistry::FindValue(Id key, const std::string& name, const Re
   const std::string folded = host::FoldName(host::TerminatedName(name));
   Run run(find_value_);
   const int result = run.Bind(key).Bind(folded).Step();
-  if (result == SQLITE_DONE) return NotFound(key);
+  if (result == SQLITE_DONE) return UnlessDeleted(key, kFileNotFound);
   if (result != SQLITE_ROW) return CodeOf(result);
   value =
       cache_.KeepValue(key, name, {static_cast<std::uint32_t>(run.Integer(0)), std::string(run.Bytes(1))});
@@ -224,9 +219,9 @@ std::int32_t SqliteRegistry::DropCacheIfChanged() {
   return kSuccess;
 }
 
-std::int32_t SqliteRegistry::NotFound(Id key) {
+std::int32_t SqliteRegistry::UnlessDeleted(Id key, std::int32_t code) {
   const auto error = CheckKey(key);
-  return error == kSuccess ? kFileNotFound : error;
+  return error == kSuccess ? code : error;
 }
 
 std::int32_t SqliteRegistry::CheckKey(Id key) {

@@ -55,8 +55,8 @@ class SqliteRegistry : public host::Registry {
   std::int32_t FindValue(Id key, const std::string& name, const ReadCache::Value*& value);
   std::int32_t FindNames(Id key, const std::vector<std::string>*& names);
   std::int32_t DropCacheIfChanged();
-  std::int32_t CheckKey(Id key);  // kKeyDeleted when it is gone
-  std::int32_t NotFound(Id key);  // what to answer when the key has no such thing: it may be gone itself
+  std::int32_t CheckKey(Id key);                          // kKeyDeleted when it is gone
+  std::int32_t UnlessDeleted(Id key, std::int32_t code);  // `code`, but kKeyDeleted when the key is gone
 
   // Writing: each is one transaction.
   std::int32_t MakeKey(Id below, const std::string& path, Id& key);
