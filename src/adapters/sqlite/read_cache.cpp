@@ -6,10 +6,11 @@ namespace mirelo::sqlite {
 
 namespace {
 
-template <class Maps>
-auto* Find(Maps& maps, std::int64_t key, const std::string& text) {
+template <class Entry>
+const Entry* Find(const std::unordered_map<std::int64_t, std::unordered_map<std::string, Entry>>& maps,
+                  std::int64_t key, const std::string& text) {
   const auto map = maps.find(key);
-  if (map == maps.end()) return decltype(&map->second.begin()->second){};
+  if (map == maps.end()) return nullptr;
   const auto entry = map->second.find(text);
   return entry == map->second.end() ? nullptr : &entry->second;
 }

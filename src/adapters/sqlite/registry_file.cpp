@@ -2,7 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -18,7 +20,7 @@ using std::chrono::milliseconds;
 namespace {
 
 constexpr std::int64_t kApplicationId = 0x4D72656C;  // "Mrel": tells a registry from other databases
-constexpr std::int64_t kLayout = 1;                  // user_version
+constexpr std::int64_t kLayout = 1;                  // grows when the tables below change
 
 // Ids are never given twice (AUTOINCREMENT), so that a handle of a deleted key never finds another key. The
 // root keys' ids are their handles. `folded` is the name as it is found, `name` the name as it was made. A
@@ -45,16 +47,19 @@ INSERT INTO key (id, parent, folded, name) VALUES
   (0x80000001, NULL, CAST('HKEY_CURRENT_USER' AS BLOB), CAST('HKEY_CURRENT_USER' AS BLOB)),
   (0x80000002, NULL, CAST('HKEY_LOCAL_MACHINE' AS BLOB), CAST('HKEY_LOCAL_MACHINE' AS BLOB)),
   (0x80000003, NULL, CAST('HKEY_USERS' AS BLOB), CAST('HKEY_USERS' AS BLOB));
-PRAGMA application_id = 0x4D72656C;
-PRAGMA user_version = 1;
 )sql";
+
+std::string MarkLayout() {
+  return "PRAGMA application_id = " + std::to_string(kApplicationId) +
+         "; PRAGMA user_version = " + std::to_string(kLayout);
+}
 
 // A file on its way to being a registry that can be used.
 class RegistryFile {
  public:
   RegistryFile(const fs::path& path, Database& database) : path_(path), database_(database) {}
 
-  void Execute(const char* sql) const { Check(database_.Execute(sql)); }
+  void Execute(const std::string& sql) const { Check(database_.Execute(sql.c_str())); }
   bool HasLayout() const;
   void MakeLayout() const;
   void UseWriteAheadLog(milliseconds busy_timeout) const;
@@ -98,7 +103,7 @@ bool RegistryFile::HasLayout() const {
 
 void RegistryFile::MakeLayout() const {
   Execute("BEGIN IMMEDIATE");
-  if (!LayoutIsThere()) Execute(kMakeLayout);  // another process may have been first
+  if (!LayoutIsThere()) Execute(kMakeLayout + MarkLayout());  // another process may have been first
   Execute("COMMIT");
 }
 
