@@ -7,8 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include "automation/runtime_error.h"
+#include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "host/host.h"
+#include "host/registry.h"
+#include "support/error_number.h"
 #include "support/faulty_registry.h"
 #include "support/manual_clock.h"
 #include "support/memory_registry.h"
@@ -19,25 +23,6 @@ namespace mirelo::testing {
 using host::Registry;
 
 constexpr std::string_view kSettingsPath = "Software\\Kestrin\\Dovanta2\\Settings";
-
-// What an act raises; a failed test when it raises nothing.
-template <class Act>
-RuntimeError ErrorOf(Act&& act) {
-  try {
-    act();
-  } catch (const RuntimeError& error) {
-    return error;
-  }
-  ADD_FAILURE() << "no error was raised";
-  return RuntimeError(0, "");
-}
-
-inline void ExpectError(const RuntimeError& error, std::uint32_t number, std::string_view description,
-                        std::string_view source) {
-  EXPECT_EQ(error.Number(), ErrorNumber(number));
-  EXPECT_EQ(error.Description(), description);
-  EXPECT_EQ(error.Source(), source);
-}
 
 inline void ExpectComponentFailure(const RuntimeError& error) {
   ExpectError(error, 0x80044284, "CAppSettings component failure", "Mirelo.CAppSettings");

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
+#include <string_view>
 
 #include "automation/runtime_error.h"
 
@@ -15,6 +18,26 @@ std::int32_t NumberOf(Call&& call) {
   } catch (const RuntimeError& error) {
     return error.Number();
   }
+}
+
+// The error that `call` raises; the test fails when it raises none.
+template <class Call>
+RuntimeError ErrorOf(Call&& call) {
+  try {
+    call();
+  } catch (const RuntimeError& error) {
+    return error;
+  }
+  ADD_FAILURE() << "no error was raised";
+  return RuntimeError(0, "");
+}
+
+// `number` as its 32 bits: 0x80044284.
+inline void ExpectError(const RuntimeError& error, std::uint32_t number, std::string_view description,
+                        std::string_view source) {
+  EXPECT_EQ(error.Number(), ErrorNumber(number));
+  EXPECT_EQ(error.Description(), description);
+  EXPECT_EQ(error.Source(), source);
 }
 
 }  // namespace mirelo::testing
