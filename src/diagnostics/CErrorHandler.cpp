@@ -1,10 +1,14 @@
 #include "diagnostics/CErrorHandler.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <string>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "automation/regional_format.h"
 #include "host/clock.h"
@@ -185,7 +189,8 @@ std::string CErrorHandler::FormatCallStack(std::int16_t indent, bool show_data) 
 }
 
 std::int32_t CErrorHandler::ShowMessageBox(const std::string& report) const {
-  switch (Host::Current().desktop().MessageBox(report, Desktop::kAbortRetryIgnore, "Mirelo")) {
+  Desktop& desktop = Host::Current().desktop();
+  switch (desktop.MessageBox(report, Desktop::kAbortRetryIgnore, Desktop::kDefaultTitle)) {
     case Desktop::Answer::Abort:
       return ResultAbort;
     case Desktop::Answer::Retry:

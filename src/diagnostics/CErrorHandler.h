@@ -21,8 +21,7 @@ class CErrorHandler {
   static constexpr std::int32_t ActionMessageBox = 1;  // asked about in a message box
   static constexpr std::int32_t ActionLogFile = 2;     // appended to ErrorLogFile
   static constexpr std::int32_t ActionEventLog = 4;    // written to the event log, on the NT family only
-  static constexpr std::int32_t ActionErrorForm =
-      8;  // asked about in the error dialog, which overrules the box
+  static constexpr std::int32_t ActionErrorForm = 8;   // asked about in the error dialog, overruling the box
 
   // TracingFlags is a sum of these.
   static constexpr std::int32_t TraceDebugOutput = 1;  // accepted, yields no output anywhere
@@ -44,7 +43,7 @@ class CErrorHandler {
   CErrorHandler& operator=(const CErrorHandler&) = delete;
 
   // Sets the six properties in the order of the arguments. What was set before a value that is refused stays
-  // set.
+  // set. Raises what the setters below raise: 0x800443FA, 0x800443F9, 0x800443FB.
   void Init(std::int32_t ErrorHandlerActions, std::string ErrorLogFile, bool CallStackEnabled,
             bool TracingEnabled, std::int32_t TracingFlags, std::string TracingLogFile);
 
@@ -82,16 +81,21 @@ class CErrorHandler {
   void TracingEnabled(bool value) { tracing_enabled_ = value; }
 
   // The four below keep their old value when the new one is refused.
+
+  // A sum of action flags, 1 to 15. Error 0x800443FA, "Invalid error handler actions", for any other number.
   std::int32_t ErrorHandlerActions() const { return error_handler_actions_; }
-  void ErrorHandlerActions(std::int32_t value);  // error 0x800443FA outside 1 to 15
+  void ErrorHandlerActions(std::int32_t value);
+  // A sum of trace flags, 1 to 3; 0 until it is set. Error 0x800443FB, "Invalid tracing flags", for any other
+  // number.
   std::int32_t TracingFlags() const { return tracing_flags_; }
-  void TracingFlags(std::int32_t value);  // error 0x800443FB outside 1 to 3
+  void TracingFlags(std::int32_t value);
 
   // A name without a folder is a file in the current directory. A file is open only while it is written to.
+  // Error 0x800443F9, "Invalid file name", for an empty name.
   const std::string& ErrorLogFile() const { return error_log_file_; }
-  void ErrorLogFile(std::string value);  // error 0x800443F9 for an empty name
+  void ErrorLogFile(std::string value);
   const std::string& TracingLogFile() const { return tracing_log_file_; }
-  void TracingLogFile(std::string value);  // error 0x800443F9 for an empty name
+  void TracingLogFile(std::string value);
 
   // Whether the machine's platform is that of the NT family, the only one with an event log.
   bool IsWindowsNT() const { return is_windows_nt_; }
@@ -131,10 +135,10 @@ class CErrorHandler {
 
 // What CErrorHandler raises, with the source "Mirelo.CErrorHandler".
 namespace Errors {
-RuntimeError InvalidFileName();             // 0x800443F9
-RuntimeError InvalidErrorHandlerActions();  // 0x800443FA
-RuntimeError InvalidTracingFlags();         // 0x800443FB
-RuntimeError ErrorHandlerFailure();         // 0x800443FC
+RuntimeError InvalidFileName();             // 0x800443F9, "Invalid file name"
+RuntimeError InvalidErrorHandlerActions();  // 0x800443FA, "Invalid error handler actions"
+RuntimeError InvalidTracingFlags();         // 0x800443FB, "Invalid tracing flags"
+RuntimeError ErrorHandlerFailure();         // 0x800443FC, "CErrorHandler component failure"
 }  // namespace Errors
 
 }  // namespace mirelo

@@ -1,7 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
-#include <vector>
 
 #include "diagnostics/diagnostics_test.h"
 
@@ -10,12 +11,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-std::vector<std::string> Procedures(const CErrorHandler& handler) {
-  std::vector<std::string> procedures;
-  for (const auto& entry : handler.CallStack()) procedures.push_back(entry.procedure);
-  return procedures;
-}
 
 class CallStack : public DiagnosticsTest {
  protected:
@@ -97,7 +92,19 @@ TEST_F(CallStack, TracesNothingWithDebugOutputAlone) {
 TEST_F(CallStack, TracesTheSameLinesWithBothFlags) {
   Trace(CErrorHandler::TraceDebugOutput + CErrorHandler::TraceLogFile);
   handler.CallStackPush("A", "");
-  EXPECT_EQ(ContentsOf(tracing_log), "1/20/2011 - 8:36:13 AM --- Entered routine: A\r\n");
+  handler.CallStackPop();
+  EXPECT_EQ(ContentsOf(tracing_log),
+            "1/20/2011 - 8:36:13 AM --- Entered routine: A\r\n"
+            "1/20/2011 - 8:36:13 AM --- Exited routine: A\r\n");
+}
+
+// No file stays open between two lines.
+TEST_F(CallStack, TracesToANewFileWhenTheOldOneWasDeleted) {
+  Trace(CErrorHandler::TraceLogFile);
+  handler.CallStackPush("A", "");
+  ASSERT_TRUE(std::filesystem::remove(tracing_log));
+  handler.CallStackPush("B", "");
+  EXPECT_EQ(ContentsOf(tracing_log), "1/20/2011 - 8:36:13 AM --- Entered routine: B\r\n");
 }
 
 TEST_F(CallStack, TracesNothingWhileTracingIsOff) {
@@ -109,9 +116,9 @@ TEST_F(CallStack, TracesNothingWhileTracingIsOff) {
 
 TEST_F(CallStack, KeepsTheEntryWhoseTraceLineCannotBeWritten) {
   handler.Init(1, "errors.txt", true, true, 2, PathOf("no such folder/traces.txt"));
-  EXPECT_EQ(NumberOf([&] { handler.CallStackPush("A", ""); }), -2147204100);
+  ExpectComponentFailure(ErrorOf([&] { handler.CallStackPush("A", ""); }));
   EXPECT_THAT(Procedures(handler), ElementsAre("A"));
-  EXPECT_EQ(NumberOf([&] { handler.CallStackPop(); }), -2147204100);
+  ExpectComponentFailure(ErrorOf([&] { handler.CallStackPop(); }));
   EXPECT_THAT(Procedures(handler), ElementsAre("A"));
 }
 

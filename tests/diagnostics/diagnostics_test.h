@@ -8,6 +8,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "automation/runtime_error.h"
 #include "diagnostics/CErrorHandler.h"
@@ -44,6 +45,17 @@ inline std::int32_t Handle(CErrorHandler& handler, const RuntimeError& failure,
   } catch (...) {
     return handler.HandleError(procedure);
   }
+}
+
+// The routines on the call stack, the outermost first.
+inline std::vector<std::string> Procedures(const CErrorHandler& handler) {
+  std::vector<std::string> procedures;
+  for (const auto& entry : handler.CallStack()) procedures.push_back(entry.procedure);
+  return procedures;
+}
+
+inline void ExpectComponentFailure(const RuntimeError& error) {
+  ExpectError(error, 0x800443FC, "CErrorHandler component failure", "Mirelo.CErrorHandler");
 }
 
 inline std::string ContentsOf(const std::string& path) {

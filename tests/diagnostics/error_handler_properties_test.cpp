@@ -1,13 +1,14 @@
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <functional>
+#include <set>
+#include <vector>
 
 #include "diagnostics/diagnostics_test.h"
 
 namespace mirelo::testing {
 namespace {
-
-using ::testing::ElementsAre;
 
 class ErrorHandlerProperties : public DiagnosticsTest {};
 
@@ -25,6 +26,18 @@ TEST_F(ErrorHandlerProperties, StartWithOnlyTheMessageBox) {
   EXPECT_EQ(handler.ErrorDescription(), "");
   EXPECT_EQ(handler.SupportMail(), "");
   EXPECT_TRUE(handler.CallStack().empty());
+}
+
+TEST(ErrorHandlerNumbers, AreThoseThatClientsKnow) {
+  EXPECT_EQ(CErrorHandler::ActionMessageBox, 1);
+  EXPECT_EQ(CErrorHandler::ActionLogFile, 2);
+  EXPECT_EQ(CErrorHandler::ActionEventLog, 4);
+  EXPECT_EQ(CErrorHandler::ActionErrorForm, 8);
+  EXPECT_EQ(CErrorHandler::TraceDebugOutput, 1);
+  EXPECT_EQ(CErrorHandler::TraceLogFile, 2);
+  EXPECT_EQ(CErrorHandler::ResultAbort, 0);
+  EXPECT_EQ(CErrorHandler::ResultRetry, 1);
+  EXPECT_EQ(CErrorHandler::ResultIgnore, 2);
 }
 
 TEST_F(ErrorHandlerProperties, KeepWhatTheyAreGiven) {
@@ -57,32 +70,24 @@ TEST_F(ErrorHandlerProperties, RefuseValuesOutsideTheirRangeAndKeepTheOldOnes) {
   struct Refusal {
     const char* what;
     std::function<void(CErrorHandler&)> set;
-    std::int32_t number;
+    std::uint32_t number;
     const char* description;
   };
   const Refusal refusals[] = {
-      {"actions 0", [](auto& h) { h.ErrorHandlerActions(0); }, -2147204102, "Invalid error handler actions"},
-      {"actions 16", [](auto& h) { h.ErrorHandlerActions(16); }, -2147204102,
-       "Invalid error handler actions"},
-      {"actions -1", [](auto& h) { h.ErrorHandlerActions(-1); }, -2147204102,
-       "Invalid error handler actions"},
-      {"flags 0", [](auto& h) { h.TracingFlags(0); }, -2147204101, "Invalid tracing flags"},
-      {"flags 4", [](auto& h) { h.TracingFlags(4); }, -2147204101, "Invalid tracing flags"},
-      {"no error log", [](auto& h) { h.ErrorLogFile(""); }, -2147204103, "Invalid file name"},
-      {"no tracing log", [](auto& h) { h.TracingLogFile(""); }, -2147204103, "Invalid file name"},
+      {"actions 0", [](auto& h) { h.ErrorHandlerActions(0); }, 0x800443FA, "Invalid error handler actions"},
+      {"actions 16", [](auto& h) { h.ErrorHandlerActions(16); }, 0x800443FA, "Invalid error handler actions"},
+      {"actions -1", [](auto& h) { h.ErrorHandlerActions(-1); }, 0x800443FA, "Invalid error handler actions"},
+      {"flags 0", [](auto& h) { h.TracingFlags(0); }, 0x800443FB, "Invalid tracing flags"},
+      {"flags 4", [](auto& h) { h.TracingFlags(4); }, 0x800443FB, "Invalid tracing flags"},
+      {"no error log", [](auto& h) { h.ErrorLogFile(""); }, 0x800443F9, "Invalid file name"},
+      {"no tracing log", [](auto& h) { h.TracingLogFile(""); }, 0x800443F9, "Invalid file name"},
   };
   for (const Refusal& refusal : refusals) {
     SCOPED_TRACE(refusal.what);
     CErrorHandler handler;
     handler.Init(7, "errors.txt", false, false, 2, "traces.txt");
-    try {
-      refusal.set(handler);
-      ADD_FAILURE() << "not refused";
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(error.Number(), refusal.number);
-      EXPECT_EQ(error.Description(), refusal.description);
-      EXPECT_EQ(error.Source(), "Mirelo.CErrorHandler");
-    }
+    ExpectError(ErrorOf([&] { refusal.set(handler); }), refusal.number, refusal.description,
+                "Mirelo.CErrorHandler");
     EXPECT_EQ(handler.ErrorHandlerActions(), 7);
     EXPECT_EQ(handler.TracingFlags(), 2);
     EXPECT_EQ(handler.ErrorLogFile(), "errors.txt");
@@ -149,10 +154,10 @@ TEST_F(ErrorHandlerProperties, TellTheNtFamilyByTheLongOrTheShortVersionRecord) 
   }
 }
 
-TEST_F(ErrorHandlerProperties, ComeNotIntoBeingOnAMachineThatCannotBeAsked) {
+TEST(ErrorHandlerConstruction, FailsOnAMachineWithoutAnOperatingSystem) {
   TestHost bare;
   const host::HostScope scope(bare);
-  EXPECT_EQ(NumberOf([] { CErrorHandler handler; }), -2147204100);
+  ExpectComponentFailure(ErrorOf([] { CErrorHandler handler; }));
 }
 
 }  // namespace

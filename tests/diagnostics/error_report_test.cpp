@@ -1,9 +1,17 @@
 #include <gmock/gmock.h>
 
+#include <cstdint>
+#include <filesystem>
+#include <new>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "diagnostics/diagnostics_test.h"
+#include "host/desktop.h"
+#include "host/operating_system.h"
+#include "support/current_directory.h"
 
 namespace mirelo::testing {
 namespace {
@@ -82,10 +90,14 @@ TEST_F(ErrorReport, NamesTheRoutineUnknownWhenTheStackIsDisabledButShowsTheStack
   EXPECT_THAT(report, HasSubstr("Mirelo.cMirelo.GetLastQuote()\r\n"));
 }
 
-TEST_F(ErrorReport, ShowsTheDataOfAnEntryInItsParentheses) {
+TEST_F(ErrorReport, ShowsTheDataOfEachEntryInItsParentheses) {
   handler.CallStackPush("Mirelo.frmMirelo.FindTicker", "MSFT");
+  handler.CallStackPush("Mirelo.frmMirelo.FindRow", "7, (right)");
   EXPECT_THAT(ReportOf(Errors::TypeMismatch()),
-              HasSubstr("The call stack is:\r\n                    Mirelo.frmMirelo.FindTicker(MSFT)\r\n"));
+              HasSubstr("The call stack is:\r\n"
+                        "                    Mirelo.frmMirelo.FindRow(7, (right))\r\n"
+                        "                    Mirelo.frmMirelo.FindTicker(MSFT)\r\n"
+                        "                    Mirelo.cMirelo.GetLastQuote()\r\n"));
 }
 
 TEST_F(ErrorReport, TellsAnyExceptionAsAFailure) {
@@ -112,7 +124,7 @@ TEST_F(ErrorReport, AsksInAMessageBox) {
     desktop.boxes.clear();
     desktop.answers = {answer};
     EXPECT_EQ(Fail(CErrorHandler::ActionMessageBox), result);
-    EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{kReport, 2, "Mirelo"}));
+    EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{kReport, 2, host::Desktop::kDefaultTitle}));
     EXPECT_THAT(desktop.reports, IsEmpty());
   }
 }
@@ -148,16 +160,23 @@ TEST_F(ErrorReport, GoesToTheEventLogOfTheNtFamilyAsAnError) {
   CErrorHandler nt;
   nt.ErrorHandlerActions(CErrorHandler::ActionEventLog);
   EXPECT_EQ(Handle(nt, Errors::TypeMismatch(), "Mirelo.frmColor.L1_Click"), CErrorHandler::ResultAbort);
+  const std::string report =
+      "1/20/2011 - 8:36:13 AM\r\n"
+      "\tError: 13, (Type mismatch)\r\n"
+      "\tin Mirelo.frmColor.L1_Click at line 0\r\n"
+      "\r\n"
+      "The call stack is:\r\n";
   ASSERT_EQ(system.events.size(), 1u);
-  EXPECT_EQ(system.events[0].type, 1);
-  EXPECT_THAT(system.events[0].text, HasSubstr("\tin Mirelo.frmColor.L1_Click at line 0\r\n"));
+  EXPECT_EQ(system.events[0], (RecordingSystem::LoggedEvent{report, 1}));
 }
 
 TEST_F(ErrorReport, GoesNowhereFromAnotherSystemWithTheEventLogAlone) {
+  const CurrentDirectory current(directory.path());
   EXPECT_EQ(Fail(CErrorHandler::ActionEventLog), CErrorHandler::ResultAbort);
   EXPECT_THAT(system.events, IsEmpty());
   EXPECT_THAT(desktop.boxes, IsEmpty());
   EXPECT_THAT(desktop.reports, IsEmpty());
+  EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
 }
 
 // Looks at what has been done by the time the user is asked.
@@ -176,20 +195,50 @@ TEST_F(ErrorReport, GoesToFileThenEventLogThenBoxThenDialog) {
   EXPECT_THAT(seen, ElementsAre("1110", "1111"));
 }
 
+TEST_F(ErrorReport, ReachesNobodyWhenItsFileCannotBeOpened) {
+  system.platform = host::OperatingSystem::kPlatformNt;
+  CErrorHandler nt;
+  nt.ErrorHandlerActions(15);
+  nt.ErrorLogFile(PathOf("no such folder/errors.txt"));
+  ExpectComponentFailure(ErrorOf([&] { Handle(nt, Errors::TypeMismatch()); }));
+  EXPECT_THAT(system.events, IsEmpty());
+  EXPECT_THAT(desktop.boxes, IsEmpty());
+  EXPECT_THAT(desktop.reports, IsEmpty());
+}
+
+TEST_F(ErrorReport, ThatTheEventLogRefusesIsAComponentFailureBeforeAnybodyIsAsked) {
+  struct FullEventLog : RecordingSystem {
+    void LogEvent(const std::string&, int) override { throw Errors::OutOfMemory(); }
+  } full;
+  full.platform = host::OperatingSystem::kPlatformNt;
+  TestHost machine;
+  machine.Use(clock).Use(desktop).Use(full);
+  const host::HostScope scope(machine);
+  CErrorHandler nt;
+  nt.ErrorHandlerActions(15);
+  nt.ErrorLogFile(PathOf("errors.txt"));
+  ExpectComponentFailure(ErrorOf([&] { Handle(nt, Errors::TypeMismatch()); }));
+  EXPECT_NE(ContentsOf(PathOf("errors.txt")), "");
+  EXPECT_THAT(desktop.boxes, IsEmpty());
+  EXPECT_THAT(desktop.reports, IsEmpty());
+}
+
+TEST_F(ErrorReport, WithoutAClockIsAComponentFailure) {
+  TestHost timeless;
+  timeless.Use(desktop).Use(system);
+  const host::HostScope scope(timeless);
+  ExpectComponentFailure(ErrorOf([&] { Fail(CErrorHandler::ActionErrorForm); }));
+  EXPECT_EQ(handler.ErrorNumber(), 13);  // it was copied first of all
+  EXPECT_THAT(desktop.reports, IsEmpty());
+}
+
 TEST_F(ErrorReport, ThatCannotBeShownIsAComponentFailure) {
   TestHost bare;
   bare.Use(clock).Use(system);
   const host::HostScope scope(bare);
   for (const std::int32_t action : {CErrorHandler::ActionMessageBox, CErrorHandler::ActionErrorForm}) {
     SCOPED_TRACE(action);
-    try {
-      Fail(action);
-      ADD_FAILURE() << "not raised";
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(error.Number(), ErrorNumber(0x800443FC));
-      EXPECT_EQ(error.Description(), "CErrorHandler component failure");
-      EXPECT_EQ(error.Source(), "Mirelo.CErrorHandler");
-    }
+    ExpectComponentFailure(ErrorOf([&] { Fail(action); }));
     EXPECT_EQ(handler.ErrorNumber(), 13);  // it was copied first of all
   }
 }

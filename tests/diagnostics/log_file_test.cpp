@@ -5,6 +5,7 @@
 #include <string>
 
 #include "diagnostics/diagnostics_test.h"
+#include "support/current_directory.h"
 
 namespace mirelo::testing {
 namespace {
@@ -51,16 +52,14 @@ TEST_F(LogFile, AloneAbortsWithoutAQuestion) {
 TEST_F(LogFile, ThatCannotBeOpenedIsAComponentFailureBeforeAnybodyIsAsked) {
   handler.ErrorHandlerActions(CErrorHandler::ActionLogFile + CErrorHandler::ActionErrorForm);
   handler.ErrorLogFile(PathOf("no such folder/errors.txt"));
-  EXPECT_EQ(NumberOf([&] { Handle(handler, Errors::SubscriptOutOfRange()); }), ErrorNumber(0x800443FC));
+  ExpectComponentFailure(ErrorOf([&] { Handle(handler, Errors::SubscriptOutOfRange()); }));
   EXPECT_TRUE(desktop.reports.empty());
 }
 
 TEST_F(LogFile, WithoutAFolderStandsInTheCurrentDirectory) {
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(directory.path());
+  const CurrentDirectory current(directory.path());
   handler.ErrorLogFile("here.txt");
   Handle(handler, Errors::SubscriptOutOfRange());
-  std::filesystem::current_path(before);
   EXPECT_EQ(ContentsOf(PathOf("here.txt")), kReport);
 }
 
