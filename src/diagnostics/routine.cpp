@@ -1,5 +1,9 @@
 #include "diagnostics/routine.h"
 
+#include <cstdint>
+#include <string_view>
+
+#include "automation/runtime_error.h"
 #include "core/mGlobal.h"
 #include "diagnostics/CErrorHandler.h"
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "automation/runtime_error.h"
@@ -36,7 +37,7 @@ struct Bounds {
 //
 // A routine's body is cut into statements, each of which can be run again. When one fails, the error handler
 // is asked: retry runs that statement again, ignore goes on with the next one, abort empties the call stack
-// and leaves the routine with its default result, raising nothing.
+// and leaves the routine with the default of its result's type, raising nothing.
 //
 //   void frmMirelo::ButAdd_Click() {
 //     Routine("Mirelo.frmMirelo.ButAdd_Click", [&](Frame& frame) {
@@ -111,7 +112,8 @@ class Frame {
   template <class Body>
   friend void Routine(std::string_view name, Body&& body);
   template <class Result, class Body>
-  friend Result Function(std::string_view name, Result initial, Body&& body);
+  friend Result Function(std::string_view name, Result initial, std::type_identity_t<Result> on_abort,
+                         Body&& body);
 
   explicit Frame(std::string_view name);
 
@@ -132,18 +134,24 @@ void Routine(std::string_view name, Body&& body) {
 }
 
 // A routine with a result: `body` gets the frame and the result to set, which starts as `initial`. An aborted
-// one returns `initial`.
+// one returns `on_abort`, whatever the result was by then.
 template <class Result, class Body>
-Result Function(std::string_view name, Result initial, Body&& body) {
-  Result result = initial;
+Result Function(std::string_view name, Result initial, std::type_identity_t<Result> on_abort, Body&& body) {
+  Result result = std::move(initial);
   try {
     Frame frame(name);
     std::forward<Body>(body)(frame, result);
     return result;
   } catch (const Frame::Exit& exit) {
     Frame::RaiseErrorOf(exit);
-    return initial;
+    return on_abort;
   }
+}
+
+// The usual case: an aborted one returns the default of its type: 0, empty, false or nothing.
+template <class Result, class Body>
+Result Function(std::string_view name, Result initial, Body&& body) {
+  return Function(name, std::move(initial), Result{}, std::forward<Body>(body));
 }
 
 // One statement of a routine, where the frame is called `frame`.

@@ -84,7 +84,10 @@ struct cMirelo::LastQuoteRun {
 };
 
 Variant cMirelo::GetLastQuote(const Variant& Tickers) {
-  return Function("Mirelo.cMirelo.GetLastQuote", Variant(""),
+  // The macros test for the empty text, so that is what an aborted call gives as well, in place of an empty
+  // variant.
+  const Variant no_quotes("");
+  return Function("Mirelo.cMirelo.GetLastQuote", no_quotes, no_quotes,
                   [&](Frame& frame, Variant& result) { LastQuoteRun(frame, *this, Tickers).Run(result); });
 }
 

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <stdexcept>
+#include <string>
 
 #include "diagnostics/routine_fixture.h"
 
@@ -90,7 +91,7 @@ TEST_F(RoutineFailure, OfTheTraceLineAtItsHeadAbortsTheRoutine) {
   TraceToNowhere();
   Answers({"ABORT"});
   const int result = Function("A", 7, [&](Frame& frame, int& value) { STEP(value = 8); });
-  EXPECT_EQ(result, 7);
+  EXPECT_EQ(result, 0);
   EXPECT_THAT(handler().CallStack(), IsEmpty());
 }
 
@@ -126,20 +127,20 @@ TEST_F(RoutineFailure, OfTheErrorHandlerIsReportedByTheNextRoutineUp) {
 
 TEST_F(RoutineFailure, OfTheErrorHandlerLeavesTheOutermostRoutineAsAnError) {
   LogToNowhere();
-  EXPECT_EQ(NumberOf([&] { Routine("A", [&](Frame& frame) { STEP(FailsOn("a")); }); }),
-            ErrorNumber(0x800443FC));
+  handler().CallStackPush("caller", "");
+  ExpectComponentFailure(ErrorOf([&] { Routine("A", [&](Frame& frame) { STEP(FailsOn("a")); }); }));
   EXPECT_THAT(desktop.reports, IsEmpty());
+  EXPECT_THAT(Procedures(handler()), ElementsAre("caller", "A")) << "no pop on the way out";
 }
 
 TEST_F(RoutineFailure, OfTheErrorHandlerPassesTheOtherStatementsOfItsRoutine) {
   LogToNowhere();
-  EXPECT_EQ(NumberOf([&] {
-              Routine("A", [&](Frame& frame) {
-                STEP(frame.step([&] { FailsOn("inner statement"); }));
-                STEP(Did("never"));
-              });
-            }),
-            ErrorNumber(0x800443FC));
+  ExpectComponentFailure(ErrorOf([&] {
+    Routine("A", [&](Frame& frame) {
+      STEP(frame.step([&] { FailsOn("inner statement"); }));
+      STEP(Did("never"));
+    });
+  }));
   EXPECT_THAT(done, ElementsAre("inner statement"));
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "core/mGlobal.h"
 #include "diagnostics/CErrorHandler.h"
 #include "diagnostics/diagnostics_test.h"

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <limits>
+#include <string>
 #include <vector>
 
+#include "automation/variant.h"
 #include "diagnostics/routine_fixture.h"
 
 namespace mirelo::testing {
@@ -40,6 +42,7 @@ TEST_F(RoutineFrame, ReportsAFailureInItsOwnName) {
 
 TEST_F(RoutineFrame, RetriesExactlyTheStatementThatFailed) {
   Answers({"RETRY", "RETRY"});
+  handler().CallStackPush("caller", "");
   Routine("A", [&](Frame& frame) {
     STEP(Did("before"));
     STEP(FailsTimes(2, "failing"));
@@ -47,18 +50,19 @@ TEST_F(RoutineFrame, RetriesExactlyTheStatementThatFailed) {
     frame.pop();
   });
   EXPECT_THAT(done, ElementsAre("before", "failing", "failing", "failing", "behind"));
-  EXPECT_THAT(handler().CallStack(), IsEmpty());
+  EXPECT_THAT(Procedures(handler()), ElementsAre("caller")) << "one pop, at the end";
 }
 
 TEST_F(RoutineFrame, GoesOnBehindAStatementThatIsIgnored) {
   Answers({"IGNORE"});
+  handler().CallStackPush("caller", "");
   Routine("A", [&](Frame& frame) {
     STEP(FailsOn("failing"));
     STEP(Did("behind"));
     frame.pop();
   });
   EXPECT_THAT(done, ElementsAre("failing", "behind"));
-  EXPECT_THAT(handler().CallStack(), IsEmpty());
+  EXPECT_THAT(Procedures(handler()), ElementsAre("caller")) << "one pop, at the end";
 }
 
 TEST_F(RoutineFrame, LeavesTheRoutineAndClearsTheWholeStackOnAbort) {
@@ -81,13 +85,25 @@ TEST_F(RoutineFrame, LeavesItsEntriesBehindOnAbortWhileTheStackIsDisabled) {
   EXPECT_EQ(handler().CallStack().size(), 2u);
 }
 
-TEST_F(RoutineFrame, ReturnsItsDefaultOnAbortWhateverItHadSet) {
-  Answers({"ABORT"});
-  const int result = Function("A", -1, [&](Frame& frame, int& value) {
+TEST_F(RoutineFrame, ReturnsTheDefaultOfItsTypeOnAbortWhateverItHadSet) {
+  Answers({"ABORT", "ABORT"});
+  const int number = Function("A", -1, [&](Frame& frame, int& value) {
     STEP(value = 5);
     STEP(FailsOn("failing"));
   });
-  EXPECT_EQ(result, -1);
+  EXPECT_EQ(number, 0);
+  const Variant variant =
+      Function("A", Variant("started"), [&](Frame& frame, Variant&) { STEP(FailsOn("failing")); });
+  EXPECT_TRUE(variant.IsEmpty());
+}
+
+TEST_F(RoutineFrame, ReturnsOnAbortWhatItNamesForThat) {
+  Answers({"ABORT"});
+  const int result = Function("A", -1, 7, [&](Frame& frame, int& value) {
+    STEP(value = 5);
+    STEP(FailsOn("failing"));
+  });
+  EXPECT_EQ(result, 7);
 }
 
 TEST_F(RoutineFrame, ReturnsWhatItHasSet) {
