@@ -3,8 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "automation/ansi.h"
+#include "automation/runtime_error.h"
 #include "host/clock.h"
 #include "host/host.h"
 

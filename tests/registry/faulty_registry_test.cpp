@@ -1,7 +1,9 @@
 #include "support/faulty_registry.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -60,6 +62,15 @@ TEST_F(Faults, CallsAreCounted) {
   Set("a");
   EXPECT_EQ(faulty.Calls("RegSetValueExA"), 2);
   EXPECT_EQ(faulty.Calls("RegCloseKey"), 0);
+}
+
+TEST_F(Faults, TheRightsAskedForAreKept) {
+  Registry::Key key = 0;
+  faulty.RegCreateKeyExA(Registry::kCurrentUser, "a", Registry::kAllAccess, key);
+  EXPECT_EQ(faulty.LastAccess(), 0x3FU);
+  faulty.Fail("RegOpenKeyExA");
+  faulty.RegOpenKeyExA(Registry::kCurrentUser, "a", Registry::kRead, key);
+  EXPECT_EQ(faulty.LastAccess(), 0x20019U);
 }
 
 TEST_F(Faults, EachOfTheEightCallsCanFail) {

@@ -51,6 +51,19 @@ TEST_F(GetAllKeys, IsFalseWhenTheSectionCannotBeOpened) {
   EXPECT_FALSE(settings.GetAllKeys("Settings", keys));
 }
 
+TEST_F(GetAllKeys, OpensTheSectionForQueriesOnly) {
+  settings.GetAllKeys("Settings", keys);
+  EXPECT_EQ(registry.LastAccess(), 1U);
+}
+
+// Without the longest length there is no room for any name.
+TEST_F(GetAllKeys, FindsNoNamesWhenTheRegistryDoesNotTellTheirLength) {
+  settings.SaveSetting("Settings", "a", 1);
+  registry.Fail("RegQueryInfoKeyA");
+  EXPECT_TRUE(settings.GetAllKeys("Settings", keys));
+  EXPECT_FALSE(keys.IsAllocated());
+}
+
 TEST_F(GetAllKeys, KeepsTheNamesBeforeAFailure) {
   settings.SaveSetting("Settings", "a", 1);
   settings.SaveSetting("Settings", "b", 1);

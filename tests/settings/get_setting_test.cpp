@@ -95,6 +95,11 @@ TEST_F(GetSetting, AsksForNamesInTheCodePage) {
   EXPECT_EQ(Get("Cl\u00E9"), Variant("x"));
 }
 
+TEST_F(GetSetting, OpensTheSectionForReadingOnly) {
+  Get("Name");
+  EXPECT_EQ(registry.LastAccess(), 0x20019U);
+}
+
 TEST_F(GetSetting, IsTheDefaultWhenTheRegistryRefuses) {
   Put("Text", Registry::kSz, "x\0"sv);
   Put("Number", Registry::kDword, "\1\0\0\0"sv);

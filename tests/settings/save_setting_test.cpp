@@ -2,6 +2,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -83,6 +84,11 @@ TEST_F(SaveSetting, WhatWasSavedIsReadBack) {
   }
 }
 
+TEST_F(SaveSetting, OpensTheSectionForEveryUse) {
+  Save("Name", "x");
+  EXPECT_EQ(registry.LastAccess(), 0x3FU);
+}
+
 TEST_F(SaveSetting, MakesTheSection) {
   Save("Name", "x");
   EXPECT_TRUE(HasKey("Software\\Kestrin\\Dovanta2\\Settings"));
@@ -110,6 +116,26 @@ TEST_F(SaveSetting, RaisesTheSaveErrorWhenTheRegistryRefuses) {
   }
 }
 
+TEST_F(SaveSetting, LeavesTheCallersIntegerConvertedWhenItCannotBeStored) {
+  const std::pair<Variant, Variant> rows[] = {
+      {2.5, 2}, {std::int16_t{7}, 7}, {"60", "60"}, {true, true}, {Variant(), 0}};
+  for (const auto& [given, after] : rows) {
+    SCOPED_TRACE(given.TypeName());
+    Variant value = given;
+    registry.Fail("RegSetValueExA");
+    ExpectSaveError(ErrorOf([&] { settings.SaveSetting("Settings", "Name", value); }));
+    EXPECT_EQ(value.type(), after.type());
+    EXPECT_EQ(value, after);
+  }
+}
+
+TEST_F(SaveSetting, LeavesTheCallersValueWhenTheSectionCannotBeMade) {
+  Variant value = 2.5;
+  registry.Fail("RegCreateKeyExA");
+  ExpectSaveError(ErrorOf([&] { settings.SaveSetting("Settings", "Name", value); }));
+  EXPECT_EQ(value.type(), Variant::Type::Double);
+}
+
 TEST_F(SaveSetting, RaisesAComponentFailureForWhatNobodyForesaw) {
   for (const char* call : {"RegCreateKeyExA", "RegSetValueExA"}) {
     SCOPED_TRACE(call);
@@ -124,6 +150,8 @@ TEST_F(SaveSetting, RaisesAComponentFailureForAValueThatIsNoInteger) {
     SCOPED_TRACE(value.TypeName());
     ExpectComponentFailure(ErrorOf([&] { Save("Name", value); }));
     EXPECT_FALSE(Find("Name"));
+    EXPECT_TRUE(HasKey(std::string(kSettingsPath))) << "the section is made first";
+    memory.RegDeleteKeyA(Registry::kCurrentUser, std::string(kSettingsPath));
   }
 }
 

@@ -36,8 +36,12 @@ class FaultyRegistry : public host::Registry {
     return count == calls_.end() ? 0 : count->second;
   }
 
+  // The rights that the last call to open or create a key asked for.
+  std::uint32_t LastAccess() const { return last_access_; }
+
   std::int32_t RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                              Key& result) override {
+    last_access_ = access;
     return Pass("RegOpenKeyExA", [&] { return inner_.RegOpenKeyExA(key, sub_key, access, result); });
   }
   std::int32_t RegQueryValueExA(Key key, const std::string& name, std::uint32_t& type, char* data,
@@ -54,6 +58,7 @@ class FaultyRegistry : public host::Registry {
   }
   std::int32_t RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                                Key& result) override {
+    last_access_ = access;
     return Pass("RegCreateKeyExA", [&] { return inner_.RegCreateKeyExA(key, sub_key, access, result); });
   }
   std::int32_t RegSetValueExA(Key key, const std::string& name, std::uint32_t type, const char* data,
@@ -93,6 +98,7 @@ class FaultyRegistry : public host::Registry {
   host::Registry& inner_;
   std::map<std::string, Fault> faults_;
   std::map<std::string, int> calls_;
+  std::uint32_t last_access_ = 0;
 };
 
 }  // namespace mirelo::testing
