@@ -36,5 +36,13 @@ TEST(ColorIndex, IsNoColourForEveryOtherValue) {
   }
 }
 
+// Those of the indexes 17 to 32 that no other index has.
+TEST(ColorIndex, IsNoColourForTheChartColoursOfThePalette) {
+  for (const std::int32_t color : {0xFF9999, 0xCCFFFF, 0x660066, 0x8080FF, 0xCC6600, 0xFFCCCC}) {
+    SCOPED_TRACE(color);
+    EXPECT_EQ(mGlobal::GetColorIndex(color), -4142);
+  }
+}
+
 }  // namespace
 }  // namespace mirelo
