@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "automation/array.h"
 #include "automation/variant.h"
@@ -27,6 +28,10 @@ class cMirelo : public Object {
 
   std::string_view TypeName() const override { return "cMirelo"; }
 
+  // Members in the order of the public interface. Where a value stands in brackets the member shows a setting
+  // of the section "Settings" and never fails: the value stands for an absent setting and for one that cannot
+  // be read or converted.
+
   // What the streaming side is for.
   StatusRunQueryQT StatusRunWorkQT() const { return status_run_work_qt_; }
   void StatusRunWorkQT(StatusRunQueryQT value) { status_run_work_qt_ = value; }
@@ -35,11 +40,6 @@ class cMirelo : public Object {
   const std::shared_ptr<host::excel::Application>& m_ObjExcelApplication() const { return excel_; }
   void m_ObjExcelApplication(std::shared_ptr<host::excel::Application> value) { excel_ = std::move(value); }
 
-  // The same as a variant. Setting one that holds no object is error 424, an object of another class
-  // error 13.
-  Variant ExcelApplication() const { return excel_; }
-  void ExcelApplication(const Variant& value);
-
   // What the next GetLastQuote compares volumes with: empty, or an array whose first index is the row of the
   // result and whose second is 1 (cumulative volume at the last call) or 2 (the date at that moment). The
   // macros dimension and clear it; GetLastQuote only writes its elements.
@@ -47,41 +47,41 @@ class cMirelo : public Object {
   Variant& masPrevVolume() { return prev_volume_; }
   void masPrevVolume(Variant value) { prev_volume_ = std::move(value); }
 
+  std::int32_t FillColorFildOff() const;  // index of the spreadsheet's palette (3, red)
+  std::int32_t FillColorFildOn() const;   // likewise (10, green)
+  std::string TableStyle() const;         // ("Blue")
+  // What stands in front of "(ticker)" in a sheet's name, without blanks around it ("Quotes_Vertical").
+  std::string UserVerticalSheet() const;
+  std::string DecimalPlacesFormat() const;  // number format: "0", "0.0", "0.00" ... ("0.00")
+
   // How GetLastQuote writes dates, in the letters of Format(); empty for the general form.
   const std::string& DovantaFormatUserDate() const { return format_user_date_; }
   void DovantaFormatUserDate(std::string value) { format_user_date_ = std::move(value); }
 
-  // Settings of the section "Settings". They never fail: what cannot be read or converted is the value in
-  // brackets, which also stands for an absent setting.
-  std::int32_t FillColorFildOff() const;  // index of the spreadsheet's palette (3, red)
-  std::int32_t FillColorFildOn() const;   // likewise (10, green)
-  std::string TableStyle() const;         // ("Blue")
-  std::string UserVerticalSheet()
-      const;  // name in front of "(ticker)", without blanks around it ("Quotes_Vertical")
-  std::string DecimalPlacesFormat() const;  // number format: "0", "0.0", "0.00" ... ("0.00")
-  std::int16_t GreyOut() const;             // (1)
-  std::int16_t ColorPoints() const;         // (1)
-  std::string ChartStyle() const;           // ("Blue")
-  std::int32_t ChartPoints() const;         // (20)
-  std::int16_t BuildCharts() const;         // (1)
-  std::int32_t RowsLimit() const;           // (20)
-  std::int16_t VerticalTable() const;       // (1)
-  std::int32_t Seconds() const;             // pause between updates, 0 to 3600 (10)
-
   // The column in which the field of the vertical tables stands among the visible columns, counted from 1;
   // the last one when the list names it more than once, 2 when it does not. A failure of the store reaches
-  // the caller.
+  // the caller: error 0x80044284, "CAppSettings component failure".
   std::int16_t VerticalIndex() const;
+
+  std::int16_t GreyOut() const;        // (1)
+  std::int16_t ColorPoints() const;    // (1)
+  std::string ChartStyle() const;      // ("Blue")
+  std::int32_t ChartPoints() const;    // (20)
+  std::int16_t BuildCharts() const;    // (1)
+  std::int32_t RowsLimit() const;      // (20)
+  std::int16_t VerticalTable() const;  // (1)
+  std::int32_t Seconds() const;        // pause between updates, 0 to 3600 (10)
+
+  // m_ObjExcelApplication as a variant. Setting one that holds no object is error 424, an object of another
+  // class error 13.
+  Variant ExcelApplication() const { return excel_; }
+  void ExcelApplication(const Variant& value);
 
   // Fetches a resource (path and query) over HTTP. The result is the reply's body as text, empty when the
   // transfer failed or was aborted. A non-empty `strPostQuery` is sent as the request's body.
   Variant DownloadURL(const std::string& URL, const std::string& Host = "127.0.0.1",
                       std::int16_t Port = 16239, const std::string& Method = "GET",
                       const std::string& strPostQuery = "");
-
-  // Reads the visible columns, which give GetLastQuote its columns. To be called before the first
-  // GetLastQuote and whenever the list changed; an empty list leaves the columns as they were.
-  void LoadMasPosition();
 
   // The present quotes of the tickers in a one-dimensional array of any bounds. The result is an array whose
   // first index is the ticker's number, from 1, and whose second is the column's number among the visible
@@ -92,6 +92,10 @@ class cMirelo : public Object {
   // when the number of tickers is a multiple of 81: requests hold 81 tickers, and only one that is left over
   // at the end hands the table over.
   Variant GetLastQuote(const Variant& Tickers);
+
+  // Reads the visible columns, which give GetLastQuote its columns. To be called before the first
+  // GetLastQuote and whenever the list changed; an empty list leaves the columns as they were.
+  void LoadMasPosition();
 
  private:
   struct LastQuoteRun;
