@@ -1,6 +1,9 @@
 #include "core/cMirelo.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -49,6 +52,8 @@ std::int16_t cMirelo::VerticalIndex() const {
   std::int16_t index = kVerticalIndexIfNotListed;
   const std::vector<std::string> names = Split(list, ",");
   for (std::size_t i = 0; i < names.size(); ++i) {
+    // The walk goes on behind a match, so the last duplicate wins. A place that the property's type cannot
+    // hold is error 6.
     if (EqualText(names[i], field)) index = RoundToInt16(static_cast<double>(i + 1));
   }
   return index;

@@ -9,8 +9,9 @@ class CAppSettings;
 class CErrorHandler;
 class cQTStreaming;
 
-// What is global to the loaded library. The facade's construction creates the two service objects and its destruction
-// releases them, so one live cMirelo at a time is the supported arrangement; a second one replaces both.
+// What is global to the loaded library. The facade's construction creates the two service objects and its
+// destruction releases them, so one live cMirelo at a time is the supported arrangement; a second one
+// replaces both.
 namespace mGlobal {
 
 // Error 91 while no facade lives.
@@ -20,15 +21,17 @@ CAppSettings& AppSettings();
 void SetErrorHandler(std::unique_ptr<CErrorHandler> handler);
 void SetAppSettings(std::unique_ptr<CAppSettings> settings);
 
-// The index of the spreadsheet's palette for a colour value (red in the low byte): an exact match of 40 colours,
-// -4142 (no colour) for every other value.
+// The index of the spreadsheet's palette for a colour value (red in the low byte): an exact match of 40
+// colours, -4142 (no colour) for every other value.
 std::int32_t GetColorIndex(std::int32_t color);
 
-// The stream object that the 100 ms timer calls, kept alive by this reference; null lets go of it. One per process.
+// The stream object that the 100 ms timer calls, kept alive by this reference; null lets go of it. One per
+// process. Defined in core/streaming_object.cpp, apart from the rest, which knows the services only.
 void SetStreamingObject(std::shared_ptr<cQTStreaming> object);
 std::shared_ptr<cQTStreaming> StreamingObject();
 
-// What that timer runs: the stream object's RaiseEventTimerProc, if there is one.
+// What that timer runs: the stream object's RaiseEventTimerProc, if there is one. Defined in
+// streaming/delivery.cpp, where the stream object's class is known.
 void StreamTimerProc();
 
 }  // namespace mGlobal

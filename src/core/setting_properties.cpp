@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <type_traits>
@@ -19,8 +20,8 @@ namespace {
 template <class Result>
 struct SettingProperty {
   const char* key;
-  std::variant<const char*, std::int16_t, std::int32_t>
-      if_absent;  // passed to the store, and converted like a value
+  // Passed to the store, which hands it back as it is; converted like a value then.
+  std::variant<const char*, std::int16_t, std::int32_t> if_absent;
   Result (*convert)(const Variant& value);
   std::conditional_t<std::is_same_v<Result, std::string>, const char*, Result> on_failure;
 };
@@ -49,25 +50,21 @@ std::string ToDecimalFormat(const Variant& value) {
   return "0." + std::string(static_cast<std::size_t>(places), '0');
 }
 
-// The types of the values for an absent setting are part of the store's traffic: the store hands them back as
-// they are.
-constexpr std::int16_t operator""_short(unsigned long long value) { return static_cast<std::int16_t>(value); }
-
 constexpr SettingProperty<std::int32_t> kFillColorFildOff{"FillColorOFF", "255", ToColorIndex, 3};
 constexpr SettingProperty<std::int32_t> kFillColorFildOn{"FillColorON", "32768", ToColorIndex, 10};
 constexpr SettingProperty<std::string> kTableStyle{"Style", "Blue", ToText, "Blue"};
 constexpr SettingProperty<std::string> kUserVerticalSheet{"txtVerticalSheet", "Quotes_Vertical",
                                                           ToTrimmedText, "Quotes_Vertical"};
-constexpr SettingProperty<std::string> kDecimalPlacesFormat{"txtDecimalPlaces", 2_short, ToDecimalFormat,
-                                                            "0.00"};
+constexpr SettingProperty<std::string> kDecimalPlacesFormat{"txtDecimalPlaces", std::int16_t{2},
+                                                            ToDecimalFormat, "0.00"};
 constexpr SettingProperty<std::int16_t> kGreyOut{"GreyOut", 1, ToInt16, 1};
 constexpr SettingProperty<std::int16_t> kColorPoints{"ColorPoints", 1, ToInt16, 1};
 constexpr SettingProperty<std::string> kChartStyle{"ChartStyle", "Blue", ToText, "Blue"};
-constexpr SettingProperty<std::int32_t> kChartPoints{"ChartPoints", 20_short, ToInt32, 20};
+constexpr SettingProperty<std::int32_t> kChartPoints{"ChartPoints", std::int16_t{20}, ToInt32, 20};
 constexpr SettingProperty<std::int16_t> kBuildCharts{"BuildCharts", 1, ToInt16, 1};
-constexpr SettingProperty<std::int32_t> kRowsLimit{"RowsLimit", 20_short, ToInt32, 20};
+constexpr SettingProperty<std::int32_t> kRowsLimit{"RowsLimit", std::int16_t{20}, ToInt32, 20};
 constexpr SettingProperty<std::int16_t> kVerticalTable{"VerticalTable", 1, ToInt16, 1};
-constexpr SettingProperty<std::int32_t> kSeconds{"Seconds", 10_short, ToSeconds, 10};
+constexpr SettingProperty<std::int32_t> kSeconds{"Seconds", std::int16_t{10}, ToSeconds, 10};
 
 }  // namespace
 

@@ -3,7 +3,12 @@
 #include <filesystem>
 
 #include "core/CAppSettings.h"
+#include "core/cMirelo.h"
+#include "core/mGlobal.h"
+#include "core/status_run_query.h"
 #include "diagnostics/CErrorHandler.h"
+#include "support/current_directory.h"
+#include "support/error_number.h"
 #include "support/facade_test.h"
 #include "support/temp_directory.h"
 
@@ -74,14 +79,29 @@ TEST_F(FacadeLife, ReplacesTheServicesOfAnEarlierFacade) {
 
 TEST_F(FacadeLife, ShowsAFailureInTheDialogAndWritesNoFiles) {
   const TempDirectory directory;
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(directory.path());
+  const CurrentDirectory current(directory.path());
   facade->GetLastQuote(Variant());  // no array
-  std::filesystem::current_path(before);
   EXPECT_THAT(desktop.reports, SizeIs(1));
   EXPECT_THAT(desktop.boxes, IsEmpty());
   EXPECT_THAT(system.events, IsEmpty());
   EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+}
+
+// The error handler comes first, and nothing comes behind its failure.
+TEST_F(FacadeLife, DoesNotBeginOnAMachineWithoutAnOperatingSystem) {
+  facade.reset();
+  TestHost bare;
+  bare.Use(loop).Use(clock).Use(registry).Use(internet).Use(desktop);
+  const host::HostScope scope(bare);
+  ExpectError(ErrorOf([&] { facade.emplace(); }), 0x800443FC, "CErrorHandler component failure",
+              "Mirelo.CErrorHandler");
+  EXPECT_EQ(NumberOf([] { mGlobal::AppSettings(); }), 91);
+}
+
+TEST(StreamStatus, HasTheNumbersThatTheMacrosKnow) {
+  EXPECT_EQ(Status_Null, 0);
+  EXPECT_EQ(Status_ENUMSOURCES_L1, 1);
+  EXPECT_EQ(Status_LEVEL_I_FULL_QUOTE, 2);
 }
 
 TEST_F(FacadeLife, IsThatOfAnObjectThatVariantsHold) { EXPECT_EQ(facade->TypeName(), "cMirelo"); }

@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
 
+#include "automation/variant.h"
+#include "core/settings_catalogue.h"
 #include "support/facade_test.h"
 
 namespace mirelo::testing {
@@ -55,6 +59,18 @@ class SettingProperty : public FacadeTest {};
 TEST_F(SettingProperty, HasADefaultWhenNothingIsStored) {
   for (const Property& property : kProperties) {
     SCOPED_TRACE(property.name);
+    EXPECT_EQ(property.get(*facade), property.absent);
+  }
+}
+
+// What "settings delete" writes, so that it undoes what was stored.
+TEST_F(SettingProperty, ReadsTheCataloguesDefaultAsItReadsNothing) {
+  for (const Property& property : kProperties) {
+    SCOPED_TRACE(property.name);
+    const Setting* setting = FindSetting("Settings", property.key);
+    ASSERT_NE(setting, nullptr);
+    ASSERT_TRUE(setting->facade_default);
+    Save(property.key, Variant(*setting->facade_default));
     EXPECT_EQ(property.get(*facade), property.absent);
   }
 }
