@@ -3,11 +3,18 @@
 namespace mirelo::quotetracker {
 namespace {
 
+std::string Tag(std::string_view bracket, std::string_view name) {
+  std::string tag(bracket);
+  tag += name;
+  tag += '>';
+  return tag;
+}
+
 // Takes "<tag>value</tag>" off the front of the text; nothing, and the text untouched, when it does not begin
 // so.
 std::optional<std::string_view> TakeElement(std::string_view& text, std::string_view tag) {
-  const std::string opening = "<" + std::string(tag) + ">";
-  const std::string closing = "</" + std::string(tag) + ">";
+  const std::string opening = Tag("<", tag);
+  const std::string closing = Tag("</", tag);
   if (!text.starts_with(opening)) return std::nullopt;
   const auto end = text.find(closing, opening.size());
   if (end == std::string_view::npos) return std::nullopt;
