@@ -48,6 +48,7 @@ function(mirelo_test NAME)
   add_executable(test_${NAME} ${ARG_SOURCES})
   target_include_directories(test_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(test_${NAME} PRIVATE mirelo_options ${ARG_LINK} GTest::gmock_main)
+  target_precompile_headers(test_${NAME} REUSE_FROM mirelo_test_precompiled)
   gtest_discover_tests(test_${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endfunction()
 
