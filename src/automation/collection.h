@@ -41,15 +41,30 @@ class Collection {
 
   std::int32_t Count() const { return static_cast<std::int32_t>(slots_.size() - gaps_); }
 
-  void Add(T item) { slots_.push_back(Slot{std::move(item), {}, 0, false}); }
+  void Add(T item) { slots_.push_back(Slot{std::move(item), {}, 0, KeyState::kNone}); }
 
   // Error 457 when the key is present.
   void Add(T item, std::string_view key) {
     const std::uint32_t hash = Hash(key);
     if (Locate(key, hash) != nullptr) throw Errors::KeyAlreadyUsed();
-    keys_.Reserve();
-    slots_.push_back(Slot{std::move(item), std::string(key), hash, true});
-    keys_.Insert(hash, Position(slots_.size() - 1));
+    Append(std::move(item), key, hash);
+  }
+
+  // The same for a key of which the caller knows that it is not present. Such keys go into the index when one
+  // is next looked for, so that items which are only passed on cost as little as items without key.
+  T& AddNew(T item, std::string_view key) {
+    slots_.push_back(Slot{std::move(item), std::string(key), 0, KeyState::kNotIndexed});
+    ++not_indexed_;
+    return *slots_.back().item;
+  }
+
+  // The item under the key; the one that `make()` gives is appended under it when there is none. It must not
+  // change the collection itself.
+  template <class Make>
+  T& FindOrAdd(std::string_view key, Make&& make) {
+    const std::uint32_t hash = Hash(key);
+    if (const std::uint32_t* position = Locate(key, hash)) return *slots_[Offset(*position)].item;
+    return Append(make(), key, hash);
   }
 
   // 1 to Count(); error 9 outside.
@@ -78,13 +93,23 @@ class Collection {
     RemoveAt(Offset(*position));
   }
 
-  // Gives the memory back as well.
+  // Gives the memory of many items back as well; that of a few is kept for the next ones.
   void Clear() {
-    std::deque<Slot> removed;
-    removed.swap(slots_);
-    first_ += removed.size();
     gaps_ = 0;
+    not_indexed_ = 0;
     keys_.Clear();
+    if (slots_.size() > kFew) {
+      std::deque<Slot> removed;
+      removed.swap(slots_);
+      first_ += removed.size();
+      return;
+    }
+    // The end of an item may call back into this collection; what it adds stays.
+    for (const std::uint64_t end = first_ + slots_.size(); first_ < end;) {
+      const Slot removed = std::move(slots_.front());
+      slots_.pop_front();
+      ++first_;
+    }
   }
 
   iterator begin() { return iterator(*this); }
@@ -92,14 +117,38 @@ class Collection {
   std::default_sentinel_t end() const { return {}; }
 
  private:
+  enum class KeyState : std::uint8_t { kNone, kNotIndexed, kIndexed };
+
   // A place in the order. The item of a removed one in the middle is gone, the place stays until gaps are
   // closed.
   struct Slot {
     std::optional<T> item;
     std::string key;
-    std::uint32_t hash = 0;
-    bool has_key = false;
+    std::uint32_t hash = 0;  // of an indexed key
+    KeyState key_state = KeyState::kNone;
   };
+
+  static constexpr std::size_t kFew = 16;
+
+  T& Append(T&& item, std::string_view key, std::uint32_t hash) {
+    keys_.Reserve();
+    slots_.push_back(Slot{std::move(item), std::string(key), hash, KeyState::kIndexed});
+    keys_.Insert(hash, Position(slots_.size() - 1));
+    return *slots_.back().item;
+  }
+
+  // Nothing is indexed behind a key that is not, since all other ways to add look for the key first.
+  void CompleteIndex() const {
+    for (std::size_t offset = slots_.size(); not_indexed_ > 0;) {
+      Slot& slot = slots_[--offset];
+      if (slot.key_state != KeyState::kNotIndexed) continue;
+      keys_.Reserve();
+      slot.hash = Hash(slot.key);
+      slot.key_state = KeyState::kIndexed;
+      keys_.Insert(slot.hash, Position(offset));
+      --not_indexed_;
+    }
+  }
 
   static std::uint32_t Hash(std::string_view key) { return static_cast<std::uint32_t>(HashText(key)); }
 
@@ -111,6 +160,7 @@ class Collection {
   }
 
   const std::uint32_t* Locate(std::string_view key, std::uint32_t hash) const {
+    CompleteIndex();
     return keys_.Find(hash,
                       [&](std::uint32_t position) { return EqualText(slots_[Offset(position)].key, key); });
   }
@@ -134,7 +184,8 @@ class Collection {
   void RemoveAt(std::size_t offset) {
     Slot& slot = slots_[offset];
     const Slot removed = std::exchange(slot, Slot());
-    if (removed.has_key) keys_.Remove(removed.hash, Position(offset));
+    if (removed.key_state == KeyState::kIndexed) keys_.Remove(removed.hash, Position(offset));
+    if (removed.key_state == KeyState::kNotIndexed) --not_indexed_;
     ++gaps_;
     TrimEnds();
     if (gaps_ > slots_.size() / 2 && iterators_ == 0) CloseGaps();
@@ -153,7 +204,7 @@ class Collection {
       Slot& slot = slots_[from];
       if (!slot.item) continue;
       if (to != from) {
-        if (slot.has_key) keys_.Move(slot.hash, Position(from), Position(to));
+        if (slot.key_state == KeyState::kIndexed) keys_.Move(slot.hash, Position(from), Position(to));
         slots_[to] = std::move(slot);
       }
       ++to;
@@ -162,10 +213,11 @@ class Collection {
     gaps_ = 0;
   }
 
-  // Closing gaps changes nothing that can be observed, so access may do it.
+  // Closing gaps and completing the index change nothing that can be observed, so access may do it.
   mutable std::deque<Slot> slots_;
   mutable KeyIndex keys_;
   mutable std::size_t gaps_ = 0;
+  mutable std::size_t not_indexed_ = 0;
   mutable std::int32_t iterators_ = 0;  // how many there are
   std::uint64_t first_ = 0;             // number of the first place
 };

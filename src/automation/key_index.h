@@ -55,7 +55,15 @@ class KeyIndex {
     entries_[SlotOf(hash, from)].position = to;
   }
 
-  void Clear() noexcept { *this = KeyIndex(); }
+  // Gives the memory of many entries back as well.
+  void Clear() noexcept {
+    if (entries_.size() > kFew) {
+      *this = KeyIndex();
+    } else if (count_ > 0) {
+      for (Entry& entry : entries_) entry.used = false;
+      count_ = 0;
+    }
+  }
 
  private:
   struct Entry {
@@ -63,6 +71,8 @@ class KeyIndex {
     std::uint32_t position = 0;
     bool used = false;
   };
+
+  static constexpr std::size_t kFew = 32;
 
   std::size_t Mask() const { return entries_.size() - 1; }
   std::size_t Home(std::uint32_t hash) const { return hash & Mask(); }
