@@ -10,7 +10,8 @@ template <class T>
 class Property {
  public:
   const T& operator()() const { return value_; }
-  void operator()(T value) { value_ = std::move(value); }
+  void operator()(const T& value) { value_ = value; }
+  void operator()(T&& value) { value_ = std::move(value); }
 
  private:
   T value_{};

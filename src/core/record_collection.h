@@ -107,12 +107,10 @@ class RecordCollection : public Object {
 
   // The same for a text that the caller has at hand; failures are not dressed up.
   const Reference& FindOrAdd(std::string_view key) {
-    if (const Reference* found = items_->Find(key)) return *found;
-    auto item = std::make_shared<T>();
-    Identify(*item, key);
-    items_->Add(std::move(item), key);
-    return items_->Item(items_->Count());
+    return items_->FindOrAdd(key, [&] { return New(key); });
   }
+  // The same for a key of which the caller knows that no item has it.
+  const Reference& AddNew(std::string_view key) { return items_->AddNew(New(key), key); }
 
   std::int32_t Count() const { return items_->Count(); }
 
@@ -148,6 +146,12 @@ class RecordCollection : public Object {
       throw RuntimeError(ErrorNumber(0x80040064), std::string(class_.name) + " component failure",
                          std::string(class_.source_prefix).append(class_.name).append(".").append(routine));
     }
+  }
+
+  static Reference New(std::string_view key) {
+    auto item = std::make_shared<T>();
+    Identify(*item, key);
+    return item;
   }
 
   Reference ItemAt(const Variant& index) const {

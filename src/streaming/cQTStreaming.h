@@ -17,6 +17,7 @@
 #include "streaming/arrival_clock.h"
 #include "streaming/quote_keys.h"
 #include "streaming/stamp_texts.h"
+#include "streaming/symbol_index.h"
 
 namespace mirelo {
 
@@ -197,6 +198,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   Variant arrTickers_;
   std::shared_ptr<cQTDatas> QTConteiner_ = copy_cQTDatas_;
 
+  SymbolIndex symbol_index_;  // into TickerStates
   StampTexts stamps_;
   ArrivalClock arrival_;
 };

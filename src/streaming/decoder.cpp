@@ -79,6 +79,13 @@ inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Reco
   }
 }
 
+// The symbol of the record that begins at a position, if that is its first field.
+std::string_view SymbolAt(const WireBytes& bytes, std::int32_t position) {
+  if (bytes.NumberAt<std::int16_t>(position + kHead) != 1) return {};
+  const std::string_view rest = bytes.TextAt(position + kHead + 2, SymbolIndex::kLongest + 1);
+  return rest.substr(0, std::min(rest.find('\0'), SymbolIndex::kLongest + 1));
+}
+
 // Finds out that a walk goes round for ever. From an unwanted record the walk goes on in a way that its
 // position alone decides, so one that steps back from the same record twice never ends. (Brent's search for
 // cycles.)
@@ -147,6 +154,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
       break;
     }
 
+    if (symbol_index_.IsLarge()) symbol_index_.Expect(SymbolAt(bytes, position + length));
     position += kHead;
     Level1Record record;
     // Behind an unwanted record the end is counted from that one's start, so the later fields may stay
@@ -155,6 +163,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
       ReadField(bytes, position, record);
     } while (position < record_start + length);
     record_start = position;
+    symbol_index_.FetchExpected();
     ApplyQuote(record);
   } while (position < size);
   if (position == size) PendingBytes.clear();
@@ -174,8 +183,10 @@ void cQTStreaming::ApplyQuote(const Level1Record& record) {
 }
 
 cTickerDateTime& cQTStreaming::StateOf(std::string_view symbol) {
-  if (IsAscii(symbol)) return *TickerStates.FindOrAdd(symbol);
-  return *TickerStates.FindOrAdd(AnsiToText(symbol));
+  if (cTickerDateTime* known = symbol_index_.Find(symbol)) return *known;
+  cTickerDateTime& state = *TickerStates.FindOrAdd(AnsiToText(symbol));
+  symbol_index_.Keep(symbol, state);
+  return state;
 }
 
 void cQTStreaming::LosePlace() {

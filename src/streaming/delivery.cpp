@@ -16,9 +16,19 @@
 
 namespace mirelo {
 
+namespace {
+
+// Most records carry the symbol alone of the texts.
+void LetText(Property<std::string>& property, std::string_view wire_bytes) {
+  if (!wire_bytes.empty()) property(AnsiToText(wire_bytes));
+}
+
+}  // namespace
+
 void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
                                     std::int32_t last_volume) {
-  cQTData& quote = *QuoteBuffer.FindOrAdd(QuoteCounter.Next());
+  // The counter comes back to a key only after more quotes than can wait.
+  cQTData& quote = *QuoteBuffer.AddNew(QuoteCounter.Next());
   quote.Ask_Price(record.ask_price);
   quote.Ask_Size(record.ask_size);
   quote.Average_Volume(record.average_volume);
@@ -27,7 +37,7 @@ void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::strin
   quote.Bid_Size(record.bid_size);
   quote.Change(record.change);
   quote.CloseTicker(record.close);
-  quote.Company_Name(AnsiToText(record.company_name));
+  LetText(quote.Company_Name, record.company_name);
   quote.Date_Time(date_time);
   if (!record.stamp.empty()) {
     const auto& [date, time] = arrival_.GetDisplacedDateTime(DovantaFormatUserDate_);
@@ -36,18 +46,18 @@ void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::strin
   }
   quote.Dividend(record.dividend);
   quote.Earnings(record.earnings);
-  quote.Exchange(AnsiToText(record.exchange));
+  LetText(quote.Exchange, record.exchange);
   quote.High(record.high);
   quote.Last_Price(record.last_price);
   quote.Last_Size(record.last_size);
   quote.Low(record.low);
-  quote.Market_Cap(AnsiToText(record.market_cap));
+  LetText(quote.Market_Cap, record.market_cap);
   quote.Open_Interest(record.open_interest);
   quote.OpenTicker(record.open);
   quote.PE(record.price_to_earnings);
   quote.Prev_Close(record.previous_close);
   quote.Prev_Volume(record.previous_volume);
-  quote.Symbol(AnsiToText(record.symbol));
+  LetText(quote.Symbol, record.symbol);
   quote.Trades(record.trades);  // the tick and the UPC field are read and dropped
   quote.Volume(record.volume);
   quote.Last_Volume(last_volume);

@@ -1,6 +1,5 @@
 #include "streaming/stamp_texts.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -32,9 +31,9 @@ std::string WithSeparators(std::string_view stamp) {
 
 const std::string& StampTexts::Text(std::string_view stamp, const std::string& format) {
   Entry& entry = PlaceOf(stamp);
-  if (entry.used && std::ranges::equal(entry.stamp, stamp)) return entry.text;
+  if (entry.used && std::memcmp(entry.stamp.data(), stamp.data(), kStampSize) == 0) return entry.text;
   entry.text = Format(WithSeparators(stamp), format, host::Host::Current().clock().Regional());
-  std::ranges::copy(stamp, entry.stamp.begin());
+  std::memcpy(entry.stamp.data(), stamp.data(), kStampSize);
   entry.used = true;
   return entry.text;
 }
