@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <memory>
+#include <numeric>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -159,8 +160,8 @@ TEST_F(Timers, ByTheThousandFireInOrder) {
     const int delay = (i * 7919) % 5000;  // each of 0 to 4999 once
     tokens.push_back(loop_.StartTimer(milliseconds(delay), [&fired, delay] { fired.push_back(delay); }));
   }
-  std::vector<int> expected;
-  for (int delay = 0; delay < 5000; ++delay) expected.push_back(delay);
+  std::vector<int> expected(5000);
+  std::iota(expected.begin(), expected.end(), 0);
   for (int i = 0; i < 5000; i += 2) {
     loop_.StopTimer(tokens[static_cast<std::size_t>(i)]);
     std::erase(expected, (i * 7919) % 5000);

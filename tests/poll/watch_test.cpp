@@ -2,6 +2,8 @@
 #include <signal.h>
 #include <sys/time.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -275,7 +277,7 @@ TEST(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
   SocketPair pairs[8];
   std::vector<std::shared_ptr<Ending>> endings;
   PollLoop loop;
-  for (int i = 0; i < 8; ++i) endings.push_back(std::make_shared<Ending>(loop));
+  std::generate_n(std::back_inserter(endings), 8, [&] { return std::make_shared<Ending>(loop); });
   for (std::size_t i = 0; i < 8; ++i) {
     endings[(i + 3) % 8]->other = loop.Watch(pairs[i].near, kRead, [end = endings[i]](unsigned) {});
   }

@@ -21,7 +21,6 @@
 #include <system_error>
 #include <thread>
 #include <utility>
-#include <vector>
 
 namespace mirelo::testing {
 
@@ -59,12 +58,12 @@ class LoopbackServer {
   // What the script of a connection, counted from 0, has received so far. Empty for one that has not come.
   std::string Received(std::size_t connection = 0) const {
     const std::lock_guard lock(mutex_);
-    return connection < received_.size() ? received_[connection] : std::string();
+    return connection < served_.size() ? served_[connection].received : std::string();
   }
   // How many connections have come so far.
   std::size_t Connections() const {
     const std::lock_guard lock(mutex_);
-    return received_.size();
+    return served_.size();
   }
 
   // Lets one Peer::Await go on, the next one if none waits now.
@@ -89,7 +88,9 @@ class LoopbackServer {
     const std::uint64_t one = 1;
     (void)!::write(stop_, &one, sizeof one);  // never taken back: all that poll it see it
     acceptor_.join();
-    for (std::thread& thread : threads_) thread.join();
+    for (Served& served : served_) {
+      if (served.thread.joinable()) served.thread.join();
+    }
     ::close(listener_);
     ::close(stop_);
   }
@@ -111,14 +112,27 @@ class LoopbackServer {
 
  private:
   struct Stopped {};
+  struct Served {
+    std::thread thread;
+    std::string received;
+    bool ended = false;
+  };
 
   void Accept() {
     while (Wait(listener_, POLLIN)) {
       const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
       if (socket < 0) continue;
       const std::lock_guard lock(mutex_);
-      received_.emplace_back();
-      threads_.emplace_back([this, socket, index = received_.size() - 1] { Serve(socket, index); });
+      JoinTheEnded();
+      const std::size_t index = served_.size();
+      served_.emplace_back().thread = std::thread([this, socket, index] { Serve(socket, index); });
+    }
+  }
+
+  // A thread that has set its `ended` needs the mutex no more.
+  void JoinTheEnded() {
+    for (Served& served : served_) {
+      if (served.ended && served.thread.joinable()) served.thread.join();
     }
   }
 
@@ -137,11 +151,10 @@ class LoopbackServer {
   int listener_;
   int stop_;
   std::thread acceptor_;
-  std::vector<std::thread> threads_;  // the acceptor's until it is joined
 
   mutable std::mutex mutex_;  // guards what follows
   std::condition_variable changed_;
-  std::deque<std::string> received_;
+  std::deque<Served> served_;  // by the number of the connection
   std::size_t ended_ = 0;
   int permits_ = 0;
   bool stopped_ = false;
@@ -242,7 +255,7 @@ class LoopbackServer::Peer {
       const std::string_view bytes(buffer, static_cast<std::size_t>(count));
       unread_ += bytes;
       const std::lock_guard lock(server_.mutex_);
-      server_.received_[index_] += bytes;
+      server_.served_[index_].received += bytes;
       return true;
     }
   }
@@ -268,6 +281,7 @@ inline void LoopbackServer::Serve(int socket, std::size_t index) {
     // The test is over.
   }
   const std::lock_guard lock(mutex_);
+  served_[index].ended = true;
   ++ended_;
   changed_.notify_all();
 }

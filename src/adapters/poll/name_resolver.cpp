@@ -20,7 +20,7 @@ NameResolver::Answer NameResolver::AskSystem(const std::string& name) {
   const int failure = ::getaddrinfo(name.c_str(), nullptr, &hints, &found);
   if (failure == EAI_SYSTEM) return {std::nullopt, std::generic_category().message(errno)};
   if (failure != 0) return {std::nullopt, ::gai_strerror(failure)};
-  const Answer answer{reinterpret_cast<const sockaddr_in*>(found->ai_addr)->sin_addr, {}};
+  Answer answer{reinterpret_cast<const sockaddr_in*>(found->ai_addr)->sin_addr, {}};
   ::freeaddrinfo(found);
   return answer;
 }

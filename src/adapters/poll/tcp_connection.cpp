@@ -19,7 +19,7 @@ namespace {
 
 // At most so much is handed to the socket in one step, so that a long queue doesn't keep other sources
 // waiting.
-constexpr std::size_t kSendLimit = 256 * 1024;
+constexpr std::size_t kSendLimit = 262'144;
 // At most so many chunks are read away before closing.
 constexpr int kDrainLimit = 64;
 
