@@ -1,9 +1,13 @@
 #include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
-#include <cstring>
-#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "poll/connections.h"
 

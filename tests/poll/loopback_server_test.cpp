@@ -1,9 +1,16 @@
 #include "support/loopback_server.h"
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
-#include <stdexcept>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace mirelo::testing {
 namespace {

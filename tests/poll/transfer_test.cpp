@@ -1,6 +1,9 @@
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
