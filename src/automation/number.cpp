@@ -87,6 +87,18 @@ std::size_t ExponentLength(std::string_view text, std::size_t from) {
   return count == 0 ? 0 : digits + count - from;
 }
 
+// The usual number is a count: digits alone, of which a double holds this many exactly.
+std::optional<double> Count(std::string_view text) {
+  constexpr std::size_t kMostExactDigits = 15;
+  if (text.empty() || text.size() > kMostExactDigits) return std::nullopt;
+  std::int64_t count = 0;
+  for (const char c : text) {
+    if (!IsDigit(c)) return std::nullopt;
+    count = count * 10 + (c - '0');
+  }
+  return static_cast<double>(count);
+}
+
 // Appends an exponent in the form that std::from_chars knows.
 void AppendExponent(std::string& plain, std::string_view exponent) {
   if (exponent.empty()) return;
@@ -171,6 +183,7 @@ double Val(std::string_view text) {
 }
 
 std::optional<double> ParseNumber(std::string_view text, const RegionalFormat& regional) {
+  if (const std::optional<double> count = Count(text)) return count;
   auto [number, signs] = TakeSigns(text);
   if (signs.size() > 1) return std::nullopt;
   if (const int radix = RadixOf(number)) {

@@ -117,30 +117,4 @@ std::string Replace(std::string_view text, std::string_view what, std::string_vi
   return result.append(text.substr(done));
 }
 
-std::vector<std::string> Split(std::string_view text, std::string_view delimiter) {
-  std::vector<std::string_view> pieces;
-  Split(text, delimiter, pieces);
-  return {pieces.begin(), pieces.end()};
-}
-
-void Split(std::string_view text, std::string_view delimiter, std::vector<std::string_view>& pieces) {
-  pieces.clear();
-  if (text.empty()) return;
-  if (delimiter.empty()) return pieces.push_back(text);
-  std::size_t begin = 0;
-  for (std::size_t end; (end = text.find(delimiter, begin)) != kAbsent; begin = end + delimiter.size()) {
-    pieces.push_back(text.substr(begin, end - begin));
-  }
-  pieces.push_back(text.substr(begin));
-}
-
-std::string Join(const std::vector<std::string>& pieces, std::string_view delimiter) {
-  std::string text;
-  for (const std::string& piece : pieces) {
-    if (&piece != &pieces.front()) text.append(delimiter);
-    text.append(piece);
-  }
-  return text;
-}
-
 }  // namespace mirelo

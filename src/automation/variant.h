@@ -48,6 +48,17 @@ class Variant {
   Variant(std::shared_ptr<T> value) : value_(std::shared_ptr<Object>(std::move(value))) {}
   Variant(VariantArray value);
 
+  // A text in place of a text takes over its memory. The new one may be a part of the old.
+  template <std::same_as<std::string_view> T>
+  Variant& operator=(T text) {
+    if (auto* const old = std::get_if<std::string>(&value_)) {
+      old->assign(text);
+    } else {
+      value_.emplace<std::string>(text);
+    }
+    return *this;
+  }
+
   Type type() const { return static_cast<Type>(value_.index()); }
   bool IsEmpty() const { return type() == Type::Empty; }
   bool IsArray() const { return type() == Type::Array; }
@@ -109,22 +120,38 @@ class VariantArray {
   std::int32_t UBound(int dimension = 1) const;
 
   // An index count that differs from the dimensions is error 9.
-  Variant& operator()(std::int32_t index);
-  const Variant& operator()(std::int32_t index) const;
-  Variant& operator()(std::int32_t row, std::int32_t column);
-  const Variant& operator()(std::int32_t row, std::int32_t column) const;
+  Variant& operator()(std::int32_t index) { return items_[Offset(index)]; }
+  const Variant& operator()(std::int32_t index) const { return items_[Offset(index)]; }
+  Variant& operator()(std::int32_t row, std::int32_t column) { return items_[Offset(row, column)]; }
+  const Variant& operator()(std::int32_t row, std::int32_t column) const {
+    return items_[Offset(row, column)];
+  }
 
   // One dimension only: a new upper bound, contents kept as far as they fit.
   void ReDimPreserve(std::int32_t upper);
 
  private:
-  std::size_t Offset(std::int32_t index) const;
-  std::size_t Offset(std::int32_t row, std::int32_t column) const;
-
   struct Bounds {
     std::int32_t lower = 0;
     std::int32_t upper = -1;
+
+    std::size_t Count() const { return static_cast<std::size_t>(std::int64_t{upper} - lower + 1); }
+    std::size_t Offset(std::int32_t index) const {
+      if (index < lower || index > upper) RaiseBadIndex();
+      return static_cast<std::size_t>(std::int64_t{index} - lower);
+    }
   };
+
+  [[noreturn]] static void RaiseBadIndex();
+  std::size_t Offset(std::int32_t index) const {
+    if (dimensions_ != 1) RaiseBadIndex();
+    return bounds_[0].Offset(index);
+  }
+  std::size_t Offset(std::int32_t row, std::int32_t column) const {
+    if (dimensions_ != 2) RaiseBadIndex();
+    return bounds_[0].Offset(row) * bounds_[1].Count() + bounds_[1].Offset(column);
+  }
+
   int dimensions_ = 1;
   Bounds bounds_[2];
   std::vector<Variant> items_;  // row after row

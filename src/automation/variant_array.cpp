@@ -45,36 +45,12 @@ std::int32_t VariantArray::UBound(int dimension) const {
   return bounds_[dimension - 1].upper;
 }
 
-Variant& VariantArray::operator()(std::int32_t index) { return items_[Offset(index)]; }
-const Variant& VariantArray::operator()(std::int32_t index) const { return items_[Offset(index)]; }
-Variant& VariantArray::operator()(std::int32_t row, std::int32_t column) {
-  return items_[Offset(row, column)];
-}
-const Variant& VariantArray::operator()(std::int32_t row, std::int32_t column) const {
-  return items_[Offset(row, column)];
-}
-
 void VariantArray::ReDimPreserve(std::int32_t upper) {
   if (dimensions_ != 1) throw Errors::SubscriptOutOfRange();
   items_.resize(Extent(bounds_[0].lower, upper));
   bounds_[0].upper = upper;
 }
 
-std::size_t VariantArray::Offset(std::int32_t index) const {
-  const Bounds& bounds = bounds_[0];
-  if (dimensions_ != 1 || index < bounds.lower || index > bounds.upper) throw Errors::SubscriptOutOfRange();
-  return static_cast<std::size_t>(std::int64_t{index} - bounds.lower);
-}
-
-std::size_t VariantArray::Offset(std::int32_t row, std::int32_t column) const {
-  const auto& [rows, columns] = bounds_;
-  if (dimensions_ != 2 || row < rows.lower || row > rows.upper || column < columns.lower ||
-      column > columns.upper) {
-    throw Errors::SubscriptOutOfRange();
-  }
-  const auto width = static_cast<std::size_t>(std::int64_t{columns.upper} - columns.lower + 1);
-  return static_cast<std::size_t>(std::int64_t{row} - rows.lower) * width +
-         static_cast<std::size_t>(std::int64_t{column} - columns.lower);
-}
+void VariantArray::RaiseBadIndex() { throw Errors::SubscriptOutOfRange(); }
 
 }  // namespace mirelo

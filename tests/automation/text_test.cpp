@@ -134,6 +134,19 @@ TEST(Split, GivesThePiecesBetweenDelimiters) {
   EXPECT_THAT(Split("a,b", ""), ElementsAre("a,b"));
 }
 
+// Bytes are looked at eight at a time.
+TEST(Split, FindsADelimiterAtEveryPlaceOfALongText) {
+  for (std::size_t size = 1; size <= 20; ++size) {
+    for (std::size_t place = 0; place < size; ++place) {
+      SCOPED_TRACE(std::to_string(size) + " bytes, delimiter at " + std::to_string(place));
+      std::string text(size, '-');  // differs from the delimiter in the lowest bit alone
+      text[place] = ',';
+      EXPECT_THAT(Split(text, ","), ElementsAre(text.substr(0, place), text.substr(place + 1)));
+    }
+  }
+  EXPECT_EQ(Split(std::string(20, ','), ","), std::vector<std::string>(21));
+}
+
 TEST(Split, OverwritesTheGivenPieces) {
   std::vector<std::string_view> pieces{"old", "older", "oldest"};
   Split("a b", " ", pieces);

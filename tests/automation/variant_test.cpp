@@ -53,6 +53,19 @@ TEST(Variant, LendsItsText) {
   EXPECT_EQ(Variant(5).IfText(), nullptr);
 }
 
+TEST(Variant, TakesATextInPlaceOfAnyValue) {
+  for (Variant value : {Variant(), Variant(7), Variant("old"), Variant(VariantArray(1, 2))}) {
+    value = std::string_view("new");
+    EXPECT_EQ(value.ToText(), "new");
+  }
+}
+
+TEST(Variant, TakesAPartOfItsOwnText) {
+  Variant value("a text that is too long to be kept inside");
+  value = std::string_view(*value.IfText()).substr(2, 4);
+  EXPECT_EQ(value.ToText(), "text");
+}
+
 TEST(Variant, HoldsObjectsByReference) {
   const auto quotes = std::make_shared<Quotes>();
   const Variant value(quotes);

@@ -78,7 +78,7 @@ void PollLoop::Step(int timeout) {
   const std::vector<WatchList::Ready> ready = watches_.Poll(timeout);
   const std::uint64_t poll = ++last_poll_;
   // Timers come first: a timer that throws is gone, so it can't keep descriptors from their turn for long.
-  FireTimers(now_(), last_token_);
+  if (timers_.Next()) FireTimers(now_(), last_token_);
   for (const WatchList::Ready& source : ready) HandOver(source, poll);
 }
 

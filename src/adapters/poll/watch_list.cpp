@@ -48,6 +48,7 @@ void WatchList::Update(const Watch& watch) {
 }
 
 std::vector<WatchList::Ready> WatchList::Poll(int timeout) {
+  if (slots_.empty() && timeout == 0) return {};
   const int count = ::poll(slots_.data(), slots_.size(), timeout);
   if (count < 0 && errno != EINTR && errno != EAGAIN)
     throw std::system_error(errno, std::generic_category(), "poll");
