@@ -12,6 +12,7 @@
 #include "automation/variant.h"
 #include "core/cMirelo.h"
 #include "diagnostics/routine.h"
+#include "host/clock.h"
 #include "host/desktop.h"
 #include "host/host.h"
 #include "snapshot/column_vocabulary.h"
@@ -42,6 +43,12 @@ double ToNumber(std::string_view text) {
   throw Errors::TypeMismatch();
 }
 
+// Whether the value is this text, without regard to case.
+bool EqualsText(const Variant& value, std::string_view text) {
+  const std::string* const held = value.IfText();
+  return held != nullptr ? EqualText(*held, text) : EqualText(value.ToText(), text);
+}
+
 Bounds BoundsOf(const VariantArray& array) { return {array.LBound(), array.UBound()}; }
 Bounds BoundsOf(const Array<std::int16_t>& array) { return {array.LBound(), array.UBound()}; }
 
@@ -50,6 +57,15 @@ Bounds BoundsOf(const Array<std::int16_t>& array) { return {array.LBound(), arra
 // One call of GetLastQuote: the routine's variables, and its statements in the order in which they run. The
 // variables live as long as the call, since a statement that is skipped leaves its variable as it was.
 struct cMirelo::LastQuoteRun {
+  // All that the texts of a moment depend on.
+  struct Stamp {
+    std::int64_t second = 0;
+    std::int32_t displacement_hour = 0;
+    std::int32_t displacement_minute = 0;
+    std::string format;
+    bool operator==(const Stamp&) const = default;
+  };
+
   LastQuoteRun(Frame& frame, cMirelo& facade, const Variant& tickers)
       : frame(frame), facade(facade), tickers(tickers) {}
 
@@ -63,20 +79,23 @@ struct cMirelo::LastQuoteRun {
   Variant table = VariantArray();  // the result, until it is handed over
   std::string batch;               // the tickers of the next request
   std::int32_t batch_count = 0;
-  std::int32_t row = 1;  // of the table, for the next line of a reply
-  std::string reply;
+  std::int32_t row = 1;                 // of the table, for the next line of a reply
+  Variant reply;                        // a text, or empty
   std::vector<std::string_view> lines;  // of the reply
   QuoteLine line;                       // one of them
+  std::optional<Stamp> stamped;         // what `date` and `time` were made of
   std::string date;                     // of the batch
   std::string time;
 
   void Run(Variant& result);
+  void AppendTicker(std::int32_t index);
   bool ProcessBatch();
   void Fetch();
+  void StampBatch();
   void TrackVolume();
   void FillColumns();
 
-  std::string Ticker(std::int32_t index) const { return tickers.AsArray()(index).ToText(); }
+  std::string_view ReplyText() const;
   std::string_view StatusLine() const;
   const Variant& Previous(std::int32_t index) const;
   void StorePrevious(std::int32_t index, Column column);
@@ -104,11 +123,11 @@ void cMirelo::LastQuoteRun::Run(Variant& result) {
        table = VariantArray(1, bounds.last - bounds.first + 1, columns.first, columns.last));
   for (const std::int32_t i : bounds) {
     if (batch_count < kBatchThreshold) {
-      STEP(batch += Ticker(i));
+      STEP(AppendTicker(i));
       if (i != bounds.last) STEP(batch += ',');
       ++batch_count;
     } else {
-      STEP(batch += Ticker(i));
+      STEP(AppendTicker(i));
       if (!ProcessBatch()) return;
       batch_count = 0;
       batch.clear();
@@ -123,19 +142,28 @@ void cMirelo::LastQuoteRun::Run(Variant& result) {
   frame.pop();
 }
 
+void cMirelo::LastQuoteRun::AppendTicker(std::int32_t index) {
+  const Variant& ticker = tickers.AsArray()(index);
+  if (const std::string* const text = ticker.IfText()) {
+    batch += *text;
+  } else {
+    batch += ticker.ToText();
+  }
+}
+
 // False when the user was told of a failure, which leaves the routine at once.
 bool cMirelo::LastQuoteRun::ProcessBatch() {
   STEP(Fetch());
-  if (reply.empty()) {
+  if (ReplyText().empty()) {
     STEP(ShowMessage(kRetrievalError));
     return false;
   }
-  STEP(Split(reply, "\r\n", lines));
+  STEP(Split(ReplyText(), "\r\n", lines));
   if (frame.test([&] { return !EqualText(StatusLine(), "OK"); })) {
     STEP(ShowMessage(kRetrievalError));
     return false;
   }
-  STEP(facade.GetDisplacedDateTime(date, time));
+  STEP(StampBatch());
   for (std::size_t l = 1; l < lines.size(); ++l) {
     STEP(line.Assign(lines[l]));
     TrackVolume();
@@ -147,11 +175,24 @@ bool cMirelo::LastQuoteRun::ProcessBatch() {
 
 // The views into the old reply go with it.
 void cMirelo::LastQuoteRun::Fetch() {
-  std::string fetched =
-      facade.DownloadURL("/req?GetLastQuote(" + batch + ")", address, port, "GET", "").ToText();
+  Variant fetched = facade.DownloadURL("/req?GetLastQuote(" + batch + ")", address, port, "GET", "");
   lines.clear();
   line.Clear();
   reply = std::move(fetched);
+}
+
+std::string_view cMirelo::LastQuoteRun::ReplyText() const {
+  const std::string* const text = reply.IfText();
+  return text == nullptr ? std::string_view() : *text;
+}
+
+// Batches follow each other within a second, and a moment costs more to write than a batch to split.
+void cMirelo::LastQuoteRun::StampBatch() {
+  Stamp now{host::Host::Current().clock().Second(), facade.displacement_hour_, facade.displacement_minute_,
+            facade.format_user_date_};
+  if (now == stamped) return;
+  facade.GetDisplacedDateTime(date, time);
+  stamped = std::move(now);
 }
 
 std::string_view cMirelo::LastQuoteRun::StatusLine() const {
@@ -161,15 +202,15 @@ std::string_view cMirelo::LastQuoteRun::StatusLine() const {
 
 // LASTVOLUME becomes the volume since the call before: nothing on the first call of a day.
 void cMirelo::LastQuoteRun::TrackVolume() {
+  double previous = 0;
   if (facade.prev_volume_.IsEmpty()) {
     STEP(line.StoreLastVolume("0"));
-  } else if (frame.test([&] { return Previous(kPreviousVolume).EqualsNumber(0); })) {
+  } else if (frame.test([&] { return (previous = Previous(kPreviousVolume).ToDouble()) == 0; })) {
     STEP(line.StoreLastVolume("0"));
     STEP(StorePrevious(kPreviousVolume, Column::Volume));
     STEP(StorePrevious(kPreviousDate, Column::Date));
-  } else if (frame.test([&] { return EqualText(line(Column::Date), Previous(kPreviousDate).ToText()); })) {
-    STEP(line.StoreLastVolume(
-        NumberText(ToNumber(line(Column::Volume)) - Previous(kPreviousVolume).ToDouble())));
+  } else if (frame.test([&] { return EqualsText(Previous(kPreviousDate), line(Column::Date)); })) {
+    STEP(line.StoreLastVolume(NumberText(ToNumber(line(Column::Volume)) - previous)));
     STEP(StorePrevious(kPreviousVolume, Column::Volume));
   } else {
     STEP(line.StoreLastVolume("0"));
@@ -187,10 +228,11 @@ void cMirelo::LastQuoteRun::StorePrevious(std::int32_t index, Column column) {
 }
 
 void cMirelo::LastQuoteRun::FillColumns() {
+  VariantArray& cells = table.AsArray();
   for (const std::int32_t c : frame.loop([&] { return BoundsOf(facade.mas_position_); })) {
     std::int16_t position = kUnknownColumn;
     STEP(position = facade.mas_position_(c));
-    if (position != kUnknownColumn) STEP(table.AsArray()(row, c) = CellText(position));
+    if (position != kUnknownColumn) STEP(cells(row, c) = CellText(position));
   }
 }
 

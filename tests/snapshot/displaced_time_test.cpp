@@ -69,6 +69,18 @@ TEST_F(DisplacedTime, IsOneForAllRowsOfABatchAndNewInTheNext) {
   EXPECT_EQ(RowOf(result, 82)[1], "08:36:15");
 }
 
+// A macro may run inside a transfer.
+TEST_F(DisplacedTime, FollowsAFormatThatChangesWithinTheSecond) {
+  facade->DovantaFormatUserDate("yyyy");
+  internet.answer = [&](const auto& request) {
+    if (internet.requests.size() == 2) facade->DovantaFormatUserDate("mm");
+    return market.Reply(request.resource);
+  };
+  const Variant result = facade->GetLastQuote(Tickers(82));
+  EXPECT_EQ(RowOf(result, 81)[0], "2011");
+  EXPECT_EQ(RowOf(result, 82)[0], "01");
+}
+
 // The displacement is read anew on each call.
 TEST_F(DisplacedTime, KeepsTheFormerDisplacementWhereTheNewOneCannotBeRead) {
   Save("DisplacementHour", 1);
