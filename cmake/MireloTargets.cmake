@@ -20,6 +20,10 @@ if(MIRELO_SANITIZE)
     -fsanitize=${MIRELO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
   target_link_options(mirelo_options INTERFACE -fsanitize=${MIRELO_SANITIZE})
 endif()
+if(MIRELO_FUZZ)
+  # The fuzzer is led by what it reaches in the libraries, not only in its own few lines.
+  target_compile_options(mirelo_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # The system itself: the subsystem rooms know each other both ways, so they are one library.
 add_library(mirelo STATIC)
