@@ -12,7 +12,8 @@ class Redirects : public HttpMachine {
   static std::string FirstLine(const std::string& request) { return request.substr(0, request.find("\r\n")); }
 
   // A server that redirects its first `count` connections and answers the next.
-  static LoopbackServer::Script RedirectThenReply(std::string status_and_location, std::size_t count = 1) {
+  static LoopbackServer::Script RedirectThenReply(const std::string& status_and_location,
+                                                  std::size_t count = 1) {
     return [=](LoopbackServer::Peer& peer) {
       peer.ReceiveUntil("\r\n\r\n");
       peer.Send(peer.Index() < count ? "HTTP/1.0 " + status_and_location + "\r\n\r\nmoved"

@@ -11,14 +11,20 @@ struct ReplyCase {
   std::string name;
   std::string bytes;
   std::vector<std::int32_t> states;
-  std::string response = "";
-  std::string content_type = "";
+  std::string response{};
+  std::string content_type{};
   std::int32_t content_length = 0;
 };
 
 void PrintTo(const ReplyCase& each, std::ostream* out) { *out << each.name; }
 
 const std::string kOk = "HTTP/1.0 200 OK\r\n";
+
+std::string Repeated(const std::string& text, int times) {
+  std::string result;
+  for (int i = 0; i < times; ++i) result += text;
+  return result;
+}
 
 const ReplyCase kReplies[] = {
     {"Plain", kOk + "Content-Type: text/plain\r\nContent-Length: 5\r\n\r\nquote", kGoodPath, "quote",
@@ -64,7 +70,8 @@ const ReplyCase kReplies[] = {
     {"AnotherProtocol", "SSH-2.0-OpenSSH\r\n", kSendFailed},
     {"BinaryGarbage", std::string("\0\xFF\x16\x03\0\r\n\r\n", 9), kSendFailed},
     {"NulInAHeader", kOk + std::string("X: \0\r\n", 6) + "\r\nquote", kSendFailed},
-    {"EndlessHead", kOk + std::string(300'000, 'x') + "\r\n\r\nquote", kSendFailed},
+    {"EndlessLineInTheHead", kOk + std::string(300'000, 'x') + "\r\n\r\nquote", kSendFailed},
+    {"EndlessHead", kOk + Repeated("X: " + std::string(1000, 'x') + "\r\n", 300) + "\r\nquote", kSendFailed},
 };
 
 class Replies : public HttpMachine, public ::testing::WithParamInterface<ReplyCase> {};
@@ -103,12 +110,33 @@ TEST_P(Replies, ComeOutTheSameByteByByte) {
 INSTANTIATE_TEST_SUITE_P(Table, Replies, ::testing::ValuesIn(kReplies),
                          [](const auto& info) { return info.param.name; });
 
+class HeadReply : public HttpMachine {};
+
+TEST_F(HeadReply, HasNoBodyWhateverItAnnounces) {
+  for (const std::string body : {"", "a=1"}) {
+    SCOPED_TRACE(body);
+    LoopbackServer server([&](LoopbackServer::Peer& peer) {
+      peer.ReceiveUntil("\r\n\r\n");
+      EXPECT_EQ(peer.Receive(body.size()), body);
+      peer.Send("HTTP/1.0 200 OK\r\nContent-Length: 5\r\n\r\n");
+      peer.ReceiveAll();  // until the client closes
+    });
+    LocalTransfer transfer(server.Port());
+    transfer.Method("HEAD");
+    transfer.PostQuery(body);
+    transfer.Execute();
+    EXPECT_EQ(transfer.states, kGoodPath);
+    EXPECT_EQ(transfer.Response(), "");
+    EXPECT_EQ(transfer.Method(), "HEAD");
+  }
+}
+
 class BadReply : public HttpMachine {};
 
 TEST_F(BadReply, WhoseLengthOverflowsIsAnError) {
   for (const std::string length : {"2147483648", "99999999999999999999"}) {
     SCOPED_TRACE(length);
-    LoopbackServer server(Reply(kOk + "Content-Length: " + length + "\r\n\r\nquote"));
+    LoopbackServer server(Reply("HTTP/1.0 200 OK\r\nContent-Length: " + length + "\r\n\r\nquote"));
     LocalTransfer transfer(server.Port());
     try {
       transfer.Execute();

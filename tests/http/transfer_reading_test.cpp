@@ -86,6 +86,13 @@ TEST_F(Reading, ForgetsTheContentLengthWhenTheReplyHasNone) {
   EXPECT_EQ(std::get<1>(progress.back()), 0);
 }
 
+TEST_F(Reading, CountsTheBytesOfEachTransferAnew) {
+  internet.chunks = {"first", "", "and"};
+  transfer.Execute();
+  transfer.Execute();
+  EXPECT_EQ(std::get<2>(progress.back()), 3);
+}
+
 TEST_F(Reading, KeepsTheMethodWhenTheReplyCannotTellIt) {
   transfer.Method("GET");
   internet.request_method = "POST";

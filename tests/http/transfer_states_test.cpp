@@ -19,6 +19,7 @@ TEST_F(TransferStates, OfTheGoodPath) {
 }
 
 TEST_F(TransferStates, AreChangedToFinishedWhenAllIsDone) {
+  internet.on_call = [&](const std::string&) { EXPECT_FALSE(transfer.SuccessDone()); };
   transfer.OnStateChanged.Subscribe([&](std::int32_t state) {
     EXPECT_EQ(transfer.SuccessDone(), state == 11);
     EXPECT_EQ(Closed(), state == 11 ? kAllHandles : std::vector<std::string>{});

@@ -7,8 +7,6 @@
 namespace mirelo::testing {
 namespace {
 
-using ::testing::Test;
-
 class TransferSteps : public ScriptedTransfer {};
 
 TEST_F(TransferSteps, GoThroughTheCallsInOrder) {

@@ -14,9 +14,9 @@ namespace mirelo::curl {
 
 namespace {
 
-constexpr std::size_t kMostHead = 256 * 1024;  // bytes; no server that means well sends more
+constexpr std::size_t kMostHead = 262'144;  // bytes; no server that means well sends more
 // The body that waits here unread when the server is no longer listened to, in bytes.
-constexpr std::size_t kMostUnread = 256 * 1024;
+constexpr std::size_t kMostUnread = 262'144;
 constexpr int kMostRedirects = 10;
 
 // The results for a connection that ended. Which of them it is when a server hangs up on a request is a
@@ -48,12 +48,10 @@ void Transfer::DescribeRequest() {
   set(CURLOPT_REQUEST_TARGET, request_.destination.target.c_str());
   set(CURLOPT_PROTOCOLS_STR, "http,https");
   set(CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_0});
-  if (request_.verb != "GET") set(CURLOPT_CUSTOMREQUEST, request_.verb.c_str());
-  if (request_.verb == "HEAD") set(CURLOPT_NOBODY, 1L);
+  set(CURLOPT_CUSTOMREQUEST, request_.verb.c_str());
   if (!request_.body.empty()) {
     set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body.size()));
     set(CURLOPT_POSTFIELDS, request_.body.data());
-    set(CURLOPT_CUSTOMREQUEST, request_.verb.c_str());
   }
 
   headers_.reset();
@@ -105,7 +103,8 @@ bool Transfer::OnHeaderLine(std::string_view line) {
   head_.AddLine(line);
   if (head_.Size() > kMostHead) return false;
   if (!head_.Complete()) return true;
-  return !head_.RedirectsTo() && head_.BodySize() != 0;
+  const bool has_body = request_.verb != "HEAD" && head_.BodySize() != 0;
+  return has_body && !head_.RedirectsTo();
 }
 
 std::size_t Transfer::WriteCallback(char* bytes, std::size_t size, std::size_t count, void* self) {
