@@ -73,9 +73,10 @@ class RecordCollection : public Object {
 
   std::string_view TypeName() const override { return class_.name; }
 
-  // Appends. The key is a text that no item has yet; an empty variant is none.
+  // Appends. The key is a text that no item has yet; an empty variant is none. A null item is a failure.
   void Add(Reference item, const Variant& VarKey = {}) {
     Guarded("Add", [&] {
+      if (item == nullptr) throw Errors::ObjectNotSet();
       if (VarKey.IsEmpty()) return items_->Add(std::move(item));
       const std::string* key = VarKey.IfText();
       if (key == nullptr) throw Errors::TypeMismatch();

@@ -119,6 +119,12 @@ TYPED_TEST(RecordCollectionTest, AddAppendsWithAKeyOrWithout) {
   EXPECT_EQ(this->records.Count(), 2);
 }
 
+TYPED_TEST(RecordCollectionTest, AddRefusesANullItem) {
+  this->ExpectFailure("Add", [&] { this->records.Add(nullptr); });
+  this->ExpectFailure("Add", [&] { this->records.Add(nullptr, "K"); });
+  EXPECT_EQ(this->records.Count(), 0);
+}
+
 TYPED_TEST(RecordCollectionTest, RemoveTakesAPositionOrAKey) {
   for (const char* key : {"A", "B", "C"}) this->records.ItemAdd(key);
   this->records.Remove(1);
