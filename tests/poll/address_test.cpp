@@ -4,24 +4,14 @@
 
 #include "adapters/poll/poll_winsock_library.h"
 #include "adapters/poll/tcp_address.h"
-#include "automation/runtime_error.h"
+#include "support/error_number.h"
 #include "support/manual_loop.h"
 
 namespace mirelo::poll {
 namespace {
 
 using host::WinsockLibrary;
-
-// The number of the error that `call` raises; 0 when it raises none.
-template <class Call>
-int ErrorOf(const Call& call) {
-  try {
-    call();
-  } catch (const RuntimeError& error) {
-    return error.Number();
-  }
-  return 0;
-}
+using testing::NumberOf;
 
 TEST(Address, TakesADottedAddressOrAName) {
   struct Case {
@@ -88,14 +78,14 @@ TEST(Address, RefusesTextOfAnotherFormWithError5) {
   for (const std::string& text : cases) {
     SCOPED_TRACE("'" + text + "'");
     TcpAddress address;
-    EXPECT_EQ(ErrorOf([&] { address.SetText(text); }), 5);
+    EXPECT_EQ(NumberOf([&] { address.SetText(text); }), 5);
   }
 }
 
 TEST(Address, KeepsWhatItHeldWhenATextIsRefused) {
   TcpAddress address;
   address.SetText("localhost:80");
-  EXPECT_EQ(ErrorOf([&] { address.SetText("nowhere"); }), 5);
+  EXPECT_EQ(NumberOf([&] { address.SetText("nowhere"); }), 5);
   EXPECT_EQ(address.Text(), "localhost:80");
   EXPECT_EQ(address.Port(), 80);
 }
@@ -104,7 +94,7 @@ TEST(Factories, KnowTcpOverIpVersion4Only) {
   testing::ManualLoop loop;
   PollWinsockLibrary library(loop);
   EXPECT_NE(library.CreateAddress(WinsockLibrary::kInet), nullptr);
-  EXPECT_EQ(ErrorOf([&] { library.CreateAddress(10); }), 5);
+  EXPECT_EQ(NumberOf([&] { library.CreateAddress(10); }), 5);
 
   struct Case {
     const char* name;
@@ -117,7 +107,7 @@ TEST(Factories, KnowTcpOverIpVersion4Only) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    EXPECT_EQ(ErrorOf([&] { library.FindProtocol(c.family, c.type, c.protocol); }), c.error);
+    EXPECT_EQ(NumberOf([&] { library.FindProtocol(c.family, c.type, c.protocol); }), c.error);
   }
 }
 

@@ -73,21 +73,21 @@ TEST_F(Connecting, IsError5UnlessTheConnectionIsClosed) {
   LoopbackServer server([](Peer& peer) { peer.ReceiveUntil("x"); });
   Client client(library_);
   client.Connect(server.Address());
-  EXPECT_EQ(ErrorOf([&] { client.Connect(server.Address()); }), 5) << "connecting";
+  EXPECT_EQ(NumberOf([&] { client.Connect(server.Address()); }), 5) << "connecting";
   loop_.RunUntil([&] { return client.IsConnected(); });
-  EXPECT_EQ(ErrorOf([&] { client.Connect(server.Address()); }), 5) << "connected";
+  EXPECT_EQ(NumberOf([&] { client.Connect(server.Address()); }), 5) << "connected";
   client.connection->Send("x");
   RunUntilDisconnected(client);
-  EXPECT_EQ(ErrorOf([&] { client.Connect(server.Address()); }), 5) << "dropped";
+  EXPECT_EQ(NumberOf([&] { client.Connect(server.Address()); }), 5) << "dropped";
   client.connection->Disconnect();
-  EXPECT_EQ(ErrorOf([&] { client.Connect(server.Address()); }), 0) << "closed";
+  EXPECT_EQ(NumberOf([&] { client.Connect(server.Address()); }), 0) << "closed";
   EXPECT_EQ(client.sink->connected, 1);
 }
 
 TEST_F(Connecting, IsError5ForAnAddressWithoutText) {
   Client client(library_);
   const auto address = library_.CreateAddress(host::WinsockLibrary::kInet);
-  EXPECT_EQ(ErrorOf([&] { client.connection->Connect(*address); }), 5);
+  EXPECT_EQ(NumberOf([&] { client.connection->Connect(*address); }), 5);
   EXPECT_EQ(client.connection->State(), SocketConnection::kClosed);
 }
 
@@ -100,8 +100,8 @@ TEST_F(Connecting, IsError67WhenNoDescriptorIsLeft) {
   ::close(lowest_free);
   const rlimit none = {static_cast<rlim_t>(lowest_free), former.rlim_max};
   ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-  const int dotted = ErrorOf([&] { client.Connect(server.Address()); });
-  const int named = ErrorOf([&] { client.Connect("localhost:80"); });
+  const int dotted = NumberOf([&] { client.Connect(server.Address()); });
+  const int named = NumberOf([&] { client.Connect("localhost:80"); });
   ::setrlimit(RLIMIT_NOFILE, &former);
   EXPECT_EQ(dotted, 67);
   EXPECT_EQ(named, 67);

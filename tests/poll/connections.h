@@ -2,18 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 
 #include "adapters/poll/poll_loop.h"
 #include "adapters/poll/poll_winsock_library.h"
-#include "automation/runtime_error.h"
 #include "poll/client.h"
+#include "support/error_number.h"
 #include "support/loopback_server.h"
 
 namespace mirelo::poll {
 
 using host::SocketConnection;
 using testing::LoopbackServer;
+using testing::NumberOf;
 using Peer = LoopbackServer::Peer;
 
 // Connections over real sockets and a loop that waits for them.
@@ -29,17 +31,6 @@ class Connections : public ::testing::Test {
   }
   void RunUntilDisconnected(const Client& client) {
     loop_.RunUntil([&] { return !client.sink->reasons.empty(); });
-  }
-
-  // The number of the error that `call` raises; 0 when it raises none.
-  template <class Call>
-  static int ErrorOf(const Call& call) {
-    try {
-      call();
-    } catch (const RuntimeError& error) {
-      return error.Number();
-    }
-    return 0;
   }
 
   PollLoop loop_;

@@ -140,12 +140,12 @@ TEST_F(Transfer, QueuesMoreThanTheSocketTakesWhileThePeerReadsSlowly) {
 TEST_F(Transfer, TakesNothingToSendWhenClosedOrDropped) {
   LoopbackServer server([](Peer&) {});
   Client client(library_);
-  EXPECT_EQ(ErrorOf([&] { client.connection->Send("x"); }), 5) << "never connected";
+  EXPECT_EQ(NumberOf([&] { client.connection->Send("x"); }), 5) << "never connected";
   client.Connect(server.Address());
   RunUntilDisconnected(client);
-  EXPECT_EQ(ErrorOf([&] { client.connection->Send("x"); }), 5) << "dropped";
+  EXPECT_EQ(NumberOf([&] { client.connection->Send("x"); }), 5) << "dropped";
   client.connection->Disconnect();
-  EXPECT_EQ(ErrorOf([&] { client.connection->Send("x"); }), 5) << "closed";
+  EXPECT_EQ(NumberOf([&] { client.connection->Send("x"); }), 5) << "closed";
 }
 
 TEST_F(Transfer, GoesToEachSinkInTheOrderOfTheirSubscription) {
@@ -176,12 +176,13 @@ TEST_F(Transfer, RefusesSubscriptionsOfAnotherKind) {
   const Case cases[] = {{"none", 0, 5, 5}, {"bytes", 1, 0, 5}, {"connection", 8, 5, 0}, {"both", 9, 5, 5}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    EXPECT_EQ(ErrorOf([&] { client.connection->Subscribe(bytes, c.flags); }), c.bytes_error);
-    EXPECT_EQ(ErrorOf([&] { client.connection->Subscribe(events, c.flags); }), c.events_error);
+    EXPECT_EQ(NumberOf([&] { client.connection->Subscribe(bytes, c.flags); }), c.bytes_error);
+    EXPECT_EQ(NumberOf([&] { client.connection->Subscribe(events, c.flags); }), c.events_error);
   }
-  EXPECT_EQ(ErrorOf([&] { client.connection->Subscribe(std::shared_ptr<host::BytesTransferEvents>(), 1); }),
+  EXPECT_EQ(NumberOf([&] { client.connection->Subscribe(std::shared_ptr<host::BytesTransferEvents>(), 1); }),
             91);
-  EXPECT_EQ(ErrorOf([&] { client.connection->Subscribe(std::shared_ptr<host::ConnectionEvents>(), 8); }), 91);
+  EXPECT_EQ(NumberOf([&] { client.connection->Subscribe(std::shared_ptr<host::ConnectionEvents>(), 8); }),
+            91);
 }
 
 }  // namespace

@@ -188,8 +188,8 @@ void TcpConnection::SendQueued() {
 void TcpConnection::Receive() {
   bytes_events_.Raise([this](host::BytesTransferEvents& sink) { sink.OnBytesAvailable(*this); });
   if (state_ != kConnected) return;
-  std::array<std::uint8_t, kChunkLimit>
-      chunk;  // in this frame: a sink that yields receives the next chunk inside
+  // In this frame: a sink that yields receives the next chunk inside.
+  std::array<std::uint8_t, kChunkLimit> chunk;
   const ssize_t count = ::recv(socket_.Number(), chunk.data(), chunk.size(), 0);
   if (count < 0 && WouldBlock(errno)) return;
   if (count > 0) {
