@@ -1,5 +1,7 @@
+#include <cstdint>
 #include <memory>
-#include <span>
+#include <string>
+#include <vector>
 
 #include "automation/runtime_error.h"
 #include "streaming/stream_test.h"
@@ -9,6 +11,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 class Connecting : public StreamTest {};
 
@@ -34,7 +37,7 @@ TEST_F(Connecting, TakesAPortThatIsStoredAsText) {
 
 TEST_F(Connecting, ReadsTheSettingsBeforeItSaysAnything) {
   Setting("SocketPort", "no number");
-  EXPECT_THROW(stream->connect(), RuntimeError);
+  EXPECT_EQ(NumberOf([&] { stream->connect(); }), 13);
   EXPECT_THAT(status_texts, IsEmpty());
 }
 
@@ -47,6 +50,7 @@ TEST_F(Connecting, ShowsAFailureInABoxAndAsAStatusOnOneLine) {
     sockets = MemoryWinsock();
     sockets.FailAt(call, RuntimeError(5, "No\r\nway"));
     EXPECT_FALSE(stream->connect());
+    EXPECT_THAT(sockets.calls.back(), StartsWith(call));
     EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"No\r\nway", 0, ""}));
     EXPECT_EQ(status_texts.front(), "Connection started...");
     EXPECT_EQ(status_texts.back(), "Noway");
@@ -62,6 +66,33 @@ TEST_F(Connecting, LetsGoOfTheEarlierConnectionWithoutDisconnectingIt) {
   stream->SendWinsock("x");
   EXPECT_THAT(sockets.connections[0]->sent, IsEmpty());
   EXPECT_THAT(sockets.connections[1]->sent, ElementsAre("x"));
+}
+
+TEST_F(Connecting, KeepsTheNewConnectionWhenItFailsBehindItsMaking) {
+  stream->connect();
+  sockets.FailAt("subscribe 8", RuntimeError(5, "No way"));
+  stream->connect();
+  ASSERT_EQ(sockets.connections.size(), 2u);
+  sockets.connections[1]->state = host::SocketConnection::kConnected;
+  stream->SendWinsock("x");
+  EXPECT_THAT(sockets.connections[0]->sent, IsEmpty());
+  EXPECT_THAT(sockets.connections[1]->sent, ElementsAre("x"));
+}
+
+TEST_F(Connecting, KeepsTheFormerConnectionWhenItFailsBeforeANewOneIsMade) {
+  stream->connect();
+  sockets.FailAt("address", RuntimeError(5, "No way"));
+  stream->connect();
+  stream->SendWinsock("x");
+  EXPECT_THAT(Sent(), ElementsAre("x"));
+}
+
+TEST_F(Connecting, LeavesStartStopAsTheClientSetIt) {
+  for (const bool value : {false, true}) {
+    stream->StartStop(value);
+    stream->connect();
+    EXPECT_EQ(stream->StartStop(), value);
+  }
 }
 
 class Disconnecting : public StreamTest {};
@@ -104,8 +135,21 @@ TEST_F(Disconnecting, ReportsAFailureAsAStatusOnOneLine) {
 TEST_F(Disconnecting, KeepsTheConnectionObject) {
   stream->connect();
   stream->DisConnect();
+  sockets.calls.clear();
   stream->SendWinsock("late");
-  EXPECT_THAT(Sent(), ElementsAre("late")) << "the library decides what a closed connection does with it";
+  EXPECT_THAT(sockets.calls, ElementsAre("send"))
+      << "the library decides what a closed connection does with it";
+}
+
+TEST_F(Disconnecting, ReportsAFailureOfTheStateAsAStatus) {
+  stream->connect();
+  status_texts.clear();
+  sockets.calls.clear();
+  sockets.Newest().state_failure = RuntimeError(5, "Line\r\nunknown");
+  stream->DisConnect();
+  EXPECT_THAT(status_texts, ElementsAre("Lineunknown"));
+  EXPECT_THAT(sockets.calls, IsEmpty());
+  EXPECT_FALSE(stream->StartStop());
 }
 
 class Sending : public StreamTest {};
@@ -121,13 +165,18 @@ TEST_F(Sending, DoesNothingWithoutTextOrConnection) {
 TEST_F(Sending, SendsInAllStatesButTheDroppedOne) {
   using Connection = host::SocketConnection;
   stream->connect();
-  for (const std::int32_t state : {Connection::kClosed, Connection::kConnecting, Connection::kConnected}) {
+  for (const std::int32_t state : {Connection::kConnecting, Connection::kConnected}) {
     sockets.Newest().state = state;
     stream->SendWinsock(std::to_string(state));
   }
   sockets.Newest().state = Connection::kDropped;
   stream->SendWinsock("dropped");
-  EXPECT_THAT(Sent(), ElementsAre("0", "2", "1"));
+  EXPECT_THAT(Sent(), ElementsAre("2", "1"));
+  EXPECT_THAT(desktop.boxes, IsEmpty());
+  sockets.Newest().state = Connection::kClosed;
+  stream->SendWinsock("closed");
+  EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Invalid procedure call or argument", 0, ""}))
+      << "the library refuses it";
 }
 
 TEST_F(Sending, WritesOneByteForEachCharacterOfTheCodePage) {
@@ -143,7 +192,23 @@ TEST_F(Sending, ShowsAFailureInABox) {
   EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Line cut", 0, ""}));
 }
 
+TEST_F(Sending, ShowsAFailureOfTheStateInABox) {
+  stream->connect();
+  sockets.Newest().state_failure = RuntimeError(5, "Line unknown");
+  stream->SendWinsock("x");
+  EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Line unknown", 0, ""}));
+  EXPECT_THAT(Sent(), IsEmpty());
+}
+
 class PeerThatDrops : public StreamTest {};
+
+TEST_F(PeerThatDrops, LeavesTheConnectionObject) {
+  stream->connect();
+  sockets.Newest().Drop();
+  sockets.Newest().state = host::SocketConnection::kConnected;
+  stream->SendWinsock("late");
+  EXPECT_THAT(Sent(), ElementsAre("late"));
+}
 
 TEST_F(PeerThatDrops, CausesOnlyTheUnsubscription) {
   stream->connect();
@@ -158,19 +223,34 @@ TEST_F(PeerThatDrops, CausesOnlyTheUnsubscription) {
 
 class StreamsEnd : public StreamTest {};
 
-TEST_F(StreamsEnd, DisconnectsWhatHasBitZeroSet) {
-  stream->connect();
-  sockets.calls.clear();
-  stream.reset();
-  EXPECT_THAT(sockets.calls, ElementsAre("disconnect"));
+TEST_F(StreamsEnd, DisconnectsWhatHasBitZeroSetAndNothingElse) {
+  for (const std::int32_t state : {0, 1, 2, 3, 128, 129}) {
+    SCOPED_TRACE(state);
+    Renew();
+    stream->connect();
+    sockets.Newest().state = state;
+    sockets.calls.clear();
+    stream.reset();
+    EXPECT_EQ(sockets.calls,
+              state % 2 == 1 ? std::vector<std::string>{"disconnect"} : std::vector<std::string>{});
+  }
 }
 
-TEST_F(StreamsEnd, LeavesOtherStatesAlone) {
+TEST_F(StreamsEnd, SwallowsAFailureOfTheState) {
   stream->connect();
-  sockets.Newest().state = host::SocketConnection::kDropped;
+  sockets.Newest().state_failure = RuntimeError(5, "Line unknown");
   sockets.calls.clear();
-  stream.reset();
+  EXPECT_NO_THROW(stream.reset());
   EXPECT_THAT(sockets.calls, IsEmpty());
+}
+
+TEST_F(StreamsEnd, ComesWithTheFacadesForTheTimersStream) {
+  mGlobal::SetStreamingObject(stream);
+  const std::weak_ptr<cQTStreaming> gone = stream;
+  stream.reset();
+  EXPECT_FALSE(gone.expired());
+  facade.reset();
+  EXPECT_TRUE(gone.expired());
 }
 
 TEST_F(StreamsEnd, SwallowsAFailure) {
@@ -199,7 +279,11 @@ TEST_F(StreamTest, IgnoresTheEventsInWhichNothingHappens) {
 TEST_F(StreamTest, NeedsAFacadeToBeMade) {
   stream.reset();
   facade.reset();
-  EXPECT_THROW(std::make_shared<cQTStreaming>(), RuntimeError);
+  EXPECT_EQ(NumberOf([] { std::make_shared<cQTStreaming>(); }), 91);
+}
+
+TEST_F(StreamTest, DeliversNothingUntilTheClientSaysSo) {
+  EXPECT_FALSE(std::make_shared<cQTStreaming>()->StartStop());
 }
 
 TEST_F(StreamTest, KeepsItsPublicValues) {

@@ -18,6 +18,11 @@ namespace mirelo::testing {
 // A socket library without sockets: a test plays the peer and delivers chunks as it likes. Each call that
 // reaches the library is noted in `calls`, in words: "address 2", "text 127.0.0.1:16240", "protocol 2 1 6",
 // "connection", "subscribe 1", "subscribe 8", "connect", "send", "disconnect", "unsubscribe 101".
+//
+// It raises error 5 where a library does: for a subscription of another kind, and for bytes to be sent in the
+// states kClosed and kDropped. It differs from one in this: a connection stands as soon as Connect() returns,
+// without OnConnected, and may be connected in any state; a connection has one sink of each kind, whose id is
+// always the same; addresses and protocols are not checked.
 class MemoryWinsock : public host::WinsockLibrary {
  public:
   class Connection;
@@ -26,7 +31,8 @@ class MemoryWinsock : public host::WinsockLibrary {
   std::vector<std::shared_ptr<Connection>> connections;  // in the order of their creation
 
   Connection& Newest() { return *connections.back(); }
-  // Every call that begins so fails from now on.
+  // Every call of this name, with this number for those that have one ("subscribe 8", but "address", "text"
+  // and "protocol" alone), fails from now on.
   void FailAt(std::string call, RuntimeError error) { failure_.emplace(std::move(call), std::move(error)); }
 
   std::unique_ptr<host::SocketAddress> CreateAddress(std::int32_t family) override;
@@ -39,7 +45,13 @@ class MemoryWinsock : public host::WinsockLibrary {
 
   void Note(const std::string& call) {
     calls.push_back(call);
-    if (failure_ && call.starts_with(failure_->first)) throw failure_->second;
+    if (failure_ && NameOf(call) == failure_->first) throw failure_->second;
+  }
+  static std::string_view NameOf(std::string_view call) {
+    for (const std::string_view name : {"address", "text", "protocol"}) {
+      if (call.starts_with(name)) return name;
+    }
+    return call;
   }
 
   std::optional<std::pair<std::string, RuntimeError>> failure_;
@@ -49,8 +61,9 @@ class MemoryWinsock::Connection : public host::SocketConnection {
  public:
   explicit Connection(MemoryWinsock& library) : library_(library) {}
 
-  std::vector<std::string> sent;  // one element a call
-  std::int32_t state = kClosed;   // what State() gives
+  std::vector<std::string> sent;              // one element a call
+  std::int32_t state = kClosed;               // what State() gives
+  std::optional<RuntimeError> state_failure;  // what it raises instead
 
   bool HasSubscribers() const { return bytes_sink_ != nullptr || connection_sink_ != nullptr; }
 
@@ -80,11 +93,13 @@ class MemoryWinsock::Connection : public host::SocketConnection {
 
   std::int32_t Subscribe(std::shared_ptr<host::BytesTransferEvents> sink, std::int32_t flags) override {
     library_.Note("subscribe " + std::to_string(flags));
+    if (flags != kBytesTransfer) throw Errors::InvalidProcedureCall();
     bytes_sink_ = std::move(sink);
     return kBytesCookie;
   }
   std::int32_t Subscribe(std::shared_ptr<host::ConnectionEvents> sink, std::int32_t flags) override {
     library_.Note("subscribe " + std::to_string(flags));
+    if (flags != kConnectionEvents) throw Errors::InvalidProcedureCall();
     connection_sink_ = std::move(sink);
     return kConnectionCookie;
   }
@@ -97,13 +112,17 @@ class MemoryWinsock::Connection : public host::SocketConnection {
     library_.Note("connect");
     state = kConnected;
   }
-  std::int32_t State() const override { return state; }
+  std::int32_t State() const override {
+    if (state_failure) throw *state_failure;
+    return state;
+  }
   void Disconnect() override {
     library_.Note("disconnect");
     state = kClosed;
   }
   void Send(const std::string& bytes) override {
     library_.Note("send");
+    if (state == kClosed || state == kDropped) throw Errors::InvalidProcedureCall();
     sent.push_back(bytes);
   }
 
