@@ -37,9 +37,16 @@ struct Level1Record;
 // Everything runs on the thread of the installed host's message loop. QTDatas is followed by a yield to that
 // loop, so more records may be decoded while a handler runs; they wait in the buffer without a second event.
 // Make the object with std::make_shared: then a handler may let go of the last reference.
+//
+// What the peer sends can fail, and such errors leave through the message loop to whoever runs it; the rest
+// of the chunk is lost, and the stream goes on with the next one. They are 5 for a source list without closed
+// source type and for a clock displaced out of the calendar, 6 for a record that begins behind position
+// 32767, 9 for a text without end, 13 for tickers that are no array, 91 for a login result without an owner,
+// the vault's when the login needs credentials, kEndlessWalk, and those of handlers other than QTDatas's.
 class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStreaming> {
  public:
-  // Error 91 while no facade lives, since the displacement of times is read from the settings.
+  // The displacement of times is read from the settings: error 91 while no facade lives, 13 for one that is
+  // no number.
   cQTStreaming();
   // Closes an open connection. Raises nothing.
   ~cQTStreaming() override;
@@ -85,7 +92,9 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
 
   // Starts a connection to the settings' Webaddress and SocketPort (127.0.0.1:16240) and returns at once.
   // Success shows only through events; the result is always false. A failure is shown in a message box and as
-  // a status text. An earlier connection is let go, not disconnected.
+  // a status text, and what was made until then stays. Settings that cannot be read raise their errors: 13 or
+  // 6 for a port that is no number of 32 bits, 0x80044284 for a damaged value. An earlier connection is let
+  // go as soon as the new one is made, without a Disconnect; its library closes it then.
   bool connect();
 
   // Stops the delivery and closes the connection. The result is empty. A failure becomes a status text.
@@ -96,7 +105,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   void SendWinsock(const std::string& as_cmd);
 
   // What the 100 ms timer behind a login for the source list runs: reports the login's result, and asks for
-  // the list.
+  // the list. Error 91 without an owner, when the login succeeded.
   void RaiseEventTimerProc();
 
   // The file name of a quote source, by its display text without regard to case and surrounding blanks; empty
@@ -117,7 +126,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // the default (false). With true such a walk forgets the unfinished record of the chunks before it and
   // raises kEndlessWalk; walks that end by themselves are the same either way.
   void StopEndlessWalks(bool value) { StopEndlessWalks_ = value; }
-  // "The quote stream lost its place", source "Mirelo.cQTStreaming".
+  // "The quote stream lost its place", source "Mirelo.cQTStreaming.DecodeRecords".
   static constexpr std::int32_t kEndlessWalk = ErrorNumber(0x80040065);
 
   // A status line for a person.
@@ -125,7 +134,8 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // What the owner should do next: 1 when the source list has been stored, 5 when the streamer was accepted
   // and the subscription sent.
   Event<std::int16_t> PerformanceFollowingProcess;
-  // Quotes wait to be taken. Not raised while it is being raised; a handler's failure is dropped.
+  // Quotes wait to be taken. Not raised while it is being raised by this stream or any other; a handler's
+  // failure is dropped.
   Event<> QTDatas;
 
  private:
@@ -187,7 +197,6 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   std::string SourcesText;                 // its chunks so far, as bytes
   std::vector<std::uint8_t> PendingBytes;  // the tail of an unfinished quote record, or nothing
   QuoteKeys QuoteCounter;
-  bool RaisingQuotes = false;
   bool StreamerAccepted = false;  // set when the streamer reply has come; nothing reads it
   bool StartStop_ = false;
   bool StopEndlessWalks_ = false;

@@ -67,6 +67,14 @@ void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::strin
   RaiseQTDatas();
 }
 
+namespace {
+
+// One for all streams of the process: while one of them tells its client, the events of the others would nest
+// in that client's handler just as its own.
+bool RaisingQuotes = false;
+
+}  // namespace
+
 // The yield lets more records arrive while the client is at work; they find the event being raised, and wait
 // in the buffer for the client's next take.
 void cQTStreaming::RaiseQTDatas() {
@@ -101,7 +109,7 @@ void cQTStreaming::FreeQTDataBuffer() {
 
 void cQTStreaming::RaiseEventTimerProc() {
   host::Host::Current().loop().StopTimer(TimerID);
-  TimerID = 0;
+  TimerID = 0;  // the stop has no result to keep, and a timer that was stopped has no token any more
   if (StatusCode != "0") return OnStatusText.Raise("Off. " + StatusDesc);
 
   OnStatusText.Raise("Connected");

@@ -1,8 +1,8 @@
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "automation/runtime_error.h"
 #include "core/status_run_query.h"
 #include "streaming/quote_keys.h"
 #include "streaming/stream_test.h"
@@ -16,7 +16,7 @@ using ::testing::IsEmpty;
 class Delivery : public StreamTest {
  protected:
   Delivery() { stream->connect(); }
-  void Quote(std::string_view symbol) { Deliver(Level1Wire().Symbol(symbol).Last(1)); }
+  void Publish(std::string_view symbol) { Deliver(Quote(symbol)); }
   static std::vector<std::string> Keys(const cQTDatas& quotes) {
     std::vector<std::string> keys;
     for (const auto& quote : quotes) keys.push_back(quote->NameID());
@@ -25,22 +25,22 @@ class Delivery : public StreamTest {
 };
 
 TEST_F(Delivery, GivesQuotesRunningKeysFromA0) {
-  Quote("A");
-  Quote("B");
+  Publish("A");
+  Publish("B");
   const auto taken = stream->GetQTData();
   EXPECT_THAT(Keys(*taken), ElementsAre("a0", "a1"));
   EXPECT_EQ(taken->Item("A1")->Symbol(), "B");
 }
 
 TEST_F(Delivery, RaisesAnEventForEachQuote) {
-  Quote("A");
-  Quote("B");
+  Publish("A");
+  Publish("B");
   EXPECT_EQ(events, 2);
 }
 
 TEST_F(Delivery, GivesNothingWhileStartStopIsFalseAndKeepsTheBuffer) {
   stream->StartStop(false);
-  Quote("A");
+  Publish("A");
   EXPECT_EQ(events, 1) << "the client is told all the same";
   EXPECT_EQ(stream->GetQTData(), nullptr);
   EXPECT_EQ(stream->GetCurrentData(), nullptr);
@@ -49,7 +49,7 @@ TEST_F(Delivery, GivesNothingWhileStartStopIsFalseAndKeepsTheBuffer) {
 }
 
 TEST_F(Delivery, StopsWithDisConnectUntilTheClientStartsItAgain) {
-  Quote("A");
+  Publish("A");
   stream->DisConnect();
   EXPECT_EQ(stream->GetQTData(), nullptr);
   stream->StartStop(true);
@@ -58,7 +58,7 @@ TEST_F(Delivery, StopsWithDisConnectUntilTheClientStartsItAgain) {
 
 TEST_F(Delivery, ReturnsTheCopyWithWhatItHeldWhenTheBufferIsEmpty) {
   EXPECT_EQ(stream->GetQTData()->Count(), 0);
-  Quote("A");
+  Publish("A");
   stream->GetQTData();
   const auto again = stream->GetQTData();
   EXPECT_EQ(again, stream->copy_cQTDatas());
@@ -66,18 +66,18 @@ TEST_F(Delivery, ReturnsTheCopyWithWhatItHeldWhenTheBufferIsEmpty) {
 }
 
 TEST_F(Delivery, AddsToEarlierTakesUntilTheBufferIsFreed) {
-  Quote("A");
+  Publish("A");
   stream->GetQTData();
-  Quote("B");
+  Publish("B");
   EXPECT_THAT(Keys(*stream->GetQTData()), ElementsAre("a0", "a1"));
   stream->FreeQTDataBuffer();
   EXPECT_EQ(stream->copy_cQTDatas()->Count(), 0);
-  Quote("C");
+  Publish("C");
   EXPECT_THAT(Keys(*stream->GetQTData()), ElementsAre("a2"));
 }
 
 TEST_F(Delivery, LeavesQuotesAliveWhereTheClientHoldsThem) {
-  Quote("A");
+  Publish("A");
   const auto held = stream->GetQTData()->Item(1);
   stream->FreeQTDataBuffer();
   EXPECT_EQ(held->Symbol(), "A");
@@ -91,7 +91,7 @@ TEST_F(Delivery, FreesTheContainerThatWasSetAndNotTheCopy) {
   const auto other = std::make_shared<cQTDatas>();
   other->ItemAdd("x");
   stream->QTConteiner(other);
-  Quote("A");
+  Publish("A");
   stream->GetQTData();
   stream->FreeQTDataBuffer();
   EXPECT_EQ(other->Count(), 0);
@@ -102,8 +102,8 @@ TEST_F(Delivery, GoesToTheCopyThatWasSet) {
   const auto other = std::make_shared<cQTDatas>();
   const auto present = other->ItemAdd("A0");
   stream->copy_cQTDatas(other);
-  Quote("A");
-  Quote("B");
+  Publish("A");
+  Publish("B");
   EXPECT_EQ(stream->GetQTData(), other);
   EXPECT_THAT(Keys(*other), ElementsAre("A0", "a1"))
       << "a quote that was there under the key took the values";
@@ -112,7 +112,7 @@ TEST_F(Delivery, GoesToTheCopyThatWasSet) {
 }
 
 TEST_F(Delivery, SurvivesACopyAndAContainerOfNothing) {
-  Quote("A");
+  Publish("A");
   const auto copy = stream->copy_cQTDatas();
   stream->copy_cQTDatas(nullptr);
   stream->QTConteiner(nullptr);
@@ -124,13 +124,45 @@ TEST_F(Delivery, SurvivesACopyAndAContainerOfNothing) {
 
 TEST_F(Delivery, ShowsATakeToAnEnumerationOfTheCopyThatIsUnderWay) {
   auto enumerator = stream->copy_cQTDatas()->NewEnum();
-  Quote("A");
+  Publish("A");
   stream->GetQTData();
-  Quote("B");
+  Publish("B");
   stream->GetQTData();
   EXPECT_EQ(enumerator.Next()->Symbol(), "A");
   EXPECT_EQ(enumerator.Next()->Symbol(), "B");
   EXPECT_EQ(enumerator.Next(), nullptr);
+}
+
+// A second stream of the same process, beside the one of the test.
+class TwoStreams : public Delivery {
+ protected:
+  TwoStreams() {
+    other->StartStop(true);
+    other->connect();
+    other->QTDatas.Subscribe([this] { ++others_events; });
+  }
+  void DeliverToOther(std::string_view symbol) { sockets.connections[1]->Deliver(Quote(symbol)); }
+
+  std::shared_ptr<cQTStreaming> other = std::make_shared<cQTStreaming>();
+  int others_events = 0;
+};
+
+TEST_F(TwoStreams, DoNotNestTheirEventsInOneAnothers) {
+  stream->QTDatas.Subscribe([this] { DeliverToOther("B"); });
+  sockets.connections[0]->Deliver(Quote("A"));
+  EXPECT_EQ(events, 1);
+  EXPECT_EQ(others_events, 0);
+  DeliverToOther("C");
+  EXPECT_EQ(others_events, 1) << "the first quote waited for the next event";
+  EXPECT_THAT(Keys(*other->GetQTData()), ElementsAre("a0", "a1"));
+}
+
+TEST_F(TwoStreams, DoNotNestTheirEventsInTheYieldBehindOneAnothers) {
+  loop.StartTimer(host::MessageLoop::Milliseconds(0), [this] { DeliverToOther("B"); });
+  sockets.connections[0]->Deliver(Quote("A"));
+  EXPECT_EQ(events, 1);
+  EXPECT_EQ(others_events, 0);
+  EXPECT_EQ(other->GetQTData()->Count(), 1);
 }
 
 TEST(QuoteKeys, StartAgainAtOneBehindTheLast) {
@@ -175,9 +207,39 @@ TEST_F(LoginTimer, FiresOncePerLogin) {
   Reply("0");
   Wait(1000);
   EXPECT_EQ(Sent().size(), 1u);
+  Wait(1000);
+  EXPECT_EQ(Sent().size(), 1u);
   Reply("0");
   Wait(1000);
   EXPECT_EQ(Sent().size(), 2u);
+}
+
+TEST_F(LoginTimer, IsStoppedByItsWorkBeingDoneBeforehand) {
+  Reply("0");
+  stream->RaiseEventTimerProc();
+  EXPECT_FALSE(loop.NextTimer());
+  Wait(1000);
+  EXPECT_EQ(Sent().size(), 1u);
+  EXPECT_THAT(status_texts, ElementsAre("Connected"));
+}
+
+TEST_F(LoginTimer, SaysOffBeforeAnyLogin) {
+  stream->RaiseEventTimerProc();
+  EXPECT_THAT(status_texts, ElementsAre("Off. "));
+  EXPECT_THAT(Sent(), IsEmpty());
+}
+
+TEST_F(LoginTimer, NeedsAnOwnerBehindAGoodLogin) {
+  Reply("0");
+  stream->Owner(nullptr);
+  EXPECT_EQ(NumberOf([&] { stream->RaiseEventTimerProc(); }), 91);
+  EXPECT_THAT(status_texts, ElementsAre("Connected")) << "which was said before";
+}
+
+TEST_F(LoginTimer, KeepsALineEndOfOneCharacterInTheReason) {
+  Reply("1", "a\rb\nc\n\rd\r\ne");
+  Wait(100);
+  EXPECT_THAT(status_texts, ElementsAre("Off. a\rb\nc\n\rde"));
 }
 
 TEST_F(LoginTimer, TellsWhyALoginWasRefused) {

@@ -5,8 +5,10 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "support/error_number.h"
 #include "support/level1_wire.h"
 #include "support/manual_loop.h"
 #include "support/stream_rig.h"
@@ -26,6 +28,20 @@ class StreamTest : public ::testing::Test, protected WithManualLoop, protected S
   void Renew() {
     StreamRig::Renew();
     Listen();
+  }
+
+  // A record that publishes a quote of this symbol, once.
+  static std::string Quote(std::string_view symbol, std::string_view kind = "S1") {
+    return Level1Wire(kind).Symbol(symbol).Last(1);
+  }
+  // The number of the error that a chunk raises, 0 without one.
+  std::int32_t ErrorOf(std::string_view chunk) {
+    return NumberOf([&] { Deliver(chunk); });
+  }
+  std::vector<std::string> TakeSymbols() {
+    std::vector<std::string> symbols;
+    for (const auto& quote : Take()) symbols.push_back(quote->Symbol());
+    return symbols;
   }
 
   std::vector<std::string> status_texts;
