@@ -20,8 +20,10 @@ std::string cQTStreaming::GiveStreamerFile(std::string_view Site) {
         if (wanted.empty()) return frame.pop();
 
         Array<std::string> names;
-        STEP(mGlobal::AppSettings().GetAllKeys(kSourceListSection, names));
-        if (!names.IsAllocated()) return frame.pop();  // no section, or an empty one
+        bool listed = false;
+        STEP(listed = mGlobal::AppSettings().GetAllKeys(kSourceListSection, names));
+        // A list that broke off has names too, but is no list; an empty section is one without names.
+        if (!listed || !names.IsAllocated()) return frame.pop();
 
         for (const std::int32_t i : frame.loop([&] { return Bounds{names.LBound(), names.UBound()}; })) {
           if (!frame.test([&] { return EqualText(Trim(names(i)), wanted); })) continue;

@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <string>
 
+#include "automation/array.h"
 #include "diagnostics/CErrorHandler.h"
 #include "streaming/stream_test.h"
+#include "support/faulty_registry.h"
 
 namespace mirelo::testing {
 namespace {
@@ -58,6 +61,21 @@ TEST_F(StreamTest, GivesNoStreamerFileWithoutASectionOrFromAnEmptyOne) {
   registry.RegCloseKey(key);
   EXPECT_EQ(stream->GiveStreamerFile("Provider"), "");
   EXPECT_TRUE(desktop.reports.empty());
+}
+
+TEST_F(GivingStreamerFiles, GivesNothingFromAListThatBrokeOff) {
+  Array<std::string> names;
+  ASSERT_TRUE(mGlobal::AppSettings().GetAllKeys(kList, names));
+  const std::string first = names(1);
+  const std::string file = stream->GiveStreamerFile(first);
+  FaultyRegistry faulty(registry);
+  host.Use(faulty);
+  faulty.Raise("RegEnumValueA", 2);
+  EXPECT_EQ(stream->GiveStreamerFile(first), "") << "though its name had been read";
+  EXPECT_EQ(stream->GiveStreamerFile(first), file);
+  EXPECT_TRUE(desktop.reports.empty());
+  EXPECT_TRUE(mGlobal::ErrorHandler().CallStack().empty());
+  host.Use(registry);
 }
 
 class FailingStreamerFile : public GivingStreamerFiles {
