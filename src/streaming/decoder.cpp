@@ -4,9 +4,7 @@
 // Lengths and ids are taken as they come. Where a record lies about itself, the walk goes on where the lie
 // leads it, and the order of the steps decides what is lost; so that order is not free.
 
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -38,11 +36,6 @@ constexpr Kind kL1{'L', '1'};
 
 const std::string kNoText;
 
-template <class Value>
-void Put(Level1Record& record, const Level1Field& field, Value value) {
-  std::memcpy(reinterpret_cast<std::byte*>(&record) + field.target, &value, sizeof value);
-}
-
 // Reads the field at `position` and leaves the position behind it. What lies behind the chunk's end reads as
 // 0 or as no text, but a zero-terminated text that runs off it is error 9.
 inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Record& record) {
@@ -51,23 +44,23 @@ inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Reco
   const Level1Field& field = kFieldTable[id < kFieldTable.size() ? id : 0];
   switch (field.kind) {
     case FieldKind::Double:
-      Put(record, field, bytes.NumberAt<double>(position));
+      record.*field.number = bytes.NumberAt<double>(position);
       position += 8;
       return;
     case FieldKind::LongVolume:
-      Put(record, field, bytes.NumberAt<std::int32_t>(position));
+      record.*field.quantity = bytes.NumberAt<std::int32_t>(position);
       position += 8;
       return;
     case FieldKind::Integer:
-      Put(record, field, bytes.NumberAt<std::int32_t>(position));
+      record.*field.quantity = bytes.NumberAt<std::int32_t>(position);
       position += 4;
       return;
     case FieldKind::ZeroTerminatedText:
-      Put(record, field, bytes.ReadZeroString(position));
+      record.*field.text = bytes.ReadZeroString(position);
       return;
     case FieldKind::Stamp:
       if (const auto stamp = bytes.TextAt(position, StampTexts::kStampSize); !stamp.empty())
-        Put(record, field, stamp);
+        record.*field.text = stamp;
       position += StampTexts::kStampSize;
       return;
     case FieldKind::Dropped:
@@ -191,7 +184,7 @@ cTickerDateTime& cQTStreaming::StateOf(std::string_view symbol) {
 
 void cQTStreaming::LosePlace() {
   PendingBytes.clear();
-  throw RuntimeError(kEndlessWalk, "The quote stream lost its place", "Mirelo.cQTStreaming");
+  throw RuntimeError(kEndlessWalk, "The quote stream lost its place", "Mirelo.cQTStreaming.DecodeRecords");
 }
 
 }  // namespace mirelo

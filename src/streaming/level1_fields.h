@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -20,47 +19,70 @@ enum class FieldKind : std::uint8_t {
   Dropped,             // as many bytes of text as the descriptor says, read and dropped
 };
 
+// A field, and where in a record its value lands. A row whose kind and target don't fit is no constant, so it
+// doesn't compile.
 struct Level1Field {
-  std::string_view
-      descriptor;  // the feed's own name of the field, a colon, the width; "x" is zero-terminated
+  constexpr Level1Field() = default;
+  constexpr Level1Field(std::string_view name, FieldKind value) : descriptor(name), kind(value) {
+    if (value != FieldKind::Dropped) throw "a field that is kept needs a target";
+  }
+  constexpr Level1Field(std::string_view name, FieldKind value, double Level1Record::*target)
+      : descriptor(name), kind(value), number(target) {
+    if (value != FieldKind::Double) throw "the target is a double";
+  }
+  constexpr Level1Field(std::string_view name, FieldKind value, std::int32_t Level1Record::*target)
+      : descriptor(name), kind(value), quantity(target) {
+    if (value != FieldKind::LongVolume && value != FieldKind::Integer) throw "the target is an integer";
+  }
+  constexpr Level1Field(std::string_view name, FieldKind value, std::string_view Level1Record::*target)
+      : descriptor(name), kind(value), text(target) {
+    if (value != FieldKind::ZeroTerminatedText && value != FieldKind::Stamp) throw "the target is a text";
+  }
+
+  // The feed's own name of the field, a colon, the width; "x" is zero-terminated.
+  std::string_view descriptor;
   FieldKind kind = FieldKind::Unknown;
-  std::uint16_t target = 0;  // where in a Level1Record the value lands
+  union {  // by the kind
+    double Level1Record::*number = nullptr;
+    std::int32_t Level1Record::*quantity;
+    std::string_view Level1Record::*text;
+  };
 };
 
 // Indexed by field id. Blanks behind a width belong to the descriptor, as does character 160 of the first.
 inline constexpr std::array<Level1Field, 32> kFieldTable{{
     {},
-    {"Symb:x\u00A0 ", FieldKind::ZeroTerminatedText, offsetof(Level1Record, symbol)},
-    {"B:8", FieldKind::Double, offsetof(Level1Record, bid_price)},
-    {"A:8", FieldKind::Double, offsetof(Level1Record, ask_price)},
-    {"L:8", FieldKind::Double, offsetof(Level1Record, last_price)},
-    {"Change:8", FieldKind::Double, offsetof(Level1Record, change)},
-    {"V:8", FieldKind::LongVolume, offsetof(Level1Record, volume)},
-    {"Open:8", FieldKind::Double, offsetof(Level1Record, open)},
-    {"Prev Close:8", FieldKind::Double, offsetof(Level1Record, previous_close)},
-    {"BidSize:4 ", FieldKind::Integer, offsetof(Level1Record, bid_size)},
-    {"AskSize:4 ", FieldKind::Integer, offsetof(Level1Record, ask_size)},
-    {"LastSize:4 ", FieldKind::Integer, offsetof(Level1Record, last_size)},
-    {"H:8", FieldKind::Double, offsetof(Level1Record, high)},
-    {"L:8", FieldKind::Double, offsetof(Level1Record, low)},
+    {"Symb:x\u00A0 ", FieldKind::ZeroTerminatedText, &Level1Record::symbol},
+    {"B:8", FieldKind::Double, &Level1Record::bid_price},
+    {"A:8", FieldKind::Double, &Level1Record::ask_price},
+    {"L:8", FieldKind::Double, &Level1Record::last_price},
+    {"Change:8", FieldKind::Double, &Level1Record::change},
+    {"V:8", FieldKind::LongVolume, &Level1Record::volume},
+    {"Open:8", FieldKind::Double, &Level1Record::open},
+    {"Prev Close:8", FieldKind::Double, &Level1Record::previous_close},
+    {"BidSize:4 ", FieldKind::Integer, &Level1Record::bid_size},
+    {"AskSize:4 ", FieldKind::Integer, &Level1Record::ask_size},
+    {"LastSize:4 ", FieldKind::Integer, &Level1Record::last_size},
+    {"H:8", FieldKind::Double, &Level1Record::high},
+    {"L:8", FieldKind::Double, &Level1Record::low},
     {"Tick:1 ", FieldKind::Dropped},
-    {"D:14", FieldKind::Stamp, offsetof(Level1Record, stamp)},
-    {"High52:8", FieldKind::Double, offsetof(Level1Record, week_52_high)},
-    {"Low52:8", FieldKind::Double, offsetof(Level1Record, week_52_low)},
-    {"Company Name:x", FieldKind::ZeroTerminatedText, offsetof(Level1Record, company_name)},
-    {"PrevVolume:8", FieldKind::LongVolume, offsetof(Level1Record, previous_volume)},
-    {"#Trades:4", FieldKind::Integer, offsetof(Level1Record, trades)},
-    {"AvgTradeSize:4", FieldKind::Integer, offsetof(Level1Record, average_trade_size)},
-    {"AvgVol:8", FieldKind::LongVolume, offsetof(Level1Record, average_volume)},
-    {"Dividend:8", FieldKind::Double, offsetof(Level1Record, dividend)},
-    {"Earnings:8", FieldKind::Double, offsetof(Level1Record, earnings)},
-    {"Exchange:x", FieldKind::ZeroTerminatedText, offsetof(Level1Record, exchange)},
-    {"MarketCap:x", FieldKind::ZeroTerminatedText, offsetof(Level1Record, market_cap)},
-    {"PE:8", FieldKind::Double, offsetof(Level1Record, price_to_earnings)},
-    {"OpenInterest:4", FieldKind::Integer, offsetof(Level1Record, open_interest)},
+    {"D:14", FieldKind::Stamp, &Level1Record::stamp},
+    {"High52:8", FieldKind::Double, &Level1Record::week_52_high},
+    {"Low52:8", FieldKind::Double, &Level1Record::week_52_low},
+    {"Company Name:x", FieldKind::ZeroTerminatedText, &Level1Record::company_name},
+    {"PrevVolume:8", FieldKind::LongVolume, &Level1Record::previous_volume},
+    {"#Trades:4", FieldKind::Integer, &Level1Record::trades},
+    {"AvgTradeSize:4", FieldKind::Integer, &Level1Record::average_trade_size},
+    {"AvgVol:8", FieldKind::LongVolume, &Level1Record::average_volume},
+    {"Dividend:8", FieldKind::Double, &Level1Record::dividend},
+    {"Earnings:8", FieldKind::Double, &Level1Record::earnings},
+    {"Exchange:x", FieldKind::ZeroTerminatedText, &Level1Record::exchange},
+    {"MarketCap:x", FieldKind::ZeroTerminatedText, &Level1Record::market_cap},
+    {"PE:8", FieldKind::Double, &Level1Record::price_to_earnings},
+    {"OpenInterest:4", FieldKind::Integer, &Level1Record::open_interest},
     {"UPC:1", FieldKind::Dropped},
-    {"Yield:8", FieldKind::Double, offsetof(Level1Record, yield)},
-    {"Close:8", FieldKind::Double, offsetof(Level1Record, close)},
+    {"Yield:8", FieldKind::Double, &Level1Record::yield},
+    {"Close:8", FieldKind::Double, &Level1Record::close},
 }};
 
 // The bytes that a dropped field takes: the number behind its descriptor's colon.

@@ -26,8 +26,8 @@ inline void ForEachComparedField(const Level1Record& record, State& state, Visit
   price(record.low, state.Low);
   quantity(record.bid_size, state.Bid_Size);
   quantity(record.ask_size, state.Ask_Size);
-  price(record.low,
-        state.Low);  // once more, where one expects the last size: a new last size alone is no change
+  // The low once more, where one expects the last size: a new last size alone is no change.
+  price(record.low, state.Low);
   quantity(record.average_trade_size, state.Avg_Trade_Size);
   price(record.open, state.OpenTicker);
   quantity(record.trades, state.Trades);

@@ -113,6 +113,17 @@ TEST_F(Fields, OfDoublesLandUnconverted) {
   }
 }
 
+TEST_F(Fields, OfSymbolPriceAndStampLandWhereTheyBelong) {
+  stream->connect();
+  Deliver(Level1Wire().Text(1, "Z\xFCrich").Double(4, 0.1).Fixed(15, "12312010235958"));
+  const auto quotes = Take();
+  ASSERT_EQ(quotes.size(), 1u);
+  EXPECT_EQ(quotes[0]->Symbol(), "Zürich");
+  EXPECT_EQ(quotes[0]->Last_Price(), 0.1);
+  EXPECT_EQ(quotes[0]->Date_Time(), "12/31/2010 23:59:58");
+  EXPECT_EQ(quotes[0]->TimeQT(), "08:36:13");
+}
+
 TEST_F(Fields, OfLongVolumesAreReadInTheirLowHalf) {
   for (const auto& [id, name] : {std::pair{6, "Volume"}, {19, "Prev_Volume"}, {22, "Average_Volume"}}) {
     SCOPED_TRACE(name);
