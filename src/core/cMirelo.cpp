@@ -31,8 +31,11 @@ cMirelo::cMirelo() {
   mGlobal::AppSettings().Init("Kestrin", "Dovanta2");
 }
 
-// The error handler goes last: whatever goes before it may still have to report.
+// A stream that the timer's reference alone keeps must not outlive the facade that it asks for its state, nor
+// the host that its connection runs on. The error handler goes last: whatever goes before it may still have
+// to report.
 cMirelo::~cMirelo() {
+  mGlobal::SetStreamingObject(nullptr);
   mGlobal::SetAppSettings(nullptr);
   mGlobal::SetErrorHandler(nullptr);
 }

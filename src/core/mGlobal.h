@@ -26,7 +26,8 @@ void SetAppSettings(std::unique_ptr<CAppSettings> settings);
 std::int32_t GetColorIndex(std::int32_t color);
 
 // The stream object that the 100 ms timer calls, kept alive by this reference; null lets go of it. One per
-// process. Defined in core/streaming_object.cpp, apart from the rest, which knows the services only.
+// process. The facade's end lets go of it as well, so that no stream outlives the host. Defined in
+// core/streaming_object.cpp, apart from the rest, which knows the services only.
 void SetStreamingObject(std::shared_ptr<cQTStreaming> object);
 std::shared_ptr<cQTStreaming> StreamingObject();
 

@@ -18,6 +18,7 @@ class Clock {
   // A number that changes at least whenever Now() does, cheap enough to ask for each record: whoever caches a
   // formatted Now() keys the cache with it.
   virtual std::int64_t Second() = 0;
+  // Doesn't change during a run: texts made with it are kept.
   virtual const RegionalFormat& Regional() = 0;
 };
 
