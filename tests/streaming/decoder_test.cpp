@@ -14,24 +14,6 @@ using ::testing::IsEmpty;
 class Decoder : public StreamTest {
  protected:
   Decoder() { stream->connect(); }
-
-  std::vector<std::string> TakeSymbols() {
-    std::vector<std::string> symbols;
-    for (const auto& quote : Take()) symbols.push_back(quote->Symbol());
-    return symbols;
-  }
-  int ErrorOf(std::string_view chunk) {
-    try {
-      Deliver(chunk);
-    } catch (const RuntimeError& error) {
-      return error.Number();
-    }
-    return 0;
-  }
-  // A record that publishes a quote of this symbol, once.
-  static std::string Quote(std::string_view symbol, std::string_view kind = "S1") {
-    return Level1Wire(kind).Symbol(symbol).Last(1);
-  }
 };
 
 TEST_F(Decoder, GivesTwoQuotesForTwoRecordsOfAChunk) {

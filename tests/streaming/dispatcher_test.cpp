@@ -1,6 +1,6 @@
+#include <cstddef>
 #include <string>
 
-#include "automation/runtime_error.h"
 #include "core/status_run_query.h"
 #include "streaming/stream_test.h"
 
@@ -29,16 +29,29 @@ TEST_F(Dispatcher, IgnoresAValueThatIsNoArray) {
 }
 
 TEST_F(Dispatcher, DropsChunksOfOneOrTwoBytes) {
-  for (const char* chunk : {"", "S", "S1", "OK", "ES"}) Deliver(chunk);
+  for (const char* chunk : {"", "S", "S1", "L1", "OK", "LO", "ES"}) {
+    SCOPED_TRACE(chunk);
+    EXPECT_EQ(ErrorOf(chunk), 0);
+    EXPECT_THAT(TakeSymbols(), IsEmpty());
+    Deliver(Quote(std::string("behind ") + chunk));
+    EXPECT_THAT(TakeSymbols(), ElementsAre(std::string("behind ") + chunk));
+  }
   EXPECT_THAT(Sent(), IsEmpty());
-  EXPECT_EQ(events, 0);
 }
 
 TEST_F(Dispatcher, DropsChunksOfOneOrTwoBytesBehindAPendingTailAndKeepsTheTail) {
   DeliverHead();
+  Deliver("x");
   Deliver("xy");
   Deliver(Record().substr(10));
-  EXPECT_EQ(events, 1);
+  EXPECT_THAT(TakeSymbols(), ElementsAre("MSFT"));
+}
+
+TEST_F(Dispatcher, KeepsATailOverASecondConnection) {
+  DeliverHead();
+  stream->connect();
+  Deliver(Record().substr(10));
+  EXPECT_THAT(TakeSymbols(), ElementsAre("MSFT"));
 }
 
 TEST_F(Dispatcher, DecodesTheFourKindsOfQuoteRecords) {
@@ -97,8 +110,24 @@ TEST_F(Dispatcher, SubscribesWhenTheStreamerWasAcceptedAndThenTellsTheOwner) {
 }
 
 TEST_F(Dispatcher, RaisesAnErrorForAnAcceptedStreamerWithoutTickers) {
-  EXPECT_THROW(Deliver("OK<STREAMER>SWISS.SDF</STREAMER>"), RuntimeError);
+  EXPECT_EQ(ErrorOf("OK<STREAMER>SWISS.SDF</STREAMER>"), 13);
   EXPECT_THAT(processes, IsEmpty());
+}
+
+TEST_F(Dispatcher, NeverTellsTheOwnerToLetGo) {
+  stream->arrTickers(VariantArray::OfTexts({"MSFT"}));
+  for (const StatusRunQueryQT state : {Status_Null, Status_ENUMSOURCES_L1, Status_LEVEL_I_FULL_QUOTE}) {
+    facade->StatusRunWorkQT(state);
+    for (const char* chunk :
+         {"OK<CONNECT>x</CONNECT>", "OK<STREAMER>x</STREAMER>", "LO<STATUSCODE>0</STATUSCODE>",
+          "LO<STATUSCODE>1</STATUSCODE>", "ES</SOURCES><SOURCES>",
+          "ES<SOURCES><SOURCETYPE>L1</SOURCETYPE><SOURCE></SOURCE></SOURCES>"}) {
+      Deliver(chunk);
+      stream->RaiseEventTimerProc();
+    }
+  }
+  stream->DisConnect();
+  EXPECT_THAT(processes, ElementsAre(5, 1, 5, 1, 5, 1)) << "a 0 would do that";
 }
 
 class LoginResult : public Dispatcher {};
@@ -108,6 +137,9 @@ TEST_F(LoginResult, IsOnlyStoredWhenNothingIsAsked) {
   Deliver("LO<STATUSCODE>0</STATUSCODE>");
   EXPECT_FALSE(loop.NextTimer());
   EXPECT_THAT(Sent(), IsEmpty());
+  EXPECT_THAT(status_texts, IsEmpty());
+  stream->RaiseEventTimerProc();
+  EXPECT_THAT(status_texts, ElementsAre("Connected"));
 }
 
 TEST_F(LoginResult, StartsTheTimerWhenSourcesAreWantedWhateverTheCode) {
@@ -129,6 +161,14 @@ TEST_F(LoginResult, ChoosesTheStreamerAtOnceWhenQuotesAreWantedAndTheCodeIsZero)
   EXPECT_FALSE(loop.NextTimer());
 }
 
+TEST_F(LoginResult, EndsSilentlyWithoutAStreamerToChoose) {
+  facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);
+  Deliver("LO<STATUSCODE>0</STATUSCODE>");
+  EXPECT_THAT(Sent(), IsEmpty());
+  EXPECT_FALSE(loop.NextTimer());
+  EXPECT_THAT(status_texts, IsEmpty());
+}
+
 TEST_F(LoginResult, EndsSilentlyWithAnyOtherCodeWhenQuotesAreWanted) {
   facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);
   stream->st_StreamerFile("SWISS.SDF");
@@ -142,12 +182,7 @@ TEST_F(LoginResult, EndsSilentlyWithAnyOtherCodeWhenQuotesAreWanted) {
 
 TEST_F(LoginResult, IsAnErrorWithoutAnOwner) {
   stream->Owner(nullptr);
-  try {
-    Deliver("LO<STATUSCODE>0</STATUSCODE>");
-    ADD_FAILURE() << "raised nothing";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), 91);
-  }
+  EXPECT_EQ(ErrorOf("LO<STATUSCODE>0</STATUSCODE>"), 91);
 }
 
 class SourceListReply : public Dispatcher {
@@ -215,6 +250,22 @@ TEST_F(SourceListReply, DecodesQuotesThatShareTheChunkWithTheEndOfTheList) {
   Deliver(Level1Wire().Symbol(end).Last(1));
   EXPECT_THAT(processes, ElementsAre(1));
   EXPECT_EQ(events, 1);
+}
+
+TEST_F(SourceListReply, IsGivenUpWhenTheListIsAskedForAnew) {
+  facade->StatusRunWorkQT(Status_ENUMSOURCES_L1);
+  Deliver("LO<STATUSCODE>0</STATUSCODE>");
+  Deliver("ES<SOURCES><SOURCETYPE>L1</SOURCETYPE>");
+  stream->RaiseEventTimerProc();
+  Deliver(Record());
+  EXPECT_EQ(events, 1) << "quotes are quotes again";
+}
+
+TEST_F(SourceListReply, StaysPendingOverASecondConnection) {
+  Deliver("ES<SOURCES><SOURCETYPE>L1</SOURCETYPE>");
+  stream->connect();
+  Deliver("<SOURCE><FILENAME>A.SDF</FILENAME><NAME>Alpha</NAME></SOURCE></SOURCES>");
+  EXPECT_THAT(processes, ElementsAre(1));
 }
 
 TEST_F(SourceListReply, IsFoundInLowerCase) {

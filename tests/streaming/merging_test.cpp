@@ -1,8 +1,6 @@
+#include <cstddef>
 #include <string>
-#include <string_view>
-#include <vector>
 
-#include "automation/runtime_error.h"
 #include "streaming/reference_stream.h"
 #include "streaming/stream_test.h"
 
@@ -12,19 +10,9 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-std::string Bytes(std::string_view literal) { return std::string(literal); }
-
 class Merging : public StreamTest {
  protected:
   Merging() { stream->connect(); }
-  std::vector<std::string> TakeSymbols() {
-    std::vector<std::string> symbols;
-    for (const auto& quote : Take()) symbols.push_back(quote->Symbol());
-    return symbols;
-  }
-  static std::string Quote(std::string_view symbol, std::string_view kind = "S1") {
-    return Level1Wire(kind).Symbol(symbol).Last(1);
-  }
 };
 
 class Continuation : public Merging {};
@@ -66,7 +54,8 @@ TEST_F(Continuation, EmptiesTheTailWhenAllWasUsedUp) {
   const std::string record = Quote("A");
   Deliver(record.substr(0, 8));
   Deliver(record.substr(8));
-  Deliver(Quote("B").substr(8));  // a stranger to any tail
+  Deliver(
+      Level1Wire().Symbol("B").Last(2).Bytes().substr(8));  // behind A's tail it would be a new price of A
   EXPECT_THAT(TakeSymbols(), ElementsAre("A"));
 }
 
@@ -83,7 +72,7 @@ TEST_F(Continuation, LeavesTheTailWhereTheWalkWentPastTheEnd) {
 
 TEST_F(Continuation, LeavesTheTailWhenTheRecordFails) {
   Deliver(Quote("A").substr(0, 7));
-  EXPECT_THROW(Deliver(Bytes("xxxxxxxxxxx")), RuntimeError) << "the symbol has no end";
+  EXPECT_EQ(ErrorOf("xxxxxxxxxxx"), 9) << "the symbol has no end";
   Deliver(Quote("A").substr(7));
   EXPECT_THAT(TakeSymbols(), ElementsAre("A"));
 }
@@ -102,6 +91,14 @@ TEST_F(Merging, DoesNotHappenForChunksOfTheOtherKindsWhichLeaveTheTailAlone) {
   }
 }
 
+TEST_F(Merging, IsNotDisturbedByChunksTooShortForARecord) {
+  const std::string torn = Quote("TORN");
+  Deliver(torn.substr(0, 9));
+  for (const char* chunk : {"S1x", "S1xy", "S1xyz"}) Deliver(chunk);
+  Deliver(torn.substr(9));
+  EXPECT_THAT(TakeSymbols(), ElementsAre("TORN"));
+}
+
 TEST_F(Merging, IsForgottenBehindAChunkOfTheOtherKindsThatWasUsedUp) {
   const std::string torn = Quote("TORN");
   Deliver(torn.substr(0, 9));
@@ -117,7 +114,7 @@ TEST_F(BehindATail, KeepsOnlyTheLastByteOfTheChunkAndZeros) {
   // The tail lacks two bytes of the bid; the chunk of three supplies its last byte and one zero.
   const std::string record = Level1Wire().Symbol("A").Last(1).Bid(2);
   Deliver(record.substr(0, record.size() - 2));
-  Deliver(Bytes("L1\x40"));
+  Deliver("L1\x40");
   const auto quotes = Take();
   ASSERT_EQ(quotes.size(), 1u);
   EXPECT_EQ(Flat(*quotes[0]).at("Bid_Price"), "1.7800590868057611e-307") << "bytes 00 00 00 00 00 00 40 00";
@@ -125,10 +122,26 @@ TEST_F(BehindATail, KeepsOnlyTheLastByteOfTheChunkAndZeros) {
 
 TEST_F(BehindATail, EmptiesTheTailEvenWhenTheRecordIsStillIncomplete) {
   const std::string record = Quote("A");
-  Deliver(record.substr(0, 9));
-  Deliver(Bytes("L1x"));
-  Deliver(record.substr(9));
+  // The chunk supplies the two zeros that follow the tail: behind either tail, the old one or the longer one,
+  // the rest of the record would publish it.
+  for (const std::size_t rest : {9, 11}) {
+    SCOPED_TRACE(rest);
+    Deliver(record.substr(0, 9));
+    Deliver(std::string("L1\0", 3));
+    Deliver(record.substr(rest));
+    EXPECT_THAT(TakeSymbols(), IsEmpty());
+  }
+}
+
+TEST_F(BehindATail, LeavesTheTailWhenTheRecordFails) {
+  // The chunk supplies a last field of nothing but its id, that of a text: error 9.
+  const std::string record = Level1Wire().Symbol("A").Last(1).Id(1);
+  const std::string tail = record.substr(0, record.size() - 2);
+  Deliver(tail);
+  EXPECT_EQ(ErrorOf("L1\x01"), 9);
   EXPECT_THAT(TakeSymbols(), IsEmpty());
+  Deliver(std::string("\x09\0\x05", 3));  // a size that is cut off reads as 0
+  EXPECT_THAT(TakeSymbols(), ElementsAre("A")) << "the tail was still there";
 }
 
 TEST_F(BehindATail, LosesTheQuotesOfTheChunk) {

@@ -18,14 +18,6 @@ class Positions : public StreamTest {
  protected:
   Positions() { stream->connect(); }
 
-  int ErrorOf(std::string_view chunk) {
-    try {
-      Deliver(chunk);
-    } catch (const RuntimeError& error) {
-      return error.Number();
-    }
-    return 0;
-  }
   // A record of exactly `size` bytes, at least 18, that is published.
   std::string Sized(std::size_t size, std::string_view kind = "S1") {
     const std::size_t others = std::string(Level1Wire(kind).Last(1).Text(18, "")).size();

@@ -19,7 +19,6 @@ class Reentrancy : public StreamTest {
  protected:
   Reentrancy() { stream->connect(); }
 
-  static std::string Quote(std::string_view symbol) { return Level1Wire().Symbol(symbol).Last(1); }
   // Runs `action` in the handler of the next QTDatas only.
   void InNextEvent(std::function<void()> action) {
     stream->QTDatas.Subscribe([this, action = std::move(action), done = false]() mutable {
@@ -30,11 +29,6 @@ class Reentrancy : public StreamTest {
   // Delivers `chunk` from the message loop, so in the next yield.
   void InNextYield(std::string chunk) {
     loop.StartTimer(host::MessageLoop::Milliseconds(0), [this, chunk = std::move(chunk)] { Deliver(chunk); });
-  }
-  std::vector<std::string> TakeSymbols() {
-    std::vector<std::string> symbols;
-    for (const auto& quote : Take()) symbols.push_back(quote->Symbol());
-    return symbols;
   }
 };
 
