@@ -9,8 +9,9 @@ namespace mirelo {
 
 // One HTTP transfer: set the properties, call Execute once, read Response. It works synchronously on the
 // caller's thread through the host's internet port, and lets the host handle its pending events at each
-// change of state and behind each chunk of the body: other handlers, those of the caller included, may run
-// there and may call Cancel.
+// change of state and behind each chunk of the body. Other handlers, those of the caller included, may run
+// there, and also inside a call of the port that waits for the server. A handler may call Cancel: it ends no
+// wait, but is seen at the next check.
 //
 // A transfer that fails raises nothing: SuccessDone stays false and the last state tells why. What goes wrong
 // otherwise (an overflow, a handler's error) is raised by every member as error 0x80040064, "WinInet

@@ -75,7 +75,7 @@ struct cMirelo::LastQuoteRun {
 
   std::int16_t port = 0;
   std::string address;
-  Bounds bounds;                   // of the tickers
+  Bounds bounds{0, 0};             // of the tickers
   Variant table = VariantArray();  // the result, until it is handed over
   std::string batch;               // the tickers of the next request
   std::int32_t batch_count = 0;
@@ -86,6 +86,7 @@ struct cMirelo::LastQuoteRun {
   std::optional<Stamp> stamped;         // what `date` and `time` were made of
   std::string date;                     // of the batch
   std::string time;
+  std::int16_t position = 0;  // code of the column that is filled
 
   void Run(Variant& result);
   void AppendTicker(std::int32_t index);
@@ -99,7 +100,7 @@ struct cMirelo::LastQuoteRun {
   std::string_view StatusLine() const;
   const Variant& Previous(std::int32_t index) const;
   void StorePrevious(std::int32_t index, Column column);
-  std::string_view CellText(std::int16_t position) const;
+  std::string_view CellText() const;
 };
 
 Variant cMirelo::GetLastQuote(const Variant& Tickers) {
@@ -195,6 +196,7 @@ void cMirelo::LastQuoteRun::StampBatch() {
   stamped = std::move(now);
 }
 
+// There are no lines when the split was ignored.
 std::string_view cMirelo::LastQuoteRun::StatusLine() const {
   if (lines.empty()) throw Errors::SubscriptOutOfRange();
   return lines.front();
@@ -230,14 +232,13 @@ void cMirelo::LastQuoteRun::StorePrevious(std::int32_t index, Column column) {
 void cMirelo::LastQuoteRun::FillColumns() {
   VariantArray& cells = table.AsArray();
   for (const std::int32_t c : frame.loop([&] { return BoundsOf(facade.mas_position_); })) {
-    std::int16_t position = kUnknownColumn;
     STEP(position = facade.mas_position_(c));
-    if (position != kUnknownColumn) STEP(cells(row, c) = CellText(position));
+    if (position >= 0) STEP(cells(row, c) = CellText());
   }
 }
 
 // Date and time are those of the retrieval, not the reply's.
-std::string_view cMirelo::LastQuoteRun::CellText(std::int16_t position) const {
+std::string_view cMirelo::LastQuoteRun::CellText() const {
   if (position == CodeOf(Column::Date)) return date;
   if (position == CodeOf(Column::Time)) return time;
   return line(position);

@@ -94,9 +94,9 @@ TEST_F(Ignore, OfATickerLeavesItOutOfTheBatch) {
   EXPECT_THAT(internet.Resources(), ElementsAre("/req?GetLastQuote(A,,C)"));
 }
 
-TEST_F(Ignore, OfTheTickersBoundsLeavesNothingToDo) {
+TEST_F(Ignore, OfTheTickersBoundsTriesTheOneTickerOfUnsetBounds) {
   EXPECT_TRUE(IsEmptyText(facade->GetLastQuote("A")));
-  EXPECT_THAT(ReportedErrors(), ElementsAre(13, 9));  // the bounds, and a table without rows
+  EXPECT_THAT(ReportedErrors(), ElementsAre(13, 13));  // the bounds, and the ticker
   EXPECT_THAT(internet.requests, IsEmpty());
   EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
 }
@@ -124,8 +124,18 @@ TEST_F(Ignore, OfTheMissingColumnsStillAsksAndTracks) {
   const Variant result = facade->GetLastQuote(TickersOf({"A"}));
   EXPECT_EQ(Tracked(1, 1), "1000");
   EXPECT_TRUE(result.IsArray());
-  // The table, and for the line the bounds of the columns and the one column that the loop is entered with.
-  EXPECT_THAT(ReportedErrors(), ElementsAre(9, 9, 9));
+  // The table, and for the line the bounds of the columns, the one position that the loop is entered with and
+  // its cell.
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9, 9, 9, 9));
+}
+
+// The list shrinks while the first cell's failure is reported, so that the second position is not there.
+TEST_F(Ignore, OfAPositionFillsTheCellFromThePositionBefore) {
+  Show("52w High,Last");
+  AnswerWith("OK\r\n" + ShortLine("A", 14));
+  Mend([&] { Show("Last"); });
+  EXPECT_THAT(RowOf(facade->GetLastQuote(TickersOf({"A"})), 1), ElementsAre("<empty>", "<empty>"));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9, 9, 9));  // the cell, the position, and the same field again
 }
 
 TEST_F(Ignore, OfARequestIsAnEmptyReply) {
@@ -158,6 +168,17 @@ TEST_F(Ignore, OfAMessageLeavesTheRoutineAllTheSame) {
   };
   EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
   EXPECT_THAT(desktop.boxes, SizeIs(1));
+  EXPECT_THAT(internet.requests, IsEmpty());
+}
+
+TEST_F(Ignore, OfTheAddressShowsTheMessageForThePort) {
+  Save("HTTPPort", 8080);
+  registry.Raise("RegOpenKeyExA", 2);  // the first is for the port
+  EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
+  EXPECT_THAT(ReportedErrors(), SizeIs(1));
+  EXPECT_THAT(desktop.reports.at(0).text, HasSubstr("\tin Mirelo.cMirelo.GetPortWebAddress at line 0"));
+  ASSERT_THAT(desktop.boxes, SizeIs(1));
+  EXPECT_THAT(desktop.boxes[0].text, HasSubstr("QouteTracker -> Preferences."));
   EXPECT_THAT(internet.requests, IsEmpty());
 }
 
