@@ -37,6 +37,22 @@ TEST_F(SentRequest, CarriesABodyWithItsLengthAndType) {
   EXPECT_EQ(transfer.states, kGoodPath);
 }
 
+TEST_F(SentRequest, BehindOneWithABodyCarriesNone) {
+  LoopbackServer server([](LoopbackServer::Peer& peer) {
+    const std::string head = peer.ReceiveUntil("\r\n\r\n");
+    if (head.starts_with("POST")) peer.ReceiveUntil("a=1");
+    peer.Send("HTTP/1.0 200 OK\r\n\r\nOK");
+  });
+  LocalTransfer transfer(server.Port());
+  transfer.Method("POST");
+  transfer.PostQuery("a=1");
+  transfer.Execute();
+  transfer.Method("GET");
+  transfer.PostQuery("");
+  transfer.Execute();
+  EXPECT_EQ(server.Received(1), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
+}
+
 TEST_F(SentRequest, CarriesItsBodyWhateverTheVerb) {
   for (const std::string verb : {"GET", "PUT", "QUOTE"}) {
     SCOPED_TRACE(verb);

@@ -31,6 +31,19 @@ TEST_F(Reading, EndsAtAFailedReadAsAtTheEndOfTheBody) {
   EXPECT_EQ(states.back(), 11);
 }
 
+TEST_F(Reading, GoesOnBehindAFailedReadThatHasBytes) {
+  internet.chunks = {"one ", "two"};
+  internet.failing = {"InternetReadFile"};
+  internet.failing_reads_have_bytes = true;
+  transfer.Execute();
+  EXPECT_EQ(transfer.Response(), "one two");
+  EXPECT_EQ(states.back(), 11);
+  ASSERT_EQ(progress.size(), 3u);  // the one of the empty last read included
+  EXPECT_EQ(std::get<2>(progress[0]), 4);
+  EXPECT_EQ(std::get<2>(progress[1]), 7);
+  EXPECT_EQ(std::get<2>(progress[2]), 7);
+}
+
 TEST_F(Reading, ReplacesTheResponseOfAnEarlierTransfer) {
   internet.chunks = {"first", "", "second"};
   transfer.Execute();
@@ -75,6 +88,14 @@ TEST_F(Reading, KeepsTheContentTypeWhenTheReplyHasNone) {
   transfer.Execute();
   EXPECT_EQ(transfer.ContentType(), "text/plain");
   EXPECT_TRUE(transfer.SuccessDone());
+}
+
+TEST_F(Reading, TakesAContentTypeThatIsPresentButEmpty) {
+  internet.content_type = "text/plain";
+  transfer.Execute();
+  internet.content_type = "";
+  transfer.Execute();
+  EXPECT_EQ(transfer.ContentType(), "");
 }
 
 TEST_F(Reading, ForgetsTheContentLengthWhenTheReplyHasNone) {

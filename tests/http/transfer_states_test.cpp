@@ -55,10 +55,15 @@ TEST_F(TransferStates, TellWhichCallFailed) {
 }
 
 TEST_F(TransferStates, OfAFailureAreReportedBeforeTheHandlesAreClosed) {
-  internet.failing = {"HttpSendRequestA"};
   transfer.OnStateChanged.Subscribe(
       [&](std::int32_t state) { EXPECT_EQ(Closed(), std::vector<std::string>{}) << state; });
-  transfer.Execute();
+  for (const std::string call : {"InternetConnectA", "HttpOpenRequestA", "HttpSendRequestA"}) {
+    SCOPED_TRACE(call);
+    internet.calls.clear();
+    internet.failing = {call};
+    transfer.Execute();
+    EXPECT_NE(Closed(), std::vector<std::string>{});
+  }
   EXPECT_EQ(Closed(), kAllHandles);
 }
 
@@ -69,6 +74,32 @@ TEST_F(TransferStates, OfASecondTransferThatFailsEarlyCloseTheOldHandlesAgain) {
   transfer.Execute();
   // The connection handle is 0 now; the request handle is still the first transfer's.
   EXPECT_EQ(Closed(), (std::vector<std::string>{"InternetCloseHandle(3)", "InternetCloseHandle(1)"}));
+}
+
+// The internet handle is 0 now, and nothing says that the others belong to a transfer that is over.
+TEST_F(TransferStates, OfASecondTransferThatOpensNothingCloseNothing) {
+  transfer.Execute();
+  internet.calls.clear();
+  internet.failing = {"InternetOpenA"};
+  transfer.Execute();
+  EXPECT_EQ(states.back(), 2);
+  EXPECT_EQ(internet.CallNames(), std::vector<std::string>{"InternetOpenA"});
+}
+
+TEST_F(TransferStates, OfASecondTransferThatFailsTakeTheFirstOnesSuccessBack) {
+  for (const std::string call :
+       {"InternetOpenA", "InternetConnectA", "HttpOpenRequestA", "HttpSendRequestA"}) {
+    SCOPED_TRACE(call);
+    internet.failing.clear();
+    internet.chunks.push_back("first");
+    internet.chunks.push_back("");
+    transfer.Execute();
+    ASSERT_EQ(transfer.Response(), "first");
+    internet.failing = {call};
+    transfer.Execute();
+    EXPECT_FALSE(transfer.SuccessDone());
+    EXPECT_EQ(transfer.Response(), "");
+  }
 }
 
 class Cancel : public ScriptedTransfer {
@@ -107,6 +138,23 @@ TEST_F(Cancel, InAnyStateThatIsNotTheLastEndsTheTransfer) {
     EXPECT_EQ(Closed(), each.closed);
     EXPECT_FALSE(fresh.SuccessDone());
     EXPECT_EQ(internet.CallNames().at(internet.calls.size() - each.closed.size() - 1), each.last_call);
+  }
+}
+
+TEST_F(Cancel, IsReportedBeforeTheHandlesAreClosed) {
+  for (const std::int32_t at : {1, 3, 6, 7, 9}) {
+    SCOPED_TRACE(at);
+    WinInet fresh;
+    States reported;
+    fresh.OnStateChanged.Subscribe([&](std::int32_t state) {
+      reported.push_back(state);
+      EXPECT_EQ(Closed(), std::vector<std::string>{}) << state;
+      if (state == at) fresh.Cancel();
+    });
+    internet.calls.clear();
+    fresh.Execute();
+    EXPECT_EQ(reported.back(), 12);
+    EXPECT_NE(Closed(), std::vector<std::string>{});
   }
 }
 

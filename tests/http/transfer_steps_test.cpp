@@ -51,6 +51,15 @@ TEST_F(TransferSteps, SendABodyAsAForm) {
             "HttpSendRequestA(3, \"Content-Type: application/x-www-form-urlencoded\", \"a=1&b=2\")");
 }
 
+TEST_F(TransferSteps, SendNoBodyOnceItIsTakenBack) {
+  transfer.PostQuery("a=1");
+  transfer.Execute();
+  transfer.PostQuery("");
+  internet.calls.clear();
+  transfer.Execute();
+  EXPECT_EQ(internet.calls.at(11), "HttpSendRequestA(3, \"\", \"\")");
+}
+
 TEST_F(TransferSteps, PassWhatIdentifiesTheClient) {
   transfer.AgentName("Quotes/1");
   transfer.UserName("jo");

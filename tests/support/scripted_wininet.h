@@ -25,7 +25,8 @@ class ScriptedWinInet : public host::WinInetApi {
   std::optional<std::string> content_type;
   std::optional<std::string> content_length;
   std::optional<std::string> request_method;
-  std::vector<std::string> chunks;  // one for each read, and then reads of 0 bytes
+  std::vector<std::string> chunks;        // one for each read, and then reads of 0 bytes
+  bool failing_reads_have_bytes = false;  // a read that fails gives its chunk all the same
 
   // Called inside each call, behind its entry in the record, with its name.
   std::function<void(const std::string& name)> on_call;
@@ -78,11 +79,12 @@ class ScriptedWinInet : public host::WinInetApi {
   }
   bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity, std::uint32_t& read) override {
     read = 0;
-    if (!Answer("InternetReadFile", {Number(request), Number(capacity)})) return false;
-    if (next_chunk_ >= chunks.size()) return true;
+    const bool works = Answer("InternetReadFile", {Number(request), Number(capacity)});
+    if (!works && !failing_reads_have_bytes) return false;
+    if (next_chunk_ >= chunks.size()) return works;
     const std::string& chunk = chunks[next_chunk_++];
     read = static_cast<std::uint32_t>(chunk.copy(buffer, capacity));
-    return true;
+    return works;
   }
   bool InternetCloseHandle(Handle handle) override { return Answer("InternetCloseHandle", {Number(handle)}); }
 
