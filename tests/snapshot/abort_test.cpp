@@ -24,6 +24,32 @@ TEST_F(AbortedQuote, LosesItsResultButNotTheVolumesItHadTracked) {
   EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
 }
 
+// The line end makes a last line without fields.
+TEST_F(AbortedQuote, IsWhatALineEndBehindTheLastLineGives) {
+  TrackVolumes(2);
+  AnswerWith("OK\r\n" + market.Line("A") + "\r\n");
+  EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9));
+  EXPECT_EQ(Tracked(1, 1), "1000");
+  EXPECT_EQ(Tracked(1, 2), "1/20/2011");
+  EXPECT_EQ(Tracked(2, 1), "");
+}
+
+TEST_F(AbortedQuote, IsWhatMoreLinesThanRowsGive) {
+  AnswerWith("OK\r\n" + market.Line("A") + "\r\n" + market.Line("B"));
+  EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9));
+  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+}
+
+TEST_F(AbortedQuote, IsWhatMoreLinesThanTrackedRowsGive) {
+  TrackVolumes(1);
+  AnswerWith("OK\r\n" + market.Line("A") + "\r\n" + market.Line("B"));
+  EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9));
+  EXPECT_EQ(Tracked(1, 1), "1000");
+}
+
 TEST_F(AbortedQuote, LetsTheRoutineThatCalledItGoOn) {
   AnswerWith("OK\r\nA");
   std::vector<std::string> done;

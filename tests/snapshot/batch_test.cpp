@@ -85,6 +85,36 @@ TEST_F(Batch, IsSentToTheAddressOfTheSettings) {
   EXPECT_EQ(internet.requests[0].body, "");
 }
 
+TEST_F(Batch, OfOneEmptyTickerIsNotSent) {
+  EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({""}))));
+  EXPECT_THAT(internet.requests, IsEmpty());
+  EXPECT_THAT(desktop.boxes, IsEmpty());
+  EXPECT_THAT(desktop.reports, IsEmpty());
+  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+}
+
+// Port, address and the two parts of the displacement, each behind an opened key.
+TEST_F(Batch, OfACallUsesTheSettingsThatTheCallBeganWith) {
+  Show("Time");
+  internet.answer = [&](const auto& request) {
+    Save("Webaddress", "10.0.0.7");
+    Save("HTTPPort", 8080);
+    Save("DisplacementHour", 1);
+    return market.Reply(request.resource);
+  };
+  const int opened = registry.Calls("RegOpenKeyExA");
+  const Variant result = facade->GetLastQuote(Tickers(82));
+  EXPECT_EQ(registry.Calls("RegOpenKeyExA") - opened, 4);
+  ASSERT_THAT(internet.requests, SizeIs(2));
+  EXPECT_EQ(internet.requests[1].host, "127.0.0.1");
+  EXPECT_EQ(internet.requests[1].port, 16239);
+  EXPECT_THAT(RowOf(result, 82), ElementsAre("08:36:13"));
+
+  EXPECT_THAT(RowOf(facade->GetLastQuote(Tickers(1)), 1), ElementsAre("09:36:13"));
+  EXPECT_EQ(internet.requests[2].host, "10.0.0.7");
+  EXPECT_EQ(internet.requests[2].port, 8080);
+}
+
 TEST_F(Batch, IsSentToThisMachineWhenNothingIsStored) {
   facade->GetLastQuote(TickersOf({"MSFT"}));
   ASSERT_THAT(internet.requests, SizeIs(1));

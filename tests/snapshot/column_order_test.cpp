@@ -87,6 +87,18 @@ TEST_F(ColumnOrder, StaysWhenTheRegistryFailsAndTheUserAborts) {
   EXPECT_THAT(Row(), ElementsAre("A-Bid"));
 }
 
+// Without the list there is only its variable's empty text, as if that were stored.
+TEST_F(ColumnOrder, StaysWhenTheRegistryFailsAndTheUserIgnores) {
+  Show("Bid");
+  Save("ListRight", "Ask");
+  registry.Raise("RegQueryValueExA");
+  Answers({"IGNORE"});
+  facade->LoadMasPosition();
+  EXPECT_THAT(desktop.reports, SizeIs(1));
+  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), ::testing::IsEmpty());
+  EXPECT_THAT(Row(), ElementsAre("A-Bid"));
+}
+
 TEST_F(ColumnOrder, IsReadOnTheSecondTryWhenTheUserRetries) {
   Save("ListRight", "Ask");
   registry.Raise("RegQueryValueExA");

@@ -25,6 +25,26 @@ TEST_F(DisplacedTime, WritesTheDateInTheUsersFormat) {
   EXPECT_THAT(Row(), ElementsAre("20.01.2011", "08:36:13"));
 }
 
+// The 20th is a Thursday. Weeks begin on Sunday, and the first one is that of 1 January, here a Saturday.
+TEST_F(DisplacedTime, CountsWeeksFromSundayAndFromTheFirstOfJanuary) {
+  facade->DovantaFormatUserDate("w ww");
+  EXPECT_THAT(Row(), ElementsAre("5 4", "08:36:13"));
+}
+
+TEST_F(DisplacedTime, OutsideTheRangeOfDatesIsARunTimeError) {
+  for (const std::int32_t hours : {2147483647, -2147483647}) {
+    SCOPED_TRACE(hours);
+    desktop.reports.clear();
+    Save("DisplacementHour", hours);
+    EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
+    ASSERT_EQ(desktop.reports.size(), 1u);
+    EXPECT_THAT(desktop.reports[0].text,
+                ::testing::HasSubstr("\tError: 5, (Invalid procedure call or argument)\r\n"
+                                     "\tin Mirelo.cMirelo.GetLastQuote at line 0\r\n"));
+    EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+  }
+}
+
 TEST_F(DisplacedTime, AddsMinutesAndHoursOfEitherSign) {
   facade->DovantaFormatUserDate("yyyy-mm-dd");
   struct Case {
@@ -92,6 +112,28 @@ TEST_F(DisplacedTime, KeepsTheFormerDisplacementWhereTheNewOneCannotBeRead) {
   ASSERT_EQ(desktop.reports.size(), 1u);
   EXPECT_THAT(desktop.reports[0].text,
               ::testing::HasSubstr("\tin Mirelo.cMirelo.GetDisplacementHourMinute at line 0"));
+  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+}
+
+// An abort ends the reading of the displacement only: the quotes still come.
+TEST_F(DisplacedTime, KeepsTheWholeFormerDisplacementWhenTheUserAborts) {
+  Save("DisplacementHour", 1);
+  EXPECT_EQ(Row()[1], "09:36:13");
+  Save("DisplacementHour", "one");
+  Save("DisplacementMinute", 5);
+  Answers({"ABORT"});
+  EXPECT_EQ(Row()[1], "09:36:13");
+  EXPECT_EQ(desktop.reports.size(), 1u);
+  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+}
+
+TEST_F(DisplacedTime, TakesADisplacementThatWasMendedBeforeARetry) {
+  Save("DisplacementHour", "one");
+  Save("DisplacementMinute", 5);
+  desktop.while_open = [] { Save("DisplacementHour", 1); };
+  Answers({"RETRY"});
+  EXPECT_EQ(Row()[1], "09:41:13");
+  EXPECT_EQ(desktop.reports.size(), 1u);
   EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
 }
 

@@ -46,10 +46,15 @@ TEST_F(QuoteMessages, AskForAPortThatIsZero) {
 
 TEST_F(QuoteMessages, TellOfARetrievalThatFailed) {
   const std::pair<const char*, std::optional<std::string>> replies[] = {
-      {"no server", std::nullopt},    {"nothing", ""},
-      {"an error", "ERROR\r\nA"},     {"a blank before", " OK\r\nA"},
-      {"a blank behind", "OK \r\nA"}, {"no line end", "OKAY"},
-      {"line feed only", "OK\nA"},    {"an empty first line", "\r\nOK"},
+      {"no server", std::nullopt},
+      {"nothing", ""},
+      {"an error", "ERROR\r\nA"},
+      {"a blank before", " OK\r\nA"},
+      {"a blank behind", "OK \r\nA"},
+      {"a longer word", "OKAY"},
+      {"a longer word before a line", "OKAY\r\nA"},
+      {"line feed only", "OK\nA"},
+      {"an empty first line", "\r\nOK"},
   };
   for (const auto& [what, reply] : replies) {
     SCOPED_TRACE(what);

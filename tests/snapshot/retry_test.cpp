@@ -88,6 +88,40 @@ TEST_F(Retry, TracksAVolumeOnceTheTableIsThere) {
   EXPECT_EQ(Tracked(1, 2), "1/20/2011");
 }
 
+TEST_F(Retry, AsksAtAPortThatWasMended) {
+  Save("HTTPPort", 40000);
+  Save("Webaddress", "10.0.0.7");
+  Mend([&] { Save("HTTPPort", 8080); });
+  Answers({"RETRY"});
+  ExpectOrdinary(facade->GetLastQuote(TickersOf({"A"})));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(6));
+  EXPECT_EQ(internet.requests.at(0).host, "10.0.0.7");
+  EXPECT_EQ(internet.requests.at(0).port, 8080);
+}
+
+// No retry mends the reply, so the user gives in, and nothing behind the subtraction ran until then.
+TEST_F(Retry, SubtractsAgainAndDoesNothingElse) {
+  TrackVolumes(1);
+  facade->GetLastQuote(TickersOf({"A"}));
+  market.quotes["A"].volume = "n/a";
+  desktop.while_open = [&] { EXPECT_EQ(Tracked(1, 1), "1000"); };
+  Answers({"RETRY", "RETRY", "IGNORE"});
+  const Variant result = facade->GetLastQuote(TickersOf({"A"}));
+  EXPECT_THAT(RowOf(result, 1), ElementsAre("A", "A-Last", "A-LastVolume", "A-52w High"));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(13, 13, 13));
+  EXPECT_EQ(Tracked(1, 1), "n/a");
+}
+
+// The list is shorter while the second position is read, and whole again for the retry.
+TEST_F(Retry, ReadsAPositionOnceItIsThere) {
+  Show("52w High,Last,Bid");
+  AnswerWith("OK\r\n" + ShortLine("A", 14));
+  desktop.while_open = [&] { Show(desktop.reports.size() == 1 ? "Last" : "52w High,Last,Bid"); };
+  Answers({"IGNORE", "RETRY"});
+  EXPECT_THAT(RowOf(facade->GetLastQuote(TickersOf({"A"})), 1), ElementsAre("<empty>", "A-Last", "A-Bid"));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9, 9));  // the cell, and the position
+}
+
 TEST_F(Retry, ShowsAMessageAgain) {
   Save("HTTPPort", 0);
   desktop.while_open = [&] {
