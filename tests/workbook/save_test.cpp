@@ -151,7 +151,8 @@ TEST_F(SaveFile, KeepsTheOldFileWholeWhenTheDiskIsFull) {
   const std::string old = BytesOf(File());
   int refused = 0;
   int saved = 0;
-  for (const rlim_t size : {0, 1000, 4096, 10'000, 30'000, 60'000, 100'000, 200'000, 400'000, 4'000'000}) {
+  for (const rlim_t size : std::initializer_list<rlim_t>{0, 1000, 4096, 10'000, 30'000, 60'000, 100'000,
+                                                         200'000, 400'000, 4'000'000}) {
     SCOPED_TRACE(size);
     const int status = StatusOfChild(StartChild([&] {
       std::signal(SIGXFSZ, SIG_IGN);

@@ -19,7 +19,6 @@ namespace {
 
 constexpr double kGreatestHeight = 409.5;  // points
 constexpr double kDigitWidth = 7;          // pixels of a digit in the standard font
-constexpr std::int32_t kPadding = 5;       // pixels, part of a width in files
 
 // A width in digits, as files have it, in pixels.
 std::int32_t PixelsOf(double digits) {
