@@ -10,13 +10,13 @@
 #include <string_view>
 #include <vector>
 
-#include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "support/error_number.h"
 
 namespace mirelo::testing {
 
@@ -30,17 +30,6 @@ inline void PrintTo(const Implementation& implementation, std::ostream* out) { *
 
 // Every implementation that is built in.
 std::vector<Implementation> Implementations();
-
-// The number of the RuntimeError that `act` raises; 0 when it raises none.
-template <class Act>
-std::int32_t ErrorOf(Act&& act) {
-  try {
-    act();
-  } catch (const RuntimeError& error) {
-    return error.Number();
-  }
-  return 0;
-}
 
 // A test of the suite: a new workbook and its one sheet.
 class Spreadsheets : public ::testing::TestWithParam<Implementation> {

@@ -33,15 +33,15 @@ TEST_P(SheetName, RaisesError1004ForWhatASheetCannotBearAndKeepsTheOldOne) {
         std::string("a?b"), std::string("a*b"), std::string("[ab"), std::string("ab]"), std::string("'ab"),
         std::string("ab'"), std::string("History"), std::string("HISTORY")}) {
     SCOPED_TRACE(name);
-    EXPECT_EQ(ErrorOf([&] { sheet->Name(name); }), 1004);
+    EXPECT_EQ(NumberOf([&] { sheet->Name(name); }), 1004);
     EXPECT_EQ(sheet->Name(), "Sheet1");
   }
 }
 
 TEST_P(SheetName, RaisesError1004ForAnotherSheetsNameInAnyCase) {
   const auto added = sheets->Add();
-  EXPECT_EQ(ErrorOf([&] { added->Name("Sheet1"); }), 1004);
-  EXPECT_EQ(ErrorOf([&] { added->Name("SHEET1"); }), 1004);
+  EXPECT_EQ(NumberOf([&] { added->Name("Sheet1"); }), 1004);
+  EXPECT_EQ(NumberOf([&] { added->Name("SHEET1"); }), 1004);
   EXPECT_EQ(added->Name(), "Sheet2");
 }
 

@@ -22,11 +22,11 @@ TEST_P(SheetList, FindsLettersBeyondAsciiWithoutRegardToCase) {
 }
 
 TEST_P(SheetList, RaisesError9ForWhatIsAbsent) {
-  EXPECT_EQ(ErrorOf([&] { sheets->Item(0); }), 9);
-  EXPECT_EQ(ErrorOf([&] { sheets->Item(2); }), 9);
-  EXPECT_EQ(ErrorOf([&] { sheets->Item(-1); }), 9);
-  EXPECT_EQ(ErrorOf([&] { sheets->Item("Sheet2"); }), 9);
-  EXPECT_EQ(ErrorOf([&] { sheets->Item(""); }), 9);
+  EXPECT_EQ(NumberOf([&] { sheets->Item(0); }), 9);
+  EXPECT_EQ(NumberOf([&] { sheets->Item(2); }), 9);
+  EXPECT_EQ(NumberOf([&] { sheets->Item(-1); }), 9);
+  EXPECT_EQ(NumberOf([&] { sheets->Item("Sheet2"); }), 9);
+  EXPECT_EQ(NumberOf([&] { sheets->Item(""); }), 9);
 }
 
 TEST_P(SheetList, PutsANewSheetInFrontOfTheActiveOneAndActivatesIt) {

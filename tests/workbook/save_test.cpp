@@ -1,11 +1,15 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
+#include <functional>
 #include <thread>
 
-#include "workbook/child_process.h"
+#include "support/child_process.h"
+#include "support/current_directory.h"
+#include "support/error_number.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -40,12 +44,31 @@ class SaveFile : public WorkbookFiles {
     return SheetOf(Spreadsheet::Open(File(name)))->Range("A1")->Value();
   }
   static std::int32_t ErrorOfSaving(Spreadsheet& spreadsheet, const std::filesystem::path& file) {
-    try {
-      spreadsheet.Save(file);
-    } catch (const RuntimeError& error) {
-      return error.Number();
-    }
-    return 0;
+    return NumberOf([&] { spreadsheet.Save(file); });
+  }
+  // In a process without the rights that root has.
+  std::int32_t ErrorOfSavingAsNobody() {
+    return ReportOf([&](const ChildProcess::Test& test) {
+      if (geteuid() == 0 && setuid(kNobody) != 0) return;
+      auto spreadsheet = With("new");
+      test.Report(ErrorOfSaving(spreadsheet, File()));
+    });
+  }
+  // In a process whose files may not be larger than this.
+  std::int32_t ErrorOfSavingWithin(rlim_t size) {
+    return ReportOf([&](const ChildProcess::Test& test) {
+      std::signal(SIGXFSZ, SIG_IGN);
+      auto spreadsheet = Large("new");
+      const rlimit limit{size, size};
+      if (setrlimit(RLIMIT_FSIZE, &limit) == 0) test.Report(ErrorOfSaving(spreadsheet, File()));
+    });
+  }
+  static std::int32_t ReportOf(const std::function<void(const ChildProcess::Test&)>& body) {
+    std::int32_t number = -1;
+    ChildProcess child(body);
+    EXPECT_TRUE(child.Read(number));
+    EXPECT_TRUE(child.Finish());
+    return number;
   }
   std::vector<std::string> Only(const char* name) { return {name}; }
 };
@@ -104,10 +127,10 @@ TEST_F(SaveFile, TakesNamesOfEveryKind) {
 }
 
 TEST_F(SaveFile, SavesToANameInTheCurrentFolder) {
-  const auto current = std::filesystem::current_path();
-  std::filesystem::current_path(folder.path());
-  With("here").Save("here.xlsx");
-  std::filesystem::current_path(current);
+  {
+    const CurrentDirectory current(folder.path());
+    With("here").Save("here.xlsx");
+  }
   EXPECT_EQ(SavedValue("here.xlsx"), Variant("here"));
 }
 
@@ -125,18 +148,10 @@ TEST_F(SaveFile, RaisesError75AndKeepsTheOldFileWhereNobodyMayWrite) {
   With("old").Save(File());
   ASSERT_EQ(chmod(File().c_str(), 0644), 0);
   ASSERT_EQ(chmod(folder.path().c_str(), 0555), 0);
-  const int in_locked_folder = StatusOfChild(StartChild([&] {
-    if (geteuid() == 0 && setuid(kNobody) != 0) return 1;
-    auto spreadsheet = With("new");
-    return ErrorOfSaving(spreadsheet, File());
-  }));
+  const std::int32_t in_locked_folder = ErrorOfSavingAsNobody();
   ASSERT_EQ(chmod(folder.path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(File().c_str(), 0444), 0);
-  const int over_locked_file = StatusOfChild(StartChild([&] {
-    if (geteuid() == 0 && setuid(kNobody) != 0) return 1;
-    auto spreadsheet = With("new");
-    return ErrorOfSaving(spreadsheet, File());
-  }));
+  const std::int32_t over_locked_file = ErrorOfSavingAsNobody();
   EXPECT_EQ(in_locked_folder, 75);
   EXPECT_EQ(over_locked_file, 75)
       << "a file that is read-only stays, though its folder would let it be replaced";
@@ -154,21 +169,15 @@ TEST_F(SaveFile, KeepsTheOldFileWholeWhenTheDiskIsFull) {
   for (const rlim_t size : std::initializer_list<rlim_t>{0, 1000, 4096, 10'000, 30'000, 60'000, 100'000,
                                                          200'000, 400'000, 4'000'000}) {
     SCOPED_TRACE(size);
-    const int status = StatusOfChild(StartChild([&] {
-      std::signal(SIGXFSZ, SIG_IGN);
-      auto spreadsheet = Large("new");
-      const rlimit limit{size, size};
-      if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 1;
-      return ErrorOfSaving(spreadsheet, File());
-    }));
+    const std::int32_t error = ErrorOfSavingWithin(size);
     EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
-    if (status == 0) {
+    if (error == 0) {
       ++saved;
       EXPECT_EQ(SavedValue(), Variant("new"));
       WriteBytes(File(), old);
     } else {
       ++refused;
-      EXPECT_EQ(status, 61);
+      EXPECT_EQ(error, 61);
       EXPECT_EQ(BytesOf(File()), old);
     }
   }
@@ -180,15 +189,14 @@ TEST_F(SaveFile, LeavesNoHalfFileWhenItIsKilled) {
   int interrupted = 0;
   for (int round = 0; round < 8; ++round) {
     With("old").Save(File());
-    const pid_t child = StartChild([&] {
+    ChildProcess child([&](const ChildProcess::Test&) {
       auto spreadsheet = Large("new");
       for (;;) spreadsheet.Save(File());
-      return 0;
     });
     while (FolderListing().size() == 1) std::this_thread::yield();  // until a new file is being written
     std::this_thread::sleep_for(std::chrono::milliseconds(round * round));
-    kill(child, SIGKILL);
-    EXPECT_EQ(StatusOfChild(child), 1000 + SIGKILL);
+    child.Kill();
+    EXPECT_FALSE(child.Finish());
     const Variant value = SavedValue();
     EXPECT_TRUE(value == Variant("old") || value == Variant("new")) << value.ToText();
     if (FolderListing().size() > 1) ++interrupted;

@@ -36,10 +36,10 @@ class Range : public Object {
   // reach become #N/A, elements that find no cell are dropped.
   //
   // Text is taken as if a person typed it: text that reads as a number, percentage, date, time, boolean or
-  // error value becomes that, a leading apostrophe is taken off and keeps the rest text, and in cells whose
-  // number format is "@" all text stays text. Text with a leading "=" is stored as text, since nothing here
-  // computes formulas. A value that brings a form of its own (date, percentage, grouped number) sets the
-  // number format of a cell that has "General".
+  // error value becomes that, unless the cell's number format is "@" or an apostrophe stands in front, which
+  // is taken off. Text with a leading "=" is stored as text, since nothing here computes formulas. A value
+  // that brings a form of its own (date, percentage, grouped number) sets the number format of a cell that has
+  // "General".
   //
   // Error 13 for objects other than ranges (a range gives its value) and arrays within arrays; 1004 for text
   // of more than 32767 UTF-16 units and dates outside 0 to 2958465 (31 December 9999). Cells are unchanged

@@ -28,8 +28,7 @@ TypedValue DateInput(double serial) {
 }
 
 TypedValue TextInput(std::string_view text, FormatKind kind, const RegionalFormat& regional) {
-  if (kind == FormatKind::Text) return {CellValue::OfText(std::string(text)), {}};
-  return TypedText(text, regional);
+  return kind == FormatKind::Text ? TextAsIs(text) : TypedText(text, regional);
 }
 
 bool NeedsCleaning(std::string_view text) {

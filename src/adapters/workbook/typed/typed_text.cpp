@@ -13,10 +13,11 @@ TypedValue Plain(std::string_view text) { return {CellValue::OfText(std::string(
 
 }  // namespace
 
+TypedValue TextAsIs(std::string_view text) { return Plain(text.starts_with('\'') ? text.substr(1) : text); }
+
 TypedValue TypedText(std::string_view text, const RegionalFormat& regional) {
-  if (text.starts_with('\'')) return Plain(text.substr(1));
   // Nothing here computes formulas, so what looks like one stays the text that it is.
-  if (text.starts_with('=')) return Plain(text);
+  if (text.starts_with('\'') || text.starts_with('=')) return TextAsIs(text);
 
   const std::string_view bare = Trim(text);
   if (bare.empty()) return Plain(text);

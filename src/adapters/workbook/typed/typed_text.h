@@ -17,6 +17,9 @@ struct TypedValue {
 // What a person's typing of `text` into a cell means: see host::excel::Range::Value.
 TypedValue TypedText(std::string_view text, const RegionalFormat& regional);
 
+// The same in a cell that takes everything for text: only a leading apostrophe is taken off.
+TypedValue TextAsIs(std::string_view text);
+
 // The number that the whole text is: sign, "$", parentheses for negative, groups of three, exponent, "%".
 std::optional<TypedValue> TypedNumber(std::string_view text, const RegionalFormat& regional);
 
