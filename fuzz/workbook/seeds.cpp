@@ -1,0 +1,92 @@
+#include "seeds.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "adapters/workbook/spreadsheet.h"
+#include "host/excel/font.h"
+#include "host/excel/interior.h"
+#include "host/excel/range.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
+
+namespace mirelo::fuzzing {
+
+namespace {
+
+using testing::InsertBehind;
+using testing::Parts;
+using testing::ReplaceIn;
+using testing::SmallWorkbook;
+
+Parts QuoteTable() {
+  auto spreadsheet = workbook::Spreadsheet::New();
+  const auto sheet = spreadsheet.Application()->ActiveWorkbook()->Worksheets()->Add();
+  sheet->Name("Dovanta2_Quotes");
+  sheet->Range("A1")->Value("SnapShot( 60 sec)");
+  sheet->Range("A2:C2")->Value(VariantArray::OfTexts({"Ticker", "Last", "Date"}));
+  sheet->Range("A2:C2")->Font()->Bold(true);
+  sheet->Range("A2:C2")->Interior()->ColorIndex(15);
+  sheet->Range("A3")->Value("MSFT");
+  sheet->Range("B3")->Value(28.35);
+  sheet->Range("C3")->Value("1/20/2011 8:36");
+  sheet->Range("A4:B4")->Value("#N/A");
+  sheet->Range("C4")->Value(true);
+  sheet->Range("D:E")->NumberFormat("0.00");
+  sheet->Range("6:6")->HorizontalAlignment(host::excel::xlHAlignCenter);
+  sheet->Range("A:C")->AutoFit();
+
+  const auto file =
+      std::filesystem::temp_directory_path() / ("fuzz-seed-" + std::to_string(getpid()) + ".xlsx");
+  spreadsheet.Save(file);
+  std::ifstream in(file, std::ios::binary);
+  const std::string bytes(std::istreambuf_iterator<char>(in), {});
+  std::filesystem::remove(file);
+  return testing::Unzip(bytes);
+}
+
+Parts EveryKindOfCell() {
+  return SmallWorkbook(
+      R"(<row r="1" s="3" customFormat="1" ht="20" customHeight="1"><c r="A1" s="2" t="s"><v>0</v></c><c r="B1"><v>1</v></c>)"
+      R"(<c r="C1" t="b"><v>1</v></c><c r="D1" t="e"><v>#DIV/0!</v></c><c r="E1" t="str"><f>A1</f><v>x_x000D_</v></c></row>)"
+      R"(<row r="3" hidden="1"><c r="A3" t="inlineStr"><is><r><rPr><b/></rPr><t xml:space="preserve"> a </t></r></is></c>)"
+      R"(<c r="B3" s="1" t="d"><v>2011-01-20T08:36:13.5Z</v></c><c><v>-1.5E-3</v></c></row>)");
+}
+
+Parts EveryKindOfLook() {
+  Parts parts =
+      SmallWorkbook(R"(<row r="2"><c r="B2" s="1"><v>60</v></c><c r="C2" s="3"><v>0.5</v></c></row>)");
+  std::string& styles = parts["xl/styles.xml"];
+  InsertBehind(styles, "spreadsheetml/2006/main\">",
+               R"(<numFmts><numFmt numFmtId="164" formatCode="[Red]+ 0.00;&quot;x&quot;- #,##0%;0E+00"/>)"
+               R"(<numFmt numFmtId="14" formatCode="[h]:mm:ss.00 AM/PM dddd"/></numFmts>)");
+  ReplaceIn(styles, "numFmtId=\"2\"", "numFmtId=\"164\"");
+  InsertBehind(styles, "<fonts>",
+               R"(<font><i/><u val="double"/><sz val="9"/><color theme="4" tint="-0.25"/></font>)");
+  InsertBehind(styles, "<borders>",
+               R"(<border diagonalUp="1"><left style="thin"><color indexed="10"/></left></border>)");
+  ReplaceIn(parts["xl/workbook.xml"], "<workbookPr/>", "<workbookPr date1904=\"1\"/>");
+  ReplaceIn(
+      parts[testing::kSheetPart], "<sheetData>",
+      R"(<sheetViews><sheetView><pane ySplit="1" state="frozen"/></sheetView></sheetViews><sheetFormatPr )"
+      R"(defaultColWidth="9"/><cols><col min="2" max="3" width="12.5" style="2" hidden="1"/></cols><sheetData>)");
+  InsertBehind(parts[testing::kSheetPart], "</sheetData>",
+               R"(<mergeCells><mergeCell ref="A1:B1"/></mergeCells>)");
+  InsertBehind(parts["xl/workbook.xml"], "<sheets>",
+               R"(<sheet name="Hidden" sheetId="2" state="hidden" r:id="rId1"/>)");
+  return parts;
+}
+
+}  // namespace
+
+const std::vector<Parts>& Seeds() {
+  static const std::vector<Parts> seeds{QuoteTable(), EveryKindOfCell(), EveryKindOfLook(), SmallWorkbook()};
+  return seeds;
+}
+
+}  // namespace mirelo::fuzzing

@@ -1,0 +1,100 @@
+// Reads hostile .xlsx files: whatever the bytes are, they are read or refused with an error of the
+// spreadsheet, within the limits. A workbook that was read shows all its cells, and what is saved of it reads
+// back the same.
+
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "adapters/workbook/display/displayed_text.h"
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/xlsx/saved_check.h"
+#include "adapters/workbook/xlsx/sheet_formats.h"
+#include "adapters/workbook/xlsx/workbook_reader.h"
+#include "adapters/workbook/xlsx/workbook_writer.h"
+
+namespace mirelo::workbook {
+namespace {
+
+constexpr std::size_t kSavedOfAll = 32;  // one in so many, as saving takes a hundred times as long as reading
+constexpr std::int64_t kMostBlanks = 2000;
+
+LoadLimits SmallLimits() {
+  LoadLimits limits;
+  limits.part_bytes = 256 << 10;
+  limits.total_bytes = 1 << 20;
+  limits.parts = 100;
+  limits.sheets = 20;
+  limits.cells = 20'000;
+  limits.text_bytes = 1 << 20;
+  limits.styles = 500;
+  return limits;
+}
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+void ShowAll(const Book& book) {
+  std::size_t shown = 0;
+  for (const auto& sheet : book.sheets) {
+    sheet->cells.ForEach(Area::Sheet(), [&](std::int32_t row, std::int32_t column, const CellValue& value) {
+      shown += DisplayedText(value, book.styles.Get(sheet->styles.At(row, column)).number_format).size();
+      Require(sheet->cells.IsFilled(sheet->cells.EndDown(row, column), column) ||
+              sheet->cells.EndDown(row, column) == kRows);
+    });
+  }
+  Require(shown < (std::size_t{1} << 32));
+}
+
+bool IsQuickToSave(const Book& book) {
+  std::int64_t work = 0;
+  for (const auto& sheet : book.sheets) {
+    const SheetFormats formats(sheet->styles);
+    work += formats.CountExceptions() + static_cast<std::int64_t>(sheet->cells.Count());
+    for (const auto& rows : formats.rows()) work += rows.last - rows.first + 1;
+  }
+  return work < kMostBlanks;
+}
+
+void SaveAndReadBack(const Book& book) {
+  static const std::filesystem::path file =
+      std::filesystem::temp_directory_path() / ("fuzz-" + std::to_string(getpid()) + ".xlsx");
+  WriteWorkbook(book, file);
+  CheckSaved(book, file);
+  std::filesystem::remove(file);
+}
+
+}  // namespace
+}  // namespace mirelo::workbook
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+  // Whole workbooks are larger than the fuzzer's usual inputs.
+  static std::string max_length = "-max_len=65536";
+  static std::vector<char*> arguments(*argv, *argv + *argc);
+  arguments.insert(arguments.begin() + 1, max_length.data());
+  arguments.push_back(nullptr);
+  *argv = arguments.data();
+  ++*argc;
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace mirelo::workbook;
+  static const LoadLimits limits = SmallLimits();
+  LoadedBook loaded;
+  try {
+    loaded = ReadWorkbook({reinterpret_cast<const char*>(data), size}, limits);
+  } catch (const mirelo::RuntimeError& error) {
+    Require(error.Number() == mirelo::host::excel::kApplicationError && !error.Description().empty());
+    return 0;
+  }
+  ShowAll(*loaded.book);
+  if (size % kSavedOfAll == 0 && IsQuickToSave(*loaded.book)) SaveAndReadBack(*loaded.book);
+  return 0;
+}
