@@ -67,6 +67,7 @@ TEST_P(StreamFaults, StallSaysNothingMore) {
   const auto server = ServerWith(At("stall"));
   StreamClient client(server->StreamPort());
   GetParam().reach(client);
+  EXPECT_FALSE(client.Tcp().IsReadable(50ms));
   client.Say(kAskSources);
   EXPECT_FALSE(client.Tcp().IsReadable(50ms));
   EXPECT_EQ(server->StreamConnections(), 1U);
