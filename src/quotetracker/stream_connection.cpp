@@ -73,12 +73,8 @@ void StreamConnection::Read() {
 
 // Does what can be done now: answers, and then records for as long as the client takes them.
 void StreamConnection::Pump() {
-  Outbox::State state = Outbox::State::kEmpty;
-  bool unanswered = true;
-  while (!done_ && unanswered && state == Outbox::State::kEmpty) {
-    unanswered = !AnswerMessages();
-    state = outbox_.Flush(socket_);
-  }
+  AnswerMessages();
+  Outbox::State state = outbox_.Flush(socket_);
   bool has_more = true;
   for (int i = 0; i < kMostBatchesATurn && has_more && !done_ && state == Outbox::State::kEmpty; ++i) {
     has_more = !ending_ && AddRecords();
@@ -89,17 +85,15 @@ void StreamConnection::Pump() {
   WaitForMore(state, has_more);
 }
 
-// False when messages had to be left because of what is unsent.
-bool StreamConnection::AnswerMessages() {
-  while (!done_ && outbox_.Size() < kMostUnsent) {
+void StreamConnection::AnswerMessages() {
+  while (!done_) {
     const auto message = messages_.Next();
-    if (!message) return true;
+    if (!message) return;
     overheard_(*message);
     if (stalled_ || ending_) continue;
     if (auto answer = conversation_.Answer(*message)) Say(*std::move(answer));
     if (!conversation_.Feed().IsEmpty() && pace_ == 0) StartPace();
   }
-  return false;
 }
 
 // Puts the next records that are due into the outbox; false when there are none.

@@ -34,9 +34,9 @@ struct StreamOptions {
   std::vector<StreamFaultPlan> faults;
 };
 
-// One client's connection: carries the conversation, paces the quotes, cuts chunks and commits the faults. It
-// never holds more than kMostUnsent bytes for a client that reads slowly: changes it cannot send are left
-// out, and what the client says is not read before it has read.
+// One client's connection: carries the conversation, paces the quotes, cuts chunks and commits the faults.
+// What it holds for a client that reads slowly stays small: changes that cannot be sent are left out, and
+// with kMostUnsent bytes unsent nothing more is read that would want an answer.
 class StreamConnection : public StreamPeer {
  public:
   static constexpr std::size_t kMostUnsent = 256 * 1024;
@@ -52,7 +52,7 @@ class StreamConnection : public StreamPeer {
   void OnReady(unsigned ready);
   void Read();
   void Pump();
-  bool AnswerMessages();
+  void AnswerMessages();
   bool AddRecords();
   void Say(StreamUnit unit);
   StreamFault NextFault(StreamStep step);

@@ -65,7 +65,7 @@ TEST(Reactor, LetsDescriptorsInBetweenTimersThatStartOthers) {
   Reactor reactor;
   SocketPair pair;
   reactor.Watch(pair.one.get(), Reactor::kWrite, [&](unsigned) { reactor.Stop(); });
-  std::function<void()> again = [&] { reactor.StartTimer(Now(), again); };
+  std::function<void()> again = [&] { reactor.StartTimer(Reactor::Time{}, again); };
   again();
   reactor.Run();
 }

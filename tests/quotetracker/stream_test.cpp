@@ -197,6 +197,19 @@ TEST(Stream, DoesNotRepeatASymbolInFull) {
   EXPECT_FALSE(client.Tcp().IsReadable(50ms));
 }
 
+TEST(Stream, SendsASymbolInFullAgainAfterUnsubscribing) {
+  ServerOptions options;
+  options.stream.rate = 0.001;
+  Server server(std::move(options));
+  StreamClient client(server.StreamPort());
+  client.LogIn();
+  client.Subscribe("A");
+  client.ReadOne();
+  client.Say("<L1QUOTES><ReqType>UNSUBALL</ReqType></L1QUOTES>");
+  client.Subscribe("A");
+  EXPECT_EQ(client.ReadOne().kind, "S1");
+}
+
 TEST(Stream, IsSilentAfterUnsubscribing) {
   ServerOptions options;
   options.stream.rate = StreamOptions::kMaximum;
