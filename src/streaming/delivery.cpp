@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "automation/ansi.h"
 #include "core/cMirelo.h"
@@ -13,10 +14,15 @@
 #include "host/message_loop.h"
 #include "streaming/cQTStreaming.h"
 #include "streaming/level1_record.h"
+#include "streaming/quote_to_fill.h"
 
 namespace mirelo {
 
 namespace {
+
+// One for all streams of the process: while one of them tells its client, the events of the others would nest
+// in that client's handler just as its own.
+bool RaisingQuotes = false;
 
 // Most records carry the symbol alone of the texts.
 void LetText(Property<std::string>& property, std::string_view wire_bytes) {
@@ -27,8 +33,7 @@ void LetText(Property<std::string>& property, std::string_view wire_bytes) {
 
 void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
                                     std::int32_t last_volume) {
-  // The counter comes back to a key only after more quotes than can wait.
-  cQTData& quote = *QuoteBuffer.AddNew(QuoteCounter.Next());
+  cQTData& quote = QuoteToFill(QuoteBuffer, QuoteCounter);
   quote.Ask_Price(record.ask_price);
   quote.Ask_Size(record.ask_size);
   quote.Average_Volume(record.average_volume);
@@ -66,14 +71,6 @@ void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::strin
   quote.Yield(record.yield);
   RaiseQTDatas();
 }
-
-namespace {
-
-// One for all streams of the process: while one of them tells its client, the events of the others would nest
-// in that client's handler just as its own.
-bool RaisingQuotes = false;
-
-}  // namespace
 
 // The yield lets more records arrive while the client is at work; they find the event being raised, and wait
 // in the buffer for the client's next take.

@@ -18,12 +18,21 @@ class QuoteKeys {
   std::string Next() {
     std::array<char, 12> text{'a'};
     const auto end = std::to_chars(text.data() + 1, text.data() + text.size(), next_).ptr;
-    next_ = next_ < kLast ? next_ + 1 : 1;
+    if (next_ < kLast) {
+      ++next_;
+    } else {
+      next_ = 1;
+      started_again_ = true;
+    }
     return {text.data(), end};
   }
 
+  // Whether a key may have been given before.
+  bool HaveStartedAgain() const { return started_again_; }
+
  private:
   std::int32_t next_;
+  bool started_again_ = false;
 };
 
 }  // namespace mirelo

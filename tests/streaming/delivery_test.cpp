@@ -5,6 +5,8 @@
 
 #include "core/status_run_query.h"
 #include "streaming/quote_keys.h"
+#include "streaming/quote_to_fill.h"
+#include "streaming/reference_stream.h"
 #include "streaming/stream_test.h"
 
 namespace mirelo::testing {
@@ -13,15 +15,16 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+std::vector<std::string> Keys(const cQTDatas& quotes) {
+  std::vector<std::string> keys;
+  for (const auto& quote : quotes) keys.push_back(quote->NameID());
+  return keys;
+}
+
 class Delivery : public StreamTest {
  protected:
   Delivery() { stream->connect(); }
   void Publish(std::string_view symbol) { Deliver(Quote(symbol)); }
-  static std::vector<std::string> Keys(const cQTDatas& quotes) {
-    std::vector<std::string> keys;
-    for (const auto& quote : quotes) keys.push_back(quote->NameID());
-    return keys;
-  }
 };
 
 TEST_F(Delivery, GivesQuotesRunningKeysFromA0) {
@@ -171,6 +174,24 @@ TEST(QuoteKeys, StartAgainAtOneBehindTheLast) {
   EXPECT_EQ(keys.Next(), "a2147483640");
   EXPECT_EQ(keys.Next(), "a1");
   EXPECT_EQ(keys.Next(), "a2");
+}
+
+TEST(QuoteToFill, ReplacesAllValuesOfAQuoteThatStillWaitsWhenTheKeysStartAgain) {
+  cQTDatas buffer;
+  QuoteKeys first;
+  QuoteToFill(buffer, first);
+  cQTData& waiting = QuoteToFill(buffer, first);
+  waiting.DateQT("20.01.2011");
+  waiting.Company_Name("Company");
+  waiting.Last_Price(1);
+
+  QuoteKeys last(QuoteKeys::kLast);
+  EXPECT_EQ(QuoteToFill(buffer, last).NameID(), "a2147483640");
+  const cQTData& again = QuoteToFill(buffer, last);
+  EXPECT_EQ(&again, &waiting);
+  EXPECT_EQ(Flat(again), (FlatQuote{{"NameID", "a1"}}));
+  EXPECT_EQ(again.DateQT(), "");
+  EXPECT_THAT(Keys(buffer), ElementsAre("a0", "a1", "a2147483640"));
 }
 
 TEST(QuoteKeys, StartAtZero) {
