@@ -196,7 +196,7 @@ void cMirelo::LastQuoteRun::StampBatch() {
   stamped = std::move(now);
 }
 
-// There are no lines when the split was ignored.
+// A split whose failure was ignored may have left no lines.
 std::string_view cMirelo::LastQuoteRun::StatusLine() const {
   if (lines.empty()) throw Errors::SubscriptOutOfRange();
   return lines.front();

@@ -2,8 +2,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "http/memory_shortage.h"
 #include "http/scripted_transfer.h"
+#include "support/memory_shortage.h"
 
 namespace mirelo::testing {
 namespace {

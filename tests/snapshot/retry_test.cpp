@@ -3,6 +3,7 @@
 #include "diagnostics/CErrorHandler.h"
 #include "diagnostics/routine.h"
 #include "snapshot/statement_fixture.h"
+#include "support/memory_shortage.h"
 
 namespace mirelo::testing {
 namespace {
@@ -86,6 +87,31 @@ TEST_F(Retry, TracksAVolumeOnceTheTableIsThere) {
   ExpectOrdinary(facade->GetLastQuote(TickersOf({"A"})));
   EXPECT_EQ(Tracked(1, 1), "1000");
   EXPECT_EQ(Tracked(1, 2), "1/20/2011");
+}
+
+// So many pieces take far more memory than the text that they are cut from, so that the splits alone run
+// short.
+constexpr std::size_t kManyPieces = 10'000;
+constexpr std::size_t kMemoryOfManyPieces = kManyPieces * sizeof(std::string_view);
+
+TEST_F(Retry, SplitsALineAgain) {
+  AnswerWith("OK\r\n" + market.Line("A") + std::string(kManyPieces, ','));
+  const MemoryShortage shortage(kMemoryOfManyPieces);
+  Answers({"RETRY"});
+  ExpectOrdinary(facade->GetLastQuote(TickersOf({"A"})));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(7));
+}
+
+TEST_F(Retry, SplitsAReplyAgain) {
+  TrackVolumes(1);
+  std::string reply = "OK\r\n" + market.Line("A");
+  for (std::size_t i = 0; i < kManyPieces; ++i) reply += "\r\n";
+  AnswerWith(reply);
+  const MemoryShortage shortage(kMemoryOfManyPieces);
+  Answers({"RETRY", "ABORT"});
+  EXPECT_TRUE(IsEmptyText(facade->GetLastQuote(TickersOf({"A"}))));
+  EXPECT_THAT(ReportedErrors(), ElementsAre(7, 9));  // the split, and the first of the lines without fields
+  EXPECT_EQ(Tracked(1, 1), "1000");
 }
 
 TEST_F(Retry, AsksAtAPortThatWasMended) {
