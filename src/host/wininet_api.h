@@ -50,8 +50,9 @@ class WinInetApi {
                                   const std::string& version, const std::string& referrer,
                                   std::uint32_t flags) = 0;
 
-  // Sends and waits for the reply's headers. False when the server could not be reached or the time ran out;
-  // a connection that closes before any reply counts as sent, with no headers and an empty body.
+  // Sends and waits for the reply's headers. False when the server could not be reached, the time ran out, or
+  // what came is not the head of a reply, or only part of one; a connection that closes before any reply
+  // counts as sent, with no headers and an empty body.
   virtual bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) = 0;
 
   // The value of a header as the server wrote it; nothing when the reply has none.
