@@ -77,6 +77,13 @@ std::optional<Area> ParseAddress(std::string_view text) {
   return area;
 }
 
+std::optional<CellPlace> ParseCellName(std::string_view text) {
+  const std::int32_t column = TakeColumn(text);
+  const std::int32_t row = TakeRow(text);
+  if (!text.empty() || !Area::Cell(row, column).IsOnSheet()) return std::nullopt;
+  return CellPlace{row, column};
+}
+
 std::string CellName(std::int32_t row, std::int32_t column) {
   return ColumnName(column) + std::to_string(row);
 }

@@ -16,7 +16,12 @@ std::string ColumnName(std::int32_t column);
 // and for what lies off the sheet.
 std::optional<Area> ParseAddress(std::string_view text);
 
-// "A1" of one cell, as files write it.
+// "A1" of one cell, as files write it, and back; nothing for other text and for cells off the sheet.
+struct CellPlace {
+  std::int32_t row;
+  std::int32_t column;
+};
+std::optional<CellPlace> ParseCellName(std::string_view text);
 std::string CellName(std::int32_t row, std::int32_t column);
 
 // "$A$2:$C$4", "$A:$C", "$2:$4"; without the "$" of the part that is not absolute.

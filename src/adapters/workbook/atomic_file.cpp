@@ -101,8 +101,8 @@ class NewFile {
   int Create() {
     std::random_device random;
     for (int i = 0; i < kTries; ++i) {
-      path_ =
-          FolderOf(target_) / ("." + target_.filename().string() + "." + std::to_string(random()) + ".tmp");
+      path_ = FolderOf(target_) /
+              std::string(1, '.').append(target_.filename()).append(std::to_string(random())).append(".tmp");
       const int descriptor = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile);
       if (descriptor >= 0) return descriptor;
       if (errno != EEXIST) break;

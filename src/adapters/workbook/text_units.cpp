@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "automation/ansi.h"
+
 namespace mirelo::workbook {
 
 namespace {
@@ -41,6 +43,7 @@ std::size_t Utf16Length(std::string_view text) {
 
 std::string CleanText(std::string_view text) {
   text = text.substr(0, text.find('\0'));
+  if (IsAscii(text)) return std::string(text);
   std::string clean;
   clean.reserve(text.size());
   while (!text.empty()) {

@@ -177,7 +177,8 @@ std::string DateInSection(double serial, std::string_view section) {
         text += MarkText(time, item.length);
         break;
       case '.':
-        text += "." + Padded(moment % parts, decimals);
+        text += '.';
+        text += Padded(moment % parts, decimals);
         break;
       default:
         text += item.text;

@@ -60,7 +60,7 @@ std::string FixedDecimal(double number, std::size_t decimals) {
 
   const auto whole = static_cast<std::size_t>(digits.whole);
   std::string text = whole == 0 ? "0" : digits.text.substr(0, whole);
-  if (decimals > 0) text += "." + digits.text.substr(whole);
+  if (decimals > 0) text.append(1, '.').append(digits.text, whole);
   return text;
 }
 

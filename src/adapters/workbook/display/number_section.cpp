@@ -149,7 +149,7 @@ void FillFromRight(std::vector<std::string>& shown, const Section& section,
     } else if (kind == '0') {
       write(shown[*place], '0');
     } else if (kind == '?') {
-      shown[*place] = " ";
+      shown[*place] = ' ';
     }
   }
   for (; !places.empty() && !digits.empty(); digits.pop_back()) write(shown[places.front()], digits.back());
@@ -163,7 +163,7 @@ void FillDecimals(std::vector<std::string>& shown, const Section& section,
     if (i < digits.size() && (i < needed || kind == '0')) {
       shown[places[i]] = std::string(1, digits[i]);
     } else if (kind == '?') {
-      shown[places[i]] = " ";
+      shown[places[i]] = ' ';
     }
   }
 }
@@ -198,7 +198,7 @@ std::string NumberInSection(double number, std::string_view code) {
   for (std::size_t i = 0; i < section.items.size(); ++i) {
     const Item& item = section.items[i];
     if (item.kind == Item::Kind::Text) shown[i] = item.text;
-    if (item.kind == Item::Kind::Point) shown[i] = ".";
+    if (item.kind == Item::Kind::Point) shown[i] = '.';
     if (item.kind == Item::Kind::General) shown[i] = GeneralNumber(std::fabs(number));
     if (item.kind == Item::Kind::Exponent) {
       const int exponent = TakeExponent(size, places);

@@ -20,7 +20,8 @@ constexpr double kDaysTo1904 = 1462;  // from the first day of one calendar to t
 CellReader::CellReader(SheetContext& context, std::string part, Sheet& sheet)
     : context_(context), part_(std::move(part)), sheet_(sheet) {}
 
-void CellReader::Read(pugi::xml_node node, std::int32_t row, std::int32_t column, StyleId style) {
+void CellReader::Read(pugi::xml_node node, std::string_view type, std::int32_t row, std::int32_t column,
+                      StyleId style) {
   row_ = row;
   column_ = column;
   CellValue value;
@@ -31,7 +32,7 @@ void CellReader::Read(pugi::xml_node node, std::int32_t row, std::int32_t column
     value = CellValue(*error);
   } else {
     if (formula) ++formulas_;
-    value = ValueOf(node, Attribute(node, "t"), style);
+    value = ValueOf(node, type, style);
   }
   if (!value.IsEmpty()) sheet_.cells.Set(row, column, std::move(value));
 }
@@ -44,7 +45,7 @@ CellValue CellReader::ValueOf(pugi::xml_node node, std::string_view type, StyleI
   }
   const pugi::xml_node content = Child(node, "v");
   if (!content) return {};
-  const std::string text = Text(content);
+  const std::string_view text = Text(content, buffer_);
   if (type == "str") return TextValue(UnescapeText(text));
   if (text.empty()) return {};
   if (type == "s") return SharedText(text);

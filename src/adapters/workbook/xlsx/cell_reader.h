@@ -15,8 +15,8 @@ class CellReader {
  public:
   CellReader(SheetContext& context, std::string part, Sheet& sheet);
 
-  // The element "c" of a cell that has this style.
-  void Read(pugi::xml_node node, std::int32_t row, std::int32_t column, StyleId style);
+  // The element "c" of a cell of this type and style.
+  void Read(pugi::xml_node node, std::string_view type, std::int32_t row, std::int32_t column, StyleId style);
 
   // Tells of formulas, formats within texts and errors that the cells read so far have lost.
   void ReportLosses() const;
@@ -35,6 +35,7 @@ class CellReader {
   Sheet& sheet_;
   std::int32_t row_ = 0;  // of the cell being read
   std::int32_t column_ = 0;
+  std::string buffer_;  // for content in several pieces
   std::size_t formulas_ = 0;
   std::size_t rich_texts_ = 0;
   std::size_t unknown_errors_ = 0;

@@ -10,9 +10,9 @@ SharedString ReadText(pugi::xml_node element) {
   SharedString read;
   std::string text;
   for (const pugi::xml_node child : element.children()) {
-    if (LocalName(child) == "t") {
+    if (IsNamed(child.name(), "t")) {
       text += Text(child);
-    } else if (LocalName(child) == "r") {
+    } else if (IsNamed(child.name(), "r")) {
       read.rich = read.rich || Child(child, "rPr");
       text += Text(Child(child, "t"));
     }

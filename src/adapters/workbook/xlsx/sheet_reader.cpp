@@ -75,7 +75,7 @@ class SheetReader {
         if (width) old.pixels = PixelsOf(*width);
         old.hidden = Flag(node, "hidden", false);
       });
-      if (HasAttribute(node, "style")) layers_.SetColumns(*first, *last, StyleOf(node, "style"));
+      if (HasAttribute(node, "style")) layers_.SetColumns(*first, *last, StyleAt(Attribute(node, "style")));
     });
   }
 
@@ -84,7 +84,7 @@ class SheetReader {
     std::int32_t row = 0;
     ForEachChild(rows, "row", [&](pugi::xml_node node) {
       row = NumberBehind(row, Attribute(node, "r"));
-      if (Flag(node, "customFormat", false)) layers_.SetRow(row, StyleOf(node, "s"));
+      if (Flag(node, "customFormat", false)) layers_.SetRow(row, StyleAt(Attribute(node, "s")));
       if (const RowHeight height = HeightOf(node); height != RowHeight())
         heights.push_back({row, row, height});
       ReadCells(node, row);
@@ -114,36 +114,52 @@ class SheetReader {
   void ReadCells(pugi::xml_node row_node, std::int32_t row) {
     std::int32_t column = 0;
     ForEachChild(row_node, "c", [&](pugi::xml_node node) {
-      column = ColumnBehind(column, row, Attribute(node, "r"));
+      const CellAttributes cell = AttributesOf(node);
+      column = ColumnBehind(column, row, cell.address);
       context_.budget.TakeCell(xml_.name());
-      const StyleId style = StyleOf(node, "s");
+      const StyleId style = StyleAt(cell.style);
       layers_.SetCell(row, column, style);
-      cells_.Read(node, row, column, style);
+      cells_.Read(node, cell.type, row, column, style);
     });
   }
 
+  // Gathered in one pass, cells being what a file has most of.
+  struct CellAttributes {
+    std::string_view address;
+    std::string_view style;
+    std::string_view type;
+  };
+  static CellAttributes AttributesOf(pugi::xml_node node) {
+    CellAttributes cell;
+    for (pugi::xml_attribute at = node.first_attribute(); at; at = at.next_attribute()) {
+      const std::string_view name = at.name();
+      if (name == "r") cell.address = at.value();
+      if (name == "s") cell.style = at.value();
+      if (name == "t") cell.type = at.value();
+    }
+    return cell;
+  }
+
   // A cell's column, which lies behind the one before; the next one when it is not told.
-  std::int32_t ColumnBehind(std::int32_t previous, std::int32_t row, std::string_view address) const {
+  std::int32_t ColumnBehind(std::int32_t previous, std::int32_t row, std::string_view name) const {
     std::int32_t column = previous + 1;
-    if (!address.empty()) {
-      const auto area = ParseAddress(address);
-      const bool is_in_row = area && area->Cells() == 1 && area->first_row == row;
-      column = is_in_row ? area->first_column : 0;
+    if (!name.empty()) {
+      const auto place = ParseCellName(name);
+      column = place && place->row == row ? place->column : 0;
     }
     if (column <= previous || column > kColumns) {
-      throw Damaged(xml_.name(), "cell \"" + std::string(address) + "\" of row " + std::to_string(row) +
+      throw Damaged(xml_.name(), "cell \"" + std::string(name) + "\" of row " + std::to_string(row) +
                                      " is out of order or off the sheet");
     }
     return column;
   }
 
-  // The style that an attribute names, the first one when it is absent.
-  StyleId StyleOf(pugi::xml_node node, std::string_view attribute) const {
-    const std::string_view text = Attribute(node, attribute);
-    if (text.empty()) return context_.styles.front();
-    const auto index = ParseWhole<std::size_t>(text);
+  // The style of a number in the file, the first one when it is not told.
+  StyleId StyleAt(std::string_view number) const {
+    if (number.empty()) return context_.styles.front();
+    const auto index = ParseWhole<std::size_t>(number);
     if (!index || *index >= context_.styles.size()) {
-      throw Damaged(xml_.name(), "format \"" + std::string(text) + "\" does not exist");
+      throw Damaged(xml_.name(), "format \"" + std::string(number) + "\" does not exist");
     }
     return context_.styles[*index];
   }

@@ -67,6 +67,7 @@ std::string Rewrite(std::string_view text, bool (*starts)(std::string_view), Rep
 }  // namespace
 
 std::string UnescapeText(std::string_view text) {
+  if (text.find("_x") == std::string_view::npos) return CleanText(text);
   return CleanText(Rewrite(text, StartsWithEscape, [](std::string& out, std::string_view escape) {
     std::uint32_t code = 0;
     std::from_chars(escape.data() + 2, escape.data() + 6, code, 16);

@@ -21,7 +21,7 @@ using Workbook = std::unique_ptr<lxw_workbook, FreeWorkbook>;
 
 Workbook NewFile(const std::filesystem::path& file) {
   std::string folder = file.parent_path().string();
-  if (folder.empty()) folder = ".";
+  if (folder.empty()) folder = '.';
   lxw_workbook_options options{};
   options.tmpdir = folder.data();
   Workbook workbook(workbook_new_opt(file.c_str(), &options));

@@ -8,11 +8,10 @@
 namespace mirelo::workbook {
 
 void CheckWriter(lxw_error error) {
+  if (error == LXW_NO_ERROR) return;
   const int reason = errno;
   const std::string text = std::string("The workbook cannot be written: ") + lxw_strerror(error);
   switch (error) {
-    case LXW_NO_ERROR:
-      return;
     case LXW_ERROR_MEMORY_MALLOC_FAILED:
       throw Errors::OutOfMemory();
     case LXW_ERROR_CREATING_XLSX_FILE:

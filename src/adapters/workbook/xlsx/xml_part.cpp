@@ -1,5 +1,8 @@
 #include "adapters/workbook/xlsx/xml_part.h"
 
+#include <cstddef>
+#include <cstring>
+
 namespace mirelo::workbook {
 
 namespace {
@@ -27,54 +30,56 @@ bool IsDeeperThan(pugi::xml_node root, int depth) {
   return false;
 }
 
+pugi::xml_attribute Find(pugi::xml_node node, std::string_view name) {
+  pugi::xml_attribute attribute = node.first_attribute();
+  while (attribute && !IsNamed(attribute.name(), name)) attribute = attribute.next_attribute();
+  return attribute;
+}
+
 }  // namespace
 
-std::string_view LocalName(std::string_view name) {
+std::string_view LocalName(pugi::xml_node node) {
+  const std::string_view name = node.name();
   const std::size_t colon = name.find(':');
   return colon == std::string_view::npos ? name : name.substr(colon + 1);
 }
 
+bool IsNamed(const char* full_name, std::string_view name) {
+  if (name == full_name) return true;
+  const char* colon = std::strchr(full_name, ':');
+  return colon != nullptr && name == colon + 1;
+}
+
 pugi::xml_node Child(pugi::xml_node node, std::string_view name) {
-  for (const pugi::xml_node child : node.children()) {
-    if (LocalName(child) == name) return child;
-  }
-  return {};
+  pugi::xml_node child = node.first_child();
+  while (child && !IsNamed(child.name(), name)) child = child.next_sibling();
+  return child;
 }
 
-pugi::xml_node NextOfName(pugi::xml_node node) {
-  const std::string_view name = LocalName(node);
-  for (pugi::xml_node next = node.next_sibling(); next; next = next.next_sibling()) {
-    if (LocalName(next) == name) return next;
-  }
-  return {};
-}
+bool HasAttribute(pugi::xml_node node, std::string_view name) { return static_cast<bool>(Find(node, name)); }
 
-bool HasAttribute(pugi::xml_node node, std::string_view name) {
-  for (const pugi::xml_attribute attribute : node.attributes()) {
-    if (LocalName(attribute.name()) == name) return true;
-  }
-  return false;
-}
-
-std::string_view Attribute(pugi::xml_node node, std::string_view name) {
-  for (const pugi::xml_attribute attribute : node.attributes()) {
-    if (LocalName(attribute.name()) == name) return attribute.value();
-  }
-  return {};
-}
+std::string_view Attribute(pugi::xml_node node, std::string_view name) { return Find(node, name).value(); }
 
 bool Flag(pugi::xml_node node, std::string_view name, bool if_absent) {
-  if (!HasAttribute(node, name)) return if_absent;
-  const std::string_view value = Attribute(node, name);
+  const pugi::xml_attribute attribute = Find(node, name);
+  if (!attribute) return if_absent;
+  const std::string_view value = attribute.value();
   return value == "1" || value == "true" || value == "on";
 }
 
 std::string Text(pugi::xml_node node) {
-  std::string text = node.value();  // embedded in the element when it is the first content
-  for (const pugi::xml_node child : node.children()) {
-    if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) text += child.value();
+  std::string buffer;
+  return std::string(Text(node, buffer));
+}
+
+std::string_view Text(pugi::xml_node node, std::string& buffer) {
+  const std::string_view first = node.value();  // embedded in the element when it is the first content
+  if (!node.first_child()) return first;
+  buffer = first;
+  for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
+    if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) buffer += child.value();
   }
-  return text;
+  return buffer;
 }
 
 XmlPart::XmlPart(Package& package, const std::string& part, std::string_view root)
@@ -85,7 +90,8 @@ XmlPart::XmlPart(Package& package, const std::string& part, std::string_view roo
                              std::to_string(result.offset) + ")");
   }
   root_ = document_.document_element();
-  if (LocalName(root_) != root) throw Damaged(name_, "its root element is not \"" + std::string(root) + "\"");
+  if (!IsNamed(root_.name(), root))
+    throw Damaged(name_, "its root element is not \"" + std::string(root) + "\"");
   if (IsDeeperThan(root_, package.limits().depth)) throw Damaged(name_, "its elements nest too deep");
 }
 

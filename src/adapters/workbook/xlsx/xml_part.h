@@ -13,14 +13,12 @@ namespace mirelo::workbook {
 
 // The name behind a namespace prefix: "row" of "x:row". Prefixes are not resolved, since no two vocabularies
 // of a workbook's parts share names at one place.
-std::string_view LocalName(std::string_view name);
-inline std::string_view LocalName(pugi::xml_node node) { return LocalName(node.name()); }
+std::string_view LocalName(pugi::xml_node node);
+// Whether that of a full name is `name`.
+bool IsNamed(const char* full_name, std::string_view name);
 
 // The first child element of this local name; a null node when there is none, or `node` is null.
 pugi::xml_node Child(pugi::xml_node node, std::string_view name);
-// The next sibling of the same local name.
-pugi::xml_node NextOfName(pugi::xml_node node);
-
 // The value of the attribute of this local name; empty when absent.
 std::string_view Attribute(pugi::xml_node node, std::string_view name);
 bool HasAttribute(pugi::xml_node node, std::string_view name);
@@ -42,11 +40,15 @@ std::optional<T> Number(pugi::xml_node node, std::string_view name) {
 
 // The text that stands directly in the element.
 std::string Text(pugi::xml_node node);
+// The same without a copy when it is of one piece, as it nearly always is; `buffer` holds it otherwise.
+std::string_view Text(pugi::xml_node node, std::string& buffer);
 
 // Calls visit(child) for each child element of the local name.
 template <class Visit>
 void ForEachChild(pugi::xml_node node, std::string_view name, Visit&& visit) {
-  for (pugi::xml_node child = Child(node, name); child; child = NextOfName(child)) visit(child);
+  for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
+    if (IsNamed(child.name(), name)) visit(child);
+  }
 }
 
 // A part read as XML. Entities besides the five standard ones are not resolved, and document types are passed
