@@ -60,7 +60,7 @@ TEST_F(QuoteMessages, TellOfARetrievalThatFailed) {
     SCOPED_TRACE(what);
     desktop.boxes.clear();
     mGlobal::ErrorHandler().CallStackClear();
-    internet.answer = [&](const auto&) { return reply; };
+    internet.answer = [reply = reply](const auto&) { return reply; };
     ExpectLeft(facade->GetLastQuote(TickersOf({"A"})), kRetrievalError);
   }
 }
