@@ -38,6 +38,7 @@ class SymbolIndex {
     constexpr std::size_t kCacheLine = 64;
     const auto* state = reinterpret_cast<const char*>(expected_->state);
     expected_ = nullptr;
+    if (state == nullptr) return;  // nobody lives at the symbol's home
     for (std::size_t at = 0; at < sizeof(cTickerDateTime); at += kCacheLine)
       __builtin_prefetch(state + at, 1);
   }
