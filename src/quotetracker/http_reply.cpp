@@ -30,7 +30,7 @@ std::string HttpReply(std::string_view status, std::string_view body) {
 }
 
 std::string SpoiltReply(HttpFault fault, std::string_view body, Random& random) {
-  const std::string good = HttpReply(kGood, body);
+  std::string good = HttpReply(kGood, body);
   const std::size_t head = good.size() - body.size();
   switch (fault) {
     case HttpFault::kNone:

@@ -13,7 +13,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kReadSize = 16 * 1024;
+constexpr std::size_t kReadSize = 16U * 1024;
 constexpr auto kSweepPeriod = std::chrono::seconds(1);
 
 }  // namespace

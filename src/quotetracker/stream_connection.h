@@ -39,7 +39,7 @@ struct StreamOptions {
 // with kMostUnsent bytes unsent nothing more is read that would want an answer.
 class StreamConnection : public StreamPeer {
  public:
-  static constexpr std::size_t kMostUnsent = 256 * 1024;
+  static constexpr std::size_t kMostUnsent = 256U * 1024;
 
   // `overheard` gets each message of the client. `faults` are those of the options, counted over all
   // connections. All references outlive the connection.
