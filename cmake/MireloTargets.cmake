@@ -29,7 +29,7 @@ endif()
 
 # The system itself: the subsystem rooms know each other both ways, so they are one library.
 add_library(mirelo STATIC)
-target_link_libraries(mirelo PUBLIC mirelo_options mirelo_host mirelo_automation)
+target_link_libraries(mirelo PUBLIC mirelo_options mirelo_host mirelo_forms mirelo_automation)
 
 function(mirelo_room)
   foreach(source IN LISTS ARGN)

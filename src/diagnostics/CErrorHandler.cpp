@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "automation/regional_format.h"
+#include "diagnostics/frmErrorMessage.h"
 #include "host/clock.h"
 #include "host/desktop.h"
 #include "host/host.h"
@@ -202,7 +203,11 @@ std::int32_t CErrorHandler::ShowMessageBox(const std::string& report) const {
 
 // The dialog answers with its tag. Closed by its close box it answers "", which counts as ignore.
 std::int32_t CErrorHandler::ShowErrorForm(const std::string& report) const {
-  const std::string tag = Host::Current().desktop().ShowErrorReport(report, support_mail_);
+  frmErrorMessage form;
+  form.ErrorMessage(report);
+  form.SupportMail(support_mail_);
+  Host::Current().desktop().ShowModal(form);
+  const std::string tag = form.Tag();
   if (tag == "ABORT") return ResultAbort;
   if (tag == "RETRY") return ResultRetry;
   return ResultIgnore;

@@ -60,6 +60,9 @@ struct Bounds {
 // there on purpose: a body pops with frame.pop() at its normal end and before every return that should pop.
 // The push is a statement of the routine as well.
 //
+// From ignore_failures() to report_failures() a statement that fails is skipped without asking anybody, and
+// the next one runs.
+//
 // Without a failure a statement costs nothing beyond its own work.
 class Frame {
  public:
@@ -76,7 +79,7 @@ class Frame {
       } catch (const Exit&) {
         throw;
       } catch (...) {
-        if (!AskWhetherToRetry()) return;
+        if (ignoring_ || !AskWhetherToRetry()) return;
       }
     }
   }
@@ -102,6 +105,9 @@ class Frame {
   // Pops the routine's name; a statement like any other.
   void pop();
 
+  void ignore_failures() { ignoring_ = true; }
+  void report_failures() { ignoring_ = false; }
+
  private:
   // Leaves the routine from within a statement: because the user aborted it, or with an error of the error
   // handler itself, which the routine that failed has no handling for.
@@ -120,7 +126,41 @@ class Frame {
   // Inside a catch block: reports the failure. True to retry, false to ignore; throws Exit to leave.
   bool AskWhetherToRetry();
   static void RaiseErrorOf(const Exit& exit);
+
+  bool ignoring_ = false;
 };
+
+// The statements of a routine that skips what fails and reports nothing, and that has no place on the call
+// stack. It reads like a routine with a frame:
+//
+//   SkippingFailures([&](SkippingFrame& frame) {
+//     STEP(Stream->DisConnect());
+//     STEP(Stream = nullptr);
+//   });
+class SkippingFrame {
+ public:
+  template <class Statement>
+  void step(Statement&& statement) {
+    try {
+      statement();
+    } catch (...) {  // skipped
+    }
+  }
+
+  // Evaluates an If condition; when that fails the block is entered.
+  template <class Condition>
+  bool test(Condition&& condition) {
+    bool holds = true;
+    step([&] { holds = condition(); });
+    return holds;
+  }
+};
+
+template <class Body>
+void SkippingFailures(Body&& body) {
+  SkippingFrame frame;
+  std::forward<Body>(body)(frame);
+}
 
 // A routine without result.
 template <class Body>

@@ -78,6 +78,18 @@ void Form::Hide() {
   Appearance.Raise();
 }
 
+void Form::Activate() {
+  if (activating_) return;
+  activating_ = true;
+  try {
+    Form_Activate();
+  } catch (...) {
+    activating_ = false;
+    throw;
+  }
+  activating_ = false;
+}
+
 void Form::Close() {
   Form_Unload();
   tag_.clear();
@@ -104,11 +116,11 @@ void ShowModal(Form& form, const std::function<void(const std::function<bool()>&
   {
     const OnTop on_top(form);
     form.Show();
-    form.Form_Activate();
+    form.Activate();
     run([&form] { return !form.Visible(); });
   }
   auto* below = ActiveForm();
-  if (below != nullptr && below->Visible()) below->Form_Activate();
+  if (below != nullptr && below->Visible()) below->Activate();
 }
 
 Form* ActiveForm() { return modal_forms.empty() ? nullptr : modal_forms.back(); }

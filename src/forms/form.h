@@ -65,6 +65,9 @@ class Form {
   void Load();
   void Show();
   void Hide();
+  // Runs Form_Activate, unless it is running already: a form that something is shown over while it is being
+  // activated goes on with that activation.
+  void Activate();
   // The person closes the window: Form_Unload, then the form is hidden and its tag is empty again, as a
   // form's is that was never shown.
   void Close();
@@ -99,6 +102,7 @@ class Form {
   Control* active_ = nullptr;
   bool loaded_ = false;
   bool visible_ = false;
+  bool activating_ = false;
 };
 
 // Shows a form modally: loads, shows and activates it, lets `run` run until its argument answers true (the

@@ -16,9 +16,13 @@ class Panel : public Control {
   // A panel may carry a text of its own, shown as a heading.
   const std::string& Caption() const { return caption_; }
   void Caption(std::string caption) { Set(caption_, std::move(caption)); }
+  // A picture beside its children, by the name that views know it under; empty for none.
+  const std::string& Picture() const { return picture_; }
+  void Picture(std::string picture) { Set(picture_, std::move(picture)); }
 
  private:
   std::string caption_;
+  std::string picture_;
 };
 
 // A text that the person only reads. It can be clicked.

@@ -1,6 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string>
+
+#include "host/window_placement.h"
+
+namespace mirelo::forms {
+class Form;
+}
 
 namespace mirelo::host {
 
@@ -25,12 +32,26 @@ class Desktop {
   // Shows a modal box and returns the button that was pressed. The message loop goes on meanwhile.
   virtual Answer MessageBox(const std::string& text, int style, const std::string& title) = 0;
 
-  // Shows a failure report modally. The answer is the error dialog's tag: "ABORT", "RETRY", "IGNORE", or ""
-  // when it was closed without an answer. `support_mail` is the address for its send button; empty switches
-  // that off.
-  virtual std::string ShowErrorReport(const std::string& report, const std::string& support_mail) = 0;
+  // Shows a form until it is hidden, by forms::ShowModal. The message loop goes on meanwhile, and forms may
+  // be shown over it. A desktop that nobody sits at ends the form by itself.
+  virtual void ShowModal(forms::Form& form) = 0;
 
   virtual void Beep() = 0;
+  // Asks for a form that is shown to lie above all other windows. A desktop may refuse.
+  virtual void SetForegroundWindow(forms::Form& form) = 0;
+
+  // Where a form's window is, or will be when it is shown; nothing where there are no windows.
+  virtual std::optional<WindowPlacement> GetWindowPlacement(forms::Form& form) = 0;
+  // Puts it there; false when that cannot be. A window always stays within reach: a place that lies off every
+  // screen is moved onto one.
+  virtual bool SetWindowPlacement(forms::Form& form, const WindowPlacement& placement) = 0;
+  // The screen as a window: its `normal` is the whole desktop.
+  virtual std::optional<WindowPlacement> GetDesktopPlacement() = 0;
+
+  // Opens a file or an address with the program that the desktop has for it, and does not wait for that
+  // program. The result is the shell's: above 32 for success, otherwise what went wrong (8 out of memory, 26
+  // sharing violation, 28 to 30 trouble with the program's answer, 31 no program for it).
+  virtual int ShellExecuteA(const std::string& verb, const std::string& file) = 0;
 };
 
 }  // namespace mirelo::host

@@ -2,13 +2,48 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <sstream>
+#include <string>
+#include <vector>
+
+#include "forms/button.h"
+#include "forms/form.h"
+#include "forms/text_box.h"
 
 namespace mirelo::headless {
 namespace {
 
 using Answer = host::Desktop::Answer;
 using Desktop = host::Desktop;
+using Captions = std::vector<std::string>;
+
+const Captions kAbortRetry{"Retry", "Abort"};
+const Captions kCancelOnly{"Help", "Cancel"};
+const Captions kNeither{"Help"};
+
+// A form whose buttons put their caption into its tag and end it; "Help" does nothing.
+class Question : public forms::Form {
+ public:
+  explicit Question(const Captions& captions) : Form("Question", "Question") {
+    report_.MultiLine(true);
+    for (const auto& caption : captions) {
+      buttons_.push_back(std::make_unique<forms::Button>(*this, caption, nullptr, caption));
+      buttons_.back()->Cancel(caption == "Cancel");
+      if (caption != "Help") buttons_.back()->Click.Subscribe([this, caption] { Tag(caption), Hide(); });
+    }
+  }
+
+ private:
+  forms::TextBox report_{*this, "report", nullptr, "Error: 13\r\nType mismatch"};
+  std::vector<std::unique_ptr<forms::Button>> buttons_;
+};
+
+std::string TagBehind(ConsoleDesktop& desktop, const Captions& captions) {
+  Question form(captions);
+  desktop.ShowModal(form);
+  return form.Tag();
+}
 
 TEST(ConsoleDesktop, PrintsABoxAsALineWithAWordForItsIcon) {
   const struct {
@@ -43,24 +78,45 @@ TEST(ConsoleDesktop, AnswersForNobodyWithTheLeastConsequence) {
   EXPECT_EQ(desktop.MessageBox("", Desktop::kCritical, ""), Answer::Ok);
   EXPECT_EQ(desktop.MessageBox("", Desktop::kAbortRetryIgnore + Desktop::kCritical, ""), Answer::Abort);
   EXPECT_EQ(desktop.MessageBox("", Desktop::kYesNo, ""), Answer::No);
-  EXPECT_EQ(desktop.ShowErrorReport("", ""), "ABORT");
+  EXPECT_EQ(TagBehind(desktop, kAbortRetry), "Abort");
+  EXPECT_EQ(TagBehind(desktop, kCancelOnly), "Cancel");
+  EXPECT_EQ(TagBehind(desktop, kNeither), "");
 }
 
 TEST(ConsoleDesktop, AnswersFromItsScriptWhileItLasts) {
   std::ostringstream out;
-  ConsoleDesktop desktop(out, {{Answer::Yes, Answer::Retry}, {"IGNORE", ""}});
+  ConsoleDesktop desktop(out, {{Answer::Yes, Answer::Retry}, {"Retry", ""}});
   EXPECT_EQ(desktop.MessageBox("Overwrite?", Desktop::kYesNo, ""), Answer::Yes);
   EXPECT_EQ(desktop.MessageBox("Failed", Desktop::kAbortRetryIgnore, ""), Answer::Retry);
   EXPECT_EQ(desktop.MessageBox("Overwrite?", Desktop::kYesNo, ""), Answer::No);
-  EXPECT_EQ(desktop.ShowErrorReport("report", "mail"), "IGNORE");
-  EXPECT_EQ(desktop.ShowErrorReport("report", "mail"), "");
-  EXPECT_EQ(desktop.ShowErrorReport("report", "mail"), "ABORT");
+  EXPECT_EQ(TagBehind(desktop, kAbortRetry), "Retry");
+  EXPECT_EQ(TagBehind(desktop, kAbortRetry), "");
+  EXPECT_EQ(TagBehind(desktop, kAbortRetry), "Abort");
 }
 
-TEST(ConsoleDesktop, PrintsAFailureReportWithItsAnswer) {
+TEST(ConsoleDesktop, PrintsAFormWithItsReportAndTheButtonPressed) {
   std::ostringstream out;
-  ConsoleDesktop(out).ShowErrorReport("Error: 13\r\nType mismatch", "help@example.org");
-  EXPECT_EQ(out.str(), "error: Error: 13\n  Type mismatch\n  answered: ABORT\n");
+  ConsoleDesktop desktop(out);
+  TagBehind(desktop, kAbortRetry);
+  EXPECT_EQ(out.str(), "form: Question\n  Error: 13\n  Type mismatch\n  pressed: Abort\n");
+}
+
+TEST(ConsoleDesktop, ClosesAFormThatItsButtonDoesNotEnd) {
+  std::ostringstream out;
+  ConsoleDesktop desktop(out, {{}, {"Help"}});
+  EXPECT_EQ(TagBehind(desktop, {"Help"}), "");
+  EXPECT_EQ(out.str(), "form: Question\n  Error: 13\n  Type mismatch\n  pressed: Help\n");
+}
+
+TEST(ConsoleDesktop, PrintsAddressesAndKnowsNoPlaces) {
+  std::ostringstream out;
+  ConsoleDesktop desktop(out);
+  Question form(kNeither);
+  EXPECT_GT(desktop.ShellExecuteA("open", "mailto:help@example.org"), 32);
+  EXPECT_EQ(out.str(), "open: mailto:help@example.org\n");
+  EXPECT_EQ(desktop.GetWindowPlacement(form), std::nullopt);
+  EXPECT_EQ(desktop.GetDesktopPlacement(), std::nullopt);
+  EXPECT_FALSE(desktop.SetWindowPlacement(form, {}));
 }
 
 TEST(ConsoleDesktop, IsSilentForABeep) {

@@ -3,7 +3,12 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <string>
+#include <vector>
 
+#include "forms/button.h"
+#include "forms/form.h"
+#include "forms/text_box.h"
 #include "support/error_number.h"
 #include "support/manual_clock.h"
 #include "support/recording_system.h"
@@ -16,14 +21,28 @@ namespace {
 
 using Answer = host::Desktop::Answer;
 
+// A form with the parts of the error dialog that the desktop looks at.
+std::string ShowReport(ScriptedDesktop& desktop, const std::string& report) {
+  forms::Form form("frmErrorMessage", "Error");
+  const forms::TextBox text(form, "txtErrorMessage", nullptr, report);
+  const forms::Button send(form, "btnSend", nullptr, "Send");
+  forms::Button ignore(form, "btnIgnore", nullptr, "Ignore");
+  forms::Button abort(form, "btnAbort", nullptr, "Abort");
+  ignore.Click.Subscribe([&] { form.Tag("IGNORE"), form.Hide(); });
+  abort.Click.Subscribe([&] { form.Tag("ABORT"), form.Hide(); });
+  desktop.ShowModal(form);
+  return form.Tag();
+}
+
 TEST(ScriptedDesktop, RecordsWhatWasShown) {
   ScriptedDesktop desktop;
   desktop.MessageBox("text", host::Desktop::kCritical, "title");
-  desktop.ShowErrorReport("report", "mail");
+  ShowReport(desktop, "report");
   desktop.Beep();
   EXPECT_EQ(desktop.boxes, (std::vector<ScriptedDesktop::Box>{{"text", 16, "title"}}));
   ASSERT_EQ(desktop.reports.size(), 1u);
-  EXPECT_EQ(desktop.reports[0].text + " " + desktop.reports[0].support_mail, "report mail");
+  EXPECT_EQ(desktop.reports[0].text, "report");
+  EXPECT_TRUE(desktop.reports[0].can_be_sent);
   EXPECT_EQ(desktop.beeps, 1);
 }
 
@@ -35,8 +54,8 @@ TEST(ScriptedDesktop, AnswersInOrderAndThenByDefault) {
   EXPECT_EQ(desktop.MessageBox("", host::Desktop::kAbortRetryIgnore, ""), Answer::Abort);
   EXPECT_EQ(desktop.MessageBox("", host::Desktop::kYesNo, ""), Answer::No);
   EXPECT_EQ(desktop.MessageBox("", host::Desktop::kInformation, ""), Answer::Ok);
-  EXPECT_EQ(desktop.ShowErrorReport("", ""), "IGNORE");
-  EXPECT_EQ(desktop.ShowErrorReport("", ""), "ABORT");
+  EXPECT_EQ(ShowReport(desktop, ""), "IGNORE");
+  EXPECT_EQ(ShowReport(desktop, ""), "ABORT");
 }
 
 TEST(ScriptedDesktop, LetsTheProgramGoOnWhileABoxIsOpen) {
@@ -44,8 +63,19 @@ TEST(ScriptedDesktop, LetsTheProgramGoOnWhileABoxIsOpen) {
   int opened = 0;
   desktop.while_open = [&] { ++opened; };
   desktop.MessageBox("", 0, "");
-  desktop.ShowErrorReport("", "");
+  ShowReport(desktop, "");
   EXPECT_EQ(opened, 2);
+}
+
+TEST(ScriptedDesktop, LetsThePersonActOnAFormAndClosesWhatIsLeftOpen) {
+  ScriptedDesktop desktop;
+  forms::Form form("frmOther", "Other");
+  desktop.ShowModal(form);
+  EXPECT_FALSE(form.Visible());
+  desktop.person["frmOther"] = [](forms::Form& shown) { shown.Tag("seen"), shown.Hide(); };
+  desktop.ShowModal(form);
+  EXPECT_EQ(form.Tag(), "seen");
+  EXPECT_EQ(desktop.forms, (std::vector<std::string>{"frmOther", "frmOther"}));
 }
 
 TEST(RecordingSystem, FailsForTheGivenRecordSizes) {

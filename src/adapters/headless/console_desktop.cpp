@@ -1,8 +1,13 @@
 #include "adapters/headless/console_desktop.h"
 
+#include <functional>
 #include <iostream>
 #include <string_view>
 #include <utility>
+
+#include "forms/button.h"
+#include "forms/form.h"
+#include "forms/text_box.h"
 
 namespace mirelo::headless {
 
@@ -77,6 +82,18 @@ void PrintIndented(std::ostream& out, std::string_view text) {
   out << '\n';
 }
 
+// Null when there is none, or none with a caption when none is asked for.
+forms::Button* FindButton(const forms::Form& form, const std::string& caption) {
+  if (caption.empty()) return nullptr;
+  for (forms::Control* control : form.Controls()) {
+    auto* button = dynamic_cast<forms::Button*>(control);
+    if (button != nullptr && button->Caption() == caption) return button;
+  }
+  return nullptr;
+}
+
+constexpr int kShellSucceeded = 33;
+
 }  // namespace
 
 ConsoleDesktop::ConsoleDesktop() : ConsoleDesktop(std::cerr) {}
@@ -93,12 +110,35 @@ Answer ConsoleDesktop::MessageBox(const std::string& text, int style, const std:
   return answer;
 }
 
-std::string ConsoleDesktop::ShowErrorReport(const std::string& report, const std::string& /*support_mail*/) {
-  out_ << "error: ";
-  PrintIndented(out_, report);
-  std::string answer = TakeFirst(script_.report_answers, std::string("ABORT"));
-  out_ << "  answered: " << answer << std::endl;
-  return answer;
+void ConsoleDesktop::ShowModal(forms::Form& form) {
+  forms::ShowModal(form, [&](const std::function<bool()>& ended) {
+    out_ << "form: " << form.Caption() << '\n';
+    for (const forms::Control* control : form.Controls()) {
+      const auto* box = dynamic_cast<const forms::TextBox*>(control);
+      if (box != nullptr && box->MultiLine()) PrintIndented(out_ << "  ", box->Text());
+    }
+    Press(form);
+    out_.flush();
+    if (!ended()) form.Close();
+  });
+}
+
+void ConsoleDesktop::Press(forms::Form& form) {
+  const std::optional<std::string> scripted =
+      script_.pressed.empty() ? std::nullopt : std::optional(TakeFirst(script_.pressed, std::string()));
+  forms::Button* button = FindButton(form, scripted.value_or("Abort"));
+  if (button == nullptr && !scripted) button = form.CancelButton();
+  if (button == nullptr) {
+    out_ << "  closed\n";
+    return form.Close();
+  }
+  out_ << "  pressed: " << button->Caption() << '\n';
+  button->UserPress();
+}
+
+int ConsoleDesktop::ShellExecuteA(const std::string& verb, const std::string& file) {
+  out_ << verb << ": " << file << std::endl;
+  return kShellSucceeded;
 }
 
 }  // namespace mirelo::headless

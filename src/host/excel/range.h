@@ -38,8 +38,8 @@ class Range : public Object {
   // Text is taken as if a person typed it: text that reads as a number, percentage, date, time, boolean or
   // error value becomes that, unless the cell's number format is "@" or an apostrophe stands in front, which
   // is taken off. Text with a leading "=" is stored as text, since nothing here computes formulas. A value
-  // that brings a form of its own (date, percentage, grouped number) sets the number format of a cell that has
-  // "General".
+  // that brings a form of its own (date, percentage, grouped number) sets the number format of a cell that
+  // has "General".
   //
   // Error 13 for objects other than ranges (a range gives its value) and arrays within arrays; 1004 for text
   // of more than 32767 UTF-16 units and dates outside 0 to 2958465 (31 December 9999). Cells are unchanged
@@ -92,8 +92,8 @@ class Range : public Object {
   // Takes away values only.
   virtual void ClearContents() = 0;
 
-  // A format code in its United States form, "General" at the start. Error 1004 for a text that is no format code or
-  // is longer than 127 bytes.
+  // A format code in its United States form, "General" at the start. Error 1004 for a text that is no format
+  // code or is longer than 127 bytes.
   virtual Variant NumberFormat() = 0;
   virtual void NumberFormat(std::string_view format) = 0;
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+namespace mirelo {
+
+// What the system calls itself towards people.
+inline constexpr std::string_view kProductTitle = "Mirelo";
+
+// Major, minor and revision, parted by points: "0.1.0".
+std::string_view ProductVersion();
+
+}  // namespace mirelo

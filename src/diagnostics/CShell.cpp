@@ -1,0 +1,55 @@
+#include "diagnostics/CShell.h"
+
+#include "host/desktop.h"
+#include "host/host.h"
+
+namespace mirelo {
+
+namespace {
+
+// Results that are not listed, such as 31 for an address without a program, pass for success.
+void RaiseErrorOf(int result) {
+  switch (result) {
+    case 8:
+      throw Errors::ShellOutOfMemory();
+    case 26:
+      throw Errors::ShellSharingViolation();
+    case 28:
+      throw Errors::ShellDdeTimeout();
+    case 29:
+      throw Errors::ShellDdeTransactionFailed();
+    case 30:
+      throw Errors::ShellDdeBusy();
+    default:
+      return;
+  }
+}
+
+int Open(const std::string& url) try {
+  return host::Host::Current().desktop().ShellExecuteA("open", url);
+} catch (...) {
+  throw Errors::ShellFailure();
+}
+
+}  // namespace
+
+void CShell::OpenUrl(const std::string& Url) { RaiseErrorOf(Open(Url)); }
+
+namespace Errors {
+
+namespace {
+RuntimeError Raised(std::uint32_t number, const char* description) {
+  return RuntimeError(ErrorNumber(number), description, "Mirelo.CShell");
+}
+}  // namespace
+
+RuntimeError ShellOutOfMemory() { return Raised(0x8004467C, "Out of memory"); }
+RuntimeError ShellSharingViolation() { return Raised(0x8004467E, "A sharing violation occurred"); }
+RuntimeError ShellDdeTimeout() { return Raised(0x80044680, "DDE timeout"); }
+RuntimeError ShellDdeTransactionFailed() { return Raised(0x80044681, "DDE transaction failed"); }
+RuntimeError ShellDdeBusy() { return Raised(0x80044682, "DDE busy"); }
+RuntimeError ShellFailure() { return Raised(0x80044687, "CShell component failure"); }
+
+}  // namespace Errors
+
+}  // namespace mirelo

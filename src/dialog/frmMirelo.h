@@ -1,0 +1,285 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "automation/variant.h"
+#include "forms/button.h"
+#include "forms/check_box.h"
+#include "forms/combo_box.h"
+#include "forms/form.h"
+#include "forms/grid.h"
+#include "forms/list_box.h"
+#include "forms/scroll_bar.h"
+#include "forms/simple_controls.h"
+#include "forms/tab.h"
+#include "forms/text_box.h"
+
+namespace mirelo {
+
+class CAppSettings;
+class CFormRestore;
+class cMirelo;
+class cQTStreaming;
+class frmColor;
+
+// The settings dialog: tickers, columns, the connection to QuoteTracker, charts and colours. It is the work
+// place of what the Go button does as well, so its routines are spread over the rooms that they belong to.
+//
+// To show it, set frmAppSettings and Owner, show it modally, and read the Tag: "77" (committed, quotes are to
+// be streamed), "78" (committed, any other case), or "2" (nothing committed).
+//
+// Nothing is stored before Go, with two exceptions: the fill colours, which are stored when they are picked,
+// and the widths of the grid's columns.
+class frmMirelo : public forms::Form {
+ public:
+  frmMirelo();
+  ~frmMirelo() override;
+
+  // The settings store and the facade; null until they are set. Both must outlive the form or be unset first.
+  CAppSettings* frmAppSettings() const { return frmAppSettings_; }
+  void frmAppSettings(CAppSettings* settings) { frmAppSettings_ = settings; }
+  void Owner(cMirelo* owner) { Owner_ = owner; }
+
+  // Whether Form_Activate fills the dialog. From Form_Load on, until a fill colour is picked.
+  bool ReloadOnActivate() const { return ReloadOnActivate_; }
+  void ReloadOnActivate(bool value) { ReloadOnActivate_ = value; }
+  // Whether a click on chkVerTable does its work.
+  bool VerticalClickArmed() const { return VerticalClickArmed_; }
+  void VerticalClickArmed(bool value) { VerticalClickArmed_ = value; }
+
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Unload() override;
+
+  // --- The controls, in tab order -----------------------------------------------------------------------
+
+  forms::Panel C1Elastic1{*this, "C1Elastic1", nullptr};
+  forms::Tab C1TTickersSettings{*this, "C1TTickersSettings", &C1Elastic1,
+                                "&Tickers|&Settings|&Charting|&Fields"};
+
+  forms::Panel C1ElaTickers{*this, "C1ElaTickers", &C1TTickersSettings};
+  forms::TextBox txtTicker{*this, "txtTicker", &C1ElaTickers};
+  forms::Button ButAdd{*this, "ButAdd", &C1ElaTickers, "Add"};
+  forms::Button ButTickerUp{*this, "ButTickerUp", &C1ElaTickers};
+  forms::Button ButTickerDown{*this, "ButTickerDown", &C1ElaTickers};
+  forms::Button ButDel{*this, "ButDel", &C1ElaTickers};
+  forms::Button ButImport{*this, "ButImport", &C1ElaTickers, "Import"};
+  forms::Button ButExport{*this, "ButExport", &C1ElaTickers, "Export"};
+  forms::Button ButSort{*this, "ButSort", &C1ElaTickers, "Sort Tickers"};
+  forms::Grid FG{*this, "FG", &C1ElaTickers};
+  forms::CheckBox chkVerTable{*this, "chkVerTable", &C1ElaTickers, "Add vertical quotes table"};
+  forms::CheckBox chkLimitRows{*this, "chkLimitRows", &C1ElaTickers, "Limit number of rows to:"};
+  forms::TextBox txtRows{*this, "txtRows", &C1ElaTickers};
+  forms::ScrollBar VScrollRows{*this, "VScrollRows", &C1ElaTickers, 3600, 0};
+  forms::Image ImageChart{*this, "ImageChart", &C1ElaTickers, "chart"};
+
+  forms::Panel C1ElaSettings{*this, "C1ElaSettings", &C1TTickersSettings};
+  forms::Label lblTimingOptions{*this, "lblTimingOptions", &C1ElaSettings, "Timing Options:"};
+  forms::CheckBox chkUpdOrNot{*this, "chkUpdOrNot", &C1ElaSettings, "Update every"};
+  forms::TextBox txtSec{*this, "txtSec", &C1ElaSettings};
+  forms::ScrollBar VScrollSec{*this, "VScrollSec", &C1ElaSettings, 3600, 0};
+  forms::Label lblSeconds{*this, "lblSeconds", &C1ElaSettings, "seconds."};
+  forms::ComboBox ComQuoteSource{*this, "ComQuoteSource", &C1ElaSettings, forms::ComboBox::Style::DropDown,
+                                 true};
+  forms::Button ButUpDate{*this, "ButUpDate", &C1ElaSettings, "UpDate"};
+  forms::Label lblStatus{*this, "lblStatus", &C1ElaSettings};
+  forms::Line Line1{*this, "Line1", &C1ElaSettings};
+  forms::TextBox txtWebAddress{*this, "txtWebAddress", &C1ElaSettings, "127.0.0.1"};
+  forms::TextBox txtHTTPPort{*this, "txtHTTPPort", &C1ElaSettings, "16239"};
+  forms::TextBox txtSocketPort{*this, "txtSocketPort", &C1ElaSettings, "16240"};
+  forms::ComboBox ComDisplayTimezone{*this, "ComDisplayTimezone", &C1ElaSettings};
+  forms::ComboBox ComDisplayOffset{*this, "ComDisplayOffset", &C1ElaSettings};
+  forms::Line Line2{*this, "Line2", &C1ElaSettings};
+  forms::CheckBox chkStyleOrNot{*this, "chkStyleOrNot", &C1ElaSettings, "Table style"};
+  forms::ComboBox ComStyle{*this, "ComStyle", &C1ElaSettings};
+  forms::TextBox txtOn{*this, "txtOn", &C1ElaSettings};
+  forms::Button ButOn{*this, "ButOn", &C1ElaSettings, "On"};
+  forms::TextBox txtOff{*this, "txtOff", &C1ElaSettings};
+  forms::Button ButOff{*this, "ButOff", &C1ElaSettings, "Off"};
+  forms::TextBox txtDecimalPlaces{*this, "txtDecimalPlaces", &C1ElaSettings};
+  forms::ScrollBar VScrollDecimalplaces{*this, "VScrollDecimalplaces", &C1ElaSettings, 10, 0};
+  forms::Label lblExample{*this, "lblExample", &C1ElaSettings, "2.12"};
+  forms::TextBox txtVerticalSheet{*this, "txtVerticalSheet", &C1ElaSettings};
+  forms::Label lblTicker{*this, "lblTicker", &C1ElaSettings, "(Ticker)"};
+  forms::Label lblExampleSheet{*this, "lblExampleSheet", &C1ElaSettings, "Quotes_Vertical(Ticker)"};
+
+  forms::Panel C1ElaCharting{*this, "C1ElaCharting", &C1TTickersSettings};
+  forms::CheckBox chkBuildCharts{*this, "chkBuildCharts", &C1ElaCharting, "Build charts"};
+  forms::CheckBox chkChartStyle{*this, "chkChartStyle", &C1ElaCharting, "Chart style:"};
+  forms::ComboBox ComChartStyle{*this, "ComChartStyle", &C1ElaCharting};
+  forms::TextBox txtChartPoints{*this, "txtChartPoints", &C1ElaCharting};
+  forms::ScrollBar VScrollChartPoints{*this, "VScrollChartPoints", &C1ElaCharting, 100, 0};
+  forms::CheckBox chkAddYAxis{*this, "chkAddYAxis", &C1ElaCharting, "Add Y Axis"};
+  forms::CheckBox chkColorPoints{*this, "chkColorPoints", &C1ElaCharting, "Color Points"};
+  forms::CheckBox chkGreyOut{*this, "chkGreyOut", &C1ElaCharting, "Use grey-outing"};
+
+  forms::Panel C1ElaFields{*this, "C1ElaFields", &C1TTickersSettings};
+  forms::Label lblAvailableColums{*this, "lblAvailableColums", &C1ElaFields, "Available columns"};
+  forms::ListBox ListLeft{*this, "ListLeft", &C1ElaFields};
+  forms::Button ButRight{*this, "ButRight", &C1ElaFields};
+  forms::Button ButAllRight{*this, "ButAllRight", &C1ElaFields};
+  forms::Button ButLeft{*this, "ButLeft", &C1ElaFields};
+  forms::Button ButAllLeft{*this, "ButAllLeft", &C1ElaFields};
+  forms::Label lblColumsTo{*this, "lblColumsTo", &C1ElaFields, "Columns to view"};
+  forms::ListBox ListRight{*this, "ListRight", &C1ElaFields};
+  forms::Button ButUp{*this, "ButUp", &C1ElaFields};
+  forms::Button ButDown{*this, "ButDown", &C1ElaFields};
+
+  forms::Button ButGo{*this, "ButGo", &C1Elastic1, "Go"};
+  forms::Button ButClose{*this, "ButClose", &C1Elastic1, "Close"};
+  forms::Button ButCancel{*this, "ButCancel", &C1Elastic1, "Cancel"};
+
+  // --- Routines that others than the form's own handlers call ---------------------------------------------
+  // All are routine frames: a failure is reported by the error handler and never raised.
+
+  // ticker_grid.cpp
+
+  // Selects the row that has the ticker, whatever its case, or adds one; nothing for an empty text. `unused`
+  // is part of the interface and not read.
+  void AddTicker(const std::string& ticker, std::int32_t& unused);
+  // Lays the grid out for the mode that chkVerTable says. `keep` when tickers that stand in the grid change
+  // place with it.
+  void FGVertical(bool keep);
+  // Adds, removes the column "Charts (Last & Volume)" if it is not there, if it is.
+  void AddToFGColCharts();
+  void DeleteFromFGColCharts();
+
+  // streaming/quote_sources.cpp
+
+  // Fills ComQuoteSource with the stored quote sources, storing the first-run list when there are none, and
+  // shows `selected` if it is one of them, else the source chosen last.
+  void AddListQuoteSource(const std::string& selected);
+
+  // snapshot/portfolio_exchange.cpp
+
+  // The symbols of QuoteTracker's first portfolio, an array of texts from 0 on. False after a failure that
+  // the user was told of, and when there is no portfolio.
+  bool GetPortfolioTickersFromQT(Variant& tickers);
+  // Adds symbols, joined by commas, to QuoteTracker's current portfolio. False when it did not take them; the
+  // user was told then.
+  bool AddPortfolioTickersToQT(const std::string& list);
+
+  // worksheet/save_settings.cpp
+
+  // What Go does: checks the dialog's values, stores them and builds the table. `unused` is part of the
+  // interface and not read. False when the dialog is to stay up.
+  bool save_settings_and_create_table(bool unused);
+
+  // worksheet/load_tickers.cpp
+
+  // Brings the dialog into line with the quote table on the sheet, which outranks the settings. In: the
+  // columns that the settings hide and show, joined by commas; out: those that the dialog is to list.
+  void LoadTickers(std::string& hidden, std::string& shown);
+
+  // worksheet/vertical_fields.cpp
+
+  // Makes the grid's field columns those of ListRight that a vertical table can show, keeping their ticks.
+  void GetListVerticFields();
+  // The part of a comma list that a vertical table can show, in its order.
+  static std::string GiveListVerticFields(const std::string& list);
+  // Whether a vertical table, the quote table can have a column of that name, whatever its case.
+  static bool CheckFieldForVerticalTable(const std::string& name);
+  static bool CheckFieldHeaderTable(const std::string& name);
+  // A comma list without empty entries and without repeats, which are found whatever their case; the first
+  // spelling stays.
+  static std::string NullDublicatForListRight(const std::string& list);
+
+  // number_boxes.cpp
+
+  // Replaces each of `characters` by "_", in place; answers the text. Not a routine frame: it cannot fail.
+  static const std::string& RemoveBadSymbols(std::string& text, const std::string& characters);
+
+ private:
+  // wiring.cpp
+  void DesignControls();
+  void SubscribeHandlers();
+
+  // fill_dialog.cpp
+  void LoadFG();
+  Variant Setting(const char* key, const Variant& default_value) const;
+
+  // closing.cpp
+  void ButGo_Click();
+  void ButClose_Click();
+  void ButCancel_Click();
+  void TearDownStream();
+  void StoreColumnWidths();
+
+  // options.cpp
+  void C1TTickersSettings_Click();
+  void chkBuildCharts_Click();
+  void chkChartStyle_Click();
+  void chkLimitRows_Click();
+  void chkStyleOrNot_Click();
+  void chkUpdOrNot_Click();
+  void chkVerTable_Click();
+
+  // fill_colors.cpp
+  void backColorTxtFillColor(forms::Control& control, std::int32_t color);
+  void ButOn_Click();
+  void ButOff_Click();
+
+  // number_boxes.cpp
+  void txtChartPoints_Change();
+  void VScrollChartPoints_Change();
+  void txtDecimalPlaces_Change();
+  void VScrollDecimalplaces_Change();
+  void txtRows_Change();
+  void VScrollRows_Change();
+  void txtSec_Change();
+  void VScrollSec_Change();
+  void txtVerticalSheet_Change();
+
+  // column_lists.cpp
+  void ButLeft_Click();
+  void ButRight_Click();
+  void ButAllLeft_Click();
+  void ButAllRight_Click();
+  void ButUp_Click();
+  void ButDown_Click();
+  void ListLeft_Click();
+  void ListLeft_DblClick();
+  void ListRight_Click();
+  void ListRight_DblClick();
+  void EnableUpDn();
+  void MoveToLeft();
+  void MoveToRight();
+
+  // ticker_buttons.cpp
+  void ButAdd_Click();
+  void ButDel_Click();
+  void ButSort_Click();
+  void ButTickerUp_Click();
+  void ButTickerDown_Click();
+
+  // grid_clicks.cpp
+  void FG_Click();
+  void FG_BeforeEdit(std::int32_t row, std::int32_t col, bool& cancel);
+  void FG_AfterEdit(std::int32_t row, std::int32_t col);
+
+  // streaming/quote_sources.cpp
+  void ButUpDate_Click();
+  void EventQTSt_OnStatusText(const std::string& text);
+  void EventQTSt_PerformanceFollowingProcess(std::int16_t process);
+
+  // snapshot/portfolio_exchange.cpp
+  void ButExport_Click();
+  void ButImport_Click();
+
+  CAppSettings* frmAppSettings_ = nullptr;
+  cMirelo* Owner_ = nullptr;
+  frmColor* ListColors_ = nullptr;  // while the palette is up
+  bool ReloadOnActivate_ = false;
+  bool VerticalClickArmed_ = false;
+  std::int16_t TickerCol_ = 0;        // the grid's column of the tickers: 0, or 1 with vertical tables
+  std::int16_t ResultTag_ = 0;        // 77 or 78, set by the commit
+  std::int16_t PrevColumnCount_ = 0;  // recognised headers of the table that was read; -1 for no table
+  std::string VerticalFields_;  // comma list of the fields that the grid offers, the ticker column first
+  std::shared_ptr<cQTStreaming> EventQTSt_;  // while the list of sources is fetched
+  std::unique_ptr<CFormRestore> Placement_;  // from Form_Load to the end
+};
+
+}  // namespace mirelo
