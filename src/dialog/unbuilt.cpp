@@ -1,0 +1,78 @@
+// Routines that are still to be built; this file goes when the last of them is.
+
+#include "dialog/frmMirelo.h"
+
+namespace mirelo {
+
+void frmMirelo::Form_Load() {}
+void frmMirelo::Form_Activate() {}
+void frmMirelo::Form_Unload() {}
+void frmMirelo::AddTicker(const std::string&, std::int32_t&) {}
+void frmMirelo::FGVertical(bool) {}
+void frmMirelo::AddToFGColCharts() {}
+void frmMirelo::DeleteFromFGColCharts() {}
+void frmMirelo::AddListQuoteSource(const std::string&) {}
+bool frmMirelo::GetPortfolioTickersFromQT(Variant&) { return {}; }
+bool frmMirelo::AddPortfolioTickersToQT(const std::string&) { return {}; }
+bool frmMirelo::save_settings_and_create_table(bool) { return {}; }
+void frmMirelo::LoadTickers(std::string&, std::string&) {}
+void frmMirelo::GetListVerticFields() {}
+std::string frmMirelo::GiveListVerticFields(const std::string&) { return {}; }
+bool frmMirelo::CheckFieldForVerticalTable(const std::string&) { return {}; }
+bool frmMirelo::CheckFieldHeaderTable(const std::string&) { return {}; }
+std::string frmMirelo::NullDublicatForListRight(const std::string&) { return {}; }
+const std::string& frmMirelo::RemoveBadSymbols(std::string& text, const std::string&) { return text; }
+void frmMirelo::LoadFG() {}
+Variant frmMirelo::Setting(const char*, const Variant&) const { return {}; }
+void frmMirelo::ButGo_Click() {}
+void frmMirelo::ButClose_Click() {}
+void frmMirelo::ButCancel_Click() {}
+void frmMirelo::TearDownStream() {}
+void frmMirelo::StoreColumnWidths() {}
+void frmMirelo::C1TTickersSettings_Click() {}
+void frmMirelo::chkBuildCharts_Click() {}
+void frmMirelo::chkChartStyle_Click() {}
+void frmMirelo::chkLimitRows_Click() {}
+void frmMirelo::chkStyleOrNot_Click() {}
+void frmMirelo::chkUpdOrNot_Click() {}
+void frmMirelo::chkVerTable_Click() {}
+void frmMirelo::backColorTxtFillColor(forms::Control&, std::int32_t) {}
+void frmMirelo::ButOn_Click() {}
+void frmMirelo::ButOff_Click() {}
+void frmMirelo::txtChartPoints_Change() {}
+void frmMirelo::VScrollChartPoints_Change() {}
+void frmMirelo::txtDecimalPlaces_Change() {}
+void frmMirelo::VScrollDecimalplaces_Change() {}
+void frmMirelo::txtRows_Change() {}
+void frmMirelo::VScrollRows_Change() {}
+void frmMirelo::txtSec_Change() {}
+void frmMirelo::VScrollSec_Change() {}
+void frmMirelo::txtVerticalSheet_Change() {}
+void frmMirelo::ButLeft_Click() {}
+void frmMirelo::ButRight_Click() {}
+void frmMirelo::ButAllLeft_Click() {}
+void frmMirelo::ButAllRight_Click() {}
+void frmMirelo::ButUp_Click() {}
+void frmMirelo::ButDown_Click() {}
+void frmMirelo::ListLeft_Click() {}
+void frmMirelo::ListLeft_DblClick() {}
+void frmMirelo::ListRight_Click() {}
+void frmMirelo::ListRight_DblClick() {}
+void frmMirelo::EnableUpDn() {}
+void frmMirelo::MoveToLeft() {}
+void frmMirelo::MoveToRight() {}
+void frmMirelo::ButAdd_Click() {}
+void frmMirelo::ButDel_Click() {}
+void frmMirelo::ButSort_Click() {}
+void frmMirelo::ButTickerUp_Click() {}
+void frmMirelo::ButTickerDown_Click() {}
+void frmMirelo::FG_Click() {}
+void frmMirelo::FG_BeforeEdit(std::int32_t, std::int32_t, bool&) {}
+void frmMirelo::FG_AfterEdit(std::int32_t, std::int32_t) {}
+void frmMirelo::ButUpDate_Click() {}
+void frmMirelo::EventQTSt_OnStatusText(const std::string&) {}
+void frmMirelo::EventQTSt_PerformanceFollowingProcess(std::int16_t) {}
+void frmMirelo::ButExport_Click() {}
+void frmMirelo::ButImport_Click() {}
+
+}  // namespace mirelo
