@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "automation/event.h"
+#include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "forms/button.h"
 #include "forms/check_box.h"
@@ -23,6 +25,7 @@ class CAppSettings;
 class CFormRestore;
 class cMirelo;
 class cQTStreaming;
+class Frame;
 class frmColor;
 
 // The settings dialog: tickers, columns, the connection to QuoteTracker, charts and colours. It is the work
@@ -196,6 +199,14 @@ class frmMirelo : public forms::Form {
   // wiring.cpp
   void DesignControls();
   void SubscribeHandlers();
+  // What frmAppSettings and Owner refer to; error 91 for nothing.
+  CAppSettings& Store() const { return Referred(frmAppSettings_); }
+  cMirelo& Facade() const { return Referred(Owner_); }
+  template <class Target>
+  static Target& Referred(Target* target) {
+    if (target == nullptr) throw Errors::ObjectNotSet();
+    return *target;
+  }
 
   // fill_dialog.cpp
   void LoadFG();
@@ -206,7 +217,11 @@ class frmMirelo : public forms::Form {
   void ButClose_Click();
   void ButCancel_Click();
   void TearDownStream();
-  void StoreColumnWidths();
+
+  // column_widths.cpp
+
+  // Stores the width of each grid column that has a header. Its statements are the calling routine's.
+  void StoreColumnWidths(Frame& frame);
 
   // options.cpp
   void C1TTickersSettings_Click();
@@ -264,6 +279,9 @@ class frmMirelo : public forms::Form {
   void ButUpDate_Click();
   void EventQTSt_OnStatusText(const std::string& text);
   void EventQTSt_PerformanceFollowingProcess(std::int16_t process);
+  // Makes this the stream whose events the dialog answers, null for none; an earlier one is not heard of any
+  // more and released. Raises nothing.
+  void EventQTSt(std::shared_ptr<cQTStreaming> stream);
 
   // snapshot/portfolio_exchange.cpp
   void ButExport_Click();
@@ -278,7 +296,9 @@ class frmMirelo : public forms::Form {
   std::int16_t ResultTag_ = 0;        // 77 or 78, set by the commit
   std::int16_t PrevColumnCount_ = 0;  // recognised headers of the table that was read; -1 for no table
   std::string VerticalFields_;  // comma list of the fields that the grid offers, the ticker column first
-  std::shared_ptr<cQTStreaming> EventQTSt_;  // while the list of sources is fetched
+  std::shared_ptr<cQTStreaming> EventQTSt_;  // while the list of sources is fetched; set by EventQTSt()
+  Event<const std::string&>::Cookie OnStatusTextCookie_ = 0;
+  Event<std::int16_t>::Cookie PerformanceFollowingProcessCookie_ = 0;
   std::unique_ptr<CFormRestore> Placement_;  // from Form_Load to the end
 };
 

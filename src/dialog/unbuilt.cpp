@@ -28,7 +28,6 @@ void frmMirelo::ButGo_Click() {}
 void frmMirelo::ButClose_Click() {}
 void frmMirelo::ButCancel_Click() {}
 void frmMirelo::TearDownStream() {}
-void frmMirelo::StoreColumnWidths() {}
 void frmMirelo::C1TTickersSettings_Click() {}
 void frmMirelo::chkBuildCharts_Click() {}
 void frmMirelo::chkChartStyle_Click() {}

@@ -22,7 +22,7 @@ frmMirelo::frmMirelo() : Form("frmMirelo", "Dovanta") {
   SubscribeHandlers();
 }
 
-frmMirelo::~frmMirelo() = default;
+frmMirelo::~frmMirelo() { EventQTSt(nullptr); }
 
 void frmMirelo::DesignControls() {
   ButDown.ToolTipText("Move Field Down");

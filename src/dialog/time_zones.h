@@ -1,0 +1,38 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+namespace mirelo {
+
+// A time zone that the dialog offers, and how many hours it lies ahead of US Eastern time.
+struct TimeZone {
+  const char* name;
+  const char* hours;
+};
+
+// In the order of ComDisplayTimezone.
+inline constexpr std::array<TimeZone, 17> kTimeZones{{
+    {"(ET-1)Us Central", "-1"},
+    {"(ET) US Eastern", "0"},
+    {"(ET+1) Argentina", "1"},
+    {"(ET+1) Brazil", "1"},
+    {"(ET+4) GMT -1 (MoneyAM BF)", "4"},
+    {"(ET+4) UTC", "4"},
+    {"(ET+5) Europe GMT(UK/Portugal,etc)", "5"},
+    {"(ET+5) GMT - No Daylight Savings", "5"},
+    {"(ET+6) Europe GET(France/Germany,etc)", "6"},
+    {"(ET+6) South Africa(Johannesburg)", "6"},
+    {"(ET+7) Europe EET(Finland/Greece)", "7"},
+    {"(ET+7) Middle East(Riyadh)", "7"},
+    {"(ET+9.5) India", "9.5"},
+    {"(ET+12) Singapore/Hong Kong", "12"},
+    {"(ET+13) Japan/Korea", "13"},
+    {"(ET+14) Australia(Sydney)", "14"},
+    {"(ET+16) New ZealandTicker", "16"},
+}};
+
+// The one zone with half an hour: hours and minutes are taken apart there, in place of its text.
+inline constexpr std::size_t kIndia = 12;
+
+}  // namespace mirelo
