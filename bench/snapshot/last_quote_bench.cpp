@@ -36,7 +36,11 @@ namespace {
 
 constexpr std::int32_t kBatch = 81;
 
-std::string Ticker(std::int32_t number) { return "TCK" + std::to_string(number); }
+// A server remembers each ticker that it was asked for, and grows slower with them as its memory leaves the
+// caches. That is not the cost that is looked for here, so the longest list repeats its tickers.
+constexpr std::int32_t kDistinctTickers = 8000;
+
+std::string Ticker(std::int32_t number) { return "TCK" + std::to_string(number % kDistinctTickers); }
 
 class TempFolder {
  public:

@@ -1,6 +1,10 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "automation/number.h"
 
@@ -10,6 +14,7 @@ namespace {
 
 constexpr int kSignificantDigits = 15;
 constexpr int kSmallestFixedExponent = -4;
+constexpr double kAboveFixedForm = 1e15;
 
 // A positive finite number as d.ddd times ten to the exponent: 1 to 15 digits without zeros at the end.
 struct Scientific {
@@ -65,6 +70,10 @@ std::string NumberText(double value) {
   if (value == 0) return "0";
   if (std::isnan(value)) return "1.#QNAN";
   if (std::isinf(value)) return "1.#INF";
+  // Most numbers are counts, and those need none of what follows.
+  if (value < kAboveFixedForm && value == std::floor(value)) {
+    return std::to_string(static_cast<std::int64_t>(value));
+  }
 
   const Scientific parts = Dissect(value);
   const bool too_small = parts.exponent < kSmallestFixedExponent ||
