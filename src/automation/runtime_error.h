@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace mirelo {
 
@@ -33,6 +34,17 @@ constexpr std::int32_t ErrorNumber(std::uint32_t bits) { return static_cast<std:
 // What is in flight inside a catch block, as a RuntimeError: itself when it is one, number 7 for exhausted
 // memory, number 440 with the exception's text for anything else.
 RuntimeError CurrentError();
+
+// Runs `body` and answers its result. Whatever fails in it is raised as the error that `make` makes: callers
+// of a component know one error for all that it does not name.
+template <class Make, class Body>
+decltype(auto) AnyFailureAs(Make&& make, Body&& body) {
+  try {
+    return std::forward<Body>(body)();
+  } catch (...) {
+    throw std::forward<Make>(make)();
+  }
+}
 
 // The errors of the automation run time, by their standard numbers and texts.
 namespace Errors {

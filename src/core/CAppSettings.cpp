@@ -17,16 +17,6 @@ using host::Registry;
 
 namespace {
 
-// Runs what may fail in ways that nobody foresaw; such a failure reaches the caller as the store's own.
-template <class Body>
-auto Guarded(Body&& body) {
-  try {
-    return body();
-  } catch (...) {
-    throw Errors::AppSettingsFailure();
-  }
-}
-
 Registry& TheRegistry() { return host::Host::Current().registry(); }
 
 // A key of the registry that is open for as long as its user has this.
@@ -133,17 +123,17 @@ void CAppSettings::Init(std::string_view company_name, std::string_view app_name
 
 void CAppSettings::AppName(std::string_view value) {
   if (value.empty()) throw Errors::InvalidAppName();
-  Guarded([&] { app_name_ = value; });
+  AnyFailureAs(Errors::AppSettingsFailure, [&] { app_name_ = value; });
 }
 
 void CAppSettings::CompanyName(std::string_view value) {
   if (value.empty()) throw Errors::InvalidCompanyName();
-  Guarded([&] { company_name_ = value; });
+  AnyFailureAs(Errors::AppSettingsFailure, [&] { company_name_ = value; });
 }
 
 void CAppSettings::MainBranch(std::string_view value) {
   if (value.empty()) throw Errors::InvalidMainBranch();
-  Guarded([&] { main_branch_ = value; });
+  AnyFailureAs(Errors::AppSettingsFailure, [&] { main_branch_ = value; });
 }
 
 void CAppSettings::RootKey(Handle value) {
@@ -152,7 +142,7 @@ void CAppSettings::RootKey(Handle value) {
 }
 
 void CAppSettings::DeleteSetting(std::string_view section, std::string_view key) {
-  const bool deleted = Guarded([&] {
+  const bool deleted = AnyFailureAs(Errors::AppSettingsFailure, [&] {
     std::string path = Path(section);
     if (!key.empty()) path.append("\\").append(TextToAnsi(key));
     return TheRegistry().RegDeleteKeyA(root_key_, path) == Registry::kSuccess;
@@ -187,7 +177,7 @@ bool CAppSettings::GetAllKeys(std::string_view section, Array<std::string>& keys
 
 Variant CAppSettings::GetSetting(std::string_view section, std::string_view key,
                                  const Variant& default_value) {
-  return Guarded([&]() -> Variant {
+  return AnyFailureAs(Errors::AppSettingsFailure, [&]() -> Variant {
     Registry& registry = TheRegistry();
     Handle handle = 0;
     if (registry.RegOpenKeyExA(root_key_, Path(section), Registry::kRead, handle) != Registry::kSuccess) {
@@ -205,7 +195,7 @@ Variant CAppSettings::GetSetting(std::string_view section, std::string_view key,
 }
 
 void CAppSettings::SaveSetting(std::string_view section, std::string_view key, Variant& value) {
-  const bool saved = Guarded([&] {
+  const bool saved = AnyFailureAs(Errors::AppSettingsFailure, [&] {
     Registry& registry = TheRegistry();
     Handle handle = 0;
     if (registry.RegCreateKeyExA(root_key_, Path(section), Registry::kAllAccess, handle) !=

@@ -141,12 +141,13 @@ class RecordCollection : public Object {
  private:
   template <class Body>
   auto Guarded(std::string_view routine, Body&& body) const {
-    try {
-      return body();
-    } catch (...) {
-      throw RuntimeError(ErrorNumber(0x80040064), std::string(class_.name) + " component failure",
-                         std::string(class_.source_prefix).append(class_.name).append(".").append(routine));
-    }
+    return AnyFailureAs(
+        [&] {
+          return RuntimeError(
+              ErrorNumber(0x80040064), std::string(class_.name) + " component failure",
+              std::string(class_.source_prefix).append(class_.name).append(".").append(routine));
+        },
+        std::forward<Body>(body));
   }
 
   static Reference New(std::string_view key) {

@@ -32,16 +32,6 @@ constexpr std::int16_t kStackIndent = 20;
 // The sizes of the version record, the long form first: an old system knows only the short one.
 constexpr std::int32_t kVersionRecordSizes[] = {156, 148};
 
-// Runs the body of a member. Callers know one error for all that can go wrong in it.
-template <class Body>
-decltype(auto) AsComponent(Body&& body) {
-  try {
-    return body();
-  } catch (...) {
-    throw Errors::ErrorHandlerFailure();
-  }
-}
-
 bool RunsOnNt() {
   for (const std::int32_t size : kVersionRecordSizes) {
     if (const auto platform = Host::Current().system().GetVersionExA(size)) {
@@ -73,7 +63,7 @@ void DeleteFile(const std::string& name) {
 }  // namespace
 
 CErrorHandler::CErrorHandler() {
-  AsComponent([&] { is_windows_nt_ = RunsOnNt(); });
+  AnyFailureAs(Errors::ErrorHandlerFailure, [&] { is_windows_nt_ = RunsOnNt(); });
 }
 
 void CErrorHandler::Init(std::int32_t ErrorHandlerActions, std::string ErrorLogFile, bool CallStackEnabled,
@@ -107,14 +97,14 @@ void CErrorHandler::TracingLogFile(std::string value) {
 }
 
 void CErrorHandler::CallStackPush(std::string_view Procedure, std::string_view Data) {
-  AsComponent([&] {
+  AnyFailureAs(Errors::ErrorHandlerFailure, [&] {
     call_stack_.push_back({std::string(Procedure), std::string(Data)});
     if (TracesToFile()) Trace("Entered", Procedure);
   });
 }
 
 void CErrorHandler::CallStackPop() {
-  AsComponent([&] {
+  AnyFailureAs(Errors::ErrorHandlerFailure, [&] {
     if (call_stack_.empty()) return;
     if (TracesToFile()) Trace("Exited", call_stack_.back().procedure);
     call_stack_.pop_back();
@@ -137,7 +127,7 @@ void CErrorHandler::Clear(bool ClearLogFile, bool ClearTracingLogFile) {
 }
 
 std::int32_t CErrorHandler::HandleError(std::string_view Procedure) {
-  return AsComponent([&] {
+  return AnyFailureAs(Errors::ErrorHandlerFailure, [&] {
     TakeFailureInFlight();
     const std::string report = Report(RoutineInError(Procedure));
     const auto acts = [&](std::int32_t action) { return (error_handler_actions_ & action) != 0; };

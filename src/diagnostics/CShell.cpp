@@ -25,15 +25,12 @@ void RaiseErrorOf(int result) {
   }
 }
 
-int Open(const std::string& url) try {
-  return host::Host::Current().desktop().ShellExecuteA("open", url);
-} catch (...) {
-  throw Errors::ShellFailure();
-}
-
 }  // namespace
 
-void CShell::OpenUrl(const std::string& Url) { RaiseErrorOf(Open(Url)); }
+void CShell::OpenUrl(const std::string& Url) {
+  RaiseErrorOf(AnyFailureAs(Errors::ShellFailure,
+                            [&] { return host::Host::Current().desktop().ShellExecuteA("open", Url); }));
+}
 
 namespace Errors {
 

@@ -37,11 +37,12 @@ constexpr std::uint32_t kTimeoutOptions[] = {
 // Runs a member's body. Whatever fails in it is raised as the component's one error, in the member's name.
 template <class Body>
 auto Member(const char* name, Body&& body) {
-  try {
-    return std::forward<Body>(body)();
-  } catch (...) {
-    throw RuntimeError(kComponentFailure, "WinInet component failure", std::string("Mirelo.WinInet.") + name);
-  }
+  return AnyFailureAs(
+      [&] {
+        return RuntimeError(kComponentFailure, "WinInet component failure",
+                            std::string("Mirelo.WinInet.") + name);
+      },
+      std::forward<Body>(body));
 }
 
 WinInetApi& Internet() { return host::Host::Current().internet(); }

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <new>
 #include <stdexcept>
 #include <string>
+
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
@@ -74,6 +77,29 @@ TEST(CurrentError, IsNumber440WithTheTextOfAnyOtherException) {
 TEST(CurrentError, IsNumber440ForWhatIsNoException) {
   EXPECT_EQ(Caught(5).Number(), 440);
   EXPECT_EQ(Caught(5).Description(), "Automation error");
+}
+
+RuntimeError Broken() { return RuntimeError(9, "Broken"); }
+
+TEST(AnyFailureAs, RaisesWhateverFailsAsThatError) {
+  const std::function<void()> failures[] = {
+      [] { throw Errors::TypeMismatch(); },
+      [] { throw std::logic_error("odd"); },
+      [] { throw 5; },
+  };
+  for (const auto& fails : failures) {
+    EXPECT_EQ(testing::NumberOf([&] { AnyFailureAs(Broken, fails); }), 9);
+  }
+}
+
+TEST(AnyFailureAs, AnswersWhatTheBodyAnswersAndMakesNoError) {
+  int number = 5;
+  const auto never = []() -> RuntimeError {
+    ADD_FAILURE() << "an error was made";
+    return Broken();
+  };
+  int& same = AnyFailureAs(never, [&]() -> int& { return number; });
+  EXPECT_EQ(&same, &number);
 }
 
 }  // namespace
