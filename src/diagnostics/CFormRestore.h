@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "automation/runtime_error.h"
@@ -35,17 +36,23 @@ class CFormRestore {
   bool NeverStartMinimized() const { return NeverStartMinimized_; }
   void NeverStartMinimized(bool value) { NeverStartMinimized_ = value; }
 
-  // Puts the form where it was saved. Error 0x80044499, "Object not properly initialized", without a store;
-  // the store's errors, and 13 for saved values that are no numbers.
+  // Puts the form where it was saved, or into the middle of the screen when that is wanted and nothing was
+  // saved. A form that is not shown stays hidden and gets the window state to open in; one of fixed size
+  // keeps its size. Saved texts that are no numbers count as 0.
+  //
+  // Error 0x80044499, "Object not properly initialized", without a store; the errors of store and desktop; 6
+  // for saved numbers that no window has.
   void GetPosition(forms::Form& form);
 
-  // Saves the form's place; nothing when the desktop does not know it. Errors as for GetPosition.
+  // Saves the form's place; nothing when the desktop does not know it. Errors as for GetPosition, but for 6.
   void SavePosition(forms::Form& form);
 
  private:
+  CAppSettings& Settings() const;
   std::string SectionOf(const forms::Form& form) const;
   host::WindowPlacement SavedPlacement(forms::Form& form, std::int32_t state) const;
-  void CenterPlacement(host::WindowPlacement& placement) const;
+  std::int32_t StateToRestore(forms::Form& form, std::int32_t state) const;
+  static void Center(forms::Form& form);
 
   CAppSettings* AppSettings_ = nullptr;
   bool CenteredByDefault_ = false;

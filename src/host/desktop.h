@@ -43,7 +43,7 @@ class Desktop {
   // Where a form's window is, or will be when it is shown; nothing where there are no windows.
   virtual std::optional<WindowPlacement> GetWindowPlacement(forms::Form& form) = 0;
   // Puts it there; false when that cannot be. A window always stays within reach: a place that lies off every
-  // screen is moved onto one.
+  // screen is moved onto one. A form that is not shown stays so, and opens in its own window state.
   virtual bool SetWindowPlacement(forms::Form& form, const WindowPlacement& placement) = 0;
   // The screen as a window: its `normal` is the whole desktop.
   virtual std::optional<WindowPlacement> GetDesktopPlacement() = 0;
