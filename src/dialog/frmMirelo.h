@@ -222,6 +222,8 @@ class frmMirelo : public forms::Form {
 
   // Stores the width of each grid column that has a header. Its statements are the calling routine's.
   void StoreColumnWidths(Frame& frame);
+  // The width that was stored for the column with this header.
+  std::int32_t StoredColumnWidth(const std::string& header, const char* default_width) const;
 
   // options.cpp
   void C1TTickersSettings_Click();
@@ -262,6 +264,10 @@ class frmMirelo : public forms::Form {
   void EnableUpDn();
   void MoveToLeft();
   void MoveToRight();
+
+  // ticker_grid.cpp
+  void LayOutFields(Frame& frame, bool keep);
+  void LayOutTickers(Frame& frame, bool keep);
 
   // ticker_buttons.cpp
   void ButAdd_Click();

@@ -7,10 +7,6 @@ namespace mirelo {
 void frmMirelo::Form_Load() {}
 void frmMirelo::Form_Activate() {}
 void frmMirelo::Form_Unload() {}
-void frmMirelo::AddTicker(const std::string&, std::int32_t&) {}
-void frmMirelo::FGVertical(bool) {}
-void frmMirelo::AddToFGColCharts() {}
-void frmMirelo::DeleteFromFGColCharts() {}
 void frmMirelo::AddListQuoteSource(const std::string&) {}
 bool frmMirelo::GetPortfolioTickersFromQT(Variant&) { return {}; }
 bool frmMirelo::AddPortfolioTickersToQT(const std::string&) { return {}; }
@@ -60,14 +56,6 @@ void frmMirelo::ListRight_DblClick() {}
 void frmMirelo::EnableUpDn() {}
 void frmMirelo::MoveToLeft() {}
 void frmMirelo::MoveToRight() {}
-void frmMirelo::ButAdd_Click() {}
-void frmMirelo::ButDel_Click() {}
-void frmMirelo::ButSort_Click() {}
-void frmMirelo::ButTickerUp_Click() {}
-void frmMirelo::ButTickerDown_Click() {}
-void frmMirelo::FG_Click() {}
-void frmMirelo::FG_BeforeEdit(std::int32_t, std::int32_t, bool&) {}
-void frmMirelo::FG_AfterEdit(std::int32_t, std::int32_t) {}
 void frmMirelo::ButUpDate_Click() {}
 void frmMirelo::EventQTSt_OnStatusText(const std::string&) {}
 void frmMirelo::EventQTSt_PerformanceFollowingProcess(std::int16_t) {}

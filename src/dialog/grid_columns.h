@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "diagnostics/routine.h"
+#include "forms/grid.h"
+
+namespace mirelo {
+
+// The ticker grid's columns. With vertical tables the fields start here; a ticker's tick cells lie to the
+// right of it.
+inline constexpr std::int32_t kFirstField = 2;
+inline constexpr const char* kTickerHeader = "Ticker";
+inline constexpr const char* kChartHeader = "Charts (Last & Volume)";  // the last column, while charts are on
+// The fields that a chart is made of.
+inline constexpr const char* kLastHeader = "Last";
+inline constexpr const char* kLastVolumeHeader = "LastVolume";
+
+// What a tick cell holds; an empty one is not ticked either.
+inline constexpr const char* kTicked = "-1";
+inline constexpr const char* kUnticked = "0";
+
+inline constexpr std::int32_t kNoColumn = -1;
+
+// The first field with this header, whatever its case; kNoColumn when there is none. Its statements are the
+// calling routine's.
+std::int32_t FindField(Frame& frame, const forms::Grid& grid, std::string_view header);
+
+}  // namespace mirelo

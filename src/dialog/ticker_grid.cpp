@@ -1,0 +1,130 @@
+// The tickers and the columns of the grid FG.
+
+#include <cstdint>
+#include <string>
+
+#include "automation/text.h"
+#include "diagnostics/routine.h"
+#include "dialog/frmMirelo.h"
+#include "dialog/grid_columns.h"
+
+namespace mirelo {
+
+namespace {
+
+using forms::Grid;
+
+constexpr const char* kWideColumn = "1700";
+constexpr const char* kFieldColumn = "800";
+
+// The first column is the fixed one, without a header.
+std::string FormatOfFields(const std::string& list) { return Replace("= |" + list, ",", "|"); }
+
+}  // namespace
+
+void frmMirelo::AddTicker(const std::string& ticker, std::int32_t& /*unused*/) {
+  Routine("Mirelo.frmMirelo.AddTicker", [&](Frame& frame) {
+    if (ticker.empty()) return frame.pop();
+
+    for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
+      if (frame.test([&] { return EqualText(FG.TextMatrix(row, TickerCol_), ticker); })) {
+        STEP(FG.Row(row));
+        return frame.pop();
+      }
+    }
+
+    STEP(FG.Rows(FG.Rows() + 1));
+    STEP(FG.TextMatrix(FG.Rows() - 1, TickerCol_, ticker));
+    STEP(FG.Row(FG.Rows() - 1));
+    if (frame.test([&] { return chkBuildCharts.Value() == 1; })) {
+      const std::int32_t charts = FindField(frame, FG, kChartHeader);
+      if (charts != kNoColumn) {
+        STEP(FG.Cell(Grid::kCellPicture, FG.Rows() - 1, charts, ImageChart.Picture()));
+      }
+    }
+    frame.pop();
+  });
+}
+
+void frmMirelo::FGVertical(bool keep) {
+  Routine("Mirelo.frmMirelo.FGVertical", [&](Frame& frame) {
+    if (frame.test([&] { return chkVerTable.Value() == 1; })) {
+      LayOutFields(frame, keep);
+    } else {
+      LayOutTickers(frame, keep);
+    }
+    frame.pop();
+  });
+}
+
+void frmMirelo::LayOutFields(Frame& frame, bool keep) {
+  STEP(FG.Editable(1));
+  STEP(FG.Cols(static_cast<std::int32_t>(Split(VerticalFields_, ",").size()) + 1));
+  STEP(FG.FixedCols(1));
+  if (keep) {
+    for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
+      STEP(FG.TextMatrix(row, TickerCol_, FG.TextMatrix(row, TickerCol_ - 1)));
+      STEP(FG.TextMatrix(row, TickerCol_ - 1, ""));
+    }
+  }
+  if (frame.test([&] { return chkBuildCharts.Value() == 1; })) {
+    STEP(FG.Cols(FG.Cols() + 1));
+    STEP(FG.FormatString(FormatOfFields(VerticalFields_ + "," + kChartHeader)));
+    STEP(FG.ColWidth(FG.Cols() - 1, StoredColumnWidth(kChartHeader, kWideColumn)));
+  } else {
+    STEP(FG.FormatString(FormatOfFields(VerticalFields_)));
+  }
+  STEP(FG.ColWidth(1, StoredColumnWidth(kTickerHeader, kWideColumn)));
+  // The column of charts is among these, so without a stored width it ends up as wide as a field.
+  for (const std::int32_t col : frame.loop([&] { return Bounds{kFirstField, FG.Cols() - 1}; })) {
+    STEP(FG.ColDataType(col, Grid::kBooleanColumn));
+    STEP(FG.ColWidth(col, StoredColumnWidth(FG.TextMatrix(0, col), kFieldColumn)));
+  }
+}
+
+void frmMirelo::LayOutTickers(Frame& frame, bool keep) {
+  STEP(FG.Editable(0));
+  if (keep) {
+    for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
+      STEP(FG.TextMatrix(row, TickerCol_, FG.TextMatrix(row, TickerCol_ + 1)));
+    }
+  }
+  STEP(FG.Cols(1));
+  STEP(FG.FixedCols(0));
+  STEP(FG.FormatString("= Ticker"));
+  STEP(FG.ColWidth(0, StoredColumnWidth(kTickerHeader, kWideColumn)));
+}
+
+void frmMirelo::AddToFGColCharts() {
+  Routine("Mirelo.frmMirelo.AddToFGColCharts", [&](Frame& frame) {
+    if (FindField(frame, FG, kChartHeader) != kNoColumn) return frame.pop();
+
+    STEP(FG.Cols(FG.Cols() + 1));
+    STEP(FG.TextMatrix(0, FG.Cols() - 1, kChartHeader));
+    for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
+      STEP(FG.Cell(Grid::kCellPicture, row, FG.Cols() - 1, ImageChart.Picture()));
+    }
+    STEP(FG.ColDataType(FG.Cols() - 1, Grid::kBooleanColumn));
+    frame.pop();
+  });
+}
+
+void frmMirelo::DeleteFromFGColCharts() {
+  Routine("Mirelo.frmMirelo.DeleteFromFGColCharts", [&](Frame& frame) {
+    const std::int32_t charts = FindField(frame, FG, kChartHeader);
+    if (charts == kNoColumn) return frame.pop();
+
+    if (frame.test([&] { return charts != FG.Cols() - 1; })) {
+      for (const std::int32_t row : frame.loop([&] { return Bounds{0, FG.Rows() - 1}; })) {
+        for (const std::int32_t col : frame.loop([&] { return Bounds{charts, FG.Cols() - 2}; })) {
+          STEP(FG.TextMatrix(row, col, FG.TextMatrix(row, col + 1)));
+          STEP(FG.Cell(Grid::kCellPicture, row, col, FG.Picture(row, col + 1)));
+        }
+      }
+    }
+    STEP(FG.Cols(FG.Cols() - 1));
+    frame.pop();
+  });
+}
+
+}  // namespace mirelo
