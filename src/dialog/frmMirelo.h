@@ -292,6 +292,9 @@ class frmMirelo : public forms::Form {
   // snapshot/portfolio_exchange.cpp
   void ButExport_Click();
   void ButImport_Click();
+  // Asks QuoteTracker for a resource, at the place that the dialog shows, and cuts the reply into lines. Its
+  // statements are the calling routine's. False when nothing answered, which the user was told.
+  bool FetchLines(Frame& frame, const std::string& resource, std::vector<std::string>& lines);
 
   CAppSettings* frmAppSettings_ = nullptr;
   cMirelo* Owner_ = nullptr;

@@ -7,9 +7,6 @@ namespace mirelo {
 void frmMirelo::Form_Load() {}
 void frmMirelo::Form_Activate() {}
 void frmMirelo::Form_Unload() {}
-void frmMirelo::AddListQuoteSource(const std::string&) {}
-bool frmMirelo::GetPortfolioTickersFromQT(Variant&) { return {}; }
-bool frmMirelo::AddPortfolioTickersToQT(const std::string&) { return {}; }
 bool frmMirelo::save_settings_and_create_table(bool) { return {}; }
 void frmMirelo::LoadTickers(std::string&, std::string&) {}
 void frmMirelo::GetListVerticFields() {}
@@ -56,10 +53,5 @@ void frmMirelo::ListRight_DblClick() {}
 void frmMirelo::EnableUpDn() {}
 void frmMirelo::MoveToLeft() {}
 void frmMirelo::MoveToRight() {}
-void frmMirelo::ButUpDate_Click() {}
-void frmMirelo::EventQTSt_OnStatusText(const std::string&) {}
-void frmMirelo::EventQTSt_PerformanceFollowingProcess(std::int16_t) {}
-void frmMirelo::ButExport_Click() {}
-void frmMirelo::ButImport_Click() {}
 
 }  // namespace mirelo

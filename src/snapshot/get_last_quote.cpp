@@ -11,11 +11,13 @@
 #include "automation/text.h"
 #include "automation/variant.h"
 #include "core/cMirelo.h"
+#include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "host/clock.h"
 #include "host/desktop.h"
 #include "host/host.h"
 #include "snapshot/column_vocabulary.h"
+#include "snapshot/messages.h"
 #include "snapshot/quote_line.h"
 
 namespace mirelo {
@@ -25,18 +27,13 @@ namespace {
 // A full batch holds 81 tickers: the counter is tested before the append.
 constexpr std::int32_t kBatchThreshold = 80;
 
-constexpr const char* kAdjustPort =
-    "Please adjust Dovanta HTTP Port parameter in accordance with the same parameter in QouteTracker -> "
-    "Preferences.";
 constexpr const char* kRetrievalError = "Data retrieval error.";
 
 // Second index of masPrevVolume.
 constexpr std::int32_t kPreviousVolume = 1;
 constexpr std::int32_t kPreviousDate = 2;
 
-void ShowMessage(const char* text) {
-  host::Host::Current().desktop().MessageBox(text, host::Desktop::kCritical, "Dovanta2");
-}
+void ShowFailure(const char* text) { ShowMessage(text, host::Desktop::kCritical); }
 
 double ToNumber(std::string_view text) {
   if (const std::optional<double> number = ParseNumber(text)) return *number;
@@ -115,7 +112,7 @@ void cMirelo::LastQuoteRun::Run(Variant& result) {
   STEP(facade.GetPortWebAddress(port, address));
   STEP(facade.GetDisplacementHourMinute(facade.displacement_hour_, facade.displacement_minute_));
   if (address.empty() || port == 0) {
-    STEP(ShowMessage(kAdjustPort));
+    STEP(ShowFailure(kAdjustPort));
     return;
   }
 
@@ -156,12 +153,12 @@ void cMirelo::LastQuoteRun::AppendTicker(std::int32_t index) {
 bool cMirelo::LastQuoteRun::ProcessBatch() {
   STEP(Fetch());
   if (ReplyText().empty()) {
-    STEP(ShowMessage(kRetrievalError));
+    STEP(ShowFailure(kRetrievalError));
     return false;
   }
   STEP(Split(ReplyText(), "\r\n", lines));
   if (frame.test([&] { return !EqualText(StatusLine(), "OK"); })) {
-    STEP(ShowMessage(kRetrievalError));
+    STEP(ShowFailure(kRetrievalError));
     return false;
   }
   STEP(StampBatch());

@@ -1,13 +1,102 @@
 // The list of quote sources in the settings dialog, and its refresh from QuoteTracker.
 
+#include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
+#include "automation/array.h"
+#include "automation/text.h"
+#include "automation/variant.h"
+#include "core/CAppSettings.h"
+#include "core/cMirelo.h"
+#include "core/mGlobal.h"
+#include "core/status_run_query.h"
+#include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "streaming/cQTStreaming.h"
+#include "streaming/first_sources.h"
+#include "streaming/messages.h"
 
 namespace mirelo {
+
+namespace {
+
+constexpr std::string_view kFirstSourceText = [] {
+  const auto is_first = [](const QuoteSourceRow& row) { return row.file == kFirstSourceFile; };
+  return std::find_if(kFirstSources.begin(), kFirstSources.end(), is_first)->text;
+}();
+
+}  // namespace
+
+void frmMirelo::AddListQuoteSource(const std::string& selected) {
+  Routine("Mirelo.frmMirelo.AddListQuoteSource", [&](Frame& frame) {
+    Array<std::string> names;
+    STEP(Store().GetAllKeys(kSourceListSection, names));
+    if (!names.IsAllocated()) {
+      for (const QuoteSourceRow& row : kFirstSources) {
+        STEP(Store().SaveSetting(kSourceListSection, row.text, Variant(row.file)));
+      }
+      STEP(Store().SaveSetting(kFirstSourceSection, kFirstSourceKey, Variant(kFirstSourceText)));
+      STEP(Store().GetAllKeys(kSourceListSection, names));
+    }
+
+    const std::string wanted(Trim(selected));
+    std::optional<std::string> found;
+    STEP(ComQuoteSource.Clear());
+    for (const std::int32_t i : frame.loop([&] { return Bounds{names.LBound(), names.UBound()}; })) {
+      if (frame.test([&] { return !wanted.empty() && EqualText(Trim(names(i)), wanted); })) {
+        STEP(found = names(i));
+      }
+      STEP(ComQuoteSource.AddItem(names(i)));
+    }
+    if (found) {
+      STEP(ComQuoteSource.Text(*found));
+    } else {
+      STEP(ComQuoteSource.Text(Store().GetSetting(kFirstSourceSection, kFirstSourceKey, "").ToText()));
+    }
+    frame.pop();
+  });
+}
+
+// Only starts the refresh; the stream's events bring the rest.
+void frmMirelo::ButUpDate_Click() {
+  Routine("Mirelo.frmMirelo.ButUpDate_Click", [&](Frame& frame) {
+    STEP(lblStatus.Caption(""));
+    STEP(EventQTSt(std::make_shared<cQTStreaming>()));
+    // Another refresh may begin while connect shows a message.
+    const std::shared_ptr<cQTStreaming> stream = EventQTSt_;
+    STEP(mGlobal::SetStreamingObject(stream));
+    STEP(Referred(stream.get()).Owner(&Facade()));
+    STEP(Facade().StatusRunWorkQT(Status_ENUMSOURCES_L1));
+    STEP(Referred(stream.get()).connect());
+    frame.pop();
+  });
+}
+
+void frmMirelo::EventQTSt_OnStatusText(const std::string& text) {
+  Routine("Mirelo.frmMirelo.EventQTSt_OnStatusText", [&](Frame& frame) {
+    STEP(lblStatus.Caption(text));
+    frame.pop();
+  });
+}
+
+void frmMirelo::EventQTSt_PerformanceFollowingProcess(std::int16_t process) {
+  constexpr std::int16_t kEnd = 0;
+  constexpr std::int16_t kSourcesStored = 1;
+  Routine("Mirelo.frmMirelo.EventQTSt_PerformanceFollowingProcess", [&](Frame& frame) {
+    if (process == kEnd || process == kSourcesStored) {
+      STEP(Referred(EventQTSt_.get()).DisConnect());
+      STEP(mGlobal::SetStreamingObject(nullptr));
+      STEP(EventQTSt(nullptr));
+    }
+    if (process == kSourcesStored) STEP(AddListQuoteSource(""));
+    frame.pop();
+  });
+}
 
 void frmMirelo::EventQTSt(std::shared_ptr<cQTStreaming> stream) {
   if (EventQTSt_) {
