@@ -3,7 +3,8 @@
 #   mirelo_room(file...)                                 sources of a subsystem room, part of the library mirelo
 #   mirelo_library(NAME SOURCES file... [LINK target...])   values, ports or an adapter: static, named mirelo_NAME
 #   mirelo_program(NAME SOURCES file... [LINK target...])   an executable in bin/
-#   mirelo_test(NAME SOURCES file... [LINK target...])      a GoogleTest program whose cases CTest runs one by one
+#   mirelo_test(NAME [QT] SOURCES file... [LINK target...]) a GoogleTest program whose cases CTest runs one by one;
+#                                                        QT for one that includes headers of Qt
 #   mirelo_bench(NAME SOURCES file... [LINK target...])     a Google Benchmark program
 #   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program
 
@@ -50,11 +51,16 @@ function(mirelo_program NAME)
 endfunction()
 
 function(mirelo_test NAME)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "QT" "" "SOURCES;LINK" ${ARGN})
   add_executable(test_${NAME} ${ARG_SOURCES})
   target_include_directories(test_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(test_${NAME} PRIVATE mirelo_options ${ARG_LINK} GTest::gmock_main)
-  target_precompile_headers(test_${NAME} REUSE_FROM mirelo_test_precompiled)
+  # Qt has its users compiled with other flags, for which a precompiled header is of no use to others.
+  set(precompiled mirelo_test_precompiled)
+  if(ARG_QT)
+    string(APPEND precompiled _qt)
+  endif()
+  target_precompile_headers(test_${NAME} REUSE_FROM ${precompiled})
   gtest_discover_tests(test_${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endfunction()
 

@@ -65,7 +65,11 @@ Rooms Allowed(const std::string& room) {
     rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
     return rooms;
   }
-  if (room.rfind("adapters/", 0) == 0) return kBelowSubsystems;
+  if (room.rfind("adapters/", 0) == 0) {
+    Rooms rooms = kBelowSubsystems;
+    if (room == "adapters/qt") rooms.insert("adapters/poll");  // the steps of its loop
+    return rooms;
+  }
   return {};  // asked only for the rooms above: app and quotetracker choose freely
 }
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "poll/socket_pair.h"
+#include "support/socket_pair.h"
 
 namespace mirelo::testing {
 namespace {
@@ -55,7 +55,7 @@ TEST(ManualLoop, SkipsWaitsWhenAllowed) {
 
 TEST(ManualLoop, HandlesDescriptorsWhileTimeStandsStill) {
   ManualLoop loop;
-  poll::SocketPair pair;
+  SocketPair pair;
   bool timer = false;
   std::string bytes;
   loop.StartTimer(milliseconds(1), [&] { timer = true; });

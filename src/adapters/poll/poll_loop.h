@@ -1,10 +1,13 @@
 #pragma once
 
+#include <poll.h>
+
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "adapters/poll/timer_queue.h"
 #include "adapters/poll/watch_list.h"
@@ -45,6 +48,8 @@ class PollLoop final : public host::MessageLoop {
   std::size_t WatchCount() const { return watches_.Count(); }
   // When the first timer falls due; nothing without timers.
   std::optional<Time> NextTimer() const { return timers_.Next(); }
+  // What the next step asks of which descriptors, as poll(2) takes it: for a loop that waits in its own way.
+  const std::vector<pollfd>& Polled() const { return watches_.Polled(); }
 
  private:
   void Step(int timeout);

@@ -53,6 +53,8 @@ class WatchList {
   std::vector<Ready> Poll(int timeout);
 
   std::size_t Count() const { return watches_.size(); }
+  // The array that poll(2) takes, which passes over negative descriptors.
+  const std::vector<pollfd>& Polled() const { return slots_; }
   // Ends all watches. Their handlers may call Remove while they are destroyed.
   void Clear();
 

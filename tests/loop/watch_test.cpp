@@ -1,6 +1,4 @@
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/time.h>
 
 #include <algorithm>
 #include <iterator>
@@ -10,17 +8,33 @@
 #include <string>
 #include <vector>
 
-#include "adapters/poll/poll_loop.h"
-#include "poll/socket_pair.h"
+#include "loop/tested_loops.h"
+#include "support/socket_pair.h"
 
-namespace mirelo::poll {
+namespace mirelo {
 namespace {
 
-constexpr unsigned kRead = PollLoop::kRead;
-constexpr unsigned kWrite = PollLoop::kWrite;
+using host::MessageLoop;
+using testing::SocketPair;
 
-TEST(Watch, HandsAReadyDescriptorToItsHandlerOnceAStep) {
-  PollLoop loop;
+constexpr unsigned kRead = MessageLoop::kRead;
+constexpr unsigned kWrite = MessageLoop::kWrite;
+
+template <class Loop>
+using Watch = LoopTest<Loop>;
+TYPED_TEST_SUITE(Watch, TestedLoops, LoopNames);
+template <class Loop>
+using Tokens = LoopTest<Loop>;
+TYPED_TEST_SUITE(Tokens, TestedLoops, LoopNames);
+template <class Loop>
+using Handlers = LoopTest<Loop>;
+TYPED_TEST_SUITE(Handlers, TestedLoops, LoopNames);
+template <class Loop>
+using RunUntil = LoopTest<Loop>;
+TYPED_TEST_SUITE(RunUntil, TestedLoops, LoopNames);
+
+TYPED_TEST(Watch, HandsAReadyDescriptorToItsHandlerOnceAStep) {
+  TypeParam loop;
   SocketPair pair;
   int calls = 0;
   loop.Watch(pair.near, kRead, [&](unsigned ready) {
@@ -36,7 +50,7 @@ TEST(Watch, HandsAReadyDescriptorToItsHandlerOnceAStep) {
   EXPECT_EQ(calls, 2);
 }
 
-TEST(Watch, TellsOnlyWhatWasAskedFor) {
+TYPED_TEST(Watch, TellsOnlyWhatWasAskedFor) {
   struct Case {
     const char* name;
     unsigned interest;
@@ -53,7 +67,7 @@ TEST(Watch, TellsOnlyWhatWasAskedFor) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    PollLoop loop;
+    TypeParam loop;
     SocketPair pair;
     unsigned seen = 0;
     loop.Watch(pair.near, c.interest, [&](unsigned ready) { seen = ready; });
@@ -63,10 +77,10 @@ TEST(Watch, TellsOnlyWhatWasAskedFor) {
   }
 }
 
-TEST(Watch, CountsAHangUpAsWhateverWasAskedFor) {
+TYPED_TEST(Watch, CountsAHangUpAsWhateverWasAskedFor) {
   for (const unsigned interest : {kRead, kWrite, kRead | kWrite}) {
     SCOPED_TRACE(interest);
-    PollLoop loop;
+    TypeParam loop;
     SocketPair pair;
     unsigned seen = 0;
     loop.Watch(pair.near, interest, [&](unsigned ready) { seen = ready; });
@@ -76,8 +90,8 @@ TEST(Watch, CountsAHangUpAsWhateverWasAskedFor) {
   }
 }
 
-TEST(Watch, WithoutInterestIsNotCalledForAHangUpEither) {
-  PollLoop loop;
+TYPED_TEST(Watch, WithoutInterestIsNotCalledForAHangUpEither) {
+  TypeParam loop;
   SocketPair pair;
   int calls = 0;
   const auto token = loop.Watch(pair.near, 0, [&](unsigned) { ++calls; });
@@ -89,11 +103,11 @@ TEST(Watch, WithoutInterestIsNotCalledForAHangUpEither) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST(Watch, FollowsRewatchWithinTheSameStep) {
-  PollLoop loop;
+TYPED_TEST(Watch, FollowsRewatchWithinTheSameStep) {
+  TypeParam loop;
   SocketPair a, b;
   std::vector<std::string> calls;
-  PollLoop::Token token_b = 0;
+  MessageLoop::Token token_b = 0;
   loop.Watch(a.near, kRead, [&](unsigned) {
     calls.push_back("a");
     loop.Rewatch(token_b, 0);
@@ -105,10 +119,10 @@ TEST(Watch, FollowsRewatchWithinTheSameStep) {
   EXPECT_EQ(calls, std::vector<std::string>{"a"});
 }
 
-TEST(Watch, EndedByAnotherHandlerOfTheSameStepIsNotCalled) {
-  PollLoop loop;
+TYPED_TEST(Watch, EndedByAnotherHandlerOfTheSameStepIsNotCalled) {
+  TypeParam loop;
   SocketPair a, b;
-  PollLoop::Token token_a = 0, token_b = 0;
+  MessageLoop::Token token_a = 0, token_b = 0;
   std::vector<std::string> calls;
   token_a = loop.Watch(a.near, kRead, [&](unsigned) {
     calls.push_back("one");
@@ -126,11 +140,11 @@ TEST(Watch, EndedByAnotherHandlerOfTheSameStepIsNotCalled) {
   EXPECT_EQ(loop.WatchCount(), 1u);
 }
 
-TEST(Watch, AddedByAHandlerIsFirstCalledInTheNextStep) {
-  PollLoop loop;
+TYPED_TEST(Watch, AddedByAHandlerIsFirstCalledInTheNextStep) {
+  TypeParam loop;
   SocketPair a, b;
   int calls = 0;
-  PollLoop::Token token_a = 0;
+  MessageLoop::Token token_a = 0;
   token_a = loop.Watch(a.near, kRead, [&](unsigned) {
     loop.Unwatch(token_a);
     loop.Watch(b.near, kRead, [&](unsigned) { ++calls; });
@@ -143,12 +157,12 @@ TEST(Watch, AddedByAHandlerIsFirstCalledInTheNextStep) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST(Watch, MayBeEndedByItsOwnHandlerWhichLivesUntilItReturns) {
-  PollLoop loop;
+TYPED_TEST(Watch, MayBeEndedByItsOwnHandlerWhichLivesUntilItReturns) {
+  TypeParam loop;
   SocketPair pair;
   auto owned = std::make_shared<std::string>("alive");
   const std::weak_ptr<std::string> life = owned;
-  PollLoop::Token token = 0;
+  MessageLoop::Token token = 0;
   std::string seen;
   token = loop.Watch(pair.near, kRead, [&loop, &token, &seen, owned = std::move(owned)](unsigned) {
     loop.Unwatch(token);
@@ -161,8 +175,8 @@ TEST(Watch, MayBeEndedByItsOwnHandlerWhichLivesUntilItReturns) {
   loop.Yield();
 }
 
-TEST(Watch, OfADescriptorClosedUnderneathIsDroppedInsteadOfSpunOn) {
-  PollLoop loop;
+TYPED_TEST(Watch, OfADescriptorClosedUnderneathIsDroppedInsteadOfSpunOn) {
+  TypeParam loop;
   SocketPair pair;
   int calls = 0;
   loop.Watch(pair.near, kRead, [&](unsigned) { ++calls; });
@@ -172,8 +186,8 @@ TEST(Watch, OfADescriptorClosedUnderneathIsDroppedInsteadOfSpunOn) {
   EXPECT_EQ(loop.WatchCount(), 0u);
 }
 
-TEST(Watch, OfANumberThatCameBackTakesThePlaceOfTheFormer) {
-  PollLoop loop;
+TYPED_TEST(Watch, OfANumberThatCameBackTakesThePlaceOfTheFormer) {
+  TypeParam loop;
   SocketPair pair;
   std::vector<std::string> calls;
   const auto former = loop.Watch(pair.near, kRead, [&](unsigned) { calls.push_back("former"); });
@@ -185,8 +199,8 @@ TEST(Watch, OfANumberThatCameBackTakesThePlaceOfTheFormer) {
   EXPECT_EQ(calls, (std::vector<std::string>{"new", "new"}));
 }
 
-TEST(Watch, IgnoresUnknownTokens) {
-  PollLoop loop;
+TYPED_TEST(Watch, IgnoresUnknownTokens) {
+  TypeParam loop;
   loop.Unwatch(0);
   loop.Unwatch(12345);
   loop.Rewatch(12345, kRead);
@@ -195,13 +209,13 @@ TEST(Watch, IgnoresUnknownTokens) {
   EXPECT_EQ(loop.WatchCount(), 0u);
 }
 
-TEST(Tokens, AreNeverZeroNorUsedTwiceWhetherWatchOrTimer) {
-  PollLoop loop;
+TYPED_TEST(Tokens, AreNeverZeroNorUsedTwiceWhetherWatchOrTimer) {
+  TypeParam loop;
   SocketPair pair;
-  std::set<PollLoop::Token> seen;
+  std::set<MessageLoop::Token> seen;
   for (int i = 0; i < 100; ++i) {
     const auto watch = loop.Watch(pair.near, kRead, [](unsigned) {});
-    const auto timer = loop.StartTimer(PollLoop::Milliseconds(0), [] {});
+    const auto timer = loop.StartTimer(MessageLoop::Milliseconds(0), [] {});
     EXPECT_TRUE(seen.insert(watch).second);
     EXPECT_TRUE(seen.insert(timer).second);
     loop.Unwatch(watch);
@@ -210,10 +224,10 @@ TEST(Tokens, AreNeverZeroNorUsedTwiceWhetherWatchOrTimer) {
   EXPECT_EQ(seen.count(0), 0u);
 }
 
-TEST(Watch, OfHundredsOfDescriptorsReachesEachOne) {
-  PollLoop loop;
+TYPED_TEST(Watch, OfHundredsOfDescriptorsReachesEachOne) {
+  TypeParam loop;
   std::vector<std::unique_ptr<SocketPair>> pairs;
-  std::vector<PollLoop::Token> tokens;
+  std::vector<MessageLoop::Token> tokens;
   std::set<int> called;
   for (int i = 0; i < 300; ++i) {
     pairs.push_back(std::make_unique<SocketPair>());
@@ -232,8 +246,8 @@ TEST(Watch, OfHundredsOfDescriptorsReachesEachOne) {
   EXPECT_EQ(called, expected);
 }
 
-TEST(Handlers, MayThrowAndTheLoopGoesOn) {
-  PollLoop loop;
+TYPED_TEST(Handlers, MayThrowAndTheLoopGoesOn) {
+  TypeParam loop;
   SocketPair a, b;
   int good_calls = 0;
   loop.Watch(a.near, kRead, [&](unsigned) {
@@ -255,16 +269,16 @@ TEST(Handlers, MayThrowAndTheLoopGoesOn) {
 
 // Ends a watch of the loop when the last handler that holds it is destroyed.
 struct Ending {
-  explicit Ending(PollLoop& of, PollLoop::Token watch = 0) : loop(of), other(watch) {}
+  explicit Ending(MessageLoop& of, MessageLoop::Token watch = 0) : loop(of), other(watch) {}
   ~Ending() { loop.Unwatch(other); }
-  PollLoop& loop;
-  PollLoop::Token other;
+  MessageLoop& loop;
+  MessageLoop::Token other;
 };
 
-TEST(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
-  PollLoop loop;
+TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
+  TypeParam loop;
   SocketPair a, b, c;
-  const auto hold = [&](PollLoop::Token other) { return std::make_shared<Ending>(loop, other); };
+  const auto hold = [&](MessageLoop::Token other) { return std::make_shared<Ending>(loop, other); };
   const auto watch_a = loop.Watch(a.near, kRead, [](unsigned) {});
   const auto watch_b = loop.Watch(b.near, kRead, [end = hold(watch_a)](unsigned) {});
   const auto watch_c = loop.Watch(c.near, kRead, [end = hold(watch_b)](unsigned) {});
@@ -273,38 +287,21 @@ TEST(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
   EXPECT_EQ(loop.WatchCount(), 0u);
 }
 
-TEST(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
+TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
   SocketPair pairs[8];
   std::vector<std::shared_ptr<Ending>> endings;
-  PollLoop loop;
+  TypeParam loop;
   std::generate_n(std::back_inserter(endings), 8, [&] { return std::make_shared<Ending>(loop); });
   for (std::size_t i = 0; i < 8; ++i) {
     endings[(i + 3) % 8]->other = loop.Watch(pairs[i].near, kRead, [end = endings[i]](unsigned) {});
   }
-  loop.StartTimer(PollLoop::Milliseconds(1000), [end = endings[0]] {});
+  loop.StartTimer(MessageLoop::Milliseconds(1000), [end = endings[0]] {});
   endings.clear();
   EXPECT_EQ(loop.WatchCount(), 8u);
 }
 
-TEST(RunUntil, AsksAgainAfterASignal) {
-  static volatile sig_atomic_t signalled;
-  signalled = 0;
-  struct sigaction action = {}, former = {};
-  action.sa_handler = [](int) { signalled = 1; };
-  ASSERT_EQ(::sigaction(SIGALRM, &action, &former), 0);
-  PollLoop loop;
-  // Repeated, since one signal could come between the question and the wait.
-  const itimerval often = {{0, 2000}, {0, 2000}};
-  const itimerval never = {};
-  ::setitimer(ITIMER_REAL, &often, nullptr);
-  loop.RunUntil([] { return signalled != 0; });
-  ::setitimer(ITIMER_REAL, &never, nullptr);
-  ::sigaction(SIGALRM, &former, nullptr);
-  EXPECT_EQ(signalled, 1);
-}
-
-TEST(RunUntil, ReturnsAtOnceWhenDoneAlready) {
-  PollLoop loop;
+TYPED_TEST(RunUntil, ReturnsAtOnceWhenDoneAlready) {
+  TypeParam loop;
   SocketPair pair;
   int calls = 0;
   loop.Watch(pair.near, kRead, [&](unsigned) { ++calls; });
@@ -314,4 +311,4 @@ TEST(RunUntil, ReturnsAtOnceWhenDoneAlready) {
 }
 
 }  // namespace
-}  // namespace mirelo::poll
+}  // namespace mirelo

@@ -6,18 +6,37 @@
 #include <string>
 #include <vector>
 
-#include "adapters/poll/poll_loop.h"
-#include "poll/socket_pair.h"
+#include "loop/tested_loops.h"
+#include "support/socket_pair.h"
 
-namespace mirelo::poll {
+namespace mirelo {
 namespace {
 
-using Words = std::vector<std::string>;
-constexpr unsigned kRead = PollLoop::kRead;
-constexpr PollLoop::Milliseconds kAtOnce{0};
+using host::MessageLoop;
+using testing::SocketPair;
 
-TEST(NestedYield, HandlesMoreBytesOfTheSameDescriptor) {
-  PollLoop loop;
+using Words = std::vector<std::string>;
+constexpr unsigned kRead = MessageLoop::kRead;
+constexpr MessageLoop::Milliseconds kAtOnce{0};
+
+template <class Loop>
+using NestedYield = LoopTest<Loop>;
+TYPED_TEST_SUITE(NestedYield, TestedLoops, LoopNames);
+template <class Loop>
+using NestedRunUntil = LoopTest<Loop>;
+TYPED_TEST_SUITE(NestedRunUntil, TestedLoops, LoopNames);
+template <class Loop>
+using NestedHandler = LoopTest<Loop>;
+TYPED_TEST_SUITE(NestedHandler, TestedLoops, LoopNames);
+template <class Loop>
+using NestLimit = LoopTest<Loop>;
+TYPED_TEST_SUITE(NestLimit, TestedLoops, LoopNames);
+template <class Loop>
+using NestedThrow = LoopTest<Loop>;
+TYPED_TEST_SUITE(NestedThrow, TestedLoops, LoopNames);
+
+TYPED_TEST(NestedYield, HandlesMoreBytesOfTheSameDescriptor) {
+  TypeParam loop;
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) {
@@ -34,8 +53,8 @@ TEST(NestedYield, HandlesMoreBytesOfTheSameDescriptor) {
   EXPECT_EQ(log, (Words{"begin 1", "begin 2", "end 2", "end 1"}));
 }
 
-TEST(NestedYield, FiresTimersInsideAHandler) {
-  PollLoop loop;
+TYPED_TEST(NestedYield, FiresTimersInsideAHandler) {
+  TypeParam loop;
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) {
@@ -49,8 +68,8 @@ TEST(NestedYield, FiresTimersInsideAHandler) {
   EXPECT_EQ(log, (Words{"timer", "after yield"}));
 }
 
-TEST(NestedYield, HandlesDescriptorsInsideATimer) {
-  PollLoop loop;
+TYPED_TEST(NestedYield, HandlesDescriptorsInsideATimer) {
+  TypeParam loop;
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) { log.push_back("bytes " + pair.Read()); });
@@ -63,8 +82,8 @@ TEST(NestedYield, HandlesDescriptorsInsideATimer) {
   EXPECT_EQ(log, (Words{"bytes x", "timer"}));
 }
 
-TEST(NestedYield, LeavesNothingStaleToTheStepAroundIt) {
-  PollLoop loop;
+TYPED_TEST(NestedYield, LeavesNothingStaleToTheStepAroundIt) {
+  TypeParam loop;
   SocketPair a, b;
   int calls_without_bytes = 0;
   int calls = 0;
@@ -82,8 +101,8 @@ TEST(NestedYield, LeavesNothingStaleToTheStepAroundIt) {
   EXPECT_EQ(calls_without_bytes, 0);
 }
 
-TEST(NestedYield, FiresTheRestOfTheTimersThatTheOuterStepHadFoundDue) {
-  PollLoop loop;
+TYPED_TEST(NestedYield, FiresTheRestOfTheTimersThatTheOuterStepHadFoundDue) {
+  TypeParam loop;
   Words log;
   loop.StartTimer(kAtOnce, [&] {
     log.push_back("first begins");
@@ -95,8 +114,8 @@ TEST(NestedYield, FiresTheRestOfTheTimersThatTheOuterStepHadFoundDue) {
   EXPECT_EQ(log, (Words{"first begins", "second", "first ends"}));
 }
 
-TEST(NestedRunUntil, MayEndWhileTheOuterGoesOn) {
-  PollLoop loop;
+TYPED_TEST(NestedRunUntil, MayEndWhileTheOuterGoesOn) {
+  TypeParam loop;
   SocketPair pair;
   Words log;
   bool inner_done = false, outer_done = false;
@@ -117,8 +136,8 @@ TEST(NestedRunUntil, MayEndWhileTheOuterGoesOn) {
   EXPECT_EQ(log, (Words{"1", "2", "inner left", "3"}));
 }
 
-TEST(NestedRunUntil, KeepsTheOuterWaitingThatIsDoneBeforeIt) {
-  PollLoop loop;
+TYPED_TEST(NestedRunUntil, KeepsTheOuterWaitingThatIsDoneBeforeIt) {
+  TypeParam loop;
   SocketPair pair;
   Words log;
   bool inner_done = false, outer_done = false;
@@ -141,11 +160,11 @@ TEST(NestedRunUntil, KeepsTheOuterWaitingThatIsDoneBeforeIt) {
   EXPECT_EQ(log, (Words{"1", "2", "inner left"}));
 }
 
-TEST(NestedHandler, MayEndAndCloseWhatAnOuterFrameOfItsOwnIsUsing) {
-  PollLoop loop;
+TYPED_TEST(NestedHandler, MayEndAndCloseWhatAnOuterFrameOfItsOwnIsUsing) {
+  TypeParam loop;
   SocketPair pair;
   Words log;
-  PollLoop::Token token = 0;
+  MessageLoop::Token token = 0;
   auto owned = std::make_shared<std::string>("still here");
   const std::weak_ptr<std::string> life = owned;
   token = loop.Watch(pair.near, kRead, [&loop, &pair, &log, &token, owned = std::move(owned)](unsigned) {
@@ -166,15 +185,15 @@ TEST(NestedHandler, MayEndAndCloseWhatAnOuterFrameOfItsOwnIsUsing) {
   EXPECT_TRUE(life.expired());
 }
 
-TEST(NestedHandler, OfANumberThatCameBackIsNotTakenForTheFormer) {
-  PollLoop loop;
+TYPED_TEST(NestedHandler, OfANumberThatCameBackIsNotTakenForTheFormer) {
+  TypeParam loop;
   auto pair = std::make_unique<SocketPair>();
   SocketPair trigger;
   std::unique_ptr<SocketPair> other;
   int former_calls = 0, new_calls = 0;
   const int number = pair->near;
   // Registered first, hence handled first: it replaces the socket that the step has found ready as well.
-  PollLoop::Token former = 0;
+  MessageLoop::Token former = 0;
   loop.Watch(trigger.near, kRead, [&](unsigned) {
     trigger.Read();
     loop.Unwatch(former);
@@ -191,8 +210,8 @@ TEST(NestedHandler, OfANumberThatCameBackIsNotTakenForTheFormer) {
   EXPECT_EQ(new_calls, 0) << "readiness of the former socket says nothing of the new one";
 }
 
-TEST(NestLimit, LeavesAFloodingDescriptorUnwatchedUntilItsHandlersUnwind) {
-  PollLoop loop;
+TYPED_TEST(NestLimit, LeavesAFloodingDescriptorUnwatchedUntilItsHandlersUnwind) {
+  TypeParam loop;
   SocketPair pair;
   int depth = 0, deepest = 0;
   std::size_t received = 0;
@@ -205,21 +224,21 @@ TEST(NestLimit, LeavesAFloodingDescriptorUnwatchedUntilItsHandlersUnwind) {
   });
   pair.Write(std::string(100, 'x'));
   loop.Yield();
-  EXPECT_EQ(deepest, PollLoop::kNestLimit);
+  EXPECT_EQ(deepest, MessageLoop::kNestLimit);
   loop.RunUntil([&] { return received == 100; });
-  EXPECT_EQ(deepest, PollLoop::kNestLimit);
+  EXPECT_EQ(deepest, MessageLoop::kNestLimit);
   EXPECT_EQ(depth, 0);
 }
 
-TEST(NestLimit, KeepsOtherDescriptorsAndTimersServed) {
-  PollLoop loop;
+TYPED_TEST(NestLimit, KeepsOtherDescriptorsAndTimersServed) {
+  TypeParam loop;
   SocketPair flood, quiet;
   int depth = 0;
   bool timer_fired = false;
   std::string heard;
   loop.Watch(flood.near, kRead, [&](unsigned) {
     flood.Read(1);
-    if (++depth == PollLoop::kNestLimit) {
+    if (++depth == MessageLoop::kNestLimit) {
       quiet.Write("heard");
       loop.StartTimer(kAtOnce, [&] { timer_fired = true; });
       loop.RunUntil([&] { return timer_fired && !heard.empty(); });
@@ -234,29 +253,29 @@ TEST(NestLimit, KeepsOtherDescriptorsAndTimersServed) {
   EXPECT_EQ(heard, "heard");
 }
 
-TEST(NestLimit, IsCountedDownWhenHandlersThrow) {
-  PollLoop loop;
+TYPED_TEST(NestLimit, IsCountedDownWhenHandlersThrow) {
+  TypeParam loop;
   SocketPair pair;
   int depth = 0;
   loop.Watch(pair.near, kRead, [&](unsigned) {
     pair.Read(1);
-    if (++depth == PollLoop::kNestLimit) throw std::runtime_error("deep");
+    if (++depth == MessageLoop::kNestLimit) throw std::runtime_error("deep");
     loop.Yield();
   });
   for (int round = 0; round < 3; ++round) {
     SCOPED_TRACE(round);
     depth = 0;
-    pair.Write(std::string(PollLoop::kNestLimit, 'x'));
+    pair.Write(std::string(MessageLoop::kNestLimit, 'x'));
     EXPECT_THROW(loop.Yield(), std::runtime_error);
-    EXPECT_EQ(depth, PollLoop::kNestLimit);
+    EXPECT_EQ(depth, MessageLoop::kNestLimit);
   }
 }
 
-TEST(NestLimit, HoldsWhenInterestIsChangedMeanwhile) {
-  PollLoop loop;
+TYPED_TEST(NestLimit, HoldsWhenInterestIsChangedMeanwhile) {
+  TypeParam loop;
   SocketPair pair;
   int depth = 0, deepest = 0;
-  PollLoop::Token token = 0;
+  MessageLoop::Token token = 0;
   token = loop.Watch(pair.near, kRead, [&](unsigned) {
     deepest = std::max(deepest, ++depth);
     pair.Read(1);
@@ -266,11 +285,11 @@ TEST(NestLimit, HoldsWhenInterestIsChangedMeanwhile) {
   });
   pair.Write(std::string(40, 'x'));
   loop.Yield();
-  EXPECT_EQ(deepest, PollLoop::kNestLimit);
+  EXPECT_EQ(deepest, MessageLoop::kNestLimit);
 }
 
-TEST(NestedThrow, LeavesTheYieldThatCalledTheHandlerOnly) {
-  PollLoop loop;
+TYPED_TEST(NestedThrow, LeavesTheYieldThatCalledTheHandlerOnly) {
+  TypeParam loop;
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) {
@@ -289,4 +308,4 @@ TEST(NestedThrow, LeavesTheYieldThatCalledTheHandlerOnly) {
 }
 
 }  // namespace
-}  // namespace mirelo::poll
+}  // namespace mirelo

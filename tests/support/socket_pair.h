@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-namespace mirelo::poll {
+namespace mirelo::testing {
 
 // Two connected, non-blocking sockets: a test writes into `far`, the loop watches `near`.
 struct SocketPair {
@@ -47,4 +47,4 @@ struct SocketPair {
   }
 };
 
-}  // namespace mirelo::poll
+}  // namespace mirelo::testing

@@ -10,17 +10,21 @@
 #include <random>
 #include <string>
 
-#include "adapters/poll/poll_loop.h"
-#include "poll/socket_pair.h"
+#include "loop/tested_loops.h"
+#include "support/socket_pair.h"
 
-namespace mirelo::poll {
+namespace mirelo {
 namespace {
+
+using host::MessageLoop;
+using testing::SocketPair;
 
 using std::chrono::milliseconds;
 
 // Handlers of four descriptors and of timers that do to the loop, at random, whatever handlers may do, and
 // check at each call that the loop was right to make it. The bytes of each pair count up, so that a lost one
 // would show.
+template <class Loop>
 class Soak {
  public:
   explicit Soak(unsigned seed) : random_(seed) {
@@ -39,7 +43,7 @@ class Soak {
     quiet_ = true;
     for (std::size_t pair = 0; pair < kPairs; ++pair) {
       if (watches_.count(pairs_[pair].token) == 0) Watch(pair);
-      SetInterest(pair, PollLoop::kRead);
+      SetInterest(pair, MessageLoop::kRead);
     }
     now_ += milliseconds(1000);
     loop_.RunUntil([&] {
@@ -64,7 +68,7 @@ class Soak {
 
   struct Pair {
     SocketPair sockets;
-    PollLoop::Token token = 0;
+    MessageLoop::Token token = 0;
     std::uint64_t written = 0, read = 0;
   };
   struct WatchState {
@@ -76,10 +80,10 @@ class Soak {
 
   void Watch(std::size_t pair) {
     pairs_[pair].token =
-        loop_.Watch(pairs_[pair].sockets.near, PollLoop::kRead,
+        loop_.Watch(pairs_[pair].sockets.near, MessageLoop::kRead,
                     [this, pair, own = ++last_own_](unsigned ready) { OnReady(pair, own, ready); });
     owns_[last_own_] = pairs_[pair].token;
-    watches_[pairs_[pair].token] = {PollLoop::kRead};
+    watches_[pairs_[pair].token] = {MessageLoop::kRead};
   }
 
   void Unwatch(std::size_t pair) {
@@ -94,15 +98,15 @@ class Soak {
   }
 
   void OnReady(std::size_t pair, std::uint64_t own, unsigned ready) {
-    const PollLoop::Token token = owns_.at(own);
+    const MessageLoop::Token token = owns_.at(own);
     const auto watch = watches_.find(token);
     ASSERT_NE(watch, watches_.end()) << "called after Unwatch";
     ASSERT_NE(ready, 0u);
     ASSERT_EQ(ready & ~watch->second.interest, 0u) << "called for what was not asked";
     deepest_of_one_watch_ = std::max(deepest_of_one_watch_, ++watch->second.depth);
-    ASSERT_LE(watch->second.depth, PollLoop::kNestLimit);
+    ASSERT_LE(watch->second.depth, MessageLoop::kNestLimit);
     ++depth_;
-    if ((ready & PollLoop::kRead) != 0) {
+    if ((ready & MessageLoop::kRead) != 0) {
       const std::string bytes = pairs_[pair].sockets.Read(1 + Pick(20));
       ASSERT_FALSE(bytes.empty()) << "called with nothing to read";
       for (const char byte : bytes) ASSERT_EQ(byte, static_cast<char>(pairs_[pair].read++));
@@ -113,7 +117,7 @@ class Soak {
   }
 
   void StartTimer() {
-    const PollLoop::Time due = now_ + milliseconds(Pick(4));
+    const typename Loop::Time due = now_ + milliseconds(Pick(4));
     const std::uint64_t own = ++last_own_;
     const auto token =
         loop_.StartTimer(std::chrono::duration_cast<milliseconds>(due - now_), [this, own, due] {
@@ -156,7 +160,7 @@ class Soak {
           SetInterest(pair, Pick(4));
           break;
         case 3:
-          SetInterest(pair, PollLoop::kRead);
+          SetInterest(pair, MessageLoop::kRead);
           break;
         case 4:
           StartTimer();
@@ -189,24 +193,28 @@ class Soak {
   }
 
   std::mt19937 random_;
-  PollLoop::Time now_{};
+  typename Loop::Time now_{};
   std::array<Pair, kPairs> pairs_;
-  std::map<PollLoop::Token, WatchState> watches_;    // those that have not ended
-  std::map<std::uint64_t, PollLoop::Token> owns_;    // by the number that a handler knows
-  std::map<std::uint64_t, PollLoop::Token> timers_;  // those that wait, likewise
+  std::map<MessageLoop::Token, WatchState> watches_;    // those that have not ended
+  std::map<std::uint64_t, MessageLoop::Token> owns_;    // by the number that a handler knows
+  std::map<std::uint64_t, MessageLoop::Token> timers_;  // those that wait, likewise
   std::uint64_t last_own_ = 0;
   int depth_ = 0, deepest_of_one_watch_ = 0, actions_ = 0, timers_fired_ = 0;
   bool quiet_ = false;
-  PollLoop loop_{[this] { return now_; }};
+  Loop loop_{[this] { return now_; }};
 };
 
-TEST(LoopSoak, KeepsItsRulesWhateverHandlersDo) {
+template <class Loop>
+using LoopSoak = LoopTest<Loop>;
+TYPED_TEST_SUITE(LoopSoak, TestedLoops, LoopNames);
+
+TYPED_TEST(LoopSoak, KeepsItsRulesWhateverHandlersDo) {
   for (const unsigned seed : {1u, 2u, 3u, 4u}) {
     SCOPED_TRACE(seed);
-    Soak soak(seed);
+    Soak<TypeParam> soak(seed);
     soak.Run(20'000);
     soak.Drain();
-    if (HasFatalFailure()) return;
+    if (this->HasFatalFailure()) return;
     EXPECT_GT(soak.DeepestOfOneWatch(), 2) << "the acts nest";
     EXPECT_GT(soak.BytesRead(), 10'000u);
     EXPECT_GT(soak.TimersFired(), 500);
@@ -214,4 +222,4 @@ TEST(LoopSoak, KeepsItsRulesWhateverHandlersDo) {
 }
 
 }  // namespace
-}  // namespace mirelo::poll
+}  // namespace mirelo

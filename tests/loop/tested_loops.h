@@ -1,0 +1,26 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+
+#include "adapters/poll/poll_loop.h"
+#include "adapters/qt/qt_loop.h"
+
+namespace mirelo {
+
+// The message loops, of which all tests of this folder hold.
+using TestedLoops = ::testing::Types<poll::PollLoop, qt::QtLoop>;
+
+struct LoopNames {
+  template <class Loop>
+  static std::string GetName(int /*index*/) {
+    return std::is_same_v<Loop, qt::QtLoop> ? "Qt" : "Poll";
+  }
+};
+
+template <class Loop>
+class LoopTest : public ::testing::Test {};
+
+}  // namespace mirelo
