@@ -20,7 +20,8 @@ std::int32_t ItemList::Insert(std::string text, std::int32_t index) {
     place = std::upper_bound(items_.begin(), items_.end(), text,
                              [](const auto& a, const auto& b) { return StrComp(a, b, Compare::Text) < 0; });
   }
-  return static_cast<std::int32_t>(items_.insert(place, std::move(text)) - items_.begin());
+  place = items_.insert(place, std::move(text));  // the list may have moved: where it begins is asked later
+  return static_cast<std::int32_t>(place - items_.begin());
 }
 
 void ItemList::Remove(std::int32_t index) {
