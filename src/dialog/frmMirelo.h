@@ -281,6 +281,11 @@ class frmMirelo : public forms::Form {
   void FG_BeforeEdit(std::int32_t row, std::int32_t col, bool& cancel);
   void FG_AfterEdit(std::int32_t row, std::int32_t col);
 
+  // worksheet/vertical_fields.cpp
+
+  // Gives a column of the grid its ticks and pictures from the columns that the grid had before.
+  void RestoreField(Frame& frame, const VariantArray& old, std::int32_t col);
+
   // streaming/quote_sources.cpp
   void ButUpDate_Click();
   void EventQTSt_OnStatusText(const std::string& text);

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 
-#include "automation/text.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
@@ -26,23 +25,8 @@ void Inform(const char* text) {
   host::Host::Current().desktop().MessageBox(text, host::Desktop::kInformation, "Dovanta2");
 }
 
-bool IsHeaderOf(const Grid& grid, std::int32_t col, const char* header) {
-  return EqualText(grid.TextMatrix(0, col), header);
-}
-
 bool HeadsChartField(const Grid& grid, std::int32_t col) {
   return IsHeaderOf(grid, col, kLastHeader) || IsHeaderOf(grid, col, kLastVolumeHeader);
-}
-
-// The fields that charts are made of, where the grid has them.
-struct ChartFields {
-  std::int32_t last = kNoColumn;
-  std::int32_t last_volume = kNoColumn;
-  bool Complete() const { return last != kNoColumn && last_volume != kNoColumn; }
-};
-
-ChartFields FindChartFields(Frame& frame, const Grid& grid) {
-  return {FindField(frame, grid, kLastHeader), FindField(frame, grid, kLastVolumeHeader)};
 }
 
 // The actions of a click that selected several cells. The first cell of the selection is what decides; which

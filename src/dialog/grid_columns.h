@@ -13,7 +13,6 @@ namespace mirelo {
 inline constexpr std::int32_t kFirstField = 2;
 inline constexpr const char* kTickerHeader = "Ticker";
 inline constexpr const char* kChartHeader = "Charts (Last & Volume)";  // the last column, while charts are on
-// The fields that a chart is made of.
 inline constexpr const char* kLastHeader = "Last";
 inline constexpr const char* kLastVolumeHeader = "LastVolume";
 
@@ -26,5 +25,16 @@ inline constexpr std::int32_t kNoColumn = -1;
 // The first field with this header, whatever its case; kNoColumn when there is none. Its statements are the
 // calling routine's.
 std::int32_t FindField(Frame& frame, const forms::Grid& grid, std::string_view header);
+
+// The fields that a chart is made of, where the grid has them.
+struct ChartFields {
+  std::int32_t last = kNoColumn;
+  std::int32_t last_volume = kNoColumn;
+  bool Complete() const { return last != kNoColumn && last_volume != kNoColumn; }
+};
+ChartFields FindChartFields(Frame& frame, const forms::Grid& grid);
+
+// Whether the column has this header, whatever its case.
+bool IsHeaderOf(const forms::Grid& grid, std::int32_t col, std::string_view header);
 
 }  // namespace mirelo

@@ -9,11 +9,6 @@ void frmMirelo::Form_Activate() {}
 void frmMirelo::Form_Unload() {}
 bool frmMirelo::save_settings_and_create_table(bool) { return {}; }
 void frmMirelo::LoadTickers(std::string&, std::string&) {}
-void frmMirelo::GetListVerticFields() {}
-std::string frmMirelo::GiveListVerticFields(const std::string&) { return {}; }
-bool frmMirelo::CheckFieldForVerticalTable(const std::string&) { return {}; }
-bool frmMirelo::CheckFieldHeaderTable(const std::string&) { return {}; }
-std::string frmMirelo::NullDublicatForListRight(const std::string&) { return {}; }
 const std::string& frmMirelo::RemoveBadSymbols(std::string& text, const std::string&) { return text; }
 void frmMirelo::LoadFG() {}
 Variant frmMirelo::Setting(const char*, const Variant&) const { return {}; }
@@ -40,18 +35,5 @@ void frmMirelo::VScrollRows_Change() {}
 void frmMirelo::txtSec_Change() {}
 void frmMirelo::VScrollSec_Change() {}
 void frmMirelo::txtVerticalSheet_Change() {}
-void frmMirelo::ButLeft_Click() {}
-void frmMirelo::ButRight_Click() {}
-void frmMirelo::ButAllLeft_Click() {}
-void frmMirelo::ButAllRight_Click() {}
-void frmMirelo::ButUp_Click() {}
-void frmMirelo::ButDown_Click() {}
-void frmMirelo::ListLeft_Click() {}
-void frmMirelo::ListLeft_DblClick() {}
-void frmMirelo::ListRight_Click() {}
-void frmMirelo::ListRight_DblClick() {}
-void frmMirelo::EnableUpDn() {}
-void frmMirelo::MoveToLeft() {}
-void frmMirelo::MoveToRight() {}
 
 }  // namespace mirelo
