@@ -13,8 +13,8 @@
 
 #include "adapters/workbook/display/displayed_text.h"
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/model/sheet_formats.h"
 #include "adapters/workbook/xlsx/saved_check.h"
-#include "adapters/workbook/xlsx/sheet_formats.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
 

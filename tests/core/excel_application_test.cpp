@@ -3,7 +3,10 @@
 #include <memory>
 
 #include "host/excel/application.h"
+#include "host/excel/range.h"
 #include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "support/facade_test.h"
 
 namespace mirelo::testing {
@@ -13,6 +16,12 @@ namespace {
 class BareApplication : public host::excel::Application {
  public:
   std::shared_ptr<host::excel::Workbook> ActiveWorkbook() override { return nullptr; }
+  std::shared_ptr<host::excel::Sheet> ActiveSheet() override { return nullptr; }
+  std::shared_ptr<host::excel::Range> ActiveCell() override { return nullptr; }
+  std::shared_ptr<host::excel::Worksheets> Worksheets() override { return nullptr; }
+  std::shared_ptr<host::excel::Range> Range(std::string_view) override { return nullptr; }
+  std::shared_ptr<host::excel::Range> Cells() override { return nullptr; }
+  std::shared_ptr<host::excel::Range> Cells(std::int32_t, std::int32_t) override { return nullptr; }
   bool ScreenUpdating() override { return true; }
   void ScreenUpdating(bool) override {}
 };

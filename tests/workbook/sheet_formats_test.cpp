@@ -3,7 +3,7 @@
 #include <random>
 #include <set>
 
-#include "adapters/workbook/xlsx/sheet_formats.h"
+#include "adapters/workbook/model/sheet_formats.h"
 
 namespace mirelo::workbook {
 namespace {

@@ -17,10 +17,6 @@ std::string ColumnName(std::int32_t column);
 std::optional<Area> ParseAddress(std::string_view text);
 
 // "A1" of one cell, as files write it, and back; nothing for other text and for cells off the sheet.
-struct CellPlace {
-  std::int32_t row;
-  std::int32_t column;
-};
 std::optional<CellPlace> ParseCellName(std::string_view text);
 std::string CellName(std::int32_t row, std::int32_t column);
 

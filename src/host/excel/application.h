@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -7,7 +8,10 @@
 
 namespace mirelo::host::excel {
 
+class Range;
+class Sheet;
 class Workbook;
+class Worksheets;
 
 // The spreadsheet program.
 class Application : public Object {
@@ -16,6 +20,19 @@ class Application : public Object {
 
   // Null when no workbook is open.
   virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
+
+  // The sheet in front. Null when no workbook is open.
+  virtual std::shared_ptr<Sheet> ActiveSheet() = 0;
+  // The selected cell of the sheet in front, of several the one that typing goes to. Null when that sheet has
+  // no cells.
+  virtual std::shared_ptr<excel::Range> ActiveCell() = 0;
+
+  // Those of the active workbook. Error 1004 when none is open.
+  virtual std::shared_ptr<excel::Worksheets> Worksheets() = 0;
+  // Those of the sheet in front, as excel::Worksheet's. Error 1004 when it has no cells.
+  virtual std::shared_ptr<excel::Range> Range(std::string_view address) = 0;
+  virtual std::shared_ptr<excel::Range> Cells() = 0;
+  virtual std::shared_ptr<excel::Range> Cells(std::int32_t row, std::int32_t column) = 0;
 
   // Whether what is written shows at once. True at the start; off, it only saves work, the values are the
   // same.

@@ -19,10 +19,57 @@ enum XlHAlign : std::int32_t {
   xlHAlignRight = -4152,
 };
 
+enum XlDeleteShiftDirection : std::int32_t { xlShiftUp = -4162 };
+
+// The edges of a range, and the lines between its cells.
+enum XlBordersIndex : std::int32_t {
+  xlEdgeLeft = 7,
+  xlEdgeTop = 8,
+  xlEdgeBottom = 9,
+  xlEdgeRight = 10,
+  xlInsideVertical = 11,
+  xlInsideHorizontal = 12,
+};
+
+enum XlLineStyle : std::int32_t {
+  xlContinuous = 1,
+  xlDashDot = 4,
+  xlDashDotDot = 5,
+  xlSlantDashDot = 13,
+  xlDash = -4115,
+  xlDot = -4118,
+  xlDouble = -4119,
+  xlLineStyleNone = -4142,
+};
+
+enum XlBorderWeight : std::int32_t { xlHairline = 1, xlThin = 2, xlThick = 4, xlMedium = -4138 };
+
+enum XlFormatConditionType : std::int32_t { xlCellValue = 1, xlExpression = 2 };
+
+enum XlFormatConditionOperator : std::int32_t {
+  xlBetween = 1,
+  xlNotBetween = 2,
+  xlEqual = 3,
+  xlNotEqual = 4,
+  xlGreater = 5,
+  xlLess = 6,
+  xlGreaterEqual = 7,
+  xlLessEqual = 8,
+};
+
+enum XlCellType : std::int32_t { xlCellTypeLastCell = 11 };
+
+enum XlSearchOrder : std::int32_t { xlByRows = 1, xlByColumns = 2 };
+enum XlSearchDirection : std::int32_t { xlNext = 1, xlPrevious = 2 };
+
+enum XlSheetType : std::int32_t { xlSheetChart = 3, xlSheetWorksheet = -4167 };
+
+enum MsoTriState : std::int32_t { msoFalse = 0, msoTrue = -1 };
+
 // Colour indexes besides those of the palette, which run from 1 to 56.
 enum XlColorIndex : std::int32_t {
-  xlColorIndexNone = -4142,       // no fill
-  xlColorIndexAutomatic = -4105,  // the colour that text has when nobody chose one
+  xlColorIndexNone = -4142,       // no fill, no line
+  xlColorIndexAutomatic = -4105,  // the colour that text and lines have when nobody chose one
 };
 
 // The error by which the spreadsheet refuses: a bad address or name, a value out of its range, a cell off the

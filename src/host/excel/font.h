@@ -7,7 +7,8 @@
 
 namespace mirelo::host::excel {
 
-// The letters of a range's cells. Properties give an empty variant where the cells differ.
+// The letters of a range's cells, or those that a condition gives them. Properties give an empty variant
+// where the cells differ.
 class Font : public Object {
  public:
   std::string_view TypeName() const override { return "Font"; }

@@ -10,7 +10,10 @@
 
 namespace mirelo::host::excel {
 
+class Border;
+class Comment;
 class Font;
+class FormatConditions;
 class Interior;
 class Worksheet;
 
@@ -81,16 +84,46 @@ class Range : public Object {
   // cell and its neighbour are filled, otherwise the next filled cell, and if there is none the sheet's edge.
   virtual std::shared_ptr<Range> End(XlDirection direction) = 0;
 
+  // The last cell of the sheet's used area, whatever cells this range has: in the last row and the last
+  // column that hold a value or a format of their own, also when they meet in an empty cell. A1 on a sheet
+  // that nobody touched. Formats of whole columns make no column used, formats of whole rows only the row.
+  // What was cleared counts no more. Error 1004 for types other than xlCellTypeLastCell.
+  virtual std::shared_ptr<Range> SpecialCells(XlCellType type) = 0;
+
+  // The next cell whose content has a part that matches `what`, letters of either case: "*" stands for any
+  // text, "?" for any character, and "~" in front of either of them, or of another "~", takes it as it is.
+  // Values are looked at as a person types them, empty cells never match. The search begins behind
+  // (xlPrevious: before) `after`, goes row by row or column by column, comes round at the range's end, and
+  // ends with `after` itself. Null when no cell matches. Error 1004 when `after` is not one cell of this
+  // range.
+  virtual std::shared_ptr<Range> Find(std::string_view what, Range& after, XlSearchOrder order,
+                                      XlSearchDirection direction) = 0;
+
+  // Selects the cells; the first of them becomes the active cell. Error 1004 unless the sheet is in front.
+  virtual void Select() = 0;
+
   virtual std::shared_ptr<Range> EntireColumn() = 0;
   virtual std::shared_ptr<Range> EntireRow() = 0;
   // Fits the widths of columns to their texts; columns without text keep theirs. Error 1004 for a range that
   // is not whole columns nor seen as columns.
   virtual void AutoFit() = 0;
 
-  // Takes away values and formats.
+  // Takes away values, formats, conditional formats and comments.
   virtual void Clear() = 0;
   // Takes away values only.
   virtual void ClearContents() = 0;
+
+  // Takes the cells out of the sheet: the cells below move up with their values, formats, conditional formats
+  // and comments, and empty ones come in at the foot. Other ranges stay where they are. Error 1004 for shifts
+  // other than xlShiftUp, and for whole columns, which no cells could fill from below.
+  virtual void Delete(XlDeleteShiftDirection shift) = 0;
+
+  // The comment of the first cell; null when it has none.
+  virtual std::shared_ptr<excel::Comment> Comment() = 0;
+  // Lays a comment on a single cell. Error 1004 when it has one already, for a range of several cells, and
+  // for text of more than 32767 UTF-16 units.
+  virtual std::shared_ptr<excel::Comment> AddComment(std::string_view text) = 0;
+  virtual void ClearComments() = 0;
 
   // A format code in its United States form, "General" at the start. Error 1004 for a text that is no format
   // code or is longer than 127 bytes.
@@ -103,6 +136,10 @@ class Range : public Object {
 
   virtual std::shared_ptr<excel::Font> Font() = 0;
   virtual std::shared_ptr<excel::Interior> Interior() = 0;
+  // Error 1004 for numbers that are no XlBordersIndex. Inside a range of one column (row) there are no
+  // vertical (horizontal) lines: setting them does nothing, and they read as lines that are not there.
+  virtual std::shared_ptr<Border> Borders(XlBordersIndex index) = 0;
+  virtual std::shared_ptr<excel::FormatConditions> FormatConditions() = 0;
 };
 
 }  // namespace mirelo::host::excel

@@ -6,24 +6,21 @@
 #include <string_view>
 
 #include "automation/variant.h"
+#include "host/excel/sheet.h"
 
 namespace mirelo::host::excel {
 
 class Range;
 
 // One sheet of cells. Its size is that of its Rows() and Columns(); cells that nobody wrote cost nothing.
-class Worksheet : public Object {
+class Worksheet : public Sheet {
  public:
   std::string_view TypeName() const override { return "Worksheet"; }
-
-  virtual std::string Name() = 0;
-  // 1 to 31 characters (UTF-16 units), none of : \ / ? * [ ], no apostrophe at either end, not the reserved
-  // word "History", and no other sheet's name without regard to case; error 1004 otherwise, and the old name
-  // stays.
-  virtual void Name(std::string_view name) = 0;
+  XlSheetType Type() final { return xlSheetWorksheet; }
 
   // The place among the tabs, from 1.
   virtual std::int32_t Index() = 0;
+  // As Select().
   virtual void Activate() = 0;
 
   // "B2", "$A$1:C3" (any two corners), "A:C", "3:5", letters of either case. Error 1004 for other text and

@@ -2,12 +2,20 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 
 namespace mirelo::workbook {
 
 // The size of a sheet, which is that of the file format.
 inline constexpr std::int32_t kRows = 1'048'576;
 inline constexpr std::int32_t kColumns = 16'384;
+
+// One cell, counted from 1.
+struct CellPlace {
+  std::int32_t row = 1;
+  std::int32_t column = 1;
+  friend bool operator==(const CellPlace&, const CellPlace&) = default;
+};
 
 // A rectangle of cells, counted from 1, both ends inside.
 struct Area {
@@ -31,8 +39,20 @@ struct Area {
            1 <= first_column && first_column <= last_column && last_column <= kColumns;
   }
 
+  constexpr bool Holds(std::int32_t row, std::int32_t column) const {
+    return first_row <= row && row <= last_row && first_column <= column && column <= last_column;
+  }
+
   friend bool operator==(const Area&, const Area&) = default;
 };
+
+// The cells that lie in both, if any do.
+constexpr std::optional<Area> Shared(const Area& a, const Area& b) {
+  const Area shared{std::max(a.first_row, b.first_row), std::max(a.first_column, b.first_column),
+                    std::min(a.last_row, b.last_row), std::min(a.last_column, b.last_column)};
+  if (shared.first_row > shared.last_row || shared.first_column > shared.last_column) return std::nullopt;
+  return shared;
+}
 
 // The smallest area that holds both.
 constexpr Area Around(const Area& a, const Area& b) {

@@ -68,6 +68,22 @@ void CellColumn::Clear(std::int32_t first_row, std::int32_t last_row) {
   latest_index_ = -1;
 }
 
+void CellColumn::Delete(std::int32_t first_row, std::int32_t last_row) {
+  Clear(first_row, last_row);
+  std::vector<std::pair<std::int32_t, CellValue>> moving;
+  for (auto it = blocks_.lower_bound(BlockOf(last_row)); it != blocks_.end(); ++it) {
+    auto& [index, block] = *it;
+    std::size_t place = 0;
+    for (std::uint64_t left = block.filled; left != 0; left &= left - 1, ++place) {
+      const std::int32_t row = RowOf(index, std::countr_zero(left));
+      if (row > last_row) moving.emplace_back(row, std::move(block.values[place]));
+    }
+  }
+  if (moving.empty()) return;
+  Clear(moving.front().first, moving.back().first);
+  for (auto& [row, value] : moving) Set(row - (last_row - first_row + 1), std::move(value));
+}
+
 std::int32_t CellColumn::NextFilled(std::int32_t row) const {
   for (auto it = blocks_.lower_bound(BlockOf(row)); it != blocks_.end(); ++it) {
     const int from = it->first == BlockOf(row) ? BitOf(row) : 0;

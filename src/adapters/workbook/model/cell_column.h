@@ -29,6 +29,8 @@ class CellColumn {
   // An empty value clears the cell. Cheapest when rows are written downwards.
   void Set(std::int32_t row, CellValue value);
   void Clear(std::int32_t first_row, std::int32_t last_row);
+  // Takes the rows out; those below move up.
+  void Delete(std::int32_t first_row, std::int32_t last_row);
 
   // The nearest filled row from `row` on downwards (upwards), `row` included; 0 when there is none.
   std::int32_t NextFilled(std::int32_t row) const;

@@ -1,5 +1,6 @@
 #include "adapters/workbook/model/cell_grid.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -16,6 +17,16 @@ std::size_t CellGrid::Count() const {
   return count;
 }
 
+Area CellGrid::Extent() const {
+  if (columns_.empty()) return Area::Cell(1, 1);
+  Area extent{kRows, columns_.begin()->first, 1, columns_.rbegin()->first};
+  for (const auto& [number, column] : columns_) {
+    extent.first_row = std::min(extent.first_row, column.NextFilled(1));
+    extent.last_row = std::max(extent.last_row, column.PreviousFilled(kRows));
+  }
+  return extent;
+}
+
 void CellGrid::Set(std::int32_t row, std::int32_t column, CellValue value) {
   if (value.IsEmpty()) return Clear(Area::Cell(row, column));
   columns_[column].Set(row, std::move(value));
@@ -25,6 +36,14 @@ void CellGrid::Clear(const Area& area) {
   auto it = columns_.lower_bound(area.first_column);
   while (it != columns_.end() && it->first <= area.last_column) {
     it->second.Clear(area.first_row, area.last_row);
+    it = it->second.IsEmpty() ? columns_.erase(it) : std::next(it);
+  }
+}
+
+void CellGrid::Delete(const Area& area) {
+  auto it = columns_.lower_bound(area.first_column);
+  while (it != columns_.end() && it->first <= area.last_column) {
+    it->second.Delete(area.first_row, area.last_row);
     it = it->second.IsEmpty() ? columns_.erase(it) : std::next(it);
   }
 }

@@ -17,10 +17,14 @@ class CellGrid {
   const CellValue* Find(std::int32_t row, std::int32_t column) const;
   bool IsFilled(std::int32_t row, std::int32_t column) const { return Find(row, column) != nullptr; }
   std::size_t Count() const;
+  // From the first to the last filled row and column; A1 when none is.
+  Area Extent() const;
 
   // An empty value clears the cell.
   void Set(std::int32_t row, std::int32_t column, CellValue value);
   void Clear(const Area& area);
+  // Takes the area's cells out; those below move up.
+  void Delete(const Area& area);
 
   // The column to write a block into; call Tidy() when done with it.
   CellColumn& ColumnFor(std::int32_t column) { return columns_[column]; }

@@ -62,6 +62,22 @@ class RunMap {
     Apply(first, last, [&](T& old) { old = value; });
   }
 
+  // Takes these numbers out: those behind them move up, and more of the limit's value follows the last.
+  void Remove(std::int32_t first, std::int32_t last) {
+    RunMap result(limit_);
+    const std::int32_t count = last - first + 1;
+    if (first > 1) {
+      ForEach(1, first - 1,
+              [&](std::int32_t from, std::int32_t, const T& value) { result.Append(from, value); });
+    }
+    if (last < limit_) {
+      ForEach(last + 1, limit_,
+              [&](std::int32_t from, std::int32_t, const T& value) { result.Append(from - count, value); });
+    }
+    result.Append(limit_ - count + 1, runs_.back().value);
+    *this = std::move(result);
+  }
+
   // Calls visit(first, last, value) for each run, cut to `first` and `last`.
   template <class Visit>
   void ForEach(std::int32_t first, std::int32_t last, Visit&& visit) const {

@@ -6,6 +6,8 @@
 
 #include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/cell_grid.h"
+#include "adapters/workbook/model/comment.h"
+#include "adapters/workbook/model/condition.h"
 #include "adapters/workbook/model/run_map.h"
 #include "adapters/workbook/model/style_grid.h"
 
@@ -35,10 +37,17 @@ struct Sheet {
   bool hidden = false;
   CellGrid cells;
   StyleGrid styles;
+  Comments comments;
+  Conditions conditions;
   RunMap<ColumnWidth> widths{kColumns, {}};
   RunMap<RowHeight> heights{kRows, {}};
   std::int32_t frozen_rows = 0;  // kept in view at the top
   std::int32_t frozen_columns = 0;
+  Area selection;
+  CellPlace active_cell;  // within the selection
+
+  // Takes the area's cells out of the sheet; those below move up.
+  void Delete(const Area& area);
 };
 
 }  // namespace mirelo::workbook

@@ -32,6 +32,12 @@ class StyleGrid {
     Apply(area, [&](StyleId) { return style; });
   }
 
+  // Takes the area's cells out; those below move up, and more of the last ones come in at the foot.
+  void Delete(const Area& area) {
+    columns_.Apply(area.first_column, area.last_column,
+                   [&](Rows& rows) { rows.Remove(area.first_row, area.last_row); });
+  }
+
   // Calls visit(part, style) for the parts of the area that have one style each.
   template <class Visit>
   void ForEach(const Area& area, Visit&& visit) const {

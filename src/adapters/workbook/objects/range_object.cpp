@@ -9,10 +9,16 @@
 #include "adapters/workbook/display/displayed_text.h"
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/format_code.h"
+#include "adapters/workbook/model/used_area.h"
+#include "adapters/workbook/objects/border_object.h"
+#include "adapters/workbook/objects/cell_search.h"
+#include "adapters/workbook/objects/comment_object.h"
 #include "adapters/workbook/objects/font_object.h"
+#include "adapters/workbook/objects/format_conditions_object.h"
 #include "adapters/workbook/objects/interior_object.h"
 #include "adapters/workbook/objects/range_value.h"
 #include "adapters/workbook/objects/worksheet_object.h"
+#include "adapters/workbook/text_units.h"
 
 namespace mirelo::workbook {
 
@@ -109,6 +115,30 @@ RangeObject::RangePtr RangeObject::End(XlDirection direction) {
   throw Refused("This is no direction.");
 }
 
+RangeObject::RangePtr RangeObject::SpecialCells(XlCellType type) {
+  if (type != xlCellTypeLastCell) throw Refused("Only the last cell can be asked for.");
+  const Area used = UsedArea(*block_.sheet);
+  return At(Area::Cell(used.last_row, used.last_column));
+}
+
+RangeObject::RangePtr RangeObject::Find(std::string_view what, Range& after, XlSearchOrder order,
+                                        XlSearchDirection direction) {
+  const auto* start = dynamic_cast<const RangeObject*>(&after);
+  const bool is_cell_of_this = start != nullptr && start->block_.sheet == block_.sheet &&
+                               start->block_.area.Cells() == 1 &&
+                               block_.area.Holds(after.Row(), after.Column());
+  if (!is_cell_of_this) throw Refused("A search begins at one cell of its range.");
+  const auto found = FindCell(block_, what, {after.Row(), after.Column()}, order, direction);
+  return found ? At(Area::Cell(found->row, found->column)) : nullptr;
+}
+
+void RangeObject::Select() {
+  if (block_.book->sheets[block_.book->active] != block_.sheet)
+    throw Refused("Only cells of the sheet in front can be selected.");
+  block_.sheet->selection = block_.area;
+  block_.sheet->active_cell = {Row(), Column()};
+}
+
 RangeObject::RangePtr RangeObject::EntireColumn() {
   return At({1, block_.area.first_column, kRows, block_.area.last_column}, View::Columns);
 }
@@ -125,10 +155,36 @@ void RangeObject::AutoFit() {
 
 void RangeObject::Clear() {
   ClearContents();
+  ClearComments();
   block_.sheet->styles.Set(block_.area, kDefaultStyle);
+  block_.sheet->conditions.Clear(block_.area);
 }
 
 void RangeObject::ClearContents() { block_.sheet->cells.Clear(block_.area); }
+
+void RangeObject::Delete(XlDeleteShiftDirection shift) {
+  if (shift != xlShiftUp) throw Refused("Cells can only move up.");
+  if (block_.area.IsWholeColumns() && !block_.area.IsWholeRows())
+    throw Refused("Whole columns have no cells below them.");
+  block_.sheet->Delete(block_.area);
+}
+
+std::shared_ptr<host::excel::Comment> RangeObject::Comment() {
+  auto comment = block_.sheet->comments.Find(Row(), Column());
+  return comment == nullptr ? nullptr : std::make_shared<CommentObject>(std::move(comment));
+}
+
+std::shared_ptr<host::excel::Comment> RangeObject::AddComment(std::string_view text) {
+  if (block_.area.Cells() != 1) throw Refused("A comment is laid on one cell at a time.");
+  if (Comment() != nullptr) throw Refused("This cell has a comment already.");
+  if (Utf16Length(text) > kLongestText) throw Refused("The comment is longer than 32767 characters.");
+  workbook::Comment comment;
+  comment.text = CleanText(text);
+  block_.sheet->comments.Set(Row(), Column(), std::move(comment));
+  return Comment();
+}
+
+void RangeObject::ClearComments() { block_.sheet->comments.Clear(block_.area); }
 
 Variant RangeObject::NumberFormat() {
   return CommonOf(block_, [](const Style& style) { return style.number_format; });
@@ -152,5 +208,13 @@ void RangeObject::HorizontalAlignment(std::int32_t alignment) {
 
 std::shared_ptr<Font> RangeObject::Font() { return std::make_shared<FontObject>(block_); }
 std::shared_ptr<Interior> RangeObject::Interior() { return std::make_shared<InteriorObject>(block_); }
+
+std::shared_ptr<Border> RangeObject::Borders(XlBordersIndex index) {
+  return std::make_shared<BorderObject>(BorderLines(block_, index));
+}
+
+std::shared_ptr<FormatConditions> RangeObject::FormatConditions() {
+  return std::make_shared<FormatConditionsObject>(block_);
+}
 
 }  // namespace mirelo::workbook

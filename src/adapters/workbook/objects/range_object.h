@@ -41,12 +41,21 @@ class RangeObject final : public host::excel::Range {
   std::shared_ptr<host::excel::Worksheet> Worksheet() override;
 
   RangePtr End(host::excel::XlDirection direction) override;
+  RangePtr SpecialCells(host::excel::XlCellType type) override;
+  RangePtr Find(std::string_view what, Range& after, host::excel::XlSearchOrder order,
+                host::excel::XlSearchDirection direction) override;
+  void Select() override;
   RangePtr EntireColumn() override;
   RangePtr EntireRow() override;
   void AutoFit() override;
 
   void Clear() override;
   void ClearContents() override;
+  void Delete(host::excel::XlDeleteShiftDirection shift) override;
+
+  std::shared_ptr<host::excel::Comment> Comment() override;
+  std::shared_ptr<host::excel::Comment> AddComment(std::string_view text) override;
+  void ClearComments() override;
 
   Variant NumberFormat() override;
   void NumberFormat(std::string_view format) override;
@@ -55,6 +64,8 @@ class RangeObject final : public host::excel::Range {
 
   std::shared_ptr<host::excel::Font> Font() override;
   std::shared_ptr<host::excel::Interior> Interior() override;
+  std::shared_ptr<host::excel::Border> Borders(host::excel::XlBordersIndex index) override;
+  std::shared_ptr<host::excel::FormatConditions> FormatConditions() override;
 
  private:
   // Another range of the same sheet.

@@ -38,7 +38,10 @@ void WorksheetObject::Name(std::string_view name) {
 
 std::int32_t WorksheetObject::Index() { return static_cast<std::int32_t>(book_->IndexOf(*sheet_)) + 1; }
 
-void WorksheetObject::Activate() { book_->active = book_->IndexOf(*sheet_); }
+void WorksheetObject::Select() {
+  if (sheet_->hidden) throw Refused("A hidden sheet cannot be brought to the front.");
+  book_->active = book_->IndexOf(*sheet_);
+}
 
 WorksheetObject::RangePtr WorksheetObject::Range(std::string_view address) { return At(AreaAt(address)); }
 

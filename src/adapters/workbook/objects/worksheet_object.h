@@ -16,13 +16,14 @@ class WorksheetObject final : public host::excel::Worksheet {
  public:
   using RangePtr = std::shared_ptr<host::excel::Range>;
 
-  WorksheetObject(std::shared_ptr<Book> book, std::shared_ptr<Sheet> sheet)
+  WorksheetObject(std::shared_ptr<Book> book, std::shared_ptr<workbook::Sheet> sheet)
       : book_(std::move(book)), sheet_(std::move(sheet)) {}
 
   std::string Name() override;
   void Name(std::string_view name) override;
   std::int32_t Index() override;
-  void Activate() override;
+  void Select() override;
+  void Activate() override { Select(); }
 
   RangePtr Range(std::string_view address) override;
   RangePtr Range(std::string_view first, std::string_view last) override;
@@ -38,7 +39,7 @@ class WorksheetObject final : public host::excel::Worksheet {
   RangePtr At(const Area& area, RangeObject::View view = RangeObject::View::Cells) const;
 
   std::shared_ptr<Book> book_;
-  std::shared_ptr<Sheet> sheet_;
+  std::shared_ptr<workbook::Sheet> sheet_;
 };
 
 }  // namespace mirelo::workbook

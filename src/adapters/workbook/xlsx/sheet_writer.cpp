@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "adapters/workbook/errors.h"
-#include "adapters/workbook/xlsx/sheet_formats.h"
+#include "adapters/workbook/model/sheet_formats.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/writer_error.h"
 

@@ -1,4 +1,4 @@
-#include "adapters/workbook/xlsx/sheet_formats.h"
+#include "adapters/workbook/model/sheet_formats.h"
 
 #include <unordered_map>
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+#include "adapters/workbook/model/area.h"
+
+namespace mirelo::workbook {
+
+// Areas that do not overlap.
+using AreaSet = std::vector<Area>;
+
+// What is left of the areas without the cells of `gone`.
+AreaSet Without(const AreaSet& areas, const Area& gone);
+
+// Where the areas lie when the cells of `gone` are taken out of the sheet and those below move up. What
+// reaches the sheet's foot goes on reaching it.
+AreaSet AfterDeletion(const AreaSet& areas, const Area& gone);
+
+}  // namespace mirelo::workbook

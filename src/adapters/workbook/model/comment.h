@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "adapters/workbook/model/area.h"
+
+namespace mirelo::workbook {
+
+// The note on a cell, and the box that shows it.
+struct Comment {
+  static constexpr std::int32_t kStandardWidth = 128;  // pixels
+  static constexpr std::int32_t kStandardHeight = 74;
+  static constexpr std::int32_t kGreatestSize = 32'767;
+
+  std::string text;
+  std::string author;
+  std::int32_t width = kStandardWidth;
+  std::int32_t height = kStandardHeight;
+  bool visible = false;  // always, not only under the pointer
+};
+
+// The comments of a sheet's cells.
+class Comments {
+ public:
+  // By row and column. Clients hold a comment whatever becomes of its cell.
+  using ByCell = std::map<std::pair<std::int32_t, std::int32_t>, std::shared_ptr<Comment>>;
+
+  const ByCell& all() const { return by_cell_; }
+  // Null when the cell has none.
+  std::shared_ptr<Comment> Find(std::int32_t row, std::int32_t column) const;
+
+  void Set(std::int32_t row, std::int32_t column, Comment comment);
+  void Clear(const Area& area);
+  // Takes the area's cells out of the sheet; those below move up.
+  void Delete(const Area& area);
+
+ private:
+  ByCell by_cell_;
+};
+
+}  // namespace mirelo::workbook

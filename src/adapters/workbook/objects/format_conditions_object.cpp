@@ -1,0 +1,85 @@
+#include "adapters/workbook/objects/format_conditions_object.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <string>
+#include <system_error>
+
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/objects/color_index.h"
+#include "host/excel/font.h"
+
+namespace mirelo::workbook {
+
+using namespace host::excel;
+
+namespace {
+
+class ConditionFont final : public Font {
+ public:
+  explicit ConditionFont(std::shared_ptr<Condition> condition) : condition_(std::move(condition)) {}
+
+  Variant Bold() override {
+    const auto& bold = condition_->look.bold;
+    return bold ? Variant(*bold) : Variant();
+  }
+  void Bold(bool bold) override { condition_->look.bold = bold; }
+  Variant ColorIndex() override {
+    const auto& color = condition_->look.color;
+    return color ? Variant(IndexOfColor(*color)) : Variant();
+  }
+  void ColorIndex(std::int32_t index) override { condition_->look.color = ColorOfIndex(index); }
+
+ private:
+  std::shared_ptr<Condition> condition_;
+};
+
+class FormatConditionObject final : public FormatCondition {
+ public:
+  explicit FormatConditionObject(std::shared_ptr<Condition> condition) : condition_(std::move(condition)) {}
+
+  std::shared_ptr<host::excel::Font> Font() override { return std::make_shared<ConditionFont>(condition_); }
+
+ private:
+  std::shared_ptr<Condition> condition_;
+};
+
+bool TakesOneFormula(XlFormatConditionOperator op) { return xlEqual <= op && op <= xlLessEqual; }
+
+// The number that a text such as "0" or "=-1.5" names, without the "=".
+std::string NumberIn(std::string_view formula) {
+  std::string_view text = formula;
+  if (text.starts_with('=')) text.remove_prefix(1);
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) {
+    throw Refused("\"" + std::string(formula) + "\" is no number to compare with.");
+  }
+  return std::string(text);
+}
+
+}  // namespace
+
+std::int32_t FormatConditionsObject::Count() {
+  return static_cast<std::int32_t>(block_.sheet->conditions.Touching(block_.area).size());
+}
+
+FormatConditionsObject::ConditionPtr FormatConditionsObject::Item(std::int32_t index) {
+  const Conditions::List conditions = block_.sheet->conditions.Touching(block_.area);
+  if (index < 1 || static_cast<std::size_t>(index) > conditions.size()) throw Errors::SubscriptOutOfRange();
+  return std::make_shared<FormatConditionObject>(conditions[static_cast<std::size_t>(index) - 1]);
+}
+
+FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditionType type,
+                                                                 XlFormatConditionOperator op,
+                                                                 std::string_view formula1) {
+  if (type != xlCellValue) throw Refused("Only values of cells can be compared.");
+  if (!TakesOneFormula(op)) throw Refused("This operator does not compare with one value.");
+  return std::make_shared<FormatConditionObject>(
+      block_.sheet->conditions.Add({{block_.area}, op, NumberIn(formula1), {}}));
+}
+
+void FormatConditionsObject::Delete() { block_.sheet->conditions.Clear(block_.area); }
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "automation/variant.h"
+#include "host/excel/constants.h"
+
+namespace mirelo::host::excel {
+
+class Font;
+
+// One condition, and the look that it gives to the cells that meet it.
+class FormatCondition : public Object {
+ public:
+  std::string_view TypeName() const override { return "FormatCondition"; }
+
+  // Properties that the condition leaves as they are read as empty variants.
+  virtual std::shared_ptr<excel::Font> Font() = 0;
+};
+
+// The conditional formats of a range: those that reach at least one of its cells, from the first that is
+// looked at to the last.
+class FormatConditions : public Object {
+ public:
+  std::string_view TypeName() const override { return "FormatConditions"; }
+
+  virtual std::int32_t Count() = 0;
+  // `index` runs from 1 to Count(); error 9 outside.
+  virtual std::shared_ptr<FormatCondition> Item(std::int32_t index) = 0;
+
+  // A new last condition for all cells of the range: their values compared with `formula1`, the text of a
+  // number, with or without a leading "=". Blank cells count as 0, texts and booleans as greater than any
+  // number. Error 1004 for types other than xlCellValue, for xlBetween, xlNotBetween and what is no operator,
+  // and for other texts. The condition has no look at first.
+  virtual std::shared_ptr<FormatCondition> Add(XlFormatConditionType type, XlFormatConditionOperator op,
+                                               std::string_view formula1) = 0;
+
+  // Takes the conditions away from the range's cells; cells outside the range keep theirs.
+  virtual void Delete() = 0;
+};
+
+}  // namespace mirelo::host::excel
