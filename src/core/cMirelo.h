@@ -77,6 +77,11 @@ class cMirelo : public Object {
   Variant ExcelApplication() const { return excel_; }
   void ExcelApplication(const Variant& value);
 
+  // Shows the settings dialog until the user ends it. 77: the settings were stored and the table built, and
+  // quotes are to be streamed; 78: they were, in any other case; 2: nothing was. 0 when a failure of the
+  // dialog itself was aborted. Not to be called again while it shows. Defined in dialog/load_frm_mirelo.cpp.
+  std::int32_t LoadFrmMirelo();
+
   // Fetches a resource (path and query) over HTTP. The result is the reply's body as text, empty when the
   // transfer failed or was aborted. A non-empty `strPostQuery` is sent as the request's body.
   Variant DownloadURL(const std::string& URL, const std::string& Host = "127.0.0.1",

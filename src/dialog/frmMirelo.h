@@ -192,8 +192,8 @@ class frmMirelo : public forms::Form {
 
   // number_boxes.cpp
 
-  // Replaces each of `characters` by "_", in place; answers the text. Not a routine frame: it cannot fail.
-  static const std::string& RemoveBadSymbols(std::string& text, const std::string& characters);
+  // Replaces each of `characters` by "_", in place; answers the text.
+  static std::string RemoveBadSymbols(std::string& text, const std::string& characters);
 
  private:
   // wiring.cpp
@@ -208,14 +208,29 @@ class frmMirelo : public forms::Form {
     return *target;
   }
 
+  // Members that get a frame are runs of statements of the routine that it belongs to.
+
   // fill_dialog.cpp
+  void FillTimes(Frame& frame);
+  void FillCharts(Frame& frame);
+  void FillTable(Frame& frame);
+  void FillTiming(Frame& frame);
+  void FillVerticalTables(Frame& frame);
+  void FillConnection(Frame& frame);
+  void FillColumns(Frame& frame);
+  void EnableByOptions(Frame& frame);
+  void EnableRowsLimit(Frame& frame);
+  void FillColors(Frame& frame);
   void LoadFG();
+  // A value of the section "Settings". Error 91 without a store; otherwise the store's errors.
   Variant Setting(const char* key, const Variant& default_value) const;
 
   // closing.cpp
   void ButGo_Click();
   void ButClose_Click();
   void ButCancel_Click();
+  void SavePlacement(Frame& frame);
+  // Ends what is left of an update of the sources. Raises nothing.
   void TearDownStream();
 
   // column_widths.cpp

@@ -2,6 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "automation/number.h"
 
 namespace mirelo {
 
@@ -32,7 +36,21 @@ inline constexpr std::array<TimeZone, 17> kTimeZones{{
     {"(ET+16) New ZealandTicker", "16"},
 }};
 
+inline constexpr const char* kDefaultTimeZone = "(ET) US Eastern";
+
 // The one zone with half an hour: hours and minutes are taken apart there, in place of its text.
 inline constexpr std::size_t kIndia = 12;
+
+// What can be added to a zone: half hours from "23:30" down over "0:00" to "-23:30", the order of
+// ComDisplayOffset.
+inline constexpr std::int32_t kHighestHalfHour = 47;
+inline constexpr std::int32_t kLowestHalfHour = -47;
+inline constexpr const char* kDefaultDisplayOffset = "0:00";
+
+// "1:30" for 3, "-0:30" for -1.
+inline std::string DisplayOffsetText(std::int32_t half_hours) {
+  const std::int32_t size = half_hours < 0 ? -half_hours : half_hours;
+  return (half_hours < 0 ? "-" : "") + NumberText(size / 2) + (size % 2 == 0 ? ":00" : ":30");
+}
 
 }  // namespace mirelo

@@ -4,25 +4,9 @@
 
 namespace mirelo {
 
-void frmMirelo::Form_Load() {}
-void frmMirelo::Form_Activate() {}
-void frmMirelo::Form_Unload() {}
 bool frmMirelo::save_settings_and_create_table(bool) { return {}; }
 void frmMirelo::LoadTickers(std::string&, std::string&) {}
-const std::string& frmMirelo::RemoveBadSymbols(std::string& text, const std::string&) { return text; }
-void frmMirelo::LoadFG() {}
-Variant frmMirelo::Setting(const char*, const Variant&) const { return {}; }
-void frmMirelo::ButGo_Click() {}
-void frmMirelo::ButClose_Click() {}
-void frmMirelo::ButCancel_Click() {}
-void frmMirelo::TearDownStream() {}
-void frmMirelo::C1TTickersSettings_Click() {}
-void frmMirelo::chkBuildCharts_Click() {}
-void frmMirelo::chkChartStyle_Click() {}
-void frmMirelo::chkLimitRows_Click() {}
-void frmMirelo::chkStyleOrNot_Click() {}
-void frmMirelo::chkUpdOrNot_Click() {}
-void frmMirelo::chkVerTable_Click() {}
+std::string frmMirelo::RemoveBadSymbols(std::string& text, const std::string&) { return text; }
 void frmMirelo::backColorTxtFillColor(forms::Control&, std::int32_t) {}
 void frmMirelo::ButOn_Click() {}
 void frmMirelo::ButOff_Click() {}

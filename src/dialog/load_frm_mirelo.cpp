@@ -1,0 +1,56 @@
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "automation/number.h"
+#include "automation/runtime_error.h"
+#include "automation/variant.h"
+#include "core/cMirelo.h"
+#include "core/mGlobal.h"
+#include "diagnostics/routine.h"
+#include "dialog/frmMirelo.h"
+#include "host/desktop.h"
+#include "host/host.h"
+
+namespace mirelo {
+
+namespace {
+
+constexpr std::int32_t kNothingCommitted = 2;
+constexpr double kCommittedToStream = 77;
+constexpr double kCommitted = 78;
+
+// Error 91 for a dialog that could not be made.
+frmMirelo& Made(const std::unique_ptr<frmMirelo>& dialog) {
+  if (!dialog) throw Errors::ObjectNotSet();
+  return *dialog;
+}
+
+}  // namespace
+
+std::int32_t cMirelo::LoadFrmMirelo() {
+  std::unique_ptr<frmMirelo> dialog;  // it exists only while this runs, whichever way this ends
+  return Function("Mirelo.cMirelo.LoadFrmMirelo", kNothingCommitted, [&](Frame& frame, std::int32_t& result) {
+    STEP(dialog = std::make_unique<frmMirelo>());
+    STEP(Made(dialog).frmAppSettings(&mGlobal::AppSettings()));
+    STEP(Made(dialog).Owner(this));
+    STEP(host::Host::Current().desktop().ShowModal(Made(dialog)));
+
+    std::string tag;
+    STEP(tag = Made(dialog).Tag());
+    if (!tag.empty()) {
+      const double number = Val(tag);
+      if (number == kCommittedToStream || number == kCommitted) {
+        STEP(result = Variant(tag).ToInt32());
+      } else {
+        STEP(result = kNothingCommitted);
+      }
+    }
+    STEP(Made(dialog).Owner(nullptr));
+    STEP(Made(dialog).frmAppSettings(nullptr));
+    STEP(dialog.reset());
+    frame.pop();
+  });
+}
+
+}  // namespace mirelo
