@@ -61,6 +61,9 @@ class Control {
   // Whether a visible child can be seen. A tab strip shows the panel of its current tab only.
   virtual bool Shows(const Control& /*child*/) const { return true; }
 
+  // Has the views draw it anew.
+  void Refresh() { Appearance.Raise(); }
+
   // Raised when anything that a person can see has changed. For views.
   Event<> Appearance;
 
