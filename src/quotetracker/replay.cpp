@@ -1,9 +1,12 @@
 #include "quotetracker/replay.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <limits>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
@@ -30,6 +33,12 @@ std::string_view WithoutMark(std::string_view line) {
   return line.starts_with(kMark) ? line.substr(kMark.size()) : line;
 }
 
+// A volume that falls is that of a new day, of which nothing is known before.
+std::int32_t TradedBetween(std::int64_t before, std::int64_t after) {
+  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(after - before, 0, kMost));
+}
+
 }  // namespace
 
 Replay::Replay(std::istream& text, const std::string& name, double speed, Clock wall)
@@ -39,8 +48,13 @@ Replay::Replay(std::istream& text, const std::string& name, double speed, Clock 
   try {
     if (!TakeLine(text, line, number)) throw std::invalid_argument("no column \"Ticker\"");
     const ReplayColumns columns(WithoutMark(line));
+    std::unordered_map<std::string, std::int64_t> volumes;
     while (TakeLine(text, line, number)) {
       Quote quote = columns.Read(line);
+      if (!columns.HaveLastVolume()) {
+        std::int64_t& before = volumes.try_emplace(UpperCase(quote.ticker), quote.volume).first->second;
+        quote.last_volume = TradedBetween(std::exchange(before, quote.volume), quote.volume);
+      }
       const Moment moment = ParseMoment(quote.stamp.Date(), quote.stamp.Time()).value();
       if (!lines_.empty() && moment < lines_.back().moment) {
         throw std::invalid_argument("an earlier time than the line above");

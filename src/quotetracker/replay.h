@@ -19,8 +19,8 @@ namespace mirelo::quotetracker {
 //   52w Low,52w High
 //
 // Ticker, Date (mm/dd/yyyy) and Time (hh:mm:ss) must be there; a column left out, or an empty field, is 0.
-// Every further line is one quote; times must not go backwards. Tick is U, D or S. Empty lines are passed
-// over.
+// Without the column LastVolume it is what Volume rose by since the ticker's line before. Every further line
+// is one quote; times must not go backwards. Tick is U, D or S. Empty lines are passed over.
 //
 // The replay begins at the first quote's time when it is made, and its clock then runs `speed` times as fast
 // as the wall's. At its end the last quotes stay. A ticker without a quote so far has the present stamp and

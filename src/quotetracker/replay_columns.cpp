@@ -130,4 +130,9 @@ Quote ReplayColumns::Read(std::string_view line) const {
   return quote;
 }
 
+bool ReplayColumns::HaveLastVolume() const {
+  return std::ranges::any_of(columns_,
+                             [](std::size_t column) { return kColumns[column].name == "LastVolume"; });
+}
+
 }  // namespace mirelo::quotetracker

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,9 @@ class ReplayColumns {
 
   // The quote of one further line. Raises std::invalid_argument that says which field is wrong.
   Quote Read(std::string_view line) const;
+
+  // Whether the lines say how much was traded, or that is to be told from their cumulative volumes.
+  bool HaveLastVolume() const;
 
  private:
   std::vector<std::size_t> columns_;  // for each field of a line: its column's place among the known ones

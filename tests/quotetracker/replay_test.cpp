@@ -104,6 +104,24 @@ TEST(Replay, TakesAnEmptyFieldForZero) {
   EXPECT_EQ(replay->Look("A").tick, Tick::kSame);
 }
 
+TEST(Replay, TellsTheLastVolumeFromTheVolumesWhereTheFileDoesNot) {
+  const auto clock = FixedClock("01/01/2020", "00:00:00");
+  const std::string day = "Ticker,Date,Time,Volume\n";
+  const struct {
+    const char* lines;
+    std::int32_t last_volume;
+  } kCases[] = {
+      {"GE,12/30/2005,09:30:00,500\n", 0},
+      {"GE,12/30/2005,09:30:00,500\nge,12/30/2005,09:30:00,700\n", 200},
+      {"GE,12/30/2005,09:30:00,500\nIBM,12/30/2005,09:30:00,9\nGE,12/30/2005,09:30:00,501\n", 1},
+      {"GE,12/30/2005,09:30:00,500\nGE,12/30/2005,09:30:00,100\n", 0},
+      {"GE,12/30/2005,09:30:00,0\nGE,12/30/2005,09:30:00,9999999999\n", 2147483647},
+  };
+  for (const auto& [lines, last_volume] : kCases) {
+    EXPECT_EQ(FromText(day + lines, 1, clock)->Look("GE").last_volume, last_volume) << lines;
+  }
+}
+
 TEST(Replay, PassesOverAByteOrderMark) {
   const auto replay = FromText("\xEF\xBB\xBFTicker,Date,Time\nA,12/30/2005,09:30:00\n", 1, Wall());
   EXPECT_EQ(replay->Look("A").stamp.Time(), "09:30:00");
