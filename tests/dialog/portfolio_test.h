@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "dialog/grid_test.h"
+#include "dialog/scripted_portfolios.h"
+#include "host/desktop.h"
+
+namespace mirelo::testing {
+
+inline const ScriptedDesktop::Box kRunQuoteTracker{"Please run QuoteTracker.", host::Desktop::kInformation,
+                                                   "Dovanta2"};
+inline const ScriptedDesktop::Box kAdjustPort{
+    "Please adjust Dovanta HTTP Port parameter in accordance with the same parameter in QouteTracker -> "
+    "Preferences.",
+    host::Desktop::kInformation, "Dovanta2"};
+
+// The dialog and a QuoteTracker with portfolios.
+class PortfolioTest : public GridTest {
+ protected:
+  PortfolioTest() {
+    internet.answer = [this](const AnsweringInternet::Request& request) { return tracker(request); };
+  }
+
+  // Tickers "T1" to "Tn" in the grid, none of which is in the portfolio.
+  void FillGrid(std::int32_t count) {
+    FG.Rows(count + 1);
+    for (std::int32_t row = 1; row <= count; ++row) FG.TextMatrix(row, 0, "T" + std::to_string(row));
+  }
+  std::vector<std::string> Added() const { return ScriptedPortfolios::Added(internet.Resources()); }
+
+  // Done while the first report is open.
+  void Mend(std::function<void()> mending) {
+    desktop.while_open = [this, mending = std::move(mending)] {
+      if (desktop.reports.size() == 1) mending();
+    };
+  }
+
+  ScriptedPortfolios tracker;
+};
+
+}  // namespace mirelo::testing
