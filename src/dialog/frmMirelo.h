@@ -21,6 +21,12 @@
 
 namespace mirelo {
 
+namespace host::excel {
+class Application;
+class Worksheet;
+class Worksheets;
+}  // namespace host::excel
+
 class CAppSettings;
 class CFormRestore;
 class cMirelo;
@@ -295,6 +301,20 @@ class frmMirelo : public forms::Form {
   void FG_Click();
   void FG_BeforeEdit(std::int32_t row, std::int32_t col, bool& cancel);
   void FG_AfterEdit(std::int32_t row, std::int32_t col);
+
+  // worksheet/excel_objects.cpp
+
+  // The spreadsheet program, and the worksheets of its active workbook; error 91 where there is none.
+  host::excel::Application& Excel() const;
+  std::shared_ptr<host::excel::Worksheets> Worksheets() const;
+
+  // worksheet/load_tickers.cpp; the frame is LoadTickers's, the table may be null (error 91)
+  static std::int32_t EndOfTickers(host::excel::Worksheet* table);
+  void LoadColumns(Frame& frame, host::excel::Worksheet* table, std::string& hidden, std::string& shown);
+  void LoadHeaders(Frame& frame, host::excel::Worksheet* table, const std::string& last, std::string& hidden,
+                   std::string& shown);
+  void LoadTickerRows(Frame& frame, host::excel::Worksheet* table);
+  void LoadMode(Frame& frame, const std::string& status);
 
   // worksheet/vertical_fields.cpp
 

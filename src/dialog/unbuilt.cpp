@@ -5,7 +5,6 @@
 namespace mirelo {
 
 bool frmMirelo::save_settings_and_create_table(bool) { return {}; }
-void frmMirelo::LoadTickers(std::string&, std::string&) {}
 void frmMirelo::backColorTxtFillColor(forms::Control&, std::int32_t) {}
 void frmMirelo::ButOn_Click() {}
 void frmMirelo::ButOff_Click() {}

@@ -1,0 +1,170 @@
+// Which columns the dialog lists after it has read the quote table.
+
+#include "diagnostics/CErrorHandler.h"
+#include "worksheet/table_test.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+class LoadingColumns : public TableTest {
+ protected:
+  ~LoadingColumns() override { EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty()); }
+
+  // The columns of a vertical table, as the grid shows them when it is laid out for it.
+  Texts VerticalFields() {
+    form.VerticalClickArmed(false);
+    form.chkVerTable.Value(1);
+    form.FGVertical(false);
+    Texts headers = Headers();
+    headers.erase(headers.begin());  // the fixed column's
+    return headers;
+  }
+};
+
+TEST_F(LoadingColumns, TakesTheTablesHeadersInTheirOrder) {
+  Load();
+  EXPECT_EQ(shown, "Ticker,Bid,Tick");
+  EXPECT_THAT(VerticalFields(), ElementsAre("Ticker", "Bid"));
+}
+
+TEST_F(LoadingColumns, HidesAllOthersInTheOrderOfTheVocabulary) {
+  Load();
+  EXPECT_EQ(hidden,
+            "Date,Time,Last,Ask,Change,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,"
+            "52w Low,52w High");
+}
+
+TEST_F(LoadingColumns, HidesNothingWhenTheTableHasAll) {
+  Columns({"Ticker", "Open", "Date", "Time", "Last", "Bid", "Ask", "Change", "Tick", "Volume", "High", "Low",
+           "BidSize", "AskSize", "LastVolume", "AvgTrade", "NumTrades", "52w Low", "52w High"});
+  Load();
+  EXPECT_EQ(hidden, "");
+  EXPECT_THAT(shown, HasSubstr("Ticker,Open,Date"));
+}
+
+TEST_F(LoadingColumns, PassesOverHeadersThatAreNoColumns) {
+  Columns({"Ticker", "Price", "Last"});
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last");
+  EXPECT_THAT(hidden, Not(HasSubstr("Price")));
+}
+
+TEST_F(LoadingColumns, ListsNothingWhenNoHeaderIsAColumn) {
+  Columns({"Paper", "Price"});
+  Load();
+  EXPECT_EQ(shown, "");
+  EXPECT_THAT(hidden, HasSubstr("Ticker,Date,Time,Last"));
+}
+
+TEST_F(LoadingColumns, KeepsTheLettersOfTheSheet) {
+  Columns({"ticker", "LAST"});
+  Load();
+  EXPECT_EQ(shown, "ticker,LAST");
+  EXPECT_THAT(hidden, HasSubstr("Date,Time,Bid"));  // neither Ticker nor Last is among them
+}
+
+TEST_F(LoadingColumns, ListsARepeatedHeaderOnce) {
+  Columns({"Ticker", "Last", "Bid", "last"});
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last,Bid");
+}
+
+TEST_F(LoadingColumns, StopsAtAGapInTheHeaders) {
+  Columns({"Ticker", "Last"});
+  Put("D2", "Bid");
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last");
+}
+
+TEST_F(LoadingColumns, ReadsTheWholeRowBehindASingleHeader) {
+  Columns({"Ticker"});
+  Load();
+  EXPECT_EQ(shown, "Ticker");
+  EXPECT_THAT(hidden, HasSubstr("Date,Time,Last,Bid"));
+}
+
+TEST_F(LoadingColumns, TakesHeadersThatAreNoTextsForUnknown) {
+  Columns({"Ticker", "Last"});
+  Put("C2", 12.5);
+  Put("D2", true);
+  Put("E2", "Bid");
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last,Bid");
+}
+
+// Without a table
+
+TEST_F(LoadingColumns, GoesByTheSettingsWithoutATable) {
+  sheet->Name("Quotes");
+  Put("A1", "SnapShot( 15 sec)");
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last,Ask");
+  EXPECT_EQ(hidden, "Volume,High,Tick");
+  EXPECT_THAT(Tickers(), IsEmpty());
+  EXPECT_EQ(form.txtSec.Text(), "60");
+  EXPECT_EQ(form.chkUpdOrNot.Value(), 1);
+  EXPECT_THAT(VerticalFields(), ElementsAre("Ticker", "Last", "Ask"));
+}
+
+TEST_F(LoadingColumns, OffersTheQuoteSourcesWithoutATable) {
+  sheet->Name("Quotes");
+  Load();
+  EXPECT_GT(form.ComQuoteSource.ListCount(), 0);
+  EXPECT_NE(form.ComQuoteSource.Text(), "");
+}
+
+TEST_F(LoadingColumns, KnowsTheTableByTheExactNameOnly) {
+  sheet->Name("DOVANTA2_quotes");
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last,Ask");
+}
+
+TEST_F(LoadingColumns, FindsTheTableOnAnySheetOfTheWorkbook) {
+  sheets->Add();
+  sheets->Add();
+  ASSERT_EQ(sheet->Index(), 3);
+  Load();
+  EXPECT_EQ(shown, "Ticker,Bid,Tick");
+}
+
+TEST_F(LoadingColumns, GoesByTheSettingsForATableWithoutTickers) {
+  Range("A3:A4")->Clear();
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last,last,Ask");  // not even the repeat goes
+  EXPECT_EQ(hidden, "Volume,High,Tick");
+  EXPECT_THAT(Tickers(), IsEmpty());
+}
+
+TEST_F(LoadingColumns, GoesByTheSettingsForAnEmptySheet) {
+  Range("A1:C4")->Clear();
+  Load();
+  EXPECT_EQ(shown, "Ticker,Last,last,Ask");
+  EXPECT_EQ(form.ComQuoteSource.ListCount(), 0);
+}
+
+// Failures
+
+TEST_F(LoadingColumns, ReportsThatThereIsNoSpreadsheet) {
+  facade->m_ObjExcelApplication(nullptr);
+  Load();
+  EXPECT_THAT(ReportedErrors(), ElementsAre(91));
+  EXPECT_THAT(desktop.reports[0].text, HasSubstr("\tin Mirelo.frmMirelo.LoadTickers at line 0"));
+  EXPECT_EQ(shown, "Ticker,Last,last,Ask");
+}
+
+TEST_F(LoadingColumns, ReadsTheTableOnceTheSpreadsheetIsThere) {
+  facade->m_ObjExcelApplication(nullptr);
+  Answers({"RETRY"});
+  desktop.while_open = [this] { facade->m_ObjExcelApplication(application); };
+  Load();
+  EXPECT_EQ(shown, "Ticker,Bid,Tick");
+  EXPECT_THAT(Tickers(), ElementsAre("MSFT", "IBM"));
+}
+
+}  // namespace
+}  // namespace mirelo::testing

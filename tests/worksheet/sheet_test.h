@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/workbook/spreadsheet.h"
+#include "automation/text.h"
+#include "dialog/grid_test.h"
+#include "host/excel/range.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
+
+namespace mirelo::testing {
+
+using Texts = std::vector<std::string>;
+
+// The dialog of a facade that holds a spreadsheet with one empty sheet.
+class SheetTest : public GridTest {
+ protected:
+  SheetTest() { facade->m_ObjExcelApplication(application); }
+
+  std::shared_ptr<host::excel::Range> Range(std::string_view address) { return sheet->Range(address); }
+  void Put(std::string_view address, const Variant& value) { Range(address)->Value(value); }
+  // Texts to the right, and down, from a cell.
+  void PutRow(std::string_view first, const Texts& texts) {
+    for (std::size_t i = 0; i < texts.size(); ++i)
+      Range(first)->Cells(1, static_cast<std::int32_t>(i) + 1)->Value(texts[i]);
+  }
+  void PutColumn(std::string_view first, const Texts& texts) {
+    for (std::size_t i = 0; i < texts.size(); ++i)
+      Range(first)->Cells(static_cast<std::int32_t>(i) + 1, 1)->Value(texts[i]);
+  }
+
+  std::shared_ptr<host::excel::Application> application = workbook::Spreadsheet::New().Application();
+  std::shared_ptr<host::excel::Workbook> book = application->ActiveWorkbook();
+  std::shared_ptr<host::excel::Worksheets> sheets = book->Worksheets();
+  std::shared_ptr<host::excel::Worksheet> sheet = book->ActiveSheet();
+};
+
+}  // namespace mirelo::testing
