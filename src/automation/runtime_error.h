@@ -64,4 +64,11 @@ RuntimeError ActionNotSupported();         // 445
 RuntimeError KeyAlreadyUsed();             // 457
 }  // namespace Errors
 
+// What a reference refers to; error 91 when it refers to nothing.
+template <class Target>
+Target& Referred(Target* target) {
+  if (target == nullptr) throw Errors::ObjectNotSet();
+  return *target;
+}
+
 }  // namespace mirelo

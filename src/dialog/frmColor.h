@@ -41,7 +41,9 @@ class frmColor : public forms::Form {
 
  private:
   void L1_Click(std::int32_t index);
+  // Saves the window's place, once.
   void SaveParameters();
+  forms::Label& Cell(std::int32_t index);
 
   CAppSettings* frmAppSettings_ = nullptr;
   std::unique_ptr<CFormRestore> Placement_;  // until the place is saved

@@ -208,11 +208,6 @@ class frmMirelo : public forms::Form {
   // What frmAppSettings and Owner refer to; error 91 for nothing.
   CAppSettings& Store() const { return Referred(frmAppSettings_); }
   cMirelo& Facade() const { return Referred(Owner_); }
-  template <class Target>
-  static Target& Referred(Target* target) {
-    if (target == nullptr) throw Errors::ObjectNotSet();
-    return *target;
-  }
 
   // Members that get a frame are runs of statements of the routine that it belongs to.
 
@@ -256,7 +251,11 @@ class frmMirelo : public forms::Form {
   void chkVerTable_Click();
 
   // fill_colors.cpp
+
+  // Shows a fill colour as a control's background: the window's own for no fill.
   void backColorTxtFillColor(forms::Control& control, std::int32_t color);
+  struct FillColor;
+  void PickFillColor(const FillColor& fill, forms::Control& swatch);
   void ButOn_Click();
   void ButOff_Click();
 
@@ -338,7 +337,7 @@ class frmMirelo : public forms::Form {
 
   CAppSettings* frmAppSettings_ = nullptr;
   cMirelo* Owner_ = nullptr;
-  frmColor* ListColors_ = nullptr;  // while the palette is up
+  std::shared_ptr<frmColor> ListColors_;  // while the palette is up
   bool ReloadOnActivate_ = false;
   bool VerticalClickArmed_ = false;
   std::int16_t TickerCol_ = 0;        // the grid's column of the tickers: 0, or 1 with vertical tables

@@ -5,8 +5,5 @@
 namespace mirelo {
 
 bool frmMirelo::save_settings_and_create_table(bool) { return {}; }
-void frmMirelo::backColorTxtFillColor(forms::Control&, std::int32_t) {}
-void frmMirelo::ButOn_Click() {}
-void frmMirelo::ButOff_Click() {}
 
 }  // namespace mirelo
