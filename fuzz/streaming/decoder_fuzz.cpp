@@ -60,13 +60,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::size_t compared = 0;
   for (const std::string& chunk : fuzzing::Chunks(data, size)) {
     if (IsControlMessage(chunk)) continue;
-    Require(Receive(rig, chunk) == reference.Receive(chunk), "the outcome of a chunk");
+    const Outcome outcome = reference.Receive(chunk);
+    Require(Receive(rig, chunk) == outcome, "the outcome of a chunk");
     for (const auto& quote : rig.Take()) {
+      // A walk that goes round for ever may publish the quotes of its circle again before that is found out.
+      if (outcome == Outcome::Endless && compared == reference.published.size()) return 0;
       Require(compared < reference.published.size(), "the number of quotes");
       Require(testing::Flat(*quote) == reference.published[compared], "a quote");
       ++compared;
     }
     Require(compared == reference.published.size(), "the number of quotes");
+    if (outcome == Outcome::Endless) return 0;  // both may stand at other places now
   }
   return 0;
 }
