@@ -57,8 +57,9 @@ std::optional<CellPlace> FindCell(const CellBlock& block, std::string_view what,
                                   XlSearchOrder order, XlSearchDirection direction) {
   const SearchPattern pattern(what);
   Search search(after, order, direction);
-  const auto& [book, sheet, area] = block;
-  sheet->cells.ForEach(area, [&](std::int32_t row, std::int32_t column, const CellValue& value) {
+  const auto& book = block.book;
+  const auto& sheet = block.sheet;
+  sheet->cells.ForEach(block.area, [&](std::int32_t row, std::int32_t column, const CellValue& value) {
     const CellPlace place{row, column};
     if (!search.IsBetter(place)) return;
     const bool matches = pattern.MatchesAnything() ||
