@@ -37,7 +37,6 @@ TEST_F(Losses, NameWhatASheetHoldsBesidesCells) {
     const char* named;
   } cases[] = {
       {"<mergeCells><mergeCell ref=\"A1:B1\"/></mergeCells>", "merged cells"},
-      {"<conditionalFormatting sqref=\"A1\"/>", "conditional formats"},
       {"<dataValidations><x/></dataValidations>", "data validation"},
       {"<hyperlinks><x/></hyperlinks>", "hyperlinks"},
       {"<autoFilter ref=\"A1:B9\"/>", "filters"},
@@ -64,7 +63,7 @@ TEST_F(Losses, NameThePartsThatASheetRefersTo) {
     const char* type;
     const char* named;
   } cases[] = {{"drawing", "charts, pictures or shapes"},
-               {"comments", "comments"},
+               {"threadedComment", "threads of comments"},
                {"table", "tables"},
                {"pivotTable", "pivot tables"},
                {"printerSettings", "print settings"},

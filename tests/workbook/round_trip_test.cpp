@@ -1,3 +1,4 @@
+#include "host/excel/border.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -157,6 +158,74 @@ TEST_F(RoundTrip, KeepsSheetsTheirOrderAndTheActiveOne) {
   EXPECT_EQ(names->Item(2)->Name(), "it's");
   EXPECT_EQ(names->Item(3)->Name(), "Sheet1");
   EXPECT_EQ(SheetOf(loaded)->Name(), "it's");
+}
+
+TEST_F(RoundTrip, KeepsTheSelectionOfEverySheet) {
+  auto spreadsheet = Spreadsheet::New();
+  const auto first = SheetOf(spreadsheet);
+  first->Range("C3:D7")->Select();
+  BookOf(spreadsheet)->Worksheets()->Add()->Range("5:7")->Select();
+  const auto loaded = Reloaded(spreadsheet);
+  const auto application = loaded.Application();
+  EXPECT_EQ(application->ActiveSheet()->Name(), "Sheet2");
+  EXPECT_EQ(application->ActiveCell()->Address(), "$A$5");
+  application->Worksheets()->Item("Sheet1")->Select();
+  EXPECT_EQ(application->ActiveCell()->Address(), "$C$3");
+}
+
+TEST_F(RoundTrip, KeepsTheSelectionOfALoadedFile) {
+  const struct {
+    const char* view;
+    const char* active_cell;
+    const char* saved;
+  } cases[] = {
+      {"<selection activeCell=\"D4\" sqref=\"B2:D4\"/>", "$D$4", "activeCell=\"D4\" sqref=\"B2:D4\""},
+      {"<selection activeCell=\"B9\" sqref=\"A1 B9:C12\"/>", "$B$9", "activeCell=\"B9\" sqref=\"B9:C12\""},
+      {"<pane ySplit=\"2\" activePane=\"bottomLeft\" state=\"frozen\"/><selection pane=\"topRight\" "
+       "activeCell=\"B1\" sqref=\"B1\"/><selection pane=\"bottomLeft\" activeCell=\"C5\" sqref=\"C5\"/>",
+       "$C$5", "pane=\"bottomLeft\" activeCell=\"C5\" sqref=\"C5\""},
+      {"<selection activeCell=\"XFE1\" sqref=\"A1\"/>", "$A$1", "<sheetView"},
+      {"<selection activeCell=\"B2\" sqref=\"nonsense\"/>", "$B$2", "activeCell=\"B2\" sqref=\"B2\""},
+  };
+  for (const auto& [view, active_cell, saved] : cases) {
+    SCOPED_TRACE(view);
+    Parts parts = SmallWorkbook();
+    ReplaceIn(parts[kSheetPart], "<sheetData>",
+              "<sheetViews><sheetView>" + std::string(view) + "</sheetView></sheetViews><sheetData>");
+    auto loaded = Open(parts);
+    EXPECT_EQ(loaded.Application()->ActiveCell()->Address(), active_cell);
+    loaded.Save(File("again.xlsx"));
+    EXPECT_NE(LookOf(File("again.xlsx")).find(saved), std::string::npos);
+  }
+}
+
+TEST_F(RoundTrip, KeepsBorders) {
+  auto spreadsheet = Spreadsheet::New();
+  const auto sheet = SheetOf(spreadsheet);
+  std::int32_t row = 2;
+  const std::pair<std::int32_t, std::int32_t> kinds[] = {{1, 1},     {1, 2},     {1, -4138},     {1, 4},
+                                                         {-4115, 2}, {-4118, 2}, {-4119, 4},     {4, 2},
+                                                         {5, 2},     {4, -4138}, {-4115, -4138}, {13, -4138}};
+  for (const auto& [style, weight] : kinds) {
+    const auto border = sheet->Cells(row, 2)->Borders(host::excel::xlEdgeRight);
+    border->LineStyle(style);
+    border->Weight(weight);
+    border->ColorIndex(16);
+    row += 2;
+  }
+  sheet->Range("E2:G9")->Borders(host::excel::xlInsideHorizontal)->ColorIndex(15);
+  const auto loaded = SheetOf(Reloaded(spreadsheet));
+  row = 2;
+  for (const auto& [style, weight] : kinds) {
+    SCOPED_TRACE(row);
+    const auto border = loaded->Cells(row, 2)->Borders(host::excel::xlEdgeRight);
+    EXPECT_EQ(border->LineStyle(), Variant(style));
+    EXPECT_EQ(border->Weight(), Variant(weight));
+    EXPECT_EQ(border->ColorIndex(), Variant(16));
+    row += 2;
+  }
+  EXPECT_EQ(loaded->Range("E2:G9")->Borders(host::excel::xlInsideHorizontal)->ColorIndex(), Variant(15));
+  EXPECT_EQ(loaded->Range("E2:G9")->Borders(host::excel::xlEdgeTop)->ColorIndex(), Variant(-4142));
 }
 
 // The parts of a style that clients of the object model cannot ask for yet are seen in a second file.

@@ -16,7 +16,8 @@ class FormatCondition : public Object {
  public:
   std::string_view TypeName() const override { return "FormatCondition"; }
 
-  // Properties that the condition leaves as they are read as empty variants.
+  // A property that the condition leaves to the cell reads as empty; letters that are not bold, and the
+  // automatic colour, are left to the cell.
   virtual std::shared_ptr<excel::Font> Font() = 0;
 };
 

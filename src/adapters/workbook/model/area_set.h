@@ -6,7 +6,6 @@
 
 namespace mirelo::workbook {
 
-// Areas that do not overlap.
 using AreaSet = std::vector<Area>;
 
 // What is left of the areas without the cells of `gone`.

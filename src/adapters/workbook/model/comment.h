@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "adapters/workbook/model/area.h"
+#include "adapters/workbook/model/style.h"
 
 namespace mirelo::workbook {
 
@@ -20,7 +21,11 @@ struct Comment {
   std::string author;
   std::int32_t width = kStandardWidth;
   std::int32_t height = kStandardHeight;
-  bool visible = false;  // always, not only under the pointer
+  bool visible = false;      // always, not only under the pointer
+  Color color = kAutomatic;  // of the box
+  std::string font_name = "Tahoma";
+  double font_size = 8;  // points
+  friend bool operator==(const Comment&, const Comment&) = default;
 };
 
 // The comments of a sheet's cells.

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,19 +11,28 @@
 
 namespace mirelo::workbook {
 
-// What a condition changes of a cell's look; what it does not name stays.
+// What a condition changes of a cell's look. What has the value of a new ConditionalLook stays as it is.
 struct ConditionalLook {
-  std::optional<bool> bold;
-  std::optional<Color> color;  // of the letters
+  bool bold = false;
+  bool italic = false;
+  bool strikeout = false;
+  std::uint8_t underline = 0;  // as FontStyle's
+  Color color = kAutomatic;    // of the letters
+  FillStyle fill;
+  BorderStyle border;
+  std::string number_format;
   friend bool operator==(const ConditionalLook&, const ConditionalLook&) = default;
 };
 
-// A look for the cells of some areas whose values compare with a value as the operator says.
+// A look for the cells of some areas whose values compare with one value, or two, as the operator says. The
+// values are numbers, texts in quotation marks, or booleans, as formulas write them.
 struct Condition {
   AreaSet areas;
   host::excel::XlFormatConditionOperator op = host::excel::xlEqual;
-  std::string formula;  // without a leading "="
+  std::string formula1;  // without a leading "="
+  std::string formula2;  // empty for operators that compare with one value
   ConditionalLook look;
+  bool stop_if_true = false;  // later conditions are not looked at
 };
 
 // The conditional formats of a sheet, from the first that is looked at to the last.

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/color_index.h"
@@ -20,14 +21,11 @@ class ConditionFont final : public Font {
  public:
   explicit ConditionFont(std::shared_ptr<Condition> condition) : condition_(std::move(condition)) {}
 
-  Variant Bold() override {
-    const auto& bold = condition_->look.bold;
-    return bold ? Variant(*bold) : Variant();
-  }
+  Variant Bold() override { return condition_->look.bold ? Variant(true) : Variant(); }
   void Bold(bool bold) override { condition_->look.bold = bold; }
   Variant ColorIndex() override {
-    const auto& color = condition_->look.color;
-    return color ? Variant(IndexOfColor(*color)) : Variant();
+    const Color color = condition_->look.color;
+    return color == kAutomatic ? Variant() : Variant(IndexOfColor(color));
   }
   void ColorIndex(std::int32_t index) override { condition_->look.color = ColorOfIndex(index); }
 
@@ -45,7 +43,7 @@ class FormatConditionObject final : public FormatCondition {
   std::shared_ptr<Condition> condition_;
 };
 
-bool TakesOneFormula(XlFormatConditionOperator op) { return xlEqual <= op && op <= xlLessEqual; }
+bool ComparesWithOneValue(XlFormatConditionOperator op) { return xlEqual <= op && op <= xlLessEqual; }
 
 // The number that a text such as "0" or "=-1.5" names, without the "=".
 std::string NumberIn(std::string_view formula) {
@@ -75,9 +73,12 @@ FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditi
                                                                  XlFormatConditionOperator op,
                                                                  std::string_view formula1) {
   if (type != xlCellValue) throw Refused("Only values of cells can be compared.");
-  if (!TakesOneFormula(op)) throw Refused("This operator does not compare with one value.");
-  return std::make_shared<FormatConditionObject>(
-      block_.sheet->conditions.Add({{block_.area}, op, NumberIn(formula1), {}}));
+  if (!ComparesWithOneValue(op)) throw Refused("This operator does not compare with one value.");
+  Condition condition;
+  condition.areas = {block_.area};
+  condition.op = op;
+  condition.formula1 = NumberIn(formula1);
+  return std::make_shared<FormatConditionObject>(block_.sheet->conditions.Add(std::move(condition)));
 }
 
 void FormatConditionsObject::Delete() { block_.sheet->conditions.Clear(block_.area); }

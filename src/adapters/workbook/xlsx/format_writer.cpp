@@ -26,6 +26,8 @@ constexpr std::array<std::pair<std::int32_t, std::uint8_t>, 8> kHorizontal{{
     {xlHAlignDistributed, LXW_ALIGN_DISTRIBUTED},
 }};
 
+constexpr std::uint8_t kSolid = 1;  // of FillStyle's patterns
+
 // In the order of the numbers in Alignment::vertical.
 constexpr std::array<std::uint8_t, 5> kVertical{LXW_ALIGN_NONE, LXW_ALIGN_VERTICAL_TOP,
                                                 LXW_ALIGN_VERTICAL_CENTER, LXW_ALIGN_VERTICAL_JUSTIFY,
@@ -37,20 +39,14 @@ constexpr std::array<void (*)(lxw_format*, std::uint8_t), 4> kSetLine{format_set
 constexpr std::array<void (*)(lxw_format*, lxw_color_t), 4> kSetLineColor{
     format_set_left_color, format_set_right_color, format_set_top_color, format_set_bottom_color};
 
-// The writer takes 0 for no colour and has a number of its own for black.
-lxw_color_t ColorOf(Color color) {
-  if (color == kAutomatic) return LXW_COLOR_UNSET;
-  return color == 0 ? static_cast<lxw_color_t>(LXW_COLOR_BLACK) : static_cast<lxw_color_t>(color);
-}
-
-void SetFont(lxw_format* format, const FontStyle& font) {
-  format_set_font_name(format, font.name.c_str());
-  format_set_font_size(format, font.size);
-  if (font.bold) format_set_bold(format);
-  if (font.italic) format_set_italic(format);
-  if (font.strikeout) format_set_font_strikeout(format);
-  if (font.underline != 0) format_set_underline(format, font.underline);
-  if (font.color != kAutomatic) format_set_font_color(format, ColorOf(font.color));
+// What both a font and a condition's look say of letters.
+template <class Letters>
+void SetLetters(lxw_format* format, const Letters& letters) {
+  if (letters.bold) format_set_bold(format);
+  if (letters.italic) format_set_italic(format);
+  if (letters.strikeout) format_set_font_strikeout(format);
+  if (letters.underline != 0) format_set_underline(format, letters.underline);
+  if (letters.color != kAutomatic) format_set_font_color(format, WriterColor(letters.color));
 }
 
 void SetNumberFormat(lxw_format* format, const std::string& code) {
@@ -64,8 +60,8 @@ void SetNumberFormat(lxw_format* format, const std::string& code) {
 void SetFill(lxw_format* format, const FillStyle& fill) {
   if (fill.pattern == 0) return;
   format_set_pattern(format, fill.pattern);
-  if (fill.foreground != kAutomatic) format_set_fg_color(format, ColorOf(fill.foreground));
-  if (fill.background != kAutomatic) format_set_bg_color(format, ColorOf(fill.background));
+  if (fill.foreground != kAutomatic) format_set_fg_color(format, WriterColor(fill.foreground));
+  if (fill.background != kAutomatic) format_set_bg_color(format, WriterColor(fill.background));
 }
 
 void SetBorder(lxw_format* format, const BorderStyle& border) {
@@ -73,13 +69,13 @@ void SetBorder(lxw_format* format, const BorderStyle& border) {
     const auto& [line, color] = border.edges[edge];
     if (line == 0) continue;
     kSetLine[edge](format, line);
-    if (color != kAutomatic) kSetLineColor[edge](format, ColorOf(color));
+    if (color != kAutomatic) kSetLineColor[edge](format, WriterColor(color));
   }
   const auto& [line, color] = border.edges[static_cast<std::size_t>(Edge::Diagonal)];
   if (line == 0 || border.diagonals == 0) return;
   format_set_diag_type(format, border.diagonals);
   format_set_diag_border(format, line);
-  if (color != kAutomatic) format_set_diag_color(format, ColorOf(color));
+  if (color != kAutomatic) format_set_diag_color(format, WriterColor(color));
 }
 
 void SetAlignment(lxw_format* format, const Alignment& alignment) {
@@ -95,17 +91,44 @@ void SetAlignment(lxw_format* format, const Alignment& alignment) {
 
 }  // namespace
 
+// The writer takes 0 for no colour and has a number of its own for black.
+lxw_color_t WriterColor(Color color) {
+  if (color == kAutomatic) return LXW_COLOR_UNSET;
+  return color == 0 ? static_cast<lxw_color_t>(LXW_COLOR_BLACK) : static_cast<lxw_color_t>(color);
+}
+
 lxw_format* FormatWriter::For(StyleId id) {
   lxw_format*& format = formats_[id];
   if (format != nullptr) return format;
-  format = workbook_add_format(workbook_);
-  if (format == nullptr) throw Errors::OutOfMemory();
+  format = Add();
   const Style& style = styles_.Get(id);
-  SetFont(format, style.font);
+  format_set_font_name(format, style.font.name.c_str());
+  format_set_font_size(format, style.font.size);
+  SetLetters(format, style.font);
   SetNumberFormat(format, style.number_format);
   SetFill(format, style.fill);
   SetBorder(format, style.border);
   SetAlignment(format, style.alignment);
+  return format;
+}
+
+lxw_format* FormatWriter::For(const ConditionalLook& look) {
+  if (look == ConditionalLook()) return nullptr;
+  lxw_format* format = Add();
+  SetLetters(format, look);
+  if (!look.number_format.empty()) format_set_num_format(format, look.number_format.c_str());
+  if (look.fill.pattern == kSolid) {
+    format_set_bg_color(format, WriterColor(look.fill.foreground));  // conditions have it the other way round
+  } else {
+    SetFill(format, look.fill);
+  }
+  SetBorder(format, look.border);
+  return format;
+}
+
+lxw_format* FormatWriter::Add() {
+  lxw_format* format = workbook_add_format(workbook_);
+  if (format == nullptr) throw Errors::OutOfMemory();
   return format;
 }
 

@@ -4,19 +4,28 @@
 
 #include <vector>
 
+#include "adapters/workbook/model/condition.h"
 #include "adapters/workbook/model/style_table.h"
 
 namespace mirelo::workbook {
 
-// Makes the file writer's formats for a workbook's styles, each when it is first wanted.
+// A colour as the file writer takes it.
+lxw_color_t WriterColor(Color color);
+
+// Makes the file writer's formats for a workbook's styles, each when it is first wanted, and for the looks
+// that conditions give.
 class FormatWriter {
  public:
   FormatWriter(lxw_workbook* workbook, const StyleTable& styles)
       : workbook_(workbook), styles_(styles), formats_(styles.Count(), nullptr) {}
 
   lxw_format* For(StyleId id);
+  // A format of its own for each call; null when the look changes nothing.
+  lxw_format* For(const ConditionalLook& look);
 
  private:
+  lxw_format* Add();
+
   lxw_workbook* workbook_;
   const StyleTable& styles_;
   std::vector<lxw_format*> formats_;  // owned by the workbook

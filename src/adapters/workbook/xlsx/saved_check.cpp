@@ -1,8 +1,10 @@
 #include "adapters/workbook/xlsx/saved_check.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "adapters/workbook/atomic_file.h"
@@ -30,8 +32,38 @@ bool IsSame(const CellValue& a, const CellValue& b) {
   return std::fabs(*number - *other) <= std::fabs(*number) * kPrecision;
 }
 
+bool IsSame(const Comments& a, const Comments& b) {
+  return std::equal(a.all().begin(), a.all().end(), b.all().begin(), b.all().end(),
+                    [](const auto& one, const auto& other) {
+                      return one.first == other.first && *one.second == *other.second;
+                    });
+}
+
+// Each area of each condition, since a file may tell one condition in several pieces.
+std::vector<std::pair<Area, const Condition*>> AreasOf(const Conditions& conditions) {
+  std::vector<std::pair<Area, const Condition*>> areas;
+  for (const auto& condition : conditions.all()) {
+    for (const Area& area : condition->areas) areas.emplace_back(area, condition.get());
+  }
+  return areas;
+}
+
+bool IsSame(const Conditions& a, const Conditions& b) {
+  const auto areas = AreasOf(a);
+  const auto others = AreasOf(b);
+  return std::equal(areas.begin(), areas.end(), others.begin(), others.end(),
+                    [](const auto& one, const auto& other) {
+                      return one.first == other.first && one.second->op == other.second->op &&
+                             one.second->formula1 == other.second->formula1 &&
+                             one.second->formula2 == other.second->formula2;
+                    });
+}
+
 bool IsSame(const Sheet& a, const Sheet& b) {
-  if (a.name != b.name || a.cells.Count() != b.cells.Count()) return false;
+  if (a.name != b.name || a.cells.Count() != b.cells.Count() || !IsSame(a.comments, b.comments) ||
+      !IsSame(a.conditions, b.conditions)) {
+    return false;
+  }
   bool is_same = true;
   a.cells.ForEach(Area::Sheet(), [&](std::int32_t row, std::int32_t column, const CellValue& value) {
     if (!is_same) return;

@@ -30,7 +30,8 @@ constexpr std::array kSheetElements = std::to_array<Kind>({
     {"sheetCalcPr", ""},
     {"pageMargins", ""},
     {"phoneticPr", ""},
-    {"drawing", ""},  // reported by the part that it refers to, as are the next four
+    {"conditionalFormatting", ""},  // looked into by itself
+    {"drawing", ""},                // reported by the part that it refers to, as are the next four
     {"legacyDrawing", ""},
     {"legacyDrawingHF", ""},
     {"tableParts", ""},
@@ -41,7 +42,6 @@ constexpr std::array kSheetElements = std::to_array<Kind>({
     {"cellWatches", "watched cells"},
     {"colBreaks", "page breaks"},
     {"rowBreaks", "page breaks"},
-    {"conditionalFormatting", "conditional formats"},
     {"controls", "form controls"},
     {"customProperties", "custom properties"},
     {"customSheetViews", "custom views"},
@@ -65,9 +65,9 @@ constexpr std::array kSheetElements = std::to_array<Kind>({
 
 constexpr std::array kSheetParts = std::to_array<Kind>({
     {"hyperlink", ""},   // reported by the element
-    {"vmlDrawing", ""},  // the shapes of comments and controls, which are reported by themselves
-    {"comments", "comments"},
-    {"threadedComment", "comments"},
+    {"vmlDrawing", ""},  // looked into by itself
+    {"comments", ""},
+    {"threadedComment", "threads of comments"},
     {"ctrlProp", "form controls"},
     {"control", "form controls"},
     {"drawing", "charts, pictures or shapes"},

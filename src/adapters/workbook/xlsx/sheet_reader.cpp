@@ -9,6 +9,8 @@
 
 #include "adapters/workbook/address.h"
 #include "adapters/workbook/xlsx/cell_reader.h"
+#include "adapters/workbook/xlsx/comment_reader.h"
+#include "adapters/workbook/xlsx/condition_reader.h"
 #include "adapters/workbook/xlsx/sheet_losses.h"
 #include "adapters/workbook/xlsx/style_layers.h"
 #include "adapters/workbook/xlsx/xml_part.h"
@@ -37,16 +39,48 @@ class SheetReader {
 
   void Read() {
     const pugi::xml_node root = xml_.root();
-    ReadPanes(Child(Child(Child(root, "sheetViews"), "sheetView"), "pane"));
+    ReadView(Child(Child(root, "sheetViews"), "sheetView"));
     ReadStandardWidth(Child(root, "sheetFormatPr"));
     ReadColumns(Child(root, "cols"));
     ReadRows(Child(root, "sheetData"));
     sheet_.styles = layers_.Build(context_.budget, xml_.name());
     cells_.ReportLosses();
-    ReportSheetLosses(root, Relationships(context_.package, xml_.name()), sheet_.name, context_.losses);
+    ReadConditions(context_, xml_.name(), root, sheet_);
+    const Relationships links(context_.package, xml_.name());
+    ReadComments(context_, links, sheet_);
+    ReportSheetLosses(root, links, sheet_.name, context_.losses);
   }
 
  private:
+  void ReadView(pugi::xml_node view) {
+    const pugi::xml_node pane = Child(view, "pane");
+    ReadPanes(pane);
+    const std::string_view active =
+        HasAttribute(pane, "activePane") ? Attribute(pane, "activePane") : "topLeft";
+    ForEachChild(view, "selection", [&](pugi::xml_node node) {
+      const std::string_view of = HasAttribute(node, "pane") ? Attribute(node, "pane") : "topLeft";
+      if (of == active) ReadSelection(node);
+    });
+  }
+
+  // Of several areas the first that holds the active cell is kept.
+  void ReadSelection(pugi::xml_node node) {
+    const auto cell = ParseCellName(Attribute(node, "activeCell"));
+    if (!cell) return;
+    sheet_.active_cell = *cell;
+    sheet_.selection = Area::Cell(cell->row, cell->column);
+    std::string_view areas = Attribute(node, "sqref");
+    while (!areas.empty()) {
+      const std::size_t end = std::min(areas.find(' '), areas.size());
+      const auto area = ParseAddress(areas.substr(0, end));
+      if (area && area->Holds(cell->row, cell->column)) {
+        sheet_.selection = *area;
+        return;
+      }
+      areas.remove_prefix(std::min(end + 1, areas.size()));
+    }
+  }
+
   void ReadPanes(pugi::xml_node pane) {
     if (!Attribute(pane, "state").starts_with("frozen")) return;
     const auto count = [&](std::string_view name, std::int32_t most) {

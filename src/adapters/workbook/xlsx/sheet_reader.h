@@ -16,7 +16,8 @@ struct SheetContext {
   Package& package;
   Book& book;
   std::vector<SharedString> strings;
-  std::vector<StyleId> styles;  // by the number that cells use
+  std::vector<StyleId> styles;         // by the number that cells use
+  std::vector<ConditionalLook> looks;  // by the number that conditions use
   bool counts_from_1904 = false;
   LoadBudget budget;
   Losses& losses;

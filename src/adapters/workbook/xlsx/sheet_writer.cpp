@@ -8,6 +8,8 @@
 
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_formats.h"
+#include "adapters/workbook/xlsx/comment_writer.h"
+#include "adapters/workbook/xlsx/condition_writer.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/writer_error.h"
 
@@ -34,6 +36,9 @@ class SheetWriter {
     WriteColumns();
     WriteRows();
     WriteCells();
+    WriteComments(sheet_.comments, worksheet_);
+    WriteConditions(sheet_.conditions, worksheet_, formats_);
+    WriteSelection();
     if (sheet_.frozen_rows > 0 || sheet_.frozen_columns > 0) {
       worksheet_freeze_panes(worksheet_, RowOf(sheet_.frozen_rows + 1), ColumnOf(sheet_.frozen_columns + 1));
     }
@@ -93,6 +98,16 @@ class SheetWriter {
         rows[i].clear();
       }
     }
+  }
+
+  // The writer makes the first corner the active cell. One amid the selection gives way to a corner.
+  void WriteSelection() {
+    const auto& [first_row, first_column, last_row, last_column] = sheet_.selection;
+    const bool is_lower = sheet_.active_cell.row == last_row;
+    const bool is_right = sheet_.active_cell.column == last_column;
+    worksheet_set_selection(
+        worksheet_, RowOf(is_lower ? last_row : first_row), ColumnOf(is_right ? last_column : first_column),
+        RowOf(is_lower ? first_row : last_row), ColumnOf(is_right ? first_column : last_column));
   }
 
   struct Cell {

@@ -11,6 +11,9 @@
 
 namespace mirelo::workbook {
 
+inline constexpr std::size_t kLongestFontName = 63;  // bytes
+inline constexpr double kGreatestFontSize = 409;
+
 // The words of the file format for parts of a style. A word's place is its number in the model.
 
 inline constexpr std::array<std::string_view, 19> kPatternNames{
@@ -50,6 +53,18 @@ inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 8> kHoriz
     {"centerContinuous", host::excel::xlHAlignCenterAcrossSelection},
     {"distributed", host::excel::xlHAlignDistributed},
 }};
+
+inline constexpr std::array<std::pair<std::string_view, host::excel::XlFormatConditionOperator>, 8>
+    kOperatorNames{{
+        {"between", host::excel::xlBetween},
+        {"notBetween", host::excel::xlNotBetween},
+        {"equal", host::excel::xlEqual},
+        {"notEqual", host::excel::xlNotEqual},
+        {"greaterThan", host::excel::xlGreater},
+        {"lessThan", host::excel::xlLess},
+        {"greaterThanOrEqual", host::excel::xlGreaterEqual},
+        {"lessThanOrEqual", host::excel::xlLessEqual},
+    }};
 
 inline constexpr std::array<std::pair<std::string_view, std::uint8_t>, 5> kUnderlineNames{
     {{"none", 0}, {"single", 1}, {"double", 2}, {"singleAccounting", 3}, {"doubleAccounting", 4}}};

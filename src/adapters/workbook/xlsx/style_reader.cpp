@@ -15,16 +15,15 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::size_t kLongestFontName = 63;  // bytes
-constexpr double kGreatestFontSize = 409;
 constexpr std::uint8_t kGreatestIndent = 250;
+constexpr std::uint8_t kSolid = 1;  // of FillStyle's patterns
 
 class StyleReader {
  public:
   StyleReader(Package& package, const std::string& part, ColorReader& colors, Losses& losses)
       : xml_(package, part, "styleSheet"), colors_(colors), losses_(losses), most_(package.limits().styles) {}
 
-  std::vector<Style> Read() {
+  FileStyles Read() {
     const pugi::xml_node root = xml_.root();
     colors_.ReadPalette(Child(Child(root, "colors"), "indexedColors"));
     ReadNumberFormats(Child(root, "numFmts"));
@@ -32,9 +31,12 @@ class StyleReader {
     fills_ = ReadList<FillStyle>(Child(root, "fills"), "fill", [&](pugi::xml_node n) { return ReadFill(n); });
     borders_ = ReadList<BorderStyle>(Child(root, "borders"), "border",
                                      [&](pugi::xml_node n) { return ReadBorder(n); });
-    auto styles =
+    FileStyles styles;
+    styles.cells =
         ReadList<Style>(Child(root, "cellXfs"), "xf", [&](pugi::xml_node n) { return ReadFormat(n); });
-    if (styles.empty()) styles.emplace_back();
+    if (styles.cells.empty()) styles.cells.emplace_back();
+    styles.looks =
+        ReadList<ConditionalLook>(Child(root, "dxfs"), "dxf", [&](pugi::xml_node n) { return ReadLook(n); });
     return styles;
   }
 
@@ -127,6 +129,36 @@ class StyleReader {
     return style;
   }
 
+  ConditionalLook ReadLook(pugi::xml_node node) {
+    ConditionalLook look;
+    const FontStyle font = ReadFont(Child(node, "font"));
+    look.bold = font.bold;
+    look.italic = font.italic;
+    look.strikeout = font.strikeout;
+    look.underline = font.underline;
+    look.color = font.color;
+    look.fill = ReadConditionalFill(Child(node, "fill"));
+    if (const pugi::xml_node border = Child(node, "border")) {
+      look.border = ReadBorder(border);
+      look.border.edges[static_cast<std::size_t>(Edge::Diagonal)] = {};  // no condition draws one
+      look.border.diagonals = 0;
+    }
+    if (const pugi::xml_node format = Child(node, "numFmt"))
+      look.number_format = UsableFormat(CleanText(Attribute(format, "formatCode")));
+    return look;
+  }
+
+  // A condition's pattern is solid unless told, and its colour is that of the background.
+  FillStyle ReadConditionalFill(pugi::xml_node node) {
+    FillStyle fill = ReadFill(node);
+    const pugi::xml_node pattern = Child(node, "patternFill");
+    if (!pattern || (fill.pattern != kSolid && HasAttribute(pattern, "patternType"))) return fill;
+    const Color background = colors_.Read(Child(pattern, "bgColor"));
+    const Color color = background != kAutomatic ? background : colors_.Read(Child(pattern, "fgColor"));
+    if (color == kAutomatic) return {};
+    return {kSolid, color, kAutomatic};
+  }
+
   std::string NumberFormatOf(std::int32_t id) {
     if (const auto own = number_formats_.find(id); own != number_formats_.end()) return own->second;
     if (const auto built_in = BuiltInFormat(id)) return std::string(*built_in);
@@ -174,8 +206,7 @@ class StyleReader {
 
 }  // namespace
 
-std::vector<Style> ReadStyles(Package& package, const std::string& part, ColorReader& colors,
-                              Losses& losses) {
+FileStyles ReadStyles(Package& package, const std::string& part, ColorReader& colors, Losses& losses) {
   return StyleReader(package, part, colors, losses).Read();
 }
 

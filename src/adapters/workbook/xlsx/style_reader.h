@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "adapters/workbook/model/condition.h"
 #include "adapters/workbook/model/style.h"
 #include "adapters/workbook/xlsx/color_reader.h"
 #include "adapters/workbook/xlsx/losses.h"
@@ -11,7 +11,12 @@
 
 namespace mirelo::workbook {
 
-// The cell formats of a file's style part, in the order in which cells refer to them; never empty.
-std::vector<Style> ReadStyles(Package& package, const std::string& part, ColorReader& colors, Losses& losses);
+// What a file's style part lists, in the order in which the sheets refer to it.
+struct FileStyles {
+  std::vector<Style> cells;  // never empty
+  std::vector<ConditionalLook> looks;
+};
+
+FileStyles ReadStyles(Package& package, const std::string& part, ColorReader& colors, Losses& losses);
 
 }  // namespace mirelo::workbook

@@ -83,4 +83,18 @@ std::string EscapeLookalikes(std::string_view text) {
   });
 }
 
+std::string EscapeControls(std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string escaped;
+  for (const char c : EscapeLookalikes(text)) {
+    const auto code = static_cast<unsigned char>(c);
+    if (code >= ' ' || c == '\t' || c == '\n') {
+      escaped += c;
+    } else {
+      escaped.append("_x00").append(1, kDigits[code >> 4]).append(1, kDigits[code & 0xF]).append("_");
+    }
+  }
+  return escaped;
+}
+
 }  // namespace mirelo::workbook

@@ -14,4 +14,7 @@ std::string UnescapeText(std::string_view text);
 // Text with what looks like an escape escaped. The characters that need one are left to the file writer.
 std::string EscapeLookalikes(std::string_view text);
 
+// The same, with the characters escaped that XML cannot carry.
+std::string EscapeControls(std::string_view text);
+
 }  // namespace mirelo::workbook

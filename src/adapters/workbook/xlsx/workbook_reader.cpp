@@ -34,9 +34,9 @@ class WorkbookReader {
         book_(std::make_shared<Book>()) {}
 
   LoadedBook Read() {
-    SheetContext context{package_, *book_, {}, {}, false, LoadBudget(package_.limits()), losses_};
+    SheetContext context{package_, *book_, {}, {}, {}, false, LoadBudget(package_.limits()), losses_};
     context.counts_from_1904 = Flag(Child(xml_.root(), "workbookPr"), "date1904", false);
-    context.styles = ReadStyleTable();
+    ReadStyleTable(context);
     if (const std::string part = PartOfType("sharedStrings"); !part.empty()) {
       context.strings = ReadSharedStrings(package_, part);
     }
@@ -55,16 +55,15 @@ class WorkbookReader {
     return link == nullptr || link->external ? "" : link->target;
   }
 
-  std::vector<StyleId> ReadStyleTable() {
-    std::vector<Style> styles(1);
+  void ReadStyleTable(SheetContext& context) {
+    FileStyles styles{{Style()}, {}};
     if (const std::string part = PartOfType("styles"); !part.empty()) {
       ColorReader colors(package_, PartOfType("theme"));
       styles = ReadStyles(package_, part, colors, losses_);
     }
-    book_->styles = StyleTable(styles.front());
-    std::vector<StyleId> ids;
-    for (const Style& style : styles) ids.push_back(book_->styles.Intern(style));
-    return ids;
+    book_->styles = StyleTable(styles.cells.front());
+    for (const Style& style : styles.cells) context.styles.push_back(book_->styles.Intern(style));
+    context.looks = std::move(styles.looks);
   }
 
   void ReadSheets(SheetContext& context) {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "adapters/workbook/xlsx/relationships.h"
+#include "adapters/workbook/xlsx/sheet_reader.h"
+
+namespace mirelo::workbook {
+
+// Fills a sheet's comments from the parts that it refers to.
+void ReadComments(SheetContext& context, const Relationships& links, Sheet& sheet);
+
+}  // namespace mirelo::workbook
