@@ -1,4 +1,3 @@
-#include "diagnostics/CErrorHandler.h"
 #include "dialog/grid_test.h"
 
 namespace mirelo::testing {
@@ -8,7 +7,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class AddingTickers : public GridTest {
+class AddingTickers : public PlainGridTest {
  protected:
   void AddTicker(const std::string& ticker) {
     std::int32_t unused = 0;
@@ -20,7 +19,7 @@ TEST_F(AddingTickers, PutsEachIntoARowOfItsOwnAndMakesItActive) {
   Add({"MSFT", "IBM"});
   EXPECT_THAT(Tickers(), ElementsAre("MSFT", "IBM"));
   EXPECT_EQ(ActiveTicker(), "IBM");
-  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+  EXPECT_THAT(CallStack(), IsEmpty());
 }
 
 TEST_F(AddingTickers, CapitalisesWhatTheUserTypes) {
@@ -51,7 +50,7 @@ TEST_F(AddingTickers, DoesNothingForAnEmptyText) {
   Add({"MSFT"});
   AddTicker("");
   EXPECT_THAT(Tickers(), ElementsAre("MSFT"));
-  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+  EXPECT_THAT(CallStack(), IsEmpty());
 }
 
 TEST_F(AddingTickers, TakesTheHeaderForNoTicker) {
@@ -96,7 +95,7 @@ TEST_F(AddingTickersToAGridWithoutColumns, WritesTheTickerAgainOnceThatWorks) {
   EXPECT_THAT(desktop.reports[0].text, HasSubstr("\tin Mirelo.frmMirelo.AddTicker at line 0"));
   EXPECT_THAT(Tickers(), ElementsAre("MSFT"));  // the row was added once
   EXPECT_EQ(FG.Row(), 1);
-  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+  EXPECT_THAT(CallStack(), IsEmpty());
 }
 
 TEST_F(AddingTickersToAGridWithoutColumns, GoesOnWithTheSelectionWhenThatIsIgnored) {

@@ -1,28 +1,31 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "dialog/frmMirelo.h"
-#include "support/facade_test.h"
+#include "automation/text.h"
+#include "dialog/dialog_test.h"
 
 namespace mirelo::testing {
 
-// The dialog with its grid in plain mode and empty, and a person who works in it.
-class GridTest : public FacadeTest {
+using Texts = std::vector<std::string>;
+
+// The dialog, open for the rest of the test once Open() ran, and a person who works with its tickers.
+class GridTest : public DialogTest {
  protected:
-  GridTest() {
+  void Open() {
     form.frmAppSettings(&mGlobal::AppSettings());
     form.Owner(&*facade);
-    form.FGVertical(false);
+    form.Load();
+    form.Show();
+    form.Activate();
   }
 
-  void Add(std::initializer_list<std::string> tickers) {
+  void Add(const Texts& tickers) {
     for (const std::string& ticker : tickers) {
       form.txtTicker.UserEdit(ticker);
       form.ButAdd.UserPress();
@@ -31,21 +34,21 @@ class GridTest : public FacadeTest {
   void ClickTicker(std::int32_t row) { FG.UserClickCell(row, TickerColumn()); }
 
   std::int32_t TickerColumn() const { return form.chkVerTable.Value(); }
-  std::vector<std::string> Tickers() const { return TextsOfColumn(TickerColumn()); }
-  std::vector<std::string> TextsOfColumn(std::int32_t col) const {
-    std::vector<std::string> texts;
+  Texts Tickers() const { return TextsOfColumn(TickerColumn()); }
+  Texts TextsOfColumn(std::int32_t col) const {
+    Texts texts;
     for (std::int32_t row = 1; row < FG.Rows(); ++row) texts.push_back(FG.TextMatrix(row, col));
     return texts;
   }
-  std::vector<std::string> TextsOfRow(std::int32_t row) const {
-    std::vector<std::string> texts;
+  Texts TextsOfRow(std::int32_t row) const {
+    Texts texts;
     for (std::int32_t col = 0; col < FG.Cols(); ++col) texts.push_back(FG.TextMatrix(row, col));
     return texts;
   }
-  std::vector<std::string> Headers() const { return TextsOfRow(0); }
+  Texts Headers() const { return TextsOfRow(0); }
   std::string ActiveTicker() const { return FG.TextMatrix(FG.Row(), TickerColumn()); }
 
-  // The numbers of the errors that were reported, in order.
+  // The numbers of the errors that were reported, in order. For tests that announced answers.
   std::vector<int> ReportedErrors() const {
     constexpr std::string_view kMark = "\tError: ";
     std::vector<int> errors;
@@ -57,6 +60,15 @@ class GridTest : public FacadeTest {
 
   frmMirelo form;
   forms::Grid& FG = form.FG;
+};
+
+// The dialog without vertical tables: a grid of one column.
+class PlainGridTest : public GridTest {
+ protected:
+  PlainGridTest() {
+    Save("VerticalTable", 0);
+    Open();
+  }
 };
 
 }  // namespace mirelo::testing

@@ -7,13 +7,11 @@
 
 namespace mirelo::testing {
 
-using Texts = std::vector<std::string>;
-
 // The tab of columns with a few of them in each list, and no button on yet.
-class ListsTest : public GridTest {
+class ListsTest : public PlainGridTest {
  protected:
   ListsTest() {
-    form.C1TTickersSettings.CurrTab(3);
+    form.C1TTickersSettings.UserSelect(kFields);
     Fill({"Tick", "Volume", "High"}, {"Ticker", "Last", "Bid", "Ask"});
   }
 

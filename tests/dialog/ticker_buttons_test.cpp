@@ -1,4 +1,3 @@
-#include "diagnostics/CErrorHandler.h"
 #include "dialog/grid_test.h"
 
 namespace mirelo::testing {
@@ -10,13 +9,13 @@ using ::testing::IsEmpty;
 
 const int kSavingFailed = ErrorNumber(0x80044281);
 
-class TickerButtons : public GridTest {
+class TickerButtons : public PlainGridTest {
  protected:
   TickerButtons() { form.txtTicker.SetFocus(); }
 
   void ExpectGridHasFocus() {
     EXPECT_TRUE(FG.HasFocus());
-    EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+    EXPECT_THAT(CallStack(), IsEmpty());
   }
 };
 
@@ -175,6 +174,7 @@ TEST_F(Sorting, SortsAllRowsWhateverIsSelected) {
 
 TEST_F(Sorting, ReportsThatThereIsNoTickerToSelect) {
   FG.Rows(1);
+  Answers({"ABORT"});
   form.ButSort.UserPress();
   EXPECT_THAT(ReportedErrors(), ElementsAre(381));
   EXPECT_EQ(Stored(), "True");
@@ -182,6 +182,7 @@ TEST_F(Sorting, ReportsThatThereIsNoTickerToSelect) {
 
 TEST_F(Sorting, ReportsADirectionThatIsNone) {
   Save("Sort_Desc", "sideways");
+  Answers({"ABORT"});
   form.ButSort.UserPress();
   EXPECT_THAT(ReportedErrors(), ElementsAre(13));
   EXPECT_THAT(Tickers(), ElementsAre("B", "C", "A"));
@@ -195,7 +196,7 @@ TEST_F(Sorting, StoresTheDirectionAgainOnceTheStoreTakesIt) {
   EXPECT_THAT(desktop.reports[0].text, HasSubstr("\tin Mirelo.frmMirelo.ButSort_Click at line 0"));
   EXPECT_EQ(Stored(), "True");
   EXPECT_THAT(Tickers(), ElementsAre("A", "B", "C"));
-  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+  EXPECT_THAT(CallStack(), IsEmpty());
 }
 
 TEST_F(Sorting, SortsAllTheSameWhenThatFailureIsIgnored) {
@@ -212,7 +213,7 @@ TEST_F(Sorting, LeavesTheTickersWhenThatFailureIsAborted) {
   form.ButSort.UserPress();
   EXPECT_EQ(Stored(), "nothing");
   EXPECT_THAT(Tickers(), ElementsAre("B", "C", "A"));
-  EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
+  EXPECT_THAT(CallStack(), IsEmpty());
 }
 
 TEST_F(Sorting, TakesTheReadDirectionForDownwardsWhenReadingIsIgnored) {

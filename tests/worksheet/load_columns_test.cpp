@@ -1,6 +1,5 @@
 // Which columns the dialog lists after it has read the quote table.
 
-#include "diagnostics/CErrorHandler.h"
 #include "worksheet/table_test.h"
 
 namespace mirelo::testing {
@@ -13,13 +12,10 @@ using ::testing::Not;
 
 class LoadingColumns : public TableTest {
  protected:
-  ~LoadingColumns() override { EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty()); }
+  ~LoadingColumns() override { EXPECT_THAT(CallStack(), IsEmpty()); }
 
-  // The columns of a vertical table, as the grid shows them when it is laid out for it.
+  // The columns of vertical tables, as the grid shows them.
   Texts VerticalFields() {
-    form.VerticalClickArmed(false);
-    form.chkVerTable.Value(1);
-    form.FGVertical(false);
     Texts headers = Headers();
     headers.erase(headers.begin());  // the fixed column's
     return headers;
@@ -27,14 +23,14 @@ class LoadingColumns : public TableTest {
 };
 
 TEST_F(LoadingColumns, TakesTheTablesHeadersInTheirOrder) {
-  Load();
-  EXPECT_EQ(shown, "Ticker,Bid,Tick");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Bid,Tick");
   EXPECT_THAT(VerticalFields(), ElementsAre("Ticker", "Bid"));
 }
 
 TEST_F(LoadingColumns, HidesAllOthersInTheOrderOfTheVocabulary) {
-  Load();
-  EXPECT_EQ(hidden,
+  Open();
+  EXPECT_EQ(Hidden(),
             "Date,Time,Last,Ask,Change,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,"
             "52w Low,52w High");
 }
@@ -42,50 +38,50 @@ TEST_F(LoadingColumns, HidesAllOthersInTheOrderOfTheVocabulary) {
 TEST_F(LoadingColumns, HidesNothingWhenTheTableHasAll) {
   Columns({"Ticker", "Open", "Date", "Time", "Last", "Bid", "Ask", "Change", "Tick", "Volume", "High", "Low",
            "BidSize", "AskSize", "LastVolume", "AvgTrade", "NumTrades", "52w Low", "52w High"});
-  Load();
-  EXPECT_EQ(hidden, "");
-  EXPECT_THAT(shown, HasSubstr("Ticker,Open,Date"));
+  Open();
+  EXPECT_EQ(Hidden(), "");
+  EXPECT_THAT(Shown(), HasSubstr("Ticker,Open,Date"));
 }
 
 TEST_F(LoadingColumns, PassesOverHeadersThatAreNoColumns) {
   Columns({"Ticker", "Price", "Last"});
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last");
-  EXPECT_THAT(hidden, Not(HasSubstr("Price")));
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last");
+  EXPECT_THAT(Hidden(), Not(HasSubstr("Price")));
 }
 
 TEST_F(LoadingColumns, ListsNothingWhenNoHeaderIsAColumn) {
   Columns({"Paper", "Price"});
-  Load();
-  EXPECT_EQ(shown, "");
-  EXPECT_THAT(hidden, HasSubstr("Ticker,Date,Time,Last"));
+  Open();
+  EXPECT_EQ(Shown(), "");
+  EXPECT_THAT(Hidden(), HasSubstr("Ticker,Date,Time,Last"));
 }
 
 TEST_F(LoadingColumns, KeepsTheLettersOfTheSheet) {
   Columns({"ticker", "LAST"});
-  Load();
-  EXPECT_EQ(shown, "ticker,LAST");
-  EXPECT_THAT(hidden, HasSubstr("Date,Time,Bid"));  // neither Ticker nor Last is among them
+  Open();
+  EXPECT_EQ(Shown(), "ticker,LAST");
+  EXPECT_THAT(Hidden(), HasSubstr("Date,Time,Bid"));  // neither Ticker nor Last is among them
 }
 
 TEST_F(LoadingColumns, ListsARepeatedHeaderOnce) {
   Columns({"Ticker", "Last", "Bid", "last"});
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last,Bid");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last,Bid");
 }
 
 TEST_F(LoadingColumns, StopsAtAGapInTheHeaders) {
   Columns({"Ticker", "Last"});
   Put("D2", "Bid");
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last");
 }
 
 TEST_F(LoadingColumns, ReadsTheWholeRowBehindASingleHeader) {
   Columns({"Ticker"});
-  Load();
-  EXPECT_EQ(shown, "Ticker");
-  EXPECT_THAT(hidden, HasSubstr("Date,Time,Last,Bid"));
+  Open();
+  EXPECT_EQ(Shown(), "Ticker");
+  EXPECT_THAT(Hidden(), HasSubstr("Date,Time,Last,Bid"));
 }
 
 TEST_F(LoadingColumns, TakesHeadersThatAreNoTextsForUnknown) {
@@ -93,8 +89,8 @@ TEST_F(LoadingColumns, TakesHeadersThatAreNoTextsForUnknown) {
   Put("C2", 12.5);
   Put("D2", true);
   Put("E2", "Bid");
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last,Bid");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last,Bid");
 }
 
 // Without a table
@@ -102,9 +98,9 @@ TEST_F(LoadingColumns, TakesHeadersThatAreNoTextsForUnknown) {
 TEST_F(LoadingColumns, GoesByTheSettingsWithoutATable) {
   sheet->Name("Quotes");
   Put("A1", "SnapShot( 15 sec)");
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last,Ask");
-  EXPECT_EQ(hidden, "Volume,High,Tick");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last,Ask");
+  EXPECT_EQ(Hidden(), "Volume,High,Tick");
   EXPECT_THAT(Tickers(), IsEmpty());
   EXPECT_EQ(form.txtSec.Text(), "60");
   EXPECT_EQ(form.chkUpdOrNot.Value(), 1);
@@ -113,37 +109,37 @@ TEST_F(LoadingColumns, GoesByTheSettingsWithoutATable) {
 
 TEST_F(LoadingColumns, OffersTheQuoteSourcesWithoutATable) {
   sheet->Name("Quotes");
-  Load();
+  Open();
   EXPECT_GT(form.ComQuoteSource.ListCount(), 0);
   EXPECT_NE(form.ComQuoteSource.Text(), "");
 }
 
 TEST_F(LoadingColumns, KnowsTheTableByTheExactNameOnly) {
   sheet->Name("DOVANTA2_quotes");
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last,Ask");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last,Ask");
 }
 
 TEST_F(LoadingColumns, FindsTheTableOnAnySheetOfTheWorkbook) {
   sheets->Add();
   sheets->Add();
   ASSERT_EQ(sheet->Index(), 3);
-  Load();
-  EXPECT_EQ(shown, "Ticker,Bid,Tick");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Bid,Tick");
 }
 
 TEST_F(LoadingColumns, GoesByTheSettingsForATableWithoutTickers) {
   Range("A3:A4")->Clear();
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last,last,Ask");  // not even the repeat goes
-  EXPECT_EQ(hidden, "Volume,High,Tick");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last,last,Ask");  // not even the repeat goes
+  EXPECT_EQ(Hidden(), "Volume,High,Tick");
   EXPECT_THAT(Tickers(), IsEmpty());
 }
 
 TEST_F(LoadingColumns, GoesByTheSettingsForAnEmptySheet) {
   Range("A1:C4")->Clear();
-  Load();
-  EXPECT_EQ(shown, "Ticker,Last,last,Ask");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Last,last,Ask");
   EXPECT_EQ(form.ComQuoteSource.ListCount(), 0);
 }
 
@@ -151,18 +147,19 @@ TEST_F(LoadingColumns, GoesByTheSettingsForAnEmptySheet) {
 
 TEST_F(LoadingColumns, ReportsThatThereIsNoSpreadsheet) {
   facade->m_ObjExcelApplication(nullptr);
-  Load();
+  Answers({"ABORT"});
+  Open();
   EXPECT_THAT(ReportedErrors(), ElementsAre(91));
   EXPECT_THAT(desktop.reports[0].text, HasSubstr("\tin Mirelo.frmMirelo.LoadTickers at line 0"));
-  EXPECT_EQ(shown, "Ticker,Last,last,Ask");
+  EXPECT_EQ(Shown(), "Ticker,Last,last,Ask");
 }
 
 TEST_F(LoadingColumns, ReadsTheTableOnceTheSpreadsheetIsThere) {
   facade->m_ObjExcelApplication(nullptr);
   Answers({"RETRY"});
   desktop.while_open = [this] { facade->m_ObjExcelApplication(application); };
-  Load();
-  EXPECT_EQ(shown, "Ticker,Bid,Tick");
+  Open();
+  EXPECT_EQ(Shown(), "Ticker,Bid,Tick");
   EXPECT_THAT(Tickers(), ElementsAre("MSFT", "IBM"));
 }
 

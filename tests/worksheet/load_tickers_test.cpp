@@ -1,6 +1,5 @@
 // Tickers and mode of update, as the dialog reads them from the quote table.
 
-#include "diagnostics/CErrorHandler.h"
 #include "worksheet/table_test.h"
 
 namespace mirelo::testing {
@@ -11,55 +10,55 @@ using ::testing::IsEmpty;
 
 class LoadingTickers : public TableTest {
  protected:
-  ~LoadingTickers() override { EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty()); }
+  ~LoadingTickers() override { EXPECT_THAT(CallStack(), IsEmpty()); }
 };
 
 TEST_F(LoadingTickers, TakesThemInTheOrderOfTheSheet) {
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("MSFT", "IBM"));
 }
 
 TEST_F(LoadingTickers, CapitalisesThem) {
   PutColumn("A3", {"msft", "Brk.b"});
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("MSFT", "BRK.B"));
 }
 
 TEST_F(LoadingTickers, PassesOverTextsOfTwelveCharactersAndMore) {
   PutColumn("A3", {"abcdefghijk", "abcdefghijkl", "Total of all quotes", "IBM"});
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("ABCDEFGHIJK", "IBM"));
   EXPECT_THAT(desktop.boxes, IsEmpty());
 }
 
 TEST_F(LoadingTickers, StopsAtTheFirstGap) {
   Put("A6", "ORCL");
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("MSFT", "IBM"));
 }
 
 TEST_F(LoadingTickers, LeapsAGapRightUnderTheHeader) {
   Put("A3", Variant());
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("IBM"));
 }
 
 TEST_F(LoadingTickers, TakesARepeatedTickerOnce) {
   PutColumn("A3", {"MSFT", "IBM", "msft"});
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("MSFT", "IBM"));
 }
 
 TEST_F(LoadingTickers, TakesWhatTheSheetTookForNumbers) {
   Put("A3", 600000);
   Put("A4", true);
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("600000", "TRUE"));
 }
 
 TEST_F(LoadingTickers, TakesColumnAWhateverHeadsIt) {
   Columns({"Last", "Ticker"});
-  Load();
+  Open();
   EXPECT_THAT(Tickers(), ElementsAre("MSFT", "IBM"));
 }
 
@@ -73,12 +72,10 @@ class LoadingTheMode : public TableTest {
     friend bool operator==(const Outcome&, const Outcome&) = default;
     friend void PrintTo(const Outcome& o, std::ostream* out) { *out << o.seconds << ", " << o.ticked; }
   };
-  // The number of seconds and the box after reading a table with this caption. Before, they say 60 and 1.
+  // The number of seconds and the box after reading a table with this caption. The settings say 60 and 1.
   Outcome Read(const std::string& caption) {
-    form.chkUpdOrNot.Value(1);
-    form.txtSec.Text("60");
     sheet->Range("A1")->Value("'" + caption);
-    Load();
+    Open();
     return {form.txtSec.Text(), form.chkUpdOrNot.Value()};
   }
   const Outcome unchanged{"60", 1};
@@ -95,10 +92,8 @@ TEST_F(LoadingTheMode, OfSnapshotsEverySoManySeconds) {
 
 TEST_F(LoadingTheMode, OfASingleSnapshotLeavesTheBoxToTheSettings) {
   EXPECT_EQ(Read("SnapShot( Update Onse )"), unchanged);
-  form.chkUpdOrNot.Value(0);
-  sheet->Range("A1")->Value("SnapShot( Update Onse )");
-  Load();
-  EXPECT_EQ(form.chkUpdOrNot.Value(), 0);
+  Save("UpdateEvery", 0);
+  EXPECT_EQ(Read("SnapShot( Update Onse )").ticked, 0);
 }
 
 TEST_F(LoadingTheMode, OfAnythingElseInBracketsTakesTheTickAway) {
@@ -132,11 +127,12 @@ TEST_F(LoadingTheMode, IsNoneOfOtherCaptions) {
 
 TEST_F(LoadingTheMode, IsNoneOfACaptionThatIsNoText) {
   sheet->Range("A1")->Value(15);
-  Load();
+  Open();
   EXPECT_THAT(desktop.reports, IsEmpty());
 }
 
 TEST_F(LoadingTheMode, FailsWithoutAClosingBracket) {
+  Answers({"ABORT", "ABORT"});
   EXPECT_EQ(Read("SnapShot( 15 sec"), unchanged);
   EXPECT_EQ(Read("Streaming( x "), unchanged);
   EXPECT_THAT(ReportedErrors(), ElementsAre(5, 5));
@@ -144,6 +140,7 @@ TEST_F(LoadingTheMode, FailsWithoutAClosingBracket) {
 }
 
 TEST_F(LoadingTheMode, FailsForMoreSecondsThanAreCounted) {
+  Answers({"ABORT"});
   EXPECT_EQ(Read("SnapShot( 40000 sec)"), unchanged);
   EXPECT_THAT(ReportedErrors(), ElementsAre(6));
 }

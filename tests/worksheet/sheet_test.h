@@ -3,10 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "adapters/workbook/spreadsheet.h"
-#include "automation/text.h"
 #include "dialog/grid_test.h"
 #include "host/excel/range.h"
 #include "host/excel/workbook.h"
@@ -15,13 +12,9 @@
 
 namespace mirelo::testing {
 
-using Texts = std::vector<std::string>;
-
-// The dialog of a facade that holds a spreadsheet with one empty sheet.
+// The dialog over a workbook of one sheet, which is empty at first.
 class SheetTest : public GridTest {
  protected:
-  SheetTest() { facade->m_ObjExcelApplication(application); }
-
   std::shared_ptr<host::excel::Range> Range(std::string_view address) { return sheet->Range(address); }
   void Put(std::string_view address, const Variant& value) { Range(address)->Value(value); }
   // Texts to the right, and down, from a cell.
@@ -34,7 +27,7 @@ class SheetTest : public GridTest {
       Range(first)->Cells(static_cast<std::int32_t>(i) + 1, 1)->Value(texts[i]);
   }
 
-  std::shared_ptr<host::excel::Application> application = workbook::Spreadsheet::New().Application();
+  std::shared_ptr<host::excel::Application> application = spreadsheet.Application();
   std::shared_ptr<host::excel::Workbook> book = application->ActiveWorkbook();
   std::shared_ptr<host::excel::Worksheets> sheets = book->Worksheets();
   std::shared_ptr<host::excel::Worksheet> sheet = book->ActiveSheet();

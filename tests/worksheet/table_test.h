@@ -13,19 +13,18 @@ class TableTest : public SheetTest {
     sheet->Name("Dovanta2_Quotes");
     Columns({"Ticker", "Bid", "Tick"});
     PutColumn("A3", {"MSFT", "IBM"});
-    form.txtSec.Text("60");
-    form.chkUpdOrNot.Value(1);
+    Save("ListLeft", "Volume,High,Tick");
+    Save("ListRight", "Ticker,Last,last,Ask");
   }
 
   void Columns(const Texts& headers) {
     Range("A2:Z2")->ClearContents();
     PutRow("A2", headers);
   }
-  void Load() { form.LoadTickers(hidden, shown); }
 
-  // What the settings say, and after Load() what the dialog is to list.
-  std::string hidden = "Volume,High,Tick";
-  std::string shown = "Ticker,Last,last,Ask";
+  // The columns that the dialog lists.
+  std::string Hidden() const { return Join(form.ListLeft.Items(), ","); }
+  std::string Shown() const { return Join(form.ListRight.Items(), ","); }
 };
 
 }  // namespace mirelo::testing
