@@ -23,6 +23,8 @@ void Control::SetFocus() {
 bool Control::HasFocus() const { return form_.ActiveControl() == this; }
 
 bool Control::IsUsable() const {
+  const Form* on_top = ActiveForm();
+  if (on_top != nullptr && on_top != &form_) return false;
   for (const Control* control = this; control != nullptr; control = control->parent_) {
     if (!control->enabled_ || !control->visible_) return false;
     if (control->parent_ != nullptr && !control->parent_->Shows(*control)) return false;

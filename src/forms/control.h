@@ -55,7 +55,8 @@ class Control {
   void SetFocus();
   bool HasFocus() const;
 
-  // Whether a person could use it now: it and all its parents are enabled, visible and not on a hidden tab.
+  // Whether a person could use it now: it and all its parents are enabled, visible and not on a hidden tab,
+  // and no other form is shown modally.
   bool IsUsable() const;
 
   // Whether a visible child can be seen. A tab strip shows the panel of its current tab only.

@@ -98,7 +98,9 @@ void Form::Close() {
 }
 
 void Form::UserEnter() {
-  if (auto* button = DefaultButton()) button->UserPress();
+  auto* button = dynamic_cast<Button*>(active_);
+  if (button == nullptr || !button->IsUsable()) button = DefaultButton();
+  if (button != nullptr) button->UserPress();
 }
 
 void Form::UserEscape() {
@@ -113,11 +115,14 @@ void Form::Design(std::int32_t width, std::int32_t height, Border border) {
 
 void ShowModal(Form& form, const std::function<void(const std::function<bool()>& done)>& run) {
   form.Load();
-  {
+  try {
     const OnTop on_top(form);
     form.Show();
     form.Activate();
     run([&form] { return !form.Visible(); });
+  } catch (...) {
+    form.Hide();
+    throw;
   }
   auto* below = ActiveForm();
   if (below != nullptr && below->Visible()) below->Activate();

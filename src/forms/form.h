@@ -72,7 +72,8 @@ class Form {
   // form's is that was never shown.
   void Close();
 
-  // The person presses Enter, Escape: the default and the cancel button, if there is a usable one.
+  // The person presses Enter: the button that has the focus, else the default button. Escape: the cancel
+  // button. Nothing when that one cannot be used.
   void UserEnter();
   void UserEscape();
 
@@ -107,7 +108,7 @@ class Form {
 
 // Shows a form modally: loads, shows and activates it, lets `run` run until its argument answers true (the
 // form was hidden), and activates the form below again if it is still shown. `run` is the message loop's
-// RunUntil.
+// RunUntil. A failure on the way hides the form and is raised; the form below is not activated then.
 void ShowModal(Form& form, const std::function<void(const std::function<bool()>& done)>& run);
 
 // The modal form on top; null when none shows.

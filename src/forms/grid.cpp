@@ -1,7 +1,12 @@
 #include "forms/grid.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "automation/number.h"
 #include "automation/runtime_error.h"
@@ -11,19 +16,44 @@ namespace mirelo::forms {
 
 namespace {
 
-// The header's text without the sign that aligns its column.
-std::string HeaderText(std::string_view piece) {
-  piece = Trim(piece);
-  if (!piece.empty() && std::string_view("<^>=").find(piece.front()) != std::string_view::npos)
-    piece.remove_prefix(1);
-  return std::string(Trim(piece));
+struct Header {
+  std::string text;
+  Grid::Alignment alignment = Grid::Alignment::General;
+};
+
+std::optional<Grid::Alignment> AlignmentOf(char sign) {
+  switch (sign) {
+    case '<':
+      return Grid::Alignment::Left;
+    case '^':
+      return Grid::Alignment::Center;
+    case '>':
+      return Grid::Alignment::Right;
+    case '=':
+      return Grid::Alignment::CenteredHeader;
+    default:
+      return std::nullopt;
+  }
 }
 
-bool LiesBefore(const std::string& a, const std::string& b) {
-  const auto left = ParseNumber(a);
-  const auto right = ParseNumber(b);
-  if (left && right) return *left < *right;
-  return StrComp(a, b, Compare::Text) < 0;
+Header ParseHeader(std::string_view piece) {
+  piece = Trim(piece);
+  const auto alignment = piece.empty() ? std::nullopt : AlignmentOf(piece.front());
+  if (!alignment) return {std::string(piece)};
+  return {std::string(Trim(piece.substr(1))), *alignment};
+}
+
+// What a row is sorted by.
+struct SortKey {
+  std::optional<double> number;
+  std::string_view text;
+  std::size_t row = 0;
+};
+
+bool LiesBefore(const SortKey& a, const SortKey& b) {
+  if (a.number && b.number) return *a.number < *b.number;
+  if (a.number || b.number) return a.number.has_value();
+  return StrComp(a.text, b.text, Compare::Text) < 0;
 }
 
 }  // namespace
@@ -80,8 +110,11 @@ void Grid::FormatString(std::string format) {
   const auto count = static_cast<std::int32_t>(pieces.size());
   if (Cols() < count) Cols(count);
   if (Rows() < 1) Rows(1);
-  for (std::int32_t c = 0; c < count; ++c)
-    cells_[0][static_cast<std::size_t>(c)].text = HeaderText(pieces[static_cast<std::size_t>(c)]);
+  for (std::size_t c = 0; c < pieces.size(); ++c) {
+    Header header = ParseHeader(pieces[c]);
+    cells_[0][c].text = std::move(header.text);
+    columns_[c].alignment = header.alignment;
+  }
   Appearance.Raise();
 }
 
@@ -101,18 +134,25 @@ void Grid::RemoveItem(std::int32_t row) {
 
 void Grid::Sort(int order) {
   if (order != kSortAscending && order != kSortDescending) throw Errors::InvalidProcedureCall();
-  if (Rows() <= FixedRows()) return;
-  auto first = std::min(row_, row_sel_);
+  if (Rows() <= FixedRows() || Cols() == 0) return;
+  auto first = std::max(std::min(row_, row_sel_), FixedRows());
   auto last = std::max(row_, row_sel_);
-  if (first == last) {
+  if (first >= last) {
     first = FixedRows();
     last = Rows() - 1;
   }
-  const auto column = static_cast<std::size_t>(col_);
-  std::stable_sort(cells_.begin() + first, cells_.begin() + last + 1, [&](const auto& a, const auto& b) {
-    return order == kSortAscending ? LiesBefore(a[column].text, b[column].text)
-                                   : LiesBefore(b[column].text, a[column].text);
+  std::vector<SortKey> keys;
+  for (auto row = first; row <= last; ++row) {
+    const std::string& text = TextMatrix(row, col_);
+    keys.push_back({ParseNumber(text), text, static_cast<std::size_t>(row)});
+  }
+  std::stable_sort(keys.begin(), keys.end(), [&](const SortKey& a, const SortKey& b) {
+    return order == kSortAscending ? LiesBefore(a, b) : LiesBefore(b, a);
   });
+  std::vector<std::vector<GridCell>> sorted;
+  sorted.reserve(keys.size());
+  for (const SortKey& key : keys) sorted.push_back(std::move(cells_[key.row]));
+  std::move(sorted.begin(), sorted.end(), cells_.begin() + first);
   Appearance.Raise();
 }
 

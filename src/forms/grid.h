@@ -24,7 +24,7 @@ class Grid : public Control {
  public:
   static constexpr int kBooleanColumn = 11;  // ColDataType of a column of check cells
   static constexpr int kCellPicture = 3;     // setting of Cell: the picture
-  static constexpr int kSortAscending = 1;   // Sort: numbers by value, texts without regard to case
+  static constexpr int kSortAscending = 1;   // Sort: numbers by value, then texts without regard to case
   static constexpr int kSortDescending = 2;
 
   using Control::Control;
@@ -61,9 +61,15 @@ class Grid : public Control {
   int ColDataType(std::int32_t col) const { return At(col).data_type; }
   void ColDataType(std::int32_t col, int type);
 
-  // Header texts parted by "|", one for each column; the grid gains columns when there are more. A sign in
-  // front of a text aligns its column ("<", "^", ">", or "=" for a centred header) and goes, with the blanks
-  // around the text.
+  // How a column is aligned. General is texts left and numbers right; CenteredHeader is that below a header
+  // in the middle.
+  enum class Alignment { General, Left, Center, Right, CenteredHeader };
+  Alignment ColAlignment(std::int32_t col) const { return At(col).alignment; }
+
+  // Header texts parted by "|", one for each column; the grid gains columns when there are more, and a row
+  // when it has none. A sign in front of a text aligns its column ("<" left, "^" in the middle, ">" right,
+  // "=" for a centred header) and goes, with the blanks around the text. Columns behind the last text stay as
+  // they are.
   const std::string& FormatString() const { return format_; }
   void FormatString(std::string format);
 
@@ -78,8 +84,8 @@ class Grid : public Control {
 
   // Removes a row; the rows below move up. Error 381 outside, error 5 for a fixed row.
   void RemoveItem(std::int32_t row);
-  // Sorts the rows of the selection (all below the header when it is one row) by the active column, keeping
-  // the order of equals. Error 5 for another order than the two above.
+  // Sorts the rows of the selection below the header (all when that is one row) by the active column, keeping
+  // the order of equals. The selection stays where it is. Error 5 for another order than the two above.
   void Sort(int order);
 
   // Of a person's click, in this order: BeforeEdit, the toggle, AfterEdit when the click is on a check cell
@@ -101,6 +107,7 @@ class Grid : public Control {
   struct Column {
     std::int32_t width = kDefaultWidth;
     int data_type = 0;
+    Alignment alignment = Alignment::General;
   };
   struct GridCell {
     std::string text;
