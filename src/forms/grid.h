@@ -97,10 +97,17 @@ class Grid : public Control {
   void UserClickCell(std::int32_t row, std::int32_t col);
   // Extends the selection from the active cell to this one, as dragging does.
   void UserDragTo(std::int32_t row, std::int32_t col);
+  // The arrow keys, and pressing the mouse before it is dragged: makes this cell the active one. Raises
+  // nothing.
+  void UserMoveTo(std::int32_t row, std::int32_t col);
+  // The same with the shift key down: extends the selection to this cell, raising nothing.
+  void UserExtendTo(std::int32_t row, std::int32_t col);
   // The blank key: toggles the active cell if it is a check cell.
   void UserToggle();
   // Types a new text over the active cell of an editable grid; check cells and cancelled edits keep theirs.
   void UserEditCell(std::string text);
+  // Whether the active cell would take a text: asks BeforeEdit.
+  bool UserMayEdit();
   void UserResizeColumn(std::int32_t col, std::int32_t width);
 
  private:
@@ -121,6 +128,7 @@ class Grid : public Control {
   GridCell& At(std::int32_t row, std::int32_t col);
   void KeepSelectionInside();
   void SelectFor(std::int32_t row, std::int32_t col);
+  bool IsOrdinary(std::int32_t row, std::int32_t col) const;
   bool AllowsEdit(std::int32_t row, std::int32_t col);
   void Toggle(std::int32_t row, std::int32_t col);
 

@@ -10,24 +10,39 @@ void Grid::UserClickCell(std::int32_t row, std::int32_t col) {
   if (!IsUsable() || row < 0 || row >= Rows() || col < 0 || col >= Cols()) return;
   SetFocus();
   SelectFor(row, col);
-  if (row >= FixedRows() && col >= fixed_cols_) Toggle(row, col);
+  if (IsOrdinary(row, col)) Toggle(row, col);
   Click.Raise();
 }
 
 void Grid::UserDragTo(std::int32_t row, std::int32_t col) {
-  if (!IsUsable() || row < FixedRows() || row >= Rows() || col < fixed_cols_ || col >= Cols()) return;
+  if (!IsUsable() || !IsOrdinary(row, col)) return;
   Select(row_, col_, row, col);
   Click.Raise();
 }
 
+void Grid::UserMoveTo(std::int32_t row, std::int32_t col) {
+  if (!IsUsable() || !IsOrdinary(row, col)) return;
+  SetFocus();
+  Select(row, col);
+}
+
+void Grid::UserExtendTo(std::int32_t row, std::int32_t col) {
+  if (!IsUsable() || !IsOrdinary(row, col)) return;
+  SetFocus();
+  Select(row_, col_, row, col);
+}
+
 void Grid::UserToggle() {
-  if (IsUsable() && row_ >= FixedRows() && row_ < Rows() && col_ >= fixed_cols_ && col_ < Cols())
-    Toggle(row_, col_);
+  if (IsUsable() && IsOrdinary(row_, col_)) Toggle(row_, col_);
+}
+
+bool Grid::UserMayEdit() {
+  return IsUsable() && IsOrdinary(row_, col_) && ColDataType(col_) != kBooleanColumn &&
+         AllowsEdit(row_, col_);
 }
 
 void Grid::UserEditCell(std::string text) {
-  if (!IsUsable() || row_ < FixedRows() || row_ >= Rows() || col_ < fixed_cols_ || col_ >= Cols()) return;
-  if (ColDataType(col_) == kBooleanColumn || !AllowsEdit(row_, col_)) return;
+  if (!UserMayEdit()) return;
   TextMatrix(row_, col_, std::move(text));
   AfterEdit.Raise(row_, col_);
 }
@@ -46,6 +61,11 @@ void Grid::SelectFor(std::int32_t row, std::int32_t col) {
   if ((whole_column && last_row < FixedRows()) || (whole_row && last_col < fixed_cols_)) return;
   Select(whole_column ? FixedRows() : row, whole_row ? fixed_cols_ : col, whole_column ? last_row : row,
          whole_row ? last_col : col);
+}
+
+// Inside the grid, and not in its header or a fixed column.
+bool Grid::IsOrdinary(std::int32_t row, std::int32_t col) const {
+  return row >= FixedRows() && row < Rows() && col >= fixed_cols_ && col < Cols();
 }
 
 bool Grid::AllowsEdit(std::int32_t row, std::int32_t col) {

@@ -1,0 +1,20 @@
+#include "adapters/qt/color.h"
+
+#include <QPalette>
+#include <cstdint>
+
+namespace mirelo::qt {
+
+QColor ColorOf(forms::Color color, const QPalette& palette) {
+  if (color == forms::kWindowBackground) return palette.color(QPalette::Base);
+  if (color < 0) return palette.color(QPalette::Window);
+  const auto bits = static_cast<std::uint32_t>(color);
+  return QColor(static_cast<int>(bits & 0xFF), static_cast<int>(bits >> 8 & 0xFF),
+                static_cast<int>(bits >> 16 & 0xFF));
+}
+
+QColor InkOn(const QColor& ground) {
+  return qGray(ground.rgb()) > 140 ? QColor(Qt::black) : QColor(Qt::white);
+}
+
+}  // namespace mirelo::qt

@@ -1,0 +1,232 @@
+#include "adapters/qt/form_builder.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <algorithm>
+#include <utility>
+
+#include "adapters/qt/focus_arrows.h"
+#include "adapters/qt/text.h"
+#include "adapters/qt/view.h"
+#include "adapters/qt/widgets.h"
+#include "automation/runtime_error.h"
+#include "forms/check_box.h"
+#include "forms/control.h"
+#include "forms/form.h"
+#include "forms/scroll_bar.h"
+#include "forms/text_box.h"
+
+namespace mirelo::qt {
+
+namespace {
+
+constexpr int kGap = 8;           // between parts
+constexpr int kGapOfFields = 12;  // between what a field is called and the field
+
+bool Contains(const Part& part, const std::string& control) {
+  const bool leaf = part.kind == Part::Kind::Control || part.kind == Part::Kind::Spin ||
+                    part.kind == Part::Kind::Swatch || part.kind == Part::Kind::Unseen;
+  if (leaf) return part.name == control || part.other == control;
+  return std::any_of(part.parts.begin(), part.parts.end(),
+                     [&](const Part& inner) { return Contains(inner, control); });
+}
+
+// Without a layout: one below the other, and a scroll bar with the text box in front of it.
+std::vector<Part> OneBelowTheOther(const std::vector<forms::Control*>& controls) {
+  std::vector<Part> parts;
+  const forms::Control* before = nullptr;
+  for (const forms::Control* control : controls) {
+    const bool pair = dynamic_cast<const forms::ScrollBar*>(control) != nullptr &&
+                      dynamic_cast<const forms::TextBox*>(before) != nullptr;
+    if (pair) {
+      parts.back() = Row({Spin(before->Name(), control->Name()), Space()});
+    } else {
+      parts.push_back(Control(control->Name()));
+    }
+    before = control;
+  }
+  return parts;
+}
+
+}  // namespace
+
+void FormBuilder::Build(QWidget& window) {
+  std::vector<forms::Control*> controls = form_.Controls();
+  std::erase_if(controls, [](const forms::Control* control) { return control->Parent() != nullptr; });
+  Fill(window, "", controls);
+
+  QWidget* before = nullptr;
+  for (const forms::Control* control : form_.Controls()) {
+    QWidget* widget = views_.WidgetOf(control);
+    if (widget == nullptr || widget == before || widget->focusPolicy() == Qt::NoFocus) continue;
+    if (before != nullptr) QWidget::setTabOrder(before, widget);
+    before = widget;
+  }
+  views_.ShowAll();
+}
+
+void FormBuilder::Fill(QWidget& host, const std::string& panel,
+                       const std::vector<forms::Control*>& controls) {
+  auto* box = new QVBoxLayout(&host);
+  box->setContentsMargins(0, 0, 0, 0);
+  box->setSpacing(kGap);
+  PutAll(PartOf(panel, controls), *box);
+}
+
+// The layout, and below it what it says nothing of.
+Part FormBuilder::PartOf(const std::string& panel, const std::vector<forms::Control*>& controls) const {
+  const auto found = layout_.find(panel);
+  if (found == layout_.end()) return Column(OneBelowTheOther(controls));
+  std::vector<forms::Control*> rest = controls;
+  std::erase_if(rest, [&](const forms::Control* c) { return Contains(found->second, c->Name()); });
+  if (rest.empty()) return Column({Wide(found->second)});
+  std::vector<Part> parts = OneBelowTheOther(rest);
+  parts.insert(parts.begin(), Wide(found->second));
+  return Column(std::move(parts));
+}
+
+FormBuilder::Item FormBuilder::Make(const Part& part) {
+  switch (part.kind) {
+    case Part::Kind::Control:
+    case Part::Kind::Spin:
+    case Part::Kind::Swatch:
+      return MakeControl(part);
+    case Part::Kind::Words:
+    case Part::Kind::Heading:
+      return MakeWords(part);
+    case Part::Kind::Row:
+    case Part::Kind::Column: {
+      auto* box =
+          new QBoxLayout(part.kind == Part::Kind::Row ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+      box->setSpacing(kGap);
+      PutAll(part, *box);
+      return {nullptr, box};
+    }
+    case Part::Kind::Fields:
+      return MakeFields(part);
+    case Part::Kind::Palette:
+      return MakePalette(part);
+    case Part::Kind::Space:
+    case Part::Kind::Unseen:
+      break;
+  }
+  return {};
+}
+
+FormBuilder::Item FormBuilder::MakeControl(const Part& part) {
+  QWidget* widget = nullptr;
+  switch (part.kind) {
+    case Part::Kind::Spin:
+      widget = MakeSpinWidget(Find<forms::TextBox>(part.name), Find<forms::ScrollBar>(part.other), views_);
+      break;
+    case Part::Kind::Swatch:
+      widget = MakeSwatchWidget(Find<forms::TextBox>(part.name), views_);
+      break;
+    default:
+      widget = WidgetFor(Find<forms::Control>(part.name));
+  }
+  Name(*widget, part);
+  return {widget, nullptr};
+}
+
+FormBuilder::Item FormBuilder::MakeFields(const Part& part) {
+  auto* grid = new QGridLayout;
+  grid->setHorizontalSpacing(kGapOfFields);
+  grid->setVerticalSpacing(kGap);
+  grid->setColumnStretch(1, 1);
+  int row = 0;
+  for (const Part& line : part.parts) {
+    words_.clear();
+    Put(Make(line.parts.at(0)), row, 0, *grid);
+    Put(Make(line.parts.at(1)), row, 1, *grid);
+    ++row;
+  }
+  return {nullptr, grid};
+}
+
+FormBuilder::Item FormBuilder::MakePalette(const Part& part) {
+  auto* grid = new QGridLayout;
+  grid->setSpacing(2);
+  std::vector<QWidget*> cells;
+  for (const Part& cell : part.parts) {
+    const int place = static_cast<int>(cells.size());
+    cells.push_back(Make(cell).widget);
+    cells.back()->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    grid->addWidget(cells.back(), place % part.rows, place / part.rows);
+  }
+  new FocusArrows(std::move(cells), part.rows);  // owned by the first cell
+  return {nullptr, grid};
+}
+
+FormBuilder::Item FormBuilder::MakeWords(const Part& part) {
+  auto* label = new QLabel(Shown(part.name));
+  label->setTextFormat(Qt::PlainText);
+  if (part.kind == Part::Kind::Heading) return {label, nullptr};
+  words_ = label->text();
+  label_ = label;
+  return {label, nullptr};
+}
+
+void FormBuilder::PutAll(const Part& part, QBoxLayout& into) {
+  for (const Part& inner : part.parts) {
+    if (inner.kind == Part::Kind::Space) {
+      into.addStretch(inner.stretch);
+    } else if (inner.kind != Part::Kind::Unseen) {
+      Put(Make(inner), inner.stretch, into);
+    }
+  }
+  words_.clear();
+}
+
+void FormBuilder::Put(const Item& item, int stretch, QBoxLayout& into) {
+  if (item.widget != nullptr) into.addWidget(item.widget, stretch);
+  if (item.layout != nullptr) into.addLayout(item.layout, stretch);
+}
+
+void FormBuilder::Put(const Item& item, int row, int column, QGridLayout& into) {
+  if (item.widget != nullptr) into.addWidget(item.widget, row, column);
+  if (item.layout != nullptr) into.addLayout(item.layout, row, column);
+}
+
+// A field is read out by what is written in front of it.
+void FormBuilder::Name(QWidget& widget, const Part& part) {
+  widget.setObjectName(Shown(part.name));
+  if (!part.called.empty()) widget.setAccessibleName(Shown(part.called));
+  if (const auto* box = dynamic_cast<forms::CheckBox*>(form_.Find(part.name))) {
+    words_ = Shown(box->Caption());
+    label_ = nullptr;
+    return;
+  }
+  if (words_.isEmpty() || widget.focusPolicy() == Qt::NoFocus) return;
+  if (part.called.empty()) widget.setAccessibleName(QString(words_).remove(QLatin1Char(':')));
+  if (label_ != nullptr) label_->setBuddy(&widget);
+  words_.clear();
+}
+
+template <class Kind>
+Kind& FormBuilder::Find(const std::string& name) {
+  auto* control = dynamic_cast<Kind*>(form_.Find(name));
+  if (control == nullptr) throw Errors::InvalidProcedureCall();  // the layout is not this form's
+  return *control;
+}
+
+QWidget* FormBuilder::WidgetFor(forms::Control& control) {
+  control.Accept(*this);
+  return std::exchange(made_, nullptr);
+}
+
+void FormBuilder::Visit(forms::Button& button) { made_ = MakeWidget(button, views_); }
+void FormBuilder::Visit(forms::CheckBox& box) { made_ = MakeWidget(box, views_); }
+void FormBuilder::Visit(forms::ComboBox& box) { made_ = MakeWidget(box, views_); }
+void FormBuilder::Visit(forms::Grid& grid) { made_ = MakeWidget(grid, views_); }
+void FormBuilder::Visit(forms::Image& image) { made_ = MakeWidget(image, views_); }
+void FormBuilder::Visit(forms::Label& label) { made_ = MakeWidget(label, views_); }
+void FormBuilder::Visit(forms::Line& line) { made_ = MakeWidget(line, views_); }
+void FormBuilder::Visit(forms::ListBox& list) { made_ = MakeWidget(list, views_); }
+void FormBuilder::Visit(forms::Panel& panel) { made_ = MakePanel(panel); }
+void FormBuilder::Visit(forms::ScrollBar& bar) { made_ = MakeWidget(bar, views_); }
+void FormBuilder::Visit(forms::Tab& tab) { made_ = MakeTab(tab); }
+void FormBuilder::Visit(forms::TextBox& box) { made_ = MakeWidget(box, views_); }
+
+}  // namespace mirelo::qt

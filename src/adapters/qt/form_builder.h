@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QString>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "adapters/qt/layout.h"
+#include "forms/control_visitor.h"
+
+class QBoxLayout;
+class QGridLayout;
+class QLabel;
+class QLayout;
+class QWidget;
+
+namespace mirelo::forms {
+class Control;
+class Form;
+}  // namespace mirelo::forms
+
+namespace mirelo::qt {
+
+class Views;
+
+// Makes the widgets of a form's controls and puts them where the form's layout says.
+class FormBuilder final : private forms::ControlVisitor {
+ public:
+  FormBuilder(forms::Form& form, FormLayout layout, Views& views)
+      : form_(form), layout_(std::move(layout)), views_(views) {}
+
+  // Fills the window. Call once.
+  void Build(QWidget& window);
+
+ private:
+  // A part as Qt lays it out: a widget, a layout, or a space.
+  struct Item {
+    QWidget* widget = nullptr;
+    QLayout* layout = nullptr;
+  };
+
+  void Fill(QWidget& host, const std::string& panel, const std::vector<forms::Control*>& controls);
+  Part PartOf(const std::string& panel, const std::vector<forms::Control*>& controls) const;
+
+  Item Make(const Part& part);
+  Item MakeControl(const Part& part);
+  Item MakeFields(const Part& part);
+  Item MakePalette(const Part& part);
+  Item MakeWords(const Part& part);
+  void Put(const Item& item, int stretch, QBoxLayout& into);
+  void Put(const Item& item, int row, int column, QGridLayout& into);
+  void PutAll(const Part& part, QBoxLayout& into);
+  void Name(QWidget& widget, const Part& part);
+
+  template <class Kind>
+  Kind& Find(const std::string& name);
+  QWidget* WidgetFor(forms::Control& control);
+  QWidget* MakePanel(forms::Panel& panel);
+  QWidget* MakeTab(forms::Tab& tab);
+
+  void Visit(forms::Button&) override;
+  void Visit(forms::CheckBox&) override;
+  void Visit(forms::ComboBox&) override;
+  void Visit(forms::Grid&) override;
+  void Visit(forms::Image&) override;
+  void Visit(forms::Label&) override;
+  void Visit(forms::Line&) override;
+  void Visit(forms::ListBox&) override;
+  void Visit(forms::Panel&) override;
+  void Visit(forms::ScrollBar&) override;
+  void Visit(forms::Tab&) override;
+  void Visit(forms::TextBox&) override;
+
+  forms::Form& form_;
+  FormLayout layout_;
+  Views& views_;
+  std::unordered_set<const forms::Control*> placed_;
+  QWidget* made_ = nullptr;  // by the visit that has just ended
+  // What has been written in front of the field that comes next.
+  QString words_;
+  QLabel* label_ = nullptr;
+};
+
+}  // namespace mirelo::qt

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QWidget>
+
+#include "adapters/qt/view.h"
+#include "automation/event.h"
+#include "host/window_placement.h"
+
+namespace mirelo::forms {
+class Control;
+class Form;
+}  // namespace mirelo::forms
+
+namespace mirelo::qt {
+
+class QtLoop;
+
+// A form as a modal window: it is seen while the form is visible, and its close box closes the form.
+class FormWindow final : public QWidget {
+ public:
+  // Neither form nor loop may end before the window. `above` is the window that it lies above; null for none.
+  FormWindow(forms::Form& form, QtLoop& loop, QWidget* above);
+  ~FormWindow() override;
+
+  forms::Form& form() const { return form_; }
+  const Views& views() const { return views_; }
+
+  // The place of the window with its frame, and the size of what is inside of the frame. Before it is shown:
+  // where it will be.
+  host::WindowPlacement Placement() const;
+  // A place off every screen is moved onto the nearest.
+  void Place(const host::WindowPlacement& placement);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void ShowForm();
+  void ShowFocus();
+  void FollowFocus(QWidget* now);
+  void Center();
+
+  forms::Form& form_;
+  QtLoop& loop_;
+  Views views_;
+  Event<>::Cookie subscription_;
+  const forms::Control* focused_ = nullptr;  // as the form says
+  bool placed_ = false;                      // by the form; otherwise where new windows are put
+};
+
+}  // namespace mirelo::qt

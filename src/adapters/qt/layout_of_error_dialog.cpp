@@ -1,0 +1,17 @@
+// The error dialog: a title with its picture, the report, and the buttons.
+
+#include "adapters/qt/layouts.h"
+
+namespace mirelo::qt {
+
+FormLayout LayoutOfErrorDialog() {
+  return {
+      {"elaControls", Column({Wide(Control("elaInfo")), Control("elaButtons")})},
+      {"elaInfo", Column({Control("elaTitle"), Wide(Called(Control("txtErrorMessage"), "Report"))})},
+      {"elaTitle", Row({Wide(Control("elaTitleCaption"))})},
+      {"elaButtons",
+       Row({Control("btnSend"), Space(), Control("btnIgnore"), Control("btnRetry"), Control("btnAbort")})},
+  };
+}
+
+}  // namespace mirelo::qt

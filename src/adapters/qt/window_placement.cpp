@@ -1,0 +1,109 @@
+// Where a form's window is and is put. The place is that of the frame, the size that of what is inside.
+
+#include <QApplication>
+#include <QScreen>
+#include <algorithm>
+
+#include "adapters/qt/form_window.h"
+#include "adapters/qt/qt_loop.h"
+#include "forms/form.h"
+
+namespace mirelo::qt {
+
+namespace {
+
+using forms::Form;
+using host::WindowPlacement;
+
+std::int32_t PlacementState(Form::State state) {
+  switch (state) {
+    case Form::State::Minimized:
+      return WindowPlacement::kMinimized;
+    case Form::State::Maximized:
+      return WindowPlacement::kMaximized;
+    default:
+      return WindowPlacement::kNormal;
+  }
+}
+
+// Nothing for the states that leave a window as it is. No state hides it: that is the form's to say.
+std::optional<Form::State> FormState(std::int32_t state) {
+  switch (state) {
+    case 1:
+    case 4:
+    case 9:
+      return Form::State::Normal;
+    case 2:
+    case 6:
+    case 7:
+      return Form::State::Minimized;
+    case 3:
+      return Form::State::Maximized;
+    default:
+      return std::nullopt;
+  }
+}
+
+QRect Within(const QRect& window, const QRect& screen) {
+  const QSize size = window.size().boundedTo(screen.size());
+  const int left = std::clamp(window.left(), screen.left(), screen.right() + 1 - size.width());
+  const int top = std::clamp(window.top(), screen.top(), screen.bottom() + 1 - size.height());
+  return QRect(QPoint(left, top), size);
+}
+
+// On which screen most of it lies; the first screen when it lies on none.
+const QScreen& ScreenOf(const QRect& window) {
+  const auto screens = QGuiApplication::screens();
+  const auto covered = [&](const QScreen* screen) {
+    const QRect common = screen->availableGeometry() & window;
+    return common.width() * common.height();
+  };
+  return **std::max_element(screens.begin(), screens.end(),
+                            [&](const QScreen* a, const QScreen* b) { return covered(a) < covered(b); });
+}
+
+}  // namespace
+
+WindowPlacement FormWindow::Placement() const {
+  QRect normal(pos(), size());
+  if (form_.WindowState() != Form::State::Normal && normalGeometry().isValid()) {
+    const QPoint frame = geometry().topLeft() - pos();
+    normal = normalGeometry().translated(-frame);
+  }
+  WindowPlacement placement;
+  placement.state = PlacementState(form_.WindowState());
+  placement.normal = {normal.left(), normal.top(), normal.left() + normal.width(),
+                      normal.top() + normal.height()};
+  return placement;
+}
+
+void FormWindow::Place(const WindowPlacement& placement) {
+  const auto& wanted = placement.normal;
+  const QSize room = QSize(wanted.right - wanted.left, wanted.bottom - wanted.top)
+                         .expandedTo(minimumSizeHint())
+                         .expandedTo(minimumSize())
+                         .boundedTo(maximumSize());
+  const QRect place(QPoint(wanted.left, wanted.top), room);
+  const QRect seen = Within(place, ScreenOf(place).availableGeometry());
+  if (windowState() != Qt::WindowNoState) setWindowState(Qt::WindowNoState);
+  move(seen.topLeft());
+  resize(seen.size());
+  if (const auto state = FormState(placement.state); state && *state != form_.WindowState()) {
+    loop_.Guard([&] { form_.WindowState(*state); });
+  } else {
+    ShowForm();  // its state again
+  }
+}
+
+// Over the window below, otherwise in the middle of the screen.
+void FormWindow::Center() {
+  const QWidget* below = parentWidget();
+  const QScreen& screen = below != nullptr ? *below->screen() : *QGuiApplication::primaryScreen();
+  const QRect around =
+      below != nullptr && below->isVisible() ? below->frameGeometry() : screen.availableGeometry();
+  QRect place(QPoint(0, 0), size());
+  place.moveCenter(around.center());
+  move(Within(place, screen.availableGeometry()).topLeft());
+}
+
+}  // namespace mirelo::qt
