@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "app/record_aligner.h"
+
 namespace mirelo::app {
 
 namespace {
@@ -23,6 +25,50 @@ class Observer : public host::BytesTransferEvents, public host::ConnectionEvents
   ObservedSockets& sockets_;
 };
 
+// Gives a sink its bytes in chunks of whole records.
+class WholeRecordSink : public host::BytesTransferEvents {
+ public:
+  explicit WholeRecordSink(std::shared_ptr<host::BytesTransferEvents> sink) : sink_(std::move(sink)) {}
+
+  void OnBytesAvailable(host::SocketConnection& connection) override { sink_->OnBytesAvailable(connection); }
+  void OnBytesReceived(host::SocketConnection& connection, std::span<const std::uint8_t> bytes) override {
+    aligner_.Add(bytes);
+    while (const auto chunk = aligner_.Next()) sink_->OnBytesReceived(connection, *chunk);
+  }
+  void OnBytesSent(host::SocketConnection& connection, std::int32_t count) override {
+    sink_->OnBytesSent(connection, count);
+  }
+  void OnOutOfBandBytesReceived(host::SocketConnection& connection,
+                                std::span<const std::uint8_t> bytes) override {
+    sink_->OnOutOfBandBytesReceived(connection, bytes);
+  }
+
+ private:
+  std::shared_ptr<host::BytesTransferEvents> sink_;
+  RecordAligner aligner_;
+};
+
+class WholeRecordConnection : public host::SocketConnection {
+ public:
+  explicit WholeRecordConnection(std::shared_ptr<host::SocketConnection> inner) : inner_(std::move(inner)) {}
+
+  std::int32_t Subscribe(std::shared_ptr<host::BytesTransferEvents> sink, std::int32_t flags) override {
+    if (sink) sink = std::make_shared<WholeRecordSink>(std::move(sink));
+    return inner_->Subscribe(std::move(sink), flags);
+  }
+  std::int32_t Subscribe(std::shared_ptr<host::ConnectionEvents> sink, std::int32_t flags) override {
+    return inner_->Subscribe(std::move(sink), flags);
+  }
+  void Unsubscribe(std::int32_t id) override { inner_->Unsubscribe(id); }
+  void Connect(const host::SocketAddress& address) override { inner_->Connect(address); }
+  std::int32_t State() const override { return inner_->State(); }
+  void Disconnect() override { inner_->Disconnect(); }
+  void Send(const std::string& bytes) override { inner_->Send(bytes); }
+
+ private:
+  std::shared_ptr<host::SocketConnection> inner_;
+};
+
 }  // namespace
 
 std::unique_ptr<host::SocketAddress> ObservedSockets::CreateAddress(std::int32_t family) {
@@ -42,7 +88,7 @@ std::shared_ptr<host::SocketConnection> ObservedSockets::CreateConnection(
                         host::SocketConnection::kBytesTransfer);
   connection->Subscribe(std::shared_ptr<host::ConnectionEvents>(observer),
                         host::SocketConnection::kConnectionEvents);
-  return connection;
+  return std::make_shared<WholeRecordConnection>(std::move(connection));
 }
 
 }  // namespace mirelo::app

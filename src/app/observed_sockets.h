@@ -10,7 +10,8 @@
 namespace mirelo::app {
 
 // A socket library that tells what passes through it: the stream class says nothing when its peer drops, and
-// a recording wants the bytes as they came.
+// a recording wants the bytes as they came. The connection's own sinks get them in chunks of whole quote
+// records (RecordAligner).
 class ObservedSockets : public host::WinsockLibrary {
  public:
   // `inner` must outlive this and all its connections, and this must outlive them too.
