@@ -315,6 +315,19 @@ class frmMirelo : public forms::Form {
   void LoadTickerRows(Frame& frame, host::excel::Worksheet* table);
   void LoadMode(Frame& frame, const std::string& status);
 
+  // worksheet/save_settings.cpp
+
+  // Whether the values can be committed; the user was told if not.
+  bool AcceptValues(Frame& frame);
+  void Refuse(Frame& frame, const std::string& message, std::int32_t tab, forms::Control& control);
+  // What shows times in the chosen zone, worked out from zone and offset.
+  void StoreDisplacement(Frame& frame);
+  // The second half of save_settings_and_create_table: builds the table from the dialog's values. `colors`
+  // are the five of the style, `decimal_format` is the number format of prices. False after a message, which
+  // leaves the routine.
+  bool CreateQuoteTable(Frame& frame, const std::vector<std::string>& colors,
+                        const std::string& decimal_format);
+
   // worksheet/vertical_fields.cpp
 
   // Gives a column of the grid its ticks and pictures from the columns that the grid had before.

@@ -4,6 +4,6 @@
 
 namespace mirelo {
 
-bool frmMirelo::save_settings_and_create_table(bool) { return {}; }
+bool frmMirelo::CreateQuoteTable(Frame&, const std::vector<std::string>&, const std::string&) { return true; }
 
 }  // namespace mirelo

@@ -120,6 +120,7 @@ TEST_F(Closing, PutsADialogWithoutASavedPlaceIntoTheMiddleOfTheScreen) {
 }
 
 TEST_F(Closing, LeavesTheDialogUpWhenTheCommitRefuses) {
+  Save("BuildCharts", 1);  // so that the box which is refused can take the focus
   EXPECT_EQ(Show([](frmMirelo& form) {
               form.txtChartPoints.Text("3");  // below what the commit takes
               form.C1TTickersSettings.UserSelect(kSettings);

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace mirelo {
+
+// How a quote table is coloured: five indexes of the spreadsheet's palette, parted by commas. In their order
+// the header's font and fill, the fill of even and of odd ticker rows, and one that nothing reads.
+struct ColorScheme {
+  std::string_view style;
+  std::string_view colors;
+};
+
+inline constexpr std::array kColorSchemes{
+    ColorScheme{"Green", "2,50,2,35,7"},
+    ColorScheme{"Blue", "2,47,2,24,7"},
+    ColorScheme{"Yellow", "2,16,2,36,14"},
+};
+
+// The scheme of that style, told apart by its exact name; Green's for every other, "None" included.
+constexpr std::string_view ColorsOfStyle(std::string_view style) {
+  for (const ColorScheme& scheme : kColorSchemes) {
+    if (scheme.style == style) return scheme.colors;
+  }
+  return kColorSchemes.front().colors;
+}
+
+}  // namespace mirelo
