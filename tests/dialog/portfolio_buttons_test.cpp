@@ -189,6 +189,14 @@ TEST_F(Exporting, ReportsAGridThatShrinksMeanwhileAndGoesOnWithTheRest) {
   EXPECT_THAT(mGlobal::ErrorHandler().CallStack(), IsEmpty());
 }
 
+TEST_F(Exporting, FindsTheTickersOfVerticalTablesInTheirColumn) {
+  Add({"A"});
+  form.chkVerTable.UserClick();
+  ASSERT_THAT(Tickers(), ElementsAre("A"));
+  Export();
+  EXPECT_THAT(Added(), ElementsAre("A"));
+}
+
 class Importing : public PortfolioTest {
  protected:
   void Import() { form.ButImport.UserPress(); }

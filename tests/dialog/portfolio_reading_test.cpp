@@ -164,6 +164,7 @@ TEST_F(ReadingThePortfolio, KeepsSymbolsAsTheyStand) {
 
 TEST_F(ReadingThePortfolio, ReportsAReplyWithoutASecondLine) {
   tracker.names = "OK";
+  Answers({"ABORT"});
   EXPECT_FALSE(Read());
   EXPECT_THAT(ReportedErrors(), ElementsAre(9));
   EXPECT_THAT(desktop.reports[0].text,
@@ -206,6 +207,7 @@ TEST_F(ReadingThePortfolio, IsFalseWhenItIsAborted) {
 
 TEST_F(ReadingThePortfolio, ReportsThatThereIsNoFacade) {
   form.Owner(nullptr);
+  Answers({"ABORT"});
   EXPECT_FALSE(Read());
   EXPECT_THAT(ReportedErrors(), ElementsAre(91));
 }

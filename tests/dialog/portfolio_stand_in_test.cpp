@@ -19,7 +19,7 @@ quotetracker::ServerOptions TwoPortfolios() {
 }
 
 // The dialog and a stand-in for QuoteTracker, over real sockets.
-class TradingPortfolios : public GridTest {
+class TradingPortfolios : public PlainGridTest {
  protected:
   TradingPortfolios() {
     host.Use(poll_loop).Use(curl);

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -20,7 +18,7 @@ inline const ScriptedDesktop::Box kAdjustPort{
     host::Desktop::kInformation, "Dovanta2"};
 
 // The dialog and a QuoteTracker with portfolios.
-class PortfolioTest : public GridTest {
+class PortfolioTest : public PlainGridTest {
  protected:
   PortfolioTest() {
     internet.answer = [this](const AnsweringInternet::Request& request) { return tracker(request); };
@@ -32,13 +30,6 @@ class PortfolioTest : public GridTest {
     for (std::int32_t row = 1; row <= count; ++row) FG.TextMatrix(row, 0, "T" + std::to_string(row));
   }
   std::vector<std::string> Added() const { return ScriptedPortfolios::Added(internet.Resources()); }
-
-  // Done while the first report is open.
-  void Mend(std::function<void()> mending) {
-    desktop.while_open = [this, mending = std::move(mending)] {
-      if (desktop.reports.size() == 1) mending();
-    };
-  }
 
   ScriptedPortfolios tracker;
 };
