@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -11,12 +12,9 @@
 #include "automation/array.h"
 #include "automation/text.h"
 #include "core/status_run_query.h"
-#include "dialog/frmMirelo.h"
+#include "dialog/dialog_test.h"
 #include "quotetracker/server.h"
-#include "quotetracker/sources.h"
 #include "streaming/cQTStreaming.h"
-#include "support/facade_test.h"
-#include "support/memory_vault.h"
 
 namespace mirelo::testing {
 namespace {
@@ -25,18 +23,11 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 
 constexpr char kList[] = "Settings\\QuoteSource\\List";
 constexpr char kFirst[] = "Settings\\QuoteSource\\First";
-
-// The dialog, of which only the refresh of its quote sources is of interest here.
-class RefreshingDialog : public frmMirelo {
- public:
-  void Form_Load() override {}
-  void Form_Activate() override {}
-  void Form_Unload() override {}
-};
 
 quotetracker::ServerOptions With(const std::vector<std::string>& faults) {
   quotetracker::ServerOptions options;
@@ -46,228 +37,249 @@ quotetracker::ServerOptions With(const std::vector<std::string>& faults) {
   return options;
 }
 
-// The dialog shown modally on the real loop, and the stand-in for QuoteTracker behind TCP.
-class RefreshingSources : public FacadeTest {
+// The dialog on the real loop, and the stand-in for QuoteTracker behind TCP.
+class RefreshingSources : public DialogTest {
  protected:
   explicit RefreshingSources(const std::vector<std::string>& faults = {}) : server(With(faults)) {
-    host.Use(loop).Use(sockets).Use(vault);
+    host.Use(poll_loop).Use(tcp);
     vault.credentials = {{host::CredentialVault::Credential::ApplicationName, "MireloDemo"},
                          {host::CredentialVault::Credential::ApplicationSecret, "demo-secret"}};
     Save("SocketPort", std::to_string(server.StreamPort()));
-    form.frmAppSettings(&mGlobal::AppSettings());
-    form.Owner(&*facade);
-    form.lblStatus.Appearance.Subscribe([this] {
-      if (statuses.empty() || statuses.back() != form.lblStatus.Caption()) {
-        statuses.push_back(form.lblStatus.Caption());
-      }
-    });
   }
   ~RefreshingSources() override { mGlobal::SetStreamingObject(nullptr); }
 
-  // Shows the dialog, where the person opens the tab Settings and does this.
-  void InTheDialog(const std::function<void()>& acts) {
-    desktop.person["frmMirelo"] = [&](forms::Form&) {
-      form.C1TTickersSettings.UserSelect(1);
-      acts();
-    };
-    desktop.ShowModal(form);
+  // The person opens the tab Settings, asks for streaming, and does this.
+  void InTheDialog(const std::function<void(frmMirelo& form)>& acts) {
+    Show([&](frmMirelo& form) {
+      form.C1TTickersSettings.UserSelect(kSettings);
+      form.txtSec.UserEdit("0");
+      form.lblStatus.Appearance.Subscribe([&] {
+        const std::string& status = form.lblStatus.Caption();
+        if (statuses.empty() || statuses.back() != status) statuses.push_back(status);
+      });
+      acts(form);
+    });
   }
 
   // Runs the dialog's loop until `done`, which may ask the server. A failure after ten seconds.
   void Await(const std::function<bool()>& done) {
     bool late = false;
-    const auto patience = loop.StartTimer(std::chrono::seconds(10), [&] { late = true; });
+    const auto patience = poll_loop.StartTimer(std::chrono::seconds(10), [&] { late = true; });
     host::MessageLoop::Token tick = 0;
-    const std::function<void()> again = [&] { tick = loop.StartTimer(std::chrono::milliseconds(5), again); };
+    const std::function<void()> again = [&] {
+      tick = poll_loop.StartTimer(std::chrono::milliseconds(5), again);
+    };
     again();
-    loop.RunUntil([&] { return late || done(); });
-    loop.StopTimer(tick);
-    loop.StopTimer(patience);
+    poll_loop.RunUntil([&] { return late || done(); });
+    poll_loop.StopTimer(tick);
+    poll_loop.StopTimer(patience);
     EXPECT_FALSE(late) << "what was waited for never came";
   }
-  void AwaitStatus(const std::string& status) {
-    Await([&] { return form.lblStatus.Caption() == status; });
+  void AwaitEnd() {
+    Await([] { return mGlobal::StreamingObject() == nullptr; });
   }
 
-  static std::vector<std::string> StoredNames() {
+  static std::set<std::string> StoredNames() {
     Array<std::string> names;
     mGlobal::AppSettings().GetAllKeys(kList, names);
     return {names.begin(), names.end()};
   }
+  // The first-run list and that of the stand-in, which share a source.
+  static constexpr std::int32_t kFirstRun = 80;
+  static constexpr std::int32_t kRefreshed = 170;
 
-  MemoryVault vault;
   quotetracker::Server server;
-  poll::PollLoop loop;
-  poll::PollWinsockLibrary sockets{loop};
-  RefreshingDialog form;
-  std::vector<std::string> statuses;  // of the dialog, each that differed from the one before
+  poll::PollLoop poll_loop;
+  poll::PollWinsockLibrary tcp{poll_loop};
+  std::vector<std::string> statuses;  // that the dialog showed from then on
 };
 
 TEST_F(RefreshingSources, TellsItsStepsAndFillsTheBox) {
+  mGlobal::AppSettings().SaveSetting(kList, "Mine", Variant("MINE.SDF"));
   mGlobal::AppSettings().SaveSetting(kFirst, "ComQuoteSource", Variant("Chosen last"));
-  form.lblStatus.Caption("left over");
-  statuses.clear();
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
+    form.lblStatus.Caption("left over");
+    statuses.clear();
     form.ButUpDate.UserPress();
-    Await([&] { return mGlobal::StreamingObject() == nullptr; });
+    AwaitEnd();
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), 92) << "two of the 92 sources have one name";
+    EXPECT_EQ(form.ComQuoteSource.Text(), "Chosen last");
+    EXPECT_EQ((std::set<std::string>{form.ComQuoteSource.Items().begin(), form.ComQuoteSource.Items().end()}),
+              StoredNames());
   });
   EXPECT_THAT(statuses, ElementsAre("", "Connection started...", "Connecting to host...", "Connected",
                                     "Data source list updated successfully"));
   EXPECT_EQ(facade->StatusRunWorkQT(), Status_ENUMSOURCES_L1);
-  EXPECT_EQ(form.ComQuoteSource.ListCount(), static_cast<std::int32_t>(StoredNames().size()));
-  EXPECT_EQ(form.ComQuoteSource.ListCount(), 91) << "two of the 92 sources have one name";
-  EXPECT_EQ(form.ComQuoteSource.Text(), "Chosen last");
   EXPECT_THAT(desktop.boxes, IsEmpty());
-  EXPECT_THAT(desktop.reports, IsEmpty());
 }
 
 TEST_F(RefreshingSources, ClosesItsConnectionAtTheEnd) {
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
     const std::weak_ptr<cQTStreaming> stream = mGlobal::StreamingObject();
     ASSERT_FALSE(stream.expired());
-    AwaitStatus("Data source list updated successfully");
     Await([&] { return stream.expired() && server.StreamConnections() == 0; });
+    EXPECT_EQ(form.lblStatus.Caption(), "Data source list updated successfully");
   });
-  EXPECT_EQ(loop.WatchCount(), 0U);
+  EXPECT_EQ(poll_loop.WatchCount(), 0U);
 }
 
 TEST_F(RefreshingSources, AddsToTheFirstRunListAndOverwrites) {
-  form.AddListQuoteSource("");
-  mGlobal::AppSettings().SaveSetting(kList, "Harmless name of old", Variant("OLD.SDF"));
-  mGlobal::AppSettings().SaveSetting(kList, "Arbor Financial (delayed)", Variant("OLD.SDF"));
-  InTheDialog([&] {
+  mGlobal::AppSettings().SaveSetting(kFirst, "ComQuoteSource", Variant("not yet"));
+  InTheDialog([&](frmMirelo& form) {
+    ASSERT_EQ(form.ComQuoteSource.ListCount(), kFirstRun);
+    mGlobal::AppSettings().SaveSetting(kList, "No longer listed", Variant("OLD.SDF"));
+    mGlobal::AppSettings().SaveSetting(kList, "Arbor Financial (delayed)", Variant("OLD.SDF"));
     form.ButUpDate.UserPress();
-    Await([&] { return mGlobal::StreamingObject() == nullptr; });
+    AwaitEnd();
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), kRefreshed + 1);
+    for (const char* name : {"No longer listed", "OC Securities", "Vistula (Polska) - delayed"}) {
+      EXPECT_THAT(form.ComQuoteSource.Items(), Contains(name));
+    }
+    EXPECT_EQ(form.ComQuoteSource.Text(), "Alpstein Finance (delayed)");
   });
-  EXPECT_THAT(form.ComQuoteSource.Items(), Contains("Harmless name of old"));
-  EXPECT_THAT(form.ComQuoteSource.Items(), Contains("OC Securities"));
-  EXPECT_THAT(form.ComQuoteSource.Items(), Contains("Vistula (Polska) - delayed"));
   EXPECT_EQ(mGlobal::AppSettings().GetSetting(kList, "Arbor Financial (delayed)", "").ToText(), "ARBOR.SDF");
-  EXPECT_EQ(form.ComQuoteSource.Text(), "Alpstein Finance (delayed)");
 }
 
 TEST_F(RefreshingSources, CanBeDoneAgain) {
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
     for (int i = 0; i < 3; ++i) {
       form.ButUpDate.UserPress();
-      Await([&] { return mGlobal::StreamingObject() == nullptr; });
+      AwaitEnd();
     }
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), kRefreshed);
   });
-  EXPECT_EQ(form.ComQuoteSource.ListCount(), 91);
+  EXPECT_THAT(server.StreamMessages(), SizeIs(6));
 }
 
 TEST_F(RefreshingSources, ReplacesARefreshThatIsUnderWay) {
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
     const std::weak_ptr<cQTStreaming> first = mGlobal::StreamingObject();
     form.ButUpDate.UserPress();
     EXPECT_TRUE(first.expired());
-    Await([&] { return mGlobal::StreamingObject() == nullptr; });
+    AwaitEnd();
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), kRefreshed);
   });
-  EXPECT_EQ(form.ComQuoteSource.ListCount(), 91);
   Await([&] { return server.StreamConnections() == 0; });
 }
 
 TEST_F(RefreshingSources, DoesNotHearAStreamThatWasReplaced) {
-  form.ButUpDate.UserPress();
-  form.C1TTickersSettings.UserSelect(1);
-  form.ButUpDate.UserPress();
-  const auto first = mGlobal::StreamingObject();
-  form.ButUpDate.UserPress();
-  const std::string status = form.lblStatus.Caption();
-  first->OnStatusText.Raise("from the first");
-  first->PerformanceFollowingProcess.Raise(1);
-  EXPECT_EQ(form.lblStatus.Caption(), status);
-  EXPECT_NE(mGlobal::StreamingObject(), nullptr);
+  InTheDialog([&](frmMirelo& form) {
+    form.ButUpDate.UserPress();
+    const auto first = mGlobal::StreamingObject();
+    form.ButUpDate.UserPress();
+    const std::string status = form.lblStatus.Caption();
+    first->OnStatusText.Raise("from the first");
+    first->PerformanceFollowingProcess.Raise(1);
+    EXPECT_EQ(form.lblStatus.Caption(), status);
+    EXPECT_NE(mGlobal::StreamingObject(), nullptr);
+  });
+}
+
+TEST_F(RefreshingSources, EndsWithTheDialog) {
+  std::weak_ptr<cQTStreaming> stream;
+  InTheDialog([&](frmMirelo& form) {
+    form.ButUpDate.UserPress();
+    Await([&] { return server.StreamConnections() == 1; });
+    stream = mGlobal::StreamingObject();
+    form.ButCancel.UserPress();
+    EXPECT_EQ(mGlobal::StreamingObject(), nullptr);
+  });
+  EXPECT_TRUE(stream.expired());
+  Await([&] { return server.StreamConnections() == 0; });
+  EXPECT_THAT(StoredNames(), SizeIs(kFirstRun));
 }
 
 TEST_F(RefreshingSources, StopsAtWrongCredentials) {
   vault.credentials[host::CredentialVault::Credential::ApplicationSecret] = "not the secret";
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
     Await([&] { return form.lblStatus.Caption().starts_with("Off. "); });
+    EXPECT_THAT(form.lblStatus.Caption().substr(5), Not(IsEmpty()));
+    EXPECT_NE(mGlobal::StreamingObject(), nullptr) << "until the dialog ends";
   });
-  EXPECT_THAT(form.lblStatus.Caption().substr(5), ::testing::Not(IsEmpty()));
-  EXPECT_THAT(StoredNames(), IsEmpty());
-  EXPECT_NE(mGlobal::StreamingObject(), nullptr) << "until the dialog ends";
+  EXPECT_THAT(StoredNames(), SizeIs(kFirstRun));
 }
 
 TEST_F(RefreshingSources, ShowsWhyAnAddressCannotBeUsed) {
   Save("Webaddress", "no such address");
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
-    Await([&] { return !desktop.boxes.empty() || statuses.size() > 3; });
+    Await([&] { return !desktop.boxes.empty(); });
+    ASSERT_THAT(desktop.boxes, SizeIs(1));
+    EXPECT_EQ(desktop.boxes[0].style, 0);
+    EXPECT_EQ(desktop.boxes[0].title, "");
+    EXPECT_EQ(form.lblStatus.Caption(), Replace(desktop.boxes[0].text, "\r\n", ""));
   });
-  ASSERT_THAT(desktop.boxes, SizeIs(1));
-  EXPECT_EQ(desktop.boxes[0].style, 0);
-  EXPECT_EQ(desktop.boxes[0].title, "");
-  EXPECT_EQ(form.lblStatus.Caption(), Replace(desktop.boxes[0].text, "\r\n", ""));
 }
 
 TEST_F(RefreshingSources, ReportsASettingThatIsNoPort) {
   Save("SocketPort", "a port");
   Answers({"ABORT"});
-  InTheDialog([&] { form.ButUpDate.UserPress(); });
+  InTheDialog([&](frmMirelo& form) { form.ButUpDate.UserPress(); });
   ASSERT_THAT(desktop.reports, SizeIs(1));
   EXPECT_THAT(desktop.reports[0].text, HasSubstr("Error: 13, (Type mismatch)"));
   EXPECT_THAT(desktop.reports[0].text, HasSubstr("\tin Mirelo.frmMirelo.ButUpDate_Click at line 0"));
-  EXPECT_EQ(statuses, std::vector<std::string>{}) << "the status line was empty and stays so";
+  EXPECT_THAT(statuses, IsEmpty()) << "the status line was empty and stays so";
 }
 
 TEST_F(RefreshingSources, ConnectsAtTheSecondTryWithAMendedPort) {
   Save("SocketPort", "a port");
   Answers({"RETRY"});
-  desktop.while_open = [&] { Save("SocketPort", std::to_string(server.StreamPort())); };
-  InTheDialog([&] {
+  Mend([&] { Save("SocketPort", std::to_string(server.StreamPort())); });
+  InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
-    Await([&] { return mGlobal::StreamingObject() == nullptr; });
+    AwaitEnd();
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), kRefreshed);
   });
-  EXPECT_EQ(form.ComQuoteSource.ListCount(), 91);
-  EXPECT_EQ(server.StreamMessages().size(), 2U);
+  EXPECT_THAT(server.StreamMessages(), SizeIs(2));
 }
 
 TEST_F(RefreshingSources, ReportsASourceChosenLastThatCannotBeRead) {
-  mGlobal::AppSettings().SaveSetting(kFirst, "ComQuoteSource", Variant("Chosen last"));
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
+    form.ReloadOnActivate(false);  // the return from the report shall not fill the dialog anew
     form.ButUpDate.UserPress();
-    AwaitStatus("Connected");
+    Await([&] { return form.lblStatus.Caption() == "Connected"; });
     registry.Raise("RegQueryValueExA");
     Answers({"IGNORE"});
-    Await([&] { return mGlobal::StreamingObject() == nullptr; });
+    AwaitEnd();
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), kRefreshed);
+    EXPECT_EQ(form.ComQuoteSource.Text(), "");
   });
   ASSERT_THAT(desktop.reports, SizeIs(1));
   EXPECT_THAT(desktop.reports[0].text, HasSubstr("\tin Mirelo.frmMirelo.AddListQuoteSource at line 0"));
-  EXPECT_EQ(form.ComQuoteSource.ListCount(), 91);
 }
 
-// A process that the stream does not know of today ends the connection, too; one that belongs to quotes is
-// none of the dialog's.
+// A process that no stream tells of today ends the connection, too; one that belongs to quotes is none of the
+// dialog's.
 TEST_F(RefreshingSources, ActsByTheProcessThatTheStreamTells) {
   struct Case {
     std::int16_t process;
     bool ends;
-    std::int32_t sources;
+    bool fills;
   };
-  for (const Case& c : {Case{0, true, 0}, Case{1, true, 80}, Case{5, false, 0}, Case{2, false, 0}}) {
-    SCOPED_TRACE(c.process);
-    form.ComQuoteSource.Clear();
-    form.C1TTickersSettings.UserSelect(1);
-    form.ButUpDate.UserPress();
-    const auto stream = mGlobal::StreamingObject();
-    stream->StartStop(true);
-    stream->PerformanceFollowingProcess.Raise(c.process);
-    EXPECT_EQ(stream->StartStop(), !c.ends) << "a disconnected stream has stopped";
-    EXPECT_EQ(mGlobal::StreamingObject() == nullptr, c.ends);
-    EXPECT_EQ(form.ComQuoteSource.ListCount(), c.sources);
-  }
+  InTheDialog([&](frmMirelo& form) {
+    for (const Case& c :
+         {Case{0, true, false}, Case{1, true, true}, Case{5, false, false}, Case{2, false, false}}) {
+      SCOPED_TRACE(c.process);
+      form.ComQuoteSource.Clear();
+      form.ButUpDate.UserPress();
+      const auto stream = mGlobal::StreamingObject();
+      stream->StartStop(true);
+      stream->PerformanceFollowingProcess.Raise(c.process);
+      EXPECT_EQ(stream->StartStop(), !c.ends) << "a disconnected stream has stopped";
+      EXPECT_EQ(mGlobal::StreamingObject() == nullptr, c.ends);
+      EXPECT_EQ(form.ComQuoteSource.ListCount(), c.fills ? kFirstRun : 0);
+    }
+  });
 }
 
-TEST_F(RefreshingSources, OutlivesTheDialogWithoutSpeakingToIt) {
-  auto dialog = std::make_unique<RefreshingDialog>();
+TEST_F(RefreshingSources, OutlivesADialogThatIsThrownAwayWithoutSpeakingToIt) {
+  auto dialog = std::make_unique<frmMirelo>();
   dialog->frmAppSettings(&mGlobal::AppSettings());
   dialog->Owner(&*facade);
-  dialog->C1TTickersSettings.UserSelect(1);
+  dialog->C1TTickersSettings.UserSelect(kSettings);
   dialog->ButUpDate.UserPress();
   dialog.reset();
   const auto stream = mGlobal::StreamingObject();
@@ -288,20 +300,18 @@ class RefreshBrokenOff : public RefreshingSources, public ::testing::WithParamIn
 };
 
 TEST_P(RefreshBrokenOff, LeavesTheLastStatusAndTheListAndCanBeDoneAnew) {
-  form.AddListQuoteSource("");
-  InTheDialog([&] {
+  InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
-    Await([&] { return loop.WatchCount() == 0; });
+    Await([&] { return poll_loop.WatchCount() == 0; });
     EXPECT_EQ(form.lblStatus.Caption(), GetParam().last_status);
-    EXPECT_EQ(form.ComQuoteSource.ListCount(), 80);
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), kFirstRun);
 
     server.SetStreamFaults({});
     form.ButUpDate.UserPress();
-    Await([&] { return mGlobal::StreamingObject() == nullptr; });
+    AwaitEnd();
+    EXPECT_EQ(form.lblStatus.Caption(), "Data source list updated successfully");
+    EXPECT_EQ(form.ComQuoteSource.ListCount(), kRefreshed);
   });
-  EXPECT_EQ(form.lblStatus.Caption(), "Data source list updated successfully");
-  EXPECT_GT(form.ComQuoteSource.ListCount(), 80);
-  EXPECT_THAT(desktop.reports, IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Peers, RefreshBrokenOff,
