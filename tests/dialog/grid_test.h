@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <initializer_list>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "automation/text.h"
@@ -47,16 +46,6 @@ class GridTest : public DialogTest {
   }
   Texts Headers() const { return TextsOfRow(0); }
   std::string ActiveTicker() const { return FG.TextMatrix(FG.Row(), TickerColumn()); }
-
-  // The numbers of the errors that were reported, in order. For tests that announced answers.
-  std::vector<int> ReportedErrors() const {
-    constexpr std::string_view kMark = "\tError: ";
-    std::vector<int> errors;
-    for (const auto& report : desktop.reports) {
-      errors.push_back(std::stoi(report.text.substr(report.text.find(kMark) + kMark.size())));
-    }
-    return errors;
-  }
 
   frmMirelo form;
   forms::Grid& FG = form.FG;

@@ -48,16 +48,6 @@ class StatementTest : public LastQuoteTest {
     };
   }
 
-  // The numbers of the errors that were reported, in order.
-  std::vector<int> ReportedErrors() const {
-    constexpr std::string_view kMark = "\tError: ";
-    std::vector<int> errors;
-    for (const auto& report : desktop.reports) {
-      errors.push_back(std::stoi(report.text.substr(report.text.find(kMark) + kMark.size())));
-    }
-    return errors;
-  }
-
   // A line of the first `count` fields of a ticker's line.
   std::string ShortLine(std::string_view ticker, std::size_t count) const {
     std::vector<std::string> fields = Split(market.Line(ticker), ",");

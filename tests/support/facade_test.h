@@ -5,7 +5,9 @@
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
@@ -41,6 +43,16 @@ class FacadeTest : public ::testing::Test {
   // The answers that the user will give to the coming failure reports.
   void Answers(std::initializer_list<std::string> answers) {
     desktop.report_answers.assign(answers.begin(), answers.end());
+  }
+
+  // The numbers of the errors that were reported, in order.
+  std::vector<int> ReportedErrors() const {
+    constexpr std::string_view kMark = "\tError: ";
+    std::vector<int> errors;
+    for (const auto& report : desktop.reports) {
+      errors.push_back(std::stoi(report.text.substr(report.text.find(kMark) + kMark.size())));
+    }
+    return errors;
   }
 
   ManualLoop loop;

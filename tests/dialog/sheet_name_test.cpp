@@ -1,0 +1,79 @@
+#include "dialog/dialog_test.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// The name of the vertical sheets, which stays one that a sheet can bear.
+class SheetName : public DialogTest {
+ protected:
+  void ShowSettings(std::function<void(frmMirelo&)> acts) {
+    Show([acts = std::move(acts)](frmMirelo& form) {
+      form.C1TTickersSettings.UserSelect(kSettings);
+      acts(form);
+    });
+  }
+  static std::string Cleaned(std::string text, const std::string& characters) {
+    const std::string answer = frmMirelo::RemoveBadSymbols(text, characters);
+    EXPECT_EQ(answer, text) << "the text changes in place";
+    return answer;
+  }
+};
+
+TEST_F(SheetName, ShowsItsExampleWhileItIsTyped) {
+  ShowSettings([](frmMirelo& form) {
+    form.txtVerticalSheet.UserEdit("");
+    form.txtVerticalSheet.UserType("a/b");
+    EXPECT_EQ(form.txtVerticalSheet.Text(), "a_b");
+    EXPECT_EQ(form.lblExampleSheet.Caption(), "a_b(Ticker)");
+    EXPECT_THAT(CallStack(), ElementsAre("Mirelo.cMirelo.LoadFrmMirelo"));
+  });
+}
+
+TEST_F(SheetName, LosesEachCharacterThatASheetCannotBear) {
+  ShowSettings([](frmMirelo& form) {
+    for (const char forbidden : std::string_view("=@#&$%^'!:\\/?*[]")) {
+      SCOPED_TRACE(forbidden);
+      form.txtVerticalSheet.UserEdit(std::string("x") + forbidden + "y" + forbidden);
+      EXPECT_EQ(form.txtVerticalSheet.Text(), "x_y_");
+    }
+    form.txtVerticalSheet.UserEdit("a-b+c (d) {e} ~\"`.,;|<>");
+    EXPECT_EQ(form.txtVerticalSheet.Text(), "a-b+c (d) {e} ~\"`.,;|<>");
+  });
+}
+
+TEST_F(SheetName, KeepsItsBlanksAndShowsTheExampleWithoutThem) {
+  ShowSettings([](frmMirelo& form) {
+    form.txtVerticalSheet.UserEdit("  My Quotes ");
+    EXPECT_EQ(form.txtVerticalSheet.Text(), "  My Quotes ");
+    EXPECT_EQ(form.lblExampleSheet.Caption(), "My Quotes(Ticker)");
+    form.txtVerticalSheet.UserEdit("");
+    EXPECT_EQ(form.lblExampleSheet.Caption(), "(Ticker)");
+  });
+}
+
+TEST_F(SheetName, IgnoresWhatFailsWhileItIsTyped) {
+  ShowSettings([](frmMirelo& form) {
+    const auto cookie = form.txtVerticalSheet.Appearance.Subscribe([] { throw Errors::OutOfMemory(); });
+    form.txtVerticalSheet.Change.Raise();
+    form.txtVerticalSheet.Appearance.Unsubscribe(cookie);
+    EXPECT_EQ(form.lblExampleSheet.Caption(), "Quotes_Vertical(Ticker)");
+  });
+}
+
+TEST_F(SheetName, IsCleanedInPlace) {
+  EXPECT_EQ(Cleaned("A/B", "/"), "A_B");
+  EXPECT_EQ(Cleaned("C:/temp", ":/"), "C__temp");
+  EXPECT_EQ(Cleaned("no such character", "#"), "no such character");
+  EXPECT_EQ(Cleaned("aAaA", "a"), "_A_A") << "by its case";
+  EXPECT_EQ(Cleaned("a__b", "_"), "a__b");
+  EXPECT_EQ(Cleaned("", "/"), "");
+  EXPECT_EQ(Cleaned("A/B", ""), "A/B");
+  EXPECT_EQ(Cleaned("é€/é", "€/"), "é__é");
+  EXPECT_THAT(CallStack(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace mirelo::testing
