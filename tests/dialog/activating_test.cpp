@@ -83,6 +83,29 @@ TEST_F(Activating, TakesItsNameFromTheCallStackWhenTheDialogIsFilled) {
   });
 }
 
+TEST_F(Activating, LeavesTheDialogAsItIsOnceAFillColourWasAskedFor) {
+  for (const bool picked : {true, false}) {
+    for (forms::Button frmMirelo::*button : {&frmMirelo::ButOn, &frmMirelo::ButOff}) {
+      SCOPED_TRACE(picked ? "picked" : "closed");
+      desktop.person["frmColor"] = [&](forms::Form& form) {
+        if (picked) dynamic_cast<forms::Label&>(*form.Find("L1(1)")).UserClick();
+      };
+      Answers({"ABORT"});
+      Show([&](frmMirelo& form) {
+        form.C1TTickersSettings.UserSelect(kSettings);
+        form.txtWebAddress.UserEdit("10.0.0.1");
+        (form.*button).UserPress();
+        EXPECT_FALSE(form.ReloadOnActivate());
+        EXPECT_EQ(form.txtWebAddress.Text(), "10.0.0.1");
+        EXPECT_EQ(form.C1TTickersSettings.CurrTab(), kSettings);
+        EXPECT_THAT(CallStack(), SizeIs(2)) << "the return to the dialog left a name there";
+        FailInside(form);
+        EXPECT_EQ(form.txtWebAddress.Text(), "10.0.0.1");
+      });
+    }
+  }
+}
+
 TEST_F(Activating, ReloadsAgainInTheNextDialog) {
   Show([](frmMirelo& form) { form.ReloadOnActivate(false); });
   Show([](frmMirelo& form) { EXPECT_TRUE(form.ReloadOnActivate()); });

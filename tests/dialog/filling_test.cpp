@@ -3,6 +3,10 @@
 #include "automation/text.h"
 #include "dialog/control_facts.h"
 #include "dialog/dialog_test.h"
+#include "host/excel/range.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 
 namespace mirelo::testing {
 namespace {
@@ -311,6 +315,83 @@ TEST_F(Filling, PutsTheTickersWhereTheModeHasThem) {
       form.txtTicker.UserEdit("MSFT");
       form.ButAdd.UserPress();
       EXPECT_EQ(form.FG.TextMatrix(1, vertical), "MSFT");
+    });
+  }
+}
+
+TEST_F(Filling, HeadsTheGridWithTheShownColumnsThatAVerticalTableCanHave) {
+  const struct {
+    const char* shown;
+    int charts;
+    std::vector<std::string> headers;
+  } cases[] = {
+      {"Ticker,Last,Change,Bid,Ask,Date,Time",
+       0,
+       {"", "Ticker", "Last", "Change", "Bid", "Ask", "Date", "Time"}},
+      {"Ticker,Tick,Last,52w High", 0, {"", "Ticker", "Last"}},
+      {"Ticker,Last", 1, {"", "Ticker", "Last", "Charts (Last & Volume)"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.shown);
+    Save("ListRight", c.shown);
+    Save("BuildCharts", c.charts);
+    Show([&](frmMirelo& form) {
+      std::vector<std::string> headers;
+      for (std::int32_t col = 0; col < form.FG.Cols(); ++col) headers.push_back(form.FG.TextMatrix(0, col));
+      EXPECT_EQ(headers, c.headers);
+      EXPECT_EQ(form.FG.Rows(), 1);
+    });
+  }
+}
+
+TEST_F(Filling, ShowsTheFillColoursOnTheirSwatches) {
+  const struct {
+    Variant on;
+    Variant off;
+    forms::Color shown_on;
+    forms::Color shown_off;
+  } cases[] = {{Variant(), Variant(), 32768, 255},
+               {"16711680", "65535", 16711680, 65535},
+               {0, 128, 0, 128},
+               {"-4142", -4142, forms::kWindowBackground, forms::kWindowBackground}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.on.ToText());
+    if (!c.on.IsEmpty()) Save("FillColorON", c.on);
+    if (!c.off.IsEmpty()) Save("FillColorOFF", c.off);
+    Show([&](frmMirelo& form) {
+      EXPECT_EQ(form.txtOn.BackColor(), c.shown_on);
+      EXPECT_EQ(form.txtOff.BackColor(), c.shown_off);
+    });
+  }
+}
+
+// The table on the sheet knows better than the settings.
+TEST_F(Filling, TakesColumnsTickersAndPaceFromTheQuoteTable) {
+  const auto workbook = facade->m_ObjExcelApplication()->ActiveWorkbook();
+  const auto table = workbook->Worksheets()->Item(1);
+  table->Name("Dovanta2_Quotes");
+  const struct {
+    const char* address;
+    const char* value;
+  } cells[] = {{"A1", "SnapShot( 15 sec)"},
+               {"A2", "Ticker"},
+               {"B2", "Bid"},
+               {"C2", "Tick"},
+               {"A3", "MSFT"},
+               {"A4", "IBM"}};
+  for (const auto& cell : cells) table->Range(cell.address)->Value(cell.value);
+  for (const int vertical : {0, 1}) {
+    SCOPED_TRACE(vertical);
+    Save("VerticalTable", vertical);
+    Show([&](frmMirelo& form) {
+      EXPECT_THAT(form.ListRight.Items(), ElementsAre("Ticker", "Bid", "Tick"));
+      EXPECT_EQ(form.ListLeft.ListCount(), 16);
+      EXPECT_EQ(form.txtSec.Text(), "15");
+      ASSERT_EQ(form.FG.Rows(), 3);
+      EXPECT_EQ(form.FG.TextMatrix(1, vertical), "MSFT");
+      EXPECT_EQ(form.FG.TextMatrix(2, vertical), "IBM");
+      form.Activate();
+      EXPECT_EQ(form.FG.Rows(), 3) << "tickers are read anew, not added";
     });
   }
 }
