@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -24,6 +26,7 @@
 #include "support/memory_registry.h"
 #include "support/recording_system.h"
 #include "support/scripted_desktop.h"
+#include "support/temp_directory.h"
 #include "support/test_host.h"
 
 namespace mirelo::testing {
@@ -45,14 +48,32 @@ class FacadeTest : public ::testing::Test {
     desktop.report_answers.assign(answers.begin(), answers.end());
   }
 
-  // The numbers of the errors that were reported, in order.
+  // Of the failures that were reported, in order: the errors' numbers, the routines.
   std::vector<int> ReportedErrors() const {
-    constexpr std::string_view kMark = "\tError: ";
     std::vector<int> errors;
-    for (const auto& report : desktop.reports) {
-      errors.push_back(std::stoi(report.text.substr(report.text.find(kMark) + kMark.size())));
-    }
+    for (const std::string& number : FromReports("\tError: ", ",")) errors.push_back(std::stoi(number));
     return errors;
+  }
+  std::vector<std::string> ReportedRoutines() const { return FromReports("\tin ", " at line"); }
+
+  // The routines that `act` enters and leaves: "Entered Mirelo.frmColor.Form_Load".
+  static std::vector<std::string> Traces(const std::function<void()>& act) {
+    const TempDirectory folder;
+    const std::string file = (folder / "traces.txt").string();
+    mGlobal::ErrorHandler().TracingLogFile(file);
+    mGlobal::ErrorHandler().TracingEnabled(true);
+    act();
+    mGlobal::ErrorHandler().TracingEnabled(false);
+
+    std::vector<std::string> traces;
+    std::ifstream lines(file);
+    for (std::string line; std::getline(lines, line);) {
+      const auto event = line.find(" --- ") + 5;
+      const auto routine = line.find(" routine: ") + 10;
+      const std::string name = line.substr(routine, line.find('\r') - routine);
+      traces.push_back(line.substr(event, line.find(' ', event) - event) + " " + name);
+    }
+    return traces;
   }
 
   ManualLoop loop;
@@ -65,6 +86,16 @@ class FacadeTest : public ::testing::Test {
   TestHost host;
   host::HostScope installed{host};
   std::optional<cMirelo> facade;
+
+ private:
+  std::vector<std::string> FromReports(std::string_view before, std::string_view behind) const {
+    std::vector<std::string> parts;
+    for (const auto& report : desktop.reports) {
+      const auto start = report.text.find(before) + before.size();
+      parts.push_back(report.text.substr(start, report.text.find(behind, start) - start));
+    }
+    return parts;
+  }
 };
 
 }  // namespace mirelo::testing
