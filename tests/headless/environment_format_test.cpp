@@ -2,36 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <optional>
 #include <string>
+
+#include "support/environment_variable.h"
 
 namespace mirelo::headless {
 namespace {
 
-// Sets a variable of the environment for its own lifetime; no value removes it.
-class Variable {
- public:
-  Variable(const char* name, const char* value) : name_(name) {
-    if (const char* before = std::getenv(name)) before_ = before;
-    Set(value);
-  }
-  ~Variable() { Set(before_ ? before_->c_str() : nullptr); }
-  Variable(const Variable&) = delete;
-  Variable& operator=(const Variable&) = delete;
-
- private:
-  void Set(const char* value) {
-    if (value == nullptr) {
-      unsetenv(name_);
-    } else {
-      setenv(name_, value, 1);
-    }
-  }
-
-  const char* name_;
-  std::optional<std::string> before_;
-};
+using testing::EnvironmentVariable;
 
 bool IsStandard(const RegionalFormat& format) {
   return format.short_date == RegionalFormat::Standard().short_date &&
@@ -59,8 +37,8 @@ TEST(EnvironmentFormat, IsTheStandardOneUnlessAnotherPlaceIsNamed) {
   };
   for (const auto& [lc_all, lc_time] : kEnvironments) {
     SCOPED_TRACE(std::string(lc_all ? lc_all : "(none)") + " " + (lc_time ? lc_time : "(none)"));
-    const Variable all("LC_ALL", lc_all);
-    const Variable time("LC_TIME", lc_time);
+    const EnvironmentVariable all("LC_ALL", lc_all);
+    const EnvironmentVariable time("LC_TIME", lc_time);
     EXPECT_TRUE(IsStandard(EnvironmentFormat()));
   }
 }

@@ -11,17 +11,28 @@
 #include "adapters/poll/poll_loop.h"
 #include "host/host.h"
 #include "snapshot/WinInet.h"
+#include "support/environment_variable.h"
 #include "support/loopback_server.h"
 #include "support/manual_clock.h"
 #include "support/test_host.h"
 
 namespace mirelo::testing {
 
+// An environment that names no proxy, as somebody's own may.
+class WithoutProxies {
+  EnvironmentVariable http_{"http_proxy", nullptr};
+  EnvironmentVariable all_{"all_proxy", nullptr};
+  EnvironmentVariable all_in_capitals_{"ALL_PROXY", nullptr};
+  EnvironmentVariable exceptions_{"no_proxy", nullptr};
+  EnvironmentVariable exceptions_in_capitals_{"NO_PROXY", nullptr};
+};
+
 // A machine with a real loop and the real HTTP client.
 class HttpMachine : public ::testing::Test {
  protected:
   HttpMachine() { host.Use(loop).Use(clock).Use(internet); }
 
+  WithoutProxies without_proxies;
   poll::PollLoop loop;
   ManualClock clock;
   curl::CurlInternet internet{loop};

@@ -3,6 +3,8 @@
 #include <vector>
 
 #include "http/http_machine.h"
+#include "support/loop_signal.h"
+#include "support/observed_loop.h"
 
 namespace mirelo::testing {
 namespace {
@@ -70,6 +72,9 @@ const ReplyCase kReplies[] = {
     {"AnotherProtocol", "SSH-2.0-OpenSSH\r\n", kSendFailed},
     {"BinaryGarbage", std::string("\0\xFF\x16\x03\0\r\n\r\n", 9), kSendFailed},
     {"NulInAHeader", kOk + std::string("X: \0\r\n", 6) + "\r\nquote", kSendFailed},
+};
+
+const ReplyCase kEndlessReplies[] = {
     {"EndlessLineInTheHead", kOk + std::string(300'000, 'x') + "\r\n\r\nquote", kSendFailed},
     {"EndlessHead", kOk + Repeated("X: " + std::string(1000, 'x') + "\r\n", 300) + "\r\nquote", kSendFailed},
 };
@@ -93,22 +98,36 @@ TEST_P(Replies, EndTheTransferInTheirStateAndHandOverTheirBody) {
   EXPECT_EQ(internet.OpenHandles(), 0u);
 }
 
-// A server may send in any pieces.
-TEST_P(Replies, ComeOutTheSameByteByByte) {
+constexpr auto kName = [](const auto& info) { return info.param.name; };
+INSTANTIATE_TEST_SUITE_P(Table, Replies, ::testing::ValuesIn(kReplies), kName);
+INSTANTIATE_TEST_SUITE_P(Endless, Replies, ::testing::ValuesIn(kEndlessReplies), kName);
+
+// A server may send in any pieces, of which the client sees one at a time here.
+class RepliesInPieces : public HttpMachine, public ::testing::WithParamInterface<ReplyCase> {
+ protected:
+  RepliesInPieces() { host.Use(observed_internet); }
+
+  ObservedLoop observed{loop};
+  curl::CurlInternet observed_internet{observed};
+};
+
+TEST_P(RepliesInPieces, ComeOutTheSameByteByByte) {
   const ReplyCase& expected = GetParam();
-  if (expected.bytes.size() > 1000) return;  // of no more interest than the short ones
   LoopbackServer server([&](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
-    for (const char byte : expected.bytes) peer.Send({&byte, 1});
+    for (const char byte : expected.bytes) {
+      peer.Await();
+      peer.Send({&byte, 1});
+    }
   });
+  observed.behind_ready = [&](unsigned) { server.Go(); };
   LocalTransfer transfer(server.Port());
   transfer.Execute();
   EXPECT_EQ(transfer.states, expected.states);
   EXPECT_EQ(transfer.Response(), expected.response);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, Replies, ::testing::ValuesIn(kReplies),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Table, RepliesInPieces, ::testing::ValuesIn(kReplies), kName);
 
 class HeadReply : public HttpMachine {};
 
@@ -160,16 +179,29 @@ TEST_F(BadReply, OfAConnectionThatIsResetEndsWhereItStood) {
       {"in the head", kOk + "Content-", kSendFailed, ""},
       {"in the body", kOk + "Content-Length: 9\r\n\r\nquo", kGoodPath, "quo"},
   };
+  ObservedLoop observed(loop);
+  curl::CurlInternet observed_internet(observed);
+  host.Use(observed_internet);
   for (const auto& each : cases) {
     SCOPED_TRACE(each.name);
+    LoopbackServer* asked_server = nullptr;
+    // The client has nothing to do but to wait for the reply when this is handled.
+    LoopSignal asked(loop, [&] { asked_server->Go(); });
     LoopbackServer server([&](LoopbackServer::Peer& peer) {
       peer.ReceiveUntil("\r\n\r\n");
-      peer.Send(each.sent);
+      asked.Raise();
       peer.Await();
+      if (!each.sent.empty()) {
+        peer.Send(each.sent);
+        peer.Await();
+      }
       peer.Reset();
     });
-    // What was sent is read before the reset comes, which would otherwise overtake it.
-    loop.StartTimer(std::chrono::milliseconds(20), [&] { server.Go(); });
+    asked_server = &server;
+    // What was sent has been read before the reset comes, which would otherwise overtake it.
+    observed.behind_ready = [&](unsigned ready) {
+      if ((ready & host::MessageLoop::kRead) != 0) server.Go();
+    };
     LocalTransfer transfer(server.Port());
     transfer.Execute();
     EXPECT_EQ(transfer.states, each.states);

@@ -175,12 +175,14 @@ TEST_F(SentRequest, GoesOverAConnectionOfItsOwn) {
 
 TEST_F(SentRequest, GoesToNoProxyThatTheEnvironmentNames) {
   const RefusingPort proxy;
-  ASSERT_EQ(setenv("http_proxy", ("http://" + proxy.Address()).c_str(), 1), 0);
-  LoopbackServer server(ReplyBehind("\r\n\r\n"));
-  LocalTransfer transfer(server.Port());
-  transfer.Execute();
-  unsetenv("http_proxy");
-  EXPECT_EQ(transfer.Response(), "OK");
+  for (const char* const name : {"http_proxy", "all_proxy", "ALL_PROXY"}) {
+    SCOPED_TRACE(name);
+    const EnvironmentVariable variable(name, ("http://" + proxy.Address()).c_str());
+    LoopbackServer server(ReplyBehind("\r\n\r\n"));
+    LocalTransfer transfer(server.Port());
+    transfer.Execute();
+    EXPECT_EQ(transfer.Response(), "OK");
+  }
 }
 
 TEST_F(SentRequest, FindsAServerByItsName) {

@@ -5,18 +5,29 @@
 #include <string>
 
 #include "http/http_machine.h"
+#include "support/loop_signal.h"
+#include "support/observed_loop.h"
 
 namespace mirelo::testing {
 namespace {
 
 using host::WinInetApi;
+using std::chrono::milliseconds;
 
-// Servers that do nothing for a while. The times are the shortest that tell a stall from a slow machine.
-class Stall : public HttpMachine {
+// Servers that do nothing for longer than they may. The time passes by leaps of many minutes, made when
+// everybody is known to wait, so that what the test itself takes is nothing to it.
+class Stall : public ::testing::Test {
  protected:
-  std::uint32_t Request(std::uint16_t port, std::uint32_t option, std::int32_t milliseconds) {
+  using Clock = std::chrono::steady_clock;
+
+  static constexpr Clock::duration kLimit = std::chrono::minutes(10);
+
+  Stall() { host.Use(loop).Use(clock).Use(internet); }
+
+  // A request whose time is limited in one way, and not in any other.
+  std::uint32_t Request(std::uint16_t port, std::uint32_t option) {
     const auto session = internet.InternetOpenA(std::nullopt, 0);
-    EXPECT_TRUE(internet.InternetSetOptionA(session, option, milliseconds));
+    EXPECT_TRUE(internet.InternetSetOptionA(session, option, kLimit / milliseconds(1)));
     const auto connection = internet.InternetConnectA(session, "127.0.0.1", port, "", "", 3);
     return internet.HttpOpenRequestA(connection, "POST", "/", "HTTP/1.0", "", 0);
   }
@@ -24,22 +35,65 @@ class Stall : public HttpMachine {
     char buffer[4096];
     return internet.InternetReadFile(request, buffer, sizeof buffer, read);
   }
+
+  void Pass(Clock::duration time) {
+    ahead += time;
+    loop.Yield();
+  }
+  // Lets time pass with each step of the loop, for good.
+  void PassAndPass() {
+    loop.StartTimer(milliseconds(0), [this] {
+      ahead += kLimit / 4;
+      PassAndPass();
+    });
+  }
+  // Whether the transfer has a connection still.
+  bool GoesOn() const { return loop.WatchCount() > 0; }
+  void ExpectEndBehindTheLimit() {
+    Pass(kLimit / 2);
+    EXPECT_TRUE(GoesOn());
+    Pass(kLimit / 2);
+    EXPECT_FALSE(GoesOn());
+  }
+
+  WithoutProxies without_proxies;
+  Clock::duration ahead{};  // of the machine's time
+  std::function<Clock::time_point()> now = [this] { return Clock::now() + ahead; };
+  poll::PollLoop loop{now};
+  ObservedLoop observed{loop};
+  curl::CurlInternet internet{observed, now};
+  ManualClock clock;
+  TestHost host;
+  host::HostScope scope{host};
 };
 
 TEST_F(Stall, BeforeTheHeadFailsTheSending) {
-  LoopbackServer server([](LoopbackServer::Peer& peer) { peer.ReceiveAll(); });
-  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout, 20);
+  LoopSignal asked(loop, [&] { ExpectEndBehindTheLimit(); });
+  LoopbackServer server([&](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    asked.Raise();
+    peer.ReceiveAll();
+  });
+  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout);
   EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
   server.WaitForScripts(1);  // the connection is closed
 }
 
 TEST_F(Stall, InTheHeadFailsTheSending) {
-  LoopbackServer server([](LoopbackServer::Peer& peer) {
+  LoopbackServer* asked_server = nullptr;
+  LoopSignal asked(loop, [&] { asked_server->Go(); });
+  LoopbackServer server([&](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
+    asked.Raise();
+    peer.Await();
     peer.Send("HTTP/1.0 200 OK\r\nContent-");
     peer.ReceiveAll();
   });
-  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout, 20);
+  asked_server = &server;
+  observed.behind_ready = [&](unsigned ready) {
+    if ((ready & host::MessageLoop::kRead) != 0) ExpectEndBehindTheLimit();
+  };
+  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout);
   EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
 }
 
@@ -49,11 +103,11 @@ TEST_F(Stall, InTheBodyFailsTheRead) {
     peer.Send("HTTP/1.0 200 OK\r\n\r\nquo");
     peer.ReceiveAll();
   });
-  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout, 300);
+  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout);
   ASSERT_TRUE(internet.HttpSendRequestA(request, "", ""));
   std::uint32_t read = 0;
-  EXPECT_TRUE(Read(request, read));
-  EXPECT_EQ(read, 3u);
+  for (std::uint32_t total = 0; total < 3; total += read) ASSERT_TRUE(Read(request, read));
+  loop.StartTimer(milliseconds(0), [&] { ExpectEndBehindTheLimit(); });
   EXPECT_FALSE(Read(request, read));
   EXPECT_EQ(read, 0u);
 }
@@ -63,23 +117,27 @@ TEST_F(Stall, OfASentBodyFailsTheSending) {
     peer.ReceiveUntil("\r\n\r\n");
     peer.Await();
   });
-  const auto request = Request(server.Port(), WinInetApi::kOptionSendTimeout, 20);
+  const auto request = Request(server.Port(), WinInetApi::kOptionSendTimeout);
+  PassAndPass();
   EXPECT_FALSE(internet.HttpSendRequestA(request, "", std::string(64 << 20, 'x')));
+  EXPECT_LT(ahead, curl::Timeouts::kForever / 2);  // which is how long the reply may take
 }
 
 TEST_F(Stall, IsNoneWhileSomethingComesNowAndThen) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
     for (const char byte : std::string("HTTP/1.0 200 OK\r\n\r\nquote")) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      peer.Await();
       peer.Send({&byte, 1});
     }
   });
-  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout, 600);
-  const auto start = std::chrono::steady_clock::now();
+  observed.behind_ready = [&](unsigned) {
+    ahead += kLimit * 9 / 10;
+    server.Go();
+  };
+  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout);
   ASSERT_TRUE(internet.HttpSendRequestA(request, "", ""));
-  EXPECT_GT(std::chrono::steady_clock::now() - start,
-            std::chrono::milliseconds(600));  // longer than the limit
+  EXPECT_GT(ahead, kLimit);
   std::uint32_t total = 0;
   for (std::uint32_t read = 1; read > 0; total += read) ASSERT_TRUE(Read(request, read));
   EXPECT_EQ(total, 5u);
@@ -92,13 +150,17 @@ TEST_F(Stall, IsNotWhatPassesBeforeSomebodyReads) {
     peer.Await();
     peer.Send("quote");
   });
-  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout, 500);
+  const auto request = Request(server.Port(), WinInetApi::kOptionReceiveTimeout);
   ASSERT_TRUE(internet.HttpSendRequestA(request, "", ""));
-  std::this_thread::sleep_for(std::chrono::milliseconds(600));
-  loop.StartTimer(std::chrono::milliseconds(10), [&] { server.Go(); });
-  std::uint32_t read = 0;
-  EXPECT_TRUE(Read(request, read));
-  EXPECT_EQ(read, 5u);
+  Pass(2 * kLimit);
+  EXPECT_TRUE(GoesOn());
+  loop.StartTimer(milliseconds(0), [&] {
+    Pass(kLimit / 2);
+    server.Go();
+  });
+  std::uint32_t total = 0;
+  for (std::uint32_t read = 1; read > 0; total += read) ASSERT_TRUE(Read(request, read));
+  EXPECT_EQ(total, 5u);
 }
 
 TEST_F(Stall, OfATransferLeavesWhatCameAsItsResponse) {
@@ -108,7 +170,10 @@ TEST_F(Stall, OfATransferLeavesWhatCameAsItsResponse) {
     peer.ReceiveAll();
   });
   LocalTransfer transfer(server.Port());
-  transfer.TimeoutSec(1);
+  transfer.TimeoutSec(600);
+  transfer.OnProgress.Subscribe([&](float, std::int32_t, std::int32_t read) {
+    if (read == 3) PassAndPass();
+  });
   transfer.Execute();
   EXPECT_EQ(transfer.states, kGoodPath);
   EXPECT_EQ(transfer.Response(), "quo");
@@ -144,20 +209,20 @@ class DeafPort {
 
 TEST_F(Stall, OfTheConnectingFailsTheSending) {
   const DeafPort deaf;
-  const auto request = Request(deaf.Port(), WinInetApi::kOptionConnectTimeout, 20);
+  const auto request = Request(deaf.Port(), WinInetApi::kOptionConnectTimeout);
+  loop.StartTimer(milliseconds(0), [&] { ExpectEndBehindTheLimit(); });
   EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
 }
 
 TEST_F(Stall, OfTheConnectingIsNoStallOfTheReceiving) {
   const DeafPort deaf;
   const auto session = internet.InternetOpenA(std::nullopt, 0);
-  internet.InternetSetOptionA(session, WinInetApi::kOptionConnectTimeout, 100);
-  internet.InternetSetOptionA(session, WinInetApi::kOptionReceiveTimeout, 10);
+  internet.InternetSetOptionA(session, WinInetApi::kOptionConnectTimeout, kLimit / milliseconds(1));
+  internet.InternetSetOptionA(session, WinInetApi::kOptionReceiveTimeout, kLimit / 10 / milliseconds(1));
   const auto request = internet.HttpOpenRequestA(
       internet.InternetConnectA(session, "127.0.0.1", deaf.Port(), "", "", 3), "GET", "/", "HTTP/1.0", "", 0);
-  const auto start = std::chrono::steady_clock::now();
+  loop.StartTimer(milliseconds(0), [&] { ExpectEndBehindTheLimit(); });
   EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
-  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(99));
 }
 
 TEST_F(Stall, OptionsAreKnown) {

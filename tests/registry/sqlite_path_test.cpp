@@ -1,39 +1,16 @@
 #include "adapters/sqlite/registry_path.h"
 
-#include <cstdlib>
-#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "automation/runtime_error.h"
+#include "support/environment_variable.h"
 
 namespace mirelo::sqlite {
 namespace {
 
-// A variable of the environment for the time of a test; none when the value is null.
-class Variable {
- public:
-  Variable(const char* name, const char* value) : name_(name) {
-    if (const char* before = std::getenv(name)) before_ = before;
-    Put(value);
-  }
-  ~Variable() { Put(before_ ? before_->c_str() : nullptr); }
-  Variable(const Variable&) = delete;
-  Variable& operator=(const Variable&) = delete;
-
- private:
-  void Put(const char* value) {
-    if (value == nullptr) {
-      ::unsetenv(name_);
-    } else {
-      ::setenv(name_, value, 1);
-    }
-  }
-
-  const char* name_;
-  std::optional<std::string> before_;
-};
+using testing::EnvironmentVariable;
 
 TEST(DefaultRegistryPath, LiesInTheUsersDataFolder) {
   struct Row {
@@ -50,15 +27,15 @@ TEST(DefaultRegistryPath, LiesInTheUsersDataFolder) {
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.path);
-    const Variable data_home("XDG_DATA_HOME", row.data_home);
-    const Variable home("HOME", row.home);
+    const EnvironmentVariable data_home("XDG_DATA_HOME", row.data_home);
+    const EnvironmentVariable home("HOME", row.home);
     EXPECT_EQ(DefaultRegistryPath(), row.path);
   }
 }
 
 TEST(DefaultRegistryPath, IsAnErrorWithoutAnyFolder) {
-  const Variable data_home("XDG_DATA_HOME", nullptr);
-  const Variable home("HOME", nullptr);
+  const EnvironmentVariable data_home("XDG_DATA_HOME", nullptr);
+  const EnvironmentVariable home("HOME", nullptr);
   try {
     DefaultRegistryPath();
     FAIL() << "no error";

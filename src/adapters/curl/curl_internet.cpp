@@ -44,7 +44,8 @@ std::optional<std::string> WithinCapacity(const std::optional<std::string>& text
 
 }  // namespace
 
-CurlInternet::CurlInternet(host::MessageLoop& loop) : loop_(loop), multi_(loop) {}
+CurlInternet::CurlInternet(host::MessageLoop& loop, Transfer::Now now)
+    : loop_(loop), now_(std::move(now)), multi_(loop) {}
 
 host::WinInetApi::Handle CurlInternet::InternetOpenA(const std::optional<std::string>& agent,
                                                      std::uint32_t /*access_type*/) {
@@ -116,7 +117,7 @@ bool CurlInternet::HttpSendRequestA(Handle handle, const std::string& headers, c
   request.headers = Lines(headers);
   request.body = body;
   // This frame has a reference of its own: a handler that runs meanwhile may close the request.
-  const auto transfer = entry->transfer = std::make_shared<Transfer>(multi_, std::move(request));
+  const auto transfer = entry->transfer = std::make_shared<Transfer>(multi_, std::move(request), now_);
   WaitUntil(*transfer, [&] { return transfer->HeadSettled(); });
   return transfer->Sent();
 }

@@ -21,8 +21,8 @@ namespace mirelo::curl {
 // Handles are never given twice. What a handle is opened from hands its timeouts down at that moment.
 class CurlInternet final : public host::WinInetApi {
  public:
-  // The loop must outlive this.
-  explicit CurlInternet(host::MessageLoop& loop);
+  // The loop must outlive this. `now` is the time by which stalls are told; it must not go back.
+  explicit CurlInternet(host::MessageLoop& loop, Transfer::Now now = Transfer::Clock::now);
 
   // Fails for an agent that would break its header line.
   Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) override;
@@ -68,6 +68,7 @@ class CurlInternet final : public host::WinInetApi {
   void WaitUntil(Transfer& transfer, Condition condition);
 
   host::MessageLoop& loop_;
+  Transfer::Now now_;
   Multi multi_;
   Handle last_handle_ = 0;
   std::map<Handle, Entry> handles_;

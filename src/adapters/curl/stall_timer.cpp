@@ -18,7 +18,7 @@ void StallTimer::Start(Transfer::Clock::duration time) {
 
 // The timer is not moved at each activity but looks, when it falls due, how much of the time is left.
 void StallTimer::Check() {
-  const auto patience = transfer_.Patience(Transfer::Clock::now());
+  const auto patience = transfer_.Patience();
   if (patience <= patience.zero()) return transfer_.GiveUp();
   Start(std::min(patience, transfer_.LeastPatience()));
 }

@@ -27,7 +27,10 @@ bool IsClosed(CURLcode result) {
 
 }  // namespace
 
-Transfer::Transfer(Multi& multi, Request request) : multi_(multi), request_(std::move(request)) { Start(); }
+Transfer::Transfer(Multi& multi, Request request, Now now)
+    : multi_(multi), request_(std::move(request)), now_(std::move(now)) {
+  Start();
+}
 
 Transfer::~Transfer() { Stop(); }
 
@@ -183,9 +186,7 @@ void Transfer::GiveUp() {
   timed_out_ = true;
 }
 
-Transfer::Clock::duration Transfer::Patience(Clock::time_point now) const {
-  return last_activity_ + Limit() - now;
-}
+Transfer::Clock::duration Transfer::Patience() const { return last_activity_ + Limit() - now_(); }
 
 Transfer::Clock::duration Transfer::LeastPatience() const {
   const Timeouts& timeouts = request_.timeouts;

@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -44,8 +46,10 @@ class Transfer final : private Multi::Client {
  public:
   using Clock = std::chrono::steady_clock;
 
+  using Now = std::function<Clock::time_point()>;
+
   // Sends the request, over HTTP/1.0. `multi` must outlive the transfer.
-  Transfer(Multi& multi, Request request);
+  Transfer(Multi& multi, Request request, Now now);
   ~Transfer();
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
@@ -65,12 +69,12 @@ class Transfer final : private Multi::Client {
   // Breaks it off: it has ended then.
   void Stop();
 
-  // How long the other side may still take, from `now` on, before it must have done something.
-  Clock::duration Patience(Clock::time_point now) const;
+  // How long the other side may still take before it must have done something.
+  Clock::duration Patience() const;
   // The least time in which the patience can come to its end, whatever the transfer does meanwhile.
   Clock::duration LeastPatience() const;
   // Counts as something that the other side did: the time before somebody waits is not its fault.
-  void OnActivity() override { last_activity_ = Clock::now(); }
+  void OnActivity() override { last_activity_ = now_(); }
   // Breaks it off because the patience has come to its end.
   void GiveUp();
   bool TimedOut() const { return timed_out_; }
@@ -99,6 +103,7 @@ class Transfer final : private Multi::Client {
 
   Multi& multi_;
   Request request_;
+  Now now_;
   int redirects_ = 0;
 
   std::unique_ptr<CURL, Cleanup> easy_;
