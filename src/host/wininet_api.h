@@ -31,21 +31,27 @@ class WinInetApi {
 
   virtual ~WinInetApi() = default;
 
-  // `agent` without value sends no User-Agent.
+  // Opens a session, which no server hears of. `agent` without value sends no User-Agent. `access_type` says
+  // how servers are to be reached: kOpenTypePreconfig, the one that is in use, leaves that to the machine.
   virtual Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) = 0;
 
+  // Sets one of the options above, for this handle and what is opened from it later. False for others.
   virtual bool InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) = 0;
 
-  // Makes no connection yet. Port 0 is the service's default (80).
+  // Names the server; makes no connection yet. Port 0 is the default (80) of `service`, of which kServiceHttp
+  // is the one in use. An empty user sends no credentials.
   virtual Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,
                                   const std::string& user, const std::string& password,
                                   std::uint32_t service) = 0;
 
-  // Canonicalises `url` in the way `flags` say, into at most `capacity` characters, terminator included.
-  // Nothing when the call fails, a capacity too small among the reasons.
+  // Brings `url` into canonical form, the one that browsers use: `flags` is kBrowserMode. The result has at
+  // most `capacity` characters, terminator included. Nothing when the call fails, a capacity too small among
+  // the reasons.
   virtual std::optional<std::string> InternetCanonicalizeUrlA(const std::string& url, std::uint32_t capacity,
                                                               std::uint32_t flags) = 0;
 
+  // Describes a request; sends nothing yet. `version` is "HTTP/1.0", an empty `referrer` sends no Referer,
+  // and `flags` is kFlagReload: the reply comes from the server itself and from no cache.
   virtual Handle HttpOpenRequestA(Handle connection, const std::string& verb, const std::string& object,
                                   const std::string& version, const std::string& referrer,
                                   std::uint32_t flags) = 0;
@@ -55,7 +61,9 @@ class WinInetApi {
   // counts as sent, with no headers and an empty body.
   virtual bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) = 0;
 
-  // The value of a header as the server wrote it; nothing when the reply has none.
+  // What one of the info levels above asks for, in at most `capacity` characters, terminator included: the
+  // value of a header as the server wrote it, or the verb as it was sent. Nothing when the reply has no such
+  // header, or it does not fit.
   virtual std::optional<std::string> HttpQueryInfoA(Handle request, std::uint32_t level,
                                                     std::uint32_t capacity) = 0;
 

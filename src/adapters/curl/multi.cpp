@@ -40,7 +40,7 @@ Multi::~Multi() {
 
 void Multi::Start(CURL* easy, Client& client) {
   curl_easy_setopt(easy, CURLOPT_PRIVATE, static_cast<void*>(&client));
-  curl_multi_add_handle(multi_.get(), easy);
+  if (curl_multi_add_handle(multi_.get(), easy) != CURLM_OK) return client.OnEnd(CURLE_FAILED_INIT);
   Act(CURL_SOCKET_TIMEOUT, 0);
 }
 

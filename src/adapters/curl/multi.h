@@ -36,8 +36,8 @@ class Multi {
   Multi& operator=(const Multi&) = delete;
 
   // Starts the transfer that `easy` describes and takes it as far as it goes without waiting; it may be over
-  // already on return. `easy` and `client` must live until OnEnd or Stop. The handle's CURLOPT_PRIVATE is
-  // used.
+  // already on return; one that libcurl does not take ends with CURLE_FAILED_INIT. `easy` and `client` must
+  // live until OnEnd or Stop. The handle's CURLOPT_PRIVATE is used.
   void Start(CURL* easy, Client& client);
   // Breaks a transfer off; OnEnd is not called.
   void Stop(CURL* easy);
