@@ -1,5 +1,6 @@
 #include "snapshot/WinInet.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -137,9 +138,11 @@ bool WinInet::ReadBody() {
   std::array<char, kBufferSize> buffer;
   for (bool finished = false; !finished;) {
     std::uint32_t count = 0;
+    buffer.fill(' ');
     // Only the count decides: a read that fails ends the body as its end does.
     Internet().InternetReadFile(request_, buffer.data(), kBufferSize, count);
-    AppendAnsi(response_, std::string_view(buffer.data(), count));
+    // A count above the buffer's size adds the whole buffer and no more.
+    AppendAnsi(response_, std::string_view(buffer.data(), std::min(count, kBufferSize)));
     finished = count == 0;
     if (EndIfCancelled()) return false;
     bytes_read_ = AddChecked(bytes_read_, static_cast<std::int32_t>(count));

@@ -114,6 +114,30 @@ TEST_F(Reading, CountsTheBytesOfEachTransferAnew) {
   EXPECT_EQ(std::get<2>(progress.back()), 3);
 }
 
+TEST_F(Reading, CountsUpToTwoGibibytes) {
+  internet.claims = {2147483646, 1};
+  transfer.Execute();
+  EXPECT_EQ(std::get<2>(progress.back()), 2147483647);
+  EXPECT_EQ(states.back(), 11);
+}
+
+TEST_F(Reading, RaisesWhenTheCountOverflowsBehindThem) {
+  internet.claims = {2147483647, 1};
+  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ASSERT_EQ(progress.size(), 1u);
+  EXPECT_EQ(std::get<2>(progress.front()), 2147483647);
+  EXPECT_FALSE(transfer.SuccessDone());
+  EXPECT_EQ(states.back(), 9);
+  EXPECT_EQ(Closed(), std::vector<std::string>{});  // they stay open
+}
+
+TEST_F(Reading, AddsNoMoreThanTheBufferWhateverTheCountSays) {
+  internet.chunks = {"one", "two"};
+  internet.claims = {3, 100'000};
+  transfer.Execute();
+  EXPECT_EQ(transfer.Response(), "onetwo" + std::string(4096 - 3, ' '));
+}
+
 TEST_F(Reading, KeepsTheMethodWhenTheReplyCannotTellIt) {
   transfer.Method("GET");
   internet.request_method = "POST";

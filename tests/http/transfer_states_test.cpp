@@ -177,6 +177,7 @@ TEST_F(Cancel, BehindEachOfTheThreeQuestionsIsSeenBeforeTheNext) {
     transfer.Execute();
     ExpectCancelled({1, 3, 6, 7, 12});
     EXPECT_EQ(asked, question);
+    EXPECT_EQ(Closed(), kAllHandles);  // each of them once
   }
 }
 
@@ -186,6 +187,7 @@ TEST_F(Cancel, WhileACallIsInProgressLetsThatCallFinish) {
   };
   transfer.Execute();
   ExpectCancelled({1, 3, 6, 7, 12});
+  EXPECT_EQ(Closed(), kAllHandles);
 }
 
 TEST_F(Cancel, FromTheProgressOfAChunkIsSeenBehindTheNextRead) {

@@ -27,6 +27,7 @@ class ScriptedWinInet : public host::WinInetApi {
   std::optional<std::string> request_method;
   std::vector<std::string> chunks;        // one for each read, and then reads of 0 bytes
   bool failing_reads_have_bytes = false;  // a read that fails gives its chunk all the same
+  std::vector<std::uint32_t> claims;  // for each read, what it says it has read instead of its chunk's size
 
   // Called inside each call, behind its entry in the record, with its name.
   std::function<void(const std::string& name)> on_call;
@@ -81,9 +82,9 @@ class ScriptedWinInet : public host::WinInetApi {
     read = 0;
     const bool works = Answer("InternetReadFile", {Number(request), Number(capacity)});
     if (!works && !failing_reads_have_bytes) return false;
-    if (next_chunk_ >= chunks.size()) return works;
-    const std::string& chunk = chunks[next_chunk_++];
-    read = static_cast<std::uint32_t>(chunk.copy(buffer, capacity));
+    const std::size_t number = next_read_++;
+    if (number < chunks.size()) read = static_cast<std::uint32_t>(chunks[number].copy(buffer, capacity));
+    if (number < claims.size()) read = claims[number];
     return works;
   }
   bool InternetCloseHandle(Handle handle) override { return Answer("InternetCloseHandle", {Number(handle)}); }
@@ -105,7 +106,7 @@ class ScriptedWinInet : public host::WinInetApi {
     return !failing.contains(name);
   }
 
-  std::size_t next_chunk_ = 0;
+  std::size_t next_read_ = 0;
 };
 
 }  // namespace mirelo::testing
