@@ -282,7 +282,8 @@ TEST_F(ColorButtons, TakeTheNumberThatAnAnswerStartsWith) {
   const struct {
     const char* tag;
     forms::Color color;
-  } kRows[] = {{"255 red", 255}, {"red", 0}, {"&HFF", 255}, {" 12 34", 1234}};
+  } kRows[] = {
+      {"255 red", 255}, {"red", 0}, {"&HFF", 255}, {" 12 34", 1234}, {"-2147483633", forms::kFaceBackground}};
   for (const auto& [tag, color] : kRows) {
     SCOPED_TRACE(tag);
     Press(kCases[0], [&, text = tag](frmColor& palette) {
