@@ -18,11 +18,14 @@
 #include "forms/simple_controls.h"
 #include "forms/tab.h"
 #include "forms/text_box.h"
+#include "host/excel/constants.h"
 
 namespace mirelo {
 
 namespace host::excel {
 class Application;
+class Range;
+class Sheet;
 class Worksheet;
 class Worksheets;
 }  // namespace host::excel
@@ -201,6 +204,45 @@ class frmMirelo : public forms::Form {
   // Replaces each of `characters` by "_", in place; answers the text.
   static std::string RemoveBadSymbols(std::string& text, const std::string& characters);
 
+  // worksheet/variant_arrays.cpp; see there
+
+  // Adds a value at the end of an array with lower bound 0, or makes an array of it; answers the array. Error
+  // 9 for another lower bound or a second dimension.
+  static Variant mPush(Variant& array, const Variant& value);
+  // Adds a value, or the elements of an array one by one, at the end of an array, or makes an array with
+  // that lower bound of them; answers how many were added. Error 9 for a second dimension.
+  static std::int16_t Arr_Push(Variant& array, const Variant& value, std::int32_t lower);
+  // The index of the first element that equals the value; -1 for none, and when it is no array.
+  static std::int16_t Arr_Search(const Variant& array, const Variant& value);
+  // The number of elements; -1 when it is no array.
+  static std::int16_t Arr_Count(const Variant& array);
+  // The number of dimensions, 0 when it is no array. Not a routine frame: it cannot fail.
+  static std::int16_t ArrayDimensions(const Variant& array);
+
+  // worksheet/range_arrays.cpp
+
+  // The values of a range: of a single column an array from 1 on with its numbers and texts, everything else
+  // being left out; of more columns all values, with the column as first index and the row as second, both
+  // from 1 on.
+  static Variant Range2Array(const std::shared_ptr<host::excel::Range>& range);
+  // The array of two dimensions with its indexes exchanged. Writes no cells.
+  static Variant Array2Range(const Variant& array);
+
+  // worksheet/bad_symbols.cpp
+
+  // Replaces each of `characters` by "_", in place; answers the text.
+  static Variant remove_bad_symbols(Variant& text,
+                                    const std::string& characters = "=~@#$%^&*()-+\\/.,';`\"!:\\/?*[]");
+
+  // worksheet/last_cell.cpp
+
+  // The last row of a worksheet but one, and its last column.
+  void GiveSheetLimits(const std::string& sheet, std::int32_t& row_limit, std::int32_t& last_column);
+  // The address, without "$", of the cell in the last row and the last column of a worksheet that hold
+  // something; of the last cell that is used when that one does. `first` is any cell of it. What is selected
+  // changes meanwhile.
+  std::string GotoLastCell(const std::string& sheet, const std::string& first);
+
  private:
   // wiring.cpp
   void DesignControls();
@@ -306,6 +348,12 @@ class frmMirelo : public forms::Form {
   // The spreadsheet program, and the worksheets of its active workbook; error 91 where there is none.
   host::excel::Application& Excel() const;
   std::shared_ptr<host::excel::Worksheets> Worksheets() const;
+
+  // worksheet/last_cell.cpp
+  std::shared_ptr<host::excel::Range> LastFilledCell(host::excel::XlSearchOrder order) const;
+  // Brings a sheet to the front and selects a cell of it; the statements are GotoLastCell's.
+  static void GoBack(Frame& frame, host::excel::Sheet& front,
+                     const std::shared_ptr<host::excel::Range>& cell);
 
   // worksheet/load_tickers.cpp; the frame is LoadTickers's, the table may be null (error 91)
   static std::int32_t EndOfTickers(host::excel::Worksheet* table);

@@ -1,0 +1,23 @@
+#include <cstdint>
+#include <string>
+
+#include "automation/text.h"
+#include "automation/variant.h"
+#include "diagnostics/routine.h"
+#include "dialog/frmMirelo.h"
+#include "host/clock.h"
+#include "host/host.h"
+
+namespace mirelo {
+
+Variant frmMirelo::remove_bad_symbols(Variant& text, const std::string& characters) {
+  return Function<Variant>("Mirelo.frmMirelo.remove_bad_symbols", {}, [&](Frame& frame, Variant& cleaned) {
+    for (const std::int32_t i : frame.loop([&] { return Bounds{1, Len(characters)}; })) {
+      STEP(text = Replace(text.ToText(host::Host::Current().clock().Regional()), Mid(characters, i, 1), "_"));
+    }
+    STEP(cleaned = text);
+    frame.pop();
+  });
+}
+
+}  // namespace mirelo

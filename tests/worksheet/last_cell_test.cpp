@@ -1,0 +1,168 @@
+#include <utility>
+
+#include "host/excel/application.h"
+#include "host/excel/interior.h"
+#include "worksheet/sheet_test.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class LastCell : public SheetTest {
+ protected:
+  LastCell() {
+    sheet->Name("Quotes");
+    form.frmAppSettings(&mGlobal::AppSettings());
+    form.Owner(&*facade);
+  }
+  ~LastCell() override { EXPECT_THAT(CallStack(), IsEmpty()); }
+
+  void Format(std::string_view address) { Range(address)->Interior()->ColorIndex(3); }
+  std::string LastOf(const char* name) { return form.GotoLastCell(name, "A2"); }
+  std::string Selected() {
+    return book->ActiveSheet()->Name() + "!" + application->ActiveCell()->Address(false, false);
+  }
+};
+
+// The size of a sheet
+
+TEST_F(LastCell, ShowsHowFarASheetReachesWhateverItHolds) {
+  for (const char* address : {"A1", "C7", "Z100"}) {
+    SCOPED_TRACE(address);
+    Put(address, "x");
+    std::int32_t row_limit = 0;
+    std::int32_t last_column = 0;
+    form.GiveSheetLimits("quotes", row_limit, last_column);
+    EXPECT_EQ(row_limit, sheet->Rows()->Count() - 1);
+    EXPECT_EQ(last_column, sheet->Columns()->Count());
+  }
+}
+
+TEST_F(LastCell, IsReportedMissingForASheetThatIsNotThere) {
+  std::int32_t row_limit = 1;
+  std::int32_t last_column = 2;
+  Answers({"ABORT"});
+  form.GiveSheetLimits("Nothing", row_limit, last_column);
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9));
+  EXPECT_EQ(row_limit, 1);
+  EXPECT_EQ(last_column, 2);
+}
+
+TEST_F(LastCell, GivesTheLimitsOnceTheSheetIsThere) {
+  sheet->Name("Other");
+  Answers({"RETRY"});
+  Mend([this] { sheet->Name("Quotes"); });
+  std::int32_t row_limit = 0;
+  std::int32_t last_column = 0;
+  form.GiveSheetLimits("Quotes", row_limit, last_column);
+  EXPECT_EQ(last_column, sheet->Columns()->Count());
+}
+
+// The last cell that is used
+
+TEST_F(LastCell, IsTheOneThatHoldsAValue) {
+  Put("A2", "Ticker");
+  Put("C9", 1);
+  EXPECT_EQ(LastOf("Quotes"), "C9");
+}
+
+TEST_F(LastCell, IsInTheLastRowAndColumnThatHoldSomethingWhenItIsEmptyItself) {
+  Put("A4", "x");
+  Put("B2", "x");
+  Format("D8");
+  EXPECT_EQ(LastOf("Quotes"), "B4");
+}
+
+TEST_F(LastCell, IsNotOneThatHoldsASingleBlank) {
+  Put("A4", "x");
+  Put("B2", "x");
+  Put("C5", " ");
+  EXPECT_EQ(LastOf("Quotes"), "B4");  // the search ends where it began
+  Put("C5", "  ");
+  EXPECT_EQ(LastOf("Quotes"), "C5");
+}
+
+TEST_F(LastCell, IsThatOfTheNamedSheetWhicheverIsInFront) {
+  Put("B5", "x");
+  const auto other = sheets->Add();
+  other->Range("H9")->Value("x");
+  EXPECT_EQ(LastOf("Quotes"), "B5");
+}
+
+TEST_F(LastCell, IsReportedMissingOnAnEmptySheet) {
+  Answers({"ABORT"});
+  EXPECT_EQ(LastOf("Quotes"), "");
+  EXPECT_THAT(ReportedErrors(), ElementsAre(91));
+}
+
+// What was selected before is selected again.
+
+TEST_F(LastCell, LeavesTheSheetAndTheCellSelectedThatWere) {
+  Put("B5", "x");
+  const auto other = sheets->Add();
+  other->Name("Other");
+  other->Range("H9")->Select();
+  LastOf("Quotes");
+  EXPECT_EQ(Selected(), "Other!H9");
+}
+
+TEST_F(LastCell, LeavesTheCellSelectedOnItsOwnSheet) {
+  Put("B5", "x");
+  Range("F3")->Select();
+  LastOf("Quotes");
+  EXPECT_EQ(Selected(), "Quotes!F3");
+}
+
+// A spreadsheet with a chart sheet in front, until a worksheet is selected. Everything else is the real
+// one's.
+class ChartInFront : public host::excel::Application {
+ public:
+  class ChartSheet : public host::excel::Sheet {
+   public:
+    std::string_view TypeName() const override { return "Chart"; }
+    std::string Name() override { return "Chart1"; }
+    void Name(std::string_view /*name*/) override {}
+    host::excel::XlSheetType Type() override { return host::excel::xlSheetChart; }
+    void Select() override { ++selected; }
+    int selected = 0;
+  };
+
+  explicit ChartInFront(std::shared_ptr<host::excel::Application> inner) : inner_(std::move(inner)) {}
+
+  const std::shared_ptr<ChartSheet> chart = std::make_shared<ChartSheet>();
+
+  std::shared_ptr<host::excel::Sheet> ActiveSheet() override { return chart; }
+  std::shared_ptr<host::excel::Range> ActiveCell() override {
+    if (std::exchange(chart_in_front_, false)) throw RuntimeError(1004, "No cell is active");
+    return inner_->ActiveCell();
+  }
+  std::shared_ptr<host::excel::Workbook> ActiveWorkbook() override { return inner_->ActiveWorkbook(); }
+  std::shared_ptr<host::excel::Worksheets> Worksheets() override { return inner_->Worksheets(); }
+  std::shared_ptr<host::excel::Range> Range(std::string_view address) override {
+    return inner_->Range(address);
+  }
+  std::shared_ptr<host::excel::Range> Cells() override { return inner_->Cells(); }
+  std::shared_ptr<host::excel::Range> Cells(std::int32_t row, std::int32_t column) override {
+    return inner_->Cells(row, column);
+  }
+  bool ScreenUpdating() override { return inner_->ScreenUpdating(); }
+  void ScreenUpdating(bool on) override { inner_->ScreenUpdating(on); }
+
+ private:
+  std::shared_ptr<host::excel::Application> inner_;
+  bool chart_in_front_ = true;
+};
+
+TEST_F(LastCell, BringsAChartSheetBackToTheFront) {
+  const auto charts = std::make_shared<ChartInFront>(application);
+  facade->m_ObjExcelApplication(charts);
+  Put("B5", "x");
+  Range("F3")->Select();
+  EXPECT_EQ(LastOf("Quotes"), "B5");
+  EXPECT_EQ(charts->chart->selected, 1);
+}
+
+}  // namespace
+}  // namespace mirelo::testing
