@@ -23,10 +23,18 @@ namespace {
 
 constexpr int kGap = 8;           // between parts
 constexpr int kGapOfFields = 12;  // between what a field is called and the field
+constexpr int kIndent = 12;
+
+void MakeBold(QWidget& widget) {
+  QFont font = widget.font();
+  font.setBold(true);
+  widget.setFont(font);
+}
 
 bool Contains(const Part& part, const std::string& control) {
   const bool leaf = part.kind == Part::Kind::Control || part.kind == Part::Kind::Spin ||
-                    part.kind == Part::Kind::Swatch || part.kind == Part::Kind::Unseen;
+                    part.kind == Part::Kind::Swatch || part.kind == Part::Kind::Title ||
+                    part.kind == Part::Kind::Unseen;
   if (leaf) return part.name == control || part.other == control;
   return std::any_of(part.parts.begin(), part.parts.end(),
                      [&](const Part& inner) { return Contains(inner, control); });
@@ -64,6 +72,21 @@ void FormBuilder::Build(QWidget& window) {
     before = widget;
   }
   views_.ShowAll();
+  AlignFields();
+}
+
+// What the fields of a panel are called is as wide in all its grids.
+void FormBuilder::AlignFields() const {
+  for (const auto& grids : aligned_) {
+    int width = 0;
+    for (const QGridLayout* grid : grids) {
+      for (int row = 0; row < grid->rowCount(); ++row) {
+        if (const QLayoutItem* called = grid->itemAtPosition(row, 0))
+          width = std::max(width, called->sizeHint().width());
+      }
+    }
+    for (QGridLayout* grid : grids) grid->setColumnMinimumWidth(0, width);
+  }
 }
 
 void FormBuilder::Fill(QWidget& host, const std::string& panel,
@@ -71,7 +94,10 @@ void FormBuilder::Fill(QWidget& host, const std::string& panel,
   auto* box = new QVBoxLayout(&host);
   box->setContentsMargins(0, 0, 0, 0);
   box->setSpacing(kGap);
+  // A panel inside of this one aligns its own fields.
+  auto outer = std::exchange(grids_, {});
   PutAll(PartOf(panel, controls), *box);
+  aligned_.push_back(std::exchange(grids_, std::move(outer)));
 }
 
 // The layout, and below it what it says nothing of.
@@ -91,6 +117,7 @@ FormBuilder::Item FormBuilder::Make(const Part& part) {
     case Part::Kind::Control:
     case Part::Kind::Spin:
     case Part::Kind::Swatch:
+    case Part::Kind::Title:
       return MakeControl(part);
     case Part::Kind::Words:
     case Part::Kind::Heading:
@@ -107,6 +134,7 @@ FormBuilder::Item FormBuilder::Make(const Part& part) {
       return MakeFields(part);
     case Part::Kind::Palette:
       return MakePalette(part);
+    case Part::Kind::Indent:
     case Part::Kind::Space:
     case Part::Kind::Unseen:
       break;
@@ -126,12 +154,14 @@ FormBuilder::Item FormBuilder::MakeControl(const Part& part) {
     default:
       widget = WidgetFor(Find<forms::Control>(part.name));
   }
+  if (part.kind == Part::Kind::Title) MakeBold(*widget);
   Name(*widget, part);
   return {widget, nullptr};
 }
 
 FormBuilder::Item FormBuilder::MakeFields(const Part& part) {
   auto* grid = new QGridLayout;
+  grids_.push_back(grid);
   grid->setHorizontalSpacing(kGapOfFields);
   grid->setVerticalSpacing(kGap);
   grid->setColumnStretch(1, 1);
@@ -162,7 +192,10 @@ FormBuilder::Item FormBuilder::MakePalette(const Part& part) {
 FormBuilder::Item FormBuilder::MakeWords(const Part& part) {
   auto* label = new QLabel(Shown(part.name));
   label->setTextFormat(Qt::PlainText);
-  if (part.kind == Part::Kind::Heading) return {label, nullptr};
+  if (part.kind == Part::Kind::Heading) {
+    MakeBold(*label);
+    return {label, nullptr};
+  }
   words_ = label->text();
   label_ = label;
   return {label, nullptr};
@@ -172,6 +205,8 @@ void FormBuilder::PutAll(const Part& part, QBoxLayout& into) {
   for (const Part& inner : part.parts) {
     if (inner.kind == Part::Kind::Space) {
       into.addStretch(inner.stretch);
+    } else if (inner.kind == Part::Kind::Indent) {
+      into.addSpacing(kIndent);
     } else if (inner.kind != Part::Kind::Unseen) {
       Put(Make(inner), inner.stretch, into);
     }

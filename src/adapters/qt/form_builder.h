@@ -39,6 +39,7 @@ class FormBuilder final : private forms::ControlVisitor {
     QLayout* layout = nullptr;
   };
 
+  void AlignFields() const;
   void Fill(QWidget& host, const std::string& panel, const std::vector<forms::Control*>& controls);
   Part PartOf(const std::string& panel, const std::vector<forms::Control*>& controls) const;
 
@@ -75,7 +76,9 @@ class FormBuilder final : private forms::ControlVisitor {
   FormLayout layout_;
   Views& views_;
   std::unordered_set<const forms::Control*> placed_;
-  QWidget* made_ = nullptr;  // by the visit that has just ended
+  std::vector<QGridLayout*> grids_;                 // of fields, of the panel that is being filled
+  std::vector<std::vector<QGridLayout*>> aligned_;  // and of each panel before
+  QWidget* made_ = nullptr;                         // by the visit that has just ended
   // What has been written in front of the field that comes next.
   QString words_;
   QLabel* label_ = nullptr;

@@ -9,6 +9,7 @@
 
 #include "adapters/qt/form_builder.h"
 #include "adapters/qt/layouts.h"
+#include "adapters/qt/pictures.h"
 #include "adapters/qt/qt_loop.h"
 #include "adapters/qt/text.h"
 #include "adapters/qt/twips.h"
@@ -59,6 +60,7 @@ FormWindow::FormWindow(forms::Form& form, QtLoop& loop, QWidget* above)
       views_(loop),
       subscription_(form.Appearance.Subscribe([this] { ShowForm(); })) {
   setWindowModality(Qt::ApplicationModal);
+  setWindowIcon(Picture("chart"));
   FormBuilder(form, LayoutOf(form.Name()), views_).Build(*this);
   layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   const QSize designed(PixelsOf(form.Width(), *this), PixelsOf(form.Height(), *this));
@@ -73,6 +75,7 @@ FormWindow::~FormWindow() { form_.Appearance.Unsubscribe(subscription_); }
 
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();  // the form hides, and so its window does
+  if (QApplication::activeModalWidget() != this) return;
   loop_.Guard([this] { form_.Close(); });
 }
 
@@ -97,6 +100,16 @@ void FormWindow::changeEvent(QEvent* event) {
   if (event->type() != QEvent::WindowStateChange) return;
   const auto state = StateOf(windowState());
   if (state != form_.WindowState()) loop_.Guard([&] { form_.WindowState(state); });
+}
+
+void FormWindow::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  RememberPlace();
+}
+
+void FormWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  RememberPlace();
 }
 
 void FormWindow::ShowForm() {

@@ -35,19 +35,22 @@ class FormWindow final : public QWidget {
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void ShowForm();
   void ShowFocus();
   void FollowFocus(QWidget* now);
   void Center();
+  void RememberPlace();
 
   forms::Form& form_;
   QtLoop& loop_;
   Views views_;
   Event<>::Cookie subscription_;
   const forms::Control* focused_ = nullptr;  // as the form says
-  bool placed_ = false;                      // by the form; otherwise where new windows are put
+  QRect normal_;                             // while it is neither minimised nor maximised
 };
 
 }  // namespace mirelo::qt

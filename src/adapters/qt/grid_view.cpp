@@ -14,6 +14,23 @@
 
 namespace mirelo::qt {
 
+namespace {
+
+// A header whose texts end in dots where their column is too narrow. The whole text is its tool tip.
+class Header final : public QHeaderView {
+ public:
+  explicit Header(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+ protected:
+  void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
+    QHeaderView::initStyleOptionForIndex(option, section);
+    const int room = sectionSize(section) - 2 * style()->pixelMetric(QStyle::PM_HeaderMargin);
+    option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight, room);
+  }
+};
+
+}  // namespace
+
 GridView::GridView(forms::Grid& grid, QtLoop& loop) : grid_(grid), model_(grid, loop) {
   setModel(&model_);
   setItemDelegate(new GridCell(model_, this));
@@ -25,6 +42,7 @@ GridView::GridView(forms::Grid& grid, QtLoop& loop) : grid_(grid), model_(grid, 
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setWordWrap(false);
 
+  setHorizontalHeader(new Header(this));
   QHeaderView& top = *horizontalHeader();
   top.setHighlightSections(false);
   top.setSectionsClickable(true);

@@ -25,11 +25,11 @@ class Field final : public QWidget {
   void Follow(const View& view) { view_ = &view; }
 
   QSize sizeHint() const override {
-    const int height = fontMetrics().height() + 12;
+    const int height = fontMetrics().height() + 16;
     return {std::max(height, fontMetrics().horizontalAdvance(Shown(label_.Caption())) + height), height};
   }
   QSize minimumSizeHint() const override {
-    const int side = fontMetrics().height() + 8;
+    const int side = fontMetrics().height() + 14;
     return {side, side};
   }
 

@@ -16,7 +16,9 @@ struct Part {
     Spin,     // the text box `name` and the scroll bar `other` as one box with arrows
     Swatch,   // the text box `name` as a patch of its colour
     Words,    // the text `name`, which names the field behind it
-    Heading,  // the text `name`
+    Heading,  // the text `name` above what belongs together
+    Title,    // the label `name` as such a heading
+    Indent,   // sets what stands behind it in from the edge
     Space,    // takes what is left over
     Row,      // parts side by side
     Column,   // parts one below the other
@@ -41,6 +43,8 @@ inline Part Spin(std::string text_box, std::string scroll_bar) {
 inline Part Swatch(std::string name) { return {Part::Kind::Swatch, std::move(name), {}, {}, 0, 0, {}}; }
 inline Part Words(std::string text) { return {Part::Kind::Words, std::move(text), {}, {}, 0, 0, {}}; }
 inline Part Heading(std::string text) { return {Part::Kind::Heading, std::move(text), {}, {}, 0, 0, {}}; }
+inline Part Title(std::string label) { return {Part::Kind::Title, std::move(label), {}, {}, 0, 0, {}}; }
+inline Part Indent() { return {Part::Kind::Indent, {}, {}, {}, 0, 0, {}}; }
 inline Part Space() { return {Part::Kind::Space, {}, {}, {}, 0, 1, {}}; }
 inline Part Row(std::vector<Part> parts) { return {Part::Kind::Row, {}, {}, std::move(parts), 0, 0, {}}; }
 inline Part Column(std::vector<Part> parts) {

@@ -22,7 +22,7 @@ Part TickersTab() {
 
 Part SettingsTab() {
   return Column({
-      Control("lblTimingOptions"),
+      Title("lblTimingOptions"),
       Fields({
           Row({Control("chkUpdOrNot"), Row({Spin("txtSec", "VScrollSec"), Control("lblSeconds"), Space()})}),
           Row({Words("Quote source:"), Row({Wide(Control("ComQuoteSource")), Control("ButUpDate")})}),
@@ -55,13 +55,18 @@ Part SettingsTab() {
 Part ChartingTab() {
   return Column({
       Control("chkBuildCharts"),
-      Fields({
-          Row({Control("chkChartStyle"), Row({Control("ComChartStyle"), Space()})}),
-          Row({Words("Chart points:"), Row({Spin("txtChartPoints", "VScrollChartPoints"), Space()})}),
+      Row({
+          Indent(),
+          Wide(Column({
+              Fields({
+                  Row({Control("chkChartStyle"), Row({Control("ComChartStyle"), Space()})}),
+                  Row({Words("Chart points:"), Row({Spin("txtChartPoints", "VScrollChartPoints"), Space()})}),
+              }),
+              Control("chkAddYAxis"),
+              Control("chkColorPoints"),
+              Control("chkGreyOut"),
+          })),
       }),
-      Control("chkAddYAxis"),
-      Control("chkColorPoints"),
-      Control("chkGreyOut"),
       Space(),
   });
 }

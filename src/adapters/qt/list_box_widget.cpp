@@ -15,7 +15,10 @@ namespace {
 // A click counts when the mouse is released on the entry that it was pressed on, as for buttons.
 class ListWidget final : public QListWidget {
  public:
-  explicit ListWidget(forms::ListBox& list) : list_(list) { setUniformItemSizes(true); }
+  explicit ListWidget(forms::ListBox& list) : list_(list) {
+    setUniformItemSizes(true);
+    setSpacing(1);
+  }
 
   void Follow(const View& view) { view_ = &view; }
 

@@ -65,16 +65,19 @@ const QScreen& ScreenOf(const QRect& window) {
 }  // namespace
 
 WindowPlacement FormWindow::Placement() const {
-  QRect normal(pos(), size());
-  if (form_.WindowState() != Form::State::Normal && normalGeometry().isValid()) {
-    const QPoint frame = geometry().topLeft() - pos();
-    normal = normalGeometry().translated(-frame);
-  }
   WindowPlacement placement;
   placement.state = PlacementState(form_.WindowState());
-  placement.normal = {normal.left(), normal.top(), normal.left() + normal.width(),
-                      normal.top() + normal.height()};
+  placement.normal = {normal_.left(), normal_.top(), normal_.left() + normal_.width(),
+                      normal_.top() + normal_.height()};
   return placement;
+}
+
+// A window that is being maximised grows before it is told that it is, so one that fills the screen is taken
+// for such a one.
+void FormWindow::RememberPlace() {
+  const QSize room = screen()->availableGeometry().size();
+  const bool fills_screen = width() >= room.width() && height() >= room.height();
+  if (windowState() == Qt::WindowNoState && !fills_screen) normal_ = QRect(pos(), size());
 }
 
 void FormWindow::Place(const WindowPlacement& placement) {
@@ -88,6 +91,7 @@ void FormWindow::Place(const WindowPlacement& placement) {
   if (windowState() != Qt::WindowNoState) setWindowState(Qt::WindowNoState);
   move(seen.topLeft());
   resize(seen.size());
+  normal_ = seen;
   if (const auto state = FormState(placement.state); state && *state != form_.WindowState()) {
     loop_.Guard([&] { form_.WindowState(*state); });
   } else {
@@ -103,7 +107,8 @@ void FormWindow::Center() {
       below != nullptr && below->isVisible() ? below->frameGeometry() : screen.availableGeometry();
   QRect place(QPoint(0, 0), size());
   place.moveCenter(around.center());
-  move(Within(place, screen.availableGeometry()).topLeft());
+  normal_ = Within(place, screen.availableGeometry());
+  move(normal_.topLeft());
 }
 
 }  // namespace mirelo::qt
