@@ -36,7 +36,7 @@ TEST_F(Limits, HoldForAPartAndForAllParts) {
 }
 
 TEST_F(Limits, HoldForTheRatioOfUnpacking) {
-  Parts bomb = SmallWorkbook(std::string(8 << 20, ' '));
+  Parts bomb = SmallWorkbook(std::string(32 << 20, ' '));
   const std::string refusal = Refusal(bomb);
   EXPECT_NE(refusal.find("xl/worksheets/sheet1.xml: it unpacks to more than is safe"), std::string::npos)
       << refusal;
@@ -70,6 +70,24 @@ TEST_F(Limits, HoldForCellsSheetsStylesAndTexts) {
   texts.text_bytes = 7;
   ExpectRefusal(SmallWorkbook("<row><c t=\"s\"><v>0</v></c><c t=\"s\"><v>0</v></c></row>"), texts,
                 "too much text");
+}
+
+TEST_F(Limits, HoldForCellsThatAreFormattedButEmpty) {
+  std::string cells;
+  for (int i = 0; i < 100; ++i) cells += "<c s=\"2\"/>";
+  LoadLimits limits;
+  limits.blank_cells = 99;
+  ExpectRefusal(SmallWorkbook("<row>" + cells + "<c><v>1</v></c></row>"), limits, "too many formatted cells");
+}
+
+TEST_F(Limits, HoldForTheElementsAndAttributesOfAPart) {
+  LoadLimits limits;
+  limits.nodes = 300;
+  ExpectRefusal(SmallWorkbook(Rows(100)), limits, "xl/worksheets/sheet1.xml: too many elements");
+  std::string attributes;
+  for (int i = 0; i < 300; ++i) attributes += " a" + std::to_string(i) + "=\"\"";
+  ExpectRefusal(SmallWorkbook("<row" + attributes + "/>"), limits,
+                "xl/worksheets/sheet1.xml: too many elements");
 }
 
 TEST_F(Limits, HoldForFormatsOfRowsTimesColumns) {

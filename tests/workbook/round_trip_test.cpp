@@ -1,4 +1,6 @@
 #include "host/excel/border.h"
+#include "host/excel/comment.h"
+#include "host/excel/shape.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -295,6 +297,40 @@ TEST_F(RoundTrip, KeepsTheWholeLookOfALoadedFile) {
       EXPECT_NE(look.find(expected), std::string::npos) << expected;
     }
   }
+}
+
+TEST_F(RoundTrip, KeepsRowsOfEveryKindSideBySide) {
+  Parts parts = SmallWorkbook(
+      "<row r=\"1\" ht=\"33\" customHeight=\"1\"/><row r=\"2\" s=\"2\" customFormat=\"1\"><c r=\"B2\" "
+      "s=\"2\"><v>1</v></c></row><row r=\"4\" hidden=\"1\"><c r=\"A4\" t=\"str\"><v>x</v></c></row>"
+      "<row r=\"2000\" ht=\"50\" customHeight=\"1\"/>");
+  auto loaded = Open(parts);
+  SheetOf(loaded)->Range("C1500")->AddComment("far down");
+  SheetOf(loaded)->Range("A1")->AddComment("on a high row");
+  auto again = Reloaded(loaded);
+  again.Save(File("twice.xlsx"));
+  const std::string look = LookOf(File("twice.xlsx"));
+  for (const char* expected : {"ht=\"33\"", "hidden=\"1\"", "ht=\"50\"", "far down", "on a high row"})
+    EXPECT_NE(look.find(expected), std::string::npos) << expected;
+  const auto sheet = SheetOf(again);
+  EXPECT_EQ(sheet->Range("XFD2")->Font()->Bold(), Variant(true));
+  EXPECT_EQ(sheet->Range("B2")->Value(), Variant(1.0));
+  EXPECT_EQ(sheet->Range("A4")->Value(), Variant("x"));
+  EXPECT_EQ(sheet->Range("A1")->Comment()->Shape()->Height(), 55.5);
+}
+
+TEST_F(RoundTrip, KeepsHundredsOfSheets) {
+  auto spreadsheet = Spreadsheet::New();
+  for (int i = 0; i < 300; ++i) BookOf(spreadsheet)->Worksheets()->Add()->Range("B2")->Value(i);
+  const auto sheets = BookOf(Reloaded(spreadsheet))->Worksheets();
+  ASSERT_EQ(sheets->Count(), 301);
+  for (int i = 0; i < 300; ++i) ASSERT_EQ(sheets->Item(300 - i)->Range("B2")->Value(), Variant(i)) << i;
+}
+
+TEST_F(RoundTrip, KeepsTextsThatPackVeryTightly) {
+  auto spreadsheet = Spreadsheet::New();
+  SheetOf(spreadsheet)->Range("A1:A100")->Value(std::string(30'000, 'x'));
+  EXPECT_EQ(SheetOf(Reloaded(spreadsheet))->Range("A100")->Value(), Variant(std::string(30'000, 'x')));
 }
 
 TEST_F(RoundTrip, SavesOverTheFileItCameFrom) {

@@ -35,6 +35,15 @@ class Comments {
   using ByCell = std::map<std::pair<std::int32_t, std::int32_t>, std::shared_ptr<Comment>>;
 
   const ByCell& all() const { return by_cell_; }
+  // Calls visit(row, column, comment) for the comments of the area, row by row.
+  template <class Visit>
+  void ForEach(const Area& area, Visit&& visit) const {
+    for (auto it = by_cell_.lower_bound({area.first_row, area.first_column}); it != by_cell_.end(); ++it) {
+      const auto& [row, column] = it->first;
+      if (row > area.last_row) return;
+      if (area.Holds(row, column)) visit(row, column, *it->second);
+    }
+  }
   // Null when the cell has none.
   std::shared_ptr<Comment> Find(std::int32_t row, std::int32_t column) const;
 

@@ -1,6 +1,5 @@
 #include "adapters/workbook/xlsx/comment_writer.h"
 
-#include <cstdint>
 #include <string>
 
 #include "adapters/workbook/xlsx/format_writer.h"
@@ -8,8 +7,6 @@
 #include "adapters/workbook/xlsx/writer_error.h"
 
 namespace mirelo::workbook {
-
-namespace {
 
 void WriteComment(std::int32_t row, std::int32_t column, Comment comment, lxw_worksheet* worksheet) {
   lxw_comment_options options{};
@@ -25,13 +22,6 @@ void WriteComment(std::int32_t row, std::int32_t column, Comment comment, lxw_wo
   CheckWriter(worksheet_write_comment_opt(worksheet, static_cast<lxw_row_t>(row - 1),
                                           static_cast<lxw_col_t>(column - 1),
                                           EscapeControls(comment.text).c_str(), &options));
-}
-
-}  // namespace
-
-void WriteComments(const Comments& comments, lxw_worksheet* worksheet) {
-  for (const auto& [cell, comment] : comments.all())
-    WriteComment(cell.first, cell.second, *comment, worksheet);
 }
 
 }  // namespace mirelo::workbook

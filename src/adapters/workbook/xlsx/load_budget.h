@@ -12,9 +12,13 @@ namespace mirelo::workbook {
 class LoadBudget {
  public:
   explicit LoadBudget(const LoadLimits& limits)
-      : cells_(limits.cells), text_bytes_(limits.text_bytes), format_runs_(limits.cells) {}
+      : cells_(limits.cells),
+        blank_cells_(limits.blank_cells),
+        text_bytes_(limits.text_bytes),
+        format_runs_(limits.cells) {}
 
   void TakeCell(std::string_view part) { Take(cells_, 1, part, "too many cells"); }
+  void TakeBlankCell(std::string_view part) { Take(blank_cells_, 1, part, "too many formatted cells"); }
   void TakeText(std::size_t bytes, std::string_view part) { Take(text_bytes_, bytes, part, "too much text"); }
   void TakeFormatRuns(std::size_t runs, std::string_view part) {
     Take(format_runs_, runs, part, "too many formats");
@@ -27,6 +31,7 @@ class LoadBudget {
   }
 
   std::size_t cells_;
+  std::size_t blank_cells_;
   std::size_t text_bytes_;
   std::size_t format_runs_;
 };

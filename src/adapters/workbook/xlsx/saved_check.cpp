@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -16,14 +16,6 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr double kPrecision = 1e-15;  // of the 16 digits that files hold of a number
-
-LoadLimits NoLimits() {
-  constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
-  LoadLimits limits;
-  limits.file_bytes = limits.part_bytes = limits.total_bytes = limits.ratio_free_bytes = kMost;
-  limits.sheets = limits.parts = limits.cells = limits.text_bytes = limits.styles = kMost;
-  return limits;
-}
 
 bool IsSame(const CellValue& a, const CellValue& b) {
   const double* number = a.IfNumber();
@@ -81,21 +73,25 @@ bool IsSame(const Book& a, const Book& b) {
   return true;
 }
 
-bool ReadsBack(const Book& book, const std::filesystem::path& file) {
-  const LoadLimits limits = NoLimits();
-  const std::vector<char> bytes = ReadWholeFile(file, limits.file_bytes);
+// What is wrong with the file; empty when nothing is.
+std::string ProblemOf(const Book& book, const std::filesystem::path& file) {
+  const LoadLimits limits;  // a file that cannot be opened again is of no use
   try {
-    return IsSame(book, *ReadWorkbook(bytes, limits).book);
-  } catch (const RuntimeError&) {
-    return false;  // damaged
+    const std::vector<char> bytes = ReadWholeFile(file, limits.file_bytes);
+    return IsSame(book, *ReadWorkbook(bytes, limits).book) ? "" : "something is missing";
+  } catch (const RuntimeError& error) {
+    if (error.Number() != host::excel::kApplicationError) throw;
+    return error.Description();
   }
 }
 
 }  // namespace
 
 void CheckSaved(const Book& book, const std::filesystem::path& file) {
-  if (ReadsBack(book, file)) return;
-  throw DiskFull("Cannot save the workbook: what was written does not read back; the disk may be full.");
+  const std::string problem = ProblemOf(book, file);
+  if (problem.empty()) return;
+  throw DiskFull("Cannot save the workbook: what was written does not read back (" + problem +
+                 "); the disk may be full.");
 }
 
 }  // namespace mirelo::workbook

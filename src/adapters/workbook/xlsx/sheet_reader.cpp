@@ -150,7 +150,11 @@ class SheetReader {
     ForEachChild(row_node, "c", [&](pugi::xml_node node) {
       const CellAttributes cell = AttributesOf(node);
       column = ColumnBehind(column, row, cell.address);
-      context_.budget.TakeCell(xml_.name());
+      if (node.first_child()) {
+        context_.budget.TakeCell(xml_.name());
+      } else {
+        context_.budget.TakeBlankCell(xml_.name());
+      }
       const StyleId style = StyleAt(cell.style);
       layers_.SetCell(row, column, style);
       cells_.Read(node, cell.type, row, column, style);

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_formats.h"
 #include "adapters/workbook/xlsx/comment_writer.h"
 #include "adapters/workbook/xlsx/condition_writer.h"
@@ -17,8 +17,8 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::int64_t kMostFormattedBlanks = std::int64_t{1} << 24;
 constexpr std::int32_t kBandRows = 1024;
+constexpr StyleId kNoStyle = ~StyleId{0};
 
 // The writer counts rows and columns from 0.
 lxw_row_t RowOf(std::int32_t row) { return static_cast<lxw_row_t>(row - 1); }
@@ -27,16 +27,13 @@ lxw_col_t ColumnOf(std::int32_t column) { return static_cast<lxw_col_t>(column -
 class SheetWriter {
  public:
   SheetWriter(const Sheet& sheet, lxw_worksheet* worksheet, FormatWriter& formats)
-      : sheet_(sheet), worksheet_(worksheet), formats_(formats), layers_(sheet.styles) {}
+      : sheet_(sheet), worksheet_(worksheet), formats_(formats), layers_(sheet.styles) {
+    for (const auto& rows : layers_.rows()) row_styles_.Set(rows.first, rows.last, rows.style);
+  }
 
   void Write() {
-    if (layers_.CountExceptions() > kMostFormattedBlanks) {
-      throw Refused("Too many empty cells of the sheet \"" + sheet_.name + "\" are formatted to be saved.");
-    }
     WriteColumns();
-    WriteRows();
-    WriteCells();
-    WriteComments(sheet_.comments, worksheet_);
+    for (std::int32_t first = 1; first <= kRows; first += kBandRows) WriteBand(first);
     WriteConditions(sheet_.conditions, worksheet_, formats_);
     WriteSelection();
     if (sheet_.frozen_rows > 0 || sheet_.frozen_columns > 0) {
@@ -59,45 +56,94 @@ class SheetWriter {
     }
   }
 
-  // Heights and formats of rows, told together since the writer takes both in one call.
-  void WriteRows() {
-    RunMap<StyleId> styles(kRows, kNoStyle);
-    for (const auto& rows : layers_.rows()) styles.Set(rows.first, rows.last, rows.style);
-    styles.ForEach(1, kRows, [&](std::int32_t first, std::int32_t last, StyleId style) {
-      sheet_.heights.ForEach(first, last, [&](std::int32_t from, std::int32_t to, const RowHeight& height) {
-        if (style == kNoStyle && height == RowHeight()) return;
-        for (std::int32_t row = from; row <= to; ++row) WriteRow(row, height, style);
-      });
+  // The writer may let go of a row once a later one comes, so all of a row is told at once; the cells lie in
+  // columns, and a band of rows at a time is turned.
+  void WriteBand(std::int32_t first_row) {
+    const Area band{first_row, 1, first_row + kBandRows - 1, kColumns};
+    GatherRows(band);
+    GatherCells(band);
+    GatherComments(band);
+    for (std::size_t i = first_used_; i < end_used_; ++i) {
+      WriteRow(first_row + static_cast<std::int32_t>(i), rows_[i]);
+      rows_[i].Reset();
+    }
+    first_used_ = rows_.size();
+    end_used_ = 0;
+  }
+
+  void GatherRows(const Area& band) {
+    const auto lay = [&](std::int32_t first, std::int32_t last, auto&& change) {
+      for (std::int32_t row = std::max(first, band.first_row); row <= std::min(last, band.last_row); ++row)
+        change(RowAt(band, row));
+    };
+    row_styles_.ForEach(band.first_row, band.last_row,
+                        [&](std::int32_t first, std::int32_t last, StyleId style) {
+                          if (style != kNoStyle) lay(first, last, [&](Row& row) { row.style = style; });
+                        });
+    sheet_.heights.ForEach(band.first_row, band.last_row,
+                           [&](std::int32_t first, std::int32_t last, const RowHeight& height) {
+                             if (height != RowHeight())
+                               lay(first, last, [&](Row& row) { row.height = height; });
+                           });
+  }
+
+  void GatherCells(const Area& band) {
+    sheet_.cells.ForEach(band, [&](std::int32_t row, std::int32_t column, const CellValue& value) {
+      RowAt(band, row).cells.push_back({column, sheet_.styles.At(row, column), &value});
+    });
+    layers_.ForEachException(band.first_row, band.last_row, [&](const Area& area, StyleId style) {
+      for (std::int32_t column = area.first_column; column <= area.last_column; ++column) {
+        for (std::int32_t row = area.first_row; row <= area.last_row; ++row) {
+          if (!sheet_.cells.IsFilled(row, column)) RowAt(band, row).cells.push_back({column, style, nullptr});
+        }
+      }
     });
   }
 
-  void WriteRow(std::int32_t row, const RowHeight& height, StyleId style) {
-    lxw_row_col_options options{};
-    options.hidden = height.hidden ? LXW_TRUE : LXW_FALSE;
-    CheckWriter(worksheet_set_row_opt(worksheet_, RowOf(row),
-                                      height.points > 0 ? height.points : LXW_DEF_ROW_HEIGHT,
-                                      style == kNoStyle ? nullptr : formats_.For(style), &options));
+  void GatherComments(const Area& band) {
+    sheet_.comments.ForEach(band, [&](std::int32_t row, std::int32_t column, const Comment& comment) {
+      RowAt(band, row).comments.push_back({column, &comment});
+    });
   }
 
-  // Row after row, which the writer takes fastest, though the cells lie in columns: a band of rows at a time
-  // is turned.
-  void WriteCells() {
-    std::vector<std::vector<Cell>> rows(static_cast<std::size_t>(kBandRows));
-    for (std::int32_t first = 1; first <= kRows; first += kBandRows) {
-      const Area band{first, 1, first + kBandRows - 1, kColumns};
-      const auto add = [&](std::int32_t row, const Cell& cell) {
-        rows[static_cast<std::size_t>(row - first)].push_back(cell);
-      };
-      sheet_.cells.ForEach(band, [&](std::int32_t row, std::int32_t column, const CellValue& value) {
-        add(row, {column, sheet_.styles.At(row, column), &value});
-      });
-      layers_.ForEachException(band.first_row, band.last_row,
-                               [&](const Area& area, StyleId style) { AddBlanks(area, style, add); });
-      for (std::size_t i = 0; i < rows.size(); ++i) {
-        for (const Cell& cell : rows[i]) WriteCell(first + static_cast<std::int32_t>(i), cell);
-        rows[i].clear();
-      }
+  struct Cell {
+    std::int32_t column;
+    StyleId style;
+    const CellValue* value;  // null for one that is empty but formatted
+  };
+  struct Row {
+    StyleId style = kNoStyle;
+    RowHeight height;
+    std::vector<Cell> cells;
+    std::vector<std::pair<std::int32_t, const Comment*>> comments;  // with their columns
+
+    // Keeps the vectors' memory.
+    void Reset() {
+      style = kNoStyle;
+      height = {};
+      cells.clear();
+      comments.clear();
     }
+  };
+  Row& RowAt(const Area& band, std::int32_t row) {
+    const auto index = static_cast<std::size_t>(row - band.first_row);
+    first_used_ = std::min(first_used_, index);
+    end_used_ = std::max(end_used_, index + 1);
+    return rows_[index];
+  }
+
+  void WriteRow(std::int32_t number, const Row& row) {
+    if (row.style != kNoStyle || row.height != RowHeight()) WriteRowFormat(number, row);
+    for (const Cell& cell : row.cells) WriteCell(number, cell);
+    for (const auto& [column, comment] : row.comments) WriteComment(number, column, *comment, worksheet_);
+  }
+
+  void WriteRowFormat(std::int32_t number, const Row& row) {
+    lxw_row_col_options options{};
+    options.hidden = row.height.hidden ? LXW_TRUE : LXW_FALSE;
+    CheckWriter(worksheet_set_row_opt(worksheet_, RowOf(number),
+                                      row.height.points > 0 ? row.height.points : LXW_DEF_ROW_HEIGHT,
+                                      row.style == kNoStyle ? nullptr : formats_.For(row.style), &options));
   }
 
   // The writer makes the first corner the active cell. One amid the selection gives way to a corner.
@@ -108,21 +154,6 @@ class SheetWriter {
     worksheet_set_selection(
         worksheet_, RowOf(is_lower ? last_row : first_row), ColumnOf(is_right ? last_column : first_column),
         RowOf(is_lower ? first_row : last_row), ColumnOf(is_right ? first_column : last_column));
-  }
-
-  struct Cell {
-    std::int32_t column;
-    StyleId style;
-    const CellValue* value;  // null for one that is empty but formatted
-  };
-
-  template <class Add>
-  void AddBlanks(const Area& area, StyleId style, Add&& add) const {
-    for (std::int32_t column = area.first_column; column <= area.last_column; ++column) {
-      for (std::int32_t row = area.first_row; row <= area.last_row; ++row) {
-        if (!sheet_.cells.IsFilled(row, column)) add(row, {column, style, nullptr});
-      }
-    }
   }
 
   void WriteCell(std::int32_t row_number, const Cell& cell) {
@@ -155,12 +186,14 @@ class SheetWriter {
         worksheet_write_formula_str(worksheet_, row, column, ("=" + error).c_str(), format, error.c_str()));
   }
 
-  static constexpr StyleId kNoStyle = ~StyleId{0};
-
   const Sheet& sheet_;
   lxw_worksheet* worksheet_;
   FormatWriter& formats_;
   SheetFormats layers_;
+  RunMap<StyleId> row_styles_{kRows, kNoStyle};
+  std::vector<Row> rows_ = std::vector<Row>(kBandRows);  // of the band being written
+  std::size_t first_used_ = kBandRows;  // those of its rows that hold something lie from here
+  std::size_t end_used_ = 0;            // to before here
 };
 
 }  // namespace

@@ -7,8 +7,7 @@
 
 namespace mirelo::workbook {
 
-// Writes the cells, formats and sizes of a sheet. Error 1004 when more empty cells have formats of their own
-// than a file can sensibly hold (2^24).
+// Writes the cells, formats, comments, conditions and sizes of a sheet, rows in ascending order.
 void WriteSheet(const Sheet& sheet, lxw_worksheet* worksheet, FormatWriter& formats);
 
 }  // namespace mirelo::workbook

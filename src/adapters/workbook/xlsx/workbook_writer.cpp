@@ -2,10 +2,15 @@
 
 #include <xlsxwriter.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/load_limits.h"
+#include "adapters/workbook/model/sheet_formats.h"
 #include "adapters/workbook/xlsx/format_writer.h"
 #include "adapters/workbook/xlsx/sheet_writer.h"
 #include "adapters/workbook/xlsx/writer_error.h"
@@ -14,19 +19,41 @@ namespace mirelo::workbook {
 
 namespace {
 
+constexpr std::size_t kMostHelperFiles = 256;
+
 struct FreeWorkbook {
   void operator()(lxw_workbook* workbook) const { lxw_workbook_free(workbook); }
 };
 using Workbook = std::unique_ptr<lxw_workbook, FreeWorkbook>;
 
-Workbook NewFile(const std::filesystem::path& file) {
+// Whether the writer can pass rows on to its helper files as they come, so that a workbook costs no memory a
+// second time. It needs a file for each sheet then, and places the boxes of comments by rows that it still
+// has.
+bool CanPassRowsOn(const Book& book) {
+  const auto needs_rows = [](const auto& sheet) {
+    return !sheet->comments.all().empty() && sheet->heights != RunMap<RowHeight>(kRows, {});
+  };
+  return book.sheets.size() <= kMostHelperFiles &&
+         std::none_of(book.sheets.begin(), book.sheets.end(), needs_rows);
+}
+
+Workbook NewFile(const Book& book, const std::filesystem::path& file) {
   std::string folder = file.parent_path().string();
   if (folder.empty()) folder = '.';
   lxw_workbook_options options{};
   options.tmpdir = folder.data();
+  options.constant_memory = CanPassRowsOn(book) ? LXW_TRUE : LXW_FALSE;
   Workbook workbook(workbook_new_opt(file.c_str(), &options));
   if (workbook == nullptr) throw Errors::OutOfMemory();
   return workbook;
+}
+
+// So that what is saved can be loaded again.
+void CheckFormattedCells(const Book& book) {
+  std::int64_t count = 0;
+  for (const auto& sheet : book.sheets) count += SheetFormats(sheet->styles).CountExceptions();
+  if (count > static_cast<std::int64_t>(LoadLimits().blank_cells))
+    throw Refused("Too many cells of the workbook are formatted to be saved.");
 }
 
 void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
@@ -46,7 +73,8 @@ void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
 }  // namespace
 
 void WriteWorkbook(const Book& book, const std::filesystem::path& file) {
-  Workbook workbook = NewFile(file);
+  CheckFormattedCells(book);
+  Workbook workbook = NewFile(book, file);
   FormatWriter formats(workbook.get(), book.styles);
   for (std::size_t i = 0; i < book.sheets.size(); ++i) {
     const Sheet& sheet = *book.sheets[i];

@@ -1,5 +1,6 @@
 #include "adapters/workbook/xlsx/xml_part.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
@@ -84,6 +85,9 @@ std::string_view Text(pugi::xml_node node, std::string& buffer) {
 
 XmlPart::XmlPart(Package& package, const std::string& part, std::string_view root)
     : name_(part), text_(package.Read(part)) {
+  // Each takes many times its length in memory.
+  const auto nodes = std::count_if(text_.begin(), text_.end(), [](char c) { return c == '<' || c == '='; });
+  if (static_cast<std::size_t>(nodes) > package.limits().nodes) throw Damaged(name_, "too many elements");
   const pugi::xml_parse_result result = document_.load_buffer_inplace(text_.data(), text_.size(), kParsing);
   if (!result) {
     throw Damaged(name_, std::string("this is no well-formed XML (") + result.description() + " at byte " +
