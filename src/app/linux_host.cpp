@@ -39,6 +39,8 @@ void LinuxHost::OverrideHttpPort(int port) {
   Override("HTTPPort", std::to_string(static_cast<std::int16_t>(static_cast<std::uint16_t>(port))));
 }
 
+void LinuxHost::ShowOn(std::unique_ptr<host::Desktop> desktop) { desktop_ = std::move(desktop); }
+
 host::MessageLoop& LinuxHost::loop() { return MadeOnce<poll::PollLoop>(loop_); }
 host::Clock& LinuxHost::clock() { return MadeOnce<headless::SystemClock>(clock_); }
 host::Registry& LinuxHost::registry() { return overriding(); }

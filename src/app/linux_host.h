@@ -26,6 +26,9 @@ class LinuxHost : public host::Host {
   // The same for the port of the HTTP interface, 1 to 65535.
   void OverrideHttpPort(int port);
 
+  // Shows on this desktop in place of the terminal.
+  void ShowOn(std::unique_ptr<host::Desktop> desktop);
+
   host::MessageLoop& loop() override;
   host::Clock& clock() override;
   host::Registry& registry() override;

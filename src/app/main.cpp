@@ -6,6 +6,7 @@
 
 #include "app/credentials_command.h"
 #include "app/exit_code.h"
+#include "app/go_command.h"
 #include "app/options.h"
 #include "app/quotes_command.h"
 #include "app/run_command.h"
@@ -39,6 +40,7 @@ int Main(int argc, char** argv) {
   program.add_option("--registry", global.registry,
                      "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)");
   RunCommand run(program, global);
+  GoCommand go(program, global);
   QuotesCommand quotes(program, global);
   StreamCommand stream(program, global);
   SourcesCommand sources(program, global);
@@ -50,7 +52,7 @@ int Main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? kGood : kWrongUsage;
   }
-  return RunChosen(run, quotes, stream, sources, settings, credentials);
+  return RunChosen(run, go, quotes, stream, sources, settings, credentials);
 }
 
 }  // namespace

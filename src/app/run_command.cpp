@@ -8,7 +8,6 @@
 #include <iostream>
 #include <optional>
 
-#include "adapters/workbook/spreadsheet.h"
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/quote_sheet.h"
@@ -17,6 +16,7 @@
 #include "app/stand_in.h"
 #include "app/temporary_folder.h"
 #include "app/text_table.h"
+#include "app/workbook_file.h"
 
 namespace mirelo::app {
 
@@ -24,14 +24,6 @@ namespace {
 
 constexpr int kDemoUpdates = 5;
 const std::vector<std::string> kDemoTickers{"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"};
-
-workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file) {
-  if (!std::filesystem::exists(file)) return workbook::Spreadsheet::New();
-  auto spreadsheet = workbook::Spreadsheet::Open(file);
-  for (const auto& loss : spreadsheet.Losses())
-    std::cerr << "warning: " << file.string() << ": " << loss << '\n';
-  return spreadsheet;
-}
 
 }  // namespace
 

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace mirelo {
+class frmMirelo;
+}
+
+namespace mirelo::app {
+
+class AttendedDesktop;
+
+// The dialog while somebody works in it, and the desktop on which it shows its palette.
+struct OpenDialog {
+  frmMirelo& form;
+  AttendedDesktop& desktop;
+};
+
+// How the settings dialog is given a setting: on which of its tabs, and by which acts of a person.
+struct DialogControl {
+  std::string_view key;
+  std::int32_t tab;
+  // The value is one that the setting allows. Throws Unfulfilled when the dialog does not let a person do
+  // that as it stands, has no such choice, or makes another value of it.
+  void (*act)(const OpenDialog& dialog, const std::string& value);
+  // The dialog stores the setting then, without waiting for Go.
+  bool stores_at_once = false;
+};
+
+// The settings of the section "Settings" that the dialog has controls for, and the quote source, in an order
+// in which what switches a control on comes before it.
+std::span<const DialogControl> DialogControls();
+
+// Null for a setting without a control. Found by its own spelling.
+const DialogControl* FindDialogControl(std::string_view key);
+
+}  // namespace mirelo::app

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace mirelo::app {
+
+// What somebody wants of the settings dialog.
+struct DialogWishes {
+  struct Setting {
+    std::string key;    // in the system's own spelling
+    std::string value;  // that the setting allows
+  };
+  struct Tick {
+    std::string ticker;
+    std::string field;
+  };
+
+  std::vector<Setting> settings;
+  std::vector<std::string> columns;  // of the quote table, from the left; empty to leave them
+  std::vector<std::string> tickers;  // of the table, from above; empty to leave them
+  std::vector<Tick> ticks;           // fields of vertical tables
+};
+
+// A wish that the dialog cannot fulfil. The text says why, and what to do.
+class Unfulfilled : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace mirelo::app

@@ -1,0 +1,242 @@
+// mirelo go, run against a stand-in that serves in this process.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/program.h"
+#include "quotetracker/server.h"
+#include "support/loopback_server.h"
+#include "support/temp_directory.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+using Arguments = std::vector<std::string>;
+
+class Go : public ::testing::Test {
+ protected:
+  ProgramResult Run(Arguments arguments) { return RunAt(server.HttpPort(), std::move(arguments)); }
+  ProgramResult RunAt(std::uint16_t port, Arguments arguments) {
+    arguments.insert(arguments.begin(), {"go", "--http-port", std::to_string(port)});
+    return RunMirelo(folder.path(), arguments);
+  }
+  // The value of a setting, its default when nothing is stored.
+  std::string Shown(const std::string& name) {
+    const auto result = RunMirelo(folder.path(), {"settings", "get", name});
+    return result.out.substr(0, result.out.find('\n'));
+  }
+
+  TempDirectory folder;
+  quotetracker::Server server;
+};
+
+TEST_F(Go, CommitsWhatTheDialogShows) {
+  const auto result = Run({"--tickers", "MSFT,IBM"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(result.out, "Committed: quotes are to be asked for every 60 seconds\n");
+  EXPECT_THAT(result.err, IsEmpty());
+  EXPECT_EQ(Shown("Style"), "Blue");
+  EXPECT_EQ(static_cast<std::uint16_t>(std::stoi(Shown("HTTPPort"))), server.HttpPort());
+  EXPECT_THAT(server.Requests(), ::testing::ElementsAre("/req?EnumPorts()", "/req?EnumPortSymbols(Main)"));
+}
+
+TEST_F(Go, SaysHowQuotesAreToCome) {
+  struct Case {
+    Arguments arguments;
+    const char* out;
+  };
+  for (const Case& c :
+       {Case{{"--set", "Seconds=15"}, "Committed: quotes are to be asked for every 15 seconds\n"},
+        Case{{"--set", "UpdateEvery=0"}, "Committed: quotes are to be asked for once\n"},
+        Case{{"--set", "Seconds=0", "--set", "UpdateEvery=1"},
+             "Committed: quotes are to be streamed from Alpstein Finance (delayed)\n"},
+        Case{{"--source", "iqfeed us - streaming realtime (subscription)"},
+             "Committed: quotes are to be streamed from IQFeed US - STREAMING RealTime (Subscription)\n"},
+        Case{{"--source", "Schwab"},
+             "Committed: quotes are to be streamed from Schwab - RealTime (Clients Only)\n"}}) {
+    SCOPED_TRACE(c.out);
+    Arguments arguments{"--tickers", "MSFT"};
+    arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+    const auto result = Run(arguments);
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, c.out);
+  }
+  EXPECT_EQ(Shown("Seconds"), "0");
+  EXPECT_EQ(Shown("QuoteSource\\First\\ComQuoteSource"), "Schwab - RealTime (Clients Only)");
+}
+
+TEST_F(Go, GivesTheDialogEachSettingThatItHasAControlFor) {
+  struct Case {
+    const char* key;
+    const char* value;
+    const char* stored;
+  };
+  const Case cases[]{{"Seconds", "15", "15"},
+                     {"Style", "yellow", "Yellow"},
+                     {"VerticalTable", "1", "1"},
+                     {"RowsLimit", "300", "300"},
+                     {"BuildCharts", "1", "1"},
+                     {"ChartStyle", "Green", "Green"},
+                     {"ChartPoints", "50", "50"},
+                     {"txtDecimalPlaces", "4", "4"},
+                     {"txtVerticalSheet", "My Sheet", "My Sheet"},
+                     {"ColorPoints", "0", "0"},
+                     {"GreyOut", "0", "0"},
+                     {"AddYAxis", "1", "1"},
+                     {"UpdateEvery", "1", "1"},
+                     {"DisplayTimezone", "india", "(ET+9.5) India"},
+                     {"DisplayOffset", "-0:30", "-0:30"},
+                     {"FillColorON", "255", "255"},
+                     {"FillColorOFF", "-4142", "-4142"}};
+  Arguments arguments{"--tickers", "MSFT", "--socket-port", "16999", "--address", "localhost"};
+  // Against the order in which the dialog needs them.
+  for (auto c = std::rbegin(cases); c != std::rend(cases); ++c) {
+    arguments.insert(arguments.end(), {"--set", std::string(c->key) + "=" + c->value});
+  }
+  const auto result = Run(arguments);
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.key);
+    EXPECT_EQ(Shown(c.key), c.stored);
+  }
+  EXPECT_EQ(Shown("SocketPort"), "16999");
+  EXPECT_EQ(Shown("Webaddress"), "localhost");
+  EXPECT_EQ(Shown("DisplacementHour"), "9");
+  EXPECT_EQ(Shown("DisplacementMinute"), "60");
+}
+
+TEST_F(Go, UnticksWhatIsSetToNoneOrZero) {
+  const auto result = Run({"--tickers", "MSFT", "--set", "Style=None", "--set", "RowsLimit=0", "--set",
+                           "BuildCharts=1", "--set", "ChartStyle=none"});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(Shown("Style"), "None");
+  EXPECT_EQ(Shown("RowsLimit"), "0");
+  EXPECT_EQ(Shown("ChartStyle"), "None");
+}
+
+TEST_F(Go, RefusesBeforeItOpensTheDialogWhatItHasNoControlFor) {
+  struct Case {
+    Arguments arguments;
+    const char* error;
+  };
+  for (const Case& c : {
+           Case{{"--set", "Sort_Desc=True"},
+                "the dialog has no control for Sort_Desc; use mirelo settings set"},
+           Case{{"--set", "DisplacementHour=3"}, "the dialog has no control for DisplacementHour"},
+           Case{{"--set", "WidthField\\Ticker=3"}, "the dialog has no control for WidthField\\Ticker"},
+           Case{{"--set", "Colour=3"}, "no setting is named \"Colour\"; mirelo settings list shows them all"},
+           Case{{"--set", "Seconds"}, "\"Seconds\" has no \"=\"; write Seconds=15"},
+           Case{{"--set", "Seconds=soon"},
+                "Seconds: \"soon\" is not allowed here: the value must be a whole"},
+           Case{{"--set", "VerticalTable=2"}, "a whole number from 0 to 1"},
+           Case{{"--set", "Seconds=1", "--set", "seconds=2"}, "Seconds is given twice"},
+           Case{{"--set", "HTTPPort=1"}, "HTTPPort is given twice"},
+           Case{{"--set", "ListRight=Ticker", "--columns", "Ticker"}, "ListRight is given twice"},
+           Case{{"--tick", "MSFT"}, "\"MSFT\" is no ticker and field; write MSFT:Last"},
+           Case{{"--tick", "MSFT:"}, "\"MSFT:\" is no ticker and field"},
+           Case{{"--tickers", "A B"}, "a ticker holds no blank"},
+           Case{{"--socket-port", "0"}, "--socket-port"},
+       }) {
+    SCOPED_TRACE(c.error);
+    const auto result = Run(c.arguments);
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.err, HasSubstr(c.error));
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder / "home/.local"));
+}
+
+TEST_F(Go, CancelsWhatTheDialogDoesNotLetAPersonDo) {
+  struct Case {
+    Arguments arguments;
+    const char* error;
+  };
+  for (const Case& c : {
+           Case{{"--set", "Seconds=15", "--set", "UpdateEvery=0"},
+                "Seconds: the dialog has switched this off; add --set UpdateEvery=1"},
+           Case{{"--set", "ComQuoteSource=OC Securities"},
+                "ComQuoteSource: the dialog has switched this off; a source is chosen for streaming: add "
+                "--set "
+                "Seconds=0"},
+           Case{{"--set", "RowsLimit=15", "--set", "VerticalTable=0"}, "add --set VerticalTable=1"},
+           Case{{"--set", "ChartStyle=Blue"},
+                "ChartStyle: the dialog has switched this off; add --set BuildCharts=1"},
+           Case{{"--set", "ChartPoints=15"}, "add --set BuildCharts=1"},
+           Case{{"--set", "ChartPoints=15", "--set", "BuildCharts=1", "--set", "ChartStyle=None"},
+                "add --set ChartStyle=Blue"},
+           Case{{"--set", "ColorPoints=0"}, "add --set BuildCharts=1"},
+           Case{{"--set", "GreyOut=0"}, "add --set BuildCharts=1"},
+           Case{{"--set", "AddYAxis=1"}, "add --set BuildCharts=1"},
+           Case{{"--set", "Seconds=5000"}, "Seconds: the dialog makes 3600 of 5000"},
+           Case{{"--set", "txtVerticalSheet=a/b"}, "txtVerticalSheet: the dialog makes a_b of a/b"},
+           Case{{"--set", "Style=Pink"},
+                "Style: \"Pink\" is none of the choices:\n  Blue\n  Green\n  Yellow\n  None"},
+           Case{{"--set", "DisplayTimezone=(ET+"}, "is none of the choices"},
+           Case{{"--set", "DisplayOffset="}, "is none of the choices"},
+           Case{{"--source", "Nowhere"}, "ComQuoteSource: \"Nowhere\" is none of the choices"},
+           Case{{"--set", "FillColorON=1"}, "FillColorON: the palette has no colour 1"},
+           Case{{"--columns", "Ticker,Price"}, "--columns: there is no column \"Price\""},
+           Case{{"--tick", "GE:Last"}, "--tick GE:Last: \"GE\" is not among the tickers"},
+       }) {
+    SCOPED_TRACE(c.error);
+    Arguments arguments{"--tickers", "MSFT"};
+    arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+    const auto result = Run(arguments);
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.err, AllOf(HasSubstr(c.error), HasSubstr("Nothing was committed.")));
+  }
+  EXPECT_THAT(server.Requests(), IsEmpty());
+}
+
+TEST_F(Go, AsksForTickers) {
+  const auto result = Run({});
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_THAT(result.err, HasSubstr("which tickers? Name them with --tickers MSFT,IBM"));
+}
+
+TEST_F(Go, PrintsWhyNothingWasCommitted) {
+  const RefusingPort nobody;
+  auto result = RunAt(nobody.Port(), {"--tickers", "MSFT"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.out, IsEmpty());
+  EXPECT_EQ(result.err,
+            "information: Dovanta2: Please run QuoteTracker.\n"
+            "error: nothing was committed\n");
+
+  result = Run({"--tickers", "MSFT", "--set", "BuildCharts=1", "--set", "ChartPoints=4"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err,
+            "error: Dovanta2: 'Number of chart points' must be between 5 and 1200.\n"
+            "error: nothing was committed\n");
+  EXPECT_THAT(Shown("Webaddress"), "127.0.0.1");
+}
+
+TEST_F(Go, SaysThatQuoteTrackerHasNoPortfolio) {
+  quotetracker::ServerOptions options;
+  options.portfolios.clear();
+  const quotetracker::Server empty(std::move(options));
+  const auto result = RunAt(empty.HttpPort(), {"--tickers", "MSFT"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("QuoteTracker has no portfolio; make one there."));
+}
+
+TEST_F(Go, UsesTheRegistryThatIsNamed) {
+  const std::string registry = (folder / "other.db").string();
+  const auto result = RunMirelo(
+      folder.path(), {"--registry", registry, "go", "--http-port", std::to_string(server.HttpPort()),
+                      "--tickers", "MSFT", "--set", "Seconds=7"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(Shown("Seconds"), "10");
+  EXPECT_EQ(RunMirelo(folder.path(), {"--registry", registry, "settings", "get", "Seconds"}).out, "7\n");
+}
+
+}  // namespace
+}  // namespace mirelo::testing
