@@ -141,6 +141,7 @@ void frmMirelo::EnableByOptions(Frame& frame) {
   EnableRowsLimit(frame);
   STEP(TickerCol_ = chkVerTable.Value() == 0 ? 0 : 1);
   STEP(FGVertical(false));
+  if (chkVerTable.Value() == 1) STEP(ChkFGVerticalTables());
   STEP(chkUpdOrNot_Click());
 }
 

@@ -199,6 +199,23 @@ class frmMirelo : public forms::Form {
   // spelling stays.
   static std::string NullDublicatForListRight(const std::string& list);
 
+  // worksheet/vertical_sheets.cpp; both leave alone what they cannot change
+
+  // Makes the sheets of the tickers' vertical tables, a comma list, where they are missing.
+  void AddSheetsVerticalTables(const std::string& tickers);
+  // Sets these sheets up with the fields that are ticked in the tickers' rows of the grid, a comma list of
+  // row numbers: headers, chart marks and formats. The history is cleared where the headers change. `colors`
+  // are the five of the table's style.
+  void AddForSheetsVerticalTables(const std::string& tickers, const std::string& rows,
+                                  const std::vector<std::string>& colors);
+
+  // worksheet/vertical_ticks.cpp
+
+  // Ticks what the tickers' vertical sheets have.
+  void ChkFGVerticalTables();
+  // The text of the comment on a cell; empty where there is none. Raises nothing.
+  static std::string GivComment(host::excel::Worksheet& sheet, const std::string& cell);
+
   // number_boxes.cpp
 
   // Replaces each of `characters` by "_", in place; answers the text.
@@ -375,6 +392,13 @@ class frmMirelo : public forms::Form {
   // leaves the routine.
   bool CreateQuoteTable(Frame& frame, const std::vector<std::string>& colors,
                         const std::string& decimal_format);
+
+  // worksheet/vertical_sheets.cpp
+  struct VerticalSheetRun;
+
+  // worksheet/vertical_ticks.cpp
+  void TickFieldsOf(Frame& frame, host::excel::Worksheet& sheet, std::int32_t row, std::int32_t charts);
+  std::int32_t ColumnOf(const std::string& header) const;
 
   // worksheet/vertical_fields.cpp
 

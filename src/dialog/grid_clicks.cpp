@@ -4,11 +4,11 @@
 #include <optional>
 #include <string>
 
+#include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
 #include "host/desktop.h"
-#include "host/host.h"
 
 namespace mirelo {
 
@@ -21,9 +21,7 @@ constexpr const char* kLastVolumeMissing = "Add  the 'LastVolume' column for the
 constexpr const char* kChartFieldsMissing =
     "You should have the 'Last' and 'LastVolume' fields in the vertical table to build charts.";
 
-void Inform(const char* text) {
-  host::Host::Current().desktop().MessageBox(text, host::Desktop::kInformation, "Dovanta2");
-}
+void Inform(const char* text) { ShowMessage(text, host::Desktop::kInformation); }
 
 bool HeadsChartField(const Grid& grid, std::int32_t col) {
   return IsHeaderOf(grid, col, kLastHeader) || IsHeaderOf(grid, col, kLastVolumeHeader);

@@ -113,6 +113,7 @@ void frmMirelo::chkVerTable_Click() {
       EnableRowsLimit(frame);
       STEP(TickerCol_ = chkVerTable.Value() == 0 ? 0 : 1);
       STEP(FGVertical(true));
+      if (chkVerTable.Value() == 1) STEP(ChkFGVerticalTables());
     }
     frame.pop();
   });

@@ -5,15 +5,14 @@
 #include "automation/variant.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
-#include "host/clock.h"
-#include "host/host.h"
+#include "worksheet/cell_text.h"
 
 namespace mirelo {
 
 Variant frmMirelo::remove_bad_symbols(Variant& text, const std::string& characters) {
   return Function<Variant>("Mirelo.frmMirelo.remove_bad_symbols", {}, [&](Frame& frame, Variant& cleaned) {
     for (const std::int32_t i : frame.loop([&] { return Bounds{1, Len(characters)}; })) {
-      STEP(text = Replace(text.ToText(host::Host::Current().clock().Regional()), Mid(characters, i, 1), "_"));
+      STEP(text = Replace(TextOf(text), Mid(characters, i, 1), "_"));
     }
     STEP(cleaned = text);
     frame.pop();

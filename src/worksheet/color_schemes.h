@@ -1,7 +1,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "automation/runtime_error.h"
+#include "automation/variant.h"
 
 namespace mirelo {
 
@@ -24,6 +31,15 @@ constexpr std::string_view ColorsOfStyle(std::string_view style) {
     if (scheme.style == style) return scheme.colors;
   }
   return kColorSchemes.front().colors;
+}
+
+enum class SchemePart : std::size_t { HeaderFont, HeaderFill, EvenRowFill, OddRowFill };
+
+// The palette index of a part of a scheme that was split at its commas. Error 9 for a scheme without it.
+inline std::int32_t ColorOf(const std::vector<std::string>& colors, SchemePart part) {
+  const auto index = static_cast<std::size_t>(part);
+  if (index >= colors.size()) throw Errors::SubscriptOutOfRange();
+  return Variant(colors[index]).ToInt32();
 }
 
 }  // namespace mirelo

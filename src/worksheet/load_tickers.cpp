@@ -12,28 +12,23 @@
 #include "automation/variant.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
-#include "host/clock.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
-#include "host/host.h"
 #include "snapshot/column_vocabulary.h"
+#include "worksheet/cell_text.h"
 #include "worksheet/quote_table.h"
 
 namespace mirelo {
 
 namespace {
 
-using host::excel::Range;
 using host::excel::Worksheet;
 
 // From here on a walk down the sheet ran off its foot: there is no ticker row.
 constexpr std::int32_t kFootOfSheet = 50000;
 // Cells with longer texts are no tickers.
 constexpr std::int32_t kLongestTicker = 11;
-
-std::string TextOf(const Variant& value) { return value.ToText(host::Host::Current().clock().Regional()); }
-std::string TextOf(Range& cell) { return TextOf(cell.Value()); }
 
 // Adds a name to a comma list that ends in a comma while it grows.
 void Append(std::string& list, std::string_view name) {

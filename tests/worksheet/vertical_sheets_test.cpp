@@ -1,0 +1,321 @@
+// The sheets of vertical tables, as they are made and set up.
+
+#include "host/excel/border.h"
+#include "host/excel/font.h"
+#include "host/excel/format_conditions.h"
+#include "host/excel/interior.h"
+#include "host/excel/shape.h"
+#include "worksheet/vertical_sheets_fixture.h"
+
+namespace mirelo::testing {
+namespace {
+
+using namespace host::excel;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class VerticalSheets : public VerticalSheetsTest {
+ protected:
+  ~VerticalSheets() override {
+    EXPECT_THAT(CallStack(), IsEmpty());
+    EXPECT_THAT(desktop.reports, IsEmpty());
+  }
+};
+
+// Making
+
+TEST_F(VerticalSheets, AreMadeForEachTickerThatHasNone) {
+  Open("Last", {});
+  form.AddSheetsVerticalTables("MSFT,IBM");
+  EXPECT_THAT(SheetNames(), ElementsAre("Quotes_Vertical(IBM)", "Quotes_Vertical(MSFT)", "Sheet1"));
+  form.AddSheetsVerticalTables("IBM,GE");
+  EXPECT_THAT(SheetNames(),
+              ElementsAre("Quotes_Vertical(GE)", "Quotes_Vertical(IBM)", "Quotes_Vertical(MSFT)", "Sheet1"));
+}
+
+TEST_F(VerticalSheets, StayAsTheyAreWhenTheyAreThere) {
+  Open("Last", {});
+  Sheets()->Item(1)->Name("QUOTES_VERTICAL(msft)");
+  Sheets()->Item(1)->Range("B7")->Value("history");
+  form.AddSheetsVerticalTables("MSFT");
+  EXPECT_THAT(SheetNames(), ElementsAre("QUOTES_VERTICAL(msft)"));
+  EXPECT_EQ(Sheets()->Item(1)->Range("B7")->Value(), Variant("history"));
+}
+
+TEST_F(VerticalSheets, BearTheNameThatTheUserChose) {
+  Save("txtVerticalSheet", " My history ");
+  Open("Last", {});
+  form.AddSheetsVerticalTables("MSFT");
+  EXPECT_THAT(SheetNames(), ElementsAre("My history(MSFT)", "Sheet1"));
+}
+
+TEST_F(VerticalSheets, AreLeftUnnamedWithoutAWordWhenTheNameIsRefused) {
+  Open("Last", {});
+  form.AddSheetsVerticalTables("A/B,IBM");
+  EXPECT_THAT(SheetNames(), ElementsAre("Quotes_Vertical(IBM)", "Sheet2", "Sheet1"));
+}
+
+TEST_F(VerticalSheets, AreNoneOfAnEmptyList) {
+  Open("Last", {});
+  form.AddSheetsVerticalTables("");
+  EXPECT_THAT(SheetNames(), ElementsAre("Sheet1"));
+}
+
+TEST_F(VerticalSheets, AreSkippedWithoutASpreadsheet) {
+  Open("Last", {"A"});
+  SetTicks(1, "x");
+  facade->m_ObjExcelApplication(nullptr);
+  form.AddSheetsVerticalTables("A");
+  form.AddForSheetsVerticalTables("A", "1", kBlue);
+}
+
+TEST_F(VerticalSheets, AreSkippedWhereTheyAreMissing) {
+  OpenWithCharts("Last,LastVolume", {"A", "B"});
+  SetAllTicks({"xxx", "x-x"});
+  form.AddSheetsVerticalTables("B");
+  form.AddForSheetsVerticalTables("A,B", "1,2", kBlue);
+  EXPECT_THAT(SheetNames(), ElementsAre("Quotes_Vertical(B)", "Sheet1"));
+  const auto sheet = Sheets()->Item("Quotes_Vertical(B)");
+  EXPECT_EQ(sheet->Range("B1")->Value(), Variant("B"));
+  EXPECT_TRUE(sheet->Range("B2")->Value().IsEmpty());
+}
+
+// Setting up
+
+TEST_F(VerticalSheets, SayWhoseTheyAreAndHeadTheTickedFields) {
+  Open("Last,Bid,Ask,Date", {"A"});
+  MakeAndSetUp("x.x-");
+  EXPECT_EQ(Text("A1"), "Ticker:");
+  EXPECT_EQ(Text("B1"), "A");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "Ask", "", ""));
+}
+
+TEST_F(VerticalSheets, TakeTheOtherFormOfATickAsWell) {
+  Open("Last,Bid", {"A"});
+  FG.TextMatrix(1, 3, "True");
+  MakeAndSetUp("");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Bid", "", "", ""));
+}
+
+TEST_F(VerticalSheets, GoByTheRowsThatTheListNames) {
+  Open("Last,Bid", {"A", "B", "C"});
+  SetAllTicks({"x.", "..", ".x"});
+  form.AddSheetsVerticalTables("A,C");
+  form.AddForSheetsVerticalTables("A,C", "1,3", kBlue);
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "", "", ""));
+  EXPECT_EQ(Sheets()->Item("Quotes_Vertical(C)")->Range("A2")->Value(), Variant("Bid"));
+  EXPECT_EQ(Sheets()->Item("Quotes_Vertical(C)")->Range("B1")->Value(), Variant("C"));
+}
+
+TEST_F(VerticalSheets, WithoutTheSetUpMarkAreSetUpAndNotCleared) {
+  Open("Last,Bid", {"A"});
+  Sheets()->Item(1)->Name("Quotes_Vertical(A)");
+  Cell("A2")->Value("Old");
+  Cell("C2")->Value("Open");
+  Cell("B7")->Value("history");
+  MakeAndSetUp("xx");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "Bid", "Open", ""));
+  EXPECT_EQ(Text("B7"), "history");
+  EXPECT_EQ(Text("A1"), "Ticker:");
+}
+
+TEST_F(VerticalSheets, KeepTheirHistoryWhileTheFieldsAreTheSame) {
+  Open("Last,Bid", {"A"});
+  MakeAndSetUp("xx");
+  Cell("A1")->Value("TICKER:");
+  Cell("B1")->Value("somebody else");
+  Cell("A2")->Value("LAST");
+  Cell("A3")->Value(26.5);
+  MakeAndSetUp("xx");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("LAST", "Bid", "", ""));
+  EXPECT_EQ(Text("A3"), "26.5");
+  EXPECT_EQ(Text("B1"), "somebody else");
+}
+
+TEST_F(VerticalSheets, KeepSurplusHeadersWhenTicksAtTheEndGo) {
+  Open("Last,Bid,Ask", {"A"});
+  MakeAndSetUp("xxx");
+  Cell("A3")->Value(26.5);
+  MakeAndSetUp("xx-");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "Bid", "Ask", ""));
+  EXPECT_EQ(Text("A3"), "26.5");
+}
+
+TEST_F(VerticalSheets, LoseTheirHistoryWhenAFieldComes) {
+  Open("Last,Bid,Ask", {"A"});
+  MakeAndSetUp("xx-");
+  Cell("A3")->Value(26.5);
+  Cell("C3")->Value(26.6);
+  MakeAndSetUp("xxx");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "Bid", "Ask", ""));
+  EXPECT_EQ(Text("A3"), "");
+  EXPECT_EQ(Text("C3"), "");
+}
+
+TEST_F(VerticalSheets, AreClearedAsWideAsTheNewFieldsAndOneRowFurtherThanTheyAreUsed) {
+  Open("Last,Bid,Ask", {"A"});
+  MakeAndSetUp("xxx");
+  Cell("A9")->Value(1);
+  Cell("C5")->Value(2);
+  MakeAndSetUp("-xx");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Bid", "Ask", "Ask", ""));  // the third column is not theirs
+  EXPECT_EQ(Text("A9"), "");
+  EXPECT_EQ(Text("C5"), "2");
+  EXPECT_EQ(Text("B1"), "A");
+}
+
+// The chart mark
+
+TEST_F(VerticalSheets, BearTheChartMarkOnBothFieldsOfCharts) {
+  OpenWithCharts("Last,Bid,LastVolume", {"A"});
+  MakeAndSetUp("xxxx");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "Bid", "LastVolume", ""));
+  EXPECT_EQ(Mark("A2"), kCharts);
+  EXPECT_EQ(Mark("B2"), "");
+  EXPECT_EQ(Mark("C2"), kCharts);
+}
+
+TEST_F(VerticalSheets, HaveAMarkThatIsFlatAndWide) {
+  OpenWithCharts("Last", {"A"});
+  MakeAndSetUp("x.");
+  const auto untouched = Cell("F9")->AddComment("note")->Shape();
+  MakeAndSetUp("xx");
+  const auto shape = Cell("A2")->Comment()->Shape();
+  EXPECT_NEAR(shape->Height(), untouched->Height() * 0.43, 0.75);
+  EXPECT_NEAR(shape->Width(), untouched->Width() * 1.48, 0.75);
+}
+
+TEST_F(VerticalSheets, LoseTheMarkWhenTheirChartsGo) {
+  OpenWithCharts("Last,LastVolume", {"A"});
+  MakeAndSetUp("xxx");
+  MakeAndSetUp("xx-");
+  EXPECT_EQ(Mark("A2"), "");
+  EXPECT_EQ(Mark("B2"), "");
+}
+
+TEST_F(VerticalSheets, BearNoMarkWithoutAFieldOfCharts) {
+  OpenWithCharts("Bid,Ask", {"A"});
+  MakeAndSetUp("xxx");
+  EXPECT_EQ(Mark("A2"), "");
+  EXPECT_EQ(Mark("B2"), "");
+}
+
+TEST_F(VerticalSheets, BearTheMarkAgainAfterTheirFieldsChanged) {
+  OpenWithCharts("Bid,Last,LastVolume", {"A"});
+  MakeAndSetUp("-xxx");
+  MakeAndSetUp("xxxx");
+  EXPECT_EQ(Mark("A2"), "");
+  EXPECT_EQ(Mark("B2"), kCharts);
+  EXPECT_EQ(Mark("C2"), kCharts);
+}
+
+TEST_F(VerticalSheets, TakeTheLastColumnForThatOfCharts) {
+  Open("Last,Bid", {"A"});
+  MakeAndSetUp("xx");
+  EXPECT_EQ(Mark("A2"), kCharts);
+}
+
+TEST_F(VerticalSheets, KeepAnotherCommentOnAnotherField) {
+  Open("Last,Bid", {"A"});
+  MakeAndSetUp("x.");
+  Cell("B2")->AddComment("note");
+  MakeAndSetUp("x-");
+  EXPECT_EQ(Mark("B2"), "note");
+}
+
+// Formats
+
+TEST_F(VerticalSheets, FormatTheirHistoryByField) {
+  Save("txtDecimalPlaces", 3);
+  Open("Last,LastVolume,Date,Time,Change", {"A"});
+  MakeAndSetUp("xxxxx");
+  const struct {
+    const char* cell;
+    const char* format;
+    std::int32_t alignment;
+  } cases[] = {{"A3", "0.000", xlHAlignGeneral},
+               {"B3", "#,##0", xlHAlignGeneral},
+               {"C3", "mm/dd/yyyy", xlHAlignCenter},
+               {"D3", "hh:mm:ss", xlHAlignCenter},
+               {"E3", "+ 0.000;- 0.000", xlHAlignCenter}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.cell);
+    EXPECT_EQ(Cell(c.cell)->NumberFormat(), Variant(c.format));
+    EXPECT_EQ(Cell(c.cell)->HorizontalAlignment(), Variant(c.alignment));
+  }
+  EXPECT_EQ(Cell("A2")->NumberFormat(), Variant("General"));
+  EXPECT_EQ(Cell("F3")->NumberFormat(), Variant("General"));
+  const auto conditions = Cell("E3")->FormatConditions();
+  ASSERT_EQ(conditions->Count(), 2);
+  EXPECT_EQ(conditions->Item(1)->Font()->ColorIndex(), Variant(10));
+  EXPECT_EQ(conditions->Item(2)->Font()->ColorIndex(), Variant(3));
+  EXPECT_EQ(Cell("A3")->FormatConditions()->Count(), 0);
+}
+
+TEST_F(VerticalSheets, ColourChangesByTwoConditionsHoweverOftenTheyAreSetUp) {
+  Open("Change", {"A"});
+  for (int i = 0; i < 3; ++i) MakeAndSetUp("x");
+  EXPECT_EQ(Cell("A3")->FormatConditions()->Count(), 2);
+}
+
+TEST_F(VerticalSheets, FormatAsManyRowsAsTheLimitSays) {
+  const struct {
+    const char* name;
+    bool limited;
+    const char* limit;
+    std::int32_t last_row;
+  } cases[] = {{"no limit", false, "100", 36002},
+               {"a limit", true, "100", 102},
+               {"no rows", true, "0", 22},
+               {"one row", true, "1", 3}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Sheets()->Item(1)->Range("A1:C1")->EntireColumn()->Clear();
+    Open("Last", {"A"});
+    if (form.chkLimitRows.Value() != (c.limited ? 1 : 0)) form.chkLimitRows.UserClick();
+    form.txtRows.Text(c.limit);
+    MakeAndSetUp("x");
+    EXPECT_EQ(Cell("A1")->Cells(c.last_row, 1)->NumberFormat(), Variant("0.00"));
+    EXPECT_EQ(Cell("A1")->Cells(c.last_row + 1, 1)->NumberFormat(), Variant("General"));
+  }
+}
+
+TEST_F(VerticalSheets, ColourTheirHeadersInTheStyleOfTheTable) {
+  Open("Last,Bid,Ask", {"A"});
+  MakeAndSetUp("x-x");
+  for (const char* header : {"A2", "B2"}) {
+    SCOPED_TRACE(header);
+    EXPECT_EQ(Cell(header)->Font()->ColorIndex(), Variant(2));
+    EXPECT_EQ(Cell(header)->Interior()->ColorIndex(), Variant(47));
+    EXPECT_EQ(Cell(header)->Font()->Bold(), Variant(true));
+    EXPECT_EQ(Cell(header)->HorizontalAlignment(), Variant(std::int32_t{xlHAlignGeneral}));
+    for (const auto edge : {xlEdgeLeft, xlEdgeTop, xlEdgeBottom, xlEdgeRight}) {
+      const auto border = Cell(header)->Borders(edge);
+      EXPECT_EQ(border->LineStyle(), Variant(std::int32_t{xlContinuous}));
+      EXPECT_EQ(border->Weight(), Variant(std::int32_t{xlThin}));
+      EXPECT_EQ(border->ColorIndex(), Variant(15));
+    }
+  }
+  EXPECT_EQ(Cell("C2")->Interior()->ColorIndex(), Variant(std::int32_t{xlColorIndexNone}));
+  EXPECT_EQ(Cell("A3")->Interior()->ColorIndex(), Variant(std::int32_t{xlColorIndexNone}));
+}
+
+TEST_F(VerticalSheets, LeaveTheirHeadersPlainWithoutAStyle) {
+  Save("Style", "None");
+  Open("Last", {"A"});
+  MakeAndSetUp("x");
+  EXPECT_EQ(Cell("A2")->Font()->Bold(), Variant(false));
+  EXPECT_EQ(Cell("A2")->Interior()->ColorIndex(), Variant(std::int32_t{xlColorIndexNone}));
+  EXPECT_EQ(Cell("A3")->NumberFormat(), Variant("0.00"));
+}
+
+TEST_F(VerticalSheets, WithChartsAloneAreOnlyNamed) {
+  OpenWithCharts("Last,LastVolume", {"A"});
+  MakeAndSetUp("..x");
+  EXPECT_EQ(Text("A1"), "Ticker:");
+  EXPECT_THAT(FirstHeaders(4), ElementsAre("", "", "", ""));
+  EXPECT_EQ(Mark("A2"), "");
+}
+
+}  // namespace
+}  // namespace mirelo::testing
