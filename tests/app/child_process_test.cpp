@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include "automation/runtime_error.h"
+#include "support/error_number.h"
 
 namespace mirelo::app {
 namespace {
@@ -26,13 +27,9 @@ TEST(ChildProcess, GivesUpReadingWhenPatienceRunsOut) {
 }
 
 TEST(ChildProcess, SaysWhyItCannotStart) {
-  try {
-    ChildProcess child("/nowhere/quotetracker", {});
-    FAIL() << "started";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), 53);
-    EXPECT_EQ(error.Description(), "Cannot start /nowhere/quotetracker: No such file or directory");
-  }
+  const RuntimeError error = testing::ErrorOf([] { ChildProcess("/nowhere/quotetracker", {}); });
+  EXPECT_EQ(error.Number(), 53);
+  EXPECT_EQ(error.Description(), "Cannot start /nowhere/quotetracker: No such file or directory");
 }
 
 TEST(ChildProcess, EndsWithItsOwner) {

@@ -10,6 +10,7 @@
 #include "adapters/poll/poll_loop.h"
 #include "host/host.h"
 #include "snapshot/WinInet.h"
+#include "support/error_number.h"
 #include "support/manual_clock.h"
 #include "support/scripted_wininet.h"
 #include "support/test_host.h"
@@ -59,22 +60,8 @@ class ScriptedTransfer : public ::testing::Test {
 const std::vector<std::string> kAllHandles = {"InternetCloseHandle(3)", "InternetCloseHandle(2)",
                                               "InternetCloseHandle(1)"};
 
-// The error that `statement` raises; fails the test when it raises none.
-template <class Statement>
-RuntimeError Raised(Statement&& statement) {
-  try {
-    statement();
-  } catch (const RuntimeError& error) {
-    return error;
-  }
-  ADD_FAILURE() << "nothing was raised";
-  return RuntimeError(0, "");
-}
-
 inline void ExpectComponentFailure(const RuntimeError& error, const std::string& member) {
-  EXPECT_EQ(error.Number(), ErrorNumber(0x80040064));
-  EXPECT_EQ(error.Description(), "WinInet component failure");
-  EXPECT_EQ(error.Source(), "Mirelo.WinInet." + member);
+  ExpectError(error, 0x80040064, "WinInet component failure", "Mirelo.WinInet." + member);
 }
 
 }  // namespace mirelo::testing

@@ -48,7 +48,7 @@ TEST(Properties, FailInTheirOwnName) {
   for (const TextProperty& property : kTextProperties) {
     SCOPED_TRACE(property.name);
     (transfer.*property.let)(kLongText);
-    const RuntimeError error = Raised([&] {
+    const RuntimeError error = ErrorOf([&] {
       const MemoryShortage shortage;
       (void)(transfer.*property.get)();
     });
@@ -70,31 +70,31 @@ class ComponentFailure : public ScriptedTransfer {};
 
 TEST_F(ComponentFailure, IsWhatAHandlersErrorBecomes) {
   transfer.OnProgress.Subscribe([](float, std::int32_t, std::int32_t) { throw Errors::TypeMismatch(); });
-  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
   EXPECT_FALSE(transfer.SuccessDone());
   EXPECT_EQ(Closed(), std::vector<std::string>{});
 }
 
 TEST_F(ComponentFailure, OfARoutineInsideIsRaisedAgainInTheNameOfTheOuterOne) {
   transfer.OnStateChanged.Subscribe([](std::int32_t) { throw std::logic_error("no RuntimeError"); });
-  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
 }
 
 TEST_F(ComponentFailure, IsWhatAnErrorOfThePortBecomes) {
   internet.on_call = [](const std::string& name) {
     if (name == "InternetCloseHandle") throw Errors::OutOfMemory();
   };
-  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
 }
 
 TEST_F(ComponentFailure, IsWhatTheErrorOfSomebodyElsesHandlerInAYieldBecomes) {
   loop.StartTimer(std::chrono::milliseconds(0), [] { throw Errors::TypeMismatch(); });
-  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
 }
 
 TEST(ComponentFailureWithoutHost, IsRaisedByExecute) {
   WinInet transfer;
-  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
 }
 
 }  // namespace

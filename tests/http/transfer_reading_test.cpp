@@ -123,7 +123,7 @@ TEST_F(Reading, CountsUpToTwoGibibytes) {
 
 TEST_F(Reading, RaisesWhenTheCountOverflowsBehindThem) {
   internet.claims = {2147483647, 1};
-  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
   ASSERT_EQ(progress.size(), 1u);
   EXPECT_EQ(std::get<2>(progress.front()), 2147483647);
   EXPECT_FALSE(transfer.SuccessDone());
@@ -180,7 +180,7 @@ TEST_F(Reading, RaisesWhenTheContentLengthOverflows) {
     SCOPED_TRACE(header);
     internet.calls.clear();
     internet.content_length = header;
-    ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+    ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
     EXPECT_FALSE(transfer.SuccessDone());
     EXPECT_EQ(Closed(), std::vector<std::string>{});  // they stay open
   }

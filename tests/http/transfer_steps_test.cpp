@@ -144,7 +144,7 @@ TEST_F(Timeout, IsPassedInMilliseconds) {
 
 TEST_F(Timeout, ThatOverflowsTheMillisecondsIsAnErrorAndLeavesTheHandleOpen) {
   transfer.TimeoutSec(2147484);
-  ExpectComponentFailure(Raised([&] { transfer.Execute(); }), "Execute");
+  ExpectComponentFailure(ErrorOf([&] { transfer.Execute(); }), "Execute");
   EXPECT_EQ(internet.calls, std::vector<std::string>{"InternetOpenA(none, 0)"});
   EXPECT_FALSE(transfer.SuccessDone());
 }

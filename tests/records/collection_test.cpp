@@ -11,6 +11,7 @@
 #include "automation/variant.h"
 #include "core/cQTDatas.h"
 #include "core/cTickerDateTimes.h"
+#include "support/error_number.h"
 
 namespace mirelo {
 namespace {
@@ -49,14 +50,8 @@ class RecordCollectionTest : public ::testing::Test {
 
   void ExpectFailure(const std::string& routine, const std::function<void()>& call) const {
     SCOPED_TRACE(routine);
-    try {
-      call();
-      ADD_FAILURE() << "raised nothing";
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(error.Number(), ErrorNumber(0x80040064));
-      EXPECT_EQ(error.Description(), std::string(Class::kClass) + " component failure");
-      EXPECT_EQ(error.Source(), Class::kSource + routine);
-    }
+    testing::ExpectError(testing::ErrorOf(call), 0x80040064,
+                         std::string(Class::kClass) + " component failure", Class::kSource + routine);
   }
 
   typename Class::Collection records;

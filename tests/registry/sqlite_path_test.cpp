@@ -6,6 +6,7 @@
 
 #include "automation/runtime_error.h"
 #include "support/environment_variable.h"
+#include "support/error_number.h"
 
 namespace mirelo::sqlite {
 namespace {
@@ -36,13 +37,9 @@ TEST(DefaultRegistryPath, LiesInTheUsersDataFolder) {
 TEST(DefaultRegistryPath, IsAnErrorWithoutAnyFolder) {
   const EnvironmentVariable data_home("XDG_DATA_HOME", nullptr);
   const EnvironmentVariable home("HOME", nullptr);
-  try {
-    DefaultRegistryPath();
-    FAIL() << "no error";
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), 75);
-    EXPECT_NE(error.Description().find("HOME"), std::string::npos);
-  }
+  const RuntimeError error = testing::ErrorOf([] { DefaultRegistryPath(); });
+  EXPECT_EQ(error.Number(), 75);
+  EXPECT_NE(error.Description().find("HOME"), std::string::npos);
 }
 
 }  // namespace

@@ -8,27 +8,20 @@
 
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "support/error_number.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::sodium {
 namespace {
 
 using Credential = SodiumVault::Credential;
+using testing::ErrorOf;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 
 class Vault : public ::testing::Test {
  protected:
   std::string Opened(Credential credential) { return vault_.Decipher(vault_.Stored(credential)); }
-
-  RuntimeError FailureOf(const std::function<void()>& work) {
-    try {
-      work();
-    } catch (const RuntimeError& error) {
-      return error;
-    }
-    return RuntimeError(0, "no failure");
-  }
 
   static unsigned ModeOf(const std::filesystem::path& path) {
     struct stat status {};
@@ -89,7 +82,7 @@ TEST_F(Vault, KeepsItsFilesForTheOwner) {
 }
 
 TEST_F(Vault, SaysHowToSetAMissingCredential) {
-  const auto error = FailureOf([&] { vault_.Stored(Credential::ApplicationName); });
+  const auto error = ErrorOf([&] { vault_.Stored(Credential::ApplicationName); });
   EXPECT_EQ(error.Number(), 53);
   EXPECT_THAT(error.Description(), HasSubstr("mirelo credentials set"));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "data"));
@@ -102,10 +95,10 @@ TEST_F(Vault, RefusesADamagedText) {
     if (stored[i] == '\r' || stored[i] == '\n') continue;
     std::string damaged = stored;
     damaged[i] = damaged[i] == 'A' ? 'B' : 'A';
-    EXPECT_EQ(FailureOf([&] { vault_.Decipher(damaged); }).Number(), 5) << "damaged at " << i;
+    EXPECT_EQ(ErrorOf([&] { vault_.Decipher(damaged); }).Number(), 5) << "damaged at " << i;
   }
   for (const char* text : {"", "!", "AAAA", "not base64 at all"}) {
-    EXPECT_EQ(FailureOf([&] { vault_.Decipher(text); }).Number(), 5) << text;
+    EXPECT_EQ(ErrorOf([&] { vault_.Decipher(text); }).Number(), 5) << text;
   }
 }
 
@@ -113,18 +106,18 @@ TEST_F(Vault, RefusesATextSealedWithAnotherKey) {
   vault_.Set(Credential::ApplicationName, "Demo");
   SodiumVault other(folder_ / "other");
   other.Set(Credential::ApplicationName, "Demo");
-  const auto error = FailureOf([&] { vault_.Decipher(other.Stored(Credential::ApplicationName)); });
+  const auto error = ErrorOf([&] { vault_.Decipher(other.Stored(Credential::ApplicationName)); });
   EXPECT_EQ(error.Number(), 5);
 }
 
 TEST_F(Vault, RefusesToOpenWithoutItsKey) {
   vault_.Set(Credential::ApplicationName, "Demo");
   std::filesystem::remove(folder_ / "data/mirelo/credentials.key");
-  EXPECT_EQ(FailureOf([&] { Opened(Credential::ApplicationName); }).Number(), 75);
+  EXPECT_EQ(ErrorOf([&] { Opened(Credential::ApplicationName); }).Number(), 75);
 }
 
 TEST_F(Vault, RefusesAnEmptyCredential) {
-  EXPECT_EQ(FailureOf([&] { vault_.Set(Credential::ApplicationName, ""); }).Number(), 5);
+  EXPECT_EQ(ErrorOf([&] { vault_.Set(Credential::ApplicationName, ""); }).Number(), 5);
 }
 
 TEST_F(Vault, ForgetsWhenItIsCleared) {
@@ -137,7 +130,7 @@ TEST_F(Vault, ForgetsWhenItIsCleared) {
 
 TEST_F(Vault, SaysWhichFileItCannotWrite) {
   SodiumVault nowhere("/proc/nothing");
-  const auto error = FailureOf([&] { nowhere.Set(Credential::ApplicationName, "Demo"); });
+  const auto error = ErrorOf([&] { nowhere.Set(Credential::ApplicationName, "Demo"); });
   EXPECT_EQ(error.Number(), 75);
   EXPECT_THAT(error.Description(), HasSubstr("/proc/nothing"));
 }

@@ -132,7 +132,7 @@ TEST_F(Arrival, FailsAtEveryStampWhenTheDisplacementLeavesTheCalendar) {
   EXPECT_EQ(NumberOf([&] { QuoteAt(kStamp); }), 5);
   Deliver(Level1Wire().Symbol("Y").Last(1));
   EXPECT_EQ(Take().size(), 1u) << "a record without stamp doesn't look at the clock";
-  EXPECT_EQ(ErrorOf(Level1Wire().Symbol("Y").Last(1).Stamp(kStamp).Bytes()), 5)
+  EXPECT_EQ(ErrorNumberOf(Level1Wire().Symbol("Y").Last(1).Stamp(kStamp).Bytes()), 5)
       << "also when it changes nothing";
 }
 

@@ -156,7 +156,7 @@ TEST_F(ParsingSources, RaisesAnErrorWithoutAClosedSourceType) {
   for (const char* text : {"ES<SOURCES><SOURCETYPE>L1<SOURCE></SOURCE></SOURCES>", "ES</SOURCES>",
                            "ES<SOURCES></SOURCETYPE><SOURCETYPE>L1<SOURCE></SOURCE></SOURCES>",
                            "ES<SOURCES><SOURCE></SOURCE></SOURCES><SOURCETYPE>L1</SOURCETYPE>"}) {
-    EXPECT_EQ(ErrorOf(text), 5) << text;
+    EXPECT_EQ(ErrorNumberOf(text), 5) << text;
   }
   EXPECT_THAT(status_texts, IsEmpty());
   EXPECT_THAT(processes, IsEmpty());

@@ -26,7 +26,7 @@ TEST_F(Decoder, DecodesAChunkOfSixBytesThatIsARecordOfOneId) {
   Deliver(Level1Wire().Id(9));
   EXPECT_EQ(events, 0);
   // The id was decoded: a zero-terminated text has no zero here.
-  EXPECT_EQ(ErrorOf(Level1Wire().Id(1).Bytes()), 9);
+  EXPECT_EQ(ErrorNumberOf(Level1Wire().Id(1).Bytes()), 9);
 }
 
 TEST_F(Decoder, ForgetsChunksOfUpToFiveBytes) {
@@ -167,13 +167,13 @@ TEST_F(Decoder, ReadsAStampBehindTheEndAsNone) {
 }
 
 TEST_F(Decoder, RaisesAnErrorForATextThatRunsOffTheEnd) {
-  EXPECT_EQ(ErrorOf(Quote("A") + std::string(Level1Wire().Last(2).Id(1).Raw("ENDLESS"))), 9);
+  EXPECT_EQ(ErrorNumberOf(Quote("A") + std::string(Level1Wire().Last(2).Id(1).Raw("ENDLESS"))), 9);
   EXPECT_THAT(TakeSymbols(), ElementsAre("A")) << "what came before is published, the record itself is lost";
-  EXPECT_EQ(ErrorOf(Level1Wire().Last(2).Id(18).Bytes()), 9) << "a text that begins at the end";
+  EXPECT_EQ(ErrorNumberOf(Level1Wire().Last(2).Id(18).Bytes()), 9) << "a text that begins at the end";
 }
 
 TEST_F(Decoder, RaisesAnErrorForAWalkThatLeavesTheFront) {
-  EXPECT_EQ(ErrorOf(Quote("A") + std::string(Level1Wire("XX").Length(-100))), 9);
+  EXPECT_EQ(ErrorNumberOf(Quote("A") + std::string(Level1Wire("XX").Length(-100))), 9);
 }
 
 TEST_F(Decoder, ForgetsARecordHeadThatIsCutToOneByte) {
@@ -211,7 +211,7 @@ TEST_F(Decoder, PublishesExactlyWhatTheRecordCarried) {
 }
 
 TEST_F(Decoder, PublishesRecordsBeforeOneThatFails) {
-  EXPECT_EQ(ErrorOf(Quote("A") + Quote("B") + std::string(Level1Wire().Id(1).Raw("X"))), 9);
+  EXPECT_EQ(ErrorNumberOf(Quote("A") + Quote("B") + std::string(Level1Wire().Id(1).Raw("X"))), 9);
   EXPECT_THAT(TakeSymbols(), ElementsAre("A", "B"));
   EXPECT_THAT(TakeSymbols(), IsEmpty());
 }

@@ -31,7 +31,7 @@ TEST_F(Dispatcher, IgnoresAValueThatIsNoArray) {
 TEST_F(Dispatcher, DropsChunksOfOneOrTwoBytes) {
   for (const char* chunk : {"", "S", "S1", "L1", "OK", "LO", "ES"}) {
     SCOPED_TRACE(chunk);
-    EXPECT_EQ(ErrorOf(chunk), 0);
+    EXPECT_EQ(ErrorNumberOf(chunk), 0);
     EXPECT_THAT(TakeSymbols(), IsEmpty());
     Deliver(Quote(std::string("behind ") + chunk));
     EXPECT_THAT(TakeSymbols(), ElementsAre(std::string("behind ") + chunk));
@@ -110,7 +110,7 @@ TEST_F(Dispatcher, SubscribesWhenTheStreamerWasAcceptedAndThenTellsTheOwner) {
 }
 
 TEST_F(Dispatcher, RaisesAnErrorForAnAcceptedStreamerWithoutTickers) {
-  EXPECT_EQ(ErrorOf("OK<STREAMER>SWISS.SDF</STREAMER>"), 13);
+  EXPECT_EQ(ErrorNumberOf("OK<STREAMER>SWISS.SDF</STREAMER>"), 13);
   EXPECT_THAT(processes, IsEmpty());
 }
 
@@ -182,7 +182,7 @@ TEST_F(LoginResult, EndsSilentlyWithAnyOtherCodeWhenQuotesAreWanted) {
 
 TEST_F(LoginResult, IsAnErrorWithoutAnOwner) {
   stream->Owner(nullptr);
-  EXPECT_EQ(ErrorOf("LO<STATUSCODE>0</STATUSCODE>"), 91);
+  EXPECT_EQ(ErrorNumberOf("LO<STATUSCODE>0</STATUSCODE>"), 91);
 }
 
 class SourceListReply : public Dispatcher {

@@ -72,7 +72,7 @@ TEST_F(Continuation, LeavesTheTailWhereTheWalkWentPastTheEnd) {
 
 TEST_F(Continuation, LeavesTheTailWhenTheRecordFails) {
   Deliver(Quote("A").substr(0, 7));
-  EXPECT_EQ(ErrorOf("xxxxxxxxxxx"), 9) << "the symbol has no end";
+  EXPECT_EQ(ErrorNumberOf("xxxxxxxxxxx"), 9) << "the symbol has no end";
   Deliver(Quote("A").substr(7));
   EXPECT_THAT(TakeSymbols(), ElementsAre("A"));
 }
@@ -141,7 +141,7 @@ TEST_F(BehindATail, LeavesTheTailWhenTheRecordFails) {
   const std::string record = Level1Wire().Symbol("A").Last(1).Id(1);
   const std::string tail = record.substr(0, record.size() - 2);
   Deliver(tail);
-  EXPECT_EQ(ErrorOf("L1\x01"), 9);
+  EXPECT_EQ(ErrorNumberOf("L1\x01"), 9);
   EXPECT_THAT(TakeSymbols(), IsEmpty());
   Deliver(std::string("\x09\0\x05", 3));  // a size that is cut off reads as 0
   EXPECT_THAT(TakeSymbols(), ElementsAre("A")) << "the tail was still there";

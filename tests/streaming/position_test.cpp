@@ -27,7 +27,7 @@ class Positions : public StreamTest {
   void DeliverAllButTheLastByte(const std::string& record) {
     constexpr std::size_t kChunk = 8000;
     for (std::size_t at = 0; at + 1 < record.size(); at += kChunk) {
-      ASSERT_EQ(ErrorOf(record.substr(at, std::min(kChunk, record.size() - 1 - at))), 0);
+      ASSERT_EQ(ErrorNumberOf(record.substr(at, std::min(kChunk, record.size() - 1 - at))), 0);
     }
   }
   // Whether a position went out of range while `bytes` came in chunks of chance sizes, no more than the
@@ -37,7 +37,7 @@ class Positions : public StreamTest {
     std::mt19937 random(seed);
     for (std::size_t at = 0; at < bytes.size();) {
       const std::size_t size = std::uniform_int_distribution<std::size_t>(1, kMostInOneEvent)(random);
-      if (ErrorOf(bytes.substr(at, size)) == 6) return true;
+      if (ErrorNumberOf(bytes.substr(at, size)) == 6) return true;
       at += size;
     }
     return false;
@@ -48,21 +48,21 @@ class Positions : public StreamTest {
 };
 
 TEST_F(Positions, OfAWantedRecordReachTo32767) {
-  EXPECT_EQ(ErrorOf(Sized(32767) + Sized(100)), 0);
+  EXPECT_EQ(ErrorNumberOf(Sized(32767) + Sized(100)), 0);
   EXPECT_EQ(Take().size(), 2u);
 }
 
 TEST_F(Positions, OfAWantedRecordFartherOnAreAnError) {
-  EXPECT_EQ(ErrorOf(Sized(32000) + Sized(768) + Sized(100)), 6);
+  EXPECT_EQ(ErrorNumberOf(Sized(32000) + Sized(768) + Sized(100)), 6);
   EXPECT_EQ(Take().size(), 2u) << "what lies before is published";
 }
 
 TEST_F(Positions, AreCheckedBeforeTheRecordIsFoundIncomplete) {
-  EXPECT_EQ(ErrorOf(Sized(32000) + Sized(768) + Sized(100).substr(0, 50)), 6);
+  EXPECT_EQ(ErrorNumberOf(Sized(32000) + Sized(768) + Sized(100).substr(0, 50)), 6);
 }
 
 TEST_F(Positions, OfUnwantedRecordsMayLieFartherOn) {
-  EXPECT_EQ(ErrorOf(Sized(32000) + Sized(768) + Sized(100, "XX")), 0);
+  EXPECT_EQ(ErrorNumberOf(Sized(32000) + Sized(768) + Sized(100, "XX")), 0);
 }
 
 // The socket hands over 8192 bytes at most, and a tail is shorter than its record. So a record may be up to
@@ -77,13 +77,13 @@ TEST_F(Positions, StayInRangeForTheLongestTailAndTheLongestChunk) {
     chunk += Sized(std::min<std::size_t>(40, kMostInOneEvent - chunk.size()));
   ASSERT_LE(chunk.size(), kMostInOneEvent);
   DeliverAllButTheLastByte(record);
-  EXPECT_EQ(ErrorOf(chunk), 0);
+  EXPECT_EQ(ErrorNumberOf(chunk), 0);
 }
 
 TEST_F(Positions, OfALongerTailMayGoOutOfRange) {
   const std::string record = Sized(32767);
   DeliverAllButTheLastByte(record);
-  EXPECT_EQ(ErrorOf(record.substr(record.size() - 1) + Sized(100) + Sized(100)), 6);
+  EXPECT_EQ(ErrorNumberOf(record.substr(record.size() - 1) + Sized(100) + Sized(100)), 6);
 }
 
 // Records with none of the letters that begin a kind inside, so that a chunk which begins inside one is never

@@ -35,7 +35,7 @@ class StreamTest : public ::testing::Test, protected WithManualLoop, protected S
     return Level1Wire(kind).Symbol(symbol).Last(1);
   }
   // The number of the error that a chunk raises, 0 without one.
-  std::int32_t ErrorOf(std::string_view chunk) {
+  std::int32_t ErrorNumberOf(std::string_view chunk) {
     return NumberOf([&] { Deliver(chunk); });
   }
   std::vector<std::string> TakeSymbols() {
