@@ -12,7 +12,8 @@ namespace {
 constexpr std::int32_t kNoColor = -4142;
 
 // The spreadsheet's standard palette, index and colour value (blue, green, red from the high byte down).
-// Indexes 17 to 32 are left out on purpose: their colours, where no other index has them, map to none.
+// Indexes 17 to 32, the colours of charts, are absent on purpose: nobody can pick them for a fill, and where
+// no other index has the same colour it maps to none.
 constexpr std::array<std::pair<std::int32_t, std::int32_t>, 40> kPalette{{
     {1, 0x000000},  {2, 0xFFFFFF},  {3, 0x0000FF},  {4, 0x00FF00},  {5, 0xFF0000},  {6, 0x00FFFF},
     {7, 0xFF00FF},  {8, 0xFFFF00},  {9, 0x000080},  {10, 0x008000}, {11, 0x800000}, {12, 0x008080},

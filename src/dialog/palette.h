@@ -13,7 +13,8 @@ struct PaletteColor {
 };
 
 // The fill colours that can be picked, column after column of five. The names are what people have always
-// read, mistakes included.
+// read, mistakes included. They are the spreadsheet's palette less its indexes 17 to 32, the colours of
+// charts, so that each of them has an index there (mGlobal::GetColorIndex).
 inline constexpr std::array<PaletteColor, 40> kPalette{{
     {"Black", 0x000000},
     {"Dark Red", 0x000080},

@@ -23,7 +23,8 @@ std::int32_t IntegerSetting(std::string_view key, const Variant& default_value) 
 std::string OnOneLine(std::string_view description) { return Replace(description, "\r\n", ""); }
 
 void ShowError(const RuntimeError& error) {
-  host::Host::Current().desktop().MessageBox(error.Description(), host::Desktop::kOkOnly, "");
+  using host::Desktop;
+  host::Host::Current().desktop().MessageBox(error.Description(), Desktop::kOkOnly, Desktop::kDefaultTitle);
 }
 
 }  // namespace

@@ -308,5 +308,12 @@ TEST_F(ColorPalette, ReportsAMissingStoreWhenItLoadsAndWhenItSavesItsPlace) {
   EXPECT_THAT(ReportedRoutines(), ElementsAre("Mirelo.frmColor.Form_Load", "Mirelo.frmColor.SaveParameters"));
 }
 
+TEST_F(ColorPalette, OffersOnlyColorsThatFillCells) {
+  std::set<std::int32_t> indexes;
+  for (const Cell& cell : kCells) indexes.insert(mGlobal::GetColorIndex(cell.color));
+  EXPECT_EQ(indexes.size(), std::size(kCells));
+  EXPECT_FALSE(indexes.contains(-4142));
+}
+
 }  // namespace
 }  // namespace mirelo::testing

@@ -209,7 +209,7 @@ TEST_F(RefreshingSources, ShowsWhyAnAddressCannotBeUsed) {
     Await([&] { return !desktop.boxes.empty(); });
     ASSERT_THAT(desktop.boxes, SizeIs(1));
     EXPECT_EQ(desktop.boxes[0].style, 0);
-    EXPECT_EQ(desktop.boxes[0].title, "");
+    EXPECT_EQ(desktop.boxes[0].title, "Mirelo");
     EXPECT_EQ(form.lblStatus.Caption(), Replace(desktop.boxes[0].text, "\r\n", ""));
   });
 }

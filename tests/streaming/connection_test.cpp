@@ -51,7 +51,7 @@ TEST_F(Connecting, ShowsAFailureInABoxAndAsAStatusOnOneLine) {
     sockets.FailAt(call, RuntimeError(5, "No\r\nway"));
     EXPECT_FALSE(stream->connect());
     EXPECT_THAT(sockets.calls.back(), StartsWith(call));
-    EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"No\r\nway", 0, ""}));
+    EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"No\r\nway", 0, "Mirelo"}));
     EXPECT_EQ(status_texts.front(), "Connection started...");
     EXPECT_EQ(status_texts.back(), "Noway");
   }
@@ -175,7 +175,8 @@ TEST_F(Sending, SendsInAllStatesButTheDroppedOne) {
   EXPECT_THAT(desktop.boxes, IsEmpty());
   sockets.Newest().state = Connection::kClosed;
   stream->SendWinsock("closed");
-  EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Invalid procedure call or argument", 0, ""}))
+  EXPECT_THAT(desktop.boxes,
+              ElementsAre(ScriptedDesktop::Box{"Invalid procedure call or argument", 0, "Mirelo"}))
       << "the library refuses it";
 }
 
@@ -189,14 +190,14 @@ TEST_F(Sending, ShowsAFailureInABox) {
   stream->connect();
   sockets.FailAt("send", RuntimeError(5, "Line cut"));
   stream->SendWinsock("x");
-  EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Line cut", 0, ""}));
+  EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Line cut", 0, "Mirelo"}));
 }
 
 TEST_F(Sending, ShowsAFailureOfTheStateInABox) {
   stream->connect();
   sockets.Newest().state_failure = RuntimeError(5, "Line unknown");
   stream->SendWinsock("x");
-  EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Line unknown", 0, ""}));
+  EXPECT_THAT(desktop.boxes, ElementsAre(ScriptedDesktop::Box{"Line unknown", 0, "Mirelo"}));
   EXPECT_THAT(Sent(), IsEmpty());
 }
 
