@@ -1,15 +1,41 @@
 #include "streaming/conversation.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <chrono>
 #include <utility>
 
 #include "automation/variant.h"
 #include "quotetracker/login.h"
+#include "quotetracker/stream_fault.h"
 
 namespace mirelo::testing {
 
 using std::chrono::steady_clock;
+using ::testing::IsEmpty;
+
+const std::vector<ConversationStep> kSteps = {
+    {"greeting", Status_ENUMSOURCES_L1, 0, false, {}},
+    {"greeting", Status_LEVEL_I_FULL_QUOTE, 0, false, {}},
+    {"login", Status_ENUMSOURCES_L1, 1, false, {}},
+    {"login", Status_LEVEL_I_FULL_QUOTE, 1, false, {}},
+    {"sources", Status_ENUMSOURCES_L1, 2, true, {}},
+    {"streamer", Status_LEVEL_I_FULL_QUOTE, 2, false, {}},
+    {"quotes", Status_LEVEL_I_FULL_QUOTE, 3, false, {5}},
+};
+
+void PrintTo(const ConversationStep& step, std::ostream* out) {
+  *out << step.name << " in state " << step.purpose;
+}
+
+std::string NameOf(const ConversationStep& step) { return step.name + std::to_string(step.purpose); }
+
+quotetracker::ServerOptions WithFault(const std::string& fault) {
+  quotetracker::ServerOptions options;
+  options.stream.faults.push_back(quotetracker::StreamFaultPlan::Parse(fault, 1));
+  return options;
+}
 
 Conversation::Conversation(quotetracker::ServerOptions options)
     : StreamRig(loop), server(std::move(options)) {
@@ -17,6 +43,9 @@ Conversation::Conversation(quotetracker::ServerOptions options)
   vault.credentials = {{host::CredentialVault::Credential::ApplicationName, known.app_name},
                        {host::CredentialVault::Credential::ApplicationSecret, known.app_secret}};
   host.Use(library_);
+  observed.behind_ready = [this](unsigned ready) {
+    if ((ready & host::MessageLoop::kRead) != 0) ++reads;
+  };
   Setting("SocketPort", static_cast<std::int32_t>(server.StreamPort()));
   mGlobal::SetStreamingObject(stream);
   stream->arrTickers(VariantArray::OfTexts({"MSFT", "IBM"}));
@@ -60,8 +89,20 @@ std::vector<std::string> Conversation::Said() const {
   return messages;
 }
 
+void Conversation::ExpectWhatCameBefore(const ConversationStep& step) {
+  EXPECT_EQ(server.StreamMessages().size(), step.messages);
+  std::vector<std::string> texts{"Connection started...", "Connecting to host..."};
+  if (step.connected) texts.push_back("Connected");
+  EXPECT_EQ(status_texts, texts);
+  EXPECT_EQ(processes, step.processes);
+  EXPECT_THAT(symbols, IsEmpty());
+  EXPECT_THAT(desktop.boxes, IsEmpty());
+  EXPECT_TRUE(stream->StartStop());
+}
+
 void Conversation::Take() {
   for (const auto& quote : StreamRig::Take()) {
+    keys.push_back(quote->NameID());
     if (std::ranges::find(symbols, quote->Symbol()) == symbols.end()) symbols.push_back(quote->Symbol());
   }
 }

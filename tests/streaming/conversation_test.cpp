@@ -6,8 +6,10 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "automation/ansi.h"
+#include "automation/variant.h"
 #include "quotetracker/sources.h"
 
 namespace mirelo::testing {
@@ -16,14 +18,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
-
-constexpr char kLogin[] =
-    "<LOGIN><AppName>MireloDemo</AppName><AppID>MireloDemo</AppID><AppVer>4.1.0</AppVer>"
-    "<AppAuth>...</AppAuth></LOGIN>";
-constexpr char kAskSources[] = "<ENUMSOURCES><SourceType>L1</SourceType></ENUMSOURCES>";
-constexpr char kChooseStreamer[] = "<L1SITE><STREAMER>SWISS.SDF</STREAMER></L1SITE>";
-constexpr char kSubscribe[] = "<L1QUOTES><ReqType>SUB</ReqType><Symbols>MSFT,IBM</Symbols></L1QUOTES>";
-constexpr char kUnsubscribe[] = "<L1QUOTES><ReqType>UNSUBALL</ReqType></L1QUOTES>";
+using ::testing::UnorderedElementsAreArray;
 
 // The list as it is to be stored: of sources of one name the last one stays.
 std::map<std::string, std::string> ListedSources() {
@@ -78,6 +73,51 @@ TEST_F(Conversation, ClosesTheFormerConnectionWhenItIsBegunAnew) {
   Await([&] { return server.StreamConnections() == 1; });
 }
 
+TEST_F(Conversation, EndsBehindTheLoginWhenNothingIsAsked) {
+  Begin(Status_Null);
+  Await([&] {
+    status_texts.clear();
+    stream->RaiseEventTimerProc();
+    return status_texts.back() == "Connected";
+  });
+  EXPECT_THAT(Said(), ElementsAre(kLogin));
+  EXPECT_THAT(processes, IsEmpty());
+}
+
+TEST_F(Conversation, EndsBehindTheLoginWithoutAStreamerToChoose) {
+  stream->st_StreamerFile("");
+  Begin(Status_LEVEL_I_FULL_QUOTE);
+  Await([&] {
+    status_texts.clear();
+    stream->RaiseEventTimerProc();
+    return status_texts.back() == "Connected";
+  });
+  EXPECT_THAT(Said(), ElementsAre(kLogin));
+  EXPECT_THAT(processes, IsEmpty());
+  EXPECT_EQ(loop.WatchCount(), 1u) << "the connection stands";
+}
+
+TEST_F(Conversation, BringsTheQuotesOfAllGroupsOfSymbols) {
+  const std::vector<std::string> tickers = {"A", "B", "C", "D", "E", "F", "G", "H", "I", "J", "K"};
+  stream->arrTickers(VariantArray::OfTexts(tickers));
+  Begin(Status_LEVEL_I_FULL_QUOTE);
+  Await([&] { return symbols.size() == tickers.size(); });
+  EXPECT_THAT(symbols, UnorderedElementsAreArray(tickers));
+  EXPECT_EQ(Said().back(),
+            "<L1QUOTES><ReqType>SUB</ReqType><Symbols>A,B,C,D</Symbols><Symbols>E,F,G,H,I</Symbols>"
+            "<Symbols>J,K</Symbols></L1QUOTES>");
+}
+
+TEST_F(Conversation, TellsOfNoQuoteWhenThereAreNoTickers) {
+  stream->arrTickers(VariantArray::OfTexts({}));
+  Begin(Status_LEVEL_I_FULL_QUOTE);
+  AwaitMessages(3);
+  EXPECT_EQ(Said().back(), "<L1QUOTES><ReqType>SUB</ReqType><Symbols></Symbols></L1QUOTES>");
+  EXPECT_THAT(processes, ElementsAre(5));
+  EXPECT_THAT(keys, IsEmpty());
+}
+
+// A login of another digest than the server's.
 class RefusedLogin : public Conversation {
  protected:
   RefusedLogin() { vault.credentials[host::CredentialVault::Credential::ApplicationSecret] = "a wrong one"; }
