@@ -56,10 +56,16 @@ TEST_F(SheetName, KeepsItsBlanksAndShowsTheExampleWithoutThem) {
 
 TEST_F(SheetName, IgnoresWhatFailsWhileItIsTyped) {
   ShowSettings([](frmMirelo& form) {
-    const auto cookie = form.txtVerticalSheet.Appearance.Subscribe([] { throw Errors::OutOfMemory(); });
-    form.txtVerticalSheet.Change.Raise();
+    int failures = 0;
+    const auto cookie = form.txtVerticalSheet.Appearance.Subscribe([&] {
+      if (form.txtVerticalSheet.Text() != "a_b") return;
+      ++failures;
+      throw Errors::OutOfMemory();
+    });
+    form.txtVerticalSheet.UserEdit("a/b");
     form.txtVerticalSheet.Appearance.Unsubscribe(cookie);
-    EXPECT_EQ(form.lblExampleSheet.Caption(), "Quotes_Vertical(Ticker)");
+    EXPECT_EQ(failures, 1) << "as the cleaned name was put back";
+    EXPECT_EQ(form.lblExampleSheet.Caption(), "a_b(Ticker)") << "the next statement ran";
   });
 }
 
