@@ -200,16 +200,23 @@ TEST_F(Committing, LeavesAValueThatCannotBeConvertedUnwrittenAndWritesTheRest) {
 
 TEST_F(Committing, SkipsAValueThatCannotBeStoredAndWritesTheRest) {
   Save("VerticalTable", 0);
+  Go(OnSettings([](frmMirelo& form) { form.txtSec.UserEdit("0"); }));  // so that each has a value
   for (std::size_t failing = 0; failing < kNames.size(); ++failing) {
-    SCOPED_TRACE(kNames[failing]);
+    const char* const name = kNames[failing].c_str();
+    SCOPED_TRACE(name);
+    const char* const section = failing + 1 == kNames.size() ? "Settings\\QuoteSource\\First" : "Settings";
+    Variant before = Stored(section, name);
     EXPECT_EQ(Go(OnSettings([&](frmMirelo& form) {
                 form.txtSec.UserEdit("0");
+                mGlobal::AppSettings().SaveSetting(section, name, "7");
                 registry.Fail("RegSetValueExA", static_cast<int>(failing) + 2);  // behind the one width
               })),
               77);
+    EXPECT_EQ(Stored(section, name).ToText(), "7") << "it could not be stored";
     EXPECT_EQ(WrittenNames(), kNames);
     EXPECT_THAT(desktop.reports, IsEmpty());
     EXPECT_THAT(CallStack(), IsEmpty());
+    mGlobal::AppSettings().SaveSetting(section, name, before);
   }
 }
 
