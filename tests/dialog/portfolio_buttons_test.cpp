@@ -177,8 +177,25 @@ TEST_F(Exporting, StopsWithoutAWordWhenThereIsNoPortfolio) {
   EXPECT_THAT(desktop.boxes, IsEmpty());
 }
 
+TEST_F(Exporting, LeavesANameOnTheCallStackBehindAMessage) {
+  const auto names = [] {
+    std::vector<std::string> names;
+    for (const auto& entry : mGlobal::ErrorHandler().CallStack()) names.push_back(entry.procedure);
+    return names;
+  };
+  Export();
+  EXPECT_THAT(names(), ElementsAre("Mirelo.frmMirelo.ButExport_Click"));
+
+  mGlobal::ErrorHandler().CallStackClear();
+  tracker.added = "ERROR";
+  FillGrid(1);
+  Export();
+  EXPECT_THAT(names(), ElementsAre("Mirelo.frmMirelo.ButExport_Click"))
+      << "the click pops a name, which is that of the request";
+}
+
 // While the portfolio is fetched the dialog lives on.
-TEST_F(Exporting, ReportsAGridThatShrinksMeanwhileAndGoesOnWithTheRest) {
+TEST_F(Exporting, AddsNothingFromAGridThatShrinksMeanwhileWhenThatIsAborted) {
   FillGrid(2);
   tracker.on_request = [this](const std::string&) { FG.Cols(0); };
   Answers({"ABORT"});
