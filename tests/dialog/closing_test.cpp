@@ -2,6 +2,7 @@
 
 #include "dialog/dialog_test.h"
 #include "host/window_placement.h"
+#include "support/logging_registry.h"
 
 namespace mirelo::testing {
 namespace {
@@ -50,6 +51,56 @@ TEST_F(Closing, HidesTheDialogAndCommitsNothing) {
               2);
     EXPECT_TRUE(Stored("Settings", "Webaddress").IsEmpty());
   }
+}
+
+// Only Go stores what the dialog shows; the change itself never does.
+TEST_F(Closing, StoresNothingOfWhatThePersonHasChanged) {
+  Save("Seconds", "0");
+  Show();  // the first dialog stores the sources that are offered at first
+  LoggingRegistry log{registry};
+  host.Use(log);
+  Show([](frmMirelo& form) {
+    form.txtTicker.UserEdit("MSFT");
+    form.ButAdd.UserPress();
+    form.FG.UserResizeColumn(1, 2345);
+    form.txtRows.UserEdit("30");
+    form.chkLimitRows.UserClick();
+    form.C1TTickersSettings.UserSelect(kSettings);
+    for (forms::TextBox* box : {&form.txtSec, &form.txtDecimalPlaces, &form.txtVerticalSheet,
+                                &form.txtHTTPPort, &form.txtSocketPort, &form.txtWebAddress}) {
+      box->UserEdit("3");
+    }
+    form.txtSec.UserEdit("0");
+    form.ComQuoteSource.UserChoose(4);
+    form.ComDisplayTimezone.UserChoose(4);
+    form.ComDisplayOffset.UserChoose(4);
+    form.ComStyle.UserChoose(2);
+    form.chkStyleOrNot.UserClick();
+    form.chkUpdOrNot.UserClick();
+    form.C1TTickersSettings.UserSelect(kCharting);
+    for (forms::CheckBox* box :
+         {&form.chkBuildCharts, &form.chkColorPoints, &form.chkGreyOut, &form.chkAddYAxis}) {
+      box->UserClick();
+      EXPECT_EQ(box->Value(), box == &form.chkBuildCharts || box == &form.chkAddYAxis ? 1 : 0);
+    }
+    form.ComChartStyle.UserChoose(2);
+    form.txtChartPoints.UserEdit("30");
+    form.chkChartStyle.UserClick();
+    form.C1TTickersSettings.UserSelect(kFields);
+    form.ButRight.UserPress();
+    form.ButCancel.UserPress();
+  });
+  host.Use(registry);
+  EXPECT_THAT(log.writes, IsEmpty());
+}
+
+TEST_F(Closing, UnloadingHidesTheDialogWithTheTagTwoAsCancelDoes) {
+  Show([](frmMirelo& form) {
+    form.Form_Unload();
+    EXPECT_FALSE(form.Visible());
+    EXPECT_EQ(form.Tag(), "2");
+    EXPECT_THAT(CallStack(), ElementsAre("Mirelo.cMirelo.LoadFrmMirelo"));
+  });
 }
 
 TEST_F(Closing, LeavesTheTagTwoBehindOrNothingOfAClosedWindow) {
