@@ -18,22 +18,16 @@ class GuiTest : public ::testing::Test {
   // Shows a form, has the person do everything, and closes the form by its close box unless that has been
   // done.
   void Show(forms::Form& form) {
-    person.Waits("nothing more", [] { return true; });
-    person.Does("close the form", [&form] {
-      if (form.Visible()) TopWindow()->close();
-    });
+    person.Does("close the form", [] { TopWindow()->close(); });
     desktop.ShowModal(form);
+    person.Forget();  // to close a form that has ended itself
   }
 
   static QWidget* TopWindow() { return Person::TopWindow(); }
 
-  // The widget of a control of the form on top.
   template <class Widget = QWidget>
   static Widget* Find(const std::string& control) {
-    QWidget* top = QApplication::activeModalWidget();
-    auto* widget = top == nullptr ? nullptr : top->findChild<Widget*>(QString::fromStdString(control));
-    if (widget == nullptr) ADD_FAILURE() << "no such widget is shown: " << control;
-    return widget;
+    return Person::Find<Widget>(control);
   }
 
   QtLoop loop;

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
+#include <QWidget>
 #include <deque>
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 #include "adapters/qt/qt_loop.h"
@@ -10,7 +14,6 @@
 class QAbstractButton;
 class QAbstractItemView;
 class QMessageBox;
-class QWidget;
 
 namespace mirelo::qt {
 
@@ -46,8 +49,8 @@ class Person {
   // Waits for a message box that says `text`, and presses its button `button`.
   void Answers(std::string text, std::string button);
 
-  // Whether everything has been done.
-  bool IsDone() const { return steps_.empty(); }
+  // Leaves undone what has not been done.
+  void Forget() { steps_.clear(); }
 
   // What a person can do at once. Widgets must be shown.
   static void Click(QWidget* widget);
@@ -59,6 +62,14 @@ class Person {
 
   // The window that takes what a person does; null when there is none.
   static QWidget* TopWindow();
+  // The widget of a control of the form on top. The person gives up with an error when there is none.
+  template <class Widget = QWidget>
+  static Widget* Find(const std::string& control) {
+    QWidget* top = QApplication::activeModalWidget();
+    auto* widget = top == nullptr ? nullptr : top->findChild<Widget*>(QString::fromStdString(control));
+    if (widget == nullptr) throw std::runtime_error("no such widget is shown: " + control);
+    return widget;
+  }
   // Null when no box is up.
   static QMessageBox* Box();
 

@@ -18,12 +18,7 @@ namespace {
 
 QString folder;
 
-QWidget* Find(const char* control) {
-  QWidget* top = QApplication::activeModalWidget();
-  auto* widget = top == nullptr ? nullptr : top->findChild<QWidget*>(QLatin1String(control));
-  if (widget == nullptr) qFatal("no such widget is shown: %s", control);
-  return widget;
-}
+QWidget* Find(const char* control) { return Person::Find(control); }
 
 void Take(const char* name) {
   const QString file = folder + QLatin1Char('/') + QLatin1String(name) + QLatin1String(".png");
