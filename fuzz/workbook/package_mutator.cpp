@@ -32,10 +32,17 @@ std::string& RandomPart(Parts& parts, std::mt19937& random) {
 
 // Most of what a reader does is done with sheets, styles and the workbook.
 std::string& LikelyPart(Parts& parts, std::mt19937& random) {
-  constexpr std::string_view kLikely[] = {"xl/worksheets/sheet1.xml", "xl/styles.xml", "xl/workbook.xml",
-                                          "xl/sharedStrings.xml"};
+  constexpr std::string_view kLikely[] = {"xl/worksheets/sheet1.xml", "xl/styles.xml",
+                                          "xl/workbook.xml",          "xl/sharedStrings.xml",
+                                          "xl/comments1.xml",         "xl/drawings/vmlDrawing1.vml"};
   const auto found = parts.find(std::string(kLikely[random() % std::size(kLikely)]));
   return found != parts.end() && random() % 4 != 0 ? found->second : RandomPart(parts, random);
+}
+
+// Makes a part of a few bytes that unpack to many more.
+void Inflate(std::string& part, std::mt19937& random) {
+  const std::size_t place = part.empty() ? 0 : random() % part.size();
+  part.insert(place, std::size_t{1} << (10 + random() % 11), " <=>\"\0"[random() % 6]);
 }
 
 void Mutate(Parts& parts, std::mt19937& random) {
@@ -44,6 +51,7 @@ void Mutate(Parts& parts, std::mt19937& random) {
     MutateXml(part, random);
     if (part.size() > kLargestPart) part.resize(kLargestPart);
   }
+  if (random() % 100 == 0) Inflate(RandomPart(parts, random), random);
   if (random() % 50 == 0)
     parts.erase(std::next(parts.begin(), static_cast<std::ptrdiff_t>(random() % parts.size())));
 }

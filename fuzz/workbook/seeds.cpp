@@ -8,9 +8,13 @@
 #include <string>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "host/excel/border.h"
+#include "host/excel/comment.h"
 #include "host/excel/font.h"
+#include "host/excel/format_conditions.h"
 #include "host/excel/interior.h"
 #include "host/excel/range.h"
+#include "host/excel/shape.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
@@ -40,6 +44,13 @@ Parts QuoteTable() {
   sheet->Range("D:E")->NumberFormat("0.00");
   sheet->Range("6:6")->HorizontalAlignment(host::excel::xlHAlignCenter);
   sheet->Range("A:C")->AutoFit();
+  sheet->Range("A2:C4")->Borders(host::excel::xlInsideVertical)->ColorIndex(15);
+  sheet->Range("A2:C4")->Borders(host::excel::xlEdgeTop)->Weight(host::excel::xlMedium);
+  sheet->Range("B2")->AddComment("Charts (Last & Volume)")->Shape()->ScaleWidth(1.48, host::excel::msoFalse);
+  const auto conditions = sheet->Range("B3:B9")->FormatConditions();
+  conditions->Add(host::excel::xlCellValue, host::excel::xlGreater, "0")->Font()->ColorIndex(10);
+  conditions->Add(host::excel::xlCellValue, host::excel::xlLess, "0")->Font()->Bold(true);
+  sheet->Range("B3:C4")->Select();
 
   const auto file =
       std::filesystem::temp_directory_path() / ("fuzz-seed-" + std::to_string(getpid()) + ".xlsx");
@@ -82,10 +93,40 @@ Parts EveryKindOfLook() {
   return parts;
 }
 
+Parts CommentsAndConditions() {
+  Parts parts = SmallWorkbook(R"(<row r="1"><c r="A1"><v>-1</v></c></row>)");
+  parts["xl/comments1.xml"] =
+      R"(<comments><authors><author>A. Person</author></authors><commentList><comment ref="A1" authorId="0"><text>)"
+      R"(<r><rPr><b/><sz val="9"/><rFont val="Arial"/></rPr><t>one_x000A_</t></r><r><t xml:space="preserve"> two</t>)"
+      R"(</r></text></comment><comment ref="B3" authorId="0"><text><t>x</t></text></comment></commentList></comments>)";
+  parts["xl/drawings/vmlDrawing1.vml"] =
+      R"(<xml xmlns:v="urn:v" xmlns:x="urn:x"><v:shape style="width:108pt;height:2in" fillcolor="#ccffcc">)"
+      R"(<x:ClientData ObjectType="Note"><x:Row>0</x:Row><x:Column>0</x:Column><x:Visible/></x:ClientData></v:shape>)"
+      R"(<v:shape style="width:5cm"><x:ClientData ObjectType="Button"/></v:shape></xml>)";
+  parts["xl/worksheets/_rels/sheet1.xml.rels"] =
+      R"(<Relationships><Relationship Id="c" Type="http://x/comments" Target="../comments1.xml"/>)"
+      R"(<Relationship Id="v" Type="http://x/vmlDrawing" Target="../drawings/vmlDrawing1.vml"/></Relationships>)";
+  ReplaceIn(
+      parts[testing::kSheetPart], "<sheetData>",
+      R"(<sheetViews><sheetView><selection activeCell="B2" sqref="A1 B2:C3"/></sheetView></sheetViews><sheetData>)");
+  InsertBehind(
+      parts[testing::kSheetPart], "</sheetData>",
+      R"(<conditionalFormatting sqref="A1:B9 D:D"><cfRule type="cellIs" dxfId="0" priority="2" )"
+      R"(operator="between" stopIfTrue="1"><formula>1</formula><formula>"x"</formula></cfRule><cfRule )"
+      R"(type="expression" priority="1"><formula>A1&gt;0</formula></cfRule></conditionalFormatting>)");
+  InsertBehind(
+      parts["xl/styles.xml"], "</cellXfs>",
+      R"(<dxfs><dxf><font><b/><color rgb="FFFF0000"/></font><numFmt numFmtId="2" formatCode="0.00"/><fill>)"
+      R"(<patternFill><bgColor rgb="FFFFFF00"/></patternFill></fill><border><left style="thin"/></border>)"
+      R"(</dxf></dxfs>)");
+  return parts;
+}
+
 }  // namespace
 
 const std::vector<Parts>& Seeds() {
-  static const std::vector<Parts> seeds{QuoteTable(), EveryKindOfCell(), EveryKindOfLook(), SmallWorkbook()};
+  static const std::vector<Parts> seeds{QuoteTable(), EveryKindOfCell(), EveryKindOfLook(),
+                                        CommentsAndConditions(), SmallWorkbook()};
   return seeds;
 }
 
