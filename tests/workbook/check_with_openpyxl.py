@@ -1,4 +1,5 @@
-"""Shows a workbook as openpyxl reads it: a line for each cell that has a value or a format of its own.
+"""Shows a workbook as openpyxl reads it: a line for each cell that has a value or a format of its own, and for each
+comment, border, condition, and column of a width of its own.
 
 usage: check_with_openpyxl.py FILE
 """
@@ -28,6 +29,17 @@ def show(cell):
     )
 
 
+def show_border(cell):
+    sides = ("left", "right", "top", "bottom")
+    lines = [(side, getattr(cell.border, side)) for side in sides]
+    return " ".join(f"{side}={line.style},{color(line.color)}" for side, line in lines if line and line.style)
+
+
+def show_rule(area, rule):
+    look = rule.dxf.font if rule.dxf else None
+    return "\t".join(("rule", str(area.sqref), rule.type, rule.operator, ",".join(rule.formula), color(look.color)))
+
+
 def main(file):
     book = openpyxl.load_workbook(file, data_only=True)
     print("active\t" + book.active.title)
@@ -37,6 +49,13 @@ def main(file):
             for cell in row:
                 if cell.value is not None or cell.has_style:
                     print(show(cell))
+                if show_border(cell):
+                    print(f"border\t{cell.coordinate}\t{show_border(cell)}")
+                if cell.comment is not None:
+                    print(f"comment\t{cell.coordinate}\t{cell.comment.text!r}")
+        for area in sheet.conditional_formatting:
+            for rule in area.rules:
+                print(show_rule(area, rule))
         for name, column in sorted(sheet.column_dimensions.items()):
             if column.customWidth:
                 print(f"width\t{name}\t{column.width:.2f}")

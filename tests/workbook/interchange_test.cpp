@@ -4,6 +4,10 @@
 #include <cstdio>
 #include <sstream>
 
+#include "host/excel/border.h"
+#include "host/excel/comment.h"
+#include "host/excel/format_conditions.h"
+#include "host/excel/shape.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -55,13 +59,21 @@ TEST_F(Interchange, AnotherProgramSeesTheQuoteTable) {
   sheet->Range("B4")->Value("#N/A");
   sheet->Range("C4")->Value(true);
   sheet->Range("A:A")->AutoFit();
+  sheet->Range("A2:B2")->Borders(host::excel::xlEdgeBottom)->Weight(host::excel::xlMedium);
+  sheet->Range("A2:B2")->Borders(host::excel::xlEdgeBottom)->ColorIndex(16);
+  sheet->Range("B2")->AddComment("Charts (Last & Volume)");
+  const auto conditions = sheet->Range("D3:D9")->FormatConditions();
+  conditions->Add(host::excel::xlCellValue, host::excel::xlGreater, "0")->Font()->ColorIndex(10);
+  conditions->Add(host::excel::xlCellValue, host::excel::xlLess, "0")->Font()->ColorIndex(3);
   spreadsheet.Save(File());
 
   EXPECT_THAT(Run("check_with_openpyxl.py", File()),
               ElementsAre("active\tDovanta2_Quotes", "sheet\tDovanta2_Quotes",
                           "A1\ts\t'SnapShot( 60 sec)'\tGeneral\t-\t-\t-\tgeneral",
                           "A2\ts\t'Ticker'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
+                          "border\tA2\tbottom=medium,FF808080",
                           "B2\ts\t'Last'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
+                          "border\tB2\tbottom=medium,FF808080", "comment\tB2\t'Charts (Last & Volume)'",
                           "C2\ts\t'Date'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
                           "D2\ts\t'Change'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
                           "A3\ts\t'MSFT'\tGeneral\t-\t-\t-\tgeneral",                                   //
@@ -72,6 +84,8 @@ TEST_F(Interchange, AnotherProgramSeesTheQuoteTable) {
                           "B4\ts\t'#N/A'\t0.00\t-\t-\t-\tgeneral",                                      //
                           "C4\tb\tTrue\tmm/dd/yyyy\t-\t-\t-\tgeneral",                                  //
                           "A5\tn\tNone\tGeneral\t-\t-\tFFFFFF99\tgeneral",                              //
+                          "rule\tD3:D9\tcellIs\tgreaterThan\t0\tFF008000",
+                          "rule\tD3:D9\tcellIs\tlessThan\t0\tFFFF0000",  //
                           StartsWith("width\tA\t"), "sheet\tSheet1"));
 }
 
@@ -95,9 +109,22 @@ TEST_F(Interchange, ReadsWhatAnotherProgramWrote) {
   EXPECT_EQ(sheet->Range("B1")->Font()->ColorIndex(), Variant(3));
   EXPECT_EQ(sheet->Range("B1")->Interior()->ColorIndex(), Variant(15));
   EXPECT_EQ(sheet->Range("B1")->HorizontalAlignment(), Variant(-4108));
+  EXPECT_EQ(sheet->Range("B1")->Borders(host::excel::xlEdgeBottom)->Weight(), Variant(-4138));
+  EXPECT_EQ(sheet->Range("B1")->Borders(host::excel::xlEdgeBottom)->ColorIndex(), Variant(16));
+  EXPECT_EQ(sheet->Range("B1")->Comment()->Text(), "Charts (Last & Volume)");
+  EXPECT_EQ(sheet->Range("B1")->Comment()->Shape()->Height(), 24);
+  EXPECT_EQ(sheet->Range("B1")->Comment()->Shape()->Width(), 141.75);
+  EXPECT_EQ(sheet->Range("B2")->Comment()->Text(), "plain");
+  const auto conditions = sheet->Range("D3:D9")->FormatConditions();
+  ASSERT_EQ(conditions->Count(), 2);
+  EXPECT_EQ(conditions->Item(1)->Font()->ColorIndex(), Variant(10));
+  EXPECT_EQ(conditions->Item(2)->Font()->ColorIndex(), Variant(3));
   EXPECT_THAT(
       spreadsheet.Losses(),
-      ElementsAre("Sheet \"Quotes\": not kept: formulas (cells: 1), which become the last value computed."));
+      ElementsAre(
+          "Sheet \"Quotes\": not kept: formulas (cells: 1), which become the last value computed.",
+          "Sheet \"Quotes\": not kept: conditional formats other than comparisons with a value (rules: "
+          "1)."));
 }
 
 }  // namespace

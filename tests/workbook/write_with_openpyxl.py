@@ -7,7 +7,9 @@ import datetime
 import sys
 
 import openpyxl
-from openpyxl.styles import Alignment, Font, PatternFill
+from openpyxl.comments import Comment
+from openpyxl.formatting.rule import CellIsRule, ColorScaleRule
+from openpyxl.styles import Alignment, Border, Font, PatternFill, Side
 
 
 def main(file):
@@ -26,6 +28,14 @@ def main(file):
     sheet["B1"].font = Font(bold=True, color="FFFF0000")
     sheet["B1"].fill = PatternFill("solid", fgColor="FFC0C0C0")
     sheet["B1"].alignment = Alignment(horizontal="center")
+    sheet["B1"].border = Border(bottom=Side("medium", color="FF808080"))
+    sheet["B1"].comment = Comment("Charts (Last & Volume)", "A. Person", height=32, width=189)
+    sheet["B2"].comment = Comment("plain", "A. Person")
+    sheet.conditional_formatting.add("D3:D9", CellIsRule("greaterThan", ["0"], font=Font(color="FF008000")))
+    sheet.conditional_formatting.add("D3:D9", CellIsRule("lessThan", ["0"], font=Font(color="FFFF0000")))
+    sheet.conditional_formatting.add("E3:E9", ColorScaleRule())
+    sheet.sheet_view.selection[0].activeCell = "C3"
+    sheet.sheet_view.selection[0].sqref = "C3:D4"
     book.create_sheet("Second")["C3"] = "there"
     book.active = 1
     book.save(file)
