@@ -8,7 +8,8 @@ namespace mirelo::forms {
 
 void ListBox::ListIndex(std::int32_t index) {
   if (index != -1 && !items_.Has(index)) throw Errors::InvalidPropertyValue();
-  if (Set(index_, index)) Click.Raise();
+  Set(index_, index);
+  Click.Raise();
 }
 
 void ListBox::AddItem(std::string text, std::int32_t index) {
@@ -36,12 +37,7 @@ void ListBox::Clear() {
 void ListBox::UserSelect(std::int32_t index) {
   if (!IsUsable() || !items_.Has(index)) return;
   SetFocus();
-  // A click on the selected entry is a click as well.
-  if (index == index_) {
-    Click.Raise();
-  } else {
-    ListIndex(index);
-  }
+  ListIndex(index);
 }
 
 void ListBox::UserDoubleClick(std::int32_t index) {

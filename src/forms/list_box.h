@@ -20,7 +20,8 @@ class ListBox : public Control {
   // Error 381 outside 0 to ListCount() - 1.
   const std::string& List(std::int32_t index) const { return items_.At(index); }
 
-  // -1 for no selection. Raises Click when it changes; error 380 for an index that the list does not have.
+  // -1 for no selection. Setting it raises Click as a person's click does, so also when that entry is
+  // selected already. Error 380 for an index that the list does not have.
   std::int32_t ListIndex() const { return index_; }
   void ListIndex(std::int32_t index);
 
