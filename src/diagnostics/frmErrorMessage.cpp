@@ -36,7 +36,6 @@ frmErrorMessage::frmErrorMessage() : Form("frmErrorMessage", "Error") {
   elaTitle.Picture("error");
   elaTitleCaption.Caption("An Error occured in ...");
   txtErrorMessage.MultiLine(true);
-  txtErrorMessage.Locked(true);
   btnSend.Picture("send");
   btnIgnore.Picture("ignore");
   btnRetry.Picture("retry");

@@ -15,7 +15,9 @@ namespace mirelo::testing {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
 using ::testing::SizeIs;
 
 const std::string kVersionLine = "\r\nVersion: " + std::string(ProductVersion());
@@ -95,6 +97,7 @@ TEST_F(ErrorForm, ShowsTheReportAndBehindItTheVersion) {
   form.ErrorMessage("report\r\nof two lines");
   EXPECT_EQ(form.ErrorMessage(), "report\r\nof two lines" + kVersionLine);
   EXPECT_EQ(form.txtErrorMessage.Text(), form.ErrorMessage());
+  EXPECT_THAT(std::string(ProductVersion()), MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+"));
 }
 
 TEST_F(ErrorForm, ActivatesInItsOrder) {
@@ -182,6 +185,18 @@ TEST_F(ErrorForm, SendsTheFramedReportToTheSupportAddressAndStaysOpen) {
       kRule;
   EXPECT_THAT(desktop.calls, ElementsAre("Beep", "SetForegroundWindow", mail, mail));
   EXPECT_EQ(form.Tag(), "RETRY");
+}
+
+// Whoever sends a report can say in it what they were doing.
+TEST_F(ErrorForm, SendsWhatAPersonAddedToTheReport) {
+  form.SupportMail("help@example.org");
+  form.ErrorMessage("report");
+  Show([&] {
+    form.txtErrorMessage.UserEdit("report, after Go");
+    form.btnSend.UserPress();
+  });
+  ASSERT_THAT(desktop.launched, SizeIs(1));
+  EXPECT_THAT(desktop.launched[0], HasSubstr("%0Areport, after Go%0A"));
 }
 
 TEST_F(ErrorForm, EscapesOfTheReportWhatAnAddressCannotHold) {
