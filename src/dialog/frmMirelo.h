@@ -185,6 +185,8 @@ class frmMirelo : public forms::Form {
   // Brings the dialog into line with the quote table on the sheet, which outranks the settings. In: the
   // columns that the settings hide and show, joined by commas; out: those that the dialog is to list.
   void LoadTickers(std::string& hidden, std::string& shown);
+  // How many headers LoadTickers recognised on the sheet, repeats included; -1 when it read no table.
+  std::int16_t PrevColumnCount() const { return PrevColumnCount_; }
 
   // worksheet/vertical_fields.cpp
 
@@ -425,9 +427,9 @@ class frmMirelo : public forms::Form {
   std::shared_ptr<frmColor> ListColors_;  // while the palette is up
   bool ReloadOnActivate_ = false;
   bool VerticalClickArmed_ = false;
-  std::int16_t TickerCol_ = 0;        // the grid's column of the tickers: 0, or 1 with vertical tables
-  std::int16_t ResultTag_ = 0;        // 77 or 78, set by the commit
-  std::int16_t PrevColumnCount_ = 0;  // recognised headers of the table that was read; -1 for no table
+  std::int16_t TickerCol_ = 0;  // the grid's column of the tickers: 0, or 1 with vertical tables
+  std::int16_t ResultTag_ = 0;  // 77 or 78, set by the commit
+  std::int16_t PrevColumnCount_ = 0;
   std::string VerticalFields_;  // comma list of the fields that the grid offers, the ticker column first
   std::shared_ptr<cQTStreaming> EventQTSt_;  // while the list of sources is fetched; set by EventQTSt()
   Event<const std::string&>::Cookie OnStatusTextCookie_ = 0;

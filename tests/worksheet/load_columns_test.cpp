@@ -93,6 +93,39 @@ TEST_F(LoadingColumns, TakesHeadersThatAreNoTextsForUnknown) {
   EXPECT_EQ(Shown(), "Ticker,Last,Bid");
 }
 
+// The width of the table that was there, which what replaces it has to clear.
+TEST_F(LoadingColumns, CountsTheHeadersThatAreColumns) {
+  struct Case {
+    const char* name;
+    Texts headers;
+    int count;
+  };
+  const std::vector<Case> cases{
+      {"all", {"Ticker", "Bid", "Tick"}, 3},
+      {"with an unknown one", {"Ticker", "Price", "Last"}, 2},
+      {"with repeats", {"Ticker", "Last", "Bid", "last"}, 4},
+      {"a single one", {"Ticker"}, 1},
+      {"none", {"Paper", "Price"}, 0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    Columns(c.headers);
+    Open();
+    EXPECT_EQ(form.PrevColumnCount(), c.count);
+  }
+}
+
+TEST_F(LoadingColumns, CountsNoHeadersWithoutATableOrTickers) {
+  Open();
+  ASSERT_EQ(form.PrevColumnCount(), 3);
+  Range("A3:A4")->Clear();
+  Open();
+  EXPECT_EQ(form.PrevColumnCount(), -1);
+  sheet->Name("Quotes");
+  Open();
+  EXPECT_EQ(form.PrevColumnCount(), -1);
+}
+
 // Without a table
 
 TEST_F(LoadingColumns, GoesByTheSettingsWithoutATable) {

@@ -43,6 +43,20 @@ TEST_F(LoadingTickers, LeapsAGapRightUnderTheHeader) {
   EXPECT_THAT(Tickers(), ElementsAre("IBM"));
 }
 
+// Whatever ends at row 50000 or below is the foot of the sheet and no ticker.
+TEST_F(LoadingTickers, EndAboveRow50000) {
+  Range("A3:A4")->Clear();
+  Put("A50000", "IBM");
+  Open();
+  EXPECT_THAT(Tickers(), IsEmpty());
+  EXPECT_EQ(Shown(), "Ticker,Last,last,Ask");
+  Put("A49999", "MSFT");
+  Range("A50000")->Clear();
+  Open();
+  EXPECT_THAT(Tickers(), ElementsAre("MSFT"));
+  EXPECT_EQ(Shown(), "Ticker,Bid,Tick");
+}
+
 TEST_F(LoadingTickers, TakesARepeatedTickerOnce) {
   PutColumn("A3", {"MSFT", "IBM", "msft"});
   Open();
