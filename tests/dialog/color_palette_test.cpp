@@ -109,6 +109,7 @@ TEST_F(ColorPalette, IsAFormOfOnePanelAndFortyOneCells) {
 
 TEST_F(ColorPalette, StartsWithACellForNoFill) {
   EXPECT_EQ(palette.L1[0]->Caption(), "No Fill");
+  EXPECT_EQ(palette.L1[0]->ToolTipText(), "No Fill");
   EXPECT_EQ(palette.L1[0]->BackColor(), static_cast<std::int32_t>(0x80000005));
 }
 
