@@ -40,6 +40,16 @@ TEST_F(TickCells, StandBesideTickersThatCannotBeEdited) {
   EXPECT_THAT(Tickers(), ElementsAre("A"));
 }
 
+// Without vertical tables the grid as a whole is not editable; nothing else protects the tickers.
+TEST_F(TickCells, AreTheOnlyReasonToKeepTickersFromBeingEdited) {
+  Save("VerticalTable", 0);
+  Open("Last", {"A"});
+  FG.Editable(1);
+  ClickTicker(1);
+  FG.UserEditCell("B");
+  EXPECT_THAT(Tickers(), ElementsAre("B"));
+}
+
 // What an edit brings about. "Last" stands in column 2, "LastVolume" in 3, charts in 5.
 
 struct EditCase {
