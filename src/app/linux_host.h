@@ -8,6 +8,10 @@
 #include "app/observed_sockets.h"
 #include "host/host.h"
 
+namespace mirelo::qt {
+class Application;
+}
+
 namespace mirelo::app {
 
 class OverridingRegistry;
@@ -26,6 +30,9 @@ class LinuxHost : public host::Host {
   // The same for the port of the HTTP interface, 1 to 65535.
   void OverrideHttpPort(int port);
 
+  // Shows windows in place of the terminal. To be called before a port is asked for, where
+  // qt::WhyNoWindows knows no reason against it.
+  void ShowWindows();
   // Shows on this desktop in place of the terminal.
   void ShowOn(std::unique_ptr<host::Desktop> desktop);
 
@@ -42,11 +49,13 @@ class LinuxHost : public host::Host {
   OverridingRegistry& overriding();
 
   std::optional<std::filesystem::path> registry_file_;
+  std::unique_ptr<qt::Application> application_;  // when windows are shown; outlives all of them
   std::unique_ptr<host::MessageLoop> loop_;
   std::unique_ptr<host::Clock> clock_;
   std::unique_ptr<host::Registry> stored_;
   std::unique_ptr<OverridingRegistry> registry_;
   std::unique_ptr<host::WinInetApi> internet_;
+  std::unique_ptr<host::WinInetApi> busy_internet_;
   std::unique_ptr<host::WinsockLibrary> plain_sockets_;
   std::unique_ptr<ObservedSockets> sockets_;
   std::unique_ptr<host::Desktop> desktop_;

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "app/credentials_command.h"
+#include "app/dialog_command.h"
 #include "app/exit_code.h"
 #include "app/go_command.h"
 #include "app/options.h"
@@ -40,6 +41,7 @@ int Main(int argc, char** argv) {
   program.add_option("--registry", global.registry,
                      "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)");
   RunCommand run(program, global);
+  DialogCommand dialog(program, global);
   GoCommand go(program, global);
   QuotesCommand quotes(program, global);
   StreamCommand stream(program, global);
@@ -52,7 +54,7 @@ int Main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? kGood : kWrongUsage;
   }
-  return RunChosen(run, go, quotes, stream, sources, settings, credentials);
+  return RunChosen(run, dialog, go, quotes, stream, sources, settings, credentials);
 }
 
 }  // namespace
