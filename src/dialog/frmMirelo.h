@@ -211,6 +211,11 @@ class frmMirelo : public forms::Form {
   void AddForSheetsVerticalTables(const std::string& tickers, const std::string& rows,
                                   const std::vector<std::string>& colors);
 
+  // charts/build_charts.cpp
+
+  // Gives the vertical tables of these tickers, an array of texts or empty, their charts.
+  void Build_Charts(const Variant& tickers);
+
   // worksheet/vertical_ticks.cpp
 
   // Ticks what the tickers' vertical sheets have.
@@ -389,11 +394,15 @@ class frmMirelo : public forms::Form {
   void Refuse(Frame& frame, const std::string& message, std::int32_t tab, forms::Control& control);
   // What shows times in the chosen zone, worked out from zone and offset.
   void StoreDisplacement(Frame& frame);
+
+  // worksheet/create_quote_table.cpp
+
   // The second half of save_settings_and_create_table: builds the table from the dialog's values. `colors`
   // are the five of the style, `decimal_format` is the number format of prices. False after a message, which
   // leaves the routine.
   bool CreateQuoteTable(Frame& frame, const std::vector<std::string>& colors,
                         const std::string& decimal_format);
+  struct QuoteTableRun;
 
   // worksheet/vertical_sheets.cpp
   struct VerticalSheetRun;

@@ -19,6 +19,8 @@ inline constexpr const char* kLastVolumeHeader = "LastVolume";
 // What a tick cell holds; an empty one is not ticked either.
 inline constexpr const char* kTicked = "-1";
 inline constexpr const char* kUnticked = "0";
+// Whether the tables take a cell for ticked: in words counts as well.
+constexpr bool IsTickText(std::string_view cell) { return cell == kTicked || cell == "True"; }
 
 inline constexpr std::int32_t kNoColumn = -1;
 

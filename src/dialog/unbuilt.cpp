@@ -4,6 +4,6 @@
 
 namespace mirelo {
 
-bool frmMirelo::CreateQuoteTable(Frame&, const std::vector<std::string>&, const std::string&) { return true; }
+void frmMirelo::Build_Charts(const Variant&) {}
 
 }  // namespace mirelo

@@ -9,6 +9,7 @@ namespace mirelo {
 inline constexpr const char* kQuoteTable = "Dovanta2_Quotes";
 inline constexpr const char* kStatusCell = "A1";
 inline constexpr const char* kFirstHeader = "A2";
+inline constexpr std::int32_t kHeaderRow = 2;
 inline constexpr std::int32_t kFirstTickerRow = 3;
 
 // The status caption says the mode, and in brackets how: "SnapShot( Update Onse )", "SnapShot( 60 sec)",

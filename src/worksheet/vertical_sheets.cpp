@@ -45,8 +45,6 @@ constexpr std::int32_t kRowsWithBadLimit = 20;
 
 constexpr std::int32_t kLineColor = 15;
 
-bool IsTicked(const std::string& cell) { return cell == kTicked || cell == "True"; }
-
 bool IsChartField(const std::string& name) {
   return EqualText(name, kLastHeader) || EqualText(name, kLastVolumeHeader);
 }
@@ -145,13 +143,14 @@ void frmMirelo::VerticalSheetRun::Run() {
 void frmMirelo::VerticalSheetRun::ReadTicks() {
   const forms::Grid& FG = form.FG;
   for (const std::int32_t col : frame.loop([&] { return Bounds{kFirstField, FG.Cols() - 1}; })) {
-    if (frame.test([&] { return IsTicked(FG.TextMatrix(row, col)) && !IsHeaderOf(FG, col, kChartHeader); })) {
+    if (frame.test(
+            [&] { return IsTickText(FG.TextMatrix(row, col)) && !IsHeaderOf(FG, col, kChartHeader); })) {
       STEP(fields.push_back(FG.TextMatrix(0, col)));
     }
   }
   // The last column is taken for that of charts, whatever its header says.
   if (frame.test(
-          [&] { return form.chkVerTable.Value() == 1 && IsTicked(FG.TextMatrix(row, FG.Cols() - 1)); })) {
+          [&] { return form.chkVerTable.Value() == 1 && IsTickText(FG.TextMatrix(row, FG.Cols() - 1)); })) {
     STEP(mark = kChartMark);
   }
 }
