@@ -7,6 +7,7 @@
 
 #include "adapters/qt/application.h"
 #include "adapters/workbook/spreadsheet.h"
+#include "app/dialog_result.h"
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/session.h"
@@ -16,9 +17,6 @@
 namespace mirelo::app {
 
 namespace {
-
-constexpr std::int32_t kToStream = 77;
-constexpr std::int32_t kToAsk = 78;
 
 constexpr const char* kWithoutWindows =
     "Without a screen, \"mirelo settings\" shows and changes the settings, and \"mirelo go\" checks and "
@@ -54,7 +52,7 @@ int DialogCommand::Show(Session& session) {
   auto& facade = session.facade();
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
-  const bool committed = result == kToStream || result == kToAsk;
+  const bool committed = IsCommitted(result);
   if (committed && workbook_) {
     spreadsheet.Save(*workbook_);
     std::cerr << "Saved in " << std::filesystem::absolute(*workbook_).string() << '\n';

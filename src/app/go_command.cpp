@@ -11,6 +11,7 @@
 #include "app/checks.h"
 #include "app/dialog_controls.h"
 #include "app/dialog_person.h"
+#include "app/dialog_result.h"
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/session.h"
@@ -24,9 +25,6 @@
 namespace mirelo::app {
 
 namespace {
-
-constexpr std::int32_t kToStream = 77;
-constexpr std::int32_t kToAsk = 78;
 
 constexpr const char* kSourceKey = "ComQuoteSource";
 constexpr const char* kFirstSource = "Settings\\QuoteSource\\First";
@@ -120,6 +118,10 @@ GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(g
   command_->add_option("--source", source_,
                        "The quote source to stream from, or a part of its name that no other has; mirelo "
                        "sources lists them. Sets Seconds to 0, which means streaming");
+  command_->add_option(
+      "--workbook", workbook_,
+      "The .xlsx file whose quote table the dialog reads, and in which Go builds it; made when "
+      "it is absent. Without it the table is built in a workbook that is not kept");
   command_->add_option("--address", address_, "Where QuoteTracker runs, as --set Webaddress=");
   command_->add_option("--http-port", http_port_, "QuoteTracker's HTTP port, as --set HTTPPort=")
       ->check(CLI::Range(1, 65535));
@@ -142,12 +144,16 @@ int GoCommand::Run() try {
   const DialogPerson person(wishes, shown);
 
   auto& facade = session.facade();
-  auto spreadsheet = workbook::Spreadsheet::New();
+  auto spreadsheet = workbook_ ? OpenOrNew(*workbook_) : workbook::Spreadsheet::New();
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   if (const auto& complaint = person.Complained()) {
     std::cerr << "error: " << complaint->text << "\nNothing was committed.\n";
     return complaint->code;
+  }
+  if (workbook_ && IsCommitted(result)) {
+    spreadsheet.Save(*workbook_);
+    std::cerr << "Saved in " << std::filesystem::absolute(*workbook_).string() << '\n';
   }
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {

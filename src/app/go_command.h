@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +35,7 @@ class GoCommand {
   std::vector<std::string> settings_;
   std::vector<std::string> ticks_;
   std::string source_;
+  std::optional<std::filesystem::path> workbook_;
   std::string address_;
   int http_port_ = 0;
   int socket_port_ = 0;

@@ -10,10 +10,10 @@
 #include "automation/number.h"
 #include "automation/text.h"
 #include "automation/variant.h"
+#include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "host/desktop.h"
-#include "host/host.h"
 
 namespace mirelo {
 
@@ -30,8 +30,7 @@ std::int16_t NumberOf(const forms::TextBox& box) { return Variant(box.Text()).To
 // A number that 16 bits cannot hold fails unseen and counts as 0, so that its text stays as well.
 bool TakeNumber(Frame& frame, forms::TextBox& box, forms::ScrollBar& bar) {
   if (!IsNumeric(box.Text())) {
-    STEP(host::Host::Current().desktop().MessageBox("The value must be a digit.", host::Desktop::kCritical,
-                                                    "Dovanta2"));
+    STEP(ShowMessage("The value must be a digit.", host::Desktop::kCritical));
     STEP(box.SetFocus());
     return false;
   }

@@ -3,10 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "adapters/workbook/spreadsheet.h"
 #include "app/program.h"
+#include "host/excel/range.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "quotetracker/server.h"
 #include "support/loopback_server.h"
 #include "support/temp_directory.h"
@@ -226,6 +232,34 @@ TEST_F(Go, SaysThatQuoteTrackerHasNoPortfolio) {
   const auto result = RunAt(empty.HttpPort(), {"--tickers", "MSFT"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("QuoteTracker has no portfolio; make one there."));
+}
+
+TEST_F(Go, ReadsTheTableOfTheWorkbookThatIsNamed) {
+  const std::string file = (folder / "quotes.xlsx").string();
+  {
+    auto spreadsheet = workbook::Spreadsheet::New();
+    const auto sheet = spreadsheet.Application()->ActiveWorkbook()->Worksheets()->Add();
+    sheet->Name("Dovanta2_Quotes");
+    sheet->Range("A1")->Value("SnapShot( 30 sec)");
+    sheet->Range("A2")->Value("Ticker");
+    sheet->Range("B2")->Value("Last");
+    sheet->Range("A3")->Value("MSFT");
+    spreadsheet.Save(file);
+  }
+  const auto result = Run({"--workbook", file});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(result.out, "Committed: quotes are to be asked for every 30 seconds\n");
+  EXPECT_EQ(result.err, "Saved in " + file + "\n");
+}
+
+TEST_F(Go, MakesAWorkbookOnlyWhenItCommits) {
+  const auto file = folder / "new.xlsx";
+  EXPECT_EQ(Run({"--workbook", file.string(), "--tickers", "MSFT", "--set", "Seconds=5000"}).exit_code, 2);
+  const RefusingPort nobody;
+  EXPECT_EQ(RunAt(nobody.Port(), {"--workbook", file.string(), "--tickers", "MSFT"}).exit_code, 1);
+  EXPECT_FALSE(std::filesystem::exists(file));
+  EXPECT_EQ(Run({"--workbook", file.string(), "--tickers", "MSFT"}).exit_code, 0);
+  EXPECT_TRUE(std::filesystem::exists(file));
 }
 
 TEST_F(Go, UsesTheRegistryThatIsNamed) {
