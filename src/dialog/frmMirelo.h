@@ -211,11 +211,6 @@ class frmMirelo : public forms::Form {
   void AddForSheetsVerticalTables(const std::string& tickers, const std::string& rows,
                                   const std::vector<std::string>& colors);
 
-  // charts/build_charts.cpp
-
-  // Gives the vertical tables of these tickers, an array of texts or empty, their charts.
-  void Build_Charts(const Variant& tickers);
-
   // worksheet/vertical_ticks.cpp
 
   // Ticks what the tickers' vertical sheets have.

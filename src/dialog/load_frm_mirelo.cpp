@@ -40,11 +40,7 @@ std::int32_t cMirelo::LoadFrmMirelo() {
     STEP(tag = Made(dialog).Tag());
     if (!tag.empty()) {
       const double number = Val(tag);
-      if (number == kCommittedToStream || number == kCommitted) {
-        STEP(result = Variant(tag).ToInt32());
-      } else {
-        STEP(result = kNothingCommitted);
-      }
+      if (number == kCommittedToStream || number == kCommitted) STEP(result = Variant(tag).ToInt32());
     }
     STEP(Made(dialog).Owner(nullptr));
     STEP(Made(dialog).frmAppSettings(nullptr));

@@ -159,14 +159,7 @@ constexpr SettingOfControl kSettingsOfControls[] = {
     {"Webaddress", "txtWebAddress", "127.0.0.1", "127.0.0.1"},
 };
 
-class ActivatingWithDamagedSettings : public Activating {
- protected:
-  static std::vector<std::string> ValuesOf(const frmMirelo& form) {
-    std::vector<std::string> values;
-    for (const auto& setting : kSettingsOfControls) values.push_back(ValueOf(*form.Find(setting.control)));
-    return values;
-  }
-};
+class ActivatingWithDamagedSettings : public Activating {};
 
 TEST_F(ActivatingWithDamagedSettings, ReportsEachAndShowsTheOthersWhenItIsIgnored) {
   for (const auto& damaged : kSettingsOfControls) {
@@ -208,13 +201,33 @@ TEST_F(ActivatingWithDamagedSettings, ReadsOneAgainUntilItCanBeRead) {
 }
 
 TEST_F(ActivatingWithDamagedSettings, FillsNothingBehindOneWhenItIsAborted) {
-  Damage("ChartPoints");
+  for (const auto& damaged : kSettingsOfControls) {
+    SCOPED_TRACE(damaged.key);
+    Damage(damaged.key);
+    Answers({"ABORT"});
+    Show([&](frmMirelo& form) {
+      bool behind = false;
+      for (const auto& setting : kSettingsOfControls) {
+        behind = behind || std::string(setting.key) == damaged.key;
+        EXPECT_EQ(ValueOf(*form.Find(setting.control)), behind ? setting.left : setting.value)
+            << setting.control;
+      }
+      EXPECT_THAT(CallStack(), IsEmpty()) << "the whole stack is cleared";
+    });
+    Save(damaged.key, damaged.value);
+  }
+}
+
+TEST_F(ActivatingWithDamagedSettings, HasSwitchedWhatBelongsToTheSettingsBeforeOneThatIsAborted) {
+  Save("UpdateEvery", 0);
+  Damage("RowsLimit");
   Answers({"ABORT"});
-  Show([&](frmMirelo& form) {
-    EXPECT_THAT(ValuesOf(form), ElementsAre("(ET) US Eastern", "0:00", "Blue", "0", "1", "0", "1", "", "", "",
-                                            "", "", "", "16239", "16240", "127.0.0.1"));
-    EXPECT_THAT(form.ComStyle.Items(), IsEmpty());
-    EXPECT_THAT(CallStack(), IsEmpty()) << "the whole stack is cleared";
+  Show([](frmMirelo& form) {
+    EXPECT_EQ(form.txtSec.Text(), "0");
+    EXPECT_TRUE(form.txtSec.Enabled());
+    EXPECT_FALSE(form.txtRows.Enabled()) << "no limit is ticked yet";
+    EXPECT_FALSE(form.VScrollRows.Enabled());
+    EXPECT_TRUE(form.chkLimitRows.Enabled());
   });
 }
 

@@ -117,6 +117,16 @@ TEST_F(Going, EndsAnUpdateOfTheQuoteSources) {
   EXPECT_EQ(mGlobal::StreamingObject(), nullptr);
 }
 
+// All that comes behind the end of that update ignores failures.
+TEST_F(Going, LeavesItsTagEvenWhenTheWindowDoesNotHide) {
+  EXPECT_EQ(Go([](frmMirelo& form) {
+              form.Appearance.Subscribe([&form] {
+                if (!form.Visible()) throw Errors::OutOfMemory();
+              });
+            }),
+            78);
+}
+
 // A desktop that cannot say where a window is as often as told.
 class PlacelessDesktop : public host::Desktop {
  public:

@@ -262,6 +262,16 @@ TEST_F(NumberBoxes, IgnoreWhatFailsBehindTheNumber) {
   });
 }
 
+TEST_F(NumberBoxes, IgnoreWhatFailsWhenTheirBarMoves) {
+  ShowEach([](frmMirelo&, const NumberBox& box, TextBox& text, ScrollBar& bar) {
+    const auto cookie = text.Appearance.Subscribe([] { throw Errors::OutOfMemory(); });
+    bar.UserStepUp();
+    text.Appearance.Unsubscribe(cookie);
+    EXPECT_EQ(bar.Value(), std::stoi(box.shown) + 1);
+    EXPECT_THAT(CallStack(), ElementsAre("Mirelo.cMirelo.LoadFrmMirelo"));
+  });
+}
+
 // In front of it everything is: a box that cannot take the focus.
 TEST_F(NumberBoxes, ReportABoxThatCannotTakeTheFocus) {
   for (const NumberBox& box : kNumberBoxes) {

@@ -53,21 +53,33 @@ TEST_F(StreamTearDown, LeavesAStreamOfTheMacrosAlone) {
   }
 }
 
-TEST_F(StreamTearDown, LetsTheStreamsOfOthersOutliveTheDialog) {
-  std::shared_ptr<cQTStreaming> stream;
+TEST_F(StreamTearDown, LeavesNothingOfTheDialogInAStreamThatOthersHold) {
+  for (const Ending& ending : endings) {
+    SCOPED_TRACE(ending.name);
+    std::shared_ptr<cQTStreaming> stream;
+    Show([&](frmMirelo& form) {
+      Update(form);
+      stream = mGlobal::StreamingObject();
+      sockets.calls.clear();
+      ending.act(form);
+      EXPECT_THAT(sockets.calls, ElementsAre("disconnect"));
+      EXPECT_FALSE(stream->OnStatusText.HasSubscribers());
+      EXPECT_FALSE(stream->PerformanceFollowingProcess.HasSubscribers());
+    });
+    EXPECT_EQ(NumberOf([&] { sockets.Newest().Deliver("LO<STATUSCODE>0"); }), 91)
+        << "it has no owner to ask what it is for";
+  }
+}
+
+TEST_F(StreamTearDown, IsPartOfUnloading) {
   Show([&](frmMirelo& form) {
     Update(form);
-    stream = mGlobal::StreamingObject();
-    form.ButCancel.UserPress();
-    form.lblStatus.Caption("unchanged");
-    stream->OnStatusText.Raise("nobody listens");
-    EXPECT_EQ(form.lblStatus.Caption(), "unchanged");
+    form.Form_Unload();
+    EXPECT_FALSE(form.Visible());
+    EXPECT_EQ(form.Tag(), "2");
+    EXPECT_EQ(mGlobal::StreamingObject(), nullptr);
+    EXPECT_THAT(CallStack(), ElementsAre("Mirelo.cMirelo.LoadFrmMirelo"));
   });
-  EXPECT_FALSE(stream->OnStatusText.HasSubscribers());
-  EXPECT_FALSE(stream->PerformanceFollowingProcess.HasSubscribers());
-  // A reply to the login makes a stream ask its owner what it is for.
-  EXPECT_EQ(NumberOf([&] { sockets.Newest().Deliver("LO<STATUSCODE>0</STATUSCODE>"); }), 91)
-      << "it has none any more";
 }
 
 TEST_F(StreamTearDown, GoesOnWhenTheConnectionCannotBeClosed) {
@@ -99,8 +111,8 @@ TEST_F(StreamTearDown, GoesOnWhenTheStatusLineCannotBeShown) {
 
 // All that comes behind the tear-down ignores failures.
 TEST_F(StreamTearDown, IsFollowedByTheTagEvenWhenTheWindowDoesNotHide) {
-  for (const Ending& ending : endings) {
-    if (std::string(ending.name) == "close box") continue;  // its tag goes with the window
+  const Ending all[] = {endings[0], endings[1], {"unloading", [](frmMirelo& form) { form.Form_Unload(); }}};
+  for (const Ending& ending : all) {
     SCOPED_TRACE(ending.name);
     Show([&](frmMirelo& form) {
       const auto cookie = form.Appearance.Subscribe([&] {

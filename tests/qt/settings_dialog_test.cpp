@@ -41,6 +41,15 @@ TEST_F(SettingsDialog, OpensOnItsFirstTabWithTheDefaults) {
   EXPECT_EQ(Show(), 2);
 }
 
+TEST_F(SettingsDialog, TakesTickersAsSoonAsItIsUp) {
+  person.Does("type", [] {
+    Person::Type("msft");
+    Person::Press(Qt::Key_Return);
+  });
+  person.Does("look", [] { EXPECT_THAT(Tickers(), ElementsAre("MSFT")); });
+  Show();
+}
+
 TEST_F(SettingsDialog, IsWalkedThroughByTheLettersOfItsTabs) {
   const std::pair<Qt::Key, const char*> letters[] = {
       {Qt::Key_S, "txtSec"}, {Qt::Key_C, "chkBuildCharts"}, {Qt::Key_F, "ListLeft"}, {Qt::Key_T, "FG"}};

@@ -15,6 +15,7 @@
 #include "adapters/qt/twips.h"
 #include "forms/button.h"
 #include "forms/form.h"
+#include "forms/tab.h"
 
 namespace mirelo::qt {
 
@@ -115,8 +116,10 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
 void FormWindow::ShowForm() {
   setWindowTitle(Shown(form_.Caption()));
   if (StateOf(windowState()) != form_.WindowState()) setWindowState(StatesFor(form_.WindowState()));
+  const bool comes_up = form_.Visible() && !isVisible();
   if (isVisible() != form_.Visible()) setVisible(form_.Visible());
   ShowFocus();
+  if (comes_up && form_.ActiveControl() == nullptr) FocusFirst();
 }
 
 void FormWindow::ShowFocus() {
@@ -125,6 +128,17 @@ void FormWindow::ShowFocus() {
   QWidget* widget = views_.WidgetOf(active);
   if (widget == nullptr || views_.ControlOf(focusWidget()) == active) return;
   widget->setFocus(Qt::OtherFocusReason);
+}
+
+// A form that gives no control the focus leaves it to the first one that can be used. A strip of tabs is
+// passed over: what a person came for is on the tab.
+void FormWindow::FocusFirst() {
+  for (const forms::Control* control : form_.Controls()) {
+    QWidget* widget = views_.WidgetOf(control);
+    const bool takes_focus = widget != nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0;
+    if (!takes_focus || !control->IsUsable() || dynamic_cast<const forms::Tab*>(control) != nullptr) continue;
+    return widget->setFocus(Qt::TabFocusReason);
+  }
 }
 
 // The person has moved the focus.

@@ -41,6 +41,7 @@ class FormWindow final : public QWidget {
  private:
   void ShowForm();
   void ShowFocus();
+  void FocusFirst();
   void FollowFocus(QWidget* now);
   void Center();
   void RememberPlace();

@@ -88,11 +88,13 @@ QWidget* MakeField(forms::Label& label, Views& views) {
 QWidget* MakeWords(forms::Label& label, Views& views) {
   auto* widget = new QLabel;
   widget->setTextFormat(Qt::PlainText);
-  // A long text gets more lines instead of making the form wider.
-  widget->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  views.Add(label, *widget, [&label, widget] {
+  // A label that has no text yet is told messages of any length, which must not make the form wider.
+  const bool tells = label.Caption().empty();
+  widget->setSizePolicy(tells ? QSizePolicy::Ignored : QSizePolicy::Preferred, QSizePolicy::Fixed);
+  views.Add(label, *widget, [&label, widget, tells] {
     ShowState(label, *widget);
     widget->setText(Shown(label.Caption()));
+    if (tells && label.ToolTipText().empty()) widget->setToolTip(widget->text());
     widget->setFrameShape(label.BorderStyle() == 0 ? QFrame::NoFrame : QFrame::Box);
     const bool own_color = label.BackColor() != forms::kFaceBackground;
     QPalette palette;
