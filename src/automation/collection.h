@@ -242,6 +242,7 @@ class Collection<T>::BasicIterator {
     ++owner_->iterators_;
   }
   BasicIterator& operator=(const BasicIterator& other) {
+    if (this == &other) return *this;
     ++other.owner_->iterators_;
     --owner_->iterators_;
     owner_ = other.owner_;

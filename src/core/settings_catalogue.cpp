@@ -216,7 +216,7 @@ std::string AllowedValues(const Setting& setting) {
 }
 
 Variant SettingValue(const Setting& setting, std::string_view text) {
-  const Variant given(text);
+  Variant given(text);
   if (!IsOfThePage(text) || !ReadersTake(setting, given)) {
     const std::string description = "\"" + std::string(text) + "\" is not allowed here: the value must be ";
     throw RuntimeError(Errors::InvalidProcedureCall().Number(), description + AllowedValues(setting));
