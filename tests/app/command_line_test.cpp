@@ -29,7 +29,8 @@ TEST_F(CommandLine, PrintsTheVersion) {
 }
 
 TEST_F(CommandLine, HelpsWithEveryCommand) {
-  for (const char* command : {"quotes", "run", "dialog", "go", "settings", "sources", "stream", "credentials"}) {
+  for (const char* command :
+       {"quotes", "run", "dialog", "go", "settings", "sources", "stream", "credentials"}) {
     SCOPED_TRACE(command);
     EXPECT_THAT(Run({"--help"}).out, HasSubstr(command));
     const auto result = Run({command, "--help"});
