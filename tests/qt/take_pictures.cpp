@@ -68,6 +68,7 @@ void Run() {
     ClickCell(0, 3);
     ClickCell(0, 4);
     ClickCell(1, 3);
+    ClickCell(2, 0);  // brings the first column back into view
     Person::Click(Find("txtTicker"));
   });
   person.Does("look", [] { Take("dialog-tickers"); });
