@@ -16,13 +16,13 @@ using std::chrono::steady_clock;
 using ::testing::IsEmpty;
 
 const std::vector<ConversationStep> kSteps = {
-    {"greeting", Status_ENUMSOURCES_L1, 0, false, {}},
-    {"greeting", Status_LEVEL_I_FULL_QUOTE, 0, false, {}},
-    {"login", Status_ENUMSOURCES_L1, 1, false, {}},
-    {"login", Status_LEVEL_I_FULL_QUOTE, 1, false, {}},
-    {"sources", Status_ENUMSOURCES_L1, 2, true, {}},
-    {"streamer", Status_LEVEL_I_FULL_QUOTE, 2, false, {}},
-    {"quotes", Status_LEVEL_I_FULL_QUOTE, 3, false, {5}},
+    {"greeting", Status_ENUMSOURCES_L1, 0, 1, false, {}},
+    {"greeting", Status_LEVEL_I_FULL_QUOTE, 0, 1, false, {}},
+    {"login", Status_ENUMSOURCES_L1, 1, 2, false, {}},
+    {"login", Status_LEVEL_I_FULL_QUOTE, 1, 2, false, {}},
+    {"sources", Status_ENUMSOURCES_L1, 2, 4, true, {}},
+    {"streamer", Status_LEVEL_I_FULL_QUOTE, 2, 3, false, {}},
+    {"quotes", Status_LEVEL_I_FULL_QUOTE, 3, 4, false, {5}},
 };
 
 void PrintTo(const ConversationStep& step, std::ostream* out) {

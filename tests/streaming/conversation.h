@@ -35,6 +35,7 @@ struct ConversationStep {
   const char* name;  // as the server's faults name it
   StatusRunQueryQT purpose;
   std::size_t messages;  // that the client has said
+  std::size_t reads;     // that take in all the server said; its list of sources is longer than a chunk
   bool connected;        // whether it has reported so
   std::vector<std::int16_t> processes;
 };
