@@ -1,26 +1,26 @@
 #include "app/dialog_command.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
-#include <cstdint>
+#include <cerrno>
+#include <cstring>
 #include <iostream>
 #include <string>
+#include <vector>
 
-#include "adapters/qt/application.h"
-#include "adapters/workbook/spreadsheet.h"
-#include "app/dialog_result.h"
+#include "app/child_process.h"
 #include "app/exit_code.h"
 #include "app/options.h"
-#include "app/session.h"
-#include "app/workbook_file.h"
-#include "automation/variant.h"
+#include "app/without_windows.h"
 
 namespace mirelo::app {
 
 namespace {
 
-constexpr const char* kWithoutWindows =
-    "Without a screen, \"mirelo settings\" shows and changes the settings, and \"mirelo go\" checks and "
-    "commits them as the dialog does.\n";
+constexpr const char* kToInstall =
+    "The windows are a program of their own, mirelo-windows. Install it beside mirelo; it needs Qt 6 Widgets "
+    "(Debian: libqt6widgets6).\n";
 
 }  // namespace
 
@@ -38,27 +38,18 @@ DialogCommand::DialogCommand(CLI::App& program, const GlobalOptions& global) : g
 bool DialogCommand::IsChosen() const { return command_->parsed(); }
 
 int DialogCommand::Run() {
-  if (const std::string why = qt::WhyNoWindows(); !why.empty()) {
-    std::cerr << "error: " << why << ".\n" << kWithoutWindows;
-    return kFailed;
-  }
-  Session session(global_);
-  session.host().ShowWindows();
-  return Show(session);
-}
+  const std::filesystem::path program = ProgramFolder() / "mirelo-windows";
+  std::vector<std::string> arguments{program.string()};
+  if (global_.registry) arguments.insert(arguments.end(), {"--registry", global_.registry->string()});
+  if (workbook_) arguments.insert(arguments.end(), {"--workbook", workbook_->string()});
 
-int DialogCommand::Show(Session& session) {
-  auto spreadsheet = workbook_ ? OpenOrNew(*workbook_) : workbook::Spreadsheet::New();
-  auto& facade = session.facade();
-  facade.ExcelApplication(Variant(spreadsheet.Application()));
-  const std::int32_t result = facade.LoadFrmMirelo();
-  const bool committed = IsCommitted(result);
-  if (committed && workbook_) {
-    spreadsheet.Save(*workbook_);
-    std::cerr << "Saved in " << std::filesystem::absolute(*workbook_).string() << '\n';
-  }
-  std::cout << result << '\n';
-  return committed ? kGood : kFailed;
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  ::execv(program.c_str(), pointers.data());
+  std::cerr << "error: cannot start " << program.string() << ": " << std::strerror(errno) << ".\n"
+            << kToInstall << kWithoutWindows;
+  return kFailed;
 }
 
 }  // namespace mirelo::app

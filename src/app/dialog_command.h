@@ -10,17 +10,16 @@ class App;
 namespace mirelo::app {
 
 struct GlobalOptions;
-class Session;
 
-// mirelo dialog: shows the settings dialog.
+// mirelo dialog: shows the settings dialog. The windows are in a program of their own, so that no other
+// command waits for the libraries that they need.
 class DialogCommand {
  public:
   DialogCommand(CLI::App& program, const GlobalOptions& global);
 
   bool IsChosen() const;
+  // Becomes that program; returns only when it cannot be started.
   int Run();
-  // On the desktop of the session.
-  int Show(Session& session);
 
  private:
   const GlobalOptions& global_;

@@ -9,10 +9,6 @@
 #include "adapters/headless/system_clock.h"
 #include "adapters/poll/poll_loop.h"
 #include "adapters/poll/poll_winsock_library.h"
-#include "adapters/qt/application.h"
-#include "adapters/qt/busy_internet.h"
-#include "adapters/qt/qt_desktop.h"
-#include "adapters/qt/qt_loop.h"
 #include "adapters/sodium/sodium_vault.h"
 #include "adapters/sqlite/sqlite_registry.h"
 #include "app/overriding_registry.h"
@@ -43,21 +39,18 @@ void LinuxHost::OverrideHttpPort(int port) {
   Override("HTTPPort", std::to_string(static_cast<std::int16_t>(static_cast<std::uint16_t>(port))));
 }
 
-void LinuxHost::ShowWindows() {
-  application_ = std::make_unique<qt::Application>();
-  auto loop = std::make_unique<qt::QtLoop>();
-  desktop_ = std::make_unique<qt::QtDesktop>(*loop);
-  loop_ = std::move(loop);
-}
-
+void LinuxHost::RunOn(std::unique_ptr<host::MessageLoop> loop) { loop_ = std::move(loop); }
 void LinuxHost::ShowOn(std::unique_ptr<host::Desktop> desktop) { desktop_ = std::move(desktop); }
+void LinuxHost::FetchThrough(Wrap wrap) { wrap_internet_ = std::move(wrap); }
 
 host::MessageLoop& LinuxHost::loop() { return MadeOnce<poll::PollLoop>(loop_); }
 host::Clock& LinuxHost::clock() { return MadeOnce<headless::SystemClock>(clock_); }
 host::Registry& LinuxHost::registry() { return overriding(); }
 host::WinInetApi& LinuxHost::internet() {
   auto& plain = MadeOnce<curl::CurlInternet>(internet_, loop());
-  return application_ ? MadeOnce<qt::BusyInternet>(busy_internet_, plain) : plain;
+  if (!wrap_internet_) return plain;
+  if (!wrapped_internet_) wrapped_internet_ = wrap_internet_(plain);
+  return *wrapped_internet_;
 }
 ObservedSockets& LinuxHost::sockets() {
   return MadeOnce<ObservedSockets>(sockets_, MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop()));

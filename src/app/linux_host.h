@@ -1,16 +1,13 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "app/observed_sockets.h"
 #include "host/host.h"
-
-namespace mirelo::qt {
-class Application;
-}
 
 namespace mirelo::app {
 
@@ -30,11 +27,12 @@ class LinuxHost : public host::Host {
   // The same for the port of the HTTP interface, 1 to 65535.
   void OverrideHttpPort(int port);
 
-  // Shows windows in place of the terminal. To be called before a port is asked for, where
-  // qt::WhyNoWindows knows no reason against it.
-  void ShowWindows();
-  // Shows on this desktop in place of the terminal.
+  // What stands in place of poll(2) and the terminal, and around the HTTP client. To be called before a port
+  // is asked for.
+  using Wrap = std::function<std::unique_ptr<host::WinInetApi>(host::WinInetApi& inner)>;
+  void RunOn(std::unique_ptr<host::MessageLoop> loop);
   void ShowOn(std::unique_ptr<host::Desktop> desktop);
+  void FetchThrough(Wrap wrap);
 
   host::MessageLoop& loop() override;
   host::Clock& clock() override;
@@ -49,13 +47,13 @@ class LinuxHost : public host::Host {
   OverridingRegistry& overriding();
 
   std::optional<std::filesystem::path> registry_file_;
-  std::unique_ptr<qt::Application> application_;  // when windows are shown; outlives all of them
   std::unique_ptr<host::MessageLoop> loop_;
   std::unique_ptr<host::Clock> clock_;
   std::unique_ptr<host::Registry> stored_;
   std::unique_ptr<OverridingRegistry> registry_;
   std::unique_ptr<host::WinInetApi> internet_;
-  std::unique_ptr<host::WinInetApi> busy_internet_;
+  Wrap wrap_internet_;
+  std::unique_ptr<host::WinInetApi> wrapped_internet_;
   std::unique_ptr<host::WinsockLibrary> plain_sockets_;
   std::unique_ptr<ObservedSockets> sockets_;
   std::unique_ptr<host::Desktop> desktop_;

@@ -57,6 +57,17 @@ TEST_F(DialogWithoutScreen, EndsInOrderWhenTheScreenCannotBeReached) {
   }
 }
 
+TEST_F(DialogWithoutScreen, TellsWhatToInstallWhereThereAreNoWindows) {
+  const auto alone = folder_ / "mirelo";
+  std::filesystem::copy_file(std::filesystem::path(MIRELO_BIN_DIR) / "mirelo", alone);
+  const auto result = RunProgram(alone, folder_.path(), {"dialog"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.out, IsEmpty());
+  EXPECT_THAT(result.err, AllOf(HasSubstr("error: cannot start " + (folder_ / "mirelo-windows").string() +
+                                          ": No such file or directory"),
+                                HasSubstr("libqt6widgets6"), HasSubstr("mirelo go")));
+}
+
 TEST_F(DialogWithoutScreen, LeavesOtherCommandsAsTheyAre) {
   ::setenv("DISPLAY", ":4711", 1);
   const auto result = Run({"settings", "list"});

@@ -27,6 +27,11 @@ void Redirect(const std::filesystem::path& path, int flags, int descriptor) {
 
 ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
                         const std::string& input) {
+  return RunProgram(std::filesystem::path(MIRELO_BIN_DIR) / "mirelo", folder, arguments, input);
+}
+
+ProgramResult RunProgram(const std::filesystem::path& program, const std::filesystem::path& folder,
+                         const std::vector<std::string>& arguments, const std::string& input) {
   const auto home = folder / "home";
   std::filesystem::create_directories(home);
   const auto in = home / "in";
@@ -34,7 +39,7 @@ ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<s
   const auto err = home / "err";
   std::ofstream(in, std::ios::binary) << input;
 
-  std::vector<std::string> words{std::string(MIRELO_BIN_DIR) + "/mirelo"};
+  std::vector<std::string> words{program.string()};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> argv;
   for (auto& word : words) argv.push_back(word.data());

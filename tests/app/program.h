@@ -17,4 +17,8 @@ struct ProgramResult {
 ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
                         const std::string& input = "");
 
+// The same with the program of that file.
+ProgramResult RunProgram(const std::filesystem::path& program, const std::filesystem::path& folder,
+                         const std::vector<std::string>& arguments, const std::string& input = "");
+
 }  // namespace mirelo::testing

@@ -1,17 +1,20 @@
 // mirelo dialog on a screen: Qt is started, the dialog shown, the workbook kept.
 
-#include "app/dialog_command.h"
-
 #include <gmock/gmock.h>
 
-#include <CLI/CLI.hpp>
+#include <clocale>
+#include <filesystem>
+#include <functional>
 #include <optional>
+#include <string>
 
 #include "adapters/qt/application.h"
 #include "adapters/qt/qt_loop.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "app/options.h"
 #include "app/session.h"
+#include "app/show_dialog.h"
+#include "app/windows.h"
 #include "qt/person.h"
 #include "quotetracker/server.h"
 #include "support/temp_directory.h"
@@ -21,9 +24,9 @@ namespace {
 
 using qt::Person;
 
-class DialogCommandOnScreen : public ::testing::Test {
+class DialogOnScreen : public ::testing::Test {
  protected:
-  DialogCommandOnScreen() {
+  DialogOnScreen() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     options.registry = folder / "registry.db";
   }
@@ -32,21 +35,16 @@ class DialogCommandOnScreen : public ::testing::Test {
     int code;
     std::string out;
   };
-  // Runs the command with a person who does this when the dialog is up.
-  Ended Run(std::vector<std::string> arguments, std::function<void()> act) {
-    CLI::App program;
-    DialogCommand command(program, options);
-    arguments.insert(arguments.begin(), "dialog");
-    std::reverse(arguments.begin(), arguments.end());
-    program.parse(arguments);
-
+  // Shows it to a person who does this when it is up.
+  Ended Show(const std::optional<std::filesystem::path>& workbook, std::function<void()> act) {
+    const qt::Application application;
     Session session(options);
     session.host().OverrideHttpPort(server.HttpPort());
-    session.host().ShowWindows();
+    ShowWindows(session.host());
     Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
     person.Does("use the dialog", std::move(act));
     ::testing::internal::CaptureStdout();
-    const int code = command.Show(session);
+    const int code = ShowDialog(session, workbook);
     return {code, ::testing::internal::GetCapturedStdout()};
   }
 
@@ -62,29 +60,28 @@ class DialogCommandOnScreen : public ::testing::Test {
   quotetracker::Server server;
 };
 
-TEST_F(DialogCommandOnScreen, TellsThatNothingWasCommitted) {
-  const auto ended =
-      Run({"--workbook", (folder / "book.xlsx").string()}, [] { Person::Press(Qt::Key_Escape); });
+TEST_F(DialogOnScreen, TellsThatNothingWasCommitted) {
+  const auto ended = Show(folder / "book.xlsx", [] { Person::Press(Qt::Key_Escape); });
   EXPECT_EQ(ended.code, 1);
   EXPECT_EQ(ended.out, "2\n");
   EXPECT_FALSE(std::filesystem::exists(folder / "book.xlsx"));
 }
 
-TEST_F(DialogCommandOnScreen, KeepsTheWorkbookThatGoHasFilled) {
+TEST_F(DialogOnScreen, KeepsTheWorkbookThatGoHasFilled) {
   const auto file = folder / "book.xlsx";
-  const auto ended = Run({"--workbook", file.string()}, FillInAndGo);
+  const auto ended = Show(file, FillInAndGo);
   EXPECT_EQ(ended.code, 0);
   EXPECT_EQ(ended.out, "78\n");
   ASSERT_TRUE(std::filesystem::exists(file));
   EXPECT_NO_THROW(workbook::Spreadsheet::Open(file));
 }
 
-TEST_F(DialogCommandOnScreen, NeedsNoWorkbook) {
-  const auto ended = Run({}, FillInAndGo);
+TEST_F(DialogOnScreen, NeedsNoWorkbook) {
+  const auto ended = Show(std::nullopt, FillInAndGo);
   EXPECT_EQ(ended.out, "78\n");
 }
 
-TEST_F(DialogCommandOnScreen, LeavesNumbersInTheLocaleOfTheProgram) {
+TEST_F(DialogOnScreen, LeavesNumbersInTheLocaleOfTheProgram) {
   ASSERT_EQ(qt::WhyNoWindows(), "");
   const qt::Application application;
   EXPECT_EQ(std::to_string(1.5), "1.500000");

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace mirelo::app {
+
+class LinuxHost;
+
+// Shows windows in place of the terminal. A qt::Application must exist and outlive the host. To be called
+// before a port is asked for.
+void ShowWindows(LinuxHost& host);
+
+}  // namespace mirelo::app
