@@ -22,10 +22,26 @@ class Desktop {
   static constexpr int kExclamation = 48;
   static constexpr int kInformation = 64;
 
+  // The two parts of a style.
+  static constexpr int ButtonsOf(int style) { return style & 0x0F; }
+  static constexpr int IconOf(int style) { return style & 0xF0; }
+
   // The title of a box whose caller names none: the run time's default, which is the project's name.
   static constexpr const char* kDefaultTitle = "Mirelo";
 
   enum class Answer { Ok = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5, Yes = 6, No = 7 };
+
+  // What a box of this style answers when it is closed without a button, or nobody is there.
+  static constexpr Answer MostCarefulAnswer(int style) {
+    switch (ButtonsOf(style)) {
+      case kAbortRetryIgnore:
+        return Answer::Abort;
+      case kYesNo:
+        return Answer::No;
+      default:
+        return Answer::Ok;
+    }
+  }
 
   virtual ~Desktop() = default;
 

@@ -12,17 +12,6 @@ namespace mirelo::testing {
 
 namespace {
 
-host::Desktop::Answer DefaultAnswer(int style) {
-  switch (style & 0xF) {
-    case host::Desktop::kAbortRetryIgnore:
-      return host::Desktop::Answer::Abort;
-    case host::Desktop::kYesNo:
-      return host::Desktop::Answer::No;
-    default:
-      return host::Desktop::Answer::Ok;
-  }
-}
-
 template <class Value>
 Value TakeFirst(std::deque<Value>& queue, Value otherwise) {
   if (queue.empty()) return otherwise;
@@ -36,7 +25,7 @@ Value TakeFirst(std::deque<Value>& queue, Value otherwise) {
 host::Desktop::Answer ScriptedDesktop::MessageBox(const std::string& text, int style,
                                                   const std::string& title) {
   boxes.push_back({text, style, title});
-  const Answer answer = TakeFirst(answers, DefaultAnswer(style));
+  const Answer answer = TakeFirst(answers, MostCarefulAnswer(style));
   if (while_open) while_open();
   return answer;
 }

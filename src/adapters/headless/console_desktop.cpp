@@ -15,11 +15,8 @@ namespace {
 
 using Answer = host::Desktop::Answer;
 
-constexpr int kButtons = 0x0F;  // the part of a style that names the buttons
-constexpr int kIcon = 0xF0;     // and the one that names the icon
-
 std::string_view IconWord(int style) {
-  switch (style & kIcon) {
+  switch (host::Desktop::IconOf(style)) {
     case host::Desktop::kCritical:
       return "error: ";
     case host::Desktop::kExclamation:
@@ -27,7 +24,7 @@ std::string_view IconWord(int style) {
     case host::Desktop::kInformation:
       return "information: ";
     default:
-      return (style & kButtons) == host::Desktop::kOkOnly ? "message: " : "question: ";
+      return host::Desktop::ButtonsOf(style) == host::Desktop::kOkOnly ? "message: " : "question: ";
   }
 }
 
@@ -49,17 +46,6 @@ std::string_view AnswerWord(Answer answer) {
       return "No";
   }
   return "";
-}
-
-Answer AnswerOfNobody(int style) {
-  switch (style & kButtons) {
-    case host::Desktop::kAbortRetryIgnore:
-      return Answer::Abort;
-    case host::Desktop::kYesNo:
-      return Answer::No;
-    default:
-      return Answer::Ok;
-  }
 }
 
 template <class Value>
@@ -104,8 +90,8 @@ Answer ConsoleDesktop::MessageBox(const std::string& text, int style, const std:
   out_ << IconWord(style);
   if (!title.empty()) out_ << title << ": ";
   PrintIndented(out_, text);
-  const Answer answer = TakeFirst(script_.box_answers, AnswerOfNobody(style));
-  if ((style & kButtons) != kOkOnly) out_ << "  answered: " << AnswerWord(answer) << '\n';
+  const Answer answer = TakeFirst(script_.box_answers, MostCarefulAnswer(style));
+  if (ButtonsOf(style) != kOkOnly) out_ << "  answered: " << AnswerWord(answer) << '\n';
   out_.flush();
   return answer;
 }

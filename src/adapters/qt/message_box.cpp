@@ -11,11 +11,8 @@ namespace {
 
 using Answer = host::Desktop::Answer;
 
-constexpr int kButtons = 0x0F;  // the part of a style that names the buttons
-constexpr int kIcon = 0xF0;     // and the one that names the icon
-
 QMessageBox::Icon IconFor(int style) {
-  switch (style & kIcon) {
+  switch (host::Desktop::IconOf(style)) {
     case host::Desktop::kCritical:
       return QMessageBox::Critical;
     case host::Desktop::kExclamation:
@@ -28,7 +25,7 @@ QMessageBox::Icon IconFor(int style) {
 }
 
 QMessageBox::StandardButtons ButtonsFor(int style) {
-  switch (style & kButtons) {
+  switch (host::Desktop::ButtonsOf(style)) {
     case host::Desktop::kAbortRetryIgnore:
       return QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore;
     case host::Desktop::kYesNo:
@@ -38,7 +35,6 @@ QMessageBox::StandardButtons ButtonsFor(int style) {
   }
 }
 
-// Closing a box with two or three buttons gives the most careful of its answers.
 Answer AnswerFor(int button, int style) {
   switch (button) {
     case QMessageBox::Ok:
@@ -54,15 +50,7 @@ Answer AnswerFor(int button, int style) {
     case QMessageBox::No:
       return Answer::No;
     default:
-      break;
-  }
-  switch (style & kButtons) {
-    case host::Desktop::kAbortRetryIgnore:
-      return Answer::Abort;
-    case host::Desktop::kYesNo:
-      return Answer::No;
-    default:
-      return Answer::Ok;
+      return host::Desktop::MostCarefulAnswer(style);
   }
 }
 
