@@ -88,89 +88,84 @@ void PickColor(const OpenDialog& dialog, forms::Button& button, const std::strin
     throw Unfulfilled("the palette has no colour " + value + " (red in the low byte; -4142 for none)");
 }
 
-constexpr const char* kNeedsUpdates = "add --set UpdateEvery=1";
-constexpr const char* kNeedsStreaming = "a source is chosen for streaming: add --set Seconds=0";
-constexpr const char* kNeedsVertical = "add --set VerticalTable=1";
-constexpr const char* kNeedsCharts = "add --set BuildCharts=1";
-constexpr const char* kNeedsStyle = "add --set ChartStyle=Blue";
+constexpr char kNeedsUpdates[] = "add --set UpdateEvery=1";
+constexpr char kNeedsStreaming[] = "a source is chosen for streaming: add --set Seconds=0";
+constexpr char kNeedsVertical[] = "add --set VerticalTable=1";
+constexpr char kNeedsCharts[] = "add --set BuildCharts=1";
+constexpr char kNeedsStyle[] = "add --set ChartStyle=Blue";
+
+// Without a condition: what is usable in every state of the dialog.
+template <class Control>
+void NeedIf(const Control& control, const char* what_to_do) {
+  if (what_to_do != nullptr) Need(control, what_to_do);
+}
+
+// The acts of the table below, for a control of the form that is a member of it.
+using Act = decltype(DialogControl::act);
+
+template <forms::CheckBox frmMirelo::*box, const char* need = nullptr>
+constexpr Act kTick = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  Tick(dialog.form.*box, value);
+};
+
+template <forms::TextBox frmMirelo::*box, const char* need = nullptr>
+constexpr Act kType = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  Type(dialog.form.*box, value);
+};
+
+template <forms::ComboBox frmMirelo::*box, const char* need = nullptr>
+constexpr Act kChoose = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  Choose(dialog.form.*box, value);
+};
+
+template <forms::CheckBox frmMirelo::*box, forms::ComboBox frmMirelo::*style, const char* need = nullptr>
+constexpr Act kChooseStyle = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  ChooseStyle(dialog.form.*box, dialog.form.*style, value);
+};
+
+template <forms::Button frmMirelo::*button>
+constexpr Act kPickColor =
+    [](const OpenDialog& dialog, const std::string& value) { PickColor(dialog, dialog.form.*button, value); };
+
+void LimitRows(const OpenDialog& dialog, const std::string& value) {
+  Need(dialog.form.chkLimitRows, kNeedsVertical);
+  Tick(dialog.form.chkLimitRows, Val(value) == 0 ? "0" : "1");
+  if (Val(value) != 0) Type(dialog.form.txtRows, value);
+}
+
+void TypeChartPoints(const OpenDialog& dialog, const std::string& value) {
+  Need(dialog.form.txtChartPoints, dialog.form.chkBuildCharts.Value() == 1 ? kNeedsStyle : kNeedsCharts);
+  Type(dialog.form.txtChartPoints, value);
+}
+
+using F = frmMirelo;
 
 constexpr std::array kControls{
-    DialogControl{"UpdateEvery", kSettings,
-                  [](const OpenDialog& d, const std::string& value) { Tick(d.form.chkUpdOrNot, value); }},
-    DialogControl{"Seconds", kSettings,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.txtSec, kNeedsUpdates);
-                    Type(d.form.txtSec, value);
-                  }},
-    DialogControl{"ComQuoteSource", kSettings,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.ComQuoteSource, kNeedsStreaming);
-                    Choose(d.form.ComQuoteSource, value);
-                  }},
-    DialogControl{"Webaddress", kSettings,
-                  [](const OpenDialog& d, const std::string& value) { Type(d.form.txtWebAddress, value); }},
-    DialogControl{"HTTPPort", kSettings,
-                  [](const OpenDialog& d, const std::string& value) { Type(d.form.txtHTTPPort, value); }},
-    DialogControl{"SocketPort", kSettings,
-                  [](const OpenDialog& d, const std::string& value) { Type(d.form.txtSocketPort, value); }},
-    DialogControl{
-        "DisplayTimezone", kSettings,
-        [](const OpenDialog& d, const std::string& value) { Choose(d.form.ComDisplayTimezone, value); }},
-    DialogControl{
-        "DisplayOffset", kSettings,
-        [](const OpenDialog& d, const std::string& value) { Choose(d.form.ComDisplayOffset, value); }},
-    DialogControl{"Style", kSettings,
-                  [](const OpenDialog& d, const std::string& value) {
-                    ChooseStyle(d.form.chkStyleOrNot, d.form.ComStyle, value);
-                  }},
-    DialogControl{
-        "txtDecimalPlaces", kSettings,
-        [](const OpenDialog& d, const std::string& value) { Type(d.form.txtDecimalPlaces, value); }},
-    DialogControl{
-        "txtVerticalSheet", kSettings,
-        [](const OpenDialog& d, const std::string& value) { Type(d.form.txtVerticalSheet, value); }},
-    DialogControl{"VerticalTable", kTickers,
-                  [](const OpenDialog& d, const std::string& value) { Tick(d.form.chkVerTable, value); }},
-    DialogControl{"RowsLimit", kTickers,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.chkLimitRows, kNeedsVertical);
-                    Tick(d.form.chkLimitRows, Val(value) == 0 ? "0" : "1");
-                    if (Val(value) != 0) Type(d.form.txtRows, value);
-                  }},
-    DialogControl{"BuildCharts", kCharting,
-                  [](const OpenDialog& d, const std::string& value) { Tick(d.form.chkBuildCharts, value); }},
-    DialogControl{"ChartStyle", kCharting,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.chkChartStyle, kNeedsCharts);
-                    ChooseStyle(d.form.chkChartStyle, d.form.ComChartStyle, value);
-                  }},
-    DialogControl{"ChartPoints", kCharting,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.txtChartPoints,
-                         d.form.chkBuildCharts.Value() == 1 ? kNeedsStyle : kNeedsCharts);
-                    Type(d.form.txtChartPoints, value);
-                  }},
-    DialogControl{"ColorPoints", kCharting,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.chkColorPoints, kNeedsCharts);
-                    Tick(d.form.chkColorPoints, value);
-                  }},
-    DialogControl{"GreyOut", kCharting,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.chkGreyOut, kNeedsCharts);
-                    Tick(d.form.chkGreyOut, value);
-                  }},
-    DialogControl{"AddYAxis", kCharting,
-                  [](const OpenDialog& d, const std::string& value) {
-                    Need(d.form.chkAddYAxis, kNeedsCharts);
-                    Tick(d.form.chkAddYAxis, value);
-                  }},
-    DialogControl{"FillColorON", kSettings,
-                  [](const OpenDialog& d, const std::string& value) { PickColor(d, d.form.ButOn, value); },
-                  true},
-    DialogControl{"FillColorOFF", kSettings,
-                  [](const OpenDialog& d, const std::string& value) { PickColor(d, d.form.ButOff, value); },
-                  true},
+    DialogControl{"UpdateEvery", kSettings, kTick<&F::chkUpdOrNot>},
+    DialogControl{"Seconds", kSettings, kType<&F::txtSec, kNeedsUpdates>},
+    DialogControl{"ComQuoteSource", kSettings, kChoose<&F::ComQuoteSource, kNeedsStreaming>},
+    DialogControl{"Webaddress", kSettings, kType<&F::txtWebAddress>},
+    DialogControl{"HTTPPort", kSettings, kType<&F::txtHTTPPort>},
+    DialogControl{"SocketPort", kSettings, kType<&F::txtSocketPort>},
+    DialogControl{"DisplayTimezone", kSettings, kChoose<&F::ComDisplayTimezone>},
+    DialogControl{"DisplayOffset", kSettings, kChoose<&F::ComDisplayOffset>},
+    DialogControl{"Style", kSettings, kChooseStyle<&F::chkStyleOrNot, &F::ComStyle>},
+    DialogControl{"txtDecimalPlaces", kSettings, kType<&F::txtDecimalPlaces>},
+    DialogControl{"txtVerticalSheet", kSettings, kType<&F::txtVerticalSheet>},
+    DialogControl{"VerticalTable", kTickers, kTick<&F::chkVerTable>},
+    DialogControl{"RowsLimit", kTickers, LimitRows},
+    DialogControl{"BuildCharts", kCharting, kTick<&F::chkBuildCharts>},
+    DialogControl{"ChartStyle", kCharting, kChooseStyle<&F::chkChartStyle, &F::ComChartStyle, kNeedsCharts>},
+    DialogControl{"ChartPoints", kCharting, TypeChartPoints},
+    DialogControl{"ColorPoints", kCharting, kTick<&F::chkColorPoints, kNeedsCharts>},
+    DialogControl{"GreyOut", kCharting, kTick<&F::chkGreyOut, kNeedsCharts>},
+    DialogControl{"AddYAxis", kCharting, kTick<&F::chkAddYAxis, kNeedsCharts>},
+    DialogControl{"FillColorON", kSettings, kPickColor<&F::ButOn>, true},
+    DialogControl{"FillColorOFF", kSettings, kPickColor<&F::ButOff>, true},
 };
 
 }  // namespace
