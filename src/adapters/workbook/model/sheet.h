@@ -6,6 +6,7 @@
 
 #include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/cell_grid.h"
+#include "adapters/workbook/model/chart.h"
 #include "adapters/workbook/model/comment.h"
 #include "adapters/workbook/model/condition.h"
 #include "adapters/workbook/model/run_map.h"
@@ -39,6 +40,7 @@ struct Sheet {
   StyleGrid styles;
   Comments comments;
   Conditions conditions;
+  SheetCharts charts;
   RunMap<ColumnWidth> widths{kColumns, {}};
   RunMap<RowHeight> heights{kRows, {}};
   std::int32_t frozen_rows = 0;  // kept in view at the top
