@@ -23,7 +23,8 @@ using host::WinInetApi;
 
 constexpr std::int32_t kComponentFailure = ErrorNumber(0x80040064);
 constexpr std::int32_t kDefaultTimeoutSec = 300;
-constexpr std::uint32_t kBufferSize = 4096;  // of every call that fills one
+constexpr std::uint32_t kBufferSize = 4096;      // of every call that fills one
+constexpr std::int32_t kMostExpected = 1 << 20;  // bytes; a length that a server claims may be anything
 constexpr std::string_view kHttpVersion = "HTTP/1.0";
 constexpr std::string_view kFormHeader = "Content-Type: application/x-www-form-urlencoded";
 
@@ -134,6 +135,7 @@ bool WinInet::ReadHeaders() {
 
 bool WinInet::ReadBody() {
   response_.clear();
+  response_.reserve(static_cast<std::size_t>(std::clamp(content_length_, 0, kMostExpected)));
   const double start = Timer();
   std::array<char, kBufferSize> buffer;
   for (bool finished = false; !finished;) {
@@ -201,6 +203,9 @@ void WinInet::SuccessDone(bool value) {
 
 std::string WinInet::Response() const {
   return Member("Response", [&] { return success_done_ ? response_ : std::string(); });
+}
+std::string WinInet::TakeResponse() {
+  return Member("Response", [&] { return success_done_ ? std::exchange(response_, {}) : std::string(); });
 }
 void WinInet::Response(std::string value) {
   Member("Response", [&] { response_ = std::move(value); });

@@ -57,6 +57,8 @@ class WinInet {
   // The reply's body, its bytes taken as text of the ANSI code page. Empty unless SuccessDone is true.
   std::string Response() const;
   void Response(std::string value);
+  // As Response, which is empty from now on.
+  std::string TakeResponse();
 
   // The reply's content type; keeps its earlier value when the reply has none.
   std::string ContentType() const;

@@ -19,7 +19,7 @@ Variant cMirelo::DownloadURL(const std::string& URL, const std::string& Host, st
     STEP(transfer.Method(Method));
     STEP(transfer.Execute());
     if (frame.test([&] { return transfer.SuccessDone(); })) {
-      STEP(result = transfer.Response());
+      STEP(result = transfer.TakeResponse());
     } else {
       STEP(result = "");
     }

@@ -66,6 +66,15 @@ TEST(Properties, ResponseIsEmptyUntilTheTransferSucceeded) {
   EXPECT_EQ(transfer.Response(), "");
 }
 
+TEST(Properties, ATakenResponseIsGone) {
+  WinInet transfer;
+  transfer.Response("stored");
+  EXPECT_EQ(transfer.TakeResponse(), "");
+  transfer.SuccessDone(true);
+  EXPECT_EQ(transfer.TakeResponse(), "stored");
+  EXPECT_EQ(transfer.Response(), "");
+}
+
 class ComponentFailure : public ScriptedTransfer {};
 
 TEST_F(ComponentFailure, IsWhatAHandlersErrorBecomes) {

@@ -10,6 +10,8 @@ namespace mirelo::curl {
 class BodyBuffer {
  public:
   std::size_t Size() const { return bytes_.size() - taken_; }
+  // Makes room for so many bytes at once.
+  void Expect(std::size_t size) { bytes_.reserve(size); }
   void Append(std::string_view bytes) { bytes_ += bytes; }
   // Hands over up to `capacity` bytes, the oldest first, and returns how many.
   std::size_t Take(char* buffer, std::size_t capacity);

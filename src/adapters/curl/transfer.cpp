@@ -35,8 +35,7 @@ Transfer::Transfer(Multi& multi, Request request, Now now)
 Transfer::~Transfer() { Stop(); }
 
 void Transfer::Start() {
-  easy_.reset(curl_easy_init());
-  if (easy_ == nullptr) throw std::bad_alloc();
+  easy_ = multi_.NewHandle();
   DescribeRequest();
   multi_.Start(easy_.get(), *this);
 }
@@ -106,6 +105,7 @@ bool Transfer::OnHeaderLine(std::string_view line) {
   head_.AddLine(line);
   if (head_.Size() > kMostHead) return false;
   if (!head_.Complete()) return true;
+  if (const auto size = head_.BodySize()) body_.Expect(std::min<std::uint64_t>(*size, kMostUnread));
   const bool has_body = request_.verb != "HEAD" && head_.BodySize() != 0;
   return has_body && !head_.RedirectsTo();
 }

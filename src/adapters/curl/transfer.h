@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "adapters/curl/body_buffer.h"
+#include "adapters/curl/easy_handles.h"
 #include "adapters/curl/multi.h"
 #include "adapters/curl/redirect.h"
 #include "adapters/curl/reply_head.h"
@@ -81,7 +82,6 @@ class Transfer final : private Multi::Client {
 
  private:
   struct Cleanup {
-    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
     void operator()(curl_slist* list) const { curl_slist_free_all(list); }
   };
 
@@ -106,7 +106,7 @@ class Transfer final : private Multi::Client {
   Now now_;
   int redirects_ = 0;
 
-  std::unique_ptr<CURL, Cleanup> easy_;
+  EasyHandles::Handle easy_;
   std::unique_ptr<curl_slist, Cleanup> headers_;
   bool paused_ = false;
   bool heard_ = false;  // bytes of a reply had come when the connection was closed

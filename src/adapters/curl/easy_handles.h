@@ -1,0 +1,38 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <memory>
+#include <vector>
+
+namespace mirelo::curl {
+
+// Handles for transfers. Those that are done are kept for later ones, without anything of what they were
+// told: a handle's buffers cost more to make than all that is told to it.
+class EasyHandles {
+ public:
+  class GiveBack {
+   public:
+    explicit GiveBack(EasyHandles* handles = nullptr) : handles_(handles) {}
+    void operator()(CURL* easy) const { handles_->Keep(easy); }
+
+   private:
+    EasyHandles* handles_;
+  };
+  // It must not outlive the EasyHandles that it is from, and is in no multi handle when it is given back.
+  using Handle = std::unique_ptr<CURL, GiveBack>;
+
+  // Fresh, or as good as it. Raises std::bad_alloc.
+  Handle Take();
+
+ private:
+  struct Cleanup {
+    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+  };
+
+  void Keep(CURL* easy);
+
+  std::vector<std::unique_ptr<CURL, Cleanup>> spare_;
+};
+
+}  // namespace mirelo::curl
