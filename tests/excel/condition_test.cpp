@@ -84,17 +84,26 @@ TEST_P(Conditions, LaidTwiceAreLaidAnew) {
 }
 
 TEST_P(Conditions, TakeEveryOperatorThatComparesWithOneValue) {
+  const auto conditions = Range("A1")->FormatConditions();
   for (const auto op : {xlEqual, xlNotEqual, xlGreater, xlLess, xlGreaterEqual, xlLessEqual}) {
-    EXPECT_EQ(NumberOf([&] { Range("A1")->FormatConditions()->Add(xlCellValue, op, "0"); }), 0) << op;
+    EXPECT_EQ(NumberOf([&] { conditions->Add(xlCellValue, op, "0"); }), 0) << op;
+    EXPECT_EQ(conditions->Item(conditions->Count())->Operator(), op);
   }
-  EXPECT_EQ(CountOf("A1"), 6);
+  EXPECT_EQ(conditions->Count(), 6);
 }
 
 TEST_P(Conditions, TakeNumbersInSeveralForms) {
-  for (const char* number : {"0", "=0", "-1.5", "1e3", "=-0.25"}) {
-    EXPECT_EQ(NumberOf([&] { Range("A1")->FormatConditions()->Add(xlCellValue, xlLess, number); }), 0)
-        << number;
+  const struct {
+    const char* number;
+    const char* formula;
+  } cases[] = {{"0", "=0"}, {"=0", "=0"}, {"-1.5", "=-1.5"}, {"=-0.25", "=-0.25"}};
+  const auto conditions = Range("A1")->FormatConditions();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.number);
+    EXPECT_EQ(NumberOf([&] { conditions->Add(xlCellValue, xlLess, c.number); }), 0);
+    EXPECT_EQ(conditions->Item(conditions->Count())->Formula1(), c.formula);
   }
+  EXPECT_EQ(NumberOf([&] { conditions->Add(xlCellValue, xlLess, "1e3"); }), 0);
 }
 
 TEST_P(Conditions, RaiseError1004ForWhatTheyDoNotTake) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "automation/variant.h"
@@ -15,6 +16,10 @@ class Font;
 class FormatCondition : public Object {
  public:
   std::string_view TypeName() const override { return "FormatCondition"; }
+
+  // How a cell's value is compared, and with what: a formula with its leading "=".
+  virtual XlFormatConditionOperator Operator() = 0;
+  virtual std::string Formula1() = 0;
 
   // A property that the condition leaves to the cell reads as empty; letters that are not bold, and the
   // automatic colour, are left to the cell.

@@ -37,6 +37,8 @@ class FormatConditionObject final : public FormatCondition {
  public:
   explicit FormatConditionObject(std::shared_ptr<Condition> condition) : condition_(std::move(condition)) {}
 
+  XlFormatConditionOperator Operator() override { return condition_->op; }
+  std::string Formula1() override { return "=" + condition_->formula1; }
   std::shared_ptr<host::excel::Font> Font() override { return std::make_shared<ConditionFont>(condition_); }
 
  private:
