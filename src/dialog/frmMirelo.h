@@ -218,11 +218,6 @@ class frmMirelo : public forms::Form {
   // The text of the comment on a cell; empty where there is none. Raises nothing.
   static std::string GivComment(host::excel::Worksheet& sheet, const std::string& cell);
 
-  // number_boxes.cpp
-
-  // Replaces each of `characters` by "_", in place; answers the text.
-  static std::string RemoveBadSymbols(std::string& text, const std::string& characters);
-
   // worksheet/variant_arrays.cpp; see there
 
   // Adds a value at the end of an array with lower bound 0, or makes an array of it; answers the array. Error
@@ -249,7 +244,8 @@ class frmMirelo : public forms::Form {
 
   // worksheet/bad_symbols.cpp
 
-  // Replaces each of `characters` by "_", in place; answers the text.
+  // Both replace each of `characters` by "_", in place, and answer the text.
+  static Variant RemoveBadSymbols(Variant& text, const std::string& characters);
   static Variant remove_bad_symbols(Variant& text,
                                     const std::string& characters = "=~@#$%^&*()-+\\/.,';`\"!:\\/?*[]");
 

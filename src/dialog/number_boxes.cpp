@@ -121,21 +121,11 @@ void frmMirelo::VScrollSec_Change() {
 
 void frmMirelo::txtVerticalSheet_Change() {
   SkippingFailures([&](SkippingFrame& frame) {
-    std::string name;
+    Variant name;
     STEP(name = txtVerticalSheet.Text());
-    STEP(txtVerticalSheet.Text(RemoveBadSymbols(name, kNotInSheetNames)));
+    STEP(txtVerticalSheet.Text(RemoveBadSymbols(name, kNotInSheetNames).ToText()));
     STEP(lblExampleSheet.Caption(std::string(Trim(txtVerticalSheet.Text())) + "(Ticker)"));
   });
-}
-
-std::string frmMirelo::RemoveBadSymbols(std::string& text, const std::string& characters) {
-  return Function<std::string>("Mirelo.frmMirelo.RemoveBadSymbols", {},
-                               [&](Frame& frame, std::string& cleaned) {
-                                 for (std::int32_t i = 1; i <= Len(characters); ++i)
-                                   STEP(text = Replace(text, Mid(characters, i, 1), "_"));
-                                 STEP(cleaned = text);
-                                 frame.pop();
-                               });
 }
 
 }  // namespace mirelo

@@ -15,10 +15,10 @@ class SheetName : public DialogTest {
       acts(form);
     });
   }
-  static std::string Cleaned(std::string text, const std::string& characters) {
-    const std::string answer = frmMirelo::RemoveBadSymbols(text, characters);
+  static std::string Cleaned(Variant text, const std::string& characters) {
+    const Variant answer = frmMirelo::RemoveBadSymbols(text, characters);
     EXPECT_EQ(answer, text) << "the text changes in place";
-    return answer;
+    return answer.ToText();
   }
 };
 
@@ -78,6 +78,7 @@ TEST_F(SheetName, IsCleanedInPlace) {
   EXPECT_EQ(Cleaned("", "/"), "");
   EXPECT_EQ(Cleaned("A/B", ""), "A/B");
   EXPECT_EQ(Cleaned("é€/é", "€/"), "é__é");
+  EXPECT_EQ(Cleaned(-1.5, "-"), "_1.5") << "a number as its text";
   EXPECT_THAT(CallStack(), IsEmpty());
 }
 
