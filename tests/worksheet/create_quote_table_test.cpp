@@ -1,5 +1,9 @@
 // What Go writes on the quote table's sheet.
 
+#include "host/excel/comment.h"
+#include "host/excel/interior.h"
+#include "support/logging_registry.h"
+#include "worksheet/conditions_of.h"
 #include "worksheet/go_test.h"
 
 namespace mirelo::testing {
@@ -55,6 +59,9 @@ TEST_F(QuoteTable, SaysInItsCaptionHowItIsUpdated) {
       {"once", false, "15", "SnapShot( Update Onse )", 78},
       {"every so many seconds", true, "15", "SnapShot( 15 sec)", 78},
       {"by a stream", true, "0", "Streaming( CSWatch - Delayed )", 77},
+      {"by a stream, a number in other words", true, "0.0", "Streaming( CSWatch - Delayed )", 77},
+      {"in parts of seconds", true, "0.25", "SnapShot( 0.25 sec)", 78},
+      {"as typed", true, " 15 ", "SnapShot(  15  sec)", 78},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -62,6 +69,7 @@ TEST_F(QuoteTable, SaysInItsCaptionHowItIsUpdated) {
                  [&](frmMirelo& form) {
                    form.AddListQuoteSource("CSWatch - Delayed");
                    form.chkUpdOrNot.Value(c.ticked ? 1 : 0);
+                   form.txtSec.Text("15");
                    if (c.ticked) form.txtSec.Text(c.seconds);
                  }),
               c.result);
@@ -76,6 +84,15 @@ TEST_F(QuoteTable, HasItsQuoteSourceInTheCaptionWithoutBlanksAround) {
     ASSERT_TRUE(form.ComQuoteSource.Text().starts_with(" "));
   });
   EXPECT_EQ(Text("A1"), "Streaming( ADVFN - STREAMING RealTime (Subscription) )");
+}
+
+TEST_F(QuoteTable, WritesNothingElseInTheCaptionsRow) {
+  Go({"MSFT"});
+  Cell("B1")->Value("mine");
+  Cell("A1")->Interior()->ColorIndex(6);
+  Go({"MSFT"});
+  EXPECT_THAT(Row("A1", 4), ElementsAre("SnapShot( 60 sec)", "mine", "", ""));
+  EXPECT_EQ(Cell("A1")->Interior()->ColorIndex(), Variant(6)) << "its look is the person's";
 }
 
 // The sheet
@@ -119,6 +136,36 @@ TEST_F(QuoteTable, IsBuiltOnceItsSheetCanBeNamed) {
   EXPECT_EQ(Text("A2"), "Ticker");
 }
 
+// The new sheet keeps its own name, and the table is asked for by a name whose case does not matter.
+TEST_F(QuoteTable, IsBuiltOnTheSheetOfOtherCaseWhenTheRefusalIsIgnored) {
+  Sheets()->Item(1)->Name("DOVANTA2_QUOTES");
+  Save("VerticalTable", 0);
+  Answers({"IGNORE"});
+  EXPECT_EQ(Go({"MSFT"}), 78);
+  EXPECT_THAT(SheetNames(), ElementsAre("Sheet2", "DOVANTA2_QUOTES"));
+  EXPECT_EQ(Text("A2"), "Ticker");
+}
+
+TEST_F(QuoteTable, ComesToTheFrontWhenItsSheetIsMadeAndNotAgain) {
+  Save("VerticalTable", 0);
+  Go({"MSFT"});
+  EXPECT_EQ(Excel().ActiveSheet()->Name(), "Dovanta2_Quotes");
+  Sheets()->Item("Sheet1")->Select();
+  Sheets()->Item("Sheet1")->Range("D7")->Select();
+  Go({"IBM"});
+  EXPECT_EQ(Excel().ActiveSheet()->Name(), "Sheet1");
+  EXPECT_EQ(Excel().ActiveCell()->Address(), "$D$7");
+}
+
+// Without names there is no array of them.
+TEST_F(QuoteTable, FailsWithoutColumns) {
+  Answers({"ABORT"});
+  EXPECT_EQ(Go({"MSFT"}, [](frmMirelo& form) { form.ListRight.Clear(); }), 2);
+  EXPECT_THAT(ReportedErrors(), ElementsAre(13));
+  EXPECT_EQ(Stored("Settings", "ListRight"), Variant(""));
+  EXPECT_FALSE(Excel().ScreenUpdating());
+}
+
 TEST_F(QuoteTable, LeavesScreenUpdatingAsItWas) {
   for (const bool on : {true, false}) {
     Excel().ScreenUpdating(on);
@@ -138,6 +185,19 @@ TEST_F(QuoteTable, IsNotBuiltWithoutTickers) {
   EXPECT_EQ(Stored("Settings", "Seconds").ToText(), "7");
   EXPECT_TRUE(Stored("Settings", "ListLeft").IsEmpty());
   EXPECT_EQ(Stored("Settings", "ListRight"), Variant("Ticker,Last"));
+}
+
+TEST_F(QuoteTable, StaysAsItIsWithoutTickers) {
+  Columns("Ticker,Last");
+  Go({"A", "B"});
+  Cell("B3")->Value(26.5);
+  Cell("B3")->AddComment("note");
+  Go({}, [](frmMirelo& form) { form.txtSec.Text("7"); });
+  EXPECT_EQ(desktop.boxes.size(), 1U);
+  EXPECT_EQ(Text("A1"), "SnapShot( 60 sec)");
+  EXPECT_THAT(Column("A2", 4), ElementsAre("Ticker", "A", "B", ""));
+  EXPECT_EQ(Text("B3"), "26.5");
+  EXPECT_EQ(Cell("B3")->Comment()->Text(), "note");
 }
 
 TEST_F(QuoteTable, LeavesTheDialogUpWithoutTickers) {
@@ -162,6 +222,50 @@ TEST_F(QuoteTable, StoresTheListsOfColumns) {
     form.ListLeft.UserDoubleClick(0);
   });
   EXPECT_THAT(StoredLists(), ElementsAre("Tick", "Ticker,Bid,Last,Open"));
+}
+
+TEST_F(QuoteTable, StoresTheListsBehindAllOtherSettings) {
+  LoggingRegistry log(registry);
+  host.Use(log);
+  Go({"MSFT"});
+  host.Use(registry);
+  Texts names;
+  for (const auto& write : log.writes) {
+    if (write.section == "Settings") names.push_back(write.name);
+  }
+  ASSERT_GE(names.size(), 3U);
+  EXPECT_THAT(Texts(names.end() - 3, names.end()),
+              ElementsAre("DisplacementMinute", "ListLeft", "ListRight"));
+}
+
+// Settings that cannot be stored are passed over in silence, but not the lists.
+
+TEST_F(QuoteTable, ReportsThatItsListsCannotBeStoredAndIsBuiltAllTheSame) {
+  tracker.on_request = [&](const std::string&) { registry.FailAlways("RegSetValueExA"); };
+  Answers({"IGNORE", "IGNORE"});
+  EXPECT_EQ(Go({"MSFT"}), 78);
+  EXPECT_THAT(ReportedRoutines(), ElementsAre("Mirelo.frmMirelo.save_settings_and_create_table",
+                                              "Mirelo.frmMirelo.save_settings_and_create_table"));
+  EXPECT_EQ(Text("A2"), "Ticker");
+  EXPECT_THAT(StoredLists(), ElementsAre("", ""));
+}
+
+TEST_F(QuoteTable, StoresItsListsOnceTheyCanBe) {
+  Columns("Ticker,Last");
+  tracker.on_request = [&](const std::string&) { registry.FailAlways("RegSetValueExA"); };
+  Answers({"RETRY"});
+  Mend([&] { registry.Fail("RegSetValueExA", 1000); });
+  EXPECT_EQ(Go({"MSFT"}), 78);
+  EXPECT_EQ(desktop.reports.size(), 1U);
+  EXPECT_EQ(StoredLists().back(), "Ticker,Last");
+}
+
+TEST_F(QuoteTable, IsNotBegunWhenStoringItsListsIsAborted) {
+  tracker.on_request = [&](const std::string&) { registry.FailAlways("RegSetValueExA"); };
+  Answers({"ABORT"});
+  EXPECT_EQ(Go({"MSFT"}), 2);
+  EXPECT_THAT(SheetNames(), ElementsAre("Sheet1"));
+  EXPECT_TRUE(Excel().ScreenUpdating());
 }
 
 TEST_F(QuoteTable, StoresAnEmptyListAsAnEmptyText) {
@@ -203,6 +307,14 @@ TEST_F(QuoteTable, CountsOnlyTheColumnsThatTheDialogKnewOfAnOldOne) {
   EXPECT_THAT(Row("A2", 5), ElementsAre("Ticker", "Last", "", "last", "Mine"));
 }
 
+TEST_F(QuoteTable, KeepsTheColumnsOfAnOldOneThatTheDialogDidNotRead) {
+  Columns("Ticker,Last");
+  Sheets()->Item(1)->Name("Dovanta2_Quotes");
+  for (const char* cell : {"A2", "B2", "C2", "D2"}) Cell(cell)->Value("Bid");  // and no ticker below
+  Go({"MSFT"});
+  EXPECT_THAT(Row("A2", 5), ElementsAre("Ticker", "Last", "Bid", "Bid", ""));
+}
+
 TEST_F(QuoteTable, LosesOneBlockOfRowsBelowIt) {
   Go({"A", "B", "C", "D", "E"});
   Go({"X", "Y", "Z"});
@@ -219,6 +331,23 @@ TEST_F(QuoteTable, LosesTheRowsDownToTheNextFilledCell) {
   EXPECT_EQ(Text("B7"), "");
 }
 
+TEST_F(QuoteTable, LosesNoRowsDownToTheLastButOneOfTheSheet) {
+  Go({"A"});
+  const std::int32_t limit = Cell("A1")->Worksheet()->Rows()->Count() - 1;
+  const auto below = [&](std::int32_t row) { return Cell("A1")->Cells(row, 1); };
+  Cell("B7")->Value("between");
+  below(limit)->Value("far");
+  Go({"A"});
+  EXPECT_EQ(Text("B7"), "between");
+  EXPECT_EQ(below(limit)->Value(), Variant("far"));
+
+  below(limit - 1)->Value("not so far");
+  Go({"A"});
+  EXPECT_EQ(Text("B7"), "");
+  EXPECT_TRUE(below(limit - 1)->Value().IsEmpty());
+  EXPECT_EQ(below(4)->Value(), Variant("far")) << "the cells below moved up";
+}
+
 TEST_F(QuoteTable, LeavesAColumnThatIsEmptyBelowIt) {
   Sheets()->Item(1)->Name("Dovanta2_Quotes");
   Cell("C20")->Value("note");
@@ -226,13 +355,21 @@ TEST_F(QuoteTable, LeavesAColumnThatIsEmptyBelowIt) {
   EXPECT_EQ(Text("C20"), "note");
 }
 
-TEST_F(QuoteTable, LosesFormatsAndValuesThatWereInIt) {
+TEST_F(QuoteTable, LosesFormatsValuesAndCommentsThatWereInIt) {
+  Columns("Ticker,Last,Tick");
   Go({"A", "B"});
   Cell("B3")->Value(26.5);
   Cell("B4")->NumberFormat("@");
+  Cell("C4")->NumberFormat("@");
+  for (const char* cell : {"A2", "C4"}) Cell(cell)->AddComment("note");
+  Cell("C3")->FormatConditions()->Add(host::excel::xlCellValue, host::excel::xlEqual, "1");
   Go({"A", "B"});
   EXPECT_EQ(Text("B3"), "");
   EXPECT_EQ(Cell("B4")->NumberFormat(), Variant("0.00"));
+  EXPECT_EQ(Cell("C4")->NumberFormat(), Variant("General"));
+  EXPECT_EQ(Cell("A2")->Comment(), nullptr);
+  EXPECT_EQ(Cell("C4")->Comment(), nullptr);
+  EXPECT_THAT(ConditionsOf(*Cell("A2:C4")), IsEmpty());
 }
 
 // Vertical tables
@@ -248,6 +385,17 @@ TEST_F(QuoteTable, BringsTheSheetsOfVerticalTablesWithTheirTicks) {
               ElementsAre("Quotes_Vertical(C)", "Quotes_Vertical(A)", "Dovanta2_Quotes", "Sheet1"));
   EXPECT_EQ(Sheets()->Item("Quotes_Vertical(A)")->Range("A2")->Value(), Variant("Last"));
   EXPECT_EQ(Sheets()->Item("Quotes_Vertical(C)")->Range("A2")->Value(), Variant("Bid"));
+}
+
+// The column of charts is one of those that are walked.
+TEST_F(QuoteTable, BringsASheetForATickerWhoseChartsAloneAreTicked) {
+  Save("BuildCharts", 1);
+  Columns("Ticker,Last,LastVolume");
+  Go({"A", "B"}, [](frmMirelo& form) {
+    form.FG.TextMatrix(1, form.FG.Cols() - 1, "-1");
+    form.FG.TextMatrix(2, 1, "True");  // a ticker that reads like a tick is none
+  });
+  EXPECT_THAT(SheetNames(), ElementsAre("Quotes_Vertical(A)", "Dovanta2_Quotes", "Sheet1"));
 }
 
 TEST_F(QuoteTable, BringsNoVerticalSheetInPlainMode) {

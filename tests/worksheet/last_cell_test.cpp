@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "automation/date.h"
 #include "host/excel/application.h"
 #include "host/excel/interior.h"
 #include "worksheet/sheet_test.h"
@@ -68,6 +69,16 @@ TEST_F(LastCell, IsTheOneThatHoldsAValue) {
   EXPECT_EQ(LastOf("Quotes"), "C9");
 }
 
+TEST_F(LastCell, MayHoldAValueOfAnyType) {
+  Put("A2", "Ticker");
+  for (const Variant& value :
+       {Variant(0), Variant(12.5), Variant(false), Variant(Date{40563}), Variant("text"), Variant("#N/A")}) {
+    SCOPED_TRACE(value.TypeName());
+    Put("C9", value);
+    EXPECT_EQ(LastOf("Quotes"), "C9");
+  }
+}
+
 TEST_F(LastCell, IsInTheLastRowAndColumnThatHoldSomethingWhenItIsEmptyItself) {
   Put("A4", "x");
   Put("B2", "x");
@@ -88,6 +99,22 @@ TEST_F(LastCell, IsThatOfTheNamedSheetWhicheverIsInFront) {
   Put("B5", "x");
   const auto other = sheets->Add();
   other->Range("H9")->Value("x");
+  EXPECT_EQ(LastOf("Quotes"), "B5");
+}
+
+TEST_F(LastCell, IsReportedMissingOnASheetThatIsNotThere) {
+  Range("F3")->Select();
+  Answers({"ABORT"});
+  EXPECT_EQ(LastOf("Nothing"), "");
+  EXPECT_THAT(ReportedErrors(), ElementsAre(9));
+  EXPECT_EQ(Selected(), "Quotes!F3");
+}
+
+TEST_F(LastCell, IsFoundOnceTheSheetIsThere) {
+  Put("B5", "x");
+  sheet->Name("Other");
+  Answers({"RETRY"});
+  Mend([this] { sheet->Name("Quotes"); });
   EXPECT_EQ(LastOf("Quotes"), "B5");
 }
 

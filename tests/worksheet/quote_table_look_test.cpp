@@ -1,15 +1,21 @@
 // Formats and colours of the quote table.
 
+#include <fstream>
+#include <iterator>
+
 #include "host/excel/border.h"
 #include "host/excel/font.h"
-#include "host/excel/format_conditions.h"
 #include "host/excel/interior.h"
+#include "support/temp_directory.h"
+#include "workbook/package_builder.h"
+#include "worksheet/conditions_of.h"
 #include "worksheet/go_test.h"
 
 namespace mirelo::testing {
 namespace {
 
 using namespace host::excel;
+using ::testing::IsEmpty;
 
 const Variant kGeneral{"General"};
 const Variant kNoFill{std::int32_t{xlColorIndexNone}};
@@ -19,6 +25,18 @@ const Variant kByContent{std::int32_t{xlHAlignGeneral}};
 class QuoteTableLook : public GoTest {
  protected:
   static Variant Index(std::int32_t value) { return value; }
+
+  // The widths of the sheet's columns as the file tells them; empty when nothing made them other than usual.
+  std::string Widths() {
+    const TempDirectory folder;
+    const auto file = folder / "quotes.xlsx";
+    spreadsheet.Save(file);
+    std::ifstream in(file, std::ios::binary);
+    const Parts parts = Unzip(std::string(std::istreambuf_iterator<char>(in), {}));
+    const std::string& sheet = parts.at("xl/worksheets/sheet1.xml");
+    const auto start = sheet.find("<cols>");
+    return start == std::string::npos ? "" : sheet.substr(start, sheet.find("</cols>") - start);
+  }
 };
 
 TEST_F(QuoteTableLook, HasAFormatForEachColumn) {
@@ -62,7 +80,8 @@ TEST_F(QuoteTableLook, HasAFormatForEachColumn) {
     for (const std::int32_t row : {3, 4}) {
       EXPECT_EQ(cell(row)->NumberFormat(), Variant(formats[i].number_format));
       EXPECT_EQ(cell(row)->HorizontalAlignment(), formats[i].alignment);
-      EXPECT_EQ(cell(row)->FormatConditions()->Count(), formats[i].column == std::string("Change") ? 2 : 0);
+      EXPECT_EQ(ConditionsOf(*cell(row)),
+                formats[i].column == std::string("Change") ? kRisesAndFalls : Texts());
     }
     EXPECT_EQ(cell(2)->NumberFormat(), kGeneral);
     EXPECT_EQ(cell(5)->NumberFormat(), kGeneral);
@@ -70,19 +89,33 @@ TEST_F(QuoteTableLook, HasAFormatForEachColumn) {
 }
 
 TEST_F(QuoteTableLook, TellsColumnsByTheirExactNames) {
-  Columns("Ticker,LAST");
+  Columns("Ticker,LAST,change");
   Go({"A"});
   EXPECT_EQ(Cell("B3")->NumberFormat(), kGeneral);
+  EXPECT_EQ(Cell("C3")->NumberFormat(), kGeneral);
+  EXPECT_THAT(ConditionsOf(*Cell("C3")), IsEmpty());
 }
 
-TEST_F(QuoteTableLook, ColoursRisesAndFalls) {
-  Columns("Ticker,Change");
+TEST_F(QuoteTableLook, ColoursRisesAndFallsHoweverOftenItIsBuilt) {
+  Columns("Ticker,Change,Last");
+  for (int i = 0; i < 3; ++i) Go({"A", "B"});
+  EXPECT_EQ(ConditionsOf(*Cell("B3:B4")), kRisesAndFalls);
+  for (const char* beside : {"A3", "C3", "B2", "B5"}) EXPECT_THAT(ConditionsOf(*Cell(beside)), IsEmpty());
+}
+
+TEST_F(QuoteTableLook, HasNoConditionsWithoutChanges) {
+  Columns("Ticker,Last,Tick");
+  Go({"A", "B"});
+  EXPECT_THAT(ConditionsOf(*Cell("A1:Z50")), IsEmpty());
+}
+
+TEST_F(QuoteTableLook, IsAsWideAsItsTexts) {
+  Columns("Ticker,NumTrades");
   Go({"A"});
-  Go({"A"});
-  const auto conditions = Cell("B3")->FormatConditions();
-  ASSERT_EQ(conditions->Count(), 2);
-  EXPECT_EQ(conditions->Item(1)->Font()->ColorIndex(), Index(10));
-  EXPECT_EQ(conditions->Item(2)->Font()->ColorIndex(), Index(3));
+  const std::string narrow = Widths();
+  EXPECT_NE(narrow, "");
+  Go({"A TICKER OF GREAT WIDTH"});
+  EXPECT_NE(Widths(), narrow);
 }
 
 TEST_F(QuoteTableLook, HasTheColoursOfItsStyle) {
@@ -133,12 +166,23 @@ TEST_F(QuoteTableLook, IsPlainWithoutAStyleButForItsFormats) {
   Go({"A", "B"}, [](frmMirelo& form) { form.ComStyle.Text("None"); });
   EXPECT_EQ(Cell("A2:C4")->Interior()->ColorIndex(), kNoFill);
   EXPECT_EQ(Cell("A2:C4")->Font()->Bold(), Variant(false));
+  EXPECT_EQ(Cell("A2:C4")->Font()->ColorIndex(), Index(xlColorIndexAutomatic));
   EXPECT_EQ(Cell("A2")->HorizontalAlignment(), kByContent);
+  EXPECT_EQ(Widths(), "");
   for (const auto edge : {xlEdgeLeft, xlEdgeTop, xlEdgeBottom, xlEdgeRight}) {
     EXPECT_EQ(Cell("A2:C4")->Borders(edge)->LineStyle(), Index(xlLineStyleNone));
   }
   EXPECT_EQ(Cell("B3")->NumberFormat(), Variant("0.00"));
-  EXPECT_EQ(Cell("C3")->FormatConditions()->Count(), 2);
+  EXPECT_EQ(ConditionsOf(*Cell("C3")), kRisesAndFalls);
+}
+
+TEST_F(QuoteTableLook, OfAnEarlierStyleIsGoneWithoutOne) {
+  Columns("Ticker,Last");
+  Go({"A", "B"});
+  Go({"A", "B"}, [](frmMirelo& form) { form.ComStyle.Text("None"); });
+  EXPECT_EQ(Cell("A2:B4")->Interior()->ColorIndex(), kNoFill);
+  EXPECT_EQ(Cell("A2:B4")->Font()->Bold(), Variant(false));
+  EXPECT_EQ(Cell("A2:B4")->Borders(xlEdgeTop)->LineStyle(), Index(xlLineStyleNone));
 }
 
 }  // namespace

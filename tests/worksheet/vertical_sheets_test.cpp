@@ -2,9 +2,9 @@
 
 #include "host/excel/border.h"
 #include "host/excel/font.h"
-#include "host/excel/format_conditions.h"
 #include "host/excel/interior.h"
 #include "host/excel/shape.h"
+#include "worksheet/conditions_of.h"
 #include "worksheet/vertical_sheets_fixture.h"
 
 namespace mirelo::testing {
@@ -164,6 +164,19 @@ TEST_F(VerticalSheets, AreClearedAsWideAsTheNewFieldsAndOneRowFurtherThanTheyAre
   EXPECT_EQ(Text("B1"), "A");
 }
 
+// Conditions make no cell used, so that they tell how far the clearing reaches.
+TEST_F(VerticalSheets, AreClearedInOneRowBelowTheirLastOne) {
+  Save("RowsLimit", 1);
+  Open("Last,Bid", {"A"});
+  MakeAndSetUp("x-");
+  Cell("A9")->Value(1);
+  Cell("A8:B12")->FormatConditions()->Add(xlCellValue, xlGreater, "5");
+  MakeAndSetUp("-x");
+  EXPECT_EQ(Text("A9"), "");
+  for (const char* cleared : {"A9", "A10"}) EXPECT_THAT(ConditionsOf(*Cell(cleared)), IsEmpty()) << cleared;
+  for (const char* left : {"A11", "B8"}) EXPECT_EQ(ConditionsOf(*Cell(left)).size(), 1U) << left;
+}
+
 // The chart mark
 
 TEST_F(VerticalSheets, BearTheChartMarkOnBothFieldsOfCharts) {
@@ -227,35 +240,51 @@ TEST_F(VerticalSheets, KeepAnotherCommentOnAnotherField) {
 
 TEST_F(VerticalSheets, FormatTheirHistoryByField) {
   Save("txtDecimalPlaces", 3);
-  Open("Last,LastVolume,Date,Time,Change", {"A"});
-  MakeAndSetUp("xxxxx");
   const struct {
-    const char* cell;
+    const char* field;
     const char* format;
     std::int32_t alignment;
-  } cases[] = {{"A3", "0.000", xlHAlignGeneral},
-               {"B3", "#,##0", xlHAlignGeneral},
-               {"C3", "mm/dd/yyyy", xlHAlignCenter},
-               {"D3", "hh:mm:ss", xlHAlignCenter},
-               {"E3", "+ 0.000;- 0.000", xlHAlignCenter}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.cell);
-    EXPECT_EQ(Cell(c.cell)->NumberFormat(), Variant(c.format));
-    EXPECT_EQ(Cell(c.cell)->HorizontalAlignment(), Variant(c.alignment));
+  } cases[] = {{"Last", "0.000", xlHAlignGeneral},
+               {"Bid", "0.000", xlHAlignGeneral},
+               {"Ask", "0.000", xlHAlignGeneral},
+               {"High", "0.000", xlHAlignGeneral},
+               {"Low", "0.000", xlHAlignGeneral},
+               {"Open", "0.000", xlHAlignGeneral},
+               {"Volume", "#,##0", xlHAlignGeneral},
+               {"BidSize", "#,##0", xlHAlignGeneral},
+               {"AskSize", "#,##0", xlHAlignGeneral},
+               {"LastVolume", "#,##0", xlHAlignGeneral},
+               {"AvgTrade", "#,##0", xlHAlignGeneral},
+               {"NumTrades", "#,##0", xlHAlignGeneral},
+               {"Date", "mm/dd/yyyy", xlHAlignCenter},
+               {"Time", "hh:mm:ss", xlHAlignCenter},
+               {"Change", "+ 0.000;- 0.000", xlHAlignCenter}};
+  std::string fields;
+  for (const auto& c : cases) fields += (fields.empty() ? "" : ",") + std::string(c.field);
+  Open(fields, {"A"});
+  MakeAndSetUp(std::string(std::size(cases), 'x'));
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(cases[i].field);
+    const auto cell = Cell("A3")->Cells(1, static_cast<std::int32_t>(i) + 1);
+    EXPECT_EQ(cell->NumberFormat(), Variant(cases[i].format));
+    EXPECT_EQ(cell->HorizontalAlignment(), Variant(cases[i].alignment));
+    EXPECT_EQ(ConditionsOf(*cell), cases[i].field == std::string("Change") ? kRisesAndFalls : Texts());
   }
   EXPECT_EQ(Cell("A2")->NumberFormat(), Variant("General"));
-  EXPECT_EQ(Cell("F3")->NumberFormat(), Variant("General"));
-  const auto conditions = Cell("E3")->FormatConditions();
-  ASSERT_EQ(conditions->Count(), 2);
-  EXPECT_EQ(conditions->Item(1)->Font()->ColorIndex(), Variant(10));
-  EXPECT_EQ(conditions->Item(2)->Font()->ColorIndex(), Variant(3));
-  EXPECT_EQ(Cell("A3")->FormatConditions()->Count(), 0);
+  EXPECT_EQ(Cell("P3")->NumberFormat(), Variant("General"));
+}
+
+TEST_F(VerticalSheets, FormatNoFieldThatIsSpeltInAnotherCase) {
+  Open("LAST,change", {"A"});
+  MakeAndSetUp("xx");
+  EXPECT_EQ(Cell("A3:B3")->NumberFormat(), Variant("General"));
+  EXPECT_THAT(ConditionsOf(*Cell("A3:B3")), IsEmpty());
 }
 
 TEST_F(VerticalSheets, ColourChangesByTwoConditionsHoweverOftenTheyAreSetUp) {
   Open("Change", {"A"});
   for (int i = 0; i < 3; ++i) MakeAndSetUp("x");
-  EXPECT_EQ(Cell("A3")->FormatConditions()->Count(), 2);
+  EXPECT_EQ(ConditionsOf(*Cell("A3:A36002")), kRisesAndFalls);
 }
 
 TEST_F(VerticalSheets, FormatAsManyRowsAsTheLimitSays) {
@@ -282,6 +311,8 @@ TEST_F(VerticalSheets, FormatAsManyRowsAsTheLimitSays) {
 
 TEST_F(VerticalSheets, ColourTheirHeadersInTheStyleOfTheTable) {
   Open("Last,Bid,Ask", {"A"});
+  MakeAndSetUp("x-x");
+  Cell("A2:B2")->HorizontalAlignment(xlHAlignCenter);
   MakeAndSetUp("x-x");
   for (const char* header : {"A2", "B2"}) {
     SCOPED_TRACE(header);
