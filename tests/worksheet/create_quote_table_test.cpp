@@ -1,5 +1,6 @@
 // What Go writes on the quote table's sheet.
 
+#include "automation/number.h"
 #include "host/excel/comment.h"
 #include "host/excel/interior.h"
 #include "support/logging_registry.h"
@@ -69,8 +70,11 @@ TEST_F(QuoteTable, SaysInItsCaptionHowItIsUpdated) {
                  [&](frmMirelo& form) {
                    form.AddListQuoteSource("CSWatch - Delayed");
                    form.chkUpdOrNot.Value(c.ticked ? 1 : 0);
-                   form.txtSec.Text("15");
-                   if (c.ticked) form.txtSec.Text(c.seconds);
+                   if (!c.ticked) return;
+                   // The box keeps the words of a number that its bar stands at.
+                   form.txtSec.Text(NumberText(Val(c.seconds)));
+                   form.txtSec.Text(c.seconds);
+                   ASSERT_EQ(form.txtSec.Text(), c.seconds);
                  }),
               c.result);
     EXPECT_EQ(Text("A1"), c.caption);
