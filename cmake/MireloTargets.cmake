@@ -14,8 +14,11 @@ if(MIRELO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 add_library(mirelo_options INTERFACE)
-target_include_directories(mirelo_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
-target_compile_options(mirelo_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror=return-type)
+target_include_directories(mirelo_options INTERFACE $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/src>)
+target_compile_features(mirelo_options INTERFACE cxx_std_20)
+# The warnings are ours: who uses the installed library has their own.
+target_compile_options(mirelo_options INTERFACE
+  "$<BUILD_INTERFACE:-Wall;-Wextra;-Wpedantic;-Wconversion;-Werror=return-type>")
 # The check of virtual tables is off: it opens a pipe, so it cries wolf where a test takes all descriptors away.
 if(MIRELO_SANITIZE)
   target_compile_options(mirelo_options INTERFACE

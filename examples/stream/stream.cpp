@@ -1,0 +1,89 @@
+// Listens to QuoteTracker's Level I stream and prints the first ten quotes as they come:
+//
+//   stream 16240 "Arbor Financial (delayed)" MSFT IBM
+//
+// The first argument is QuoteTracker's stream port, the second one of the quote sources that mirelo sources
+// shows (fetch them with mirelo sources --update). The stream needs credentials: mirelo credentials set.
+
+#include <mirelo.h>
+
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kWanted = 10;
+
+void Print(const mirelo::cQTData& quote) {
+  std::cout << quote.Symbol() << '\t' << quote.DateQT() << '\t' << quote.TimeQT() << '\t'
+            << quote.Last_Price() << '\t' << quote.Last_Volume() << '\n';
+}
+
+int Run(const std::string& port, const std::string& source, const std::vector<std::string>& tickers) {
+  mirelo::LinuxHost machine;
+  const mirelo::host::HostScope installed(machine);
+  machine.Override("SocketPort", port);  // in place of the setting, and for this run only
+
+  mirelo::cMirelo facade;
+  facade.StatusRunWorkQT(mirelo::Status_LEVEL_I_FULL_QUOTE);  // what the conversation is for
+
+  // Shared, so that a handler may let go of it.
+  const auto stream = std::make_shared<mirelo::cQTStreaming>();
+  const std::string file = stream->GiveStreamerFile(source);
+  if (file.empty()) {
+    std::cerr << "no quote source is named \"" << source << "\"\n";
+    return 1;
+  }
+  stream->Owner(&facade);
+  stream->arrTickers(mirelo::VariantArray::OfTexts(tickers));
+  stream->st_StreamerFile(file);
+  stream->DovantaFormatUserDate("yyyy-mm-dd");
+  stream->StartStop(true);  // deliver
+
+  // The stream tells its progress in words for people, but not that the peer has gone: the sockets do.
+  bool lost = false;
+  stream->OnStatusText.Subscribe([](const std::string& text) { std::cerr << text << '\n'; });
+  machine.sockets().Dropped.Subscribe([&](const std::string& reason) {
+    std::cerr << reason << '\n';
+    lost = true;
+  });
+
+  // Each time quotes wait: take all, look at them, give them back.
+  int printed = 0;
+  stream->QTDatas.Subscribe([&] {
+    if (const auto quotes = stream->GetQTData()) {
+      for (const auto& quote : *quotes) {
+        if (printed < kWanted) Print(*quote);
+        ++printed;
+      }
+    }
+    stream->FreeQTDataBuffer();
+  });
+
+  // Returns at once; all else happens in the machine's message loop.
+  stream->connect();
+  machine.loop().RunUntil([&] { return lost || printed >= kWanted; });
+
+  if (!lost) stream->stop_sub();
+  stream->DisConnect();
+  stream->Owner(nullptr);  // the facade goes before the stream's last reference may
+  return printed >= kWanted ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 4) {
+    std::cerr << "usage: stream PORT SOURCE TICKER...\n";
+    return 2;
+  }
+  try {
+    return Run(argv[1], argv[2], {argv + 3, argv + argc});
+  } catch (const std::exception& error) {  // failures of the library are mirelo::RuntimeError
+    std::cerr << "error: " << error.what() << '\n';
+    return 1;
+  }
+}

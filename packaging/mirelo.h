@@ -1,0 +1,38 @@
+#pragma once
+
+// All that a program needs which uses the library as the spreadsheet's macros do:
+//
+//   mirelo::LinuxHost machine;
+//   const mirelo::host::HostScope installed(machine);  // before the first object of the library is made
+//   mirelo::cMirelo facade;
+//   facade.LoadMasPosition();
+//   ...
+//
+// Link with Mirelo::linux, and with Mirelo::workbook for a spreadsheet to hand over as ExcelApplication. A
+// program that stands on another machine derives its own host from host/host.h and the ports beside it, and
+// links with Mirelo::mirelo alone.
+
+#include "adapters/workbook/spreadsheet.h"
+#include "app/linux_host.h"
+#include "automation/runtime_error.h"
+#include "automation/variant.h"
+#include "core/CAppSettings.h"
+#include "core/cMirelo.h"
+#include "core/mGlobal.h"
+#include "core/product.h"
+#include "host/clock.h"
+#include "host/credential_vault.h"
+#include "host/desktop.h"
+#include "host/host.h"
+#include "host/message_loop.h"
+#include "host/operating_system.h"
+#include "host/registry.h"
+#include "host/wininet_api.h"
+#include "host/winsock_library.h"
+#include "streaming/cQTStreaming.h"
+
+namespace mirelo {
+
+using app::LinuxHost;
+
+}  // namespace mirelo

@@ -1,0 +1,71 @@
+"""The installed library, as programs of other people find and use it: the examples, built outside of this build."""
+
+import re
+import unittest
+
+from support import SOURCE, InstalledCase, StandIn, run
+
+WARNINGS = "-Wall -Wextra -Wpedantic -Wconversion -Werror"
+
+
+def configure(source, build, prefix):
+    run("cmake", "-G", "Ninja", "-S", source, "-B", build, f"-DCMAKE_PREFIX_PATH={prefix}", f"-DCMAKE_CXX_FLAGS={WARNINGS}")
+
+
+class Library(InstalledCase):
+    def build_example(self, name):
+        build = self.folder / name
+        configure(SOURCE / "examples" / name, build, self.prefix)
+        run("cmake", "--build", build)
+        return build / name
+
+    def test_asks_for_quotes_and_tells_the_volume_between_two_looks(self):
+        snapshot = self.build_example("snapshot")
+        with StandIn(self.programs, "--seed", "7") as stand_in:
+            lines = self.run_here(snapshot, stand_in.http_port, "MSFT", "IBM").splitlines()
+
+        self.assertEqual(lines[0], "Ticker\tLast\tLastVolume\tDate\tTime")
+        rows = [line.split("\t") for line in lines[1:]]
+        self.assertEqual([row[0] for row in rows], ["MSFT", "IBM", "MSFT", "IBM"])
+        for _, last, _, date, _ in rows:
+            self.assertGreater(float(last), 0)
+            self.assertRegex(date, r"^\d{4}-\d\d-\d\d$")
+        first, second = rows[:2], rows[2:]
+        self.assertEqual([row[2] for row in first], ["0", "0"])
+        self.assertGreater(sum(int(row[2]) for row in second), 0)
+
+    def test_says_that_nobody_answers(self):
+        # The port of a stand-in that has gone again: nobody listens there.
+        with StandIn(self.programs) as gone:
+            port = gone.http_port
+        snapshot = self.build_example("snapshot")
+        self.run_here(snapshot, port, "MSFT", expect=1)
+
+    def test_takes_quotes_from_the_stream(self):
+        stream = self.build_example("stream")
+        with StandIn(self.programs, "--rate", "max", "--kinds", "L1") as stand_in:
+            self.mirelo("settings", "set", "SocketPort", stand_in.stream_port)
+            self.mirelo("credentials", "set", input="MireloDemo\ndemo-secret\n")
+            source = re.split("  +", self.mirelo("sources", "--update").splitlines()[3].strip())[0]
+            lines = self.run_here(stream, stand_in.stream_port, source, "MSFT", "IBM").splitlines()
+
+        rows = [line.split("\t") for line in lines]
+        self.assertEqual(len(rows), 10)
+        self.assertEqual({row[0] for row in rows}, {"MSFT", "IBM"})
+        for _, date, _, last, _ in rows:
+            self.assertRegex(date, r"^\d{4}-\d\d-\d\d$")
+            self.assertGreaterEqual(float(last), 0)
+
+    def test_is_not_taken_for_a_version_that_it_is_not(self):
+        project = self.home / "project"
+        project.mkdir()
+        (project / "CMakeLists.txt").write_text(
+            "cmake_minimum_required(VERSION 3.25)\nproject(other LANGUAGES CXX)\nfind_package(Mirelo 7 QUIET)\n"
+            'if(Mirelo_FOUND)\n  message(FATAL_ERROR "found ${Mirelo_VERSION}")\nendif()\n'
+            'if(NOT Mirelo_CONSIDERED_VERSIONS)\n  message(FATAL_ERROR "not even considered")\nendif()\n'
+        )
+        configure(project, self.home / "build", self.prefix)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
