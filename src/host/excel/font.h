@@ -20,6 +20,9 @@ class Font : public Object {
   // taken as automatic. A colour outside the palette reads as the nearest of it.
   virtual Variant ColorIndex() = 0;
   virtual void ColorIndex(std::int32_t index) = 0;
+
+  // The colour itself: red, and 256 times green, and 65536 times blue. Black for the automatic one.
+  virtual Variant Color() = 0;
 };
 
 }  // namespace mirelo::host::excel

@@ -16,6 +16,9 @@ class Interior : public Object {
   // taken as no fill. A colour outside the palette reads as the nearest of it.
   virtual Variant ColorIndex() = 0;
   virtual void ColorIndex(std::int32_t index) = 0;
+
+  // The colour itself: red, and 256 times green, and 65536 times blue. White where there is no fill.
+  virtual Variant Color() = 0;
 };
 
 }  // namespace mirelo::host::excel

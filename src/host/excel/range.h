@@ -12,6 +12,7 @@ namespace mirelo::host::excel {
 
 class Border;
 class Comment;
+class DisplayFormat;
 class Font;
 class FormatConditions;
 class Interior;
@@ -140,6 +141,8 @@ class Range : public Object {
   // vertical (horizontal) lines: setting them does nothing, and they read as lines that are not there.
   virtual std::shared_ptr<Border> Borders(XlBordersIndex index) = 0;
   virtual std::shared_ptr<excel::FormatConditions> FormatConditions() = 0;
+  // The look of the first cell at this moment.
+  virtual std::shared_ptr<excel::DisplayFormat> DisplayFormat() = 0;
 };
 
 }  // namespace mirelo::host::excel

@@ -21,4 +21,21 @@ inline std::int32_t IndexOfColor(Color color) {
   return color == kAutomatic ? std::int32_t{host::excel::xlColorIndexAutomatic} : NearestIndex(color);
 }
 
+// What shows most of a fill; kAutomatic where there is none.
+inline Color ColorOfFill(const FillStyle& fill) {
+  constexpr std::uint8_t kSolid = 1;
+  return fill.pattern == 0 ? kAutomatic : fill.pattern == kSolid ? fill.foreground : fill.background;
+}
+inline std::int32_t IndexOfFill(const FillStyle& fill) {
+  return fill.pattern == 0 ? std::int32_t{host::excel::xlColorIndexNone} : IndexOfColor(ColorOfFill(fill));
+}
+
+// A colour as clients are told it: red in the lowest byte.
+inline constexpr Color kBlack = 0x000000;
+inline constexpr Color kWhite = 0xFFFFFF;
+inline std::int32_t NumberOfColor(Color color, Color automatic) {
+  const Color shown = color == kAutomatic ? automatic : color;
+  return (shown & 0xFF) << 16 | (shown & 0xFF00) | (shown >> 16 & 0xFF);
+}
+
 }  // namespace mirelo::workbook

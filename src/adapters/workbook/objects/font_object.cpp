@@ -17,8 +17,12 @@ Variant FontObject::ColorIndex() {
 }
 
 void FontObject::ColorIndex(std::int32_t index) {
-  const Color color = ColorOfIndex(index);
+  const workbook::Color color = ColorOfIndex(index);
   ChangeStyle(block_, [&](Style& style) { style.font.color = color; });
+}
+
+Variant FontObject::Color() {
+  return CommonOf(block_, [](const Style& style) { return NumberOfColor(style.font.color, kBlack); });
 }
 
 }  // namespace mirelo::workbook

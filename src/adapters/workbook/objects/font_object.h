@@ -16,6 +16,7 @@ class FontObject final : public host::excel::Font {
   void Bold(bool bold) override;
   Variant ColorIndex() override;
   void ColorIndex(std::int32_t index) override;
+  Variant Color() override;
 
  private:
   CellBlock block_;

@@ -24,10 +24,14 @@ class ConditionFont final : public Font {
   Variant Bold() override { return condition_->look.bold ? Variant(true) : Variant(); }
   void Bold(bool bold) override { condition_->look.bold = bold; }
   Variant ColorIndex() override {
-    const Color color = condition_->look.color;
+    const workbook::Color color = condition_->look.color;
     return color == kAutomatic ? Variant() : Variant(IndexOfColor(color));
   }
   void ColorIndex(std::int32_t index) override { condition_->look.color = ColorOfIndex(index); }
+  Variant Color() override {
+    const workbook::Color color = condition_->look.color;
+    return color == kAutomatic ? Variant() : Variant(NumberOfColor(color, kBlack));
+  }
 
  private:
   std::shared_ptr<Condition> condition_;

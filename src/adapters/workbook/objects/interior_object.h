@@ -14,6 +14,7 @@ class InteriorObject final : public host::excel::Interior {
 
   Variant ColorIndex() override;
   void ColorIndex(std::int32_t index) override;
+  Variant Color() override;
 
  private:
   CellBlock block_;

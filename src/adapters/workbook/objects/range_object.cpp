@@ -13,6 +13,7 @@
 #include "adapters/workbook/objects/border_object.h"
 #include "adapters/workbook/objects/cell_search.h"
 #include "adapters/workbook/objects/comment_object.h"
+#include "adapters/workbook/objects/display_format_object.h"
 #include "adapters/workbook/objects/font_object.h"
 #include "adapters/workbook/objects/format_conditions_object.h"
 #include "adapters/workbook/objects/interior_object.h"
@@ -216,5 +217,7 @@ std::shared_ptr<Border> RangeObject::Borders(XlBordersIndex index) {
 std::shared_ptr<FormatConditions> RangeObject::FormatConditions() {
   return std::make_shared<FormatConditionsObject>(block_);
 }
+
+std::shared_ptr<DisplayFormat> RangeObject::DisplayFormat() { return LookOf(block_); }
 
 }  // namespace mirelo::workbook

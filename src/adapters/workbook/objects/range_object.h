@@ -66,6 +66,7 @@ class RangeObject final : public host::excel::Range {
   std::shared_ptr<host::excel::Interior> Interior() override;
   std::shared_ptr<host::excel::Border> Borders(host::excel::XlBordersIndex index) override;
   std::shared_ptr<host::excel::FormatConditions> FormatConditions() override;
+  std::shared_ptr<host::excel::DisplayFormat> DisplayFormat() override;
 
  private:
   // Another range of the same sheet.
