@@ -160,6 +160,12 @@ bool CurlInternet::InternetCloseHandle(Handle handle) {
   return true;
 }
 
+void CurlInternet::StopTransfers() {
+  for (const auto& [handle, entry] : handles_) {
+    if (entry.transfer) entry.transfer->Stop();
+  }
+}
+
 host::WinInetApi::Handle CurlInternet::Open(Entry entry) {
   handles_.emplace(++last_handle_, std::move(entry));
   return last_handle_;

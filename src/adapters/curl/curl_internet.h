@@ -47,6 +47,10 @@ class CurlInternet final : public host::WinInetApi {
   bool InternetReadFile(Handle handle, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
   bool InternetCloseHandle(Handle handle) override;
 
+  // Breaks off all transfers, as closing their requests would; the handles stay open. Calls that wait for one
+  // return.
+  void StopTransfers();
+
   // How many handles are open: a caller that leaks one shows here.
   std::size_t OpenHandles() const { return handles_.size(); }
 
