@@ -1,28 +1,13 @@
 #include "app/dialog_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstring>
-#include <iostream>
-#include <string>
-#include <vector>
 
-#include "app/child_process.h"
-#include "app/exit_code.h"
 #include "app/options.h"
-#include "app/without_windows.h"
+#include "app/session.h"
+#include "app/show_dialog.h"
+#include "app/window_program.h"
 
 namespace mirelo::app {
-
-namespace {
-
-constexpr const char* kToInstall =
-    "The windows are a program of their own, mirelo-windows. Install it beside mirelo; it needs Qt 6 Widgets "
-    "(Debian: libqt6widgets6).\n";
-
-}  // namespace
 
 DialogCommand::DialogCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
   command_ = program.add_subcommand("dialog", "Show the settings dialog");
@@ -38,18 +23,10 @@ DialogCommand::DialogCommand(CLI::App& program, const GlobalOptions& global) : g
 bool DialogCommand::IsChosen() const { return command_->parsed(); }
 
 int DialogCommand::Run() {
-  const std::filesystem::path program = ProgramFolder() / "mirelo-windows";
-  std::vector<std::string> arguments{program.string()};
-  if (global_.registry) arguments.insert(arguments.end(), {"--registry", global_.registry->string()});
-  if (workbook_) arguments.insert(arguments.end(), {"--workbook", workbook_->string()});
-
-  std::vector<char*> pointers;
-  for (std::string& argument : arguments) pointers.push_back(argument.data());
-  pointers.push_back(nullptr);
-  ::execv(program.c_str(), pointers.data());
-  std::cerr << "error: cannot start " << program.string() << ": " << std::strerror(errno) << ".\n"
-            << kToInstall << kWithoutWindows;
-  return kFailed;
+  if (!global_.show_windows) return BecomeWindowProgram(global_.words);
+  Session session(global_);
+  global_.show_windows(session.host());
+  return ShowDialog(session, workbook_);
 }
 
 }  // namespace mirelo::app

@@ -18,7 +18,7 @@ class DialogCommand {
   DialogCommand(CLI::App& program, const GlobalOptions& global);
 
   bool IsChosen() const;
-  // Becomes that program; returns only when it cannot be started.
+  // Where there are no windows, becomes the program that has them.
   int Run();
 
  private:

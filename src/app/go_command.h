@@ -3,10 +3,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "app/dialog_wishes.h"
+#include "app/wish_options.h"
 
 namespace CLI {
 class App;
@@ -25,20 +23,12 @@ class GoCommand {
   int Run();
 
  private:
-  DialogWishes Wishes() const;
   int Report(std::int32_t result, int messages);
 
   const GlobalOptions& global_;
   CLI::App* command_;
-  std::vector<std::string> tickers_;
-  std::vector<std::string> columns_;
-  std::vector<std::string> settings_;
-  std::vector<std::string> ticks_;
-  std::string source_;
+  std::optional<WishOptions> wishes_;
   std::optional<std::filesystem::path> workbook_;
-  std::string address_;
-  int http_port_ = 0;
-  int socket_port_ = 0;
 };
 
 }  // namespace mirelo::app

@@ -29,6 +29,7 @@ Interrupt::Interrupt(host::MessageLoop& loop) : loop_(loop) {
     requested_ = true;
     const sigset_t caught = StopSignals();
     ::sigprocmask(SIG_UNBLOCK, &caught, nullptr);  // the next one is not ours
+    Stopped.Raise();
   });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "automation/event.h"
 #include "host/message_loop.h"
 
 namespace mirelo::app {
@@ -15,6 +16,8 @@ class Interrupt {
 
   // Whether the person asked to stop.
   bool Requested() const { return requested_; }
+  // Raised when the person does, from the loop.
+  Event<> Stopped;
 
   // Lets the loop run for this time, or until the person asks to stop. True when the time passed.
   bool Pause(host::MessageLoop::Milliseconds time);

@@ -43,6 +43,14 @@ void LinuxHost::RunOn(std::unique_ptr<host::MessageLoop> loop) { loop_ = std::mo
 void LinuxHost::ShowOn(std::unique_ptr<host::Desktop> desktop) { desktop_ = std::move(desktop); }
 void LinuxHost::FetchThrough(Wrap wrap) { wrap_internet_ = std::move(wrap); }
 
+void LinuxHost::KeepCredentialsIn(const std::filesystem::path& folder) {
+  vault_ = std::make_unique<sodium::SodiumVault>(folder);
+}
+
+void LinuxHost::HangUp() {
+  if (internet_) internet_->StopTransfers();
+}
+
 host::MessageLoop& LinuxHost::loop() { return MadeOnce<poll::PollLoop>(loop_); }
 host::Clock& LinuxHost::clock() { return MadeOnce<headless::SystemClock>(clock_); }
 host::Registry& LinuxHost::registry() { return overriding(); }

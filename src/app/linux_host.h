@@ -9,6 +9,10 @@
 #include "app/observed_sockets.h"
 #include "host/host.h"
 
+namespace mirelo::curl {
+class CurlInternet;
+}
+
 namespace mirelo::app {
 
 class OverridingRegistry;
@@ -33,6 +37,11 @@ class LinuxHost : public host::Host {
   void RunOn(std::unique_ptr<host::MessageLoop> loop);
   void ShowOn(std::unique_ptr<host::Desktop> desktop);
   void FetchThrough(Wrap wrap);
+  // Keeps credentials in this folder in place of the user's own.
+  void KeepCredentialsIn(const std::filesystem::path& folder);
+
+  // Breaks off HTTP transfers that are under way, so that calls which wait for them return.
+  void HangUp();
 
   host::MessageLoop& loop() override;
   host::Clock& clock() override;
@@ -51,7 +60,7 @@ class LinuxHost : public host::Host {
   std::unique_ptr<host::Clock> clock_;
   std::unique_ptr<host::Registry> stored_;
   std::unique_ptr<OverridingRegistry> registry_;
-  std::unique_ptr<host::WinInetApi> internet_;
+  std::unique_ptr<curl::CurlInternet> internet_;
   Wrap wrap_internet_;
   std::unique_ptr<host::WinInetApi> wrapped_internet_;
   std::unique_ptr<host::WinsockLibrary> plain_sockets_;

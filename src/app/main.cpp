@@ -38,6 +38,7 @@ int Main(int argc, char** argv) {
   program.fallthrough();
 
   GlobalOptions global;
+  global.words.assign(argv + 1, argv + argc);
   program.add_option("--registry", global.registry,
                      "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)");
   RunCommand run(program, global);

@@ -1,14 +1,23 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace mirelo::app {
 
-// What can stand on the command line in front of any command.
+class LinuxHost;
+
+// What stands in front of a command, and what a command must know of its program.
 struct GlobalOptions {
-  // A registry file in place of the user's own.
   std::optional<std::filesystem::path> registry;
+
+  // The whole command line behind the program's name.
+  std::vector<std::string> words;
+  // Has a host show windows in place of the terminal. Empty in the program that has none.
+  std::function<void(LinuxHost&)> show_windows;
 };
 
 }  // namespace mirelo::app

@@ -1,38 +1,45 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "app/quote_rows.h"
 #include "core/cQTData.h"
 
 namespace mirelo::app {
 
 // What is known of each ticker of a stream. A streamed quote holds only what its record carried; the board
-// keeps the rest from before.
+// keeps the rest from before, but for the volume since the quote before, which is a quote's own.
 class QuoteBoard {
  public:
-  static const std::vector<std::string>& Columns();
+  // All that a streamed quote can show, in an order for reading.
+  static const std::vector<std::string>& AllColumns();
 
-  // The board shows a row for each of these from the start, and for others when they come.
-  explicit QuoteBoard(const std::vector<std::string>& tickers);
+  // The board has a row for each of these tickers from the start, and for others when they come. A column
+  // that quotes do not have stays empty. `columns` are found without regard to case.
+  QuoteBoard(std::vector<std::string> columns, const std::vector<std::string>& tickers);
 
-  void Take(const cQTData& quote);
+  // The number of the ticker's row, from 0.
+  std::size_t Take(const cQTData& quote);
 
-  // A row per ticker; a cell that nothing is known of is empty.
-  std::vector<std::vector<std::string>> Rows() const;
+  const std::vector<std::string>& Columns() const { return columns_; }
+  const QuoteRows& Rows() const { return rows_; }
   std::int64_t QuoteCount() const { return quote_count_; }
 
  private:
-  std::vector<std::string>& RowOf(const std::string& ticker);
+  std::size_t RowOf(const std::string& ticker);
 
+  std::vector<std::string> columns_;
+  std::vector<std::size_t> fields_;  // of the columns, as numbers of all columns
   std::unordered_map<std::string, std::size_t> places_;
-  std::vector<std::vector<std::string>> rows_;
+  QuoteRows rows_;
   std::int64_t quote_count_ = 0;
 };
 
-// The same columns of one quote alone; what its record lacked is empty.
-std::vector<std::string> QuoteFields(const cQTData& quote);
+// All columns of one quote alone; what its record lacked is empty.
+QuoteRow QuoteFields(const cQTData& quote);
 
 }  // namespace mirelo::app

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "app/snapshot_feed.h"
+#include "app/quote_rows.h"
 
 namespace mirelo::host::excel {
 class Application;
@@ -13,30 +15,32 @@ class Worksheet;
 
 namespace mirelo::app {
 
-// The quote table on its worksheet, as the macros write it: caption in A1, column names in row 2, one row per
-// ticker from row 3 on, the ticker in column A whatever name heads it.
+// The quote table on its worksheet as Go has built it: the tickers in column A from row 3 on, the columns
+// from the left under their headers. The macros fill it.
 class QuoteSheet {
  public:
-  static constexpr const char* kName = "Dovanta2_Quotes";
+  // Error 9 when the active workbook has no quote table. `columns` are the table's, the ticker's among them.
+  QuoteSheet(host::excel::Application& application, std::vector<std::string> columns);
 
-  // Finds the sheet in the active workbook, or adds it, clears what stood in the frame and writes the frame.
-  // Prices are shown in `price_format`, a number format such as "0.00".
-  QuoteSheet(host::excel::Application& application, const std::string& caption,
-             std::vector<std::string> columns, const std::vector<std::string>& tickers,
-             const std::string& price_format);
+  // From above, down to the first cell without one.
+  const std::vector<std::string>& Tickers() const { return tickers_; }
+  const std::vector<std::string>& Columns() const { return columns_; }
 
-  // Writes one fetch into the frame, in one block: numbers as numbers, dates and times as such, all else as
-  // text.
+  // Notes that the cells of this ticker, counted from 0, are to be written.
+  void Touch(std::size_t row);
+  // Writes the rows that were touched, each run of them as one block. Column A stays as it is.
   void Write(const QuoteRows& rows);
 
+  // Makes the columns as wide as what they hold.
+  void Fit();
+
  private:
-  void ClearFrame();
-  void WriteFrame(const std::string& caption, const std::vector<std::string>& tickers);
-  void FormatColumns(const std::string& price_format);
+  void WriteBlock(const QuoteRows& rows, std::size_t first, std::size_t end);
 
   std::shared_ptr<host::excel::Worksheet> sheet_;
   std::vector<std::string> columns_;
-  std::int32_t row_count_;
+  std::vector<std::string> tickers_;
+  std::vector<bool> touched_;
 };
 
 }  // namespace mirelo::app

@@ -1,106 +1,145 @@
 #include "app/run_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <chrono>
+#include <exception>
 #include <iostream>
-#include <optional>
+#include <memory>
+#include <utility>
 
+#include "app/attended_desktop.h"
+#include "app/day_view.h"
+#include "app/demonstration.h"
+#include "app/dialog_person.h"
+#include "app/dialog_result.h"
+#include "app/duration.h"
 #include "app/exit_code.h"
 #include "app/options.h"
-#include "app/quote_sheet.h"
 #include "app/session.h"
-#include "app/snapshot_feed.h"
-#include "app/stand_in.h"
-#include "app/temporary_folder.h"
-#include "app/text_table.h"
+#include "app/window_program.h"
 #include "app/workbook_file.h"
+#include "app/workbook_keeper.h"
+#include "app/working_day.h"
+#include "automation/runtime_error.h"
 
 namespace mirelo::app {
 
 namespace {
 
-constexpr int kDemoUpdates = 5;
-const std::vector<std::string> kDemoTickers{"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"};
+CLI::Validator IsDuration() {
+  return CLI::Validator(
+      [](const std::string& text) {
+        return ParseDuration(text) ? std::string()
+                                   : "\"" + text + "\" is no duration; write 20s, 90m or 8h30m";
+      },
+      "");
+}
 
 }  // namespace
 
 RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand(
-      "run",
-      "Keep the quote table of a workbook up to date, every so many seconds as the setting Seconds says");
+  command_ = program.add_subcommand("run",
+                                    "A working day: fill the settings dialog, press Go, and keep the "
+                                    "workbook's tables and charts up to date");
+  command_
+      ->add_option("--workbook", workbook_, "The .xlsx file that holds the tables; made when it is absent")
+      ->capture_default_str();
+  command_->add_option("--for", for_, "End after so long, as 20s, 90m or 8h30m; without it, at Ctrl-C")
+      ->check(IsDuration());
+  auto* window = command_->add_flag("--window", window_, "Show the settings dialog in a window");
+  auto* headless =
+      command_->add_flag("--headless", headless_,
+                         "Fill the settings dialog from the options below, without showing it (default)");
+  window->excludes(headless);
   command_->add_flag("--demo", demo_,
                      "Use the built-in QuoteTracker stand-in and settings of its own; yours stay untouched");
-  command_->add_option("--tickers", tickers_, "The tickers of the table, joined by commas")->delimiter(',');
-  command_->add_option("--updates", updates_, "End after so many updates; 0 goes on until Ctrl-C (--demo: 5)")
-      ->check(CLI::NonNegativeNumber);
-  command_->add_option("--workbook", workbook_, "The .xlsx file that holds the table; made when it is absent")
-      ->capture_default_str();
+  wishes_.emplace(*command_);
+  command_->footer(
+      "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table. "
+      "With\n"
+      "--set Seconds=0 quotes are streamed, otherwise asked for every so many seconds. The workbook is "
+      "saved\n"
+      "every half minute and at the end. Ctrl-C ends in order, a second one at once.\n"
+      "Exit codes: 0 the workbook is saved, 1 it is not or the day could not begin, 2 asked for something "
+      "that\n"
+      "the dialog does not have.");
 }
 
 bool RunCommand::IsChosen() const { return command_->parsed(); }
 
-int RunCommand::Run() {
-  if (demo_) return RunDemo();
-  if (tickers_.empty()) {
-    std::cerr << "error: which tickers? Name them with --tickers MSFT,IBM, or try --demo\n";
-    return kWrongUsage;
+int RunCommand::Run() try {
+  if (window_ && !global_.show_windows) return BecomeWindowProgram(global_.words);
+  DialogWishes wishes = wishes_->Wishes();
+  if (!demo_) {
+    Session session(global_);
+    return RunIn(session, wishes);
   }
-  Session session(global_);
-  return Follow(session, updates_);
-}
-
-int RunCommand::RunDemo() {
   std::cerr << "Starting the QuoteTracker stand-in\n";
-  const StandIn stand_in;
-  const TemporaryFolder folder;
-  GlobalOptions options;
-  options.registry = folder.Path() / "registry.db";
+  const Demonstration demonstration;
+  const GlobalOptions options = demonstration.Options(global_);
   Session session(options);
-  session.host().OverrideHttpPort(stand_in.HttpPort());
-  session.host().Override("Seconds", "1");
-  if (tickers_.empty()) tickers_ = kDemoTickers;
-  return Follow(session, updates_ > 0 ? updates_ : kDemoUpdates);
+  demonstration.Prepare(session);
+  return RunIn(session, demonstration.Wishes(std::move(wishes)));
+} catch (const Unfulfilled& unfulfilled) {
+  std::cerr << "error: " << unfulfilled.what() << '\n';
+  return kWrongUsage;
 }
 
-int RunCommand::Follow(Session& session, int updates) {
-  auto& interrupt = session.interrupt();
-  auto& facade = session.facade();
-  facade.DovantaFormatUserDate("mm/dd/yyyy");
-  const auto seconds = std::max(1, facade.Seconds());
-
+int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   auto spreadsheet = OpenOrNew(workbook_);
-  const auto excel = spreadsheet.Application();
-  facade.ExcelApplication(Variant(excel));
-  SnapshotFeed feed(facade, tickers_);
-  QuoteSheet sheet(*excel, "SnapShot( " + std::to_string(seconds) + " sec)", feed.Columns(), tickers_,
-                   facade.DecimalPlacesFormat());
-
-  std::optional<QuoteRows> shown;
-  for (int update = 1;; ++update) {
-    if (auto rows = feed.Fetch()) {
-      sheet.Write(*rows);
-      shown = std::move(rows);
-      std::cerr << "Update " << update << (updates > 0 ? " of " + std::to_string(updates) : "") << ": "
-                << tickers_.size() << " quotes\n";
-    } else {
-      std::cerr << "Update " << update << ": no quotes; going on\n";
-    }
-    if (update == updates || !interrupt.Pause(std::chrono::seconds(seconds))) break;
+  auto& host = session.host();
+  std::optional<DialogPerson> person;
+  if (window_) {
+    global_.show_windows(host);
+  } else {
+    auto desktop = std::make_unique<AttendedDesktop>();
+    person.emplace(wishes, *desktop);
+    host.ShowOn(std::move(desktop));
   }
-  if (!shown) {
-    std::cerr << "error: QuoteTracker sent no quotes, so nothing was saved\n";
+
+  WorkingDay day(host.loop(), host.sockets(), spreadsheet.Application());
+  const std::int32_t result = day.ShowDialog();
+  if (person && person->Complained()) {
+    std::cerr << "error: " << person->Complained()->text << "\nNothing was committed.\n";
+    return person->Complained()->code;
+  }
+  if (!IsCommitted(result)) {
+    std::cerr << "Nothing was committed.\n";
     return kFailed;
   }
 
-  spreadsheet.Save(workbook_);
-  TextTable table(feed.Columns());
-  for (const auto& row : *shown) table.AddRow(row);
-  std::cout << table.ToText(::isatty(STDOUT_FILENO) == 1) << "Saved in "
-            << std::filesystem::absolute(workbook_).string() << '\n';
-  return kGood;
+  WorkbookKeeper keeper(host.loop(), spreadsheet, workbook_, [&] { day.Fit(); });
+  DayView view(host.loop(), day, keeper);
+  const bool went_well = Follow(session, day, keeper, view);
+  const std::filesystem::path saved = keeper.SaveAtEnd();
+  view.Summarize(saved.string());
+  if (saved.empty()) std::cerr << "error: the workbook could not be saved\n";
+  return went_well && !saved.empty() ? kGood : kFailed;
+}
+
+bool RunCommand::Follow(Session& session, WorkingDay& day, WorkbookKeeper& keeper, DayView& view) try {
+  auto& host = session.host();
+  auto& interrupt = session.interrupt();
+  interrupt.Stopped.Subscribe([&host] { host.HangUp(); });
+  bool time_is_up = false;
+  host::MessageLoop::Token timer = 0;
+  if (const auto time = ParseDuration(for_)) {
+    timer = host.loop().StartTimer(*time, [&] {
+      time_is_up = true;
+      host.HangUp();
+    });
+  }
+  day.Start();
+  keeper.SaveAtIntervals();
+  view.Begin();
+  day.RunUntil([&] { return time_is_up || interrupt.Requested(); });
+  view.End();
+  day.Stop();
+  host.loop().StopTimer(timer);
+  return true;
+} catch (const std::exception&) {  // what has come until now is kept
+  view.End();
+  std::cerr << "error: " << CurrentError().Description() << '\n';
+  return false;
 }
 
 }  // namespace mirelo::app

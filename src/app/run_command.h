@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
-#include <vector>
+
+#include "app/wish_options.h"
 
 namespace CLI {
 class App;
@@ -11,8 +13,12 @@ class App;
 namespace mirelo::app {
 
 struct GlobalOptions;
+class DayView;
+class Session;
+class WorkbookKeeper;
+class WorkingDay;
 
-// mirelo run: keeps a quote table in a workbook up to date, from QuoteTracker or from its stand-in.
+// mirelo run: a whole working day, from the settings dialog to the last save.
 class RunCommand {
  public:
   RunCommand(CLI::App& program, const GlobalOptions& global);
@@ -21,14 +27,17 @@ class RunCommand {
   int Run();
 
  private:
-  int RunDemo();
-  int Follow(class Session& session, int updates);
+  int RunIn(Session& session, const DialogWishes& wishes);
+  // False when it broke off with an error, which has been told.
+  bool Follow(Session& session, WorkingDay& day, WorkbookKeeper& keeper, DayView& view);
 
   const GlobalOptions& global_;
   CLI::App* command_;
+  std::optional<WishOptions> wishes_;
   bool demo_ = false;
-  std::vector<std::string> tickers_;
-  int updates_ = 0;
+  bool window_ = false;
+  bool headless_ = false;
+  std::string for_;
   std::filesystem::path workbook_ = "quotes.xlsx";
 };
 

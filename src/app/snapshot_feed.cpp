@@ -2,17 +2,13 @@
 
 #include <utility>
 
-#include "automation/text.h"
 #include "automation/variant.h"
-#include "core/CAppSettings.h"
 #include "core/cMirelo.h"
-#include "core/mGlobal.h"
 
 namespace mirelo::app {
 
 namespace {
 
-constexpr const char* kDefaultColumns = "Ticker,Last,Change,Bid,Ask,Date,Time";
 constexpr std::size_t kFullBatch = 81;
 
 }  // namespace
@@ -22,7 +18,7 @@ SnapshotFeed::SnapshotFeed(cMirelo& facade, std::vector<std::string> tickers)
   // A list that fills its last batch comes back empty. One more ticker avoids that; its row is not shown.
   if (asked_.size() % kFullBatch == 0) asked_.push_back(asked_.back());
 
-  columns_ = Split(mGlobal::AppSettings().GetSetting("Settings", "ListRight", kDefaultColumns).ToText(), ",");
+  columns_ = VisibleColumns();
   facade_.LoadMasPosition();
   facade_.masPrevVolume(VariantArray(1, static_cast<std::int32_t>(asked_.size()), 1, 2));
 }

@@ -4,15 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "app/quote_rows.h"
+
 namespace mirelo {
 class cMirelo;
 }
 
 namespace mirelo::app {
-
-// One fetch: a row per ticker in the order asked for, a text per column of Columns(). A cell is empty when
-// the column is unknown or QuoteTracker sent no line for the ticker.
-using QuoteRows = std::vector<std::vector<std::string>>;
 
 // The macros' part of the snapshot route: it gives the facade its column order and the volume table, and asks
 // it for quotes, once for each Fetch.
@@ -25,8 +23,9 @@ class SnapshotFeed {
   // The visible columns, in table order, as the settings name them.
   const std::vector<std::string>& Columns() const { return columns_; }
 
-  // Nothing when QuoteTracker could not be asked or did not answer as it should; the person has been told by
-  // then.
+  // A row per ticker, a text per column of Columns(); a text is empty when the column is unknown or
+  // QuoteTracker sent no line for the ticker. Nothing when QuoteTracker could not be asked or did not answer
+  // as it should; the person has been told by then.
   std::optional<QuoteRows> Fetch();
 
  private:

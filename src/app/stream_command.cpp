@@ -11,18 +11,17 @@
 
 #include "app/checks.h"
 #include "app/exit_code.h"
+#include "app/live_table.h"
 #include "app/options.h"
+#include "app/pulse.h"
 #include "app/quote_board.h"
 #include "app/quote_output.h"
 #include "app/session.h"
+#include "app/stored_source.h"
 #include "app/stream_feed.h"
 #include "app/text_table.h"
-#include "automation/runtime_error.h"
 #include "automation/text.h"
-#include "core/CAppSettings.h"
-#include "core/mGlobal.h"
 #include "quotetracker/session_file.h"
-#include "streaming/cQTStreaming.h"
 
 namespace mirelo::app {
 
@@ -30,8 +29,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr const char* kClearScreen = "\033[H\033[2J";
-constexpr std::chrono::milliseconds kRedrawPace{250};
+// What a terminal shows of each ticker.
+const std::vector<std::string> kTableColumns{"Ticker",  "Last",    "Change", "Bid",        "Ask",
+                                             "BidSize", "AskSize", "Volume", "LastVolume", "High",
+                                             "Low",     "Open",    "Date",   "Time"};
 
 // Writes what the sockets receive to a session file, from the first connection on.
 class Recording {
@@ -48,49 +49,7 @@ class Recording {
   Clock::time_point start_ = Clock::now();
 };
 
-// A table that stands in place on a terminal, its status line below.
-class LiveTable {
- public:
-  LiveTable(host::MessageLoop& loop, const QuoteBoard& board) : loop_(loop), board_(board) { Redraw(); }
-  ~LiveTable() { loop_.StopTimer(timer_); }
-  LiveTable(const LiveTable&) = delete;
-  LiveTable& operator=(const LiveTable&) = delete;
-
-  void Status(const std::string& text) { status_ = text; }
-
-  void Redraw() {
-    TextTable table(QuoteBoard::Columns());
-    for (const auto& row : board_.Rows()) table.AddRow(row);
-    const auto rate =
-        static_cast<double>(board_.QuoteCount() - counted_) * 1000 / static_cast<double>(kRedrawPace.count());
-    counted_ = board_.QuoteCount();
-    std::cout << kClearScreen << table.ToText(true) << '\n'
-              << status_ << "  " << board_.QuoteCount() << " quotes, " << static_cast<long>(rate)
-              << " a second\n"
-              << std::flush;
-    timer_ = loop_.StartTimer(kRedrawPace, [this] { Redraw(); });
-  }
-
- private:
-  host::MessageLoop& loop_;
-  const QuoteBoard& board_;
-  std::string status_;
-  std::int64_t counted_ = 0;
-  host::MessageLoop::Token timer_ = 0;
-};
-
 constexpr std::string_view kStreamerFileEnd = ".SDF";
-
-// The source that the settings dialog remembers.
-std::string StoredSource() {
-  return mGlobal::AppSettings().GetSetting("Settings\\QuoteSource\\First", "ComQuoteSource", "").ToText();
-}
-
-// What the decoder raises for bytes that it cannot follow. The stream goes on behind them.
-bool IsLossOfQuotes(const RuntimeError& error) {
-  return error.Number() == cQTStreaming::kEndlessWalk || error.Number() == Errors::Overflow().Number() ||
-         error.Number() == Errors::SubscriptOutOfRange().Number();
-}
 
 }  // namespace
 
@@ -137,22 +96,24 @@ int StreamCommand::Listen(Session& session, StreamFeed& feed) {
   auto& loop = session.host().loop();
   auto& interrupt = session.interrupt();
   const bool terminal = ::isatty(STDOUT_FILENO) == 1;
-  QuoteBoard board(tickers_);
+  QuoteBoard board(kTableColumns, tickers_);
+  Pulse pulse;
+  std::string status;
   std::optional<LiveTable> live;
-  if (terminal && !csv_ && !json_) live.emplace(loop, board);
+  if (terminal && !csv_ && !json_) {
+    live.emplace(loop, board.Columns(), board.Rows(), [&] { return status + "  " + pulse.Text(); });
+  }
 
   feed.Status.Subscribe([&](const std::string& text) {
-    if (live) {
-      live->Status(text);
-    } else {
-      std::cerr << text << '\n';
-    }
+    status = text;
+    if (!live) std::cerr << text << '\n';
   });
-  if (csv_) std::cout << CsvLine(QuoteBoard::Columns());
+  if (csv_) std::cout << CsvLine(QuoteBoard::AllColumns());
   feed.Quote.Subscribe([&](const cQTData& quote) {
+    pulse.Beat();
     board.Take(quote);
     if (csv_) std::cout << CsvLine(QuoteFields(quote));
-    if (json_) std::cout << JsonLine(QuoteBoard::Columns(), QuoteFields(quote));
+    if (json_) std::cout << JsonLine(QuoteBoard::AllColumns(), QuoteFields(quote));
     if ((csv_ || json_) && terminal) std::cout.flush();
   });
 
@@ -162,19 +123,11 @@ int StreamCommand::Listen(Session& session, StreamFeed& feed) {
                     [&] { time_is_up = true; });
   }
   feed.Start();
-  for (bool done = false; !done;) {
-    try {
-      loop.RunUntil([&] { return time_is_up || interrupt.Requested() || !std::cout; });
-      done = true;
-    } catch (const RuntimeError& error) {
-      if (!IsLossOfQuotes(error)) throw;
-      feed.ReportLoss(error.Description());
-    }
-  }
+  feed.RunUntil([&] { return time_is_up || interrupt.Requested() || !std::cout; });
   feed.Stop();
 
   if (!csv_ && !json_ && !terminal) {
-    TextTable table(QuoteBoard::Columns());
+    TextTable table(board.Columns());
     for (const auto& row : board.Rows()) table.AddRow(row);
     std::cout << table.ToText(false);
   }
@@ -196,7 +149,7 @@ std::string StreamCommand::StreamerFile(Session& session) const {
     return {};
   }
   if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
-  std::string file = std::make_shared<cQTStreaming>()->GiveStreamerFile(source);
+  const std::string file = StreamerFileOf(source);
   if (file.empty()) {
     std::cerr
         << "error: no quote source is named \"" << source

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "automation/ansi.h"
+#include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "automation/variant.h"
 #include "core/cMirelo.h"
@@ -22,6 +23,14 @@ std::string TextOf(std::string_view reply, std::string_view tag, std::string_vie
   if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
   return std::string(reply.substr(begin + tag.size(), end - begin - tag.size()));
 }
+
+// What the decoder raises for bytes that it cannot follow. The stream goes on behind them.
+bool IsLossOfQuotes(const RuntimeError& error) {
+  return error.Number() == cQTStreaming::kEndlessWalk || error.Number() == Errors::Overflow().Number() ||
+         error.Number() == Errors::SubscriptOutOfRange().Number();
+}
+
+constexpr StreamFeed::Pause kSweepPause{2};
 
 std::string InSeconds(StreamFeed::Pause pause) {
   const auto seconds = std::chrono::ceil<std::chrono::seconds>(pause).count();
@@ -52,22 +61,38 @@ StreamFeed::~StreamFeed() {
 void StreamFeed::Start() { Call(); }
 
 void StreamFeed::Stop() {
-  loop_.StopTimer(timer_);
-  if (!stream_) return;
-  stream_->stop_sub();
-  stream_->DisConnect();
-  stream_->Owner(nullptr);
-  stream_.reset();
+  for (const auto timer : {timer_, sweep_, listening_}) loop_.StopTimer(timer);
+  sweep_ = 0;
+  if (stream_) stream_->stop_sub();
+  HangUp();
 }
 
-void StreamFeed::ReportLoss(const std::string& description) {
-  Status.Raise("Quotes were lost (" + description + "); going on");
+void StreamFeed::RunUntil(const std::function<bool()>& done) {
+  for (;;) {
+    try {
+      return loop_.RunUntil(done);
+    } catch (const RuntimeError& error) {
+      if (!IsLossOfQuotes(error)) throw;
+      Status.Raise("Quotes were lost (" + error.Description() + "); going on");
+    }
+  }
 }
 
 void StreamFeed::Call() {
+  HangUp();
+  ListenForSilence();
   facade_.StatusRunWorkQT(StatusRunQueryQT::Status_LEVEL_I_FULL_QUOTE);
   stream_ = NewStream();
   stream_->connect();
+}
+
+void StreamFeed::HangUp() {
+  streaming_ = false;
+  if (!stream_) return;
+  TakeQuotes();
+  stream_->DisConnect();
+  stream_->Owner(nullptr);
+  stream_.reset();
 }
 
 std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
@@ -81,22 +106,55 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
     pause_ = first_pause_;
+    streaming_ = true;
     Status.Raise("Streaming");
   });
-  stream->QTDatas.Subscribe([this] { TakeQuotes(); });
+  stream->QTDatas.Subscribe([this] {
+    TakeQuotes();
+    SweepLater();
+  });
   return stream;
 }
 
-void StreamFeed::TakeQuotes() {
+bool StreamFeed::TakeQuotes() {
   const auto stream = stream_;
-  if (!stream) return;
-  if (const auto quotes = stream->GetQTData()) {
+  if (!stream) return false;
+  const auto quotes = stream->GetQTData();
+  const bool any = quotes && quotes->Count() > 0;
+  if (any) {
+    silence_ = kFirstSilence;
     for (const auto& quote : *quotes) Quote.Raise(*quote);
   }
   stream->FreeQTDataBuffer();
+  took_ = took_ || any;
+  return any;
+}
+
+// Quotes that arrive while the stream tells of others wait in its buffer without an event of their own. So
+// the buffer is looked into once more, until nothing was taken between two looks.
+void StreamFeed::SweepLater() {
+  if (sweep_ != 0) return;
+  sweep_ = loop_.StartTimer(kSweepPause, [this] {
+    sweep_ = 0;
+    TakeQuotes();
+    if (!std::exchange(took_, false)) return;
+    SweepLater();
+  });
+}
+
+void StreamFeed::ListenForSilence() {
+  loop_.StopTimer(listening_);
+  heard_ = false;
+  listening_ = loop_.StartTimer(silence_, [this] {
+    if (heard_) return ListenForSilence();
+    const std::string silence = InSeconds(silence_);
+    silence_ = std::min(2 * silence_, kLongestSilence);
+    CallAgainLater("QuoteTracker has said nothing for " + silence);
+  });
 }
 
 void StreamFeed::NoteReply(std::span<const std::uint8_t> chunk) {
+  heard_ = true;
   if (chunk.size() < 3 || chunk[0] != 'L' || chunk[1] != 'O') return;
   const std::string reply = AnsiToText(chunk);
   const std::string text = UCase(reply);
@@ -109,8 +167,10 @@ void StreamFeed::NoteReply(std::span<const std::uint8_t> chunk) {
 }
 
 void StreamFeed::CallAgainLater(const std::string& reason) {
+  streaming_ = false;
   Status.Raise(reason + "; calling again in " + InSeconds(pause_));
   loop_.StopTimer(timer_);
+  loop_.StopTimer(listening_);
   timer_ = loop_.StartTimer(pause_, [this] { Call(); });
   pause_ = std::min(2 * pause_, kLongestPause);
 }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -20,13 +21,16 @@ class cQTStreaming;
 
 namespace mirelo::app {
 
-// The macros' part of the stream: it subscribes tickers, hands over their quotes, and calls again, after
-// pauses that grow, when the peer drops.
+// The macros' part of the stream: it subscribes tickers and hands over their quotes. It calls again, after
+// pauses that grow, when the peer drops; and when it says nothing for long, after silences that grow too,
+// since a quiet market sounds the same as a peer that hangs.
 class StreamFeed {
  public:
   using Pause = std::chrono::milliseconds;
   static constexpr Pause kFirstPause{1000};
   static constexpr Pause kLongestPause{60000};
+  static constexpr Pause kFirstSilence{60000};
+  static constexpr Pause kLongestSilence{3600000};
 
   // `facade`, `loop` and `sockets` must outlive the feed; `sockets` is the installed host's library.
   StreamFeed(cMirelo& facade, host::MessageLoop& loop, ObservedSockets& sockets,
@@ -38,8 +42,12 @@ class StreamFeed {
   // Ends the subscriptions and the connection, and calls no more.
   void Stop();
 
-  // A failure of the stream itself reached the loop's caller: the loss is told, and the stream goes on.
-  void ReportLoss(const std::string& description);
+  // Runs the loop until `done`. What the stream cannot follow is told as a loss, and it goes on behind it;
+  // other errors leave.
+  void RunUntil(const std::function<bool()>& done);
+
+  // Whether quotes are subscribed and come as they are made.
+  bool IsStreaming() const { return streaming_; }
 
   // A line for a person.
   Event<const std::string&> Status;
@@ -47,7 +55,10 @@ class StreamFeed {
 
  private:
   void Call();
-  void TakeQuotes();
+  void HangUp();
+  bool TakeQuotes();
+  void SweepLater();
+  void ListenForSilence();
   void NoteReply(std::span<const std::uint8_t> chunk);
   void CallAgainLater(const std::string& reason);
   std::shared_ptr<cQTStreaming> NewStream();
@@ -60,7 +71,13 @@ class StreamFeed {
   Pause first_pause_;
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;
+  Pause silence_ = kFirstSilence;
+  bool streaming_ = false;
+  bool heard_ = false;  // anything, since silence was last listened for
+  bool took_ = false;   // quotes, since the last sweep
   host::MessageLoop::Token timer_ = 0;
+  host::MessageLoop::Token sweep_ = 0;
+  host::MessageLoop::Token listening_ = 0;
   Event<std::span<const std::uint8_t>>::Cookie received_ = 0;
   Event<const std::string&>::Cookie dropped_ = 0;
 };

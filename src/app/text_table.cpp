@@ -23,19 +23,19 @@ std::string Padded(const std::string& cell, std::size_t width, bool to_the_right
   return to_the_right ? padding + cell : cell + padding;
 }
 
-const char* ColorOf(const std::string& header, const std::string& cell) {
-  if (header != "Change") return "";
-  const double value = Val(cell);
-  return value > 0 ? kGreen : value < 0 ? kRed : "";
+const char* ColorOf(const std::string& header, const std::string& cell, int direction) {
+  const double sign = header == "Change" ? Val(cell) : header == TextTable::kPriceHeader ? direction : 0;
+  return sign > 0 ? kGreen : sign < 0 ? kRed : "";
 }
 
 }  // namespace
 
 TextTable::TextTable(std::vector<std::string> headers) : headers_(std::move(headers)) {}
 
-void TextTable::AddRow(std::vector<std::string> cells) {
+void TextTable::AddRow(std::vector<std::string> cells, int direction) {
   cells.resize(headers_.size());
   rows_.push_back(std::move(cells));
+  directions_.push_back(direction);
 }
 
 std::string TextTable::ToText(bool color) const {
@@ -56,8 +56,8 @@ std::string TextTable::ToText(bool color) const {
   std::vector<std::string> rules;
   for (const auto width : widths) rules.emplace_back(width, '-');
   line(rules, [](std::size_t) { return ""; });
-  for (const auto& row : rows_) {
-    line(row, [&](std::size_t c) { return ColorOf(headers_[c], row[c]); });
+  for (std::size_t r = 0; r < rows_.size(); ++r) {
+    line(rows_[r], [&](std::size_t c) { return ColorOf(headers_[c], rows_[r][c], directions_[r]); });
   }
   return text;
 }

@@ -10,13 +10,16 @@ namespace mirelo::app {
 // a rule.
 class TextTable {
  public:
+  static constexpr const char* kPriceHeader = "Last";
+
   explicit TextTable(std::vector<std::string> headers);
 
-  // `cells` has one text per header; what is missing is empty.
-  void AddRow(std::vector<std::string> cells);
+  // `cells` has one text per header; what is missing is empty. `direction` says which way the price went:
+  // above 0 up, below 0 down.
+  void AddRow(std::vector<std::string> cells, int direction = 0);
 
-  // Lines ended by "\n". With `color`, headers are bold and cells of a column headed "Change" are green above
-  // 0 and red below.
+  // Lines ended by "\n". With `color`, headers are bold, cells of a column headed "Change" are green above 0
+  // and red below, and those headed "Last" by the direction of their row.
   std::string ToText(bool color) const;
 
  private:
@@ -25,6 +28,7 @@ class TextTable {
 
   std::vector<std::string> headers_;
   std::vector<std::vector<std::string>> rows_;
+  std::vector<int> directions_;
 };
 
 }  // namespace mirelo::app

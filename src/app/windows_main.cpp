@@ -1,18 +1,17 @@
-// The program mirelo-windows: shows the settings dialog. It is what mirelo dialog becomes.
+// The program mirelo-windows: the commands of mirelo that show windows. It is what mirelo becomes for them.
 
 #include <CLI/CLI.hpp>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <optional>
 
 #include "adapters/qt/application.h"
+#include "app/dialog_command.h"
 #include "app/exit_code.h"
 #include "app/options.h"
-#include "app/session.h"
-#include "app/show_dialog.h"
+#include "app/run_command.h"
+#include "app/window_program.h"
 #include "app/windows.h"
-#include "app/without_windows.h"
 
 namespace {
 
@@ -20,11 +19,14 @@ using namespace mirelo;
 using namespace mirelo::app;
 
 int Main(int argc, char** argv) {
-  CLI::App program("Shows the settings dialog of Mirelo; see mirelo dialog --help", "mirelo-windows");
+  CLI::App program("The windows of Mirelo; see mirelo --help", "mirelo");
+  program.require_subcommand(1);
+  program.fallthrough();
   GlobalOptions global;
-  std::optional<std::filesystem::path> workbook;
+  global.words.assign(argv + 1, argv + argc);
   program.add_option("--registry", global.registry, "As of mirelo");
-  program.add_option("--workbook", workbook, "As of mirelo dialog");
+  DialogCommand dialog(program, global);
+  RunCommand run(program, global);
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -36,9 +38,8 @@ int Main(int argc, char** argv) {
     return kFailed;
   }
   const qt::Application application;
-  Session session(global);
-  ShowWindows(session.host());
-  return ShowDialog(session, workbook);
+  global.show_windows = ShowWindows;
+  return dialog.IsChosen() ? dialog.Run() : run.Run();
 }
 
 }  // namespace

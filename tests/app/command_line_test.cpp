@@ -48,7 +48,7 @@ TEST_F(CommandLine, EndsWithTwoWhenItIsNotUnderstood) {
                                                     {"quotes", "A,B"},
                                                     {"quotes", "MSFT", "--http-port", "0"},
                                                     {"run"},
-                                                    {"run", "--demo", "--updates", "-1"},
+                                                    {"run", "--demo", "--for", "soon"},
                                                     {"stream"},
                                                     {"stream", "MSFT", "--seconds", "0"},
                                                     {"settings"}};

@@ -22,8 +22,10 @@ using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-std::shared_ptr<excel::Worksheet> QuoteSheetOf(const workbook::Spreadsheet& spreadsheet) {
-  return spreadsheet.Application()->ActiveWorkbook()->Worksheets()->Item("Dovanta2_Quotes");
+using Arguments = std::vector<std::string>;
+
+std::shared_ptr<excel::Worksheet> SheetOf(const workbook::Spreadsheet& spreadsheet, const char* name) {
+  return spreadsheet.Application()->ActiveWorkbook()->Worksheets()->Item(name);
 }
 
 std::string TextAt(excel::Worksheet& sheet, std::int32_t row, std::int32_t column) {
@@ -32,7 +34,7 @@ std::string TextAt(excel::Worksheet& sheet, std::int32_t row, std::int32_t colum
 
 class Run : public ::testing::Test {
  protected:
-  ProgramResult RunWith(std::vector<std::string> arguments) {
+  ProgramResult RunWith(Arguments arguments) {
     arguments.insert(arguments.begin(), "run");
     return RunMirelo(folder_.path(), arguments);
   }
@@ -40,28 +42,33 @@ class Run : public ::testing::Test {
   TempDirectory folder_;
 };
 
-TEST_F(Run, DemonstratesWithoutSettingsAndLeavesAWorkbook) {
-  const auto result = RunWith({"--demo", "--updates", "2", "--tickers", "MSFT,IBM"});
+TEST_F(Run, DemonstratesAWholeDayWithoutSettings) {
+  const auto result = RunWith({"--demo", "--headless", "--for", "3s"});
   ASSERT_EQ(result.exit_code, 0) << result.err;
-  EXPECT_THAT(result.out,
-              AllOf(HasSubstr("MSFT"), HasSubstr("IBM"), HasSubstr((folder_ / "quotes.xlsx").string())));
-  EXPECT_THAT(result.err, HasSubstr("Update 2 of 2"));
+  EXPECT_THAT(result.out, AllOf(HasSubstr("MSFT"), HasSubstr("IBM"),
+                                HasSubstr("Saved in " + (folder_ / "quotes.xlsx").string()),
+                                HasSubstr("Dovanta2_Quotes"), HasSubstr("Quotes_Vertical(MSFT) and 5 more")));
+  EXPECT_THAT(result.err, HasSubstr("Streaming"));
 
   const auto spreadsheet = workbook::Spreadsheet::Open(folder_ / "quotes.xlsx");
   EXPECT_THAT(spreadsheet.Losses(), IsEmpty());
-  const auto sheet = QuoteSheetOf(spreadsheet);
-  EXPECT_EQ(TextAt(*sheet, 1, 1), "SnapShot( 1 sec)");
-  EXPECT_EQ(TextAt(*sheet, 2, 1), "Ticker");
-  EXPECT_EQ(TextAt(*sheet, 2, 7), "Time");
-  EXPECT_EQ(TextAt(*sheet, 3, 1), "MSFT");
-  EXPECT_EQ(TextAt(*sheet, 4, 1), "IBM");
-  EXPECT_EQ(sheet->Cells(3, 2)->Value().type(), Variant::Type::Double);
-  EXPECT_EQ(sheet->Cells(3, 6)->Value().type(), Variant::Type::Date);
-  EXPECT_TRUE(sheet->Cells(5, 1)->Value().IsEmpty());
+  const auto table = SheetOf(spreadsheet, "Dovanta2_Quotes");
+  EXPECT_EQ(TextAt(*table, 1, 1), "Streaming( Alpstein Finance (delayed) )");
+  EXPECT_EQ(TextAt(*table, 2, 1), "Ticker");
+  EXPECT_EQ(TextAt(*table, 3, 1), "MSFT");
+  EXPECT_EQ(table->Cells(3, 2)->Value().type(), Variant::Type::Double);
+  EXPECT_EQ(table->Cells(3, 8)->Value().type(), Variant::Type::Date);
+  EXPECT_EQ(TextAt(*table, 8, 1), "DELL");
+  EXPECT_TRUE(table->Cells(9, 1)->Value().IsEmpty());
+
+  const auto history = SheetOf(spreadsheet, "Quotes_Vertical(MSFT)");
+  EXPECT_EQ(TextAt(*history, 1, 2), "MSFT");
+  EXPECT_EQ(TextAt(*history, 2, 1), "Last");
+  EXPECT_EQ(history->Cells(3, 1)->Value().type(), Variant::Type::Double);
 }
 
 TEST_F(Run, LeavesTheUsersSettingsAloneWhenItDemonstrates) {
-  RunWith({"--demo", "--updates", "1"});
+  RunWith({"--demo", "--for", "1s"});
   EXPECT_FALSE(std::filesystem::exists(folder_ / "home/.local"));
 }
 
@@ -73,41 +80,92 @@ TEST_F(Run, KeepsWhatElseTheWorkbookHolds) {
     sheet->Cells(7, 3)->Value(Variant(42.0));
     mine.Save(folder_ / "quotes.xlsx");
   }
-  ASSERT_EQ(RunWith({"--demo", "--updates", "1"}).exit_code, 0);
+  ASSERT_EQ(RunWith({"--demo", "--for", "1s"}).exit_code, 0);
   const auto spreadsheet = workbook::Spreadsheet::Open(folder_ / "quotes.xlsx");
-  EXPECT_EQ(TextAt(*spreadsheet.Application()->ActiveWorkbook()->Worksheets()->Item("Mine"), 7, 3), "42");
+  EXPECT_EQ(TextAt(*SheetOf(spreadsheet, "Mine"), 7, 3), "42");
 }
 
-TEST_F(Run, LeavesNoOldTickersWhenTheListShrinks) {
-  ASSERT_EQ(RunWith({"--demo", "--updates", "1", "--tickers", "A,B,C,D"}).exit_code, 0);
-  ASSERT_EQ(RunWith({"--demo", "--updates", "1", "--tickers", "E,F"}).exit_code, 0);
+TEST_F(Run, AsksOnceAndEndsWhereUpdatesAreOff) {
+  const auto result = RunWith({"--demo", "--tickers", "MSFT,IBM", "--set", "UpdateEvery=0"});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.err, HasSubstr("\n2 quotes\n"));
   const auto spreadsheet = workbook::Spreadsheet::Open(folder_ / "quotes.xlsx");
-  const auto sheet = QuoteSheetOf(spreadsheet);
-  EXPECT_EQ(TextAt(*sheet, 3, 1), "E");
-  EXPECT_EQ(TextAt(*sheet, 4, 1), "F");
-  EXPECT_TRUE(sheet->Cells(5, 1)->Value().IsEmpty());
-  EXPECT_TRUE(sheet->Cells(6, 1)->Value().IsEmpty());
+  EXPECT_EQ(TextAt(*SheetOf(spreadsheet, "Dovanta2_Quotes"), 1, 1), "SnapShot( Update Onse )");
+  EXPECT_FALSE(SheetOf(spreadsheet, "Quotes_Vertical(IBM)")->Cells(3, 1)->Value().IsEmpty());
+  EXPECT_TRUE(SheetOf(spreadsheet, "Quotes_Vertical(IBM)")->Cells(4, 1)->Value().IsEmpty());
+}
+
+TEST_F(Run, AsksAtThePaceOfTheSettings) {
+  const auto result = RunWith({"--demo", "--tickers", "MSFT", "--set", "Seconds=1", "--for", "3500ms"});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.err, HasSubstr("1 quotes\n1 quotes\n"));
+}
+
+TEST_F(Run, LeavesNoOldTickerWhenTheListShrinks) {
+  const Arguments once{"--demo", "--set", "UpdateEvery=0"};
+  Arguments first = once;
+  first.insert(first.end(), {"--tickers", "A,B,C"});
+  ASSERT_EQ(RunWith(first).exit_code, 0);
+  Arguments second = once;
+  second.insert(second.end(), {"--tickers", "E,F"});
+  ASSERT_EQ(RunWith(second).exit_code, 0);
+  const auto spreadsheet = workbook::Spreadsheet::Open(folder_ / "quotes.xlsx");
+  const auto table = SheetOf(spreadsheet, "Dovanta2_Quotes");
+  EXPECT_EQ(TextAt(*table, 3, 1), "E");
+  EXPECT_EQ(TextAt(*table, 4, 1), "F");
+  EXPECT_TRUE(table->Cells(5, 1)->Value().IsEmpty());
+}
+
+TEST_F(Run, GoesOnWithTheTickersOfTheWorkbook) {
+  ASSERT_EQ(RunWith({"--demo", "--set", "UpdateEvery=0", "--tickers", "A,B"}).exit_code, 0);
+  quotetracker::Server server;
+  const auto result = RunWith({"--set", "UpdateEvery=0", "--http-port", std::to_string(server.HttpPort())});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(server.Requests(), ::testing::Contains("/req?GetLastQuote(A,B)"));
 }
 
 TEST_F(Run, RefusesADamagedWorkbookAndLeavesItAsItIs) {
   std::ofstream(folder_ / "quotes.xlsx") << "no workbook";
-  const auto result = RunWith({"--demo", "--updates", "1"});
+  const auto result = RunWith({"--demo", "--for", "1s"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("quotes.xlsx"));
   EXPECT_EQ(std::filesystem::file_size(folder_ / "quotes.xlsx"), 11U);
 }
 
-TEST_F(Run, AsksForTickersWhenItIsNoDemonstration) {
+TEST_F(Run, AsksForTickersWhenThereAreNone) {
   const auto result = RunWith({});
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_THAT(result.err, HasSubstr("--tickers"));
+  EXPECT_THAT(result.err, AllOf(HasSubstr("--tickers"), HasSubstr("Nothing was committed")));
 }
 
-TEST_F(Run, SavesNothingWhenNoQuoteEverCame) {
-  RunMirelo(folder_.path(), {"settings", "set", "HTTPPort", "1"});
-  const auto result = RunWith({"--tickers", "MSFT", "--updates", "1"});
+TEST_F(Run, BeginsNoDayWithoutQuoteTracker) {
+  const auto result = RunWith({"--tickers", "MSFT", "--http-port", "1"});
   EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("Nothing was committed"));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "quotes.xlsx"));
+}
+
+TEST_F(Run, SaysWhatADurationIs) {
+  const auto result = RunWith({"--demo", "--for", "soon"});
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_THAT(result.err, HasSubstr("20s, 90m or 8h30m"));
+}
+
+TEST_F(Run, SavesBesideAWorkbookThatIsOpenInAnotherProgram) {
+  std::ofstream(folder_ / ".~lock.quotes.xlsx#") << "somebody";
+  const auto result = RunWith({"--demo", "--for", "1s"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.err, HasSubstr("quotes.xlsx is open in another program"));
+  EXPECT_THAT(result.out, HasSubstr("Saved in " + (folder_ / "quotes-1.xlsx").string()));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "quotes.xlsx"));
+  EXPECT_NO_THROW(workbook::Spreadsheet::Open(folder_ / "quotes-1.xlsx"));
+}
+
+TEST_F(Run, FailsWhereTheWorkbookCannotBeSavedAtAll) {
+  const auto result = RunWith({"--demo", "--for", "1s", "--workbook", "no/such/folder/quotes.xlsx"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("Not saved, going on: "), HasSubstr("could not be saved")));
+  EXPECT_THAT(result.out, HasSubstr("MSFT"));
 }
 
 }  // namespace

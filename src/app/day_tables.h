@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/history_sheet.h"
+#include "app/quote_rows.h"
+#include "app/quote_sheet.h"
+
+namespace mirelo {
+class cMirelo;
+}
+namespace mirelo::host::excel {
+class Application;
+}
+
+namespace mirelo::app {
+
+// The tables of a working day, as Go has left them in the workbook: the quote table, and the vertical tables
+// of those tickers that have one. Quotes are taken one by one and written together.
+class DayTables {
+ public:
+  // Error 9 when the active workbook has no quote table. Both must outlive this.
+  DayTables(host::excel::Application& application, cMirelo& facade);
+
+  const std::vector<std::string>& Tickers() const { return table_.Tickers(); }
+  const std::vector<std::string>& Columns() const { return table_.Columns(); }
+  // What is known of each ticker; the cells hold it as of the last Write.
+  const QuoteRows& Rows() const { return rows_; }
+  // The names of the vertical tables, in the order of their tickers.
+  std::vector<std::string> HistorySheets() const;
+
+  // A quote of the ticker with this number, counted from 0. Numbers past the tickers are passed over. History
+  // gets a row.
+  void Take(std::size_t ticker, const QuoteRow& row);
+  // The same for a quote that was asked for, which may be the one before: then history gets no row.
+  void TakeIfNew(std::size_t ticker, const QuoteRow& row);
+
+  // Whether quotes were taken that are not written.
+  bool HasNews() const { return unwritten_ > 0; }
+  // Writes what was taken. The result is how many quotes that were.
+  std::int64_t Write();
+  // Columns as wide as what they hold.
+  void Fit() { table_.Fit(); }
+
+  // How many sheets have no room for more history.
+  int FullSheets() const { return full_sheets_; }
+
+ private:
+  bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
+
+  host::excel::Application& application_;
+  QuoteSheet table_;
+  QuoteRows rows_;
+  std::map<std::size_t, HistorySheet> histories_;  // by the ticker's number
+  std::vector<std::size_t> touched_;               // of them, those with rows to write
+  std::int64_t unwritten_ = 0;
+  int full_sheets_ = 0;
+};
+
+}  // namespace mirelo::app

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/live_table.h"
+#include "host/message_loop.h"
+
+namespace mirelo::app {
+
+class WorkbookKeeper;
+class WorkingDay;
+
+// A working day as a person at the terminal sees it: a table that stands in place with a status line, or,
+// where the standard output is no terminal, a line now and then on the standard error.
+class DayView {
+ public:
+  // All must outlive the view.
+  DayView(host::MessageLoop& loop, WorkingDay& day, WorkbookKeeper& keeper);
+  ~DayView();
+  DayView(const DayView&) = delete;
+  DayView& operator=(const DayView&) = delete;
+
+  // Between these the day goes on.
+  void Begin();
+  void End();
+
+  // All quotes once more, and in which sheets of the file the rest is to be found.
+  void Summarize(const std::string& file) const;
+
+ private:
+  void Tell(const std::string& text);
+  void PrintLater();
+  std::string Status();
+
+  host::MessageLoop& loop_;
+  WorkingDay& day_;
+  WorkbookKeeper& keeper_;
+  bool terminal_;
+  std::string state_ = "Starting";
+  std::optional<LiveTable> live_;
+  host::MessageLoop::Token timer_ = 0;
+};
+
+}  // namespace mirelo::app

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/dialog_wishes.h"
+#include "app/options.h"
+#include "app/session.h"
+#include "app/stand_in.h"
+#include "app/temporary_folder.h"
+
+namespace mirelo::app {
+
+// What a working day needs that has neither QuoteTracker nor settings: the stand-in, and settings and
+// credentials that are gone with this object. The user's own are not looked at.
+class Demonstration {
+ public:
+  // Error 53 or 75 when the stand-in cannot be started.
+  Demonstration();
+
+  // The given options, with the demonstration's settings.
+  GlobalOptions Options(GlobalOptions given) const;
+  // Has the session use the stand-in.
+  void Prepare(Session& session) const;
+  // What is done in the settings dialog, where it isn't wished otherwise: six tickers are streamed, each with
+  // a vertical table and charts.
+  DialogWishes Wishes(DialogWishes given) const;
+
+ private:
+  TemporaryFolder folder_;
+  StandIn stand_in_;
+};
+
+}  // namespace mirelo::app

@@ -1,0 +1,145 @@
+#include "app/wish_options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdint>
+
+#include "app/checks.h"
+#include "app/dialog_controls.h"
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "core/settings_catalogue.h"
+
+namespace mirelo::app {
+
+namespace {
+
+constexpr const char* kSourceKey = "ComQuoteSource";
+constexpr const char* kFirstSource = "Settings\\QuoteSource\\First";
+constexpr const char* kColumnsKey = "ListRight";
+
+// The settings that --set takes, for people.
+std::string KeysText() {
+  std::string text;
+  for (const DialogControl& control : DialogControls()) text += std::string(control.key) + ", ";
+  return text + kColumnsKey;
+}
+
+// A setting from "key=value". Throws Unfulfilled for one that the dialog cannot be given.
+DialogWishes::Setting ParseSetting(const std::string& text) {
+  const auto equals = text.find('=');
+  if (equals == std::string::npos) throw Unfulfilled("\"" + text + "\" has no \"=\"; write Seconds=15");
+  const std::string key = text.substr(0, equals);
+  const std::string value = text.substr(equals + 1);
+
+  const SettingName name =
+      EqualText(key, kSourceKey) ? SettingName{kFirstSource, kSourceKey} : OwnSpelling(ParseSettingName(key));
+  const Setting* setting = FindSetting(name.section, name.key);
+  if (setting == nullptr) {
+    throw Unfulfilled("no setting is named \"" + key + "\"; mirelo settings list shows them all");
+  }
+  if (name.key != kColumnsKey && FindDialogControl(name.key) == nullptr) {
+    throw Unfulfilled("the dialog has no control for " + ShortSettingName(name.section, name.key) +
+                      "; use mirelo settings set, or one of these here: " + KeysText());
+  }
+  try {
+    SettingValue(*setting, value);
+  } catch (const RuntimeError& error) {
+    throw Unfulfilled(name.key + ": " + error.Description());
+  }
+  return {name.key, value};
+}
+
+DialogWishes::Tick ParseTick(const std::string& text) {
+  const auto colon = text.rfind(':');
+  if (colon == std::string::npos || colon == 0 || colon + 1 == text.size()) {
+    throw Unfulfilled("\"" + text + "\" is no ticker and field; write MSFT:Last");
+  }
+  return {text.substr(0, colon), text.substr(colon + 1)};
+}
+
+// Whether one of the parsers takes the text.
+template <class Parse>
+CLI::Validator TakenBy(Parse parse) {
+  return CLI::Validator(
+      [parse](const std::string& text) {
+        try {
+          parse(text);
+          return std::string();
+        } catch (const Unfulfilled& unfulfilled) {
+          return std::string(unfulfilled.what());
+        }
+      },
+      "");
+}
+
+}  // namespace
+
+WishOptions::WishOptions(CLI::App& command) {
+  command.add_option("--tickers", tickers_, "The tickers, joined by commas, in the order of the table")
+      ->delimiter(',')
+      ->check(IsTicker());
+  command
+      .add_option("--columns", columns_,
+                  "The columns of the table, joined by commas; the first one stays the ticker's")
+      ->delimiter(',');
+  command
+      .add_option("--set", settings_,
+                  "A setting and what the dialog is given for it, as Seconds=15; may be repeated. Takes " +
+                      KeysText())
+      ->expected(1)
+      ->take_all()
+      ->check(TakenBy(ParseSetting));
+  command
+      .add_option("--tick", ticks_,
+                  "A field of a ticker's vertical table to tick, as MSFT:Last, or MSFT:Charts for its "
+                  "charts; may be repeated")
+      ->expected(1)
+      ->take_all()
+      ->check(TakenBy(ParseTick));
+  command.add_option("--source", source_,
+                     "The quote source to stream from, or a part of its name that no other has; mirelo "
+                     "sources lists them. Sets Seconds to 0, which means streaming");
+  command.add_option("--address", address_, "Where QuoteTracker runs, as --set Webaddress=");
+  command.add_option("--http-port", http_port_, "QuoteTracker's HTTP port, as --set HTTPPort=")
+      ->check(CLI::Range(1, 65535));
+  command.add_option("--socket-port", socket_port_, "QuoteTracker's stream port, as --set SocketPort=")
+      ->check(CLI::Range(1, 65535));
+}
+
+DialogWishes WishOptions::Wishes() const {
+  DialogWishes wishes;
+  wishes.tickers = tickers_;
+  wishes.columns = columns_;
+  for (const std::string& tick : ticks_) wishes.ticks.push_back(ParseTick(tick));
+
+  const auto names = [&](const char* key) {
+    return std::ranges::find(wishes.settings, key, &DialogWishes::Setting::key) != wishes.settings.end();
+  };
+  const auto add = [&](const DialogWishes::Setting& setting) {
+    if (names(setting.key.c_str())) throw Unfulfilled(setting.key + " is given twice");
+    wishes.settings.push_back(setting);
+  };
+  for (const std::string& text : settings_) {
+    const DialogWishes::Setting setting = ParseSetting(text);
+    if (setting.key != kColumnsKey) {
+      add(setting);
+    } else if (!wishes.columns.empty()) {
+      throw Unfulfilled(std::string(kColumnsKey) + " is given twice");
+    } else {
+      wishes.columns = Split(setting.value, ",");
+    }
+  }
+  if (!address_.empty()) add({"Webaddress", address_});
+  // The setting has 16 bits, so that ports from 32768 on are negative in it.
+  if (http_port_ != 0) add({"HTTPPort", std::to_string(static_cast<std::int16_t>(http_port_))});
+  if (socket_port_ != 0) add({"SocketPort", std::to_string(socket_port_)});
+  if (!source_.empty()) {
+    add({kSourceKey, source_});
+    if (!names("Seconds")) add({"Seconds", "0"});
+    if (!names("UpdateEvery")) add({"UpdateEvery", "1"});
+  }
+  return wishes;
+}
+
+}  // namespace mirelo::app

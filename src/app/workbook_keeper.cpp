@@ -1,0 +1,95 @@
+#include "app/workbook_keeper.h"
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "automation/format.h"
+#include "automation/runtime_error.h"
+#include "host/clock.h"
+#include "host/host.h"
+
+namespace mirelo::app {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Nothing else runs while a workbook is written, so that takes no more than a hundredth of the time.
+constexpr int kPauseForWork = 100;
+
+std::string TimeNow() {
+  host::Clock& clock = host::Host::Current().clock();
+  return Format(clock.Now(), "hh:mm:ss", clock.Regional());
+}
+
+// Other programs lay a file beside a workbook that they have open.
+std::optional<fs::path> FindLock(const fs::path& file) {
+  const std::string name = file.filename().string();
+  for (const std::string& lock : {".~lock." + name + "#", "~$" + name}) {
+    std::error_code ignored;
+    if (const fs::path path = file.parent_path() / lock; fs::exists(path, ignored)) return path;
+  }
+  return std::nullopt;
+}
+
+fs::path FreeNameBeside(const fs::path& file) {
+  for (int number = 1;; ++number) {
+    fs::path name = file.stem();
+    name += "-" + std::to_string(number);
+    name += file.extension();
+    fs::path beside = file.parent_path() / name;
+    std::error_code ignored;
+    if (!fs::exists(beside, ignored)) return beside;
+  }
+}
+
+}  // namespace
+
+WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet, fs::path file,
+                               std::function<void()> before_saving)
+    : loop_(loop),
+      spreadsheet_(spreadsheet),
+      file_(fs::absolute(std::move(file))),
+      before_saving_(std::move(before_saving)) {}
+
+WorkbookKeeper::~WorkbookKeeper() { loop_.StopTimer(timer_); }
+
+void WorkbookKeeper::SaveAtIntervals() {
+  timer_ = loop_.StartTimer(pause_, [this] {
+    Save(file_);
+    SaveAtIntervals();
+  });
+}
+
+fs::path WorkbookKeeper::SaveAtEnd() {
+  loop_.StopTimer(timer_);
+  if (Save(file_)) return file_;
+  const fs::path beside = FreeNameBeside(file_);
+  return Save(beside) ? beside : fs::path();
+}
+
+bool WorkbookKeeper::Save(const fs::path& file) {
+  const auto start = std::chrono::steady_clock::now();
+  std::string trouble;
+  try {
+    before_saving_();
+    if (const auto lock = FindLock(file)) {
+      throw RuntimeError(70, file.string() + " is open in another program (" + lock->string() + " says so)");
+    }
+    spreadsheet_.Save(file);
+  } catch (const std::exception&) {
+    trouble = CurrentError().Description();
+  }
+  const auto worked =
+      std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+  pause_ = std::max<std::chrono::milliseconds>(kInterval, kPauseForWork * worked);
+  state_ = trouble.empty() ? "saved " + TimeNow() : "not saved: " + trouble;
+  if (trouble != trouble_) Status.Raise(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
+  trouble_ = std::move(trouble);
+  return trouble_.empty();
+}
+
+}  // namespace mirelo::app

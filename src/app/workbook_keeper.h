@@ -1,0 +1,53 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "adapters/workbook/spreadsheet.h"
+#include "automation/event.h"
+#include "host/message_loop.h"
+
+namespace mirelo::app {
+
+// Keeps a workbook in its file while somebody works on it: saves at intervals and at the end. Where that
+// cannot be done it says so and goes on.
+class WorkbookKeeper {
+ public:
+  static constexpr std::chrono::seconds kInterval{30};
+
+  // `before_saving` is called before each. All must outlive this.
+  WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet, std::filesystem::path file,
+                 std::function<void()> before_saving);
+  ~WorkbookKeeper();
+  WorkbookKeeper(const WorkbookKeeper&) = delete;
+  WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
+
+  // From now on.
+  void SaveAtIntervals();
+
+  // The last time. A workbook that its file cannot take is saved beside it, under a name that was free. The
+  // result is where it stands; empty when it could not be saved at all.
+  std::filesystem::path SaveAtEnd();
+
+  // "saved 14:05:12", "not saved yet", "not saved: ...".
+  const std::string& State() const { return state_; }
+
+  // A line for a person: that it could not be saved, and that it can be again.
+  Event<const std::string&> Status;
+
+ private:
+  bool Save(const std::filesystem::path& file);
+
+  host::MessageLoop& loop_;
+  workbook::Spreadsheet& spreadsheet_;
+  std::filesystem::path file_;
+  std::function<void()> before_saving_;
+  std::string state_ = "not saved yet";
+  std::string trouble_;
+  std::chrono::milliseconds pause_ = kInterval;
+  host::MessageLoop::Token timer_ = 0;
+};
+
+}  // namespace mirelo::app

@@ -1,0 +1,131 @@
+#include "app/working_day.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+#include <vector>
+
+#include "app/dialog_result.h"
+#include "app/observed_sockets.h"
+#include "app/stored_source.h"
+#include "automation/runtime_error.h"
+#include "automation/variant.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "host/excel/application.h"
+
+namespace mirelo::app {
+
+namespace {
+
+using Milliseconds = host::MessageLoop::Milliseconds;
+
+// Quotes that come together are written together: a moment's wait, and never more than half of the time spent
+// writing.
+constexpr Milliseconds kWritePause{2};
+constexpr int kPauseForWork = 2;
+
+bool IsUpdateOnce() {
+  return mGlobal::AppSettings().GetSetting("Settings", "UpdateEvery", "1").ToText() == "0";
+}
+
+}  // namespace
+
+WorkingDay::WorkingDay(host::MessageLoop& loop, ObservedSockets& sockets,
+                       std::shared_ptr<host::excel::Application> application)
+    : loop_(loop), sockets_(sockets), application_(std::move(application)), write_pause_(kWritePause) {
+  facade_.ExcelApplication(Variant(application_));
+  facade_.DovantaFormatUserDate(kDateFormat);
+}
+
+WorkingDay::~WorkingDay() {
+  for (const auto timer : {asking_, writing_}) loop_.StopTimer(timer);
+}
+
+std::int32_t WorkingDay::ShowDialog() {
+  result_ = facade_.LoadFrmMirelo();
+  return result_;
+}
+
+void WorkingDay::Start() {
+  tables_.emplace(*application_, facade_);
+  if (tables_->Tickers().empty()) throw RuntimeError(9, "The quote table holds no tickers");
+  if (result_ == kToStream) return Listen();
+  snapshot_.emplace(facade_, tables_->Tickers());
+  Ask();
+}
+
+void WorkingDay::RunUntil(const std::function<bool()>& done) {
+  const auto ended = [&] { return over_ || done(); };
+  if (stream_) return stream_->RunUntil(ended);
+  loop_.RunUntil(ended);
+}
+
+void WorkingDay::Stop() {
+  for (const auto timer : {asking_, writing_}) loop_.StopTimer(timer);
+  if (stream_) stream_->Stop();
+  if (tables_) Write();
+}
+
+// --- Quotes that are asked for -------------------------------------------------------------------------
+
+void WorkingDay::Ask() {
+  if (const auto rows = snapshot_->Fetch()) {
+    came_.Beat(static_cast<std::int64_t>(rows->size()));
+    for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) tables_->TakeIfNew(ticker, (*rows)[ticker]);
+    Write();
+    Status.Raise(std::to_string(rows->size()) + " quotes");
+  } else {
+    Status.Raise("QuoteTracker gave no quotes; going on");
+  }
+  if (IsUpdateOnce()) {
+    over_ = true;
+    return;
+  }
+  const std::chrono::seconds pause(std::max(1, facade_.Seconds()));
+  asking_ = loop_.StartTimer(pause, [this] { Ask(); });
+}
+
+// --- Quotes that are streamed --------------------------------------------------------------------------
+
+void WorkingDay::Listen() {
+  const std::string source = StoredSource();
+  const std::string file = StreamerFileOf(source);
+  if (file.empty()) {
+    throw RuntimeError(
+        5, "no quote source is named \"" + source + "\"; fetch their names with: mirelo sources --update");
+  }
+  board_.emplace(tables_->Columns(), tables_->Tickers());
+  stream_.emplace(facade_, loop_, sockets_, tables_->Tickers(), file);
+  stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
+  stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
+  stream_->Start();
+}
+
+void WorkingDay::TakeStreamed(const cQTData& quote) {
+  const std::size_t ticker = board_->Take(quote);
+  came_.Beat();
+  tables_->Take(ticker, board_->Rows()[ticker]);
+  WriteSoon();
+}
+
+void WorkingDay::WriteSoon() {
+  if (writing_ != 0 || !tables_->HasNews()) return;
+  writing_ = loop_.StartTimer(write_pause_, [this] {
+    writing_ = 0;
+    Write();
+  });
+}
+
+void WorkingDay::Write() {
+  const auto start = std::chrono::steady_clock::now();
+  written_ += tables_->Write();
+  const auto worked = std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now() - start);
+  write_pause_ = std::max(kWritePause, kPauseForWork * worked);
+  if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
+    Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");
+  }
+  Wrote.Raise();
+}
+
+}  // namespace mirelo::app
