@@ -62,8 +62,7 @@ TEST_F(Losses, NameThePartsThatASheetRefersTo) {
   const struct {
     const char* type;
     const char* named;
-  } cases[] = {{"drawing", "charts, pictures or shapes"},
-               {"threadedComment", "threads of comments"},
+  } cases[] = {{"threadedComment", "threads of comments"},
                {"table", "tables"},
                {"pivotTable", "pivot tables"},
                {"printerSettings", "print settings"},
@@ -74,6 +73,32 @@ TEST_F(Losses, NameThePartsThatASheetRefersTo) {
     parts["xl/worksheets/_rels/sheet1.xml.rels"] =
         std::string("<Relationships><Relationship Id=\"rId1\" Type=\"http://x/") + type +
         "\" Target=\"../x.xml\"/></Relationships>";
+    EXPECT_THAT(Open(parts).Losses(), ElementsAre(std::string("Sheet \"Prices\": not kept: ") + named + "."));
+  }
+}
+
+TEST_F(Losses, NameWhatADrawingHoldsBesidesCharts) {
+  const struct {
+    const char* shape;
+    const char* named;
+  } cases[] = {
+      {"<xdr:pic><x/></xdr:pic>", "pictures"},
+      {"<xdr:sp><x/></xdr:sp>", "shapes"},
+      {"<xdr:cxnSp><x/></xdr:cxnSp>", "shapes"},
+      {"<xdr:grpSp><x/></xdr:grpSp>", "groups of shapes"},
+      {"<xdr:graphicFrame><a:graphic><a:graphicData uri=\"x\"/></a:graphic></xdr:graphicFrame>", "shapes"},
+      {"<mc:AlternateContent><x/></mc:AlternateContent>", "shapes of newer programs"},
+      {"<xdr:novelty><x/></xdr:novelty>", "what the file calls \"novelty\""}};
+  for (const auto& [shape, named] : cases) {
+    SCOPED_TRACE(shape);
+    Parts parts = SmallWorkbook();
+    parts["xl/worksheets/_rels/sheet1.xml.rels"] =
+        "<Relationships><Relationship Id=\"rId1\" Type=\"http://x/drawing\" "
+        "Target=\"../drawings/drawing1.xml\"/></Relationships>";
+    parts["xl/drawings/drawing1.xml"] =
+        std::string(
+            "<xdr:wsDr xmlns:xdr=\"urn:x\" xmlns:a=\"urn:a\" xmlns:mc=\"urn:m\"><xdr:twoCellAnchor>") +
+        shape + "<xdr:clientData/></xdr:twoCellAnchor></xdr:wsDr>";
     EXPECT_THAT(Open(parts).Losses(), ElementsAre(std::string("Sheet \"Prices\": not kept: ") + named + "."));
   }
 }

@@ -22,7 +22,10 @@ struct LoadLimits {
   std::size_t blank_cells = 24'000'000;             // with nothing but a format, likewise
   std::size_t text_bytes = std::size_t{512} << 20;  // of all cells together
   std::size_t styles = 65'536;
-  int depth = 64;  // of nested elements
+  std::size_t charts = 4'000;            // all sheets together
+  std::size_t chart_series = 16'000;     // of all charts together
+  std::size_t chart_points = 1'000'000;  // up to the last with a look of its own, of all series together
+  int depth = 64;                        // of nested elements
 };
 
 }  // namespace mirelo::workbook

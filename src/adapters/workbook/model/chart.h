@@ -112,6 +112,7 @@ struct Chart {
   std::string name;        // of its shape, "Chart 1"; of a chart sheet the sheet's
   std::int32_t type = 51;  // host::excel::XlChartType
   ChartBox place{0, 0, kStandardWidth, kStandardHeight};  // on its sheet, whole pixels of three quarters
+  std::int32_t placement = 1;  // XlPlacement: moves and grows with the cells beneath, 2 moves, 3 does neither
   ChartFill area;
   ChartFill plot;
   ChartLine plot_border;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "adapters/workbook/palette.h"
 #include "adapters/workbook/xlsx/xml_part.h"
@@ -21,6 +22,20 @@ constexpr std::array<std::string_view, 12> kThemeColors{"lt1",     "dk1",     "l
                                                         "accent1", "accent2", "accent3", "accent4",
                                                         "accent5", "accent6", "hlink",   "folHlink"};
 constexpr std::size_t kThemeText = 1;
+// Other names of some of them.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kThemeRoles{
+    {{"bg1", "lt1"}, {"tx1", "dk1"}, {"bg2", "lt2"}, {"tx2", "dk2"}}};
+// The commonest of those that drawings know by name.
+constexpr std::array<std::pair<std::string_view, Color>, 9> kNamedColors{{{"black", 0x000000},
+                                                                          {"white", 0xFFFFFF},
+                                                                          {"red", 0xFF0000},
+                                                                          {"green", 0x008000},
+                                                                          {"blue", 0x0000FF},
+                                                                          {"yellow", 0xFFFF00},
+                                                                          {"gray", 0x808080},
+                                                                          {"grey", 0x808080},
+                                                                          {"orange", 0xFFA500}}};
+constexpr double kWhole = 100'000;         // of the shares that drawings tell
 constexpr std::int32_t kPaletteStart = 8;  // indexes 0 to 7 repeat the palette's first eight colours
 constexpr std::size_t kMostIndexed = 64;
 
@@ -83,6 +98,33 @@ Color WithTint(Color color, double tint) {
   return FromHsl(hsl);
 }
 
+// Makes a colour lighter or darker in the way that drawings do it.
+Color WithLight(Color color, double factor, double more) {
+  if (color == kAutomatic) return color;
+  Hsl hsl = ToHsl(color);
+  hsl.lightness = std::clamp(hsl.lightness * factor + more, 0.0, 1.0);
+  return FromHsl(hsl);
+}
+
+// What the elements within a colour's own make of it.
+void Change(DrawingColor& drawn, pugi::xml_node color) {
+  double factor = 1;
+  double more = 0;
+  for (const pugi::xml_node change : color.children()) {
+    if (change.type() != pugi::node_element) continue;
+    const double share = Number<double>(change, "val").value_or(kWhole) / kWhole;
+    if (IsNamed(change.name(), "lumMod")) {
+      factor = share;
+    } else if (IsNamed(change.name(), "lumOff")) {
+      more = share;
+    } else {
+      drawn.is_exact = drawn.is_exact && IsNamed(change.name(), "alpha") && share == 1;
+    }
+  }
+  if (std::isfinite(factor) && std::isfinite(more) && (factor != 1 || more != 0))
+    drawn.color = WithLight(drawn.color, factor, more);
+}
+
 }  // namespace
 
 ColorReader::ColorReader(Package& package, const std::string& theme_part) {
@@ -117,6 +159,39 @@ Color ColorReader::Read(pugi::xml_node element) const {
     return WithTint(theme_[*index], tint);
   }
   return kAutomatic;
+}
+
+std::optional<DrawingColor> ColorReader::ReadDrawn(pugi::xml_node parent) const {
+  for (const pugi::xml_node node : parent.children()) {
+    if (node.type() != pugi::node_element) continue;
+    DrawingColor drawn;
+    const std::string_view value = Attribute(node, "val");
+    if (IsNamed(node.name(), "srgbClr")) {
+      drawn.color = ParseColor(value).value_or(kAutomatic);
+    } else if (IsNamed(node.name(), "sysClr")) {
+      drawn.color = ParseColor(Attribute(node, "lastClr")).value_or(kAutomatic);
+      drawn.is_window = value == "window";
+    } else if (IsNamed(node.name(), "schemeClr")) {
+      drawn.color = ThemeColor(value);
+    } else if (IsNamed(node.name(), "prstClr")) {
+      const auto named = std::find_if(kNamedColors.begin(), kNamedColors.end(),
+                                      [&](const auto& entry) { return entry.first == value; });
+      drawn.color = named == kNamedColors.end() ? kAutomatic : named->second;
+    }
+    drawn.is_exact = drawn.color != kAutomatic;
+    Change(drawn, node);
+    return drawn;
+  }
+  return std::nullopt;
+}
+
+Color ColorReader::ThemeColor(std::string_view name) const {
+  for (const auto& [role, color] : kThemeRoles) {
+    if (name == role) name = color;
+  }
+  const auto found = std::find(kThemeColors.begin(), kThemeColors.end(), name);
+  const auto index = static_cast<std::size_t>(found - kThemeColors.begin());
+  return index < theme_.size() ? theme_[index] : kAutomatic;
 }
 
 }  // namespace mirelo::workbook

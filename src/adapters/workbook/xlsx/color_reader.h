@@ -1,13 +1,22 @@
 #pragma once
 
+#include <optional>
 #include <pugixml.hpp>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "adapters/workbook/model/style.h"
 #include "adapters/workbook/xlsx/package.h"
 
 namespace mirelo::workbook {
+
+// A colour as drawings tell it.
+struct DrawingColor {
+  Color color = kAutomatic;
+  bool is_exact = true;    // otherwise transparent, or changed in a way that is passed over
+  bool is_window = false;  // that of windows, whatever it be
+};
 
 // Turns the ways in which a file names colours (a value, a palette's index, a theme's colour with a tint)
 // into values.
@@ -23,7 +32,12 @@ class ColorReader {
   // theme's plain text colour.
   Color Read(pugi::xml_node element) const;
 
+  // The colour within an element of a drawing, such as "solidFill". Nothing when it tells none.
+  std::optional<DrawingColor> ReadDrawn(pugi::xml_node parent) const;
+
  private:
+  Color ThemeColor(std::string_view name) const;
+
   std::vector<Color> theme_;    // in the order of the indexes that refer to it
   std::vector<Color> indexed_;  // empty: the standard palette
 };

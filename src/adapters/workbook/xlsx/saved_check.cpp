@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "adapters/workbook/atomic_file.h"
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 
 namespace mirelo::workbook {
@@ -51,9 +53,32 @@ bool IsSame(const Conditions& a, const Conditions& b) {
                     });
 }
 
+std::string NameOf(const std::weak_ptr<Sheet>& sheet) {
+  const auto held = sheet.lock();
+  return held == nullptr ? "" : held->name;
+}
+
+// What is plotted; a series whose cells are gone has none.
+bool IsSame(const ChartSeries& a, const ChartSeries& b) {
+  return !b.values || (a.values == b.values && NameOf(a.sheet) == NameOf(b.sheet));
+}
+
+// Looks stand in the same parts as what is compared.
+bool IsSame(const Chart& a, const Chart& b) {
+  const auto title = [](const Chart& chart) { return chart.title ? CleanText(chart.title->text) : ""; };
+  return CleanText(a.name) == b.name && a.type == b.type && title(a) == title(b) &&
+         std::equal(a.series.begin(), a.series.end(), b.series.begin(), b.series.end(),
+                    [](const auto& one, const auto& other) { return IsSame(one, other); });
+}
+
+bool IsSame(const SheetCharts& a, const SheetCharts& b) {
+  return std::equal(a.all.begin(), a.all.end(), b.all.begin(), b.all.end(),
+                    [](const auto& one, const auto& other) { return IsSame(*one, *other); });
+}
+
 bool IsSame(const Sheet& a, const Sheet& b) {
   if (a.name != b.name || a.cells.Count() != b.cells.Count() || !IsSame(a.comments, b.comments) ||
-      !IsSame(a.conditions, b.conditions)) {
+      !IsSame(a.conditions, b.conditions) || !IsSame(a.charts, b.charts)) {
     return false;
   }
   bool is_same = true;

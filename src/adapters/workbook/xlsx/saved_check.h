@@ -6,8 +6,9 @@
 
 namespace mirelo::workbook {
 
-// Reads a file that was just written and compares all values, comments and conditions with the workbook's.
-// The writer does not see when its helper files find no room; this does. Error 61 when something is missing.
+// Reads a file that was just written and compares all values, comments, conditions and charts with the
+// workbook's. The writer does not see when its helper files find no room; this does. Error 61 when something
+// is missing.
 void CheckSaved(const Book& book, const std::filesystem::path& file);
 
 }  // namespace mirelo::workbook

@@ -1,27 +1,20 @@
 #include "adapters/workbook/xlsx/sheet_losses.h"
 
-#include <algorithm>
 #include <array>
 #include <span>
 #include <string_view>
 
+#include "adapters/workbook/xlsx/part_words.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 
 namespace mirelo::workbook {
 
 namespace {
 
-// A word of the file format and what a person would call the thing. Empty: it is kept, or there is nothing to
-// lose.
-struct Kind {
-  std::string_view word;
-  std::string_view meaning;
-};
-
 constexpr std::string_view kPrintSettings = "print settings";
 constexpr std::string_view kNewer = "features of newer programs";
 
-constexpr std::array kSheetElements = std::to_array<Kind>({
+constexpr std::array kSheetElements = std::to_array<PartWord>({
     {"dimension", ""},
     {"sheetViews", ""},     // looked into by itself
     {"sheetFormatPr", ""},  // likewise
@@ -63,14 +56,14 @@ constexpr std::array kSheetElements = std::to_array<Kind>({
     {"webPublishItems", "web publishing"},
 });
 
-constexpr std::array kSheetParts = std::to_array<Kind>({
+constexpr std::array kSheetParts = std::to_array<PartWord>({
     {"hyperlink", ""},   // reported by the element
     {"vmlDrawing", ""},  // looked into by itself
     {"comments", ""},
     {"threadedComment", "threads of comments"},
     {"ctrlProp", "form controls"},
     {"control", "form controls"},
-    {"drawing", "charts, pictures or shapes"},
+    {"drawing", ""},  // looked into by itself
     {"image", "a background picture"},
     {"oleObject", "embedded objects"},
     {"package", "embedded objects"},
@@ -82,7 +75,7 @@ constexpr std::array kSheetParts = std::to_array<Kind>({
     {"timeline", "timelines"},
 });
 
-constexpr std::array kWorkbookElements = std::to_array<Kind>({
+constexpr std::array kWorkbookElements = std::to_array<PartWord>({
     {"AlternateContent", ""},  // where the file was saved
     {"bookViews", ""},
     {"calcPr", ""},
@@ -106,7 +99,7 @@ constexpr std::array kWorkbookElements = std::to_array<Kind>({
     {"workbookProtection", "protection"},
 });
 
-constexpr std::array kWorkbookParts = std::to_array<Kind>({
+constexpr std::array kWorkbookParts = std::to_array<PartWord>({
     {"calcChain", ""},
     {"chartsheet", ""},   // reported with its name
     {"dialogsheet", ""},  // likewise, and the next
@@ -127,7 +120,7 @@ constexpr std::array kWorkbookParts = std::to_array<Kind>({
     {"vbaProject", "macros"},
 });
 
-constexpr std::array kPackageParts = std::to_array<Kind>({
+constexpr std::array kPackageParts = std::to_array<PartWord>({
     {"core-properties", ""},
     {"extended-properties", ""},
     {"officeDocument", ""},
@@ -137,25 +130,8 @@ constexpr std::array kPackageParts = std::to_array<Kind>({
     {"origin", "the digital signature"},
 });
 
-std::string MeaningOf(std::span<const Kind> kinds, std::string_view word) {
-  const auto found =
-      std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) { return kind.word == word; });
-  return found == kinds.end() ? "what the file calls \"" + std::string(word) + "\""
-                              : std::string(found->meaning);
-}
-
 template <class Report>
-void ReportElements(pugi::xml_node parent, std::span<const Kind> kinds, Report&& report) {
-  for (const pugi::xml_node child : parent.children()) {
-    const bool is_empty = !child.first_child() && !child.first_attribute();
-    if (child.type() != pugi::node_element || is_empty) continue;
-    const std::string meaning = MeaningOf(kinds, LocalName(child));
-    if (!meaning.empty()) report(meaning);
-  }
-}
-
-template <class Report>
-void ReportParts(const Relationships& links, std::span<const Kind> kinds, Report&& report) {
+void ReportParts(const Relationships& links, std::span<const PartWord> kinds, Report&& report) {
   for (const Relationship& link : links.all()) {
     const std::string meaning = MeaningOf(kinds, link.type);
     if (!meaning.empty()) report(meaning);

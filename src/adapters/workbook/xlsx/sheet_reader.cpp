@@ -11,6 +11,7 @@
 #include "adapters/workbook/xlsx/cell_reader.h"
 #include "adapters/workbook/xlsx/comment_reader.h"
 #include "adapters/workbook/xlsx/condition_reader.h"
+#include "adapters/workbook/xlsx/drawing_reader.h"
 #include "adapters/workbook/xlsx/sheet_losses.h"
 #include "adapters/workbook/xlsx/style_layers.h"
 #include "adapters/workbook/xlsx/xml_part.h"
@@ -48,6 +49,7 @@ class SheetReader {
     ReadConditions(context_, xml_.name(), root, sheet_);
     const Relationships links(context_.package, xml_.name());
     ReadComments(context_, links, sheet_);
+    ReadCharts(context_, links, sheet_);
     ReportSheetLosses(root, links, sheet_.name, context_.losses);
   }
 

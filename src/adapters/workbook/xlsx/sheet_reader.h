@@ -4,9 +4,11 @@
 #include <vector>
 
 #include "adapters/workbook/model/book.h"
+#include "adapters/workbook/xlsx/color_reader.h"
 #include "adapters/workbook/xlsx/load_budget.h"
 #include "adapters/workbook/xlsx/losses.h"
 #include "adapters/workbook/xlsx/package.h"
+#include "adapters/workbook/xlsx/series_cells.h"
 #include "adapters/workbook/xlsx/shared_strings.h"
 
 namespace mirelo::workbook {
@@ -18,9 +20,11 @@ struct SheetContext {
   std::vector<SharedString> strings;
   std::vector<StyleId> styles;         // by the number that cells use
   std::vector<ConditionalLook> looks;  // by the number that conditions use
+  ColorReader colors;
   bool counts_from_1904 = false;
   LoadBudget budget;
   Losses& losses;
+  std::vector<UnboundSeries> series;  // of the charts read so far
 };
 
 // Fills a sheet, which bears its name already, from its part.

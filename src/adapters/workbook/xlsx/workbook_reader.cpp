@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -34,13 +35,18 @@ class WorkbookReader {
         book_(std::make_shared<Book>()) {}
 
   LoadedBook Read() {
-    SheetContext context{package_, *book_, {}, {}, {}, false, LoadBudget(package_.limits()), losses_};
+    SheetContext context{package_, *book_,
+                         {},       {},
+                         {},       ColorReader(package_, PartOfType("theme")),
+                         false,    LoadBudget(package_.limits()),
+                         losses_,  {}};
     context.counts_from_1904 = Flag(Child(xml_.root(), "workbookPr"), "date1904", false);
     ReadStyleTable(context);
     if (const std::string part = PartOfType("sharedStrings"); !part.empty()) {
       context.strings = ReadSharedStrings(package_, part);
     }
     ReadSheets(context);
+    BindSeries(context.series, *book_, names_, losses_);
     ReadActiveSheet();
     book_->properties = ReadProperties(package_, package_links_);
     ReportWorkbookLosses(xml_.root(), links_, losses_);
@@ -58,8 +64,7 @@ class WorkbookReader {
   void ReadStyleTable(SheetContext& context) {
     FileStyles styles{{Style()}, {}};
     if (const std::string part = PartOfType("styles"); !part.empty()) {
-      ColorReader colors(package_, PartOfType("theme"));
-      styles = ReadStyles(package_, part, colors, losses_);
+      styles = ReadStyles(package_, part, context.colors, losses_);
     }
     book_->styles = StyleTable(styles.cells.front());
     for (const Style& style : styles.cells) context.styles.push_back(book_->styles.Intern(style));
@@ -94,6 +99,7 @@ class WorkbookReader {
     sheet->hidden = state == "hidden" || state == "veryHidden";
     if (state == "veryHidden") losses_.Add(sheet->name, "becomes a sheet that a person can unhide.");
     book_->sheets.push_back(sheet);
+    names_.push_back(name);
     ReadSheet(context, link->target, *sheet);
   }
 
@@ -125,6 +131,7 @@ class WorkbookReader {
   Relationships links_;
   std::shared_ptr<Book> book_;
   Losses losses_;
+  std::vector<std::string> names_;   // that the file gives the book's sheets
   std::vector<std::size_t> places_;  // of each sheet in the file, how many worksheets stand before it
 };
 

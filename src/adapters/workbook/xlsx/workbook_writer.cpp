@@ -11,6 +11,7 @@
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/load_limits.h"
 #include "adapters/workbook/model/sheet_formats.h"
+#include "adapters/workbook/xlsx/chart_parts.h"
 #include "adapters/workbook/xlsx/format_writer.h"
 #include "adapters/workbook/xlsx/sheet_writer.h"
 #include "adapters/workbook/xlsx/writer_error.h"
@@ -56,6 +57,22 @@ void CheckFormattedCells(const Book& book) {
     throw Refused("Too many cells of the workbook are formatted to be saved.");
 }
 
+void CheckCharts(const Book& book) {
+  const LoadLimits limits;
+  std::size_t charts = 0;
+  std::size_t series = 0;
+  std::size_t points = 0;
+  for (const auto& sheet : book.sheets) {
+    charts += sheet->charts.all.size();
+    for (const auto& chart : sheet->charts.all) {
+      series += chart->series.size();
+      for (const ChartSeries& one : chart->series) points += one.points.size();
+    }
+  }
+  if (charts > limits.charts || series > limits.chart_series || points > limits.chart_points)
+    throw Refused("The workbook has too many charts to be saved.");
+}
+
 void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
   lxw_doc_properties fields{};
   fields.title = properties.title.data();
@@ -74,6 +91,7 @@ void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
 
 void WriteWorkbook(const Book& book, const std::filesystem::path& file) {
   CheckFormattedCells(book);
+  CheckCharts(book);
   Workbook workbook = NewFile(book, file);
   FormatWriter formats(workbook.get(), book.styles);
   for (std::size_t i = 0; i < book.sheets.size(); ++i) {
@@ -83,9 +101,11 @@ void WriteWorkbook(const Book& book, const std::filesystem::path& file) {
     if (i == book.active) worksheet_activate(worksheet);
     if (sheet.hidden) worksheet_hide(worksheet);
     WriteSheet(sheet, worksheet, formats);
+    ReserveCharts(sheet, workbook.get(), worksheet);
   }
   WriteProperties(workbook.get(), book.properties);
   CheckWriter(workbook_close(workbook.release()));
+  WriteCharts(book, file);
 }
 
 }  // namespace mirelo::workbook

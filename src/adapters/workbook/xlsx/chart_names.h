@@ -1,0 +1,78 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include "host/excel/constants.h"
+
+namespace mirelo::workbook {
+
+// The words and measures of the file format for the looks of charts.
+
+inline constexpr std::int64_t kEmuPerPoint = 12'700;  // the unit of lengths in drawings
+inline constexpr std::int64_t kEmuPerPixel = 9'525;
+inline constexpr double kSizesPerPoint = 100;  // the unit of letters
+
+// A line is 1, 2 or 3 pixels wide, or as thin as can be.
+inline constexpr std::array<std::pair<std::int64_t, std::int32_t>, 4> kLineWidths{
+    {{3'175, host::excel::xlHairline},
+     {kEmuPerPixel, host::excel::xlThin},
+     {2 * kEmuPerPixel, host::excel::xlMedium},
+     {3 * kEmuPerPixel, host::excel::xlThick}}};
+
+// Of several words for one style the first is written. The slanted dashes of cells have no word of their own.
+inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 9> kDashNames{{
+    {"solid", host::excel::xlContinuous},
+    {"dash", host::excel::xlDash},
+    {"sysDot", host::excel::xlDot},
+    {"dashDot", host::excel::xlDashDot},
+    {"lgDashDot", host::excel::xlSlantDashDot},
+    {"lgDashDotDot", host::excel::xlDashDotDot},
+    {"dot", host::excel::xlDot},
+    {"sysDash", host::excel::xlDash},
+    {"lgDash", host::excel::xlDash},
+}};
+
+// By XlMarkerStyle.
+inline constexpr std::int32_t kMarkerAutomatic = -4105;
+inline constexpr std::int32_t kMarkerNone = -4142;
+inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 11> kMarkerNames{{
+    {"auto", kMarkerAutomatic},
+    {"none", kMarkerNone},
+    {"square", 1},
+    {"diamond", 2},
+    {"triangle", 3},
+    {"star", 5},
+    {"circle", 8},
+    {"plus", 9},
+    {"dash", -4115},
+    {"dot", -4118},
+    {"x", -4168},
+}};
+inline constexpr std::int32_t kSmallestMarker = 2;  // points
+inline constexpr std::int32_t kLargestMarker = 72;
+
+// The types of charts that are kept, by XlChartType.
+inline constexpr std::int32_t kColumnChart = 51;
+inline constexpr std::int32_t kLineChart = 65;
+
+// How charts move and grow with the cells beneath them, by XlPlacement.
+inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 3> kPlacementNames{
+    {{"twoCell", 1}, {"oneCell", 2}, {"absolute", 3}}};
+
+// What the format has no words for stands in extensions of this name, which other programs pass over.
+inline constexpr const char* kExtension = "{6D2B8C0E-5B0F-4E0C-9C57-3B1D6F0A91E4}";
+inline constexpr const char* kExtensionSpace = "urn:mirelo:chart:1";
+
+// The word that belongs to a number; empty when none does.
+template <class Word, std::size_t N>
+constexpr Word WordOf(const std::array<std::pair<Word, std::int32_t>, N>& words, std::int32_t number) {
+  for (const auto& [word, of] : words) {
+    if (of == number) return word;
+  }
+  return {};
+}
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <pugixml.hpp>
+
+#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/xlsx/look_reader.h"
+
+namespace mirelo::workbook {
+
+// Reads the texts of a chart, and how their letters look.
+class ChartTextReader {
+ public:
+  ChartTextReader(const LookReader& looks, ChartLosses& losses) : looks_(looks), losses_(losses) {}
+
+  // What holds for the letters of the whole chart, where a text tells nothing else: an element "txPr" or
+  // null.
+  void ReadStandard(pugi::xml_node text);
+
+  // The title of a chart of this place.
+  ChartTitle Title(pugi::xml_node node, const ChartBox& place);
+  // The letters of an axis.
+  void Letters(pugi::xml_node text, ChartAxis& axis);
+
+ private:
+  struct LetterLook {
+    std::optional<double> size;
+    std::optional<bool> bold;
+    Color color = kAutomatic;
+    friend bool operator==(const LetterLook&, const LetterLook&) = default;
+  };
+  LetterLook LookOf(pugi::xml_node properties);
+  // What the first paragraph says about its letters.
+  LetterLook LookOfText(pugi::xml_node text);
+  void ReadText(pugi::xml_node rich, ChartTitle& title);
+  void ReadPlace(pugi::xml_node layout, const ChartBox& chart, ChartTitle& title);
+
+  const LookReader& looks_;
+  ChartLosses& losses_;
+  LetterLook standard_;
+};
+
+// A share of a length, such as charts tell places by.
+double PartOf(double length, double share);
+
+}  // namespace mirelo::workbook

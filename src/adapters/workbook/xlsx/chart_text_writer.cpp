@@ -1,0 +1,87 @@
+#include "adapters/workbook/xlsx/chart_text_writer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string_view>
+
+#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/xlsx/chart_names.h"
+#include "adapters/workbook/xlsx/look_writer.h"
+#include "adapters/workbook/xlsx/text_escapes.h"
+#include "adapters/workbook/xlsx/xml_text.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+void TellLetters(pugi::xml_node properties, const Letters& letters) {
+  properties.append_attribute("sz") = static_cast<std::int32_t>(std::lround(letters.size * kSizesPerPoint));
+  properties.append_attribute("b") = letters.bold ? 1 : 0;
+  if (letters.color != kAutomatic) AppendSolidFill(properties, letters.color);
+}
+
+void AppendBody(pugi::xml_node text) {
+  text.append_child("a:bodyPr");
+  text.append_child("a:lstStyle");
+}
+
+void AppendParagraph(pugi::xml_node text, std::string_view line, const Letters& letters) {
+  pugi::xml_node paragraph = text.append_child("a:p");
+  TellLetters(paragraph.append_child("a:pPr").append_child("a:defRPr"), letters);
+  pugi::xml_node run = paragraph.append_child("a:r");
+  TellLetters(run.append_child("a:rPr"), letters);
+  AppendText(run, "a:t", EscapeControls(CleanText(line)));
+}
+
+void AppendPlace(pugi::xml_node layout, const ChartTitle& title, const ChartBox& chart) {
+  if (!title.left && !title.top) return;
+  pugi::xml_node manual = layout.append_child("c:manualLayout");
+  if (title.left) AppendValue(manual, "c:xMode", "edge");
+  if (title.top) AppendValue(manual, "c:yMode", "edge");
+  if (title.left) AppendValue(manual, "c:x", NumberText(*title.left / chart.width));
+  if (title.top) AppendValue(manual, "c:y", NumberText(*title.top / chart.height));
+}
+
+void AppendGround(pugi::xml_node parent, const ChartTitle& title) {
+  if (title.ground == Look::Automatic && title.border.look == Look::Automatic && !title.shadow) return;
+  pugi::xml_node shape = AppendShape(parent);
+  if (title.ground == Look::None) shape.append_child("a:noFill");
+  if (title.ground == Look::Own) AppendSolidFill(shape, title.interior);
+  AppendLine(shape, title.border);
+  if (title.shadow) AppendShadow(shape);
+}
+
+}  // namespace
+
+void AppendLetters(pugi::xml_node parent, const Letters& letters) {
+  pugi::xml_node text = parent.append_child("c:txPr");
+  AppendBody(text);
+  pugi::xml_node paragraph = text.append_child("a:p");
+  TellLetters(paragraph.append_child("a:pPr").append_child("a:defRPr"), letters);
+  paragraph.append_child("a:endParaRPr").append_attribute("lang") = "en-US";
+}
+
+void AppendTitle(pugi::xml_node chart, const ChartTitle& title, const ChartBox& place) {
+  pugi::xml_node node = chart.append_child("c:title");
+  pugi::xml_node text = node.append_child("c:tx").append_child("c:rich");
+  AppendBody(text);
+  for (std::string_view left = title.text;;) {
+    const std::size_t end = std::min(left.find('\n'), left.size());
+    AppendParagraph(text, left.substr(0, end), {title.size, title.bold, title.color});
+    if (end == left.size()) break;
+    left.remove_prefix(end + 1);
+  }
+  AppendPlace(node.append_child("c:layout"), title, place);
+  AppendValue(node, "c:overlay", "0");
+  AppendGround(node, title);
+}
+
+pugi::xml_node AppendExtension(pugi::xml_node parent) {
+  pugi::xml_node extension = parent.append_child("c:extLst").append_child("c:ext");
+  extension.append_attribute("uri") = kExtension;
+  extension.append_attribute("xmlns:m") = kExtensionSpace;
+  return extension;
+}
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <pugixml.hpp>
+
+#include "adapters/workbook/model/chart.h"
+
+namespace mirelo::workbook {
+
+struct Letters {
+  double size;  // points
+  bool bold;
+  Color color;
+};
+
+// Appends the element "txPr", which tells how letters look.
+void AppendLetters(pugi::xml_node parent, const Letters& letters);
+
+// Appends the title of a chart of this place.
+void AppendTitle(pugi::xml_node chart, const ChartTitle& title, const ChartBox& place);
+
+// Appends an extension, which other programs pass over; what stands in it has the prefix "m".
+pugi::xml_node AppendExtension(pugi::xml_node parent);
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,77 @@
+#include "adapters/workbook/xlsx/drawing_writer.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/xlsx/chart_names.h"
+#include "adapters/workbook/xlsx/sheet_measure.h"
+#include "adapters/workbook/xlsx/text_escapes.h"
+#include "adapters/workbook/xlsx/xml_text.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+constexpr std::size_t kFirstShape = 2;  // the number 1 is the drawing's own
+
+void AppendCorner(pugi::xml_node anchor, const char* name, const SheetMeasure& measure, double left,
+                  double top) {
+  const auto emu = [](double points) { return std::llround(points * double{kEmuPerPoint}); };
+  const Ruler::Mark column = measure.columns.MarkAt(emu(left));
+  const Ruler::Mark row = measure.rows.MarkAt(emu(top));
+  pugi::xml_node corner = anchor.append_child(name);
+  AppendText(corner, "xdr:col", std::to_string(column.number - 1));
+  AppendText(corner, "xdr:colOff", std::to_string(column.offset));
+  AppendText(corner, "xdr:row", std::to_string(row.number - 1));
+  AppendText(corner, "xdr:rowOff", std::to_string(row.offset));
+}
+
+void AppendFrame(pugi::xml_node anchor, const Chart& chart, std::size_t index) {
+  pugi::xml_node frame = anchor.append_child("xdr:graphicFrame");
+  frame.append_attribute("macro") = "";
+  pugi::xml_node about = frame.append_child("xdr:nvGraphicFramePr");
+  pugi::xml_node shape = about.append_child("xdr:cNvPr");
+  shape.append_attribute("id") = std::to_string(kFirstShape + index).c_str();
+  shape.append_attribute("name") = EscapeControls(CleanText(chart.name)).c_str();
+  about.append_child("xdr:cNvGraphicFramePr");
+  pugi::xml_node transform = frame.append_child("xdr:xfrm");  // the anchor's say, though the format wants one
+  pugi::xml_node offset = transform.append_child("a:off");
+  offset.append_attribute("x") = 0;
+  offset.append_attribute("y") = 0;
+  pugi::xml_node extent = transform.append_child("a:ext");
+  extent.append_attribute("cx") = 0;
+  extent.append_attribute("cy") = 0;
+  pugi::xml_node data = frame.append_child("a:graphic").append_child("a:graphicData");
+  data.append_attribute("uri") = "http://schemas.openxmlformats.org/drawingml/2006/chart";
+  data.append_child("c:chart").append_attribute("r:id") = ("rId" + std::to_string(index + 1)).c_str();
+}
+
+void AppendAnchor(pugi::xml_node root, const SheetMeasure& measure, const Chart& chart, std::size_t index) {
+  pugi::xml_node anchor = root.append_child("xdr:twoCellAnchor");
+  const std::string placement(WordOf(kPlacementNames, chart.placement));
+  if (!placement.empty()) anchor.append_attribute("editAs") = placement.c_str();
+  const ChartBox& place = chart.place;
+  AppendCorner(anchor, "xdr:from", measure, place.left, place.top);
+  AppendCorner(anchor, "xdr:to", measure, place.left + place.width, place.top + place.height);
+  AppendFrame(anchor, chart, index);
+  anchor.append_child("xdr:clientData");
+}
+
+}  // namespace
+
+std::string DrawingXml(const Sheet& sheet) {
+  const SheetMeasure measure(sheet);
+  pugi::xml_document document;
+  pugi::xml_node root = document.append_child("xdr:wsDr");
+  root.append_attribute("xmlns:xdr") = "http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing";
+  root.append_attribute("xmlns:a") = "http://schemas.openxmlformats.org/drawingml/2006/main";
+  root.append_attribute("xmlns:c") = "http://schemas.openxmlformats.org/drawingml/2006/chart";
+  root.append_attribute("xmlns:r") = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+  for (std::size_t i = 0; i < sheet.charts.all.size(); ++i)
+    AppendAnchor(root, measure, *sheet.charts.all[i], i);
+  return XmlText(document);
+}
+
+}  // namespace mirelo::workbook

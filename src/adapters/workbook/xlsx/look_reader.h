@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <pugixml.hpp>
+#include <string_view>
+
+#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/xlsx/chart_losses.h"
+#include "adapters/workbook/xlsx/color_reader.h"
+
+namespace mirelo::workbook {
+
+// Reads how shapes of a chart look: their elements "spPr". A null shape looks as the chart chooses.
+class LookReader {
+ public:
+  LookReader(const ColorReader& colors, ChartLosses& losses) : colors_(colors), losses_(losses) {}
+
+  ChartFill Fill(pugi::xml_node shape) const;
+  // Of one colour.
+  PointColor PlainFill(pugi::xml_node shape) const;
+  ChartLine Line(pugi::xml_node shape) const;
+  // Of which only the colour is kept.
+  PointColor Edge(pugi::xml_node shape) const;
+  bool Shadow(pugi::xml_node shape) const;
+
+  // The colour of letters: that of the fill in their properties.
+  Color LetterColor(pugi::xml_node properties) const;
+
+  // Says what a shape loses of which nothing is kept, if it has any look of its own.
+  void Refuse(pugi::xml_node shape, std::string_view what) const;
+  // Says that a shape's line is lost, if it has one.
+  void RefuseLine(pugi::xml_node shape, std::string_view what) const;
+  // Says that its shadow and the like are lost.
+  void RefuseEffects(pugi::xml_node shape) const;
+
+ private:
+  // Of the solid fill, pattern or gradient that an element holds; automatic when it is that of windows.
+  Color FillColor(pugi::xml_node fill) const;
+  Color LineColor(pugi::xml_node fill) const;
+  std::optional<DrawingColor> ColorIn(pugi::xml_node parent) const;
+  ChartFill Gradient(pugi::xml_node gradient) const;
+
+  const ColorReader& colors_;
+  ChartLosses& losses_;
+};
+
+}  // namespace mirelo::workbook

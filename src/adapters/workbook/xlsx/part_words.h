@@ -1,0 +1,39 @@
+#pragma once
+
+#include <algorithm>
+#include <pugixml.hpp>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "adapters/workbook/xlsx/xml_part.h"
+
+namespace mirelo::workbook {
+
+// A word of the file format and what a person would call the thing. Empty: it is kept, or there is nothing to
+// lose.
+struct PartWord {
+  std::string_view word;
+  std::string_view meaning;
+};
+
+// A word that the list does not hold means itself.
+inline std::string MeaningOf(std::span<const PartWord> words, std::string_view word) {
+  const auto found =
+      std::find_if(words.begin(), words.end(), [&](const PartWord& known) { return known.word == word; });
+  return found == words.end() ? "what the file calls \"" + std::string(word) + "\""
+                              : std::string(found->meaning);
+}
+
+// Calls report(meaning) for the child elements that mean a loss. One that holds nothing is passed over.
+template <class Report>
+void ReportElements(pugi::xml_node parent, std::span<const PartWord> words, Report&& report) {
+  for (const pugi::xml_node child : parent.children()) {
+    const bool is_empty = !child.first_child() && !child.first_attribute();
+    if (child.type() != pugi::node_element || is_empty) continue;
+    const std::string meaning = MeaningOf(words, LocalName(child));
+    if (!meaning.empty()) report(meaning);
+  }
+}
+
+}  // namespace mirelo::workbook

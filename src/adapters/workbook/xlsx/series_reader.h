@@ -1,0 +1,46 @@
+#pragma once
+
+#include <pugixml.hpp>
+#include <string>
+
+#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/xlsx/load_budget.h"
+#include "adapters/workbook/xlsx/look_reader.h"
+
+namespace mirelo::workbook {
+
+// Reads the series of one chart's part.
+class SeriesReader {
+ public:
+  // `has_markers`: whether lines have markers where they tell none.
+  SeriesReader(const LookReader& looks, ChartLosses& losses, LoadBudget& budget, const std::string& part,
+               bool is_line, bool has_markers)
+      : looks_(looks),
+        losses_(losses),
+        budget_(budget),
+        part_(part),
+        is_line_(is_line),
+        has_markers_(has_markers) {}
+
+  struct Result {
+    ChartSeries series;
+    std::string formula;  // of its cells, which may lie on a sheet that has not been read yet
+  };
+  Result Read(pugi::xml_node node);
+
+ private:
+  void ReadMarker(pugi::xml_node marker, ChartSeries& series) const;
+  void ReadColumns(pugi::xml_node node, ChartSeries& series) const;
+  void ReadPoints(pugi::xml_node node, ChartSeries& series);
+  void ReadPoint(pugi::xml_node node, const ChartSeries& series, ChartPoint& point) const;
+  std::string FormulaOf(pugi::xml_node values) const;
+
+  const LookReader& looks_;
+  ChartLosses& losses_;
+  LoadBudget& budget_;
+  const std::string& part_;
+  bool is_line_;
+  bool has_markers_;
+};
+
+}  // namespace mirelo::workbook
