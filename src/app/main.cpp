@@ -12,6 +12,7 @@
 #include "app/quotes_command.h"
 #include "app/run_command.h"
 #include "app/settings_command.h"
+#include "app/show_command.h"
 #include "app/sources_command.h"
 #include "app/stream_command.h"
 
@@ -46,6 +47,7 @@ int Main(int argc, char** argv) {
   GoCommand go(program, global);
   QuotesCommand quotes(program, global);
   StreamCommand stream(program, global);
+  ShowCommand show(program);
   SourcesCommand sources(program, global);
   SettingsCommand settings(program, global);
   CredentialsCommand credentials(program);
@@ -55,7 +57,7 @@ int Main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return program.exit(error) == 0 ? kGood : kWrongUsage;
   }
-  return RunChosen(run, dialog, go, quotes, stream, sources, settings, credentials);
+  return RunChosen(run, dialog, go, quotes, stream, show, sources, settings, credentials);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ TEST_F(CommandLine, PrintsTheVersion) {
 
 TEST_F(CommandLine, HelpsWithEveryCommand) {
   for (const char* command :
-       {"quotes", "run", "dialog", "go", "settings", "sources", "stream", "credentials"}) {
+       {"quotes", "run", "dialog", "go", "settings", "show", "sources", "stream", "credentials"}) {
     SCOPED_TRACE(command);
     EXPECT_THAT(Run({"--help"}).out, HasSubstr(command));
     const auto result = Run({command, "--help"});
@@ -51,7 +51,9 @@ TEST_F(CommandLine, EndsWithTwoWhenItIsNotUnderstood) {
                                                     {"run", "--demo", "--for", "soon"},
                                                     {"stream"},
                                                     {"stream", "MSFT", "--seconds", "0"},
-                                                    {"settings"}};
+                                                    {"settings"},
+                                                    {"show"},
+                                                    {"show", "a.xlsx", "--rows", "-1"}};
   for (const auto& arguments : wrong) {
     SCOPED_TRACE(::testing::PrintToString(arguments));
     const auto result = Run(arguments);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace mirelo::app {
+
+// Text (UTF-8) as a terminal lays it out: most characters are one column wide, ideographs and pictures two,
+// and marks that combine with the character before them none.
+
+std::size_t ColumnsOf(std::string_view text);
+
+// The longest beginning of the text that is at most so wide; with what combines with its last character.
+std::string_view FirstColumns(std::string_view text, std::size_t columns);
+
+// The text itself when it is at most so wide, else its beginning with an ellipsis; exactly so wide where the
+// characters allow it. `columns` is at least 1.
+std::string Shortened(std::string_view text, std::size_t columns);
+
+// The text with blanks in place of the characters that a terminal would obey and not show (controls, line
+// ends, marks of direction), and replacement characters in place of bytes that are no UTF-8.
+std::string Printable(std::string_view text);
+
+}  // namespace mirelo::app

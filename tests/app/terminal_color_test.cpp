@@ -1,0 +1,36 @@
+#include "app/terminal_color.h"
+
+#include <gtest/gtest.h>
+
+namespace mirelo::app {
+namespace {
+
+constexpr Rgb kRed{255, 0, 0};
+constexpr Rgb kWhite{255, 255, 255};
+
+TEST(TerminalColor, TakesTheNearestOfThePalette) {
+  struct {
+    Rgb color;
+    int index;
+  } const cases[] = {{{0, 0, 0}, 16},        {kWhite, 231},          {kRed, 196},
+                     {{0, 128, 0}, 28},      {{204, 204, 255}, 189}, {{102, 102, 153}, 60},
+                     {{128, 128, 128}, 244}, {{192, 192, 192}, 250}, {{8, 8, 8}, 232}};
+  for (const auto& [color, index] : cases) {
+    EXPECT_EQ(PaletteIndex(color), index) << +color.red << ' ' << +color.green << ' ' << +color.blue;
+  }
+}
+
+TEST(TerminalColor, PaintsAsDeepAsTheTerminalShows) {
+  const Paint paint{kRed, kWhite, true, false};
+  EXPECT_EQ(Painted("x", paint, ColorDepth::None), "x");
+  EXPECT_EQ(Painted("x", paint, ColorDepth::Palette), "\033[1;38;5;196;48;5;231mx\033[0m");
+  EXPECT_EQ(Painted("x", paint, ColorDepth::Full), "\033[1;38;2;255;0;0;48;2;255;255;255mx\033[0m");
+}
+
+TEST(TerminalColor, LeavesAloneWhatHasNoPaint) {
+  EXPECT_EQ(Painted("x", {}, ColorDepth::Full), "x");
+  EXPECT_EQ(Painted("", {kRed, {}, false, false}, ColorDepth::Full), "");
+}
+
+}  // namespace
+}  // namespace mirelo::app
