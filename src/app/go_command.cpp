@@ -53,17 +53,14 @@ int GoCommand::Run() try {
   const DialogPerson person(wishes, shown);
 
   auto& facade = session.facade();
-  auto spreadsheet = workbook_ ? OpenOrNew(*workbook_) : workbook::Spreadsheet::New();
+  auto spreadsheet = workbook_ ? OpenForGo(*workbook_) : workbook::Spreadsheet::New();
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   if (const auto& complaint = person.Complained()) {
     std::cerr << "error: " << complaint->text << "\nNothing was committed.\n";
     return complaint->code;
   }
-  if (workbook_ && IsCommitted(result)) {
-    spreadsheet.Save(*workbook_);
-    std::cerr << "Saved in " << std::filesystem::absolute(*workbook_).string() << '\n';
-  }
+  if (workbook_ && IsCommitted(result)) SaveAfterGo(*workbook_, spreadsheet);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {
   std::cerr << "error: " << unfulfilled.what() << '\n';

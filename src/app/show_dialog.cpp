@@ -13,15 +13,12 @@
 namespace mirelo::app {
 
 int ShowDialog(Session& session, const std::optional<std::filesystem::path>& workbook) {
-  auto spreadsheet = workbook ? OpenOrNew(*workbook) : workbook::Spreadsheet::New();
+  auto spreadsheet = workbook ? OpenForGo(*workbook) : workbook::Spreadsheet::New();
   auto& facade = session.facade();
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   const bool committed = IsCommitted(result);
-  if (committed && workbook) {
-    spreadsheet.Save(*workbook);
-    std::cerr << "Saved in " << std::filesystem::absolute(*workbook).string() << '\n';
-  }
+  if (committed && workbook) SaveAfterGo(*workbook, spreadsheet);
   std::cout << result << '\n';
   return committed ? kGood : kFailed;
 }

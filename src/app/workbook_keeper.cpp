@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -23,16 +22,6 @@ constexpr int kPauseForWork = 100;
 std::string TimeNow() {
   host::Clock& clock = host::Host::Current().clock();
   return Format(clock.Now(), "hh:mm:ss", clock.Regional());
-}
-
-// Other programs lay a file beside a workbook that they have open.
-std::optional<fs::path> FindLock(const fs::path& file) {
-  const std::string name = file.filename().string();
-  for (const std::string& lock : {".~lock." + name + "#", "~$" + name}) {
-    std::error_code ignored;
-    if (const fs::path path = file.parent_path() / lock; fs::exists(path, ignored)) return path;
-  }
-  return std::nullopt;
 }
 
 fs::path FreeNameBeside(const fs::path& file) {
@@ -76,9 +65,6 @@ bool WorkbookKeeper::Save(const fs::path& file) {
   std::string trouble;
   try {
     before_saving_();
-    if (const auto lock = FindLock(file)) {
-      throw RuntimeError(70, file.string() + " is open in another program (" + lock->string() + " says so)");
-    }
     spreadsheet_.Save(file);
   } catch (const std::exception&) {
     trouble = CurrentError().Description();

@@ -13,7 +13,8 @@ struct ProgramResult {
 };
 
 // Runs the program mirelo of this build to its end, in `folder`, with a home of its own there, so that no
-// test sees the settings of the person who runs it. `input` is its standard input.
+// test sees the settings of the person who runs it, and without root's right to write what is read-only.
+// `input` is its standard input.
 ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
                         const std::string& input = "");
 

@@ -155,7 +155,7 @@ TEST_F(Run, SavesBesideAWorkbookThatIsOpenInAnotherProgram) {
   std::ofstream(folder_ / ".~lock.quotes.xlsx#") << "somebody";
   const auto result = RunWith({"--demo", "--for", "1s"});
   EXPECT_EQ(result.exit_code, 0) << result.err;
-  EXPECT_THAT(result.err, HasSubstr("quotes.xlsx is open in another program"));
+  EXPECT_THAT(result.err, HasSubstr("quotes.xlsx: another program has it open; close it there"));
   EXPECT_THAT(result.out, HasSubstr("Saved in " + (folder_ / "quotes-1.xlsx").string()));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "quotes.xlsx"));
   EXPECT_NO_THROW(workbook::Spreadsheet::Open(folder_ / "quotes-1.xlsx"));

@@ -1,3 +1,5 @@
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -157,6 +159,40 @@ TEST_F(SaveFile, RaisesError75AndKeepsTheOldFileWhereNobodyMayWrite) {
       << "a file that is read-only stays, though its folder would let it be replaced";
   EXPECT_EQ(SavedValue(), Variant("old"));
   EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
+}
+
+// Beside a file that a spreadsheet program has open stands another one that says so.
+TEST_F(SaveFile, RaisesError70AndKeepsTheOldFileThatAnotherProgramHas) {
+  With("old").Save(File());
+  auto spreadsheet = With("new");
+  for (const char* lock : {".~lock.quotes.xlsx#", "~$quotes.xlsx"}) {
+    SCOPED_TRACE(lock);
+    WriteBytes(File(lock), ",");
+    EXPECT_EQ(ErrorOfSaving(spreadsheet, File()), 70);
+    std::filesystem::remove(File(lock));
+  }
+  const int descriptor = open(File().c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(flock(descriptor, LOCK_SH), 0);
+  EXPECT_EQ(ErrorOfSaving(spreadsheet, File()), 70);
+  close(descriptor);
+  EXPECT_EQ(SavedValue(), Variant("old"));
+  EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
+  spreadsheet.Save(File());
+  EXPECT_EQ(SavedValue(), Variant("new"));
+}
+
+TEST_F(SaveFile, TellsBeforehandWhatCannotBeSaved) {
+  EXPECT_EQ(NumberOf([&] { Spreadsheet::RequireSavable(File()); }), 0) << "a new file";
+  With("old").Save(File());
+  EXPECT_EQ(NumberOf([&] { Spreadsheet::RequireSavable(File()); }), 0) << "an old file";
+  EXPECT_EQ(NumberOf([&] { Spreadsheet::RequireSavable(folder.path()); }), 75) << "a folder";
+  EXPECT_EQ(NumberOf([&] { Spreadsheet::RequireSavable(File() / "below.xlsx"); }), 75);
+  EXPECT_EQ(NumberOf([&] { Spreadsheet::RequireSavable("/dev/full"); }), 75) << "a device";
+  WriteBytes(File(".~lock.quotes.xlsx#"), ",");
+  EXPECT_EQ(NumberOf([&] { Spreadsheet::RequireSavable(File()); }), 70);
+  std::filesystem::remove(File());
+  EXPECT_EQ(NumberOf([&] { Spreadsheet::RequireSavable(File()); }), 70) << "not saved there yet";
+  EXPECT_EQ(FolderListing(), Only(".~lock.quotes.xlsx#"));
 }
 
 // A limit of the size of files stands for a disk that is full: it strikes wherever that size is reached

@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/foreign_hold.h"
 
 namespace mirelo::workbook {
 
@@ -57,8 +58,10 @@ std::filesystem::path TargetOf(const std::filesystem::path& file) {
   return target;
 }
 
-// The old file, if there is one.
-std::optional<struct stat> StatusOf(const std::filesystem::path& file) {
+// The old file, if there is one. Raises the error by which a file is not replaced.
+std::optional<struct stat> OldFile(const std::filesystem::path& file) {
+  if (const auto hold = ForeignHold(file))
+    throw PermissionDenied("Cannot save " + file.string() + ": " + *hold);
   struct stat status {};
   if (::stat(file.c_str(), &status) != 0) {
     if (errno == ENOENT) return std::nullopt;
@@ -149,11 +152,17 @@ std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t
 void ReplaceFile(const std::filesystem::path& file,
                  const std::function<void(const std::filesystem::path&)>& write) {
   const std::filesystem::path target = TargetOf(file);
-  const std::optional<struct stat> old = StatusOf(target);
+  const std::optional<struct stat> old = OldFile(target);
   NewFile fresh(target);
   if (old) fresh.TakePermissionsFrom(*old);
   write(fresh.path());
   fresh.PutInPlace();
+}
+
+void RequireReplaceable(const std::filesystem::path& file) {
+  const std::filesystem::path target = TargetOf(file);
+  OldFile(target);
+  if (::access(FolderOf(target).c_str(), W_OK | X_OK) != 0) throw CannotSave(target, errno);
 }
 
 }  // namespace mirelo::workbook

@@ -9,6 +9,7 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::int32_t kDiskFull = 61;
+constexpr std::int32_t kPermissionDenied = 70;
 constexpr const char* kSource = "Workbook";
 
 }  // namespace
@@ -18,6 +19,10 @@ RuntimeError Refused(std::string why) {
 }
 
 RuntimeError DiskFull(std::string why) { return RuntimeError(kDiskFull, std::move(why), kSource); }
+
+RuntimeError PermissionDenied(std::string why) {
+  return RuntimeError(kPermissionDenied, std::move(why), kSource);
+}
 
 RuntimeError FileError(const std::string& doing, int reason) {
   const std::string text = doing + ": " + std::strerror(reason);

@@ -46,4 +46,6 @@ void Spreadsheet::Save(const std::filesystem::path& file) {
   losses_.clear();
 }
 
+void Spreadsheet::RequireSavable(const std::filesystem::path& file) { RequireReplaceable(file); }
+
 }  // namespace mirelo::workbook

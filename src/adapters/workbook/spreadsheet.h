@@ -35,9 +35,13 @@ class Spreadsheet {
 
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
   // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes
-  // on pointing at it. Error 61 when the disk is full, 75 when the file or its folder cannot be written, 1004
-  // when what was written does not read back. Numbers keep 16 significant digits.
+  // on pointing at it. Error 61 when the disk is full, 70 when another program has the file open or locked,
+  // 75 when the file or its folder cannot be written, 1004 when what was written does not read back. Numbers
+  // keep 16 significant digits.
   void Save(const std::filesystem::path& file);
+
+  // Raises the error by which Save would refuse, as far as that can be told before there is anything to save.
+  static void RequireSavable(const std::filesystem::path& file);
 
  private:
   explicit Spreadsheet(std::shared_ptr<Book> book, std::vector<std::string> losses = {});

@@ -1,0 +1,175 @@
+// Workbook files that cannot be saved: the program says so before it does anything, and touches nothing.
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "adapters/workbook/spreadsheet.h"
+#include "app/program.h"
+#include "app/workbook_file.h"
+#include "automation/runtime_error.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "quotetracker/server.h"
+#include "support/temp_directory.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class GuardedWorkbook : public ::testing::Test {
+ protected:
+  GuardedWorkbook() {
+    std::filesystem::create_directory(Folder());
+    auto spreadsheet = workbook::Spreadsheet::New();
+    spreadsheet.Application()->ActiveWorkbook()->ActiveSheet()->Range("A1")->Value("mine");
+    spreadsheet.Save(File());
+  }
+  ~GuardedWorkbook() override {
+    ::chmod(Folder().c_str(), 0755);
+    Release();
+  }
+
+  std::filesystem::path Folder() const { return home / "workbooks"; }
+  std::filesystem::path File() const { return Folder() / "quotes.xlsx"; }
+  std::string Bytes() const {
+    std::ifstream in(File(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  std::vector<std::string> Listing() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(Folder()))
+      names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  ProgramResult Go(const std::filesystem::path& file) {
+    return RunMirelo(home.path(), {"go", "--http-port", std::to_string(server.HttpPort()), "--tickers",
+                                   "MSFT", "--set", "Seconds=7", "--workbook", file.string()});
+  }
+  std::string StoredSeconds() { return RunMirelo(home.path(), {"settings", "get", "Seconds"}).out; }
+  // An open descriptor of the file, until it is released.
+  int Hold() { return descriptor_ = ::open(File().c_str(), O_RDWR | O_CLOEXEC); }
+  void Release() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+    descriptor_ = -1;
+  }
+
+  TempDirectory home;
+  quotetracker::Server server;
+
+ private:
+  int descriptor_ = -1;
+};
+
+TEST_F(GuardedWorkbook, StaysAsItIsAndGoSaysWhatToDo) {
+  constexpr const char* kMakeWritable =
+      "Make the file and its folder writable, or name another file with --workbook.";
+  struct Case {
+    const char* name;
+    std::function<void()> guard;
+    std::string reason;
+    std::string advice;
+  };
+  const auto lock_file = [&](const char* name) {
+    return [this, name] { std::ofstream(Folder() / name) << ","; };
+  };
+  const std::vector<Case> cases{
+      {"read-only", [&] { ASSERT_EQ(::chmod(File().c_str(), 0444), 0); },
+       "error: Cannot save " + File().string() + ": Permission denied.", kMakeWritable},
+      {"in a folder that is read-only", [&] { ASSERT_EQ(::chmod(Folder().c_str(), 0555), 0); },
+       "error: Cannot save " + File().string() + ": Permission denied.", kMakeWritable},
+      {"open in a spreadsheet program", lock_file(".~lock.quotes.xlsx#"), "another program has it open",
+       "close it there. If none has, delete " + (Folder() / ".~lock.quotes.xlsx#").string()},
+      {"open in another one", lock_file("~$quotes.xlsx"), "another program has it open",
+       "If none has, delete " + (Folder() / "~$quotes.xlsx").string()},
+      {"record-locked",
+       [&] {
+         struct flock lock {};
+         lock.l_type = F_WRLCK;
+         ASSERT_EQ(::fcntl(Hold(), F_SETLK, &lock), 0);
+       },
+       "another program has locked it", "try again when that program is done"},
+      {"locked as a whole", [&] { ASSERT_EQ(::flock(Hold(), LOCK_EX), 0); }, "another program has locked it",
+       "try again when that program is done"},
+  };
+  const std::string old = Bytes();
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    c.guard();
+    const auto listing = Listing();
+    const auto result = Go(File());
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.err, AllOf(HasSubstr(c.reason), HasSubstr(c.advice)));
+    EXPECT_EQ(Bytes(), old);
+    EXPECT_EQ(Listing(), listing);
+    EXPECT_THAT(server.Requests(), IsEmpty()) << "nothing was tried";
+    EXPECT_EQ(StoredSeconds(), "10\n") << "nothing was stored";
+
+    ::chmod(Folder().c_str(), 0755);
+    ::chmod(File().c_str(), 0644);
+    for (const char* lock : {".~lock.quotes.xlsx#", "~$quotes.xlsx"})
+      std::filesystem::remove(Folder() / lock);
+    Release();
+  }
+}
+
+TEST_F(GuardedWorkbook, CannotBeWhereThereIsNoFolder) {
+  const auto result = Go(Folder() / "none" / "quotes.xlsx");
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("No such file or directory"), HasSubstr("name another file")));
+  EXPECT_THAT(Listing(), ElementsAre("quotes.xlsx"));
+}
+
+TEST_F(GuardedWorkbook, ThatIsNoWorkbookStaysAsItIs) {
+  std::ofstream(File(), std::ios::binary) << "something else";
+  const auto result = Go(File());
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("error: Cannot open " + File().string()));
+  EXPECT_EQ(Bytes(), "something else");
+  EXPECT_EQ(StoredSeconds(), "10\n");
+}
+
+TEST_F(GuardedWorkbook, IsSavedOnceTheOtherProgramIsDone) {
+  const auto lock = Folder() / ".~lock.quotes.xlsx#";
+  std::ofstream(lock) << ",";
+  EXPECT_EQ(Go(File()).exit_code, 1);
+  std::filesystem::remove(lock);
+  EXPECT_EQ(Go(File()).exit_code, 0);
+  EXPECT_EQ(StoredSeconds(), "7\n");
+}
+
+// Opened elsewhere while the dialog was up
+
+TEST_F(GuardedWorkbook, StaysAsItIsAfterGoAsWell) {
+  auto spreadsheet = app::OpenForGo(File());
+  const std::string old = Bytes();
+  std::ofstream(Folder() / "~$quotes.xlsx") << ",";
+  ::testing::internal::CaptureStderr();
+  EXPECT_THROW(app::SaveAfterGo(File(), spreadsheet), RuntimeError);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "The settings are stored, but the workbook is as it was.\n");
+  EXPECT_EQ(Bytes(), old);
+}
+
+}  // namespace
+}  // namespace mirelo::testing
