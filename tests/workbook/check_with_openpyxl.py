@@ -1,6 +1,8 @@
 """Shows a workbook as openpyxl reads it: a line for each cell that has a value or a format of its own, and for each
 comment, border, condition, and column of a width of its own.
 
+Charts of a sheet stand behind its cells.
+
 usage: check_with_openpyxl.py FILE
 """
 
@@ -40,6 +42,36 @@ def show_rule(area, rule):
     return "\t".join(("rule", str(area.sqref), rule.type, rule.operator, ",".join(rule.formula), color(look.color)))
 
 
+def fill(properties):
+    return properties.solidFill.srgbClr if properties is not None and properties.solidFill else "-"
+
+
+def line(properties):
+    return fill(properties.line) if properties is not None and properties.line else "-"
+
+
+def show_looks(marker, properties):
+    inner = marker.spPr if marker is not None else properties
+    return "\t".join((fill(inner), line(inner), line(properties)))
+
+
+def show_series(series):
+    symbol = f"{series.marker.symbol},{series.marker.size:g}" if series.marker.symbol else "-"
+    numbers = series.val.numRef.numCache
+    yield "\t".join(("series", series.val.numRef.f, symbol, show_looks(series.marker, series.spPr)))
+    yield "values\t" + ",".join(f"{point.v:g}" for point in numbers.pt)
+    for point in series.dPt:
+        yield f"point\t{point.idx}\t{show_looks(point.marker, point.spPr)}"
+
+
+def show_chart(chart):
+    title = "".join(run.t for run in chart.title.tx.rich.p[0].r) if chart.title else "-"
+    origin = chart.anchor._from
+    yield "\t".join(("chart", type(chart).__name__, title, f"{origin.col},{origin.row}"))
+    for series in chart.series:
+        yield from show_series(series)
+
+
 def main(file):
     book = openpyxl.load_workbook(file, data_only=True)
     print("active\t" + book.active.title)
@@ -59,6 +91,8 @@ def main(file):
         for name, column in sorted(sheet.column_dimensions.items()):
             if column.customWidth:
                 print(f"width\t{name}\t{column.width:.2f}")
+        for chart in sheet._charts:
+            print("\n".join(show_chart(chart)))
 
 
 if __name__ == "__main__":

@@ -4,10 +4,13 @@
 #include <cstdio>
 #include <sstream>
 
+#include "adapters/workbook/xlsx/workbook_reader.h"
+#include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
 #include "host/excel/format_conditions.h"
 #include "host/excel/shape.h"
+#include "workbook/chart_models.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -93,7 +96,7 @@ TEST_F(Interchange, ReadsWhatAnotherProgramWrote) {
   EXPECT_THAT(Run("write_with_openpyxl.py", File()), ElementsAre());
   const auto spreadsheet = Spreadsheet::Open(File());
   const auto sheets = BookOf(spreadsheet)->Worksheets();
-  ASSERT_EQ(sheets->Count(), 2);
+  ASSERT_EQ(sheets->Count(), 3);
   EXPECT_EQ(SheetOf(spreadsheet)->Name(), "Second");
   EXPECT_EQ(sheets->Item("Second")->Range("C3")->Value(), Variant("there"));
 
@@ -124,7 +127,72 @@ TEST_F(Interchange, ReadsWhatAnotherProgramWrote) {
       ElementsAre(
           "Sheet \"Quotes\": not kept: formulas (cells: 1), which become the last value computed.",
           "Sheet \"Quotes\": not kept: conditional formats other than comparisons with a value (rules: "
-          "1)."));
+          "1).",
+          "Sheet \"Charts\": not kept of the chart \"Last\": tick marks.",
+          "Sheet \"Charts\": not kept of the chart \"Chart 2\": tick marks.",
+          "Sheet \"Charts\": not kept: the chart \"Shares\", of the type \"pieChart\"."));
+}
+
+TEST_F(Interchange, AnotherProgramSeesCharts) {
+  const auto book = BookWithHistory(5);
+  const auto& sheet = book->sheets.front();
+  AddTickerCharts(sheet, 5);
+  sheet->charts.all.back()->series.front().points.clear();
+  workbook::WriteWorkbook(*book, File());
+
+  std::vector<std::string> lines = Run("check_with_openpyxl.py", File());
+  lines.erase(lines.begin(), std::find_if(lines.begin(), lines.end(), [](const std::string& line) {
+                return line.starts_with("chart\t");
+              }));
+  EXPECT_THAT(lines, ElementsAre("chart\tLineChart\tLast\t5,0",
+                                 "series\t'Quotes_Vertical(MSFT)'!$D$3:$D$7\tdiamond,6\t-\t-\t-",
+                                 "values\t28.35,28.35,28.4,28.52,28.47",  //
+                                 "point\t0\tC0C0C0\t808080\t808080",      //
+                                 "point\t1\tC0C0C0\t808080\t808080",      //
+                                 "point\t2\t00FF00\t008000\t008000",      //
+                                 "point\t3\t00FF00\t008000\t008000",      //
+                                 "point\t4\tFF0000\t993300\t993300",      //
+                                 "chart\tBarChart\tLastVolume\t5,5",
+                                 "series\t'Quotes_Vertical(MSFT)'!$E$3:$E$7\t-\t-\t-\t-",
+                                 "values\t100,800,400,1100,700"));
+}
+
+TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
+  EXPECT_THAT(Run("write_with_openpyxl.py", File()), ElementsAre());
+  const std::string bytes = BytesOf(File());
+  const auto book = workbook::ReadWorkbook(bytes, {}).book;
+  const auto sheet = book->FindSheet("Charts");
+  ASSERT_EQ(sheet->charts.all.size(), 2u);
+
+  const Chart& line = *sheet->charts.all[0];
+  EXPECT_EQ(line.type, 65);
+  EXPECT_EQ(line.place.left, 5 * 48);
+  EXPECT_EQ(line.place.top, 15);
+  EXPECT_NEAR(line.place.width, 15 / 2.54 * 72, 0.01) << "15 cm";
+  EXPECT_NEAR(line.place.height, 7.5 / 2.54 * 72, 0.01);
+  EXPECT_EQ(line.placement, 2) << "it moves with the cell that it hangs on";
+  EXPECT_EQ(line.title->text, "Last");
+  EXPECT_FALSE(line.legend);
+  ASSERT_EQ(line.series.size(), 1u);
+  const workbook::ChartSeries& series = line.series.front();
+  EXPECT_EQ(series.values, (workbook::Area{3, 4, 9, 4}));
+  EXPECT_EQ(series.sheet.lock(), sheet);
+  EXPECT_EQ(series.line, (workbook::ChartLine{workbook::Look::Own, 1, -4138, 0x993300}));
+  EXPECT_EQ(series.marker, 2);
+  EXPECT_EQ(series.marker_size, 6);
+  EXPECT_EQ(series.background, (workbook::PointColor{workbook::Look::Own, 0x00FF00}));
+  EXPECT_EQ(series.foreground, (workbook::PointColor{workbook::Look::Own, 0x008000}));
+  ASSERT_EQ(series.points.size(), 3u);
+  EXPECT_EQ(series.points[1], workbook::ChartPoint());
+  EXPECT_EQ(series.points[2].line.color, 0xFF0000);
+  EXPECT_EQ(series.points[2].background.color, 0x0000FF);
+  EXPECT_EQ(series.points[2].foreground.color, 0x000080);
+
+  const Chart& columns = *sheet->charts.all[1];
+  EXPECT_EQ(columns.type, 51);
+  EXPECT_EQ(columns.place.top, 19 * 15);
+  EXPECT_FALSE(columns.title.has_value());
+  EXPECT_TRUE(columns.legend);
 }
 
 }  // namespace

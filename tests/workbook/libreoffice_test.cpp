@@ -3,11 +3,14 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
 #include "host/excel/format_conditions.h"
 #include "host/excel/shape.h"
+#include "workbook/calc_chart.h"
 #include "workbook/calc_document.h"
+#include "workbook/chart_models.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -239,6 +242,63 @@ TEST_F(LibreOffice, OpensASavedFileAndSeesWhatIsInIt) {
   ExpectComment(document, spreadsheet);
   EXPECT_EQ(document.Property(document.At(kHistory, kHistoryRows + 2, 2), "fo:text-align"), "center");
   EXPECT_EQ(document.At(kHistory, kHistoryRows + 3, 2).style, "");
+}
+
+void ExpectTickerChart(const CalcChart& chart, const char* title, const char* kind, const char* column) {
+  SCOPED_TRACE(title);
+  const std::string cells = std::string("'") + kHistory + "'." + column;
+  EXPECT_EQ(chart.Class(), kind);
+  EXPECT_EQ(chart.Title(), title);
+  EXPECT_EQ(chart.Cells(), cells + "3:" + cells + "7");
+  EXPECT_FALSE(chart.HasLegend());
+  EXPECT_FALSE(chart.HasAxis("x"));
+  EXPECT_FALSE(chart.HasAxis("y"));
+  EXPECT_EQ(chart.TitleProperty("draw:fill-color"), "#008000");
+  EXPECT_EQ(chart.TitleProperty("fo:color"), "#ffff00");
+  EXPECT_EQ(chart.TitleProperty("fo:font-size"), "8pt");
+  EXPECT_EQ(chart.GridProperty("svg:stroke-color"), "#808080");
+  EXPECT_EQ(chart.GridProperty("draw:stroke"), "dash");
+  EXPECT_EQ(chart.AreaGradient(), CalcChart::Gradient("#666699", "#666699"));
+  EXPECT_EQ(chart.PlotGradient(), CalcChart::Gradient("#9999ff", "#ccccff"));
+}
+
+// Pictures as tall as charts, in the folder.
+int CountPictures(const std::filesystem::path& folder) {
+  constexpr std::uint32_t kPixels = 101;
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() != ".png") continue;
+    const std::string bytes = BytesOf(entry.path());
+    std::uint32_t height = 0;
+    for (std::size_t i = 20; i < 24 && i < bytes.size(); ++i)
+      height = height << 8 | static_cast<unsigned char>(bytes[i]);
+    if (height == kPixels || height == kPixels + 1) ++count;
+  }
+  return count;
+}
+
+TEST_F(LibreOffice, DrawsTheChartsOfASavedFile) {
+  const auto book = BookWithHistory(5);
+  AddTickerCharts(book->sheets.front(), 5);
+  workbook::WriteWorkbook(*book, File());
+  Convert("ods");
+  Convert("html");
+
+  const Parts parts = Unzip(BytesOf(File("quotes.ods")));
+  const CalcChart prices(parts, 1);
+  ExpectTickerChart(prices, "Last", "chart:line", "D");
+  EXPECT_EQ(prices.SeriesProperty("chart:symbol-name"), "diamond");
+  EXPECT_EQ(prices.SeriesProperty("chart:symbol-width"), "0.212cm") << "6 points";
+  EXPECT_THAT(prices.PointProperties("svg:stroke-color"),
+              ElementsAre("#808080", "#808080", "#008000", "#008000", "#993300"));
+
+  const CalcChart volumes(parts, 2);
+  ExpectTickerChart(volumes, "LastVolume", "chart:bar", "E");
+  EXPECT_THAT(volumes.PointProperties("svg:stroke-color"),
+              ElementsAre("#808080", "#008000", "#993300", "#008000", "#993300"));
+  EXPECT_THAT(volumes.PointProperties("draw:fill-color"),
+              ElementsAre("#c0c0c0", "#00ff00", "#ff0000", "#00ff00", "#ff0000"));
+  EXPECT_EQ(CountPictures(folder.path()), 2);
 }
 
 }  // namespace

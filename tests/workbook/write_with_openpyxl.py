@@ -7,9 +7,47 @@ import datetime
 import sys
 
 import openpyxl
+from openpyxl.chart import BarChart, LineChart, PieChart, Reference
+from openpyxl.chart.marker import DataPoint, Marker
+from openpyxl.chart.shapes import GraphicalProperties
 from openpyxl.comments import Comment
 from openpyxl.formatting.rule import CellIsRule, ColorScaleRule
 from openpyxl.styles import Alignment, Border, Font, PatternFill, Side
+
+
+def looks(fill, line):
+    properties = GraphicalProperties(solidFill=fill)
+    properties.line.solidFill = line
+    return properties
+
+
+def line_chart(cells):
+    chart = LineChart()
+    chart.title = "Last"
+    chart.add_data(cells)
+    chart.legend = None
+    series = chart.series[0]
+    series.graphicalProperties.line.solidFill = "993300"
+    series.graphicalProperties.line.width = 19050
+    series.marker = Marker("diamond", size=6, spPr=looks("00FF00", "008000"))
+    point = DataPoint(idx=2, spPr=looks(None, "FF0000"))
+    point.marker = Marker("diamond", size=6, spPr=looks("0000FF", "000080"))
+    series.dPt.append(point)
+    return chart
+
+
+def add_charts(sheet):
+    for row in range(3, 10):
+        sheet.cell(row, 4, row * 1.5)
+    cells = Reference(sheet, min_col=4, min_row=3, max_row=9)
+    sheet.add_chart(line_chart(cells), "F2")
+    columns = BarChart()
+    columns.add_data(cells)
+    sheet.add_chart(columns, "F20")
+    pie = PieChart()
+    pie.title = "Shares"
+    pie.add_data(cells)
+    sheet.add_chart(pie, "F40")
 
 
 def main(file):
@@ -37,6 +75,7 @@ def main(file):
     sheet.sheet_view.selection[0].activeCell = "C3"
     sheet.sheet_view.selection[0].sqref = "C3:D4"
     book.create_sheet("Second")["C3"] = "there"
+    add_charts(book.create_sheet("Charts"))
     book.active = 1
     book.save(file)
 

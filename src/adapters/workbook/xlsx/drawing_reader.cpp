@@ -91,7 +91,7 @@ class DrawingReader {
       return;
     }
     ChartInFile read = ReadChart(context_, link->target, PlaceOf(anchor));
-    const std::string& title = read.title.empty() ? name : read.title;
+    const std::string title = read.title.empty() ? name : read.title;
     if (read.chart == nullptr) {
       Lose("the chart \"" + title + "\", of the type \"" + read.type + "\"");
       return;

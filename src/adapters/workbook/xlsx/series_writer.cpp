@@ -26,12 +26,12 @@ std::string FormulaOf(const Sheet& sheet, const Area& cells) {
   return formula + "'!" + AddressText(cells, true, true);
 }
 
-// What is plotted of a cell: text is zero, an empty text nothing.
+// What is plotted of a cell that is not empty: text is zero, and any error leaves a gap, for which the format
+// has this one word.
 std::string PlottedText(const CellValue& value) {
   if (const double* number = value.IfNumber()) return NumberText(*number);
   if (const bool* boolean = value.IfBoolean()) return *boolean ? "1" : "0";
-  if (const CellError* error = value.IfError()) return std::string(ErrorText(*error));
-  return "0";
+  return value.IfError() != nullptr ? "#N/A" : "0";
 }
 
 class SeriesWriter {
