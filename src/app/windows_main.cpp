@@ -3,15 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
-#include <optional>
 
 #include "adapters/qt/application.h"
-#include "app/dialog_command.h"
 #include "app/exit_code.h"
-#include "app/options.h"
-#include "app/run_command.h"
 #include "app/window_program.h"
 #include "app/windows.h"
+#include "app/windows_commands.h"
 
 namespace {
 
@@ -19,18 +16,13 @@ using namespace mirelo;
 using namespace mirelo::app;
 
 int Main(int argc, char** argv) {
-  CLI::App program("The windows of Mirelo; see mirelo --help", "mirelo");
-  program.require_subcommand(1);
-  program.fallthrough();
-  GlobalOptions global;
+  WindowsCommands commands;
+  auto& [global, program, dialog, run] = commands;
   global.words.assign(argv + 1, argv + argc);
-  program.add_option("--registry", global.registry, "As of mirelo");
-  DialogCommand dialog(program, global);
-  RunCommand run(program, global);
   try {
-    program.parse(argc, argv);
+    program->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return program.exit(error) == 0 ? kGood : kWrongUsage;
+    return program->exit(error) == 0 ? kGood : kWrongUsage;
   }
 
   if (const std::string why = qt::WhyNoWindows(); !why.empty()) {

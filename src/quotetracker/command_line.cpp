@@ -63,6 +63,14 @@ struct Arguments {
   std::vector<std::string> stream_faults;
 };
 
+struct Tree {
+  CommandLine command;
+  Arguments arguments;
+  CLI::App app{kDescription, "quotetracker"};
+
+  Tree();
+};
+
 void AddServing(CLI::App& app, CommandLine& command) {
   ServerOptions& server = command.server;
   app.add_option("--listen", server.listen, "Numeric address to listen on")
@@ -140,6 +148,17 @@ void AddFaults(CLI::App& app, Arguments& arguments) {
       ->take_all();
 }
 
+Tree::Tree() {
+  command.server.http_port = kHttpPort;
+  command.server.stream_port = kStreamPort;
+  app.footer(kExplanation);
+  app.set_version_flag("--version", "quotetracker " MIRELO_VERSION);
+  AddServing(app, command);
+  AddQuotes(app, command, arguments);
+  AddStream(app, command, arguments);
+  AddFaults(app, arguments);
+}
+
 std::vector<std::string> SplitList(const std::string& list) { return CLI::detail::split(list, ','); }
 
 double ReadRate(const std::string& text) {
@@ -206,17 +225,8 @@ void ReadFiles(const Arguments& arguments, CommandLine& command) {
 }  // namespace
 
 std::optional<CommandLine> ReadCommandLine(int argc, char** argv, int& exit_code) {
-  CommandLine command;
-  command.server.http_port = kHttpPort;
-  command.server.stream_port = kStreamPort;
-  Arguments arguments;
-  CLI::App app(kDescription, "quotetracker");
-  app.footer(kExplanation);
-  app.set_version_flag("--version", "quotetracker " MIRELO_VERSION);
-  AddServing(app, command);
-  AddQuotes(app, command, arguments);
-  AddStream(app, command, arguments);
-  AddFaults(app, arguments);
+  Tree tree;
+  auto& [command, arguments, app] = tree;
   try {
     app.parse(argc, argv);
     Apply(arguments, command);
@@ -229,7 +239,9 @@ std::optional<CommandLine> ReadCommandLine(int argc, char** argv, int& exit_code
     return std::nullopt;
   }
   ReadFiles(arguments, command);
-  return command;
+  return std::move(command);
 }
+
+void ShowTree(const std::function<void(const CLI::App&)>& look) { look(Tree().app); }
 
 }  // namespace mirelo::quotetracker

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "quotetracker/server.h"
+
+namespace CLI {
+class App;
+}
 
 namespace mirelo::quotetracker {
 
@@ -20,5 +25,8 @@ struct CommandLine {
 // `exit_code` to 0 or 2 and gives nothing. Raises std::runtime_error when a file cannot be read or is no
 // replay.
 std::optional<CommandLine> ReadCommandLine(int argc, char** argv, int& exit_code);
+
+// Shows what --help is made of, for those who write manuals of it. It lives as long as the call.
+void ShowTree(const std::function<void(const CLI::App& tree)>& look);
 
 }  // namespace mirelo::quotetracker

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <vector>
+
+#include "app/manual/command_facts.h"
+
+namespace mirelo::app {
+
+// The options that can stand behind a command: its own, and those of the program that take a value, which may
+// stand anywhere. Help and version are each command's own affair.
+inline std::vector<OptionFacts> WithInherited(const CommandFacts& command, const CommandFacts& program) {
+  std::vector<OptionFacts> options = command.options;
+  if (&command == &program) return options;
+  for (const auto& option : program.options) {
+    if (!option.value.empty()) options.push_back(option);
+  }
+  return options;
+}
+
+}  // namespace mirelo::app

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/manual/command_facts.h"
+
+namespace mirelo::app {
+
+// What a page says that no option knows.
+struct PageNotes {
+  std::string summary;                                        // behind the name, for whatis
+  std::string version;                                        // "mirelo 0.1.0"
+  std::vector<std::pair<std::string, std::string>> files;     // path and meaning
+  std::vector<std::pair<std::string, std::string>> examples;  // command and meaning
+  std::vector<std::string> see_also;                          // "quotetracker(1)"
+};
+
+// The program's page of section 1, for man.
+std::string ManPage(const CommandFacts& program, const PageNotes& notes);
+
+}  // namespace mirelo::app

@@ -1,0 +1,79 @@
+#include "app/mirelo_program.h"
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include "app/credentials_command.h"
+#include "app/dialog_command.h"
+#include "app/exit_code.h"
+#include "app/go_command.h"
+#include "app/options.h"
+#include "app/quotes_command.h"
+#include "app/run_command.h"
+#include "app/settings_command.h"
+#include "app/show_command.h"
+#include "app/sources_command.h"
+#include "app/stream_command.h"
+#include "core/product.h"
+
+namespace mirelo::app {
+
+namespace {
+
+constexpr const char* kDescription =
+    "Mirelo brings market quotes from QuoteTracker into spreadsheets.\n"
+    "Each command has its own --help. Exit codes: 0 good, 1 the operation failed, 2 wrong usage.";
+
+template <class... Commands>
+int RunChosen(Commands&... commands) {
+  int code = kGood;
+  ((commands.IsChosen() ? void(code = commands.Run()) : void()), ...);
+  return code;
+}
+
+// Commands take over how help works, so it is settled before they are added.
+std::unique_ptr<CLI::App> WithoutCommands(GlobalOptions& global) {
+  auto program = std::make_unique<CLI::App>(kDescription, "mirelo");
+  program->set_version_flag("--version", "mirelo " + std::string(ProductVersion()),
+                            "Print the version and end");
+  program->set_help_flag("-h,--help", "Print this help and end");
+  program->require_subcommand(1);
+  program->fallthrough();
+  program->add_option("--registry", global.registry,
+                      "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)");
+  return program;
+}
+
+}  // namespace
+
+struct MireloProgram::Commands {
+  GlobalOptions global;
+  std::unique_ptr<CLI::App> program = WithoutCommands(global);
+  RunCommand run{*program, global};
+  DialogCommand dialog{*program, global};
+  GoCommand go{*program, global};
+  QuotesCommand quotes{*program, global};
+  StreamCommand stream{*program, global};
+  ShowCommand show{*program};
+  SourcesCommand sources{*program, global};
+  SettingsCommand settings{*program, global};
+  CredentialsCommand credentials{*program};
+};
+
+MireloProgram::MireloProgram() : commands_(std::make_unique<Commands>()) {}
+MireloProgram::~MireloProgram() = default;
+
+CLI::App& MireloProgram::tree() { return *commands_->program; }
+
+int MireloProgram::Run(int argc, char** argv) {
+  auto& [global, program, run, dialog, go, quotes, stream, show, sources, settings, credentials] = *commands_;
+  global.words.assign(argv + 1, argv + argc);
+  try {
+    program->parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return program->exit(error) == 0 ? kGood : kWrongUsage;
+  }
+  return RunChosen(run, dialog, go, quotes, stream, show, sources, settings, credentials);
+}
+
+}  // namespace mirelo::app

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+
+namespace CLI {
+class App;
+}
+
+namespace mirelo::app {
+
+// The command line of mirelo: every command with its options.
+class MireloProgram {
+ public:
+  MireloProgram();
+  ~MireloProgram();
+
+  // What --help shows, for those who write manuals of it.
+  CLI::App& tree();
+
+  // Reads the arguments and runs the command that they choose. The result is the exit code.
+  int Run(int argc, char** argv);
+
+ private:
+  struct Commands;
+  std::unique_ptr<Commands> commands_;
+};
+
+}  // namespace mirelo::app
