@@ -24,6 +24,14 @@ bool BeginAsRecord(Bytes bytes) {
   });
 }
 
+std::string_view KindOf(Bytes bytes) { return {reinterpret_cast<const char*>(bytes.data()), 2}; }
+
+// Whether the stream class reads a record of this kind in a chunk that begins with that one. Where it does
+// not, it loses the record and misreads the one behind it.
+bool IsReadBehind(std::string_view first, std::string_view kind) {
+  return kind == first || kind == "S1" || kind == "L1";
+}
+
 std::int32_t LengthOfRecord(Bytes bytes) { return static_cast<std::int16_t>(bytes[2] | bytes[3] << 8); }
 
 }  // namespace
@@ -55,7 +63,7 @@ std::vector<std::uint8_t> RecordAligner::Take(std::size_t size) {
   return bytes;
 }
 
-// The size of the whole records at the front that fit into a chunk.
+// The size of the whole records at the front that belong into one chunk.
 std::size_t RecordAligner::WholeRecords() const {
   std::size_t size = 0;
   for (Bytes rest = waiting_; rest.size() >= kHead && BeginAsRecord(rest);) {
@@ -63,6 +71,7 @@ std::size_t RecordAligner::WholeRecords() const {
     if (length <= static_cast<std::int32_t>(kHead)) break;
     const auto record = static_cast<std::size_t>(length);
     if (record > rest.size() || (size > 0 && size + record > kLongestChunk)) break;
+    if (!IsReadBehind(KindOf(waiting_), KindOf(rest))) break;
     size += record;
     rest = rest.subspan(record);
   }

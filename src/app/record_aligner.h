@@ -10,7 +10,8 @@ namespace mirelo::app {
 
 // Cuts a stream's bytes anew, so that no chunk ends inside a quote record. A socket cuts wherever its buffer
 // ends, and the stream class, which takes every chunk for a message of its own, loses quotes at some of these
-// places; at full speed that is most of them.
+// places; at full speed that is most of them. Nor does a chunk go on with a record that the class would not
+// read there: kinds other than S1 and L1 are read where a chunk begins with them.
 //
 //   aligner.Add(bytes);
 //   while (const auto chunk = aligner.Next()) Deliver(*chunk);

@@ -32,9 +32,17 @@ Chunks Feed(RecordAligner& aligner, const std::string& bytes) {
 }
 
 TEST(RecordAligner, GivesRecordsThatAreWhole) {
-  const std::string records = Record("S1", 20) + Record("L1", 30) + Record("HO", 40) + Record("HT", 50);
+  const std::string records = Record("S1", 20) + Record("L1", 30) + Record("S1", 40);
   RecordAligner aligner;
   EXPECT_THAT(Feed(aligner, records), ElementsAre(records));
+}
+
+TEST(RecordAligner, BeginsAChunkWithEachKindThatIsOnlyReadThere) {
+  const std::string quotes = Record("S1", 20) + Record("L1", 30);
+  const std::string others = Record("HO", 40) + Record("HO", 44) + Record("S1", 20);
+  const std::string rest = Record("HT", 50);
+  RecordAligner aligner;
+  EXPECT_THAT(Feed(aligner, quotes + others + rest), ElementsAre(quotes, others, rest));
 }
 
 TEST(RecordAligner, HoldsTheBeginningOfARecordWhereverItIsCut) {
