@@ -79,9 +79,21 @@ std::optional<std::string> ChildProcess::ReadLine(std::chrono::milliseconds pati
 
 bool ChildProcess::IsRunning() {
   if (pid_ < 0) return false;
-  if (::waitpid(pid_, nullptr, WNOHANG) == 0) return true;
+  if (::waitpid(pid_, &status_, WNOHANG) == 0) return true;
   pid_ = -1;
   return false;
+}
+
+void ChildProcess::Signal(int signal) {
+  if (IsRunning()) ::kill(pid_, signal);
+}
+
+int ChildProcess::Wait(std::chrono::milliseconds patience) {
+  for (const auto deadline = Clock::now() + patience; IsRunning();) {
+    if (Clock::now() > deadline) return -1;
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return WIFEXITED(status_) ? WEXITSTATUS(status_) : 128 + WTERMSIG(status_);
 }
 
 void ChildProcess::Stop() {
@@ -91,6 +103,7 @@ void ChildProcess::Stop() {
     if (Clock::now() > deadline) {
       ::kill(pid_, SIGKILL);
       ::waitpid(pid_, nullptr, 0);
+      pid_ = -1;
       return;
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(5));

@@ -25,10 +25,17 @@ class ChildProcess {
 
   bool IsRunning();
 
+  // Sends it a signal; one that has ended gets none.
+  void Signal(int signal);
+  // Waits for its end. The result is its exit code, or 128 and the number of the signal that ended it; -1
+  // when `patience` ran out.
+  int Wait(std::chrono::milliseconds patience);
+
  private:
   void Stop();
 
   pid_t pid_ = -1;
+  int status_ = 0;  // as waitpid(2) gave it, once it has ended
   int output_ = -1;
   std::string buffered_;
 };

@@ -45,6 +45,11 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
       ->capture_default_str();
   command_->add_option("--for", for_, "End after so long, as 20s, 90m or 8h30m; without it, at Ctrl-C")
       ->check(IsDuration());
+  command_
+      ->add_option("--save-every", save_every_,
+                   "Save the workbook so often, besides the last save at the end")
+      ->check(IsDuration())
+      ->capture_default_str();
   auto* window = command_->add_flag("--window", window_, "Show the settings dialog in a window");
   auto* headless =
       command_->add_flag("--headless", headless_,
@@ -54,14 +59,10 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
                      "Use the built-in QuoteTracker stand-in and settings of its own; yours stay untouched");
   wishes_.emplace(*command_);
   command_->footer(
-      "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table. "
-      "With\n"
-      "--set Seconds=0 quotes are streamed, otherwise asked for every so many seconds. The workbook is "
-      "saved\n"
-      "every half minute and at the end. Ctrl-C ends in order, a second one at once.\n"
-      "Exit codes: 0 the workbook is saved, 1 it is not or the day could not begin, 2 asked for something "
-      "that\n"
-      "the dialog does not have.");
+      "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table.\n"
+      "With --set Seconds=0 quotes are streamed, otherwise asked for every so many seconds. Ctrl-C ends\n"
+      "in order, a second one at once. Exit codes: 0 the workbook is saved, 1 it is not or the day could\n"
+      "not begin, 2 asked for something that the dialog does not have.");
 }
 
 bool RunCommand::IsChosen() const { return command_->parsed(); }
@@ -129,7 +130,7 @@ bool RunCommand::Follow(Session& session, WorkingDay& day, WorkbookKeeper& keepe
     });
   }
   day.Start();
-  keeper.SaveAtIntervals();
+  keeper.SaveAtIntervals(*ParseDuration(save_every_));
   view.Begin();
   day.RunUntil([&] { return time_is_up || interrupt.Requested(); });
   view.End();

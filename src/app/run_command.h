@@ -38,6 +38,7 @@ class RunCommand {
   bool window_ = false;
   bool headless_ = false;
   std::string for_;
+  std::string save_every_ = "30s";
   std::filesystem::path workbook_ = "quotes.xlsx";
 };
 

@@ -16,8 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Nothing else runs while a workbook is written, so that takes no more than a hundredth of the time.
-constexpr int kPauseForWork = 100;
+constexpr int kPauseForWork = 20;
 
 std::string TimeNow() {
   host::Clock& clock = host::Host::Current().clock();
@@ -46,10 +45,10 @@ WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& s
 
 WorkbookKeeper::~WorkbookKeeper() { loop_.StopTimer(timer_); }
 
-void WorkbookKeeper::SaveAtIntervals() {
-  timer_ = loop_.StartTimer(pause_, [this] {
+void WorkbookKeeper::SaveAtIntervals(std::chrono::milliseconds interval) {
+  timer_ = loop_.StartTimer(std::max(interval, kPauseForWork * worked_), [this, interval] {
     Save(file_);
-    SaveAtIntervals();
+    SaveAtIntervals(interval);
   });
 }
 
@@ -69,9 +68,7 @@ bool WorkbookKeeper::Save(const fs::path& file) {
   } catch (const std::exception&) {
     trouble = CurrentError().Description();
   }
-  const auto worked =
-      std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
-  pause_ = std::max<std::chrono::milliseconds>(kInterval, kPauseForWork * worked);
+  worked_ = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
   state_ = trouble.empty() ? "saved " + TimeNow() : "not saved: " + trouble;
   if (trouble != trouble_) Status.Raise(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
   trouble_ = std::move(trouble);

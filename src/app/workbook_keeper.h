@@ -15,8 +15,6 @@ namespace mirelo::app {
 // cannot be done it says so and goes on.
 class WorkbookKeeper {
  public:
-  static constexpr std::chrono::seconds kInterval{30};
-
   // `before_saving` is called before each. All must outlive this.
   WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet, std::filesystem::path file,
                  std::function<void()> before_saving);
@@ -24,8 +22,9 @@ class WorkbookKeeper {
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
 
-  // From now on.
-  void SaveAtIntervals();
+  // From now on; less often where a save takes more than a twentieth of the interval, since nothing else runs
+  // meanwhile.
+  void SaveAtIntervals(std::chrono::milliseconds interval);
 
   // The last time. A workbook that its file cannot take is saved beside it, under a name that was free. The
   // result is where it stands; empty when it could not be saved at all.
@@ -46,7 +45,7 @@ class WorkbookKeeper {
   std::function<void()> before_saving_;
   std::string state_ = "not saved yet";
   std::string trouble_;
-  std::chrono::milliseconds pause_ = kInterval;
+  std::chrono::milliseconds worked_{};  // at the last save
   host::MessageLoop::Token timer_ = 0;
 };
 

@@ -21,8 +21,8 @@ namespace mirelo::testing {
 //
 // It raises error 5 where a library does: for a subscription of another kind, and for bytes to be sent in the
 // states kClosed and kDropped. It differs from one in this: a connection stands as soon as Connect() returns,
-// without OnConnected, and may be connected in any state; a connection has one sink of each kind, whose id is
-// always the same; addresses and protocols are not checked.
+// without OnConnected, and may be connected in any state; all sinks of a kind have the same id, and go
+// together; addresses and protocols are not checked.
 class MemoryWinsock : public host::WinsockLibrary {
  public:
   class Connection;
@@ -65,48 +65,48 @@ class MemoryWinsock::Connection : public host::SocketConnection {
   std::int32_t state = kClosed;               // what State() gives
   std::optional<RuntimeError> state_failure;  // what it raises instead
 
-  bool HasSubscribers() const { return bytes_sink_ != nullptr || connection_sink_ != nullptr; }
+  bool HasSubscribers() const { return !bytes_sinks_.empty() || !connection_sinks_.empty(); }
 
   // The peer's part.
   void Deliver(std::string_view bytes) {
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-    if (const auto sink = bytes_sink_) sink->OnBytesReceived(*this, {data, bytes.size()});
+    for (const auto& sink : Copy(bytes_sinks_)) sink->OnBytesReceived(*this, {data, bytes.size()});
   }
   // An event whose value is no array.
   void DeliverNothing() {
-    if (const auto sink = bytes_sink_) sink->OnBytesReceived(*this, {});
+    for (const auto& sink : Copy(bytes_sinks_)) sink->OnBytesReceived(*this, {});
   }
   // All the events in which nothing is to happen.
   void DeliverIdleEvents() {
     constexpr std::uint8_t kByte[] = {65, 66, 67};
-    if (const auto sink = bytes_sink_) {
+    for (const auto& sink : Copy(bytes_sinks_)) {
       sink->OnBytesAvailable(*this);
       sink->OnBytesSent(*this, 3);
       sink->OnOutOfBandBytesReceived(*this, kByte);
     }
-    if (const auto sink = connection_sink_) sink->OnConnected(*this);
+    for (const auto& sink : Copy(connection_sinks_)) sink->OnConnected(*this);
   }
   void Drop(const std::string& reason = "reset by peer") {
     state = kDropped;
-    if (const auto sink = connection_sink_) sink->OnDisconnected(*this, reason);
+    for (const auto& sink : Copy(connection_sinks_)) sink->OnDisconnected(*this, reason);
   }
 
   std::int32_t Subscribe(std::shared_ptr<host::BytesTransferEvents> sink, std::int32_t flags) override {
     library_.Note("subscribe " + std::to_string(flags));
     if (flags != kBytesTransfer) throw Errors::InvalidProcedureCall();
-    bytes_sink_ = std::move(sink);
+    bytes_sinks_.push_back(std::move(sink));
     return kBytesCookie;
   }
   std::int32_t Subscribe(std::shared_ptr<host::ConnectionEvents> sink, std::int32_t flags) override {
     library_.Note("subscribe " + std::to_string(flags));
     if (flags != kConnectionEvents) throw Errors::InvalidProcedureCall();
-    connection_sink_ = std::move(sink);
+    connection_sinks_.push_back(std::move(sink));
     return kConnectionCookie;
   }
   void Unsubscribe(std::int32_t id) override {
     library_.Note("unsubscribe " + std::to_string(id));
-    if (id == kBytesCookie) bytes_sink_.reset();
-    if (id == kConnectionCookie) connection_sink_.reset();
+    if (id == kBytesCookie) bytes_sinks_.clear();
+    if (id == kConnectionCookie) connection_sinks_.clear();
   }
   void Connect(const host::SocketAddress&) override {
     library_.Note("connect");
@@ -130,9 +130,15 @@ class MemoryWinsock::Connection : public host::SocketConnection {
   static constexpr std::int32_t kConnectionCookie = 102;
 
  private:
+  // A sink may unsubscribe while it is called.
+  template <class Sinks>
+  static Sinks Copy(const Sinks& sinks) {
+    return sinks;
+  }
+
   MemoryWinsock& library_;
-  std::shared_ptr<host::BytesTransferEvents> bytes_sink_;
-  std::shared_ptr<host::ConnectionEvents> connection_sink_;
+  std::vector<std::shared_ptr<host::BytesTransferEvents>> bytes_sinks_;
+  std::vector<std::shared_ptr<host::ConnectionEvents>> connection_sinks_;
 };
 
 class MemoryWinsock::Address : public host::SocketAddress {

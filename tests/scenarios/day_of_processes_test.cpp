@@ -1,0 +1,202 @@
+// Working days of the program mirelo against the stand-in for QuoteTracker, both processes of their own: what
+// happens when one of them is ended, or stands still.
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "adapters/sodium/sodium_vault.h"
+#include "adapters/sqlite/sqlite_registry.h"
+#include "adapters/workbook/spreadsheet.h"
+#include "app/child_process.h"
+#include "automation/number.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
+#include "support/environment_variable.h"
+#include "support/temp_directory.h"
+
+namespace mirelo::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using Arguments = std::vector<std::string>;
+
+constexpr auto kPatience = 60s;
+
+const std::filesystem::path kPrograms = MIRELO_BIN_DIR;
+
+// The stand-in as a process that can be ended and started again at the ports that it had.
+class Tracker {
+ public:
+  Tracker() { Start(); }
+
+  void Start() {
+    const auto port = [](int number) { return std::to_string(number); };
+    process_ = std::make_unique<app::ChildProcess>(
+        kPrograms / "quotetracker", Arguments{"--http-port", port(http_port_), "--stream-port",
+                                              port(stream_port_), "--rate", "200", "--exit-with-parent"});
+    http_port_ = Number("HTTP port ");
+    stream_port_ = Number("stream port ");
+  }
+  void End() { process_.reset(); }
+  void Stall() { process_->Signal(SIGSTOP); }
+  void GoOn() { process_->Signal(SIGCONT); }
+
+  int HttpPort() const { return http_port_; }
+  int StreamPort() const { return stream_port_; }
+
+ private:
+  int Number(const std::string& head) {
+    const std::string line = process_->ReadLine(kPatience).value_or("");
+    EXPECT_TRUE(line.starts_with(head)) << line;
+    return RoundToInt32(Val(line.substr(std::min(line.size(), head.size()))));
+  }
+
+  std::unique_ptr<app::ChildProcess> process_;
+  int http_port_ = 0;
+  int stream_port_ = 0;
+};
+
+class DayOfProcesses : public ::testing::Test {
+ protected:
+  DayOfProcesses() {
+    sodium::SodiumVault vault(folder / "mirelo");
+    vault.Set(sodium::SodiumVault::Credential::ApplicationName, "MireloDemo");
+    vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, "demo-secret");
+  }
+
+  void Begin(const Arguments& more, const char* save_every = "10ms") {
+    Arguments arguments{"run",
+                        "--workbook",
+                        file.string(),
+                        "--tickers",
+                        "MSFT,IBM",
+                        "--http-port",
+                        std::to_string(tracker.HttpPort()),
+                        "--socket-port",
+                        std::to_string(tracker.StreamPort()),
+                        "--set",
+                        "VerticalTable=1",
+                        "--set",
+                        "RowsLimit=3000",
+                        "--tick",
+                        "MSFT:Last",
+                        "--save-every",
+                        save_every};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    mirelo = std::make_unique<app::ChildProcess>(kPrograms / "mirelo", arguments);
+  }
+  void BeginStreaming() { Begin({"--source", "Alpstein Finance (delayed)"}); }
+  void BeginAsking() { Begin({"--set", "UpdateEvery=1", "--set", "Seconds=1"}); }
+
+  // How many rows of history the saved workbook holds; 0 while there is none.
+  int Rows() const {
+    if (!std::filesystem::exists(file)) return 0;
+    const auto spreadsheet = workbook::Spreadsheet::Open(file);
+    const auto sheet = spreadsheet.Application()->Worksheets()->Item("Quotes_Vertical(MSFT)");
+    int rows = 0;
+    while (!sheet->Cells(rows + 3, 1)->Value().IsEmpty()) ++rows;
+    return rows;
+  }
+  // Until the history has grown past `rows`. False when that does not happen.
+  bool GrowsPast(int rows) const {
+    for (const auto end = std::chrono::steady_clock::now() + kPatience;
+         std::chrono::steady_clock::now() < end;) {
+      if (Rows() > rows) return true;
+      std::this_thread::sleep_for(20ms);
+    }
+    return false;
+  }
+  int EndInOrder() {
+    mirelo->Signal(SIGINT);
+    return mirelo->Wait(kPatience);
+  }
+
+  TempDirectory folder;
+  EnvironmentVariable data_folder{"XDG_DATA_HOME", folder.path().c_str()};
+  std::filesystem::path file = folder / "day.xlsx";
+  Tracker tracker;
+  std::unique_ptr<app::ChildProcess> mirelo;
+};
+
+TEST_F(DayOfProcesses, StreamsOnAfterARestartOfQuoteTracker) {
+  BeginStreaming();
+  ASSERT_TRUE(GrowsPast(0));
+  tracker.End();
+  tracker.Start();
+  ASSERT_TRUE(GrowsPast(Rows()));
+  EXPECT_EQ(EndInOrder(), 0);
+}
+
+TEST_F(DayOfProcesses, AsksOnAfterARestartOfQuoteTracker) {
+  BeginAsking();
+  ASSERT_TRUE(GrowsPast(0));
+  tracker.End();
+  std::this_thread::sleep_for(1500ms);  // an update fails meanwhile
+  tracker.Start();
+  EXPECT_TRUE(GrowsPast(Rows()));
+  EXPECT_EQ(EndInOrder(), 0);
+}
+
+TEST_F(DayOfProcesses, StreamsOnWhenQuoteTrackerGoesOnAfterAStall) {
+  BeginStreaming();
+  ASSERT_TRUE(GrowsPast(0));
+  tracker.Stall();
+  std::this_thread::sleep_for(500ms);
+  const int rows = Rows();
+  tracker.GoOn();
+  EXPECT_TRUE(GrowsPast(rows));
+  EXPECT_EQ(EndInOrder(), 0);
+}
+
+TEST_F(DayOfProcesses, EndsInOrderWhileAQuoteTrackerThatStallsOwesAnAnswer) {
+  BeginAsking();
+  ASSERT_TRUE(GrowsPast(0));
+  tracker.Stall();
+  std::this_thread::sleep_for(1500ms);  // it is asked meanwhile
+  EXPECT_EQ(EndInOrder(), 0);
+  EXPECT_GT(Rows(), 0);
+  tracker.GoOn();
+}
+
+TEST_F(DayOfProcesses, SavesWhatCameLastWhenItIsEndedInOrder) {
+  Begin({"--source", "Alpstein Finance (delayed)"}, "1h");
+  std::this_thread::sleep_for(1s);
+  EXPECT_EQ(EndInOrder(), 0);
+  EXPECT_GT(Rows(), 0);
+}
+
+TEST_F(DayOfProcesses, LeavesAWholeWorkbookAndRegistryWhereverItIsKilled) {
+  for (const auto moment : {0ms, 7ms, 31ms, 83ms, 160ms}) {
+    SCOPED_TRACE(moment.count());
+    const int rows = Rows();
+    BeginStreaming();
+    ASSERT_TRUE(GrowsPast(rows));
+    std::this_thread::sleep_for(moment);
+    mirelo->Signal(SIGKILL);
+    EXPECT_EQ(mirelo->Wait(kPatience), 128 + SIGKILL);
+
+    ASSERT_NO_THROW(EXPECT_GT(Rows(), rows));
+    EXPECT_THAT(workbook::Spreadsheet::Open(file).Losses(), ::testing::IsEmpty());
+    sqlite::SqliteRegistry registry(folder / "mirelo/registry.db");
+    host::Registry::Key key = 0;
+    EXPECT_EQ(registry.RegOpenKeyExA(host::Registry::kCurrentUser, "Software\\Kestrin\\Dovanta2\\Settings",
+                                     host::Registry::kRead, key),
+              0);
+    std::uint32_t count = 0;
+    std::uint32_t longest = 0;
+    EXPECT_EQ(registry.RegQueryInfoKeyA(key, count, longest), 0);
+    EXPECT_GE(count, 20U) << "all that Go stores";
+  }
+}
+
+}  // namespace
+}  // namespace mirelo::testing

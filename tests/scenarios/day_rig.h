@@ -1,0 +1,70 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/workbook/spreadsheet.h"
+#include "app/attended_desktop.h"
+#include "app/dialog_wishes.h"
+#include "app/observed_sockets.h"
+#include "app/working_day.h"
+#include "automation/variant.h"
+#include "dialog/scripted_portfolios.h"
+#include "support/answering_internet.h"
+#include "support/manual_clock.h"
+#include "support/manual_loop.h"
+#include "support/memory_registry.h"
+#include "support/memory_vault.h"
+#include "support/memory_winsock.h"
+#include "support/recording_system.h"
+#include "support/test_host.h"
+
+namespace mirelo::testing {
+
+// A working day on a machine whose time the test moves, and with a QuoteTracker that the test plays. The day
+// begins at 8:36:13 on 20 January 2011, with a workbook that was never used.
+class Day : public ::testing::Test {
+ protected:
+  Day();
+
+  // Fills the settings dialog as `wishes` says, presses its Go, and begins what follows. The result is the
+  // dialog's.
+  std::int32_t Begin();
+  // Moves clock and loop.
+  void Pass(std::chrono::milliseconds time);
+
+  // The cell of a sheet, and its text.
+  Variant Cell(const std::string& sheet, std::int32_t row, std::int32_t column);
+  std::string Text(const std::string& sheet, std::int32_t row, std::int32_t column);
+  // A column from row 3 down to the first empty cell.
+  std::vector<std::string> Column(const std::string& sheet, std::int32_t column);
+
+  static constexpr const char* kTable = "Dovanta2_Quotes";
+  static std::string History(const std::string& ticker) { return "Quotes_Vertical(" + ticker + ")"; }
+
+  ManualLoop loop;
+  ManualClock clock;
+  MemoryRegistry registry;
+  AnsweringInternet internet;
+  MemoryWinsock winsock;
+  app::ObservedSockets sockets{winsock};
+  MemoryVault vault;
+  RecordingSystem system;
+  std::ostringstream printed;
+  app::AttendedDesktop desktop{printed};
+  TestHost host;
+  host::HostScope installed;
+  ScriptedPortfolios portfolios;
+  workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
+  app::DialogWishes wishes;
+  std::vector<std::string> told;  // the day's lines for a person
+  std::optional<app::WorkingDay> day;
+};
+
+}  // namespace mirelo::testing

@@ -1,0 +1,218 @@
+// A working day of quotes that are asked for, from the dialog's Go over midnight.
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "automation/number.h"
+#include "scenarios/day_rig.h"
+
+namespace mirelo::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+constexpr std::int32_t kAsked = 78;
+
+// One line of a reply to a request for quotes.
+struct Line {
+  std::string ticker;
+  std::string last = "28.35";
+  std::string volume = "1000";
+  std::string date = "01/20/2011";
+  std::string bid = "28.34";
+
+  std::string Text() const {
+    return ticker + "," + date + ",09:30:00," + last + "," + bid + ",28.36,-0.10,U," + volume +
+           ",29,28,100,200,77,150,12,28.5,20,35";
+  }
+};
+
+class SnapshotDay : public Day {
+ protected:
+  SnapshotDay() {
+    wishes.tickers = {"MSFT", "IBM"};
+    wishes.columns = {"Ticker", "Last", "Bid", "Change", "Volume", "LastVolume", "Date", "Time"};
+    wishes.settings = {{"UpdateEvery", "1"}, {"Seconds", "15"}, {"VerticalTable", "1"}, {"RowsLimit", "4"}};
+    wishes.ticks = {{"MSFT", "Time"}, {"MSFT", "Last"}, {"MSFT", "LastVolume"}};
+    internet.answer = [this](const AnsweringInternet::Request& request) {
+      return request.resource.starts_with("/req?GetLastQuote(") ? reply : portfolios(request);
+    };
+    Reply({{"MSFT"}, {"IBM", "160.5"}});
+  }
+
+  void Reply(const std::vector<Line>& lines) {
+    reply = "OK";
+    for (const Line& line : lines) *reply += "\r\n" + line.Text();
+  }
+  int QuoteRequests() const {
+    int count = 0;
+    for (const auto& resource : internet.Resources()) count += resource.starts_with("/req?GetLastQuote(");
+    return count;
+  }
+
+  std::optional<std::string> reply;
+};
+
+TEST_F(SnapshotDay, BeginsWithTheDialogsGoAndTheFirstQuotes) {
+  EXPECT_EQ(Begin(), kAsked);
+  EXPECT_EQ(Text(kTable, 1, 1), "SnapShot( 15 sec)");
+  EXPECT_EQ(Text(kTable, 3, 1), "MSFT");
+  EXPECT_EQ(Text(kTable, 3, 2), "28.35");
+  EXPECT_EQ(Text(kTable, 4, 1), "IBM");
+  EXPECT_EQ(Text(kTable, 4, 2), "160.5");
+  EXPECT_THAT(internet.Resources(), Contains("/req?GetLastQuote(MSFT,IBM)"));
+  EXPECT_EQ(printed.str(), "");
+}
+
+TEST_F(SnapshotDay, AsksAgainAtThePaceOfTheSettings) {
+  Begin();
+  EXPECT_EQ(QuoteRequests(), 1);
+  Pass(14s);
+  EXPECT_EQ(QuoteRequests(), 1);
+  Pass(1s);
+  EXPECT_EQ(QuoteRequests(), 2);
+  Pass(30s);
+  EXPECT_EQ(QuoteRequests(), 4);
+  EXPECT_FALSE(day->IsOver());
+}
+
+TEST_F(SnapshotDay, IsOverAfterOneUpdateWhereUpdatesAreOff) {
+  wishes.settings = {{"UpdateEvery", "0"}};
+  wishes.ticks.clear();
+  EXPECT_EQ(Begin(), kAsked);
+  EXPECT_TRUE(day->IsOver());
+  Pass(1h);
+  EXPECT_EQ(QuoteRequests(), 1);
+}
+
+TEST_F(SnapshotDay, WritesNumbersAndDatesAsSuchAndAllElseAsText) {
+  Reply({{"MSFT", "28.35"}, {"IBM", "=1+1", "+5E2", "01/20/2011", "1/2"}});
+  Begin();
+  EXPECT_EQ(Cell(kTable, 3, 2).type(), Variant::Type::Double);
+  EXPECT_EQ(Cell(kTable, 3, 5).type(), Variant::Type::Double);
+  EXPECT_EQ(Cell(kTable, 3, 7).type(), Variant::Type::Date);
+  EXPECT_EQ(Cell(kTable, 3, 8).type(), Variant::Type::Date);
+  EXPECT_EQ(Cell(kTable, 4, 2).type(), Variant::Type::String);
+  EXPECT_EQ(Text(kTable, 4, 2), "=1+1");
+  EXPECT_EQ(Cell(kTable, 4, 3).type(), Variant::Type::String) << "neither a date nor a fraction";
+  EXPECT_EQ(Text(kTable, 4, 3), "1/2");
+}
+
+TEST_F(SnapshotDay, AppendsEachNewQuoteToTheHistoryInTheOrderOfTheFields) {
+  Begin();
+  Pass(15s);  // the same quote
+  Reply({{"MSFT", "28.40", "1300"}, {"IBM"}});
+  Pass(15s);
+  const std::string sheet = History("MSFT");
+  std::vector<std::string> fields;
+  for (std::int32_t column = 1; column <= 3; ++column) fields.push_back(Text(sheet, 2, column));
+  std::vector<std::vector<std::string>> rows(2);
+  for (std::int32_t column = 1; column <= 3; ++column) {
+    EXPECT_THAT(Column(sheet, column), SizeIs(2)) << fields[static_cast<std::size_t>(column - 1)];
+  }
+  const auto place = [&](const char* field) {
+    return static_cast<std::int32_t>(std::ranges::find(fields, field) - fields.begin()) + 1;
+  };
+  EXPECT_THAT(Column(sheet, place("Last")), ElementsAre("28.35", "28.4"));
+  EXPECT_THAT(Column(sheet, place("LastVolume")), ElementsAre("0", "300"));
+  EXPECT_EQ(Cell(sheet, 4, place("Time")).type(), Variant::Type::Date);
+}
+
+TEST_F(SnapshotDay, TakesAnotherTradeOfTheSameSizeForANewQuote) {
+  Begin();
+  for (const char* volume : {"1300", "1600", "1600"}) {
+    Reply({{"MSFT", "28.35", volume}, {"IBM"}});
+    Pass(15s);
+  }
+  EXPECT_THAT(Column(History("MSFT"), 1), SizeIs(3));
+}
+
+TEST_F(SnapshotDay, KeepsTheNewestRowsAndTheFormatsWhereTheyAre) {
+  Begin();
+  for (int price = 1; price <= 9; ++price) {
+    Reply({{"MSFT", std::to_string(price)}, {"IBM"}});
+    Pass(15s);
+  }
+  const std::string sheet = History("MSFT");
+  std::int32_t last = 1;
+  while (Text(sheet, 2, last) != "Last") ++last;
+  EXPECT_THAT(Column(sheet, last), ElementsAre("6", "7", "8", "9"));
+}
+
+TEST_F(SnapshotDay, GoesOnWithTheHistoryOfTheDayBefore) {
+  Begin();
+  day->Stop();
+  day.reset();
+  Reply({{"MSFT", "30"}, {"IBM"}});
+  wishes.ticks.clear();
+  Begin();
+  const std::string sheet = History("MSFT");
+  std::int32_t last = 1;
+  while (Text(sheet, 2, last) != "Last") ++last;
+  EXPECT_THAT(Column(sheet, last), ElementsAre("28.35", "30"));
+}
+
+TEST_F(SnapshotDay, BeginsVolumesAnewAtMidnight) {
+  Begin();
+  Reply({{"MSFT", "28.35", "1500"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_EQ(Text(kTable, 3, 6), "500");
+  clock.Set({2011, 1, 20, 23, 59, 50});
+  Reply({{"MSFT", "28.35", "120", "01/21/2011"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_EQ(Text(kTable, 3, 6), "0") << "nothing is known of the new day yet";
+  EXPECT_EQ(Text(kTable, 3, 7).substr(0, 9), "1/21/2011");
+  Reply({{"MSFT", "28.35", "170", "01/21/2011"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_EQ(Text(kTable, 3, 6), "50");
+}
+
+TEST_F(SnapshotDay, GoesOnWhenQuoteTrackerDoesNotAnswerForAWhile) {
+  Begin();
+  reply.reset();
+  Pass(45s);
+  EXPECT_EQ(QuoteRequests(), 4);
+  EXPECT_EQ(told.back(), "QuoteTracker gave no quotes; going on");
+  EXPECT_THAT(printed.str(), HasSubstr("Data retrieval error."));
+  EXPECT_EQ(Text(kTable, 3, 2), "28.35") << "what was known stays";
+  Reply({{"MSFT", "31"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_EQ(Text(kTable, 3, 2), "31");
+}
+
+TEST_F(SnapshotDay, FillsTablesOfAnySize) {
+  for (const int count : {1, 81, 82, 162}) {
+    SCOPED_TRACE(count);
+    day.reset();
+    spreadsheet = workbook::Spreadsheet::New();
+    wishes.ticks.clear();
+    wishes.tickers.clear();
+    for (int i = 1; i <= count; ++i) wishes.tickers.push_back("T" + std::to_string(i));
+    internet.answer = [this](const AnsweringInternet::Request& request) -> std::optional<std::string> {
+      const std::string head = "/req?GetLastQuote(";
+      if (!request.resource.starts_with(head)) return portfolios(request);
+      std::string lines = "OK";
+      std::istringstream tickers(
+          request.resource.substr(head.size(), request.resource.size() - head.size() - 1));
+      for (std::string ticker; std::getline(tickers, ticker, ',');) {
+        lines += "\r\n" + Line{ticker, ticker.substr(1)}.Text();
+      }
+      return lines;
+    };
+    Begin();
+    for (int i = 1; i <= count; ++i) EXPECT_EQ(Text(kTable, i + 2, 2), std::to_string(i));
+    EXPECT_TRUE(Cell(kTable, count + 3, 1).IsEmpty());
+  }
+}
+
+}  // namespace
+}  // namespace mirelo::testing

@@ -1,0 +1,201 @@
+// A working day of streamed quotes, with a peer that drops, falls silent, and streams over midnight.
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "scenarios/day_rig.h"
+#include "support/level1_wire.h"
+
+namespace mirelo::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+constexpr std::int32_t kStreamed = 77;
+constexpr auto kFirstWritePause = 2ms;
+// Of later writes, which wait for longer where the machine is slow.
+constexpr auto kWritePause = 1s;
+
+class StreamDay : public Day {
+ protected:
+  StreamDay() {
+    wishes.tickers = {"MSFT", "IBM"};
+    wishes.columns = {"Ticker", "Last", "Bid", "Volume", "LastVolume", "Date", "Time"};
+    wishes.settings = {{"UpdateEvery", "1"},
+                       {"Seconds", "0"},
+                       {"ComQuoteSource", "Alpstein Finance (delayed)"},
+                       {"VerticalTable", "1"},
+                       {"RowsLimit", "4"}};
+    wishes.ticks = {{"MSFT", "Last"}, {"MSFT", "LastVolume"}};
+  }
+
+  // The peer's part of the conversation up to the first quote.
+  void Converse() {
+    Deliver("OK<CONNECT>QuoteTracker</CONNECT><SERVERTIME>09:30</SERVERTIME>");
+    Deliver("LO<STATUSCODE>0</STATUSCODE>");
+    Deliver("OK<STREAMER>SWISS.SDF</STREAMER>");
+  }
+  void BeginStreaming() {
+    ASSERT_EQ(Begin(), kStreamed);
+    Converse();
+  }
+  void Deliver(std::string_view bytes) { winsock.Newest().Deliver(bytes); }
+  // A quote, and the moment until it stands in the sheets.
+  void Quote(const Level1Wire& record) {
+    Deliver(record.Bytes());
+    Pass(kWritePause);
+  }
+  static Level1Wire Of(const char* ticker) { return Level1Wire().Symbol(ticker); }
+  static Level1Wire Trade(double last, std::int64_t volume, const char* stamp = "01202011093000") {
+    return Of("MSFT").Last(last).Volume(volume).Stamp(stamp);
+  }
+};
+
+TEST_F(StreamDay, SubscribesTheTickersOfTheTable) {
+  BeginStreaming();
+  EXPECT_EQ(Text(kTable, 1, 1), "Streaming( Alpstein Finance (delayed) )");
+  EXPECT_THAT(winsock.Newest().sent, Contains(HasSubstr("<Symbols>MSFT,IBM</Symbols>")));
+  EXPECT_EQ(told.back(), "Streaming");
+}
+
+TEST_F(StreamDay, WritesAQuoteAMomentAfterItCame) {
+  BeginStreaming();
+  Deliver(Of("IBM").Last(160.5).Bid(160.25).Stamp("01202011093000").Bytes());
+  EXPECT_TRUE(Cell(kTable, 4, 2).IsEmpty());
+  Pass(kFirstWritePause);
+  EXPECT_EQ(Text(kTable, 4, 2), "160.5");
+  EXPECT_EQ(Cell(kTable, 4, 2).type(), Variant::Type::Double);
+  EXPECT_EQ(Cell(kTable, 4, 6).type(), Variant::Type::Date);
+  EXPECT_TRUE(Cell(kTable, 3, 2).IsEmpty()) << "of another ticker";
+  EXPECT_EQ(day->Written(), 1);
+}
+
+TEST_F(StreamDay, KeepsWhatALaterQuoteDoesNotCarry) {
+  BeginStreaming();
+  Quote(Trade(28.35, 1000));
+  Quote(Of("MSFT").Bid(28.30));
+  EXPECT_EQ(Text(kTable, 3, 2), "28.35");
+  EXPECT_EQ(Text(kTable, 3, 3), "28.3");
+  EXPECT_EQ(Text(kTable, 3, 4), "1000");
+}
+
+TEST_F(StreamDay, AppendsEveryQuoteToTheHistory) {
+  BeginStreaming();
+  for (const int step : {1, 2}) Deliver(Trade(28 + step, 1000 + 100 * step).Bytes());
+  Pass(kWritePause);
+  EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("29", "30"));
+  EXPECT_THAT(Column(History("MSFT"), 2), ElementsAre("0", "100"));
+  for (const int step : {3, 4, 5}) Quote(Trade(28 + step, 1000 + 100 * step));
+  EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("30", "31", "32", "33")) << "four rows are kept";
+}
+
+TEST_F(StreamDay, KeepsTheNewestOfMoreQuotesThanRowsAreKept) {
+  BeginStreaming();
+  for (int step = 1; step <= 20; ++step) Deliver(Trade(step, 1000 + step).Bytes());
+  Pass(kWritePause);
+  EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("17", "18", "19", "20"));
+  EXPECT_EQ(day->Written(), 20);
+}
+
+TEST_F(StreamDay, GivesAQuoteWithoutATradeNoVolume) {
+  BeginStreaming();
+  Quote(Trade(28, 1000));
+  Quote(Trade(28.5, 1100));
+  Quote(Of("MSFT").Bid(28.25));
+  EXPECT_THAT(Column(History("MSFT"), 2), ElementsAre("0", "100", "0"));
+}
+
+TEST_F(StreamDay, BeginsVolumesAnewAtMidnight) {
+  BeginStreaming();
+  Quote(Trade(28, 1000, "01202011235958"));
+  Quote(Trade(28.5, 1500, "01202011235959"));
+  EXPECT_EQ(Text(kTable, 3, 5), "500");
+  clock.Set({2011, 1, 21, 0, 0, 1});
+  Quote(Trade(28.75, 120, "01212011000001"));
+  EXPECT_EQ(Text(kTable, 3, 5), "0");
+  EXPECT_EQ(Text(kTable, 3, 6), "1/21/2011");
+  Quote(Trade(28.5, 170, "01212011000002"));
+  EXPECT_EQ(Text(kTable, 3, 5), "50");
+}
+
+TEST_F(StreamDay, PassesOverTickersThatItDidNotAskFor) {
+  BeginStreaming();
+  Quote(Of("GE").Last(11));
+  EXPECT_EQ(day->Came().Count(), 1);
+  EXPECT_EQ(day->Written(), 0);
+  EXPECT_TRUE(Cell(kTable, 5, 1).IsEmpty());
+}
+
+TEST_F(StreamDay, CallsAgainAfterPausesThatGrowWhenThePeerDrops) {
+  BeginStreaming();
+  winsock.Newest().Drop();
+  EXPECT_EQ(told.back(), "reset by peer; calling again in 1 second");
+  Pass(999ms);
+  EXPECT_THAT(winsock.connections, SizeIs(1));
+  Pass(1ms);
+  EXPECT_THAT(winsock.connections, SizeIs(2));
+  winsock.Newest().Drop();
+  EXPECT_EQ(told.back(), "reset by peer; calling again in 2 seconds");
+  Pass(2s);
+  EXPECT_THAT(winsock.connections, SizeIs(3));
+
+  Converse();
+  Quote(Of("MSFT").Last(30));
+  EXPECT_EQ(Text(kTable, 3, 2), "30");
+  winsock.Newest().Drop();
+  EXPECT_EQ(told.back(), "reset by peer; calling again in 1 second") << "it had streamed";
+}
+
+TEST_F(StreamDay, KeepsTheHistoryOverARestartOfThePeer) {
+  BeginStreaming();
+  Quote(Trade(28, 1000));
+  winsock.Newest().Drop();
+  Pass(1s);
+  Converse();
+  Quote(Trade(29, 1200));
+  EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("28", "29"));
+  EXPECT_THAT(Column(History("MSFT"), 2), ElementsAre("0", "0")) << "the stream begins anew";
+}
+
+TEST_F(StreamDay, CallsAgainWhenThePeerFallsSilent) {
+  BeginStreaming();
+  Quote(Trade(28, 1000));
+  Pass(118s);
+  EXPECT_THAT(winsock.connections, SizeIs(1));
+  Pass(1500ms);
+  EXPECT_EQ(told.back(), "QuoteTracker has said nothing for 60 seconds; calling again in 1 second");
+  Pass(1s);
+  ASSERT_THAT(winsock.connections, SizeIs(2));
+  Pass(120s);
+  EXPECT_EQ(told.back(), "QuoteTracker has said nothing for 120 seconds; calling again in 2 seconds");
+}
+
+TEST_F(StreamDay, FindsQuotesThatCameWhileOthersWereTold) {
+  BeginStreaming();
+  // Falls due in the yield behind the first quote's event, when no second event is raised.
+  loop.StartTimer(0ms, [this] { Deliver(Of("IBM").Last(161).Bytes()); });
+  Quote(Of("MSFT").Last(28));
+  EXPECT_EQ(Text(kTable, 4, 2), "161");
+}
+
+TEST_F(StreamDay, EndsItsSubscriptionsAndWritesWhatIsLeft) {
+  BeginStreaming();
+  Deliver(Of("MSFT").Last(28.35).Bytes());
+  day->Stop();
+  EXPECT_EQ(Text(kTable, 3, 2), "28.35");
+  EXPECT_THAT(winsock.calls, Contains("disconnect"));
+  Pass(1h);
+  EXPECT_THAT(winsock.connections, SizeIs(1)) << "it does not call again";
+}
+
+}  // namespace
+}  // namespace mirelo::testing
