@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "adapters/workbook/atomic_file.h"
 #include "adapters/workbook/xlsx/saved_check.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
@@ -238,6 +239,141 @@ TEST_F(ChartFiles, KeepEveryMarker) {
     chart.series.front().marker = marker;
     EXPECT_EQ(FirstChart(*Reread(*book)).series.front().marker, marker);
   }
+}
+
+TEST_F(ChartFiles, KeepChartsOfSeveralSheetsInTheirPiles) {
+  const auto book = BookWithHistory(20);
+  AddTickerCharts(book->sheets.front(), 20);
+  book->AddSheet();  // in front, without charts
+  const auto other = book->AddSheet();
+  AddChart(other, 1, 9).series.front().sheet = book->sheets.back();
+  for (int i = 0; i < 11; ++i) AddChart(book->sheets.back(), 5, 9).place.left = i * 48;
+
+  const auto read = Reread(*book);
+  ASSERT_THAT(read->sheets, SizeIs(3));
+  for (std::size_t i = 0; i < 3; ++i) {
+    const auto& charts = book->sheets[i]->charts;
+    const auto& charts_read = read->sheets[i]->charts;
+    ASSERT_EQ(charts_read.all.size(), charts.all.size());
+    EXPECT_EQ(charts_read.made, charts.made);
+    for (std::size_t k = 0; k < charts.all.size(); ++k)
+      EXPECT_EQ(Description(*charts_read.all[k]), Description(*charts.all[k]));
+  }
+  EXPECT_EQ(read->sheets.front()->charts.all.front()->series.front().sheet.lock(), read->sheets.back());
+}
+
+TEST_F(ChartFiles, KeepPlacesAmongColumnsAndRowsOfEverySize) {
+  // Comments on rows of their own heights make the writer keep all rows in memory.
+  for (const bool has_comment : {false, true}) {
+    const auto book = BookWithHistory(20);
+    Sheet& sheet = *book->sheets.front();
+    sheet.widths.Set(1, 2, {100, false});
+    sheet.widths.Set(4, 6, {20, true});
+    sheet.heights.Set(1, 1, {33.75, false});
+    sheet.heights.Set(3, 8, {7.2, false});
+    sheet.heights.Set(10, 12, {0, true});
+    if (has_comment) sheet.comments.Set(1, 1, {.text = "x", .author = ""});
+    for (const double place : {0.0, 74.25, 150.0, 333.0, 2000.25}) {
+      Chart& chart = AddChart(book->sheets.front(), 4, 22);
+      chart.place = {place, place, 200.25, 75.75};
+    }
+    const auto read = Reread(*book);
+    for (std::size_t i = 0; i < sheet.charts.all.size(); ++i)
+      EXPECT_EQ(read->sheets.front()->charts.all[i]->place, sheet.charts.all[i]->place);
+  }
+}
+
+TEST_F(ChartFiles, MoveChartsBackOntoTheSheet) {
+  const auto book = BookWithHistory(1);
+  AddChart(book->sheets.front(), 4, 3).place = {-10, 1e9, 100, 100};
+  const ChartBox place = FirstChart(*Reread(*book)).place;
+  EXPECT_EQ(place.left, 0);
+  EXPECT_EQ(place.width, 90);
+  EXPECT_EQ(place.top, kRows * 15.0);
+}
+
+TEST_F(ChartFiles, HoldTheValuesForProgramsThatDoNotCompute) {
+  const auto book = BookWithHistory(4);
+  Sheet& sheet = *book->sheets.front();
+  sheet.cells.Set(4, 4, CellValue::OfText("n/a"));
+  sheet.cells.Set(5, 4, CellValue());
+  sheet.cells.Set(6, 4, CellValue(CellError::DivisionByZero));
+  AddChart(book->sheets.front(), 4, 8);
+  WriteWorkbook(*book, File());
+  EXPECT_THAT(Unzip(BytesOf(File()))["xl/charts/chart1.xml"],
+              HasSubstr("<c:numCache><c:formatCode>General</c:formatCode><c:ptCount val=\"6\"/>"
+                        "<c:pt idx=\"0\"><c:v>28.35</c:v></c:pt><c:pt idx=\"1\"><c:v>0</c:v></c:pt>"
+                        "<c:pt idx=\"3\"><c:v>#N/A</c:v></c:pt></c:numCache>"));
+}
+
+TEST_F(ChartFiles, LeaveTheValuesOfVeryLongSeriesToTheCells) {
+  const auto book = BookWithHistory(4);
+  AddChart(book->sheets.front(), 4, kRows);
+  WriteWorkbook(*book, File());
+  EXPECT_THAT(Unzip(BytesOf(File()))["xl/charts/chart1.xml"], Not(HasSubstr("numCache")));
+}
+
+TEST_F(ChartFiles, AreTheSameWhenSavedTwice) {
+  const auto book = BookWithHistory(20);
+  AddTickerCharts(book->sheets.front(), 20);
+  const auto once = Reread(*book);
+  const std::string bytes = Unzip(BytesOf(File()))["xl/charts/chart1.xml"];
+  const auto twice = Reread(*once);
+  EXPECT_EQ(Unzip(BytesOf(File()))["xl/charts/chart1.xml"], bytes);
+  for (std::size_t i = 0; i < 2; ++i)
+    EXPECT_EQ(Description(*twice->sheets.front()->charts.all[i]),
+              Description(*once->sheets.front()->charts.all[i]));
+}
+
+TEST_F(ChartFiles, LeaveAllOtherPartsAsTheyAre) {
+  const auto book = BookWithHistory(20);
+  WriteWorkbook(*book, File());
+  Parts plain = Unzip(BytesOf(File()));
+  AddTickerCharts(book->sheets.front(), 20);
+  WriteWorkbook(*book, File());
+  Parts with_charts = Unzip(BytesOf(File()));
+  // When it was made.
+  for (Parts* parts : {&plain, &with_charts}) parts->erase("docProps/core.xml");
+  for (const char* changed : {"[Content_Types].xml", kSheetPart}) plain.erase(changed);
+  for (const auto& [name, text] : plain) EXPECT_EQ(with_charts[name], text) << name;
+}
+
+TEST_F(ChartFiles, ReplaceTheOldFileAsAWhole) {
+  const auto book = BookWithHistory(20);
+  AddTickerCharts(book->sheets.front(), 20);
+  WriteBytes(File(), "old");
+  std::filesystem::permissions(File(),
+                               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  ReplaceFile(File(), [&](const std::filesystem::path& fresh) {
+    WriteWorkbook(*book, fresh);
+    EXPECT_EQ(BytesOf(File()), "old");
+    EXPECT_THAT(FolderListing(), SizeIs(2)) << "no further file was left";
+  });
+  EXPECT_EQ(std::filesystem::status(File()).permissions(),
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  CheckSaved(*book, File());
+  EXPECT_THAT(FolderListing(), ElementsAre("quotes.xlsx"));
+}
+
+TEST_F(ChartFiles, AreMissedWhenTheyDoNotReadBack) {
+  const auto book = BookWithHistory(20);
+  WriteWorkbook(*book, File());
+  AddTickerCharts(book->sheets.front(), 20);
+  EXPECT_THROW(CheckSaved(*book, File()), RuntimeError) << "all";
+  WriteWorkbook(*book, File());
+  const auto& charts = book->sheets.front()->charts.all;
+  charts.front()->title->text = "First";
+  EXPECT_THROW(CheckSaved(*book, File()), RuntimeError) << "a title";
+  charts.front()->title->text = "Last";
+  CheckSaved(*book, File());
+  charts.back()->series.front().values->last_row = 9;
+  EXPECT_THROW(CheckSaved(*book, File()), RuntimeError) << "cells";
+}
+
+TEST_F(ChartFiles, AreRefusedWhenTheyAreTooManyToBeLoadedAgain) {
+  const auto book = BookWithHistory(1);
+  AddChart(book->sheets.front(), 4, 3).series.resize(LoadLimits().chart_series + 1);
+  EXPECT_THROW(WriteWorkbook(*book, File()), RuntimeError);
 }
 
 }  // namespace
