@@ -8,8 +8,11 @@
 
 namespace mirelo::host::excel {
 
+class Charts;
 class Range;
+class Selectable;
 class Sheet;
+class Window;
 class Workbook;
 class Worksheets;
 
@@ -27,8 +30,14 @@ class Application : public Object {
   // no cells.
   virtual std::shared_ptr<excel::Range> ActiveCell() = 0;
 
+  // The cells or the shape that are selected on the sheet in front. Null for a chart sheet.
+  virtual std::shared_ptr<Selectable> Selection() = 0;
+  // Null when no workbook is open.
+  virtual std::shared_ptr<Window> ActiveWindow() = 0;
+
   // Those of the active workbook. Error 1004 when none is open.
   virtual std::shared_ptr<excel::Worksheets> Worksheets() = 0;
+  virtual std::shared_ptr<excel::Charts> Charts() = 0;
   // Those of the sheet in front, as excel::Worksheet's. Error 1004 when it has no cells.
   virtual std::shared_ptr<excel::Range> Range(std::string_view address) = 0;
   virtual std::shared_ptr<excel::Range> Cells() = 0;

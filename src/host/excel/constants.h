@@ -66,6 +66,32 @@ enum XlSheetType : std::int32_t { xlSheetChart = 3, xlSheetWorksheet = -4167 };
 
 enum MsoTriState : std::int32_t { msoFalse = 0, msoTrue = -1 };
 
+// The shape of a sheet's floating object. A chart is one.
+enum MsoShapeType : std::int32_t { msoChart = 3, msoComment = 4 };
+
+enum XlChartType : std::int32_t { xlColumnClustered = 51, xlLineMarkers = 65 };
+// Whether each column or each row of the source is a series.
+enum XlRowCol : std::int32_t { xlRows = 1, xlColumns = 2 };
+enum XlChartLocation : std::int32_t { xlLocationAsNewSheet = 1, xlLocationAsObject = 2 };
+enum XlAxisType : std::int32_t { xlCategory = 1, xlValue = 2 };
+enum XlAxisGroup : std::int32_t { xlPrimary = 1, xlSecondary = 2 };
+
+enum XlMarkerStyle : std::int32_t {
+  xlMarkerStyleSquare = 1,
+  xlMarkerStyleDiamond = 2,
+  xlMarkerStyleTriangle = 3,
+  xlMarkerStyleCircle = 8,
+  xlMarkerStyleAutomatic = -4105,
+  xlMarkerStyleNone = -4142,
+};
+
+enum MsoGradientStyle : std::int32_t { msoGradientHorizontal = 1, msoGradientVertical = 2 };
+
+enum XlPattern : std::int32_t { xlPatternNone = -4142, xlPatternAutomatic = -4105, xlPatternSolid = 1 };
+
+// A line of a chart that nobody drew: the chart's own choice.
+inline constexpr std::int32_t xlLineStyleAutomatic = -4105;
+
 // Colour indexes besides those of the palette, which run from 1 to 56.
 enum XlColorIndex : std::int32_t {
   xlColorIndexNone = -4142,       // no fill, no line

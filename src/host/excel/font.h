@@ -16,6 +16,10 @@ class Font : public Object {
   virtual Variant Bold() = 0;
   virtual void Bold(bool bold) = 0;
 
+  // Points, 1 to 409; error 1004 outside.
+  virtual Variant Size() = 0;
+  virtual void Size(double points) = 0;
+
   // 1 to 56 of the palette, or xlColorIndexAutomatic; error 1004 otherwise, but xlColorIndexNone and 0 are
   // taken as automatic. A colour outside the palette reads as the nearest of it.
   virtual Variant ColorIndex() = 0;

@@ -19,6 +19,14 @@ class Interior : public Object {
 
   // The colour itself: red, and 256 times green, and 65536 times blue. White where there is no fill.
   virtual Variant Color() = 0;
+
+  // The colour of a pattern's lines, as ColorIndex. A ground without a pattern keeps it unseen.
+  virtual Variant PatternColorIndex() = 0;
+  virtual void PatternColorIndex(std::int32_t index) = 0;
+
+  // An XlPattern; error 1004 for other numbers. A pattern that is none of them reads as xlPatternAutomatic.
+  virtual Variant Pattern() = 0;
+  virtual void Pattern(std::int32_t pattern) = 0;
 };
 
 }  // namespace mirelo::host::excel

@@ -7,6 +7,7 @@
 
 #include "automation/variant.h"
 #include "host/excel/constants.h"
+#include "host/excel/selectable.h"
 
 namespace mirelo::host::excel {
 
@@ -23,7 +24,7 @@ class Worksheet;
 // change.
 //
 // Properties of formats give an empty variant where the cells of the range differ.
-class Range : public Object {
+class Range : public Selectable {
  public:
   std::string_view TypeName() const override { return "Range"; }
 
@@ -101,7 +102,13 @@ class Range : public Object {
                                       XlSearchDirection direction) = 0;
 
   // Selects the cells; the first of them becomes the active cell. Error 1004 unless the sheet is in front.
-  virtual void Select() = 0;
+  void Select() override = 0;
+
+  // Points, from the sheet's top left corner. Hidden rows and columns have no size.
+  virtual double Left() = 0;
+  virtual double Top() = 0;
+  virtual double Width() = 0;
+  virtual double Height() = 0;
 
   virtual std::shared_ptr<Range> EntireColumn() = 0;
   virtual std::shared_ptr<Range> EntireRow() = 0;

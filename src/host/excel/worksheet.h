@@ -11,6 +11,7 @@
 namespace mirelo::host::excel {
 
 class Range;
+class Shapes;
 
 // One sheet of cells. Its size is that of its Rows() and Columns(); cells that nobody wrote cost nothing.
 class Worksheet : public Sheet {
@@ -35,6 +36,8 @@ class Worksheet : public Sheet {
   virtual std::shared_ptr<excel::Range> Cells() = 0;
   // One cell, counted from 1; error 1004 off the sheet.
   virtual std::shared_ptr<excel::Range> Cells(std::int32_t row, std::int32_t column) = 0;
+
+  virtual std::shared_ptr<excel::Shapes> Shapes() = 0;
 
   // The sheet as rows, or as columns.
   virtual std::shared_ptr<excel::Range> Rows() = 0;

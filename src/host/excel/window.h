@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "automation/variant.h"
+
+namespace mirelo::host::excel {
+
+class Range;
+
+// What shows a workbook.
+class Window : public Object {
+ public:
+  std::string_view TypeName() const override { return "Window"; }
+
+  // The cells of the sheet in front that can be seen, those at the edge in part. Error 1004 when that sheet
+  // has no cells.
+  virtual std::shared_ptr<Range> VisibleRange() = 0;
+};
+
+}  // namespace mirelo::host::excel
