@@ -10,6 +10,7 @@
 #include "host/excel/range.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 
 namespace mirelo {
 namespace {
@@ -25,7 +26,7 @@ VariantArray Prices(std::int32_t rows) {
 }
 
 std::shared_ptr<host::excel::Worksheet> NewSheet() {
-  return workbook::Spreadsheet::New().Application()->ActiveWorkbook()->ActiveSheet();
+  return workbook::Spreadsheet::New().Application()->Worksheets()->Item(1);
 }
 
 void WriteBlock(benchmark::State& state) {

@@ -11,6 +11,7 @@
 #include "host/excel/range.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "support/temp_directory.h"
 
 namespace mirelo {
@@ -26,8 +27,7 @@ double PriceOf(std::int32_t row, std::int32_t column) { return row * 0.25 + colu
 
 workbook::Spreadsheet Quotes(std::int32_t rows) {
   auto spreadsheet = workbook::Spreadsheet::New();
-  const auto range =
-      spreadsheet.Application()->ActiveWorkbook()->ActiveSheet()->Cells(1, 1)->Resize(rows, kColumns);
+  const auto range = spreadsheet.Application()->Worksheets()->Item(1)->Cells(1, 1)->Resize(rows, kColumns);
   VariantArray table(0, rows - 1, 0, kColumns - 1);
   for (std::int32_t row = 0; row < rows; ++row) {
     for (std::int32_t column = 0; column < kColumns; ++column) {

@@ -166,8 +166,11 @@ void ShowCommand::PrintComments(excel::Worksheet& sheet, const ShownArea& area) 
 }
 
 std::shared_ptr<excel::Worksheet> ShowCommand::ChosenSheet(excel::Application& application) const {
-  if (sheet_.empty()) return application.ActiveWorkbook()->ActiveSheet();
   const auto sheets = application.Worksheets();
+  if (sheet_.empty()) {
+    auto front = std::dynamic_pointer_cast<excel::Worksheet>(application.ActiveSheet());
+    return front != nullptr ? front : sheets->Item(1);  // a chart sheet has no cells to show
+  }
   for (std::int32_t i = 1; i <= sheets->Count(); ++i) {
     if (auto sheet = sheets->Item(i); EqualText(sheet->Name(), sheet_)) return sheet;
   }

@@ -39,7 +39,7 @@ class GuardedWorkbook : public ::testing::Test {
   GuardedWorkbook() {
     std::filesystem::create_directory(Folder());
     auto spreadsheet = workbook::Spreadsheet::New();
-    spreadsheet.Application()->ActiveWorkbook()->ActiveSheet()->Range("A1")->Value("mine");
+    spreadsheet.Application()->Range("A1")->Value("mine");
     spreadsheet.Save(File());
   }
   ~GuardedWorkbook() override {

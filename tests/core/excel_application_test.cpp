@@ -18,7 +18,10 @@ class BareApplication : public host::excel::Application {
   std::shared_ptr<host::excel::Workbook> ActiveWorkbook() override { return nullptr; }
   std::shared_ptr<host::excel::Sheet> ActiveSheet() override { return nullptr; }
   std::shared_ptr<host::excel::Range> ActiveCell() override { return nullptr; }
+  std::shared_ptr<host::excel::Selectable> Selection() override { return nullptr; }
+  std::shared_ptr<host::excel::Window> ActiveWindow() override { return nullptr; }
   std::shared_ptr<host::excel::Worksheets> Worksheets() override { return nullptr; }
+  std::shared_ptr<host::excel::Charts> Charts() override { return nullptr; }
   std::shared_ptr<host::excel::Range> Range(std::string_view) override { return nullptr; }
   std::shared_ptr<host::excel::Range> Cells() override { return nullptr; }
   std::shared_ptr<host::excel::Range> Cells(std::int32_t, std::int32_t) override { return nullptr; }

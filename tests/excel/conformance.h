@@ -43,7 +43,7 @@ class Spreadsheets : public ::testing::TestWithParam<Implementation> {
   std::shared_ptr<host::excel::Application> application = GetParam().application();
   std::shared_ptr<host::excel::Workbook> book = application->ActiveWorkbook();
   std::shared_ptr<host::excel::Worksheets> sheets = book->Worksheets();
-  std::shared_ptr<host::excel::Worksheet> sheet = book->ActiveSheet();
+  std::shared_ptr<host::excel::Worksheet> sheet = sheets->Item(1);
 };
 
 // Makes the tests of one fixture run against every implementation.

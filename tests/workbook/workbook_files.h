@@ -30,7 +30,7 @@ inline std::shared_ptr<host::excel::Workbook> BookOf(const workbook::Spreadsheet
   return spreadsheet.Application()->ActiveWorkbook();
 }
 inline SheetPtr SheetOf(const workbook::Spreadsheet& spreadsheet) {
-  return BookOf(spreadsheet)->ActiveSheet();
+  return BookOf(spreadsheet)->Worksheets()->Item(BookOf(spreadsheet)->ActiveSheet()->Name());
 }
 
 inline std::string BytesOf(const std::filesystem::path& file) {

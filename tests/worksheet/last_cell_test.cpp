@@ -1,7 +1,7 @@
-#include <utility>
-
 #include "automation/date.h"
 #include "host/excel/application.h"
+#include "host/excel/chart.h"
+#include "host/excel/charts.h"
 #include "host/excel/interior.h"
 #include "worksheet/sheet_test.h"
 
@@ -142,53 +142,14 @@ TEST_F(LastCell, LeavesTheCellSelectedOnItsOwnSheet) {
   EXPECT_EQ(Selected(), "Quotes!F3");
 }
 
-// A spreadsheet with a chart sheet in front, until a worksheet is selected. Everything else is the real
-// one's.
-class ChartInFront : public host::excel::Application {
- public:
-  class ChartSheet : public host::excel::Sheet {
-   public:
-    std::string_view TypeName() const override { return "Chart"; }
-    std::string Name() override { return "Chart1"; }
-    void Name(std::string_view /*name*/) override {}
-    host::excel::XlSheetType Type() override { return host::excel::xlSheetChart; }
-    void Select() override { ++selected; }
-    int selected = 0;
-  };
-
-  explicit ChartInFront(std::shared_ptr<host::excel::Application> inner) : inner_(std::move(inner)) {}
-
-  const std::shared_ptr<ChartSheet> chart = std::make_shared<ChartSheet>();
-
-  std::shared_ptr<host::excel::Sheet> ActiveSheet() override { return chart; }
-  std::shared_ptr<host::excel::Range> ActiveCell() override {
-    if (std::exchange(chart_in_front_, false)) throw RuntimeError(1004, "No cell is active");
-    return inner_->ActiveCell();
-  }
-  std::shared_ptr<host::excel::Workbook> ActiveWorkbook() override { return inner_->ActiveWorkbook(); }
-  std::shared_ptr<host::excel::Worksheets> Worksheets() override { return inner_->Worksheets(); }
-  std::shared_ptr<host::excel::Range> Range(std::string_view address) override {
-    return inner_->Range(address);
-  }
-  std::shared_ptr<host::excel::Range> Cells() override { return inner_->Cells(); }
-  std::shared_ptr<host::excel::Range> Cells(std::int32_t row, std::int32_t column) override {
-    return inner_->Cells(row, column);
-  }
-  bool ScreenUpdating() override { return inner_->ScreenUpdating(); }
-  void ScreenUpdating(bool on) override { inner_->ScreenUpdating(on); }
-
- private:
-  std::shared_ptr<host::excel::Application> inner_;
-  bool chart_in_front_ = true;
-};
-
 TEST_F(LastCell, BringsAChartSheetBackToTheFront) {
-  const auto charts = std::make_shared<ChartInFront>(application);
-  facade->m_ObjExcelApplication(charts);
   Put("B5", "x");
   Range("F3")->Select();
+  const auto chart = application->Charts()->Add();
   EXPECT_EQ(LastOf("Quotes"), "B5");
-  EXPECT_EQ(charts->chart->selected, 1);
+  EXPECT_EQ(application->ActiveSheet()->Name(), chart->Name());
+  EXPECT_EQ(application->ActiveSheet()->Type(), host::excel::xlSheetChart);
+  EXPECT_EQ(application->ActiveCell(), nullptr);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ class SheetTest : public GridTest {
   std::shared_ptr<host::excel::Application> application = spreadsheet.Application();
   std::shared_ptr<host::excel::Workbook> book = application->ActiveWorkbook();
   std::shared_ptr<host::excel::Worksheets> sheets = book->Worksheets();
-  std::shared_ptr<host::excel::Worksheet> sheet = book->ActiveSheet();
+  std::shared_ptr<host::excel::Worksheet> sheet = book->Worksheets()->Item(1);
 };
 
 }  // namespace mirelo::testing

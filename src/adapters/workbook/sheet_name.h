@@ -6,7 +6,8 @@
 
 namespace mirelo::workbook {
 
-// Why `sheet` may not bear the name: a sentence for people, empty when it may.
+// Why a worksheet (chart sheet) may not bear the name: a sentence for people, empty when it may.
 std::string_view NameObjection(const Book& book, const Sheet& sheet, std::string_view name);
+std::string_view NameObjection(const Book& book, const Chart& sheet, std::string_view name);
 
 }  // namespace mirelo::workbook

@@ -9,6 +9,9 @@ namespace mirelo::host::excel {
 
 // The lines along one edge of a range, or between its cells. A line that two cells share is one line,
 // whichever of them it is read from or set on. Properties give an empty variant where the lines differ.
+//
+// Or a line of a chart. That one has each weight in each style; nobody having drawn it, its style and colour
+// read as automatic, and setting xlLineStyleAutomatic makes it so again.
 class Border : public Object {
  public:
   std::string_view TypeName() const override { return "Border"; }

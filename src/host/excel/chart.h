@@ -26,6 +26,7 @@ class Chart : public Sheet {
   XlSheetType Type() final { return xlSheetChart; }
 
   // On a worksheet the sheet's name, a blank and the name of the chart's shape: "Sheet1 Chart 1".
+  // It cannot be set then: error 1004.
   std::string Name() override = 0;
   using Sheet::Name;
   // The sheet on which it lies; of a chart sheet the chart itself.
@@ -36,12 +37,12 @@ class Chart : public Sheet {
   // Error 1004 for types other than those of XlChartType.
   virtual XlChartType ChartType() = 0;
   virtual void ChartType(XlChartType type) = 0;
-  // Each column of the range is a series from now on, named after nothing. Error 1004 unless `by` is
-  // xlColumns.
+  // Each column of the range is a series from now on, named after nothing; the first ones keep their looks.
+  // Error 1004 unless `by` is xlColumns, for more than 255 columns and for cells of another workbook.
   virtual void SetSourceData(Range& source, XlRowCol by) = 0;
   // Moves the chart onto the worksheet of this name, to the middle of what is seen of it, and gives the chart
   // that it is there, selected, with its sheet in front; this object is good for nothing then. Error 1004
-  // unless `where` is xlLocationAsObject, 9 when no worksheet bears the name.
+  // unless `where` is xlLocationAsObject, and for a hidden sheet; 9 when no worksheet bears the name.
   virtual std::shared_ptr<Chart> Location(XlChartLocation where, std::string_view name) = 0;
 
   // Error 1004 for secondary axes, which these charts do not have: they read as false, and cannot be set

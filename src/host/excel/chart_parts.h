@@ -86,7 +86,8 @@ class ChartArea : public Object {
   virtual std::shared_ptr<ChartFillFormat> Fill() = 0;
 };
 
-// Where the series are drawn. Until somebody sets its place, it takes what title, legend and axes leave.
+// Where the series are drawn, axes included. Until somebody sets its place, it takes what title and legend
+// leave. Error 1004 for sizes that are not above 0.
 class PlotArea : public Object {
  public:
   std::string_view TypeName() const override { return "PlotArea"; }

@@ -16,7 +16,7 @@ class Font : public Object {
   virtual Variant Bold() = 0;
   virtual void Bold(bool bold) = 0;
 
-  // Points, 1 to 409; error 1004 outside.
+  // Points, 1 to 409; error 1004 outside, and of a condition, which leaves the size to the cells.
   virtual Variant Size() = 0;
   virtual void Size(double points) = 0;
 

@@ -20,11 +20,14 @@ class Interior : public Object {
   // The colour itself: red, and 256 times green, and 65536 times blue. White where there is no fill.
   virtual Variant Color() = 0;
 
-  // The colour of a pattern's lines, as ColorIndex. A ground without a pattern keeps it unseen.
+  // The colour of a pattern's lines: 1 to 56 or xlColorIndexAutomatic; error 1004 otherwise, but
+  // xlColorIndexNone and 0 are taken as automatic. A solid ground keeps it unseen; cells without a fill drop
+  // it.
   virtual Variant PatternColorIndex() = 0;
   virtual void PatternColorIndex(std::int32_t index) = 0;
 
-  // An XlPattern; error 1004 for other numbers. A pattern that is none of them reads as xlPatternAutomatic.
+  // An XlPattern; error 1004 for other numbers. Of cells, xlPatternAutomatic is taken as no fill, and a
+  // pattern that is none of them reads as xlPatternAutomatic.
   virtual Variant Pattern() = 0;
   virtual void Pattern(std::int32_t pattern) = 0;
 };

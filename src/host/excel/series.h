@@ -30,12 +30,14 @@ class Series : public Object {
  public:
   std::string_view TypeName() const override { return "Series"; }
 
-  // The numbers plotted, an array with lower bound 1: cells without a number are empty elements.
+  // The numbers plotted, an array with lower bound 1: cells without a number are empty elements. An array
+  // without elements when the cells were deleted.
   virtual Variant Values() = 0;
   // A range, whose cells are plotted from now on. Points keep their looks by their numbers. Error 1004 for
   // a range of more than one column and row, 13 for anything else.
   virtual void Values(const Variant& range) = 0;
 
+  // What is set on it is set on all points.
   virtual std::shared_ptr<excel::Border> Border() = 0;
   // An XlMarkerStyle; error 1004 for other numbers.
   virtual std::int32_t MarkerStyle() = 0;

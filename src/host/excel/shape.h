@@ -18,7 +18,7 @@ class Shape : public Selectable {
   std::string_view TypeName() const override { return "Shape"; }
 
   virtual MsoShapeType Type() = 0;
-  // "Chart 1". Names count all charts that the sheet ever had.
+  // "Chart 1": names count all charts that the sheet ever had. A comment's box has its cell's, "Comment B2".
   virtual std::string Name() = 0;
   // Error 1004 for a shape that is no chart.
   virtual std::shared_ptr<excel::Chart> Chart() = 0;
@@ -27,12 +27,14 @@ class Shape : public Selectable {
 
   // Selects the shape; its sheet comes to the front. Error 1004 on a hidden sheet.
   void Select() override = 0;
-  // Takes the shape off its sheet. Error 1004 for one that is gone already, here and in all other members.
+  // Takes the shape off its sheet, a comment with its box. Error 1004 for one that is gone already, here and
+  // in all other members.
   virtual void Delete() = 0;
 
   // Points, from the sheet's top left corner. Places and sizes are whole pixels of a 96 dpi screen, three
-  // quarters of a point each; others are rounded to them. Error 1004 for places below 0 and sizes that are
-  // not above it, and for places of a comment.
+  // quarters of a point each; others are rounded to them, and a place beyond
+  // the sheet's end is moved back to it. Error 1004 for places below 0 and sizes that are not above it or
+  // above 32767 pixels, and for setting the place of a comment.
   virtual double Left() = 0;
   virtual void Left(double points) = 0;
   virtual double Top() = 0;

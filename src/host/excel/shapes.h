@@ -10,8 +10,8 @@ namespace mirelo::host::excel {
 
 class Shape;
 
-// What floats over the cells of a sheet, from the bottom of the pile to its top: charts, and the boxes of
-// comments.
+// What floats over the cells of a sheet, from the bottom of the pile to its top: charts in the order in which
+// they came, and above them the boxes of comments, row by row.
 class Shapes : public Object {
  public:
   std::string_view TypeName() const override { return "Shapes"; }

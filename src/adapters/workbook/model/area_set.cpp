@@ -62,4 +62,9 @@ AreaSet AfterDeletion(const AreaSet& areas, const Area& gone) {
   return left;
 }
 
+std::optional<Area> AfterDeletion(const Area& area, const Area& gone) {
+  if (gone.first_column > area.first_column || gone.last_column < area.last_column) return area;
+  return RowsAfterDeletion(area, gone);
+}
+
 }  // namespace mirelo::workbook

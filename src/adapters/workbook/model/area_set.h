@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "adapters/workbook/model/area.h"
@@ -14,5 +15,9 @@ AreaSet Without(const AreaSet& areas, const Area& gone);
 // Where the areas lie when the cells of `gone` are taken out of the sheet and those below move up. What
 // reaches the sheet's foot goes on reaching it.
 AreaSet AfterDeletion(const AreaSet& areas, const Area& gone);
+
+// Where one area lies then; nothing when all its cells are gone. An area of which only some columns would
+// move stays where it is.
+std::optional<Area> AfterDeletion(const Area& area, const Area& gone);
 
 }  // namespace mirelo::workbook

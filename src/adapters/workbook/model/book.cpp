@@ -2,16 +2,31 @@
 
 #include <algorithm>
 
+#include "adapters/workbook/model/area_set.h"
 #include "automation/text.h"
 
 namespace mirelo::workbook {
 
 namespace {
 
-std::string FreeSheetName(const Book& book) {
-  for (std::size_t number = book.sheets.size() + 1;; ++number) {
-    std::string name = "Sheet" + std::to_string(number);
-    if (book.FindSheet(name) == nullptr) return name;
+// The kind of sheet with the first free number above `count`.
+std::string FreeName(const Book& book, const std::string& kind, std::size_t count) {
+  for (std::size_t number = count + 1;; ++number) {
+    std::string name = kind + std::to_string(number);
+    if (book.FindSheet(name) == nullptr && book.FindChartSheet(name) == nullptr) return name;
+  }
+}
+
+template <class T>
+std::shared_ptr<T> FindByName(const std::vector<std::shared_ptr<T>>& all, std::string_view name) {
+  const auto found =
+      std::find_if(all.begin(), all.end(), [&](const auto& one) { return EqualText(one->name, name); });
+  return found == all.end() ? nullptr : *found;
+}
+
+void FollowDeletion(Chart& chart, const std::shared_ptr<Sheet>& sheet, const Area& gone) {
+  for (ChartSeries& series : chart.series) {
+    if (series.values && series.sheet.lock() == sheet) series.values = AfterDeletion(*series.values, gone);
   }
 }
 
@@ -24,9 +39,11 @@ std::shared_ptr<Book> Book::New() {
 }
 
 std::shared_ptr<Sheet> Book::FindSheet(std::string_view sheet_name) const {
-  const auto found = std::find_if(sheets.begin(), sheets.end(),
-                                  [&](const auto& sheet) { return EqualText(sheet->name, sheet_name); });
-  return found == sheets.end() ? nullptr : *found;
+  return FindByName(sheets, sheet_name);
+}
+
+std::shared_ptr<Chart> Book::FindChartSheet(std::string_view sheet_name) const {
+  return FindByName(chart_sheets, sheet_name);
 }
 
 std::size_t Book::IndexOf(const Sheet& sheet) const {
@@ -36,9 +53,31 @@ std::size_t Book::IndexOf(const Sheet& sheet) const {
 }
 
 std::shared_ptr<Sheet> Book::AddSheet() {
-  auto sheet = std::make_shared<Sheet>(FreeSheetName(*this));
+  auto sheet = std::make_shared<Sheet>(FreeName(*this, "Sheet", sheets.size()));
   sheets.insert(sheets.begin() + static_cast<std::ptrdiff_t>(active), sheet);
+  front_chart = nullptr;
   return sheet;
+}
+
+std::shared_ptr<Chart> Book::AddChartSheet() {
+  auto chart = std::make_shared<Chart>();
+  chart->name = FreeName(*this, "Chart", chart_sheets.size());
+  chart_sheets.push_back(chart);
+  front_chart = chart;
+  return chart;
+}
+
+void Book::BringToFront(const Sheet& sheet) {
+  active = IndexOf(sheet);
+  front_chart = nullptr;
+}
+
+void Book::DeleteCells(const std::shared_ptr<Sheet>& sheet, const Area& area) {
+  sheet->Delete(area);
+  for (const auto& holder : sheets) {
+    for (const auto& chart : holder->charts.all) FollowDeletion(*chart, sheet, area);
+  }
+  for (const auto& chart : chart_sheets) FollowDeletion(*chart, sheet, area);
 }
 
 }  // namespace mirelo::workbook

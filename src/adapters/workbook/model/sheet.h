@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -47,6 +48,9 @@ struct Sheet {
   std::int32_t frozen_columns = 0;
   Area selection;
   CellPlace active_cell;  // within the selection
+  // What is selected instead of the cells, at most one of the two.
+  std::weak_ptr<Chart> selected_chart;
+  std::weak_ptr<Comment> selected_comment;
 
   // Takes the area's cells out of the sheet; those below move up.
   void Delete(const Area& area);

@@ -21,13 +21,24 @@ inline std::int32_t IndexOfColor(Color color) {
   return color == kAutomatic ? std::int32_t{host::excel::xlColorIndexAutomatic} : NearestIndex(color);
 }
 
+inline constexpr std::uint8_t kSolidPattern = 1;
+
 // What shows most of a fill; kAutomatic where there is none.
 inline Color ColorOfFill(const FillStyle& fill) {
-  constexpr std::uint8_t kSolid = 1;
-  return fill.pattern == 0 ? kAutomatic : fill.pattern == kSolid ? fill.foreground : fill.background;
+  return fill.pattern == 0 ? kAutomatic : fill.pattern == kSolidPattern ? fill.foreground : fill.background;
 }
 inline std::int32_t IndexOfFill(const FillStyle& fill) {
   return fill.pattern == 0 ? std::int32_t{host::excel::xlColorIndexNone} : IndexOfColor(ColorOfFill(fill));
+}
+
+// The colour of the lines; that of a solid ground is kept unseen. `Fill` may be constant.
+template <class Fill>
+auto& PatternColorOf(Fill& fill) {
+  return fill.pattern == kSolidPattern ? fill.background : fill.foreground;
+}
+inline std::int32_t PatternOf(const FillStyle& fill) {
+  if (fill.pattern == 0) return host::excel::xlPatternNone;
+  return fill.pattern == kSolidPattern ? host::excel::xlPatternSolid : host::excel::xlPatternAutomatic;
 }
 
 // A colour as clients are told it: red in the lowest byte.

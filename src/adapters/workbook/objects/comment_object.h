@@ -4,20 +4,20 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/model/comment.h"
+#include "adapters/workbook/objects/comment_shape.h"
 #include "host/excel/comment.h"
 
 namespace mirelo::workbook {
 
 class CommentObject final : public host::excel::Comment {
  public:
-  explicit CommentObject(std::shared_ptr<workbook::Comment> comment) : comment_(std::move(comment)) {}
+  explicit CommentObject(CommentPlace place) : place_(std::move(place)) {}
 
-  std::string Text() override { return comment_->text; }
-  std::shared_ptr<host::excel::Shape> Shape() override;
+  std::string Text() override { return place_.comment->text; }
+  std::shared_ptr<host::excel::Shape> Shape() override { return std::make_shared<CommentShape>(place_); }
 
  private:
-  std::shared_ptr<workbook::Comment> comment_;
+  CommentPlace place_;
 };
 
 }  // namespace mirelo::workbook

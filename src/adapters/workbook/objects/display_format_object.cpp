@@ -16,16 +16,19 @@ namespace {
 
 class ShownFont final : public host::excel::Font {
  public:
-  explicit ShownFont(const FontStyle& font) : bold_(font.bold), color_(font.color) {}
+  explicit ShownFont(const FontStyle& font) : bold_(font.bold), size_(font.size), color_(font.color) {}
 
   Variant Bold() override { return bold_; }
   void Bold(bool) override { RefuseChange(); }
+  Variant Size() override { return size_; }
+  void Size(double) override { RefuseChange(); }
   Variant ColorIndex() override { return IndexOfColor(color_); }
   void ColorIndex(std::int32_t) override { RefuseChange(); }
   Variant Color() override { return NumberOfColor(color_, kBlack); }
 
  private:
   bool bold_;
+  double size_;
   workbook::Color color_;
 };
 
@@ -36,6 +39,10 @@ class ShownInterior final : public host::excel::Interior {
   Variant ColorIndex() override { return IndexOfFill(fill_); }
   void ColorIndex(std::int32_t) override { RefuseChange(); }
   Variant Color() override { return NumberOfColor(ColorOfFill(fill_), kWhite); }
+  Variant PatternColorIndex() override { return IndexOfColor(PatternColorOf(fill_)); }
+  void PatternColorIndex(std::int32_t) override { RefuseChange(); }
+  Variant Pattern() override { return PatternOf(fill_); }
+  void Pattern(std::int32_t) override { RefuseChange(); }
 
  private:
   FillStyle fill_;

@@ -1,6 +1,7 @@
 #include "adapters/workbook/objects/font_object.h"
 
 #include "adapters/workbook/objects/color_index.h"
+#include "adapters/workbook/objects/letter_size.h"
 
 namespace mirelo::workbook {
 
@@ -10,6 +11,15 @@ Variant FontObject::Bold() {
 
 void FontObject::Bold(bool bold) {
   ChangeStyle(block_, [&](Style& style) { style.font.bold = bold; });
+}
+
+Variant FontObject::Size() {
+  return CommonOf(block_, [](const Style& style) { return style.font.size; });
+}
+
+void FontObject::Size(double points) {
+  CheckedLetterSize(points);
+  ChangeStyle(block_, [&](Style& style) { style.font.size = points; });
 }
 
 Variant FontObject::ColorIndex() {

@@ -14,6 +14,8 @@ class FontObject final : public host::excel::Font {
 
   Variant Bold() override;
   void Bold(bool bold) override;
+  Variant Size() override;
+  void Size(double points) override;
   Variant ColorIndex() override;
   void ColorIndex(std::int32_t index) override;
   Variant Color() override;

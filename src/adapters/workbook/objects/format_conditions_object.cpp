@@ -23,6 +23,9 @@ class ConditionFont final : public Font {
 
   Variant Bold() override { return condition_->look.bold ? Variant(true) : Variant(); }
   void Bold(bool bold) override { condition_->look.bold = bold; }
+  // A condition leaves the size of letters to the cell.
+  Variant Size() override { return {}; }
+  void Size(double) override { throw Refused("A condition cannot change the size of letters."); }
   Variant ColorIndex() override {
     const workbook::Color color = condition_->look.color;
     return color == kAutomatic ? Variant() : Variant(IndexOfColor(color));

@@ -1,12 +1,19 @@
 #include "adapters/workbook/objects/interior_object.h"
 
+#include <utility>
+
 #include "adapters/workbook/objects/color_index.h"
 
 namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::uint8_t kSolid = 1;
+// The ground between the lines is the whole ground then.
+void MakeSolid(FillStyle& fill) {
+  if (fill.pattern == kSolidPattern) return;
+  std::swap(fill.foreground, fill.background);
+  fill.pattern = kSolidPattern;
+}
 
 }  // namespace
 
@@ -16,9 +23,40 @@ Variant InteriorObject::ColorIndex() {
 
 void InteriorObject::ColorIndex(std::int32_t index) {
   const workbook::Color color = ColorOfIndex(index);
-  FillStyle fill;
-  if (color != kAutomatic) fill = {kSolid, color, kAutomatic};
-  ChangeStyle(block_, [&](Style& style) { style.fill = fill; });
+  ChangeStyle(block_, [&](Style& style) {
+    if (color == kAutomatic) {
+      style.fill = {};
+    } else {
+      style.fill = {kSolidPattern, color,
+                    style.fill.pattern == kSolidPattern ? style.fill.background : kAutomatic};
+    }
+  });
+}
+
+Variant InteriorObject::PatternColorIndex() {
+  return CommonOf(block_, [](const Style& style) { return IndexOfColor(PatternColorOf(style.fill)); });
+}
+
+void InteriorObject::PatternColorIndex(std::int32_t index) {
+  const workbook::Color color = ColorOfIndex(index);
+  ChangeStyle(block_, [&](Style& style) {
+    if (style.fill.pattern != 0) PatternColorOf(style.fill) = color;
+  });
+}
+
+Variant InteriorObject::Pattern() {
+  return CommonOf(block_, [](const Style& style) { return PatternOf(style.fill); });
+}
+
+void InteriorObject::Pattern(std::int32_t pattern) {
+  switch (pattern) {
+    case host::excel::xlPatternNone:
+    case host::excel::xlPatternAutomatic:
+      return ChangeStyle(block_, [](Style& style) { style.fill = {}; });
+    case host::excel::xlPatternSolid:
+      return ChangeStyle(block_, [](Style& style) { MakeSolid(style.fill); });
+  }
+  throw Refused("This is no pattern.");
 }
 
 Variant InteriorObject::Color() {

@@ -15,6 +15,10 @@ class InteriorObject final : public host::excel::Interior {
   Variant ColorIndex() override;
   void ColorIndex(std::int32_t index) override;
   Variant Color() override;
+  Variant PatternColorIndex() override;
+  void PatternColorIndex(std::int32_t index) override;
+  Variant Pattern() override;
+  void Pattern(std::int32_t pattern) override;
 
  private:
   CellBlock block_;

@@ -9,6 +9,7 @@
 #include "adapters/workbook/display/displayed_text.h"
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/format_code.h"
+#include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/model/used_area.h"
 #include "adapters/workbook/objects/border_object.h"
 #include "adapters/workbook/objects/cell_search.h"
@@ -134,10 +135,23 @@ RangeObject::RangePtr RangeObject::Find(std::string_view what, Range& after, XlS
 }
 
 void RangeObject::Select() {
-  if (block_.book->sheets[block_.book->active] != block_.sheet)
+  if (block_.book->FrontSheet() != block_.sheet)
     throw Refused("Only cells of the sheet in front can be selected.");
   block_.sheet->selection = block_.area;
   block_.sheet->active_cell = {Row(), Column()};
+  block_.sheet->selected_chart.reset();
+  block_.sheet->selected_comment.reset();
+}
+
+double RangeObject::Left() { return WidthOfColumns(*block_.sheet, 1, Column() - 1); }
+double RangeObject::Top() { return HeightOfRows(*block_.sheet, 1, Row() - 1); }
+
+double RangeObject::Width() {
+  return WidthOfColumns(*block_.sheet, block_.area.first_column, block_.area.last_column);
+}
+
+double RangeObject::Height() {
+  return HeightOfRows(*block_.sheet, block_.area.first_row, block_.area.last_row);
 }
 
 RangeObject::RangePtr RangeObject::EntireColumn() {
@@ -167,12 +181,14 @@ void RangeObject::Delete(XlDeleteShiftDirection shift) {
   if (shift != xlShiftUp) throw Refused("Cells can only move up.");
   if (block_.area.IsWholeColumns() && !block_.area.IsWholeRows())
     throw Refused("Whole columns have no cells below them.");
-  block_.sheet->Delete(block_.area);
+  block_.book->DeleteCells(block_.sheet, block_.area);
 }
 
 std::shared_ptr<host::excel::Comment> RangeObject::Comment() {
   auto comment = block_.sheet->comments.Find(Row(), Column());
-  return comment == nullptr ? nullptr : std::make_shared<CommentObject>(std::move(comment));
+  if (comment == nullptr) return nullptr;
+  return std::make_shared<CommentObject>(
+      CommentPlace{block_.book, block_.sheet, {Row(), Column()}, std::move(comment)});
 }
 
 std::shared_ptr<host::excel::Comment> RangeObject::AddComment(std::string_view text) {

@@ -45,6 +45,10 @@ class RangeObject final : public host::excel::Range {
   RangePtr Find(std::string_view what, Range& after, host::excel::XlSearchOrder order,
                 host::excel::XlSearchDirection direction) override;
   void Select() override;
+  double Left() override;
+  double Top() override;
+  double Width() override;
+  double Height() override;
   RangePtr EntireColumn() override;
   RangePtr EntireRow() override;
   void AutoFit() override;

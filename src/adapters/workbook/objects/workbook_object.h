@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "adapters/workbook/model/book.h"
@@ -15,7 +16,9 @@ class WorkbookObject final : public host::excel::Workbook {
 
   std::string Name() override;
   std::shared_ptr<host::excel::Worksheets> Worksheets() override;
-  std::shared_ptr<host::excel::Worksheet> ActiveSheet() override;
+  std::shared_ptr<host::excel::Charts> Charts() override;
+  std::shared_ptr<host::excel::Sheet> Sheets(std::string_view name) override;
+  std::shared_ptr<host::excel::Sheet> ActiveSheet() override;
 
  private:
   std::shared_ptr<Book> book_;

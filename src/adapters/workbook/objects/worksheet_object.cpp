@@ -2,6 +2,7 @@
 
 #include "adapters/workbook/address.h"
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/objects/shapes_object.h"
 #include "adapters/workbook/sheet_name.h"
 
 namespace mirelo::workbook {
@@ -40,7 +41,7 @@ std::int32_t WorksheetObject::Index() { return static_cast<std::int32_t>(book_->
 
 void WorksheetObject::Select() {
   if (sheet_->hidden) throw Refused("A hidden sheet cannot be brought to the front.");
-  book_->active = book_->IndexOf(*sheet_);
+  book_->BringToFront(*sheet_);
 }
 
 WorksheetObject::RangePtr WorksheetObject::Range(std::string_view address) { return At(AreaAt(address)); }
@@ -62,6 +63,10 @@ WorksheetObject::RangePtr WorksheetObject::Cells() { return At(Area::Sheet()); }
 
 WorksheetObject::RangePtr WorksheetObject::Cells(std::int32_t row, std::int32_t column) {
   return Cells()->Item(row, column);
+}
+
+std::shared_ptr<host::excel::Shapes> WorksheetObject::Shapes() {
+  return std::make_shared<ShapesObject>(book_, sheet_);
 }
 
 WorksheetObject::RangePtr WorksheetObject::Rows() { return At(Area::Sheet(), View::Rows); }

@@ -30,6 +30,7 @@ class WorksheetObject final : public host::excel::Worksheet {
   RangePtr Range(host::excel::Range& first, host::excel::Range& last) override;
   RangePtr Cells() override;
   RangePtr Cells(std::int32_t row, std::int32_t column) override;
+  std::shared_ptr<host::excel::Shapes> Shapes() override;
   RangePtr Rows() override;
   RangePtr Columns() override;
   RangePtr Rows(std::string_view rows) override;

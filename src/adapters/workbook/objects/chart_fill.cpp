@@ -1,0 +1,69 @@
+#include "adapters/workbook/objects/chart_fill.h"
+
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/palette.h"
+
+namespace mirelo::workbook {
+
+using namespace host::excel;
+
+namespace {
+
+constexpr std::int32_t kVariants = 4;
+constexpr std::int32_t kWhiteIndex = 2;  // what a fill looks like that nobody coloured
+
+class FillColor final : public ChartColorFormat {
+ public:
+  FillColor(ChartPart<ChartFill> fill, Color ChartFill::*color) : fill_(std::move(fill)), color_(color) {}
+
+  std::int32_t SchemeColor() override {
+    const Color color = fill_().*color_;
+    return color == kAutomatic ? kWhiteIndex : NearestIndex(color);
+  }
+  void SchemeColor(std::int32_t index) override {
+    ChartFill& fill = fill_();
+    if (index < 1 || index > kPaletteSize) throw Refused("This is no colour of the palette.");
+    fill.*color_ = PaletteColor(index);
+    if (fill.look == Look::Automatic) fill.look = Look::Own;
+  }
+
+ private:
+  ChartPart<ChartFill> fill_;
+  Color ChartFill::*color_;
+};
+
+}  // namespace
+
+void ChartFillObject::TwoColorGradient(MsoGradientStyle style, std::int32_t variant) {
+  ChartFill& fill = fill_();
+  if (style != msoGradientHorizontal && style != msoGradientVertical)
+    throw Refused("This is no style of gradients.");
+  if (variant < 1 || variant > kVariants) throw Refused("This is no variant of gradients.");
+  fill.look = Look::Own;
+  fill.gradient = static_cast<std::uint8_t>(style);
+  fill.variant = static_cast<std::uint8_t>(variant);
+}
+
+MsoTriState ChartFillObject::Visible() { return fill_().look == Look::None ? msoFalse : msoTrue; }
+
+void ChartFillObject::Visible(MsoTriState visible) {
+  ChartFill& fill = fill_();
+  if (visible == msoFalse) {
+    fill.look = Look::None;
+  } else if (fill.look == Look::None) {
+    const bool was_told = fill.gradient != 0 || fill.fore != kAutomatic;
+    fill.look = was_told ? Look::Own : Look::Automatic;
+  }
+}
+
+std::shared_ptr<ChartColorFormat> ChartFillObject::ForeColor() {
+  fill_();
+  return std::make_shared<FillColor>(fill_, &ChartFill::fore);
+}
+
+std::shared_ptr<ChartColorFormat> ChartFillObject::BackColor() {
+  fill_();
+  return std::make_shared<FillColor>(fill_, &ChartFill::back);
+}
+
+}  // namespace mirelo::workbook

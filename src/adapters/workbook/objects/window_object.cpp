@@ -1,0 +1,16 @@
+#include "adapters/workbook/objects/window_object.h"
+
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/model/sheet_places.h"
+#include "adapters/workbook/objects/range_object.h"
+
+namespace mirelo::workbook {
+
+std::shared_ptr<host::excel::Range> WindowObject::VisibleRange() {
+  const std::shared_ptr<Sheet> sheet = book_->FrontSheet();
+  if (sheet == nullptr) throw Refused("The sheet in front has no cells.");
+  return std::make_shared<RangeObject>(CellBlock{book_, sheet, VisibleArea(*sheet)},
+                                       RangeObject::View::Cells);
+}
+
+}  // namespace mirelo::workbook
