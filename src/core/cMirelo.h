@@ -13,6 +13,11 @@
 
 namespace mirelo {
 
+namespace host::excel {
+class Chart;
+class Worksheet;
+}  // namespace host::excel
+
 // The object that the add-in's macros hold: it owns the process-wide error handler and settings store,
 // presents the settings that the macros need, and fetches quotes. It only answers; the pace is the macros'.
 //
@@ -102,8 +107,29 @@ class cMirelo : public Object {
   // GetLastQuote and whenever the list changed; an empty list leaves the columns as they were.
   void LoadMasPosition();
 
+  // Paints a chart: its ground in the style's colours, its title by the change of the day, and its first
+  // series, with Color_Points 1, point by point, otherwise as a whole by the last change. A point that lies
+  // as high as the one before it is grey with Use_Stay_Color_With_Points 1, otherwise it has that one's
+  // colours. The styles are "Blue", "Green" and "Yellow"; any other is a failure. Nothing for a null chart.
+  // The result is an empty variant. Defined in charts/change_colors.cpp.
+  Variant Change_Colors(const std::shared_ptr<host::excel::Chart>& Dest_Chart, double Change_Now,
+                        double Change_Today, const std::string& Chart_Style, std::int16_t Color_Points = 1,
+                        std::int16_t Use_Stay_Color_With_Points = 0);
+
+  // Brings the charts of a vertical table up to date with its rows: those titled "Last" and "LastVolume", in
+  // letters of either case, show the last ChartPoints rows of these columns and are painted anew, unless the
+  // style is "None". `Vert_Array` has the table's rows as its first index; its second column says what
+  // changed from the row before the last filled one to that one. The sheet comes to the front meanwhile.
+  //
+  // Failures are the caller's, and leave the sheet in front: error 1004 for a chart whose column the table
+  // does not have, 9 or 13 for an array that is none. Defined in charts/update_charts.cpp.
+  void Update_Charts(const std::shared_ptr<host::excel::Worksheet>& Dest_Sheet, const Variant& Vert_Array,
+                     std::int32_t ChartPoints, const std::string& ChartStyle, std::int16_t ColorPoints,
+                     std::int16_t GreyOut);
+
  private:
   struct LastQuoteRun;
+  struct ChartUpdateRun;
 
   // QuoteTracker's HTTP interface. Both keep their value where its setting cannot be read and the user aborts
   // or ignores that; a port above 32767 is such a failure. The result is an empty variant.
@@ -112,6 +138,12 @@ class cMirelo : public Object {
   Variant GetDisplacementHourMinute(std::int32_t& Hour, std::int32_t& Minute);
   // The present moment in that zone, as texts.
   void GetDisplacedDateTime(std::string& DateText, std::string& TimeText) const;
+
+  // The eighteen palette indexes (texts, from 0 on) for these changes, in the order of ChartColor; an array
+  // without elements for an unknown style.
+  Variant Load_Colors(double Change_Now, double Change_Today, const std::string& Chart_Style);
+  // The last row but one of a worksheet of the active workbook, and its last column.
+  void GetSheetLimits(const std::string& SheetName, std::int32_t& MaxRow, std::int32_t& MaxColumn);
 
   StatusRunQueryQT status_run_work_qt_ = Status_Null;
   std::shared_ptr<host::excel::Application> excel_;
