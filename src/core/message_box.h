@@ -8,4 +8,7 @@ namespace mirelo {
 // ("Dovanta2"). `style` is one of host::Desktop's icons.
 void ShowMessage(const std::string& text, int style);
 
+// Asks the user a question with Yes and No under the same title. True for Yes.
+bool Confirm(const std::string& question);
+
 }  // namespace mirelo

@@ -24,6 +24,7 @@ namespace mirelo {
 
 namespace host::excel {
 class Application;
+class Chart;
 class Range;
 class Sheet;
 class Worksheet;
@@ -258,6 +259,32 @@ class frmMirelo : public forms::Form {
   // changes meanwhile.
   std::string GotoLastCell(const std::string& sheet, const std::string& first);
 
+  // charts/build_charts.cpp
+
+  // Gives the vertical tables of these tickers, an array of texts or empty, their charts: of "Last" and of
+  // "LastVolume", as far as the dialog offers these fields and the tables have them. Charts that are there
+  // go, all of them, once the user agreed; a No ends it.
+  void Build_Charts(const Variant& tickers);
+
+  // charts/add_chart.cpp
+
+  // A new chart of a column of cells (an address on the sheet). Two ranges are part of the interface and not
+  // read. Null after a failure that was aborted.
+  std::shared_ptr<host::excel::Chart> Add_Chart(const std::string& Chart_Title, const std::string& SheetName,
+                                                const std::string& Chart_SourceDataRange,
+                                                const std::string& Chart_Range,
+                                                const std::string& Labels_Range, bool Add_X_Axis,
+                                                bool Add_Y_Axis, std::int32_t ChartType);
+
+  // charts/move_and_resize_chart.cpp
+
+  // Puts the newest chart of a sheet below the one before it; the first one, at the top of `column`. Where it
+  // would reach below what is seen of the sheet it goes to the top, beside that one. `height` in points, the
+  // width is `factor` for each of `points`; `name` becomes the chart's without its number. Nothing for a null
+  // chart. The result is an empty variant.
+  Variant Move_And_Resize_Chart(const std::shared_ptr<host::excel::Chart>& chart, std::string& name,
+                                std::int16_t height, double factor, std::int16_t column, std::int16_t points);
+
  private:
   // wiring.cpp
   void DesignControls();
@@ -397,6 +424,9 @@ class frmMirelo : public forms::Form {
 
   // worksheet/vertical_sheets.cpp
   struct VerticalSheetRun;
+
+  // charts/build_charts.cpp
+  struct ChartsRun;
 
   // worksheet/vertical_ticks.cpp
   void TickFieldsOf(Frame& frame, host::excel::Worksheet& sheet, std::int32_t row, std::int32_t charts);

@@ -68,6 +68,7 @@ struct frmMirelo::QuoteTableRun {
   void DrawLines();
   void DrawLine(Range* cells, host::excel::XlBordersIndex index, host::excel::XlBorderWeight weight,
                 std::int32_t color);
+  void BuildCharts();
 
   Worksheet& Table() const { return Referred(table.get()); }
   std::int32_t LastName() const { return std::as_const(names).AsArray().UBound(); }
@@ -123,6 +124,7 @@ void frmMirelo::QuoteTableRun::Run() {
   if (frame.test([&] { return form.chkVerTable.Value() == 1 && !vertical_tickers.empty(); })) {
     STEP(form.AddForSheetsVerticalTables(vertical_tickers, vertical_rows, colors));
   }
+  if (frame.test([&] { return form.Setting("BuildCharts", 0).EqualsNumber(1); })) BuildCharts();
   STEP(form.Excel().ScreenUpdating(updating));
 }
 
@@ -240,6 +242,20 @@ void frmMirelo::QuoteTableRun::DrawLine(Range* cells, host::excel::XlBordersInde
   STEP(Referred(cells).Borders(index)->LineStyle(host::excel::xlContinuous));
   STEP(Referred(cells).Borders(index)->Weight(weight));
   STEP(Referred(cells).Borders(index)->ColorIndex(color));
+}
+
+// For the tickers whose last cell is ticked; with none of them, too.
+void frmMirelo::QuoteTableRun::BuildCharts() {
+  const forms::Grid& FG = form.FG;
+  Variant tickers;
+  std::int32_t charts = 0;
+  STEP(charts = FG.Cols() - 1);
+  for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
+    if (frame.test([&] { return FG.TextMatrix(row, charts) == kTicked; })) {
+      STEP(Arr_Push(tickers, FG.TextMatrix(row, form.TickerCol_), 0));
+    }
+  }
+  STEP(form.Build_Charts(tickers));
 }
 
 }  // namespace mirelo

@@ -69,10 +69,14 @@ inline std::vector<std::string> TitlesOn(host::excel::Worksheet& sheet) {
 
 using RowRange = std::pair<std::int32_t, std::int32_t>;
 
-// The first and the last row that a chart of this column shows. Overwrites the column.
+// The first and the last row that a chart of this column shows, of the sheet's first rows.
 inline RowRange RowsShown(host::excel::Chart& chart, host::excel::Worksheet& sheet, std::int32_t column) {
-  for (std::int32_t row = 1; row <= 400; ++row) sheet.Cells(row, column)->Value(row);
+  constexpr std::int32_t kRows = 400;
+  const auto cells = sheet.Cells(1, column)->Resize(kRows, 1);
+  const Variant contents = cells->Value();
+  for (std::int32_t row = 1; row <= kRows; ++row) sheet.Cells(row, column)->Value(row);
   const Variant values = chart.SeriesCollection(1)->Values();
+  cells->Value(contents);
   const VariantArray& rows = values.AsArray();
   return {rows(rows.LBound()).ToInt32(), rows(rows.UBound()).ToInt32()};
 }

@@ -87,8 +87,6 @@ TEST_F(UpdateCharts, ShowTheLastRows) {
   } cases[] = {{10, {3, 21}}, {21, {2, 21}}, {22, {3, 22}}, {100, {81, 100}}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.data_through);
-    table->Range("B3:C400")->ClearContents();
-    Headers({"Ticker", "Last", "LastVolume"});
     DataThrough(c.data_through);
     Update();
     EXPECT_EQ(RowsShown(*last, *table, kPrice), c.rows);
@@ -291,7 +289,6 @@ TEST_F(UpdateCharts, FailForAChartWhoseColumnTheTableLacksWithItsSheetInFront) {
     EXPECT_EQ(NumberOf([&] { Update(); }), 1004);
     EXPECT_EQ(application->ActiveSheet()->Name(), table->Name());
     EXPECT_EQ(RowsShown(*last, *table, kPrice), c.rows_of_last);
-    table->Range("B1")->ClearContents();
   }
 }
 
