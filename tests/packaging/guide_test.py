@@ -1,0 +1,65 @@
+"""The user's guide speaks of messages that the programs show: each one still stands in the sources."""
+
+import re
+import unittest
+
+from support import SOURCE
+
+ADJACENT = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
+
+
+def literals(text):
+    """The text literals of a source, those that stand behind one another joined, as the compiler does."""
+    found, end = [], None
+    for literal in ADJACENT.finditer(text):
+        joins = end is not None and not text[end : literal.start()].strip()
+        words = literal[1].replace('\\"', '"').replace("\\n", "\n")
+        if joins:
+            found[-1] += words
+        else:
+            found.append(words)
+        end = literal.end()
+    return found
+
+
+def messages(guide):
+    """The first column of the tables below the heading "Messages"."""
+    rows = re.findall(r"^\| (.+?) \|", guide.split("\n## Messages\n")[1], re.MULTILINE)
+    return [row for row in rows if row != "Message" and not row.startswith("---")]
+
+
+class Guide(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.guide = (SOURCE / "docs" / "guide.md").read_text()
+        cls.texts = []
+        for file in sorted((SOURCE / "src").rglob("*")):
+            if file.suffix in (".cpp", ".h"):
+                lines = file.read_text().splitlines()
+                code = "\n".join(line for line in lines if not line.lstrip().startswith(("//", "#include")))
+                cls.texts += literals(code)
+        # What libraries put into messages of ours.
+        cls.texts.append("Run with --help for more information.")
+
+    def test_names_no_message_that_no_program_shows(self):
+        rows = messages(self.guide)
+        self.assertGreater(len(rows), 50)
+        for row in rows:
+            with self.subTest(row):
+                for part in filter(None, (piece.strip() for piece in row.split("…"))):
+                    self.assertTrue(any(part in text for text in self.texts), f"no source says {part!r}")
+
+    def test_links_to_files_that_there_are(self):
+        for page in (SOURCE / "docs" / "guide.md", SOURCE / "README.md", SOURCE / "examples" / "README.md"):
+            for target in re.findall(r"\]\(([^)#:]+)\)", page.read_text()):
+                with self.subTest(f"{page.name}: {target}"):
+                    self.assertTrue((page.parent / target).exists())
+
+    def test_links_to_headings_that_there_are(self):
+        headings = {heading.lower().replace(" ", "-") for heading in re.findall(r"^## (.+)$", self.guide, re.MULTILINE)}
+        for target in re.findall(r"\]\(#([^)]+)\)", self.guide):
+            self.assertIn(target, headings)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
