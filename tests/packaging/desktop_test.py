@@ -68,6 +68,8 @@ class Bash(InstalledCase):
 
     def test_leaves_values_to_the_names_of_files(self):
         self.assertEqual(self.offers("mirelo", "dialog", "--workbook", ""), [])
+        self.assertEqual(self.offers("mirelo", "show", ""), [])
+        self.assertEqual(self.offers("mirelo", "show", "quotes.xlsx", "--li"), ["--list"])
 
     def test_is_not_led_astray_by_a_value_that_is_named_like_a_command(self):
         self.assertEqual(self.offers("mirelo", "quotes", "stream", "--wa"), ["--watch"])

@@ -1,5 +1,6 @@
 #include "app/manual/bash_completion.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "app/manual/inherited_options.h"
@@ -29,6 +30,11 @@ std::vector<std::string> WordsBehind(const CommandFacts& command, const CommandF
   return words;
 }
 
+bool TakesAFile(const CommandFacts& command) {
+  return std::any_of(command.arguments.begin(), command.arguments.end(),
+                     [](const OptionFacts& argument) { return argument.value == "FILE"; });
+}
+
 }  // namespace
 
 std::string BashCompletion(const CommandFacts& program) {
@@ -41,7 +47,8 @@ std::string BashCompletion(const CommandFacts& program) {
       for (const auto& name : option.names) awaiting.push_back(Quoted(command.name + " " + name));
     }
     choices += "    " + Quoted(command.name) +
-               ") words=" + Quoted(Joined(WordsBehind(command, program), " ")) + " ;;\n";
+               ") words=" + Quoted(Joined(WordsBehind(command, program), " ")) +
+               (TakesAFile(command) ? " files=yes" : "") + " ;;\n";
   });
 
   std::string function = "_" + program.name;
@@ -50,7 +57,7 @@ std::string BashCompletion(const CommandFacts& program) {
   }
   std::string script = "# Has bash complete " + program.name + ". Made of its options while it was built.\n";
   script += function + "() {\n";
-  script += "  local command=" + program.name + " words= i\n";
+  script += "  local command=" + program.name + " words= files= i\n";
   if (!below.empty()) {
     script += "  for ((i = 1; i < COMP_CWORD; i++)); do\n";
     script += "    case \"$command ${COMP_WORDS[i]}\" in\n";
@@ -63,6 +70,7 @@ std::string BashCompletion(const CommandFacts& program) {
     script += "    " + Joined(awaiting, " | ") + ") return ;;\n  esac\n";
   }
   script += "  case \"$command\" in\n" + choices + "  esac\n";
+  script += "  [[ $files && ${COMP_WORDS[COMP_CWORD]} != -* ]] && return\n";
   script += "  COMPREPLY=($(compgen -W \"$words\" -- \"${COMP_WORDS[COMP_CWORD]}\"))\n}\n";
   script += "complete -o default -F " + function + " " + program.name + "\n";
   return script;
