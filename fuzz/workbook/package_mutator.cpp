@@ -34,7 +34,8 @@ std::string& RandomPart(Parts& parts, std::mt19937& random) {
 std::string& LikelyPart(Parts& parts, std::mt19937& random) {
   constexpr std::string_view kLikely[] = {"xl/worksheets/sheet1.xml", "xl/styles.xml",
                                           "xl/workbook.xml",          "xl/sharedStrings.xml",
-                                          "xl/comments1.xml",         "xl/drawings/vmlDrawing1.vml"};
+                                          "xl/comments1.xml",         "xl/drawings/vmlDrawing1.vml",
+                                          "xl/drawings/drawing1.xml", "xl/charts/chart1.xml"};
   const auto found = parts.find(std::string(kLikely[random() % std::size(kLikely)]));
   return found != parts.end() && random() % 4 != 0 ? found->second : RandomPart(parts, random);
 }

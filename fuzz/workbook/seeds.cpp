@@ -8,6 +8,7 @@
 #include <string>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
 #include "host/excel/font.h"
@@ -18,6 +19,7 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "workbook/chart_models.h"
 
 namespace mirelo::fuzzing {
 
@@ -122,11 +124,61 @@ Parts CommentsAndConditions() {
   return parts;
 }
 
+Parts PartsOfSaved(const workbook::Book& book) {
+  const auto file =
+      std::filesystem::temp_directory_path() / ("fuzz-seed-" + std::to_string(getpid()) + ".xlsx");
+  workbook::WriteWorkbook(book, file);
+  std::ifstream in(file, std::ios::binary);
+  const std::string bytes(std::istreambuf_iterator<char>(in), {});
+  std::filesystem::remove(file);
+  return testing::Unzip(bytes);
+}
+
+Parts TickerCharts() {
+  const auto book = testing::BookWithHistory(6);
+  testing::AddTickerCharts(book->sheets.front(), 6);
+  return PartsOfSaved(*book);
+}
+
+// A chart as other programs write it, with much that is lost.
+Parts ForeignChart() {
+  Parts parts = SmallWorkbook(R"(<row r="1"><c r="A1"><v>1</v></c></row>)");
+  parts["xl/worksheets/_rels/sheet1.xml.rels"] =
+      R"(<Relationships><Relationship Id="d" Type="http://x/drawing" Target="../drawings/drawing1.xml"/></Relationships>)";
+  parts["xl/drawings/_rels/drawing1.xml.rels"] =
+      R"(<Relationships><Relationship Id="rId1" Type="http://x/chart" Target="../charts/chart1.xml"/></Relationships>)";
+  parts["xl/drawings/drawing1.xml"] =
+      R"(<d:wsDr xmlns:d="urn:d" xmlns:a="urn:a" xmlns:c="urn:c" xmlns:r="urn:r"><d:oneCellAnchor><d:from>)"
+      R"(<d:col>1</d:col><d:colOff>9525</d:colOff><d:row>2</d:row><d:rowOff>0</d:rowOff></d:from><d:ext cx="2540000" )"
+      R"(cy="965200"/><d:graphicFrame><d:nvGraphicFramePr><d:cNvPr id="2" name="Chart 1" descr="x"/></d:nvGraphicFramePr>)"
+      R"(<a:graphic><a:graphicData><c:chart r:id="rId1"/></a:graphicData></a:graphic></d:graphicFrame></d:oneCellAnchor>)"
+      R"(<d:absoluteAnchor><d:pos x="0" y="0"/><d:ext cx="9" cy="9"/><d:sp/></d:absoluteAnchor></d:wsDr>)";
+  parts["xl/charts/chart1.xml"] =
+      R"(<c:chartSpace xmlns:c="urn:c" xmlns:a="urn:a"><c:chart><c:title><c:tx><c:rich><a:bodyPr rot="0"/><a:p><a:pPr>)"
+      R"(<a:defRPr sz="1400" b="0"><a:solidFill><a:schemeClr val="accent1"><a:lumMod val="65000"/></a:schemeClr></a:solidFill>)"
+      R"(<a:latin typeface="Arial"/></a:defRPr></a:pPr><a:r><a:t>Two</a:t></a:r><a:br/><a:r><a:rPr i="1"/><a:t>lines</a:t>)"
+      R"(</a:r></a:p></c:rich></c:tx><c:layout><c:manualLayout><c:xMode val="edge"/><c:x val="0.25"/></c:manualLayout></c:layout>)"
+      R"(<c:overlay val="1"/></c:title><c:plotArea><c:layout><c:manualLayout><c:layoutTarget val="outer"/><c:xMode val="edge"/>)"
+      R"(<c:yMode val="edge"/><c:x val="0"/><c:y val="0"/><c:w val="1"/><c:h val="0.5"/></c:manualLayout></c:layout><c:lineChart>)"
+      R"(<c:grouping val="standard"/><c:ser><c:idx val="0"/><c:tx><c:v>n</c:v></c:tx><c:spPr><a:ln w="28575"><a:solidFill>)"
+      R"(<a:sysClr val="window" lastClr="FFFFFF"/></a:solidFill><a:prstDash val="dash"/></a:ln></c:spPr><c:marker>)"
+      R"(<c:symbol val="star"/><c:size val="9"/><c:spPr><a:noFill/></c:spPr></c:marker><c:dPt><c:idx val="3"/><c:spPr><a:ln>)"
+      R"(<a:noFill/></a:ln></c:spPr></c:dPt><c:dLbls><c:showVal val="1"/></c:dLbls><c:val><c:numRef><c:f>Prices!$A$1:$A$5</c:f>)"
+      R"(</c:numRef></c:val><c:smooth val="1"/></c:ser><c:marker val="1"/></c:lineChart><c:dateAx><c:delete val="1"/></c:dateAx>)"
+      R"(<c:valAx><c:majorGridlines/><c:txPr><a:p><a:pPr><a:defRPr sz="800"/></a:pPr></a:p></c:txPr></c:valAx><c:spPr>)"
+      R"(<a:gradFill><a:gsLst><a:gs pos="0"><a:srgbClr val="112233"/></a:gs><a:gs pos="50000"><a:srgbClr val="445566"/></a:gs>)"
+      R"(<a:gs pos="100000"><a:srgbClr val="112233"/></a:gs></a:gsLst><a:lin ang="16200000"/></a:gradFill><a:effectLst>)"
+      R"(<a:outerShdw/></a:effectLst></c:spPr></c:plotArea><c:legend><c:legendPos val="b"/></c:legend></c:chart><c:txPr><a:p>)"
+      R"(<a:pPr><a:defRPr sz="1200"/></a:pPr></a:p></c:txPr></c:chartSpace>)";
+  return parts;
+}
+
 }  // namespace
 
 const std::vector<Parts>& Seeds() {
-  static const std::vector<Parts> seeds{QuoteTable(), EveryKindOfCell(), EveryKindOfLook(),
-                                        CommentsAndConditions(), SmallWorkbook()};
+  static const std::vector<Parts> seeds{
+      QuoteTable(),   EveryKindOfCell(), EveryKindOfLook(), CommentsAndConditions(),
+      TickerCharts(), ForeignChart(),    SmallWorkbook()};
   return seeds;
 }
 

@@ -34,6 +34,9 @@ LoadLimits SmallLimits() {
   limits.cells = 20'000;
   limits.text_bytes = 1 << 20;
   limits.styles = 500;
+  limits.charts = 20;
+  limits.chart_series = 50;
+  limits.chart_points = 20'000;
   return limits;
 }
 
@@ -58,6 +61,9 @@ bool IsQuickToSave(const Book& book) {
   for (const auto& sheet : book.sheets) {
     const SheetFormats formats(sheet->styles);
     work += formats.CountExceptions() + static_cast<std::int64_t>(sheet->cells.Count());
+    for (const auto& chart : sheet->charts.all) {
+      for (const ChartSeries& series : chart->series) work += static_cast<std::int64_t>(series.points.size());
+    }
     for (const auto& rows : formats.rows()) work += rows.last - rows.first + 1;
   }
   return work < kMostBlanks;
