@@ -3,9 +3,11 @@
 #include <functional>
 
 #include "adapters/workbook/atomic_file.h"
+#include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/xlsx/saved_check.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
+#include "host/excel/constants.h"
 #include "workbook/chart_models.h"
 #include "workbook/workbook_files.h"
 
@@ -204,7 +206,7 @@ const std::vector<Setting>& Settings() {
 }
 
 TEST_F(ChartFiles, KeepEveryFieldOfLinesAndOfColumns) {
-  for (const std::int32_t type : {65, 51}) {
+  for (const std::int32_t type : {host::excel::xlLineMarkers, host::excel::xlColumnClustered}) {
     for (const auto& [name, make] : Settings()) {
       SCOPED_TRACE(std::string(name) + ", type " + std::to_string(type));
       const auto book = BookWithHistory(20);
@@ -235,7 +237,7 @@ TEST_F(ChartFiles, KeepEveryMarker) {
     SCOPED_TRACE(marker);
     const auto book = BookWithHistory(1);
     Chart& chart = AddChart(book->sheets.front(), 4, 3);
-    chart.type = 65;
+    chart.type = host::excel::xlLineMarkers;
     chart.series.front().marker = marker;
     EXPECT_EQ(FirstChart(*Reread(*book)).series.front().marker, marker);
   }
@@ -374,6 +376,46 @@ TEST_F(ChartFiles, AreRefusedWhenTheyAreTooManyToBeLoadedAgain) {
   const auto book = BookWithHistory(1);
   AddChart(book->sheets.front(), 4, 3).series.resize(LoadLimits().chart_series + 1);
   EXPECT_THROW(WriteWorkbook(*book, File()), RuntimeError);
+}
+
+TEST_F(ChartFiles, KeepTheTitleWithinTheChart) {
+  const auto book = BookWithHistory(20);
+  AddTickerCharts(book->sheets.front(), 20);
+  Chart& chart = *book->sheets.front()->charts.all.front();
+  chart.title->left = 1000;
+  chart.plot_place = ChartBox{100, 0, 300, 70};
+  const ChartBox title = TitleBox(chart);
+  ASSERT_LT(title.left + title.width, chart.place.width + 0.001);
+  const auto read = Reread(*book);
+  EXPECT_NEAR(*FirstChart(*read).title->left, title.left, 1e-9);
+  EXPECT_NEAR(*FirstChart(*read).title->top, title.top, 1e-9);
+  EXPECT_EQ(FirstChart(*read).plot_place, PlotBox(chart));
+}
+
+TEST_F(ChartFiles, KeepChartSheets) {
+  const auto book = BookWithHistory(20);
+  AddTickerCharts(book->sheets.front(), 20);
+  book->AddSheet();
+  const auto empty = book->AddChartSheet();
+  const auto prices = book->AddChartSheet();
+  prices->name = "Prices & more";
+  prices->type = host::excel::xlLineMarkers;
+  prices->title.emplace().left = 33;
+  prices->series.emplace_back().values = Area{3, 4, 9, 4};
+  prices->series.front().sheet = book->sheets.back();
+  book->front_chart = empty;
+
+  const auto read = Reread(*book);
+  ASSERT_THAT(read->chart_sheets, SizeIs(2));
+  EXPECT_EQ(Description(*read->chart_sheets[0]), Description(*empty));
+  EXPECT_EQ(Description(*read->chart_sheets[1]), Description(*prices));
+  EXPECT_EQ(read->front_chart, read->chart_sheets[0]);
+  EXPECT_THAT(read->sheets.back()->charts.all, SizeIs(2));
+
+  book->BringToFront(*book->sheets.back());
+  const auto with_sheet_in_front = Reread(*book);
+  EXPECT_EQ(with_sheet_in_front->front_chart, nullptr);
+  EXPECT_EQ(with_sheet_in_front->active, 1u);
 }
 
 }  // namespace

@@ -6,7 +6,9 @@
 #include <iomanip>
 #include <sstream>
 
+#include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/palette.h"
+#include "host/excel/constants.h"
 
 namespace mirelo::testing {
 
@@ -17,10 +19,6 @@ namespace {
 constexpr double kPrices[] = {28.35, 28.35, 28.4, 28.52, 28.47, 28.47, 28.3, 28.1, 28.22, 28.31};
 constexpr std::int32_t kFirstRow = 3;
 
-constexpr std::int32_t kDiamond = 2;
-constexpr std::int32_t kMedium = -4138;
-constexpr std::int32_t kDotted = -4118;
-
 ChartLine OwnLine(std::int32_t weight, std::int32_t index, std::int32_t style = 1) {
   return {Look::Own, style, weight, PaletteColor(index)};
 }
@@ -28,9 +26,9 @@ PointColor Own(std::int32_t index) { return {Look::Own, PaletteColor(index)}; }
 
 // By the step from one price to the next: unchanged, rise, fall.
 ChartPoint PointAfter(double step) {
-  if (step > 0) return {OwnLine(kMedium, 10), Own(4), Own(10)};
-  if (step < 0) return {OwnLine(kMedium, 53), Own(3), Own(53)};
-  return {OwnLine(kMedium, 16), Own(15), Own(16)};
+  if (step > 0) return {OwnLine(host::excel::xlMedium, 10), Own(4), Own(10)};
+  if (step < 0) return {OwnLine(host::excel::xlMedium, 53), Own(3), Own(53)};
+  return {OwnLine(host::excel::xlMedium, 16), Own(15), Own(16)};
 }
 
 double NumberAt(const Sheet& sheet, std::int32_t row, std::int32_t column) {
@@ -42,10 +40,10 @@ void DressUp(Chart& chart, const std::string& title) {
   chart.legend = false;
   chart.category.on = chart.value.on = false;
   chart.value.gridlines = true;
-  chart.value.gridline = OwnLine(1, 16, kDotted);
-  chart.area = {Look::Own, 2, 1, PaletteColor(47), PaletteColor(47)};
-  chart.plot = {Look::Own, 2, 1, PaletteColor(17), PaletteColor(24)};
-  chart.plot_border = OwnLine(2, 56);
+  chart.value.gridline = OwnLine(host::excel::xlHairline, 16, host::excel::xlDot);
+  chart.area = {Look::Own, host::excel::msoGradientVertical, 1, PaletteColor(47), PaletteColor(47)};
+  chart.plot = {Look::Own, host::excel::msoGradientVertical, 1, PaletteColor(17), PaletteColor(24)};
+  chart.plot_border = OwnLine(host::excel::xlThin, 56);
   chart.plot_place = ChartBox{0, 0, chart.place.width, chart.place.height};
   chart.title.emplace();
   chart.title->text = title;
@@ -53,17 +51,18 @@ void DressUp(Chart& chart, const std::string& title) {
   chart.title->size = 8;
   chart.title->color = PaletteColor(6);
   chart.title->left = 0;
-  chart.title->top = 62.25;
-  chart.title->border = OwnLine(1, 56);
+  chart.title->border = OwnLine(host::excel::xlHairline, 56);
   chart.title->ground = Look::Own;
   chart.title->interior = PaletteColor(10);
   chart.title->pattern_color = PaletteColor(1);
+  chart.title->top = chart.place.height;
+  chart.title->top = TitleBox(chart).top;  // as far down as can be
 }
 
 void ColorPoints(Chart& chart, const Sheet& sheet) {
   ChartSeries& series = chart.series.front();
-  series.line = {Look::Own, 1, kMedium, kAutomatic};
-  series.marker = kDiamond;
+  series.line = {Look::Own, 1, host::excel::xlMedium, kAutomatic};
+  series.marker = host::excel::xlMarkerStyleDiamond;
   series.marker_size = 6;
   const Area& cells = *series.values;
   for (std::int32_t row = cells.first_row; row <= cells.last_row; ++row) {
@@ -171,7 +170,7 @@ void AddTickerCharts(const std::shared_ptr<Sheet>& sheet, std::int32_t rows) {
   double top = 0;
   for (const std::int32_t column : {4, 5}) {
     Chart& chart = AddChart(sheet, column, kFirstRow + rows - 1);
-    chart.type = column == 4 ? 65 : 51;
+    chart.type = column == 4 ? host::excel::xlLineMarkers : host::excel::xlColumnClustered;
     chart.place = {240, top, 200.25, kHeight - 0.25};  // whole pixels
     top += kHeight - 0.25;
     DressUp(chart, column == 4 ? "Last" : "LastVolume");

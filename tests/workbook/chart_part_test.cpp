@@ -404,5 +404,51 @@ TEST_F(ChartParts, CountAgainstTheLimits) {
               HasSubstr("xl/charts/chart1.xml: too much text"));
 }
 
+// A chart sheet behind (or in front of) the sheet "Prices".
+Parts WithChartSheet(const std::string& chart, const char* more = "", bool is_in_front = false) {
+  Parts parts =
+      WithChart(chart, Drawing("<xdr:absoluteAnchor><xdr:pos x=\"0\" y=\"0\"/><xdr:ext cx=\"9144000\" "
+                               "cy=\"6096000\"/>" +
+                               std::string(kFrame) + "</xdr:absoluteAnchor>"));
+  parts.erase("xl/worksheets/_rels/sheet1.xml.rels");
+  parts["xl/chartsheets/sheet1.xml"] = std::string("<chartsheet>") + more + "</chartsheet>";
+  parts["xl/chartsheets/_rels/sheet1.xml.rels"] = Links("drawing", "../drawings/drawing1.xml");
+  InsertBehind(parts["xl/workbook.xml"], is_in_front ? "<sheets>" : "r:id=\"rId1\"/>",
+               "<sheet name=\"Market\" sheetId=\"2\" r:id=\"rId9\"/>");
+  InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
+               "<Relationship Id=\"rId9\" Type=\"http://x/chartsheet\" Target=\"chartsheets/sheet1.xml\"/>");
+  return parts;
+}
+
+TEST_F(ChartParts, MayFillASheetOfTheirOwn) {
+  const LoadedBook loaded = Read(WithChartSheet(ChartSpace(TitleOf("Last"), Group(kSeries))));
+  EXPECT_THAT(loaded.losses, IsEmpty());
+  ASSERT_THAT(loaded.book->chart_sheets, SizeIs(1));
+  const Chart& chart = *loaded.book->chart_sheets.front();
+  EXPECT_EQ(chart.name, "Market");
+  EXPECT_EQ(chart.place, (ChartBox{0, 0, 720, 480}));
+  EXPECT_EQ(chart.series.front().sheet.lock(), loaded.book->sheets.front());
+  EXPECT_EQ(loaded.book->front_chart, nullptr);
+}
+
+TEST_F(ChartParts, SayWhatIsLostOfAChartSheet) {
+  const std::string usual = ChartSpace("", Group(kSeries));
+  EXPECT_THAT(Read(WithChartSheet(usual, "<pageSetup orientation=\"landscape\"/>")).losses,
+              ElementsAre("Sheet \"Market\": not kept: print settings."));
+  EXPECT_THAT(Read(WithChartSheet(usual, "", true)).losses,
+              ElementsAre("Workbook: not kept: that chart sheets stand before worksheets."));
+  EXPECT_THAT(Read(WithChartSheet(ChartSpace("", "<c:pieChart/>"))).losses,
+              ElementsAre("Sheet \"Market\": not kept: the chart \"Chart 7\", of the type \"pieChart\".",
+                          "Workbook: not kept: \"Market\", a chart sheet."));
+  Parts hidden = WithChartSheet(usual);
+  ReplaceIn(hidden["xl/workbook.xml"], "r:id=\"rId9\"", "r:id=\"rId9\" state=\"hidden\"");
+  EXPECT_THAT(Read(hidden).losses, ElementsAre("Sheet \"Market\": not kept: that it is hidden."));
+  Parts renamed = WithChartSheet(usual);
+  ReplaceIn(renamed["xl/workbook.xml"], "Market", "PRICES");
+  EXPECT_THAT(
+      Read(renamed).losses,
+      ElementsAre("Sheet \"PRICES\" is renamed to \"Chart2\": Another sheet bears this name already."));
+}
+
 }  // namespace
 }  // namespace mirelo::testing

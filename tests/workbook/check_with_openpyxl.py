@@ -93,6 +93,8 @@ def main(file):
                 print(f"width\t{name}\t{column.width:.2f}")
         for chart in sheet._charts:
             print("\n".join(show_chart(chart)))
+    for sheet in book.chartsheets:
+        print("chart sheet\t" + sheet.title)
 
 
 if __name__ == "__main__":

@@ -138,6 +138,7 @@ TEST_F(Interchange, AnotherProgramSeesCharts) {
   const auto& sheet = book->sheets.front();
   AddTickerCharts(sheet, 5);
   sheet->charts.all.back()->series.front().points.clear();
+  book->AddChartSheet();
   workbook::WriteWorkbook(*book, File());
 
   std::vector<std::string> lines = Run("check_with_openpyxl.py", File());
@@ -154,7 +155,7 @@ TEST_F(Interchange, AnotherProgramSeesCharts) {
                                  "point\t4\tFF0000\t993300\t993300",      //
                                  "chart\tBarChart\tLastVolume\t5,5",
                                  "series\t'Quotes_Vertical(MSFT)'!$E$3:$E$7\t-\t-\t-\t-",
-                                 "values\t100,800,400,1100,700"));
+                                 "values\t100,800,400,1100,700", "chart sheet\tChart1"));
 }
 
 TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
@@ -165,7 +166,7 @@ TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
   ASSERT_EQ(sheet->charts.all.size(), 2u);
 
   const Chart& line = *sheet->charts.all[0];
-  EXPECT_EQ(line.type, 65);
+  EXPECT_EQ(line.type, host::excel::xlLineMarkers);
   EXPECT_EQ(line.place.left, 5 * 48);
   EXPECT_EQ(line.place.top, 15);
   EXPECT_NEAR(line.place.width, 15 / 2.54 * 72, 0.01) << "15 cm";
@@ -189,7 +190,7 @@ TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
   EXPECT_EQ(series.points[2].foreground.color, 0x000080);
 
   const Chart& columns = *sheet->charts.all[1];
-  EXPECT_EQ(columns.type, 51);
+  EXPECT_EQ(columns.type, host::excel::xlColumnClustered);
   EXPECT_EQ(columns.place.top, 19 * 15);
   EXPECT_FALSE(columns.title.has_value());
   EXPECT_TRUE(columns.legend);

@@ -151,11 +151,12 @@ TEST_F(Losses, NameLooksThatAreNotKept) {
 
 TEST_F(Losses, NameSheetsOfOtherKinds) {
   Parts parts = SmallWorkbook();
-  InsertBehind(parts["xl/workbook.xml"], "<sheets>", "<sheet name=\"Chart1\" sheetId=\"2\" r:id=\"rId9\"/>");
-  InsertBehind(parts["xl/_rels/workbook.xml.rels"], "relationships\">",
-               "<Relationship Id=\"rId9\" Type=\"http://x/chartsheet\" Target=\"chartsheets/sheet1.xml\"/>");
+  InsertBehind(parts["xl/workbook.xml"], "<sheets>", "<sheet name=\"Dialog1\" sheetId=\"2\" r:id=\"rId9\"/>");
+  InsertBehind(
+      parts["xl/_rels/workbook.xml.rels"], "relationships\">",
+      "<Relationship Id=\"rId9\" Type=\"http://x/dialogsheet\" Target=\"dialogsheets/sheet1.xml\"/>");
   EXPECT_THAT(Open(parts).Losses(),
-              ElementsAre("Workbook: not kept: \"Chart1\", a sheet of the kind \"chartsheet\"."));
+              ElementsAre("Workbook: not kept: \"Dialog1\", a sheet of the kind \"dialogsheet\"."));
 }
 
 TEST_F(Losses, NameSheetsThatMustBeRenamed) {

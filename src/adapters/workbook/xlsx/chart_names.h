@@ -35,17 +35,15 @@ inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 9> kDashN
     {"lgDash", host::excel::xlDash},
 }};
 
-// By XlMarkerStyle.
-inline constexpr std::int32_t kMarkerAutomatic = -4105;
-inline constexpr std::int32_t kMarkerNone = -4142;
+// Some that the program knows can only be brought in by a file.
 inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 11> kMarkerNames{{
-    {"auto", kMarkerAutomatic},
-    {"none", kMarkerNone},
-    {"square", 1},
-    {"diamond", 2},
-    {"triangle", 3},
+    {"auto", host::excel::xlMarkerStyleAutomatic},
+    {"none", host::excel::xlMarkerStyleNone},
+    {"square", host::excel::xlMarkerStyleSquare},
+    {"diamond", host::excel::xlMarkerStyleDiamond},
+    {"triangle", host::excel::xlMarkerStyleTriangle},
     {"star", 5},
-    {"circle", 8},
+    {"circle", host::excel::xlMarkerStyleCircle},
     {"plus", 9},
     {"dash", -4115},
     {"dot", -4118},
@@ -53,10 +51,6 @@ inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 11> kMark
 }};
 inline constexpr std::int32_t kSmallestMarker = 2;  // points
 inline constexpr std::int32_t kLargestMarker = 72;
-
-// The types of charts that are kept, by XlChartType.
-inline constexpr std::int32_t kColumnChart = 51;
-inline constexpr std::int32_t kLineChart = 65;
 
 // How charts move and grow with the cells beneath them, by XlPlacement.
 inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 3> kPlacementNames{

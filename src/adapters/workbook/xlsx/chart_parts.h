@@ -15,6 +15,9 @@ namespace mirelo::workbook {
 // Lays charts that say nothing on a sheet, as many as it has.
 void ReserveCharts(const Sheet& sheet, lxw_workbook* workbook, lxw_worksheet* worksheet);
 
+// Adds the chart sheets behind all others.
+void ReserveChartSheets(const Book& book, lxw_workbook* workbook);
+
 // Puts the charts into the file. Does nothing when the book has none.
 void WriteCharts(const Book& book, const std::filesystem::path& file);
 

@@ -85,7 +85,7 @@ class ChartReader {
       }
       return {};
     }
-    chart_->type = is_line ? kLineChart : kColumnChart;
+    chart_->type = is_line ? host::excel::xlLineMarkers : host::excel::xlColumnClustered;
     return group;
   }
 
@@ -126,7 +126,7 @@ class ChartReader {
   }
 
   void ReadSeries(pugi::xml_node group) {
-    const bool is_line = chart_->type == kLineChart;
+    const bool is_line = chart_->type == host::excel::xlLineMarkers;
     const bool has_markers = Flag(Child(group, "marker"), "val", static_cast<bool>(Child(group, "marker")));
     SeriesReader reader(looks_, losses_, context_.budget, xml_.name(), is_line, has_markers);
     ForEachChild(group, "ser", [&](pugi::xml_node node) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/look_writer.h"
@@ -34,13 +35,16 @@ void AppendParagraph(pugi::xml_node text, std::string_view line, const Letters& 
   AppendText(run, "a:t", EscapeControls(CleanText(line)));
 }
 
-void AppendPlace(pugi::xml_node layout, const ChartTitle& title, const ChartBox& chart) {
+// The place where the title stands: one that was set beyond the chart's edge would hide it in other programs.
+void AppendPlace(pugi::xml_node layout, const Chart& chart) {
+  const ChartTitle& title = *chart.title;
+  const ChartBox box = TitleBox(chart);
   if (!title.left && !title.top) return;
   pugi::xml_node manual = layout.append_child("c:manualLayout");
   if (title.left) AppendValue(manual, "c:xMode", "edge");
   if (title.top) AppendValue(manual, "c:yMode", "edge");
-  if (title.left) AppendValue(manual, "c:x", NumberText(*title.left / chart.width));
-  if (title.top) AppendValue(manual, "c:y", NumberText(*title.top / chart.height));
+  if (title.left) AppendValue(manual, "c:x", NumberText(box.left / chart.place.width));
+  if (title.top) AppendValue(manual, "c:y", NumberText(box.top / chart.place.height));
 }
 
 void AppendGround(pugi::xml_node parent, const ChartTitle& title) {
@@ -62,8 +66,9 @@ void AppendLetters(pugi::xml_node parent, const Letters& letters) {
   paragraph.append_child("a:endParaRPr").append_attribute("lang") = "en-US";
 }
 
-void AppendTitle(pugi::xml_node chart, const ChartTitle& title, const ChartBox& place) {
-  pugi::xml_node node = chart.append_child("c:title");
+void AppendTitle(pugi::xml_node parent, const Chart& chart) {
+  const ChartTitle& title = *chart.title;
+  pugi::xml_node node = parent.append_child("c:title");
   pugi::xml_node text = node.append_child("c:tx").append_child("c:rich");
   AppendBody(text);
   for (std::string_view left = title.text;;) {
@@ -72,7 +77,7 @@ void AppendTitle(pugi::xml_node chart, const ChartTitle& title, const ChartBox& 
     if (end == left.size()) break;
     left.remove_prefix(end + 1);
   }
-  AppendPlace(node.append_child("c:layout"), title, place);
+  AppendPlace(node.append_child("c:layout"), chart);
   AppendValue(node, "c:overlay", "0");
   AppendGround(node, title);
 }

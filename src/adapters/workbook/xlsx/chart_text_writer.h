@@ -15,8 +15,8 @@ struct Letters {
 // Appends the element "txPr", which tells how letters look.
 void AppendLetters(pugi::xml_node parent, const Letters& letters);
 
-// Appends the title of a chart of this place.
-void AppendTitle(pugi::xml_node chart, const ChartTitle& title, const ChartBox& place);
+// Appends the title that a chart has.
+void AppendTitle(pugi::xml_node parent, const Chart& chart);
 
 // Appends an extension, which other programs pass over; what stands in it has the prefix "m".
 pugi::xml_node AppendExtension(pugi::xml_node parent);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_text_writer.h"
 #include "adapters/workbook/xlsx/look_writer.h"
@@ -34,10 +35,10 @@ class ChartWriter {
   }
 
  private:
-  bool IsLine() const { return chart_.type == kLineChart; }
+  bool IsLine() const { return chart_.type == host::excel::xlLineMarkers; }
 
   void WriteChart(pugi::xml_node node) {
-    if (chart_.title) AppendTitle(node, *chart_.title, chart_.place);
+    if (chart_.title) AppendTitle(node, chart_);
     AppendValue(node, "c:autoTitleDeleted", chart_.title ? "0" : "1");
     WritePlot(node.append_child("c:plotArea"));
     if (chart_.legend) {
@@ -69,7 +70,7 @@ class ChartWriter {
 
   void WritePlotPlace(pugi::xml_node layout) const {
     if (!chart_.plot_place) return;
-    const ChartBox& place = *chart_.plot_place;
+    const ChartBox place = PlotBox(chart_);
     pugi::xml_node manual = layout.append_child("c:manualLayout");
     AppendValue(manual, "c:layoutTarget", "outer");  // with the labels of its axes
     AppendValue(manual, "c:xMode", "edge");

@@ -41,6 +41,22 @@ constexpr std::array kShapeWords = std::to_array<PartWord>({
     {"AlternateContent", "shapes of newer programs"},
 });
 
+constexpr std::array kChartSheetWords = std::to_array<PartWord>({
+    {"sheetPr", ""},
+    {"sheetViews", ""},
+    {"pageMargins", ""},
+    {"drawing", ""},
+    {"extLst", ""},
+    {"sheetProtection", "protection"},
+    {"customSheetViews", "custom views"},
+    {"pageSetup", "print settings"},
+    {"headerFooter", "page headers and footers"},
+    {"legacyDrawing", "shapes"},
+    {"legacyDrawingHF", "page headers and footers"},
+    {"picture", "a background picture"},
+    {"webPublishItems", "web publishing"},
+});
+
 // The number of a name that the spreadsheet itself gave; 0 for others.
 std::int32_t NumberIn(std::string_view name) {
   if (!name.starts_with(kStandardName)) return 0;
@@ -179,6 +195,21 @@ void ReadCharts(SheetContext& context, const Relationships& links, Sheet& sheet)
   for (const Relationship& link : links.all()) {
     if (link.type == "drawing" && !link.external) DrawingReader(context, link.target, sheet).Read();
   }
+}
+
+std::shared_ptr<Chart> ReadChartSheet(SheetContext& context, const std::string& part,
+                                      const std::string& name) {
+  const XmlPart xml(context.package, part, "chartsheet");
+  Sheet stand_in(name);
+  ReportElements(xml.root(), kChartSheetWords,
+                 [&](const std::string& meaning) { context.losses.Add(name, "not kept: " + meaning + "."); });
+  ReadCharts(context, Relationships(context.package, part), stand_in);
+  if (stand_in.charts.all.empty()) return nullptr;
+  std::shared_ptr<Chart> chart = stand_in.charts.all.front();
+  chart->name = name;
+  chart->placement = Chart().placement;
+  chart->place.left = chart->place.top = 0;
+  return chart;
 }
 
 }  // namespace mirelo::workbook

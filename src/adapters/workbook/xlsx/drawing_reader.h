@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "adapters/workbook/xlsx/relationships.h"
 #include "adapters/workbook/xlsx/sheet_reader.h"
 
@@ -8,5 +11,9 @@ namespace mirelo::workbook {
 // Reads the charts that lie on a sheet, from the drawing that it refers to if it does. What else lies there
 // is a loss. Widths and heights of the sheet must have been read.
 void ReadCharts(SheetContext& context, const Relationships& links, Sheet& sheet);
+
+// Reads the part of a chart sheet of this name. Null when the type of its chart is not kept.
+std::shared_ptr<Chart> ReadChartSheet(SheetContext& context, const std::string& part,
+                                      const std::string& name);
 
 }  // namespace mirelo::workbook

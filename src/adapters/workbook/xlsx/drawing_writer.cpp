@@ -16,16 +16,24 @@ namespace {
 
 constexpr std::size_t kFirstShape = 2;  // the number 1 is the drawing's own
 
+std::int64_t Emu(double points) { return std::llround(points * double{kEmuPerPoint}); }
+
 void AppendCorner(pugi::xml_node anchor, const char* name, const SheetMeasure& measure, double left,
                   double top) {
-  const auto emu = [](double points) { return std::llround(points * double{kEmuPerPoint}); };
-  const Ruler::Mark column = measure.columns.MarkAt(emu(left));
-  const Ruler::Mark row = measure.rows.MarkAt(emu(top));
+  const Ruler::Mark column = measure.columns.MarkAt(Emu(left));
+  const Ruler::Mark row = measure.rows.MarkAt(Emu(top));
   pugi::xml_node corner = anchor.append_child(name);
   AppendText(corner, "xdr:col", std::to_string(column.number - 1));
   AppendText(corner, "xdr:colOff", std::to_string(column.offset));
   AppendText(corner, "xdr:row", std::to_string(row.number - 1));
   AppendText(corner, "xdr:rowOff", std::to_string(row.offset));
+}
+
+void AppendPair(pugi::xml_node parent, const char* name, const char* first, std::int64_t one,
+                const char* second, std::int64_t other) {
+  pugi::xml_node pair = parent.append_child(name);
+  pair.append_attribute(first) = one;
+  pair.append_attribute(second) = other;
 }
 
 void AppendFrame(pugi::xml_node anchor, const Chart& chart, std::size_t index) {
@@ -37,12 +45,8 @@ void AppendFrame(pugi::xml_node anchor, const Chart& chart, std::size_t index) {
   shape.append_attribute("name") = EscapeControls(CleanText(chart.name)).c_str();
   about.append_child("xdr:cNvGraphicFramePr");
   pugi::xml_node transform = frame.append_child("xdr:xfrm");  // the anchor's say, though the format wants one
-  pugi::xml_node offset = transform.append_child("a:off");
-  offset.append_attribute("x") = 0;
-  offset.append_attribute("y") = 0;
-  pugi::xml_node extent = transform.append_child("a:ext");
-  extent.append_attribute("cx") = 0;
-  extent.append_attribute("cy") = 0;
+  AppendPair(transform, "a:off", "x", 0, "y", 0);
+  AppendPair(transform, "a:ext", "cx", 0, "cy", 0);
   pugi::xml_node data = frame.append_child("a:graphic").append_child("a:graphicData");
   data.append_attribute("uri") = "http://schemas.openxmlformats.org/drawingml/2006/chart";
   data.append_child("c:chart").append_attribute("r:id") = ("rId" + std::to_string(index + 1)).c_str();
@@ -59,18 +63,33 @@ void AppendAnchor(pugi::xml_node root, const SheetMeasure& measure, const Chart&
   anchor.append_child("xdr:clientData");
 }
 
-}  // namespace
-
-std::string DrawingXml(const Sheet& sheet) {
-  const SheetMeasure measure(sheet);
-  pugi::xml_document document;
+pugi::xml_node AppendRoot(pugi::xml_document& document) {
   pugi::xml_node root = document.append_child("xdr:wsDr");
   root.append_attribute("xmlns:xdr") = "http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing";
   root.append_attribute("xmlns:a") = "http://schemas.openxmlformats.org/drawingml/2006/main";
   root.append_attribute("xmlns:c") = "http://schemas.openxmlformats.org/drawingml/2006/chart";
   root.append_attribute("xmlns:r") = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+  return root;
+}
+
+}  // namespace
+
+std::string DrawingXml(const Sheet& sheet) {
+  const SheetMeasure measure(sheet);
+  pugi::xml_document document;
+  const pugi::xml_node root = AppendRoot(document);
   for (std::size_t i = 0; i < sheet.charts.all.size(); ++i)
     AppendAnchor(root, measure, *sheet.charts.all[i], i);
+  return XmlText(document);
+}
+
+std::string DrawingXml(const Chart& chart_sheet) {
+  pugi::xml_document document;
+  pugi::xml_node anchor = AppendRoot(document).append_child("xdr:absoluteAnchor");
+  AppendPair(anchor, "xdr:pos", "x", 0, "y", 0);
+  AppendPair(anchor, "xdr:ext", "cx", Emu(chart_sheet.place.width), "cy", Emu(chart_sheet.place.height));
+  AppendFrame(anchor, chart_sheet, 0);
+  anchor.append_child("xdr:clientData");
   return XmlText(document);
 }
 

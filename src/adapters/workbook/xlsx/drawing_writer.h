@@ -10,4 +10,7 @@ namespace mirelo::workbook {
 // of the pile.
 std::string DrawingXml(const Sheet& sheet);
 
+// The same for a chart sheet, which has one chart from corner to corner.
+std::string DrawingXml(const Chart& chart_sheet);
+
 }  // namespace mirelo::workbook

@@ -71,14 +71,14 @@ bool IsSame(const Chart& a, const Chart& b) {
                     [](const auto& one, const auto& other) { return IsSame(one, other); });
 }
 
-bool IsSame(const SheetCharts& a, const SheetCharts& b) {
-  return std::equal(a.all.begin(), a.all.end(), b.all.begin(), b.all.end(),
+bool IsSame(const std::vector<std::shared_ptr<Chart>>& a, const std::vector<std::shared_ptr<Chart>>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](const auto& one, const auto& other) { return IsSame(*one, *other); });
 }
 
 bool IsSame(const Sheet& a, const Sheet& b) {
   if (a.name != b.name || a.cells.Count() != b.cells.Count() || !IsSame(a.comments, b.comments) ||
-      !IsSame(a.conditions, b.conditions) || !IsSame(a.charts, b.charts)) {
+      !IsSame(a.conditions, b.conditions) || !IsSame(a.charts.all, b.charts.all)) {
     return false;
   }
   bool is_same = true;
@@ -91,7 +91,7 @@ bool IsSame(const Sheet& a, const Sheet& b) {
 }
 
 bool IsSame(const Book& a, const Book& b) {
-  if (a.sheets.size() != b.sheets.size()) return false;
+  if (a.sheets.size() != b.sheets.size() || !IsSame(a.chart_sheets, b.chart_sheets)) return false;
   for (std::size_t i = 0; i < a.sheets.size(); ++i) {
     if (!IsSame(*a.sheets[i], *b.sheets[i])) return false;
   }

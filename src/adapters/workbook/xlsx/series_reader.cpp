@@ -21,7 +21,8 @@ constexpr std::string_view kColumnEffects = "colours of columns below zero";
 bool HasShape(pugi::xml_node marker) { return Child(marker, "symbol") || Child(marker, "size"); }
 
 std::int32_t SymbolOf(pugi::xml_node marker) {
-  return NumberOf(kMarkerNames, Attribute(Child(marker, "symbol"), "val")).value_or(kMarkerAutomatic);
+  return NumberOf(kMarkerNames, Attribute(Child(marker, "symbol"), "val"))
+      .value_or(host::excel::xlMarkerStyleAutomatic);
 }
 
 std::int32_t SizeOf(pugi::xml_node marker, std::int32_t if_absent) {
@@ -53,7 +54,8 @@ SeriesReader::Result SeriesReader::Read(pugi::xml_node node) {
 void SeriesReader::ReadMarker(pugi::xml_node marker, ChartSeries& series) const {
   const pugi::xml_node shape = Child(marker, "spPr");
   series.marker = SymbolOf(marker);
-  if (series.marker == kMarkerAutomatic && !has_markers_) series.marker = kMarkerNone;
+  if (series.marker == host::excel::xlMarkerStyleAutomatic && !has_markers_)
+    series.marker = host::excel::xlMarkerStyleNone;
   losses_.AddIf(Attribute(Child(marker, "symbol"), "val") == "picture", "pictures as markers");
   series.marker_size = SizeOf(marker, series.marker_size);
   series.background = looks_.PlainFill(shape);

@@ -37,7 +37,10 @@ std::string PlottedText(const CellValue& value) {
 class SeriesWriter {
  public:
   SeriesWriter(const Chart& chart, std::size_t index, const Book& book)
-      : series_(chart.series[index]), index_(index), is_line_(chart.type == kLineChart), book_(book) {}
+      : series_(chart.series[index]),
+        index_(index),
+        is_line_(chart.type == host::excel::xlLineMarkers),
+        book_(book) {}
 
   void Write(pugi::xml_node node) const {
     AppendValue(node, "c:idx", std::to_string(index_));
@@ -73,7 +76,8 @@ class SeriesWriter {
                     const PointColor& foreground) const {
     pugi::xml_node marker = node.append_child(name);
     const std::string symbol(WordOf(kMarkerNames, series_.marker));
-    if (series_.marker != kMarkerAutomatic && !symbol.empty()) AppendValue(marker, "c:symbol", symbol);
+    if (series_.marker != host::excel::xlMarkerStyleAutomatic && !symbol.empty())
+      AppendValue(marker, "c:symbol", symbol);
     AppendValue(marker, "c:size", std::to_string(series_.marker_size));
     if (background.look == Look::Automatic && foreground.look == Look::Automatic) return;
     pugi::xml_node shape = AppendShape(marker);

@@ -101,8 +101,8 @@ constexpr std::array kWorkbookElements = std::to_array<PartWord>({
 
 constexpr std::array kWorkbookParts = std::to_array<PartWord>({
     {"calcChain", ""},
-    {"chartsheet", ""},   // reported with its name
-    {"dialogsheet", ""},  // likewise, and the next
+    {"chartsheet", ""},   // looked into by itself
+    {"dialogsheet", ""},  // reported with its name, and the next
     {"xlMacrosheet", ""},
     {"sharedStrings", ""},
     {"styles", ""},

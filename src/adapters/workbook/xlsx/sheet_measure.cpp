@@ -3,15 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 
 namespace mirelo::workbook {
-
-namespace {
-
-constexpr double kStandardHeight = 15;  // points
-
-}  // namespace
 
 Ruler Ruler::OfColumns(const Sheet& sheet) {
   Ruler ruler(kColumns);
@@ -24,7 +19,7 @@ Ruler Ruler::OfColumns(const Sheet& sheet) {
 Ruler Ruler::OfRows(const Sheet& sheet) {
   Ruler ruler(kRows);
   sheet.heights.ForEach(1, kRows, [&](std::int32_t first, std::int32_t last, const RowHeight& height) {
-    const double points = height.points > 0 ? height.points : kStandardHeight;
+    const double points = height.points > 0 ? height.points : kStandardRowHeight;
     ruler.Add(first, last, height.hidden ? 0 : std::llround(points * double{kEmuPerPoint}));
   });
   return ruler;

@@ -8,6 +8,7 @@
 
 #include "adapters/workbook/sheet_name.h"
 #include "adapters/workbook/text_units.h"
+#include "adapters/workbook/xlsx/drawing_reader.h"
 #include "adapters/workbook/xlsx/properties_reader.h"
 #include "adapters/workbook/xlsx/relationships.h"
 #include "adapters/workbook/xlsx/sheet_losses.h"
@@ -76,7 +77,7 @@ class WorkbookReader {
     ForEachChild(Child(xml_.root(), "sheets"), "sheet", [&](pugi::xml_node node) {
       if (static_cast<std::size_t>(++place) > package_.limits().sheets)
         throw Damaged(xml_.name(), "too many sheets");
-      places_.push_back(book_->sheets.size());
+      places_.push_back({book_->sheets.size(), nullptr});
       ReadSheetEntry(context, node);
     });
     if (book_->sheets.empty()) throw Damaged(xml_.name(), "the workbook has no worksheet");
@@ -86,26 +87,55 @@ class WorkbookReader {
     const std::string name = CleanText(Attribute(node, "name"));
     const Relationship* link = links_.FindId(Attribute(node, "id"));
     if (link == nullptr || link->external) throw Damaged(xml_.name(), "sheet \"" + name + "\" has no part");
-    if (link->type != "worksheet") {
+    if (link->type == "worksheet") {
+      ReadWorksheet(context, node, link->target, name);
+    } else if (link->type == "chartsheet") {
+      ReadChartSheetEntry(context, node, link->target, name);
+    } else {
       losses_.Add("Workbook: not kept: \"" + name + "\", a sheet of the kind \"" + link->type + "\".");
-      return;
     }
+  }
+
+  void ReadWorksheet(SheetContext& context, pugi::xml_node node, const std::string& part,
+                     const std::string& name) {
     auto sheet = std::make_shared<Sheet>(name);
-    if (const std::string_view objection = NameObjection(*book_, *sheet, name); !objection.empty()) {
-      sheet->name = FreeName(*sheet);
-      losses_.Add("Sheet \"" + name + "\" is renamed to \"" + sheet->name + "\": " + std::string(objection));
-    }
+    MakeNameFit(*sheet, "Sheet");
     const std::string_view state = Attribute(node, "state");
     sheet->hidden = state == "hidden" || state == "veryHidden";
     if (state == "veryHidden") losses_.Add(sheet->name, "becomes a sheet that a person can unhide.");
+    if (!book_->chart_sheets.empty())
+      losses_.Add("Workbook: not kept: that chart sheets stand before worksheets.");
     book_->sheets.push_back(sheet);
     names_.push_back(name);
-    ReadSheet(context, link->target, *sheet);
+    ReadSheet(context, part, *sheet);
   }
 
-  std::string FreeName(const Sheet& sheet) const {
+  void ReadChartSheetEntry(SheetContext& context, pugi::xml_node node, const std::string& part,
+                           const std::string& name) {
+    const auto chart = ReadChartSheet(context, part, name);
+    if (chart == nullptr) {
+      losses_.Add("Workbook: not kept: \"" + name + "\", a chart sheet.");
+      return;
+    }
+    MakeNameFit(*chart, "Chart");
+    if (Attribute(node, "state").ends_with("idden")) losses_.Add(chart->name, "not kept: that it is hidden.");
+    book_->chart_sheets.push_back(chart);
+    places_.back().chart = chart;
+  }
+
+  // Gives a worksheet or chart sheet another name when it may not bear its own.
+  template <class T>
+  void MakeNameFit(T& sheet, const std::string& kind) {
+    const std::string_view objection = NameObjection(*book_, sheet, sheet.name);
+    if (objection.empty()) return;
+    const std::string old = std::exchange(sheet.name, FreeName(sheet, kind));
+    losses_.Add("Sheet \"" + old + "\" is renamed to \"" + sheet.name + "\": " + std::string(objection));
+  }
+
+  template <class T>
+  std::string FreeName(const T& sheet, const std::string& kind) const {
     for (std::size_t number = book_->sheets.size() + 1;; ++number) {
-      std::string name = "Sheet" + std::to_string(number);
+      std::string name = kind + std::to_string(number);
       if (NameObjection(*book_, sheet, name).empty()) return name;
     }
   }
@@ -114,7 +144,10 @@ class WorkbookReader {
   void ReadActiveSheet() {
     const auto tab =
         Number<std::size_t>(Child(Child(xml_.root(), "bookViews"), "workbookView"), "activeTab").value_or(0);
-    if (tab < places_.size()) book_->active = std::min(places_[tab], book_->sheets.size() - 1);
+    if (tab < places_.size()) {
+      book_->active = std::min(places_[tab].worksheets_before, book_->sheets.size() - 1);
+      book_->front_chart = places_[tab].chart;
+    }
     if (!book_->sheets[book_->active]->hidden) return;
     const auto visible =
         std::find_if(book_->sheets.begin(), book_->sheets.end(), [](const auto& s) { return !s->hidden; });
@@ -131,8 +164,12 @@ class WorkbookReader {
   Relationships links_;
   std::shared_ptr<Book> book_;
   Losses losses_;
-  std::vector<std::string> names_;   // that the file gives the book's sheets
-  std::vector<std::size_t> places_;  // of each sheet in the file, how many worksheets stand before it
+  std::vector<std::string> names_;  // that the file gives the book's sheets
+  struct Place {
+    std::size_t worksheets_before;
+    std::shared_ptr<Chart> chart;  // of a chart sheet
+  };
+  std::vector<Place> places_;  // of each sheet in the file
 };
 
 }  // namespace

@@ -62,13 +62,15 @@ void CheckCharts(const Book& book) {
   std::size_t charts = 0;
   std::size_t series = 0;
   std::size_t points = 0;
+  const auto count = [&](const Chart& chart) {
+    ++charts;
+    series += chart.series.size();
+    for (const ChartSeries& one : chart.series) points += one.points.size();
+  };
   for (const auto& sheet : book.sheets) {
-    charts += sheet->charts.all.size();
-    for (const auto& chart : sheet->charts.all) {
-      series += chart->series.size();
-      for (const ChartSeries& one : chart->series) points += one.points.size();
-    }
+    for (const auto& chart : sheet->charts.all) count(*chart);
   }
+  for (const auto& chart : book.chart_sheets) count(*chart);
   if (charts > limits.charts || series > limits.chart_series || points > limits.chart_points)
     throw Refused("The workbook has too many charts to be saved.");
 }
@@ -98,11 +100,12 @@ void WriteWorkbook(const Book& book, const std::filesystem::path& file) {
     const Sheet& sheet = *book.sheets[i];
     lxw_worksheet* worksheet = workbook_add_worksheet(workbook.get(), sheet.name.c_str());
     if (worksheet == nullptr) throw Refused("The sheet \"" + sheet.name + "\" cannot be written.");
-    if (i == book.active) worksheet_activate(worksheet);
+    if (i == book.active && book.front_chart == nullptr) worksheet_activate(worksheet);
     if (sheet.hidden) worksheet_hide(worksheet);
     WriteSheet(sheet, worksheet, formats);
     ReserveCharts(sheet, workbook.get(), worksheet);
   }
+  ReserveChartSheets(book, workbook.get());
   WriteProperties(workbook.get(), book.properties);
   CheckWriter(workbook_close(workbook.release()));
   WriteCharts(book, file);
