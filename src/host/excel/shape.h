@@ -12,7 +12,8 @@ namespace mirelo::host::excel {
 
 class Chart;
 
-// Something that floats over the cells of a sheet.
+// Something that floats over the cells of a sheet. A chart stays where it is when cells move or grow; a
+// comment's box goes with its cell.
 class Shape : public Selectable {
  public:
   std::string_view TypeName() const override { return "Shape"; }

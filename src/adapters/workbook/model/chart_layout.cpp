@@ -55,6 +55,13 @@ ChartBox TitleBox(const Chart& chart) {
   return box;
 }
 
+void KeepTitleWithin(Chart& chart) {
+  if (!chart.title) return;
+  const ChartBox box = TitleBox(chart);
+  if (chart.title->left) chart.title->left = box.left;
+  if (chart.title->top) chart.title->top = box.top;
+}
+
 ChartBox PlotBox(const Chart& chart) {
   ChartBox box = chart.plot_place.value_or(FreeBox(chart));
   box.width = std::clamp(box.width, std::min(kLeastPlot, chart.place.width), chart.place.width);
@@ -81,6 +88,7 @@ void Resize(Chart& chart, double width, double height) {
   if (chart.title->left) *chart.title->left *= across;
   if (chart.title->top) *chart.title->top *= down;
   ScaleLetters(chart.title->size, chart.title->scales, across * down);
+  KeepTitleWithin(chart);
 }
 
 }  // namespace mirelo::workbook

@@ -11,6 +11,9 @@ namespace mirelo::workbook {
 // set, it stands 6 points below the chart's top edge in the middle.
 ChartBox TitleBox(const Chart& chart);
 
+// Moves a title that was set beyond the chart's edge back to it.
+void KeepTitleWithin(Chart& chart);
+
 // The place that was set, or what the title, a legend of 72 points at the right, and 6 points at each edge
 // leave.
 ChartBox PlotBox(const Chart& chart);

@@ -115,14 +115,20 @@ double ChartTitleObject::Left() {
   return TitleBox(*place_.chart).left;
 }
 
-void ChartTitleObject::Left(double points) { Title().left = CheckedPoints(points); }
+void ChartTitleObject::Left(double points) {
+  Title().left = CheckedPoints(points);
+  KeepTitleWithin(*place_.chart);
+}
 
 double ChartTitleObject::Top() {
   Title();
   return TitleBox(*place_.chart).top;
 }
 
-void ChartTitleObject::Top(double points) { Title().top = CheckedPoints(points); }
+void ChartTitleObject::Top(double points) {
+  Title().top = CheckedPoints(points);
+  KeepTitleWithin(*place_.chart);
+}
 
 std::shared_ptr<excel::Border> ChartTitleObject::Border() {
   Title();
