@@ -68,7 +68,8 @@ void HistorySheet::ReadHistory() {
   const Variant block = sheet_->Cells(kFirstRow, 1)->Resize(last - kFirstRow + 1, width)->Value();
   const auto cell = [&](std::int32_t r, std::int32_t c) {
     const Variant& value = block.IsArray() ? block.AsArray()(r, c) : block;
-    return value.IsText() ? Variant("'" + value.ToText()) : value;  // it goes back as it is
+    return value.IsText() ? Variant(std::string("'").append(value.ToText()))
+                          : value;  // it goes back as it is
   };
   for (std::int32_t r = last - kFirstRow + 1; r >= 1 && row_count_ == 0; --r) {
     for (std::int32_t c = 1; c <= width; ++c) {

@@ -26,7 +26,7 @@ std::string TimeNow() {
 fs::path FreeNameBeside(const fs::path& file) {
   for (int number = 1;; ++number) {
     fs::path name = file.stem();
-    name += "-" + std::to_string(number);
+    name += std::string("-").append(std::to_string(number));
     name += file.extension();
     fs::path beside = file.parent_path() / name;
     std::error_code ignored;
