@@ -40,7 +40,8 @@ class StillScreen {
 DayTables::DayTables(host::excel::Application& application, cMirelo& facade)
     : application_(application),
       table_(application, VisibleColumns()),
-      rows_(table_.Tickers().size(), QuoteRow(table_.Columns().size())) {
+      rows_(table_.Tickers().size(), QuoteRow(table_.Columns().size())),
+      charts_(application, facade, table_.Columns()) {
   const bool vertical = facade.VerticalTable() != 0;
   for (std::size_t ticker = 0; ticker < rows_.size(); ++ticker) {
     const std::string& name = Tickers()[ticker];
@@ -48,6 +49,7 @@ DayTables::DayTables(host::excel::Application& application, cMirelo& facade)
     if (!vertical) continue;
     if (auto history = HistorySheet::Find(application_, VerticalSheetName(facade.UserVerticalSheet(), name),
                                           Columns(), facade.RowsLimit())) {
+      charts_.Add(ticker, history->Sheet());
       histories_.emplace(ticker, *std::move(history));
     }
   }
@@ -67,6 +69,7 @@ void DayTables::Take(std::size_t ticker, const QuoteRow& row) {
   const auto history = histories_.find(ticker);
   if (history == histories_.end()) return;
   history->second.Append(row);
+  charts_.Take(ticker, row);
   if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
 }
 
@@ -93,6 +96,7 @@ std::int64_t DayTables::Write() {
   for (const std::size_t ticker : touched_) {
     if (!histories_.at(ticker).Write()) ++full_sheets_;
   }
+  charts_.Update(touched_);
   touched_.clear();
   return std::exchange(unwritten_, 0);
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/day_charts.h"
 #include "app/history_sheet.h"
 #include "app/quote_rows.h"
 #include "app/quote_sheet.h"
@@ -46,6 +47,8 @@ class DayTables {
   // Columns as wide as what they hold.
   void Fit() { table_.Fit(); }
 
+  // Why charts stand still; empty while they follow.
+  const std::string& ChartFailure() const { return charts_.Failure(); }
   // How many sheets have no room for more history.
   int FullSheets() const { return full_sheets_; }
 
@@ -56,7 +59,8 @@ class DayTables {
   QuoteSheet table_;
   QuoteRows rows_;
   std::map<std::size_t, HistorySheet> histories_;  // by the ticker's number
-  std::vector<std::size_t> touched_;               // of them, those with rows to write
+  DayCharts charts_;
+  std::vector<std::size_t> touched_;  // of them, those with rows to write
   std::int64_t unwritten_ = 0;
   int full_sheets_ = 0;
 };

@@ -48,7 +48,7 @@ void DayView::Summarize(const std::string& file) const {
   if (const auto& sheets = tables.HistorySheets(); !sheets.empty()) {
     std::cout << ", and at " << sheets.front();
     if (sheets.size() > 1) std::cout << " and " << sheets.size() - 1 << " more like it";
-    std::cout << " for the history";
+    std::cout << " for the history and its charts";
   }
   std::cout << std::endl;
 }

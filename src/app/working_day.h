@@ -97,6 +97,7 @@ class WorkingDay {
   std::int64_t written_ = 0;
   bool over_ = false;
   bool told_full_ = false;
+  bool told_charts_ = false;
   host::MessageLoop::Milliseconds write_pause_;
   host::MessageLoop::Token asking_ = 0;
   host::MessageLoop::Token writing_ = 0;
