@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <functional>
 
 #include "adapters/workbook/atomic_file.h"
@@ -8,6 +10,8 @@
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/constants.h"
+#include "support/child_process.h"
+#include "support/error_number.h"
 #include "workbook/chart_models.h"
 #include "workbook/workbook_files.h"
 
@@ -355,6 +359,30 @@ TEST_F(ChartFiles, ReplaceTheOldFileAsAWhole) {
             std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
   CheckSaved(*book, File());
   EXPECT_THAT(FolderListing(), ElementsAre("quotes.xlsx"));
+}
+
+TEST_F(ChartFiles, KeepTheOldFileWhenTheDiskIsFull) {
+  const auto book = BookWithHistory(1000);
+  AddTickerCharts(book->sheets.front(), 1000);
+  const auto save = [&] {
+    ReplaceFile(File(), [&](const std::filesystem::path& fresh) { WriteWorkbook(*book, fresh); });
+  };
+  save();
+  const auto size = static_cast<rlim_t>(std::filesystem::file_size(File()));
+  WriteBytes(File(), "old");
+  for (const rlim_t missing : {100, 4000}) {  // room for the file without what its charts say
+    ChildProcess child([&](const ChildProcess::Test& test) {
+      std::signal(SIGXFSZ, SIG_IGN);
+      const rlimit limit{size - missing, size - missing};
+      if (setrlimit(RLIMIT_FSIZE, &limit) == 0) test.Report(NumberOf(save));
+    });
+    std::int32_t error = 0;
+    EXPECT_TRUE(child.Read(error));
+    EXPECT_TRUE(child.Finish());
+    EXPECT_EQ(error, 61);
+    EXPECT_TRUE(BytesOf(File()) == "old");
+    EXPECT_THAT(FolderListing(), ElementsAre("quotes.xlsx"));
+  }
 }
 
 TEST_F(ChartFiles, AreMissedWhenTheyDoNotReadBack) {

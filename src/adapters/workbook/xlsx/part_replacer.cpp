@@ -19,6 +19,7 @@ namespace {
 
 constexpr zip_uint16_t kNoTime = 0;
 constexpr zip_uint16_t kFirstDay = 1 << 5 | 1;  // 1 January 1980, which the writer gives all parts
+constexpr zip_int64_t kToItsEnd = -1;
 
 [[noreturn]] void Fail(const std::string& why) {
   throw Refused("The workbook cannot be written: its charts cannot be put into the file (" + why + ").");
@@ -34,48 +35,78 @@ struct DiscardArchive {
 };
 using Archive = std::unique_ptr<zip_t, DiscardArchive>;
 
-// An archive in memory, where it is made anew.
-class MemoryArchive {
+// Opens a buffer as an archive, which takes it over; the buffer stays the caller's as well.
+Archive OpenArchive(zip_source_t* buffer, int flags) {
+  if (buffer == nullptr) throw Errors::OutOfMemory();
+  Archive archive(zip_open_from_source(buffer, flags, nullptr));
+  if (archive == nullptr) Fail("it is no archive");
+  zip_source_keep(buffer);
+  return archive;
+}
+
+// An archive that is made anew from another one. To change the other one itself would be less work, but then
+// libzip frees a buffer that is not its own.
+class Repacker {
  public:
-  explicit MemoryArchive(const std::vector<char>& bytes)
-      : source_(zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr)) {
-    if (source_ == nullptr) throw Errors::OutOfMemory();
-    archive_.reset(zip_open_from_source(source_.get(), 0, nullptr));
-    if (archive_ == nullptr) Fail("it is no archive");
-    zip_source_keep(source_.get());  // as the archive has taken it over
-  }
+  explicit Repacker(const std::vector<char>& old)
+      : old_buffer_(zip_source_buffer_create(old.data(), old.size(), 0, nullptr)),
+        old_(OpenArchive(old_buffer_.get(), ZIP_RDONLY)),
+        new_buffer_(zip_source_buffer_create(nullptr, 0, 0, nullptr)),
+        new_(OpenArchive(new_buffer_.get(), ZIP_TRUNCATE)) {}
 
-  // `text` must live until Close.
-  void Replace(const std::string& part, const std::string& text) {
-    const std::int64_t index = zip_name_locate(archive_.get(), part.c_str(), 0);
-    if (index < 0) Fail("there is no part " + part);
-    const auto place = static_cast<std::uint64_t>(index);
-    zip_source_t* source = zip_source_buffer(archive_.get(), text.data(), text.size(), 0);
-    if (source == nullptr) throw Errors::OutOfMemory();
-    if (zip_file_replace(archive_.get(), place, source, 0) != 0) {
-      zip_source_free(source);
-      Fail(zip_strerror(archive_.get()));
+  // The texts must live until the packing is done.
+  std::vector<char> Pack(const std::map<std::string, std::string>& texts) {
+    std::size_t replaced = 0;
+    const zip_int64_t count = zip_get_num_entries(old_.get(), 0);
+    for (zip_int64_t i = 0; i < count; ++i) {
+      const auto index = static_cast<zip_uint64_t>(i);
+      const char* name = zip_get_name(old_.get(), index, 0);
+      if (name == nullptr) Fail(zip_strerror(old_.get()));
+      const auto text = texts.find(name);
+      if (text != texts.end()) ++replaced;
+      Add(name, text == texts.end() ? AsPacked(index) : Of(text->second));
     }
-    if (zip_file_set_dostime(archive_.get(), place, kNoTime, kFirstDay, 0) != 0)
-      Fail(zip_strerror(archive_.get()));
-  }
-
-  std::vector<char> Close() {
-    if (zip_close(archive_.get()) != 0) Fail(zip_strerror(archive_.get()));
-    archive_.release();
-    zip_stat_t stat;
-    if (zip_source_stat(source_.get(), &stat) != 0 || zip_source_open(source_.get()) != 0)
-      Fail("it cannot be read again");
-    std::vector<char> bytes(static_cast<std::size_t>(stat.size));
-    const std::int64_t count = zip_source_read(source_.get(), bytes.data(), bytes.size());
-    zip_source_close(source_.get());
-    if (count != static_cast<std::int64_t>(bytes.size())) Fail("it cannot be read again");
-    return bytes;
+    if (replaced != texts.size()) Fail("a part is missing");
+    return Close();
   }
 
  private:
-  Source source_;
-  Archive archive_;  // goes first
+  zip_source_t* AsPacked(zip_uint64_t index) {
+    return zip_source_zip(new_.get(), old_.get(), index, ZIP_FL_COMPRESSED, 0, kToItsEnd);
+  }
+  zip_source_t* Of(const std::string& text) {
+    return zip_source_buffer(new_.get(), text.data(), text.size(), 0);
+  }
+
+  void Add(const char* name, zip_source_t* source) {
+    if (source == nullptr) Fail(zip_strerror(new_.get()));
+    const zip_int64_t index = zip_file_add(new_.get(), name, source, ZIP_FL_ENC_UTF_8);
+    if (index < 0) {
+      zip_source_free(source);
+      Fail(zip_strerror(new_.get()));
+    }
+    if (zip_file_set_dostime(new_.get(), static_cast<zip_uint64_t>(index), kNoTime, kFirstDay, 0) != 0)
+      Fail(zip_strerror(new_.get()));
+  }
+
+  std::vector<char> Close() {
+    if (zip_close(new_.get()) != 0) Fail(zip_strerror(new_.get()));
+    new_.release();
+    zip_stat_t stat;
+    if (zip_source_stat(new_buffer_.get(), &stat) != 0 || zip_source_open(new_buffer_.get()) != 0)
+      Fail("it cannot be read again");
+    std::vector<char> bytes(static_cast<std::size_t>(stat.size));
+    const zip_int64_t count = zip_source_read(new_buffer_.get(), bytes.data(), bytes.size());
+    zip_source_close(new_buffer_.get());
+    if (count != static_cast<zip_int64_t>(bytes.size())) Fail("it cannot be read again");
+    return bytes;
+  }
+
+  // Archives go before their buffers, and the new one before the old one that it reads.
+  Source old_buffer_;
+  Archive old_;
+  Source new_buffer_;
+  Archive new_;
 };
 
 struct CloseFile {
@@ -94,9 +125,7 @@ void Overwrite(const std::filesystem::path& file, const std::vector<char>& bytes
 
 void ReplaceParts(const std::filesystem::path& file, const std::map<std::string, std::string>& texts) {
   const std::vector<char> bytes = ReadWholeFile(file, std::numeric_limits<std::uint64_t>::max());
-  MemoryArchive archive(bytes);
-  for (const auto& [part, text] : texts) archive.Replace(part, text);
-  Overwrite(file, archive.Close());
+  Overwrite(file, Repacker(bytes).Pack(texts));
 }
 
 }  // namespace mirelo::workbook
