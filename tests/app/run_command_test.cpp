@@ -7,6 +7,7 @@
 
 #include "adapters/workbook/spreadsheet.h"
 #include "app/program.h"
+#include "app/terminal_program.h"
 #include "host/excel/range.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
@@ -166,6 +167,15 @@ TEST_F(Run, FailsWhereTheWorkbookCannotBeSavedAtAll) {
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, AllOf(HasSubstr("Not saved, going on: "), HasSubstr("could not be saved")));
   EXPECT_THAT(result.out, HasSubstr("MSFT"));
+}
+
+TEST_F(Run, KeepsATableInPlaceOnATerminal) {
+  const auto result = RunMireloInTerminal(folder_.path(), {"run", "--demo", "--for", "2s"}, 120);
+  ASSERT_EQ(result.exit_code, 0) << result.out;
+  EXPECT_THAT(result.out,
+              AllOf(HasSubstr("\033[H\033[2J"), HasSubstr("\033[1mTicker"), HasSubstr("Streaming; "),
+                    HasSubstr(" a second, the last "), HasSubstr("; not saved yet"), HasSubstr("Saved in ")));
+  EXPECT_THAT(result.out, ::testing::ContainsRegex("\033\\[3[12]m +[0-9.]+\033")) << "prices in colour";
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "app/session.h"
 #include "app/show_dialog.h"
 #include "app/windows.h"
+#include "app/working_day.h"
 #include "qt/person.h"
 #include "quotetracker/server.h"
 #include "support/temp_directory.h"
@@ -79,6 +80,26 @@ TEST_F(DialogOnScreen, KeepsTheWorkbookThatGoHasFilled) {
 TEST_F(DialogOnScreen, NeedsNoWorkbook) {
   const auto ended = Show(std::nullopt, FillInAndGo);
   EXPECT_EQ(ended.out, "78\n");
+}
+
+TEST_F(DialogOnScreen, BeginsAWorkingDay) {
+  const qt::Application application;
+  Session session(options);
+  session.host().OverrideHttpPort(server.HttpPort());
+  ShowWindows(session.host());
+  auto spreadsheet = workbook::Spreadsheet::New();
+  WorkingDay day(session.host().loop(), session.host().sockets(), spreadsheet.Application());
+  Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
+  person.Does("use the dialog", FillInAndGo);
+  ASSERT_EQ(day.ShowDialog(), 78);
+  int updates = 0;
+  day.Wrote.Subscribe([&] { ++updates; });
+  day.Start();
+  day.RunUntil([&] { return updates > 0; });
+  day.Stop();
+  ASSERT_EQ(day.Tables().Rows().size(), 1U);
+  EXPECT_EQ(day.Tables().Rows()[0][0], "MSFT");
+  EXPECT_NE(day.Tables().Rows()[0][1], "");
 }
 
 TEST_F(DialogOnScreen, LeavesNumbersInTheLocaleOfTheProgram) {

@@ -7,12 +7,25 @@
 #include <string_view>
 #include <vector>
 
+#include "host/excel/application.h"
+#include "host/excel/chart.h"
+#include "host/excel/chart_parts.h"
+#include "host/excel/constants.h"
+#include "host/excel/interior.h"
+#include "host/excel/range.h"
+#include "host/excel/series.h"
+#include "host/excel/shape.h"
+#include "host/excel/shapes.h"
+#include "host/excel/sheet.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "scenarios/day_rig.h"
 #include "support/level1_wire.h"
 
 namespace mirelo::testing {
 namespace {
 
+namespace excel = host::excel;
 using namespace std::chrono_literals;
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -195,6 +208,72 @@ TEST_F(StreamDay, EndsItsSubscriptionsAndWritesWhatIsLeft) {
   EXPECT_THAT(winsock.calls, Contains("disconnect"));
   Pass(1h);
   EXPECT_THAT(winsock.connections, SizeIs(1)) << "it does not call again";
+}
+
+class ChartedDay : public StreamDay {
+ protected:
+  ChartedDay() {
+    wishes.settings = {
+        {"UpdateEvery", "1"},   {"Seconds", "0"},    {"ComQuoteSource", "Alpstein Finance (delayed)"},
+        {"VerticalTable", "1"}, {"RowsLimit", "50"}, {"BuildCharts", "1"},
+        {"ChartStyle", "Blue"}, {"ChartPoints", "5"}};
+    wishes.columns.push_back("Change");
+    wishes.ticks.push_back({"MSFT", "Charts"});
+  }
+
+  std::shared_ptr<excel::Chart> Chart(const std::string& title) {
+    const auto shapes = spreadsheet.Application()->Worksheets()->Item(History("MSFT"))->Shapes();
+    for (std::int32_t i = 1; i <= shapes->Count(); ++i) {
+      if (shapes->Item(i)->Type() != excel::msoChart) continue;
+      auto chart = shapes->Item(i)->Chart();
+      if (chart->HasTitle() && chart->ChartTitle()->Text() == title) return chart;
+    }
+    throw std::logic_error("no chart " + title);
+  }
+  std::vector<std::string> Shown(const std::string& title) {
+    const Variant values = Chart(title)->SeriesCollection(1)->Values();
+    const VariantArray& points = values.AsArray();
+    std::vector<std::string> texts;
+    for (std::int32_t i = points.LBound(); i <= points.UBound(); ++i) texts.push_back(points(i).ToText());
+    return texts;
+  }
+};
+
+TEST_F(ChartedDay, ShowsTheLastPointsOfTheHistory) {
+  BeginStreaming();
+  for (int step = 1; step <= 9; ++step) Quote(Trade(20 + step, 1000 + 10 * step));
+  EXPECT_THAT(Shown("Last"), ElementsAre("25", "26", "27", "28", "29"));
+  EXPECT_THAT(Shown("LastVolume"), ElementsAre("10", "10", "10", "10", "10"));
+}
+
+TEST_F(ChartedDay, ColoursByTheChangeOfTheLastTwoQuotes) {
+  BeginStreaming();
+  const auto title_after = [&](double earlier, double latest) {
+    Quote(Trade(20 + earlier, 2000).Change(earlier));
+    Quote(Trade(20 + latest, 2001).Change(latest));
+    return Chart("Last")->ChartTitle()->Interior()->ColorIndex().ToInt32();
+  };
+  EXPECT_EQ(title_after(0.5, -0.25), 10) << "the one before had risen";
+  EXPECT_EQ(title_after(-0.75, 0.25), 53) << "the one before had fallen";
+}
+
+TEST_F(ChartedDay, LeavesInFrontWhatWasThere) {
+  BeginStreaming();
+  const std::string front = spreadsheet.Application()->ActiveSheet()->Name();
+  Quote(Trade(28, 1000));
+  EXPECT_EQ(spreadsheet.Application()->ActiveSheet()->Name(), front);
+}
+
+TEST_F(ChartedDay, GoesOnWhereChartsCannotFollow) {
+  BeginStreaming();
+  const auto sheets = spreadsheet.Application()->Worksheets();
+  const std::string front = spreadsheet.Application()->ActiveSheet()->Name();
+  sheets->Item(History("MSFT"))->Cells(2, 2)->Value("Volumes of mine");
+  Quote(Trade(28, 1000));
+  EXPECT_THAT(told.back(), HasSubstr("Charts stand still at Quotes_Vertical(MSFT): "));
+  EXPECT_EQ(spreadsheet.Application()->ActiveSheet()->Name(), front);
+  Quote(Trade(29, 1100));
+  EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("28", "29"));
 }
 
 }  // namespace

@@ -1,0 +1,100 @@
+#include "app/workbook_keeper.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
+#include "support/manual_clock.h"
+#include "support/manual_loop.h"
+#include "support/temp_directory.h"
+#include "support/test_host.h"
+
+namespace mirelo::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+class Keeper : public ::testing::Test {
+ protected:
+  Keeper() {
+    keeper.Status.Subscribe([this](const std::string& text) { told.push_back(text); });
+  }
+  void Write(double value) { spreadsheet.Application()->Cells(1, 1)->Value(value); }
+  static double Saved(const std::filesystem::path& file) {
+    return workbook::Spreadsheet::Open(file)
+        .Application()
+        ->Worksheets()
+        ->Item(1)
+        ->Cells(1, 1)
+        ->Value()
+        .ToDouble();
+  }
+
+  TempDirectory folder;
+  ManualLoop loop;
+  ManualClock clock;
+  TestHost host;
+  host::HostScope installed{host.Use(loop).Use(clock)};
+  workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
+  std::filesystem::path inner = folder / "inner";
+  std::filesystem::path file = inner / "book.xlsx";
+  int prepared = 0;
+  app::WorkbookKeeper keeper{loop, spreadsheet, file, [this] { ++prepared; }};
+  std::vector<std::string> told;
+};
+
+TEST_F(Keeper, SavesAtIntervals) {
+  std::filesystem::create_directory(inner);
+  keeper.SaveAtIntervals(1h);
+  EXPECT_EQ(keeper.State(), "not saved yet");
+  loop.Advance(59min);
+  EXPECT_FALSE(std::filesystem::exists(file));
+  Write(1);
+  loop.Advance(1min);
+  EXPECT_EQ(Saved(file), 1);
+  EXPECT_EQ(keeper.State(), "saved 08:36:13");
+  Write(2);
+  loop.Advance(1h);
+  EXPECT_EQ(Saved(file), 2);
+  EXPECT_EQ(prepared, 2);
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(Keeper, SaysOnceThatItCannotSaveAndThatItCanAgain) {
+  keeper.SaveAtIntervals(1h);
+  loop.Advance(3h);
+  EXPECT_THAT(told, ElementsAre(StartsWith("Not saved, going on: ")));
+  EXPECT_THAT(keeper.State(), StartsWith("not saved: "));
+  std::filesystem::create_directory(inner);
+  Write(3);
+  loop.Advance(1h);
+  EXPECT_THAT(told, ElementsAre(StartsWith("Not saved, going on: "), "Saved again"));
+  EXPECT_EQ(Saved(file), 3);
+}
+
+TEST_F(Keeper, SavesAtTheEndUnderANameThatIsFreeWhereTheFileCannotBeTaken) {
+  std::filesystem::create_directories(file);  // a folder of that name
+  std::filesystem::create_directory(inner / "book-1.xlsx");
+  Write(4);
+  EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-2.xlsx");
+  EXPECT_EQ(Saved(inner / "book-2.xlsx"), 4);
+}
+
+TEST_F(Keeper, SaysThatNothingCouldBeSavedAtAll) {
+  EXPECT_EQ(keeper.SaveAtEnd(), std::filesystem::path());
+  EXPECT_THAT(told, ElementsAre(StartsWith("Not saved, going on: "), StartsWith("Not saved, going on: ")));
+}
+
+}  // namespace
+}  // namespace mirelo::testing
