@@ -16,6 +16,20 @@ TEST_P(SheetList, FindsByNameWithoutRegardToCase) {
   EXPECT_EQ(sheets->Item("DOVANTA2_quotes")->Name(), "Dovanta2_Quotes");
 }
 
+TEST_P(SheetList, FindsARenamedSheetByItsNewNameAlone) {
+  const auto other = sheets->Add();
+  sheet->Name("Notes");
+  EXPECT_EQ(NumberOf([&] { sheets->Item("Sheet1"); }), 9);
+  EXPECT_EQ(sheets->Item("notes")->Name(), "Notes");
+  sheet->Name("NOTES");
+  EXPECT_EQ(sheets->Item("notes")->Name(), "NOTES");
+  other->Name("Sheet1");
+  EXPECT_EQ(sheets->Item("Sheet1")->Index(), 1);
+  EXPECT_EQ(NumberOf([&] { other->Name("Notes"); }), 1004);
+  EXPECT_EQ(sheets->Item("Sheet1")->Index(), 1);
+  EXPECT_EQ(sheets->Item("Notes")->Index(), 2);
+}
+
 TEST_P(SheetList, FindsLettersBeyondAsciiWithoutRegardToCase) {
   sheet->Name("Über");
   EXPECT_EQ(sheets->Item("über")->Name(), "Über");

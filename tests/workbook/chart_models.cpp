@@ -145,7 +145,7 @@ class Writer {
 std::shared_ptr<Book> BookWithHistory(std::int32_t rows) {
   auto book = Book::New();
   Sheet& sheet = *book->sheets.front();
-  sheet.name = "Quotes_Vertical(MSFT)";
+  book->RenameSheet(sheet, "Quotes_Vertical(MSFT)");
   sheet.cells.Set(2, 4, CellValue::OfText("Last"));
   sheet.cells.Set(2, 5, CellValue::OfText("LastVolume"));
   for (std::int32_t i = 0; i < rows; ++i) {

@@ -1,9 +1,9 @@
 #include "adapters/workbook/model/book.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "adapters/workbook/model/area_set.h"
-#include "automation/text.h"
 
 namespace mirelo::workbook {
 
@@ -17,13 +17,6 @@ std::string FreeName(const Book& book, const std::string& kind, std::size_t coun
   }
 }
 
-template <class T>
-std::shared_ptr<T> FindByName(const std::vector<std::shared_ptr<T>>& all, std::string_view name) {
-  const auto found =
-      std::find_if(all.begin(), all.end(), [&](const auto& one) { return EqualText(one->name, name); });
-  return found == all.end() ? nullptr : *found;
-}
-
 void FollowDeletion(Chart& chart, const std::shared_ptr<Sheet>& sheet, const Area& gone) {
   for (ChartSeries& series : chart.series) {
     if (series.values && series.sheet.lock() == sheet) series.values = AfterDeletion(*series.values, gone);
@@ -34,16 +27,19 @@ void FollowDeletion(Chart& chart, const std::shared_ptr<Sheet>& sheet, const Are
 
 std::shared_ptr<Book> Book::New() {
   auto book = std::make_shared<Book>();
-  book->sheets.push_back(std::make_shared<Sheet>("Sheet1"));
+  book->InsertSheet(0, std::make_shared<Sheet>("Sheet1"));
   return book;
 }
 
 std::shared_ptr<Sheet> Book::FindSheet(std::string_view sheet_name) const {
-  return FindByName(sheets, sheet_name);
+  const auto found = by_name_.find(sheet_name);
+  return found == by_name_.end() ? nullptr : found->second;
 }
 
 std::shared_ptr<Chart> Book::FindChartSheet(std::string_view sheet_name) const {
-  return FindByName(chart_sheets, sheet_name);
+  const auto found = std::find_if(chart_sheets.begin(), chart_sheets.end(),
+                                  [&](const auto& chart) { return EqualText(chart->name, sheet_name); });
+  return found == chart_sheets.end() ? nullptr : *found;
 }
 
 std::size_t Book::IndexOf(const Sheet& sheet) const {
@@ -54,9 +50,23 @@ std::size_t Book::IndexOf(const Sheet& sheet) const {
 
 std::shared_ptr<Sheet> Book::AddSheet() {
   auto sheet = std::make_shared<Sheet>(FreeName(*this, "Sheet", sheets.size()));
-  sheets.insert(sheets.begin() + static_cast<std::ptrdiff_t>(active), sheet);
+  InsertSheet(active, sheet);
   front_chart = nullptr;
   return sheet;
+}
+
+void Book::InsertSheet(std::size_t index, std::shared_ptr<Sheet> sheet) {
+  by_name_.emplace(sheet->name, sheet);
+  sheets.insert(sheets.begin() + static_cast<std::ptrdiff_t>(index), std::move(sheet));
+}
+
+void Book::RenameSheet(Sheet& sheet, std::string_view new_name) {
+  std::string name(new_name);
+  std::string key = name;
+  auto entry = by_name_.extract(sheet.name);
+  entry.key() = std::move(key);
+  by_name_.insert(std::move(entry));
+  sheet.name = std::move(name);
 }
 
 std::shared_ptr<Chart> Book::AddChartSheet() {

@@ -34,7 +34,7 @@ std::string WorksheetObject::Name() { return sheet_->name; }
 void WorksheetObject::Name(std::string_view name) {
   const std::string_view objection = NameObjection(*book_, *sheet_, name);
   if (!objection.empty()) throw Refused(std::string(objection));
-  sheet_->name = name;
+  book_->RenameSheet(*sheet_, name);
 }
 
 std::int32_t WorksheetObject::Index() { return static_cast<std::int32_t>(book_->IndexOf(*sheet_)) + 1; }

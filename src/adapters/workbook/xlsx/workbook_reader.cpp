@@ -105,7 +105,7 @@ class WorkbookReader {
     if (state == "veryHidden") losses_.Add(sheet->name, "becomes a sheet that a person can unhide.");
     if (!book_->chart_sheets.empty())
       losses_.Add("Workbook: not kept: that chart sheets stand before worksheets.");
-    book_->sheets.push_back(sheet);
+    book_->InsertSheet(book_->sheets.size(), sheet);
     names_.push_back(name);
     ReadSheet(context, part, *sheet);
   }
