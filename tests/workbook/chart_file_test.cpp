@@ -362,15 +362,17 @@ TEST_F(ChartFiles, ReplaceTheOldFileAsAWhole) {
 }
 
 TEST_F(ChartFiles, KeepTheOldFileWhenTheDiskIsFull) {
-  const auto book = BookWithHistory(1000);
-  AddTickerCharts(book->sheets.front(), 1000);
+  const auto book = BookWithHistory(5);
+  auto& points = AddChart(book->sheets.front(), 4, 7).series.front().points;
+  for (std::int32_t i = 0; i < 2000; ++i)
+    points.push_back({{}, {Look::Own, i * 7919 % 0xFFFFFF}, {Look::Own, i * 104729 % 0xFFFFFF}});
   const auto save = [&] {
     ReplaceFile(File(), [&](const std::filesystem::path& fresh) { WriteWorkbook(*book, fresh); });
   };
   save();
   const auto size = static_cast<rlim_t>(std::filesystem::file_size(File()));
   WriteBytes(File(), "old");
-  for (const rlim_t missing : {100, 4000}) {  // room for the file without what its charts say
+  for (const rlim_t missing : {100, 4000}) {  // room for the file without what its chart says
     ChildProcess child([&](const ChildProcess::Test& test) {
       std::signal(SIGXFSZ, SIG_IGN);
       const rlimit limit{size - missing, size - missing};
