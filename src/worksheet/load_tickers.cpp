@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -17,6 +16,7 @@
 #include "host/excel/worksheets.h"
 #include "snapshot/column_vocabulary.h"
 #include "worksheet/cell_text.h"
+#include "worksheet/comma_list.h"
 #include "worksheet/quote_table.h"
 
 namespace mirelo {
@@ -29,16 +29,6 @@ using host::excel::Worksheet;
 constexpr std::int32_t kFootOfSheet = 50000;
 // Cells with longer texts are no tickers.
 constexpr std::int32_t kLongestTicker = 11;
-
-// Adds a name to a comma list that ends in a comma while it grows.
-void Append(std::string& list, std::string_view name) {
-  list += name;
-  list += ',';
-}
-
-void CutLastComma(std::string& list) {
-  if (!list.empty()) list.pop_back();
-}
 
 }  // namespace
 
@@ -105,7 +95,7 @@ void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& l
       continue;
     }
     STEP(PrevColumnCount_ = static_cast<std::int16_t>(PrevColumnCount_ + 1));
-    STEP(Append(shown, name));
+    STEP(AppendName(shown, name));
     for (std::string& column : absent) {
       if (frame.test([&] { return EqualText(column, name); })) {
         STEP(column.clear());
@@ -119,7 +109,7 @@ void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& l
 
   STEP(hidden.clear());
   for (const std::string& column : absent) {
-    if (!column.empty()) STEP(Append(hidden, column));
+    if (!column.empty()) STEP(AppendName(hidden, column));
   }
   STEP(CutLastComma(hidden));
 }

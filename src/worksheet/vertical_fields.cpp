@@ -12,6 +12,7 @@
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
 #include "snapshot/column_vocabulary.h"
+#include "worksheet/comma_list.h"
 
 namespace mirelo {
 
@@ -27,10 +28,6 @@ bool IsKnown(std::int16_t code) { return code != kUnknownColumn; }
 bool FitsVerticalTable(std::int16_t code) {
   return IsKnown(code) && std::none_of(kOnlyInQuoteTable.begin(), kOnlyInQuoteTable.end(),
                                        [&](Column column) { return CodeOf(column) == code; });
-}
-
-void CutLastComma(std::string& list) {
-  if (!list.empty()) list.pop_back();
 }
 
 Bounds BoundsOf(const std::vector<std::string>& names) {
@@ -61,7 +58,7 @@ std::string frmMirelo::GiveListVerticFields(const std::string& list) {
                                  for (const std::int32_t i : frame.loop([&] { return BoundsOf(names); })) {
                                    const std::string& name = names[static_cast<std::size_t>(i)];
                                    if (frame.test([&] { return CheckFieldForVerticalTable(name); })) {
-                                     STEP(fields += name + ",");
+                                     STEP(AppendName(fields, name));
                                    }
                                  }
                                  STEP(CutLastComma(fields));
@@ -82,7 +79,7 @@ std::string frmMirelo::NullDublicatForListRight(const std::string& list) {
                                    }
                                  }
                                  for (const std::string& name : names) {
-                                   if (!name.empty()) STEP(result += name + ",");
+                                   if (!name.empty()) STEP(AppendName(result, name));
                                  }
                                  STEP(CutLastComma(result));
                                  frame.pop();
@@ -106,7 +103,7 @@ void frmMirelo::GetListVerticFields() {
     STEP(VerticalFields_.clear());
     for (const std::int32_t i : frame.loop([&] { return Bounds{0, ListRight.ListCount() - 1}; })) {
       if (frame.test([&] { return CheckFieldForVerticalTable(ListRight.List(i)); })) {
-        STEP(VerticalFields_ += ListRight.List(i) + ",");
+        STEP(AppendName(VerticalFields_, ListRight.List(i)));
       }
     }
     STEP(CutLastComma(VerticalFields_));

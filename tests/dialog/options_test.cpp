@@ -1,3 +1,5 @@
+#include <ostream>
+
 #include "dialog/control_facts.h"
 #include "dialog/dialog_test.h"
 
@@ -149,77 +151,85 @@ TEST_F(Options, BuildingNoChartsLeavesAGridWithoutVerticalTables) {
 
 // Styles
 
-TEST_F(Options, AnUntickedChartStyleIsNone) {
-  Save("BuildCharts", 1);
-  ShowTab(kCharting, [](frmMirelo& form) {
-    form.chkChartStyle.UserClick();
-    EXPECT_EQ(form.ComChartStyle.Text(), "None");
-    EXPECT_THAT(EnabledOf(form, kChartControls),
-                ElementsAre("chkChartStyle", "chkColorPoints", "chkGreyOut", "chkAddYAxis"));
+// A box that chooses between a style and none, and the list of styles beside it.
+struct StyleBox {
+  const char* name;
+  const char* setting;
+  std::int32_t tab;
+  forms::CheckBox frmMirelo::*box;
+  forms::ComboBox frmMirelo::*styles;
+  // The controls that the box switches, and those of them that are on without a style.
+  std::vector<std::string> controls;
+  std::vector<std::string> on_without_style;
+};
+void PrintTo(const StyleBox& style, std::ostream* out) { *out << style.name; }
+
+class StyleOptions : public Options, public ::testing::WithParamInterface<StyleBox> {
+ public:
+  static std::vector<StyleBox> Boxes() {
+    return {{"OfTheTable",
+             "Style",
+             kSettings,
+             &frmMirelo::chkStyleOrNot,
+             &frmMirelo::ComStyle,
+             {"chkStyleOrNot", "ComStyle"},
+             {"chkStyleOrNot"}},
+            {"OfCharts",
+             "ChartStyle",
+             kCharting,
+             &frmMirelo::chkChartStyle,
+             &frmMirelo::ComChartStyle,
+             kChartControls,
+             {"chkChartStyle", "chkColorPoints", "chkGreyOut", "chkAddYAxis"}}};
+  }
+
+ protected:
+  StyleOptions() { Save("BuildCharts", 1); }
+
+  // Whatever the box was, the person unticks it first.
+  void ShowUnticked(
+      const std::function<void(frmMirelo& form, forms::CheckBox& box, forms::ComboBox& styles)>& acts) {
+    ShowTab(GetParam().tab, [&](frmMirelo& form) {
+      forms::CheckBox& box = form.*GetParam().box;
+      if (box.Value() == 1) box.UserClick();
+      acts(form, box, form.*GetParam().styles);
+    });
+  }
+};
+
+TEST_P(StyleOptions, AreNoneWhenTheyAreUnticked) {
+  ShowUnticked([](frmMirelo& form, forms::CheckBox&, forms::ComboBox& styles) {
+    EXPECT_EQ(styles.Text(), "None");
+    EXPECT_EQ(EnabledOf(form, GetParam().controls), GetParam().on_without_style);
   });
 }
 
-TEST_F(Options, ATickedChartStyleIsTheStoredOne) {
-  Save("BuildCharts", 1);
+TEST_P(StyleOptions, AreTheStoredOnesWhenTheyAreTicked) {
   const struct {
     const char* stored;
     const char* shown;
   } cases[] = {{nullptr, "Blue"}, {"Green", "Green"}, {"None", "None"}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.shown);
-    if (c.stored != nullptr) Save("ChartStyle", c.stored);
-    ShowTab(kCharting, [&](frmMirelo& form) {
-      if (form.chkChartStyle.Value() == 1) form.chkChartStyle.UserClick();
-      form.chkChartStyle.UserClick();
-      EXPECT_EQ(form.ComChartStyle.Text(), c.shown);
-      EXPECT_EQ(EnabledOf(form, kChartControls), kChartControls);
+    if (c.stored != nullptr) Save(GetParam().setting, c.stored);
+    ShowUnticked([&](frmMirelo& form, forms::CheckBox& box, forms::ComboBox& styles) {
+      box.UserClick();
+      EXPECT_EQ(styles.Text(), c.shown);
+      EXPECT_EQ(EnabledOf(form, GetParam().controls), GetParam().controls);
     });
   }
 }
 
-TEST_F(Options, ATickedChartStyleKeepsAStyleThatIsNotNone) {
-  Save("BuildCharts", 1);
-  ShowTab(kCharting, [](frmMirelo& form) {
-    form.chkChartStyle.UserClick();
-    form.ComChartStyle.Text("Yellow");
-    form.chkChartStyle.UserClick();
-    EXPECT_EQ(form.ComChartStyle.Text(), "Yellow");
+TEST_P(StyleOptions, KeepAStyleThatIsNotNoneWhenTheyAreTicked) {
+  ShowUnticked([](frmMirelo&, forms::CheckBox& box, forms::ComboBox& styles) {
+    styles.Text("Yellow");
+    box.UserClick();
+    EXPECT_EQ(styles.Text(), "Yellow");
   });
 }
 
-TEST_F(Options, AnUntickedTableStyleIsNone) {
-  ShowTab(kSettings, [](frmMirelo& form) {
-    form.chkStyleOrNot.UserClick();
-    EXPECT_EQ(form.ComStyle.Text(), "None");
-    EXPECT_FALSE(form.ComStyle.Enabled());
-  });
-}
-
-TEST_F(Options, ATickedTableStyleIsTheStoredOne) {
-  const struct {
-    const char* stored;
-    const char* shown;
-  } cases[] = {{nullptr, "Blue"}, {"Green", "Green"}, {"None", "None"}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.shown);
-    if (c.stored != nullptr) Save("Style", c.stored);
-    ShowTab(kSettings, [&](frmMirelo& form) {
-      if (form.chkStyleOrNot.Value() == 1) form.chkStyleOrNot.UserClick();
-      form.chkStyleOrNot.UserClick();
-      EXPECT_EQ(form.ComStyle.Text(), c.shown);
-      EXPECT_TRUE(form.ComStyle.Enabled());
-    });
-  }
-}
-
-TEST_F(Options, ATickedTableStyleKeepsAStyleThatIsNotNone) {
-  ShowTab(kSettings, [](frmMirelo& form) {
-    form.chkStyleOrNot.UserClick();
-    form.ComStyle.Text("Yellow");
-    form.chkStyleOrNot.UserClick();
-    EXPECT_EQ(form.ComStyle.Text(), "Yellow");
-  });
-}
+INSTANTIATE_TEST_SUITE_P(All, StyleOptions, ::testing::ValuesIn(StyleOptions::Boxes()),
+                         [](const auto& test) { return test.param.name; });
 
 // Limits
 

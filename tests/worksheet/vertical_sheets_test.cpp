@@ -119,7 +119,38 @@ TEST_F(VerticalSheets, WithoutTheSetUpMarkAreSetUpAndNotCleared) {
   EXPECT_EQ(Text("A1"), "Ticker:");
 }
 
-TEST_F(VerticalSheets, KeepTheirHistoryWhileTheFieldsAreTheSame) {
+// Which ticks of Last, Bid and Ask change what a sheet that is set up has.
+TEST_F(VerticalSheets, KeepTheirHistoryAsLongAsTheirHeadersBeginWithTheFields) {
+  struct Case {
+    const char* name;
+    const char* before;
+    const char* after;
+    Texts headers;
+    const char* history;  // what is left in A3 and C9
+  };
+  const std::vector<Case> cases{
+      {"the same ticks", "xx-", "xx-", {"Last", "Bid", "", ""}, "26.5 27.5"},
+      {"a tick at the end goes", "xxx", "xx-", {"Last", "Bid", "Ask", ""}, "26.5 27.5"},
+      {"a tick at the end comes", "xx-", "xxx", {"Last", "Bid", "Ask", ""}, " "},
+      {"one in the middle goes", "xxx", "x-x", {"Last", "Ask", "Ask", ""}, " 27.5"},
+      // Cleared as wide as the new fields are: the third column is not theirs.
+      {"the first goes", "xxx", "-xx", {"Bid", "Ask", "Ask", ""}, " 27.5"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    Open("Last,Bid,Ask", {"A"});
+    MakeAndSetUp(c.before);
+    Cell("A3")->Value(26.5);
+    Cell("C9")->Value(27.5);
+    MakeAndSetUp(c.after);
+    EXPECT_EQ(FirstHeaders(4), c.headers);
+    EXPECT_EQ(Text("A3") + " " + Text("C9"), c.history);
+    EXPECT_EQ(Text("A1") + Text("B1"), "Ticker:A");
+    Sheets()->Item("Quotes_Vertical(A)")->Name(c.name);
+  }
+}
+
+TEST_F(VerticalSheets, AreKnownByMarkAndHeadersInAnyCaseAndStayAsSpelt) {
   Open("Last,Bid", {"A"});
   MakeAndSetUp("xx");
   Cell("A1")->Value("TICKER:");
@@ -130,38 +161,6 @@ TEST_F(VerticalSheets, KeepTheirHistoryWhileTheFieldsAreTheSame) {
   EXPECT_THAT(FirstHeaders(4), ElementsAre("LAST", "Bid", "", ""));
   EXPECT_EQ(Text("A3"), "26.5");
   EXPECT_EQ(Text("B1"), "somebody else");
-}
-
-TEST_F(VerticalSheets, KeepSurplusHeadersWhenTicksAtTheEndGo) {
-  Open("Last,Bid,Ask", {"A"});
-  MakeAndSetUp("xxx");
-  Cell("A3")->Value(26.5);
-  MakeAndSetUp("xx-");
-  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "Bid", "Ask", ""));
-  EXPECT_EQ(Text("A3"), "26.5");
-}
-
-TEST_F(VerticalSheets, LoseTheirHistoryWhenAFieldComes) {
-  Open("Last,Bid,Ask", {"A"});
-  MakeAndSetUp("xx-");
-  Cell("A3")->Value(26.5);
-  Cell("C3")->Value(26.6);
-  MakeAndSetUp("xxx");
-  EXPECT_THAT(FirstHeaders(4), ElementsAre("Last", "Bid", "Ask", ""));
-  EXPECT_EQ(Text("A3"), "");
-  EXPECT_EQ(Text("C3"), "");
-}
-
-TEST_F(VerticalSheets, AreClearedAsWideAsTheNewFieldsAndOneRowFurtherThanTheyAreUsed) {
-  Open("Last,Bid,Ask", {"A"});
-  MakeAndSetUp("xxx");
-  Cell("A9")->Value(1);
-  Cell("C5")->Value(2);
-  MakeAndSetUp("-xx");
-  EXPECT_THAT(FirstHeaders(4), ElementsAre("Bid", "Ask", "Ask", ""));  // the third column is not theirs
-  EXPECT_EQ(Text("A9"), "");
-  EXPECT_EQ(Text("C5"), "2");
-  EXPECT_EQ(Text("B1"), "A");
 }
 
 // Conditions make no cell used, so that they tell how far the clearing reaches.
