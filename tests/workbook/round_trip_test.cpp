@@ -109,6 +109,28 @@ TEST_F(RoundTrip, KeepsFormats) {
   EXPECT_EQ(loaded->Range("D4")->Interior()->ColorIndex(), Variant(-4142));
 }
 
+TEST_F(RoundTrip, KeepsTheColorOfASolidGroundApartFromThatOfItsPattern) {
+  auto spreadsheet = Spreadsheet::New();
+  const auto sheet = SheetOf(spreadsheet);
+  for (std::int32_t row = 1; row <= 2; ++row) {
+    sheet->Cells(row, 1)->Interior()->ColorIndex(15);
+    sheet->Cells(row, 1)->Font()->Size(8);
+  }
+  sheet->Range("A2")->Interior()->PatternColorIndex(3);
+  sheet->Range("A3")->Interior()->Pattern(host::excel::xlPatternSolid);
+  sheet->Range("A3")->Interior()->PatternColorIndex(3);
+  const auto loaded = SheetOf(Reloaded(spreadsheet));
+  for (std::int32_t row = 1; row <= 2; ++row) {
+    SCOPED_TRACE(row);
+    EXPECT_EQ(loaded->Cells(row, 1)->Interior()->ColorIndex(), Variant(15));
+    EXPECT_EQ(loaded->Cells(row, 1)->Interior()->Pattern(), Variant(1));
+    EXPECT_EQ(loaded->Cells(row, 1)->Font()->Size(), Variant(8.0));
+  }
+  EXPECT_EQ(loaded->Range("A1")->Interior()->PatternColorIndex(), Variant(-4105));
+  EXPECT_EQ(loaded->Range("A2")->Interior()->PatternColorIndex(), Variant(3));
+  EXPECT_EQ(loaded->Range("A3")->Interior()->ColorIndex(), Variant(-4105)) << "the automatic colour";
+}
+
 TEST_F(RoundTrip, KeepsEveryAlignmentAndStandardFormat) {
   auto spreadsheet = Spreadsheet::New();
   const auto sheet = SheetOf(spreadsheet);

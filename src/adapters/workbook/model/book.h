@@ -32,7 +32,7 @@ struct DocumentProperties {
 struct Book {
   std::string name = "Book1";
   std::vector<std::shared_ptr<Sheet>> sheets;  // changed, and renamed, by the members below only
-  std::size_t active = 0;  // the worksheet in front, also behind a chart sheet
+  std::size_t active = 0;                      // the worksheet in front, also behind a chart sheet
   std::vector<std::shared_ptr<Chart>> chart_sheets;
   std::shared_ptr<Chart> front_chart;  // the chart sheet in front; null when a worksheet is
   StyleTable styles;

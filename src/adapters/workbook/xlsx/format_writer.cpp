@@ -60,8 +60,16 @@ void SetNumberFormat(lxw_format* format, const std::string& code) {
 void SetFill(lxw_format* format, const FillStyle& fill) {
   if (fill.pattern == 0) return;
   format_set_pattern(format, fill.pattern);
-  if (fill.foreground != kAutomatic) format_set_fg_color(format, WriterColor(fill.foreground));
-  if (fill.background != kAutomatic) format_set_bg_color(format, WriterColor(fill.background));
+  Color foreground = fill.foreground;
+  Color background = fill.background;
+  if (fill.pattern == kSolid) {
+    // The writer takes the two colours of a solid fill the other way round, and a single one for what is
+    // seen.
+    if (foreground == kAutomatic) background = kAutomatic;
+    if (background != kAutomatic) std::swap(foreground, background);
+  }
+  if (foreground != kAutomatic) format_set_fg_color(format, WriterColor(foreground));
+  if (background != kAutomatic) format_set_bg_color(format, WriterColor(background));
 }
 
 void SetBorder(lxw_format* format, const BorderStyle& border) {
