@@ -7,6 +7,7 @@
 
 #include <mirelo.h>
 
+#include <chrono>
 #include <exception>
 #include <iostream>
 #include <memory>
@@ -16,6 +17,8 @@
 namespace {
 
 constexpr int kWanted = 10;
+// A login that is refused is told to nobody: the quotes just do not come.
+constexpr std::chrono::seconds kPatience{30};
 
 void Print(const mirelo::cQTData& quote) {
   std::cout << quote.Symbol() << '\t' << quote.DateQT() << '\t' << quote.TimeQT() << '\t'
@@ -65,7 +68,9 @@ int Run(const std::string& port, const std::string& source, const std::vector<st
 
   // Returns at once; all else happens in the machine's message loop.
   stream->connect();
-  machine.loop().RunUntil([&] { return lost || printed >= kWanted; });
+  bool late = false;
+  machine.loop().StartTimer(kPatience, [&] { late = true; });
+  machine.loop().RunUntil([&] { return lost || late || printed >= kWanted; });
 
   if (!lost) stream->stop_sub();
   stream->DisConnect();

@@ -56,6 +56,19 @@ class Library(InstalledCase):
             self.assertRegex(date, r"^\d{4}-\d\d-\d\d$")
             self.assertGreaterEqual(float(last), 0)
 
+    def test_writes_quotes_into_a_workbook(self):
+        workbook = self.build_example("workbook")
+        self.mirelo("settings", "set", "ListRight", "Ticker,Last,Volume")
+        with StandIn(self.programs) as stand_in:
+            for _ in ("a new file", "the same once more"):
+                self.run_here(workbook, stand_in.http_port, "own.xlsx", "MSFT", "IBM")
+        lines = self.mirelo("show", "own.xlsx").splitlines()
+        rows = [line.split()[1:] for line in lines[1:]]
+        self.assertEqual([row[0] for row in rows], ["MSFT", "IBM"])
+        for _, last, volume in rows:
+            self.assertGreater(float(last), 0)
+            self.assertGreater(int(volume.replace(",", "")), 0)
+
     def test_is_not_taken_for_a_version_that_it_is_not(self):
         project = self.home / "project"
         project.mkdir()
