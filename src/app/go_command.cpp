@@ -39,7 +39,7 @@ GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(g
   command_->footer(
       "What is not named stays as the dialog shows it. QuoteTracker must run: the dialog asks it for its\n"
       "portfolios before it stores anything but the widths of columns. Message boxes are printed as lines.\n"
-      "Exit codes: 0 committed, 1 not committed, 2 asked for something that the dialog does not have.");
+      "Exit codes: 0 committed, 1 not committed or not saved, 2 asked for something that the dialog lacks.");
 }
 
 bool GoCommand::IsChosen() const { return command_->parsed(); }

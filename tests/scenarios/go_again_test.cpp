@@ -156,6 +156,20 @@ const Case kCases[]{
 INSTANTIATE_TEST_SUITE_P(All, Unchanged, ::testing::ValuesIn(kCases),
                          [](const auto& test) { return test.param.name; });
 
+// Formats down 36,000 rows: too many cells to look at one by one, but the file tells.
+TEST_F(SecondGo, ChangesNothingOfAFileWithoutALimitOfRows) {
+  Save("ListRight", "Ticker,Last,Change,LastVolume");
+  Save("RowsLimit", 0);
+  Go([](frmMirelo& form) {
+    AddTickers(form, {"MSFT", "IBM"});
+    TickAll(form);
+  });
+  ASSERT_EQ(Vertical("IBM")->Range("A36002")->NumberFormat(), Variant("0.00"));
+  const Parts saved = FileParts();
+  Go();
+  EXPECT_THAT(DifferentParts(saved, FileParts()), IsEmpty());
+}
+
 // What the macros wrote meanwhile
 
 TEST_F(SecondGo, TakesTheQuotesOfTheTableAndKeepsTheHistory) {
