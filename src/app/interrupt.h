@@ -5,8 +5,9 @@
 
 namespace mirelo::app {
 
-// Turns Ctrl-C (and SIGTERM) into something that the message loop sees, so that the program ends in order. A
-// second one ends it at once, as if nothing were caught. One may exist at a time.
+// Turns Ctrl-C (and SIGTERM, and the end of the terminal) into something that the message loop sees, so that
+// the program ends in order. A second one ends it at once, as if nothing were caught. One may exist at a
+// time.
 class Interrupt {
  public:
   explicit Interrupt(host::MessageLoop& loop);

@@ -40,6 +40,13 @@ TEST_F(DialogWithoutScreen, SaysSoAndHowToGoOn) {
   EXPECT_FALSE(std::filesystem::exists(folder_ / "home/.local/share/mirelo/registry.db"));
 }
 
+TEST_F(DialogWithoutScreen, SaysSoBeforeAWorkingDay) {
+  const auto result = Run({"run", "--window", "--for", "1s"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("error: there is no screen"), HasSubstr("mirelo go")));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "quotes.xlsx"));
+}
+
 TEST_F(DialogWithoutScreen, EndsInOrderWhenTheScreenCannotBeReached) {
   const std::pair<const char*, const char*> broken[] = {{"DISPLAY", ":4711"},
                                                         {"DISPLAY", "no display"},

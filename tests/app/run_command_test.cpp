@@ -146,6 +146,17 @@ TEST_F(Run, BeginsNoDayWithoutQuoteTracker) {
   EXPECT_FALSE(std::filesystem::exists(folder_ / "quotes.xlsx"));
 }
 
+TEST_F(Run, SaysThatCredentialsAreMissingAndKeepsTheTablesOfGo) {
+  quotetracker::Server server;
+  const auto result =
+      RunWith({"--tickers", "MSFT", "--source", "Alpstein", "--http-port", std::to_string(server.HttpPort()),
+               "--socket-port", std::to_string(server.StreamPort()), "--for", "60s"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, HasSubstr("mirelo credentials set"));
+  EXPECT_EQ(TextAt(*SheetOf(workbook::Spreadsheet::Open(folder_ / "quotes.xlsx"), "Dovanta2_Quotes"), 3, 1),
+            "MSFT");
+}
+
 TEST_F(Run, SaysWhatADurationIs) {
   const auto result = RunWith({"--demo", "--for", "soon"});
   EXPECT_EQ(result.exit_code, 2);
