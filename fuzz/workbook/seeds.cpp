@@ -137,6 +137,7 @@ Parts PartsOfSaved(const workbook::Book& book) {
 Parts TickerCharts() {
   const auto book = testing::BookWithHistory(6);
   testing::AddTickerCharts(book->sheets.front(), 6);
+  book->AddChartSheet()->series.push_back(book->sheets.front()->charts.all.front()->series.front());
   return PartsOfSaved(*book);
 }
 

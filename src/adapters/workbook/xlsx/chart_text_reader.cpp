@@ -1,6 +1,6 @@
 #include "adapters/workbook/xlsx/chart_text_reader.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -21,8 +21,9 @@ constexpr std::string_view kWithin = "formats within the title";
 constexpr std::string_view kTurned = "the direction of texts";
 constexpr std::string_view kTitlePlace = "how the title's place is told";
 
-constexpr double kStandardTitle = 18;  // points
-constexpr double kTitleToText = 1.2;   // how much larger its letters are than those of the whole chart
+constexpr double kLeastFontSize = 1;  // points
+constexpr double kStandardTitle = 18;
+constexpr double kTitleToText = 1.2;  // how much larger its letters are than those of the whole chart
 
 bool IsTold(pugi::xml_node properties, std::string_view name, std::string_view plain) {
   const std::string_view value = Attribute(properties, name);
@@ -126,7 +127,7 @@ ChartTextReader::LetterLook ChartTextReader::LookOfText(pugi::xml_node text) {
 ChartTextReader::LetterLook ChartTextReader::LookOf(pugi::xml_node properties) {
   LetterLook look;
   if (const auto size = Number<std::int32_t>(properties, "sz"); size && *size > 0)
-    look.size = std::min(*size / kSizesPerPoint, kGreatestFontSize);
+    look.size = std::clamp(*size / kSizesPerPoint, kLeastFontSize, kGreatestFontSize);
   if (HasAttribute(properties, "b")) look.bold = Flag(properties, "b", false);
   look.color = looks_.LetterColor(properties);
   losses_.AddIf(Flag(properties, "i", false) || IsTold(properties, "u", "none") ||

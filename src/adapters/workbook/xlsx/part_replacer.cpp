@@ -91,7 +91,7 @@ class Repacker {
 
   std::vector<char> Close() {
     if (zip_close(new_.get()) != 0) Fail(zip_strerror(new_.get()));
-    new_.release();
+    static_cast<void>(new_.release());  // closing has freed it
     zip_stat_t stat;
     if (zip_source_stat(new_buffer_.get(), &stat) != 0 || zip_source_open(new_buffer_.get()) != 0)
       Fail("it cannot be read again");
