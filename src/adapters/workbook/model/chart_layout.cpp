@@ -4,12 +4,12 @@
 #include <cmath>
 
 #include "adapters/workbook/display/text_width.h"
+#include "adapters/workbook/model/sheet_places.h"
 
 namespace mirelo::workbook {
 
 namespace {
 
-constexpr double kPointsPerPixel = 0.75;
 constexpr double kMargin = 6;
 constexpr double kLegendWidth = 72;
 constexpr double kTitlePadding = 3;

@@ -28,7 +28,7 @@ void Draw(ChartLine& line) {
 
 }  // namespace
 
-ChartLineAccess AccessTo(ChartPart<ChartLine> line) {
+ChartLineAccess AccessTo(const ChartPart<ChartLine>& line) {
   return {line, [line](const std::function<void(ChartLine&)>& change) { change(line()); }};
 }
 

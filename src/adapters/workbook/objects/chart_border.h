@@ -16,7 +16,7 @@ struct ChartLineAccess {
 };
 
 // That of a line which stands for itself.
-ChartLineAccess AccessTo(ChartPart<ChartLine> line);
+ChartLineAccess AccessTo(const ChartPart<ChartLine>& line);
 
 // A line of a chart: unlike those of cells, each style has each weight, and one that nobody set is automatic.
 class ChartBorder final : public host::excel::Border {

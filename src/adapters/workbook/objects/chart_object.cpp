@@ -87,7 +87,7 @@ std::shared_ptr<excel::Chart> ChartObject::Location(excel::XlChartLocation where
   if (there.sheet == nullptr) throw Errors::SubscriptOutOfRange();
   if (there.sheet->hidden) throw Refused("A chart cannot be moved onto a hidden sheet.");
 
-  std::erase(place_.sheet != nullptr ? place_.sheet->charts.all : place_.book->chart_sheets, place_.chart);
+  std::erase(place_.All(), place_.chart);
   SheetCharts& charts = there.sheet->charts;
   charts.all.push_back(place_.chart);
   workbook::Chart& chart = *place_.chart;

@@ -7,13 +7,18 @@
 
 namespace mirelo::workbook {
 
+std::vector<std::shared_ptr<Chart>>& ChartPlace::All() const {
+  if (sheet != nullptr) return sheet->charts.all;
+  return book->chart_sheets;
+}
+
 Chart& ChartPlace::Get() const {
   Index();
   return *chart;
 }
 
 std::int32_t ChartPlace::Index() const {
-  const auto& all = sheet != nullptr ? sheet->charts.all : book->chart_sheets;
+  const auto& all = All();
   const auto found = std::find(all.begin(), all.end(), chart);
   if (found == all.end()) throw Refused("This chart is no longer there.");
   return static_cast<std::int32_t>(found - all.begin()) + 1;

@@ -39,7 +39,7 @@ std::shared_ptr<host::excel::Chart> ChartShape::Chart() {
 
 void ChartShape::Delete() {
   place_.Get();
-  std::erase(place_.sheet->charts.all, place_.chart);
+  std::erase(place_.All(), place_.chart);
 }
 
 void ChartShape::Left(double points) {
