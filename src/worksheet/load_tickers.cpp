@@ -77,6 +77,7 @@ void frmMirelo::LoadColumns(Frame& frame, Worksheet* table, std::string& hidden,
 void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& last, std::string& hidden,
                             std::string& shown) {
   std::vector<std::string> absent;  // all columns; those that the table shows become empty
+  absent.reserve(kColumnVocabulary.size());
   for (const ColumnName& column : kColumnVocabulary) absent.emplace_back(column.name);
 
   Variant headers;

@@ -53,7 +53,7 @@ std::filesystem::path FolderOf(const std::filesystem::path& file) {
 // Where the bytes go: links are followed, so that they go on pointing at the file.
 std::filesystem::path TargetOf(const std::filesystem::path& file) {
   std::error_code error;
-  const std::filesystem::path target = std::filesystem::weakly_canonical(file, error);
+  std::filesystem::path target = std::filesystem::weakly_canonical(file, error);
   if (error) throw CannotSave(file, error.value());
   return target;
 }
