@@ -11,9 +11,11 @@ namespace mirelo::app {
 
 DialogCommand::DialogCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
   command_ = program.add_subcommand("dialog", "Show the settings dialog");
-  command_->add_option("--workbook", workbook_,
-                       "The .xlsx file for which the dialog is shown, and in which Go builds the table; made "
-                       "when it is absent. Without it the table is built in a workbook that is not kept");
+  command_
+      ->add_option("--workbook", workbook_,
+                   "The .xlsx file for which the dialog is shown, and in which Go builds the table; made "
+                   "when it is absent. Without it the table is built in a workbook that is not kept")
+      ->type_name("FILE");
   command_->footer(
       "Prints how the dialog was ended: 77 (committed, quotes are to be streamed), 78 (committed, quotes "
       "are\n"

@@ -32,10 +32,11 @@ GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(g
   command_ = program.add_subcommand(
       "go", "Fill the settings dialog without showing it, and press its Go: check and store the settings");
   wishes_.emplace(*command_);
-  command_->add_option(
-      "--workbook", workbook_,
-      "The .xlsx file whose quote table the dialog reads, and in which Go builds it; made when "
-      "it is absent. Without it the table is built in a workbook that is not kept");
+  command_
+      ->add_option("--workbook", workbook_,
+                   "The .xlsx file whose quote table the dialog reads, and in which Go builds it; made when "
+                   "it is absent. Without it the table is built in a workbook that is not kept")
+      ->type_name("FILE");
   command_->footer(
       "What is not named stays as the dialog shows it. QuoteTracker must run: the dialog asks it for its\n"
       "portfolios before it stores anything but the widths of columns. Message boxes are printed as lines.\n"

@@ -39,8 +39,10 @@ std::unique_ptr<CLI::App> WithoutCommands(GlobalOptions& global) {
   program->set_help_flag("-h,--help", "Print this help and end");
   program->require_subcommand(1);
   program->fallthrough();
-  program->add_option("--registry", global.registry,
-                      "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)");
+  program
+      ->add_option("--registry", global.registry,
+                   "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)")
+      ->type_name("FILE");
   return program;
 }
 

@@ -42,6 +42,7 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
                                     "workbook's tables and charts up to date");
   command_
       ->add_option("--workbook", workbook_, "The .xlsx file that holds the tables; made when it is absent")
+      ->type_name("FILE")
       ->capture_default_str();
   command_->add_option("--for", for_, "End after so long, as 20s, 90m or 8h30m; without it, at Ctrl-C")
       ->check(IsDuration());

@@ -67,8 +67,10 @@ StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : g
       command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
   auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
   csv->excludes(json);
-  command_->add_option("--record", recording_,
-                       "Write what the connection receives to a file that quotetracker --play plays again");
+  command_
+      ->add_option("--record", recording_,
+                   "Write what the connection receives to a file that quotetracker --play plays again")
+      ->type_name("FILE");
   command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress");
   command_
       ->add_option("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")

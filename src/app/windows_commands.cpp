@@ -11,7 +11,7 @@ std::unique_ptr<CLI::App> WithoutCommands(GlobalOptions& global) {
   auto program = std::make_unique<CLI::App>("The windows of Mirelo; see mirelo --help", "mirelo");
   program->require_subcommand(1);
   program->fallthrough();
-  program->add_option("--registry", global.registry, "As of mirelo");
+  program->add_option("--registry", global.registry, "As of mirelo")->type_name("FILE");
   return program;
 }
 
