@@ -37,7 +37,7 @@ class Spreadsheet {
   // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes
   // on pointing at it. Error 61 when the disk is full, 70 when another program has the file open or locked,
   // 75 when the file or its folder cannot be written, 1004 when what was written does not read back. Numbers
-  // keep 16 significant digits. Charts on worksheets are saved, chart sheets are not.
+  // keep 16 significant digits.
   void Save(const std::filesystem::path& file);
 
   // Raises the error by which Save would refuse, as far as that can be told before there is anything to save.
