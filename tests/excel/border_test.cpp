@@ -1,5 +1,6 @@
 #include "host/excel/border.h"
 #include "conformance.h"
+#include "host/excel/interior.h"
 
 namespace mirelo::testing {
 namespace {
@@ -211,6 +212,34 @@ TEST_P(Borders, FrameATableAsItsOwnersDo) {
       EXPECT_EQ(cell->Borders(xlEdgeBottom)->Weight(), Variant(row == 7 ? -4138 : 2));
     }
   }
+}
+
+// Rows filled by turns, columns with formats of their own, and two lines that are heavier than the others.
+TEST_P(Borders, OfCellsThatLookDifferentKeepWhatIsNotChanged) {
+  for (const char* row : {"B3:D3", "B5:D5"}) Range(row)->Interior()->ColorIndex(36);
+  Range("C2:C6")->NumberFormat("0.00");
+  Draw("B2:D6", xlInsideVertical);
+  Of("B4", xlEdgeRight)->Weight(xlThick);
+  Of("D5", xlEdgeLeft)->Weight(xlMedium);
+  Of("B2:D6", xlInsideVertical)->ColorIndex(15);
+  for (std::int32_t row = 2; row <= 6; ++row) {
+    for (std::int32_t column = 2; column <= 3; ++column) {
+      SCOPED_TRACE(std::to_string(row) + ", " + std::to_string(column));
+      const std::int32_t weight = row == 4 && column == 2   ? xlThick
+                                  : row == 5 && column == 3 ? xlMedium
+                                                            : xlThin;
+      for (const auto& border : {sheet->Cells(row, column)->Borders(xlEdgeRight),
+                                 sheet->Cells(row, column + 1)->Borders(xlEdgeLeft)}) {
+        EXPECT_EQ(border->ColorIndex(), Variant(15));
+        EXPECT_EQ(border->Weight(), Variant(weight));
+      }
+    }
+  }
+  EXPECT_FALSE(HasLine("B2:D6", xlInsideHorizontal));
+  EXPECT_FALSE(HasLine("B2:B6", xlEdgeLeft));
+  EXPECT_FALSE(HasLine("D2:D6", xlEdgeRight));
+  EXPECT_EQ(Range("B3:D3")->Interior()->ColorIndex(), Variant(36));
+  EXPECT_EQ(Range("C2:C6")->NumberFormat(), Variant("0.00"));
 }
 
 TEST_P(Borders, ReachWholeColumns) {

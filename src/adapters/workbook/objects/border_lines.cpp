@@ -64,6 +64,32 @@ Area CellsAlong(Area area, XlBordersIndex index) {
   return area;
 }
 
+using Part = std::pair<Area, BorderLine>;
+
+// Whether a part goes on below the other one, or to its right.
+bool GoesOnBelow(const Part& part, const Part& next) {
+  return part.second == next.second && part.first.first_column == next.first.first_column &&
+         part.first.last_column == next.first.last_column && part.first.last_row + 1 == next.first.first_row;
+}
+bool GoesOnBeside(const Part& part, const Part& next) {
+  return part.second == next.second && part.first.first_row == next.first.first_row &&
+         part.first.last_row == next.first.last_row && part.first.last_column + 1 == next.first.first_column;
+}
+
+// Neighbours in the list of which goes_on(part, next) holds become one.
+template <class GoesOn>
+std::vector<Part> Joined(const std::vector<Part>& parts, GoesOn&& goes_on) {
+  std::vector<Part> joined;
+  for (const Part& part : parts) {
+    if (!joined.empty() && goes_on(joined.back(), part)) {
+      joined.back().first = Around(joined.back().first, part.first);
+    } else {
+      joined.push_back(part);
+    }
+  }
+  return joined;
+}
+
 }  // namespace
 
 BorderLines::BorderLines(const CellBlock& block, XlBordersIndex index) : block_(block) {
@@ -82,12 +108,14 @@ const BorderLine& BorderLines::LineOf(StyleId style, Edge edge) const {
   return Styles().Get(style).border.edges[static_cast<std::size_t>(edge)];
 }
 
+// Cells of different styles with the same line are one part where they lie together: changing a part costs as
+// much as there are runs of rows in its columns, however small it is.
 std::vector<std::pair<Area, BorderLine>> BorderLines::Parts(const Side& side) const {
-  std::vector<std::pair<Area, BorderLine>> parts;
+  std::vector<Part> parts;
   block_.sheet->styles.ForEach(side.area, [&](const Area& part, StyleId style) {
     parts.emplace_back(part, LineOf(style, side.edge));
   });
-  return parts;
+  return Joined(Joined(parts, GoesOnBelow), GoesOnBeside);
 }
 
 void BorderLines::TakeOver() {
