@@ -43,7 +43,8 @@ bool HasCharts(excel::Worksheet& sheet) {
 
 }  // namespace
 
-DayCharts::DayCharts(excel::Application& application, cMirelo& facade, std::vector<std::string> columns)
+DayCharts::DayCharts(excel::Application& application, cMirelo& facade,
+                     const std::vector<std::string>& columns)
     : application_(application),
       facade_(facade),
       price_column_(IndexOf(columns, "Last")),

@@ -25,7 +25,7 @@ namespace mirelo::app {
 class DayCharts {
  public:
   // The settings are those of now. All must outlive this.
-  DayCharts(host::excel::Application& application, cMirelo& facade, std::vector<std::string> columns);
+  DayCharts(host::excel::Application& application, cMirelo& facade, const std::vector<std::string>& columns);
 
   // A vertical table; one without charts is passed over.
   void Add(std::size_t ticker, std::shared_ptr<host::excel::Worksheet> sheet);

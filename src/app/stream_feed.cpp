@@ -87,7 +87,6 @@ void StreamFeed::Call() {
 }
 
 void StreamFeed::HangUp() {
-  streaming_ = false;
   if (!stream_) return;
   TakeQuotes();
   stream_->DisConnect();
@@ -106,7 +105,6 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
     pause_ = first_pause_;
-    streaming_ = true;
     Status.Raise("Streaming");
   });
   stream->QTDatas.Subscribe([this] {
@@ -167,7 +165,6 @@ void StreamFeed::NoteReply(std::span<const std::uint8_t> chunk) {
 }
 
 void StreamFeed::CallAgainLater(const std::string& reason) {
-  streaming_ = false;
   Status.Raise(reason + "; calling again in " + InSeconds(pause_));
   loop_.StopTimer(timer_);
   loop_.StopTimer(listening_);

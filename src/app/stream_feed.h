@@ -46,9 +46,6 @@ class StreamFeed {
   // other errors leave.
   void RunUntil(const std::function<bool()>& done);
 
-  // Whether quotes are subscribed and come as they are made.
-  bool IsStreaming() const { return streaming_; }
-
   // A line for a person.
   Event<const std::string&> Status;
   Event<const cQTData&> Quote;
@@ -72,7 +69,6 @@ class StreamFeed {
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;
   Pause silence_ = kFirstSilence;
-  bool streaming_ = false;
   bool heard_ = false;  // anything, since silence was last listened for
   bool took_ = false;   // quotes, since the last sweep
   host::MessageLoop::Token timer_ = 0;

@@ -55,6 +55,7 @@ void WorkbookKeeper::SaveAtIntervals(std::chrono::milliseconds interval) {
 fs::path WorkbookKeeper::SaveAtEnd() {
   loop_.StopTimer(timer_);
   if (Save(file_)) return file_;
+  trouble_.clear();  // another file, another trouble
   const fs::path beside = FreeNameBeside(file_);
   return Save(beside) ? beside : fs::path();
 }

@@ -74,7 +74,7 @@ void WorkingDay::Ask() {
     came_.Beat(static_cast<std::int64_t>(rows->size()));
     for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) tables_->TakeIfNew(ticker, (*rows)[ticker]);
     Write();
-    Status.Raise(std::to_string(rows->size()) + " quotes");
+    Status.Raise(std::to_string(rows->size()) + (rows->size() == 1 ? " quote" : " quotes"));
   } else {
     Status.Raise("QuoteTracker gave no quotes; going on");
   }

@@ -27,11 +27,14 @@ TEST(Interrupt, EndsAPauseOnCtrlC) {
   EXPECT_TRUE(interrupt.Requested());
 }
 
-TEST(Interrupt, EndsAPauseOnATermination) {
-  poll::PollLoop loop;
-  Interrupt interrupt(loop);
-  loop.StartTimer(milliseconds(1), [] { ::raise(SIGTERM); });
-  EXPECT_FALSE(interrupt.Pause(hours(1)));
+TEST(Interrupt, EndsAPauseOnATerminationAndOnTheEndOfTheTerminal) {
+  for (const int signal : {SIGTERM, SIGHUP}) {
+    SCOPED_TRACE(signal);
+    poll::PollLoop loop;
+    Interrupt interrupt(loop);
+    loop.StartTimer(milliseconds(1), [signal] { ::raise(signal); });
+    EXPECT_FALSE(interrupt.Pause(hours(1)));
+  }
 }
 
 TEST(InterruptDeathTest, TheSecondCtrlCEndsTheProgramAtOnce) {

@@ -99,7 +99,7 @@ TEST_F(Run, AsksOnceAndEndsWhereUpdatesAreOff) {
 TEST_F(Run, AsksAtThePaceOfTheSettings) {
   const auto result = RunWith({"--demo", "--tickers", "MSFT", "--set", "Seconds=1", "--for", "3500ms"});
   ASSERT_EQ(result.exit_code, 0) << result.err;
-  EXPECT_THAT(result.err, HasSubstr("1 quotes\n1 quotes\n"));
+  EXPECT_THAT(result.err, HasSubstr("1 quote\n1 quote\n"));
 }
 
 TEST_F(Run, LeavesNoOldTickerWhenTheListShrinks) {
