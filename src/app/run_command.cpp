@@ -109,7 +109,12 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
     return kFailed;
   }
 
-  WorkbookKeeper keeper(host.loop(), spreadsheet, workbook_, [&] { day.Fit(); });
+  const auto tell_losses = [&] { TellLosses(workbook_, spreadsheet); };
+  tell_losses();
+  WorkbookKeeper keeper(host.loop(), spreadsheet, workbook_, [&] {
+    day.Fit();
+    tell_losses();
+  });
   DayView view(host.loop(), day, keeper);
   const bool went_well = Follow(session, day, keeper, view);
   const std::filesystem::path saved = keeper.SaveAtEnd();

@@ -33,9 +33,13 @@ void SayingWhatToDo(Attempt&& attempt) {
 workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file) {
   if (!std::filesystem::exists(file)) return workbook::Spreadsheet::New();
   auto spreadsheet = workbook::Spreadsheet::Open(file);
-  for (const auto& loss : spreadsheet.Losses())
-    std::cerr << "warning: " << file.string() << ": " << loss << '\n';
+  TellLosses(file, spreadsheet);
   return spreadsheet;
+}
+
+void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet) {
+  for (const auto& loss : spreadsheet.NewLosses())
+    std::cerr << "warning: " << file.string() << ": " << loss << '\n';
 }
 
 workbook::Spreadsheet OpenForGo(const std::filesystem::path& file) {
@@ -45,6 +49,7 @@ workbook::Spreadsheet OpenForGo(const std::filesystem::path& file) {
 
 void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet) {
   try {
+    TellLosses(file, spreadsheet);
     SayingWhatToDo([&] { spreadsheet.Save(file); });
   } catch (const RuntimeError&) {
     std::cerr << "The settings are stored, but the workbook is as it was.\n";

@@ -10,13 +10,17 @@ namespace mirelo::app {
 // would not hold any more is told on the standard error stream.
 workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file);
 
-// The same for a workbook in which Go is pressed, which SaveAfterGo then saves. Better than after the work is
-// done, a file that could not be saved is found now: the errors of Spreadsheet::Save, with texts that say
-// what to do.
+// Says on the standard error stream what of its file the workbook would not hold any more if it were saved as
+// it is now; each thing once.
+void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet);
+
+// The same as OpenOrNew for a workbook in which Go is pressed, which SaveAfterGo then saves. Better than
+// after the work is done, a file that could not be saved is found now: the errors of Spreadsheet::Save, with
+// texts that say what to do.
 workbook::Spreadsheet OpenForGo(const std::filesystem::path& file);
 
-// Saves it, and tells on the standard error stream what became of it. Errors as Spreadsheet::Save, with texts
-// that say what to do.
+// Saves it, and tells on the standard error stream what is lost and what became of it. Errors as
+// Spreadsheet::Save, with texts that say what to do.
 void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet);
 
 }  // namespace mirelo::app

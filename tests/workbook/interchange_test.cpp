@@ -123,7 +123,7 @@ TEST_F(Interchange, ReadsWhatAnotherProgramWrote) {
   EXPECT_EQ(conditions->Item(1)->Font()->ColorIndex(), Variant(10));
   EXPECT_EQ(conditions->Item(2)->Font()->ColorIndex(), Variant(3));
   EXPECT_THAT(
-      spreadsheet.Losses(),
+      AllLosses(spreadsheet),
       ElementsAre(
           "Sheet \"Quotes\": not kept: formulas (cells: 1), which become the last value computed.",
           "Sheet \"Quotes\": not kept: conditional formats other than comparisons with a value (rules: "

@@ -13,7 +13,7 @@ class Losses : public WorkbookFiles {
   std::vector<std::string> With(std::string part, std::string_view mark, std::string_view what) {
     Parts parts = SmallWorkbook();
     InsertBehind(parts[part], mark, what);
-    return Open(parts).Losses();
+    return AllLosses(Open(parts));
   }
   std::vector<std::string> InSheet(std::string_view element) {
     return With(kSheetPart, "</sheetData>", element);
@@ -22,7 +22,7 @@ class Losses : public WorkbookFiles {
     return With("xl/workbook.xml", "</sheets>", element);
   }
   std::vector<std::string> OfCells(std::string_view cells) {
-    return Open(SmallWorkbook("<row r=\"1\">" + std::string(cells) + "</row>")).Losses();
+    return AllLosses(Open(SmallWorkbook("<row r=\"1\">" + std::string(cells) + "</row>")));
   }
 };
 
@@ -73,7 +73,8 @@ TEST_F(Losses, NameThePartsThatASheetRefersTo) {
     parts["xl/worksheets/_rels/sheet1.xml.rels"] =
         std::string("<Relationships><Relationship Id=\"rId1\" Type=\"http://x/") + type +
         "\" Target=\"../x.xml\"/></Relationships>";
-    EXPECT_THAT(Open(parts).Losses(), ElementsAre(std::string("Sheet \"Prices\": not kept: ") + named + "."));
+    EXPECT_THAT(AllLosses(Open(parts)),
+                ElementsAre(std::string("Sheet \"Prices\": not kept: ") + named + "."));
   }
 }
 
@@ -99,7 +100,8 @@ TEST_F(Losses, NameWhatADrawingHoldsBesidesCharts) {
         std::string(
             "<xdr:wsDr xmlns:xdr=\"urn:x\" xmlns:a=\"urn:a\" xmlns:mc=\"urn:m\"><xdr:twoCellAnchor>") +
         shape + "<xdr:clientData/></xdr:twoCellAnchor></xdr:wsDr>";
-    EXPECT_THAT(Open(parts).Losses(), ElementsAre(std::string("Sheet \"Prices\": not kept: ") + named + "."));
+    EXPECT_THAT(AllLosses(Open(parts)),
+                ElementsAre(std::string("Sheet \"Prices\": not kept: ") + named + "."));
   }
 }
 
@@ -155,7 +157,7 @@ TEST_F(Losses, NameSheetsOfOtherKinds) {
   InsertBehind(
       parts["xl/_rels/workbook.xml.rels"], "relationships\">",
       "<Relationship Id=\"rId9\" Type=\"http://x/dialogsheet\" Target=\"dialogsheets/sheet1.xml\"/>");
-  EXPECT_THAT(Open(parts).Losses(),
+  EXPECT_THAT(AllLosses(Open(parts)),
               ElementsAre("Workbook: not kept: \"Dialog1\", a sheet of the kind \"dialogsheet\"."));
 }
 
@@ -164,7 +166,7 @@ TEST_F(Losses, NameSheetsThatMustBeRenamed) {
   ReplaceIn(parts["xl/workbook.xml"], "name=\"Prices\"", "name=\"a/b\"");
   const auto spreadsheet = Open(parts);
   EXPECT_EQ(SheetOf(spreadsheet)->Name(), "Sheet1");
-  EXPECT_EQ(spreadsheet.Losses().size(), 1u);
+  EXPECT_EQ(AllLosses(spreadsheet).size(), 1u);
 }
 
 TEST_F(Losses, EndAfterAHundred) {

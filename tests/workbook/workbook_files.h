@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -31,6 +32,13 @@ inline std::shared_ptr<host::excel::Workbook> BookOf(const workbook::Spreadsheet
 }
 inline SheetPtr SheetOf(const workbook::Spreadsheet& spreadsheet) {
   return BookOf(spreadsheet)->Worksheets()->Item(BookOf(spreadsheet)->ActiveSheet()->Name());
+}
+
+// What is lost when nothing of the loaded file can stay as it is, as when its sheets have other names.
+inline std::vector<std::string> AllLosses(const workbook::Spreadsheet& spreadsheet) {
+  const auto sheets = BookOf(spreadsheet)->Worksheets();
+  for (std::int32_t i = 1; i <= sheets->Count(); ++i) sheets->Item(i)->Name("Renamed" + std::to_string(i));
+  return spreadsheet.Losses();
 }
 
 inline std::string BytesOf(const std::filesystem::path& file) {

@@ -149,6 +149,18 @@ std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t
   return bytes;
 }
 
+void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& bytes) {
+  const Descriptor descriptor(::open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+  if (!descriptor.IsOpen()) throw CannotSave(file, errno);
+  std::size_t written = 0;
+  while (written < bytes.size()) {
+    const ssize_t count = ::write(descriptor.number(), bytes.data() + written, bytes.size() - written);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) throw CannotSave(file, errno);
+    written += static_cast<std::size_t>(count);
+  }
+}
+
 void ReplaceFile(const std::filesystem::path& file,
                  const std::function<void(const std::filesystem::path&)>& write) {
   const std::filesystem::path target = TargetOf(file);

@@ -13,6 +13,9 @@ namespace mirelo::workbook {
 // is larger than `most` bytes.
 std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t most);
 
+// Writes the whole of a file that is there. Error 61 when the disk is full, 75 for other failures.
+void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& bytes);
+
 // Replaces `file` (a symbolic link's target, where it is one) by what write(path) puts into a new file beside
 // it: write may open that path as often as it likes. The change happens at once, when the new file is on the
 // disk as a whole, and keeps the old one's permissions and owner; when anything fails, what write raises

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 namespace mirelo::workbook {
 
 struct Book;
+class Origin;
 
 // The spreadsheet program in memory, with one workbook: new, or loaded from an .xlsx file. The objects that
 // clients got from it stay good when it is gone.
@@ -29,9 +31,14 @@ class Spreadsheet {
 
   std::shared_ptr<host::excel::Application> Application() const { return application_; }
 
-  // What the loaded file holds that will be missing, or be something else, once the workbook is saved over
-  // it: one sentence each, in the file's order. Empty for a new workbook.
-  const std::vector<std::string>& Losses() const { return losses_; }
+  // What the loaded file holds that will be missing, or be something else, once the workbook as it is now is
+  // saved over it: one sentence each, in the file's order, and each until it was saved so. Sheets that nobody
+  // changed, and what belongs to no sheet, are saved as they stand in the file wherever that can be, so that
+  // most losses come with the first change of their sheet. Empty for a new workbook. Reads the loaded file
+  // again when it holds such things.
+  std::vector<std::string> Losses() const;
+  // Those of them that this did not give before.
+  std::vector<std::string> NewLosses();
 
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
   // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes
@@ -44,11 +51,13 @@ class Spreadsheet {
   static void RequireSavable(const std::filesystem::path& file);
 
  private:
-  explicit Spreadsheet(std::shared_ptr<Book> book, std::vector<std::string> losses = {});
+  explicit Spreadsheet(std::shared_ptr<Book> book, std::shared_ptr<const Origin> origin = nullptr);
 
   std::shared_ptr<Book> book_;
   std::shared_ptr<host::excel::Application> application_;
-  std::vector<std::string> losses_;
+  std::shared_ptr<const Origin> origin_;  // null when nothing of the loaded file would be lost
+  std::set<std::string> suffered_;        // losses that saving has made
+  std::set<std::string> told_;            // losses that NewLosses has given
 };
 
 }  // namespace mirelo::workbook

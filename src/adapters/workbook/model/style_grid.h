@@ -56,6 +56,8 @@ class StyleGrid {
     columns_.ForEach(1, kColumns, visit);
   }
 
+  friend bool operator==(const StyleGrid&, const StyleGrid&) = default;
+
  private:
   RunMap<Rows> columns_;
 };

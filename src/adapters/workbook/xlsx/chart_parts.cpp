@@ -59,14 +59,15 @@ void ReserveChartSheets(const Book& book, lxw_workbook* workbook) {
   }
 }
 
-void WriteCharts(const Book& book, const std::filesystem::path& file) {
+void WriteCharts(const Book& book, const std::vector<std::shared_ptr<Sheet>>& sheets,
+                 const std::vector<std::shared_ptr<Chart>>& chart_sheets, const std::filesystem::path& file) {
   ChartParts parts(book);
-  for (const auto& sheet : book.sheets) {
+  for (const auto& sheet : sheets) {
     if (sheet->charts.all.empty()) continue;
     parts.AddDrawing(DrawingXml(*sheet));
     for (const auto& chart : sheet->charts.all) parts.AddChart(*chart);
   }
-  for (const auto& chart : book.chart_sheets) {
+  for (const auto& chart : chart_sheets) {
     parts.AddDrawing(DrawingXml(*chart));
     parts.AddChart(*chart);
   }

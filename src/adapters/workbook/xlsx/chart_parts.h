@@ -3,6 +3,8 @@
 #include <xlsxwriter.h>
 
 #include <filesystem>
+#include <memory>
+#include <vector>
 
 #include "adapters/workbook/model/book.h"
 
@@ -15,10 +17,12 @@ namespace mirelo::workbook {
 // Lays charts that say nothing on a sheet, as many as it has.
 void ReserveCharts(const Sheet& sheet, lxw_workbook* workbook, lxw_worksheet* worksheet);
 
-// Adds the chart sheets behind all others.
+// Adds the book's chart sheets behind all others.
 void ReserveChartSheets(const Book& book, lxw_workbook* workbook);
 
-// Puts the charts into the file. Does nothing when the book has none.
-void WriteCharts(const Book& book, const std::filesystem::path& file);
+// Puts the charts into the file: those of these sheets and chart sheets of the book, which are all that the
+// file holds. Does nothing when there are none.
+void WriteCharts(const Book& book, const std::vector<std::shared_ptr<Sheet>>& sheets,
+                 const std::vector<std::shared_ptr<Chart>>& chart_sheets, const std::filesystem::path& file);
 
 }  // namespace mirelo::workbook

@@ -1,23 +1,40 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace mirelo::workbook {
 
-// Gathers sentences about what a file holds and the workbook does not keep, each once.
+// Something that a file holds and the workbook does not keep, as a sentence.
+struct Loss {
+  // When it is lost.
+  enum class Of : std::uint8_t {
+    File,      // whenever the file is written
+    Workbook,  // when all of it is written anew
+    Formats,   // when a sheet is written anew that uses them
+    Sheet,     // when this sheet is
+  };
+  Of of = Of::Formats;
+  std::string text;
+  std::string sheet;  // its name, for one of a sheet
+  friend bool operator==(const Loss&, const Loss&) = default;
+};
+
+// Gathers them, each once.
 class Losses {
  public:
-  // About the whole workbook.
-  void Add(std::string what);
+  void Add(Loss loss);
+  void Add(std::string what) { Add({Loss::Of::Formats, std::move(what), ""}); }
   // About one sheet.
   void Add(const std::string& sheet, std::string_view what);
 
-  const std::vector<std::string>& list() const { return list_; }
+  const std::vector<Loss>& list() const { return list_; }
 
  private:
-  std::vector<std::string> list_;
+  std::vector<Loss> list_;
 };
 
 }  // namespace mirelo::workbook

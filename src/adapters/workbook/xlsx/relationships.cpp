@@ -38,17 +38,25 @@ std::string LastWord(std::string_view address) {
 
 }  // namespace
 
-Relationships::Relationships(Package& package, const std::string& part) {
-  const std::string folder = FolderOf(part);
-  const std::string list = folder + "_rels/" + part.substr(folder.size()) + ".rels";
-  if (!package.Has(list)) return;
-  const XmlPart xml(package, list, "Relationships");
-  ForEachChild(xml.root(), "Relationship", [&](pugi::xml_node node) {
+std::vector<Relationship> LinksIn(pugi::xml_node list, const std::string& part) {
+  std::vector<Relationship> links;
+  ForEachChild(list, "Relationship", [&](pugi::xml_node node) {
     Relationship link{std::string(Attribute(node, "Id")), LastWord(Attribute(node, "Type")),
                       std::string(Attribute(node, "Target")), Attribute(node, "TargetMode") == "External"};
-    if (!link.external) link.target = Resolve(folder, link.target);
-    all_.push_back(std::move(link));
+    if (!link.external) link.target = Resolve(FolderOf(part), link.target);
+    links.push_back(std::move(link));
   });
+  return links;
+}
+
+std::string LinkListOf(const std::string& part) {
+  const std::string folder = FolderOf(part);
+  return folder + "_rels/" + part.substr(folder.size()) + ".rels";
+}
+
+Relationships::Relationships(Package& package, const std::string& part) {
+  const std::string list = LinkListOf(part);
+  if (package.Has(list)) all_ = LinksIn(XmlPart(package, list, "Relationships").root(), part);
 }
 
 const Relationship* Relationships::FindId(std::string_view id) const {

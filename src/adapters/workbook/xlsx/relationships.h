@@ -1,5 +1,6 @@
 #pragma once
 
+#include <pugixml.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,12 @@ struct Relationship {
   std::string target;  // the name of a part, or an address when external
   bool external = false;
 };
+
+// Those that a list, whose root element is given, tells of a part.
+std::vector<Relationship> LinksIn(pugi::xml_node list, const std::string& part);
+
+// The name of the part that lists another one's relationships; of the whole package for an empty name.
+std::string LinkListOf(const std::string& part);
 
 class Relationships {
  public:

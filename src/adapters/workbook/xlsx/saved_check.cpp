@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +13,7 @@
 #include "adapters/workbook/atomic_file.h"
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/text_units.h"
+#include "adapters/workbook/xlsx/sheet_changes.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 
 namespace mirelo::workbook {
@@ -98,25 +101,47 @@ bool IsSame(const Book& a, const Book& b) {
   return true;
 }
 
+// The same where chart sheets and these sheets were kept as they stood in another file.
+bool IsSame(const Book& a, const Book& b, const std::set<const Sheet*>& kept) {
+  if (a.sheets.size() != b.sheets.size() || a.chart_sheets.size() != b.chart_sheets.size()) return false;
+  for (std::size_t i = 0; i < a.sheets.size(); ++i) {
+    const Sheet& sheet = *a.sheets[i];
+    const Sheet& other = *b.sheets[i];
+    const bool is_same =
+        kept.contains(&sheet) ? sheet.name == other.name && IsUnchanged(sheet, other) : IsSame(sheet, other);
+    if (!is_same) return false;
+  }
+  return true;
+}
+
 // What is wrong with the file; empty when nothing is.
-std::string ProblemOf(const Book& book, const std::filesystem::path& file) {
+std::string ProblemOf(const std::filesystem::path& file,
+                      const std::function<bool(const Book&)>& is_what_was_written) {
   const LoadLimits limits;  // a file that cannot be opened again is of no use
   try {
     const std::vector<char> bytes = ReadWholeFile(file, limits.file_bytes);
-    return IsSame(book, *ReadWorkbook(bytes, limits).book) ? "" : "something is missing";
+    return is_what_was_written(*ReadWorkbook(bytes, limits).book) ? "" : "something is missing";
   } catch (const RuntimeError& error) {
     if (error.Number() != host::excel::kApplicationError) throw;
     return error.Description();
   }
 }
 
-}  // namespace
-
-void CheckSaved(const Book& book, const std::filesystem::path& file) {
-  const std::string problem = ProblemOf(book, file);
+void Check(const std::filesystem::path& file, const std::function<bool(const Book&)>& is_what_was_written) {
+  const std::string problem = ProblemOf(file, is_what_was_written);
   if (problem.empty()) return;
   throw DiskFull("Cannot save the workbook: what was written does not read back (" + problem +
                  "); the disk may be full.");
+}
+
+}  // namespace
+
+void CheckSaved(const Book& book, const std::filesystem::path& file) {
+  Check(file, [&](const Book& saved) { return IsSame(book, saved); });
+}
+
+void CheckSaved(const Book& book, const std::set<const Sheet*>& kept, const std::filesystem::path& file) {
+  Check(file, [&](const Book& saved) { return IsSame(book, saved, kept); });
 }
 
 }  // namespace mirelo::workbook

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <set>
 
 #include "adapters/workbook/model/book.h"
 
@@ -10,5 +11,8 @@ namespace mirelo::workbook {
 // workbook's. The writer does not see when its helper files find no room; this does. Error 61 when something
 // is missing.
 void CheckSaved(const Book& book, const std::filesystem::path& file);
+
+// The same where these sheets were kept as they stood in the file that the workbook was loaded from.
+void CheckSaved(const Book& book, const std::set<const Sheet*>& kept, const std::filesystem::path& file);
 
 }  // namespace mirelo::workbook

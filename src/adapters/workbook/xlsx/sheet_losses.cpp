@@ -127,7 +127,7 @@ constexpr std::array kPackageParts = std::to_array<PartWord>({
     {"thumbnail", ""},
     {"custom-properties", "custom document properties"},
     {"extensibility", "toolbars"},
-    {"origin", "the digital signature"},
+    {"origin", ""},  // the signature, reported by itself
 });
 
 template <class Report>
@@ -162,6 +162,10 @@ void ReportGroups(pugi::xml_node worksheet, const std::string& sheet, Losses& lo
   if (Child(Child(worksheet, "sheetPr"), "tabColor")) losses.Add(sheet, "not kept: the colour of the tab.");
 }
 
+void AddOfWorkbook(const std::string& meaning, Losses& losses) {
+  losses.Add({Loss::Of::Workbook, "Workbook: not kept: " + meaning + ".", ""});
+}
+
 }  // namespace
 
 void ReportSheetLosses(pugi::xml_node worksheet, const Relationships& links, const std::string& sheet,
@@ -174,14 +178,15 @@ void ReportSheetLosses(pugi::xml_node worksheet, const Relationships& links, con
 }
 
 void ReportWorkbookLosses(pugi::xml_node workbook, const Relationships& links, Losses& losses) {
-  const auto report = [&](const std::string& meaning) { losses.Add("Workbook: not kept: " + meaning + "."); };
+  const auto report = [&](const std::string& meaning) { AddOfWorkbook(meaning, losses); };
   ReportElements(workbook, kWorkbookElements, report);
   ReportParts(links, kWorkbookParts, report);
 }
 
 void ReportPackageLosses(const Relationships& links, Losses& losses) {
-  ReportParts(links, kPackageParts,
-              [&](const std::string& meaning) { losses.Add("Workbook: not kept: " + meaning + "."); });
+  ReportParts(links, kPackageParts, [&](const std::string& meaning) { AddOfWorkbook(meaning, losses); });
+  if (links.FindType("origin") != nullptr)
+    losses.Add({Loss::Of::File, "Workbook: not kept: the digital signature.", ""});
 }
 
 }  // namespace mirelo::workbook

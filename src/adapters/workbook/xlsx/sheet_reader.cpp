@@ -30,6 +30,14 @@ std::int32_t PixelsOf(double digits) {
       std::min(std::trunc(digits * kDigitWidth + 0.5), double{ColumnWidth::kGreatestPixels}));
 }
 
+// Tables have names that formulas elsewhere use; pivot tables have caches, slicers and timelines.
+bool IsReferredTo(const Relationships& links) {
+  return std::any_of(links.all().begin(), links.all().end(), [](const Relationship& link) {
+    return link.type == "table" || link.type == "pivotTable" || link.type == "slicer" ||
+           link.type == "timeline";
+  });
+}
+
 class SheetReader {
  public:
   SheetReader(SheetContext& context, const std::string& part, Sheet& sheet)
@@ -38,9 +46,10 @@ class SheetReader {
         sheet_(sheet),
         cells_(context, part, sheet) {}
 
-  void Read() {
+  SheetStanding Read() {
     const pugi::xml_node root = xml_.root();
-    ReadView(Child(Child(root, "sheetViews"), "sheetView"));
+    const pugi::xml_node view = Child(Child(root, "sheetViews"), "sheetView");
+    ReadView(view);
     ReadStandardWidth(Child(root, "sheetFormatPr"));
     ReadColumns(Child(root, "cols"));
     ReadRows(Child(root, "sheetData"));
@@ -51,6 +60,7 @@ class SheetReader {
     ReadComments(context_, links, sheet_);
     ReadCharts(context_, links, sheet_);
     ReportSheetLosses(root, links, sheet_.name, context_.losses);
+    return {Flag(view, "tabSelected", false), IsReferredTo(links)};
   }
 
  private:
@@ -213,8 +223,8 @@ class SheetReader {
 
 }  // namespace
 
-void ReadSheet(SheetContext& context, const std::string& part, Sheet& sheet) {
-  SheetReader(context, part, sheet).Read();
+SheetStanding ReadSheet(SheetContext& context, const std::string& part, Sheet& sheet) {
+  return SheetReader(context, part, sheet).Read();
 }
 
 }  // namespace mirelo::workbook

@@ -27,7 +27,14 @@ struct SheetContext {
   std::vector<UnboundSeries> series;  // of the charts read so far
 };
 
+// What a sheet's part tells of its standing in the file.
+struct SheetStanding {
+  bool is_selected = false;     // its tab
+  bool is_referred_to = false;  // by other parts, which would be damaged without its tables
+  bool has_lossy_formats = false;
+};
+
 // Fills a sheet, which bears its name already, from its part.
-void ReadSheet(SheetContext& context, const std::string& part, Sheet& sheet);
+SheetStanding ReadSheet(SheetContext& context, const std::string& part, Sheet& sheet);
 
 }  // namespace mirelo::workbook

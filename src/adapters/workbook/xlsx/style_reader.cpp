@@ -4,7 +4,10 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "adapters/workbook/format_code.h"
 #include "adapters/workbook/text_units.h"
@@ -27,16 +30,24 @@ class StyleReader {
     const pugi::xml_node root = xml_.root();
     colors_.ReadPalette(Child(Child(root, "colors"), "indexedColors"));
     ReadNumberFormats(Child(root, "numFmts"));
-    fonts_ = ReadList<FontStyle>(Child(root, "fonts"), "font", [&](pugi::xml_node n) { return ReadFont(n); });
-    fills_ = ReadList<FillStyle>(Child(root, "fills"), "fill", [&](pugi::xml_node n) { return ReadFill(n); });
+    fonts_ = ReadList<FontStyle>(Child(root, "fonts"), "font", [&](pugi::xml_node n) {
+      return Noting(lossy_fonts_, [&] { return ReadFont(n); });
+    });
+    fills_ = ReadList<FillStyle>(Child(root, "fills"), "fill", [&](pugi::xml_node n) {
+      return Noting(lossy_fills_, [&] { return ReadFill(n); });
+    });
     borders_ = ReadList<BorderStyle>(Child(root, "borders"), "border",
                                      [&](pugi::xml_node n) { return ReadBorder(n); });
     FileStyles styles;
-    styles.cells =
-        ReadList<Style>(Child(root, "cellXfs"), "xf", [&](pugi::xml_node n) { return ReadFormat(n); });
+    styles.cells = ReadList<Style>(Child(root, "cellXfs"), "xf", [&](pugi::xml_node n) {
+      return Noting(styles.are_lossy, [&] { return ReadFormat(n); });
+    });
     if (styles.cells.empty()) styles.cells.emplace_back();
+    styles.are_lossy.resize(styles.cells.size());
+    is_lossy_ = false;
     styles.looks =
         ReadList<ConditionalLook>(Child(root, "dxfs"), "dxf", [&](pugi::xml_node n) { return ReadLook(n); });
+    styles.are_looks_lossy = is_lossy_;
     return styles;
   }
 
@@ -56,14 +67,16 @@ class StyleReader {
       const auto id = Number<std::int32_t>(node, "numFmtId");
       if (!id) throw Damaged(xml_.name(), "a number format has no number");
       if (number_formats_.size() >= most_) throw Damaged(xml_.name(), "too many formats");
+      is_lossy_ = false;
       number_formats_[*id] = UsableFormat(CleanText(Attribute(node, "formatCode")));
+      if (is_lossy_) lossy_number_formats_.insert(*id);
     });
   }
 
   std::string UsableFormat(std::string code) {
     if (code.empty()) return "General";
     if (CanBeKept(code)) return code;
-    losses_.Add("The number format " + code.substr(0, 40) + "... is too long and becomes General.");
+    Lose("The number format " + code.substr(0, 40) + "... is too long and becomes General.");
     return "General";
   }
 
@@ -82,8 +95,7 @@ class StyleReader {
     }
     font.color = colors_.Read(Child(node, "color"));
     for (const char* effect : {"vertAlign", "outline", "shadow", "condense", "extend"}) {
-      if (Child(node, effect))
-        losses_.Add("Superscript, subscript, outline or shadow of letters is not kept.");
+      if (Child(node, effect)) Lose("Superscript, subscript, outline or shadow of letters is not kept.");
     }
     return font;
   }
@@ -91,7 +103,7 @@ class StyleReader {
   static bool IsOn(pugi::xml_node element) { return element && Flag(element, "val", true); }
 
   FillStyle ReadFill(pugi::xml_node node) {
-    if (Child(node, "gradientFill")) losses_.Add("Fills with a gradient are not kept.");
+    if (Child(node, "gradientFill")) Lose("Fills with a gradient are not kept.");
     const pugi::xml_node pattern = Child(node, "patternFill");
     FillStyle fill;
     fill.pattern = PlaceOf(kPatternNames, Attribute(pattern, "patternType")).value_or(0);
@@ -121,10 +133,11 @@ class StyleReader {
     style.number_format = NumberFormatOf(Number<std::int32_t>(node, "numFmtId").value_or(0));
     style.font = At(fonts_, node, "fontId");
     style.fill = At(fills_, node, "fillId");
+    is_lossy_ = is_lossy_ || IsLossy(lossy_fonts_, node, "fontId") || IsLossy(lossy_fills_, node, "fillId");
     style.border = At(borders_, node, "borderId");
     style.alignment = ReadAlignment(Child(node, "alignment"));
     if (Number<std::uint32_t>(node, "xfId").value_or(0) != 0) {
-      losses_.Add("The names of cell styles are not kept; the cells look the same.");
+      Lose("The names of cell styles are not kept; the cells look the same.");
     }
     return style;
   }
@@ -160,9 +173,10 @@ class StyleReader {
   }
 
   std::string NumberFormatOf(std::int32_t id) {
+    is_lossy_ = is_lossy_ || lossy_number_formats_.contains(id);
     if (const auto own = number_formats_.find(id); own != number_formats_.end()) return own->second;
     if (const auto built_in = BuiltInFormat(id)) return std::string(*built_in);
-    losses_.Add("Number format " + std::to_string(id) + ", which depends on the region, becomes General.");
+    Lose("Number format " + std::to_string(id) + ", which depends on the region, becomes General.");
     return "General";
   }
 
@@ -194,6 +208,25 @@ class StyleReader {
     return static_cast<std::int16_t>(angle <= 90 ? angle : 90 - angle);
   }
 
+  void Lose(std::string what) {
+    is_lossy_ = true;
+    losses_.Add(std::move(what));
+  }
+
+  // Reads an item, and notes in `lossy` whether something of it is lost.
+  template <class ReadOne>
+  std::invoke_result_t<ReadOne> Noting(std::vector<bool>& lossy, ReadOne&& read_one) {
+    is_lossy_ = false;
+    auto item = read_one();
+    lossy.push_back(is_lossy_);
+    return item;
+  }
+
+  static bool IsLossy(const std::vector<bool>& lossy, pugi::xml_node node, std::string_view attribute) {
+    const auto index = Number<std::size_t>(node, attribute).value_or(0);
+    return index < lossy.size() && lossy[index];
+  }
+
   XmlPart xml_;
   ColorReader& colors_;
   Losses& losses_;
@@ -202,6 +235,11 @@ class StyleReader {
   std::vector<FontStyle> fonts_;
   std::vector<FillStyle> fills_;
   std::vector<BorderStyle> borders_;
+
+  bool is_lossy_ = false;  // what is being read
+  std::set<std::int32_t> lossy_number_formats_;
+  std::vector<bool> lossy_fonts_;
+  std::vector<bool> lossy_fills_;
 };
 
 }  // namespace

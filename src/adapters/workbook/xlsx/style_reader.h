@@ -15,6 +15,8 @@ namespace mirelo::workbook {
 struct FileStyles {
   std::vector<Style> cells;  // never empty
   std::vector<ConditionalLook> looks;
+  std::vector<bool> are_lossy;   // cells' formats: whether something of them was told as lost
+  bool are_looks_lossy = false;  // the same for any of the looks
 };
 
 FileStyles ReadStyles(Package& package, const std::string& part, ColorReader& colors, Losses& losses);

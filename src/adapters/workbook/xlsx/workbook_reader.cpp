@@ -1,7 +1,9 @@
 #include "adapters/workbook/xlsx/workbook_reader.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -24,6 +26,15 @@ std::string WorkbookPart(Package& package, const Relationships& links) {
   const Relationship* link = links.FindType("officeDocument");
   if (link == nullptr || !package.Has(link->target)) throw Damaged("archive", "this is no .xlsx workbook");
   return link->target;
+}
+
+// Whether a part uses the vocabulary that the file writer writes, not its stricter sister.
+bool IsInUsualVocabulary(pugi::xml_node root) {
+  constexpr std::string_view kUsual = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
+  const auto attributes = root.attributes();
+  return std::any_of(attributes.begin(), attributes.end(), [&](const pugi::xml_attribute& attribute) {
+    return std::string_view(attribute.name()).starts_with("xmlns") && kUsual == attribute.value();
+  });
 }
 
 class WorkbookReader {
@@ -52,7 +63,7 @@ class WorkbookReader {
     book_->properties = ReadProperties(package_, package_links_);
     ReportWorkbookLosses(xml_.root(), links_, losses_);
     ReportPackageLosses(package_links_, losses_);
-    return {book_, losses_.list()};
+    return {book_, losses_.list(), std::move(entries_), CanBeCarried()};
   }
 
  private:
@@ -63,12 +74,16 @@ class WorkbookReader {
   }
 
   void ReadStyleTable(SheetContext& context) {
-    FileStyles styles{{Style()}, {}};
+    FileStyles styles{{Style()}, {}, {false}, false};
     if (const std::string part = PartOfType("styles"); !part.empty()) {
       styles = ReadStyles(package_, part, context.colors, losses_);
     }
     book_->styles = StyleTable(styles.cells.front());
-    for (const Style& style : styles.cells) context.styles.push_back(book_->styles.Intern(style));
+    for (std::size_t i = 0; i < styles.cells.size(); ++i) {
+      context.styles.push_back(book_->styles.Intern(styles.cells[i]));
+      if (styles.are_lossy[i]) lossy_styles_.insert(context.styles.back());
+    }
+    are_looks_lossy_ = styles.are_looks_lossy;
     context.looks = std::move(styles.looks);
   }
 
@@ -78,49 +93,76 @@ class WorkbookReader {
       if (static_cast<std::size_t>(++place) > package_.limits().sheets)
         throw Damaged(xml_.name(), "too many sheets");
       places_.push_back({book_->sheets.size(), nullptr});
-      ReadSheetEntry(context, node);
+      entries_.push_back(ReadSheetEntry(context, node));
     });
     if (book_->sheets.empty()) throw Damaged(xml_.name(), "the workbook has no worksheet");
   }
 
-  void ReadSheetEntry(SheetContext& context, pugi::xml_node node) {
+  LoadedBook::Entry ReadSheetEntry(SheetContext& context, pugi::xml_node node) {
     const std::string name = CleanText(Attribute(node, "name"));
     const Relationship* link = links_.FindId(Attribute(node, "id"));
     if (link == nullptr || link->external) throw Damaged(xml_.name(), "sheet \"" + name + "\" has no part");
-    if (link->type == "worksheet") {
-      ReadWorksheet(context, node, link->target, name);
-    } else if (link->type == "chartsheet") {
-      ReadChartSheetEntry(context, node, link->target, name);
-    } else {
-      losses_.Add("Workbook: not kept: \"" + name + "\", a sheet of the kind \"" + link->type + "\".");
-    }
+    if (link->type == "worksheet") return ReadWorksheet(context, node, link->target, name);
+    if (link->type == "chartsheet") return ReadChartSheetEntry(context, node, link->target, name);
+    LoseOfWorkbook("\"" + name + "\", a sheet of the kind \"" + link->type + "\".");
+    return {};
   }
 
-  void ReadWorksheet(SheetContext& context, pugi::xml_node node, const std::string& part,
-                     const std::string& name) {
+  LoadedBook::Entry ReadWorksheet(SheetContext& context, pugi::xml_node node, const std::string& part,
+                                  const std::string& name) {
     auto sheet = std::make_shared<Sheet>(name);
     MakeNameFit(*sheet, "Sheet");
     const std::string_view state = Attribute(node, "state");
     sheet->hidden = state == "hidden" || state == "veryHidden";
-    if (state == "veryHidden") losses_.Add(sheet->name, "becomes a sheet that a person can unhide.");
-    if (!book_->chart_sheets.empty())
-      losses_.Add("Workbook: not kept: that chart sheets stand before worksheets.");
+    if (state == "veryHidden") {
+      losses_.Add({Loss::Of::Workbook,
+                   "Sheet \"" + sheet->name + "\": becomes a sheet that a person can unhide.", ""});
+    }
+    if (!book_->chart_sheets.empty()) LoseOfWorkbook("that chart sheets stand before worksheets.");
     book_->InsertSheet(book_->sheets.size(), sheet);
     names_.push_back(name);
-    ReadSheet(context, part, *sheet);
+    SheetStanding standing = ReadSheet(context, part, *sheet);
+    standing.has_lossy_formats = HasLossyFormats(*sheet);
+    return {sheet, standing, nullptr};
   }
 
-  void ReadChartSheetEntry(SheetContext& context, pugi::xml_node node, const std::string& part,
-                           const std::string& name) {
+  LoadedBook::Entry ReadChartSheetEntry(SheetContext& context, pugi::xml_node node, const std::string& part,
+                                        const std::string& name) {
     const auto chart = ReadChartSheet(context, part, name);
     if (chart == nullptr) {
-      losses_.Add("Workbook: not kept: \"" + name + "\", a chart sheet.");
-      return;
+      LoseOfWorkbook("\"" + name + "\", a chart sheet.");
+      return {};
     }
     MakeNameFit(*chart, "Chart");
     if (Attribute(node, "state").ends_with("idden")) losses_.Add(chart->name, "not kept: that it is hidden.");
     book_->chart_sheets.push_back(chart);
     places_.back().chart = chart;
+    return {nullptr, {}, chart};
+  }
+
+  void LoseOfWorkbook(const std::string& what) {
+    losses_.Add({Loss::Of::Workbook, "Workbook: not kept: " + what, ""});
+  }
+
+  bool HasLossyFormats(const Sheet& sheet) const {
+    if (are_looks_lossy_ && !sheet.conditions.all().empty()) return true;
+    if (lossy_styles_.empty()) return false;
+    bool has = false;
+    sheet.styles.ForEach(Area::Sheet(),
+                         [&](const Area&, StyleId style) { has = has || lossy_styles_.contains(style); });
+    return has;
+  }
+
+  // Macros know sheets by names that sheets written anew have not; slicers and timelines know tables; and of
+  // several windows each has a view of every sheet.
+  bool CanBeCarried() const {
+    const auto& links = links_.all();
+    int windows = 0;
+    ForEachChild(Child(xml_.root(), "bookViews"), "workbookView", [&](pugi::xml_node) { ++windows; });
+    return !has_renamed_ && windows <= 1 && IsInUsualVocabulary(xml_.root()) &&
+           std::none_of(links.begin(), links.end(), [](const Relationship& link) {
+             return link.type == "vbaProject" || link.type == "slicerCache" || link.type == "timelineCache";
+           });
   }
 
   // Gives a worksheet or chart sheet another name when it may not bear its own.
@@ -129,7 +171,10 @@ class WorkbookReader {
     const std::string_view objection = NameObjection(*book_, sheet, sheet.name);
     if (objection.empty()) return;
     const std::string old = std::exchange(sheet.name, FreeName(sheet, kind));
-    losses_.Add("Sheet \"" + old + "\" is renamed to \"" + sheet.name + "\": " + std::string(objection));
+    losses_.Add({Loss::Of::File,
+                 "Sheet \"" + old + "\" is renamed to \"" + sheet.name + "\": " + std::string(objection),
+                 ""});
+    has_renamed_ = true;
   }
 
   template <class T>
@@ -164,6 +209,10 @@ class WorkbookReader {
   Relationships links_;
   std::shared_ptr<Book> book_;
   Losses losses_;
+  std::vector<LoadedBook::Entry> entries_;
+  bool has_renamed_ = false;
+  std::set<StyleId> lossy_styles_;
+  bool are_looks_lossy_ = false;
   std::vector<std::string> names_;  // that the file gives the book's sheets
   struct Place {
     std::size_t worksheets_before;

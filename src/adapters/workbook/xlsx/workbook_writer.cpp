@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/load_limits.h"
@@ -20,6 +21,9 @@ namespace mirelo::workbook {
 
 namespace {
 
+using Sheets = std::vector<std::shared_ptr<Sheet>>;
+using ChartSheets = std::vector<std::shared_ptr<Chart>>;
+
 constexpr std::size_t kMostHelperFiles = 256;
 
 struct FreeWorkbook {
@@ -30,34 +34,33 @@ using Workbook = std::unique_ptr<lxw_workbook, FreeWorkbook>;
 // Whether the writer can pass rows on to its helper files as they come, so that a workbook costs no memory a
 // second time. It needs a file for each sheet then, and places the boxes of comments by rows that it still
 // has.
-bool CanPassRowsOn(const Book& book) {
+bool CanPassRowsOn(const Sheets& sheets) {
   const auto needs_rows = [](const auto& sheet) {
     return !sheet->comments.all().empty() && sheet->heights != RunMap<RowHeight>(kRows, {});
   };
-  return book.sheets.size() <= kMostHelperFiles &&
-         std::none_of(book.sheets.begin(), book.sheets.end(), needs_rows);
+  return sheets.size() <= kMostHelperFiles && std::none_of(sheets.begin(), sheets.end(), needs_rows);
 }
 
-Workbook NewFile(const Book& book, const std::filesystem::path& file) {
+Workbook NewFile(const Sheets& sheets, const std::filesystem::path& file) {
   std::string folder = file.parent_path().string();
   if (folder.empty()) folder = '.';
   lxw_workbook_options options{};
   options.tmpdir = folder.data();
-  options.constant_memory = CanPassRowsOn(book) ? LXW_TRUE : LXW_FALSE;
+  options.constant_memory = CanPassRowsOn(sheets) ? LXW_TRUE : LXW_FALSE;
   Workbook workbook(workbook_new_opt(file.c_str(), &options));
   if (workbook == nullptr) throw Errors::OutOfMemory();
   return workbook;
 }
 
 // So that what is saved can be loaded again.
-void CheckFormattedCells(const Book& book) {
+void CheckFormattedCells(const Sheets& sheets) {
   std::int64_t count = 0;
-  for (const auto& sheet : book.sheets) count += SheetFormats(sheet->styles).CountExceptions();
+  for (const auto& sheet : sheets) count += SheetFormats(sheet->styles).CountExceptions();
   if (count > static_cast<std::int64_t>(LoadLimits().blank_cells))
     throw Refused("Too many cells of the workbook are formatted to be saved.");
 }
 
-void CheckCharts(const Book& book) {
+void CheckCharts(const Sheets& sheets, const ChartSheets& chart_sheets) {
   const LoadLimits limits;
   std::size_t charts = 0;
   std::size_t series = 0;
@@ -67,10 +70,10 @@ void CheckCharts(const Book& book) {
     series += chart.series.size();
     for (const ChartSeries& one : chart.series) points += one.points.size();
   };
-  for (const auto& sheet : book.sheets) {
+  for (const auto& sheet : sheets) {
     for (const auto& chart : sheet->charts.all) count(*chart);
   }
-  for (const auto& chart : book.chart_sheets) count(*chart);
+  for (const auto& chart : chart_sheets) count(*chart);
   if (charts > limits.charts || series > limits.chart_series || points > limits.chart_points)
     throw Refused("The workbook has too many charts to be saved.");
 }
@@ -89,26 +92,34 @@ void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
   CheckWriter(workbook_set_properties(workbook, &fields));
 }
 
-}  // namespace
-
-void WriteWorkbook(const Book& book, const std::filesystem::path& file) {
-  CheckFormattedCells(book);
-  CheckCharts(book);
-  Workbook workbook = NewFile(book, file);
+void Write(const Book& book, const Sheets& sheets, const ChartSheets& chart_sheets,
+           const std::filesystem::path& file) {
+  CheckFormattedCells(sheets);
+  CheckCharts(sheets, chart_sheets);
+  Workbook workbook = NewFile(sheets, file);
   FormatWriter formats(workbook.get(), book.styles);
-  for (std::size_t i = 0; i < book.sheets.size(); ++i) {
-    const Sheet& sheet = *book.sheets[i];
-    lxw_worksheet* worksheet = workbook_add_worksheet(workbook.get(), sheet.name.c_str());
-    if (worksheet == nullptr) throw Refused("The sheet \"" + sheet.name + "\" cannot be written.");
-    if (i == book.active && book.front_chart == nullptr) worksheet_activate(worksheet);
-    if (sheet.hidden) worksheet_hide(worksheet);
-    WriteSheet(sheet, worksheet, formats);
-    ReserveCharts(sheet, workbook.get(), worksheet);
+  for (const auto& sheet : sheets) {
+    lxw_worksheet* worksheet = workbook_add_worksheet(workbook.get(), sheet->name.c_str());
+    if (worksheet == nullptr) throw Refused("The sheet \"" + sheet->name + "\" cannot be written.");
+    if (sheet == book.FrontSheet()) worksheet_activate(worksheet);
+    if (sheet->hidden) worksheet_hide(worksheet);
+    WriteSheet(*sheet, worksheet, formats);
+    ReserveCharts(*sheet, workbook.get(), worksheet);
   }
-  ReserveChartSheets(book, workbook.get());
+  if (!chart_sheets.empty()) ReserveChartSheets(book, workbook.get());
   WriteProperties(workbook.get(), book.properties);
   CheckWriter(workbook_close(workbook.release()));
-  WriteCharts(book, file);
+  WriteCharts(book, sheets, chart_sheets, file);
+}
+
+}  // namespace
+
+void WriteSheets(const Book& book, const Sheets& sheets, const std::filesystem::path& file) {
+  Write(book, sheets, {}, file);
+}
+
+void WriteWorkbook(const Book& book, const std::filesystem::path& file) {
+  Write(book, book.sheets, book.chart_sheets, file);
 }
 
 }  // namespace mirelo::workbook

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
+#include <vector>
 
 #include "adapters/workbook/model/book.h"
 
@@ -10,5 +12,9 @@ namespace mirelo::workbook {
 // 1004 when the workbook is more than a file can hold, or the writer fails. A disk that is full goes
 // unnoticed in part of the work: read the file back before it is trusted.
 void WriteWorkbook(const Book& book, const std::filesystem::path& file);
+
+// The same with these worksheets of the book alone.
+void WriteSheets(const Book& book, const std::vector<std::shared_ptr<Sheet>>& sheets,
+                 const std::filesystem::path& file);
 
 }  // namespace mirelo::workbook

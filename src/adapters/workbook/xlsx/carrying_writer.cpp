@@ -1,0 +1,251 @@
+#include "adapters/workbook/xlsx/carrying_writer.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "adapters/workbook/atomic_file.h"
+#include "adapters/workbook/xlsx/content_types.h"
+#include "adapters/workbook/xlsx/link_list.h"
+#include "adapters/workbook/xlsx/package.h"
+#include "adapters/workbook/xlsx/package_editor.h"
+#include "adapters/workbook/xlsx/sheet_transplant.h"
+#include "adapters/workbook/xlsx/style_merge.h"
+#include "adapters/workbook/xlsx/workbook_part.h"
+#include "adapters/workbook/xlsx/workbook_writer.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+constexpr const char* kTexts = "xl/sharedStrings.xml";  // where the file writer puts them
+constexpr const char* kStyles = "xl/styles.xml";
+constexpr std::string_view kNoStyles =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"/>";
+
+// For files that were loaded, or have just been written.
+LoadLimits OfTrustedFiles() {
+  constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
+  LoadLimits limits;
+  limits.file_bytes = limits.part_bytes = limits.total_bytes = limits.ratio_free_bytes = kMost;
+  limits.parts = limits.nodes = kMost;
+  return limits;
+}
+
+std::string WorkbookPartOf(Package& package) {
+  return Relationships(package, "").FindType("officeDocument")->target;
+}
+
+class CarryingWriter {
+ public:
+  CarryingWriter(const Book& book, const Origin& origin, const Origin::Kept& kept,
+                 const std::filesystem::path& file)
+      : book_(book),
+        origin_(origin),
+        kept_(kept),
+        file_(file),
+        old_(origin.file(), OfTrustedFiles()),
+        workbook_(WorkbookPartOf(old_)),
+        old_workbook_(old_.Read(workbook_)),
+        root_links_("", OldText(LinkListOf(""))),
+        links_(workbook_, OldText(LinkListOf(workbook_))),
+        types_(OldText(ContentTypes::kPart)),
+        editor_(origin.file()) {}
+
+  void Write() {
+    DropStaleLinks();
+    DeselectCarriedSheets();
+    WriteNewSheets();
+    editor_.Put(workbook_,
+                RewriteWorkbookPart(workbook_, old_workbook_, book_, origin_.entries(), new_links_));
+    editor_.Put(LinkListOf(workbook_), links_.Text());
+    editor_.Put(LinkListOf(""), root_links_.Text());
+    const std::set<std::string> kept = ReachableParts();
+    types_.KeepOnly(kept);
+    editor_.Put(ContentTypes::kPart, types_.Text());
+    editor_.KeepOnly(kept);
+    WriteWholeFile(file_, editor_.Pack(ContentTypes::kPart));
+  }
+
+ private:
+  // Empty when the old file has no such part.
+  std::string OldText(const std::string& part) { return old_.Has(part) ? old_.Read(part) : ""; }
+
+  // Those of the sheets that are written anew; of the chain of formulas, which the program that opens the
+  // file builds anew; and of the signature, which no longer holds.
+  void DropStaleLinks() {
+    const std::vector<std::string> ids = SheetLinks(workbook_, old_workbook_);
+    std::set<std::string> used;
+    for (std::size_t place = 0; place < ids.size(); ++place) {
+      const Sheet* sheet = origin_.entries()[place].sheet.get();
+      if (sheet == nullptr || kept_.contains(sheet)) used.insert(ids[place]);
+    }
+    const std::set<std::string> of_sheets(ids.begin(), ids.end());
+    links_.RemoveIf([&](const Relationship& link) {
+      return link.type == "calcChain" || (of_sheets.contains(link.id) && !used.contains(link.id));
+    });
+    root_links_.RemoveIf([](const Relationship& link) { return link.type == "origin"; });
+  }
+
+  // Two selected tabs would be a group, in which whatever a person types goes to both sheets.
+  void DeselectCarriedSheets() {
+    const std::vector<std::string> ids = SheetLinks(workbook_, old_workbook_);
+    const std::vector<Relationship> links = links_.all();
+    for (std::size_t place = 0; place < ids.size(); ++place) {
+      const auto& [sheet, standing, chart] = origin_.entries()[place];
+      const bool may_be_selected = sheet == nullptr || (standing.is_selected && kept_.contains(sheet.get()));
+      const bool is_in_front =
+          sheet != nullptr ? IsActive(*sheet) : chart != nullptr && chart == book_.front_chart;
+      if (!may_be_selected || is_in_front) continue;
+      const auto link =
+          std::find_if(links.begin(), links.end(), [&](const auto& l) { return l.id == ids[place]; });
+      if (link == links.end() || !old_.Has(link->target)) continue;
+      editor_.PutLater(link->target,
+                       [this, part = link->target] { return WithoutSelectedTab(old_.Read(part)); });
+    }
+  }
+
+  bool IsActive(const Sheet& sheet) const { return book_.FrontSheet().get() == &sheet; }
+
+  // Has the file writer write them into a workbook of their own, and takes them over from there.
+  void WriteNewSheets() {
+    std::vector<std::shared_ptr<Sheet>> sheets;
+    std::copy_if(book_.sheets.begin(), book_.sheets.end(), std::back_inserter(sheets),
+                 [&](const auto& sheet) { return !kept_.contains(sheet.get()); });
+    if (sheets.empty()) return;
+    WriteSheets(book_, sheets, file_);
+    new_file_ = ReadWholeFile(file_, OfTrustedFiles().file_bytes);
+    new_.emplace(new_file_, OfTrustedFiles());
+    new_types_.emplace(new_->Read(ContentTypes::kPart));
+    if (new_->Has(kTexts)) new_texts_ = SharedTextsIn(new_->Read(kTexts));
+    TakeStyles();
+    for (std::size_t i = 0; i < sheets.size(); ++i) TakeSheet(*sheets[i], i + 1);
+  }
+
+  void TakeStyles() {
+    const std::vector<Relationship> links = links_.all();
+    const auto link =
+        std::find_if(links.begin(), links.end(), [](const auto& l) { return l.type == "styles"; });
+    const std::string part = link != links.end() ? link->target : FreeName("styles", ".xml");
+    if (link == links.end()) {
+      links_.Add("styles", part);
+      types_.SetKind(part, new_types_->KindOf(kStyles));
+    }
+    std::string merged;
+    places_ = MergeStyles(part, editor_.Has(part) ? old_.Read(part) : std::string(kNoStyles),
+                          new_->Read(kStyles), merged);
+    editor_.Put(part, std::move(merged));
+  }
+
+  void TakeSheet(const Sheet& sheet, std::size_t number) {
+    const std::string from = "xl/worksheets/sheet" + std::to_string(number) + ".xml";
+    const std::string to = FreeName("worksheets/sheet", ".xml");
+    Add(to, [this, from, is_active = IsActive(sheet)] {
+      return TransplantSheet(new_->Read(from), places_, new_texts_, is_active);
+    });
+    new_links_[&sheet] = links_.Add("worksheet", to);
+    types_.SetKind(to, new_types_->KindOf(from));
+    TakeLinked(from, to);
+  }
+
+  // The parts that a part of the new file leads to: comments and their boxes, charts. Each is led to from one
+  // place only.
+  void TakeLinked(const std::string& from, const std::string& to) {
+    if (!new_->Has(LinkListOf(from))) return;
+    LinkList links(to, new_->Read(LinkListOf(from)));
+    const Relationships old_links(*new_, from);
+    for (const Relationship& link : old_links.all()) {
+      if (link.external) continue;
+      const std::string part = FreeNameLike(link.target);
+      Add(part, [this, source = link.target] { return new_->Read(source); });
+      types_.SetKind(part, new_types_->KindOf(link.target));
+      links.Redirect(link.id, part);
+      TakeLinked(link.target, part);
+    }
+    Add(LinkListOf(to), [text = links.Text()] { return text; });
+  }
+
+  void Add(const std::string& part, PackageEditor::Make make) {
+    editor_.PutLater(part, std::move(make));
+    added_.insert(part);
+  }
+
+  // A name in the workbook part's folder that no part has.
+  std::string FreeName(const std::string& start, const std::string& end) const {
+    const std::string folder = workbook_.substr(0, workbook_.rfind('/') + 1);
+    for (std::size_t number = 1;; ++number) {
+      std::string name = folder + start + std::to_string(number) + end;
+      if (!editor_.Has(name)) return name;
+    }
+  }
+
+  // The same for a part of the new file: "drawings/drawing7.xml" for "xl/drawings/drawing1.xml".
+  std::string FreeNameLike(const std::string& part) const {
+    const std::size_t name = part.find('/') + 1;
+    const std::size_t dot = part.rfind('.');
+    const std::size_t letters = part.find_last_not_of("0123456789", dot - 1) + 1;
+    return FreeName(part.substr(name, letters - name), part.substr(dot));
+  }
+
+  // Everything that the package leads to, with the lists that lead there.
+  std::set<std::string> ReachableParts() {
+    std::set<std::string> reached = added_;
+    reached.insert(ContentTypes::kPart);
+    std::vector<std::string> open{""};
+    while (!open.empty()) {
+      const std::string part = std::move(open.back());
+      open.pop_back();
+      if (!part.empty() && (!editor_.Has(part) || !reached.insert(part).second)) continue;
+      if (!editor_.Has(LinkListOf(part))) continue;
+      reached.insert(LinkListOf(part));
+      for (const Relationship& link : LinksOf(part)) {
+        if (!link.external) open.push_back(link.target);
+      }
+    }
+    return reached;
+  }
+
+  std::vector<Relationship> LinksOf(const std::string& part) {
+    if (part.empty()) return root_links_.all();
+    return part == workbook_ ? links_.all() : Relationships(old_, part).all();
+  }
+
+  const Book& book_;
+  const Origin& origin_;
+  const Origin::Kept& kept_;
+  const std::filesystem::path& file_;
+  Package old_;
+  std::string workbook_;  // the name of its part
+  std::string old_workbook_;
+  LinkList root_links_;
+  LinkList links_;  // of the workbook part
+  ContentTypes types_;
+  PackageEditor editor_;
+
+  std::vector<char> new_file_;  // what the file writer wrote
+  std::optional<Package> new_;
+  std::optional<ContentTypes> new_types_;
+  std::vector<std::string> new_texts_;
+  StylePlaces places_;  // of its formats among the old ones
+  std::map<const Sheet*, std::string> new_links_;
+  std::set<std::string> added_;
+};
+
+}  // namespace
+
+void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept,
+                   const std::filesystem::path& file) {
+  CarryingWriter(book, origin, kept, file).Write();
+}
+
+}  // namespace mirelo::workbook

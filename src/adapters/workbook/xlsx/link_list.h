@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/workbook/xlsx/editable_xml.h"
+#include "adapters/workbook/xlsx/relationships.h"
+
+namespace mirelo::workbook {
+
+// The relationships of a part, to be changed.
+class LinkList {
+ public:
+  // `list` is the text of the list, empty when the part has none. An empty `part` stands for the whole
+  // package.
+  LinkList(std::string part, std::string_view list);
+
+  std::vector<Relationship> all() const { return LinksIn(xml_.root(), part_); }
+
+  // Adds one of an office type, such as "worksheet", to a part; its id.
+  std::string Add(std::string_view type, const std::string& to);
+  // Lets one that is there lead to another part.
+  void Redirect(std::string_view id, const std::string& to);
+  void RemoveIf(const std::function<bool(const Relationship&)>& is_going);
+
+  std::string Text() const { return xml_.Text(); }
+
+ private:
+  std::string part_;
+  EditableXml xml_;
+};
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,84 @@
+#include "adapters/workbook/xlsx/sheet_changes.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "adapters/workbook/model/book.h"
+#include "adapters/workbook/xlsx/chart_writer.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+bool IsSame(const CellGrid& a, const CellGrid& b) {
+  if (a.Count() != b.Count()) return false;
+  bool is_same = true;
+  a.ForEach(Area::Sheet(), [&](std::int32_t row, std::int32_t column, const CellValue& value) {
+    if (!is_same) return;
+    const CellValue* other = b.Find(row, column);
+    is_same = other != nullptr && value == *other;
+  });
+  return is_same;
+}
+
+bool IsSame(const Comments& a, const Comments& b) {
+  return std::equal(a.all().begin(), a.all().end(), b.all().begin(), b.all().end(),
+                    [](const auto& one, const auto& other) {
+                      return one.first == other.first && *one.second == *other.second;
+                    });
+}
+
+bool IsSame(const Conditions& a, const Conditions& b) {
+  return std::equal(a.all().begin(), a.all().end(), b.all().begin(), b.all().end(),
+                    [](const auto& one, const auto& other) {
+                      return one->areas == other->areas && one->op == other->op &&
+                             one->formula1 == other->formula1 && one->formula2 == other->formula2 &&
+                             one->look == other->look && one->stop_if_true == other->stop_if_true;
+                    });
+}
+
+std::string NameOf(const std::weak_ptr<Sheet>& sheet) {
+  const auto held = sheet.lock();
+  return held == nullptr ? "" : held->name;
+}
+
+bool HasFollowed(const std::optional<Area>& now, const std::optional<Area>& loaded) {
+  if (now == loaded || !now) return true;
+  return loaded && now->first_column == loaded->first_column && now->last_column == loaded->last_column &&
+         now->first_row <= loaded->first_row && now->last_row <= loaded->last_row &&
+         now->Rows() <= loaded->Rows();
+}
+
+bool IsSame(const ChartSeries& a, const ChartSeries& b, const std::string& own_sheet) {
+  if (NameOf(a.sheet) != NameOf(b.sheet)) return false;
+  return a.values == b.values || (NameOf(b.sheet) != own_sheet && HasFollowed(a.values, b.values));
+}
+
+bool IsSame(const SheetCharts& a, const SheetCharts& b, const std::string& own_sheet) {
+  return std::equal(a.all.begin(), a.all.end(), b.all.begin(), b.all.end(),
+                    [&](const auto& one, const auto& other) { return IsUnchanged(*one, *other, own_sheet); });
+}
+
+}  // namespace
+
+bool IsUnchanged(const Sheet& sheet, const Sheet& loaded) {
+  return sheet.hidden == loaded.hidden && sheet.widths == loaded.widths && sheet.heights == loaded.heights &&
+         sheet.frozen_rows == loaded.frozen_rows && sheet.frozen_columns == loaded.frozen_columns &&
+         sheet.styles == loaded.styles && IsSame(sheet.cells, loaded.cells) &&
+         IsSame(sheet.comments, loaded.comments) && IsSame(sheet.conditions, loaded.conditions) &&
+         IsSame(sheet.charts, loaded.charts, loaded.name);
+}
+
+// A part that a chart is written to tells all of it. Without a book it tells no cells and so not their values
+// either, which change with other sheets.
+bool IsUnchanged(const Chart& chart, const Chart& loaded, const std::string& own_sheet) {
+  const Book none;
+  return chart.name == loaded.name && chart.place == loaded.place && chart.placement == loaded.placement &&
+         std::equal(chart.series.begin(), chart.series.end(), loaded.series.begin(), loaded.series.end(),
+                    [&](const auto& one, const auto& other) { return IsSame(one, other, own_sheet); }) &&
+         ChartXml(chart, none) == ChartXml(loaded, none);
+}
+
+}  // namespace mirelo::workbook

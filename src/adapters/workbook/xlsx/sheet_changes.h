@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "adapters/workbook/model/sheet.h"
+
+namespace mirelo::workbook {
+
+// Whether a sheet is what it was when it was loaded, but for what is selected; `loaded` is the same sheet of
+// the file read again. Styles are compared by their ids, which reading gives out in the same order each time.
+bool IsUnchanged(const Sheet& sheet, const Sheet& loaded);
+
+// The same for a chart. Of cells on another sheet than its own a chart may have followed some that moved up
+// or went, as it does when rows there are taken out.
+bool IsUnchanged(const Chart& chart, const Chart& loaded, const std::string& own_sheet);
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,390 @@
+// Sheets of a person's own that nobody changes stay as they stand in the file.
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <set>
+#include <sstream>
+
+#include "host/excel/border.h"
+#include "host/excel/comment.h"
+#include "host/excel/constants.h"
+#include "host/excel/format_conditions.h"
+#include "host/excel/shape.h"
+#include "workbook/calc_document.h"
+#include "workbook/workbook_files.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
+using ::testing::Not;
+using ::testing::UnorderedElementsAreArray;
+using workbook::Spreadsheet;
+
+constexpr const char* kTable = "Dovanta2_Quotes";
+
+// Lines that a command prints.
+std::vector<std::string> LinesOf(const std::string& command) {
+  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+  if (pipe == nullptr) return {"the command cannot be run"};
+  std::string output;
+  std::array<char, 4096> buffer;
+  for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
+    output.append(buffer.data(), count);
+  EXPECT_EQ(pclose(pipe), 0) << output;
+  std::vector<std::string> lines;
+  std::istringstream in(output);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+std::vector<std::string> RunScript(const std::string& script, const std::filesystem::path& file) {
+  return LinesOf("PYTHONIOENCODING=utf-8 " MIRELO_PYTHON " '" MIRELO_WORKBOOK_SCRIPTS "/" + script + "' '" +
+                 file.string() + "'");
+}
+
+// A table in the colours, borders and formats that tables have.
+void WriteTable(host::excel::Worksheet& sheet) {
+  sheet.Range("A1")->Value("SnapShot( 60 sec)");
+  sheet.Range("A2:C2")->Value(VariantArray::OfTexts({"Ticker", "Last", "Change"}));
+  sheet.Range("A2:C2")->Font()->Bold(true);
+  sheet.Range("A2:C2")->Font()->ColorIndex(2);
+  sheet.Range("A2:C2")->Interior()->ColorIndex(47);
+  sheet.Range("A3")->Value("'<MSFT> & \"co\"");
+  sheet.Range("B3")->Value(28.35);
+  sheet.Range("C3")->Value(-0.25);
+  sheet.Range("B3:B9")->NumberFormat("+ 0.0000;- 0.0000");
+  sheet.Range("A2:C3")->Borders(host::excel::xlEdgeBottom)->Weight(host::excel::xlMedium);
+  sheet.Range("A2")->AddComment("Charts (Last & Volume)");
+  const auto conditions = sheet.Range("C3:C9")->FormatConditions();
+  conditions->Add(host::excel::xlCellValue, host::excel::xlLess, "0")->Font()->ColorIndex(3);
+}
+
+void ExpectTable(host::excel::Worksheet& sheet) {
+  EXPECT_EQ(sheet.Range("A3")->Value(), Variant("<MSFT> & \"co\""));
+  EXPECT_EQ(sheet.Range("B3")->Text(), "+ 28.3500");
+  EXPECT_EQ(sheet.Range("A2:C2")->Font()->Bold(), Variant(true));
+  EXPECT_EQ(sheet.Range("A2:C2")->Font()->ColorIndex(), Variant(2));
+  EXPECT_EQ(sheet.Range("A2:C2")->Interior()->ColorIndex(), Variant(47));
+  EXPECT_EQ(sheet.Range("A3:C3")->Font()->Bold(), Variant(false));
+  EXPECT_EQ(sheet.Range("A3:C3")->Interior()->ColorIndex(),
+            Variant(std::int32_t{host::excel::xlColorIndexNone}));
+  EXPECT_EQ(sheet.Range("A3:C3")->Borders(host::excel::xlEdgeBottom)->Weight(),
+            Variant(std::int32_t{host::excel::xlMedium}));
+  EXPECT_EQ(sheet.Range("A2")->Comment()->Text(), "Charts (Last & Volume)");
+  const auto conditions = sheet.Range("C3:C9")->FormatConditions();
+  ASSERT_EQ(conditions->Count(), 1);
+  EXPECT_EQ(conditions->Item(1)->Font()->ColorIndex(), Variant(3));
+}
+
+class KeptSheets : public WorkbookFiles {
+ protected:
+  Spreadsheet OpenPersons() {
+    EXPECT_THAT(RunScript("write_sheets_of_a_person.py", File()), IsEmpty());
+    return Spreadsheet::Open(File());
+  }
+  static SheetPtr AddTable(const Spreadsheet& spreadsheet) {
+    const auto sheet = BookOf(spreadsheet)->Worksheets()->Add();
+    sheet->Name(kTable);
+    WriteTable(*sheet);
+    return sheet;
+  }
+  static SheetPtr SheetNamed(const Spreadsheet& spreadsheet, std::string_view name) {
+    return BookOf(spreadsheet)->Worksheets()->Item(name);
+  }
+  static Parts PartsOf(const std::filesystem::path& file) { return Unzip(BytesOf(file)); }
+};
+
+TEST_F(KeptSheets, StandInTheFileByteForByte) {
+  auto spreadsheet = OpenPersons();
+  const Parts before = PartsOf(File());
+  AddTable(spreadsheet);
+  spreadsheet.Save(File());
+  Parts after = PartsOf(File());
+
+  // One tab is selected, and it is another one now.
+  EXPECT_THAT(after["xl/worksheets/sheet1.xml"], HasSubstr("tabSelected=\"0\""));
+  ReplaceIn(after["xl/worksheets/sheet1.xml"], "tabSelected=\"0\"", "tabSelected=\"1\"");
+  const std::set<std::string> changed{"xl/workbook.xml", "xl/_rels/workbook.xml.rels", "xl/styles.xml",
+                                      "[Content_Types].xml", "_rels/.rels"};
+  std::size_t kept = 0;
+  for (const auto& [name, text] : before) {
+    if (changed.contains(name)) continue;
+    ASSERT_TRUE(after.contains(name)) << name;
+    EXPECT_EQ(after[name], text) << name;
+    ++kept;
+  }
+  EXPECT_GE(kept, 19u) << "sheets, drawings, charts, pictures, comments, tables and the theme";
+}
+
+TEST_F(KeptSheets, AreForOthersWhatTheyWere) {
+  auto spreadsheet = OpenPersons();
+  const auto before = RunScript("check_sheets_of_a_person.py", File());
+  ASSERT_GT(before.size(), 50u);
+  AddTable(spreadsheet);
+  spreadsheet.Save(File());
+  EXPECT_THAT(RunScript("check_sheets_of_a_person.py", File()), IsSupersetOf(before));
+}
+
+TEST_F(KeptSheets, AreOpenedByCalcWhichComputesThem) {
+  auto spreadsheet = OpenPersons();
+  AddTable(spreadsheet);
+  spreadsheet.Save(File());
+  const std::string office =
+      "cd '" + folder.path().string() + "' && '" MIRELO_SOFFICE "' -env:UserInstallation=file://" +
+      (folder.path() / "profile").string() + " --headless --convert-to ods quotes.xlsx > office.log";
+  ASSERT_EQ(std::system(office.c_str()), 0);
+  const Parts parts = PartsOf(File("quotes.ods"));
+  const CalcDocument document(parts);
+  EXPECT_THAT(document.Sheets(), ElementsAre(kTable, "Portfolio", "Notes", "Hidden", "Prices over time"));
+  EXPECT_EQ(document.At("Portfolio", 1, 1).text, "What I hold");
+  EXPECT_EQ(document.At("Portfolio", 3, 4).value, "2835");
+  EXPECT_TRUE(document.At("Portfolio", 3, 4).has_formula);
+  EXPECT_EQ(document.At("Portfolio", 5, 4).value, "5008.25") << "which uses a defined name";
+  EXPECT_EQ(document.At("Notes", 1, 1).value, "5008.25") << "which refers to another sheet";
+  EXPECT_EQ(document.At("Portfolio", 3, 1).comment, "bought 1999");
+  EXPECT_EQ(document.At(kTable, 3, 1).text, "<MSFT> & \"co\"");
+  EXPECT_EQ(document.At(kTable, 3, 2).text, "+ 28.3500");
+  EXPECT_EQ(document.Property(document.At(kTable, 2, 1), "fo:background-color"), "#666699");
+  std::size_t charts = 0;
+  bool has_picture = false;
+  for (const auto& [name, text] : parts) {
+    if (name.ends_with("/content.xml") && text.find("chart:chart") != std::string::npos) ++charts;
+    has_picture = has_picture || name.starts_with("Pictures/");
+  }
+  EXPECT_EQ(charts, 2u);
+  EXPECT_TRUE(has_picture);
+}
+
+TEST_F(KeptSheets, LoseNothing) {
+  auto spreadsheet = OpenPersons();
+  EXPECT_THAT(spreadsheet.Losses(), IsEmpty());
+  const auto table = AddTable(spreadsheet);
+  EXPECT_THAT(spreadsheet.Losses(), IsEmpty());
+  SheetNamed(spreadsheet, "Notes")->Select();
+  SheetNamed(spreadsheet, "Notes")->Range("B2")->Select();
+  EXPECT_THAT(spreadsheet.Losses(), IsEmpty()) << "what is selected is no change";
+  spreadsheet.Save(File());
+  EXPECT_EQ(SheetOf(Spreadsheet::Open(File()))->Name(), "Notes") << "which is in front now";
+}
+
+TEST_F(KeptSheets, StandBesideTablesThatAreWrittenAnew) {
+  {
+    auto spreadsheet = OpenPersons();
+    ExpectTable(*AddTable(spreadsheet));
+    spreadsheet.Save(File());
+  }
+  auto spreadsheet = Spreadsheet::Open(File());
+  ASSERT_EQ(SheetOf(spreadsheet)->Name(), kTable);
+  ExpectTable(*SheetOf(spreadsheet));
+  EXPECT_TRUE(SheetOf(spreadsheet)->Range("A9")->Value().IsEmpty());
+  EXPECT_EQ(BookOf(spreadsheet)->Worksheets()->Count(), 4);
+  EXPECT_EQ(SheetNamed(spreadsheet, "Portfolio")->Index(), 2);
+
+  SheetOf(spreadsheet)->Range("B3")->Value(29.0);
+  EXPECT_THAT(spreadsheet.Losses(), IsEmpty()) << "the table has nothing to lose";
+  spreadsheet.Save(File());
+  EXPECT_EQ(SheetOf(Spreadsheet::Open(File()))->Range("B3")->Text(), "+ 29.0000");
+}
+
+TEST_F(KeptSheets, DoNotGrowTheFileWithEachSaving) {
+  auto spreadsheet = OpenPersons();
+  AddTable(spreadsheet);
+  spreadsheet.Save(File());
+  const Parts first = PartsOf(File());
+  spreadsheet.Save(File());
+  EXPECT_EQ(PartsOf(File()), first) << "saved again";
+  for (int day = 0; day < 3; ++day) {
+    auto next = Spreadsheet::Open(File());
+    SheetNamed(next, kTable)->Range("B3")->Value(double{30} + day);
+    next.Save(File());
+  }
+  Parts last = PartsOf(File());
+  EXPECT_EQ(last["xl/styles.xml"], Parts(first)["xl/styles.xml"]);
+  EXPECT_EQ(last.size(), first.size());
+}
+
+TEST_F(KeptSheets, KeepNamesOfTheirOwnWhereverTheyStand) {
+  auto spreadsheet = OpenPersons();
+  AddTable(spreadsheet);
+  spreadsheet.Save(File());
+  const std::string workbook = PartsOf(File())["xl/workbook.xml"];
+  EXPECT_THAT(workbook, HasSubstr("<definedName name=\"Rate\">Portfolio!$F$1</definedName>"));
+  EXPECT_THAT(workbook, HasSubstr("<definedName name=\"_xlnm.Print_Area\" localSheetId=\"1\""));
+  EXPECT_THAT(workbook, HasSubstr("activeTab=\"0\""));
+  EXPECT_THAT(workbook, HasSubstr("fullCalcOnLoad=\"1\""));
+  EXPECT_THAT(workbook, HasSubstr("veryHidden"));
+}
+
+TEST_F(KeptSheets, AreNoLongerKeptOnceTheyAreChanged) {
+  const struct {
+    const char* what;
+    std::function<void(host::excel::Worksheet&)> change;
+    std::function<bool(host::excel::Worksheet&)> is_there;
+  } cases[] = {
+      {"a value", [](auto& sheet) { sheet.Range("B3")->Value(200.0); },
+       [](auto& sheet) { return sheet.Range("B3")->Value() == Variant(200.0); }},
+      {"a value taken away", [](auto& sheet) { sheet.Range("B3")->ClearContents(); },
+       [](auto& sheet) { return sheet.Range("B3")->Value().IsEmpty(); }},
+      {"a format", [](auto& sheet) { sheet.Range("B3")->NumberFormat("0.000"); },
+       [](auto& sheet) { return sheet.Range("B3")->NumberFormat() == Variant("0.000"); }},
+      {"a format of an empty cell", [](auto& sheet) { sheet.Range("J90")->Interior()->ColorIndex(6); },
+       [](auto& sheet) { return sheet.Range("J90")->Interior()->ColorIndex() == Variant(6); }},
+      {"a comment", [](auto& sheet) { sheet.Range("B3")->AddComment("mine"); },
+       [](auto& sheet) { return sheet.Range("B3")->Comment() != nullptr; }},
+      {"the size of a comment",
+       [](auto& sheet) { sheet.Range("A3")->Comment()->Shape()->ScaleWidth(2, host::excel::msoFalse); },
+       [](auto& sheet) { return sheet.Range("A3")->Comment()->Shape()->Width() > 150; }},
+      {"a condition",
+       [](auto& sheet) {
+         sheet.Range("B3")->FormatConditions()->Add(host::excel::xlCellValue, host::excel::xlLess, "0");
+       },
+       [](auto& sheet) { return sheet.Range("B3")->FormatConditions()->Count() == 1; }},
+      {"rows taken out", [](auto& sheet) { sheet.Rows("3")->Delete(host::excel::xlShiftUp); },
+       [](auto& sheet) { return sheet.Range("A3")->Value() == Variant("IBM"); }},
+  };
+  for (const auto& [what, change, is_there] : cases) {
+    SCOPED_TRACE(what);
+    auto spreadsheet = OpenPersons();
+    change(*SheetNamed(spreadsheet, "Portfolio"));
+    EXPECT_THAT(spreadsheet.Losses(), Contains("Sheet \"Portfolio\": not kept: merged cells."));
+    EXPECT_THAT(spreadsheet.Losses(), Not(Contains(HasSubstr("\"Notes\""))));
+    EXPECT_THAT(spreadsheet.Losses(), Not(Contains(HasSubstr("Workbook"))));
+    spreadsheet.Save(File());
+    EXPECT_TRUE(is_there(*SheetNamed(Spreadsheet::Open(File()), "Portfolio")));
+    EXPECT_THAT(spreadsheet.Losses(), IsEmpty()) << "once they are suffered";
+    EXPECT_THAT(PartsOf(File())["xl/worksheets/sheet2.xml"], HasSubstr("sheetProtection")) << "of Notes";
+  }
+}
+
+TEST_F(KeptSheets, AreAllWrittenAnewWhereOthersWouldMissSomething) {
+  const struct {
+    const char* what;
+    std::function<void(const Spreadsheet&)> change;
+  } cases[] = {{"a sheet that formulas know by its name",
+                [](const auto& s) { SheetNamed(s, "Portfolio")->Name("Shares"); }},
+               {"a sheet whose table formulas know",
+                [](const auto& s) { SheetNamed(s, "Notes")->Range("B3")->Value(2.0); }}};
+  for (const auto& [what, change] : cases) {
+    SCOPED_TRACE(what);
+    auto spreadsheet = OpenPersons();
+    change(spreadsheet);
+    const auto losses = spreadsheet.Losses();
+    for (const char* loss : {"Sheet \"Portfolio\": not kept: merged cells.",
+                             "Sheet \"Notes\": not kept: tables.", "Workbook: not kept: defined names."})
+      EXPECT_THAT(losses, Contains(loss));
+    spreadsheet.Save(File());
+    EXPECT_FALSE(PartsOf(File()).contains("xl/tables/table1.xml"));
+    EXPECT_THAT(Spreadsheet::Open(File()).Losses(), IsEmpty());
+  }
+}
+
+// A workbook whose sheet "Prices" cannot be kept as a table of cells.
+Parts WithMergedCells() {
+  Parts parts = SmallWorkbook("<row r=\"1\"><c r=\"A1\" s=\"2\" t=\"s\"><v>0</v></c></row>");
+  InsertBehind(parts[kSheetPart], "</sheetData>", "<mergeCells><mergeCell ref=\"A1:B1\"/></mergeCells>");
+  return parts;
+}
+
+TEST_F(KeptSheets, GoOnUsingTheFilesTextsAndFormats) {
+  auto spreadsheet = Open(WithMergedCells());
+  AddTable(spreadsheet);
+  spreadsheet.Save(File());
+  const auto again = Spreadsheet::Open(File());
+  ExpectTable(*SheetNamed(again, kTable));
+  const auto kept = SheetNamed(again, "Prices");
+  EXPECT_EQ(kept->Range("A1")->Value(), Variant("MSFT"));
+  EXPECT_EQ(kept->Range("A1")->Font()->Bold(), Variant(true));
+  EXPECT_EQ(kept->Range("A1")->Interior()->ColorIndex(), Variant(6));
+  Parts before = WithMergedCells();
+  EXPECT_EQ(PartsOf(File())[kSheetPart], before[kSheetPart]);
+  EXPECT_EQ(PartsOf(File())["xl/sharedStrings.xml"], before["xl/sharedStrings.xml"]);
+}
+
+TEST_F(KeptSheets, TakeTheirFormatsAloneWhenTheyAreChanged) {
+  Parts parts = WithMergedCells();
+  // The second fill, that of the cell A1, becomes a gradient.
+  ReplaceIn(parts["xl/styles.xml"], "<fill><patternFill patternType=\"solid\">",
+            "<fill><gradientFill/><patternFill patternType=\"solid\">");
+  InsertBehind(parts["xl/workbook.xml"], "r:id=\"rId1\"/>",
+               "<sheet name=\"Plain\" sheetId=\"2\" r:id=\"rId9\"/>");
+  InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
+               "<Relationship Id=\"rId9\" Type=\"http://x/worksheet\" Target=\"worksheets/sheet2.xml\"/>");
+  parts["xl/worksheets/sheet2.xml"] = SmallWorkbook()[kSheetPart];
+  const auto spreadsheet = Open(parts);
+  SheetNamed(spreadsheet, "Plain")->Range("A1")->Value(1.0);
+  EXPECT_THAT(spreadsheet.Losses(), IsEmpty()) << "the gradient is that of a cell of the other sheet";
+  SheetNamed(spreadsheet, "Prices")->Range("C9")->Value(1.0);
+  EXPECT_THAT(spreadsheet.Losses(), Contains("Fills with a gradient are not kept."));
+}
+
+TEST_F(KeptSheets, AreNotWhatFilesHaveThatCannotBeTakenApart) {
+  const struct {
+    const char* what;
+    std::function<void(Parts&)> change;
+  } cases[] = {
+      {"macros, which know sheets by names of their own",
+       [](Parts& parts) {
+         InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
+                      "<Relationship Id=\"v\" Type=\"http://x/vbaProject\" Target=\"vbaProject.bin\"/>");
+       }},
+      {"slicers",
+       [](Parts& parts) {
+         InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
+                      "<Relationship Id=\"v\" Type=\"http://x/slicerCache\" Target=\"slicerCache.xml\"/>");
+       }},
+      {"several windows",
+       [](Parts& parts) {
+         ReplaceIn(parts["xl/workbook.xml"], "<workbookView/>", "<workbookView/><workbookView/>");
+       }},
+      {"another vocabulary",
+       [](Parts& parts) {
+         ReplaceIn(parts["xl/workbook.xml"], "http://schemas.openxmlformats.org/spreadsheetml/2006/main",
+                   "http://purl.oclc.org/ooxml/spreadsheetml/main");
+       }},
+      {"a name that no sheet may have",
+       [](Parts& parts) { ReplaceIn(parts["xl/workbook.xml"], "name=\"Prices\"", "name=\"a/b\""); }},
+  };
+  for (const auto& [what, change] : cases) {
+    SCOPED_TRACE(what);
+    Parts parts = WithMergedCells();
+    change(parts);
+    auto spreadsheet = Open(parts);
+    EXPECT_THAT(spreadsheet.Losses(), Contains(HasSubstr("not kept: merged cells."))) << "from the start";
+    AddTable(spreadsheet);
+    spreadsheet.Save(File());
+    EXPECT_THAT(LookOf(File()), Not(HasSubstr("mergeCell")));
+    ExpectTable(*SheetNamed(Spreadsheet::Open(File()), kTable));
+  }
+}
+
+TEST_F(KeptSheets, LoseTheFilesSignatureWhichHoldsNoLonger) {
+  Parts parts = WithMergedCells();
+  InsertBehind(parts["_rels/.rels"], "package/2006/relationships\">",
+               "<Relationship Id=\"s\" Type=\"http://x/digital-signature/origin\" "
+               "Target=\"_xmlsignatures/origin.sigs\"/>");
+  parts["_xmlsignatures/origin.sigs"] = "x";
+  auto spreadsheet = Open(parts);
+  EXPECT_THAT(spreadsheet.Losses(), ElementsAre("Workbook: not kept: the digital signature."));
+  spreadsheet.Save(File());
+  EXPECT_FALSE(PartsOf(File()).contains("_xmlsignatures/origin.sigs"));
+  EXPECT_TRUE(LookOf(File()).find("mergeCell") != std::string::npos);
+}
+
+TEST_F(KeptSheets, TakeNoPartOfAFileThatHoldsOnlyTables) {
+  auto spreadsheet = Open(SmallWorkbook("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>"));
+  spreadsheet.Save(File());
+  Parts parts = PartsOf(File());
+  EXPECT_THAT(parts["xl/workbook.xml"], HasSubstr("calcPr calcId=\"124519\"")) << "written anew as a whole";
+}
+
+}  // namespace
+}  // namespace mirelo::testing
