@@ -9,12 +9,16 @@
 #include <set>
 #include <sstream>
 
+#include "adapters/workbook/xlsx/carrying_writer.h"
+#include "adapters/workbook/xlsx/saved_check.h"
+#include "adapters/workbook/xlsx/sheet_changes.h"
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
 #include "host/excel/constants.h"
 #include "host/excel/format_conditions.h"
 #include "host/excel/shape.h"
 #include "workbook/calc_document.h"
+#include "workbook/chart_models.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -285,6 +289,60 @@ TEST_F(KeptSheets, AreAllWrittenAnewWhereOthersWouldMissSomething) {
     EXPECT_FALSE(PartsOf(File()).contains("xl/tables/table1.xml"));
     EXPECT_THAT(Spreadsheet::Open(File()).Losses(), IsEmpty());
   }
+}
+
+TEST_F(KeptSheets, StandBesideChartsThatAreWrittenAnew) {
+  OpenPersons();
+  const std::string text = BytesOf(File());
+  const std::vector<char> bytes(text.begin(), text.end());
+  const workbook::LoadedBook loaded = workbook::ReadWorkbook(bytes, {});
+  const workbook::Origin origin(bytes, {}, loaded);
+  const auto history = loaded.book->AddSheet();
+  for (std::int32_t row = 1; row <= 20; ++row) history->cells.Set(row, 1, workbook::CellValue(row * 1.5));
+  AddTickerCharts(history, 20);
+  const auto kept = origin.KeptSheets(*loaded.book);
+  ASSERT_TRUE(kept.has_value());
+  EXPECT_EQ(kept->size(), 3u);
+  workbook::WriteCarrying(*loaded.book, origin, *kept, File());
+  workbook::CheckSaved(*loaded.book, *kept, File());
+
+  const auto lines = RunScript("check_sheets_of_a_person.py", File());
+  EXPECT_THAT(lines, Contains(history->name + " 'charts' " + std::to_string(history->charts.all.size())));
+  EXPECT_THAT(lines, Contains("Portfolio 'charts' 1"));
+  EXPECT_TRUE(PartsOf(File()).contains("xl/drawings/drawing3.xml")) << "drawings 1 and 2 are the person's";
+}
+
+TEST_F(KeptSheets, MayHaveChartsThatFollowCellsOfAnotherSheet) {
+  auto spreadsheet = OpenPersons();
+  AddTable(spreadsheet);
+  spreadsheet.Save(File());
+  const std::string text = BytesOf(File());
+  const std::vector<char> bytes(text.begin(), text.end());
+  const workbook::LoadedBook loaded = workbook::ReadWorkbook(bytes, {});
+  const auto portfolio = loaded.book->FindSheet("Portfolio");
+  const auto table = loaded.book->FindSheet(kTable);
+  workbook::Chart loaded_chart;
+  loaded_chart.series.emplace_back();
+  loaded_chart.series.front().values = workbook::Area{3, 2, 9, 2};
+  loaded_chart.series.front().sheet = table;
+  workbook::Chart chart = loaded_chart;
+  const auto is_unchanged = [&] { return workbook::IsUnchanged(chart, loaded_chart, portfolio->name); };
+  EXPECT_TRUE(is_unchanged());
+  chart.series.front().values = workbook::Area{3, 2, 8, 2};
+  EXPECT_TRUE(is_unchanged()) << "a row went";
+  chart.series.front().values.reset();
+  EXPECT_TRUE(is_unchanged()) << "all went";
+  chart.series.front().values = workbook::Area{3, 2, 10, 2};
+  EXPECT_FALSE(is_unchanged()) << "somebody chose more";
+  chart.series.front().values = workbook::Area{3, 3, 9, 3};
+  EXPECT_FALSE(is_unchanged()) << "somebody chose others";
+  chart = loaded_chart;
+  chart.series.front().sheet = loaded_chart.series.front().sheet = portfolio;
+  chart.series.front().values = workbook::Area{3, 2, 8, 2};
+  EXPECT_FALSE(is_unchanged()) << "its own sheet was changed";
+  chart = loaded_chart;
+  chart.legend = !chart.legend;
+  EXPECT_FALSE(is_unchanged());
 }
 
 // A workbook whose sheet "Prices" cannot be kept as a table of cells.
