@@ -78,6 +78,7 @@ class NotedQuotes : public quotetracker::QuoteSource {
       const std::size_t ticker = static_cast<std::size_t>(number) % tickers_.size();
       quote_ = source_.Look(tickers_[ticker]);
       quote_.volume = number;
+      quote_.last_volume = 1;  // a trade: the record carries the volume
       source_.sendings_.Note(number);
       return {&quote_, ticker};
     }
