@@ -174,12 +174,45 @@ Parts ForeignChart() {
   return parts;
 }
 
+// Sheets that are kept as they stand: names of their own, prefixes, a table, a chart sheet, a picture.
+Parts SheetsOfAPerson() {
+  Parts parts = SmallWorkbook(
+      R"(<row r="1"><c r="A1" s="2" t="s"><v>0</v></c><c r="B1"><f>Rate</f><v>1</v></c></row>)");
+  InsertBehind(parts[testing::kSheetPart], "</sheetData>",
+               R"(<mergeCells><mergeCell ref="A1:B1"/></mergeCells><drawing r:id="d"/>)");
+  ReplaceIn(parts[testing::kSheetPart], "<sheetData>",
+            R"(<sheetViews><sheetView tabSelected='1' workbookViewId="0"/></sheetViews><sheetData>)");
+  InsertBehind(
+      parts["xl/workbook.xml"], R"(r:id="rId1"/>)",
+      R"(<sheet name="Two" sheetId="7" r:id="rId8" state="veryHidden"/><sheet name="Chart1" sheetId="3" r:id="rId9"/>)");
+  InsertBehind(
+      parts["xl/workbook.xml"], "</sheets>",
+      R"(<definedNames><definedName name="Rate">Prices!$A$1</definedName><definedName name="_xlnm.Print_Area" )"
+      R"(localSheetId="1">Two!$A$1</definedName></definedNames>)");
+  InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
+               R"(<Relationship Id="rId8" Type="http://x/worksheet" Target="/xl/worksheets/sheet2.xml"/>)"
+               R"(<Relationship Id="rId9" Type="http://x/chartsheet" Target="chartsheets/sheet1.xml"/>)");
+  parts["xl/worksheets/sheet2.xml"] =
+      R"(<x:worksheet xmlns:x="http://schemas.openxmlformats.org/spreadsheetml/2006/main"><x:sheetData/></x:worksheet>)";
+  parts["xl/chartsheets/sheet1.xml"] =
+      R"(<chartsheet><sheetViews><sheetView tabSelected="1"/></sheetViews></chartsheet>)";
+  parts["xl/worksheets/_rels/sheet1.xml.rels"] =
+      R"(<Relationships><Relationship Id="d" Type="http://x/drawing" Target="../drawings/drawing1.xml"/>)"
+      R"(<Relationship Id="t" Type="http://x/table" Target="../tables/table1.xml"/></Relationships>)";
+  parts["xl/drawings/drawing1.xml"] = R"(<w><twoCellAnchor><pic/></twoCellAnchor></w>)";
+  parts["xl/drawings/_rels/drawing1.xml.rels"] =
+      R"(<Relationships><Relationship Id="i" Type="http://x/image" Target="../media/image1.png"/></Relationships>)";
+  parts["xl/media/image1.png"] = "picture";
+  parts["xl/tables/table1.xml"] = "<table/>";
+  return parts;
+}
+
 }  // namespace
 
 const std::vector<Parts>& Seeds() {
   static const std::vector<Parts> seeds{
       QuoteTable(),   EveryKindOfCell(), EveryKindOfLook(), CommentsAndConditions(),
-      TickerCharts(), ForeignChart(),    SmallWorkbook()};
+      TickerCharts(), ForeignChart(),    SheetsOfAPerson(), SmallWorkbook()};
   return seeds;
 }
 

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,8 @@
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_formats.h"
 #include "adapters/workbook/model/used_area.h"
+#include "adapters/workbook/xlsx/carrying_writer.h"
+#include "adapters/workbook/xlsx/origin.h"
 #include "adapters/workbook/xlsx/saved_check.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
@@ -98,6 +102,30 @@ void SaveAndReadBack(const Book& book) {
   std::filesystem::remove(file);
 }
 
+// Adds a sheet, and saves it beside those of the file as they stand there. A file may turn out to be damaged
+// then; whatever was written is what was to be written.
+void SaveCarrying(std::span<const char> bytes, const LoadLimits& limits) {
+  LoadedBook loaded = ReadWorkbook(bytes, limits);
+  if (!loaded.can_be_carried || !IsQuickToSave(*loaded.book)) return;
+  const Origin origin({bytes.begin(), bytes.end()}, limits, loaded);
+  const auto sheet = loaded.book->AddSheet();
+  sheet->cells.Set(2, 2, CellValue(1.5));
+  if (bytes.size() % 2 == 0) loaded.book->sheets.front()->cells.Set(1, 1, CellValue(true));
+  const auto kept = origin.KeptSheets(*loaded.book);
+  if (!kept) return;
+  static const std::filesystem::path file =
+      std::filesystem::temp_directory_path() / ("fuzz-kept-" + std::to_string(getpid()) + ".xlsx");
+  std::ofstream(file).flush();
+  try {
+    WriteCarrying(*loaded.book, origin, *kept, file);
+  } catch (const RuntimeError& error) {
+    Require(error.Number() == host::excel::kApplicationError);
+    return;
+  }
+  CheckSaved(*loaded.book, *kept, file);
+  std::filesystem::remove(file);
+}
+
 }  // namespace
 }  // namespace mirelo::workbook
 
@@ -124,6 +152,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   ShowAll(*loaded.book);
+  if (size % kSavedOfAll < 2 && !loaded.losses.empty())
+    SaveCarrying({reinterpret_cast<const char*>(data), size}, limits);
   for (const auto& sheet : loaded.book->sheets) DeleteRows(*sheet);
   if (size % kSavedOfAll == 0 && IsQuickToSave(*loaded.book)) SaveAndReadBack(*loaded.book);
   return 0;

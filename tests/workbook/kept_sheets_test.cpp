@@ -367,6 +367,18 @@ TEST_F(KeptSheets, GoOnUsingTheFilesTextsAndFormats) {
   EXPECT_EQ(PartsOf(File())["xl/sharedStrings.xml"], before["xl/sharedStrings.xml"]);
 }
 
+TEST_F(KeptSheets, MayGiveABuiltInFormatAnotherMeaning) {
+  Parts parts = WithMergedCells();
+  InsertBehind(parts["xl/styles.xml"], "spreadsheetml/2006/main\">",
+               "<numFmts><numFmt numFmtId=\"10\" formatCode=\"0.000\"/></numFmts>");
+  auto spreadsheet = Open(parts);
+  const auto table = AddTable(spreadsheet);
+  table->Range("D3")->NumberFormat("0.00%");
+  table->Range("D3")->Value(0.5);
+  spreadsheet.Save(File());
+  EXPECT_EQ(SheetNamed(Spreadsheet::Open(File()), kTable)->Range("D3")->Text(), "50.00%");
+}
+
 TEST_F(KeptSheets, TakeTheirFormatsAloneWhenTheyAreChanged) {
   Parts parts = WithMergedCells();
   // The second fill, that of the cell A1, becomes a gradient.
@@ -398,6 +410,10 @@ TEST_F(KeptSheets, AreNotWhatFilesHaveThatCannotBeTakenApart) {
        [](Parts& parts) {
          InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
                       "<Relationship Id=\"v\" Type=\"http://x/slicerCache\" Target=\"slicerCache.xml\"/>");
+       }},
+      {"days that are counted from 1904",
+       [](Parts& parts) {
+         ReplaceIn(parts["xl/workbook.xml"], "<workbookPr/>", "<workbookPr date1904=\"1\"/>");
        }},
       {"several windows",
        [](Parts& parts) {

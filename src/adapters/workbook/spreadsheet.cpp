@@ -65,7 +65,7 @@ void Spreadsheet::Save(const std::filesystem::path& file) {
   const auto kept = origin_ == nullptr ? std::nullopt : origin_->KeptSheets(*book_);
   ReplaceFile(file, [&](const std::filesystem::path& fresh) {
     if (kept) {
-      WriteCarrying(*book_, *origin_, *kept, fresh);
+      Carry(*kept, fresh);
       CheckSaved(*book_, *kept, fresh);
     } else {
       WriteWorkbook(*book_, fresh);
@@ -74,6 +74,21 @@ void Spreadsheet::Save(const std::filesystem::path& file) {
   });
   book_->name = file.filename().string();
   if (origin_ != nullptr) suffered_.merge(SetOf(origin_->Losses(kept)));
+}
+
+// Where the file is damaged in a way that comes to light only now, the next attempt does without it, and what
+// is lost then can be told before.
+void Spreadsheet::Carry(const std::set<const Sheet*>& kept, const std::filesystem::path& fresh) {
+  try {
+    WriteCarrying(*book_, *origin_, kept, fresh);
+  } catch (const RuntimeError& error) {
+    if (error.Number() == host::excel::kApplicationError) {
+      auto unfit = std::make_shared<Origin>(*origin_);
+      unfit->GiveUp();
+      origin_ = std::move(unfit);
+    }
+    throw;
+  }
 }
 
 void Spreadsheet::RequireSavable(const std::filesystem::path& file) { RequireReplaceable(file); }

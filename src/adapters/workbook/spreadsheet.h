@@ -14,6 +14,7 @@ namespace mirelo::workbook {
 
 struct Book;
 class Origin;
+struct Sheet;
 
 // The spreadsheet program in memory, with one workbook: new, or loaded from an .xlsx file. The objects that
 // clients got from it stay good when it is gone.
@@ -52,6 +53,8 @@ class Spreadsheet {
 
  private:
   explicit Spreadsheet(std::shared_ptr<Book> book, std::shared_ptr<const Origin> origin = nullptr);
+
+  void Carry(const std::set<const Sheet*>& kept, const std::filesystem::path& fresh);
 
   std::shared_ptr<Book> book_;
   std::shared_ptr<host::excel::Application> application_;

@@ -215,9 +215,15 @@ class CarryingWriter {
     return reached;
   }
 
+  // None where the list is damaged, which is kept all the same.
   std::vector<Relationship> LinksOf(const std::string& part) {
     if (part.empty()) return root_links_.all();
-    return part == workbook_ ? links_.all() : Relationships(old_, part).all();
+    if (part == workbook_) return links_.all();
+    try {
+      return Relationships(old_, part).all();
+    } catch (const RuntimeError&) {
+      return {};
+    }
   }
 
   const Book& book_;

@@ -28,6 +28,9 @@ class Origin {
   using Kept = std::set<const Sheet*>;
   std::optional<Kept> KeptSheets(const Book& book) const;
 
+  // From now on everything is written anew.
+  void GiveUp() { file_.clear(); }
+
   // What is lost when the workbook is saved with these sheets kept.
   std::vector<std::string> Losses(const std::optional<Kept>& kept) const;
 

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <map>
 
+#include "adapters/workbook/format_code.h"
 #include "adapters/workbook/xlsx/editable_xml.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 
@@ -58,13 +59,19 @@ class NumberFormats {
     ForEachChild(Child(xml.root(), "numFmts"), "numFmt", [&](pugi::xml_node node) {
       const std::int32_t number = Number<std::int32_t>(node, "numFmtId").value_or(0);
       numbers_.try_emplace(std::string(Attribute(node, "formatCode")), number);
+      codes_.try_emplace(number, Attribute(node, "formatCode"));
       last_ = std::max(last_, number);
     });
   }
 
+  // Whether a built-in number stands for another format here than usually.
+  bool IsOverridden(std::int32_t number) const {
+    const auto own = codes_.find(number);
+    return own != codes_.end() && BuiltInFormat(number) && own->second != *BuiltInFormat(number);
+  }
+
   // The number of a format of the file writer's, which is added when it is not there.
-  std::int32_t NumberFor(pugi::xml_node format) {
-    const std::string code(Attribute(format, "formatCode"));
+  std::int32_t NumberFor(const std::string& code) {
     const auto [known, is_new] = numbers_.try_emplace(code, last_ + 1);
     if (is_new) {
       ++last_;
@@ -83,6 +90,7 @@ class NumberFormats {
  private:
   EditableXml& xml_;
   std::map<std::string, std::int32_t> numbers_;
+  std::map<std::int32_t, std::string> codes_;
   std::int32_t last_ = kLastBuiltInFormat;
 };
 
@@ -120,11 +128,18 @@ class StyleMerger {
   void MergeNumberFormats() {
     NumberFormats formats(into_);
     const auto take = [&](pugi::xml_node node) {
-      numbers_[std::string(Attribute(node, "numFmtId"))] = std::to_string(formats.NumberFor(node));
+      numbers_[std::string(Attribute(node, "numFmtId"))] =
+          std::to_string(formats.NumberFor(std::string(Attribute(node, "formatCode"))));
     };
     ForEachChild(Child(from_.root(), "numFmts"), "numFmt", take);
     ForEachChild(Child(from_.root(), "dxfs"), "dxf", [&](pugi::xml_node look) {
       if (const pugi::xml_node format = Child(look, "numFmt")) take(format);
+    });
+    ForEachChild(Child(from_.root(), "cellXfs"), "xf", [&](pugi::xml_node format) {
+      const auto number = Number<std::int32_t>(format, "numFmtId").value_or(0);
+      if (formats.IsOverridden(number))
+        numbers_[std::to_string(number)] =
+            std::to_string(formats.NumberFor(std::string(*BuiltInFormat(number))));
     });
   }
 

@@ -52,7 +52,7 @@ class WorkbookReader {
                          {},       ColorReader(package_, PartOfType("theme")),
                          false,    LoadBudget(package_.limits()),
                          losses_,  {}};
-    context.counts_from_1904 = Flag(Child(xml_.root(), "workbookPr"), "date1904", false);
+    context.counts_from_1904 = CountsFrom1904();
     ReadStyleTable(context);
     if (const std::string part = PartOfType("sharedStrings"); !part.empty()) {
       context.strings = ReadSharedStrings(package_, part);
@@ -144,6 +144,8 @@ class WorkbookReader {
     losses_.Add({Loss::Of::Workbook, "Workbook: not kept: " + what, ""});
   }
 
+  bool CountsFrom1904() const { return Flag(Child(xml_.root(), "workbookPr"), "date1904", false); }
+
   bool HasLossyFormats(const Sheet& sheet) const {
     if (are_looks_lossy_ && !sheet.conditions.all().empty()) return true;
     if (lossy_styles_.empty()) return false;
@@ -154,12 +156,12 @@ class WorkbookReader {
   }
 
   // Macros know sheets by names that sheets written anew have not; slicers and timelines know tables; and of
-  // several windows each has a view of every sheet.
+  // several windows each has a view of every sheet. Sheets that are written anew count days from 1900.
   bool CanBeCarried() const {
     const auto& links = links_.all();
     int windows = 0;
     ForEachChild(Child(xml_.root(), "bookViews"), "workbookView", [&](pugi::xml_node) { ++windows; });
-    return !has_renamed_ && windows <= 1 && IsInUsualVocabulary(xml_.root()) &&
+    return !has_renamed_ && windows <= 1 && !CountsFrom1904() && IsInUsualVocabulary(xml_.root()) &&
            std::none_of(links.begin(), links.end(), [](const Relationship& link) {
              return link.type == "vbaProject" || link.type == "slicerCache" || link.type == "timelineCache";
            });
