@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <clocale>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -10,13 +11,19 @@
 
 #include "adapters/qt/application.h"
 #include "adapters/qt/qt_loop.h"
+#include "adapters/sodium/sodium_vault.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/show_dialog.h"
 #include "app/windows.h"
 #include "app/working_day.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "qt/person.h"
+#include "quotetracker/login.h"
 #include "quotetracker/server.h"
 #include "support/temp_directory.h"
 
@@ -82,24 +89,50 @@ TEST_F(DialogOnScreen, NeedsNoWorkbook) {
   EXPECT_EQ(ended.out, "78\n");
 }
 
-TEST_F(DialogOnScreen, BeginsAWorkingDay) {
+// The day that Go begins in a window, up to its first quote.
+class DayFromAWindow : public DialogOnScreen {
+ protected:
+  DayFromAWindow() {
+    ShowWindows(session.host());
+    session.host().OverrideHttpPort(server.HttpPort());
+    session.host().Override("SocketPort", std::to_string(server.StreamPort()));
+  }
+
+  void StreamFrom(const std::string& source) {
+    sodium::SodiumVault vault(folder.path());
+    const quotetracker::Credentials known;
+    vault.Set(sodium::SodiumVault::Credential::ApplicationName, known.app_name);
+    vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, known.app_secret);
+    session.host().KeepCredentialsIn(folder.path());
+    session.host().Override("Seconds", "0");
+    session.host().Override("ComQuoteSource", source);
+  }
+
+  void ExpectQuotesAfter(std::int32_t result) {
+    WorkingDay day(session.host().loop(), session.host().sockets(), spreadsheet.Application());
+    Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
+    person.Does("use the dialog", FillInAndGo);
+    ASSERT_EQ(day.ShowDialog(), result);
+    day.Start();
+    day.RunUntil([&] { return day.Written() > 0; });
+    day.Stop();
+    ASSERT_EQ(day.Tables().Rows().size(), 1U);
+    EXPECT_EQ(day.Tables().Rows()[0][0], "MSFT");
+    EXPECT_NE(day.Tables().Rows()[0][1], "");
+    EXPECT_FALSE(
+        spreadsheet.Application()->Worksheets()->Item("Dovanta2_Quotes")->Cells(3, 2)->Value().IsEmpty());
+  }
+
   const qt::Application application;
-  Session session(options);
-  session.host().OverrideHttpPort(server.HttpPort());
-  ShowWindows(session.host());
-  auto spreadsheet = workbook::Spreadsheet::New();
-  WorkingDay day(session.host().loop(), session.host().sockets(), spreadsheet.Application());
-  Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
-  person.Does("use the dialog", FillInAndGo);
-  ASSERT_EQ(day.ShowDialog(), 78);
-  int updates = 0;
-  day.Wrote.Subscribe([&] { ++updates; });
-  day.Start();
-  day.RunUntil([&] { return updates > 0; });
-  day.Stop();
-  ASSERT_EQ(day.Tables().Rows().size(), 1U);
-  EXPECT_EQ(day.Tables().Rows()[0][0], "MSFT");
-  EXPECT_NE(day.Tables().Rows()[0][1], "");
+  Session session{options};
+  workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
+};
+
+TEST_F(DayFromAWindow, AsksForQuotes) { ExpectQuotesAfter(78); }
+
+TEST_F(DayFromAWindow, StreamsQuotes) {
+  StreamFrom("Alpstein Finance (delayed)");
+  ExpectQuotesAfter(77);
 }
 
 TEST_F(DialogOnScreen, LeavesNumbersInTheLocaleOfTheProgram) {
