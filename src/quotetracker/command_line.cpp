@@ -87,6 +87,8 @@ void AddServing(CLI::App& app, CommandLine& command) {
       ->type_name("FILE");
   app.add_flag("--exit-with-parent", command.exit_with_parent,
                "End when the process that started this one ends");
+  app.add_flag("--count-quotes", command.count_quotes,
+               "Print \"quotes streamed N\" at the end, all connections together");
 }
 
 void AddQuotes(CLI::App& app, CommandLine& command, Arguments& arguments) {

@@ -18,6 +18,7 @@ struct CommandLine {
   ServerOptions server;
   std::string port_file;  // empty for none
   bool exit_with_parent = false;
+  bool count_quotes = false;
 };
 
 // Reads the arguments of the program, the files that they name included. When the program has nothing further

@@ -36,6 +36,7 @@ int Serve(CommandLine command) {
   if (!command.port_file.empty()) WritePortFile(command.port_file, ports);
   std::cout << ports << std::flush;
   ending.Wait();
+  if (command.count_quotes) std::cout << "quotes streamed " << server.QuotesStreamed() << std::endl;
   return 0;
 }
 

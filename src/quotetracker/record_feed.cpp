@@ -32,6 +32,7 @@ std::string RecordFeed::NextSnapshots() {
   for (; OwesSnapshots() && bytes.size() < kMostBatch; ++snapshots_) {
     const std::string& symbol = symbols_[snapshots_];
     AppendSnapshot(bytes, kSnapshotKind, symbol, source_.Look(symbol), CompanyOf(symbol));
+    ++given_;
   }
   return bytes;
 }
@@ -47,6 +48,7 @@ std::string RecordFeed::NextUpdates(std::size_t most, std::size_t& count) {
     AppendUpdate(bytes, kind, symbols_[change.ticker], *change.quote, chance_);
   }
   if (!bytes.empty()) ++batches_;
+  given_ += count;
   return bytes;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -40,6 +41,9 @@ class RecordFeed {
   // Up to `most` changes; `count` becomes the number there were.
   std::string NextUpdates(std::size_t most, std::size_t& count);
 
+  // The records that it has given so far.
+  std::uint64_t Given() const { return given_; }
+
  private:
   QuoteSource& source_;
   std::vector<std::string> kinds_;
@@ -49,6 +53,7 @@ class RecordFeed {
   std::size_t snapshots_ = 0;              // so many of the symbols have been sent in full
   std::unique_ptr<QuoteUpdates> updates_;
   std::size_t batches_ = 0;
+  std::uint64_t given_ = 0;
 };
 
 }  // namespace mirelo::quotetracker

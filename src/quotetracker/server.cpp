@@ -46,8 +46,9 @@ struct Server::Parts {
                                         options.complain, std::move(ended));
     }
     return std::make_unique<StreamConnection>(
-        reactor, std::move(socket), *quotes, options.stream, stream_faults, options.seed + number,
-        [this](std::string_view message) { Remember(overheard, message); }, std::move(ended));
+        reactor, std::move(socket), *quotes, options.stream, stream_faults, quotes_streamed,
+        options.seed + number, [this](std::string_view message) { Remember(overheard, message); },
+        std::move(ended));
   }
 
   static void Remember(std::deque<std::string>& memory, std::string_view text) {
@@ -61,6 +62,7 @@ struct Server::Parts {
   Portfolios portfolios;
   RequestInterface requests;
   std::vector<StreamFaultPlan> stream_faults;
+  std::uint64_t quotes_streamed = 0;
   std::deque<std::string> asked;
   std::deque<std::string> overheard;
   HttpServer http;
@@ -99,6 +101,10 @@ std::vector<Portfolios::Portfolio> Server::PortfoliosNow() const {
 
 std::size_t Server::StreamConnections() const {
   return OnLoop([&] { return parts_->stream.Connections(); });
+}
+
+std::uint64_t Server::QuotesStreamed() const {
+  return OnLoop([&] { return parts_->quotes_streamed; });
 }
 
 void Server::SetHttpFault(HttpFaultPlan plan) {

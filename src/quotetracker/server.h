@@ -58,6 +58,9 @@ class Server {
   std::vector<Portfolios::Portfolio> PortfoliosNow() const;
   // Stream connections that stand now.
   std::size_t StreamConnections() const;
+  // Quote records made for all clients of the stream, of which the last may not have been sent. Recorded
+  // sessions do not count.
+  std::uint64_t QuotesStreamed() const;
 
   // From the next request on.
   void SetHttpFault(HttpFaultPlan plan);

@@ -37,12 +37,14 @@ steady_clock::duration PaceOf(double rate) {
 
 StreamConnection::StreamConnection(Reactor& reactor, FileDescriptor socket, QuoteSource& source,
                                    const StreamOptions& options, std::vector<StreamFaultPlan>& faults,
-                                   std::uint64_t seed, std::function<void(std::string_view)> overheard,
+                                   std::uint64_t& quotes, std::uint64_t seed,
+                                   std::function<void(std::string_view)> overheard,
                                    std::function<void()> ended)
     : reactor_(reactor),
       socket_(std::move(socket)),
       options_(options),
       faults_(faults),
+      quotes_(quotes),
       chance_(seed),
       conversation_(source, options.credentials, options.version, KindsOf(options), seed),
       outbox_(options.chunk_pause, seed),
@@ -98,6 +100,13 @@ void StreamConnection::AnswerMessages() {
 
 // Puts the next records that are due into the outbox; false when there are none.
 bool StreamConnection::AddRecords() {
+  const std::uint64_t before = conversation_.Feed().Given();
+  const bool added = AddBatch();
+  quotes_ += conversation_.Feed().Given() - before;
+  return added;
+}
+
+bool StreamConnection::AddBatch() {
   RecordFeed& feed = conversation_.Feed();
   if (stalled_) return false;
   if (feed.OwesSnapshots()) {

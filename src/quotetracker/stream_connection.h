@@ -41,10 +41,10 @@ class StreamConnection : public StreamPeer {
  public:
   static constexpr std::size_t kMostUnsent = 256U * 1024;
 
-  // `overheard` gets each message of the client. `faults` are those of the options, counted over all
-  // connections. All references outlive the connection.
+  // `overheard` gets each message of the client. `faults` are those of the options, and `quotes` the records
+  // made for clients, both counted over all connections. All references outlive the connection.
   StreamConnection(Reactor& reactor, FileDescriptor socket, QuoteSource& source, const StreamOptions& options,
-                   std::vector<StreamFaultPlan>& faults, std::uint64_t seed,
+                   std::vector<StreamFaultPlan>& faults, std::uint64_t& quotes, std::uint64_t seed,
                    std::function<void(std::string_view message)> overheard, std::function<void()> ended);
   ~StreamConnection() override;
 
@@ -54,6 +54,7 @@ class StreamConnection : public StreamPeer {
   void Pump();
   void AnswerMessages();
   bool AddRecords();
+  bool AddBatch();
   void Say(StreamUnit unit);
   StreamFault NextFault(StreamStep step);
   void StartPace();
@@ -65,6 +66,7 @@ class StreamConnection : public StreamPeer {
   FileDescriptor socket_;
   const StreamOptions& options_;
   std::vector<StreamFaultPlan>& faults_;
+  std::uint64_t& quotes_;
   Random chance_;
   StreamConversation conversation_;
   Outbox outbox_;

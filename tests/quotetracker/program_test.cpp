@@ -68,6 +68,18 @@ TEST(Program, WritesItsPortsToAFileWholeAtOnce) {
   EXPECT_EQ(FileText(path), first + "\n" + second + "\n");
 }
 
+TEST(Program, TellsAtTheEndHowManyQuotesItStreamed) {
+  StartedProgram program = Start({"--count-quotes", "--rate", "0.001"});
+  program.ReadLine();
+  StreamClient client(StartedProgram::PortOf(program.ReadLine()));
+  client.LogIn();
+  client.Subscribe("A,B,C");
+  client.ReadRecords(3);
+  program.Signal(SIGTERM);
+  EXPECT_EQ(program.ReadLine(), "quotes streamed 3");
+  EXPECT_EQ(program.ExitCode(), 0);
+}
+
 TEST(Program, EndsWithItsParent) {
   const int output = StartedProgram::StartBelowAParentThatLeaves(
       {"--http-port", "0", "--stream-port", "0", "--exit-with-parent"});
@@ -92,13 +104,13 @@ TEST(Program, ExplainsItself) {
   StartedProgram program({"--help"});
   const std::string help = program.AllOutput();
   EXPECT_EQ(program.ExitCode(), 0);
-  for (const char* text : {"--listen",           "--http-port", "--stream-port", "--port-file",
-                           "--exit-with-parent", "--seed",      "--symbols",     "--portfolio",
-                           "--replay",           "--speed",     "--app-name",    "--app-secret-file",
-                           "--server-version",   "--rate",      "--kinds",       "--chunking",
-                           "--chunk-pause",      "--play",      "--http-fault",  "--stream-fault",
-                           "Replay file:",       "Faults:",     "Exit codes:",   "MireloDemo",
-                           "demo-secret",        "16239",       "16240"}) {
+  for (const char* text : {"--listen",           "--http-port",      "--stream-port", "--port-file",
+                           "--exit-with-parent", "--count-quotes",   "--seed",        "--symbols",
+                           "--portfolio",        "--replay",         "--speed",       "--app-name",
+                           "--app-secret-file",  "--server-version", "--rate",        "--kinds",
+                           "--chunking",         "--chunk-pause",    "--play",        "--http-fault",
+                           "--stream-fault",     "Replay file:",     "Faults:",       "Exit codes:",
+                           "MireloDemo",         "demo-secret",      "16239",         "16240"}) {
     EXPECT_THAT(help, HasSubstr(text));
   }
 }
