@@ -83,6 +83,7 @@ void StreamFeed::Call() {
   ListenForSilence();
   facade_.StatusRunWorkQT(StatusRunQueryQT::Status_LEVEL_I_FULL_QUOTE);
   stream_ = NewStream();
+  login_pending_ = true;
   stream_->connect();
 }
 
@@ -153,7 +154,8 @@ void StreamFeed::ListenForSilence() {
 
 void StreamFeed::NoteReply(std::span<const std::uint8_t> chunk) {
   heard_ = true;
-  if (chunk.size() < 3 || chunk[0] != 'L' || chunk[1] != 'O') return;
+  if (!login_pending_ || chunk.size() < 3 || chunk[0] != 'L' || chunk[1] != 'O') return;
+  login_pending_ = false;
   const std::string reply = AnsiToText(chunk);
   const std::string text = UCase(reply);
   if (TextOf(text, "<STATUSCODE>", "</STATUSCODE>") == "0") {

@@ -69,8 +69,9 @@ class StreamFeed {
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;
   Pause silence_ = kFirstSilence;
-  bool heard_ = false;  // anything, since silence was last listened for
-  bool took_ = false;   // quotes, since the last sweep
+  bool heard_ = false;          // anything, since silence was last listened for
+  bool login_pending_ = false;  // later on, a chunk may begin with anything
+  bool took_ = false;           // quotes, since the last sweep
   host::MessageLoop::Token timer_ = 0;
   host::MessageLoop::Token sweep_ = 0;
   host::MessageLoop::Token listening_ = 0;

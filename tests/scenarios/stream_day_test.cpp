@@ -31,6 +31,7 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
 
 constexpr std::int32_t kStreamed = 77;
@@ -138,6 +139,19 @@ TEST_F(StreamDay, BeginsVolumesAnewAtMidnight) {
   EXPECT_EQ(Text(kTable, 3, 6), "1/21/2011");
   Quote(Trade(28.5, 170, "01212011000002"));
   EXPECT_EQ(Text(kTable, 3, 5), "50");
+}
+
+// A socket may cut a record where its bytes look like a reply.
+TEST_F(StreamDay, TakesNoPartOfAQuoteForARefusedLogin) {
+  wishes.tickers = {"MSFT", "XLOW"};
+  BeginStreaming();
+  const std::string record = Of("XLOW").Last(12.5).Stamp("01202011093000").Bytes();
+  const std::size_t cut = record.find("LOW");
+  Deliver(record.substr(0, cut));
+  Deliver(record.substr(cut));
+  Pass(kWritePause);
+  EXPECT_EQ(Text(kTable, 4, 2), "12.5");
+  EXPECT_THAT(told, Not(Contains(HasSubstr("refused"))));
 }
 
 TEST_F(StreamDay, PassesOverTickersThatItDidNotAskFor) {
