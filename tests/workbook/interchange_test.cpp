@@ -1,9 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <array>
-#include <cstdio>
-#include <sstream>
-
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/border.h"
@@ -11,6 +7,7 @@
 #include "host/excel/format_conditions.h"
 #include "host/excel/shape.h"
 #include "workbook/chart_models.h"
+#include "workbook/script.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -21,25 +18,7 @@ using ::testing::StartsWith;
 using workbook::Spreadsheet;
 
 // With another program, openpyxl, at the other end.
-class Interchange : public WorkbookFiles {
- protected:
-  // The lines that a script of this folder prints about a file.
-  static std::vector<std::string> Run(const std::string& script, const std::filesystem::path& file) {
-    const std::string command = "PYTHONIOENCODING=utf-8 " MIRELO_PYTHON " '" MIRELO_WORKBOOK_SCRIPTS "/" +
-                                script + "' '" + file.string() + "' 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return {"the script cannot be run"};
-    std::string output;
-    std::array<char, 4096> buffer;
-    for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
-      output.append(buffer.data(), count);
-    EXPECT_EQ(pclose(pipe), 0) << output;
-    std::vector<std::string> lines;
-    std::istringstream in(output);
-    for (std::string line; std::getline(in, line);) lines.push_back(line);
-    return lines;
-  }
-};
+class Interchange : public WorkbookFiles {};
 
 TEST_F(Interchange, AnotherProgramSeesTheQuoteTable) {
   auto spreadsheet = Spreadsheet::New();
@@ -70,7 +49,7 @@ TEST_F(Interchange, AnotherProgramSeesTheQuoteTable) {
   conditions->Add(host::excel::xlCellValue, host::excel::xlLess, "0")->Font()->ColorIndex(3);
   spreadsheet.Save(File());
 
-  EXPECT_THAT(Run("check_with_openpyxl.py", File()),
+  EXPECT_THAT(RunScript("check_with_openpyxl.py", File()),
               ElementsAre("active\tDovanta2_Quotes", "sheet\tDovanta2_Quotes",
                           "A1\ts\t'SnapShot( 60 sec)'\tGeneral\t-\t-\t-\tgeneral",
                           "A2\ts\t'Ticker'\tGeneral\tbold\tFFFFFFFF\tFF000080\tcenter",
@@ -93,7 +72,7 @@ TEST_F(Interchange, AnotherProgramSeesTheQuoteTable) {
 }
 
 TEST_F(Interchange, ReadsWhatAnotherProgramWrote) {
-  EXPECT_THAT(Run("write_with_openpyxl.py", File()), ElementsAre());
+  EXPECT_THAT(RunScript("write_with_openpyxl.py", File()), ElementsAre());
   const auto spreadsheet = Spreadsheet::Open(File());
   const auto sheets = BookOf(spreadsheet)->Worksheets();
   ASSERT_EQ(sheets->Count(), 3);
@@ -141,7 +120,7 @@ TEST_F(Interchange, AnotherProgramSeesCharts) {
   book->AddChartSheet();
   workbook::WriteWorkbook(*book, File());
 
-  std::vector<std::string> lines = Run("check_with_openpyxl.py", File());
+  std::vector<std::string> lines = RunScript("check_with_openpyxl.py", File());
   lines.erase(lines.begin(), std::find_if(lines.begin(), lines.end(), [](const std::string& line) {
                 return line.starts_with("chart\t");
               }));
@@ -159,7 +138,7 @@ TEST_F(Interchange, AnotherProgramSeesCharts) {
 }
 
 TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
-  EXPECT_THAT(Run("write_with_openpyxl.py", File()), ElementsAre());
+  EXPECT_THAT(RunScript("write_with_openpyxl.py", File()), ElementsAre());
   const std::string bytes = BytesOf(File());
   const auto book = workbook::ReadWorkbook(bytes, {}).book;
   const auto sheet = book->FindSheet("Charts");

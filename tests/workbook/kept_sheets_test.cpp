@@ -2,12 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <set>
-#include <sstream>
 
 #include "adapters/workbook/xlsx/carrying_writer.h"
 #include "adapters/workbook/xlsx/saved_check.h"
@@ -19,6 +16,7 @@
 #include "host/excel/shape.h"
 #include "workbook/calc_document.h"
 #include "workbook/chart_models.h"
+#include "workbook/script.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -34,26 +32,6 @@ using ::testing::UnorderedElementsAreArray;
 using workbook::Spreadsheet;
 
 constexpr const char* kTable = "Dovanta2_Quotes";
-
-// Lines that a command prints.
-std::vector<std::string> LinesOf(const std::string& command) {
-  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-  if (pipe == nullptr) return {"the command cannot be run"};
-  std::string output;
-  std::array<char, 4096> buffer;
-  for (std::size_t count; (count = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
-    output.append(buffer.data(), count);
-  EXPECT_EQ(pclose(pipe), 0) << output;
-  std::vector<std::string> lines;
-  std::istringstream in(output);
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
-
-std::vector<std::string> RunScript(const std::string& script, const std::filesystem::path& file) {
-  return LinesOf("PYTHONIOENCODING=utf-8 " MIRELO_PYTHON " '" MIRELO_WORKBOOK_SCRIPTS "/" + script + "' '" +
-                 file.string() + "'");
-}
 
 // A table in the colours, borders and formats that tables have.
 void WriteTable(host::excel::Worksheet& sheet) {
