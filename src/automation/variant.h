@@ -53,8 +53,10 @@ class Variant {
   Variant& operator=(T text) {
     if (auto* const old = std::get_if<std::string>(&value_)) {
       old->assign(text);
+    } else if (type() < Type::String && text.size() <= std::string().capacity()) {
+      value_.emplace<std::string>().assign(text);  // without the heap, so that it cannot fail
     } else {
-      value_.emplace<std::string>(text);
+      value_.emplace<std::string>(std::string(text));
     }
     return *this;
   }

@@ -134,17 +134,42 @@ TEST(Split, GivesThePiecesBetweenDelimiters) {
   EXPECT_THAT(Split("a,b", ""), ElementsAre("a,b"));
 }
 
-// Bytes are looked at eight at a time.
+// Bytes are looked at 64 at a time.
 TEST(Split, FindsADelimiterAtEveryPlaceOfALongText) {
-  for (std::size_t size = 1; size <= 20; ++size) {
+  for (std::size_t size = 1; size <= 140; ++size) {
     for (std::size_t place = 0; place < size; ++place) {
       SCOPED_TRACE(std::to_string(size) + " bytes, delimiter at " + std::to_string(place));
       std::string text(size, '-');  // differs from the delimiter in the lowest bit alone
       text[place] = ',';
-      EXPECT_THAT(Split(text, ","), ElementsAre(text.substr(0, place), text.substr(place + 1)));
+      ASSERT_THAT(Split(text, ","), ElementsAre(text.substr(0, place), text.substr(place + 1)));
     }
   }
-  EXPECT_EQ(Split(std::string(20, ','), ","), std::vector<std::string>(21));
+  EXPECT_EQ(Split(std::string(140, ','), ","), std::vector<std::string>(141));
+}
+
+// Every text of a and b with delimiters of which one can begin inside of another, behind a stretch that moves
+// it to each place of a block.
+TEST(Split, TakesDelimitersFromTheLeft) {
+  for (const std::string delimiter : {"a", "aa", "ab", "aba"}) {
+    for (unsigned bits = 0; bits < 256; ++bits) {
+      for (const std::size_t before : {0, 1, 55, 58, 60, 63, 64, 120}) {
+        std::string text(before, '.');
+        for (unsigned bit = 0; bit < 8; ++bit) text += (bits >> bit & 1) != 0 ? 'a' : 'b';
+        SCOPED_TRACE(text + " at " + delimiter);
+
+        std::vector<std::string> pieces(1);
+        for (std::size_t at = 0; at < text.size();) {
+          if (text.compare(at, delimiter.size(), delimiter) == 0) {
+            pieces.emplace_back();
+            at += delimiter.size();
+          } else {
+            pieces.back() += text[at++];
+          }
+        }
+        ASSERT_EQ(Split(text, delimiter), pieces);
+      }
+    }
+  }
 }
 
 TEST(Split, OverwritesTheGivenPieces) {

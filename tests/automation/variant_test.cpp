@@ -54,9 +54,13 @@ TEST(Variant, LendsItsText) {
 }
 
 TEST(Variant, TakesATextInPlaceOfAnyValue) {
-  for (Variant value : {Variant(), Variant(7), Variant("old"), Variant(VariantArray(1, 2))}) {
-    value = std::string_view("new");
-    EXPECT_EQ(value.ToText(), "new");
+  for (const std::string_view text :
+       {"", "new", "fifteen letters", "a text that is too long to be kept inside"}) {
+    for (Variant value :
+         {Variant(), Variant(7), Variant(Date{1}), Variant("old"), Variant(VariantArray(1, 2))}) {
+      value = text;
+      EXPECT_EQ(value.ToText(), text);
+    }
   }
 }
 
@@ -64,6 +68,10 @@ TEST(Variant, TakesAPartOfItsOwnText) {
   Variant value("a text that is too long to be kept inside");
   value = std::string_view(*value.IfText()).substr(2, 4);
   EXPECT_EQ(value.ToText(), "text");
+
+  value = VariantArray::OfTexts({"short"});
+  value = std::string_view(*std::as_const(value).AsArray()(0).IfText());
+  EXPECT_EQ(value.ToText(), "short");
 }
 
 TEST(Variant, HoldsObjectsByReference) {
