@@ -1,6 +1,9 @@
 #pragma once
 
+#include <time.h>
+
 #include <cstdint>
+#include <limits>
 
 #include "automation/regional_format.h"
 #include "host/clock.h"
@@ -20,7 +23,13 @@ class SystemClock : public host::Clock {
   const RegionalFormat& Regional() override { return regional_; }
 
  private:
+  // Its local time. Questions come many to the second, and to work the answer out takes longer than to give
+  // it.
+  const tm& LocalTime(time_t second);
+
   RegionalFormat regional_;
+  time_t known_second_ = std::numeric_limits<time_t>::min();
+  tm local_time_{};  // of the known second
 };
 
 }  // namespace mirelo::headless
