@@ -119,6 +119,24 @@ TEST_F(TransfersOnTheLoop, LeaveABodyThatNobodyReadsWithTheServer) {
   EXPECT_EQ(total, kSize);
 }
 
+TEST_F(TransfersOnTheLoop, AreWholeBehindOneThatWasClosedWithItsBodyUnread) {
+  LoopbackServer server([&](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    peer.Send("HTTP/1.0 200 OK\r\n\r\n" + (peer.Index() == 0 ? std::string(8 << 20, 'x') : "OK"));
+  });
+  const auto session = internet.InternetOpenA(std::nullopt, 0);
+  const auto connection = internet.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", 3);
+  const auto request = internet.HttpOpenRequestA(connection, "GET", "/", "HTTP/1.0", "", 0);
+  ASSERT_TRUE(internet.HttpSendRequestA(request, "", ""));
+  loop.RunUntil([&] { return loop.WatchCount() == 0; });
+  internet.InternetCloseHandle(session);
+
+  LocalTransfer next(server.Port());
+  next.Execute();
+  EXPECT_EQ(next.states, kGoodPath);
+  EXPECT_EQ(next.Response(), "OK");
+}
+
 TEST_F(TransfersOnTheLoop, HandOnTheErrorOfAnotherHandlerAndStayUsable) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");

@@ -105,6 +105,16 @@ TEST_F(SentRequest, TellsTheAgentTheRefererAndTheUserOnlyWhenTheyAreSet) {
   EXPECT_EQ(server.Received(1), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
 }
 
+TEST_F(SentRequest, GoesToItsServerAlsoBehindOneToAnother) {
+  LoopbackServer first(ReplyBehind("\r\n\r\n"));
+  LoopbackServer second(ReplyBehind("\r\n\r\n"));
+  for (const std::uint16_t port : {first.Port(), second.Port(), first.Port(), first.Port()}) {
+    LocalTransfer(port).Execute();
+  }
+  EXPECT_EQ(first.Received(2), "GET /req?x HTTP/1.0\r\n" + HostLine(first) + "\r\n");
+  EXPECT_EQ(second.Received(0), "GET /req?x HTTP/1.0\r\n" + HostLine(second) + "\r\n");
+}
+
 TEST_F(SentRequest, TurnsBlanksOfTheQueryIntoPercentSignsAndKeepsTheRest) {
   const struct {
     std::string resource, sent;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -37,6 +38,21 @@ std::vector<std::string> Lines(std::string_view block) {
   return lines;
 }
 
+// A server on this machine often replies sooner than a sleeping thread wakes up. So the first moment of a
+// wait is spent awake, as long as another processor is there for the server. Whether the condition came to
+// hold.
+template <class Condition>
+bool HoldsBeforeSleep(host::MessageLoop& loop, const Condition& condition) {
+  static const bool server_can_run = std::thread::hardware_concurrency() > 1;
+  constexpr std::chrono::microseconds kAwake(100);
+  const auto end = std::chrono::steady_clock::now() + (server_can_run ? kAwake : kAwake.zero());
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() >= end) return false;
+    loop.Yield();
+  }
+  return true;
+}
+
 std::optional<std::string> WithinCapacity(const std::optional<std::string>& text, std::uint32_t capacity) {
   const bool fits = text && text->size() < capacity;  // with its terminator
   return fits ? text : std::nullopt;
@@ -50,9 +66,9 @@ CurlInternet::CurlInternet(host::MessageLoop& loop, Transfer::Now now)
 host::WinInetApi::Handle CurlInternet::InternetOpenA(const std::optional<std::string>& agent,
                                                      std::uint32_t /*access_type*/) {
   if (agent && !FitsInLine(*agent)) return 0;
-  Request request;
-  request.agent = agent;
-  return Open({Kind::Internet, 0, std::move(request), nullptr});
+  const auto [handle, entry] = Open(Kind::Internet, 0);
+  entry.request.agent = agent;
+  return handle;
 }
 
 bool CurlInternet::InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) {
@@ -83,11 +99,12 @@ host::WinInetApi::Handle CurlInternet::InternetConnectA(Handle internet, const s
                                                         const std::string& password, std::uint32_t service) {
   const Entry* const parent = Find(internet, Kind::Internet);
   if (parent == nullptr || host.empty() || service != kServiceHttp) return 0;
-  Request request = parent->request;
-  request.destination.origin = HttpOrigin(host, port);
-  request.user = user;
-  request.password = password;
-  return Open({Kind::Connection, internet, std::move(request), nullptr});
+  const auto [handle, entry] = Open(Kind::Connection, internet);
+  entry.request = parent->request;
+  entry.request.destination.origin = OriginOf(host, port);
+  entry.request.user = user;
+  entry.request.password = password;
+  return handle;
 }
 
 std::optional<std::string> CurlInternet::InternetCanonicalizeUrlA(const std::string& url,
@@ -102,11 +119,12 @@ host::WinInetApi::Handle CurlInternet::HttpOpenRequestA(Handle connection, const
                                                         std::uint32_t /*flags*/) {
   const Entry* const parent = Find(connection, Kind::Connection);
   if (parent == nullptr || !IsToken(verb) || version != "HTTP/1.0" || !FitsInLine(referrer)) return 0;
-  Request request = parent->request;
-  request.destination.target = RequestTarget(object);
-  request.verb = verb.empty() ? "GET" : verb;
-  request.referrer = referrer;
-  return Open({Kind::Request, connection, std::move(request), nullptr});
+  const auto [handle, entry] = Open(Kind::Request, connection);
+  entry.request = parent->request;
+  entry.request.destination.target = RequestTarget(object);
+  entry.request.verb = verb.empty() ? "GET" : verb;
+  entry.request.referrer = referrer;
+  return handle;
 }
 
 bool CurlInternet::HttpSendRequestA(Handle handle, const std::string& headers, const std::string& body) {
@@ -166,9 +184,16 @@ void CurlInternet::StopTransfers() {
   }
 }
 
-host::WinInetApi::Handle CurlInternet::Open(Entry entry) {
-  handles_.emplace(++last_handle_, std::move(entry));
-  return last_handle_;
+const std::string& CurlInternet::OriginOf(const std::string& host, std::uint16_t port) {
+  if (host != last_server_.host || port != last_server_.port) {
+    last_server_ = {host, port, HttpOrigin(host, port)};
+  }
+  return last_server_.origin;
+}
+
+std::pair<host::WinInetApi::Handle, CurlInternet::Entry&> CurlInternet::Open(Kind kind, Handle parent) {
+  const auto entry = handles_.emplace_hint(handles_.end(), ++last_handle_, Entry{kind, parent});
+  return {last_handle_, entry->second};
 }
 
 CurlInternet::Entry* CurlInternet::Find(Handle handle, Kind kind) {
@@ -185,7 +210,7 @@ template <class Condition>
 void CurlInternet::WaitUntil(Transfer& transfer, Condition condition) {
   if (condition()) return;
   const StallTimer timer(loop_, transfer);
-  loop_.RunUntil(condition);
+  if (!HoldsBeforeSleep(loop_, condition)) loop_.RunUntil(condition);
 }
 
 }  // namespace mirelo::curl

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "adapters/curl/multi.h"
 #include "adapters/curl/transfer.h"
@@ -59,11 +60,21 @@ class CurlInternet final : public host::WinInetApi {
   struct Entry {
     Kind kind;
     Handle parent;
-    Request request;                     // what is known of it so far
-    std::shared_ptr<Transfer> transfer;  // of a request that was sent
+    Request request = {};                     // what is known of it so far
+    std::shared_ptr<Transfer> transfer = {};  // of a request that was sent
   };
 
-  Handle Open(Entry entry);
+  // The server that was named last, and its origin. Most transfers go to the server of the one before, and a
+  // name takes libcurl longer to look over than all the rest of naming it.
+  struct Server {
+    std::string host;
+    std::uint16_t port = 0;
+    std::string origin;
+  };
+
+  const std::string& OriginOf(const std::string& host, std::uint16_t port);
+  // A new handle, and its entry to be filled in.
+  std::pair<Handle, Entry&> Open(Kind kind, Handle parent);
   // Null when the handle isn't open, or of another kind.
   Entry* Find(Handle handle, Kind kind);
   // Null for a request that was not sent.
@@ -74,6 +85,7 @@ class CurlInternet final : public host::WinInetApi {
   host::MessageLoop& loop_;
   Transfer::Now now_;
   Multi multi_;
+  Server last_server_;
   Handle last_handle_ = 0;
   std::map<Handle, Entry> handles_;
 };

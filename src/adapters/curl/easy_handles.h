@@ -7,8 +7,9 @@
 
 namespace mirelo::curl {
 
-// Handles for transfers. Those that are done are kept for later ones, without anything of what they were
-// told: a handle's buffers cost more to make than all that is told to it.
+// Handles for transfers. Those that are done are kept for later ones, since a handle costs more to make than
+// a request to describe. A kept one still knows what it was told, so that whoever takes one tells it
+// everything in which requests differ.
 class EasyHandles {
  public:
   class GiveBack {
@@ -22,7 +23,7 @@ class EasyHandles {
   // It must not outlive the EasyHandles that it is from, and is in no multi handle when it is given back.
   using Handle = std::unique_ptr<CURL, GiveBack>;
 
-  // Fresh, or as good as it. Raises std::bad_alloc.
+  // One that knows what all transfers have in common. Raises std::bad_alloc.
   Handle Take();
 
  private:

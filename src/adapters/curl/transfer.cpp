@@ -40,18 +40,19 @@ void Transfer::Start() {
   multi_.Start(easy_.get(), *this);
 }
 
+// Tells the handle all that requests differ in, for it may have served another one before.
 void Transfer::DescribeRequest() {
   const auto set = [this](CURLoption option, auto value) { curl_easy_setopt(easy_.get(), option, value); };
-  const auto set_text = [this](CURLoption option, const std::string& text) {
-    if (!text.empty()) curl_easy_setopt(easy_.get(), option, text.c_str());
+  const auto set_text = [&](CURLoption option, const std::string& text) {
+    set(option, text.empty() ? nullptr : text.c_str());
   };
 
   set(CURLOPT_URL, (request_.destination.origin + "/").c_str());
   set(CURLOPT_REQUEST_TARGET, request_.destination.target.c_str());
-  set(CURLOPT_PROTOCOLS_STR, "http,https");
-  set(CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_0});
   set(CURLOPT_CUSTOMREQUEST, request_.verb.c_str());
-  if (!request_.body.empty()) {
+  if (request_.body.empty()) {
+    set(CURLOPT_HTTPGET, 1L);
+  } else {
     set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body.size()));
     set(CURLOPT_POSTFIELDS, request_.body.data());
   }
@@ -61,17 +62,10 @@ void Transfer::DescribeRequest() {
   if (request_.headers.empty()) AddHeader("Content-Type:");
   for (const std::string& header : request_.headers) AddHeader(header);
   set(CURLOPT_HTTPHEADER, headers_.get());
-  if (request_.agent) set_text(CURLOPT_USERAGENT, *request_.agent);
+  set_text(CURLOPT_USERAGENT, request_.agent.value_or(std::string()));
   set_text(CURLOPT_REFERER, request_.referrer);
   set_text(CURLOPT_USERNAME, request_.user);
   set_text(CURLOPT_PASSWORD, request_.password);
-
-  // Nothing is kept between transfers, and nothing is asked of the environment.
-  set(CURLOPT_PROXY, "");
-  set(CURLOPT_FORBID_REUSE, 1L);
-  set(CURLOPT_FRESH_CONNECT, 1L);
-  set(CURLOPT_DNS_CACHE_TIMEOUT, 0L);
-  set(CURLOPT_NOSIGNAL, 1L);
   set(CURLOPT_CONNECTTIMEOUT_MS,
       static_cast<long>(std::min<long long>(request_.timeouts.connect.count(), INT_MAX)));
 
