@@ -13,6 +13,12 @@ if(MIRELO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${MIRELO_CCACHE})
 endif()
 
+# Programs of tests are many, and with this linker each is linked in a fifth of the time.
+find_program(MIRELO_LLD ld.lld)
+if(MIRELO_LLD AND CMAKE_BUILD_TYPE STREQUAL "Debug")
+  add_link_options(-fuse-ld=lld)
+endif()
+
 add_library(mirelo_options INTERFACE)
 target_include_directories(mirelo_options INTERFACE $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/src>)
 target_compile_features(mirelo_options INTERFACE cxx_std_20)
