@@ -39,8 +39,8 @@ std::vector<std::string> Lines(std::string_view block) {
 }
 
 // A server on this machine often replies sooner than a sleeping thread wakes up. So the first moment of a
-// wait is spent awake, as long as another processor is there for the server. Whether the condition came to
-// hold.
+// wait is spent awake where there are several processors, giving way to a server that was put on this one.
+// Whether the condition came to hold.
 template <class Condition>
 bool HoldsBeforeSleep(host::MessageLoop& loop, const Condition& condition) {
   static const bool server_can_run = std::thread::hardware_concurrency() > 1;
@@ -48,6 +48,7 @@ bool HoldsBeforeSleep(host::MessageLoop& loop, const Condition& condition) {
   const auto end = std::chrono::steady_clock::now() + (server_can_run ? kAwake : kAwake.zero());
   while (!condition()) {
     if (std::chrono::steady_clock::now() >= end) return false;
+    std::this_thread::yield();
     loop.Yield();
   }
   return true;
