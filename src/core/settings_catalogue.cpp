@@ -9,6 +9,7 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "host/registry_names.h"
+#include "streaming/first_sources.h"
 
 namespace mirelo {
 
@@ -103,7 +104,7 @@ constexpr std::array kCatalogue{
             "Which way the dialog last sorted the tickers: True is upwards."},
     Number(kWidths, "", kLeast32, kGreatest32, kNone, "800",
            "Width of the dialog's column of that header, in twips."),
-    Text(kFirstSource, "ComQuoteSource", kNone, kNone,
+    Text(kFirstSource, "ComQuoteSource", kNone, kFirstSourceText,
          "Quote source that the dialog proposes for streaming."),
     Text(kSources, "", kNone, kNone, "QuoteTracker's file for the quote source of that name."),
     Place("WindowState", "-1", "How the window was shown; -1 for a window that keeps no place."),

@@ -70,8 +70,8 @@ Variant SettingValue(const Setting& setting, std::string_view text);
 
 // The value that restores the default. The registry has no call that removes a single value, so the default
 // is written instead. Where facade and dialog assume different defaults it is the facade's, by which the
-// macros run; the dialog then shows that one. Nothing for a setting without default: a quote source, a
-// window's corner.
+// macros run; the dialog then shows that one. Nothing for a setting without default: the file of a
+// quote source, a window's corner.
 std::optional<Variant> DefaultValue(const Setting& setting, std::string_view key);
 
 }  // namespace mirelo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -96,7 +97,11 @@ inline constexpr std::array<QuoteSourceRow, 80> kFirstSources{{
     {"WSTITALIA.SDF", "WST Italia (Italy) - RealTime (Customers Only)"},
 }};
 
-// The row whose source is picked at first.
+// The source that is picked at first.
 inline constexpr std::string_view kFirstSourceFile = "SWISS.SDF";
+inline constexpr std::string_view kFirstSourceText = [] {
+  const auto is_first = [](const QuoteSourceRow& row) { return row.file == kFirstSourceFile; };
+  return std::find_if(kFirstSources.begin(), kFirstSources.end(), is_first)->text;
+}();
 
 }  // namespace mirelo

@@ -1,11 +1,9 @@
 // The list of quote sources in the settings dialog, and its refresh from QuoteTracker.
 
-#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "automation/array.h"
@@ -22,15 +20,6 @@
 #include "streaming/messages.h"
 
 namespace mirelo {
-
-namespace {
-
-constexpr std::string_view kFirstSourceText = [] {
-  const auto is_first = [](const QuoteSourceRow& row) { return row.file == kFirstSourceFile; };
-  return std::find_if(kFirstSources.begin(), kFirstSources.end(), is_first)->text;
-}();
-
-}  // namespace
 
 void frmMirelo::AddListQuoteSource(const std::string& selected) {
   Routine("Mirelo.frmMirelo.AddListQuoteSource", [&](Frame& frame) {
