@@ -1,12 +1,14 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <memory>
 
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
 #include "core/mGlobal.h"
 #include "core/status_run_query.h"
 #include "diagnostics/CErrorHandler.h"
+#include "streaming/cQTStreaming.h"
 #include "support/current_directory.h"
 #include "support/error_number.h"
 #include "support/facade_test.h"
@@ -64,6 +66,16 @@ TEST_F(FacadeLife, EndsBothServices) {
   facade.reset();
   EXPECT_EQ(NumberOf([] { mGlobal::AppSettings(); }), 91);
   EXPECT_EQ(NumberOf([] { mGlobal::ErrorHandler(); }), 91);
+}
+
+// A stream that nobody but the timer holds asks the facade for its state.
+TEST_F(FacadeLife, LetsGoOfTheTimersStreamAtItsEnd) {
+  const auto stream = std::make_shared<cQTStreaming>();
+  mGlobal::SetStreamingObject(stream);
+  EXPECT_EQ(mGlobal::StreamingObject(), stream);
+  facade.reset();
+  EXPECT_EQ(mGlobal::StreamingObject(), nullptr);
+  EXPECT_EQ(stream.use_count(), 1);
 }
 
 TEST_F(FacadeLife, ReplacesTheServicesOfAnEarlierFacade) {

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 
 #include "automation/variant.h"
+#include "core/cMirelo.h"
 #include "core/settings_catalogue.h"
 #include "support/facade_test.h"
 
@@ -129,6 +132,41 @@ TEST_F(SettingProperty, HasItsDefaultForABinaryValue) {
   }
 }
 
+// Each integer property with values that its type just holds, and just does not.
+TEST_F(SettingProperty, HasItsFallbackForANumberThatItsTypeDoesNotHold) {
+  constexpr const char* k16Bit[] = {"GreyOut", "ColorPoints", "BuildCharts", "VerticalTable"};
+  constexpr const char* k32Bit[] = {"ChartPoints", "RowsLimit"};
+  const auto check = [&](const char* name, const char* stored_text, const char* read) {
+    const auto property =
+        std::find_if(std::begin(kProperties), std::end(kProperties),
+                     [&](const Property& candidate) { return std::string(candidate.name) == name; });
+    ASSERT_NE(property, std::end(kProperties));
+    SCOPED_TRACE(std::string(name) + " " + stored_text);
+    Save(property->key, stored_text);
+    EXPECT_EQ(property->get(*facade), read == nullptr ? property->failure : read);
+  };
+  for (const char* name : k16Bit) {
+    check(name, "32767", "32767");
+    check(name, "-32768", "-32768");
+    check(name, "32768", nullptr);
+    check(name, "-32769", nullptr);
+  }
+  for (const char* name : k32Bit) {
+    check(name, "2147483647", "2147483647");
+    check(name, "-2147483648", "-2147483648");
+    check(name, "2147483648", nullptr);
+    check(name, "-2147483649", nullptr);
+  }
+}
+
+TEST_F(SettingProperty, HasItsFallbackWhenAnotherFacadeTookTheStoreAlong) {
+  { const cMirelo second; }
+  for (const Property& property : kProperties) {
+    SCOPED_TRACE(property.name);
+    EXPECT_EQ(property.get(*facade), property.failure);
+  }
+}
+
 struct Reading {
   Variant stored;
   const char* read;
@@ -148,7 +186,10 @@ class OneProperty : public SettingProperty {
 
 TEST_F(OneProperty, SecondsLieBetweenZeroAndAnHour) {
   Check("Seconds", [&] { return Text(facade->Seconds()); },
-        {{5000, "3600"},
+        {{70000, "3600"},
+         {-70000, "0"},
+         {"2147483648", "10"},
+         {5000, "3600"},
          {3601, "3600"},
          {3600, "3600"},
          {-7, "0"},
