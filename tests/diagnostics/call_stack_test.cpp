@@ -98,6 +98,16 @@ TEST_F(CallStack, TracesTheSameLinesWithBothFlags) {
             "1/20/2011 - 8:36:13 AM --- Exited routine: A\r\n");
 }
 
+TEST_F(CallStack, TracesWhetherEnabledOrNot) {
+  Trace(CErrorHandler::TraceLogFile);
+  handler.CallStackEnabled(false);
+  handler.CallStackPush("A", "");
+  handler.CallStackPop();
+  EXPECT_EQ(ContentsOf(tracing_log),
+            "1/20/2011 - 8:36:13 AM --- Entered routine: A\r\n"
+            "1/20/2011 - 8:36:13 AM --- Exited routine: A\r\n");
+}
+
 // No file stays open between two lines.
 TEST_F(CallStack, TracesToANewFileWhenTheOldOneWasDeleted) {
   Trace(CErrorHandler::TraceLogFile);
