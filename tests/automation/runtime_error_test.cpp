@@ -39,6 +39,8 @@ TEST(Errors, HaveTheirStandardNumbersAndTexts) {
       {Errors::FileNotFound(), 53, "File not found"},
       {Errors::PathFileAccess(), 75, "Path/File access error"},
       {Errors::ObjectNotSet(), 91, "Object variable or With block variable not set"},
+      {Errors::InvalidPropertyValue(), 380, "Invalid property value"},
+      {Errors::InvalidPropertyArrayIndex(), 381, "Invalid property array index"},
       {Errors::ObjectRequired(), 424, "Object required"},
       {Errors::ActionNotSupported(), 445, "Object doesn't support this action"},
       {Errors::KeyAlreadyUsed(), 457, "This key is already associated with an element of this collection"},
