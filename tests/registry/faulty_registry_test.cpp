@@ -73,6 +73,32 @@ TEST_F(Faults, TheRightsAskedForAreKept) {
   EXPECT_EQ(faulty.LastAccess(), 0x20019U);
 }
 
+TEST_F(Faults, ThePathAskedForIsKept) {
+  Registry::Key key = 0;
+  faulty.RegCreateKeyExA(Registry::kCurrentUser, "a", Registry::kAllAccess, key);
+  EXPECT_EQ(faulty.LastPath(), "a");
+  faulty.RegOpenKeyExA(Registry::kCurrentUser, "a\\", Registry::kRead, key);
+  EXPECT_EQ(faulty.LastPath(), "a\\");
+  faulty.RegDeleteKeyA(Registry::kCurrentUser, "b");
+  EXPECT_EQ(faulty.LastPath(), "b");
+}
+
+TEST_F(Faults, OpenKeysAreCounted) {
+  Registry::Key made = 0;
+  Registry::Key opened = 0;
+  faulty.RegCreateKeyExA(Registry::kCurrentUser, "a", Registry::kAllAccess, made);
+  faulty.RegOpenKeyExA(Registry::kCurrentUser, "a", Registry::kRead, opened);
+  EXPECT_EQ(faulty.OpenKeys(), 2);
+  Registry::Key absent = 0;
+  faulty.RegOpenKeyExA(Registry::kCurrentUser, "b", Registry::kRead, absent);
+  faulty.RegCloseKey(Registry::kCurrentUser);
+  EXPECT_EQ(faulty.OpenKeys(), 2);
+  faulty.RegCloseKey(made);
+  faulty.RegCloseKey(opened);
+  faulty.RegCloseKey(opened);
+  EXPECT_EQ(faulty.OpenKeys(), 0);
+}
+
 TEST_F(Faults, EachOfTheEightCallsCanFail) {
   Registry::Key key = Registry::kCurrentUser;
   std::uint32_t number = 0;

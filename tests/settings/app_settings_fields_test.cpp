@@ -87,8 +87,9 @@ TEST(AppSettingsFields, RootKeyIsTheUsersOrTheMachines) {
 }
 
 class AppSettingsPath : public SettingsTest {};
+INSTANTIATE_TEST_SUITE_P(Registries, AppSettingsPath, ::testing::ValuesIn(RegistryKinds()), KindName);
 
-TEST_F(AppSettingsPath, JoinsTheFieldsAndTheSection) {
+TEST_P(AppSettingsPath, JoinsTheFieldsAndTheSection) {
   settings.SaveSetting("Settings\\QuoteSource\\List", "Name", 1);
   EXPECT_TRUE(Find("Name", "Software\\Kestrin\\Dovanta2\\Settings\\QuoteSource\\List"));
 
@@ -100,7 +101,18 @@ TEST_F(AppSettingsPath, JoinsTheFieldsAndTheSection) {
   EXPECT_FALSE(Find("Name", "Branch\\Company\\Program\\Section", Registry::kCurrentUser));
 }
 
-TEST_F(AppSettingsPath, CrossesTheCodePage) {
+TEST_P(AppSettingsPath, HasSingleBackslashesAndNoneAtItsEnds) {
+  constexpr const char* kPath = "Software\\Kestrin\\Dovanta2\\Settings";
+  settings.SaveSetting("Settings", "Name", 1);
+  EXPECT_EQ(registry.LastPath(), kPath);
+  settings.GetSetting("Settings", "Name", 0);
+  EXPECT_EQ(registry.LastPath(), kPath);
+  Array<std::string> keys;
+  settings.GetAllKeys("Settings", keys);
+  EXPECT_EQ(registry.LastPath(), kPath);
+}
+
+TEST_P(AppSettingsPath, CrossesTheCodePage) {
   settings.Init("Caf\u00E9", "\u20AC");
   settings.SaveSetting("\u017D", "Name", 1);
   EXPECT_TRUE(Find("Name", "Software\\Caf\xE9\\\x80\\\x8E"));

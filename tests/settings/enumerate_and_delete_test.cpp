@@ -23,8 +23,9 @@ class GetAllKeys : public SettingsTest {
 
   Array<std::string> keys = Filled();
 };
+INSTANTIATE_TEST_SUITE_P(Registries, GetAllKeys, ::testing::ValuesIn(RegistryKinds()), KindName);
 
-TEST_F(GetAllKeys, GivesTheNamesFromIndexOne) {
+TEST_P(GetAllKeys, GivesTheNamesFromIndexOne) {
   settings.SaveSetting("Settings\\WidthField", "Ticker", 1700);
   settings.SaveSetting("Settings\\WidthField", "Charts (Last & Volume)", 1700);
   settings.SaveSetting("Settings\\WidthField", "\u20AC", 800);
@@ -34,37 +35,37 @@ TEST_F(GetAllKeys, GivesTheNamesFromIndexOne) {
   EXPECT_THAT(Of(keys), ElementsAre("Ticker", "Charts (Last & Volume)", "\u20AC"));
 }
 
-TEST_F(GetAllKeys, LeavesTheArrayUnallocatedForAnEmptySection) {
+TEST_P(GetAllKeys, LeavesTheArrayUnallocatedForAnEmptySection) {
   settings.SaveSetting("Settings\\WidthField", "Ticker", 1700);
   EXPECT_TRUE(settings.GetAllKeys("Settings", keys));
   EXPECT_FALSE(keys.IsAllocated());
 }
 
-TEST_F(GetAllKeys, IsFalseForAnAbsentSection) {
+TEST_P(GetAllKeys, IsFalseForAnAbsentSection) {
   EXPECT_FALSE(settings.GetAllKeys("Settings", keys));
   EXPECT_FALSE(keys.IsAllocated());
 }
 
-TEST_F(GetAllKeys, IsFalseWhenTheSectionCannotBeOpened) {
+TEST_P(GetAllKeys, IsFalseWhenTheSectionCannotBeOpened) {
   settings.SaveSetting("Settings", "Name", 1);
   registry.Fail("RegOpenKeyExA", 1, Registry::kAccessDenied);
   EXPECT_FALSE(settings.GetAllKeys("Settings", keys));
 }
 
-TEST_F(GetAllKeys, OpensTheSectionForQueriesOnly) {
+TEST_P(GetAllKeys, OpensTheSectionForQueriesOnly) {
   settings.GetAllKeys("Settings", keys);
   EXPECT_EQ(registry.LastAccess(), 1U);
 }
 
 // Without the longest length there is no room for any name.
-TEST_F(GetAllKeys, FindsNoNamesWhenTheRegistryDoesNotTellTheirLength) {
+TEST_P(GetAllKeys, FindsNoNamesWhenTheRegistryDoesNotTellTheirLength) {
   settings.SaveSetting("Settings", "a", 1);
   registry.Fail("RegQueryInfoKeyA");
   EXPECT_TRUE(settings.GetAllKeys("Settings", keys));
   EXPECT_FALSE(keys.IsAllocated());
 }
 
-TEST_F(GetAllKeys, KeepsTheNamesBeforeAFailure) {
+TEST_P(GetAllKeys, KeepsTheNamesBeforeAFailure) {
   settings.SaveSetting("Settings", "a", 1);
   settings.SaveSetting("Settings", "b", 1);
   registry.Fail("RegEnumValueA", 2);
@@ -72,7 +73,7 @@ TEST_F(GetAllKeys, KeepsTheNamesBeforeAFailure) {
   EXPECT_THAT(Of(keys), ElementsAre("a"));
 }
 
-TEST_F(GetAllKeys, RaisesNothing) {
+TEST_P(GetAllKeys, RaisesNothing) {
   settings.SaveSetting("Settings", "a", 1);
   for (const char* call : {"RegOpenKeyExA", "RegQueryInfoKeyA", "RegEnumValueA"}) {
     SCOPED_TRACE(call);
@@ -93,44 +94,53 @@ class DeleteSetting : public SettingsTest {
     ExpectError(error, 0x80044282, "Failed deleting the application setting", "Mirelo.CAppSetting");
   }
 };
+INSTANTIATE_TEST_SUITE_P(Registries, DeleteSetting, ::testing::ValuesIn(RegistryKinds()), KindName);
 
-TEST_F(DeleteSetting, DeletesASubkeyOfTheSection) {
+TEST_P(DeleteSetting, DeletesASubkeyOfTheSection) {
   settings.SaveSetting("Settings\\QuoteSource\\List", "Name", "x");
   settings.DeleteSetting("Settings\\QuoteSource", "List");
   EXPECT_FALSE(HasKey("Software\\Kestrin\\Dovanta2\\Settings\\QuoteSource\\List"));
   EXPECT_TRUE(HasKey("Software\\Kestrin\\Dovanta2\\Settings\\QuoteSource"));
 }
 
-TEST_F(DeleteSetting, WithoutAKeyDeletesTheSection) {
+TEST_P(DeleteSetting, WithoutAKeyDeletesTheSection) {
   settings.SaveSetting("Settings\\WidthField", "Ticker", 1700);
   settings.DeleteSetting("Settings\\WidthField", "");
   EXPECT_FALSE(HasKey("Software\\Kestrin\\Dovanta2\\Settings\\WidthField"));
 }
 
-TEST_F(DeleteSetting, DeletesNoValue) {
+TEST_P(DeleteSetting, AsksForTheSectionAndBehindABackslashForItsKey) {
+  settings.SaveSetting("Settings\\QuoteSource\\Caf\u00E9", "Name", "x");
+  settings.DeleteSetting("Settings\\QuoteSource", "Caf\u00E9");
+  EXPECT_EQ(registry.LastPath(), "Software\\Kestrin\\Dovanta2\\Settings\\QuoteSource\\Caf\xE9");
+  settings.DeleteSetting("Settings\\QuoteSource", "");
+  EXPECT_EQ(registry.LastPath(), "Software\\Kestrin\\Dovanta2\\Settings\\QuoteSource");
+}
+
+TEST_P(DeleteSetting, DeletesNoValue) {
   settings.SaveSetting("Settings", "Seconds", 60);
   ExpectDeleteError(ErrorOf([&] { settings.DeleteSetting("Settings", "Seconds"); }));
   EXPECT_EQ(settings.GetSetting("Settings", "Seconds", 0), Variant(60));
 }
 
-TEST_F(DeleteSetting, RefusesASectionWithSectionsBelowIt) {
+TEST_P(DeleteSetting, RefusesASectionWithSectionsBelowIt) {
   settings.SaveSetting("Settings\\WidthField", "Ticker", 1700);
   ExpectDeleteError(ErrorOf([&] { settings.DeleteSetting("Settings", ""); }));
   EXPECT_TRUE(HasKey("Software\\Kestrin\\Dovanta2\\Settings\\WidthField"));
 }
 
-TEST_F(DeleteSetting, RefusesWhatIsNotThere) {
+TEST_P(DeleteSetting, RefusesWhatIsNotThere) {
   ExpectDeleteError(ErrorOf([&] { settings.DeleteSetting("Settings", ""); }));
 }
 
-TEST_F(DeleteSetting, RaisesTheDeleteErrorWhenTheRegistryRefuses) {
+TEST_P(DeleteSetting, RaisesTheDeleteErrorWhenTheRegistryRefuses) {
   settings.SaveSetting("Settings", "Name", 1);
   registry.Fail("RegDeleteKeyA", 1, Registry::kAccessDenied);
   ExpectDeleteError(ErrorOf([&] { settings.DeleteSetting("Settings", ""); }));
   EXPECT_TRUE(HasKey(std::string(kSettingsPath)));
 }
 
-TEST_F(DeleteSetting, RaisesAComponentFailureForWhatNobodyForesaw) {
+TEST_P(DeleteSetting, RaisesAComponentFailureForWhatNobodyForesaw) {
   registry.Raise("RegDeleteKeyA");
   ExpectComponentFailure(ErrorOf([&] { settings.DeleteSetting("Settings", ""); }));
 }

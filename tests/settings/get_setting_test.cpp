@@ -25,15 +25,16 @@ class GetSetting : public SettingsTest {
     }
   }
 };
+INSTANTIATE_TEST_SUITE_P(Registries, GetSetting, ::testing::ValuesIn(RegistryKinds()), KindName);
 
-TEST_F(GetSetting, OfAnAbsentSectionIsTheDefault) { ExpectDefault("Seconds"); }
+TEST_P(GetSetting, OfAnAbsentSectionIsTheDefault) { ExpectDefault("Seconds"); }
 
-TEST_F(GetSetting, OfAnAbsentValueIsTheDefault) {
+TEST_P(GetSetting, OfAnAbsentValueIsTheDefault) {
   Put("Other", Registry::kSz, "x\0"sv);
   ExpectDefault("Seconds");
 }
 
-TEST_F(GetSetting, GivesATextOrAnIntegerAsItWasStored) {
+TEST_P(GetSetting, GivesATextOrAnIntegerAsItWasStored) {
   struct Row {
     const char* name;
     std::uint32_t type;
@@ -62,7 +63,7 @@ TEST_F(GetSetting, GivesATextOrAnIntegerAsItWasStored) {
   }
 }
 
-TEST_F(GetSetting, OfAnotherKindIsTheDefault) {
+TEST_P(GetSetting, OfAnotherKindIsTheDefault) {
   for (const std::uint32_t type : {Registry::kBinary, std::uint32_t{0}, std::uint32_t{2}, std::uint32_t{7}}) {
     SCOPED_TRACE(type);
     Put("Name", type, "x\0"sv);
@@ -70,37 +71,37 @@ TEST_F(GetSetting, OfAnotherKindIsTheDefault) {
   }
 }
 
-TEST_F(GetSetting, OfAnIntegerOfEightBytesIsTheDefault) {
+TEST_P(GetSetting, OfAnIntegerOfEightBytesIsTheDefault) {
   Put("Name", Registry::kDword, "\1\0\0\0\0\0\0\0"sv);
   ExpectDefault("Name");
 }
 
-TEST_F(GetSetting, OfATextWithoutAnyByteIsAComponentFailure) {
+TEST_P(GetSetting, OfATextWithoutAnyByteIsAComponentFailure) {
   Put("Name", Registry::kSz, ""sv);
   ExpectComponentFailure(ErrorOf([&] { Get("Name"); }));
 }
 
-TEST_F(GetSetting, FindsNamesWithoutRegardToCase) {
+TEST_P(GetSetting, FindsNamesWithoutRegardToCase) {
   Put("ListRight", Registry::kSz, "Ticker\0"sv);
   EXPECT_EQ(settings.GetSetting("SETTINGS", "LISTright", ""), Variant("Ticker"));
 }
 
-TEST_F(GetSetting, FindsAnEmptyKeyAsTheUnnamedValue) {
+TEST_P(GetSetting, FindsAnEmptyKeyAsTheUnnamedValue) {
   Put("", Registry::kSz, "x\0"sv);
   EXPECT_EQ(Get(""), Variant("x"));
 }
 
-TEST_F(GetSetting, AsksForNamesInTheCodePage) {
+TEST_P(GetSetting, AsksForNamesInTheCodePage) {
   Put("Cl\xE9", Registry::kSz, "x\0"sv);
   EXPECT_EQ(Get("Cl\u00E9"), Variant("x"));
 }
 
-TEST_F(GetSetting, OpensTheSectionForReadingOnly) {
+TEST_P(GetSetting, OpensTheSectionForReadingOnly) {
   Get("Name");
   EXPECT_EQ(registry.LastAccess(), 0x20019U);
 }
 
-TEST_F(GetSetting, IsTheDefaultWhenTheRegistryRefuses) {
+TEST_P(GetSetting, IsTheDefaultWhenTheRegistryRefuses) {
   Put("Text", Registry::kSz, "x\0"sv);
   Put("Number", Registry::kDword, "\1\0\0\0"sv);
   struct Row {
@@ -122,7 +123,7 @@ TEST_F(GetSetting, IsTheDefaultWhenTheRegistryRefuses) {
   }
 }
 
-TEST_F(GetSetting, RaisesAComponentFailureForWhatNobodyForesaw) {
+TEST_P(GetSetting, RaisesAComponentFailureForWhatNobodyForesaw) {
   Put("Name", Registry::kSz, "x\0"sv);
   for (const char* call : {"RegOpenKeyExA", "RegQueryValueExA"}) {
     SCOPED_TRACE(call);

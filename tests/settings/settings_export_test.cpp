@@ -21,8 +21,9 @@ class SettingsExport : public SettingsTest {
  protected:
   std::string Export() { return ExportSettings(ReadSettings(settings)); }
 };
+INSTANTIATE_TEST_SUITE_P(Registries, SettingsExport, ::testing::ValuesIn(RegistryKinds()), KindName);
 
-TEST_F(SettingsExport, WritesOneLineForEachValue) {
+TEST_P(SettingsExport, WritesOneLineForEachValue) {
   settings.SaveSetting("Settings\\WidthField", "Ticker", 1700);
   settings.SaveSetting("Settings", "Seconds", "60");
   settings.SaveSetting("Settings", "GreyOut", 1);
@@ -35,23 +36,23 @@ TEST_F(SettingsExport, WritesOneLineForEachValue) {
             "Windows settings\\frmColor\tWindowState\tinteger\t-1\n");
 }
 
-TEST_F(SettingsExport, OfAnEmptyStoreHasOnlyItsHeading) { EXPECT_THAT(ParseSettings(Export()), IsEmpty()); }
+TEST_P(SettingsExport, OfAnEmptyStoreHasOnlyItsHeading) { EXPECT_THAT(ParseSettings(Export()), IsEmpty()); }
 
-TEST_F(SettingsExport, EscapesWhatPartsFieldsAndLines) {
+TEST_P(SettingsExport, EscapesWhatPartsFieldsAndLines) {
   settings.SaveSetting("Settings\\WidthField", "a\\b\tc", 5);
   settings.SaveSetting("Settings", "Style", Variant(std::string("x\ty\nz\r\\n\0#", 10)));
   EXPECT_THAT(Export(), HasSubstr("\ta\\\\b\\tc\tinteger\t5\n"));
   EXPECT_THAT(Export(), HasSubstr("\ttext\tx\\ty\\nz\\r\\\\n\\0#\n"));
 }
 
-TEST_F(SettingsExport, LeavesOutWhatIsNoSetting) {
+TEST_P(SettingsExport, LeavesOutWhatIsNoSetting) {
   settings.SaveSetting("Settings", "Unknown", 1);
   settings.SaveSetting("Elsewhere", "Seconds", 1);
   Put("Style", Registry::kBinary, "abc");
   EXPECT_THAT(ReadSettings(settings), IsEmpty());
 }
 
-TEST_F(SettingsExport, CarriesAllValuesToAnotherStore) {
+TEST_P(SettingsExport, CarriesAllValuesToAnotherStore) {
   settings.SaveSetting("Settings", "Seconds", 60);  // an integer under a key that usually holds a text
   settings.SaveSetting("Settings", "Style", Variant(std::string("\t\\n\r\n\0 \u20AC ", 11)));
   settings.SaveSetting("Settings", "ListLeft", "");
@@ -130,8 +131,9 @@ TEST(SettingsImport, RefusesATextThatDoesNotPass) {
 }
 
 class SettingsImportToStore : public SettingsTest {};
+INSTANTIATE_TEST_SUITE_P(Registries, SettingsImportToStore, ::testing::ValuesIn(RegistryKinds()), KindName);
 
-TEST_F(SettingsImportToStore, StopsAtTheFirstValueThatCannotBeStored) {
+TEST_P(SettingsImportToStore, StopsAtTheFirstValueThatCannotBeStored) {
   registry.Fail("RegSetValueExA", 2);
   EXPECT_THROW(WriteSettings(settings, {{"Settings", "Style", "Green"}, {"Settings", "Seconds", "5"}}),
                RuntimeError);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,15 +13,13 @@
 #include "core/CAppSettings.h"
 #include "host/host.h"
 #include "host/registry.h"
+#include "registry/tested_registries.h"
 #include "support/error_number.h"
 #include "support/faulty_registry.h"
 #include "support/manual_clock.h"
-#include "support/memory_registry.h"
 #include "support/test_host.h"
 
 namespace mirelo::testing {
-
-using host::Registry;
 
 constexpr std::string_view kSettingsPath = "Software\\Kestrin\\Dovanta2\\Settings";
 
@@ -28,22 +27,22 @@ inline void ExpectComponentFailure(const RuntimeError& error) {
   ExpectError(error, 0x80044284, "CAppSettings component failure", "Mirelo.CAppSettings");
 }
 
-// The store of the system over a registry in memory, whose calls can be made to fail.
-class SettingsTest : public ::testing::Test {
+// The store of the system over each kind of registry, whose calls can be made to fail.
+class SettingsTest : public ::testing::TestWithParam<RegistryKind> {
  protected:
   SettingsTest() { settings.Init("Kestrin", "Dovanta2"); }
   // Whatever a test does to the store, no key stays open.
-  ~SettingsTest() override { EXPECT_EQ(memory.OpenKeys(), 0U); }
+  ~SettingsTest() override { EXPECT_EQ(registry.OpenKeys(), 0); }
 
   // A value as a registry has it, put there behind the store's back.
   void Put(const std::string& name, std::uint32_t type, std::string_view data,
            std::string_view path = kSettingsPath) {
     Registry::Key key = 0;
-    ASSERT_EQ(memory.RegCreateKeyExA(Registry::kCurrentUser, std::string(path), Registry::kAllAccess, key),
+    ASSERT_EQ(inner.RegCreateKeyExA(Registry::kCurrentUser, std::string(path), Registry::kAllAccess, key),
               Registry::kSuccess);
     const auto size = static_cast<std::uint32_t>(data.size());
-    EXPECT_EQ(memory.RegSetValueExA(key, name, type, data.data(), size), Registry::kSuccess);
-    memory.RegCloseKey(key);
+    EXPECT_EQ(inner.RegSetValueExA(key, name, type, data.data(), size), Registry::kSuccess);
+    inner.RegCloseKey(key);
   }
 
   struct Stored {
@@ -55,26 +54,27 @@ class SettingsTest : public ::testing::Test {
   std::optional<Stored> Find(const std::string& name, std::string_view path = kSettingsPath,
                              Registry::Key root = Registry::kCurrentUser) {
     Registry::Key key = 0;
-    if (memory.RegOpenKeyExA(root, std::string(path), Registry::kRead, key) != Registry::kSuccess)
+    if (inner.RegOpenKeyExA(root, std::string(path), Registry::kRead, key) != Registry::kSuccess)
       return std::nullopt;
     Stored stored{0, std::string(1000, '\0')};
     auto size = static_cast<std::uint32_t>(stored.data.size());
-    const auto code = memory.RegQueryValueExA(key, name, stored.type, stored.data.data(), size);
-    memory.RegCloseKey(key);
+    const auto code = inner.RegQueryValueExA(key, name, stored.type, stored.data.data(), size);
+    inner.RegCloseKey(key);
     if (code != Registry::kSuccess) return std::nullopt;
     stored.data.resize(size);
     return stored;
   }
   bool HasKey(const std::string& path) {
     Registry::Key key = 0;
-    if (memory.RegOpenKeyExA(Registry::kCurrentUser, path, Registry::kRead, key) != Registry::kSuccess)
+    if (inner.RegOpenKeyExA(Registry::kCurrentUser, path, Registry::kRead, key) != Registry::kSuccess)
       return false;
-    memory.RegCloseKey(key);
+    inner.RegCloseKey(key);
     return true;
   }
 
-  MemoryRegistry memory;
-  FaultyRegistry registry{memory};
+  std::unique_ptr<TestedRegistry> tested = GetParam().make();
+  Registry& inner = tested->registry();
+  FaultyRegistry registry{inner};
   ManualClock clock;
   TestHost host = TestHost().Use(registry).Use(clock);
   host::HostScope scope{host};

@@ -38,11 +38,17 @@ class FaultyRegistry : public host::Registry {
 
   // The rights that the last call to open or create a key asked for.
   std::uint32_t LastAccess() const { return last_access_; }
+  // The path that the last call to open, create or delete a key named.
+  const std::string& LastPath() const { return last_path_; }
+
+  // How many keys were opened and not closed again: a caller that leaks one shows here.
+  int OpenKeys() const { return open_keys_; }
 
   std::int32_t RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                              Key& result) override {
     last_access_ = access;
-    return Pass("RegOpenKeyExA", [&] { return inner_.RegOpenKeyExA(key, sub_key, access, result); });
+    last_path_ = sub_key;
+    return Opened(Pass("RegOpenKeyExA", [&] { return inner_.RegOpenKeyExA(key, sub_key, access, result); }));
   }
   std::int32_t RegQueryValueExA(Key key, const std::string& name, std::uint32_t& type, char* data,
                                 std::uint32_t& size) override {
@@ -59,17 +65,23 @@ class FaultyRegistry : public host::Registry {
   std::int32_t RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                                Key& result) override {
     last_access_ = access;
-    return Pass("RegCreateKeyExA", [&] { return inner_.RegCreateKeyExA(key, sub_key, access, result); });
+    last_path_ = sub_key;
+    return Opened(
+        Pass("RegCreateKeyExA", [&] { return inner_.RegCreateKeyExA(key, sub_key, access, result); }));
   }
   std::int32_t RegSetValueExA(Key key, const std::string& name, std::uint32_t type, const char* data,
                               std::uint32_t size) override {
     return Pass("RegSetValueExA", [&] { return inner_.RegSetValueExA(key, name, type, data, size); });
   }
   std::int32_t RegDeleteKeyA(Key key, const std::string& sub_key) override {
+    last_path_ = sub_key;
     return Pass("RegDeleteKeyA", [&] { return inner_.RegDeleteKeyA(key, sub_key); });
   }
   std::int32_t RegCloseKey(Key key) override {
-    return Pass("RegCloseKey", [&] { return inner_.RegCloseKey(key); });
+    const std::int32_t code = Pass("RegCloseKey", [&] { return inner_.RegCloseKey(key); });
+    const bool is_root = key >= kClassesRoot && key <= kUsers;
+    if (code == kSuccess && !is_root) --open_keys_;
+    return code;
   }
 
  private:
@@ -79,6 +91,11 @@ class FaultyRegistry : public host::Registry {
     std::int32_t code = kSuccess;
     bool raises = false;
   };
+
+  std::int32_t Opened(std::int32_t code) {
+    if (code == kSuccess) ++open_keys_;
+    return code;
+  }
 
   template <class Call>
   std::int32_t Pass(const std::string& name, Call&& call) {
@@ -99,6 +116,8 @@ class FaultyRegistry : public host::Registry {
   std::map<std::string, Fault> faults_;
   std::map<std::string, int> calls_;
   std::uint32_t last_access_ = 0;
+  std::string last_path_;
+  int open_keys_ = 0;
 };
 
 }  // namespace mirelo::testing
