@@ -117,12 +117,12 @@ void SaveCarrying(std::span<const char> bytes, const LoadLimits& limits) {
       std::filesystem::temp_directory_path() / ("fuzz-kept-" + std::to_string(getpid()) + ".xlsx");
   std::ofstream(file).flush();
   try {
-    WriteCarrying(*loaded.book, origin, *kept, file);
+    WriteCarrying(*loaded.book, origin, *kept, WriteNewSheets(*loaded.book, *kept, file), file);
   } catch (const RuntimeError& error) {
     Require(error.Number() == host::excel::kApplicationError);
     return;
   }
-  CheckSaved(*loaded.book, *kept, file);
+  Require(ProblemOfSaved(*loaded.book, *kept, file).empty());
   std::filesystem::remove(file);
 }
 

@@ -109,12 +109,10 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
     return kFailed;
   }
 
-  const auto tell_losses = [&] { TellLosses(workbook_, spreadsheet); };
-  tell_losses();
-  WorkbookKeeper keeper(host.loop(), spreadsheet, workbook_, [&] {
-    day.Fit();
-    tell_losses();
-  });
+  TellLosses(workbook_, spreadsheet);
+  WorkbookKeeper keeper(
+      host.loop(), spreadsheet, workbook_, [&] { day.Fit(); },
+      [&](const std::string& loss) { TellLoss(workbook_, loss); });
   DayView view(host.loop(), day, keeper);
   const bool went_well = Follow(session, day, keeper, view);
   const std::filesystem::path saved = keeper.SaveAtEnd();

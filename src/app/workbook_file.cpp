@@ -38,8 +38,11 @@ workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file) {
 }
 
 void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet) {
-  for (const auto& loss : spreadsheet.NewLosses())
-    std::cerr << "warning: " << file.string() << ": " << loss << '\n';
+  for (const auto& loss : spreadsheet.NewLosses()) TellLoss(file, loss);
+}
+
+void TellLoss(const std::filesystem::path& file, const std::string& loss) {
+  std::cerr << "warning: " << file.string() << ": " << loss << '\n';
 }
 
 workbook::Spreadsheet OpenForGo(const std::filesystem::path& file) {
@@ -49,8 +52,7 @@ workbook::Spreadsheet OpenForGo(const std::filesystem::path& file) {
 
 void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet) {
   try {
-    TellLosses(file, spreadsheet);
-    SayingWhatToDo([&] { spreadsheet.Save(file); });
+    SayingWhatToDo([&] { spreadsheet.Save(file, [&](const std::string& loss) { TellLoss(file, loss); }); });
   } catch (const RuntimeError&) {
     std::cerr << "The settings are stored, but the workbook is as it was.\n";
     throw;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "adapters/workbook/spreadsheet.h"
 
@@ -13,6 +14,9 @@ workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file);
 // Says on the standard error stream what of its file the workbook would not hold any more if it were saved as
 // it is now; each thing once.
 void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet);
+
+// Says one such sentence.
+void TellLoss(const std::filesystem::path& file, const std::string& loss);
 
 // The same as OpenOrNew for a workbook in which Go is pressed, which SaveAfterGo then saves. Better than
 // after the work is done, a file that could not be saved is found now: the errors of Spreadsheet::Save, with

@@ -37,11 +37,12 @@ fs::path FreeNameBeside(const fs::path& file) {
 }  // namespace
 
 WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet, fs::path file,
-                               std::function<void()> before_saving)
+                               std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss)
     : loop_(loop),
       spreadsheet_(spreadsheet),
       file_(fs::absolute(std::move(file))),
-      before_saving_(std::move(before_saving)) {}
+      before_saving_(std::move(before_saving)),
+      tell_loss_(std::move(tell_loss)) {}
 
 WorkbookKeeper::~WorkbookKeeper() { loop_.StopTimer(timer_); }
 
@@ -65,7 +66,7 @@ bool WorkbookKeeper::Save(const fs::path& file) {
   std::string trouble;
   try {
     before_saving_();
-    spreadsheet_.Save(file);
+    spreadsheet_.Save(file, tell_loss_);
   } catch (const std::exception&) {
     trouble = CurrentError().Description();
   }

@@ -15,9 +15,10 @@ namespace mirelo::app {
 // cannot be done it says so and goes on.
 class WorkbookKeeper {
  public:
-  // `before_saving` is called before each. All must outlive this.
+  // `before_saving` is called before each, `tell_loss` with what Spreadsheet::Save has to tell. All must
+  // outlive this.
   WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet, std::filesystem::path file,
-                 std::function<void()> before_saving);
+                 std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss);
   ~WorkbookKeeper();
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
@@ -43,6 +44,7 @@ class WorkbookKeeper {
   workbook::Spreadsheet& spreadsheet_;
   std::filesystem::path file_;
   std::function<void()> before_saving_;
+  workbook::Spreadsheet::Tell tell_loss_;
   std::string state_ = "not saved yet";
   std::string trouble_;
   std::chrono::milliseconds worked_{};  // at the last save

@@ -22,10 +22,12 @@ constexpr const char* kFile = "mine.xlsx";
 class OwnSheets : public ::testing::Test {
  protected:
   // Lays a workbook with one sheet of a person, which has merged cells.
-  void Lay(const std::string& name) {
+  void Lay(
+      const std::string& name, void (*change)(Parts&) = [](Parts&) {}) {
     Parts parts = SmallWorkbook("<row r=\"1\"><c r=\"A1\"><f>1+1</f><v>2</v></c></row>");
     InsertBehind(parts[kSheetPart], "</sheetData>", "<mergeCells><mergeCell ref=\"A1:B1\"/></mergeCells>");
     ReplaceIn(parts["xl/workbook.xml"], "name=\"Prices\"", "name=\"" + name + "\"");
+    change(parts);
     sheet = parts[kSheetPart];
     const std::vector<char> bytes = Zip(parts);
     std::ofstream(folder / kFile, std::ios::binary)
@@ -73,6 +75,27 @@ TEST_F(OwnSheets, AreWarnedOfBeforeTheyLoseSomething) {
   EXPECT_LT(result.err.find(warning), result.err.find("Saved in"));
   EXPECT_THAT(SheetNow(), Not(HasSubstr("mergeCell")));
   EXPECT_THAT(Run({"go"}).err, Not(HasSubstr("warning"))) << "there is nothing left to lose";
+}
+
+// The file has no room for the formats of tables.
+TEST_F(OwnSheets, AreWarnedOfBeforeAllIsWrittenAnewThatCannotStay) {
+  const std::string unfit = "warning: mine.xlsx: Workbook: its sheets cannot stay as they stand in the file";
+  const std::string merged = "warning: mine.xlsx: Sheet \"Mine\": not kept: merged cells.\n";
+  const std::vector<std::vector<std::string>> ways{{"go"}, {"run", "--set", "Seconds=1", "--for", "2s"}};
+  for (const auto& words : ways) {
+    SCOPED_TRACE(words.front());
+    Lay("Mine", FillFormats);
+    const auto result = Run(words);
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_LT(result.err.find(unfit), result.err.find(merged));
+    EXPECT_NE(result.err.find(merged), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find(unfit), result.err.rfind(unfit)) << "once";
+    EXPECT_EQ(result.err.find(merged), result.err.rfind(merged)) << "once";
+    EXPECT_THAT(result.err, Not(HasSubstr("saved: ")));
+    EXPECT_THAT(RunMirelo(folder.path(), {"show", kFile, "Dovanta2_Quotes"}).out, HasSubstr("MSFT"));
+    EXPECT_THAT(RunMirelo(folder.path(), {"show", kFile, "Mine"}).out, HasSubstr("2"));
+    EXPECT_THAT(Run(words).err, Not(HasSubstr("warning"))) << "there is nothing left to lose";
+  }
 }
 
 }  // namespace

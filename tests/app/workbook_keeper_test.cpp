@@ -50,7 +50,8 @@ class Keeper : public ::testing::Test {
   std::filesystem::path inner = folder / "inner";
   std::filesystem::path file = inner / "book.xlsx";
   int prepared = 0;
-  app::WorkbookKeeper keeper{loop, spreadsheet, file, [this] { ++prepared; }};
+  app::WorkbookKeeper keeper{loop, spreadsheet, file, [this] { ++prepared; },
+                             [this](const std::string& loss) { told.push_back(loss); }};
   std::vector<std::string> told;
 };
 

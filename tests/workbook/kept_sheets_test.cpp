@@ -6,8 +6,7 @@
 #include <functional>
 #include <set>
 
-#include "adapters/workbook/xlsx/carrying_writer.h"
-#include "adapters/workbook/xlsx/saved_check.h"
+#include "adapters/workbook/xlsx/checked_writer.h"
 #include "adapters/workbook/xlsx/sheet_changes.h"
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
@@ -281,8 +280,7 @@ TEST_F(KeptSheets, StandBesideChartsThatAreWrittenAnew) {
   const auto kept = origin.KeptSheets(*loaded.book);
   ASSERT_TRUE(kept.has_value());
   EXPECT_EQ(kept->size(), 3u);
-  workbook::WriteCarrying(*loaded.book, origin, *kept, File());
-  workbook::CheckSaved(*loaded.book, *kept, File());
+  EXPECT_EQ(workbook::WriteCheckedCarrying(*loaded.book, origin, *kept, File()), "");
 
   const auto lines = RunScript("check_sheets_of_a_person.py", File());
   EXPECT_THAT(lines, Contains(history->name + " 'charts' " + std::to_string(history->charts.all.size())));

@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "adapters/workbook/load_limits.h"
+
 namespace mirelo::testing {
 
 namespace {
@@ -91,6 +93,17 @@ void ReplaceIn(std::string& part, std::string_view what, std::string_view with) 
   const std::size_t place = part.find(what);
   Check(place != std::string::npos, "what is to be replaced is not in the part");
   part.replace(place, what.size(), with);
+}
+
+void FillFormats(Parts& parts) {
+  std::string& styles = parts["xl/styles.xml"];
+  std::size_t count = 0;
+  for (std::size_t at = styles.find("<xf ", styles.find("<cellXfs")); at < styles.find("</cellXfs>");
+       at = styles.find("<xf ", at + 1))
+    ++count;
+  std::string more;
+  for (; count < workbook::LoadLimits().styles; ++count) more += "<xf numFmtId=\"0\"/>";
+  styles.insert(styles.find("</cellXfs>"), more);
 }
 
 std::vector<char> Zip(const Parts& parts) {

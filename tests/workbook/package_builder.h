@@ -22,6 +22,9 @@ void InsertBehind(std::string& part, std::string_view mark, std::string_view wha
 // Replaces the first `what` of a part.
 void ReplaceIn(std::string& part, std::string_view what, std::string_view with);
 
+// Gives a workbook as many cell formats as a file may have, so that there is no room for one more.
+void FillFormats(Parts& parts);
+
 // The parts as a zip archive.
 std::vector<char> Zip(const Parts& parts);
 

@@ -1,17 +1,14 @@
 #include "adapters/workbook/spreadsheet.h"
 
-#include <optional>
 #include <utility>
 
 #include "adapters/workbook/atomic_file.h"
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/book.h"
 #include "adapters/workbook/objects/application_object.h"
-#include "adapters/workbook/xlsx/carrying_writer.h"
+#include "adapters/workbook/xlsx/checked_writer.h"
 #include "adapters/workbook/xlsx/origin.h"
-#include "adapters/workbook/xlsx/saved_check.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
-#include "adapters/workbook/xlsx/workbook_writer.h"
 
 namespace mirelo::workbook {
 
@@ -34,7 +31,7 @@ Spreadsheet Spreadsheet::Open(const std::filesystem::path& file, const RegionalF
     LoadedBook loaded = ReadWorkbook(bytes, limits);
     loaded.book->name = file.filename().string();
     loaded.book->regional = regional;
-    std::shared_ptr<const Origin> origin;
+    std::shared_ptr<Origin> origin;
     if (!loaded.losses.empty()) origin = std::make_shared<Origin>(std::move(bytes), limits, loaded);
     return Spreadsheet(std::move(loaded.book), std::move(origin));
   } catch (const RuntimeError& error) {
@@ -43,52 +40,61 @@ Spreadsheet Spreadsheet::Open(const std::filesystem::path& file, const RegionalF
   }
 }
 
-Spreadsheet::Spreadsheet(std::shared_ptr<Book> book, std::shared_ptr<const Origin> origin)
+Spreadsheet::Spreadsheet(std::shared_ptr<Book> book, std::shared_ptr<Origin> origin)
     : book_(std::move(book)),
       application_(std::make_shared<ApplicationObject>(book_)),
       origin_(std::move(origin)) {}
 
-std::vector<std::string> Spreadsheet::Losses() const {
+std::optional<Spreadsheet::Kept> Spreadsheet::KeptSheets() const {
+  return origin_ == nullptr ? std::nullopt : origin_->KeptSheets(*book_);
+}
+
+std::vector<std::string> Spreadsheet::Losses() const { return Losses(KeptSheets()); }
+
+std::vector<std::string> Spreadsheet::Losses(const std::optional<Kept>& kept) const {
   if (origin_ == nullptr) return {};
-  std::vector<std::string> losses = origin_->Losses(origin_->KeptSheets(*book_));
+  std::vector<std::string> losses = origin_->Losses(kept);
   std::erase_if(losses, [&](const std::string& loss) { return suffered_.contains(loss); });
   return losses;
 }
 
-std::vector<std::string> Spreadsheet::NewLosses() {
-  std::vector<std::string> losses = Losses();
+std::vector<std::string> Spreadsheet::NewLosses() { return NewLosses(KeptSheets()); }
+
+std::vector<std::string> Spreadsheet::NewLosses(const std::optional<Kept>& kept) {
+  std::vector<std::string> losses = Losses(kept);
   std::erase_if(losses, [&](const std::string& loss) { return !told_.insert(loss).second; });
   return losses;
 }
 
+void Spreadsheet::Save(const std::filesystem::path& file, const Tell& tell) {
+  const std::optional<Kept> kept = KeptSheets();
+  for (const std::string& loss : NewLosses(kept)) tell(loss);
+  Save(file, kept, [&](const std::string& problem) {
+    tell("Workbook: " + problem);
+    for (const std::string& loss : NewLosses(std::nullopt)) tell(loss);
+  });
+}
+
 void Spreadsheet::Save(const std::filesystem::path& file) {
-  const auto kept = origin_ == nullptr ? std::nullopt : origin_->KeptSheets(*book_);
+  Save(file, KeptSheets(),
+       [&](const std::string& problem) { throw Refused("Cannot save " + file.string() + ": " + problem); });
+}
+
+void Spreadsheet::Save(const std::filesystem::path& file, std::optional<Kept> kept,
+                       const Tell& tell_problem) {
   ReplaceFile(file, [&](const std::filesystem::path& fresh) {
     if (kept) {
-      Carry(*kept, fresh);
-      CheckSaved(*book_, *kept, fresh);
-    } else {
-      WriteWorkbook(*book_, fresh);
-      CheckSaved(*book_, fresh);
+      const std::string problem = WriteCheckedCarrying(*book_, *origin_, *kept, fresh);
+      if (problem.empty()) return;
+      origin_->GiveUp();
+      kept.reset();
+      tell_problem("its sheets cannot stay as they stand in the file (" + problem +
+                   "), so all must be written anew.");
     }
+    WriteChecked(*book_, fresh);
   });
   book_->name = file.filename().string();
   if (origin_ != nullptr) suffered_.merge(SetOf(origin_->Losses(kept)));
-}
-
-// Where the file is damaged in a way that comes to light only now, the next attempt does without it, and what
-// is lost then can be told before.
-void Spreadsheet::Carry(const std::set<const Sheet*>& kept, const std::filesystem::path& fresh) {
-  try {
-    WriteCarrying(*book_, *origin_, kept, fresh);
-  } catch (const RuntimeError& error) {
-    if (error.Number() == host::excel::kApplicationError) {
-      auto unfit = std::make_shared<Origin>(*origin_);
-      unfit->GiveUp();
-      origin_ = std::move(unfit);
-    }
-    throw;
-  }
 }
 
 void Spreadsheet::RequireSavable(const std::filesystem::path& file) { RequireReplaceable(file); }

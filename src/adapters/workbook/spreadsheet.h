@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -43,24 +45,38 @@ class Spreadsheet {
 
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
   // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes
-  // on pointing at it. Error 61 when the disk is full, 70 when another program has the file open or locked,
-  // 75 when the file or its folder cannot be written, 1004 when what was written does not read back. Numbers
-  // keep 16 significant digits.
+  // on pointing at it. Error 61 when the disk is full, or what was written does not read back; 70 when
+  // another program has the file open or locked; 75 when the file or its folder cannot be written; 1004 when
+  // the workbook is more than a file can hold. Numbers keep 16 significant digits.
+  //
+  // `tell` is called with each of NewLosses before anything is written. A loaded file may be damaged in a way
+  // that shows only when sheets are saved as they stand in it. Then all is written anew, now and from then
+  // on: `tell` is called with a sentence that says so, and with what is lost by that, before the file
+  // changes.
+  using Tell = std::function<void(const std::string& sentence)>;
+  void Save(const std::filesystem::path& file, const Tell& tell);
+
+  // The same for who has asked for the losses before. Where all must be written anew this raises error 1004,
+  // so that nothing is lost that nobody was told of; NewLosses then has it, and the next saving goes on.
   void Save(const std::filesystem::path& file);
 
   // Raises the error by which Save would refuse, as far as that can be told before there is anything to save.
   static void RequireSavable(const std::filesystem::path& file);
 
  private:
-  explicit Spreadsheet(std::shared_ptr<Book> book, std::shared_ptr<const Origin> origin = nullptr);
+  explicit Spreadsheet(std::shared_ptr<Book> book, std::shared_ptr<Origin> origin = nullptr);
 
-  void Carry(const std::set<const Sheet*>& kept, const std::filesystem::path& fresh);
+  using Kept = std::set<const Sheet*>;
+  std::optional<Kept> KeptSheets() const;
+  std::vector<std::string> Losses(const std::optional<Kept>& kept) const;
+  std::vector<std::string> NewLosses(const std::optional<Kept>& kept);
+  void Save(const std::filesystem::path& file, std::optional<Kept> kept, const Tell& tell_problem);
 
   std::shared_ptr<Book> book_;
   std::shared_ptr<host::excel::Application> application_;
-  std::shared_ptr<const Origin> origin_;  // null when nothing of the loaded file would be lost
-  std::set<std::string> suffered_;        // losses that saving has made
-  std::set<std::string> told_;            // losses that NewLosses has given
+  std::shared_ptr<Origin> origin_;  // null when nothing of the loaded file would be lost
+  std::set<std::string> suffered_;  // losses that saving has made
+  std::set<std::string> told_;      // losses that NewLosses has given
 };
 
 }  // namespace mirelo::workbook

@@ -48,11 +48,12 @@ std::string WorkbookPartOf(Package& package) {
 
 class CarryingWriter {
  public:
-  CarryingWriter(const Book& book, const Origin& origin, const Origin::Kept& kept,
+  CarryingWriter(const Book& book, const Origin& origin, const Origin::Kept& kept, const NewSheets& fresh,
                  const std::filesystem::path& file)
       : book_(book),
         origin_(origin),
         kept_(kept),
+        fresh_(fresh),
         file_(file),
         old_(origin.file(), OfTrustedFiles()),
         workbook_(WorkbookPartOf(old_)),
@@ -65,7 +66,7 @@ class CarryingWriter {
   void Write() {
     DropStaleLinks();
     DeselectCarriedSheets();
-    WriteNewSheets();
+    TakeNewSheets();
     editor_.Put(workbook_,
                 RewriteWorkbookPart(workbook_, old_workbook_, book_, origin_.entries(), new_links_));
     editor_.Put(LinkListOf(workbook_), links_.Text());
@@ -117,19 +118,13 @@ class CarryingWriter {
 
   bool IsActive(const Sheet& sheet) const { return book_.FrontSheet().get() == &sheet; }
 
-  // Has the file writer write them into a workbook of their own, and takes them over from there.
-  void WriteNewSheets() {
-    std::vector<std::shared_ptr<Sheet>> sheets;
-    std::copy_if(book_.sheets.begin(), book_.sheets.end(), std::back_inserter(sheets),
-                 [&](const auto& sheet) { return !kept_.contains(sheet.get()); });
-    if (sheets.empty()) return;
-    WriteSheets(book_, sheets, file_);
-    new_file_ = ReadWholeFile(file_, OfTrustedFiles().file_bytes);
-    new_.emplace(new_file_, OfTrustedFiles());
+  void TakeNewSheets() {
+    if (fresh_.sheets.empty()) return;
+    new_.emplace(fresh_.file, OfTrustedFiles());
     new_types_.emplace(new_->Read(ContentTypes::kPart));
     if (new_->Has(kTexts)) new_texts_ = SharedTextsIn(new_->Read(kTexts));
     TakeStyles();
-    for (std::size_t i = 0; i < sheets.size(); ++i) TakeSheet(*sheets[i], i + 1);
+    for (std::size_t i = 0; i < fresh_.sheets.size(); ++i) TakeSheet(*fresh_.sheets[i], i + 1);
   }
 
   void TakeStyles() {
@@ -229,6 +224,7 @@ class CarryingWriter {
   const Book& book_;
   const Origin& origin_;
   const Origin::Kept& kept_;
+  const NewSheets& fresh_;
   const std::filesystem::path& file_;
   Package old_;
   std::string workbook_;  // the name of its part
@@ -238,8 +234,7 @@ class CarryingWriter {
   ContentTypes types_;
   PackageEditor editor_;
 
-  std::vector<char> new_file_;  // what the file writer wrote
-  std::optional<Package> new_;
+  std::optional<Package> new_;  // what the file writer wrote
   std::optional<ContentTypes> new_types_;
   std::vector<std::string> new_texts_;
   StylePlaces places_;  // of its formats among the old ones
@@ -249,9 +244,19 @@ class CarryingWriter {
 
 }  // namespace
 
-void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept,
+NewSheets WriteNewSheets(const Book& book, const Origin::Kept& kept, const std::filesystem::path& file) {
+  NewSheets fresh;
+  std::copy_if(book.sheets.begin(), book.sheets.end(), std::back_inserter(fresh.sheets),
+               [&](const auto& sheet) { return !kept.contains(sheet.get()); });
+  if (fresh.sheets.empty()) return fresh;
+  WriteSheets(book, fresh.sheets, file);
+  fresh.file = ReadWholeFile(file, OfTrustedFiles().file_bytes);
+  return fresh;
+}
+
+void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept, const NewSheets& fresh,
                    const std::filesystem::path& file) {
-  CarryingWriter(book, origin, kept, file).Write();
+  CarryingWriter(book, origin, kept, fresh, file).Write();
 }
 
 }  // namespace mirelo::workbook

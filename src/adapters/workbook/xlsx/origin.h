@@ -29,7 +29,7 @@ class Origin {
   std::optional<Kept> KeptSheets(const Book& book) const;
 
   // From now on everything is written anew.
-  void GiveUp() { file_.clear(); }
+  void GiveUp() { std::vector<char>().swap(file_); }
 
   // What is lost when the workbook is saved with these sheets kept.
   std::vector<std::string> Losses(const std::optional<Kept>& kept) const;

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -93,15 +93,12 @@ bool IsSame(const Sheet& a, const Sheet& b) {
   return is_same;
 }
 
-bool IsSame(const Book& a, const Book& b) {
-  if (a.sheets.size() != b.sheets.size() || !IsSame(a.chart_sheets, b.chart_sheets)) return false;
-  for (std::size_t i = 0; i < a.sheets.size(); ++i) {
-    if (!IsSame(*a.sheets[i], *b.sheets[i])) return false;
-  }
-  return true;
+bool IsSame(const std::vector<std::shared_ptr<Sheet>>& a, const std::vector<std::shared_ptr<Sheet>>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](const auto& one, const auto& other) { return IsSame(*one, *other); });
 }
 
-// The same where chart sheets and these sheets were kept as they stood in another file.
+// Whether they are the same where chart sheets and these sheets were kept as they stood in another file.
 bool IsSame(const Book& a, const Book& b, const std::set<const Sheet*>& kept) {
   if (a.sheets.size() != b.sheets.size() || a.chart_sheets.size() != b.chart_sheets.size()) return false;
   for (std::size_t i = 0; i < a.sheets.size(); ++i) {
@@ -114,21 +111,24 @@ bool IsSame(const Book& a, const Book& b, const std::set<const Sheet*>& kept) {
   return true;
 }
 
-// What is wrong with the file; empty when nothing is.
-std::string ProblemOf(const std::filesystem::path& file,
-                      const std::function<bool(const Book&)>& is_what_was_written) {
-  const LoadLimits limits;  // a file that cannot be opened again is of no use
+// A file that goes beyond the limits cannot be opened again, and so is of no use.
+std::shared_ptr<Book> Reread(std::span<const char> file) { return ReadWorkbook(file, {}).book; }
+std::shared_ptr<Book> Reread(const std::filesystem::path& file) {
+  return Reread(ReadWholeFile(file, LoadLimits().file_bytes));
+}
+
+// What is wrong with a file, by its name or its bytes; empty when nothing is.
+template <class File, class IsWhatWasWritten>
+std::string ProblemOf(const File& file, IsWhatWasWritten&& is_what_was_written) {
   try {
-    const std::vector<char> bytes = ReadWholeFile(file, limits.file_bytes);
-    return is_what_was_written(*ReadWorkbook(bytes, limits).book) ? "" : "something is missing";
+    return is_what_was_written(*Reread(file)) ? "" : "something is missing";
   } catch (const RuntimeError& error) {
     if (error.Number() != host::excel::kApplicationError) throw;
     return error.Description();
   }
 }
 
-void Check(const std::filesystem::path& file, const std::function<bool(const Book&)>& is_what_was_written) {
-  const std::string problem = ProblemOf(file, is_what_was_written);
+void Require(const std::string& problem) {
   if (problem.empty()) return;
   throw DiskFull("Cannot save the workbook: what was written does not read back (" + problem +
                  "); the disk may be full.");
@@ -137,11 +137,18 @@ void Check(const std::filesystem::path& file, const std::function<bool(const Boo
 }  // namespace
 
 void CheckSaved(const Book& book, const std::filesystem::path& file) {
-  Check(file, [&](const Book& saved) { return IsSame(book, saved); });
+  Require(ProblemOf(file, [&](const Book& saved) {
+    return IsSame(book.sheets, saved.sheets) && IsSame(book.chart_sheets, saved.chart_sheets);
+  }));
 }
 
-void CheckSaved(const Book& book, const std::set<const Sheet*>& kept, const std::filesystem::path& file) {
-  Check(file, [&](const Book& saved) { return IsSame(book, saved, kept); });
+void CheckSaved(const std::vector<std::shared_ptr<Sheet>>& sheets, std::span<const char> file) {
+  Require(ProblemOf(file, [&](const Book& saved) { return IsSame(sheets, saved.sheets); }));
+}
+
+std::string ProblemOfSaved(const Book& book, const std::set<const Sheet*>& kept,
+                           const std::filesystem::path& file) {
+  return ProblemOf(file, [&](const Book& saved) { return IsSame(book, saved, kept); });
 }
 
 }  // namespace mirelo::workbook

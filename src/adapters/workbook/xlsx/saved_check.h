@@ -1,7 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <set>
+#include <span>
+#include <string>
+#include <vector>
 
 #include "adapters/workbook/model/book.h"
 
@@ -12,7 +16,12 @@ namespace mirelo::workbook {
 // is missing.
 void CheckSaved(const Book& book, const std::filesystem::path& file);
 
-// The same where these sheets were kept as they stood in the file that the workbook was loaded from.
-void CheckSaved(const Book& book, const std::set<const Sheet*>& kept, const std::filesystem::path& file);
+// The same for the bytes of a file of these sheets alone.
+void CheckSaved(const std::vector<std::shared_ptr<Sheet>>& sheets, std::span<const char> file);
+
+// The same where these sheets were kept as they stood in the file that the workbook was loaded from: what is
+// wrong, in a few words; empty when nothing is.
+std::string ProblemOfSaved(const Book& book, const std::set<const Sheet*>& kept,
+                           const std::filesystem::path& file);
 
 }  // namespace mirelo::workbook
