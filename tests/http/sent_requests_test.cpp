@@ -105,6 +105,28 @@ TEST_F(SentRequest, TellsTheAgentTheRefererAndTheUserOnlyWhenTheyAreSet) {
   EXPECT_EQ(server.Received(1), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
 }
 
+// A server may refuse the user, and the next transfer has nothing to do with that.
+TEST_F(SentRequest, TellsTheUserAlsoBehindOneThatWasRefused) {
+  for (const std::string challenge :
+       {"Basic realm=\"quotes\"", "Digest realm=\"quotes\", nonce=\"7\"", "Negotiate", "Other"}) {
+    SCOPED_TRACE(challenge);
+    LoopbackServer server([&](LoopbackServer::Peer& peer) {
+      peer.ReceiveUntil("\r\n\r\n");
+      peer.Send("HTTP/1.0 401 Unauthorized\r\nWWW-Authenticate: " + challenge + "\r\n\r\nno");
+    });
+    for (const std::size_t connection : {0u, 1u}) {
+      LocalTransfer transfer(server.Port());
+      transfer.UserName("jo");
+      transfer.Password("secret");
+      transfer.Execute();
+      EXPECT_EQ(transfer.Response(), "no");
+      EXPECT_EQ(server.Received(connection), "GET /req?x HTTP/1.0\r\n" + HostLine(server) +
+                                                 "Authorization: Basic am86c2VjcmV0\r\n\r\n");
+    }
+    EXPECT_EQ(server.Connections(), 2u);
+  }
+}
+
 TEST_F(SentRequest, GoesToItsServerAlsoBehindOneToAnother) {
   LoopbackServer first(ReplyBehind("\r\n\r\n"));
   LoopbackServer second(ReplyBehind("\r\n\r\n"));
