@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <ctime>
+#include <thread>
 
 namespace mirelo::headless {
 namespace {
@@ -18,8 +20,7 @@ void WithinOneSecond(SystemClock& clock, Ask&& ask) {
   } while (clock.Second() != second);
 }
 
-TEST(SystemClock, GivesTheLocalTimeToTheSecond) {
-  SystemClock clock;
+void ExpectLocalTime(SystemClock& clock) {
   Date now;
   std::tm local{};
   WithinOneSecond(clock, [&] {
@@ -29,6 +30,19 @@ TEST(SystemClock, GivesTheLocalTimeToTheSecond) {
   });
   EXPECT_EQ(ToCivil(now), (CivilTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
                                      local.tm_min, local.tm_sec}));
+}
+
+TEST(SystemClock, GivesTheLocalTimeToTheSecond) {
+  SystemClock clock;
+  ExpectLocalTime(clock);
+}
+
+TEST(SystemClock, GivesTheNextSecondWhenThatHasCome) {
+  SystemClock clock;
+  ExpectLocalTime(clock);
+  const std::int64_t second = clock.Second();
+  while (clock.Second() == second) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  ExpectLocalTime(clock);
 }
 
 TEST(SystemClock, CountsSecondsSinceMidnightWithTheSameHands) {

@@ -11,8 +11,17 @@ namespace {
 
 using std::chrono::milliseconds;
 
+// Behind its beginning, as a wait stays awake for a moment before it sleeps.
+constexpr milliseconds kInAWait[] = {milliseconds(0), milliseconds(1)};
+
 // How transfers live together on one loop.
-class TransfersOnTheLoop : public HttpMachine {};
+class TransfersOnTheLoop : public HttpMachine {
+ protected:
+  // The loop turns once more, in the yield of the present state, before a transfer can wait.
+  void OnceItWaits(milliseconds when, std::function<void()> act) {
+    loop.StartTimer(milliseconds(0), [this, when, act = std::move(act)] { loop.StartTimer(when, act); });
+  }
+};
 
 TEST_F(TransfersOnTheLoop, LetTimersFireWhileTheyWait) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
@@ -56,14 +65,20 @@ TEST_F(TransfersOnTheLoop, NestInTheWaitOfAnother) {
     peer.Send("HTTP/1.0 200 OK\r\n\r\nslow");
   });
   LoopbackServer quick(Reply("HTTP/1.0 200 OK\r\n\r\nquick"));
-  LocalTransfer outer(slow.Port()), inner(quick.Port());
-  loop.StartTimer(milliseconds(1), [&] {
-    inner.Execute();
-    slow.Go();
-  });
-  outer.Execute();
-  EXPECT_EQ(outer.Response(), "slow");
-  EXPECT_EQ(inner.Response(), "quick");
+  for (const milliseconds when : kInAWait) {
+    SCOPED_TRACE(when.count());
+    LocalTransfer outer(slow.Port()), inner(quick.Port());
+    outer.OnStateChanged.Subscribe([&](std::int32_t state) {
+      if (state != WinInet::kRequestOpened) return;
+      OnceItWaits(when, [&] {
+        inner.Execute();
+        slow.Go();
+      });
+    });
+    outer.Execute();
+    EXPECT_EQ(outer.Response(), "slow");
+    EXPECT_EQ(inner.Response(), "quick");
+  }
 }
 
 TEST_F(TransfersOnTheLoop, NestDeeply) {
@@ -138,17 +153,23 @@ TEST_F(TransfersOnTheLoop, AreWholeBehindOneThatWasClosedWithItsBodyUnread) {
 }
 
 TEST_F(TransfersOnTheLoop, HandOnTheErrorOfAnotherHandlerAndStayUsable) {
-  LoopbackServer server([](LoopbackServer::Peer& peer) {
-    peer.ReceiveUntil("\r\n\r\n");
-    if (peer.Index() == 0) peer.Await();
-    peer.Send("HTTP/1.0 200 OK\r\n\r\nquote");
-  });
-  loop.StartTimer(milliseconds(1), [] { throw Errors::TypeMismatch(); });
-  LocalTransfer broken(server.Port()), next(server.Port());
-  EXPECT_THROW(broken.Execute(), RuntimeError);
-  server.Go();
-  next.Execute();
-  EXPECT_EQ(next.Response(), "quote");
+  for (const milliseconds when : kInAWait) {
+    SCOPED_TRACE(when.count());
+    LoopbackServer server([](LoopbackServer::Peer& peer) {
+      peer.ReceiveUntil("\r\n\r\n");
+      if (peer.Index() == 0) peer.Await();
+      peer.Send("HTTP/1.0 200 OK\r\n\r\nquote");
+    });
+    LocalTransfer broken(server.Port()), next(server.Port());
+    broken.OnStateChanged.Subscribe([&](std::int32_t state) {
+      if (state == WinInet::kRequestOpened) OnceItWaits(when, [] { throw Errors::TypeMismatch(); });
+    });
+    EXPECT_THROW(broken.Execute(), RuntimeError);
+    EXPECT_EQ(broken.states, (std::vector<std::int32_t>{1, 3, 6}));
+    server.Go();
+    next.Execute();
+    EXPECT_EQ(next.Response(), "quote");
+  }
 }
 
 class ClosedHandle : public HttpMachine {
@@ -164,9 +185,12 @@ class ClosedHandle : public HttpMachine {
 
 TEST_F(ClosedHandle, EndsTheWaitForTheHead) {
   LoopbackServer server([](LoopbackServer::Peer& peer) { peer.ReceiveAll(); });
-  const auto request = OpenRequest(server.Port());
-  loop.StartTimer(milliseconds(1), [&] { internet.InternetCloseHandle(request); });
-  EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
+  for (const milliseconds when : kInAWait) {
+    SCOPED_TRACE(when.count());
+    const auto request = OpenRequest(server.Port());
+    loop.StartTimer(when, [&] { internet.InternetCloseHandle(request); });
+    EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
+  }
 }
 
 TEST_F(ClosedHandle, EndsTheWaitForTheBodyAlsoWhenItIsTheOneAbove) {
@@ -175,14 +199,36 @@ TEST_F(ClosedHandle, EndsTheWaitForTheBodyAlsoWhenItIsTheOneAbove) {
     peer.Send("HTTP/1.0 200 OK\r\n\r\n");
     peer.ReceiveAll();
   });
+  for (const milliseconds when : kInAWait) {
+    SCOPED_TRACE(when.count());
+    const auto request = OpenRequest(server.Port());
+    ASSERT_TRUE(internet.HttpSendRequestA(request, "", ""));
+    loop.StartTimer(when, [&] { internet.InternetCloseHandle(session); });
+    char buffer[16];
+    std::uint32_t read = 1;
+    EXPECT_TRUE(internet.InternetReadFile(request, buffer, sizeof buffer, read));
+    EXPECT_EQ(read, 0u);
+    EXPECT_EQ(internet.OpenHandles(), 0u);
+  }
+}
+
+class RequestSentAgain : public ClosedHandle {};
+
+TEST_F(RequestSentAgain, EndsTheWaitForItsFirstReply) {
+  LoopbackServer server([](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    if (peer.Index() > 0) peer.Send("HTTP/1.0 200 OK\r\n\r\nsecond");
+    peer.ReceiveAll();
+  });
   const auto request = OpenRequest(server.Port());
-  ASSERT_TRUE(internet.HttpSendRequestA(request, "", ""));
-  loop.StartTimer(milliseconds(1), [&] { internet.InternetCloseHandle(session); });
+  bool second = false;
+  loop.StartTimer(milliseconds(0), [&] { second = internet.HttpSendRequestA(request, "", ""); });
+  EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
+  EXPECT_TRUE(second);
   char buffer[16];
-  std::uint32_t read = 1;
+  std::uint32_t read = 0;
   EXPECT_TRUE(internet.InternetReadFile(request, buffer, sizeof buffer, read));
-  EXPECT_EQ(read, 0u);
-  EXPECT_EQ(internet.OpenHandles(), 0u);
+  EXPECT_EQ(std::string(buffer, read), "second");
 }
 
 TEST_F(ClosedHandle, IsKnownToNoCall) {

@@ -67,6 +67,15 @@ TEST_F(SentRequest, CarriesItsBodyWhateverTheVerb) {
   }
 }
 
+TEST_F(SentRequest, TellsNoTypeOfABodyUnlessItIsGiven) {
+  LoopbackServer server(ReplyBehind("a=1"));
+  const auto session = internet.InternetOpenA(std::nullopt, 0);
+  const auto connection = internet.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", 3);
+  const auto request = internet.HttpOpenRequestA(connection, "POST", "/", "HTTP/1.0", "", 0);
+  EXPECT_TRUE(internet.HttpSendRequestA(request, "", "a=1"));
+  EXPECT_EQ(server.Received(), "POST / HTTP/1.0\r\n" + HostLine(server) + "Content-Length: 3\r\n\r\na=1");
+}
+
 TEST_F(SentRequest, CarriesBytesOfTheAnsiCodePage) {
   LoopbackServer server(ReplyBehind("\x80"));
   LocalTransfer transfer(server.Port(), "/req?caf\u00E9");
@@ -100,9 +109,15 @@ TEST_F(SentRequest, TellsTheAgentTheRefererAndTheUserOnlyWhenTheyAreSet) {
   EXPECT_NE(sent.find("\r\nReferer: http://a/\r\n"), std::string::npos) << sent;
   EXPECT_NE(sent.find("\r\nAuthorization: Basic am86c2VjcmV0\r\n"), std::string::npos) << sent;
 
+  LocalTransfer without_password(server.Port());
+  without_password.UserName("jo");
+  without_password.Execute();
+  EXPECT_EQ(server.Received(1),
+            "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "Authorization: Basic am86\r\n\r\n");
+
   LocalTransfer bare(server.Port());
   bare.Execute();
-  EXPECT_EQ(server.Received(1), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
+  EXPECT_EQ(server.Received(2), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
 }
 
 // A server may refuse the user, and the next transfer has nothing to do with that.
@@ -120,8 +135,8 @@ TEST_F(SentRequest, TellsTheUserAlsoBehindOneThatWasRefused) {
       transfer.Password("secret");
       transfer.Execute();
       EXPECT_EQ(transfer.Response(), "no");
-      EXPECT_EQ(server.Received(connection), "GET /req?x HTTP/1.0\r\n" + HostLine(server) +
-                                                 "Authorization: Basic am86c2VjcmV0\r\n\r\n");
+      EXPECT_EQ(server.Received(connection),
+                "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "Authorization: Basic am86c2VjcmV0\r\n\r\n");
     }
     EXPECT_EQ(server.Connections(), 2u);
   }
@@ -135,6 +150,19 @@ TEST_F(SentRequest, GoesToItsServerAlsoBehindOneToAnother) {
   }
   EXPECT_EQ(first.Received(2), "GET /req?x HTTP/1.0\r\n" + HostLine(first) + "\r\n");
   EXPECT_EQ(second.Received(0), "GET /req?x HTTP/1.0\r\n" + HostLine(second) + "\r\n");
+}
+
+TEST_F(SentRequest, NamesItsServerAlsoBehindOneToAnotherNameAtThatPort) {
+  LoopbackServer server(ReplyBehind("\r\n\r\n"));
+  for (const std::string name : {"127.0.0.1", "localhost", "127.0.0.1"}) {
+    SCOPED_TRACE(name);
+    const std::size_t connection = server.Connections();
+    LocalTransfer transfer(server.Port());
+    transfer.HostName(name);
+    transfer.Execute();
+    EXPECT_EQ(server.Received(connection),
+              "GET /req?x HTTP/1.0\r\nHost: " + name + ":" + std::to_string(server.Port()) + "\r\n\r\n");
+  }
 }
 
 TEST_F(SentRequest, TurnsBlanksOfTheQueryIntoPercentSignsAndKeepsTheRest) {
@@ -191,18 +219,22 @@ TEST_F(SentRequest, IsRefusedWhenAPartOfItWouldBreakItsLine) {
 }
 
 TEST_F(SentRequest, GoesOverAConnectionOfItsOwn) {
-  LoopbackServer server([](LoopbackServer::Peer& peer) {
-    peer.ReceiveUntil("\r\n\r\n");
-    peer.Send("HTTP/1.0 200 OK\r\nContent-Length: 2\r\nConnection: keep-alive\r\n\r\nOK");
-    EXPECT_EQ(peer.ReceiveAll(), "");  // until the client closes
-  });
-  for (int i = 0; i < 2; ++i) {
-    LocalTransfer transfer(server.Port());
-    transfer.Execute();
-    EXPECT_EQ(transfer.Response(), "OK");
+  for (const std::string head_and_body :
+       {"Content-Length: 2\r\n\r\nOK", "Transfer-Encoding: chunked\r\n\r\n2\r\nOK\r\n0\r\n\r\n"}) {
+    SCOPED_TRACE(head_and_body);
+    LoopbackServer server([&](LoopbackServer::Peer& peer) {
+      peer.ReceiveUntil("\r\n\r\n");
+      peer.Send("HTTP/1.1 200 OK\r\nConnection: keep-alive\r\n" + head_and_body);
+      EXPECT_EQ(peer.ReceiveAll(), "");  // until the client closes
+    });
+    for (int i = 0; i < 2; ++i) {
+      LocalTransfer transfer(server.Port());
+      transfer.Execute();
+      EXPECT_EQ(transfer.Response(), "OK");
+    }
+    server.WaitForScripts(2);
+    EXPECT_EQ(server.Connections(), 2u);
   }
-  server.WaitForScripts(2);
-  EXPECT_EQ(server.Connections(), 2u);
 }
 
 TEST_F(SentRequest, GoesToNoProxyThatTheEnvironmentNames) {

@@ -215,6 +215,8 @@ TEST_F(Stall, OfTheConnectingFailsTheSending) {
 }
 
 TEST_F(Stall, OfTheConnectingIsNoStallOfTheReceiving) {
+  LoopbackServer server(Reply("HTTP/1.0 200 OK\r\n\r\nquote"));
+  LocalTransfer(server.Port()).Execute();  // leaves no trace of having connected
   const DeafPort deaf;
   const auto session = internet.InternetOpenA(std::nullopt, 0);
   internet.InternetSetOptionA(session, WinInetApi::kOptionConnectTimeout, kLimit / milliseconds(1));
