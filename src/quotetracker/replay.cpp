@@ -69,7 +69,9 @@ Replay::Replay(std::istream& text, const std::string& name, double speed, Clock 
 
 std::unique_ptr<Replay> Replay::FromFile(const std::string& path, double speed, Clock wall) {
   std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::runtime_error(path + ": cannot be read: " + std::strerror(errno));
+  file.peek();  // a folder can be opened, but not read
+  if (file.bad() || !file.is_open())
+    throw std::runtime_error(path + ": cannot be read: " + std::strerror(errno));
   return std::make_unique<Replay>(file, path, speed, std::move(wall));
 }
 

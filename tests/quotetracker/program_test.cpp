@@ -145,6 +145,7 @@ TEST(Program, EndsWith1WhenItCannotServe) {
   for (const Case& c : {Case{{"--http-port", taken}, "cannot listen on 127.0.0.1 port " + taken},
                         Case{{"--listen", "example"}, "cannot listen on example port"},
                         Case{{"--replay", "/nowhere.csv"}, "/nowhere.csv: cannot be read"},
+                        Case{{"--replay", "/proc"}, "/proc: cannot be read: Is a directory"},
                         Case{{"--play", "/nowhere"}, "/nowhere: cannot be read"},
                         Case{{"--app-secret-file", "/nowhere"}, "/nowhere: holds no line that can be read"},
                         Case{{"--port-file", "/nowhere/ports"}, "/nowhere/ports: cannot be written"}}) {
