@@ -1,6 +1,7 @@
 #include "app/mirelo_program.h"
 
 #include <CLI/CLI.hpp>
+#include <iostream>
 #include <string>
 
 #include "app/credentials_command.h"
@@ -68,6 +69,13 @@ MireloProgram::~MireloProgram() = default;
 CLI::App& MireloProgram::tree() { return *commands_->program; }
 
 int MireloProgram::Run(int argc, char** argv) {
+  const int code = ParseAndRun(argc, argv);
+  if (std::cout.flush()) return code;
+  std::cerr << "error: cannot write the output; it is not complete\n";
+  return kFailed;
+}
+
+int MireloProgram::ParseAndRun(int argc, char** argv) {
   auto& [global, program, run, dialog, go, quotes, stream, show, sources, settings, credentials] = *commands_;
   global.words.assign(argv + 1, argv + argc);
   try {

@@ -67,7 +67,9 @@ Found Find(const std::string& text) {
 std::string ReadAll(const std::string& file) {
   if (file == kStandardStream) return std::string(std::istreambuf_iterator<char>(std::cin), {});
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw RuntimeError(53, "cannot read " + file + ": " + std::strerror(errno));
+  stream.peek();  // a folder can be opened, but not read
+  if (stream.bad() || !stream.is_open())
+    throw RuntimeError(53, "cannot read " + file + ": " + std::strerror(errno));
   return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
@@ -159,8 +161,8 @@ int SettingsCommand::Delete(CAppSettings& store) const {
 int SettingsCommand::Export(CAppSettings& store) const {
   const std::string text = ExportSettings(ReadSettings(store));
   if (file_ == kStandardStream) {
-    std::cout << text << std::flush;
-    return std::cout ? kGood : kFailed;
+    std::cout << text;
+    return kGood;
   }
   WriteWhole(file_, text);
   return kGood;

@@ -2,8 +2,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <thread>
 
 #include "app/program.h"
 #include "quotetracker/server.h"
@@ -87,6 +91,31 @@ TEST_F(Quotes, AreMissedWithOneAndAWordOnWhatToDo) {
   EXPECT_EQ(result.out, "");
   EXPECT_THAT(result.err,
               AllOf(HasSubstr("Data retrieval error."), HasSubstr("mirelo settings get HTTPPort")));
+}
+
+// With Seconds 0 that is every second.
+TEST_F(Quotes, AreAskedForAgainUntilCtrlCThoughOneAnswerFails) {
+  RunMirelo(folder_.path(), {"settings", "set", "Seconds", "0"});
+  server_.SetHttpFault(quotetracker::HttpFaultPlan::Parse("drop:2", 1));
+  const std::string program = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+  ProgramResult result;
+  std::thread watching([&] {
+    const std::string arguments =
+        " quotes MSFT --watch --csv --http-port " + std::to_string(server_.HttpPort());
+    result =
+        RunProgram("/bin/sh", folder_.path(), {"-c", "echo $$ > pid; exec '" + program + "'" + arguments});
+  });
+  while (server_.Requests().size() < 3) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  pid_t pid = 0;
+  std::ifstream(folder_ / "pid") >> pid;
+  EXPECT_GT(pid, 0);
+  if (pid > 0) ::kill(pid, SIGINT);
+  watching.join();
+
+  EXPECT_EQ(result.exit_code, 0);
+  EXPECT_THAT(result.err, HasSubstr("Data retrieval error."));
+  EXPECT_THAT(Lines(result.out),
+              ElementsAre(StartsWith("Ticker,"), StartsWith("MSFT,"), StartsWith("MSFT,")));
 }
 
 }  // namespace

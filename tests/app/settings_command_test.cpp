@@ -92,7 +92,8 @@ TEST_F(Settings, AreImportedAllOrNone) {
 }
 
 TEST_F(Settings, NameTheFileThatCannotBeReadOrWritten) {
-  EXPECT_THAT(Run({"import", "absent.txt"}).err, HasSubstr("absent.txt"));
+  EXPECT_EQ(Run({"import", "absent.txt"}).err, "error: cannot read absent.txt: No such file or directory\n");
+  EXPECT_EQ(Run({"import", "/proc"}).err, "error: cannot read /proc: Is a directory\n");
   const auto result = Run({"export", "/proc/nothing/mine.txt"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("/proc/nothing/mine.txt"));
