@@ -11,6 +11,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "adapters/sqlite/database.h"
+#include "adapters/sqlite/registry_file.h"
 #include "adapters/sqlite/sqlite_registry.h"
 #include "automation/runtime_error.h"
 #include "registry/sqlite_file.h"
@@ -96,6 +98,16 @@ TEST_F(RegistryInFile, TakesAnOlderFileFromGroupAndOthers) {
 TEST_F(RegistryInFile, UsesAWriteAheadLog) {
   MakeRegistry();
   EXPECT_EQ(place.Sql("PRAGMA journal_mode"), "wal");
+}
+
+// Without that a write which was acknowledged could be lost with the machine's power.
+TEST_F(RegistryInFile, WaitsForTheDiskAtEachWrite) {
+  constexpr int kFull = 2;
+  sqlite::Database database = sqlite::OpenRegistryFile(place.file(), milliseconds(20));
+  const sqlite::Statement synchronous(database, "PRAGMA synchronous");
+  sqlite::Run run(synchronous);
+  ASSERT_TRUE(run.StepToRow());
+  EXPECT_EQ(run.Integer(0), kFull);
 }
 
 TEST_F(RegistryInFile, RefusesAFileThatIsNoDatabase) {
@@ -211,6 +223,49 @@ TEST_F(RegistryInFile, DoesNotClaimToHaveStoredInAFileThatIsGone) {
   ASSERT_EQ(Store(registry, "Name", "x"), Registry::kSuccess);
   fs::remove(place.file());
   EXPECT_EQ(Store(registry, "Name", "y"), Registry::kRegistryIoFailed);
+}
+
+TEST_F(RegistryInFile, LeavesNothingOfAPathThatCannotBeMadeWhole) {
+  SqliteRegistry registry(place.file());
+  place.Sql(
+      "CREATE TRIGGER refuse BEFORE INSERT ON key WHEN NEW.name = CAST('Third' AS BLOB) "
+      "BEGIN SELECT RAISE(ABORT, 'no'); END");
+  Registry::Key key = 0;
+  EXPECT_EQ(
+      registry.RegCreateKeyExA(Registry::kCurrentUser, "First\\Second\\Third", Registry::kAllAccess, key),
+      Registry::kRegistryIoFailed);
+  EXPECT_EQ(registry.RegOpenKeyExA(Registry::kCurrentUser, "First", Registry::kRead, key),
+            Registry::kFileNotFound);
+  EXPECT_EQ(registry.RegCreateKeyExA(Registry::kCurrentUser, "First\\Second", Registry::kAllAccess, key),
+            Registry::kSuccess)
+      << "the next write goes on as usual";
+}
+
+// As a user without rights, like above. The folder can be written, so that reading finds room for its index.
+TEST_F(RegistryInFile, DeniesWritingToAFileThatMayOnlyBeRead) {
+  MakeRegistry();
+  fs::permissions(place.folder(), fs::perms(0777));
+  for (fs::path folder = place.file().parent_path(); folder != place.folder();
+       folder = folder.parent_path()) {
+    fs::permissions(folder, fs::perms(0777));
+  }
+  fs::permissions(place.file(), fs::perms(0444));
+  ChildProcess child([&](const ChildProcess::Test& test) {
+    if (::geteuid() == 0 && ::setuid(65534) != 0) return test.Report(-1);
+    SqliteRegistry registry(place.file());
+    Registry::Key key = 0;
+    test.Report(
+        registry.RegOpenKeyExA(Registry::kCurrentUser, "Software\\Company", Registry::kAllAccess, key));
+    test.Report(registry.RegSetValueExA(key, "Name", Registry::kSz, "x", 1));
+    test.Report(registry.RegCreateKeyExA(key, "Sub", Registry::kAllAccess, key));
+    test.Report(registry.RegDeleteKeyA(Registry::kCurrentUser, "Software\\Company"));
+  });
+  for (const std::int32_t expected :
+       {Registry::kSuccess, Registry::kAccessDenied, Registry::kAccessDenied, Registry::kAccessDenied}) {
+    std::int32_t code = -1;
+    ASSERT_TRUE(child.Read(code));
+    EXPECT_EQ(code, expected);
+  }
 }
 
 TEST_F(RegistryInFile, ReportsAWriteThatTheDatabaseRefuses) {

@@ -59,6 +59,38 @@ TEST_F(RegistryOfProcesses, TwoWritersLoseNothing) {
   EXPECT_TRUE(Load(registry, "common").ends_with(last)) << Load(registry, "common");
 }
 
+// All find the file without its tables before one of them makes these.
+TEST_F(RegistryOfProcesses, SeveralThatStartAtOnceMakeTheFileOnce) {
+  constexpr int kRounds = 5;
+  constexpr int kStarters = 4;
+  for (int round = 0; round < kRounds; ++round) {
+    const RegistryFolder fresh;
+    std::vector<std::unique_ptr<ChildProcess>> starters;
+    for (int starter = 0; starter < kStarters; ++starter) {
+      starters.push_back(std::make_unique<ChildProcess>([&](const ChildProcess::Test& test) {
+        std::int32_t go = 0;
+        test.Report(starter);
+        if (!test.Await(go)) return;
+        SqliteRegistry registry(fresh.file());
+        test.Report(Store(registry, std::to_string(starter), "stored"));
+      }));
+      std::int32_t ready = -1;
+      ASSERT_TRUE(starters.back()->Read(ready));
+    }
+    for (const auto& starter : starters) starter->Send(1);
+    for (const auto& starter : starters) {
+      std::int32_t stored = -1;
+      EXPECT_TRUE(starter->Read(stored)) << "it could not open the file";
+      EXPECT_EQ(stored, Registry::kSuccess);
+      EXPECT_TRUE(starter->Finish());
+    }
+    SqliteRegistry registry(fresh.file());
+    for (int starter = 0; starter < kStarters; ++starter) {
+      EXPECT_EQ(Load(registry, std::to_string(starter)), "stored");
+    }
+  }
+}
+
 // A process that writes values one by one and reports each that was acknowledged, until it is killed.
 class KilledWriter : public RegistryOfProcesses {
  protected:
