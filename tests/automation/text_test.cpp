@@ -20,6 +20,9 @@ TEST(Trim, TakesBlanksOnly) {
   EXPECT_EQ(LTrim("  a b  "), "a b  ");
   EXPECT_EQ(RTrim("  a b  "), "  a b");
   EXPECT_EQ(Trim("\t a \r\n"), "\t a \r\n");
+  EXPECT_EQ(Trim(" \ta\t "), "\ta\t");
+  EXPECT_EQ(LTrim(" \ta"), "\ta");
+  EXPECT_EQ(RTrim("a\t "), "a\t");
   EXPECT_EQ(Trim("   "), "");
   EXPECT_EQ(LTrim(""), "");
   EXPECT_EQ(Trim("\u00A0a\u00A0"), "\u00A0a\u00A0");

@@ -206,7 +206,7 @@ TEST_F(OneProperty, DecimalPlacesFormatHasAZeroForEachPlace) {
 
 TEST_F(OneProperty, UserVerticalSheetIsTrimmedOfBlanksOnly) {
   Check("txtVerticalSheet", [&] { return facade->UserVerticalSheet(); },
-        {{" a b ", "a b"}, {"\tname", "\tname"}, {"   ", ""}, {7, "7"}});
+        {{" a b ", "a b"}, {" \tname\t ", "\tname\t"}, {"   ", ""}, {7, "7"}});
 }
 
 TEST_F(OneProperty, FillColorsAreIndexesOfThePalette) {
