@@ -18,4 +18,13 @@ inline CLI::Validator IsTicker() {
       "");
 }
 
+// An option that takes the place of a setting says something; an empty text would leave the setting in force.
+inline CLI::Validator IsNotEmpty() {
+  return CLI::Validator(
+      [](const std::string& text) {
+        return text.empty() ? std::string("the value is empty") : std::string();
+      },
+      "");
+}
+
 }  // namespace mirelo::app

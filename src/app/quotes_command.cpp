@@ -43,11 +43,14 @@ QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : g
       "--watch", watch_,
       "Ask again every so many seconds, as the setting Seconds says, until Ctrl-C; with Seconds 0, "
       "every second");
-  command_->add_option("--columns", columns_,
-                       "The columns to show, joined by commas, in place of the setting ListRight; all names: "
-                       "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,"
-                       "AvgTrade,NumTrades,Open,52w Low,52w High");
-  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress");
+  command_
+      ->add_option("--columns", columns_,
+                   "The columns to show, joined by commas, in place of the setting ListRight; all names: "
+                   "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,"
+                   "AvgTrade,NumTrades,Open,52w Low,52w High")
+      ->check(IsNotEmpty());
+  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
+      ->check(IsNotEmpty());
   command_->add_option("--http-port", port_, "QuoteTracker's HTTP port, in place of the setting HTTPPort")
       ->check(CLI::Range(1, 65535));
   command_->add_option("--date-format", date_format_, "How the column Date is written")

@@ -71,7 +71,8 @@ StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : g
       ->add_option("--record", recording_,
                    "Write what the connection receives to a file that quotetracker --play plays again")
       ->type_name("FILE");
-  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress");
+  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
+      ->check(IsNotEmpty());
   command_
       ->add_option("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")
       ->check(CLI::Range(1, 65535));
