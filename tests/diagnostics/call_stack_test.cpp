@@ -5,6 +5,7 @@
 #include <string>
 
 #include "diagnostics/diagnostics_test.h"
+#include "support/current_directory.h"
 
 namespace mirelo::testing {
 namespace {
@@ -98,6 +99,14 @@ TEST_F(CallStack, TracesTheSameLinesWithBothFlags) {
             "1/20/2011 - 8:36:13 AM --- Exited routine: A\r\n");
 }
 
+TEST_F(CallStack, TracesNothingBeforeAFlagIsSet) {
+  const CurrentDirectory current(directory.path());
+  handler.TracingEnabled(true);
+  handler.CallStackPush("A", "");
+  handler.CallStackPop();
+  EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+}
+
 TEST_F(CallStack, TracesWhetherEnabledOrNot) {
   Trace(CErrorHandler::TraceLogFile);
   handler.CallStackEnabled(false);
@@ -129,6 +138,12 @@ TEST_F(CallStack, KeepsTheEntryWhoseTraceLineCannotBeWritten) {
   ExpectComponentFailure(ErrorOf([&] { handler.CallStackPush("A", ""); }));
   EXPECT_THAT(Procedures(handler), ElementsAre("A"));
   ExpectComponentFailure(ErrorOf([&] { handler.CallStackPop(); }));
+  EXPECT_THAT(Procedures(handler), ElementsAre("A"));
+}
+
+TEST_F(CallStack, KeepsTheEntryWhoseTraceLineFindsNoRoom) {
+  handler.Init(1, "errors.txt", true, true, 2, "/dev/full");
+  ExpectComponentFailure(ErrorOf([&] { handler.CallStackPush("A", ""); }));
   EXPECT_THAT(Procedures(handler), ElementsAre("A"));
 }
 

@@ -56,6 +56,11 @@ TEST_F(LogFile, ThatCannotBeOpenedIsAComponentFailureBeforeAnybodyIsAsked) {
   EXPECT_TRUE(desktop.reports.empty());
 }
 
+TEST_F(LogFile, ThatHasNoRoomIsAComponentFailureToo) {
+  handler.ErrorLogFile("/dev/full");
+  ExpectComponentFailure(ErrorOf([&] { Handle(handler, Errors::SubscriptOutOfRange()); }));
+}
+
 TEST_F(LogFile, WithoutAFolderStandsInTheCurrentDirectory) {
   const CurrentDirectory current(directory.path());
   handler.ErrorLogFile("here.txt");
