@@ -153,9 +153,10 @@ TEST(Split, FindsADelimiterAtEveryPlaceOfALongText) {
 // Every text of a and b with delimiters of which one can begin inside of another, behind a stretch that moves
 // it to each place of a block.
 TEST(Split, TakesDelimitersFromTheLeft) {
+  constexpr std::size_t kStretches[] = {0, 1, 55, 58, 60, 63, 64, 120};
   for (const std::string delimiter : {"a", "aa", "ab", "aba"}) {
     for (unsigned bits = 0; bits < 256; ++bits) {
-      for (const std::size_t before : {0, 1, 55, 58, 60, 63, 64, 120}) {
+      for (const std::size_t before : kStretches) {
         std::string text(before, '.');
         for (unsigned bit = 0; bit < 8; ++bit) text += (bits >> bit & 1) != 0 ? 'a' : 'b';
         SCOPED_TRACE(text + " at " + delimiter);
