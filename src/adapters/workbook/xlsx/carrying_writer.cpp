@@ -204,7 +204,7 @@ class CarryingWriter {
       if (!editor_.Has(LinkListOf(part))) continue;
       reached.insert(LinkListOf(part));
       for (const Relationship& link : LinksOf(part)) {
-        if (!link.external) open.push_back(link.target);
+        if (!link.external && !link.target.empty()) open.push_back(link.target);  // one may lead nowhere
       }
     }
     return reached;

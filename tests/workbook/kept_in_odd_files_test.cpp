@@ -1,0 +1,66 @@
+// Files that are odd or damaged in places that need not trouble a person's own sheets: these stay as they
+// stand all the same.
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+#include "workbook/workbook_files.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::IsEmpty;
+using workbook::Spreadsheet;
+
+constexpr const char* kTable = "Dovanta2_Quotes";
+constexpr const char* kLinks = "package/2006/relationships\">";
+constexpr const char* kWorkbookLinks = "xl/_rels/workbook.xml.rels";
+
+class OddFile : public WorkbookFiles {
+ protected:
+  // A sheet "Prices" with merged cells, whose cell A1 has the number format of `format`.
+  static Parts WithMergedCells(const char* format = "0") {
+    Parts parts =
+        SmallWorkbook("<row r=\"1\"><c r=\"A1\" s=\"" + std::string(format) + "\"><v>2</v></c></row>");
+    InsertBehind(parts[kSheetPart], "</sheetData>", "<mergeCells><mergeCell ref=\"A1:B1\"/></mergeCells>");
+    return parts;
+  }
+
+  // Saves it with a table more, and sees that the part `kept` is as it was, and nothing had to be told.
+  void ExpectKept(const Parts& parts, const std::string& kept = kSheetPart) {
+    auto spreadsheet = Open(parts);
+    const auto table = BookOf(spreadsheet)->Worksheets()->Add();
+    table->Name(kTable);
+    table->Range("A1")->Value(28.35);
+    table->Range("A1")->NumberFormat("+ 0.0000;- 0.0000");
+    std::vector<std::string> told;
+    spreadsheet.Save(File(), [&](const std::string& sentence) { told.push_back(sentence); });
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_EQ(Unzip(BytesOf(File()))[kept], parts.at(kept));
+
+    const auto again = Spreadsheet::Open(File());
+    EXPECT_EQ(BookOf(again)->Worksheets()->Item(kTable)->Range("A1")->Text(), "+ 28.3500");
+  }
+};
+
+TEST_F(OddFile, MayHaveLinksThatLeadNowhere) {
+  const struct {
+    const char* list;
+    const char* link;
+  } cases[] = {
+      {"_rels/.rels", "<Relationship Id=\"x\" Type=\"http://x/thumbnail\"/>"},
+      {"_rels/.rels", "<Relationship Id=\"x\" Type=\"http://x/thumbnail\" Target=\"/\"/>"},
+      {kWorkbookLinks, "<Relationship Id=\"x\" Type=\"http://x/person\" Target=\"..\"/>"},
+      {kWorkbookLinks, "<Relationship Id=\"x\" Type=\"http://x/person\" Target=\"none.xml\"/>"},
+  };
+  for (const auto& [list, link] : cases) {
+    SCOPED_TRACE(link);
+    Parts parts = WithMergedCells();
+    InsertBehind(parts[list], kLinks, link);
+    ExpectKept(parts);
+  }
+}
+
+}  // namespace
+}  // namespace mirelo::testing
