@@ -62,5 +62,25 @@ TEST_F(OddFile, MayHaveLinksThatLeadNowhere) {
   }
 }
 
+TEST_F(OddFile, MayUseNumberFormatsThatItDoesNotTell) {
+  Parts parts = WithMergedCells("3");
+  ReplaceIn(parts["xl/styles.xml"], "numFmtId=\"2\"", "numFmtId=\"164\"");
+  ExpectKept(parts);
+  const auto spreadsheet = Spreadsheet::Open(File());
+  EXPECT_EQ(BookOf(spreadsheet)->Worksheets()->Item("Prices")->Range("A1")->NumberFormat(),
+            Variant("General"));
+}
+
+TEST_F(OddFile, MayTellANumberFormatTwice) {
+  Parts parts = WithMergedCells("3");
+  ReplaceIn(parts["xl/styles.xml"], "numFmtId=\"2\"", "numFmtId=\"164\"");
+  InsertBehind(parts["xl/styles.xml"], "spreadsheetml/2006/main\">",
+               "<numFmts><numFmt numFmtId=\"164\" formatCode=\"+ 0.0000;- 0.0000\"/>"
+               "<numFmt numFmtId=\"164\" formatCode=\"0.000\"/></numFmts>");
+  ExpectKept(parts);
+  const auto spreadsheet = Spreadsheet::Open(File());
+  EXPECT_EQ(BookOf(spreadsheet)->Worksheets()->Item("Prices")->Range("A1")->Text(), "2.000");
+}
+
 }  // namespace
 }  // namespace mirelo::testing

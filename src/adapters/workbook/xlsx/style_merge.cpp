@@ -1,8 +1,8 @@
 #include "adapters/workbook/xlsx/style_merge.h"
 
-#include <algorithm>
 #include <initializer_list>
 #include <map>
+#include <set>
 
 #include "adapters/workbook/format_code.h"
 #include "adapters/workbook/xlsx/editable_xml.h"
@@ -58,10 +58,16 @@ class NumberFormats {
   explicit NumberFormats(EditableXml& xml) : xml_(xml) {
     ForEachChild(Child(xml.root(), "numFmts"), "numFmt", [&](pugi::xml_node node) {
       const std::int32_t number = Number<std::int32_t>(node, "numFmtId").value_or(0);
-      numbers_.try_emplace(std::string(Attribute(node, "formatCode")), number);
-      codes_.try_emplace(number, Attribute(node, "formatCode"));
-      last_ = std::max(last_, number);
+      codes_.insert_or_assign(number, Attribute(node, "formatCode"));  // of two the last one holds
+      taken_.insert(number);
     });
+    for (const auto& [number, code] : codes_) numbers_.try_emplace(code, number);
+    // Cells may use numbers that the file does not tell, and must not come to use new formats by that.
+    for (const char* list : {"cellStyleXfs", "cellXfs"}) {
+      ForEachChild(Child(xml.root(), list), "xf", [&](pugi::xml_node node) {
+        taken_.insert(Number<std::int32_t>(node, "numFmtId").value_or(0));
+      });
+    }
   }
 
   // Whether a built-in number stands for another format here than usually.
@@ -72,9 +78,9 @@ class NumberFormats {
 
   // The number of a format of the file writer's, which is added when it is not there.
   std::int32_t NumberFor(const std::string& code) {
-    const auto [known, is_new] = numbers_.try_emplace(code, last_ + 1);
+    const auto [known, is_new] = numbers_.try_emplace(code, 0);
     if (is_new) {
-      ++last_;
+      known->second = FreeNumber();
       pugi::xml_document copy;
       pugi::xml_node node = copy.append_child("numFmt");
       SetAttribute(node, "numFmtId", std::to_string(known->second));
@@ -88,9 +94,16 @@ class NumberFormats {
   }
 
  private:
+  std::int32_t FreeNumber() {
+    while (!taken_.insert(++last_).second) {
+    }
+    return last_;
+  }
+
   EditableXml& xml_;
   std::map<std::string, std::int32_t> numbers_;
   std::map<std::int32_t, std::string> codes_;
+  std::set<std::int32_t> taken_;
   std::int32_t last_ = kLastBuiltInFormat;
 };
 
