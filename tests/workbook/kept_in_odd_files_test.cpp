@@ -82,5 +82,22 @@ TEST_F(OddFile, MayTellANumberFormatTwice) {
   EXPECT_EQ(BookOf(spreadsheet)->Worksheets()->Item("Prices")->Range("A1")->Text(), "2.000");
 }
 
+// Only the letters of ASCII are the same in both cases.
+TEST_F(OddFile, MayHavePartsWhoseNamesDifferByTheCaseOfALetter) {
+  const std::string upper = "xl/worksheets/\xC3\x84.xml";
+  const std::string lower = "xl/worksheets/\xC3\xA4.xml";
+  Parts parts = WithMergedCells();
+  parts[upper] = parts[kSheetPart];
+  parts[lower] = SmallWorkbook("<row r=\"1\"><c r=\"A1\"><v>3</v></c></row>")[kSheetPart];
+  parts.erase(kSheetPart);
+  ReplaceIn(parts[kWorkbookLinks], "worksheets/sheet1.xml", "worksheets/\xC3\x84.xml");
+  InsertBehind(parts[kWorkbookLinks], kLinks,
+               "<Relationship Id=\"y\" Type=\"http://x/worksheet\" Target=\"worksheets/\xC3\xA4.xml\"/>");
+  InsertBehind(parts["xl/workbook.xml"], "r:id=\"rId1\"/>",
+               "<sheet name=\"Other\" sheetId=\"2\" r:id=\"y\"/>");
+  ExpectKept(parts, upper);
+  ExpectKept(parts, lower);
+}
+
 }  // namespace
 }  // namespace mirelo::testing

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "adapters/workbook/errors.h"
-#include "automation/text.h"
 
 namespace mirelo::workbook {
 
@@ -118,7 +117,14 @@ PackageEditor::PackageEditor(std::span<const char> file) : old_(std::make_unique
 
 PackageEditor::~PackageEditor() = default;
 
-std::string PackageEditor::KeyOf(std::string_view name) { return LCase(name); }
+// By the letters of ASCII, as the archive library finds names.
+std::string PackageEditor::KeyOf(std::string_view name) {
+  std::string key(name);
+  for (char& c : key) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return key;
+}
 
 bool PackageEditor::Has(const std::string& part) const { return parts_.contains(KeyOf(part)); }
 
