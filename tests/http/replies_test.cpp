@@ -49,6 +49,8 @@ const ReplyCase kReplies[] = {
     {"NoContent", "HTTP/1.0 204 No Content\r\n\r\nignored", kGoodPath, ""},
     {"InterimReply", "HTTP/1.1 100 Continue\r\nContent-Type: no\r\n\r\n" + kOk + "\r\nquote", kGoodPath,
      "quote"},
+    // The last reply that its connection has in HTTP.
+    {"SwitchedProtocol", "HTTP/1.1 101 Switching Protocols\r\n\r\nquote", kGoodPath, "quote"},
     {"Chunks",
      kOk + "Transfer-Encoding: chunked\r\nContent-Length: 2\r\n\r\n3\r\nquo\r\n2\r\nte\r\n0\r\n\r\n",
      kGoodPath, "quote", "", 2},
@@ -69,6 +71,7 @@ const ReplyCase kReplies[] = {
     {"NoStatusLine", "quote\r\nquote\r\n\r\n", kSendFailed},
     {"NoStatusLineNorLineEnd", "quote", kSendFailed},
     {"EmptyStatusLine", "\r\n\r\nquote", kSendFailed},
+    {"StatusIsNegative", "HTTP/1.0 -12 OK\r\n\r\nquote", kSendFailed},
     {"StatusIsNoNumber", "HTTP/1.0 abc OK\r\n\r\nquote", kSendFailed},
     {"AnotherProtocol", "SSH-2.0-OpenSSH\r\n", kSendFailed},
     {"BinaryGarbage", std::string("\0\xFF\x16\x03\0\r\n\r\n", 9), kSendFailed},

@@ -67,6 +67,28 @@ TEST_F(SentRequest, CarriesItsBodyWhateverTheVerb) {
   }
 }
 
+TEST_F(SentRequest, IsAGetWithoutAVerb) {
+  LoopbackServer server(ReplyBehind("\r\n\r\n"));
+  LocalTransfer transfer(server.Port());
+  transfer.Method("");
+  transfer.Execute();
+  EXPECT_EQ(server.Received(), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
+  EXPECT_EQ(transfer.Method(), "GET");
+}
+
+TEST_F(SentRequest, SpeaksNoOtherServiceOrVersion) {
+  const auto session = internet.InternetOpenA(std::nullopt, 0);
+  for (const std::uint32_t service : {0u, 1u, 2u, 4u}) {
+    SCOPED_TRACE(service);
+    EXPECT_EQ(internet.InternetConnectA(session, "127.0.0.1", 1, "", "", service), 0u);
+  }
+  const auto connection = internet.InternetConnectA(session, "127.0.0.1", 1, "", "", 3);
+  for (const std::string version : {"", "HTTP/1.1", "HTTP/0.9", "http/1.0"}) {
+    SCOPED_TRACE(version);
+    EXPECT_EQ(internet.HttpOpenRequestA(connection, "GET", "/", version, "", 0), 0u);
+  }
+}
+
 TEST_F(SentRequest, TellsNoTypeOfABodyUnlessItIsGiven) {
   LoopbackServer server(ReplyBehind("a=1"));
   const auto session = internet.InternetOpenA(std::nullopt, 0);

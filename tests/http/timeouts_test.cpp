@@ -227,6 +227,56 @@ TEST_F(Stall, OfTheConnectingIsNoStallOfTheReceiving) {
   EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
 }
 
+// The time for the reply is shorter than what the request took, and begins behind that.
+TEST_F(Stall, OfTheReplyBehindALongSendingFailsTheSending) {
+  LoopSignal received(loop, [&] { ExpectEndBehindTheLimit(); });
+  const std::string body(64 << 20, 'x');
+  LoopbackServer server([&](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    peer.Await();
+    peer.Receive(body.size());
+    received.Raise();
+    peer.ReceiveAll();
+  });
+  const auto session = internet.InternetOpenA(std::nullopt, 0);
+  internet.InternetSetOptionA(session, WinInetApi::kOptionSendTimeout, 50 * kLimit / milliseconds(1));
+  internet.InternetSetOptionA(session, WinInetApi::kOptionReceiveTimeout, kLimit / milliseconds(1));
+  const auto request =
+      internet.HttpOpenRequestA(internet.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", 3),
+                                "POST", "/", "HTTP/1.0", "", 0);
+  loop.StartTimer(milliseconds(0), [&] {
+    Pass(5 * kLimit);
+    EXPECT_TRUE(GoesOn());
+    server.Go();
+  });
+  EXPECT_FALSE(internet.HttpSendRequestA(request, "", body));
+}
+
+TEST_F(Stall, IsNoneWhereTheTimeIsBelowOne) {
+  for (const std::int32_t time : {0, -1}) {
+    SCOPED_TRACE(time);
+    const auto session = internet.InternetOpenA(std::nullopt, 0);
+    LoopSignal asked(loop, [&] {
+      Pass(100 * kLimit);
+      EXPECT_TRUE(GoesOn());
+      internet.InternetCloseHandle(session);
+    });
+    LoopbackServer server([&](LoopbackServer::Peer& peer) {
+      peer.ReceiveUntil("\r\n\r\n");
+      asked.Raise();
+      peer.ReceiveAll();
+    });
+    for (const std::uint32_t option : {WinInetApi::kOptionConnectTimeout, WinInetApi::kOptionSendTimeout,
+                                       WinInetApi::kOptionReceiveTimeout}) {
+      EXPECT_TRUE(internet.InternetSetOptionA(session, option, kLimit / milliseconds(1)));
+      EXPECT_TRUE(internet.InternetSetOptionA(session, option, time));
+    }
+    const auto connection = internet.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", 3);
+    const auto request = internet.HttpOpenRequestA(connection, "GET", "/", "HTTP/1.0", "", 0);
+    EXPECT_FALSE(internet.HttpSendRequestA(request, "", ""));
+  }
+}
+
 TEST_F(Stall, OptionsAreKnown) {
   const auto session = internet.InternetOpenA(std::nullopt, 0);
   for (const std::uint32_t option : {2u, 5u, 6u, 7u, 8u})

@@ -173,6 +173,31 @@ TEST(Market, BeginsANewDayFromTheLastPrice) {
   for (int i = 0; i < 100; ++i) ExpectBelievable(market.Look("A"));
 }
 
+// Looked at for long, tickers that began near an end of the year's range leave it and take it along.
+TEST(Market, WidensTheRangeOfTheYearOverManyDays) {
+  FixedClock clock = Noon();
+  Market market(1, clock);
+  bool rose = false;
+  bool fell = false;
+  for (int i = 0; i < 300; ++i) {
+    const std::string ticker = "T" + std::to_string(i);
+    SCOPED_TRACE(ticker);
+    const Quote first = market.Look(ticker);
+    const bool near_the_end = first.high_52 < first.last * 107 / 100 || first.low_52 > first.last * 93 / 100;
+    if (!near_the_end) continue;
+    for (int day = 0; day < 60; ++day) {
+      clock.Advance(24h);
+      for (int look = 0; look < 100; ++look) ExpectBelievable(market.Look(ticker));
+      if (HasFailure()) return;
+    }
+    const Quote& last = market.Look(ticker);
+    rose = rose || last.high_52 > first.high_52;
+    fell = fell || last.low_52 < first.low_52;
+  }
+  EXPECT_TRUE(rose);
+  EXPECT_TRUE(fell);
+}
+
 TEST(Market, DoesNotGoBackADayWithItsClock) {
   FixedClock clock = Noon();
   Market market(1, clock);
