@@ -10,11 +10,11 @@
 #include <string_view>
 #include <utility>
 
+#include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_reader.h"
 #include "adapters/workbook/xlsx/part_words.h"
-#include "adapters/workbook/xlsx/sheet_measure.h"
 #include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"

@@ -1,12 +1,11 @@
 #include "adapters/workbook/xlsx/drawing_writer.h"
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
+#include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/chart_names.h"
-#include "adapters/workbook/xlsx/sheet_measure.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_text.h"
 
@@ -15,8 +14,6 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::size_t kFirstShape = 2;  // the number 1 is the drawing's own
-
-std::int64_t Emu(double points) { return std::llround(points * double{kEmuPerPoint}); }
 
 void AppendCorner(pugi::xml_node anchor, const char* name, const SheetMeasure& measure, double left,
                   double top) {
