@@ -52,6 +52,16 @@ TEST_F(RoutineFailure, AbortedInsideLeavesTheOuterRoutineRunning) {
   EXPECT_THAT(desktop.reports, SizeIs(1));
 }
 
+TEST_F(RoutineFailure, AbortedInsideAStatementOfTheSameRoutineAsksOnce) {
+  Answers({"ABORT", "IGNORE"});
+  Routine("A", [&](Frame& frame) {
+    STEP(frame.step([&] { FailsOn("inner statement"); }));
+    STEP(Did("never"));
+  });
+  EXPECT_THAT(done, ElementsAre("inner statement"));
+  EXPECT_THAT(desktop.reports, SizeIs(1));
+}
+
 TEST_F(RoutineFailure, WithoutAFrameCountsAsTheCallersStatement) {
   Answers({"RETRY", "IGNORE"});
   const auto unframed = [&] {

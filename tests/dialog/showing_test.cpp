@@ -1,4 +1,6 @@
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "automation/runtime_error.h"
 #include "dialog/dialog_test.h"
@@ -62,6 +64,16 @@ TEST_F(Showing, MakesTheDialogAnewEachTimeAndKeepsNone) {
     });
     EXPECT_EQ(alive.use_count(), 1);
   }
+}
+
+TEST_F(Showing, DropsTheDialogBeforeItLeavesTheRoutine) {
+  std::vector<std::string> stack_at_the_end;
+  Show([&](frmMirelo& form) {
+    const std::shared_ptr<void> end(nullptr, [&](void*) { stack_at_the_end = CallStack(); });
+    form.Appearance.Subscribe([end] {});
+  });
+  EXPECT_THAT(stack_at_the_end, ElementsAre("Mirelo.cMirelo.LoadFrmMirelo"));
+  EXPECT_THAT(CallStack(), IsEmpty());
 }
 
 TEST_F(Showing, ShowsTheDialogAgainOnRetry) {
