@@ -117,6 +117,15 @@ TEST(VariantConversion, ReadsDatesFromTextAndNumbers) {
   EXPECT_EQ(NumberOf([] { Variant("soon").ToDate(); }), 13);
 }
 
+TEST(VariantConversion, TakesDatesOfTheYears100To9999) {
+  for (const double serial : {-657434.0, -657434.75, 2958465.0, 2958465.75}) {
+    EXPECT_EQ(Variant(serial).ToDate(), Date{serial}) << serial;
+  }
+  for (const double serial : {-657435.0, 2958466.0}) {
+    EXPECT_EQ(NumberOf([&] { Variant(serial).ToDate(); }), 6) << serial;
+  }
+}
+
 TEST(VariantConversion, WritesInTheFormatOfTheRegion) {
   RegionalFormat german;
   german.decimal_separator = ",";
