@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -137,6 +138,19 @@ TEST_P(ValueCalls, AllHandlesOfAKeySeeWhatOneWrites) {
   EXPECT_EQ(Query(other, "Name").data, "1");
   ASSERT_EQ(Set(key, "Name", Registry::kSz, "2"), Registry::kSuccess);
   EXPECT_EQ(Query(other, "Name").data, "2");
+}
+
+// More spellings than a registry would want to remember.
+TEST_P(ValueCalls, ANameIsFoundInEverySpelling) {
+  const std::string name = "abcdefghijklm";
+  ASSERT_EQ(Set(key, name, Registry::kSz, "x"), Registry::kSuccess);
+  for (unsigned capitals = 0; capitals < 1U << name.size(); ++capitals) {
+    std::string spelling = name;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+      if ((capitals >> i & 1U) != 0) spelling[i] = static_cast<char>(spelling[i] - 'a' + 'A');
+    }
+    ASSERT_EQ(Query(key, spelling).data, "x") << spelling;
+  }
 }
 
 TEST_P(ValueCalls, ManyNamesAreAllFoundAgain) {
