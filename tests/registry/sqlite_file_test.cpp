@@ -241,17 +241,22 @@ TEST_F(RegistryInFile, LeavesNothingOfAPathThatCannotBeMadeWhole) {
       << "the next write goes on as usual";
 }
 
-// As a user without rights, like above. The folder can be written, so that reading finds room for its index.
+// As a user without rights, like above, whose own file it is. The folders can be written, since SQLite makes
+// its index beside the file.
 TEST_F(RegistryInFile, DeniesWritingToAFileThatMayOnlyBeRead) {
+  constexpr uid_t kNobody = 65534;
   MakeRegistry();
-  fs::permissions(place.folder(), fs::perms(0777));
   for (fs::path folder = place.file().parent_path(); folder != place.folder();
        folder = folder.parent_path()) {
     fs::permissions(folder, fs::perms(0777));
   }
-  fs::permissions(place.file(), fs::perms(0444));
+  fs::permissions(place.folder(), fs::perms(0755));
+  fs::permissions(place.file(), fs::perms(0400));
+  if (::geteuid() == 0) {
+    ASSERT_EQ(::chown(place.file().c_str(), kNobody, kNobody), 0);
+  }
   ChildProcess child([&](const ChildProcess::Test& test) {
-    if (::geteuid() == 0 && ::setuid(65534) != 0) return test.Report(-1);
+    if (::geteuid() == 0 && ::setuid(kNobody) != 0) return test.Report(-1);
     SqliteRegistry registry(place.file());
     Registry::Key key = 0;
     test.Report(
