@@ -210,5 +210,18 @@ TEST(Http, LetsGoOfAClientThatNeverAsks) {
   EXPECT_EQ(silent.ReceiveAll(), "");
 }
 
+TEST(Http, HoldsAClientThatAFaultStallsForLonger) {
+  Reactor reactor;
+  HttpServer server(
+      reactor, ListenOn("127.0.0.1", 0), [](std::string_view) { return "OK"; }, 1, 0s);
+  server.SetFault(HttpFaultPlan::Parse("stall", 1));
+  LoopThread loop(reactor);
+  TcpClient stalled(server.Port());
+  stalled.Send("GET /req?EnumPorts() HTTP/1.0\r\n\r\n");
+  TcpClient silent(server.Port());
+  EXPECT_EQ(silent.ReceiveAll(), "");
+  EXPECT_FALSE(stalled.IsReadable(100ms));
+}
+
 }  // namespace
 }  // namespace mirelo::quotetracker

@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "quotetracker/http_server.h"
 #include "quotetracker/server.h"
 #include "quotetracker/session_file.h"
 #include "quotetracker/started_program.h"
@@ -98,6 +99,21 @@ TEST(Program, OutlivesTheThreadThatStartedIt) {
   EXPECT_THAT(HttpGet(port, "/req?EnumPorts()"), HasSubstr("OK"));
   program->Signal(SIGTERM);
   EXPECT_EQ(program->ExitCode(), 0);
+}
+
+TEST(Program, LetsGoOfHttpClientsBeyondItsMost) {
+  StartedProgram program = Start({});
+  const auto port = StartedProgram::PortOf(program.ReadLine());
+  std::vector<std::unique_ptr<testing::TcpClient>> clients;
+  for (std::size_t i = 0; i < HttpServer::kMostConnections; ++i) {
+    clients.push_back(std::make_unique<testing::TcpClient>(port));
+  }
+  EXPECT_EQ(testing::TcpClient(port).ReceiveAll(), "");
+  for (const auto& client : {clients.front().get(), clients.back().get()}) {
+    client->Send("GET /req?EnumPorts() HTTP/1.0\r\n\r\n");
+    EXPECT_EQ(BodyOf(client->ReceiveAll()), "OK\r\nMain");
+  }
+  EXPECT_EQ(BodyOf(HttpGet(port, "/req?EnumPorts()")), "OK\r\nMain");
 }
 
 TEST(Program, ExplainsItself) {
