@@ -203,16 +203,16 @@ std::string_view cMirelo::LastQuoteRun::StatusLine() const {
 void cMirelo::LastQuoteRun::TrackVolume() {
   double previous = 0;
   if (facade.prev_volume_.IsEmpty()) {
-    STEP(line.StoreLastVolume("0"));
+    STEP(line.StoreLastVolume(0));
   } else if (frame.test([&] { return (previous = Previous(kPreviousVolume).ToDouble()) == 0; })) {
-    STEP(line.StoreLastVolume("0"));
+    STEP(line.StoreLastVolume(0));
     STEP(StorePrevious(kPreviousVolume, Column::Volume));
     STEP(StorePrevious(kPreviousDate, Column::Date));
   } else if (frame.test([&] { return EqualsText(Previous(kPreviousDate), line(Column::Date)); })) {
-    STEP(line.StoreLastVolume(NumberText(ToNumber(line(Column::Volume)) - previous)));
+    STEP(line.StoreLastVolume(ToNumber(line(Column::Volume)) - previous));
     STEP(StorePrevious(kPreviousVolume, Column::Volume));
   } else {
-    STEP(line.StoreLastVolume("0"));
+    STEP(line.StoreLastVolume(0));
     STEP(StorePrevious(kPreviousVolume, Column::Volume));
     STEP(StorePrevious(kPreviousDate, Column::Date));
   }

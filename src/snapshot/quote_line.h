@@ -2,11 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
+#include "automation/number.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "snapshot/column_vocabulary.h"
@@ -17,16 +18,26 @@ namespace mirelo {
 // that the line does not have is error 9, when it is read and when it is stored into.
 class QuoteLine {
  public:
-  void Assign(std::string_view line) { Split(line, ",", fields_); }
-  void Clear() { fields_.clear(); }
+  void Assign(std::string_view line) {
+    Split(line, ",", fields_);
+    last_volume_.reset();
+  }
+  void Clear() {
+    fields_.clear();
+    last_volume_.reset();
+  }
 
-  std::string_view operator()(std::int32_t code) const { return fields_[Checked(code)]; }
+  // The view holds until the line changes.
+  std::string_view operator()(std::int32_t code) const {
+    const std::size_t field = Checked(code);
+    return last_volume_ && code == CodeOf(Column::LastVolume) ? LastVolumeText() : fields_[field];
+  }
   std::string_view operator()(Column column) const { return (*this)(CodeOf(column)); }
 
-  void StoreLastVolume(std::string text) {
-    const std::size_t field = Checked(CodeOf(Column::LastVolume));
-    last_volume_ = std::move(text);
-    fields_[field] = last_volume_;
+  void StoreLastVolume(double volume) {
+    Checked(CodeOf(Column::LastVolume));
+    last_volume_ = volume;
+    last_volume_text_.clear();
   }
 
  private:
@@ -36,8 +47,15 @@ class QuoteLine {
     return field;
   }
 
+  // Made when it is asked for: few tables have a column for it.
+  std::string_view LastVolumeText() const {
+    if (last_volume_text_.empty()) last_volume_text_ = NumberText(*last_volume_);
+    return last_volume_text_;
+  }
+
   std::vector<std::string_view> fields_;
-  std::string last_volume_;
+  std::optional<double> last_volume_;  // in place of the reply's field
+  mutable std::string last_volume_text_;
 };
 
 }  // namespace mirelo
