@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <functional>
 #include <set>
 
@@ -119,10 +118,7 @@ TEST_F(KeptSheets, AreOpenedByCalcWhichComputesThem) {
   auto spreadsheet = OpenPersons();
   AddTable(spreadsheet);
   spreadsheet.Save(File());
-  const std::string office =
-      "cd '" + folder.path().string() + "' && '" MIRELO_SOFFICE "' -env:UserInstallation=file://" +
-      (folder.path() / "profile").string() + " --headless --convert-to ods quotes.xlsx > office.log";
-  ASSERT_EQ(std::system(office.c_str()), 0);
+  ConvertWithCalc(File(), "ods");
   const Parts parts = PartsOf(File("quotes.ods"));
   const CalcDocument document(parts);
   EXPECT_THAT(document.Sheets(), ElementsAre(kTable, "Portfolio", "Notes", "Hidden", "Prices over time"));

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include <cstdio>
-#include <cstdlib>
 
 #include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/border.h"
@@ -11,6 +10,7 @@
 #include "workbook/calc_chart.h"
 #include "workbook/calc_document.h"
 #include "workbook/chart_models.h"
+#include "workbook/script.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -129,16 +129,6 @@ std::vector<std::vector<std::string>> FieldsOf(const std::string& csv) {
 
 class LibreOffice : public WorkbookFiles {
  protected:
-  // Converts the file into its folder; the program's settings live there, too.
-  void Convert(const std::string& format) const {
-    const std::string at = folder.path().string();
-    const std::string command = "LC_ALL=C.UTF-8 timeout 100 '" MIRELO_SOFFICE
-                                "' '-env:UserInstallation=file://" +
-                                at + "/profile' --headless --convert-to '" + format + "' --outdir '" + at +
-                                "' '" + File().string() + "' > '" + at + "/log' 2>&1";
-    ASSERT_EQ(std::system(command.c_str()), 0) << BytesOf(folder.path() / "log");
-  }
-
   // Every cell of a sheet shows the same text there as here.
   void ExpectShownTexts(const Spreadsheet& spreadsheet, const std::string& name) const {
     SCOPED_TRACE(name);
@@ -226,8 +216,8 @@ void ExpectComment(const CalcDocument& document, const Spreadsheet& spreadsheet)
 TEST_F(LibreOffice, OpensASavedFileAndSeesWhatIsInIt) {
   auto spreadsheet = WorkingDay();
   spreadsheet.Save(File());
-  Convert("csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,true,false,false,-1");
-  Convert("ods");
+  ConvertWithCalc(File(), "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,true,false,false,-1");
+  ConvertWithCalc(File(), "ods");
 
   ExpectShownTexts(spreadsheet, kTable);
   ExpectShownTexts(spreadsheet, kHistory);
@@ -281,8 +271,8 @@ TEST_F(LibreOffice, DrawsTheChartsOfASavedFile) {
   const auto book = BookWithHistory(5);
   AddTickerCharts(book->sheets.front(), 5);
   workbook::WriteWorkbook(*book, File());
-  Convert("ods");
-  Convert("html");
+  ConvertWithCalc(File(), "ods");
+  ConvertWithCalc(File(), "html");
 
   const Parts parts = Unzip(BytesOf(File("quotes.ods")));
   const CalcChart prices(parts, 1);
