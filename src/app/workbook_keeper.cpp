@@ -36,11 +36,12 @@ fs::path FreeNameBeside(const fs::path& file) {
 
 }  // namespace
 
-WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet, fs::path file,
-                               std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss)
+WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
+                               const fs::path& file, std::function<void()> before_saving,
+                               workbook::Spreadsheet::Tell tell_loss)
     : loop_(loop),
       spreadsheet_(spreadsheet),
-      file_(fs::absolute(std::move(file))),
+      file_(fs::absolute(file)),
       before_saving_(std::move(before_saving)),
       tell_loss_(std::move(tell_loss)) {}
 

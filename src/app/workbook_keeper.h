@@ -17,8 +17,9 @@ class WorkbookKeeper {
  public:
   // `before_saving` is called before each, `tell_loss` with what Spreadsheet::Save has to tell. All must
   // outlive this.
-  WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet, std::filesystem::path file,
-                 std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss);
+  WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
+                 const std::filesystem::path& file, std::function<void()> before_saving,
+                 workbook::Spreadsheet::Tell tell_loss);
   ~WorkbookKeeper();
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;

@@ -179,7 +179,8 @@ class CarryingWriter {
   std::string FreeName(const std::string& start, const std::string& end) const {
     const std::string folder = workbook_.substr(0, workbook_.rfind('/') + 1);
     for (std::size_t number = 1;; ++number) {
-      std::string name = folder + start + std::to_string(number) + end;
+      std::string name = folder;
+      name.append(start).append(std::to_string(number)).append(end);
       if (!editor_.Has(name)) return name;
     }
   }
