@@ -6,7 +6,7 @@
 #   mirelo_test(NAME [QT] SOURCES file... [LINK target...]) a GoogleTest program whose cases CTest runs one by one;
 #                                                        QT for one that includes headers of Qt
 #   mirelo_bench(NAME SOURCES file... [LINK target...])     a Google Benchmark program
-#   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program
+#   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program; only compiled where MIRELO_FUZZ is off
 
 find_program(MIRELO_CCACHE ccache)
 if(MIRELO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
@@ -83,9 +83,13 @@ endfunction()
 
 function(mirelo_fuzz NAME)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
-  add_executable(fuzz_${NAME} ${ARG_SOURCES})
+  if(MIRELO_FUZZ)
+    add_executable(fuzz_${NAME} ${ARG_SOURCES})
+    target_compile_options(fuzz_${NAME} PRIVATE -fsanitize=fuzzer)
+    target_link_options(fuzz_${NAME} PRIVATE -fsanitize=fuzzer)
+  else()
+    add_library(fuzz_${NAME} OBJECT ${ARG_SOURCES})
+  endif()
   target_include_directories(fuzz_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_compile_options(fuzz_${NAME} PRIVATE -fsanitize=fuzzer)
-  target_link_options(fuzz_${NAME} PRIVATE -fsanitize=fuzzer)
   target_link_libraries(fuzz_${NAME} PRIVATE mirelo_options ${ARG_LINK})
 endfunction()

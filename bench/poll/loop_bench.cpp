@@ -15,8 +15,8 @@
 #include "adapters/poll/poll_loop.h"
 #include "adapters/poll/poll_winsock_library.h"
 #include "poll/client.h"
-#include "poll/socket_pair.h"
 #include "support/loopback_server.h"
+#include "support/socket_pair.h"
 
 // What the loop costs above the system calls that it can't do without. Each family comes bare and through the
 // loop.
@@ -25,6 +25,7 @@ namespace mirelo::poll {
 namespace {
 
 using std::chrono::milliseconds;
+using testing::SocketPair;
 using Pairs = std::vector<std::unique_ptr<SocketPair>>;
 
 Pairs MakePairs(std::size_t count) {

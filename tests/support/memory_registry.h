@@ -30,6 +30,9 @@ class MemoryRegistry : public host::Registry {
   std::int32_t RegDeleteKeyA(Key key, const std::string& sub_key) override;
   std::int32_t RegCloseKey(Key key) override;
 
+  // How many keys are open: a caller that leaks one shows here.
+  std::size_t OpenKeys() const { return handles_.size(); }
+
  private:
   struct Node;
   struct Handle {
