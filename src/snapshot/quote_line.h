@@ -22,10 +22,7 @@ class QuoteLine {
     Split(line, ",", fields_);
     last_volume_.reset();
   }
-  void Clear() {
-    fields_.clear();
-    last_volume_.reset();
-  }
+  void Clear() { fields_.clear(); }
 
   // The view holds until the line changes.
   std::string_view operator()(std::int32_t code) const {

@@ -45,6 +45,17 @@ TEST_F(Ignore, OfTheSubtractionLeavesTheReplysFieldAndStoresTheVolume) {
   EXPECT_THAT(ReportedErrors(), ElementsAre(13));
 }
 
+TEST_F(Ignore, OfTheSubtractionLeavesNothingOfTheLineBefore) {
+  TrackVolumes(2);
+  facade->GetLastQuote(TickersOf({"A", "B"}));
+  market.quotes["A"].volume = "1500";
+  market.quotes["B"].volume = "n/a";
+  const Variant result = facade->GetLastQuote(TickersOf({"A", "B"}));
+  EXPECT_EQ(RowOf(result, 1)[2], "500");
+  EXPECT_EQ(RowOf(result, 2)[2], "B-LastVolume");
+  EXPECT_THAT(ReportedErrors(), ElementsAre(13));
+}
+
 // The first statement of the block that the condition guards is the next one.
 TEST_F(Ignore, OfAConditionEntersItsBlock) {
   TrackVolumes(1);
