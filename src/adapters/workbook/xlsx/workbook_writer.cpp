@@ -16,6 +16,7 @@
 #include "adapters/workbook/xlsx/format_writer.h"
 #include "adapters/workbook/xlsx/sheet_writer.h"
 #include "adapters/workbook/xlsx/writer_error.h"
+#include "adapters/workbook/xlsx/writer_process.h"
 
 namespace mirelo::workbook {
 
@@ -92,10 +93,8 @@ void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
   CheckWriter(workbook_set_properties(workbook, &fields));
 }
 
-void Write(const Book& book, const Sheets& sheets, const ChartSheets& chart_sheets,
-           const std::filesystem::path& file) {
-  CheckFormattedCells(sheets);
-  CheckCharts(sheets, chart_sheets);
+void WriteFile(const Book& book, const Sheets& sheets, bool has_chart_sheets,
+               const std::filesystem::path& file) {
   Workbook workbook = NewFile(sheets, file);
   FormatWriter formats(workbook.get(), book.styles);
   for (const auto& sheet : sheets) {
@@ -106,9 +105,16 @@ void Write(const Book& book, const Sheets& sheets, const ChartSheets& chart_shee
     WriteSheet(*sheet, worksheet, formats);
     ReserveCharts(*sheet, workbook.get(), worksheet);
   }
-  if (!chart_sheets.empty()) ReserveChartSheets(book, workbook.get());
+  if (has_chart_sheets) ReserveChartSheets(book, workbook.get());
   WriteProperties(workbook.get(), book.properties);
   CheckWriter(workbook_close(workbook.release()));
+}
+
+void Write(const Book& book, const Sheets& sheets, const ChartSheets& chart_sheets,
+           const std::filesystem::path& file) {
+  CheckFormattedCells(sheets);
+  CheckCharts(sheets, chart_sheets);
+  InWriterProcess([&] { WriteFile(book, sheets, !chart_sheets.empty(), file); });
   WriteCharts(book, sheets, chart_sheets, file);
 }
 

@@ -1,0 +1,154 @@
+#include "adapters/workbook/xlsx/writer_process.h"
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "adapters/workbook/errors.h"
+#include "automation/runtime_error.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+constexpr std::string_view kDone = "done";
+constexpr char kBetween = '\n';  // the number, the source and the description of an error
+
+[[noreturn]] void FailToStart(int reason) {
+  if (reason == ENOMEM) throw Errors::OutOfMemory();
+  throw Refused(std::string("The workbook cannot be written: no process can be started for it (") +
+                std::strerror(reason) + ").");
+}
+
+// All of them, while it lives.
+class BlockedSignals {
+ public:
+  BlockedSignals() {
+    sigset_t all;
+    sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before_);
+  }
+  ~BlockedSignals() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  BlockedSignals(const BlockedSignals&) = delete;
+  BlockedSignals& operator=(const BlockedSignals&) = delete;
+
+ private:
+  sigset_t before_;
+};
+
+class Pipe {
+ public:
+  Pipe() {
+    if (::pipe2(ends_.data(), O_CLOEXEC) != 0) FailToStart(errno);
+  }
+  ~Pipe() {
+    ::close(ends_[0]);
+    CloseWriting();
+  }
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+
+  void CloseWriting() {
+    if (ends_[1] >= 0) ::close(ends_[1]);
+    ends_[1] = -1;
+  }
+
+  // Everything up to the end.
+  std::string Read() const {
+    std::string text;
+    std::array<char, 1024> piece;
+    for (;;) {
+      const ssize_t count = ::read(ends_[0], piece.data(), piece.size());
+      if (count > 0) text.append(piece.data(), static_cast<std::size_t>(count));
+      if (count == 0 || (count < 0 && errno != EINTR)) return text;
+    }
+  }
+  void Write(std::string_view text) const {
+    while (!text.empty()) {
+      const ssize_t count = ::write(ends_[1], text.data(), text.size());
+      if (count <= 0) return;  // nobody listens any more
+      text.remove_prefix(static_cast<std::size_t>(count));
+    }
+  }
+
+ private:
+  std::array<int, 2> ends_{-1, -1};
+};
+
+std::string ReportOf(const std::function<void()>& write) {
+  try {
+    write();
+    return std::string(kDone);
+  } catch (const std::exception&) {
+    const RuntimeError error = CurrentError();
+    return std::to_string(error.Number()) + kBetween + error.Source() + kBetween + error.Description();
+  }
+}
+
+[[noreturn]] void Copy(pid_t original, const Pipe& report, const std::function<void()>& write) {
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (::getppid() != original) ::_exit(1);  // it has gone meanwhile
+  // The stream alone: the descriptor is also that of tools which watch over the memory.
+  if (std::FILE* nowhere = std::fopen("/dev/null", "we")) stderr = nowhere;
+  report.Write(ReportOf(write));
+  ::_exit(0);
+}
+
+std::optional<RuntimeError> ErrorIn(std::string_view report) {
+  const std::size_t source = report.find(kBetween) + 1;
+  const std::size_t description = report.find(kBetween, source) + 1;
+  if (source == 0 || description == 0) return std::nullopt;
+  std::int32_t number = 0;
+  std::from_chars(report.data(), report.data() + source - 1, number);
+  return RuntimeError(number, std::string(report.substr(description)),
+                      std::string(report.substr(source, description - source - 1)));
+}
+
+// How the copy ended, which may be known to somebody else already.
+std::string EndOf(pid_t copy) {
+  int status = 0;
+  while (::waitpid(copy, &status, 0) < 0) {
+    if (errno != EINTR) return "no more is known";
+  }
+  if (WIFSIGNALED(status)) return std::string("signal ") + std::to_string(WTERMSIG(status));
+  return "exit code " + std::to_string(WEXITSTATUS(status));
+}
+
+pid_t Fork(const Pipe& report, const std::function<void()>& write) {
+  const pid_t original = ::getpid();
+  const BlockedSignals blocked;
+  const pid_t copy = ::fork();
+  if (copy == 0) Copy(original, report, write);
+  if (copy < 0) FailToStart(errno);
+  return copy;
+}
+
+}  // namespace
+
+void InWriterProcess(const std::function<void()>& write) {
+  Pipe pipe;
+  const pid_t copy = Fork(pipe, write);
+  pipe.CloseWriting();
+  const std::string report = pipe.Read();
+  const std::string end = EndOf(copy);
+  if (report == kDone) return;
+  if (const auto error = ErrorIn(report)) throw *error;
+  throw Refused("The workbook cannot be written: the file writer broke off (" + end +
+                "). Memory may be short.");
+}
+
+}  // namespace mirelo::workbook
