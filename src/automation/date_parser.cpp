@@ -122,8 +122,8 @@ bool CanOnlyBeYear(const Token& number) { return number.digits > 2 || number.val
 // Reads the tokens from the first to the last. Each reading member leaves the position behind what it took.
 class Reader {
  public:
-  Reader(const std::vector<Token>& tokens, const RegionalFormat& regional)
-      : tokens_(tokens), regional_(regional) {}
+  Reader(const std::vector<Token>& tokens, const RegionalFormat& regional, RegionalFormat::DateOrder order)
+      : tokens_(tokens), regional_(regional), order_(order) {}
 
   std::optional<Date> Read() {
     bool has_date = false;
@@ -208,12 +208,11 @@ class Reader {
     return SetDay(numbers[year_first ? 0 : 1], month, numbers[year_first ? 1 : 0].value);
   }
 
-  // The regional order first, then the others. A number that can only be a year is never day or month, since
+  // The expected order first, then the others. A number that can only be a year is never day or month, since
   // those are checked against the calendar.
   bool SetFromNumbers(const std::vector<Token>& n) {
     using Order = RegionalFormat::DateOrder;
-    for (Order order :
-         {regional_.date_order, Order::MonthDayYear, Order::DayMonthYear, Order::YearMonthDay}) {
+    for (Order order : {order_, Order::MonthDayYear, Order::DayMonthYear, Order::YearMonthDay}) {
       const bool set = order == Order::MonthDayYear   ? SetDay(n[2], n[0], n[1])
                        : order == Order::DayMonthYear ? SetDay(n[2], n[1], n[0])
                                                       : SetDay(n[0], n[1], n[2]);
@@ -238,6 +237,7 @@ class Reader {
 
   const std::vector<Token>& tokens_;
   const RegionalFormat& regional_;
+  const RegionalFormat::DateOrder order_;
   std::size_t position_ = 0;
   bool full_stop_parts_times_ = false;  // where it parts both, it is the time's only behind a complete day
   CivilTime civil_;
@@ -246,8 +246,13 @@ class Reader {
 }  // namespace
 
 std::optional<Date> ParseDate(std::string_view text, const RegionalFormat& format) {
+  return ParseDate(text, format, format.date_order);
+}
+
+std::optional<Date> ParseDate(std::string_view text, const RegionalFormat& format,
+                              RegionalFormat::DateOrder order) {
   const auto tokens = Scanner(format).Scan(text);
-  return tokens ? Reader(*tokens, format).Read() : std::nullopt;
+  return tokens ? Reader(*tokens, format, order).Read() : std::nullopt;
 }
 
 }  // namespace mirelo

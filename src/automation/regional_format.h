@@ -52,4 +52,8 @@ std::string GeneralDate(Date date, const RegionalFormat& format);
 // 1900 on. Nothing when the whole text is not a date.
 std::optional<Date> ParseDate(std::string_view text, const RegionalFormat& format);
 
+// The same for text whose author's order is known: `order` takes the regional one's place.
+std::optional<Date> ParseDate(std::string_view text, const RegionalFormat& format,
+                              RegionalFormat::DateOrder order);
+
 }  // namespace mirelo

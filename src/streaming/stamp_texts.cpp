@@ -2,9 +2,12 @@
 
 #include <cstdint>
 #include <cstring>
+#include <optional>
 
 #include "automation/ansi.h"
+#include "automation/date.h"
 #include "automation/format.h"
+#include "automation/regional_format.h"
 #include "host/clock.h"
 #include "host/host.h"
 
@@ -27,12 +30,20 @@ std::string WithSeparators(std::string_view stamp) {
   return text;
 }
 
+// The server writes the month first, wherever its stamps are read.
+std::string InFormat(std::string stamp, const std::string& format) {
+  if (format.empty()) return stamp;
+  const RegionalFormat& regional = host::Host::Current().clock().Regional();
+  const std::optional<Date> date = ParseDate(stamp, regional, RegionalFormat::DateOrder::MonthDayYear);
+  return date ? Format(*date, format, regional) : stamp;
+}
+
 }  // namespace
 
 const std::string& StampTexts::Text(std::string_view stamp, const std::string& format) {
   Entry& entry = PlaceOf(stamp);
   if (entry.used && std::memcmp(entry.stamp.data(), stamp.data(), kStampSize) == 0) return entry.text;
-  entry.text = Format(WithSeparators(stamp), format, host::Host::Current().clock().Regional());
+  entry.text = InFormat(WithSeparators(stamp), format);
   std::memcpy(entry.stamp.data(), stamp.data(), kStampSize);
   entry.used = true;
   return entry.text;

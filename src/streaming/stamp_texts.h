@@ -13,8 +13,9 @@ class StampTexts {
  public:
   static constexpr std::size_t kStampSize = 14;
 
-  // A stamp MMDDYYYYHHMMSS, put as MM/DD/YYYY HH:MM:SS, in `format`. What doesn't read as a date comes back
-  // in that first form. The reference holds until the next call.
+  // A stamp MMDDYYYYHHMMSS, put as MM/DD/YYYY HH:MM:SS, in `format`: the region says how a date is shown, not
+  // how the stamp is read. What doesn't read as a date comes back in that first form. The reference holds
+  // until the next call.
   const std::string& Text(std::string_view stamp, const std::string& format);
 
   // To be called when the format changes.

@@ -86,6 +86,16 @@ TEST(ParseDate, ReadsTheFormsThatPeopleWrite) {
   }
 }
 
+TEST(ParseDate, TriesTheOrderOfTheTextBeforeTheRegions) {
+  using Order = RegionalFormat::DateOrder;
+  EXPECT_EQ(ParseDate("1/2/2011", German()), ToDate({2011, 2, 1}));
+  EXPECT_EQ(ParseDate("1/2/2011", German(), Order::MonthDayYear), ToDate({2011, 1, 2}));
+  EXPECT_EQ(ParseDate("1/2/2011", RegionalFormat::Standard(), Order::DayMonthYear), ToDate({2011, 2, 1}));
+  EXPECT_EQ(ParseDate("20/1/2011", German(), Order::MonthDayYear), ToDate(kDay)) << "there is no month 20";
+  EXPECT_EQ(ParseDate("20 M\u00E4rz 2011", German(), Order::MonthDayYear), ToDate({2011, 3, 20}))
+      << "names are the region's";
+}
+
 TEST(ParseDate, TakesNothingElse) {
   for (const char* text : {"",
                            " ",

@@ -62,6 +62,23 @@ TEST_F(Arrival, LeavesAStampThatIsNoDateAsItIs) {
             std::string("\0\0/\0\0/\0\0\0\0 \0\0:\0\0:\0\0", 19));
 }
 
+TEST_F(Arrival, ReadsAStampInItsOwnOrderWhateverTheRegion) {
+  using Order = RegionalFormat::DateOrder;
+  clock.regional.date_separator = ".";
+  clock.regional.short_date = "dd.mm.yyyy";
+  for (const Order order : {Order::MonthDayYear, Order::DayMonthYear, Order::YearMonthDay}) {
+    SCOPED_TRACE(static_cast<int>(order));
+    clock.regional.date_order = order;
+    Renew();
+    stream->DovantaFormatUserDate("yyyy-mm-dd ddddd hh:nn:ss");
+    stream->connect();
+    EXPECT_EQ(QuoteAt("01022006093015")->Date_Time(), "2006-01-02 02.01.2006 09:30:15");
+    EXPECT_EQ(QuoteAt("12112006235958")->Date_Time(), "2006-12-11 11.12.2006 23:59:58");
+    EXPECT_EQ(QuoteAt("13012006000000")->Date_Time(), "2006-01-13 13.01.2006 00:00:00")
+        << "there is no month 13";
+  }
+}
+
 TEST_F(Arrival, StatesWhenTheRecordCame) {
   stream->DovantaFormatUserDate("dd.mm.yyyy");
   const auto quote = QuoteAt(kStamp);
