@@ -1,0 +1,93 @@
+// The tests that docs/promises.md names, read off the page, and looked for in tests/: a promise that is held
+// by no test any more must not stand there.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace mirelo {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kRoot = MIRELO_SOURCE_DIR;
+
+std::string ContentsOf(const fs::path& path) {
+  std::ifstream file(path);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::smatch> MatchesIn(const std::string& text, const std::regex& pattern) {
+  return {std::sregex_iterator(text.begin(), text.end(), pattern), std::sregex_iterator()};
+}
+
+// The names of a source's tests, as CTest shows them behind the name of their program; those with cases
+// without what names the case.
+std::set<std::string> TestsIn(const std::string& source) {
+  static const std::regex kTest(R"(\n(TEST|TEST_F|TYPED_TEST|TEST_P)\((\w+),\s*(\w+)\))");
+  static const std::regex kCases(R"(\nINSTANTIATE_TEST_SUITE_P\((\w+),\s*(\w+),)");
+  std::set<std::string> names;
+  const auto cases = MatchesIn(source, kCases);
+  for (const auto& test : MatchesIn(source, kTest)) {
+    const std::string name = test[2].str() + "." + test[3].str();
+    if (test[1] != "TEST_P") names.insert(name);
+    for (const auto& instance : cases) {
+      if (test[1] == "TEST_P" && instance[2] == test[2]) names.insert(instance[1].str() + "/" + name);
+    }
+  }
+  return names;
+}
+
+// The names of all tests, read off the programs' lists of sources.
+std::set<std::string> AllTests() {
+  static const std::regex kProgram(R"(mirelo_test\((\w+)\s+(?:QT\s+)?SOURCES\s+([^)]*))");
+  static const std::regex kSource(R"([\w/.]+\.cpp)");
+  std::set<std::string> names;
+  for (const auto& entry : fs::recursive_directory_iterator(kRoot / "tests")) {
+    if (entry.path().filename() != "CMakeLists.txt") continue;
+    const std::string lists = ContentsOf(entry.path());
+    for (const auto& program : MatchesIn(lists, kProgram)) {
+      const std::string sources = program[2];
+      for (const auto& source : MatchesIn(sources, kSource)) {
+        const std::string text = ContentsOf(entry.path().parent_path() / source[0].str());
+        for (const auto& name : TestsIn(text)) names.insert(program[1].str() + "." + name);
+      }
+    }
+  }
+  return names;
+}
+
+// The rows of the page's tables, without their headers.
+std::vector<std::string> RowsOf(const std::string& page) {
+  static const std::regex kRow(R"(\n(\|[^\n]*\|))");
+  std::vector<std::string> rows;
+  for (const auto& row : MatchesIn(page, kRow)) {
+    if (!row[1].str().starts_with("| Fault |") && !row[1].str().starts_with("| --- |"))
+      rows.push_back(row[1]);
+  }
+  return rows;
+}
+
+TEST(Promises, NameTestsThatThereAre) {
+  static const std::regex kName(R"(`(\w+\.[\w/]+\.\w+)`)");
+  const std::set<std::string> tests = AllTests();
+  ASSERT_GT(tests.size(), 2000U);
+  const std::string page = ContentsOf(kRoot / "docs/promises.md");
+  const std::vector<std::string> rows = RowsOf(page);
+  EXPECT_GT(rows.size(), 25U);
+  for (const std::string& row : rows) {
+    const std::string held_by = row.substr(row.rfind("| ", row.size() - 3));
+    const auto names = MatchesIn(held_by, kName);
+    EXPECT_FALSE(names.empty()) << "no test holds the promise " << row;
+    for (const auto& name : names) EXPECT_EQ(tests.count(name[1]), 1U) << "there is no test " << name[1];
+  }
+}
+
+}  // namespace
+}  // namespace mirelo
