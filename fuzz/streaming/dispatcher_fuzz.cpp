@@ -59,7 +59,7 @@ class Session {
   void DeliverNext() {
     const std::string chunk = std::move(chunks_.front());
     chunks_.pop_front();
-    Attempt([&] { rig_.Deliver(chunk); });
+    Attempt([&] { rig_.DeliverOutOfTurn(chunk); });
   }
   void OnQuotes() {
     Require(!raising_);

@@ -12,7 +12,8 @@ namespace mirelo::host {
 // nested inside it, those of its own descriptor included. An implementation keeps what makes that safe: a
 // step's state lives in its stack frame; tokens are never reused and are looked up just before each call; a
 // ready source is handed to its handler once a step; only timers due at the start of a step fire in it; and a
-// descriptor whose handlers have nested `kNestLimit` deep is left unwatched until they unwind.
+// descriptor whose handlers have nested `kNestLimit` deep is left unwatched until they unwind. A handler that
+// is not to be called nested takes its interest back for as long as it runs, as socket connections do.
 //
 // All members are called on the loop's own thread. Handlers may throw: the error leaves the Yield or RunUntil
 // that called the handler, and the loop stays usable.

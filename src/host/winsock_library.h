@@ -26,10 +26,17 @@ class SocketProtocol {
 };
 
 // Takes the byte events of a connection. Events come from the message loop, never from inside a call.
+//
+// The bytes of a connection are handed over in order and one chunk at a time. While its sinks are told of a
+// chunk, by OnBytesAvailable and OnBytesReceived, they may yield, run the loop or show a dialog: the chunk
+// behind it, and the end of the connection, wait until all of them have returned, or one has thrown. All else
+// goes on meanwhile: other connections, timers, windows, and what this connection sends. So a sink must not
+// wait for more bytes of its own connection. What waits stays with the machine, which lets the peer wait in
+// turn, and costs no processor time.
 class BytesTransferEvents {
  public:
   virtual ~BytesTransferEvents() = default;
-  // Raised before bytes are taken from the socket.
+  // Raised before a chunk is taken from the socket.
   virtual void OnBytesAvailable(SocketConnection&) {}
   // What the socket delivered, at most SocketConnection::kChunkLimit bytes a call; valid for the time of the
   // call. A span without data stands for a value that is no array.
@@ -45,8 +52,8 @@ class ConnectionEvents {
  public:
   virtual ~ConnectionEvents() = default;
   virtual void OnConnected(SocketConnection&) {}
-  // The connection is gone: the peer closed or reset it, or it could not be made. Raised once, and not for a
-  // Disconnect() of our own. `reason` is for people.
+  // The connection is gone: the peer closed or reset it, or it could not be made. Raised once, behind the
+  // last chunk, and not for a Disconnect() of our own. `reason` is for people.
   virtual void OnDisconnected(SocketConnection&, const std::string& /*reason*/) {}
 };
 
@@ -80,8 +87,9 @@ class SocketConnection {
   // no descriptor is left.
   virtual void Connect(const SocketAddress& address) = 0;
   virtual std::int32_t State() const = 0;
-  // Sends what is queued as far as the socket takes it at once, and closes. The state is kClosed then, and
-  // another Connect is possible.
+  // Sends what is queued as far as the socket takes it at once, and closes; what was received and not handed
+  // over is lost. The state is kClosed then, and another Connect is possible. Connected anew by a sink, its
+  // first chunk waits for that sink like any other.
   virtual void Disconnect() = 0;
   // Queues the bytes, also while connecting. In the states kClosed and kDropped: error 5.
   virtual void Send(const std::string& bytes) = 0;

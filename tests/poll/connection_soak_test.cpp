@@ -55,9 +55,11 @@ class Restless {
     };
     sink.on_connected = sink.on_available = sink.on_sent = act;
     sink.on_disconnected = [] { FAIL() << "the echo never ends a connection"; };
-    sink.on_received = [this, act](const std::string& bytes) {
+    sink.on_received = [this, act, depth = 0](const std::string& bytes) mutable {
+      ASSERT_EQ(++depth, 1) << "a chunk inside another of the same connection";
       Check(bytes);
       act();
+      --depth;
     };
     client_->Connect(Address());
   }

@@ -32,23 +32,25 @@ class BusyClient : public Conversation {
   BusyClient() : Conversation(ManyQuotes()) {}
 };
 
-TEST_F(BusyClient, FindsInItsBufferWhatCameMeanwhileAndIsToldOfNoneOfIt) {
+TEST_F(BusyClient, GetsEachQuoteOnceAndInOrderHoweverLongItIsAtWork) {
   int depth = 0;
   int events = 0;
   stream->QTDatas.Subscribe([&] {
     EXPECT_EQ(++depth, 1);
-    if (++events == 1) {
-      Await([&] { return stream->GetQTData()->Count() >= 20; });
-      EXPECT_EQ(events, 1);
+    if (++events % 10 == 1) {
+      const auto waiting = stream->GetQTData()->Count();
+      bool over = false;
+      loop.StartTimer(host::MessageLoop::Milliseconds(20), [&] { over = true; });
+      loop.RunUntil([&] { return over; });
+      EXPECT_EQ(stream->GetQTData()->Count(), waiting) << "the next chunk waits";
     }
     --depth;
   });
   Begin(Status_LEVEL_I_FULL_QUOTE);
   Await([&] { return keys.size() >= 60; });
-  EXPECT_GT(events, 1);
   std::vector<std::string> running;
   for (std::size_t i = 0; i < keys.size(); ++i) running.push_back("a" + std::to_string(i));
-  EXPECT_EQ(keys, running) << "each quote once, in the order of their coming";
+  EXPECT_EQ(keys, running);
 }
 
 TEST_F(BusyClient, MayEndTheConversationInItsHandler) {

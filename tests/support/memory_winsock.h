@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -19,6 +21,10 @@ namespace mirelo::testing {
 // A socket library without sockets: a test plays the peer and delivers chunks as it likes. Each call that
 // reaches the library is noted in `calls`, in words: "address 2", "text 127.0.0.1:16240", "protocol 2 1 6",
 // "connection", "subscribe 1", "subscribe 8", "connect", "send", "disconnect", "unsubscribe 101".
+//
+// Like any library it hands over one chunk at a time: one that is delivered while a sink is being told of
+// another waits until that sink has returned, and so does a drop; after a sink has thrown they wait for the
+// next delivery. Only DeliverOutOfTurn does not wait.
 //
 // It raises error 5 where a library does: for a subscription of another kind, and for bytes to be sent in the
 // states kClosed and kDropped. It differs from one in this: a connection stands as soon as Connect() returns,
@@ -70,6 +76,11 @@ class MemoryWinsock::Connection : public host::SocketConnection {
 
   // The peer's part.
   void Deliver(std::string_view bytes) {
+    if (MayHandOver()) return HandOver([&] { DeliverOutOfTurn(bytes); });
+    Queue([this, bytes = std::string(bytes)] { DeliverOutOfTurn(bytes); });
+  }
+  // Nested, where a sink is being told of another chunk.
+  void DeliverOutOfTurn(std::string_view bytes) {
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     ForEach(bytes_sinks_, [&](auto& sink) { sink.OnBytesReceived(*this, {data, bytes.size()}); });
   }
@@ -88,8 +99,8 @@ class MemoryWinsock::Connection : public host::SocketConnection {
     ForEach(connection_sinks_, [&](auto& sink) { sink.OnConnected(*this); });
   }
   void Drop(const std::string& reason = "reset by peer") {
-    state = kDropped;
-    ForEach(connection_sinks_, [&](auto& sink) { sink.OnDisconnected(*this, reason); });
+    if (MayHandOver()) return TellOfDrop(reason);
+    Queue([this, reason] { TellOfDrop(reason); });
   }
 
   std::int32_t Subscribe(std::shared_ptr<host::BytesTransferEvents> sink, std::int32_t flags) override {
@@ -120,6 +131,7 @@ class MemoryWinsock::Connection : public host::SocketConnection {
   void Disconnect() override {
     library_.Note("disconnect");
     state = kClosed;
+    waiting_.clear();
   }
   void Send(const std::string& bytes) override {
     library_.Note("send");
@@ -131,6 +143,36 @@ class MemoryWinsock::Connection : public host::SocketConnection {
   static constexpr std::int32_t kConnectionCookie = 102;
 
  private:
+  void TellOfDrop(const std::string& reason) {
+    state = kDropped;
+    ForEach(connection_sinks_, [&](auto& sink) { sink.OnDisconnected(*this, reason); });
+  }
+
+  bool MayHandOver() const { return !handing_over_ && waiting_.empty(); }
+
+  template <class Call>
+  void HandOver(const Call& call) {
+    handing_over_ = true;
+    try {
+      call();
+    } catch (...) {
+      handing_over_ = false;
+      throw;
+    }
+    handing_over_ = false;
+    HandOverWaiting();
+  }
+  void Queue(std::function<void()> call) {
+    waiting_.push_back(std::move(call));
+    HandOverWaiting();
+  }
+  void HandOverWaiting() {
+    if (handing_over_ || waiting_.empty()) return;
+    const auto next = std::move(waiting_.front());
+    waiting_.pop_front();
+    HandOver(next);
+  }
+
   // A sink may unsubscribe while it is called. Asks nothing of the heap, since tests count what delivery
   // does.
   template <class Sink, class Call>
@@ -144,6 +186,8 @@ class MemoryWinsock::Connection : public host::SocketConnection {
   MemoryWinsock& library_;
   std::vector<std::shared_ptr<host::BytesTransferEvents>> bytes_sinks_;
   std::vector<std::shared_ptr<host::ConnectionEvents>> connection_sinks_;
+  bool handing_over_ = false;
+  std::deque<std::function<void()>> waiting_;  // what came meanwhile
 };
 
 class MemoryWinsock::Address : public host::SocketAddress {

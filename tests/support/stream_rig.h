@@ -48,6 +48,8 @@ class StreamRig {
   // The peer's part, on the newest connection.
   void Deliver(std::string_view chunk) { sockets.Newest().Deliver(chunk); }
   void Deliver(const Level1Wire& record) { Deliver(record.Bytes()); }
+  // Nested in a handler of the stream's, which no socket library does.
+  void DeliverOutOfTurn(std::string_view chunk) { sockets.Newest().DeliverOutOfTurn(chunk); }
   const std::vector<std::string>& Sent() { return sockets.Newest().sent; }
 
   // The client's part: all quotes that wait, taken and given back.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <optional>
 #include <span>
 #include <system_error>
 #include <utility>
@@ -58,6 +59,23 @@ void EndStream(const Descriptor& socket) {
 }
 
 }  // namespace
+
+// For as long as a chunk is with its sinks, however that ends.
+class TcpConnection::HandingOver {
+ public:
+  explicit HandingOver(TcpConnection& connection) : connection_(connection) {
+    connection_.handing_over_ = true;
+  }
+  ~HandingOver() {
+    connection_.handing_over_ = false;
+    if (std::exchange(connection_.held_back_, false)) connection_.UpdateInterest();
+  }
+  HandingOver(const HandingOver&) = delete;
+  HandingOver& operator=(const HandingOver&) = delete;
+
+ private:
+  TcpConnection& connection_;
+};
 
 std::shared_ptr<host::SocketConnection> TcpConnection::Create(host::MessageLoop& loop,
                                                               std::shared_ptr<NameResolver> resolver) {
@@ -116,7 +134,7 @@ void TcpConnection::Send(const std::string& bytes) {
   if (bytes.empty()) return;
   if (sent_ > queue_.size() / 2) queue_.erase(0, std::exchange(sent_, 0));  // seldom: it moves the rest
   queue_ += bytes;
-  if (state_ == kConnected) loop_.Rewatch(watch_, kRead | kWrite);
+  UpdateInterest();
 }
 
 void TcpConnection::Disconnect() {
@@ -166,7 +184,7 @@ void TcpConnection::FinishConnecting() {
   if (error_ == 0) error_ = TakeError(socket_);
   if (error_ != 0) return Drop(ReasonFor(error_));
   state_ = kConnected;
-  loop_.Rewatch(watch_, queue_.empty() ? kRead : kRead | kWrite);
+  UpdateInterest();
   connection_events_.Raise([this](host::ConnectionEvents& sink) { sink.OnConnected(*this); });
 }
 
@@ -179,25 +197,30 @@ void TcpConnection::SendQueued() {
   if (sent_ == queue_.size()) {
     queue_.clear();
     sent_ = 0;
-    loop_.Rewatch(watch_, kRead);
+    UpdateInterest();
   }
   bytes_events_.Raise(
       [&](host::BytesTransferEvents& sink) { sink.OnBytesSent(*this, static_cast<std::int32_t>(count)); });
 }
 
+// A chunk that comes while the one before it is still with its sinks stays in the socket.
 void TcpConnection::Receive() {
+  if (handing_over_) return HoldBack();
+  if (const auto end = HandOverChunk()) Drop(ReasonFor(*end));
+}
+
+// The error with which the peer's bytes have ended, 0 for none; nothing while they go on.
+std::optional<int> TcpConnection::HandOverChunk() {
+  const HandingOver handing_over(*this);
   bytes_events_.Raise([this](host::BytesTransferEvents& sink) { sink.OnBytesAvailable(*this); });
-  if (state_ != kConnected) return;
-  // In this frame: a sink that yields receives the next chunk inside.
+  if (state_ != kConnected) return std::nullopt;
   std::array<std::uint8_t, kChunkLimit> chunk;
   const ssize_t count = ::recv(socket_.Number(), chunk.data(), chunk.size(), 0);
-  if (count < 0 && WouldBlock(errno)) return;
-  if (count > 0) {
-    const std::span<const std::uint8_t> bytes(chunk.data(), static_cast<std::size_t>(count));
-    bytes_events_.Raise([&](host::BytesTransferEvents& sink) { sink.OnBytesReceived(*this, bytes); });
-    return;
-  }
-  Drop(ReasonFor(count < 0 ? errno : error_));
+  if (count == 0) return error_;
+  if (count < 0) return WouldBlock(errno) ? std::nullopt : std::optional(errno);
+  const std::span<const std::uint8_t> bytes(chunk.data(), static_cast<std::size_t>(count));
+  bytes_events_.Raise([&](host::BytesTransferEvents& sink) { sink.OnBytesReceived(*this, bytes); });
+  return std::nullopt;
 }
 
 // The peer takes nothing more, but what it has sent before is still to be received: the end of the connection
@@ -207,7 +230,18 @@ void TcpConnection::GiveUpSending(int error) {
   queue_.clear();
   sent_ = 0;
   ::shutdown(socket_.Number(), SHUT_RDWR);
-  loop_.Rewatch(watch_, kRead);
+  UpdateInterest();
+}
+
+// The socket stays ready meanwhile, so nobody asks it until the sinks are done.
+void TcpConnection::HoldBack() {
+  held_back_ = true;
+  UpdateInterest();
+}
+
+void TcpConnection::UpdateInterest() {
+  if (state_ != kConnected) return;
+  loop_.Rewatch(watch_, (held_back_ ? 0U : kRead) | (queue_.empty() ? 0U : kWrite));
 }
 
 void TcpConnection::Drop(const std::string& reason) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "adapters/poll/descriptor.h"
@@ -34,6 +35,8 @@ class TcpConnection final : public host::SocketConnection,
   void Send(const std::string& bytes) override;
 
  private:
+  class HandingOver;
+
   TcpConnection(host::MessageLoop& loop, std::shared_ptr<NameResolver> resolver);
   void Abandon();
 
@@ -42,6 +45,9 @@ class TcpConnection final : public host::SocketConnection,
   void OnReady(unsigned ready);
   void FinishConnecting();
   void Receive();
+  std::optional<int> HandOverChunk();
+  void HoldBack();
+  void UpdateInterest();
   void SendQueued();
   void GiveUpSending(int error);
   void Drop(const std::string& reason);
@@ -63,6 +69,8 @@ class TcpConnection final : public host::SocketConnection,
   int error_ = 0;      // what connecting or sending met at once, to be told by an event
   std::string queue_;  // to be sent; the part before sent_ has been
   std::size_t sent_ = 0;
+  bool handing_over_ = false;  // a chunk is with its sinks
+  bool held_back_ = false;     // the one behind it has come meanwhile
 };
 
 }  // namespace mirelo::poll
