@@ -31,6 +31,7 @@ bool IsLossOfQuotes(const RuntimeError& error) {
 }
 
 constexpr StreamFeed::Pause kSweepPause{2};
+constexpr std::size_t kMostToldFailures = 20;
 
 std::string InSeconds(StreamFeed::Pause pause) {
   const auto seconds = std::chrono::ceil<std::chrono::seconds>(pause).count();
@@ -68,14 +69,17 @@ void StreamFeed::Stop() {
 }
 
 void StreamFeed::RunUntil(const std::function<bool()>& done) {
-  for (;;) {
+  const auto ended = [&] { return failure_.HasCome() || done(); };
+  for (bool going_on = true; going_on;) {
     try {
-      return loop_.RunUntil(done);
+      loop_.RunUntil(ended);
+      going_on = false;
     } catch (const RuntimeError& error) {
       if (!IsLossOfQuotes(error)) throw;
       Status.Raise("Quotes were lost (" + error.Description() + "); going on");
     }
   }
+  failure_.Raise();
 }
 
 void StreamFeed::Call() {
@@ -115,18 +119,41 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   return stream;
 }
 
-bool StreamFeed::TakeQuotes() {
+// One take at a time: the quotes that are being handed on lie in the collection that the next take would add
+// to and free.
+void StreamFeed::TakeQuotes() {
   const auto stream = stream_;
-  if (!stream) return false;
+  if (!stream || taking_) return;
+  taking_ = true;
   const auto quotes = stream->GetQTData();
-  const bool any = quotes && quotes->Count() > 0;
-  if (any) {
+  if (quotes && quotes->Count() > 0) {
+    took_ = true;
     silence_ = kFirstSilence;
-    for (const auto& quote : *quotes) Quote.Raise(*quote);
+    for (const auto& quote : *quotes) HandOn(*quote);
   }
   stream->FreeQTDataBuffer();
-  took_ = took_ || any;
-  return any;
+  taking_ = false;
+}
+
+// The stream drops in silence what its client raises. A quote that failed would come again with the next
+// take.
+void StreamFeed::HandOn(const cQTData& quote) noexcept {
+  try {
+    Quote.Raise(quote);
+  } catch (...) {
+    TellFailure(quote.Symbol());
+  }
+}
+
+// Of the error that is being handled.
+void StreamFeed::TellFailure(const std::string& ticker) noexcept {
+  try {
+    const std::string reason = CurrentError().Description();
+    if (told_failures_.size() == kMostToldFailures || !told_failures_.insert(reason).second) return;
+    Status.Raise("A quote of " + ticker + " could not be used (" + reason +
+                 "); going on, and not telling of this again");
+  } catch (...) {  // nobody is left to tell
+  }
 }
 
 // Quotes that arrive while the stream tells of others wait in its buffer without an event of their own. So
@@ -170,7 +197,7 @@ void StreamFeed::CallAgainLater(const std::string& reason) {
   Status.Raise(reason + "; calling again in " + InSeconds(pause_));
   loop_.StopTimer(timer_);
   loop_.StopTimer(listening_);
-  timer_ = loop_.StartTimer(pause_, [this] { Call(); });
+  timer_ = loop_.StartTimer(pause_, [this] { failure_.Guard([this] { Call(); }); });
   pause_ = std::min(2 * pause_, kLongestPause);
 }
 

@@ -4,11 +4,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "app/kept_failure.h"
 #include "app/observed_sockets.h"
 #include "automation/event.h"
 #include "core/cQTData.h"
@@ -48,12 +50,16 @@ class StreamFeed {
 
   // A line for a person.
   Event<const std::string&> Status;
+  // Each quote once, in the order in which they came. A handler that fails costs this quote alone: the
+  // failure is told as a Status, once for each of its texts, and the next quotes follow.
   Event<const cQTData&> Quote;
 
  private:
   void Call();
   void HangUp();
-  bool TakeQuotes();
+  void TakeQuotes();
+  void HandOn(const cQTData& quote) noexcept;
+  void TellFailure(const std::string& ticker) noexcept;
   void SweepLater();
   void ListenForSilence();
   void NoteReply(std::span<const std::uint8_t> chunk);
@@ -71,7 +77,10 @@ class StreamFeed {
   Pause silence_ = kFirstSilence;
   bool heard_ = false;          // anything, since silence was last listened for
   bool login_pending_ = false;  // later on, a chunk may begin with anything
+  bool taking_ = false;         // quotes are being handed on
   bool took_ = false;           // quotes, since the last sweep
+  std::set<std::string> told_failures_;
+  KeptFailure failure_;  // of calling again
   host::MessageLoop::Token timer_ = 0;
   host::MessageLoop::Token sweep_ = 0;
   host::MessageLoop::Token listening_ = 0;

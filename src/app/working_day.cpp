@@ -57,9 +57,13 @@ void WorkingDay::Start() {
 }
 
 void WorkingDay::RunUntil(const std::function<bool()>& done) {
-  const auto ended = [&] { return over_ || done(); };
-  if (stream_) return stream_->RunUntil(ended);
-  loop_.RunUntil(ended);
+  const auto ended = [&] { return over_ || failure_.HasCome() || done(); };
+  if (stream_) {
+    stream_->RunUntil(ended);
+  } else {
+    loop_.RunUntil(ended);
+  }
+  failure_.Raise();
 }
 
 void WorkingDay::Stop() {
@@ -84,7 +88,7 @@ void WorkingDay::Ask() {
     return;
   }
   const std::chrono::seconds pause(std::max(1, facade_.Seconds()));
-  asking_ = loop_.StartTimer(pause, [this] { Ask(); });
+  asking_ = loop_.StartTimer(pause, [this] { failure_.Guard([this] { Ask(); }); });
 }
 
 // --- Quotes that are streamed --------------------------------------------------------------------------
@@ -114,7 +118,7 @@ void WorkingDay::WriteSoon() {
   if (writing_ != 0 || !tables_->HasNews()) return;
   writing_ = loop_.StartTimer(write_pause_, [this] {
     writing_ = 0;
-    Write();
+    failure_.Guard([this] { Write(); });
   });
 }
 

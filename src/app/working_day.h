@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/day_tables.h"
+#include "app/kept_failure.h"
 #include "app/pulse.h"
 #include "app/quote_board.h"
 #include "app/snapshot_feed.h"
@@ -51,7 +52,8 @@ class WorkingDay {
   // Begins what the dialog was ended with; to be called once, after it was committed. Raises what a missing
   // credential, quote source or quote table raises.
   void Start();
-  // Runs the loop until `done`, or until there is nothing more to come.
+  // Runs the loop until `done`, or until there is nothing more to come. What fails meanwhile leaves it: cells
+  // that cannot be written, for one.
   void RunUntil(const std::function<bool()>& done);
   // Ends subscriptions and connections, and writes what is left.
   void Stop();
@@ -96,6 +98,7 @@ class WorkingDay {
   Pulse came_;
   std::int64_t written_ = 0;
   bool over_ = false;
+  KeptFailure failure_;  // of asking and writing
   bool told_full_ = false;
   bool told_charts_ = false;
   host::MessageLoop::Milliseconds write_pause_;

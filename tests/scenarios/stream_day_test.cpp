@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "host/excel/application.h"
 #include "host/excel/chart.h"
 #include "host/excel/chart_parts.h"
@@ -209,7 +210,7 @@ TEST_F(StreamDay, CallsAgainWhenThePeerFallsSilent) {
 TEST_F(StreamDay, FindsQuotesThatCameWhileOthersWereTold) {
   BeginStreaming();
   // Falls due in the yield behind the first quote's event, when no second event is raised.
-  loop.StartTimer(0ms, [this] { Deliver(Of("IBM").Last(161).Bytes()); });
+  loop.StartTimer(0ms, [this] { winsock.Newest().DeliverOutOfTurn(Of("IBM").Last(161).Bytes()); });
   Quote(Of("MSFT").Last(28));
   EXPECT_EQ(Text(kTable, 4, 2), "161");
 }
@@ -222,6 +223,19 @@ TEST_F(StreamDay, EndsItsSubscriptionsAndWritesWhatIsLeft) {
   EXPECT_THAT(winsock.calls, Contains("disconnect"));
   Pass(1h);
   EXPECT_THAT(winsock.connections, SizeIs(1)) << "it does not call again";
+}
+
+// The timer of a write may fall due while the stream serves the loop behind a quote, where failures are
+// dropped.
+TEST_F(StreamDay, EndsWithAFailureOfWritingWhereverThatCame) {
+  BeginStreaming();
+  loop.StartTimer(kFirstWritePause, [this] { Deliver(Of("MSFT").Last(29).Bytes()); });
+  Deliver(Of("MSFT").Last(28).Bytes());
+  day->Wrote.Subscribe([] { throw RuntimeError(1004, "The sheet is gone"); });
+  bool late = false;
+  loop.StartTimer(1s, [&] { late = true; });
+  loop.SkipWaits();
+  EXPECT_THROW(day->RunUntil([&] { return late; }), RuntimeError);
 }
 
 class ChartedDay : public StreamDay {
