@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/attended_desktop.h"
@@ -54,7 +55,9 @@ int GoCommand::Run() try {
   const DialogPerson person(wishes, shown);
 
   auto& facade = session.facade();
-  auto spreadsheet = workbook_ ? OpenForGo(*workbook_) : workbook::Spreadsheet::New();
+  std::optional<workbook::FileHold> hold;
+  if (workbook_) hold = HoldForGo(*workbook_);
+  auto spreadsheet = workbook_ ? OpenOrNew(*workbook_) : workbook::Spreadsheet::New();
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   if (const auto& complaint = person.Complained()) {

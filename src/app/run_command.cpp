@@ -87,6 +87,7 @@ int RunCommand::Run() try {
 }
 
 int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
+  const auto hold = HoldForDay(workbook_);
   auto spreadsheet = OpenOrNew(workbook_);
   auto& host = session.host();
   std::optional<DialogPerson> person;

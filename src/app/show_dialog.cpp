@@ -13,7 +13,9 @@
 namespace mirelo::app {
 
 int ShowDialog(Session& session, const std::optional<std::filesystem::path>& workbook) {
-  auto spreadsheet = workbook ? OpenForGo(*workbook) : workbook::Spreadsheet::New();
+  std::optional<workbook::FileHold> hold;
+  if (workbook) hold = HoldForGo(*workbook);
+  auto spreadsheet = workbook ? OpenOrNew(*workbook) : workbook::Spreadsheet::New();
   auto& facade = session.facade();
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();

@@ -1,7 +1,9 @@
 #include "app/workbook_file.h"
 
+#include <cstdint>
 #include <iostream>
 #include <string>
+#include <system_error>
 
 #include "automation/runtime_error.h"
 
@@ -10,15 +12,16 @@ namespace mirelo::app {
 namespace {
 
 constexpr std::int32_t kDiskFull = 61;
+constexpr std::int32_t kPermissionDenied = 70;
 constexpr const char* kMakeRoom = "Make room on the disk, or name another file with --workbook.";
 constexpr const char* kMakeWritable =
     "Make the file and its folder writable, or name another file with --workbook.";
 
 // Does what may fail to save; the error's text then says what to do as well.
 template <class Attempt>
-void SayingWhatToDo(Attempt&& attempt) {
+auto SayingWhatToDo(Attempt&& attempt) {
   try {
-    attempt();
+    return attempt();
   } catch (const RuntimeError& error) {
     const char* advice = nullptr;
     if (error.Number() == kDiskFull) advice = kMakeRoom;
@@ -31,7 +34,9 @@ void SayingWhatToDo(Attempt&& attempt) {
 }  // namespace
 
 workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file) {
-  if (!std::filesystem::exists(file)) return workbook::Spreadsheet::New();
+  std::error_code error;
+  const auto status = std::filesystem::status(file, error);
+  if (status.type() == std::filesystem::file_type::not_found) return workbook::Spreadsheet::New();
   auto spreadsheet = workbook::Spreadsheet::Open(file);
   TellLosses(file, spreadsheet);
   return spreadsheet;
@@ -45,9 +50,21 @@ void TellLoss(const std::filesystem::path& file, const std::string& loss) {
   std::cerr << "warning: " << file.string() << ": " << loss << '\n';
 }
 
-workbook::Spreadsheet OpenForGo(const std::filesystem::path& file) {
-  SayingWhatToDo([&] { workbook::Spreadsheet::RequireSavable(file); });
-  return OpenOrNew(file);
+workbook::FileHold HoldForGo(const std::filesystem::path& file) {
+  return SayingWhatToDo([&] {
+    workbook::FileHold hold(file);
+    workbook::Spreadsheet::RequireSavable(file);
+    return hold;
+  });
+}
+
+std::optional<workbook::FileHold> HoldForDay(const std::filesystem::path& file) {
+  try {
+    return workbook::FileHold(file);
+  } catch (const RuntimeError& error) {
+    if (error.Number() == kPermissionDenied) throw;
+    return std::nullopt;
+  }
 }
 
 void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet) {

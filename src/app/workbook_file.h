@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
+#include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/spreadsheet.h"
 
 namespace mirelo::app {
@@ -18,10 +20,14 @@ void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spread
 // Says one such sentence.
 void TellLoss(const std::filesystem::path& file, const std::string& loss);
 
-// The same as OpenOrNew for a workbook in which Go is pressed, which SaveAfterGo then saves. Better than
+// Holds a workbook's file for Go, to be called before it is opened and kept until SaveAfterGo. Better than
 // after the work is done, a file that could not be saved is found now: the errors of Spreadsheet::Save, with
 // texts that say what to do.
-workbook::Spreadsheet OpenForGo(const std::filesystem::path& file);
+workbook::FileHold HoldForGo(const std::filesystem::path& file);
+
+// The same for a day, which goes on without where the file could not be saved anyway; nothing then. Error 70
+// when another process holds it.
+std::optional<workbook::FileHold> HoldForDay(const std::filesystem::path& file);
 
 // Saves it, and tells on the standard error stream what is lost and what became of it. Errors as
 // Spreadsheet::Save, with texts that say what to do.

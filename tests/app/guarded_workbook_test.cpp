@@ -8,10 +8,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,7 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "quotetracker/server.h"
+#include "support/child_process.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -68,9 +71,21 @@ class GuardedWorkbook : public ::testing::Test {
   std::string StoredSeconds() { return RunMirelo(home.path(), {"settings", "get", "Seconds"}).out; }
   // An open descriptor of the file, until it is released.
   int Hold() { return descriptor_ = ::open(File().c_str(), O_RDWR | O_CLOEXEC); }
+  // Held as a command does that works on it, in another process.
+  void HoldElsewhere() {
+    holder_ = std::make_unique<ChildProcess>([&](const ChildProcess::Test& test) {
+      const auto hold = app::HoldForGo(File());
+      std::int32_t number = 0;
+      test.Report(number);
+      test.Await(number);
+    });
+    std::int32_t number = 0;
+    ASSERT_TRUE(holder_->Read(number));
+  }
   void Release() {
     if (descriptor_ >= 0) ::close(descriptor_);
     descriptor_ = -1;
+    holder_.reset();
   }
 
   TempDirectory home;
@@ -78,6 +93,7 @@ class GuardedWorkbook : public ::testing::Test {
 
  private:
   int descriptor_ = -1;
+  std::unique_ptr<ChildProcess> holder_;
 };
 
 TEST_F(GuardedWorkbook, StaysAsItIsAndGoSaysWhatToDo) {
@@ -110,6 +126,8 @@ TEST_F(GuardedWorkbook, StaysAsItIsAndGoSaysWhatToDo) {
        "another program has locked it", "try again when that program is done"},
       {"locked as a whole", [&] { ASSERT_EQ(::flock(Hold(), LOCK_EX), 0); }, "another program has locked it",
        "try again when that program is done"},
+      {"held by another process of this program", [&] { HoldElsewhere(); },
+       "another Mirelo works on it (process ", "end that one first, or take another file"},
   };
   const std::string old = Bytes();
   for (const Case& c : cases) {
@@ -161,7 +179,8 @@ TEST_F(GuardedWorkbook, IsSavedOnceTheOtherProgramIsDone) {
 // Opened elsewhere while the dialog was up
 
 TEST_F(GuardedWorkbook, StaysAsItIsAfterGoAsWell) {
-  auto spreadsheet = app::OpenForGo(File());
+  const auto hold = app::HoldForGo(File());
+  auto spreadsheet = app::OpenOrNew(File());
   const std::string old = Bytes();
   std::ofstream(Folder() / "~$quotes.xlsx") << ",";
   ::testing::internal::CaptureStderr();

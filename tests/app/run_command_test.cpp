@@ -3,9 +3,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <csignal>
+#include <filesystem>
 #include <fstream>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "app/child_process.h"
 #include "app/program.h"
 #include "app/terminal_program.h"
 #include "host/excel/range.h"
@@ -171,6 +179,62 @@ TEST_F(Run, SavesBesideAWorkbookThatIsOpenInAnotherProgram) {
   EXPECT_THAT(result.out, HasSubstr("Saved in " + (folder_ / "quotes-1.xlsx").string()));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "quotes.xlsx"));
   EXPECT_NO_THROW(workbook::Spreadsheet::Open(folder_ / "quotes-1.xlsx"));
+}
+
+// Two days on one workbook
+
+class TwoRuns : public Run {
+ protected:
+  // The first one has begun when its first save is there.
+  TwoRuns() {
+    for (const auto end = std::chrono::steady_clock::now() + kPatience;
+         !std::filesystem::exists(folder_ / "quotes.xlsx") && std::chrono::steady_clock::now() < end;) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+  }
+  std::vector<std::string> Listing() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
+      names.push_back(entry.path().filename().string());
+    return names;
+  }
+
+  static constexpr std::chrono::seconds kPatience{60};
+  app::ChildProcess first_{std::filesystem::path(MIRELO_BIN_DIR) / "mirelo",
+                           {"run", "--demo", "--tickers", "FIRST", "--save-every", "10ms", "--workbook",
+                            (folder_ / "quotes.xlsx").string()}};
+};
+
+TEST_F(TwoRuns, DoNotWriteOverEachOther) {
+  std::filesystem::create_symlink("quotes.xlsx", folder_ / "link.xlsx");
+  for (const char* name : {"quotes.xlsx", "link.xlsx"}) {
+    SCOPED_TRACE(name);
+    const auto second = RunWith({"--demo", "--tickers", "SECOND", "--for", "1s", "--workbook", name});
+    EXPECT_EQ(second.exit_code, 1);
+    EXPECT_THAT(second.out, IsEmpty());
+    EXPECT_THAT(second.err, AllOf(HasSubstr("error: Cannot save " + (folder_ / "quotes.xlsx").string() +
+                                            ": another Mirelo works on it (process "),
+                                  HasSubstr("end that one first, or take another file")));
+  }
+  const auto shown = RunMirelo(folder_.path(), {"show", "quotes.xlsx", "Dovanta2_Quotes"});
+  EXPECT_EQ(shown.exit_code, 0) << "reading is free";
+  EXPECT_THAT(shown.out, HasSubstr("FIRST"));
+
+  first_.Signal(SIGINT);
+  EXPECT_EQ(first_.Wait(kPatience), 0);
+  EXPECT_EQ(TextAt(*SheetOf(workbook::Spreadsheet::Open(folder_ / "quotes.xlsx"), "Dovanta2_Quotes"), 3, 1),
+            "FIRST");
+  EXPECT_THAT(Listing(), ::testing::UnorderedElementsAre("home", "link.xlsx", "quotes.xlsx"));
+}
+
+TEST_F(TwoRuns, FollowEachOtherWhenTheFirstIsKilled) {
+  first_.Signal(SIGKILL);
+  first_.Wait(kPatience);
+  const auto second = RunWith({"--demo", "--tickers", "SECOND", "--for", "1s"});
+  EXPECT_EQ(second.exit_code, 0) << second.err;
+  EXPECT_EQ(TextAt(*SheetOf(workbook::Spreadsheet::Open(folder_ / "quotes.xlsx"), "Dovanta2_Quotes"), 3, 1),
+            "SECOND");
+  EXPECT_THAT(Listing(), ::testing::UnorderedElementsAre("home", "quotes.xlsx"));
 }
 
 TEST_F(Run, FailsWhereTheWorkbookCannotBeSavedAtAll) {

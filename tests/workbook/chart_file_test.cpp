@@ -2,7 +2,9 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <filesystem>
 #include <functional>
+#include <iterator>
 
 #include "adapters/workbook/atomic_file.h"
 #include "adapters/workbook/model/chart_layout.h"
@@ -353,7 +355,9 @@ TEST_F(ChartFiles, ReplaceTheOldFileAsAWhole) {
   ReplaceFile(File(), [&](const std::filesystem::path& fresh) {
     WriteWorkbook(*book, fresh);
     EXPECT_EQ(BytesOf(File()), "old");
-    EXPECT_THAT(FolderListing(), SizeIs(2)) << "no further file was left";
+    EXPECT_THAT(FolderListing(), SizeIs(3)) << "beside the old file the lock, and the new one's folder";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(fresh.parent_path()), {}), 1)
+        << "no further file was left";
   });
   EXPECT_EQ(std::filesystem::status(File()).permissions(),
             std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);

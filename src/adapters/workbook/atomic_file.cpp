@@ -11,55 +11,34 @@
 #include <string>
 #include <system_error>
 
+#include "adapters/workbook/companion_names.h"
+#include "adapters/workbook/descriptor.h"
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_hold.h"
+#include "adapters/workbook/file_target.h"
 #include "adapters/workbook/foreign_hold.h"
 
 namespace mirelo::workbook {
+
+namespace fs = std::filesystem;
 
 namespace {
 
 constexpr int kTries = 100;  // for a name that is free
 constexpr mode_t kNewFile = 0666;
+constexpr mode_t kOwnersAlone = 0700;
 constexpr mode_t kPermissions = 07777;
 
-RuntimeError CannotSave(const std::filesystem::path& file, int reason) {
+RuntimeError CannotSave(const fs::path& file, int reason) {
   return FileError("Cannot save " + file.string(), reason);
 }
 
-RuntimeError CannotOpen(const std::filesystem::path& file, int reason) {
+RuntimeError CannotOpen(const fs::path& file, int reason) {
   return FileError("Cannot open " + file.string(), reason);
 }
 
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int number() const { return number_; }
-  bool IsOpen() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
-
-std::filesystem::path FolderOf(const std::filesystem::path& file) {
-  return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-}
-
-// Where the bytes go: links are followed, so that they go on pointing at the file.
-std::filesystem::path TargetOf(const std::filesystem::path& file) {
-  std::error_code error;
-  std::filesystem::path target = std::filesystem::weakly_canonical(file, error);
-  if (error) throw CannotSave(file, error.value());
-  return target;
-}
-
 // The old file, if there is one. Raises the error by which a file is not replaced.
-std::optional<struct stat> OldFile(const std::filesystem::path& file) {
+std::optional<struct stat> OldFile(const fs::path& file) {
   if (const auto hold = ForeignHold(file))
     throw PermissionDenied("Cannot save " + file.string() + ": " + *hold);
   struct stat status {};
@@ -67,23 +46,27 @@ std::optional<struct stat> OldFile(const std::filesystem::path& file) {
     if (errno == ENOENT) return std::nullopt;
     throw CannotSave(file, errno);
   }
-  if (S_ISDIR(status.st_mode)) throw CannotSave(file, EISDIR);
-  if (!S_ISREG(status.st_mode)) throw CannotSave(file, EINVAL);
   if (::access(file.c_str(), W_OK) != 0) throw CannotSave(file, errno);
   return status;
 }
 
-// A new file beside another one. It is gone at the end unless it was put in that one's place.
+// A new file, in a folder of its own beside the one whose place it is to take, in which its makers may have
+// what they need meanwhile. All of that is gone at the end.
 class NewFile {
  public:
-  explicit NewFile(const std::filesystem::path& target) : target_(target), descriptor_(Create()) {}
-  ~NewFile() {
-    if (!path_.empty()) ::unlink(path_.c_str());
+  explicit NewFile(const fs::path& target)
+      : target_(target), workshop_(MakeWorkshop()), path_(workshop_ / target.filename()) {
+    descriptor_ = Descriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
+    if (descriptor_.IsOpen()) return;
+    const int reason = errno;
+    RemoveWorkshop();
+    throw CannotSave(target_, reason);
   }
+  ~NewFile() { RemoveWorkshop(); }
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
 
-  const std::filesystem::path& path() const { return path_; }
+  const fs::path& path() const { return path_; }
 
   void TakePermissionsFrom(const struct stat& old) const {
     // Another owner's file stays that owner's where this process may say so.
@@ -94,36 +77,37 @@ class NewFile {
   void PutInPlace() {
     if (::fsync(descriptor_.number()) != 0) Fail();
     if (::rename(path_.c_str(), target_.c_str()) != 0) Fail();
-    path_.clear();
     const Descriptor folder(::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder.IsOpen() || (::fsync(folder.number()) != 0 && errno != EINVAL))
       Fail();  // EINVAL: it cannot be synced
   }
 
  private:
-  int Create() {
+  fs::path MakeWorkshop() const {
     std::random_device random;
     for (int i = 0; i < kTries; ++i) {
-      path_ = FolderOf(target_) /
-              std::string(1, '.').append(target_.filename()).append(std::to_string(random())).append(".tmp");
-      const int descriptor = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile);
-      if (descriptor >= 0) return descriptor;
+      fs::path folder = FolderOf(target_) / WorkshopNameOf(target_.filename().string(), random());
+      if (::mkdir(folder.c_str(), kOwnersAlone) == 0) return folder;
       if (errno != EEXIST) break;
     }
-    path_.clear();
     Fail();
+  }
+  void RemoveWorkshop() const {
+    std::error_code ignored;
+    fs::remove_all(workshop_, ignored);
   }
 
   [[noreturn]] void Fail() const { throw CannotSave(target_, errno); }
 
-  std::filesystem::path target_;
-  std::filesystem::path path_;
+  fs::path target_;
+  fs::path workshop_;
+  fs::path path_;
   Descriptor descriptor_;
 };
 
 }  // namespace
 
-std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t most) {
+std::vector<char> ReadWholeFile(const fs::path& file, std::uint64_t most) {
   const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!descriptor.IsOpen()) {
     if (errno == ENOENT)
@@ -149,7 +133,7 @@ std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t
   return bytes;
 }
 
-void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& bytes) {
+void WriteWholeFile(const fs::path& file, const std::vector<char>& bytes) {
   const Descriptor descriptor(::open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
   if (!descriptor.IsOpen()) throw CannotSave(file, errno);
   std::size_t written = 0;
@@ -161,20 +145,18 @@ void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& 
   }
 }
 
-void ReplaceFile(const std::filesystem::path& file,
-                 const std::function<void(const std::filesystem::path&)>& write) {
-  const std::filesystem::path target = TargetOf(file);
-  const std::optional<struct stat> old = OldFile(target);
-  NewFile fresh(target);
+void ReplaceFile(const fs::path& file, const std::function<void(const fs::path&)>& write) {
+  const FileHold hold(file);
+  const std::optional<struct stat> old = OldFile(hold.target());
+  NewFile fresh(hold.target());
   if (old) fresh.TakePermissionsFrom(*old);
   write(fresh.path());
   fresh.PutInPlace();
 }
 
-void RequireReplaceable(const std::filesystem::path& file) {
-  const std::filesystem::path target = TargetOf(file);
-  OldFile(target);
-  if (::access(FolderOf(target).c_str(), W_OK | X_OK) != 0) throw CannotSave(target, errno);
+void RequireReplaceable(const fs::path& file) {
+  const FileHold hold(file);
+  OldFile(hold.target());
 }
 
 }  // namespace mirelo::workbook

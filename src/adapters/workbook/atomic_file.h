@@ -16,11 +16,12 @@ std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t
 // Writes the whole of a file that is there. Error 61 when the disk is full, 75 for other failures.
 void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& bytes);
 
-// Replaces `file` (a symbolic link's target, where it is one) by what write(path) puts into a new file beside
-// it: write may open that path as often as it likes. The change happens at once, when the new file is on the
-// disk as a whole, and keeps the old one's permissions and owner; when anything fails, what write raises
-// included, the old file is as it was and the new one is gone. Error 61 when the disk is full, 70 when
-// another program has the file, 75 for other failures of the file system.
+// Replaces `file` (a symbolic link's target, where it is one) by what write(path) puts into a new file in a
+// folder of its own beside it: write may open that path as often as it likes, and use the folder. The change
+// happens at once, when the new file is on the disk as a whole, and keeps the old one's permissions and
+// owner; when anything fails, what write raises included, the old file is as it was and the new one is gone.
+// This process has the hold meanwhile (see FileHold). Error 61 when the disk is full, 70 when another process
+// or program has the file, 75 for other failures of the file system.
 void ReplaceFile(const std::filesystem::path& file,
                  const std::function<void(const std::filesystem::path&)>& write);
 

@@ -46,8 +46,9 @@ class Spreadsheet {
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
   // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes
   // on pointing at it. Error 61 when the disk is full, or what was written does not read back; 70 when
-  // another program has the file open or locked; 75 when the file or its folder cannot be written; 1004 when
-  // the workbook is more than a file can hold. Numbers keep 16 significant digits.
+  // another process holds the file (see FileHold), or another program has it open or locked; 75 when the file
+  // or its folder cannot be written; 1004 when the workbook is more than a file can hold. Numbers keep 16
+  // significant digits.
   //
   // `tell` is called with each of NewLosses before anything is written. A loaded file may be damaged in a way
   // that shows only when sheets are saved as they stand in it. Then all is written anew, now and from then

@@ -1,0 +1,45 @@
+#include "adapters/workbook/file_hold.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <map>
+#include <string>
+
+#include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_target.h"
+#include "adapters/workbook/leftovers.h"
+#include "adapters/workbook/lock_file.h"
+
+namespace mirelo::workbook {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void RequireNoOtherKind(const fs::path& target) {
+  struct stat status {};
+  if (::stat(target.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return;
+  throw FileError("Cannot save " + target.string(), S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+}
+
+// The lock of this process on the target, which all its holds share.
+std::shared_ptr<LockFile> LockOn(const fs::path& target) {
+  static std::map<fs::path, std::weak_ptr<LockFile>> locks;
+  std::erase_if(locks, [](const auto& lock) { return lock.second.expired(); });
+  std::weak_ptr<LockFile>& known = locks[target];
+  if (const auto lock = known.lock(); lock != nullptr && lock->IsStanding()) return lock;
+  const auto lock = std::make_shared<LockFile>(target);
+  known = lock;
+  if (lock->IsLocked()) RemoveLeftovers(target);
+  return lock;
+}
+
+}  // namespace
+
+FileHold::FileHold(const fs::path& file) : target_(TargetOf(file)) {
+  RequireNoOtherKind(target_);
+  lock_ = LockOn(target_);
+}
+
+}  // namespace mirelo::workbook

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "adapters/workbook/descriptor.h"
+
+namespace mirelo::workbook {
+
+// The lock on a workbook's file: a hidden file beside it with a lock of flock(2), which ends with the last
+// process that has it open. It holds the number of its process, for the messages of others.
+class LockFile {
+ public:
+  // Takes the lock on `target`. Errors as FileHold.
+  explicit LockFile(const std::filesystem::path& target);
+  // Removes the file.
+  ~LockFile();
+  LockFile(const LockFile&) = delete;
+  LockFile& operator=(const LockFile&) = delete;
+
+  // False where the file system knows no locks.
+  bool IsLocked() const { return descriptor_.IsOpen(); }
+  // Whether others would come upon it: not when somebody has removed the file.
+  bool IsStanding() const;
+
+ private:
+  Descriptor Take(const std::filesystem::path& target) const;
+
+  std::filesystem::path path_;
+  Descriptor descriptor_;
+};
+
+// The lock of this name, if it stands there and no process has it any more; else none.
+Descriptor DeadLock(const std::filesystem::path& lock);
+
+}  // namespace mirelo::workbook
