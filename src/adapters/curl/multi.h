@@ -5,7 +5,7 @@
 #include <memory>
 #include <unordered_map>
 
-#include "adapters/curl/easy_handles.h"
+#include "adapters/curl/fresh_handles.h"
 #include "host/message_loop.h"
 
 namespace mirelo::curl {
@@ -22,7 +22,7 @@ class Multi {
    public:
     // A socket of the transfer is ready: the other side has taken or sent something.
     virtual void OnActivity() = 0;
-    // The transfer is over, and its handle may be started again or cleaned up.
+    // The transfer is over, and its handle may be cleaned up.
     virtual void OnEnd(CURLcode result) = 0;
 
    protected:
@@ -36,8 +36,10 @@ class Multi {
   Multi(const Multi&) = delete;
   Multi& operator=(const Multi&) = delete;
 
-  // A handle for a transfer; it must not outlive this.
-  EasyHandles::Handle NewHandle() { return handles_.Take(); }
+  // A handle for a transfer of one reply.
+  FreshHandles::Handle NewHandle() { return handles_.Take(); }
+  // To be called when there is nothing to do but to wait.
+  void MakeNextHandle() { handles_.MakeNext(); }
 
   // Starts the transfer that `easy` describes and takes it as far as it goes without waiting; it may be over
   // already on return; one that libcurl does not take ends with CURLE_FAILED_INIT. `easy` and `client` must
@@ -63,7 +65,7 @@ class Multi {
   void HandOverEnded();
 
   host::MessageLoop& loop_;
-  EasyHandles handles_;
+  FreshHandles handles_;
   std::unordered_map<curl_socket_t, host::MessageLoop::Token> watches_;
   host::MessageLoop::Token timer_ = 0;
   bool due_ = false;  // libcurl asked to be called at once

@@ -38,9 +38,10 @@ void Transfer::Start() {
   easy_ = multi_.NewHandle();
   DescribeRequest();
   multi_.Start(easy_.get(), *this);
+  multi_.MakeNextHandle();
 }
 
-// Tells the handle all that requests differ in, for it may have served another one before.
+// Tells the handle all that requests differ in.
 void Transfer::DescribeRequest() {
   const auto set = [this](CURLoption option, auto value) { curl_easy_setopt(easy_.get(), option, value); };
   const auto set_text = [&](CURLoption option, const std::string& text) {

@@ -1,13 +1,11 @@
-#include "adapters/curl/easy_handles.h"
+#include "adapters/curl/fresh_handles.h"
 
-#include <cstddef>
 #include <new>
+#include <utility>
 
 namespace mirelo::curl {
 
 namespace {
-
-constexpr std::size_t kMostSpare = 4;
 
 // HTTP/1.0 and no other protocol; nothing is kept between transfers, and nothing is asked of the environment.
 void TellWhatAllHaveInCommon(CURL* easy) {
@@ -21,25 +19,22 @@ void TellWhatAllHaveInCommon(CURL* easy) {
   set(CURLOPT_NOSIGNAL, 1L);
 }
 
-}  // namespace
-
-EasyHandles::Handle EasyHandles::Take() {
-  CURL* easy = nullptr;
-  if (spare_.empty()) {
-    easy = curl_easy_init();
-    if (easy == nullptr) throw std::bad_alloc();
-    TellWhatAllHaveInCommon(easy);
-    spare_.reserve(kMostSpare);  // so that giving it back cannot fail
-  } else {
-    easy = spare_.back().release();
-    spare_.pop_back();
-  }
-  return Handle(easy, GiveBack(this));
+FreshHandles::Handle Made() {
+  FreshHandles::Handle easy(curl_easy_init());
+  if (easy) TellWhatAllHaveInCommon(easy.get());
+  return easy;
 }
 
-void EasyHandles::Keep(CURL* easy) {
-  if (spare_.size() == kMostSpare) return curl_easy_cleanup(easy);
-  spare_.emplace_back(easy);
+}  // namespace
+
+FreshHandles::Handle FreshHandles::Take() {
+  MakeNext();
+  if (!next_) throw std::bad_alloc();
+  return std::exchange(next_, nullptr);
+}
+
+void FreshHandles::MakeNext() {
+  if (!next_) next_ = Made();
 }
 
 }  // namespace mirelo::curl
