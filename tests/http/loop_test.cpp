@@ -109,6 +109,33 @@ TEST_F(TransfersOnTheLoop, AreAloneOnTheirOwnEvenWhenTheOuterOneIsExecutedAgainI
   EXPECT_EQ(transfer.states, (std::vector<std::int32_t>{1, 3, 6, 1, 3, 6, 7, 9, 11, 8}));
 }
 
+// The last bytes of a body may be those at which the transfer was told to wait; the connection stays open.
+TEST_F(TransfersOnTheLoop, EndWhereABodyEndsThatWasLeftWithTheServer) {
+  const std::string body(262'144 + 16'384 + 1, 'x');
+  LoopbackServer server([&](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    peer.Send("HTTP/1.0 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
+    peer.ReceiveAll();  // until the client closes
+  });
+  for (int i = 0; i < 10; ++i) {
+    const auto session = internet.InternetOpenA(std::nullopt, 0);
+    internet.InternetSetOptionA(session, host::WinInetApi::kOptionReceiveTimeout, 5000);
+    const auto connection = internet.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", 3);
+    const auto request = internet.HttpOpenRequestA(connection, "GET", "/", "HTTP/1.0", "", 0);
+    ASSERT_TRUE(internet.HttpSendRequestA(request, "", ""));
+    loop.RunUntil([&] { return loop.WatchCount() == 0; });  // nothing more is wanted of the server
+    std::size_t received = 0;
+    char buffer[4096];
+    std::uint32_t read = 0;
+    do {
+      ASSERT_TRUE(internet.InternetReadFile(request, buffer, sizeof buffer, read)) << received;
+      received += read;
+    } while (read > 0);
+    EXPECT_EQ(received, body.size());
+    internet.InternetCloseHandle(session);
+  }
+}
+
 TEST_F(TransfersOnTheLoop, LeaveABodyThatNobodyReadsWithTheServer) {
   constexpr std::size_t kSize = 32 << 20;
   std::atomic<std::size_t> sent = 0;

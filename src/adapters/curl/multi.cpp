@@ -47,7 +47,12 @@ void Multi::Start(CURL* easy, Client& client) {
 void Multi::Stop(CURL* easy) { curl_multi_remove_handle(multi_.get(), easy); }
 
 void Multi::Resume(CURL* easy) {
-  curl_easy_pause(easy, CURLPAUSE_CONT);
+  // What had come when the transfer was paused is handed over in here, and may be the end of it. Then libcurl
+  // tells so here and nowhere else.
+  if (const CURLcode result = curl_easy_pause(easy, CURLPAUSE_CONT); result != CURLE_OK) {
+    Stop(easy);
+    return ClientOf(easy).OnEnd(result);
+  }
   Act(CURL_SOCKET_TIMEOUT, 0);
 }
 

@@ -47,7 +47,7 @@ class Multi {
   void Start(CURL* easy, Client& client);
   // Breaks a transfer off; OnEnd is not called.
   void Stop(CURL* easy);
-  // Goes on with a transfer that its write callback paused.
+  // Goes on with a transfer that its write callback paused; it may be over on return.
   void Resume(CURL* easy);
 
  private:
