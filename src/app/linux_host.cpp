@@ -47,6 +47,11 @@ void LinuxHost::KeepCredentialsIn(const std::filesystem::path& folder) {
   vault_ = std::make_unique<sodium::SodiumVault>(folder);
 }
 
+void LinuxHost::WaitForWholeReplies() {
+  waits_for_whole_replies_ = true;
+  if (internet_) internet_->WaitForWholeReplies();
+}
+
 void LinuxHost::HangUp() {
   if (internet_) internet_->StopTransfers();
 }
@@ -55,7 +60,7 @@ host::MessageLoop& LinuxHost::loop() { return MadeOnce<poll::PollLoop>(loop_); }
 host::Clock& LinuxHost::clock() { return MadeOnce<headless::SystemClock>(clock_); }
 host::Registry& LinuxHost::registry() { return overriding(); }
 host::WinInetApi& LinuxHost::internet() {
-  auto& plain = MadeOnce<curl::CurlInternet>(internet_, loop());
+  auto& plain = plain_internet();
   if (!wrap_internet_) return plain;
   if (!wrapped_internet_) wrapped_internet_ = wrap_internet_(plain);
   return *wrapped_internet_;
@@ -66,6 +71,15 @@ ObservedSockets& LinuxHost::sockets() {
 host::Desktop& LinuxHost::desktop() { return MadeOnce<headless::ConsoleDesktop>(desktop_); }
 host::OperatingSystem& LinuxHost::system() { return MadeOnce<headless::LinuxSystem>(system_); }
 host::CredentialVault& LinuxHost::vault() { return MadeOnce<sodium::SodiumVault>(vault_); }
+
+curl::CurlInternet& LinuxHost::plain_internet() {
+  if (!internet_) {
+    internet_ = std::make_unique<curl::CurlInternet>(loop());
+    internet_->BrokenOff.Subscribe([this](const std::string& text) { ReplyBrokenOff.Raise(text); });
+    if (waits_for_whole_replies_) internet_->WaitForWholeReplies();
+  }
+  return *internet_;
+}
 
 OverridingRegistry& LinuxHost::overriding() {
   if (!registry_) {

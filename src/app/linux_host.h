@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/observed_sockets.h"
+#include "automation/event.h"
 #include "host/host.h"
 
 namespace mirelo::curl {
@@ -40,6 +41,13 @@ class LinuxHost : public host::Host {
   // Keeps credentials in this folder in place of the user's own.
   void KeepCredentialsIn(const std::filesystem::path& folder);
 
+  // From now on an HTTP reply is handed over only when all of it has come. One that is broken off before its
+  // end fails, where it would otherwise pass for a short one.
+  void WaitForWholeReplies();
+  // Raised when an HTTP reply was broken off because it is larger, or takes longer, than any in order. The
+  // text is for people.
+  Event<const std::string&> ReplyBrokenOff;
+
   // Breaks off HTTP transfers that are under way, so that calls which wait for them return.
   void HangUp();
 
@@ -54,6 +62,7 @@ class LinuxHost : public host::Host {
 
  private:
   OverridingRegistry& overriding();
+  curl::CurlInternet& plain_internet();
 
   std::optional<std::filesystem::path> registry_file_;
   std::unique_ptr<host::MessageLoop> loop_;
@@ -61,6 +70,7 @@ class LinuxHost : public host::Host {
   std::unique_ptr<host::Registry> stored_;
   std::unique_ptr<OverridingRegistry> registry_;
   std::unique_ptr<curl::CurlInternet> internet_;
+  bool waits_for_whole_replies_ = false;
   Wrap wrap_internet_;
   std::unique_ptr<host::WinInetApi> wrapped_internet_;
   std::unique_ptr<host::WinsockLibrary> plain_sockets_;

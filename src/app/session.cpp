@@ -1,11 +1,21 @@
 #include "app/session.h"
 
+#include <string>
+
 #include "app/options.h"
+#include "core/message_box.h"
+#include "host/desktop.h"
 
 namespace mirelo::app {
 
 // The registry is opened here: later, the settings store would hide why it cannot be.
-Session::Session(const GlobalOptions& options) : host_(options.registry) { host_.registry(); }
+Session::Session(const GlobalOptions& options) : host_(options.registry) {
+  host_.registry();
+  // The facade takes what came of a reply that was broken off for all of it, and says nothing of why.
+  host_.WaitForWholeReplies();
+  host_.ReplyBrokenOff.Subscribe(
+      [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); });
+}
 
 cMirelo& Session::facade() {
   if (!facade_) facade_ = std::make_unique<cMirelo>();

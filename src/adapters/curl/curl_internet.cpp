@@ -10,6 +10,7 @@
 #include "adapters/curl/canonical_url.h"
 #include "adapters/curl/redirect.h"
 #include "adapters/curl/stall_timer.h"
+#include "automation/ansi.h"
 
 namespace mirelo::curl {
 
@@ -61,8 +62,8 @@ std::optional<std::string> WithinCapacity(const std::optional<std::string>& text
 
 }  // namespace
 
-CurlInternet::CurlInternet(host::MessageLoop& loop, Transfer::Now now)
-    : loop_(loop), now_(std::move(now)), multi_(loop) {}
+CurlInternet::CurlInternet(host::MessageLoop& loop, Transfer::Now now, const Limits& limits)
+    : loop_(loop), now_(std::move(now)), limits_(limits), multi_(loop) {}
 
 host::WinInetApi::Handle CurlInternet::InternetOpenA(const std::optional<std::string>& agent,
                                                      std::uint32_t /*access_type*/) {
@@ -136,8 +137,10 @@ bool CurlInternet::HttpSendRequestA(Handle handle, const std::string& headers, c
   request.headers = Lines(headers);
   request.body = body;
   // This frame has a reference of its own: a handler that runs meanwhile may close the request.
-  const auto transfer = entry->transfer = std::make_shared<Transfer>(multi_, std::move(request), now_);
-  WaitUntil(*transfer, [&] { return transfer->HeadSettled(); });
+  const auto transfer = entry->transfer =
+      std::make_shared<Transfer>(multi_, std::move(request), reading_, limits_, now_);
+  entry->told = false;
+  WaitUntil(handle, *transfer, [&] { return transfer->Settled(); });
   return transfer->Sent();
 }
 
@@ -162,9 +165,9 @@ bool CurlInternet::InternetReadFile(Handle handle, char* buffer, std::uint32_t c
   read = 0;
   const auto transfer = FindTransfer(handle);
   if (transfer == nullptr) return false;
-  WaitUntil(*transfer, [&] { return transfer->BodySettled(); });
+  WaitUntil(handle, *transfer, [&] { return transfer->BodySettled(); });
   read = static_cast<std::uint32_t>(transfer->TakeBody(buffer, capacity));
-  return read > 0 || !transfer->TimedOut();
+  return read > 0 || !transfer->Failed();
 }
 
 bool CurlInternet::InternetCloseHandle(Handle handle) {
@@ -208,10 +211,19 @@ std::shared_ptr<Transfer> CurlInternet::FindTransfer(Handle handle) {
 }
 
 template <class Condition>
-void CurlInternet::WaitUntil(Transfer& transfer, Condition condition) {
-  if (condition()) return;
-  const StallTimer timer(loop_, transfer);
-  if (!HoldsBeforeSleep(loop_, condition)) loop_.RunUntil(condition);
+void CurlInternet::WaitUntil(Handle handle, Transfer& transfer, Condition condition) {
+  if (!condition()) {
+    const StallTimer timer(loop_, transfer);
+    if (!HoldsBeforeSleep(loop_, condition)) loop_.RunUntil(condition);
+  }
+  if (!transfer.Excess().empty()) TellExcess(handle, transfer);
+}
+
+void CurlInternet::TellExcess(Handle handle, const Transfer& transfer) {
+  Entry* const entry = Find(handle, Kind::Request);
+  if (entry == nullptr || entry->transfer.get() != &transfer || std::exchange(entry->told, true)) return;
+  BrokenOff.Raise("The reply of " + AnsiToText(entry->request.destination.origin) +
+                  " was broken off: " + transfer.Excess());
 }
 
 }  // namespace mirelo::curl

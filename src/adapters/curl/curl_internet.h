@@ -8,8 +8,10 @@
 #include <string>
 #include <utility>
 
+#include "adapters/curl/limits.h"
 #include "adapters/curl/multi.h"
 #include "adapters/curl/transfer.h"
+#include "automation/event.h"
 #include "host/message_loop.h"
 #include "host/wininet_api.h"
 
@@ -20,10 +22,23 @@ namespace mirelo::curl {
 // its own, and may close the handle that is waited for, which ends the wait.
 //
 // Handles are never given twice. What a handle is opened from hands its timeouts down at that moment.
+//
+// A reply that oversteps the limits is broken off: its request fails, or when that has counted as sent
+// already, its body ends there.
 class CurlInternet final : public host::WinInetApi {
  public:
   // The loop must outlive this. `now` is the time by which stalls are told; it must not go back.
-  explicit CurlInternet(host::MessageLoop& loop, Transfer::Now now = Transfer::Clock::now);
+  explicit CurlInternet(host::MessageLoop& loop, Transfer::Now now = Transfer::Clock::now,
+                        const Limits& limits = {});
+
+  // From now on a request counts as sent only when the whole reply has come, and fails when the reply was
+  // broken off before its end. Without this, callers read a body as it comes, and one that was broken off
+  // passes for a short one with those who do not look at what a read returns.
+  void WaitForWholeReplies() { reading_ = Reading::Whole; }
+
+  // Raised when a reply has overstepped the limits, once for each; the text says to people which one and of
+  // which server. The call that waits for the reply returns behind that.
+  Event<const std::string&> BrokenOff;
 
   // Fails for an agent that would break its header line.
   Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) override;
@@ -44,7 +59,7 @@ class CurlInternet final : public host::WinInetApi {
   bool HttpSendRequestA(Handle handle, const std::string& headers, const std::string& body) override;
   std::optional<std::string> HttpQueryInfoA(Handle handle, std::uint32_t level,
                                             std::uint32_t capacity) override;
-  // False when the server sent nothing for as long as the receive timeout.
+  // False when the server sent nothing for as long as the receive timeout, or overstepped the limits.
   bool InternetReadFile(Handle handle, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
   bool InternetCloseHandle(Handle handle) override;
 
@@ -62,6 +77,7 @@ class CurlInternet final : public host::WinInetApi {
     Handle parent;
     Request request = {};                     // what is known of it so far
     std::shared_ptr<Transfer> transfer = {};  // of a request that was sent
+    bool told = false;                        // that it overstepped the limits
   };
 
   // The server that was named last, and its origin. Most transfers go to the server of the one before, and a
@@ -79,11 +95,15 @@ class CurlInternet final : public host::WinInetApi {
   Entry* Find(Handle handle, Kind kind);
   // Null for a request that was not sent.
   std::shared_ptr<Transfer> FindTransfer(Handle handle);
+  // Waits for the transfer that the handle has.
   template <class Condition>
-  void WaitUntil(Transfer& transfer, Condition condition);
+  void WaitUntil(Handle handle, Transfer& transfer, Condition condition);
+  void TellExcess(Handle handle, const Transfer& transfer);
 
   host::MessageLoop& loop_;
   Transfer::Now now_;
+  Limits limits_;
+  Reading reading_ = Reading::AsItComes;
   Multi multi_;
   Server last_server_;
   Handle last_handle_ = 0;

@@ -37,8 +37,8 @@ std::optional<Number> ParseDigits(std::string_view digits) {
 }  // namespace
 
 void ReplyHead::AddLine(std::string_view line) {
-  if (complete_) return;
   size_ += line.size();
+  if (complete_) return;
   if (status_ == 0) return ReadStatus(line);
   const std::string_view content = Trimmed(line);
   if (content.empty()) return EndHead();

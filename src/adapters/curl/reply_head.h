@@ -11,15 +11,15 @@ namespace mirelo::curl {
 // The head of a reply, put together line by line: what of it anybody asks for.
 class ReplyHead {
  public:
-  // Takes one line, its line end included. Heads of interim replies (100 and the like) are passed over. Lines
-  // behind the head's end, which trailers may be, are ignored.
+  // Takes one line, its line end included. Heads of interim replies (100 and the like) are passed over. Of
+  // lines behind the head's end, which trailers may be, only the size counts.
   void AddLine(std::string_view line);
 
   // Whether anything of a reply has come.
   bool Begun() const { return size_ > 0; }
   // Whether the empty line at the end has come.
   bool Complete() const { return complete_; }
-  // Bytes so far, interim replies included.
+  // Bytes so far, interim replies and trailers included.
   std::size_t Size() const { return size_; }
   // The status code of the status line; 0 before.
   int Status() const { return status_; }

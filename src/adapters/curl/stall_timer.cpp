@@ -6,14 +6,18 @@
 namespace mirelo::curl {
 
 StallTimer::StallTimer(host::MessageLoop& loop, Transfer& transfer) : loop_(loop), transfer_(transfer) {
-  transfer_.OnActivity();
+  transfer_.BeginWait();
   Start(transfer_.LeastPatience());
 }
 
-StallTimer::~StallTimer() { loop_.StopTimer(timer_); }
+StallTimer::~StallTimer() {
+  loop_.StopTimer(timer_);
+  transfer_.EndWait();
+}
 
 void StallTimer::Start(Transfer::Clock::duration time) {
-  timer_ = loop_.StartTimer(std::chrono::ceil<host::MessageLoop::Milliseconds>(time), [this] { Check(); });
+  const auto delay = std::chrono::ceil<host::MessageLoop::Milliseconds>(std::max(time, time.zero()));
+  timer_ = loop_.StartTimer(delay, [this] { Check(); });
 }
 
 // The timer is not moved at each activity but looks, when it falls due, how much of the time is left.

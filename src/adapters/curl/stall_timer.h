@@ -6,7 +6,7 @@
 namespace mirelo::curl {
 
 // Watches over a transfer for as long as somebody waits for it: gives it up when the other side has done
-// nothing for too long.
+// nothing for too long, or has not come to an end in all the time that it may take.
 class StallTimer {
  public:
   StallTimer(host::MessageLoop& loop, Transfer& transfer);

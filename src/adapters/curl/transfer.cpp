@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
 #include <new>
 #include <string_view>
@@ -14,10 +15,8 @@ namespace mirelo::curl {
 
 namespace {
 
-constexpr std::size_t kMostHead = 262'144;  // bytes; no server that means well sends more
 // The body that waits here unread when the server is no longer listened to, in bytes.
 constexpr std::size_t kMostUnread = 262'144;
-constexpr int kMostRedirects = 10;
 
 // The results for a connection that ended. Which of them it is when a server hangs up on a request is a
 // matter of timing.
@@ -25,10 +24,15 @@ bool IsClosed(CURLcode result) {
   return result == CURLE_GOT_NOTHING || result == CURLE_RECV_ERROR || result == CURLE_SEND_ERROR;
 }
 
+std::string InWords(std::chrono::milliseconds time) {
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(time).count();
+  return seconds % 60 == 0 ? std::to_string(seconds / 60) + " minutes" : std::to_string(seconds) + " seconds";
+}
+
 }  // namespace
 
-Transfer::Transfer(Multi& multi, Request request, Now now)
-    : multi_(multi), request_(std::move(request)), now_(std::move(now)) {
+Transfer::Transfer(Multi& multi, Request request, Reading reading, const Limits& limits, Now now)
+    : multi_(multi), request_(std::move(request)), reading_(reading), limits_(limits), now_(std::move(now)) {
   Start();
 }
 
@@ -97,17 +101,23 @@ std::size_t Transfer::HeaderCallback(char* bytes, std::size_t size, std::size_t 
 }
 
 bool Transfer::OnHeaderLine(std::string_view line) {
+  if (line.size() > limits_.head - head_.Size()) {
+    return Refuse("its headers are larger than " + std::to_string(limits_.head >> 10) + " KiB");
+  }
   head_.AddLine(line);
-  if (head_.Size() > kMostHead) return false;
   if (!head_.Complete()) return true;
-  if (const auto size = head_.BodySize()) body_.Expect(std::min<std::uint64_t>(*size, kMostUnread));
-  const bool has_body = request_.verb != "HEAD" && head_.BodySize() != 0;
-  return has_body && !head_.RedirectsTo();
+  const auto size = head_.BodySize();
+  const bool has_body = request_.verb != "HEAD" && size != 0;
+  if (!has_body || head_.RedirectsTo()) return false;
+  // Who reads it as it comes is handed what there is of it, whatever was announced.
+  if (reading_ == Reading::Whole && size > limits_.body) return RefuseBody();
+  if (size) body_.Expect(std::min<std::uint64_t>(*size, kMostUnread));
+  return true;
 }
 
 std::size_t Transfer::WriteCallback(char* bytes, std::size_t size, std::size_t count, void* self) {
   auto& transfer = *static_cast<Transfer*>(self);
-  if (transfer.body_.Size() >= kMostUnread) {
+  if (transfer.reading_ == Reading::AsItComes && transfer.body_.Size() >= kMostUnread) {
     transfer.paused_ = true;
     return CURL_WRITEFUNC_PAUSE;
   }
@@ -121,9 +131,21 @@ std::size_t Transfer::WriteCallback(char* bytes, std::size_t size, std::size_t c
 bool Transfer::OnBody(std::string_view bytes) {
   const auto size = head_.BodySize();
   if (size) bytes = bytes.substr(0, *size - body_received_);
+  if (bytes.size() > limits_.body - body_received_) return RefuseBody();
   body_.Append(bytes);
   body_received_ += bytes.size();
   return body_received_ != size;
+}
+
+bool Transfer::RefuseBody() {
+  return Refuse("it is larger than " + std::to_string(limits_.body >> 20) + " MiB");
+}
+
+// False, which breaks the transfer off where a callback of libcurl's gives it back.
+bool Transfer::Refuse(std::string excess) {
+  excess_ = std::move(excess);
+  failed_ = true;
+  return false;
 }
 
 int Transfer::CloseSocketCallback(void* self, curl_socket_t socket) {
@@ -135,7 +157,7 @@ int Transfer::CloseSocketCallback(void* self, curl_socket_t socket) {
 
 void Transfer::OnEnd(CURLcode result) {
   const auto location = head_.RedirectsTo();
-  if (head_.Complete() && location) return Follow(*location);
+  if (head_.Complete() && location && !failed_) return Follow(*location);
   closed_before_reply_ = IsClosed(result) && !head_.Begun() && !heard_;
   ended_ = true;
 }
@@ -144,7 +166,10 @@ void Transfer::Follow(const std::string& location) {
   const int status = head_.Status();
   const auto next = Redirected(request_.destination, location);
   head_ = ReplyHead();
-  ended_ = !next || ++redirects_ > kMostRedirects;
+  if (next && ++redirects_ > limits_.redirects) {
+    Refuse("it leads on to another address more than " + std::to_string(limits_.redirects) + " times");
+  }
+  ended_ = !next || failed_;
   if (ended_) return;
 
   const bool asks_anew = status == 303 || ((status == 301 || status == 302) && request_.verb == "POST");
@@ -161,6 +186,12 @@ void Transfer::Follow(const std::string& location) {
   Start();
 }
 
+bool Transfer::Sent() const {
+  const bool is_whole = !stopped_ && !failed_;
+  if (reading_ == Reading::Whole && !is_whole) return false;
+  return head_.Complete() || closed_before_reply_;
+}
+
 std::size_t Transfer::TakeBody(char* buffer, std::size_t capacity) {
   const std::size_t count = body_.Take(buffer, capacity);
   if (paused_ && !ended_ && body_.Size() <= kMostUnread / 2) {
@@ -174,21 +205,43 @@ void Transfer::Stop() {
   if (ended_) return;
   multi_.Stop(easy_.get());
   ended_ = true;
+  stopped_ = true;
+}
+
+void Transfer::BeginWait() {
+  OnActivity();
+  if (waits_++ == 0) wait_began_ = last_activity_;
+}
+
+void Transfer::EndWait() {
+  if (--waits_ == 0) waited_ += now_() - wait_began_;
 }
 
 void Transfer::GiveUp() {
+  if (TimeLeft() <= Clock::duration::zero()) Refuse("it took more than " + InWords(WholeTime()));
+  failed_ = true;
   Stop();
-  timed_out_ = true;
 }
 
-Transfer::Clock::duration Transfer::Patience() const { return last_activity_ + Limit() - now_(); }
+Transfer::Clock::duration Transfer::Patience() const {
+  return std::min(last_activity_ + StepTime() - now_(), TimeLeft());
+}
 
 Transfer::Clock::duration Transfer::LeastPatience() const {
   const Timeouts& timeouts = request_.timeouts;
-  return std::min({timeouts.connect, timeouts.send, timeouts.receive});
+  return std::min<Clock::duration>(std::min({timeouts.connect, timeouts.send, timeouts.receive}), TimeLeft());
 }
 
-std::chrono::milliseconds Transfer::Limit() const {
+Transfer::Clock::duration Transfer::TimeLeft() const {
+  return WholeTime() - waited_ - (now_() - wait_began_);
+}
+
+std::chrono::milliseconds Transfer::WholeTime() const {
+  const Timeouts& timeouts = request_.timeouts;
+  return std::max({limits_.time, timeouts.connect, timeouts.send, timeouts.receive});
+}
+
+std::chrono::milliseconds Transfer::StepTime() const {
   curl_off_t connected = 0;  // microseconds that it took
   curl_off_t sent = 0;       // of the body
   curl_easy_getinfo(easy_.get(), CURLINFO_PRETRANSFER_TIME_T, &connected);

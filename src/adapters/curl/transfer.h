@@ -13,6 +13,7 @@
 
 #include "adapters/curl/body_buffer.h"
 #include "adapters/curl/fresh_handles.h"
+#include "adapters/curl/limits.h"
 #include "adapters/curl/multi.h"
 #include "adapters/curl/redirect.h"
 #include "adapters/curl/reply_head.h"
@@ -41,8 +42,14 @@ struct Request {
   Timeouts timeouts;
 };
 
+// When a reply may be read.
+enum class Reading {
+  AsItComes,  // a body that nobody reads is left with the server when some of it waits here
+  Whole,      // all of it is taken first
+};
+
 // A request on its way and its reply as it arrives, over a connection of its own. It goes on whenever the
-// loop runs; a body that nobody reads is left with the server when some of it waits here.
+// loop runs.
 class Transfer final : private Multi::Client {
  public:
   using Clock = std::chrono::steady_clock;
@@ -50,15 +57,15 @@ class Transfer final : private Multi::Client {
   using Now = std::function<Clock::time_point()>;
 
   // Sends the request, over HTTP/1.0. `multi` must outlive the transfer.
-  Transfer(Multi& multi, Request request, Now now);
+  Transfer(Multi& multi, Request request, Reading reading, const Limits& limits, Now now);
   ~Transfer();
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
 
-  // The reply's head is here, or none will come.
-  bool HeadSettled() const { return ended_ || head_.Complete(); }
-  // The head is here, or the connection closed before any of it came.
-  bool Sent() const { return head_.Complete() || closed_before_reply_; }
+  // The reply may be read, or there will be none.
+  bool Settled() const { return ended_ || (head_.Complete() && reading_ == Reading::AsItComes); }
+  // It may be read, an empty one if the connection closed before any of it came.
+  bool Sent() const;
   const ReplyHead& Head() const { return head_; }
   // The verb as it was sent at last: a redirect may turn it into GET.
   const std::string& Verb() const { return request_.verb; }
@@ -70,15 +77,25 @@ class Transfer final : private Multi::Client {
   // Breaks it off: it has ended then.
   void Stop();
 
-  // How long the other side may still take before it must have done something.
+  // Somebody waits for it, or does no longer. Only the time in between counts: what passes before is not the
+  // other side's fault.
+  void BeginWait();
+  void EndWait();
+
+  // These are for whoever waits.
+
+  // How long the other side may still take before it must have done something, or come to the end.
   Clock::duration Patience() const;
   // The least time in which the patience can come to its end, whatever the transfer does meanwhile.
   Clock::duration LeastPatience() const;
-  // Counts as something that the other side did: the time before somebody waits is not its fault.
   void OnActivity() override { last_activity_ = now_(); }
   // Breaks it off because the patience has come to its end.
   void GiveUp();
-  bool TimedOut() const { return timed_out_; }
+
+  // Whether it was given up, or has overstepped a limit.
+  bool Failed() const { return failed_; }
+  // Which of the limits it has overstepped, for people; empty for none.
+  const std::string& Excess() const { return excess_; }
 
  private:
   struct Cleanup {
@@ -97,12 +114,19 @@ class Transfer final : private Multi::Client {
   bool OnHeaderLine(std::string_view line);
   bool OnBody(std::string_view bytes);
 
+  bool RefuseBody();
+  bool Refuse(std::string excess);
+
   void OnEnd(CURLcode result) override;
   void Follow(const std::string& location);
-  std::chrono::milliseconds Limit() const;
+  std::chrono::milliseconds StepTime() const;
+  std::chrono::milliseconds WholeTime() const;
+  Clock::duration TimeLeft() const;
 
   Multi& multi_;
   Request request_;
+  Reading reading_;
+  Limits limits_;
   Now now_;
   int redirects_ = 0;
 
@@ -116,8 +140,14 @@ class Transfer final : private Multi::Client {
   std::uint64_t body_received_ = 0;
   bool ended_ = false;
   bool closed_before_reply_ = false;
-  bool timed_out_ = false;
+  bool stopped_ = false;
+  bool failed_ = false;
+  std::string excess_;
+
   Clock::time_point last_activity_;
+  int waits_ = 0;  // that go on, one inside the other
+  Clock::time_point wait_began_;
+  Clock::duration waited_{};  // before the one that goes on
 };
 
 }  // namespace mirelo::curl
