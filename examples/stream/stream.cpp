@@ -1,13 +1,15 @@
-// Listens to QuoteTracker's Level I stream and prints the first ten quotes as they come:
+// Listens to QuoteTracker's Level I stream and prints the first quotes as they come:
 //
-//   stream 16240 "Arbor Financial (delayed)" MSFT IBM
+//   stream 16240 "Arbor Financial (delayed)" 10 MSFT IBM
 //
 // The first argument is QuoteTracker's stream port, the second one of the quote sources that mirelo sources
-// shows (fetch them with mirelo sources --update). The stream needs credentials: mirelo credentials set.
+// shows (fetch them with mirelo sources --update), the third how many quotes to print. The stream needs
+// credentials: mirelo credentials set.
 
 #include <mirelo.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <memory>
@@ -16,7 +18,6 @@
 
 namespace {
 
-constexpr int kWanted = 10;
 // A login that is refused is told to nobody: the quotes just do not come.
 constexpr std::chrono::seconds kPatience{30};
 
@@ -25,7 +26,8 @@ void Print(const mirelo::cQTData& quote) {
             << quote.Last_Price() << '\t' << quote.Last_Volume() << '\n';
 }
 
-int Run(const std::string& port, const std::string& source, const std::vector<std::string>& tickers) {
+int Run(const std::string& port, const std::string& source, int wanted,
+        const std::vector<std::string>& tickers) {
   mirelo::LinuxHost machine;
   const mirelo::host::HostScope installed(machine);
   machine.Override("SocketPort", port);  // in place of the setting, and for this run only
@@ -54,12 +56,13 @@ int Run(const std::string& port, const std::string& source, const std::vector<st
     lost = true;
   });
 
-  // Each time quotes wait: take all, look at them, give them back.
+  // Each time quotes wait: take all, look at them, give them back. They come in the order in which they were
+  // sent, and the next ones wait until this returns.
   int printed = 0;
   stream->QTDatas.Subscribe([&] {
     if (const auto quotes = stream->GetQTData()) {
       for (const auto& quote : *quotes) {
-        if (printed < kWanted) Print(*quote);
+        if (printed < wanted) Print(*quote);
         ++printed;
       }
     }
@@ -70,23 +73,24 @@ int Run(const std::string& port, const std::string& source, const std::vector<st
   stream->connect();
   bool late = false;
   machine.loop().StartTimer(kPatience, [&] { late = true; });
-  machine.loop().RunUntil([&] { return lost || late || printed >= kWanted; });
+  machine.loop().RunUntil([&] { return lost || late || printed >= wanted; });
 
   if (!lost) stream->stop_sub();
   stream->DisConnect();
   stream->Owner(nullptr);  // the facade goes before the stream's last reference may
-  return printed >= kWanted ? 0 : 1;
+  return printed >= wanted ? 0 : 1;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 4) {
-    std::cerr << "usage: stream PORT SOURCE TICKER...\n";
+  const int wanted = argc < 5 ? 0 : std::atoi(argv[3]);
+  if (wanted <= 0) {
+    std::cerr << "usage: stream PORT SOURCE COUNT TICKER...\n";
     return 2;
   }
   try {
-    return Run(argv[1], argv[2], {argv + 3, argv + argc});
+    return Run(argv[1], argv[2], wanted, {argv + 4, argv + argc});
   } catch (const std::exception& error) {  // failures of the library are mirelo::RuntimeError
     std::cerr << "error: " << error.what() << '\n';
     return 1;

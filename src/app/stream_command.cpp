@@ -117,7 +117,6 @@ int StreamCommand::Listen(Session& session, StreamFeed& feed) {
     board.Take(quote);
     if (csv_) std::cout << CsvLine(QuoteFields(quote));
     if (json_) std::cout << JsonLine(QuoteBoard::AllColumns(), QuoteFields(quote));
-    if ((csv_ || json_) && terminal) std::cout.flush();
   });
 
   bool time_is_up = false;
@@ -126,7 +125,10 @@ int StreamCommand::Listen(Session& session, StreamFeed& feed) {
                     [&] { time_is_up = true; });
   }
   feed.Start();
-  feed.RunUntil([&] { return time_is_up || interrupt.Requested() || !std::cout; });
+  feed.RunUntil([&] {
+    std::cout.flush();  // before the loop waits, so that whoever reads has every quote that has come
+    return time_is_up || interrupt.Requested() || !std::cout;
+  });
   feed.Stop();
 
   if (!csv_ && !json_ && !terminal) {

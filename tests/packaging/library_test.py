@@ -1,7 +1,9 @@
 """The installed library, as programs of other people find and use it: the examples, built outside of this build."""
 
 import re
+import struct
 import unittest
+import zlib
 
 from support import SOURCE, InstalledCase, StandIn, run
 
@@ -10,6 +12,26 @@ WARNINGS = "-Wall -Wextra -Wpedantic -Wconversion -Werror"
 
 def configure(source, build, prefix):
     run("cmake", "-G", "Ninja", "-S", source, "-B", build, f"-DCMAKE_PREFIX_PATH={prefix}", f"-DCMAKE_CXX_FLAGS={WARNINGS}")
+
+
+def burst_session(tickers, quotes):
+    """A session that a stand-in plays: the conversation, and quotes of the tickers in turn, in one go. The n-th quote
+    of a ticker has the price n and the volume 100 n."""
+
+    def field(number, value):
+        return struct.pack("<H", number) + value
+
+    def quote(ticker, place):
+        fields = field(1, ticker.encode() + b"\0") + field(4, struct.pack("<d", place)) + field(6, struct.pack("<q", 100 * place))
+        return b"S1" + struct.pack("<h", 4 + len(fields)) + fields
+
+    burst = b"".join(quote(tickers[i % len(tickers)], i // len(tickers) + 1) for i in range(quotes))
+    hello = b"OK<CONNECT>QuoteTracker</CONNECT><SERVERTIME>09:30</SERVERTIME>"
+    chunks = [(0, hello), (20, b"LO<STATUSCODE>0</STATUSCODE>"), (40, b"OK<STREAMER>A.SDF</STREAMER>"), (60, burst), (3_600_000, b"OK")]
+    session = b"QTSESS\r\n" + struct.pack("<II", 1, 0)
+    for milliseconds, chunk in chunks:
+        session += struct.pack("<QII", 1000 * milliseconds, len(chunk), zlib.crc32(chunk)) + chunk
+    return session
 
 
 class Library(InstalledCase):
@@ -41,13 +63,16 @@ class Library(InstalledCase):
         snapshot = self.build_example("snapshot")
         self.run_here(snapshot, port, "MSFT", expect=1)
 
+    def log_in_and_fetch_a_source(self, stand_in):
+        self.mirelo("settings", "set", "SocketPort", stand_in.stream_port)
+        self.mirelo("credentials", "set", input="MireloDemo\ndemo-secret\n")
+        return re.split("  +", self.mirelo("sources", "--update").splitlines()[3].strip())[0]
+
     def test_takes_quotes_from_the_stream(self):
         stream = self.build_example("stream")
         with StandIn(self.programs, "--rate", "max", "--kinds", "L1") as stand_in:
-            self.mirelo("settings", "set", "SocketPort", stand_in.stream_port)
-            self.mirelo("credentials", "set", input="MireloDemo\ndemo-secret\n")
-            source = re.split("  +", self.mirelo("sources", "--update").splitlines()[3].strip())[0]
-            lines = self.run_here(stream, stand_in.stream_port, source, "MSFT", "IBM").splitlines()
+            source = self.log_in_and_fetch_a_source(stand_in)
+            lines = self.run_here(stream, stand_in.stream_port, source, 10, "MSFT", "IBM").splitlines()
 
         rows = [line.split("\t") for line in lines]
         self.assertEqual(len(rows), 10)
@@ -55,6 +80,22 @@ class Library(InstalledCase):
         for _, date, _, last, _ in rows:
             self.assertRegex(date, r"^\d{4}-\d\d-\d\d$")
             self.assertGreaterEqual(float(last), 0)
+
+    def test_takes_a_burst_of_quotes_in_the_order_sent(self):
+        stream = self.build_example("stream")
+        with StandIn(self.programs) as stand_in:
+            source = self.log_in_and_fetch_a_source(stand_in)
+        for quotes in (100, 1_000, 10_000):
+            session = self.home / "burst.qts"
+            session.write_bytes(burst_session(["MSFT", "IBM"], quotes))
+            with self.subTest(quotes), StandIn(self.programs, "--play", session) as stand_in:
+                lines = self.run_here(stream, stand_in.stream_port, source, quotes, "MSFT", "IBM").splitlines()
+                rows = [line.split("\t") for line in lines]
+                for ticker in ("MSFT", "IBM"):
+                    prices = [float(last) for symbol, _, _, last, _ in rows if symbol == ticker]
+                    self.assertEqual(prices, list(range(1, quotes // 2 + 1)))
+                    volumes = {int(volume) for symbol, *_, volume in rows if symbol == ticker}
+                    self.assertEqual(volumes, {0, 100})
 
     def test_writes_quotes_into_a_workbook(self):
         workbook = self.build_example("workbook")

@@ -1,0 +1,98 @@
+// Bursts of quotes on the road that a client of the library has: a socket of this machine, sockets that hand
+// over whole records, the stream class, and a handler that takes at each event. On both loops.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+
+#include "adapters/poll/poll_winsock_library.h"
+#include "app/observed_sockets.h"
+#include "automation/variant.h"
+#include "core/status_run_query.h"
+#include "loop/tested_loops.h"
+#include "support/burst.h"
+#include "support/loopback_server.h"
+#include "support/stream_rig.h"
+
+namespace mirelo {
+namespace {
+
+using testing::Burst;
+using testing::BurstArrival;
+using testing::LoopbackServer;
+
+template <class Loop>
+class Bursts : public LoopTest<Loop> {
+ protected:
+  // Streams a burst to the end, `behind_each` being what the handler does behind each take.
+  BurstArrival Stream(const Burst& burst, const std::function<void(Loop& loop)>& behind_each) {
+    LoopbackServer server([&](LoopbackServer::Peer& peer) {
+      peer.Send("OK<STREAMER>SWISS.SDF</STREAMER>");
+      peer.ReceiveUntil("\xFF");  // the subscription
+      peer.Send(burst.Bytes());
+      peer.ReceiveAll();
+    });
+    Loop loop;
+    testing::StreamRig rig(loop);
+    poll::PollWinsockLibrary plain(loop);
+    app::ObservedSockets sockets(plain);
+    rig.host.Use(sockets);
+    rig.Setting("SocketPort", static_cast<std::int32_t>(server.Port()));
+    rig.facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);
+    rig.stream->arrTickers(VariantArray::OfTexts(burst.Tickers()));
+    BurstArrival arrival(burst);
+    rig.stream->QTDatas.Subscribe([&] {
+      for (const auto& quote : rig.Take())
+        arrival.Take(quote->Symbol(), quote->Last_Price(), quote->Last_Volume());
+      behind_each(loop);
+    });
+    rig.stream->connect();
+    loop.RunUntil([&] { return arrival.IsComplete(); });
+    rig.stream->DisConnect();
+    rig.stream.reset();
+    return arrival;
+  }
+
+  static void ExpectInOrder(const Burst& burst, const BurstArrival& arrival) {
+    EXPECT_EQ(arrival.Count(), burst.Quotes());
+    EXPECT_EQ(arrival.Displaced(), 0);
+    EXPECT_EQ(arrival.Negative(), 0);
+    EXPECT_EQ(arrival.Newest().size(), burst.Tickers().size());
+    for (const auto& [ticker, place] : arrival.Newest()) EXPECT_EQ(place, burst.QuotesOfEach()) << ticker;
+  }
+};
+TYPED_TEST_SUITE(Bursts, TestedLoops, LoopNames);
+
+TYPED_TEST(Bursts, ArriveInTheOrderSent) {
+  for (const int quotes : {100, 1'000, 10'000}) {
+    SCOPED_TRACE(quotes);
+    const Burst burst({"MSFT", "IBM"}, quotes);
+    this->ExpectInOrder(burst, this->Stream(burst, [](TypeParam&) {}));
+  }
+}
+
+TYPED_TEST(Bursts, ArriveInTheOrderSentToAHandlerThatYields) {
+  const Burst burst({"MSFT", "IBM", "GE"}, 3'000);
+  this->ExpectInOrder(burst, this->Stream(burst, [](TypeParam& loop) { loop.Yield(); }));
+}
+
+TYPED_TEST(Bursts, ArriveInTheOrderSentToAHandlerThatWaitsNowAndThen) {
+  const Burst burst({"MSFT", "IBM"}, 1'000);
+  this->ExpectInOrder(burst, this->Stream(burst, [events = 0](TypeParam& loop) mutable {
+    if (++events % 100 != 1) return;
+    bool over = false;
+    loop.StartTimer(host::MessageLoop::Milliseconds(2), [&] { over = true; });
+    loop.RunUntil([&] { return over; });
+  }));
+}
+
+class LongBurst : public Bursts<poll::PollLoop> {};
+
+TEST_F(LongBurst, OfAHundredThousandArrivesInTheOrderSent) {
+  const Burst burst({"MSFT", "IBM", "GE", "INTC", "CSCO"}, 100'000);
+  ExpectInOrder(burst, Stream(burst, [](poll::PollLoop&) {}));
+}
+
+}  // namespace
+}  // namespace mirelo
