@@ -1,6 +1,7 @@
 #include "app/cell_value.h"
 
 #include <cmath>
+#include <cstddef>
 
 #include "automation/number.h"
 #include "automation/regional_format.h"
@@ -15,6 +16,10 @@ namespace {
 Variant AsText(const std::string& text) { return text.empty() ? Variant() : Variant("'" + text); }
 
 }  // namespace
+
+bool IsTooLong(const std::string& text) {
+  return text.size() > static_cast<std::size_t>(kLongestText) && Len(text) > kLongestText;
+}
 
 Variant CellValue(const std::string& column, const std::string& text) {
   if (EqualText(column, "Ticker")) return AsText(text);

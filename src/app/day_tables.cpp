@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/cell_value.h"
 #include "automation/number.h"
 #include "automation/text.h"
 #include "core/cMirelo.h"
@@ -61,23 +62,39 @@ std::vector<std::string> DayTables::HistorySheets() const {
   return names;
 }
 
-void DayTables::Take(std::size_t ticker, const QuoteRow& row) {
+void DayTables::Take(std::size_t ticker, QuoteRow row) {
   if (ticker >= rows_.size()) return;
-  rows_[ticker] = row;
-  table_.Touch(ticker);
-  ++unwritten_;
-  const auto history = histories_.find(ticker);
-  if (history == histories_.end()) return;
-  history->second.Append(row);
-  charts_.Take(ticker, row);
-  if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
+  Cut(ticker, row);
+  Note(ticker, std::move(row));
 }
 
-void DayTables::TakeIfNew(std::size_t ticker, const QuoteRow& row) {
+void DayTables::TakeIfNew(std::size_t ticker, QuoteRow row) {
   if (ticker >= rows_.size()) return;
-  if (IsNew(row, rows_[ticker])) return Take(ticker, row);
-  rows_[ticker] = row;
+  Cut(ticker, row);
+  if (IsNew(row, rows_[ticker])) return Note(ticker, std::move(row));
+  rows_[ticker] = std::move(row);
   table_.Touch(ticker);
+}
+
+void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
+  for (std::size_t c = 0; c < std::min(row.size(), Columns().size()); ++c) {
+    if (!IsTooLong(row[c])) continue;
+    row[c] = Left(row[c], kLongestText);
+    if (!cuts_.emplace(ticker, c).second) continue;
+    untold_cuts_.push_back(Tickers()[ticker] + ": " + Columns()[c] + " is too long for a cell; cut to " +
+                           std::to_string(kLongestText) + " characters");
+  }
+}
+
+void DayTables::Note(std::size_t ticker, QuoteRow row) {
+  table_.Touch(ticker);
+  ++unwritten_;
+  if (const auto history = histories_.find(ticker); history != histories_.end()) {
+    history->second.Append(row);
+    charts_.Take(ticker, row);
+    if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
+  }
+  rows_[ticker] = std::move(row);
 }
 
 // Date and time say when the quote was asked for, and the last volume is what was traded since.

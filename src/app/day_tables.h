@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/day_charts.h"
@@ -36,9 +38,10 @@ class DayTables {
 
   // A quote of the ticker with this number, counted from 0. Numbers past the tickers are passed over. History
   // gets a row.
-  void Take(std::size_t ticker, const QuoteRow& row);
+  // Texts that are too long for cells are cut.
+  void Take(std::size_t ticker, QuoteRow row);
   // The same for a quote that was asked for, which may be the one before: then history gets no row.
-  void TakeIfNew(std::size_t ticker, const QuoteRow& row);
+  void TakeIfNew(std::size_t ticker, QuoteRow row);
 
   // Whether quotes were taken that are not written.
   bool HasNews() const { return unwritten_ > 0; }
@@ -47,12 +50,16 @@ class DayTables {
   // Columns as wide as what they hold.
   void Fit() { table_.Fit(); }
 
+  // What was cut since the last call: a sentence for each ticker and column, once.
+  std::vector<std::string> TellCuts() { return std::exchange(untold_cuts_, {}); }
   // Why charts stand still; empty while they follow.
   const std::string& ChartFailure() const { return charts_.Failure(); }
   // How many sheets have no room for more history.
   int FullSheets() const { return full_sheets_; }
 
  private:
+  void Cut(std::size_t ticker, QuoteRow& row);
+  void Note(std::size_t ticker, QuoteRow row);
   bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
 
   host::excel::Application& application_;
@@ -62,6 +69,8 @@ class DayTables {
   DayCharts charts_;
   std::vector<std::size_t> touched_;  // of them, those with rows to write
   std::int64_t unwritten_ = 0;
+  std::set<std::pair<std::size_t, std::size_t>> cuts_;  // numbers of ticker and column
+  std::vector<std::string> untold_cuts_;
   int full_sheets_ = 0;
 };
 

@@ -127,6 +127,7 @@ void WorkingDay::Write() {
   written_ += tables_->Write();
   const Milliseconds worked((std::clock() - start) * 1000 / CLOCKS_PER_SEC);
   write_pause_ = std::max(kWritePause, kPauseForWork * worked);
+  for (const std::string& cut : tables_->TellCuts()) Status.Raise(cut);
   if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
     Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");
   }

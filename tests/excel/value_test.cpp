@@ -103,6 +103,9 @@ TEST_P(CellValues, TakeTextOf32767CharactersAndNoMore) {
   EXPECT_EQ(Get("A1"), Variant(longest));
   EXPECT_EQ(NumberOf([&] { Put("A1", longest + "x"); }), 1004);
   EXPECT_EQ(Get("A1"), Variant(longest));
+  Put("A2", "'" + longest);
+  EXPECT_EQ(Get("A2"), Variant(longest)) << "the apostrophe is no part of it";
+  EXPECT_EQ(NumberOf([&] { Put("A2", "'" + longest + "x"); }), 1004);
 }
 
 TEST_P(CellValues, ShowNumbersThatAreNoneAsAnError) {

@@ -7,7 +7,12 @@
 #include <vector>
 
 #include "automation/number.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "scenarios/day_rig.h"
+#include "support/temp_directory.h"
 
 namespace mirelo::testing {
 namespace {
@@ -105,6 +110,42 @@ TEST_F(SnapshotDay, WritesNumbersAndDatesAsSuchAndAllElseAsText) {
   EXPECT_EQ(Text(kTable, 4, 2), "=1+1");
   EXPECT_EQ(Cell(kTable, 4, 3).type(), Variant::Type::String) << "neither a date nor a fraction";
   EXPECT_EQ(Text(kTable, 4, 3), "1/2");
+}
+
+// One ticker's bad values cost these values alone.
+TEST_F(SnapshotDay, CutsATextThatNoCellTakesTellsItOnceAndGoesOn) {
+  std::string bad;
+  while (bad.size() < 40'000) bad += "_x0041_";  // a file writes each of these in more characters
+  Reply({{"MSFT", bad}, {"IBM", "160.5", "1000", "01/20/2011", bad}});
+  Begin();
+  Pass(15s);
+  EXPECT_THAT(
+      told, ElementsAre("MSFT: Last is too long for a cell; cut to 16383 characters",
+                        "IBM: Bid is too long for a cell; cut to 16383 characters", "2 quotes", "2 quotes"));
+  EXPECT_EQ(Text(kTable, 3, 2), bad.substr(0, 16'383));
+  EXPECT_EQ(Text(kTable, 4, 2), "160.5");
+  EXPECT_THAT(Column(History("MSFT"), 1), SizeIs(1)) << "the same quote again is no new one";
+  Reply({{"MSFT", "28.40"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_EQ(Text(kTable, 3, 2), "28.4");
+  const TempDirectory folder;
+  EXPECT_NO_THROW(spreadsheet.Save(folder / "quotes.xlsx"));
+}
+
+TEST_F(SnapshotDay, GoesOnWithAHistoryOfLongTexts) {
+  Begin();
+  day->Stop();
+  day.reset();
+  const std::string longest(32'767, 'x');
+  spreadsheet.Application()->Worksheets()->Item(History("MSFT"))->Cells(3, 1)->Value("'" + longest);
+  wishes.ticks.clear();
+  Begin();
+  for (const char* last : {"29", "30", "31"}) {
+    EXPECT_EQ(Text(History("MSFT"), 3, 1), longest);
+    Reply({{"MSFT", last}, {"IBM"}});
+    Pass(15s);
+  }
+  EXPECT_NE(Text(History("MSFT"), 3, 1), longest) << "it is moved up and out";
 }
 
 TEST_F(SnapshotDay, AppendsEachNewQuoteToTheHistoryInTheOrderOfTheFields) {

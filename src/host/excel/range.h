@@ -47,8 +47,8 @@ class Range : public Selectable {
   // has "General".
   //
   // Error 13 for objects other than ranges (a range gives its value) and arrays within arrays; 1004 for text
-  // of more than 32767 UTF-16 units and dates outside 0 to 2958465 (31 December 9999). Cells are unchanged
-  // then. A number that is not finite becomes #NUM!.
+  // of more than 32767 UTF-16 units, the apostrophe not counted, and dates outside 0 to 2958465 (31 December
+  // 9999). Cells are unchanged then. A number that is not finite becomes #NUM!.
   virtual void Value(const Variant& value) = 0;
 
   // The text that the first cell shows in its number format, whatever its column's width.

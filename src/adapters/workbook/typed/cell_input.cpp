@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <string_view>
 
 #include "adapters/workbook/calendar.h"
 #include "adapters/workbook/errors.h"
@@ -31,6 +32,8 @@ TypedValue TextInput(std::string_view text, FormatKind kind, const RegionalForma
   return kind == FormatKind::Text ? TextAsIs(text) : TypedText(text, regional);
 }
 
+std::string_view AsStored(std::string_view text) { return text.substr(text.starts_with('\'') ? 1 : 0); }
+
 bool NeedsCleaning(std::string_view text) {
   return !IsAscii(text) || text.find('\0') != std::string_view::npos;
 }
@@ -39,7 +42,7 @@ bool NeedsCleaning(std::string_view text) {
 
 void CheckCellInput(const Variant& value) {
   if (const std::string* text = value.IfText()) {
-    if (text->size() > kLongestText && Utf16Length(*text) > kLongestText) {
+    if (text->size() > kLongestText && Utf16Length(AsStored(*text)) > kLongestText) {
       throw Refused("A cell's text cannot be longer than 32767 characters.");
     }
   } else if (value.type() == Variant::Type::Date) {
