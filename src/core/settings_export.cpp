@@ -1,7 +1,5 @@
 #include "core/settings_export.h"
 
-#include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +10,7 @@
 #include "automation/number.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "automation/visible_text.h"
 #include "core/settings_catalogue.h"
 
 namespace mirelo {
@@ -23,42 +22,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // some editors put
 constexpr std::string_view kText = "text";
 constexpr std::string_view kInteger = "integer";
 
-// What is written for the characters that part fields and lines.
-constexpr std::array<std::pair<char, char>, 5> kEscapes{
-    {{'\\', '\\'}, {'\t', 't'}, {'\n', 'n'}, {'\r', 'r'}, {'\0', '0'}}};
-
-std::string Escape(std::string_view text) {
-  std::string escaped;
-  for (const char character : text) {
-    const auto escape =
-        std::find_if(kEscapes.begin(), kEscapes.end(), [&](const auto& e) { return e.first == character; });
-    if (escape == kEscapes.end()) {
-      escaped.push_back(character);
-    } else {
-      escaped.append({'\\', escape->second});
-    }
-  }
-  return escaped;
-}
-
 [[noreturn]] void Refuse(const std::string& why) {
   throw RuntimeError(Errors::InvalidProcedureCall().Number(), why);
-}
-
-std::string Unescape(std::string_view escaped) {
-  std::string text;
-  for (std::size_t i = 0; i < escaped.size(); ++i) {
-    if (escaped[i] != '\\') {
-      text.push_back(escaped[i]);
-      continue;
-    }
-    const char letter = ++i < escaped.size() ? escaped[i] : ' ';
-    const auto escape =
-        std::find_if(kEscapes.begin(), kEscapes.end(), [&](const auto& e) { return e.second == letter; });
-    if (escape == kEscapes.end()) Refuse("a backslash must be followed by one of \\ t n r 0");
-    text.push_back(escape->first);
-  }
-  return text;
 }
 
 std::int32_t ParseInteger(std::string_view digits) {
@@ -71,7 +36,7 @@ std::int32_t ParseInteger(std::string_view digits) {
 }
 
 Variant ParseValue(std::string_view kind, std::string_view value) {
-  if (kind == kText) return Unescape(value);
+  if (kind == kText) return Unescaped(value);
   if (kind == kInteger) return ParseInteger(value);
   Refuse("the kind must be \"text\" or \"integer\"");
 }
@@ -81,7 +46,7 @@ StoredSetting ParseLine(std::string_view line) {
   Split(line, "\t", fields);
   if (fields.size() != 4) Refuse("four fields parted by tabs are needed");
 
-  const SettingName given{std::string(fields[0]), Unescape(fields[1])};
+  const SettingName given{std::string(fields[0]), Unescaped(fields[1])};
   const Setting* setting = FindSetting(given.section, given.key);
   if (setting == nullptr)
     Refuse("there is no setting \"" + ShortSettingName(given.section, given.key) + "\"");
@@ -111,9 +76,9 @@ std::string ExportSettings(const std::vector<StoredSetting>& settings) {
   std::string text(kHeading);
   for (const StoredSetting& setting : settings) {
     const std::string* words = setting.value.IfText();
-    text.append(setting.section).append("\t").append(Escape(setting.key)).append("\t");
+    text.append(setting.section).append("\t").append(Escaped(setting.key)).append("\t");
     text.append(words != nullptr ? kText : kInteger).append("\t");
-    text.append(words != nullptr ? Escape(*words) : NumberText(setting.value.ToInt32())).append("\n");
+    text.append(words != nullptr ? Escaped(*words) : NumberText(setting.value.ToInt32())).append("\n");
   }
   return text;
 }

@@ -12,9 +12,9 @@ namespace mirelo {
 // All settings as one text, to carry them to another machine or keep them as a copy.
 //
 // One line is one value: section, key, kind ("text" or "integer") and value, parted by tabs. The key and a
-// value of kind text write the backslash, tab, line feed and carriage return as \\, \t, \n and \r, and the
-// NUL as \0; no other escape exists. An integer is written in decimal digits. The text is UTF-8 and ends with
-// a line feed. Empty lines and lines that begin with "#" mean nothing.
+// value of kind text are escaped (automation/visible_text.h), so that the text holds no other controls than
+// its tabs and line feeds. An integer is written in decimal digits. The text is UTF-8 and ends with a line
+// feed. Empty lines and lines that begin with "#" mean nothing.
 //
 //   Settings    Seconds    text       60
 //   Settings\WidthField    Ticker    integer    1700
