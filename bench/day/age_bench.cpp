@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -30,6 +29,7 @@
 #include "host/excel/worksheets.h"
 #include "quotetracker/market.h"
 #include "quotetracker/server.h"
+#include "terminal/output.h"
 
 namespace mirelo {
 namespace {
@@ -130,14 +130,14 @@ std::vector<Nanoseconds> AgesOfADay() {
   host.OverrideHttpPort(server.HttpPort());
   host.Override("SocketPort", std::to_string(server.StreamPort()));
   const app::DialogWishes wishes = Wishes();
-  std::ostringstream printed;
+  terminal::TextOutput printed;
   auto desktop = std::make_unique<app::AttendedDesktop>(printed);
   const app::DialogPerson person(wishes, *desktop);
   host.ShowOn(std::move(desktop));
 
   auto spreadsheet = workbook::Spreadsheet::New();
   app::WorkingDay day(host.loop(), host.sockets(), spreadsheet.Application());
-  if (day.ShowDialog() != app::kToStream) throw std::runtime_error("Go was not committed: " + printed.str());
+  if (day.ShowDialog() != app::kToStream) throw std::runtime_error("Go was not committed: " + printed.Text());
   const auto table = spreadsheet.Application()->Worksheets()->Item("Dovanta2_Quotes");
 
   std::vector<Nanoseconds> ages;

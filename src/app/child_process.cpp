@@ -27,6 +27,16 @@ using Clock = std::chrono::steady_clock;
   throw RuntimeError(53, "Cannot start " + program.string() + ": " + std::strerror(error));
 }
 
+// Signals that this program ignores or holds back are its own affair.
+void SetUsualSignals(posix_spawnattr_t& attributes) {
+  sigset_t signals;
+  sigemptyset(&signals);
+  ::posix_spawnattr_setsigmask(&attributes, &signals);
+  sigaddset(&signals, SIGPIPE);
+  ::posix_spawnattr_setsigdefault(&attributes, &signals);
+  ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+}
+
 }  // namespace
 
 ChildProcess::ChildProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
@@ -42,7 +52,11 @@ ChildProcess::ChildProcess(const std::filesystem::path& program, const std::vect
   posix_spawn_file_actions_t actions;
   ::posix_spawn_file_actions_init(&actions);
   ::posix_spawn_file_actions_adddup2(&actions, pipe_ends[1], STDOUT_FILENO);
-  const int error = ::posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv.data(), environ);
+  posix_spawnattr_t attributes;
+  ::posix_spawnattr_init(&attributes);
+  SetUsualSignals(attributes);
+  const int error = ::posix_spawn(&pid_, program.c_str(), &actions, &attributes, argv.data(), environ);
+  ::posix_spawnattr_destroy(&attributes);
   ::posix_spawn_file_actions_destroy(&actions);
   ::close(pipe_ends[1]);
   output_ = pipe_ends[0];

@@ -10,8 +10,12 @@
 #include "adapters/sodium/sodium_vault.h"
 #include "app/exit_code.h"
 #include "automation/runtime_error.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::Err;
+using terminal::Out;
 
 namespace {
 
@@ -29,7 +33,7 @@ class NoEcho {
   ~NoEcho() {
     if (!terminal_) return;
     ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
-    std::cerr << '\n';
+    Err() << "\n";
   }
   NoEcho(const NoEcho&) = delete;
   NoEcho& operator=(const NoEcho&) = delete;
@@ -40,7 +44,10 @@ class NoEcho {
 };
 
 std::string Ask(const char* what) {
-  if (::isatty(STDIN_FILENO) == 1) std::cerr << what << ": " << std::flush;
+  if (::isatty(STDIN_FILENO) == 1) {
+    Err() << what << ": ";
+    Err().Flush();
+  }
   std::string line;
   if (!std::getline(std::cin, line) || line.empty()) throw RuntimeError(5, std::string(what) + " is missing");
   if (line.back() == '\r') line.pop_back();
@@ -57,7 +64,7 @@ int Set(sodium::SodiumVault& vault) {
   const std::string secret = AskInSecret("Application secret");
   vault.Set(Credential::ApplicationName, name);
   vault.Set(Credential::ApplicationSecret, secret);
-  std::cerr << "Stored\n";
+  Err() << "Stored\n";
   return kGood;
 }
 
@@ -82,7 +89,7 @@ int CredentialsCommand::Run() {
     vault.Clear();
     return kGood;
   }
-  std::cout << vault.Decipher(vault.Stored(Credential::ApplicationName)) << '\n';
+  Out() << vault.Decipher(vault.Stored(Credential::ApplicationName)) << "\n";
   return kGood;
 }
 

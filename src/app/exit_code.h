@@ -7,6 +7,8 @@ enum ExitCode : int {
   kGood = 0,
   kFailed = 1,      // the operation failed; stderr says why and what to do
   kWrongUsage = 2,  // the command line was not understood
+  // Whoever read the output reads no more. As of programs that SIGPIPE ends, and as quietly.
+  kReaderHasGone = 128 + 13,
 };
 
 }  // namespace mirelo::app

@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdint>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,8 +17,12 @@
 #include "automation/text.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::Err;
+using terminal::Out;
 
 namespace {
 
@@ -61,29 +64,29 @@ int GoCommand::Run() try {
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   if (const auto& complaint = person.Complained()) {
-    std::cerr << "error: " << complaint->text << "\nNothing was committed.\n";
+    Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
     return complaint->code;
   }
   if (workbook_ && IsCommitted(result)) SaveAfterGo(*workbook_, spreadsheet);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {
-  std::cerr << "error: " << unfulfilled.what() << '\n';
+  Err() << "error: " << terminal::Indented(unfulfilled.what()) << "\n";
   return kWrongUsage;
 }
 
 int GoCommand::Report(std::int32_t result, int messages) {
   if (result == kToStream) {
-    std::cout << "Committed: quotes are to be streamed from " << Trim(StoredSource()) << '\n';
+    Out() << "Committed: quotes are to be streamed from " << Trim(StoredSource()) << "\n";
     return kGood;
   }
   if (result == kToAsk) {
     const bool once = Stored("UpdateEvery") == "0";
-    std::cout << "Committed: quotes are to be asked for "
-              << (once ? "once" : "every " + Stored("Seconds") + " seconds") << '\n';
+    Out() << "Committed: quotes are to be asked for "
+          << (once ? "once" : "every " + Stored("Seconds") + " seconds") << "\n";
     return kGood;
   }
-  if (messages == 0) std::cerr << "QuoteTracker has no portfolio; make one there.\n";
-  std::cerr << "error: nothing was committed\n";
+  if (messages == 0) Err() << "QuoteTracker has no portfolio; make one there.\n";
+  Err() << "error: nothing was committed\n";
   return kFailed;
 }
 

@@ -2,17 +2,19 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iostream>
 #include <utility>
 
 #include "app/text_table.h"
 #include "automation/number.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
 
+using terminal::Out;
+
 namespace {
 
-constexpr const char* kClearScreen = "\033[H\033[2J";
+constexpr char kClearScreen[] = "\033[H\033[2J";
 constexpr std::chrono::milliseconds kRedrawPace{250};
 
 }  // namespace
@@ -34,7 +36,8 @@ void LiveTable::Redraw() {
   moves_.resize(rows_.size());
   TextTable table(columns_);
   for (std::size_t row = 0; row < rows_.size(); ++row) table.AddRow(rows_[row], DirectionOf(row));
-  std::cout << kClearScreen << table.ToText(true) << '\n' << status_() << '\n' << std::flush;
+  Out() << kClearScreen << table.ToText(true) << "\n" << status_() << "\n";
+  Out().Flush();
   loop_.StopTimer(timer_);
   timer_ = loop_.StartTimer(kRedrawPace, [this] { Redraw(); });
 }

@@ -1,7 +1,6 @@
 #include "app/mirelo_program.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 #include <string>
 
 #include "app/credentials_command.h"
@@ -11,6 +10,7 @@
 #include "app/options.h"
 #include "app/quotes_command.h"
 #include "app/run_command.h"
+#include "app/run_program.h"
 #include "app/settings_command.h"
 #include "app/show_command.h"
 #include "app/sources_command.h"
@@ -23,7 +23,8 @@ namespace {
 
 constexpr const char* kDescription =
     "Mirelo brings market quotes from QuoteTracker into spreadsheets.\n"
-    "Each command has its own --help. Exit codes: 0 good, 1 the operation failed, 2 wrong usage.";
+    "Each command has its own --help. Exit codes: 0 good, 1 the operation failed, 2 wrong usage,\n"
+    "141 whoever read the output reads no more.";
 
 template <class... Commands>
 int RunChosen(Commands&... commands) {
@@ -69,19 +70,12 @@ MireloProgram::~MireloProgram() = default;
 CLI::App& MireloProgram::tree() { return *commands_->program; }
 
 int MireloProgram::Run(int argc, char** argv) {
-  const int code = ParseAndRun(argc, argv);
-  if (std::cout.flush()) return code;
-  std::cerr << "error: cannot write the output; it is not complete\n";
-  return kFailed;
-}
-
-int MireloProgram::ParseAndRun(int argc, char** argv) {
   auto& [global, program, run, dialog, go, quotes, stream, show, sources, settings, credentials] = *commands_;
   global.words.assign(argv + 1, argv + argc);
   try {
     program->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return program->exit(error) == 0 ? kGood : kWrongUsage;
+    return EndParsing(*program, error);
   }
   return RunChosen(run, dialog, go, quotes, stream, show, sources, settings, credentials);
 }

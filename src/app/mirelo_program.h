@@ -17,13 +17,10 @@ class MireloProgram {
   // What --help shows, for those who write manuals of it.
   CLI::App& tree();
 
-  // Reads the arguments and runs the command that they choose. The result is the exit code; it is never good
-  // when some of the output could not be written.
+  // Reads the arguments and runs the command that they choose. The result is the exit code.
   int Run(int argc, char** argv);
 
  private:
-  int ParseAndRun(int argc, char** argv);
-
   struct Commands;
   std::unique_ptr<Commands> commands_;
 };

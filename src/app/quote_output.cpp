@@ -3,13 +3,14 @@
 #include <nlohmann/json.hpp>
 
 #include "automation/number.h"
+#include "automation/visible_text.h"
 
 namespace mirelo::app {
 
 namespace {
 
 std::string CsvField(const std::string& field) {
-  if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
+  if (field.find_first_of(",\"") == std::string::npos) return field;
   std::string quoted = "\"";
   for (const char c : field) {
     if (c == '"') quoted += '"';
@@ -20,16 +21,16 @@ std::string CsvField(const std::string& field) {
 
 }  // namespace
 
-std::string CsvLine(const std::vector<std::string>& fields) {
+terminal::ShownText CsvLine(const std::vector<std::string>& fields) {
   std::string line;
   for (const auto& field : fields) {
     if (&field != &fields.front()) line += ',';
-    line += CsvField(field);
+    line += CsvField(Escaped(field));
   }
-  return line + '\n';
+  return terminal::Lines(line + '\n');
 }
 
-std::string JsonLine(const std::vector<std::string>& columns, const std::vector<std::string>& row) {
+terminal::ShownText JsonLine(const std::vector<std::string>& columns, const std::vector<std::string>& row) {
   nlohmann::ordered_json record;
   for (std::size_t c = 0; c < columns.size(); ++c) {
     auto& value = record[columns[c]];
@@ -40,7 +41,8 @@ std::string JsonLine(const std::vector<std::string>& columns, const std::vector<
       value = row[c];
     }
   }
-  return record.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+  const auto json = record.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+  return terminal::Lines(VisibleJson(json) + '\n');
 }
 
 }  // namespace mirelo::app

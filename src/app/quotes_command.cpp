@@ -1,11 +1,7 @@
 #include "app/quotes_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <cstdio>
-#include <iostream>
 
 #include "app/checks.h"
 #include "app/exit_code.h"
@@ -14,14 +10,18 @@
 #include "app/session.h"
 #include "app/snapshot_feed.h"
 #include "app/text_table.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
 
+using terminal::Err;
+using terminal::Out;
+
 namespace {
 
-constexpr const char* kClearScreen = "\033[H\033[2J";
+constexpr char kClearScreen[] = "\033[H\033[2J";
 
-std::string AsTable(const SnapshotFeed& feed, const QuoteRows& rows, bool color) {
+terminal::ShownText AsTable(const SnapshotFeed& feed, const QuoteRows& rows, bool color) {
   TextTable table(feed.Columns());
   for (const auto& row : rows) table.AddRow(row);
   return table.ToText(color);
@@ -68,32 +68,34 @@ int QuotesCommand::Run() {
 
   SnapshotFeed feed(session.facade(), tickers_);
   const auto output = ChosenOutput();
-  const bool terminal = ::isatty(STDOUT_FILENO) == 1;
-  if (output == Output::Csv) std::cout << CsvLine(feed.Columns()) << std::flush;
+  const bool terminal = Out().IsTerminal();
+  if (output == Output::Csv) Out() << CsvLine(feed.Columns());
+  Out().Flush();
 
   for (;;) {
     const auto rows = feed.Fetch();
     if (!rows && !watch_) {
-      std::cerr << "No quotes. Is QuoteTracker running, and does it listen where mirelo asks? See and set "
-                   "that with\n"
-                   "  mirelo settings get Webaddress\n"
-                   "  mirelo settings get HTTPPort\n";
+      Err() << "No quotes. Is QuoteTracker running, and does it listen where mirelo asks? See and set "
+               "that with\n"
+               "  mirelo settings get Webaddress\n"
+               "  mirelo settings get HTTPPort\n";
       return kFailed;
     }
     if (rows) {
       switch (output) {
         case Output::Table:
-          if (watch_ && terminal) std::cout << kClearScreen;
-          std::cout << AsTable(feed, *rows, terminal);
+          if (watch_ && terminal) Out() << kClearScreen;
+          Out() << AsTable(feed, *rows, terminal);
           break;
         case Output::Csv:
-          for (const auto& row : *rows) std::cout << CsvLine(row);
+          for (const auto& row : *rows) Out() << CsvLine(row);
           break;
         case Output::Json:
-          for (const auto& row : *rows) std::cout << JsonLine(feed.Columns(), row);
+          for (const auto& row : *rows) Out() << JsonLine(feed.Columns(), row);
           break;
       }
-      if (!std::cout.flush()) return kFailed;  // whoever read our output has gone
+      Out().Flush();
+      if (!Out().Good()) return kGood;  // nobody reads what would come, and the program's end tells why
     }
     if (!watch_) return kGood;
     const auto pace = std::chrono::seconds(std::max(1, session.facade().Seconds()));

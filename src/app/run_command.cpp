@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <exception>
-#include <iostream>
 #include <memory>
 #include <utility>
 
@@ -20,10 +19,21 @@
 #include "app/workbook_keeper.h"
 #include "app/working_day.h"
 #include "automation/runtime_error.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
 
+using terminal::Err;
+
 namespace {
+
+// The day's result is the workbook: what could not be printed of it is told and no failure.
+void ForgiveOutput() {
+  if (!terminal::Out().Good() && !terminal::Out().ReaderHasGone()) {
+    Err() << "warning: cannot write the output: " << terminal::Out().Trouble() << "\n";
+  }
+  terminal::Out().Forgive();
+}
 
 CLI::Validator IsDuration() {
   return CLI::Validator(
@@ -75,14 +85,14 @@ int RunCommand::Run() try {
     Session session(global_);
     return RunIn(session, wishes);
   }
-  std::cerr << "Starting the QuoteTracker stand-in\n";
+  Err() << "Starting the QuoteTracker stand-in\n";
   const Demonstration demonstration;
   const GlobalOptions options = demonstration.Options(global_);
   Session session(options);
   demonstration.Prepare(session);
   return RunIn(session, demonstration.Wishes(std::move(wishes)));
 } catch (const Unfulfilled& unfulfilled) {
-  std::cerr << "error: " << unfulfilled.what() << '\n';
+  Err() << "error: " << terminal::Indented(unfulfilled.what()) << "\n";
   return kWrongUsage;
 }
 
@@ -102,11 +112,11 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   WorkingDay day(host.loop(), host.sockets(), spreadsheet.Application());
   const std::int32_t result = day.ShowDialog();
   if (person && person->Complained()) {
-    std::cerr << "error: " << person->Complained()->text << "\nNothing was committed.\n";
+    Err() << "error: " << terminal::Indented(person->Complained()->text) << "\nNothing was committed.\n";
     return person->Complained()->code;
   }
   if (!IsCommitted(result)) {
-    std::cerr << "Nothing was committed.\n";
+    Err() << "Nothing was committed.\n";
     return kFailed;
   }
 
@@ -118,7 +128,8 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   const bool went_well = Follow(session, day, keeper, view);
   const std::filesystem::path saved = keeper.SaveAtEnd();
   view.Summarize(saved.string());
-  if (saved.empty()) std::cerr << "error: the workbook could not be saved\n";
+  ForgiveOutput();
+  if (saved.empty()) Err() << "error: the workbook could not be saved\n";
   return went_well && !saved.empty() ? kGood : kFailed;
 }
 
@@ -144,7 +155,7 @@ bool RunCommand::Follow(Session& session, WorkingDay& day, WorkbookKeeper& keepe
   return true;
 } catch (const std::exception&) {  // what has come until now is kept
   view.End();
-  std::cerr << "error: " << CurrentError().Description() << '\n';
+  Err() << "error: " << terminal::Indented(CurrentError().Description()) << "\n";
   return false;
 }
 

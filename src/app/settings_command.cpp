@@ -1,7 +1,5 @@
 #include "app/settings_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstring>
@@ -19,12 +17,17 @@
 #include "core/mGlobal.h"
 #include "core/settings_catalogue.h"
 #include "core/settings_export.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::Err;
+using terminal::Out;
 
 namespace {
 
 constexpr const char* kStandardStream = "-";
+constexpr const char* kBold = "1";
 
 // What is stored, as text; nothing when nothing is.
 std::optional<std::string> Stored(CAppSettings& store, const std::string& section, const std::string& key) {
@@ -43,11 +46,11 @@ std::string DefaultText(const Setting& setting) {
 bool HasFreeName(const Setting& setting) { return setting.key.empty() || setting.section.back() == '\\'; }
 
 void Print(const Setting& setting, const std::string& name, const std::optional<std::string>& stored) {
-  const bool terminal = ::isatty(STDOUT_FILENO) == 1;
   const std::string assumed = DefaultText(setting);
-  std::cout << (terminal ? "\033[1m" : "") << name << (terminal ? "\033[0m" : "") << " = "
-            << stored.value_or(assumed + (assumed.empty() ? "(not set)" : " (default)")) << "\n    "
-            << setting.meaning << (stored && !assumed.empty() ? " Default: " + assumed : "") << '\n';
+  const terminal::ShownText shown(name);
+  Out() << (Out().IsTerminal() ? terminal::Painted(shown, kBold) : shown) << " = "
+        << stored.value_or(assumed + (assumed.empty() ? "(not set)" : " (default)")) << "\n    "
+        << setting.meaning << (stored && !assumed.empty() ? " Default: " + assumed : "") << "\n";
 }
 
 struct Found {
@@ -133,11 +136,11 @@ int SettingsCommand::Get(CAppSettings& store) const {
   const auto stored = Stored(store, name.section, name.key);
   const auto fallback = setting.facade_default ? setting.facade_default : setting.dialog_default;
   if (!stored && !fallback) {
-    std::cerr << "error: nothing is stored for " << ShortSettingName(name.section, name.key)
-              << ", and it has no default\n";
+    Err() << "error: nothing is stored for " << ShortSettingName(name.section, name.key)
+          << ", and it has no default\n";
     return kFailed;
   }
-  std::cout << stored.value_or(std::string(fallback.value_or(""))) << '\n';
+  Out() << stored.value_or(std::string(fallback.value_or(""))) << "\n";
   return kGood;
 }
 
@@ -151,7 +154,7 @@ int SettingsCommand::Delete(CAppSettings& store) const {
   const auto [name, setting] = Find(name_);
   auto value = DefaultValue(setting, name.key);
   if (!value) {
-    std::cerr << "error: " << ShortSettingName(name.section, name.key) << " has no default to go back to\n";
+    Err() << "error: " << ShortSettingName(name.section, name.key) << " has no default to go back to\n";
     return kFailed;
   }
   store.SaveSetting(name.section, name.key, std::move(*value));
@@ -161,7 +164,7 @@ int SettingsCommand::Delete(CAppSettings& store) const {
 int SettingsCommand::Export(CAppSettings& store) const {
   const std::string text = ExportSettings(ReadSettings(store));
   if (file_ == kStandardStream) {
-    std::cout << text;
+    Out() << terminal::Lines(text);
     return kGood;
   }
   WriteWhole(file_, text);
@@ -171,7 +174,7 @@ int SettingsCommand::Export(CAppSettings& store) const {
 int SettingsCommand::Import(CAppSettings& store) const {
   const auto settings = ParseSettings(ReadAll(file_));
   WriteSettings(store, settings);
-  std::cerr << settings.size() << " settings stored\n";
+  Err() << settings.size() << " settings stored\n";
   return kGood;
 }
 

@@ -4,12 +4,18 @@
 #include <utility>
 #include <vector>
 
-#include "app/terminal_text.h"
 #include "automation/text.h"
+#include "terminal/text_columns.h"
 
 namespace mirelo::app {
 
 namespace {
+
+using terminal::ColorDepth;
+using terminal::ColumnsOf;
+using terminal::FirstColumns;
+using terminal::Paint;
+using terminal::ShownText;
 
 constexpr std::size_t kLeastColumn = 3;
 constexpr std::size_t kGreatestColumn = 40;  // where lines have an end
@@ -37,7 +43,7 @@ class Layout {
   }
 
   SheetText Lines() const {
-    std::string text = Line(Letters());
+    ShownText text = Line(Letters());
     for (std::size_t r = 0; r < cells_.rows.size(); ++r) text += Line(Row(r));
     return {std::move(text), widths_.size()};
   }
@@ -120,7 +126,8 @@ class Layout {
     for (std::size_t c = first; c < end; ++c) width += widths_[c] + kMargin;
     const ShownCell& cell = row[first];
     const std::size_t room = width - kMargin + (cell.spills && end == row.size() ? behind_ : 0);
-    const std::string line = ' ' + Aligned(Shortened(cell.text, room), width - kMargin, cell.side) + ' ';
+    const std::string line =
+        ' ' + Aligned(terminal::Shortened(cell.text, room), width - kMargin, cell.side) + ' ';
     std::string_view rest = line;
     for (std::size_t c = first; c < end; ++c) {
       Paint paint = cell.paint;
@@ -136,16 +143,19 @@ class Layout {
     pieces.push_back({std::string(rest), paint});
   }
 
-  std::string Line(const Pieces& pieces) const {
-    std::string line;
+  ShownText Line(const Pieces& pieces) const {
+    ShownText line;
+    std::string text;
     for (auto piece = pieces.begin(); piece != pieces.end();) {
-      std::string text;
+      text.clear();
       const Paint& paint = piece->paint;
-      for (; piece != pieces.end() && piece->paint == paint; ++piece) text += piece->text;
-      line += Painted(text, paint, depth_);
+      for (; piece != pieces.end() && (depth_ == ColorDepth::None || piece->paint == paint); ++piece) {
+        text += piece->text;
+      }
+      const bool is_all = depth_ == ColorDepth::None;
+      line += terminal::Painted(ShownText(is_all ? RTrim(text) : text), paint, depth_);
     }
-    if (depth_ == ColorDepth::None) line = std::string(RTrim(line));
-    return line + '\n';
+    return line + "\n";
   }
 
   const ShownCells& cells_;

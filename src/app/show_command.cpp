@@ -1,18 +1,12 @@
 #include "app/show_command.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iostream>
 
 #include "adapters/workbook/spreadsheet.h"
 #include "app/exit_code.h"
 #include "app/sheet_text.h"
 #include "app/shown_cells.h"
-#include "app/terminal_color.h"
-#include "app/terminal_text.h"
 #include "app/text_table.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
@@ -21,28 +15,24 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::ColorDepth;
+using terminal::Err;
+using terminal::Out;
 
 namespace excel = host::excel;
 
 namespace {
 
-constexpr std::size_t kUsualWidth = 80;
 constexpr std::int32_t kLeastCell = 3;  // characters of a line that a column takes at least
-
-// The characters of a line of the terminal; 0 for an output that is none, whose lines have no end.
-std::size_t WidthOfOutput() {
-  if (::isatty(STDOUT_FILENO) != 1) return 0;
-  winsize size{};
-  const bool is_known = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-  return is_known ? size.ws_col : kUsualWidth;
-}
 
 std::string NamesOf(excel::Worksheets& sheets) {
   std::string names;
   for (std::int32_t i = 1; i <= sheets.Count(); ++i) {
-    names += (i == 1 ? "" : ", ") + Printable(sheets.Item(i)->Name());
+    names += (i == 1 ? "" : ", ") + sheets.Item(i)->Name();
   }
   return names;
 }
@@ -53,16 +43,16 @@ std::string Span(const std::string& one, const std::string& several, const std::
 }
 
 void TellColumns(ShownArea left_out) {
-  std::cerr << Span("Column", "Columns", ColumnLetters(left_out.first_column),
-                    ColumnLetters(left_out.last_column))
-            << " left out for want of room; --range " << AddressOf(left_out) << " shows the rest.\n";
+  Err() << Span("Column", "Columns", ColumnLetters(left_out.first_column),
+                ColumnLetters(left_out.last_column))
+        << " left out for want of room; --range " << AddressOf(left_out) << " shows the rest.\n";
 }
 
 void TellRows(ShownArea left_out, std::int32_t most) {
-  std::cerr << Span("Row", "Rows", std::to_string(left_out.first_row), std::to_string(left_out.last_row))
-            << " left out; ";
+  Err() << Span("Row", "Rows", std::to_string(left_out.first_row), std::to_string(left_out.last_row))
+        << " left out; ";
   left_out.last_row = std::min(left_out.last_row, left_out.first_row + most - 1);
-  std::cerr << "--range " << AddressOf(left_out) << " shows what comes next, --rows 0 all.\n";
+  Err() << "--range " << AddressOf(left_out) << " shows what comes next, --rows 0 all.\n";
 }
 
 }  // namespace
@@ -99,8 +89,8 @@ int ShowCommand::Run() {
   if (list_) return List(*application);
   const auto sheet = ChosenSheet(*application);
   if (sheet != nullptr) return Show(*sheet);
-  std::cerr << "error: " << file_.string() << " has no sheet \"" << sheet_
-            << "\"; it has: " << NamesOf(*application->Worksheets()) << '\n';
+  Err() << "error: " << file_.string() << " has no sheet \"" << sheet_
+        << "\"; it has: " << NamesOf(*application->Worksheets()) << "\n";
   return kFailed;
 }
 
@@ -111,11 +101,11 @@ int ShowCommand::List(excel::Application& application) const {
   for (std::int32_t i = 1; i <= sheets->Count(); ++i) {
     const auto sheet = sheets->Item(i);
     const ShownArea filled = FilledArea(*sheet);
-    table.AddRow({Printable(sheet->Name()), std::to_string(filled.last_row),
-                  std::to_string(filled.last_column), sheet->Name() == in_front ? "yes" : ""});
+    table.AddRow({sheet->Name(), std::to_string(filled.last_row), std::to_string(filled.last_column),
+                  sheet->Name() == in_front ? "yes" : ""});
   }
-  std::cout << table.ToText(!no_color_ && DepthOfOutput() != ColorDepth::None) << std::flush;
-  return std::cout ? kGood : kFailed;
+  Out() << table.ToText(!no_color_ && terminal::DepthOfOutput() != ColorDepth::None);
+  return kGood;
 }
 
 int ShowCommand::Show(excel::Worksheet& sheet) const {
@@ -123,15 +113,15 @@ int ShowCommand::Show(excel::Worksheet& sheet) const {
   try {
     wanted = range_.empty() ? FilledArea(sheet) : AreaAt(sheet, range_);
   } catch (const RuntimeError& error) {
-    std::cerr << "error: --range: " << error.Description() << " Write A1:F20, B:D or 5:9.\n";
+    Err() << "error: --range: " << terminal::Indented(error.Description()) << " Write A1:F20, B:D or 5:9.\n";
     return kWrongUsage;
   }
   if (wanted.IsEmpty()) {
-    std::cerr << "There is nothing on the sheet.\n";
+    Err() << "There is nothing on the sheet.\n";
     return kGood;
   }
 
-  const std::size_t width = WidthOfOutput();
+  const std::size_t width = Out().LineWidth();
   ShownArea shown = wanted;
   if (rows_ > 0) shown.last_row = std::min(shown.last_row, shown.first_row + rows_ - 1);
   if (width > 0) {
@@ -139,11 +129,12 @@ int ShowCommand::Show(excel::Worksheet& sheet) const {
     shown.last_column = std::min(shown.last_column, shown.first_column + most);
   }
   const SheetText sheet_text =
-      LayOut(ReadCells(sheet, shown), width, no_color_ ? ColorDepth::None : DepthOfOutput());
+      LayOut(ReadCells(sheet, shown), width, no_color_ ? ColorDepth::None : terminal::DepthOfOutput());
   shown.last_column = shown.first_column + static_cast<std::int32_t>(sheet_text.columns) - 1;
-  std::cout << sheet_text.text;
+  Out() << sheet_text.text;
   if (comments_) PrintComments(sheet, shown);
-  if (!std::cout.flush()) return kFailed;
+  Out().Flush();
+  if (!Out().Good()) return kGood;
 
   if (shown.last_column < wanted.last_column) {
     TellColumns({wanted.first_row, shown.last_column + 1, wanted.last_row, wanted.last_column});
@@ -156,12 +147,11 @@ int ShowCommand::Show(excel::Worksheet& sheet) const {
 
 void ShowCommand::PrintComments(excel::Worksheet& sheet, const ShownArea& area) const {
   const auto comments = ReadComments(sheet, area);
-  if (comments.empty()) std::cerr << "No cell of these has a comment.\n";
+  if (comments.empty()) Err() << "No cell of these has a comment.\n";
   for (const auto& [address, lines] : comments) {
-    std::cout << '\n' << address << ":";
+    Out() << "\n" << address << ":";
     const std::string indent(address.size() + 1, ' ');
-    for (const auto& line : lines)
-      std::cout << (&line == &lines.front() ? "" : indent) << ' ' << line << '\n';
+    for (const auto& line : lines) Out() << (&line == &lines.front() ? "" : indent) << " " << line << "\n";
   }
 }
 

@@ -1,7 +1,6 @@
 #include "app/show_dialog.h"
 
 #include <cstdint>
-#include <iostream>
 
 #include "adapters/workbook/spreadsheet.h"
 #include "app/dialog_result.h"
@@ -9,8 +8,11 @@
 #include "app/session.h"
 #include "app/workbook_file.h"
 #include "automation/variant.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::Out;
 
 int ShowDialog(Session& session, const std::optional<std::filesystem::path>& workbook) {
   std::optional<workbook::FileHold> hold;
@@ -21,7 +23,7 @@ int ShowDialog(Session& session, const std::optional<std::filesystem::path>& wor
   const std::int32_t result = facade.LoadFrmMirelo();
   const bool committed = IsCommitted(result);
   if (committed && workbook) SaveAfterGo(*workbook, spreadsheet);
-  std::cout << result << '\n';
+  Out() << result << "\n";
   return committed ? kGood : kFailed;
 }
 

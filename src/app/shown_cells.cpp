@@ -4,9 +4,9 @@
 #include <memory>
 #include <optional>
 
-#include "app/terminal_text.h"
 #include "automation/text.h"
 #include "automation/variant.h"
+#include "automation/visible_text.h"
 #include "host/excel/comment.h"
 #include "host/excel/constants.h"
 #include "host/excel/display_format.h"
@@ -18,6 +18,8 @@
 namespace mirelo::app {
 
 using namespace host::excel;
+using terminal::Paint;
+using terminal::Rgb;
 
 namespace {
 
@@ -58,10 +60,18 @@ ShownCell::Side SideOf(std::int32_t alignment, const Variant& value) {
   return value.type() == Variant::Type::Boolean ? ShownCell::Side::Middle : ShownCell::Side::Right;
 }
 
+// Line ends and tabs of a cell are layout, for which a line has no room.
+std::string InOneLine(const std::string& text) {
+  std::string line = VisibleLines(text);
+  std::replace_if(
+      line.begin(), line.end(), [](char c) { return c == '\n' || c == '\t'; }, ' ');
+  return line;
+}
+
 ShownCell ReadCell(Range& cell) {
   ShownCell shown;
   shown.paint = PaintOf(*cell.DisplayFormat());
-  shown.text = Printable(cell.Text());
+  shown.text = InOneLine(cell.Text());
   if (shown.text.empty()) return shown;
   const Variant value = cell.Value();
   shown.side = SideOf(cell.HorizontalAlignment().ToInt32(), value);
@@ -111,7 +121,7 @@ std::vector<ShownComment> ReadComments(Worksheet& sheet, const ShownArea& area) 
       if (comment == nullptr) continue;
       auto& shown = comments.emplace_back();
       shown.address = sheet.Cells(row, column)->Address(false, false);
-      for (const std::string& line : Split(comment->Text(), "\n")) shown.lines.push_back(Printable(line));
+      for (const std::string& line : Split(comment->Text(), "\n")) shown.lines.push_back(InOneLine(line));
     }
   }
   return comments;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/terminal_color.h"
+#include "terminal/color.h"
 
 namespace mirelo::host::excel {
 class Range;
@@ -17,10 +17,10 @@ namespace mirelo::app {
 struct ShownCell {
   enum class Side { Left, Middle, Right };
 
-  std::string text;  // in its number format, fit for a terminal
+  std::string text;  // in its number format, made visible
   Side side = Side::Left;
   bool spills = false;  // over empty cells at its right, as texts do and numbers do not
-  Paint paint;
+  terminal::Paint paint;
 };
 
 // A rectangle of cells, row by row, and where it begins on its sheet.

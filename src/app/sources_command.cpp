@@ -1,10 +1,7 @@
 #include "app/sources_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <iostream>
 #include <memory>
 
 #include "app/exit_code.h"
@@ -16,8 +13,12 @@
 #include "core/mGlobal.h"
 #include "core/status_run_query.h"
 #include "streaming/cQTStreaming.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::Err;
+using terminal::Out;
 
 namespace {
 
@@ -51,15 +52,15 @@ bool SourcesCommand::Update(Session& session) {
   mGlobal::SetStreamingObject(stream);
   stream->Owner(&facade);
   facade.StatusRunWorkQT(StatusRunQueryQT::Status_ENUMSOURCES_L1);
-  stream->OnStatusText.Subscribe([](const std::string& text) { std::cerr << text << '\n'; });
+  stream->OnStatusText.Subscribe([](const std::string& text) { Err() << text << "\n"; });
   stream->PerformanceFollowingProcess.Subscribe(
       [&](std::int16_t step) { stored = over = step == kSourcesStored; });
   const auto dropped = session.host().sockets().Dropped.Subscribe([&](const std::string& reason) {
-    std::cerr << reason << '\n';
+    Err() << reason << "\n";
     over = true;
   });
   const auto patience = loop.StartTimer(kPatience, [&] {
-    std::cerr << "QuoteTracker did not send the list\n";
+    Err() << "QuoteTracker did not send the list\n";
     over = true;
   });
 
@@ -71,7 +72,7 @@ bool SourcesCommand::Update(Session& session) {
   stream->DisConnect();
   stream->Owner(nullptr);
   mGlobal::SetStreamingObject(nullptr);
-  if (!stored) std::cerr << "error: the list of quote sources was not updated\n";
+  if (!stored) Err() << "error: the list of quote sources was not updated\n";
   return stored;
 }
 
@@ -80,13 +81,12 @@ int SourcesCommand::Show(Session&) {
   Array<std::string> names;
   settings.GetAllKeys(kSection, names);
   if (!names.IsAllocated()) {
-    std::cerr
-        << "No quote sources are known yet. Fetch them from QuoteTracker with: mirelo sources --update\n";
+    Err() << "No quote sources are known yet. Fetch them from QuoteTracker with: mirelo sources --update\n";
     return kFailed;
   }
   TextTable table({"Name", "File"});
   for (const auto& name : names) table.AddRow({name, settings.GetSetting(kSection, name, "").ToText()});
-  std::cout << table.ToText(::isatty(STDOUT_FILENO) == 1);
+  Out() << table.ToText(Out().IsTerminal());
   return kGood;
 }
 

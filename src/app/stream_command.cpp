@@ -1,12 +1,8 @@
 #include "app/stream_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <cstdio>
 #include <functional>
-#include <iostream>
 #include <string_view>
 
 #include "app/checks.h"
@@ -22,8 +18,12 @@
 #include "app/text_table.h"
 #include "automation/text.h"
 #include "quotetracker/session_file.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::Err;
+using terminal::Out;
 
 namespace {
 
@@ -98,7 +98,7 @@ int StreamCommand::Run() {
 int StreamCommand::Listen(Session& session, StreamFeed& feed) {
   auto& loop = session.host().loop();
   auto& interrupt = session.interrupt();
-  const bool terminal = ::isatty(STDOUT_FILENO) == 1;
+  const bool terminal = Out().IsTerminal();
   QuoteBoard board(kTableColumns, tickers_);
   Pulse pulse;
   std::string status;
@@ -109,14 +109,14 @@ int StreamCommand::Listen(Session& session, StreamFeed& feed) {
 
   feed.Status.Subscribe([&](const std::string& text) {
     status = text;
-    if (!live) std::cerr << text << '\n';
+    if (!live) Err() << text << "\n";
   });
-  if (csv_) std::cout << CsvLine(QuoteBoard::AllColumns());
+  if (csv_) Out() << CsvLine(QuoteBoard::AllColumns());
   feed.Quote.Subscribe([&](const cQTData& quote) {
     pulse.Beat();
     board.Take(quote);
-    if (csv_) std::cout << CsvLine(QuoteFields(quote));
-    if (json_) std::cout << JsonLine(QuoteBoard::AllColumns(), QuoteFields(quote));
+    if (csv_) Out() << CsvLine(QuoteFields(quote));
+    if (json_) Out() << JsonLine(QuoteBoard::AllColumns(), QuoteFields(quote));
   });
 
   bool time_is_up = false;
@@ -126,19 +126,19 @@ int StreamCommand::Listen(Session& session, StreamFeed& feed) {
   }
   feed.Start();
   feed.RunUntil([&] {
-    std::cout.flush();  // before the loop waits, so that whoever reads has every quote that has come
-    return time_is_up || interrupt.Requested() || !std::cout;
+    Out().Flush();  // before the loop waits, so that whoever reads has every quote that has come
+    return time_is_up || interrupt.Requested() || !Out().Good();
   });
   feed.Stop();
 
   if (!csv_ && !json_ && !terminal) {
     TextTable table(board.Columns());
     for (const auto& row : board.Rows()) table.AddRow(row);
-    std::cout << table.ToText(false);
+    Out() << table.ToText(false);
   }
-  std::cout.flush();
-  std::cerr << board.QuoteCount() << " quotes\n";
-  return std::cout && board.QuoteCount() > 0 ? kGood : kFailed;
+  Err() << board.QuoteCount() << " quotes\n";
+  // An output that is not read ends it early, which the program's end tells.
+  return board.QuoteCount() > 0 || !Out().Good() ? kGood : kFailed;
 }
 
 void StreamCommand::Override(Session& session) const {
@@ -150,13 +150,13 @@ std::string StreamCommand::StreamerFile(Session& session) const {
   session.facade();
   const std::string source = source_.empty() ? StoredSource() : source_;
   if (source.empty()) {
-    std::cerr << "error: which quote source? Name one with --source; mirelo sources shows them\n";
+    Err() << "error: which quote source? Name one with --source; mirelo sources shows them\n";
     return {};
   }
   if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
   const std::string file = StreamerFileOf(source);
   if (file.empty()) {
-    std::cerr
+    Err()
         << "error: no quote source is named \"" << source
         << "\". See them with: mirelo sources. Fetch them from QuoteTracker with: mirelo sources --update\n";
   }

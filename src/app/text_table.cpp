@@ -5,51 +5,64 @@
 
 #include "automation/number.h"
 #include "automation/text.h"
+#include "automation/visible_text.h"
+#include "terminal/text_columns.h"
 
 namespace mirelo::app {
 
 namespace {
 
-constexpr const char* kBold = "\033[1m";
-constexpr const char* kGreen = "\033[32m";
-constexpr const char* kRed = "\033[31m";
-constexpr const char* kPlain = "\033[0m";
+using terminal::Painted;
+using terminal::ShownText;
+
+// How cells are painted; empty for those that are not.
+constexpr const char* kBold = "1";
+constexpr const char* kGreen = "32";
+constexpr const char* kRed = "31";
 constexpr const char* kGap = "  ";
 
-std::size_t WidthOf(const std::string& cell) { return static_cast<std::size_t>(Len(cell)); }
-
 std::string Padded(const std::string& cell, std::size_t width, bool to_the_right) {
-  const std::string padding(width - std::min(width, WidthOf(cell)), ' ');
+  const std::string padding(width - std::min(width, terminal::ColumnsOf(cell)), ' ');
   return to_the_right ? padding + cell : cell + padding;
 }
 
-const char* ColorOf(const std::string& header, const std::string& cell, int direction) {
+const char* PaintOf(const std::string& header, const std::string& cell, int direction) {
   const double sign = header == "Change" ? Val(cell) : header == TextTable::kPriceHeader ? direction : 0;
   return sign > 0 ? kGreen : sign < 0 ? kRed : "";
 }
 
 }  // namespace
 
-TextTable::TextTable(std::vector<std::string> headers) : headers_(std::move(headers)) {}
+TextTable::TextTable(std::vector<std::string> headers) : headers_(std::move(headers)) {
+  for (auto& header : headers_) header = Visible(header);
+}
 
+// Cells are as wide as they are shown, so they are made visible here.
 void TextTable::AddRow(std::vector<std::string> cells, int direction) {
   cells.resize(headers_.size());
+  for (auto& cell : cells) cell = Visible(cell);
   rows_.push_back(std::move(cells));
   directions_.push_back(direction);
 }
 
-std::string TextTable::ToText(bool color) const {
+ShownText TextTable::ToText(bool color) const {
   const auto widths = Widths();
   const auto numeric = NumericColumns();
-  std::string text;
-  const auto line = [&](const std::vector<std::string>& cells, const auto& color_of) {
-    std::string row;
+  ShownText text;
+  const auto line = [&](const std::vector<std::string>& cells, const auto& paint_of) {
+    std::string plain;  // since the last cell that is painted
     for (std::size_t c = 0; c < cells.size(); ++c) {
-      const std::string paint = color ? color_of(c) : "";
-      if (c > 0) row += kGap;
-      row += paint + Padded(cells[c], widths[c], numeric[c]) + (paint.empty() ? "" : kPlain);
+      if (c > 0) plain += kGap;
+      const std::string paint = color ? paint_of(c) : "";
+      const std::string cell = Padded(cells[c], widths[c], numeric[c]);
+      if (paint.empty()) {
+        plain += cell;
+        continue;
+      }
+      text += ShownText(plain) + Painted(ShownText(cell), paint);
+      plain.clear();
     }
-    text.append(RTrim(row)).append("\n");
+    text += ShownText(RTrim(plain)) + "\n";
   };
 
   line(headers_, [](std::size_t) { return kBold; });
@@ -57,7 +70,7 @@ std::string TextTable::ToText(bool color) const {
   for (const auto width : widths) rules.emplace_back(width, '-');
   line(rules, [](std::size_t) { return ""; });
   for (std::size_t r = 0; r < rows_.size(); ++r) {
-    line(rows_[r], [&](std::size_t c) { return ColorOf(headers_[c], rows_[r][c], directions_[r]); });
+    line(rows_[r], [&](std::size_t c) { return PaintOf(headers_[c], rows_[r][c], directions_[r]); });
   }
   return text;
 }
@@ -65,8 +78,8 @@ std::string TextTable::ToText(bool color) const {
 std::vector<std::size_t> TextTable::Widths() const {
   std::vector<std::size_t> widths;
   for (std::size_t c = 0; c < headers_.size(); ++c) {
-    std::size_t width = WidthOf(headers_[c]);
-    for (const auto& row : rows_) width = std::max(width, WidthOf(row[c]));
+    std::size_t width = terminal::ColumnsOf(headers_[c]);
+    for (const auto& row : rows_) width = std::max(width, terminal::ColumnsOf(row[c]));
     widths.push_back(width);
   }
   return widths;

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "terminal/shown_text.h"
+
 namespace mirelo::app {
 
 // A table of texts for a terminal: columns as wide as their widest cell, numbers to the right, headers above
@@ -18,9 +20,9 @@ class TextTable {
   // above 0 up, below 0 down.
   void AddRow(std::vector<std::string> cells, int direction = 0);
 
-  // Lines ended by "\n". With `color`, headers are bold, cells of a column headed "Change" are green above 0
-  // and red below, and those headed "Last" by the direction of their row.
-  std::string ToText(bool color) const;
+  // Lines ended by "\n"; cells are made visible. With `color`, headers are bold, cells of a column headed
+  // "Change" are green above 0 and red below, and those headed "Last" by the direction of their row.
+  terminal::ShownText ToText(bool color) const;
 
  private:
   std::vector<std::size_t> Widths() const;

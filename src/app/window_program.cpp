@@ -3,18 +3,21 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
-#include <iostream>
 
 #include "app/child_process.h"
 #include "app/exit_code.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
 
+using terminal::Err;
+
 namespace {
 
-constexpr const char* kToInstall =
+constexpr char kToInstall[] =
     "The windows are a program of their own, mirelo-windows. Install it beside mirelo; it needs Qt 6 Widgets "
     "(Debian: libqt6widgets6).\n";
 
@@ -27,9 +30,12 @@ int BecomeWindowProgram(const std::vector<std::string>& words) {
   std::vector<char*> pointers;
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
+  std::signal(SIGPIPE, SIG_DFL);  // what is ignored stays so in the program that this one becomes
   ::execv(program.c_str(), pointers.data());
-  std::cerr << "error: cannot start " << program.string() << ": " << std::strerror(errno) << ".\n"
-            << kToInstall << kWithoutWindows;
+  const int error = errno;
+  std::signal(SIGPIPE, SIG_IGN);
+  Err() << "error: cannot start " << program.string() << ": " << std::strerror(error) << ".\n"
+        << kToInstall << kWithoutWindows;
   return kFailed;
 }
 

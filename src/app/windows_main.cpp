@@ -1,14 +1,14 @@
 // The program mirelo-windows: the commands of mirelo that show windows. It is what mirelo becomes for them.
 
 #include <CLI/CLI.hpp>
-#include <exception>
-#include <iostream>
 
 #include "adapters/qt/application.h"
 #include "app/exit_code.h"
+#include "app/run_program.h"
 #include "app/window_program.h"
 #include "app/windows.h"
 #include "app/windows_commands.h"
+#include "terminal/standard_streams.h"
 
 namespace {
 
@@ -22,11 +22,11 @@ int Main(int argc, char** argv) {
   try {
     program->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return program->exit(error) == 0 ? kGood : kWrongUsage;
+    return EndParsing(*program, error);
   }
 
   if (const std::string why = qt::WhyNoWindows(); !why.empty()) {
-    std::cerr << "error: " << why << ".\n" << kWithoutWindows;
+    terminal::Err() << "error: " << why << ".\n" << kWithoutWindows;
     return kFailed;
   }
   const qt::Application application;
@@ -37,10 +37,5 @@ int Main(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return Main(argc, argv);
-  } catch (const std::exception& error) {
-    std::cerr << "error: " << error.what() << '\n';
-    return kFailed;
-  }
+  return RunProgram([&] { return Main(argc, argv); });
 }

@@ -1,13 +1,15 @@
 #include "app/workbook_file.h"
 
 #include <cstdint>
-#include <iostream>
 #include <string>
 #include <system_error>
 
 #include "automation/runtime_error.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
+
+using terminal::Err;
 
 namespace {
 
@@ -47,7 +49,7 @@ void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spread
 }
 
 void TellLoss(const std::filesystem::path& file, const std::string& loss) {
-  std::cerr << "warning: " << file.string() << ": " << loss << '\n';
+  Err() << "warning: " << file.string() << ": " << loss << "\n";
 }
 
 workbook::FileHold HoldForGo(const std::filesystem::path& file) {
@@ -71,10 +73,10 @@ void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& sprea
   try {
     SayingWhatToDo([&] { spreadsheet.Save(file, [&](const std::string& loss) { TellLoss(file, loss); }); });
   } catch (const RuntimeError&) {
-    std::cerr << "The settings are stored, but the workbook is as it was.\n";
+    Err() << "The settings are stored, but the workbook is as it was.\n";
     throw;
   }
-  std::cerr << "Saved in " << std::filesystem::absolute(file).string() << '\n';
+  Err() << "Saved in " << std::filesystem::absolute(file).string() << "\n";
 }
 
 }  // namespace mirelo::app

@@ -4,12 +4,13 @@
 #include <array>
 #include <chrono>
 #include <fstream>
-#include <iostream>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "quotetracker/replay.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::quotetracker {
 namespace {
@@ -215,6 +216,18 @@ void Apply(const Arguments& arguments, CommandLine& command) {
   if (!arguments.symbols.empty()) server.portfolios.front().symbols = SplitList(arguments.symbols);
 }
 
+// Prints help or version, or what is wrong with the command line.
+int EndParsing(const CLI::App& app, const CLI::ParseError& end) {
+  if (end.get_exit_code() == 0) {
+    std::ostringstream asked_for;
+    app.exit(end, asked_for, asked_for);
+    terminal::Out() << terminal::Lines(asked_for.str());
+    return 0;
+  }
+  terminal::Err() << end.what() << "\nRun with --help for more information.\n";
+  return kUsageMistake;
+}
+
 void ReadFiles(const Arguments& arguments, CommandLine& command) {
   if (!arguments.app_secret_file.empty()) {
     command.server.stream.credentials.app_secret = ReadFirstLine(arguments.app_secret_file);
@@ -233,10 +246,10 @@ std::optional<CommandLine> ReadCommandLine(int argc, char** argv, int& exit_code
     app.parse(argc, argv);
     Apply(arguments, command);
   } catch (const CLI::ParseError& error) {
-    exit_code = app.exit(error) == 0 ? 0 : kUsageMistake;
+    exit_code = EndParsing(app, error);
     return std::nullopt;
   } catch (const std::invalid_argument& error) {
-    std::cerr << error.what() << "\nRun with --help for more information.\n";
+    terminal::Err() << error.what() << "\nRun with --help for more information.\n";
     exit_code = kUsageMistake;
     return std::nullopt;
   }

@@ -20,8 +20,6 @@ Ending::Ending(bool with_parent) : with_parent_(with_parent), parent_(::getppid(
   sigaddset(&signals_, SIGTERM);
   sigaddset(&signals_, kParentSignal);
   ::pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
-  // Whoever reads our output may stop reading it.
-  std::signal(SIGPIPE, SIG_IGN);
   if (with_parent_) ::prctl(PR_SET_PDEATHSIG, kParentSignal);
 }
 

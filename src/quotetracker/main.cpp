@@ -1,7 +1,6 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -9,6 +8,7 @@
 #include "quotetracker/command_line.h"
 #include "quotetracker/ending.h"
 #include "quotetracker/server.h"
+#include "terminal/standard_streams.h"
 
 namespace {
 
@@ -16,6 +16,9 @@ using mirelo::quotetracker::CommandLine;
 using mirelo::quotetracker::Ending;
 using mirelo::quotetracker::ReadCommandLine;
 using mirelo::quotetracker::Server;
+using mirelo::terminal::Err;
+using mirelo::terminal::Indented;
+using mirelo::terminal::Out;
 
 // Whoever waits for the file finds it whole or not at all.
 void WritePortFile(const std::string& path, const std::string& ports) {
@@ -29,26 +32,34 @@ void WritePortFile(const std::string& path, const std::string& ports) {
 
 int Serve(CommandLine command) {
   Ending ending(command.exit_with_parent);
-  command.server.complain = [](const std::string& message) { std::cerr << message << std::endl; };
+  command.server.complain = [](const std::string& message) { Err() << message << "\n"; };
   Server server(std::move(command.server));
   const std::string ports = "HTTP port " + std::to_string(server.HttpPort()) + "\nstream port " +
                             std::to_string(server.StreamPort()) + "\n";
   if (!command.port_file.empty()) WritePortFile(command.port_file, ports);
-  std::cout << ports << std::flush;
+  Out() << mirelo::terminal::Lines(ports);
+  Out().Flush();
   ending.Wait();
-  if (command.count_quotes) std::cout << "quotes streamed " << server.QuotesStreamed() << std::endl;
+  if (command.count_quotes) Out() << "quotes streamed " << server.QuotesStreamed() << "\n";
   return 0;
+}
+
+int Run(int argc, char** argv) try {
+  int exit_code = 0;
+  auto command = ReadCommandLine(argc, argv, exit_code);
+  return command ? Serve(*std::move(command)) : exit_code;
+} catch (const std::exception& error) {
+  Err() << "quotetracker: " << Indented(error.what()) << "\n";
+  return 1;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    int exit_code = 0;
-    auto command = ReadCommandLine(argc, argv, exit_code);
-    return command ? Serve(*std::move(command)) : exit_code;
-  } catch (const std::exception& error) {
-    std::cerr << "quotetracker: " << error.what() << '\n';
-    return 1;
-  }
+  mirelo::terminal::PrepareStandardStreams();
+  const int exit_code = Run(argc, argv);
+  Out().Flush();
+  if (Out().Good() || Out().ReaderHasGone()) return exit_code;
+  Err() << "quotetracker: cannot write the output: " << Out().Trouble() << "\n";
+  return 1;
 }

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "automation/runtime_error.h"
+#include "automation/visible_text.h"
 #include "quotetracker/ascii.h"
 
 namespace mirelo::quotetracker {
@@ -27,9 +29,12 @@ bool ReadCount(std::string_view text, Quote& quote) {
   return error == std::errc{} && end == text.data() + text.size() && member >= 0;
 }
 
-bool ReadTicker(std::string_view text, Quote& quote) {
-  quote.ticker = text;
+// The one text in the columns; what mirelo prints as comma-separated lines is escaped.
+bool ReadTicker(std::string_view text, Quote& quote) try {
+  quote.ticker = Unescaped(text);
   return !text.empty();
+} catch (const RuntimeError&) {
+  return false;
 }
 
 template <std::size_t kWidth>

@@ -32,6 +32,21 @@ TEST(ChildProcess, SaysWhyItCannotStart) {
   EXPECT_EQ(error.Description(), "Cannot start /nowhere/quotetracker: No such file or directory");
 }
 
+// What the owner ignores and holds back is its own affair.
+TEST(ChildProcess, HasTheUsualSignals) {
+  std::signal(SIGPIPE, SIG_IGN);
+  sigset_t held;
+  sigemptyset(&held);
+  sigaddset(&held, SIGTERM);
+  ::sigprocmask(SIG_BLOCK, &held, nullptr);
+  ChildProcess child("/bin/sh", {"-c", "grep -E 'Sig(Ign|Blk)' /proc/self/status"});
+  ::sigprocmask(SIG_UNBLOCK, &held, nullptr);
+  EXPECT_EQ(child.ReadLine(seconds(10)), "SigBlk:\t0000000000000000");
+  const std::string ignored = child.ReadLine(seconds(10)).value();
+  const auto mask = std::stoull(ignored.substr(ignored.find('\t') + 1), nullptr, 16);
+  EXPECT_EQ(mask >> (SIGPIPE - 1) & 1, 0U) << ignored;
+}
+
 TEST(ChildProcess, EndsWithItsOwner) {
   pid_t pid = 0;
   {

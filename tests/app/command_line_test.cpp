@@ -66,18 +66,6 @@ TEST_F(CommandLine, EndsWithTwoWhenItIsNotUnderstood) {
   }
 }
 
-TEST_F(CommandLine, EndsWithOneWhenItsOutputCannotBeWritten) {
-  const std::string program = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
-  for (const std::string command :
-       {"--version", "--help", "settings list", "settings get Seconds", "settings export"}) {
-    SCOPED_TRACE(command);
-    const auto result =
-        RunProgram("/bin/sh", folder_.path(), {"-c", "exec '" + program + "' " + command + " > /dev/full"});
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "error: cannot write the output; it is not complete\n");
-  }
-}
-
 TEST_F(CommandLine, ReadsNoSettingsForHelp) {
   Run({"quotes", "--help"});
   EXPECT_FALSE(std::filesystem::exists(folder_ / "home/.local"));

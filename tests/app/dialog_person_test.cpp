@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,6 +19,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "support/facade_test.h"
+#include "terminal/output.h"
 
 namespace mirelo::testing {
 namespace {
@@ -70,7 +70,7 @@ class Person : public FacadeTest {
     }
   }
 
-  std::ostringstream printed;
+  terminal::TextOutput printed;
   app::AttendedDesktop terminal{printed};
   ScriptedPortfolios tracker;
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
@@ -104,7 +104,7 @@ TEST_F(Person, AddsTheTickersInCapitalsAndPressesGo) {
   EXPECT_EQ(Go(), 78);
   EXPECT_EQ(complaint, "");
   EXPECT_THAT(tickers, ElementsAre("MSFT", "IBM", "GE"));
-  EXPECT_EQ(printed.str(), "");
+  EXPECT_EQ(printed.Text(), "");
 }
 
 TEST_F(Person, TakesATickerThatIsNamedTwiceOnce) {
@@ -208,7 +208,7 @@ TEST_F(Person, CannotTickChartsWithoutTheirFields) {
   wishes.settings = {{"BuildCharts", "1"}};
   wishes.ticks = {{"IBM", "Charts"}};
   ExpectComplaint("--tick IBM:Charts: the dialog does not let it be ticked");
-  EXPECT_THAT(printed.str(),
+  EXPECT_THAT(printed.Text(),
               HasSubstr("information: Dovanta2: Add  the 'LastVolume' column for the vertical output."));
 }
 
@@ -216,8 +216,8 @@ TEST_F(Person, CancelsWhenTheDialogReportsAFailure) {
   Save("Style", "Blue");
   registry.Raise("RegQueryValueExA");
   EXPECT_EQ(Go(), 2);
-  EXPECT_EQ(complaint, "the dialog has reported a failure") << printed.str();
-  EXPECT_THAT(printed.str(), HasSubstr("pressed: Abort"));
+  EXPECT_EQ(complaint, "the dialog has reported a failure") << printed.Text();
+  EXPECT_THAT(printed.Text(), HasSubstr("pressed: Abort"));
   EXPECT_THAT(internet.requests, IsEmpty());
 }
 
@@ -225,8 +225,8 @@ TEST_F(Person, CancelsWhenAFailureIsReportedAmongItsActs) {
   wishes.settings = {{"FillColorON", "255"}};
   registry.Fail("RegSetValueExA", 82);  // behind the list of sources
   EXPECT_EQ(Go(), 2);
-  EXPECT_EQ(complaint, "the dialog has reported a failure") << printed.str();
-  EXPECT_THAT(printed.str(), HasSubstr("Mirelo.frmMirelo.ButOn_Click"));
+  EXPECT_EQ(complaint, "the dialog has reported a failure") << printed.Text();
+  EXPECT_THAT(printed.Text(), HasSubstr("Mirelo.frmMirelo.ButOn_Click"));
   EXPECT_THAT(internet.requests, IsEmpty());
 }
 

@@ -6,13 +6,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 namespace mirelo::testing {
 
 namespace {
+
+const std::filesystem::path kMirelo = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
 
 std::string ReadFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -25,15 +29,19 @@ void Redirect(const std::filesystem::path& path, int flags, int descriptor) {
   ::close(file);
 }
 
-}  // namespace
-
-ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
-                        const std::string& input) {
-  return RunProgram(std::filesystem::path(MIRELO_BIN_DIR) / "mirelo", folder, arguments, input);
+// A pipe that nobody reads.
+void RedirectToNobody(int descriptor) {
+  int ends[2];
+  if (::pipe(ends) != 0) ::_exit(126);
+  ::close(ends[0]);
+  ::dup2(ends[1], descriptor);
+  ::close(ends[1]);
 }
 
-ProgramResult RunProgram(const std::filesystem::path& program, const std::filesystem::path& folder,
-                         const std::vector<std::string>& arguments, const std::string& input) {
+// `prepare` has the last word on the program's standard streams.
+ProgramResult Run(const std::filesystem::path& program, const std::filesystem::path& folder,
+                  const std::vector<std::string>& arguments, const std::string& input,
+                  const std::function<void()>& prepare) {
   const auto home = folder / "home";
   std::filesystem::create_directories(home);
   const auto in = home / "in";
@@ -53,17 +61,45 @@ ProgramResult RunProgram(const std::filesystem::path& program, const std::filesy
     ::unsetenv("XDG_DATA_HOME");
     ::unsetenv("LC_ALL");
     ::unsetenv("LC_TIME");
+    std::signal(SIGPIPE, SIG_DFL);
     ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);  // root's right to write what nobody may
     if (::chdir(folder.c_str()) != 0) ::_exit(126);
     Redirect(in, O_RDONLY, STDIN_FILENO);
     Redirect(out, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
     Redirect(err, O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
+    prepare();
     ::execv(argv[0], argv.data());
     ::_exit(127);
   }
   int status = 0;
   ::waitpid(pid, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), ReadFile(out), ReadFile(err)};
+  const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+  return {signal == 0 ? WEXITSTATUS(status) : 128 + signal, signal, ReadFile(out), ReadFile(err)};
+}
+
+}  // namespace
+
+ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
+                        const std::string& input) {
+  return Run(kMirelo, folder, arguments, input, [] {});
+}
+
+ProgramResult RunProgram(const std::filesystem::path& program, const std::filesystem::path& folder,
+                         const std::vector<std::string>& arguments, const std::string& input) {
+  return Run(program, folder, arguments, input, [] {});
+}
+
+ProgramResult RunMireloUnread(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
+                              bool errors_too) {
+  return Run(kMirelo, folder, arguments, "", [=] {
+    RedirectToNobody(STDOUT_FILENO);
+    if (errors_too) RedirectToNobody(STDERR_FILENO);
+  });
+}
+
+ProgramResult RunMireloOnFullDisk(const std::filesystem::path& folder,
+                                  const std::vector<std::string>& arguments) {
+  return Run(kMirelo, folder, arguments, "", [] { Redirect("/dev/full", O_WRONLY, STDOUT_FILENO); });
 }
 
 }  // namespace mirelo::testing

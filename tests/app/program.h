@@ -8,6 +8,7 @@ namespace mirelo::testing {
 
 struct ProgramResult {
   int exit_code = -1;  // 128 and the signal's number for a program that a signal ended
+  int signal = 0;      // that number
   std::string out;
   std::string err;
 };
@@ -21,5 +22,13 @@ ProgramResult RunMirelo(const std::filesystem::path& folder, const std::vector<s
 // The same with the program of that file.
 ProgramResult RunProgram(const std::filesystem::path& program, const std::filesystem::path& folder,
                          const std::vector<std::string>& arguments, const std::string& input = "");
+
+// Runs mirelo with nobody to read its standard output, nor, where `errors_too`, its standard error stream.
+ProgramResult RunMireloUnread(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
+                              bool errors_too = false);
+
+// Runs mirelo with its standard output on a disk without room.
+ProgramResult RunMireloOnFullDisk(const std::filesystem::path& folder,
+                                  const std::vector<std::string>& arguments);
 
 }  // namespace mirelo::testing

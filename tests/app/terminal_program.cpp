@@ -43,7 +43,8 @@ ProgramResult RunMireloInTerminal(const std::filesystem::path& folder,
   ::close(terminal);
   int status = 0;
   ::waitpid(pid, &status, 0);
-  result.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  result.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+  result.exit_code = result.signal == 0 ? WEXITSTATUS(status) : 128 + result.signal;
   std::erase(result.out, '\r');
   return result;
 }

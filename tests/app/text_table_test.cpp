@@ -34,12 +34,23 @@ TEST(TextTable, CountsCharactersNotBytes) {
             "\xC3\xA4\xC3\xB6\xC3\xBC   y\n");
 }
 
+TEST(TextTable, MakesCellsAsWideAsTheyAreShown) {
+  TextTable table({"Na\tme", "x"});
+  table.AddRow({"a\nb\033", "y"});
+  table.AddRow({"株価", "\u202E"});
+  EXPECT_EQ(table.ToText(false),
+            "Na\\tme      x\n"
+            "----------  ------\n"
+            "a\\nb\\u001B  y\n"
+            "株価        \\u202E\n");
+}
+
 TEST(TextTable, PaintsChangesByTheirSign) {
   TextTable table({"Change"});
   table.AddRow({"0.5"});
   table.AddRow({"-0.5"});
   table.AddRow({"0"});
-  const std::string text = table.ToText(true);
+  const std::string text = table.ToText(true).Bytes();
   EXPECT_NE(text.find("\033[32m   0.5\033[0m"), std::string::npos) << text;
   EXPECT_NE(text.find("\033[31m  -0.5\033[0m"), std::string::npos) << text;
   EXPECT_NE(text.find("\n     0\n"), std::string::npos) << text;

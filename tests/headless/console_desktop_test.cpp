@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "forms/button.h"
 #include "forms/form.h"
 #include "forms/text_box.h"
+#include "terminal/output.h"
 
 namespace mirelo::headless {
 namespace {
@@ -59,20 +59,30 @@ TEST(ConsoleDesktop, PrintsABoxAsALineWithAWordForItsIcon) {
        "warning: Dovanta2: Please run QuoteTracker.\n  answered: No\n"},
   };
   for (const auto& [style, line] : kBoxes) {
-    std::ostringstream out;
+    terminal::TextOutput out;
     ConsoleDesktop(out).MessageBox("Please run QuoteTracker.", style, "Dovanta2");
-    EXPECT_EQ(out.str(), line);
+    EXPECT_EQ(out.Text(), line);
   }
 }
 
 TEST(ConsoleDesktop, IndentsFurtherLinesAndLeavesOutAnEmptyTitle) {
-  std::ostringstream out;
+  terminal::TextOutput out;
   ConsoleDesktop(out).MessageBox("first\r\nsecond\nthird", Desktop::kCritical, "");
-  EXPECT_EQ(out.str(), "error: first\n  second\n  third\n");
+  EXPECT_EQ(out.Text(), "error: first\n  second\n  third\n");
+}
+
+TEST(ConsoleDesktop, ShowsNothingThatATerminalWouldObey) {
+  terminal::TextOutput out;
+  ConsoleDesktop desktop(out);
+  desktop.MessageBox("a\033[2J\a\rb", Desktop::kCritical, "t\u009B");
+  desktop.ShellExecuteA("open", "mailto:\033c");
+  EXPECT_EQ(out.Text(),
+            "error: t\\u009B: a\\u001B[2J\\u0007\\rb\n"
+            "open: mailto:\\u001Bc\n");
 }
 
 TEST(ConsoleDesktop, AnswersForNobodyWithTheLeastConsequence) {
-  std::ostringstream out;
+  terminal::TextOutput out;
   ConsoleDesktop desktop(out);
   EXPECT_EQ(desktop.MessageBox("", Desktop::kOkOnly, ""), Answer::Ok);
   EXPECT_EQ(desktop.MessageBox("", Desktop::kCritical, ""), Answer::Ok);
@@ -84,7 +94,7 @@ TEST(ConsoleDesktop, AnswersForNobodyWithTheLeastConsequence) {
 }
 
 TEST(ConsoleDesktop, AnswersFromItsScriptWhileItLasts) {
-  std::ostringstream out;
+  terminal::TextOutput out;
   ConsoleDesktop desktop(out, {{Answer::Yes, Answer::Retry}, {"Retry", ""}});
   EXPECT_EQ(desktop.MessageBox("Overwrite?", Desktop::kYesNo, ""), Answer::Yes);
   EXPECT_EQ(desktop.MessageBox("Failed", Desktop::kAbortRetryIgnore, ""), Answer::Retry);
@@ -95,34 +105,34 @@ TEST(ConsoleDesktop, AnswersFromItsScriptWhileItLasts) {
 }
 
 TEST(ConsoleDesktop, PrintsAFormWithItsReportAndTheButtonPressed) {
-  std::ostringstream out;
+  terminal::TextOutput out;
   ConsoleDesktop desktop(out);
   TagBehind(desktop, kAbortRetry);
-  EXPECT_EQ(out.str(), "form: Question\n  Error: 13\n  Type mismatch\n  pressed: Abort\n");
+  EXPECT_EQ(out.Text(), "form: Question\n  Error: 13\n  Type mismatch\n  pressed: Abort\n");
 }
 
 TEST(ConsoleDesktop, ClosesAFormThatItsButtonDoesNotEnd) {
-  std::ostringstream out;
+  terminal::TextOutput out;
   ConsoleDesktop desktop(out, {{}, {"Help"}});
   EXPECT_EQ(TagBehind(desktop, {"Help"}), "");
-  EXPECT_EQ(out.str(), "form: Question\n  Error: 13\n  Type mismatch\n  pressed: Help\n");
+  EXPECT_EQ(out.Text(), "form: Question\n  Error: 13\n  Type mismatch\n  pressed: Help\n");
 }
 
 TEST(ConsoleDesktop, PrintsAddressesAndKnowsNoPlaces) {
-  std::ostringstream out;
+  terminal::TextOutput out;
   ConsoleDesktop desktop(out);
   Question form(kNeither);
   EXPECT_GT(desktop.ShellExecuteA("open", "mailto:help@example.org"), 32);
-  EXPECT_EQ(out.str(), "open: mailto:help@example.org\n");
+  EXPECT_EQ(out.Text(), "open: mailto:help@example.org\n");
   EXPECT_EQ(desktop.GetWindowPlacement(form), std::nullopt);
   EXPECT_EQ(desktop.GetDesktopPlacement(), std::nullopt);
   EXPECT_FALSE(desktop.SetWindowPlacement(form, {}));
 }
 
 TEST(ConsoleDesktop, IsSilentForABeep) {
-  std::ostringstream out;
+  terminal::TextOutput out;
   ConsoleDesktop(out).Beep();
-  EXPECT_EQ(out.str(), "");
+  EXPECT_EQ(out.Text(), "");
 }
 
 TEST(ConsoleDesktop, PrintsToTheStandardErrorStreamUnlessToldOtherwise) {

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -77,6 +78,26 @@ TEST_F(Opener, IsNotWaitedFor) {
   EXPECT_FALSE(std::filesystem::exists(folder_.path() / "given"));
   std::ofstream(folder_.path() / "go");
   EXPECT_EQ(Given(), "1|late\n");
+}
+
+TEST_F(Opener, HasTheUsualSignals) {
+  std::signal(SIGPIPE, SIG_IGN);
+  sigset_t held;
+  sigemptyset(&held);
+  sigaddset(&held, SIGTERM);
+  ::sigprocmask(SIG_BLOCK, &held, nullptr);
+  const std::string file = (folder_.path() / "given").string();
+  Install("/bin/grep -E 'Sig(Blk|Ign)' /proc/self/status > " + file + ".new\n/bin/mv " + file + ".new " + file +
+          "\n");
+  desktop.ShellExecuteA("open", "address");
+  ::sigprocmask(SIG_UNBLOCK, &held, nullptr);
+  std::istringstream signals(Given());
+  std::string name;
+  unsigned long long mask = 1;
+  signals >> name >> std::hex >> mask;
+  EXPECT_EQ(mask, 0U) << name << " holds back";
+  signals >> name >> std::hex >> mask;
+  EXPECT_EQ(mask >> (SIGPIPE - 1) & 1, 0U) << name << " ignores";
 }
 
 TEST_F(Opener, ThatIsNotThereIsNoProgramForTheAddress) {

@@ -104,6 +104,12 @@ TEST(Replay, TakesAnEmptyFieldForZero) {
   EXPECT_EQ(replay->Look("A").tick, Tick::kSame);
 }
 
+// As mirelo writes the ticker "A\B" with a control behind it.
+TEST(Replay, ReadsATickerThatIsEscaped) {
+  const auto replay = FromText("Ticker,Date,Time,Last\nA\\\\B\\u0007,12/30/2005,09:30:00,1.5\n", 1, Wall());
+  EXPECT_EQ(replay->Look("A\\B\a").last, *ParsePrice("1.5"));
+}
+
 TEST(Replay, TellsTheLastVolumeFromTheVolumesWhereTheFileDoesNot) {
   const auto clock = FixedClock("01/01/2020", "00:00:00");
   const std::string day = "Ticker,Date,Time,Volume\n";
@@ -143,6 +149,8 @@ TEST(Replay, SaysWhatIsWrongWithItsFile) {
         Case{"Ticker,Date,Time\nA,12/30/2005,09:30:00,1\n", "day.csv, line 2: more fields than columns"},
         Case{"Ticker,Date,Time\n,12/30/2005,09:30:00\n",
              "day.csv, line 2: \"\" cannot stand in column \"Ticker\""},
+        Case{"Ticker,Date,Time\nA\\B,12/30/2005,09:30:00\n",
+             "day.csv, line 2: \"A\\B\" cannot stand in column \"Ticker\""},
         Case{"Ticker,Date,Time\nA,30/12/2005,09:30:00\n",
              "day.csv, line 2: \"30/12/2005\" cannot stand in column \"Date\""},
         Case{"Ticker,Date,Time\n\nA,12/30/2005,9:30\n",

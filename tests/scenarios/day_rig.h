@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +23,7 @@
 #include "support/memory_winsock.h"
 #include "support/recording_system.h"
 #include "support/test_host.h"
+#include "terminal/output.h"
 
 namespace mirelo::testing {
 
@@ -56,7 +56,7 @@ class Day : public ::testing::Test {
   app::ObservedSockets sockets{winsock};
   MemoryVault vault;
   RecordingSystem system;
-  std::ostringstream printed;
+  terminal::TextOutput printed;
   app::AttendedDesktop desktop{printed};
   TestHost host;
   host::HostScope installed;

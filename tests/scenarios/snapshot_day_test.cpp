@@ -75,7 +75,7 @@ TEST_F(SnapshotDay, BeginsWithTheDialogsGoAndTheFirstQuotes) {
   EXPECT_EQ(Text(kTable, 4, 1), "IBM");
   EXPECT_EQ(Text(kTable, 4, 2), "160.5");
   EXPECT_THAT(internet.Resources(), Contains("/req?GetLastQuote(MSFT,IBM)"));
-  EXPECT_EQ(printed.str(), "");
+  EXPECT_EQ(printed.Text(), "");
 }
 
 TEST_F(SnapshotDay, AsksAgainAtThePaceOfTheSettings) {
@@ -223,7 +223,7 @@ TEST_F(SnapshotDay, GoesOnWhenQuoteTrackerDoesNotAnswerForAWhile) {
   Pass(45s);
   EXPECT_EQ(QuoteRequests(), 4);
   EXPECT_EQ(told.back(), "QuoteTracker gave no quotes; going on");
-  EXPECT_THAT(printed.str(), HasSubstr("Data retrieval error."));
+  EXPECT_THAT(printed.Text(), HasSubstr("Data retrieval error."));
   EXPECT_EQ(Text(kTable, 3, 2), "28.35") << "what was known stays";
   Reply({{"MSFT", "31"}, {"IBM"}});
   Pass(15s);

@@ -1,13 +1,13 @@
 #include "adapters/headless/console_desktop.h"
 
 #include <functional>
-#include <iostream>
 #include <string_view>
 #include <utility>
 
 #include "forms/button.h"
 #include "forms/form.h"
 #include "forms/text_box.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::headless {
 
@@ -56,18 +56,6 @@ Value TakeFirst(std::deque<Value>& script, Value otherwise) {
   return first;
 }
 
-// Lines may end in CR LF or LF; those behind the first are indented, so that they are seen to belong to it.
-void PrintIndented(std::ostream& out, std::string_view text) {
-  for (const char c : text) {
-    if (c == '\n') {
-      out << "\n  ";
-    } else if (c != '\r') {
-      out << c;
-    }
-  }
-  out << '\n';
-}
-
 // Null when there is none, or none with a caption when none is asked for.
 forms::Button* FindButton(const forms::Form& form, const std::string& caption) {
   if (caption.empty()) return nullptr;
@@ -82,29 +70,30 @@ constexpr int kShellSucceeded = 33;
 
 }  // namespace
 
-ConsoleDesktop::ConsoleDesktop() : ConsoleDesktop(std::cerr) {}
+ConsoleDesktop::ConsoleDesktop() : ConsoleDesktop(terminal::Err()) {}
 
-ConsoleDesktop::ConsoleDesktop(std::ostream& out, Script script) : out_(out), script_(std::move(script)) {}
+ConsoleDesktop::ConsoleDesktop(terminal::Output& out, Script script)
+    : out_(out), script_(std::move(script)) {}
 
 Answer ConsoleDesktop::MessageBox(const std::string& text, int style, const std::string& title) {
   out_ << IconWord(style);
   if (!title.empty()) out_ << title << ": ";
-  PrintIndented(out_, text);
+  out_ << terminal::Indented(text) << "\n";
   const Answer answer = TakeFirst(script_.box_answers, MostCarefulAnswer(style));
-  if (ButtonsOf(style) != kOkOnly) out_ << "  answered: " << AnswerWord(answer) << '\n';
-  out_.flush();
+  if (ButtonsOf(style) != kOkOnly) out_ << "  answered: " << AnswerWord(answer) << "\n";
+  out_.Flush();
   return answer;
 }
 
 void ConsoleDesktop::ShowModal(forms::Form& form) {
   forms::ShowModal(form, [&](const std::function<bool()>& ended) {
-    out_ << "form: " << form.Caption() << '\n';
+    out_ << "form: " << form.Caption() << "\n";
     for (const forms::Control* control : form.Controls()) {
       const auto* box = dynamic_cast<const forms::TextBox*>(control);
-      if (box != nullptr && box->MultiLine()) PrintIndented(out_ << "  ", box->Text());
+      if (box != nullptr && box->MultiLine()) out_ << "  " << terminal::Indented(box->Text()) << "\n";
     }
     Press(form);
-    out_.flush();
+    out_.Flush();
     if (!ended()) form.Close();
   });
 }
@@ -118,12 +107,13 @@ void ConsoleDesktop::Press(forms::Form& form) {
     out_ << "  closed\n";
     return form.Close();
   }
-  out_ << "  pressed: " << button->Caption() << '\n';
+  out_ << "  pressed: " << button->Caption() << "\n";
   button->UserPress();
 }
 
 int ConsoleDesktop::ShellExecuteA(const std::string& verb, const std::string& file) {
-  out_ << verb << ": " << file << std::endl;
+  out_ << verb << ": " << file << "\n";
+  out_.Flush();
   return kShellSucceeded;
 }
 

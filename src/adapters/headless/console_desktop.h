@@ -1,10 +1,10 @@
 #pragma once
 
 #include <deque>
-#include <iosfwd>
 #include <string>
 
 #include "host/desktop.h"
+#include "terminal/output.h"
 
 namespace mirelo::headless {
 
@@ -31,7 +31,7 @@ class ConsoleDesktop : public host::Desktop {
   // Prints to the standard error stream.
   ConsoleDesktop();
   // `out` must outlive the desktop.
-  explicit ConsoleDesktop(std::ostream& out, Script script = {});
+  explicit ConsoleDesktop(terminal::Output& out, Script script = {});
 
   Answer MessageBox(const std::string& text, int style, const std::string& title) override;
   // Prints the form's caption and what its boxes of several lines hold, and presses one button. A form that
@@ -51,7 +51,7 @@ class ConsoleDesktop : public host::Desktop {
  private:
   void Press(forms::Form& form);
 
-  std::ostream& out_;
+  terminal::Output& out_;
   Script script_;
 };
 

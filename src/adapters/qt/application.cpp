@@ -8,8 +8,9 @@
 #include <QApplication>
 #include <cerrno>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
+
+#include "terminal/standard_streams.h"
 
 namespace mirelo::qt {
 
@@ -23,7 +24,7 @@ void Tell(QtMsgType, const QMessageLogContext&, const QString& text) {
   for (const char* usual : {"Detected locale ", "QStandardPaths: "}) {
     if (text.startsWith(QLatin1String(usual))) return;
   }
-  std::fprintf(stderr, "%s\n", qPrintable(text));
+  terminal::Err() << text.toStdString() << "\n";
 }
 
 // Qt sets the locale of the whole program to the person's. Letters may stay so; numbers and dates are ours.

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <string>
 
 #include "adapters/qt/qt_desktop.h"
@@ -24,6 +25,11 @@ constexpr const char* kOpener = "xdg-open";
 [[noreturn]] void RunOpener(const char* file, int report) {
   if (::fork() != 0) ::_exit(0);
   ::setsid();
+  // Signals that this program ignores or holds back are its own affair.
+  std::signal(SIGPIPE, SIG_DFL);
+  sigset_t none;
+  sigemptyset(&none);
+  ::sigprocmask(SIG_SETMASK, &none, nullptr);
   ::execlp(kOpener, kOpener, file, static_cast<char*>(nullptr));
   const int error = errno;
   (void)!::write(report, &error, sizeof error);

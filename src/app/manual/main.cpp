@@ -2,10 +2,8 @@
 //   write_manual FOLDER
 
 #include <CLI/CLI.hpp>
-#include <exception>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 
@@ -14,10 +12,12 @@
 #include "app/manual/fish_completion.h"
 #include "app/manual/man_page.h"
 #include "app/mirelo_program.h"
+#include "app/run_program.h"
 #include "app/windows_commands.h"
 #include "core/product.h"
 #include "core/settings_catalogue.h"
 #include "quotetracker/command_line.h"
+#include "terminal/standard_streams.h"
 
 namespace {
 
@@ -108,7 +108,7 @@ void WriteAbout(const CommandFacts& program, const PageNotes& notes, const std::
 
 int Main(int argc, char** argv) {
   if (argc != 2) {
-    std::cerr << "usage: write_manual FOLDER\n";
+    terminal::Err() << "usage: write_manual FOLDER\n";
     return 2;
   }
   const std::filesystem::path folder = argv[1];
@@ -122,10 +122,5 @@ int Main(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return Main(argc, argv);
-  } catch (const std::exception& error) {
-    std::cerr << "write_manual: " << error.what() << '\n';
-    return 1;
-  }
+  return RunProgram([&] { return Main(argc, argv); });
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace mirelo::app {
+namespace mirelo::terminal {
 
 // Text (UTF-8) as a terminal lays it out: most characters are one column wide, ideographs and pictures two,
 // and marks that combine with the character before them none.
@@ -18,8 +18,4 @@ std::string_view FirstColumns(std::string_view text, std::size_t columns);
 // characters allow it. `columns` is at least 1.
 std::string Shortened(std::string_view text, std::size_t columns);
 
-// The text with blanks in place of the characters that a terminal would obey and not show (controls, line
-// ends, marks of direction), and replacement characters in place of bytes that are no UTF-8.
-std::string Printable(std::string_view text);
-
-}  // namespace mirelo::app
+}  // namespace mirelo::terminal

@@ -1,14 +1,14 @@
-#include "app/terminal_color.h"
+#include "terminal/color.h"
 
 #include <gtest/gtest.h>
 
-namespace mirelo::app {
+namespace mirelo::terminal {
 namespace {
 
 constexpr Rgb kRed{255, 0, 0};
 constexpr Rgb kWhite{255, 255, 255};
 
-TEST(TerminalColor, TakesTheNearestOfThePalette) {
+TEST(Color, TakesTheNearestOfThePalette) {
   struct {
     Rgb color;
     int index;
@@ -20,17 +20,17 @@ TEST(TerminalColor, TakesTheNearestOfThePalette) {
   }
 }
 
-TEST(TerminalColor, PaintsAsDeepAsTheTerminalShows) {
+TEST(Color, PaintsAsDeepAsTheTerminalShows) {
   const Paint paint{kRed, kWhite, true, false};
   EXPECT_EQ(Painted("x", paint, ColorDepth::None), "x");
   EXPECT_EQ(Painted("x", paint, ColorDepth::Palette), "\033[1;38;5;196;48;5;231mx\033[0m");
   EXPECT_EQ(Painted("x", paint, ColorDepth::Full), "\033[1;38;2;255;0;0;48;2;255;255;255mx\033[0m");
 }
 
-TEST(TerminalColor, LeavesAloneWhatHasNoPaint) {
+TEST(Color, LeavesAloneWhatHasNoPaint) {
   EXPECT_EQ(Painted("x", {}, ColorDepth::Full), "x");
   EXPECT_EQ(Painted("", {kRed, {}, false, false}, ColorDepth::Full), "");
 }
 
 }  // namespace
-}  // namespace mirelo::app
+}  // namespace mirelo::terminal

@@ -2,9 +2,10 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
-namespace mirelo::app {
+#include "terminal/shown_text.h"
+
+namespace mirelo::terminal {
 
 struct Rgb {
   std::uint8_t red = 0;
@@ -30,9 +31,9 @@ struct Paint {
 };
 
 // The text between the sequences that paint it.
-std::string Painted(const std::string& text, const Paint& paint, ColorDepth depth);
+ShownText Painted(const ShownText& text, const Paint& paint, ColorDepth depth);
 
 // The nearest colour of the palette's fixed part, 16 to 255.
 int PaletteIndex(Rgb color);
 
-}  // namespace mirelo::app
+}  // namespace mirelo::terminal

@@ -1,14 +1,15 @@
-#include "app/terminal_color.h"
-
-#include <unistd.h>
+#include "terminal/color.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
-namespace mirelo::app {
+#include "terminal/standard_streams.h"
+
+namespace mirelo::terminal {
 
 namespace {
 
@@ -46,16 +47,15 @@ std::string Selection(Rgb color, ColorDepth depth) {
 
 ColorDepth DepthOfOutput() {
   const std::string_view terminal = Environment("TERM");
-  if (::isatty(STDOUT_FILENO) != 1 || !Environment("NO_COLOR").empty() || terminal.empty() ||
-      terminal == "dumb") {
+  if (!Out().IsTerminal() || !Environment("NO_COLOR").empty() || terminal.empty() || terminal == "dumb") {
     return ColorDepth::None;
   }
   const std::string_view colors = Environment("COLORTERM");
   return colors == "truecolor" || colors == "24bit" ? ColorDepth::Full : ColorDepth::Palette;
 }
 
-std::string Painted(const std::string& text, const Paint& paint, ColorDepth depth) {
-  if (depth == ColorDepth::None || paint == Paint() || text.empty()) return text;
+ShownText Painted(const ShownText& text, const Paint& paint, ColorDepth depth) {
+  if (depth == ColorDepth::None || paint == Paint() || text.Bytes().empty()) return text;
   std::string parameters;
   const auto add = [&](const std::string& parameter) {
     parameters += (parameters.empty() ? "" : ";") + parameter;
@@ -64,7 +64,7 @@ std::string Painted(const std::string& text, const Paint& paint, ColorDepth dept
   if (paint.dim) add("2");
   if (paint.letters) add("38" + Selection(*paint.letters, depth));
   if (paint.ground) add("48" + Selection(*paint.ground, depth));
-  return "\033[" + parameters + 'm' + text + "\033[0m";
+  return Painted(text, parameters);
 }
 
 int PaletteIndex(Rgb color) {
@@ -82,4 +82,4 @@ int PaletteIndex(Rgb color) {
   return kFirstOfCube + 36 * red + 6 * green + blue;
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo::terminal

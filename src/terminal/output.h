@@ -1,0 +1,64 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "terminal/shown_text.h"
+
+namespace mirelo::terminal {
+
+// What texts for people, and data for other programs, are written to; the only one. A literal is the
+// program's own and stands as it is, and so does what is a ShownText. Any other text may be from outside and
+// is made visible, its line ends too:
+//
+//   Err() << "error: there is no sheet " << name << "\n";
+class Output {
+ public:
+  Output() = default;
+  virtual ~Output() = default;
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  template <std::size_t N>
+  Output& operator<<(const char (&words)[N]) {
+    Put(words);
+    return *this;
+  }
+  template <std::size_t N>
+  Output& operator<<(char (&buffer)[N]) = delete;
+  Output& operator<<(const ShownText& text) {
+    Put(text.Bytes());
+    return *this;
+  }
+  Output& operator<<(std::string_view text) {
+    Put(Visible(text));
+    return *this;
+  }
+  template <std::integral Number>
+  Output& operator<<(Number number) {
+    Put(std::to_string(number));
+    return *this;
+  }
+  Output& operator<<(char) = delete;
+
+  // Hands on what is kept back.
+  virtual void Flush() {}
+
+ private:
+  virtual void Put(std::string_view bytes) = 0;
+};
+
+// Keeps what is written, for tests.
+class TextOutput : public Output {
+ public:
+  const std::string& Text() const { return text_; }
+
+ private:
+  void Put(std::string_view bytes) override { text_ += bytes; }
+
+  std::string text_;
+};
+
+}  // namespace mirelo::terminal

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "terminal/output.h"
+
+namespace mirelo::terminal {
+
+// One of the two streams that a program starts with. Once a write has failed nothing more is written, and
+// nobody is disturbed: Good says so to those whose purpose the output is. Any thread may write.
+class StandardStream : public Output {
+ public:
+  // What is put into it waits for a Flush, or until there is much of it.
+  explicit StandardStream(int descriptor) : descriptor_(descriptor) {}
+  // Whole lines are written at once, and behind all that was put into `before`, so that a person reads
+  // everything in the order in which it was said.
+  StandardStream(int descriptor, StandardStream& before) : descriptor_(descriptor), before_(&before) {}
+  ~StandardStream() override;
+
+  void Flush() override;
+
+  // Whether all that was flushed could be written.
+  bool Good() const { return error_ == 0; }
+  // Whether that is because whoever read it reads no more.
+  bool ReaderHasGone() const;
+  // Why it is not, in the machine's words.
+  std::string Trouble() const;
+  // Forgets that something could not be written.
+  void Forgive() { error_ = 0; }
+
+  bool IsTerminal() const;
+  // The characters of a line of the terminal; 0 where it is none and lines have no end.
+  std::size_t LineWidth() const;
+
+ private:
+  void Put(std::string_view bytes) override;
+  void Write();
+
+  int descriptor_;
+  StandardStream* before_ = nullptr;
+  std::mutex mutex_;  // guards what follows
+  std::string waiting_;
+  std::atomic<int> error_ = 0;
+};
+
+// The standard output. It is flushed when the program ends; before that by who wants to be read at once.
+StandardStream& Out();
+// The standard error stream.
+StandardStream& Err();
+
+// To be called first of all by a program: makes the end of a reader an error of writing, in place of a signal
+// that ends the program (who starts another program gives that its signal back), and sees to it that no file
+// which the program opens takes the place of a standard stream that was closed.
+void PrepareStandardStreams();
+
+}  // namespace mirelo::terminal
