@@ -1,12 +1,15 @@
 #include "app/settings_command.h"
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <fstream>
 #include <iostream>
-#include <iterator>
+#include <istream>
 #include <optional>
+#include <string>
 
 #include "app/exit_code.h"
 #include "app/options.h"
@@ -28,6 +31,7 @@ namespace {
 
 constexpr const char* kStandardStream = "-";
 constexpr const char* kBold = "1";
+constexpr std::size_t kLongestImport = std::size_t{16} << 20;
 
 // What is stored, as text; nothing when nothing is.
 std::optional<std::string> Stored(CAppSettings& store, const std::string& section, const std::string& key) {
@@ -67,13 +71,24 @@ Found Find(const std::string& text) {
   return {name, *setting};
 }
 
+std::string ReadUpToTheBound(std::istream& stream, const std::string& file) {
+  std::string text;
+  std::array<char, 65536> piece;
+  while (stream.read(piece.data(), piece.size()) || stream.gcount() > 0) {
+    text.append(piece.data(), static_cast<std::size_t>(stream.gcount()));
+    if (text.size() > kLongestImport)
+      throw RuntimeError(53, "cannot read " + file + ": it is longer than 16 MiB, as no settings are");
+  }
+  return text;
+}
+
 std::string ReadAll(const std::string& file) {
-  if (file == kStandardStream) return std::string(std::istreambuf_iterator<char>(std::cin), {});
+  if (file == kStandardStream) return ReadUpToTheBound(std::cin, "the standard input");
   std::ifstream stream(file, std::ios::binary);
   stream.peek();  // a folder can be opened, but not read
   if (stream.bad() || !stream.is_open())
     throw RuntimeError(53, "cannot read " + file + ": " + std::strerror(errno));
-  return std::string(std::istreambuf_iterator<char>(stream), {});
+  return ReadUpToTheBound(stream, file);
 }
 
 }  // namespace

@@ -1,17 +1,25 @@
 #include "app/whole_file.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <system_error>
 
 #include "automation/runtime_error.h"
 
 namespace mirelo::app {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMostLinks = 40;  // as the system's own limit
+constexpr mode_t kPermissions = 07777;
 
 bool WriteAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
@@ -20,15 +28,46 @@ bool WriteAll(int descriptor, std::string_view text) {
     if (count <= 0) return false;
     text.remove_prefix(static_cast<std::size_t>(count));
   }
-  return ::fsync(descriptor) == 0;
+  return true;
 }
 
-}  // namespace
+RuntimeError CannotWrite(const fs::path& file, int reason) {
+  return RuntimeError(75, "cannot write " + file.string() + ": " + std::strerror(reason));
+}
 
-void WriteWhole(const std::filesystem::path& file, std::string_view text) {
+// What a symbolic link leads to in the end, and any other file itself. Raises ELOOP's error for links that
+// lead to one another.
+fs::path BehindLinks(const fs::path& file) {
+  fs::path target = file;
+  for (int i = 0; i < kMostLinks; ++i) {
+    std::error_code is_none;
+    const fs::path next = fs::read_symlink(target, is_none);
+    if (is_none) return target;
+    target = target.parent_path() / next;
+  }
+  throw CannotWrite(file, ELOOP);
+}
+
+// A device, a pipe or a socket takes text where it stands; nothing can take its place.
+void WriteInto(const fs::path& device, std::string_view text) {
+  const int descriptor = ::open(device.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+  const bool good = descriptor >= 0 && WriteAll(descriptor, text);
+  const int error = errno;
+  if (descriptor >= 0) ::close(descriptor);
+  if (!good) throw CannotWrite(device, error);
+}
+
+// `old` is the file that is replaced, if there is one: the new one takes its owner, where this process may
+// say so, and its mode.
+void Replace(const fs::path& file, std::string_view text, const struct stat* old) {
   std::string beside = file.string() + ".XXXXXX";
   const int descriptor = ::mkstemp(beside.data());
-  bool good = descriptor >= 0 && WriteAll(descriptor, text);
+  bool good = descriptor >= 0;
+  if (good && old != nullptr) {
+    good = (::fchown(descriptor, old->st_uid, old->st_gid) == 0 || errno == EPERM) &&
+           ::fchmod(descriptor, old->st_mode & kPermissions) == 0;
+  }
+  good = good && WriteAll(descriptor, text) && ::fsync(descriptor) == 0;
   int error = errno;
   if (descriptor >= 0) ::close(descriptor);
   if (good && ::rename(beside.c_str(), file.c_str()) != 0) {
@@ -37,7 +76,17 @@ void WriteWhole(const std::filesystem::path& file, std::string_view text) {
   }
   if (good) return;
   if (descriptor >= 0) ::unlink(beside.c_str());
-  throw RuntimeError(75, "cannot write " + file.string() + ": " + std::strerror(error));
+  throw CannotWrite(file, error);
+}
+
+}  // namespace
+
+void WriteWhole(const fs::path& file, std::string_view text) {
+  struct stat status {};
+  if (::stat(file.c_str(), &status) != 0) return Replace(BehindLinks(file), text, nullptr);
+  if (S_ISDIR(status.st_mode)) throw CannotWrite(file, EISDIR);
+  if (!S_ISREG(status.st_mode)) return WriteInto(file, text);
+  Replace(BehindLinks(file), text, &status);
 }
 
 }  // namespace mirelo::app

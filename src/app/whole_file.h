@@ -5,7 +5,10 @@
 
 namespace mirelo::app {
 
-// Writes a file so that it is never half written: into a new file beside it, which then takes its place.
+// Writes a file so that it is never half written: into a new file beside it, which then takes its place, with
+// the owner and the mode of the old one. A symbolic link stays, and what it leads to is replaced. A device or
+// a pipe stays too and is written into.
+//
 // Raises error 75, with the file and the reason as text, when it cannot be written; an old file stays as it
 // was then.
 void WriteWhole(const std::filesystem::path& file, std::string_view text);

@@ -99,6 +99,13 @@ TEST_F(Settings, NameTheFileThatCannotBeReadOrWritten) {
   EXPECT_THAT(result.err, HasSubstr("/proc/nothing/mine.txt"));
 }
 
+TEST_F(Settings, AreNotImportedFromWhatDoesNotEnd) {
+  const auto result = Run({"import", "/dev/zero"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "error: cannot read /dev/zero: it is longer than 16 MiB, as no settings are\n");
+  EXPECT_EQ(Run({"import", "-"}, std::string((16 << 20) + 1, '\n')).exit_code, 1);
+}
+
 class Credentials : public ::testing::Test {
  protected:
   ProgramResult Run(const std::string& command, const std::string& input = "") {
