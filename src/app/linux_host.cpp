@@ -66,7 +66,8 @@ host::WinInetApi& LinuxHost::internet() {
   return *wrapped_internet_;
 }
 ObservedSockets& LinuxHost::sockets() {
-  return MadeOnce<ObservedSockets>(sockets_, MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop()));
+  return MadeOnce<ObservedSockets>(sockets_, MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop()),
+                                   loop());
 }
 host::Desktop& LinuxHost::desktop() { return MadeOnce<headless::ConsoleDesktop>(desktop_); }
 host::OperatingSystem& LinuxHost::system() { return MadeOnce<headless::LinuxSystem>(system_); }

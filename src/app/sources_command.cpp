@@ -59,6 +59,8 @@ bool SourcesCommand::Update(Session& session) {
     Err() << reason << "\n";
     over = true;
   });
+  const auto told =
+      session.host().sockets().Told.Subscribe([](const std::string& line) { Err() << line << "\n"; });
   const auto patience = loop.StartTimer(kPatience, [&] {
     Err() << "QuoteTracker did not send the list\n";
     over = true;
@@ -69,6 +71,7 @@ bool SourcesCommand::Update(Session& session) {
 
   loop.StopTimer(patience);
   session.host().sockets().Dropped.Unsubscribe(dropped);
+  session.host().sockets().Told.Unsubscribe(told);
   stream->DisConnect();
   stream->Owner(nullptr);
   mGlobal::SetStreamingObject(nullptr);

@@ -49,14 +49,19 @@ StreamFeed::StreamFeed(cMirelo& facade, host::MessageLoop& loop, ObservedSockets
       streamer_file_(std::move(streamer_file)),
       first_pause_(first_pause),
       pause_(first_pause) {
-  received_ = sockets_.Received.Subscribe([this](std::span<const std::uint8_t> chunk) { NoteReply(chunk); });
+  received_ = sockets_.Received.Subscribe([this](std::span<const std::uint8_t>) { heard_ = true; });
+  delivered_ = sockets_.Delivered.Subscribe(
+      [this](std::span<const std::uint8_t> message) { NoteLoginResult(message); });
   dropped_ = sockets_.Dropped.Subscribe([this](const std::string& reason) { CallAgainLater(reason); });
+  told_ = sockets_.Told.Subscribe([this](const std::string& line) { Status.Raise(line); });
 }
 
 StreamFeed::~StreamFeed() {
   Stop();
   sockets_.Received.Unsubscribe(received_);
+  sockets_.Delivered.Unsubscribe(delivered_);
   sockets_.Dropped.Unsubscribe(dropped_);
+  sockets_.Told.Unsubscribe(told_);
 }
 
 void StreamFeed::Start() { Call(); }
@@ -179,11 +184,10 @@ void StreamFeed::ListenForSilence() {
   });
 }
 
-void StreamFeed::NoteReply(std::span<const std::uint8_t> chunk) {
-  heard_ = true;
-  if (!login_pending_ || chunk.size() < 3 || chunk[0] != 'L' || chunk[1] != 'O') return;
+void StreamFeed::NoteLoginResult(std::span<const std::uint8_t> message) {
+  if (!login_pending_ || message.size() < 3 || message[0] != 'L' || message[1] != 'O') return;
   login_pending_ = false;
-  const std::string reply = AnsiToText(chunk);
+  const std::string reply = AnsiToText(message);
   const std::string text = UCase(reply);
   if (TextOf(text, "<STATUSCODE>", "</STATUSCODE>") == "0") {
     Status.Raise("Logged in");

@@ -62,7 +62,7 @@ class StreamFeed {
   void TellFailure(const std::string& ticker) noexcept;
   void SweepLater();
   void ListenForSilence();
-  void NoteReply(std::span<const std::uint8_t> chunk);
+  void NoteLoginResult(std::span<const std::uint8_t> message);
   void CallAgainLater(const std::string& reason);
   std::shared_ptr<cQTStreaming> NewStream();
 
@@ -76,7 +76,7 @@ class StreamFeed {
   std::shared_ptr<cQTStreaming> stream_;
   Pause silence_ = kFirstSilence;
   bool heard_ = false;          // anything, since silence was last listened for
-  bool login_pending_ = false;  // later on, a chunk may begin with anything
+  bool login_pending_ = false;  // its result is told once a call
   bool taking_ = false;         // quotes are being handed on
   bool took_ = false;           // quotes, since the last sweep
   std::set<std::string> told_failures_;
@@ -85,7 +85,9 @@ class StreamFeed {
   host::MessageLoop::Token sweep_ = 0;
   host::MessageLoop::Token listening_ = 0;
   Event<std::span<const std::uint8_t>>::Cookie received_ = 0;
+  Event<std::span<const std::uint8_t>>::Cookie delivered_ = 0;
   Event<const std::string&>::Cookie dropped_ = 0;
+  Event<const std::string&>::Cookie told_ = 0;
 };
 
 }  // namespace mirelo::app

@@ -7,7 +7,7 @@ namespace mirelo {
 void SymbolIndex::Keep(std::string_view spelling, cTickerDateTime& state) {
   if (spelling.size() > kLongest) return;
   if (count_ * 2 >= entries_.size()) Grow();
-  const Key key = KeyOf(spelling);
+  const SymbolKey key = SymbolKey::Of(spelling);
   entries_[PlaceOf(key)] = {key, &state};
   ++count_;
 }

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <vector>
 
 #include "core/cTickerDateTime.h"
+#include "streaming/symbol_key.h"
 
 namespace mirelo {
 
@@ -16,12 +15,12 @@ namespace mirelo {
 class SymbolIndex {
  public:
   // Longer spellings are not kept.
-  static constexpr std::size_t kLongest = 16;
+  static constexpr std::size_t kLongest = SymbolKey::kLongest;
 
   // The state that was kept for this spelling, or null.
   cTickerDateTime* Find(std::string_view spelling) const {
     if (entries_.empty() || spelling.size() > kLongest) return nullptr;
-    return entries_[PlaceOf(KeyOf(spelling))].state;
+    return entries_[PlaceOf(SymbolKey::Of(spelling))].state;
   }
 
   // Among very many symbols neither entry nor state of the next one is in a cache. Expect, called some time
@@ -30,7 +29,7 @@ class SymbolIndex {
   bool IsLarge() const { return entries_.size() >= kLarge; }
   void Expect(std::string_view spelling) {
     if (spelling.empty() || spelling.size() > kLongest) return;
-    expected_ = &entries_[HomeOf(KeyOf(spelling))];
+    expected_ = &entries_[HomeOf(SymbolKey::Of(spelling))];
     __builtin_prefetch(expected_);
   }
   void FetchExpected() {
@@ -47,53 +46,20 @@ class SymbolIndex {
   void Keep(std::string_view spelling, cTickerDateTime& state);
 
  private:
-  // A spelling, filled up with zeros. Spellings hold no zero themselves.
-  struct Key {
-    std::uint64_t head = 0;
-    std::uint64_t tail = 0;
-    friend bool operator==(const Key&, const Key&) = default;
-  };
   struct Entry {
-    Key key;
+    SymbolKey key;
     cTickerDateTime* state = nullptr;  // null: a free place
   };
 
-  static Key KeyOf(std::string_view spelling) {
-    constexpr std::size_t kWord = sizeof(std::uint64_t);
-    if (spelling.size() <= kWord) return {Word(spelling), 0};
-    return {Word(spelling.substr(0, kWord)), Word(spelling.substr(kWord))};
-  }
-  // Up to eight bytes, put together from loads that overlap, since a copy of a length that varies takes
-  // longer.
-  static std::uint64_t Word(std::string_view bytes) {
-    const std::size_t count = bytes.size();
-    if (count == 0) return 0;
-    if (count < 4) {
-      return Part<std::uint8_t>(bytes, 0) | Part<std::uint8_t>(bytes, count / 2) << 8 * (count / 2) |
-             Part<std::uint8_t>(bytes, count - 1) << 8 * (count - 1);
-    }
-    return Part<std::uint32_t>(bytes, 0) | Part<std::uint32_t>(bytes, count - 4) << 8 * (count - 4);
-  }
-  template <class T>
-  static std::uint64_t Part(std::string_view bytes, std::size_t at) {
-    T part;
-    std::memcpy(&part, bytes.data() + at, sizeof part);
-    return part;
-  }
-
   // Where the key stands, or the free place for it. One entry in two is free, so that there is one.
-  std::size_t PlaceOf(const Key& key) const {
+  std::size_t PlaceOf(const SymbolKey& key) const {
     const std::size_t mask = entries_.size() - 1;
     std::size_t place = HomeOf(key);
     while (entries_[place].state != nullptr && entries_[place].key != key) place = (place + 1) & mask;
     return place;
   }
 
-  std::size_t HomeOf(const Key& key) const {
-    constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // 2^64 over the golden ratio
-    const std::uint64_t hash = (key.head ^ key.tail * kMultiplier) * kMultiplier;
-    return static_cast<std::size_t>(hash >> 32) & (entries_.size() - 1);
-  }
+  std::size_t HomeOf(const SymbolKey& key) const { return key.Hash() & (entries_.size() - 1); }
 
   void Grow();
 

@@ -13,9 +13,9 @@
 #include <vector>
 
 #include "app/observed_sockets.h"
-#include "app/record_aligner.h"
 #include "host/winsock_library.h"
 #include "support/level1_wire.h"
+#include "support/manual_loop.h"
 #include "support/memory_winsock.h"
 
 namespace mirelo::testing {
@@ -52,8 +52,9 @@ class SeveralChunks : public ::testing::Test {
   void DeliverThree() { sockets_.Newest().Deliver(first_ + second_ + third_); }
 
   const std::string first_ = Record("HO", 1), second_ = Record("HT", 2), third_ = Record("HO", 3);
+  ManualLoop loop_;
   MemoryWinsock sockets_;
-  app::ObservedSockets library_{sockets_};
+  app::ObservedSockets library_{sockets_, loop_};
   std::shared_ptr<SocketConnection> connection_ =
       library_.CreateConnection(*library_.FindProtocol(Library::kInet, Library::kStream, Library::kTcp));
   std::shared_ptr<Sink> sink_ = std::make_shared<Sink>();

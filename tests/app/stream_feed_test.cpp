@@ -50,7 +50,7 @@ class Feed : public ::testing::Test, protected WithLoop, protected StreamRig {
   }
   void Pass(int milliseconds) { loop.Advance(host::MessageLoop::Milliseconds(milliseconds)); }
 
-  app::ObservedSockets observed{sockets};
+  app::ObservedSockets observed{sockets, loop};
   app::StreamFeed feed{*facade, loop, observed, {"MSFT"}, "SWISS.SDF"};
   std::function<void(double price)> act = [](double) {};
   std::vector<double> prices;

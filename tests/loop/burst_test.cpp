@@ -1,5 +1,5 @@
 // Bursts of quotes on the road that a client of the library has: a socket of this machine, sockets that hand
-// over whole records, the stream class, and a handler that takes at each event. On both loops.
+// over whole messages, the stream class, and a handler that takes at each event. On both loops.
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ class Bursts : public LoopTest<Loop> {
     Loop loop;
     testing::StreamRig rig(loop);
     poll::PollWinsockLibrary plain(loop);
-    app::ObservedSockets sockets(plain);
+    app::ObservedSockets sockets(plain, loop);
     rig.host.Use(sockets);
     rig.Setting("SocketPort", static_cast<std::int32_t>(server.Port()));
     rig.facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);

@@ -53,7 +53,7 @@ class Day : public ::testing::Test {
   MemoryRegistry registry;
   AnsweringInternet internet;
   MemoryWinsock winsock;
-  app::ObservedSockets sockets{winsock};
+  app::ObservedSockets sockets{winsock, loop};
   MemoryVault vault;
   RecordingSystem system;
   terminal::TextOutput printed;

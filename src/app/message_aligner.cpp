@@ -1,0 +1,258 @@
+#include "app/message_aligner.h"
+
+#include <algorithm>
+
+#include "app/record_look.h"
+#include "streaming/tags.h"
+
+namespace mirelo::app {
+
+namespace {
+
+constexpr std::size_t kRecordHead = 4;   // kind and length
+constexpr std::size_t kLeastRecord = 6;  // with the id of a field; the stream class forgets what is shorter
+// What is kept of bytes that are searched for a head, so that one cut by the network is found.
+constexpr std::size_t kKept = kLongestHead - 1;
+// A buffer that grew beyond this is given back.
+constexpr std::size_t kSpareBuffer = std::size_t{1024} * 1024;
+
+// Line ends, blanks, and what else servers put behind a message to mark its end.
+bool IsSeparator(char byte) {
+  const auto code = static_cast<std::uint8_t>(byte);
+  return code <= ' ' || code == 0xFF;
+}
+
+std::int32_t LengthOf(std::string_view record) {
+  return static_cast<std::int16_t>(static_cast<std::uint8_t>(record[2]) | static_cast<std::uint8_t>(record[3])
+                                                                              << 8);
+}
+
+// Whether the stream class reads a record of this kind in a chunk that begins with that one. Where it does
+// not, it loses the record and misreads the one behind it.
+bool IsReadBehind(std::string_view first, std::string_view record) {
+  const std::string_view kind = record.substr(0, 2);
+  return kind == first.substr(0, 2) || kind == "S1" || kind == "L1";
+}
+
+// Whether the front ends at `end` before it is known that something else begins in it.
+bool EndsBefore(std::optional<std::size_t> end, const std::optional<Head>& head) {
+  return end && (!head || *end <= head->known);
+}
+
+}  // namespace
+
+void MessageAligner::NoteRequest(std::string_view message) {
+  if (FindTag(message, "<ENUMSOURCES>") == 1) ++lists_asked_;
+  constexpr std::string_view kOpening = "<Symbols>";
+  for (std::int32_t at = FindTag(message, kOpening); at != 0; at = FindTag(message, kOpening, at + 1)) {
+    std::string_view group = message.substr(static_cast<std::size_t>(at) - 1 + kOpening.size());
+    group = group.substr(0, group.find("</Symbols>"));
+    while (!group.empty()) {
+      const std::size_t comma = std::min(group.find(','), group.size());
+      symbols_.Subscribe(group.substr(0, comma));
+      group.remove_prefix(std::min(comma + 1, group.size()));
+    }
+  }
+}
+
+void MessageAligner::Add(Bytes bytes) {
+  begin_ += std::exchange(given_, 0);
+  waiting_.erase(waiting_.begin(), waiting_.begin() + static_cast<std::ptrdiff_t>(std::exchange(begin_, 0)));
+  if (waiting_.empty() && waiting_.capacity() > kSpareBuffer) waiting_.shrink_to_fit();
+  waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+  let_go_ = false;
+}
+
+std::optional<MessageAligner::Bytes> MessageAligner::Next() {
+  begin_ += std::exchange(given_, 0);
+  for (;;) {
+    switch (Advance()) {
+      case Step::kAgain:
+        continue;
+      case Step::kWait:
+        return std::nullopt;
+      case Step::kGive:
+        return Bytes(waiting_).subspan(begin_, given_);
+    }
+  }
+}
+
+std::string_view MessageAligner::Rest() const {
+  return std::string_view(reinterpret_cast<const char*>(waiting_.data()), waiting_.size()).substr(begin_);
+}
+
+MessageAligner::Step MessageAligner::Advance() {
+  if (overfull_) return Step::kWait;
+  if (leaving_out_ == LeavingOut::kUnknown) return LeaveOutUnknown();
+  if (leaving_out_ == LeavingOut::kSources) return LeaveOutSources();
+  const std::string_view rest = Rest();
+  if (rest.empty()) return Step::kWait;
+  if (IsSeparator(rest.front())) {
+    const auto* const other = std::ranges::find_if_not(rest, IsSeparator);
+    return Drop(static_cast<std::size_t>(other - rest.begin()));
+  }
+  if (rest.size() == 1) return MayBeginMessage(rest.front()) ? Step::kWait : LeaveOut(LeavingOut::kUnknown);
+  switch (KindOf(rest)) {
+    case MessageKind::kRecord:
+      return TakeRecords();
+    case MessageKind::kAcceptance:
+    case MessageKind::kLoginResult:
+      return TakeReply(KindOf(rest));
+    case MessageKind::kSources:
+      return lists_asked_ > 0 ? TakeSources() : LeaveOut(LeavingOut::kSources, 1);
+    case MessageKind::kUnknown:
+      break;
+  }
+  return LeaveOut(LeavingOut::kUnknown);
+}
+
+MessageAligner::Step MessageAligner::LeaveOutUnknown() {
+  const std::optional<Head> head = FindHead(Rest(), 0);
+  if (!head) {
+    KeepForHead();
+    return Step::kWait;
+  }
+  leaving_out_ = LeavingOut::kNothing;
+  return Drop(head->begin);
+}
+
+MessageAligner::Step MessageAligner::LeaveOutSources() {
+  const std::optional<Head> head = FindHead(Rest(), 0);
+  const std::optional<std::size_t> end = EndOfSources(Rest(), 0);
+  if (!end && !head) {
+    KeepForHead();
+    return Step::kWait;
+  }
+  leaving_out_ = LeavingOut::kNothing;
+  return Drop(EndsBefore(end, head) ? *end : head->begin);
+}
+
+// As many whole records as belong into one chunk.
+MessageAligner::Step MessageAligner::TakeRecords() {
+  const std::string_view rest = Rest();
+  if (rest.size() < kRecordHead) return Step::kWait;
+  const std::int32_t length = LengthOf(rest);
+  if (length < static_cast<std::int32_t>(kRecordHead)) {
+    Tell("QuoteTracker sends records whose length cannot be; the quotes in them are lost");
+    return LeaveOut(LeavingOut::kUnknown, 1);
+  }
+  if (length < static_cast<std::int32_t>(kLeastRecord) ||
+      (rest.size() >= kLeastRecord && !BeginsWithRecord(rest)))
+    return TakeUncertainRecord(static_cast<std::size_t>(length));
+
+  std::size_t size = 0;
+  while (BeginsWithRecord(rest.substr(size))) {
+    std::string_view record = rest.substr(size);
+    const auto record_size = static_cast<std::size_t>(LengthOf(record));
+    if (record_size > record.size() || (size > 0 && size + record_size > kLongestChunk)) break;
+    if (!IsReadBehind(rest, record)) break;
+    record = record.substr(0, record_size);
+    const RecordLook look = LookAt(record);
+    const bool admitted = symbols_.Admits(look.symbol);
+    if (size > 0 && (!admitted || !look.fits)) break;
+    if (!admitted) {
+      Tell(
+          "QuoteTracker sends quotes of very many tickers that were not asked for; most of them are left "
+          "out");
+      return Drop(record_size);
+    }
+    size += record_size;
+    if (!look.fits) break;
+  }
+  return size > 0 ? Give(size) : Step::kWait;
+}
+
+// A record that begins with no known field, if it is one.
+MessageAligner::Step MessageAligner::TakeUncertainRecord(std::size_t length) {
+  const std::string_view rest = Rest();
+  if (const std::optional<Head> head = FindHead(rest.substr(0, length), 1)) return Drop(head->begin);
+  if (rest.size() < length) return let_go_ ? Drop(rest.size()) : Step::kWait;
+  if (length < kLeastRecord || !symbols_.Admits(LookAt(rest.substr(0, length)).symbol)) return Drop(length);
+  return Give(length);
+}
+
+MessageAligner::Step MessageAligner::TakeReply(MessageKind kind) {
+  const std::string_view rest = Rest().substr(0, kLongestReply);
+  const std::optional<Head> head = FindHead(rest, 1, kind);
+  const std::optional<std::size_t> end = EndOfMessage(kind, rest);
+  if (EndsBefore(end, head)) return Give(*end);
+  if (head) return Give(head->begin);
+  if (rest.size() == kLongestReply) leaving_out_ = LeavingOut::kUnknown;
+  return let_go_ || rest.size() == kLongestReply ? Give(rest.size()) : Step::kWait;
+}
+
+MessageAligner::Step MessageAligner::TakeSources() {
+  const std::string_view rest = Rest().substr(0, kLongestSources);
+  // Before this nothing has begun that would be known by now.
+  const std::size_t from = searched_ - std::min(searched_, kKept);
+  const std::optional<Head> head = FindHead(rest, std::max<std::size_t>(1, from), MessageKind::kSources);
+  const std::optional<std::size_t> end = EndOfSources(rest, from);
+  searched_ = end || head ? 0 : rest.size();
+  if (EndsBefore(end, head)) {
+    --lists_asked_;
+    return Give(*end);
+  }
+  if (head || let_go_) {
+    Tell("QuoteTracker's list of quote sources broke off");
+    return Drop(head ? head->begin : Rest().size());
+  }
+  overfull_ = Rest().size() > kLongestSources;
+  return Step::kWait;
+}
+
+std::optional<MessageAligner::Milliseconds> MessageAligner::Patience() const {
+  if (leaving_out_ != LeavingOut::kNothing) return kPatience;
+  const std::string_view rest = Rest();
+  if (rest.size() < 2 || overfull_) return std::nullopt;
+  switch (KindOf(rest)) {
+    case MessageKind::kRecord:
+      if (rest.size() < kLeastRecord || BeginsWithRecord(rest)) return std::nullopt;
+      return kLongPatience;
+    case MessageKind::kAcceptance:
+    case MessageKind::kLoginResult:
+      return BreaksOff(rest) ? kLongPatience : kPatience;
+    case MessageKind::kSources:
+      return kLongPatience;
+    case MessageKind::kUnknown:
+      break;
+  }
+  return std::nullopt;
+}
+
+void MessageAligner::LetGo() {
+  begin_ += std::exchange(given_, 0);
+  if (leaving_out_ != LeavingOut::kNothing) {
+    leaving_out_ = LeavingOut::kNothing;
+    Drop(Rest().size());
+  }
+  let_go_ = true;
+}
+
+MessageAligner::Step MessageAligner::Give(std::size_t size) {
+  given_ = size;
+  return Step::kGive;
+}
+
+MessageAligner::Step MessageAligner::Drop(std::size_t size) {
+  begin_ += size;
+  searched_ = 0;
+  return Step::kAgain;
+}
+
+// Up to a head behind the first so many bytes.
+MessageAligner::Step MessageAligner::LeaveOut(LeavingOut what, std::size_t first) {
+  leaving_out_ = what;
+  return Drop(first);
+}
+
+void MessageAligner::KeepForHead() {
+  if (Rest().size() > kKept) Drop(Rest().size() - kKept);
+}
+
+void MessageAligner::Tell(std::string_view line) {
+  if (std::ranges::find(told_, line) != told_.end()) return;
+  told_.emplace_back(line);
+  news_.emplace_back(line);
+}
+
+}  // namespace mirelo::app

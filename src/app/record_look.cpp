@@ -1,0 +1,76 @@
+#include "app/record_look.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "streaming/level1_fields.h"
+#include "streaming/stamp_texts.h"
+
+namespace mirelo::app {
+
+namespace {
+
+constexpr std::size_t kHead = 4;  // kind and length
+constexpr std::size_t kId = 2;
+constexpr std::uint16_t kSymbol = 1;
+constexpr std::uint8_t kUnknownWidth = 4;
+
+constexpr std::uint8_t kUpToZero = 0;  // the width of texts that end with a zero byte
+
+constexpr std::uint8_t WidthOf(const Level1Field& field) {
+  switch (field.kind) {
+    case FieldKind::Double:
+    case FieldKind::LongVolume:
+      return 8;
+    case FieldKind::Integer:
+      return 4;
+    case FieldKind::ZeroTerminatedText:
+      return kUpToZero;
+    case FieldKind::Stamp:
+      return StampTexts::kStampSize;
+    case FieldKind::Dropped:
+      return static_cast<std::uint8_t>(DescribedWidth(field.descriptor));
+    case FieldKind::Unknown:
+      break;
+  }
+  return kUnknownWidth;
+}
+
+// Of each field id's value.
+constexpr auto kWidths = [] {
+  std::array<std::uint8_t, kFieldTable.size()> widths{};
+  for (std::size_t id = 0; id < widths.size(); ++id) widths[id] = WidthOf(kFieldTable[id]);
+  return widths;
+}();
+
+std::uint16_t IdAt(std::string_view record, std::size_t at) {
+  std::uint16_t id = 0;
+  std::memcpy(&id, record.data() + at, sizeof id);  // little-endian, as is every machine that this is for
+  return id;
+}
+
+}  // namespace
+
+RecordLook LookAt(std::string_view record) {
+  RecordLook look;
+  std::size_t at = kHead;
+  while (at + kId <= record.size()) {
+    const std::uint16_t id = IdAt(record, at);
+    at += kId;
+    const std::size_t width = id < kWidths.size() ? kWidths[id] : kUnknownWidth;
+    if (width != kUpToZero) {
+      at += width;
+      continue;
+    }
+    const std::size_t zero = record.find('\0', at);
+    if (zero == std::string_view::npos) return look;
+    if (id == kSymbol) look.symbol = record.substr(at, zero - at);
+    at = zero + 1;
+  }
+  look.fits = at == record.size();
+  return look;
+}
+
+}  // namespace mirelo::app

@@ -1,0 +1,382 @@
+#include "app/message_aligner.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/whole_messages.h"
+#include "support/level1_wire.h"
+
+namespace mirelo::app {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using testing::Level1Wire;
+using testing::WholeMessages;
+using Chunks = std::vector<std::string>;
+
+constexpr const char* kGreeting =
+    "OK<CONNECT><SERVERTIME>12/31/2005 09:30:15</SERVERTIME><SERVERVERSION>4</SERVERVERSION></CONNECT>";
+constexpr const char* kLoggedIn = "LO<STATUSCODE>0</STATUSCODE><STATUSDESC>Login accepted</STATUSDESC>";
+constexpr const char* kAccepted = "OK<STREAMER>SWISS.SDF</STREAMER>";
+constexpr const char* kSources =
+    "ES<SOURCES><SOURCETYPE>L1</SOURCETYPE><SOURCE><FILENAME>A.SDF</FILENAME><NAME>LOOK: S1, "
+    "HO</NAME></SOURCE>"
+    "</SOURCES>";
+constexpr const char* kAskSources = "<ENUMSOURCES><SourceType>L1</SourceType></ENUMSOURCES>\xFF";
+
+// A record of that many bytes in all, at least 14.
+std::string Record(const std::string& kind, std::size_t length) {
+  return Level1Wire(kind).Symbol("MSFT").Text(18, std::string(length - 14, 'x'));
+}
+
+Chunks Feed(MessageAligner& aligner, std::string_view bytes) {
+  aligner.Add({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  Chunks chunks;
+  while (const auto chunk = aligner.Next()) chunks.emplace_back(chunk->begin(), chunk->end());
+  return chunks;
+}
+
+Chunks FeedAll(std::string_view bytes) {
+  MessageAligner aligner;
+  return Feed(aligner, bytes);
+}
+
+Chunks LetGo(MessageAligner& aligner) {
+  aligner.LetGo();
+  Chunks chunks;
+  while (const auto chunk = aligner.Next()) chunks.emplace_back(chunk->begin(), chunk->end());
+  return chunks;
+}
+
+// --- Records -------------------------------------------------------------------------------------------
+
+TEST(MessageAligner, GivesRecordsThatAreWhole) {
+  const std::string records = Record("S1", 20) + Record("L1", 30) + Record("S1", 40);
+  EXPECT_THAT(FeedAll(records), ElementsAre(records));
+}
+
+TEST(MessageAligner, BeginsAChunkWithEachKindThatIsOnlyReadThere) {
+  const std::string quotes = Record("S1", 20) + Record("L1", 30);
+  const std::string others = Record("HO", 40) + Record("HO", 44) + Record("S1", 20);
+  const std::string rest = Record("HT", 50);
+  EXPECT_THAT(FeedAll(quotes + others + rest), ElementsAre(quotes, others, rest));
+}
+
+TEST(MessageAligner, HoldsTheBeginningOfARecordWhereverItIsCut) {
+  const std::string first = Record("S1", 20);
+  const std::string second = Record("L1", 30);
+  for (std::size_t cut = 1; cut < second.size(); ++cut) {
+    SCOPED_TRACE(cut);
+    MessageAligner aligner;
+    EXPECT_THAT(Feed(aligner, first + second.substr(0, cut)), ElementsAre(first));
+    EXPECT_EQ(aligner.Patience(), std::nullopt);
+    EXPECT_THAT(Feed(aligner, second.substr(cut)), ElementsAre(second));
+  }
+}
+
+TEST(MessageAligner, GivesNoChunkAboveTheLimitButForALongRecord) {
+  const std::string records = Record("S1", 4000) + Record("S1", 4192) + Record("S1", 14);
+  MessageAligner aligner;
+  EXPECT_THAT(Feed(aligner, records), ElementsAre(records.substr(0, 8192), Record("S1", 14)));
+  EXPECT_THAT(Feed(aligner, Record("S1", 20000)), ElementsAre(Record("S1", 20000)));
+  EXPECT_THAT(Feed(aligner, ""), IsEmpty());
+}
+
+TEST(MessageAligner, LosesNothingOfAStreamHoweverItIsCut) {
+  std::mt19937 chance(20101);
+  std::string stream;
+  for (int i = 0; i < 2000; ++i) stream += Record(i % 3 == 0 ? "L1" : "S1", 14 + chance() % 200);
+  MessageAligner aligner;
+  std::string joined;
+  for (std::size_t at = 0; at < stream.size();) {
+    const std::size_t size = 1 + chance() % 8192;
+    for (const std::string& chunk : Feed(aligner, stream.substr(at, size))) {
+      EXPECT_TRUE(chunk.starts_with("S1") || chunk.starts_with("L1"));
+      joined += chunk;
+    }
+    at += size;
+  }
+  EXPECT_EQ(joined, stream);
+}
+
+// Its fields lead the class to another place than the next record's.
+TEST(MessageAligner, GivesARecordAloneWhoseFieldsDoNotEndWithIt) {
+  const std::string good = Record("S1", 20);
+  for (const std::string& bad :
+       {Level1Wire().Symbol("A").Id(4).Raw("1234").Bytes(),
+        Level1Wire().Symbol("A").Id(18).Raw("no end").Bytes(), Level1Wire().Symbol("A").Raw("\2").Bytes()}) {
+    EXPECT_THAT(FeedAll(good + bad + good + good), ElementsAre(good, bad, good + good));
+  }
+}
+
+TEST(MessageAligner, GivesARecordAloneThatBeginsWithAnUnknownField) {
+  const std::string good = Record("S1", 20);
+  const std::string strange = Level1Wire().Id(77).Raw("1234").Symbol("A").Last(1);
+  EXPECT_THAT(FeedAll(good + strange + good), ElementsAre(good, strange, good));
+}
+
+TEST(MessageAligner, LeavesOutRecordsWithoutFields) {
+  const std::string good = Record("L1", 20);
+  EXPECT_THAT(FeedAll(good + std::string("S1\4\0S1\5\0x", 9) + good), ElementsAre(good, good));
+}
+
+TEST(MessageAligner, LeavesOutARecordWhoseLengthCannotBeAndTellsOnce) {
+  const std::string good = Record("S1", 20);
+  for (const std::int16_t length : std::initializer_list<std::int16_t>{0, 3, -1, -32768}) {
+    SCOPED_TRACE(length);
+    const std::string bad = Level1Wire().Symbol("A").Last(1).Length(length);
+    MessageAligner aligner;
+    EXPECT_THAT(Feed(aligner, good + bad + good), ElementsAre(good, good));
+    EXPECT_THAT(aligner.TakeNews(), ElementsAre(HasSubstr("length")));
+    EXPECT_THAT(Feed(aligner, bad + good), ElementsAre(good));
+    EXPECT_THAT(aligner.TakeNews(), IsEmpty());
+  }
+}
+
+TEST(MessageAligner, FindsTheNextRecordBehindOneWhoseLengthIsTooShort) {
+  const std::string good = Record("S1", 40);
+  const std::string lies = Level1Wire().Symbol("MSFT").Last(1).Length(8);
+  EXPECT_THAT(FeedAll(lies + good), ElementsAre(lies.substr(0, 8), good));
+}
+
+// --- Control messages ----------------------------------------------------------------------------------
+
+TEST(MessageAligner, GivesEachControlMessageAlone) {
+  EXPECT_THAT(FeedAll(std::string(kGreeting) + kLoggedIn + kAccepted + Record("S1", 20) + kAccepted),
+              ElementsAre(kGreeting, kLoggedIn, kAccepted, Record("S1", 20), kAccepted));
+}
+
+TEST(MessageAligner, HoldsAControlMessageUntilItIsWholeWhereverItIsCut) {
+  for (const std::string message : {kGreeting, kLoggedIn, kAccepted}) {
+    for (std::size_t cut = 1; cut < message.size(); ++cut) {
+      SCOPED_TRACE(message.substr(0, cut));
+      MessageAligner aligner;
+      EXPECT_THAT(Feed(aligner, message.substr(0, cut)), IsEmpty());
+      EXPECT_THAT(Feed(aligner, message.substr(cut)), ElementsAre(message));
+      EXPECT_EQ(aligner.Patience(), std::nullopt);
+    }
+  }
+}
+
+TEST(MessageAligner, LeavesOutWhatStandsBehindAMessage) {
+  for (const std::string behind : {"\r\n", "\xFF", " have a nice day", "</LOGIN>\r\n", "<X>1</X>", "zz"}) {
+    SCOPED_TRACE(behind);
+    MessageAligner aligner;
+    EXPECT_THAT(Feed(aligner, kGreeting + behind + kLoggedIn + behind + Record("S1", 20)),
+                ElementsAre(kGreeting, kLoggedIn, Record("S1", 20)));
+  }
+}
+
+TEST(MessageAligner, KnowsAMessageBehindAnotherByItsLettersOrItsTag) {
+  const std::string accepted = "OK 0003 <STREAMER>A</STREAMER>";
+  EXPECT_THAT(FeedAll(kGreeting + std::string(" bye\r\n") + accepted), ElementsAre(kGreeting, accepted));
+  const std::string refused = "LO<ERROR>1</ERROR>";
+  MessageAligner aligner;
+  EXPECT_THAT(Feed(aligner, kGreeting + std::string("\r\n") + refused), ElementsAre(kGreeting));
+  EXPECT_EQ(aligner.Patience(), MessageAligner::kPatience);
+  EXPECT_THAT(LetGo(aligner), ElementsAre(refused));
+}
+
+TEST(MessageAligner, EndsAMessageOfUnknownShapeWhereAnotherBegins) {
+  const std::string record = Record("S1", 20);
+  for (const std::string strange :
+       {"OK", "OK\r\n", "OK<SUBSCRIBED>5</SUBSCRIBED>", "LO<STATUSCODE>0</STATUSCODE>",
+        "OK<CONNECT>QT</CONNECT><SERVERTIME>9</SERVERTIME>", "OK<CONNECT>"}) {
+    SCOPED_TRACE(strange);
+    EXPECT_THAT(FeedAll(strange + record), ElementsAre(strange, record));
+  }
+  EXPECT_THAT(FeedAll(std::string("LO<STATUSCODE>0</STATUSCODE>") + kAccepted),
+              ElementsAre("LO<STATUSCODE>0</STATUSCODE>", kAccepted));
+}
+
+TEST(MessageAligner, WaitsForTheRestOfAMessageOfUnknownShapeButNotForEver) {
+  MessageAligner aligner;
+  EXPECT_THAT(Feed(aligner, "LO<STATUSCODE>1</STATUSCODE>"), IsEmpty());
+  EXPECT_EQ(aligner.Patience(), MessageAligner::kPatience);
+  EXPECT_THAT(LetGo(aligner), ElementsAre("LO<STATUSCODE>1</STATUSCODE>"));
+  EXPECT_EQ(aligner.Patience(), std::nullopt);
+
+  EXPECT_THAT(Feed(aligner, "OK<STREAMER>A.S"), IsEmpty());
+  EXPECT_EQ(aligner.Patience(), MessageAligner::kLongPatience) << "the tag must be closed";
+  EXPECT_THAT(LetGo(aligner), ElementsAre("OK<STREAMER>A.S"));
+  EXPECT_THAT(Feed(aligner, kAccepted), ElementsAre(kAccepted));
+}
+
+TEST(MessageAligner, EndsAMessageThatGrowsTooLong) {
+  const std::string endless = "OK<CONNECT>" + std::string(100'000, 'x');
+  MessageAligner aligner;
+  EXPECT_THAT(Feed(aligner, endless + Record("S1", 20)),
+              ElementsAre(endless.substr(0, MessageAligner::kLongestReply), Record("S1", 20)));
+}
+
+TEST(MessageAligner, LeavesOutBytesOfNoKnownKind) {
+  for (const std::string junk : {"x", "Sx", "L2..", "BOOK<NAME>", "\r\n\r\n", "\x80\x81\x82", "HE said OK"}) {
+    SCOPED_TRACE(junk);
+    EXPECT_THAT(FeedAll(junk + kGreeting + junk + Record("S1", 20)),
+                ElementsAre(kGreeting, Record("S1", 20)));
+  }
+}
+
+TEST(MessageAligner, IsAtABeginningAgainWhenNothingFollowsUnknownBytes) {
+  MessageAligner aligner;
+  EXPECT_THAT(Feed(aligner, "junk LO"), IsEmpty());
+  EXPECT_EQ(aligner.Patience(), MessageAligner::kPatience);
+  EXPECT_THAT(LetGo(aligner), IsEmpty());
+  EXPECT_EQ(aligner.Patience(), std::nullopt);
+  Feed(aligner, "LO<ERROR>1</ERROR>");
+  EXPECT_THAT(LetGo(aligner), ElementsAre("LO<ERROR>1</ERROR>"));
+}
+
+// A few letters that stray into the stream have neither length nor end.
+TEST(MessageAligner, LosesNoMessageToStrayLetters) {
+  const std::string record = Record("S1", 20);
+  for (const std::string stray : {"ES?", "ES", "E", "S", "S1", "S1?", "L1?", "HO?", "HT??", "OK?", "LO?", "L",
+                                  "H", "O", "ES<SOURCES>", "OK<", "LO<STATUS", "?"}) {
+    SCOPED_TRACE(stray);
+    for (const std::string& message : {std::string(kGreeting), std::string(kLoggedIn), record}) {
+      const Chunks chunks = FeedAll(stray + message + record);
+      ASSERT_FALSE(chunks.empty());
+      EXPECT_EQ(chunks.back(), message == record ? record + record : record);
+      if (message == record) continue;
+      // Letters of the message's own kind may stand in front of it, where the class passes over them.
+      ASSERT_GE(chunks.size(), 2U);
+      EXPECT_TRUE(chunks[chunks.size() - 2].ends_with(message));
+      EXPECT_EQ(chunks[chunks.size() - 2].substr(0, 2), message.substr(0, 2));
+    }
+  }
+}
+
+// --- Lists of sources ----------------------------------------------------------------------------------
+
+TEST(MessageAligner, GivesAListOfSourcesForEachThatWasAskedFor) {
+  MessageAligner aligner;
+  aligner.NoteRequest(kAskSources);
+  EXPECT_THAT(Feed(aligner, kSources + Record("S1", 20) + kSources + Record("L1", 20)),
+              ElementsAre(kSources, Record("S1", 20), Record("L1", 20)));
+  EXPECT_THAT(aligner.TakeNews(), IsEmpty());
+}
+
+TEST(MessageAligner, GivesAListOfSourcesWholeWhereverItIsCut) {
+  const std::string list = kSources;
+  for (std::size_t cut = 1; cut < list.size(); ++cut) {
+    SCOPED_TRACE(list.substr(0, cut));
+    MessageAligner aligner;
+    aligner.NoteRequest(kAskSources);
+    EXPECT_THAT(Feed(aligner, list.substr(0, cut)), IsEmpty());
+    EXPECT_THAT(Feed(aligner, list.substr(cut) + kGreeting), ElementsAre(list, kGreeting));
+  }
+}
+
+TEST(MessageAligner, GivesNoListThatNobodyAskedFor) {
+  for (const char* request : {"", "<L1SITE><STREAMER>A.SDF</STREAMER></L1SITE>\xFF"}) {
+    MessageAligner aligner;
+    aligner.NoteRequest(request);
+    EXPECT_THAT(Feed(aligner, kSources + Record("S1", 20)), ElementsAre(Record("S1", 20)));
+    EXPECT_THAT(Feed(aligner, "ES?"), IsEmpty());
+    EXPECT_EQ(aligner.Patience(), MessageAligner::kPatience);
+    EXPECT_THAT(LetGo(aligner), IsEmpty());
+    EXPECT_THAT(Feed(aligner, kLoggedIn), ElementsAre(kLoggedIn));
+  }
+}
+
+TEST(MessageAligner, GivesAListBehindStrayLettersOfItsKind) {
+  MessageAligner aligner;
+  EXPECT_THAT(Feed(aligner, "ES?"), IsEmpty());
+  aligner.NoteRequest(kAskSources);
+  EXPECT_THAT(Feed(aligner, kSources), ElementsAre(kSources));
+}
+
+TEST(MessageAligner, LeavesOutAListThatBreaksOffAndTells) {
+  MessageAligner aligner;
+  aligner.NoteRequest(kAskSources);
+  EXPECT_THAT(Feed(aligner, "ES<SOURCES><SOURCETYPE>L1</SOURCETYPE>" + Record("S1", 20)),
+              ElementsAre(Record("S1", 20)));
+  EXPECT_THAT(aligner.TakeNews(), ElementsAre(HasSubstr("broke off")));
+  EXPECT_THAT(Feed(aligner, "ES<SOURCES><SOURCETYPE>"), IsEmpty());
+  EXPECT_EQ(aligner.Patience(), MessageAligner::kLongPatience);
+  EXPECT_THAT(LetGo(aligner), IsEmpty());
+  EXPECT_THAT(Feed(aligner, kSources), ElementsAre(kSources)) << "it is still awaited";
+}
+
+TEST(MessageAligner, GivesAListUpToItsBoundAndNoneBeyond) {
+  const std::string begin = "ES<SOURCES>";
+  const std::string end = "</SOURCES>";
+  const std::size_t room = MessageAligner::kLongestSources - begin.size() - end.size();
+  for (const std::size_t size : {room, room + 1}) {
+    MessageAligner aligner;
+    aligner.NoteRequest(kAskSources);
+    Chunks chunks = Feed(aligner, begin);
+    for (std::size_t at = 0; at < size; at += 8192) {
+      for (auto& chunk : Feed(aligner, std::string(std::min<std::size_t>(8192, size - at), 'x')))
+        chunks.push_back(std::move(chunk));
+    }
+    EXPECT_FALSE(aligner.IsOverfull());
+    for (auto& chunk : Feed(aligner, end)) chunks.push_back(std::move(chunk));
+    EXPECT_EQ(chunks.size(), size == room ? 1U : 0U);
+    EXPECT_EQ(aligner.IsOverfull(), size != room);
+  }
+}
+
+// --- Symbols that were not subscribed --------------------------------------------------------------------
+
+TEST(MessageAligner, LeavesOutRecordsOfEverNewSymbolsAndTellsOnce) {
+  MessageAligner aligner;
+  aligner.NoteRequest(
+      "<L1QUOTES><ReqType>SUB</ReqType><Symbols>MSFT,IBM</Symbols><Symbols>F</Symbols></L1QUOTES>\xFF");
+  const auto quotes_of = [&](const std::string& symbol) {
+    return Feed(aligner, Level1Wire().Last(1).Symbol(symbol).Bytes()).size();
+  };
+  std::size_t passed = 0;
+  for (std::size_t i = 0; i < 2 * SubscribedSymbols::kMostOthers; ++i)
+    passed += quotes_of("N" + std::to_string(i));
+  EXPECT_EQ(passed, SubscribedSymbols::kMostOthers);
+  for (const char* subscribed : {"MSFT", "IBM", "F", "msft", "", "N0"})
+    EXPECT_EQ(quotes_of(subscribed), 1U) << subscribed;
+  EXPECT_THAT(aligner.TakeNews(), ElementsAre(HasSubstr("not asked for")));
+  const std::string known = Record("S1", 20);
+  EXPECT_THAT(Feed(aligner, known + Level1Wire().Symbol("NEW").Last(1).Bytes() + known),
+              ElementsAre(known, known));
+}
+
+// --- However the bytes come -----------------------------------------------------------------------------
+
+TEST(MessageAligner, GivesTheSameHoweverTheBytesCome) {
+  const std::string record = Record("S1", 20);
+  const std::string stray = "ES?";
+  const std::string streams[] = {
+      std::string(kGreeting) + kLoggedIn + kAccepted + record + Record("HO", 30) + record,
+      std::string(kGreeting) + "\r\n" + kLoggedIn + " bye" + kSources + record + stray + record,
+      "OK 1 <connect>QT</connect><servertime>9</servertime>LO HELLO<STATUSCODE>0</STATUSCODE>" + record,
+      "LOOK" + std::string(kGreeting) + "OKOK<STREAMER>A</STREAMER>ESOK<CONNECT>" + record,
+      stray + kSources + stray + kSources + "S1" + kGreeting + "L1?" + record,
+      record + Level1Wire().Symbol("A").Last(1).Length(0).Bytes() + record +
+          Level1Wire().Symbol("A").Last(1).Length(7).Bytes() + record +
+          Level1Wire().Id(99).Raw("abcd").Symbol("B").Bytes() + record,
+  };
+  for (const std::string& stream : streams) {
+    SCOPED_TRACE(stream);
+    for (const bool asked : {false, true}) {
+      const auto whole = WholeMessages(asked).Add(stream).Messages();
+      EXPECT_FALSE(whole.empty());
+      WholeMessages bytes(asked);
+      for (const char byte : stream) bytes.Add({&byte, 1});
+      EXPECT_EQ(bytes.Messages(), whole);
+      for (std::size_t cut = 1; cut < stream.size(); ++cut) {
+        EXPECT_EQ(WholeMessages(asked).Add(stream.substr(0, cut)).Add(stream.substr(cut)).Messages(), whole)
+            << cut;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace mirelo::app
