@@ -5,7 +5,6 @@
 #include <memory>
 #include <unordered_map>
 
-#include "adapters/curl/fresh_handles.h"
 #include "host/message_loop.h"
 
 namespace mirelo::curl {
@@ -36,11 +35,6 @@ class Multi {
   Multi(const Multi&) = delete;
   Multi& operator=(const Multi&) = delete;
 
-  // A handle for a transfer of one reply.
-  FreshHandles::Handle NewHandle() { return handles_.Take(); }
-  // To be called when there is nothing to do but to wait.
-  void MakeNextHandle() { handles_.MakeNext(); }
-
   // Starts the transfer that `easy` describes and takes it as far as it goes without waiting; it may be over
   // already on return; one that libcurl does not take ends with CURLE_FAILED_INIT. `easy` and `client` must
   // live until OnEnd or Stop. The handle's CURLOPT_PRIVATE is used.
@@ -65,7 +59,6 @@ class Multi {
   void HandOverEnded();
 
   host::MessageLoop& loop_;
-  FreshHandles handles_;
   std::unordered_map<curl_socket_t, host::MessageLoop::Token> watches_;
   host::MessageLoop::Token timer_ = 0;
   bool due_ = false;  // libcurl asked to be called at once

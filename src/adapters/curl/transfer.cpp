@@ -39,10 +39,9 @@ Transfer::Transfer(Multi& multi, Request request, Reading reading, const Limits&
 Transfer::~Transfer() { Stop(); }
 
 void Transfer::Start() {
-  easy_ = multi_.NewHandle();
+  easy_ = NewEasyHandle();
   DescribeRequest();
   multi_.Start(easy_.get(), *this);
-  multi_.MakeNextHandle();
 }
 
 // Tells the handle all that requests differ in.

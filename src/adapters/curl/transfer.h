@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "adapters/curl/body_buffer.h"
-#include "adapters/curl/fresh_handles.h"
+#include "adapters/curl/easy_handle.h"
 #include "adapters/curl/limits.h"
 #include "adapters/curl/multi.h"
 #include "adapters/curl/redirect.h"
@@ -130,7 +130,7 @@ class Transfer final : private Multi::Client {
   Now now_;
   int redirects_ = 0;
 
-  FreshHandles::Handle easy_;
+  EasyHandle easy_;
   std::unique_ptr<curl_slist, Cleanup> headers_;
   bool paused_ = false;
   bool heard_ = false;  // bytes of a reply had come when the connection was closed
