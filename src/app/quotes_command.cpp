@@ -66,6 +66,7 @@ int QuotesCommand::Run() {
   if (port_ != 0) session.host().OverrideHttpPort(port_);
   session.facade().DovantaFormatUserDate(date_format_);
 
+  if (watch_) session.interrupt().Stopped.Subscribe([&session] { session.host().HangUp(); });
   SnapshotFeed feed(session.facade(), tickers_);
   const auto output = ChosenOutput();
   const bool terminal = Out().IsTerminal();

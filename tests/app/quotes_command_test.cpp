@@ -93,6 +93,25 @@ TEST_F(Quotes, AreMissedWithOneAndAWordOnWhatToDo) {
               AllOf(HasSubstr("Data retrieval error."), HasSubstr("mirelo settings get HTTPPort")));
 }
 
+TEST_F(Quotes, EndAtCtrlCThoughAnAnswerIsDue) {
+  server_.SetHttpFault(quotetracker::HttpFaultPlan::Parse("stall", 1));
+  const std::string program = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+  ProgramResult result;
+  std::thread watching([&] {
+    const std::string arguments =
+        " quotes MSFT --watch --csv --http-port " + std::to_string(server_.HttpPort());
+    result =
+        RunProgram("/bin/sh", folder_.path(), {"-c", "echo $$ > pid; exec '" + program + "'" + arguments});
+  });
+  while (server_.Requests().empty()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  pid_t pid = 0;
+  std::ifstream(folder_ / "pid") >> pid;
+  EXPECT_GT(pid, 0);
+  if (pid > 0) ::kill(pid, SIGINT);
+  watching.join();
+  EXPECT_EQ(result.exit_code, 0);
+}
+
 // With Seconds 0 that is every second.
 TEST_F(Quotes, AreAskedForAgainUntilCtrlCThoughOneAnswerFails) {
   RunMirelo(folder_.path(), {"settings", "set", "Seconds", "0"});
