@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <utility>
 
@@ -33,12 +34,15 @@ LoopServer::~LoopServer() {
 void LoopServer::Serve(ServerScript script) {
   while (!connections_.empty()) Close(connections_.begin()->first);
   script_ = std::move(script);
+  next_reply_ = 0;
 }
 
 void LoopServer::Accept() {
   const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
   if (socket < 0) return;
   Connection& connection = connections_[socket];
+  if (!script_.replies.empty()) connection.reply = script_.replies[next_reply_];
+  if (next_reply_ + 1 < script_.replies.size()) ++next_reply_;
   connection.watch =
       loop_.Watch(socket, host::MessageLoop::kRead, [this, socket](unsigned) { Receive(socket); });
   if (!script_.hasty) return;
@@ -58,15 +62,14 @@ void LoopServer::Receive(int socket) {
 }
 
 void LoopServer::SendPiece(int socket) {
+  script_.before_piece();
   Connection& connection = connections_[socket];
-  const std::string_view rest = std::string_view(script_.bytes).substr(connection.sent);
-  const std::size_t size = std::min(rest.size(), std::max<std::size_t>(script_.piece, 1));
-  const ssize_t count = ::send(socket, rest.data(), size, MSG_NOSIGNAL);
-  if (count < 0) return Close(socket);
-  connection.sent += static_cast<std::size_t>(count);
-  connection.timer = loop_.StartTimer({}, [this, socket, ended = connection.sent == script_.bytes.size()] {
-    ended ? End(socket) : SendPiece(socket);
-  });
+  const std::size_t size = std::min(connection.reply.size(), std::max<std::size_t>(script_.piece, 1));
+  const ssize_t count = ::send(socket, connection.reply.data(), size, MSG_NOSIGNAL);
+  if (count < 0 && errno != EAGAIN) return Close(socket);
+  connection.reply.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+  connection.timer = loop_.StartTimer(
+      {}, [this, socket, ended = connection.reply.empty()] { ended ? End(socket) : SendPiece(socket); });
 }
 
 void LoopServer::End(int socket) {

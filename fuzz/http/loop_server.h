@@ -2,22 +2,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/message_loop.h"
 
 namespace mirelo::fuzz {
 
-// What a server does to each of its connections.
+// What a server does to its connections.
 struct ServerScript {
   enum class Ending { Close, Reset, WaitForClient };
 
-  std::string bytes;
-  std::size_t piece = 0;  // bytes that are sent at a time, one piece a turn of the loop
-  bool hasty = false;     // replies before the request has come
+  std::vector<std::string> replies;  // the bytes for each connection in turn; the last are for all later ones
+  std::size_t piece = 0;             // bytes that are sent at a time, one piece a turn of the loop
+  bool hasty = false;                // replies before the request has come
   Ending ending = Ending::Close;
+  std::function<void()> before_piece = [] {};
 };
 
 // A server on 127.0.0.1 that lives on the message loop of its own client, so that the order of events is the
@@ -38,7 +41,7 @@ class LoopServer {
     host::MessageLoop::Token watch = 0;
     host::MessageLoop::Token timer = 0;  // of the next piece
     std::string request;
-    std::size_t sent = 0;
+    std::string_view reply;  // what is left of it
     bool replies = false;
   };
 
@@ -53,6 +56,7 @@ class LoopServer {
   std::uint16_t port_ = 0;
   host::MessageLoop::Token watch_ = 0;
   ServerScript script_;
+  std::size_t next_reply_ = 0;
   std::map<int, Connection> connections_;  // by socket
 };
 
