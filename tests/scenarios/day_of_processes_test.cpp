@@ -15,11 +15,11 @@
 #include "adapters/sqlite/sqlite_registry.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "app/child_process.h"
-#include "automation/number.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "scenarios/tracker_process.h"
 #include "support/environment_variable.h"
 #include "support/temp_directory.h"
 
@@ -33,46 +33,16 @@ constexpr auto kPatience = 60s;
 
 const std::filesystem::path kPrograms = MIRELO_BIN_DIR;
 
-// The stand-in as a process that can be ended and started again at the ports that it had.
-class Tracker {
- public:
-  Tracker() { Start(); }
-
-  void Start() {
-    const auto port = [](int number) { return std::to_string(number); };
-    process_ = std::make_unique<app::ChildProcess>(
-        kPrograms / "quotetracker", Arguments{"--http-port", port(http_port_), "--stream-port",
-                                              port(stream_port_), "--rate", "200", "--exit-with-parent"});
-    http_port_ = Number("HTTP port ");
-    stream_port_ = Number("stream port ");
-  }
-  void End() { process_.reset(); }
-  void Stall() { process_->Signal(SIGSTOP); }
-  void GoOn() { process_->Signal(SIGCONT); }
-
-  int HttpPort() const { return http_port_; }
-  int StreamPort() const { return stream_port_; }
-
- private:
-  int Number(const std::string& head) {
-    const std::string line = process_->ReadLine(kPatience).value_or("");
-    EXPECT_TRUE(line.starts_with(head)) << line;
-    return RoundToInt32(Val(line.substr(std::min(line.size(), head.size()))));
-  }
-
-  std::unique_ptr<app::ChildProcess> process_;
-  int http_port_ = 0;
-  int stream_port_ = 0;
-};
-
 class DayOfProcesses : public ::testing::Test {
  protected:
   DayOfProcesses() {
+    StartTracker();
     sodium::SodiumVault vault(folder / "mirelo");
     vault.Set(sodium::SodiumVault::Credential::ApplicationName, "MireloDemo");
     vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, "demo-secret");
   }
 
+  void StartTracker() { tracker.Start({"--rate", "200"}); }
   void Begin(const Arguments& more, const char* save_every = "10ms") {
     Arguments arguments{"run",
                         "--workbook",
@@ -123,7 +93,7 @@ class DayOfProcesses : public ::testing::Test {
   TempDirectory folder;
   EnvironmentVariable data_folder{"XDG_DATA_HOME", folder.path().c_str()};
   std::filesystem::path file = folder / "day.xlsx";
-  Tracker tracker;
+  TrackerProcess tracker;
   std::unique_ptr<app::ChildProcess> mirelo;
 };
 
@@ -131,7 +101,7 @@ TEST_F(DayOfProcesses, StreamsOnAfterARestartOfQuoteTracker) {
   BeginStreaming();
   ASSERT_TRUE(GrowsPast(0));
   tracker.End();
-  tracker.Start();
+  StartTracker();
   ASSERT_TRUE(GrowsPast(Rows()));
   EXPECT_EQ(EndInOrder(), 0);
 }
@@ -141,7 +111,7 @@ TEST_F(DayOfProcesses, AsksOnAfterARestartOfQuoteTracker) {
   ASSERT_TRUE(GrowsPast(0));
   tracker.End();
   std::this_thread::sleep_for(1500ms);  // an update fails meanwhile
-  tracker.Start();
+  StartTracker();
   EXPECT_TRUE(GrowsPast(Rows()));
   EXPECT_EQ(EndInOrder(), 0);
 }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -40,8 +41,14 @@ class LoopbackServer {
   class Peer;
   using Script = std::function<void(Peer& peer)>;
 
-  explicit LoopbackServer(Script script)
-      : script_(std::move(script)), listener_(BoundSocket(port_)), stop_(::eventfd(0, EFD_CLOEXEC)) {
+  explicit LoopbackServer(Script script) : LoopbackServer(std::move(script), INADDR_LOOPBACK, 0) {}
+  // At an address of the loopback (in the host's order of bytes) and a port of the test's choice, where
+  // another server may have stood a moment ago.
+  LoopbackServer(Script script, std::uint32_t address, std::uint16_t port)
+      : script_(std::move(script)),
+        port_(port),
+        listener_(BoundSocket(port_, address)),
+        stop_(::eventfd(0, EFD_CLOEXEC)) {
     if (stop_ < 0 || ::listen(listener_, SOMAXCONN) != 0) {
       throw std::system_error(errno, std::generic_category(), "listen");
     }
@@ -95,12 +102,16 @@ class LoopbackServer {
     ::close(stop_);
   }
 
-  // A socket bound to a free port of 127.0.0.1, which is stored in `port`. Nobody listens there yet.
-  static int BoundSocket(std::uint16_t& port) {
+  // A socket bound to a port of that address, to a free one, which is stored in `port`, if that is 0. Nobody
+  // listens there yet.
+  static int BoundSocket(std::uint16_t& port, std::uint32_t at = INADDR_LOOPBACK) {
     const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int on = 1;
+    if (port != 0) ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
     sockaddr_in address = {};
     address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_addr.s_addr = htonl(at);
+    address.sin_port = htons(port);
     socklen_t size = sizeof address;
     if (socket < 0 || ::bind(socket, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
         ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
@@ -221,6 +232,12 @@ class LoopbackServer::Peer {
     server_.changed_.wait(lock, [this] { return server_.permits_ > 0 || server_.stopped_; });
     if (server_.stopped_) throw Stopped{};
     --server_.permits_;
+  }
+
+  // Blocks for so long.
+  void Rest(std::chrono::milliseconds time) {
+    pollfd stopped = {server_.stop_, POLLIN, 0};
+    if (::poll(&stopped, 1, static_cast<int>(time.count())) > 0) throw Stopped{};
   }
 
   // Whether the client ended the connection by a reset, as far as receiving has found out.

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "adapters/workbook/spreadsheet.h"
+#include "app/dialog_wishes.h"
+#include "app/linux_host.h"
+#include "app/workbook_keeper.h"
+#include "app/working_day.h"
+#include "automation/number.h"
+#include "host/host.h"
+#include "scenarios/sent_quotes.h"
+#include "scenarios/tracker_process.h"
+#include "support/loopback_server.h"
+#include "support/process_use.h"
+#include "support/temp_directory.h"
+#include "terminal/output.h"
+
+namespace mirelo::testing {
+
+// No file of this process grows past some bytes: what a full disk does to it, for as long as this lives.
+class FullDisk {
+ public:
+  FullDisk();
+  ~FullDisk();
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+
+ private:
+  rlimit before_{};
+};
+
+// Takes messages and keeps none: over a day they would take memory.
+class Nowhere : public terminal::Output {
+  void Put(std::string_view) override {}
+};
+
+// A working day as the program plays it, on this machine, with real files and sockets, but a hundred times as
+// fast: a day of thousands of saves is over in seconds. QuoteTracker comes and goes as the test has it,
+// always at the same ports. Of two tickers, MSFT and IBM, whatever is sent is known by its number.
+class LongDay : public ::testing::Test {
+ protected:
+  using Settings = std::vector<app::DialogWishes::Setting>;
+
+  LongDay();
+  ~LongDay() override;
+
+  // Fills the settings dialog, presses its Go, and begins what follows, with a save each 20 ms of the day.
+  void Begin(Settings settings);
+  void End();
+
+  // Runs the day until the workbook was saved so many times more, or could not be.
+  void PassSaves(int count);
+  // Runs the day until `done`; false when that takes longer than anybody waits.
+  bool PassUntil(const std::function<bool()>& done);
+  // Runs the day until quotes that are yet to be sent have reached the cells of both tickers.
+  bool GoesOn();
+
+  // The stand-in as a process, which replays new quotes.
+  void StartTracker(const std::vector<std::string>& more);
+  // A server of the test's own at QuoteTracker's port.
+  std::unique_ptr<LoopbackServer> Serve(std::uint16_t port, LoopbackServer::Script script) const;
+  std::uint16_t StreamPort() const { return static_cast<std::uint16_t>(tracker.StreamPort()); }
+  std::uint16_t HttpPort() const { return static_cast<std::uint16_t>(tracker.HttpPort()); }
+
+  // The number of the quote that the table's cells show; 0 when they show none that was sent.
+  std::int32_t Shown(const SentQuotes& quotes);
+  // That all rows of the history are quotes that were sent, in the order in which they were.
+  void ExpectTrueHistory(workbook::Spreadsheet& book);
+  void ExpectTrueCells();
+  // What the process uses where the day stands still, nobody serving it.
+  ProcessUse UseAtRest();
+
+  std::string LastLines() const;
+
+  TempDirectory folder;
+  Nowhere nowhere;
+  app::LinuxHost host;
+  host::HostScope installed;
+  TrackerProcess tracker;
+  SentQuotes msft{"MSFT", 2000};
+  SentQuotes ibm{"IBM", 500000};
+  app::DialogWishes wishes;
+  workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
+  std::optional<app::WorkingDay> day;
+  std::optional<app::WorkbookKeeper> keeper;
+  std::vector<std::string> told;  // the newest of the day's lines for a person
+  int saves = 0;
+  int replays = 0;
+};
+
+}  // namespace mirelo::testing
