@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "automation/runtime_error.h"
+#include "terminal/writing_signals.h"
 
 extern char** environ;
 
@@ -32,7 +33,7 @@ void SetUsualSignals(posix_spawnattr_t& attributes) {
   sigset_t signals;
   sigemptyset(&signals);
   ::posix_spawnattr_setsigmask(&attributes, &signals);
-  sigaddset(&signals, SIGPIPE);
+  for (const int signal : terminal::kWritingSignals) sigaddset(&signals, signal);
   ::posix_spawnattr_setsigdefault(&attributes, &signals);
   ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
 }

@@ -13,6 +13,7 @@
 #include "app/duration.h"
 #include "app/exit_code.h"
 #include "app/options.h"
+#include "app/run_program.h"
 #include "app/session.h"
 #include "app/window_program.h"
 #include "app/workbook_file.h"
@@ -155,7 +156,7 @@ bool RunCommand::Follow(Session& session, WorkingDay& day, WorkbookKeeper& keepe
   return true;
 } catch (const std::exception&) {  // what has come until now is kept
   view.End();
-  Err() << "error: " << terminal::Indented(CurrentError().Description()) << "\n";
+  TellFailure();
   return false;
 }
 

@@ -2,9 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <exception>
+#include <new>
 #include <sstream>
 
 #include "app/exit_code.h"
+#include "automation/runtime_error.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -14,12 +16,29 @@ using terminal::Out;
 
 namespace {
 
-int Run(const std::function<int()>& body) try { return body(); } catch (const std::exception& error) {
-  Err() << "error: " << terminal::Indented(error.what()) << "\n";
+int Run(const std::function<int()>& body) try { return body(); } catch (const std::exception&) {
+  TellFailure();
   return kFailed;
 }
 
+// In literals, as there may be no memory for other words.
+void TellOfMemory() {
+  Err() << "error: Out of memory.\nLet the program have more (ulimit -v), or take a smaller workbook.\n";
+}
+
 }  // namespace
+
+void TellFailure() {
+  try {
+    throw;
+  } catch (const std::bad_alloc&) {
+    TellOfMemory();
+  } catch (const std::exception&) {
+    const RuntimeError error = CurrentError();
+    if (error.Number() == Errors::OutOfMemory().Number()) return TellOfMemory();
+    Err() << "error: " << terminal::Indented(error.Description()) << "\n";
+  }
+}
 
 int RunProgram(const std::function<int()>& body) {
   terminal::PrepareStandardStreams();

@@ -11,6 +11,9 @@ namespace mirelo::app {
 
 // What the programs' main functions share.
 
+// To be called where something was caught: tells a person what, and what to do where memory ran out.
+void TellFailure();
+
 // Runs the body of a program, and tells a person what it throws. The result is the exit code: the body's own,
 // unless it is good and some of the output could not be written.
 int RunProgram(const std::function<int()>& body);

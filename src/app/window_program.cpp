@@ -3,13 +3,13 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <filesystem>
 
 #include "app/child_process.h"
 #include "app/exit_code.h"
 #include "terminal/standard_streams.h"
+#include "terminal/writing_signals.h"
 
 namespace mirelo::app {
 
@@ -30,10 +30,10 @@ int BecomeWindowProgram(const std::vector<std::string>& words) {
   std::vector<char*> pointers;
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
-  std::signal(SIGPIPE, SIG_DFL);  // what is ignored stays so in the program that this one becomes
+  terminal::RestoreWritingSignals();
   ::execv(program.c_str(), pointers.data());
   const int error = errno;
-  std::signal(SIGPIPE, SIG_IGN);
+  terminal::IgnoreWritingSignals();
   Err() << "error: cannot start " << program.string() << ": " << std::strerror(error) << ".\n"
         << kToInstall << kWithoutWindows;
   return kFailed;

@@ -1,5 +1,7 @@
 #include "app/workbook_file.h"
 
+#include <sys/resource.h>
+
 #include <cstdint>
 #include <string>
 #include <system_error>
@@ -16,8 +18,19 @@ namespace {
 constexpr std::int32_t kDiskFull = 61;
 constexpr std::int32_t kPermissionDenied = 70;
 constexpr const char* kMakeRoom = "Make room on the disk, or name another file with --workbook.";
+constexpr const char* kRaiseLimit =
+    "Raise the limit of file sizes (ulimit -f), or make room on the disk, or name another file with "
+    "--workbook.";
 constexpr const char* kMakeWritable =
     "Make the file and its folder writable, or name another file with --workbook.";
+
+// A file that reaches the limit fails as on a full disk.
+bool FileSizesAreLimited() {
+  rlimit limit{};
+  return ::getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+}
+
+std::string AsSentence(const std::string& text) { return text.ends_with('.') ? text : text + '.'; }
 
 // Does what may fail to save; the error's text then says what to do as well.
 template <class Attempt>
@@ -26,10 +39,10 @@ auto SayingWhatToDo(Attempt&& attempt) {
     return attempt();
   } catch (const RuntimeError& error) {
     const char* advice = nullptr;
-    if (error.Number() == kDiskFull) advice = kMakeRoom;
+    if (error.Number() == kDiskFull) advice = FileSizesAreLimited() ? kRaiseLimit : kMakeRoom;
     if (error.Number() == Errors::PathFileAccess().Number()) advice = kMakeWritable;
     if (advice == nullptr) throw;
-    throw RuntimeError(error.Number(), error.Description() + ".\n" + advice, error.Source());
+    throw RuntimeError(error.Number(), AsSentence(error.Description()) + "\n" + advice, error.Source());
   }
 }
 

@@ -6,8 +6,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
+
+#include "terminal/writing_signals.h"
 
 namespace mirelo::terminal {
 
@@ -77,7 +78,7 @@ StandardStream& Err() {
 }
 
 void PrepareStandardStreams() {
-  std::signal(SIGPIPE, SIG_IGN);
+  IgnoreWritingSignals();
   // A place that is opened the other way round fails like one that is closed.
   const int ways[] = {O_WRONLY, O_RDONLY, O_RDONLY};
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {

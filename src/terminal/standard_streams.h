@@ -52,9 +52,10 @@ StandardStream& Out();
 // The standard error stream.
 StandardStream& Err();
 
-// To be called first of all by a program: makes the end of a reader an error of writing, in place of a signal
-// that ends the program (who starts another program gives that its signal back), and sees to it that no file
-// which the program opens takes the place of a standard stream that was closed.
+// To be called first of all by a program: makes the end of a reader, and that of a file at the limit of file
+// sizes, an error of writing in place of a signal that ends the program (see writing_signals.h; who starts
+// another program gives that its signals back), and sees to it that no file which the program opens takes the
+// place of a standard stream that was closed.
 void PrepareStandardStreams();
 
 }  // namespace mirelo::terminal

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <linux/capability.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -94,6 +95,18 @@ ProgramResult RunMireloUnread(const std::filesystem::path& folder, const std::ve
   return Run(kMirelo, folder, arguments, "", [=] {
     RedirectToNobody(STDOUT_FILENO);
     if (errors_too) RedirectToNobody(STDERR_FILENO);
+  });
+}
+
+ProgramResult RunMireloWithin(int resource, std::uint64_t most, const std::filesystem::path& folder,
+                              const std::vector<std::string>& arguments) {
+  return Run(kMirelo, folder, arguments, "", [=] {
+    std::signal(SIGXFSZ, SIG_DFL);
+    const rlimit limit{most, most};
+    const rlimit none{0, 0};
+    if (::setrlimit(RLIMIT_CORE, &none) != 0 ||
+        ::setrlimit(static_cast<__rlimit_resource_t>(resource), &limit) != 0)
+      ::_exit(126);
   });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -30,5 +31,9 @@ ProgramResult RunMireloUnread(const std::filesystem::path& folder, const std::ve
 // Runs mirelo with its standard output on a disk without room.
 ProgramResult RunMireloOnFullDisk(const std::filesystem::path& folder,
                                   const std::vector<std::string>& arguments);
+
+// Runs mirelo in a shell that limits something, by the names of setrlimit(2): RLIMIT_FSIZE, say, in bytes.
+ProgramResult RunMireloWithin(int resource, std::uint64_t most, const std::filesystem::path& folder,
+                              const std::vector<std::string>& arguments);
 
 }  // namespace mirelo::testing

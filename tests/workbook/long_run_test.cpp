@@ -15,6 +15,7 @@
 #include "support/child_process.h"
 #include "support/environment_variable.h"
 #include "support/error_number.h"
+#include "support/sanitized.h"
 #include "support/temp_directory.h"
 #include "workbook/workbook_files.h"
 
@@ -26,14 +27,6 @@ using workbook::Spreadsheet;
 constexpr std::int32_t kDiskFull = 61;
 constexpr std::int64_t kSlack = 1 << 20;  // of memory
 
-// The sanitizers take their time, and keep freed memory for a while.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kIsSanitized = true;
-#elif defined(__has_feature)
-constexpr bool kIsSanitized = __has_feature(address_sanitizer);
-#else
-constexpr bool kIsSanitized = false;
-#endif
 constexpr int kSaves = kIsSanitized ? 200 : 2000;
 constexpr int kFailures = kIsSanitized ? 20 : 200;
 constexpr int kWarmUp = 10;

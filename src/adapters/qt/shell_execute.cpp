@@ -8,6 +8,7 @@
 #include <string>
 
 #include "adapters/qt/qt_desktop.h"
+#include "terminal/writing_signals.h"
 
 namespace mirelo::qt {
 
@@ -26,7 +27,7 @@ constexpr const char* kOpener = "xdg-open";
   if (::fork() != 0) ::_exit(0);
   ::setsid();
   // Signals that this program ignores or holds back are its own affair.
-  std::signal(SIGPIPE, SIG_DFL);
+  terminal::RestoreWritingSignals();
   sigset_t none;
   sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);

@@ -25,7 +25,8 @@ RuntimeError PermissionDenied(std::string why) {
 }
 
 RuntimeError FileError(const std::string& doing, int reason) {
-  const std::string text = doing + ": " + std::strerror(reason);
+  const std::string text = doing + ": " + std::strerror(reason) +
+                           (reason == EFBIG ? ", by the limit of file sizes (ulimit -f)" : "");
   if (reason == ENOSPC || reason == EDQUOT || reason == EFBIG) return DiskFull(text);
   return RuntimeError(Errors::PathFileAccess().Number(), text, kSource);
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "adapters/workbook/xlsx/library_memory.h"
 #include "adapters/workbook/xlsx/package.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 
@@ -29,8 +30,9 @@ pugi::xml_attribute Find(pugi::xml_node node, std::string_view name) {
 }  // namespace
 
 EditableXml::EditableXml(const std::string& part, std::string_view text) {
-  if (!document_.load_buffer(text.data(), text.size(), kParsing))
-    throw Damaged(part, "this is no well-formed XML");
+  const pugi::xml_parse_result result = document_.load_buffer(text.data(), text.size(), kParsing);
+  RequireMemory(result);
+  if (!result) throw Damaged(part, "this is no well-formed XML");
   const std::string_view name = root().name();
   prefix_ = name.substr(0, name.size() - LocalName(root()).size());
   // What is written is UTF-8, whatever was read.

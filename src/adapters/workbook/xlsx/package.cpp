@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/xlsx/library_memory.h"
 
 namespace mirelo::workbook {
 
@@ -39,8 +40,9 @@ struct Package::Archive {
     zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error.error);
     if (source != nullptr) zip = zip_open_from_source(source, ZIP_RDONLY, &error.error);
     if (zip != nullptr) return;
-    const std::string why = error.text();
     if (source != nullptr) zip_source_free(source);
+    RequireMemory(error.error);
+    const std::string why = error.text();
     throw Damaged(kWholeFile, "this is no .xlsx workbook (" + why + ")");
   }
   ~Archive() { zip_discard(zip); }
@@ -81,7 +83,10 @@ std::string Package::Read(const std::string& part) {
     throw Damaged(part, "this part is encrypted");
   }
   const File file(zip_fopen_index(archive_->zip, static_cast<std::uint64_t>(index), 0));
-  if (file == nullptr) throw Damaged(part, zip_strerror(archive_->zip));
+  if (file == nullptr) {
+    RequireMemory(*zip_get_error(archive_->zip));
+    throw Damaged(part, zip_strerror(archive_->zip));
+  }
 
   const std::uint64_t ratio_bytes = std::max(limits_.ratio_free_bytes, stat.comp_size * limits_.ratio);
   const std::uint64_t most = std::min({limits_.part_bytes, limits_.total_bytes - bytes_read_, ratio_bytes});
@@ -90,8 +95,10 @@ std::string Package::Read(const std::string& part) {
     const std::size_t filled = text.size();
     text.resize(filled + static_cast<std::size_t>(std::min(kChunk, most - filled + 1)));
     const std::int64_t count = zip_fread(file.get(), text.data() + filled, text.size() - filled);
-    if (count < 0)
+    if (count < 0) {
+      RequireMemory(*zip_file_get_error(file.get()));
       throw Damaged(part, std::string("it cannot be unpacked (") + zip_file_strerror(file.get()) + ")");
+    }
     text.resize(filled + static_cast<std::size_t>(count));
     if (text.size() > most) throw Damaged(part, "it unpacks to more than is safe to read");
     if (count == 0) break;

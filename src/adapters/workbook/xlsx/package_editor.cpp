@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/xlsx/library_memory.h"
 
 namespace mirelo::workbook {
 
@@ -15,6 +16,11 @@ namespace {
 
 RuntimeError CannotPack(std::string_view part, std::string_view why) {
   return Refused(std::string(part) + ": this part cannot be packed (" + std::string(why) + ")");
+}
+
+RuntimeError CannotPack(std::string_view part, zip_t* archive) {
+  RequireMemory(*zip_get_error(archive));
+  return CannotPack(part, zip_strerror(archive));
 }
 
 // A part's text for the archive library, which asks for it when the part's turn comes.
@@ -93,10 +99,12 @@ class LateSource {
 
 struct PackageEditor::Archive {
   explicit Archive(std::span<const char> file) {
-    source = zip_source_buffer_create(file.data(), file.size(), 0, nullptr);
-    if (source != nullptr) zip = zip_open_from_source(source, ZIP_RDONLY, nullptr);
+    zip_error_t error{};
+    source = zip_source_buffer_create(file.data(), file.size(), 0, &error);
+    if (source != nullptr) zip = zip_open_from_source(source, ZIP_RDONLY, &error);
     if (zip == nullptr) {
       zip_source_free(source);
+      RequireMemory(error);
       throw Refused("archive: this is no .xlsx workbook");
     }
   }
@@ -179,7 +187,7 @@ class NewArchive {
   std::vector<char> Close() {
     if (zip_close(zip_) != 0) {
       if (failure_) std::rethrow_exception(failure_);
-      throw CannotPack("archive", zip_strerror(zip_));
+      throw CannotPack("archive", zip_);
     }
     zip_ = nullptr;
     return Bytes();
@@ -187,10 +195,10 @@ class NewArchive {
 
  private:
   void Add(const std::string& name, zip_source_t* source) {
-    if (source == nullptr) throw CannotPack(name, zip_strerror(zip_));
+    if (source == nullptr) throw CannotPack(name, zip_);
     if (zip_file_add(zip_, name.c_str(), source, ZIP_FL_ENC_UTF_8) >= 0) return;
     zip_source_free(source);
-    throw CannotPack(name, zip_strerror(zip_));
+    throw CannotPack(name, zip_);
   }
 
   std::vector<char> Bytes() {

@@ -12,6 +12,7 @@
 
 #include "adapters/workbook/atomic_file.h"
 #include "adapters/workbook/errors.h"
+#include "adapters/workbook/xlsx/library_memory.h"
 
 namespace mirelo::workbook {
 
@@ -23,6 +24,11 @@ constexpr zip_int64_t kToItsEnd = -1;
 
 [[noreturn]] void Fail(const std::string& why) {
   throw Refused("The workbook cannot be written: its charts cannot be put into the file (" + why + ").");
+}
+
+[[noreturn]] void Fail(zip_t* archive) {
+  RequireMemory(*zip_get_error(archive));
+  Fail(std::string(zip_strerror(archive)));
 }
 
 struct FreeSource {
@@ -61,7 +67,7 @@ class Repacker {
     for (zip_int64_t i = 0; i < count; ++i) {
       const auto index = static_cast<zip_uint64_t>(i);
       const char* name = zip_get_name(old_.get(), index, 0);
-      if (name == nullptr) Fail(zip_strerror(old_.get()));
+      if (name == nullptr) Fail(old_.get());
       const auto text = texts.find(name);
       if (text != texts.end()) ++replaced;
       Add(name, text == texts.end() ? AsPacked(index) : Of(text->second));
@@ -79,18 +85,18 @@ class Repacker {
   }
 
   void Add(const char* name, zip_source_t* source) {
-    if (source == nullptr) Fail(zip_strerror(new_.get()));
+    if (source == nullptr) Fail(new_.get());
     const zip_int64_t index = zip_file_add(new_.get(), name, source, ZIP_FL_ENC_UTF_8);
     if (index < 0) {
       zip_source_free(source);
-      Fail(zip_strerror(new_.get()));
+      Fail(new_.get());
     }
     if (zip_file_set_dostime(new_.get(), static_cast<zip_uint64_t>(index), kNoTime, kFirstDay, 0) != 0)
-      Fail(zip_strerror(new_.get()));
+      Fail(new_.get());
   }
 
   std::vector<char> Close() {
-    if (zip_close(new_.get()) != 0) Fail(zip_strerror(new_.get()));
+    if (zip_close(new_.get()) != 0) Fail(new_.get());
     static_cast<void>(new_.release());  // closing has freed it
     zip_stat_t stat;
     if (zip_source_stat(new_buffer_.get(), &stat) != 0 || zip_source_open(new_buffer_.get()) != 0)

@@ -131,7 +131,7 @@ std::string ProblemOf(const File& file, IsWhatWasWritten&& is_what_was_written) 
 void Require(const std::string& problem) {
   if (problem.empty()) return;
   throw DiskFull("Cannot save the workbook: what was written does not read back (" + problem +
-                 "); the disk may be full.");
+                 "); the disk may be full, or the limit of file sizes too low (ulimit -f)");
 }
 
 }  // namespace

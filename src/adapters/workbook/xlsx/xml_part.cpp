@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "adapters/workbook/xlsx/library_memory.h"
+
 namespace mirelo::workbook {
 
 namespace {
@@ -90,6 +92,7 @@ XmlPart::XmlPart(Package& package, const std::string& part, std::string_view roo
   if (static_cast<std::size_t>(nodes) > package.limits().nodes) throw Damaged(name_, "too many elements");
   const pugi::xml_parse_result result = document_.load_buffer_inplace(text_.data(), text_.size(), kParsing);
   if (!result) {
+    RequireMemory(result);
     throw Damaged(name_, std::string("this is no well-formed XML (") + result.description() + " at byte " +
                              std::to_string(result.offset) + ")");
   }
