@@ -29,6 +29,10 @@ class OverridingRegistry : public host::Registry {
                               std::uint32_t size) override;
   std::int32_t RegDeleteKeyA(Key key, const std::string& sub_key) override;
   std::int32_t RegCloseKey(Key key) override;
+  std::int32_t BeginTransaction() override { return stored_.BeginTransaction(); }
+  std::int32_t CommitTransaction() override { return stored_.CommitTransaction(); }
+  void RollBackTransaction() override { stored_.RollBackTransaction(); }
+  std::string LastFailure() const override { return stored_.LastFailure(); }
 
  private:
   // Stands for a key that the stored registry does not have: it can be opened all the same, since a value in

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "app/exit_code.h"
+#include "app/failure_reason.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/whole_file.h"
@@ -121,7 +122,14 @@ bool SettingsCommand::IsChosen() const { return command_->parsed(); }
 int SettingsCommand::Run() {
   Session session(global_);
   session.facade();
-  auto& store = mGlobal::AppSettings();
+  try {
+    return Run(mGlobal::AppSettings());
+  } catch (const RuntimeError& error) {
+    throw WithReason(error);
+  }
+}
+
+int SettingsCommand::Run(CAppSettings& store) const {
   if (list_->parsed()) return List(store);
   if (get_->parsed()) return Get(store);
   if (set_->parsed()) return Set(store);

@@ -23,6 +23,7 @@ class SettingsCommand {
   int Run();
 
  private:
+  int Run(CAppSettings& store) const;
   int List(CAppSettings& store) const;
   int Get(CAppSettings& store) const;
   int Set(CAppSettings& store) const;

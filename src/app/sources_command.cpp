@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/exit_code.h"
+#include "app/failure_reason.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/text_table.h"
@@ -52,7 +53,7 @@ bool SourcesCommand::Update(Session& session) {
   mGlobal::SetStreamingObject(stream);
   stream->Owner(&facade);
   facade.StatusRunWorkQT(StatusRunQueryQT::Status_ENUMSOURCES_L1);
-  stream->OnStatusText.Subscribe([](const std::string& text) { Err() << text << "\n"; });
+  stream->OnStatusText.Subscribe([](const std::string& text) { Err() << WithReason(text) << "\n"; });
   stream->PerformanceFollowingProcess.Subscribe(
       [&](std::int16_t step) { stored = over = step == kSourcesStored; });
   const auto dropped = session.host().sockets().Dropped.Subscribe([&](const std::string& reason) {

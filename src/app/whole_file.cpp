@@ -35,6 +35,14 @@ RuntimeError CannotWrite(const fs::path& file, int reason) {
   return RuntimeError(75, "cannot write " + file.string() + ": " + std::strerror(reason));
 }
 
+// Puts the names of a folder on the disk. What is said of it is not looked at: the file is whole in any case.
+void SyncFolder(const fs::path& folder) {
+  const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  ::fsync(descriptor);
+  ::close(descriptor);
+}
+
 // What a symbolic link leads to in the end, and any other file itself. Raises ELOOP's error for links that
 // lead to one another.
 fs::path BehindLinks(const fs::path& file) {
@@ -74,7 +82,7 @@ void Replace(const fs::path& file, std::string_view text, const struct stat* old
     good = false;
     error = errno;
   }
-  if (good) return;
+  if (good) return SyncFolder(file.parent_path());
   if (descriptor >= 0) ::unlink(beside.c_str());
   throw CannotWrite(file, error);
 }

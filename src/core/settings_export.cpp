@@ -12,6 +12,8 @@
 #include "automation/text.h"
 #include "automation/visible_text.h"
 #include "core/settings_catalogue.h"
+#include "host/host.h"
+#include "host/registry_transaction.h"
 
 namespace mirelo {
 
@@ -106,8 +108,11 @@ std::vector<StoredSetting> ParseSettings(std::string_view text) {
 }
 
 void WriteSettings(CAppSettings& store, const std::vector<StoredSetting>& settings) {
+  host::RegistryTransaction together(host::Host::Current().registry());
+  if (!together.IsUnderWay()) throw Errors::FailedSavingSetting();
   for (const StoredSetting& setting : settings)
     store.SaveSetting(setting.section, setting.key, Variant(setting.value));
+  if (!together.Commit()) throw Errors::FailedSavingSetting();
 }
 
 }  // namespace mirelo

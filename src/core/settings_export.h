@@ -39,7 +39,7 @@ std::string ExportSettings(const std::vector<StoredSetting>& settings);
 // twice. Error 5 for a text that does not pass; the description begins with "Line" and the line's number.
 std::vector<StoredSetting> ParseSettings(std::string_view text);
 
-// Stores them one after the other. Errors of CAppSettings; those before the one that fails are stored.
+// Stores all of them, or none when one fails or the process ends meanwhile. Errors of CAppSettings.
 void WriteSettings(CAppSettings& store, const std::vector<StoredSetting>& settings);
 
 }  // namespace mirelo

@@ -410,6 +410,7 @@ class frmMirelo : public forms::Form {
   // Whether the values can be committed; the user was told if not.
   bool AcceptValues(Frame& frame);
   void Refuse(Frame& frame, const std::string& message, std::int32_t tab, forms::Control& control);
+  void StoreValues(Frame& frame);
   // What shows times in the chosen zone, worked out from zone and offset.
   void StoreDisplacement(Frame& frame);
 

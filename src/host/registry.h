@@ -76,6 +76,25 @@ class Registry {
 
   // Closing a root handle does nothing and succeeds.
   virtual std::int32_t RegCloseKey(Key key) = 0;
+
+  // Beside the eight calls: several writes as one. RegistryTransaction (host/registry_transaction.h) is the
+  // way to use these.
+
+  // What is written from now on is stored together by CommitTransaction, or not at all: not when the process
+  // or the machine ends before that, nor behind RollBackTransaction. This registry reads it at once, others
+  // see it when it is stored. One at a time: kInvalidParameter while one is under way. A handle that was
+  // opened meanwhile must be closed before the end.
+  virtual std::int32_t BeginTransaction() = 0;
+  // For good, as RegSetValueExA. When it fails, nothing is stored and the transaction stays under way.
+  // kInvalidParameter when none is.
+  virtual std::int32_t CommitTransaction() = 0;
+  // Does nothing when none is under way.
+  virtual void RollBackTransaction() = 0;
+
+  // Why the last call failed that did so for want of the store behind the registry: it is locked, damaged or
+  // full. A sentence for people, which names what is meant; empty when all is well again, or nothing is
+  // known.
+  virtual std::string LastFailure() const { return {}; }
 };
 
 }  // namespace mirelo::host

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,8 @@
 #include "dialog/frmMirelo.h"
 #include "dialog/time_zones.h"
 #include "host/desktop.h"
+#include "host/host.h"
+#include "host/registry_transaction.h"
 #include "streaming/messages.h"
 #include "worksheet/color_schemes.h"
 
@@ -114,13 +117,7 @@ bool frmMirelo::save_settings_and_create_table(bool /*unused*/) {
 
     // One bad value shall not keep the others from being stored.
     frame.ignore_failures();
-    for (const StoredValue& stored : kStoredValues) {
-      STEP(Store().SaveSetting(kSettings, stored.key, stored.value(*this)));
-    }
-    StoreDisplacement(frame);
-    if (frame.test([&] { return ComQuoteSource.Enabled(); })) {
-      STEP(Store().SaveSetting(kFirstSourceSection, kFirstSourceKey, Variant(ComQuoteSource.Text())));
-    }
+    StoreValues(frame);
     std::string decimal_format;
     STEP(decimal_format = Facade().DecimalPlacesFormat());
     frame.report_failures();
@@ -159,6 +156,20 @@ void frmMirelo::Refuse(Frame& frame, const std::string& message, std::int32_t ta
   STEP(ShowMessage(message, host::Desktop::kCritical));
   STEP(C1TTickersSettings.CurrTab(tab));
   STEP(control.SetFocus());
+}
+
+void frmMirelo::StoreValues(Frame& frame) {
+  // When the process ends in here, nothing is stored rather than some of it.
+  std::optional<host::RegistryTransaction> together;
+  STEP(together.emplace(host::Host::Current().registry()));
+  for (const StoredValue& stored : kStoredValues) {
+    STEP(Store().SaveSetting(kSettings, stored.key, stored.value(*this)));
+  }
+  StoreDisplacement(frame);
+  if (frame.test([&] { return ComQuoteSource.Enabled(); })) {
+    STEP(Store().SaveSetting(kFirstSourceSection, kFirstSourceKey, Variant(ComQuoteSource.Text())));
+  }
+  if (together) STEP(together->Commit());
 }
 
 void frmMirelo::StoreDisplacement(Frame& frame) {

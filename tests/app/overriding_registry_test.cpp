@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/CAppSettings.h"
+#include "host/registry_transaction.h"
 #include "support/memory_registry.h"
 #include "support/test_host.h"
 
@@ -44,6 +45,19 @@ TEST_F(OverriddenSettings, AreNotWrittenAndHideWhatIsWritten) {
 
   host_.Use(stored_);
   EXPECT_EQ(settings_.GetSetting("Settings", "HTTPPort", "1").ToText(), "9090");
+}
+
+TEST_F(OverriddenSettings, LeaveTransactionsToTheStoredOnes) {
+  registry_.Override("HTTPPort", "8080");
+  {
+    host::RegistryTransaction together(registry_);
+    settings_.SaveSetting("Settings", "Seconds", Variant("7"));
+  }
+  EXPECT_EQ(settings_.GetSetting("Settings", "Seconds", "none").ToText(), "none");
+  host::RegistryTransaction together(registry_);
+  settings_.SaveSetting("Settings", "Seconds", Variant("7"));
+  EXPECT_TRUE(together.Commit());
+  EXPECT_EQ(settings_.GetSetting("Settings", "Seconds", "none").ToText(), "7");
 }
 
 TEST_F(OverriddenSettings, LeaveTheOthersAlone) {

@@ -5,6 +5,7 @@
 
 #include <fstream>
 
+#include "adapters/sqlite/database.h"
 #include "app/program.h"
 #include "support/temp_directory.h"
 
@@ -89,6 +90,22 @@ TEST_F(Settings, AreImportedAllOrNone) {
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("Line 2"));
   EXPECT_EQ(Get("Seconds"), "10\n");
+}
+
+TEST_F(Settings, SayWhyTheyCouldNotBeStored) {
+  ASSERT_EQ(Run({"set", "Seconds", "7"}).exit_code, 0);
+  const auto file = folder_ / "home/.local/share/mirelo/registry.db";
+  sqlite::Database(file).Execute(
+      "CREATE TRIGGER refuse BEFORE UPDATE ON value BEGIN SELECT RAISE(ABORT, 'no room'); END");
+  const std::string why = "error: Failed saving the application setting. The settings file " + file.string() +
+                          " cannot be used: no room\n";
+  for (const std::vector<std::string>& command :
+       {std::vector<std::string>{"set", "Seconds", "8"}, {"delete", "Seconds"}, {"import", "-"}}) {
+    const auto result = Run(command, "Settings\tSeconds\ttext\t8\n");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err, why);
+  }
+  EXPECT_EQ(Get("Seconds"), "7\n");
 }
 
 TEST_F(Settings, NameTheFileThatCannotBeReadOrWritten) {

@@ -160,7 +160,7 @@ TEST_F(RegistryInFile, SaysWhenAFolderOfThePathIsAFile) {
 
 TEST_F(RegistryInFile, SaysWhenThePathIsAFolder) {
   fs::create_directories(place.file());
-  ExpectRefused(75, "unable to open");
+  ExpectRefused(75, "is no file");
 }
 
 // As a user without rights, whoever runs the test: root may write everywhere.

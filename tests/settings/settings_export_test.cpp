@@ -133,12 +133,21 @@ TEST(SettingsImport, RefusesATextThatDoesNotPass) {
 class SettingsImportToStore : public SettingsTest {};
 INSTANTIATE_TEST_SUITE_P(Registries, SettingsImportToStore, ::testing::ValuesIn(RegistryKinds()), KindName);
 
-TEST_P(SettingsImportToStore, StopsAtTheFirstValueThatCannotBeStored) {
-  registry.Fail("RegSetValueExA", 2);
-  EXPECT_THROW(WriteSettings(settings, {{"Settings", "Style", "Green"}, {"Settings", "Seconds", "5"}}),
-               RuntimeError);
-  EXPECT_EQ(settings.GetSetting("Settings", "Style", ""), Variant("Green"));
-  EXPECT_EQ(settings.GetSetting("Settings", "Seconds", ""), Variant(""));
+TEST_P(SettingsImportToStore, StoresNothingWhenOneOfItCannotBeStored) {
+  settings.SaveSetting("Settings", "Style", "Blue");
+  for (const char* call : {"BeginTransaction", "RegCreateKeyExA", "RegSetValueExA", "CommitTransaction"}) {
+    SCOPED_TRACE(call);
+    const bool each_value = std::string(call).starts_with("Reg");
+    registry.Fail(call, each_value ? 2 : 1);
+    const auto error = ErrorOf([&] {
+      WriteSettings(settings, {{"Settings", "Style", "Green"}, {"Settings", "Seconds", "5"}});
+    });
+    ExpectError(error, 0x80044281, "Failed saving the application setting", "Mirelo.CAppSetting");
+    EXPECT_EQ(settings.GetSetting("Settings", "Style", ""), Variant("Blue"));
+    EXPECT_EQ(settings.GetSetting("Settings", "Seconds", ""), Variant(""));
+  }
+  WriteSettings(settings, {{"Settings", "Style", "Green"}});
+  EXPECT_EQ(settings.GetSetting("Settings", "Style", ""), Variant("Green")) << "the next one is stored";
 }
 
 }  // namespace

@@ -35,6 +35,8 @@ class ChildProcess {
   // The next number that the child reports; false when it has ended and all was read.
   bool Read(std::int32_t& number) const;
 
+  pid_t Id() const { return process_; }
+
   // Ends it on the spot, wherever it is.
   void Kill() const;
 

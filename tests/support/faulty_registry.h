@@ -83,6 +83,14 @@ class FaultyRegistry : public host::Registry {
     if (code == kSuccess && !is_root) --open_keys_;
     return code;
   }
+  std::int32_t BeginTransaction() override {
+    return Pass("BeginTransaction", [&] { return inner_.BeginTransaction(); });
+  }
+  std::int32_t CommitTransaction() override {
+    return Pass("CommitTransaction", [&] { return inner_.CommitTransaction(); });
+  }
+  void RollBackTransaction() override { inner_.RollBackTransaction(); }
+  std::string LastFailure() const override { return inner_.LastFailure(); }
 
  private:
   struct Fault {

@@ -57,6 +57,10 @@ class LoggingRegistry : public host::Registry {
     return inner_.RegDeleteKeyA(key, sub_key);
   }
   std::int32_t RegCloseKey(Key key) override { return inner_.RegCloseKey(key); }
+  std::int32_t BeginTransaction() override { return inner_.BeginTransaction(); }
+  std::int32_t CommitTransaction() override { return inner_.CommitTransaction(); }
+  void RollBackTransaction() override { inner_.RollBackTransaction(); }
+  std::string LastFailure() const override { return inner_.LastFailure(); }
 
  private:
   std::int32_t Note(const std::string& path, std::int32_t code, const Key& opened) {

@@ -105,6 +105,10 @@ std::int32_t MemoryRegistry::RegCreateKeyExA(Key key, const std::string& sub_key
       next = std::make_shared<Node>();
       next->parent = handle.node;
       next->folded_name = FoldName(name);
+      Note([parent = handle.node, next] {
+        parent->sub_keys.erase(next->folded_name);
+        next->deleted = true;
+      });
       handle.node->sub_keys[next->folded_name] = next;
     }
     handle.node = next;
@@ -122,6 +126,7 @@ std::int32_t MemoryRegistry::RegSetValueExA(Key key, const std::string& name, st
   if (data == nullptr && size > 0) return kInvalidParameter;
 
   const std::string bytes = size == 0 ? std::string() : std::string(data, size);
+  Note([node = handle.node, before = handle.node->values] { node->values = before; });
   if (Node::Value* value = handle.node->Find(given)) {
     value->type = type;
     value->data = bytes;
@@ -138,6 +143,10 @@ std::int32_t MemoryRegistry::RegDeleteKeyA(Key key, const std::string& sub_key) 
   handles_.erase(opened);
   const std::shared_ptr<Node> parent = node->parent.lock();
   if (!parent || !node->sub_keys.empty()) return kAccessDenied;
+  Note([parent, node] {
+    parent->sub_keys[node->folded_name] = node;
+    node->deleted = false;
+  });
   parent->sub_keys.erase(node->folded_name);
   node->deleted = true;
   return kSuccess;
@@ -146,6 +155,28 @@ std::int32_t MemoryRegistry::RegDeleteKeyA(Key key, const std::string& sub_key) 
 std::int32_t MemoryRegistry::RegCloseKey(Key key) {
   if (roots_.count(key) != 0) return kSuccess;
   return handles_.erase(key) == 1 ? kSuccess : kInvalidHandle;
+}
+
+std::int32_t MemoryRegistry::BeginTransaction() {
+  if (undo_) return kInvalidParameter;
+  undo_.emplace();
+  return kSuccess;
+}
+
+std::int32_t MemoryRegistry::CommitTransaction() {
+  if (!undo_) return kInvalidParameter;
+  undo_.reset();
+  return kSuccess;
+}
+
+void MemoryRegistry::RollBackTransaction() {
+  if (!undo_) return;
+  std::for_each(undo_->rbegin(), undo_->rend(), [](const auto& undo) { undo(); });
+  undo_.reset();
+}
+
+void MemoryRegistry::Note(std::function<void()> undo) {
+  if (undo_) undo_->push_back(std::move(undo));
 }
 
 std::int32_t MemoryRegistry::Resolve(Key key, std::uint32_t needed, Handle& handle) const {

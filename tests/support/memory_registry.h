@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +31,9 @@ class MemoryRegistry : public host::Registry {
                               std::uint32_t size) override;
   std::int32_t RegDeleteKeyA(Key key, const std::string& sub_key) override;
   std::int32_t RegCloseKey(Key key) override;
+  std::int32_t BeginTransaction() override;
+  std::int32_t CommitTransaction() override;
+  void RollBackTransaction() override;
 
   // How many keys are open: a caller that leaks one shows here.
   std::size_t OpenKeys() const { return handles_.size(); }
@@ -44,9 +49,13 @@ class MemoryRegistry : public host::Registry {
   std::int32_t Resolve(Key key, std::uint32_t needed, Handle& handle) const;
   Key NewHandle(std::shared_ptr<Node> node, std::uint32_t access);
 
+  // To be called before a change, with what takes it back.
+  void Note(std::function<void()> undo);
+
   std::map<Key, std::shared_ptr<Node>> roots_;
   std::map<Key, Handle> handles_;
   Key last_handle_ = 0;
+  std::optional<std::vector<std::function<void()>>> undo_;  // of the transaction under way, oldest first
 };
 
 }  // namespace mirelo::testing

@@ -16,7 +16,7 @@ class QtLoop;
 
 // The desktop of a person at a screen. While a box or form is up, only it takes what the person does; the
 // message loop goes on.
-class QtDesktop final : public host::Desktop {
+class QtDesktop : public host::Desktop {
  public:
   // A Qt application must exist before the desktop; it and the loop must outlive it.
   explicit QtDesktop(QtLoop& loop) : loop_(loop) {}

@@ -2,9 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 namespace mirelo::sqlite {
 
-Database::Database(const std::string& path) {
+Database::Database(const std::string& path) : path_(path) {
   sqlite3* connection = nullptr;
   sqlite3_open_v2(path.c_str(), &connection,
                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
@@ -12,6 +14,26 @@ Database::Database(const std::string& path) {
 }
 
 void Database::Close::operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
+
+std::string Database::FileStart(std::size_t count) const {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  sqlite3_int64 size = 0;
+  if (file == nullptr || file->pMethods == nullptr) return {};
+  if (file->pMethods->xFileSize(file, &size) != SQLITE_OK) return {};
+  std::string bytes(std::min(count, static_cast<std::size_t>(size)), '\0');
+  const int read = file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), 0);
+  return read == SQLITE_OK ? bytes : std::string();
+}
+
+std::string Database::FilePath() const {
+  const char* path = sqlite3_db_filename(handle(), "main");
+  return path == nullptr ? "" : path;
+}
+
+void Database::EmptyLogAtEnd(bool wanted) {
+  sqlite3_db_config(handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, wanted ? 0 : 1, nullptr);
+}
 
 void Database::BusyTimeout(std::chrono::milliseconds timeout) {
   sqlite3_busy_timeout(handle(), static_cast<int>(timeout.count()));
@@ -22,6 +44,8 @@ int Database::Execute(const char* sql) { return sqlite3_exec(handle(), sql, null
 std::int64_t Database::Changes() const { return sqlite3_changes64(handle()); }
 
 std::int64_t Database::LastInsertedId() const { return sqlite3_last_insert_rowid(handle()); }
+
+bool Database::IsInTransaction() const { return sqlite3_get_autocommit(handle()) == 0; }
 
 bool Database::HasMoved() const {
   int moved = 0;

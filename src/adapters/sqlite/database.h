@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -17,6 +18,22 @@ class Database {
   // Opens an existing file for reading and writing. Raises nothing: a failure shows at the first use.
   explicit Database(const std::string& path);
 
+  // The first bytes of the file as they lie there, at most `count`; none when it cannot be read. Unlike a
+  // statement this looks past locks and logs, and nothing beside the file is made or changed for it.
+  std::string FileStart(std::size_t count) const;
+
+  // The path that it was opened by.
+  const std::string& path() const { return path_; }
+
+  // Where the file and its log are, links followed.
+  std::string FilePath() const;
+  std::string LogPath() const { return FilePath() + "-wal"; }
+  std::string LogIndexPath() const { return FilePath() + "-shm"; }
+
+  // Whether the last connection that closes puts what the log holds into the file, and removes the log. It
+  // does so at first.
+  void EmptyLogAtEnd(bool wanted);
+
   // How long a call waits for another connection's lock before it gives up.
   void BusyTimeout(std::chrono::milliseconds timeout);
 
@@ -27,6 +44,9 @@ class Database {
   std::int64_t Changes() const;
 
   std::int64_t LastInsertedId() const;
+
+  // False when none was begun, and when a failure has ended it before its time.
+  bool IsInTransaction() const;
 
   // Whether the file that is open is no longer the one of that path, so that nobody would find what is
   // written.
@@ -42,6 +62,7 @@ class Database {
   struct Close {
     void operator()(sqlite3* connection) const;
   };
+  std::string path_;
   std::unique_ptr<sqlite3, Close> connection_;
 };
 

@@ -42,19 +42,19 @@ bool MakeOneFile(const fs::path& file) {
   return true;
 }
 
+}  // namespace
+
+void MakePrivateFile(const fs::path& file) {
+  if (MakeFolders(file.parent_path()) && MakeOneFile(file)) return;
+  const std::string why = std::generic_category().message(errno);
+  throw RuntimeError(75, "Cannot make the file " + file.string() + ": " + why, "Mirelo.SqliteRegistry");
+}
+
 // By its path: opening and closing the file again would drop the locks that this process may hold on it.
 void TakeFromGroupAndOthers(const fs::path& file) {
   struct stat status {};
   if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return;
   if ((status.st_mode & kGroupAndOthers) != 0) ::chmod(file.c_str(), kOwnersFile);
-}
-
-}  // namespace
-
-void MakePrivateFile(const fs::path& file) {
-  if (MakeFolders(file.parent_path()) && MakeOneFile(file)) return TakeFromGroupAndOthers(file);
-  const std::string why = std::generic_category().message(errno);
-  throw RuntimeError(75, "Cannot make the file " + file.string() + ": " + why, "Mirelo.SqliteRegistry");
 }
 
 }  // namespace mirelo::sqlite

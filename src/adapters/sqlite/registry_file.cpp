@@ -3,12 +3,15 @@
 #include <sqlite3.h>
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <thread>
 
+#include "adapters/sqlite/lock_holder.h"
 #include "adapters/sqlite/private_file.h"
 #include "automation/runtime_error.h"
 
@@ -21,6 +24,11 @@ namespace {
 
 constexpr std::int64_t kApplicationId = 0x4D72656C;  // "Mrel": tells a registry from other databases
 constexpr std::int64_t kLayout = 1;                  // grows when the tables below change
+constexpr std::int64_t kRoots = 4;
+
+constexpr std::int32_t kNoAccess = 75;        // path/file access error
+constexpr std::int32_t kInvalidFormat = 321;  // invalid file format
+constexpr const char* kSource = "Mirelo.SqliteRegistry";
 
 // Ids are never given twice (AUTOINCREMENT), so that a handle of a deleted key never finds another key. The
 // root keys' ids are their handles. `folded` is the name as it is found, `name` the name as it was made. A
@@ -54,29 +62,46 @@ std::string MarkLayout() {
          "; PRAGMA user_version = " + std::to_string(kLayout);
 }
 
+// Where the header of a database has what is looked at before anything else is done.
+constexpr std::string_view kMagic("SQLite format 3\0", 16);
+constexpr std::size_t kApplicationIdAt = 68;
+constexpr std::size_t kHeaderSize = 100;
+
+std::int64_t BigEndianWord(std::string_view bytes) {
+  std::int64_t word = 0;
+  for (const char byte : bytes.substr(0, 4)) word = word << 8 | static_cast<unsigned char>(byte);
+  return word;
+}
+
 // A file on its way to being a registry that can be used.
 class RegistryFile {
  public:
-  RegistryFile(const fs::path& path, Database& database) : path_(path), database_(database) {}
+  explicit RegistryFile(Database& database) : database_(database) {}
 
+  void CheckKind() const;
+  void CheckHeader() const;
   void Execute(const std::string& sql) const { Check(database_.Execute(sql.c_str())); }
   bool HasLayout() const;
   void MakeLayout() const;
-  void UseWriteAheadLog(milliseconds busy_timeout) const;
   void CheckForDamage() const;
+  void UseWriteAheadLog(milliseconds busy_timeout) const;
+  Statement Prepare(const char* sql) const;
 
  private:
   bool LayoutIsThere() const;
   std::int64_t ReadInteger(const char* sql) const;
   void Check(int result) const;
   [[noreturn]] void Fail(std::int32_t number, const std::string& why) const;
+  [[noreturn]] void FailAsDamaged(const std::string& how) const {
+    Fail(kInvalidFormat, "is damaged: " + how);
+  }
 
-  const fs::path& path_;
   Database& database_;
 };
 
-constexpr std::int32_t kNoAccess = 75;        // path/file access error
-constexpr std::int32_t kInvalidFormat = 321;  // invalid file format
+std::string Sentence(const Database& database, const std::string& what) {
+  return "The settings file " + database.path() + " " + what;
+}
 
 }  // namespace
 
@@ -84,15 +109,55 @@ Database OpenRegistryFile(const fs::path& path, milliseconds busy_timeout) {
   MakePrivateFile(path);
   Database database(path.string());
   database.BusyTimeout(busy_timeout);
-  const RegistryFile file(path, database);
+  const RegistryFile file(database);
+  file.CheckKind();
+  file.CheckHeader();
+  // What a crash has left in the log stays there until it is known that the file is good.
+  std::error_code ignored;
+  database.EmptyLogAtEnd(!fs::exists(database.LogPath(), ignored));
   file.Execute("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL");
   if (!file.HasLayout()) file.MakeLayout();
-  file.UseWriteAheadLog(busy_timeout);
   file.CheckForDamage();
+
+  database.EmptyLogAtEnd(true);
+  file.UseWriteAheadLog(busy_timeout);
+  // The log and its index take their modes from the file.
+  for (const auto& ours : {database.FilePath(), database.LogPath(), database.LogIndexPath()}) {
+    TakeFromGroupAndOthers(ours);
+  }
   return database;
 }
 
+std::string WhyRefused(const Database& database, int result) {
+  const bool locked = (result & 0xFF) == SQLITE_BUSY;
+  return Sentence(database,
+                  locked ? "is locked by " + LockHolder(database) : "cannot be used: " + database.Message());
+}
+
+Statement PrepareForLayout(Database& database, const char* sql) {
+  return RegistryFile(database).Prepare(sql);
+}
+
 namespace {
+
+void RegistryFile::CheckKind() const {
+  std::error_code unknown;
+  const fs::file_type kind = fs::status(database_.path(), unknown).type();
+  if (kind == fs::file_type::not_found) Fail(kNoAccess, "is a link that leads nowhere");
+  if (!unknown && kind != fs::file_type::regular) Fail(kNoAccess, "is no file");
+}
+
+// Files of others are told apart before SQLite reads on, since that may change them: it puts what an earlier
+// crash has left beside a file into it. A file that is still empty has no header, and one whose making was
+// broken off may have a header of zeros.
+void RegistryFile::CheckHeader() const {
+  const std::string header = database_.FileStart(kHeaderSize);
+  if (header.find_first_not_of('\0') == std::string::npos) return;
+  if (!header.starts_with(kMagic) || header.size() < kHeaderSize) FailAsDamaged("it is no database");
+  if (BigEndianWord(std::string_view(header).substr(kApplicationIdAt)) != kApplicationId) {
+    Fail(kInvalidFormat, "is a database of another program");
+  }
+}
 
 bool RegistryFile::HasLayout() const {
   Execute("BEGIN");  // one state of the file for all that is read of it
@@ -121,6 +186,27 @@ bool RegistryFile::LayoutIsThere() const {
   return true;
 }
 
+// A registry has its tables and its roots even when nothing is stored in it: without them it would pass for
+// one that is empty, and everything for not set.
+void RegistryFile::CheckForDamage() const {
+  const Statement check(database_, "PRAGMA quick_check(1)");
+  Run run(check);
+  if (!run.StepToRow()) Check(database_.LastResult());
+  if (run.Bytes(0) != "ok") FailAsDamaged(std::string(run.Bytes(0)));
+
+  Prepare("SELECT id, key, folded, name, type, data FROM value");
+  Prepare("SELECT id, parent, folded, name FROM key");
+  if (ReadInteger("SELECT count(*) FROM key WHERE parent IS NULL") != kRoots)
+    FailAsDamaged("a root is missing");
+}
+
+Statement RegistryFile::Prepare(const char* sql) const {
+  Statement statement(database_, sql);
+  if ((statement.prepared() & 0xFF) == SQLITE_ERROR) FailAsDamaged(database_.Message());
+  Check(statement.prepared());
+  return statement;
+}
+
 // The first change to this mode needs the file for itself, and SQLite gives up at once when another process
 // has it open in that moment.
 void RegistryFile::UseWriteAheadLog(milliseconds busy_timeout) const {
@@ -131,13 +217,6 @@ void RegistryFile::UseWriteAheadLog(milliseconds busy_timeout) const {
     if (!busy || std::chrono::steady_clock::now() >= deadline) return Check(result);
     std::this_thread::sleep_for(milliseconds(1));
   }
-}
-
-void RegistryFile::CheckForDamage() const {
-  const Statement check(database_, "PRAGMA quick_check(1)");
-  Run run(check);
-  if (!run.StepToRow()) Check(database_.LastResult());
-  if (run.Bytes(0) != "ok") Fail(kInvalidFormat, "is damaged: " + std::string(run.Bytes(0)));
 }
 
 std::int64_t RegistryFile::ReadInteger(const char* sql) const {
@@ -151,18 +230,16 @@ void RegistryFile::Check(int result) const {
   switch (result & 0xFF) {
     case SQLITE_OK:
       return;
-    case SQLITE_BUSY:
-      Fail(kNoAccess, "is locked by another program");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-      Fail(kInvalidFormat, "is damaged: " + database_.Message());
+      FailAsDamaged(database_.Message());
     default:
-      Fail(kNoAccess, "cannot be used: " + database_.Message());
+      throw RuntimeError(kNoAccess, WhyRefused(database_, result), kSource);
   }
 }
 
 void RegistryFile::Fail(std::int32_t number, const std::string& why) const {
-  throw RuntimeError(number, "The settings file " + path_.string() + " " + why, "Mirelo.SqliteRegistry");
+  throw RuntimeError(number, Sentence(database_, why), kSource);
 }
 
 }  // namespace

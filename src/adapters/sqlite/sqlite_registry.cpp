@@ -14,37 +14,28 @@ namespace mirelo::sqlite {
 
 namespace {
 
-bool IsRoot(std::int64_t key) { return key >= host::Registry::kClassesRoot && key <= host::Registry::kUsers; }
+// Who stores twenty settings must not wait twenty times.
+constexpr int kBusyCallsInATimeout = 50;
 
-std::int32_t CodeOf(int result) {
-  switch (result & 0xFF) {
-    case SQLITE_OK:
-    case SQLITE_ROW:
-    case SQLITE_DONE:
-      return host::Registry::kSuccess;
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-      return host::Registry::kAccessDenied;
-    default:
-      return host::Registry::kRegistryIoFailed;
-  }
-}
+bool IsRoot(std::int64_t key) { return key >= host::Registry::kClassesRoot && key <= host::Registry::kUsers; }
 
 }  // namespace
 
 SqliteRegistry::SqliteRegistry(const std::filesystem::path& path, std::chrono::milliseconds busy_timeout)
-    : database_(OpenRegistryFile(path, busy_timeout)),
-      data_version_(database_, "PRAGMA data_version"),
-      find_sub_key_(database_, "SELECT id FROM key WHERE parent = ? AND folded = ?"),
-      key_exists_(database_, "SELECT 1 FROM key WHERE id = ?"),
-      find_value_(database_, "SELECT type, data FROM value WHERE key = ? AND folded = ?"),
-      list_names_(database_, "SELECT name FROM value WHERE key = ? ORDER BY id"),
-      insert_key_(database_, "INSERT INTO key (parent, folded, name) VALUES (?, ?, ?)"),
+    : busy_timeout_(busy_timeout),
+      database_(OpenRegistryFile(path, busy_timeout)),
+      data_version_(PrepareForLayout(database_, "PRAGMA data_version")),
+      find_sub_key_(PrepareForLayout(database_, "SELECT id FROM key WHERE parent = ? AND folded = ?")),
+      key_exists_(PrepareForLayout(database_, "SELECT 1 FROM key WHERE id = ?")),
+      find_value_(PrepareForLayout(database_, "SELECT type, data FROM value WHERE key = ? AND folded = ?")),
+      list_names_(PrepareForLayout(database_, "SELECT name FROM value WHERE key = ? ORDER BY id")),
+      insert_key_(PrepareForLayout(database_, "INSERT INTO key (parent, folded, name) VALUES (?, ?, ?)")),
       // The name stays as it was first written.
-      store_value_(database_,
-                   "INSERT INTO value (key, folded, name, type, data) VALUES (?, ?, ?, ?, ?) "
-                   "ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data"),
-      delete_key_(database_, "DELETE FROM key WHERE id = ?") {}
+      store_value_(PrepareForLayout(
+          database_,
+          "INSERT INTO value (key, folded, name, type, data) VALUES (?, ?, ?, ?, ?) "
+          "ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data")),
+      delete_key_(PrepareForLayout(database_, "DELETE FROM key WHERE id = ?")) {}
 
 std::int32_t SqliteRegistry::RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                                            Key& result) {
@@ -141,13 +132,35 @@ std::int32_t SqliteRegistry::RegDeleteKeyA(Key key, const std::string& sub_key) 
 
   const int deleted = Run(delete_key_).Bind(found).Step();
   if (deleted == SQLITE_CONSTRAINT_FOREIGNKEY) return kAccessDenied;  // it has subkeys
-  if (deleted != SQLITE_DONE) return CodeOf(deleted);
+  if (const auto error = CodeOf(deleted); error != kSuccess) return error;
   return database_.Changes() == 0 ? kFileNotFound : kSuccess;
 }
 
 std::int32_t SqliteRegistry::RegCloseKey(Key key) {
   if (IsRoot(key)) return kSuccess;
   return handles_.erase(key) == 1 ? kSuccess : kInvalidHandle;
+}
+
+std::int32_t SqliteRegistry::BeginTransaction() {
+  if (in_transaction_) return kInvalidParameter;
+  if (const auto error = BeforeWrite(); error != kSuccess) return error;
+  const auto error = CodeOf(database_.Execute("BEGIN IMMEDIATE"));
+  in_transaction_ = error == kSuccess;
+  return error;
+}
+
+std::int32_t SqliteRegistry::CommitTransaction() {
+  if (!in_transaction_) return kInvalidParameter;
+  if (const auto error = BeforeWrite(); error != kSuccess) return error;
+  const auto error = CodeOf(database_.Execute("COMMIT"));
+  in_transaction_ = error != kSuccess;
+  return error;
+}
+
+void SqliteRegistry::RollBackTransaction() {
+  if (!std::exchange(in_transaction_, false)) return;
+  cache_.Clear();
+  if (database_.IsInTransaction()) database_.Execute("ROLLBACK");
 }
 
 std::int32_t SqliteRegistry::FindKey(Id below, const std::string& path, Id& key) {
@@ -231,10 +244,14 @@ std::int32_t SqliteRegistry::CheckKey(Id key) {
 
 std::int32_t SqliteRegistry::MakeKey(Id below, const std::string& path, Id& key) {
   if (const auto error = BeforeWrite(); error != kSuccess) return error;
-  if (const int begun = database_.Execute("BEGIN IMMEDIATE"); begun != SQLITE_OK) return CodeOf(begun);
+  // A savepoint is all or nothing within what is under way; by itself it would take the lock too late.
+  const char* begin = in_transaction_ ? "SAVEPOINT path" : "BEGIN IMMEDIATE";
+  const char* keep = in_transaction_ ? "RELEASE path" : "COMMIT";
+  const char* undo = in_transaction_ ? "ROLLBACK TO path; RELEASE path" : "ROLLBACK";
+  if (const auto error = CodeOf(database_.Execute(begin)); error != kSuccess) return error;
   auto error = MakeSubKeys(below, path, key);
-  if (error == kSuccess) error = CodeOf(database_.Execute("COMMIT"));
-  if (error != kSuccess) database_.Execute("ROLLBACK");
+  if (error == kSuccess) error = CodeOf(database_.Execute(keep));
+  if (error != kSuccess) database_.Execute(undo);
   return error;
 }
 
@@ -261,7 +278,33 @@ std::int32_t SqliteRegistry::MakeSubKeys(Id below, const std::string& path, Id& 
 // Our own writes do not change the version, so they drop the cache themselves.
 std::int32_t SqliteRegistry::BeforeWrite() {
   cache_.Clear();
-  return database_.HasMoved() ? kRegistryIoFailed : kSuccess;
+  if (database_.HasMoved()) {
+    last_failure_ = "The settings file " + database_.path() + " was taken away while it was in use";
+    return kRegistryIoFailed;
+  }
+  // What ended the transaction early has been noted by then.
+  return in_transaction_ && !database_.IsInTransaction() ? kRegistryIoFailed : kSuccess;
+}
+
+std::int32_t SqliteRegistry::CodeOf(int result) {
+  const bool locked = (result & 0xFF) == SQLITE_BUSY;
+  if (std::exchange(locked_, locked) != locked) {
+    database_.BusyTimeout(locked ? busy_timeout_ / kBusyCallsInATimeout : busy_timeout_);
+  }
+  switch (result & 0xFF) {
+    case SQLITE_OK:
+    case SQLITE_ROW:
+    case SQLITE_DONE:
+      last_failure_.clear();
+      return kSuccess;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+      last_failure_ = WhyRefused(database_, result);
+      return kAccessDenied;
+    default:
+      last_failure_ = WhyRefused(database_, result);
+      return kRegistryIoFailed;
+  }
 }
 
 std::int32_t SqliteRegistry::Resolve(Key key, std::uint32_t needed, Handle& handle) const {

@@ -17,9 +17,9 @@ namespace mirelo::sqlite {
 // The registry in a database file. Several processes may have it open and write to it: each sees what the
 // others wrote, and what a call has stored outlives a crash of the program and of the machine.
 //
-// A file that cannot be read or written any more, one that is locked for longer than the busy timeout and one
-// that was taken away while it was open give kRegistryIoFailed; a file that may not be written gives
-// kAccessDenied.
+// A file that cannot be read or written any more, one that is locked for longer than the busy timeout (which
+// calls behind such a one do not wait for again) and one that was taken away while it was open give
+// kRegistryIoFailed; a file that may not be written gives kAccessDenied.
 class SqliteRegistry : public host::Registry {
  public:
   static constexpr std::chrono::milliseconds kBusyTimeout{5000};
@@ -42,6 +42,14 @@ class SqliteRegistry : public host::Registry {
   std::int32_t RegDeleteKeyA(Key key, const std::string& sub_key) override;
   std::int32_t RegCloseKey(Key key) override;
 
+  // The file is locked for others from here to the end of the transaction.
+  std::int32_t BeginTransaction() override;
+  std::int32_t CommitTransaction() override;
+  void RollBackTransaction() override;
+
+  // Says by whom the file was locked, if the system tells.
+  std::string LastFailure() const override { return last_failure_; }
+
  private:
   using Id = std::int64_t;  // of a key in the database; a root key's is its handle
 
@@ -58,14 +66,18 @@ class SqliteRegistry : public host::Registry {
   std::int32_t CheckKey(Id key);                          // kKeyDeleted when it is gone
   std::int32_t UnlessDeleted(Id key, std::int32_t code);  // `code`, but kKeyDeleted when the key is gone
 
-  // Writing: each is one transaction.
+  // Writing: each is one transaction, or a part of the one that is under way.
   std::int32_t MakeKey(Id below, const std::string& path, Id& key);
   std::int32_t MakeSubKeys(Id below, const std::string& path, Id& key);
   std::int32_t BeforeWrite();
 
+  // The code for a result of the database, whose failures are noted.
+  std::int32_t CodeOf(int result);
+
   std::int32_t Resolve(Key key, std::uint32_t needed, Handle& handle) const;
   Key NewHandle(Id key, std::uint32_t access);
 
+  std::chrono::milliseconds busy_timeout_;
   Database database_;
   Statement data_version_;
   Statement find_sub_key_;
@@ -80,6 +92,9 @@ class SqliteRegistry : public host::Registry {
   std::int64_t cached_version_ = 0;
   std::unordered_map<Key, Handle> handles_;
   Key last_handle_ = 0;
+  bool in_transaction_ = false;
+  bool locked_ = false;  // when it was last written to
+  std::string last_failure_;
 };
 
 }  // namespace mirelo::sqlite

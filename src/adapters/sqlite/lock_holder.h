@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "adapters/sqlite/database.h"
+
+namespace mirelo::sqlite {
+
+// Who keeps others from writing to the database, in words that go on behind "locked by": "process 4711
+// (backup)", or "another program" where the system does not tell.
+std::string LockHolder(const Database& database);
+
+}  // namespace mirelo::sqlite

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "automation/runtime_error.h"
+
+namespace mirelo::forms {
+class Form;
+}
+
+namespace mirelo::app {
+
+// The settings store says of a value that the registry refused no more than that. These add what the registry
+// of the installed host knows of the reason: that its file is locked, and by which process, or that the disk
+// is full. Other errors and texts stay as they are.
+
+std::string WithReason(const std::string& text);
+RuntimeError WithReason(const RuntimeError& error);
+
+// For a form that is about to be shown; it adds to reports of failures.
+void AddReason(forms::Form& form);
+
+}  // namespace mirelo::app
