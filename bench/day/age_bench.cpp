@@ -113,8 +113,7 @@ app::DialogWishes Wishes() {
 std::vector<Nanoseconds> AgesOfADay() {
   const app::TemporaryFolder folder;
   sodium::SodiumVault vault(folder.Path());
-  vault.Set(sodium::SodiumVault::Credential::ApplicationName, "MireloDemo");
-  vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, "demo-secret");
+  vault.Set({.name = "MireloDemo", .secret = "demo-secret"});
 
   Sendings sendings;
   quotetracker::ServerOptions serving;

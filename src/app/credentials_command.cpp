@@ -1,15 +1,11 @@
 #include "app/credentials_command.h"
 
-#include <termios.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <iostream>
-#include <string>
 
 #include "adapters/sodium/sodium_vault.h"
 #include "app/exit_code.h"
-#include "automation/runtime_error.h"
+#include "app/secret_input.h"
+#include "host/secret.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -21,49 +17,10 @@ namespace {
 
 using Credential = sodium::SodiumVault::Credential;
 
-// Keeps what is typed off the screen. Where the standard input is no terminal there is nothing to keep off.
-class NoEcho {
- public:
-  NoEcho() : terminal_(::tcgetattr(STDIN_FILENO, &before_) == 0) {
-    if (!terminal_) return;
-    termios quiet = before_;
-    quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
-  }
-  ~NoEcho() {
-    if (!terminal_) return;
-    ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
-    Err() << "\n";
-  }
-  NoEcho(const NoEcho&) = delete;
-  NoEcho& operator=(const NoEcho&) = delete;
-
- private:
-  termios before_{};
-  bool terminal_;
-};
-
-std::string Ask(const char* what) {
-  if (::isatty(STDIN_FILENO) == 1) {
-    Err() << what << ": ";
-    Err().Flush();
-  }
-  std::string line;
-  if (!std::getline(std::cin, line) || line.empty()) throw RuntimeError(5, std::string(what) + " is missing");
-  if (line.back() == '\r') line.pop_back();
-  return line;
-}
-
-std::string AskInSecret(const char* what) {
-  const NoEcho no_echo;
-  return Ask(what);
-}
-
 int Set(sodium::SodiumVault& vault) {
-  const std::string name = Ask("Application name");
-  const std::string secret = AskInSecret("Application secret");
-  vault.Set(Credential::ApplicationName, name);
-  vault.Set(Credential::ApplicationSecret, secret);
+  const host::Secret name = Ask("Application name");
+  const host::Secret secret = AskInSecret("Application secret");
+  vault.Set({.name = name.text(), .secret = secret.text()});
   Err() << "Stored\n";
   return kGood;
 }
@@ -89,7 +46,7 @@ int CredentialsCommand::Run() {
     vault.Clear();
     return kGood;
   }
-  Out() << vault.Decipher(vault.Stored(Credential::ApplicationName)) << "\n";
+  Out() << vault.Decipher(vault.Stored(Credential::ApplicationName)).text() << "\n";
   return kGood;
 }
 

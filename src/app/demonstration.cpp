@@ -48,8 +48,7 @@ std::string ValueOf(const DialogWishes& wishes, const std::string& key) {
 
 Demonstration::Demonstration() {
   sodium::SodiumVault vault(folder_.Path());
-  vault.Set(sodium::SodiumVault::Credential::ApplicationName, kApplicationName);
-  vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, kApplicationSecret);
+  vault.Set({.name = kApplicationName, .secret = kApplicationSecret});
 }
 
 GlobalOptions Demonstration::Options(GlobalOptions given) const {

@@ -1,5 +1,7 @@
 #include "app/run_program.h"
 
+#include <sys/prctl.h>
+
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <new>
@@ -15,6 +17,10 @@ using terminal::Err;
 using terminal::Out;
 
 namespace {
+
+// Credentials are in memory at times. From here on no core of the process is dumped, and other programs of
+// its user cannot look into it. Becoming another program undoes it.
+void KeepMemoryPrivate() { ::prctl(PR_SET_DUMPABLE, 0); }
 
 int Run(const std::function<int()>& body) try { return body(); } catch (const std::exception&) {
   TellFailure();
@@ -41,6 +47,7 @@ void TellFailure() {
 }
 
 int RunProgram(const std::function<int()>& body) {
+  KeepMemoryPrivate();
   terminal::PrepareStandardStreams();
   const int code = Run(body);
   Out().Flush();

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "host/secret.h"
+
 namespace mirelo::host {
 
 // Keeps the two texts that prove this application to QuoteTracker's stream, enciphered.
@@ -13,8 +15,9 @@ class CredentialVault {
   // The stored form: two lines of base64 joined with CR LF. Raises an error that says how to set the
   // credential when none is stored.
   virtual std::string Stored(Credential credential) = 0;
-  // Raises an error when the stored form is damaged or was enciphered with another key.
-  virtual std::string Decipher(const std::string& stored) = 0;
+  // The plain text, for as long as it is needed. Raises an error when the stored form is damaged or was
+  // enciphered with another key.
+  virtual Secret Decipher(const std::string& stored) = 0;
 };
 
 }  // namespace mirelo::host

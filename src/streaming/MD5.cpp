@@ -1,9 +1,11 @@
 #include "streaming/MD5.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 
 #include "automation/ansi.h"
+#include "automation/wipe.h"
 
 namespace mirelo {
 
@@ -69,14 +71,28 @@ void AddBlock(State& state, const char* block) {
 }
 
 // What is left behind the last whole block, a 1 bit, zeros, and the length in bits: one block or two.
-std::string PaddedTail(std::string_view bytes) {
-  std::string tail(bytes.substr(bytes.size() / kBlock * kBlock));
-  tail += '\x80';
-  while (tail.size() % kBlock != kBlock - kLengthField) tail += '\0';
-  const std::uint64_t bits = std::uint64_t{bytes.size()} * 8;
-  for (std::size_t i = 0; i < kLengthField; ++i) tail += static_cast<char>(bits >> (8 * i) & 0xFF);
-  return tail;
-}
+class PaddedTail {
+ public:
+  explicit PaddedTail(std::string_view bytes) {
+    const std::string_view rest = bytes.substr(bytes.size() / kBlock * kBlock);
+    std::copy(rest.begin(), rest.end(), tail_.begin());
+    tail_[rest.size()] = '\x80';
+    size_ = rest.size() < kBlock - kLengthField ? kBlock : 2 * kBlock;
+    const std::uint64_t bits = std::uint64_t{bytes.size()} * 8;
+    for (std::size_t i = 0; i < kLengthField; ++i) {
+      tail_[size_ - kLengthField + i] = static_cast<char>(bits >> (8 * i) & 0xFF);
+    }
+  }
+  ~PaddedTail() { Wipe(tail_.data(), tail_.size()); }
+  PaddedTail(const PaddedTail&) = delete;
+  PaddedTail& operator=(const PaddedTail&) = delete;
+
+  std::string_view bytes() const { return {tail_.data(), size_}; }
+
+ private:
+  std::array<char, 2 * kBlock> tail_{};
+  std::size_t size_;
+};
 
 void AddBlocks(State& state, std::string_view bytes) {
   for (; bytes.size() >= kBlock; bytes.remove_prefix(kBlock)) AddBlock(state, bytes.data());
@@ -87,7 +103,7 @@ void AddBlocks(State& state, std::string_view bytes) {
 MD5::Digest MD5::Of(std::string_view bytes) {
   State state{0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476};
   AddBlocks(state, bytes);
-  AddBlocks(state, PaddedTail(bytes));
+  AddBlocks(state, PaddedTail(bytes).bytes());
 
   Digest digest;
   for (std::size_t i = 0; i < digest.size(); ++i) {
@@ -98,8 +114,10 @@ MD5::Digest MD5::Of(std::string_view bytes) {
 
 std::string MD5::DigestString(std::string_view text) const {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string bytes = TextToAnsi(text);
+  const WipedAtEnd wiped(bytes);
   std::string hex;
-  for (const std::uint8_t byte : Of(TextToAnsi(text))) {
+  for (const std::uint8_t byte : Of(bytes)) {
     hex += kDigits[byte >> 4];
     hex += kDigits[byte & 15];
   }

@@ -8,7 +8,8 @@
 namespace mirelo {
 
 // The MD5 message digest of RFC 1321, as QuoteTracker's login wants it. It proves knowledge of a secret to a
-// peer on the same machine; it is no protection against anyone who can try secrets.
+// peer on the same machine; it is no protection against anyone who can try secrets. What it copies of a text
+// it wipes.
 class MD5 {
  public:
   using Digest = std::array<std::uint8_t, 16>;

@@ -5,8 +5,10 @@
 #include <string_view>
 
 #include "automation/text.h"
+#include "automation/wipe.h"
 #include "host/credential_vault.h"
 #include "host/host.h"
+#include "host/secret.h"
 #include "streaming/cQTStreaming.h"
 #include "streaming/messages.h"
 #include "streaming/tags.h"
@@ -16,11 +18,11 @@ namespace mirelo {
 namespace {
 
 struct Credentials {
-  std::string name;
-  std::string secret;
+  host::Secret name;
+  host::Secret secret;
 };
 
-std::string DecipherCredential(host::CredentialVault& vault, host::CredentialVault::Credential which) {
+host::Secret DecipherCredential(host::CredentialVault& vault, host::CredentialVault::Credential which) {
   return vault.Decipher(vault.Stored(which));
 }
 
@@ -46,13 +48,19 @@ std::string cQTStreaming::BuildLoginMessage(std::string_view reply) const {
   const std::string server_version = GetTagValue(reply, "<SERVERVERSION>");
   if (server_time.empty()) return {};
 
-  const auto [name, secret] = LoadAppCredentials();
+  const Credentials credentials = LoadAppCredentials();
+  const std::string name(credentials.name.text());
+  const std::string time = DigestedTime(server_time);
+  std::string proved;
+  const WipedAtEnd wiped(proved);
+  proved.reserve(credentials.secret.text().size() + time.size());
+  proved.append(credentials.secret.text()).append(time);
   // The name stands for the id as well, and the version is the server's own, not that of this system.
   return std::string("<LOGIN>")
       .append("<AppName>" + name + "</AppName>")
       .append("<AppID>" + name + "</AppID>")
       .append("<AppVer>" + server_version + "</AppVer>")
-      .append("<AppAuth>" + GetAppAuth(secret + DigestedTime(server_time)) + "</AppAuth>")
+      .append("<AppAuth>" + GetAppAuth(proved) + "</AppAuth>")
       .append("</LOGIN>")
       .append(kMessageEnd);
 }

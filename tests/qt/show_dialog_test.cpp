@@ -101,8 +101,7 @@ class DayFromAWindow : public DialogOnScreen {
   void StreamFrom(const std::string& source) {
     sodium::SodiumVault vault(folder.path());
     const quotetracker::Credentials known;
-    vault.Set(sodium::SodiumVault::Credential::ApplicationName, known.app_name);
-    vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, known.app_secret);
+    vault.Set({.name = known.app_name, .secret = known.app_secret});
     session.host().KeepCredentialsIn(folder.path());
     session.host().Override("Seconds", "0");
     session.host().Override("ComQuoteSource", source);

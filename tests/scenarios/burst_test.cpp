@@ -42,8 +42,7 @@ class BurstOfQuotes : public ::testing::Test {
  protected:
   BurstOfQuotes() {
     sodium::SodiumVault vault(folder_ / "mirelo");
-    vault.Set(sodium::SodiumVault::Credential::ApplicationName, "MireloDemo");
-    vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, "demo-secret");
+    vault.Set({.name = "MireloDemo", .secret = "demo-secret"});
   }
 
   // A stand-in that plays the burst.

@@ -38,8 +38,7 @@ class DayOfProcesses : public ::testing::Test {
   DayOfProcesses() {
     StartTracker();
     sodium::SodiumVault vault(folder / "mirelo");
-    vault.Set(sodium::SodiumVault::Credential::ApplicationName, "MireloDemo");
-    vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, "demo-secret");
+    vault.Set({.name = "MireloDemo", .secret = "demo-secret"});
   }
 
   void StartTracker() { tracker.Start({"--rate", "200"}); }

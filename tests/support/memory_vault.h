@@ -21,10 +21,10 @@ class MemoryVault : public host::CredentialVault {
     const std::string backwards(found->second.rbegin(), found->second.rend());
     return backwards.substr(0, 1) + "\r\n" + backwards.substr(1);
   }
-  std::string Decipher(const std::string& stored) override {
+  host::Secret Decipher(const std::string& stored) override {
     ++deciphered;
     const std::string backwards = stored.substr(0, 1) + stored.substr(3);
-    return {backwards.rbegin(), backwards.rend()};
+    return host::Secret::Copy(std::string(backwards.rbegin(), backwards.rend()));
   }
 };
 

@@ -5,13 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
+#include <cstddef>
 #include <cstring>
-#include <fstream>
-#include <iterator>
-#include <string_view>
-#include <system_error>
 
+#include "adapters/sodium/guarded_memory.h"
 #include "automation/runtime_error.h"
 
 namespace mirelo::sodium {
@@ -22,11 +19,41 @@ namespace {
   throw RuntimeError(75, "cannot " + what + " " + file.string() + ": " + std::strerror(error));
 }
 
-void MakeFolder(const std::filesystem::path& folder) {
-  if (std::filesystem::is_directory(folder)) return;
-  if (folder.has_parent_path() && folder != folder.parent_path()) MakeFolder(folder.parent_path());
-  if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) Fail("make the folder", folder, errno);
-}
+// A file that is open for reading. Not there is no error.
+class Reading {
+ public:
+  explicit Reading(const std::filesystem::path& file)
+      : file_(file), descriptor_(::open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+    if (descriptor_ < 0 && errno != ENOENT && errno != ENOTDIR) Fail("read", file_, errno);
+  }
+  ~Reading() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+  }
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+
+  bool IsThere() const { return descriptor_ >= 0; }
+
+  std::size_t Size() const {
+    struct stat status {};
+    if (::fstat(descriptor_, &status) != 0) Fail("read", file_, errno);
+    return static_cast<std::size_t>(status.st_size);
+  }
+
+  void Fill(char* memory, std::size_t size) const {
+    while (size > 0) {
+      const auto count = ::read(descriptor_, memory, size);
+      if (count < 0 && errno == EINTR) continue;
+      if (count <= 0) Fail("read", file_, count < 0 ? errno : EIO);
+      memory += count;
+      size -= static_cast<std::size_t>(count);
+    }
+  }
+
+ private:
+  const std::filesystem::path& file_;
+  int descriptor_;
+};
 
 bool WriteAll(int descriptor, std::string_view content) {
   while (!content.empty()) {
@@ -38,36 +65,63 @@ bool WriteAll(int descriptor, std::string_view content) {
   return ::fsync(descriptor) == 0;
 }
 
+// What is on its way to being the file. One name for all writes, so that nothing is left by those that were
+// killed but what the next one replaces.
+std::filesystem::path Unfinished(const std::filesystem::path& file) { return file.string() + ".new"; }
+
+void Remove(const std::filesystem::path& file) {
+  if (::unlink(file.c_str()) != 0 && errno != ENOENT && errno != ENOTDIR) Fail("remove", file, errno);
+}
+
+// Puts the names of a folder on the disk. Some file systems do that by themselves and refuse to be asked.
+void SyncFolder(const std::filesystem::path& folder) {
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  const bool good = ::fsync(descriptor) == 0 || errno == EINVAL;
+  const int error = errno;
+  ::close(descriptor);
+  if (!good) Fail("write", folder, error);
+}
+
 }  // namespace
 
 std::optional<std::string> ReadPrivateFile(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) {
-    if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
-    Fail("read", file, errno);
-  }
-  return std::string(std::istreambuf_iterator<char>(stream), {});
+  const Reading reading(file);
+  if (!reading.IsThere()) return std::nullopt;
+  std::string content(reading.Size(), '\0');
+  reading.Fill(content.data(), content.size());
+  return content;
 }
 
-void WritePrivateFile(const std::filesystem::path& file, const std::string& content) {
-  MakeFolder(file.parent_path());
-  std::string beside = file.string() + ".XXXXXX";
-  const int descriptor = ::mkstemp(beside.data());  // mode 0600 from the start
+std::optional<host::Secret> ReadSecretFile(const std::filesystem::path& file) {
+  const Reading reading(file);
+  if (!reading.IsThere()) return std::nullopt;
+  const std::size_t size = reading.Size();
+  host::Secret content = MakeGuarded(size);
+  reading.Fill(content.data(), size);
+  return content;
+}
+
+void WritePrivateFile(const std::filesystem::path& file, std::string_view content) {
+  const std::filesystem::path unfinished = Unfinished(file);
+  Remove(unfinished);
+  const int descriptor = ::open(unfinished.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (descriptor < 0) Fail("write", file, errno);
   bool good = WriteAll(descriptor, content);
   int error = errno;
   ::close(descriptor);
-  if (good && ::rename(beside.c_str(), file.c_str()) != 0) {
+  if (good && ::rename(unfinished.c_str(), file.c_str()) != 0) {
     good = false;
     error = errno;
   }
-  if (good) return;
-  ::unlink(beside.c_str());
+  if (good) return SyncFolder(file.parent_path());
+  ::unlink(unfinished.c_str());
   Fail("write", file, error);
 }
 
 void RemovePrivateFile(const std::filesystem::path& file) {
-  if (::unlink(file.c_str()) != 0 && errno != ENOENT) Fail("remove", file, errno);
+  Remove(Unfinished(file));
+  Remove(file);
 }
 
 }  // namespace mirelo::sodium

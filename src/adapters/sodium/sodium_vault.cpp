@@ -2,40 +2,58 @@
 
 #include <sodium.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <utility>
 
+#include "adapters/sodium/folder_lock.h"
+#include "adapters/sodium/guarded_memory.h"
 #include "adapters/sodium/private_file.h"
 #include "automation/runtime_error.h"
+#include "automation/text.h"
 
 namespace mirelo::sodium {
 
 namespace {
 
 constexpr std::size_t kOverhead = crypto_secretbox_NONCEBYTES + crypto_secretbox_MACBYTES;
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::size_t kLines = 4;  // two for the name and two for the secret
 
-unsigned char* Bytes(std::string& text) { return reinterpret_cast<unsigned char*>(text.data()); }
-const unsigned char* Bytes(const std::string& text) {
+unsigned char* Bytes(char* text) { return reinterpret_cast<unsigned char*>(text); }
+const unsigned char* Bytes(std::string_view text) {
   return reinterpret_cast<const unsigned char*>(text.data());
+}
+
+RuntimeError Damaged() {
+  return RuntimeError(5, "A stored credential is damaged. Set it again with: mirelo credentials set");
 }
 
 std::string ToTwoLines(const std::string& bytes) {
   std::string text(sodium_base64_ENCODED_LEN(bytes.size(), sodium_base64_VARIANT_ORIGINAL), '\0');
   sodium_bin2base64(text.data(), text.size(), Bytes(bytes), bytes.size(), sodium_base64_VARIANT_ORIGINAL);
   text.pop_back();  // the terminator
-  return text.insert((text.size() + 1) / 2, "\r\n");
+  return text.insert((text.size() + 1) / 2, kLineEnd);
 }
 
 std::string FromLines(const std::string& text) {
   std::string bytes(text.size(), '\0');
   std::size_t count = 0;
-  if (sodium_base642bin(Bytes(bytes), bytes.size(), text.data(), text.size(), "\r\n", &count, nullptr,
+  if (sodium_base642bin(Bytes(bytes.data()), bytes.size(), text.data(), text.size(), "\r\n", &count, nullptr,
                         sodium_base64_VARIANT_ORIGINAL) != 0 ||
       count < kOverhead) {
-    throw RuntimeError(5, "A stored credential is damaged. Set it again with: mirelo credentials set");
+    throw Damaged();
   }
   bytes.resize(count);
   return bytes;
+}
+
+std::string Seal(std::string_view plain, const host::Secret& key) {
+  std::string sealed(kOverhead + plain.size(), '\0');
+  randombytes_buf(sealed.data(), crypto_secretbox_NONCEBYTES);
+  crypto_secretbox_easy(Bytes(sealed.data()) + crypto_secretbox_NONCEBYTES, Bytes(plain), plain.size(),
+                        Bytes(sealed), Bytes(key.text()));
+  return ToTwoLines(sealed);
 }
 
 }  // namespace
@@ -55,19 +73,25 @@ SodiumVault::SodiumVault(std::filesystem::path folder) : folder_(std::move(folde
 }
 
 std::string SodiumVault::Stored(Credential credential) {
-  if (auto stored = ReadPrivateFile(FileOf(credential))) return *std::move(stored);
+  if (const auto sealed = ReadPrivateFile(SealedFile())) {
+    const auto lines = Split(*sealed, kLineEnd);
+    if (lines.size() != kLines) throw Damaged();
+    RemoveOlderFiles();  // of a Set that was killed before its end
+    const std::size_t first = credential == Credential::ApplicationName ? 0 : 2;
+    return lines[first] + std::string(kLineEnd) + lines[first + 1];
+  }
+  if (auto stored = ReadPrivateFile(OlderFileOf(credential))) return *std::move(stored);
   throw RuntimeError(
       53, "No credentials for QuoteTracker's stream are stored. Set them with: mirelo credentials set");
 }
 
-std::string SodiumVault::Decipher(const std::string& stored) {
+host::Secret SodiumVault::Decipher(const std::string& stored) {
   const std::string sealed = FromLines(stored);
-  std::string key = Key(false);
-  std::string plain(sealed.size() - kOverhead, '\0');
-  const bool opened =
-      crypto_secretbox_open_easy(Bytes(plain), Bytes(sealed) + crypto_secretbox_NONCEBYTES,
-                                 sealed.size() - crypto_secretbox_NONCEBYTES, Bytes(sealed), Bytes(key)) == 0;
-  sodium_memzero(key.data(), key.size());
+  const host::Secret key = Key();
+  host::Secret plain = MakeGuarded(sealed.size() - kOverhead);
+  const bool opened = crypto_secretbox_open_easy(
+                          Bytes(plain.data()), Bytes(sealed) + crypto_secretbox_NONCEBYTES,
+                          sealed.size() - crypto_secretbox_NONCEBYTES, Bytes(sealed), Bytes(key.text())) == 0;
   if (opened) return plain;
   throw RuntimeError(
       5,
@@ -75,38 +99,47 @@ std::string SodiumVault::Decipher(const std::string& stored) {
       "credentials set");
 }
 
-bool SodiumVault::Has(Credential credential) const { return ReadPrivateFile(FileOf(credential)).has_value(); }
-
-void SodiumVault::Set(Credential credential, const std::string& plain) {
-  if (plain.empty()) throw RuntimeError(5, "A credential cannot be empty");
-  std::string key = Key(true);
-  std::string sealed(kOverhead + plain.size(), '\0');
-  randombytes_buf(sealed.data(), crypto_secretbox_NONCEBYTES);
-  crypto_secretbox_easy(Bytes(sealed) + crypto_secretbox_NONCEBYTES, Bytes(plain), plain.size(),
-                        Bytes(sealed), Bytes(key));
-  sodium_memzero(key.data(), key.size());
-  WritePrivateFile(FileOf(credential), ToTwoLines(sealed));
+void SodiumVault::Set(const Credentials& credentials) {
+  if (credentials.name.empty() || credentials.secret.empty()) {
+    throw RuntimeError(5, "A credential cannot be empty");
+  }
+  const FolderLock lock(folder_);
+  const host::Secret key = KeyMadeIfAbsent();
+  WritePrivateFile(SealedFile(),
+                   Seal(credentials.name, key).append(kLineEnd).append(Seal(credentials.secret, key)));
+  RemoveOlderFiles();
 }
 
+// The file that outranks the others goes behind them: whoever is killed in between must not bring them back.
 void SodiumVault::Clear() {
-  RemovePrivateFile(FileOf(Credential::ApplicationName));
-  RemovePrivateFile(FileOf(Credential::ApplicationSecret));
+  if (!std::filesystem::exists(folder_)) return;
+  const FolderLock lock(folder_);
+  RemoveOlderFiles();
+  RemovePrivateFile(SealedFile());
   RemovePrivateFile(KeyFile());
 }
 
-std::filesystem::path SodiumVault::FileOf(Credential credential) const {
+std::filesystem::path SodiumVault::OlderFileOf(Credential credential) const {
   return folder_ / (credential == Credential::ApplicationName ? "application-name" : "application-secret");
 }
 
-std::string SodiumVault::Key(bool make_if_absent) {
-  auto key = ReadPrivateFile(KeyFile());
-  if (key && key->size() == crypto_secretbox_KEYBYTES) return *std::move(key);
-  if (!make_if_absent) {
-    throw RuntimeError(75, "cannot read the key of the credentials in " + KeyFile().string());
-  }
-  std::string made(crypto_secretbox_KEYBYTES, '\0');
-  crypto_secretbox_keygen(Bytes(made));
-  WritePrivateFile(KeyFile(), made);
+void SodiumVault::RemoveOlderFiles() const {
+  RemovePrivateFile(OlderFileOf(Credential::ApplicationName));
+  RemovePrivateFile(OlderFileOf(Credential::ApplicationSecret));
+}
+
+host::Secret SodiumVault::Key() const {
+  auto key = ReadSecretFile(KeyFile());
+  if (key && key->text().size() == crypto_secretbox_KEYBYTES) return *std::move(key);
+  throw RuntimeError(75, "cannot read the key of the credentials in " + KeyFile().string());
+}
+
+host::Secret SodiumVault::KeyMadeIfAbsent() const {
+  auto key = ReadSecretFile(KeyFile());
+  if (key && key->text().size() == crypto_secretbox_KEYBYTES) return *std::move(key);
+  host::Secret made = MakeGuarded(crypto_secretbox_KEYBYTES);
+  crypto_secretbox_keygen(Bytes(made.data()));
+  WritePrivateFile(KeyFile(), made.text());
   return made;
 }
 

@@ -1,0 +1,50 @@
+// The secret is in memory for as long as the login takes, and nowhere behind it.
+
+#include <cstddef>
+#include <string>
+
+#include "streaming/stream_test.h"
+#include "support/memory_search.h"
+
+namespace mirelo::testing {
+namespace {
+
+using Credential = host::CredentialVault::Credential;
+
+class HidingVault : public host::CredentialVault {
+ public:
+  explicit HidingVault(std::size_t size) : secret(size) {}
+
+  std::string Stored(Credential credential) override {
+    return credential == Credential::ApplicationName ? "name" : "secret";
+  }
+  host::Secret Decipher(const std::string& stored) override {
+    if (stored == "name") return host::Secret::Copy("Demo");
+    return secret.Plain();
+  }
+
+  HiddenText secret;
+};
+
+class SecretInMemory : public StreamTest {};
+
+TEST_F(SecretInMemory, IsGoneBehindTheLogin) {
+  if (!CanSearchMemory()) GTEST_SKIP() << "there is too much of it";
+  for (const std::size_t size : {20, 60, 200, 2000}) {
+    SCOPED_TRACE(size);
+    HidingVault hiding(size);
+    host.Use(hiding);
+    Renew();
+    stream->connect();
+    {
+      const auto plain = hiding.secret.Plain();
+      ASSERT_EQ(hiding.secret.CountInMemory(), 1);
+    }
+    Deliver("OK<CONNECT>hello<SERVERTIME>12/31/2005 09:30:15</SERVERTIME></CONNECT>");
+    ASSERT_THAT(Sent(), ::testing::SizeIs(1));
+    EXPECT_EQ(hiding.secret.CountInMemory(), 0);
+  }
+}
+
+}  // namespace
+}  // namespace mirelo::testing

@@ -1,0 +1,83 @@
+#include "support/memory_search.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <vector>
+
+namespace mirelo::testing {
+
+namespace {
+
+constexpr char kMask = 0x55;
+
+struct Region {
+  const char* begin;
+  const char* end;
+};
+
+// As /proc/self/maps tells of them: "7f00c000-7f00d000 rw-p 00000000 00:00 0".
+std::vector<Region> WritableMemory() {
+  std::vector<Region> regions;
+  std::ifstream maps("/proc/self/maps");
+  for (std::string line; std::getline(maps, line);) {
+    std::istringstream words(line);
+    std::uintptr_t begin = 0;
+    std::uintptr_t end = 0;
+    char dash = 0;
+    std::string rights;
+    words >> std::hex >> begin >> dash >> end >> rights;
+    if (!rights.starts_with("rw")) continue;
+    regions.push_back({reinterpret_cast<const char*>(begin), reinterpret_cast<const char*>(end)});
+  }
+  return regions;
+}
+
+int CountIn(const Region& region, const std::string& masked) {
+  int count = 0;
+  const char first = static_cast<char>(masked[0] ^ kMask);
+  const char* last = region.end - masked.size();
+  for (const char* at = region.begin; at <= last; ++at) {
+    at = static_cast<const char*>(std::memchr(at, first, static_cast<std::size_t>(last + 1 - at)));
+    if (at == nullptr) break;
+    if (std::equal(masked.begin(), masked.end(), at, [](char a, char b) { return (a ^ kMask) == b; }))
+      ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+HiddenText::HiddenText(std::size_t size) : masked_(size, '\0') {
+  std::random_device random;
+  std::uniform_int_distribution<int> letters('a', 'z');
+  for (char& letter : masked_) letter = static_cast<char>(letters(random) ^ kMask);
+}
+
+host::Secret HiddenText::Plain() const {
+  host::Secret plain = host::Secret::Copy(masked_);
+  for (std::size_t i = 0; i < masked_.size(); ++i) plain.data()[i] = static_cast<char>(masked_[i] ^ kMask);
+  return plain;
+}
+
+int HiddenText::CountInMemory() const {
+  int count = 0;
+  const std::string half = masked_.substr(masked_.size() / 2);
+  for (const Region& region : WritableMemory()) count += CountIn(region, half);
+  return count;
+}
+
+bool CanSearchMemory() {
+#if defined(__SANITIZE_ADDRESS__)
+  return false;
+#elif defined(__has_feature)
+  return !__has_feature(address_sanitizer);
+#else
+  return true;
+#endif
+}
+
+}  // namespace mirelo::testing
