@@ -45,8 +45,8 @@ class ShownText {
 // layout.
 ShownText Lines(std::string_view text);
 
-// The same with the lines behind the first indented, as far as they are not, so that they are seen to belong to it and none can pass
-// for a line of the program's own.
+// The same with the lines behind the first indented, as far as they are not, so that they are seen to belong
+// to it and none can pass for a line of the program's own.
 ShownText Indented(std::string_view text);
 
 // The text between the sequences that paint it. `parameters` are those of SGR: digits and semicolons, of

@@ -87,8 +87,8 @@ TEST_F(Opener, HasTheUsualSignals) {
   sigaddset(&held, SIGTERM);
   ::sigprocmask(SIG_BLOCK, &held, nullptr);
   const std::string file = (folder_.path() / "given").string();
-  Install("/bin/grep -E 'Sig(Blk|Ign)' /proc/self/status > " + file + ".new\n/bin/mv " + file + ".new " + file +
-          "\n");
+  Install("/bin/grep -E 'Sig(Blk|Ign)' /proc/self/status > " + file + ".new\n/bin/mv " + file + ".new " +
+          file + "\n");
   desktop.ShellExecuteA("open", "address");
   ::sigprocmask(SIG_UNBLOCK, &held, nullptr);
   std::istringstream signals(Given());
