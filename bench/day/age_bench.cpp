@@ -135,7 +135,7 @@ std::vector<Nanoseconds> AgesOfADay() {
   host.ShowOn(std::move(desktop));
 
   auto spreadsheet = workbook::Spreadsheet::New();
-  app::WorkingDay day(host.loop(), host.sockets(), spreadsheet.Application());
+  app::WorkingDay day(host.loop(), host.sockets(), session.replies(), spreadsheet.Application());
   if (day.ShowDialog() != app::kToStream) throw std::runtime_error("Go was not committed: " + printed.Text());
   const auto table = spreadsheet.Application()->Worksheets()->Item("Dovanta2_Quotes");
 

@@ -41,7 +41,7 @@ void LinuxHost::OverrideHttpPort(int port) {
 
 void LinuxHost::RunOn(std::unique_ptr<host::MessageLoop> loop) { loop_ = std::move(loop); }
 void LinuxHost::ShowOn(std::unique_ptr<host::Desktop> desktop) { desktop_ = std::move(desktop); }
-void LinuxHost::FetchThrough(Wrap wrap) { wrap_internet_ = std::move(wrap); }
+void LinuxHost::FetchThrough(Wrap wrap) { wraps_.push_back(std::move(wrap)); }
 
 void LinuxHost::KeepCredentialsIn(const std::filesystem::path& folder) {
   vault_ = std::make_unique<sodium::SodiumVault>(folder);
@@ -60,10 +60,11 @@ host::MessageLoop& LinuxHost::loop() { return MadeOnce<poll::PollLoop>(loop_); }
 host::Clock& LinuxHost::clock() { return MadeOnce<headless::SystemClock>(clock_); }
 host::Registry& LinuxHost::registry() { return overriding(); }
 host::WinInetApi& LinuxHost::internet() {
-  auto& plain = plain_internet();
-  if (!wrap_internet_) return plain;
-  if (!wrapped_internet_) wrapped_internet_ = wrap_internet_(plain);
-  return *wrapped_internet_;
+  host::WinInetApi& plain = plain_internet();
+  for (const Wrap& wrap : std::exchange(wraps_, {})) {
+    wrapped_internets_.push_back(wrap(wrapped_internets_.empty() ? plain : *wrapped_internets_.back()));
+  }
+  return wrapped_internets_.empty() ? plain : *wrapped_internets_.back();
 }
 ObservedSockets& LinuxHost::sockets() {
   return MadeOnce<ObservedSockets>(sockets_, MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop()),

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/observed_sockets.h"
 #include "automation/event.h"
@@ -32,8 +33,8 @@ class LinuxHost : public host::Host {
   // The same for the port of the HTTP interface, 1 to 65535.
   void OverrideHttpPort(int port);
 
-  // What stands in place of poll(2) and the terminal, and around the HTTP client. To be called before a port
-  // is asked for.
+  // What stands in place of poll(2) and the terminal, and around the HTTP client and what stands around it
+  // already. To be called before a port is asked for.
   using Wrap = std::function<std::unique_ptr<host::WinInetApi>(host::WinInetApi& inner)>;
   void RunOn(std::unique_ptr<host::MessageLoop> loop);
   void ShowOn(std::unique_ptr<host::Desktop> desktop);
@@ -71,8 +72,8 @@ class LinuxHost : public host::Host {
   std::unique_ptr<OverridingRegistry> registry_;
   std::unique_ptr<curl::CurlInternet> internet_;
   bool waits_for_whole_replies_ = false;
-  Wrap wrap_internet_;
-  std::unique_ptr<host::WinInetApi> wrapped_internet_;
+  std::vector<Wrap> wraps_;                                           // not yet made
+  std::vector<std::unique_ptr<host::WinInetApi>> wrapped_internets_;  // each around the one before
   std::unique_ptr<host::WinsockLibrary> plain_sockets_;
   std::unique_ptr<ObservedSockets> sockets_;
   std::unique_ptr<host::Desktop> desktop_;

@@ -67,7 +67,8 @@ int QuotesCommand::Run() {
   session.facade().DovantaFormatUserDate(date_format_);
 
   if (watch_) session.interrupt().Stopped.Subscribe([&session] { session.host().HangUp(); });
-  SnapshotFeed feed(session.facade(), tickers_);
+  SnapshotFeed feed(session.facade(), session.replies(), tickers_);
+  feed.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
   const auto output = ChosenOutput();
   const bool terminal = Out().IsTerminal();
   if (output == Output::Csv) Out() << CsvLine(feed.Columns());

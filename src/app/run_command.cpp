@@ -110,7 +110,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
     host.ShowOn(std::move(desktop));
   }
 
-  WorkingDay day(host.loop(), host.sockets(), spreadsheet.Application());
+  WorkingDay day(host.loop(), host.sockets(), session.replies(), spreadsheet.Application());
   const std::int32_t result = day.ShowDialog();
   if (person && person->Complained()) {
     Err() << "error: " << terminal::Indented(person->Complained()->text) << "\nNothing was committed.\n";

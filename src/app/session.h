@@ -4,6 +4,7 @@
 
 #include "app/interrupt.h"
 #include "app/linux_host.h"
+#include "app/mended_replies.h"
 #include "core/cMirelo.h"
 #include "host/host.h"
 
@@ -18,6 +19,8 @@ class Session {
   explicit Session(const GlobalOptions& options);
 
   LinuxHost& host() { return host_; }
+  // The host's HTTP client, as far as it mends replies.
+  MendedReplies& replies();
   // Made when first asked for.
   cMirelo& facade();
   // From the first call on, Ctrl-C is a request that this object tells of; before, it ends the program as
@@ -25,6 +28,7 @@ class Session {
   Interrupt& interrupt();
 
  private:
+  MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
   LinuxHost host_;
   host::HostScope scope_{host_};
   std::unique_ptr<Interrupt> interrupt_;

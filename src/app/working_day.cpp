@@ -32,9 +32,13 @@ bool IsUpdateOnce() {
 
 }  // namespace
 
-WorkingDay::WorkingDay(host::MessageLoop& loop, ObservedSockets& sockets,
+WorkingDay::WorkingDay(host::MessageLoop& loop, ObservedSockets& sockets, MendedReplies& replies,
                        std::shared_ptr<host::excel::Application> application)
-    : loop_(loop), sockets_(sockets), application_(std::move(application)), write_pause_(kWritePause) {
+    : loop_(loop),
+      sockets_(sockets),
+      replies_(replies),
+      application_(std::move(application)),
+      write_pause_(kWritePause) {
   facade_.ExcelApplication(Variant(application_));
   facade_.DovantaFormatUserDate(kDateFormat);
 }
@@ -52,7 +56,8 @@ void WorkingDay::Start() {
   tables_.emplace(*application_, facade_);
   if (tables_->Tickers().empty()) throw RuntimeError(9, "The quote table holds no tickers");
   if (result_ == kToStream) return Listen();
-  snapshot_.emplace(facade_, tables_->Tickers());
+  snapshot_.emplace(facade_, replies_, tables_->Tickers());
+  snapshot_->Told.Subscribe([this](const std::string& text) { Status.Raise(text); });
   Ask();
 }
 
@@ -76,10 +81,16 @@ void WorkingDay::Stop() {
 
 void WorkingDay::Ask() {
   if (const auto rows = snapshot_->Fetch()) {
-    came_.Beat(static_cast<std::int64_t>(rows->size()));
-    for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) tables_->TakeIfNew(ticker, (*rows)[ticker]);
+    std::int64_t count = 0;
+    for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) {
+      const QuoteRow& row = (*rows)[ticker];
+      if (std::ranges::all_of(row, &std::string::empty)) continue;  // what is known stays
+      tables_->TakeIfNew(ticker, row);
+      ++count;
+    }
+    came_.Beat(count);
     Write();
-    Status.Raise(std::to_string(rows->size()) + (rows->size() == 1 ? " quote" : " quotes"));
+    Status.Raise(std::to_string(count) + (count == 1 ? " quote" : " quotes"));
   } else {
     Status.Raise("QuoteTracker gave no quotes; going on");
   }

@@ -22,6 +22,7 @@ class Application;
 
 namespace mirelo::app {
 
+class MendedReplies;
 class ObservedSockets;
 
 // The macros' part in a working day: it holds the facade, shows the settings dialog, and then, as that was
@@ -40,7 +41,7 @@ class WorkingDay {
   static constexpr const char* kDateFormat = "mm/dd/yyyy";
 
   // All must outlive the day, and be those of the installed host.
-  WorkingDay(host::MessageLoop& loop, ObservedSockets& sockets,
+  WorkingDay(host::MessageLoop& loop, ObservedSockets& sockets, MendedReplies& replies,
              std::shared_ptr<host::excel::Application> application);
   ~WorkingDay();
   WorkingDay(const WorkingDay&) = delete;
@@ -88,6 +89,7 @@ class WorkingDay {
 
   host::MessageLoop& loop_;
   ObservedSockets& sockets_;
+  MendedReplies& replies_;
   std::shared_ptr<host::excel::Application> application_;
   cMirelo facade_;
   std::int32_t result_ = 0;

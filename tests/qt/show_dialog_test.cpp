@@ -108,7 +108,8 @@ class DayFromAWindow : public DialogOnScreen {
   }
 
   void ExpectQuotesAfter(std::int32_t result) {
-    WorkingDay day(session.host().loop(), session.host().sockets(), spreadsheet.Application());
+    WorkingDay day(session.host().loop(), session.host().sockets(), session.replies(),
+                   spreadsheet.Application());
     Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
     person.Does("use the dialog", FillInAndGo);
     ASSERT_EQ(day.ShowDialog(), result);

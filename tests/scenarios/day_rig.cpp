@@ -11,7 +11,7 @@ namespace mirelo::testing {
 using Credential = host::CredentialVault::Credential;
 
 Day::Day()
-    : installed(host.Use(loop).Use(clock).Use(registry).Use(internet).Use(sockets).Use(vault).Use(system).Use(
+    : installed(host.Use(loop).Use(clock).Use(registry).Use(replies).Use(sockets).Use(vault).Use(system).Use(
           desktop)) {
   vault.credentials = {{Credential::ApplicationName, "MireloDemo"},
                        {Credential::ApplicationSecret, "demo-secret"}};
@@ -19,7 +19,7 @@ Day::Day()
 }
 
 std::int32_t Day::Begin() {
-  day.emplace(loop, sockets, spreadsheet.Application());
+  day.emplace(loop, sockets, replies, spreadsheet.Application());
   day->Status.Subscribe([this](const std::string& text) { told.push_back(text); });
   app::DialogPerson person(wishes, desktop);
   const std::int32_t result = day->ShowDialog();

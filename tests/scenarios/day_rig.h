@@ -11,6 +11,7 @@
 #include "adapters/workbook/spreadsheet.h"
 #include "app/attended_desktop.h"
 #include "app/dialog_wishes.h"
+#include "app/mended_replies.h"
 #include "app/observed_sockets.h"
 #include "app/working_day.h"
 #include "automation/variant.h"
@@ -54,6 +55,7 @@ class Day : public ::testing::Test {
   AnsweringInternet internet;
   MemoryWinsock winsock;
   app::ObservedSockets sockets{winsock, loop};
+  app::MendedReplies replies{internet};
   MemoryVault vault;
   RecordingSystem system;
   terminal::TextOutput printed;

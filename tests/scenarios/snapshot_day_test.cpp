@@ -132,6 +132,32 @@ TEST_F(SnapshotDay, CutsATextThatNoCellTakesTellsItOnceAndGoesOn) {
   EXPECT_NO_THROW(spreadsheet.Save(folder / "quotes.xlsx"));
 }
 
+TEST_F(SnapshotDay, GoesOnForTheOthersWhereOneVolumeIsNoNumber) {
+  Begin();
+  for (int n = 1; n <= 3; ++n) {
+    Reply({{"MSFT", "28.4" + std::to_string(n), std::to_string(1000 + 100 * n)}, {"IBM", "160.5", "N/A"}});
+    Pass(15s);
+    EXPECT_EQ(Text(kTable, 3, 2), "28.4" + std::to_string(n));
+    EXPECT_EQ(Text(kTable, 3, 6), "100");
+    EXPECT_EQ(Text(kTable, 4, 5), "N/A");
+    EXPECT_TRUE(Cell(kTable, 4, 6).IsEmpty());
+  }
+  EXPECT_EQ(printed.Text(), "");
+  EXPECT_THAT(told,
+              ElementsAre("2 quotes", "The volume is no number, so LastVolume stays empty, for IBM (\"N/A\")",
+                          "2 quotes", "2 quotes", "2 quotes"));
+}
+
+TEST_F(SnapshotDay, KeepsWhatItKnowsOfATickerThatIsMissing) {
+  Begin();
+  Reply({{"IBM", "161.5"}});
+  Pass(15s);
+  EXPECT_EQ(Text(kTable, 3, 2), "28.35") << "not the price of another ticker, and not nothing";
+  EXPECT_EQ(Text(kTable, 4, 2), "161.5");
+  EXPECT_THAT(Column(History("MSFT"), 1), SizeIs(1)) << "what did not come is no row of the history";
+  EXPECT_THAT(told, ElementsAre("2 quotes", "QuoteTracker sent no quote for MSFT", "1 quote"));
+}
+
 TEST_F(SnapshotDay, GoesOnWithAHistoryOfLongTexts) {
   Begin();
   day->Stop();

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/quote_reply.h"
+#include "host/wininet_api.h"
+
+namespace mirelo::app {
+
+// An HTTP client that mends QuoteTracker's replies to requests for quotes (Mend), so that what is wrong with
+// one ticker's record costs the other tickers nothing. Such a reply is handed over when all of it has come.
+// All else passes as it is.
+class MendedReplies : public host::WinInetApi {
+ public:
+  // `inner` must outlive this.
+  explicit MendedReplies(host::WinInetApi& inner) : inner_(inner) {}
+
+  // What was wrong with the records that were handed over since this was last asked. Tickers are counted
+  // through the requests of that time, one behind the other.
+  std::vector<QuoteFlaw> TakeFlaws();
+
+  Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) override;
+  bool InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) override;
+  Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,
+                          const std::string& user, const std::string& password,
+                          std::uint32_t service) override;
+  std::optional<std::string> InternetCanonicalizeUrlA(const std::string& url, std::uint32_t capacity,
+                                                      std::uint32_t flags) override;
+  Handle HttpOpenRequestA(Handle connection, const std::string& verb, const std::string& object,
+                          const std::string& version, const std::string& referrer,
+                          std::uint32_t flags) override;
+  bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) override;
+  std::optional<std::string> HttpQueryInfoA(Handle request, std::uint32_t level,
+                                            std::uint32_t capacity) override;
+  bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
+  bool InternetCloseHandle(Handle handle) override;
+
+ private:
+  struct QuoteRequest {
+    std::vector<std::string> tickers;
+    std::optional<std::string> body;  // mended, as soon as it is read
+    std::size_t given = 0;            // bytes of it that were handed over
+  };
+
+  std::string MendedBody(Handle request, const std::vector<std::string>& tickers);
+
+  host::WinInetApi& inner_;
+  std::map<Handle, QuoteRequest> requests_;
+  std::vector<QuoteFlaw> flaws_;
+  std::size_t tickers_before_ = 0;  // of the requests since flaws were last taken
+};
+
+}  // namespace mirelo::app
