@@ -69,6 +69,9 @@ class MessageAligner {
   // Ends what waits where it stands. What of it is worth passing is the next chunk.
   void LetGo();
 
+  // How many bytes wait for more.
+  std::size_t Waiting() const { return waiting_.size() - begin_ - given_; }
+
   // Whether a list of sources has grown beyond kLongestSources without an end. There are no chunks then, and
   // the connection is to be given up.
   bool IsOverfull() const { return overfull_; }

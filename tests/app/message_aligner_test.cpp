@@ -326,6 +326,20 @@ TEST(MessageAligner, GivesAListUpToItsBoundAndNoneBeyond) {
   }
 }
 
+TEST(MessageAligner, KeepsLittleOfWhatItLeavesOut) {
+  for (const std::string begin : {"ES<SOURCES>", "junk", "S1"}) {
+    SCOPED_TRACE(begin);
+    MessageAligner aligner;
+    Feed(aligner, begin);
+    for (int i = 0; i < 100; ++i) {
+      EXPECT_THAT(Feed(aligner, std::string(8192, '\xFE')), IsEmpty());
+      EXPECT_LT(aligner.Waiting(), kLongestHead);
+    }
+    EXPECT_THAT(Feed(aligner, kGreeting), ElementsAre(kGreeting));
+    EXPECT_EQ(aligner.Waiting(), 0U);
+  }
+}
+
 // --- Symbols that were not subscribed --------------------------------------------------------------------
 
 TEST(MessageAligner, LeavesOutRecordsOfEverNewSymbolsAndTellsOnce) {

@@ -3,9 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include "app/program.h"
 #include "quotetracker/server.h"
 #include "quotetracker/session_file.h"
+#include "support/level1_wire.h"
+#include "support/loopback_server.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -79,6 +86,62 @@ TEST_F(Stream, EndsAtOnceWithoutCredentials) {
   const auto result = Run({"MSFT", "--source", "SWISS.SDF", "--seconds", "60"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("mirelo credentials set"));
+}
+
+TEST_F(Stream, FailsTheUpdateOfTheSourcesWhenTheirListDoesNotEnd) {
+  LoopbackServer endless([](LoopbackServer::Peer& peer) {
+    peer.Send("OK<CONNECT><SERVERTIME>09:30:15</SERVERTIME></CONNECT>");
+    peer.ReceiveUntil("</LOGIN>");
+    peer.Send("LO<STATUSCODE>0</STATUSCODE><STATUSDESC></STATUSDESC>");
+    peer.ReceiveUntil("</ENUMSOURCES>");
+    const std::string sources(1'000'000, 'x');
+    bool goes_on = peer.Send("ES<SOURCES>");
+    while (goes_on) goes_on = peer.Send(sources);
+  });
+  RunMirelo(folder_.path(), {"settings", "set", "SocketPort", std::to_string(endless.Port())});
+  const auto result = RunMirelo(folder_.path(), {"sources", "--update"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("does not end (over 16 MiB)"), HasSubstr("was not updated"),
+                                Not(HasSubstr("did not send the list"))));
+}
+
+TEST_F(Stream, PassesOverAListOfSourcesThatNobodyAskedFor) {
+  const std::string quote = Level1Wire().Symbol("MSFT").Last(28.5);
+  LoopbackServer server([&](LoopbackServer::Peer& peer) {
+    peer.Send("OK<STREAMER>SWISS.SDF</STREAMER>");
+    peer.ReceiveUntil("</L1QUOTES>");
+    peer.Send("ES<SOURCES>" + std::string(1'000'000, 'x') + quote);
+    peer.ReceiveAll();
+  });
+  const auto result = RunMirelo(folder_.path(), {"stream", "MSFT", "--source", "SWISS.SDF", "--seconds", "2",
+                                                 "--csv", "--socket-port", std::to_string(server.Port())});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, HasSubstr("\nMSFT,28.5,"));
+}
+
+// The network may cut a reply anywhere.
+TEST_F(Stream, TellsALoginThatCameInPiecesForWhatItIs) {
+  LoopbackServer server([](LoopbackServer::Peer& peer) {
+    const auto send = [&](const std::string& text) {
+      for (const char letter : text) {
+        peer.Send({&letter, 1});
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      }
+    };
+    send("OK<CONNECT><SERVERTIME>09:30:15</SERVERTIME></CONNECT>");
+    peer.ReceiveUntil("</LOGIN>");
+    send("LO<STATUSCODE>0</STATUSCODE><STATUSDESC>fine</STATUSDESC>");
+    peer.ReceiveUntil("</L1SITE>");
+    send("OK<STREAMER>SWISS.SDF</STREAMER>");
+    peer.ReceiveUntil("</L1QUOTES>");
+    send(Level1Wire().Symbol("MSFT").Last(28.5));
+    peer.ReceiveAll();
+  });
+  const auto result = RunMirelo(folder_.path(), {"stream", "MSFT", "--source", "SWISS.SDF", "--seconds", "2",
+                                                 "--csv", "--socket-port", std::to_string(server.Port())});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, HasSubstr("\nMSFT,28.5,"));
+  EXPECT_THAT(result.err, AllOf(HasSubstr("Logged in"), Not(HasSubstr("refused"))));
 }
 
 TEST_F(Stream, RecordsASessionThatCanBePlayed) {

@@ -31,12 +31,15 @@ class WholeMessages {
   }
 
   const std::vector<std::string>& Messages() const { return messages_; }
+  // As they came.
+  const std::vector<std::string>& Chunks() const { return chunks_; }
   app::MessageAligner& Aligner() { return aligner_; }
 
  private:
   void Take() {
     while (const auto chunk = aligner_.Next()) {
       std::string_view rest(reinterpret_cast<const char*>(chunk->data()), chunk->size());
+      chunks_.emplace_back(rest);
       while (!rest.empty()) {
         const std::size_t size = SizeOfFirst(rest);
         messages_.emplace_back(rest.substr(0, size));
@@ -53,6 +56,7 @@ class WholeMessages {
 
   app::MessageAligner aligner_;
   std::vector<std::string> messages_;
+  std::vector<std::string> chunks_;
 };
 
 }  // namespace mirelo::testing

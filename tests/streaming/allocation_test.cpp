@@ -7,6 +7,9 @@
 #include <new>
 #include <string>
 
+#include "app/observed_sockets.h"
+#include "automation/variant.h"
+#include "core/status_run_query.h"
 #include "support/idle_loop.h"
 #include "support/level1_wire.h"
 #include "support/stream_rig.h"
@@ -63,6 +66,8 @@ class Allocations : public ::testing::Test, protected StreamRig {
     return allocations - before;
   }
 
+  host::MessageLoop& Loop() { return loop_; }
+
  private:
   IdleLoop loop_;
 };
@@ -101,6 +106,37 @@ TEST_F(Allocations, AreGivenBackWithTheQuotes) {
   const std::size_t before = live;
   publish(2'000);
   EXPECT_EQ(live, before) << "120,000 quotes later";
+}
+
+// A peer that sends ever new symbols, to a client that subscribed two.
+class AllocationsOfFlood : public Allocations {
+ protected:
+  AllocationsOfFlood() {
+    host.Use(aligned_);
+    facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);
+    stream->arrTickers(VariantArray::OfTexts({"MSFT", "IBM"}));
+    stream->connect();
+    Deliver("OK<STREAMER>A.SDF</STREAMER>");
+  }
+  void Flood(int first, int count) {
+    std::string chunk;
+    for (int i = first; i < first + count; ++i)
+      chunk += Level1Wire().Symbol("NEW" + std::to_string(i)).Bytes();
+    Deliver(chunk);
+  }
+
+ private:
+  app::ObservedSockets aligned_{sockets, Loop()};
+};
+
+TEST_F(AllocationsOfFlood, EndWithTheSymbolsThatMayComeUnasked) {
+  for (int i = 0; i < 10'000; i += 100) Flood(i, 100);
+  const std::size_t before = live;
+  for (int i = 10'000; i < 100'000; i += 100) Flood(i, 100);
+  EXPECT_EQ(live, before) << "90,000 new symbols later";
+  EXPECT_TRUE(Take().empty());
+  Deliver(Level1Wire().Symbol("MSFT").Last(1));
+  EXPECT_EQ(Take().size(), 1u);
 }
 
 TEST_F(Allocations, ShowWhenTheyAreNotExpected) {
