@@ -12,6 +12,7 @@
 #include "app/dialog_result.h"
 #include "app/duration.h"
 #include "app/exit_code.h"
+#include "app/file_stamp.h"
 #include "app/options.h"
 #include "app/run_program.h"
 #include "app/session.h"
@@ -99,6 +100,7 @@ int RunCommand::Run() try {
 
 int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   const auto hold = HoldForDay(workbook_);
+  const FileStamp read(workbook_);
   auto spreadsheet = OpenOrNew(workbook_);
   auto& host = session.host();
   std::optional<DialogPerson> person;
@@ -123,7 +125,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
 
   TellLosses(workbook_, spreadsheet);
   WorkbookKeeper keeper(
-      host.loop(), spreadsheet, workbook_, [&] { day.Fit(); },
+      host.loop(), spreadsheet, workbook_, read, [&] { day.Fit(); },
       [&](const std::string& loss) { TellLoss(workbook_, loss); });
   DayView view(host.loop(), day, keeper);
   const bool went_well = Follow(session, day, keeper, view);

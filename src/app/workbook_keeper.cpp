@@ -37,11 +37,12 @@ fs::path FreeNameBeside(const fs::path& file) {
 }  // namespace
 
 WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
-                               const fs::path& file, std::function<void()> before_saving,
-                               workbook::Spreadsheet::Tell tell_loss)
+                               const fs::path& file, const FileStamp& read,
+                               std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss)
     : loop_(loop),
       spreadsheet_(spreadsheet),
       file_(fs::absolute(file)),
+      stamp_(read),
       before_saving_(std::move(before_saving)),
       tell_loss_(std::move(tell_loss)) {}
 
@@ -49,25 +50,37 @@ WorkbookKeeper::~WorkbookKeeper() { loop_.StopTimer(timer_); }
 
 void WorkbookKeeper::SaveAtIntervals(std::chrono::milliseconds interval) {
   timer_ = loop_.StartTimer(std::max(interval, kPauseForWork * worked_), [this, interval] {
-    Save(file_);
+    Save();
     SaveAtIntervals(interval);
   });
 }
 
 fs::path WorkbookKeeper::SaveAtEnd() {
   loop_.StopTimer(timer_);
-  if (Save(file_)) return file_;
+  if (Save()) return file_;
   trouble_.clear();  // another file, another trouble
-  const fs::path beside = FreeNameBeside(file_);
-  return Save(beside) ? beside : fs::path();
+  file_ = FreeNameBeside(file_);
+  return Save() ? file_ : fs::path();
 }
 
-bool WorkbookKeeper::Save(const fs::path& file) {
+// Whoever had the workbook open in another program and saved it there would lose that, or lose the day's
+// rows.
+void WorkbookKeeper::LeaveTheFileToOthers() {
+  const fs::path beside = FreeNameBeside(file_);
+  Status.Raise("Another program has changed " + file_.filename().string() + "; saving in " +
+               beside.filename().string() + " from now on");
+  file_ = beside;
+  trouble_.clear();
+}
+
+bool WorkbookKeeper::Save() {
+  if (const FileStamp now(file_); now.IsOfAFile() && now != stamp_) LeaveTheFileToOthers();
   const auto start = std::chrono::steady_clock::now();
   std::string trouble;
   try {
     before_saving_();
-    spreadsheet_.Save(file, tell_loss_);
+    spreadsheet_.Save(file_, tell_loss_);
+    stamp_ = FileStamp(file_);
   } catch (const std::exception&) {
     trouble = CurrentError().Description();
   }

@@ -6,20 +6,23 @@
 #include <string>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "app/file_stamp.h"
 #include "automation/event.h"
 #include "host/message_loop.h"
 
 namespace mirelo::app {
 
 // Keeps a workbook in its file while somebody works on it: saves at intervals and at the end. Where that
-// cannot be done it says so and goes on.
+// cannot be done it says so and goes on. A file that another program has changed meanwhile is left to it:
+// from then on the workbook is saved beside it, under a name that was free.
 class WorkbookKeeper {
  public:
+  // `read` is the stamp of the file when the workbook was read from it, or found absent.
   // `before_saving` is called before each, `tell_loss` with what Spreadsheet::Save has to tell. All must
   // outlive this.
   WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
-                 const std::filesystem::path& file, std::function<void()> before_saving,
-                 workbook::Spreadsheet::Tell tell_loss);
+                 const std::filesystem::path& file, const FileStamp& read,
+                 std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss);
   ~WorkbookKeeper();
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
@@ -28,8 +31,8 @@ class WorkbookKeeper {
   // meanwhile.
   void SaveAtIntervals(std::chrono::milliseconds interval);
 
-  // The last time. A workbook that its file cannot take is saved beside it, under a name that was free. The
-  // result is where it stands; empty when it could not be saved at all.
+  // The last time. A workbook that its file cannot take is saved beside it as well. The result is where it
+  // stands; empty when it could not be saved at all.
   std::filesystem::path SaveAtEnd();
 
   // "saved 14:05:12", "not saved yet", "not saved: ...".
@@ -39,11 +42,13 @@ class WorkbookKeeper {
   Event<const std::string&> Status;
 
  private:
-  bool Save(const std::filesystem::path& file);
+  bool Save();
+  void LeaveTheFileToOthers();
 
   host::MessageLoop& loop_;
   workbook::Spreadsheet& spreadsheet_;
   std::filesystem::path file_;
+  FileStamp stamp_;  // of the file as it was read or saved here
   std::function<void()> before_saving_;
   workbook::Spreadsheet::Tell tell_loss_;
   std::string state_ = "not saved yet";

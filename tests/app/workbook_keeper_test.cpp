@@ -50,7 +50,11 @@ class Keeper : public ::testing::Test {
   std::filesystem::path inner = folder / "inner";
   std::filesystem::path file = inner / "book.xlsx";
   int prepared = 0;
-  app::WorkbookKeeper keeper{loop, spreadsheet, file, [this] { ++prepared; },
+  app::WorkbookKeeper keeper{loop,
+                             spreadsheet,
+                             file,
+                             app::FileStamp(),
+                             [this] { ++prepared; },
                              [this](const std::string& loss) { told.push_back(loss); }};
   std::vector<std::string> told;
 };
@@ -90,6 +94,42 @@ TEST_F(Keeper, SavesAtTheEndUnderANameThatIsFreeWhereTheFileCannotBeTaken) {
   Write(4);
   EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-2.xlsx");
   EXPECT_EQ(Saved(inner / "book-2.xlsx"), 4);
+}
+
+TEST_F(Keeper, LeavesAFileThatAnotherProgramHasChangedAndGoesOnBesideIt) {
+  std::filesystem::create_directory(inner);
+  Write(1);
+  keeper.SaveAtIntervals(1h);
+  loop.Advance(1h);
+  auto others = workbook::Spreadsheet::Open(file);
+  others.Application()->Cells(2, 1)->Value("mine");
+  others.Save(file);
+  Write(2);
+  loop.Advance(2h);
+  EXPECT_EQ(Saved(file), 1);
+  EXPECT_EQ(Saved(inner / "book-1.xlsx"), 2);
+  EXPECT_THAT(told, ElementsAre("Another program has changed book.xlsx; saving in book-1.xlsx from now on"));
+  Write(3);
+  EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-1.xlsx");
+  EXPECT_EQ(Saved(inner / "book-1.xlsx"), 3);
+}
+
+TEST_F(Keeper, LeavesAFileThatHasAppearedMeanwhile) {
+  std::filesystem::create_directory(inner);
+  workbook::Spreadsheet::New().Save(file);
+  Write(1);
+  EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-1.xlsx");
+}
+
+TEST_F(Keeper, SavesInAFileAgainThatWasRemoved) {
+  std::filesystem::create_directory(inner);
+  keeper.SaveAtIntervals(1h);
+  loop.Advance(1h);
+  std::filesystem::remove(file);
+  Write(5);
+  loop.Advance(1h);
+  EXPECT_EQ(Saved(file), 5);
+  EXPECT_THAT(told, IsEmpty());
 }
 
 TEST_F(Keeper, SaysThatNothingCouldBeSavedAtAll) {

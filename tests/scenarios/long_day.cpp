@@ -103,7 +103,7 @@ void LongDay::Begin(Settings settings) {
   day->ShowDialog();
   ASSERT_FALSE(person.Complained()) << person.Complained()->text;
   keeper.emplace(
-      host.loop(), spreadsheet, folder / "day.xlsx",
+      host.loop(), spreadsheet, folder / "day.xlsx", app::FileStamp(),
       [this] {
         ++saves;
         day->Fit();
