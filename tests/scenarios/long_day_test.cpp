@@ -212,5 +212,150 @@ TEST_F(StreamedLongDay, GoesOnShowsOnlyWhatWasSentAndLeavesNothingBehind) {
   End();
 }
 
+// One of the things that go wrong with a reply to a request for quotes.
+struct Misreply {
+  const char* name;
+  std::function<std::string(SentQuotes& msft, SentQuotes& ibm)> reply;
+  bool spares_msft = false;  // what is wrong is wrong with a value of IBM alone
+};
+
+constexpr const char* kHead = "HTTP/1.0 200 OK\r\nContent-Type: text/plain\r\n\r\n";
+
+std::string Lines(const std::string& first, const std::string& second) {
+  return std::string(kHead) + "OK\r\n" + first + "\r\n" + second;
+}
+
+// A line of IBM, of which one field holds something else.
+std::string LineWith(SentQuotes& ibm, std::size_t field, const std::string& text) {
+  std::string line = ibm.NextLine();
+  std::size_t begin = 0;
+  for (; field > 0; --field) begin = line.find(',', begin) + 1;
+  return line.replace(begin, line.find(',', begin) - begin, text);
+}
+
+const std::vector<Misreply>& Misreplies() {
+  constexpr std::size_t kLast = 3;
+  constexpr std::size_t kTick = 7;
+  constexpr std::size_t kVolume = 8;
+  constexpr bool kSparesMsft = true;
+  static const std::vector<Misreply> all{
+      {"noise", [](SentQuotes&, SentQuotes&) { return Noise(2000, 2); }},
+      {"nothing", [](SentQuotes&, SentQuotes&) { return std::string(); }},
+      {"a folded head",
+       [](SentQuotes& msft, SentQuotes& ibm) {
+         const std::string reply = Lines(msft.NextLine(), ibm.NextLine());
+         return "HTTP/1.0 200 OK\r\n\tx: " + std::string(999, '9') + reply.substr(reply.find("\r\n"));
+       }},
+      {"a long head",
+       [](SentQuotes&, SentQuotes&) {
+         std::string head = "HTTP/1.0 200 OK\r\n";
+         for (int i = 0; i < 2000; ++i)
+           head += "X-" + std::to_string(i) + ": " + std::string(99, 'x') + "\r\n";
+         return head + "\r\nOK\r\n";
+       }},
+      {"a redirect to itself",
+       [](SentQuotes&, SentQuotes&) { return std::string("HTTP/1.0 302 Found\r\nLocation: /\r\n\r\n"); }},
+      {"a refusal", [](SentQuotes&, SentQuotes&) { return std::string(kHead) + "ERROR\r\n"; }},
+      {"no lines", [](SentQuotes&, SentQuotes&) { return std::string(kHead) + "OK"; }},
+      {"a line too few", [](SentQuotes& msft, SentQuotes&) { return kHead + ("OK\r\n" + msft.NextLine()); }},
+      {"a line too many",
+       [](SentQuotes& msft, SentQuotes& ibm) {
+         return Lines(msft.NextLine(), ibm.NextLine()) + "\r\n" + ibm.NextLine();
+       }},
+      {"a line too short",
+       [](SentQuotes& msft, SentQuotes&) { return Lines(msft.NextLine(), "IBM,01/20/2011,09:30:00"); }},
+      {"lines in another order",
+       [](SentQuotes& msft, SentQuotes& ibm) { return Lines(ibm.NextLine(), msft.NextLine()); }},
+      {"no price",
+       [](SentQuotes& msft, SentQuotes& ibm) { return Lines(msft.NextLine(), LineWith(ibm, kLast, "N/A")); },
+       kSparesMsft},
+      {"no volume",
+       [](SentQuotes& msft, SentQuotes& ibm) {
+         return Lines(msft.NextLine(), LineWith(ibm, kVolume, "N/A"));
+       },
+       kSparesMsft},
+      {"a text longer than a cell",
+       [](SentQuotes& msft, SentQuotes& ibm) {
+         return Lines(msft.NextLine(), LineWith(ibm, kTick, std::string(40'000, '=')));
+       },
+       kSparesMsft},
+      {"a text for the terminal",
+       [](SentQuotes& msft, SentQuotes& ibm) {
+         return Lines(msft.NextLine(), LineWith(ibm, kTick, "\x1b[2J\x07\x9b"));
+       },
+       kSparesMsft},
+  };
+  return all;
+}
+
+class AskedLongDay : public LongDay {
+ protected:
+  void BeginAsking() {
+    Begin({{"UpdateEvery", "1"}, {"Seconds", "1"}, {"VerticalTable", "1"}, {"RowsLimit", "100"}});
+  }
+
+  void Rounds(int round_saves) {
+    for (const Misreply& misreply : Misreplies()) {
+      SCOPED_TRACE(misreply.name);
+      ASSERT_NO_FATAL_FAILURE(Round(misreply, round_saves / 6));
+    }
+  }
+
+ private:
+  void Round(const Misreply& misreply, int part);
+};
+
+void AskedLongDay::Round(const Misreply& misreply, int part) {
+  StartTracker({"--http-fault", "garbage:3", "--seed", std::to_string(replays)});
+  PassSaves(part);
+  tracker.Kill();
+  PassSaves(part / 2);  // nobody is there
+
+  std::atomic<int> misreplies = 0;
+  std::atomic<bool> in_turn = !misreply.spares_msft;
+  const auto server = Serve(HttpPort(), [&](Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    if (!in_turn || peer.Index() % 3 == 1) {
+      peer.Send(misreply.reply(msft, ibm));
+      ++misreplies;
+    } else {
+      peer.Send(Lines(msft.NextLine(), ibm.NextLine()));
+    }
+    peer.ShutdownWrite();
+  });
+  ASSERT_TRUE(PassUntil([&] { return misreplies >= 3; })) << "nobody asked\n" << LastLines();
+  if (misreply.spares_msft) {
+    const std::int32_t newest = msft.Newest();
+    ASSERT_TRUE(PassUntil([&] { return Shown(msft) > newest; })) << "MSFT stands still\n" << LastLines();
+  }
+  in_turn = true;
+  ASSERT_TRUE(GoesOn()) << LastLines();
+  PassSaves(part);
+  {
+    const FullDisk full;
+    PassSaves(part);
+    ASSERT_TRUE(GoesOn()) << LastLines();
+  }
+  PassSaves(part);
+  EXPECT_TRUE(keeper->State().starts_with("saved ")) << keeper->State();
+  ExpectTrueCells();
+  ExpectTrueHistory(spreadsheet);
+  auto saved = workbook::Spreadsheet::Open(folder / "day.xlsx");
+  ExpectTrueHistory(saved);
+  server->Stop();
+  PassSaves(part / 2);
+}
+
+TEST_F(AskedLongDay, GoesOnShowsOnlyWhatWasSentAndLeavesNothingBehind) {
+  const int round_saves = SavesOfTheDay() / static_cast<int>(2 * Misreplies().size());
+  BeginAsking();
+  tracker.Kill();
+  ASSERT_NO_FATAL_FAILURE(Rounds(round_saves));
+  const ProcessUse before = UseAtRest();
+  ASSERT_NO_FATAL_FAILURE(Rounds(round_saves));
+  ExpectNothingLeftBehind(before, UseAtRest());
+  End();
+}
+
 }  // namespace
 }  // namespace mirelo::testing
