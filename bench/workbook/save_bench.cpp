@@ -18,7 +18,7 @@ namespace mirelo {
 namespace {
 
 constexpr std::int32_t kTexts = 2;  // the first columns; the others are prices
-constexpr std::int32_t kColumns = 8;
+constexpr std::int32_t kSavedColumns = 8;
 
 std::string TextOf(std::int32_t row, std::int32_t column) {
   return (column == 0 ? "T" : "Company ") + std::to_string(row);
@@ -27,10 +27,11 @@ double PriceOf(std::int32_t row, std::int32_t column) { return row * 0.25 + colu
 
 workbook::Spreadsheet Quotes(std::int32_t rows) {
   auto spreadsheet = workbook::Spreadsheet::New();
-  const auto range = spreadsheet.Application()->Worksheets()->Item(1)->Cells(1, 1)->Resize(rows, kColumns);
-  VariantArray table(0, rows - 1, 0, kColumns - 1);
+  const auto range =
+      spreadsheet.Application()->Worksheets()->Item(1)->Cells(1, 1)->Resize(rows, kSavedColumns);
+  VariantArray table(0, rows - 1, 0, kSavedColumns - 1);
   for (std::int32_t row = 0; row < rows; ++row) {
-    for (std::int32_t column = 0; column < kColumns; ++column) {
+    for (std::int32_t column = 0; column < kSavedColumns; ++column) {
       if (column < kTexts) {
         table(row, column) = TextOf(row, column);
       } else {
@@ -62,7 +63,7 @@ void BareSave(benchmark::State& state) {
     lxw_format* format = workbook_add_format(book);
     format_set_num_format_index(format, 2);
     for (std::int32_t row = 0; row < rows; ++row) {
-      for (std::int32_t column = 0; column < kColumns; ++column) {
+      for (std::int32_t column = 0; column < kSavedColumns; ++column) {
         const auto to_row = static_cast<lxw_row_t>(row);
         const auto to_column = static_cast<lxw_col_t>(column);
         if (column < kTexts) {

@@ -66,7 +66,7 @@ workbook::Spreadsheet History() {
   return spreadsheet;
 }
 
-void Save(benchmark::State& state) {
+void SaveTable(benchmark::State& state) {
   const testing::TempDirectory folder;
   auto spreadsheet = History();
   for (auto _ : state) spreadsheet.Save(folder / "history.xlsx");
@@ -114,7 +114,7 @@ void BareHistory(const std::string& file, std::string helpers, benchmark::State&
   if (workbook_close(book) != LXW_NO_ERROR) state.SkipWithError("the file cannot be written");
 }
 
-void BareSave(benchmark::State& state) {
+void BareSaveTable(benchmark::State& state) {
   const testing::TempDirectory folder;
   for (auto _ : state) BareHistory((folder / "history.xlsx").string(), folder.path().string(), state);
 }
@@ -137,8 +137,8 @@ void FormattedRows(benchmark::State& state) {
   state.counters["bytes"] = static_cast<double>(bytes);
 }
 
-BENCHMARK(Save)->Name("table/save")->Unit(benchmark::kMillisecond);
-BENCHMARK(BareSave)->Name("table/bare_save")->Unit(benchmark::kMillisecond);
+BENCHMARK(SaveTable)->Name("table/save")->Unit(benchmark::kMillisecond);
+BENCHMARK(BareSaveTable)->Name("table/bare_save")->Unit(benchmark::kMillisecond);
 BENCHMARK(FormattedRows)->Name("table/formatted_rows")->Arg(20)->Arg(36'000);
 
 }  // namespace

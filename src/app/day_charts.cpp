@@ -27,7 +27,7 @@ constexpr std::int32_t kLatest = 2;
 constexpr std::int32_t kFilled = 1;
 constexpr std::int32_t kChange = 2;
 
-std::size_t IndexOf(const std::vector<std::string>& columns, const char* name) {
+std::size_t ColumnOf(const std::vector<std::string>& columns, const char* name) {
   const auto found =
       std::ranges::find_if(columns, [&](const auto& column) { return EqualText(column, name); });
   return static_cast<std::size_t>(found - columns.begin());
@@ -47,8 +47,8 @@ DayCharts::DayCharts(excel::Application& application, cMirelo& facade,
                      const std::vector<std::string>& columns)
     : application_(application),
       facade_(facade),
-      price_column_(IndexOf(columns, "Last")),
-      change_column_(IndexOf(columns, "Change")),
+      price_column_(ColumnOf(columns, "Last")),
+      change_column_(ColumnOf(columns, "Change")),
       wanted_(facade.BuildCharts() != 0),
       points_(facade.ChartPoints()),
       style_(facade.ChartStyle()),

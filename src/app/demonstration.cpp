@@ -10,9 +10,9 @@ namespace mirelo::app {
 
 namespace {
 
-const std::vector<std::string> kTickers{"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"};
-const std::vector<std::string> kColumns{"Ticker", "Last",       "Change", "Bid", "Ask",
-                                        "Volume", "LastVolume", "Date",   "Time"};
+const std::vector<std::string> kDemoTickers{"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"};
+const std::vector<std::string> kDemoColumns{"Ticker", "Last",       "Change", "Bid", "Ask",
+                                            "Volume", "LastVolume", "Date",   "Time"};
 const std::vector<std::string> kFields{"Last", "LastVolume", "Time", "Charts"};
 
 // A setting, and another one with a value without which the dialog has it switched off.
@@ -22,7 +22,7 @@ struct DemoSetting {
 };
 
 // What a setting needs stands before it.
-const std::vector<DemoSetting> kSettings{
+const std::vector<DemoSetting> kDemoSettings{
     {{"UpdateEvery", "1"}},
     {{"Seconds", "0"}, {"UpdateEvery", "1"}},
     {{"ComQuoteSource", "Alpstein Finance (delayed)"}, {"Seconds", "0"}},
@@ -63,9 +63,9 @@ void Demonstration::Prepare(Session& session) const {
 }
 
 DialogWishes Demonstration::Wishes(DialogWishes given) const {
-  if (given.tickers.empty()) given.tickers = kTickers;
-  if (given.columns.empty()) given.columns = kColumns;
-  for (const auto& [setting, needs] : kSettings) {
+  if (given.tickers.empty()) given.tickers = kDemoTickers;
+  if (given.columns.empty()) given.columns = kDemoColumns;
+  for (const auto& [setting, needs] : kDemoSettings) {
     if (!needs.key.empty() && ValueOf(given, needs.key) != needs.value) continue;
     if (ValueOf(given, setting.key).empty()) given.settings.push_back(setting);
   }

@@ -16,8 +16,8 @@ namespace mirelo::app {
 
 namespace {
 
-constexpr std::int32_t kTickers = 0;
-constexpr std::int32_t kSettings = 1;
+constexpr std::int32_t kTickersTab = 0;
+constexpr std::int32_t kSettingsTab = 1;
 constexpr std::int32_t kCharting = 2;
 
 constexpr const char* kNone = "None";
@@ -145,27 +145,27 @@ void TypeChartPoints(const OpenDialog& dialog, const std::string& value) {
 using F = frmMirelo;
 
 constexpr std::array kControls{
-    DialogControl{"UpdateEvery", kSettings, kTick<&F::chkUpdOrNot>},
-    DialogControl{"Seconds", kSettings, kType<&F::txtSec, kNeedsUpdates>},
-    DialogControl{"ComQuoteSource", kSettings, kChoose<&F::ComQuoteSource, kNeedsStreaming>},
-    DialogControl{"Webaddress", kSettings, kType<&F::txtWebAddress>},
-    DialogControl{"HTTPPort", kSettings, kType<&F::txtHTTPPort>},
-    DialogControl{"SocketPort", kSettings, kType<&F::txtSocketPort>},
-    DialogControl{"DisplayTimezone", kSettings, kChoose<&F::ComDisplayTimezone>},
-    DialogControl{"DisplayOffset", kSettings, kChoose<&F::ComDisplayOffset>},
-    DialogControl{"Style", kSettings, kChooseStyle<&F::chkStyleOrNot, &F::ComStyle>},
-    DialogControl{"txtDecimalPlaces", kSettings, kType<&F::txtDecimalPlaces>},
-    DialogControl{"txtVerticalSheet", kSettings, kType<&F::txtVerticalSheet>},
-    DialogControl{"VerticalTable", kTickers, kTick<&F::chkVerTable>},
-    DialogControl{"RowsLimit", kTickers, LimitRows},
+    DialogControl{"UpdateEvery", kSettingsTab, kTick<&F::chkUpdOrNot>},
+    DialogControl{"Seconds", kSettingsTab, kType<&F::txtSec, kNeedsUpdates>},
+    DialogControl{"ComQuoteSource", kSettingsTab, kChoose<&F::ComQuoteSource, kNeedsStreaming>},
+    DialogControl{"Webaddress", kSettingsTab, kType<&F::txtWebAddress>},
+    DialogControl{"HTTPPort", kSettingsTab, kType<&F::txtHTTPPort>},
+    DialogControl{"SocketPort", kSettingsTab, kType<&F::txtSocketPort>},
+    DialogControl{"DisplayTimezone", kSettingsTab, kChoose<&F::ComDisplayTimezone>},
+    DialogControl{"DisplayOffset", kSettingsTab, kChoose<&F::ComDisplayOffset>},
+    DialogControl{"Style", kSettingsTab, kChooseStyle<&F::chkStyleOrNot, &F::ComStyle>},
+    DialogControl{"txtDecimalPlaces", kSettingsTab, kType<&F::txtDecimalPlaces>},
+    DialogControl{"txtVerticalSheet", kSettingsTab, kType<&F::txtVerticalSheet>},
+    DialogControl{"VerticalTable", kTickersTab, kTick<&F::chkVerTable>},
+    DialogControl{"RowsLimit", kTickersTab, LimitRows},
     DialogControl{"BuildCharts", kCharting, kTick<&F::chkBuildCharts>},
     DialogControl{"ChartStyle", kCharting, kChooseStyle<&F::chkChartStyle, &F::ComChartStyle, kNeedsCharts>},
     DialogControl{"ChartPoints", kCharting, TypeChartPoints},
     DialogControl{"ColorPoints", kCharting, kTick<&F::chkColorPoints, kNeedsCharts>},
     DialogControl{"GreyOut", kCharting, kTick<&F::chkGreyOut, kNeedsCharts>},
     DialogControl{"AddYAxis", kCharting, kTick<&F::chkAddYAxis, kNeedsCharts>},
-    DialogControl{"FillColorON", kSettings, kPickColor<&F::ButOn>, true},
-    DialogControl{"FillColorOFF", kSettings, kPickColor<&F::ButOff>, true},
+    DialogControl{"FillColorON", kSettingsTab, kPickColor<&F::ButOn>, true},
+    DialogControl{"FillColorOFF", kSettingsTab, kPickColor<&F::ButOff>, true},
 };
 
 }  // namespace

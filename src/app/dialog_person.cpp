@@ -14,7 +14,7 @@ namespace mirelo::app {
 
 namespace {
 
-constexpr std::int32_t kTickersTab = 0;
+constexpr std::int32_t kTabOfTickers = 0;
 constexpr std::int32_t kFieldsTab = 3;
 
 // What the dialog ought to hold after the acts before.
@@ -25,14 +25,14 @@ std::int32_t Expected(std::optional<std::int32_t> place, const std::string& text
 
 // --- Columns -------------------------------------------------------------------------------------------
 
-std::optional<std::int32_t> IndexOf(const std::vector<std::string>& texts, const std::string& wanted) {
+std::optional<std::int32_t> PlaceIn(const std::vector<std::string>& texts, const std::string& wanted) {
   const auto found = std::ranges::find_if(texts, [&](const auto& text) { return EqualText(text, wanted); });
   if (found == texts.end()) return std::nullopt;
   return static_cast<std::int32_t>(found - texts.begin());
 }
 
 void Select(forms::ListBox& list, const std::string& column) {
-  list.UserSelect(Expected(IndexOf(list.Items(), column), column));
+  list.UserSelect(Expected(PlaceIn(list.Items(), column), column));
 }
 
 // The columns in front of which the dialog lets nothing stand, and whose place it does not change.
@@ -41,14 +41,14 @@ const std::string& FirstColumn(const frmMirelo& form) { return form.ListRight.Li
 void CheckColumns(const frmMirelo& form, const std::vector<std::string>& wanted) {
   if (form.ListRight.ListCount() == 0) throw Unfulfilled("the dialog shows no columns");
   for (auto column = wanted.begin(); column != wanted.end(); ++column) {
-    if (!IndexOf(form.ListLeft.Items(), *column) && !IndexOf(form.ListRight.Items(), *column)) {
+    if (!PlaceIn(form.ListLeft.Items(), *column) && !PlaceIn(form.ListRight.Items(), *column)) {
       throw Unfulfilled("there is no column \"" + *column + "\"; there are " +
                         Join(form.ListRight.Items(), ",") + "," + Join(form.ListLeft.Items(), ","));
     }
-    if (IndexOf({wanted.begin(), column}, *column))
+    if (PlaceIn({wanted.begin(), column}, *column))
       throw Unfulfilled("\"" + *column + "\" stands there twice");
   }
-  const auto first = IndexOf(wanted, FirstColumn(form));
+  const auto first = PlaceIn(wanted, FirstColumn(form));
   if (first && *first != 0) throw Unfulfilled("the dialog keeps \"" + FirstColumn(form) + "\" in front");
 }
 
@@ -56,17 +56,17 @@ void CheckColumns(const frmMirelo& form, const std::vector<std::string>& wanted)
 // its place.
 void ArrangeColumns(frmMirelo& form, std::vector<std::string> wanted) {
   CheckColumns(form, wanted);
-  if (!IndexOf(wanted, FirstColumn(form))) wanted.insert(wanted.begin(), FirstColumn(form));
+  if (!PlaceIn(wanted, FirstColumn(form))) wanted.insert(wanted.begin(), FirstColumn(form));
   form.C1TTickersSettings.UserSelect(kFieldsTab);
 
   const std::vector<std::string> shown = form.ListRight.Items();
   for (const std::string& column : shown) {
-    if (IndexOf(wanted, column)) continue;
+    if (PlaceIn(wanted, column)) continue;
     Select(form.ListRight, column);
     form.ButLeft.UserPress();
   }
   for (const std::string& column : wanted) {
-    if (IndexOf(form.ListRight.Items(), column)) continue;
+    if (PlaceIn(form.ListRight.Items(), column)) continue;
     Select(form.ListLeft, column);
     form.ButRight.UserPress();
   }
@@ -93,9 +93,9 @@ std::optional<std::int32_t> RowOf(const frmMirelo& form, const std::string& tick
 }
 
 void ArrangeTickers(frmMirelo& form, const std::vector<std::string>& wanted) {
-  form.C1TTickersSettings.UserSelect(kTickersTab);
+  form.C1TTickersSettings.UserSelect(kTabOfTickers);
   for (std::int32_t row = form.FG.Rows() - 1; row >= 1; --row) {
-    if (IndexOf(wanted, TickerOf(form, row))) continue;
+    if (PlaceIn(wanted, TickerOf(form, row))) continue;
     form.FG.UserClickCell(row, TickerColumn(form));
     form.ButDel.UserPress();
   }
@@ -126,7 +126,7 @@ std::int32_t FieldColumn(const frmMirelo& form, const std::string& field) {
 }
 
 void TickField(frmMirelo& form, const DialogWishes::Tick& tick) {
-  form.C1TTickersSettings.UserSelect(kTickersTab);
+  form.C1TTickersSettings.UserSelect(kTabOfTickers);
   if (form.chkVerTable.Value() == 0) throw Unfulfilled("add --set VerticalTable=1");
   const auto row = RowOf(form, tick.ticker);
   if (!row) throw Unfulfilled("\"" + tick.ticker + "\" is not among the tickers");

@@ -19,7 +19,7 @@ using terminal::Out;
 
 namespace {
 
-constexpr char kClearScreen[] = "\033[H\033[2J";
+constexpr char kClearTerminal[] = "\033[H\033[2J";
 
 terminal::ShownText AsTable(const SnapshotFeed& feed, const QuoteRows& rows, bool color) {
   TextTable table(feed.Columns());
@@ -86,7 +86,7 @@ int QuotesCommand::Run() {
     if (rows) {
       switch (output) {
         case Output::Table:
-          if (watch_ && terminal) Out() << kClearScreen;
+          if (watch_ && terminal) Out() << kClearTerminal;
           Out() << AsTable(feed, *rows, terminal);
           break;
         case Output::Csv:

@@ -16,7 +16,7 @@ using terminal::Painted;
 using terminal::ShownText;
 
 // How cells are painted; empty for those that are not.
-constexpr const char* kBold = "1";
+constexpr const char* kBoldHeader = "1";
 constexpr const char* kGreen = "32";
 constexpr const char* kRed = "31";
 constexpr const char* kGap = "  ";
@@ -65,7 +65,7 @@ ShownText TextTable::ToText(bool color) const {
     text += ShownText(RTrim(plain)) + "\n";
   };
 
-  line(headers_, [](std::size_t) { return kBold; });
+  line(headers_, [](std::size_t) { return kBoldHeader; });
   std::vector<std::string> rules;
   for (const auto width : widths) rules.emplace_back(width, '-');
   line(rules, [](std::size_t) { return ""; });

@@ -7,7 +7,7 @@ namespace mirelo::app {
 namespace {
 
 // It speaks as mirelo, which becomes it.
-std::unique_ptr<CLI::App> WithoutCommands(GlobalOptions& global) {
+std::unique_ptr<CLI::App> WithoutWindows(GlobalOptions& global) {
   auto program = std::make_unique<CLI::App>("The windows of Mirelo; see mirelo --help", "mirelo");
   program->require_subcommand(1);
   program->fallthrough();
@@ -18,7 +18,7 @@ std::unique_ptr<CLI::App> WithoutCommands(GlobalOptions& global) {
 }  // namespace
 
 WindowsCommands::WindowsCommands()
-    : program(WithoutCommands(global)), dialog(*program, global), run(*program, global) {}
+    : program(WithoutWindows(global)), dialog(*program, global), run(*program, global) {}
 WindowsCommands::~WindowsCommands() = default;
 
 }  // namespace mirelo::app

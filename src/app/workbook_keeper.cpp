@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kPauseForWork = 20;
+constexpr int kPauseForSaving = 20;
 
 std::string TimeNow() {
   host::Clock& clock = host::Host::Current().clock();
@@ -49,7 +49,7 @@ WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& s
 WorkbookKeeper::~WorkbookKeeper() { loop_.StopTimer(timer_); }
 
 void WorkbookKeeper::SaveAtIntervals(std::chrono::milliseconds interval) {
-  timer_ = loop_.StartTimer(std::max(interval, kPauseForWork * worked_), [this, interval] {
+  timer_ = loop_.StartTimer(std::max(interval, kPauseForSaving * worked_), [this, interval] {
     Save();
     SaveAtIntervals(interval);
   });

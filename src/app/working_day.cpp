@@ -24,7 +24,7 @@ using Milliseconds = host::MessageLoop::Milliseconds;
 // Quotes that come together are written together: a moment's wait, and never more than half of the time spent
 // writing.
 constexpr Milliseconds kWritePause{2};
-constexpr int kPauseForWork = 2;
+constexpr int kPauseForWriting = 2;
 
 bool IsUpdateOnce() {
   return mGlobal::AppSettings().GetSetting("Settings", "UpdateEvery", "1").ToText() == "0";
@@ -137,7 +137,7 @@ void WorkingDay::Write() {
   const std::clock_t start = std::clock();  // what others take of the machine is no work of this
   written_ += tables_->Write();
   const Milliseconds worked((std::clock() - start) * 1000 / CLOCKS_PER_SEC);
-  write_pause_ = std::max(kWritePause, kPauseForWork * worked);
+  write_pause_ = std::max(kWritePause, kPauseForWriting * worked);
   for (const std::string& cut : tables_->TellCuts()) Status.Raise(cut);
   if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
     Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");

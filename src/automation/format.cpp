@@ -11,7 +11,7 @@ namespace mirelo {
 namespace {
 
 // What a stretch of a format stands for.
-enum class Kind {
+enum class FormatPart {
   Literal,
   Day,
   DayTwo,
@@ -48,26 +48,27 @@ enum class Kind {
 
 struct Code {
   std::string_view spelling;
-  Kind kind;
+  FormatPart kind;
 };
 
 // Codes of which one begins with another stand longest first.
 constexpr Code kLetterCodes[] = {
-    {"dddddd", Kind::DateLong},  {"ddddd", Kind::DateShort}, {"dddd", Kind::WeekdayLong},
-    {"ddd", Kind::WeekdayShort}, {"dd", Kind::DayTwo},       {"d", Kind::Day},
-    {"mmmm", Kind::MonthLong},   {"mmm", Kind::MonthShort},  {"mm", Kind::MonthTwo},
-    {"m", Kind::Month},          {"yyyy", Kind::YearFour},   {"yy", Kind::YearTwo},
-    {"y", Kind::DayOfYear},      {"hh", Kind::HourTwo},      {"h", Kind::Hour},
-    {"nn", Kind::MinuteTwo},     {"n", Kind::Minute},        {"ss", Kind::SecondTwo},
-    {"s", Kind::Second},         {"ww", Kind::WeekOfYear},   {"w", Kind::WeekdayNumber},
-    {"q", Kind::Quarter},        {"c", Kind::General},       {"ttttt", Kind::TimeLong},
-    {"/", Kind::DateSeparator},  {":", Kind::TimeSeparator},
+    {"dddddd", FormatPart::DateLong},  {"ddddd", FormatPart::DateShort}, {"dddd", FormatPart::WeekdayLong},
+    {"ddd", FormatPart::WeekdayShort}, {"dd", FormatPart::DayTwo},       {"d", FormatPart::Day},
+    {"mmmm", FormatPart::MonthLong},   {"mmm", FormatPart::MonthShort},  {"mm", FormatPart::MonthTwo},
+    {"m", FormatPart::Month},          {"yyyy", FormatPart::YearFour},   {"yy", FormatPart::YearTwo},
+    {"y", FormatPart::DayOfYear},      {"hh", FormatPart::HourTwo},      {"h", FormatPart::Hour},
+    {"nn", FormatPart::MinuteTwo},     {"n", FormatPart::Minute},        {"ss", FormatPart::SecondTwo},
+    {"s", FormatPart::Second},         {"ww", FormatPart::WeekOfYear},   {"w", FormatPart::WeekdayNumber},
+    {"q", FormatPart::Quarter},        {"c", FormatPart::General},       {"ttttt", FormatPart::TimeLong},
+    {"/", FormatPart::DateSeparator},  {":", FormatPart::TimeSeparator},
 };
 
 // Their case says how the mark is written, so it counts.
 constexpr Code kMarkCodes[] = {
-    {"AM/PM", Kind::UpperMark},     {"am/pm", Kind::LowerMark},   {"A/P", Kind::UpperLetterMark},
-    {"a/p", Kind::LowerLetterMark}, {"AMPM", Kind::RegionalMark},
+    {"AM/PM", FormatPart::UpperMark},     {"am/pm", FormatPart::LowerMark},
+    {"A/P", FormatPart::UpperLetterMark}, {"a/p", FormatPart::LowerLetterMark},
+    {"AMPM", FormatPart::RegionalMark},
 };
 
 // Whole formats that have a name.
@@ -88,16 +89,17 @@ std::string_view ResolveName(std::string_view format) {
   return format;
 }
 
-struct Token {
-  Kind kind;
+struct FormatToken {
+  FormatPart kind;
   std::string_view text;  // of a literal
 };
 
-bool IsMark(Kind kind) { return kind >= Kind::UpperMark && kind <= Kind::RegionalMark; }
-bool IsHour(Kind kind) { return kind == Kind::Hour || kind == Kind::HourTwo; }
-bool IsSecond(Kind kind) { return kind == Kind::Second || kind == Kind::SecondTwo; }
-bool IsPlain(Kind kind) {
-  return kind == Kind::Literal || kind == Kind::DateSeparator || kind == Kind::TimeSeparator;
+bool IsMark(FormatPart kind) { return kind >= FormatPart::UpperMark && kind <= FormatPart::RegionalMark; }
+bool IsHour(FormatPart kind) { return kind == FormatPart::Hour || kind == FormatPart::HourTwo; }
+bool IsSecond(FormatPart kind) { return kind == FormatPart::Second || kind == FormatPart::SecondTwo; }
+bool IsPlain(FormatPart kind) {
+  return kind == FormatPart::Literal || kind == FormatPart::DateSeparator ||
+         kind == FormatPart::TimeSeparator;
 }
 
 bool StartsIgnoringCase(std::string_view text, std::string_view lower) {
@@ -105,7 +107,7 @@ bool StartsIgnoringCase(std::string_view text, std::string_view lower) {
 }
 
 // Takes the next token from the front of the format.
-Token TakeToken(std::string_view& format) {
+FormatToken TakeToken(std::string_view& format) {
   const auto take = [&](std::size_t count) {
     const std::string_view taken = format.substr(0, count);
     format.remove_prefix(taken.size());
@@ -119,34 +121,34 @@ Token TakeToken(std::string_view& format) {
   }
   if (format.front() == '\\' && format.size() > 1) {
     format.remove_prefix(1);
-    return {Kind::Literal, take(Left(format, 1).size())};
+    return {FormatPart::Literal, take(Left(format, 1).size())};
   }
   if (format.front() == '"') {
     format.remove_prefix(1);
-    const Token quoted{Kind::Literal, take(format.find('"'))};
+    const FormatToken quoted{FormatPart::Literal, take(format.find('"'))};
     take(1);
     return quoted;
   }
-  return {Kind::Literal, take(1)};
+  return {FormatPart::Literal, take(1)};
 }
 
 // An m next to hours in front or seconds behind means minutes.
-void TurnMonthsIntoMinutes(std::vector<Token>& tokens) {
-  Kind before = Kind::Literal;
+void TurnMonthsIntoMinutes(std::vector<FormatToken>& tokens) {
+  FormatPart before = FormatPart::Literal;
   for (auto token = tokens.begin(); token != tokens.end(); ++token) {
-    if (token->kind == Kind::Month || token->kind == Kind::MonthTwo) {
+    if (token->kind == FormatPart::Month || token->kind == FormatPart::MonthTwo) {
       const auto next =
-          std::find_if(token + 1, tokens.end(), [](const Token& t) { return !IsPlain(t.kind); });
+          std::find_if(token + 1, tokens.end(), [](const FormatToken& t) { return !IsPlain(t.kind); });
       if (IsHour(before) || (next != tokens.end() && IsSecond(next->kind))) {
-        token->kind = token->kind == Kind::Month ? Kind::Minute : Kind::MinuteTwo;
+        token->kind = token->kind == FormatPart::Month ? FormatPart::Minute : FormatPart::MinuteTwo;
       }
     }
     if (!IsPlain(token->kind)) before = token->kind;
   }
 }
 
-std::vector<Token> Tokenize(std::string_view format) {
-  std::vector<Token> tokens;
+std::vector<FormatToken> Tokenize(std::string_view format) {
+  std::vector<FormatToken> tokens;
   while (!format.empty()) tokens.push_back(TakeToken(format));
   TurnMonthsIntoMinutes(tokens);
   return tokens;
@@ -158,89 +160,90 @@ class Writer {
       : date_(date), civil_(ToCivil(date)), regional_(regional) {}
 
   std::string Write(std::string_view format) {
-    const std::vector<Token> tokens = Tokenize(format);
+    const std::vector<FormatToken> tokens = Tokenize(format);
     const bool twelve_hours_outside = twelve_hours_;
-    twelve_hours_ = std::any_of(tokens.begin(), tokens.end(), [](const Token& t) { return IsMark(t.kind); });
+    twelve_hours_ =
+        std::any_of(tokens.begin(), tokens.end(), [](const FormatToken& t) { return IsMark(t.kind); });
     ++depth_;
     std::string text;
-    for (const Token& token : tokens) text += Text(token);
+    for (const FormatToken& token : tokens) text += Text(token);
     --depth_;
     twelve_hours_ = twelve_hours_outside;
     return text;
   }
 
  private:
-  std::string Text(const Token& token) {
+  std::string Text(const FormatToken& token) {
     switch (token.kind) {
-      case Kind::Literal:
+      case FormatPart::Literal:
         return std::string(token.text);
-      case Kind::Day:
+      case FormatPart::Day:
         return Number(civil_.day, 1);
-      case Kind::DayTwo:
+      case FormatPart::DayTwo:
         return Number(civil_.day, 2);
-      case Kind::WeekdayShort:
+      case FormatPart::WeekdayShort:
         return regional_.short_weekdays[Weekday() - 1];
-      case Kind::WeekdayLong:
+      case FormatPart::WeekdayLong:
         return regional_.weekdays[Weekday() - 1];
-      case Kind::DateShort:
+      case FormatPart::DateShort:
         return Nested(regional_.short_date, token);
-      case Kind::DateLong:
+      case FormatPart::DateLong:
         return Nested(regional_.long_date, token);
-      case Kind::WeekdayNumber:
+      case FormatPart::WeekdayNumber:
         return Number(static_cast<int>(Weekday()), 1);
-      case Kind::WeekOfYear:
+      case FormatPart::WeekOfYear:
         return Number(WeekOfYear(), 1);
-      case Kind::Month:
+      case FormatPart::Month:
         return Number(civil_.month, 1);
-      case Kind::MonthTwo:
+      case FormatPart::MonthTwo:
         return Number(civil_.month, 2);
-      case Kind::MonthShort:
+      case FormatPart::MonthShort:
         return regional_.short_months[Month() - 1];
-      case Kind::MonthLong:
+      case FormatPart::MonthLong:
         return regional_.months[Month() - 1];
-      case Kind::Quarter:
+      case FormatPart::Quarter:
         return Number((civil_.month + 2) / 3, 1);
-      case Kind::DayOfYear:
+      case FormatPart::DayOfYear:
         return Number(DayOfYear(date_), 1);
-      case Kind::YearTwo:
+      case FormatPart::YearTwo:
         return Number(civil_.year % 100, 2);
-      case Kind::YearFour:
+      case FormatPart::YearFour:
         return Number(civil_.year, 4);
-      case Kind::Hour:
+      case FormatPart::Hour:
         return Number(Hour(), 1);
-      case Kind::HourTwo:
+      case FormatPart::HourTwo:
         return Number(Hour(), 2);
-      case Kind::Minute:
+      case FormatPart::Minute:
         return Number(civil_.minute, 1);
-      case Kind::MinuteTwo:
+      case FormatPart::MinuteTwo:
         return Number(civil_.minute, 2);
-      case Kind::Second:
+      case FormatPart::Second:
         return Number(civil_.second, 1);
-      case Kind::SecondTwo:
+      case FormatPart::SecondTwo:
         return Number(civil_.second, 2);
-      case Kind::General:
+      case FormatPart::General:
         return General(token);
-      case Kind::TimeLong:
+      case FormatPart::TimeLong:
         return Nested(regional_.long_time, token);
-      case Kind::UpperMark:
+      case FormatPart::UpperMark:
         return IsMorning() ? "AM" : "PM";
-      case Kind::LowerMark:
+      case FormatPart::LowerMark:
         return IsMorning() ? "am" : "pm";
-      case Kind::UpperLetterMark:
+      case FormatPart::UpperLetterMark:
         return IsMorning() ? "A" : "P";
-      case Kind::LowerLetterMark:
+      case FormatPart::LowerLetterMark:
         return IsMorning() ? "a" : "p";
-      case Kind::RegionalMark:
+      case FormatPart::RegionalMark:
         return IsMorning() ? regional_.am : regional_.pm;
-      case Kind::DateSeparator:
+      case FormatPart::DateSeparator:
         return regional_.date_separator;
-      case Kind::TimeSeparator:
+      case FormatPart::TimeSeparator:
         return regional_.time_separator;
     }
     return {};
   }
 
-  std::string General(const Token& token) {
+  std::string General(const FormatToken& token) {
     const bool midnight = civil_.hour == 0 && civil_.minute == 0 && civil_.second == 0;
     const bool day_zero = civil_.year == 1899 && civil_.month == 12 && civil_.day == 30;
     if (day_zero) return Nested(regional_.long_time, token);
@@ -251,7 +254,7 @@ class Writer {
 
   // A regional pattern inside a format. A pattern that refers to patterns itself would never end, so there
   // the letters stand for themselves.
-  std::string Nested(std::string_view pattern, const Token& token) {
+  std::string Nested(std::string_view pattern, const FormatToken& token) {
     return depth_ > 1 ? std::string(token.text) : Write(pattern);
   }
 

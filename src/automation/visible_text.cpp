@@ -47,7 +47,7 @@ bool IsObeyed(char32_t character) {
   });
 }
 
-bool IsPlain(char byte) { return byte >= 0x20 && byte < 0x7F; }
+bool IsShownAsItIs(char byte) { return byte >= 0x20 && byte < 0x7F; }
 
 std::string Digits(char32_t number, std::size_t count) {
   constexpr char kDigits[] = "0123456789ABCDEF";
@@ -73,7 +73,7 @@ std::string Replaced(std::string_view text, const Write& write) {
   replaced.reserve(text.size());
   for (std::size_t position = 0; position < text.size();) {
     const auto plain = static_cast<std::size_t>(
-        std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(), IsPlain) -
+        std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(), IsShownAsItIs) -
         text.begin());
     replaced += text.substr(position, plain - position);
     position = plain;

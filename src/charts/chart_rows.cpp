@@ -8,7 +8,7 @@ namespace mirelo {
 
 namespace {
 
-constexpr std::int64_t kHeaderRow = 2;
+constexpr std::int64_t kChartHeaderRow = 2;
 constexpr std::int32_t kFirstDataRow = 3;
 
 std::int32_t Row(std::int64_t row) {
@@ -27,7 +27,7 @@ std::int32_t FirstRow(std::int32_t end, std::int32_t row_limit, std::int32_t poi
 }  // namespace
 
 std::int32_t LastRowOfChart(std::int32_t end, std::int32_t row_limit, std::int32_t points) {
-  if (end <= row_limit && Row(std::int64_t{end} - points) >= kHeaderRow) return end;
+  if (end <= row_limit && Row(std::int64_t{end} - points) >= kChartHeaderRow) return end;
   return Row(std::int64_t{points} + 1);
 }
 
@@ -36,7 +36,7 @@ std::int32_t FirstRowOfNewChart(std::int32_t end, std::int32_t row_limit, std::i
 }
 
 std::int32_t FirstRowOfUpdatedChart(std::int32_t end, std::int32_t row_limit, std::int32_t points) {
-  return FirstRow(end, row_limit, points, kHeaderRow);
+  return FirstRow(end, row_limit, points, kChartHeaderRow);
 }
 
 }  // namespace mirelo

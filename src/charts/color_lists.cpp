@@ -14,7 +14,7 @@ struct StyleColors {
   std::array<std::string_view, 9> lists;
 };
 
-constexpr std::array<StyleColors, 3> kStyles{{
+constexpr std::array<StyleColors, 3> kColorsOfStyles{{
     {"Blue",
      {
          "47,47,17,24,10,6,10,4,10,10,53,16,4,3,15,10,53,16",
@@ -69,7 +69,7 @@ std::string_view ChartColorList(double change_now, double change_today, std::str
   const auto now = PlaceOfSign(change_now);
   const auto today = PlaceOfSign(change_today);
   if (!now || !today) return {};
-  for (const StyleColors& colors : kStyles) {
+  for (const StyleColors& colors : kColorsOfStyles) {
     if (colors.style == style) return colors.lists[*today * kSigns + *now];
   }
   return {};

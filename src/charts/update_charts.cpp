@@ -36,7 +36,7 @@ using host::excel::Worksheet;
 
 namespace {
 
-constexpr std::int32_t kHeaderRow = 2;
+constexpr std::int32_t kUpdatedHeaderRow = 2;
 
 // Second indexes of the macros' array.
 constexpr std::int32_t kFilledColumn = 1;
@@ -180,7 +180,7 @@ void cMirelo::ChartUpdateRun::Update(const std::shared_ptr<Chart>& chart, std::i
   std::int32_t end = 0;
   std::int32_t first = 0;
   std::int32_t last = 0;
-  STEP(end = Table().Cells(kHeaderRow, column)->End(host::excel::xlDown)->Row());
+  STEP(end = Table().Cells(kUpdatedHeaderRow, column)->End(host::excel::xlDown)->Row());
   STEP(last = LastRowOfChart(end, max_row, points));
   STEP(first = FirstRowOfUpdatedChart(end, max_row, points));
 

@@ -206,15 +206,19 @@ std::int32_t CErrorHandler::ShowErrorForm(const std::string& report) const {
 namespace Errors {
 
 namespace {
-RuntimeError Raised(std::uint32_t number, const char* description) {
+RuntimeError ErrorHandlerError(std::uint32_t number, const char* description) {
   return RuntimeError(ErrorNumber(number), description, "Mirelo.CErrorHandler");
 }
 }  // namespace
 
-RuntimeError InvalidFileName() { return Raised(0x800443F9, "Invalid file name"); }
-RuntimeError InvalidErrorHandlerActions() { return Raised(0x800443FA, "Invalid error handler actions"); }
-RuntimeError InvalidTracingFlags() { return Raised(0x800443FB, "Invalid tracing flags"); }
-RuntimeError ErrorHandlerFailure() { return Raised(0x800443FC, "CErrorHandler component failure"); }
+RuntimeError InvalidFileName() { return ErrorHandlerError(0x800443F9, "Invalid file name"); }
+RuntimeError InvalidErrorHandlerActions() {
+  return ErrorHandlerError(0x800443FA, "Invalid error handler actions");
+}
+RuntimeError InvalidTracingFlags() { return ErrorHandlerError(0x800443FB, "Invalid tracing flags"); }
+RuntimeError ErrorHandlerFailure() {
+  return ErrorHandlerError(0x800443FC, "CErrorHandler component failure");
+}
 
 }  // namespace Errors
 

@@ -167,14 +167,16 @@ std::string CFormRestore::SectionOf(const Form& form) const { return KeyName_ + 
 namespace Errors {
 
 namespace {
-RuntimeError Raised(std::uint32_t number, const char* description) {
+RuntimeError FormRestoreError(std::uint32_t number, const char* description) {
   return RuntimeError(ErrorNumber(number), description, "Mirelo.CFormRestore");
 }
 }  // namespace
 
-RuntimeError FormRestoreNotInitialized() { return Raised(0x80044499, "Object not properly initialized"); }
-RuntimeError InvalidAppSettings() { return Raised(0x8004449A, "Invalid AppSettings object"); }
-RuntimeError InvalidKeyName() { return Raised(0x8004449B, "Invalid KeyName value"); }
+RuntimeError FormRestoreNotInitialized() {
+  return FormRestoreError(0x80044499, "Object not properly initialized");
+}
+RuntimeError InvalidAppSettings() { return FormRestoreError(0x8004449A, "Invalid AppSettings object"); }
+RuntimeError InvalidKeyName() { return FormRestoreError(0x8004449B, "Invalid KeyName value"); }
 
 }  // namespace Errors
 

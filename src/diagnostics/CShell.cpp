@@ -35,17 +35,17 @@ void CShell::OpenUrl(const std::string& Url) {
 namespace Errors {
 
 namespace {
-RuntimeError Raised(std::uint32_t number, const char* description) {
+RuntimeError ShellError(std::uint32_t number, const char* description) {
   return RuntimeError(ErrorNumber(number), description, "Mirelo.CShell");
 }
 }  // namespace
 
-RuntimeError ShellOutOfMemory() { return Raised(0x8004467C, "Out of memory"); }
-RuntimeError ShellSharingViolation() { return Raised(0x8004467E, "A sharing violation occurred"); }
-RuntimeError ShellDdeTimeout() { return Raised(0x80044680, "DDE timeout"); }
-RuntimeError ShellDdeTransactionFailed() { return Raised(0x80044681, "DDE transaction failed"); }
-RuntimeError ShellDdeBusy() { return Raised(0x80044682, "DDE busy"); }
-RuntimeError ShellFailure() { return Raised(0x80044687, "CShell component failure"); }
+RuntimeError ShellOutOfMemory() { return ShellError(0x8004467C, "Out of memory"); }
+RuntimeError ShellSharingViolation() { return ShellError(0x8004467E, "A sharing violation occurred"); }
+RuntimeError ShellDdeTimeout() { return ShellError(0x80044680, "DDE timeout"); }
+RuntimeError ShellDdeTransactionFailed() { return ShellError(0x80044681, "DDE transaction failed"); }
+RuntimeError ShellDdeBusy() { return ShellError(0x80044682, "DDE busy"); }
+RuntimeError ShellFailure() { return ShellError(0x80044687, "CShell component failure"); }
 
 }  // namespace Errors
 

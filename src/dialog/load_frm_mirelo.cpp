@@ -16,7 +16,7 @@ namespace mirelo {
 
 namespace {
 
-constexpr std::int32_t kNothingCommitted = 2;
+constexpr std::int32_t kNothingCommittedResult = 2;
 constexpr double kCommittedToStream = 77;
 constexpr double kCommitted = 78;
 
@@ -30,23 +30,25 @@ frmMirelo& Made(const std::unique_ptr<frmMirelo>& dialog) {
 
 std::int32_t cMirelo::LoadFrmMirelo() {
   std::unique_ptr<frmMirelo> dialog;  // it exists only while this runs, whichever way this ends
-  return Function("Mirelo.cMirelo.LoadFrmMirelo", kNothingCommitted, [&](Frame& frame, std::int32_t& result) {
-    STEP(dialog = std::make_unique<frmMirelo>());
-    STEP(Made(dialog).frmAppSettings(&mGlobal::AppSettings()));
-    STEP(Made(dialog).Owner(this));
-    STEP(host::Host::Current().desktop().ShowModal(Made(dialog)));
+  return Function("Mirelo.cMirelo.LoadFrmMirelo", kNothingCommittedResult,
+                  [&](Frame& frame, std::int32_t& result) {
+                    STEP(dialog = std::make_unique<frmMirelo>());
+                    STEP(Made(dialog).frmAppSettings(&mGlobal::AppSettings()));
+                    STEP(Made(dialog).Owner(this));
+                    STEP(host::Host::Current().desktop().ShowModal(Made(dialog)));
 
-    std::string tag;
-    STEP(tag = Made(dialog).Tag());
-    if (!tag.empty()) {
-      const double number = Val(tag);
-      if (number == kCommittedToStream || number == kCommitted) STEP(result = Variant(tag).ToInt32());
-    }
-    STEP(Made(dialog).Owner(nullptr));
-    STEP(Made(dialog).frmAppSettings(nullptr));
-    STEP(dialog.reset());
-    frame.pop();
-  });
+                    std::string tag;
+                    STEP(tag = Made(dialog).Tag());
+                    if (!tag.empty()) {
+                      const double number = Val(tag);
+                      if (number == kCommittedToStream || number == kCommitted)
+                        STEP(result = Variant(tag).ToInt32());
+                    }
+                    STEP(Made(dialog).Owner(nullptr));
+                    STEP(Made(dialog).frmAppSettings(nullptr));
+                    STEP(dialog.reset());
+                    frame.pop();
+                  });
 }
 
 }  // namespace mirelo

@@ -10,7 +10,7 @@ namespace mirelo {
 
 namespace {
 
-constexpr std::int32_t kSettingsTab = 1;
+constexpr std::int32_t kTabOfSettings = 1;
 constexpr std::int32_t kFieldsTab = 3;
 
 }  // namespace
@@ -22,7 +22,7 @@ void frmMirelo::C1TTickersSettings_Click() {
       if (ListLeft.ListCount() > 0 && ListLeft.ListIndex() == -1)
         STEP(ListLeft.ListIndex(ListLeft.ListCount() - 1));
       STEP(EnableUpDn());
-    } else if (C1TTickersSettings.CurrTab() == kSettingsTab) {
+    } else if (C1TTickersSettings.CurrTab() == kTabOfSettings) {
       STEP(lblStatus.Caption(""));
     }
     frame.pop();

@@ -14,7 +14,7 @@ namespace {
 
 using forms::Grid;
 
-constexpr const char* kWideColumn = "1700";
+constexpr const char* kWideColumnText = "1700";
 constexpr const char* kFieldColumn = "800";
 
 // The first column is the fixed one, without a header.
@@ -70,11 +70,11 @@ void frmMirelo::LayOutFields(Frame& frame, bool keep) {
   if (frame.test([&] { return chkBuildCharts.Value() == 1; })) {
     STEP(FG.Cols(FG.Cols() + 1));
     STEP(FG.FormatString(FormatOfFields(VerticalFields_ + "," + kChartHeader)));
-    STEP(FG.ColWidth(FG.Cols() - 1, StoredColumnWidth(kChartHeader, kWideColumn)));
+    STEP(FG.ColWidth(FG.Cols() - 1, StoredColumnWidth(kChartHeader, kWideColumnText)));
   } else {
     STEP(FG.FormatString(FormatOfFields(VerticalFields_)));
   }
-  STEP(FG.ColWidth(1, StoredColumnWidth(kTickerHeader, kWideColumn)));
+  STEP(FG.ColWidth(1, StoredColumnWidth(kTickerHeader, kWideColumnText)));
   // The column of charts is among these, so without a stored width it ends up as wide as a field.
   for (const std::int32_t col : frame.loop([&] { return Bounds{kFirstField, FG.Cols() - 1}; })) {
     STEP(FG.ColDataType(col, Grid::kBooleanColumn));
@@ -92,7 +92,7 @@ void frmMirelo::LayOutTickers(Frame& frame, bool keep) {
   STEP(FG.Cols(1));
   STEP(FG.FixedCols(0));
   STEP(FG.FormatString("= Ticker"));
-  STEP(FG.ColWidth(0, StoredColumnWidth(kTickerHeader, kWideColumn)));
+  STEP(FG.ColWidth(0, StoredColumnWidth(kTickerHeader, kWideColumnText)));
 }
 
 void frmMirelo::AddToFGColCharts() {

@@ -11,13 +11,13 @@ namespace mirelo {
 namespace {
 
 // Client size in twips.
-constexpr std::int32_t kWidth = 6330;
-constexpr std::int32_t kHeight = 7530;
+constexpr std::int32_t kDialogWidth = 6330;
+constexpr std::int32_t kDialogHeight = 7530;
 
 }  // namespace
 
 frmMirelo::frmMirelo() : Form("frmMirelo", "Dovanta") {
-  Design(kWidth, kHeight, Border::Sizable);
+  Design(kDialogWidth, kDialogHeight, Border::Sizable);
   DesignControls();
   SubscribeHandlers();
 }

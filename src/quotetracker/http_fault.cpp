@@ -7,22 +7,22 @@
 namespace mirelo::quotetracker {
 namespace {
 
-struct Name {
+struct HttpFaultName {
   std::string_view text;
   HttpFault fault;
 };
 
-constexpr std::array kNames{
-    Name{"none", HttpFault::kNone},
-    Name{"drop", HttpFault::kDrop},
-    Name{"reset", HttpFault::kReset},
-    Name{"stall", HttpFault::kStall},
-    Name{"truncate-head", HttpFault::kTruncateHead},
-    Name{"truncate-body", HttpFault::kTruncateBody},
-    Name{"garbage", HttpFault::kGarbage},
-    Name{"wrong-status", HttpFault::kWrongStatus},
-    Name{"short-length", HttpFault::kShortLength},
-    Name{"long-length", HttpFault::kLongLength},
+constexpr std::array kHttpFaultNames{
+    HttpFaultName{"none", HttpFault::kNone},
+    HttpFaultName{"drop", HttpFault::kDrop},
+    HttpFaultName{"reset", HttpFault::kReset},
+    HttpFaultName{"stall", HttpFault::kStall},
+    HttpFaultName{"truncate-head", HttpFault::kTruncateHead},
+    HttpFaultName{"truncate-body", HttpFault::kTruncateBody},
+    HttpFaultName{"garbage", HttpFault::kGarbage},
+    HttpFaultName{"wrong-status", HttpFault::kWrongStatus},
+    HttpFaultName{"short-length", HttpFault::kShortLength},
+    HttpFaultName{"long-length", HttpFault::kLongLength},
 };
 
 }  // namespace
@@ -32,7 +32,7 @@ HttpFaultPlan HttpFaultPlan::Parse(std::string_view text, std::uint64_t seed) {
   const auto wanted = text.substr(0, colon);
   const auto rule = colon == std::string_view::npos ? std::string_view() : text.substr(colon + 1);
   std::string names;
-  for (const Name& name : kNames) {
+  for (const HttpFaultName& name : kHttpFaultNames) {
     if (name.text == wanted) return {name.fault, FaultRule::Parse(rule, seed)};
     names += names.empty() ? "" : ", ";
     names += name.text;

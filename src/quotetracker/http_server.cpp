@@ -11,9 +11,9 @@
 namespace mirelo::quotetracker {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
-constexpr std::size_t kReadSize = 16U * 1024;
+constexpr std::size_t kRequestReadSize = 16U * 1024;
 constexpr auto kSweepPeriod = std::chrono::seconds(1);
 
 }  // namespace
@@ -27,7 +27,7 @@ struct HttpServer::Connection {
   };
 
   FileDescriptor socket;
-  Clock::time_point deadline;
+  SteadyClock::time_point deadline;
   Token token = 0;
   State state = State::kReading;
   bool refused = false;
@@ -43,7 +43,7 @@ HttpServer::HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer,
       random_(seed),
       patience_(patience),
       acceptor_(reactor, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {
-  sweep_ = reactor_.StartTimer(Clock::now() + kSweepPeriod, [this] { CloseImpatiently(); });
+  sweep_ = reactor_.StartTimer(SteadyClock::now() + kSweepPeriod, [this] { CloseImpatiently(); });
 }
 
 HttpServer::~HttpServer() {
@@ -54,7 +54,7 @@ HttpServer::~HttpServer() {
 void HttpServer::Take(FileDescriptor socket) {
   if (connections_.size() >= kMostConnections) return;
   auto connection = std::make_unique<Connection>();
-  connection->deadline = Clock::now() + patience_;
+  connection->deadline = SteadyClock::now() + patience_;
   connection->token = reactor_.Watch(socket.get(), Reactor::kRead,
                                      [this, made = connection.get()](unsigned) { OnReady(*made); });
   connection->socket = std::move(socket);
@@ -75,7 +75,7 @@ void HttpServer::OnReady(Connection& connection) {
 }
 
 void HttpServer::ReadRequest(Connection& connection) {
-  std::array<char, kReadSize> buffer;
+  std::array<char, kRequestReadSize> buffer;
   const Transfer transfer = Receive(connection.socket, buffer);
   if (transfer.count < 0 || transfer.ended) return Close(connection);
   connection.received.append(buffer.data(), static_cast<std::size_t>(transfer.count));
@@ -131,7 +131,7 @@ void HttpServer::SendReply(Connection& connection) {
 }
 
 void HttpServer::Discard(Connection& connection) {
-  std::array<char, kReadSize> buffer;
+  std::array<char, kRequestReadSize> buffer;
   const Transfer transfer = Receive(connection.socket, buffer);
   if (transfer.count < 0 || transfer.ended) Close(connection);
 }
@@ -143,7 +143,7 @@ void HttpServer::Close(Connection& connection) {
 }
 
 void HttpServer::CloseImpatiently() {
-  const auto now = Clock::now();
+  const auto now = SteadyClock::now();
   std::vector<Connection*> late;
   for (const auto& [token, connection] : connections_) {
     const bool stalled = connection->state == Connection::State::kStalled;

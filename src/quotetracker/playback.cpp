@@ -15,7 +15,7 @@ using std::chrono::duration;
 using std::chrono::duration_cast;
 using std::chrono::steady_clock;
 
-constexpr std::size_t kReadSize = 16U * 1024;
+constexpr std::size_t kIgnoredReadSize = 16U * 1024;
 constexpr auto kLeastPause = std::chrono::microseconds(500);
 
 }  // namespace
@@ -76,7 +76,7 @@ void Playback::OnReady(unsigned ready) {
   if ((ready & Reactor::kRead) != 0) {
     // What the client says changes nothing, but is taken off the socket: closing on it would reset the last
     // chunks.
-    std::array<char, kReadSize> ignored;
+    std::array<char, kIgnoredReadSize> ignored;
     const Transfer transfer = Receive(socket_, ignored);
     if (transfer.count < 0 || transfer.ended) return End();
   }

@@ -14,28 +14,30 @@ constexpr int kMostLength = 32'767;
 constexpr int kAddedByLongLength = 1'000;
 
 template <typename Value>
-struct Name {
+struct Named {
   std::string_view text;
   Value value;
 };
 
 constexpr std::array kFaults{
-    Name<StreamFault>{"drop", StreamFault::kDrop},
-    Name<StreamFault>{"reset", StreamFault::kReset},
-    Name<StreamFault>{"stall", StreamFault::kStall},
-    Name<StreamFault>{"truncate", StreamFault::kTruncate},
-    Name<StreamFault>{"garbage", StreamFault::kGarbage},
-    Name<StreamFault>{"split", StreamFault::kSplit},
-    Name<StreamFault>{"long-length", StreamFault::kLongLength},
-    Name<StreamFault>{"short-length", StreamFault::kShortLength},
-    Name<StreamFault>{"zero-length", StreamFault::kZeroLength},
-    Name<StreamFault>{"negative-length", StreamFault::kNegativeLength},
+    Named<StreamFault>{"drop", StreamFault::kDrop},
+    Named<StreamFault>{"reset", StreamFault::kReset},
+    Named<StreamFault>{"stall", StreamFault::kStall},
+    Named<StreamFault>{"truncate", StreamFault::kTruncate},
+    Named<StreamFault>{"garbage", StreamFault::kGarbage},
+    Named<StreamFault>{"split", StreamFault::kSplit},
+    Named<StreamFault>{"long-length", StreamFault::kLongLength},
+    Named<StreamFault>{"short-length", StreamFault::kShortLength},
+    Named<StreamFault>{"zero-length", StreamFault::kZeroLength},
+    Named<StreamFault>{"negative-length", StreamFault::kNegativeLength},
 };
 
 constexpr std::array kSteps{
-    Name<StreamStep>{"greeting", StreamStep::kGreeting}, Name<StreamStep>{"login", StreamStep::kLogin},
-    Name<StreamStep>{"sources", StreamStep::kSources},   Name<StreamStep>{"streamer", StreamStep::kStreamer},
-    Name<StreamStep>{"quotes", StreamStep::kQuotes},
+    Named<StreamStep>{"greeting", StreamStep::kGreeting},
+    Named<StreamStep>{"login", StreamStep::kLogin},
+    Named<StreamStep>{"sources", StreamStep::kSources},
+    Named<StreamStep>{"streamer", StreamStep::kStreamer},
+    Named<StreamStep>{"quotes", StreamStep::kQuotes},
 };
 
 template <typename Names>

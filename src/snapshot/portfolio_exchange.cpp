@@ -26,7 +26,7 @@ constexpr int kExclamation = host::Desktop::kExclamation;
 constexpr int kInformation = host::Desktop::kInformation;
 
 // A full request holds 81 symbols: the counter is tested before the append.
-constexpr std::int32_t kBatchThreshold = 80;
+constexpr std::int32_t kPortfolioBatchThreshold = 80;
 
 constexpr const char* kRunQuoteTracker = "Please run QuoteTracker.";
 
@@ -130,7 +130,7 @@ void frmMirelo::ButExport_Click() {
     std::int32_t batch_count = 0;
     for (const std::string& ticker : missing) {
       STEP(batch += ticker);
-      if (batch_count < kBatchThreshold) {
+      if (batch_count < kPortfolioBatchThreshold) {
         if (&ticker != &missing.back()) STEP(batch += ',');
         ++batch_count;
       } else {

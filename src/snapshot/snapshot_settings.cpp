@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int16_t kDefaultHttpPort = 16239;
 
-Variant Setting(const char* key, const Variant& if_absent) {
+Variant SettingOr(const char* key, const Variant& if_absent) {
   return mGlobal::AppSettings().GetSetting("Settings", key, if_absent);
 }
 
@@ -21,8 +21,8 @@ Variant Setting(const char* key, const Variant& if_absent) {
 
 Variant cMirelo::GetPortWebAddress(std::int16_t& Port, std::string& WebAddress) {
   Routine("Mirelo.cMirelo.GetPortWebAddress", [&](Frame& frame) {
-    STEP(Port = Setting("HTTPPort", kDefaultHttpPort).ToInt16());
-    STEP(WebAddress = Setting("Webaddress", "127.0.0.1").ToText());
+    STEP(Port = SettingOr("HTTPPort", kDefaultHttpPort).ToInt16());
+    STEP(WebAddress = SettingOr("Webaddress", "127.0.0.1").ToText());
     frame.pop();
   });
   return Variant();
@@ -30,8 +30,8 @@ Variant cMirelo::GetPortWebAddress(std::int16_t& Port, std::string& WebAddress) 
 
 Variant cMirelo::GetDisplacementHourMinute(std::int32_t& Hour, std::int32_t& Minute) {
   Routine("Mirelo.cMirelo.GetDisplacementHourMinute", [&](Frame& frame) {
-    STEP(Hour = Setting("DisplacementHour", "0").ToInt32());
-    STEP(Minute = Setting("DisplacementMinute", "0").ToInt32());
+    STEP(Hour = SettingOr("DisplacementHour", "0").ToInt32());
+    STEP(Minute = SettingOr("DisplacementMinute", "0").ToInt32());
     frame.pop();
   });
   return Variant();

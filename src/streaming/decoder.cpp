@@ -26,13 +26,13 @@ namespace {
 constexpr std::int32_t kHead = 4;          // kind and length
 constexpr std::int32_t kUnknownField = 4;  // bytes passed over for an unknown field
 
-struct Kind {
+struct RecordKind {
   std::uint8_t first;
   std::uint8_t second;
-  friend bool operator==(Kind, Kind) = default;
+  friend bool operator==(RecordKind, RecordKind) = default;
 };
-constexpr Kind kS1{'S', '1'};
-constexpr Kind kL1{'L', '1'};
+constexpr RecordKind kS1{'S', '1'};
+constexpr RecordKind kL1{'L', '1'};
 
 const std::string kNoText;
 
@@ -125,7 +125,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
   const std::int32_t size = bytes.size();
   if (size < kLeast) return;
 
-  const Kind first_kind{data[0], data[1]};
+  const RecordKind first_kind{data[0], data[1]};
   std::int32_t position = 0;
   // Where the record before this one began, if that wasn't wanted; else where this one begins.
   std::int32_t record_start = 0;
@@ -133,7 +133,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
   do {
     const std::int32_t length = bytes.NumberAt<std::int16_t>(position + 2);
     if (position + 1 >= size) break;
-    const Kind kind{bytes.At(position), bytes.At(position + 1)};
+    const RecordKind kind{bytes.At(position), bytes.At(position + 1)};
     if (kind != first_kind && kind != kS1 && kind != kL1) {
       record_start = position;
       position += length;

@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::int16_t kStreamerAccepted = 5;
 
-constexpr std::uint16_t Kind(std::uint8_t first, std::uint8_t second) {
+constexpr std::uint16_t MessageKind(std::uint8_t first, std::uint8_t second) {
   return static_cast<std::uint16_t>(first << 8 | second);
 }
 
@@ -51,18 +51,18 @@ void cQTStreaming::m_oBytesTransferEvents_OnBytesReceived(Bytes chunk) {
   if (SourcesPending && !GatherSources(Message(chunk))) return;
   if (chunk.size() < 3) return;  // dropped, also behind a pending tail
 
-  switch (Kind(chunk[0], chunk[1])) {
-    case Kind('O', 'K'):
+  switch (MessageKind(chunk[0], chunk[1])) {
+    case MessageKind('O', 'K'):
       return TakeAcceptance(Message(chunk));
-    case Kind('L', 'O'):
+    case MessageKind('L', 'O'):
       return TakeLoginResult(Message(chunk));
-    case Kind('E', 'S'):
+    case MessageKind('E', 'S'):
       return TakeSources(Message(chunk));
-    case Kind('L', '1'):
+    case MessageKind('L', '1'):
       return DecodeBehindTail(chunk);
-    case Kind('S', '1'):
-    case Kind('H', 'O'):
-    case Kind('H', 'T'):
+    case MessageKind('S', '1'):
+    case MessageKind('H', 'O'):
+    case MessageKind('H', 'T'):
       return DecodeRecords(chunk);
     default:
       return DecodeContinuation(chunk);

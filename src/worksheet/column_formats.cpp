@@ -17,47 +17,47 @@ namespace {
 
 using host::excel::Range;
 
-enum class Kind { Price, Count, Date, Time, Change };
+enum class NumberKind { Price, Count, Date, Time, Change };
 
 struct ColumnKind {
   std::string_view name;
-  Kind kind;
+  NumberKind kind;
 };
 
 constexpr std::array kColumnKinds{
-    ColumnKind{"High", Kind::Price},     ColumnKind{"Low", Kind::Price},
-    ColumnKind{"Open", Kind::Price},     ColumnKind{"52w Low", Kind::Price},
-    ColumnKind{"52w High", Kind::Price}, ColumnKind{"Last", Kind::Price},
-    ColumnKind{"Bid", Kind::Price},      ColumnKind{"Ask", Kind::Price},
-    ColumnKind{"Volume", Kind::Count},   ColumnKind{"BidSize", Kind::Count},
-    ColumnKind{"AskSize", Kind::Count},  ColumnKind{"LastVolume", Kind::Count},
-    ColumnKind{"AvgTrade", Kind::Count}, ColumnKind{"NumTrades", Kind::Count},
-    ColumnKind{"Date", Kind::Date},      ColumnKind{"Time", Kind::Time},
-    ColumnKind{"Change", Kind::Change},
+    ColumnKind{"High", NumberKind::Price},     ColumnKind{"Low", NumberKind::Price},
+    ColumnKind{"Open", NumberKind::Price},     ColumnKind{"52w Low", NumberKind::Price},
+    ColumnKind{"52w High", NumberKind::Price}, ColumnKind{"Last", NumberKind::Price},
+    ColumnKind{"Bid", NumberKind::Price},      ColumnKind{"Ask", NumberKind::Price},
+    ColumnKind{"Volume", NumberKind::Count},   ColumnKind{"BidSize", NumberKind::Count},
+    ColumnKind{"AskSize", NumberKind::Count},  ColumnKind{"LastVolume", NumberKind::Count},
+    ColumnKind{"AvgTrade", NumberKind::Count}, ColumnKind{"NumTrades", NumberKind::Count},
+    ColumnKind{"Date", NumberKind::Date},      ColumnKind{"Time", NumberKind::Time},
+    ColumnKind{"Change", NumberKind::Change},
 };
 
 constexpr std::int32_t kRiseColor = 10;
 constexpr std::int32_t kFallColor = 3;
 
-std::string NumberFormatOf(Kind kind, const std::string& decimal_format) {
+std::string NumberFormatOf(NumberKind kind, const std::string& decimal_format) {
   switch (kind) {
-    case Kind::Count:
+    case NumberKind::Count:
       return "#,##0";
-    case Kind::Date:
+    case NumberKind::Date:
       return "mm/dd/yyyy";
-    case Kind::Time:
+    case NumberKind::Time:
       return "hh:mm:ss";
-    case Kind::Change:
+    case NumberKind::Change:
       return "+ " + decimal_format + ";- " + decimal_format;
-    case Kind::Price:
+    case NumberKind::Price:
       break;
   }
   return decimal_format;
 }
 
-std::int32_t AlignmentOf(Kind kind) {
-  return kind == Kind::Price || kind == Kind::Count ? host::excel::xlHAlignGeneral
-                                                    : host::excel::xlHAlignCenter;
+std::int32_t AlignmentOf(NumberKind kind) {
+  return kind == NumberKind::Price || kind == NumberKind::Count ? host::excel::xlHAlignGeneral
+                                                                : host::excel::xlHAlignCenter;
 }
 
 // Cells beyond 0 in that direction get letters of that colour.
@@ -76,7 +76,7 @@ void FormatColumn(Frame& frame, Range* cells, std::string_view name, const std::
 
   STEP(Referred(cells).NumberFormat(NumberFormatOf(row->kind, decimal_format)));
   STEP(Referred(cells).HorizontalAlignment(AlignmentOf(row->kind)));
-  if (row->kind == Kind::Change) {
+  if (row->kind == NumberKind::Change) {
     STEP(Referred(cells).FormatConditions()->Delete());
     ColorCells(frame, cells, 1, host::excel::xlGreater, kRiseColor);
     ColorCells(frame, cells, 2, host::excel::xlLess, kFallColor);

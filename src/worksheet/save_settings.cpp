@@ -38,13 +38,13 @@ constexpr double kMostChartPoints = 1200;
 constexpr std::int16_t kToStream = 77;
 constexpr std::int16_t kToAsk = 78;
 
-constexpr const char* kSettings = "Settings";
+constexpr const char* kSettingsSection = "Settings";
 constexpr const char* kPointsNotNumeric = "'Number of chart points' must be numeric.";
 constexpr const char* kPointsOutOfBounds = "'Number of chart points' must be between 5 and 1200.";
 constexpr const char* kFieldEmpty = "Please fill in the 'AdditionalInformation1' field ";
 constexpr const char* kFieldName = "AdditionalInformation1";
 
-double ToNumber(const std::string& text) { return Variant(text).ToDouble(); }
+double NumberIn(const std::string& text) { return Variant(text).ToDouble(); }
 
 Variant Tick(const forms::CheckBox& box) { return std::int32_t{box.Value() == 1 ? 1 : 0}; }
 
@@ -68,11 +68,11 @@ constexpr std::array kStoredValues{
     StoredValue{"Style", [](const frmMirelo& form) -> Variant { return form.ComStyle.Text(); }},
     StoredValue{"VerticalTable", [](const frmMirelo& form) { return Tick(form.chkVerTable); }},
     StoredValue{"RowsLimit",
-                [](const frmMirelo& form) { return NotNegative(form.txtRows.Text(), ToNumber, 20); }},
+                [](const frmMirelo& form) { return NotNegative(form.txtRows.Text(), NumberIn, 20); }},
     StoredValue{"BuildCharts", [](const frmMirelo& form) { return Tick(form.chkBuildCharts); }},
     StoredValue{"ChartStyle", [](const frmMirelo& form) -> Variant { return form.ComChartStyle.Text(); }},
     StoredValue{"ChartPoints",
-                [](const frmMirelo& form) { return NotNegative(form.txtChartPoints.Text(), ToNumber, 20); }},
+                [](const frmMirelo& form) { return NotNegative(form.txtChartPoints.Text(), NumberIn, 20); }},
     StoredValue{
         "txtDecimalPlaces",
         [](const frmMirelo& form) -> Variant { return Variant(form.txtDecimalPlaces.Text()).ToInt16(); }},
@@ -134,8 +134,8 @@ bool frmMirelo::AcceptValues(Frame& frame) {
     return false;
   }
   if (frame.test([&] {
-        return ToNumber(txtChartPoints.Text()) > kMostChartPoints ||
-               ToNumber(txtChartPoints.Text()) < kLeastChartPoints;
+        return NumberIn(txtChartPoints.Text()) > kMostChartPoints ||
+               NumberIn(txtChartPoints.Text()) < kLeastChartPoints;
       })) {
     Refuse(frame, kPointsOutOfBounds, kChartingTab, txtChartPoints);
     return false;
@@ -193,8 +193,8 @@ void frmMirelo::StoreDisplacement(Frame& frame) {
   // The sign of "-0:30" is lost on its hours, so that its minutes are added.
   minutes += offset_hours < 0 ? -offset_minutes : offset_minutes;
 
-  STEP(Store().SaveSetting(kSettings, "DisplacementHour", Variant(hours)));
-  STEP(Store().SaveSetting(kSettings, "DisplacementMinute", Variant(minutes)));
+  STEP(Store().SaveSetting(kSettingsSection, "DisplacementHour", Variant(hours)));
+  STEP(Store().SaveSetting(kSettingsSection, "DisplacementMinute", Variant(minutes)));
 }
 
 }  // namespace mirelo

@@ -43,7 +43,7 @@ constexpr double kMarkWidth = 1.48;
 constexpr std::int32_t kRowsWithoutLimit = 36000;
 constexpr std::int32_t kRowsWithBadLimit = 20;
 
-constexpr std::int32_t kLineColor = 15;
+constexpr std::int32_t kHeaderLineColor = 15;
 
 bool IsChartField(const std::string& name) {
   return EqualText(name, kLastHeader) || EqualText(name, kLastVolumeHeader);
@@ -225,7 +225,7 @@ void frmMirelo::VerticalSheetRun::ColorHeaders() {
                           host::excel::xlEdgeRight, host::excel::xlInsideVertical}) {
     STEP(Referred(headers.get()).Borders(line)->LineStyle(host::excel::xlContinuous));
     STEP(Referred(headers.get()).Borders(line)->Weight(host::excel::xlThin));
-    STEP(Referred(headers.get()).Borders(line)->ColorIndex(kLineColor));
+    STEP(Referred(headers.get()).Borders(line)->ColorIndex(kHeaderLineColor));
   }
 }
 

@@ -17,7 +17,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr const char* kFile = "mine.xlsx";
+constexpr const char* kMine = "mine.xlsx";
 
 class OwnSheets : public ::testing::Test {
  protected:
@@ -30,17 +30,17 @@ class OwnSheets : public ::testing::Test {
     change(parts);
     sheet = parts[kSheetPart];
     const std::vector<char> bytes = Zip(parts);
-    std::ofstream(folder / kFile, std::ios::binary)
+    std::ofstream(folder / kMine, std::ios::binary)
         .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   }
   ProgramResult Run(std::vector<std::string> arguments) {
-    arguments.insert(arguments.end(), {"--http-port", std::to_string(server.HttpPort()), "--workbook", kFile,
+    arguments.insert(arguments.end(), {"--http-port", std::to_string(server.HttpPort()), "--workbook", kMine,
                                        "--tickers", "MSFT,IBM"});
     return RunMirelo(folder.path(), arguments);
   }
   // The part of the person's sheet as it stands in the file now.
   std::string SheetNow() {
-    std::ifstream in(folder / kFile, std::ios::binary);
+    std::ifstream in(folder / kMine, std::ios::binary);
     return Unzip(std::string(std::istreambuf_iterator<char>(in), {}))[kSheetPart];
   }
 
@@ -63,7 +63,7 @@ TEST_F(OwnSheets, StayAsTheyAreThroughoutADay) {
   EXPECT_EQ(result.exit_code, 0) << result.err;
   EXPECT_THAT(result.err, Not(HasSubstr("warning")));
   EXPECT_EQ(SheetNow(), sheet);
-  EXPECT_THAT(RunMirelo(folder.path(), {"show", kFile, "Dovanta2_Quotes"}).out, HasSubstr("MSFT"));
+  EXPECT_THAT(RunMirelo(folder.path(), {"show", kMine, "Dovanta2_Quotes"}).out, HasSubstr("MSFT"));
 }
 
 TEST_F(OwnSheets, AreWarnedOfBeforeTheyLoseSomething) {
@@ -92,8 +92,8 @@ TEST_F(OwnSheets, AreWarnedOfBeforeAllIsWrittenAnewThatCannotStay) {
     EXPECT_EQ(result.err.find(unfit), result.err.rfind(unfit)) << "once";
     EXPECT_EQ(result.err.find(merged), result.err.rfind(merged)) << "once";
     EXPECT_THAT(result.err, Not(HasSubstr("saved: ")));
-    EXPECT_THAT(RunMirelo(folder.path(), {"show", kFile, "Dovanta2_Quotes"}).out, HasSubstr("MSFT"));
-    EXPECT_THAT(RunMirelo(folder.path(), {"show", kFile, "Mine"}).out, HasSubstr("2"));
+    EXPECT_THAT(RunMirelo(folder.path(), {"show", kMine, "Dovanta2_Quotes"}).out, HasSubstr("MSFT"));
+    EXPECT_THAT(RunMirelo(folder.path(), {"show", kMine, "Mine"}).out, HasSubstr("2"));
     EXPECT_THAT(Run(words).err, Not(HasSubstr("warning"))) << "there is nothing left to lose";
   }
 }

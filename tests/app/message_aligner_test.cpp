@@ -26,7 +26,7 @@ using Chunks = std::vector<std::string>;
 constexpr const char* kGreeting =
     "OK<CONNECT><SERVERTIME>12/31/2005 09:30:15</SERVERTIME><SERVERVERSION>4</SERVERVERSION></CONNECT>";
 constexpr const char* kLoggedIn = "LO<STATUSCODE>0</STATUSCODE><STATUSDESC>Login accepted</STATUSDESC>";
-constexpr const char* kAccepted = "OK<STREAMER>SWISS.SDF</STREAMER>";
+constexpr const char* kAcceptedLogin = "OK<STREAMER>SWISS.SDF</STREAMER>";
 constexpr const char* kSources =
     "ES<SOURCES><SOURCETYPE>L1</SOURCETYPE><SOURCE><FILENAME>A.SDF</FILENAME><NAME>LOOK: S1, "
     "HO</NAME></SOURCE>"
@@ -151,12 +151,13 @@ TEST(MessageAligner, FindsTheNextRecordBehindOneWhoseLengthIsTooShort) {
 // --- Control messages ----------------------------------------------------------------------------------
 
 TEST(MessageAligner, GivesEachControlMessageAlone) {
-  EXPECT_THAT(FeedAll(std::string(kGreeting) + kLoggedIn + kAccepted + Record("S1", 20) + kAccepted),
-              ElementsAre(kGreeting, kLoggedIn, kAccepted, Record("S1", 20), kAccepted));
+  EXPECT_THAT(
+      FeedAll(std::string(kGreeting) + kLoggedIn + kAcceptedLogin + Record("S1", 20) + kAcceptedLogin),
+      ElementsAre(kGreeting, kLoggedIn, kAcceptedLogin, Record("S1", 20), kAcceptedLogin));
 }
 
 TEST(MessageAligner, HoldsAControlMessageUntilItIsWholeWhereverItIsCut) {
-  for (const std::string message : {kGreeting, kLoggedIn, kAccepted}) {
+  for (const std::string message : {kGreeting, kLoggedIn, kAcceptedLogin}) {
     for (std::size_t cut = 1; cut < message.size(); ++cut) {
       SCOPED_TRACE(message.substr(0, cut));
       MessageAligner aligner;
@@ -194,8 +195,8 @@ TEST(MessageAligner, EndsAMessageOfUnknownShapeWhereAnotherBegins) {
     SCOPED_TRACE(strange);
     EXPECT_THAT(FeedAll(strange + record), ElementsAre(strange, record));
   }
-  EXPECT_THAT(FeedAll(std::string("LO<STATUSCODE>0</STATUSCODE>") + kAccepted),
-              ElementsAre("LO<STATUSCODE>0</STATUSCODE>", kAccepted));
+  EXPECT_THAT(FeedAll(std::string("LO<STATUSCODE>0</STATUSCODE>") + kAcceptedLogin),
+              ElementsAre("LO<STATUSCODE>0</STATUSCODE>", kAcceptedLogin));
 }
 
 TEST(MessageAligner, WaitsForTheRestOfAMessageOfUnknownShapeButNotForEver) {
@@ -208,7 +209,7 @@ TEST(MessageAligner, WaitsForTheRestOfAMessageOfUnknownShapeButNotForEver) {
   EXPECT_THAT(Feed(aligner, "OK<STREAMER>A.S"), IsEmpty());
   EXPECT_EQ(aligner.Patience(), MessageAligner::kLongPatience) << "the tag must be closed";
   EXPECT_THAT(LetGo(aligner), ElementsAre("OK<STREAMER>A.S"));
-  EXPECT_THAT(Feed(aligner, kAccepted), ElementsAre(kAccepted));
+  EXPECT_THAT(Feed(aligner, kAcceptedLogin), ElementsAre(kAcceptedLogin));
 }
 
 TEST(MessageAligner, EndsAMessageThatGrowsTooLong) {
@@ -367,7 +368,7 @@ TEST(MessageAligner, GivesTheSameHoweverTheBytesCome) {
   const std::string record = Record("S1", 20);
   const std::string stray = "ES?";
   const std::string streams[] = {
-      std::string(kGreeting) + kLoggedIn + kAccepted + record + Record("HO", 30) + record,
+      std::string(kGreeting) + kLoggedIn + kAcceptedLogin + record + Record("HO", 30) + record,
       std::string(kGreeting) + "\r\n" + kLoggedIn + " bye" + kSources + record + stray + record,
       "OK 1 <connect>QT</connect><servertime>9</servertime>LO HELLO<STATUSCODE>0</STATUSCODE>" + record,
       "LOOK" + std::string(kGreeting) + "OKOK<STREAMER>A</STREAMER>ESOK<CONNECT>" + record,

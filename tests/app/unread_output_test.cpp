@@ -25,7 +25,7 @@ using ::testing::Not;
 
 using Words = std::vector<std::string>;
 
-const std::string kMirelo = std::string(MIRELO_BIN_DIR) + "/mirelo";
+const std::string kMireloCommand = std::string(MIRELO_BIN_DIR) + "/mirelo";
 constexpr int kReaderHasGone = 141;
 
 class UnreadOutput : public ::testing::Test {
@@ -91,7 +91,7 @@ TEST_F(UnreadOutput, ForWantOfRoomIsAnError) {
 TEST_F(UnreadOutput, ToAClosedStreamIsAnErrorAndGoesNowhereElse) {
   const auto result =
       RunProgram("/bin/sh", folder_.path(),
-                 {"-c", "exec '" + kMirelo + "' quotes MSFT --http-port " + HttpPort() + " >&-"});
+                 {"-c", "exec '" + kMireloCommand + "' quotes MSFT --http-port " + HttpPort() + " >&-"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("error: cannot write the output: Bad file descriptor"));
   EXPECT_EQ(RunMirelo(folder_.path(), {"settings", "get", "Seconds"}).out, "10\n");
@@ -100,8 +100,9 @@ TEST_F(UnreadOutput, ToAClosedStreamIsAnErrorAndGoesNowhereElse) {
 // The first line is all that is wanted of a stream without an end.
 TEST_F(UnreadOutput, EndsAStreamInAPipeline) {
   Prepare();
-  const auto result = RunProgram("/bin/sh", folder_.path(),
-                                 {"-c", "'" + kMirelo + "' stream MSFT --source SWISS.SDF --csv | head -1"});
+  const auto result =
+      RunProgram("/bin/sh", folder_.path(),
+                 {"-c", "'" + kMireloCommand + "' stream MSFT --source SWISS.SDF --csv | head -1"});
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_THAT(result.out, HasSubstr("Ticker,Last,"));
 }
@@ -134,7 +135,7 @@ TEST_F(UnreadOutput, KeepsTheCodeOfAFailure) {
 
 // The program that shows windows is not started with signals that this one ignores.
 TEST_F(UnreadOutput, GivesTheProgramOfWindowsItsSignalsBack) {
-  std::filesystem::copy_file(kMirelo, folder_ / "mirelo");
+  std::filesystem::copy_file(kMireloCommand, folder_ / "mirelo");
   std::ofstream(folder_ / "mirelo-windows") << "#!/bin/sh\ngrep SigIgn /proc/self/status\n";
   ::chmod((folder_ / "mirelo-windows").c_str(), 0700);
   const auto result = RunProgram(folder_ / "mirelo", folder_.path(), {"dialog"});

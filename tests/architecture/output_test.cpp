@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kSource = fs::path(MIRELO_SOURCE_DIR) / "src";
+const fs::path kOutputSource = fs::path(MIRELO_SOURCE_DIR) / "src";
 
 // Whatever writes past the room: streams, functions of C, descriptors, and CLI11, which prints by itself
 // unless it is given where to.
@@ -62,8 +62,8 @@ const std::set<std::pair<fs::path, std::string>> kChildren{
 
 TEST(Output, LeavesThroughItsRoomAlone) {
   std::size_t lines = 0;
-  for (const auto& entry : fs::recursive_directory_iterator(kSource)) {
-    const fs::path file = fs::relative(entry.path(), kSource);
+  for (const auto& entry : fs::recursive_directory_iterator(kOutputSource)) {
+    const fs::path file = fs::relative(entry.path(), kOutputSource);
     if (!entry.is_regular_file() || *file.begin() == "terminal") continue;
     std::ifstream stream(entry.path());
     for (std::string line; std::getline(stream, line); ++lines) {

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kSource = fs::path(MIRELO_SOURCE_DIR) / "src";
+const fs::path kRoutinesSource = fs::path(MIRELO_SOURCE_DIR) / "src";
 
 std::string ContentsOf(const fs::path& path) {
   std::ifstream file(path);
@@ -36,7 +36,7 @@ std::string LastFunctionIn(const std::string& text) {
 std::map<std::string, int> PushedNames() {
   static const std::regex kName(R"re([({]\s*"Mirelo\.(\w+\.\w+)",)re");
   std::map<std::string, int> names;
-  for (const auto& entry : fs::recursive_directory_iterator(kSource)) {
+  for (const auto& entry : fs::recursive_directory_iterator(kRoutinesSource)) {
     if (entry.path().extension() != ".cpp") continue;
     const std::string text = ContentsOf(entry.path());
     for (std::sregex_iterator at(text.begin(), text.end(), kName), end; at != end; ++at) {

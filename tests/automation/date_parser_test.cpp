@@ -24,12 +24,12 @@ constexpr CivilTime kDay{2011, 1, 20};
 constexpr CivilTime kMorning{2011, 1, 20, 8, 36, 13};
 constexpr CivilTime kEvening{2011, 1, 20, 20, 36, 13};
 
-struct Reading {
+struct DateReading {
   const char* text;
   CivilTime civil;
 };
 
-constexpr Reading kReadings[] = {
+constexpr DateReading kDateReadings[] = {
     {"1/20/2011", kDay},
     {"01/20/2011", kDay},
     {"1-20-2011", kDay},
@@ -79,7 +79,7 @@ constexpr Reading kReadings[] = {
 };
 
 TEST(ParseDate, ReadsTheFormsThatPeopleWrite) {
-  for (const Reading& reading : kReadings) {
+  for (const DateReading& reading : kDateReadings) {
     const auto date = ParseDate(reading.text, RegionalFormat::Standard());
     ASSERT_TRUE(date.has_value()) << reading.text;
     EXPECT_EQ(date->serial, ToDate(reading.civil).serial) << reading.text;

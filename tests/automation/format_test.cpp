@@ -10,8 +10,8 @@ namespace mirelo {
 namespace {
 
 const RegionalFormat& Standard() { return RegionalFormat::Standard(); }
-const Date kMorning = ToDate({2011, 1, 20, 8, 6, 3});     // Thursday
-const Date kEvening = ToDate({2011, 11, 5, 20, 36, 13});  // Saturday
+const Date kFormattedMorning = ToDate({2011, 1, 20, 8, 6, 3});     // Thursday
+const Date kFormattedEvening = ToDate({2011, 11, 5, 20, 36, 13});  // Saturday
 
 struct Formatting {
   const char* format;
@@ -80,8 +80,8 @@ constexpr Formatting kFormattings[] = {
 TEST(Format, WritesADateInAUsersFormat) {
   for (const Formatting& formatting : kFormattings) {
     SCOPED_TRACE(formatting.format);
-    EXPECT_EQ(Format(kMorning, formatting.format, Standard()), formatting.morning);
-    EXPECT_EQ(Format(kEvening, formatting.format, Standard()), formatting.evening);
+    EXPECT_EQ(Format(kFormattedMorning, formatting.format, Standard()), formatting.morning);
+    EXPECT_EQ(Format(kFormattedEvening, formatting.format, Standard()), formatting.evening);
   }
 }
 
@@ -114,18 +114,18 @@ TEST(Format, UsesSeparatorsNamesAndMarksOfTheRegion) {
   regional.am = "matin";
   regional.short_date = "dd/mm/yyyy";
   regional.long_time = "hh:nn:ss";
-  EXPECT_EQ(Format(kMorning, "d/m/yyyy", regional), "20.1.2011");
-  EXPECT_EQ(Format(kMorning, "hh:nn", regional), "08h06");
-  EXPECT_EQ(Format(kMorning, "ddd d mmmm", regional), "jeu. 20 janvier");
-  EXPECT_EQ(Format(kMorning, "h AMPM", regional), "8 matin");
-  EXPECT_EQ(Format(kMorning, "c", regional), "20.01.2011 08h06h03");
+  EXPECT_EQ(Format(kFormattedMorning, "d/m/yyyy", regional), "20.1.2011");
+  EXPECT_EQ(Format(kFormattedMorning, "hh:nn", regional), "08h06");
+  EXPECT_EQ(Format(kFormattedMorning, "ddd d mmmm", regional), "jeu. 20 janvier");
+  EXPECT_EQ(Format(kFormattedMorning, "h AMPM", regional), "8 matin");
+  EXPECT_EQ(Format(kFormattedMorning, "c", regional), "20.01.2011 08h06h03");
 }
 
 TEST(Format, SeparatesHoursOfANestedPatternFromTheOuterOnes) {
   RegionalFormat regional;
   regional.long_time = "hh:nn:ss";
-  EXPECT_EQ(Format(kEvening, "h AM/PM ttttt h", regional), "8 PM 20:36:13 8");
-  EXPECT_EQ(Format(kEvening, "h ttttt h", Standard()), "20 8:36:13 PM 20");
+  EXPECT_EQ(Format(kFormattedEvening, "h AM/PM ttttt h", regional), "8 PM 20:36:13 8");
+  EXPECT_EQ(Format(kFormattedEvening, "h ttttt h", Standard()), "20 8:36:13 PM 20");
 }
 
 TEST(Format, EndsWhenARegionalPatternRefersToItself) {
@@ -133,12 +133,12 @@ TEST(Format, EndsWhenARegionalPatternRefersToItself) {
   regional.short_date = "ddddd";
   regional.long_date = "c dddddd";
   regional.long_time = "ttttt";
-  EXPECT_EQ(Format(kMorning, "ddddd/ttttt", regional), "ddddd/ttttt");
-  EXPECT_EQ(Format(kMorning, "dddddd", regional), "c dddddd");
-  EXPECT_EQ(Format(kMorning, "c", regional), "ddddd ttttt");
+  EXPECT_EQ(Format(kFormattedMorning, "ddddd/ttttt", regional), "ddddd/ttttt");
+  EXPECT_EQ(Format(kFormattedMorning, "dddddd", regional), "c dddddd");
+  EXPECT_EQ(Format(kFormattedMorning, "c", regional), "ddddd ttttt");
   regional.short_date = "c";
-  EXPECT_EQ(Format(kMorning, "c", regional), "c ttttt");
-  EXPECT_EQ(GeneralDate(kMorning, regional), "c ttttt");
+  EXPECT_EQ(Format(kFormattedMorning, "c", regional), "c ttttt");
+  EXPECT_EQ(GeneralDate(kFormattedMorning, regional), "c ttttt");
 }
 
 TEST(Format, RefusesDatesOutsideTheCalendar) {

@@ -15,11 +15,11 @@ using testing::NumberOf;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-struct Reading {
+struct NumberReading {
   const char* text;
   double value;
 };
-constexpr Reading kVals[] = {
+constexpr NumberReading kVals[] = {
     {"", 0},
     {"abc", 0},
     {"0", 0},
@@ -64,7 +64,7 @@ constexpr Reading kVals[] = {
 };
 
 TEST(Val, IsTheLongestNumberAtTheStart) {
-  for (const Reading& reading : kVals)
+  for (const NumberReading& reading : kVals)
     EXPECT_EQ(Val(reading.text), reading.value) << '"' << reading.text << '"';
 }
 
@@ -77,7 +77,7 @@ TEST(Val, IsInfiniteForANumberTooLarge) {
   EXPECT_EQ(Val("0." + std::string(400, '0') + "1"), 0);
 }
 
-constexpr Reading kNumbers[] = {
+constexpr NumberReading kNumbers[] = {
     {"0", 0},
     {"5", 5},
     {"2.5", 2.5},
@@ -113,7 +113,7 @@ constexpr Reading kNumbers[] = {
 };
 
 TEST(ParseNumber, ReadsTheWholeText) {
-  for (const Reading& reading : kNumbers) {
+  for (const NumberReading& reading : kNumbers) {
     SCOPED_TRACE(reading.text);
     const auto value = ParseNumber(reading.text);
     ASSERT_TRUE(value.has_value());

@@ -11,7 +11,7 @@ struct CasePair {
   const char* lower;
   const char* upper;
 };
-constexpr CasePair kPairs[] = {
+constexpr CasePair kCasePairs[] = {
     {"", ""},
     {"msft", "MSFT"},
     {"a123456", "A123456"},
@@ -27,7 +27,7 @@ constexpr CasePair kPairs[] = {
 };
 
 TEST(Case, ChangesBothWaysForAllScripts) {
-  for (const CasePair& pair : kPairs) {
+  for (const CasePair& pair : kCasePairs) {
     SCOPED_TRACE(pair.lower);
     EXPECT_EQ(UCase(pair.lower), pair.upper);
     EXPECT_EQ(LCase(pair.upper), pair.lower);
@@ -37,7 +37,7 @@ TEST(Case, ChangesBothWaysForAllScripts) {
 TEST(Case, LeavesLettersWithoutASinglePartnerAlone) { EXPECT_EQ(UCase("stra\u00DFe"), "STRA\u00DFE"); }
 
 TEST(EqualText, DisregardsCaseAndHashesAlike) {
-  for (const CasePair& pair : kPairs) {
+  for (const CasePair& pair : kCasePairs) {
     SCOPED_TRACE(pair.lower);
     EXPECT_TRUE(EqualText(pair.lower, pair.upper));
     EXPECT_EQ(HashText(pair.lower), HashText(pair.upper));

@@ -18,7 +18,7 @@ struct Thing : Object {
   std::string_view TypeName() const override { return "Thing"; }
 };
 
-const Date kMoment = ToDate({2011, 1, 20, 18});
+const Date kConvertedMoment = ToDate({2011, 1, 20, 18});
 
 // Each kind of value with what it converts to. An error is written as its number.
 struct Conversion {
@@ -39,7 +39,7 @@ const std::vector<Conversion>& Conversions() {
       {"small double", 0.25, 0.25, "0.25", true},
       {"true", true, -1, "True", true},
       {"false", false, 0, "False", false},
-      {"date", kMoment, 40563.75, "1/20/2011 6:00:00 PM", true},
+      {"date", kConvertedMoment, 40563.75, "1/20/2011 6:00:00 PM", true},
       {"numeric text", "1,234.5", 1234.5, "1,234.5", true},
       {"text of zero", " 0 ", 0, " 0 ", false},
   };
@@ -61,7 +61,7 @@ TEST(VariantConversion, RoundsToIntegersWithHalvesToEven) {
   EXPECT_EQ(Variant(2.5).ToInt16(), 2);
   EXPECT_EQ(Variant(3.5).ToInt32(), 4);
   EXPECT_EQ(Variant("-2.5").ToInt16(), -2);
-  EXPECT_EQ(Variant(kMoment).ToInt32(), 40564);
+  EXPECT_EQ(Variant(kConvertedMoment).ToInt32(), 40564);
   EXPECT_EQ(Variant(true).ToInt16(), -1);
   EXPECT_EQ(Variant().ToInt32(), 0);
 }
@@ -109,10 +109,10 @@ TEST(VariantConversion, ReadsTheWordsForTruthInAnyCase) {
 }
 
 TEST(VariantConversion, ReadsDatesFromTextAndNumbers) {
-  EXPECT_EQ(Variant("1/20/2011 18:00").ToDate(), kMoment);
-  EXPECT_EQ(Variant("40563.75").ToDate(), kMoment);
-  EXPECT_EQ(Variant(40563.75).ToDate(), kMoment);
-  EXPECT_EQ(Variant(kMoment).ToDate(), kMoment);
+  EXPECT_EQ(Variant("1/20/2011 18:00").ToDate(), kConvertedMoment);
+  EXPECT_EQ(Variant("40563.75").ToDate(), kConvertedMoment);
+  EXPECT_EQ(Variant(40563.75).ToDate(), kConvertedMoment);
+  EXPECT_EQ(Variant(kConvertedMoment).ToDate(), kConvertedMoment);
   EXPECT_EQ(Variant().ToDate(), Date{});
   EXPECT_EQ(NumberOf([] { Variant("soon").ToDate(); }), 13);
 }
@@ -134,7 +134,7 @@ TEST(VariantConversion, WritesInTheFormatOfTheRegion) {
   german.long_time = "hh:nn:ss";
   EXPECT_EQ(Variant(2.5).ToText(german), "2,5");
   EXPECT_EQ(Variant(1e20).ToText(german), "1E+20");
-  EXPECT_EQ(Variant(kMoment).ToText(german), "20.01.2011 18:00:00");
+  EXPECT_EQ(Variant(kConvertedMoment).ToText(german), "20.01.2011 18:00:00");
   EXPECT_EQ(Variant("2.5").ToText(german), "2.5");
 }
 

@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-const ScriptedDesktop::Box kQuestion{"Redraw existing charts?", 4, "Dovanta2"};
+const ScriptedDesktop::Box kRedrawQuestion{"Redraw existing charts?", 4, "Dovanta2"};
 
 // Charts of A and B, named by the user since.
 class RedrawQuestion : public BuildTest {
@@ -38,7 +38,7 @@ TEST_F(RedrawQuestion, IsNotAskedWhereThereAreNoCharts) {
 TEST_F(RedrawQuestion, IsAskedOnceForAllTickers) {
   desktop.answers = {Answer::Yes};
   Build({"A", "B", "C"});
-  EXPECT_THAT(desktop.boxes, ElementsAre(kQuestion));
+  EXPECT_THAT(desktop.boxes, ElementsAre(kRedrawQuestion));
   for (const char* ticker : {"A", "B", "C"}) EXPECT_EQ(Titles(ticker), kBoth) << ticker;
   EXPECT_THAT(CallStack(), IsEmpty());
 }
@@ -47,7 +47,7 @@ TEST_F(RedrawQuestion, IsAskedAgainTheNextTime) {
   desktop.answers = {Answer::Yes, Answer::Yes};
   Build({"A"});
   Build({"A"});
-  EXPECT_THAT(desktop.boxes, ElementsAre(kQuestion, kQuestion));
+  EXPECT_THAT(desktop.boxes, ElementsAre(kRedrawQuestion, kRedrawQuestion));
   EXPECT_EQ(Titles("A"), kBoth);
 }
 

@@ -24,7 +24,7 @@ class LogFile : public DiagnosticsTest {
   CErrorHandler handler;
 };
 
-constexpr const char* kReport =
+constexpr const char* kLoggedReport =
     "1/20/2011 - 8:36:13 AM\r\n"
     "\tError: 9, (Subscript out of range)\r\n"
     "\tin Unknown at line 0\r\n"
@@ -34,13 +34,13 @@ constexpr const char* kReport =
 
 TEST_F(LogFile, TakesTheReportAndALineEnd) {
   EXPECT_EQ(Handle(handler, Errors::SubscriptOutOfRange()), CErrorHandler::ResultAbort);
-  EXPECT_EQ(ContentsOf(error_log), kReport);
+  EXPECT_EQ(ContentsOf(error_log), kLoggedReport);
 }
 
 TEST_F(LogFile, GrowsAtItsEnd) {
   Handle(handler, Errors::SubscriptOutOfRange());
   Handle(handler, Errors::SubscriptOutOfRange());
-  EXPECT_EQ(ContentsOf(error_log), std::string(kReport) + kReport);
+  EXPECT_EQ(ContentsOf(error_log), std::string(kLoggedReport) + kLoggedReport);
 }
 
 TEST_F(LogFile, AloneAbortsWithoutAQuestion) {
@@ -65,7 +65,7 @@ TEST_F(LogFile, WithoutAFolderStandsInTheCurrentDirectory) {
   const CurrentDirectory current(directory.path());
   handler.ErrorLogFile("here.txt");
   Handle(handler, Errors::SubscriptOutOfRange());
-  EXPECT_EQ(ContentsOf(PathOf("here.txt")), kReport);
+  EXPECT_EQ(ContentsOf(PathOf("here.txt")), kLoggedReport);
 }
 
 TEST_F(LogFile, IsDeletedByClearWhenItsFlagIsSet) {

@@ -9,7 +9,7 @@ using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* kCharts = "Charts (Last & Volume)";
+constexpr const char* kChartsColumn = "Charts (Last & Volume)";
 
 class FieldColumns : public VerticalGridTest {
  protected:
@@ -93,7 +93,7 @@ TEST_F(FieldColumns, KeepTheTicksAndPicturesOfChartsWithBothFields) {
   OpenWithCharts("Last,LastVolume,Bid", {"A", "B"});
   SetAllTicks({"xx.x", "...-"});
   MoveUp("Bid");
-  EXPECT_THAT(Headers(), ElementsAre("", "Ticker", "Last", "Bid", "LastVolume", kCharts));
+  EXPECT_THAT(Headers(), ElementsAre("", "Ticker", "Last", "Bid", "LastVolume", kChartsColumn));
   EXPECT_THAT(AllTicks(), ElementsAre("x.xx", "...-"));
   EXPECT_THAT(Pictures(5), Each("chart"));
   for (const std::int32_t col : {2, 3, 4}) EXPECT_THAT(Pictures(col), Each(""));
@@ -114,7 +114,7 @@ TEST_F(FieldColumns, TakeOverWhatStoodInTheirPlaceWhenTheyAreNew) {
   OpenWithCharts("Last,LastVolume", {"A", "B"});
   SetAllTicks({"xxx", "xx-"});
   Show("Open");
-  EXPECT_THAT(Headers(), ElementsAre("", "Ticker", "Last", "LastVolume", "Open", kCharts));
+  EXPECT_THAT(Headers(), ElementsAre("", "Ticker", "Last", "LastVolume", "Open", kChartsColumn));
   EXPECT_THAT(AllTicks(), ElementsAre("xxxx", "xx--"));
   EXPECT_THAT(Pictures(4), Each(""));
   EXPECT_THAT(Pictures(5), Each("chart"));

@@ -26,8 +26,8 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 
-constexpr char kList[] = "Settings\\QuoteSource\\List";
-constexpr char kFirst[] = "Settings\\QuoteSource\\First";
+constexpr char kListSection[] = "Settings\\QuoteSource\\List";
+constexpr char kFirstSection[] = "Settings\\QuoteSource\\First";
 
 quotetracker::ServerOptions With(const std::vector<std::string>& faults) {
   quotetracker::ServerOptions options;
@@ -81,7 +81,7 @@ class RefreshingSources : public DialogTest {
 
   static std::set<std::string> StoredNames() {
     Array<std::string> names;
-    mGlobal::AppSettings().GetAllKeys(kList, names);
+    mGlobal::AppSettings().GetAllKeys(kListSection, names);
     return {names.begin(), names.end()};
   }
   // The first-run list and that of the stand-in, which share a source.
@@ -95,8 +95,8 @@ class RefreshingSources : public DialogTest {
 };
 
 TEST_F(RefreshingSources, TellsItsStepsAndFillsTheBox) {
-  mGlobal::AppSettings().SaveSetting(kList, "Mine", Variant("MINE.SDF"));
-  mGlobal::AppSettings().SaveSetting(kFirst, "ComQuoteSource", Variant("Chosen last"));
+  mGlobal::AppSettings().SaveSetting(kListSection, "Mine", Variant("MINE.SDF"));
+  mGlobal::AppSettings().SaveSetting(kFirstSection, "ComQuoteSource", Variant("Chosen last"));
   InTheDialog([&](frmMirelo& form) {
     form.lblStatus.Caption("left over");
     statuses.clear();
@@ -125,11 +125,11 @@ TEST_F(RefreshingSources, ClosesItsConnectionAtTheEnd) {
 }
 
 TEST_F(RefreshingSources, AddsToTheFirstRunListAndOverwrites) {
-  mGlobal::AppSettings().SaveSetting(kFirst, "ComQuoteSource", Variant("not yet"));
+  mGlobal::AppSettings().SaveSetting(kFirstSection, "ComQuoteSource", Variant("not yet"));
   InTheDialog([&](frmMirelo& form) {
     ASSERT_EQ(form.ComQuoteSource.ListCount(), kFirstRun);
-    mGlobal::AppSettings().SaveSetting(kList, "No longer listed", Variant("OLD.SDF"));
-    mGlobal::AppSettings().SaveSetting(kList, "Arbor Financial (delayed)", Variant("OLD.SDF"));
+    mGlobal::AppSettings().SaveSetting(kListSection, "No longer listed", Variant("OLD.SDF"));
+    mGlobal::AppSettings().SaveSetting(kListSection, "Arbor Financial (delayed)", Variant("OLD.SDF"));
     form.ButUpDate.UserPress();
     AwaitEnd();
     EXPECT_EQ(form.ComQuoteSource.ListCount(), kRefreshed + 1);
@@ -138,7 +138,8 @@ TEST_F(RefreshingSources, AddsToTheFirstRunListAndOverwrites) {
     }
     EXPECT_EQ(form.ComQuoteSource.Text(), "Alpstein Finance (delayed)");
   });
-  EXPECT_EQ(mGlobal::AppSettings().GetSetting(kList, "Arbor Financial (delayed)", "").ToText(), "ARBOR.SDF");
+  EXPECT_EQ(mGlobal::AppSettings().GetSetting(kListSection, "Arbor Financial (delayed)", "").ToText(),
+            "ARBOR.SDF");
 }
 
 TEST_F(RefreshingSources, CanBeDoneAgain) {

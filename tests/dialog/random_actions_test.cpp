@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::ContainerEq;
 
-constexpr const char* kCharts = "Charts (Last & Volume)";
+constexpr const char* kChartsHeader = "Charts (Last & Volume)";
 
 class RandomActions : public VerticalGridTest {
  protected:
@@ -99,13 +99,13 @@ class RandomActions : public VerticalGridTest {
     for (const std::string& name : form.ListRight.Items()) {
       if (name != "Tick" && name != "52w Low" && name != "52w High") headers.push_back(name);
     }
-    if (form.chkBuildCharts.Value() == 1) headers.emplace_back(kCharts);
+    if (form.chkBuildCharts.Value() == 1) headers.emplace_back(kChartsHeader);
     return headers;
   }
 
   void ExpectNoChartWithoutItsFields(std::int32_t row) {
     const Texts headers = Headers();
-    if (headers.back() != kCharts || FG.TextMatrix(row, LastColumn()) != "-1") return;
+    if (headers.back() != kChartsHeader || FG.TextMatrix(row, LastColumn()) != "-1") return;
     for (const char* field : {"Last", "LastVolume"}) {
       const auto found = std::find(headers.begin(), headers.end(), field);
       ASSERT_NE(found, headers.end()) << field;

@@ -49,7 +49,7 @@ auto EndFrom(const char* address, XlDirection direction) {
   return [=](Sheet& sheet) { return sheet.Range(address)->End(direction)->Address(false, false); };
 }
 
-std::string LastCell(Sheet& sheet) {
+std::string LastCellOf(Sheet& sheet) {
   return sheet.Range("A1")->SpecialCells(xlCellTypeLastCell)->Address(false, false);
 }
 
@@ -119,23 +119,23 @@ const Behaviour kBehaviours[] = {
      },
      EndFrom("A2", xlDown), "A3"},
 
-    {"the last cell of a new sheet", Filled({}), LastCell, "A1"},
-    {"the last cell joins the last row and the last column", Filled({"B9", "F2"}), LastCell, "F9"},
+    {"the last cell of a new sheet", Filled({}), LastCellOf, "A1"},
+    {"the last cell joins the last row and the last column", Filled({"B9", "F2"}), LastCellOf, "F9"},
     {"the last cell counts formats of empty cells",
-     [](Sheet& sheet) { sheet.Range("B2:D36002")->NumberFormat("0.00"); }, LastCell, "D36002"},
+     [](Sheet& sheet) { sheet.Range("B2:D36002")->NumberFormat("0.00"); }, LastCellOf, "D36002"},
     {"the last cell shrinks when cells are cleared",
      [](Sheet& sheet) {
        sheet.Range("A1:D20")->Value(1);
        sheet.Range("A10:D20")->Clear();
      },
-     LastCell, "D9"},
+     LastCellOf, "D9"},
     {"the last cell goes on counting formats of cells whose contents were cleared",
      [](Sheet& sheet) {
        sheet.Range("A1:D20")->NumberFormat("0.00");
        sheet.Range("A1:D20")->Value(1);
        sheet.Range("A1:D20")->ClearContents();
      },
-     LastCell, "D20"},
+     LastCellOf, "D20"},
 
     {"an address is absolute", Filled({}), AddressOf("b2", true, true), "$B$2"},
     {"an address is relative", Filled({}), AddressOf("$B$2", false, false), "B2"},

@@ -12,8 +12,8 @@
 namespace mirelo::testing {
 namespace {
 
-const std::string kOk = "HTTP/1.0 200 OK\r\n";
-const std::string kHonest = kOk + "Content-Type: text/plain\r\nX: 1\r\n\r\nquote";
+const std::string kHonestStatus = "HTTP/1.0 200 OK\r\n";
+const std::string kHonest = kHonestStatus + "Content-Type: text/plain\r\nX: 1\r\n\r\nquote";
 
 struct HeadCase {
   std::string name;
@@ -22,7 +22,7 @@ struct HeadCase {
 
 void PrintTo(const HeadCase& each, std::ostream* out) { *out << each.name; }
 
-std::string Repeated(const std::string& text, int times) {
+std::string RepeatedLines(const std::string& text, int times) {
   std::string result;
   for (int i = 0; i < times; ++i) result += text;
   return result;
@@ -33,8 +33,8 @@ const HeadCase kHeads[] = {
     {"FoldedFirst", "\tx: " + std::string(3000, '9') + "\r\n"},
     {"FoldedFirstByABlank", " x: 9\r\n"},
     {"FoldedFirstWithoutText", "\t\r\nX: 1\r\n"},
-    {"FoldedFirstAndOften", Repeated("\t" + std::string(500, '9') + "\r\n", 200)},
-    {"FoldedOften", "X: 1\r\n" + Repeated("\t" + std::string(500, '9') + "\r\n", 200)},
+    {"FoldedFirstAndOften", RepeatedLines("\t" + std::string(500, '9') + "\r\n", 200)},
+    {"FoldedOften", "X: 1\r\n" + RepeatedLines("\t" + std::string(500, '9') + "\r\n", 200)},
     {"FoldedBehindEmpty", "X:\r\n\t9\r\n"},
     {"FoldedBehindNameless", ": 1\r\n\t9\r\n"},
     {"FoldedBehindColonless", "X\r\n\t9\r\n"},
@@ -72,7 +72,7 @@ class HostileHeads : public HttpMachine, public ::testing::WithParamInterface<He
 };
 
 TEST_P(HostileHeads, AreTakenOrRefusedBehindAnHonestReply) {
-  const std::string hostile = kOk + GetParam().lines + "\r\nquote";
+  const std::string hostile = kHonestStatus + GetParam().lines + "\r\nquote";
   LoopbackServer server(InTurn({kHonest, hostile, hostile, kHonest, hostile}));
   ExpectQuote(server);
   ExpectToEnd(server);
@@ -86,8 +86,8 @@ TEST_P(HostileHeads, AreTakenOrRefusedBehindRedirects) {
   const std::string redirect = "HTTP/1.0 302 Found\r\nX: 1\r\nLocation: /next\r\n\r\n";
   const std::string hostile_redirect =
       "HTTP/1.0 302 Found\r\n" + GetParam().lines + "Location: /next\r\n\r\n";
-  LoopbackServer server(InTurn(
-      {redirect, redirect, redirect, kOk + GetParam().lines + "\r\nquote", kHonest, hostile_redirect}));
+  LoopbackServer server(InTurn({redirect, redirect, redirect, kHonestStatus + GetParam().lines + "\r\nquote",
+                                kHonest, hostile_redirect}));
   ExpectToEnd(server);
   ExpectQuote(server);
   ExpectToEnd(server);
@@ -97,15 +97,15 @@ TEST_P(HostileHeads, AreTakenOrRefusedBehindRedirects) {
 TEST_P(HostileHeads, AreTakenOrRefusedBehindInterimReplies) {
   const std::string interim = "HTTP/1.1 100 Continue\r\nX: 1\r\n\r\n";
   const std::string early = "HTTP/1.1 103 Early Hints\r\n" + GetParam().lines + "\r\n";
-  const std::string hostile = kOk + GetParam().lines + "\r\nquote";
+  const std::string hostile = kHonestStatus + GetParam().lines + "\r\nquote";
   LoopbackServer server(InTurn({interim + hostile, early + hostile, interim + early + early + hostile,
                                 early + kHonest, kHonest, early + hostile}));
   for (int i = 0; i < 6; ++i) ExpectToEnd(server);
   ExpectQuote(server);
 }
 
-constexpr auto kName = [](const auto& info) { return info.param.name; };
-INSTANTIATE_TEST_SUITE_P(Table, HostileHeads, ::testing::ValuesIn(kHeads), kName);
+constexpr auto kHeadName = [](const auto& info) { return info.param.name; };
+INSTANTIATE_TEST_SUITE_P(Table, HostileHeads, ::testing::ValuesIn(kHeads), kHeadName);
 
 }  // namespace
 }  // namespace mirelo::testing

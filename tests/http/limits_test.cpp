@@ -18,7 +18,7 @@ using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::IsEmpty;
 
-const std::string kOk = "HTTP/1.0 200 OK\r\n";
+const std::string kEndlessStatus = "HTTP/1.0 200 OK\r\n";
 
 class Limited : public ::testing::Test {
  protected:
@@ -83,20 +83,21 @@ std::string Repeated(const std::string& text) {
 
 const std::string kTooLarge = "it is larger than 2 MiB";
 const std::string kTooMuchHead = "its headers are larger than 8 KiB";
-const std::string kChunked = kOk + "Transfer-Encoding: chunked\r\n\r\n";
+const std::string kChunked = kEndlessStatus + "Transfer-Encoding: chunked\r\n\r\n";
 
 const EndlessCase kEndless[] = {
-    {"Body", kOk + "\r\n", std::string(4096, 'x'), kTooLarge},
-    {"AnnouncedBody", kOk + "Content-Length: 1073741824\r\n\r\n", std::string(4096, 'x'), kTooLarge},
-    {"Lines", kOk + "\r\nOK", Repeated("\r\n"), kTooLarge},
+    {"Body", kEndlessStatus + "\r\n", std::string(4096, 'x'), kTooLarge},
+    {"AnnouncedBody", kEndlessStatus + "Content-Length: 1073741824\r\n\r\n", std::string(4096, 'x'),
+     kTooLarge},
+    {"Lines", kEndlessStatus + "\r\nOK", Repeated("\r\n"), kTooLarge},
     {"Chunks", kChunked, Repeated("4\r\n1234\r\n"), kTooLarge},
     {"OneChunk", kChunked + "7fffffff\r\n", std::string(4096, 'x'), kTooLarge},
 };
 
 const EndlessCase kEndlessHeads[] = {
-    {"HeaderLines", kOk, "X: 1\r\n", kTooMuchHead},
-    {"FoldedLines", kOk + "X: 1\r\n", "\t1\r\n", kTooMuchHead},
-    {"EmptyHeaders", kOk, ":\r\n", kTooMuchHead},
+    {"HeaderLines", kEndlessStatus, "X: 1\r\n", kTooMuchHead},
+    {"FoldedLines", kEndlessStatus + "X: 1\r\n", "\t1\r\n", kTooMuchHead},
+    {"EmptyHeaders", kEndlessStatus, ":\r\n", kTooMuchHead},
     {"InterimReplies", "", "HTTP/1.1 100 Continue\r\n\r\n", kTooMuchHead},
     {"InterimRepliesWithFoldedLines", "", "HTTP/1.1 103 x\r\nX:\r\n\t1\r\n\r\n", kTooMuchHead},
 };
@@ -106,7 +107,7 @@ const EndlessCase kEndlessTrailers[] = {
     {"FoldedTrailers", kChunked + "5\r\nquote\r\n0\r\n", "\t1\r\n", kTooMuchHead},
 };
 
-constexpr auto kName = [](const auto& info) { return info.param.name; };
+constexpr auto kEndlessName = [](const auto& info) { return info.param.name; };
 
 class EndlessReplies : public Limited, public ::testing::WithParamInterface<EndlessCase> {};
 
@@ -119,9 +120,9 @@ TEST_P(EndlessReplies, FailWhereTheWholeReplyIsWaitedFor) {
   server.WaitForScripts(1);  // the connection is closed
 }
 
-INSTANTIATE_TEST_SUITE_P(Bodies, EndlessReplies, ::testing::ValuesIn(kEndless), kName);
-INSTANTIATE_TEST_SUITE_P(Heads, EndlessReplies, ::testing::ValuesIn(kEndlessHeads), kName);
-INSTANTIATE_TEST_SUITE_P(Trailers, EndlessReplies, ::testing::ValuesIn(kEndlessTrailers), kName);
+INSTANTIATE_TEST_SUITE_P(Bodies, EndlessReplies, ::testing::ValuesIn(kEndless), kEndlessName);
+INSTANTIATE_TEST_SUITE_P(Heads, EndlessReplies, ::testing::ValuesIn(kEndlessHeads), kEndlessName);
+INSTANTIATE_TEST_SUITE_P(Trailers, EndlessReplies, ::testing::ValuesIn(kEndlessTrailers), kEndlessName);
 
 class EndlessBodies : public EndlessReplies {};
 
@@ -134,7 +135,7 @@ TEST_P(EndlessBodies, EndAtTheLimitForWhoReadsThemAsTheyCome) {
   server.WaitForScripts(1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, EndlessBodies, ::testing::ValuesIn(kEndless), kName);
+INSTANTIATE_TEST_SUITE_P(Table, EndlessBodies, ::testing::ValuesIn(kEndless), kEndlessName);
 
 class EndlessHeads : public EndlessReplies {};
 
@@ -144,13 +145,13 @@ TEST_P(EndlessHeads, FailForWhoReadsThemAsTheyComeToo) {
   EXPECT_THAT(told, ElementsAre(Told(server, GetParam().reason)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, EndlessHeads, ::testing::ValuesIn(kEndlessHeads), kName);
+INSTANTIATE_TEST_SUITE_P(Table, EndlessHeads, ::testing::ValuesIn(kEndlessHeads), kEndlessName);
 
 class LargeReply : public Limited {};
 
 // Such a line is no header to begin with, so nothing is told.
 TEST_F(LargeReply, OfOneEndlessLineFails) {
-  LoopbackServer server(Endless(kOk, std::string(4096, 'x')));
+  LoopbackServer server(Endless(kEndlessStatus, std::string(4096, 'x')));
   EXPECT_EQ(StatesOf(server), kSendFailed);
   internet.WaitForWholeReplies();
   EXPECT_EQ(StatesOf(server), kSendFailed);
@@ -158,7 +159,7 @@ TEST_F(LargeReply, OfOneEndlessLineFails) {
 
 TEST_F(LargeReply, MayComeUpToTheLimit) {
   const std::string body(kLimits.body, 'x');
-  LoopbackServer server(Reply(kOk + "\r\n" + body));
+  LoopbackServer server(Reply(kEndlessStatus + "\r\n" + body));
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(StatesOf(server), kGoodPath);
     EXPECT_EQ(response, body);
@@ -169,7 +170,7 @@ TEST_F(LargeReply, MayComeUpToTheLimit) {
 
 TEST_F(LargeReply, FailsOneByteAboveTheLimit) {
   internet.WaitForWholeReplies();
-  LoopbackServer server(Reply(kOk + "\r\n" + std::string(kLimits.body + 1, 'x')));
+  LoopbackServer server(Reply(kEndlessStatus + "\r\n" + std::string(kLimits.body + 1, 'x')));
   EXPECT_EQ(StatesOf(server), kSendFailed);
 }
 
@@ -177,7 +178,7 @@ TEST_F(LargeReply, ThatSaysSoIsNotWaitedFor) {
   internet.WaitForWholeReplies();
   LoopbackServer server([](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
-    peer.Send(kOk + "Content-Length: " + std::to_string(kLimits.body + 1) + "\r\n\r\n");
+    peer.Send(kEndlessStatus + "Content-Length: " + std::to_string(kLimits.body + 1) + "\r\n\r\n");
     peer.ReceiveAll();  // until the client closes
   });
   EXPECT_EQ(StatesOf(server), kSendFailed);
@@ -186,7 +187,7 @@ TEST_F(LargeReply, ThatSaysSoIsNotWaitedFor) {
 
 TEST_F(LargeReply, MayBeSpokenOfInOneWithoutABody) {
   internet.WaitForWholeReplies();
-  LoopbackServer server(Reply(kOk + "Content-Length: 1073741824\r\n\r\n"));
+  LoopbackServer server(Reply(kEndlessStatus + "Content-Length: 1073741824\r\n\r\n"));
   LocalTransfer transfer(server.Port());
   transfer.Method("HEAD");
   transfer.Execute();
@@ -194,7 +195,7 @@ TEST_F(LargeReply, MayBeSpokenOfInOneWithoutABody) {
 }
 
 TEST_F(LargeReply, IsToldOfOnceAndForEach) {
-  LoopbackServer server(Endless(kOk + "\r\n", std::string(4096, 'x')));
+  LoopbackServer server(Endless(kEndlessStatus + "\r\n", std::string(4096, 'x')));
   StatesOf(server);
   StatesOf(server);
   const std::string text = Told(server, kTooLarge);
@@ -219,10 +220,10 @@ void PrintTo(const DripCase& each, std::ostream* out) { *out << each.name; }
 
 const DripCase kDrips[] = {
     {"StatusLine", "HTTP/1.0 200 ", "O"},
-    {"Header", kOk + "X: ", "1"},
+    {"Header", kEndlessStatus + "X: ", "1"},
     {"InterimReplies", "", "HTTP/1.1 100 Continue\r\n\r\n"},
-    {"Body", kOk + "\r\n", "x"},
-    {"AnnouncedBody", kOk + "Content-Length: 1000\r\n\r\n", "x"},
+    {"Body", kEndlessStatus + "\r\n", "x"},
+    {"AnnouncedBody", kEndlessStatus + "Content-Length: 1000\r\n\r\n", "x"},
     {"ChunkSize", kChunked, "0"},
     {"ChunkExtension", kChunked + "5;", "x"},
     {"Trailer", kChunked + "0\r\nX: ", "1"},
@@ -282,7 +283,7 @@ TEST_P(Drips, EndForWhoReadsThemAsTheyComeToo) {
   ExpectToldOfTime(server);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, Drips, ::testing::ValuesIn(kDrips), kName);
+INSTANTIATE_TEST_SUITE_P(Table, Drips, ::testing::ValuesIn(kDrips), kEndlessName);
 
 class LongTransfer : public Limited {};
 
@@ -306,7 +307,7 @@ TEST_F(LongTransfer, TakesTheTimeOfItsRedirectsTogether) {
 TEST_F(LongTransfer, MayTakeAsLongAsItsClientAllowsASingleStep) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
-    for (const char byte : kOk + "\r\n123456789") {
+    for (const char byte : kEndlessStatus + "\r\n123456789") {
       peer.Await();
       peer.Send({&byte, 1});
     }
@@ -325,7 +326,7 @@ TEST_F(LongTransfer, MayTakeAsLongAsItsClientAllowsASingleStep) {
 
 TEST_F(LongTransfer, IsNotWhatItsReaderTakes) {
   const std::string body(1 << 20, 'x');  // more than waits unread
-  LoopbackServer server(Reply(kOk + "\r\n" + body));
+  LoopbackServer server(Reply(kEndlessStatus + "\r\n" + body));
   LocalTransfer transfer(server.Port());
   transfer.OnProgress.Subscribe([&](float, std::int32_t, std::int32_t) { ahead += std::chrono::minutes(1); });
   transfer.Execute();
@@ -343,7 +344,7 @@ class WholeReply : public Limited {
 TEST_F(WholeReply, IsTakenInPieces) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
-    for (const char byte : kOk + "Content-Type: a/b\r\nContent-Length: 5\r\n\r\nquote") {
+    for (const char byte : kEndlessStatus + "Content-Type: a/b\r\nContent-Length: 5\r\n\r\nquote") {
       peer.Await();
       peer.Send({&byte, 1});
     }
@@ -357,7 +358,7 @@ TEST_F(WholeReply, IsTakenInPieces) {
 }
 
 TEST_F(WholeReply, MayBeShortOrNone) {
-  for (const std::string& reply : {kOk + "Content-Length: 50\r\n\r\n", std::string()}) {
+  for (const std::string& reply : {kEndlessStatus + "Content-Length: 50\r\n\r\n", std::string()}) {
     LoopbackServer server(Reply(reply));
     EXPECT_EQ(StatesOf(server), kGoodPath);
     EXPECT_EQ(response, "");
@@ -368,7 +369,7 @@ TEST_F(WholeReply, MayBeShortOrNone) {
 TEST_F(WholeReply, FailsWhenTheServerSaysNothingMore) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
-    peer.Send(kOk + "\r\nquo");
+    peer.Send(kEndlessStatus + "\r\nquo");
     peer.ReceiveAll();
   });
   observed.behind_ready = [&](unsigned ready) {
@@ -381,7 +382,7 @@ TEST_F(WholeReply, FailsWhenTheServerSaysNothingMore) {
 TEST_F(WholeReply, FailsWhenTransfersAreStopped) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
-    peer.Send(kOk + "\r\nquo");
+    peer.Send(kEndlessStatus + "\r\nquo");
     peer.ReceiveAll();
   });
   observed.behind_ready = [&](unsigned ready) {

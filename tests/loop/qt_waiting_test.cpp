@@ -18,8 +18,8 @@ namespace {
 
 using testing::SocketPair;
 using Words = std::vector<std::string>;
-constexpr unsigned kRead = QtLoop::kRead;
-constexpr unsigned kWrite = QtLoop::kWrite;
+constexpr unsigned kQtRead = QtLoop::kRead;
+constexpr unsigned kQtWrite = QtLoop::kWrite;
 constexpr QtLoop::Milliseconds kAtOnce{0};
 
 // Has Qt call `act` at its next chance, as it does for a click.
@@ -58,7 +58,7 @@ TEST(QtWaiting, IsEndedByBytesAndByTimersInsideWhatQtHasCalled) {
   QtLoop loop;
   SocketPair pair;
   Words log;
-  loop.Watch(pair.near, kRead, [&](unsigned) { log.push_back(pair.Read()); });
+  loop.Watch(pair.near, kQtRead, [&](unsigned) { log.push_back(pair.Read()); });
   bool done = false;
   PostToQt([&] {
     pair.Write("bytes");
@@ -76,7 +76,7 @@ TEST(QtWaiting, GoesOnInALoopOfQtsOwn) {
   SocketPair pair;
   Words log;
   bool done = false;
-  loop.Watch(pair.near, kRead, [&](unsigned) { log.push_back(pair.Read()); });
+  loop.Watch(pair.near, kQtRead, [&](unsigned) { log.push_back(pair.Read()); });
   PostToQt([&] {
     QEventLoop of_qt;
     loop.StartTimer(kAtOnce, [&] {
@@ -146,12 +146,12 @@ TEST(QtGuard, HandsOnSeveralErrorsOneByOne) {
 TEST(QtWaiting, SleepsUntilSomethingHappens) {
   QtLoop loop;
   SocketPair quiet, unwatched, written;
-  loop.Watch(quiet.near, kRead, [](unsigned) {});
-  const auto ended = loop.Watch(unwatched.near, kRead, [](unsigned) {});
+  loop.Watch(quiet.near, kQtRead, [](unsigned) {});
+  const auto ended = loop.Watch(unwatched.near, kQtRead, [](unsigned) {});
   loop.Unwatch(ended);
   unwatched.Write("x");
-  const auto changed = loop.Watch(written.near, kRead | kWrite, [](unsigned) {});
-  loop.Rewatch(changed, kRead);
+  const auto changed = loop.Watch(written.near, kQtRead | kQtWrite, [](unsigned) {});
+  loop.Rewatch(changed, kQtRead);
   bool fired = false;
   loop.StartTimer(QtLoop::Milliseconds(15), [&] { fired = true; });
   int questions = 0;
@@ -163,7 +163,7 @@ TEST(QtWaiting, SleepsUntilSomethingHappens) {
 }
 
 TEST(QtWaiting, IsEndedByAHangUpWhateverWasAskedFor) {
-  for (const unsigned interest : {kRead, kWrite, kRead | kWrite}) {
+  for (const unsigned interest : {kQtRead, kQtWrite, kQtRead | kQtWrite}) {
     SCOPED_TRACE(interest);
     QtLoop loop;
     SocketPair pair;
@@ -179,7 +179,7 @@ TEST(QtWaiting, NeverAsksQtForADescriptorThatHasBeenClosed) {
   const Warnings collected;
   QtLoop loop;
   SocketPair first;
-  const auto token = loop.Watch(first.near, kRead | kWrite, [](unsigned) {});
+  const auto token = loop.Watch(first.near, kQtRead | kQtWrite, [](unsigned) {});
   loop.Yield();
   loop.Unwatch(token);
   first.CloseNear();
@@ -187,7 +187,7 @@ TEST(QtWaiting, NeverAsksQtForADescriptorThatHasBeenClosed) {
   QCoreApplication::processEvents();
   SocketPair again;  // has the same number
   std::string bytes;
-  loop.Watch(again.near, kRead, [&](unsigned) { bytes = again.Read(); });
+  loop.Watch(again.near, kQtRead, [&](unsigned) { bytes = again.Read(); });
   again.Write("x");
   loop.RunUntil([&] { return !bytes.empty(); });
   EXPECT_EQ(warnings, Words{});

@@ -17,8 +17,8 @@ namespace {
 using host::MessageLoop;
 using testing::SocketPair;
 
-constexpr unsigned kRead = MessageLoop::kRead;
-constexpr unsigned kWrite = MessageLoop::kWrite;
+constexpr unsigned kReadable = MessageLoop::kRead;
+constexpr unsigned kWritable = MessageLoop::kWrite;
 
 template <class Loop>
 using Watch = LoopTest<Loop>;
@@ -37,8 +37,8 @@ TYPED_TEST(Watch, HandsAReadyDescriptorToItsHandlerOnceAStep) {
   TypeParam loop;
   SocketPair pair;
   int calls = 0;
-  loop.Watch(pair.near, kRead, [&](unsigned ready) {
-    EXPECT_EQ(ready, kRead);
+  loop.Watch(pair.near, kReadable, [&](unsigned ready) {
+    EXPECT_EQ(ready, kReadable);
     ++calls;
   });
   loop.Yield();
@@ -58,11 +58,11 @@ TYPED_TEST(Watch, TellsOnlyWhatWasAskedFor) {
     unsigned ready;  // 0: not called
   };
   const Case cases[] = {
-      {"reading, nothing there", kRead, false, 0},
-      {"reading", kRead, true, kRead},
-      {"writing", kWrite, true, kWrite},
-      {"both, nothing there", kRead | kWrite, false, kWrite},
-      {"both", kRead | kWrite, true, kRead | kWrite},
+      {"reading, nothing there", kReadable, false, 0},
+      {"reading", kReadable, true, kReadable},
+      {"writing", kWritable, true, kWritable},
+      {"both, nothing there", kReadable | kWritable, false, kWritable},
+      {"both", kReadable | kWritable, true, kReadable | kWritable},
       {"neither", 0, true, 0},
   };
   for (const Case& c : cases) {
@@ -78,7 +78,7 @@ TYPED_TEST(Watch, TellsOnlyWhatWasAskedFor) {
 }
 
 TYPED_TEST(Watch, CountsAHangUpAsWhateverWasAskedFor) {
-  for (const unsigned interest : {kRead, kWrite, kRead | kWrite}) {
+  for (const unsigned interest : {kReadable, kWritable, kReadable | kWritable}) {
     SCOPED_TRACE(interest);
     TypeParam loop;
     SocketPair pair;
@@ -98,7 +98,7 @@ TYPED_TEST(Watch, WithoutInterestIsNotCalledForAHangUpEither) {
   pair.CloseFar();
   loop.Yield();
   EXPECT_EQ(calls, 0);
-  loop.Rewatch(token, kRead);
+  loop.Rewatch(token, kReadable);
   loop.Yield();
   EXPECT_EQ(calls, 1);
 }
@@ -108,11 +108,11 @@ TYPED_TEST(Watch, FollowsRewatchWithinTheSameStep) {
   SocketPair a, b;
   std::vector<std::string> calls;
   MessageLoop::Token token_b = 0;
-  loop.Watch(a.near, kRead, [&](unsigned) {
+  loop.Watch(a.near, kReadable, [&](unsigned) {
     calls.push_back("a");
     loop.Rewatch(token_b, 0);
   });
-  token_b = loop.Watch(b.near, kRead, [&](unsigned) { calls.push_back("b"); });
+  token_b = loop.Watch(b.near, kReadable, [&](unsigned) { calls.push_back("b"); });
   a.Write("x");
   b.Write("x");
   loop.Yield();
@@ -124,11 +124,11 @@ TYPED_TEST(Watch, EndedByAnotherHandlerOfTheSameStepIsNotCalled) {
   SocketPair a, b;
   MessageLoop::Token token_a = 0, token_b = 0;
   std::vector<std::string> calls;
-  token_a = loop.Watch(a.near, kRead, [&](unsigned) {
+  token_a = loop.Watch(a.near, kReadable, [&](unsigned) {
     calls.push_back("one");
     loop.Unwatch(token_b);
   });
-  token_b = loop.Watch(b.near, kRead, [&](unsigned) {
+  token_b = loop.Watch(b.near, kReadable, [&](unsigned) {
     calls.push_back("one");
     loop.Unwatch(token_a);
   });
@@ -145,9 +145,9 @@ TYPED_TEST(Watch, AddedByAHandlerIsFirstCalledInTheNextStep) {
   SocketPair a, b;
   int calls = 0;
   MessageLoop::Token token_a = 0;
-  token_a = loop.Watch(a.near, kRead, [&](unsigned) {
+  token_a = loop.Watch(a.near, kReadable, [&](unsigned) {
     loop.Unwatch(token_a);
-    loop.Watch(b.near, kRead, [&](unsigned) { ++calls; });
+    loop.Watch(b.near, kReadable, [&](unsigned) { ++calls; });
   });
   a.Write("x");
   b.Write("x");
@@ -164,7 +164,7 @@ TYPED_TEST(Watch, MayBeEndedByItsOwnHandlerWhichLivesUntilItReturns) {
   const std::weak_ptr<std::string> life = owned;
   MessageLoop::Token token = 0;
   std::string seen;
-  token = loop.Watch(pair.near, kRead, [&loop, &token, &seen, owned = std::move(owned)](unsigned) {
+  token = loop.Watch(pair.near, kReadable, [&loop, &token, &seen, owned = std::move(owned)](unsigned) {
     loop.Unwatch(token);
     seen = *owned;
   });
@@ -179,7 +179,7 @@ TYPED_TEST(Watch, OfADescriptorClosedUnderneathIsDroppedInsteadOfSpunOn) {
   TypeParam loop;
   SocketPair pair;
   int calls = 0;
-  loop.Watch(pair.near, kRead, [&](unsigned) { ++calls; });
+  loop.Watch(pair.near, kReadable, [&](unsigned) { ++calls; });
   pair.CloseNear();
   loop.Yield();
   EXPECT_EQ(calls, 0);
@@ -190,8 +190,8 @@ TYPED_TEST(Watch, OfANumberThatCameBackTakesThePlaceOfTheFormer) {
   TypeParam loop;
   SocketPair pair;
   std::vector<std::string> calls;
-  const auto former = loop.Watch(pair.near, kRead, [&](unsigned) { calls.push_back("former"); });
-  loop.Watch(pair.near, kRead, [&](unsigned) { calls.push_back("new"); });
+  const auto former = loop.Watch(pair.near, kReadable, [&](unsigned) { calls.push_back("former"); });
+  loop.Watch(pair.near, kReadable, [&](unsigned) { calls.push_back("new"); });
   pair.Write("x");
   loop.Yield();
   loop.Unwatch(former);  // unknown by now
@@ -203,7 +203,7 @@ TYPED_TEST(Watch, IgnoresUnknownTokens) {
   TypeParam loop;
   loop.Unwatch(0);
   loop.Unwatch(12345);
-  loop.Rewatch(12345, kRead);
+  loop.Rewatch(12345, kReadable);
   loop.StopTimer(12345);
   loop.Yield();
   EXPECT_EQ(loop.WatchCount(), 0u);
@@ -214,7 +214,7 @@ TYPED_TEST(Tokens, AreNeverZeroNorUsedTwiceWhetherWatchOrTimer) {
   SocketPair pair;
   std::set<MessageLoop::Token> seen;
   for (int i = 0; i < 100; ++i) {
-    const auto watch = loop.Watch(pair.near, kRead, [](unsigned) {});
+    const auto watch = loop.Watch(pair.near, kReadable, [](unsigned) {});
     const auto timer = loop.StartTimer(MessageLoop::Milliseconds(0), [] {});
     EXPECT_TRUE(seen.insert(watch).second);
     EXPECT_TRUE(seen.insert(timer).second);
@@ -231,7 +231,7 @@ TYPED_TEST(Watch, OfHundredsOfDescriptorsReachesEachOne) {
   std::set<int> called;
   for (int i = 0; i < 300; ++i) {
     pairs.push_back(std::make_unique<SocketPair>());
-    tokens.push_back(loop.Watch(pairs.back()->near, kRead, [&called, i](unsigned) { called.insert(i); }));
+    tokens.push_back(loop.Watch(pairs.back()->near, kReadable, [&called, i](unsigned) { called.insert(i); }));
     pairs.back()->Write("x");
   }
   std::set<int> expected;
@@ -250,11 +250,11 @@ TYPED_TEST(Handlers, MayThrowAndTheLoopGoesOn) {
   TypeParam loop;
   SocketPair a, b;
   int good_calls = 0;
-  loop.Watch(a.near, kRead, [&](unsigned) {
+  loop.Watch(a.near, kReadable, [&](unsigned) {
     a.Read();
     throw std::runtime_error("bad bytes");
   });
-  loop.Watch(b.near, kRead, [&](unsigned) {
+  loop.Watch(b.near, kReadable, [&](unsigned) {
     b.Read();
     ++good_calls;
   });
@@ -279,9 +279,9 @@ TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
   TypeParam loop;
   SocketPair a, b, c;
   const auto hold = [&](MessageLoop::Token other) { return std::make_shared<Ending>(loop, other); };
-  const auto watch_a = loop.Watch(a.near, kRead, [](unsigned) {});
-  const auto watch_b = loop.Watch(b.near, kRead, [end = hold(watch_a)](unsigned) {});
-  const auto watch_c = loop.Watch(c.near, kRead, [end = hold(watch_b)](unsigned) {});
+  const auto watch_a = loop.Watch(a.near, kReadable, [](unsigned) {});
+  const auto watch_b = loop.Watch(b.near, kReadable, [end = hold(watch_a)](unsigned) {});
+  const auto watch_c = loop.Watch(c.near, kReadable, [end = hold(watch_b)](unsigned) {});
   EXPECT_EQ(loop.WatchCount(), 3u);
   loop.Unwatch(watch_c);
   EXPECT_EQ(loop.WatchCount(), 0u);
@@ -293,7 +293,7 @@ TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
   TypeParam loop;
   std::generate_n(std::back_inserter(endings), 8, [&] { return std::make_shared<Ending>(loop); });
   for (std::size_t i = 0; i < 8; ++i) {
-    endings[(i + 3) % 8]->other = loop.Watch(pairs[i].near, kRead, [end = endings[i]](unsigned) {});
+    endings[(i + 3) % 8]->other = loop.Watch(pairs[i].near, kReadable, [end = endings[i]](unsigned) {});
   }
   loop.StartTimer(MessageLoop::Milliseconds(1000), [end = endings[0]] {});
   endings.clear();
@@ -304,7 +304,7 @@ TYPED_TEST(RunUntil, ReturnsAtOnceWhenDoneAlready) {
   TypeParam loop;
   SocketPair pair;
   int calls = 0;
-  loop.Watch(pair.near, kRead, [&](unsigned) { ++calls; });
+  loop.Watch(pair.near, kReadable, [&](unsigned) { ++calls; });
   pair.Write("x");
   loop.RunUntil([] { return true; });
   EXPECT_EQ(calls, 0);

@@ -83,9 +83,9 @@ TEST(Pictures, AreAllDrawnAndAllDifferent) {
   EXPECT_TRUE(Picture("").isNull());
 }
 
-class Sample : public forms::Form {
+class DrawnForm : public forms::Form {
  public:
-  Sample() : Form("Sample", "A sample") {
+  DrawnForm() : Form("Sample", "A sample") {
     Design(6000, 6000, Border::Sizable);
     picture.Picture("delete");
     grid.FormatString("Ticker|Last");
@@ -119,7 +119,7 @@ class Drawing : public GuiTest {
     person.Does("look again", [&] { EXPECT_GT(Difference(before, Drawn(*Find(control))), 10) << control; });
     Show(form);
   }
-  Sample form;
+  DrawnForm form;
 };
 
 TEST_F(Drawing, ShowsTheTextOfEachKindOfControl) {

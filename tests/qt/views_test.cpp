@@ -26,9 +26,9 @@ namespace {
 using Words = std::vector<std::string>;
 
 // A form with one control of each kind.
-class Sample : public forms::Form {
+class ViewedForm : public forms::Form {
  public:
-  Sample() : Form("Sample", "A sample") { Design(6000, 6000, Border::Sizable); }
+  ViewedForm() : Form("Sample", "A sample") { Design(6000, 6000, Border::Sizable); }
 
   forms::TextBox name{*this, "name", nullptr};
   forms::CheckBox tick{*this, "tick", nullptr, "&Tick me"};
@@ -45,7 +45,7 @@ class Sample : public forms::Form {
 
 class Controls : public GuiTest {
  protected:
-  Sample form;
+  ViewedForm form;
 };
 
 TEST_F(Controls, ButtonIsPressedByMouseBlankKeyAndItsLetter) {
@@ -284,7 +284,7 @@ TEST_F(Controls, NumberBoxTakesAnyText) {
 
 TEST_F(Controls, LabelThatCanBeClickedIsReachedByTheKeyboardToo) {
   Words log;
-  Sample other;
+  ViewedForm other;
   forms::Label clickable(other, "clickable", nullptr);
   clickable.Click.Subscribe([&] { log.push_back("click"); });
   person.Does("click and press", [&] {

@@ -22,7 +22,7 @@ std::string Strikes(FaultRule rule, int occasions) {
 }
 
 template <typename Parse>
-std::string Refusal(Parse parse) {
+std::string RefusalOf(Parse parse) {
   try {
     parse();
   } catch (const std::invalid_argument& error) {
@@ -57,7 +57,7 @@ TEST(FaultRule, StrikesByChanceAndAlikeForTheSameSeed) {
 TEST(FaultRule, RefusesTextThatDoesNotSayWhen) {
   for (const char* text : {"0", "-1", "x", "3x", "%", "101%", "-1%", "nan%", "1%%", " 3"}) {
     SCOPED_TRACE(text);
-    EXPECT_EQ(Refusal([&] { FaultRule::Parse(text, 1); }),
+    EXPECT_EQ(RefusalOf([&] { FaultRule::Parse(text, 1); }),
               "\"" + std::string(text) +
                   "\" does not say when a fault strikes: 3 is each third time, 25% one time in four");
   }
@@ -72,11 +72,11 @@ TEST(HttpFaultPlan, IsANameAndARule) {
 }
 
 TEST(HttpFaultPlan, RefusesUnknownNames) {
-  EXPECT_EQ(Refusal([] { HttpFaultPlan::Parse("burn:2", 1); }),
+  EXPECT_EQ(RefusalOf([] { HttpFaultPlan::Parse("burn:2", 1); }),
             "\"burn\" is no fault of a reply; there are none, drop, reset, stall, truncate-head, "
             "truncate-body, garbage, "
             "wrong-status, short-length, long-length");
-  EXPECT_THAT(Refusal([] { HttpFaultPlan::Parse("drop:often", 1); }), StartsWith("\"often\" does not say"));
+  EXPECT_THAT(RefusalOf([] { HttpFaultPlan::Parse("drop:often", 1); }), StartsWith("\"often\" does not say"));
 }
 
 TEST(StreamFaultPlan, IsANameAStepAndARule) {
@@ -110,13 +110,13 @@ TEST(StreamFaultPlan, KnowsEachFaultAndStep) {
 }
 
 TEST(StreamFaultPlan, RefusesWhatCannotBe) {
-  EXPECT_EQ(Refusal([] { StreamFaultPlan::Parse("drop", 1); }),
+  EXPECT_EQ(RefusalOf([] { StreamFaultPlan::Parse("drop", 1); }),
             "\"drop\" names no step, as drop@greeting does");
-  EXPECT_THAT(Refusal([] { StreamFaultPlan::Parse("burn@login", 1); }),
+  EXPECT_THAT(RefusalOf([] { StreamFaultPlan::Parse("burn@login", 1); }),
               StartsWith("\"burn\" is no fault of the stream"));
-  EXPECT_EQ(Refusal([] { StreamFaultPlan::Parse("drop@lunch:2", 1); }),
+  EXPECT_EQ(RefusalOf([] { StreamFaultPlan::Parse("drop@lunch:2", 1); }),
             "\"lunch\" is no step of the stream; there are greeting, login, sources, streamer, quotes");
-  EXPECT_EQ(Refusal([] { StreamFaultPlan::Parse("zero-length@login", 1); }),
+  EXPECT_EQ(RefusalOf([] { StreamFaultPlan::Parse("zero-length@login", 1); }),
             "only quotes have a length that can lie");
 }
 

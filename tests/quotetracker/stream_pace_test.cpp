@@ -21,7 +21,7 @@ namespace mirelo::quotetracker {
 namespace {
 
 using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
+using PaceClock = std::chrono::steady_clock;
 using ::testing::StartsWith;
 
 constexpr int kSmallBuffer = 16 * 1024;
@@ -81,10 +81,10 @@ TEST(StreamPace, SendsNoMoreChangesThanItsRate) {
   Server server(std::move(options));
   StreamClient client(server.StreamPort());
   client.LogIn();
-  const auto begin = Clock::now();
+  const auto begin = PaceClock::now();
   client.Subscribe("A");
   client.ReadRecords(1 + 30);
-  EXPECT_GE(Clock::now() - begin, 290ms);
+  EXPECT_GE(PaceClock::now() - begin, 290ms);
 }
 
 class StreamFlow : public ::testing::TestWithParam<double> {};

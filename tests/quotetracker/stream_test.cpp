@@ -16,13 +16,13 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-Clock FixedClock() {
+Clock ClockOfTheGreeting() {
   return [] { return ParseMoment("12/31/2005", "09:30:15").value(); };
 }
 
 ServerOptions AtAFixedTime() {
   ServerOptions options;
-  options.quotes = std::make_unique<Market>(1, FixedClock());
+  options.quotes = std::make_unique<Market>(1, ClockOfTheGreeting());
   return options;
 }
 

@@ -35,8 +35,8 @@ using ::testing::Each;
 using ::testing::Ge;
 using ::testing::SizeIs;
 
-constexpr auto kPatience = 60s;
-const std::filesystem::path kPrograms = MIRELO_BIN_DIR;
+constexpr auto kBurstPatience = 60s;
+const std::filesystem::path kProgramFolder = MIRELO_BIN_DIR;
 
 class BurstOfQuotes : public ::testing::Test {
  protected:
@@ -55,7 +55,7 @@ class BurstOfQuotes : public ::testing::Test {
   }
   static std::unique_ptr<app::ChildProcess> Start(Arguments arguments, const Burst& burst) {
     for (const std::string& ticker : burst.Tickers()) arguments.push_back(ticker);
-    return std::make_unique<app::ChildProcess>(kPrograms / "mirelo", arguments);
+    return std::make_unique<app::ChildProcess>(kProgramFolder / "mirelo", arguments);
   }
   static Arguments StreamFrom(const quotetracker::Server& server) {
     return {"stream", "--source", "SWISS.SDF", "--socket-port", std::to_string(server.StreamPort())};
@@ -68,7 +68,7 @@ class BurstOfQuotes : public ::testing::Test {
 // The quotes of mirelo stream --csv, up to the burst's last.
 BurstArrival ReadCsv(app::ChildProcess& mirelo, const Burst& burst) {
   BurstArrival arrival(burst);
-  const auto fields = [&] { return Split(mirelo.ReadLine(kPatience).value_or(""), ","); };
+  const auto fields = [&] { return Split(mirelo.ReadLine(kBurstPatience).value_or(""), ","); };
   const auto names = fields();
   const auto column = [&](const char* name) {
     return static_cast<std::size_t>(std::ranges::find(names, name) - names.begin());
@@ -102,7 +102,7 @@ TEST_F(BurstOfQuotes, IsPrintedInTheOrderSent) {
     EXPECT_EQ(arrival.Displaced(), 0);
     EXPECT_EQ(arrival.Negative(), 0);
     mirelo->Signal(SIGINT);
-    EXPECT_EQ(mirelo->Wait(kPatience), 0);
+    EXPECT_EQ(mirelo->Wait(kBurstPatience), 0);
   }
 }
 
@@ -112,9 +112,9 @@ TEST_F(BurstOfQuotes, LeavesTheNewestInTheTableThatStreamEndsWith) {
   Arguments arguments = StreamFrom(*server);
   arguments.insert(arguments.end(), {"--seconds", "1"});
   const auto mirelo = Start(arguments, burst);
-  ASSERT_EQ(mirelo->Wait(kPatience), 0);
+  ASSERT_EQ(mirelo->Wait(kBurstPatience), 0);
   int rows = 0;
-  while (const auto line = mirelo->ReadLine(kPatience)) {
+  while (const auto line = mirelo->ReadLine(kBurstPatience)) {
     if (line->starts_with("MSFT") || line->starts_with("IBM")) {
       ++rows;
       EXPECT_THAT(*line, ::testing::HasSubstr(" 300 ")) << "its Last";
@@ -150,13 +150,13 @@ class BurstOfADay : public BurstOfQuotes {
     for (const std::string& ticker : burst.Tickers())
       for (const char* field : {":Last", ":LastVolume"})
         arguments.insert(arguments.end(), {"--tick", ticker + field});
-    app::ChildProcess mirelo(kPrograms / "mirelo", arguments);
-    const auto end = std::chrono::steady_clock::now() + kPatience;
+    app::ChildProcess mirelo(kProgramFolder / "mirelo", arguments);
+    const auto end = std::chrono::steady_clock::now() + kBurstPatience;
     while (NewestPrice(burst) != burst.QuotesOfEach() && mirelo.IsRunning() &&
            std::chrono::steady_clock::now() < end)
       std::this_thread::sleep_for(20ms);
     mirelo.Signal(SIGINT);
-    EXPECT_EQ(mirelo.Wait(kPatience), 0);
+    EXPECT_EQ(mirelo.Wait(kBurstPatience), 0);
   }
   static std::string Join(const std::vector<std::string>& words) {
     std::string joined;

@@ -16,7 +16,7 @@ const ScriptedDesktop::Box kAdjustPort{
     "Please adjust Dovanta HTTP Port parameter in accordance with the same parameter in QouteTracker -> "
     "Preferences.",
     16, "Dovanta2"};
-const ScriptedDesktop::Box kRetrievalError{"Data retrieval error.", 16, "Dovanta2"};
+const ScriptedDesktop::Box kRetrievalErrorBox{"Data retrieval error.", 16, "Dovanta2"};
 
 class QuoteMessages : public LastQuoteTest {
  protected:
@@ -61,7 +61,7 @@ TEST_F(QuoteMessages, TellOfARetrievalThatFailed) {
     desktop.boxes.clear();
     mGlobal::ErrorHandler().CallStackClear();
     internet.answer = [reply = reply](const auto&) { return reply; };
-    ExpectLeft(facade->GetLastQuote(TickersOf({"A"})), kRetrievalError);
+    ExpectLeft(facade->GetLastQuote(TickersOf({"A"})), kRetrievalErrorBox);
   }
 }
 
@@ -77,7 +77,7 @@ TEST_F(QuoteMessages, LoseEarlierBatchesButNotTheirVolumes) {
     if (internet.requests.size() == 1) return market.Reply(request.resource);
     return std::nullopt;
   };
-  ExpectLeft(facade->GetLastQuote(Tickers(83)), kRetrievalError);
+  ExpectLeft(facade->GetLastQuote(Tickers(83)), kRetrievalErrorBox);
   EXPECT_EQ(Tracked(81, 1), "1000");
   EXPECT_EQ(Tracked(82, 1), "");
 }

@@ -9,7 +9,7 @@
 namespace mirelo::testing {
 namespace {
 
-constexpr char kList[] = "Settings\\QuoteSource\\List";
+constexpr char kListOfSources[] = "Settings\\QuoteSource\\List";
 
 class GivingStreamerFiles : public StreamTest {
  protected:
@@ -18,7 +18,7 @@ class GivingStreamerFiles : public StreamTest {
     Source(" IQFeed US - STREAMING", "IQFEED.SDF");
   }
   static void Source(const std::string& name, const std::string& file) {
-    mGlobal::AppSettings().SaveSetting(kList, name, Variant(file));
+    mGlobal::AppSettings().SaveSetting(kListOfSources, name, Variant(file));
   }
 };
 
@@ -46,7 +46,7 @@ TEST_F(GivingStreamerFiles, TakesTheFirstOfNamesThatDifferInBlanksOnly) {
   Source("Twice", "ONE.SDF");
   Source("Twice ", "TWO.SDF");
   Array<std::string> names;
-  mGlobal::AppSettings().GetAllKeys(kList, names);
+  mGlobal::AppSettings().GetAllKeys(kListOfSources, names);
   const auto first =
       std::find_if(names.begin(), names.end(), [](const auto& n) { return n.starts_with("Twice"); });
   EXPECT_EQ(stream->GiveStreamerFile("twice"), *first == "Twice" ? "ONE.SDF" : "TWO.SDF");
@@ -65,7 +65,7 @@ TEST_F(StreamTest, GivesNoStreamerFileWithoutASectionOrFromAnEmptyOne) {
 
 TEST_F(GivingStreamerFiles, GivesNothingFromAListThatBrokeOff) {
   Array<std::string> names;
-  ASSERT_TRUE(mGlobal::AppSettings().GetAllKeys(kList, names));
+  ASSERT_TRUE(mGlobal::AppSettings().GetAllKeys(kListOfSources, names));
   const std::string first = names(1);
   const std::string file = stream->GiveStreamerFile(first);
   FaultyRegistry faulty(registry);

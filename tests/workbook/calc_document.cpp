@@ -62,7 +62,7 @@ pugi::xml_node Covering(const Children& children, const char* repeated, std::int
   return {};
 }
 
-pugi::xml_node SheetOf(const pugi::xml_document& content, std::string_view name) {
+pugi::xml_node TableOf(const pugi::xml_document& content, std::string_view name) {
   const auto sheets =
       content.document_element().child("office:body").child("office:spreadsheet").children("table:table");
   for (const pugi::xml_node sheet : sheets) {
@@ -80,7 +80,7 @@ CalcDocument::CalcDocument(const Parts& parts) {
 
 CalcDocument::Cell CalcDocument::At(std::string_view sheet, std::int32_t row, std::int32_t column) const {
   const pugi::xml_node line =
-      Covering(SheetOf(content_, sheet).children("table:table-row"), "table:number-rows-repeated", row);
+      Covering(TableOf(content_, sheet).children("table:table-row"), "table:number-rows-repeated", row);
   return CellOf(Covering(line.children("table:table-cell"), "table:number-columns-repeated", column));
 }
 
@@ -94,7 +94,7 @@ std::string CalcDocument::Property(const Cell& cell, std::string_view property) 
 
 std::vector<CalcDocument::Condition> CalcDocument::Conditions(std::string_view sheet) const {
   std::vector<Condition> conditions;
-  const pugi::xml_node list = SheetOf(content_, sheet).child("calcext:conditional-formats");
+  const pugi::xml_node list = TableOf(content_, sheet).child("calcext:conditional-formats");
   for (const pugi::xml_node format : list.children("calcext:conditional-format")) {
     for (const pugi::xml_node condition : format.children("calcext:condition")) {
       Cell looks_like;

@@ -14,12 +14,12 @@ using workbook::Spreadsheet;
 
 constexpr const char* kCommentPart = "xl/comments1.xml";
 constexpr const char* kBoxPart = "xl/drawings/vmlDrawing1.vml";
-constexpr const char* kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+constexpr const char* kXmlHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 
 // A workbook of one sheet with comments, and the drawing of their boxes if there is any.
 Parts WithComments(std::string_view comments, std::string_view shapes = "") {
   Parts parts = SmallWorkbook("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>");
-  parts[kCommentPart] = std::string(kHead) +
+  parts[kCommentPart] = std::string(kXmlHead) +
                         "<comments><authors><author>A. Person</author><author/></authors>" + "<commentList>" +
                         std::string(comments) + "</commentList></comments>";
   std::string links = "<Relationship Id=\"c\" Type=\"http://x/comments\" Target=\"../comments1.xml\"/>";
@@ -28,7 +28,7 @@ Parts WithComments(std::string_view comments, std::string_view shapes = "") {
     parts[kBoxPart] = "<xml xmlns:v=\"urn:v\" xmlns:x=\"urn:x\">" + std::string(shapes) + "</xml>";
   }
   parts["xl/worksheets/_rels/sheet1.xml.rels"] =
-      std::string(kHead) + "<Relationships>" + links + "</Relationships>";
+      std::string(kXmlHead) + "<Relationships>" + links + "</Relationships>";
   return parts;
 }
 

@@ -13,7 +13,7 @@ namespace {
 using ::testing::IsEmpty;
 using workbook::Spreadsheet;
 
-constexpr const char* kTable = "Dovanta2_Quotes";
+constexpr const char* kOddTable = "Dovanta2_Quotes";
 constexpr const char* kLinks = "package/2006/relationships\">";
 constexpr const char* kWorkbookLinks = "xl/_rels/workbook.xml.rels";
 
@@ -31,7 +31,7 @@ class OddFile : public WorkbookFiles {
   void ExpectKept(const Parts& parts, const std::string& kept = kSheetPart) {
     auto spreadsheet = Open(parts);
     const auto table = BookOf(spreadsheet)->Worksheets()->Add();
-    table->Name(kTable);
+    table->Name(kOddTable);
     table->Range("A1")->Value(28.35);
     table->Range("A1")->NumberFormat("+ 0.0000;- 0.0000");
     std::vector<std::string> told;
@@ -40,7 +40,7 @@ class OddFile : public WorkbookFiles {
     EXPECT_EQ(Unzip(BytesOf(File()))[kept], parts.at(kept));
 
     const auto again = Spreadsheet::Open(File());
-    EXPECT_EQ(BookOf(again)->Worksheets()->Item(kTable)->Range("A1")->Text(), "+ 28.3500");
+    EXPECT_EQ(BookOf(again)->Worksheets()->Item(kOddTable)->Range("A1")->Text(), "+ 28.3500");
   }
 };
 

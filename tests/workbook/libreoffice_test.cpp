@@ -20,7 +20,7 @@ using ::testing::ElementsAre;
 using namespace host::excel;
 using workbook::Spreadsheet;
 
-constexpr const char* kTable = "Dovanta2_Quotes";
+constexpr const char* kCalcTable = "Dovanta2_Quotes";
 constexpr const char* kHistory = "Quotes_Vertical(MSFT)";
 
 constexpr std::int32_t kHistoryRows = 36'000;  // formatted; most are empty
@@ -89,7 +89,7 @@ Spreadsheet WorkingDay() {
   box->ScaleWidth(1.48, msoFalse);
 
   const auto table = BookOf(spreadsheet)->Worksheets()->Add();
-  table->Name(kTable);
+  table->Name(kCalcTable);
   table->Range("A1")->Value("SnapShot( 60 sec)");
   const auto header = table->Range("A2:F2");
   header->Value(Headers());
@@ -178,7 +178,7 @@ void ExpectValues(const CalcDocument& document, const std::string& sheet) {
 
 void ExpectLooks(const CalcDocument& document) {
   const auto look = [&](std::int32_t row, std::int32_t column, std::string_view property) {
-    return document.Property(document.At(kTable, row, column), property);
+    return document.Property(document.At(kCalcTable, row, column), property);
   };
   EXPECT_EQ(look(2, 3, "fo:color"), "#ffffff");
   EXPECT_EQ(look(2, 3, "fo:font-weight"), "bold");
@@ -219,15 +219,15 @@ TEST_F(LibreOffice, OpensASavedFileAndSeesWhatIsInIt) {
   ConvertWithCalc(File(), "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,true,false,false,-1");
   ConvertWithCalc(File(), "ods");
 
-  ExpectShownTexts(spreadsheet, kTable);
+  ExpectShownTexts(spreadsheet, kCalcTable);
   ExpectShownTexts(spreadsheet, kHistory);
 
   const CalcDocument document(Unzip(BytesOf(File("quotes.ods"))));
-  EXPECT_THAT(document.Sheets(), ElementsAre(kTable, kHistory, "Sheet1"));
-  ExpectValues(document, kTable);
+  EXPECT_THAT(document.Sheets(), ElementsAre(kCalcTable, kHistory, "Sheet1"));
+  ExpectValues(document, kCalcTable);
   ExpectValues(document, kHistory);
   ExpectLooks(document);
-  ExpectConditions(document, kTable, ".F5");
+  ExpectConditions(document, kCalcTable, ".F5");
   ExpectConditions(document, kHistory, ".F36002");
   ExpectComment(document, spreadsheet);
   EXPECT_EQ(document.Property(document.At(kHistory, kHistoryRows + 2, 2), "fo:text-align"), "center");

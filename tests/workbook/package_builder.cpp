@@ -15,14 +15,14 @@ constexpr std::string_view kMain = "http://schemas.openxmlformats.org/spreadshee
 constexpr std::string_view kOffice = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
 constexpr std::string_view kPackage = "http://schemas.openxmlformats.org/package/2006/";
 
-std::string Join(std::initializer_list<std::string_view> pieces) {
+std::string Joined(std::initializer_list<std::string_view> pieces) {
   std::string text(kHead);
   for (const std::string_view piece : pieces) text += piece;
   return text;
 }
 
 std::string Relationship(std::string_view id, std::string_view type, std::string_view target) {
-  return Join({"<Relationship Id=\"", id, "\" Type=\"", kOffice, "/", type, "\" Target=\"", target, "\"/>"})
+  return Joined({"<Relationship Id=\"", id, "\" Type=\"", kOffice, "/", type, "\" Target=\"", target, "\"/>"})
       .substr(kHead.size());
 }
 
@@ -35,42 +35,42 @@ void Check(bool ok, const char* what) {
 Parts SmallWorkbook(std::string_view sheet_data) {
   Parts parts;
   parts["[Content_Types].xml"] =
-      Join({"<Types xmlns=\"", kPackage,
-            "content-types\"><Default Extension=\"xml\" ContentType=\"application/xml\"/>",
-            "<Default Extension=\"rels\" "
-            "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>",
-            "<Override PartName=\"/xl/workbook.xml\" ContentType=\"application/",
-            "vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml\"/></Types>"});
+      Joined({"<Types xmlns=\"", kPackage,
+              "content-types\"><Default Extension=\"xml\" ContentType=\"application/xml\"/>",
+              "<Default Extension=\"rels\" "
+              "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>",
+              "<Override PartName=\"/xl/workbook.xml\" ContentType=\"application/",
+              "vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml\"/></Types>"});
   parts["_rels/.rels"] =
-      Join({"<Relationships xmlns=\"", kPackage, "relationships\">",
-            Relationship("rId1", "officeDocument", "xl/workbook.xml"), "</Relationships>"});
+      Joined({"<Relationships xmlns=\"", kPackage, "relationships\">",
+              Relationship("rId1", "officeDocument", "xl/workbook.xml"), "</Relationships>"});
   parts["xl/workbook.xml"] =
-      Join({"<workbook xmlns=\"", kMain, "\" xmlns:r=\"", kOffice,
-            "\"><workbookPr/><bookViews><workbookView/></bookViews>",
-            "<sheets><sheet name=\"Prices\" sheetId=\"1\" r:id=\"rId1\"/></sheets></workbook>"});
+      Joined({"<workbook xmlns=\"", kMain, "\" xmlns:r=\"", kOffice,
+              "\"><workbookPr/><bookViews><workbookView/></bookViews>",
+              "<sheets><sheet name=\"Prices\" sheetId=\"1\" r:id=\"rId1\"/></sheets></workbook>"});
   parts["xl/_rels/workbook.xml.rels"] =
-      Join({"<Relationships xmlns=\"", kPackage, "relationships\">",
-            Relationship("rId1", "worksheet", "worksheets/sheet1.xml"),
-            Relationship("rId2", "styles", "styles.xml"),
-            Relationship("rId3", "sharedStrings", "sharedStrings.xml"),
-            Relationship("rId4", "theme", "theme/theme1.xml"), "</Relationships>"});
+      Joined({"<Relationships xmlns=\"", kPackage, "relationships\">",
+              Relationship("rId1", "worksheet", "worksheets/sheet1.xml"),
+              Relationship("rId2", "styles", "styles.xml"),
+              Relationship("rId3", "sharedStrings", "sharedStrings.xml"),
+              Relationship("rId4", "theme", "theme/theme1.xml"), "</Relationships>"});
   parts["xl/styles.xml"] =
-      Join({"<styleSheet xmlns=\"", kMain,
-            "\"><fonts><font><sz val=\"11\"/><color theme=\"1\"/><name val=\"Calibri\"/></font>",
-            "<font><b/><sz val=\"11\"/><name val=\"Calibri\"/></font></fonts>",
-            "<fills><fill><patternFill patternType=\"none\"/></fill><fill><patternFill "
-            "patternType=\"gray125\"/></fill>",
-            "<fill><patternFill patternType=\"solid\"><fgColor rgb=\"FFFFFF00\"/><bgColor "
-            "indexed=\"64\"/></patternFill></fill>",
-            "</fills><borders><border/></borders><cellXfs><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" "
-            "borderId=\"0\"/>",
-            "<xf numFmtId=\"14\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/>",
-            "<xf numFmtId=\"0\" fontId=\"1\" fillId=\"2\" borderId=\"0\"/>",
-            "<xf numFmtId=\"2\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/></cellXfs></styleSheet>"});
+      Joined({"<styleSheet xmlns=\"", kMain,
+              "\"><fonts><font><sz val=\"11\"/><color theme=\"1\"/><name val=\"Calibri\"/></font>",
+              "<font><b/><sz val=\"11\"/><name val=\"Calibri\"/></font></fonts>",
+              "<fills><fill><patternFill patternType=\"none\"/></fill><fill><patternFill "
+              "patternType=\"gray125\"/></fill>",
+              "<fill><patternFill patternType=\"solid\"><fgColor rgb=\"FFFFFF00\"/><bgColor "
+              "indexed=\"64\"/></patternFill></fill>",
+              "</fills><borders><border/></borders><cellXfs><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" "
+              "borderId=\"0\"/>",
+              "<xf numFmtId=\"14\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/>",
+              "<xf numFmtId=\"0\" fontId=\"1\" fillId=\"2\" borderId=\"0\"/>",
+              "<xf numFmtId=\"2\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/></cellXfs></styleSheet>"});
   parts["xl/sharedStrings.xml"] =
-      Join({"<sst xmlns=\"", kMain,
-            "\"><si><t>MSFT</t></si><si><t xml:space=\"preserve\"> two words </t></si></sst>"});
-  parts["xl/theme/theme1.xml"] = Join(
+      Joined({"<sst xmlns=\"", kMain,
+              "\"><si><t>MSFT</t></si><si><t xml:space=\"preserve\"> two words </t></si></sst>"});
+  parts["xl/theme/theme1.xml"] = Joined(
       {"<a:theme "
        "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\"><a:themeElements><a:clrScheme>",
        "<a:dk1><a:sysClr val=\"windowText\" lastClr=\"000000\"/></a:dk1>",
@@ -78,8 +78,8 @@ Parts SmallWorkbook(std::string_view sheet_data) {
        "val=\"1F497D\"/></a:dk2>",
        "<a:lt2><a:srgbClr val=\"EEECE1\"/></a:lt2><a:accent1><a:srgbClr val=\"4F81BD\"/></a:accent1>",
        "</a:clrScheme></a:themeElements></a:theme>"});
-  parts[kSheetPart] = Join({"<worksheet xmlns=\"", kMain, "\" xmlns:r=\"", kOffice, "\"><sheetData>",
-                            sheet_data, "</sheetData></worksheet>"});
+  parts[kSheetPart] = Joined({"<worksheet xmlns=\"", kMain, "\" xmlns:r=\"", kOffice, "\"><sheetData>",
+                              sheet_data, "</sheetData></worksheet>"});
   return parts;
 }
 

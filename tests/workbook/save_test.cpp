@@ -19,7 +19,7 @@ namespace {
 
 using workbook::Spreadsheet;
 
-constexpr uid_t kNobody = 65534;
+constexpr uid_t kOtherUser = 65534;
 
 class SaveFile : public WorkbookFiles {
  protected:
@@ -51,7 +51,7 @@ class SaveFile : public WorkbookFiles {
   // In a process without the rights that root has.
   std::int32_t ErrorOfSavingAsNobody() {
     return ReportOf([&](const ChildProcess::Test& test) {
-      if (geteuid() == 0 && setuid(kNobody) != 0) return;
+      if (geteuid() == 0 && setuid(kOtherUser) != 0) return;
       auto spreadsheet = With("new");
       test.Report(ErrorOfSaving(spreadsheet, File()));
     });

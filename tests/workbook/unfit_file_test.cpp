@@ -29,13 +29,13 @@ using ::testing::IsEmpty;
 using ::testing::StartsWith;
 using workbook::Spreadsheet;
 
-constexpr const char* kTable = "Dovanta2_Quotes";
+constexpr const char* kUnfitTable = "Dovanta2_Quotes";
 constexpr const char* kUnfit = "Workbook: its sheets cannot stay as they stand in the file (";
 constexpr const char* kAnew = "), so all must be written anew.";
 
 void AddTable(const Spreadsheet& spreadsheet) {
   const auto sheet = BookOf(spreadsheet)->Worksheets()->Add();
-  sheet->Name(kTable);
+  sheet->Name(kUnfitTable);
   sheet->Range("A1")->Value("MSFT");
   sheet->Range("B1")->Value(28.35);
   sheet->Range("B1")->NumberFormat("+ 0.0000;- 0.0000");
@@ -86,10 +86,10 @@ TEST_F(UnfitFile, IsSavedAgainAndAgainWithNothingMoreToTell) {
   auto spreadsheet = OpenUnfit();
   ToldBySaving(spreadsheet);
   for (const double price : {29.0, 30.0}) {
-    BookOf(spreadsheet)->Worksheets()->Item(kTable)->Range("B1")->Value(price);
+    BookOf(spreadsheet)->Worksheets()->Item(kUnfitTable)->Range("B1")->Value(price);
     EXPECT_THAT(ToldBySaving(spreadsheet), IsEmpty());
     const auto again = Spreadsheet::Open(File());
-    EXPECT_EQ(BookOf(again)->Worksheets()->Item(kTable)->Range("B1")->Value(), Variant(price));
+    EXPECT_EQ(BookOf(again)->Worksheets()->Item(kUnfitTable)->Range("B1")->Value(), Variant(price));
   }
   auto next = Spreadsheet::Open(File());
   BookOf(next)->Worksheets()->Item("Portfolio")->Range("B3")->Value(200.0);
@@ -136,7 +136,7 @@ TEST_F(UnfitFile, StaysAsItIsWhereThereIsNobodyToTell) {
 
   EXPECT_THAT(spreadsheet.NewLosses(), Contains("Sheet \"Portfolio\": not kept: merged cells."));
   spreadsheet.Save(File());
-  EXPECT_EQ(SheetOf(Spreadsheet::Open(File()))->Name(), kTable);
+  EXPECT_EQ(SheetOf(Spreadsheet::Open(File()))->Name(), kUnfitTable);
 }
 
 // A disk that is full. A limit of the size of files stands for it: it strikes wherever that size is reached
@@ -206,7 +206,7 @@ TEST_F(FullDisk, LeavesAnUnfitFileAsItIsUntilThereIsRoomToWriteAllAnew) {
   EXPECT_GT(savings[0].told, 10);
   EXPECT_EQ(savings[1], (Saving{61, 0})) << "all was told";
   EXPECT_EQ(savings[2], (Saving{0, 0}));
-  EXPECT_EQ(SheetOf(Spreadsheet::Open(File()))->Name(), kTable);
+  EXPECT_EQ(SheetOf(Spreadsheet::Open(File()))->Name(), kUnfitTable);
 }
 
 TEST_F(FullDisk, IsNoReasonToWriteAllAnew) {

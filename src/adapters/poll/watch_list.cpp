@@ -8,12 +8,12 @@ namespace mirelo::poll {
 
 namespace {
 
-constexpr unsigned kRead = host::MessageLoop::kRead;
-constexpr unsigned kWrite = host::MessageLoop::kWrite;
+constexpr unsigned kReadable = host::MessageLoop::kRead;
+constexpr unsigned kWritable = host::MessageLoop::kWrite;
 
 short EventsFor(unsigned interest) {
-  return static_cast<short>(((interest & kRead) != 0 ? POLLIN : 0) |
-                            ((interest & kWrite) != 0 ? POLLOUT : 0));
+  return static_cast<short>(((interest & kReadable) != 0 ? POLLIN : 0) |
+                            ((interest & kWritable) != 0 ? POLLOUT : 0));
 }
 
 }  // namespace
@@ -86,7 +86,8 @@ void WatchList::GiveUpSlot(Watch& watch) {
 
 unsigned ReadyBits(unsigned interest, short events) {
   if ((events & (POLLERR | POLLHUP)) != 0) return interest;
-  const unsigned ready = ((events & POLLIN) != 0 ? kRead : 0U) | ((events & POLLOUT) != 0 ? kWrite : 0U);
+  const unsigned ready =
+      ((events & POLLIN) != 0 ? kReadable : 0U) | ((events & POLLOUT) != 0 ? kWritable : 0U);
   return ready & interest;
 }
 

@@ -11,7 +11,7 @@ namespace mirelo::qt {
 
 namespace {
 
-constexpr int kGap = 6;
+constexpr int kPictureGap = 6;
 
 }  // namespace
 
@@ -25,7 +25,7 @@ void GridCell::paint(QPainter* painter, const QStyleOptionViewItem& option, cons
   const std::string& picture = model_.PictureOf(cell);
   const QSize box(style.pixelMetric(QStyle::PM_IndicatorWidth, &item, item.widget),
                   style.pixelMetric(QStyle::PM_IndicatorHeight, &item, item.widget));
-  const int width = box.width() + (picture.empty() ? 0 : kGap + kSmallPicture);
+  const int width = box.width() + (picture.empty() ? 0 : kPictureGap + kSmallPicture);
   const QPoint middle = option.rect.center();
   const int left = middle.x() - width / 2;
   item.rect = QRect(QPoint(left, middle.y() - box.height() / 2), box);
@@ -33,7 +33,7 @@ void GridCell::paint(QPainter* painter, const QStyleOptionViewItem& option, cons
                (model_.IsTicked(cell) ? QStyle::State_On : QStyle::State_Off);
   style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &item, painter, item.widget);
   if (!picture.empty()) {
-    const QRect place(left + box.width() + kGap, middle.y() - kSmallPicture / 2, kSmallPicture,
+    const QRect place(left + box.width() + kPictureGap, middle.y() - kSmallPicture / 2, kSmallPicture,
                       kSmallPicture);
     Picture(picture).paint(painter, place, Qt::AlignCenter,
                            (option.state & QStyle::State_Enabled) != 0 ? QIcon::Normal : QIcon::Disabled);

@@ -17,7 +17,7 @@ namespace mirelo::qt {
 
 namespace {
 
-constexpr int kMargin = 12;
+constexpr int kPanelMargin = 12;
 
 QLabel* NewHeading() {
   auto* heading = new QLabel;
@@ -36,7 +36,7 @@ QWidget* FormBuilder::MakePanel(forms::Panel& panel) {
   auto* widget = new QWidget;
   auto* across = new QHBoxLayout(widget);
   across->setContentsMargins(0, 0, 0, 0);
-  across->setSpacing(kMargin);
+  across->setSpacing(kPanelMargin);
   auto* picture = new QLabel;
   across->addWidget(picture);
   auto* down = new QVBoxLayout;
@@ -63,7 +63,7 @@ QWidget* FormBuilder::MakeTab(forms::Tab& tab) {
   for (forms::Control* child : tab.Children()) {
     auto* page = new QWidget;
     Fill(*page, child->Name(), child->Children());
-    page->layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    page->layout()->setContentsMargins(kPanelMargin, kPanelMargin, kPanelMargin, kPanelMargin);
     const auto number = static_cast<std::size_t>(widget->count());
     widget->addTab(page, number < tab.Captions().size() ? Shown(tab.Captions()[number]) : QString());
     // Which page is visible is the strip's affair.

@@ -12,9 +12,9 @@ namespace mirelo::qt {
 namespace {
 
 // As high as the button beside it, and something wider than high.
-class Swatch final : public QWidget {
+class SwatchWidget final : public QWidget {
  public:
-  explicit Swatch(const forms::TextBox& box) : box_(box) {
+  explicit SwatchWidget(const forms::TextBox& box) : box_(box) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   }
   QSize sizeHint() const override {
@@ -40,7 +40,7 @@ class Swatch final : public QWidget {
 }  // namespace
 
 QWidget* MakeSwatchWidget(forms::TextBox& box, Views& views) {
-  auto* widget = new Swatch(box);
+  auto* widget = new SwatchWidget(box);
   views.Add(box, *widget, [&box, widget] {
     ShowState(box, *widget);
     widget->setAccessibleDescription(ColorOf(box.BackColor(), widget->palette()).name());

@@ -59,7 +59,7 @@ constexpr std::array<std::pair<std::uint8_t, std::string_view>, 36> kBuiltIn{{
     {49, "@"},
 }};
 
-constexpr bool IsLetter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); }
+constexpr bool IsCodeLetter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); }
 
 constexpr bool IsControl(char c) { return static_cast<unsigned char>(c) < ' '; }
 
@@ -88,7 +88,8 @@ bool IsFormatCode(std::string_view code) {
     if (length == 0) {
       const char c = code.front();
       const std::string_view one(&c, 1);
-      if (IsLetter(c) && kDateLetters.find(c) == one.npos && kOtherLetters.find(c) == one.npos) return false;
+      if (IsCodeLetter(c) && kDateLetters.find(c) == one.npos && kOtherLetters.find(c) == one.npos)
+        return false;
       if (c == ';' && ++sections > kMostSections) return false;
       length = 1;
     }

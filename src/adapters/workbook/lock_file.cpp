@@ -26,7 +26,7 @@ constexpr mode_t kForAllToSee = 0644;
 constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
 
 // Somebody who looks for dead processes, or saves something small, has it for a moment.
-constexpr int kTries = 10;
+constexpr int kLockTries = 10;
 constexpr std::chrono::milliseconds kPause{10};
 
 Descriptor Open(const fs::path& lock) {
@@ -101,7 +101,7 @@ Descriptor LockFile::Take(const fs::path& target) const {
       return Descriptor();
     }
     if (reason != EWOULDBLOCK) throw fail(reason);
-    if (tries >= kTries) throw Held(target, descriptor);
+    if (tries >= kLockTries) throw Held(target, descriptor);
     std::this_thread::sleep_for(kPause);
   }
 }

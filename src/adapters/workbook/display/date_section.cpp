@@ -21,7 +21,7 @@ constexpr std::int32_t kSecondsPerDay = 86'400;
 
 // An item of a date format: a run of one letter in lower case, an AM/PM mark, a run in brackets, decimals of
 // the second, or text.
-struct Item {
+struct DateItem {
   char letter = 0;  // d m y h s; n minutes; a the mark; . decimals; 0 text
   std::size_t length = 0;
   bool elapsed = false;
@@ -30,7 +30,7 @@ struct Item {
 
 constexpr char Lower(char c) { return 'A' <= c && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
-Item ReadLiteral(std::string_view literal) {
+DateItem ReadLiteral(std::string_view literal) {
   if (literal.front() == '[') {
     const char letter = Lower(literal[1]);
     if (letter == 'h' || letter == 'm' || letter == 's') {
@@ -44,7 +44,7 @@ Item ReadLiteral(std::string_view literal) {
 }
 
 // Reads one item at the start of `code`; its length.
-std::size_t ReadItem(std::vector<Item>& items, std::string_view code) {
+std::size_t ReadItem(std::vector<DateItem>& items, std::string_view code) {
   const std::size_t literal = LiteralLength(code);
   if (literal == std::string_view::npos) return code.size();
   if (literal > 0) {
@@ -74,9 +74,9 @@ std::size_t ReadItem(std::vector<Item>& items, std::string_view code) {
 }
 
 // "m" is minutes right behind hours and right before seconds, text between them aside.
-void TellMinutesFromMonths(std::vector<Item>& items) {
-  Item* previous = nullptr;
-  for (Item& item : items) {
+void TellMinutesFromMonths(std::vector<DateItem>& items) {
+  DateItem* previous = nullptr;
+  for (DateItem& item : items) {
     if (item.letter == 0 || item.letter == '.') continue;
     if (item.letter == 'm' && previous != nullptr && previous->letter == 'h') item.letter = 'n';
     if (item.letter == 's' && previous != nullptr && previous->letter == 'm') previous->letter = 'n';
@@ -130,12 +130,12 @@ std::string ElapsedText(char letter, std::size_t length, std::int64_t seconds) {
 std::string DateInSection(double serial, std::string_view section) {
   if (serial < 0 || serial >= kLastDay + 1) return std::string(kNoDate);
 
-  std::vector<Item> items;
+  std::vector<DateItem> items;
   std::size_t decimals = 0;
   bool has_mark = false;
   while (!section.empty()) section.remove_prefix(ReadItem(items, section));
   TellMinutesFromMonths(items);
-  for (const Item& item : items) {
+  for (const DateItem& item : items) {
     if (item.letter == '.') decimals = std::min<std::size_t>(item.length, 3);
     has_mark = has_mark || item.letter == 'a';
   }
@@ -149,7 +149,7 @@ std::string DateInSection(double serial, std::string_view section) {
   const SheetTime time = TimeOfSerial(static_cast<double>(seconds) / kSecondsPerDay);
 
   std::string text;
-  for (const Item& item : items) {
+  for (const DateItem& item : items) {
     if (item.elapsed) {
       text += ElapsedText(item.letter, item.length, seconds);
       continue;

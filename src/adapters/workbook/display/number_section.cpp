@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kMostDecimals = 30;
 
 // An item of a section: a digit's place (0, # or ?), the decimal point, the exponent's mark, or text.
-struct Item {
+struct NumberItem {
   enum class Kind { Digit, Point, Exponent, Text, General } kind;
   char digit =
       '0';  // of a place, its letter; of an exponent, its sign's rule (+ always, - only when negative)
@@ -25,7 +25,7 @@ struct Item {
 };
 
 struct Section {
-  std::vector<Item> items;
+  std::vector<NumberItem> items;
   bool grouped = false;
   int scale = 0;  // powers of ten to multiply by: percent signs, and commas behind the last place
   bool fraction = false;
@@ -58,7 +58,7 @@ void ReadComma(Section& section, std::string_view behind) {
 
 // Reads one item at the start of `code`; its length.
 std::size_t ReadItem(Section& section, std::string_view code) {
-  using Kind = Item::Kind;
+  using Kind = NumberItem::Kind;
   const std::size_t literal = LiteralLength(code);
   if (literal == std::string_view::npos) return code.size();
   if (literal > 0) {
@@ -68,7 +68,7 @@ std::size_t ReadItem(Section& section, std::string_view code) {
   const char c = code.front();
   const auto seen = [&](Kind kind) {
     return std::any_of(section.items.begin(), section.items.end(),
-                       [&](const Item& i) { return i.kind == kind; });
+                       [&](const NumberItem& i) { return i.kind == kind; });
   };
   if (EqualText(code.substr(0, 7), "General")) {
     section.items.push_back({Kind::General, 0, ""});
@@ -110,13 +110,13 @@ Places FindPlaces(const Section& section) {
   std::vector<std::size_t>* part = &places.whole;
   for (std::size_t i = 0; i < section.items.size(); ++i) {
     switch (section.items[i].kind) {
-      case Item::Kind::Point:
+      case NumberItem::Kind::Point:
         part = &places.decimals;
         break;
-      case Item::Kind::Exponent:
+      case NumberItem::Kind::Exponent:
         part = &places.exponent;
         break;
-      case Item::Kind::Digit:
+      case NumberItem::Kind::Digit:
         part->push_back(i);
         break;
       default:
@@ -196,11 +196,11 @@ std::string NumberInSection(double number, std::string_view code) {
   double size = std::fabs(number) * std::pow(10.0, section.scale);
   std::vector<std::string> shown(section.items.size());
   for (std::size_t i = 0; i < section.items.size(); ++i) {
-    const Item& item = section.items[i];
-    if (item.kind == Item::Kind::Text) shown[i] = item.text;
-    if (item.kind == Item::Kind::Point) shown[i] = '.';
-    if (item.kind == Item::Kind::General) shown[i] = GeneralNumber(std::fabs(number));
-    if (item.kind == Item::Kind::Exponent) {
+    const NumberItem& item = section.items[i];
+    if (item.kind == NumberItem::Kind::Text) shown[i] = item.text;
+    if (item.kind == NumberItem::Kind::Point) shown[i] = '.';
+    if (item.kind == NumberItem::Kind::General) shown[i] = GeneralNumber(std::fabs(number));
+    if (item.kind == NumberItem::Kind::Exponent) {
       const int exponent = TakeExponent(size, places);
       shown[i] = item.text + (exponent < 0 ? "-" : item.digit == '+' ? "+" : "");
       FillFromRight(shown, section, places.exponent, std::to_string(std::abs(exponent)), false);

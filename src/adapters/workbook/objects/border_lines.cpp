@@ -23,7 +23,7 @@ constexpr Place kRight{Edge::Right, Edge::Left, 0, 1};
 constexpr Place kTop{Edge::Top, Edge::Bottom, -1, 0};
 constexpr Place kBottom{Edge::Bottom, Edge::Top, 1, 0};
 
-Place PlaceOf(XlBordersIndex index) {
+Place PlaceOfLine(XlBordersIndex index) {
   switch (index) {
     case xlEdgeLeft:
     case xlInsideVertical:
@@ -93,7 +93,7 @@ std::vector<Part> Joined(const std::vector<Part>& parts, GoesOn&& goes_on) {
 }  // namespace
 
 BorderLines::BorderLines(const CellBlock& block, XlBordersIndex index) : block_(block) {
-  const Place place = PlaceOf(index);
+  const Place place = PlaceOfLine(index);
   const Area area = CellsAlong(block.area, index);
   if (area.first_row > area.last_row || area.first_column > area.last_column) return;
   is_inside_ = index == xlInsideVertical || index == xlInsideHorizontal;

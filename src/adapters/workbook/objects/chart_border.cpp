@@ -12,8 +12,8 @@ using namespace host::excel;
 
 namespace {
 
-constexpr std::array<std::int32_t, 7> kStyles{xlContinuous, xlDashDot, xlDashDotDot, xlSlantDashDot,
-                                              xlDash,       xlDot,     xlDouble};
+constexpr std::array<std::int32_t, 7> kLineStyles{xlContinuous, xlDashDot, xlDashDotDot, xlSlantDashDot,
+                                                  xlDash,       xlDot,     xlDouble};
 constexpr std::array<std::int32_t, 4> kWeights{xlHairline, xlThin, xlThick, xlMedium};
 
 template <class List>
@@ -45,7 +45,7 @@ void ChartBorder::LineStyle(std::int32_t style) {
     } else if (style == xlLineStyleNone) {
       line = {.look = Look::None};
     } else {
-      if (!Holds(kStyles, style)) throw Refused("This is no style of lines.");
+      if (!Holds(kLineStyles, style)) throw Refused("This is no style of lines.");
       Draw(line);
       line.style = style;
     }

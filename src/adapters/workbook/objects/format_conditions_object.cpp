@@ -55,7 +55,7 @@ class FormatConditionObject final : public FormatCondition {
 bool ComparesWithOneValue(XlFormatConditionOperator op) { return xlEqual <= op && op <= xlLessEqual; }
 
 // The number that a text such as "0" or "=-1.5" names, without the "=".
-std::string NumberIn(std::string_view formula) {
+std::string NumberInFormula(std::string_view formula) {
   std::string_view text = formula;
   if (text.starts_with('=')) text.remove_prefix(1);
   double number = 0;
@@ -86,7 +86,7 @@ FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditi
   Condition condition;
   condition.areas = {block_.area};
   condition.op = op;
-  condition.formula1 = NumberIn(formula1);
+  condition.formula1 = NumberInFormula(formula1);
   return std::make_shared<FormatConditionObject>(block_.sheet->conditions.Add(std::move(condition)));
 }
 

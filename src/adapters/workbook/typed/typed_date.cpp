@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::size_t kLongestDate = 64;  // longer text is not looked at
 
-constexpr bool IsDigit(char c) { return '0' <= c && c <= '9'; }
-constexpr bool IsLetter(char c) {
+constexpr bool IsDateDigit(char c) { return '0' <= c && c <= '9'; }
+constexpr bool IsDateLetter(char c) {
   return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z') || (c & 0x80) != 0;
 }
 
@@ -36,7 +36,7 @@ class Scanner {
   // One to `most` digits with no further digit behind them.
   std::optional<int> TakeNumber(std::size_t most) {
     std::size_t count = 0;
-    while (count < left_.size() && IsDigit(left_[count])) ++count;
+    while (count < left_.size() && IsDateDigit(left_[count])) ++count;
     if (count == 0 || count > most) return std::nullopt;
     int number = 0;
     std::from_chars(left_.data(), left_.data() + count, number);
@@ -48,7 +48,7 @@ class Scanner {
 
   std::string_view TakeWord() {
     std::size_t count = 0;
-    while (count < left_.size() && IsLetter(left_[count])) ++count;
+    while (count < left_.size() && IsDateLetter(left_[count])) ++count;
     const std::string_view word = left_.substr(0, count);
     left_.remove_prefix(count);
     return word;
@@ -210,7 +210,7 @@ std::string_view FormatOf(const std::optional<Day>& day, const std::optional<Tim
   return time->has_seconds ? "h:mm:ss" : "h:mm";
 }
 
-double NumberOf(const std::optional<Day>& day, const std::optional<Time>& time) {
+double TypedSerial(const std::optional<Day>& day, const std::optional<Time>& time) {
   const Time at = time.value_or(Time{});
   if (!day) return (at.hour * 3600 + at.minute * 60 + at.second) / 86'400.0;
   return SerialOf(CivilTime{day->year, day->month, day->day, at.hour, at.minute, at.second});
@@ -235,7 +235,7 @@ std::optional<TypedValue> TypedDate(std::string_view text, const RegionalFormat&
     }
   }
   if (!scanner.AtEnd()) return std::nullopt;
-  return TypedValue{CellValue(NumberOf(day, time)), FormatOf(day, time)};
+  return TypedValue{CellValue(TypedSerial(day, time)), FormatOf(day, time)};
 }
 
 }  // namespace mirelo::workbook

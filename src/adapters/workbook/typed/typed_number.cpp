@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kGroup = 3;
 
-constexpr bool IsDigit(char c) { return '0' <= c && c <= '9'; }
+constexpr bool IsNumberDigit(char c) { return '0' <= c && c <= '9'; }
 
 // What stands around and inside the digits.
 struct Form {
@@ -31,7 +31,7 @@ bool Take(std::string_view& text, std::string_view what) {
 
 std::string_view TakeDigits(std::string_view& text) {
   std::size_t count = 0;
-  while (count < text.size() && IsDigit(text[count])) ++count;
+  while (count < text.size() && IsNumberDigit(text[count])) ++count;
   const std::string_view digits = text.substr(0, count);
   text.remove_prefix(count);
   return digits;

@@ -28,7 +28,7 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr const char* kTexts = "xl/sharedStrings.xml";  // where the file writer puts them
-constexpr const char* kStyles = "xl/styles.xml";
+constexpr const char* kStylesPart = "xl/styles.xml";
 constexpr std::string_view kNoStyles =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"/>";
@@ -134,11 +134,11 @@ class CarryingWriter {
     const std::string part = link != links.end() ? link->target : FreeName("styles", ".xml");
     if (link == links.end()) {
       links_.Add("styles", part);
-      types_.SetKind(part, new_types_->KindOf(kStyles));
+      types_.SetKind(part, new_types_->KindOf(kStylesPart));
     }
     std::string merged;
     places_ = MergeStyles(part, editor_.Has(part) ? old_.Read(part) : std::string(kNoStyles),
-                          new_->Read(kStyles), merged);
+                          new_->Read(kStylesPart), merged);
     editor_.Put(part, std::move(merged));
   }
 

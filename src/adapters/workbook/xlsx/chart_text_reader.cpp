@@ -16,7 +16,7 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::string_view kFonts = "fonts";
-constexpr std::string_view kStyles = "italic, underlined and other letters";
+constexpr std::string_view kLetterStyles = "italic, underlined and other letters";
 constexpr std::string_view kWithin = "formats within the title";
 constexpr std::string_view kTurned = "the direction of texts";
 constexpr std::string_view kTitlePlace = "how the title's place is told";
@@ -133,7 +133,7 @@ ChartTextReader::LetterLook ChartTextReader::LookOf(pugi::xml_node properties) {
   losses_.AddIf(Flag(properties, "i", false) || IsTold(properties, "u", "none") ||
                     IsTold(properties, "strike", "noStrike") || IsTold(properties, "cap", "none") ||
                     IsTold(properties, "baseline", "0"),
-                kStyles);
+                kLetterStyles);
   const std::string_view font = Attribute(Child(properties, "latin"), "typeface");
   losses_.AddIf(!font.empty() && !font.starts_with('+'), kFonts);
   return look;

@@ -36,7 +36,7 @@ std::string_view PropertyOf(std::string_view style, std::string_view name) {
 }
 
 // A length such as "96pt" in pixels; 0 when it is none.
-std::int32_t PixelsOf(std::string_view length) {
+std::int32_t PixelsOfLength(std::string_view length) {
   double number = 0;
   const auto [end, error] = std::from_chars(length.data(), length.data() + length.size(), number);
   if (error != std::errc()) return 0;
@@ -90,8 +90,8 @@ void CommentBoxes::ReadShape(pugi::xml_node shape) {
   if (!row || !column) return;
   const std::string_view style = Attribute(shape, "style");
   Box& box = boxes_[{*row + 1, *column + 1}];
-  box.width = PixelsOf(PropertyOf(style, "width"));
-  box.height = PixelsOf(PropertyOf(style, "height"));
+  box.width = PixelsOfLength(PropertyOf(style, "width"));
+  box.height = PixelsOfLength(PropertyOf(style, "height"));
   box.visible = static_cast<bool>(Child(data, "Visible"));
   box.color = ColorOf(Attribute(shape, "fillcolor"));
 }

@@ -7,7 +7,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::string_view kEmpty =
+constexpr std::string_view kNoTypes =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
     "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
@@ -20,7 +20,7 @@ std::string_view ExtensionOf(std::string_view part) {
 
 }  // namespace
 
-ContentTypes::ContentTypes(std::string_view text) : xml_(kPart, text.empty() ? kEmpty : text) {}
+ContentTypes::ContentTypes(std::string_view text) : xml_(kPart, text.empty() ? kNoTypes : text) {}
 
 std::string ContentTypes::KindOf(const std::string& part) const {
   std::string kind;

@@ -11,7 +11,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr unsigned kParsing = (pugi::parse_full | pugi::parse_ws_pcdata) & ~pugi::parse_doctype;
+constexpr unsigned kFullParsing = (pugi::parse_full | pugi::parse_ws_pcdata) & ~pugi::parse_doctype;
 
 class TextWriter : public pugi::xml_writer {
  public:
@@ -21,7 +21,7 @@ class TextWriter : public pugi::xml_writer {
   std::string text;
 };
 
-pugi::xml_attribute Find(pugi::xml_node node, std::string_view name) {
+pugi::xml_attribute FindAttribute(pugi::xml_node node, std::string_view name) {
   pugi::xml_attribute attribute = node.first_attribute();
   while (attribute && !IsNamed(attribute.name(), name)) attribute = attribute.next_attribute();
   return attribute;
@@ -30,7 +30,7 @@ pugi::xml_attribute Find(pugi::xml_node node, std::string_view name) {
 }  // namespace
 
 EditableXml::EditableXml(const std::string& part, std::string_view text) {
-  const pugi::xml_parse_result result = document_.load_buffer(text.data(), text.size(), kParsing);
+  const pugi::xml_parse_result result = document_.load_buffer(text.data(), text.size(), kFullParsing);
   RequireMemory(result);
   if (!result) throw Damaged(part, "this is no well-formed XML");
   const std::string_view name = root().name();
@@ -67,13 +67,13 @@ std::string TextOf(pugi::xml_node node) {
 }
 
 void SetAttribute(pugi::xml_node node, std::string_view name, const std::string& value) {
-  pugi::xml_attribute attribute = Find(node, name);
+  pugi::xml_attribute attribute = FindAttribute(node, name);
   if (!attribute) attribute = node.append_attribute(std::string(name).c_str());
   attribute.set_value(value.c_str());
 }
 
 void RemoveAttribute(pugi::xml_node node, std::string_view name) {
-  if (const pugi::xml_attribute attribute = Find(node, name)) node.remove_attribute(attribute);
+  if (const pugi::xml_attribute attribute = FindAttribute(node, name)) node.remove_attribute(attribute);
 }
 
 }  // namespace mirelo::workbook

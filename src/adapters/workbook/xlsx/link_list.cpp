@@ -11,14 +11,14 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::string_view kOffice = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
-constexpr std::string_view kEmpty =
+constexpr std::string_view kNoLinks =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"/>";
 
 }  // namespace
 
 LinkList::LinkList(std::string part, std::string_view list)
-    : part_(std::move(part)), xml_(LinkListOf(part_), list.empty() ? kEmpty : list) {}
+    : part_(std::move(part)), xml_(LinkListOf(part_), list.empty() ? kNoLinks : list) {}
 
 std::string LinkList::Add(std::string_view type, const std::string& to) {
   std::set<std::string> taken;

@@ -31,10 +31,10 @@ constexpr zip_int64_t kToItsEnd = -1;
   Fail(std::string(zip_strerror(archive)));
 }
 
-struct FreeSource {
+struct FreeZipSource {
   void operator()(zip_source_t* source) const { zip_source_free(source); }
 };
-using Source = std::unique_ptr<zip_source_t, FreeSource>;
+using ZipSource = std::unique_ptr<zip_source_t, FreeZipSource>;
 
 struct DiscardArchive {
   void operator()(zip_t* archive) const { zip_discard(archive); }
@@ -109,18 +109,18 @@ class Repacker {
   }
 
   // Archives go before their buffers, and the new one before the old one that it reads.
-  Source old_buffer_;
+  ZipSource old_buffer_;
   Archive old_;
-  Source new_buffer_;
+  ZipSource new_buffer_;
   Archive new_;
 };
 
-struct CloseFile {
+struct CloseStdioFile {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
 void Overwrite(const std::filesystem::path& file, const std::vector<char>& bytes) {
-  std::unique_ptr<std::FILE, CloseFile> out(std::fopen(file.c_str(), "wb"));
+  std::unique_ptr<std::FILE, CloseStdioFile> out(std::fopen(file.c_str(), "wb"));
   const bool is_written = out != nullptr &&
                           std::fwrite(bytes.data(), 1, bytes.size(), out.get()) == bytes.size() &&
                           std::fclose(out.release()) == 0;

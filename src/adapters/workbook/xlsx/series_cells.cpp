@@ -12,7 +12,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::string_view kGone = "#REF!";
+constexpr std::string_view kGoneReference = "#REF!";
 
 struct CellsOfSheet {
   std::string sheet;
@@ -65,7 +65,7 @@ void BindSeries(const std::vector<UnboundSeries>& series, const Book& book,
                 const std::vector<std::string>& names, Losses& losses) {
   SheetFinder sheets(book, names);
   for (const UnboundSeries& unbound : series) {
-    if (unbound.formula.empty() || unbound.formula.find(kGone) != std::string::npos) continue;
+    if (unbound.formula.empty() || unbound.formula.find(kGoneReference) != std::string::npos) continue;
     const auto reference = ParseReference(unbound.formula);
     const std::shared_ptr<Sheet> sheet = reference ? sheets.Find(reference->sheet) : nullptr;
     if (sheet == nullptr) {

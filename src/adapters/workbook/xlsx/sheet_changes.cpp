@@ -12,7 +12,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-bool IsSame(const CellGrid& a, const CellGrid& b) {
+bool IsAsLoaded(const CellGrid& a, const CellGrid& b) {
   if (a.Count() != b.Count()) return false;
   bool is_same = true;
   a.ForEach(Area::Sheet(), [&](std::int32_t row, std::int32_t column, const CellValue& value) {
@@ -23,14 +23,14 @@ bool IsSame(const CellGrid& a, const CellGrid& b) {
   return is_same;
 }
 
-bool IsSame(const Comments& a, const Comments& b) {
+bool IsAsLoaded(const Comments& a, const Comments& b) {
   return std::equal(a.all().begin(), a.all().end(), b.all().begin(), b.all().end(),
                     [](const auto& one, const auto& other) {
                       return one.first == other.first && *one.second == *other.second;
                     });
 }
 
-bool IsSame(const Conditions& a, const Conditions& b) {
+bool IsAsLoaded(const Conditions& a, const Conditions& b) {
   return std::equal(a.all().begin(), a.all().end(), b.all().begin(), b.all().end(),
                     [](const auto& one, const auto& other) {
                       return one->areas == other->areas && one->op == other->op &&
@@ -39,7 +39,7 @@ bool IsSame(const Conditions& a, const Conditions& b) {
                     });
 }
 
-std::string NameOf(const std::weak_ptr<Sheet>& sheet) {
+std::string NameOfSheet(const std::weak_ptr<Sheet>& sheet) {
   const auto held = sheet.lock();
   return held == nullptr ? "" : held->name;
 }
@@ -51,12 +51,12 @@ bool HasFollowed(const std::optional<Area>& now, const std::optional<Area>& load
          now->Rows() <= loaded->Rows();
 }
 
-bool IsSame(const ChartSeries& a, const ChartSeries& b, const std::string& own_sheet) {
-  if (NameOf(a.sheet) != NameOf(b.sheet)) return false;
-  return a.values == b.values || (NameOf(b.sheet) != own_sheet && HasFollowed(a.values, b.values));
+bool IsAsLoaded(const ChartSeries& a, const ChartSeries& b, const std::string& own_sheet) {
+  if (NameOfSheet(a.sheet) != NameOfSheet(b.sheet)) return false;
+  return a.values == b.values || (NameOfSheet(b.sheet) != own_sheet && HasFollowed(a.values, b.values));
 }
 
-bool IsSame(const SheetCharts& a, const SheetCharts& b, const std::string& own_sheet) {
+bool IsAsLoaded(const SheetCharts& a, const SheetCharts& b, const std::string& own_sheet) {
   return std::equal(a.all.begin(), a.all.end(), b.all.begin(), b.all.end(),
                     [&](const auto& one, const auto& other) { return IsUnchanged(*one, *other, own_sheet); });
 }
@@ -66,9 +66,9 @@ bool IsSame(const SheetCharts& a, const SheetCharts& b, const std::string& own_s
 bool IsUnchanged(const Sheet& sheet, const Sheet& loaded) {
   return sheet.hidden == loaded.hidden && sheet.widths == loaded.widths && sheet.heights == loaded.heights &&
          sheet.frozen_rows == loaded.frozen_rows && sheet.frozen_columns == loaded.frozen_columns &&
-         sheet.styles == loaded.styles && IsSame(sheet.cells, loaded.cells) &&
-         IsSame(sheet.comments, loaded.comments) && IsSame(sheet.conditions, loaded.conditions) &&
-         IsSame(sheet.charts, loaded.charts, loaded.name);
+         sheet.styles == loaded.styles && IsAsLoaded(sheet.cells, loaded.cells) &&
+         IsAsLoaded(sheet.comments, loaded.comments) && IsAsLoaded(sheet.conditions, loaded.conditions) &&
+         IsAsLoaded(sheet.charts, loaded.charts, loaded.name);
 }
 
 // A part that a chart is written to tells all of it. Without a book it tells no cells and so not their values
@@ -77,7 +77,7 @@ bool IsUnchanged(const Chart& chart, const Chart& loaded, const std::string& own
   const Book none;
   return chart.name == loaded.name && chart.place == loaded.place && chart.placement == loaded.placement &&
          std::equal(chart.series.begin(), chart.series.end(), loaded.series.begin(), loaded.series.end(),
-                    [&](const auto& one, const auto& other) { return IsSame(one, other, own_sheet); }) &&
+                    [&](const auto& one, const auto& other) { return IsAsLoaded(one, other, own_sheet); }) &&
          ChartXml(chart, none) == ChartXml(loaded, none);
 }
 

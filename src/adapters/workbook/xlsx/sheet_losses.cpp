@@ -12,7 +12,7 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::string_view kPrintSettings = "print settings";
-constexpr std::string_view kNewer = "features of newer programs";
+constexpr std::string_view kNewerFeatures = "features of newer programs";
 
 constexpr std::array kSheetElements = std::to_array<PartWord>({
     {"dimension", ""},
@@ -40,8 +40,8 @@ constexpr std::array kSheetElements = std::to_array<PartWord>({
     {"customSheetViews", "custom views"},
     {"dataConsolidate", "data consolidation"},
     {"dataValidations", "data validation"},
-    {"extLst", kNewer},
-    {"AlternateContent", kNewer},
+    {"extLst", kNewerFeatures},
+    {"AlternateContent", kNewerFeatures},
     {"headerFooter", "page headers and footers"},
     {"hyperlinks", "hyperlinks"},
     {"ignoredErrors", "ignored errors"},

@@ -24,7 +24,7 @@ constexpr double kGreatestHeight = 409.5;  // points
 constexpr double kDigitWidth = 7;          // pixels of a digit in the standard font
 
 // A width in digits, as files have it, in pixels.
-std::int32_t PixelsOf(double digits) {
+std::int32_t PixelsOfWidth(double digits) {
   if (!(digits >= 0)) return ColumnWidth::kStandardPixels;
   return static_cast<std::int32_t>(
       std::min(std::trunc(digits * kDigitWidth + 0.5), double{ColumnWidth::kGreatestPixels}));
@@ -105,7 +105,7 @@ class SheetReader {
 
   void ReadStandardWidth(pugi::xml_node format) {
     const auto width = Number<double>(format, "defaultColWidth");
-    if (width) sheet_.widths = {kColumns, {PixelsOf(*width), false}};
+    if (width) sheet_.widths = {kColumns, {PixelsOfWidth(*width), false}};
   }
 
   void ReadColumns(pugi::xml_node columns) {
@@ -118,7 +118,7 @@ class SheetReader {
       }
       const auto width = Number<double>(node, "width");
       sheet_.widths.Apply(*first, *last, [&](ColumnWidth& old) {
-        if (width) old.pixels = PixelsOf(*width);
+        if (width) old.pixels = PixelsOfWidth(*width);
         old.hidden = Flag(node, "hidden", false);
       });
       if (HasAttribute(node, "style")) layers_.SetColumns(*first, *last, StyleAt(Attribute(node, "style")));

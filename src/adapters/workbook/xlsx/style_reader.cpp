@@ -19,7 +19,7 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::uint8_t kGreatestIndent = 250;
-constexpr std::uint8_t kSolid = 1;  // of FillStyle's patterns
+constexpr std::uint8_t kSolidFill = 1;  // of FillStyle's patterns
 
 class StyleReader {
  public:
@@ -165,11 +165,11 @@ class StyleReader {
   FillStyle ReadConditionalFill(pugi::xml_node node) {
     FillStyle fill = ReadFill(node);
     const pugi::xml_node pattern = Child(node, "patternFill");
-    if (!pattern || (fill.pattern != kSolid && HasAttribute(pattern, "patternType"))) return fill;
+    if (!pattern || (fill.pattern != kSolidFill && HasAttribute(pattern, "patternType"))) return fill;
     const Color background = colors_.Read(Child(pattern, "bgColor"));
     const Color color = background != kAutomatic ? background : colors_.Read(Child(pattern, "fgColor"));
     if (color == kAutomatic) return {};
-    return {kSolid, color, kAutomatic};
+    return {kSolidFill, color, kAutomatic};
   }
 
   std::string NumberFormatOf(std::int32_t id) {
