@@ -14,13 +14,12 @@ namespace mirelo::app {
 
 namespace {
 
-using Kind = QuoteFlaw::Kind;
 using Lines = std::vector<std::string_view>;
 
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kFields = kColumnVocabulary.size();
-constexpr auto kTicker = static_cast<std::size_t>(Column::Ticker);
-constexpr auto kVolume = static_cast<std::size_t>(Column::Volume);
+constexpr auto kTickerField = static_cast<std::size_t>(mirelo::Column::Ticker);
+constexpr auto kVolumeField = static_cast<std::size_t>(mirelo::Column::Volume);
 
 // Differences of volumes are exact below it.
 constexpr double kGreatestVolume = 1e15;
@@ -97,13 +96,14 @@ class RecordMender {
     const std::size_t count = fields_.size();
     fields_.resize(kFields);
     if (count == 0) {
-      reply_.flaws.push_back({ticker, Kind::NoQuote, 0, {}});
+      reply_.flaws.push_back({ticker, QuoteFlaw::Kind::NoQuote, 0, {}});
     } else if (count < kFields) {
-      reply_.flaws.push_back({ticker, Kind::MissingFields, count, {}});
+      reply_.flaws.push_back({ticker, QuoteFlaw::Kind::MissingFields, count, {}});
     }
-    if (!IsVolume(fields_[kVolume])) {
-      if (count > kVolume) reply_.flaws.push_back({ticker, Kind::BadVolume, 0, AnsiToText(fields_[kVolume])});
-      fields_[kVolume] = "0";
+    if (!IsVolume(fields_[kVolumeField])) {
+      if (count > kVolumeField)
+        reply_.flaws.push_back({ticker, QuoteFlaw::Kind::BadVolume, 0, AnsiToText(fields_[kVolumeField])});
+      fields_[kVolumeField] = "0";
     }
     reply_.body += kLineEnd;
     for (std::size_t i = 0; i < fields_.size(); ++i) {
@@ -122,7 +122,8 @@ bool IsInOrder(const Lines& records, const std::vector<std::string>& tickers) {
   Lines fields;
   for (std::size_t i = 0; i < records.size(); ++i) {
     CutFirst(records[i], ",", kFields + 1, fields);
-    if (fields.size() != kFields || !SameTicker(fields[kTicker], tickers[i]) || !IsVolume(fields[kVolume])) {
+    if (fields.size() != kFields || !SameTicker(fields[kTickerField], tickers[i]) ||
+        !IsVolume(fields[kVolumeField])) {
       return false;
     }
   }

@@ -29,7 +29,7 @@ class ObservedSockets;
 // answered, asks for quotes at the pace of the settings or listens to the stream, and writes what comes into
 // the workbook.
 //
-//   WorkingDay day(loop, sockets, application);
+//   WorkingDay day(loop, sockets, replies, application);
 //   if (!IsCommitted(day.ShowDialog())) return;
 //   day.Start();
 //   day.RunUntil(done);

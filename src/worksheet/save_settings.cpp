@@ -163,7 +163,7 @@ void frmMirelo::StoreValues(Frame& frame) {
   std::optional<host::RegistryTransaction> together;
   STEP(together.emplace(host::Host::Current().registry()));
   for (const StoredValue& stored : kStoredValues) {
-    STEP(Store().SaveSetting(kSettings, stored.key, stored.value(*this)));
+    STEP(Store().SaveSetting(kSettingsSection, stored.key, stored.value(*this)));
   }
   StoreDisplacement(frame);
   if (frame.test([&] { return ComQuoteSource.Enabled(); })) {

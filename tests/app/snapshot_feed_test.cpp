@@ -24,7 +24,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-using Lines = std::vector<std::string>;
+using ReplyLines = std::vector<std::string>;
 
 std::string Record(const std::string& ticker, const std::string& last, const std::string& volume,
                    const std::string& date = "01/20/2011") {
@@ -32,7 +32,7 @@ std::string Record(const std::string& ticker, const std::string& last, const std
          ",29,28,100,200,77,150,12,28.5,20,35";
 }
 
-std::string Reply(const Lines& records) { return "OK\r\n" + Join(records, "\r\n"); }
+std::string Reply(const ReplyLines& records) { return "OK\r\n" + Join(records, "\r\n"); }
 
 class SnapshotFeed : public FacadeTest {
  protected:
@@ -66,12 +66,12 @@ constexpr const char* kBad = "BAD";
 // What the reply to request number `n` says of the ticker BAD, between records of A and C.
 struct OneBadTicker {
   const char* what;
-  std::function<std::string(const Lines& a_bad_c, int n)> reply;
+  std::function<std::string(const ReplyLines& a_bad_c, int n)> reply;
   bool is_told;
 };
 
 OneBadTicker WithRecord(const char* what, const std::string& record, bool is_told) {
-  return {what, [record](const Lines& l, int) { return Reply({l[0], record, l[2]}); }, is_told};
+  return {what, [record](const ReplyLines& l, int) { return Reply({l[0], record, l[2]}); }, is_told};
 }
 OneBadTicker WithVolume(const char* volume, bool is_told) {
   return WithRecord(volume, Record(kBad, "1", volume), is_told);
@@ -101,38 +101,39 @@ const std::vector<OneBadTicker>& BadTickers() {
       WithRecord("forty fields", Record(kBad, "1", "10") + Replace(std::string(21, 'x'), "x", ",1"), false),
       WithRecord("an empty line", "", true),
       {"a volume that is none now and then",
-       [](const Lines& l, int n) {
+       [](const ReplyLines& l, int n) {
          return Reply({l[0], Record(kBad, "1", n % 2 == 1 ? "N/A" : std::to_string(100 * n)), l[2]});
        },
        true},
       {"no record",
-       [](const Lines& l, int) {
+       [](const ReplyLines& l, int) {
          return Reply({l[0], l[2]});
        },
        true},
       {"two records",
-       [](const Lines& l, int) {
+       [](const ReplyLines& l, int) {
          return Reply({l[0], l[1], l[1], l[2]});
        },
        false},
       {"a record of another order",
-       [](const Lines& l, int) {
+       [](const ReplyLines& l, int) {
          return Reply({l[1], l[2], l[0]});
        },
        false},
       {"a record of somebody else",
-       [](const Lines& l, int) {
+       [](const ReplyLines& l, int) {
          return Reply({l[0], Record("BAD/X", "1", "10"), l[2]});
        },
        false},
       {"records that nobody asked for",
-       [](const Lines& l, int) {
+       [](const ReplyLines& l, int) {
          return Reply({l[0], Record("X", "1", "2"), l[1], l[2], l[1]});
        },
        false},
-      {"a line end behind the records", [](const Lines& l, int) { return Reply(l) + "\r\n"; }, false},
+      {"a line end behind the records", [](const ReplyLines& l, int) { return Reply(l) + "\r\n"; }, false},
       {"many line ends behind the records",
-       [](const Lines& l, int) { return Reply(l) + Replace(std::string(999, 'x'), "x", "\r\n"); }, false},
+       [](const ReplyLines& l, int) { return Reply(l) + Replace(std::string(999, 'x'), "x", "\r\n"); },
+       false},
   };
   return cases;
 }
@@ -144,9 +145,9 @@ TEST_F(SnapshotFeed, GivesTheOtherTickersTheirQuotesOnEveryRequest) {
     Watch({"A", kBad, "C"});
     for (int n = 0; n < 4; ++n) {
       const std::string price = std::to_string(10 + n);
-      const Lines good{Record("A", price, std::to_string(1000 + 100 * n)),
-                       Record(kBad, price, std::to_string(1000 + 100 * n)),
-                       Record("C", price, std::to_string(2000 + 7 * n))};
+      const ReplyLines good{Record("A", price, std::to_string(1000 + 100 * n)),
+                            Record(kBad, price, std::to_string(1000 + 100 * n)),
+                            Record("C", price, std::to_string(2000 + 7 * n))};
       const QuoteRows rows = Fetch(bad.reply(good, n));
       EXPECT_THAT(rows[0],
                   ElementsAre("A", price, std::to_string(1000 + 100 * n), n == 0 ? "0" : "100", "35"));
@@ -210,7 +211,7 @@ TEST_F(SnapshotFeed, KeepsLaterBatchesInTheirRows) {
   Watch(tickers);
   internet.answer = [](const AnsweringInternet::Request& request) {
     const auto open = request.resource.find('(') + 1;
-    Lines records;
+    ReplyLines records;
     for (const auto& ticker : Split(request.resource.substr(open, request.resource.size() - 1 - open), ",")) {
       if (ticker != "T3" && ticker != "T150") records.push_back(Record(ticker, ticker.substr(1), "10"));
     }

@@ -30,7 +30,7 @@ using namespace std::chrono_literals;
 
 constexpr std::int64_t kTimesAsFast = 100;
 constexpr auto kSaveEvery = 20ms;
-constexpr auto kPatience = 60s;
+constexpr auto kPatienceOfADay = 60s;
 constexpr rlim_t kFullFile = 4096;
 constexpr std::size_t kLinesKept = 40;
 
@@ -71,10 +71,15 @@ FullDisk::~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
 
 LongDay::LongDay() : host(folder / "registry.db"), installed(host), tracker(OwnAddressText()) {
   sodium::SodiumVault vault(folder.path());
-  vault.Set(sodium::SodiumVault::Credential::ApplicationName, "MireloDemo");
-  vault.Set(sodium::SodiumVault::Credential::ApplicationSecret, "demo-secret");
+  vault.Set({.name = "MireloDemo", .secret = "demo-secret"});
   host.RunOn(std::make_unique<HurriedLoop>(std::make_unique<poll::PollLoop>(), kTimesAsFast));
   host.KeepCredentialsIn(folder.path());
+  host.FetchThrough([this](host::WinInetApi& inner) {
+    auto mended = std::make_unique<app::MendedReplies>(inner);
+    replies = mended.get();
+    return mended;
+  });
+  host.WaitForWholeReplies();
   StartTracker({});
   host.Override("Webaddress", OwnAddressText());
   host.OverrideHttpPort(tracker.HttpPort());
@@ -94,7 +99,8 @@ void LongDay::Begin(Settings settings) {
   auto desktop = std::make_unique<app::AttendedDesktop>(nowhere);
   app::DialogPerson person(wishes, *desktop);
   host.ShowOn(std::move(desktop));
-  day.emplace(host.loop(), host.sockets(), spreadsheet.Application());
+  host.internet();  // makes the replies' mender
+  day.emplace(host.loop(), host.sockets(), *replies, spreadsheet.Application());
   const auto note = [this](const std::string& line) {
     if (told.size() == kLinesKept) told.erase(told.begin());
     told.push_back(line);
@@ -125,7 +131,7 @@ void LongDay::PassSaves(int count) {
 }
 
 bool LongDay::PassUntil(const std::function<bool()>& done) {
-  const auto end = std::chrono::steady_clock::now() + kPatience;
+  const auto end = std::chrono::steady_clock::now() + kPatienceOfADay;
   bool is_done = false;
   day->RunUntil([&] { return (is_done = done()) || std::chrono::steady_clock::now() > end; });
   return is_done;

@@ -14,6 +14,7 @@
 #include "adapters/workbook/spreadsheet.h"
 #include "app/dialog_wishes.h"
 #include "app/linux_host.h"
+#include "app/mended_replies.h"
 #include "app/workbook_keeper.h"
 #include "app/working_day.h"
 #include "automation/number.h"
@@ -86,6 +87,7 @@ class LongDay : public ::testing::Test {
   Nowhere nowhere;
   app::LinuxHost host;
   host::HostScope installed;
+  app::MendedReplies* replies = nullptr;  // the host's, as soon as it has an HTTP client
   TrackerProcess tracker;
   SentQuotes msft{"MSFT", 2000};
   SentQuotes ibm{"IBM", 500000};

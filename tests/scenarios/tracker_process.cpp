@@ -12,7 +12,7 @@ namespace mirelo::testing {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience(60);
+constexpr std::chrono::seconds kTrackersPatience(60);
 
 }  // namespace
 
@@ -30,7 +30,7 @@ void TrackerProcess::Start(const std::vector<std::string>& more) {
 
 void TrackerProcess::Kill() {
   process_->Signal(SIGKILL);
-  process_->Wait(kPatience);
+  process_->Wait(kTrackersPatience);
   process_.reset();
 }
 
@@ -38,7 +38,7 @@ void TrackerProcess::Stall() { process_->Signal(SIGSTOP); }
 void TrackerProcess::GoOn() { process_->Signal(SIGCONT); }
 
 int TrackerProcess::Number(const std::string& head) {
-  const std::string line = process_->ReadLine(kPatience).value_or("");
+  const std::string line = process_->ReadLine(kTrackersPatience).value_or("");
   EXPECT_TRUE(line.starts_with(head)) << line;
   return RoundToInt32(Val(line.substr(std::min(line.size(), head.size()))));
 }
