@@ -14,6 +14,8 @@ constexpr std::size_t kLeastRecord = 6;  // with the id of a field; the stream c
 // What is kept of bytes that are searched for a head, so that one cut by the network is found.
 constexpr std::size_t kKept = kLongestHead - 1;
 // A buffer that grew beyond this is given back.
+constexpr const char* kWrongLength =
+    "QuoteTracker sends records whose length cannot be; the quotes in them are lost";
 constexpr std::size_t kSpareBuffer = std::size_t{1024} * 1024;
 
 // Line ends, blanks, and what else servers put behind a message to mark its end.
@@ -133,7 +135,7 @@ MessageAligner::Step MessageAligner::TakeRecords() {
   if (rest.size() < kRecordHead) return Step::kWait;
   const std::int32_t length = LengthOf(rest);
   if (length < static_cast<std::int32_t>(kRecordHead)) {
-    Tell("QuoteTracker sends records whose length cannot be; the quotes in them are lost");
+    Tell(kWrongLength);
     return LeaveOut(LeavingOut::kUnknown, 1);
   }
   if (length < static_cast<std::int32_t>(kLeastRecord) ||
@@ -148,6 +150,11 @@ MessageAligner::Step MessageAligner::TakeRecords() {
     if (!IsReadBehind(rest, record)) break;
     record = record.substr(0, record_size);
     const RecordLook look = LookAt(record);
+    if (look.next > 0) {
+      if (size > 0) break;
+      Tell(kWrongLength);
+      return Drop(look.next);
+    }
     const bool admitted = symbols_.Admits(look.symbol);
     if (size > 0 && (!admitted || !look.fits)) break;
     if (!admitted) {

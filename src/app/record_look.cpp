@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "app/message_bounds.h"
 #include "streaming/level1_fields.h"
 #include "streaming/stamp_texts.h"
 
@@ -58,6 +59,10 @@ RecordLook LookAt(std::string_view record) {
   std::size_t at = kHead;
   while (at + kId <= record.size()) {
     const std::uint16_t id = IdAt(record, at);
+    if (id >= kWidths.size() && BeginsWithRecord(record.substr(at))) {
+      look.next = at;
+      return look;
+    }
     at += kId;
     const std::size_t width = id < kWidths.size() ? kWidths[id] : kUnknownWidth;
     if (width != kUpToZero) {

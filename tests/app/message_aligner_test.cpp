@@ -150,6 +150,14 @@ TEST(MessageAligner, FindsTheNextRecordBehindOneWhoseLengthIsTooShort) {
 
 // --- Control messages ----------------------------------------------------------------------------------
 
+TEST(MessageAligner, LeavesOutARecordWhoseLengthReachesIntoTheNextOne) {
+  const std::string next = Level1Wire().Symbol("IBM").Last(2).Volume(200);
+  Level1Wire lying = Level1Wire().Symbol("MSFT").Last(1);
+  lying.Length(static_cast<std::int16_t>(lying.Bytes().size() + next.size() - 3));
+  EXPECT_THAT(FeedAll(lying.Bytes() + next + next), ElementsAre(next + next));
+  EXPECT_THAT(FeedAll(next + lying.Bytes() + next), ElementsAre(next, next));
+}
+
 TEST(MessageAligner, GivesEachControlMessageAlone) {
   EXPECT_THAT(
       FeedAll(std::string(kGreeting) + kLoggedIn + kAcceptedLogin + Record("S1", 20) + kAcceptedLogin),

@@ -26,6 +26,7 @@
 #include "quotetracker/login.h"
 #include "quotetracker/server.h"
 #include "support/temp_directory.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
 namespace {
@@ -53,6 +54,7 @@ class DialogOnScreen : public ::testing::Test {
     person.Does("use the dialog", std::move(act));
     ::testing::internal::CaptureStdout();
     const int code = ShowDialog(session, workbook);
+    terminal::Out().Flush();
     return {code, ::testing::internal::GetCapturedStdout()};
   }
 

@@ -9,7 +9,7 @@ namespace mirelo::app {
 
 namespace {
 
-std::string Quoted(const std::string& text) { return "'" + text + "'"; }
+std::string ShellQuoted(const std::string& text) { return "'" + text + "'"; }
 
 std::string Joined(const std::vector<std::string>& texts, const std::string& by) {
   std::string joined;
@@ -41,13 +41,13 @@ std::string BashCompletion(const CommandFacts& program) {
   std::vector<std::string> below, awaiting;
   std::string choices;
   Walk(program, [&](const CommandFacts& command) {
-    if (&command != &program) below.push_back(Quoted(command.name));
+    if (&command != &program) below.push_back(ShellQuoted(command.name));
     for (const auto& option : WithInherited(command, program)) {
       if (option.value.empty()) continue;
-      for (const auto& name : option.names) awaiting.push_back(Quoted(command.name + " " + name));
+      for (const auto& name : option.names) awaiting.push_back(ShellQuoted(command.name + " " + name));
     }
-    choices += "    " + Quoted(command.name) +
-               ") words=" + Quoted(Joined(WordsBehind(command, program), " ")) +
+    choices += "    " + ShellQuoted(command.name) +
+               ") words=" + ShellQuoted(Joined(WordsBehind(command, program), " ")) +
                (TakesAFile(command) ? " files=yes" : "") + " ;;\n";
   });
 
