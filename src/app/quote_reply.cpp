@@ -93,6 +93,8 @@ class RecordMender {
 
   void Add(std::size_t ticker, std::string_view record) {
     CutFirst(record, ",", kFields, fields_);
+    // The last field of a record that breaks off may be the beginning of another value.
+    if (fields_.size() > 1 && fields_.size() < kFields) fields_.pop_back();
     const std::size_t count = fields_.size();
     fields_.resize(kFields);
     if (count == 0) {

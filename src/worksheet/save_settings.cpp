@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,8 +19,6 @@
 #include "dialog/frmMirelo.h"
 #include "dialog/time_zones.h"
 #include "host/desktop.h"
-#include "host/host.h"
-#include "host/registry_transaction.h"
 #include "streaming/messages.h"
 #include "worksheet/color_schemes.h"
 
@@ -159,9 +156,6 @@ void frmMirelo::Refuse(Frame& frame, const std::string& message, std::int32_t ta
 }
 
 void frmMirelo::StoreValues(Frame& frame) {
-  // When the process ends in here, nothing is stored rather than some of it.
-  std::optional<host::RegistryTransaction> together;
-  STEP(together.emplace(host::Host::Current().registry()));
   for (const StoredValue& stored : kStoredValues) {
     STEP(Store().SaveSetting(kSettingsSection, stored.key, stored.value(*this)));
   }
@@ -169,7 +163,6 @@ void frmMirelo::StoreValues(Frame& frame) {
   if (frame.test([&] { return ComQuoteSource.Enabled(); })) {
     STEP(Store().SaveSetting(kFirstSourceSection, kFirstSourceKey, Variant(ComQuoteSource.Text())));
   }
-  if (together) STEP(together->Commit());
 }
 
 void frmMirelo::StoreDisplacement(Frame& frame) {

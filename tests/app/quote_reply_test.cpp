@@ -58,10 +58,18 @@ TEST(QuoteReply, TrustsPlacesOnlyWhereThereAreAsManyRecordsAsTickers) {
 }
 
 TEST(QuoteReply, HasAllFieldsAndANumberAsVolume) {
-  const auto mended = MendAB("OK\r\nA,d,t\r\nB,d,t,1,2,3,4,U,N/A,6,7,8,9,10,11,12,13,14,15,16");
+  const auto mended = MendAB("OK\r\nA,d,t,2\r\nB,d,t,1,2,3,4,U,N/A,6,7,8,9,10,11,12,13,14,15,16");
   EXPECT_EQ(mended.body, "OK\r\nA,d,t,,,,,,0,,,,,,,,,,\r\nB,d,t,1,2,3,4,U,0,6,7,8,9,10,11,12,13,14,15");
   EXPECT_THAT(mended.flaws,
               ElementsAre(QuoteFlaw{0, Kind::MissingFields, 3, ""}, QuoteFlaw{1, Kind::BadVolume, 0, "N/A"}));
+}
+
+// The connection may have ended in the middle of a number.
+TEST(QuoteReply, LosesTheLastFieldOfARecordThatBreaksOff) {
+  const auto mended = MendAB("OK\r\nA,d,t,1,2,3,4,U,12");
+  EXPECT_EQ(mended.body, "OK\r\nA,d,t,1,2,3,4,U,0,,,,,,,,,,\r\n" + kNothing);
+  EXPECT_THAT(mended.flaws,
+              ElementsAre(QuoteFlaw{0, Kind::MissingFields, 8, ""}, QuoteFlaw{1, Kind::NoQuote, 0, ""}));
 }
 
 // Of delimiters alone: neither time nor memory for each of them.

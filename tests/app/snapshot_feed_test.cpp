@@ -183,7 +183,7 @@ TEST_F(SnapshotFeed, HasNothingForATickerWithoutARecord) {
 
 TEST_F(SnapshotFeed, FillsWhatARecordHasAndTellsWhatIsMissing) {
   Watch({"A", kBad});
-  EXPECT_THAT(Fetch(Reply({Record("A", "1", "10"), "BAD,01/20/2011,09:30:00,26.5"}))[1],
+  EXPECT_THAT(Fetch(Reply({Record("A", "1", "10"), "BAD,01/20/2011,09:30:00,26.5,"}))[1],
               ElementsAre(kBad, "26.5", "", "", ""));
   EXPECT_THAT(told, ElementsAre("QuoteTracker sent too few fields for BAD (4 of 19)"));
 }
@@ -191,7 +191,7 @@ TEST_F(SnapshotFeed, FillsWhatARecordHasAndTellsWhatIsMissing) {
 TEST_F(SnapshotFeed, TellsNothingOfWhatNoColumnShows) {
   Save("ListRight", "Ticker,Last");
   Watch({"A", kBad});
-  EXPECT_THAT(Fetch(Reply({Record("A", "1", "N/A"), "BAD,01/20/2011,09:30:00,26.5"}))[1],
+  EXPECT_THAT(Fetch(Reply({Record("A", "1", "N/A"), "BAD,01/20/2011,09:30:00,26.5,"}))[1],
               ElementsAre(kBad, "26.5"));
   EXPECT_THAT(told, IsEmpty());
 }

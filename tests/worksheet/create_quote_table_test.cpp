@@ -242,21 +242,6 @@ TEST_F(QuoteTable, StoresTheListsBehindAllOtherSettings) {
               ElementsAre("DisplacementMinute", "ListLeft", "ListRight"));
 }
 
-TEST_F(QuoteTable, StoresAllOtherSettingsOrNone) {
-  Save("RowsLimit", "40");
-  Save("Webaddress", "10.0.0.1");
-  tracker.on_request = [&](const std::string&) { registry.Fail("CommitTransaction"); };
-  const auto acts = [](frmMirelo& form) { form.txtRows.Text("50"); };
-  EXPECT_EQ(Go({"MSFT"}, acts), 78);
-  EXPECT_EQ(registry.Calls("CommitTransaction"), 1);
-  EXPECT_EQ(Stored("Settings", "RowsLimit").ToText(), "40");
-  EXPECT_EQ(Stored("Settings", "DisplacementHour").ToText(), "") << "nothing is stored for the first time";
-
-  tracker.on_request = nullptr;
-  EXPECT_EQ(Go({"MSFT"}, acts), 78);
-  EXPECT_EQ(Stored("Settings", "RowsLimit").ToText(), "50");
-}
-
 // Settings that cannot be stored are passed over in silence, but not the lists.
 
 TEST_F(QuoteTable, ReportsThatItsListsCannotBeStoredAndIsBuiltAllTheSame) {

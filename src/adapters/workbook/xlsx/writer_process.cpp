@@ -99,7 +99,8 @@ std::string ReportOf(const std::function<void()>& write) {
   }
 }
 
-[[noreturn]] void Copy(pid_t original, const Pipe& report, const std::function<void()>& write) {
+// Nothing may leave it: a second process would go on with the day. What fails to be reported ends the copy.
+[[noreturn]] void Copy(pid_t original, const Pipe& report, const std::function<void()>& write) noexcept {
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (::getppid() != original) ::_exit(1);  // it has gone meanwhile
   // The stream alone: the descriptor is also that of tools which watch over the memory.
