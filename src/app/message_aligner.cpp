@@ -14,9 +14,9 @@ constexpr std::size_t kLeastRecord = 6;  // with the id of a field; the stream c
 // What is kept of bytes that are searched for a head, so that one cut by the network is found.
 constexpr std::size_t kKept = kLongestHead - 1;
 // A buffer that grew beyond this is given back.
+constexpr std::size_t kSpareBuffer = std::size_t{1024} * 1024;
 constexpr const char* kWrongLength =
     "QuoteTracker sends records whose length cannot be; the quotes in them are lost";
-constexpr std::size_t kSpareBuffer = std::size_t{1024} * 1024;
 
 // Line ends, blanks, and what else servers put behind a message to mark its end.
 bool IsSeparator(char byte) {
