@@ -110,6 +110,14 @@ class Library(InstalledCase):
             self.assertGreater(float(last), 0)
             self.assertGreater(int(volume.replace(",", "")), 0)
 
+    def test_has_the_version_of_the_programs(self):
+        (package,) = self.prefix.glob("lib*/**/MireloConfigVersion.cmake")
+        script = self.home / "version.cmake"
+        script.write_text(f'include("{package}")\nexecute_process(COMMAND "${{CMAKE_COMMAND}}" -E echo "${{PACKAGE_VERSION}}")\n')
+        version = self.run_here("cmake", "-P", script).strip()
+        for program in ("mirelo", "quotetracker"):
+            self.assertEqual(self.run_here(self.programs / program, "--version"), f"{program} {version}\n")
+
     def test_is_not_taken_for_a_version_that_it_is_not(self):
         project = self.home / "project"
         project.mkdir()

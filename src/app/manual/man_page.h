@@ -11,7 +11,7 @@ namespace mirelo::app {
 // What a page says that no option knows.
 struct PageNotes {
   std::string summary;                                        // behind the name, for whatis
-  std::string version;                                        // "mirelo 0.1.0"
+  std::string version;                                        // "mirelo 1.2.3"
   std::vector<std::pair<std::string, std::string>> files;     // path and meaning
   std::vector<std::pair<std::string, std::string>> examples;  // command and meaning
   std::vector<std::string> see_also;                          // "quotetracker(1)"
