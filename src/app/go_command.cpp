@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "adapters/workbook/file_stamp.h"
 #include "app/attended_desktop.h"
 #include "app/dialog_person.h"
 #include "app/dialog_result.h"
@@ -60,6 +61,7 @@ int GoCommand::Run() try {
   auto& facade = session.facade();
   std::optional<workbook::FileHold> hold;
   if (workbook_) hold = HoldForGo(*workbook_);
+  const auto read = workbook_ ? workbook::FileStamp(*workbook_) : workbook::FileStamp();
   auto spreadsheet = workbook_ ? OpenOrNew(*workbook_) : workbook::Spreadsheet::New();
   facade.ExcelApplication(Variant(spreadsheet.Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
@@ -67,7 +69,7 @@ int GoCommand::Run() try {
     Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
     return complaint->code;
   }
-  if (workbook_ && IsCommitted(result)) SaveAfterGo(*workbook_, spreadsheet);
+  if (workbook_ && IsCommitted(result)) SaveAfterGo(*workbook_, spreadsheet, read);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {
   Err() << "error: " << terminal::Indented(unfulfilled.what()) << "\n";

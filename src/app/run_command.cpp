@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "adapters/workbook/file_stamp.h"
 #include "app/attended_desktop.h"
 #include "app/day_view.h"
 #include "app/demonstration.h"
@@ -12,7 +13,6 @@
 #include "app/dialog_result.h"
 #include "app/duration.h"
 #include "app/exit_code.h"
-#include "app/file_stamp.h"
 #include "app/options.h"
 #include "app/run_program.h"
 #include "app/session.h"
@@ -100,7 +100,7 @@ int RunCommand::Run() try {
 
 int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   const auto hold = HoldForDay(workbook_);
-  const FileStamp read(workbook_);
+  const workbook::FileStamp read(workbook_);
   auto spreadsheet = OpenOrNew(workbook_);
   auto& host = session.host();
   std::optional<DialogPerson> person;

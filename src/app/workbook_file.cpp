@@ -23,6 +23,7 @@ constexpr const char* kRaiseLimit =
     "--workbook.";
 constexpr const char* kMakeWritable =
     "Make the file and its folder writable, or name another file with --workbook.";
+constexpr const char* kGoAgain = "Press Go again, on what that program has saved.";
 
 // A file that reaches the limit fails as on a full disk.
 bool FileSizesAreLimited() {
@@ -37,6 +38,9 @@ template <class Attempt>
 auto SayingWhatToDo(Attempt&& attempt) {
   try {
     return attempt();
+  } catch (const workbook::ChangedMeanwhile& changed) {
+    throw RuntimeError(changed.Number(), AsSentence(changed.Description()) + "\n" + kGoAgain,
+                       changed.Source());
   } catch (const RuntimeError& error) {
     const char* advice = nullptr;
     if (error.Number() == kDiskFull) advice = FileSizesAreLimited() ? kRaiseLimit : kMakeRoom;
@@ -82,9 +86,11 @@ std::optional<workbook::FileHold> HoldForDay(const std::filesystem::path& file) 
   }
 }
 
-void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet) {
+void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet,
+                 const workbook::FileStamp& read) {
+  const auto tell = [&](const std::string& loss) { TellLoss(file, loss); };
   try {
-    SayingWhatToDo([&] { spreadsheet.Save(file, [&](const std::string& loss) { TellLoss(file, loss); }); });
+    SayingWhatToDo([&] { spreadsheet.Save(file, tell, read); });
   } catch (const RuntimeError&) {
     Err() << "The settings are stored, but the workbook is as it was.\n";
     throw;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "adapters/workbook/file_hold.h"
+#include "adapters/workbook/file_stamp.h"
 #include "adapters/workbook/spreadsheet.h"
 
 namespace mirelo::app {
@@ -29,8 +30,10 @@ workbook::FileHold HoldForGo(const std::filesystem::path& file);
 // when another process holds it.
 std::optional<workbook::FileHold> HoldForDay(const std::filesystem::path& file);
 
-// Saves it, and tells on the standard error stream what is lost and what became of it. Errors as
-// Spreadsheet::Save, with texts that say what to do.
-void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet);
+// Saves it, and tells on the standard error stream what is lost and what became of it. `read` is the file's
+// stamp when the workbook was read from it, or found absent: what another program has saved there since then
+// stays. Errors as Spreadsheet::Save, with texts that say what to do.
+void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet,
+                 const workbook::FileStamp& read);
 
 }  // namespace mirelo::app

@@ -37,7 +37,7 @@ fs::path FreeNameBeside(const fs::path& file) {
 }  // namespace
 
 WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
-                               const fs::path& file, const FileStamp& read,
+                               const fs::path& file, const workbook::FileStamp& read,
                                std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss)
     : loop_(loop),
       spreadsheet_(spreadsheet),
@@ -60,35 +60,48 @@ fs::path WorkbookKeeper::SaveAtEnd() {
   if (Save()) return file_;
   trouble_.clear();  // another file, another trouble
   file_ = FreeNameBeside(file_);
+  stamp_ = workbook::FileStamp();
   return Save() ? file_ : fs::path();
 }
 
 // Whoever had the workbook open in another program and saved it there would lose that, or lose the day's
 // rows.
 void WorkbookKeeper::LeaveTheFileToOthers() {
-  const fs::path beside = FreeNameBeside(file_);
-  Status.Raise("Another program has changed " + file_.filename().string() + "; saving in " +
-               beside.filename().string() + " from now on");
-  file_ = beside;
+  const std::string left = file_.filename().string();
+  file_ = FreeNameBeside(file_);
+  stamp_ = workbook::FileStamp();
   trouble_.clear();
+  Tell("Another program has changed " + left + "; saving in " + file_.filename().string() + " from now on");
 }
 
 bool WorkbookKeeper::Save() {
-  if (const FileStamp now(file_); now.IsOfAFile() && now != stamp_) LeaveTheFileToOthers();
   const auto start = std::chrono::steady_clock::now();
-  std::string trouble;
-  try {
-    before_saving_();
-    spreadsheet_.Save(file_, tell_loss_);
-    stamp_ = FileStamp(file_);
-  } catch (const std::exception&) {
-    trouble = CurrentError().Description();
-  }
+  std::string trouble = TroubleOfSaving();
   worked_ = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
   state_ = trouble.empty() ? "saved " + TimeNow() : "not saved: " + trouble;
-  if (trouble != trouble_) Status.Raise(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
-  trouble_ = std::move(trouble);
-  return trouble_.empty();
+  if (std::exchange(trouble_, trouble) != trouble)
+    Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
+  return trouble.empty();
+}
+
+std::string WorkbookKeeper::TroubleOfSaving() try {
+  before_saving_();
+  SaveWhereNobodyElseDid();
+  return {};
+} catch (const std::exception&) {
+  return CurrentError().Description();
+}
+
+void WorkbookKeeper::SaveWhereNobodyElseDid() try {
+  stamp_ = spreadsheet_.Save(file_, tell_loss_, stamp_);
+} catch (const workbook::ChangedMeanwhile&) {
+  LeaveTheFileToOthers();
+  stamp_ = spreadsheet_.Save(file_, tell_loss_, stamp_);
+}
+
+void WorkbookKeeper::Tell(const std::string& line) const try {
+  Status.Raise(line);
+} catch (const std::exception&) {  // whoever shows it has failed, not who saves
 }
 
 }  // namespace mirelo::app

@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "adapters/workbook/file_stamp.h"
 #include "adapters/workbook/spreadsheet.h"
-#include "app/file_stamp.h"
 #include "automation/event.h"
 #include "host/message_loop.h"
 
@@ -21,7 +21,7 @@ class WorkbookKeeper {
   // `before_saving` is called before each, `tell_loss` with what Spreadsheet::Save has to tell. All must
   // outlive this.
   WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
-                 const std::filesystem::path& file, const FileStamp& read,
+                 const std::filesystem::path& file, const workbook::FileStamp& read,
                  std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss);
   ~WorkbookKeeper();
   WorkbookKeeper(const WorkbookKeeper&) = delete;
@@ -38,17 +38,21 @@ class WorkbookKeeper {
   // "saved 14:05:12", "not saved yet", "not saved: ...".
   const std::string& State() const { return state_; }
 
-  // A line for a person: that it could not be saved, and that it can be again.
+  // A line for a person: that it could not be saved, and that it can be again. What a handler raises is
+  // dropped; saving goes on.
   Event<const std::string&> Status;
 
  private:
   bool Save();
+  std::string TroubleOfSaving();
+  void SaveWhereNobodyElseDid();
   void LeaveTheFileToOthers();
+  void Tell(const std::string& line) const;
 
   host::MessageLoop& loop_;
   workbook::Spreadsheet& spreadsheet_;
   std::filesystem::path file_;
-  FileStamp stamp_;  // of the file as it was read or saved here
+  workbook::FileStamp stamp_;  // of the file as it was read or saved here
   std::function<void()> before_saving_;
   workbook::Spreadsheet::Tell tell_loss_;
   std::string state_ = "not saved yet";

@@ -27,6 +27,7 @@
 #include "host/excel/worksheet.h"
 #include "quotetracker/server.h"
 #include "support/child_process.h"
+#include "support/loopback_server.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -180,14 +181,33 @@ TEST_F(GuardedWorkbook, IsSavedOnceTheOtherProgramIsDone) {
 
 TEST_F(GuardedWorkbook, StaysAsItIsAfterGoAsWell) {
   const auto hold = app::HoldForGo(File());
+  const workbook::FileStamp read(File());
   auto spreadsheet = app::OpenOrNew(File());
   const std::string old = Bytes();
   std::ofstream(Folder() / "~$quotes.xlsx") << ",";
   ::testing::internal::CaptureStderr();
-  EXPECT_THROW(app::SaveAfterGo(File(), spreadsheet), RuntimeError);
+  EXPECT_THROW(app::SaveAfterGo(File(), spreadsheet, read), RuntimeError);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),
             "The settings are stored, but the workbook is as it was.\n");
   EXPECT_EQ(Bytes(), old);
+}
+
+// Another program saves it while QuoteTracker is asked.
+TEST_F(GuardedWorkbook, StaysAsAnotherProgramHasSavedItMeanwhile) {
+  LoopbackServer tracker([this](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    std::ofstream(File(), std::ios::binary) << "theirs";
+    peer.Send("HTTP/1.0 200 OK\r\n\r\nOK\r\nMain");
+  });
+  const auto result = RunMirelo(home.path(), {"go", "--http-port", std::to_string(tracker.Port()),
+                                              "--tickers", "MSFT", "--workbook", File().string()});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("The settings are stored, but the workbook is as it was.\n"),
+                                HasSubstr("error: Cannot save " + File().string() +
+                                          ": another program has changed it.\n"),
+                                HasSubstr("Press Go again, on what that program has saved.")));
+  EXPECT_EQ(Bytes(), "theirs");
+  EXPECT_THAT(Listing(), ElementsAre("quotes.xlsx"));
 }
 
 }  // namespace

@@ -1,16 +1,25 @@
 #include "app/workbook_keeper.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "support/child_process.h"
 #include "support/manual_clock.h"
 #include "support/manual_loop.h"
 #include "support/temp_directory.h"
@@ -24,6 +33,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
+
+constexpr uid_t kNobodysId = 65534;
 
 class Keeper : public ::testing::Test {
  protected:
@@ -50,11 +61,15 @@ class Keeper : public ::testing::Test {
   std::filesystem::path inner = folder / "inner";
   std::filesystem::path file = inner / "book.xlsx";
   int prepared = 0;
+  std::function<void()> meanwhile;  // what another program does at the next save
   app::WorkbookKeeper keeper{loop,
                              spreadsheet,
                              file,
-                             app::FileStamp(),
-                             [this] { ++prepared; },
+                             workbook::FileStamp(),
+                             [this] {
+                               ++prepared;
+                               if (meanwhile) std::exchange(meanwhile, nullptr)();
+                             },
                              [this](const std::string& loss) { told.push_back(loss); }};
   std::vector<std::string> told;
 };
@@ -112,6 +127,53 @@ TEST_F(Keeper, LeavesAFileThatAnotherProgramHasChangedAndGoesOnBesideIt) {
   Write(3);
   EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-1.xlsx");
   EXPECT_EQ(Saved(inner / "book-1.xlsx"), 3);
+}
+
+TEST_F(Keeper, LeavesAFileThatAnotherProgramChangesWhileItIsAboutToBeSaved) {
+  std::filesystem::create_directory(inner);
+  Write(1);
+  keeper.SaveAtIntervals(1h);
+  loop.Advance(1h);
+  meanwhile = [this] { std::ofstream(file) << "theirs"; };
+  Write(2);
+  loop.Advance(1h);
+  EXPECT_EQ(std::filesystem::file_size(file), 6U);
+  EXPECT_EQ(Saved(inner / "book-1.xlsx"), 2);
+  EXPECT_THAT(told, ElementsAre("Another program has changed book.xlsx; saving in book-1.xlsx from now on"));
+}
+
+// Nobody could list the folder, so its names cannot be synced; the files in it can.
+TEST_F(Keeper, StaysWithItsFileInAFolderThatMayBeWrittenButNotRead) {
+  std::filesystem::create_directory(inner);
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+  ASSERT_EQ(::chmod(inner.c_str(), 0333), 0);
+  ChildProcess nobody([&](const ChildProcess::Test& test) {
+    if (::geteuid() == 0 && ::setuid(kNobodysId) != 0) return;
+    keeper.SaveAtIntervals(1h);
+    loop.Advance(3h);
+    test.Report(static_cast<std::int32_t>(told.size()));
+    test.Report(keeper.SaveAtEnd() == file ? 1 : 0);
+  });
+  std::int32_t number = -1;
+  EXPECT_TRUE(nobody.Read(number) && number == 0) << number << " lines of trouble";
+  EXPECT_TRUE(nobody.Read(number) && number == 1) << "it was saved beside its file";
+  EXPECT_TRUE(nobody.Finish());
+  ASSERT_EQ(::chmod(inner.c_str(), 0755), 0);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(inner), {}), 1);
+}
+
+TEST_F(Keeper, GoesOnSavingWhereWhoeverIsToldFails) {
+  keeper.Status.Subscribe([](const std::string&) { throw RuntimeError(5, "the screen has gone"); });
+  keeper.SaveAtIntervals(1h);
+  ASSERT_NO_THROW(loop.Advance(1h)) << "that it was not saved is told";
+  std::filesystem::create_directory(inner);
+  Write(6);
+  ASSERT_NO_THROW(loop.Advance(1h)) << "that it is saved again";
+  EXPECT_EQ(Saved(file), 6);
+  std::ofstream(file) << "theirs";
+  ASSERT_NO_THROW(loop.Advance(1h)) << "that it is saved beside it";
+  EXPECT_EQ(Saved(inner / "book-1.xlsx"), 6);
+  EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-1.xlsx");
 }
 
 TEST_F(Keeper, LeavesAFileThatHasAppearedMeanwhile) {

@@ -109,7 +109,7 @@ void LongDay::Begin(Settings settings) {
   day->ShowDialog();
   ASSERT_FALSE(person.Complained()) << person.Complained()->text;
   keeper.emplace(
-      host.loop(), spreadsheet, folder / "day.xlsx", app::FileStamp(),
+      host.loop(), spreadsheet, folder / "day.xlsx", workbook::FileStamp(),
       [this] {
         ++saves;
         day->Fit();

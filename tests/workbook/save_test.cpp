@@ -9,6 +9,7 @@
 #include <functional>
 #include <thread>
 
+#include "adapters/workbook/atomic_file.h"
 #include "support/child_process.h"
 #include "support/current_directory.h"
 #include "support/error_number.h"
@@ -203,6 +204,54 @@ TEST_F(SaveFile, RaisesError70AndKeepsTheOldFileThatAnotherProgramHas) {
   EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
   spreadsheet.Save(File());
   EXPECT_EQ(SavedValue(), Variant("new"));
+}
+
+// To write takes its time, and so does the disk.
+TEST_F(SaveFile, KeepsWhatAnotherProgramHasSavedMeanwhile) {
+  With("old").Save(File());
+  const workbook::FileStamp known(File());
+  const auto replace = [&](const char* theirs, const workbook::FileStamp& stamp) {
+    return ErrorOf([&] {
+      ReplaceFile(
+          File(),
+          [&](const std::filesystem::path& fresh) {
+            WriteBytes(fresh, "new");
+            if (theirs != nullptr) WriteBytes(File(), theirs);
+          },
+          stamp);
+    });
+  };
+  const RuntimeError error = replace("theirs", known);
+  EXPECT_EQ(error.Number(), 70);
+  EXPECT_EQ(error.Description(), "Cannot save " + File().string() + ": another program has changed it");
+  EXPECT_EQ(BytesOf(File()), "theirs");
+  EXPECT_EQ(replace(nullptr, known).Number(), 70) << "changed before";
+  EXPECT_EQ(replace("theirs again", workbook::FileStamp()).Number(), 70) << "there was none";
+  EXPECT_EQ(BytesOf(File()), "theirs");
+  EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
+
+  std::filesystem::remove(File());
+  EXPECT_EQ(replace("theirs", workbook::FileStamp()).Number(), 70) << "it has appeared";
+  EXPECT_EQ(BytesOf(File()), "theirs");
+}
+
+TEST_F(SaveFile, SavesAgainAndAgainByTheStampOfWhatItSaved) {
+  auto spreadsheet = With("new");
+  const auto tell = [](const std::string&) {};
+  workbook::FileStamp stamp;
+  for (int i = 0; i < 3; ++i) stamp = spreadsheet.Save(File(), tell, stamp);
+  EXPECT_EQ(stamp, workbook::FileStamp(File()));
+  std::filesystem::remove(File());
+  EXPECT_NO_THROW(spreadsheet.Save(File(), tell, stamp)) << "one that is gone is made anew";
+}
+
+TEST_F(SaveFile, SavesInAFolderThatMayBeWrittenButNotRead) {
+  ASSERT_EQ(chmod(folder.path().c_str(), 0333), 0);
+  EXPECT_EQ(ErrorOfSavingAsNobody(), 0);
+  EXPECT_EQ(ErrorOfSavingAsNobody(), 0) << "again";
+  ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+  EXPECT_EQ(SavedValue(), Variant("new"));
+  EXPECT_EQ(FolderListing(), Only("quotes.xlsx"));
 }
 
 TEST_F(SaveFile, TellsBeforehandWhatCannotBeSaved) {

@@ -50,6 +50,11 @@ std::optional<struct stat> OldFile(const fs::path& file) {
   return status;
 }
 
+void RequireUnchanged(const fs::path& file, const std::optional<FileStamp>& known) {
+  if (!known) return;
+  if (const FileStamp now(file); now.IsOfAFile() && now != *known) throw ChangedMeanwhile(file);
+}
+
 // A new file, in a folder of its own beside the one whose place it is to take, in which its makers may have
 // what they need meanwhile. All of that is gone at the end.
 class NewFile {
@@ -74,15 +79,23 @@ class NewFile {
     if (::fchmod(descriptor_.number(), old.st_mode & kPermissions) != 0) Fail();
   }
 
-  void PutInPlace() {
+  // Where the stamp of what stands in that place is still `known`. The result is the new one.
+  FileStamp PutInPlace(const std::optional<FileStamp>& known) {
     if (::fsync(descriptor_.number()) != 0) Fail();
+    const FileStamp stamp(descriptor_);
+    RequireUnchanged(target_, known);  // as late as can be: to write and to sync takes its time
     if (::rename(path_.c_str(), target_.c_str()) != 0) Fail();
-    const Descriptor folder(::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.IsOpen() || (::fsync(folder.number()) != 0 && errno != EINVAL))
-      Fail();  // EINVAL: it cannot be synced
+    SyncFolder();
+    return stamp;
   }
 
  private:
+  // So that the new name outlives a loss of power. It stands by now, so nothing has failed where the folder
+  // may be written but not read, or cannot be synced.
+  void SyncFolder() const {
+    const Descriptor folder(::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.IsOpen()) ::fsync(folder.number());
+  }
   fs::path MakeWorkshop() const {
     std::random_device random;
     for (int i = 0; i < kTries; ++i) {
@@ -145,13 +158,15 @@ void WriteWholeFile(const fs::path& file, const std::vector<char>& bytes) {
   }
 }
 
-void ReplaceFile(const fs::path& file, const std::function<void(const fs::path&)>& write) {
+FileStamp ReplaceFile(const fs::path& file, const std::function<void(const fs::path&)>& write,
+                      const std::optional<FileStamp>& known) {
   const FileHold hold(file);
+  RequireUnchanged(hold.target(), known);
   const std::optional<struct stat> old = OldFile(hold.target());
   NewFile fresh(hold.target());
   if (old) fresh.TakePermissionsFrom(*old);
   write(fresh.path());
-  fresh.PutInPlace();
+  return fresh.PutInPlace(known);
 }
 
 void RequireReplaceable(const fs::path& file) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <string_view>
+#include <optional>
 #include <vector>
 
+#include "adapters/workbook/file_stamp.h"
 #include "automation/runtime_error.h"
 
 namespace mirelo::workbook {
@@ -20,10 +22,15 @@ void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& 
 // folder of its own beside it: write may open that path as often as it likes, and use the folder. The change
 // happens at once, when the new file is on the disk as a whole, and keeps the old one's permissions and
 // owner; when anything fails, what write raises included, the old file is as it was and the new one is gone.
-// This process has the hold meanwhile (see FileHold). Error 61 when the disk is full, 70 when another process
-// or program has the file, 75 for other failures of the file system.
-void ReplaceFile(const std::filesystem::path& file,
-                 const std::function<void(const std::filesystem::path&)>& write);
+// This process has the hold meanwhile (see FileHold). The result is the new file's stamp. Error 61 when the
+// disk is full, 70 when another process or program has the file, 75 for other failures of the file system.
+//
+// With `known`, a file is replaced only while that is its stamp: one that another program has changed, or has
+// made, raises ChangedMeanwhile, also when that comes to light only at the end. One that is gone is made
+// anew.
+FileStamp ReplaceFile(const std::filesystem::path& file,
+                      const std::function<void(const std::filesystem::path&)>& write,
+                      const std::optional<FileStamp>& known = std::nullopt);
 
 // Raises the error that ReplaceFile would raise, as far as that can be told beforehand.
 void RequireReplaceable(const std::filesystem::path& file);

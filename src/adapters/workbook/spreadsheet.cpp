@@ -66,35 +66,50 @@ std::vector<std::string> Spreadsheet::NewLosses(const std::optional<Kept>& kept)
   return losses;
 }
 
-void Spreadsheet::Save(const std::filesystem::path& file, const Tell& tell) {
+FileStamp Spreadsheet::Save(const std::filesystem::path& file, const Tell& tell,
+                            const std::optional<FileStamp>& known) {
   const std::optional<Kept> kept = KeptSheets();
   for (const std::string& loss : NewLosses(kept)) tell(loss);
-  Save(file, kept, [&](const std::string& problem) {
+  const auto tell_problem = [&](const std::string& problem) {
     tell("Workbook: " + problem);
     for (const std::string& loss : NewLosses(std::nullopt)) tell(loss);
-  });
+  };
+  return Save(file, kept, tell_problem, known);
 }
 
 void Spreadsheet::Save(const std::filesystem::path& file) {
-  Save(file, KeptSheets(),
-       [&](const std::string& problem) { throw Refused("Cannot save " + file.string() + ": " + problem); });
+  const auto refuse = [&](const std::string& problem) {
+    throw Refused("Cannot save " + file.string() + ": " + problem);
+  };
+  Save(file, KeptSheets(), refuse, std::nullopt);
 }
 
-void Spreadsheet::Save(const std::filesystem::path& file, std::optional<Kept> kept,
-                       const Tell& tell_problem) {
-  ReplaceFile(file, [&](const std::filesystem::path& fresh) {
-    if (kept) {
-      const std::string problem = WriteCheckedCarrying(*book_, *origin_, *kept, fresh);
-      if (problem.empty()) return;
-      origin_->GiveUp();
-      kept.reset();
-      tell_problem("its sheets cannot stay as they stand in the file (" + problem +
-                   "), so all must be written anew.");
-    }
-    WriteChecked(*book_, fresh);
-  });
-  book_->name = file.filename().string();
-  if (origin_ != nullptr) suffered_.merge(SetOf(origin_->Losses(kept)));
+FileStamp Spreadsheet::Save(const std::filesystem::path& file, std::optional<Kept> kept,
+                            const Tell& tell_problem, const std::optional<FileStamp>& known) {
+  // Once the file is replaced nothing may fail any more: it would pass for not saved.
+  std::string name = file.filename().string();
+  std::set<std::string> lost;
+  const auto write = [&](const std::filesystem::path& fresh) {
+    Write(fresh, kept, tell_problem);
+    if (origin_ != nullptr) lost = SetOf(origin_->Losses(kept));
+  };
+  const FileStamp saved = ReplaceFile(file, write, known);
+  book_->name = std::move(name);
+  suffered_.merge(lost);
+  return saved;
+}
+
+void Spreadsheet::Write(const std::filesystem::path& fresh, std::optional<Kept>& kept,
+                        const Tell& tell_problem) {
+  if (kept) {
+    const std::string problem = WriteCheckedCarrying(*book_, *origin_, *kept, fresh);
+    if (problem.empty()) return;
+    origin_->GiveUp();
+    kept.reset();
+    tell_problem("its sheets cannot stay as they stand in the file (" + problem +
+                 "), so all must be written anew.");
+  }
+  WriteChecked(*book_, fresh);
 }
 
 void Spreadsheet::RequireSavable(const std::filesystem::path& file) { RequireReplaceable(file); }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/workbook/file_stamp.h"
 #include "adapters/workbook/load_limits.h"
 #include "automation/regional_format.h"
 #include "host/excel/application.h"
@@ -55,7 +56,11 @@ class Spreadsheet {
   // on: `tell` is called with a sentence that says so, and with what is lost by that, before the file
   // changes.
   using Tell = std::function<void(const std::string& sentence)>;
-  void Save(const std::filesystem::path& file, const Tell& tell);
+  //
+  // With `known`, the file is replaced only while that is its stamp, or when it is gone; one that another
+  // program has changed, or made, raises ChangedMeanwhile. The result is the stamp of what was saved.
+  FileStamp Save(const std::filesystem::path& file, const Tell& tell,
+                 const std::optional<FileStamp>& known = std::nullopt);
 
   // The same for who has asked for the losses before. Where all must be written anew this raises error 1004,
   // so that nothing is lost that nobody was told of; NewLosses then has it, and the next saving goes on.
@@ -71,7 +76,10 @@ class Spreadsheet {
   std::optional<Kept> KeptSheets() const;
   std::vector<std::string> Losses(const std::optional<Kept>& kept) const;
   std::vector<std::string> NewLosses(const std::optional<Kept>& kept);
-  void Save(const std::filesystem::path& file, std::optional<Kept> kept, const Tell& tell_problem);
+  FileStamp Save(const std::filesystem::path& file, std::optional<Kept> kept, const Tell& tell_problem,
+                 const std::optional<FileStamp>& known);
+  // What of `kept` cannot be kept is taken out of it.
+  void Write(const std::filesystem::path& fresh, std::optional<Kept>& kept, const Tell& tell_problem);
 
   std::shared_ptr<Book> book_;
   std::shared_ptr<host::excel::Application> application_;

@@ -3,7 +3,13 @@
 #include <cstdint>
 #include <filesystem>
 
-namespace mirelo::app {
+#include "automation/runtime_error.h"
+
+struct stat;
+
+namespace mirelo::workbook {
+
+class Descriptor;
 
 // What a file is known by: another one in its place, or other contents, have another stamp. That of what is
 // no file, or cannot be looked at, is the same each time.
@@ -12,12 +18,16 @@ class FileStamp {
   FileStamp() = default;
   // Of the file as it is now, or of what a symbolic link leads to.
   explicit FileStamp(const std::filesystem::path& file);
+  // Of an open file, whatever its name has become.
+  explicit FileStamp(const Descriptor& descriptor);
 
   bool IsOfAFile() const { return inode_ != 0; }
 
   friend bool operator==(const FileStamp&, const FileStamp&) = default;
 
  private:
+  explicit FileStamp(const struct stat& status);
+
   std::uint64_t device_ = 0;
   std::uint64_t inode_ = 0;
   std::int64_t size_ = 0;
@@ -25,4 +35,10 @@ class FileStamp {
   std::int64_t nanoseconds_ = 0;
 };
 
-}  // namespace mirelo::app
+// Raised in place of writing over what another program has saved: error 70.
+class ChangedMeanwhile : public RuntimeError {
+ public:
+  explicit ChangedMeanwhile(const std::filesystem::path& file);
+};
+
+}  // namespace mirelo::workbook
