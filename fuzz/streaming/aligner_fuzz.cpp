@@ -63,7 +63,7 @@ struct Heard {
 
 // What the stream class makes of the chunks.
 Heard HeardOf(const std::vector<std::string>& chunks, bool asked) {
-  using Credential = host::CredentialVault::Credential;
+  using Credential = testing::MemoryVault::Credential;
   testing::IdleLoop loop;
   testing::StreamRig rig(loop);
   rig.vault.credentials = {{Credential::ApplicationName, "name"}, {Credential::ApplicationSecret, "secret"}};

@@ -24,7 +24,7 @@ void Require(bool holds) {
 class Session {
  public:
   Session(std::uint8_t options, std::deque<std::string> chunks) : rig_(loop_), chunks_(std::move(chunks)) {
-    using Credential = host::CredentialVault::Credential;
+    using Credential = testing::MemoryVault::Credential;
     rig_.vault.credentials = {{Credential::ApplicationName, "name"},
                               {Credential::ApplicationSecret, "secret"}};
     rig_.facade->StatusRunWorkQT(static_cast<StatusRunQueryQT>(options & 3));

@@ -15,8 +15,6 @@ using terminal::Out;
 
 namespace {
 
-using Credential = sodium::SodiumVault::Credential;
-
 int Set(sodium::SodiumVault& vault) {
   const host::Secret name = Ask("Application name");
   const host::Secret secret = AskInSecret("Application secret");
@@ -46,7 +44,7 @@ int CredentialsCommand::Run() {
     vault.Clear();
     return kGood;
   }
-  Out() << vault.Decipher(vault.Stored(Credential::ApplicationName)).text() << "\n";
+  Out() << vault.Decipher(vault.Stored().name).text() << "\n";
   return kGood;
 }
 

@@ -112,7 +112,7 @@ void WriteSettings(CAppSettings& store, const std::vector<StoredSetting>& settin
   if (!together.IsUnderWay()) throw Errors::FailedSavingSetting();
   for (const StoredSetting& setting : settings)
     store.SaveSetting(setting.section, setting.key, Variant(setting.value));
-  if (!together.Commit()) throw Errors::FailedSavingSetting();
+  if (together.Commit() != host::RegistryTransaction::End::Stored) throw Errors::FailedSavingSetting();
 }
 
 }  // namespace mirelo

@@ -9,12 +9,16 @@ namespace mirelo::host {
 // Keeps the two texts that prove this application to QuoteTracker's stream, enciphered.
 class CredentialVault {
  public:
-  enum class Credential { ApplicationName, ApplicationSecret };
+  // The stored forms: two lines of base64 each, joined with CR LF.
+  struct StoredCredentials {
+    std::string name;
+    std::string secret;
+  };
 
   virtual ~CredentialVault() = default;
-  // The stored form: two lines of base64 joined with CR LF. Raises an error that says how to set the
-  // credential when none is stored.
-  virtual std::string Stored(Credential credential) = 0;
+  // Both as they were stored together, whatever another process stores meanwhile. Raises an error that says
+  // how to set them when none are stored.
+  virtual StoredCredentials Stored() = 0;
   // The plain text, for as long as it is needed. Raises an error when the stored form is damaged or was
   // enciphered with another key.
   virtual Secret Decipher(const std::string& stored) = 0;

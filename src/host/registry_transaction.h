@@ -19,11 +19,18 @@ class RegistryTransaction {
 
   bool IsUnderWay() const { return is_under_way_; }
 
-  // Whether what was written is stored.
-  bool Commit() {
-    if (!is_under_way_ || registry_.CommitTransaction() != Registry::kSuccess) return false;
+  enum class End {
+    Stored,   // all that was written
+    Failed,   // nothing of it is stored
+    NotBegun  // there is none, or none any more: each write stood or failed by itself
+  };
+
+  // What becomes of what was written.
+  [[nodiscard]] End Commit() {
+    if (!is_under_way_) return End::NotBegun;
+    if (registry_.CommitTransaction() != Registry::kSuccess) return End::Failed;
     is_under_way_ = false;
-    return true;
+    return End::Stored;
   }
 
  private:

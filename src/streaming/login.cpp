@@ -22,16 +22,11 @@ struct Credentials {
   host::Secret secret;
 };
 
-host::Secret DecipherCredential(host::CredentialVault& vault, host::CredentialVault::Credential which) {
-  return vault.Decipher(vault.Stored(which));
-}
-
 // Not kept between logins, so that the plain texts live no longer than one.
 Credentials LoadAppCredentials() {
-  using Credential = host::CredentialVault::Credential;
   host::CredentialVault& vault = host::Host::Current().vault();
-  return {DecipherCredential(vault, Credential::ApplicationName),
-          DecipherCredential(vault, Credential::ApplicationSecret)};
+  const auto stored = vault.Stored();
+  return {vault.Decipher(stored.name), vault.Decipher(stored.secret)};
 }
 
 // The server's time as the digest takes it: 12/31/2005 09:30:15 becomes 12312005 0930. Without a colon

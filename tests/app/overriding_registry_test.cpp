@@ -56,7 +56,7 @@ TEST_F(OverriddenSettings, LeaveTransactionsToTheStoredOnes) {
   EXPECT_EQ(settings_.GetSetting("Settings", "Seconds", "none").ToText(), "none");
   host::RegistryTransaction together(registry_);
   settings_.SaveSetting("Settings", "Seconds", Variant("7"));
-  EXPECT_TRUE(together.Commit());
+  EXPECT_EQ(together.Commit(), host::RegistryTransaction::End::Stored);
   EXPECT_EQ(settings_.GetSetting("Settings", "Seconds", "none").ToText(), "7");
 }
 

@@ -69,7 +69,8 @@ Rooms Allowed(const std::string& room) {
   if (room.rfind("adapters/", 0) == 0) {
     Rooms rooms = kBelowSubsystems;
     if (room == "adapters/qt") rooms.insert("adapters/poll");  // the steps of its loop
-    if (room == "adapters/qt" || room == "adapters/headless") rooms.insert("terminal");  // they print
+    if (room == "adapters/sqlite" || room == "adapters/sodium") rooms.insert("adapters/proc");  // who locks
+    if (room == "adapters/qt" || room == "adapters/headless") rooms.insert("terminal");         // they print
     return rooms;
   }
   return {};  // asked only for the rooms above: app and quotetracker choose freely

@@ -42,8 +42,8 @@ class RefreshingSources : public DialogTest {
  protected:
   explicit RefreshingSources(const std::vector<std::string>& faults = {}) : server(With(faults)) {
     host.Use(poll_loop).Use(tcp);
-    vault.credentials = {{host::CredentialVault::Credential::ApplicationName, "MireloDemo"},
-                         {host::CredentialVault::Credential::ApplicationSecret, "demo-secret"}};
+    vault.credentials = {{MemoryVault::Credential::ApplicationName, "MireloDemo"},
+                         {MemoryVault::Credential::ApplicationSecret, "demo-secret"}};
     Save("SocketPort", std::to_string(server.StreamPort()));
   }
   ~RefreshingSources() override { mGlobal::SetStreamingObject(nullptr); }
@@ -193,7 +193,7 @@ TEST_F(RefreshingSources, EndsWithTheDialog) {
 }
 
 TEST_F(RefreshingSources, StopsAtWrongCredentials) {
-  vault.credentials[host::CredentialVault::Credential::ApplicationSecret] = "not the secret";
+  vault.credentials[MemoryVault::Credential::ApplicationSecret] = "not the secret";
   InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
     Await([&] { return form.lblStatus.Caption().starts_with("Off. "); });

@@ -31,8 +31,8 @@ class DialogRig {
   explicit DialogRig(quotetracker::ServerOptions options = {}) : server(std::move(options)) {
     host.Use(loop).Use(desktop).Use(internet).Use(sockets);
     host.Use(clock).Use(registry).Use(system).Use(vault);
-    vault.credentials = {{host::CredentialVault::Credential::ApplicationName, "MireloDemo"},
-                         {host::CredentialVault::Credential::ApplicationSecret, "demo-secret"}};
+    vault.credentials = {{testing::MemoryVault::Credential::ApplicationName, "MireloDemo"},
+                         {testing::MemoryVault::Credential::ApplicationSecret, "demo-secret"}};
     facade.emplace();
     facade->m_ObjExcelApplication(spreadsheet.Application());
     // Ports from 32768 on are negative in the 16 bits that a port has.

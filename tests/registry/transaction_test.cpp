@@ -13,6 +13,7 @@ namespace mirelo::testing {
 namespace {
 
 using host::RegistryTransaction;
+using End = RegistryTransaction::End;
 
 class Transactions : public RegistryCalls {
  protected:
@@ -39,7 +40,7 @@ TEST_P(Transactions, StoreWhatWasWrittenOnceTheyAreCommitted) {
     Write("Software\\New", "a", "1");
     Write("Software\\New", "b", "2");
     EXPECT_EQ(Read("Software\\New", "a"), "1") << "their own writes are read at once";
-    EXPECT_TRUE(together.Commit());
+    EXPECT_EQ(together.Commit(), End::Stored);
   }
   EXPECT_EQ(Read("Software\\New", "a"), "1");
   EXPECT_EQ(Read("Software\\New", "b"), "2");
@@ -94,8 +95,15 @@ TEST_P(Transactions, OutliveAPathThatCannotBeMade) {
   EXPECT_EQ(registry.RegCreateKeyExA(Registry::kCurrentUser, "Software\\" + std::string(256, 'n'),
                                      Registry::kAllAccess, key),
             Registry::kInvalidParameter);
-  EXPECT_TRUE(together.Commit());
+  EXPECT_EQ(together.Commit(), End::Stored);
   EXPECT_EQ(Read("Software", "a"), "1");
+}
+
+TEST(FaultyTransactions, EndOnce) {
+  MemoryRegistry memory;
+  RegistryTransaction together(memory);
+  EXPECT_EQ(together.Commit(), End::Stored);
+  EXPECT_EQ(together.Commit(), End::NotBegun);
 }
 
 TEST(FaultyTransactions, WriteOneByOneWhereNoneCanBeBegun) {
@@ -106,7 +114,7 @@ TEST(FaultyTransactions, WriteOneByOneWhereNoneCanBeBegun) {
     RegistryTransaction together(faulty);
     EXPECT_FALSE(together.IsUnderWay());
     EXPECT_EQ(faulty.RegSetValueExA(Registry::kCurrentUser, "a", Registry::kSz, "x", 1), Registry::kSuccess);
-    EXPECT_FALSE(together.Commit());
+    EXPECT_EQ(together.Commit(), End::NotBegun);
   }
   std::uint32_t type = 0;
   std::uint32_t size = 0;
@@ -120,7 +128,7 @@ TEST(FaultyTransactions, StoreNothingWhenTheyCannotBeCommitted) {
   {
     RegistryTransaction together(faulty);
     EXPECT_EQ(faulty.RegSetValueExA(Registry::kCurrentUser, "a", Registry::kSz, "x", 1), Registry::kSuccess);
-    EXPECT_FALSE(together.Commit());
+    EXPECT_EQ(together.Commit(), End::Failed);
   }
   std::uint32_t type = 0;
   std::uint32_t size = 0;

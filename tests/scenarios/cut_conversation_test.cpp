@@ -139,7 +139,7 @@ struct WithLoop {
 class Played : private WithLoop, private StreamRig {
  public:
   explicit Played(StatusRunQueryQT purpose, bool aligned) : StreamRig(loop) {
-    using Credential = host::CredentialVault::Credential;
+    using Credential = MemoryVault::Credential;
     vault.credentials = {{Credential::ApplicationName, "name"}, {Credential::ApplicationSecret, "secret"}};
     if (aligned) host.Use(observed_);
     facade->StatusRunWorkQT(purpose);

@@ -8,7 +8,7 @@
 
 namespace mirelo::testing {
 
-using Credential = host::CredentialVault::Credential;
+using Credential = MemoryVault::Credential;
 
 Day::Day()
     : installed(host.Use(loop).Use(clock).Use(registry).Use(replies).Use(sockets).Use(vault).Use(system).Use(

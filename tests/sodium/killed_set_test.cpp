@@ -1,10 +1,12 @@
-// Name and secret are stored as one: whenever the process that stores them is killed, they belong together.
+// Name and secret are stored and read as one: whenever they are read, and whenever the process that stores
+// them is killed, they belong together.
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <set>
 #include <string>
@@ -18,7 +20,6 @@ namespace mirelo::testing {
 namespace {
 
 using sodium::SodiumVault;
-using Credential = SodiumVault::Credential;
 
 class KilledSet : public ::testing::Test {
  protected:
@@ -41,9 +42,23 @@ class KilledSet : public ::testing::Test {
     while (writer.Read(number)) continue;
   }
 
-  std::string Opened(Credential credential) const {
+  // Whether a reader finds name and secret of one pair.
+  bool FindsAPair() const {
     SodiumVault vault(folder / "vault");
-    return std::string(vault.Decipher(vault.Stored(credential)).text());
+    const auto stored = vault.Stored();
+    const auto name = vault.Decipher(stored.name);
+    return vault.Decipher(stored.secret).text() == "of " + std::string(name.text());
+  }
+
+  // Reads until the file is there, and reports how often that was, and how often it found no pair.
+  ChildProcess ReaderUntil(const std::filesystem::path& end) const {
+    return ChildProcess([this, end](const ChildProcess::Test& test) {
+      std::int32_t readings = 0;
+      std::int32_t halves = 0;
+      for (; !std::filesystem::exists(end); ++readings) halves += FindsAPair() ? 0 : 1;
+      test.Report(readings);
+      test.Report(halves);
+    });
   }
 
   static std::string Name(int number) { return "name " + std::to_string(number); }
@@ -55,15 +70,23 @@ class KilledSet : public ::testing::Test {
   std::uniform_int_distribution<int> microseconds_{0, 1500};
 };
 
-TEST_F(KilledSet, LeavesNameAndSecretOfOnePair) {
+TEST_F(KilledSet, LeavesAndShowsNameAndSecretOfOnePair) {
   constexpr int kKills = 200;
   Set(0);
+  ChildProcess reader = ReaderUntil(folder / "end");
   int halves = 0;
   for (int kill = 1; kill <= kKills; ++kill) {
     SetAndKill(1000 * kill, kill % 2);
-    if (Opened(Credential::ApplicationSecret) != "of " + Opened(Credential::ApplicationName)) ++halves;
+    if (!FindsAPair()) ++halves;
   }
   EXPECT_EQ(halves, 0) << "of " << kKills << " kills";
+
+  std::ofstream(folder / "end").close();
+  std::int32_t readings = 0;
+  std::int32_t read_halves = 0;
+  ASSERT_TRUE(reader.Read(readings) && reader.Read(read_halves)) << "the reader failed";
+  EXPECT_GT(readings, kKills);
+  EXPECT_EQ(read_halves, 0) << "of " << readings << " readings meanwhile";
 
   Set(1);
   std::set<std::string> files;

@@ -4,13 +4,18 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
+#include <cstdint>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "adapters/sodium/folder_lock.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "support/child_process.h"
@@ -21,7 +26,6 @@
 namespace mirelo::sodium {
 namespace {
 
-using Credential = SodiumVault::Credential;
 using testing::ErrorOf;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
@@ -30,9 +34,8 @@ constexpr SodiumVault::Credentials kDemo{.name = "Demo", .secret = "secret"};
 
 class Vault : public ::testing::Test {
  protected:
-  std::string Opened(Credential credential) {
-    return std::string(vault_.Decipher(vault_.Stored(credential)).text());
-  }
+  std::string OpenedName() { return std::string(vault_.Decipher(vault_.Stored().name).text()); }
+  std::string OpenedSecret() { return std::string(vault_.Decipher(vault_.Stored().secret).text()); }
 
   static unsigned ModeOf(const std::filesystem::path& path) {
     struct stat status {};
@@ -43,8 +46,7 @@ class Vault : public ::testing::Test {
   // As versions that had a file for each credential left them.
   void StoreAsOlderVersion(const SodiumVault::Credentials& credentials) {
     vault_.Set(credentials);
-    const std::string name = vault_.Stored(Credential::ApplicationName);
-    const std::string secret = vault_.Stored(Credential::ApplicationSecret);
+    const auto [name, secret] = vault_.Stored();
     std::filesystem::remove(data_ / "credentials");
     std::ofstream(data_ / "application-name", std::ios::binary) << name;
     std::ofstream(data_ / "application-secret", std::ios::binary) << secret;
@@ -66,19 +68,19 @@ class Vault : public ::testing::Test {
 
 TEST_F(Vault, GivesBackWhatWasStored) {
   vault_.Set({.name = "Demo", .secret = "p\xC3\xA4ss word"});
-  EXPECT_EQ(Opened(Credential::ApplicationName), "Demo");
-  EXPECT_EQ(Opened(Credential::ApplicationSecret), "p\xC3\xA4ss word");
+  EXPECT_EQ(OpenedName(), "Demo");
+  EXPECT_EQ(OpenedSecret(), "p\xC3\xA4ss word");
 }
 
 TEST_F(Vault, OutlivesItsObject) {
   vault_.Set(kDemo);
   SodiumVault again(folder_ / "data/mirelo");
-  EXPECT_EQ(again.Decipher(again.Stored(Credential::ApplicationName)).text(), "Demo");
+  EXPECT_EQ(again.Decipher(again.Stored().name).text(), "Demo");
 }
 
 TEST_F(Vault, StoresTwoLinesOfBase64) {
   vault_.Set(kDemo);
-  const auto lines = Split(vault_.Stored(Credential::ApplicationSecret), "\r\n");
+  const auto lines = Split(vault_.Stored().secret, "\r\n");
   ASSERT_EQ(lines.size(), 2U);
   for (const auto& line : lines) EXPECT_THAT(line, MatchesRegex("[A-Za-z0-9+/]+=*"));
 }
@@ -94,9 +96,9 @@ TEST_F(Vault, NeverStoresThePlainText) {
 
 TEST_F(Vault, SealsTheSameTextDifferentlyEachTime) {
   vault_.Set(kDemo);
-  const auto first = vault_.Stored(Credential::ApplicationName);
+  const auto first = vault_.Stored().name;
   vault_.Set(kDemo);
-  EXPECT_NE(vault_.Stored(Credential::ApplicationName), first);
+  EXPECT_NE(vault_.Stored().name, first);
 }
 
 TEST_F(Vault, KeepsItsFilesForTheOwner) {
@@ -111,7 +113,7 @@ TEST_F(Vault, KeepsItsFilesForTheOwner) {
 }
 
 TEST_F(Vault, SaysHowToSetAMissingCredential) {
-  const auto error = ErrorOf([&] { vault_.Stored(Credential::ApplicationName); });
+  const auto error = ErrorOf([&] { vault_.Stored(); });
   EXPECT_EQ(error.Number(), 53);
   EXPECT_THAT(error.Description(), HasSubstr("mirelo credentials set"));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "data"));
@@ -119,7 +121,7 @@ TEST_F(Vault, SaysHowToSetAMissingCredential) {
 
 TEST_F(Vault, RefusesADamagedText) {
   vault_.Set(kDemo);
-  const std::string stored = vault_.Stored(Credential::ApplicationName);
+  const std::string stored = vault_.Stored().name;
   for (std::size_t i = 0; i < stored.size(); ++i) {
     if (stored[i] == '\r' || stored[i] == '\n') continue;
     std::string damaged = stored;
@@ -135,14 +137,14 @@ TEST_F(Vault, RefusesATextSealedWithAnotherKey) {
   vault_.Set(kDemo);
   SodiumVault other(folder_ / "other");
   other.Set(kDemo);
-  const auto error = ErrorOf([&] { vault_.Decipher(other.Stored(Credential::ApplicationName)); });
+  const auto error = ErrorOf([&] { vault_.Decipher(other.Stored().name); });
   EXPECT_EQ(error.Number(), 5);
 }
 
 TEST_F(Vault, RefusesToOpenWithoutItsKey) {
   vault_.Set(kDemo);
   std::filesystem::remove(folder_ / "data/mirelo/credentials.key");
-  EXPECT_EQ(ErrorOf([&] { Opened(Credential::ApplicationName); }).Number(), 75);
+  EXPECT_EQ(ErrorOf([&] { OpenedName(); }).Number(), 75);
 }
 
 TEST_F(Vault, RefusesAnEmptyCredential) {
@@ -154,7 +156,7 @@ TEST_F(Vault, RefusesAnEmptyCredential) {
 TEST_F(Vault, ForgetsWhenItIsCleared) {
   vault_.Set(kDemo);
   vault_.Clear();
-  EXPECT_EQ(ErrorOf([&] { vault_.Stored(Credential::ApplicationName); }).Number(), 53);
+  EXPECT_EQ(ErrorOf([&] { vault_.Stored(); }).Number(), 53);
   EXPECT_TRUE(std::filesystem::is_empty(folder_ / "data/mirelo"));
   vault_.Clear();
 }
@@ -162,15 +164,15 @@ TEST_F(Vault, ForgetsWhenItIsCleared) {
 TEST_F(Vault, RefusesAFileThatLacksLines) {
   vault_.Set(kDemo);
   std::filesystem::resize_file(data_ / "credentials", 40);
-  EXPECT_EQ(ErrorOf([&] { vault_.Stored(Credential::ApplicationName); }).Number(), 5);
+  EXPECT_EQ(ErrorOf([&] { vault_.Stored(); }).Number(), 5);
 }
 
 TEST_F(Vault, ReadsWhatAnOlderVersionHasStored) {
   StoreAsOlderVersion({.name = "Older", .secret = "older secret"});
-  EXPECT_EQ(Opened(Credential::ApplicationName), "Older");
-  EXPECT_EQ(Opened(Credential::ApplicationSecret), "older secret");
+  EXPECT_EQ(OpenedName(), "Older");
+  EXPECT_EQ(OpenedSecret(), "older secret");
   std::filesystem::remove(data_ / "application-secret");
-  EXPECT_EQ(ErrorOf([&] { vault_.Stored(Credential::ApplicationSecret); }).Number(), 53);
+  EXPECT_EQ(ErrorOf([&] { vault_.Stored(); }).Number(), 53);
 }
 
 TEST_F(Vault, LeavesNothingOfWhatAnOlderVersionHasStored) {
@@ -178,15 +180,94 @@ TEST_F(Vault, LeavesNothingOfWhatAnOlderVersionHasStored) {
   StoreAsOlderVersion({.name = "Older", .secret = "older secret"});
   vault_.Set(kDemo);
   EXPECT_EQ(Files(), ours);
-  EXPECT_EQ(Opened(Credential::ApplicationSecret), "secret");
+  EXPECT_EQ(OpenedSecret(), "secret");
 
   std::ofstream(data_ / "application-secret") << "as a kill has left it";
-  EXPECT_EQ(Opened(Credential::ApplicationSecret), "secret");
+  EXPECT_EQ(OpenedSecret(), "secret");
   EXPECT_EQ(Files(), ours);
 
   StoreAsOlderVersion({.name = "Older", .secret = "older secret"});
   vault_.Clear();
   EXPECT_TRUE(Files().empty());
+}
+
+// As from a copy of the folder that cannot be written, or another user's right to read.
+TEST_F(Vault, IsReadWithoutTheRightToWrite) {
+  vault_.Set(kDemo);
+  std::ofstream(data_ / "application-secret") << "as a kill has left it";
+  std::filesystem::permissions(data_, std::filesystem::perms(0500));
+  testing::ChildProcess reader([&](const testing::ChildProcess::Test& test) {
+    testing::DropRightsOfRoot();
+    SodiumVault vault(data_);
+    test.Report(vault.Decipher(vault.Stored().secret).text() == kDemo.secret ? 1 : 0);
+  });
+  std::int32_t as_stored = 0;
+  EXPECT_TRUE(reader.Read(as_stored)) << "it could not be read";
+  EXPECT_EQ(as_stored, 1);
+  EXPECT_TRUE(std::filesystem::exists(data_ / "application-secret"));
+  std::filesystem::permissions(data_, std::filesystem::perms(0700));
+}
+
+class LockedVault : public Vault {
+ protected:
+  // Holds the lock until it is told to end.
+  testing::ChildProcess Holder() const {
+    return testing::ChildProcess([this](const testing::ChildProcess::Test& test) {
+      const FolderLock lock(data_, std::chrono::milliseconds(0));
+      test.Report(1);
+      std::int32_t end = 0;
+      test.Await(end);
+    });
+  }
+  void AwaitLockOf(const testing::ChildProcess& holder) {
+    std::int32_t locked = 0;
+    ASSERT_TRUE(holder.Read(locked));
+  }
+  std::string LockedBy(const testing::ChildProcess& holder) const {
+    return "The folder " + data_.string() + " is locked by process " + std::to_string(holder.Id()) +
+           " (test_sodium)";
+  }
+
+  SodiumVault impatient_{data_, std::chrono::milliseconds(20)};
+};
+
+TEST_F(LockedVault, IsWaitedForNoLongerThanThatAndTellsWhoHasIt) {
+  vault_.Set(kDemo);
+  const auto holder = Holder();
+  AwaitLockOf(holder);
+  for (const auto& change : {std::function<void()>([&] { impatient_.Set({.name = "New", .secret = "new"}); }),
+                             std::function<void()>([&] { impatient_.Clear(); })}) {
+    const auto error = ErrorOf(change);
+    EXPECT_EQ(error.Number(), 75);
+    EXPECT_EQ(error.Description(), LockedBy(holder));
+  }
+  EXPECT_EQ(OpenedName(), "Demo");
+}
+
+TEST_F(LockedVault, IsReadAtOnceAndTidiedUpLater) {
+  vault_.Set(kDemo);
+  std::ofstream(data_ / "application-secret") << "as a kill has left it";
+  {
+    const auto holder = Holder();
+    AwaitLockOf(holder);
+    EXPECT_EQ(OpenedSecret(), "secret");
+    EXPECT_TRUE(std::filesystem::exists(data_ / "application-secret")) << "another process is at work";
+  }
+  EXPECT_EQ(OpenedSecret(), "secret");
+  EXPECT_EQ(Files(), (std::set<std::string>{"credentials", "credentials.key"}));
+}
+
+TEST_F(LockedVault, IsWaitedForWhileTheOtherIsAtWork) {
+  vault_.Set(kDemo);
+  const auto holder = Holder();
+  AwaitLockOf(holder);
+  std::thread end([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    holder.Send(1);
+  });
+  vault_.Set({.name = "New", .secret = "new"});
+  end.join();
+  EXPECT_EQ(OpenedName(), "New");
 }
 
 TEST_F(Vault, LeavesNothingOfWritesThatWereKilled) {
@@ -211,8 +292,8 @@ TEST_F(Vault, IsMadeByOneOfSeveralThatStartAtOnce) {
         [&](const testing::ChildProcess::Test&) { SodiumVault(data_).Set(kDemo); }));
   }
   for (const auto& starter : starters) EXPECT_TRUE(starter->Finish());
-  EXPECT_EQ(Opened(Credential::ApplicationName), "Demo");
-  EXPECT_EQ(Opened(Credential::ApplicationSecret), "secret");
+  EXPECT_EQ(OpenedName(), "Demo");
+  EXPECT_EQ(OpenedSecret(), "secret");
 }
 
 TEST_F(Vault, LeavesNoPlainTextInMemory) {
@@ -222,7 +303,7 @@ TEST_F(Vault, LeavesNoPlainTextInMemory) {
     vault_.Set({.name = "Demo", .secret = secret.Plain().text()});
     EXPECT_EQ(secret.CountInMemory(), 0) << "after it was stored";
     {
-      const host::Secret opened = vault_.Decipher(vault_.Stored(Credential::ApplicationSecret));
+      const host::Secret opened = vault_.Decipher(vault_.Stored().secret);
       EXPECT_EQ(secret.CountInMemory(), 1) << "while it is open";
     }
     EXPECT_EQ(secret.CountInMemory(), 0) << "after it was open";

@@ -40,8 +40,8 @@ quotetracker::ServerOptions WithFault(const std::string& fault) {
 Conversation::Conversation(quotetracker::ServerOptions options)
     : StreamRig(loop), server(std::move(options)) {
   const quotetracker::Credentials known;
-  vault.credentials = {{host::CredentialVault::Credential::ApplicationName, known.app_name},
-                       {host::CredentialVault::Credential::ApplicationSecret, known.app_secret}};
+  vault.credentials = {{MemoryVault::Credential::ApplicationName, known.app_name},
+                       {MemoryVault::Credential::ApplicationSecret, known.app_secret}};
   host.Use(library_);
   observed.behind_ready = [this](unsigned ready) {
     if ((ready & host::MessageLoop::kRead) != 0) ++reads;

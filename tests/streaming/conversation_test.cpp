@@ -120,7 +120,7 @@ TEST_F(Conversation, TellsOfNoQuoteWhenThereAreNoTickers) {
 // A login of another digest than the server's.
 class RefusedLogin : public Conversation {
  protected:
-  RefusedLogin() { vault.credentials[host::CredentialVault::Credential::ApplicationSecret] = "a wrong one"; }
+  RefusedLogin() { vault.credentials[MemoryVault::Credential::ApplicationSecret] = "a wrong one"; }
 };
 
 TEST_F(RefusedLogin, IsReportedWhenTheSourceListIsWanted) {

@@ -13,8 +13,8 @@ using ::testing::IsEmpty;
 class Dispatcher : public StreamTest {
  protected:
   Dispatcher() {
-    vault.credentials = {{host::CredentialVault::Credential::ApplicationName, "Rows"},
-                         {host::CredentialVault::Credential::ApplicationSecret, "secret"}};
+    vault.credentials = {{MemoryVault::Credential::ApplicationName, "Rows"},
+                         {MemoryVault::Credential::ApplicationSecret, "secret"}};
     stream->connect();
     status_texts.clear();
   }

@@ -20,7 +20,7 @@ namespace mirelo::testing {
 namespace {
 
 using ::testing::SizeIs;
-using Credential = host::CredentialVault::Credential;
+using Credential = MemoryVault::Credential;
 
 using Row = std::vector<std::string>;
 

@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using Credential = host::CredentialVault::Credential;
+using Credential = MemoryVault::Credential;
 
 constexpr std::string_view kSecret = "open sesame";
 

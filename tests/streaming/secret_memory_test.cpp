@@ -9,15 +9,11 @@
 namespace mirelo::testing {
 namespace {
 
-using Credential = host::CredentialVault::Credential;
-
 class HidingVault : public host::CredentialVault {
  public:
   explicit HidingVault(std::size_t size) : secret(size) {}
 
-  std::string Stored(Credential credential) override {
-    return credential == Credential::ApplicationName ? "name" : "secret";
-  }
+  StoredCredentials Stored() override { return {.name = "name", .secret = "secret"}; }
   host::Secret Decipher(const std::string& stored) override {
     if (stored == "name") return host::Secret::Copy("Demo");
     return secret.Plain();

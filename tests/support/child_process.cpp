@@ -1,7 +1,9 @@
 #include "support/child_process.h"
 
+#include <linux/capability.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -80,6 +82,14 @@ bool ChildProcess::Read(std::int32_t& number) const { return ReadNumber(from_chi
 
 void ChildProcess::Kill() const {
   if (process_ > 0) ::kill(process_, SIGKILL);
+}
+
+void DropRightsOfRoot() {
+  __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+  __user_cap_data_struct none[2]{};
+  if (::syscall(SYS_capset, &header, none) != 0) {
+    throw std::system_error(errno, std::generic_category(), "capset");
+  }
 }
 
 bool ChildProcess::Finish() {

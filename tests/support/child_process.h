@@ -49,4 +49,7 @@ class ChildProcess {
   int from_child_ = -1;
 };
 
+// Takes root's right to read and write what nobody may from this process for good; others have no such right.
+void DropRightsOfRoot();
+
 }  // namespace mirelo::testing

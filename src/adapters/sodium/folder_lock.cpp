@@ -8,7 +8,9 @@
 #include <cerrno>
 #include <cstring>
 #include <string>
+#include <thread>
 
+#include "adapters/proc/lock_holder.h"
 #include "automation/runtime_error.h"
 
 namespace mirelo::sodium {
@@ -25,18 +27,31 @@ void Make(const std::filesystem::path& folder) {
   if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) FailAt("make", folder, errno);
 }
 
+// The error's number, EWOULDBLOCK when it was not free in that time; 0 when it is locked. The system can wait
+// for such a lock for ever only.
+int Lock(int descriptor, std::chrono::milliseconds patience) {
+  constexpr std::chrono::milliseconds kPause(2);
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EINTR) continue;
+    if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= deadline) return errno;
+    std::this_thread::sleep_for(kPause);
+  }
+  return 0;
+}
+
 }  // namespace
 
-FolderLock::FolderLock(const std::filesystem::path& folder) {
+FolderLock::FolderLock(const std::filesystem::path& folder, std::chrono::milliseconds patience) {
   Make(folder);
   descriptor_ = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor_ < 0) FailAt("open", folder, errno);
-  while (::flock(descriptor_, LOCK_EX) != 0) {
-    if (errno == EINTR) continue;
-    const int error = errno;
-    ::close(descriptor_);
-    FailAt("lock", folder, error);
-  }
+  const int error = Lock(descriptor_, patience);
+  if (error == 0) return;
+  ::close(descriptor_);
+  if (error != EWOULDBLOCK) FailAt("lock", folder, error);
+  throw RuntimeError(
+      75, "The folder " + folder.string() + " is locked by " + proc::LockHolder({{.file = folder}}));
 }
 
 FolderLock::~FolderLock() { ::close(descriptor_); }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <system_error>
 #include <utility>
 
 #include "adapters/sodium/folder_lock.h"
@@ -68,21 +69,54 @@ std::filesystem::path SodiumVault::DefaultFolder() {
   throw RuntimeError(75, "neither XDG_DATA_HOME nor HOME says where credentials are kept");
 }
 
-SodiumVault::SodiumVault(std::filesystem::path folder) : folder_(std::move(folder)) {
+SodiumVault::SodiumVault(std::filesystem::path folder, std::chrono::milliseconds patience)
+    : folder_(std::move(folder)), patience_(patience) {
   if (sodium_init() < 0) throw Errors::OutOfMemory();
 }
 
-std::string SodiumVault::Stored(Credential credential) {
-  if (const auto sealed = ReadPrivateFile(SealedFile())) {
-    const auto lines = Split(*sealed, kLineEnd);
-    if (lines.size() != kLines) throw Damaged();
-    RemoveOlderFiles();  // of a Set that was killed before its end
-    const std::size_t first = credential == Credential::ApplicationName ? 0 : 2;
-    return lines[first] + std::string(kLineEnd) + lines[first + 1];
+SodiumVault::StoredCredentials SodiumVault::Stored() {
+  if (auto stored = StoredTogether()) {
+    TryToTidyUp();
+    return *std::move(stored);
   }
-  if (auto stored = ReadPrivateFile(OlderFileOf(credential))) return *std::move(stored);
+  auto older = StoredByOlderVersion();
+  // What was stored anew meanwhile stands in one file before the two of the older version go.
+  if (auto stored = StoredTogether()) return *std::move(stored);
+  if (older) return *std::move(older);
   throw RuntimeError(
       53, "No credentials for QuoteTracker's stream are stored. Set them with: mirelo credentials set");
+}
+
+std::optional<SodiumVault::StoredCredentials> SodiumVault::StoredTogether() const {
+  const auto sealed = ReadPrivateFile(SealedFile());
+  if (!sealed) return std::nullopt;
+  const auto lines = Split(*sealed, kLineEnd);
+  if (lines.size() != kLines) throw Damaged();
+  return StoredCredentials{.name = lines[0] + std::string(kLineEnd) + lines[1],
+                           .secret = lines[2] + std::string(kLineEnd) + lines[3]};
+}
+
+std::optional<SodiumVault::StoredCredentials> SodiumVault::StoredByOlderVersion() const {
+  auto name = ReadPrivateFile(OlderNameFile());
+  auto secret = ReadPrivateFile(OlderSecretFile());
+  if (!name || !secret) return std::nullopt;
+  return StoredCredentials{.name = *std::move(name), .secret = *std::move(secret)};
+}
+
+// Removes what a Set that was killed before its end has left of an older version. Whoever only reads may have
+// no right to, or meet somebody who stores; then that, or a later reader, does it.
+void SodiumVault::TryToTidyUp() const {
+  std::error_code unknown;
+  const auto is_there = [&](const std::filesystem::path& file) {
+    return std::filesystem::exists(file, unknown);
+  };
+  if (!is_there(OlderNameFile()) && !is_there(OlderSecretFile())) return;
+  try {
+    const FolderLock lock(folder_, std::chrono::milliseconds(0));
+    if (is_there(SealedFile())) RemoveOlderFiles();
+  } catch (const RuntimeError&) {
+    return;
+  }
 }
 
 host::Secret SodiumVault::Decipher(const std::string& stored) {
@@ -103,7 +137,7 @@ void SodiumVault::Set(const Credentials& credentials) {
   if (credentials.name.empty() || credentials.secret.empty()) {
     throw RuntimeError(5, "A credential cannot be empty");
   }
-  const FolderLock lock(folder_);
+  const FolderLock lock(folder_, patience_);
   const host::Secret key = KeyMadeIfAbsent();
   WritePrivateFile(SealedFile(),
                    Seal(credentials.name, key).append(kLineEnd).append(Seal(credentials.secret, key)));
@@ -113,19 +147,15 @@ void SodiumVault::Set(const Credentials& credentials) {
 // The file that outranks the others goes behind them: whoever is killed in between must not bring them back.
 void SodiumVault::Clear() {
   if (!std::filesystem::exists(folder_)) return;
-  const FolderLock lock(folder_);
+  const FolderLock lock(folder_, patience_);
   RemoveOlderFiles();
   RemovePrivateFile(SealedFile());
   RemovePrivateFile(KeyFile());
 }
 
-std::filesystem::path SodiumVault::OlderFileOf(Credential credential) const {
-  return folder_ / (credential == Credential::ApplicationName ? "application-name" : "application-secret");
-}
-
 void SodiumVault::RemoveOlderFiles() const {
-  RemovePrivateFile(OlderFileOf(Credential::ApplicationName));
-  RemovePrivateFile(OlderFileOf(Credential::ApplicationSecret));
+  RemovePrivateFile(OlderNameFile());
+  RemovePrivateFile(OlderSecretFile());
 }
 
 host::Secret SodiumVault::Key() const {

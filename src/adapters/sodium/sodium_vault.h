@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,11 +26,16 @@ class SodiumVault : public host::CredentialVault {
   // $XDG_DATA_HOME/mirelo, or ~/.local/share/mirelo. Error 75 when neither variable is set.
   static std::filesystem::path DefaultFolder();
 
-  // Nothing is made before something is stored. Error 7 when the library cannot start.
-  explicit SodiumVault(std::filesystem::path folder = DefaultFolder());
+  // How long another process that stores or clears is waited for.
+  static constexpr std::chrono::seconds kPatience{5};
 
-  // Error 53, saying how to set it, when nothing is stored; 5 when what is stored is damaged.
-  std::string Stored(Credential credential) override;
+  // Nothing is made before something is stored. Error 7 when the library cannot start.
+  explicit SodiumVault(std::filesystem::path folder = DefaultFolder(),
+                       std::chrono::milliseconds patience = kPatience);
+
+  // Needs no right to write, and waits for nobody. Error 53, saying how to set them, when not both are
+  // stored; 5 when what is stored is damaged.
+  StoredCredentials Stored() override;
   // Error 75 when the key cannot be read, 5 when the text is damaged or was sealed with another key.
   host::Secret Decipher(const std::string& stored) override;
 
@@ -37,21 +44,29 @@ class SodiumVault : public host::CredentialVault {
     std::string_view secret;
   };
   // Seals and stores both, with a new key when there is none yet; they are on the disk when this returns.
-  // Error 75 when a file cannot be written, 5 for an empty text.
+  // Error 75 when a file cannot be written, or another process is in the midst of this for too long, which is
+  // named; 5 for an empty text.
   void Set(const Credentials& credentials);
-  // Removes the stored texts and the key.
+  // Removes the stored texts and the key. Error 75 as with Set.
   void Clear();
 
  private:
   std::filesystem::path SealedFile() const { return folder_ / "credentials"; }
   std::filesystem::path KeyFile() const { return folder_ / "credentials.key"; }
-  // Where older versions keep a credential.
-  std::filesystem::path OlderFileOf(Credential credential) const;
+  // Where older versions keep them.
+  std::filesystem::path OlderNameFile() const { return folder_ / "application-name"; }
+  std::filesystem::path OlderSecretFile() const { return folder_ / "application-secret"; }
+
+  // Nothing when there are none.
+  std::optional<StoredCredentials> StoredTogether() const;
+  std::optional<StoredCredentials> StoredByOlderVersion() const;
+  void TryToTidyUp() const;
   void RemoveOlderFiles() const;
   host::Secret Key() const;
   host::Secret KeyMadeIfAbsent() const;
 
   std::filesystem::path folder_;
+  std::chrono::milliseconds patience_;
 };
 
 }  // namespace mirelo::sodium
