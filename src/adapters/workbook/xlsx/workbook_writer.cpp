@@ -3,6 +3,7 @@
 #include <xlsxwriter.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -26,6 +27,7 @@ using Sheets = std::vector<std::shared_ptr<Sheet>>;
 using ChartSheets = std::vector<std::shared_ptr<Chart>>;
 
 constexpr std::size_t kMostHelperFiles = 256;
+constexpr std::int64_t kCellsAMinute = 50'000;
 
 struct FreeWorkbook {
   void operator()(lxw_workbook* workbook) const { lxw_workbook_free(workbook); }
@@ -53,12 +55,20 @@ Workbook NewFile(const Sheets& sheets, const std::filesystem::path& file) {
   return workbook;
 }
 
-// So that what is saved can be loaded again.
-void CheckFormattedCells(const Sheets& sheets) {
+// So that what is saved can be loaded again. The result is how many cells are written for their format.
+std::int64_t CheckFormattedCells(const Sheets& sheets) {
   std::int64_t count = 0;
   for (const auto& sheet : sheets) count += SheetFormats(sheet->styles).CountExceptions();
   if (count > static_cast<std::int64_t>(LoadLimits().blank_cells))
     throw Refused("Too many cells of the workbook are formatted to be saved.");
+  return count;
+}
+
+// A hundred times what the writer takes, and more: only one that stands still is ended.
+std::chrono::minutes PatienceFor(const Sheets& sheets, std::int64_t formatted) {
+  std::int64_t cells = formatted;
+  for (const auto& sheet : sheets) cells += static_cast<std::int64_t>(sheet->cells.Count());
+  return std::chrono::minutes(1 + cells / kCellsAMinute);
 }
 
 void CheckCharts(const Sheets& sheets, const ChartSheets& chart_sheets) {
@@ -112,9 +122,10 @@ void WriteFile(const Book& book, const Sheets& sheets, bool has_chart_sheets,
 
 void Write(const Book& book, const Sheets& sheets, const ChartSheets& chart_sheets,
            const std::filesystem::path& file) {
-  CheckFormattedCells(sheets);
+  const std::int64_t formatted = CheckFormattedCells(sheets);
   CheckCharts(sheets, chart_sheets);
-  InWriterProcess([&] { WriteFile(book, sheets, !chart_sheets.empty(), file); });
+  InWriterProcess([&] { WriteFile(book, sheets, !chart_sheets.empty(), file); },
+                  PatienceFor(sheets, formatted));
   WriteCharts(book, sheets, chart_sheets, file);
 }
 

@@ -1,13 +1,16 @@
 #include "adapters/workbook/xlsx/writer_process.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
@@ -19,14 +22,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "adapters/workbook/errors.h"
 #include "automation/runtime_error.h"
 
 namespace mirelo::workbook {
 
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
 namespace {
 
+constexpr milliseconds kStep{100};  // of waiting
 constexpr std::string_view kDone = "done";
 constexpr char kBetween = '\n';  // the number, the source and the description of an error
 
@@ -69,15 +77,16 @@ class Pipe {
     ends_[1] = -1;
   }
 
-  // Everything up to the end.
-  std::string Read() const {
+  // Everything up to the end; nothing when that does not come in time.
+  std::optional<std::string> Read(milliseconds patience) const {
     std::string text;
     std::array<char, 1024> piece;
-    for (;;) {
+    while (Await(patience)) {
       const ssize_t count = ::read(ends_[0], piece.data(), piece.size());
       if (count > 0) text.append(piece.data(), static_cast<std::size_t>(count));
       if (count == 0 || (count < 0 && errno != EINTR)) return text;
     }
+    return std::nullopt;
   }
   void Write(std::string_view text) const {
     while (!text.empty()) {
@@ -88,6 +97,20 @@ class Pipe {
   }
 
  private:
+  // Whether there is something to read before `patience` is used up. It is used up by steps: a time in which
+  // this process stands still itself, as one that a shell has stopped, counts for no more than one of them.
+  bool Await(milliseconds& patience) const {
+    while (patience > milliseconds(0)) {
+      const milliseconds step = std::min(patience, kStep);
+      const auto start = steady_clock::now();
+      pollfd end{ends_[0], POLLIN, 0};
+      if (::poll(&end, 1, static_cast<int>(step.count())) > 0) return true;
+      patience -=
+          std::clamp(std::chrono::ceil<milliseconds>(steady_clock::now() - start), milliseconds(1), step);
+    }
+    return false;
+  }
+
   std::array<int, 2> ends_{-1, -1};
 };
 
@@ -121,16 +144,6 @@ std::optional<RuntimeError> ErrorIn(std::string_view report) {
                       std::string(report.substr(source, description - source - 1)));
 }
 
-// How the copy ended, which may be known to somebody else already.
-std::string EndOf(pid_t copy) {
-  int status = 0;
-  while (::waitpid(copy, &status, 0) < 0) {
-    if (errno != EINTR) return "no more is known";
-  }
-  if (WIFSIGNALED(status)) return std::string("signal ") + std::to_string(WTERMSIG(status));
-  return "exit code " + std::to_string(WEXITSTATUS(status));
-}
-
 // The address sanitizer's allocator may be held by another thread when the process is copied, and then stands
 // still in the copy for ever. The library of C sees to that itself.
 #if defined(__SANITIZE_ADDRESS__)
@@ -145,26 +158,61 @@ bool CanBeCopied() {
   return !kIsSanitized || std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}) == 1;
 }
 
-pid_t Fork(const Pipe& report, const std::function<void()>& write) {
-  const pid_t original = ::getpid();
-  const BlockedSignals blocked;
-  const pid_t copy = ::fork();
-  if (copy == 0) Copy(original, report, write);
-  if (copy < 0) FailToStart(errno);
-  return copy;
-}
+// The copy, which this does not outlive.
+class WriterProcess {
+ public:
+  WriterProcess(const Pipe& report, const std::function<void()>& write) {
+    const pid_t original = ::getpid();
+    const BlockedSignals blocked;
+    copy_ = ::fork();
+    if (copy_ == 0) Copy(original, report, write);
+    if (copy_ < 0) FailToStart(errno);
+  }
+  ~WriterProcess() {
+    if (copy_ < 0 || ::waitpid(copy_, nullptr, WNOHANG) != 0) return;
+    ::kill(copy_, SIGKILL);
+    Wait();
+  }
+  WriterProcess(const WriterProcess&) = delete;
+  WriterProcess& operator=(const WriterProcess&) = delete;
+
+  // Waits for its end, and tells of it.
+  std::string End() {
+    const std::optional<int> status = Wait();
+    if (!status) return "no more is known";
+    if (WIFSIGNALED(*status)) return std::string("signal ") + std::to_string(WTERMSIG(*status));
+    return "exit code " + std::to_string(WEXITSTATUS(*status));
+  }
+
+ private:
+  // Nothing where somebody else knows of its end already.
+  std::optional<int> Wait() {
+    const pid_t copy = std::exchange(copy_, -1);
+    int status = 0;
+    while (::waitpid(copy, &status, 0) < 0) {
+      if (errno != EINTR) return std::nullopt;
+    }
+    return status;
+  }
+
+  pid_t copy_ = -1;
+};
 
 }  // namespace
 
-void InWriterProcess(const std::function<void()>& write) {
+void InWriterProcess(const std::function<void()>& write, milliseconds patience) {
   if (!CanBeCopied()) return write();
   Pipe pipe;
-  const pid_t copy = Fork(pipe, write);
+  WriterProcess process(pipe, write);
   pipe.CloseWriting();
-  const std::string report = pipe.Read();
-  const std::string end = EndOf(copy);
-  if (report == kDone) return;
-  if (const auto error = ErrorIn(report)) throw *error;
+  const std::optional<std::string> report = pipe.Read(patience);
+  if (!report)
+    throw Refused(
+        "The workbook cannot be written: the file writer stood still and was ended. The disk may not "
+        "answer.");
+  const std::string end = process.End();
+  if (*report == kDone) return;
+  if (const auto error = ErrorIn(*report)) throw *error;
   throw Refused("The workbook cannot be written: the file writer broke off (" + end +
                 "). Memory may be short.");
 }

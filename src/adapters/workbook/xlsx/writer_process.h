@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 namespace mirelo::workbook {
@@ -11,8 +12,10 @@ namespace mirelo::workbook {
 // makers; and where memory is short it may break off. All that stays in the copy. What `write` does to files
 // is all that is left of it.
 //
-// Raises what `write` raises; 7 when there is no memory for the copy, and 1004 when the copy breaks off.
-// Signals that are sent to all of a terminal's processes are this one's to take; the copy ends with it.
-void InWriterProcess(const std::function<void()>& write);
+// Raises what `write` raises; 7 when there is no memory for the copy, and 1004 when no process can be
+// started, when the copy breaks off, and when it is not done after `patience`. However that goes, nothing of
+// the copy is there afterwards. Signals that are sent to all of a terminal's processes are this one's to
+// take; the copy ends with it.
+void InWriterProcess(const std::function<void()>& write, std::chrono::milliseconds patience);
 
 }  // namespace mirelo::workbook
