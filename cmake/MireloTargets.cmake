@@ -3,8 +3,9 @@
 #   mirelo_room(file...)                                 sources of a subsystem room, part of the library mirelo
 #   mirelo_library(NAME SOURCES file... [LINK target...])   values, ports or an adapter: static, named mirelo_NAME
 #   mirelo_program(NAME SOURCES file... [LINK target...])   an executable in bin/
-#   mirelo_test(NAME [QT] SOURCES file... [LINK target...]) a GoogleTest program whose cases CTest runs one by one;
+#   mirelo_test(NAME [QT] SOURCES file... [LINK target...]) a GoogleTest program whose suites CTest runs one by one;
 #                                                        QT for one that includes headers of Qt
+#   mirelo_suites(PREFIX PROGRAM target [ONLY regex] [ENVIRONMENT name=value])   some of them once more, in other surroundings
 #   mirelo_bench(NAME SOURCES file... [LINK target...])     a Google Benchmark program
 #   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program; only compiled where MIRELO_FUZZ is off
 
@@ -87,8 +88,30 @@ function(mirelo_test NAME)
     string(APPEND precompiled _qt)
   endif()
   target_precompile_headers(test_${NAME} REUSE_FROM ${precompiled})
-  # For tests that hang: on a busy machine those that start other programs take a minute.
-  gtest_discover_tests(test_${NAME} TEST_PREFIX ${NAME}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  mirelo_suites(${NAME} PROGRAM test_${NAME})
+endfunction()
+
+# Has CTest run the suites of the test program TARGET, named PREFIX.Suite: all of them, or those that match ONLY.
+function(mirelo_suites PREFIX)
+  cmake_parse_arguments(ARG "" "PROGRAM;ONLY;ENVIRONMENT" "" ${ARGN})
+  set(suites ${CMAKE_CURRENT_BINARY_DIR}/${PREFIX}_suites.cmake)
+  if(NOT ARG_ONLY)
+    set(ARG_ONLY ".")
+  endif()
+  add_custom_command(TARGET ${ARG_PROGRAM} POST_BUILD BYPRODUCTS ${suites}
+    COMMAND ${CMAKE_COMMAND} -D PROGRAM=$<TARGET_FILE:${ARG_PROGRAM}> -D PREFIX=${PREFIX} -D ONLY=${ARG_ONLY}
+      -D ENVIRONMENT=${ARG_ENVIRONMENT} -D OUTPUT=${suites} -P ${PROJECT_SOURCE_DIR}/cmake/ListSuites.cmake
+    VERBATIM)
+  # A program that was not built fails as a test of its own, and hides none of the others.
+  set(look ${CMAKE_CURRENT_BINARY_DIR}/${PREFIX}_look.cmake)
+  file(CONFIGURE OUTPUT ${look} @ONLY CONTENT [[
+if(EXISTS "@suites@")
+  include("@suites@")
+else()
+  add_test("@PREFIX@.NotBuilt" "@ARG_PROGRAM@-is-not-built")
+endif()
+]])
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${look})
 endfunction()
 
 function(mirelo_bench NAME)
