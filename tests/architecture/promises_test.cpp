@@ -27,8 +27,7 @@ std::vector<std::smatch> MatchesIn(const std::string& text, const std::regex& pa
   return {std::sregex_iterator(text.begin(), text.end(), pattern), std::sregex_iterator()};
 }
 
-// The names of a source's tests, as CTest shows them behind the name of their program; those with cases
-// without what names the case.
+// The names of a source's tests, as suite and test; those with cases without what names the case.
 std::set<std::string> TestsIn(const std::string& source) {
   static const std::regex kTest(R"(\n(TEST|TEST_F|TYPED_TEST|TEST_P)\((\w+),\s*(\w+)\))");
   static const std::regex kCases(R"(\nINSTANTIATE_TEST_SUITE_P\((\w+),\s*(\w+),)");
