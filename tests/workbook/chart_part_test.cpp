@@ -15,10 +15,10 @@ using ::testing::SizeIs;
 using namespace workbook;
 
 constexpr const char* kDrawingPart = "xl/drawings/drawing1.xml";
-constexpr const char* kDrawingLinks = "xl/drawings/_rels/drawing1.xml.rels";
+constexpr const char* kDrawingRelationships = "xl/drawings/_rels/drawing1.xml.rels";
 constexpr const char* kChartPart = "xl/charts/chart1.xml";
 
-std::string Links(std::string_view type, std::string_view target) {
+std::string RelationshipsPart(std::string_view type, std::string_view target) {
   return "<Relationships><Relationship Id=\"rId1\" Type=\"http://x/" + std::string(type) + "\" Target=\"" +
          std::string(target) + "\"/></Relationships>";
 }
@@ -73,9 +73,9 @@ std::string SeriesWith(std::string_view more) {
 // A workbook with a chart "Last" on its sheet "Prices".
 Parts WithChart(const std::string& chart, const std::string& drawing = Drawing(UsualAnchor())) {
   Parts parts = SmallWorkbook("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>");
-  parts["xl/worksheets/_rels/sheet1.xml.rels"] = Links("drawing", "../drawings/drawing1.xml");
+  parts["xl/worksheets/_rels/sheet1.xml.rels"] = RelationshipsPart("drawing", "../drawings/drawing1.xml");
   parts[kDrawingPart] = drawing;
-  parts[kDrawingLinks] = Links("chart", "../charts/chart1.xml");
+  parts[kDrawingRelationships] = RelationshipsPart("chart", "../charts/chart1.xml");
   parts[kChartPart] = chart;
   return parts;
 }
@@ -370,7 +370,7 @@ TEST_F(ChartParts, ThatAreDamagedAreRefusedByName) {
   no_part.erase(kChartPart);
   EXPECT_THAT(Refusal(no_part), HasSubstr("xl/charts/chart1.xml: this part is missing"));
   Parts no_link = WithLast(kSeries);
-  no_link.erase(kDrawingLinks);
+  no_link.erase(kDrawingRelationships);
   EXPECT_THAT(Refusal(no_link), HasSubstr("xl/drawings/drawing1.xml: the chart \"Chart 7\" has no part"));
   Parts no_drawing = WithLast(kSeries);
   no_drawing.erase(kDrawingPart);
@@ -381,7 +381,7 @@ TEST_F(ChartParts, AreSoughtInTheWholeFileNotOnlyInTheUsualPlace) {
   Parts parts = WithLast(kSeries);
   parts["elsewhere/c.xml"] = parts[kChartPart];
   parts.erase(kChartPart);
-  parts[kDrawingLinks] = Links("chart", "/elsewhere/c.xml");
+  parts[kDrawingRelationships] = RelationshipsPart("chart", "/elsewhere/c.xml");
   EXPECT_EQ(ChartOf(parts).title->text, "Last");
 }
 
@@ -417,7 +417,7 @@ Parts WithChartSheet(const std::string& chart, const char* more = "", bool is_in
                                std::string(kFrame) + "</xdr:absoluteAnchor>"));
   parts.erase("xl/worksheets/_rels/sheet1.xml.rels");
   parts["xl/chartsheets/sheet1.xml"] = std::string("<chartsheet>") + more + "</chartsheet>";
-  parts["xl/chartsheets/_rels/sheet1.xml.rels"] = Links("drawing", "../drawings/drawing1.xml");
+  parts["xl/chartsheets/_rels/sheet1.xml.rels"] = RelationshipsPart("drawing", "../drawings/drawing1.xml");
   InsertBehind(parts["xl/workbook.xml"], is_in_front ? "<sheets>" : "r:id=\"rId1\"/>",
                "<sheet name=\"Market\" sheetId=\"2\" r:id=\"rId9\"/>");
   InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",

@@ -22,13 +22,15 @@ Parts WithComments(std::string_view comments, std::string_view shapes = "") {
   parts[kCommentPart] = std::string(kXmlHead) +
                         "<comments><authors><author>A. Person</author><author/></authors>" + "<commentList>" +
                         std::string(comments) + "</commentList></comments>";
-  std::string links = "<Relationship Id=\"c\" Type=\"http://x/comments\" Target=\"../comments1.xml\"/>";
+  std::string relationships =
+      "<Relationship Id=\"c\" Type=\"http://x/comments\" Target=\"../comments1.xml\"/>";
   if (!shapes.empty()) {
-    links += "<Relationship Id=\"v\" Type=\"http://x/vmlDrawing\" Target=\"../drawings/vmlDrawing1.vml\"/>";
+    relationships +=
+        "<Relationship Id=\"v\" Type=\"http://x/vmlDrawing\" Target=\"../drawings/vmlDrawing1.vml\"/>";
     parts[kBoxPart] = "<xml xmlns:v=\"urn:v\" xmlns:x=\"urn:x\">" + std::string(shapes) + "</xml>";
   }
   parts["xl/worksheets/_rels/sheet1.xml.rels"] =
-      std::string(kXmlHead) + "<Relationships>" + links + "</Relationships>";
+      std::string(kXmlHead) + "<Relationships>" + relationships + "</Relationships>";
   return parts;
 }
 

@@ -106,9 +106,9 @@ TEST_F(LoadValues, FindsPartsWhereTheWorkbookSaysTheyAre) {
 TEST_F(LoadValues, DoesWithoutStylesTextsAndTheme) {
   Parts parts = SmallWorkbook("<row r=\"1\"><c r=\"A1\"><v>3</v></c></row>");
   for (const char* part : {"xl/styles.xml", "xl/sharedStrings.xml", "xl/theme/theme1.xml"}) parts.erase(part);
-  std::string& links = parts["xl/_rels/workbook.xml.rels"];
-  const std::size_t second = links.find("<Relationship Id=\"rId2\"");
-  links.erase(second, links.find("</Relationships>") - second);
+  std::string& relationships = parts["xl/_rels/workbook.xml.rels"];
+  const std::size_t second = relationships.find("<Relationship Id=\"rId2\"");
+  relationships.erase(second, relationships.find("</Relationships>") - second);
   EXPECT_EQ(SheetOf(Open(parts))->Range("A1")->Value(), Variant(3.0));
 }
 

@@ -68,20 +68,21 @@ const CellValue& ValueOf(const Sheet& sheet, std::int32_t row, std::int32_t colu
   return value == nullptr ? blank : *value;
 }
 
-// Lays what the look changes over a style. What was laid before stays: `laid` gathers it.
-void Lay(const ConditionalLook& look, ConditionalLook& laid, Style& style) {
-  if (look.bold) style.font.bold = true;
-  if (look.italic) style.font.italic = true;
-  if (look.strikeout) style.font.strikeout = true;
-  if (look.underline != 0 && laid.underline == 0) style.font.underline = laid.underline = look.underline;
-  if (look.color != kAutomatic && laid.color == kAutomatic) style.font.color = laid.color = look.color;
-  if (look.fill.pattern != 0 && laid.fill.pattern == 0) style.fill = laid.fill = look.fill;
-  if (!look.number_format.empty() && laid.number_format.empty()) {
-    style.number_format = laid.number_format = look.number_format;
+// Applies the changes to a style, but for what a condition before this one has set: `laid` gathers that.
+void Lay(const DifferentialStyle& changes, DifferentialStyle& laid, Style& style) {
+  if (changes.bold) style.font.bold = true;
+  if (changes.italic) style.font.italic = true;
+  if (changes.strikeout) style.font.strikeout = true;
+  if (changes.underline != 0 && laid.underline == 0)
+    style.font.underline = laid.underline = changes.underline;
+  if (changes.color != kAutomatic && laid.color == kAutomatic) style.font.color = laid.color = changes.color;
+  if (changes.fill.pattern != 0 && laid.fill.pattern == 0) style.fill = laid.fill = changes.fill;
+  if (!changes.number_format.empty() && laid.number_format.empty()) {
+    style.number_format = laid.number_format = changes.number_format;
   }
   for (std::size_t edge = 0; edge < kEdges; ++edge) {
-    if (look.border.edges[edge].line == 0 || laid.border.edges[edge].line != 0) continue;
-    style.border.edges[edge] = laid.border.edges[edge] = look.border.edges[edge];
+    if (changes.border.edges[edge].line == 0 || laid.border.edges[edge].line != 0) continue;
+    style.border.edges[edge] = laid.border.edges[edge] = changes.border.edges[edge];
   }
 }
 
@@ -90,12 +91,12 @@ void Lay(const ConditionalLook& look, ConditionalLook& laid, Style& style) {
 Style DisplayedStyle(const Book& book, const Sheet& sheet, std::int32_t row, std::int32_t column) {
   Style style = book.styles.Get(sheet.styles.At(row, column));
   if (sheet.conditions.all().empty()) return style;
-  ConditionalLook laid;
+  DifferentialStyle laid;
   for (const auto& condition : sheet.conditions.all()) {
     const bool reaches = std::any_of(condition->areas.begin(), condition->areas.end(),
                                      [&](const Area& area) { return area.Holds(row, column); });
     if (!reaches || !Meets(ValueOf(sheet, row, column), *condition)) continue;
-    Lay(condition->look, laid, style);
+    Lay(condition->style, laid, style);
     if (condition->stop_if_true) break;
   }
   return style;

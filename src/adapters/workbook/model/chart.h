@@ -13,7 +13,7 @@ namespace mirelo::workbook {
 
 struct Sheet;
 
-// How a line or a fill comes to its look.
+// Whether a line or a fill is as the chart chooses, none, or as somebody told.
 enum class Look : std::uint8_t {
   Automatic,  // the chart's own choice
   None,

@@ -11,8 +11,9 @@
 
 namespace mirelo::workbook {
 
-// What a condition changes of a cell's look. What has the value of a new ConditionalLook stays as it is.
-struct ConditionalLook {
+// What a conditional format changes of the style of a cell that meets its condition; the file format calls it
+// a "dxf". What has the value of a new DifferentialStyle stays as it is.
+struct DifferentialStyle {
   bool bold = false;
   bool italic = false;
   bool strikeout = false;
@@ -21,21 +22,21 @@ struct ConditionalLook {
   FillStyle fill;
   BorderStyle border;
   std::string number_format;
-  friend bool operator==(const ConditionalLook&, const ConditionalLook&) = default;
+  friend bool operator==(const DifferentialStyle&, const DifferentialStyle&) = default;
 };
 
-// A look for the cells of some areas whose values compare with one value, or two, as the operator says. The
-// values are numbers, texts in quotation marks, or booleans, as formulas write them.
+// A conditional format: a style for those cells of some areas whose values compare with one value, or two, as
+// the operator says. The values are numbers, texts in quotation marks, or booleans, as formulas write them.
 struct Condition {
   AreaSet areas;
   host::excel::XlFormatConditionOperator op = host::excel::xlEqual;
   std::string formula1;  // without a leading "="
   std::string formula2;  // empty for operators that compare with one value
-  ConditionalLook look;
-  bool stop_if_true = false;  // later conditions are not looked at
+  DifferentialStyle style;
+  bool stop_if_true = false;  // later conditions of the cell do not count
 };
 
-// The conditional formats of a sheet, from the first that is looked at to the last.
+// The conditional formats of a sheet, in order of priority: the first one counts most.
 class Conditions {
  public:
   // Clients hold a condition whatever becomes of its cells.

@@ -21,18 +21,18 @@ class ConditionFont final : public Font {
  public:
   explicit ConditionFont(std::shared_ptr<Condition> condition) : condition_(std::move(condition)) {}
 
-  Variant Bold() override { return condition_->look.bold ? Variant(true) : Variant(); }
-  void Bold(bool bold) override { condition_->look.bold = bold; }
+  Variant Bold() override { return condition_->style.bold ? Variant(true) : Variant(); }
+  void Bold(bool bold) override { condition_->style.bold = bold; }
   // A condition leaves the size of letters to the cell.
   Variant Size() override { return {}; }
   void Size(double) override { throw Refused("A condition cannot change the size of letters."); }
   Variant ColorIndex() override {
-    const workbook::Color color = condition_->look.color;
+    const workbook::Color color = condition_->style.color;
     return color == kAutomatic ? Variant() : Variant(IndexOfColor(color));
   }
-  void ColorIndex(std::int32_t index) override { condition_->look.color = ColorOfIndex(index); }
+  void ColorIndex(std::int32_t index) override { condition_->style.color = ColorOfIndex(index); }
   Variant Color() override {
-    const workbook::Color color = condition_->look.color;
+    const workbook::Color color = condition_->style.color;
     return color == kAutomatic ? Variant() : Variant(NumberOfColor(color, kBlack));
   }
 

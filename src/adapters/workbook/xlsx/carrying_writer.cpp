@@ -15,9 +15,9 @@
 
 #include "adapters/workbook/atomic_file.h"
 #include "adapters/workbook/xlsx/content_types.h"
-#include "adapters/workbook/xlsx/link_list.h"
 #include "adapters/workbook/xlsx/package.h"
 #include "adapters/workbook/xlsx/package_editor.h"
+#include "adapters/workbook/xlsx/relationship_list.h"
 #include "adapters/workbook/xlsx/sheet_transplant.h"
 #include "adapters/workbook/xlsx/style_merge.h"
 #include "adapters/workbook/xlsx/workbook_part.h"
@@ -27,7 +27,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr const char* kTexts = "xl/sharedStrings.xml";  // where the file writer puts them
+constexpr const char* kSharedStrings = "xl/sharedStrings.xml";  // where the file writer puts them
 constexpr const char* kStylesPart = "xl/styles.xml";
 constexpr std::string_view kNoStyles =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
@@ -58,19 +58,19 @@ class CarryingWriter {
         old_(origin.file(), OfTrustedFiles()),
         workbook_(WorkbookPartOf(old_)),
         old_workbook_(old_.Read(workbook_)),
-        root_links_("", OldText(LinkListOf(""))),
-        links_(workbook_, OldText(LinkListOf(workbook_))),
+        package_relationships_("", OldText(RelationshipsPartOf(""))),
+        relationships_(workbook_, OldText(RelationshipsPartOf(workbook_))),
         types_(OldText(ContentTypes::kPart)),
         editor_(origin.file()) {}
 
   void Write() {
-    DropStaleLinks();
+    DropStaleRelationships();
     DeselectCarriedSheets();
     TakeNewSheets();
-    editor_.Put(workbook_,
-                RewriteWorkbookPart(workbook_, old_workbook_, book_, origin_.entries(), new_links_));
-    editor_.Put(LinkListOf(workbook_), links_.Text());
-    editor_.Put(LinkListOf(""), root_links_.Text());
+    editor_.Put(workbook_, RewriteWorkbookPart(workbook_, old_workbook_, book_, origin_.entries(),
+                                               new_relationship_ids_));
+    editor_.Put(RelationshipsPartOf(workbook_), relationships_.Text());
+    editor_.Put(RelationshipsPartOf(""), package_relationships_.Text());
     const std::set<std::string> kept = ReachableParts();
     types_.KeepOnly(kept);
     editor_.Put(ContentTypes::kPart, types_.Text());
@@ -82,37 +82,39 @@ class CarryingWriter {
   // Empty when the old file has no such part.
   std::string OldText(const std::string& part) { return old_.Has(part) ? old_.Read(part) : ""; }
 
-  // Those of the sheets that are written anew; of the chain of formulas, which the program that opens the
+  // Those of the sheets that are written anew; of the calculation chain, which the program that opens the
   // file builds anew; and of the signature, which no longer holds.
-  void DropStaleLinks() {
-    const std::vector<std::string> ids = SheetLinks(workbook_, old_workbook_);
+  void DropStaleRelationships() {
+    const std::vector<std::string> ids = SheetRelationshipIds(workbook_, old_workbook_);
     std::set<std::string> used;
     for (std::size_t place = 0; place < ids.size(); ++place) {
       const Sheet* sheet = origin_.entries()[place].sheet.get();
       if (sheet == nullptr || kept_.contains(sheet)) used.insert(ids[place]);
     }
     const std::set<std::string> of_sheets(ids.begin(), ids.end());
-    links_.RemoveIf([&](const Relationship& link) {
-      return link.type == "calcChain" || (of_sheets.contains(link.id) && !used.contains(link.id));
+    relationships_.RemoveIf([&](const Relationship& relationship) {
+      return relationship.type == "calcChain" ||
+             (of_sheets.contains(relationship.id) && !used.contains(relationship.id));
     });
-    root_links_.RemoveIf([](const Relationship& link) { return link.type == "origin"; });
+    package_relationships_.RemoveIf(
+        [](const Relationship& relationship) { return relationship.type == "origin"; });
   }
 
   // Two selected tabs would be a group, in which whatever a person types goes to both sheets.
   void DeselectCarriedSheets() {
-    const std::vector<std::string> ids = SheetLinks(workbook_, old_workbook_);
-    const std::vector<Relationship> links = links_.all();
+    const std::vector<std::string> ids = SheetRelationshipIds(workbook_, old_workbook_);
+    const std::vector<Relationship> relationships = relationships_.all();
     for (std::size_t place = 0; place < ids.size(); ++place) {
       const auto& [sheet, standing, chart] = origin_.entries()[place];
       const bool may_be_selected = sheet == nullptr || (standing.is_selected && kept_.contains(sheet.get()));
       const bool is_in_front =
           sheet != nullptr ? IsActive(*sheet) : chart != nullptr && chart == book_.front_chart;
       if (!may_be_selected || is_in_front) continue;
-      const auto link =
-          std::find_if(links.begin(), links.end(), [&](const auto& l) { return l.id == ids[place]; });
-      if (link == links.end() || !old_.Has(link->target)) continue;
-      editor_.PutLater(link->target,
-                       [this, part = link->target] { return WithoutSelectedTab(old_.Read(part)); });
+      const auto relationship = std::find_if(relationships.begin(), relationships.end(),
+                                             [&](const auto& l) { return l.id == ids[place]; });
+      if (relationship == relationships.end() || !old_.Has(relationship->target)) continue;
+      editor_.PutLater(relationship->target,
+                       [this, part = relationship->target] { return WithoutSelectedTab(old_.Read(part)); });
     }
   }
 
@@ -122,23 +124,24 @@ class CarryingWriter {
     if (fresh_.sheets.empty()) return;
     new_.emplace(fresh_.file, OfTrustedFiles());
     new_types_.emplace(new_->Read(ContentTypes::kPart));
-    if (new_->Has(kTexts)) new_texts_ = SharedTextsIn(new_->Read(kTexts));
+    if (new_->Has(kSharedStrings)) new_shared_strings_ = SharedStringsIn(new_->Read(kSharedStrings));
     TakeStyles();
     for (std::size_t i = 0; i < fresh_.sheets.size(); ++i) TakeSheet(*fresh_.sheets[i], i + 1);
   }
 
   void TakeStyles() {
-    const std::vector<Relationship> links = links_.all();
-    const auto link =
-        std::find_if(links.begin(), links.end(), [](const auto& l) { return l.type == "styles"; });
-    const std::string part = link != links.end() ? link->target : FreeName("styles", ".xml");
-    if (link == links.end()) {
-      links_.Add("styles", part);
+    const std::vector<Relationship> relationships = relationships_.all();
+    const auto relationship = std::find_if(relationships.begin(), relationships.end(),
+                                           [](const auto& l) { return l.type == "styles"; });
+    const std::string part =
+        relationship != relationships.end() ? relationship->target : FreeName("styles", ".xml");
+    if (relationship == relationships.end()) {
+      relationships_.Add("styles", part);
       types_.SetKind(part, new_types_->KindOf(kStylesPart));
     }
     std::string merged;
-    places_ = MergeStyles(part, editor_.Has(part) ? old_.Read(part) : std::string(kNoStyles),
-                          new_->Read(kStylesPart), merged);
+    new_indexes_ = MergeStyles(part, editor_.Has(part) ? old_.Read(part) : std::string(kNoStyles),
+                               new_->Read(kStylesPart), merged);
     editor_.Put(part, std::move(merged));
   }
 
@@ -146,28 +149,28 @@ class CarryingWriter {
     const std::string from = "xl/worksheets/sheet" + std::to_string(number) + ".xml";
     const std::string to = FreeName("worksheets/sheet", ".xml");
     Add(to, [this, from, is_active = IsActive(sheet)] {
-      return TransplantSheet(new_->Read(from), places_, new_texts_, is_active);
+      return TransplantSheet(new_->Read(from), new_indexes_, new_shared_strings_, is_active);
     });
-    new_links_[&sheet] = links_.Add("worksheet", to);
+    new_relationship_ids_[&sheet] = relationships_.Add("worksheet", to);
     types_.SetKind(to, new_types_->KindOf(from));
-    TakeLinked(from, to);
+    TakeRelated(from, to);
   }
 
   // The parts that a part of the new file leads to: comments and their boxes, charts. Each is led to from one
   // place only.
-  void TakeLinked(const std::string& from, const std::string& to) {
-    if (!new_->Has(LinkListOf(from))) return;
-    LinkList links(to, new_->Read(LinkListOf(from)));
-    const Relationships old_links(*new_, from);
-    for (const Relationship& link : old_links.all()) {
-      if (link.external) continue;
-      const std::string part = FreeNameLike(link.target);
-      Add(part, [this, source = link.target] { return new_->Read(source); });
-      types_.SetKind(part, new_types_->KindOf(link.target));
-      links.Redirect(link.id, part);
-      TakeLinked(link.target, part);
+  void TakeRelated(const std::string& from, const std::string& to) {
+    if (!new_->Has(RelationshipsPartOf(from))) return;
+    RelationshipList relationships(to, new_->Read(RelationshipsPartOf(from)));
+    const Relationships old_relationships(*new_, from);
+    for (const Relationship& relationship : old_relationships.all()) {
+      if (relationship.external) continue;
+      const std::string part = FreeNameLike(relationship.target);
+      Add(part, [this, source = relationship.target] { return new_->Read(source); });
+      types_.SetKind(part, new_types_->KindOf(relationship.target));
+      relationships.Redirect(relationship.id, part);
+      TakeRelated(relationship.target, part);
     }
-    Add(LinkListOf(to), [text = links.Text()] { return text; });
+    Add(RelationshipsPartOf(to), [text = relationships.Text()] { return text; });
   }
 
   void Add(const std::string& part, PackageEditor::Make make) {
@@ -202,19 +205,20 @@ class CarryingWriter {
       const std::string part = std::move(open.back());
       open.pop_back();
       if (!part.empty() && (!editor_.Has(part) || !reached.insert(part).second)) continue;
-      if (!editor_.Has(LinkListOf(part))) continue;
-      reached.insert(LinkListOf(part));
-      for (const Relationship& link : LinksOf(part)) {
-        if (!link.external && !link.target.empty()) open.push_back(link.target);  // one may lead nowhere
+      if (!editor_.Has(RelationshipsPartOf(part))) continue;
+      reached.insert(RelationshipsPartOf(part));
+      for (const Relationship& relationship : RelationshipsOfPart(part)) {
+        if (!relationship.external && !relationship.target.empty())
+          open.push_back(relationship.target);  // one may lead nowhere
       }
     }
     return reached;
   }
 
   // None where the list is damaged, which is kept all the same.
-  std::vector<Relationship> LinksOf(const std::string& part) {
-    if (part.empty()) return root_links_.all();
-    if (part == workbook_) return links_.all();
+  std::vector<Relationship> RelationshipsOfPart(const std::string& part) {
+    if (part.empty()) return package_relationships_.all();
+    if (part == workbook_) return relationships_.all();
     try {
       return Relationships(old_, part).all();
     } catch (const RuntimeError&) {
@@ -230,16 +234,16 @@ class CarryingWriter {
   Package old_;
   std::string workbook_;  // the name of its part
   std::string old_workbook_;
-  LinkList root_links_;
-  LinkList links_;  // of the workbook part
+  RelationshipList package_relationships_;
+  RelationshipList relationships_;  // of the workbook part
   ContentTypes types_;
   PackageEditor editor_;
 
   std::optional<Package> new_;  // what the file writer wrote
   std::optional<ContentTypes> new_types_;
-  std::vector<std::string> new_texts_;
-  StylePlaces places_;  // of its formats among the old ones
-  std::map<const Sheet*, std::string> new_links_;
+  std::vector<std::string> new_shared_strings_;
+  StyleIndexes new_indexes_;  // of its formats among the old ones
+  std::map<const Sheet*, std::string> new_relationship_ids_;
   std::set<std::string> added_;
 };
 

@@ -9,7 +9,7 @@
 
 namespace mirelo::workbook {
 
-// The words and measures of the file format for the looks of charts.
+// The words and measures of the file format for the lines and fills of charts.
 
 inline constexpr std::int64_t kEmuPerPixel = 9'525;  // the unit of lengths in drawings
 inline constexpr double kSizesPerPoint = 100;        // the unit of letters

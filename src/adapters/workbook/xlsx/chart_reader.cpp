@@ -10,9 +10,9 @@
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_text_reader.h"
 #include "adapters/workbook/xlsx/chart_words.h"
-#include "adapters/workbook/xlsx/look_reader.h"
 #include "adapters/workbook/xlsx/relationships.h"
 #include "adapters/workbook/xlsx/series_reader.h"
+#include "adapters/workbook/xlsx/shape_properties_reader.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 
 namespace mirelo::workbook {
@@ -90,16 +90,16 @@ class ChartReader {
   }
 
   void ReadArea(pugi::xml_node shape) {
-    chart_->area = looks_.Fill(shape);
-    looks_.RefuseLine(shape, kFrame);
-    looks_.RefuseEffects(shape);
+    chart_->area = shapes_.Fill(shape);
+    shapes_.RefuseLine(shape, kFrame);
+    shapes_.RefuseEffects(shape);
   }
 
   void ReadPlot(pugi::xml_node plot) {
     const pugi::xml_node shape = Child(plot, "spPr");
-    chart_->plot = looks_.Fill(shape);
-    chart_->plot_border = looks_.Line(shape);
-    looks_.RefuseEffects(shape);
+    chart_->plot = shapes_.Fill(shape);
+    chart_->plot_border = shapes_.Line(shape);
+    shapes_.RefuseEffects(shape);
     if (const pugi::xml_node manual = Child(Child(plot, "layout"), "manualLayout")) ReadPlotPlace(manual);
   }
 
@@ -120,7 +120,7 @@ class ChartReader {
 
   void ReadLegend(pugi::xml_node legend) {
     chart_->legend = static_cast<bool>(legend);
-    looks_.Refuse(Child(legend, "spPr"), "the look of the legend");
+    shapes_.Refuse(Child(legend, "spPr"), "the look of the legend");
     losses_.AddIf(static_cast<bool>(Child(legend, "txPr")), "the look of the legend");
     ReportLegend(legend, losses_);
   }
@@ -128,7 +128,7 @@ class ChartReader {
   void ReadSeries(pugi::xml_node group) {
     const bool is_line = chart_->type == host::excel::xlLineMarkers;
     const bool has_markers = Flag(Child(group, "marker"), "val", static_cast<bool>(Child(group, "marker")));
-    SeriesReader reader(looks_, losses_, context_.budget, xml_.name(), is_line, has_markers);
+    SeriesReader reader(shapes_, losses_, context_.budget, xml_.name(), is_line, has_markers);
     ForEachChild(group, "ser", [&](pugi::xml_node node) {
       SeriesReader::Result read = reader.Read(node);
       chart_->series.push_back(std::move(read.series));
@@ -147,9 +147,9 @@ class ChartReader {
               !Flag(Child(node, "delete"), "val", static_cast<bool>(Child(node, "delete")));
     const pugi::xml_node lines = Child(node, "majorGridlines");
     axis.gridlines = static_cast<bool>(lines);
-    axis.gridline = looks_.Line(Child(lines, "spPr"));
-    looks_.RefuseEffects(Child(lines, "spPr"));
-    looks_.Refuse(Child(node, "spPr"), "lines of axes");
+    axis.gridline = shapes_.Line(Child(lines, "spPr"));
+    shapes_.RefuseEffects(Child(lines, "spPr"));
+    shapes_.Refuse(Child(node, "spPr"), "lines of axes");
     texts_.Letters(Child(node, "txPr"), axis);
     ReportAxis(node, losses_);
   }
@@ -175,8 +175,8 @@ class ChartReader {
   ChartInFile result_;
   ChartLosses& losses_ = result_.losses;
   std::shared_ptr<Chart> chart_ = std::make_shared<Chart>();
-  LookReader looks_{context_.colors, losses_};
-  ChartTextReader texts_{looks_, losses_};
+  ShapePropertiesReader shapes_{context_.colors, losses_};
+  ChartTextReader texts_{shapes_, losses_};
 };
 
 }  // namespace

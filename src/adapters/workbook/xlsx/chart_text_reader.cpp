@@ -38,7 +38,7 @@ double PartOf(double length, double share) {
   return std::isfinite(part) ? part : 0;
 }
 
-void ChartTextReader::ReadStandard(pugi::xml_node text) { standard_ = LookOfText(text); }
+void ChartTextReader::ReadStandard(pugi::xml_node text) { standard_ = PropertiesOfText(text); }
 
 ChartTitle ChartTextReader::Title(pugi::xml_node node, const ChartBox& place) {
   ChartTitle title;
@@ -54,26 +54,26 @@ ChartTitle ChartTextReader::Title(pugi::xml_node node, const ChartBox& place) {
       title.text = UnescapeText(Text(Child(Child(Child(linked, "strCache"), "pt"), "v")));
       losses_.Add("the link of the title to a cell");
     }
-    const LetterLook look = LookOfText(Child(node, "txPr"));
-    title.size = look.size.value_or(title.size);
-    title.bold = look.bold.value_or(title.bold);
-    if (look.color != kAutomatic) title.color = look.color;
+    const LetterProperties letters = PropertiesOfText(Child(node, "txPr"));
+    title.size = letters.size.value_or(title.size);
+    title.bold = letters.bold.value_or(title.bold);
+    if (letters.color != kAutomatic) title.color = letters.color;
   }
   ReadPlace(Child(Child(node, "layout"), "manualLayout"), place, title);
   losses_.AddIf(Flag(Child(node, "overlay"), "val", false), "how the title lies over the plot");
 
   const pugi::xml_node shape = Child(node, "spPr");
-  const PointColor ground = looks_.PlainFill(shape);
+  const PointColor ground = shapes_.PlainFill(shape);
   title.ground = ground.look;
   title.interior = ground.color;
-  title.border = looks_.Line(shape);
-  title.shadow = looks_.Shadow(shape);
+  title.border = shapes_.Line(shape);
+  title.shadow = shapes_.Shadow(shape);
   return title;
 }
 
 void ChartTextReader::ReadText(pugi::xml_node rich, ChartTitle& title) {
-  const LetterLook of_text = LookOfText(rich);
-  std::optional<LetterLook> first;
+  const LetterProperties of_text = PropertiesOfText(rich);
+  std::optional<LetterProperties> first;
   title.text.clear();
   bool is_first_line = true;
   ForEachChild(rich, "p", [&](pugi::xml_node paragraph) {
@@ -83,16 +83,16 @@ void ChartTextReader::ReadText(pugi::xml_node rich, ChartTitle& title) {
       if (IsNamed(piece.name(), "br")) title.text += '\n';
       if (!IsNamed(piece.name(), "r") && !IsNamed(piece.name(), "fld")) continue;
       title.text += UnescapeText(Text(Child(piece, "t")));
-      const LetterLook look = LookOf(Child(piece, "rPr"));
-      if (!first) first = look;
-      losses_.AddIf(look != *first, kWithin);
+      const LetterProperties letters = PropertiesOf(Child(piece, "rPr"));
+      if (!first) first = letters;
+      losses_.AddIf(letters != *first, kWithin);
     }
   });
-  const LetterLook look = first.value_or(LetterLook());
-  title.size = look.size ? *look.size : of_text.size.value_or(title.size);
-  title.bold = look.bold ? *look.bold : of_text.bold.value_or(title.bold);
+  const LetterProperties letters = first.value_or(LetterProperties());
+  title.size = letters.size ? *letters.size : of_text.size.value_or(title.size);
+  title.bold = letters.bold ? *letters.bold : of_text.bold.value_or(title.bold);
   if (of_text.color != kAutomatic) title.color = of_text.color;
-  if (look.color != kAutomatic) title.color = look.color;
+  if (letters.color != kAutomatic) title.color = letters.color;
 }
 
 void ChartTextReader::ReadPlace(pugi::xml_node layout, const ChartBox& chart, ChartTitle& title) {
@@ -110,33 +110,33 @@ void ChartTextReader::ReadPlace(pugi::xml_node layout, const ChartBox& chart, Ch
 }
 
 void ChartTextReader::Letters(pugi::xml_node text, ChartAxis& axis) {
-  const LetterLook look = LookOfText(text);
+  const LetterProperties letters = PropertiesOfText(text);
   axis.scales = false;
-  axis.label_size = look.size ? *look.size : standard_.size.value_or(axis.label_size);
-  axis.label_bold = look.bold ? *look.bold : standard_.bold.value_or(axis.label_bold);
-  axis.label_color = look.color != kAutomatic ? look.color : standard_.color;
+  axis.label_size = letters.size ? *letters.size : standard_.size.value_or(axis.label_size);
+  axis.label_bold = letters.bold ? *letters.bold : standard_.bold.value_or(axis.label_bold);
+  axis.label_color = letters.color != kAutomatic ? letters.color : standard_.color;
 }
 
-ChartTextReader::LetterLook ChartTextReader::LookOfText(pugi::xml_node text) {
+ChartTextReader::LetterProperties ChartTextReader::PropertiesOfText(pugi::xml_node text) {
   const std::string_view turn = Attribute(Child(text, "bodyPr"), "rot");
   // The first is how other programs say that they choose.
   losses_.AddIf(!turn.empty() && turn != "-60000000" && turn != "0", kTurned);
-  return LookOf(Child(Child(Child(text, "p"), "pPr"), "defRPr"));
+  return PropertiesOf(Child(Child(Child(text, "p"), "pPr"), "defRPr"));
 }
 
-ChartTextReader::LetterLook ChartTextReader::LookOf(pugi::xml_node properties) {
-  LetterLook look;
+ChartTextReader::LetterProperties ChartTextReader::PropertiesOf(pugi::xml_node properties) {
+  LetterProperties letters;
   if (const auto size = Number<std::int32_t>(properties, "sz"); size && *size > 0)
-    look.size = std::clamp(*size / kSizesPerPoint, kLeastFontSize, kGreatestFontSize);
-  if (HasAttribute(properties, "b")) look.bold = Flag(properties, "b", false);
-  look.color = looks_.LetterColor(properties);
+    letters.size = std::clamp(*size / kSizesPerPoint, kLeastFontSize, kGreatestFontSize);
+  if (HasAttribute(properties, "b")) letters.bold = Flag(properties, "b", false);
+  letters.color = shapes_.LetterColor(properties);
   losses_.AddIf(Flag(properties, "i", false) || IsTold(properties, "u", "none") ||
                     IsTold(properties, "strike", "noStrike") || IsTold(properties, "cap", "none") ||
                     IsTold(properties, "baseline", "0"),
                 kLetterStyles);
   const std::string_view font = Attribute(Child(properties, "latin"), "typeface");
   losses_.AddIf(!font.empty() && !font.starts_with('+'), kFonts);
-  return look;
+  return letters;
 }
 
 }  // namespace mirelo::workbook

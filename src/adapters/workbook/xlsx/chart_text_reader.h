@@ -4,14 +4,15 @@
 #include <pugixml.hpp>
 
 #include "adapters/workbook/model/chart.h"
-#include "adapters/workbook/xlsx/look_reader.h"
+#include "adapters/workbook/xlsx/shape_properties_reader.h"
 
 namespace mirelo::workbook {
 
 // Reads the texts of a chart, and how their letters look.
 class ChartTextReader {
  public:
-  ChartTextReader(const LookReader& looks, ChartLosses& losses) : looks_(looks), losses_(losses) {}
+  ChartTextReader(const ShapePropertiesReader& shapes, ChartLosses& losses)
+      : shapes_(shapes), losses_(losses) {}
 
   // What holds for the letters of the whole chart, where a text tells nothing else: an element "txPr" or
   // null.
@@ -23,21 +24,21 @@ class ChartTextReader {
   void Letters(pugi::xml_node text, ChartAxis& axis);
 
  private:
-  struct LetterLook {
+  struct LetterProperties {
     std::optional<double> size;
     std::optional<bool> bold;
     Color color = kAutomatic;
-    friend bool operator==(const LetterLook&, const LetterLook&) = default;
+    friend bool operator==(const LetterProperties&, const LetterProperties&) = default;
   };
-  LetterLook LookOf(pugi::xml_node properties);
+  LetterProperties PropertiesOf(pugi::xml_node properties);
   // What the first paragraph says about its letters.
-  LetterLook LookOfText(pugi::xml_node text);
+  LetterProperties PropertiesOfText(pugi::xml_node text);
   void ReadText(pugi::xml_node rich, ChartTitle& title);
   void ReadPlace(pugi::xml_node layout, const ChartBox& chart, ChartTitle& title);
 
-  const LookReader& looks_;
+  const ShapePropertiesReader& shapes_;
   ChartLosses& losses_;
-  LetterLook standard_;
+  LetterProperties standard_;
 };
 
 // A share of a length, such as charts tell places by.

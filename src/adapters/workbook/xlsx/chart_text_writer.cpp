@@ -8,7 +8,7 @@
 #include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/chart_names.h"
-#include "adapters/workbook/xlsx/look_writer.h"
+#include "adapters/workbook/xlsx/shape_properties_writer.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_text.h"
 

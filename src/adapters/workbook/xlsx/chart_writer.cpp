@@ -6,8 +6,8 @@
 #include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_text_writer.h"
-#include "adapters/workbook/xlsx/look_writer.h"
 #include "adapters/workbook/xlsx/series_writer.h"
+#include "adapters/workbook/xlsx/shape_properties_writer.h"
 #include "adapters/workbook/xlsx/xml_text.h"
 
 namespace mirelo::workbook {

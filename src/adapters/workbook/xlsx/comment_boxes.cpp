@@ -66,11 +66,12 @@ std::optional<std::int32_t> CountIn(pugi::xml_node element, std::int32_t below) 
 
 }  // namespace
 
-CommentBoxes::CommentBoxes(SheetContext& context, const Relationships& links, const std::string& sheet) {
-  const Relationship* link = links.FindType("vmlDrawing");
-  if (link == nullptr || link->external) return;
+CommentBoxes::CommentBoxes(SheetContext& context, const Relationships& relationships,
+                           const std::string& sheet) {
+  const Relationship* relationship = relationships.FindType("vmlDrawing");
+  if (relationship == nullptr || relationship->external) return;
   try {
-    const XmlPart xml(context.package, link->target, "xml");
+    const XmlPart xml(context.package, relationship->target, "xml");
     ForEachChild(xml.root(), "shape", [&](pugi::xml_node shape) { ReadShape(shape); });
   } catch (const RuntimeError&) {
     boxes_.clear();

@@ -19,7 +19,7 @@ class CommentBoxes {
  public:
   // Reads the drawing that a sheet refers to, if it does. A drawing that cannot be read is a loss, not
   // damage: programs have written some that are no well-formed XML.
-  CommentBoxes(SheetContext& context, const Relationships& links, const std::string& sheet);
+  CommentBoxes(SheetContext& context, const Relationships& relationships, const std::string& sheet);
 
   // Gives a comment the size, colour and visibility of its box, those that the file tells.
   void Fit(const CellPlace& cell, Comment& comment) const;

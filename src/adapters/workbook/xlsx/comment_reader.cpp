@@ -95,10 +95,11 @@ class CommentReader {
 
 }  // namespace
 
-void ReadComments(SheetContext& context, const Relationships& links, Sheet& sheet) {
-  const CommentBoxes boxes(context, links, sheet.name);
-  const Relationship* link = links.FindType("comments");
-  if (link != nullptr && !link->external) CommentReader(context, link->target, boxes, sheet).Read();
+void ReadComments(SheetContext& context, const Relationships& relationships, Sheet& sheet) {
+  const CommentBoxes boxes(context, relationships, sheet.name);
+  const Relationship* relationship = relationships.FindType("comments");
+  if (relationship != nullptr && !relationship->external)
+    CommentReader(context, relationship->target, boxes, sheet).Read();
 }
 
 }  // namespace mirelo::workbook

@@ -6,6 +6,6 @@
 namespace mirelo::workbook {
 
 // Fills a sheet's comments from the parts that it refers to.
-void ReadComments(SheetContext& context, const Relationships& links, Sheet& sheet);
+void ReadComments(SheetContext& context, const Relationships& relationships, Sheet& sheet);
 
 }  // namespace mirelo::workbook

@@ -104,19 +104,19 @@ class ConditionReader {
     condition.op = *op;
     condition.formula1 = std::move(formulas.front());
     if (has_two) condition.formula2 = std::move(formulas.back());
-    condition.look = LookOf(rule);
+    condition.style = StyleOf(rule);
     condition.stop_if_true = Flag(rule, "stopIfTrue", false);
     return condition;
   }
 
-  ConditionalLook LookOf(pugi::xml_node rule) const {
+  DifferentialStyle StyleOf(pugi::xml_node rule) const {
     if (!HasAttribute(rule, "dxfId")) return {};
     const auto index = Number<std::size_t>(rule, "dxfId");
-    if (!index || *index >= context_.looks.size()) {
+    if (!index || *index >= context_.differential_styles.size()) {
       throw Damaged(part_, "format \"" + std::string(Attribute(rule, "dxfId")) +
                                "\" of a conditional format does not exist");
     }
-    return context_.looks[*index];
+    return context_.differential_styles[*index];
   }
 
   SheetContext& context_;

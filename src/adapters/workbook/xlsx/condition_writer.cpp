@@ -30,7 +30,7 @@ constexpr std::array<std::uint8_t, 9> kCriteria{LXW_CONDITIONAL_CRITERIA_NONE,
                                                 LXW_CONDITIONAL_CRITERIA_GREATER_THAN_OR_EQUAL_TO,
                                                 LXW_CONDITIONAL_CRITERIA_LESS_THAN_OR_EQUAL_TO};
 
-void WriteAreas(const Condition& condition, std::size_t first, std::size_t last, lxw_format* look,
+void WriteAreas(const Condition& condition, std::size_t first, std::size_t last, lxw_format* format,
                 lxw_worksheet* worksheet) {
   std::string list;
   for (std::size_t i = first; i < last; ++i)
@@ -47,7 +47,7 @@ void WriteAreas(const Condition& condition, std::size_t first, std::size_t last,
     rule.min_value_string = formula1.data();
     rule.max_value_string = formula2.data();
   }
-  rule.format = look;
+  rule.format = format;
   rule.multi_range = list.data();
   rule.stop_if_true = condition.stop_if_true ? LXW_TRUE : LXW_FALSE;
   const Area& area = condition.areas[first];
@@ -60,9 +60,9 @@ void WriteAreas(const Condition& condition, std::size_t first, std::size_t last,
 
 void WriteConditions(const Conditions& conditions, lxw_worksheet* worksheet, FormatWriter& formats) {
   for (const auto& condition : conditions.all()) {
-    lxw_format* look = formats.For(condition->look);
+    lxw_format* format = formats.For(condition->style);
     for (std::size_t first = 0; first < condition->areas.size(); first += kMostAreas) {
-      WriteAreas(*condition, first, std::min(first + kMostAreas, condition->areas.size()), look, worksheet);
+      WriteAreas(*condition, first, std::min(first + kMostAreas, condition->areas.size()), format, worksheet);
     }
   }
 }

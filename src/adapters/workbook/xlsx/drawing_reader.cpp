@@ -68,7 +68,7 @@ class DrawingReader {
   DrawingReader(SheetContext& context, const std::string& part, Sheet& sheet)
       : context_(context),
         xml_(context.package, part, "wsDr"),
-        links_(context.package, part),
+        relationships_(context.package, part),
         sheet_(sheet),
         measure_(sheet) {}
 
@@ -99,14 +99,14 @@ class DrawingReader {
     }
     context_.budget.TakeChart(xml_.name());
     context_.budget.TakeText(name.size(), xml_.name());
-    const Relationship* link = links_.FindId(Attribute(reference, "id"));
-    if (link == nullptr || link->external)
+    const Relationship* relationship = relationships_.FindId(Attribute(reference, "id"));
+    if (relationship == nullptr || relationship->external)
       throw Damaged(xml_.name(), "the chart \"" + name + "\" has no part");
-    if (link->type != "chart") {
+    if (relationship->type != "chart") {
       Lose("the chart \"" + name + "\", of a type of newer programs");
       return;
     }
-    ChartInFile read = ReadChart(context_, link->target, PlaceOf(anchor));
+    ChartInFile read = ReadChart(context_, relationship->target, PlaceOf(anchor));
     const std::string title = read.title.empty() ? name : read.title;
     if (read.chart == nullptr) {
       Lose("the chart \"" + title + "\", of the type \"" + read.type + "\"");
@@ -184,16 +184,17 @@ class DrawingReader {
 
   SheetContext& context_;
   XmlPart xml_;
-  Relationships links_;
+  Relationships relationships_;
   Sheet& sheet_;
   SheetMeasure measure_;
 };
 
 }  // namespace
 
-void ReadCharts(SheetContext& context, const Relationships& links, Sheet& sheet) {
-  for (const Relationship& link : links.all()) {
-    if (link.type == "drawing" && !link.external) DrawingReader(context, link.target, sheet).Read();
+void ReadCharts(SheetContext& context, const Relationships& relationships, Sheet& sheet) {
+  for (const Relationship& relationship : relationships.all()) {
+    if (relationship.type == "drawing" && !relationship.external)
+      DrawingReader(context, relationship.target, sheet).Read();
   }
 }
 

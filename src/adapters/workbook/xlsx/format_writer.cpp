@@ -39,7 +39,7 @@ constexpr std::array<void (*)(lxw_format*, std::uint8_t), 4> kSetLine{format_set
 constexpr std::array<void (*)(lxw_format*, lxw_color_t), 4> kSetLineColor{
     format_set_left_color, format_set_right_color, format_set_top_color, format_set_bottom_color};
 
-// What both a font and a condition's look say of letters.
+// What both a font and a condition's style say of letters.
 template <class Letters>
 void SetLetters(lxw_format* format, const Letters& letters) {
   if (letters.bold) format_set_bold(format);
@@ -120,17 +120,18 @@ lxw_format* FormatWriter::For(StyleId id) {
   return format;
 }
 
-lxw_format* FormatWriter::For(const ConditionalLook& look) {
-  if (look == ConditionalLook()) return nullptr;
+lxw_format* FormatWriter::For(const DifferentialStyle& style) {
+  if (style == DifferentialStyle()) return nullptr;
   lxw_format* format = Add();
-  SetLetters(format, look);
-  if (!look.number_format.empty()) format_set_num_format(format, look.number_format.c_str());
-  if (look.fill.pattern == kSolid) {
-    format_set_bg_color(format, WriterColor(look.fill.foreground));  // conditions have it the other way round
+  SetLetters(format, style);
+  if (!style.number_format.empty()) format_set_num_format(format, style.number_format.c_str());
+  if (style.fill.pattern == kSolid) {
+    format_set_bg_color(format,
+                        WriterColor(style.fill.foreground));  // conditions have it the other way round
   } else {
-    SetFill(format, look.fill);
+    SetFill(format, style.fill);
   }
-  SetBorder(format, look.border);
+  SetBorder(format, style.border);
   return format;
 }
 

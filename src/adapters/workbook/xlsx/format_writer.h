@@ -12,16 +12,16 @@ namespace mirelo::workbook {
 // A colour as the file writer takes it.
 lxw_color_t WriterColor(Color color);
 
-// Makes the file writer's formats for a workbook's styles, each when it is first wanted, and for the looks
-// that conditions give.
+// Makes the file writer's formats for a workbook's styles, each when it is first wanted, and for the
+// differential styles that conditions give.
 class FormatWriter {
  public:
   FormatWriter(lxw_workbook* workbook, const StyleTable& styles)
       : workbook_(workbook), styles_(styles), formats_(styles.Count(), nullptr) {}
 
   lxw_format* For(StyleId id);
-  // A format of its own for each call; null when the look changes nothing.
-  lxw_format* For(const ConditionalLook& look);
+  // A format of its own for each call; null when the style changes nothing.
+  lxw_format* For(const DifferentialStyle& style);
 
  private:
   lxw_format* Add();

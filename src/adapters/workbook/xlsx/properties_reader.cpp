@@ -30,20 +30,21 @@ constexpr std::array<Field, 2> kExtendedFields{{
     {"Company", &DocumentProperties::company},
 }};
 
-void ReadFields(Package& package, const Relationship* link, std::string_view root,
+void ReadFields(Package& package, const Relationship* relationship, std::string_view root,
                 std::span<const Field> fields, DocumentProperties& properties) {
-  if (link == nullptr || link->external || !package.Has(link->target)) return;
-  const XmlPart xml(package, link->target, root);
+  if (relationship == nullptr || relationship->external || !package.Has(relationship->target)) return;
+  const XmlPart xml(package, relationship->target, root);
   for (const auto& [element, member] : fields)
     properties.*member = CleanText(Text(Child(xml.root(), element)));
 }
 
 }  // namespace
 
-DocumentProperties ReadProperties(Package& package, const Relationships& links) {
+DocumentProperties ReadProperties(Package& package, const Relationships& relationships) {
   DocumentProperties properties;
-  ReadFields(package, links.FindType("core-properties"), "coreProperties", kCoreFields, properties);
-  ReadFields(package, links.FindType("extended-properties"), "Properties", kExtendedFields, properties);
+  ReadFields(package, relationships.FindType("core-properties"), "coreProperties", kCoreFields, properties);
+  ReadFields(package, relationships.FindType("extended-properties"), "Properties", kExtendedFields,
+             properties);
   return properties;
 }
 

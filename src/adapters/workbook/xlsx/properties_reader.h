@@ -6,6 +6,6 @@
 namespace mirelo::workbook {
 
 // The document's properties, from the parts that the package refers to.
-DocumentProperties ReadProperties(Package& package, const Relationships& links);
+DocumentProperties ReadProperties(Package& package, const Relationships& relationships);
 
 }  // namespace mirelo::workbook

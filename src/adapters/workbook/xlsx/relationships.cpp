@@ -38,35 +38,37 @@ std::string LastWord(std::string_view address) {
 
 }  // namespace
 
-std::vector<Relationship> LinksIn(pugi::xml_node list, const std::string& part) {
-  std::vector<Relationship> links;
+std::vector<Relationship> RelationshipsIn(pugi::xml_node list, const std::string& part) {
+  std::vector<Relationship> relationships;
   ForEachChild(list, "Relationship", [&](pugi::xml_node node) {
-    Relationship link{std::string(Attribute(node, "Id")), LastWord(Attribute(node, "Type")),
-                      std::string(Attribute(node, "Target")), Attribute(node, "TargetMode") == "External"};
-    if (!link.external) link.target = Resolve(FolderOf(part), link.target);
-    links.push_back(std::move(link));
+    Relationship relationship{std::string(Attribute(node, "Id")), LastWord(Attribute(node, "Type")),
+                              std::string(Attribute(node, "Target")),
+                              Attribute(node, "TargetMode") == "External"};
+    if (!relationship.external) relationship.target = Resolve(FolderOf(part), relationship.target);
+    relationships.push_back(std::move(relationship));
   });
-  return links;
+  return relationships;
 }
 
-std::string LinkListOf(const std::string& part) {
+std::string RelationshipsPartOf(const std::string& part) {
   const std::string folder = FolderOf(part);
   return folder + "_rels/" + part.substr(folder.size()) + ".rels";
 }
 
 Relationships::Relationships(Package& package, const std::string& part) {
-  const std::string list = LinkListOf(part);
-  if (package.Has(list)) all_ = LinksIn(XmlPart(package, list, "Relationships").root(), part);
+  const std::string list = RelationshipsPartOf(part);
+  if (package.Has(list)) all_ = RelationshipsIn(XmlPart(package, list, "Relationships").root(), part);
 }
 
 const Relationship* Relationships::FindId(std::string_view id) const {
-  const auto found = std::find_if(all_.begin(), all_.end(), [&](const auto& link) { return link.id == id; });
+  const auto found =
+      std::find_if(all_.begin(), all_.end(), [&](const auto& relationship) { return relationship.id == id; });
   return found == all_.end() ? nullptr : &*found;
 }
 
 const Relationship* Relationships::FindType(std::string_view type) const {
-  const auto found =
-      std::find_if(all_.begin(), all_.end(), [&](const auto& link) { return link.type == type; });
+  const auto found = std::find_if(all_.begin(), all_.end(),
+                                  [&](const auto& relationship) { return relationship.type == type; });
   return found == all_.end() ? nullptr : &*found;
 }
 

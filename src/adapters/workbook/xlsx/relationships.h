@@ -9,7 +9,7 @@
 
 namespace mirelo::workbook {
 
-// A link from one part to another, or to something outside of the file.
+// A reference from one part to another, or to something outside of the file.
 struct Relationship {
   std::string id;
   std::string type;    // the last word of its type's address, such as "worksheet"
@@ -17,11 +17,11 @@ struct Relationship {
   bool external = false;
 };
 
-// Those that a list, whose root element is given, tells of a part.
-std::vector<Relationship> LinksIn(pugi::xml_node list, const std::string& part);
+// Those of `part`, as the part that lists them (its root element is `list`) tells them.
+std::vector<Relationship> RelationshipsIn(pugi::xml_node list, const std::string& part);
 
 // The name of the part that lists another one's relationships; of the whole package for an empty name.
-std::string LinkListOf(const std::string& part);
+std::string RelationshipsPartOf(const std::string& part);
 
 class Relationships {
  public:

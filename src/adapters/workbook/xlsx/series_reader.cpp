@@ -37,8 +37,8 @@ SeriesReader::Result SeriesReader::Read(pugi::xml_node node) {
   Result result;
   ChartSeries& series = result.series;
   const pugi::xml_node shape = Child(node, "spPr");
-  series.line = looks_.Line(shape);
-  series.shadow = looks_.Shadow(shape);
+  series.line = shapes_.Line(shape);
+  series.shadow = shapes_.Shadow(shape);
   if (is_line_) {
     ReadMarker(Child(node, "marker"), series);
     series.smooth = Flag(Child(node, "smooth"), "val", static_cast<bool>(Child(node, "smooth")));
@@ -58,20 +58,20 @@ void SeriesReader::ReadMarker(pugi::xml_node marker, ChartSeries& series) const 
     series.marker = host::excel::xlMarkerStyleNone;
   losses_.AddIf(Attribute(Child(marker, "symbol"), "val") == "picture", "pictures as markers");
   series.marker_size = SizeOf(marker, series.marker_size);
-  series.background = looks_.PlainFill(shape);
-  series.foreground = looks_.Edge(shape);
-  looks_.RefuseEffects(shape);
+  series.background = shapes_.PlainFill(shape);
+  series.foreground = shapes_.Edge(shape);
+  shapes_.RefuseEffects(shape);
 }
 
 // Columns and, in an extension, what they will have when they become a line.
 void SeriesReader::ReadColumns(pugi::xml_node node, ChartSeries& series) const {
-  series.background = looks_.PlainFill(Child(node, "spPr"));
+  series.background = shapes_.PlainFill(Child(node, "spPr"));
   losses_.AddIf(Flag(Child(node, "invertIfNegative"), "val", false), kColumnEffects);
   const pugi::xml_node more = OwnExtension(node);
   const pugi::xml_node marker = Child(more, "marker");
   series.marker = SymbolOf(marker);
   series.marker_size = SizeOf(marker, series.marker_size);
-  series.foreground = looks_.Edge(Child(marker, "spPr"));
+  series.foreground = shapes_.Edge(Child(marker, "spPr"));
   series.smooth = Flag(Child(more, "smooth"), "val", false);
 }
 
@@ -93,17 +93,17 @@ void SeriesReader::ReadPoints(pugi::xml_node node, ChartSeries& series) {
 void SeriesReader::ReadPoint(pugi::xml_node node, const ChartSeries& series, ChartPoint& point) const {
   const pugi::xml_node shape = Child(node, "spPr");
   const pugi::xml_node marker = Child(node, "marker");
-  point.line = looks_.Line(shape);
-  looks_.RefuseEffects(shape);
+  point.line = shapes_.Line(shape);
+  shapes_.RefuseEffects(shape);
   ReportPoint(node, losses_);
   if (!is_line_) {
-    point.background = looks_.PlainFill(shape);
-    point.foreground = looks_.Edge(Child(OwnExtension(node), "marker"));
+    point.background = shapes_.PlainFill(shape);
+    point.foreground = shapes_.Edge(Child(OwnExtension(node), "marker"));
     return;
   }
-  point.background = looks_.PlainFill(Child(marker, "spPr"));
-  point.foreground = looks_.Edge(Child(marker, "spPr"));
-  looks_.RefuseEffects(Child(marker, "spPr"));
+  point.background = shapes_.PlainFill(Child(marker, "spPr"));
+  point.foreground = shapes_.Edge(Child(marker, "spPr"));
+  shapes_.RefuseEffects(Child(marker, "spPr"));
   losses_.AddIf(HasShape(marker) && (SymbolOf(marker) != series.marker ||
                                      SizeOf(marker, series.marker_size) != series.marker_size),
                 kPointMarkers);

@@ -5,7 +5,7 @@
 
 #include "adapters/workbook/model/chart.h"
 #include "adapters/workbook/xlsx/load_budget.h"
-#include "adapters/workbook/xlsx/look_reader.h"
+#include "adapters/workbook/xlsx/shape_properties_reader.h"
 
 namespace mirelo::workbook {
 
@@ -13,9 +13,9 @@ namespace mirelo::workbook {
 class SeriesReader {
  public:
   // `has_markers`: whether lines have markers where they tell none.
-  SeriesReader(const LookReader& looks, ChartLosses& losses, LoadBudget& budget, const std::string& part,
-               bool is_line, bool has_markers)
-      : looks_(looks),
+  SeriesReader(const ShapePropertiesReader& shapes, ChartLosses& losses, LoadBudget& budget,
+               const std::string& part, bool is_line, bool has_markers)
+      : shapes_(shapes),
         losses_(losses),
         budget_(budget),
         part_(part),
@@ -35,7 +35,7 @@ class SeriesReader {
   void ReadPoint(pugi::xml_node node, const ChartSeries& series, ChartPoint& point) const;
   std::string FormulaOf(pugi::xml_node values) const;
 
-  const LookReader& looks_;
+  const ShapePropertiesReader& shapes_;
   ChartLosses& losses_;
   LoadBudget& budget_;
   const std::string& part_;

@@ -8,7 +8,7 @@
 #include "adapters/workbook/address.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_text_writer.h"
-#include "adapters/workbook/xlsx/look_writer.h"
+#include "adapters/workbook/xlsx/shape_properties_writer.h"
 #include "adapters/workbook/xlsx/xml_text.h"
 
 namespace mirelo::workbook {

@@ -13,11 +13,11 @@ struct SharedString {
   bool rich = false;  // several formats within the text
 };
 
-// A text element ("si" or "is"): a single text, or runs with formats of their own, joined. Readings in
-// another script are left out.
+// The string of an element "si" or "is": a single text, or runs with formats of their own, joined. Readings
+// in another script are left out.
 SharedString ReadText(pugi::xml_node element);
 
-// A file's list of texts, in the order in which cells refer to them.
+// The shared strings of a file, in the order of the indexes by which cells refer to them.
 std::vector<SharedString> ReadSharedStrings(Package& package, const std::string& part);
 
 }  // namespace mirelo::workbook

@@ -35,7 +35,7 @@ bool IsAsLoaded(const Conditions& a, const Conditions& b) {
                     [](const auto& one, const auto& other) {
                       return one->areas == other->areas && one->op == other->op &&
                              one->formula1 == other->formula1 && one->formula2 == other->formula2 &&
-                             one->look == other->look && one->stop_if_true == other->stop_if_true;
+                             one->style == other->style && one->stop_if_true == other->stop_if_true;
                     });
 }
 

@@ -131,9 +131,9 @@ constexpr std::array kPackageParts = std::to_array<PartWord>({
 });
 
 template <class Report>
-void ReportParts(const Relationships& links, std::span<const PartWord> kinds, Report&& report) {
-  for (const Relationship& link : links.all()) {
-    const std::string meaning = MeaningOf(kinds, link.type);
+void ReportParts(const Relationships& relationships, std::span<const PartWord> kinds, Report&& report) {
+  for (const Relationship& relationship : relationships.all()) {
+    const std::string meaning = MeaningOf(kinds, relationship.type);
     if (!meaning.empty()) report(meaning);
   }
 }
@@ -168,24 +168,25 @@ void AddOfWorkbook(const std::string& meaning, Losses& losses) {
 
 }  // namespace
 
-void ReportSheetLosses(pugi::xml_node worksheet, const Relationships& links, const std::string& sheet,
+void ReportSheetLosses(pugi::xml_node worksheet, const Relationships& relationships, const std::string& sheet,
                        Losses& losses) {
   const auto report = [&](const std::string& meaning) { losses.Add(sheet, "not kept: " + meaning + "."); };
   ReportElements(worksheet, kSheetElements, report);
-  ReportParts(links, kSheetParts, report);
+  ReportParts(relationships, kSheetParts, report);
   ReportViews(worksheet, sheet, losses);
   ReportGroups(worksheet, sheet, losses);
 }
 
-void ReportWorkbookLosses(pugi::xml_node workbook, const Relationships& links, Losses& losses) {
+void ReportWorkbookLosses(pugi::xml_node workbook, const Relationships& relationships, Losses& losses) {
   const auto report = [&](const std::string& meaning) { AddOfWorkbook(meaning, losses); };
   ReportElements(workbook, kWorkbookElements, report);
-  ReportParts(links, kWorkbookParts, report);
+  ReportParts(relationships, kWorkbookParts, report);
 }
 
-void ReportPackageLosses(const Relationships& links, Losses& losses) {
-  ReportParts(links, kPackageParts, [&](const std::string& meaning) { AddOfWorkbook(meaning, losses); });
-  if (links.FindType("origin") != nullptr)
+void ReportPackageLosses(const Relationships& relationships, Losses& losses) {
+  ReportParts(relationships, kPackageParts,
+              [&](const std::string& meaning) { AddOfWorkbook(meaning, losses); });
+  if (relationships.FindType("origin") != nullptr)
     losses.Add({Loss::Of::File, "Workbook: not kept: the digital signature.", ""});
 }
 

@@ -31,11 +31,12 @@ std::int32_t PixelsOfWidth(double digits) {
 }
 
 // Tables have names that formulas elsewhere use; pivot tables have caches, slicers and timelines.
-bool IsReferredTo(const Relationships& links) {
-  return std::any_of(links.all().begin(), links.all().end(), [](const Relationship& link) {
-    return link.type == "table" || link.type == "pivotTable" || link.type == "slicer" ||
-           link.type == "timeline";
-  });
+bool IsReferredTo(const Relationships& relationships) {
+  return std::any_of(relationships.all().begin(), relationships.all().end(),
+                     [](const Relationship& relationship) {
+                       return relationship.type == "table" || relationship.type == "pivotTable" ||
+                              relationship.type == "slicer" || relationship.type == "timeline";
+                     });
 }
 
 class SheetReader {
@@ -56,11 +57,11 @@ class SheetReader {
     sheet_.styles = layers_.Build(context_.budget, xml_.name());
     cells_.ReportLosses();
     ReadConditions(context_, xml_.name(), root, sheet_);
-    const Relationships links(context_.package, xml_.name());
-    ReadComments(context_, links, sheet_);
-    ReadCharts(context_, links, sheet_);
-    ReportSheetLosses(root, links, sheet_.name, context_.losses);
-    return {Flag(view, "tabSelected", false), IsReferredTo(links)};
+    const Relationships relationships(context_.package, xml_.name());
+    ReadComments(context_, relationships, sheet_);
+    ReadCharts(context_, relationships, sheet_);
+    ReportSheetLosses(root, relationships, sheet_.name, context_.losses);
+    return {Flag(view, "tabSelected", false), IsReferredTo(relationships)};
   }
 
  private:

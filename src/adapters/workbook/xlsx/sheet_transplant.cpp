@@ -45,8 +45,8 @@ class Tag {
 
 class Transplant {
  public:
-  Transplant(const StylePlaces& styles, const std::vector<std::string>& shared_texts, bool is_selected)
-      : styles_(styles), shared_texts_(shared_texts), is_selected_(is_selected) {}
+  Transplant(const StyleIndexes& styles, const std::vector<std::string>& shared_strings, bool is_selected)
+      : styles_(styles), shared_strings_(shared_strings), is_selected_(is_selected) {}
 
   std::string Of(std::string_view sheet) {
     out_.reserve(sheet.size() + sheet.size() / 8);
@@ -69,7 +69,7 @@ class Transplant {
       return;
     }
     const auto place = ParseWhole<std::size_t>(content);
-    if (place && *place < shared_texts_.size()) out_ += shared_texts_[*place];
+    if (place && *place < shared_strings_.size()) out_ += shared_strings_[*place];
   }
 
   void AddTag(std::string_view text) {
@@ -78,7 +78,7 @@ class Transplant {
     if (name == "c") return AddCell(text);
     if (name == "row") return AddMapped(tag, text, " s=\"", styles_.cells);
     if (name == "col") return AddMapped(tag, text, " style=\"", styles_.cells);
-    if (name == "cfRule") return AddMapped(tag, text, " dxfId=\"", styles_.looks);
+    if (name == "cfRule") return AddMapped(tag, text, " dxfId=\"", styles_.differential);
     if (name == "sheetView") return AddView(tag, text);
     if (is_shared_text_ && (text == "<v>" || text == "</v>")) {
       out_ += text == "<v>" ? "<is>" : "</is>";
@@ -105,11 +105,11 @@ class Transplant {
   }
 
   void AddMapped(const Tag& tag, std::string_view text, std::string_view mark,
-                 const std::vector<std::size_t>& places) {
+                 const std::vector<std::size_t>& new_indexes) {
     const auto value = tag.Value(mark);
     const auto old = value ? ParseWhole<std::size_t>(*value) : std::nullopt;
-    if (old && *old < places.size()) {
-      out_ += tag.With(mark, std::to_string(places[*old]));
+    if (old && *old < new_indexes.size()) {
+      out_ += tag.With(mark, std::to_string(new_indexes[*old]));
     } else {
       out_ += text;
     }
@@ -126,8 +126,8 @@ class Transplant {
     }
   }
 
-  const StylePlaces& styles_;
-  const std::vector<std::string>& shared_texts_;
+  const StyleIndexes& styles_;
+  const std::vector<std::string>& shared_strings_;
   bool is_selected_;
   bool is_shared_text_ = false;  // of the cell being copied
   std::string out_;
@@ -135,12 +135,12 @@ class Transplant {
 
 }  // namespace
 
-std::string TransplantSheet(std::string_view sheet, const StylePlaces& styles,
-                            const std::vector<std::string>& shared_texts, bool is_selected) {
-  return Transplant(styles, shared_texts, is_selected).Of(sheet);
+std::string TransplantSheet(std::string_view sheet, const StyleIndexes& styles,
+                            const std::vector<std::string>& shared_strings, bool is_selected) {
+  return Transplant(styles, shared_strings, is_selected).Of(sheet);
 }
 
-std::vector<std::string> SharedTextsIn(std::string_view part) {
+std::vector<std::string> SharedStringsIn(std::string_view part) {
   constexpr std::string_view kStart = "<si>";
   constexpr std::string_view kEnd = "</si>";
   std::vector<std::string> texts;

@@ -20,15 +20,15 @@ class StyleList {
   StyleList(EditableXml& xml, std::string_view name, std::initializer_list<std::string_view> followers)
       : xml_(xml), list_(xml.ChildFor(xml.root(), name, followers)) {
     for (const pugi::xml_node item : list_.children()) {
-      if (item.type() == pugi::node_element) places_.try_emplace(TextOf(item), count_++);
+      if (item.type() == pugi::node_element) indexes_.try_emplace(TextOf(item), count_++);
     }
   }
 
-  // Adds a copy of the item, unless the list has it; its place.
+  // Adds a copy of the item, unless the list has it; its index.
   std::size_t Add(pugi::xml_node item) {
     pugi::xml_node copy = list_.append_copy(item);
     TakePrefix(copy);
-    const auto [known, is_new] = places_.try_emplace(TextOf(copy), count_);
+    const auto [known, is_new] = indexes_.try_emplace(TextOf(copy), count_);
     if (!is_new) {
       list_.remove_child(copy);
       return known->second;
@@ -48,7 +48,7 @@ class StyleList {
 
   EditableXml& xml_;
   pugi::xml_node list_;
-  std::map<std::string, std::size_t> places_;
+  std::map<std::string, std::size_t> indexes_;
   std::size_t count_ = 0;
 };
 
@@ -112,7 +112,7 @@ class StyleMerger {
   StyleMerger(const std::string& part, std::string_view into, std::string_view from)
       : into_(part, into), from_(part, from) {}
 
-  StylePlaces Merge() {
+  StyleIndexes Merge() {
     MergeNumberFormats();
     const auto fonts = MergeList("fonts", {"fills", "borders", "cellStyleXfs", "cellXfs", "cellStyles",
                                            "dxfs", "tableStyles", "colors", "extLst"});
@@ -126,13 +126,13 @@ class StyleMerger {
       Renumber(format, "borderId", borders);
       RenumberFormat(format);
     });
-    ForEachChild(Child(from_.root(), "dxfs"), "dxf", [&](pugi::xml_node look) {
-      if (const pugi::xml_node format = Child(look, "numFmt")) RenumberFormat(format);
+    ForEachChild(Child(from_.root(), "dxfs"), "dxf", [&](pugi::xml_node dxf) {
+      if (const pugi::xml_node format = Child(dxf, "numFmt")) RenumberFormat(format);
     });
-    StylePlaces places;
-    places.cells = MergeList("cellXfs", {"cellStyles", "dxfs", "tableStyles", "colors", "extLst"});
-    places.looks = MergeList("dxfs", {"tableStyles", "colors", "extLst"});
-    return places;
+    StyleIndexes indexes;
+    indexes.cells = MergeList("cellXfs", {"cellStyles", "dxfs", "tableStyles", "colors", "extLst"});
+    indexes.differential = MergeList("dxfs", {"tableStyles", "colors", "extLst"});
+    return indexes;
   }
 
   std::string Text() const { return into_.Text(); }
@@ -145,8 +145,8 @@ class StyleMerger {
           std::to_string(formats.NumberFor(std::string(Attribute(node, "formatCode"))));
     };
     ForEachChild(Child(from_.root(), "numFmts"), "numFmt", take);
-    ForEachChild(Child(from_.root(), "dxfs"), "dxf", [&](pugi::xml_node look) {
-      if (const pugi::xml_node format = Child(look, "numFmt")) take(format);
+    ForEachChild(Child(from_.root(), "dxfs"), "dxf", [&](pugi::xml_node dxf) {
+      if (const pugi::xml_node format = Child(dxf, "numFmt")) take(format);
     });
     ForEachChild(Child(from_.root(), "cellXfs"), "xf", [&](pugi::xml_node format) {
       const auto number = Number<std::int32_t>(format, "numFmtId").value_or(0);
@@ -158,20 +158,20 @@ class StyleMerger {
 
   std::vector<std::size_t> MergeList(std::string_view name,
                                      std::initializer_list<std::string_view> followers) {
-    std::vector<std::size_t> places;
+    std::vector<std::size_t> indexes;
     const pugi::xml_node from = Child(from_.root(), name);
-    if (!from.first_child()) return places;
+    if (!from.first_child()) return indexes;
     StyleList list(into_, name, followers);
     for (const pugi::xml_node item : from.children()) {
-      if (item.type() == pugi::node_element) places.push_back(list.Add(item));
+      if (item.type() == pugi::node_element) indexes.push_back(list.Add(item));
     }
-    return places;
+    return indexes;
   }
 
   static void Renumber(pugi::xml_node format, std::string_view attribute,
-                       const std::vector<std::size_t>& places) {
-    const auto place = Number<std::size_t>(format, attribute).value_or(0);
-    if (place < places.size()) SetAttribute(format, attribute, std::to_string(places[place]));
+                       const std::vector<std::size_t>& indexes) {
+    const auto index = Number<std::size_t>(format, attribute).value_or(0);
+    if (index < indexes.size()) SetAttribute(format, attribute, std::to_string(indexes[index]));
   }
 
   void RenumberFormat(pugi::xml_node node) {
@@ -186,12 +186,12 @@ class StyleMerger {
 
 }  // namespace
 
-StylePlaces MergeStyles(const std::string& part, std::string_view into, std::string_view from,
-                        std::string& merged) {
+StyleIndexes MergeStyles(const std::string& part, std::string_view into, std::string_view from,
+                         std::string& merged) {
   StyleMerger merger(part, into, from);
-  StylePlaces places = merger.Merge();
+  StyleIndexes indexes = merger.Merge();
   merged = merger.Text();
-  return places;
+  return indexes;
 }
 
 }  // namespace mirelo::workbook

@@ -8,15 +8,16 @@
 
 namespace mirelo::workbook {
 
-// Where the formats of one style part have gone in another: by their old places, their new ones.
-struct StylePlaces {
-  std::vector<std::size_t> cells;
-  std::vector<std::size_t> looks;  // of conditions
+// Where the formats of one style part have gone in another: element i is the new index of the one that had
+// index i.
+struct StyleIndexes {
+  std::vector<std::size_t> cells;         // of the formats of cells ("xf")
+  std::vector<std::size_t> differential;  // of differential styles ("dxf")
 };
 
 // Adds to a style part (named for errors) the formats of one that the file writer wrote, those that it does
 // not have yet. `merged` becomes the text of the whole.
-StylePlaces MergeStyles(const std::string& part, std::string_view into, std::string_view from,
-                        std::string& merged);
+StyleIndexes MergeStyles(const std::string& part, std::string_view into, std::string_view from,
+                         std::string& merged);
 
 }  // namespace mirelo::workbook

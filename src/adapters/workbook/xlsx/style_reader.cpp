@@ -45,9 +45,9 @@ class StyleReader {
     if (styles.cells.empty()) styles.cells.emplace_back();
     styles.are_lossy.resize(styles.cells.size());
     is_lossy_ = false;
-    styles.looks =
-        ReadList<ConditionalLook>(Child(root, "dxfs"), "dxf", [&](pugi::xml_node n) { return ReadLook(n); });
-    styles.are_looks_lossy = is_lossy_;
+    styles.differential = ReadList<DifferentialStyle>(Child(root, "dxfs"), "dxf",
+                                                      [&](pugi::xml_node n) { return ReadDifferential(n); });
+    styles.are_differential_lossy = is_lossy_;
     return styles;
   }
 
@@ -142,23 +142,23 @@ class StyleReader {
     return style;
   }
 
-  ConditionalLook ReadLook(pugi::xml_node node) {
-    ConditionalLook look;
+  DifferentialStyle ReadDifferential(pugi::xml_node node) {
+    DifferentialStyle style;
     const FontStyle font = ReadFont(Child(node, "font"));
-    look.bold = font.bold;
-    look.italic = font.italic;
-    look.strikeout = font.strikeout;
-    look.underline = font.underline;
-    look.color = font.color;
-    look.fill = ReadConditionalFill(Child(node, "fill"));
+    style.bold = font.bold;
+    style.italic = font.italic;
+    style.strikeout = font.strikeout;
+    style.underline = font.underline;
+    style.color = font.color;
+    style.fill = ReadConditionalFill(Child(node, "fill"));
     if (const pugi::xml_node border = Child(node, "border")) {
-      look.border = ReadBorder(border);
-      look.border.edges[static_cast<std::size_t>(Edge::Diagonal)] = {};  // no condition draws one
-      look.border.diagonals = 0;
+      style.border = ReadBorder(border);
+      style.border.edges[static_cast<std::size_t>(Edge::Diagonal)] = {};  // no condition draws one
+      style.border.diagonals = 0;
     }
     if (const pugi::xml_node format = Child(node, "numFmt"))
-      look.number_format = UsableFormat(CleanText(Attribute(format, "formatCode")));
-    return look;
+      style.number_format = UsableFormat(CleanText(Attribute(format, "formatCode")));
+    return style;
   }
 
   // A condition's pattern is solid unless told, and its colour is that of the background.

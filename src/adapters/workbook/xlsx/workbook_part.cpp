@@ -21,8 +21,13 @@ std::vector<pugi::xml_node> EntriesOf(pugi::xml_node workbook) {
 class WorkbookPart {
  public:
   WorkbookPart(const std::string& part, std::string_view text, const Book& book,
-               const std::vector<LoadedBook::Entry>& old, const std::map<const Sheet*, std::string>& links)
-      : xml_(part, text), book_(book), old_(old), links_(links), old_entries_(EntriesOf(xml_.root())) {}
+               const std::vector<LoadedBook::Entry>& old,
+               const std::map<const Sheet*, std::string>& relationship_ids)
+      : xml_(part, text),
+        book_(book),
+        old_(old),
+        relationship_ids_(relationship_ids),
+        old_entries_(EntriesOf(xml_.root())) {}
 
   std::string Rewrite() {
     PlanEntries();
@@ -68,7 +73,7 @@ class WorkbookPart {
 
   void WriteEntries() {
     pugi::xml_node list = Child(xml_.root(), "sheets");
-    const std::string link_name = LinkName();
+    const std::string id_name = IdAttributeName();
     std::uint32_t last_id = 0;
     for (const pugi::xml_node node : old_entries_)
       last_id = std::max(last_id, Number<std::uint32_t>(node, "sheetId").value_or(0));
@@ -81,19 +86,19 @@ class WorkbookPart {
       SetAttribute(node, "name", entry.sheet->name);
       if (is_new) {
         SetAttribute(node, "sheetId", std::to_string(++last_id));
-        DeclareLinks(node, link_name);
+        DeclareRelationships(node, id_name);
       }
       WriteState(node, *entry.sheet);
-      const auto link = links_.find(entry.sheet);
-      if (link == links_.end()) continue;
-      pugi::xml_attribute id = node.attribute(link_name.c_str());
-      if (!id) id = node.append_attribute(link_name.c_str());
-      id.set_value(link->second.c_str());
+      const auto id_of_sheet = relationship_ids_.find(entry.sheet);
+      if (id_of_sheet == relationship_ids_.end()) continue;
+      pugi::xml_attribute id = node.attribute(id_name.c_str());
+      if (!id) id = node.append_attribute(id_name.c_str());
+      id.set_value(id_of_sheet->second.c_str());
     }
   }
 
   // The full name of the attribute that holds a sheet's relationship.
-  std::string LinkName() const {
+  std::string IdAttributeName() const {
     for (const pugi::xml_node node : old_entries_) {
       for (const pugi::xml_attribute attribute : node.attributes()) {
         if (IsNamed(attribute.name(), "id")) return attribute.name();
@@ -103,11 +108,12 @@ class WorkbookPart {
   }
 
   // Other entries may bring the declaration of that name's prefix each for itself.
-  static void DeclareLinks(pugi::xml_node node, const std::string& link_name) {
-    constexpr const char* kLinks = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
-    const std::size_t colon = link_name.find(':');
+  static void DeclareRelationships(pugi::xml_node node, const std::string& id_name) {
+    constexpr const char* kRelationships =
+        "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+    const std::size_t colon = id_name.find(':');
     if (colon != std::string::npos)
-      node.append_attribute(("xmlns:" + link_name.substr(0, colon)).c_str()) = kLinks;
+      node.append_attribute(("xmlns:" + id_name.substr(0, colon)).c_str()) = kRelationships;
   }
 
   static void WriteState(pugi::xml_node node, const Sheet& sheet) {
@@ -139,24 +145,24 @@ class WorkbookPart {
   EditableXml xml_;
   const Book& book_;
   const std::vector<LoadedBook::Entry>& old_;
-  const std::map<const Sheet*, std::string>& links_;
+  const std::map<const Sheet*, std::string>& relationship_ids_;
   std::vector<pugi::xml_node> old_entries_;
   std::vector<Entry> entries_;
 };
 
 }  // namespace
 
-std::vector<std::string> SheetLinks(const std::string& part, std::string_view text) {
+std::vector<std::string> SheetRelationshipIds(const std::string& part, std::string_view text) {
   const EditableXml xml(part, text);
-  std::vector<std::string> links;
-  for (const pugi::xml_node entry : EntriesOf(xml.root())) links.emplace_back(Attribute(entry, "id"));
-  return links;
+  std::vector<std::string> ids;
+  for (const pugi::xml_node entry : EntriesOf(xml.root())) ids.emplace_back(Attribute(entry, "id"));
+  return ids;
 }
 
 std::string RewriteWorkbookPart(const std::string& part, std::string_view text, const Book& book,
                                 const std::vector<LoadedBook::Entry>& old,
-                                const std::map<const Sheet*, std::string>& links) {
-  return WorkbookPart(part, text, book, old, links).Rewrite();
+                                const std::map<const Sheet*, std::string>& relationship_ids) {
+  return WorkbookPart(part, text, book, old, relationship_ids).Rewrite();
 }
 
 }  // namespace mirelo::workbook

@@ -22,10 +22,11 @@ namespace mirelo::workbook {
 
 namespace {
 
-std::string WorkbookPart(Package& package, const Relationships& links) {
-  const Relationship* link = links.FindType("officeDocument");
-  if (link == nullptr || !package.Has(link->target)) throw Damaged("archive", "this is no .xlsx workbook");
-  return link->target;
+std::string WorkbookPart(Package& package, const Relationships& relationships) {
+  const Relationship* relationship = relationships.FindType("officeDocument");
+  if (relationship == nullptr || !package.Has(relationship->target))
+    throw Damaged("archive", "this is no .xlsx workbook");
+  return relationship->target;
 }
 
 // Whether a part uses the vocabulary that the file writer writes, not its stricter sister.
@@ -41,9 +42,9 @@ class WorkbookReader {
  public:
   WorkbookReader(std::span<const char> file, const LoadLimits& limits)
       : package_(file, limits),
-        package_links_(package_, ""),
-        xml_(package_, WorkbookPart(package_, package_links_), "workbook"),
-        links_(package_, xml_.name()),
+        package_relationships_(package_, ""),
+        xml_(package_, WorkbookPart(package_, package_relationships_), "workbook"),
+        relationships_(package_, xml_.name()),
         book_(std::make_shared<Book>()) {}
 
   LoadedBook Read() {
@@ -60,17 +61,17 @@ class WorkbookReader {
     ReadSheets(context);
     BindSeries(context.series, *book_, names_, losses_);
     ReadActiveSheet();
-    book_->properties = ReadProperties(package_, package_links_);
-    ReportWorkbookLosses(xml_.root(), links_, losses_);
-    ReportPackageLosses(package_links_, losses_);
+    book_->properties = ReadProperties(package_, package_relationships_);
+    ReportWorkbookLosses(xml_.root(), relationships_, losses_);
+    ReportPackageLosses(package_relationships_, losses_);
     return {book_, losses_.list(), std::move(entries_), CanBeCarried()};
   }
 
  private:
   // The part that the workbook refers to by this type; empty when it refers to none.
   std::string PartOfType(std::string_view type) const {
-    const Relationship* link = links_.FindType(type);
-    return link == nullptr || link->external ? "" : link->target;
+    const Relationship* relationship = relationships_.FindType(type);
+    return relationship == nullptr || relationship->external ? "" : relationship->target;
   }
 
   void ReadStyleTable(SheetContext& context) {
@@ -83,8 +84,8 @@ class WorkbookReader {
       context.styles.push_back(book_->styles.Intern(styles.cells[i]));
       if (styles.are_lossy[i]) lossy_styles_.insert(context.styles.back());
     }
-    are_looks_lossy_ = styles.are_looks_lossy;
-    context.looks = std::move(styles.looks);
+    are_differential_lossy_ = styles.are_differential_lossy;
+    context.differential_styles = std::move(styles.differential);
   }
 
   void ReadSheets(SheetContext& context) {
@@ -100,11 +101,13 @@ class WorkbookReader {
 
   LoadedBook::Entry ReadSheetEntry(SheetContext& context, pugi::xml_node node) {
     const std::string name = CleanText(Attribute(node, "name"));
-    const Relationship* link = links_.FindId(Attribute(node, "id"));
-    if (link == nullptr || link->external) throw Damaged(xml_.name(), "sheet \"" + name + "\" has no part");
-    if (link->type == "worksheet") return ReadWorksheet(context, node, link->target, name);
-    if (link->type == "chartsheet") return ReadChartSheetEntry(context, node, link->target, name);
-    LoseOfWorkbook("\"" + name + "\", a sheet of the kind \"" + link->type + "\".");
+    const Relationship* relationship = relationships_.FindId(Attribute(node, "id"));
+    if (relationship == nullptr || relationship->external)
+      throw Damaged(xml_.name(), "sheet \"" + name + "\" has no part");
+    if (relationship->type == "worksheet") return ReadWorksheet(context, node, relationship->target, name);
+    if (relationship->type == "chartsheet")
+      return ReadChartSheetEntry(context, node, relationship->target, name);
+    LoseOfWorkbook("\"" + name + "\", a sheet of the kind \"" + relationship->type + "\".");
     return {};
   }
 
@@ -147,7 +150,7 @@ class WorkbookReader {
   bool CountsFrom1904() const { return Flag(Child(xml_.root(), "workbookPr"), "date1904", false); }
 
   bool HasLossyFormats(const Sheet& sheet) const {
-    if (are_looks_lossy_ && !sheet.conditions.all().empty()) return true;
+    if (are_differential_lossy_ && !sheet.conditions.all().empty()) return true;
     if (lossy_styles_.empty()) return false;
     bool has = false;
     sheet.styles.ForEach(Area::Sheet(),
@@ -158,12 +161,13 @@ class WorkbookReader {
   // Macros know sheets by names that sheets written anew have not; slicers and timelines know tables; and of
   // several windows each has a view of every sheet. Sheets that are written anew count days from 1900.
   bool CanBeCarried() const {
-    const auto& links = links_.all();
+    const auto& relationships = relationships_.all();
     int windows = 0;
     ForEachChild(Child(xml_.root(), "bookViews"), "workbookView", [&](pugi::xml_node) { ++windows; });
     return !has_renamed_ && windows <= 1 && !CountsFrom1904() && IsInUsualVocabulary(xml_.root()) &&
-           std::none_of(links.begin(), links.end(), [](const Relationship& link) {
-             return link.type == "vbaProject" || link.type == "slicerCache" || link.type == "timelineCache";
+           std::none_of(relationships.begin(), relationships.end(), [](const Relationship& relationship) {
+             return relationship.type == "vbaProject" || relationship.type == "slicerCache" ||
+                    relationship.type == "timelineCache";
            });
   }
 
@@ -206,15 +210,15 @@ class WorkbookReader {
   }
 
   Package package_;
-  Relationships package_links_;
+  Relationships package_relationships_;
   XmlPart xml_;
-  Relationships links_;
+  Relationships relationships_;
   std::shared_ptr<Book> book_;
   Losses losses_;
   std::vector<LoadedBook::Entry> entries_;
   bool has_renamed_ = false;
   std::set<StyleId> lossy_styles_;
-  bool are_looks_lossy_ = false;
+  bool are_differential_lossy_ = false;
   std::vector<std::string> names_;  // that the file gives the book's sheets
   struct Place {
     std::size_t worksheets_before;

@@ -7,8 +7,8 @@
 
 namespace mirelo::workbook {
 
-// These append the elements that tell a look, in the order in which the format wants them: fills before
-// lines, lines before shadows. What is automatic has no element.
+// These append shape properties to an element "spPr". To be called in the order in which the format wants
+// them: fills before lines, lines before shadows. What is automatic has no element.
 
 // A new element "spPr" of a chart's part.
 pugi::xml_node AppendShape(pugi::xml_node parent);

@@ -1,4 +1,4 @@
-#include "adapters/workbook/xlsx/look_writer.h"
+#include "adapters/workbook/xlsx/shape_properties_writer.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -10,10 +10,11 @@
 
 namespace mirelo::workbook {
 
-// Reads how shapes of a chart look: their elements "spPr". A null shape looks as the chart chooses.
-class LookReader {
+// Reads the shape properties of a chart's parts: its elements "spPr" with their fill, line and effects. A
+// null element stands for a shape that is as the chart chooses. What cannot be kept is told to `losses`.
+class ShapePropertiesReader {
  public:
-  LookReader(const ColorReader& colors, ChartLosses& losses) : colors_(colors), losses_(losses) {}
+  ShapePropertiesReader(const ColorReader& colors, ChartLosses& losses) : colors_(colors), losses_(losses) {}
 
   ChartFill Fill(pugi::xml_node shape) const;
   // Of one colour.

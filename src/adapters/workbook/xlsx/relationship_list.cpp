@@ -1,4 +1,4 @@
-#include "adapters/workbook/xlsx/link_list.h"
+#include "adapters/workbook/xlsx/relationship_list.h"
 
 #include <cstddef>
 #include <set>
@@ -11,18 +11,18 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::string_view kOffice = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
-constexpr std::string_view kNoLinks =
+constexpr std::string_view kNoRelationships =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"/>";
 
 }  // namespace
 
-LinkList::LinkList(std::string part, std::string_view list)
-    : part_(std::move(part)), xml_(LinkListOf(part_), list.empty() ? kNoLinks : list) {}
+RelationshipList::RelationshipList(std::string part, std::string_view list)
+    : part_(std::move(part)), xml_(RelationshipsPartOf(part_), list.empty() ? kNoRelationships : list) {}
 
-std::string LinkList::Add(std::string_view type, const std::string& to) {
+std::string RelationshipList::Add(std::string_view type, const std::string& to) {
   std::set<std::string> taken;
-  for (const Relationship& link : all()) taken.insert(link.id);
+  for (const Relationship& relationship : all()) taken.insert(relationship.id);
   std::size_t number = 1;
   while (taken.contains("rId" + std::to_string(number))) ++number;
   std::string id = "rId" + std::to_string(number);
@@ -33,16 +33,16 @@ std::string LinkList::Add(std::string_view type, const std::string& to) {
   return id;
 }
 
-void LinkList::Redirect(std::string_view id, const std::string& to) {
+void RelationshipList::Redirect(std::string_view id, const std::string& to) {
   ForEachChild(xml_.root(), "Relationship", [&](pugi::xml_node node) {
     if (Attribute(node, "Id") == id) SetAttribute(node, "Target", "/" + to);
   });
 }
 
-void LinkList::RemoveIf(const std::function<bool(const Relationship&)>& is_going) {
+void RelationshipList::RemoveIf(const std::function<bool(const Relationship&)>& is_going) {
   std::set<std::string> going;
-  for (const Relationship& link : all()) {
-    if (is_going(link)) going.insert(link.id);
+  for (const Relationship& relationship : all()) {
+    if (is_going(relationship)) going.insert(relationship.id);
   }
   for (pugi::xml_node node = xml_.root().first_child(); node;) {
     const pugi::xml_node next = node.next_sibling();

@@ -11,17 +11,17 @@
 namespace mirelo::workbook {
 
 // The relationships of a part, to be changed.
-class LinkList {
+class RelationshipList {
  public:
   // `list` is the text of the list, empty when the part has none. An empty `part` stands for the whole
   // package.
-  LinkList(std::string part, std::string_view list);
+  RelationshipList(std::string part, std::string_view list);
 
-  std::vector<Relationship> all() const { return LinksIn(xml_.root(), part_); }
+  std::vector<Relationship> all() const { return RelationshipsIn(xml_.root(), part_); }
 
-  // Adds one of an office type, such as "worksheet", to a part; its id.
+  // Adds a relationship of an office type, such as "worksheet", to the part `to`; gives its id.
   std::string Add(std::string_view type, const std::string& to);
-  // Lets one that is there lead to another part.
+  // Lets the one of this id, which is there, lead to another part.
   void Redirect(std::string_view id, const std::string& to);
   void RemoveIf(const std::function<bool(const Relationship&)>& is_going);
 

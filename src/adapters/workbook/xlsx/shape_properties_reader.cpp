@@ -1,4 +1,4 @@
-#include "adapters/workbook/xlsx/look_reader.h"
+#include "adapters/workbook/xlsx/shape_properties_reader.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -59,7 +59,7 @@ bool IsOurWidth(std::int64_t width) {
 
 }  // namespace
 
-ChartFill LookReader::Fill(pugi::xml_node shape) const {
+ChartFill ShapePropertiesReader::Fill(pugi::xml_node shape) const {
   const pugi::xml_node fill = FillOf(shape);
   ChartFill read;
   if (!fill) return read;
@@ -69,7 +69,7 @@ ChartFill LookReader::Fill(pugi::xml_node shape) const {
   return read;
 }
 
-PointColor LookReader::PlainFill(pugi::xml_node shape) const {
+PointColor ShapePropertiesReader::PlainFill(pugi::xml_node shape) const {
   const pugi::xml_node fill = FillOf(shape);
   if (!fill) return {};
   if (IsNone(fill)) return {Look::None, kAutomatic};
@@ -77,7 +77,7 @@ PointColor LookReader::PlainFill(pugi::xml_node shape) const {
   return {Look::Own, FillColor(fill)};
 }
 
-ChartLine LookReader::Line(pugi::xml_node shape) const {
+ChartLine ShapePropertiesReader::Line(pugi::xml_node shape) const {
   const pugi::xml_node element = Child(shape, "ln");
   const pugi::xml_node fill = FillOf(element);
   ChartLine line;
@@ -102,7 +102,7 @@ ChartLine LookReader::Line(pugi::xml_node shape) const {
   return line;
 }
 
-PointColor LookReader::Edge(pugi::xml_node shape) const {
+PointColor ShapePropertiesReader::Edge(pugi::xml_node shape) const {
   const pugi::xml_node element = Child(shape, "ln");
   const auto width = Number<std::int64_t>(element, "w");
   losses_.AddIf(width && *width != kEmuPerPixel, kWidths);
@@ -111,7 +111,7 @@ PointColor LookReader::Edge(pugi::xml_node shape) const {
   return PlainFill(element);
 }
 
-bool LookReader::Shadow(pugi::xml_node shape) const {
+bool ShapePropertiesReader::Shadow(pugi::xml_node shape) const {
   const pugi::xml_node effects = EffectsOf(shape);
   bool has_shadow = false;
   for (const pugi::xml_node effect : effects.children()) {
@@ -126,24 +126,26 @@ bool LookReader::Shadow(pugi::xml_node shape) const {
   return has_shadow;
 }
 
-Color LookReader::LetterColor(pugi::xml_node properties) const {
+Color ShapePropertiesReader::LetterColor(pugi::xml_node properties) const {
   const pugi::xml_node fill = FillOf(properties);
   return fill && !IsNone(fill) ? LineColor(fill) : kAutomatic;
 }
 
-void LookReader::Refuse(pugi::xml_node shape, std::string_view what) const {
+void ShapePropertiesReader::Refuse(pugi::xml_node shape, std::string_view what) const {
   losses_.AddIf(FillOf(shape) || EffectsOf(shape).first_child(), what);
   RefuseLine(shape, what);
 }
 
-void LookReader::RefuseLine(pugi::xml_node shape, std::string_view what) const {
+void ShapePropertiesReader::RefuseLine(pugi::xml_node shape, std::string_view what) const {
   const pugi::xml_node line = Child(shape, "ln");
   losses_.AddIf(line.first_attribute() || line.first_child(), what);
 }
 
-void LookReader::RefuseEffects(pugi::xml_node shape) const { losses_.AddIf(Shadow(shape), kEffects); }
+void ShapePropertiesReader::RefuseEffects(pugi::xml_node shape) const {
+  losses_.AddIf(Shadow(shape), kEffects);
+}
 
-Color LookReader::FillColor(pugi::xml_node fill) const {
+Color ShapePropertiesReader::FillColor(pugi::xml_node fill) const {
   if (IsGradient(fill)) {
     const auto first = ColorIn(Child(Child(fill, "gsLst"), "gs"));
     return first ? first->color : kAutomatic;
@@ -153,21 +155,21 @@ Color LookReader::FillColor(pugi::xml_node fill) const {
   return drawn && !drawn->is_window ? drawn->color : kAutomatic;
 }
 
-Color LookReader::LineColor(pugi::xml_node fill) const {
+Color ShapePropertiesReader::LineColor(pugi::xml_node fill) const {
   losses_.AddIf(IsGradient(fill), kGradients);
   losses_.AddIf(!IsSolid(fill) && !IsGradient(fill), kFills);
   const auto drawn = ColorIn(fill);
   return drawn ? drawn->color : kAutomatic;
 }
 
-std::optional<DrawingColor> LookReader::ColorIn(pugi::xml_node parent) const {
+std::optional<DrawingColor> ShapePropertiesReader::ColorIn(pugi::xml_node parent) const {
   const auto drawn = colors_.ReadDrawn(parent);
   losses_.AddIf(drawn && !drawn->is_exact, kColors);
   return drawn;
 }
 
 // A gradient that is not one of two colours from edge to edge becomes the one that comes near it.
-ChartFill LookReader::Gradient(pugi::xml_node gradient) const {
+ChartFill ShapePropertiesReader::Gradient(pugi::xml_node gradient) const {
   std::vector<Color> colors;
   bool is_even = true;
   ForEachChild(Child(gradient, "gsLst"), "gs", [&](pugi::xml_node stop) {
