@@ -1,6 +1,11 @@
+#include <chrono>
+#include <functional>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "poll/connections.h"
@@ -193,6 +198,61 @@ TEST_F(InsideAnEvent, AnErrorLeavesTheLoopAndTheConnectionUsable) {
   client.connection->Send("2\n");
   RunUntilReceived(client, 4);
   EXPECT_EQ(client.sink->received, "1\n2\n");
+}
+
+// A loop that now and then has no memory for what is asked of it, though it does that.
+class ShortLoop final : public host::MessageLoop {
+ public:
+  explicit ShortLoop(host::MessageLoop& loop) : loop_(loop) {}
+
+  bool is_short = false;
+
+  Token Watch(int descriptor, unsigned interest, std::function<void(unsigned ready)> handler) override {
+    return loop_.Watch(descriptor, interest, std::move(handler));
+  }
+  void Rewatch(Token watch, unsigned interest) override {
+    loop_.Rewatch(watch, interest);
+    if (is_short && (interest & kRead) != 0) throw std::bad_alloc();
+  }
+  void Unwatch(Token watch) override { loop_.Unwatch(watch); }
+  Token StartTimer(Milliseconds delay, std::function<void()> handler) override {
+    return loop_.StartTimer(delay, std::move(handler));
+  }
+  void StopTimer(Token timer) override { loop_.StopTimer(timer); }
+  void Yield() override { loop_.Yield(); }
+  void RunUntil(const std::function<bool()>& done) override { loop_.RunUntil(done); }
+
+ private:
+  host::MessageLoop& loop_;
+};
+
+TEST_F(InsideAnEvent, WantOfMemoryBehindAChunkIsAnErrorThatLeavesTheLoop) {
+  ShortLoop short_loop(loop_);
+  PollWinsockLibrary library(short_loop);
+  for (const bool sink_fails : {false, true}) {
+    SCOPED_TRACE(sink_fails);
+    Client client(library);
+    Connect(client, echo_.Address());
+    client.sink->on_received = [&](const std::string& chunk) {
+      if (chunk != "1\n") return;
+      client.connection->Send("2\n");
+      for (int i = 0; i < 20; ++i) {  // until the second chunk has come, and waits
+        loop_.Yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      }
+      short_loop.is_short = true;
+      if (sink_fails) throw std::runtime_error("bad chunk");
+    };
+    client.connection->Send("1\n");
+    if (sink_fails) {
+      EXPECT_THROW(RunUntilReceived(client, 4), std::runtime_error);
+    } else {
+      EXPECT_THROW(RunUntilReceived(client, 4), std::bad_alloc);
+    }
+    short_loop.is_short = false;
+    RunUntilReceived(client, 4);
+    EXPECT_EQ(client.sink->received, "1\n2\n");
+  }
 }
 
 TEST_F(InsideAnEvent, UnsubscribingBothSinksAtTheEndIsAllowed) {

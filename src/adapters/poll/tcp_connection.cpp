@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <exception>
 #include <optional>
 #include <span>
 #include <system_error>
@@ -59,23 +60,6 @@ void EndStream(const Descriptor& socket) {
 }
 
 }  // namespace
-
-// For as long as a chunk is with its sinks, however that ends.
-class TcpConnection::HandingOver {
- public:
-  explicit HandingOver(TcpConnection& connection) : connection_(connection) {
-    connection_.handing_over_ = true;
-  }
-  ~HandingOver() {
-    connection_.handing_over_ = false;
-    if (std::exchange(connection_.held_back_, false)) connection_.UpdateInterest();
-  }
-  HandingOver(const HandingOver&) = delete;
-  HandingOver& operator=(const HandingOver&) = delete;
-
- private:
-  TcpConnection& connection_;
-};
 
 std::shared_ptr<host::SocketConnection> TcpConnection::Create(host::MessageLoop& loop,
                                                               std::shared_ptr<NameResolver> resolver) {
@@ -206,12 +190,26 @@ void TcpConnection::SendQueued() {
 // A chunk that comes while the one before it is still with its sinks stays in the socket.
 void TcpConnection::Receive() {
   if (handing_over_) return HoldBack();
-  if (const auto end = HandOverChunk()) Drop(ReasonFor(*end));
+  std::optional<int> end;
+  std::exception_ptr failure;
+  handing_over_ = true;
+  try {
+    end = HandOverChunk();
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  handing_over_ = false;
+  try {  // the loop may want memory for it
+    if (std::exchange(held_back_, false)) UpdateInterest();
+  } catch (...) {
+    if (!failure) failure = std::current_exception();
+  }
+  if (failure) std::rethrow_exception(failure);
+  if (end) Drop(ReasonFor(*end));
 }
 
 // The error with which the peer's bytes have ended, 0 for none; nothing while they go on.
 std::optional<int> TcpConnection::HandOverChunk() {
-  const HandingOver handing_over(*this);
   bytes_events_.Raise([this](host::BytesTransferEvents& sink) { sink.OnBytesAvailable(*this); });
   if (state_ != kConnected) return std::nullopt;
   std::array<std::uint8_t, kChunkLimit> chunk;

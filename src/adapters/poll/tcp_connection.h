@@ -35,8 +35,6 @@ class TcpConnection final : public host::SocketConnection,
   void Send(const std::string& bytes) override;
 
  private:
-  class HandingOver;
-
   TcpConnection(host::MessageLoop& loop, std::shared_ptr<NameResolver> resolver);
   void Abandon();
 
