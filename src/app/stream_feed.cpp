@@ -30,8 +30,19 @@ bool IsLossOfQuotes(const RuntimeError& error) {
          error.Number() == Errors::SubscriptOutOfRange().Number();
 }
 
+// Sets a flag until the end of a block, however that ends.
+class Meanwhile {
+ public:
+  explicit Meanwhile(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Meanwhile() { flag_ = false; }
+  Meanwhile(const Meanwhile&) = delete;
+  Meanwhile& operator=(const Meanwhile&) = delete;
+
+ private:
+  bool& flag_;
+};
+
 constexpr StreamFeed::Pause kSweepPause{2};
-constexpr std::size_t kMostToldFailures = 20;
 
 std::string InSeconds(StreamFeed::Pause pause) {
   const auto seconds = std::chrono::ceil<std::chrono::seconds>(pause).count();
@@ -49,9 +60,11 @@ StreamFeed::StreamFeed(cMirelo& facade, host::MessageLoop& loop, ObservedSockets
       streamer_file_(std::move(streamer_file)),
       first_pause_(first_pause),
       pause_(first_pause) {
-  received_ = sockets_.Received.Subscribe([this](std::span<const std::uint8_t>) { heard_ = true; });
-  delivered_ = sockets_.Delivered.Subscribe(
-      [this](std::span<const std::uint8_t> message) { NoteLoginResult(message); });
+  received_ = sockets_.Received.Subscribe([this](std::span<const std::uint8_t>) { received_any_ = true; });
+  delivered_ = sockets_.Delivered.Subscribe([this](std::span<const std::uint8_t> message) {
+    heard_ = true;
+    NoteLoginResult(message);
+  });
   dropped_ = sockets_.Dropped.Subscribe([this](const std::string& reason) { CallAgainLater(reason); });
   told_ = sockets_.Told.Subscribe([this](const std::string& line) { Status.Raise(line); });
 }
@@ -98,7 +111,7 @@ void StreamFeed::Call() {
 
 void StreamFeed::HangUp() {
   if (!stream_) return;
-  TakeQuotes();
+  TakeQuotes(stream_);
   stream_->DisConnect();
   stream_->Owner(nullptr);
   stream_.reset();
@@ -117,27 +130,35 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
     pause_ = first_pause_;
     Status.Raise("Streaming");
   });
-  stream->QTDatas.Subscribe([this] {
-    TakeQuotes();
-    SweepLater();
+  stream->QTDatas.Subscribe([this, weak = std::weak_ptr(stream)] {
+    TakeQuotes(weak.lock());
+    if (stream_) SweepLater();
   });
   return stream;
 }
 
 // One take at a time: the quotes that are being handed on lie in the collection that the next take would add
 // to and free.
-void StreamFeed::TakeQuotes() {
-  const auto stream = stream_;
+void StreamFeed::TakeQuotes(std::shared_ptr<cQTStreaming> stream) {
   if (!stream || taking_) return;
-  taking_ = true;
-  const auto quotes = stream->GetQTData();
+  const Meanwhile taking(taking_);
+  TakeQuotesOf(*stream);
+  if (stream == stream_) return;
+  // A handler of a quote has hung up. What had come until then still lies in the stream, which gives nothing
+  // when it is stopped.
+  stream->StartStop(true);
+  TakeQuotesOf(*stream);
+  stream->StartStop(false);
+}
+
+void StreamFeed::TakeQuotesOf(cQTStreaming& stream) {
+  const auto quotes = stream.GetQTData();
   if (quotes && quotes->Count() > 0) {
     took_ = true;
     silence_ = kFirstSilence;
     for (const auto& quote : *quotes) HandOn(*quote);
   }
-  stream->FreeQTDataBuffer();
-  taking_ = false;
+  stream.FreeQTDataBuffer();
 }
 
 // The stream drops in silence what its client raises. A quote that failed would come again with the next
@@ -167,7 +188,7 @@ void StreamFeed::SweepLater() {
   if (sweep_ != 0) return;
   sweep_ = loop_.StartTimer(kSweepPause, [this] {
     sweep_ = 0;
-    TakeQuotes();
+    TakeQuotes(stream_);
     if (!std::exchange(took_, false)) return;
     SweepLater();
   });
@@ -175,12 +196,13 @@ void StreamFeed::SweepLater() {
 
 void StreamFeed::ListenForSilence() {
   loop_.StopTimer(listening_);
-  heard_ = false;
+  heard_ = received_any_ = false;
   listening_ = loop_.StartTimer(silence_, [this] {
     if (heard_) return ListenForSilence();
     const std::string silence = InSeconds(silence_);
     silence_ = std::min(2 * silence_, kLongestSilence);
-    CallAgainLater("QuoteTracker has said nothing for " + silence);
+    CallAgainLater(received_any_ ? "QuoteTracker has sent nothing that can be understood for " + silence
+                                 : "QuoteTracker has said nothing for " + silence);
   });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -24,8 +25,8 @@ class cQTStreaming;
 namespace mirelo::app {
 
 // The macros' part of the stream: it subscribes tickers and hands over their quotes. It calls again, after
-// pauses that grow, when the peer drops; and when it says nothing for long, after silences that grow too,
-// since a quiet market sounds the same as a peer that hangs.
+// pauses that grow, when the peer drops; and when no message of it comes for long, after silences that
+// grow too, since a quiet market sounds the same as a peer that hangs.
 class StreamFeed {
  public:
   using Pause = std::chrono::milliseconds;
@@ -33,6 +34,7 @@ class StreamFeed {
   static constexpr Pause kLongestPause{60000};
   static constexpr Pause kFirstSilence{60000};
   static constexpr Pause kLongestSilence{3600000};
+  static constexpr std::size_t kMostToldFailures = 20;
 
   // `facade`, `loop` and `sockets` must outlive the feed; `sockets` is the installed host's library.
   StreamFeed(cMirelo& facade, host::MessageLoop& loop, ObservedSockets& sockets,
@@ -51,13 +53,15 @@ class StreamFeed {
   // A line for a person.
   Event<const std::string&> Status;
   // Each quote once, in the order in which they came. A handler that fails costs this quote alone: the
-  // failure is told as a Status, once for each of its texts, and the next quotes follow.
+  // failure is told as a Status, once for each of its texts and for so many texts at most, and the next
+  // quotes follow.
   Event<const cQTData&> Quote;
 
  private:
   void Call();
   void HangUp();
-  void TakeQuotes();
+  void TakeQuotes(std::shared_ptr<cQTStreaming> stream);
+  void TakeQuotesOf(cQTStreaming& stream);
   void HandOn(const cQTData& quote) noexcept;
   void TellFailure(const std::string& ticker) noexcept;
   void SweepLater();
@@ -75,7 +79,8 @@ class StreamFeed {
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;
   Pause silence_ = kFirstSilence;
-  bool heard_ = false;          // anything, since silence was last listened for
+  bool heard_ = false;          // a message, since silence was last listened for
+  bool received_any_ = false;   // bytes, since then
   bool login_pending_ = false;  // its result is told once a call
   bool taking_ = false;         // quotes are being handed on
   bool took_ = false;           // quotes, since the last sweep
