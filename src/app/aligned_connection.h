@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -11,11 +13,14 @@
 
 namespace mirelo::app {
 
+class KeptFailure;
 class ObservedSockets;
 
 // A connection whose byte sinks get whole messages (MessageAligner), one at a time and in order: bytes that
-// come while a sink is at work wait until it returns. It is given up, with the events of a lost connection,
-// when a list of sources does not end.
+// come while a sink is at work wait until it returns, and so does the end of the connection. A message may be
+// longer than kChunkLimit: a reply up to MessageAligner::kLongestReply, a list of sources up to
+// kLongestSources. It is given up, with the events of a lost connection, when a list of sources does not end,
+// and when more comes while a sink is at work than is kept for it.
 class AlignedConnection : public host::SocketConnection,
                           public std::enable_shared_from_this<AlignedConnection> {
  public:
@@ -32,21 +37,29 @@ class AlignedConnection : public host::SocketConnection,
   void Disconnect() override;
   void Send(const std::string& bytes) override;
 
-  // The connection has come to its end: what waits for more goes to the sinks as it stands.
-  void EndMessages();
+  // Of the connection inside, before its other sinks are told: what waits for more goes to the sinks as it
+  // stands, and ObservedSockets::Dropped is raised.
+  void OnEnd(const std::string& reason);
 
  private:
   class Sink;
-  friend class Sink;
+  class EndSink;
 
+  void EndMessages();
   void GiveUp(const std::string& reason);
   void StopSinks();
+  // Tells of the end of the connection as soon as no message is with a sink.
+  static void TellOfEnd(const std::weak_ptr<AlignedConnection>& weak, std::function<void()> tell);
+  static void TellOfEnds(const std::weak_ptr<AlignedConnection>& weak, KeptFailure& failure);
 
   ObservedSockets& sockets_;
   host::MessageLoop& loop_;
   std::shared_ptr<host::SocketConnection> inner_;
   std::vector<std::pair<std::int32_t, std::shared_ptr<Sink>>> sinks_;
-  std::vector<std::pair<std::int32_t, std::shared_ptr<host::ConnectionEvents>>> connection_sinks_;
+  std::vector<std::pair<std::int32_t, std::shared_ptr<EndSink>>> end_sinks_;
+  std::deque<std::function<void()>> ends_;  // to be told behind the messages
+  int delivering_ = 0;                      // sinks that messages are with
+  bool telling_ = false;                    // the first of those is being told
   bool given_up_ = false;
 };
 

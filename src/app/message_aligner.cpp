@@ -17,6 +17,7 @@ constexpr std::size_t kKept = kLongestHead - 1;
 constexpr std::size_t kSpareBuffer = std::size_t{1024} * 1024;
 constexpr const char* kWrongLength =
     "QuoteTracker sends records whose length cannot be; the quotes in them are lost";
+constexpr const char* kNoEnd = "QuoteTracker sends records that do not end; the quotes in them are lost";
 
 // Line ends, blanks, and what else servers put behind a message to mark its end.
 bool IsSeparator(char byte) {
@@ -24,16 +25,19 @@ bool IsSeparator(char byte) {
   return code <= ' ' || code == 0xFF;
 }
 
-std::int32_t LengthOf(std::string_view record) {
-  return static_cast<std::int16_t>(static_cast<std::uint8_t>(record[2]) | static_cast<std::uint8_t>(record[3])
-                                                                              << 8);
-}
-
 // Whether the stream class reads a record of this kind in a chunk that begins with that one. Where it does
 // not, it loses the record and misreads the one behind it.
 bool IsReadBehind(std::string_view first, std::string_view record) {
   const std::string_view kind = record.substr(0, 2);
   return kind == first.substr(0, 2) || kind == "S1" || kind == "L1";
+}
+
+// Whether what has come of a record looks as if others waited behind a length that lies.
+bool HoldsOthersBack(std::string_view record) {
+  if (static_cast<std::size_t>(LengthOf(record)) <= record.size()) return true;
+  if (FindInnerRecord(record, record.size()).begin > 0) return true;
+  const std::optional<Head> head = FindHead(record, 1);
+  return head && KindOf(record.substr(head->begin)) != MessageKind::kRecord;
 }
 
 // Whether the front ends at `end` before it is known that something else begins in it.
@@ -59,10 +63,11 @@ void MessageAligner::NoteRequest(std::string_view message) {
 
 void MessageAligner::Add(Bytes bytes) {
   begin_ += std::exchange(given_, 0);
+  erased_ += begin_;
   waiting_.erase(waiting_.begin(), waiting_.begin() + static_cast<std::ptrdiff_t>(std::exchange(begin_, 0)));
   if (waiting_.empty() && waiting_.capacity() > kSpareBuffer) waiting_.shrink_to_fit();
   waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
-  let_go_ = false;
+  let_go_ = ended_ = false;
 }
 
 std::optional<MessageAligner::Bytes> MessageAligner::Next() {
@@ -141,32 +146,56 @@ MessageAligner::Step MessageAligner::TakeRecords() {
   if (length < static_cast<std::int32_t>(kLeastRecord) ||
       (rest.size() >= kLeastRecord && !BeginsWithRecord(rest)))
     return TakeUncertainRecord(static_cast<std::size_t>(length));
+  if (rest.size() < kLeastRecord) return Step::kWait;
 
-  std::size_t size = 0;
+  auto size = static_cast<std::size_t>(length);
+  const RecordLook first = LookAt(rest.substr(0, size));
+  if (first.next > 0) return LeaveOutLie(first.next);
+  if (rest.size() < size) return TakeUnfinishedRecord();
+  if (!first.fits) return TakeUnfitRecord(size, first.symbol);
+  if (!symbols_.Admits(first.symbol)) return LeaveOutUnasked(size);
   while (BeginsWithRecord(rest.substr(size))) {
-    std::string_view record = rest.substr(size);
+    const std::string_view record = rest.substr(size);
     const auto record_size = static_cast<std::size_t>(LengthOf(record));
-    if (record_size > record.size() || (size > 0 && size + record_size > kLongestChunk)) break;
+    if (record_size > record.size() || size + record_size > kLongestChunk) break;
     if (!IsReadBehind(rest, record)) break;
-    record = record.substr(0, record_size);
-    const RecordLook look = LookAt(record);
-    if (look.next > 0) {
-      if (size > 0) break;
-      Tell(kWrongLength);
-      return Drop(look.next);
-    }
-    const bool admitted = symbols_.Admits(look.symbol);
-    if (size > 0 && (!admitted || !look.fits)) break;
-    if (!admitted) {
-      Tell(
-          "QuoteTracker sends quotes of very many tickers that were not asked for; most of them are left "
-          "out");
-      return Drop(record_size);
-    }
+    const RecordLook look = LookAt(record.substr(0, record_size));
+    if (look.next > 0 || !look.fits || !symbols_.Admits(look.symbol)) break;
     size += record_size;
-    if (!look.fits) break;
   }
-  return size > 0 ? Give(size) : Step::kWait;
+  return Give(size);
+}
+
+// A record in which another one begins in place of a field. What is good behind the lie may begin before
+// that: the first fields of a good record look like the fields of any.
+MessageAligner::Step MessageAligner::LeaveOutLie(std::size_t next) {
+  Tell(kWrongLength);
+  const InnerRecord inner = FindInnerRecord(Rest().substr(0, next), next);
+  return Drop(inner.begin > 0 ? inner.begin : next);
+}
+
+// One whose end has not come. What came behind a length that lies is found anew.
+MessageAligner::Step MessageAligner::TakeUnfinishedRecord() {
+  if (!TakeLetGo()) return Step::kWait;
+  Tell(kNoEnd);
+  return LeaveOut(LeavingOut::kUnknown, 1);
+}
+
+// One whose fields do not end where it does: it has fields that we do not know, or its length reaches into
+// the records behind it.
+MessageAligner::Step MessageAligner::TakeUnfitRecord(std::size_t size, std::string_view symbol) {
+  const InnerRecord inner = FindInnerRecord(Rest(), size);
+  if (inner.may_come && !TakeLetGo()) return Step::kWait;
+  if (inner.begin > 0) {
+    Tell(kWrongLength);
+    return Drop(inner.begin);
+  }
+  return symbols_.Admits(symbol) ? Give(size) : LeaveOutUnasked(size);
+}
+
+MessageAligner::Step MessageAligner::LeaveOutUnasked(std::size_t size) {
+  Tell("QuoteTracker sends quotes of very many tickers that were not asked for; most of them are left out");
+  return Drop(size);
 }
 
 // A record that begins with no known field, if it is one.
@@ -213,8 +242,9 @@ std::optional<MessageAligner::Milliseconds> MessageAligner::Patience() const {
   if (rest.size() < 2 || overfull_) return std::nullopt;
   switch (KindOf(rest)) {
     case MessageKind::kRecord:
-      if (rest.size() < kLeastRecord || BeginsWithRecord(rest)) return std::nullopt;
-      return kLongPatience;
+      if (rest.size() < kLeastRecord) return std::nullopt;
+      if (!BeginsWithRecord(rest)) return kLongPatience;
+      return HoldsOthersBack(rest) ? kPatience : kRecordPatience;
     case MessageKind::kAcceptance:
     case MessageKind::kLoginResult:
       return BreaksOff(rest) ? kLongPatience : kPatience;
@@ -234,6 +264,19 @@ void MessageAligner::LetGo() {
   }
   let_go_ = true;
 }
+
+void MessageAligner::End() {
+  LetGo();
+  ended_ = true;
+}
+
+bool MessageAligner::WaitsForRecord() const {
+  const std::string_view rest = Rest();
+  return leaving_out_ == LeavingOut::kNothing && rest.size() >= 2 && KindOf(rest) == MessageKind::kRecord;
+}
+
+// What is let go is the message at the front alone: a record behind it may have begun to come just now.
+bool MessageAligner::TakeLetGo() { return ended_ || std::exchange(let_go_, false); }
 
 MessageAligner::Step MessageAligner::Give(std::size_t size) {
   given_ = size;

@@ -25,6 +25,10 @@ namespace mirelo::app {
 // - Quote records pass in chunks of whole ones, cut where the class would not read on: kinds other than S1
 //   and L1 are read where a chunk begins with them. A record whose fields do not end where it does goes
 //   alone, so that the class loses no more with it.
+// - A record whose length reaches into the records behind it is left out, and those pass, as far as that can
+//   be told: another record begins in place of a field, or its fields do not end where it does and a good
+//   record begins inside. So is one whose end does not come, once it was let go; what came behind its length
+//   is cut anew. A length that is wrong, but ends where fields do, cannot be told from a right one.
 // - Control messages have no length. They end with the tags that end them (EndOfMessage), or where something
 //   else is known to begin (FindHead), or when nothing more comes for the time of Patience(), or at
 //   kLongestReply. What stands behind the closing tag is left out, as the class would do.
@@ -55,19 +59,29 @@ class MessageAligner {
   static constexpr Milliseconds kPatience{250};
   // The same for one that breaks off, and of a list that was asked for.
   static constexpr Milliseconds kLongPatience{30'000};
+  // The same for the rest of a record.
+  static constexpr Milliseconds kRecordPatience{5'000};
 
   // What the client sent: whether it asks for sources, and which symbols it subscribes, is minded.
   void NoteRequest(std::string_view message);
 
   void Add(Bytes bytes);
 
-  // The next chunk, valid until the next call of another member; nothing while it is not whole.
+  // The next chunk, valid until the next call of Add, Next, LetGo or End: what the client sends meanwhile may
+  // be noted. Nothing while it is not whole.
   std::optional<Bytes> Next();
 
-  // How long the bytes left over may wait for more, if they may not for ever, before LetGo is due.
+  // How long the bytes left over may wait for more, if they may not for ever, before LetGo is due: since the
+  // last of them came; but since the first, where a record waits, as bytes that come behind a length that
+  // lies bring its end no nearer.
   std::optional<Milliseconds> Patience() const;
-  // Ends what waits where it stands. What of it is worth passing is the next chunk.
+  bool WaitsForRecord() const;
+  // Where in the stream the bytes left over begin.
+  std::uint64_t Front() const { return erased_ + begin_ + given_; }
+  // Ends the message that waits where it stands. What of it is worth passing is the next chunk.
   void LetGo();
+  // The same for all that waits: the stream has ended.
+  void End();
 
   // How many bytes wait for more.
   std::size_t Waiting() const { return waiting_.size() - begin_ - given_; }
@@ -89,20 +103,27 @@ class MessageAligner {
   Step LeaveOutSources();
   Step TakeRecords();
   Step TakeUncertainRecord(std::size_t length);
+  Step TakeUnfinishedRecord();
+  Step TakeUnfitRecord(std::size_t size, std::string_view symbol);
+  Step LeaveOutLie(std::size_t next);
+  Step LeaveOutUnasked(std::size_t size);
   Step TakeReply(MessageKind kind);
   Step TakeSources();
   Step Give(std::size_t size);
   Step Drop(std::size_t size);
   Step LeaveOut(LeavingOut what, std::size_t first = 0);
   void KeepForHead();
+  bool TakeLetGo();
   void Tell(std::string_view line);
 
   std::vector<std::uint8_t> waiting_;
+  std::uint64_t erased_ = 0;  // bytes of the stream before those
   std::size_t begin_ = 0;     // what stands before was taken
   std::size_t searched_ = 0;  // of the list at the front: no end stands before this
   std::size_t given_ = 0;     // the size of the chunk that is taken with the next call
   LeavingOut leaving_out_ = LeavingOut::kNothing;
   bool let_go_ = false;
+  bool ended_ = false;
   bool overfull_ = false;
   std::size_t lists_asked_ = 0;
   SubscribedSymbols symbols_;

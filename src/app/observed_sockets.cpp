@@ -1,6 +1,5 @@
 #include "app/observed_sockets.h"
 
-#include <exception>
 #include <utility>
 
 #include "app/aligned_connection.h"
@@ -20,21 +19,10 @@ class Observer : public host::BytesTransferEvents, public host::ConnectionEvents
   }
   void OnConnected(host::SocketConnection&) override { sockets_.Connected.Raise(); }
   void OnDisconnected(host::SocketConnection&, const std::string& reason) override {
-    const std::exception_ptr failure = EndMessages();
-    sockets_.Dropped.Raise(reason);
-    if (failure) std::rethrow_exception(failure);
+    if (const auto connection = connection_.lock()) connection->OnEnd(reason);
   }
 
  private:
-  std::exception_ptr EndMessages() {
-    try {
-      if (const auto connection = connection_.lock()) connection->EndMessages();
-    } catch (...) {
-      return std::current_exception();
-    }
-    return nullptr;
-  }
-
   ObservedSockets& sockets_;
   const std::weak_ptr<AlignedConnection> connection_;
 };

@@ -13,7 +13,8 @@ namespace mirelo::app {
 
 // A socket library that tells what passes through it: the stream class says nothing when its peer drops, and
 // a recording wants the bytes as they came. The connection's own sinks get them in whole messages
-// (MessageAligner).
+// (MessageAligner); one may be longer than SocketConnection::kChunkLimit, a list of sources up to
+// MessageAligner::kLongestSources.
 class ObservedSockets : public host::WinsockLibrary {
  public:
   // `inner` and `loop` must outlive this and all its connections, and this must outlive them too.

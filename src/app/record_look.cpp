@@ -1,5 +1,6 @@
 #include "app/record_look.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -46,6 +47,11 @@ constexpr auto kWidths = [] {
   return widths;
 }();
 
+bool MayBeginRecord(std::string_view bytes) {
+  if (bytes.size() == 1) return bytes[0] == 'S' || bytes[0] == 'L' || bytes[0] == 'H';
+  return KindOf(bytes) == MessageKind::kRecord;
+}
+
 std::uint16_t IdAt(std::string_view record, std::size_t at) {
   std::uint16_t id = 0;
   std::memcpy(&id, record.data() + at, sizeof id);  // little-endian, as is every machine that this is for
@@ -76,6 +82,34 @@ RecordLook LookAt(std::string_view record) {
   }
   look.fits = at == record.size();
   return look;
+}
+
+std::int32_t LengthOf(std::string_view record) {
+  return static_cast<std::int16_t>(static_cast<std::uint8_t>(record[2]) | static_cast<std::uint8_t>(record[3])
+                                                                              << 8);
+}
+
+InnerRecord FindInnerRecord(std::string_view bytes, std::size_t end) {
+  InnerRecord found;
+  for (std::size_t at = 1; at < std::min(end, bytes.size()); ++at) {
+    const std::string_view inner = bytes.substr(at);
+    if (inner.size() < kHead + kId) {
+      found.may_come = found.may_come || MayBeginRecord(inner);
+      continue;
+    }
+    if (!BeginsWithRecord(inner)) continue;
+    const auto length = static_cast<std::size_t>(LengthOf(inner));
+    const RecordLook look = LookAt(inner.substr(0, length));
+    if (look.next > 0) continue;
+    if (length > inner.size()) {
+      found.may_come = true;
+      continue;
+    }
+    if (!look.fits || look.symbol.empty()) continue;
+    found.begin = at;
+    return found;
+  }
+  return found;
 }
 
 }  // namespace mirelo::app

@@ -25,8 +25,8 @@ void SubscribedSymbols::Subscribe(std::string_view symbol) {
 bool SubscribedSymbols::Learn(std::string_view symbol) {
   const bool subscribed = subscribed_.contains(InSmallLetters(symbol));
   if (others_ == kMostOthers || symbol.size() > kLongestOther) return subscribed;
-  ++others_;
   Keep(symbol);
+  ++others_;
   return true;
 }
 
@@ -42,8 +42,8 @@ void SubscribedSymbols::Keep(std::string_view symbol) {
 }
 
 void SubscribedSymbols::Grow() {
-  const std::vector<SymbolKey> old = std::move(known_);
-  known_.assign(old.empty() ? 64 : old.size() * 2, SymbolKey());
+  std::vector<SymbolKey> old(known_.empty() ? 64 : known_.size() * 2, SymbolKey());
+  old.swap(known_);  // once there is room
   for (const SymbolKey& key : old) {
     if (key != SymbolKey()) known_[PlaceOf(key)] = key;
   }

@@ -39,7 +39,8 @@ class BytesTransferEvents {
   // Raised before a chunk is taken from the socket.
   virtual void OnBytesAvailable(SocketConnection&) {}
   // What the socket delivered, at most SocketConnection::kChunkLimit bytes a call; valid for the time of the
-  // call. A span without data stands for a value that is no array.
+  // call. A library that stands between sockets and sinks and cuts the bytes anew may hand over longer pieces,
+  // and says how long. A span without data stands for a value that is no array.
   virtual void OnBytesReceived(SocketConnection&, std::span<const std::uint8_t> /*bytes*/) {}
   // So many of the bytes queued were handed to the socket.
   virtual void OnBytesSent(SocketConnection&, std::int32_t /*count*/) {}

@@ -9,6 +9,8 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -17,6 +19,7 @@
 #include "app/observed_sockets.h"
 #include "support/level1_wire.h"
 #include "support/manual_loop.h"
+#include "support/memory_shortage.h"
 #include "support/memory_winsock.h"
 
 namespace mirelo::app {
@@ -133,6 +136,115 @@ TEST_F(AlignedConnection, GivesOneMessageAtATimeAndInOrder) {
   };
   Deliver(kAccepted + Record("A") + kAccepted);
   EXPECT_THAT(client->messages, ElementsAre(kAccepted, Record("A"), kAccepted, Record("C") + Record("D")));
+}
+
+// A message that a timer has handed over keeps the socket library from nothing.
+TEST_F(AlignedConnection, TellsOfItsEndBehindTheMessagesThatCameBeforeIt) {
+  client->at_message = [this] {
+    if (client->messages.size() == 1) {
+      Deliver(Record("A"));
+      Deliver(kRefused);
+      winsock.Newest().Drop("gone");
+    }
+    EXPECT_THAT(dropped, IsEmpty());
+    EXPECT_THAT(client->ends, IsEmpty());
+  };
+  Deliver(kRefused);
+  loop.Advance(MessageAligner::kPatience);
+  EXPECT_THAT(client->messages, ElementsAre(kRefused, Record("A"), kRefused));
+  EXPECT_THAT(dropped, ElementsAre("gone"));
+  EXPECT_THAT(client->ends, ElementsAre("gone"));
+}
+
+TEST_F(AlignedConnection, TellsASinkOfNoEndThatHasDisconnectedBeforeIt) {
+  client->at_message = [this] {
+    winsock.Newest().Drop("gone");
+    connection->Disconnect();
+  };
+  Deliver(kRefused);
+  loop.Advance(MessageAligner::kPatience);
+  EXPECT_THAT(client->ends, IsEmpty());
+}
+
+TEST_F(AlignedConnection, MayBeLetGoByTheFirstToHearOfItsEnd) {
+  client->at_message = [this] { winsock.Newest().Drop("gone"); };
+  sockets.Dropped.Subscribe([this](const std::string&) { connection.reset(); });
+  Deliver(kRefused);
+  loop.Advance(MessageAligner::kPatience);
+  EXPECT_THAT(dropped, ElementsAre("gone"));
+  EXPECT_THAT(client->ends, IsEmpty());
+}
+
+TEST_F(AlignedConnection, IsGivenUpWhenTooMuchComesWhileASinkIsAtWork) {
+  const std::string part(std::size_t{1} << 20, 'x');
+  client->at_message = [&] {
+    for (int i = 0; i < 20; ++i) Deliver(part);
+    EXPECT_EQ(connection->State(), SocketConnection::kDropped);
+    EXPECT_THAT(dropped, IsEmpty()) << "its sink is at work";
+    EXPECT_THAT(client->ends, IsEmpty());
+  };
+  Deliver(kRefused);
+  loop.Advance(MessageAligner::kPatience);
+  EXPECT_THAT(client->messages, ElementsAre(kRefused));
+  EXPECT_THAT(dropped, ElementsAre(HasSubstr("sends faster than")));
+  EXPECT_THAT(client->ends, ElementsAre(HasSubstr("sends faster than")));
+}
+
+TEST_F(AlignedConnection, KeepsWhatComesWhileASinkIsAtWorkUpToItsBound) {
+  const std::string records = Record("A") + Record("B");
+  client->at_message = [&] {
+    if (client->messages.size() > 1) return;
+    for (std::size_t size = 0; size + records.size() <= std::size_t{16} << 20; size += records.size())
+      Deliver(records);
+  };
+  Deliver(kRefused);
+  loop.Advance(MessageAligner::kPatience);
+  std::size_t size = 0;
+  for (const std::string& message : client->messages) size += message.size();
+  EXPECT_EQ(size,
+            std::string_view(kRefused).size() + (std::size_t{16} << 20) / records.size() * records.size());
+  EXPECT_THAT(dropped, IsEmpty());
+}
+
+TEST_F(AlignedConnection, GoesOnInOrderWhenMemoryIsShortForAMoment) {
+  const std::string list =
+      "L1" + std::string("\xFF\x7F\x12\0", 4) + std::string(32'760, 'x') + std::string(1, '\0');
+  std::optional<testing::MemoryShortage> shortage;
+  client->at_message = [&] {
+    if (client->messages.size() > 1) return;
+    Deliver(list.substr(0, 32'000));
+    shortage.emplace(32'000);
+  };
+  Deliver(kRefused);
+  EXPECT_THROW(loop.Advance(MessageAligner::kPatience), std::bad_alloc);
+  shortage.reset();
+  Deliver(list.substr(32'000));
+  EXPECT_THAT(client->messages, ElementsAre(kRefused, list));
+}
+
+// The bytes behind a length that lies bring its end no nearer.
+TEST_F(AlignedConnection, GivesARecordItsTimeFromTheFirstByte) {
+  Deliver(Level1Wire().Id(1).Length(30'000).Bytes());
+  for (auto waited = 0ms; waited < MessageAligner::kPatience; waited += 50ms) {
+    Deliver(kAccepted);
+    EXPECT_THAT(client->messages, IsEmpty());
+    loop.Advance(50ms);
+  }
+  EXPECT_THAT(client->messages, ElementsAre(kAccepted, kAccepted, kAccepted, kAccepted, kAccepted));
+  EXPECT_THAT(told, ElementsAre(HasSubstr("do not end")));
+  EXPECT_EQ(loop.NextTimer(), std::nullopt);
+}
+
+TEST_F(AlignedConnection, WaitsLongerForTheRestOfARecordThatHoldsNothingBack) {
+  Deliver(Record("A").substr(0, 10));
+  loop.Advance(MessageAligner::kRecordPatience - 1ms);
+  Deliver(Record("A").substr(10));
+  EXPECT_THAT(client->messages, ElementsAre(Record("A")));
+  Deliver(Record("A").substr(0, 10));
+  loop.Advance(MessageAligner::kRecordPatience);
+  EXPECT_THAT(told, ElementsAre(HasSubstr("do not end")));
+  Deliver(Record("B"));
+  EXPECT_THAT(client->messages, ElementsAre(Record("A"), Record("B")));
 }
 
 TEST_F(AlignedConnection, WaitsForNothingBehindItsEnd) {

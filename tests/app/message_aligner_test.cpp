@@ -78,7 +78,11 @@ TEST(MessageAligner, HoldsTheBeginningOfARecordWhereverItIsCut) {
     SCOPED_TRACE(cut);
     MessageAligner aligner;
     EXPECT_THAT(Feed(aligner, first + second.substr(0, cut)), ElementsAre(first));
-    EXPECT_EQ(aligner.Patience(), std::nullopt);
+    if (cut < 6) {
+      EXPECT_EQ(aligner.Patience(), std::nullopt) << "it holds nothing back";
+    } else {
+      EXPECT_EQ(aligner.Patience(), MessageAligner::kRecordPatience);
+    }
     EXPECT_THAT(Feed(aligner, second.substr(cut)), ElementsAre(second));
   }
 }
@@ -148,15 +152,139 @@ TEST(MessageAligner, FindsTheNextRecordBehindOneWhoseLengthIsTooShort) {
   EXPECT_THAT(FeedAll(lies + good), ElementsAre(lies.substr(0, 8), good));
 }
 
-// --- Control messages ----------------------------------------------------------------------------------
+// --- Records whose length reaches into those behind them -----------------------------------------------
 
-TEST(MessageAligner, LeavesOutARecordWhoseLengthReachesIntoTheNextOne) {
-  const std::string next = Level1Wire().Symbol("IBM").Last(2).Volume(200);
-  Level1Wire lying = Level1Wire().Symbol("MSFT").Last(1);
-  lying.Length(static_cast<std::int16_t>(lying.Bytes().size() + next.size() - 3));
-  EXPECT_THAT(FeedAll(lying.Bytes() + next + next), ElementsAre(next + next));
-  EXPECT_THAT(FeedAll(next + lying.Bytes() + next), ElementsAre(next, next));
+// The record, with a length that is more than the true one by so many bytes.
+std::string WithLength(Level1Wire record, std::size_t more) {
+  return record.Length(static_cast<std::int16_t>(record.Bytes().size() + more));
 }
+
+TEST(MessageAligner, LeavesOutARecordWhoseLengthReachesIntoTheNextOneAndTells) {
+  const std::string next = Level1Wire().Symbol("IBM").Last(2).Volume(200);
+  for (const std::size_t more : {1U, 3U, 5U, 6U, 20U, static_cast<unsigned>(next.size())}) {
+    SCOPED_TRACE(more);
+    const std::string lying = WithLength(Level1Wire().Symbol("MSFT").Last(1), more);
+    for (const std::string& before : {std::string(), next}) {
+      WholeMessages all(false);
+      all.Add(before + lying + next + next);
+      EXPECT_EQ(all.Messages(), Chunks(before.empty() ? 2 : 3, next));
+      EXPECT_THAT(all.Aligner().TakeNews(), ElementsAre(HasSubstr("length cannot be")));
+    }
+  }
+}
+
+// A record that was cut off at its sender's, so that its last field takes the next one's head for its value.
+TEST(MessageAligner, FindsTheNextRecordInAFieldThatHasTakenItsHead) {
+  const std::string next = Level1Wire().Symbol("IBM").Last(2).Volume(200);
+  const Level1Wire whole = Level1Wire().Symbol("MSFT").Volume(7).Last(1);
+  const auto length = static_cast<std::int16_t>(whole.Bytes().size());
+  const Level1Wire cut_texts[] = {Level1Wire().Id(1).Raw("MS"), Level1Wire().Symbol("MSFT").Id(18).Raw("Mic"),
+                                  Level1Wire().Symbol("MSFT").Id(4).Raw("\1\2\3"),
+                                  Level1Wire().Symbol("MSFT").Id(15).Raw("0120")};
+  for (Level1Wire cut : cut_texts) {
+    cut.Length(length);
+    WholeMessages all(false);
+    all.Add(cut.Bytes() + next + next + next);
+    EXPECT_THAT(all.Messages(), ElementsAre(next, next, next)) << ::testing::PrintToString(cut.Bytes());
+    EXPECT_THAT(all.Aligner().TakeNews(), ElementsAre(HasSubstr("length cannot be")));
+  }
+}
+
+TEST(MessageAligner, TakesAFieldThatOnlyLooksLikeARecordForAField) {
+  for (const std::string symbol : {"HOT", "SHOP", "S1x", "L1 "}) {
+    const std::string fit = Level1Wire().Symbol(symbol).Last(4).Volume(7);
+    const std::string unfit = Level1Wire().Symbol(symbol).Last(4).Id(4).Raw("12");
+    WholeMessages all(false);
+    all.Add(fit + unfit + Record("S1", 120) + fit);
+    EXPECT_THAT(all.Messages(), ElementsAre(fit, unfit, Record("S1", 120), fit));
+    EXPECT_THAT(all.Aligner().TakeNews(), IsEmpty());
+  }
+}
+
+// A head that strays into the stream holds good quotes back neither until they fill its length nor at all
+// once that is known to lie.
+TEST(MessageAligner, LosesNoQuoteToAStrayHead) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2).Volume(200);
+  for (const int length : {200, 8'000, 32'767}) {
+    SCOPED_TRACE(length);
+    MessageAligner aligner;
+    const std::string stray = Level1Wire().Id(1).Length(static_cast<std::int16_t>(length));
+    EXPECT_THAT(Feed(aligner, stray), IsEmpty());
+    EXPECT_EQ(aligner.Patience(), MessageAligner::kRecordPatience);
+    EXPECT_THAT(Feed(aligner, quote), IsEmpty()) << "its fields may be the head's";
+    EXPECT_EQ(aligner.Patience(), MessageAligner::kPatience);
+    EXPECT_THAT(Feed(aligner, quote), ElementsAre(quote + quote));
+    EXPECT_THAT(aligner.TakeNews(), ElementsAre(HasSubstr("length cannot be")));
+  }
+}
+
+TEST(MessageAligner, GivesWhatCameBehindAStrayHeadWhenItIsLetGo) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2);
+  for (const int field : {1, 4, 6, 11, 15, 18}) {
+    SCOPED_TRACE(field);
+    const std::string stray = Level1Wire().Id(field).Length(30'000);
+    for (const std::string& behind : {quote, std::string(kLoggedIn)}) {
+      MessageAligner aligner;
+      EXPECT_THAT(Feed(aligner, stray + behind), IsEmpty());
+      EXPECT_EQ(aligner.Patience(), MessageAligner::kPatience);
+      EXPECT_TRUE(aligner.WaitsForRecord());
+      EXPECT_THAT(LetGo(aligner), ElementsAre(behind));
+      EXPECT_THAT(aligner.TakeNews(), ElementsAre(HasSubstr("do not end")));
+      EXPECT_EQ(aligner.Patience(), std::nullopt);
+    }
+  }
+}
+
+TEST(MessageAligner, LetsGoOfTheRecordAtTheFrontAlone) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2);
+  MessageAligner aligner;
+  Feed(aligner, Level1Wire().Id(1).Length(30'000).Bytes() + kLoggedIn + quote.substr(0, 10));
+  EXPECT_THAT(LetGo(aligner), ElementsAre(kLoggedIn));
+  EXPECT_EQ(aligner.Patience(), MessageAligner::kRecordPatience);
+  EXPECT_THAT(Feed(aligner, quote.substr(10)), ElementsAre(quote));
+}
+
+TEST(MessageAligner, LeavesOutARecordWhoseRestDoesNotComeAndTells) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2);
+  MessageAligner aligner;
+  Feed(aligner, quote.substr(0, 12));
+  EXPECT_THAT(LetGo(aligner), IsEmpty());
+  EXPECT_THAT(aligner.TakeNews(), ElementsAre(HasSubstr("do not end")));
+  EXPECT_THAT(Feed(aligner, quote.substr(12) + quote), ElementsAre(quote));
+}
+
+TEST(MessageAligner, GivesAllThatWaitsBehindStrayHeadsAtTheEnd) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2);
+  const std::string stray = Level1Wire().Id(4).Length(30'000);
+  const std::string refused = "LO<STATUSCODE>1</STATUSCODE>";
+  WholeMessages all(false);
+  all.Add(stray + quote + stray + refused).LetGo();
+  EXPECT_THAT(all.Messages(), ElementsAre(quote, refused));
+}
+
+TEST(MessageAligner, SaysWhetherTheSameRecordStillWaits) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2);
+  MessageAligner aligner;
+  Feed(aligner, quote + quote.substr(0, 8));
+  const auto front = aligner.Front();
+  EXPECT_EQ(front, quote.size());
+  Feed(aligner, quote.substr(8, 3));
+  EXPECT_EQ(aligner.Front(), front);
+  Feed(aligner, quote.substr(11) + quote.substr(0, 11));
+  EXPECT_EQ(aligner.Front(), 2 * quote.size());
+}
+
+TEST(MessageAligner, KeepsAChunkWhileTheClientSends) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2);
+  MessageAligner aligner;
+  aligner.Add({reinterpret_cast<const std::uint8_t*>(quote.data()), quote.size()});
+  const auto chunk = aligner.Next();
+  ASSERT_TRUE(chunk);
+  aligner.NoteRequest("<L1QUOTES><Symbols>MSFT,IBM</Symbols></L1QUOTES>");
+  EXPECT_EQ(std::string(chunk->begin(), chunk->end()), quote);
+}
+
+// --- Control messages ----------------------------------------------------------------------------------
 
 TEST(MessageAligner, GivesEachControlMessageAlone) {
   EXPECT_THAT(
@@ -384,6 +512,9 @@ TEST(MessageAligner, GivesTheSameHoweverTheBytesCome) {
       record + Level1Wire().Symbol("A").Last(1).Length(0).Bytes() + record +
           Level1Wire().Symbol("A").Last(1).Length(7).Bytes() + record +
           Level1Wire().Id(99).Raw("abcd").Symbol("B").Bytes() + record,
+      Level1Wire().Id(1).Length(300).Bytes() + record + record +
+          WithLength(Level1Wire().Symbol("A").Last(1), 5) + record +
+          Level1Wire().Symbol("A").Id(4).Raw("12").Length(40).Bytes() + record + record,
   };
   for (const std::string& stream : streams) {
     SCOPED_TRACE(stream);

@@ -25,7 +25,7 @@ class WholeMessages {
   }
   // Nothing more comes.
   WholeMessages& LetGo() {
-    aligner_.LetGo();
+    aligner_.End();
     Take();
     return *this;
   }
