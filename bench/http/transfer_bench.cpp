@@ -1,4 +1,4 @@
-// One request of 81 tickers through WinInet, its states, events and yields included, against a libcurl easy
+// One full request of tickers through WinInet, its states, events and yields included, against a libcurl easy
 // handle that fetches the same over the same kind of connection. Both from a server on this machine.
 
 #include <arpa/inet.h>
@@ -20,12 +20,13 @@
 #include "adapters/poll/poll_loop.h"
 #include "host/host.h"
 #include "snapshot/WinInet.h"
+#include "snapshot/tickers_per_request.h"
 #include "support/test_host.h"
 
 namespace mirelo {
 namespace {
 
-constexpr int kTickers = 81;  // of a full batch
+constexpr int kTickers = kTickersPerRequest;
 
 std::string Resource() {
   std::string resource = "/req?GetLastQuote(";

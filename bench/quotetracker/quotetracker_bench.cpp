@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "quotetracker/server.h"
+#include "snapshot/tickers_per_request.h"
 #include "support/tcp_client.h"
 
 // What the stand-in costs above the exchange of its bytes: whoever measures against it must measure the
@@ -21,7 +22,7 @@ namespace {
 
 using testing::HttpGet;
 
-constexpr int kTickers = 81;  // of the largest request that is made
+constexpr int kTickers = kTickersPerRequest;
 
 std::string Request() {
   std::string request = "/req?GetLastQuote(";

@@ -29,12 +29,13 @@
 #include "core/mGlobal.h"
 #include "host/host.h"
 #include "quotetracker/server.h"
+#include "snapshot/tickers_per_request.h"
 #include "support/test_host.h"
 
 namespace mirelo {
 namespace {
 
-constexpr std::int32_t kBatch = 81;
+constexpr std::int32_t kBatch = kTickersPerRequest;
 
 // A server remembers each ticker that it was asked for, and grows slower with them as its memory leaves the
 // caches. That is not the cost that is looked for here, so the longest list repeats its tickers.

@@ -9,6 +9,7 @@
 #include "automation/visible_text.h"
 #include "core/cMirelo.h"
 #include "snapshot/column_vocabulary.h"
+#include "snapshot/tickers_per_request.h"
 #include "terminal/text_columns.h"
 
 namespace mirelo::app {
@@ -17,7 +18,6 @@ namespace {
 
 using Kind = QuoteFlaw::Kind;
 
-constexpr std::size_t kFullBatch = 81;
 constexpr std::size_t kFields = kColumnVocabulary.size();
 constexpr std::size_t kVolumeFields = static_cast<std::size_t>(Column::Volume) + 1;
 
@@ -84,7 +84,8 @@ SnapshotFeed::SnapshotFeed(cMirelo& facade, MendedReplies& replies, std::vector<
     places_.push_back(place);
   }
   // A list that fills its last batch comes back empty. One more ticker avoids that; its row is not shown.
-  if (!asked_.empty() && asked_.size() % kFullBatch == 0) asked_.push_back(asked_.back());
+  if (!asked_.empty() && asked_.size() % std::size_t{kTickersPerRequest} == 0)
+    asked_.push_back(asked_.back());
 
   columns_ = VisibleColumns();
   facade_.LoadMasPosition();

@@ -21,8 +21,8 @@ namespace {
 
 using Milliseconds = host::MessageLoop::Milliseconds;
 
-// Quotes that come together are written together: a moment's wait, and never more than half of the time spent
-// writing.
+// Quotes that come together are written together: a moment's wait, and never more than a third of the time
+// spent writing: twice as long as a write took is waited before the next.
 constexpr Milliseconds kWritePause{2};
 constexpr int kPauseForWriting = 2;
 

@@ -99,8 +99,8 @@ class cMirelo : public Object {
   // belongs to the row.
   //
   // The result is the empty text when a request failed (the user was told), when the call was aborted, and
-  // when the number of tickers is a multiple of 81: requests hold 81 tickers, and only one that is left over
-  // at the end hands the table over.
+  // when the number of tickers is a multiple of 81 (kTickersPerRequest): the table is handed over only by a
+  // last request that holds fewer.
   Variant GetLastQuote(const Variant& Tickers);
 
   // Reads the visible columns, which give GetLastQuote its columns. To be called before the first

@@ -19,13 +19,11 @@
 #include "snapshot/column_vocabulary.h"
 #include "snapshot/messages.h"
 #include "snapshot/quote_line.h"
+#include "snapshot/tickers_per_request.h"
 
 namespace mirelo {
 
 namespace {
-
-// A full batch holds 81 tickers: the counter is tested before the append.
-constexpr std::int32_t kBatchThreshold = 80;
 
 constexpr const char* kRetrievalError = "Data retrieval error.";
 
@@ -120,7 +118,7 @@ void cMirelo::LastQuoteRun::Run(Variant& result) {
   STEP(const Bounds columns = BoundsOf(facade.mas_position_);
        table = VariantArray(1, bounds.last - bounds.first + 1, columns.first, columns.last));
   for (const std::int32_t i : bounds) {
-    if (batch_count < kBatchThreshold) {
+    if (batch_count < kTickersPerRequest - 1) {
       STEP(AppendTicker(i));
       if (i != bounds.last) STEP(batch += ',');
       ++batch_count;
@@ -131,8 +129,8 @@ void cMirelo::LastQuoteRun::Run(Variant& result) {
       batch.clear();
     }
   }
-  // The table is handed over only behind a batch that is left over here: a multiple of 81 tickers gives no
-  // result.
+  // The table is handed over only behind a batch that is left over here: tickers that fill their last request
+  // give no result.
   if (!batch.empty()) {
     if (!ProcessBatch()) return;
     STEP(result = std::move(table));

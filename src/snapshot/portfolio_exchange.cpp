@@ -16,6 +16,7 @@
 #include "dialog/frmMirelo.h"
 #include "host/desktop.h"
 #include "snapshot/messages.h"
+#include "snapshot/tickers_per_request.h"
 
 namespace mirelo {
 
@@ -24,9 +25,6 @@ namespace {
 constexpr int kCritical = host::Desktop::kCritical;
 constexpr int kExclamation = host::Desktop::kExclamation;
 constexpr int kInformation = host::Desktop::kInformation;
-
-// A full request holds 81 symbols: the counter is tested before the append.
-constexpr std::int32_t kPortfolioBatchThreshold = 80;
 
 constexpr const char* kRunQuoteTracker = "Please run QuoteTracker.";
 
@@ -130,7 +128,7 @@ void frmMirelo::ButExport_Click() {
     std::int32_t batch_count = 0;
     for (const std::string& ticker : missing) {
       STEP(batch += ticker);
-      if (batch_count < kPortfolioBatchThreshold) {
+      if (batch_count < kTickersPerRequest - 1) {
         if (&ticker != &missing.back()) STEP(batch += ',');
         ++batch_count;
       } else {
