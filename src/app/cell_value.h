@@ -7,8 +7,8 @@
 
 namespace mirelo::app {
 
-// The longest text of a quote, in characters, that is taken: half of what a cell can hold, as a file has room
-// for no more of those that it must write in several characters.
+// The longest text of a quote, in characters, that is taken: half of what a cell can hold, because some
+// characters take several in a file, which has no more room than a cell.
 inline constexpr std::int32_t kLongestText = 16'383;
 
 // Whether a text is longer; it is to be cut then, lest no cell takes it.

@@ -23,15 +23,15 @@ struct OpenDialog {
 struct DialogControl {
   std::string_view key;
   std::int32_t tab;
-  // The value is one that the setting allows. Throws Unfulfilled when the dialog does not let a person do
-  // that as it stands, has no such choice, or makes another value of it.
+  // Sets the control to a value, which is one that the setting allows. Throws Unfulfilled when the control is
+  // switched off, does not offer the value, or makes another one of it.
   void (*act)(const OpenDialog& dialog, const std::string& value);
   // The dialog stores the setting then, without waiting for Go.
   bool stores_at_once = false;
 };
 
-// The settings of the section "Settings" that the dialog has controls for, and the quote source, in an order
-// in which what switches a control on comes before it.
+// The settings of the section "Settings" that the dialog has controls for, and the quote source. To be set in
+// this order: a control that switches others on stands before them.
 std::span<const DialogControl> DialogControls();
 
 // Null for a setting without a control. Found by its own spelling.

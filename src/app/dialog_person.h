@@ -14,9 +14,9 @@ namespace mirelo::app {
 
 class AttendedDesktop;
 
-// Somebody who does in the settings dialog what was asked for, with the dialog's controls only, and presses
-// Go. What cannot be done as it was asked for makes the person cancel instead, and so does a report of a
-// failure, which leaves it open what the dialog holds.
+// Does in the settings dialog what was asked for on the command line, as a person would: with the dialog's
+// controls only, and Go at the end. Cancels instead when something cannot be done as it was asked for, and
+// when the dialog reports a failure, since nobody knows then what it holds.
 class DialogPerson {
  public:
   // Attends to the dialog on the desktop. All three must outlive the dialog.

@@ -10,9 +10,9 @@ class Form;
 
 namespace mirelo::app {
 
-// The settings store says of a value that the registry refused no more than that. These add what the registry
-// of the installed host knows of the reason: that its file is locked, and by which process, or that the disk
-// is full. Other errors and texts stay as they are.
+// When the registry refuses a value, the settings store says that it was refused and not why. These functions
+// add the reason that the registry of the installed host knows: that its file is locked, and by which
+// process, or that the disk is full. Other errors and texts stay as they are.
 
 std::string WithReason(const std::string& text);
 RuntimeError WithReason(const RuntimeError& error);

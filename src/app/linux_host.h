@@ -33,8 +33,9 @@ class LinuxHost : public host::Host {
   // The same for the port of the HTTP interface, 1 to 65535.
   void OverrideHttpPort(int port);
 
-  // What stands in place of poll(2) and the terminal, and around the HTTP client and what stands around it
-  // already. To be called before a port is asked for.
+  // These change the ports, and are to be called before a port is asked for. RunOn puts another loop in place
+  // of poll(2), ShowOn another desktop in place of the terminal. FetchThrough wraps the HTTP client; called
+  // again, it wraps what the calls before have made.
   using Wrap = std::function<std::unique_ptr<host::WinInetApi>(host::WinInetApi& inner)>;
   void RunOn(std::unique_ptr<host::MessageLoop> loop);
   void ShowOn(std::unique_ptr<host::Desktop> desktop);

@@ -11,8 +11,9 @@
 
 namespace mirelo::app {
 
-// What is known of each ticker of a stream. A streamed quote holds only what its record carried; the board
-// keeps the rest from before, but for the volume since the quote before, which is a quote's own.
+// What is known of each ticker of a stream. A streamed quote holds only the fields that its record carried;
+// the board keeps the others as they were. LastVolume alone is not kept: it is always that of the newest
+// quote.
 class QuoteBoard {
  public:
   // All that a streamed quote can show, in an order for reading.

@@ -22,8 +22,8 @@ struct LocaleTexts {
   std::array<std::string, 7> short_weekdays;
 };
 
-// The same as a regional format. The C library has no long date and no short time: the one is put together in
-// the order of the short date, the other is the long time without its seconds.
+// The regional format of a locale. The C library knows no long date and no short time: the long date is made
+// in the order of the short one, the short time is the long one without its seconds.
 RegionalFormat ToRegionalFormat(const LocaleTexts& texts);
 
 }  // namespace mirelo::headless

@@ -23,8 +23,8 @@ class SystemClock : public host::Clock {
   const RegionalFormat& Regional() override { return regional_; }
 
  private:
-  // Its local time. Questions come many to the second, and to work the answer out takes longer than to give
-  // it.
+  // The local time of that second. Many questions come within one second, so the last answer is kept. It
+  // holds until the next call.
   const tm& LocalTime(time_t second);
 
   RegionalFormat regional_;

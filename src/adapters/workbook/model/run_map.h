@@ -62,7 +62,8 @@ class RunMap {
     Apply(first, last, [&](T& old) { old = value; });
   }
 
-  // Takes these numbers out: those behind them move up, and more of the limit's value follows the last.
+  // Takes these numbers out: the values behind them move up, and those that come in at the end are copies of
+  // the last one.
   void Remove(std::int32_t first, std::int32_t last) {
     RunMap result(limit_);
     const std::int32_t count = last - first + 1;

@@ -29,8 +29,10 @@ Area VisibleArea(const Sheet& sheet);
 // A length in the unit of drawings.
 std::int64_t Emu(double points);
 
-// Where the columns or the rows of a sheet begin, for whoever asks often, and in the unit of drawings: in
-// whole numbers a place that was written is read as the same one.
+// Converts between columns (or rows) of a sheet and distances from its first one, for the anchors of
+// drawings. It is a copy: made once, asked often, and out of date when the sheet's sizes change. Distances
+// are whole numbers of EMU, the unit of drawings, so that an anchor that was written is read as the same
+// place.
 class Ruler {
  public:
   static Ruler OfColumns(const Sheet& sheet);

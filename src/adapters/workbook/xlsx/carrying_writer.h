@@ -14,12 +14,14 @@ struct NewSheets {
   std::vector<char> file;  // empty when there are none
 };
 
-// All but the kept ones. `file` is where they are written meanwhile. Errors as WriteWorkbook.
+// Has the file writer write all sheets of the book but the kept ones. It needs a path to write to: `file`,
+// whose content is of no use afterwards. Errors as WriteWorkbook.
 NewSheets WriteNewSheets(const Book& book, const Origin::Kept& kept, const std::filesystem::path& file);
 
-// Writes a workbook over `file`, which is there: the parts of its origin with the kept sheets as they stand,
-// and the new ones. Of a kept sheet only the mark is taken away that its tab is selected, unless it is in
-// front. Error 1004 when the origin is damaged, or the file of the new sheets is; 61 and 75 as WriteWorkbook.
+// Writes a workbook over `file`, which is there: the parts of its origin, in which the sheets of `fresh` take
+// the place of those that were changed. Kept sheets stay byte for byte, except that only the sheet in front
+// has its tab selected. Error 1004 when the origin is damaged, or the file of the new sheets is; 61 and 75 as
+// WriteWorkbook.
 void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept, const NewSheets& fresh,
                    const std::filesystem::path& file);
 

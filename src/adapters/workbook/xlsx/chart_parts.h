@@ -10,18 +10,18 @@
 
 namespace mirelo::workbook {
 
-// The file writer has no gradients for charts, no markers of single points and no names. So it makes the
-// parts that charts need, their names and what refers to them, with charts that say nothing; and once the
-// file is whole, what stands in these parts is written anew.
+// The file writer has no gradients for charts, no markers of single points and no names. So charts are
+// written in two steps: first it writes empty charts, by which the parts that charts need are there, named
+// and referred to; then, once the file is whole, WriteCharts replaces the text of these parts.
 
-// Lays charts that say nothing on a sheet, as many as it has.
+// The first step, for a sheet: lays as many empty charts on it as it has.
 void ReserveCharts(const Sheet& sheet, lxw_workbook* workbook, lxw_worksheet* worksheet);
 
 // Adds the book's chart sheets behind all others.
 void ReserveChartSheets(const Book& book, lxw_workbook* workbook);
 
-// Puts the charts into the file: those of these sheets and chart sheets of the book, which are all that the
-// file holds. Does nothing when there are none.
+// The second step: puts the charts into the file. `sheets` and `chart_sheets` of the book are those that the
+// file holds, all of them. Does nothing when there are no charts.
 void WriteCharts(const Book& book, const std::vector<std::shared_ptr<Sheet>>& sheets,
                  const std::vector<std::shared_ptr<Chart>>& chart_sheets, const std::filesystem::path& file);
 

@@ -10,8 +10,8 @@ namespace mirelo::workbook {
 // the file read again. Styles are compared by their ids, which reading gives out in the same order each time.
 bool IsUnchanged(const Sheet& sheet, const Sheet& loaded);
 
-// The same for a chart. Of cells on another sheet than its own a chart may have followed some that moved up
-// or went, as it does when rows there are taken out.
+// The same for a chart on the sheet `own_sheet`. It counts as unchanged, too, where it has followed cells of
+// another sheet that moved up or went, as it does when rows are deleted there.
 bool IsUnchanged(const Chart& chart, const Chart& loaded, const std::string& own_sheet);
 
 }  // namespace mirelo::workbook
