@@ -1,10 +1,12 @@
 #include "app/mended_replies.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
 #include <utility>
 
+#include "automation/ansi.h"
 #include "automation/text.h"
 
 namespace mirelo::app {
@@ -13,6 +15,11 @@ namespace {
 
 constexpr std::string_view kHead = "/req?GetLastQuote(";
 constexpr std::string_view kTail = ")";
+
+constexpr const char* kMostInWords = "100,000";
+static_assert(MendedReplies::kMostFields == 100'000);
+
+bool PartsFields(char byte) { return byte == ',' || byte == '\n'; }
 
 bool AsksForQuotes(std::string_view object) { return object.starts_with(kHead) && object.ends_with(kTail); }
 
@@ -29,45 +36,66 @@ std::vector<QuoteFlaw> MendedReplies::TakeFlaws() {
   return std::exchange(flaws_, {});
 }
 
+host::WinInetApi::Handle MendedReplies::InternetConnectA(Handle internet, const std::string& host,
+                                                         std::uint16_t port, const std::string& user,
+                                                         const std::string& password, std::uint32_t service) {
+  const Handle connection = inner_.InternetConnectA(internet, host, port, user, password, service);
+  if (connection != 0) servers_[connection] = AnsiToText(host) + ":" + std::to_string(port);
+  return connection;
+}
+
 host::WinInetApi::Handle MendedReplies::HttpOpenRequestA(Handle connection, const std::string& verb,
                                                          const std::string& object,
                                                          const std::string& version,
                                                          const std::string& referrer, std::uint32_t flags) {
   const Handle request = inner_.HttpOpenRequestA(connection, verb, object, version, referrer, flags);
-  requests_.erase(request);
-  if (request != 0 && AsksForQuotes(object)) requests_[request].tickers = TickersOf(object);
+  if (request == 0) return request;
+  Request& known = requests_[request] = Request();
+  known.server = servers_[connection];
+  if (AsksForQuotes(object)) known.tickers = TickersOf(object);
   return request;
 }
 
-bool MendedReplies::InternetReadFile(Handle request, char* buffer, std::uint32_t capacity,
+bool MendedReplies::InternetReadFile(Handle handle, char* buffer, std::uint32_t capacity,
                                      std::uint32_t& read) {
-  auto found = requests_.find(request);
-  if (found == requests_.end()) return inner_.InternetReadFile(request, buffer, capacity, read);
-  if (!found->second.body) {
+  read = 0;
+  auto found = requests_.find(handle);
+  if (found == requests_.end()) return inner_.InternetReadFile(handle, buffer, capacity, read);
+  if (!found->second.is_read) {
     // Other handlers run meanwhile and may close the handle.
-    std::string body = MendedBody(request, found->second.tickers);
-    found = requests_.find(request);
-    if (found == requests_.end()) {
-      read = 0;
-      return false;
-    }
+    std::optional<std::string> body = WholeBody(handle, Request(found->second));
+    found = requests_.find(handle);
+    if (found == requests_.end()) return false;
+    found->second.is_read = true;
     found->second.body = std::move(body);
   }
-  QuoteRequest& quotes = found->second;
-  read = static_cast<std::uint32_t>(quotes.body->copy(buffer, capacity, quotes.given));
-  quotes.given += read;
+  Request& request = found->second;
+  if (!request.body) return false;
+  read = static_cast<std::uint32_t>(request.body->copy(buffer, capacity, request.given));
+  request.given += read;
   return true;
 }
 
-std::string MendedReplies::MendedBody(Handle request, const std::vector<std::string>& tickers_asked) {
-  const std::vector<std::string> tickers = tickers_asked;  // they go with the handle
+std::optional<std::string> MendedReplies::WholeBody(Handle handle, const Request& request) {
   std::string body;
+  std::size_t fields = 0;
   std::array<char, 4096> piece;
   for (std::uint32_t count = 1; count > 0;) {
     count = 0;
-    inner_.InternetReadFile(request, piece.data(), piece.size(), count);
-    body.append(piece.data(), count);
+    if (!inner_.InternetReadFile(handle, piece.data(), piece.size(), count)) return std::nullopt;
+    const std::string_view bytes(piece.data(), count);
+    fields += static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), PartsFields));
+    if (fields > kMostFields) {
+      Refused.Raise("The reply of http://" + request.server + " was refused: it has more than " +
+                    kMostInWords + " lines and fields");
+      return std::nullopt;
+    }
+    body += bytes;
   }
+  return request.tickers ? Mended(std::move(body), *request.tickers) : std::move(body);
+}
+
+std::string MendedReplies::Mended(std::string body, const std::vector<std::string>& tickers) {
   MendedReply mended = Mend(std::move(body), tickers);
   for (QuoteFlaw& flaw : mended.flaws) {
     flaw.ticker += tickers_before_;
@@ -78,6 +106,7 @@ std::string MendedReplies::MendedBody(Handle request, const std::vector<std::str
 }
 
 bool MendedReplies::InternetCloseHandle(Handle handle) {
+  servers_.erase(handle);
   requests_.erase(handle);
   return inner_.InternetCloseHandle(handle);
 }
@@ -91,12 +120,6 @@ host::WinInetApi::Handle MendedReplies::InternetOpenA(const std::optional<std::s
 
 bool MendedReplies::InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) {
   return inner_.InternetSetOptionA(handle, option, value);
-}
-
-host::WinInetApi::Handle MendedReplies::InternetConnectA(Handle internet, const std::string& host,
-                                                         std::uint16_t port, const std::string& user,
-                                                         const std::string& password, std::uint32_t service) {
-  return inner_.InternetConnectA(internet, host, port, user, password, service);
 }
 
 std::optional<std::string> MendedReplies::InternetCanonicalizeUrlA(const std::string& url,

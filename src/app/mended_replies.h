@@ -7,17 +7,25 @@
 #include <vector>
 
 #include "app/quote_reply.h"
+#include "automation/event.h"
 #include "host/wininet_api.h"
 
 namespace mirelo::app {
 
 // An HTTP client that mends QuoteTracker's replies to requests for quotes (Mend), so that what is wrong with
-// one ticker's record costs the other tickers nothing. Such a reply is handed over when all of it has come.
-// All else passes as it is.
+// one ticker's record costs the other tickers nothing. Replies are handed over when all of them has come, and
+// not at all when their reading fails, or they have more lines and fields than any of a QuoteTracker in
+// order: the facade makes much more of each than it takes on the way. All else passes as it is.
 class MendedReplies : public host::WinInetApi {
  public:
+  // Lines and fields of a reply, together.
+  static constexpr std::size_t kMostFields = 100'000;
+
   // `inner` must outlive this.
   explicit MendedReplies(host::WinInetApi& inner) : inner_(inner) {}
+
+  // Raised when a reply has more of them; the text says so to people, and of which server.
+  Event<const std::string&> Refused;
 
   // What was wrong with the records that were handed over since this was last asked. Tickers are counted
   // through the requests of that time, one behind the other.
@@ -40,16 +48,20 @@ class MendedReplies : public host::WinInetApi {
   bool InternetCloseHandle(Handle handle) override;
 
  private:
-  struct QuoteRequest {
-    std::vector<std::string> tickers;
-    std::optional<std::string> body;  // mended, as soon as it is read
+  struct Request {
+    std::string server;                               // for people
+    std::optional<std::vector<std::string>> tickers;  // of one for quotes
+    bool is_read = false;
+    std::optional<std::string> body;  // mended, as soon as it is read; nothing when that failed
     std::size_t given = 0;            // bytes of it that were handed over
   };
 
-  std::string MendedBody(Handle request, const std::vector<std::string>& tickers);
+  std::optional<std::string> WholeBody(Handle handle, const Request& request);
+  std::string Mended(std::string body, const std::vector<std::string>& tickers);
 
   host::WinInetApi& inner_;
-  std::map<Handle, QuoteRequest> requests_;
+  std::map<Handle, std::string> servers_;  // of the connections
+  std::map<Handle, Request> requests_;
   std::vector<QuoteFlaw> flaws_;
   std::size_t tickers_before_ = 0;  // of the requests since flaws were last taken
 };

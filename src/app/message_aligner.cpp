@@ -62,7 +62,7 @@ void MessageAligner::NoteRequest(std::string_view message) {
 }
 
 void MessageAligner::Add(Bytes bytes) {
-  begin_ += std::exchange(given_, 0);
+  TakeGiven();
   erased_ += begin_;
   waiting_.erase(waiting_.begin(), waiting_.begin() + static_cast<std::ptrdiff_t>(std::exchange(begin_, 0)));
   if (waiting_.empty() && waiting_.capacity() > kSpareBuffer) waiting_.shrink_to_fit();
@@ -71,7 +71,7 @@ void MessageAligner::Add(Bytes bytes) {
 }
 
 std::optional<MessageAligner::Bytes> MessageAligner::Next() {
-  begin_ += std::exchange(given_, 0);
+  TakeGiven();
   for (;;) {
     switch (Advance()) {
       case Step::kAgain:
@@ -201,7 +201,11 @@ MessageAligner::Step MessageAligner::LeaveOutUnasked(std::size_t size) {
 // A record that begins with no known field, if it is one.
 MessageAligner::Step MessageAligner::TakeUncertainRecord(std::size_t length) {
   const std::string_view rest = Rest();
-  if (const std::optional<Head> head = FindHead(rest.substr(0, length), 1)) return Drop(head->begin);
+  if (const std::optional<Head> head =
+          FindHead(rest.substr(0, length), SearchedFrom(), MessageKind::kUnknown, searched_)) {
+    return Drop(head->begin);
+  }
+  searched_ = rest.size();
   if (rest.size() < length) return let_go_ ? Drop(rest.size()) : Step::kWait;
   if (length < kLeastRecord || !symbols_.Admits(LookAt(rest.substr(0, length)).symbol)) return Drop(length);
   return Give(length);
@@ -209,8 +213,9 @@ MessageAligner::Step MessageAligner::TakeUncertainRecord(std::size_t length) {
 
 MessageAligner::Step MessageAligner::TakeReply(MessageKind kind) {
   const std::string_view rest = Rest().substr(0, kLongestReply);
-  const std::optional<Head> head = FindHead(rest, 1, kind);
-  const std::optional<std::size_t> end = EndOfMessage(kind, rest);
+  const std::optional<Head> head = FindHead(rest, SearchedFrom(), kind, searched_);
+  const std::optional<std::size_t> end = message_.EndOf(kind, rest);
+  searched_ = rest.size();
   if (EndsBefore(end, head)) return Give(*end);
   if (head) return Give(head->begin);
   if (rest.size() == kLongestReply) leaving_out_ = LeavingOut::kUnknown;
@@ -219,11 +224,10 @@ MessageAligner::Step MessageAligner::TakeReply(MessageKind kind) {
 
 MessageAligner::Step MessageAligner::TakeSources() {
   const std::string_view rest = Rest().substr(0, kLongestSources);
-  // Before this nothing has begun that would be known by now.
-  const std::size_t from = searched_ - std::min(searched_, kKept);
-  const std::optional<Head> head = FindHead(rest, std::max<std::size_t>(1, from), MessageKind::kSources);
+  const std::size_t from = SearchedFrom();
+  const std::optional<Head> head = FindHead(rest, from, MessageKind::kSources, searched_);
   const std::optional<std::size_t> end = EndOfSources(rest, from);
-  searched_ = end || head ? 0 : rest.size();
+  searched_ = rest.size();
   if (EndsBefore(end, head)) {
     --lists_asked_;
     return Give(*end);
@@ -247,7 +251,7 @@ std::optional<MessageAligner::Milliseconds> MessageAligner::Patience() const {
       return HoldsOthersBack(rest) ? kPatience : kRecordPatience;
     case MessageKind::kAcceptance:
     case MessageKind::kLoginResult:
-      return BreaksOff(rest) ? kLongPatience : kPatience;
+      return message_.BreaksOff(rest) ? kLongPatience : kPatience;
     case MessageKind::kSources:
       return kLongPatience;
     case MessageKind::kUnknown:
@@ -257,7 +261,7 @@ std::optional<MessageAligner::Milliseconds> MessageAligner::Patience() const {
 }
 
 void MessageAligner::LetGo() {
-  begin_ += std::exchange(given_, 0);
+  TakeGiven();
   if (leaving_out_ != LeavingOut::kNothing) {
     leaving_out_ = LeavingOut::kNothing;
     Drop(Rest().size());
@@ -286,7 +290,17 @@ MessageAligner::Step MessageAligner::Give(std::size_t size) {
 MessageAligner::Step MessageAligner::Drop(std::size_t size) {
   begin_ += size;
   searched_ = 0;
+  message_.Forget();
   return Step::kAgain;
+}
+
+void MessageAligner::TakeGiven() {
+  if (given_ > 0) Drop(std::exchange(given_, 0));
+}
+
+// From where on something else may begin that was not known yet; the first byte is that of the message.
+std::size_t MessageAligner::SearchedFrom() const {
+  return std::max<std::size_t>(1, searched_ - std::min(searched_, kKept));
 }
 
 // Up to a head behind the first so many bytes.

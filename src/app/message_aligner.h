@@ -112,15 +112,18 @@ class MessageAligner {
   Step Give(std::size_t size);
   Step Drop(std::size_t size);
   Step LeaveOut(LeavingOut what, std::size_t first = 0);
+  void TakeGiven();
+  std::size_t SearchedFrom() const;
   void KeepForHead();
   bool TakeLetGo();
   void Tell(std::string_view line);
 
   std::vector<std::uint8_t> waiting_;
-  std::uint64_t erased_ = 0;  // bytes of the stream before those
-  std::size_t begin_ = 0;     // what stands before was taken
-  std::size_t searched_ = 0;  // of the list at the front: no end stands before this
-  std::size_t given_ = 0;     // the size of the chunk that is taken with the next call
+  std::uint64_t erased_ = 0;        // bytes of the stream before those
+  std::size_t begin_ = 0;           // what stands before was taken
+  std::size_t searched_ = 0;        // of the message at the front: nothing else is known to begin before this
+  mutable GrowingMessage message_;  // the same, as far as it was looked at
+  std::size_t given_ = 0;           // the size of the chunk that is taken with the next call
   LeavingOut leaving_out_ = LeavingOut::kNothing;
   bool let_go_ = false;
   bool ended_ = false;

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
-#include <string>
+#include <iterator>
 
 #include "streaming/level1_fields.h"
 #include "streaming/tags.h"
@@ -61,27 +60,11 @@ std::size_t Find(std::string_view bytes, std::string_view tag, std::size_t from 
   return position == 0 ? kNone : static_cast<std::size_t>(position) - 1;
 }
 
-// The first value of a tag, as the stream class finds it.
-struct Element {
-  std::size_t begin = kNone;  // of the tag; kNone without one
-  std::size_t close = kNone;  // of its closing tag
-  std::size_t end = kNone;    // behind that
-  bool is_empty = false;
-
-  bool IsOpen() const { return begin != kNone && close == kNone; }
-  bool HasValue() const { return close != kNone && !is_empty; }
-};
-
-Element FindElement(std::string_view bytes, std::string_view tag) {
-  Element element;
-  element.begin = Find(bytes, tag);
-  if (element.begin == kNone) return element;
-  const std::string closing_tag = std::string("</").append(tag.substr(1));
-  element.close = Find(bytes, closing_tag, element.begin);
-  if (element.close == kNone) return element;
-  element.end = element.close + closing_tag.size();
-  element.is_empty = element.begin + tag.size() == element.close;
-  return element;
+// Whether a bracket may be that of an opening tag: of most it is seen by the letter behind it.
+bool MayOpen(std::string_view bytes) {
+  return bytes.size() > 1 && std::ranges::any_of(kOpenings, [&](const Opening& opening) {
+           return opening.tag[1] == bytes[1] || opening.tag[1] == bytes[1] - 'a' + 'A';
+         });
 }
 
 bool HasTagOfGroup(std::string_view bytes, int group) {
@@ -94,7 +77,7 @@ bool HasTagOfGroup(std::string_view bytes, int group) {
 std::optional<Head> ControlHeadAt(std::string_view bytes, std::size_t from, std::size_t tag,
                                   MessageKind within) {
   for (const Opening& opening : kOpenings) {
-    if (Find(bytes.substr(0, tag + opening.tag.size()), opening.tag, tag) != tag) continue;
+    if (Find(bytes.substr(tag, opening.tag.size()), opening.tag) != 0) continue;
     const std::size_t reach = kLetters + kMostBetween;
     const std::size_t earliest = std::max(from, tag < reach ? 0 : tag - reach);
     if (earliest > tag) return std::nullopt;
@@ -108,27 +91,28 @@ std::optional<Head> ControlHeadAt(std::string_view bytes, std::size_t from, std:
   return std::nullopt;
 }
 
-std::optional<std::size_t> EndOfAcceptance(std::string_view bytes) {
-  const Element connect = FindElement(bytes, "<CONNECT>");
-  const Element streamer = FindElement(bytes, "<STREAMER>");
-  if (streamer.HasValue() && (connect.begin == kNone || streamer.end <= connect.begin)) return streamer.end;
-  if (connect.HasValue()) {
-    const Element time = FindElement(bytes, "<SERVERTIME>");
-    if (time.close == kNone) return std::nullopt;
-    if (connect.begin < time.begin && time.end <= connect.close) return connect.end;
-    const Element version = FindElement(bytes, "<SERVERVERSION>");
-    if (version.close == kNone) return std::nullopt;
-    return std::max({connect.end, time.end, version.end});
-  }
-  if (streamer.HasValue() && !connect.IsOpen()) return std::max(streamer.end, connect.end);
-  return std::nullopt;
-}
+// The tags that count, and their closing ones. The elements of a message stand in this order.
+struct CountingTag {
+  std::string_view tag;
+  std::string_view closing;
+};
+constexpr CountingTag kCounting[] = {
+    {"<CONNECT>", "</CONNECT>"},   {"<SERVERTIME>", "</SERVERTIME>"}, {"<SERVERVERSION>", "</SERVERVERSION>"},
+    {"<STREAMER>", "</STREAMER>"}, {"<STATUSCODE>", "</STATUSCODE>"}, {"<STATUSDESC>", "</STATUSDESC>"},
+    {"<SOURCES>", "</SOURCES>"}};
+enum Place : std::size_t {
+  kConnect,
+  kServerTime,
+  kServerVersion,
+  kStreamer,
+  kStatusCode,
+  kStatusDescription
+};
 
-std::optional<std::size_t> EndOfLoginResult(std::string_view bytes) {
-  const Element code = FindElement(bytes, "<STATUSCODE>");
-  const Element description = FindElement(bytes, "<STATUSDESC>");
-  if (code.close == kNone || description.close == kNone) return std::nullopt;
-  return std::max(code.end, description.end);
+constexpr std::size_t LongestClosing() {
+  std::size_t longest = 0;
+  for (const CountingTag& counting : kCounting) longest = std::max(longest, counting.closing.size());
+  return longest;
 }
 
 }  // namespace
@@ -153,14 +137,20 @@ bool BeginsWithRecord(std::string_view bytes) {
   return length < kLeastOfLetters || KindOf(bytes.substr(2)) == MessageKind::kUnknown;
 }
 
-std::optional<Head> FindHead(std::string_view bytes, std::size_t from, MessageKind within) {
+std::optional<Head> FindHead(std::string_view bytes, std::size_t from, MessageKind within,
+                             std::size_t searched) {
+  const auto unsearched = [&](std::size_t longest) {
+    return std::max(from, searched - std::min(searched, longest));
+  };
   std::optional<Head> head;
-  for (std::size_t at = from; at + kHeadOfRecord <= bytes.size(); ++at) {
+  for (std::size_t at = unsearched(kHeadOfRecord); at + kHeadOfRecord <= bytes.size(); ++at) {
     if (!IsRecordsFirst(bytes[at]) || !BeginsWithRecord(bytes.substr(at))) continue;
     head = Head{at, at + kHeadOfRecord};
     break;
   }
-  for (std::size_t tag = bytes.find('<', from); tag != kNone; tag = bytes.find('<', tag + 1)) {
+  for (std::size_t tag = bytes.find('<', unsearched(kLongestTag)); tag != kNone;
+       tag = bytes.find('<', tag + 1)) {
+    if (!MayOpen(bytes.substr(tag))) continue;
     if (head && tag >= head->known) break;
     const std::optional<Head> control = ControlHeadAt(bytes, from, tag, within);
     if (!control) continue;
@@ -171,18 +161,7 @@ std::optional<Head> FindHead(std::string_view bytes, std::size_t from, MessageKi
 }
 
 std::optional<std::size_t> EndOfMessage(MessageKind kind, std::string_view bytes) {
-  switch (kind) {
-    case MessageKind::kAcceptance:
-      return EndOfAcceptance(bytes);
-    case MessageKind::kLoginResult:
-      return EndOfLoginResult(bytes);
-    case MessageKind::kSources:
-      return EndOfSources(bytes, 0);
-    case MessageKind::kRecord:
-    case MessageKind::kUnknown:
-      break;
-  }
-  return std::nullopt;
+  return GrowingMessage().EndOf(kind, bytes);
 }
 
 std::optional<std::size_t> EndOfSources(std::string_view bytes, std::size_t from) {
@@ -192,14 +171,70 @@ std::optional<std::size_t> EndOfSources(std::string_view bytes, std::size_t from
   return end + kEnd.size();
 }
 
-bool BreaksOff(std::string_view bytes) {
-  const std::size_t bracket = bytes.rfind('<');
-  if (bracket != kNone && bytes.find('>', bracket) == kNone) return true;
-  for (const std::string_view tag : {"<CONNECT>", "<SERVERTIME>", "<SERVERVERSION>", "<STREAMER>",
-                                     "<STATUSCODE>", "<STATUSDESC>", "<SOURCES>"}) {
-    if (FindElement(bytes, tag).IsOpen()) return true;
+bool BreaksOff(std::string_view bytes) { return GrowingMessage().BreaksOff(bytes); }
+
+std::optional<std::size_t> GrowingMessage::EndOf(MessageKind kind, std::string_view bytes) {
+  LookAt(bytes);
+  switch (kind) {
+    case MessageKind::kAcceptance:
+      return EndOfAcceptance();
+    case MessageKind::kLoginResult:
+      return EndOfLoginResult();
+    case MessageKind::kSources:
+      return EndOfSources(bytes, 0);
+    case MessageKind::kRecord:
+    case MessageKind::kUnknown:
+      break;
   }
-  return false;
+  return std::nullopt;
+}
+
+bool GrowingMessage::BreaksOff(std::string_view bytes) {
+  LookAt(bytes);
+  return is_in_bracket_ || std::ranges::any_of(elements_, &Element::IsOpen);
+}
+
+void GrowingMessage::LookAt(std::string_view bytes) {
+  static_assert(std::size(kCounting) == kTags);
+  if (bytes.size() == searched_) return;
+  // A tag may have begun in what was looked at before.
+  const std::size_t from = searched_ - std::min(searched_, LongestClosing());
+  for (std::size_t i = 0; i < kTags; ++i) {
+    const auto& [tag, closing] = kCounting[i];
+    Element& element = elements_[i];
+    if (element.begin == kNone) element.begin = Find(bytes, tag, from);
+    if (!element.IsOpen()) continue;
+    element.close = Find(bytes, closing, std::max(from, element.begin));
+    if (element.close == kNone) continue;
+    element.end = element.close + closing.size();
+    element.is_empty = element.begin + tag.size() == element.close;
+  }
+  const std::size_t bracket = bytes.substr(searched_).find_last_of("<>");
+  if (bracket != kNone) is_in_bracket_ = bytes[searched_ + bracket] == '<';
+  searched_ = bytes.size();
+}
+
+std::optional<std::size_t> GrowingMessage::EndOfAcceptance() const {
+  const Element& connect = elements_[kConnect];
+  const Element& streamer = elements_[kStreamer];
+  if (streamer.HasValue() && (connect.begin == kNone || streamer.end <= connect.begin)) return streamer.end;
+  if (connect.HasValue()) {
+    const Element& time = elements_[kServerTime];
+    if (time.close == kNone) return std::nullopt;
+    if (connect.begin < time.begin && time.end <= connect.close) return connect.end;
+    const Element& version = elements_[kServerVersion];
+    if (version.close == kNone) return std::nullopt;
+    return std::max({connect.end, time.end, version.end});
+  }
+  if (streamer.HasValue() && !connect.IsOpen()) return std::max(streamer.end, connect.end);
+  return std::nullopt;
+}
+
+std::optional<std::size_t> GrowingMessage::EndOfLoginResult() const {
+  const Element& code = elements_[kStatusCode];
+  const Element& description = elements_[kStatusDescription];
+  if (code.close == kNone || description.close == kNone) return std::nullopt;
+  return std::max(code.end, description.end);
 }
 
 }  // namespace mirelo::app

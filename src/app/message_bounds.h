@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -36,10 +37,11 @@ inline constexpr std::size_t kLongestHead = 80;
 // another message stand in the place of the length: the first ones may have strayed there.
 bool BeginsWithRecord(std::string_view bytes);
 
-// The head that is known first, of those that begin at `from` or behind. `within` is the kind of the message
+// The head that is known first, of those that begin at `from` or behind, and are known only by bytes behind
+// the first `searched`. `within` is the kind of the message
 // at the front: a head of the same kind is one of another message only where its tag comes a second time.
 std::optional<Head> FindHead(std::string_view bytes, std::size_t from,
-                             MessageKind within = MessageKind::kUnknown);
+                             MessageKind within = MessageKind::kUnknown, std::size_t searched = 0);
 
 // Where the control message at the front is whole, as the stream class reads it:
 //   OK  behind the streamer's closing tag; behind the greeting's, if the server's time stands inside it, else
@@ -55,5 +57,43 @@ std::optional<std::size_t> EndOfSources(std::string_view bytes, std::size_t from
 
 // Whether a control message breaks off within a tag, or between one that counts and its closing tag.
 bool BreaksOff(std::string_view bytes);
+
+// The same of a control message that grows at its end, each byte of which is looked at once: a peer may send
+// single ones.
+class GrowingMessage {
+ public:
+  // `bytes` are those of the calls before, and what has come behind them since.
+  std::optional<std::size_t> EndOf(MessageKind kind, std::string_view bytes);
+  bool BreaksOff(std::string_view bytes);
+
+  // Goes on to another message.
+  void Forget() {
+    if (searched_ > 0) *this = GrowingMessage();
+  }
+
+ private:
+  static constexpr std::size_t kTags = 7;
+
+  // The first value of a tag, as the stream class finds it.
+  struct Element {
+    static constexpr std::size_t kNone = std::string_view::npos;
+
+    std::size_t begin = kNone;  // of the tag; kNone without one
+    std::size_t close = kNone;  // of its closing tag
+    std::size_t end = kNone;    // behind that
+    bool is_empty = false;
+
+    bool IsOpen() const { return begin != kNone && close == kNone; }
+    bool HasValue() const { return close != kNone && !is_empty; }
+  };
+
+  void LookAt(std::string_view bytes);
+  std::optional<std::size_t> EndOfAcceptance() const;
+  std::optional<std::size_t> EndOfLoginResult() const;
+
+  std::array<Element, kTags> elements_;
+  std::size_t searched_ = 0;
+  bool is_in_bracket_ = false;  // that was opened and not closed
+};
 
 }  // namespace mirelo::app

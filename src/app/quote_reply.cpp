@@ -43,9 +43,13 @@ bool SameTicker(std::string_view a, std::string_view b) {
 
 std::string_view TickerOf(std::string_view record) { return record.substr(0, record.find(',')); }
 
-bool IsVolume(std::string_view field) {
+// What is wrong with a volume; nothing when it can be followed.
+std::optional<QuoteFlaw::Kind> FlawOfVolume(std::string_view field) {
+  if (field.empty()) return QuoteFlaw::Kind::NoVolume;
   const auto number = ParseNumber(AnsiToText(field));
-  return number && std::abs(*number) < kGreatestVolume;
+  if (!number) return QuoteFlaw::Kind::BadVolume;
+  if (std::abs(*number) >= kGreatestVolume) return QuoteFlaw::Kind::HugeVolume;
+  return std::nullopt;
 }
 
 // Gives each ticker its record; an empty one where there is none.
@@ -102,9 +106,8 @@ class RecordMender {
     } else if (count < kFields) {
       reply_.flaws.push_back({ticker, QuoteFlaw::Kind::MissingFields, count, {}});
     }
-    if (!IsVolume(fields_[kVolumeField])) {
-      if (count > kVolumeField)
-        reply_.flaws.push_back({ticker, QuoteFlaw::Kind::BadVolume, 0, AnsiToText(fields_[kVolumeField])});
+    if (const auto flaw = FlawOfVolume(fields_[kVolumeField])) {
+      if (count > kVolumeField) reply_.flaws.push_back({ticker, *flaw, 0, AnsiToText(fields_[kVolumeField])});
       fields_[kVolumeField] = "0";
     }
     reply_.body += kLineEnd;
@@ -125,7 +128,7 @@ bool IsInOrder(const Lines& records, const std::vector<std::string>& tickers) {
   for (std::size_t i = 0; i < records.size(); ++i) {
     CutFirst(records[i], ",", kFields + 1, fields);
     if (fields.size() != kFields || !SameTicker(fields[kTickerField], tickers[i]) ||
-        !IsVolume(fields[kVolumeField])) {
+        FlawOfVolume(fields[kVolumeField])) {
       return false;
     }
   }

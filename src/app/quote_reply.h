@@ -12,13 +12,15 @@ struct QuoteFlaw {
   enum class Kind {
     NoQuote,        // there is none
     MissingFields,  // it has fewer fields than there are columns
+    NoVolume,       // its volume is empty
     BadVolume,      // its volume is no number
+    HugeVolume,     // its volume is a number, but so great that differences of it are wrong
   };
 
   std::size_t ticker = 0;  // counted from 0, in the order in which tickers were asked for
   Kind kind = Kind::NoQuote;
   std::size_t fields = 0;  // how many it has, of MissingFields
-  std::string volume;      // as it came, of BadVolume
+  std::string volume;      // as it came, of BadVolume and HugeVolume
 
   friend bool operator==(const QuoteFlaw&, const QuoteFlaw&) = default;
 };

@@ -11,15 +11,16 @@ namespace mirelo::app {
 // The registry is opened here: later, the settings store would hide why it cannot be.
 Session::Session(const GlobalOptions& options) : host_(options.registry) {
   host_.registry();
-  host_.FetchThrough([this](host::WinInetApi& inner) {
+  const auto warn = [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); };
+  host_.FetchThrough([this, warn](host::WinInetApi& inner) {
     auto mended = std::make_unique<MendedReplies>(inner);
+    mended->Refused.Subscribe(warn);
     replies_ = mended.get();
     return mended;
   });
   // The facade takes what came of a reply that was broken off for all of it, and says nothing of why.
   host_.WaitForWholeReplies();
-  host_.ReplyBrokenOff.Subscribe(
-      [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); });
+  host_.ReplyBrokenOff.Subscribe(warn);
 }
 
 MendedReplies& Session::replies() {

@@ -51,8 +51,10 @@ std::string WhatIsWrong(const QuoteFlaw& flaw) {
     case Kind::MissingFields:
       return " (" + std::to_string(flaw.fields) + " of " + std::to_string(kFields) + ")";
     case Kind::BadVolume:
+    case Kind::HugeVolume:
       return " (" + Quoted(flaw.volume) + ")";
     case Kind::NoQuote:
+    case Kind::NoVolume:
       break;
   }
   return {};
@@ -62,6 +64,10 @@ std::string_view BeginningOf(Kind kind) {
   switch (kind) {
     case Kind::MissingFields:
       return "QuoteTracker sent too few fields for ";
+    case Kind::NoVolume:
+      return "QuoteTracker sent no volume, so LastVolume stays empty, for ";
+    case Kind::HugeVolume:
+      return "The volume is too large to count with, so LastVolume stays empty, for ";
     case Kind::BadVolume:
       return "The volume is no number, so LastVolume stays empty, for ";
     case Kind::NoQuote:
@@ -163,7 +169,8 @@ void SnapshotFeed::TellUnasked() {
 }
 
 void SnapshotFeed::Tell(const Flaws& flaws) {
-  for (const Kind kind : {Kind::NoQuote, Kind::MissingFields, Kind::BadVolume}) {
+  for (const Kind kind :
+       {Kind::NoQuote, Kind::MissingFields, Kind::NoVolume, Kind::BadVolume, Kind::HugeVolume}) {
     std::vector<std::string> names;
     for (const QuoteFlaw& flaw : flaws) {
       if (flaw.kind != kind || flaw.ticker >= places_.size() || !IsMissed(flaw)) continue;

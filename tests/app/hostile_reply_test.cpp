@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/program.h"
@@ -71,6 +73,40 @@ TEST_F(HostileReply, ThatAnnouncesTooMuchIsToldAtOnce) {
   const auto result = Quotes(server);
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("was broken off: it is larger than 64 MiB"));
+}
+
+// Just short of what is broken off, and nothing but what parts one field or line from the next.
+LoopbackServer::Script SendOnly(const std::string& start, const std::string& separator) {
+  return [=](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    peer.Send("HTTP/1.0 200 OK\r\n\r\n" + start);
+    std::string piece;
+    while (piece.size() < std::size_t{1} << 20) piece += separator;
+    for (int i = 0; i < 63 && peer.Send(piece); ++i) {
+    }
+  };
+}
+
+TEST_F(HostileReply, OfSeparatorsAloneIsRefusedAndTold) {
+  for (const auto& [start, separator] : std::vector<std::pair<std::string, std::string>>{
+           {kQuotes, "\r\n"}, {kQuotes, ","}, {"OK\r\n", ","}, {"NO\r\n", "\r\n"}}) {
+    LoopbackServer server(SendOnly(start, separator));
+    const auto result = Quotes(server);
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err, HasSubstr("warning: Dovanta2: The reply of http://127.0.0.1:" +
+                                      std::to_string(server.Port()) +
+                                      " was refused: it has more than 100,000 lines and fields\n"));
+  }
+  for (const std::string separator : {"\r\n", ","}) {
+    LoopbackServer server(SendOnly("OK\r\n", separator));
+    const auto result =
+        RunMirelo(folder_.path(), {"go", "--tickers", "MSFT", "--http-port", std::to_string(server.Port())});
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("was refused: it has more than 100,000 lines and fields"),
+                                  HasSubstr("Please run QuoteTracker."), HasSubstr("nothing was committed")));
+  }
+  EXPECT_LT(MostMemory(), 300);
 }
 
 // Lines that go on with a header of which there is none, behind replies that had some.

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <random>
@@ -529,6 +530,26 @@ TEST(MessageAligner, GivesTheSameHoweverTheBytesCome) {
             << cut;
       }
     }
+  }
+}
+
+// A peer that sends single bytes is not to cost more for each than for the one before.
+TEST(MessageAligner, LooksAtEachByteOfALongMessageOnce) {
+  const std::size_t much = MessageAligner::kLongestReply - 64;
+  for (const std::string& message : {
+           "OK<CONNECT>" + std::string(much, 'x'), "OK" + std::string(much / 8, '<'),
+           "LO<STATUSCODE>" + std::string(much, '>'),
+           "S1\xFF\x7F\xFF\x7F" + std::string(32000, 'x'),  // a record that begins with no known field
+       }) {
+    SCOPED_TRACE(message.substr(0, 8));
+    MessageAligner aligner;
+    const auto began = std::chrono::steady_clock::now();
+    for (const char& byte : message) {
+      EXPECT_THAT(Feed(aligner, {&byte, 1}), IsEmpty());
+      (void)aligner.Patience();
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(5));
+    EXPECT_EQ(aligner.Waiting(), message.size());
   }
 }
 

@@ -137,6 +137,26 @@ TEST(MessageBounds, NoHeadReachesFurtherThanIsSaid) {
   EXPECT_LE(head->known, kLongestHead);
 }
 
+TEST(MessageBounds, AreThoseOfAMessageThatGrowsByteByByte) {
+  for (const std::string text :
+       {"OK<CONNECT>QT<SERVERTIME>09</SERVERTIME></CONNECT>",
+        "OK<CONNECT>QT</CONNECT><SERVERTIME>9</SERVERTIME>x", "OK<STREAMER>A</STREAMER><CONNECT>B</CONNECT>",
+        "ok<streamer></streamer><X>y", "OK<STREAMER>A</STREAMER>",
+        "OK<CONNECT>1</CONNECT>2<SERVERVERSION>3</SERVERVERSION><SERVERTIME>4</SERVERTIME>5",
+        "LO<STATUSDESC>a>b<</STATUSDESC><STATUSCODE>0</STATUSCODE><STATUSCODE>",
+        "LO<STATUSCODE></STATUSCODE>"}) {
+    GrowingMessage growing;
+    for (std::size_t size = 2; size <= text.size(); ++size) {
+      SCOPED_TRACE(text.substr(0, size));
+      const auto part = std::string_view(text).substr(0, size);
+      EXPECT_EQ(growing.EndOf(KindOf(part), part), EndOfMessage(KindOf(part), part));
+      EXPECT_EQ(growing.BreaksOff(part), BreaksOff(part));
+    }
+    growing.Forget();
+    EXPECT_FALSE(growing.BreaksOff("OK")) << "it is another message";
+  }
+}
+
 TEST(MessageBounds, TellAMessageThatBreaksOff) {
   for (const char* whole :
        {"OK", "OK 17", "LO<STATUSCODE>0</STATUSCODE>", "OK<CONNECT>QT</CONNECT>", "OK<X>y"})

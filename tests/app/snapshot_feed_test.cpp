@@ -163,6 +163,27 @@ TEST_F(SnapshotFeed, ShowsAVolumeThatIsNoNumberAndLeavesOutWhatCannotBeWorkedOut
   EXPECT_THAT(told, ElementsAre("The volume is no number, so LastVolume stays empty, for BAD (\"N/A\")"));
 }
 
+TEST_F(SnapshotFeed, TellsWhatIsWrongWithAVolume) {
+  struct Case {
+    const char* volume;
+    const char* told;
+  };
+  for (const auto& [volume, text] :
+       {Case{"", "QuoteTracker sent no volume, so LastVolume stays empty, for BAD"},
+        Case{"-", "The volume is no number, so LastVolume stays empty, for BAD (\"-\")"},
+        Case{"1000000000000000",
+             "The volume is too large to count with, so LastVolume stays empty, for BAD "
+             "(\"1000000000000000\")"},
+        Case{"-1e300",
+             "The volume is too large to count with, so LastVolume stays empty, for BAD (\"-1e300\")"}}) {
+    SCOPED_TRACE(volume);
+    told.clear();
+    Watch({kBad});
+    EXPECT_THAT(Fetch(Reply({Record(kBad, "1", volume)}))[0], ElementsAre(kBad, "1", volume, "", "35"));
+    EXPECT_THAT(told, ElementsAre(text));
+  }
+}
+
 TEST_F(SnapshotFeed, CountsFromTheLastVolumeThatWasOne) {
   Watch({kBad});
   Fetch(Reply({Record(kBad, "1", "1000")}));

@@ -149,12 +149,19 @@ INSTANTIATE_TEST_SUITE_P(Table, EndlessHeads, ::testing::ValuesIn(kEndlessHeads)
 
 class LargeReply : public Limited {};
 
-// Such a line is no header to begin with, so nothing is told.
+// No line comes of it, so its length is known to libcurl alone.
 TEST_F(LargeReply, OfOneEndlessLineFails) {
-  LoopbackServer server(Endless(kEndlessStatus, std::string(4096, 'x')));
-  EXPECT_EQ(StatesOf(server), kSendFailed);
-  internet.WaitForWholeReplies();
-  EXPECT_EQ(StatesOf(server), kSendFailed);
+  for (const std::string& start : std::vector<std::string>{
+           kEndlessStatus, kEndlessStatus + "X: ", "HTTP/1.0 200 ", kEndlessStatus + "\t"}) {
+    SCOPED_TRACE(start);
+    LoopbackServer server(Endless(start, std::string(4096, 'x')));
+    told.clear();
+    EXPECT_EQ(StatesOf(server), kSendFailed);
+    internet.WaitForWholeReplies();
+    EXPECT_EQ(StatesOf(server), kSendFailed);
+    const std::string text = Told(server, "a line of its headers is longer than 100 KiB");
+    EXPECT_THAT(told, ElementsAre(text, text));
+  }
 }
 
 TEST_F(LargeReply, MayComeUpToTheLimit) {
@@ -302,6 +309,40 @@ TEST_F(LongTransfer, TakesTheTimeOfItsRedirectsTogether) {
   };
   EXPECT_EQ(StatesOf(server), kSendFailed);
   EXPECT_THAT(told, ElementsAre(Told(server, "it took more than 5 minutes")));
+}
+
+TEST_F(LongTransfer, IsToldOfWithItsTimeInWords) {
+  struct Case {
+    std::chrono::seconds time;
+    const char* words;
+  };
+  for (const auto& [time, words] : {Case{std::chrono::seconds(1), "1 second"},
+                                    {std::chrono::seconds(2), "2 seconds"},
+                                    {std::chrono::minutes(1), "1 minute"},
+                                    {std::chrono::seconds(61), "61 seconds"},
+                                    {std::chrono::minutes(2), "2 minutes"}}) {
+    curl::CurlInternet brief{observed, now, {.time = time}};
+    brief.BrokenOff.Subscribe([this](const std::string& text) { told.push_back(text); });
+    host.Use(brief);
+    told.clear();
+    LoopbackServer server([](LoopbackServer::Peer& peer) {
+      peer.ReceiveUntil("\r\n\r\n");
+      peer.Send(kEndlessStatus);
+      do peer.Await();
+      while (peer.Send("X: 1\r\n"));
+    });
+    observed.behind_ready = [&, pace = std::chrono::milliseconds(time) / 4](unsigned ready) {
+      if ((ready & host::MessageLoop::kRead) == 0) return;
+      ahead += pace;
+      server.Go();
+    };
+    LocalTransfer transfer(server.Port());
+    transfer.TimeoutSec(static_cast<std::int32_t>(time.count()));
+    transfer.Execute();
+    EXPECT_THAT(told, ElementsAre(Told(server, std::string("it took more than ") + words)));
+  }
+  observed.behind_ready = nullptr;
+  host.Use(internet);
 }
 
 TEST_F(LongTransfer, MayTakeAsLongAsItsClientAllowsASingleStep) {

@@ -8,6 +8,9 @@ namespace mirelo::curl {
 
 // What a reply may come to before it is broken off. No server that means well gets there.
 struct Limits {
+  // Bytes of one line of the headers: libcurl takes no longer ones.
+  static constexpr std::size_t kHeadLine = std::size_t{100} << 10;
+
   std::size_t head = std::size_t{256} << 10;     // bytes, with those of interim replies and of trailers
   std::uint64_t body = std::uint64_t{64} << 20;  // bytes
   int redirects = 10;

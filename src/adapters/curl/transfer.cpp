@@ -24,9 +24,20 @@ bool IsClosed(CURLcode result) {
   return result == CURLE_GOT_NOTHING || result == CURLE_RECV_ERROR || result == CURLE_SEND_ERROR;
 }
 
+// libcurl calls a line that is longer than it takes a want of memory; later versions have a result for it,
+// which this one's header does not name.
+bool IsOfTooLongALine(CURLcode result) {
+  constexpr int kTooLarge = 100;
+  return result == CURLE_OUT_OF_MEMORY || static_cast<int>(result) == kTooLarge;
+}
+
+std::string Counted(long long count, const std::string& unit) {
+  return std::to_string(count) + " " + unit + (count == 1 ? "" : "s");
+}
+
 std::string InWords(std::chrono::milliseconds time) {
   const auto seconds = std::chrono::ceil<std::chrono::seconds>(time).count();
-  return seconds % 60 == 0 ? std::to_string(seconds / 60) + " minutes" : std::to_string(seconds) + " seconds";
+  return seconds % 60 == 0 ? Counted(seconds / 60, "minute") : Counted(seconds, "second");
 }
 
 }  // namespace
@@ -157,6 +168,9 @@ int Transfer::CloseSocketCallback(void* self, curl_socket_t socket) {
 void Transfer::OnEnd(CURLcode result) {
   const auto location = head_.RedirectsTo();
   if (head_.Complete() && location && !failed_) return Follow(*location);
+  if (!head_.Complete() && !failed_ && IsOfTooLongALine(result)) {
+    Refuse("a line of its headers is longer than " + std::to_string(Limits::kHeadLine >> 10) + " KiB");
+  }
   closed_before_reply_ = IsClosed(result) && !head_.Begun() && !heard_;
   ended_ = true;
 }

@@ -1,0 +1,55 @@
+// The guide's table of limits is that of the code.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "adapters/curl/limits.h"
+#include "app/mended_replies.h"
+#include "app/message_aligner.h"
+#include "app/subscribed_symbols.h"
+
+namespace mirelo::app {
+namespace {
+
+using ::testing::HasSubstr;
+
+std::string LimitsInGuide() {
+  std::ifstream file(MIRELO_SOURCE_DIR "/docs/guide.md");
+  const std::string guide(std::istreambuf_iterator<char>(file), {});
+  const auto begin = guide.find("\n## Limits\n");
+  return begin == std::string::npos ? "" : guide.substr(begin, guide.find("\n## ", begin + 1) - begin);
+}
+
+std::string KiB(std::size_t bytes) { return std::to_string(bytes >> 10) + " KiB"; }
+std::string MiB(std::size_t bytes) { return std::to_string(bytes >> 20) + " MiB"; }
+
+// "100,000".
+std::string Grouped(std::size_t number) {
+  std::string digits = std::to_string(number);
+  for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, ",");
+  return digits;
+}
+
+TEST(GuideLimits, AreThoseOfTheCode) {
+  const curl::Limits limits;
+  const std::string guide = LimitsInGuide();
+  EXPECT_THAT(guide, HasSubstr("over HTTP | " + MiB(limits.body) + ", " + KiB(limits.head) + " of headers, " +
+                               KiB(curl::Limits::kHeadLine) + " for a line of them, " +
+                               std::to_string(limits.redirects) + " redirects, " +
+                               std::to_string(std::chrono::floor<std::chrono::minutes>(limits.time).count()) +
+                               " minutes in all |"));
+  EXPECT_THAT(guide, HasSubstr("of such a reply | " + Grouped(MendedReplies::kMostFields) + " |"));
+  EXPECT_THAT(guide, HasSubstr("list of quote sources | " + MiB(MessageAligner::kLongestSources) + " |"));
+  EXPECT_THAT(guide, HasSubstr("reply on the stream | " + KiB(MessageAligner::kLongestReply) + " |"));
+  EXPECT_THAT(guide, HasSubstr("not asked for | " + Grouped(SubscribedSymbols::kMostOthers) +
+                               " tickers a connection, of " +
+                               std::to_string(SubscribedSymbols::kLongestOther) + " letters each |"));
+}
+
+}  // namespace
+}  // namespace mirelo::app
