@@ -1,14 +1,13 @@
 #include "app/quote_rows.h"
 
 #include "automation/text.h"
-#include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "core/mGlobal.h"
-#include "snapshot/column_vocabulary.h"
 
 namespace mirelo::app {
 
 std::vector<std::string> VisibleColumns() {
-  return Split(mGlobal::AppSettings().GetSetting("Settings", "ListRight", kDefaultListRight).ToText(), ",");
+  return Split(FacadeSetting("ListRight").In(mGlobal::AppSettings()).ToText(), ",");
 }
 
 }  // namespace mirelo::app

@@ -12,6 +12,7 @@
 #include "charts/chart_rows.h"
 #include "charts/worksheet_of.h"
 #include "core/cMirelo.h"
+#include "core/known_setting.h"
 #include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
@@ -127,11 +128,11 @@ void frmMirelo::ChartsRun::Run(const Variant& tickers) {
 }
 
 void frmMirelo::ChartsRun::ReadSettings() {
-  STEP(style = form.Setting("ChartStyle", kDefaultStyle).ToText());
-  STEP(points = form.Setting("ChartPoints", std::int16_t{20}).ToInt16());
-  STEP(add_y_axis = form.Setting("AddYAxis", std::int16_t{0}).ToInt16());
-  STEP(color_points = form.Setting("ColorPoints", std::int16_t{1}).ToInt16());
-  STEP(grey_out = form.Setting("GreyOut", std::int16_t{0}).ToInt16());
+  STEP(style = form.Setting("ChartStyle").ToText());
+  STEP(points = form.Setting("ChartPoints").ToInt16());
+  STEP(add_y_axis = form.Setting("AddYAxis").ToInt16());
+  STEP(color_points = form.Setting("ColorPoints").ToInt16());
+  STEP(grey_out = NewChartsGreyOut().In(form.Store()).ToInt16());
 }
 
 void frmMirelo::ChartsRun::SelectCharts(Variant& names) {

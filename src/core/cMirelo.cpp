@@ -11,9 +11,9 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "core/mGlobal.h"
 #include "diagnostics/CErrorHandler.h"
-#include "snapshot/column_vocabulary.h"
 
 namespace mirelo {
 
@@ -49,8 +49,8 @@ void cMirelo::ExcelApplication(const Variant& value) {
 
 std::int16_t cMirelo::VerticalIndex() const {
   CAppSettings& settings = mGlobal::AppSettings();
-  const std::string field = settings.GetSetting("Settings", "VerticalField", kDefaultVerticalField).ToText();
-  const std::string list = settings.GetSetting("Settings", "ListRight", kDefaultListRight).ToText();
+  const std::string field = FacadeSetting("VerticalField").In(settings).ToText();
+  const std::string list = FacadeSetting("ListRight").In(settings).ToText();
 
   std::int16_t index = kVerticalIndexIfNotListed;
   const std::vector<std::string> names = Split(list, ",");

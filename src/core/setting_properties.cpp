@@ -2,14 +2,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <type_traits>
-#include <variant>
 
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "automation/variant.h"
-#include "core/CAppSettings.h"
 #include "core/cMirelo.h"
+#include "core/known_setting.h"
 #include "core/mGlobal.h"
 
 namespace mirelo {
@@ -19,20 +17,16 @@ namespace {
 // A property that shows one setting.
 template <class Result>
 struct SettingProperty {
-  const char* key;
-  // Passed to the store, which hands it back as it is; converted like a value then.
-  std::variant<const char*, std::int16_t, std::int32_t> if_absent;
+  FacadeSetting setting;
   Result (*convert)(const Variant& value);
-  std::conditional_t<std::is_same_v<Result, std::string>, const char*, Result> on_failure;
 };
 
 template <class Result>
 Result Read(const SettingProperty<Result>& property) {
   try {
-    const Variant if_absent = std::visit([](auto value) { return Variant(value); }, property.if_absent);
-    return property.convert(mGlobal::AppSettings().GetSetting("Settings", property.key, if_absent));
+    return property.convert(property.setting.In(mGlobal::AppSettings()));
   } catch (...) {
-    return property.on_failure;
+    return property.convert(property.setting.Default());  // as if nothing were stored
   }
 }
 
@@ -50,21 +44,20 @@ std::string ToDecimalFormat(const Variant& value) {
   return "0." + std::string(static_cast<std::size_t>(places), '0');
 }
 
-constexpr SettingProperty<std::int32_t> kFillColorFildOff{"FillColorOFF", "255", ToColorIndex, 3};
-constexpr SettingProperty<std::int32_t> kFillColorFildOn{"FillColorON", "32768", ToColorIndex, 10};
-constexpr SettingProperty<std::string> kTableStyle{"Style", "Blue", ToText, "Blue"};
-constexpr SettingProperty<std::string> kUserVerticalSheet{"txtVerticalSheet", "Quotes_Vertical",
-                                                          ToTrimmedText, "Quotes_Vertical"};
-constexpr SettingProperty<std::string> kDecimalPlacesFormat{"txtDecimalPlaces", std::int16_t{2},
-                                                            ToDecimalFormat, "0.00"};
-constexpr SettingProperty<std::int16_t> kGreyOut{"GreyOut", 1, ToInt16, 1};
-constexpr SettingProperty<std::int16_t> kColorPoints{"ColorPoints", 1, ToInt16, 1};
-constexpr SettingProperty<std::string> kChartStyle{"ChartStyle", "Blue", ToText, "Blue"};
-constexpr SettingProperty<std::int32_t> kChartPoints{"ChartPoints", std::int16_t{20}, ToInt32, 20};
-constexpr SettingProperty<std::int16_t> kBuildCharts{"BuildCharts", 1, ToInt16, 1};
-constexpr SettingProperty<std::int32_t> kRowsLimit{"RowsLimit", std::int16_t{20}, ToInt32, 20};
-constexpr SettingProperty<std::int16_t> kVerticalTable{"VerticalTable", 1, ToInt16, 1};
-constexpr SettingProperty<std::int32_t> kSeconds{"Seconds", std::int16_t{10}, ToSeconds, 10};
+constexpr SettingProperty<std::int32_t> kFillColorFildOff{FacadeSetting("FillColorOFF"), ToColorIndex};
+constexpr SettingProperty<std::int32_t> kFillColorFildOn{FacadeSetting("FillColorON"), ToColorIndex};
+constexpr SettingProperty<std::string> kTableStyle{FacadeSetting("Style"), ToText};
+constexpr SettingProperty<std::string> kUserVerticalSheet{FacadeSetting("txtVerticalSheet"), ToTrimmedText};
+constexpr SettingProperty<std::string> kDecimalPlacesFormat{FacadeSetting("txtDecimalPlaces"),
+                                                            ToDecimalFormat};
+constexpr SettingProperty<std::int16_t> kGreyOut{FacadeSetting("GreyOut"), ToInt16};
+constexpr SettingProperty<std::int16_t> kColorPoints{FacadeSetting("ColorPoints"), ToInt16};
+constexpr SettingProperty<std::string> kChartStyle{FacadeSetting("ChartStyle"), ToText};
+constexpr SettingProperty<std::int32_t> kChartPoints{FacadeSetting("ChartPoints"), ToInt32};
+constexpr SettingProperty<std::int16_t> kBuildCharts{FacadeSetting("BuildCharts"), ToInt16};
+constexpr SettingProperty<std::int32_t> kRowsLimit{FacadeSetting("RowsLimit"), ToInt32};
+constexpr SettingProperty<std::int16_t> kVerticalTable{FacadeSetting("VerticalTable"), ToInt16};
+constexpr SettingProperty<std::int32_t> kSeconds{FacadeSetting("Seconds"), ToSeconds};
 
 }  // namespace
 

@@ -1,38 +1,14 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "automation/variant.h"
+#include "core/settings_table.h"
 
 namespace mirelo {
-
-// How the system writes a setting: the two kinds that the store keeps.
-enum class SettingKind { Text, Integer };
-
-// What the readers of a setting can convert.
-enum class SettingForm { Text, WholeNumber, Boolean };
-
-// A setting of the store, for people who look at it or change it without the dialog.
-struct Setting {
-  // A section ending in a backslash stands for the sections below it, one for each form.
-  std::string_view section;
-  // Empty where the names are the user's: column headers, names of quote sources.
-  std::string_view key;
-  SettingKind kind;
-  SettingForm form;
-  // Bounds of a whole number: what the narrowest reader can take.
-  std::int32_t least;
-  std::int32_t greatest;
-  // What a reader assumes while nothing is stored: the facade and the stream, which the macros hold, and the
-  // dialog. Nothing for one that does not read it or assumes nothing.
-  std::optional<std::string_view> facade_default;
-  std::optional<std::string_view> dialog_default;
-  std::string_view meaning;  // a sentence for people
-};
 
 // Where a value stands. Text of the user's; the store finds both without regard to case.
 struct SettingName {

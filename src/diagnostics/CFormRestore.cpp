@@ -7,6 +7,7 @@
 
 #include "automation/number.h"
 #include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "forms/form.h"
 #include "host/desktop.h"
 #include "host/host.h"
@@ -71,8 +72,8 @@ class SavedValues {
   SavedValues(CAppSettings& settings, std::string section)
       : settings_(settings), section_(std::move(section)) {}
 
-  std::int32_t Read(const char* key, const char* default_value = "") const {
-    return RoundToInt32(Val(settings_.GetSetting(section_, key, default_value).ToText()));
+  std::int32_t Read(const char* key, std::string_view default_value = "") const {
+    return RoundToInt32(Val(settings_.GetSetting(section_, key, Variant(default_value)).ToText()));
   }
   void Write(const char* key, std::int32_t value) { settings_.SaveSetting(section_, key, value); }
 
@@ -96,7 +97,8 @@ void CFormRestore::KeyName(std::string value) {
 
 void CFormRestore::GetPosition(Form& form) {
   const SavedValues saved(Settings(), SectionOf(form));
-  const std::int32_t state = saved.Read("WindowState", "-1");
+  const std::int32_t state =
+      saved.Read("WindowState", catalogue::DialogDefault(catalogue::kWindows, "WindowState"));
   if (state > kNothingSaved) {
     TheDesktop().SetWindowPlacement(form, SavedPlacement(form, state));
   } else if (CenteredByDefault_) {

@@ -8,6 +8,7 @@
 #include "automation/number.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmColor.h"
 #include "dialog/frmMirelo.h"
@@ -19,17 +20,16 @@ namespace mirelo {
 
 struct frmMirelo::FillColor {
   const char* routine;
-  const char* key;
-  const char* default_color;
+  DialogSetting setting;
   const char* suffix;
 };
 
 void frmMirelo::ButOn_Click() {
-  PickFillColor({"Mirelo.frmMirelo.ButOn_Click", "FillColorON", "32768", " (On)"}, txtOn);
+  PickFillColor({"Mirelo.frmMirelo.ButOn_Click", "FillColorON", " (On)"}, txtOn);
 }
 
 void frmMirelo::ButOff_Click() {
-  PickFillColor({"Mirelo.frmMirelo.ButOff_Click", "FillColorOFF", "255", " (Off)"}, txtOff);
+  PickFillColor({"Mirelo.frmMirelo.ButOff_Click", "FillColorOFF", " (Off)"}, txtOff);
 }
 
 // A pick is stored at once: it does not wait for Go, and Cancel does not take it back.
@@ -39,12 +39,12 @@ void frmMirelo::PickFillColor(const FillColor& fill, forms::Control& swatch) {
     STEP(ReloadOnActivate_ = false);
     STEP(ListColors_ = std::make_shared<frmColor>());
     STEP(colors().frmAppSettings(frmAppSettings_));
-    STEP(colors().Tag(Store().GetSetting("Settings", fill.key, fill.default_color).ToText()));
+    STEP(colors().Tag(Setting(fill.setting).ToText()));
     STEP(colors().Caption(colors().Caption() + fill.suffix));
     STEP(host::Host::Current().desktop().ShowModal(colors()));
     if (frame.test([&] { return !colors().Tag().empty(); })) {
       STEP(backColorTxtFillColor(swatch, RoundToInt32(Val(colors().Tag()))));
-      STEP(Store().SaveSetting("Settings", fill.key, colors().Tag()));
+      STEP(Store().SaveSetting(catalogue::kSettings, fill.setting.Key(), colors().Tag()));
     }
     STEP(colors().frmAppSettings(nullptr));
     STEP(ListColors_.reset());

@@ -10,18 +10,15 @@
 #include "automation/number.h"
 #include "automation/text.h"
 #include "automation/variant.h"
-#include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/styles.h"
 #include "dialog/time_zones.h"
-#include "snapshot/column_vocabulary.h"
 
 namespace mirelo {
 
-Variant frmMirelo::Setting(const char* key, const Variant& default_value) const {
-  return Store().GetSetting("Settings", key, default_value);
-}
+Variant frmMirelo::Setting(DialogSetting setting) const { return setting.In(Store()); }
 
 void frmMirelo::Form_Activate() {
   Routine("Mirelo.frmMirelo.Form_Activate", [&](Frame& frame) {
@@ -44,34 +41,34 @@ void frmMirelo::FillTimes(Frame& frame) {
   STEP(ComDisplayTimezone.Clear());
   for (const TimeZone& zone : kTimeZones) STEP(ComDisplayTimezone.AddItem(zone.name));
   // A text that is no entry is shown as well.
-  STEP(ComDisplayTimezone.Text(Setting("DisplayTimezone", kDefaultTimeZone).ToText()));
+  STEP(ComDisplayTimezone.Text(Setting("DisplayTimezone").ToText()));
 
   STEP(ComDisplayOffset.Clear());
   for (std::int32_t offset = kHighestHalfHour; offset >= kLowestHalfHour; --offset)
     STEP(ComDisplayOffset.AddItem(DisplayOffsetText(offset)));
-  STEP(ComDisplayOffset.Text(Setting("DisplayOffset", kDefaultDisplayOffset).ToText()));
+  STEP(ComDisplayOffset.Text(Setting("DisplayOffset").ToText()));
 }
 
 void frmMirelo::FillCharts(Frame& frame) {
   STEP(ComChartStyle.Clear());
   for (const char* style : kStyles) STEP(ComChartStyle.AddItem(style));
-  STEP(ComChartStyle.Text(Setting("ChartStyle", kDefaultStyle).ToText()));
-  STEP(chkBuildCharts.Value(Setting("BuildCharts", 0).ToInt16()));
+  STEP(ComChartStyle.Text(Setting("ChartStyle").ToText()));
+  STEP(chkBuildCharts.Value(Setting("BuildCharts").ToInt16()));
   STEP(chkChartStyle.Value(ComChartStyle.Text() != kNoStyle));
-  STEP(chkColorPoints.Value(Setting("ColorPoints", 1).ToInt16()));
-  STEP(chkAddYAxis.Value(Setting("AddYAxis", 0).ToInt16()));
-  STEP(chkGreyOut.Value(Setting("GreyOut", 1).ToInt16()));
-  STEP(txtChartPoints.Text(Setting("ChartPoints", 20).ToText()));
+  STEP(chkColorPoints.Value(Setting("ColorPoints").ToInt16()));
+  STEP(chkAddYAxis.Value(Setting("AddYAxis").ToInt16()));
+  STEP(chkGreyOut.Value(Setting("GreyOut").ToInt16()));
+  STEP(txtChartPoints.Text(Setting("ChartPoints").ToText()));
 }
 
 void frmMirelo::FillTable(Frame& frame) {
-  STEP(txtDecimalPlaces.Text(Setting("txtDecimalPlaces", 2).ToText()));
-  STEP(txtVerticalSheet.Text(std::string(Trim(Setting("txtVerticalSheet", "Quotes_Vertical").ToText()))));
+  STEP(txtDecimalPlaces.Text(Setting("txtDecimalPlaces").ToText()));
+  STEP(txtVerticalSheet.Text(std::string(Trim(Setting("txtVerticalSheet").ToText()))));
   STEP(ComStyle.Clear());
   for (const char* style : kStyles) STEP(ComStyle.AddItem(style));
   STEP(LoadFG());
   STEP(PrevColumnCount_ = -1);
-  STEP(ComStyle.Text(Setting("Style", kDefaultStyle).ToText()));
+  STEP(ComStyle.Text(Setting("Style").ToText()));
 }
 
 // Four more properties of the grid are set here in the dialog as it was first designed (0, 3, 0 and 1); which
@@ -85,9 +82,9 @@ void frmMirelo::LoadFG() {
 }
 
 void frmMirelo::FillTiming(Frame& frame) {
-  STEP(chkUpdOrNot.Value(Setting("UpdateEvery", 1).ToInt16()));
+  STEP(chkUpdOrNot.Value(Setting("UpdateEvery").ToInt16()));
   if (chkUpdOrNot.Value() == 1) {
-    STEP(txtSec.Text(Setting("Seconds", 60).ToText()));
+    STEP(txtSec.Text(Setting("Seconds").ToText()));
   } else {
     STEP(txtSec.Text("0"));
   }
@@ -96,29 +93,29 @@ void frmMirelo::FillTiming(Frame& frame) {
 
 void frmMirelo::FillVerticalTables(Frame& frame) {
   STEP(VerticalClickArmed_ = false);
-  STEP(chkVerTable.Value(Setting("VerticalTable", 1).ToInt16()));
+  STEP(chkVerTable.Value(Setting("VerticalTable").ToInt16()));
   STEP(TickerCol_ = chkVerTable.Value() == 0 ? 0 : 1);
   STEP(VerticalClickArmed_ = true);
 
   STEP(txtRows.Enabled(chkLimitRows.Value() == 1));
   STEP(VScrollRows.Enabled(chkLimitRows.Value() == 1));
-  STEP(txtRows.Text(Setting("RowsLimit", 20).ToText()));
+  STEP(txtRows.Text(Setting("RowsLimit").ToText()));
   STEP(chkLimitRows.Value(Val(txtRows.Text()) != 0));
   STEP(VScrollRows.Enabled(txtRows.Enabled()));
 }
 
 void frmMirelo::FillConnection(Frame& frame) {
-  STEP(txtHTTPPort.Text(Setting("HTTPPort", 16239).ToText()));
-  STEP(txtSocketPort.Text(Setting("SocketPort", 16240).ToText()));
-  STEP(txtWebAddress.Text(Setting("Webaddress", "127.0.0.1").ToText()));
+  STEP(txtHTTPPort.Text(Setting("HTTPPort").ToText()));
+  STEP(txtSocketPort.Text(Setting("SocketPort").ToText()));
+  STEP(txtWebAddress.Text(Setting("Webaddress").ToText()));
 }
 
 // The table on the sheet knows better than the settings which columns there are.
 void frmMirelo::FillColumns(Frame& frame) {
   std::string hidden;
   std::string shown;
-  STEP(hidden = Setting("ListLeft", kDefaultListLeft).ToText());
-  STEP(shown = Setting("ListRight", kDefaultListRight).ToText());
+  STEP(hidden = Setting("ListLeft").ToText());
+  STEP(shown = Setting("ListRight").ToText());
   STEP(LoadTickers(hidden, shown));
 
   std::vector<std::string> names;
@@ -153,8 +150,8 @@ void frmMirelo::EnableRowsLimit(Frame& frame) {
 }
 
 void frmMirelo::FillColors(Frame& frame) {
-  STEP(backColorTxtFillColor(txtOn, Setting("FillColorON", "32768").ToInt32()));
-  STEP(backColorTxtFillColor(txtOff, Setting("FillColorOFF", "255").ToInt32()));
+  STEP(backColorTxtFillColor(txtOn, Setting("FillColorON").ToInt32()));
+  STEP(backColorTxtFillColor(txtOff, Setting("FillColorOFF").ToInt32()));
 }
 
 }  // namespace mirelo

@@ -35,6 +35,7 @@ class CAppSettings;
 class CFormRestore;
 class cMirelo;
 class cQTStreaming;
+class DialogSetting;
 class Frame;
 class frmColor;
 
@@ -308,7 +309,7 @@ class frmMirelo : public forms::Form {
   void FillColors(Frame& frame);
   void LoadFG();
   // A value of the section "Settings". Error 91 without a store; otherwise the store's errors.
-  Variant Setting(const char* key, const Variant& default_value) const;
+  Variant Setting(DialogSetting setting) const;
 
   // closing.cpp
   void ButGo_Click();
@@ -323,7 +324,7 @@ class frmMirelo : public forms::Form {
   // Stores the width of each grid column that has a header. Its statements are the calling routine's.
   void StoreColumnWidths(Frame& frame);
   // The width that was stored for the column with this header.
-  std::int32_t StoredColumnWidth(const std::string& header, const char* default_width) const;
+  std::int32_t StoredColumnWidth(const std::string& header, std::string_view default_width) const;
 
   // options.cpp
   void C1TTickersSettings_Click();

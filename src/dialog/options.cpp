@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "core/known_setting.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/styles.h"
@@ -61,8 +62,7 @@ void frmMirelo::chkChartStyle_Click() {
       STEP(VScrollChartPoints.Enabled(false));
     } else {
       STEP(ComChartStyle.Enabled(true));
-      if (ComChartStyle.Text() == kNoStyle)
-        STEP(ComChartStyle.Text(Setting("ChartStyle", kDefaultStyle).ToText()));
+      if (ComChartStyle.Text() == kNoStyle) STEP(ComChartStyle.Text(Setting("ChartStyle").ToText()));
       STEP(txtChartPoints.Enabled(true));
       STEP(VScrollChartPoints.Enabled(true));
     }
@@ -77,7 +77,7 @@ void frmMirelo::chkStyleOrNot_Click() {
       STEP(ComStyle.Enabled(false));
     } else {
       STEP(ComStyle.Enabled(true));
-      if (ComStyle.Text() == kNoStyle) STEP(ComStyle.Text(Setting("Style", kDefaultStyle).ToText()));
+      if (ComStyle.Text() == kNoStyle) STEP(ComStyle.Text(Setting("Style").ToText()));
     }
     frame.pop();
   });

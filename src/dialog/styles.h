@@ -6,7 +6,6 @@ namespace mirelo {
 
 // The colours that the dialog offers for the quote table and for charts, in the order of the lists.
 inline constexpr const char* kNoStyle = "None";
-inline constexpr const char* kDefaultStyle = "Blue";
-inline constexpr std::array<const char*, 4> kStyles{kDefaultStyle, "Green", "Yellow", kNoStyle};
+inline constexpr std::array<const char*, 4> kStyles{"Blue", "Green", "Yellow", kNoStyle};
 
 }  // namespace mirelo

@@ -6,6 +6,7 @@
 #include "automation/text.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 using forms::Grid;
 
-constexpr const char* kSortKey = "Sort_Desc";
+constexpr DialogSetting kSortedUpwards{"Sort_Desc"};
 
 // Swaps the texts of two rows. Its statements are the calling routine's.
 void SwapRows(Frame& frame, Grid& grid, std::int32_t row, std::int32_t other) {
@@ -58,8 +59,8 @@ void frmMirelo::ButSort_Click() {
   Routine("Mirelo.frmMirelo.ButSort_Click", [&](Frame& frame) {
     // True sorts upwards, whatever the key says: the first press on a fresh system does.
     bool upwards = false;
-    STEP(upwards = !Store().GetSetting("Settings", kSortKey, false).ToBoolean());
-    STEP(Store().SaveSetting("Settings", kSortKey, upwards));
+    STEP(upwards = !Setting(kSortedUpwards).ToBoolean());
+    STEP(Store().SaveSetting(catalogue::kSettings, kSortedUpwards.Key(), upwards));
     std::string ticker;
     STEP(ticker = FG.TextMatrix(FG.Row(), TickerCol_));
     STEP(FG.Select(1, TickerCol_));

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "automation/text.h"
+#include "core/known_setting.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
@@ -14,8 +16,7 @@ namespace {
 
 using forms::Grid;
 
-constexpr const char* kWideColumnText = "1700";
-constexpr const char* kFieldColumn = "800";
+constexpr std::string_view kFieldColumn = catalogue::DialogDefault(catalogue::kWidths, "");
 
 // The first column is the fixed one, without a header.
 std::string FormatOfFields(const std::string& list) { return Replace("= |" + list, ",", "|"); }
@@ -70,11 +71,11 @@ void frmMirelo::LayOutFields(Frame& frame, bool keep) {
   if (frame.test([&] { return chkBuildCharts.Value() == 1; })) {
     STEP(FG.Cols(FG.Cols() + 1));
     STEP(FG.FormatString(FormatOfFields(VerticalFields_ + "," + kChartHeader)));
-    STEP(FG.ColWidth(FG.Cols() - 1, StoredColumnWidth(kChartHeader, kWideColumnText)));
+    STEP(FG.ColWidth(FG.Cols() - 1, StoredColumnWidth(kChartHeader, catalogue::kWideColumn)));
   } else {
     STEP(FG.FormatString(FormatOfFields(VerticalFields_)));
   }
-  STEP(FG.ColWidth(1, StoredColumnWidth(kTickerHeader, kWideColumnText)));
+  STEP(FG.ColWidth(1, StoredColumnWidth(kTickerHeader, catalogue::kWideColumn)));
   // The column of charts is among these, so without a stored width it ends up as wide as a field.
   for (const std::int32_t col : frame.loop([&] { return Bounds{kFirstField, FG.Cols() - 1}; })) {
     STEP(FG.ColDataType(col, Grid::kBooleanColumn));
@@ -92,7 +93,7 @@ void frmMirelo::LayOutTickers(Frame& frame, bool keep) {
   STEP(FG.Cols(1));
   STEP(FG.FixedCols(0));
   STEP(FG.FormatString("= Ticker"));
-  STEP(FG.ColWidth(0, StoredColumnWidth(kTickerHeader, kWideColumnText)));
+  STEP(FG.ColWidth(0, StoredColumnWidth(kTickerHeader, catalogue::kWideColumn)));
 }
 
 void frmMirelo::AddToFGColCharts() {

@@ -36,8 +36,6 @@ inline constexpr std::array<TimeZone, 17> kTimeZones{{
     {"(ET+16) New ZealandTicker", "16"},
 }};
 
-inline constexpr const char* kDefaultTimeZone = "(ET) US Eastern";
-
 // The one zone with half an hour: hours and minutes are taken apart there, in place of its text.
 inline constexpr std::size_t kIndia = 12;
 
@@ -45,7 +43,6 @@ inline constexpr std::size_t kIndia = 12;
 // ComDisplayOffset.
 inline constexpr std::int32_t kHighestHalfHour = 47;
 inline constexpr std::int32_t kLowestHalfHour = -47;
-inline constexpr const char* kDefaultDisplayOffset = "0:00";
 
 // "1:30" for 3, "-0:30" for -1.
 inline std::string DisplayOffsetText(std::int32_t half_hours) {

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "automation/text.h"
-#include "core/CAppSettings.h"
 #include "core/cMirelo.h"
+#include "core/known_setting.h"
 #include "core/mGlobal.h"
 #include "diagnostics/routine.h"
 #include "snapshot/column_vocabulary.h"
@@ -14,7 +14,7 @@ namespace mirelo {
 void cMirelo::LoadMasPosition() {
   Routine("Mirelo.cMirelo.LoadMasPosition", [&](Frame& frame) {
     std::string list;
-    STEP(list = mGlobal::AppSettings().GetSetting("Settings", "ListRight", kDefaultListRight).ToText());
+    STEP(list = FacadeSetting("ListRight").In(mGlobal::AppSettings()).ToText());
     if (list.empty()) return frame.pop();
 
     VariantArray names;

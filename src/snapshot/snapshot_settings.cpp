@@ -2,8 +2,8 @@
 #include <string>
 
 #include "automation/variant.h"
-#include "core/CAppSettings.h"
 #include "core/cMirelo.h"
+#include "core/known_setting.h"
 #include "core/mGlobal.h"
 #include "diagnostics/routine.h"
 
@@ -11,18 +11,14 @@ namespace mirelo {
 
 namespace {
 
-constexpr std::int16_t kDefaultHttpPort = 16239;
-
-Variant SettingOr(const char* key, const Variant& if_absent) {
-  return mGlobal::AppSettings().GetSetting("Settings", key, if_absent);
-}
+Variant Stored(FacadeSetting setting) { return setting.In(mGlobal::AppSettings()); }
 
 }  // namespace
 
 Variant cMirelo::GetPortWebAddress(std::int16_t& Port, std::string& WebAddress) {
   Routine("Mirelo.cMirelo.GetPortWebAddress", [&](Frame& frame) {
-    STEP(Port = SettingOr("HTTPPort", kDefaultHttpPort).ToInt16());
-    STEP(WebAddress = SettingOr("Webaddress", "127.0.0.1").ToText());
+    STEP(Port = Stored(FacadeSetting("HTTPPort")).ToInt16());
+    STEP(WebAddress = Stored(FacadeSetting("Webaddress")).ToText());
     frame.pop();
   });
   return Variant();
@@ -30,8 +26,8 @@ Variant cMirelo::GetPortWebAddress(std::int16_t& Port, std::string& WebAddress) 
 
 Variant cMirelo::GetDisplacementHourMinute(std::int32_t& Hour, std::int32_t& Minute) {
   Routine("Mirelo.cMirelo.GetDisplacementHourMinute", [&](Frame& frame) {
-    STEP(Hour = SettingOr("DisplacementHour", "0").ToInt32());
-    STEP(Minute = SettingOr("DisplacementMinute", "0").ToInt32());
+    STEP(Hour = Stored(FacadeSetting("DisplacementHour")).ToInt32());
+    STEP(Minute = Stored(FacadeSetting("DisplacementMinute")).ToInt32());
     frame.pop();
   });
   return Variant();

@@ -4,7 +4,7 @@
 
 #include "automation/ansi.h"
 #include "automation/text.h"
-#include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "core/mGlobal.h"
 #include "host/desktop.h"
 #include "host/host.h"
@@ -16,9 +16,7 @@ namespace mirelo {
 
 namespace {
 
-std::int32_t IntegerSetting(std::string_view key, const Variant& default_value) {
-  return mGlobal::AppSettings().GetSetting("Settings", key, default_value).ToInt32();
-}
+std::int32_t IntegerIn(FacadeSetting setting) { return setting.In(mGlobal::AppSettings()).ToInt32(); }
 
 std::string OnOneLine(std::string_view description) { return Replace(description, "\r\n", ""); }
 
@@ -32,7 +30,8 @@ void ShowError(const RuntimeError& error) {
 cQTStreaming::cQTStreaming()
     : m_oBytesTransferEvents(std::make_shared<BytesTransferSink>(*this)),
       m_oConnectionEvents(std::make_shared<ConnectionSink>(*this)),
-      arrival_(IntegerSetting("DisplacementHour", "0"), IntegerSetting("DisplacementMinute", "0")) {}
+      arrival_(IntegerIn(FacadeSetting("DisplacementHour")), IntegerIn(FacadeSetting("DisplacementMinute"))) {
+}
 
 cQTStreaming::~cQTStreaming() {
   m_oBytesTransferEvents->Detach();
@@ -46,8 +45,8 @@ cQTStreaming::~cQTStreaming() {
 }
 
 bool cQTStreaming::connect() {
-  const std::int32_t port = IntegerSetting("SocketPort", 16240);
-  const std::string host = mGlobal::AppSettings().GetSetting("Settings", "Webaddress", "127.0.0.1").ToText();
+  const std::int32_t port = IntegerIn(FacadeSetting("SocketPort"));
+  const std::string host = FacadeSetting("Webaddress").In(mGlobal::AppSettings()).ToText();
   OnStatusText.Raise("Connection started...");
   try {
     OpenConnection(host + ":" + std::to_string(port));

@@ -11,6 +11,7 @@
 #include "automation/text.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
@@ -124,7 +125,7 @@ void frmMirelo::QuoteTableRun::Run() {
   if (frame.test([&] { return form.chkVerTable.Value() == 1 && !vertical_tickers.empty(); })) {
     STEP(form.AddForSheetsVerticalTables(vertical_tickers, vertical_rows, colors));
   }
-  if (frame.test([&] { return form.Setting("BuildCharts", 0).EqualsNumber(1); })) BuildCharts();
+  if (frame.test([&] { return form.Setting("BuildCharts").EqualsNumber(1); })) BuildCharts();
   STEP(form.Excel().ScreenUpdating(updating));
 }
 

@@ -14,6 +14,7 @@
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
+#include "core/known_setting.h"
 #include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
@@ -45,12 +46,12 @@ double NumberIn(const std::string& text) { return Variant(text).ToDouble(); }
 
 Variant Tick(const forms::CheckBox& box) { return std::int32_t{box.Value() == 1 ? 1 : 0}; }
 
-// The text as it stands if it is a number from 0 on, else the other number. Readings of a number differ where
+// The text as it stands if it is a number from 0 on, else the default. Readings of a number differ where
 // a sign stands behind it, or a separator inside.
 template <class Reading>
-Variant NotNegative(const std::string& text, Reading number, std::int32_t otherwise) {
+Variant NotNegative(const std::string& text, Reading number, DialogSetting setting) {
   if (IsNumeric(text) && number(text) >= 0) return text;
-  return otherwise;
+  return setting.Default().ToInt32();
 }
 
 // A setting and what the dialog gives it.
@@ -61,15 +62,19 @@ struct StoredValue {
 
 // In the order of storing.
 constexpr std::array kStoredValues{
-    StoredValue{"Seconds", [](const frmMirelo& form) { return NotNegative(form.txtSec.Text(), Val, 60); }},
+    StoredValue{"Seconds",
+                [](const frmMirelo& form) { return NotNegative(form.txtSec.Text(), Val, "Seconds"); }},
     StoredValue{"Style", [](const frmMirelo& form) -> Variant { return form.ComStyle.Text(); }},
     StoredValue{"VerticalTable", [](const frmMirelo& form) { return Tick(form.chkVerTable); }},
-    StoredValue{"RowsLimit",
-                [](const frmMirelo& form) { return NotNegative(form.txtRows.Text(), NumberIn, 20); }},
+    StoredValue{
+        "RowsLimit",
+        [](const frmMirelo& form) { return NotNegative(form.txtRows.Text(), NumberIn, "RowsLimit"); }},
     StoredValue{"BuildCharts", [](const frmMirelo& form) { return Tick(form.chkBuildCharts); }},
     StoredValue{"ChartStyle", [](const frmMirelo& form) -> Variant { return form.ComChartStyle.Text(); }},
     StoredValue{"ChartPoints",
-                [](const frmMirelo& form) { return NotNegative(form.txtChartPoints.Text(), NumberIn, 20); }},
+                [](const frmMirelo& form) {
+                  return NotNegative(form.txtChartPoints.Text(), NumberIn, "ChartPoints");
+                }},
     StoredValue{
         "txtDecimalPlaces",
         [](const frmMirelo& form) -> Variant { return Variant(form.txtDecimalPlaces.Text()).ToInt16(); }},

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/settings_catalogue.h"
 #include "dialog/commit_test.h"
 #include "worksheet/color_schemes.h"
 
@@ -43,6 +44,17 @@ TEST_F(Committing, WritesTheDefaultsInTheirOrderAndKinds) {
                   Number("DisplacementHour", "0"), Number("DisplacementMinute", "0")));
   EXPECT_THAT(desktop.boxes, IsEmpty());
   EXPECT_THAT(CallStack(), IsEmpty());
+}
+
+TEST_F(Committing, WritesSettingsOfTheCatalogueOnlyEachInItsKind) {
+  EXPECT_EQ(Go(), 78);
+  EXPECT_THAT(log.writes, SizeIs(::testing::Gt(20U)));
+  for (const Write& write : log.writes) {
+    SCOPED_TRACE(write.section + "\\" + write.name);
+    const Setting* setting = FindSetting(write.section, write.name);
+    ASSERT_NE(setting, nullptr);
+    EXPECT_EQ(write.type, setting->kind == SettingKind::Text ? host::Registry::kSz : host::Registry::kDword);
+  }
 }
 
 TEST_F(Committing, WritesWhatThePersonHasChosen) {

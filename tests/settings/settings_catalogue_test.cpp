@@ -35,71 +35,6 @@ TEST(SettingsCatalogue, HasEachSettingOnceWithASentence) {
   }
 }
 
-TEST(SettingsCatalogue, KnowsKindAndDefaultsOfEachKey) {
-  using Default = std::optional<std::string_view>;
-  constexpr auto kNone = std::nullopt;
-  constexpr auto kText = SettingKind::Text;
-  constexpr auto kInteger = SettingKind::Integer;
-  struct Row {
-    const char* section;
-    const char* key;
-    SettingKind kind;
-    Default facade;
-    Default dialog;
-  };
-  const Row rows[] = {
-      {"Settings", "FillColorOFF", kText, "255", "255"},
-      {"Settings", "FillColorON", kText, "32768", "32768"},
-      {"Settings", "Style", kText, "Blue", "Blue"},
-      {"Settings", "txtVerticalSheet", kText, "Quotes_Vertical", "Quotes_Vertical"},
-      {"Settings", "txtDecimalPlaces", kInteger, "2", "2"},
-      {"Settings", "GreyOut", kInteger, "1", "1"},
-      {"Settings", "ColorPoints", kInteger, "1", "1"},
-      {"Settings", "ChartStyle", kText, "Blue", "Blue"},
-      {"Settings", "ChartPoints", kText, "20", "20"},
-      {"Settings", "RowsLimit", kText, "20", "20"},
-      {"Settings", "VerticalTable", kInteger, "1", "1"},
-      {"Settings", "BuildCharts", kInteger, "1", "0"},
-      {"Settings", "Seconds", kText, "10", "60"},
-      {"Settings", "VerticalField", kText, "Last", kNone},
-      {"Settings", "ListRight", kText, "Ticker,Last,Change,Bid,Ask,Date,Time",
-       "Ticker,Last,Change,Bid,Ask,Date,Time"},
-      {"Settings", "ListLeft", kText, kNone,
-       "Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,52w Low,52w High"},
-      {"Settings", "HTTPPort", kText, "16239", "16239"},
-      {"Settings", "Webaddress", kText, "127.0.0.1", "127.0.0.1"},
-      {"Settings", "SocketPort", kText, "16240", "16240"},
-      {"Settings", "DisplacementHour", kInteger, "0", kNone},
-      {"Settings", "DisplacementMinute", kInteger, "0", kNone},
-      {"Settings", "DisplayTimezone", kText, kNone, "(ET) US Eastern"},
-      {"Settings", "DisplayOffset", kText, kNone, "0:00"},
-      {"Settings", "UpdateEvery", kInteger, kNone, "1"},
-      {"Settings", "AddYAxis", kInteger, kNone, "0"},
-      {"Settings", "Sort_Desc", kText, kNone, "False"},
-      {"Settings\\WidthField", "Bid", kInteger, kNone, "800"},
-      {"Settings\\QuoteSource\\First", "ComQuoteSource", kText, kNone, "Alpstein Finance (delayed)"},
-      {"Settings\\QuoteSource\\List", "eSignal STREAMING (Customers)", kText, kNone, kNone},
-      {"Windows settings\\frmMirelo", "WindowState", kInteger, kNone, "-1"},
-      {"Windows settings\\frmMirelo", "MinPosX", kInteger, kNone, kNone},
-      {"Windows settings\\frmMirelo", "MinPosY", kInteger, kNone, kNone},
-      {"Windows settings\\frmMirelo", "MaxPosX", kInteger, kNone, kNone},
-      {"Windows settings\\frmMirelo", "MaxPosY", kInteger, kNone, kNone},
-      {"Windows settings\\frmMirelo", "NormalPosLeft", kInteger, kNone, kNone},
-      {"Windows settings\\frmMirelo", "NormalPosTop", kInteger, kNone, kNone},
-      {"Windows settings\\frmMirelo", "NormalPosRight", kInteger, kNone, kNone},
-      {"Windows settings\\frmColor", "NormalPosBottom", kInteger, kNone, kNone},
-  };
-  EXPECT_EQ(std::size(rows), AllSettings().size());
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.key);
-    const Setting* setting = FindSetting(row.section, row.key);
-    ASSERT_NE(setting, nullptr);
-    EXPECT_EQ(setting->kind, row.kind);
-    EXPECT_EQ(setting->facade_default, row.facade);
-    EXPECT_EQ(setting->dialog_default, row.dialog);
-  }
-}
-
 TEST(SettingsCatalogue, FindsSettingsWithoutRegardToCase) {
   EXPECT_EQ(FindSetting("SETTINGS", "seconds"), FindSetting("Settings", "Seconds"));
   EXPECT_EQ(FindSetting("settings\\widthfield", "Any header"), FindSetting("Settings\\WidthField", "Ticker"));
@@ -225,6 +160,17 @@ TEST(SettingValues, ThatNoReaderConvertsAreRefusedWithWhatIsAllowed) {
     EXPECT_EQ(error.Number(), 5);
     EXPECT_THAT(error.Description(), HasSubstr(row.allowed));
     EXPECT_THAT(error.Description(), HasSubstr(row.text));
+  }
+}
+
+// Readers find their defaults in the catalogue, and the tests of each reader say what they are.
+TEST(SettingDefaults, AreValuesThatReadersConvert) {
+  for (const Setting& setting : AllSettings()) {
+    SCOPED_TRACE(setting.key);
+    for (const auto& assumed : {setting.facade_default, setting.dialog_default}) {
+      if (!assumed) continue;
+      EXPECT_NO_THROW(SettingValue(setting, *assumed)) << *assumed;
+    }
   }
 }
 

@@ -1,0 +1,159 @@
+#pragma once
+
+// The catalogue of settings: each stands here once, with what its readers assume while nothing is stored.
+// Readers find their default here while compiling (core/known_setting.h); settings_catalogue.h is for people.
+// A new setting is a row of the table, its reader, and the reader's test.
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+#include "snapshot/column_vocabulary.h"
+#include "streaming/first_sources.h"
+
+namespace mirelo {
+
+// How the system writes a setting: the two kinds that the store keeps.
+enum class SettingKind { Text, Integer };
+
+// What the readers of a setting can convert.
+enum class SettingForm { Text, WholeNumber, Boolean };
+
+// A setting of the store, for people who look at it or change it without the dialog.
+struct Setting {
+  // A section ending in a backslash stands for the sections below it, one for each form.
+  std::string_view section;
+  // Empty where the names are the user's: column headers, names of quote sources.
+  std::string_view key;
+  SettingKind kind;
+  SettingForm form;
+  // Bounds of a whole number: what the narrowest reader can take.
+  std::int32_t least;
+  std::int32_t greatest;
+  // What a reader assumes while nothing is stored: the facade and the stream, which the macros hold, and the
+  // dialog. Nothing for one that does not read it or assumes nothing.
+  std::optional<std::string_view> facade_default;
+  std::optional<std::string_view> dialog_default;
+  std::string_view meaning;  // a sentence for people
+};
+
+namespace catalogue {
+
+inline constexpr std::string_view kSettings = "Settings";
+inline constexpr std::string_view kWidths = "Settings\\WidthField";
+inline constexpr std::string_view kFirstSource = "Settings\\QuoteSource\\First";
+inline constexpr std::string_view kSources = "Settings\\QuoteSource\\List";
+inline constexpr std::string_view kWindows =
+    "Windows settings\\";  // one section for each form that keeps its place
+
+inline constexpr std::array<std::string_view, 6> kSections{
+    kSettings, kWidths, kFirstSource, kSources, "Windows settings\\frmMirelo", "Windows settings\\frmColor"};
+
+using Default = std::optional<std::string_view>;
+inline constexpr Default kNone = std::nullopt;
+
+constexpr Setting Text(std::string_view section, std::string_view key, Default facade, Default dialog,
+                       std::string_view meaning) {
+  return {section, key, SettingKind::Text, SettingForm::Text, 0, 0, facade, dialog, meaning};
+}
+
+// A number that the dialog's text boxes store as the text they hold.
+constexpr Setting Digits(std::string_view section, std::string_view key, std::int32_t least,
+                         std::int32_t greatest, Default facade, Default dialog, std::string_view meaning) {
+  return {section, key,    SettingKind::Text, SettingForm::WholeNumber, least, greatest, facade,
+          dialog,  meaning};
+}
+
+constexpr Setting Number(std::string_view section, std::string_view key, std::int32_t least,
+                         std::int32_t greatest, Default facade, Default dialog, std::string_view meaning) {
+  return {section, key,    SettingKind::Integer, SettingForm::WholeNumber, least, greatest, facade,
+          dialog,  meaning};
+}
+
+// The dialog's check boxes take no other number.
+constexpr Setting Tick(std::string_view key, Default facade, Default dialog, std::string_view meaning) {
+  return Number(kSettings, key, 0, 1, facade, dialog, meaning);
+}
+
+inline constexpr std::int32_t kLeast16 = std::numeric_limits<std::int16_t>::min();
+inline constexpr std::int32_t kGreatest16 = std::numeric_limits<std::int16_t>::max();
+inline constexpr std::int32_t kLeast32 = std::numeric_limits<std::int32_t>::min();
+inline constexpr std::int32_t kGreatest32 = std::numeric_limits<std::int32_t>::max();
+
+constexpr Setting Place(std::string_view key, Default dialog, std::string_view meaning) {
+  return Number(kWindows, key, kLeast32, kGreatest32, kNone, dialog, meaning);
+}
+
+// What people read of each, in the order in which they would look for it.
+inline constexpr std::array kRows{
+    Text(kSettings, "Webaddress", "127.0.0.1", "127.0.0.1", "Host name or address where QuoteTracker runs."),
+    Digits(kSettings, "HTTPPort", 0, kGreatest16, "16239", "16239", "Port of QuoteTracker's HTTP interface."),
+    Digits(kSettings, "SocketPort", 0, 65535, "16240", "16240", "Port of QuoteTracker's stream."),
+    Digits(kSettings, "Seconds", kLeast32, kGreatest32, "10", "60",
+           "Seconds from one update to the next; 0 streams. Below 0 counts as 0, above 3600 as 3600."),
+    Tick("UpdateEvery", kNone, "1", "Whether quotes are updated at all: 1, or 0 for once."),
+    Text(kSettings, "ListRight", kDefaultListRight, kDefaultListRight,
+         "The columns of the quote table in their order, parted by commas."),
+    Text(kSettings, "ListLeft", kNone, kDefaultListLeft,
+         "The columns that the quote table leaves out, parted by commas."),
+    Text(kSettings, "VerticalField", kDefaultVerticalField, kNone,
+         "The column that VerticalIndex looks for in the quote table."),
+    Tick("VerticalTable", "1", "1", "Whether tickers have vertical tables on sheets of their own: 1 or 0."),
+    Text(kSettings, "txtVerticalSheet", "Quotes_Vertical", "Quotes_Vertical",
+         "Name of the vertical sheets, in front of the ticker in brackets."),
+    Digits(kSettings, "RowsLimit", kLeast32, kGreatest32, "20", "20",
+           "Rows that a vertical table keeps; 0 for no limit."),
+    Number(kSettings, "txtDecimalPlaces", 0, kGreatest16, "2", "2", "Decimal places of prices."),
+    Text(kSettings, "Style", "Blue", "Blue", "Colours of the quote table: Blue, Green, Yellow or None."),
+    Digits(kSettings, "FillColorON", kLeast32, kGreatest32, "32768", "32768",
+           "The fill colour On that the macros get as palette index: red in the low byte, -4142 for none."),
+    Digits(kSettings, "FillColorOFF", kLeast32, kGreatest32, "255", "255",
+           "The fill colour Off that the macros get as palette index: red in the low byte, -4142 for none."),
+    Tick("BuildCharts", "1", "0", "Whether vertical tables have charts: 1 or 0."),
+    Text(kSettings, "ChartStyle", "Blue", "Blue", "Colours of the charts: Blue, Green, Yellow or None."),
+    Digits(kSettings, "ChartPoints", kLeast16, kGreatest16, "20", "20", "Rows that a chart shows."),
+    Tick("ColorPoints", "1", "1", "Whether a chart's points are coloured by their direction: 1 or 0."),
+    Tick("GreyOut", "1", "1",
+         "Whether a chart's points are grey where nothing changed: 1 or 0. "
+         "While nothing is stored, charts are built as with 0."),  // kGreyOutOfNewCharts
+    Tick("AddYAxis", kNone, "0", "Whether charts have a value axis: 1 or 0."),
+    Text(kSettings, "DisplayTimezone", kNone, "(ET) US Eastern", "Time zone that the dialog shows."),
+    Text(kSettings, "DisplayOffset", kNone, "0:00",
+         "Hours and minutes that the dialog adds to the time zone."),
+    Number(kSettings, "DisplacementHour", kLeast32, kGreatest32, "0", kNone,
+           "Hours that shown times lie ahead of the clock; from zone and offset."),
+    Number(kSettings, "DisplacementMinute", kLeast32, kGreatest32, "0", kNone,
+           "Minutes that shown times lie ahead of the clock; from zone and offset."),
+    Setting{kSettings, "Sort_Desc", SettingKind::Text, SettingForm::Boolean, 0, 0, kNone, "False",
+            "Which way the dialog last sorted the tickers: True is upwards."},
+    Number(kWidths, "", kLeast32, kGreatest32, kNone, "800",
+           "Width of the dialog's column of that header, in twips."),
+    Text(kFirstSource, "ComQuoteSource", kNone, kFirstSourceText,
+         "Quote source that the dialog proposes for streaming."),
+    Text(kSources, "", kNone, kNone, "QuoteTracker's file for the quote source of that name."),
+    Place("WindowState", "-1", "How the window was shown; -1 for a window that keeps no place."),
+    Place("MinPosX", kNone, "Left of the window's symbol."),
+    Place("MinPosY", kNone, "Top of the window's symbol."),
+    Place("MaxPosX", kNone, "Left of the window at its largest."),
+    Place("MaxPosY", kNone, "Top of the window at its largest."),
+    Place("NormalPosLeft", kNone, "Left edge of the window, in pixels."),
+    Place("NormalPosTop", kNone, "Top edge of the window, in pixels."),
+    Place("NormalPosRight", kNone, "Right edge of the window, in pixels."),
+    Place("NormalPosBottom", kNone, "Bottom edge of the window, in pixels."),
+};
+
+// The one reader that assumes something else: the charts that Go builds are not greyed while GreyOut is not
+// stored, where dialog and facade assume 1. Go stores the dialog's box before it builds, so it shows only
+// when that failed, or when Build_Charts is called by itself. That is what Build_Charts has always done for
+// who calls it, so it stays.
+inline constexpr std::string_view kGreyOutOfNewCharts = "0";
+
+// Columns of the ticker grid that start wider than the others.
+inline constexpr std::array<std::string_view, 2> kWideColumns{"Ticker", "Charts (Last & Volume)"};
+inline constexpr std::string_view kWideColumn = "1700";
+
+}  // namespace catalogue
+
+}  // namespace mirelo
