@@ -96,6 +96,32 @@ TEST(Includes, FollowTheArrowsOfTheArchitecture) {
   }
 }
 
+// The workbook's own rooms, and whom each may know besides itself and the helpers that lie beside them.
+TEST(Includes, OfTheWorkbookPointFromWhatIsShownAndSavedToTheModel) {
+  const std::string workbook = "adapters/workbook/";
+  const std::map<std::string, Rooms> allowed{{"model", {}},
+                                             {"typed", {"model"}},
+                                             {"display", {"model"}},
+                                             {"objects", {"model", "typed", "display"}},
+                                             {"xlsx", {"model", "display"}}};
+  const auto room = [&](const std::string& path) {
+    if (path.rfind(workbook, 0) != 0) return std::string();
+    const std::string rest = path.substr(workbook.size());
+    return rest.find('/') == rest.npos ? std::string() : rest.substr(0, rest.find('/'));
+  };
+  std::set<std::string> seen;
+  for (const auto& include : IncludesBelow(kSource / workbook)) {
+    const std::string from = room(include.file.string());
+    const std::string to = room(include.name);
+    if (from.empty() || to.empty()) continue;
+    seen.insert(from);
+    ASSERT_TRUE(allowed.count(from)) << "no arrows are drawn for " << from;
+    EXPECT_TRUE(from == to || allowed.at(from).count(to))
+        << include.file << " must not know " << include.name;
+  }
+  EXPECT_EQ(seen.size(), allowed.size());
+}
+
 TEST(Includes, NobodyKnowsThePrograms) {
   for (const auto& include : IncludesBelow(kSource)) {
     const std::string from = RoomOf(include.file.string());

@@ -7,7 +7,7 @@
 #include <iterator>
 
 #include "adapters/workbook/atomic_file.h"
-#include "adapters/workbook/model/chart_layout.h"
+#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/xlsx/saved_check.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
@@ -211,13 +211,13 @@ const std::vector<Setting>& Settings() {
   return settings;
 }
 
-TEST_F(ChartFiles, KeepEveryFieldOfLinesAndOfColumns) {
-  for (const std::int32_t type : {host::excel::xlLineMarkers, host::excel::xlColumnClustered}) {
+TEST_F(ChartFiles, KeepEveryFieldOfEveryKind) {
+  for (const ChartKind* kind : kChartKinds) {
     for (const auto& [name, make] : Settings()) {
-      SCOPED_TRACE(std::string(name) + ", type " + std::to_string(type));
+      SCOPED_TRACE(std::string(name) + ", " + std::string(kind->group));
       const auto book = BookWithHistory(20);
       Chart& chart = AddChart(book->sheets.front(), 4, 22);
-      chart.type = type;
+      chart.kind = kind;
       make(chart);
       const auto read = Reread(*book);
       ASSERT_THAT(read->sheets.front()->charts.all, SizeIs(1));
@@ -243,7 +243,7 @@ TEST_F(ChartFiles, KeepEveryMarker) {
     SCOPED_TRACE(marker);
     const auto book = BookWithHistory(1);
     Chart& chart = AddChart(book->sheets.front(), 4, 3);
-    chart.type = host::excel::xlLineMarkers;
+    chart.kind = &kLineKind;
     chart.series.front().marker = marker;
     EXPECT_EQ(FirstChart(*Reread(*book)).series.front().marker, marker);
   }
@@ -433,7 +433,7 @@ TEST_F(ChartFiles, KeepChartSheets) {
   const auto empty = book->AddChartSheet();
   const auto prices = book->AddChartSheet();
   prices->name = "Prices & more";
-  prices->type = host::excel::xlLineMarkers;
+  prices->kind = &kLineKind;
   prices->title.emplace().left = 33;
   prices->series.emplace_back().values = Area{3, 4, 9, 4};
   prices->series.front().sheet = book->sheets.back();

@@ -6,7 +6,7 @@
 #include <iomanip>
 #include <sstream>
 
-#include "adapters/workbook/model/chart_layout.h"
+#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/palette.h"
 #include "host/excel/constants.h"
 
@@ -78,7 +78,8 @@ class Writer {
 
   std::string Write() {
     text_ << std::setprecision(17);
-    Line("name", chart_.name, "type", chart_.type, "placement", chart_.placement, "legend", chart_.legend);
+    Line("name", chart_.name, "type", chart_.kind->type, "placement", chart_.placement, "legend",
+         chart_.legend);
     Box("place", chart_.place);
     Fill("area", chart_.area);
     Fill("plot", chart_.plot);
@@ -170,7 +171,7 @@ void AddTickerCharts(const std::shared_ptr<Sheet>& sheet, std::int32_t rows) {
   double top = 0;
   for (const std::int32_t column : {4, 5}) {
     Chart& chart = AddChart(sheet, column, kFirstRow + rows - 1);
-    chart.type = column == 4 ? host::excel::xlLineMarkers : host::excel::xlColumnClustered;
+    chart.kind = column == 4 ? &kLineKind : &kColumnKind;
     chart.place = {240, top, 200.25, kHeight - 0.25};  // whole pixels
     top += kHeight - 0.25;
     DressUp(chart, column == 4 ? "Last" : "LastVolume");

@@ -145,7 +145,7 @@ TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
   ASSERT_EQ(sheet->charts.all.size(), 2u);
 
   const Chart& line = *sheet->charts.all[0];
-  EXPECT_EQ(line.type, host::excel::xlLineMarkers);
+  EXPECT_EQ(line.kind, &workbook::kLineKind);
   EXPECT_EQ(line.place.left, 5 * 48);
   EXPECT_EQ(line.place.top, 15);
   EXPECT_NEAR(line.place.width, 15 / 2.54 * 72, 0.01) << "15 cm";
@@ -169,7 +169,7 @@ TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
   EXPECT_EQ(series.points[2].foreground.color, 0x000080);
 
   const Chart& columns = *sheet->charts.all[1];
-  EXPECT_EQ(columns.type, host::excel::xlColumnClustered);
+  EXPECT_EQ(columns.kind, &workbook::kColumnKind);
   EXPECT_EQ(columns.place.top, 19 * 15);
   EXPECT_FALSE(columns.title.has_value());
   EXPECT_TRUE(columns.legend);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "adapters/workbook/model/area.h"
+#include "adapters/workbook/model/chart_kind.h"
 #include "adapters/workbook/model/style.h"
 
 namespace mirelo::workbook {
@@ -109,8 +110,8 @@ struct Chart {
   static constexpr double kStandardWidth = 360;  // points
   static constexpr double kStandardHeight = 216;
 
-  std::string name;        // of its shape, "Chart 1"; of a chart sheet the sheet's
-  std::int32_t type = 51;  // host::excel::XlChartType
+  std::string name;  // of its shape, "Chart 1"; of a chart sheet the sheet's
+  const ChartKind* kind = &kColumnKind;
   ChartBox place{0, 0, kStandardWidth, kStandardHeight};  // on its sheet, whole pixels of three quarters
   std::int32_t placement = 1;  // XlPlacement: moves and grows with the cells beneath, 2 moves, 3 does neither
   ChartFill area;

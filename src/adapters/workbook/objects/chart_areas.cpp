@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/errors.h"
-#include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/objects/chart_border.h"
 #include "adapters/workbook/objects/chart_fill.h"
 

@@ -53,13 +53,13 @@ std::shared_ptr<excel::Sheet> ChartObject::Parent() {
   return std::make_shared<WorksheetObject>(place_.book, place_.sheet);
 }
 
-excel::XlChartType ChartObject::ChartType() { return static_cast<excel::XlChartType>(place_.Get().type); }
+excel::XlChartType ChartObject::ChartType() { return place_.Get().kind->type; }
 
 void ChartObject::ChartType(excel::XlChartType type) {
   workbook::Chart& chart = place_.Get();
-  if (type != excel::xlColumnClustered && type != excel::xlLineMarkers)
-    throw Refused("Charts of this type cannot be drawn.");
-  chart.type = type;
+  const ChartKind* kind = KindOf(type);
+  if (kind == nullptr) throw Refused("Charts of this type cannot be drawn.");
+  chart.kind = kind;
 }
 
 void ChartObject::SetSourceData(excel::Range& source, excel::XlRowCol by) {

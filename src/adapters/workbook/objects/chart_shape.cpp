@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/errors.h"
-#include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/objects/chart_object.h"
 #include "adapters/workbook/objects/shape_size.h"

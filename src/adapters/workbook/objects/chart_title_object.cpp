@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/errors.h"
-#include "adapters/workbook/model/chart_layout.h"
 #include "adapters/workbook/objects/chart_border.h"
 #include "adapters/workbook/objects/chart_font.h"
 #include "adapters/workbook/text_units.h"

@@ -1,5 +1,6 @@
 #include "adapters/workbook/xlsx/chart_reader.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -24,6 +25,13 @@ constexpr std::string_view kPlotPlace = "the place of the plot";
 
 std::string_view ValueOf(pugi::xml_node parent, std::string_view child) {
   return Attribute(Child(parent, child), "val");
+}
+
+// A direction that is not told is the usual one.
+bool IsOfKind(pugi::xml_node group, const ChartKind& kind) {
+  const std::string_view direction = ValueOf(group, "barDir");
+  return IsNamed(group.name(), kind.group) && ValueOf(group, "grouping") == kind.grouping &&
+         (direction.empty() || kind.direction.empty() || direction == kind.direction);
 }
 
 class ChartReader {
@@ -75,17 +83,16 @@ class ChartReader {
       if (group) return {};
       group = child;
     }
-    const bool is_line = IsNamed(group.name(), "lineChart") && ValueOf(group, "grouping") == "standard";
-    const bool is_columns = IsNamed(group.name(), "barChart") && ValueOf(group, "barDir") != "bar" &&
-                            ValueOf(group, "grouping") == "clustered";
-    if (!is_line && !is_columns) {
+    const auto kind =
+        std::ranges::find_if(kChartKinds, [&](const ChartKind* one) { return IsOfKind(group, *one); });
+    if (kind == kChartKinds.end()) {
       for (const char* more : {"grouping", "barDir"}) {
         const std::string_view value = ValueOf(group, more);
         if (!value.empty()) result_.type.append(", ").append(value);
       }
       return {};
     }
-    chart_->type = is_line ? host::excel::xlLineMarkers : host::excel::xlColumnClustered;
+    chart_->kind = *kind;
     return group;
   }
 
@@ -126,9 +133,8 @@ class ChartReader {
   }
 
   void ReadSeries(pugi::xml_node group) {
-    const bool is_line = chart_->type == host::excel::xlLineMarkers;
     const bool has_markers = Flag(Child(group, "marker"), "val", static_cast<bool>(Child(group, "marker")));
-    SeriesReader reader(shapes_, losses_, context_.budget, xml_.name(), is_line, has_markers);
+    SeriesReader reader(shapes_, losses_, context_.budget, xml_.name(), *chart_->kind, has_markers);
     ForEachChild(group, "ser", [&](pugi::xml_node node) {
       SeriesReader::Result read = reader.Read(node);
       chart_->series.push_back(std::move(read.series));

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "adapters/workbook/model/chart_layout.h"
+#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/shape_properties_writer.h"

@@ -4,7 +4,9 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
+#include "adapters/workbook/model/chart_kind.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/part_words.h"
 #include "adapters/workbook/xlsx/xml_part.h"
@@ -56,8 +58,6 @@ constexpr std::array kChartWords = std::to_array<PartWord>({
 
 constexpr std::array kPlotWords = std::to_array<PartWord>({
     {"layout", ""},
-    {"lineChart", ""},
-    {"barChart", ""},
     {"catAx", ""},
     {"valAx", ""},
     {"spPr", ""},
@@ -212,12 +212,19 @@ void ReportChart(pugi::xml_node chart, ChartLosses& losses) {
   losses.AddIf(IsUnusual(chart, "dispBlanksAs", "gap"), "how empty cells are plotted");
 }
 
-void ReportPlot(pugi::xml_node plot_area, ChartLosses& losses) { Report(plot_area, kPlotWords, losses); }
+// The groups of series, which kinds of charts are told by, are looked into by themselves.
+void ReportPlot(pugi::xml_node plot_area, ChartLosses& losses) {
+  std::vector<PartWord> words(kPlotWords.begin(), kPlotWords.end());
+  for (const ChartKind* kind : kChartKinds) words.push_back({kind->group, ""});
+  Report(plot_area, words, losses);
+}
 
 void ReportGroup(pugi::xml_node group, ChartLosses& losses) {
   Report(group, kGroupWords, losses);
   losses.AddIf(IsOn(group, "varyColors"), "a colour for each point by itself");
-  losses.AddIf(IsUnusual(group, "gapWidth", "150") || IsUnusual(group, "overlap", "0"), kGaps);
+  losses.AddIf(
+      IsUnusual(group, kColumnKind.detail, kColumnKind.detail_value) || IsUnusual(group, "overlap", "0"),
+      kGaps);
   ReportLabels(group, losses);
 }
 

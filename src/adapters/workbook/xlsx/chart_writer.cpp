@@ -1,9 +1,10 @@
 #include "adapters/workbook/xlsx/chart_writer.h"
 
 #include <cstddef>
-#include <cstdint>
+#include <string>
+#include <string_view>
 
-#include "adapters/workbook/model/chart_layout.h"
+#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_text_writer.h"
 #include "adapters/workbook/xlsx/series_writer.h"
@@ -16,6 +17,9 @@ namespace {
 
 constexpr const char* kCategoryAxis = "1";
 constexpr const char* kValueAxis = "2";
+
+// The full name of an element of charts.
+std::string Named(std::string_view word) { return "c:" + std::string(word); }
 
 // The order of elements is the format's; other programs refuse any other.
 class ChartWriter {
@@ -35,8 +39,6 @@ class ChartWriter {
   }
 
  private:
-  bool IsLine() const { return chart_.type == host::excel::xlLineMarkers; }
-
   void WriteChart(pugi::xml_node node) {
     if (chart_.title) AppendTitle(node, chart_);
     AppendValue(node, "c:autoTitleDeleted", chart_.title ? "0" : "1");
@@ -52,12 +54,13 @@ class ChartWriter {
 
   void WritePlot(pugi::xml_node node) {
     WritePlotPlace(node.append_child("c:layout"));
-    pugi::xml_node group = node.append_child(IsLine() ? "c:lineChart" : "c:barChart");
-    if (!IsLine()) AppendValue(group, "c:barDir", "col");
-    AppendValue(group, "c:grouping", IsLine() ? "standard" : "clustered");
+    const ChartKind& kind = *chart_.kind;
+    pugi::xml_node group = node.append_child(Named(kind.group).c_str());
+    if (!kind.direction.empty()) AppendValue(group, "c:barDir", kind.direction);
+    AppendValue(group, "c:grouping", kind.grouping);
     AppendValue(group, "c:varyColors", "0");
     for (std::size_t i = 0; i < chart_.series.size(); ++i) AppendSeries(group, chart_, i, book_);
-    AppendValue(group, IsLine() ? "c:marker" : "c:gapWidth", IsLine() ? "1" : "150");
+    AppendValue(group, Named(kind.detail).c_str(), kind.detail_value);
     AppendValue(group, "c:axId", kCategoryAxis);
     AppendValue(group, "c:axId", kValueAxis);
     WriteCategoryAxis(node.append_child("c:catAx"));

@@ -69,7 +69,7 @@ bool IsSame(const ChartSeries& a, const ChartSeries& b) {
 // Looks stand in the same parts as what is compared. A chart without a name gets one.
 bool IsSame(const Chart& a, const Chart& b) {
   const auto title = [](const Chart& chart) { return chart.title ? CleanText(chart.title->text) : ""; };
-  return (a.name.empty() || CleanText(a.name) == b.name) && a.type == b.type && title(a) == title(b) &&
+  return (a.name.empty() || CleanText(a.name) == b.name) && a.kind == b.kind && title(a) == title(b) &&
          std::equal(a.series.begin(), a.series.end(), b.series.begin(), b.series.end(),
                     [](const auto& one, const auto& other) { return IsSame(one, other); });
 }

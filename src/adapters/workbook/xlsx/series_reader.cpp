@@ -39,7 +39,7 @@ SeriesReader::Result SeriesReader::Read(pugi::xml_node node) {
   const pugi::xml_node shape = Child(node, "spPr");
   series.line = shapes_.Line(shape);
   series.shadow = shapes_.Shadow(shape);
-  if (is_line_) {
+  if (kind_.has_markers) {
     ReadMarker(Child(node, "marker"), series);
     series.smooth = Flag(Child(node, "smooth"), "val", static_cast<bool>(Child(node, "smooth")));
   } else {
@@ -96,7 +96,7 @@ void SeriesReader::ReadPoint(pugi::xml_node node, const ChartSeries& series, Cha
   point.line = shapes_.Line(shape);
   shapes_.RefuseEffects(shape);
   ReportPoint(node, losses_);
-  if (!is_line_) {
+  if (!kind_.has_markers) {
     point.background = shapes_.PlainFill(shape);
     point.foreground = shapes_.Edge(Child(OwnExtension(node), "marker"));
     return;

@@ -12,14 +12,14 @@ namespace mirelo::workbook {
 // Reads the series of one chart's part.
 class SeriesReader {
  public:
-  // `has_markers`: whether lines have markers where they tell none.
+  // `has_markers`: whether series of a kind with markers have them where they tell none.
   SeriesReader(const ShapePropertiesReader& shapes, ChartLosses& losses, LoadBudget& budget,
-               const std::string& part, bool is_line, bool has_markers)
+               const std::string& part, const ChartKind& kind, bool has_markers)
       : shapes_(shapes),
         losses_(losses),
         budget_(budget),
         part_(part),
-        is_line_(is_line),
+        kind_(kind),
         has_markers_(has_markers) {}
 
   struct Result {
@@ -39,7 +39,7 @@ class SeriesReader {
   ChartLosses& losses_;
   LoadBudget& budget_;
   const std::string& part_;
-  bool is_line_;
+  const ChartKind& kind_;
   bool has_markers_;
 };
 

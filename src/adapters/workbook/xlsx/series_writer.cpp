@@ -37,16 +37,13 @@ std::string PlottedText(const CellValue& value) {
 class SeriesWriter {
  public:
   SeriesWriter(const Chart& chart, std::size_t index, const Book& book)
-      : series_(chart.series[index]),
-        index_(index),
-        is_line_(chart.type == host::excel::xlLineMarkers),
-        book_(book) {}
+      : series_(chart.series[index]), index_(index), has_markers_(chart.kind->has_markers), book_(book) {}
 
   void Write(pugi::xml_node node) const {
     AppendValue(node, "c:idx", std::to_string(index_));
     AppendValue(node, "c:order", std::to_string(index_));
     AppendLooks(node, series_.line, series_.background, series_.shadow);
-    if (is_line_) {
+    if (has_markers_) {
       AppendMarker(node, "c:marker", series_.background, series_.foreground);
     } else {
       AppendValue(node, "c:invertIfNegative", "0");
@@ -55,7 +52,7 @@ class SeriesWriter {
       if (series_.points[i] != ChartPoint()) WritePoint(node.append_child("c:dPt"), i, series_.points[i]);
     }
     WriteValues(node.append_child("c:val"));
-    if (is_line_) {
+    if (has_markers_) {
       AppendValue(node, "c:smooth", series_.smooth ? "1" : "0");
     } else {
       WriteLineOfColumns(AppendExtension(node));
@@ -64,7 +61,7 @@ class SeriesWriter {
 
  private:
   void AppendLooks(pugi::xml_node node, const ChartLine& line, const PointColor& fill, bool shadow) const {
-    const bool has_fill = !is_line_ && fill.look != Look::Automatic;
+    const bool has_fill = !has_markers_ && fill.look != Look::Automatic;
     if (line.look == Look::Automatic && !has_fill && !shadow) return;
     pugi::xml_node shape = AppendShape(node);
     if (has_fill) AppendFill(shape, fill);
@@ -88,12 +85,13 @@ class SeriesWriter {
   void WritePoint(pugi::xml_node node, std::size_t number, const ChartPoint& point) const {
     AppendValue(node, "c:idx", std::to_string(number));
     const bool has_edge = point.foreground.look != Look::Automatic;
-    if (!is_line_) AppendValue(node, "c:invertIfNegative", "0");
-    if (is_line_ && (has_edge || point.background.look != Look::Automatic))
+    if (!has_markers_) AppendValue(node, "c:invertIfNegative", "0");
+    if (has_markers_ && (has_edge || point.background.look != Look::Automatic))
       AppendMarker(node, "c:marker", point.background, point.foreground);
     AppendValue(node, "c:bubble3D", "0");
     AppendLooks(node, point.line, point.background, false);
-    if (!is_line_ && has_edge) AppendLine(AppendExtension(node).append_child("m:marker"), point.foreground);
+    if (!has_markers_ && has_edge)
+      AppendLine(AppendExtension(node).append_child("m:marker"), point.foreground);
   }
 
   // What columns have for the day on which they become a line.
@@ -127,7 +125,7 @@ class SeriesWriter {
 
   const ChartSeries& series_;
   std::size_t index_;
-  bool is_line_;
+  bool has_markers_;
   const Book& book_;
 };
 

@@ -1,4 +1,4 @@
-#include "adapters/workbook/model/chart_layout.h"
+#include "adapters/workbook/display/chart_layout.h"
 
 #include <algorithm>
 #include <cmath>
