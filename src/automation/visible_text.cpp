@@ -24,13 +24,30 @@ struct Characters {
 constexpr Characters kObeyed[] = {
     {0x0000, 0x001F},  // controls
     {0x007F, 0x009F},  // delete, and the other controls
-    {0x061C, 0x061C},  // marks of direction, here and below
-    {0x180E, 0x180E},  // no width, here and below
-    {0x200B, 0x200B}, {0x200E, 0x200F},
-    {0x2028, 0x202E},  // ends of lines and paragraphs, direction
-    {0x2060, 0x206F},  // no width, direction
-    {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB},
+    {0x2028, 0x2029},  // ends of lines and paragraphs
+    {0xFFF9, 0xFFFB},  // marks of annotations
     {0xDC80, 0xDCFF},  // bytes that are no UTF-8, as utf8::Decode gives them
+    // Unicode's property Default_Ignorable_Code_Point: what has no shape of its own, marks of direction among
+    // it. But for the joiners (200C and 200D) and the selectors of variants (FE00 to FE0F, E0100 to E01EF),
+    // which words and pictures are written with.
+    {0x00AD, 0x00AD},
+    {0x034F, 0x034F},
+    {0x061C, 0x061C},
+    {0x115F, 0x1160},
+    {0x17B4, 0x17B5},
+    {0x180B, 0x180F},
+    {0x200B, 0x200B},
+    {0x200E, 0x200F},
+    {0x202A, 0x202E},
+    {0x2060, 0x206F},
+    {0x3164, 0x3164},
+    {0xFEFF, 0xFEFF},
+    {0xFFA0, 0xFFA0},
+    {0xFFF0, 0xFFF8},
+    {0x1BCA0, 0x1BCA3},
+    {0x1D173, 0x1D17A},
+    {0xE0000, 0xE00FF},
+    {0xE01F0, 0xE0FFF},
 };
 constexpr char32_t kStrayByte = 0xDC00;
 
@@ -39,6 +56,8 @@ constexpr std::array<std::pair<char32_t, char>, 4> kLetters{
     {{'\t', 't'}, {'\n', 'n'}, {'\r', 'r'}, {'\0', '0'}}};
 
 constexpr std::size_t kCharacterDigits = 4;
+constexpr std::size_t kLongCharacterDigits = 8;
+constexpr char32_t kFirstLong = 0x10000;  // that four digits cannot name
 constexpr std::size_t kByteDigits = 2;
 
 bool IsObeyed(char32_t character) {
@@ -62,8 +81,9 @@ std::string Written(char32_t character) {
   }
   const auto letter =
       std::find_if(kLetters.begin(), kLetters.end(), [=](const auto& l) { return l.first == character; });
-  return letter != kLetters.end() ? std::string{'\\', letter->second}
-                                  : "\\u" + Digits(character, kCharacterDigits);
+  if (letter != kLetters.end()) return {'\\', letter->second};
+  return character < kFirstLong ? "\\u" + Digits(character, kCharacterDigits)
+                                : "\\U" + Digits(character, kLongCharacterDigits);
 }
 
 // The text with `write` in place of each character that is obeyed.
@@ -90,8 +110,9 @@ std::string Replaced(std::string_view text, const Write& write) {
 }
 
 [[noreturn]] void Refuse() {
-  throw RuntimeError(Errors::InvalidProcedureCall().Number(),
-                     "a backslash must be followed by one of \\ t n r 0, or by u and four digits");
+  throw RuntimeError(
+      Errors::InvalidProcedureCall().Number(),
+      "a backslash must be followed by one of \\ t n r 0, by u and four digits, U and eight, or x and two");
 }
 
 // Takes so many hexadecimal digits off the text.
@@ -113,6 +134,10 @@ void TakeEscape(std::string_view& escaped, std::string& text) {
   } else if (letter == 'u') {
     const char32_t character = TakeDigits(escaped, kCharacterDigits);
     if (character >= 0xD800 && character < 0xE000) Refuse();  // half a pair is no character
+    utf8::Append(text, character);
+  } else if (letter == 'U') {
+    const char32_t character = TakeDigits(escaped, kLongCharacterDigits);
+    if (character < kFirstLong || character > 0x10FFFF) Refuse();
     utf8::Append(text, character);
   } else if (letter == 'x') {
     const char32_t byte = TakeDigits(escaped, kByteDigits);
@@ -166,7 +191,12 @@ std::string Unescaped(std::string_view escaped) {
 }
 
 std::string VisibleJson(std::string_view json) {
-  return Replaced(json, [](char32_t c) { return "\\u" + Digits(c, kCharacterDigits); });
+  return Replaced(json, [](char32_t c) {
+    if (c < kFirstLong) return "\\u" + Digits(c, kCharacterDigits);
+    const char32_t rest = c - kFirstLong;  // a pair of halves
+    return "\\u" + Digits(0xD800 + (rest >> 10), kCharacterDigits) + "\\u" +
+           Digits(0xDC00 + (rest & 0x3FF), kCharacterDigits);
+  });
 }
 
 }  // namespace mirelo

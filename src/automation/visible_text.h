@@ -13,6 +13,7 @@ namespace mirelo {
 //
 //   \n \r \t \0   the line feed, carriage return, tab, and the character 0
 //   \u001B        any other, in four hexadecimal digits
+//   \U000E0041    one beyond those, in eight
 //   \xFF          a byte that is no UTF-8, in two
 //
 // Joiners inside words and pictures are left alone.

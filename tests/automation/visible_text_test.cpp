@@ -30,6 +30,10 @@ TEST(VisibleText, HoldsNothingThatIsObeyed) {
       {"MS\u200BFT \uFEFF\u2060", "MS\\u200BFT \\uFEFF\\u2060"},
       {"Größe 株 \U0001F4C8 \u00A0 \U0001F468\u200D\U0001F4BB",
        "Größe 株 \U0001F4C8 \u00A0 \U0001F468\u200D\U0001F4BB"},
+      {"a\u00ADb\u034F\u115F\u1160\u17B4\u180B\u180F\u3164\uFFA0",
+       "a\\u00ADb\\u034F\\u115F\\u1160\\u17B4\\u180B\\u180F\\u3164\\uFFA0"},
+      {"a\U000E0041\U000E007F", "a\\U000E0041\\U000E007F"},
+      {"\u2764\uFE0F", "\u2764\uFE0F"},
       {"a\xC3", "a\\xC3"},
       {"\x9B\xED\xA0\x80", "\\x9B\\xED\\xA0\\x80"},
   };
@@ -46,8 +50,9 @@ TEST(VisibleText, KeepsLinesAndTabsWhereTheyAreLayout) {
 }
 
 TEST(VisibleText, IsReadBackExactlyWhereItWasEscaped) {
-  for (const std::string_view text : {""sv, "plain"sv, "\\"sv, "\\n\n\\\\u001B\033"sv, "a\0b\t\r\n"sv,
-                                      "\u0085\u202E\uFEFF\u200B"sv, "\xFF\xC3\\x\xC3"sv, "株\\"sv}) {
+  for (const std::string_view text :
+       {""sv, "plain"sv, "\\"sv, "\\n\n\\\\u001B\033"sv, "a\0b\t\r\n"sv, "\u0085\u202E\uFEFF\u200B"sv,
+        "\U000E0041\U0001D173\\U000E0041"sv, "\xFF\xC3\\x\xC3"sv, "株\\"sv}) {
     EXPECT_EQ(Unescaped(Escaped(text)), text) << Escaped(text);
     EXPECT_EQ(Visible(Escaped(text)), Escaped(text)) << "no control is left";
   }
@@ -67,7 +72,7 @@ TEST(VisibleText, IsReadBackForEveryCharacterOfThePlaneAndEveryByte) {
 
 TEST(VisibleText, IsRefusedWhereABackslashBeginsNothing) {
   for (const char* text : {"\\", "a\\", "\\a", "\\u", "\\u12", "\\uXYZW", "\\u 1B", "\\uD800", "\\x", "\\x41",
-                           "\\x9", "\\xg0", "\\N"}) {
+                           "\\x9", "\\xg0", "\\N", "\\U0001F4C", "\\U00110000", "\\U0000001B"}) {
     EXPECT_EQ(testing::NumberOf([&] { Unescaped(text); }), 5) << text;
   }
 }
@@ -75,6 +80,7 @@ TEST(VisibleText, IsRefusedWhereABackslashBeginsNothing) {
 TEST(VisibleJson, EscapesWhatJsonLeaves) {
   EXPECT_EQ(VisibleJson("{\"a\":\"\u007F\u009B\u202E \\u001b é\"}"),
             "{\"a\":\"\\u007F\\u009B\\u202E \\u001b é\"}");
+  EXPECT_EQ(VisibleJson("\"\U000E0041\""), "\"\\uDB40\\uDC41\"");
 }
 
 }  // namespace

@@ -30,7 +30,8 @@ constexpr std::int32_t kNoAccess = 75;        // path/file access error
 constexpr std::int32_t kInvalidFormat = 321;  // invalid file format
 constexpr const char* kSource = "Mirelo.SqliteRegistry";
 
-// Ids are never given twice (AUTOINCREMENT), so that a handle of a deleted key never finds another key. The
+// Ids of keys that were stored are never given again (AUTOINCREMENT), so that a handle of a deleted key finds
+// no other key; those of keys that went with a transaction are. The
 // root keys' ids are their handles. `folded` is the name as it is found, `name` the name as it was made. A
 // key that others hang from cannot be deleted (REFERENCES); its values go with it.
 constexpr const char* kMakeLayout = R"sql(
