@@ -85,7 +85,7 @@ class Library(InstalledCase):
         stream = self.build_example("stream")
         with StandIn(self.programs) as stand_in:
             source = self.log_in_and_fetch_a_source(stand_in)
-        for quotes in (100, 1_000, 10_000):
+        for quotes in (100, 1_000, 10_000, 100_000):
             session = self.home / "burst.qts"
             session.write_bytes(burst_session(["MSFT", "IBM"], quotes))
             with self.subTest(quotes), StandIn(self.programs, "--play", session) as stand_in:

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <map>
@@ -44,14 +43,25 @@ class Burst {
   // Writes a session that a stand-in plays: the conversation up to the quotes, then so many of them each
   // millisecond. It does not end within an hour.
   void WriteSession(const std::string& path, int quotes_a_millisecond) const {
+    std::vector<int> goes(static_cast<std::size_t>(quotes_ / quotes_a_millisecond), quotes_a_millisecond);
+    goes.push_back(quotes_ % quotes_a_millisecond);
+    WriteSession(path, goes, std::chrono::milliseconds(1));
+  }
+  // The same with so many quotes in each go, and a pause between two of them.
+  void WriteSession(const std::string& path, const std::vector<int>& goes,
+                    std::chrono::milliseconds pause) const {
     using std::chrono::milliseconds;
     quotetracker::SessionWriter session(path);
     session.Add(milliseconds(0), "OK<CONNECT>QuoteTracker</CONNECT><SERVERTIME>09:30</SERVERTIME>");
     session.Add(milliseconds(20), "LO<STATUSCODE>0</STATUSCODE>");
     session.Add(milliseconds(40), "OK<STREAMER>SWISS.SDF</STREAMER>");
     auto time = milliseconds(100);
-    for (int from = 0; from < quotes_; from += quotes_a_millisecond, ++time)
-      session.Add(time, Bytes(from, std::min(from + quotes_a_millisecond, quotes_)));
+    int from = 0;
+    for (const int quotes : goes) {
+      if (quotes > 0) session.Add(time, Bytes(from, from + quotes));
+      from += quotes;
+      time += pause;
+    }
     session.Add(std::chrono::hours(1), "OK");
   }
 
