@@ -1,7 +1,9 @@
 // Files that are no registry of ours are refused, and stay as they are.
 
 #include <sys/stat.h>
+#include <sys/syscall.h>
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -18,6 +20,7 @@
 #include "automation/runtime_error.h"
 #include "registry/sqlite_file.h"
 #include "support/child_process.h"
+#include "support/refused_calls.h"
 
 namespace mirelo::testing {
 namespace {
@@ -245,6 +248,42 @@ TEST_F(LockedRegistry, IsWaitedForOnce) {
   EXPECT_GE(std::chrono::steady_clock::now() - start, kTimeout);
   for (int i = 0; i < 10; ++i) EXPECT_EQ(Store(registry, "Name", "after"), Registry::kRegistryIoFailed);
   EXPECT_LT(std::chrono::steady_clock::now() - start, 6 * kTimeout);
+}
+
+class RegistryOnFullDisk : public RefusedFile {};
+
+TEST_F(RegistryOnFullDisk, SaysThatTheDiskIsFullWhenItStores) {
+  MakeRegistry();
+  for (const int reason : {ENOSPC, EDQUOT}) {
+    SCOPED_TRACE(reason);
+    SqliteRegistry registry(place.file());
+    WithRefusedCalls({SYS_write, SYS_pwrite64}, reason,
+                     [&] { EXPECT_EQ(Store(registry, "Name", "after"), Registry::kRegistryIoFailed); });
+    EXPECT_EQ(registry.LastFailure(),
+              "The settings file " + place.file().string() + " cannot be used: the disk is full");
+    EXPECT_EQ(Load(registry, "Name"), "kept");
+    EXPECT_EQ(Store(registry, "Name", "kept"), Registry::kSuccess) << "there is room again";
+  }
+}
+
+// The index of its log finds no room.
+TEST_F(RegistryOnFullDisk, SaysThatTheDiskIsFullWhenItIsOpened) {
+  MakeRegistry();
+  std::optional<RuntimeError> error;
+  WithRefusedCalls({SYS_write, SYS_pwrite64, SYS_ftruncate, SYS_fallocate}, ENOSPC,
+                   [&] { error = OpenError(place.file()); });
+  ASSERT_TRUE(error.has_value()) << "it opened";
+  EXPECT_EQ(error->Description(),
+            "The settings file " + place.file().string() + " cannot be used: the disk is full");
+}
+
+TEST_F(RegistryOnFullDisk, SaysThatALimitOfFileSizesIsReached) {
+  MakeRegistry();
+  SqliteRegistry registry(place.file());
+  WithRefusedCalls({SYS_write, SYS_pwrite64}, EFBIG,
+                   [&] { EXPECT_EQ(Store(registry, "Name", "after"), Registry::kRegistryIoFailed); });
+  EXPECT_THAT(registry.LastFailure(),
+              HasSubstr("cannot be used: it has reached the limit of file sizes (ulimit -f)"));
 }
 
 TEST_F(LockedRegistry, SaysThatTheDatabaseRefused) {

@@ -57,6 +57,19 @@ std::string Database::Message() const { return sqlite3_errmsg(handle()); }
 
 int Database::LastResult() const { return sqlite3_extended_errcode(handle()); }
 
+// The files know what they met themselves; the connection misses what came with a commit.
+int Database::SystemError() const {
+  for (const int which : {SQLITE_FCNTL_JOURNAL_POINTER, SQLITE_FCNTL_FILE_POINTER}) {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle(), "main", which, &file);
+    if (file == nullptr || file->pMethods == nullptr) continue;
+    int error = 0;
+    file->pMethods->xFileControl(file, SQLITE_FCNTL_LAST_ERRNO, &error);
+    if (error != 0) return error;
+  }
+  return sqlite3_system_errno(handle());
+}
+
 Statement::Statement(Database& database, const char* sql) {
   sqlite3_stmt* statement = nullptr;
   prepared_ = sqlite3_prepare_v3(database.handle(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);

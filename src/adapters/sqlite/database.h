@@ -55,6 +55,8 @@ class Database {
   // The last failure in SQLite's words.
   std::string Message() const;
   int LastResult() const;
+  // The errno behind a failure to read or write that has just been met.
+  int SystemError() const;
 
   sqlite3* handle() const { return connection_.get(); }
 

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -28,6 +29,7 @@ constexpr std::int64_t kRoots = 4;
 
 constexpr std::int32_t kNoAccess = 75;        // path/file access error
 constexpr std::int32_t kInvalidFormat = 321;  // invalid file format
+constexpr const char* kDiskFull = "the disk is full";
 constexpr const char* kSource = "Mirelo.SqliteRegistry";
 
 // Ids of keys that were stored are never given again (AUTOINCREMENT), so that a handle of a deleted key finds
@@ -104,6 +106,22 @@ std::string Sentence(const Database& database, const std::string& what) {
   return "The settings file " + database.path() + " " + what;
 }
 
+// SQLite calls a disk that is full by that name only where it meets it in the file or its log; elsewhere, and
+// at limits, it has "disk I/O error" for all.
+std::string ReasonOf(const Database& database, int result) {
+  if ((result & 0xFF) == SQLITE_FULL) return kDiskFull;
+  if ((result & 0xFF) != SQLITE_IOERR) return database.Message();
+  switch (database.SystemError()) {
+    case ENOSPC:
+    case EDQUOT:
+      return kDiskFull;
+    case EFBIG:
+      return "it has reached the limit of file sizes (ulimit -f)";
+    default:
+      return database.Message();
+  }
+}
+
 }  // namespace
 
 Database OpenRegistryFile(const fs::path& path, milliseconds busy_timeout) {
@@ -130,9 +148,8 @@ Database OpenRegistryFile(const fs::path& path, milliseconds busy_timeout) {
 }
 
 std::string WhyRefused(const Database& database, int result) {
-  const bool locked = (result & 0xFF) == SQLITE_BUSY;
-  return Sentence(database,
-                  locked ? "is locked by " + LockHolder(database) : "cannot be used: " + database.Message());
+  if ((result & 0xFF) == SQLITE_BUSY) return Sentence(database, "is locked by " + LockHolder(database));
+  return Sentence(database, "cannot be used: " + ReasonOf(database, result));
 }
 
 Statement PrepareForLayout(Database& database, const char* sql) {
