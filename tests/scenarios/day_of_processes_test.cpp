@@ -61,10 +61,21 @@ class DayOfProcesses : public ::testing::Test {
                         "--save-every",
                         save_every};
     arguments.insert(arguments.end(), more.begin(), more.end());
-    mirelo = std::make_unique<app::ChildProcess>(kPrograms / "mirelo", arguments);
+    // With what it tells among its output, so that the test can wait for that.
+    arguments.insert(arguments.begin(), {"-c", "exec \"$0\" \"$@\" 2>&1", (kPrograms / "mirelo").string()});
+    mirelo = std::make_unique<app::ChildProcess>("/bin/sh", arguments);
   }
   void BeginStreaming() { Begin({"--source", "Alpstein Finance (delayed)"}); }
-  void BeginAsking() { Begin({"--set", "UpdateEvery=1", "--set", "Seconds=1"}); }
+  void BeginAsking(const char* save_every = "10ms") {
+    Begin({"--set", "UpdateEvery=1", "--set", "Seconds=1"}, save_every);
+  }
+  // Until it has told this line. False when that does not come.
+  bool Tells(const std::string& line) {
+    for (auto told = mirelo->ReadLine(kPatience); told; told = mirelo->ReadLine(kPatience)) {
+      if (*told == line) return true;
+    }
+    return false;
+  }
 
   // How many rows of history the saved workbook holds; 0 while there is none.
   int Rows() const {
@@ -109,7 +120,7 @@ TEST_F(DayOfProcesses, AsksOnAfterARestartOfQuoteTracker) {
   BeginAsking();
   ASSERT_TRUE(GrowsPast(0));
   tracker.End();
-  std::this_thread::sleep_for(1500ms);  // an update fails meanwhile
+  ASSERT_TRUE(Tells("QuoteTracker gave no quotes; going on"));
   StartTracker();
   EXPECT_TRUE(GrowsPast(Rows()));
   EXPECT_EQ(EndInOrder(), 0);
@@ -137,8 +148,9 @@ TEST_F(DayOfProcesses, EndsInOrderWhileAQuoteTrackerThatStallsOwesAnAnswer) {
 }
 
 TEST_F(DayOfProcesses, SavesWhatCameLastWhenItIsEndedInOrder) {
-  Begin({"--source", "Alpstein Finance (delayed)"}, "1h");
-  std::this_thread::sleep_for(1s);
+  BeginAsking("1h");
+  ASSERT_TRUE(Tells("2 quotes"));
+  ASSERT_FALSE(std::filesystem::exists(file)) << "it was saved before";
   EXPECT_EQ(EndInOrder(), 0);
   EXPECT_GT(Rows(), 0);
 }
