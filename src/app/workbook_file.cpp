@@ -16,7 +16,6 @@ using terminal::Err;
 namespace {
 
 constexpr std::int32_t kDiskFull = 61;
-constexpr std::int32_t kPermissionDenied = 70;
 constexpr const char* kMakeRoom = "Make room on the disk, or name another file with --workbook.";
 constexpr const char* kRaiseLimit =
     "Raise the limit of file sizes (ulimit -f), or make room on the disk, or name another file with "
@@ -70,20 +69,17 @@ void TellLoss(const std::filesystem::path& file, const std::string& loss) {
 }
 
 workbook::FileHold HoldForGo(const std::filesystem::path& file) {
-  return SayingWhatToDo([&] {
-    workbook::FileHold hold(file);
-    workbook::Spreadsheet::RequireSavable(file);
-    return hold;
-  });
+  workbook::FileHold hold = HoldForDay(file);
+  SayingWhatToDo([&] { workbook::Spreadsheet::RequireSavable(file); });
+  return hold;
 }
 
-std::optional<workbook::FileHold> HoldForDay(const std::filesystem::path& file) {
-  try {
-    return workbook::FileHold(file);
-  } catch (const RuntimeError& error) {
-    if (error.Number() == kPermissionDenied) throw;
-    return std::nullopt;
-  }
+workbook::FileHold HoldForDay(const std::filesystem::path& file) {
+  workbook::FileHold hold = SayingWhatToDo([&] { return workbook::FileHold(file); });
+  if (!hold.IsLocked())
+    Err() << "warning: " << file.string()
+          << ": its file system knows no locks; see that no other Mirelo saves it meanwhile\n";
+  return hold;
 }
 
 void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet,

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "adapters/workbook/file_hold.h"
@@ -23,12 +22,11 @@ void TellLoss(const std::filesystem::path& file, const std::string& loss);
 
 // Holds a workbook's file for Go, to be called before it is opened and kept until SaveAfterGo. Better than
 // after the work is done, a file that could not be saved is found now: the errors of Spreadsheet::Save, with
-// texts that say what to do.
+// texts that say what to do. That its file system keeps no others out is told on the standard error stream.
 workbook::FileHold HoldForGo(const std::filesystem::path& file);
 
-// The same for a day, which goes on without where the file could not be saved anyway; nothing then. Error 70
-// when another process holds it.
-std::optional<workbook::FileHold> HoldForDay(const std::filesystem::path& file);
+// The same for a day, which may begin while another program has the file: it saves beside it at its end.
+workbook::FileHold HoldForDay(const std::filesystem::path& file);
 
 // Saves it, and tells on the standard error stream what is lost and what became of it. `read` is the file's
 // stamp when the workbook was read from it, or found absent: what another program has saved there since then

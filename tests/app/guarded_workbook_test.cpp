@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -27,7 +29,9 @@
 #include "host/excel/worksheet.h"
 #include "quotetracker/server.h"
 #include "support/child_process.h"
+#include "support/error_number.h"
 #include "support/loopback_server.h"
+#include "support/refused_calls.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -175,6 +179,17 @@ TEST_F(GuardedWorkbook, IsSavedOnceTheOtherProgramIsDone) {
   std::filesystem::remove(lock);
   EXPECT_EQ(Go(File()).exit_code, 0);
   EXPECT_EQ(StoredSeconds(), "7\n");
+}
+
+TEST_F(GuardedWorkbook, BeginsNoDayWhereItCannotBeHeld) {
+  ::testing::internal::CaptureStderr();
+  const RuntimeError error =
+      ErrorOf([&] { WithRefusedCalls({SYS_flock}, EIO, [&] { app::HoldForDay(File()); }); });
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(error.Number(), 75);
+  EXPECT_THAT(error.Description(),
+              AllOf(HasSubstr("Cannot save " + File().string() + ": Input/output error.\n"),
+                    HasSubstr("name another file with --workbook.")));
 }
 
 // Opened elsewhere while the dialog was up

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -21,6 +23,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "quotetracker/server.h"
+#include "support/refused_calls.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -237,11 +240,28 @@ TEST_F(TwoRuns, FollowEachOtherWhenTheFirstIsKilled) {
   EXPECT_THAT(Listing(), ::testing::UnorderedElementsAre("home", "quotes.xlsx"));
 }
 
-TEST_F(Run, FailsWhereTheWorkbookCannotBeSavedAtAll) {
+TEST_F(Run, BeginsNoDayWhereTheWorkbookCannotBeHeld) {
   const auto result = RunWith({"--demo", "--for", "1s", "--workbook", "no/such/folder/quotes.xlsx"});
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_THAT(result.err, AllOf(HasSubstr("Not saved, going on: "), HasSubstr("could not be saved")));
-  EXPECT_THAT(result.out, HasSubstr("MSFT"));
+  EXPECT_THAT(result.err, AllOf(HasSubstr("error: Cannot save"), HasSubstr("No such file or directory.\n"),
+                                HasSubstr("name another file with --workbook.")));
+  EXPECT_THAT(result.out, IsEmpty());
+}
+
+TEST_F(Run, GoesOnWhereTheFileSystemKnowsNoLocksAndSaysSoOnce) {
+  quotetracker::Server server;
+  const std::string port = std::to_string(server.HttpPort());
+  ProgramResult result;
+  WithRefusedCalls({SYS_flock}, ENOLCK, [&] {
+    result = RunWith({"--tickers", "MSFT", "--set", "Seconds=1", "--for", "2s", "--save-every", "100ms",
+                      "--http-port", port});
+  });
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  const std::string warning =
+      "warning: quotes.xlsx: its file system knows no locks; see that no other Mirelo saves it meanwhile\n";
+  EXPECT_THAT(result.err, HasSubstr(warning));
+  EXPECT_EQ(result.err.find(warning, result.err.find(warning) + 1), std::string::npos) << "told once";
+  EXPECT_NO_THROW(workbook::Spreadsheet::Open(folder_ / "quotes.xlsx"));
 }
 
 TEST_F(Run, KeepsATableInPlaceOnATerminal) {

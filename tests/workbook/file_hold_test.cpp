@@ -5,8 +5,10 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -17,9 +19,12 @@
 #include <thread>
 #include <vector>
 
+#include "adapters/workbook/companion_names.h"
+#include "adapters/workbook/lock_file.h"
 #include "support/child_process.h"
 #include "support/current_directory.h"
 #include "support/error_number.h"
+#include "support/refused_calls.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
@@ -215,6 +220,69 @@ TEST_F(Hold, IsRefusedWhereNothingCanBeSaved) {
   EXPECT_EQ(NumberOf([&] { FileHold{"/proc/quotes.xlsx"}; }), 75);
 }
 
+TEST_F(Hold, IsEverybodysWhereTheFileSystemKnowsNoLocks) {
+  for (const int reason : {ENOLCK, EOPNOTSUPP, ENOSYS}) {
+    SCOPED_TRACE(reason);
+    WithRefusedCalls({SYS_flock}, reason, [&] {
+      const FileHold hold(File());
+      EXPECT_FALSE(hold.IsLocked());
+      EXPECT_NO_THROW(With("new").Save(File()));
+    });
+    EXPECT_EQ(SavedValue(), Variant("new"));
+    EXPECT_THAT(FolderListing(), ElementsAre("quotes.xlsx"));
+  }
+  EXPECT_TRUE(FileHold(File()).IsLocked());
+}
+
+TEST_F(Hold, IsRefusedWhereLockingFails) {
+  const RuntimeError error = ErrorOf([&] { WithRefusedCalls({SYS_flock}, EIO, [&] { FileHold{File()}; }); });
+  EXPECT_EQ(error.Number(), 75);
+  EXPECT_EQ(error.Description(), "Cannot save " + File().string() + ": Input/output error");
+}
+
+// File systems of networks lock only what is open for writing.
+TEST_F(Hold, IsTriedWithAFileOpenForWriting) {
+  const auto mode_of = [](const workbook::Descriptor& descriptor) {
+    return ::fcntl(descriptor.number(), F_GETFL) & O_ACCMODE;
+  };
+  WriteBytes(File(), "mine");
+  EXPECT_EQ(mode_of(workbook::OpenToLock(File())), O_RDWR);
+  EXPECT_EQ(mode_of(workbook::DeadLock(File())), O_RDWR);
+  EXPECT_FALSE(workbook::OpenToLock(File("none")).IsOpen());
+  EXPECT_EQ(mode_of(workbook::OpenToLock(folder.path())), O_RDONLY) << "for want of better";
+}
+
+TEST_F(Hold, SaysWhichLockOfAnotherUserStandsInItsWay) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can be two users";
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+  const std::string lock = File(".quotes.xlsx.mirelo-lock").string();
+  WriteBytes(lock, "1");
+  ASSERT_EQ(::chmod(lock.c_str(), 0644), 0);
+  ChildProcess nobody([&](const ChildProcess::Test& test) {
+    if (::setuid(kNobody) != 0) return;
+    const RuntimeError error =
+        ErrorOf([&] { WithRefusedCalls({SYS_flock}, EBADF, [&] { FileHold{File()}; }); });
+    test.Report(error.Number());
+    test.Report(error.Description() == "Cannot save " + File().string() + ": its lock " + lock +
+                                           " is another user's; if no Mirelo works on it, delete that");
+  });
+  std::int32_t number = 0;
+  EXPECT_TRUE(nobody.Read(number) && number == kPermissionDenied) << number;
+  EXPECT_TRUE(nobody.Read(number) && number == 1) << "the text";
+  EXPECT_TRUE(nobody.Finish());
+}
+
+// As where a file has another number each time that it is looked at.
+TEST_F(Hold, IsGivenUpWhereItsLockIsNeverTheOneThatStands) {
+  RuntimeError error(0, "");
+  WithRefusedCalls({SYS_newfstatat, SYS_fstat, SYS_lstat}, EIO,
+                   [&] { error = ErrorOf([&] { const workbook::LockFile lock(File()); }); });
+  EXPECT_EQ(error.Number(), kPermissionDenied);
+  EXPECT_EQ(error.Description(), "Cannot save " + File().string() + ": its lock " +
+                                     File(".quotes.xlsx.mirelo-lock").string() +
+                                     " cannot be kept, as it comes and goes");
+}
+
 // What is left behind
 
 class Leftovers : public Hold {
@@ -267,6 +335,7 @@ TEST_F(Leftovers, OfOtherFilesInTheFolderAreGoneAsWell) {
 TEST_F(Leftovers, AreNotWhatALivingProcessHas) {
   const ChildProcess living([&](const ChildProcess::Test& test) {
     const FileHold hold(File("other.xlsx"));
+    std::filesystem::create_directory(File(".other.xlsx-12.tmp"));
     std::filesystem::create_directory(File(".other.xlsx12.tmp"));
     test.Report(::getpid());
     std::int32_t number = 0;
@@ -274,14 +343,37 @@ TEST_F(Leftovers, AreNotWhatALivingProcessHas) {
   });
   ProcessOf(living);
   With("mine").Save(File());
-  EXPECT_THAT(FolderListing(),
-              UnorderedElementsAre("quotes.xlsx", ".other.xlsx.mirelo-lock", ".other.xlsx12.tmp"));
+  EXPECT_THAT(FolderListing(), UnorderedElementsAre("quotes.xlsx", ".other.xlsx.mirelo-lock",
+                                                    ".other.xlsx-12.tmp", ".other.xlsx12.tmp"));
+}
+
+// The name of one may end with the digits that stand behind another's.
+TEST_F(Leftovers, AreNotWhatALivingProcessHasOfAFileWhoseNameGoesOnWithDigits) {
+  const ChildProcess living([&](const ChildProcess::Test& test) {
+    const FileHold hold(File("day1"));
+    std::filesystem::create_directory(File(workbook::WorkshopNameOf("day1", 777).c_str()));
+    std::filesystem::create_directory(File(".day1777.tmp"));  // by a former version
+    test.Report(::getpid());
+    std::int32_t number = 0;
+    test.Await(number);
+  });
+  ProcessOf(living);
+  { const FileHold hold(File("day")); }
+  EXPECT_THAT(FolderListing(), UnorderedElementsAre(".day1.mirelo-lock", ".day1-777.tmp", ".day1777.tmp"));
+}
+
+TEST_F(Leftovers, OfFormerVersionsAreGoneAsWellWhereTheyAreNobodyElses) {
+  std::filesystem::create_directory(File(".day1777.tmp"));
+  std::filesystem::create_directory(File(".day-1777.tmp"));
+  { const FileHold hold(File("day")); }
+  EXPECT_THAT(FolderListing(), IsEmpty());
 }
 
 TEST_F(Leftovers, AreNothingOfOtherMakers) {
-  const std::vector<std::string> names{".quotes.xlsx.lock", ".quotes.xlsx.tmp",  ".quotes.xlsx1a.tmp",
-                                       ".quotes.xlsx12",    "quotes.xlsx12.tmp", ".other.xlsx12.tmp",
-                                       ".mirelo-lock",      ".quotes.xls12.tmp"};
+  const std::vector<std::string> names{".quotes.xlsx.lock", ".quotes.xlsx.tmp",     ".quotes.xlsx1a.tmp",
+                                       ".quotes.xlsx12",    "quotes.xlsx12.tmp",    ".other.xlsx12.tmp",
+                                       ".quotes.xlsx-.tmp", ".quotes.xlsx-1-2.tmp", ".tmp",
+                                       ".12.tmp",           ".mirelo-lock",         ".quotes.xls12.tmp"};
   for (const std::string& name : names) WriteBytes(File(name.c_str()), "mine");
   { const FileHold hold(File()); }
   EXPECT_THAT(FolderListing(), ::testing::UnorderedElementsAreArray(names));

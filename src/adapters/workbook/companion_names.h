@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace mirelo::workbook {
 
@@ -13,8 +14,10 @@ std::string LockNameOf(std::string_view file);
 // The file's name in such a name.
 std::optional<std::string> FileOfLock(std::string_view lock);
 
-// The folder in which a new file is made: ".quotes.xlsx1234.tmp".
+// The folder in which a new file is made: ".quotes.xlsx-1234.tmp".
 std::string WorkshopNameOf(std::string_view file, unsigned number);
-bool IsWorkshopOf(std::string_view name, std::string_view file);
+// The names of the files whose workshop this may be. More than one for a workshop of former versions, which
+// had nothing between the file's name and the number: ".day12.tmp" may be of "day" and of "day1".
+std::vector<std::string> FilesOfWorkshop(std::string_view name);
 
 }  // namespace mirelo::workbook

@@ -42,4 +42,6 @@ FileHold::FileHold(const fs::path& file) : target_(TargetOf(file)) {
   lock_ = LockOn(target_);
 }
 
+bool FileHold::IsLocked() const { return lock_->IsLocked(); }
+
 }  // namespace mirelo::workbook

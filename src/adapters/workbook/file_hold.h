@@ -18,17 +18,20 @@ class LockFile;
 // - All names of a file by way of symbolic links are one file. It need not be there yet.
 // - The same process may hold a file several times.
 // - What a process that was killed has left beside its files in a folder is removed by the next hold there.
-// - Where the file system knows no locks, all processes get the hold.
+// - Where the file system knows no locks, all processes get the hold; IsLocked tells.
 //
 // Other programs do not know of it; they are looked out for when the file is saved (see ForeignHold).
 class FileHold {
  public:
-  // Error 70 when another process has the hold; 75 when the file is none that could be saved, or its folder
-  // cannot be written; 61 when the disk is full.
+  // Error 70 when another process has the hold, or its lock cannot be taken over; 75 when the file is none
+  // that could be saved, its folder cannot be written, or its file system fails; 61 when the disk is full.
   explicit FileHold(const std::filesystem::path& file);
 
   // The file behind all links.
   const std::filesystem::path& target() const { return target_; }
+
+  // Whether others are kept out: not where the file system knows no locks.
+  bool IsLocked() const;
 
  private:
   std::filesystem::path target_;

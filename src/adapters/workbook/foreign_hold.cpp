@@ -2,12 +2,14 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <string_view>
 #include <system_error>
+
+#include "adapters/workbook/descriptor.h"
+#include "adapters/workbook/lock_file.h"
 
 namespace mirelo::workbook {
 
@@ -33,14 +35,13 @@ std::optional<std::filesystem::path> LockFileOf(const std::filesystem::path& fil
 // Whether a lock of either kind would be refused: those of record locks and those of flock(2) do not see each
 // other.
 bool IsLocked(const std::filesystem::path& file) {
-  const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor < 0) return false;
+  const Descriptor descriptor = OpenToLock(file);
+  if (!descriptor.IsOpen()) return false;
   struct flock lock {};
   lock.l_type = F_WRLCK;
   lock.l_whence = SEEK_SET;
-  const bool has_records = ::fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
-  const bool has_whole = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-  ::close(descriptor);
+  const bool has_records = ::fcntl(descriptor.number(), F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+  const bool has_whole = ::flock(descriptor.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
   return has_records || has_whole;
 }
 

@@ -26,10 +26,19 @@ std::vector<std::string> HiddenNamesIn(const fs::path& folder) {
   return names;
 }
 
+// Of a name that may be of several files' the lock of another one says whose it is, perhaps.
+bool IsWorkshopOf(const std::string& name, const std::string& file, const std::vector<std::string>& names) {
+  const std::vector<std::string> files = FilesOfWorkshop(name);
+  const auto is_anothers = [&](const std::string& other) {
+    return other != file && std::ranges::find(names, LockNameOf(other)) != names.end();
+  };
+  return std::ranges::find(files, file) != files.end() && std::ranges::none_of(files, is_anothers);
+}
+
 void RemoveWorkshops(const fs::path& folder, const std::vector<std::string>& names, const std::string& file) {
   for (const std::string& name : names) {
     std::error_code ignored;
-    if (IsWorkshopOf(name, file)) fs::remove_all(folder / name, ignored);
+    if (IsWorkshopOf(name, file, names)) fs::remove_all(folder / name, ignored);
   }
 }
 

@@ -29,7 +29,7 @@ constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
 constexpr int kLockTries = 10;
 constexpr std::chrono::milliseconds kPause{10};
 
-Descriptor Open(const fs::path& lock) {
+Descriptor OpenOrMake(const fs::path& lock) {
   Descriptor own(::open(lock.c_str(), O_RDWR | O_CREAT | kFlags, kForAllToSee));
   if (own.IsOpen() || errno != EACCES) return own;
   Descriptor of_another_user(::open(lock.c_str(), O_RDONLY | kFlags));
@@ -73,6 +73,16 @@ RuntimeError Held(const fs::path& target, const Descriptor& descriptor) {
                           ProcessIn(descriptor) + "; end that one first, or take another file");
 }
 
+RuntimeError OfAnotherUser(const fs::path& target, const fs::path& lock) {
+  return PermissionDenied("Cannot save " + target.string() + ": its lock " + lock.string() +
+                          " is another user's; if no Mirelo works on it, delete that");
+}
+
+RuntimeError ComesAndGoes(const fs::path& target, const fs::path& lock) {
+  return PermissionDenied("Cannot save " + target.string() + ": its lock " + lock.string() +
+                          " cannot be kept, as it comes and goes");
+}
+
 }  // namespace
 
 LockFile::LockFile(const fs::path& target)
@@ -87,27 +97,41 @@ bool LockFile::IsStanding() const { return !IsLocked() || IsOf(descriptor_, path
 Descriptor LockFile::Take(const fs::path& target) const {
   const auto fail = [&](int reason) { return FileError("Cannot save " + target.string(), reason); };
   for (int tries = 1;; ++tries) {
-    Descriptor descriptor = Open(path_);
+    Descriptor descriptor = OpenOrMake(path_);
     if (!descriptor.IsOpen()) throw fail(errno);
+    const bool was_last = tries == kLockTries;
     if (::flock(descriptor.number(), LOCK_EX | LOCK_NB) == 0) {
-      if (!IsOf(descriptor, path_)) continue;  // its holder has removed it after it was opened here
-      if (!IsWritable(descriptor) && ::unlink(path_.c_str()) == 0) continue;  // left by another user
-      WriteProcess(descriptor);
-      return descriptor;
+      const bool stands = IsOf(descriptor, path_);  // else its holder has removed it after it was opened here
+      const bool is_left =
+          stands && !IsWritable(descriptor) && ::unlink(path_.c_str()) == 0;  // by another user
+      if (stands && !is_left) {
+        WriteProcess(descriptor);
+        return descriptor;
+      }
+      if (was_last) throw ComesAndGoes(target, path_);
+    } else {
+      const int reason = errno;
+      if (HasNoLocks(reason)) {
+        ::unlink(path_.c_str());
+        return Descriptor();
+      }
+      if (reason == EBADF && !IsWritable(descriptor)) throw OfAnotherUser(target, path_);
+      if (reason != EWOULDBLOCK) throw fail(reason);
+      if (was_last) throw Held(target, descriptor);
     }
-    const int reason = errno;
-    if (HasNoLocks(reason)) {
-      ::unlink(path_.c_str());
-      return Descriptor();
-    }
-    if (reason != EWOULDBLOCK) throw fail(reason);
-    if (tries >= kLockTries) throw Held(target, descriptor);
     std::this_thread::sleep_for(kPause);
   }
 }
 
+Descriptor OpenToLock(const fs::path& file) {
+  constexpr int kFlagsOfAll = O_CLOEXEC | O_NONBLOCK;
+  Descriptor for_writing(::open(file.c_str(), O_RDWR | kFlagsOfAll));
+  return for_writing.IsOpen() ? std::move(for_writing)
+                              : Descriptor(::open(file.c_str(), O_RDONLY | kFlagsOfAll));
+}
+
 Descriptor DeadLock(const fs::path& lock) {
-  Descriptor descriptor(::open(lock.c_str(), O_RDONLY | kFlags));
+  Descriptor descriptor = OpenToLock(lock);
   const bool is_dead =
       descriptor.IsOpen() && ::flock(descriptor.number(), LOCK_EX | LOCK_NB) == 0 && IsOf(descriptor, lock);
   return is_dead ? std::move(descriptor) : Descriptor();

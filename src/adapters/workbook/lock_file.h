@@ -30,6 +30,10 @@ class LockFile {
   Descriptor descriptor_;
 };
 
+// A file to be locked, which is there; none when it cannot be opened. Open for writing wherever that may be:
+// file systems of networks give no lock of their own to who only reads.
+Descriptor OpenToLock(const std::filesystem::path& file);
+
 // The lock of this name, if it stands there and no process has it any more; else none.
 Descriptor DeadLock(const std::filesystem::path& lock);
 
