@@ -27,9 +27,9 @@ int Run(const std::function<int()>& body) try { return body(); } catch (const st
   return kFailed;
 }
 
-// In literals, as there may be no memory for other words.
 void TellOfMemory() {
-  Err() << "error: Out of memory.\nLet the program have more (ulimit -v), or take a smaller workbook.\n";
+  Err().PutWithoutMemory(
+      "error: Out of memory.\nLet the program have more (ulimit -v), or take a smaller workbook.\n");
 }
 
 }  // namespace

@@ -48,6 +48,12 @@ void StandardStream::Flush() {
   Write();
 }
 
+void StandardStream::PutWithoutMemory(const char* words) {
+  const std::lock_guard lock(mutex_);
+  Write();
+  if (error_ == 0) error_ = WriteAll(descriptor_, words);
+}
+
 void StandardStream::Write() {
   if (before_ != nullptr) before_->Flush();
   if (error_ == 0) error_ = WriteAll(descriptor_, waiting_);

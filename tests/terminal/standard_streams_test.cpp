@@ -8,9 +8,12 @@
 #include <csignal>
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <string>
+#include <vector>
 
 #include "support/child_process.h"
+#include "support/memory_shortage.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::terminal {
@@ -34,6 +37,25 @@ class SharedFile {
  public:
   const int descriptor;
 };
+
+TEST(StandardStream, TakesNoMemoryForWordsWhereThereMayBeNone) {
+  const char* const words = "words that are longer than what a text has room for in itself\n";
+  SharedFile file;
+  StandardStream err(file.descriptor);
+  err << "before ";
+  bool memory_was_asked_for = true;
+  {
+    const testing::MemoryShortage shortage;  // the first to ask for any fails
+    err.PutWithoutMemory(words);
+    try {
+      std::vector<char>(1).clear();
+    } catch (const std::bad_alloc&) {
+      memory_was_asked_for = false;
+    }
+  }
+  EXPECT_FALSE(memory_was_asked_for);
+  EXPECT_EQ(file.Text(), std::string("before ") + words);
+}
 
 TEST(StandardStream, WaitsForItsFlush) {
   SharedFile file;
