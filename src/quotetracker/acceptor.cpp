@@ -1,7 +1,6 @@
 #include "quotetracker/acceptor.h"
 
 #include <chrono>
-#include <system_error>
 #include <utility>
 
 namespace mirelo::quotetracker {
@@ -11,37 +10,29 @@ constexpr auto kRest = std::chrono::milliseconds(100);
 
 }  // namespace
 
-Acceptor::Acceptor(Reactor& reactor, FileDescriptor listener, std::function<void(FileDescriptor)> take)
-    : reactor_(reactor), listener_(std::move(listener)), take_(std::move(take)) {
-  watch_ = reactor_.Watch(listener_.get(), Reactor::kRead, [this](unsigned) { AcceptAll(); });
+Acceptor::Acceptor(poll::PollLoop& loop, FileDescriptor listener, std::function<void(FileDescriptor)> take)
+    : loop_(loop), listener_(std::move(listener)), take_(std::move(take)) {
+  watch_ = loop_.Watch(listener_.get(), poll::PollLoop::kRead, [this](unsigned) { AcceptAll(); });
 }
 
 Acceptor::~Acceptor() {
-  reactor_.StopTimer(rest_);
-  reactor_.Unwatch(watch_);
+  loop_.StopTimer(rest_);
+  loop_.Unwatch(watch_);
 }
 
 void Acceptor::AcceptAll() {
   for (;;) {
     Accepted accepted = Accept(listener_);
     if (accepted.socket) {
-      Take(std::move(accepted.socket));
+      take_(std::move(accepted.socket));
       continue;
     }
     if (accepted.refused) {
-      reactor_.Rewatch(watch_, 0);
-      rest_ = reactor_.StartTimer(std::chrono::steady_clock::now() + kRest,
-                                  [this] { reactor_.Rewatch(watch_, Reactor::kRead); });
+      loop_.Rewatch(watch_, 0);
+      rest_ = loop_.StartTimerAt(std::chrono::steady_clock::now() + kRest,
+                                 [this] { loop_.Rewatch(watch_, poll::PollLoop::kRead); });
     }
     return;
-  }
-}
-
-void Acceptor::Take(FileDescriptor socket) {
-  try {
-    take_(std::move(socket));
-  } catch (const std::system_error&) {
-    // The machine cannot watch one more; unwinding has closed it.
   }
 }
 

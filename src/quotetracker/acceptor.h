@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <functional>
 
+#include "adapters/poll/poll_loop.h"
 #include "quotetracker/file_descriptor.h"
-#include "quotetracker/reactor.h"
 #include "quotetracker/socket.h"
 
 namespace mirelo::quotetracker {
@@ -13,8 +13,8 @@ namespace mirelo::quotetracker {
 // want of descriptors or memory, it rests for a moment instead of asking again and again.
 class Acceptor {
  public:
-  // The reactor outlives the acceptor. `take` owns what it is given; it may raise std::system_error.
-  Acceptor(Reactor& reactor, FileDescriptor listener, std::function<void(FileDescriptor)> take);
+  // The loop outlives the acceptor. `take` owns what it is given.
+  Acceptor(poll::PollLoop& loop, FileDescriptor listener, std::function<void(FileDescriptor)> take);
   ~Acceptor();
   Acceptor(const Acceptor&) = delete;
   Acceptor& operator=(const Acceptor&) = delete;
@@ -23,13 +23,12 @@ class Acceptor {
 
  private:
   void AcceptAll();
-  void Take(FileDescriptor socket);
 
-  Reactor& reactor_;
+  poll::PollLoop& loop_;
   FileDescriptor listener_;
   std::function<void(FileDescriptor)> take_;
-  Reactor::Token watch_ = 0;
-  Reactor::Token rest_ = 0;
+  poll::PollLoop::Token watch_ = 0;
+  poll::PollLoop::Token rest_ = 0;
 };
 
 }  // namespace mirelo::quotetracker

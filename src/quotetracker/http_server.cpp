@@ -36,18 +36,18 @@ struct HttpServer::Connection {
   std::size_t sent = 0;
 };
 
-HttpServer::HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer, std::uint64_t seed,
+HttpServer::HttpServer(poll::PollLoop& loop, FileDescriptor listener, Answer answer, std::uint64_t seed,
                        std::chrono::seconds patience)
-    : reactor_(reactor),
+    : loop_(loop),
       answer_(std::move(answer)),
       random_(seed),
       patience_(patience),
-      acceptor_(reactor, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {
-  sweep_ = reactor_.StartTimer(SteadyClock::now() + kSweepPeriod, [this] { CloseImpatiently(); });
+      acceptor_(loop, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {
+  sweep_ = loop_.StartTimerAt(SteadyClock::now() + kSweepPeriod, [this] { CloseImpatiently(); });
 }
 
 HttpServer::~HttpServer() {
-  reactor_.StopTimer(sweep_);
+  loop_.StopTimer(sweep_);
   while (!connections_.empty()) Close(*connections_.begin()->second);
 }
 
@@ -55,8 +55,8 @@ void HttpServer::Take(FileDescriptor socket) {
   if (connections_.size() >= kMostConnections) return;
   auto connection = std::make_unique<Connection>();
   connection->deadline = SteadyClock::now() + patience_;
-  connection->token = reactor_.Watch(socket.get(), Reactor::kRead,
-                                     [this, made = connection.get()](unsigned) { OnReady(*made); });
+  connection->token = loop_.Watch(socket.get(), poll::PollLoop::kRead,
+                                  [this, made = connection.get()](unsigned) { OnReady(*made); });
   connection->socket = std::move(socket);
   const Token token = connection->token;
   connections_.emplace(token, std::move(connection));
@@ -122,12 +122,12 @@ void HttpServer::SendReply(Connection& connection) {
   if (transfer.count < 0) return Close(connection);
   connection.sent += static_cast<std::size_t>(transfer.count);
   if (connection.sent < connection.reply.size()) {
-    return reactor_.Rewatch(connection.token, Reactor::kWrite);
+    return loop_.Rewatch(connection.token, poll::PollLoop::kWrite);
   }
   if (!connection.refused) return Close(connection);
   EndSending(connection.socket);
   connection.state = Connection::State::kDiscarding;
-  reactor_.Rewatch(connection.token, Reactor::kRead);
+  loop_.Rewatch(connection.token, poll::PollLoop::kRead);
 }
 
 void HttpServer::Discard(Connection& connection) {
@@ -138,7 +138,7 @@ void HttpServer::Discard(Connection& connection) {
 
 void HttpServer::Close(Connection& connection) {
   const Token token = connection.token;
-  reactor_.Unwatch(token);
+  loop_.Unwatch(token);
   connections_.erase(token);
 }
 
@@ -150,7 +150,7 @@ void HttpServer::CloseImpatiently() {
     if (!stalled && connection->deadline <= now) late.push_back(connection.get());
   }
   for (Connection* connection : late) Close(*connection);
-  sweep_ = reactor_.StartTimer(now + kSweepPeriod, [this] { CloseImpatiently(); });
+  sweep_ = loop_.StartTimerAt(now + kSweepPeriod, [this] { CloseImpatiently(); });
 }
 
 }  // namespace mirelo::quotetracker

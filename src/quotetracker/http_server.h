@@ -9,10 +9,10 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "adapters/poll/poll_loop.h"
 #include "quotetracker/acceptor.h"
 #include "quotetracker/http_fault.h"
 #include "quotetracker/random.h"
-#include "quotetracker/reactor.h"
 
 namespace mirelo::quotetracker {
 
@@ -27,8 +27,8 @@ class HttpServer {
 
   using Answer = std::function<std::string(std::string_view resource)>;
 
-  // The reactor outlives the server. Called on the reactor's thread, as all members are.
-  HttpServer(Reactor& reactor, FileDescriptor listener, Answer answer, std::uint64_t seed,
+  // The loop outlives the server. Called on the loop's thread, as all members are.
+  HttpServer(poll::PollLoop& loop, FileDescriptor listener, Answer answer, std::uint64_t seed,
              std::chrono::seconds patience = kPatience);
   ~HttpServer();
 
@@ -37,7 +37,7 @@ class HttpServer {
 
  private:
   struct Connection;
-  using Token = Reactor::Token;
+  using Token = poll::PollLoop::Token;
 
   void Take(FileDescriptor socket);
   void OnReady(Connection& connection);
@@ -49,7 +49,7 @@ class HttpServer {
   void Close(Connection& connection);
   void CloseImpatiently();
 
-  Reactor& reactor_;
+  poll::PollLoop& loop_;
   Answer answer_;
   HttpFaultPlan fault_;
   Random random_;

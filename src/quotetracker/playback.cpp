@@ -20,15 +20,15 @@ constexpr auto kLeastPause = std::chrono::microseconds(500);
 
 }  // namespace
 
-Playback::Playback(Reactor& reactor, FileDescriptor socket, const std::string& path, double speed,
+Playback::Playback(poll::PollLoop& loop, FileDescriptor socket, const std::string& path, double speed,
                    std::function<void(const std::string&)> complain, std::function<void()> ended)
-    : reactor_(reactor),
+    : loop_(loop),
       socket_(std::move(socket)),
       speed_(speed),
       complain_(std::move(complain)),
       ended_(std::move(ended)),
       began_(steady_clock::now()) {
-  watch_ = reactor_.Watch(socket_.get(), Reactor::kRead, [this](unsigned ready) { OnReady(ready); });
+  watch_ = loop_.Watch(socket_.get(), poll::PollLoop::kRead, [this](unsigned ready) { OnReady(ready); });
   try {
     reader_.emplace(path);
   } catch (const std::runtime_error& error) {
@@ -39,8 +39,8 @@ Playback::Playback(Reactor& reactor, FileDescriptor socket, const std::string& p
 }
 
 Playback::~Playback() {
-  reactor_.StopTimer(timer_);
-  reactor_.Unwatch(watch_);
+  loop_.StopTimer(timer_);
+  loop_.Unwatch(watch_);
 }
 
 void Playback::TakeNext() {
@@ -55,7 +55,7 @@ void Playback::TakeNext() {
   sent_ = 0;
   const duration<double, std::micro> offset(static_cast<double>(next->offset.count()) / speed_);
   const Time due = began_ + duration_cast<steady_clock::duration>(offset);
-  timer_ = reactor_.StartTimer(std::max(due, sent_at_ + kLeastPause), [this] {
+  timer_ = loop_.StartTimerAt(std::max(due, sent_at_ + kLeastPause), [this] {
     timer_ = 0;
     SendChunk();
   });
@@ -66,28 +66,28 @@ void Playback::SendChunk() {
   if (transfer.count < 0) return End();
   sent_ += static_cast<std::size_t>(transfer.count);
   const bool sent = sent_ == chunk_.size();
-  reactor_.Rewatch(watch_, sent ? Reactor::kRead : Reactor::kRead | Reactor::kWrite);
+  loop_.Rewatch(watch_, sent ? poll::PollLoop::kRead : poll::PollLoop::kRead | poll::PollLoop::kWrite);
   if (!sent) return;
   sent_at_ = steady_clock::now();
   TakeNext();
 }
 
 void Playback::OnReady(unsigned ready) {
-  if ((ready & Reactor::kRead) != 0) {
+  if ((ready & poll::PollLoop::kRead) != 0) {
     // What the client says changes nothing, but is taken off the socket: closing on it would reset the last
     // chunks.
     std::array<char, kIgnoredReadSize> ignored;
     const Transfer transfer = Receive(socket_, ignored);
     if (transfer.count < 0 || transfer.ended) return End();
   }
-  if ((ready & Reactor::kWrite) != 0 && timer_ == 0) SendChunk();
+  if ((ready & poll::PollLoop::kWrite) != 0 && timer_ == 0) SendChunk();
 }
 
 void Playback::End() {
   if (done_) return;
   done_ = true;
-  reactor_.StopTimer(timer_);
-  reactor_.Unwatch(watch_);
+  loop_.StopTimer(timer_);
+  loop_.Unwatch(watch_);
   socket_ = FileDescriptor();
   ended_();
 }

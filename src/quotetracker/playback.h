@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "quotetracker/reactor.h"
+#include "adapters/poll/poll_loop.h"
 #include "quotetracker/session_file.h"
 #include "quotetracker/stream_server.h"
 
@@ -17,8 +17,8 @@ namespace mirelo::quotetracker {
 class Playback : public StreamPeer {
  public:
   // Plays `speed` times as fast as recorded; `speed` is above 0. `complain` gets a message when the file
-  // turns out to be damaged, which ends the play. The reactor outlives the playback.
-  Playback(Reactor& reactor, FileDescriptor socket, const std::string& path, double speed,
+  // turns out to be damaged, which ends the play. The loop outlives the playback.
+  Playback(poll::PollLoop& loop, FileDescriptor socket, const std::string& path, double speed,
            std::function<void(const std::string& message)> complain, std::function<void()> ended);
   ~Playback() override;
 
@@ -30,7 +30,7 @@ class Playback : public StreamPeer {
   void OnReady(unsigned ready);
   void End();
 
-  Reactor& reactor_;
+  poll::PollLoop& loop_;
   FileDescriptor socket_;
   double speed_;
   std::function<void(const std::string&)> complain_;
@@ -40,8 +40,8 @@ class Playback : public StreamPeer {
   Time sent_at_{};  // the chunk before
   std::string chunk_;
   std::size_t sent_ = 0;
-  Reactor::Token watch_ = 0;
-  Reactor::Token timer_ = 0;
+  poll::PollLoop::Token watch_ = 0;
+  poll::PollLoop::Token timer_ = 0;
   bool done_ = false;
 };
 

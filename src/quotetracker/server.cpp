@@ -7,8 +7,8 @@
 #include "quotetracker/http_server.h"
 #include "quotetracker/market.h"
 #include "quotetracker/playback.h"
-#include "quotetracker/reactor.h"
 #include "quotetracker/request_interface.h"
+#include "quotetracker/server_loop.h"
 #include "quotetracker/session_file.h"
 #include "quotetracker/socket.h"
 #include "quotetracker/stream_server.h"
@@ -24,9 +24,9 @@ struct Server::Parts {
         requests(*quotes, portfolios),
         stream_faults(options.stream.faults),
         http(
-            reactor, ListenOn(options.listen, options.http_port),
+            loop.Events(), ListenOn(options.listen, options.http_port),
             [this](std::string_view resource) { return AnswerRequest(resource); }, options.seed),
-        stream(reactor, ListenOn(options.listen, options.stream_port),
+        stream(loop.Events(), ListenOn(options.listen, options.stream_port),
                [this](FileDescriptor socket, std::uint64_t number, std::function<void()> ended) {
                  return MakePeer(std::move(socket), number, std::move(ended));
                }) {
@@ -42,11 +42,11 @@ struct Server::Parts {
   std::unique_ptr<StreamPeer> MakePeer(FileDescriptor socket, std::uint64_t number,
                                        std::function<void()> ended) {
     if (!options.play.empty()) {
-      return std::make_unique<Playback>(reactor, std::move(socket), options.play, options.play_speed,
+      return std::make_unique<Playback>(loop.Events(), std::move(socket), options.play, options.play_speed,
                                         options.complain, std::move(ended));
     }
     return std::make_unique<StreamConnection>(
-        reactor, std::move(socket), *quotes, options.stream, stream_faults, quotes_streamed,
+        loop.Events(), std::move(socket), *quotes, options.stream, stream_faults, quotes_streamed,
         options.seed + number, [this](std::string_view message) { Remember(overheard, message); },
         std::move(ended));
   }
@@ -56,7 +56,7 @@ struct Server::Parts {
     memory.emplace_back(text);
   }
 
-  Reactor reactor;
+  ServerLoop loop;
   ServerOptions options;
   std::unique_ptr<QuoteSource> quotes;
   Portfolios portfolios;
@@ -72,7 +72,7 @@ struct Server::Parts {
 template <typename Work>
 auto Server::OnLoop(Work work) const {
   std::promise<decltype(work())> done;
-  parts_->reactor.Post([&] { done.set_value(work()); });
+  parts_->loop.Post([&] { done.set_value(work()); });
   return done.get_future().get();
 }
 
@@ -80,10 +80,10 @@ Server::Server(ServerOptions options)
     : parts_(std::make_unique<Parts>(std::move(options))),
       http_port_(parts_->http.Port()),
       stream_port_(parts_->stream.Port()),
-      thread_([this] { parts_->reactor.Run(); }) {}
+      thread_([this] { parts_->loop.Run(); }) {}
 
 Server::~Server() {
-  parts_->reactor.Stop();
+  parts_->loop.Stop();
   thread_.join();
 }
 

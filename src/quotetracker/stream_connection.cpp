@@ -35,12 +35,12 @@ steady_clock::duration PaceOf(double rate) {
 
 }  // namespace
 
-StreamConnection::StreamConnection(Reactor& reactor, FileDescriptor socket, QuoteSource& source,
+StreamConnection::StreamConnection(poll::PollLoop& loop, FileDescriptor socket, QuoteSource& source,
                                    const StreamOptions& options, std::vector<StreamFaultPlan>& faults,
                                    std::uint64_t& quotes, std::uint64_t seed,
                                    std::function<void(std::string_view)> overheard,
                                    std::function<void()> ended)
-    : reactor_(reactor),
+    : loop_(loop),
       socket_(std::move(socket)),
       options_(options),
       faults_(faults),
@@ -50,19 +50,19 @@ StreamConnection::StreamConnection(Reactor& reactor, FileDescriptor socket, Quot
       outbox_(options.chunk_pause, seed),
       overheard_(std::move(overheard)),
       ended_(std::move(ended)) {
-  watch_ = reactor_.Watch(socket_.get(), Reactor::kRead, [this](unsigned ready) { OnReady(ready); });
+  watch_ = loop_.Watch(socket_.get(), poll::PollLoop::kRead, [this](unsigned ready) { OnReady(ready); });
   Say(conversation_.Greet());
   Pump();
 }
 
 StreamConnection::~StreamConnection() {
-  reactor_.StopTimer(pace_);
-  reactor_.StopTimer(resume_);
-  reactor_.Unwatch(watch_);
+  loop_.StopTimer(pace_);
+  loop_.StopTimer(resume_);
+  loop_.Unwatch(watch_);
 }
 
 void StreamConnection::OnReady(unsigned ready) {
-  if ((ready & Reactor::kRead) != 0) Read();
+  if ((ready & poll::PollLoop::kRead) != 0) Read();
   Pump();
 }
 
@@ -182,7 +182,7 @@ void StreamConnection::OnPace() {
   const duration<double> passed = now - paced_;
   allowance_ = std::min(allowance_ + passed.count() * options_.rate, std::max(options_.rate, 1.0));
   paced_ = now;
-  pace_ = reactor_.StartTimer(now + PaceOf(options_.rate), [this] {
+  pace_ = loop_.StartTimerAt(now + PaceOf(options_.rate), [this] {
     OnPace();
     Pump();
   });
@@ -191,9 +191,9 @@ void StreamConnection::OnPace() {
 void StreamConnection::WaitForMore(Outbox::State state, bool has_more) {
   const bool writes = state == Outbox::State::kBlocked || (state == Outbox::State::kEmpty && has_more);
   const bool reads = outbox_.Size() < kMostUnsent;
-  reactor_.Rewatch(watch_, (writes ? Reactor::kWrite : 0U) | (reads ? Reactor::kRead : 0U));
+  loop_.Rewatch(watch_, (writes ? poll::PollLoop::kWrite : 0U) | (reads ? poll::PollLoop::kRead : 0U));
   if (state != Outbox::State::kPausing || resume_ != 0) return;
-  resume_ = reactor_.StartTimer(outbox_.ResumeTime(), [this] {
+  resume_ = loop_.StartTimerAt(outbox_.ResumeTime(), [this] {
     resume_ = 0;
     Pump();
   });
@@ -202,9 +202,9 @@ void StreamConnection::WaitForMore(Outbox::State state, bool has_more) {
 void StreamConnection::End() {
   if (done_) return;
   done_ = true;
-  reactor_.StopTimer(pace_);
-  reactor_.StopTimer(resume_);
-  reactor_.Unwatch(watch_);
+  loop_.StopTimer(pace_);
+  loop_.StopTimer(resume_);
+  loop_.Unwatch(watch_);
   socket_ = FileDescriptor();
   ended_();
 }

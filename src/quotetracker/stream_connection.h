@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/poll/poll_loop.h"
 #include "quotetracker/login.h"
 #include "quotetracker/outbox.h"
 #include "quotetracker/quote_source.h"
-#include "quotetracker/reactor.h"
 #include "quotetracker/stream_conversation.h"
 #include "quotetracker/stream_server.h"
 
@@ -43,9 +43,10 @@ class StreamConnection : public StreamPeer {
 
   // `overheard` gets each message of the client. `faults` are those of the options, and `quotes` the records
   // made for clients, both counted over all connections. All references outlive the connection.
-  StreamConnection(Reactor& reactor, FileDescriptor socket, QuoteSource& source, const StreamOptions& options,
-                   std::vector<StreamFaultPlan>& faults, std::uint64_t& quotes, std::uint64_t seed,
-                   std::function<void(std::string_view message)> overheard, std::function<void()> ended);
+  StreamConnection(poll::PollLoop& loop, FileDescriptor socket, QuoteSource& source,
+                   const StreamOptions& options, std::vector<StreamFaultPlan>& faults, std::uint64_t& quotes,
+                   std::uint64_t seed, std::function<void(std::string_view message)> overheard,
+                   std::function<void()> ended);
   ~StreamConnection() override;
 
  private:
@@ -62,7 +63,7 @@ class StreamConnection : public StreamPeer {
   void WaitForMore(Outbox::State state, bool has_more);
   void End();
 
-  Reactor& reactor_;
+  poll::PollLoop& loop_;
   FileDescriptor socket_;
   const StreamOptions& options_;
   std::vector<StreamFaultPlan>& faults_;
@@ -74,9 +75,9 @@ class StreamConnection : public StreamPeer {
   std::function<void(std::string_view)> overheard_;
   std::function<void()> ended_;
 
-  Reactor::Token watch_ = 0;
-  Reactor::Token pace_ = 0;                        // runs while something is subscribed
-  Reactor::Token resume_ = 0;                      // runs while the outbox pauses
+  poll::PollLoop::Token watch_ = 0;
+  poll::PollLoop::Token pace_ = 0;                 // runs while something is subscribed
+  poll::PollLoop::Token resume_ = 0;               // runs while the outbox pauses
   std::chrono::steady_clock::time_point paced_{};  // the time up to which changes have been allowed
   double allowance_ = 0;                           // changes that may be sent now
   bool ending_ = false;                            // closes when all is sent

@@ -4,17 +4,18 @@
 
 namespace mirelo::quotetracker {
 
-StreamServer::StreamServer(Reactor& reactor, FileDescriptor listener, MakePeer make_peer)
-    : reactor_(reactor),
+StreamServer::StreamServer(poll::PollLoop& loop, FileDescriptor listener, MakePeer make_peer)
+    : loop_(loop),
       make_peer_(std::move(make_peer)),
-      acceptor_(reactor, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {}
+      acceptor_(loop, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {}
 
 void StreamServer::Take(FileDescriptor socket) {
   if (peers_.size() >= kMostConnections) return;
   const std::uint64_t number = ++last_number_;
   // A peer that ends before it is kept, because its client has left already, is removed all the same: later.
   peers_.emplace(number, make_peer_(std::move(socket), number, [this, number] {
-                   reactor_.Post([this, number] { peers_.erase(number); });
+                   loop_.StartTimer(poll::PollLoop::Milliseconds(0),
+                                    [this, number] { peers_.erase(number); });
                  }));
 }
 

@@ -6,9 +6,9 @@
 #include <memory>
 #include <unordered_map>
 
+#include "adapters/poll/poll_loop.h"
 #include "quotetracker/acceptor.h"
 #include "quotetracker/file_descriptor.h"
-#include "quotetracker/reactor.h"
 
 namespace mirelo::quotetracker {
 
@@ -29,8 +29,8 @@ class StreamServer {
   using MakePeer = std::function<std::unique_ptr<StreamPeer>(FileDescriptor socket, std::uint64_t number,
                                                              std::function<void()> ended)>;
 
-  // The reactor outlives the server.
-  StreamServer(Reactor& reactor, FileDescriptor listener, MakePeer make_peer);
+  // The loop outlives the server.
+  StreamServer(poll::PollLoop& loop, FileDescriptor listener, MakePeer make_peer);
 
   std::uint16_t Port() const { return acceptor_.Port(); }
   std::size_t Connections() const { return peers_.size(); }
@@ -38,7 +38,7 @@ class StreamServer {
  private:
   void Take(FileDescriptor socket);
 
-  Reactor& reactor_;
+  poll::PollLoop& loop_;
   MakePeer make_peer_;
   std::uint64_t last_number_ = 0;
   std::unordered_map<std::uint64_t, std::unique_ptr<StreamPeer>> peers_;

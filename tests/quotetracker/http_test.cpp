@@ -13,6 +13,7 @@
 #include "quotetracker/http_server.h"
 #include "quotetracker/random.h"
 #include "quotetracker/server.h"
+#include "quotetracker/server_loop.h"
 #include "quotetracker/socket.h"
 #include "support/tcp_client.h"
 
@@ -189,33 +190,33 @@ TEST(Http, AnswersManyClientsAtOnce) {
   EXPECT_EQ(answered, 400);
 }
 
-// Runs a reactor while it lives.
+// Runs a loop while it lives.
 struct LoopThread {
-  explicit LoopThread(Reactor& ran) : reactor(ran), thread([this] { reactor.Run(); }) {}
+  explicit LoopThread(ServerLoop& ran) : loop(ran), thread([this] { loop.Run(); }) {}
   ~LoopThread() {
-    reactor.Stop();
+    loop.Stop();
     thread.join();
   }
-  Reactor& reactor;
+  ServerLoop& loop;
   std::thread thread;
 };
 
 // A server of its own, so that it can be impatient.
 TEST(Http, LetsGoOfAClientThatNeverAsks) {
-  Reactor reactor;
+  ServerLoop loop;
   HttpServer server(
-      reactor, ListenOn("127.0.0.1", 0), [](std::string_view) { return "OK"; }, 1, 0s);
-  LoopThread loop(reactor);
+      loop.Events(), ListenOn("127.0.0.1", 0), [](std::string_view) { return "OK"; }, 1, 0s);
+  const LoopThread running(loop);
   TcpClient silent(server.Port());
   EXPECT_EQ(silent.ReceiveAll(), "");
 }
 
 TEST(Http, HoldsAClientThatAFaultStallsForLonger) {
-  Reactor reactor;
+  ServerLoop loop;
   HttpServer server(
-      reactor, ListenOn("127.0.0.1", 0), [](std::string_view) { return "OK"; }, 1, 0s);
+      loop.Events(), ListenOn("127.0.0.1", 0), [](std::string_view) { return "OK"; }, 1, 0s);
   server.SetFault(HttpFaultPlan::Parse("stall", 1));
-  LoopThread loop(reactor);
+  const LoopThread running(loop);
   TcpClient stalled(server.Port());
   stalled.Send("GET /req?EnumPorts() HTTP/1.0\r\n\r\n");
   TcpClient silent(server.Port());

@@ -60,33 +60,37 @@ void PollLoop::Rewatch(Token token, unsigned interest) {
 void PollLoop::Unwatch(Token token) { watches_.Remove(token); }
 
 host::MessageLoop::Token PollLoop::StartTimer(Milliseconds delay, std::function<void()> handler) {
+  return StartTimerAt(now_() + std::clamp(delay, Milliseconds::zero(), kLongestDelay), std::move(handler));
+}
+
+host::MessageLoop::Token PollLoop::StartTimerAt(Time due, std::function<void()> handler) {
   const Token token = ++last_token_;
-  timers_.Add(token, now_() + std::clamp(delay, Milliseconds::zero(), kLongestDelay), std::move(handler));
+  timers_.Add(token, due, std::move(handler));
   return token;
 }
 
 void PollLoop::StopTimer(Token timer) { timers_.Remove(timer); }
 
-void PollLoop::Yield() { Step(0); }
+void PollLoop::Yield() { Step(WatchList::Limit(0)); }
 
 void PollLoop::RunUntil(const std::function<bool()>& done) {
-  while (!done()) Step(MillisecondsToNextTimer());
+  while (!done()) Step(TimeToNextTimer());
 }
 
 // All that a step knows is in this frame, so a step nested in a handler takes nothing from it.
-void PollLoop::Step(int timeout) {
-  const std::vector<WatchList::Ready> ready = watches_.Poll(timeout);
+void PollLoop::Step(WatchList::Limit limit) {
+  const std::vector<WatchList::Ready> ready = watches_.Poll(limit);
   const std::uint64_t poll = ++last_poll_;
   // Timers come first: a timer that throws is gone, so it can't keep descriptors from their turn for long.
   if (timers_.Next()) FireTimers(now_(), last_token_);
   for (const WatchList::Ready& source : ready) HandOver(source, poll);
 }
 
-int PollLoop::MillisecondsToNextTimer() const {
+WatchList::Limit PollLoop::TimeToNextTimer() const {
   const std::optional<Time> next = timers_.Next();
-  if (!next) return -1;
-  const auto wait = std::chrono::ceil<Milliseconds>(*next - now_()).count();
-  return static_cast<int>(std::clamp<decltype(wait)>(wait, 0, std::numeric_limits<int>::max()));
+  if (!next) return std::nullopt;
+  const Time now = now_();
+  return *next > now ? *next - now : std::chrono::nanoseconds::zero();
 }
 
 void PollLoop::FireTimers(Time now, Token last) {

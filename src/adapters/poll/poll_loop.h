@@ -39,6 +39,8 @@ class PollLoop final : public host::MessageLoop {
 
   // A negative delay counts as 0, one over a hundred years as a hundred years.
   Token StartTimer(Milliseconds delay, std::function<void()> handler) override;
+  // At a moment of `now`, as exactly as the machine can wait.
+  Token StartTimerAt(Time due, std::function<void()> handler);
   void StopTimer(Token timer) override;
 
   void Yield() override;
@@ -52,8 +54,8 @@ class PollLoop final : public host::MessageLoop {
   const std::vector<pollfd>& Polled() const { return watches_.Polled(); }
 
  private:
-  void Step(int timeout);
-  int MillisecondsToNextTimer() const;
+  void Step(WatchList::Limit limit);
+  WatchList::Limit TimeToNextTimer() const;
   void FireTimers(Time now, Token last);
   void HandOver(const WatchList::Ready& ready, std::uint64_t poll);
 

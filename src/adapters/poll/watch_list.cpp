@@ -1,6 +1,8 @@
 #include "adapters/poll/watch_list.h"
 
 #include <cerrno>
+#include <chrono>
+#include <ctime>
 #include <system_error>
 #include <utility>
 
@@ -14,6 +16,14 @@ constexpr unsigned kWritable = host::MessageLoop::kWrite;
 short EventsFor(unsigned interest) {
   return static_cast<short>(((interest & kReadable) != 0 ? POLLIN : 0) |
                             ((interest & kWritable) != 0 ? POLLOUT : 0));
+}
+
+// As poll(2), but not to whole milliseconds only.
+int Wait(std::vector<pollfd>& slots, WatchList::Limit limit) {
+  if (!limit) return ::ppoll(slots.data(), slots.size(), nullptr, nullptr);
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(*limit);
+  const timespec time{seconds.count(), (*limit - seconds).count()};
+  return ::ppoll(slots.data(), slots.size(), &time, nullptr);
 }
 
 }  // namespace
@@ -47,9 +57,9 @@ void WatchList::Update(const Watch& watch) {
   slots_[watch.slot] = {asked ? watch.descriptor : -1, EventsFor(watch.interest), 0};
 }
 
-std::vector<WatchList::Ready> WatchList::Poll(int timeout) {
-  if (slots_.empty() && timeout == 0) return {};
-  const int count = ::poll(slots_.data(), slots_.size(), timeout);
+std::vector<WatchList::Ready> WatchList::Poll(Limit limit) {
+  if (slots_.empty() && limit == Limit(0)) return {};
+  const int count = Wait(slots_, limit);
   if (count < 0 && errno != EINTR && errno != EAGAIN)
     throw std::system_error(errno, std::generic_category(), "poll");
   std::vector<Ready> ready;

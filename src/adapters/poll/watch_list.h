@@ -2,10 +2,12 @@
 
 #include <poll.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -19,6 +21,8 @@ class WatchList {
  public:
   using Token = host::MessageLoop::Token;
   using Handler = std::function<void(unsigned ready)>;
+
+  using Limit = std::optional<std::chrono::nanoseconds>;  // at least 0
 
   struct Watch {
     Token token;
@@ -47,10 +51,10 @@ class WatchList {
   // nothing.
   void Update(const Watch& watch);
 
-  // Waits up to `timeout` milliseconds (-1: without limit) and tells what is ready; nothing when a signal
+  // Waits up to the limit (without one when there is none) and tells what is ready; nothing when a signal
   // came. Watches whose descriptor isn't open are removed: they could never be handled, and would be ready
   // for ever.
-  std::vector<Ready> Poll(int timeout);
+  std::vector<Ready> Poll(Limit limit);
 
   std::size_t Count() const { return watches_.size(); }
   // The array that poll(2) takes, which passes over negative descriptors.

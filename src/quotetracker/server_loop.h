@@ -1,0 +1,42 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+#include "adapters/poll/poll_loop.h"
+#include "quotetracker/file_descriptor.h"
+
+namespace mirelo::quotetracker {
+
+// The server's loop, and what other threads may do to the one that runs it. Events() belongs to that thread
+// (and, before it runs, to the one that prepares it); the other members are for all.
+class ServerLoop {
+ public:
+  // Raises std::system_error when the machine refuses.
+  ServerLoop();
+  ServerLoop(const ServerLoop&) = delete;
+  ServerLoop& operator=(const ServerLoop&) = delete;
+
+  poll::PollLoop& Events() { return events_; }
+
+  // Hands over work; it runs in the loop, in the order of the calls.
+  void Post(std::function<void()> work);
+  // Makes Run return.
+  void Stop() noexcept;
+
+  // Handles events until Stop. Work handed over before Stop is done before Run returns.
+  void Run();
+
+ private:
+  void DoPosted();
+
+  FileDescriptor wake_;  // closed after the loop that watches it
+  poll::PollLoop events_;
+  std::mutex mutex_;  // guards posted_
+  std::vector<std::function<void()>> posted_;
+  std::atomic<bool> stopping_ = false;
+};
+
+}  // namespace mirelo::quotetracker
