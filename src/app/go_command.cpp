@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 
-#include "adapters/workbook/file_stamp.h"
 #include "app/attended_desktop.h"
 #include "app/dialog_person.h"
 #include "app/dialog_result.h"
@@ -59,17 +58,16 @@ int GoCommand::Run() try {
   const DialogPerson person(wishes, shown);
 
   auto& facade = session.facade();
-  std::optional<workbook::FileHold> hold;
-  if (workbook_) hold = HoldForGo(*workbook_);
-  const auto read = workbook_ ? workbook::FileStamp(*workbook_) : workbook::FileStamp();
-  auto spreadsheet = workbook_ ? OpenOrNew(*workbook_) : workbook::Spreadsheet::New();
-  facade.ExcelApplication(Variant(spreadsheet.Application()));
+  host::Documents& documents = session.documents();
+  const auto hold = workbook_ ? HoldForGo(documents, *workbook_) : nullptr;
+  const auto document = workbook_ ? OpenOrNew(documents, *workbook_) : documents.New();
+  facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   if (const auto& complaint = person.Complained()) {
     Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
     return complaint->code;
   }
-  if (workbook_ && IsCommitted(result)) SaveAfterGo(*workbook_, spreadsheet, read);
+  if (workbook_ && IsCommitted(result)) SaveAfterGo(*workbook_, *document);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {
   Err() << "error: " << terminal::Indented(unfulfilled.what()) << "\n";

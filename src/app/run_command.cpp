@@ -5,7 +5,6 @@
 #include <memory>
 #include <utility>
 
-#include "adapters/workbook/file_stamp.h"
 #include "app/attended_desktop.h"
 #include "app/day_view.h"
 #include "app/demonstration.h"
@@ -99,9 +98,9 @@ int RunCommand::Run() try {
 }
 
 int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
-  const auto hold = HoldForDay(workbook_);
-  const workbook::FileStamp read(workbook_);
-  auto spreadsheet = OpenOrNew(workbook_);
+  host::Documents& documents = session.documents();
+  const auto hold = HoldForDay(documents, workbook_);
+  const auto document = OpenOrNew(documents, workbook_);
   auto& host = session.host();
   std::optional<DialogPerson> person;
   if (window_) {
@@ -112,7 +111,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
     host.ShowOn(std::move(desktop));
   }
 
-  WorkingDay day(host.loop(), host.sockets(), session.replies(), spreadsheet.Application());
+  WorkingDay day(host.loop(), host.sockets(), session.replies(), document->Application());
   const std::int32_t result = day.ShowDialog();
   if (person && person->Complained()) {
     Err() << "error: " << terminal::Indented(person->Complained()->text) << "\nNothing was committed.\n";
@@ -123,9 +122,9 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
     return kFailed;
   }
 
-  TellLosses(workbook_, spreadsheet);
+  TellLosses(workbook_, *document);
   WorkbookKeeper keeper(
-      host.loop(), spreadsheet, workbook_, read, [&] { day.Fit(); },
+      host.loop(), *document, workbook_, [&] { day.Fit(); },
       [&](const std::string& loss) { TellLoss(workbook_, loss); });
   DayView view(host.loop(), day, keeper);
   const bool went_well = Follow(session, day, keeper, view);

@@ -1,15 +1,17 @@
 #include "app/session.h"
 
+#include <memory>
 #include <string>
 
 #include "app/options.h"
+#include "app/spreadsheet_program.h"
 #include "core/message_box.h"
 #include "host/desktop.h"
 
 namespace mirelo::app {
 
 // The registry is opened here: later, the settings store would hide why it cannot be.
-Session::Session(const GlobalOptions& options) : host_(options.registry) {
+Session::Session(const GlobalOptions& options) : host_(options.registry), documents_(SpreadsheetProgram()) {
   host_.registry();
   const auto warn = [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); };
   host_.FetchThrough([this, warn](host::WinInetApi& inner) {

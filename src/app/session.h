@@ -6,6 +6,7 @@
 #include "app/linux_host.h"
 #include "app/mended_replies.h"
 #include "core/cMirelo.h"
+#include "host/documents.h"
 #include "host/host.h"
 
 namespace mirelo::app {
@@ -21,6 +22,8 @@ class Session {
   LinuxHost& host() { return host_; }
   // The host's HTTP client, as far as it mends replies.
   MendedReplies& replies();
+  // The spreadsheet program, and the files that it keeps.
+  host::Documents& documents() { return *documents_; }
   // Made when first asked for.
   cMirelo& facade();
   // From the first call on, Ctrl-C is a request that this object tells of; before, it ends the program as
@@ -31,6 +34,7 @@ class Session {
   MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
   LinuxHost host_;
   host::HostScope scope_{host_};
+  std::unique_ptr<host::Documents> documents_;
   std::unique_ptr<Interrupt> interrupt_;
   std::unique_ptr<cMirelo> facade_;
 };

@@ -3,10 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
-#include "adapters/workbook/spreadsheet.h"
 #include "app/exit_code.h"
 #include "app/sheet_text.h"
 #include "app/shown_cells.h"
+#include "app/spreadsheet_program.h"
 #include "app/text_table.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
@@ -84,8 +84,8 @@ ShowCommand::ShowCommand(CLI::App& program) {
 bool ShowCommand::IsChosen() const { return command_->parsed(); }
 
 int ShowCommand::Run() {
-  const auto spreadsheet = workbook::Spreadsheet::Open(file_);
-  const auto application = spreadsheet.Application();
+  const auto document = SpreadsheetProgram()->Open(file_);
+  const auto application = document->Application();
   if (list_) return List(*application);
   const auto sheet = ChosenSheet(*application);
   if (sheet != nullptr) return Show(*sheet);

@@ -2,8 +2,6 @@
 
 #include <cstdint>
 
-#include "adapters/workbook/file_stamp.h"
-#include "adapters/workbook/spreadsheet.h"
 #include "app/dialog_result.h"
 #include "app/exit_code.h"
 #include "app/session.h"
@@ -16,15 +14,14 @@ namespace mirelo::app {
 using terminal::Out;
 
 int ShowDialog(Session& session, const std::optional<std::filesystem::path>& workbook) {
-  std::optional<workbook::FileHold> hold;
-  if (workbook) hold = HoldForGo(*workbook);
-  const auto read = workbook ? workbook::FileStamp(*workbook) : workbook::FileStamp();
-  auto spreadsheet = workbook ? OpenOrNew(*workbook) : workbook::Spreadsheet::New();
+  host::Documents& documents = session.documents();
+  const auto hold = workbook ? HoldForGo(documents, *workbook) : nullptr;
+  const auto document = workbook ? OpenOrNew(documents, *workbook) : documents.New();
   auto& facade = session.facade();
-  facade.ExcelApplication(Variant(spreadsheet.Application()));
+  facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   const bool committed = IsCommitted(result);
-  if (committed && workbook) SaveAfterGo(*workbook, spreadsheet, read);
+  if (committed && workbook) SaveAfterGo(*workbook, *document);
   Out() << result << "\n";
   return committed ? kGood : kFailed;
 }

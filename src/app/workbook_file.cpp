@@ -37,7 +37,7 @@ template <class Attempt>
 auto SayingWhatToDo(Attempt&& attempt) {
   try {
     return attempt();
-  } catch (const workbook::ChangedMeanwhile& changed) {
+  } catch (const host::ChangedMeanwhile& changed) {
     throw RuntimeError(changed.Number(), AsSentence(changed.Description()) + "\n" + kGoAgain,
                        changed.Source());
   } catch (const RuntimeError& error) {
@@ -51,42 +51,42 @@ auto SayingWhatToDo(Attempt&& attempt) {
 
 }  // namespace
 
-workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file) {
+std::unique_ptr<host::Document> OpenOrNew(host::Documents& documents, const std::filesystem::path& file) {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
-  if (status.type() == std::filesystem::file_type::not_found) return workbook::Spreadsheet::New();
-  auto spreadsheet = workbook::Spreadsheet::Open(file);
-  TellLosses(file, spreadsheet);
-  return spreadsheet;
+  if (status.type() == std::filesystem::file_type::not_found) return documents.New();
+  auto document = documents.Open(file);
+  TellLosses(file, *document);
+  return document;
 }
 
-void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet) {
-  for (const auto& loss : spreadsheet.NewLosses()) TellLoss(file, loss);
+void TellLosses(const std::filesystem::path& file, host::Document& document) {
+  for (const auto& loss : document.NewLosses()) TellLoss(file, loss);
 }
 
 void TellLoss(const std::filesystem::path& file, const std::string& loss) {
   Err() << "warning: " << file.string() << ": " << loss << "\n";
 }
 
-workbook::FileHold HoldForGo(const std::filesystem::path& file) {
-  workbook::FileHold hold = HoldForDay(file);
-  SayingWhatToDo([&] { workbook::Spreadsheet::RequireSavable(file); });
+std::unique_ptr<host::DocumentHold> HoldForGo(host::Documents& documents, const std::filesystem::path& file) {
+  auto hold = HoldForDay(documents, file);
+  SayingWhatToDo([&] { documents.RequireSavable(file); });
   return hold;
 }
 
-workbook::FileHold HoldForDay(const std::filesystem::path& file) {
-  workbook::FileHold hold = SayingWhatToDo([&] { return workbook::FileHold(file); });
-  if (!hold.IsLocked())
+std::unique_ptr<host::DocumentHold> HoldForDay(host::Documents& documents,
+                                               const std::filesystem::path& file) {
+  auto hold = SayingWhatToDo([&] { return documents.Hold(file); });
+  if (!hold->IsLocked())
     Err() << "warning: " << file.string()
           << ": its file system knows no locks; see that no other Mirelo saves it meanwhile\n";
   return hold;
 }
 
-void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet,
-                 const workbook::FileStamp& read) {
+void SaveAfterGo(const std::filesystem::path& file, host::Document& document) {
   const auto tell = [&](const std::string& loss) { TellLoss(file, loss); };
   try {
-    SayingWhatToDo([&] { spreadsheet.Save(file, tell, read); });
+    SayingWhatToDo([&] { document.Save(file, tell); });
   } catch (const RuntimeError&) {
     Err() << "The settings are stored, but the workbook is as it was.\n";
     throw;

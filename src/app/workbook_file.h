@@ -3,35 +3,32 @@
 #include <filesystem>
 #include <string>
 
-#include "adapters/workbook/file_hold.h"
-#include "adapters/workbook/file_stamp.h"
-#include "adapters/workbook/spreadsheet.h"
+#include "host/documents.h"
 
 namespace mirelo::app {
 
 // The workbook of an .xlsx file, or a new one when there is no such file. What of the file a saved workbook
 // would not hold any more is told on the standard error stream.
-workbook::Spreadsheet OpenOrNew(const std::filesystem::path& file);
+std::unique_ptr<host::Document> OpenOrNew(host::Documents& documents, const std::filesystem::path& file);
 
 // Says on the standard error stream what of its file the workbook would not hold any more if it were saved as
 // it is now; each thing once.
-void TellLosses(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet);
+void TellLosses(const std::filesystem::path& file, host::Document& document);
 
 // Says one such sentence.
 void TellLoss(const std::filesystem::path& file, const std::string& loss);
 
 // Holds a workbook's file for Go, to be called before it is opened and kept until SaveAfterGo. Better than
-// after the work is done, a file that could not be saved is found now: the errors of Spreadsheet::Save, with
+// after the work is done, a file that could not be saved is found now: the errors of Document::Save, with
 // texts that say what to do. That its file system keeps no others out is told on the standard error stream.
-workbook::FileHold HoldForGo(const std::filesystem::path& file);
+std::unique_ptr<host::DocumentHold> HoldForGo(host::Documents& documents, const std::filesystem::path& file);
 
 // The same for a day, which may begin while another program has the file: it saves beside it at its end.
-workbook::FileHold HoldForDay(const std::filesystem::path& file);
+std::unique_ptr<host::DocumentHold> HoldForDay(host::Documents& documents, const std::filesystem::path& file);
 
 // Saves it, and tells on the standard error stream what is lost and what became of it. `read` is the file's
 // stamp when the workbook was read from it, or found absent: what another program has saved there since then
-// stays. Errors as Spreadsheet::Save, with texts that say what to do.
-void SaveAfterGo(const std::filesystem::path& file, workbook::Spreadsheet& spreadsheet,
-                 const workbook::FileStamp& read);
+// stays. Errors as Document::Save, with texts that say what to do.
+void SaveAfterGo(const std::filesystem::path& file, host::Document& document);
 
 }  // namespace mirelo::app

@@ -36,13 +36,11 @@ fs::path FreeNameBeside(const fs::path& file) {
 
 }  // namespace
 
-WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
-                               const fs::path& file, const workbook::FileStamp& read,
-                               std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss)
+WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, host::Document& document, const fs::path& file,
+                               std::function<void()> before_saving, host::Document::Tell tell_loss)
     : loop_(loop),
-      spreadsheet_(spreadsheet),
+      document_(document),
       file_(fs::absolute(file)),
-      stamp_(read),
       before_saving_(std::move(before_saving)),
       tell_loss_(std::move(tell_loss)) {}
 
@@ -60,7 +58,6 @@ fs::path WorkbookKeeper::SaveAtEnd() {
   if (Save()) return file_;
   trouble_.clear();  // another file, another trouble
   file_ = FreeNameBeside(file_);
-  stamp_ = workbook::FileStamp();
   return Save() ? file_ : fs::path();
 }
 
@@ -69,7 +66,6 @@ fs::path WorkbookKeeper::SaveAtEnd() {
 void WorkbookKeeper::LeaveTheFileToOthers() {
   const std::string left = file_.filename().string();
   file_ = FreeNameBeside(file_);
-  stamp_ = workbook::FileStamp();
   trouble_.clear();
   Tell("Another program has changed " + left + "; saving in " + file_.filename().string() + " from now on");
 }
@@ -93,10 +89,10 @@ std::string WorkbookKeeper::TroubleOfSaving() try {
 }
 
 void WorkbookKeeper::SaveWhereNobodyElseDid() try {
-  stamp_ = spreadsheet_.Save(file_, tell_loss_, stamp_);
-} catch (const workbook::ChangedMeanwhile&) {
+  document_.Save(file_, tell_loss_);
+} catch (const host::ChangedMeanwhile&) {
   LeaveTheFileToOthers();
-  stamp_ = spreadsheet_.Save(file_, tell_loss_, stamp_);
+  document_.Save(file_, tell_loss_);
 }
 
 void WorkbookKeeper::Tell(const std::string& line) const try {

@@ -5,9 +5,8 @@
 #include <functional>
 #include <string>
 
-#include "adapters/workbook/file_stamp.h"
-#include "adapters/workbook/spreadsheet.h"
 #include "automation/event.h"
+#include "host/documents.h"
 #include "host/message_loop.h"
 
 namespace mirelo::app {
@@ -20,9 +19,8 @@ class WorkbookKeeper {
   // `read` is the stamp of the file when the workbook was read from it, or found absent.
   // `before_saving` is called before each, `tell_loss` with what Spreadsheet::Save has to tell. All must
   // outlive this.
-  WorkbookKeeper(host::MessageLoop& loop, workbook::Spreadsheet& spreadsheet,
-                 const std::filesystem::path& file, const workbook::FileStamp& read,
-                 std::function<void()> before_saving, workbook::Spreadsheet::Tell tell_loss);
+  WorkbookKeeper(host::MessageLoop& loop, host::Document& document, const std::filesystem::path& file,
+                 std::function<void()> before_saving, host::Document::Tell tell_loss);
   ~WorkbookKeeper();
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
@@ -50,11 +48,10 @@ class WorkbookKeeper {
   void Tell(const std::string& line) const;
 
   host::MessageLoop& loop_;
-  workbook::Spreadsheet& spreadsheet_;
+  host::Document& document_;
   std::filesystem::path file_;
-  workbook::FileStamp stamp_;  // of the file as it was read or saved here
   std::function<void()> before_saving_;
-  workbook::Spreadsheet::Tell tell_loss_;
+  host::Document::Tell tell_loss_;
   std::string state_ = "not saved yet";
   std::string trouble_;
   std::chrono::milliseconds worked_{};  // at the last save

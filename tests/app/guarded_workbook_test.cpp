@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/workbook/files.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "app/program.h"
 #include "app/workbook_file.h"
@@ -79,7 +80,7 @@ class GuardedWorkbook : public ::testing::Test {
   // Held as a command does that works on it, in another process.
   void HoldElsewhere() {
     holder_ = std::make_unique<ChildProcess>([&](const ChildProcess::Test& test) {
-      const auto hold = app::HoldForGo(File());
+      const auto hold = app::HoldForGo(files, File());
       std::int32_t number = 0;
       test.Report(number);
       test.Await(number);
@@ -94,6 +95,7 @@ class GuardedWorkbook : public ::testing::Test {
   }
 
   TempDirectory home;
+  workbook::Files files;
   quotetracker::Server server;
 
  private:
@@ -184,7 +186,7 @@ TEST_F(GuardedWorkbook, IsSavedOnceTheOtherProgramIsDone) {
 TEST_F(GuardedWorkbook, BeginsNoDayWhereItCannotBeHeld) {
   ::testing::internal::CaptureStderr();
   const RuntimeError error =
-      ErrorOf([&] { WithRefusedCalls({SYS_flock}, EIO, [&] { app::HoldForDay(File()); }); });
+      ErrorOf([&] { WithRefusedCalls({SYS_flock}, EIO, [&] { app::HoldForDay(files, File()); }); });
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(error.Number(), 75);
   EXPECT_THAT(error.Description(),
@@ -195,13 +197,12 @@ TEST_F(GuardedWorkbook, BeginsNoDayWhereItCannotBeHeld) {
 // Opened elsewhere while the dialog was up
 
 TEST_F(GuardedWorkbook, StaysAsItIsAfterGoAsWell) {
-  const auto hold = app::HoldForGo(File());
-  const workbook::FileStamp read(File());
-  auto spreadsheet = app::OpenOrNew(File());
+  const auto hold = app::HoldForGo(files, File());
+  const auto document = app::OpenOrNew(files, File());
   const std::string old = Bytes();
   std::ofstream(Folder() / "~$quotes.xlsx") << ",";
   ::testing::internal::CaptureStderr();
-  EXPECT_THROW(app::SaveAfterGo(File(), spreadsheet, read), RuntimeError);
+  EXPECT_THROW(app::SaveAfterGo(File(), *document), RuntimeError);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),
             "The settings are stored, but the workbook is as it was.\n");
   EXPECT_EQ(Bytes(), old);

@@ -10,10 +10,13 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "adapters/workbook/files.h"
+#include "adapters/workbook/spreadsheet.h"
 #include "automation/runtime_error.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
@@ -41,7 +44,7 @@ class Keeper : public ::testing::Test {
   Keeper() {
     keeper.Status.Subscribe([this](const std::string& text) { told.push_back(text); });
   }
-  void Write(double value) { spreadsheet.Application()->Cells(1, 1)->Value(value); }
+  void Write(double value) { document->Application()->Cells(1, 1)->Value(value); }
   static double Saved(const std::filesystem::path& file) {
     return workbook::Spreadsheet::Open(file)
         .Application()
@@ -57,15 +60,13 @@ class Keeper : public ::testing::Test {
   ManualClock clock;
   TestHost host;
   host::HostScope installed{host.Use(loop).Use(clock)};
-  workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
+  workbook::Files files;
+  std::unique_ptr<host::Document> document = files.New();
   std::filesystem::path inner = folder / "inner";
   std::filesystem::path file = inner / "book.xlsx";
   int prepared = 0;
   std::function<void()> meanwhile;  // what another program does at the next save
-  app::WorkbookKeeper keeper{loop,
-                             spreadsheet,
-                             file,
-                             workbook::FileStamp(),
+  app::WorkbookKeeper keeper{loop, *document, file,
                              [this] {
                                ++prepared;
                                if (meanwhile) std::exchange(meanwhile, nullptr)();

@@ -100,7 +100,7 @@ void LongDay::Begin(Settings settings) {
   app::DialogPerson person(wishes, *desktop);
   host.ShowOn(std::move(desktop));
   host.internet();  // makes the replies' mender
-  day.emplace(host.loop(), host.sockets(), *replies, spreadsheet.Application());
+  day.emplace(host.loop(), host.sockets(), *replies, document->Application());
   const auto note = [this](const std::string& line) {
     if (told.size() == kLinesKept) told.erase(told.begin());
     told.push_back(line);
@@ -109,7 +109,7 @@ void LongDay::Begin(Settings settings) {
   day->ShowDialog();
   ASSERT_FALSE(person.Complained()) << person.Complained()->text;
   keeper.emplace(
-      host.loop(), spreadsheet, folder / "day.xlsx", workbook::FileStamp(),
+      host.loop(), *document, folder / "day.xlsx",
       [this] {
         ++saves;
         day->Fit();
@@ -169,11 +169,11 @@ std::unique_ptr<LoopbackServer> LongDay::Serve(std::uint16_t port, LoopbackServe
 }
 
 std::int32_t LongDay::Shown(const SentQuotes& quotes) {
-  const auto sheet = spreadsheet.Application()->Worksheets()->Item(kTable);
+  const auto sheet = document->Application()->Worksheets()->Item(kTable);
   return NumberIn(*sheet, &quotes == &msft ? kFirstRow : kFirstRow + 1, 2, 3, quotes);
 }
 
-void LongDay::ExpectTrueHistory(workbook::Spreadsheet& book) {
+void LongDay::ExpectTrueHistory(const host::Document& book) {
   const auto sheet = book.Application()->Worksheets()->Item(kHistory);
   const auto is_empty = [&](std::int32_t row) {
     return sheet->Cells(row, 1)->Value().IsEmpty() && sheet->Cells(row, 2)->Value().IsEmpty();
@@ -196,7 +196,7 @@ void LongDay::ExpectTrueHistory(workbook::Spreadsheet& book) {
 }
 
 void LongDay::ExpectTrueCells() {
-  const auto sheet = spreadsheet.Application()->Worksheets()->Item(kTable);
+  const auto sheet = document->Application()->Worksheets()->Item(kTable);
   for (const std::int32_t row : {kFirstRow, kFirstRow + 1}) {
     const Variant last = sheet->Cells(row, 2)->Value();
     if (last.type() != Variant::Type::Double) continue;  // it was said to have no price

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/workbook/spreadsheet.h"
+#include "adapters/workbook/files.h"
 #include "app/dialog_wishes.h"
 #include "app/linux_host.h"
 #include "app/mended_replies.h"
@@ -76,7 +76,7 @@ class LongDay : public ::testing::Test {
   // The number of the quote that the table's cells show; 0 when they show none that was sent.
   std::int32_t Shown(const SentQuotes& quotes);
   // That all rows of the history are quotes that were sent, in the order in which they were.
-  void ExpectTrueHistory(workbook::Spreadsheet& book);
+  void ExpectTrueHistory(const host::Document& book);
   void ExpectTrueCells();
   // What the process uses where the day stands still, nobody serving it.
   ProcessUse UseAtRest();
@@ -92,7 +92,7 @@ class LongDay : public ::testing::Test {
   SentQuotes msft{"MSFT", 2000};
   SentQuotes ibm{"IBM", 500000};
   app::DialogWishes wishes;
-  workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
+  std::unique_ptr<host::Document> document = workbook::Files().New();
   std::optional<app::WorkingDay> day;
   std::optional<app::WorkbookKeeper> keeper;
   std::vector<std::string> told;  // the newest of the day's lines for a person

@@ -194,9 +194,8 @@ void StreamedLongDay::Round(const Mischief& mischief, int part) {
   PassSaves(part);
   EXPECT_TRUE(keeper->State().starts_with("saved ")) << keeper->State();
   ExpectTrueCells();
-  ExpectTrueHistory(spreadsheet);
-  auto saved = workbook::Spreadsheet::Open(folder / "day.xlsx");
-  ExpectTrueHistory(saved);
+  ExpectTrueHistory(*document);
+  ExpectTrueHistory(*workbook::Files().Open(folder / "day.xlsx"));
   server->Stop();
   PassSaves(part / 2);
 }
@@ -339,9 +338,8 @@ void AskedLongDay::Round(const Misreply& misreply, int part) {
   PassSaves(part);
   EXPECT_TRUE(keeper->State().starts_with("saved ")) << keeper->State();
   ExpectTrueCells();
-  ExpectTrueHistory(spreadsheet);
-  auto saved = workbook::Spreadsheet::Open(folder / "day.xlsx");
-  ExpectTrueHistory(saved);
+  ExpectTrueHistory(*document);
+  ExpectTrueHistory(*workbook::Files().Open(folder / "day.xlsx"));
   server->Stop();
   PassSaves(part / 2);
 }

@@ -17,6 +17,7 @@
 #include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/file_target.h"
 #include "adapters/workbook/foreign_hold.h"
+#include "host/documents.h"
 
 namespace mirelo::workbook {
 
@@ -52,7 +53,9 @@ std::optional<struct stat> OldFile(const fs::path& file) {
 
 void RequireUnchanged(const fs::path& file, const std::optional<FileStamp>& known) {
   if (!known) return;
-  if (const FileStamp now(file); now.IsOfAFile() && now != *known) throw ChangedMeanwhile(file);
+  if (const FileStamp now(file); now.IsOfAFile() && now != *known)
+    throw host::ChangedMeanwhile(
+        PermissionDenied("Cannot save " + file.string() + ": another program has changed it"));
 }
 
 // A new file, in a folder of its own beside the one whose place it is to take, in which its makers may have

@@ -26,8 +26,8 @@ void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& 
 // disk is full, 70 when another process or program has the file, 75 for other failures of the file system.
 //
 // With `known`, a file is replaced only while that is its stamp: one that another program has changed, or has
-// made, raises ChangedMeanwhile, also when that comes to light only at the end. One that is gone is made
-// anew.
+// made, raises host::ChangedMeanwhile, also when that comes to light only at the end. One that is gone is
+// made anew.
 FileStamp ReplaceFile(const std::filesystem::path& file,
                       const std::function<void(const std::filesystem::path&)>& write,
                       const std::optional<FileStamp>& known = std::nullopt);

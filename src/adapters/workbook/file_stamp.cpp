@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include "adapters/workbook/descriptor.h"
-#include "adapters/workbook/errors.h"
 
 namespace mirelo::workbook {
 
@@ -25,8 +24,5 @@ FileStamp::FileStamp(const struct stat& status) {
   seconds_ = status.st_mtim.tv_sec;
   nanoseconds_ = status.st_mtim.tv_nsec;
 }
-
-ChangedMeanwhile::ChangedMeanwhile(const std::filesystem::path& file)
-    : RuntimeError(PermissionDenied("Cannot save " + file.string() + ": another program has changed it")) {}
 
 }  // namespace mirelo::workbook

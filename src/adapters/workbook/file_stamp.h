@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <filesystem>
 
-#include "automation/runtime_error.h"
-
 struct stat;
 
 namespace mirelo::workbook {
@@ -33,12 +31,6 @@ class FileStamp {
   std::int64_t size_ = 0;
   std::int64_t seconds_ = 0;  // of the last change
   std::int64_t nanoseconds_ = 0;
-};
-
-// Raised in place of writing over what another program has saved: error 70.
-class ChangedMeanwhile : public RuntimeError {
- public:
-  explicit ChangedMeanwhile(const std::filesystem::path& file);
 };
 
 }  // namespace mirelo::workbook

@@ -58,7 +58,7 @@ class Spreadsheet {
   using Tell = std::function<void(const std::string& sentence)>;
   //
   // With `known`, the file is replaced only while that is its stamp, or when it is gone; one that another
-  // program has changed, or made, raises ChangedMeanwhile. The result is the stamp of what was saved.
+  // program has changed, or made, raises host::ChangedMeanwhile. The result is the stamp of what was saved.
   FileStamp Save(const std::filesystem::path& file, const Tell& tell,
                  const std::optional<FileStamp>& known = std::nullopt);
 

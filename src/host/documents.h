@@ -1,0 +1,78 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "automation/runtime_error.h"
+
+namespace mirelo::host {
+
+namespace excel {
+class Application;
+}
+
+// A document of the spreadsheet program: one workbook, and the file where it is kept.
+class Document {
+ public:
+  using Tell = std::function<void(const std::string& sentence)>;
+
+  virtual ~Document() = default;
+
+  // The spreadsheet program with this document as its active workbook. What was got from it stays good when
+  // the document is gone.
+  virtual std::shared_ptr<excel::Application> Application() const = 0;
+
+  // What its file holds that will be missing, or be something else, once the document as it is now is saved:
+  // one sentence each, and each of them once.
+  virtual std::vector<std::string> NewLosses() = 0;
+
+  // Saves it. The file changes at once and as a whole, or stays as it was. `tell` is called with each of
+  // NewLosses, and with what saving itself loses, before the file changes.
+  //
+  // Where `file` is the document's own, what another program has saved there since is not written over
+  // (ChangedMeanwhile). Any other file must not be there, by the same error, and is the document's own from
+  // then on. Error 61 when the disk is full; 70 when somebody else holds the file; 75 when it cannot be
+  // written; 1004 when the document is more than a file can hold.
+  virtual void Save(const std::filesystem::path& file, const Tell& tell) = 0;
+};
+
+// Raised in place of writing over what another program has saved: error 70.
+class ChangedMeanwhile : public RuntimeError {
+ public:
+  explicit ChangedMeanwhile(const RuntimeError& refusal) : RuntimeError(refusal) {}
+};
+
+// The right to save a file, given back with this. Others are refused it meanwhile.
+class DocumentHold {
+ public:
+  virtual ~DocumentHold() = default;
+
+  // Whether others are refused indeed: not where the file system knows no locks.
+  virtual bool IsLocked() const = 0;
+};
+
+// Where documents come from.
+class Documents {
+ public:
+  virtual ~Documents() = default;
+
+  // An empty one, which no file keeps yet.
+  virtual std::unique_ptr<Document> New() = 0;
+
+  // The document of a file. Error 53 when there is none, 75 when it cannot be read; 1004 when it is no
+  // workbook, is damaged or goes beyond what is taken, with a text that says so.
+  virtual std::unique_ptr<Document> Open(const std::filesystem::path& file) = 0;
+
+  // To be taken before the file is opened, by who will save it; it need not be there yet. Error 70 when
+  // another process has it, with a text that names it where it is known; 75 when the file is none that could
+  // be saved; 61 when the disk is full.
+  virtual std::unique_ptr<DocumentHold> Hold(const std::filesystem::path& file) = 0;
+
+  // Raises the error by which Save would refuse, as far as that can be told before there is anything to save.
+  virtual void RequireSavable(const std::filesystem::path& file) = 0;
+};
+
+}  // namespace mirelo::host
