@@ -18,6 +18,7 @@
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
+#include "core/cTickerDateTimes.h"
 #include "core/mGlobal.h"
 #include "core/product.h"
 #include "host/clock.h"

@@ -11,13 +11,7 @@
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "core/cQTDatas.h"
-#include "core/cTickerDateTimes.h"
 #include "host/message_loop.h"
-#include "streaming/MD5.h"
-#include "streaming/arrival_clock.h"
-#include "streaming/quote_keys.h"
-#include "streaming/stamp_texts.h"
-#include "streaming/symbol_index.h"
 
 namespace mirelo {
 
@@ -25,6 +19,7 @@ namespace host {
 class SocketConnection;
 }
 class cMirelo;
+class cTickerDateTime;
 struct Level1Record;
 
 // One socket connection to QuoteTracker's streaming port: it logs in, then fetches the list of quote sources
@@ -141,6 +136,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
  private:
   class BytesTransferSink;
   class ConnectionSink;
+  struct Internals;
   using Bytes = std::span<const std::uint8_t>;
 
   // connection.cpp
@@ -186,9 +182,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   host::MessageLoop::Token TimerID = 0;
 
   std::shared_ptr<cQTDatas> copy_cQTDatas_ = std::make_shared<cQTDatas>();
-  cQTDatas QuoteBuffer;           // quotes that nobody has taken yet
-  cTickerDateTimes TickerStates;  // the last known state per symbol
-  MD5 Hasher;
+  cQTDatas QuoteBuffer;  // quotes that nobody has taken yet
 
   std::string LoginMessage;  // the last one sent; cleared by connect
   std::string StatusCode;    // of the last login reply
@@ -196,8 +190,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   bool SourcesPending = false;             // a source list reply is spread over several chunks
   std::string SourcesText;                 // its chunks so far, as bytes
   std::vector<std::uint8_t> PendingBytes;  // the tail of an unfinished quote record, or nothing
-  QuoteKeys QuoteCounter;
-  bool StreamerAccepted = false;  // set when the streamer reply has come; nothing reads it
+  bool StreamerAccepted = false;           // set when the streamer reply has come; nothing reads it
   bool StartStop_ = false;
   bool StopEndlessWalks_ = false;
   bool Enumerate_Sources_Result_ID_ = false;
@@ -207,9 +200,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   Variant arrTickers_;
   std::shared_ptr<cQTDatas> QTConteiner_ = copy_cQTDatas_;
 
-  SymbolIndex symbol_index_;  // into TickerStates
-  StampTexts stamps_;
-  ArrivalClock arrival_;
+  std::unique_ptr<Internals> internals_;
 };
 
 }  // namespace mirelo

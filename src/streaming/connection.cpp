@@ -9,8 +9,8 @@
 #include "host/desktop.h"
 #include "host/host.h"
 #include "host/winsock_library.h"
-#include "streaming/cQTStreaming.h"
 #include "streaming/sinks.h"
+#include "streaming/stream_internals.h"
 
 namespace mirelo {
 
@@ -30,8 +30,8 @@ void ShowError(const RuntimeError& error) {
 cQTStreaming::cQTStreaming()
     : m_oBytesTransferEvents(std::make_shared<BytesTransferSink>(*this)),
       m_oConnectionEvents(std::make_shared<ConnectionSink>(*this)),
-      arrival_(IntegerIn(FacadeSetting("DisplacementHour")), IntegerIn(FacadeSetting("DisplacementMinute"))) {
-}
+      internals_(std::make_unique<Internals>(ArrivalClock(IntegerIn(FacadeSetting("DisplacementHour")),
+                                                          IntegerIn(FacadeSetting("DisplacementMinute"))))) {}
 
 cQTStreaming::~cQTStreaming() {
   m_oBytesTransferEvents->Detach();
@@ -105,8 +105,8 @@ void cQTStreaming::m_oConnectionEvents_OnDisconnected() {
 
 void cQTStreaming::DovantaFormatUserDate(std::string value) {
   DovantaFormatUserDate_ = std::move(value);
-  stamps_.Forget();
-  arrival_.Forget();
+  internals_->stamps.Forget();
+  internals_->arrival.Forget();
 }
 
 }  // namespace mirelo

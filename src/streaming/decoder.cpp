@@ -13,10 +13,10 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/cTickerDateTime.h"
-#include "streaming/cQTStreaming.h"
 #include "streaming/level1_fields.h"
 #include "streaming/level1_record.h"
 #include "streaming/quote_changes.h"
+#include "streaming/stream_internals.h"
 #include "streaming/wire_bytes.h"
 
 namespace mirelo {
@@ -130,6 +130,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
   // Where the record before this one began, if that wasn't wanted; else where this one begins.
   std::int32_t record_start = 0;
   WalkWatch watch;
+  SymbolIndex& symbols = internals_->symbol_index;
   do {
     const std::int32_t length = bytes.NumberAt<std::int16_t>(position + 2);
     if (position + 1 >= size) break;
@@ -147,7 +148,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
       break;
     }
 
-    if (symbol_index_.IsLarge()) symbol_index_.Expect(SymbolAt(bytes, position + length));
+    if (symbols.IsLarge()) symbols.Expect(SymbolAt(bytes, position + length));
     position += kHead;
     Level1Record record;
     // Behind an unwanted record the end is counted from that one's start, so the later fields may stay
@@ -156,7 +157,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
       ReadField(bytes, position, record);
     } while (position < record_start + length);
     record_start = position;
-    symbol_index_.FetchExpected();
+    symbols.FetchExpected();
     ApplyQuote(record);
   } while (position < size);
   if (position == size) PendingBytes.clear();
@@ -166,19 +167,20 @@ void cQTStreaming::DecodeRecords(Bytes data) {
 // record lacks is lacking in the quote too.
 void cQTStreaming::ApplyQuote(const Level1Record& record) {
   // A wild displacement of the clock fails at every stamp, not only for a quote that is published.
-  if (!record.stamp.empty() && arrival_.MayFail()) arrival_.GetDisplacedDateTime(DovantaFormatUserDate_);
+  if (!record.stamp.empty() && internals_->arrival.MayFail())
+    internals_->arrival.GetDisplacedDateTime(DovantaFormatUserDate_);
 
   cTickerDateTime& state = StateOf(record.symbol);
   if (!TakeChanges(record, state)) return;
   const std::string& date_time =
-      record.stamp.empty() ? kNoText : stamps_.Text(record.stamp, DovantaFormatUserDate_);
+      record.stamp.empty() ? kNoText : internals_->stamps.Text(record.stamp, DovantaFormatUserDate_);
   AddQuoteToBuffer(record, date_time, TakeLastVolume(record.volume, date_time, state));
 }
 
 cTickerDateTime& cQTStreaming::StateOf(std::string_view symbol) {
-  if (cTickerDateTime* known = symbol_index_.Find(symbol)) return *known;
-  cTickerDateTime& state = *TickerStates.FindOrAdd(AnsiToText(symbol));
-  symbol_index_.Keep(symbol, state);
+  if (cTickerDateTime* known = internals_->symbol_index.Find(symbol)) return *known;
+  cTickerDateTime& state = *internals_->TickerStates.FindOrAdd(AnsiToText(symbol));
+  internals_->symbol_index.Keep(symbol, state);
   return state;
 }
 

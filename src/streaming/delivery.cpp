@@ -12,9 +12,9 @@
 #include "core/status_run_query.h"
 #include "host/host.h"
 #include "host/message_loop.h"
-#include "streaming/cQTStreaming.h"
 #include "streaming/level1_record.h"
 #include "streaming/quote_to_fill.h"
+#include "streaming/stream_internals.h"
 
 namespace mirelo {
 
@@ -33,7 +33,7 @@ void LetText(Property<std::string>& property, std::string_view wire_bytes) {
 
 void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
                                     std::int32_t last_volume) {
-  cQTData& quote = QuoteToFill(QuoteBuffer, QuoteCounter);
+  cQTData& quote = QuoteToFill(QuoteBuffer, internals_->QuoteCounter);
   quote.Ask_Price(record.ask_price);
   quote.Ask_Size(record.ask_size);
   quote.Average_Volume(record.average_volume);
@@ -45,7 +45,7 @@ void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::strin
   LetText(quote.Company_Name, record.company_name);
   quote.Date_Time(date_time);
   if (!record.stamp.empty()) {
-    const auto& [date, time] = arrival_.GetDisplacedDateTime(DovantaFormatUserDate_);
+    const auto& [date, time] = internals_->arrival.GetDisplacedDateTime(DovantaFormatUserDate_);
     quote.DateQT(date);
     quote.TimeQT(time);
   }

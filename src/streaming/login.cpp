@@ -9,8 +9,8 @@
 #include "host/credential_vault.h"
 #include "host/host.h"
 #include "host/secret.h"
-#include "streaming/cQTStreaming.h"
 #include "streaming/messages.h"
+#include "streaming/stream_internals.h"
 #include "streaming/tags.h"
 
 namespace mirelo {
@@ -60,6 +60,8 @@ std::string cQTStreaming::BuildLoginMessage(std::string_view reply) const {
       .append(kMessageEnd);
 }
 
-std::string cQTStreaming::GetAppAuth(const std::string& text) const { return Hasher.DigestString(text); }
+std::string cQTStreaming::GetAppAuth(const std::string& text) const {
+  return internals_->Hasher.DigestString(text);
+}
 
 }  // namespace mirelo
