@@ -5,16 +5,20 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 namespace mirelo {
 namespace {
 
+using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
+
+const std::filesystem::path kSourceFolder = MIRELO_SOURCE_DIR;
 
 // The first heading of a version in the changelog.
 std::string NewestHeading() {
-  std::ifstream changelog(std::filesystem::path(MIRELO_SOURCE_DIR) / "CHANGELOG.md");
+  std::ifstream changelog(kSourceFolder / "CHANGELOG.md");
   for (std::string line; std::getline(changelog, line);) {
     if (line.starts_with("## [")) return line;
   }
@@ -24,6 +28,21 @@ std::string NewestHeading() {
 TEST(Version, IsTheNewestOneOfTheChangelog) {
   EXPECT_THAT(NewestHeading(),
               MatchesRegex("## \\[" MIRELO_VERSION "\\] - [0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9]"));
+}
+
+// Nothing is promised from one minor version to the next, so an example asks for the present one.
+TEST(Version, IsTheOneThatTheExamplesAskFor) {
+  const std::string version = MIRELO_VERSION;
+  const std::string asked = "find_package(Mirelo " + version.substr(0, version.rfind('.')) + " REQUIRED)";
+  int examples = 0;
+  for (const auto& example : std::filesystem::directory_iterator(kSourceFolder / "examples")) {
+    if (!example.is_directory()) continue;
+    std::ifstream file(example.path() / "CMakeLists.txt");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_THAT(text, HasSubstr(asked)) << example.path();
+    ++examples;
+  }
+  EXPECT_GT(examples, 0);
 }
 
 }  // namespace
