@@ -110,6 +110,21 @@ class Library(InstalledCase):
             self.assertGreater(float(last), 0)
             self.assertGreater(int(volume.replace(",", "")), 0)
 
+    def test_installs_headers_for_clients_and_no_internals(self):
+        installed = self.prefix / "include" / "mirelo"
+        headers = sorted(str(header.relative_to(installed)) for header in installed.rglob("*.h"))
+        # What a client can name of these rooms; an include line in one of them makes another header public.
+        clients = {
+            "app": ["linux_host.h", "observed_sockets.h"],
+            "core": ["CAppSettings.h", "cMirelo.h", "cQTData.h", "cQTDatas.h", "cTickerDateTime.h", "cTickerDateTimes.h"]
+            + ["mGlobal.h", "product.h", "property.h", "record_collection.h", "status_run_query.h"],
+            "streaming": ["cQTStreaming.h"],
+        }
+        for room, names in clients.items():
+            found = [header.removeprefix(f"{room}/") for header in headers if header.startswith(f"{room}/")]
+            self.assertEqual(found, names)
+        self.assertLessEqual(len(headers), 46, headers)
+
     def test_has_the_version_of_the_programs(self):
         (package,) = self.prefix.glob("lib*/**/MireloConfigVersion.cmake")
         script = self.home / "version.cmake"
