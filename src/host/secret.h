@@ -13,8 +13,8 @@ class Secret {
   using Release = void (*)(char* memory, std::size_t size);
 
   Secret() = default;
-  // Takes over memory that holds the text, and how it is given back: an adapter may have memory that is never
-  // swapped or dumped.
+  // Takes over memory that holds the text, and how it is given back: an adapter may have memory that is kept
+  // out of core dumps and, where the system grants that, out of the swap.
   Secret(char* memory, std::size_t size, Release release)
       : memory_(memory), size_(size), length_(size), release_(release) {}
   // In memory of the program's own.

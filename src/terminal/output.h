@@ -1,7 +1,6 @@
 #pragma once
 
 #include <concepts>
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,18 +20,16 @@ class Output {
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
-  template <std::size_t N>
-  Output& operator<<(const char (&words)[N]) {
-    Put(words);
+  Output& operator<<(OwnWords words) {
+    Put(words.Text());
     return *this;
   }
-  template <std::size_t N>
-  Output& operator<<(char (&buffer)[N]) = delete;
   Output& operator<<(const ShownText& text) {
     Put(text.Bytes());
     return *this;
   }
-  Output& operator<<(std::string_view text) {
+  template <AnyText Text>
+  Output& operator<<(const Text& text) {
     Put(Visible(text));
     return *this;
   }

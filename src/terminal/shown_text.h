@@ -1,12 +1,33 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "automation/visible_text.h"
 
 namespace mirelo::terminal {
+
+// The program's own words: a literal, or a constant that is known when the program is compiled. An array that
+// is filled at run time does not compile, not even one that is seen through a pointer to const.
+class OwnWords {
+ public:
+  template <std::size_t N>
+  consteval OwnWords(const char (&words)[N]) : text_(words) {}  // NOLINT: as much a text as a literal is
+  template <std::size_t N>
+  OwnWords(char (&buffer)[N]) = delete;
+
+  std::string_view Text() const { return text_; }
+
+ private:
+  std::string_view text_;
+};
+
+// Any other text, which may be from outside; an array is taken for own words, so that it must be a constant.
+template <class Text>
+concept AnyText = std::convertible_to<const Text&, std::string_view> && !std::is_array_v<Text>;
 
 // Text in the form in which it may leave for a terminal. Whatever comes from outside (servers, files,
 // settings, arguments) is in it with its controls made visible; line ends, tabs and colours in it are the
@@ -15,20 +36,18 @@ class ShownText {
  public:
   ShownText() = default;
 
-  // The program's own words: a literal.
-  template <std::size_t N>
-  ShownText(const char (&words)[N]) : bytes_(words) {}  // NOLINT: as much a text as a literal is
-  template <std::size_t N>
-  ShownText(char (&buffer)[N]) = delete;
+  ShownText(OwnWords words) : bytes_(words.Text()) {}  // NOLINT: as much a text as they are
 
-  // Any text, as one line.
-  explicit ShownText(std::string_view text) : bytes_(Visible(text)) {}
+  // As one line.
+  template <AnyText Text>
+  explicit ShownText(const Text& text) : bytes_(Visible(text)) {}
 
   ShownText& operator+=(const ShownText& more) {
     bytes_ += more.bytes_;
     return *this;
   }
   friend ShownText operator+(ShownText a, const ShownText& b) { return a += b; }
+  friend ShownText operator+(ShownText a, OwnWords b) { return a += b; }
 
   const std::string& Bytes() const { return bytes_; }
   friend bool operator==(const ShownText&, const ShownText&) = default;

@@ -48,10 +48,10 @@ void StandardStream::Flush() {
   Write();
 }
 
-void StandardStream::PutWithoutMemory(const char* words) {
+void StandardStream::PutWithoutMemory(OwnWords words) {
   const std::lock_guard lock(mutex_);
   Write();
-  if (error_ == 0) error_ = WriteAll(descriptor_, words);
+  if (error_ == 0) error_ = WriteAll(descriptor_, words.Text());
 }
 
 void StandardStream::Write() {

@@ -23,9 +23,8 @@ class StandardStream : public Output {
 
   void Flush() override;
 
-  // Writes what waits, and behind it these words, which are the program's own. Takes no memory for that:
-  // there may be none.
-  void PutWithoutMemory(const char* words);
+  // Writes what waits, and behind it these words. Takes no memory for that: there may be none.
+  void PutWithoutMemory(OwnWords words);
 
   // Whether all that was flushed could be written.
   bool Good() const { return error_ == 0; }

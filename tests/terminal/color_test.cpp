@@ -22,14 +22,15 @@ TEST(Color, TakesTheNearestOfThePalette) {
 
 TEST(Color, PaintsAsDeepAsTheTerminalShows) {
   const Paint paint{kRed, kWhite, true, false};
-  EXPECT_EQ(Painted("x", paint, ColorDepth::None), "x");
-  EXPECT_EQ(Painted("x", paint, ColorDepth::Palette), "\033[1;38;5;196;48;5;231mx\033[0m");
-  EXPECT_EQ(Painted("x", paint, ColorDepth::Full), "\033[1;38;2;255;0;0;48;2;255;255;255mx\033[0m");
+  EXPECT_EQ(Painted(ShownText("x"), paint, ColorDepth::None).Bytes(), "x");
+  EXPECT_EQ(Painted(ShownText("x"), paint, ColorDepth::Palette).Bytes(), "\033[1;38;5;196;48;5;231mx\033[0m");
+  EXPECT_EQ(Painted(ShownText("x"), paint, ColorDepth::Full).Bytes(),
+            "\033[1;38;2;255;0;0;48;2;255;255;255mx\033[0m");
 }
 
 TEST(Color, LeavesAloneWhatHasNoPaint) {
-  EXPECT_EQ(Painted("x", {}, ColorDepth::Full), "x");
-  EXPECT_EQ(Painted("", {kRed, {}, false, false}, ColorDepth::Full), "");
+  EXPECT_EQ(Painted(ShownText("x"), {}, ColorDepth::Full).Bytes(), "x");
+  EXPECT_EQ(Painted(ShownText(""), {kRed, {}, false, false}, ColorDepth::Full).Bytes(), "");
 }
 
 }  // namespace

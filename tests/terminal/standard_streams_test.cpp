@@ -39,7 +39,7 @@ class SharedFile {
 };
 
 TEST(StandardStream, TakesNoMemoryForWordsWhereThereMayBeNone) {
-  const char* const words = "words that are longer than what a text has room for in itself\n";
+  static constexpr char words[] = "words that are longer than what a text has room for in itself\n";
   SharedFile file;
   StandardStream err(file.descriptor);
   err << "before ";
