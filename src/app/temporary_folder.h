@@ -5,7 +5,7 @@
 namespace mirelo::app {
 
 // A new folder of this program's own below the system's temporary folder, removed with all it holds at the
-// end.
+// end. Those of processes that were killed before their end are removed by the next one.
 class TemporaryFolder {
  public:
   // Raises error 75 when it cannot be made.
@@ -18,6 +18,7 @@ class TemporaryFolder {
 
  private:
   std::filesystem::path path_;
+  int lock_ = -1;  // on a file in it, by which others see that its process is alive
 };
 
 }  // namespace mirelo::app
