@@ -42,34 +42,6 @@ constexpr std::int32_t kUpdatedHeaderRow = 2;
 constexpr std::int32_t kFilledColumn = 1;
 constexpr std::int32_t kChangeColumn = 2;
 
-// The statements of a routine that has no frame: their failures are its caller's, except from
-// ignore_failures() to raise_failures(), where one that fails is skipped.
-class BareFrame {
- public:
-  template <class Statement>
-  void step(Statement&& statement) {
-    try {
-      statement();
-    } catch (...) {
-      if (!ignoring_) throw;
-    }
-  }
-
-  // Evaluates an If condition; when its failure is ignored the block is entered.
-  template <class Condition>
-  bool test(Condition&& condition) {
-    bool holds = true;
-    step([&] { holds = condition(); });
-    return holds;
-  }
-
-  void ignore_failures() { ignoring_ = true; }
-  void raise_failures() { ignoring_ = false; }
-
- private:
-  bool ignoring_ = false;
-};
-
 // The last row whose first column isn't empty; the first row when there is none. Error 9 without rows.
 std::int32_t LastFilledRow(const VariantArray& rows) {
   if (rows.UBound() < rows.LBound()) throw Errors::SubscriptOutOfRange();
@@ -82,6 +54,34 @@ std::int32_t LastFilledRow(const VariantArray& rows) {
 
 // One call of Update_Charts.
 struct cMirelo::ChartUpdateRun {
+  // The statements of a routine that has no frame: their failures are its caller's, except from
+  // ignore_failures() to raise_failures(), where one that fails is skipped.
+  class BareFrame {
+   public:
+    template <class Statement>
+    void step(Statement&& statement) {
+      try {
+        statement();
+      } catch (...) {
+        if (!ignoring_) throw;
+      }
+    }
+
+    // Evaluates an If condition; when its failure is ignored the block is entered.
+    template <class Condition>
+    bool test(Condition&& condition) {
+      bool holds = true;
+      step([&] { holds = condition(); });
+      return holds;
+    }
+
+    void ignore_failures() { ignoring_ = true; }
+    void raise_failures() { ignoring_ = false; }
+
+   private:
+    bool ignoring_ = false;
+  };
+
   cMirelo& facade;
   const std::shared_ptr<Worksheet>& table;
   const Variant& rows;
