@@ -32,14 +32,6 @@ bool IsReadBehind(std::string_view first, std::string_view record) {
   return kind == first.substr(0, 2) || kind == "S1" || kind == "L1";
 }
 
-// Whether what has come of a record looks as if others waited behind a length that lies.
-bool HoldsOthersBack(std::string_view record) {
-  if (static_cast<std::size_t>(LengthOf(record)) <= record.size()) return true;
-  if (FindInnerRecord(record, record.size()).begin > 0) return true;
-  const std::optional<Head> head = FindHead(record, 1);
-  return head && KindOf(record.substr(head->begin)) != MessageKind::kRecord;
-}
-
 // Whether the front ends at `end` before it is known that something else begins in it.
 bool EndsBefore(std::optional<std::size_t> end, const std::optional<Head>& head) {
   return end && (!head || *end <= head->known);
@@ -149,7 +141,7 @@ MessageAligner::Step MessageAligner::TakeRecords() {
   if (rest.size() < kLeastRecord) return Step::kWait;
 
   auto size = static_cast<std::size_t>(length);
-  const RecordLook first = LookAt(rest.substr(0, size));
+  const RecordLook first = record_.Look(rest.substr(0, size));
   if (first.next > 0) return LeaveOutLie(first.next);
   if (rest.size() < size) return TakeUnfinishedRecord();
   if (!first.fits) return TakeUnfitRecord(size, first.symbol);
@@ -184,7 +176,7 @@ MessageAligner::Step MessageAligner::TakeUnfinishedRecord() {
 // One whose fields do not end where it does: it has fields that we do not know, or its length reaches into
 // the records behind it.
 MessageAligner::Step MessageAligner::TakeUnfitRecord(std::size_t size, std::string_view symbol) {
-  const InnerRecord inner = FindInnerRecord(Rest(), size);
+  const InnerRecord inner = record_.FindInner(Rest(), size);
   if (inner.may_come && !TakeLetGo()) return Step::kWait;
   if (inner.begin > 0) {
     Tell(kWrongLength);
@@ -248,7 +240,7 @@ std::optional<MessageAligner::Milliseconds> MessageAligner::Patience() const {
     case MessageKind::kRecord:
       if (rest.size() < kLeastRecord) return std::nullopt;
       if (!BeginsWithRecord(rest)) return kLongPatience;
-      return HoldsOthersBack(rest) ? kPatience : kRecordPatience;
+      return record_.HoldsOthersBack(rest) ? kPatience : kRecordPatience;
     case MessageKind::kAcceptance:
     case MessageKind::kLoginResult:
       return message_.BreaksOff(rest) ? kLongPatience : kPatience;
@@ -291,6 +283,7 @@ MessageAligner::Step MessageAligner::Drop(std::size_t size) {
   begin_ += size;
   searched_ = 0;
   message_.Forget();
+  record_.Forget();
   return Step::kAgain;
 }
 

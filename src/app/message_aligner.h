@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/message_bounds.h"
+#include "app/record_look.h"
 #include "app/subscribed_symbols.h"
 
 namespace mirelo::app {
@@ -123,6 +124,7 @@ class MessageAligner {
   std::size_t begin_ = 0;           // what stands before was taken
   std::size_t searched_ = 0;        // of the message at the front: nothing else is known to begin before this
   mutable GrowingMessage message_;  // the same, as far as it was looked at
+  mutable GrowingRecord record_;    // the same of a record
   std::size_t given_ = 0;           // the size of the chunk that is taken with the next call
   LeavingOut leaving_out_ = LeavingOut::kNothing;
   bool let_go_ = false;

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 #include "app/message_bounds.h"
 #include "streaming/level1_fields.h"
@@ -58,29 +60,43 @@ std::uint16_t IdAt(std::string_view record, std::size_t at) {
   return id;
 }
 
+bool IsGood(std::string_view record) {
+  const RecordLook look = LookAt(record);
+  return look.next == 0 && look.fits && !look.symbol.empty();
+}
+
 }  // namespace
 
-RecordLook LookAt(std::string_view record) {
+RecordLook LookAt(std::string_view record) { return FieldWalk().Look(record); }
+
+RecordLook FieldWalk::Look(std::string_view record) {
   RecordLook look;
-  std::size_t at = kHead;
-  while (at + kId <= record.size()) {
-    const std::uint16_t id = IdAt(record, at);
-    if (id >= kWidths.size() && BeginsWithRecord(record.substr(at))) {
-      look.next = at;
-      return look;
+  while (at_ + kId <= record.size()) {
+    const std::uint16_t id = IdAt(record, at_);
+    const bool is_known = id < kWidths.size();
+    if (!is_known) {
+      if (BeginsWithRecord(record.substr(at_))) {
+        look.next = at_;
+        return look;
+      }
+      if (record.size() - at_ < kId + kUnknownWidth) break;  // one may begin here all the same
     }
-    at += kId;
-    const std::size_t width = id < kWidths.size() ? kWidths[id] : kUnknownWidth;
+    const std::size_t value = at_ + kId;
+    const std::size_t width = is_known ? kWidths[id] : kUnknownWidth;
     if (width != kUpToZero) {
-      at += width;
+      at_ = value + width;
       continue;
     }
-    const std::size_t zero = record.find('\0', at);
-    if (zero == std::string_view::npos) return look;
-    if (id == kSymbol) look.symbol = record.substr(at, zero - at);
-    at = zero + 1;
+    const std::size_t zero = record.find('\0', value);
+    if (zero == std::string_view::npos) break;
+    if (id == kSymbol) {
+      symbol_begin_ = value;
+      symbol_size_ = zero - value;
+    }
+    at_ = zero + 1;
   }
-  look.fits = at == record.size();
+  look.symbol = record.substr(symbol_begin_, symbol_size_);
+  look.fits = at_ == record.size();
   return look;
 }
 
@@ -90,26 +106,69 @@ std::int32_t LengthOf(std::string_view record) {
 }
 
 InnerRecord FindInnerRecord(std::string_view bytes, std::size_t end) {
-  InnerRecord found;
-  for (std::size_t at = 1; at < std::min(end, bytes.size()); ++at) {
+  return GrowingRecord().FindInner(bytes, end);
+}
+
+InnerRecord GrowingRecord::FindInner(std::string_view bytes, std::size_t end) {
+  is_begun_ = true;
+  LookAtFinished(bytes);
+  LookBehind(bytes, end);
+  return {good_, MayCome(bytes, end)};
+}
+
+bool GrowingRecord::HoldsOthersBack(std::string_view bytes) {
+  if (holds_others_back_) return true;
+  const auto length = static_cast<std::size_t>(LengthOf(bytes));
+  holds_others_back_ = length <= bytes.size() || FindInner(bytes, length).begin > 0;
+  if (holds_others_back_ || knows_head_) return holds_others_back_;
+  const std::optional<Head> head =
+      FindHead(bytes, 1, MessageKind::kUnknown, std::exchange(searched_for_head_, bytes.size()));
+  knows_head_ = head.has_value();
+  holds_others_back_ = head && KindOf(bytes.substr(head->begin)) != MessageKind::kRecord;
+  return holds_others_back_;
+}
+
+// Of the bytes that were not searched yet; what begins behind a good one does not matter.
+void GrowingRecord::LookBehind(std::string_view bytes, std::size_t end) {
+  for (std::size_t at = std::max<std::size_t>(1, searched_);
+       good_ == 0 && at < end && at + kHead + kId <= bytes.size(); ++at) {
+    searched_ = at + 1;
     const std::string_view inner = bytes.substr(at);
-    if (inner.size() < kHead + kId) {
-      found.may_come = found.may_come || MayBeginRecord(inner);
-      continue;
-    }
     if (!BeginsWithRecord(inner)) continue;
     const auto length = static_cast<std::size_t>(LengthOf(inner));
-    const RecordLook look = LookAt(inner.substr(0, length));
-    if (look.next > 0) continue;
     if (length > inner.size()) {
-      found.may_come = true;
-      continue;
+      by_begin_.emplace(at, at + length);
+      by_end_.emplace(at + length, at);
+    } else if (IsGood(inner.substr(0, length))) {
+      good_ = at;
     }
-    if (!look.fits || look.symbol.empty()) continue;
-    found.begin = at;
-    return found;
   }
-  return found;
+}
+
+// Of those that had begun, the ones that have come whole since.
+void GrowingRecord::LookAtFinished(std::string_view bytes) {
+  while (!by_end_.empty() && by_end_.begin()->first <= bytes.size()) {
+    const auto [end, begin] = *by_end_.begin();
+    by_end_.erase(by_end_.begin());
+    by_begin_.erase({begin, end});
+    if (good_ > 0 && begin > good_) continue;
+    if (IsGood(bytes.substr(begin, end - begin))) good_ = begin;
+  }
+}
+
+bool GrowingRecord::MayCome(std::string_view bytes, std::size_t end) {
+  while (!by_begin_.empty() && (good_ == 0 || by_begin_.begin()->first < good_)) {
+    const auto [begin, its_end] = *by_begin_.begin();
+    if (std::exchange(walked_begin_, begin) != begin) inner_walk_ = FieldWalk();
+    if (inner_walk_.Look(bytes.substr(begin)).next == 0) return true;
+    by_begin_.erase(by_begin_.begin());
+    by_end_.erase({its_end, begin});
+  }
+  if (good_ > 0) return false;
+  for (std::size_t at = std::max<std::size_t>(1, searched_); at < std::min(end, bytes.size()); ++at) {
+    if (MayBeginRecord(bytes.substr(at))) return true;
+  }
+  return false;
 }
 
 }  // namespace mirelo::app

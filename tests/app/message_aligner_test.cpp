@@ -553,5 +553,25 @@ TEST(MessageAligner, LooksAtEachByteOfALongMessageOnce) {
   }
 }
 
+// Those of records as well, whose lengths may lie: inside of this one others begin everywhere, and none of
+// them ends where its fields do.
+TEST(MessageAligner, LooksAtEachByteOfALongRecordOnce) {
+  const std::string inner = Level1Wire().Id(6).Length(30'001);  // which is the value of a field, too
+  std::string fields;
+  while (fields.size() < 32'000) fields += inner;
+  for (const int length : {32'767, 16'001}) {
+    SCOPED_TRACE(length);
+    const std::string message = Level1Wire().Id(6).Raw(fields).Length(static_cast<std::int16_t>(length));
+    MessageAligner aligner;
+    const auto began = std::chrono::steady_clock::now();
+    for (const char& byte : message) {
+      EXPECT_THAT(Feed(aligner, {&byte, 1}), IsEmpty());
+      (void)aligner.Patience();
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(5));
+    EXPECT_EQ(aligner.Waiting(), message.size());
+  }
+}
+
 }  // namespace
 }  // namespace mirelo::app
