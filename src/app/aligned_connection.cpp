@@ -15,6 +15,10 @@ namespace {
 
 constexpr const char* kEndlessSources = "QuoteTracker's list of quote sources does not end (over 16 MiB)";
 constexpr const char* kFlood = "QuoteTracker sends faster than its messages are taken";
+constexpr const char* kUnread = "QuoteTracker does not read what it is sent";
+
+// Of what was sent and not read. A day's subscriptions are a few thousand bytes.
+constexpr std::size_t kMostUnsent = std::size_t{16} * 1024 * 1024;
 
 // Of what comes while a sink is at work. The socket library holds such bytes back itself; this is for those
 // that come while a sink is called by a timer.
@@ -255,6 +259,7 @@ void AlignedConnection::Unsubscribe(std::int32_t id) {
 void AlignedConnection::Connect(const host::SocketAddress& address) {
   inner_->Connect(address);
   given_up_ = false;
+  unsent_ = 0;
   ends_.clear();
   for (const auto& [id, sink] : sinks_) sink->Restart();
 }
@@ -265,12 +270,19 @@ void AlignedConnection::Disconnect() {
   StopSinks();
   inner_->Disconnect();
   given_up_ = false;
+  unsent_ = 0;
   ends_.clear();
 }
 
 void AlignedConnection::Send(const std::string& bytes) {
   inner_->Send(bytes);
   for (const auto& [id, sink] : sinks_) sink->NoteRequest(bytes);
+  unsent_ += bytes.size();
+  if (unsent_ > kMostUnsent) GiveUp(kUnread);
+}
+
+void AlignedConnection::OnSent(std::int32_t count) {
+  unsent_ -= std::min(unsent_, static_cast<std::size_t>(count));
 }
 
 void AlignedConnection::OnEnd(const std::string& reason) {
@@ -293,6 +305,7 @@ void AlignedConnection::GiveUp(const std::string& reason) {
   StopSinks();
   inner_->Disconnect();
   given_up_ = true;
+  unsent_ = 0;
   TellOfEnd(weak_from_this(), [&sockets = sockets_, reason] { sockets.Dropped.Raise(reason); });
   const auto sinks = end_sinks_;
   for (const auto& [id, sink] : sinks) sink->OnDisconnected(*this, reason);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -20,7 +21,8 @@ class ObservedSockets;
 // come while a sink is at work wait until it returns, and so does the end of the connection. A message may be
 // longer than kChunkLimit: a reply up to MessageAligner::kLongestReply, a list of sources up to
 // kLongestSources. It is given up, with the events of a lost connection, when a list of sources does not end,
-// and when more comes while a sink is at work than is kept for it.
+// when more comes while a sink is at work than is kept for it, and when the peer does not read what it is
+// sent: one that asks again and again would be answered into memory.
 class AlignedConnection : public host::SocketConnection,
                           public std::enable_shared_from_this<AlignedConnection> {
  public:
@@ -37,6 +39,8 @@ class AlignedConnection : public host::SocketConnection,
   void Disconnect() override;
   void Send(const std::string& bytes) override;
 
+  // Of the connection inside: so many bytes left it.
+  void OnSent(std::int32_t count);
   // Of the connection inside, before its other sinks are told: what waits for more goes to the sinks as it
   // stands, and ObservedSockets::Dropped is raised.
   void OnEnd(const std::string& reason);
@@ -58,6 +62,7 @@ class AlignedConnection : public host::SocketConnection,
   std::vector<std::pair<std::int32_t, std::shared_ptr<Sink>>> sinks_;
   std::vector<std::pair<std::int32_t, std::shared_ptr<EndSink>>> end_sinks_;
   std::deque<std::function<void()>> ends_;  // to be told behind the messages
+  std::size_t unsent_ = 0;                  // bytes that wait in the connection inside
   int delivering_ = 0;                      // sinks that messages are with
   bool telling_ = false;                    // the first of those is being told
   bool given_up_ = false;

@@ -17,6 +17,9 @@ class Observer : public host::BytesTransferEvents, public host::ConnectionEvents
   void OnBytesReceived(host::SocketConnection&, std::span<const std::uint8_t> bytes) override {
     sockets_.Received.Raise(bytes);
   }
+  void OnBytesSent(host::SocketConnection&, std::int32_t count) override {
+    if (const auto connection = connection_.lock()) connection->OnSent(count);
+  }
   void OnConnected(host::SocketConnection&) override { sockets_.Connected.Raise(); }
   void OnDisconnected(host::SocketConnection&, const std::string& reason) override {
     if (const auto connection = connection_.lock()) connection->OnEnd(reason);

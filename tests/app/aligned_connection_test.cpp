@@ -33,6 +33,7 @@ using ::testing::IsEmpty;
 using testing::Level1Wire;
 using testing::ManualLoop;
 using testing::MemoryWinsock;
+using ::testing::SizeIs;
 
 constexpr const char* kAccepted = "OK<STREAMER>A.SDF</STREAMER>";
 constexpr const char* kRefused = "LO<STATUSCODE>1</STATUSCODE>";
@@ -290,6 +291,26 @@ TEST_F(AlignedConnection, IsGivenUpWhenAListDoesNotEnd) {
   EXPECT_EQ(winsock.Newest().state, SocketConnection::kClosed);
   Connect();
   EXPECT_EQ(connection->State(), SocketConnection::kConnected);
+}
+
+// One that asks for the same again and again, and reads no answer.
+TEST_F(AlignedConnection, IsGivenUpWhenItsPeerDoesNotReadWhatItIsSent) {
+  const std::string part(std::size_t{1} << 20, 'x');
+  client->at_message = [&] { connection->Send(part); };
+  for (int i = 0; i < 20; ++i) Deliver(kAccepted);
+  EXPECT_THAT(client->messages, SizeIs(17));
+  EXPECT_THAT(dropped, ElementsAre(HasSubstr("does not read")));
+  EXPECT_THAT(client->ends, ElementsAre(HasSubstr("does not read")));
+  EXPECT_EQ(connection->State(), SocketConnection::kDropped);
+}
+
+TEST_F(AlignedConnection, IsNotGivenUpForWhatItsPeerHasRead) {
+  const std::string part(std::size_t{1} << 20, 'x');
+  for (int i = 0; i < 40; ++i) {
+    connection->Send(part);
+    winsock.Newest().TellOfSent(static_cast<std::int32_t>(part.size()));
+  }
+  EXPECT_THAT(dropped, IsEmpty());
 }
 
 TEST_F(AlignedConnection, TellsWhatIsLeftOut) {

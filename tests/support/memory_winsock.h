@@ -98,6 +98,10 @@ class MemoryWinsock::Connection : public host::SocketConnection {
     });
     ForEach(connection_sinks_, [&](auto& sink) { sink.OnConnected(*this); });
   }
+  // As what was sent goes out, of which this has no queue of its own.
+  void TellOfSent(std::int32_t count) {
+    ForEach(bytes_sinks_, [&](auto& sink) { sink.OnBytesSent(*this, count); });
+  }
   void Drop(const std::string& reason = "reset by peer") {
     if (MayHandOver()) return TellOfDrop(reason);
     Queue([this, reason] { TellOfDrop(reason); });
