@@ -105,7 +105,7 @@ void StreamFeed::Call() {
   ListenForSilence();
   facade_.StatusRunWorkQT(StatusRunQueryQT::Status_LEVEL_I_FULL_QUOTE);
   stream_ = NewStream();
-  login_pending_ = true;
+  login_pending_ = streaming_pending_ = true;
   stream_->connect();
 }
 
@@ -128,7 +128,7 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
     pause_ = first_pause_;
-    Status.Raise("Streaming");
+    if (std::exchange(streaming_pending_, false)) Status.Raise("Streaming");
   });
   stream->QTDatas.Subscribe([this, weak = std::weak_ptr(stream)] {
     TakeQuotes(weak.lock());

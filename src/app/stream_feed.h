@@ -79,11 +79,12 @@ class StreamFeed {
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;
   Pause silence_ = kFirstSilence;
-  bool heard_ = false;          // a message, since silence was last listened for
-  bool received_any_ = false;   // bytes, since then
-  bool login_pending_ = false;  // its result is told once a call
-  bool taking_ = false;         // quotes are being handed on
-  bool took_ = false;           // quotes, since the last sweep
+  bool heard_ = false;              // a message, since silence was last listened for
+  bool received_any_ = false;       // bytes, since then
+  bool login_pending_ = false;      // its result is told once a call
+  bool streaming_pending_ = false;  // the same of the acceptance of the streamer
+  bool taking_ = false;             // quotes are being handed on
+  bool took_ = false;               // quotes, since the last sweep
   std::set<std::string> told_failures_;
   KeptFailure failure_;  // of calling again
   host::MessageLoop::Token timer_ = 0;

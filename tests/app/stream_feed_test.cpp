@@ -126,6 +126,11 @@ TEST_F(Feed, GivesTheQuotesThatWaitThoughAHandlerHangsUp) {
   EXPECT_THAT(prices, ElementsAre(1, 2, 3));
 }
 
+TEST_F(Feed, TellsOnceACallThatItStreams) {
+  for (int i = 0; i < 3; ++i) Deliver("OK<STREAMER>SWISS.SDF</STREAMER>");
+  EXPECT_THAT(told, ElementsAre("Streaming"));
+}
+
 TEST_F(Feed, CallsAgainAfterASilence) {
   Pass(60'000);
   EXPECT_THAT(told, Contains(HasSubstr("has said nothing for 60 seconds; calling again")));
