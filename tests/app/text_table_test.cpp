@@ -9,7 +9,7 @@ TEST(TextTable, AlignsTextLeftAndNumbersRight) {
   TextTable table({"Ticker", "Last"});
   table.AddRow({"MSFT", "27.5"});
   table.AddRow({"A", "103.25"});
-  EXPECT_EQ(table.ToText(false),
+  EXPECT_EQ(table.ToText(false).Bytes(),
             "Ticker    Last\n"
             "------  ------\n"
             "MSFT      27.5\n"
@@ -19,7 +19,7 @@ TEST(TextTable, AlignsTextLeftAndNumbersRight) {
 TEST(TextTable, FillsMissingCellsAndCutsBlanksAtLineEnds) {
   TextTable table({"Ticker", "Note"});
   table.AddRow({"MSFT"});
-  EXPECT_EQ(table.ToText(false),
+  EXPECT_EQ(table.ToText(false).Bytes(),
             "Ticker  Note\n"
             "------  ----\n"
             "MSFT\n");
@@ -28,7 +28,7 @@ TEST(TextTable, FillsMissingCellsAndCutsBlanksAtLineEnds) {
 TEST(TextTable, CountsCharactersNotBytes) {
   TextTable table({"Name", "x"});
   table.AddRow({"\xC3\xA4\xC3\xB6\xC3\xBC", "y"});
-  EXPECT_EQ(table.ToText(false),
+  EXPECT_EQ(table.ToText(false).Bytes(),
             "Name  x\n"
             "----  -\n"
             "\xC3\xA4\xC3\xB6\xC3\xBC   y\n");
@@ -38,7 +38,7 @@ TEST(TextTable, MakesCellsAsWideAsTheyAreShown) {
   TextTable table({"Na\tme", "x"});
   table.AddRow({"a\nb\033", "y"});
   table.AddRow({"株価", "\u202E"});
-  EXPECT_EQ(table.ToText(false),
+  EXPECT_EQ(table.ToText(false).Bytes(),
             "Na\\tme      x\n"
             "----------  ------\n"
             "a\\nb\\u001B  y\n"
@@ -57,7 +57,7 @@ TEST(TextTable, PaintsChangesByTheirSign) {
 }
 
 TEST(TextTable, WithoutRowsShowsItsHeaders) {
-  EXPECT_EQ(TextTable({"Ticker"}).ToText(false), "Ticker\n------\n");
+  EXPECT_EQ(TextTable({"Ticker"}).ToText(false).Bytes(), "Ticker\n------\n");
 }
 
 }  // namespace
