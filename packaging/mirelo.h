@@ -13,7 +13,6 @@
 // links with Mirelo::mirelo alone.
 
 #include "adapters/workbook/spreadsheet.h"
-#include "app/linux_host.h"
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
@@ -35,10 +34,5 @@
 #include "host/registry.h"
 #include "host/wininet_api.h"
 #include "host/winsock_library.h"
+#include "linux/linux_host.h"
 #include "streaming/cQTStreaming.h"
-
-namespace mirelo {
-
-using app::LinuxHost;
-
-}  // namespace mirelo

@@ -18,11 +18,11 @@
 #include "adapters/workbook/spreadsheet.h"
 #include "app/attended_desktop.h"
 #include "app/dialog_person.h"
-#include "app/dialog_result.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/temporary_folder.h"
-#include "app/working_day.h"
+#include "day/dialog_result.h"
+#include "day/working_day.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
@@ -135,8 +135,8 @@ std::vector<Nanoseconds> AgesOfADay() {
   host.ShowOn(std::move(desktop));
 
   auto spreadsheet = workbook::Spreadsheet::New();
-  app::WorkingDay day(host.loop(), host.sockets(), session.replies(), spreadsheet.Application());
-  if (day.ShowDialog() != app::kToStream) throw std::runtime_error("Go was not committed: " + printed.Text());
+  day::WorkingDay day(host.loop(), host.sockets(), session.replies(), spreadsheet.Application());
+  if (day.ShowDialog() != day::kToStream) throw std::runtime_error("Go was not committed: " + printed.Text());
   const auto table = spreadsheet.Application()->Worksheets()->Item("Dovanta2_Quotes");
 
   std::vector<Nanoseconds> ages;

@@ -13,19 +13,19 @@
 #include <string_view>
 #include <vector>
 
-#include "app/message_aligner.h"
-#include "app/whole_messages.h"
 #include "automation/runtime_error.h"
 #include "core/status_run_query.h"
 #include "streaming/reference_stream.h"
 #include "support/idle_loop.h"
 #include "support/stream_rig.h"
+#include "wire/message_aligner.h"
+#include "wire/whole_messages.h"
 
 namespace {
 
 using namespace mirelo;
-using app::MessageAligner;
 using testing::WholeMessages;
+using wire::MessageAligner;
 
 constexpr std::size_t kLongestRecord = 32767;
 

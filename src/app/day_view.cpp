@@ -4,7 +4,7 @@
 
 #include "app/text_table.h"
 #include "app/workbook_keeper.h"
-#include "app/working_day.h"
+#include "day/working_day.h"
 #include "terminal/standard_streams.h"
 #include "worksheet/quote_table.h"
 
@@ -19,7 +19,7 @@ constexpr std::chrono::seconds kLinePace{10};
 
 }  // namespace
 
-DayView::DayView(host::MessageLoop& loop, WorkingDay& day, WorkbookKeeper& keeper)
+DayView::DayView(host::MessageLoop& loop, day::WorkingDay& day, WorkbookKeeper& keeper)
     : loop_(loop), day_(day), keeper_(keeper), terminal_(Out().IsTerminal()) {
   day_.Status.Subscribe([this](const std::string& text) { Tell(text); });
   keeper_.Status.Subscribe([this](const std::string& text) { Tell(text); });
@@ -39,7 +39,7 @@ void DayView::End() {
 
 void DayView::Summarize(const std::string& file) const {
   if (!day_.HasTables()) return;
-  const DayTables& tables = day_.Tables();
+  const day::DayTables& tables = day_.Tables();
   TextTable table(tables.Columns());
   for (const auto& row : tables.Rows()) table.AddRow(row);
   if (terminal_) Out() << "\n";

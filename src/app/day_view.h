@@ -7,17 +7,20 @@
 #include "app/live_table.h"
 #include "host/message_loop.h"
 
+namespace mirelo::day {
+class WorkingDay;
+}
+
 namespace mirelo::app {
 
 class WorkbookKeeper;
-class WorkingDay;
 
 // A working day as a person at the terminal sees it: a table that stands in place with a status line, or,
 // where the standard output is no terminal, a line now and then on the standard error.
 class DayView {
  public:
   // All must outlive the view.
-  DayView(host::MessageLoop& loop, WorkingDay& day, WorkbookKeeper& keeper);
+  DayView(host::MessageLoop& loop, day::WorkingDay& day, WorkbookKeeper& keeper);
   ~DayView();
   DayView(const DayView&) = delete;
   DayView& operator=(const DayView&) = delete;
@@ -35,7 +38,7 @@ class DayView {
   std::string Status();
 
   host::MessageLoop& loop_;
-  WorkingDay& day_;
+  day::WorkingDay& day_;
   WorkbookKeeper& keeper_;
   bool terminal_;
   std::string state_ = "Starting";

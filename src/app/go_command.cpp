@@ -8,15 +8,15 @@
 
 #include "app/attended_desktop.h"
 #include "app/dialog_person.h"
-#include "app/dialog_result.h"
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/session.h"
-#include "app/stored_source.h"
 #include "app/workbook_file.h"
 #include "automation/text.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "day/dialog_result.h"
+#include "day/stored_source.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -67,7 +67,7 @@ int GoCommand::Run() try {
     Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
     return complaint->code;
   }
-  if (workbook_ && IsCommitted(result)) SaveAfterGo(*workbook_, *document);
+  if (workbook_ && day::IsCommitted(result)) SaveAfterGo(*workbook_, *document);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {
   Err() << "error: " << terminal::Indented(unfulfilled.what()) << "\n";
@@ -75,11 +75,11 @@ int GoCommand::Run() try {
 }
 
 int GoCommand::Report(std::int32_t result, int messages) {
-  if (result == kToStream) {
-    Out() << "Committed: quotes are to be streamed from " << Trim(StoredSource()) << "\n";
+  if (result == day::kToStream) {
+    Out() << "Committed: quotes are to be streamed from " << Trim(day::StoredSource()) << "\n";
     return kGood;
   }
-  if (result == kToAsk) {
+  if (result == day::kToAsk) {
     const bool once = Stored("UpdateEvery") == "0";
     Out() << "Committed: quotes are to be asked for "
           << (once ? "once" : "every " + Stored("Seconds") + " seconds") << "\n";

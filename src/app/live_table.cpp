@@ -19,8 +19,8 @@ constexpr std::chrono::milliseconds kRedrawPace{250};
 
 }  // namespace
 
-LiveTable::LiveTable(host::MessageLoop& loop, const std::vector<std::string>& columns, const QuoteRows& rows,
-                     std::function<std::string()> status)
+LiveTable::LiveTable(host::MessageLoop& loop, const std::vector<std::string>& columns,
+                     const day::QuoteRows& rows, std::function<std::string()> status)
     : loop_(loop),
       columns_(columns),
       rows_(rows),

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/quote_rows.h"
+#include "day/quote_rows.h"
 #include "host/message_loop.h"
 
 namespace mirelo::app {
@@ -14,7 +14,7 @@ namespace mirelo::app {
 class LiveTable {
  public:
   // All must outlive the table; `status` makes the line anew each time.
-  LiveTable(host::MessageLoop& loop, const std::vector<std::string>& columns, const QuoteRows& rows,
+  LiveTable(host::MessageLoop& loop, const std::vector<std::string>& columns, const day::QuoteRows& rows,
             std::function<std::string()> status);
   ~LiveTable();
   LiveTable(const LiveTable&) = delete;
@@ -28,7 +28,7 @@ class LiveTable {
 
   host::MessageLoop& loop_;
   const std::vector<std::string>& columns_;
-  const QuoteRows& rows_;
+  const day::QuoteRows& rows_;
   std::function<std::string()> status_;
   std::size_t price_;  // the column whose moves give the colours
   struct Move {

@@ -6,9 +6,11 @@
 #include <string>
 #include <vector>
 
-namespace mirelo::app {
-
+namespace mirelo {
 class LinuxHost;
+}
+
+namespace mirelo::app {
 
 // What stands in front of a command, and what a command must know of its program.
 struct GlobalOptions {

@@ -8,8 +8,8 @@
 #include "app/options.h"
 #include "app/quote_output.h"
 #include "app/session.h"
-#include "app/snapshot_feed.h"
 #include "app/text_table.h"
+#include "day/snapshot_feed.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -21,7 +21,7 @@ namespace {
 
 constexpr char kClearTerminal[] = "\033[H\033[2J";
 
-terminal::ShownText AsTable(const SnapshotFeed& feed, const QuoteRows& rows, bool color) {
+terminal::ShownText AsTable(const day::SnapshotFeed& feed, const day::QuoteRows& rows, bool color) {
   TextTable table(feed.Columns());
   for (const auto& row : rows) table.AddRow(row);
   return table.ToText(color);
@@ -67,7 +67,7 @@ int QuotesCommand::Run() {
   session.facade().DovantaFormatUserDate(date_format_);
 
   if (watch_) session.interrupt().Stopped.Subscribe([&session] { session.host().HangUp(); });
-  SnapshotFeed feed(session.facade(), session.replies(), tickers_);
+  day::SnapshotFeed feed(session.facade(), session.replies(), tickers_);
   feed.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
   const auto output = ChosenOutput();
   const bool terminal = Out().IsTerminal();

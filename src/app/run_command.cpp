@@ -9,7 +9,6 @@
 #include "app/day_view.h"
 #include "app/demonstration.h"
 #include "app/dialog_person.h"
-#include "app/dialog_result.h"
 #include "app/duration.h"
 #include "app/exit_code.h"
 #include "app/options.h"
@@ -18,8 +17,9 @@
 #include "app/window_program.h"
 #include "app/workbook_file.h"
 #include "app/workbook_keeper.h"
-#include "app/working_day.h"
 #include "automation/runtime_error.h"
+#include "day/dialog_result.h"
+#include "day/working_day.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -111,13 +111,13 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
     host.ShowOn(std::move(desktop));
   }
 
-  WorkingDay day(host.loop(), host.sockets(), session.replies(), document->Application());
+  day::WorkingDay day(host.loop(), host.sockets(), session.replies(), document->Application());
   const std::int32_t result = day.ShowDialog();
   if (person && person->Complained()) {
     Err() << "error: " << terminal::Indented(person->Complained()->text) << "\nNothing was committed.\n";
     return person->Complained()->code;
   }
-  if (!IsCommitted(result)) {
+  if (!day::IsCommitted(result)) {
     Err() << "Nothing was committed.\n";
     return kFailed;
   }
@@ -135,7 +135,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   return went_well && !saved.empty() ? kGood : kFailed;
 }
 
-bool RunCommand::Follow(Session& session, WorkingDay& day, WorkbookKeeper& keeper, DayView& view) try {
+bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view) try {
   auto& host = session.host();
   auto& interrupt = session.interrupt();
   interrupt.Stopped.Subscribe([&host] { host.HangUp(); });

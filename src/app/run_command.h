@@ -10,13 +10,16 @@ namespace CLI {
 class App;
 }
 
+namespace mirelo::day {
+class WorkingDay;
+}
+
 namespace mirelo::app {
 
 struct GlobalOptions;
 class DayView;
 class Session;
 class WorkbookKeeper;
-class WorkingDay;
 
 // mirelo run: a whole working day, from the settings dialog to the last save.
 class RunCommand {
@@ -29,7 +32,7 @@ class RunCommand {
  private:
   int RunIn(Session& session, const DialogWishes& wishes);
   // False when it broke off with an error, which has been told.
-  bool Follow(Session& session, WorkingDay& day, WorkbookKeeper& keeper, DayView& view);
+  bool Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view);
 
   const GlobalOptions& global_;
   CLI::App* command_;

@@ -15,7 +15,7 @@ Session::Session(const GlobalOptions& options) : host_(options.registry), docume
   host_.registry();
   const auto warn = [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); };
   host_.FetchThrough([this, warn](host::WinInetApi& inner) {
-    auto mended = std::make_unique<MendedReplies>(inner);
+    auto mended = std::make_unique<wire::MendedReplies>(inner);
     mended->Refused.Subscribe(warn);
     replies_ = mended.get();
     return mended;
@@ -25,7 +25,7 @@ Session::Session(const GlobalOptions& options) : host_(options.registry), docume
   host_.ReplyBrokenOff.Subscribe(warn);
 }
 
-MendedReplies& Session::replies() {
+wire::MendedReplies& Session::replies() {
   host_.internet();
   return *replies_;
 }

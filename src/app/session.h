@@ -3,11 +3,11 @@
 #include <memory>
 
 #include "app/interrupt.h"
-#include "app/linux_host.h"
-#include "app/mended_replies.h"
 #include "core/cMirelo.h"
 #include "host/documents.h"
 #include "host/host.h"
+#include "linux/linux_host.h"
+#include "wire/mended_replies.h"
 
 namespace mirelo::app {
 
@@ -21,7 +21,7 @@ class Session {
 
   LinuxHost& host() { return host_; }
   // The host's HTTP client, as far as it mends replies.
-  MendedReplies& replies();
+  wire::MendedReplies& replies();
   // The spreadsheet program, and the files that it keeps.
   host::Documents& documents() { return *documents_; }
   // Made when first asked for.
@@ -31,7 +31,7 @@ class Session {
   Interrupt& interrupt();
 
  private:
-  MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
+  wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
   LinuxHost host_;
   host::HostScope scope_{host_};
   std::unique_ptr<host::Documents> documents_;

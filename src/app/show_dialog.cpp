@@ -2,11 +2,11 @@
 
 #include <cstdint>
 
-#include "app/dialog_result.h"
 #include "app/exit_code.h"
 #include "app/session.h"
 #include "app/workbook_file.h"
 #include "automation/variant.h"
+#include "day/dialog_result.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -20,7 +20,7 @@ int ShowDialog(Session& session, const std::optional<std::filesystem::path>& wor
   auto& facade = session.facade();
   facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
-  const bool committed = IsCommitted(result);
+  const bool committed = day::IsCommitted(result);
   if (committed && workbook) SaveAfterGo(*workbook, *document);
   Out() << result << "\n";
   return committed ? kGood : kFailed;

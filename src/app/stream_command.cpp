@@ -9,14 +9,14 @@
 #include "app/exit_code.h"
 #include "app/live_table.h"
 #include "app/options.h"
-#include "app/pulse.h"
-#include "app/quote_board.h"
 #include "app/quote_output.h"
 #include "app/session.h"
-#include "app/stored_source.h"
-#include "app/stream_feed.h"
 #include "app/text_table.h"
 #include "automation/text.h"
+#include "day/pulse.h"
+#include "day/quote_board.h"
+#include "day/stored_source.h"
+#include "day/stream_feed.h"
 #include "quotetracker/session_file.h"
 #include "terminal/standard_streams.h"
 
@@ -37,7 +37,7 @@ const std::vector<std::string> kTableColumns{"Ticker",  "Last",    "Change", "Bi
 // Writes what the sockets receive to a session file, from the first connection on.
 class Recording {
  public:
-  Recording(ObservedSockets& sockets, const std::filesystem::path& path) : writer_(path.string()) {
+  Recording(wire::ObservedSockets& sockets, const std::filesystem::path& path) : writer_(path.string()) {
     sockets.Received.Subscribe([this](std::span<const std::uint8_t> bytes) {
       const auto offset = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start_);
       writer_.Add(offset, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
@@ -91,16 +91,16 @@ int StreamCommand::Run() {
 
   std::optional<Recording> recording;
   if (recording_) recording.emplace(session.host().sockets(), *recording_);
-  StreamFeed feed(session.facade(), session.host().loop(), session.host().sockets(), tickers_, file);
+  day::StreamFeed feed(session.facade(), session.host().loop(), session.host().sockets(), tickers_, file);
   return Listen(session, feed);
 }
 
-int StreamCommand::Listen(Session& session, StreamFeed& feed) {
+int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
   auto& loop = session.host().loop();
   auto& interrupt = session.interrupt();
   const bool terminal = Out().IsTerminal();
-  QuoteBoard board(kTableColumns, tickers_);
-  Pulse pulse;
+  day::QuoteBoard board(kTableColumns, tickers_);
+  day::Pulse pulse;
   std::string status;
   std::optional<LiveTable> live;
   if (terminal && !csv_ && !json_) {
@@ -111,12 +111,12 @@ int StreamCommand::Listen(Session& session, StreamFeed& feed) {
     status = text;
     if (!live) Err() << text << "\n";
   });
-  if (csv_) Out() << CsvLine(QuoteBoard::AllColumns());
+  if (csv_) Out() << CsvLine(day::QuoteBoard::AllColumns());
   feed.Quote.Subscribe([&](const cQTData& quote) {
     pulse.Beat();
     board.Take(quote);
-    if (csv_) Out() << CsvLine(QuoteFields(quote));
-    if (json_) Out() << JsonLine(QuoteBoard::AllColumns(), QuoteFields(quote));
+    if (csv_) Out() << CsvLine(day::QuoteFields(quote));
+    if (json_) Out() << JsonLine(day::QuoteBoard::AllColumns(), day::QuoteFields(quote));
   });
 
   bool time_is_up = false;
@@ -148,13 +148,13 @@ void StreamCommand::Override(Session& session) const {
 
 std::string StreamCommand::StreamerFile(Session& session) const {
   session.facade();
-  const std::string source = source_.empty() ? StoredSource() : source_;
+  const std::string source = source_.empty() ? day::StoredSource() : source_;
   if (source.empty()) {
     Err() << "error: which quote source? Name one with --source; mirelo sources shows them\n";
     return {};
   }
   if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
-  const std::string file = StreamerFileOf(source);
+  const std::string file = day::StreamerFileOf(source);
   if (file.empty()) {
     Err()
         << "error: no quote source is named \"" << source

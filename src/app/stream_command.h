@@ -9,12 +9,15 @@ namespace CLI {
 class App;
 }
 
+namespace mirelo::day {
+class QuoteBoard;
+class StreamFeed;
+}  // namespace mirelo::day
+
 namespace mirelo::app {
 
 struct GlobalOptions;
-class QuoteBoard;
 class Session;
-class StreamFeed;
 
 // mirelo stream: listens to QuoteTracker's Level I stream and prints the quotes as they come.
 class StreamCommand {
@@ -28,7 +31,7 @@ class StreamCommand {
   void Override(Session& session) const;
   // The streamer file of --source or of the setting; empty, with a message, when there is none.
   std::string StreamerFile(Session& session) const;
-  int Listen(Session& session, StreamFeed& feed);
+  int Listen(Session& session, day::StreamFeed& feed);
 
   const GlobalOptions& global_;
   CLI::App* command_;

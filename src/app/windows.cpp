@@ -7,7 +7,7 @@
 #include "adapters/qt/qt_desktop.h"
 #include "adapters/qt/qt_loop.h"
 #include "app/failure_reason.h"
-#include "app/linux_host.h"
+#include "linux/linux_host.h"
 
 namespace mirelo::app {
 

@@ -9,9 +9,9 @@
 #include <string>
 
 #include "adapters/curl/limits.h"
-#include "app/mended_replies.h"
-#include "app/message_aligner.h"
-#include "app/subscribed_symbols.h"
+#include "wire/mended_replies.h"
+#include "wire/message_aligner.h"
+#include "wire/subscribed_symbols.h"
 
 namespace mirelo::app {
 namespace {
@@ -43,12 +43,13 @@ TEST(GuideLimits, AreThoseOfTheCode) {
                                std::to_string(limits.redirects) + " redirects, " +
                                std::to_string(std::chrono::floor<std::chrono::minutes>(limits.time).count()) +
                                " minutes in all |"));
-  EXPECT_THAT(guide, HasSubstr("of such a reply | " + Grouped(MendedReplies::kMostFields) + " |"));
-  EXPECT_THAT(guide, HasSubstr("list of quote sources | " + MiB(MessageAligner::kLongestSources) + " |"));
-  EXPECT_THAT(guide, HasSubstr("reply on the stream | " + KiB(MessageAligner::kLongestReply) + " |"));
-  EXPECT_THAT(guide, HasSubstr("not asked for | " + Grouped(SubscribedSymbols::kMostOthers) +
+  EXPECT_THAT(guide, HasSubstr("of such a reply | " + Grouped(wire::MendedReplies::kMostFields) + " |"));
+  EXPECT_THAT(guide,
+              HasSubstr("list of quote sources | " + MiB(wire::MessageAligner::kLongestSources) + " |"));
+  EXPECT_THAT(guide, HasSubstr("reply on the stream | " + KiB(wire::MessageAligner::kLongestReply) + " |"));
+  EXPECT_THAT(guide, HasSubstr("not asked for | " + Grouped(wire::SubscribedSymbols::kMostOthers) +
                                " tickers a connection, of " +
-                               std::to_string(SubscribedSymbols::kLongestOther) + " letters each |"));
+                               std::to_string(wire::SubscribedSymbols::kLongestOther) + " letters each |"));
 }
 
 }  // namespace

@@ -66,6 +66,12 @@ Rooms Allowed(const std::string& room) {
     rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
     return rooms;
   }
+  if (room == "wire" || room == "day") {
+    Rooms rooms = kSubsystems;
+    rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
+    if (room == "day") rooms.insert("wire");
+    return rooms;
+  }
   if (room.rfind("adapters/", 0) == 0) {
     Rooms rooms = kBelowSubsystems;
     if (room == "adapters/qt") rooms.insert("adapters/poll");  // the steps of its loop
@@ -76,7 +82,9 @@ Rooms Allowed(const std::string& room) {
   return {};  // asked only for the rooms above: app and quotetracker choose freely
 }
 
-bool ChoosesFreely(const std::string& room) { return room == "app" || room == "quotetracker"; }
+bool ChoosesFreely(const std::string& room) {
+  return room == "app" || room == "quotetracker" || room == "linux";
+}
 
 bool MayTouchTheMachine(const std::string& room) {
   return ChoosesFreely(room) || room == "terminal" || room.rfind("adapters/", 0) == 0;

@@ -7,13 +7,13 @@
 #include <functional>
 
 #include "adapters/poll/poll_winsock_library.h"
-#include "app/observed_sockets.h"
 #include "automation/variant.h"
 #include "core/status_run_query.h"
 #include "loop/tested_loops.h"
 #include "support/burst.h"
 #include "support/loopback_server.h"
 #include "support/stream_rig.h"
+#include "wire/observed_sockets.h"
 
 namespace mirelo {
 namespace {
@@ -36,7 +36,7 @@ class Bursts : public LoopTest<Loop> {
     Loop loop;
     testing::StreamRig rig(loop);
     poll::PollWinsockLibrary plain(loop);
-    app::ObservedSockets sockets(plain, loop);
+    wire::ObservedSockets sockets(plain, loop);
     rig.host.Use(sockets);
     rig.Setting("SocketPort", static_cast<std::int32_t>(server.Port()));
     rig.facade->StatusRunWorkQT(Status_LEVEL_I_FULL_QUOTE);

@@ -17,7 +17,7 @@
 #include "app/session.h"
 #include "app/show_dialog.h"
 #include "app/windows.h"
-#include "app/working_day.h"
+#include "day/working_day.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
@@ -110,8 +110,8 @@ class DayFromAWindow : public DialogOnScreen {
   }
 
   void ExpectQuotesAfter(std::int32_t result) {
-    WorkingDay day(session.host().loop(), session.host().sockets(), session.replies(),
-                   spreadsheet.Application());
+    day::WorkingDay day(session.host().loop(), session.host().sockets(), session.replies(),
+                        spreadsheet.Application());
     Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
     person.Does("use the dialog", FillInAndGo);
     ASSERT_EQ(day.ShowDialog(), result);

@@ -12,7 +12,6 @@
 #include <string_view>
 #include <vector>
 
-#include "app/observed_sockets.h"
 #include "automation/array.h"
 #include "automation/runtime_error.h"
 #include "core/CAppSettings.h"
@@ -22,6 +21,7 @@
 #include "support/level1_wire.h"
 #include "support/manual_loop.h"
 #include "support/stream_rig.h"
+#include "wire/observed_sockets.h"
 
 namespace mirelo::testing {
 namespace {
@@ -187,7 +187,7 @@ class Played : private WithLoop, private StreamRig {
     }
   }
 
-  app::ObservedSockets observed_{sockets, loop};
+  wire::ObservedSockets observed_{sockets, loop};
   Outcome outcome_;
 };
 

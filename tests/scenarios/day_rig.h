@@ -11,10 +11,8 @@
 #include "adapters/workbook/spreadsheet.h"
 #include "app/attended_desktop.h"
 #include "app/dialog_wishes.h"
-#include "app/mended_replies.h"
-#include "app/observed_sockets.h"
-#include "app/working_day.h"
 #include "automation/variant.h"
+#include "day/working_day.h"
 #include "dialog/scripted_portfolios.h"
 #include "support/answering_internet.h"
 #include "support/manual_clock.h"
@@ -25,6 +23,8 @@
 #include "support/recording_system.h"
 #include "support/test_host.h"
 #include "terminal/output.h"
+#include "wire/mended_replies.h"
+#include "wire/observed_sockets.h"
 
 namespace mirelo::testing {
 
@@ -54,8 +54,8 @@ class Day : public ::testing::Test {
   MemoryRegistry registry;
   AnsweringInternet internet;
   MemoryWinsock winsock;
-  app::ObservedSockets sockets{winsock, loop};
-  app::MendedReplies replies{internet};
+  wire::ObservedSockets sockets{winsock, loop};
+  wire::MendedReplies replies{internet};
   MemoryVault vault;
   RecordingSystem system;
   terminal::TextOutput printed;
@@ -66,7 +66,7 @@ class Day : public ::testing::Test {
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
   app::DialogWishes wishes;
   std::vector<std::string> told;  // the day's lines for a person
-  std::optional<app::WorkingDay> day;
+  std::optional<day::WorkingDay> day;
 };
 
 }  // namespace mirelo::testing

@@ -75,7 +75,7 @@ LongDay::LongDay() : host(folder / "registry.db"), installed(host), tracker(OwnA
   host.RunOn(std::make_unique<HurriedLoop>(std::make_unique<poll::PollLoop>(), kTimesAsFast));
   host.KeepCredentialsIn(folder.path());
   host.FetchThrough([this](host::WinInetApi& inner) {
-    auto mended = std::make_unique<app::MendedReplies>(inner);
+    auto mended = std::make_unique<wire::MendedReplies>(inner);
     replies = mended.get();
     return mended;
   });

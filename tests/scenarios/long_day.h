@@ -13,18 +13,18 @@
 
 #include "adapters/workbook/files.h"
 #include "app/dialog_wishes.h"
-#include "app/linux_host.h"
-#include "app/mended_replies.h"
 #include "app/workbook_keeper.h"
-#include "app/working_day.h"
 #include "automation/number.h"
+#include "day/working_day.h"
 #include "host/host.h"
+#include "linux/linux_host.h"
 #include "scenarios/sent_quotes.h"
 #include "scenarios/tracker_process.h"
 #include "support/loopback_server.h"
 #include "support/process_use.h"
 #include "support/temp_directory.h"
 #include "terminal/output.h"
+#include "wire/mended_replies.h"
 
 namespace mirelo::testing {
 
@@ -85,15 +85,15 @@ class LongDay : public ::testing::Test {
 
   TempDirectory folder;
   Nowhere nowhere;
-  app::LinuxHost host;
+  LinuxHost host;
   host::HostScope installed;
-  app::MendedReplies* replies = nullptr;  // the host's, as soon as it has an HTTP client
+  wire::MendedReplies* replies = nullptr;  // the host's, as soon as it has an HTTP client
   TrackerProcess tracker;
   SentQuotes msft{"MSFT", 2000};
   SentQuotes ibm{"IBM", 500000};
   app::DialogWishes wishes;
   std::unique_ptr<host::Document> document = workbook::Files().New();
-  std::optional<app::WorkingDay> day;
+  std::optional<day::WorkingDay> day;
   std::optional<app::WorkbookKeeper> keeper;
   std::vector<std::string> told;  // the newest of the day's lines for a person
   int saves = 0;

@@ -7,12 +7,12 @@
 #include <new>
 #include <string>
 
-#include "app/observed_sockets.h"
 #include "automation/variant.h"
 #include "core/status_run_query.h"
 #include "support/idle_loop.h"
 #include "support/level1_wire.h"
 #include "support/stream_rig.h"
+#include "wire/observed_sockets.h"
 
 namespace {
 std::size_t allocations = 0;
@@ -126,7 +126,7 @@ class AllocationsOfFlood : public Allocations {
   }
 
  private:
-  app::ObservedSockets aligned_{sockets, Loop()};
+  wire::ObservedSockets aligned_{sockets, Loop()};
 };
 
 TEST_F(AllocationsOfFlood, EndWithTheSymbolsThatMayComeUnasked) {

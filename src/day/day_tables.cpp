@@ -1,0 +1,121 @@
+#include "day/day_tables.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "automation/number.h"
+#include "automation/text.h"
+#include "core/cMirelo.h"
+#include "day/cell_value.h"
+#include "host/excel/application.h"
+#include "host/excel/worksheet.h"
+#include "worksheet/vertical_sheets.h"
+
+namespace mirelo::day {
+
+namespace {
+
+// Holds the screen still while cells are written.
+class StillScreen {
+ public:
+  explicit StillScreen(host::excel::Application& application)
+      : application_(application), before_(application.ScreenUpdating()) {
+    application_.ScreenUpdating(false);
+  }
+  ~StillScreen() {
+    try {
+      application_.ScreenUpdating(before_);
+    } catch (...) {  // the spreadsheet is gone
+    }
+  }
+  StillScreen(const StillScreen&) = delete;
+  StillScreen& operator=(const StillScreen&) = delete;
+
+ private:
+  host::excel::Application& application_;
+  bool before_;
+};
+
+}  // namespace
+
+DayTables::DayTables(host::excel::Application& application, cMirelo& facade)
+    : application_(application),
+      table_(application, VisibleColumns()),
+      rows_(table_.Tickers().size(), QuoteRow(table_.Columns().size())),
+      charts_(application, facade, table_.Columns()) {
+  const bool vertical = facade.VerticalTable() != 0;
+  for (std::size_t ticker = 0; ticker < rows_.size(); ++ticker) {
+    const std::string& name = Tickers()[ticker];
+    rows_[ticker].front() = name;
+    if (!vertical) continue;
+    if (auto history = HistorySheet::Find(application_, VerticalSheetName(facade.UserVerticalSheet(), name),
+                                          Columns(), facade.RowsLimit())) {
+      charts_.Add(ticker, history->Sheet());
+      histories_.emplace(ticker, *std::move(history));
+    }
+  }
+}
+
+std::vector<std::string> DayTables::HistorySheets() const {
+  std::vector<std::string> names;
+  for (const auto& [ticker, history] : histories_) names.push_back(history.Sheet()->Name());
+  return names;
+}
+
+void DayTables::Take(std::size_t ticker, QuoteRow row) {
+  if (ticker >= rows_.size()) return;
+  Cut(ticker, row);
+  Note(ticker, std::move(row));
+}
+
+void DayTables::TakeIfNew(std::size_t ticker, QuoteRow row) {
+  if (ticker >= rows_.size()) return;
+  Cut(ticker, row);
+  if (IsNew(row, rows_[ticker])) return Note(ticker, std::move(row));
+  rows_[ticker] = std::move(row);
+  table_.Touch(ticker);
+}
+
+void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
+  for (std::size_t c = 0; c < std::min(row.size(), Columns().size()); ++c) {
+    if (!IsTooLong(row[c])) continue;
+    row[c] = Left(row[c], kLongestText);
+    if (!cuts_.emplace(ticker, c).second) continue;
+    untold_cuts_.push_back(Tickers()[ticker] + ": " + Columns()[c] + " is too long for a cell; cut to " +
+                           std::to_string(kLongestText) + " characters");
+  }
+}
+
+void DayTables::Note(std::size_t ticker, QuoteRow row) {
+  table_.Touch(ticker);
+  ++unwritten_;
+  if (const auto history = histories_.find(ticker); history != histories_.end()) {
+    history->second.Append(row);
+    charts_.Take(ticker, row);
+    if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
+  }
+  rows_[ticker] = std::move(row);
+}
+
+// Date and time say when the quote was asked for, and the last volume is what was traded since.
+bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
+  for (std::size_t c = 1; c < row.size(); ++c) {
+    const std::string& column = Columns()[c];
+    if (EqualText(column, "Date") || EqualText(column, "Time")) continue;
+    if (EqualText(column, "LastVolume") ? Val(row[c]) != 0 : row[c] != before[c]) return true;
+  }
+  return false;
+}
+
+std::int64_t DayTables::Write() {
+  const StillScreen still(application_);
+  table_.Write(rows_);
+  for (const std::size_t ticker : touched_) {
+    if (!histories_.at(ticker).Write()) ++full_sheets_;
+  }
+  charts_.Update(touched_);
+  touched_.clear();
+  return std::exchange(unwritten_, 0);
+}
+
+}  // namespace mirelo::day

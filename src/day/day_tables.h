@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "day/day_charts.h"
+#include "day/history_sheet.h"
+#include "day/quote_rows.h"
+#include "day/quote_sheet.h"
+
+namespace mirelo {
+class cMirelo;
+}
+namespace mirelo::host::excel {
+class Application;
+}
+
+namespace mirelo::day {
+
+// The tables of a working day, as Go has left them in the workbook: the quote table, and the vertical tables
+// of those tickers that have one. Quotes are taken one by one and written together.
+class DayTables {
+ public:
+  // Error 9 when the active workbook has no quote table. Both must outlive this.
+  DayTables(host::excel::Application& application, cMirelo& facade);
+
+  const std::vector<std::string>& Tickers() const { return table_.Tickers(); }
+  const std::vector<std::string>& Columns() const { return table_.Columns(); }
+  // What is known of each ticker; the cells hold it as of the last Write.
+  const QuoteRows& Rows() const { return rows_; }
+  // The names of the vertical tables, in the order of their tickers.
+  std::vector<std::string> HistorySheets() const;
+
+  // A quote of the ticker with this number, counted from 0. Numbers past the tickers are passed over. History
+  // gets a row.
+  // Texts that are too long for cells are cut.
+  void Take(std::size_t ticker, QuoteRow row);
+  // The same for a quote that was asked for, which may be the one before: then history gets no row.
+  void TakeIfNew(std::size_t ticker, QuoteRow row);
+
+  // Whether quotes were taken that are not written.
+  bool HasNews() const { return unwritten_ > 0; }
+  // Writes what was taken. The result is how many quotes that were.
+  std::int64_t Write();
+  // Columns as wide as what they hold.
+  void Fit() { table_.Fit(); }
+
+  // What was cut since the last call: a sentence for each ticker and column, once.
+  std::vector<std::string> TellCuts() { return std::exchange(untold_cuts_, {}); }
+  // Why charts stand still; empty while they follow.
+  const std::string& ChartFailure() const { return charts_.Failure(); }
+  // How many sheets have no room for more history.
+  int FullSheets() const { return full_sheets_; }
+
+ private:
+  void Cut(std::size_t ticker, QuoteRow& row);
+  void Note(std::size_t ticker, QuoteRow row);
+  bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
+
+  host::excel::Application& application_;
+  QuoteSheet table_;
+  QuoteRows rows_;
+  std::map<std::size_t, HistorySheet> histories_;  // by the ticker's number
+  DayCharts charts_;
+  std::vector<std::size_t> touched_;  // of them, those with rows to write
+  std::int64_t unwritten_ = 0;
+  std::set<std::pair<std::size_t, std::size_t>> cuts_;  // numbers of ticker and column
+  std::vector<std::string> untold_cuts_;
+  int full_sheets_ = 0;
+};
+
+}  // namespace mirelo::day

@@ -1,0 +1,139 @@
+#include "day/history_sheet.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "automation/text.h"
+#include "day/cell_value.h"
+#include "host/excel/application.h"
+#include "host/excel/constants.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
+#include "worksheet/cell_text.h"
+#include "worksheet/vertical_sheets.h"
+
+namespace mirelo::day {
+
+namespace excel = host::excel;
+
+namespace {
+
+constexpr std::int32_t kFieldRow = 2;
+constexpr std::int32_t kFirstRow = 3;
+
+std::shared_ptr<excel::Worksheet> FindSheet(excel::Application& application, const std::string& name) {
+  const auto sheets = application.Worksheets();
+  for (std::int32_t i = 1; i <= sheets->Count(); ++i) {
+    if (auto sheet = sheets->Item(i); EqualText(sheet->Name(), name)) return sheet;
+  }
+  return nullptr;
+}
+
+std::size_t IndexOf(const std::vector<std::string>& columns, const std::string& field) {
+  const auto found =
+      std::ranges::find_if(columns, [&](const auto& column) { return EqualText(column, field); });
+  return static_cast<std::size_t>(found - columns.begin());
+}
+
+}  // namespace
+
+std::optional<HistorySheet> HistorySheet::Find(excel::Application& application, const std::string& name,
+                                               const std::vector<std::string>& columns, std::int32_t limit) {
+  auto sheet = FindSheet(application, name);
+  if (!sheet || !EqualText(TextOf(*sheet->Range(kSetUpCell)), kSetUpMark)) return std::nullopt;
+  HistorySheet history(std::move(sheet), columns, limit);
+  if (history.fields_.empty()) return std::nullopt;
+  return history;
+}
+
+HistorySheet::HistorySheet(std::shared_ptr<excel::Worksheet> sheet, const std::vector<std::string>& columns,
+                           std::int32_t limit)
+    : sheet_(std::move(sheet)), limit_(std::max(limit, 0)) {
+  for (std::int32_t column = 1;; ++column) {
+    const std::string field = TextOf(*sheet_->Cells(kFieldRow, column));
+    if (field.empty()) break;
+    fields_.push_back(field);
+    sources_.push_back(IndexOf(columns, field));
+  }
+  if (!fields_.empty()) ReadHistory();
+}
+
+// What was written before goes on. Its last row is that of the last cell in use, as far as all fields are
+// empty below it.
+void HistorySheet::ReadHistory() {
+  const auto width = static_cast<std::int32_t>(fields_.size());
+  const std::int32_t last = sheet_->Cells(1, 1)->SpecialCells(excel::xlCellTypeLastCell)->Row();
+  if (last < kFirstRow) return;
+  const Variant block = sheet_->Cells(kFirstRow, 1)->Resize(last - kFirstRow + 1, width)->Value();
+  const auto cell = [&](std::int32_t r, std::int32_t c) {
+    const Variant& value = block.IsArray() ? block.AsArray()(r, c) : block;
+    return value.IsText() ? Variant(std::string("'").append(value.ToText()))
+                          : value;  // it goes back as it is
+  };
+  for (std::int32_t r = last - kFirstRow + 1; r >= 1 && row_count_ == 0; --r) {
+    for (std::int32_t c = 1; c <= width; ++c) {
+      if (!cell(r, c).IsEmpty()) row_count_ = r;
+    }
+  }
+  if (limit_ == 0) return;
+  for (std::int32_t r = 1; r <= row_count_; ++r) {
+    Cells& row = rows_.emplace_back();
+    for (std::int32_t c = 1; c <= width; ++c) row.push_back(cell(r, c));
+  }
+}
+
+void HistorySheet::Append(const QuoteRow& row) {
+  Cells& cells = rows_.emplace_back();
+  for (std::size_t field = 0; field < fields_.size(); ++field) {
+    const std::size_t source = sources_[field];
+    cells.push_back(source < row.size() ? CellValue(fields_[field], row[source]) : Variant());
+  }
+  ++waiting_;
+  if (limit_ > 0 && waiting_ > static_cast<std::size_t>(limit_)) {  // it would be gone before it was seen
+    rows_.erase(rows_.end() - static_cast<std::ptrdiff_t>(waiting_));
+    --waiting_;
+  }
+}
+
+bool HistorySheet::Write() {
+  if (waiting_ == 0) return true;
+  bool fits = true;
+  if (limit_ == 0) {
+    const std::int32_t room = sheet_->Rows()->Count() - kFirstRow + 1 - row_count_;
+    fits = static_cast<std::int64_t>(rows_.size()) <= room;
+    if (!fits) rows_.resize(static_cast<std::size_t>(room));
+    WriteFrom(kFirstRow + row_count_, 0);
+    row_count_ += static_cast<std::int32_t>(rows_.size());
+    rows_.clear();
+  } else if (rows_.size() <= static_cast<std::size_t>(limit_)) {
+    WriteFrom(kFirstRow + row_count_, rows_.size() - waiting_);
+    row_count_ = static_cast<std::int32_t>(rows_.size());
+  } else {
+    // The formats stay where they are, so the values move up past them.
+    rows_.erase(rows_.begin(), rows_.end() - limit_);
+    WriteFrom(kFirstRow, 0);
+    if (row_count_ > limit_) {
+      sheet_->Cells(kFirstRow + limit_, 1)
+          ->Resize(row_count_ - limit_, static_cast<std::int32_t>(fields_.size()))
+          ->ClearContents();
+    }
+    row_count_ = limit_;
+  }
+  waiting_ = 0;
+  return fits;
+}
+
+void HistorySheet::WriteFrom(std::int32_t row, std::size_t first) {
+  if (first >= rows_.size()) return;
+  const auto height = static_cast<std::int32_t>(rows_.size() - first);
+  const auto width = static_cast<std::int32_t>(fields_.size());
+  VariantArray block(1, height, 1, width);
+  for (std::int32_t r = 1; r <= height; ++r) {
+    const Cells& cells = rows_[first + static_cast<std::size_t>(r) - 1];
+    for (std::int32_t c = 1; c <= width; ++c) block(r, c) = cells[static_cast<std::size_t>(c) - 1];
+  }
+  sheet_->Cells(row, 1)->Resize(height, width)->Value(std::move(block));
+}
+
+}  // namespace mirelo::day

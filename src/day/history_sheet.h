@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "automation/variant.h"
+#include "day/quote_rows.h"
+
+namespace mirelo::host::excel {
+class Application;
+class Worksheet;
+}  // namespace mirelo::host::excel
+
+namespace mirelo::day {
+
+// The vertical table of one ticker as Go has set it up. The macros append a row of history for each quote:
+// newest at the foot, in the order of the fields in row 2.
+class HistorySheet {
+ public:
+  // Of the sheet of that name; nothing when there is none, or none that is set up. `columns` are those of the
+  // rows to come. With a limit of 0 the history grows to the foot of the sheet.
+  static std::optional<HistorySheet> Find(host::excel::Application& application, const std::string& name,
+                                          const std::vector<std::string>& columns, std::int32_t limit);
+
+  const std::shared_ptr<host::excel::Worksheet>& Sheet() const { return sheet_; }
+
+  // Notes a row that is to be written.
+  void Append(const QuoteRow& row);
+  // Writes what was appended, as one block. Rows above the limit go, the oldest first. False when the sheet
+  // has no room left for some of the rows.
+  bool Write();
+
+ private:
+  HistorySheet(std::shared_ptr<host::excel::Worksheet> sheet, const std::vector<std::string>& columns,
+               std::int32_t limit);
+  void ReadHistory();
+  void WriteFrom(std::int32_t row, std::size_t first);
+
+  using Cells = std::vector<Variant>;
+
+  std::shared_ptr<host::excel::Worksheet> sheet_;
+  std::vector<std::string> fields_;
+  std::vector<std::size_t> sources_;  // the column that a field is taken from; past the last for none
+  std::int32_t limit_;
+  std::int32_t row_count_ = 0;  // on the sheet
+  // With a limit all rows, of which the last `waiting_` are not on the sheet yet; without one those alone.
+  std::deque<Cells> rows_;
+  std::size_t waiting_ = 0;
+};
+
+}  // namespace mirelo::day

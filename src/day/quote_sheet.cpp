@@ -1,0 +1,64 @@
+#include "day/quote_sheet.h"
+
+#include <utility>
+
+#include "automation/variant.h"
+#include "day/cell_value.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
+#include "worksheet/cell_text.h"
+#include "worksheet/quote_table.h"
+
+namespace mirelo::day {
+
+namespace excel = host::excel;
+
+QuoteSheet::QuoteSheet(excel::Application& application, std::vector<std::string> columns)
+    : sheet_(application.Worksheets()->Item(kQuoteTable)), columns_(std::move(columns)) {
+  for (std::int32_t row = kFirstTickerRow;; ++row) {
+    std::string ticker = TextOf(*sheet_->Cells(row, 1));
+    if (ticker.empty()) break;
+    tickers_.push_back(std::move(ticker));
+  }
+  touched_.resize(tickers_.size());
+}
+
+void QuoteSheet::Touch(std::size_t row) { touched_[row] = true; }
+
+void QuoteSheet::Write(const QuoteRows& rows) {
+  for (std::size_t row = 0; row < touched_.size(); ++row) {
+    if (!touched_[row]) continue;
+    std::size_t end = row;
+    for (; end < touched_.size() && touched_[end]; ++end) touched_[end] = false;
+    WriteBlock(rows, row, end);
+    row = end;
+  }
+}
+
+void QuoteSheet::WriteBlock(const QuoteRows& rows, std::size_t first, std::size_t end) {
+  if (columns_.size() < 2) return;
+  const auto height = static_cast<std::int32_t>(end - first);
+  const auto width = static_cast<std::int32_t>(columns_.size()) - 1;
+  VariantArray block(1, height, 1, width);
+  for (std::int32_t r = 1; r <= height; ++r) {
+    const QuoteRow& row = rows[first + static_cast<std::size_t>(r) - 1];
+    for (std::int32_t c = 1; c <= width; ++c) {
+      const auto column = static_cast<std::size_t>(c);
+      block(r, c) = CellValue(columns_[column], row[column]);
+    }
+  }
+  sheet_->Cells(kFirstTickerRow + static_cast<std::int32_t>(first), 2)
+      ->Resize(height, width)
+      ->Value(std::move(block));
+}
+
+void QuoteSheet::Fit() {
+  sheet_->Cells(kHeaderRow, 1)
+      ->Resize(1, static_cast<std::int32_t>(columns_.size()))
+      ->EntireColumn()
+      ->AutoFit();
+}
+
+}  // namespace mirelo::day

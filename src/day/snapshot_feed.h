@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "automation/event.h"
+#include "automation/variant.h"
+#include "day/quote_rows.h"
+#include "wire/quote_reply.h"
+
+namespace mirelo::wire {
+class MendedReplies;
+}
+
+namespace mirelo {
+class cMirelo;
+}
+
+namespace mirelo::day {
+
+// The macros' part of the snapshot route: it gives the facade its column order and the volume table, and asks
+// it for quotes, once for each Fetch. What is wrong with one ticker costs the others nothing.
+class SnapshotFeed {
+ public:
+  // `facade` and `replies` must outlive the feed; `replies` is the installed host's HTTP client. `tickers` is
+  // not empty.
+  SnapshotFeed(cMirelo& facade, wire::MendedReplies& replies, std::vector<std::string> tickers);
+
+  const std::vector<std::string>& Tickers() const { return tickers_; }
+  // The visible columns, in table order, as the settings name them.
+  const std::vector<std::string>& Columns() const { return columns_; }
+
+  // A row per ticker, a text per column of Columns(); a text is empty when the column is unknown or
+  // QuoteTracker sent nothing for it. Nothing when QuoteTracker could not be asked or did not answer as it
+  // should; the person has been told by then.
+  std::optional<QuoteRows> Fetch();
+
+  // A line for a person: what is wrong with records of tickers, each thing once.
+  Event<const std::string&> Told;
+
+ private:
+  using Flaws = std::vector<wire::QuoteFlaw>;
+
+  QuoteRows RowsOf(const VariantArray& table) const;
+  void LeaveOut(const Flaws& flaws, QuoteRows& rows) const;
+  void LeaveOutVolume(QuoteRow& row, const std::string& text) const;
+  void KeepVolumes(const Flaws& flaws, const VariantArray& before);
+  void TellUnasked();
+  void Tell(const Flaws& flaws);
+  bool IsMissed(const wire::QuoteFlaw& flaw) const;
+
+  cMirelo& facade_;
+  wire::MendedReplies& replies_;
+  std::vector<std::string> tickers_;
+  std::vector<std::string> asked_;   // those that can be asked for
+  std::vector<std::size_t> places_;  // of them, among all
+  std::vector<std::string> columns_;
+  std::set<std::pair<std::size_t, wire::QuoteFlaw::Kind>> told_;
+  bool told_unasked_ = false;
+};
+
+// Whether a request for quotes can name it: not if it holds what parts the names, or nothing.
+bool CanBeAskedFor(const std::string& ticker);
+
+}  // namespace mirelo::day

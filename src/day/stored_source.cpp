@@ -1,0 +1,19 @@
+#include "day/stored_source.h"
+
+#include <memory>
+
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "streaming/cQTStreaming.h"
+
+namespace mirelo::day {
+
+std::string StoredSource() {
+  return mGlobal::AppSettings().GetSetting("Settings\\QuoteSource\\First", "ComQuoteSource", "").ToText();
+}
+
+std::string StreamerFileOf(const std::string& source) {
+  return std::make_shared<cQTStreaming>()->GiveStreamerFile(source);
+}
+
+}  // namespace mirelo::day

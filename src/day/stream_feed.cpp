@@ -1,0 +1,230 @@
+#include "day/stream_feed.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "automation/ansi.h"
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "automation/variant.h"
+#include "core/cMirelo.h"
+#include "core/cQTDatas.h"
+#include "core/status_run_query.h"
+#include "streaming/cQTStreaming.h"
+
+namespace mirelo::day {
+
+namespace {
+
+// The text between a tag and its closing tag; empty when one is missing.
+std::string TextOf(std::string_view reply, std::string_view tag, std::string_view closing) {
+  const auto begin = reply.find(tag);
+  const auto end = reply.find(closing);
+  if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
+  return std::string(reply.substr(begin + tag.size(), end - begin - tag.size()));
+}
+
+// What the decoder raises for bytes that it cannot follow. The stream goes on behind them.
+bool IsLossOfQuotes(const RuntimeError& error) {
+  return error.Number() == cQTStreaming::kEndlessWalk || error.Number() == Errors::Overflow().Number() ||
+         error.Number() == Errors::SubscriptOutOfRange().Number();
+}
+
+// Sets a flag until the end of a block, however that ends.
+class Meanwhile {
+ public:
+  explicit Meanwhile(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Meanwhile() { flag_ = false; }
+  Meanwhile(const Meanwhile&) = delete;
+  Meanwhile& operator=(const Meanwhile&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+constexpr StreamFeed::Pause kSweepPause{2};
+
+std::string InSeconds(StreamFeed::Pause pause) {
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(pause).count();
+  return std::to_string(seconds) + (seconds == 1 ? " second" : " seconds");
+}
+
+}  // namespace
+
+StreamFeed::StreamFeed(cMirelo& facade, host::MessageLoop& loop, wire::ObservedSockets& sockets,
+                       std::vector<std::string> tickers, std::string streamer_file, Pause first_pause)
+    : facade_(facade),
+      loop_(loop),
+      sockets_(sockets),
+      tickers_(std::move(tickers)),
+      streamer_file_(std::move(streamer_file)),
+      first_pause_(first_pause),
+      pause_(first_pause) {
+  received_ = sockets_.Received.Subscribe([this](std::span<const std::uint8_t>) { received_any_ = true; });
+  delivered_ = sockets_.Delivered.Subscribe([this](std::span<const std::uint8_t> message) {
+    heard_ = true;
+    NoteLoginResult(message);
+  });
+  dropped_ = sockets_.Dropped.Subscribe([this](const std::string& reason) { CallAgainLater(reason); });
+  told_ = sockets_.Told.Subscribe([this](const std::string& line) { Status.Raise(line); });
+}
+
+StreamFeed::~StreamFeed() {
+  Stop();
+  sockets_.Received.Unsubscribe(received_);
+  sockets_.Delivered.Unsubscribe(delivered_);
+  sockets_.Dropped.Unsubscribe(dropped_);
+  sockets_.Told.Unsubscribe(told_);
+}
+
+void StreamFeed::Start() { Call(); }
+
+void StreamFeed::Stop() {
+  for (const auto timer : {timer_, sweep_, listening_}) loop_.StopTimer(timer);
+  sweep_ = 0;
+  if (stream_) stream_->stop_sub();
+  HangUp();
+}
+
+void StreamFeed::RunUntil(const std::function<bool()>& done) {
+  const auto ended = [&] { return failure_.HasCome() || done(); };
+  for (bool going_on = true; going_on;) {
+    try {
+      loop_.RunUntil(ended);
+      going_on = false;
+    } catch (const RuntimeError& error) {
+      if (!IsLossOfQuotes(error)) throw;
+      Status.Raise("Quotes were lost (" + error.Description() + "); going on");
+    }
+  }
+  failure_.Raise();
+}
+
+void StreamFeed::Call() {
+  HangUp();
+  ListenForSilence();
+  facade_.StatusRunWorkQT(StatusRunQueryQT::Status_LEVEL_I_FULL_QUOTE);
+  stream_ = NewStream();
+  login_pending_ = streaming_pending_ = true;
+  stream_->connect();
+}
+
+void StreamFeed::HangUp() {
+  if (!stream_) return;
+  TakeQuotes(stream_);
+  stream_->DisConnect();
+  stream_->Owner(nullptr);
+  stream_.reset();
+}
+
+std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
+  auto stream = std::make_shared<cQTStreaming>();
+  stream->Owner(&facade_);
+  stream->arrTickers(Variant(VariantArray::OfTexts(tickers_)));
+  stream->st_StreamerFile(streamer_file_);
+  stream->DovantaFormatUserDate(facade_.DovantaFormatUserDate());
+  stream->StartStop(true);
+  stream->StopEndlessWalks(true);
+  stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
+  stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
+    pause_ = first_pause_;
+    if (std::exchange(streaming_pending_, false)) Status.Raise("Streaming");
+  });
+  stream->QTDatas.Subscribe([this, weak = std::weak_ptr(stream)] {
+    TakeQuotes(weak.lock());
+    if (stream_) SweepLater();
+  });
+  return stream;
+}
+
+// One take at a time: the quotes that are being handed on lie in the collection that the next take would add
+// to and free.
+void StreamFeed::TakeQuotes(std::shared_ptr<cQTStreaming> stream) {
+  if (!stream || taking_) return;
+  const Meanwhile taking(taking_);
+  TakeQuotesOf(*stream);
+  if (stream == stream_) return;
+  // A handler of a quote has hung up. What had come until then still lies in the stream, which gives nothing
+  // when it is stopped.
+  stream->StartStop(true);
+  TakeQuotesOf(*stream);
+  stream->StartStop(false);
+}
+
+void StreamFeed::TakeQuotesOf(cQTStreaming& stream) {
+  const auto quotes = stream.GetQTData();
+  if (quotes && quotes->Count() > 0) {
+    took_ = true;
+    silence_ = kFirstSilence;
+    for (const auto& quote : *quotes) HandOn(*quote);
+  }
+  stream.FreeQTDataBuffer();
+}
+
+// The stream drops in silence what its client raises. A quote that failed would come again with the next
+// take.
+void StreamFeed::HandOn(const cQTData& quote) noexcept {
+  try {
+    Quote.Raise(quote);
+  } catch (...) {
+    TellFailure(quote.Symbol());
+  }
+}
+
+// Of the error that is being handled.
+void StreamFeed::TellFailure(const std::string& ticker) noexcept {
+  try {
+    const std::string reason = CurrentError().Description();
+    if (told_failures_.size() == kMostToldFailures || !told_failures_.insert(reason).second) return;
+    Status.Raise("A quote of " + ticker + " could not be used (" + reason +
+                 "); going on, and not telling of this again");
+  } catch (...) {  // nobody is left to tell
+  }
+}
+
+// Quotes that arrive while the stream tells of others wait in its buffer without an event of their own. So
+// the buffer is looked into once more, until nothing was taken between two looks.
+void StreamFeed::SweepLater() {
+  if (sweep_ != 0) return;
+  sweep_ = loop_.StartTimer(kSweepPause, [this] {
+    sweep_ = 0;
+    TakeQuotes(stream_);
+    if (!std::exchange(took_, false)) return;
+    SweepLater();
+  });
+}
+
+void StreamFeed::ListenForSilence() {
+  loop_.StopTimer(listening_);
+  heard_ = received_any_ = false;
+  listening_ = loop_.StartTimer(silence_, [this] {
+    if (heard_) return ListenForSilence();
+    const std::string silence = InSeconds(silence_);
+    silence_ = std::min(2 * silence_, kLongestSilence);
+    CallAgainLater(received_any_ ? "QuoteTracker has sent nothing that can be understood for " + silence
+                                 : "QuoteTracker has said nothing for " + silence);
+  });
+}
+
+void StreamFeed::NoteLoginResult(std::span<const std::uint8_t> message) {
+  if (!login_pending_ || message.size() < 3 || message[0] != 'L' || message[1] != 'O') return;
+  login_pending_ = false;
+  const std::string reply = AnsiToText(message);
+  const std::string text = UCase(reply);
+  if (TextOf(text, "<STATUSCODE>", "</STATUSCODE>") == "0") {
+    Status.Raise("Logged in");
+  } else {
+    Status.Raise("QuoteTracker refused the login: " + TextOf(text, "<STATUSDESC>", "</STATUSDESC>") +
+                 ". Check the credentials with: mirelo credentials show-name");
+  }
+}
+
+void StreamFeed::CallAgainLater(const std::string& reason) {
+  Status.Raise(reason + "; calling again in " + InSeconds(pause_));
+  loop_.StopTimer(timer_);
+  loop_.StopTimer(listening_);
+  timer_ = loop_.StartTimer(pause_, [this] { failure_.Guard([this] { Call(); }); });
+  pause_ = std::min(2 * pause_, kLongestPause);
+}
+
+}  // namespace mirelo::day

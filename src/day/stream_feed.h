@@ -1,0 +1,99 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "automation/event.h"
+#include "core/cQTData.h"
+#include "host/message_loop.h"
+#include "wire/kept_failure.h"
+#include "wire/observed_sockets.h"
+
+namespace mirelo {
+class cMirelo;
+class cQTStreaming;
+}  // namespace mirelo
+
+namespace mirelo::day {
+
+// The macros' part of the stream: it subscribes tickers and hands over their quotes. It calls again, after
+// pauses that grow, when the peer drops; and when no message of it comes for long, after silences that
+// grow too, since a quiet market sounds the same as a peer that hangs.
+class StreamFeed {
+ public:
+  using Pause = std::chrono::milliseconds;
+  static constexpr Pause kFirstPause{1000};
+  static constexpr Pause kLongestPause{60000};
+  static constexpr Pause kFirstSilence{60000};
+  static constexpr Pause kLongestSilence{3600000};
+  static constexpr std::size_t kMostToldFailures = 20;
+
+  // `facade`, `loop` and `sockets` must outlive the feed; `sockets` is the installed host's library.
+  StreamFeed(cMirelo& facade, host::MessageLoop& loop, wire::ObservedSockets& sockets,
+             std::vector<std::string> tickers, std::string streamer_file, Pause first_pause = kFirstPause);
+  ~StreamFeed();
+
+  // Calls QuoteTracker. Raises the error that a missing credential is.
+  void Start();
+  // Ends the subscriptions and the connection, and calls no more.
+  void Stop();
+
+  // Runs the loop until `done`. What the stream cannot follow is told as a loss, and it goes on behind it;
+  // other errors leave.
+  void RunUntil(const std::function<bool()>& done);
+
+  // A line for a person.
+  Event<const std::string&> Status;
+  // Each quote once, in the order in which they came. A handler that fails costs this quote alone: the
+  // failure is told as a Status, once for each of its texts and for so many texts at most, and the next
+  // quotes follow.
+  Event<const cQTData&> Quote;
+
+ private:
+  void Call();
+  void HangUp();
+  void TakeQuotes(std::shared_ptr<cQTStreaming> stream);
+  void TakeQuotesOf(cQTStreaming& stream);
+  void HandOn(const cQTData& quote) noexcept;
+  void TellFailure(const std::string& ticker) noexcept;
+  void SweepLater();
+  void ListenForSilence();
+  void NoteLoginResult(std::span<const std::uint8_t> message);
+  void CallAgainLater(const std::string& reason);
+  std::shared_ptr<cQTStreaming> NewStream();
+
+  cMirelo& facade_;
+  host::MessageLoop& loop_;
+  wire::ObservedSockets& sockets_;
+  std::vector<std::string> tickers_;
+  std::string streamer_file_;
+  Pause first_pause_;
+  Pause pause_;
+  std::shared_ptr<cQTStreaming> stream_;
+  Pause silence_ = kFirstSilence;
+  bool heard_ = false;              // a message, since silence was last listened for
+  bool received_any_ = false;       // bytes, since then
+  bool login_pending_ = false;      // its result is told once a call
+  bool streaming_pending_ = false;  // the same of the acceptance of the streamer
+  bool taking_ = false;             // quotes are being handed on
+  bool took_ = false;               // quotes, since the last sweep
+  std::set<std::string> told_failures_;
+  wire::KeptFailure failure_;  // of calling again
+  host::MessageLoop::Token timer_ = 0;
+  host::MessageLoop::Token sweep_ = 0;
+  host::MessageLoop::Token listening_ = 0;
+  Event<std::span<const std::uint8_t>>::Cookie received_ = 0;
+  Event<std::span<const std::uint8_t>>::Cookie delivered_ = 0;
+  Event<const std::string&>::Cookie dropped_ = 0;
+  Event<const std::string&>::Cookie told_ = 0;
+};
+
+}  // namespace mirelo::day

@@ -1,0 +1,151 @@
+#include "day/working_day.h"
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <utility>
+#include <vector>
+
+#include "automation/runtime_error.h"
+#include "automation/variant.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "day/dialog_result.h"
+#include "day/stored_source.h"
+#include "host/excel/application.h"
+#include "wire/observed_sockets.h"
+
+namespace mirelo::day {
+
+namespace {
+
+using Milliseconds = host::MessageLoop::Milliseconds;
+
+// Quotes that come together are written together: a moment's wait, and never more than a third of the time
+// spent writing: twice as long as a write took is waited before the next.
+constexpr Milliseconds kWritePause{2};
+constexpr int kPauseForWriting = 2;
+
+bool IsUpdateOnce() {
+  return mGlobal::AppSettings().GetSetting("Settings", "UpdateEvery", "1").ToText() == "0";
+}
+
+}  // namespace
+
+WorkingDay::WorkingDay(host::MessageLoop& loop, wire::ObservedSockets& sockets, wire::MendedReplies& replies,
+                       std::shared_ptr<host::excel::Application> application)
+    : loop_(loop),
+      sockets_(sockets),
+      replies_(replies),
+      application_(std::move(application)),
+      write_pause_(kWritePause) {
+  facade_.ExcelApplication(Variant(application_));
+  facade_.DovantaFormatUserDate(kDateFormat);
+}
+
+WorkingDay::~WorkingDay() {
+  for (const auto timer : {asking_, writing_}) loop_.StopTimer(timer);
+}
+
+std::int32_t WorkingDay::ShowDialog() {
+  result_ = facade_.LoadFrmMirelo();
+  return result_;
+}
+
+void WorkingDay::Start() {
+  tables_.emplace(*application_, facade_);
+  if (tables_->Tickers().empty()) throw RuntimeError(9, "The quote table holds no tickers");
+  if (result_ == kToStream) return Listen();
+  snapshot_.emplace(facade_, replies_, tables_->Tickers());
+  snapshot_->Told.Subscribe([this](const std::string& text) { Status.Raise(text); });
+  Ask();
+}
+
+void WorkingDay::RunUntil(const std::function<bool()>& done) {
+  const auto ended = [&] { return over_ || failure_.HasCome() || done(); };
+  if (stream_) {
+    stream_->RunUntil(ended);
+  } else {
+    loop_.RunUntil(ended);
+  }
+  failure_.Raise();
+}
+
+void WorkingDay::Stop() {
+  for (const auto timer : {asking_, writing_}) loop_.StopTimer(timer);
+  if (stream_) stream_->Stop();
+  if (tables_) Write();
+}
+
+// --- Quotes that are asked for -------------------------------------------------------------------------
+
+void WorkingDay::Ask() {
+  if (const auto rows = snapshot_->Fetch()) {
+    std::int64_t count = 0;
+    for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) {
+      const QuoteRow& row = (*rows)[ticker];
+      if (std::ranges::all_of(row, &std::string::empty)) continue;  // what is known stays
+      tables_->TakeIfNew(ticker, row);
+      ++count;
+    }
+    came_.Beat(count);
+    Write();
+    Status.Raise(std::to_string(count) + (count == 1 ? " quote" : " quotes"));
+  } else {
+    Status.Raise("QuoteTracker gave no quotes; going on");
+  }
+  if (IsUpdateOnce()) {
+    over_ = true;
+    return;
+  }
+  const std::chrono::seconds pause(std::max(1, facade_.Seconds()));
+  asking_ = loop_.StartTimer(pause, [this] { failure_.Guard([this] { Ask(); }); });
+}
+
+// --- Quotes that are streamed --------------------------------------------------------------------------
+
+void WorkingDay::Listen() {
+  const std::string source = StoredSource();
+  const std::string file = StreamerFileOf(source);
+  if (file.empty()) {
+    throw RuntimeError(
+        5, "no quote source is named \"" + source + "\"; fetch their names with: mirelo sources --update");
+  }
+  board_.emplace(tables_->Columns(), tables_->Tickers());
+  stream_.emplace(facade_, loop_, sockets_, tables_->Tickers(), file);
+  stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
+  stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
+  stream_->Start();
+}
+
+void WorkingDay::TakeStreamed(const cQTData& quote) {
+  const std::size_t ticker = board_->Take(quote);
+  came_.Beat();
+  tables_->Take(ticker, board_->Rows()[ticker]);
+  WriteSoon();
+}
+
+void WorkingDay::WriteSoon() {
+  if (writing_ != 0 || !tables_->HasNews()) return;
+  writing_ = loop_.StartTimer(write_pause_, [this] {
+    writing_ = 0;
+    failure_.Guard([this] { Write(); });
+  });
+}
+
+void WorkingDay::Write() {
+  const std::clock_t start = std::clock();  // what others take of the machine is no work of this
+  written_ += tables_->Write();
+  const Milliseconds worked((std::clock() - start) * 1000 / CLOCKS_PER_SEC);
+  write_pause_ = std::max(kWritePause, kPauseForWriting * worked);
+  for (const std::string& cut : tables_->TellCuts()) Status.Raise(cut);
+  if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
+    Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");
+  }
+  if (!tables_->ChartFailure().empty() && !std::exchange(told_charts_, true)) {
+    Status.Raise("Charts stand still at " + tables_->ChartFailure());
+  }
+  Wrote.Raise();
+}
+
+}  // namespace mirelo::day

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "automation/event.h"
+#include "core/cMirelo.h"
+#include "day/day_tables.h"
+#include "day/pulse.h"
+#include "day/quote_board.h"
+#include "day/snapshot_feed.h"
+#include "day/stream_feed.h"
+#include "host/message_loop.h"
+#include "wire/kept_failure.h"
+
+namespace mirelo::wire {
+class MendedReplies;
+class ObservedSockets;
+}  // namespace mirelo::wire
+
+namespace mirelo::host::excel {
+class Application;
+}
+
+namespace mirelo::day {
+
+// The macros' part in a working day: it holds the facade, shows the settings dialog, and then, as that was
+// answered, asks for quotes at the pace of the settings or listens to the stream, and writes what comes into
+// the workbook.
+//
+//   WorkingDay day(loop, sockets, replies, application);
+//   if (!IsCommitted(day.ShowDialog())) return;
+//   day.Start();
+//   day.RunUntil(done);
+//   day.Stop();
+class WorkingDay {
+ public:
+  // How dates reach the cells. A format of the day alone: with the time in it, volumes would begin anew each
+  // second.
+  static constexpr const char* kDateFormat = "mm/dd/yyyy";
+
+  // All must outlive the day, and be those of the installed host.
+  WorkingDay(host::MessageLoop& loop, wire::ObservedSockets& sockets, wire::MendedReplies& replies,
+             std::shared_ptr<host::excel::Application> application);
+  ~WorkingDay();
+  WorkingDay(const WorkingDay&) = delete;
+  WorkingDay& operator=(const WorkingDay&) = delete;
+
+  // The facade's LoadFrmMirelo: 77 (quotes are to be streamed), 78 (asked for) or 2 (nothing was committed).
+  std::int32_t ShowDialog();
+
+  // Begins what the dialog was ended with; to be called once, after it was committed. Raises what a missing
+  // credential, quote source or quote table raises.
+  void Start();
+  // Runs the loop until `done`, or until there is nothing more to come. What fails meanwhile leaves it: cells
+  // that cannot be written, for one.
+  void RunUntil(const std::function<bool()>& done);
+  // Ends subscriptions and connections, and writes what is left.
+  void Stop();
+
+  // Whether quotes were to be asked for once, and were.
+  bool IsOver() const { return over_; }
+
+  // From Start on, unless it failed before it had found the quote table.
+  bool HasTables() const { return tables_.has_value(); }
+  const DayTables& Tables() const { return *tables_; }
+  // Fits the columns' widths to what they hold.
+  void Fit() {
+    if (tables_) tables_->Fit();
+  }
+  // What came; for a status line.
+  Pulse& Came() { return came_; }
+  const Pulse& Came() const { return came_; }
+  // How many of the quotes that came have reached the sheets.
+  std::int64_t Written() const { return written_; }
+
+  // A line for a person.
+  Event<const std::string&> Status;
+  // Quotes have reached the cells.
+  Event<> Wrote;
+
+ private:
+  void Ask();
+  void Listen();
+  void TakeStreamed(const cQTData& quote);
+  void WriteSoon();
+  void Write();
+
+  host::MessageLoop& loop_;
+  wire::ObservedSockets& sockets_;
+  wire::MendedReplies& replies_;
+  std::shared_ptr<host::excel::Application> application_;
+  cMirelo facade_;
+  std::int32_t result_ = 0;
+  std::optional<DayTables> tables_;
+  std::optional<SnapshotFeed> snapshot_;
+  std::optional<QuoteBoard> board_;
+  std::optional<StreamFeed> stream_;
+  Pulse came_;
+  std::int64_t written_ = 0;
+  bool over_ = false;
+  wire::KeptFailure failure_;  // of asking and writing
+  bool told_full_ = false;
+  bool told_charts_ = false;
+  host::MessageLoop::Milliseconds write_pause_;
+  host::MessageLoop::Token asking_ = 0;
+  host::MessageLoop::Token writing_ = 0;
+};
+
+}  // namespace mirelo::day

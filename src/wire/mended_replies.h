@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "automation/event.h"
+#include "host/wininet_api.h"
+#include "wire/quote_reply.h"
+
+namespace mirelo::wire {
+
+// An HTTP client that mends QuoteTracker's replies to requests for quotes (Mend), so that what is wrong with
+// one ticker's record costs the other tickers nothing. Replies are handed over when all of them has come, and
+// not at all when their reading fails, or they have more lines and fields than any of a QuoteTracker in
+// order: the facade makes much more of each than it takes on the way. All else passes as it is.
+class MendedReplies : public host::WinInetApi {
+ public:
+  // Lines and fields of a reply, together.
+  static constexpr std::size_t kMostFields = 100'000;
+
+  // `inner` must outlive this.
+  explicit MendedReplies(host::WinInetApi& inner) : inner_(inner) {}
+
+  // Raised when a reply has more of them; the text says so to people, and of which server.
+  Event<const std::string&> Refused;
+
+  // What was wrong with the records that were handed over since this was last asked. Tickers are counted
+  // through the requests of that time, one behind the other.
+  std::vector<QuoteFlaw> TakeFlaws();
+
+  Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) override;
+  bool InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) override;
+  Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,
+                          const std::string& user, const std::string& password,
+                          std::uint32_t service) override;
+  std::optional<std::string> InternetCanonicalizeUrlA(const std::string& url, std::uint32_t capacity,
+                                                      std::uint32_t flags) override;
+  Handle HttpOpenRequestA(Handle connection, const std::string& verb, const std::string& object,
+                          const std::string& version, const std::string& referrer,
+                          std::uint32_t flags) override;
+  bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) override;
+  std::optional<std::string> HttpQueryInfoA(Handle request, std::uint32_t level,
+                                            std::uint32_t capacity) override;
+  bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
+  bool InternetCloseHandle(Handle handle) override;
+
+ private:
+  struct Request {
+    std::string server;                               // for people
+    std::optional<std::vector<std::string>> tickers;  // of one for quotes
+    bool is_read = false;
+    std::optional<std::string> body;  // mended, as soon as it is read; nothing when that failed
+    std::size_t given = 0;            // bytes of it that were handed over
+  };
+
+  std::optional<std::string> WholeBody(Handle handle, const Request& request);
+  std::string Mended(std::string body, const std::vector<std::string>& tickers);
+
+  host::WinInetApi& inner_;
+  std::map<Handle, std::string> servers_;  // of the connections
+  std::map<Handle, Request> requests_;
+  std::vector<QuoteFlaw> flaws_;
+  std::size_t tickers_before_ = 0;  // of the requests since flaws were last taken
+};
+
+}  // namespace mirelo::wire

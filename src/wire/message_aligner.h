@@ -1,0 +1,139 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "wire/message_bounds.h"
+#include "wire/record_look.h"
+#include "wire/subscribed_symbols.h"
+
+namespace mirelo::wire {
+
+// Cuts a stream's bytes anew, so that the stream class gets whole messages wherever the network cut them. The
+// class takes every chunk for a message of its own: of a control message in two chunks it understands
+// nothing, and of quote records that are cut it loses some. The chunks of one stream are the same however its
+// bytes come, but for this: as many whole records as have come pass at once.
+//
+// What each chunk is, and where it ends:
+//
+// - Quote records pass in chunks of whole ones, cut where the class would not read on: kinds other than S1
+//   and L1 are read where a chunk begins with them. A record whose fields do not end where it does goes
+//   alone, so that the class loses no more with it.
+// - A record whose length reaches into the records behind it is left out, and those pass, as far as that can
+//   be told: another record begins in place of a field, or its fields do not end where it does and a good
+//   record begins inside. So is one whose end does not come, once it was let go; what came behind its length
+//   is cut anew. A length that is wrong, but ends where fields do, cannot be told from a right one.
+// - Control messages have no length. They end with the tags that end them (EndOfMessage), or where something
+//   else is known to begin (FindHead), or when nothing more comes for the time of Patience(), or at
+//   kLongestReply. What stands behind the closing tag is left out, as the class would do.
+// - A list of sources passes only if the client asked for one, each request letting one pass, and only whole:
+//   the class takes all chunks behind a list that has begun for more of it, and would never again hear of a
+//   quote. Lists that nobody asked for, that break off, or whose end does not come are left out.
+// - Bytes of no known kind are left out up to the next message, for the class does nothing with them. At the
+//   beginning of a stream, and behind a message, two letters tell what comes, also behind blanks, line ends
+//   and other bytes that mark an end; behind other unknown bytes only a head does (FindHead). The same goes
+//   for records whose length cannot be: where they end is not known.
+// - A record whose first field is unknown ends early where a head is found in it; it was none then.
+// - Records of symbols that were not subscribed pass up to a bound (SubscribedSymbols).
+//
+//   aligner.Add(bytes);
+//   while (const auto chunk = aligner.Next()) Deliver(*chunk);
+class MessageAligner {
+ public:
+  using Bytes = std::span<const std::uint8_t>;
+  using Milliseconds = std::chrono::milliseconds;
+
+  // Chunks of records are no longer than this, but for a single longer record.
+  static constexpr std::size_t kLongestChunk = 8192;
+  static constexpr std::size_t kLongestReply = std::size_t{64} * 1024;
+  static constexpr std::size_t kLongestSources = std::size_t{16} * 1024 * 1024;
+
+  // How long a message may wait for more that the class might understand as it stands, or that it does
+  // nothing with.
+  static constexpr Milliseconds kPatience{250};
+  // The same for one that breaks off, and of a list that was asked for.
+  static constexpr Milliseconds kLongPatience{30'000};
+  // The same for the rest of a record.
+  static constexpr Milliseconds kRecordPatience{5'000};
+
+  // What the client sent: whether it asks for sources, and which symbols it subscribes, is minded.
+  void NoteRequest(std::string_view message);
+
+  void Add(Bytes bytes);
+
+  // The next chunk, valid until the next call of Add, Next, LetGo or End: what the client sends meanwhile may
+  // be noted. Nothing while it is not whole.
+  std::optional<Bytes> Next();
+
+  // How long the bytes left over may wait for more, if they may not for ever, before LetGo is due: since the
+  // last of them came; but since the first, where a record waits, as bytes that come behind a length that
+  // lies bring its end no nearer.
+  std::optional<Milliseconds> Patience() const;
+  bool WaitsForRecord() const;
+  // Where in the stream the bytes left over begin.
+  std::uint64_t Front() const { return erased_ + begin_ + given_; }
+  // Ends the message that waits where it stands. What of it is worth passing is the next chunk.
+  void LetGo();
+  // The same for all that waits: the stream has ended.
+  void End();
+
+  // How many bytes wait for more.
+  std::size_t Waiting() const { return waiting_.size() - begin_ - given_; }
+
+  // Whether a list of sources has grown beyond kLongestSources without an end. There are no chunks then, and
+  // the connection is to be given up.
+  bool IsOverfull() const { return overfull_; }
+
+  // What a person should know of what was left out, in lines without a full stop; each is told once.
+  std::vector<std::string> TakeNews() { return std::exchange(news_, {}); }
+
+ private:
+  enum class Step { kAgain, kWait, kGive };
+  enum class LeavingOut { kNothing, kUnknown, kSources };
+
+  std::string_view Rest() const;
+  Step Advance();
+  Step LeaveOutUnknown();
+  Step LeaveOutSources();
+  Step TakeRecords();
+  Step TakeUncertainRecord(std::size_t length);
+  Step TakeUnfinishedRecord();
+  Step TakeUnfitRecord(std::size_t size, std::string_view symbol);
+  Step LeaveOutLie(std::size_t next);
+  Step LeaveOutUnasked(std::size_t size);
+  Step TakeReply(MessageKind kind);
+  Step TakeSources();
+  Step Give(std::size_t size);
+  Step Drop(std::size_t size);
+  Step LeaveOut(LeavingOut what, std::size_t first = 0);
+  void TakeGiven();
+  std::size_t SearchedFrom() const;
+  void KeepForHead();
+  bool TakeLetGo();
+  void Tell(std::string_view line);
+
+  std::vector<std::uint8_t> waiting_;
+  std::uint64_t erased_ = 0;        // bytes of the stream before those
+  std::size_t begin_ = 0;           // what stands before was taken
+  std::size_t searched_ = 0;        // of the message at the front: nothing else is known to begin before this
+  mutable GrowingMessage message_;  // the same, as far as it was looked at
+  mutable GrowingRecord record_;    // the same of a record
+  std::size_t given_ = 0;           // the size of the chunk that is taken with the next call
+  LeavingOut leaving_out_ = LeavingOut::kNothing;
+  bool let_go_ = false;
+  bool ended_ = false;
+  bool overfull_ = false;
+  std::size_t lists_asked_ = 0;
+  SubscribedSymbols symbols_;
+  std::vector<std::string> news_;
+  std::vector<std::string> told_;
+};
+
+}  // namespace mirelo::wire

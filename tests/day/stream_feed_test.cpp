@@ -1,0 +1,191 @@
+// What becomes of a quote whose handler fails, or takes its time.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "automation/runtime_error.h"
+#include "core/cQTData.h"
+#include "day/stream_feed.h"
+#include "streaming/cQTStreaming.h"
+#include "support/error_number.h"
+#include "support/level1_wire.h"
+#include "support/manual_loop.h"
+#include "support/stream_rig.h"
+#include "wire/observed_sockets.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+struct WithLoop {
+  ManualLoop loop;
+};
+
+class Feed : public ::testing::Test, protected WithLoop, protected StreamRig {
+ protected:
+  Feed() : StreamRig(loop) {
+    host.Use(observed);
+    feed.Status.Subscribe([this](const std::string& text) { told.push_back(text); });
+    feed.Quote.Subscribe([this](const cQTData& quote) {
+      prices.push_back(quote.Last_Price());
+      act(quote.Last_Price());
+    });
+    feed.Start();
+    told.clear();
+  }
+
+  // Quotes of these prices, as one chunk.
+  void DeliverPrices(const std::vector<double>& of) {
+    std::string chunk;
+    for (const double price : of) chunk += Level1Wire().Symbol("MSFT").Last(price).Bytes();
+    Deliver(chunk);
+  }
+  void Pass(int milliseconds) { loop.Advance(host::MessageLoop::Milliseconds(milliseconds)); }
+
+  wire::ObservedSockets observed{sockets, loop};
+  day::StreamFeed feed{*facade, loop, observed, {"MSFT"}, "SWISS.SDF"};
+  std::function<void(double price)> act = [](double) {};
+  std::vector<double> prices;
+  std::vector<std::string> told;
+};
+
+TEST_F(Feed, GivesEachQuoteOnceThoughItsHandlerFails) {
+  act = [](double) { throw RuntimeError(1000, "no room"); };
+  DeliverPrices({1, 2, 3});
+  Pass(10);
+  act = [](double) {};
+  DeliverPrices({4, 5});
+  EXPECT_THAT(prices, ElementsAre(1, 2, 3, 4, 5));
+}
+
+TEST_F(Feed, TellsOfEachFailureOnce) {
+  act = [](double price) {
+    if (price == 5) throw RuntimeError(1000, "no sheet");
+    throw RuntimeError(1000, "no room");
+  };
+  DeliverPrices({1, 2, 3, 4, 5, 6});
+  EXPECT_THAT(told, ElementsAre(HasSubstr("MSFT could not be used (no room)"), HasSubstr("(no sheet)")));
+}
+
+TEST_F(Feed, GoesOnTellingOfThousandsOfDifferentFailuresNoLonger) {
+  act = [](double price) { throw RuntimeError(1000, "no room for " + std::to_string(price)); };
+  for (int price = 1; price <= 1000; ++price) DeliverPrices({static_cast<double>(price)});
+  EXPECT_EQ(told.size(), day::StreamFeed::kMostToldFailures);
+  EXPECT_EQ(prices.size(), 1000U);
+}
+
+TEST_F(Feed, SurvivesAPersonWhoCannotBeTold) {
+  feed.Status.Subscribe([](const std::string&) { throw RuntimeError(1000, "no terminal"); });
+  act = [](double) { throw RuntimeError(1000, "no room"); };
+  DeliverPrices({1, 2});
+  EXPECT_THAT(prices, ElementsAre(1, 2));
+}
+
+TEST_F(Feed, GivesEachQuoteOnceWhileAHandlerRunsTheLoop) {
+  act = [&](double) { Pass(5); };
+  DeliverPrices({1, 2, 3});
+  Pass(10);
+  EXPECT_THAT(prices, ElementsAre(1, 2, 3));
+}
+
+TEST_F(Feed, GivesTheQuotesOfAChunkThoughAHandlerHangsUp) {
+  act = [&](double price) {
+    if (price == 1) feed.Stop();
+  };
+  DeliverPrices({1, 2, 3});
+  EXPECT_THAT(prices, ElementsAre(1, 2, 3));
+  EXPECT_EQ(loop.NextTimer(), std::nullopt);
+}
+
+// While another stream tells of its quotes, this one's wait for a look into its buffer; and while that looks,
+// those that come wait for the next.
+TEST_F(Feed, GivesTheQuotesThatWaitThoughAHandlerHangsUp) {
+  const auto deliver = [&](double price) {
+    sockets.connections[0]->Deliver(Level1Wire().Symbol("MSFT").Last(price).Bytes());
+  };
+  deliver(1);
+  const auto other = std::make_shared<cQTStreaming>();
+  other->QTDatas.Subscribe([&] { deliver(2); });
+  other->connect();
+  sockets.connections[1]->Deliver(Level1Wire().Symbol("IBM").Last(1).Bytes());
+  act = [&](double price) {
+    if (price != 2) return;
+    deliver(3);
+    feed.Stop();
+  };
+  EXPECT_THAT(prices, ElementsAre(1));
+  Pass(10);
+  EXPECT_THAT(prices, ElementsAre(1, 2, 3));
+}
+
+TEST_F(Feed, TellsOnceACallThatItStreams) {
+  for (int i = 0; i < 3; ++i) Deliver("OK<STREAMER>SWISS.SDF</STREAMER>");
+  EXPECT_THAT(told, ElementsAre("Streaming"));
+}
+
+TEST_F(Feed, CallsAgainAfterASilence) {
+  Pass(60'000);
+  EXPECT_THAT(told, Contains(HasSubstr("has said nothing for 60 seconds; calling again")));
+}
+
+TEST_F(Feed, IsNotHeldByBytesThatAreNoMessage) {
+  for (int second = 0; second < 60; ++second) {
+    Deliver("\xFE\xFE\xFE");
+    Pass(1'000);
+  }
+  EXPECT_THAT(told, Contains(HasSubstr("has sent nothing that can be understood for 60 seconds; calling")));
+}
+
+// A head that strays into the stream may hold back what comes behind it for some seconds, but not more.
+TEST_F(Feed, GivesQuotesBehindAStrayHead) {
+  Deliver(Level1Wire().Id(4).Length(30'000).Bytes());
+  for (const double price : {1, 2, 3}) {
+    DeliverPrices({price});
+    Pass(200);
+  }
+  Pass(5'000);
+  EXPECT_THAT(prices, ElementsAre(1, 2, 3));
+  EXPECT_THAT(told, ElementsAre(HasSubstr("do not end")));
+}
+
+// A chunk that fails is told where the loop is run, and what was decoded before it is not lost.
+TEST_F(Feed, LosesOfADamagedChunkOnlyWhatLiesBehindTheDamage) {
+  bool done = false;
+  loop.StartTimer(host::MessageLoop::Milliseconds(1), [&] {
+    const std::string endless_text = Level1Wire("S1").Id(1).Raw("NO END").Bytes();
+    Deliver(Level1Wire().Symbol("MSFT").Last(1).Bytes() + endless_text);
+  });
+  loop.StartTimer(host::MessageLoop::Milliseconds(2), [&] {
+    DeliverPrices({2});
+    done = true;
+  });
+  loop.SkipWaits();
+  feed.RunUntil([&] { return done; });
+  EXPECT_THAT(prices, ElementsAre(1, 2));
+  EXPECT_THAT(told, Contains(HasSubstr("Quotes were lost")));
+}
+
+// Calling again may fail for good, as when a setting was damaged meanwhile. Its timer may fall due while a
+// stream serves the loop behind a quote, where failures are dropped.
+TEST_F(Feed, EndsWithTheErrorOfCallingAgainWhereverThatCame) {
+  const auto other = std::make_shared<cQTStreaming>();
+  other->connect();
+  loop.StartTimer(day::StreamFeed::kFirstPause,
+                  [&] { sockets.connections[1]->Deliver(Level1Wire().Symbol("IBM").Last(1).Bytes()); });
+  sockets.connections[0]->Drop();
+  Setting("SocketPort", "no number");
+  loop.SkipWaits();
+  EXPECT_EQ(NumberOf([&] { feed.RunUntil([] { return false; }); }), 13);
+  EXPECT_EQ(loop.Elapsed(), day::StreamFeed::kFirstPause);
+}
+
+}  // namespace
+}  // namespace mirelo::testing
