@@ -39,7 +39,7 @@ class KnownSetting {
   std::string_view default_;
 };
 
-// A failing lookup throws, which no compiler can do: the program is refused.
+// A lookup that fails throws, which nothing may while compiling: so the program does not compile.
 namespace catalogue {
 
 MIRELO_AT_COMPILE_TIME const Setting& Row(std::string_view section, std::string_view key) {

@@ -4,8 +4,8 @@
 
 namespace mirelo {
 
-// A property that is a plain stored value: `object.Name()` gets it, `object.Name(value)` lets it. Starts at
-// zero or empty; nothing is validated and neither call can fail.
+// A property that is a plain stored value: `object.Name()` gets it, `object.Name(value)` lets it. It starts
+// at zero or empty. Nothing is checked, and neither call can fail.
 template <class T>
 class Property {
  public:

@@ -32,8 +32,8 @@ class RecordCollection : public Object {
   using Reference = std::shared_ptr<T>;
   using Items = Collection<Reference>;
 
-  // Walks the items, those that are added as it goes too; the items of before a Clear() when that came
-  // meanwhile.
+  // Walks the items in their order, and those that are added during the walk too. After a Clear() it goes on
+  // through the items from before it.
   class Enumerator {
    public:
     explicit Enumerator(std::shared_ptr<const Items> items)
@@ -97,8 +97,8 @@ class RecordCollection : public Object {
     return Guarded("Item", [&] { return ItemAt(VarIndex); });
   }
 
-  // By position or key; made under the key, which becomes its identity, when there is none. So a position out
-  // of range is a failure, being no key.
+  // The item at a position or under a key. When no item has the key one is made under it, and the key becomes
+  // its identity. A position out of range is a failure, since nothing can be made under it.
   Reference ItemAdd(const Variant& VarIndex) {
     return Guarded("ItemAdd", [&] {
       if (const std::string* key = VarIndex.IfText()) return FindOrAdd(*key);
@@ -106,11 +106,12 @@ class RecordCollection : public Object {
     });
   }
 
-  // The same for a text that the caller has at hand; failures are not dressed up.
+  // ItemAdd for a key that the caller has as text. What fails is raised as it is, not as this class's
+  // failure.
   const Reference& FindOrAdd(std::string_view key) {
     return items_->FindOrAdd(key, [&] { return New(key); });
   }
-  // The same for a key of which the caller knows that no item has it.
+  // ItemAdd for a key of which the caller knows that no item has it.
   const Reference& AddNew(std::string_view key) { return items_->AddNew(New(key), key); }
 
   std::int32_t Count() const { return items_->Count(); }
@@ -131,7 +132,8 @@ class RecordCollection : public Object {
   explicit RecordCollection(const RecordClass& names) : class_(names) {}
 
   Items& items() { return *items_; }
-  // Changes contents with another collection, if no enumerator would notice.
+  // Swaps the items with those of another collection. False, with nothing done, when an enumerator walks
+  // either.
   bool TrySwap(RecordCollection& other) {
     if (items_.use_count() != 1 || other.items_.use_count() != 1) return false;
     items_.swap(other.items_);

@@ -10,7 +10,7 @@
 
 namespace mirelo {
 
-// Where a value stands. Text of the user's; the store finds both without regard to case.
+// Section and key of a value, as the user wrote them; the store finds both without regard to case.
 struct SettingName {
   std::string section;
   std::string key;

@@ -20,11 +20,11 @@ class Worksheet;
 
 namespace mirelo::day {
 
-// The charts beside the vertical tables while their histories grow. For each ticker the macros hold what its
-// last two quotes said of the change, by which the facade colours charts.
+// The charts beside the vertical tables while their histories grow. For each ticker this keeps what its last
+// two quotes said of the change, as the macros do: the facade colours charts by it.
 class DayCharts {
  public:
-  // The settings are those of now. All must outlive this.
+  // Reads the settings of charts once, here. All arguments must outlive this.
   DayCharts(host::excel::Application& application, cMirelo& facade, const std::vector<std::string>& columns);
 
   // A vertical table; one without charts is passed over.

@@ -47,7 +47,7 @@ class DayTables {
   bool HasNews() const { return unwritten_ > 0; }
   // Writes what was taken. The result is how many quotes that were.
   std::int64_t Write();
-  // Columns as wide as what they hold.
+  // Fits the widths of the quote table's columns to what they hold.
   void Fit() { table_.Fit(); }
 
   // What was cut since the last call: a sentence for each ticker and column, once.

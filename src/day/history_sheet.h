@@ -18,12 +18,13 @@ class Worksheet;
 
 namespace mirelo::day {
 
-// The vertical table of one ticker as Go has set it up. The macros append a row of history for each quote:
-// newest at the foot, in the order of the fields in row 2.
+// The vertical table of one ticker as Go has set it up. In place of the macros this appends a row of history
+// for each quote: newest at the foot, in the order of the fields in row 2.
 class HistorySheet {
  public:
-  // Of the sheet of that name; nothing when there is none, or none that is set up. `columns` are those of the
-  // rows to come. With a limit of 0 the history grows to the foot of the sheet.
+  // The vertical table on the sheet of that name; nothing when there is no such sheet, or none that is set
+  // up. `columns` are those of the rows to come. With a limit of 0 the history grows to the foot of the
+  // sheet.
   static std::optional<HistorySheet> Find(host::excel::Application& application, const std::string& name,
                                           const std::vector<std::string>& columns, std::int32_t limit);
 

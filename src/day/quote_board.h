@@ -23,7 +23,7 @@ class QuoteBoard {
   // that quotes do not have stays empty. `columns` are found without regard to case.
   QuoteBoard(std::vector<std::string> columns, const std::vector<std::string>& tickers);
 
-  // The number of the ticker's row, from 0.
+  // Notes a streamed quote; the result is the number of its ticker's row, from 0.
   std::size_t Take(const cQTData& quote);
 
   const std::vector<std::string>& Columns() const { return columns_; }

@@ -16,13 +16,13 @@ class Worksheet;
 namespace mirelo::day {
 
 // The quote table on its worksheet as Go has built it: the tickers in column A from row 3 on, the columns
-// from the left under their headers. The macros fill it.
+// from the left under their headers. This fills it in place of the macros.
 class QuoteSheet {
  public:
   // Error 9 when the active workbook has no quote table. `columns` are the table's, the ticker's among them.
   QuoteSheet(host::excel::Application& application, std::vector<std::string> columns);
 
-  // From above, down to the first cell without one.
+  // The tickers of column A, from row 3 down to the first cell without one.
   const std::vector<std::string>& Tickers() const { return tickers_; }
   const std::vector<std::string>& Columns() const { return columns_; }
 

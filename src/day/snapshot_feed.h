@@ -22,8 +22,9 @@ class cMirelo;
 
 namespace mirelo::day {
 
-// The macros' part of the snapshot route: it gives the facade its column order and the volume table, and asks
-// it for quotes, once for each Fetch. What is wrong with one ticker costs the others nothing.
+// Quotes that are asked for, by the macros' part of the snapshot route: gives the facade its column order and
+// the volume table, and asks it for quotes, once for each Fetch. What is wrong with one ticker costs the
+// others nothing.
 class SnapshotFeed {
  public:
   // `facade` and `replies` must outlive the feed; `replies` is the installed host's HTTP client. `tickers` is
@@ -63,7 +64,8 @@ class SnapshotFeed {
   bool told_unasked_ = false;
 };
 
-// Whether a request for quotes can name it: not if it holds what parts the names, or nothing.
+// Whether a request for quotes can name the ticker: it is not empty, and holds no comma, bracket or invisible
+// character.
 bool CanBeAskedFor(const std::string& ticker);
 
 }  // namespace mirelo::day

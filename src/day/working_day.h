@@ -64,14 +64,14 @@ class WorkingDay {
   // Whether quotes were to be asked for once, and were.
   bool IsOver() const { return over_; }
 
-  // From Start on, unless it failed before it had found the quote table.
+  // Whether Start has found the quote table.
   bool HasTables() const { return tables_.has_value(); }
   const DayTables& Tables() const { return *tables_; }
   // Fits the columns' widths to what they hold.
   void Fit() {
     if (tables_) tables_->Fit();
   }
-  // What came; for a status line.
+  // Counts the quotes that came, for a status line.
   Pulse& Came() { return came_; }
   const Pulse& Came() const { return came_; }
   // How many of the quotes that came have reached the sheets.

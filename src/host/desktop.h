@@ -53,13 +53,14 @@ class Desktop {
   virtual void ShowModal(forms::Form& form) = 0;
 
   virtual void Beep() = 0;
-  // Asks for a form that is shown to lie above all other windows. A desktop may refuse.
+  // Asks the desktop to raise a form that is shown above all other windows. A desktop may refuse.
   virtual void SetForegroundWindow(forms::Form& form) = 0;
 
   // Where a form's window is, or will be when it is shown; nothing where there are no windows.
   virtual std::optional<WindowPlacement> GetWindowPlacement(forms::Form& form) = 0;
-  // Puts it there; false when that cannot be. A window always stays within reach: a place that lies off every
-  // screen is moved onto one. A form that is not shown stays so, and opens in its own window state.
+  // Moves a form's window to a place; false when that cannot be. A window always stays within reach: a place
+  // that lies off every screen is moved onto one. A form that is not shown stays hidden, and opens in its own
+  // window state.
   virtual bool SetWindowPlacement(forms::Form& form, const WindowPlacement& placement) = 0;
   // The screen as a window: its `normal` is the whole desktop.
   virtual std::optional<WindowPlacement> GetDesktopPlacement() = 0;

@@ -25,27 +25,28 @@ class Document {
   // the document is gone.
   virtual std::shared_ptr<excel::Application> Application() const = 0;
 
-  // What its file holds that will be missing, or be something else, once the document as it is now is saved:
-  // one sentence each, and each of them once.
+  // What the document's file holds and saving the document as it is now would leave out or change: one
+  // sentence for each such thing. What was given once is not given again.
   virtual std::vector<std::string> NewLosses() = 0;
 
   // Saves it. The file changes at once and as a whole, or stays as it was. `tell` is called with each of
   // NewLosses, and with what saving itself loses, before the file changes.
   //
-  // Where `file` is the document's own, what another program has saved there since is not written over
-  // (ChangedMeanwhile). Any other file must not be there, by the same error, and is the document's own from
-  // then on. Error 61 when the disk is full; 70 when somebody else holds the file; 75 when it cannot be
-  // written; 1004 when the document is more than a file can hold.
+  // When `file` is the document's own: raises ChangedMeanwhile, and leaves the file as it is, if another
+  // program has saved it since the document was opened or last saved. When it is another file: raises
+  // ChangedMeanwhile if it exists; once saved, it is the document's own. Error 61 when the disk is full; 70
+  // when somebody else holds the file; 75 when it cannot be written; 1004 when the document is more than a
+  // file can hold.
   virtual void Save(const std::filesystem::path& file, const Tell& tell) = 0;
 };
 
-// Raised in place of writing over what another program has saved: error 70.
+// Error 70, raised by Save in place of writing over what another program has saved.
 class ChangedMeanwhile : public RuntimeError {
  public:
   explicit ChangedMeanwhile(const RuntimeError& refusal) : RuntimeError(refusal) {}
 };
 
-// The right to save a file, given back with this. Others are refused it meanwhile.
+// The right to save a file. Others are refused it until this object is destroyed.
 class DocumentHold {
  public:
   virtual ~DocumentHold() = default;

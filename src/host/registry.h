@@ -80,10 +80,10 @@ class Registry {
   // Beside the eight calls: several writes as one. RegistryTransaction (host/registry_transaction.h) is the
   // way to use these.
 
-  // What is written from now on is stored together by CommitTransaction, or not at all: not when the process
-  // or the machine ends before that, nor behind RollBackTransaction. This registry reads it at once, others
-  // see it when it is stored. One at a time: kInvalidParameter while one is under way. A handle that was
-  // opened meanwhile must be closed before the end.
+  // Begins a transaction: what is written from now on is stored together by CommitTransaction, or not at all
+  // when it is rolled back, or when the process or the machine ends before the commit. This registry reads
+  // its own writes at once; others see them when they are stored. One at a time: kInvalidParameter while one
+  // is under way. A handle that was opened meanwhile must be closed before the end.
   virtual std::int32_t BeginTransaction() = 0;
   // For good, as RegSetValueExA. When it fails, nothing is stored and the transaction stays under way.
   // kInvalidParameter when none is.
@@ -91,9 +91,9 @@ class Registry {
   // Does nothing when none is under way.
   virtual void RollBackTransaction() = 0;
 
-  // Why the last call failed that did so for want of the store behind the registry: it is locked, damaged or
-  // full. A sentence for people, which names what is meant; empty when all is well again, or nothing is
-  // known.
+  // Why the store behind the registry failed a call: it is locked, damaged or full. A sentence for people
+  // that names the store. Of several such calls the last one counts; empty when the store works again, and
+  // when nothing is known.
   virtual std::string LastFailure() const { return {}; }
 };
 

@@ -7,7 +7,7 @@
 
 namespace mirelo::host {
 
-// What names of keys and values are, the same for every registry.
+// What holds for names of keys and values in every registry.
 
 // In bytes, without terminator. A longer name is kInvalidParameter.
 constexpr std::size_t kLongestKeyName = 255;

@@ -25,7 +25,7 @@ class RegistryTransaction {
     NotBegun  // there is none, or none any more: each write stood or failed by itself
   };
 
-  // What becomes of what was written.
+  // Ends the transaction, and says what has become of its writes.
   [[nodiscard]] End Commit() {
     if (!is_under_way_) return End::NotBegun;
     if (registry_.CommitTransaction() != Registry::kSuccess) return End::Failed;

@@ -9,7 +9,7 @@ namespace mirelo::host {
 // let go of.
 class Secret {
  public:
-  // Gives memory back and wipes it by that.
+  // Wipes memory and gives it back.
   using Release = void (*)(char* memory, std::size_t size);
 
   Secret() = default;
@@ -17,7 +17,7 @@ class Secret {
   // out of core dumps and, where the system grants that, out of the swap.
   Secret(char* memory, std::size_t size, Release release)
       : memory_(memory), size_(size), length_(size), release_(release) {}
-  // In memory of the program's own.
+  // A secret with a copy of this text, in ordinary memory of the program.
   static Secret Copy(std::string_view text);
 
   ~Secret();
@@ -26,7 +26,8 @@ class Secret {
 
   std::string_view text() const { return {memory_, length_}; }
 
-  // For whoever fills it, and then knows that the text has fewer bytes than there is room.
+  // For filling the memory after it was made: write to data(), then Shorten to the length of the text if
+  // there was room for more.
   char* data() { return memory_; }
   void Shorten(std::size_t length) { length_ = length; }
 

@@ -56,9 +56,9 @@ class WinInetApi {
                                   const std::string& version, const std::string& referrer,
                                   std::uint32_t flags) = 0;
 
-  // Sends and waits for the reply's headers. False when the server could not be reached, the time ran out, or
-  // what came is not the head of a reply, or only part of one; a connection that closes before any reply
-  // counts as sent, with no headers and an empty body.
+  // Sends the request and waits for the reply's headers. False when the server could not be reached, when the
+  // time ran out, and when what came is no reply's head or only a part of one. A connection that closes
+  // before any of a reply came counts as sent, with no headers and an empty body.
   virtual bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) = 0;
 
   // What one of the info levels above asks for, in at most `capacity` characters, terminator included: the

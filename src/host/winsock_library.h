@@ -39,8 +39,8 @@ class BytesTransferEvents {
   // Raised before a chunk is taken from the socket.
   virtual void OnBytesAvailable(SocketConnection&) {}
   // What the socket delivered, at most SocketConnection::kChunkLimit bytes a call; valid for the time of the
-  // call. A library that stands between sockets and sinks and cuts the bytes anew may hand over longer pieces,
-  // and says how long. A span without data stands for a value that is no array.
+  // call. A library that stands between sockets and sinks and cuts the bytes anew may hand over longer
+  // pieces, and says how long. A span without data stands for a value that is no array.
   virtual void OnBytesReceived(SocketConnection&, std::span<const std::uint8_t> /*bytes*/) {}
   // So many of the bytes queued were handed to the socket.
   virtual void OnBytesSent(SocketConnection&, std::int32_t /*count*/) {}
@@ -89,8 +89,8 @@ class SocketConnection {
   virtual void Connect(const SocketAddress& address) = 0;
   virtual std::int32_t State() const = 0;
   // Sends what is queued as far as the socket takes it at once, and closes; what was received and not handed
-  // over is lost. The state is kClosed then, and another Connect is possible. Connected anew by a sink, its
-  // first chunk waits for that sink like any other.
+  // over is lost. The state is kClosed then, and another Connect is possible. When a sink connects it anew,
+  // the first chunk of the new connection waits until that sink has returned.
   virtual void Disconnect() = 0;
   // Queues the bytes, also while connecting. In the states kClosed and kDropped: error 5.
   virtual void Send(const std::string& bytes) = 0;

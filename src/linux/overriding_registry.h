@@ -35,8 +35,8 @@ class OverridingRegistry : public host::Registry {
   std::string LastFailure() const override { return stored_.LastFailure(); }
 
  private:
-  // Stands for a key that the stored registry does not have: it can be opened all the same, since a value in
-  // it may be overridden.
+  // The handle of a key that the stored registry does not have. It can be opened all the same, since a value
+  // in it may be overridden.
   static constexpr Key kAbsentKey = 0x7FFFFFFF;
 
   host::Registry& stored_;

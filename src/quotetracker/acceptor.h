@@ -9,8 +9,9 @@
 
 namespace mirelo::quotetracker {
 
-// Takes the connections of a listening socket off it and hands them on. When the machine refuses one, for
-// want of descriptors or memory, it rests for a moment instead of asking again and again.
+// Accepts the connections of a listening socket and hands each to its taker. When the machine refuses one,
+// for want of descriptors or memory, it waits a moment before it accepts again, in place of asking without a
+// pause.
 class Acceptor {
  public:
   // The loop outlives the acceptor. `take` owns what it is given.

@@ -8,8 +8,8 @@
 
 namespace mirelo::quotetracker {
 
-// What does not change with the trades of a day. Made up from the ticker's letters: the same for the same
-// ticker.
+// The facts of a company that its trades of a day do not change. They are made up from the letters of its
+// ticker: the same ticker always has the same company.
 struct Company {
   std::string name;
   std::string exchange;

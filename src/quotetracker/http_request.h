@@ -15,7 +15,7 @@ struct HttpRequest {
   std::string_view body;
 };
 
-// What the bytes received so far are.
+// How far the bytes received so far make a request.
 struct HttpParse {
   enum class State { kIncomplete, kComplete, kRefused };
 

@@ -22,7 +22,7 @@ namespace mirelo::quotetracker {
 class HttpServer {
  public:
   static constexpr std::size_t kMostConnections = 900;
-  // From a connection to the last byte of its reply.
+  // The longest time from accepting a connection to the last byte of its reply.
   static constexpr std::chrono::seconds kPatience{15};
 
   using Answer = std::function<std::string(std::string_view resource)>;

@@ -13,9 +13,9 @@
 
 namespace mirelo::quotetracker {
 
-// A market that is made up as it is looked at: it knows every ticker, upper and lower case alike. Each look
-// at a ticker is one step of that ticker's path and of no other's, so the n-th look at "MSFT" says the same
-// for the same seed, whatever else was looked at before; only date and time come from the clock.
+// A made-up market, which knows every ticker, upper and lower case alike. Each look at a ticker takes that
+// ticker, and no other, one step along its path: so for one seed the n-th look at "MSFT" always says the
+// same, whatever else was looked at before. Only date and time come from the clock.
 class Market : public QuoteSource {
  public:
   static constexpr std::size_t kMostTickers = 200'000;

@@ -13,9 +13,9 @@
 
 namespace mirelo::quotetracker {
 
-// What one connection has subscribed to, as batches of Level I records: first a full record of each symbol,
-// then what changes. A batch is of one kind, since a receiver takes the kinds "HO" and "HT" only in a chunk
-// that begins with them.
+// The records that one connection has subscribed to, in batches: first a full record of each symbol, then
+// records of changes. All records of a batch are of one kind, since a receiver takes the kinds "HO" and "HT"
+// only in a chunk that begins with them.
 class RecordFeed {
  public:
   static constexpr std::string_view kSnapshotKind = "S1";
@@ -23,8 +23,7 @@ class RecordFeed {
   static constexpr std::size_t kMostSymbols = 1'000'000;
   static constexpr std::size_t kMostSymbolLength = 256;
 
-  // `kinds` are those of the batches of changes, in turn; there is at least one. The source outlives the
-  // feed.
+  // Batches of changes are of these `kinds` in turn; there is at least one. The source outlives the feed.
   RecordFeed(QuoteSource& source, std::vector<std::string> kinds, std::uint64_t seed);
 
   // Adds symbols. Those already there, in whatever case, are not sent in full again; those that no record can

@@ -10,8 +10,8 @@
 
 namespace mirelo::quotetracker {
 
-// The server's loop, and what other threads may do to the one that runs it. Events() belongs to that thread
-// (and, before it runs, to the one that prepares it); the other members are for all.
+// The loop of the server's thread. Events() is for that thread alone (and, before Run, for the one that
+// prepares it); the other members may be called on any thread.
 class ServerLoop {
  public:
   // Raises std::system_error when the machine refuses.

@@ -26,7 +26,8 @@ struct Accepted {
 };
 Accepted Accept(const FileDescriptor& listener);
 
-// Moves what is possible now. A negative count means that the peer is gone.
+// What one call has moved: as many bytes as could be moved without waiting. A negative count means that the
+// peer is gone.
 struct Transfer {
   std::ptrdiff_t count = 0;  // bytes moved; 0 when nothing can be moved now
   bool ended = false;        // when receiving: the peer has closed its side

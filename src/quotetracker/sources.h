@@ -11,8 +11,8 @@ struct Source {
   std::string_view name;
 };
 
-// The providers of Level I quotes, made up, with all a list may hold: brackets, blanks at the front,
-// characters beyond ASCII in the ANSI code page, two files of one name.
+// Made-up providers of Level I quotes. Their names have all that a client must cope with in such a list:
+// brackets, blanks at the front, characters beyond ASCII in the ANSI code page, two files of one name.
 std::span<const Source> Level1Sources();
 
 }  // namespace mirelo::quotetracker

@@ -23,12 +23,12 @@ struct StreamOptions {
   std::string version = "4.1.0";
   double rate =
       10;  // changes a second on one connection; kMaximum sends them as fast as the client takes them
-  // Kinds of the batches of changes, in turn. None stands for "L1", "S1", "HO" and "HT", or at the maximum
-  // rate for the first two: batches then run into one another, and the others are only understood at a
-  // chunk's beginning.
+  // The kinds of the batches of changes, in turn. Empty means "L1", "S1", "HO" and "HT"; at the maximum rate
+  // it means the first two alone, as batches then run into one another, and a client understands the others
+  // only at the beginning of a chunk.
   std::vector<std::string> kinds;
-  // Of source list and quotes. Greeting, login and streamer replies stay whole, since a client reads each as
-  // one chunk.
+  // How source lists and quotes are cut into chunks. Greeting, login and streamer replies are never cut,
+  // since a client reads each of them as one chunk.
   Chunking chunking = Chunking::kWhole;
   std::chrono::microseconds chunk_pause{500};
   std::vector<StreamFaultPlan> faults;
@@ -41,8 +41,9 @@ class StreamConnection : public StreamPeer {
  public:
   static constexpr std::size_t kMostUnsent = 256U * 1024;
 
-  // `overheard` gets each message of the client. `faults` are those of the options, and `quotes` the records
-  // made for clients, both counted over all connections. All references outlive the connection.
+  // `overheard` is called with each message of the client. `faults` and the counter `quotes` (records made)
+  // are shared by all connections of the server; `ended` is called once, when the connection has ended. All
+  // references outlive the connection.
   StreamConnection(poll::PollLoop& loop, FileDescriptor socket, QuoteSource& source,
                    const StreamOptions& options, std::vector<StreamFaultPlan>& faults, std::uint64_t& quotes,
                    std::uint64_t seed, std::function<void(std::string_view message)> overheard,

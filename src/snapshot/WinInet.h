@@ -44,7 +44,7 @@ class WinInet {
   std::int32_t TimeoutSec() const;
   void TimeoutSec(std::int32_t value);
 
-  // Ends a running transfer at its next check. Execute clears what was asked before it began.
+  // Ends a running transfer at its next check. A call before Execute has no effect: Execute forgets it.
   void Cancel();
 
   // Runs the transfer. Any reply counts as success, whatever its HTTP status.
@@ -104,7 +104,8 @@ class WinInet {
  private:
   using Handle = std::uint32_t;
 
-  // Each step is false when the transfer ended in it, its final state reported and its handles closed.
+  // The steps of Execute in their order. False from a step means that the transfer ended there: its last
+  // state has been reported and its handles are closed.
   bool OpenInternet();
   bool ConnectToServer();
   bool OpenRequest();
@@ -113,7 +114,8 @@ class WinInet {
   bool ReadBody();
 
   void SetTimeouts();
-  // For the step whose call failed; always false.
+  // Ends the transfer in this state, for a step whose call failed. Always false, so that the step can return
+  // it.
   bool Fail(State state);
   // Whether Cancel was called; the transfer is ended then.
   bool EndIfCancelled();
@@ -135,7 +137,7 @@ class WinInet {
   std::string response_;
   std::int32_t state_ = 0;
   bool success_done_ = false;
-  // Kept after they were closed: a later transfer on this object that fails early closes them again.
+  // Not reset when they are closed: a later transfer on this object that fails early closes them again.
   Handle internet_ = 0;
   Handle connection_ = 0;
   Handle request_ = 0;

@@ -63,8 +63,8 @@ inline constexpr std::array<ColumnName, 19> kColumnVocabulary{{
     {Column::High52w, "52w High", "52W HIGH", ColumnList::ListLeft},
 }};
 
-// Settings that hold the vocabulary, where the user has not changed them. The order is that of the table on
-// the sheet.
+// What the settings ListRight, ListLeft and VerticalField are taken to hold while nothing is stored.
+// ListRight is in the order of the columns on the sheet.
 inline constexpr const char* kDefaultListRight = "Ticker,Last,Change,Bid,Ask,Date,Time";
 inline constexpr const char* kDefaultListLeft =
     "Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,52w Low,52w High";

@@ -2,7 +2,8 @@
 
 namespace mirelo {
 
-// Shown when what listens on the HTTP port is not QuoteTracker, or nothing can be there.
+// The message box of the facade and of the dialog when QuoteTracker did not answer on the HTTP port, or
+// something else did.
 inline constexpr const char* kAdjustPort =
     "Please adjust Dovanta HTTP Port parameter in accordance with the same parameter in QouteTracker -> "
     "Preferences.";

@@ -99,8 +99,8 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // connection was lost. A failure is shown in a message box.
   void SendWinsock(const std::string& as_cmd);
 
-  // What the 100 ms timer behind a login for the source list runs: reports the login's result, and asks for
-  // the list. Error 91 without an owner, when the login succeeded.
+  // Called by the 100 ms timer that a login for the source list starts: reports the login's result, and asks
+  // for the list. Error 91 without an owner, when the login succeeded.
   void RaiseEventTimerProc();
 
   // The file name of a quote source, by its display text without regard to case and surrounding blanks; empty
@@ -116,10 +116,11 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // As GetQTData.
   std::shared_ptr<cQTDatas> GetCurrentData();
 
-  // Whether a walk over records that goes round for ever is ended. A record of a kind that isn't wanted says
-  // how far the next one lies; a length of zero, or below, can keep the walk in place, which is the rule and
-  // the default (false). With true such a walk forgets the unfinished record of the chunks before it and
-  // raises kEndlessWalk; walks that end by themselves are the same either way.
+  // Whether decoding that would never end is broken off. Of a record whose kind is not wanted only the length
+  // is read, to find the next record; a length of zero or below can lead back to the same place for ever.
+  // With false, the default and the rule of this class, it goes round there for ever. With true it raises
+  // kEndlessWalk instead, and the unfinished record kept from earlier chunks is dropped. Chunks whose
+  // decoding ends by itself are decoded alike in both cases.
   void StopEndlessWalks(bool value) { StopEndlessWalks_ = value; }
   // "The quote stream lost its place", source "Mirelo.cQTStreaming.DecodeRecords".
   static constexpr std::int32_t kEndlessWalk = ErrorNumber(0x80040065);

@@ -8,8 +8,9 @@
 
 namespace mirelo {
 
-// The quote of the next key in a buffer that is filled by this alone, without any values yet. Until the keys
-// start again it is always a new one; afterwards one may still wait under the key, and loses its values.
+// An empty quote under the next key of `keys`, for the decoder to fill. Nothing else may put quotes into
+// `buffer`. It is a new quote until the keys start again. From then on the buffer may still have a quote
+// under the key that nobody has taken; that one is emptied and used again.
 inline cQTData& QuoteToFill(cQTDatas& buffer, QuoteKeys& keys) {
   const std::string key = keys.Next();
   if (!keys.HaveStartedAgain()) return *buffer.AddNew(key);

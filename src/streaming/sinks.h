@@ -10,8 +10,9 @@
 
 namespace mirelo {
 
-// What a connection calls. The connection may hold a sink longer than the stream lives, so the stream
-// detaches itself; and a handler may let go of the stream, so an event holds it until it is done.
+// The sinks that a connection calls. The connection may hold a sink longer than the stream lives, so the
+// stream detaches itself from it when it goes; and a handler may let go of the stream, so each event holds
+// the stream until it is done.
 class cQTStreaming::BytesTransferSink : public host::BytesTransferEvents {
  public:
   explicit BytesTransferSink(cQTStreaming& stream) : stream_(&stream) {}

@@ -13,9 +13,9 @@ class StampTexts {
  public:
   static constexpr std::size_t kStampSize = 14;
 
-  // A stamp MMDDYYYYHHMMSS, put as MM/DD/YYYY HH:MM:SS, in `format`: the region says how a date is shown, not
-  // how the stamp is read. What doesn't read as a date comes back in that first form. The reference holds
-  // until the next call.
+  // A stamp MMDDYYYYHHMMSS is written as MM/DD/YYYY HH:MM:SS, and that shown in `format`: the region says how
+  // a date is shown, not how the stamp is read. A stamp that is no date comes back as MM/DD/YYYY HH:MM:SS,
+  // and so does any with an empty format. The reference holds until the next call.
   const std::string& Text(std::string_view stamp, const std::string& format);
 
   // To be called when the format changes.
@@ -27,7 +27,7 @@ class StampTexts {
     std::array<char, kStampSize> stamp{};
     std::string text;
   };
-  // A stamp has one place, so the newest of those that share it stays.
+  // Each stamp has one place in the cache; of those that share a place only the newest is kept.
   static constexpr unsigned kPlacesLog2 = 8;
 
   Entry& PlaceOf(std::string_view stamp);

@@ -23,9 +23,9 @@ class SymbolIndex {
     return entries_[PlaceOf(SymbolKey::Of(spelling))].state;
   }
 
-  // Among very many symbols neither entry nor state of the next one is in a cache. Expect, called some time
-  // before it is wanted, fetches the entry, and FetchExpected some time later the state. Both are hints and
-  // change nothing.
+  // Prefetching, for indexes so large that neither the entry nor the state of the next symbol is in a cache.
+  // Expect, called some time before the symbol is wanted, prefetches the entry; FetchExpected, called some
+  // time later, prefetches the state. Both are hints and change nothing.
   bool IsLarge() const { return entries_.size() >= kLarge; }
   void Expect(std::string_view spelling) {
     if (spelling.empty() || spelling.size() > kLongest) return;

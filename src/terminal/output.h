@@ -8,9 +8,9 @@
 
 namespace mirelo::terminal {
 
-// What texts for people, and data for other programs, are written to; the only one. A literal is the
-// program's own and stands as it is, and so does what is a ShownText. Any other text may be from outside and
-// is made visible, its line ends too:
+// Where everything that the program prints is written to, texts for people and data for other programs;
+// nothing may be printed past it. A literal is the program's own and stands as it is, and so does a
+// ShownText. Any other text may be from outside and is made visible, its line ends too:
 //
 //   Err() << "error: there is no sheet " << name << "\n";
 class Output {
@@ -40,7 +40,7 @@ class Output {
   }
   Output& operator<<(char) = delete;
 
-  // Hands on what is kept back.
+  // Writes out what is buffered.
   virtual void Flush() {}
 
  private:

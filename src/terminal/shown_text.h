@@ -25,7 +25,8 @@ class OwnWords {
   std::string_view text_;
 };
 
-// Any other text, which may be from outside; an array is taken for own words, so that it must be a constant.
+// Any other text, which may be from outside. An array is not among them: it counts as own words, so it must
+// be a constant.
 template <class Text>
 concept AnyText = std::convertible_to<const Text&, std::string_view> && !std::is_array_v<Text>;
 

@@ -10,14 +10,14 @@
 
 namespace mirelo::terminal {
 
-// One of the two streams that a program starts with. Once a write has failed nothing more is written, and
-// nobody is disturbed: Good says so to those whose purpose the output is. Any thread may write.
+// The standard output or the standard error stream. Once a write has failed nothing more is written, and
+// nothing is raised: a command whose purpose is its output asks Good at its end. Any thread may write.
 class StandardStream : public Output {
  public:
-  // What is put into it waits for a Flush, or until there is much of it.
+  // What is put into it is buffered until a Flush, or until there is much of it.
   explicit StandardStream(int descriptor) : descriptor_(descriptor) {}
-  // Whole lines are written at once, and behind all that was put into `before`, so that a person reads
-  // everything in the order in which it was said.
+  // Each whole line is written as soon as it is there, behind all that was put into `before` until then, so
+  // that a person reads everything in the order in which it was said.
   StandardStream(int descriptor, StandardStream& before) : descriptor_(descriptor), before_(&before) {}
   ~StandardStream() override;
 
@@ -28,9 +28,9 @@ class StandardStream : public Output {
 
   // Whether all that was flushed could be written.
   bool Good() const { return error_ == 0; }
-  // Whether that is because whoever read it reads no more.
+  // Whether a write failed because the reader has gone.
   bool ReaderHasGone() const;
-  // Why it is not, in the machine's words.
+  // Why it could not be written, in the machine's words.
   std::string Trouble() const;
   // Forgets that something could not be written.
   void Forgive() { error_ = 0; }
@@ -55,10 +55,10 @@ StandardStream& Out();
 // The standard error stream.
 StandardStream& Err();
 
-// To be called first of all by a program: makes the end of a reader, and that of a file at the limit of file
-// sizes, an error of writing in place of a signal that ends the program (see writing_signals.h; who starts
-// another program gives that its signals back), and sees to it that no file which the program opens takes the
-// place of a standard stream that was closed.
+// The first thing that a program calls. From then on, writing to a reader that has gone, or beyond the limit
+// of file sizes, is an error of writing and not a signal that ends the program (see writing_signals.h; who
+// starts another program gives that its signals back). And no file that the program opens takes the place of
+// a standard stream that was closed.
 void PrepareStandardStreams();
 
 }  // namespace mirelo::terminal

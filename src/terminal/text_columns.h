@@ -11,7 +11,8 @@ namespace mirelo::terminal {
 
 std::size_t ColumnsOf(std::string_view text);
 
-// The longest beginning of the text that is at most so wide; with what combines with its last character.
+// The longest beginning of the text that is at most so wide, marks that combine with its last character
+// included.
 std::string_view FirstColumns(std::string_view text, std::size_t columns);
 
 // The text itself when it is at most so wide, else its beginning with an ellipsis; exactly so wide where the

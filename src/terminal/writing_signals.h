@@ -5,15 +5,15 @@
 
 namespace mirelo::terminal {
 
-// By these the system ends a program that writes where it cannot: to a reader that has gone, and beyond the
-// limit of file sizes (ulimit -f).
+// The signals by which the system ends a program that writes where it cannot: to a reader that has gone, or
+// beyond the limit of file sizes (ulimit -f).
 inline constexpr std::array kWritingSignals{SIGPIPE, SIGXFSZ};
 
-// From now on such a write fails in place of that, and says why.
+// Ignores these signals from now on: such a write fails instead, and errno says why.
 void IgnoreWritingSignals();
 
-// To be called by a process that is about to become another program, which would ignore them as well. May be
-// called between fork and exec.
+// Undoes IgnoreWritingSignals in a process that is about to become another program, which would inherit it.
+// May be called between fork and exec.
 void RestoreWritingSignals();
 
 }  // namespace mirelo::terminal

@@ -52,7 +52,7 @@ class AlignedConnection : public host::SocketConnection,
   void EndMessages();
   void GiveUp(const std::string& reason);
   void StopSinks();
-  // Tells of the end of the connection as soon as no message is with a sink.
+  // Calls `tell`, which tells of the end of the connection, as soon as no message is with a sink.
   static void TellOfEnd(const std::weak_ptr<AlignedConnection>& weak, std::function<void()> tell);
   static void TellOfEnds(const std::weak_ptr<AlignedConnection>& weak, KeptFailure& failure);
 

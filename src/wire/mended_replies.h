@@ -13,9 +13,10 @@
 namespace mirelo::wire {
 
 // An HTTP client that mends QuoteTracker's replies to requests for quotes (Mend), so that what is wrong with
-// one ticker's record costs the other tickers nothing. Replies are handed over when all of them has come, and
-// not at all when their reading fails, or they have more lines and fields than any of a QuoteTracker in
-// order: the facade makes much more of each than it takes on the way. All else passes as it is.
+// one ticker's record costs the other tickers nothing. It reads the whole of such a reply before it hands
+// over any of it. The request fails when the reply could not be read to its end, and when it has more than
+// kMostFields lines and fields, as no QuoteTracker in order sends: the facade would take far more memory for
+// them than they take on the way. All other requests pass as they are.
 class MendedReplies : public host::WinInetApi {
  public:
   // Lines and fields of a reply, together.

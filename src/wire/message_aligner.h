@@ -23,24 +23,27 @@ namespace mirelo::wire {
 //
 // What each chunk is, and where it ends:
 //
-// - Quote records pass in chunks of whole ones, cut where the class would not read on: kinds other than S1
-//   and L1 are read where a chunk begins with them. A record whose fields do not end where it does goes
-//   alone, so that the class loses no more with it.
+// - Quote records pass in chunks of whole ones. A chunk ends where the class would not read on: it reads
+//   kinds other than S1 and L1 only at the beginning of a chunk. A record whose fields do not end where its
+//   length says goes alone, so that the class loses no other record with it.
 // - A record whose length reaches into the records behind it is left out, and those pass, as far as that can
-//   be told: another record begins in place of a field, or its fields do not end where it does and a good
-//   record begins inside. So is one whose end does not come, once it was let go; what came behind its length
-//   is cut anew. A length that is wrong, but ends where fields do, cannot be told from a right one.
+//   be told: by a record that begins in place of one of its fields, or, where its fields do not end with its
+//   length, by a good record that begins inside. A record whose end does not come is left out, too, once
+//   LetGo was called, and what came behind its length is cut anew. A length that is wrong, but ends where
+//   fields do, cannot be told from a right one.
 // - Control messages have no length. They end with the tags that end them (EndOfMessage), or where something
 //   else is known to begin (FindHead), or when nothing more comes for the time of Patience(), or at
 //   kLongestReply. What stands behind the closing tag is left out, as the class would do.
-// - A list of sources passes only if the client asked for one, each request letting one pass, and only whole:
-//   the class takes all chunks behind a list that has begun for more of it, and would never again hear of a
-//   quote. Lists that nobody asked for, that break off, or whose end does not come are left out.
+// - A list of sources passes only whole, and only if the client asked for one; each request lets one list
+//   pass. For once a list has begun, the class takes all further chunks for more of it, and a list without an
+//   end would keep it from ever hearing of a quote again. Lists that nobody asked for, that break off, or
+//   whose end does not come are left out.
 // - Bytes of no known kind are left out up to the next message, for the class does nothing with them. At the
-//   beginning of a stream, and behind a message, two letters tell what comes, also behind blanks, line ends
-//   and other bytes that mark an end; behind other unknown bytes only a head does (FindHead). The same goes
-//   for records whose length cannot be: where they end is not known.
-// - A record whose first field is unknown ends early where a head is found in it; it was none then.
+//   beginning of a stream, and behind a message, the two letters of a known kind tell that a message begins,
+//   also behind blanks, line ends and other bytes that mark an end. Behind other unknown bytes only a head
+//   tells it (FindHead), and so it is behind a record whose length cannot be, since nobody knows where that
+//   ends.
+// - A record whose first field is unknown ends early where a head is found in it; then it was no record.
 // - Records of symbols that were not subscribed pass up to a bound (SubscribedSymbols).
 //
 //   aligner.Add(bytes);
@@ -55,15 +58,16 @@ class MessageAligner {
   static constexpr std::size_t kLongestReply = std::size_t{64} * 1024;
   static constexpr std::size_t kLongestSources = std::size_t{16} * 1024 * 1024;
 
-  // How long a message may wait for more that the class might understand as it stands, or that it does
-  // nothing with.
+  // How long a message may wait for more when the class might understand it as it stands, or does nothing
+  // with it.
   static constexpr Milliseconds kPatience{250};
-  // The same for one that breaks off, and of a list that was asked for.
+  // The same for a message that breaks off, and for a list that was asked for.
   static constexpr Milliseconds kLongPatience{30'000};
   // The same for the rest of a record.
   static constexpr Milliseconds kRecordPatience{5'000};
 
-  // What the client sent: whether it asks for sources, and which symbols it subscribes, is minded.
+  // Tells the aligner of a message that the client has sent: it minds whether the client asks for sources,
+  // and which symbols it subscribes.
   void NoteRequest(std::string_view message);
 
   void Add(Bytes bytes);
@@ -72,9 +76,9 @@ class MessageAligner {
   // be noted. Nothing while it is not whole.
   std::optional<Bytes> Next();
 
-  // How long the bytes left over may wait for more, if they may not for ever, before LetGo is due: since the
-  // last of them came; but since the first, where a record waits, as bytes that come behind a length that
-  // lies bring its end no nearer.
+  // How long the bytes left over may wait for more before LetGo is due; nothing when they may wait for ever.
+  // The time counts from the last of them that came. Only where a record waits it counts from the first: its
+  // length may be wrong, and bytes that come behind a wrong length bring its end no nearer.
   std::optional<Milliseconds> Patience() const;
   bool WaitsForRecord() const;
   // Where in the stream the bytes left over begin.
@@ -87,8 +91,8 @@ class MessageAligner {
   // How many bytes wait for more.
   std::size_t Waiting() const { return waiting_.size() - begin_ - given_; }
 
-  // Whether a list of sources has grown beyond kLongestSources without an end. There are no chunks then, and
-  // the connection is to be given up.
+  // Whether a list of sources has grown beyond kLongestSources without an end. There are no more chunks then,
+  // and the connection should be closed.
   bool IsOverfull() const { return overfull_; }
 
   // What a person should know of what was left out, in lines without a full stop; each is told once.

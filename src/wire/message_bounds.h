@@ -22,9 +22,9 @@ MessageKind KindOf(std::string_view bytes);
 // Whether a byte may be the first of a message of a known kind.
 bool MayBeginMessage(char byte);
 
-// What tells that a message begins in the midst of other bytes, where two letters alone prove nothing: a
-// record whose first field is a known one; or the letters of a control message's kind, and behind them, with
-// little between and no bracket, the tag that such a message opens with.
+// How the beginning of a message is told in the midst of other bytes, where two letters alone prove nothing.
+// It is a record whose first field is a known one; or it is the letters of a control message's kind, with the
+// tag that opens such a message close behind them, and no bracket in between.
 struct Head {
   std::size_t begin = 0;
   std::size_t known = 0;  // so many of the bytes it takes to tell
@@ -33,13 +33,15 @@ struct Head {
 // No head begins further than this before the byte that makes it known.
 inline constexpr std::size_t kLongestHead = 80;
 
-// Whether the bytes begin with a record of at least one field, the first one known. Not where the letters of
-// another message stand in the place of the length: the first ones may have strayed there.
+// Whether the bytes begin with a record of at least one field, the first one known. False where the two
+// letters of a message's kind stand in the place of the length: then the letters before them are likely stray
+// bytes in front of that message.
 bool BeginsWithRecord(std::string_view bytes);
 
-// The head that is known first, of those that begin at `from` or behind, and are known only by bytes behind
-// the first `searched`. `within` is the kind of the message
-// at the front: a head of the same kind is one of another message only where its tag comes a second time.
+// The head among those at `from` or behind that is the first to be known, in the order of the bytes that make
+// them known. Heads that the first `searched` bytes make known are left out. `within` is the kind of the
+// message at the front: a head of the same kind counts as one of another message only when its tag comes a
+// second time.
 std::optional<Head> FindHead(std::string_view bytes, std::size_t from,
                              MessageKind within = MessageKind::kUnknown, std::size_t searched = 0);
 

@@ -10,9 +10,10 @@
 
 namespace mirelo::wire {
 
-// Whose records a stream's client is given. The stream class keeps a state for every symbol that comes, for
-// as long as it lives; so a peer that sends ever new ones would fill the memory. Those subscribed always
-// pass, whatever their case, and so many others: servers may send more than was asked for.
+// Which symbols' records are handed to a stream's client. The stream class keeps a state for every symbol
+// that comes, for as long as it lives; so a peer that sends ever new ones would fill the memory. Symbols that
+// were subscribed always pass, whatever their case. Others pass too, since servers may send more than was
+// asked for, but no more than kMostOthers of them, and none longer than kLongestOther bytes.
 //
 // Symbols are bytes as they stand on the wire.
 class SubscribedSymbols {
@@ -43,7 +44,7 @@ class SubscribedSymbols {
   void Grow();
 
   std::unordered_set<std::string> subscribed_;  // in small letters
-  // The spellings that pass, those that are short in a table with one place in two free.
+  // A hash table of the short spellings that pass, kept at most half full; long ones are in long_known_.
   std::vector<SymbolKey> known_;
   std::size_t known_count_ = 0;
   std::unordered_set<std::string> long_known_;

@@ -25,7 +25,7 @@ inline constexpr std::array kColorSchemes{
     ColorScheme{"Yellow", "2,16,2,36,14"},
 };
 
-// The scheme of that style, told apart by its exact name; Green's for every other, "None" included.
+// The colours of the style with exactly this name; those of Green for every other name, "None" included.
 constexpr std::string_view ColorsOfStyle(std::string_view style) {
   for (const ColorScheme& scheme : kColorSchemes) {
     if (scheme.style == style) return scheme.colors;

@@ -10,10 +10,10 @@ class Range;
 }
 class Frame;
 
-// Gives the data cells of a column the number format and alignment of its name, told apart by its letters'
-// case; a name without any leaves them as they are. Changes are coloured by their sign as well.
-// `decimal_format` is that of prices. `cells` may be null (error 91). The statements are the calling
-// routine's.
+// Sets number format and alignment of a column's data cells by the column's name, letters' case included; a
+// name without a format leaves the cells as they are. Cells of "Change" are coloured by their sign as well.
+// `decimal_format` is the format of prices. `cells` may be null (error 91). Each act is a statement of the
+// calling routine, whose frame is `frame`.
 void FormatColumn(Frame& frame, host::excel::Range* cells, std::string_view name,
                   const std::string& decimal_format);
 

@@ -16,7 +16,7 @@ inline constexpr const char* kTickerCell = "B1";
 inline constexpr const char* kFirstFieldCell = "A2";
 inline constexpr const char* kChartMark = kChartHeader;
 
-// `prefix` is what the user calls vertical sheets.
+// `prefix` is the setting UserVerticalSheet: what stands in front of "(ticker)".
 inline std::string VerticalSheetName(const std::string& prefix, const std::string& ticker) {
   return prefix + "(" + ticker + ")";
 }

@@ -35,10 +35,11 @@ class Application : public Object {
   // Null when no workbook is open.
   virtual std::shared_ptr<Window> ActiveWindow() = 0;
 
-  // Those of the active workbook. Error 1004 when none is open.
+  // The worksheets of the active workbook. Error 1004 when none is open.
   virtual std::shared_ptr<excel::Worksheets> Worksheets() = 0;
   virtual std::shared_ptr<excel::Charts> Charts() = 0;
-  // Those of the sheet in front, as excel::Worksheet's. Error 1004 when it has no cells.
+  // The cells at an address of the sheet in front; addresses and errors as of excel::Worksheet::Range. Error
+  // 1004 when that sheet has no cells.
   virtual std::shared_ptr<excel::Range> Range(std::string_view address) = 0;
   virtual std::shared_ptr<excel::Range> Cells() = 0;
   virtual std::shared_ptr<excel::Range> Cells(std::int32_t row, std::int32_t column) = 0;

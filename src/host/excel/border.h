@@ -10,15 +10,15 @@ namespace mirelo::host::excel {
 // The lines along one edge of a range, or between its cells. A line that two cells share is one line,
 // whichever of them it is read from or set on. Properties give an empty variant where the lines differ.
 //
-// Or a line of a chart. That one has each weight in each style; nobody having drawn it, its style and colour
-// read as automatic, and setting xlLineStyleAutomatic makes it so again.
+// It may also be a line of a chart. Such a line can have any weight in any style. Until somebody sets them,
+// its style and colour read as automatic; setting xlLineStyleAutomatic brings that back.
 class Border : public Object {
  public:
   std::string_view TypeName() const override { return "Border"; }
 
-  // An XlLineStyle; error 1004 for other numbers. xlLineStyleNone takes the line away. A line that comes in
-  // anew is thin and of automatic colour; one that was there keeps its colour, and its weight where the style
-  // has it.
+  // An XlLineStyle; error 1004 for other numbers. xlLineStyleNone takes the line away. Where there was no
+  // line, setting a style draws one, thin and of automatic colour; a line that was there keeps its colour,
+  // and its weight where the new style has it.
   virtual Variant LineStyle() = 0;
   virtual void LineStyle(std::int32_t style) = 0;
 

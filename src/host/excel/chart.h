@@ -40,9 +40,10 @@ class Chart : public Sheet {
   // Each column of the range is a series from now on, named after nothing; the first ones keep their looks.
   // Error 1004 unless `by` is xlColumns, for more than 255 columns and for cells of another workbook.
   virtual void SetSourceData(Range& source, XlRowCol by) = 0;
-  // Moves the chart onto the worksheet of this name, to the middle of what is seen of it, and gives the chart
-  // that it is there, selected, with its sheet in front; this object is good for nothing then. Error 1004
-  // unless `where` is xlLocationAsObject, and for a hidden sheet; 9 when no worksheet bears the name.
+  // Moves the chart onto the worksheet of this name, into the middle of the part that the window shows,
+  // selects it there and brings the sheet to the front. The result is the chart in its new place; this object
+  // must not be used any more. Error 1004 unless `where` is xlLocationAsObject, and for a hidden sheet; 9
+  // when no worksheet bears the name.
   virtual std::shared_ptr<Chart> Location(XlChartLocation where, std::string_view name) = 0;
 
   // Error 1004 for secondary axes, which these charts do not have: they read as false, and cannot be set

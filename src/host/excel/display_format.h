@@ -10,8 +10,8 @@ namespace mirelo::host::excel {
 class Font;
 class Interior;
 
-// How a cell looks: its own formats, changed by those of its conditional formats that its value meets. A look
-// can only be read; error 1004 when it is set.
+// How a cell is shown: its own formats with the changes of those conditional formats whose condition its
+// value meets. It can only be read; error 1004 when it is set.
 class DisplayFormat : public Object {
  public:
   std::string_view TypeName() const override { return "DisplayFormat"; }

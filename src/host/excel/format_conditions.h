@@ -12,7 +12,7 @@ namespace mirelo::host::excel {
 
 class Font;
 
-// One condition, and the look that it gives to the cells that meet it.
+// One conditional format: a condition, and what it changes of the cells that meet it.
 class FormatCondition : public Object {
  public:
   std::string_view TypeName() const override { return "FormatCondition"; }
@@ -36,10 +36,11 @@ class FormatConditions : public Object {
   // `index` runs from 1 to Count(); error 9 outside.
   virtual std::shared_ptr<FormatCondition> Item(std::int32_t index) = 0;
 
-  // A new last condition for all cells of the range: their values compared with `formula1`, the text of a
-  // number, with or without a leading "=". Blank cells count as 0, texts and booleans as greater than any
-  // number. Error 1004 for types other than xlCellValue, for xlBetween, xlNotBetween and what is no operator,
-  // and for other texts. The condition has no look at first.
+  // Adds a condition for all cells of the range, behind those that are there: their values compared with
+  // `formula1`, the text of a number, with or without a leading "=". Blank cells count as 0, texts and
+  // booleans as greater than any number. Error 1004 for types other than xlCellValue, for xlBetween,
+  // xlNotBetween and what is no operator, and for other texts. At first the condition changes nothing of its
+  // cells.
   virtual std::shared_ptr<FormatCondition> Add(XlFormatConditionType type, XlFormatConditionOperator op,
                                                std::string_view formula1) = 0;
 

@@ -7,7 +7,7 @@
 
 namespace mirelo::host::excel {
 
-// The ground of a range's cells. Properties give an empty variant where the cells differ.
+// The fill of a range's cells. Properties give an empty variant where the cells differ.
 class Interior : public Object {
  public:
   std::string_view TypeName() const override { return "Interior"; }
@@ -21,8 +21,8 @@ class Interior : public Object {
   virtual Variant Color() = 0;
 
   // The colour of a pattern's lines: 1 to 56 or xlColorIndexAutomatic; error 1004 otherwise, but
-  // xlColorIndexNone and 0 are taken as automatic. A solid ground keeps it unseen; cells without a fill drop
-  // it.
+  // xlColorIndexNone and 0 are taken as automatic. A solid fill keeps the colour and does not show it; cells
+  // without a fill drop it.
   virtual Variant PatternColorIndex() = 0;
   virtual void PatternColorIndex(std::int32_t index) = 0;
 

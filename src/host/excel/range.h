@@ -148,7 +148,7 @@ class Range : public Selectable {
   // vertical (horizontal) lines: setting them does nothing, and they read as lines that are not there.
   virtual std::shared_ptr<Border> Borders(XlBordersIndex index) = 0;
   virtual std::shared_ptr<excel::FormatConditions> FormatConditions() = 0;
-  // The look of the first cell at this moment.
+  // How the first cell is shown at this moment.
   virtual std::shared_ptr<excel::DisplayFormat> DisplayFormat() = 0;
 };
 

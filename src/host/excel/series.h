@@ -37,7 +37,7 @@ class Series : public Object {
   // a range of more than one column and row, 13 for anything else.
   virtual void Values(const Variant& range) = 0;
 
-  // What is set on it is set on all points.
+  // The line of all points: what is set on it is set on each of them.
   virtual std::shared_ptr<excel::Border> Border() = 0;
   // An XlMarkerStyle; error 1004 for other numbers.
   virtual std::int32_t MarkerStyle() = 0;

@@ -33,9 +33,9 @@ class Shape : public Selectable {
   virtual void Delete() = 0;
 
   // Points, from the sheet's top left corner. Places and sizes are whole pixels of a 96 dpi screen, three
-  // quarters of a point each; others are rounded to them, and a place beyond
-  // the sheet's end is moved back to it. Error 1004 for places below 0 and sizes that are not above it or
-  // above 32767 pixels, and for setting the place of a comment.
+  // quarters of a point each: others are rounded to them, and a place beyond the sheet's end is moved back to
+  // it. Error 1004 for places below 0, for sizes of 0, below 0 or above 32767 pixels, and for setting the
+  // place of a comment.
   virtual double Left() = 0;
   virtual void Left(double points) = 0;
   virtual double Top() = 0;
@@ -46,7 +46,8 @@ class Shape : public Selectable {
   virtual void Width(double points) = 0;
 
   // Multiplies the present height (width) by a factor above 0; error 1004 for other factors.
-  // `relative_to_original_size` must be msoFalse: error 1004 for what is no picture.
+  // `relative_to_original_size` must be msoFalse: only pictures have an original size, so anything else is
+  // error 1004.
   virtual void ScaleHeight(double factor, MsoTriState relative_to_original_size) = 0;
   virtual void ScaleWidth(double factor, MsoTriState relative_to_original_size) = 0;
 };

@@ -14,8 +14,8 @@ class Window : public Object {
  public:
   std::string_view TypeName() const override { return "Window"; }
 
-  // The cells of the sheet in front that can be seen, those at the edge in part: from A1, whatever is frozen.
-  // Error 1004 when that sheet has no cells.
+  // The cells of the sheet in front that the window shows, those cut off at its edge included. They begin at
+  // A1, whatever is frozen. Error 1004 when that sheet has no cells.
   virtual std::shared_ptr<Range> VisibleRange() = 0;
 };
 

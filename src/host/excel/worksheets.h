@@ -20,8 +20,8 @@ class Worksheets : public Object {
   virtual std::shared_ptr<Worksheet> Item(std::int32_t index) = 0;
   // The name is found without regard to case; error 9 when no sheet bears it.
   virtual std::shared_ptr<Worksheet> Item(std::string_view name) = 0;
-  // A new empty sheet in front of the active one, which it becomes itself. It is named "Sheet" with the next
-  // number that is free.
+  // Inserts a new empty sheet before the active one and makes it the active one. It is named "Sheet" with the
+  // next number that is free.
   virtual std::shared_ptr<Worksheet> Add() = 0;
 };
 
