@@ -8,17 +8,17 @@
 
 namespace mirelo::app {
 
-// A desktop without a display at which somebody attends to some of the forms. All else that is shown is
-// printed and answered as nobody would answer it.
+// A desktop without a display, on which some forms are attended to by a function in place of a person. All
+// other forms and boxes are printed and answered as ConsoleDesktop does.
 class AttendedDesktop : public headless::ConsoleDesktop {
  public:
   using headless::ConsoleDesktop::ConsoleDesktop;
 
-  // What is done with the form of that name, while it is shown and already filled. A form that is still shown
-  // afterwards is closed. What it throws passes for a failure of whoever showed the form.
+  // Has `acts` attend to the form of that name: it is called each time the form is shown, when it is filled.
+  // A form that is still shown afterwards is closed. What `acts` throws is raised to whoever showed the form.
   void Attend(const std::string& form, std::function<void(forms::Form& form)> acts);
 
-  // How many forms were shown that nobody attends to: reports of failures.
+  // How many forms were shown that nobody attends to. They are reports of failures.
   int Unattended() const { return unattended_; }
   // How many message boxes were shown.
   int Messages() const { return messages_; }

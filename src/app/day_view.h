@@ -29,7 +29,7 @@ class DayView {
   void Begin();
   void End();
 
-  // All quotes once more, and in which sheets of the file the rest is to be found.
+  // Prints the last quotes of all tickers once more, and names the sheets of the file that hold the rest.
   void Summarize(const std::string& file) const;
 
  private:

@@ -8,8 +8,8 @@
 
 namespace mirelo::app {
 
-// What a working day needs that has neither QuoteTracker nor settings: the stand-in, and settings and
-// credentials that are gone with this object. The user's own are not looked at.
+// What a working day without QuoteTracker and without settings needs: the stand-in, and settings and
+// credentials that are gone with this object. The user's own settings and credentials are not looked at.
 class Demonstration {
  public:
   // Error 53 or 75 when the stand-in cannot be started.

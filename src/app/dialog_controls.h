@@ -13,13 +13,13 @@ namespace mirelo::app {
 
 class AttendedDesktop;
 
-// The dialog while somebody works in it, and the desktop on which it shows its palette.
+// The settings dialog while it is shown, and the desktop on which it shows its palette.
 struct OpenDialog {
   frmMirelo& form;
   AttendedDesktop& desktop;
 };
 
-// How the settings dialog is given a setting: on which of its tabs, and by which acts of a person.
+// How one setting is set in the dialog: on which of its tabs, and by which acts of a person.
 struct DialogControl {
   std::string_view key;
   std::int32_t tab;

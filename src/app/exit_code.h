@@ -7,7 +7,8 @@ enum ExitCode : int {
   kGood = 0,
   kFailed = 1,      // the operation failed; stderr says why and what to do
   kWrongUsage = 2,  // the command line was not understood
-  // Whoever read the output reads no more. As of programs that SIGPIPE ends, and as quietly.
+  // The reader of the output has gone (as "| head" does). The same number as of programs that SIGPIPE ends,
+  // and nothing is printed.
   kReaderHasGone = 128 + 13,
 };
 

@@ -11,13 +11,13 @@ class Form;
 namespace mirelo::app {
 
 // When the registry refuses a value, the settings store says that it was refused and not why. These functions
-// add the reason that the registry of the installed host knows: that its file is locked, and by which
-// process, or that the disk is full. Other errors and texts stay as they are.
+// add the reason, as far as the registry of the installed host knows it: that its file is locked, and by
+// which process, or that the disk is full. Other errors and texts stay as they are.
 
 std::string WithReason(const std::string& text);
 RuntimeError WithReason(const RuntimeError& error);
 
-// For a form that is about to be shown; it adds to reports of failures.
+// Adds the reason to a form that is about to be shown, if it is a report of a failure.
 void AddReason(forms::Form& form);
 
 }  // namespace mirelo::app

@@ -12,7 +12,7 @@ class LinuxHost;
 
 namespace mirelo::app {
 
-// What stands in front of a command, and what a command must know of its program.
+// The options that stand in front of a command, and what a command must know of the program that runs it.
 struct GlobalOptions {
   std::optional<std::filesystem::path> registry;
 

@@ -42,7 +42,7 @@ struct ShownArea {
   std::int32_t Columns() const { return last_column - first_column + 1; }
 };
 
-// From A1 to the last row and the last column that hold a value.
+// The area from A1 to the last row and the last column that hold a value.
 ShownArea FilledArea(host::excel::Worksheet& sheet);
 
 // The area of an address; of whole columns or rows the part that FilledArea reaches. Error 1004 for what is

@@ -5,7 +5,7 @@
 
 namespace mirelo::app {
 
-// How to go on where no window can be shown.
+// What to do where no window can be shown, for error texts.
 inline constexpr char kWithoutWindows[] =
     "Without a screen, \"mirelo settings\" shows and changes the settings, and \"mirelo go\" checks and "
     "commits them as the dialog does.\n";

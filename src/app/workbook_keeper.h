@@ -16,21 +16,20 @@ namespace mirelo::app {
 // from then on the workbook is saved beside it, under a name that was free.
 class WorkbookKeeper {
  public:
-  // `read` is the stamp of the file when the workbook was read from it, or found absent.
-  // `before_saving` is called before each, `tell_loss` with what Spreadsheet::Save has to tell. All must
-  // outlive this.
+  // `before_saving` is called before each save, `tell_loss` with what host::Document::Save has to tell. All
+  // must outlive this.
   WorkbookKeeper(host::MessageLoop& loop, host::Document& document, const std::filesystem::path& file,
                  std::function<void()> before_saving, host::Document::Tell tell_loss);
   ~WorkbookKeeper();
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
 
-  // From now on; less often where a save takes more than a twentieth of the interval, since nothing else runs
-  // meanwhile.
+  // Saves every `interval` from now on; less often where a save takes more than a twentieth of the interval,
+  // since nothing else runs meanwhile.
   void SaveAtIntervals(std::chrono::milliseconds interval);
 
-  // The last time. A workbook that its file cannot take is saved beside it as well. The result is where it
-  // stands; empty when it could not be saved at all.
+  // Saves for the last time. A workbook that its file cannot take is saved beside it as well. The result is
+  // the file that holds it; empty when it could not be saved at all.
   std::filesystem::path SaveAtEnd();
 
   // "saved 14:05:12", "not saved yet", "not saved: ...".

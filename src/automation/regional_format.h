@@ -46,10 +46,9 @@ std::string GeneralDate(Date date, const RegionalFormat& format);
 
 // Reads a date, a time or both from text in the forms that people write ("1/20/2011 8:36:13 AM", "20 Jan
 // 2011", "2011-01-20", "09:30"). A date part that cannot be meant in the regional order is tried in the other
-// orders
-// ("20/1/2011" is 20 January everywhere); English names of months are read in every region; a day without a
-// year is no date, since this function knows no today. Two-digit years: 0 to 29 are 2000 on, 30 to 99 are
-// 1900 on. Nothing when the whole text is not a date.
+// orders ("20/1/2011" is 20 January everywhere); English names of months are read in every region; a day
+// without a year is no date, since this function knows no today. Two-digit years: 0 to 29 are 2000 on, 30 to
+// 99 are 1900 on. Nothing when the whole text is not a date.
 std::optional<Date> ParseDate(std::string_view text, const RegionalFormat& format);
 
 // The same for text whose author's order is known: `order` takes the regional one's place.

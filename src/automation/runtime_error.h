@@ -31,7 +31,7 @@ class RuntimeError : public std::exception {
 // Turns the bit pattern in which component errors are written (0x8004427D) into the signed number they carry.
 constexpr std::int32_t ErrorNumber(std::uint32_t bits) { return static_cast<std::int32_t>(bits); }
 
-// What is in flight inside a catch block, as a RuntimeError: itself when it is one, number 7 for exhausted
+// For a catch block: what was caught, as a RuntimeError. Itself when it is one, number 7 for exhausted
 // memory, number 440 with the exception's text for anything else.
 RuntimeError CurrentError();
 

@@ -42,8 +42,8 @@ std::string Replace(std::string_view text, std::string_view what, std::string_vi
 bool EqualText(std::string_view a, std::string_view b);                         // Compare::Text
 std::int32_t StrComp(std::string_view a, std::string_view b, Compare compare);  // -1, 0, 1
 
-// The pieces between delimiters, in order; an empty text has none. An empty delimiter
-// leaves the text in one piece.
+// The pieces between delimiters, in order; an empty text has none. An empty delimiter leaves the text in one
+// piece.
 std::vector<std::string> Split(std::string_view text, std::string_view delimiter);
 // The same without copying: the views live as long as `text`. `pieces` is overwritten, its capacity is
 // reused.

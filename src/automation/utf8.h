@@ -26,7 +26,8 @@ std::size_t Count(std::string_view text);
 char32_t Upper(char32_t code);
 char32_t Lower(char32_t code);
 
-// Bytes at the start of `text` that are `what` but for case; `kNoMatch` when it does not start so.
+// How many bytes at the start of `text` are the same as `what` but for case; `kNoMatch` when the text does
+// not start with it.
 inline constexpr std::size_t kNoMatch = static_cast<std::size_t>(-1);
 std::size_t MatchIgnoringCase(std::string_view text, std::string_view what);
 

@@ -9,8 +9,8 @@ namespace mirelo {
 // reads them again.
 void Wipe(void* bytes, std::size_t size);
 
-// Wipes a string at the end of its block, with all the room that it has. What it has moved out of meanwhile
-// is not found any more, so it must have its room before the text comes.
+// Wipes a string at the end of the block, with all the memory that it has then. Memory that the string gives
+// up earlier by growing is not wiped, so reserve enough before the text comes.
 class WipedAtEnd {
  public:
   explicit WipedAtEnd(std::string& text) : text_(text) {}

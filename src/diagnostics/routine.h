@@ -93,8 +93,9 @@ class Frame {
     return holds;
   }
 
-  // The numbers from the first to the last of the bounds that `bounds` evaluates to, once. When its failure
-  // is ignored the block is entered as well: once, with an unset counter, since it has no bounds to count to.
+  // The numbers from the first to the last of the bounds that `bounds` evaluates to, once. When evaluating
+  // them fails and that is ignored, the block runs once, with an unset counter, since there are no bounds to
+  // count to.
   template <class Evaluate>
   Bounds loop(Evaluate&& bounds) {
     Bounds counted{0, 0};
@@ -188,7 +189,8 @@ Result Function(std::string_view name, Result initial, std::type_identity_t<Resu
   }
 }
 
-// The usual case: an aborted one returns the default of its type: 0, empty, false or nothing.
+// A routine with a result, the usual case: an aborted one returns the default of its type: 0, empty, false or
+// nothing.
 template <class Result, class Body>
 Result Function(std::string_view name, Result initial, Body&& body) {
   return Function(name, std::move(initial), Result{}, std::forward<Body>(body));

@@ -157,7 +157,7 @@ class frmMirelo : public forms::Form {
   // Lays the grid out for the mode that chkVerTable says. `keep` when tickers that stand in the grid change
   // place with it.
   void FGVertical(bool keep);
-  // Adds, removes the column "Charts (Last & Volume)" if it is not there, if it is.
+  // Adds the column "Charts (Last & Volume)" to the grid if it is not there, and removes it if it is.
   void AddToFGColCharts();
   void DeleteFromFGColCharts();
 
@@ -196,7 +196,7 @@ class frmMirelo : public forms::Form {
   void GetListVerticFields();
   // The part of a comma list that a vertical table can show, in its order.
   static std::string GiveListVerticFields(const std::string& list);
-  // Whether a vertical table, the quote table can have a column of that name, whatever its case.
+  // Whether a vertical table (the quote table) can have a column of that name, whatever its case.
   static bool CheckFieldForVerticalTable(const std::string& name);
   static bool CheckFieldHeaderTable(const std::string& name);
   // A comma list without empty entries and without repeats, which are found whatever their case; the first
@@ -215,7 +215,7 @@ class frmMirelo : public forms::Form {
 
   // worksheet/vertical_ticks.cpp
 
-  // Ticks what the tickers' vertical sheets have.
+  // Ticks in the grid the fields that the tickers' vertical sheets have.
   void ChkFGVerticalTables();
   // The text of the comment on a cell; empty where there is none. Raises nothing.
   static std::string GivComment(host::excel::Worksheet& sheet, const std::string& cell);
@@ -316,7 +316,7 @@ class frmMirelo : public forms::Form {
   void ButClose_Click();
   void ButCancel_Click();
   void SavePlacement(Frame& frame);
-  // Ends what is left of an update of the sources. Raises nothing.
+  // Ends the stream by which the sources were fetched, as far as it is still there. Raises nothing.
   void TearDownStream();
 
   // column_widths.cpp
@@ -412,7 +412,7 @@ class frmMirelo : public forms::Form {
   bool AcceptValues(Frame& frame);
   void Refuse(Frame& frame, const std::string& message, std::int32_t tab, forms::Control& control);
   void StoreValues(Frame& frame);
-  // What shows times in the chosen zone, worked out from zone and offset.
+  // Stores the displacement that shows times in the chosen zone, worked out from zone and offset.
   void StoreDisplacement(Frame& frame);
 
   // worksheet/create_quote_table.cpp

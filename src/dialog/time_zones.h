@@ -36,7 +36,8 @@ inline constexpr std::array<TimeZone, 17> kTimeZones{{
     {"(ET+16) New ZealandTicker", "16"},
 }};
 
-// The one zone with half an hour: hours and minutes are taken apart there, in place of its text.
+// The one zone that lies half an hour off: the displacement is stored as hours and minutes, which whoever
+// stores it takes as 9 and 30 here, in place of the text "9.5".
 inline constexpr std::size_t kIndia = 12;
 
 // What can be added to a zone: half hours from "23:30" down over "0:00" to "-23:30", the order of

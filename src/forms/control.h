@@ -50,8 +50,8 @@ class Control {
   Color BackColor() const { return back_color_; }
   void BackColor(Color color) { Set(back_color_, color); }
 
-  // Takes the focus. Error 5 when the control or one of its parents is disabled or hidden. A control on a tab
-  // that is not the current one may take it.
+  // Moves the focus to this control. Error 5 when it or one of its parents is disabled or hidden. A control
+  // on a tab that is not the current one can have the focus.
   void SetFocus();
   bool HasFocus() const;
 
@@ -62,7 +62,7 @@ class Control {
   // Whether a visible child can be seen. A tab strip shows the panel of its current tab only.
   virtual bool Shows(const Control& /*child*/) const { return true; }
 
-  // Has the views draw it anew.
+  // Has the views draw the control again.
   void Refresh() { Appearance.Raise(); }
 
   // Raised when anything that a person can see has changed. For views.

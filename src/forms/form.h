@@ -72,8 +72,8 @@ class Form {
   // form's is that was never shown.
   void Close();
 
-  // The person presses Enter: the button that has the focus, else the default button. Escape: the cancel
-  // button. Nothing when that one cannot be used.
+  // What the keys do. Enter presses the button that has the focus, else the default button; Escape presses
+  // the cancel button. Nothing happens when that button cannot be used.
   void UserEnter();
   void UserEscape();
 

@@ -88,8 +88,8 @@ class Grid : public Control {
   // the order of equals. The selection stays where it is. Error 5 for another order than the two above.
   void Sort(int order);
 
-  // Of a person's click, in this order: BeforeEdit, the toggle, AfterEdit when the click is on a check cell
-  // of an editable grid; Click always.
+  // Raised by a person's click, in this order: on a check cell of an editable grid BeforeEdit, then the cell
+  // is toggled, then AfterEdit; on every cell, Click at last.
   Event<std::int32_t, std::int32_t, bool&> BeforeEdit;  // row, column, whether to cancel
   Event<std::int32_t, std::int32_t> AfterEdit;
   Event<> Click;

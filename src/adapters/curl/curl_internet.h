@@ -21,7 +21,8 @@ namespace mirelo::curl {
 // proxies. Calls that wait run the message loop, so requests can nest: a handler that runs meanwhile may make
 // its own, and may close the handle that is waited for, which ends the wait.
 //
-// Handles are never given twice. What a handle is opened from hands its timeouts down at that moment.
+// Handles are never given twice. A handle passes its timeouts on to those that are opened from it, at that
+// moment.
 //
 // A reply that oversteps the limits is broken off: its request fails, or when that has counted as sent
 // already, its body ends there.
@@ -80,8 +81,8 @@ class CurlInternet final : public host::WinInetApi {
     bool told = false;                        // that it overstepped the limits
   };
 
-  // The server that was named last, and its origin. Most transfers go to the server of the one before, and a
-  // name takes libcurl longer to look over than all the rest of naming it.
+  // A cache of the server that was named last, and its origin. Most transfers go to the same server as the
+  // one before, and checking its name takes libcurl longer than all the rest of naming it.
   struct Server {
     std::string host;
     std::uint16_t port = 0;

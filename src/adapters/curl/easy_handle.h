@@ -12,9 +12,10 @@ struct EasyCleanup {
 // A handle for a transfer. It is in no multi handle when it goes.
 using EasyHandle = std::unique_ptr<CURL, EasyCleanup>;
 
-// One that knows what all transfers have in common, for one reply and no other: libcurl remembers the last
-// header that a handle received beyond the life of that header, and when the next reply on the handle begins
-// with a folded line, it writes there. To make a handle takes a microsecond. Raises std::bad_alloc.
+// An easy handle with the options that all transfers have in common, for one reply and no other: libcurl
+// remembers the last header that a handle received beyond the life of that header, and when the next reply on
+// the handle begins with a folded line, it writes there. To make a handle takes a microsecond. Raises
+// std::bad_alloc.
 EasyHandle NewEasyHandle();
 
 }  // namespace mirelo::curl

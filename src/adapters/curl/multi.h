@@ -30,7 +30,7 @@ class Multi {
 
   // The loop must outlive this.
   explicit Multi(host::MessageLoop& loop);
-  // All transfers have ended or were stopped before.
+  // All transfers must have ended or been stopped before.
   ~Multi();
   Multi(const Multi&) = delete;
   Multi& operator=(const Multi&) = delete;

@@ -24,8 +24,8 @@ class ReplyHead {
   // The status code of the status line; 0 before.
   int Status() const { return status_; }
 
-  // As the server wrote them, of the first such header, without the blanks around; nothing when the reply has
-  // none.
+  // Values as the server wrote them, of the first header of that name, without the blanks around; nothing
+  // when the reply has none.
   const std::optional<std::string>& ContentType() const { return content_type_; }
   const std::optional<std::string>& ContentLength() const { return content_length_; }
 

@@ -5,8 +5,8 @@
 
 namespace mirelo::curl {
 
-// Watches over a transfer for as long as somebody waits for it: gives it up when the other side has done
-// nothing for too long, or has not come to an end in all the time that it may take.
+// Gives a transfer up, while somebody waits for it, when the other side has done nothing for too long or has
+// used up all the time that it has.
 class StallTimer {
  public:
   StallTimer(host::MessageLoop& loop, Transfer& transfer);

@@ -62,34 +62,34 @@ class Transfer final : private Multi::Client {
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
 
-  // The reply may be read, or there will be none.
+  // Whether the waiting for the reply is over: it may be read, or there will be none.
   bool Settled() const { return ended_ || (head_.Complete() && reading_ == Reading::AsItComes); }
-  // It may be read, an empty one if the connection closed before any of it came.
+  // Whether there is a reply to read. It is an empty one if the connection closed before any of it came.
   bool Sent() const;
   const ReplyHead& Head() const { return head_; }
   // The verb as it was sent at last: a redirect may turn it into GET.
   const std::string& Verb() const { return request_.verb; }
 
-  // Bytes of the body are here, or no more will come.
+  // Whether a read of the body need not wait: some of it is here, or no more will come.
   bool BodySettled() const { return ended_ || body_.Size() > 0; }
   std::size_t TakeBody(char* buffer, std::size_t capacity);
 
-  // Breaks it off: it has ended then.
+  // Breaks the transfer off, which has ended then.
   void Stop();
 
-  // Somebody waits for it, or does no longer. Only the time in between counts: what passes before is not the
-  // other side's fault.
+  // Called when somebody begins to wait for the transfer, and when they have ended. Only the time in between
+  // counts against the timeouts: the other side is not to blame for the time before.
   void BeginWait();
   void EndWait();
 
   // These are for whoever waits.
 
-  // How long the other side may still take before it must have done something, or come to the end.
+  // How long the other side may still take to do something, or to come to the end, before it is given up.
   Clock::duration Patience() const;
-  // The least time in which the patience can come to its end, whatever the transfer does meanwhile.
+  // The shortest time in which Patience can run out, whatever the transfer does meanwhile.
   Clock::duration LeastPatience() const;
   void OnActivity() override { last_activity_ = now_(); }
-  // Breaks it off because the patience has come to its end.
+  // Breaks the transfer off because Patience has run out.
   void GiveUp();
 
   // Whether it was given up, or has overstepped a limit.

@@ -20,9 +20,9 @@ namespace mirelo::headless {
 // Beeps are not heard, windows have no place, and addresses are printed instead of opened.
 class ConsoleDesktop : public host::Desktop {
  public:
-  // Answers given beforehand, used up from the front. When none is left, a box gets Ok, Abort where it asks
-  // for Abort, Retry or Ignore, and No where it asks for Yes or No; a form gets its button "Abort" pressed if
-  // it has one, else its cancel button.
+  // Answers that are given beforehand and used up from the front. When none is left, the most careful one is
+  // given: a box gets Ok, Abort where it asks for Abort, Retry or Ignore, and No where it asks for Yes or No;
+  // a form gets its button "Abort" pressed if it has one, else its cancel button.
   struct Script {
     std::deque<Answer> box_answers;
     std::deque<std::string> pressed;  // captions of buttons of forms; "" for the close box

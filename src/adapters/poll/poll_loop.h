@@ -39,7 +39,7 @@ class PollLoop final : public host::MessageLoop {
 
   // A negative delay counts as 0, one over a hundred years as a hundred years.
   Token StartTimer(Milliseconds delay, std::function<void()> handler) override;
-  // At a moment of `now`, as exactly as the machine can wait.
+  // A timer that is due at a moment of `now`, as exactly as the machine can wait.
   Token StartTimerAt(Time due, std::function<void()> handler);
   void StopTimer(Token timer) override;
 
@@ -50,7 +50,7 @@ class PollLoop final : public host::MessageLoop {
   std::size_t WatchCount() const { return watches_.Count(); }
   // When the first timer falls due; nothing without timers.
   std::optional<Time> NextTimer() const { return timers_.Next(); }
-  // What the next step asks of which descriptors, as poll(2) takes it: for a loop that waits in its own way.
+  // What the next step waits for, as poll(2) takes it: for another loop that does the waiting itself.
   const std::vector<pollfd>& Polled() const { return watches_.Polled(); }
 
  private:

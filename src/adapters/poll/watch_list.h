@@ -40,8 +40,8 @@ class WatchList {
     short events;  // as poll(2) reports them
   };
 
-  // A descriptor that is in the list already can only have been closed and opened anew: its former watch
-  // ends.
+  // Adds a watch. A descriptor that is in the list already can only have been closed and opened anew: its
+  // former watch ends.
   void Add(Token token, int descriptor, unsigned interest, Handler handler);
   // Nothing when the token is unknown. The caller's copies keep a watch alive whose handler runs.
   std::shared_ptr<Watch> Find(Token token) const;

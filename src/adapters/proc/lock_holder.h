@@ -8,7 +8,7 @@
 
 namespace mirelo::proc {
 
-// A lock for writing that another process may have on a file.
+// One kind of lock for writing that another process may have on a file, to look for.
 struct SoughtLock {
   enum class Kind {
     Records,  // of fcntl(2)
@@ -21,9 +21,9 @@ struct SoughtLock {
   std::uint64_t before = std::numeric_limits<std::uint64_t>::max();
 };
 
-// Which other process has one of these locks, in words that go on behind "locked by": "process 4711
-// (backup)". "another program" where the system does not tell, or not of that file beyond doubt. `proc` is
-// where the system tells of processes.
+// Which other process has one of these locks, in words to stand behind "locked by": "process 4711 (backup)";
+// "another program" where the system does not tell, or where it is not sure that the lock is on that file.
+// `proc` is the folder in which the system tells of processes.
 std::string LockHolder(const std::vector<SoughtLock>& locks, const std::filesystem::path& proc = "/proc");
 
 }  // namespace mirelo::proc

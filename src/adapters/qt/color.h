@@ -8,7 +8,7 @@ class QPalette;
 
 namespace mirelo::qt {
 
-// The desktop's own colours are those of the palette.
+// The Qt colour of a form's colour. The desktop's own colours are looked up in the palette.
 QColor ColorOf(forms::Color color, const QPalette& palette);
 
 // Black or white, whichever can be read on the colour.

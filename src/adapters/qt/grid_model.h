@@ -18,7 +18,8 @@ class GridModel final : public QAbstractTableModel {
   // Tells Qt that everything may have changed.
   void Refresh();
 
-  // Between places in the grid and in the table. Both may be asked for places that are not there.
+  // Convert between rows and columns of the grid and of the table. Both may be asked for places that are not
+  // there.
   int TableRow(std::int32_t row) const { return row - grid_.FixedRows(); }
   int TableColumn(std::int32_t col) const { return col - grid_.FixedCols(); }
   std::int32_t GridRow(int row) const { return row + grid_.FixedRows(); }

@@ -68,8 +68,8 @@ inline Part Called(Part part, std::string called) {
   return part;
 }
 
-// By the panel's name; "" for the form itself. Panels without an entry get their controls one below the
-// other.
+// The parts of a form by their panel's name; "" is the form itself. Panels without an entry get their
+// controls one below the other.
 using FormLayout = std::map<std::string, Part>;
 
 }  // namespace mirelo::qt

@@ -40,12 +40,13 @@ class QtLoop final : public host::MessageLoop {
   Token StartTimer(Milliseconds delay, std::function<void()> handler) override;
   void StopTimer(Token timer) override;
 
-  // Handles what windows have got, too.
+  // Handles the events of windows, too.
   void Yield() override;
   void RunUntil(const std::function<bool()>& done) override;
 
-  // Runs what Qt has called the program for. Exceptions must not pass through Qt's frames: one is kept, and
-  // leaves the innermost Yield or RunUntil as soon as Qt has returned to it.
+  // To be called around whatever Qt calls in this program: runs `act`, and keeps what it throws, since
+  // exceptions must not pass through Qt's frames. What was kept is thrown by the innermost Yield or RunUntil
+  // as soon as Qt has returned to it.
   void Guard(const std::function<void()>& act);
 
   std::size_t WatchCount() const { return steps_.WatchCount(); }

@@ -28,8 +28,8 @@ class View {
 
   void Show() const { show_(); }
 
-  // For slots: runs the control's user action and shows what has become of the control, which may be less
-  // than the widget has shown already. Errors go to the loop.
+  // For slots: runs the control's user action, then shows the control as it is now. The control may have
+  // refused what the widget shows already. Errors go to the loop.
   void Act(const std::function<void()>& act) const;
 
  private:

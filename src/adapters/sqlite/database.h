@@ -30,8 +30,8 @@ class Database {
   std::string LogPath() const { return FilePath() + "-wal"; }
   std::string LogIndexPath() const { return FilePath() + "-shm"; }
 
-  // Whether the last connection that closes puts what the log holds into the file, and removes the log. It
-  // does so at first.
+  // Whether the last connection that closes moves what the write-ahead log holds into the file, and removes
+  // the log. True at first.
   void EmptyLogAtEnd(bool wanted);
 
   // How long a call waits for another connection's lock before it gives up.
@@ -48,14 +48,13 @@ class Database {
   // False when none was begun, and when a failure has ended it before its time.
   bool IsInTransaction() const;
 
-  // Whether the file that is open is no longer the one of that path, so that nobody would find what is
-  // written.
+  // Whether the path no longer leads to the file that is open, so that nobody would find what is written.
   bool HasMoved() const;
 
   // The last failure in SQLite's words.
   std::string Message() const;
   int LastResult() const;
-  // The errno behind a failure to read or write that has just been met.
+  // The errno behind the failure to read or write that the last call met.
   int SystemError() const;
 
   sqlite3* handle() const { return connection_.get(); }

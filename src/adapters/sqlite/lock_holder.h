@@ -6,7 +6,7 @@
 
 namespace mirelo::sqlite {
 
-// Who keeps others from writing to the database, in words that go on behind "locked by": "process 4711
+// Who keeps others from writing to the database, in words to stand behind "locked by": "process 4711
 // (backup)", or "another program" where the system does not tell.
 std::string LockHolder(const Database& database);
 

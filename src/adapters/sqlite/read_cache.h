@@ -8,8 +8,8 @@
 
 namespace mirelo::sqlite {
 
-// What was read of a registry file since it last changed, by the texts of the calls that asked. It holds what
-// is there and never what is absent.
+// What was read from a registry file since it last changed. Entries are found by the names exactly as the
+// calls spelled them. It remembers what is there, never that something is absent.
 class ReadCache {
  public:
   struct Value {
@@ -19,7 +19,7 @@ class ReadCache {
 
   void Clear();
 
-  // The key at a path below another one. Null for what is not held, here and below.
+  // The id of the key at a path below another key. Null, here and below, for what is not in the cache.
   const std::int64_t* FindKey(std::int64_t below, const std::string& path) const;
   void KeepKey(std::int64_t below, const std::string& path, std::int64_t key);
 
@@ -31,7 +31,8 @@ class ReadCache {
   const std::vector<std::string>* KeepNames(std::int64_t key, std::vector<std::string> names);
 
  private:
-  // More than any registry of ours has; names in ever new spellings must not fill the memory.
+  // More entries than any registry of ours has. It bounds the memory, since names may be asked for in ever
+  // new spellings.
   static constexpr std::size_t kMostEntries = 4096;
 
   void MakeRoom();

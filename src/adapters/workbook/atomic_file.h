@@ -18,12 +18,13 @@ std::vector<char> ReadWholeFile(const std::filesystem::path& file, std::uint64_t
 // Writes the whole of a file that is there. Error 61 when the disk is full, 75 for other failures.
 void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& bytes);
 
-// Replaces `file` (a symbolic link's target, where it is one) by what write(path) puts into a new file in a
-// folder of its own beside it: write may open that path as often as it likes, and use the folder. The change
-// happens at once, when the new file is on the disk as a whole, and keeps the old one's permissions and
-// owner; when anything fails, what write raises included, the old file is as it was and the new one is gone.
-// This process has the hold meanwhile (see FileHold). The result is the new file's stamp. Error 61 when the
-// disk is full, 70 when another process or program has the file, 75 for other failures of the file system.
+// Replaces `file` (a symbolic link's target, where it is one) as a whole. write(path) makes the new contents:
+// the path is that of a new file in a folder of its own beside `file`; write may open it as often as it
+// likes, and put helper files into the folder. When the new file is on the disk, it takes the place of the
+// old one at once, with the old one's permissions and owner. When anything fails, what write raises included,
+// the old file is as it was and the new one is gone. This process has the hold meanwhile (see FileHold). The
+// result is the new file's stamp. Error 61 when the disk is full, 70 when another process or program has the
+// file, 75 for other failures of the file system.
 //
 // With `known`, a file is replaced only while that is its stamp: one that another program has changed, or has
 // made, raises host::ChangedMeanwhile, also when that comes to light only at the end. One that is gone is

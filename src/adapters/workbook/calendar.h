@@ -11,11 +11,11 @@ namespace mirelo::workbook {
 
 inline constexpr std::int32_t kLastDay = 2'958'465;  // 31 December 9999
 
-// The number of a moment.
+// The number by which cells hold a moment.
 double SerialOf(const CivilTime& civil);
 
-// A number taken apart, rounded to the nearest second. Day 0 is "0 January 1900". The number is not negative
-// and, when so rounded, lies on kLastDay at the latest.
+// A day's number taken apart into date and time, rounded to the nearest second. Day 0 is "0 January 1900".
+// The number must not be negative nor, when so rounded, lie beyond kLastDay.
 struct SheetTime {
   CivilTime civil;
   int weekday;  // 1 Sunday to 7 Saturday, as the spreadsheet counts them through its false day

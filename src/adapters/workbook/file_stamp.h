@@ -9,8 +9,8 @@ namespace mirelo::workbook {
 
 class Descriptor;
 
-// What a file is known by: another one in its place, or other contents, have another stamp. That of what is
-// no file, or cannot be looked at, is the same each time.
+// Tells whether a file has changed: another file in its place, or other contents, have another stamp. What is
+// no file, or cannot be looked at, has the same stamp each time.
 class FileStamp {
  public:
   FileStamp() = default;

@@ -22,11 +22,12 @@ bool IsDateFormat(std::string_view code);
 // The sections between the ";" that are not quoted.
 std::vector<std::string_view> FormatSections(std::string_view code);
 
-// The length of the item at the start of `code` that has no meaning of its own besides its look: "quoted
-// text", \x, _x, *x or [bracketed]; 0 when the code starts otherwise, and npos for one that is not closed.
+// The length of the item at the start of `code` that is taken as a whole, whatever letters are in it: "quoted
+// text", \x, _x, *x or [bracketed]; 0 when the code starts otherwise, and npos for an item that is not
+// closed.
 std::size_t LiteralLength(std::string_view code);
 
-// The codes that files know by number. Nothing for numbers without one code of their own.
+// The format code that files know by this number. Nothing for numbers without one code of their own.
 std::optional<std::string_view> BuiltInFormat(std::int32_t number);
 std::optional<std::uint8_t> BuiltInFormatNumber(std::string_view code);
 

@@ -5,9 +5,8 @@
 
 namespace mirelo::workbook {
 
-// A text to search for in other texts: "*" stands for any text, "?" for any character, "~" takes the next
-// "*",
-// "?" or "~" as it is. Letters of either case are the same.
+// A text to search for in other texts: "*" stands for any text, "?" for any character, and "~" takes a "*",
+// "?" or "~" behind it as it is. Letters of either case are the same.
 class SearchPattern {
  public:
   explicit SearchPattern(std::string_view text);

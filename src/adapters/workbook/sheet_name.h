@@ -6,7 +6,7 @@
 
 namespace mirelo::workbook {
 
-// Why a worksheet (chart sheet) may not bear the name: a sentence for people, empty when it may.
+// Why a sheet of the book may not bear the name, as a sentence for people; empty when it may.
 std::string_view NameObjection(const Book& book, const Sheet& sheet, std::string_view name);
 std::string_view NameObjection(const Book& book, const Chart& sheet, std::string_view name);
 

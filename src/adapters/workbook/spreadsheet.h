@@ -41,7 +41,7 @@ class Spreadsheet {
   // most losses come with the first change of their sheet. Empty for a new workbook. Reads the loaded file
   // again when it holds such things.
   std::vector<std::string> Losses() const;
-  // Those of them that this did not give before.
+  // The Losses() that NewLosses has not given before.
   std::vector<std::string> NewLosses();
 
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
@@ -62,8 +62,9 @@ class Spreadsheet {
   FileStamp Save(const std::filesystem::path& file, const Tell& tell,
                  const std::optional<FileStamp>& known = std::nullopt);
 
-  // The same for who has asked for the losses before. Where all must be written anew this raises error 1004,
-  // so that nothing is lost that nobody was told of; NewLosses then has it, and the next saving goes on.
+  // Saves for callers that have asked for the losses before. Where all must be written anew this raises error
+  // 1004, so that nothing is lost that nobody was told of; NewLosses has the losses then, and the next saving
+  // goes on.
   void Save(const std::filesystem::path& file);
 
   // Raises the error by which Save would refuse, as far as that can be told before there is anything to save.
@@ -78,7 +79,8 @@ class Spreadsheet {
   std::vector<std::string> NewLosses(const std::optional<Kept>& kept);
   FileStamp Save(const std::filesystem::path& file, std::optional<Kept> kept, const Tell& tell_problem,
                  const std::optional<FileStamp>& known);
-  // What of `kept` cannot be kept is taken out of it.
+  // Writes the new file `fresh`, with the sheets of `kept` as they stand in the loaded file. Where these do
+  // not read back, `kept` is emptied, all is written anew, and `tell_problem` is called.
   void Write(const std::filesystem::path& fresh, std::optional<Kept>& kept, const Tell& tell_problem);
 
   std::shared_ptr<Book> book_;

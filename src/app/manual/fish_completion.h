@@ -6,7 +6,7 @@
 
 namespace mirelo::app {
 
-// The same for fish, which shows what each means.
+// A script that has fish complete the program's commands and options, each with what it means.
 std::string FishCompletion(const CommandFacts& program);
 
 }  // namespace mirelo::app

@@ -6,8 +6,8 @@
 
 namespace mirelo::app {
 
-// The options that can stand behind a command: its own, and those of the program that take a value, which may
-// stand anywhere. Help and version are each command's own affair.
+// The options that can stand behind a command: its own, and those options of the program that take a value,
+// which may stand anywhere. Help and version are not inherited.
 inline std::vector<OptionFacts> WithInherited(const CommandFacts& command, const CommandFacts& program) {
   std::vector<OptionFacts> options = command.options;
   if (&command == &program) return options;

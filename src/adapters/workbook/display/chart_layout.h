@@ -6,23 +6,23 @@ namespace mirelo::workbook {
 
 // Where the parts of a chart stand: points from its top left corner, always within its edge.
 
-// The chart must have a title. The title is as wide as its text in its letters, estimated, and as high as its
-// lines at one and a quarter of the letters' size, with 3 points to spare at each side. Unless a place was
-// set, it stands 6 points below the chart's top edge in the middle.
+// The place of the title, which the chart must have. It is as wide as its text in its letters, estimated, and
+// as high as its lines at one and a quarter of the letters' size, with 3 points to spare at each side. Unless
+// a place was set, it stands 6 points below the chart's top edge in the middle.
 ChartBox TitleBox(const Chart& chart);
 
 // Moves a title that was set beyond the chart's edge back to it.
 void KeepTitleWithin(Chart& chart);
 
-// The place that was set, or what the title, a legend of 72 points at the right, and 6 points at each edge
-// leave.
+// The place of the plot area: the one that was set, or all that is left by the title, a legend of 72 points
+// at the right, and 6 points at each edge.
 ChartBox PlotBox(const Chart& chart);
 
 // The least width and height of a plot area.
 inline constexpr double kLeastPlot = 1;
 
-// Gives the chart another size. The places of its parts change in the same ratio, and letters that scale by
-// the root of it, to a quarter of a point.
+// Gives the chart another size. The places of its parts change in the same ratio. Letters that scale change
+// by the square root of the areas' ratio, to a quarter of a point.
 void Resize(Chart& chart, double width, double height);
 
 }  // namespace mirelo::workbook

@@ -12,12 +12,12 @@ using AreaSet = std::vector<Area>;
 // What is left of the areas without the cells of `gone`.
 AreaSet Without(const AreaSet& areas, const Area& gone);
 
-// Where the areas lie when the cells of `gone` are taken out of the sheet and those below move up. What
-// reaches the sheet's foot goes on reaching it.
+// Where areas lie after the cells of `gone` were taken out of the sheet and those below have moved up. An
+// area that reaches the sheet's foot still reaches it.
 AreaSet AfterDeletion(const AreaSet& areas, const Area& gone);
 
-// Where one area lies then; nothing when all its cells are gone. An area of which only some columns would
-// move stays where it is.
+// The same for one area; nothing when all its cells are gone. An area of which only some columns would move
+// stays where it is.
 std::optional<Area> AfterDeletion(const Area& area, const Area& gone);
 
 }  // namespace mirelo::workbook

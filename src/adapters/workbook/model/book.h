@@ -48,7 +48,7 @@ struct Book {
   std::size_t IndexOf(const Sheet& sheet) const;
   // A new worksheet in front of the active one, brought to the front.
   std::shared_ptr<Sheet> AddSheet();
-  // Puts in a worksheet whose name no other one bears, as the one with that index.
+  // Puts in a worksheet at this index. No other sheet may bear its name.
   void InsertSheet(std::size_t index, std::shared_ptr<Sheet> sheet);
   // Gives a worksheet of the book a name that no other one bears.
   void RenameSheet(Sheet& sheet, std::string_view new_name);

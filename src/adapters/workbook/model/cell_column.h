@@ -35,7 +35,7 @@ class CellColumn {
   // The nearest filled row from `row` on downwards (upwards), `row` included; 0 when there is none.
   std::int32_t NextFilled(std::int32_t row) const;
   std::int32_t PreviousFilled(std::int32_t row) const;
-  // The last row of the unbroken run of filled cells that `row`, which is filled, belongs to; the first one.
+  // The last (first) row of the unbroken run of filled cells that `row`, which is filled, belongs to.
   std::int32_t EndOfRun(std::int32_t row) const;
   std::int32_t StartOfRun(std::int32_t row) const;
 

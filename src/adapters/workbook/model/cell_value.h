@@ -9,7 +9,7 @@
 
 namespace mirelo::workbook {
 
-// What a cell holds in place of a value that could not be had.
+// An error that a cell holds in place of a value.
 enum class CellError : std::uint8_t { Null, DivisionByZero, Value, Reference, Name, Number, NotAvailable };
 
 // "#N/A" and the like.

@@ -14,7 +14,7 @@ namespace mirelo::workbook {
 
 struct Sheet;
 
-// Whether a line or a fill is as the chart chooses, none, or as somebody told.
+// How a line or a fill looks: as the chart chooses, not at all, or as somebody set it.
 enum class Look : std::uint8_t {
   Automatic,  // the chart's own choice
   None,
@@ -84,7 +84,7 @@ struct PointColor {
   friend bool operator==(const PointColor&, const PointColor&) = default;
 };
 
-// What a point has for itself. What is automatic, it has from its series.
+// What was set on one point. What is automatic, the point has from its series.
 struct ChartPoint {
   ChartLine line;
   PointColor background;  // of its marker; of a column the fill
@@ -93,7 +93,7 @@ struct ChartPoint {
 };
 
 struct ChartSeries {
-  // The cells plotted, one column or one row. Nothing when they were deleted.
+  // The cells that are plotted, one column or one row. Nothing when they were deleted.
   std::optional<Area> values;
   std::weak_ptr<Sheet> sheet;  // on which they lie
   ChartLine line;

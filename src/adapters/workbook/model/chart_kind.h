@@ -8,8 +8,9 @@
 
 namespace mirelo::workbook {
 
-// A kind of chart: its name for clients, its words in the file format, and what of a series it shows. A chart
-// points to the one that it is of; these are all that there are. A new kind is one more of them.
+// A kind of chart: its name for clients, its words in the file format, and which of a series' settings it
+// shows. Each chart points to its kind; the ones below are all that there are, and a new kind is one more of
+// them.
 struct ChartKind {
   host::excel::XlChartType type;
 

@@ -22,8 +22,8 @@ class RunMap {
 
   RunMap(std::int32_t limit, T value) : limit_(limit) { runs_.push_back({1, std::move(value)}); }
 
-  // The values of `base` with others laid over it: patches in ascending order that do not overlap. Linear in
-  // both.
+  // The values of `base`, with those of the patches in place of them where there are patches: in ascending
+  // order, without overlap. The time is linear in both.
   struct Patch {
     std::int32_t first;
     std::int32_t last;

@@ -30,10 +30,10 @@ class SheetFormats {
   };
   const std::vector<Rows>& rows() const { return rows_; }
 
-  // How many cells have another format than their row and column give them.
+  // How many cells are exceptions: their format is not the one that their row and column give them.
   std::int64_t CountExceptions() const;
 
-  // Calls visit(area, style) for those of them that lie in these rows.
+  // Calls visit(area, style) for the cells among them that lie in these rows.
   template <class Visit>
   void ForEachException(std::int32_t first_row, std::int32_t last_row, Visit&& visit) const {
     for (const Columns& columns : columns_) {
@@ -48,8 +48,8 @@ class SheetFormats {
   }
 
  private:
-  // Calls visit(first, last, style) for the formats that rows, and where they have none a column, give to
-  // cells.
+  // Calls visit(first, last, style) for the formats that these rows give to the cells of a column: the row's
+  // own, or the column's where the row has none.
   template <class Visit>
   void ForEachGiven(std::int32_t first, std::int32_t last, StyleId of_column, Visit&& visit) const {
     auto row = by_last_row_.lower_bound(first);

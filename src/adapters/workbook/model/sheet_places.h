@@ -43,7 +43,8 @@ class Ruler {
     std::int32_t number = 1;
     std::int64_t offset = 0;
   };
-  // What lies at a distance from the first one's start: on the sheet, and in one that can be seen if any can.
+  // The row or column at a distance from the first one's start: always one on the sheet, and one that can be
+  // seen if there is any.
   Mark MarkAt(std::int64_t distance) const;
   // `offset` reaches no further than the end of the row or column.
   std::int64_t DistanceOf(const Mark& mark) const;

@@ -55,7 +55,7 @@ struct Alignment {
   friend bool operator==(const Alignment&, const Alignment&) = default;
 };
 
-// Everything about a cell's look.
+// Everything about how a cell is shown.
 struct Style {
   std::string number_format = "General";
   FontStyle font;

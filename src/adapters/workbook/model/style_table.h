@@ -12,7 +12,7 @@ namespace mirelo::workbook {
 using StyleId = std::uint32_t;
 inline constexpr StyleId kDefaultStyle = 0;  // that of cells which nobody formatted
 
-// What a number format makes of a cell, as far as values are concerned.
+// How values of cells with a number format are read and typed.
 enum class FormatKind : std::uint8_t { General, Text, Date, Other };
 
 // The styles of a workbook, each stored once and known by its id.
@@ -35,7 +35,7 @@ class StyleTable {
   std::unordered_multimap<std::size_t, StyleId> by_hash_;
 };
 
-// Derives styles by one change, each source style once: for a change that runs over many cells.
+// Applies one change to styles, to each style only once: for a change that runs over many cells.
 template <class Change>
 class StyleChange {
  public:

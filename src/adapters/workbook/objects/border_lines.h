@@ -10,17 +10,17 @@
 
 namespace mirelo::workbook {
 
-// The lines along an edge of a block, or between its cells. A line lies between two cells, and either of them
-// may hold it. It is read from whichever does. It is written to the cell of the block's own side and taken
-// off the other one, so that no cell outside the block gets a format; between cells of the block, both hold
-// it.
+// The lines along an edge of a block of cells, or between its cells. A line lies between two cells, and
+// either of them may hold it: reading takes it from whichever does. Writing at an edge of the block gives the
+// line to the cell inside and takes it off the one outside, so that no cell outside gets a format; between
+// cells of the block, both get it.
 class BorderLines {
  public:
   // Error 1004 for numbers that are no index.
   BorderLines(const CellBlock& block, host::excel::XlBordersIndex index);
 
-  // What get(const BorderLine&) gives for the lines when it is the same for all of them, else empty. A block
-  // without such lines gives that of no line.
+  // What get(const BorderLine&) gives for the lines when it is the same for all of them, else an empty
+  // variant. For a block without such lines: what it gives for no line.
   template <class Get>
   Variant Common(Get&& get) const {
     std::optional<Variant> common;
@@ -74,9 +74,9 @@ class BorderLines {
                 [&](Style& style) { change(style.border.edges[static_cast<std::size_t>(side.edge)]); });
   }
 
-  // Lines that only the cells across hold come to the own side; those cells hold none then.
+  // Moves lines that only the cells across hold to the own side; those cells hold none then.
   void TakeOver();
-  // The cells across hold the same lines.
+  // Gives the cells across the same lines.
   void GiveCopies();
 
   // The parts of a side that have one line each.

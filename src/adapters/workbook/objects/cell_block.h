@@ -23,7 +23,7 @@ void ChangeStyle(const CellBlock& block, Change&& change) {
   block.sheet->styles.Apply(block.area, derive);
 }
 
-// What get(const Style&) gives for the cells when it is the same for all of them, else empty.
+// What get(const Style&) gives for the cells when it is the same for all of them, else an empty variant.
 template <class Get>
 Variant CommonOf(const CellBlock& block, Get&& get) {
   const StyleTable& styles = block.book->styles;

@@ -15,7 +15,7 @@ struct ChartLineAccess {
   std::function<void(const std::function<void(ChartLine&)>&)> change;
 };
 
-// That of a line which stands for itself.
+// Access to one line as it is held: a line of which no other is a copy.
 ChartLineAccess AccessTo(const ChartPart<ChartLine>& line);
 
 // A line of a chart: unlike those of cells, each style has each weight, and one that nobody set is automatic.

@@ -14,11 +14,11 @@ struct ChartPlace {
   std::shared_ptr<Sheet> sheet;  // null for a chart sheet
   std::shared_ptr<Chart> chart;
 
-  // The charts of its sheet, or the chart sheets.
+  // The list that the chart is in: the charts of its sheet, or the chart sheets.
   std::vector<std::shared_ptr<Chart>>& All() const;
   // The chart. Error 1004 when it is no longer where it was found.
   Chart& Get() const;
-  // Its place among them, from 1. Error 1004 as Get.
+  // The chart's place among All(), from 1. Error 1004 as Get.
   std::int32_t Index() const;
   // Brings the chart's sheet to the front, and selects a chart that lies on a worksheet. Error 1004 as Get,
   // and for a hidden sheet.

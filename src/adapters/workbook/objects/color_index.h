@@ -23,7 +23,7 @@ inline std::int32_t IndexOfColor(Color color) {
 
 inline constexpr std::uint8_t kSolidPattern = 1;
 
-// What shows most of a fill; kAutomatic where there is none.
+// The colour that shows most of a fill; kAutomatic where there is no fill.
 inline Color ColorOfFill(const FillStyle& fill) {
   return fill.pattern == 0 ? kAutomatic : fill.pattern == kSolidPattern ? fill.foreground : fill.background;
 }
@@ -31,7 +31,7 @@ inline std::int32_t IndexOfFill(const FillStyle& fill) {
   return fill.pattern == 0 ? std::int32_t{host::excel::xlColorIndexNone} : IndexOfColor(ColorOfFill(fill));
 }
 
-// The colour of the lines; that of a solid ground is kept unseen. `Fill` may be constant.
+// The colour of the pattern's lines. A solid fill keeps one and does not show it. `Fill` may be constant.
 template <class Fill>
 auto& PatternColorOf(Fill& fill) {
   return fill.pattern == kSolidPattern ? fill.background : fill.foreground;

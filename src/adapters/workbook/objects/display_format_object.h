@@ -7,7 +7,7 @@
 
 namespace mirelo::workbook {
 
-// The look of the block's first cell. It stays what it is when the cell changes.
+// How the block's first cell is shown now. The object does not follow later changes of the cell.
 std::shared_ptr<host::excel::DisplayFormat> LookOf(const CellBlock& block);
 
 }  // namespace mirelo::workbook

@@ -8,7 +8,8 @@
 
 namespace mirelo::workbook {
 
-// A value and the number format that its form asks for; no format asked for is empty.
+// What typed text becomes: a value, and the number format that its form asks for; empty when it asks for
+// none.
 struct TypedValue {
   CellValue value;
   std::string_view number_format;

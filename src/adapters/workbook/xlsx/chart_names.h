@@ -21,7 +21,8 @@ inline constexpr std::array<std::pair<std::int64_t, std::int32_t>, 4> kLineWidth
      {2 * kEmuPerPixel, host::excel::xlMedium},
      {3 * kEmuPerPixel, host::excel::xlThick}}};
 
-// Of several words for one style the first is written. The slanted dashes of cells have no word of their own.
+// Words for dashes; of several words for one style the first is written. The slanted dashes of cells have no
+// word of their own.
 inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 9> kDashNames{{
     {"solid", host::excel::xlContinuous},
     {"dash", host::excel::xlDash},
@@ -34,7 +35,7 @@ inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 9> kDashN
     {"lgDash", host::excel::xlDash},
 }};
 
-// Some that the program knows can only be brought in by a file.
+// Words for markers. Some of them no client can set: only a file brings them in.
 inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 11> kMarkerNames{{
     {"auto", host::excel::xlMarkerStyleAutomatic},
     {"none", host::excel::xlMarkerStyleNone},

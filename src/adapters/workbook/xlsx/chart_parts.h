@@ -17,7 +17,7 @@ namespace mirelo::workbook {
 // The first step, for a sheet: lays as many empty charts on it as it has.
 void ReserveCharts(const Sheet& sheet, lxw_workbook* workbook, lxw_worksheet* worksheet);
 
-// Adds the book's chart sheets behind all others.
+// The first step for chart sheets: adds those of the book behind all other sheets.
 void ReserveChartSheets(const Book& book, lxw_workbook* workbook);
 
 // The second step: puts the charts into the file. `sheets` and `chart_sheets` of the book are those that the

@@ -10,7 +10,7 @@
 
 namespace mirelo::workbook {
 
-// What a chart's part tells.
+// What was read of a chart's part.
 struct ChartInFile {
   std::shared_ptr<Chart> chart;       // null for a type of chart that is not kept
   std::string type;                   // as the file calls it, if so

@@ -6,8 +6,8 @@
 
 namespace mirelo::workbook {
 
-// These report what elements of a chart's part hold beyond what is read of them. An element that is not known
-// is reported by its name.
+// Each of these reports what an element of a chart's part holds and the reader does not keep. A child element
+// that is not known is reported by its name.
 void ReportSpace(pugi::xml_node chart_space, ChartLosses& losses);
 void ReportChart(pugi::xml_node chart, ChartLosses& losses);
 void ReportPlot(pugi::xml_node plot_area, ChartLosses& losses);

@@ -11,9 +11,9 @@ namespace mirelo::workbook {
 // was written does not read back: the disk is full.
 void WriteChecked(const Book& book, const std::filesystem::path& file);
 
-// The same with sheets kept as they stand in the workbook's origin. Empty when the file is good. Otherwise
-// the kept sheets do not read back, and the result says in a few words why: `file` is then of no use, and
-// trying again would give the same, so the caller writes all sheets anew.
+// As WriteChecked, with sheets kept as they stand in the workbook's origin. The result is empty when the file
+// is good. Otherwise the kept sheets do not read back, and the result says in a few words why: `file` is then
+// of no use, and trying again would give the same, so the caller writes all sheets anew.
 [[nodiscard]] std::string WriteCheckedCarrying(const Book& book, const Origin& origin,
                                                const Origin::Kept& kept, const std::filesystem::path& file);
 

@@ -11,7 +11,7 @@
 
 namespace mirelo::workbook {
 
-// A colour as drawings tell it.
+// A colour that was read of a drawing.
 struct DrawingColor {
   Color color = kAutomatic;
   bool is_exact = true;    // otherwise transparent, or changed in a way that is passed over

@@ -21,7 +21,7 @@ class CommentBoxes {
   // damage: programs have written some that are no well-formed XML.
   CommentBoxes(SheetContext& context, const Relationships& relationships, const std::string& sheet);
 
-  // Gives a comment the size, colour and visibility of its box, those that the file tells.
+  // Sets the comment's size, colour and visibility to those of its box, as far as the file tells them.
   void Fit(const CellPlace& cell, Comment& comment) const;
 
  private:

@@ -7,7 +7,7 @@
 
 namespace mirelo::workbook {
 
-// Fills a sheet's conditional formats from its part, whose root is `worksheet`.
+// Reads the conditional formats of a sheet from its part, whose root is `worksheet`, into `sheet`.
 void ReadConditions(SheetContext& context, const std::string& part, pugi::xml_node worksheet, Sheet& sheet);
 
 }  // namespace mirelo::workbook

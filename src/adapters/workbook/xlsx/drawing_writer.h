@@ -6,8 +6,8 @@
 
 namespace mirelo::workbook {
 
-// The part that tells where a sheet's charts lie. It refers to their parts by "rId1" and so on, in the order
-// of the pile.
+// The text of the part that says where a sheet's charts lie. It refers to the parts of the charts by "rId1"
+// and so on, in the order of the pile.
 std::string DrawingXml(const Sheet& sheet);
 
 // The same for a chart sheet, which has one chart from corner to corner.

@@ -17,7 +17,8 @@ class EditableXml {
   // An element's full name in the vocabulary of the root: with the root's prefix, if it has one.
   std::string NameOf(std::string_view local_name) const { return prefix_ + std::string(local_name); }
 
-  // The child of this local name; made anew in front of the first of `followers` when there is none.
+  // The child of this local name. When there is none, it is made in front of the first of `followers` that is
+  // there.
   pugi::xml_node ChildFor(pugi::xml_node parent, std::string_view local_name,
                           std::initializer_list<std::string_view> followers);
 

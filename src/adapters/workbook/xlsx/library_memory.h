@@ -6,8 +6,8 @@
 
 namespace mirelo::workbook {
 
-// Libraries tell of exhausted memory among the faults that they find in a file, but it is none of the file's,
-// which must not be called damaged for it. These raise error 7 where a library failed for want of memory.
+// Libraries report exhausted memory in the same way as faults of a file, but the file is not to be called
+// damaged for it. These raise error 7 where a library failed for want of memory, and do nothing otherwise.
 void RequireMemory(const zip_error_t& error);
 void RequireMemory(const pugi::xml_parse_result& result);
 

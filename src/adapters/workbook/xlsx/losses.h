@@ -8,7 +8,7 @@
 
 namespace mirelo::workbook {
 
-// Something that a file holds and the workbook does not keep, as a sentence.
+// One thing that a file holds and the workbook does not keep, as a sentence for people.
 struct Loss {
   // When it is lost.
   enum class Of : std::uint8_t {

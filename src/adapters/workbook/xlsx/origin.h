@@ -21,10 +21,10 @@ class Origin {
   const std::vector<char>& file() const { return file_; }
   const std::vector<LoadedBook::Entry>& entries() const { return entries_; }
 
-  // The sheets that can be saved as they stand in the file: those that nobody changed. Nothing when all of
-  // the workbook has to be written anew: the file is not fit for it, a sheet has another name than in the
-  // file, by which formulas know it, or one was changed that other parts refer to, or there are other chart
-  // sheets. Reads the file again, as a change is seen by comparing.
+  // The sheets that can be saved as they stand in the file: those that nobody changed, which is found out by
+  // reading the file again and comparing. Nothing when all of the workbook has to be written anew: when the
+  // file is not fit for keeping sheets, when a sheet has another name than in the file, by which formulas
+  // know it, when one was changed that other parts refer to, or when there are other chart sheets.
   using Kept = std::set<const Sheet*>;
   std::optional<Kept> KeptSheets(const Book& book) const;
 

@@ -26,14 +26,15 @@ class PackageEditor {
 
   // Adds a part, or replaces it.
   void Put(const std::string& part, std::string text);
-  // The same, with a text that is made when its turn comes, and let go of behind it. `make` may raise errors.
+  // The same for a large part: its text is made only while the file is packed, and let go of at once. `make`
+  // may raise errors.
   using Make = std::function<std::string()>;
   void PutLater(const std::string& part, Make make);
 
   // Forgets the parts that are not among these.
   void KeepOnly(const std::set<std::string>& parts);
 
-  // The new file. It begins with `first`.
+  // The bytes of the new file; the part `first` is the first one in it.
   std::vector<char> Pack(const std::string& first);
 
  private:

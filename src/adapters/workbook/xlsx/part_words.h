@@ -10,14 +10,14 @@
 
 namespace mirelo::workbook {
 
-// A word of the file format and what a person would call the thing. Empty: it is kept, or there is nothing to
-// lose.
+// A word of the file format, and what a person would call the thing that is lost. An empty meaning is no
+// loss: the thing is kept, or there is nothing to lose.
 struct PartWord {
   std::string_view word;
   std::string_view meaning;
 };
 
-// A word that the list does not hold means itself.
+// What a person would call the thing. For a word that is not in the list, the word itself in a phrase.
 inline std::string MeaningOf(std::span<const PartWord> words, std::string_view word) {
   const auto found =
       std::find_if(words.begin(), words.end(), [&](const PartWord& known) { return known.word == word; });

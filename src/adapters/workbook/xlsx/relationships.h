@@ -17,7 +17,7 @@ struct Relationship {
   bool external = false;
 };
 
-// Those of `part`, as the part that lists them (its root element is `list`) tells them.
+// The relationships of `part`, out of the part that lists them, whose root element is `list`.
 std::vector<Relationship> RelationshipsIn(pugi::xml_node list, const std::string& part);
 
 // The name of the part that lists another one's relationships; of the whole package for an empty name.

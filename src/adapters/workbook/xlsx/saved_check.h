@@ -19,8 +19,9 @@ void CheckSaved(const Book& book, const std::filesystem::path& file);
 // The same for the bytes of a file of these sheets alone.
 void CheckSaved(const std::vector<std::shared_ptr<Sheet>>& sheets, std::span<const char> file);
 
-// The same where these sheets were kept as they stood in the file that the workbook was loaded from: what is
-// wrong, in a few words; empty when nothing is.
+// The same check where these sheets were kept as they stood in the file that the workbook was loaded from. It
+// raises nothing for what is missing: the result says in a few words what is wrong, and is empty when nothing
+// is.
 std::string ProblemOfSaved(const Book& book, const std::set<const Sheet*>& kept,
                            const std::filesystem::path& file);
 

@@ -10,7 +10,8 @@
 
 namespace mirelo::workbook {
 
-// A series of a chart that was read, whose cells may lie on a sheet that was not.
+// A series of a chart that was read, not yet bound to its cells: they may lie on a sheet that has not been
+// read.
 struct UnboundSeries {
   std::shared_ptr<Chart> chart;
   std::size_t index;

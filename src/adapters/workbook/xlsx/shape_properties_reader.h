@@ -17,10 +17,10 @@ class ShapePropertiesReader {
   ShapePropertiesReader(const ColorReader& colors, ChartLosses& losses) : colors_(colors), losses_(losses) {}
 
   ChartFill Fill(pugi::xml_node shape) const;
-  // Of one colour.
+  // A fill of which one colour is kept.
   PointColor PlainFill(pugi::xml_node shape) const;
   ChartLine Line(pugi::xml_node shape) const;
-  // Of which only the colour is kept.
+  // A line of which only the colour is kept.
   PointColor Edge(pugi::xml_node shape) const;
   bool Shadow(pugi::xml_node shape) const;
 
@@ -35,7 +35,8 @@ class ShapePropertiesReader {
   void RefuseEffects(pugi::xml_node shape) const;
 
  private:
-  // Of the solid fill, pattern or gradient that an element holds; automatic when it is that of windows.
+  // The colour of the solid fill, pattern or gradient that an element holds; automatic when it is the
+  // desktop's colour of windows.
   Color FillColor(pugi::xml_node fill) const;
   Color LineColor(pugi::xml_node fill) const;
   std::optional<DrawingColor> ColorIn(pugi::xml_node parent) const;

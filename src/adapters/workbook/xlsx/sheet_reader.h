@@ -13,7 +13,7 @@
 
 namespace mirelo::workbook {
 
-// What the sheets of a file refer to.
+// What all sheets of a file share: the parts of the file that they refer to.
 struct SheetContext {
   Package& package;
   Book& book;
@@ -34,7 +34,7 @@ struct SheetStanding {
   bool has_lossy_formats = false;
 };
 
-// Fills a sheet, which bears its name already, from its part.
+// Reads a sheet's part into `sheet`, which has its name already.
 SheetStanding ReadSheet(SheetContext& context, const std::string& part, Sheet& sheet);
 
 }  // namespace mirelo::workbook

@@ -8,10 +8,10 @@
 
 namespace mirelo::workbook {
 
-// Makes a sheet part that the file writer wrote for one workbook fit for another one; the result is the text
-// of the part there. `styles` has the indexes that its formats have in the other workbook. `shared_strings`
-// are those of the first workbook (SharedStringsIn): a cell that refers to one gets the string itself
-// instead. `is_selected` is for the sheet's tab.
+// The text of a sheet part that the file writer wrote for one workbook, changed so that it fits into another
+// workbook. `styles` maps its formats to their indexes there. `shared_strings` are those of the first
+// workbook (SharedStringsIn): a cell that refers to one gets the string itself instead. `is_selected` says
+// whether its tab is selected.
 std::string TransplantSheet(std::string_view sheet, const StyleIndexes& styles,
                             const std::vector<std::string>& shared_strings, bool is_selected);
 

@@ -8,8 +8,8 @@
 
 namespace mirelo::workbook {
 
-// Where the formats of one style part have gone in another: element i is the new index of the one that had
-// index i.
+// The indexes that the formats of one style part have got in another: element i is the new index of the
+// format that had index i.
 struct StyleIndexes {
   std::vector<std::size_t> cells;         // of the formats of cells ("xf")
   std::vector<std::size_t> differential;  // of differential styles ("dxf")

@@ -23,8 +23,8 @@ struct LoadedBook {
     std::shared_ptr<Chart> chart;  // of a chart sheet that could be read
   };
   std::vector<Entry> entries;
-  // Whether parts of the file can stand in another one that the writer wrote: they are in the usual
-  // vocabulary, and nothing in them depends on what is written anew.
+  // Whether sheets of this file can be kept as they stand when the workbook is saved: its parts are in the
+  // usual vocabulary, and nothing in them depends on what is written anew.
   bool can_be_carried = false;
 };
 

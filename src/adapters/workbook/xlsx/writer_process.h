@@ -5,7 +5,7 @@
 
 namespace mirelo::workbook {
 
-// Does what calls the file writer in a copy of this process, and waits for it.
+// Runs `write`, which calls the file writer, in a copy of this process, and waits for it.
 //
 // The writer leaves things behind: the helper file of each sheet without rows, and whatever it had in hands
 // when it failed, open and in memory. It tells of failures on the standard error stream, in words for its

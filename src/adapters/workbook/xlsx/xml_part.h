@@ -14,7 +14,7 @@ namespace mirelo::workbook {
 // The name behind a namespace prefix: "row" of "x:row". Prefixes are not resolved, since no two vocabularies
 // of a workbook's parts share names at one place.
 std::string_view LocalName(pugi::xml_node node);
-// Whether that of a full name is `name`.
+// Whether the local name of a full name is `name`.
 bool IsNamed(const char* full_name, std::string_view name);
 
 // The first child element of this local name; a null node when there is none, or `node` is null.

@@ -16,7 +16,7 @@ void AppendValue(pugi::xml_node parent, const char* name, std::string_view value
 // Appends <name>text</name>.
 void AppendText(pugi::xml_node parent, const char* name, std::string_view text);
 
-// As few digits as make this number again.
+// The number in as few digits as give the same number when they are read.
 std::string NumberText(double number);
 
 }  // namespace mirelo::workbook
