@@ -18,7 +18,8 @@ inline CLI::Validator IsTicker() {
       "");
 }
 
-// An option that takes the place of a setting says something; an empty text would leave the setting in force.
+// For options that take the place of a setting: the value is not empty, as an empty text would leave the
+// setting in force.
 inline CLI::Validator IsNotEmpty() {
   return CLI::Validator(
       [](const std::string& text) {

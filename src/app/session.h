@@ -20,7 +20,7 @@ class Session {
   explicit Session(const GlobalOptions& options);
 
   LinuxHost& host() { return host_; }
-  // The host's HTTP client, as far as it mends replies.
+  // The part of the host's HTTP client that mends replies to requests for quotes.
   wire::MendedReplies& replies();
   // The spreadsheet program, and the files that it keeps.
   host::Documents& documents() { return *documents_; }

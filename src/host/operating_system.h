@@ -6,7 +6,7 @@
 
 namespace mirelo::host {
 
-// What the failure reports need to know of, and to tell, the operating system.
+// What failure reports ask of the operating system: which one it is, and an entry in its event log.
 class OperatingSystem {
  public:
   static constexpr std::int32_t kPlatformNt = 2;  // platform id of the NT family

@@ -7,9 +7,9 @@ namespace mirelo {
 // What ends each message to the server: the character of ANSI code 255.
 inline constexpr std::string_view kMessageEnd = "\u00FF";
 
-// Where the display texts of quote sources name their files in the settings.
+// The section of the settings that names the file of each quote source, by the source's display text.
 inline constexpr std::string_view kSourceListSection = "Settings\\QuoteSource\\List";
-// Where the display text of the source that was chosen last is kept, and under which name.
+// The section, and the name in it, under which the display text of the source that was chosen last is kept.
 inline constexpr std::string_view kFirstSourceSection = "Settings\\QuoteSource\\First";
 inline constexpr std::string_view kFirstSourceKey = "ComQuoteSource";
 

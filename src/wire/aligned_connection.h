@@ -39,10 +39,10 @@ class AlignedConnection : public host::SocketConnection,
   void Disconnect() override;
   void Send(const std::string& bytes) override;
 
-  // Of the connection inside: so many bytes left it.
+  // Called when so many bytes have left the inner connection.
   void OnSent(std::int32_t count);
-  // Of the connection inside, before its other sinks are told: what waits for more goes to the sinks as it
-  // stands, and ObservedSockets::Dropped is raised.
+  // Called when the inner connection has ended, before the client's sinks are told of it: what waits for more
+  // goes to the sinks as it stands, and ObservedSockets::Dropped is raised.
   void OnEnd(const std::string& reason);
 
  private:

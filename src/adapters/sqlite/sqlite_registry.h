@@ -17,9 +17,9 @@ namespace mirelo::sqlite {
 // The registry in a database file. Several processes may have it open and write to it: each sees what the
 // others wrote, and what a call has stored outlives a crash of the program and of the machine.
 //
-// A file that cannot be read or written any more, one that is locked for longer than the busy timeout (which
-// calls behind such a one do not wait for again) and one that was taken away while it was open give
-// kRegistryIoFailed; a file that may not be written gives kAccessDenied.
+// Calls return kRegistryIoFailed when the file cannot be read or written any more, when it was taken away
+// while it was open, and when it is locked for longer than the busy timeout, for which the calls after that
+// do not wait again; kAccessDenied when the file may not be written.
 class SqliteRegistry : public host::Registry {
  public:
   static constexpr std::chrono::milliseconds kBusyTimeout{5000};

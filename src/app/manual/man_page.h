@@ -8,7 +8,7 @@
 
 namespace mirelo::app {
 
-// What a page says that no option knows.
+// What a manual page says besides the options.
 struct PageNotes {
   std::string summary;                                        // behind the name, for whatis
   std::string version;                                        // "mirelo 1.2.3"
