@@ -139,7 +139,22 @@ TEST_F(Hold, IsTakenAnewForSavingWhenItsLockWasTidiedAway) {
   EXPECT_THAT(FolderListing(), ElementsAre(".quotes.xlsx.mirelo-lock"));
 }
 
-TEST_F(Hold, IsOfTheFileUnderAllItsNames) {
+TEST_F(Hold, StaysBehindTheSaveForWhichItWasTakenAnew) {
+  const Other other([&] { FileHold{File()}; });
+  {
+    const FileHold hold(File());
+    for (const char* value : {"new", "newer"}) {
+      std::filesystem::remove(File(".quotes.xlsx.mirelo-lock"));
+      With(value).Save(File());
+      EXPECT_EQ(other.Tries(), kPermissionDenied);
+      EXPECT_EQ(SavedValue(), Variant(value));
+    }
+  }
+  EXPECT_EQ(other.Tries(), 0);
+  EXPECT_THAT(FolderListing(), ElementsAre("quotes.xlsx"));
+}
+
+TEST_F(Hold, IsOfTheFileBehindAllLinksThatLeadToIt) {
   std::filesystem::create_directory(File("inner"));
   std::filesystem::create_directory_symlink("inner", File("way"));
   std::filesystem::create_symlink("inner/quotes.xlsx", File("link.xlsx"));

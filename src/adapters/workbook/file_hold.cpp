@@ -23,14 +23,19 @@ void RequireNoOtherKind(const fs::path& target) {
   throw FileError("Cannot save " + target.string(), S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
 }
 
-// The lock of this process on the target, which all its holds share.
+// The lock of this process on the target, which all its holds share. Where somebody has removed the file of
+// the lock meanwhile, the older holds have the new one too.
 std::shared_ptr<LockFile> LockOn(const fs::path& target) {
   static std::map<fs::path, std::weak_ptr<LockFile>> locks;
   std::erase_if(locks, [](const auto& lock) { return lock.second.expired(); });
   std::weak_ptr<LockFile>& known = locks[target];
-  if (const auto lock = known.lock(); lock != nullptr && lock->IsStanding()) return lock;
-  const auto lock = std::make_shared<LockFile>(target);
-  known = lock;
+  std::shared_ptr<LockFile> lock = known.lock();
+  if (lock != nullptr && lock->IsStanding()) return lock;
+  if (lock == nullptr) {
+    known = lock = std::make_shared<LockFile>(target);
+  } else {
+    lock->TakeAgain();
+  }
   if (lock->IsLocked()) RemoveLeftovers(target);
   return lock;
 }

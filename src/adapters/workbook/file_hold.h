@@ -17,6 +17,8 @@ class LockFile;
 // - The hold is a lock that the system takes away with its process, however that ends.
 // - All names of a file by way of symbolic links are one file. It need not be there yet.
 // - The same process may hold a file several times.
+// - Where somebody removes its lock, others get the hold until the next save here, which takes it again for
+//   all holds of this process, or is refused while another one has it.
 // - What a process that was killed has left beside its files in a folder is removed by the next hold there.
 // - Where the file system knows no locks, all processes get the hold; IsLocked tells.
 //

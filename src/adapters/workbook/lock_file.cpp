@@ -86,7 +86,9 @@ RuntimeError ComesAndGoes(const fs::path& target, const fs::path& lock) {
 }  // namespace
 
 LockFile::LockFile(const fs::path& target)
-    : path_(target.parent_path() / LockNameOf(target.filename().string())), descriptor_(Take(target)) {}
+    : target_(target),
+      path_(target.parent_path() / LockNameOf(target.filename().string())),
+      descriptor_(Take()) {}
 
 LockFile::~LockFile() {
   if (IsLocked() && IsStanding()) ::unlink(path_.c_str());
@@ -94,8 +96,12 @@ LockFile::~LockFile() {
 
 bool LockFile::IsStanding() const { return !IsLocked() || IsOf(descriptor_, path_); }
 
-Descriptor LockFile::Take(const fs::path& target) const {
-  const auto fail = [&](int reason) { return FileError("Cannot save " + target.string(), reason); };
+void LockFile::TakeAgain() {
+  if (!IsStanding()) descriptor_ = Take();
+}
+
+Descriptor LockFile::Take() const {
+  const auto fail = [&](int reason) { return FileError("Cannot save " + target_.string(), reason); };
   for (int tries = 1;; ++tries) {
     Descriptor descriptor = OpenOrMake(path_);
     if (!descriptor.IsOpen()) throw fail(errno);
@@ -108,16 +114,16 @@ Descriptor LockFile::Take(const fs::path& target) const {
         WriteProcess(descriptor);
         return descriptor;
       }
-      if (was_last) throw ComesAndGoes(target, path_);
+      if (was_last) throw ComesAndGoes(target_, path_);
     } else {
       const int reason = errno;
       if (HasNoLocks(reason)) {
         ::unlink(path_.c_str());
         return Descriptor();
       }
-      if (reason == EBADF && !IsWritable(descriptor)) throw OfAnotherUser(target, path_);
+      if (reason == EBADF && !IsWritable(descriptor)) throw OfAnotherUser(target_, path_);
       if (reason != EWOULDBLOCK) throw fail(reason);
-      if (was_last) throw Held(target, descriptor);
+      if (was_last) throw Held(target_, descriptor);
     }
     std::this_thread::sleep_for(kPause);
   }

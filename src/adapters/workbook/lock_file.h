@@ -22,10 +22,14 @@ class LockFile {
   bool IsLocked() const { return descriptor_.IsOpen(); }
   // Whether others would come upon it: not when somebody has removed the file.
   bool IsStanding() const;
+  // Takes the lock again where it does not stand any more, so that it keeps others out as before. Errors as
+  // at first; it is as it was then.
+  void TakeAgain();
 
  private:
-  Descriptor Take(const std::filesystem::path& target) const;
+  Descriptor Take() const;
 
+  std::filesystem::path target_;
   std::filesystem::path path_;
   Descriptor descriptor_;
 };
