@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -70,6 +71,37 @@ TEST_F(Vault, GivesBackWhatWasStored) {
   vault_.Set({.name = "Demo", .secret = "p\xC3\xA4ss word"});
   EXPECT_EQ(OpenedName(), "Demo");
   EXPECT_EQ(OpenedSecret(), "p\xC3\xA4ss word");
+}
+
+TEST_F(Vault, TakesTheLongestCredentials) {
+  const std::string longest(4096, 'x');
+  vault_.Set({.name = longest, .secret = longest});
+  EXPECT_EQ(OpenedName(), longest);
+  EXPECT_EQ(OpenedSecret(), longest);
+}
+
+// Somebody who may write in the folder could keep the program waiting for ever by a pipe.
+TEST_F(Vault, RefusesWhatIsNoRegularFileAndDoesNotWaitForIt) {
+  for (const char* name : {"credentials", "credentials.key"}) {
+    SCOPED_TRACE(name);
+    vault_.Set(kDemo);
+    const auto file = data_ / name;
+    ASSERT_TRUE(std::filesystem::remove(file));
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    const auto error = ErrorOf([&] { OpenedName(); });
+    EXPECT_EQ(error.Number(), 75);
+    EXPECT_EQ(error.Description(), "cannot read " + file.string() + ": it is no regular file");
+    vault_.Clear();
+  }
+}
+
+TEST_F(Vault, RefusesAFileLargerThanAnyCredentials) {
+  vault_.Set(kDemo);
+  const auto file = data_ / "credentials";
+  std::filesystem::resize_file(file, std::uintmax_t{1} << 40);
+  const auto error = ErrorOf([&] { OpenedName(); });
+  EXPECT_EQ(error.Number(), 75);
+  EXPECT_EQ(error.Description(), "cannot read " + file.string() + ": it is larger than any credentials");
 }
 
 TEST_F(Vault, OutlivesItsObject) {

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "adapters/sodium/guarded_memory.h"
@@ -15,15 +16,22 @@ namespace mirelo::sodium {
 
 namespace {
 
-[[noreturn]] void Fail(const std::string& what, const std::filesystem::path& file, int error) {
-  throw RuntimeError(75, "cannot " + what + " " + file.string() + ": " + std::strerror(error));
+// Name and secret of 4096 bytes each, sealed and written as text, take a sixth of that.
+constexpr std::uintmax_t kLargest = 65536;
+
+[[noreturn]] void Fail(const std::string& what, const std::filesystem::path& file, const std::string& why) {
+  throw RuntimeError(75, "cannot " + what + " " + file.string() + ": " + why);
 }
 
-// A file that is open for reading. Not there is no error.
+[[noreturn]] void Fail(const std::string& what, const std::filesystem::path& file, int error) {
+  Fail(what, file, std::strerror(error));
+}
+
+// A file that is open for reading. Not there is no error. Opening does not wait: a pipe may have no writer.
 class Reading {
  public:
   explicit Reading(const std::filesystem::path& file)
-      : file_(file), descriptor_(::open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+      : file_(file), descriptor_(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
     if (descriptor_ < 0 && errno != ENOENT && errno != ENOTDIR) Fail("read", file_, errno);
   }
   ~Reading() {
@@ -37,6 +45,9 @@ class Reading {
   std::size_t Size() const {
     struct stat status {};
     if (::fstat(descriptor_, &status) != 0) Fail("read", file_, errno);
+    if (!S_ISREG(status.st_mode)) Fail("read", file_, "it is no regular file");
+    if (static_cast<std::uintmax_t>(status.st_size) > kLargest)
+      Fail("read", file_, "it is larger than any credentials");
     return static_cast<std::size_t>(status.st_size);
   }
 

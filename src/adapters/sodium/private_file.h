@@ -11,7 +11,8 @@ namespace mirelo::sodium {
 
 // Files for their owner's eyes only. Errors 75, with the file and the reason as text.
 
-// The content; nothing when there is no such file.
+// The content; nothing when there is no such file. What is no regular file, a pipe say, or is larger than any
+// credentials, is refused.
 std::optional<std::string> ReadPrivateFile(const std::filesystem::path& file);
 // The same into guarded memory.
 std::optional<host::Secret> ReadSecretFile(const std::filesystem::path& file);
