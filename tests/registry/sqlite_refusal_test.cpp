@@ -185,6 +185,28 @@ TEST_F(RefusedFile, IsALinkThatLeadsNowhere) {
   EXPECT_FALSE(fs::exists(place.folder() / "absent.db"));
 }
 
+TEST_F(RefusedFile, IsALinkThatLeadsBackToItself) {
+  fs::create_symlink("round.db", place.file());
+  fs::create_symlink(place.file().filename(), place.file().parent_path() / "round.db");
+  ExpectRefused(place.file(), 75, "is a link that leads back to itself");
+}
+
+// A link there may lead where this process may not look.
+TEST_F(RefusedFile, IsOneThatCannotBeLookedAtWithTheReason) {
+  fs::create_directory(place.folder() / "theirs");
+  fs::create_symlink(place.folder() / "theirs" / "registry.db", place.file());
+  fs::permissions(place.folder() / "theirs", fs::perms::none);
+  ChildProcess person([&](const ChildProcess::Test& test) {
+    DropRightsOfRoot();
+    const auto error = OpenError(place.file());
+    test.Report(error && error->Description().ends_with("cannot be used: Permission denied") ? 1 : 0);
+  });
+  std::int32_t is_told = 0;
+  EXPECT_TRUE(person.Read(is_told) && is_told == 1);
+  person.Finish();
+  fs::permissions(place.folder() / "theirs", fs::perms::owner_all);
+}
+
 TEST_F(RefusedFile, IsADevice) { ExpectRefused("/dev/null", 75, "is no file"); }
 
 // Holds the write lock of a registry until it is told to end.

@@ -162,7 +162,10 @@ void RegistryFile::CheckKind() const {
   std::error_code unknown;
   const fs::file_type kind = fs::status(database_.path(), unknown).type();
   if (kind == fs::file_type::not_found) Fail(kNoAccess, "is a link that leads nowhere");
-  if (!unknown && kind != fs::file_type::regular) Fail(kNoAccess, "is no file");
+  if (unknown == std::errc::too_many_symbolic_link_levels)
+    Fail(kNoAccess, "is a link that leads back to itself");
+  if (unknown) Fail(kNoAccess, "cannot be used: " + unknown.message());
+  if (kind != fs::file_type::regular) Fail(kNoAccess, "is no file");
 }
 
 // Files of others are told apart before SQLite reads on, since that may change them: it puts what an earlier
