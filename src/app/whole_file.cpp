@@ -1,6 +1,7 @@
 #include "app/whole_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -21,6 +22,12 @@ namespace fs = std::filesystem;
 constexpr int kMostLinks = 40;  // as the system's own limit
 constexpr mode_t kPermissions = 07777;
 
+// How a file is called while it is made.
+constexpr std::string_view kHidden = ".";
+constexpr std::string_view kOpen = "XXXXXX";
+constexpr std::string_view kNewFile = ".mirelo-export";
+constexpr int kTries = 100;
+
 bool WriteAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
     const auto count = ::write(descriptor, text.data(), text.size());
@@ -37,7 +44,7 @@ RuntimeError CannotWrite(const fs::path& file, int reason) {
 
 // Puts the names of a folder on the disk. What is said of it is not looked at: the file is whole in any case.
 void SyncFolder(const fs::path& folder) {
-  const int descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return;
   ::fsync(descriptor);
   ::close(descriptor);
@@ -65,26 +72,69 @@ void WriteInto(const fs::path& device, std::string_view text) {
   if (!good) throw CannotWrite(device, error);
 }
 
+bool IsNewFile(const std::string& name) {
+  return name.starts_with(kHidden) && name.ends_with(kNewFile) &&
+         name.size() == kHidden.size() + kOpen.size() + kNewFile.size();
+}
+
+// One whose lock nobody has is of a process that was killed. Where the file system knows no locks, it stays.
+void RemoveIfLeft(const fs::path& file) {
+  const int descriptor = ::open(file.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return;
+  struct stat status {};
+  const bool is_left = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+                       ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+  if (is_left) ::unlink(file.c_str());
+  ::close(descriptor);
+}
+
+void RemoveLeftovers(const fs::path& folder) {
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+       entry.increment(error)) {
+    if (IsNewFile(entry->path().filename().string())) RemoveIfLeft(entry->path());
+  }
+}
+
+// Whether the lock came before somebody who removes what is left: that one has had it for a moment then.
+bool LockStanding(int descriptor) {
+  static_cast<void>(::flock(descriptor, LOCK_EX));
+  struct stat status {};
+  return ::fstat(descriptor, &status) == 0 && status.st_nlink > 0;
+}
+
+// A new file in this folder, locked for as long as it is open; negative where it cannot be made.
+int MakeNewFile(const fs::path& folder, std::string& path) {
+  for (int tries = 0; tries < kTries; ++tries) {
+    path = folder / std::string(kHidden).append(kOpen).append(kNewFile);
+    const int descriptor = ::mkostemps(path.data(), static_cast<int>(kNewFile.size()), O_CLOEXEC);
+    if (descriptor < 0 || LockStanding(descriptor)) return descriptor;
+    ::close(descriptor);
+  }
+  errno = EBUSY;
+  return -1;
+}
+
 // `old` is the file that is replaced, if there is one: the new one takes its owner, where this process may
-// say so, and its mode.
+// say so, and its mode. One that this process may not write is not replaced either.
 void Replace(const fs::path& file, std::string_view text, const struct stat* old) {
-  std::string beside = file.string() + ".XXXXXX";
-  const int descriptor = ::mkstemp(beside.data());
+  if (old != nullptr && ::access(file.c_str(), W_OK) != 0) throw CannotWrite(file, errno);
+  const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+  RemoveLeftovers(folder);
+  std::string beside;
+  const int descriptor = MakeNewFile(folder, beside);
   bool good = descriptor >= 0;
   if (good && old != nullptr) {
     good = (::fchown(descriptor, old->st_uid, old->st_gid) == 0 || errno == EPERM) &&
            ::fchmod(descriptor, old->st_mode & kPermissions) == 0;
   }
   good = good && WriteAll(descriptor, text) && ::fsync(descriptor) == 0;
-  int error = errno;
+  good = good && ::rename(beside.c_str(), file.c_str()) == 0;
+  const int error = errno;
+  if (!good && descriptor >= 0) ::unlink(beside.c_str());
   if (descriptor >= 0) ::close(descriptor);
-  if (good && ::rename(beside.c_str(), file.c_str()) != 0) {
-    good = false;
-    error = errno;
-  }
-  if (good) return SyncFolder(file.parent_path());
-  if (descriptor >= 0) ::unlink(beside.c_str());
-  throw CannotWrite(file, error);
+  if (!good) throw CannotWrite(file, error);
+  SyncFolder(folder);
 }
 
 }  // namespace

@@ -9,8 +9,10 @@ namespace mirelo::app {
 // the owner and the mode of the old one. A symbolic link stays, and what it leads to is replaced. A device or
 // a pipe stays too and is written into.
 //
-// Raises error 75, with the file and the reason as text, when it cannot be written; an old file stays as it
-// was then.
+// What a process that was killed meanwhile has left in a folder is removed by the next call there.
+//
+// Raises error 75, with the file and the reason as text, when it cannot be written, or an old one may not be;
+// that stays as it was then.
 void WriteWhole(const std::filesystem::path& file, std::string_view text);
 
 }  // namespace mirelo::app

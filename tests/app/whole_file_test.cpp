@@ -6,11 +6,17 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <thread>
 
+#include "automation/runtime_error.h"
+#include "support/child_process.h"
 #include "support/error_number.h"
 #include "support/temp_directory.h"
 
@@ -79,6 +85,75 @@ TEST_F(WholeFile, TakesNotThePlaceOfAPipeButIsWrittenIntoIt) {
   EXPECT_TRUE(fs::is_fifo(file));
   EXPECT_EQ(Files(), 1);
   ::close(reader);
+}
+
+TEST_F(WholeFile, TakesNotThePlaceOfOneThatItsOwnerMayNotWrite) {
+  WriteWhole(file, "old");
+  fs::permissions(file, fs::perms(0400));
+  testing::ChildProcess person([&](const testing::ChildProcess::Test& test) {
+    testing::DropRightsOfRoot();
+    const auto error = ErrorOf([&] { WriteWhole(file, "new"); });
+    test.Report(error.Number());
+    test.Report(error.Description().ends_with(": Permission denied") ? 1 : 0);
+  });
+  std::int32_t number = 0;
+  EXPECT_TRUE(person.Read(number) && number == 75) << number;
+  EXPECT_TRUE(person.Read(number) && number == 1);
+  EXPECT_TRUE(person.Finish());
+  EXPECT_EQ(TextOf(file), "old");
+  EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(WholeFile, LeavesNothingBesideItOfAProcessThatWasKilled) {
+  const std::string text(std::size_t{4} << 20, 'x');
+  constexpr int kMostKills = 100;
+  bool has_left = false;
+  for (int kill = 0; kill < kMostKills && !has_left; ++kill) {
+    testing::ChildProcess killed([&](const testing::ChildProcess::Test& test) {
+      test.Report(0);
+      for (;;) WriteWhole(folder / "other.txt", text);
+    });
+    std::int32_t begun = 0;
+    ASSERT_TRUE(killed.Read(begun));
+    std::this_thread::sleep_for(std::chrono::milliseconds(1 + kill % 10));
+    killed.Kill();
+    killed.Finish();
+    has_left = Files() > (fs::exists(folder / "other.txt") ? 1 : 0);
+  }
+  ASSERT_TRUE(has_left) << "none was killed while it wrote";
+  fs::remove(folder / "other.txt");
+  WriteWhole(file, "new");
+  EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(WholeFile, IsNotTakenFromOneThatIsMadeAtTheSameTime) {
+  constexpr int kFiles = 200;
+  const auto make = [&](const char* name) {
+    int failures = 0;
+    for (int i = 0; i < kFiles; ++i) {
+      try {
+        WriteWhole(folder / name, "text");
+      } catch (const RuntimeError&) {
+        ++failures;
+      }
+    }
+    return failures;
+  };
+  testing::ChildProcess other(
+      [&](const testing::ChildProcess::Test& test) { test.Report(make("other.txt")); });
+  EXPECT_EQ(make("settings.txt"), 0);
+  std::int32_t failures = -1;
+  EXPECT_TRUE(other.Read(failures));
+  EXPECT_EQ(failures, 0);
+  EXPECT_EQ(Files(), 2);
+}
+
+TEST_F(WholeFile, LeavesFilesOfOtherMakersAlone) {
+  for (const char* name :
+       {".mirelo-export", ".abcdef.mirelo-exports", ".abc.mirelo-export", "settings.txt.abcdef"})
+    std::ofstream(folder / name) << "mine";
+  WriteWhole(file, "new");
+  EXPECT_EQ(Files(), 5);
 }
 
 TEST_F(WholeFile, TakesNotThePlaceOfAFolder) {
