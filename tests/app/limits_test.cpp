@@ -99,6 +99,20 @@ TEST_F(Limits, OfFileSizesAreToldWhereTheyLeaveNoRoomForSettings) {
   EXPECT_THAT(result.err, HasSubstr("error: The settings file "));
 }
 
+// The dialog's own report of a failure says no more than that a setting could not be stored.
+TEST_F(Limits, OfFileSizesAreToldWhereTheDialogMeetsThem) {
+  constexpr std::uint64_t kFileSize = 80 << 10;
+  for (const char* command : {"go", "run"}) {
+    SCOPED_TRACE(command);
+    std::filesystem::remove_all(folder_ / "home");  // with what the one before has stored
+    const auto result = RunWithin(RLIMIT_FSIZE, kFileSize, command);
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, AllOf(HasSubstr("Failed saving the application setting"),
+                                  HasSubstr("it has reached the limit of file sizes (ulimit -f)\n"),
+                                  HasSubstr("error: the dialog has reported a failure\n")));
+  }
+}
+
 // The limits go from too little to load the workbook, over too little to save it, to enough.
 TEST_F(Limits, OfMemoryAreToldWhereverTheyAreMet) {
   if (kIsSanitized) GTEST_SKIP() << "the sanitizers take more memory than there is";
