@@ -2,7 +2,10 @@
 
 #include <sys/resource.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -16,18 +19,44 @@ using terminal::Err;
 namespace {
 
 constexpr std::int32_t kDiskFull = 61;
-constexpr const char* kMakeRoom = "Make room on the disk, or name another file with --workbook.";
-constexpr const char* kRaiseLimit =
-    "Raise the limit of file sizes (ulimit -f), or make room on the disk, or name another file with "
-    "--workbook.";
-constexpr const char* kMakeWritable =
-    "Make the file and its folder writable, or name another file with --workbook.";
+
+using Cause = host::FileFailure::Cause;
+
+struct CauseAndAdvice {
+  Cause cause;
+  const char* advice;  // to which the last way out is added: another file
+};
+constexpr std::array kAdvice{
+    CauseAndAdvice{Cause::kNoRoom, "Make room on the disk"},
+    CauseAndAdvice{Cause::kSizeLimit, "Raise the limit of file sizes (ulimit -f), or make room on the disk"},
+    CauseAndAdvice{Cause::kRights, "Make the file and its folder writable"},
+    CauseAndAdvice{Cause::kReadOnly, "Make its file system writable"},
+    CauseAndAdvice{Cause::kNoFolder, "Make its folder"},
+    CauseAndAdvice{Cause::kLinksInACircle, "Remove the symbolic link, which leads back to itself"},
+    CauseAndAdvice{Cause::kNoRegularFile, "See that nothing but a file stands there"},
+    CauseAndAdvice{Cause::kLongName, "Make the name shorter: hidden files beside it have longer ones"},
+    CauseAndAdvice{Cause::kOther, "Mend that"},
+};
+constexpr const char* kAnotherFile = ", or name another file with --workbook.";
 constexpr const char* kGoAgain = "Press Go again, on what that program has saved.";
 
-// A file that reaches the limit fails as on a full disk.
 bool FileSizesAreLimited() {
   rlimit limit{};
   return ::getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+}
+
+// Nothing for an error that no other file would mend, or whose text says what to do. Some failures of writing
+// have no more than a number, and a file that reaches the limit may fail as on a full disk.
+std::optional<Cause> CauseOf(const RuntimeError& error) {
+  std::optional<Cause> cause;
+  if (error.Number() == kDiskFull) cause = Cause::kNoRoom;
+  if (error.Number() == Errors::PathFileAccess().Number()) cause = Cause::kOther;
+  if (const auto* failure = dynamic_cast<const host::FileFailure*>(&error)) cause = failure->Why();
+  return cause == Cause::kNoRoom && FileSizesAreLimited() ? Cause::kSizeLimit : cause;
+}
+
+std::string AdviceFor(Cause cause) {
+  return std::string(std::ranges::find(kAdvice, cause, &CauseAndAdvice::cause)->advice) + kAnotherFile;
 }
 
 std::string AsSentence(const std::string& text) { return text.ends_with('.') ? text : text + '.'; }
@@ -41,11 +70,10 @@ auto SayingWhatToDo(Attempt&& attempt) {
     throw RuntimeError(changed.Number(), AsSentence(changed.Description()) + "\n" + kGoAgain,
                        changed.Source());
   } catch (const RuntimeError& error) {
-    const char* advice = nullptr;
-    if (error.Number() == kDiskFull) advice = FileSizesAreLimited() ? kRaiseLimit : kMakeRoom;
-    if (error.Number() == Errors::PathFileAccess().Number()) advice = kMakeWritable;
-    if (advice == nullptr) throw;
-    throw RuntimeError(error.Number(), AsSentence(error.Description()) + "\n" + advice, error.Source());
+    const auto cause = CauseOf(error);
+    if (!cause) throw;
+    throw RuntimeError(error.Number(), AsSentence(error.Description()) + "\n" + AdviceFor(*cause),
+                       error.Source());
   }
 }
 

@@ -46,6 +46,28 @@ class ChangedMeanwhile : public RuntimeError {
   explicit ChangedMeanwhile(const RuntimeError& refusal) : RuntimeError(refusal) {}
 };
 
+// Raised where the file system refuses something: error 61 or 75, and what it is that a person has to mend.
+class FileFailure : public RuntimeError {
+ public:
+  enum class Cause {
+    kNoRoom,
+    kSizeLimit,  // of files, in the shell
+    kRights,     // of this user
+    kReadOnly,   // the whole file system
+    kNoFolder,   // where the file is to be
+    kLinksInACircle,
+    kNoRegularFile,  // a folder, a device or a pipe
+    kLongName,
+    kOther,
+  };
+
+  FileFailure(const RuntimeError& failure, Cause cause) : RuntimeError(failure), cause_(cause) {}
+  Cause Why() const { return cause_; }
+
+ private:
+  Cause cause_;
+};
+
 // The right to save a file. Others are refused it until this object is destroyed.
 class DocumentHold {
  public:

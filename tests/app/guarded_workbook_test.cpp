@@ -17,6 +17,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/workbook/files.h"
@@ -163,6 +164,55 @@ TEST_F(GuardedWorkbook, CannotBeWhereThereIsNoFolder) {
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, AllOf(HasSubstr("No such file or directory"), HasSubstr("name another file")));
   EXPECT_THAT(Listing(), ElementsAre("quotes.xlsx"));
+}
+
+TEST_F(GuardedWorkbook, ThatCannotBeIsRefusedWithWhatFits) {
+  std::filesystem::create_symlink("round.xlsx", Folder() / "link.xlsx");
+  std::filesystem::create_symlink("link.xlsx", Folder() / "round.xlsx");
+  std::filesystem::create_symlink("none/quotes.xlsx", Folder() / "lost.xlsx");
+  ASSERT_EQ(::mkfifo((Folder() / "pipe.xlsx").c_str(), 0600), 0);
+  struct Case {
+    std::string name;
+    const char* reason;
+    const char* advice;
+  };
+  const std::vector<Case> cases{
+      {"link.xlsx", "Too many levels of symbolic links.",
+       "Remove the symbolic link, which leads back to itself, or name another file with --workbook."},
+      {"none/quotes.xlsx", "No such file or directory.",
+       "Make its folder, or name another file with --workbook."},
+      {"lost.xlsx", "No such file or directory.", "Make its folder, or name another file with --workbook."},
+      {"quotes.xlsx/quotes.xlsx", "Not a directory.",
+       "Make its folder, or name another file with --workbook."},
+      {"pipe.xlsx", "it is a device or a pipe, and no file.",
+       "See that nothing but a file stands there, or name another file with --workbook."},
+      {"", "it is a folder.",
+       "See that nothing but a file stands there, or name another file with --workbook."},
+      {std::string(246, 'x') + ".xlsx", "File name too long.",
+       "Make the name shorter: hidden files beside it have longer ones, or name another file with "
+       "--workbook."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    const auto error = ErrorOf([&] { app::HoldForGo(files, Folder() / c.name); });
+    EXPECT_EQ(error.Number(), 75);
+    EXPECT_THAT(error.Description(), ::testing::EndsWith(std::string(c.reason) + "\n" + c.advice));
+  }
+}
+
+TEST_F(GuardedWorkbook, IsRefusedWithWhatTheReasonOfTheFileSystemAsksFor) {
+  const std::vector<std::pair<int, const char*>> cases{
+      {EROFS, "Make its file system writable, or name another file with --workbook."},
+      {EPERM, "Make the file and its folder writable, or name another file with --workbook."},
+      {EIO, "Mend that, or name another file with --workbook."},
+  };
+  for (const auto& [reason, advice] : cases) {
+    SCOPED_TRACE(advice);
+    RuntimeError error(0, "");
+    WithRefusedCalls({SYS_flock}, reason, [&] { error = ErrorOf([&] { app::HoldForDay(files, File()); }); });
+    EXPECT_EQ(error.Number(), 75);
+    EXPECT_THAT(error.Description(), ::testing::EndsWith(std::string(".\n") + advice));
+  }
 }
 
 TEST_F(GuardedWorkbook, ThatIsNoWorkbookStaysAsItIs) {

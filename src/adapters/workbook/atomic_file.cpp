@@ -30,11 +30,11 @@ constexpr mode_t kNewFile = 0666;
 constexpr mode_t kOwnersAlone = 0700;
 constexpr mode_t kPermissions = 07777;
 
-RuntimeError CannotSave(const fs::path& file, int reason) {
+host::FileFailure CannotSave(const fs::path& file, int reason) {
   return FileError("Cannot save " + file.string(), reason);
 }
 
-RuntimeError CannotOpen(const fs::path& file, int reason) {
+host::FileFailure CannotOpen(const fs::path& file, int reason) {
   return FileError("Cannot open " + file.string(), reason);
 }
 
@@ -132,7 +132,7 @@ std::vector<char> ReadWholeFile(const fs::path& file, std::uint64_t most) {
   }
   struct stat status {};
   if (::fstat(descriptor.number(), &status) != 0) throw CannotOpen(file, errno);
-  if (!S_ISREG(status.st_mode)) throw CannotOpen(file, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+  if (!S_ISREG(status.st_mode)) throw NoRegularFile("Cannot open " + file.string(), status.st_mode);
   if (static_cast<std::uint64_t>(status.st_size) > most)
     throw Refused("the file is larger than is safe to read");
 

@@ -2,7 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <cerrno>
 #include <map>
 #include <string>
 
@@ -20,7 +19,7 @@ namespace {
 void RequireNoOtherKind(const fs::path& target) {
   struct stat status {};
   if (::stat(target.c_str(), &status) != 0 || S_ISREG(status.st_mode)) return;
-  throw FileError("Cannot save " + target.string(), S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+  throw NoRegularFile("Cannot save " + target.string(), status.st_mode);
 }
 
 // The lock of this process on the target, which all its holds share. Where somebody has removed the file of
