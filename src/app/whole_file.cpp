@@ -23,10 +23,10 @@ constexpr int kMostLinks = 40;  // as the system's own limit
 constexpr mode_t kPermissions = 07777;
 
 // How a file is called while it is made.
-constexpr std::string_view kHidden = ".";
-constexpr std::string_view kOpen = "XXXXXX";
+constexpr std::string_view kHiddenName = ".";
+constexpr std::string_view kFreeLetters = "XXXXXX";
 constexpr std::string_view kNewFile = ".mirelo-export";
-constexpr int kTries = 100;
+constexpr int kTriesOfNames = 100;
 
 bool WriteAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
@@ -73,12 +73,12 @@ void WriteInto(const fs::path& device, std::string_view text) {
 }
 
 bool IsNewFile(const std::string& name) {
-  return name.starts_with(kHidden) && name.ends_with(kNewFile) &&
-         name.size() == kHidden.size() + kOpen.size() + kNewFile.size();
+  return name.starts_with(kHiddenName) && name.ends_with(kNewFile) &&
+         name.size() == kHiddenName.size() + kFreeLetters.size() + kNewFile.size();
 }
 
 // One whose lock nobody has is of a process that was killed. Where the file system knows no locks, it stays.
-void RemoveIfLeft(const fs::path& file) {
+void RemoveDead(const fs::path& file) {
   const int descriptor = ::open(file.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) return;
   struct stat status {};
@@ -88,11 +88,11 @@ void RemoveIfLeft(const fs::path& file) {
   ::close(descriptor);
 }
 
-void RemoveLeftovers(const fs::path& folder) {
+void RemoveAllDead(const fs::path& folder) {
   std::error_code error;
   for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
        entry.increment(error)) {
-    if (IsNewFile(entry->path().filename().string())) RemoveIfLeft(entry->path());
+    if (IsNewFile(entry->path().filename().string())) RemoveDead(entry->path());
   }
 }
 
@@ -105,8 +105,8 @@ bool LockStanding(int descriptor) {
 
 // A new file in this folder, locked for as long as it is open; negative where it cannot be made.
 int MakeNewFile(const fs::path& folder, std::string& path) {
-  for (int tries = 0; tries < kTries; ++tries) {
-    path = folder / std::string(kHidden).append(kOpen).append(kNewFile);
+  for (int tries = 0; tries < kTriesOfNames; ++tries) {
+    path = folder / std::string(kHiddenName).append(kFreeLetters).append(kNewFile);
     const int descriptor = ::mkostemps(path.data(), static_cast<int>(kNewFile.size()), O_CLOEXEC);
     if (descriptor < 0 || LockStanding(descriptor)) return descriptor;
     ::close(descriptor);
@@ -120,7 +120,7 @@ int MakeNewFile(const fs::path& folder, std::string& path) {
 void Replace(const fs::path& file, std::string_view text, const struct stat* old) {
   if (old != nullptr && ::access(file.c_str(), W_OK) != 0) throw CannotWrite(file, errno);
   const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
-  RemoveLeftovers(folder);
+  RemoveAllDead(folder);
   std::string beside;
   const int descriptor = MakeNewFile(folder, beside);
   bool good = descriptor >= 0;
