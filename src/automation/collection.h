@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <iterator>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -93,17 +94,13 @@ class Collection {
     RemoveAt(Offset(*position));
   }
 
-  // Gives the memory of many items back as well; that of a few is kept for the next ones.
+  // Gives the memory of many items back as well; that of a few is kept for the next ones. Raises nothing,
+  // whatever memory there is.
   void Clear() {
     gaps_ = 0;
     not_indexed_ = 0;
     keys_.Clear();
-    if (slots_.size() > kFew) {
-      std::deque<Slot> removed;
-      removed.swap(slots_);
-      first_ += removed.size();
-      return;
-    }
+    if (slots_.size() > kFew && TryClearAtOnce()) return;
     // The end of an item may call back into this collection; what it adds stays.
     for (const std::uint64_t end = first_ + slots_.size(); first_ < end;) {
       const Slot removed = std::move(slots_.front());
@@ -135,6 +132,17 @@ class Collection {
     slots_.push_back(Slot{std::move(item), std::string(key), hash, KeyState::kIndexed});
     keys_.Insert(hash, Position(slots_.size() - 1));
     return *slots_.back().item;
+  }
+
+  bool TryClearAtOnce() {
+    try {
+      std::deque<Slot> removed;  // an empty one asks for memory, too
+      removed.swap(slots_);
+      first_ += removed.size();
+      return true;
+    } catch (const std::bad_alloc&) {
+      return false;
+    }
   }
 
   // Nothing is indexed behind a key that is not, since all other ways to add look for the key first.

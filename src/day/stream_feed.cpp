@@ -60,12 +60,13 @@ StreamFeed::StreamFeed(cMirelo& facade, host::MessageLoop& loop, wire::ObservedS
       streamer_file_(std::move(streamer_file)),
       first_pause_(first_pause),
       pause_(first_pause) {
+  for (const std::string& ticker : tickers_) asked_.insert(UCase(ticker));
   received_ = sockets_.Received.Subscribe([this](std::span<const std::uint8_t>) { received_any_ = true; });
   delivered_ = sockets_.Delivered.Subscribe([this](std::span<const std::uint8_t> message) {
     heard_ = true;
     NoteLoginResult(message);
   });
-  dropped_ = sockets_.Dropped.Subscribe([this](const std::string& reason) { CallAgainLater(reason); });
+  dropped_ = sockets_.Dropped.Subscribe([this](const std::string& reason) { ReconnectLater(reason); });
   told_ = sockets_.Told.Subscribe([this](const std::string& line) { Status.Raise(line); });
 }
 
@@ -77,13 +78,17 @@ StreamFeed::~StreamFeed() {
   sockets_.Told.Unsubscribe(told_);
 }
 
-void StreamFeed::Start() { Call(); }
+void StreamFeed::Start() {
+  running_ = true;
+  Connect();
+}
 
+// Timers last: what is sent may fail in a message box, which serves the loop, and quotes are handed on.
 void StreamFeed::Stop() {
-  for (const auto timer : {timer_, sweep_, listening_}) loop_.StopTimer(timer);
-  sweep_ = 0;
+  running_ = false;
   if (stream_) stream_->stop_sub();
   HangUp();
+  for (auto* const timer : {&reconnect_, &sweep_, &listening_}) loop_.StopTimer(std::exchange(*timer, 0));
 }
 
 void StreamFeed::RunUntil(const std::function<bool()>& done) {
@@ -100,8 +105,9 @@ void StreamFeed::RunUntil(const std::function<bool()>& done) {
   failure_.Raise();
 }
 
-void StreamFeed::Call() {
+void StreamFeed::Connect() {
   HangUp();
+  if (!running_) return;
   ListenForSilence();
   facade_.StatusRunWorkQT(StatusRunQueryQT::Status_LEVEL_I_FULL_QUOTE);
   stream_ = NewStream();
@@ -165,10 +171,22 @@ void StreamFeed::TakeQuotesOf(cQTStreaming& stream) {
 // take.
 void StreamFeed::HandOn(const cQTData& quote) noexcept {
   try {
+    if (!IsAskedFor(quote.Symbol())) return TellUnasked();
     Quote.Raise(quote);
   } catch (...) {
     TellFailure(quote.Symbol());
   }
+}
+
+// Most symbols come as they were asked for, in capital letters.
+bool StreamFeed::IsAskedFor(const std::string& symbol) const {
+  return asked_.contains(symbol) || asked_.contains(UCase(symbol));
+}
+
+void StreamFeed::TellUnasked() {
+  if (std::exchange(told_unasked_, true)) return;
+  Status.Raise(
+      "QuoteTracker sends quotes that were not asked for, of other tickers or of none; they are left out");
 }
 
 // Of the error that is being handled.
@@ -185,7 +203,7 @@ void StreamFeed::TellFailure(const std::string& ticker) noexcept {
 // Quotes that arrive while the stream tells of others wait in its buffer without an event of their own. So
 // the buffer is looked into once more, until nothing was taken between two looks.
 void StreamFeed::SweepLater() {
-  if (sweep_ != 0) return;
+  if (sweep_ != 0 || !running_) return;
   sweep_ = loop_.StartTimer(kSweepPause, [this] {
     sweep_ = 0;
     TakeQuotes(stream_);
@@ -201,7 +219,7 @@ void StreamFeed::ListenForSilence() {
     if (heard_) return ListenForSilence();
     const std::string silence = InSeconds(silence_);
     silence_ = std::min(2 * silence_, kLongestSilence);
-    CallAgainLater(received_any_ ? "QuoteTracker has sent nothing that can be understood for " + silence
+    ReconnectLater(received_any_ ? "QuoteTracker has sent nothing that can be understood for " + silence
                                  : "QuoteTracker has said nothing for " + silence);
   });
 }
@@ -219,12 +237,12 @@ void StreamFeed::NoteLoginResult(std::span<const std::uint8_t> message) {
   }
 }
 
-void StreamFeed::CallAgainLater(const std::string& reason) {
-  Status.Raise(reason + "; calling again in " + InSeconds(pause_));
-  loop_.StopTimer(timer_);
-  loop_.StopTimer(listening_);
-  timer_ = loop_.StartTimer(pause_, [this] { failure_.Guard([this] { Call(); }); });
-  pause_ = std::min(2 * pause_, kLongestPause);
+void StreamFeed::ReconnectLater(const std::string& reason) {
+  if (!running_) return;
+  const Pause pause = std::exchange(pause_, std::min(2 * pause_, kLongestPause));
+  for (const auto timer : {reconnect_, listening_}) loop_.StopTimer(timer);
+  reconnect_ = loop_.StartTimer(pause, [this] { failure_.Guard([this] { Connect(); }); });
+  Status.Raise(reason + "; calling again in " + InSeconds(pause));
 }
 
 }  // namespace mirelo::day

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "automation/event.h"
@@ -24,7 +25,7 @@ class cQTStreaming;
 
 namespace mirelo::day {
 
-// The macros' part of the stream: it subscribes tickers and hands over their quotes. It calls again, after
+// The macros' part of the stream: it subscribes tickers and hands over their quotes. It reconnects, after
 // pauses that grow, when the peer drops; and when no message of it comes for long, after silences that
 // grow too, since a quiet market sounds the same as a peer that hangs.
 class StreamFeed {
@@ -41,9 +42,9 @@ class StreamFeed {
              std::vector<std::string> tickers, std::string streamer_file, Pause first_pause = kFirstPause);
   ~StreamFeed();
 
-  // Calls QuoteTracker. Raises the error that a missing credential is.
+  // Connects to QuoteTracker. Raises the error that a missing credential is.
   void Start();
-  // Ends the subscriptions and the connection, and calls no more.
+  // Ends the subscriptions and the connection, and does not reconnect.
   void Stop();
 
   // Runs the loop until `done`. What the stream cannot follow is told as a loss, and it goes on behind it;
@@ -52,42 +53,47 @@ class StreamFeed {
 
   // A line for a person.
   Event<const std::string&> Status;
-  // Each quote once, in the order in which they came. A handler that fails costs this quote alone: the
-  // failure is told as a Status, once for each of its texts and for so many texts at most, and the next
-  // quotes follow.
+  // Each quote once, in the order in which they came; those of other tickers, and of none, are left out,
+  // which is told as a Status once. A handler that fails costs this quote alone: the failure is told as a
+  // Status, once for each of its texts and for so many texts at most, and the next quotes follow.
   Event<const cQTData&> Quote;
 
  private:
-  void Call();
+  void Connect();
   void HangUp();
   void TakeQuotes(std::shared_ptr<cQTStreaming> stream);
   void TakeQuotesOf(cQTStreaming& stream);
   void HandOn(const cQTData& quote) noexcept;
+  bool IsAskedFor(const std::string& symbol) const;
+  void TellUnasked();
   void TellFailure(const std::string& ticker) noexcept;
   void SweepLater();
   void ListenForSilence();
   void NoteLoginResult(std::span<const std::uint8_t> message);
-  void CallAgainLater(const std::string& reason);
+  void ReconnectLater(const std::string& reason);
   std::shared_ptr<cQTStreaming> NewStream();
 
   cMirelo& facade_;
   host::MessageLoop& loop_;
   wire::ObservedSockets& sockets_;
   std::vector<std::string> tickers_;
+  std::unordered_set<std::string> asked_;  // the same in capital letters
   std::string streamer_file_;
   Pause first_pause_;
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;
   Pause silence_ = kFirstSilence;
+  bool running_ = false;            // between Start and Stop
   bool heard_ = false;              // a message, since silence was last listened for
   bool received_any_ = false;       // bytes, since then
-  bool login_pending_ = false;      // its result is told once a call
+  bool login_pending_ = false;      // its result is told once a connection
   bool streaming_pending_ = false;  // the same of the acceptance of the streamer
   bool taking_ = false;             // quotes are being handed on
   bool took_ = false;               // quotes, since the last sweep
+  bool told_unasked_ = false;
   std::set<std::string> told_failures_;
-  wire::KeptFailure failure_;  // of calling again
-  host::MessageLoop::Token timer_ = 0;
+  wire::KeptFailure failure_;  // of reconnecting
+  host::MessageLoop::Token reconnect_ = 0;
   host::MessageLoop::Token sweep_ = 0;
   host::MessageLoop::Token listening_ = 0;
   Event<std::span<const std::uint8_t>>::Cookie received_ = 0;

@@ -52,7 +52,6 @@ class ShownText {
 
   const std::string& Bytes() const { return bytes_; }
   friend bool operator==(const ShownText&, const ShownText&) = default;
-  friend bool operator==(const ShownText& shown, std::string_view bytes) { return shown.bytes_ == bytes; }
 
  private:
   friend ShownText Lines(std::string_view text);

@@ -17,13 +17,6 @@ constexpr const char* kEndlessSources = "QuoteTracker's list of quote sources do
 constexpr const char* kFlood = "QuoteTracker sends faster than its messages are taken";
 constexpr const char* kUnread = "QuoteTracker does not read what it is sent";
 
-// Of what was sent and not read. A day's subscriptions are a few thousand bytes.
-constexpr std::size_t kMostUnsent = std::size_t{16} * 1024 * 1024;
-
-// Of what comes while a sink is at work. The socket library holds such bytes back itself; this is for those
-// that come while a sink is called by a timer.
-constexpr std::size_t kMostLater = std::size_t{16} * 1024 * 1024;
-
 }  // namespace
 
 // Gives a sink its bytes in whole messages. The connection inside holds it.

@@ -26,6 +26,12 @@ class ObservedSockets;
 class AlignedConnection : public host::SocketConnection,
                           public std::enable_shared_from_this<AlignedConnection> {
  public:
+  // Of what was sent and not read. A day's subscriptions are a few thousand bytes.
+  static constexpr std::size_t kMostUnsent = std::size_t{16} * 1024 * 1024;
+  // Of what comes while a sink is at work. The socket library holds such bytes back itself; this is for those
+  // that come while a sink is called by a timer.
+  static constexpr std::size_t kMostLater = std::size_t{16} * 1024 * 1024;
+
   // `sockets` and `loop` must outlive this.
   AlignedConnection(ObservedSockets& sockets, host::MessageLoop& loop,
                     std::shared_ptr<host::SocketConnection> inner);

@@ -21,6 +21,13 @@ constexpr std::size_t kId = 2;
 constexpr std::uint16_t kSymbol = 1;
 constexpr std::uint8_t kUnknownWidth = 4;
 
+// How often a byte of a record is looked at on average for those that begin inside: of records side by side
+// once, and chance may nest some more. A peer that nests as many as it can would have each looked at some
+// thousand times.
+constexpr std::size_t kMostLooks = 16;
+// What may be looked at however short a record is: the next one, into which it reaches, may be longer.
+constexpr std::size_t kLeastLookedAt = 2048;
+
 constexpr std::uint8_t kUpToZero = 0;  // the width of texts that end with a zero byte
 
 constexpr std::uint8_t WidthOf(const Level1Field& field) {
@@ -136,6 +143,7 @@ void GrowingRecord::LookBehind(std::string_view bytes, std::size_t end) {
     const std::string_view inner = bytes.substr(at);
     if (!BeginsWithRecord(inner)) continue;
     const auto length = static_cast<std::size_t>(LengthOf(inner));
+    if (!MayLookAt(length, end)) continue;
     if (length > inner.size()) {
       by_begin_.emplace(at, at + length);
       by_end_.emplace(at + length, at);
@@ -143,6 +151,13 @@ void GrowingRecord::LookBehind(std::string_view bytes, std::size_t end) {
       good_ = at;
     }
   }
+}
+
+// Depends on what begins where alone, so that the answer is the same however the bytes come.
+bool GrowingRecord::MayLookAt(std::size_t length, std::size_t end) {
+  if (looked_at_ + length > kMostLooks * end + kLeastLookedAt) return false;
+  looked_at_ += length;
+  return true;
 }
 
 // Of those that had begun, the ones that have come whole since.

@@ -33,7 +33,8 @@ struct InnerRecord {
   bool may_come = false;  // whether more bytes may tell of one that begins before this
 };
 
-// Of bytes that begin with a record: the first that begins inside before `end`.
+// Of bytes that begin with a record: the first that begins inside before `end`. Those of a server in order
+// lie side by side; of a great many that are nested, some are not looked at.
 InnerRecord FindInnerRecord(std::string_view bytes, std::size_t end);
 
 // LookAt, of a record that grows at its end: goes on at the field where it stopped.
@@ -76,11 +77,13 @@ class GrowingRecord {
   void LookBehind(std::string_view bytes, std::size_t end);
   void LookAtFinished(std::string_view bytes);
   bool MayCome(std::string_view bytes, std::size_t end);
+  bool MayLookAt(std::size_t length, std::size_t end);
 
   bool is_begun_ = false;
   FieldWalk walk_;
-  std::size_t searched_ = 0;  // it is known of those before whether a record begins there
-  std::size_t good_ = 0;      // where the first good one begins; 0 without one
+  std::size_t searched_ = 0;   // it is known of those before whether a record begins there
+  std::size_t good_ = 0;       // where the first good one begins; 0 without one
+  std::size_t looked_at_ = 0;  // so many bytes of all that begin inside
   // Those that begin inside and have not come whole: where they begin and end, and the other way round.
   std::set<std::pair<std::size_t, std::size_t>> by_begin_;
   std::set<std::pair<std::size_t, std::size_t>> by_end_;

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "adapters/curl/limits.h"
+#include "wire/aligned_connection.h"
 #include "wire/mended_replies.h"
 #include "wire/message_aligner.h"
 #include "wire/subscribed_symbols.h"
@@ -35,6 +36,22 @@ std::string Grouped(std::size_t number) {
   return digits;
 }
 
+std::string InSeconds(std::chrono::milliseconds time) {
+  return std::to_string(std::chrono::floor<std::chrono::seconds>(time).count()) + " seconds";
+}
+
+// As in "a quarter of a second".
+std::string InPartOfSecond(std::chrono::milliseconds time) {
+  switch (std::chrono::milliseconds(1000) / time) {
+    case 2:
+      return "half a second";
+    case 4:
+      return "a quarter of a second";
+    default:
+      return std::to_string(time.count()) + " milliseconds";
+  }
+}
+
 TEST(GuideLimits, AreThoseOfTheCode) {
   const curl::Limits limits;
   const std::string guide = LimitsInGuide();
@@ -47,6 +64,13 @@ TEST(GuideLimits, AreThoseOfTheCode) {
   EXPECT_THAT(guide,
               HasSubstr("list of quote sources | " + MiB(wire::MessageAligner::kLongestSources) + " |"));
   EXPECT_THAT(guide, HasSubstr("reply on the stream | " + KiB(wire::MessageAligner::kLongestReply) + " |"));
+  EXPECT_THAT(
+      guide, HasSubstr("rest of a quote on the stream | " + InSeconds(wire::MessageAligner::kRecordPatience) +
+                       "; " + InPartOfSecond(wire::MessageAligner::kPatience) + " where"));
+  EXPECT_THAT(guide, HasSubstr("while its quotes are being used | " +
+                               MiB(wire::AlignedConnection::kMostLater) + " |"));
+  EXPECT_THAT(guide,
+              HasSubstr("QuoteTracker does not read | " + MiB(wire::AlignedConnection::kMostUnsent) + " |"));
   EXPECT_THAT(guide, HasSubstr("not asked for | " + Grouped(wire::SubscribedSymbols::kMostOthers) +
                                " tickers a connection, of " +
                                std::to_string(wire::SubscribedSymbols::kLongestOther) + " letters each |"));

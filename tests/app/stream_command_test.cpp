@@ -119,6 +119,22 @@ TEST_F(Stream, PassesOverAListOfSourcesThatNobodyAskedFor) {
   EXPECT_THAT(result.out, HasSubstr("\nMSFT,28.5,"));
 }
 
+TEST_F(Stream, PrintsNoQuotesThatWereNotAskedFor) {
+  LoopbackServer server([](LoopbackServer::Peer& peer) {
+    peer.Send("OK<STREAMER>SWISS.SDF</STREAMER>");
+    peer.ReceiveUntil("</L1QUOTES>");
+    for (const Level1Wire& quote : {Level1Wire().Symbol("IBM").Last(161), Level1Wire().Last(162),
+                                    Level1Wire().Symbol("MSFT").Last(28.5)})
+      peer.Send(quote.Bytes());
+    peer.ReceiveAll();
+  });
+  const auto result = RunMirelo(folder_.path(), {"stream", "MSFT", "--source", "SWISS.SDF", "--seconds", "1",
+                                                 "--csv", "--socket-port", std::to_string(server.Port())});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, AllOf(HasSubstr("\nMSFT,28.5,"), Not(HasSubstr("161")), Not(HasSubstr("162"))));
+  EXPECT_THAT(result.err, AllOf(HasSubstr("not asked for"), HasSubstr("\n1 quotes")));
+}
+
 // The network may cut a reply anywhere.
 TEST_F(Stream, TellsALoginThatCameInPiecesForWhatItIs) {
   LoopbackServer server([](LoopbackServer::Peer& peer) {
@@ -160,7 +176,7 @@ TEST_F(Stream, RecordsASessionThatCanBePlayed) {
   EXPECT_THAT(played.out, HasSubstr("\nMSFT,"));
 }
 
-TEST_F(Stream, CallsAgainWhenThePeerIsNotThere) {
+TEST_F(Stream, ReconnectsWhenThePeerIsNotThere) {
   const auto result = RunMirelo(
       folder_.path(), {"stream", "MSFT", "--source", "SWISS.SDF", "--seconds", "1", "--socket-port", "1"});
   EXPECT_EQ(result.exit_code, 1);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "support/error_number.h"
+#include "support/memory_shortage.h"
 
 namespace mirelo {
 namespace {
@@ -128,6 +129,14 @@ TEST(Collection, IsAsNewWhenCleared) {
   Fill(collection, {"c", "a"});
   EXPECT_EQ(collection.Item(1), "item c");
   EXPECT_EQ(collection.Item("a"), "item a");
+}
+
+TEST(Collection, IsClearedWhateverMemoryThereIs) {
+  Collection<std::int32_t> collection;
+  for (std::int32_t i = 1; i <= 100; ++i) collection.Add(i, "a" + std::to_string(i));
+  const testing::MemoryShortage shortage;
+  collection.Clear();
+  EXPECT_EQ(collection.Count(), 0);
 }
 
 TEST(Collection, LeavesClearedItemsToOtherOwners) {

@@ -1,10 +1,13 @@
-// What becomes of a quote whose handler fails, or takes its time.
+// What becomes of a quote whose handler fails or takes its time, or that nobody asked for; and when the feed
+// reconnects.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +18,7 @@
 #include "support/error_number.h"
 #include "support/level1_wire.h"
 #include "support/manual_loop.h"
+#include "support/memory_shortage.h"
 #include "support/stream_rig.h"
 #include "wire/observed_sockets.h"
 
@@ -24,6 +28,9 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr std::size_t kBytesOfMany = 256;  // asked for at once where there are many quotes, and not for one
 
 struct WithLoop {
   ManualLoop loop;
@@ -126,12 +133,41 @@ TEST_F(Feed, GivesTheQuotesThatWaitThoughAHandlerHangsUp) {
   EXPECT_THAT(prices, ElementsAre(1, 2, 3));
 }
 
-TEST_F(Feed, TellsOnceACallThatItStreams) {
+// The memory that is asked for to give taken quotes back.
+TEST_F(Feed, GivesEachQuoteOnceThoughMemoryIsShortBehindIt) {
+  const std::vector<double> many{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20};
+  DeliverPrices({1});
+  prices.clear();
+  const auto other = std::make_shared<cQTStreaming>();
+  other->QTDatas.Subscribe([&] {
+    for (const double price : many)
+      sockets.connections[0]->Deliver(Level1Wire().Symbol("MSFT").Last(price).Bytes());
+  });
+  other->connect();
+  sockets.connections[1]->Deliver(Level1Wire().Symbol("IBM").Last(1).Bytes());
+  std::optional<MemoryShortage> shortage;
+  act = [&](double price) {
+    if (price == many.back()) shortage.emplace(kBytesOfMany);
+  };
+  Pass(10);
+  EXPECT_EQ(prices, many);
+}
+
+TEST_F(Feed, LeavesOutQuotesThatWereNotAskedFor) {
+  Deliver(Level1Wire().Symbol("IBM").Last(1));
+  Deliver(Level1Wire().Last(2));
+  Deliver(Level1Wire().Symbol("msft").Last(3));
+  Deliver(Level1Wire().Symbol("IBM").Last(4));
+  EXPECT_THAT(prices, ElementsAre(3));
+  EXPECT_THAT(told, ElementsAre(HasSubstr("not asked for")));
+}
+
+TEST_F(Feed, TellsOnceAConnectionThatItStreams) {
   for (int i = 0; i < 3; ++i) Deliver("OK<STREAMER>SWISS.SDF</STREAMER>");
   EXPECT_THAT(told, ElementsAre("Streaming"));
 }
 
-TEST_F(Feed, CallsAgainAfterASilence) {
+TEST_F(Feed, ReconnectsAfterASilence) {
   Pass(60'000);
   EXPECT_THAT(told, Contains(HasSubstr("has said nothing for 60 seconds; calling again")));
 }
@@ -142,6 +178,20 @@ TEST_F(Feed, IsNotHeldByBytesThatAreNoMessage) {
     Pass(1'000);
   }
   EXPECT_THAT(told, Contains(HasSubstr("has sent nothing that can be understood for 60 seconds; calling")));
+}
+
+// The request that ends the subscriptions may be the one too many of a peer that reads nothing.
+TEST_F(Feed, StaysStoppedThoughItsConnectionIsGivenUp) {
+  feed.Stop();
+  observed.Dropped.Raise("QuoteTracker does not read what it is sent");
+  EXPECT_EQ(loop.NextTimer(), std::nullopt);
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(Feed, StaysStoppedThoughItWasToldOfTheLossAtThatMoment) {
+  feed.Status.Subscribe([&](const std::string&) { feed.Stop(); });
+  sockets.Newest().Drop();
+  EXPECT_EQ(loop.NextTimer(), std::nullopt);
 }
 
 // A head that strays into the stream may hold back what comes behind it for some seconds, but not more.
@@ -173,9 +223,9 @@ TEST_F(Feed, LosesOfADamagedChunkOnlyWhatLiesBehindTheDamage) {
   EXPECT_THAT(told, Contains(HasSubstr("Quotes were lost")));
 }
 
-// Calling again may fail for good, as when a setting was damaged meanwhile. Its timer may fall due while a
+// Reconnecting may fail for good, as when a setting was damaged meanwhile. Its timer may fall due while a
 // stream serves the loop behind a quote, where failures are dropped.
-TEST_F(Feed, EndsWithTheErrorOfCallingAgainWhereverThatCame) {
+TEST_F(Feed, EndsWithTheErrorOfReconnectingWhereverThatCame) {
   const auto other = std::make_shared<cQTStreaming>();
   other->connect();
   loop.StartTimer(day::StreamFeed::kFirstPause,

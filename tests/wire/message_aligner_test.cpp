@@ -556,7 +556,7 @@ TEST(MessageAligner, LooksAtEachByteOfALongMessageOnce) {
 // Those of records as well, whose lengths may lie: inside of this one others begin everywhere, and none of
 // them ends where its fields do.
 TEST(MessageAligner, LooksAtEachByteOfALongRecordOnce) {
-  const std::string inner = Level1Wire().Id(6).Length(30'001);  // which is the value of a field, too
+  const std::string inner = Level1Wire().Id(6).Length(32'767);  // which is the value of a field, too
   std::string fields;
   while (fields.size() < 32'000) fields += inner;
   for (const int length : {32'767, 16'001}) {
@@ -571,6 +571,20 @@ TEST(MessageAligner, LooksAtEachByteOfALongRecordOnce) {
     EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(5));
     EXPECT_EQ(aligner.Waiting(), message.size());
   }
+}
+
+// The same of one that comes whole: of those inside each would be walked over to the end.
+TEST(MessageAligner, DoesNotLookAtAllOfTheRecordsThatAPeerNests) {
+  std::string nested;
+  while (nested.size() < 32'600)
+    nested += Level1Wire().Id(11).Length(static_cast<std::int16_t>(32'700 - nested.size()));
+  const std::string record = Level1Wire().Long(6, 0).Raw(nested).Raw("\x7F").Bytes();
+  std::string hostile = record;
+  for (int i = 0; i < 20; ++i) hostile += record;
+  MessageAligner aligner;
+  const auto began = std::chrono::steady_clock::now();
+  Feed(aligner, hostile);
+  EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(2));
 }
 
 }  // namespace
