@@ -29,7 +29,9 @@ namespace {
 using namespace std::chrono_literals;
 using Arguments = std::vector<std::string>;
 
-constexpr auto kPatience = 60s;
+// A save under the sanitizers on a busy machine takes seconds, and the next one comes twenty times as long
+// behind it.
+constexpr auto kPatience = 180s;
 
 const std::filesystem::path kPrograms = MIRELO_BIN_DIR;
 
