@@ -24,20 +24,27 @@ using Cause = host::FileFailure::Cause;
 
 struct CauseAndAdvice {
   Cause cause;
-  const char* advice;  // to which the last way out is added: another file
+  const char* advice;
 };
 constexpr std::array kAdvice{
-    CauseAndAdvice{Cause::kNoRoom, "Make room on the disk"},
-    CauseAndAdvice{Cause::kSizeLimit, "Raise the limit of file sizes (ulimit -f), or make room on the disk"},
-    CauseAndAdvice{Cause::kRights, "Make the file and its folder writable"},
-    CauseAndAdvice{Cause::kReadOnly, "Make its file system writable"},
-    CauseAndAdvice{Cause::kNoFolder, "Make its folder"},
-    CauseAndAdvice{Cause::kLinksInACircle, "Remove the symbolic link, which leads back to itself"},
-    CauseAndAdvice{Cause::kNoRegularFile, "See that nothing but a file stands there"},
-    CauseAndAdvice{Cause::kLongName, "Make the name shorter: hidden files beside it have longer ones"},
-    CauseAndAdvice{Cause::kOther, "Mend that"},
+    CauseAndAdvice{Cause::kNoRoom, "Make room on the disk, or name another file with --workbook."},
+    CauseAndAdvice{Cause::kSizeLimit,
+                   "Raise the limit of file sizes (ulimit -f), or make room on the disk, or name another "
+                   "file with --workbook."},
+    CauseAndAdvice{Cause::kRights,
+                   "Make the file and its folder writable, or name another file with --workbook."},
+    CauseAndAdvice{Cause::kReadOnly, "Make its file system writable, or name another file with --workbook."},
+    CauseAndAdvice{Cause::kNoFolder, "Make its folder, or name another file with --workbook."},
+    CauseAndAdvice{
+        Cause::kLinksInACircle,
+        "Remove the symbolic link, which leads back to itself, or name another file with --workbook."},
+    CauseAndAdvice{Cause::kNoRegularFile,
+                   "See that nothing but a file stands there, or name another file with --workbook."},
+    CauseAndAdvice{Cause::kLongName,
+                   "Make the name shorter: hidden files beside it have longer ones, or name another file "
+                   "with --workbook."},
+    CauseAndAdvice{Cause::kOther, "Mend that, or name another file with --workbook."},
 };
-constexpr const char* kAnotherFile = ", or name another file with --workbook.";
 constexpr const char* kGoAgain = "Press Go again, on what that program has saved.";
 
 bool FileSizesAreLimited() {
@@ -56,7 +63,7 @@ std::optional<Cause> CauseOf(const RuntimeError& error) {
 }
 
 std::string AdviceFor(Cause cause) {
-  return std::string(std::ranges::find(kAdvice, cause, &CauseAndAdvice::cause)->advice) + kAnotherFile;
+  return std::ranges::find(kAdvice, cause, &CauseAndAdvice::cause)->advice;
 }
 
 std::string AsSentence(const std::string& text) { return text.ends_with('.') ? text : text + '.'; }

@@ -257,7 +257,7 @@ TEST_F(SnapshotFeed, DoesNotAskForWhatNoRequestCanName) {
   EXPECT_THAT(internet.Resources(), ElementsAre("/req?GetLastQuote(A,C)"));
   EXPECT_EQ(rows[0][1], "1");
   EXPECT_EQ(rows[2][1], "2");
-  for (const std::size_t row : {1, 3, 4, 5, 6}) EXPECT_THAT(rows[row], ElementsAre("", "", "", "", ""));
+  for (const std::size_t row : {1U, 3U, 4U, 5U, 6U}) EXPECT_THAT(rows[row], ElementsAre("", "", "", "", ""));
   Fetch(reply);
   EXPECT_THAT(told,
               ElementsAre("Not asked for, as a ticker holds no comma or bracket: \"B,X\", \"D)\", \"(E\", "

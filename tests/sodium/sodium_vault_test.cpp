@@ -330,7 +330,7 @@ TEST_F(Vault, IsMadeByOneOfSeveralThatStartAtOnce) {
 
 TEST_F(Vault, LeavesNoPlainTextInMemory) {
   if (!testing::CanSearchMemory()) GTEST_SKIP() << "there is too much of it";
-  for (const std::size_t size : {20, 200, 2000}) {
+  for (const std::size_t size : {20U, 200U, 2000U}) {
     const testing::HiddenText secret(size);
     vault_.Set({.name = "Demo", .secret = secret.Plain().text()});
     EXPECT_EQ(secret.CountInMemory(), 0) << "after it was stored";

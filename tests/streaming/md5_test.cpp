@@ -60,9 +60,9 @@ TEST(MD5, AgreesWithAnotherImplementationAtRandomLengths) {
 TEST(MD5, DigestsOneByteForEachCharacterOfTheCodePage) {
   EXPECT_EQ(MD5().DigestString("\u00FF\u20AC"), [] {
     std::string hex;
-    for (const unsigned char byte : OpenSslDigest("\xFF\x80")) {
+    for (const char byte : OpenSslDigest("\xFF\x80")) {
       char digits[3];
-      std::snprintf(digits, sizeof digits, "%02X", byte);
+      std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned>(static_cast<unsigned char>(byte)));
       hex += digits;
     }
     return hex;

@@ -124,7 +124,7 @@ TEST_F(BehindATail, EmptiesTheTailEvenWhenTheRecordIsStillIncomplete) {
   const std::string record = Quote("A");
   // The chunk supplies the two zeros that follow the tail: behind either tail, the old one or the longer one,
   // the rest of the record would publish it.
-  for (const std::size_t rest : {9, 11}) {
+  for (const std::size_t rest : {9U, 11U}) {
     SCOPED_TRACE(rest);
     Renew();
     stream->StopEndlessWalks(true);  // a tail that is still there may be the start of one

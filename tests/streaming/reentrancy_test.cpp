@@ -23,7 +23,7 @@ class Reentrancy : public StreamTest {
 
   // Runs `action` in the handler of the next QTDatas only.
   void InNextEvent(std::function<void()> action) {
-    stream->QTDatas.Subscribe([this, action = std::move(action), done = false]() mutable {
+    stream->QTDatas.Subscribe([action = std::move(action), done = false]() mutable {
       if (std::exchange(done, true)) return;
       action();
     });

@@ -26,7 +26,7 @@ class SecretInMemory : public StreamTest {};
 
 TEST_F(SecretInMemory, IsGoneBehindTheLogin) {
   if (!CanSearchMemory()) GTEST_SKIP() << "there is too much of it";
-  for (const std::size_t size : {20, 60, 200, 2000}) {
+  for (const std::size_t size : {20U, 60U, 200U, 2000U}) {
     SCOPED_TRACE(size);
     HidingVault hiding(size);
     host.Use(hiding);

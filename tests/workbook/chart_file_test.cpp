@@ -376,7 +376,7 @@ TEST_F(ChartFiles, KeepTheOldFileWhenTheDiskIsFull) {
   save();
   const auto size = static_cast<rlim_t>(std::filesystem::file_size(File()));
   WriteBytes(File(), "old");
-  for (const rlim_t missing : {100, 4000}) {  // room for the file without what its chart says
+  for (const rlim_t missing : {100U, 4000U}) {  // room for the file without what its chart says
     ChildProcess child([&](const ChildProcess::Test& test) {
       std::signal(SIGXFSZ, SIG_IGN);
       const rlimit limit{size - missing, size - missing};
