@@ -8,6 +8,7 @@
 #include <chrono>
 #include <fstream>
 #include <thread>
+#include <vector>
 
 #include "app/program.h"
 #include "quotetracker/server.h"
@@ -124,7 +125,8 @@ TEST_F(Quotes, AreAskedForAgainUntilCtrlCThoughOneAnswerFails) {
     result =
         RunProgram("/bin/sh", folder_.path(), {"-c", "echo $$ > pid; exec '" + program + "'" + arguments});
   });
-  while (server_.Requests().size() < 3) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  // Once it asks a fourth time, it has printed the third answer; whether it prints the fourth is open.
+  while (server_.Requests().size() < 4) std::this_thread::sleep_for(std::chrono::milliseconds(5));
   pid_t pid = 0;
   std::ifstream(folder_ / "pid") >> pid;
   EXPECT_GT(pid, 0);
@@ -133,8 +135,10 @@ TEST_F(Quotes, AreAskedForAgainUntilCtrlCThoughOneAnswerFails) {
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_THAT(result.err, HasSubstr("Data retrieval error."));
-  EXPECT_THAT(Lines(result.out),
-              ElementsAre(StartsWith("Ticker,"), StartsWith("MSFT,"), StartsWith("MSFT,")));
+  std::vector<std::string> lines = Lines(result.out);
+  ASSERT_GE(lines.size(), 3U);
+  lines.resize(3);
+  EXPECT_THAT(lines, ElementsAre(StartsWith("Ticker,"), StartsWith("MSFT,"), StartsWith("MSFT,")));
 }
 
 }  // namespace
