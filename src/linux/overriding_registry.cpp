@@ -13,7 +13,7 @@ void OverridingRegistry::Override(const std::string& name, const std::string& te
 
 std::int32_t OverridingRegistry::RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                                                Key& result) {
-  const auto code = stored_.RegOpenKeyExA(key, sub_key, access, result);
+  const auto code = inner().RegOpenKeyExA(key, sub_key, access, result);
   if (code != kFileNotFound || access != kRead || IsEmpty()) return code;
   result = kAbsentKey;
   return kSuccess;
@@ -23,7 +23,7 @@ std::int32_t OverridingRegistry::RegQueryValueExA(Key key, const std::string& na
                                                   char* data, std::uint32_t& size) {
   const auto override = overrides_.find(UCase(AnsiToText(name)));
   if (override == overrides_.end()) {
-    return key == kAbsentKey ? kFileNotFound : stored_.RegQueryValueExA(key, name, type, data, size);
+    return key == kAbsentKey ? kFileNotFound : inner().RegQueryValueExA(key, name, type, data, size);
   }
   const auto& bytes = override->second;
   const auto capacity = size;
@@ -37,32 +37,18 @@ std::int32_t OverridingRegistry::RegQueryValueExA(Key key, const std::string& na
 
 std::int32_t OverridingRegistry::RegQueryInfoKeyA(Key key, std::uint32_t& value_count,
                                                   std::uint32_t& longest_value_name) {
-  if (key != kAbsentKey) return stored_.RegQueryInfoKeyA(key, value_count, longest_value_name);
+  if (key != kAbsentKey) return inner().RegQueryInfoKeyA(key, value_count, longest_value_name);
   value_count = longest_value_name = 0;
   return kSuccess;
 }
 
 std::int32_t OverridingRegistry::RegEnumValueA(Key key, std::uint32_t index, char* name,
                                                std::uint32_t& size) {
-  return key == kAbsentKey ? kNoMoreItems : stored_.RegEnumValueA(key, index, name, size);
-}
-
-std::int32_t OverridingRegistry::RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
-                                                 Key& result) {
-  return stored_.RegCreateKeyExA(key, sub_key, access, result);
-}
-
-std::int32_t OverridingRegistry::RegSetValueExA(Key key, const std::string& name, std::uint32_t type,
-                                                const char* data, std::uint32_t size) {
-  return stored_.RegSetValueExA(key, name, type, data, size);
-}
-
-std::int32_t OverridingRegistry::RegDeleteKeyA(Key key, const std::string& sub_key) {
-  return stored_.RegDeleteKeyA(key, sub_key);
+  return key == kAbsentKey ? kNoMoreItems : inner().RegEnumValueA(key, index, name, size);
 }
 
 std::int32_t OverridingRegistry::RegCloseKey(Key key) {
-  return key == kAbsentKey ? kSuccess : stored_.RegCloseKey(key);
+  return key == kAbsentKey ? kSuccess : inner().RegCloseKey(key);
 }
 
 }  // namespace mirelo

@@ -41,7 +41,7 @@ std::vector<QuoteFlaw> MendedReplies::TakeFlaws() {
 host::WinInetApi::Handle MendedReplies::InternetConnectA(Handle internet, const std::string& host,
                                                          std::uint16_t port, const std::string& user,
                                                          const std::string& password, std::uint32_t service) {
-  const Handle connection = inner_.InternetConnectA(internet, host, port, user, password, service);
+  const Handle connection = inner().InternetConnectA(internet, host, port, user, password, service);
   if (connection != 0) servers_[connection] = AnsiToText(host) + ":" + std::to_string(port);
   return connection;
 }
@@ -50,7 +50,7 @@ host::WinInetApi::Handle MendedReplies::HttpOpenRequestA(Handle connection, cons
                                                          const std::string& object,
                                                          const std::string& version,
                                                          const std::string& referrer, std::uint32_t flags) {
-  const Handle request = inner_.HttpOpenRequestA(connection, verb, object, version, referrer, flags);
+  const Handle request = inner().HttpOpenRequestA(connection, verb, object, version, referrer, flags);
   if (request == 0) return request;
   Request& known = requests_[request] = Request();
   known.server = servers_[connection];
@@ -62,7 +62,7 @@ bool MendedReplies::InternetReadFile(Handle handle, char* buffer, std::uint32_t 
                                      std::uint32_t& read) {
   read = 0;
   auto found = requests_.find(handle);
-  if (found == requests_.end()) return inner_.InternetReadFile(handle, buffer, capacity, read);
+  if (found == requests_.end()) return inner().InternetReadFile(handle, buffer, capacity, read);
   if (!found->second.is_read) {
     // Other handlers run meanwhile and may close the handle.
     std::optional<std::string> body = WholeBody(handle, Request(found->second));
@@ -84,7 +84,7 @@ std::optional<std::string> MendedReplies::WholeBody(Handle handle, const Request
   std::array<char, 4096> piece;
   for (std::uint32_t count = 1; count > 0;) {
     count = 0;
-    if (!inner_.InternetReadFile(handle, piece.data(), piece.size(), count)) return std::nullopt;
+    if (!inner().InternetReadFile(handle, piece.data(), piece.size(), count)) return std::nullopt;
     const std::string_view bytes(piece.data(), count);
     fields += static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), PartsFields));
     if (fields > kMostFields) {
@@ -110,33 +110,7 @@ std::string MendedReplies::Mended(std::string body, const std::vector<std::strin
 bool MendedReplies::InternetCloseHandle(Handle handle) {
   servers_.erase(handle);
   requests_.erase(handle);
-  return inner_.InternetCloseHandle(handle);
-}
-
-// --- What passes as it is --------------------------------------------------------------------------------
-
-host::WinInetApi::Handle MendedReplies::InternetOpenA(const std::optional<std::string>& agent,
-                                                      std::uint32_t access_type) {
-  return inner_.InternetOpenA(agent, access_type);
-}
-
-bool MendedReplies::InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) {
-  return inner_.InternetSetOptionA(handle, option, value);
-}
-
-std::optional<std::string> MendedReplies::InternetCanonicalizeUrlA(const std::string& url,
-                                                                   std::uint32_t capacity,
-                                                                   std::uint32_t flags) {
-  return inner_.InternetCanonicalizeUrlA(url, capacity, flags);
-}
-
-bool MendedReplies::HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) {
-  return inner_.HttpSendRequestA(request, headers, body);
-}
-
-std::optional<std::string> MendedReplies::HttpQueryInfoA(Handle request, std::uint32_t level,
-                                                         std::uint32_t capacity) {
-  return inner_.HttpQueryInfoA(request, level, capacity);
+  return inner().InternetCloseHandle(handle);
 }
 
 }  // namespace mirelo::wire

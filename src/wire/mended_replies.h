@@ -1,29 +1,29 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "automation/event.h"
-#include "host/wininet_api.h"
+#include "host/wininet_wrapper.h"
 #include "wire/quote_reply.h"
 
 namespace mirelo::wire {
 
 // An HTTP client that mends QuoteTracker's replies to requests for quotes (Mend), so that what is wrong with
-// one ticker's record costs the other tickers nothing. It reads the whole of such a reply before it hands
-// over any of it. The request fails when the reply could not be read to its end, and when it has more than
+// one ticker's record costs the other tickers nothing. It reads the whole of each reply before it hands over
+// any of it. The request fails when the reply could not be read to its end, and when it has more than
 // kMostFields lines and fields, as no QuoteTracker in order sends: the facade would take far more memory for
-// them than they take on the way. All other requests pass as they are.
-class MendedReplies : public host::WinInetApi {
+// them than they take on the way. Replies to other requests are as they came.
+class MendedReplies : public host::WinInetWrapper {
  public:
   // Lines and fields of a reply, together.
   static constexpr std::size_t kMostFields = 100'000;
 
-  // `inner` must outlive this.
-  explicit MendedReplies(host::WinInetApi& inner) : inner_(inner) {}
+  using host::WinInetWrapper::WinInetWrapper;
 
   // Raised when a reply has more of them; the text says so to people, and of which server.
   Event<const std::string&> Refused;
@@ -32,19 +32,12 @@ class MendedReplies : public host::WinInetApi {
   // through the requests of that time, one behind the other.
   std::vector<QuoteFlaw> TakeFlaws();
 
-  Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) override;
-  bool InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) override;
   Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,
                           const std::string& user, const std::string& password,
                           std::uint32_t service) override;
-  std::optional<std::string> InternetCanonicalizeUrlA(const std::string& url, std::uint32_t capacity,
-                                                      std::uint32_t flags) override;
   Handle HttpOpenRequestA(Handle connection, const std::string& verb, const std::string& object,
                           const std::string& version, const std::string& referrer,
                           std::uint32_t flags) override;
-  bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) override;
-  std::optional<std::string> HttpQueryInfoA(Handle request, std::uint32_t level,
-                                            std::uint32_t capacity) override;
   bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
   bool InternetCloseHandle(Handle handle) override;
 
@@ -60,7 +53,6 @@ class MendedReplies : public host::WinInetApi {
   std::optional<std::string> WholeBody(Handle handle, const Request& request);
   std::string Mended(std::string body, const std::vector<std::string>& tickers);
 
-  host::WinInetApi& inner_;
   std::map<Handle, std::string> servers_;  // of the connections
   std::map<Handle, Request> requests_;
   std::vector<QuoteFlaw> flaws_;

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "host/registry.h"
+#include "host/registry_wrapper.h"
 
 namespace mirelo::testing {
 
 // A registry that passes its calls on to another one and keeps a log of the values that were written, failed
 // ones included.
-class LoggingRegistry : public host::Registry {
+class LoggingRegistry : public host::RegistryWrapper {
  public:
   // A value as it was written: a text without its terminator, or a number in decimal.
   struct Write {
@@ -24,43 +24,24 @@ class LoggingRegistry : public host::Registry {
     friend bool operator==(const Write&, const Write&) = default;
   };
 
-  explicit LoggingRegistry(host::Registry& inner) : inner_(inner) {}
+  using host::RegistryWrapper::RegistryWrapper;
 
   // Oldest first.
   std::vector<Write> writes;
 
   std::int32_t RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                              Key& result) override {
-    return Note(sub_key, inner_.RegOpenKeyExA(key, sub_key, access, result), result);
-  }
-  std::int32_t RegQueryValueExA(Key key, const std::string& name, std::uint32_t& type, char* data,
-                                std::uint32_t& size) override {
-    return inner_.RegQueryValueExA(key, name, type, data, size);
-  }
-  std::int32_t RegQueryInfoKeyA(Key key, std::uint32_t& value_count,
-                                std::uint32_t& longest_value_name) override {
-    return inner_.RegQueryInfoKeyA(key, value_count, longest_value_name);
-  }
-  std::int32_t RegEnumValueA(Key key, std::uint32_t index, char* name, std::uint32_t& size) override {
-    return inner_.RegEnumValueA(key, index, name, size);
+    return Note(sub_key, inner().RegOpenKeyExA(key, sub_key, access, result), result);
   }
   std::int32_t RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                                Key& result) override {
-    return Note(sub_key, inner_.RegCreateKeyExA(key, sub_key, access, result), result);
+    return Note(sub_key, inner().RegCreateKeyExA(key, sub_key, access, result), result);
   }
   std::int32_t RegSetValueExA(Key key, const std::string& name, std::uint32_t type, const char* data,
                               std::uint32_t size) override {
     writes.push_back({sections_[key], name, type, ValueOf(type, data, size)});
-    return inner_.RegSetValueExA(key, name, type, data, size);
+    return inner().RegSetValueExA(key, name, type, data, size);
   }
-  std::int32_t RegDeleteKeyA(Key key, const std::string& sub_key) override {
-    return inner_.RegDeleteKeyA(key, sub_key);
-  }
-  std::int32_t RegCloseKey(Key key) override { return inner_.RegCloseKey(key); }
-  std::int32_t BeginTransaction() override { return inner_.BeginTransaction(); }
-  std::int32_t CommitTransaction() override { return inner_.CommitTransaction(); }
-  void RollBackTransaction() override { inner_.RollBackTransaction(); }
-  std::string LastFailure() const override { return inner_.LastFailure(); }
 
  private:
   std::int32_t Note(const std::string& path, std::int32_t code, const Key& opened) {
@@ -76,7 +57,6 @@ class LoggingRegistry : public host::Registry {
     return std::to_string(number);
   }
 
-  host::Registry& inner_;
   std::map<Key, std::string> sections_;  // of the keys that were opened
 };
 

@@ -20,13 +20,13 @@ class BusyCursor {
 
 bool BusyInternet::HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) {
   const BusyCursor cursor;
-  return internet_.HttpSendRequestA(request, headers, body);
+  return inner().HttpSendRequestA(request, headers, body);
 }
 
 bool BusyInternet::InternetReadFile(Handle request, char* buffer, std::uint32_t capacity,
                                     std::uint32_t& read) {
   const BusyCursor cursor;
-  return internet_.InternetReadFile(request, buffer, capacity, read);
+  return inner().InternetReadFile(request, buffer, capacity, read);
 }
 
 }  // namespace mirelo::qt
