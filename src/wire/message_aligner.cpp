@@ -9,8 +9,6 @@ namespace mirelo::wire {
 
 namespace {
 
-constexpr std::size_t kRecordHead = 4;   // kind and length
-constexpr std::size_t kLeastRecord = 6;  // with the id of a field; the stream class forgets what is shorter
 // What is kept of bytes that are searched for a head, so that one cut by the network is found.
 constexpr std::size_t kKept = kLongestHead - 1;
 // A buffer that grew beyond this is given back.

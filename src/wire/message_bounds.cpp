@@ -12,8 +12,7 @@ namespace mirelo::wire {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
-constexpr std::size_t kLetters = 2;       // that name a kind
-constexpr std::size_t kHeadOfRecord = 6;  // kind, length, and the first field's id
+constexpr std::size_t kLetters = 2;  // that name a kind
 
 // Two letters of a kind, read as a length, are no less.
 constexpr std::int16_t kLeastOfLetters = 0x3100;
@@ -129,10 +128,10 @@ bool MayBeginMessage(char byte) {
 }
 
 bool BeginsWithRecord(std::string_view bytes) {
-  if (bytes.size() < kHeadOfRecord || KindOf(bytes) != MessageKind::kRecord) return false;
+  if (bytes.size() < kLeastRecord || KindOf(bytes) != MessageKind::kRecord) return false;
   const auto length = static_cast<std::int16_t>(NumberAt(bytes, 2));
   const std::uint16_t field = NumberAt(bytes, 4);
-  if (length < static_cast<std::int16_t>(kHeadOfRecord) || field < 1 || field >= kFieldTable.size())
+  if (length < static_cast<std::int16_t>(kLeastRecord) || field < 1 || field >= kFieldTable.size())
     return false;
   return length < kLeastOfLetters || KindOf(bytes.substr(2)) == MessageKind::kUnknown;
 }
@@ -143,9 +142,9 @@ std::optional<Head> FindHead(std::string_view bytes, std::size_t from, MessageKi
     return std::max(from, searched - std::min(searched, longest));
   };
   std::optional<Head> head;
-  for (std::size_t at = unsearched(kHeadOfRecord); at + kHeadOfRecord <= bytes.size(); ++at) {
+  for (std::size_t at = unsearched(kLeastRecord); at + kLeastRecord <= bytes.size(); ++at) {
     if (!IsRecordsFirst(bytes[at]) || !BeginsWithRecord(bytes.substr(at))) continue;
-    head = Head{at, at + kHeadOfRecord};
+    head = Head{at, at + kLeastRecord};
     break;
   }
   for (std::size_t tag = bytes.find('<', unsearched(kLongestTag)); tag != kNone;

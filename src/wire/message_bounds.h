@@ -17,6 +17,11 @@ enum class MessageKind : std::uint8_t {
   kUnknown,
 };
 
+// What a record begins with: the two letters of its kind, and its length.
+inline constexpr std::size_t kRecordHead = 4;
+// That, and a field's id: the stream class forgets what is shorter.
+inline constexpr std::size_t kLeastRecord = kRecordHead + 2;
+
 // Of at least two bytes.
 MessageKind KindOf(std::string_view bytes);
 // Whether a byte may be the first of a message of a known kind.

@@ -16,7 +16,6 @@ namespace mirelo::wire {
 
 namespace {
 
-constexpr std::size_t kHead = 4;  // kind and length
 constexpr std::size_t kId = 2;
 constexpr std::uint16_t kSymbol = 1;
 constexpr std::uint8_t kUnknownWidth = 4;
@@ -138,7 +137,7 @@ bool GrowingRecord::HoldsOthersBack(std::string_view bytes) {
 // Of the bytes that were not searched yet; what begins behind a good one does not matter.
 void GrowingRecord::LookBehind(std::string_view bytes, std::size_t end) {
   for (std::size_t at = std::max<std::size_t>(1, searched_);
-       good_ == 0 && at < end && at + kHead + kId <= bytes.size(); ++at) {
+       good_ == 0 && at < end && at + kLeastRecord <= bytes.size(); ++at) {
     searched_ = at + 1;
     const std::string_view inner = bytes.substr(at);
     if (!BeginsWithRecord(inner)) continue;

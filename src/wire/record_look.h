@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "wire/message_bounds.h"
+
 namespace mirelo::wire {
 
 // What the stream class makes of a record, as far as others are touched by it.
@@ -44,9 +46,7 @@ class FieldWalk {
   RecordLook Look(std::string_view record);
 
  private:
-  static constexpr std::size_t kHead = 4;  // kind and length
-
-  std::size_t at_ = kHead;        // of the next field
+  std::size_t at_ = kRecordHead;  // of the next field
   std::size_t symbol_begin_ = 0;  // where the symbol stands, of so many bytes
   std::size_t symbol_size_ = 0;
 };
