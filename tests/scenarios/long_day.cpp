@@ -209,6 +209,21 @@ void LongDay::ExpectTrueCells() {
   }
 }
 
+void LongDay::GoOnAndLook(int saves_of_a_part) {
+  ASSERT_TRUE(GoesOn()) << LastLines();
+  PassSaves(saves_of_a_part);
+  {
+    const FullDisk full;
+    PassSaves(saves_of_a_part);
+    ASSERT_TRUE(GoesOn()) << LastLines();
+  }
+  PassSaves(saves_of_a_part);
+  EXPECT_TRUE(keeper->State().starts_with("saved ")) << keeper->State();
+  ExpectTrueCells();
+  ExpectTrueHistory(*document);
+  ExpectTrueHistory(*workbook::Files().Open(folder / "day.xlsx"));
+}
+
 ProcessUse LongDay::UseAtRest() {
   ProcessUse least;
   for (int i = 0; i < 5; ++i) {

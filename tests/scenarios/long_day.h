@@ -78,6 +78,10 @@ class LongDay : public ::testing::Test {
   // That all rows of the history are quotes that were sent, in the order in which they were.
   void ExpectTrueHistory(const host::Document& book);
   void ExpectTrueCells();
+  // What each round of the day ends with, while a server of the test's own serves: the day goes on, also
+  // while the disk is full; then all is true that it shows and has saved. Fails fatally where it does not go
+  // on.
+  void GoOnAndLook(int saves_of_a_part);
   // What the process uses where the day stands still, nobody serving it.
   ProcessUse UseAtRest();
 

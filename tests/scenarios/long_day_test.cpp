@@ -184,18 +184,7 @@ void StreamedLongDay::Round(const Mischief& mischief, int part) {
     while (peer.Send(Both(msft, ibm, 3))) peer.Rest(10ms);
   });
   ASSERT_TRUE(PassUntil([&] { return done.load(); })) << "nobody called\n" << LastLines();
-  ASSERT_TRUE(GoesOn()) << LastLines();
-  PassSaves(part);
-  {
-    const FullDisk full;
-    PassSaves(part);
-    ASSERT_TRUE(GoesOn()) << LastLines();
-  }
-  PassSaves(part);
-  EXPECT_TRUE(keeper->State().starts_with("saved ")) << keeper->State();
-  ExpectTrueCells();
-  ExpectTrueHistory(*document);
-  ExpectTrueHistory(*workbook::Files().Open(folder / "day.xlsx"));
+  ASSERT_NO_FATAL_FAILURE(GoOnAndLook(part));
   server->Stop();
   PassSaves(part / 2);
 }
@@ -328,18 +317,7 @@ void AskedLongDay::Round(const Misreply& misreply, int part) {
     ASSERT_TRUE(PassUntil([&] { return Shown(msft) > newest; })) << "MSFT stands still\n" << LastLines();
   }
   in_turn = true;
-  ASSERT_TRUE(GoesOn()) << LastLines();
-  PassSaves(part);
-  {
-    const FullDisk full;
-    PassSaves(part);
-    ASSERT_TRUE(GoesOn()) << LastLines();
-  }
-  PassSaves(part);
-  EXPECT_TRUE(keeper->State().starts_with("saved ")) << keeper->State();
-  ExpectTrueCells();
-  ExpectTrueHistory(*document);
-  ExpectTrueHistory(*workbook::Files().Open(folder / "day.xlsx"));
+  ASSERT_NO_FATAL_FAILURE(GoOnAndLook(part));
   server->Stop();
   PassSaves(part / 2);
 }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "support/processor_time.h"
+
 namespace mirelo::wire {
 namespace {
 
@@ -76,10 +78,10 @@ TEST(QuoteReply, LosesTheLastFieldOfARecordThatBreaksOff) {
 TEST(QuoteReply, MayBeLongForNothing) {
   std::string lines = "OK";
   while (lines.size() < 16U << 20) lines += "\r\n";
-  const auto began = std::chrono::steady_clock::now();
+  const auto began = testing::ProcessorTime();
   EXPECT_EQ(MendAB(lines).body, "OK\r\n" + kNothing + "\r\n" + kNothing);
   EXPECT_EQ(MendAB("OK\r\nA" + std::string(16U << 20, ',')).body.size(), 2 + 2 + 20 + 2 + kNothing.size());
-  EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(5));
+  EXPECT_LT(testing::ProcessorTime() - began, std::chrono::seconds(5));
 }
 
 }  // namespace
