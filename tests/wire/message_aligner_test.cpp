@@ -334,6 +334,16 @@ TEST(MessageAligner, LeavesOutRecordsOfEverNewSymbolsAndTellsOnce) {
               ElementsAre(known, known));
 }
 
+TEST(MessageAligner, KeepsAChunkWhileTheClientSends) {
+  const std::string quote = Level1Wire().Symbol("IBM").Last(2);
+  MessageAligner aligner;
+  aligner.Add({reinterpret_cast<const std::uint8_t*>(quote.data()), quote.size()});
+  const auto chunk = aligner.Next();
+  ASSERT_TRUE(chunk);
+  aligner.NoteRequest("<L1QUOTES><Symbols>MSFT,IBM</Symbols></L1QUOTES>");
+  EXPECT_EQ(std::string(chunk->begin(), chunk->end()), quote);
+}
+
 // --- However the bytes come -----------------------------------------------------------------------------
 
 TEST(MessageAligner, GivesTheSameHoweverTheBytesCome) {
