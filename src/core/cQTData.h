@@ -9,8 +9,45 @@
 
 namespace mirelo {
 
+// What a record may carry, by its id on the wire, named as the property that shows it. Tick and UPC are read
+// and dropped, and with Date_Time come DateQT and TimeQT.
+enum class QuoteField : std::uint8_t {
+  Symbol = 1,
+  Bid_Price,
+  Ask_Price,
+  Last_Price,
+  Change,
+  Volume,
+  OpenTicker,
+  Prev_Close,
+  Bid_Size,
+  Ask_Size,
+  Last_Size,
+  High,
+  Low,
+  Tick,
+  Date_Time,
+  Week_52_High,
+  Week_52_Low,
+  Company_Name,
+  Prev_Volume,
+  Trades,
+  Avg_Trade_Size,
+  Average_Volume,
+  Dividend,
+  Earnings,
+  Exchange,
+  Market_Cap,
+  PE,
+  Open_Interest,
+  UPC,
+  Yield,
+  CloseTicker,
+};
+
 // One quote as the stream delivers it. It holds exactly what one record carried: what the record lacked is 0
-// or empty here, not the value last seen. Volumes are the low 32 bits of what was sent.
+// or empty here, not the value last seen; Carries tells the two apart. Volumes are the low 32 bits of what
+// was sent.
 //
 // Properties stand in the order of the public interface. Getting and letting them cannot fail, so the failure
 // "cQTData component failure" of this class has no way to occur.
@@ -53,6 +90,15 @@ class cQTData : public Object {
   Property<double> Ask_Price;
   Property<double> Bid_Price;
   Property<std::string> Symbol;
+
+  // Whether the record had the field, be it with a 0 or an empty text; the properties cannot tell these from
+  // what was lacking.
+  bool Carries(QuoteField field) const { return (carried_ >> static_cast<unsigned>(field) & 1) != 0; }
+  // The fields that the record had, a bit for each by its id.
+  void Carry(std::uint32_t fields) { carried_ = fields; }
+
+ private:
+  std::uint32_t carried_ = 0;
 };
 
 }  // namespace mirelo

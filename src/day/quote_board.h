@@ -11,9 +11,8 @@
 
 namespace mirelo::day {
 
-// What is known of each ticker of a stream. A streamed quote holds only the fields that its record carried;
-// the board keeps the others as they were. LastVolume alone is not kept: it is always that of the newest
-// quote.
+// What is known of each ticker of a stream. What a quote's record carried takes its place here, zeros among
+// it; what it lacked stays as it was. LastVolume alone is not kept: it is always that of the newest quote.
 class QuoteBoard {
  public:
   // All that a streamed quote can show, in an order for reading.
@@ -40,7 +39,8 @@ class QuoteBoard {
   std::int64_t quote_count_ = 0;
 };
 
-// All columns of one quote alone; what its record lacked is empty.
+// All columns of one quote alone; what its record lacked is empty. LastVolume is what a record with a volume
+// brings.
 QuoteRow QuoteFields(const cQTData& quote);
 
 }  // namespace mirelo::day

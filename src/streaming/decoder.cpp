@@ -4,6 +4,7 @@
 // Lengths and ids are taken as they come. Where a record lies about itself, the walk goes on where the lie
 // leads it, and the order of the steps decides what is lost; so that order is not free.
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -36,12 +37,9 @@ constexpr RecordKind kL1{'L', '1'};
 
 const std::string kNoText;
 
-// Reads the field at `position` and leaves the position behind it. What lies behind the chunk's end reads as
-// 0 or as no text, but a zero-terminated text that runs off it is error 9.
-inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Record& record) {
-  const auto id = bytes.NumberAt<std::uint16_t>(position);
-  position += 2;
-  const Level1Field& field = kFieldTable[id < kFieldTable.size() ? id : 0];
+// Reads a field's value at `position` and leaves the position behind it.
+inline void ReadValue(const Level1Field& field, const WireBytes& bytes, std::int32_t& position,
+                      Level1Record& record) {
   switch (field.kind) {
     case FieldKind::Double:
       record.*field.number = bytes.NumberAt<double>(position);
@@ -70,6 +68,16 @@ inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Reco
       position += kUnknownField;
       return;
   }
+}
+
+// Reads the field at `position` and leaves the position behind it. What lies behind the chunk's end reads as
+// 0 or as no text, and was not carried; but a zero-terminated text that runs off it is error 9.
+inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Record& record) {
+  const auto id = bytes.NumberAt<std::uint16_t>(position);
+  position += 2;
+  const std::size_t place = id < kFieldTable.size() ? id : 0;
+  ReadValue(kFieldTable[place], bytes, position, record);
+  record.carried |= static_cast<std::uint32_t>(position <= bytes.size()) << place;
 }
 
 // The symbol of the record that begins at a position, if that is its first field.

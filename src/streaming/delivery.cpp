@@ -34,6 +34,7 @@ void LetText(Property<std::string>& property, std::string_view wire_bytes) {
 void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
                                     std::int32_t last_volume) {
   cQTData& quote = QuoteToFill(QuoteBuffer, internals_->QuoteCounter);
+  quote.Carry(record.carried);
   quote.Ask_Price(record.ask_price);
   quote.Ask_Size(record.ask_size);
   quote.Average_Volume(record.average_volume);

@@ -85,6 +85,8 @@ inline constexpr std::array<Level1Field, 32> kFieldTable{{
     {"Close:8", FieldKind::Double, &Level1Record::close},
 }};
 
+static_assert(kFieldTable.size() <= 32, "Level1Record::carried has a bit for each");
+
 // The bytes that a dropped field takes: the number behind its descriptor's colon.
 constexpr std::int32_t DescribedWidth(std::string_view descriptor) {
   std::int32_t width = 0;

@@ -184,6 +184,7 @@ TEST(QuoteToFill, ReplacesAllValuesOfAQuoteThatStillWaitsWhenTheKeysStartAgain) 
   waiting.DateQT("20.01.2011");
   waiting.Company_Name("Company");
   waiting.Last_Price(1);
+  waiting.Carry(1U << static_cast<unsigned>(QuoteField::Last_Price));
 
   QuoteKeys last(QuoteKeys::kLast);
   EXPECT_EQ(QuoteToFill(buffer, last).NameID(), "a2147483640");
@@ -191,6 +192,7 @@ TEST(QuoteToFill, ReplacesAllValuesOfAQuoteThatStillWaitsWhenTheKeysStartAgain) 
   EXPECT_EQ(&again, &waiting);
   EXPECT_EQ(Flat(again), (FlatQuote{{"NameID", "a1"}}));
   EXPECT_EQ(again.DateQT(), "");
+  EXPECT_FALSE(again.Carries(QuoteField::Last_Price));
   EXPECT_THAT(Keys(buffer), ElementsAre("a0", "a1", "a2147483640"));
 }
 

@@ -1,5 +1,7 @@
 #include "streaming/level1_fields.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -175,6 +177,35 @@ TEST_F(Fields, BehindAnUnknownOneOfAnotherWidthAreTakenFromItsMiddle) {
 
 TEST_F(Fields, GivenTwiceCountOnce) {
   EXPECT_EQ(QuoteWith(Level1Wire().Bid(1).Bid(2)), (FlatQuote{{"Bid_Price", "2"}}));
+}
+
+// Each field by itself: with nothing in it, and not at all.
+TEST_F(Fields, AreCarriedByTheQuotesWhoseRecordHadThemBeTheyZeroOrEmpty) {
+  for (int id = 1; id < static_cast<int>(kFieldTable.size()); ++id) {
+    SCOPED_TRACE(kFieldTable[static_cast<std::size_t>(id)].descriptor);
+    const auto width =
+        static_cast<std::size_t>(DescribedWidth(kFieldTable[static_cast<std::size_t>(id)].descriptor));
+    // The price of another field makes it count as a quote; of a text there is the zero alone.
+    const int other = id == 4 ? 2 : 4;
+    Renew();
+    stream->connect();
+    Deliver(Level1Wire().Double(other, 1).Id(id).Raw(std::string(std::max<std::size_t>(width, 1), '\0')));
+    const auto quotes = Take();
+    ASSERT_EQ(quotes.size(), 1u);
+    for (int field = 1; field < static_cast<int>(kFieldTable.size()); ++field) {
+      EXPECT_EQ(quotes[0]->Carries(static_cast<QuoteField>(field)), field == id || field == other) << field;
+    }
+  }
+}
+
+TEST_F(Fields, OfUnknownIdsAreNoneThatAQuoteCarries) {
+  stream->connect();
+  Deliver(Level1Wire().Last(1).Id(33).Raw("1234").Id(-1).Raw("1234"));
+  const auto quotes = Take();
+  ASSERT_EQ(quotes.size(), 1u);
+  for (int field = 1; field < static_cast<int>(kFieldTable.size()); ++field) {
+    EXPECT_EQ(quotes[0]->Carries(static_cast<QuoteField>(field)), field == 4) << field;
+  }
 }
 
 TEST_F(Fields, OfASymbolGoThroughTheCodePage) {

@@ -1,0 +1,164 @@
+#include "day/quote_board.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/level1_wire.h"
+#include "support/manual_loop.h"
+#include "support/stream_rig.h"
+
+namespace mirelo::testing {
+namespace {
+
+using day::QuoteBoard;
+using day::QuoteFields;
+using day::QuoteRow;
+
+constexpr const char* kArrivalDate = "01/20/2011";
+constexpr const char* kArrivalTime = "08:36:13";
+constexpr const char* kStamp = "01202011093000";
+
+// How a column comes over the wire: as a value that is not 0, and as what is nothing but was carried.
+struct Carried {
+  const char* column;
+  Level1Wire (*value)();
+  const char* shown;
+  Level1Wire (*zero)();
+};
+
+const Carried kCarried[] = {
+    {"Last", [] { return Level1Wire().Last(28.35); }, "28.35", [] { return Level1Wire().Last(0); }},
+    {"Change", [] { return Level1Wire().Change(0.5); }, "0.5", [] { return Level1Wire().Change(0); }},
+    {"Bid", [] { return Level1Wire().Bid(28.3); }, "28.3", [] { return Level1Wire().Bid(0); }},
+    {"Ask", [] { return Level1Wire().Ask(28.4); }, "28.4", [] { return Level1Wire().Ask(0); }},
+    {"BidSize", [] { return Level1Wire().Integer(9, 300); }, "300",
+     [] { return Level1Wire().Integer(9, 0); }},
+    {"AskSize", [] { return Level1Wire().Integer(10, 400); }, "400",
+     [] { return Level1Wire().Integer(10, 0); }},
+    {"Volume", [] { return Level1Wire().Volume(1000); }, "1000", [] { return Level1Wire().Volume(0); }},
+    {"High", [] { return Level1Wire().High(29); }, "29", [] { return Level1Wire().High(0); }},
+    {"Low", [] { return Level1Wire().Low(27); }, "27", [] { return Level1Wire().Low(0); }},
+    {"Open", [] { return Level1Wire().Double(7, 28); }, "28", [] { return Level1Wire().Double(7, 0); }},
+    {"52w High", [] { return Level1Wire().Double(16, 35); }, "35", [] { return Level1Wire().Double(16, 0); }},
+    {"52w Low", [] { return Level1Wire().Double(17, 20); }, "20", [] { return Level1Wire().Double(17, 0); }},
+    {"AvgTrade", [] { return Level1Wire().Integer(21, 150); }, "150",
+     [] { return Level1Wire().Integer(21, 0); }},
+    {"NumTrades", [] { return Level1Wire().Integer(20, 12); }, "12",
+     [] { return Level1Wire().Integer(20, 0); }},
+};
+
+class Board : public ::testing::Test {
+ protected:
+  Board() {
+    rig.stream->DovantaFormatUserDate("mm/dd/yyyy");
+    rig.stream->connect();
+  }
+
+  // The quote of a record with these fields. A price that moves each time makes it count as one.
+  std::shared_ptr<cQTData> Quote(const Level1Wire& fields, std::string_view column) {
+    ++price_;
+    const Level1Wire record = Level1Wire(fields).Symbol("MSFT");
+    rig.Deliver(column == "Last" ? Level1Wire(record).Bid(price_) : Level1Wire(record).Last(price_));
+    const auto quotes = rig.Take();
+    return quotes.size() == 1 ? quotes.front() : throw std::logic_error("no quote was published");
+  }
+  // What the column's cell shows when a quote with these fields has come, and what the quote itself does.
+  std::string Cell(const Level1Wire& fields, std::string_view column) {
+    board.Take(*Quote(fields, column));
+    return Of(board.Rows().at(0), column);
+  }
+  std::string Field(const Level1Wire& fields, std::string_view column) {
+    return Of(QuoteFields(*Quote(fields, column)), column);
+  }
+  static std::string Of(const QuoteRow& row, std::string_view column) {
+    const auto& columns = QuoteBoard::AllColumns();
+    return row.at(static_cast<std::size_t>(std::ranges::find(columns, column) - columns.begin()));
+  }
+
+  ManualLoop loop;
+  StreamRig rig{loop};
+  QuoteBoard board{QuoteBoard::AllColumns(), {"MSFT"}};
+
+ private:
+  double price_ = 1000;
+};
+
+TEST_F(Board, ShowsWhatARecordCarriesZerosAmongItAndKeepsWhatItLacks) {
+  for (const auto& [column, value, shown, zero] : kCarried) {
+    SCOPED_TRACE(column);
+    EXPECT_EQ(Cell(Level1Wire(), column), "");
+    EXPECT_EQ(Cell(value(), column), shown);
+    EXPECT_EQ(Cell(Level1Wire(), column), shown);
+    EXPECT_EQ(Cell(zero(), column), "0");
+    EXPECT_EQ(Cell(Level1Wire(), column), "0");
+    EXPECT_EQ(Cell(value(), column), shown);
+    board = QuoteBoard(QuoteBoard::AllColumns(), {"MSFT"});
+  }
+}
+
+TEST_F(Board, KnowsAllColumns) {
+  std::vector<std::string> columns{"Ticker", "LastVolume", "Tick", "Date", "Time"};
+  for (const Carried& carried : kCarried) columns.emplace_back(carried.column);
+  EXPECT_THAT(QuoteBoard::AllColumns(), ::testing::UnorderedElementsAreArray(columns));
+}
+
+TEST_F(Board, ShowsWhenAQuoteWithAStampArrived) {
+  EXPECT_EQ(Cell(Level1Wire(), "Date"), "");
+  EXPECT_EQ(Cell(Level1Wire().Stamp(kStamp), "Date"), kArrivalDate);
+  EXPECT_EQ(Cell(Level1Wire(), "Time"), kArrivalTime) << "it stays that of the last stamp";
+  rig.clock.Advance(60);
+  EXPECT_EQ(Cell(Level1Wire(), "Time"), kArrivalTime);
+  EXPECT_EQ(Cell(Level1Wire().Stamp(kStamp), "Time"), "08:37:13");
+}
+
+// The wire's tick is dropped, so there is nothing to be shown.
+TEST_F(Board, LeavesTheTickEmpty) { EXPECT_EQ(Cell(Level1Wire().Fixed(14, "+"), "Tick"), ""); }
+
+TEST_F(Board, ShowsTheVolumeOfTheNewestQuoteAlone) {
+  const char* column = "LastVolume";
+  EXPECT_EQ(Cell(Level1Wire(), column), "0");
+  EXPECT_EQ(Cell(Level1Wire().Volume(1000), column), "0");
+  EXPECT_EQ(Cell(Level1Wire().Volume(1500), column), "500");
+  EXPECT_EQ(Cell(Level1Wire(), column), "0") << "no trade";
+}
+
+TEST_F(Board, LeavesTheTickerAsItWasGiven) {
+  board = QuoteBoard(QuoteBoard::AllColumns(), {"Msft"});
+  EXPECT_EQ(Cell(Level1Wire(), "Ticker"), "Msft");
+}
+
+TEST_F(Board, PrintsOfOneQuoteWhatItsRecordCarriedAndNothingElse) {
+  for (const auto& [column, value, shown, zero] : kCarried) {
+    SCOPED_TRACE(column);
+    EXPECT_EQ(Field(value(), column), shown);
+    EXPECT_EQ(Field(Level1Wire(), column), "");
+    EXPECT_EQ(Field(zero(), column), "0");
+  }
+  EXPECT_EQ(Field(Level1Wire(), "LastVolume"), "") << "no volume, no trade";
+  EXPECT_EQ(Field(Level1Wire().Volume(1000), "LastVolume"), "0");
+  EXPECT_EQ(Field(Level1Wire(), "Date"), "");
+  EXPECT_EQ(Field(Level1Wire().Stamp(kStamp), "Date"), kArrivalDate);
+  EXPECT_EQ(Field(Level1Wire(), "Ticker"), "MSFT");
+}
+
+// A value that lies behind the end of what came reads as 0, but nobody sent it.
+TEST_F(Board, TakesNoValueThatDidNotComeWhole) {
+  board.Take(*Quote(Level1Wire().Integer(10, 400), "AskSize"));
+  const std::string record = Level1Wire().Symbol("MSFT").Last(1).Id(10).Raw("\x01");
+  rig.Deliver(record);
+  const auto quotes = rig.Take();
+  ASSERT_EQ(quotes.size(), 1U);
+  EXPECT_EQ(quotes.front()->Ask_Size(), 0);
+  board.Take(*quotes.front());
+  EXPECT_EQ(Of(board.Rows().at(0), "AskSize"), "400");
+}
+
+}  // namespace
+}  // namespace mirelo::testing
