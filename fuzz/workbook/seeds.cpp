@@ -177,7 +177,12 @@ Parts ForeignChart() {
 // Sheets that are kept as they stand: names of their own, prefixes, a table, a chart sheet, a picture.
 Parts SheetsOfAPerson() {
   Parts parts = SmallWorkbook(
-      R"(<row r="1"><c r="A1" s="2" t="s"><v>0</v></c><c r="B1"><f>Rate</f><v>1</v></c></row>)");
+      R"(<row r="1"><c r="A1" s="2" t="s"><v>0</v></c><c r="B1"><f>Rate</f><v>1</v></c></row>)"
+      R"(<row r="2"><c r="A2"><f t="shared" ref="A2:A3" si="0">Two!B2+'Two:Prices'!$A1</f><v>2</v></c>)"
+      R"(<c r="B2" t="str"><f t="array" ref="B2:B3">SUMIF(A1:A3,"x",Prices!C:C)</f><v>x</v></c></row>)"
+      R"(<row r="3"><c r="A3"><f t="shared" si="0"/><v>3</v></c><c r="B3" t="e"><v>#N/A</v></c></row>)"
+      R"(<row r="4"><c r="A4"><f t="dataTable" ref="A4:A5" r1="A1"/><v>4</v></c></row>)"
+      R"(<row r="5"><c r="A5"><v>5</v></c><c r="B5" t="b"><f>T[[#This Row],[a]]&amp;[1]X!A1&amp;OFFSET(A1,1,1)</f><v>1</v></c></row>)");
   InsertBehind(parts[testing::kSheetPart], "</sheetData>",
                R"(<mergeCells><mergeCell ref="A1:B1"/></mergeCells><drawing r:id="d"/>)");
   ReplaceIn(parts[testing::kSheetPart], "<sheetData>",
@@ -203,7 +208,7 @@ Parts SheetsOfAPerson() {
   parts["xl/drawings/_rels/drawing1.xml.rels"] =
       R"(<Relationships><Relationship Id="i" Type="http://x/image" Target="../media/image1.png"/></Relationships>)";
   parts["xl/media/image1.png"] = "picture";
-  parts["xl/tables/table1.xml"] = "<table/>";
+  parts["xl/tables/table1.xml"] = R"(<table name="T" displayName="T" ref="C1:C5"/>)";
   return parts;
 }
 

@@ -20,6 +20,7 @@
 #include "adapters/workbook/xlsx/carrying_writer.h"
 #include "adapters/workbook/xlsx/origin.h"
 #include "adapters/workbook/xlsx/saved_check.h"
+#include "adapters/workbook/xlsx/stale_results.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
 
@@ -116,13 +117,15 @@ void SaveCarrying(std::span<const char> bytes, const LoadLimits& limits) {
   static const std::filesystem::path file =
       std::filesystem::temp_directory_path() / ("fuzz-kept-" + std::to_string(getpid()) + ".xlsx");
   std::ofstream(file).flush();
+  StaleResults stale;
   try {
-    WriteCarrying(*loaded.book, origin, *kept, WriteNewSheets(*loaded.book, *kept, file), file);
+    stale = FindStaleResults(*loaded.book, origin, *kept);
+    WriteCarrying(*loaded.book, origin, *kept, stale, WriteNewSheets(*loaded.book, *kept, file), file);
   } catch (const RuntimeError& error) {
     Require(error.Number() == host::excel::kApplicationError);
     return;
   }
-  Require(ProblemOfSaved(*loaded.book, *kept, file).empty());
+  Require(ProblemOfSaved(*loaded.book, *kept, stale, file).empty());
   std::filesystem::remove(file);
 }
 

@@ -104,7 +104,7 @@ TEST_F(Interchange, ReadsWhatAnotherProgramWrote) {
   EXPECT_THAT(
       AllLosses(spreadsheet),
       ElementsAre(
-          "Sheet \"Quotes\": not kept: formulas (cells: 1), which become the last value computed.",
+          "Sheet \"Quotes\": not kept: formulas that are not calculated (cells: 1), which leave nothing.",
           "Sheet \"Quotes\": not kept: conditional formats other than comparisons with a value (rules: "
           "1).",
           "Sheet \"Charts\": not kept of the chart \"Last\": tick marks.",

@@ -68,6 +68,7 @@ std::string DisplayedText(const CellValue& value, std::string_view format) {
   if (const double* number = value.IfNumber()) return NumberInFormat(*number, format);
   if (const bool* boolean = value.IfBoolean()) return *boolean ? "TRUE" : "FALSE";
   if (const CellError* error = value.IfError()) return std::string(ErrorText(*error));
+  if (value.IsNotCalculated()) return "not calculated";
   const std::string* text = value.IfText();
   if (text == nullptr) return "";
   const std::vector<std::string_view> sections = FormatSections(format);

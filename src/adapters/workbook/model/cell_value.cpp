@@ -30,12 +30,18 @@ CellValue CellValue::OfText(std::string text) {
   return value;
 }
 
+CellValue CellValue::NotCalculated() {
+  CellValue value;
+  value.value_ = Unknown();
+  return value;
+}
+
 CellValue CellValue::Copy() const {
   if (const std::string* text = IfText()) return OfText(*text);
   if (const double* number = IfNumber()) return CellValue(*number);
   if (const bool* boolean = IfBoolean()) return CellValue(*boolean);
   if (const CellError* error = IfError()) return CellValue(*error);
-  return CellValue();
+  return IsNotCalculated() ? NotCalculated() : CellValue();
 }
 
 const std::string* CellValue::IfText() const {

@@ -16,8 +16,8 @@ enum class CellError : std::uint8_t { Null, DivisionByZero, Value, Reference, Na
 std::string_view ErrorText(CellError error);
 std::optional<CellError> ParseCellError(std::string_view text);  // letters of either case
 
-// What one cell holds: nothing, a number (dates are numbers), a boolean, an error or a text that is not
-// empty.
+// What one cell holds: nothing, a number (dates are numbers), a boolean, an error, a text that is not empty,
+// or a formula whose result nobody has told.
 class CellValue {
  public:
   CellValue() = default;
@@ -26,6 +26,7 @@ class CellValue {
   explicit CellValue(CellError error) : value_(error) {}
   // An empty text is no content.
   static CellValue OfText(std::string text);
+  static CellValue NotCalculated();
 
   CellValue(CellValue&&) = default;
   CellValue& operator=(CellValue&&) = default;
@@ -37,12 +38,16 @@ class CellValue {
   const bool* IfBoolean() const { return std::get_if<bool>(&value_); }
   const CellError* IfError() const { return std::get_if<CellError>(&value_); }
   const std::string* IfText() const;
+  bool IsNotCalculated() const { return std::holds_alternative<Unknown>(value_); }
 
   friend bool operator==(const CellValue& a, const CellValue& b);
 
  private:
   using Text = std::unique_ptr<const std::string>;  // keeps a cell at 16 bytes
-  std::variant<std::monostate, double, bool, CellError, Text> value_;
+  struct Unknown {
+    friend bool operator==(const Unknown&, const Unknown&) = default;
+  };
+  std::variant<std::monostate, double, bool, CellError, Text, Unknown> value_;
 };
 
 }  // namespace mirelo::workbook

@@ -18,6 +18,7 @@
 #include "adapters/workbook/xlsx/package.h"
 #include "adapters/workbook/xlsx/package_editor.h"
 #include "adapters/workbook/xlsx/relationship_list.h"
+#include "adapters/workbook/xlsx/result_remover.h"
 #include "adapters/workbook/xlsx/sheet_transplant.h"
 #include "adapters/workbook/xlsx/style_merge.h"
 #include "adapters/workbook/xlsx/workbook_part.h"
@@ -49,10 +50,11 @@ std::string WorkbookPartOf(Package& package) {
 class CarryingWriter {
  public:
   CarryingWriter(const Book& book, const Origin& origin, const Origin::Kept& kept, const NewSheets& fresh,
-                 const std::filesystem::path& file)
+                 const StaleResults& stale, const std::filesystem::path& file)
       : book_(book),
         origin_(origin),
         kept_(kept),
+        stale_(stale),
         fresh_(fresh),
         file_(file),
         old_(origin.file(), OfTrustedFiles()),
@@ -65,7 +67,7 @@ class CarryingWriter {
 
   void Write() {
     DropStaleRelationships();
-    DeselectCarriedSheets();
+    ChangeCarriedSheets();
     TakeNewSheets();
     editor_.Put(workbook_, RewriteWorkbookPart(workbook_, old_workbook_, book_, origin_.entries(),
                                                new_relationship_ids_));
@@ -100,21 +102,28 @@ class CarryingWriter {
         [](const Relationship& relationship) { return relationship.type == "origin"; });
   }
 
-  // Two selected tabs would be a group, in which whatever a person types goes to both sheets.
-  void DeselectCarriedSheets() {
+  // Two selected tabs would be a group, in which whatever a person types goes to both sheets. And programs
+  // that find the result of a formula in the file show it, though what it was computed from is another.
+  void ChangeCarriedSheets() {
     const std::vector<std::string> ids = SheetRelationshipIds(workbook_, old_workbook_);
     const std::vector<Relationship> relationships = relationships_.all();
     for (std::size_t place = 0; place < ids.size(); ++place) {
-      const auto& [sheet, standing, chart] = origin_.entries()[place];
+      const auto& [sheet, standing, chart, sheet_part] = origin_.entries()[place];
       const bool may_be_selected = sheet == nullptr || (standing.is_selected && kept_.contains(sheet.get()));
       const bool is_in_front =
           sheet != nullptr ? IsActive(*sheet) : chart != nullptr && chart == book_.front_chart;
-      if (!may_be_selected || is_in_front) continue;
+      const bool is_deselected = may_be_selected && !is_in_front;
+      const auto stale = stale_.find(sheet.get());
+      if (!is_deselected && stale == stale_.end()) continue;
       const auto relationship = std::find_if(relationships.begin(), relationships.end(),
                                              [&](const auto& l) { return l.id == ids[place]; });
       if (relationship == relationships.end() || !old_.Has(relationship->target)) continue;
-      editor_.PutLater(relationship->target,
-                       [this, part = relationship->target] { return WithoutSelectedTab(old_.Read(part)); });
+      const std::vector<CellPlace>* cells = stale == stale_.end() ? nullptr : &stale->second;
+      editor_.PutLater(relationship->target, [this, part = relationship->target, is_deselected, cells] {
+        std::string text = old_.Read(part);
+        if (cells != nullptr) text = WithoutResults(part, std::move(text), *cells);
+        return is_deselected ? WithoutSelectedTab(std::move(text)) : text;
+      });
     }
   }
 
@@ -229,6 +238,7 @@ class CarryingWriter {
   const Book& book_;
   const Origin& origin_;
   const Origin::Kept& kept_;
+  const StaleResults& stale_;
   const NewSheets& fresh_;
   const std::filesystem::path& file_;
   Package old_;
@@ -259,9 +269,9 @@ NewSheets WriteNewSheets(const Book& book, const Origin::Kept& kept, const std::
   return fresh;
 }
 
-void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept, const NewSheets& fresh,
-                   const std::filesystem::path& file) {
-  CarryingWriter(book, origin, kept, fresh, file).Write();
+void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept,
+                   const StaleResults& stale, const NewSheets& fresh, const std::filesystem::path& file) {
+  CarryingWriter(book, origin, kept, fresh, stale, file).Write();
 }
 
 }  // namespace mirelo::workbook

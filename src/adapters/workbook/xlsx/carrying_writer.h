@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "adapters/workbook/xlsx/origin.h"
+#include "adapters/workbook/xlsx/stale_results.h"
 
 namespace mirelo::workbook {
 
@@ -20,9 +21,9 @@ NewSheets WriteNewSheets(const Book& book, const Origin::Kept& kept, const std::
 
 // Writes a workbook over `file`, which is there: the parts of its origin, in which the sheets of `fresh` take
 // the place of those that were changed. Kept sheets stay byte for byte, except that only the sheet in front
-// has its tab selected. Error 1004 when the origin is damaged, or the file of the new sheets is; 61 and 75 as
-// WriteWorkbook.
-void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept, const NewSheets& fresh,
-                   const std::filesystem::path& file);
+// has its tab selected, and that stale results of formulas are left out. Error 1004 when the origin is
+// damaged, or the file of the new sheets is; 61 and 75 as WriteWorkbook.
+void WriteCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept,
+                   const StaleResults& stale, const NewSheets& fresh, const std::filesystem::path& file);
 
 }  // namespace mirelo::workbook

@@ -31,10 +31,21 @@ void CellReader::Read(pugi::xml_node node, std::string_view type, std::int32_t r
   if (error) {
     value = CellValue(*error);
   } else {
-    if (formula) ++formulas_;
-    value = ValueOf(node, type, style);
+    value = formula ? FormulaValue(node, type, style) : ValueOf(node, type, style);
   }
   if (!value.IsEmpty()) sheet_.cells.Set(row, column, std::move(value));
+}
+
+// A program that was to compute it later has left out the value, or put in an empty one.
+CellValue CellReader::FormulaValue(pugi::xml_node node, std::string_view type, StyleId style) {
+  CellValue value = ValueOf(node, type, style);
+  const bool is_empty_text = type == "str" && Child(node, "v");
+  if (!value.IsEmpty() || is_empty_text) {
+    ++formulas_;
+    return value;
+  }
+  ++formulas_without_value_;
+  return CellValue::NotCalculated();
 }
 
 CellValue CellReader::ValueOf(pugi::xml_node node, std::string_view type, StyleId style) {
@@ -105,6 +116,7 @@ void CellReader::ReportLosses() const {
                                          ")" + std::string(fate) + ".");
   };
   report(formulas_, "formulas", ", which become the last value computed");
+  report(formulas_without_value_, "formulas that are not calculated", ", which leave nothing");
   report(rich_texts_, "several formats within one text", "");
   report(unknown_errors_, "errors of newer programs", ", which become #VALUE!");
 }

@@ -22,6 +22,7 @@ class CellReader {
   void ReportLosses() const;
 
  private:
+  CellValue FormulaValue(pugi::xml_node node, std::string_view type, StyleId style);
   CellValue ValueOf(pugi::xml_node node, std::string_view type, StyleId style);
   CellValue NumberValue(std::string_view text, StyleId style) const;
   CellValue DateValue(std::string_view text) const;
@@ -37,6 +38,7 @@ class CellReader {
   std::int32_t column_ = 0;
   std::string buffer_;  // for content in several pieces
   std::size_t formulas_ = 0;
+  std::size_t formulas_without_value_ = 0;
   std::size_t rich_texts_ = 0;
   std::size_t unknown_errors_ = 0;
 };

@@ -12,12 +12,13 @@ namespace {
 std::string ProblemOfCarrying(const Book& book, const Origin& origin, const Origin::Kept& kept,
                               const NewSheets& fresh, const std::filesystem::path& file) {
   try {
-    WriteCarrying(book, origin, kept, fresh, file);
+    const StaleResults stale = FindStaleResults(book, origin, kept);
+    WriteCarrying(book, origin, kept, stale, fresh, file);
+    return ProblemOfSaved(book, kept, stale, file);
   } catch (const RuntimeError& error) {
     if (error.Number() != host::excel::kApplicationError) throw;
     return error.Description();
   }
-  return ProblemOfSaved(book, kept, file);
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ std::optional<Origin::Kept> Origin::KeptSheets(const Book& book) const {
   if (!AreChartSheetsUnchanged(book, again)) return std::nullopt;
   Kept kept;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    const auto& [sheet, standing, chart] = entries_[i];
+    const auto& [sheet, standing, chart, part] = entries_[i];
     if (sheet == nullptr) continue;
     const bool is_there = std::find(book.sheets.begin(), book.sheets.end(), sheet) != book.sheets.end();
     const Sheet& loaded = *again.entries[i].sheet;

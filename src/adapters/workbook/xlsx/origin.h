@@ -19,6 +19,7 @@ class Origin {
   Origin(std::vector<char> file, const LoadLimits& limits, const LoadedBook& loaded);
 
   const std::vector<char>& file() const { return file_; }
+  const LoadLimits& limits() const { return limits_; }
   const std::vector<LoadedBook::Entry>& entries() const { return entries_; }
 
   // The sheets that can be saved as they stand in the file: those that nobody changed, which is found out by

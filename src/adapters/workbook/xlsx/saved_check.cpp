@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -79,14 +80,23 @@ bool IsSame(const std::vector<std::shared_ptr<Chart>>& a, const std::vector<std:
                     [](const auto& one, const auto& other) { return IsSame(*one, *other); });
 }
 
+// Sheets that are written anew have no formulas, so where one had no result nothing stands.
+std::size_t CountCalculated(const CellGrid& cells) {
+  std::size_t count = 0;
+  cells.ForEach(Area::Sheet(), [&](std::int32_t, std::int32_t, const CellValue& value) {
+    if (!value.IsNotCalculated()) ++count;
+  });
+  return count;
+}
+
 bool IsSame(const Sheet& a, const Sheet& b) {
-  if (a.name != b.name || a.cells.Count() != b.cells.Count() || !IsSame(a.comments, b.comments) ||
+  if (a.name != b.name || CountCalculated(a.cells) != b.cells.Count() || !IsSame(a.comments, b.comments) ||
       !IsSame(a.conditions, b.conditions) || !IsSame(a.charts.all, b.charts.all)) {
     return false;
   }
   bool is_same = true;
   a.cells.ForEach(Area::Sheet(), [&](std::int32_t row, std::int32_t column, const CellValue& value) {
-    if (!is_same) return;
+    if (!is_same || value.IsNotCalculated()) return;
     const CellValue* other = b.cells.Find(row, column);
     is_same = other != nullptr && IsSame(value, *other);
   });
@@ -99,13 +109,18 @@ bool IsSame(const std::vector<std::shared_ptr<Sheet>>& a, const std::vector<std:
 }
 
 // Whether they are the same where chart sheets and these sheets were kept as they stood in another file.
-bool IsSame(const Book& a, const Book& b, const std::set<const Sheet*>& kept) {
+bool IsSame(const Book& a, const Book& b, const std::set<const Sheet*>& kept, const StaleResults& stale) {
   if (a.sheets.size() != b.sheets.size() || a.chart_sheets.size() != b.chart_sheets.size()) return false;
+  static const std::vector<CellPlace> kNone;
   for (std::size_t i = 0; i < a.sheets.size(); ++i) {
     const Sheet& sheet = *a.sheets[i];
     const Sheet& other = *b.sheets[i];
+    const auto left_out = stale.find(&sheet);
     const bool is_same =
-        kept.contains(&sheet) ? sheet.name == other.name && IsUnchanged(sheet, other) : IsSame(sheet, other);
+        kept.contains(&sheet)
+            ? sheet.name == other.name &&
+                  IsUnchanged(sheet, other, left_out == stale.end() ? kNone : left_out->second)
+            : IsSame(sheet, other);
     if (!is_same) return false;
   }
   return true;
@@ -146,9 +161,9 @@ void CheckSaved(const std::vector<std::shared_ptr<Sheet>>& sheets, std::span<con
   Require(ProblemOf(file, [&](const Book& saved) { return IsSame(sheets, saved.sheets); }));
 }
 
-std::string ProblemOfSaved(const Book& book, const std::set<const Sheet*>& kept,
+std::string ProblemOfSaved(const Book& book, const std::set<const Sheet*>& kept, const StaleResults& stale,
                            const std::filesystem::path& file) {
-  return ProblemOf(file, [&](const Book& saved) { return IsSame(book, saved, kept); });
+  return ProblemOf(file, [&](const Book& saved) { return IsSame(book, saved, kept, stale); });
 }
 
 }  // namespace mirelo::workbook

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "adapters/workbook/model/book.h"
+#include "adapters/workbook/xlsx/stale_results.h"
 
 namespace mirelo::workbook {
 
@@ -19,10 +20,10 @@ void CheckSaved(const Book& book, const std::filesystem::path& file);
 // The same for the bytes of a file of these sheets alone.
 void CheckSaved(const std::vector<std::shared_ptr<Sheet>>& sheets, std::span<const char> file);
 
-// The same check where these sheets were kept as they stood in the file that the workbook was loaded from. It
-// raises nothing for what is missing: the result says in a few words what is wrong, and is empty when nothing
-// is.
-std::string ProblemOfSaved(const Book& book, const std::set<const Sheet*>& kept,
+// The same check where these sheets were kept as they stood in the file that the workbook was loaded from,
+// but for the stale results of formulas. It raises nothing for what is missing: the result says in a few
+// words what is wrong, and is empty when nothing is.
+std::string ProblemOfSaved(const Book& book, const std::set<const Sheet*>& kept, const StaleResults& stale,
                            const std::filesystem::path& file);
 
 }  // namespace mirelo::workbook

@@ -26,12 +26,12 @@ std::string FormulaOf(const Sheet& sheet, const Area& cells) {
   return formula + "'!" + AddressText(cells, true, true);
 }
 
-// What is plotted of a cell that is not empty: text is zero, and any error leaves a gap, for which the format
-// has this one word.
+// What is plotted of a cell that is not empty: text is zero, and an error or what nobody has calculated
+// leaves a gap, for which the format has this one word.
 std::string PlottedText(const CellValue& value) {
   if (const double* number = value.IfNumber()) return NumberText(*number);
   if (const bool* boolean = value.IfBoolean()) return *boolean ? "1" : "0";
-  return value.IfError() != nullptr ? "#N/A" : "0";
+  return value.IfError() != nullptr || value.IsNotCalculated() ? "#N/A" : "0";
 }
 
 class SeriesWriter {

@@ -1,6 +1,7 @@
 #include "adapters/workbook/xlsx/sheet_changes.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,11 +13,21 @@ namespace mirelo::workbook {
 
 namespace {
 
-bool IsAsLoaded(const CellGrid& a, const CellGrid& b) {
-  if (a.Count() != b.Count()) return false;
+bool IsBefore(const CellPlace& a, const CellPlace& b) {
+  return a.row != b.row ? a.row < b.row : a.column < b.column;
+}
+
+bool IsAsLoaded(const CellGrid& a, const CellGrid& b, const std::vector<CellPlace>& but) {
+  const auto count_counting = [&](const CellGrid& cells) {
+    return cells.Count() -
+           static_cast<std::size_t>(std::count_if(but.begin(), but.end(), [&](const CellPlace& cell) {
+             return cells.Find(cell.row, cell.column) != nullptr;
+           }));
+  };
+  if (count_counting(a) != count_counting(b)) return false;
   bool is_same = true;
   a.ForEach(Area::Sheet(), [&](std::int32_t row, std::int32_t column, const CellValue& value) {
-    if (!is_same) return;
+    if (!is_same || std::binary_search(but.begin(), but.end(), CellPlace{row, column}, IsBefore)) return;
     const CellValue* other = b.Find(row, column);
     is_same = other != nullptr && value == *other;
   });
@@ -63,10 +74,12 @@ bool IsAsLoaded(const SheetCharts& a, const SheetCharts& b, const std::string& o
 
 }  // namespace
 
-bool IsUnchanged(const Sheet& sheet, const Sheet& loaded) {
+bool IsUnchanged(const Sheet& sheet, const Sheet& loaded) { return IsUnchanged(sheet, loaded, {}); }
+
+bool IsUnchanged(const Sheet& sheet, const Sheet& loaded, const std::vector<CellPlace>& but) {
   return sheet.hidden == loaded.hidden && sheet.widths == loaded.widths && sheet.heights == loaded.heights &&
          sheet.frozen_rows == loaded.frozen_rows && sheet.frozen_columns == loaded.frozen_columns &&
-         sheet.styles == loaded.styles && IsAsLoaded(sheet.cells, loaded.cells) &&
+         sheet.styles == loaded.styles && IsAsLoaded(sheet.cells, loaded.cells, but) &&
          IsAsLoaded(sheet.comments, loaded.comments) && IsAsLoaded(sheet.conditions, loaded.conditions) &&
          IsAsLoaded(sheet.charts, loaded.charts, loaded.name);
 }

@@ -126,7 +126,7 @@ class WorkbookReader {
     names_.push_back(name);
     SheetStanding standing = ReadSheet(context, part, *sheet);
     standing.has_lossy_formats = HasLossyFormats(*sheet);
-    return {sheet, standing, nullptr};
+    return {sheet, standing, nullptr, part};
   }
 
   LoadedBook::Entry ReadChartSheetEntry(SheetContext& context, pugi::xml_node node, const std::string& part,
@@ -140,7 +140,7 @@ class WorkbookReader {
     if (Attribute(node, "state").ends_with("idden")) losses_.Add(chart->name, "not kept: that it is hidden.");
     book_->chart_sheets.push_back(chart);
     places_.back().chart = chart;
-    return {nullptr, {}, chart};
+    return {nullptr, {}, chart, ""};
   }
 
   void LoseOfWorkbook(const std::string& what) {

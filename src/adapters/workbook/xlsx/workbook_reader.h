@@ -21,6 +21,7 @@ struct LoadedBook {
     std::shared_ptr<Sheet> sheet;  // null for what is no worksheet
     SheetStanding standing;
     std::shared_ptr<Chart> chart;  // of a chart sheet that could be read
+    std::string part;              // of a worksheet
   };
   std::vector<Entry> entries;
   // Whether sheets of this file can be kept as they stand when the workbook is saved: its parts are in the
