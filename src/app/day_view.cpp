@@ -4,6 +4,7 @@
 
 #include "app/text_table.h"
 #include "app/workbook_keeper.h"
+#include "day/quote_rows.h"
 #include "day/working_day.h"
 #include "terminal/standard_streams.h"
 #include "worksheet/quote_table.h"
@@ -41,7 +42,7 @@ void DayView::Summarize(const std::string& file) const {
   if (!day_.HasTables()) return;
   const day::DayTables& tables = day_.Tables();
   TextTable table(tables.Columns());
-  for (const auto& row : tables.Rows()) table.AddRow(row);
+  for (const auto& row : tables.Rows()) table.AddRow(day::TextsOf(row));
   if (terminal_) Out() << "\n";
   Out() << table.ToText(terminal_) << day_.Came().Count() << " quotes came, " << day_.Written()
         << " of them new\n";

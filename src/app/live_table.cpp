@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "app/text_table.h"
-#include "automation/number.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -35,7 +34,8 @@ LiveTable::~LiveTable() { loop_.StopTimer(timer_); }
 void LiveTable::Redraw() {
   moves_.resize(rows_.size());
   TextTable table(columns_);
-  for (std::size_t row = 0; row < rows_.size(); ++row) table.AddRow(rows_[row], DirectionOf(row));
+  for (std::size_t row = 0; row < rows_.size(); ++row)
+    table.AddRow(day::TextsOf(rows_[row]), DirectionOf(row));
   Out() << kClearScreen << table.ToText(true) << "\n" << status_() << "\n";
   Out().Flush();
   loop_.StopTimer(timer_);
@@ -45,7 +45,7 @@ void LiveTable::Redraw() {
 int LiveTable::DirectionOf(std::size_t row) {
   if (price_ == columns_.size()) return 0;
   Move& move = moves_[row];
-  const double price = Val(rows_[row][price_]);
+  const double price = rows_[row][price_].ToNumber();
   const double before = std::exchange(move.price, price);
   if (before != 0 && price != before) move.direction = price > before ? 1 : -1;
   return move.direction;

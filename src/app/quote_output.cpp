@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "automation/number.h"
 #include "automation/visible_text.h"
 
 namespace mirelo::app {
@@ -30,15 +29,14 @@ terminal::ShownText CsvLine(const std::vector<std::string>& fields) {
   return terminal::Lines(line + '\n');
 }
 
-terminal::ShownText JsonLine(const std::vector<std::string>& columns, const std::vector<std::string>& row) {
+terminal::ShownText JsonLine(const std::vector<std::string>& columns, const day::QuoteRow& row) {
   nlohmann::ordered_json record;
   for (std::size_t c = 0; c < columns.size(); ++c) {
     auto& value = record[columns[c]];
-    if (row[c].empty()) continue;
-    if (const auto number = ParseNumber(row[c])) {
-      value = *number;
-    } else {
-      value = row[c];
+    if (row[c].kind() == day::QuoteValue::Kind::Number) {
+      value = row[c].ToNumber();
+    } else if (!row[c].IsNothing()) {
+      value = row[c].ToText();
     }
   }
   const auto json = record.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);

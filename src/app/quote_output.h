@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "day/quote_rows.h"
 #include "terminal/shown_text.h"
 
 namespace mirelo::app {
@@ -13,8 +14,8 @@ namespace mirelo::app {
 // (automation/visible_text.h), so that a record is one line without controls, and can be read back exactly.
 terminal::ShownText CsvLine(const std::vector<std::string>& fields);
 
-// One object a quote, the column names as keys; what reads as a number is one, an empty cell is null.
-// Controls are escaped as JSON has it.
-terminal::ShownText JsonLine(const std::vector<std::string>& columns, const std::vector<std::string>& row);
+// One object a quote, the column names as keys; numbers are numbers, dates and times the texts that they came
+// as, and nothing is null. Controls are escaped as JSON has it.
+terminal::ShownText JsonLine(const std::vector<std::string>& columns, const day::QuoteRow& row);
 
 }  // namespace mirelo::app

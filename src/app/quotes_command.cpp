@@ -9,6 +9,7 @@
 #include "app/quote_output.h"
 #include "app/session.h"
 #include "app/text_table.h"
+#include "day/quote_rows.h"
 #include "day/snapshot_feed.h"
 #include "terminal/standard_streams.h"
 
@@ -23,7 +24,7 @@ constexpr char kClearTerminal[] = "\033[H\033[2J";
 
 terminal::ShownText AsTable(const day::SnapshotFeed& feed, const day::QuoteRows& rows, bool color) {
   TextTable table(feed.Columns());
-  for (const auto& row : rows) table.AddRow(row);
+  for (const auto& row : rows) table.AddRow(day::TextsOf(row));
   return table.ToText(color);
 }
 
@@ -90,7 +91,7 @@ int QuotesCommand::Run() {
           Out() << AsTable(feed, *rows, terminal);
           break;
         case Output::Csv:
-          for (const auto& row : *rows) Out() << CsvLine(row);
+          for (const auto& row : *rows) Out() << CsvLine(day::TextsOf(row));
           break;
         case Output::Json:
           for (const auto& row : *rows) Out() << JsonLine(feed.Columns(), row);

@@ -15,6 +15,7 @@
 #include "automation/text.h"
 #include "day/pulse.h"
 #include "day/quote_board.h"
+#include "day/quote_rows.h"
 #include "day/stored_source.h"
 #include "day/stream_feed.h"
 #include "quotetracker/session_file.h"
@@ -115,7 +116,7 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
   feed.Quote.Subscribe([&](const cQTData& quote) {
     pulse.Beat();
     board.Take(quote);
-    if (csv_) Out() << CsvLine(day::QuoteFields(quote));
+    if (csv_) Out() << CsvLine(day::TextsOf(day::QuoteFields(quote)));
     if (json_) Out() << JsonLine(day::QuoteBoard::AllColumns(), day::QuoteFields(quote));
   });
 
@@ -133,7 +134,7 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
 
   if (!csv_ && !json_ && !terminal) {
     TextTable table(board.Columns());
-    for (const auto& row : board.Rows()) table.AddRow(row);
+    for (const auto& row : board.Rows()) table.AddRow(day::TextsOf(row));
     Out() << table.ToText(false);
   }
   Err() << board.QuoteCount() << " quotes\n";

@@ -4,7 +4,6 @@
 #include <exception>
 #include <utility>
 
-#include "automation/number.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/cMirelo.h"
@@ -65,7 +64,7 @@ void DayCharts::Take(std::size_t ticker, const QuoteRow& row) {
   if (found == charted_.end()) return;
   auto& [sheet, rows, price] = found->second;
   const Variant change = ChangeOf(row, price);
-  if (price_column_ < row.size()) price = Val(row[price_column_]);
+  if (price_column_ < row.size()) price = row[price_column_].ToNumber();
   if (rows(kEarlier, kFilled).IsEmpty()) {
     rows(kEarlier, kFilled) = true;
     rows(kEarlier, kChange) = change;
@@ -78,9 +77,9 @@ void DayCharts::Take(std::size_t ticker, const QuoteRow& row) {
 
 // The change of the day, or, where the table does not show it, that from the quote before.
 double DayCharts::ChangeOf(const QuoteRow& row, double price_before) const {
-  if (change_column_ < row.size()) return Val(row[change_column_]);
+  if (change_column_ < row.size()) return row[change_column_].ToNumber();
   if (price_column_ >= row.size() || price_before == 0) return 0;
-  return Val(row[price_column_]) - price_before;
+  return row[price_column_].ToNumber() - price_before;
 }
 
 void DayCharts::Update(const std::vector<std::size_t>& tickers) {

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "automation/number.h"
 #include "automation/text.h"
 #include "core/cMirelo.h"
-#include "day/cell_value.h"
 #include "host/excel/application.h"
 #include "host/excel/worksheet.h"
 #include "worksheet/vertical_sheets.h"
@@ -41,12 +39,11 @@ class StillScreen {
 DayTables::DayTables(host::excel::Application& application, cMirelo& facade)
     : application_(application),
       table_(application, VisibleColumns()),
-      rows_(table_.Tickers().size(), QuoteRow(table_.Columns().size())),
+      board_(table_.Columns(), table_.Tickers()),
       charts_(application, facade, table_.Columns()) {
   const bool vertical = facade.VerticalTable() != 0;
-  for (std::size_t ticker = 0; ticker < rows_.size(); ++ticker) {
+  for (std::size_t ticker = 0; ticker < Tickers().size(); ++ticker) {
     const std::string& name = Tickers()[ticker];
-    rows_[ticker].front() = name;
     if (!vertical) continue;
     if (auto history = HistorySheet::Find(application_, VerticalSheetName(facade.UserVerticalSheet(), name),
                                           Columns(), facade.RowsLimit())) {
@@ -62,39 +59,39 @@ std::vector<std::string> DayTables::HistorySheets() const {
   return names;
 }
 
-void DayTables::Take(std::size_t ticker, QuoteRow row) {
-  if (ticker >= rows_.size()) return;
-  Cut(ticker, row);
-  Note(ticker, std::move(row));
+void DayTables::Take(const cQTData& quote) {
+  const std::size_t ticker = board_.Take(quote);
+  if (ticker < Tickers().size()) Note(ticker);
 }
 
-void DayTables::TakeIfNew(std::size_t ticker, QuoteRow row) {
-  if (ticker >= rows_.size()) return;
+void DayTables::Take(std::size_t ticker, QuoteRow row) {
+  if (ticker >= Tickers().size()) return;
   Cut(ticker, row);
-  if (IsNew(row, rows_[ticker])) return Note(ticker, std::move(row));
-  rows_[ticker] = std::move(row);
+  const bool is_new = IsNew(row, Rows()[ticker]);
+  board_.Put(ticker, std::move(row));
+  if (is_new) return Note(ticker);
   table_.Touch(ticker);
 }
 
 void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
   for (std::size_t c = 0; c < std::min(row.size(), Columns().size()); ++c) {
-    if (!IsTooLong(row[c])) continue;
-    row[c] = Left(row[c], kLongestText);
+    if (!IsTooLong(row[c].text())) continue;
+    row[c] = ReadValue(ReadingOf(Columns()[c]), std::string(Left(row[c].text(), kLongestText)));
     if (!cuts_.emplace(ticker, c).second) continue;
     untold_cuts_.push_back(Tickers()[ticker] + ": " + Columns()[c] + " is too long for a cell; cut to " +
                            std::to_string(kLongestText) + " characters");
   }
 }
 
-void DayTables::Note(std::size_t ticker, QuoteRow row) {
+void DayTables::Note(std::size_t ticker) {
   table_.Touch(ticker);
   ++unwritten_;
-  if (const auto history = histories_.find(ticker); history != histories_.end()) {
-    history->second.Append(row);
-    charts_.Take(ticker, row);
-    if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
-  }
-  rows_[ticker] = std::move(row);
+  const auto history = histories_.find(ticker);
+  if (history == histories_.end()) return;
+  const QuoteRow& row = Rows()[ticker];
+  history->second.Append(row);
+  charts_.Take(ticker, row);
+  if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
 }
 
 // Date and time say when the quote was asked for, and the last volume is what was traded since.
@@ -102,14 +99,14 @@ bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
   for (std::size_t c = 1; c < row.size(); ++c) {
     const std::string& column = Columns()[c];
     if (EqualText(column, "Date") || EqualText(column, "Time")) continue;
-    if (EqualText(column, "LastVolume") ? Val(row[c]) != 0 : row[c] != before[c]) return true;
+    if (EqualText(column, "LastVolume") ? row[c].ToNumber() != 0 : row[c] != before[c]) return true;
   }
   return false;
 }
 
 std::int64_t DayTables::Write() {
   const StillScreen still(application_);
-  table_.Write(rows_);
+  table_.Write(Rows());
   for (const std::size_t ticker : touched_) {
     if (!histories_.at(ticker).Write()) ++full_sheets_;
   }

@@ -10,12 +10,14 @@
 
 #include "day/day_charts.h"
 #include "day/history_sheet.h"
+#include "day/quote_board.h"
 #include "day/quote_rows.h"
 #include "day/quote_sheet.h"
 
 namespace mirelo {
 class cMirelo;
-}
+class cQTData;
+}  // namespace mirelo
 namespace mirelo::host::excel {
 class Application;
 }
@@ -32,16 +34,15 @@ class DayTables {
   const std::vector<std::string>& Tickers() const { return table_.Tickers(); }
   const std::vector<std::string>& Columns() const { return table_.Columns(); }
   // What is known of each ticker; the cells hold it as of the last Write.
-  const QuoteRows& Rows() const { return rows_; }
+  const QuoteRows& Rows() const { return board_.Rows(); }
   // The names of the vertical tables, in the order of their tickers.
   std::vector<std::string> HistorySheets() const;
 
-  // A quote of the ticker with this number, counted from 0. Numbers past the tickers are passed over. History
-  // gets a row.
-  // Texts that are too long for cells are cut.
+  // A streamed quote. History gets a row. A ticker that the table does not have is passed over.
+  void Take(const cQTData& quote);
+  // A quote that was asked for, of the ticker with this number, counted from 0. It may be the one before:
+  // then history gets no row. Texts that are too long for cells are cut.
   void Take(std::size_t ticker, QuoteRow row);
-  // The same for a quote that was asked for, which may be the one before: then history gets no row.
-  void TakeIfNew(std::size_t ticker, QuoteRow row);
 
   // Whether quotes were taken that are not written.
   bool HasNews() const { return unwritten_ > 0; }
@@ -59,12 +60,12 @@ class DayTables {
 
  private:
   void Cut(std::size_t ticker, QuoteRow& row);
-  void Note(std::size_t ticker, QuoteRow row);
+  void Note(std::size_t ticker);
   bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
 
   host::excel::Application& application_;
   QuoteSheet table_;
-  QuoteRows rows_;
+  QuoteBoard board_;
   std::map<std::size_t, HistorySheet> histories_;  // by the ticker's number
   DayCharts charts_;
   std::vector<std::size_t> touched_;  // of them, those with rows to write

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "automation/text.h"
-#include "day/cell_value.h"
 #include "host/excel/application.h"
 #include "host/excel/constants.h"
 #include "host/excel/range.h"
@@ -87,7 +86,7 @@ void HistorySheet::Append(const QuoteRow& row) {
   Cells& cells = rows_.emplace_back();
   for (std::size_t field = 0; field < fields_.size(); ++field) {
     const std::size_t source = sources_[field];
-    cells.push_back(source < row.size() ? CellValue(fields_[field], row[source]) : Variant());
+    cells.push_back(source < row.size() ? row[source].ToCell() : Variant());
   }
   ++waiting_;
   if (limit_ > 0 && waiting_ > static_cast<std::size_t>(limit_)) {  // it would be gone before it was seen

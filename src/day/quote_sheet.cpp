@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "automation/variant.h"
-#include "day/cell_value.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
@@ -46,7 +45,7 @@ void QuoteSheet::WriteBlock(const QuoteRows& rows, std::size_t first, std::size_
     const QuoteRow& row = rows[first + static_cast<std::size_t>(r) - 1];
     for (std::int32_t c = 1; c <= width; ++c) {
       const auto column = static_cast<std::size_t>(c);
-      block(r, c) = CellValue(columns_[column], row[column]);
+      block(r, c) = row[column].ToCell();
     }
   }
   sheet_->Cells(kFirstTickerRow + static_cast<std::int32_t>(first), 2)

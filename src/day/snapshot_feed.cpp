@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 
 #include "automation/text.h"
@@ -95,6 +96,7 @@ SnapshotFeed::SnapshotFeed(cMirelo& facade, wire::MendedReplies& replies, std::v
     asked_.push_back(asked_.back());
 
   columns_ = VisibleColumns();
+  std::ranges::transform(columns_, std::back_inserter(readings_), ReadingOf);
   facade_.LoadMasPosition();
   if (!asked_.empty()) facade_.masPrevVolume(VariantArray(1, TableRow(asked_.size() - 1), 1, 2));
 }
@@ -123,7 +125,9 @@ QuoteRows SnapshotFeed::RowsOf(const VariantArray& table) const {
     QuoteRow& row = rows[places_[i]];
     row.clear();
     for (std::int32_t c = table.LBound(2); c <= table.UBound(2); ++c) {
-      row.push_back(table(TableRow(i), c).ToText());
+      const std::size_t column = row.size();
+      row.push_back(ReadValue(column < readings_.size() ? readings_[column] : Reading::AsText,
+                              table(TableRow(i), c).ToText()));
     }
   }
   return rows;
@@ -135,7 +139,7 @@ void SnapshotFeed::LeaveOut(const Flaws& flaws, QuoteRows& rows) const {
     if (flaw.ticker >= places_.size()) continue;
     QuoteRow& row = rows[places_[flaw.ticker]];
     if (flaw.kind == Kind::NoQuote) {
-      row.assign(row.size(), "");
+      row.assign(row.size(), {});
     } else if (LacksVolume(flaw)) {
       LeaveOutVolume(row, flaw.volume);
     }
@@ -145,8 +149,8 @@ void SnapshotFeed::LeaveOut(const Flaws& flaws, QuoteRows& rows) const {
 void SnapshotFeed::LeaveOutVolume(QuoteRow& row, const std::string& text) const {
   for (std::size_t c = 0; c < std::min(row.size(), columns_.size()); ++c) {
     const std::int16_t code = ColumnCode(UCase(columns_[c]));
-    if (code == CodeOf(Column::Volume)) row[c] = text;
-    if (code == CodeOf(Column::LastVolume)) row[c].clear();
+    if (code == CodeOf(Column::Volume)) row[c] = ReadValue(readings_[c], text);
+    if (code == CodeOf(Column::LastVolume)) row[c] = {};
   }
 }
 

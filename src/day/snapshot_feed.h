@@ -35,8 +35,8 @@ class SnapshotFeed {
   // The visible columns, in table order, as the settings name them.
   const std::vector<std::string>& Columns() const { return columns_; }
 
-  // A row per ticker, a text per column of Columns(); a text is empty when the column is unknown or
-  // QuoteTracker sent nothing for it. Nothing when QuoteTracker could not be asked or did not answer as it
+  // A row per ticker, a value per column of Columns(); it is nothing when the column is unknown or
+  // QuoteTracker sent nothing for it. No rows when QuoteTracker could not be asked or did not answer as it
   // should; the person has been told by then.
   std::optional<QuoteRows> Fetch();
 
@@ -60,6 +60,7 @@ class SnapshotFeed {
   std::vector<std::string> asked_;   // those that can be asked for
   std::vector<std::size_t> places_;  // of them, among all
   std::vector<std::string> columns_;
+  std::vector<Reading> readings_;  // of the columns
   std::set<std::pair<std::size_t, wire::QuoteFlaw::Kind>> told_;
   bool told_unasked_ = false;
 };

@@ -84,8 +84,8 @@ void WorkingDay::Ask() {
     std::int64_t count = 0;
     for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) {
       const QuoteRow& row = (*rows)[ticker];
-      if (std::ranges::all_of(row, &std::string::empty)) continue;  // what is known stays
-      tables_->TakeIfNew(ticker, row);
+      if (std::ranges::all_of(row, &QuoteValue::IsNothing)) continue;  // what is known stays
+      tables_->Take(ticker, row);
       ++count;
     }
     came_.Beat(count);
@@ -111,7 +111,6 @@ void WorkingDay::Listen() {
     throw RuntimeError(
         5, "no quote source is named \"" + source + "\"; fetch their names with: mirelo sources --update");
   }
-  board_.emplace(tables_->Columns(), tables_->Tickers());
   stream_.emplace(facade_, loop_, sockets_, tables_->Tickers(), file);
   stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
@@ -119,9 +118,8 @@ void WorkingDay::Listen() {
 }
 
 void WorkingDay::TakeStreamed(const cQTData& quote) {
-  const std::size_t ticker = board_->Take(quote);
   came_.Beat();
-  tables_->Take(ticker, board_->Rows()[ticker]);
+  tables_->Take(quote);
   WriteSoon();
 }
 

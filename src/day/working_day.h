@@ -10,7 +10,6 @@
 #include "core/cMirelo.h"
 #include "day/day_tables.h"
 #include "day/pulse.h"
-#include "day/quote_board.h"
 #include "day/snapshot_feed.h"
 #include "day/stream_feed.h"
 #include "host/message_loop.h"
@@ -97,7 +96,6 @@ class WorkingDay {
   std::int32_t result_ = 0;
   std::optional<DayTables> tables_;
   std::optional<SnapshotFeed> snapshot_;
-  std::optional<QuoteBoard> board_;
   std::optional<StreamFeed> stream_;
   Pulse came_;
   std::int64_t written_ = 0;

@@ -79,7 +79,7 @@ class Board : public ::testing::Test {
   }
   static std::string Of(const QuoteRow& row, std::string_view column) {
     const auto& columns = QuoteBoard::AllColumns();
-    return row.at(static_cast<std::size_t>(std::ranges::find(columns, column) - columns.begin()));
+    return row.at(static_cast<std::size_t>(std::ranges::find(columns, column) - columns.begin())).ToText();
   }
 
   ManualLoop loop;
@@ -127,6 +127,23 @@ TEST_F(Board, ShowsTheVolumeOfTheNewestQuoteAlone) {
   EXPECT_EQ(Cell(Level1Wire().Volume(1000), column), "0");
   EXPECT_EQ(Cell(Level1Wire().Volume(1500), column), "500");
   EXPECT_EQ(Cell(Level1Wire(), column), "0") << "no trade";
+}
+
+TEST_F(Board, KeepsTheDoubleOfTheWireToItsLastBit) {
+  const double odd = 28.35 - 28.3;
+  board.Take(*Quote(Level1Wire().Change(odd), "Change"));
+  const auto& columns = QuoteBoard::AllColumns();
+  const auto place = static_cast<std::size_t>(std::ranges::find(columns, "Change") - columns.begin());
+  EXPECT_EQ(board.Rows().at(0).at(place).ToNumber(), odd);
+  EXPECT_EQ(Cell(Level1Wire(), "Change"), "5.00000000000007E-02");
+}
+
+TEST_F(Board, GivesAQuoteToTheFirstOfTwoRowsOfATickerAndToNoOtherTickers) {
+  board = QuoteBoard({"Ticker", "Last"}, {"IBM", "IBM", "msft"});
+  board.Take(*Quote(Level1Wire(), "Bid"));
+  ASSERT_EQ(board.Rows().size(), 3U);
+  EXPECT_EQ(day::TextsOf(board.Rows()[2]), (std::vector<std::string>{"msft", "1001"}));
+  EXPECT_TRUE(board.Rows()[1][1].IsNothing());
 }
 
 TEST_F(Board, LeavesTheTickerAsItWasGiven) {

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,8 +17,6 @@
 namespace mirelo::testing {
 namespace {
 
-using day::QuoteRow;
-using day::QuoteRows;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -46,13 +45,16 @@ class SnapshotFeed : public FacadeTest {
     feed.emplace(*facade, replies, std::move(tickers));
     feed->Told.Subscribe([this](const std::string& text) { told.push_back(text); });
   }
-  QuoteRows Fetch(const std::string& text) {
+  // The quotes as texts.
+  std::vector<std::vector<std::string>> Fetch(const std::string& text) {
     reply = text;
-    auto rows = feed->Fetch();
+    const auto rows = feed->Fetch();
     EXPECT_TRUE(rows) << "no quotes at all";
     EXPECT_THAT(desktop.reports, IsEmpty());
     EXPECT_THAT(desktop.boxes, IsEmpty());
-    return rows.value_or(QuoteRows(feed->Tickers().size(), QuoteRow(feed->Columns().size())));
+    std::vector<std::vector<std::string>> texts(feed->Tickers().size(), {feed->Columns().size(), ""});
+    if (rows) std::ranges::transform(*rows, texts.begin(), day::TextsOf);
+    return texts;
   }
 
   wire::MendedReplies replies{internet};
@@ -148,7 +150,7 @@ TEST_F(SnapshotFeed, GivesTheOtherTickersTheirQuotesOnEveryRequest) {
       const ReplyLines good{Record("A", price, std::to_string(1000 + 100 * n)),
                             Record(kBad, price, std::to_string(1000 + 100 * n)),
                             Record("C", price, std::to_string(2000 + 7 * n))};
-      const QuoteRows rows = Fetch(bad.reply(good, n));
+      const auto rows = Fetch(bad.reply(good, n));
       EXPECT_THAT(rows[0],
                   ElementsAre("A", price, std::to_string(1000 + 100 * n), n == 0 ? "0" : "100", "35"));
       EXPECT_THAT(rows[2], ElementsAre("C", price, std::to_string(2000 + 7 * n), n == 0 ? "0" : "7", "35"));
@@ -239,7 +241,7 @@ TEST_F(SnapshotFeed, KeepsLaterBatchesInTheirRows) {
     return Reply(records);
   };
   for (int n = 0; n < 2; ++n) {
-    const QuoteRows rows = Fetch("");
+    const auto rows = Fetch("");
     ASSERT_THAT(rows, SizeIs(200));
     for (std::size_t i = 0; i < rows.size(); ++i) {
       const bool is_missing = i + 1 == 3 || i + 1 == 150;
@@ -253,7 +255,7 @@ TEST_F(SnapshotFeed, KeepsLaterBatchesInTheirRows) {
 // Such a name would make two of one, or end the request, and nobody's quote would stand in its row.
 TEST_F(SnapshotFeed, DoesNotAskForWhatNoRequestCanName) {
   Watch({"A", "B,X", "C", "D)", "(E", "", "F\n"});
-  const QuoteRows rows = Fetch(Reply({Record("A", "1", "10"), Record("C", "2", "10")}));
+  const auto rows = Fetch(Reply({Record("A", "1", "10"), Record("C", "2", "10")}));
   EXPECT_THAT(internet.Resources(), ElementsAre("/req?GetLastQuote(A,C)"));
   EXPECT_EQ(rows[0][1], "1");
   EXPECT_EQ(rows[2][1], "2");

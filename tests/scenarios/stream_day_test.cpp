@@ -103,6 +103,21 @@ TEST_F(StreamDay, KeepsWhatALaterQuoteDoesNotCarry) {
   EXPECT_EQ(Text(kTable, 3, 4), "1000");
 }
 
+TEST_F(StreamDay, WritesAZeroThatCame) {
+  BeginStreaming();
+  Quote(Trade(28.35, 1000).Bid(28.3));
+  Quote(Of("MSFT").Last(28.4).Bid(0));
+  EXPECT_EQ(Text(kTable, 3, 3), "0");
+}
+
+TEST_F(StreamDay, WritesTheDoubleOfTheWireIntoTableAndHistory) {
+  BeginStreaming();
+  const double odd = 0.1 + 0.2;
+  Quote(Of("MSFT").Last(odd));
+  EXPECT_EQ(Cell(kTable, 3, 2).ToDouble(), odd);
+  EXPECT_EQ(Cell(History("MSFT"), 3, 1).ToDouble(), odd);
+}
+
 TEST_F(StreamDay, AppendsEveryQuoteToTheHistory) {
   BeginStreaming();
   for (const int step : {1, 2}) Deliver(Trade(28 + step, 1000 + 100 * step).Bytes());

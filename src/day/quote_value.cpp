@@ -1,0 +1,65 @@
+#include "day/quote_value.h"
+
+#include <cmath>
+#include <cstddef>
+
+#include "automation/number.h"
+#include "automation/regional_format.h"
+#include "automation/text.h"
+
+namespace mirelo::day {
+
+void QuoteValue::Set(double number) {
+  if (!std::isfinite(number)) {
+    *this = Text(NumberText(number));
+    return;
+  }
+  kind_ = Kind::Number;
+  number_ = number + 0.0;  // a zero has no sign
+  text_.clear();
+}
+
+double QuoteValue::ToNumber() const { return kind_ == Kind::Number ? number_ : Val(text_); }
+
+std::string QuoteValue::ToText() const {
+  return kind_ == Kind::Number && text_.empty() ? NumberText(number_) : text_;
+}
+
+// A quote comes from outside: what is no number or date must stay text. The apostrophe says so and is not
+// part of the cell's text.
+Variant QuoteValue::ToCell() const {
+  switch (kind_) {
+    case Kind::Number:
+      return number_;
+    case Kind::Moment:
+      return Date{number_};
+    case Kind::Text:
+      return "'" + text_;
+    case Kind::Nothing:
+      break;
+  }
+  return {};
+}
+
+Reading ReadingOf(const std::string& column) {
+  if (EqualText(column, "Ticker")) return Reading::AsText;
+  if (EqualText(column, "Date") || EqualText(column, "Time")) return Reading::AsMoment;
+  return Reading::AsNumber;
+}
+
+bool IsTooLong(const std::string& text) {
+  return text.size() > static_cast<std::size_t>(kLongestText) && Len(text) > kLongestText;
+}
+
+QuoteValue ReadValue(Reading reading, std::string text) {
+  if (text.empty() || reading == Reading::AsText || IsTooLong(text)) return QuoteValue::Text(std::move(text));
+  if (reading == Reading::AsMoment) {
+    const auto date = ParseDate(text, RegionalFormat::Standard());
+    return date ? QuoteValue::Moment(*date, std::move(text)) : QuoteValue::Text(std::move(text));
+  }
+  const auto number = ParseNumber(text);
+  return number && std::isfinite(*number) ? QuoteValue::Number(*number, std::move(text))
+                                          : QuoteValue::Text(std::move(text));
+}
+
+}  // namespace mirelo::day
