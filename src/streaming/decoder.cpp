@@ -156,7 +156,10 @@ void cQTStreaming::DecodeRecords(Bytes data) {
       break;
     }
 
-    if (symbols.IsLarge()) symbols.Expect(SymbolAt(bytes, position + length));
+    if (symbols.IsLarge()) {
+      const std::int32_t next = position + length;
+      symbols.Expect(SymbolAt(bytes, next + bytes.NumberAt<std::int16_t>(next + 2)));
+    }
     position += kHead;
     Level1Record record;
     // Behind an unwanted record the end is counted from that one's start, so the later fields may stay
@@ -165,7 +168,6 @@ void cQTStreaming::DecodeRecords(Bytes data) {
       ReadField(bytes, position, record);
     } while (position < record_start + length);
     record_start = position;
-    symbols.FetchExpected();
     ApplyQuote(record);
   } while (position < size);
   if (position == size) PendingBytes.clear();

@@ -13,7 +13,7 @@ void SymbolIndex::Keep(std::string_view spelling, cTickerDateTime& state) {
 }
 
 void SymbolIndex::Grow() {
-  expected_ = nullptr;
+  next_ = nullptr;
   const std::vector<Entry> old = std::move(entries_);
   entries_.assign(old.empty() ? 64 : old.size() * 2, Entry());
   for (const Entry& entry : old) {

@@ -23,23 +23,18 @@ class SymbolIndex {
     return entries_[PlaceOf(SymbolKey::Of(spelling))].state;
   }
 
-  // Prefetching, for indexes so large that neither the entry nor the state of the next symbol is in a cache.
-  // Expect, called some time before the symbol is wanted, prefetches the entry; FetchExpected, called some
-  // time later, prefetches the state. Both are hints and change nothing.
+  // Prefetching, for indexes so large that neither the entry nor the state of a symbol is in a cache when it
+  // is wanted. Expect takes the symbol of the record after the next and prefetches its entry, the state of
+  // the next one, whose entry has come by now, and what the state of the one at hand refers to. All are hints
+  // and change nothing.
   bool IsLarge() const { return entries_.size() >= kLarge; }
   void Expect(std::string_view spelling) {
-    if (spelling.empty() || spelling.size() > kLongest) return;
-    expected_ = &entries_[HomeOf(SymbolKey::Of(spelling))];
-    __builtin_prefetch(expected_);
-  }
-  void FetchExpected() {
-    if (expected_ == nullptr) return;
-    constexpr std::size_t kCacheLine = 64;
-    const auto* state = reinterpret_cast<const char*>(expected_->state);
-    expected_ = nullptr;
-    if (state == nullptr) return;  // nobody lives at the symbol's home
-    for (std::size_t at = 0; at < sizeof(cTickerDateTime); at += kCacheLine)
-      __builtin_prefetch(state + at, 1);
+    if (at_hand_ != nullptr) __builtin_prefetch(at_hand_->DateQuoteTrecker().data());
+    at_hand_ = next_ == nullptr ? nullptr : next_->state;  // none lives at the symbol's home, it may be
+    FetchState();
+    next_ =
+        spelling.empty() || spelling.size() > kLongest ? nullptr : &entries_[HomeOf(SymbolKey::Of(spelling))];
+    __builtin_prefetch(next_);
   }
 
   // Keeps a state for a spelling that has none yet. The state must live as long as this index.
@@ -63,11 +58,20 @@ class SymbolIndex {
 
   void Grow();
 
+  void FetchState() const {
+    if (at_hand_ == nullptr) return;
+    constexpr std::size_t kCacheLine = 64;
+    const auto* state = reinterpret_cast<const char*>(at_hand_);
+    for (std::size_t at = 0; at < sizeof(cTickerDateTime); at += kCacheLine)
+      __builtin_prefetch(state + at, 1);
+  }
+
   static constexpr std::size_t kLarge = 8192;
 
   std::vector<Entry> entries_;  // as many as a power of two, or none
   std::size_t count_ = 0;
-  const Entry* expected_ = nullptr;
+  const Entry* next_ = nullptr;
+  const cTickerDateTime* at_hand_ = nullptr;
 };
 
 }  // namespace mirelo

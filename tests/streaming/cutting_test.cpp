@@ -59,6 +59,11 @@ class Cutting : public StreamTest {
     ASSERT_EQ(published, reference.published);
   }
 
+  void ForgetPublished() {
+    reference.published.clear();
+    published.clear();
+  }
+
   std::vector<std::string> Symbols() const {
     std::vector<std::string> symbols;
     for (const auto& quote : published) symbols.push_back(quote.contains("Symbol") ? quote.at("Symbol") : "");
@@ -130,6 +135,31 @@ TEST_F(Cutting, OfStreamsWithDamagedBytesGivesWhatTheRulesSay) {
       if (HasFatalFailure()) return;
       at += size;
     }
+  }
+}
+
+// Of so many symbols, the decoder looks ahead at those of the records to come.
+TEST_F(Cutting, OfDamagedStreamsAmongManySymbolsGivesWhatTheRulesSay) {
+  for (int i = 0; i < 5'000; ++i) {
+    ReceiveAndCompare(Level1Wire("S1").Symbol("S" + std::to_string(i)).Last(1));
+    ForgetPublished();
+  }
+  for (unsigned seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE(seed);
+    RandomRecords records(seed);
+    std::mt19937 random(seed);
+    std::string bytes = records.Stream(30, {"S1", "L1"});
+    for (int i = 0; i < 10; ++i)
+      bytes += Level1Wire("S1").Symbol("S" + std::to_string(5'000 + random() % 5'000)).Last(2);
+    for (int damages = 0; damages < 10; ++damages)
+      bytes[random() % bytes.size()] = static_cast<char>(random());
+    for (std::size_t at = 0; at < bytes.size();) {
+      const std::size_t size = std::uniform_int_distribution<std::size_t>(1, 700)(random);
+      ReceiveAndCompare(bytes.substr(at, size));
+      if (HasFatalFailure()) return;
+      at += size;
+    }
+    ForgetPublished();
   }
 }
 
