@@ -16,8 +16,8 @@ struct RecordLook {
   // Whether the fields end where the record does. Where they do not, the class looks for the next record at
   // another place than it stands at.
   bool fits = false;
-  // Where another record begins in place of a field, whose length then is a lie: fields of both would become
-  // one quote. 0 where none does.
+  // Where another record begins in place of a field of this one, whose stated length then is a lie: fields of
+  // both would become one quote. 0 where none does.
   std::size_t next = 0;
 };
 
