@@ -10,10 +10,11 @@
 #   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program; only compiled where MIRELO_FUZZ is off
 
 # With ccache a build of sources that were built before, in this folder or another, only links. The cache must be told
-# that precompiled headers are meant, and the compilers to keep the time out of them.
+# that precompiled headers are meant, and the compilers to keep the time out of them. By the compiler's list of what a source
+# includes it knows a source again without preprocessing it, which took clang a quarter of the time of each source anew.
 find_program(MIRELO_CCACHE ccache)
 if(MIRELO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_DEPEND=1
     CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${MIRELO_CCACHE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     add_compile_options("SHELL:-Xclang -fno-pch-timestamp")
@@ -50,6 +51,15 @@ if(MIRELO_SANITIZE)
     -fno-sanitize=vptr)
   target_link_options(mirelo_options INTERFACE -fsanitize=${MIRELO_SANITIZE})
 endif()
+# What the sources of tests are compiled with beside these. Half of the build's time is theirs.
+add_library(mirelo_test_options INTERFACE)
+# Their lines are known to debuggers, their variables are not: a quarter of their time.
+target_compile_options(mirelo_test_options INTERFACE $<$<CONFIG:Debug>:-g1>)
+if(MIRELO_SANITIZE)
+  # A null reference is found where it is used, by the address sanitizer. Asking before each use whether there is one, and
+  # whether it is aligned, takes as much time as all else that is asked; the sources under test do ask.
+  target_compile_options(mirelo_test_options INTERFACE -fno-sanitize=null,alignment)
+endif()
 if(MIRELO_FUZZ)
   # The fuzzer is led by what it reaches in the libraries, not only in its own few lines.
   target_compile_options(mirelo_options INTERFACE -fsanitize=fuzzer-no-link)
@@ -81,7 +91,7 @@ function(mirelo_test NAME)
   cmake_parse_arguments(ARG "QT" "" "SOURCES;LINK" ${ARGN})
   add_executable(test_${NAME} ${ARG_SOURCES})
   target_include_directories(test_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_link_libraries(test_${NAME} PRIVATE mirelo_options ${ARG_LINK} GTest::gmock_main)
+  target_link_libraries(test_${NAME} PRIVATE mirelo_options mirelo_test_options ${ARG_LINK} GTest::gmock_main)
   # Qt has its users compiled with other flags, for which a precompiled header is of no use to others.
   set(precompiled mirelo_test_precompiled)
   if(ARG_QT)

@@ -16,8 +16,6 @@
 #include "automation/runtime_error.h"
 #include "terminal/writing_signals.h"
 
-extern char** environ;
-
 namespace mirelo::app {
 
 namespace {
@@ -47,6 +45,7 @@ ChildProcess::ChildProcess(const std::filesystem::path& program, const std::vect
   std::vector<std::string> words{program.string()};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> argv;
+  argv.reserve(words.size() + 1);
   for (auto& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);
 

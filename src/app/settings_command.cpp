@@ -42,7 +42,7 @@ std::optional<std::string> Stored(CAppSettings& store, const std::string& sectio
 
 std::string DefaultText(const Setting& setting) {
   const auto facade = std::string(setting.facade_default.value_or(""));
-  const auto dialog = std::string(setting.dialog_default.value_or(""));
+  auto dialog = std::string(setting.dialog_default.value_or(""));
   if (!setting.facade_default || facade == dialog) return dialog;
   return setting.dialog_default ? facade + " (dialog: " + dialog + ")" : facade;
 }

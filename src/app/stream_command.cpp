@@ -149,13 +149,13 @@ void StreamCommand::Override(Session& session) const {
 
 std::string StreamCommand::StreamerFile(Session& session) const {
   session.facade();
-  const std::string source = source_.empty() ? day::StoredSource() : source_;
+  std::string source = source_.empty() ? day::StoredSource() : source_;
   if (source.empty()) {
     Err() << "error: which quote source? Name one with --source; mirelo sources shows them\n";
     return {};
   }
   if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
-  const std::string file = day::StreamerFileOf(source);
+  std::string file = day::StreamerFileOf(source);
   if (file.empty()) {
     Err()
         << "error: no quote source is named \"" << source

@@ -67,6 +67,7 @@ ShownText TextTable::ToText(bool color) const {
 
   line(headers_, [](std::size_t) { return kBoldHeader; });
   std::vector<std::string> rules;
+  rules.reserve(widths.size());
   for (const auto width : widths) rules.emplace_back(width, '-');
   line(rules, [](std::size_t) { return ""; });
   for (std::size_t r = 0; r < rows_.size(); ++r) {

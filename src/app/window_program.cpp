@@ -28,6 +28,7 @@ int BecomeWindowProgram(const std::vector<std::string>& words) {
   std::vector<std::string> arguments{program.string()};
   arguments.insert(arguments.end(), words.begin(), words.end());
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   terminal::RestoreWritingSignals();

@@ -26,9 +26,9 @@ std::unique_ptr<host::DocumentHold> HoldForGo(host::Documents& documents, const 
 // The same for a day, which may begin while another program has the file: it saves beside it at its end.
 std::unique_ptr<host::DocumentHold> HoldForDay(host::Documents& documents, const std::filesystem::path& file);
 
-// Saves it, and tells on the standard error stream what is lost and what became of it. `read` is the file's
-// stamp when the workbook was read from it, or found absent: what another program has saved there since then
-// stays. Errors as Document::Save, with texts that say what to do.
+// Saves it, and tells on the standard error stream what is lost and what became of it. What another program
+// has saved in the file since the document was opened stays there, and is an error. Errors as Document::Save,
+// with texts that say what to do.
 void SaveAfterGo(const std::filesystem::path& file, host::Document& document);
 
 }  // namespace mirelo::app

@@ -63,6 +63,7 @@ std::size_t FieldOf(const std::string& column) {
 const std::vector<std::string>& QuoteBoard::AllColumns() {
   static const std::vector<std::string> names = [] {
     std::vector<std::string> all;
+    all.reserve(kColumns.size());
     for (const auto& column : kColumns) all.emplace_back(column.name);
     return all;
   }();

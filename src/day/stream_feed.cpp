@@ -144,8 +144,9 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
 }
 
 // One take at a time: the quotes that are being handed on lie in the collection that the next take would add
-// to and free.
-void StreamFeed::TakeQuotes(std::shared_ptr<cQTStreaming> stream) {
+// to and free. The stream is held by a pointer of this call's own, since a handler of a quote may hang up.
+void StreamFeed::TakeQuotes(
+    std::shared_ptr<cQTStreaming> stream) {  // NOLINT(performance-unnecessary-value-param)
   if (!stream || taking_) return;
   const Meanwhile taking(taking_);
   TakeQuotesOf(*stream);

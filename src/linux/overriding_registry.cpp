@@ -1,6 +1,6 @@
 #include "linux/overriding_registry.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include "automation/ansi.h"
 #include "automation/text.h"
@@ -31,7 +31,7 @@ std::int32_t OverridingRegistry::RegQueryValueExA(Key key, const std::string& na
   size = static_cast<std::uint32_t>(bytes.size());
   if (data == nullptr) return kSuccess;
   if (capacity < size) return kMoreData;
-  std::memcpy(data, bytes.data(), bytes.size());
+  std::ranges::copy(bytes, data);  // the zero at the end is among them
   return kSuccess;
 }
 

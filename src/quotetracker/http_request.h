@@ -7,8 +7,8 @@ namespace mirelo::quotetracker {
 
 // A request as far as the HTTP interface reads it. The views are into the bytes that were parsed.
 struct HttpRequest {
-  static constexpr std::size_t kMostHead = 64U * 1024;  // bytes of request line and headers
-  static constexpr std::size_t kMostBody = 64U * 1024;
+  static constexpr std::size_t kMostHead = std::size_t{64} * 1024;  // bytes of request line and headers
+  static constexpr std::size_t kMostBody = std::size_t{64} * 1024;
 
   std::string_view method;
   std::string_view resource;  // path and query as they came, blanks within them included

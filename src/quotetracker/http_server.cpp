@@ -13,7 +13,7 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-constexpr std::size_t kRequestReadSize = 16U * 1024;
+constexpr std::size_t kRequestReadSize = std::size_t{16} * 1024;
 constexpr auto kSweepPeriod = std::chrono::seconds(1);
 
 }  // namespace

@@ -15,7 +15,7 @@ using std::chrono::duration;
 using std::chrono::duration_cast;
 using std::chrono::steady_clock;
 
-constexpr std::size_t kIgnoredReadSize = 16U * 1024;
+constexpr std::size_t kIgnoredReadSize = std::size_t{16} * 1024;
 constexpr auto kLeastPause = std::chrono::microseconds(500);
 
 }  // namespace

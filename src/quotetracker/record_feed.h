@@ -19,7 +19,8 @@ namespace mirelo::quotetracker {
 class RecordFeed {
  public:
   static constexpr std::string_view kSnapshotKind = "S1";
-  static constexpr std::size_t kMostBatch = 8U * 1024;  // bytes; a batch ends with the record that reaches it
+  static constexpr std::size_t kMostBatch =
+      std::size_t{8} * 1024;  // bytes; a batch ends with the record that reaches it
   static constexpr std::size_t kMostSymbols = 1'000'000;
   static constexpr std::size_t kMostSymbolLength = 256;
 

@@ -119,7 +119,7 @@ void SessionReader::Rewind() {
 std::string SessionReader::Take(std::size_t count, const char* what) {
   position_ = end_;
   // In steps: a length that lies must not cost more memory than the file has bytes.
-  constexpr std::size_t kStep = 64U * 1024;
+  constexpr std::size_t kStep = std::size_t{64} * 1024;
   std::string bytes;
   while (bytes.size() < count) {
     const std::size_t held = bytes.size();

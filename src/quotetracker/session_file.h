@@ -27,7 +27,7 @@ struct SessionChunk {
   friend bool operator==(const SessionChunk&, const SessionChunk&) = default;
 };
 
-inline constexpr std::size_t kMostChunk = 16U * 1024 * 1024;
+inline constexpr std::size_t kMostChunk = std::size_t{16} * 1024 * 1024;
 
 // Writes a session. A file that stood there is replaced.
 class SessionWriter {

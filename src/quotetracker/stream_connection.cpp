@@ -14,7 +14,7 @@ using std::chrono::duration;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-constexpr std::size_t kReadSize = 16U * 1024;
+constexpr std::size_t kReadSize = std::size_t{16} * 1024;
 // Batches sent before other connections have their turn.
 constexpr int kMostBatchesATurn = 4;
 constexpr steady_clock::duration kShortestPace = milliseconds(5);

@@ -39,7 +39,7 @@ struct StreamOptions {
 // with kMostUnsent bytes unsent nothing more is read that would want an answer.
 class StreamConnection : public StreamPeer {
  public:
-  static constexpr std::size_t kMostUnsent = 256U * 1024;
+  static constexpr std::size_t kMostUnsent = std::size_t{256} * 1024;
 
   // `overheard` is called with each message of the client. `faults` and the counter `quotes` (records made)
   // are shared by all connections of the server; `ended` is called once, when the connection has ended. All

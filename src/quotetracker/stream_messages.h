@@ -45,7 +45,7 @@ StreamRequest ParseStreamRequest(std::string_view message);
 class MessageSplitter {
  public:
   static constexpr char kEnd = '\xFF';
-  static constexpr std::size_t kMostLength = 16U * 1024 * 1024;
+  static constexpr std::size_t kMostLength = std::size_t{16} * 1024 * 1024;
 
   // False when a message without an end has grown beyond kMostLength; the connection is then to be given up.
   bool Add(std::string_view bytes);

@@ -16,7 +16,8 @@ namespace mirelo::sqlite {
 // something else or of a newer layout.
 Database OpenRegistryFile(const std::filesystem::path& path, std::chrono::milliseconds busy_timeout);
 
-// Why the database did what gave `result`, a failure's code, in a sentence that names the file.
+// What went wrong in a call to the database that gave the failure code `result`: a sentence that names the
+// file.
 std::string WhyRefused(const Database& database, int result);
 
 // Error 321, the file is damaged: a statement that the layout allows cannot be prepared.

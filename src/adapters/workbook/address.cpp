@@ -94,7 +94,7 @@ std::string AddressText(const Area& area, bool row_absolute, bool column_absolut
 
   if (area.IsWholeRows()) return row(area.first_row) + ":" + row(area.last_row);
   if (area.IsWholeColumns()) return column(area.first_column) + ":" + column(area.last_column);
-  const std::string first = column(area.first_column) + row(area.first_row);
+  std::string first = column(area.first_column) + row(area.first_row);
   if (area.Cells() == 1) return first;
   return first + ":" + column(area.last_column) + row(area.last_row);
 }

@@ -11,7 +11,7 @@
 
 namespace mirelo::workbook {
 
-// What the spreadsheet refuses to do, with a sentence for people.
+// Error 1004: what the spreadsheet refuses to do, with a sentence for people.
 RuntimeError Refused(std::string why);
 
 // What the file system refuses, by its errno: number 61 (disk full) where there is no room, else 75.

@@ -34,11 +34,12 @@ class LockFile {
   Descriptor descriptor_;
 };
 
-// A file to be locked, which is there; none when it cannot be opened. Open for writing wherever that may be:
-// file systems of networks give no lock of their own to who only reads.
+// Opens a file that exists so that it can be locked; an empty descriptor when it cannot be opened. It is opened
+// for writing wherever that is allowed, since network file systems give no exclusive lock to a reader.
 Descriptor OpenToLock(const std::filesystem::path& file);
 
-// The lock of this name, if it stands there and no process has it any more; else none.
+// Opens the lock file of this name and takes its lock, where no process has it any more: one that was killed
+// has left it. Else an empty descriptor.
 Descriptor DeadLock(const std::filesystem::path& lock);
 
 }  // namespace mirelo::workbook

@@ -110,7 +110,7 @@ void SeriesReader::ReadPoint(pugi::xml_node node, const ChartSeries& series, Cha
 }
 
 std::string SeriesReader::FormulaOf(pugi::xml_node values) const {
-  const std::string formula = Text(Child(Child(values, "numRef"), "f"));
+  std::string formula = Text(Child(Child(values, "numRef"), "f"));
   losses_.AddIf(formula.empty() && values, "values that lie in no cells");
   return formula;
 }
