@@ -34,8 +34,8 @@ class LockFile {
   Descriptor descriptor_;
 };
 
-// Opens a file that exists so that it can be locked; an empty descriptor when it cannot be opened. It is opened
-// for writing wherever that is allowed, since network file systems give no exclusive lock to a reader.
+// Opens a file that exists so that it can be locked; an empty descriptor when it cannot be opened. It is
+// opened for writing wherever that is allowed, since network file systems give no exclusive lock to a reader.
 Descriptor OpenToLock(const std::filesystem::path& file);
 
 // Opens the lock file of this name and takes its lock, where no process has it any more: one that was killed
