@@ -22,9 +22,10 @@ const Rooms kSubsystems{"core", "snapshot", "streaming", "worksheet", "charts", 
 const Rooms kBelowSubsystems{"automation", "forms", "host"};
 
 // What the machine offers and only adapters and programs may touch: sockets, files, windows, other libraries.
-const std::vector<std::string> kMachineHeaders{
-    "sys/",  "netinet/", "arpa/", "netdb.h", "unistd.h", "poll.h",  "fcntl.h",  "curl/", "sqlite3",
-    "zip.h", "pugixml",  "xlsx",  "sodium",  "Q",        "windows", "syslog.h", "CLI/",  "nlohmann"};
+const std::vector<std::string> kMachineHeaders{"sys/",    "netinet/", "arpa/",  "netdb.h", "unistd.h",
+                                               "poll.h",  "fcntl.h",  "curl/",  "sqlite3", "zip.h",
+                                               "pugixml", "xlsx",     "sodium", "spdlog",  "Q",
+                                               "windows", "syslog.h", "CLI/",   "nlohmann"};
 
 struct Include {
   fs::path file;
