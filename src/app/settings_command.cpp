@@ -50,12 +50,22 @@ std::string DefaultText(const Setting& setting) {
 // A setting whose section or key the user's own columns, sources and windows name.
 bool HasFreeName(const Setting& setting) { return setting.key.empty() || setting.section.back() == '\\'; }
 
+// Older versions stored what they were given.
+void TellWhatNobodyCanUse(const Setting& setting, const std::string& stored) {
+  try {
+    SettingValue(setting, stored);
+  } catch (const RuntimeError&) {
+    Out() << "    This value is of no use: it must be " << AllowedValues(setting) << ".\n";
+  }
+}
+
 void Print(const Setting& setting, const std::string& name, const std::optional<std::string>& stored) {
   const std::string assumed = DefaultText(setting);
   const terminal::ShownText shown(name);
   Out() << (Out().IsTerminal() ? terminal::Painted(shown, kBold) : shown) << " = "
         << stored.value_or(assumed + (assumed.empty() ? "(not set)" : " (default)")) << "\n    "
         << setting.meaning << (stored && !assumed.empty() ? " Default: " + assumed : "") << "\n";
+  if (stored) TellWhatNobodyCanUse(setting, *stored);
 }
 
 struct Found {

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "automation/ansi.h"
 #include "automation/number.h"
@@ -35,8 +36,12 @@ bool CanBeAName(std::string_view key) {
          TextToAnsi(key).size() <= host::kLongestValueName;
 }
 
-// Whether the readers of the setting convert the value.
-bool ReadersTake(const Setting& setting, const Variant& value) {
+[[noreturn]] void Refuse(const Setting& setting, std::string_view text) {
+  const std::string description = "\"" + std::string(text) + "\" is not allowed here: the value must be ";
+  throw RuntimeError(Errors::InvalidProcedureCall().Number(), description + AllowedValues(setting));
+}
+
+bool HasForm(const Setting& setting, const Variant& value) {
   try {
     if (setting.form == SettingForm::Boolean) value.ToBoolean();
     if (setting.form != SettingForm::WholeNumber) return true;
@@ -45,6 +50,34 @@ bool ReadersTake(const Setting& setting, const Variant& value) {
   } catch (const RuntimeError&) {
     return false;
   }
+}
+
+// The setting's own spelling of one of its choices.
+std::string Chosen(const Setting& setting, std::string_view text) {
+  const auto choice = std::find_if(setting.choices.begin(), setting.choices.end(),
+                                   [&](auto known) { return EqualText(known, Trim(text)); });
+  if (choice == setting.choices.end()) Refuse(setting, text);
+  return std::string(*choice);
+}
+
+// Who writes a list puts blanks behind its commas, which the readers would take for parts of the names.
+std::string InOwnSpelling(const Setting& setting, std::string_view text) {
+  if (setting.form == SettingForm::Choice)
+    return setting.choices.empty() ? std::string(Trim(text)) : Chosen(setting, text);
+  if (setting.form != SettingForm::List) return std::string(text);
+  if (Trim(text).empty()) return {};
+  std::vector<std::string> names;
+  for (const std::string& name : Split(text, ",")) names.push_back(Chosen(setting, name));
+  return Join(names, ",");
+}
+
+std::string Listed(std::span<const std::string_view> choices) {
+  std::string list;
+  for (const std::string_view& choice : choices) {
+    if (!list.empty()) list += &choice == &choices.back() ? " or " : ", ";
+    list += choice;
+  }
+  return list;
 }
 
 // The longest section that a name starts with; empty for none.
@@ -100,11 +133,16 @@ std::string ShortSettingName(std::string_view section, std::string_view key) {
 }
 
 std::string AllowedValues(const Setting& setting) {
+  if (!setting.allowed.empty()) return std::string(setting.allowed);
   switch (setting.form) {
     case SettingForm::Boolean:
       return "True or False";
     case SettingForm::WholeNumber:
       return "a whole number from " + NumberText(setting.least) + " to " + NumberText(setting.greatest);
+    case SettingForm::Choice:
+      return Listed(setting.choices);
+    case SettingForm::List:
+      return "a list, parted by commas, of " + Listed(setting.choices);
     case SettingForm::Text:
       break;
   }
@@ -112,11 +150,9 @@ std::string AllowedValues(const Setting& setting) {
 }
 
 Variant SettingValue(const Setting& setting, std::string_view text) {
-  Variant given(text);
-  if (!IsOfThePage(text) || !ReadersTake(setting, given)) {
-    const std::string description = "\"" + std::string(text) + "\" is not allowed here: the value must be ";
-    throw RuntimeError(Errors::InvalidProcedureCall().Number(), description + AllowedValues(setting));
-  }
+  if (!IsOfThePage(text) || !HasForm(setting, Variant(text))) Refuse(setting, text);
+  Variant given(InOwnSpelling(setting, text));
+  if (setting.takes != nullptr && !setting.takes(given.ToText())) Refuse(setting, text);
   if (setting.kind == SettingKind::Integer) return given.ToInt32();
   if (setting.form == SettingForm::Boolean) return Variant(given.ToBoolean()).ToText();
   return given;

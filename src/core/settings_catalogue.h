@@ -40,8 +40,9 @@ std::string ShortSettingName(std::string_view section, std::string_view key);
 // What a value of the setting may be, as a phrase: "a whole number from 0 to 32767".
 std::string AllowedValues(const Setting& setting);
 
-// The value to store for a text that a person gives, of the setting's kind. Error 5 when a reader could not
-// convert it or the registry could not hold it; the description says what is allowed.
+// The value to store for a text that a person gives, of the setting's kind, and of its spelling where it has
+// choices. Error 5 when no reader could use it or the registry could not hold it; the description says what
+// is allowed.
 Variant SettingValue(const Setting& setting, std::string_view text);
 
 // The value that restores the default. The registry has no call that removes a single value, so the default

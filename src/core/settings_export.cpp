@@ -24,6 +24,9 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // some editors put
 constexpr std::string_view kText = "text";
 constexpr std::string_view kInteger = "integer";
 
+// A file of something else is wrong in every line.
+constexpr std::size_t kMostRefusals = 20;
+
 [[noreturn]] void Refuse(const std::string& why) {
   throw RuntimeError(Errors::InvalidProcedureCall().Number(), why);
 }
@@ -53,7 +56,8 @@ StoredSetting ParseLine(std::string_view line) {
   if (setting == nullptr)
     Refuse("there is no setting \"" + ShortSettingName(given.section, given.key) + "\"");
   Variant value = ParseValue(fields[2], fields[3]);
-  SettingValue(*setting, value.ToText());  // refuses what the readers could not convert
+  Variant checked = SettingValue(*setting, value.ToText());
+  if (!setting->choices.empty() && value.IfText() != nullptr) value = std::move(checked);
   SettingName name = OwnSpelling(given);
   return {std::move(name.section), std::move(name.key), std::move(value)};
 }
@@ -89,6 +93,7 @@ std::vector<StoredSetting> ParseSettings(std::string_view text) {
   std::vector<StoredSetting> settings;
   std::set<std::pair<std::string, std::string>> seen;  // without regard to case
   std::vector<std::string_view> lines;
+  std::vector<std::string> refusals;
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   Split(text, "\n", lines);
   for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -101,9 +106,11 @@ std::vector<StoredSetting> ParseSettings(std::string_view text) {
         Refuse("this setting stands here twice");
       settings.push_back(std::move(setting));
     } catch (const RuntimeError& error) {
-      throw RuntimeError(error.Number(), "Line " + std::to_string(i + 1) + ": " + error.Description());
+      refusals.push_back("Line " + std::to_string(i + 1) + ": " + error.Description());
+      if (refusals.size() == kMostRefusals) break;
     }
   }
+  if (!refusals.empty()) Refuse(Join(refusals, "\n"));
   return settings;
 }
 

@@ -35,8 +35,9 @@ std::vector<StoredSetting> ReadSettings(CAppSettings& store);
 std::string ExportSettings(const std::vector<StoredSetting>& settings);
 
 // The settings of such a text. The whole of it is checked: that each line has its four fields and names a
-// setting that the system has, that the setting's readers can convert the value, and that none stands there
-// twice. Error 5 for a text that does not pass; the description begins with "Line" and the line's number.
+// setting that the system has, that the setting's readers can use the value, and that none stands there
+// twice. Error 5 for a text that does not pass; the description has a line for each that is wrong, up to
+// twenty, which begins with "Line" and its number.
 std::vector<StoredSetting> ParseSettings(std::string_view text);
 
 // Stores all of them, or none when one fails or the process ends meanwhile. Errors of CAppSettings.

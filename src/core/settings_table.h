@@ -8,8 +8,10 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <span>
 #include <string_view>
 
+#include "core/setting_checks.h"
 #include "snapshot/column_vocabulary.h"
 #include "streaming/first_sources.h"
 
@@ -18,8 +20,9 @@ namespace mirelo {
 // How the system writes a setting: the two kinds that the store keeps.
 enum class SettingKind { Text, Integer };
 
-// What the readers of a setting can convert.
-enum class SettingForm { Text, WholeNumber, Boolean };
+// What the readers of a setting can convert. A choice is one of the texts that the setting names or its test
+// passes, a list some of them, joined by commas.
+enum class SettingForm { Text, WholeNumber, Boolean, Choice, List };
 
 // A setting of the store, for people who look at it or change it without the dialog.
 struct Setting {
@@ -37,6 +40,12 @@ struct Setting {
   std::optional<std::string_view> facade_default;
   std::optional<std::string_view> dialog_default;
   std::string_view meaning;  // a sentence for people
+
+  // What a value must be beyond that, where it must be more: the texts to choose from, or a test, which gets
+  // what passes form and bounds alone; and the phrase that says so, which a choice makes by itself.
+  std::span<const std::string_view> choices = {};
+  bool (*takes)(std::string_view text) = nullptr;
+  std::string_view allowed = {};
 };
 
 namespace catalogue {
@@ -77,6 +86,34 @@ constexpr Setting Tick(std::string_view key, Default facade, Default dialog, std
   return Number(kSettings, key, 0, 1, facade, dialog, meaning);
 }
 
+// What a row's values must be beyond its form.
+constexpr Setting With(Setting row, bool (*takes)(std::string_view), std::string_view allowed) {
+  row.takes = takes;
+  row.allowed = allowed;
+  return row;
+}
+constexpr Setting OneOf(std::span<const std::string_view> choices, Setting row) {
+  row.form = SettingForm::Choice;
+  row.choices = choices;
+  return row;
+}
+constexpr Setting OneThat(bool (*takes)(std::string_view), std::string_view allowed, Setting row) {
+  row.form = SettingForm::Choice;
+  return With(row, takes, allowed);
+}
+constexpr Setting SomeOf(std::span<const std::string_view> choices, Setting row) {
+  row.form = SettingForm::List;
+  row.choices = choices;
+  return row;
+}
+
+constexpr std::string_view kHostPhrase =
+    "a host name or an address alone; a port goes into HTTPPort (--http-port)";
+constexpr std::string_view kHttpPortPhrase =
+    "a port from 1 to 32767; one above that goes with --http-port, and is stored as the port less 65536";
+constexpr std::string_view kFillColorPhrase =
+    "a colour of the dialog's palette (red in the low byte), or -4142 for none";
+
 inline constexpr std::int32_t kLeast16 = std::numeric_limits<std::int16_t>::min();
 inline constexpr std::int32_t kGreatest16 = std::numeric_limits<std::int16_t>::max();
 inline constexpr std::int32_t kLeast32 = std::numeric_limits<std::int32_t>::min();
@@ -88,43 +125,55 @@ constexpr Setting Place(std::string_view key, Default dialog, std::string_view m
 
 // What people read of each, in the order in which they would look for it.
 inline constexpr std::array kRows{
-    Text(kSettings, "Webaddress", "127.0.0.1", "127.0.0.1", "Host name or address where QuoteTracker runs."),
-    Digits(kSettings, "HTTPPort", 0, kGreatest16, "16239", "16239", "Port of QuoteTracker's HTTP interface."),
-    Digits(kSettings, "SocketPort", 0, 65535, "16240", "16240", "Port of QuoteTracker's stream."),
-    Digits(kSettings, "Seconds", kLeast32, kGreatest32, "10", "60",
-           "Seconds from one update to the next; 0 streams. Below 0 counts as 0, above 3600 as 3600."),
+    With(Text(kSettings, "Webaddress", "127.0.0.1", "127.0.0.1",
+              "Host name or address where QuoteTracker runs."),
+         IsHost, kHostPhrase),
+    With(Digits(kSettings, "HTTPPort", kLeast16, kGreatest16, "16239", "16239",
+                "Port of QuoteTracker's HTTP interface."),
+         IsHttpPort, kHttpPortPhrase),
+    Digits(kSettings, "SocketPort", 1, 65535, "16240", "16240", "Port of QuoteTracker's stream."),
+    Digits(kSettings, "Seconds", 0, 3600, "10", "60", "Seconds from one update to the next; 0 streams."),
     Tick("UpdateEvery", kNone, "1", "Whether quotes are updated at all: 1, or 0 for once."),
-    Text(kSettings, "ListRight", kDefaultListRight, kDefaultListRight,
-         "The columns of the quote table in their order, parted by commas."),
-    Text(kSettings, "ListLeft", kNone, kDefaultListLeft,
-         "The columns that the quote table leaves out, parted by commas."),
-    Text(kSettings, "VerticalField", kDefaultVerticalField, kNone,
-         "The column that VerticalIndex looks for in the quote table."),
+    With(SomeOf(kColumnNames, Text(kSettings, "ListRight", kDefaultListRight, kDefaultListRight,
+                                   "The columns of the quote table in their order, parted by commas.")),
+         IsNotEmpty, {}),
+    SomeOf(kColumnNames, Text(kSettings, "ListLeft", kNone, kDefaultListLeft,
+                              "The columns that the quote table leaves out, parted by commas.")),
+    OneOf(kColumnNames, Text(kSettings, "VerticalField", kDefaultVerticalField, kNone,
+                             "The column that VerticalIndex looks for in the quote table.")),
     Tick("VerticalTable", "1", "1", "Whether tickers have vertical tables on sheets of their own: 1 or 0."),
-    Text(kSettings, "txtVerticalSheet", "Quotes_Vertical", "Quotes_Vertical",
-         "Name of the vertical sheets, in front of the ticker in brackets."),
-    Digits(kSettings, "RowsLimit", kLeast32, kGreatest32, "20", "20",
-           "Rows that a vertical table keeps; 0 for no limit."),
-    Number(kSettings, "txtDecimalPlaces", 0, kGreatest16, "2", "2", "Decimal places of prices."),
-    Text(kSettings, "Style", "Blue", "Blue", "Colours of the quote table: Blue, Green, Yellow or None."),
-    Digits(kSettings, "FillColorON", kLeast32, kGreatest32, "32768", "32768",
-           "The fill colour On that the macros get as palette index: red in the low byte, -4142 for none."),
-    Digits(kSettings, "FillColorOFF", kLeast32, kGreatest32, "255", "255",
-           "The fill colour Off that the macros get as palette index: red in the low byte, -4142 for none."),
+    With(Text(kSettings, "txtVerticalSheet", "Quotes_Vertical", "Quotes_Vertical",
+              "Name of the vertical sheets, in front of the ticker in brackets."),
+         IsSheetNameStart, "at most 28 characters, without any of =@#&$%^'!:\\/?*[]"),
+    Digits(kSettings, "RowsLimit", 0, 3600, "20", "20", "Rows that a vertical table keeps; 0 for no limit."),
+    Number(kSettings, "txtDecimalPlaces", 0, 10, "2", "2", "Decimal places of prices."),
+    OneOf(kStyleNames, Text(kSettings, "Style", "Blue", "Blue",
+                            "Colours of the quote table: Blue, Green, Yellow or None.")),
+    With(Digits(kSettings, "FillColorON", kLeast32, kGreatest32, "32768", "32768",
+                "The fill colour On that the macros get as palette index: red in the low byte, -4142 for "
+                "none."),
+         IsFillColor, kFillColorPhrase),
+    With(Digits(kSettings, "FillColorOFF", kLeast32, kGreatest32, "255", "255",
+                "The fill colour Off that the macros get as palette index: red in the low byte, -4142 for "
+                "none."),
+         IsFillColor, kFillColorPhrase),
     Tick("BuildCharts", "1", "0", "Whether vertical tables have charts: 1 or 0."),
-    Text(kSettings, "ChartStyle", "Blue", "Blue", "Colours of the charts: Blue, Green, Yellow or None."),
-    Digits(kSettings, "ChartPoints", kLeast16, kGreatest16, "20", "20", "Rows that a chart shows."),
+    OneOf(kStyleNames, Text(kSettings, "ChartStyle", "Blue", "Blue",
+                            "Colours of the charts: Blue, Green, Yellow or None.")),
+    Digits(kSettings, "ChartPoints", 5, 1200, "20", "20", "Rows that a chart shows."),
     Tick("ColorPoints", "1", "1", "Whether a chart's points are coloured by their direction: 1 or 0."),
     Tick("GreyOut", "1", "1",
          "Whether a chart's points are grey where nothing changed: 1 or 0. "
          "While nothing is stored, charts are built as with 0."),  // kGreyOutOfNewCharts
     Tick("AddYAxis", kNone, "0", "Whether charts have a value axis: 1 or 0."),
-    Text(kSettings, "DisplayTimezone", kNone, "(ET) US Eastern", "Time zone that the dialog shows."),
-    Text(kSettings, "DisplayOffset", kNone, "0:00",
-         "Hours and minutes that the dialog adds to the time zone."),
-    Number(kSettings, "DisplacementHour", kLeast32, kGreatest32, "0", kNone,
+    OneOf(kTimeZoneNames,
+          Text(kSettings, "DisplayTimezone", kNone, "(ET) US Eastern", "Time zone that the dialog shows.")),
+    OneThat(IsDisplayOffset, "a number of half hours from -23:30 to 23:30, as 1:30 or -0:30",
+            Text(kSettings, "DisplayOffset", kNone, "0:00",
+                 "Hours and minutes that the dialog adds to the time zone.")),
+    Number(kSettings, "DisplacementHour", -48, 48, "0", kNone,
            "Hours that shown times lie ahead of the clock; from zone and offset."),
-    Number(kSettings, "DisplacementMinute", kLeast32, kGreatest32, "0", kNone,
+    Number(kSettings, "DisplacementMinute", -60, 60, "0", kNone,
            "Minutes that shown times lie ahead of the clock; from zone and offset."),
     Setting{kSettings, "Sort_Desc", SettingKind::Text, SettingForm::Boolean, 0, 0, kNone, "False",
             "Which way the dialog last sorted the tickers: True is upwards."},

@@ -42,8 +42,23 @@ TEST_F(Settings, KeepWhatIsSet) {
 TEST_F(Settings, RefuseWhatNoReaderCouldUse) {
   const auto result = Run({"set", "HTTPPort", "eighty"});
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_THAT(result.err, HasSubstr("whole number"));
+  EXPECT_THAT(result.err, HasSubstr("a port from 1 to 32767"));
   EXPECT_EQ(Get("HTTPPort"), "16239\n");
+}
+
+TEST_F(Settings, AreStoredInTheirOwnSpelling) {
+  EXPECT_EQ(Run({"set", "ListRight", "ticker, last"}).exit_code, 0);
+  EXPECT_EQ(Get("ListRight"), "Ticker,Last\n");
+  EXPECT_EQ(Run({"set", "Style", "yellow"}).exit_code, 0);
+  EXPECT_EQ(Get("Style"), "Yellow\n");
+}
+
+TEST_F(Settings, OfOlderVersionsThatNobodyCanUseAreTold) {
+  Run({"set", "Style", "Green"});
+  const auto file = folder_ / "home/.local/share/mirelo/registry.db";
+  sqlite::Database(file).Execute("UPDATE value SET data = CAST('Red' || char(0) AS BLOB)");
+  EXPECT_THAT(Run({"list"}).out,
+              HasSubstr("    This value is of no use: it must be Blue, Green, Yellow or None.\n"));
 }
 
 TEST_F(Settings, RefuseANameThatNobodyKnows) {

@@ -17,6 +17,18 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
+std::string Repeated(std::string_view text, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += text;
+  return all;
+}
+
+int Count(std::string_view part, std::string_view text) {
+  int count = 0;
+  for (auto at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
 class SettingsExport : public SettingsTest {
  protected:
   std::string Export() { return ExportSettings(ReadSettings(settings)); }
@@ -54,7 +66,8 @@ TEST_P(SettingsExport, LeavesOutWhatIsNoSetting) {
 
 TEST_P(SettingsExport, CarriesAllValuesToAnotherStore) {
   settings.SaveSetting("Settings", "Seconds", 60);  // an integer under a key that usually holds a text
-  settings.SaveSetting("Settings", "Style", Variant(std::string("\t\\n\r\n\0 \u20AC ", 11)));
+  settings.SaveSetting("Settings\\QuoteSource\\First", "ComQuoteSource",
+                       Variant(std::string("\t\\n\r\n\0 \u20AC ", 11)));
   settings.SaveSetting("Settings", "ListLeft", "");
   settings.SaveSetting("Settings", "Sort_Desc", true);
   settings.SaveSetting("Settings\\WidthField", " a header\t", 800);
@@ -112,11 +125,13 @@ TEST(SettingsImport, RefusesATextThatDoesNotPass) {
       {"Settings\tSeconds\tinteger\t1.5", "not a 32-bit integer"},
       {"Settings\tSeconds\ttext\toften", "a whole number"},
       {"Settings\tGreyOut\tinteger\t2", "from 0 to 1"},
+      {"Settings\tWebaddress\ttext\thost:80", "a host name or an address alone"},
+      {"Settings\tListRight\ttext\tTicker,Price", "\"Price\" is not allowed here"},
       {"Settings\tStyle\ttext\ta\\", "backslash"},
       {"Settings\tStyle\ttext\ta\\x41", "backslash"},
       {"Settings\tSty\\le\ttext\ta", "backslash"},
-      {"Settings\tStyle\ttext\t\xFF", "Windows-1252"},
-      {"Settings\tStyle\ttext\t\u0416", "Windows-1252"},
+      {"Settings\\QuoteSource\\First\tComQuoteSource\ttext\t\xFF", "Windows-1252"},
+      {"Settings\\QuoteSource\\First\tComQuoteSource\ttext\t\u0416", "Windows-1252"},
       {"settings\tSTYLE\ttext\tGreen", "twice"},
       {"\0"sv, "four fields"},
   };
@@ -128,6 +143,21 @@ TEST(SettingsImport, RefusesATextThatDoesNotPass) {
     EXPECT_THAT(error.Description(), StartsWith("Line 3: "));
     EXPECT_THAT(error.Description(), HasSubstr(row.why));
   }
+}
+
+TEST(SettingsImport, NamesEachLineThatDoesNotPass) {
+  const RuntimeError error =
+      ErrorOf([] { ParseSettings("Settings\tStyle\ttext\tRed\nSettings\tSeconds\ttext\t5\nnothing\n"); });
+  EXPECT_EQ(error.Description(),
+            "Line 1: \"Red\" is not allowed here: the value must be Blue, Green, Yellow or None\n"
+            "Line 3: four fields parted by tabs are needed");
+  EXPECT_EQ(Count("Line", ErrorOf([] { ParseSettings(Repeated("nothing\n", 100)); }).Description()), 20);
+}
+
+TEST(SettingsImport, TakesChoicesInTheirOwnSpelling) {
+  const auto parsed = ParseSettings("Settings\tListRight\ttext\tticker, last\n");
+  const std::vector<StoredSetting> expected{{"Settings", "ListRight", "Ticker,Last"}};
+  EXPECT_EQ(parsed, expected);
 }
 
 class SettingsImportToStore : public SettingsTest {};
