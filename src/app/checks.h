@@ -1,29 +1,63 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
+#include <cstring>
 #include <string>
+
+#include "app/spreadsheet_program.h"
+#include "app/ticker_list.h"
+#include "automation/runtime_error.h"
+#include "core/settings_catalogue.h"
 
 namespace mirelo::app {
 
 // What command lines are checked for.
 
-// A ticker is sent as it is, between commas and brackets, so it holds none of them and no blank.
-inline CLI::Validator IsTicker() {
+// Tickers, one or several as SplitTickers takes them apart.
+inline CLI::Validator IsTickers() {
   return CLI::Validator(
-      [](const std::string& ticker) {
-        return !ticker.empty() && ticker.find_first_of(", \t\r\n()<>") == std::string::npos
-                   ? std::string()
-                   : "a ticker holds no blank, comma or bracket: \"" + ticker + "\"";
+      [](const std::string& text) {
+        const auto tickers = SplitTickers(text);
+        if (tickers.empty()) return "\"" + text + "\" names no ticker";
+        for (const std::string& ticker : tickers) {
+          if (!IsTickerName(ticker)) return "a ticker holds no bracket: \"" + ticker + "\"";
+        }
+        return std::string();
       },
       "");
 }
 
-// For options that take the place of a setting: the value is not empty, as an empty text would leave the
-// setting in force.
-inline CLI::Validator IsNotEmpty() {
+// A file that a workbook can be written to.
+inline CLI::Validator IsWorkbookName() {
+  return CLI::Validator([](const std::string& file) { return WhyNoWorkbook(file); }, "");
+}
+
+// A format of dates, of days, months and years alone: volumes begin anew with each new text of a date.
+inline CLI::Validator IsDateFormat() {
   return CLI::Validator(
-      [](const std::string& text) {
-        return text.empty() ? std::string("the value is empty") : std::string();
+      [](const std::string& format) {
+        const bool has_letters = format.find_first_of("dmyDMY") != std::string::npos;
+        const bool has_others = std::ranges::any_of(format, [](unsigned char letter) {
+          return std::isalpha(letter) != 0 && std::strchr("dmyDMY", letter) == nullptr;
+        });
+        return has_letters && !has_others ? std::string()
+                                          : "\"" + format + "\" is no format of a date; write mm/dd/yyyy";
+      },
+      "");
+}
+
+// For options that take the place of a setting: the value is one that the setting allows.
+inline CLI::Validator IsAllowedFor(const char* key) {
+  return CLI::Validator(
+      [key](const std::string& text) {
+        try {
+          SettingValue(*FindSetting("Settings", key), text);
+          return std::string();
+        } catch (const RuntimeError& error) {
+          return error.Description();
+        }
       },
       "");
 }

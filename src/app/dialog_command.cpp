@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "app/checks.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/show_dialog.h"
@@ -15,7 +16,8 @@ DialogCommand::DialogCommand(CLI::App& program, const GlobalOptions& global) : g
       ->add_option("--workbook", workbook_,
                    "The .xlsx file for which the dialog is shown, and in which Go builds the table; made "
                    "when it is absent. Without it the table is built in a workbook that is not kept")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(IsWorkbookName());
   command_->footer(
       "Prints how the dialog was ended: 77 (committed, quotes are to be streamed), 78 (committed, quotes "
       "are\n"

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <vector>
 
 #include "app/attended_desktop.h"
 #include "app/dialog_wishes.h"
+#include "app/list_entry.h"
 #include "automation/number.h"
 #include "automation/text.h"
 #include "dialog/frmColor.h"
@@ -43,24 +43,10 @@ std::string Joined(const std::vector<std::string>& choices) {
   return text;
 }
 
-// The entry that reads so but for case and blanks around it, else the only one that holds the text.
-std::optional<std::int32_t> FindEntry(const std::vector<std::string>& entries, const std::string& wanted) {
-  std::optional<std::int32_t> holding;
-  int count = 0;
-  for (std::int32_t i = 0; i < static_cast<std::int32_t>(entries.size()); ++i) {
-    const std::string& entry = entries[static_cast<std::size_t>(i)];
-    if (EqualText(Trim(entry), Trim(wanted))) return i;
-    if (InStr(1, entry, wanted, Compare::Text) == 0) continue;
-    holding = i;
-    ++count;
-  }
-  return count == 1 ? holding : std::nullopt;
-}
-
 void Choose(forms::ComboBox& box, const std::string& value) {
-  const auto entry = value.empty() ? std::nullopt : FindEntry(box.Items(), value);
+  const auto entry = FindEntry(box.Items(), value);
   if (!entry) throw Unfulfilled("\"" + value + "\" is none of the choices:" + Joined(box.Items()));
-  box.UserChoose(*entry);
+  box.UserChoose(static_cast<std::int32_t>(*entry));
 }
 
 // A style has a check box for "None" beside it.

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/attended_desktop.h"
+#include "app/checks.h"
 #include "app/dialog_person.h"
 #include "app/exit_code.h"
 #include "app/options.h"
@@ -40,7 +41,8 @@ GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(g
       ->add_option("--workbook", workbook_,
                    "The .xlsx file whose quote table the dialog reads, and in which Go builds it; made when "
                    "it is absent. Without it the table is built in a workbook that is not kept")
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(IsWorkbookName());
   command_->footer(
       "What is not named stays as the dialog shows it. QuoteTracker must run: the dialog asks it for its\n"
       "portfolios before it stores anything but the widths of columns. Message boxes are printed as lines.\n"

@@ -1,5 +1,7 @@
 #include "app/quote_output.h"
 
+#include <cmath>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 
 #include "automation/visible_text.h"
@@ -18,6 +20,11 @@ std::string CsvField(const std::string& field) {
   return quoted + '"';
 }
 
+// Beyond these not every whole number is one of a double.
+constexpr double kMostWhole = 9'007'199'254'740'992;
+
+bool IsWhole(double number) { return std::trunc(number) == number && std::abs(number) <= kMostWhole; }
+
 }  // namespace
 
 terminal::ShownText CsvLine(const std::vector<std::string>& fields) {
@@ -34,7 +41,12 @@ terminal::ShownText JsonLine(const std::vector<std::string>& columns, const day:
   for (std::size_t c = 0; c < columns.size(); ++c) {
     auto& value = record[columns[c]];
     if (row[c].kind() == day::QuoteValue::Kind::Number) {
-      value = row[c].ToNumber();
+      const double number = row[c].ToNumber();
+      if (IsWhole(number)) {
+        value = static_cast<std::int64_t>(number);
+      } else {
+        value = number;
+      }
     } else if (!row[c].IsNothing()) {
       value = row[c].ToText();
     }

@@ -14,8 +14,8 @@ namespace mirelo::app {
 // (automation/visible_text.h), so that a record is one line without controls, and can be read back exactly.
 terminal::ShownText CsvLine(const std::vector<std::string>& fields);
 
-// One object a quote, the column names as keys; numbers are numbers, dates and times the texts that they came
-// as, and nothing is null. Controls are escaped as JSON has it.
+// One object a quote, the column names as keys; numbers are numbers, whole ones without a point, dates and
+// times the texts that they came as, and nothing is null. Controls are escaped as JSON has it.
 terminal::ShownText JsonLine(const std::vector<std::string>& columns, const day::QuoteRow& row);
 
 }  // namespace mirelo::app

@@ -8,7 +8,10 @@
 #include "app/options.h"
 #include "app/quote_output.h"
 #include "app/session.h"
+#include "app/shown_quote.h"
 #include "app/text_table.h"
+#include "app/ticker_list.h"
+#include "core/settings_catalogue.h"
 #include "day/quote_rows.h"
 #include "day/snapshot_feed.h"
 #include "terminal/standard_streams.h"
@@ -22,9 +25,10 @@ namespace {
 
 constexpr char kClearTerminal[] = "\033[H\033[2J";
 
-terminal::ShownText AsTable(const day::SnapshotFeed& feed, const day::QuoteRows& rows, bool color) {
+terminal::ShownText AsTable(const day::SnapshotFeed& feed, const day::QuoteRows& rows,
+                            const std::string& price_format, bool color) {
   TextTable table(feed.Columns());
-  for (const auto& row : rows) table.AddRow(day::TextsOf(row));
+  for (const auto& row : rows) table.AddRow(ShownQuote(feed.Columns(), row, price_format));
   return table.ToText(color);
 }
 
@@ -35,7 +39,7 @@ QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : g
       program.add_subcommand("quotes", "Ask QuoteTracker for the current quotes of tickers and print them");
   command_->add_option("TICKER", tickers_, "The tickers to ask for, in the order of the answer")
       ->required()
-      ->check(IsTicker());
+      ->check(IsTickers());
   auto* csv =
       command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
   auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
@@ -49,20 +53,24 @@ QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : g
                    "The columns to show, joined by commas, in place of the setting ListRight; all names: "
                    "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,"
                    "AvgTrade,NumTrades,Open,52w Low,52w High")
-      ->check(IsNotEmpty());
+      ->check(IsAllowedFor("ListRight"));
   command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
-      ->check(IsNotEmpty());
+      ->check(IsAllowedFor("Webaddress"));
   command_->add_option("--http-port", port_, "QuoteTracker's HTTP port, in place of the setting HTTPPort")
       ->check(CLI::Range(1, 65535));
-  command_->add_option("--date-format", date_format_, "How the column Date is written")
+  command_->add_option("--date-format", date_format_, "How the column Date is written, in d, m and y")
+      ->check(IsDateFormat())
       ->capture_default_str();
 }
 
 bool QuotesCommand::IsChosen() const { return command_->parsed(); }
 
 int QuotesCommand::Run() {
+  tickers_ = SplitTickers(tickers_);
   Session session(global_);
-  if (!columns_.empty()) session.host().Override("ListRight", columns_);
+  if (!columns_.empty())
+    session.host().Override("ListRight",
+                            SettingValue(*FindSetting("Settings", "ListRight"), columns_).ToText());
   if (!address_.empty()) session.host().Override("Webaddress", address_);
   if (port_ != 0) session.host().OverrideHttpPort(port_);
   session.facade().DovantaFormatUserDate(date_format_);
@@ -88,7 +96,7 @@ int QuotesCommand::Run() {
       switch (output) {
         case Output::Table:
           if (watch_ && terminal) Out() << kClearTerminal;
-          Out() << AsTable(feed, *rows, terminal);
+          Out() << AsTable(feed, *rows, session.facade().DecimalPlacesFormat(), terminal);
           break;
         case Output::Csv:
           for (const auto& row : *rows) Out() << CsvLine(day::TextsOf(row));

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/attended_desktop.h"
+#include "app/checks.h"
 #include "app/day_view.h"
 #include "app/demonstration.h"
 #include "app/dialog_person.h"
@@ -54,6 +55,7 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
   command_
       ->add_option("--workbook", workbook_, "The .xlsx file that holds the tables; made when it is absent")
       ->type_name("FILE")
+      ->check(IsWorkbookName())
       ->capture_default_str();
   command_->add_option("--for", for_, "End after so long, as 20s, 90m or 8h30m; without it, at Ctrl-C")
       ->check(IsDuration());
@@ -73,8 +75,8 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
   command_->footer(
       "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table.\n"
       "With --set Seconds=0 quotes are streamed, otherwise asked for every so many seconds. Ctrl-C ends\n"
-      "in order, a second one at once. Exit codes: 0 the workbook is saved, 1 it is not or the day could\n"
-      "not begin, 2 asked for something that the dialog does not have.");
+      "in order, a second one at once. Exit codes: 0 the workbook is saved, 1 it is not, no quote came, or\n"
+      "the day could not begin, 2 asked for something that the dialog does not have.");
 }
 
 bool RunCommand::IsChosen() const { return command_->parsed(); }
@@ -132,7 +134,9 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   view.Summarize(saved.string());
   ForgiveOutput();
   if (saved.empty()) Err() << "error: the workbook could not be saved\n";
-  return went_well && !saved.empty() ? kGood : kFailed;
+  const bool was_fruitful = day.Came().Count() > 0;
+  if (went_well && !was_fruitful) Err() << "error: no quote came in the whole day\n";
+  return went_well && was_fruitful && !saved.empty() ? kGood : kFailed;
 }
 
 bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view) try {

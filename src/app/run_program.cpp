@@ -3,12 +3,16 @@
 #include <sys/prctl.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "app/exit_code.h"
 #include "automation/runtime_error.h"
+#include "automation/text.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -25,6 +29,20 @@ void KeepMemoryPrivate() { ::prctl(PR_SET_DUMPABLE, 0); }
 int Run(const std::function<int()>& body) try { return body(); } catch (const std::exception&) {
   TellFailure();
   return kFailed;
+}
+
+// Words behind a command that takes its tickers by an option.
+std::string WhatWasMeant(const CLI::App& program, const CLI::ParseError& end) {
+  if (dynamic_cast<const CLI::ExtrasError*>(&end) == nullptr) return {};
+  const std::vector<std::string> words = program.remaining(true);
+  for (const CLI::App* command : program.get_subcommands()) {
+    const bool are_tickers =
+        command->get_option_no_throw("--tickers") != nullptr &&
+        std::ranges::none_of(words, [](const std::string& word) { return word.starts_with('-'); });
+    if (are_tickers)
+      return "Tickers go behind --tickers: mirelo " + command->get_name() + " --tickers " + Join(words, ",");
+  }
+  return {};
 }
 
 void TellOfMemory() {
@@ -64,7 +82,9 @@ int EndParsing(const CLI::App& program, const CLI::ParseError& end) {
     Out() << terminal::Lines(asked_for.str());
     return kGood;
   }
-  Err() << end.what() << "\nRun with --help for more information.\n";
+  Err() << end.what() << "\n";
+  if (const std::string meant = WhatWasMeant(program, end); !meant.empty()) Err() << meant << "\n";
+  Err() << "Run with --help for more information.\n";
   return kWrongUsage;
 }
 

@@ -1,24 +1,32 @@
 #include "app/stream_command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <string_view>
 
 #include "app/checks.h"
 #include "app/exit_code.h"
+#include "app/list_entry.h"
 #include "app/live_table.h"
 #include "app/options.h"
 #include "app/quote_output.h"
 #include "app/session.h"
+#include "app/shown_quote.h"
 #include "app/text_table.h"
+#include "app/ticker_list.h"
+#include "automation/array.h"
 #include "automation/text.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
 #include "day/pulse.h"
 #include "day/quote_board.h"
 #include "day/quote_rows.h"
 #include "day/stored_source.h"
 #include "day/stream_feed.h"
 #include "quotetracker/session_file.h"
+#include "streaming/first_sources.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -51,17 +59,37 @@ class Recording {
 };
 
 constexpr std::string_view kStreamerFileEnd = ".SDF";
+constexpr const char* kSources = "Settings\\QuoteSource\\List";
+
+// The quote sources that the settings dialog offers.
+std::vector<std::string> SourceNames() {
+  Array<std::string> stored;
+  mGlobal::AppSettings().GetAllKeys(kSources, stored);
+  std::vector<std::string> names;
+  if (stored.IsAllocated()) {
+    for (const std::string& name : stored) names.push_back(name);
+  } else {
+    for (const QuoteSourceRow& row : kFirstSources) names.emplace_back(row.text);
+  }
+  return names;
+}
+
+std::string FileOf(const std::string& name) {
+  const std::string stored = day::StreamerFileOf(name);
+  const auto first = std::ranges::find(kFirstSources, name, &QuoteSourceRow::text);
+  return !stored.empty() || first == kFirstSources.end() ? stored : std::string(first->file);
+}
 
 }  // namespace
 
 StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
   command_ = program.add_subcommand("stream",
                                     "Listen to QuoteTracker's Level I stream and print quotes as they come");
-  command_->add_option("TICKER", tickers_, "The tickers to subscribe")->required()->check(IsTicker());
-  command_->add_option(
-      "--source", source_,
-      "The quote source, by its name as mirelo sources shows it or by its .SDF file; the one last chosen "
-      "in the settings when it is left out");
+  command_->add_option("TICKER", tickers_, "The tickers to subscribe")->required()->check(IsTickers());
+  command_->add_option("--source", source_,
+                       "The quote source, by its name as mirelo sources shows it, by a part of it that no "
+                       "other has, or by its "
+                       ".SDF file; the one last chosen in the settings when it is left out");
   command_->add_option("--seconds", seconds_, "End after so many seconds; without it, at Ctrl-C")
       ->check(CLI::PositiveNumber);
   auto* csv =
@@ -73,17 +101,19 @@ StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : g
                    "Write what the connection receives to a file that quotetracker --play plays again")
       ->type_name("FILE");
   command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
-      ->check(IsNotEmpty());
+      ->check(IsAllowedFor("Webaddress"));
   command_
       ->add_option("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")
       ->check(CLI::Range(1, 65535));
-  command_->add_option("--date-format", date_format_, "How the column Date is written")
+  command_->add_option("--date-format", date_format_, "How the column Date is written, in d, m and y")
+      ->check(IsDateFormat())
       ->capture_default_str();
 }
 
 bool StreamCommand::IsChosen() const { return command_->parsed(); }
 
 int StreamCommand::Run() {
+  tickers_ = SplitTickers(tickers_);
   Session session(global_);
   Override(session);
   session.facade().DovantaFormatUserDate(date_format_);
@@ -134,7 +164,8 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
 
   if (!csv_ && !json_ && !terminal) {
     TextTable table(board.Columns());
-    for (const auto& row : board.Rows()) table.AddRow(day::TextsOf(row));
+    const std::string price_format = session.facade().DecimalPlacesFormat();
+    for (const auto& row : board.Rows()) table.AddRow(ShownQuote(board.Columns(), row, price_format));
     Out() << table.ToText(false);
   }
   Err() << board.QuoteCount() << " quotes\n";
@@ -155,13 +186,12 @@ std::string StreamCommand::StreamerFile(Session& session) const {
     return {};
   }
   if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
-  std::string file = day::StreamerFileOf(source);
-  if (file.empty()) {
-    Err()
-        << "error: no quote source is named \"" << source
-        << "\". See them with: mirelo sources. Fetch them from QuoteTracker with: mirelo sources --update\n";
-  }
-  return file;
+  const std::vector<std::string> names = SourceNames();
+  if (const auto entry = FindEntry(names, source)) return FileOf(names[*entry]);
+  Err() << "error: no quote source is named \"" << source
+        << "\", and not one alone has that in its name. See them with: mirelo sources. Fetch them from "
+           "QuoteTracker with: mirelo sources --update\n";
+  return {};
 }
 
 }  // namespace mirelo::app

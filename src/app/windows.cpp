@@ -6,6 +6,7 @@
 #include "adapters/qt/busy_internet.h"
 #include "adapters/qt/qt_desktop.h"
 #include "adapters/qt/qt_loop.h"
+#include "app/dialog_attendant.h"
 #include "app/failure_reason.h"
 #include "linux/linux_host.h"
 
@@ -19,6 +20,7 @@ class WindowDesktop : public qt::QtDesktop {
 
   void ShowModal(forms::Form& form) override {
     AddReason(form);
+    AttendTo(form);
     qt::QtDesktop::ShowModal(form);
   }
 };

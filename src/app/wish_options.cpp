@@ -6,6 +6,7 @@
 
 #include "app/checks.h"
 #include "app/dialog_controls.h"
+#include "app/ticker_list.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/settings_catalogue.h"
@@ -43,7 +44,8 @@ DialogWishes::Setting ParseSetting(const std::string& text) {
                       "; use mirelo settings set, or one of these here: " + KeysText());
   }
   try {
-    SettingValue(*setting, value);
+    // The dialog finds a choice by a part of it, and says what there is to choose from.
+    if (setting->form != SettingForm::Choice) SettingValue(*setting, value);
   } catch (const RuntimeError& error) {
     throw Unfulfilled(name.key + ": " + error.Description());
   }
@@ -56,6 +58,11 @@ DialogWishes::Tick ParseTick(const std::string& text) {
     throw Unfulfilled("\"" + text + "\" is no ticker and field; write MSFT:Last");
   }
   return {text.substr(0, colon), text.substr(colon + 1)};
+}
+
+std::vector<std::string> Trimmed(std::vector<std::string> names) {
+  for (std::string& name : names) name = Trim(name);
+  return names;
 }
 
 // Whether one of the parsers takes the text.
@@ -77,8 +84,7 @@ CLI::Validator TakenBy(Parse parse) {
 
 WishOptions::WishOptions(CLI::App& command) {
   command.add_option("--tickers", tickers_, "The tickers, joined by commas, in the order of the table")
-      ->delimiter(',')
-      ->check(IsTicker());
+      ->check(IsTickers());
   command
       .add_option("--columns", columns_,
                   "The columns of the table, joined by commas; the first one stays the ticker's")
@@ -100,7 +106,8 @@ WishOptions::WishOptions(CLI::App& command) {
   command.add_option("--source", source_,
                      "The quote source to stream from, or a part of its name that no other has; mirelo "
                      "sources lists them. Sets Seconds to 0, which means streaming");
-  command.add_option("--address", address_, "Where QuoteTracker runs, as --set Webaddress=");
+  command.add_option("--address", address_, "Where QuoteTracker runs, as --set Webaddress=")
+      ->check(IsAllowedFor("Webaddress"));
   command.add_option("--http-port", http_port_, "QuoteTracker's HTTP port, as --set HTTPPort=")
       ->check(CLI::Range(1, 65535));
   command.add_option("--socket-port", socket_port_, "QuoteTracker's stream port, as --set SocketPort=")
@@ -109,8 +116,8 @@ WishOptions::WishOptions(CLI::App& command) {
 
 DialogWishes WishOptions::Wishes() const {
   DialogWishes wishes;
-  wishes.tickers = tickers_;
-  wishes.columns = columns_;
+  wishes.tickers = SplitTickers(tickers_);
+  wishes.columns = Trimmed(columns_);
   for (const std::string& tick : ticks_) wishes.ticks.push_back(ParseTick(tick));
 
   const auto names = [&](const char* key) {
@@ -127,7 +134,7 @@ DialogWishes WishOptions::Wishes() const {
     } else if (!wishes.columns.empty()) {
       throw Unfulfilled(std::string(kColumnsKey) + " is given twice");
     } else {
-      wishes.columns = Split(setting.value, ",");
+      wishes.columns = Trimmed(Split(setting.value, ","));
     }
   }
   if (!address_.empty()) add({"Webaddress", address_});

@@ -10,7 +10,8 @@ Button::Button(forms::Form& form, std::string name, Control* parent, std::string
 void Button::UserPress() {
   if (!IsUsable()) return;
   SetFocus();
-  Click.Raise();
+  if (!attendant_) return Click.Raise();
+  attendant_([this] { Click.Raise(); });
 }
 
 }  // namespace mirelo::forms

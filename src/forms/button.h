@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "forms/control.h"
 #include "forms/control_visitor.h"
@@ -29,7 +31,13 @@ class Button : public Control {
 
   void UserPress();
 
+  // Puts somebody between the person and the button, whom the form knows nothing of. At each press of the
+  // person they are called in place of the click, which `click` makes: once, several times or not at all.
+  using Attendant = std::function<void(const std::function<void()>& click)>;
+  void AttendWith(Attendant attendant) { attendant_ = std::move(attendant); }
+
  private:
+  Attendant attendant_;
   std::string caption_;
   std::string picture_;
   bool default_ = false;

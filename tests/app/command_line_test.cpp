@@ -45,7 +45,7 @@ TEST_F(CommandLine, EndsWithTwoWhenItIsNotUnderstood) {
                                                     {"dance"},
                                                     {"quotes"},
                                                     {"quotes", "MSFT", "--csv", "--json"},
-                                                    {"quotes", "A,B"},
+                                                    {"quotes", "A(B"},
                                                     {"quotes", "MSFT", "--http-port", "0"},
                                                     {"quotes", "MSFT", "--address", ""},
                                                     {"quotes", "MSFT", "--columns", ""},
@@ -64,6 +64,16 @@ TEST_F(CommandLine, EndsWithTwoWhenItIsNotUnderstood) {
     EXPECT_THAT(result.out, IsEmpty());
     EXPECT_THAT(result.err, ::testing::Not(IsEmpty()));
   }
+}
+
+TEST_F(CommandLine, SaysWhereTickersGo) {
+  for (const char* command : {"run", "go"}) {
+    const auto result = Run({command, "MSFT", "IBM"});
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_THAT(result.err, HasSubstr(std::string("Tickers go behind --tickers: mirelo ") + command +
+                                      " --tickers MSFT,IBM\n"));
+  }
+  EXPECT_THAT(Run({"run", "--tcikers", "MSFT"}).err, ::testing::Not(HasSubstr("Tickers go behind")));
 }
 
 TEST_F(CommandLine, ReadsNoSettingsForHelp) {

@@ -209,6 +209,7 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
   const std::string refusing = std::to_string(refusing_.Port());
   const std::string port = std::to_string(http_.Port());
   const std::string ticker = "MS" + kFromSettings;
+  const std::string kSource = "QuoteSource\\First\\ComQuoteSource";
   const Words quotes{"quotes", "MSFT", "--http-port", port};
   const Words stream{"stream", ticker, "--source", "A.SDF", "--seconds", "0.2"};
   const Words run{"run", "--tickers", ticker, "--http-port", port, "--for", "300ms", "--workbook"};
@@ -231,8 +232,9 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
       {{"settings", "list"}},
       {{"settings", "export"}},
       {{"settings", "get", "WidthField\\Field" + kFromSettings}, "", "5"},
-      {{"settings", "set", "Style", "Blue" + kFromSettings}, "", ""},
-      {{"settings", "get", "Style"}},
+      {{"settings", "set", "Style", "Blue" + kFromSettings}},
+      {{"settings", "set", kSource, "Blue" + kFromSettings}, "", ""},
+      {{"settings", "get", kSource}},
       {{"settings", "get", k}},
       {{"settings", "set", k, "1"}},
       {{"settings", "set", "Seconds", k}},
@@ -253,7 +255,7 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
       {{k}, "", ""},
       {{"quotes", "--" + k, "MSFT"}},
       {{"quotes", "A," + k}},
-      {With(quotes, {"--address", k}), "", ""},
+      {With(quotes, {"--address", k})},
       {With(quotes, {"--date-format", "dd" + kFromSettings, "--columns", "Date"})},
       {{"stream", "MSFT", "--source", k}},
       {With(go, {"--set", k + "=1"})},

@@ -25,12 +25,20 @@ TEST(JsonLine, KeepsColumnOrderAndWritesNumbersAsNumbers) {
   const QuoteRow row{QuoteValue::Text("MSFT"), ReadValue(Reading::AsNumber, "27.50"),
                      ReadValue(Reading::AsMoment, "11/21/2026"), QuoteValue(0.0), QuoteValue(1.0 / 3)};
   EXPECT_EQ(JsonLine({"Ticker", "Last", "Date", "Change", "Bid"}, row).Bytes(),
-            "{\"Ticker\":\"MSFT\",\"Last\":27.5,\"Date\":\"11/21/2026\",\"Change\":0.0,"
+            "{\"Ticker\":\"MSFT\",\"Last\":27.5,\"Date\":\"11/21/2026\",\"Change\":0,"
             "\"Bid\":0.3333333333333333}\n");
 }
 
 TEST(JsonLine, WritesATickerOfDigitsAsText) {
   EXPECT_EQ(JsonLine({"Ticker"}, {ReadValue(Reading::AsText, "0700")}).Bytes(), "{\"Ticker\":\"0700\"}\n");
+}
+
+TEST(JsonLine, WritesWholeNumbersWithoutAPoint) {
+  QuoteRow row;
+  for (const char* text : {"5", "-7.00", "12345678901", "1E+20"})
+    row.push_back(ReadValue(Reading::AsNumber, text));
+  EXPECT_EQ(JsonLine({"A", "B", "C", "D"}, row).Bytes(),
+            "{\"A\":5,\"B\":-7,\"C\":12345678901,\"D\":1e+20}\n");
 }
 
 TEST(JsonLine, EscapesWhatATerminalWouldObey) {

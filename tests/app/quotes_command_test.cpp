@@ -65,6 +65,30 @@ TEST_F(Quotes, StandInTheColumnsAskedFor) {
   EXPECT_THAT(lines[1], EndsWith(",MSFT"));
 }
 
+TEST_F(Quotes, TakeBlanksOffTheNamesOfColumnsAndRefuseUnknownOnes) {
+  const auto result = Run({"MSFT", "--csv", "--columns", " last, TICKER"});
+  EXPECT_THAT(result.out, StartsWith("Last,Ticker\n")) << result.err;
+  const auto refused = Run({"MSFT", "--columns", "Ticker,Price"});
+  EXPECT_EQ(refused.exit_code, 2);
+  EXPECT_THAT(refused.err, HasSubstr("\"Price\" is not allowed here"));
+}
+
+TEST_F(Quotes, ShowPricesInTheirTableAsTheSheetDoes) {
+  RunMirelo(folder_.path(), {"settings", "set", "txtDecimalPlaces", "4"});
+  const auto lines = Lines(Run({"MSFT", "--columns", "Last,Change,Volume"}).out);
+  ASSERT_THAT(lines, SizeIs(3));
+  EXPECT_THAT(lines[2], ::testing::MatchesRegex(" *[0-9]+\\.[0-9]{4} +-?[0-9]+\\.[0-9]{4} +[0-9]+"));
+}
+
+TEST_F(Quotes, RefuseAFormatThatIsNoDates) {
+  for (const char* format : {"foo", "hh:nn", "", "/"}) {
+    const auto result = Run({"MSFT", "--date-format", format});
+    EXPECT_EQ(result.exit_code, 2) << format;
+    EXPECT_THAT(result.err, HasSubstr("is no format of a date; write mm/dd/yyyy"));
+  }
+  EXPECT_EQ(Run({"MSFT", "--date-format", "d.m.yy"}).exit_code, 0);
+}
+
 TEST_F(Quotes, AreJsonObjectsALineEach) {
   const auto result = Run({"MSFT", "IBM", "--json"});
   EXPECT_THAT(Lines(result.out),

@@ -23,6 +23,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "quotetracker/server.h"
+#include "support/loopback_server.h"
 #include "support/refused_calls.h"
 #include "support/temp_directory.h"
 
@@ -155,6 +156,27 @@ TEST_F(Run, BeginsNoDayWithoutQuoteTracker) {
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("Nothing was committed"));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "quotes.xlsx"));
+}
+
+TEST_F(Run, TakesAListOfTickersApart) {
+  quotetracker::Server server;
+  const auto result = RunWith({"--set", "UpdateEvery=0", "--http-port", std::to_string(server.HttpPort()),
+                               "--tickers", "ge, F T,IBM"});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(server.Requests(), ::testing::Contains("/req?GetLastQuote(GE,F,T,IBM)"));
+}
+
+TEST_F(Run, FailsWhenNoQuoteCameInTheWholeDay) {
+  // The dialog gets its portfolios, and quotes are refused.
+  LoopbackServer server([](LoopbackServer::Peer& peer) {
+    const bool is_for_quotes = peer.ReceiveUntil("\r\n\r\n").find("GetLastQuote") != std::string::npos;
+    peer.Send("HTTP/1.0 200 OK\r\n\r\n" + std::string(is_for_quotes ? "ERROR\r\n" : "OK\r\nMain"));
+  });
+  const auto result = RunWith({"--tickers", "MSFT", "--set", "Seconds=1", "--for", "300ms", "--http-port",
+                               std::to_string(server.Port())});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("QuoteTracker gave no quotes; going on"),
+                                HasSubstr("error: no quote came in the whole day")));
 }
 
 TEST_F(Run, SaysThatCredentialsAreMissingAndKeepsTheTablesOfGo) {

@@ -68,6 +68,15 @@ TEST_F(Stream, FindsASourceByItsNameOnceTheListIsFetched) {
   EXPECT_THAT(result.out, StartsWith("{\"Ticker\":\"MSFT\""));
 }
 
+TEST_F(Stream, FindsASourceByAPartOfItsNameBeforeAnyListIsFetched) {
+  const auto result = Run({"MSFT", "--source", "alpstein", "--seconds", "1", "--csv"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(server_.StreamMessages(), ::testing::Contains(HasSubstr("SWISS.SDF")));
+  const auto several = Run({"MSFT", "--source", "RealTime", "--seconds", "1"});
+  EXPECT_EQ(several.exit_code, 1);
+  EXPECT_THAT(several.err, HasSubstr("not one alone has that in its name"));
+}
+
 TEST_F(Stream, SaysWhichSourceItDoesNotKnow) {
   const auto result = Run({"MSFT", "--source", "No such source"});
   EXPECT_EQ(result.exit_code, 1);

@@ -31,6 +31,19 @@ TEST_F(ButtonTest, TakesTheFocusAndRaisesClickWhenItIsPressed) {
   EXPECT_THAT(raised, ElementsAre("Click", "Click"));
 }
 
+TEST_F(ButtonTest, IsClickedAsOftenAsItsAttendantClicksIt) {
+  int clicks = 0;
+  button.AttendWith([&](const std::function<void()>& click) {
+    EXPECT_TRUE(button.HasFocus());
+    for (int i = 0; i < clicks; ++i) click();
+  });
+  button.UserPress();
+  EXPECT_THAT(raised, IsEmpty());
+  clicks = 2;
+  button.UserPress();
+  EXPECT_THAT(raised, ElementsAre("Click", "Click"));
+}
+
 TEST_F(ButtonTest, DoesNothingWhenItIsDisabled) {
   button.Enabled(false);
   button.UserPress();

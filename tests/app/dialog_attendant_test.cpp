@@ -1,0 +1,77 @@
+// What the program stands by for while somebody uses the settings dialog.
+
+#include "app/dialog_attendant.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "adapters/headless/console_desktop.h"
+#include "adapters/workbook/spreadsheet.h"
+#include "app/attended_desktop.h"
+#include "dialog/frmMirelo.h"
+#include "support/facade_test.h"
+#include "terminal/output.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class Attendant : public FacadeTest {
+ protected:
+  Attendant() {
+    host.Use(desktop);
+    facade->m_ObjExcelApplication(spreadsheet.Application());
+  }
+
+  void Use(const std::function<void(frmMirelo& form)>& act) {
+    desktop.Attend("frmMirelo", [&](forms::Form& form) {
+      app::AttendTo(form);
+      act(dynamic_cast<frmMirelo&>(form));
+    });
+    facade->LoadFrmMirelo();
+  }
+  static std::vector<std::string> Tickers(const frmMirelo& form) {
+    std::vector<std::string> tickers;
+    for (std::int32_t row = 1; row < form.FG.Rows(); ++row) tickers.push_back(form.FG.TextMatrix(row, 1));
+    return tickers;
+  }
+  static void Add(frmMirelo& form, const std::string& text) {
+    form.txtTicker.UserEdit(text);
+    form.ButAdd.UserPress();
+  }
+
+  terminal::TextOutput printed;
+  app::AttendedDesktop desktop{printed};
+  workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
+};
+
+TEST_F(Attendant, AddsEachTickerOfAListThatWasTyped) {
+  Use([](frmMirelo& form) {
+    Add(form, "GE, f T");
+    EXPECT_THAT(Tickers(form), ElementsAre("GE", "F", "T"));
+    EXPECT_EQ(form.txtTicker.Text(), "");
+    EXPECT_TRUE(form.txtTicker.HasFocus());
+    Add(form, " msft ");
+    Add(form, " ,");
+    EXPECT_THAT(Tickers(form), ElementsAre("GE", "F", "T", "MSFT"));
+  });
+  EXPECT_EQ(printed.Text(), "");
+}
+
+TEST_F(Attendant, RefusesWhatCanBeNoTickerAndLeavesItInTheBox) {
+  Use([](frmMirelo& form) {
+    Add(form, "GE F(T)");
+    EXPECT_THAT(Tickers(form), IsEmpty());
+    EXPECT_EQ(form.txtTicker.Text(), "GE F(T)");
+  });
+  EXPECT_THAT(printed.Text(), HasSubstr("\"F(T)\" is no ticker"));
+}
+
+}  // namespace
+}  // namespace mirelo::testing
