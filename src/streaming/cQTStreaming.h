@@ -133,6 +133,9 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // Quotes wait to be taken. Not raised while it is being raised by this stream or any other; a handler's
   // failure is dropped.
   Event<> QTDatas;
+  // A record of this symbol, in the bytes of the wire, changed nothing that counts, so it is no quote. For
+  // whoever asks why a quote did not come; a handler must raise nothing and leave the stream alone.
+  Event<std::string_view> Unchanged;
 
  private:
   class BytesTransferSink;

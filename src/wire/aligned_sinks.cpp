@@ -17,7 +17,8 @@ AlignedConnection::Sink::Sink(AlignedConnection& connection, std::shared_ptr<hos
       inner_(connection.inner_),
       sockets_(connection.sockets_),
       loop_(connection.loop_),
-      sink_(std::move(sink)) {}
+      sink_(std::move(sink)),
+      aligner_(NewAligner()) {}
 
 void AlignedConnection::Sink::Stop() {
   StopTimer();
@@ -26,7 +27,7 @@ void AlignedConnection::Sink::Stop() {
 
 void AlignedConnection::Sink::Restart() {
   StopTimer();
-  aligner_ = std::make_shared<MessageAligner>();
+  aligner_ = NewAligner();
   later_.clear();
   stopped_ = false;
 }
@@ -148,6 +149,12 @@ void AlignedConnection::Sink::WaitForMore() {
 
 void AlignedConnection::Sink::StopTimer() {
   if (timer_ != 0) loop_.StopTimer(std::exchange(timer_, 0));
+}
+
+std::shared_ptr<MessageAligner> AlignedConnection::Sink::NewAligner() const {
+  auto aligner = std::make_shared<MessageAligner>();
+  aligner->OnLeftOut([&sockets = sockets_](MessageAligner::Bytes bytes) { sockets.LeftOut.Raise(bytes); });
+  return aligner;
 }
 
 void AlignedConnection::EndSink::OnDisconnected(host::SocketConnection&, const std::string& reason) {

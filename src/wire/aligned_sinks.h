@@ -58,13 +58,14 @@ class AlignedConnection::Sink : public host::BytesTransferEvents, public std::en
   void GiveUp(const char* reason);
   void WaitForMore();
   void StopTimer();
+  std::shared_ptr<MessageAligner> NewAligner() const;
 
   const std::weak_ptr<AlignedConnection> connection_;
   const std::weak_ptr<host::SocketConnection> inner_;
   ObservedSockets& sockets_;
   host::MessageLoop& loop_;
   const std::shared_ptr<host::BytesTransferEvents> sink_;
-  std::shared_ptr<MessageAligner> aligner_ = std::make_shared<MessageAligner>();
+  std::shared_ptr<MessageAligner> aligner_;
   std::vector<std::uint8_t> later_;  // what came while the sink was at work
   Wait wait_;                        // what the timer was started for
   host::MessageLoop::Token timer_ = 0;

@@ -86,7 +86,8 @@ MessageAligner::Step MessageAligner::Advance() {
   if (rest.empty()) return Step::kWait;
   if (IsSeparator(rest.front())) {
     const auto* const other = std::ranges::find_if_not(rest, IsSeparator);
-    return Drop(static_cast<std::size_t>(other - rest.begin()));
+    Pass(static_cast<std::size_t>(other - rest.begin()));
+    return Step::kAgain;
   }
   if (rest.size() == 1) return MayBeginMessage(rest.front()) ? Step::kWait : LeaveOut(LeavingOut::kUnknown);
   switch (KindOf(rest)) {
@@ -278,15 +279,20 @@ MessageAligner::Step MessageAligner::Give(std::size_t size) {
 }
 
 MessageAligner::Step MessageAligner::Drop(std::size_t size) {
+  if (on_left_out_ && size > 0) on_left_out_(Bytes(waiting_).subspan(begin_, size));
+  Pass(size);
+  return Step::kAgain;
+}
+
+void MessageAligner::Pass(std::size_t size) {
   begin_ += size;
   searched_ = 0;
   message_.Forget();
   record_.Forget();
-  return Step::kAgain;
 }
 
 void MessageAligner::TakeGiven() {
-  if (given_ > 0) Drop(std::exchange(given_, 0));
+  if (given_ > 0) Pass(std::exchange(given_, 0));
 }
 
 // From where on something else may begin that was not known yet; the first byte is that of the message.

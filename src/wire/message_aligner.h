@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -95,6 +96,10 @@ class MessageAligner {
   // and the connection should be closed.
   bool IsOverfull() const { return overfull_; }
 
+  // Is called with bytes that are left out, before they go; not with blanks between messages. It must raise
+  // nothing and leave the aligner alone.
+  void OnLeftOut(std::function<void(Bytes)> handler) { on_left_out_ = std::move(handler); }
+
   // What a person should know of what was left out, in lines without a full stop; each is told once.
   std::vector<std::string> TakeNews() { return std::exchange(news_, {}); }
 
@@ -116,6 +121,7 @@ class MessageAligner {
   Step TakeSources();
   Step Give(std::size_t size);
   Step Drop(std::size_t size);
+  void Pass(std::size_t size);
   Step LeaveOut(LeavingOut what, std::size_t first = 0);
   void TakeGiven();
   std::size_t SearchedFrom() const;
@@ -138,6 +144,7 @@ class MessageAligner {
   SubscribedSymbols symbols_;
   std::vector<std::string> news_;
   std::vector<std::string> told_;
+  std::function<void(Bytes)> on_left_out_;
 };
 
 }  // namespace mirelo::wire

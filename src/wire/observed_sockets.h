@@ -30,6 +30,9 @@ class ObservedSockets : public host::WinsockLibrary {
   Event<std::span<const std::uint8_t>> Received;
   // A message as the connection's own sink is about to get it.
   Event<std::span<const std::uint8_t>> Delivered;
+  // Bytes that no sink gets, since no message can be made of them or nobody asked for it. A handler must
+  // raise nothing.
+  Event<std::span<const std::uint8_t>> LeftOut;
   // Raised for a drop and a refusal, not for a Disconnect of our own; and for a connection that was given up
   // since its messages had no end. The text is for people.
   Event<const std::string&> Dropped;

@@ -57,6 +57,15 @@ INSTANTIATE_TEST_SUITE_P(Table, ComparedField, ::testing::ValuesIn(kCompared), [
   return name;
 });
 
+TEST_P(ComparedField, WithoutAnotherValueIsToldAsUnchanged) {
+  std::vector<std::string> unchanged;
+  stream->Unchanged.Subscribe([&](std::string_view symbol) { unchanged.emplace_back(symbol); });
+  EXPECT_TRUE(Changes(2));
+  EXPECT_THAT(unchanged, ::testing::IsEmpty());
+  EXPECT_FALSE(Changes(2));
+  EXPECT_THAT(unchanged, ::testing::ElementsAre("X"));
+}
+
 TEST_P(ComparedField, ChangesByAnotherValue) {
   EXPECT_TRUE(Changes(2));
   EXPECT_FALSE(Changes(2));

@@ -378,6 +378,38 @@ TEST(MessageAligner, GivesTheSameHoweverTheBytesCome) {
   }
 }
 
+// Whoever looks for a lost quote finds its bytes in one or the other.
+TEST(MessageAligner, GivesOrTellsOfEachByteInTheirOrder) {
+  const std::string quote = Level1Wire().Symbol("MSFT").Last(1);
+  const std::string lying = WithLength(Level1Wire().Symbol("LIAR").Last(1), 20);
+  const std::string stream = std::string(kGreeting) + "\r\n  " + quote + "garbage" + kSources + quote +
+                             lying + quote + kLoggedIn + quote + Record("S1", 100).substr(0, 50) + quote +
+                             quote;
+  for (const std::size_t piece : {stream.size(), std::size_t{7}, std::size_t{1}}) {
+    SCOPED_TRACE(piece);
+    std::string given_or_told;
+    std::string told;
+    MessageAligner aligner;
+    aligner.OnLeftOut([&](MessageAligner::Bytes bytes) {
+      given_or_told.append(bytes.begin(), bytes.end());
+      told.append(bytes.begin(), bytes.end());
+    });
+    const auto note = [&](const Chunks& chunks) {
+      for (const std::string& chunk : chunks) given_or_told += chunk;
+    };
+    for (std::size_t at = 0; at < stream.size(); at += piece)
+      note(Feed(aligner, std::string_view(stream).substr(at, piece)));
+    aligner.End();
+    note(LetGo(aligner));
+    std::string without_blanks = stream;
+    without_blanks.erase(without_blanks.find("\r\n  "), 4);
+    EXPECT_EQ(given_or_told, without_blanks);
+    EXPECT_THAT(told, HasSubstr("LIAR"));
+    EXPECT_THAT(told, HasSubstr("garbage"));
+    EXPECT_THAT(told, HasSubstr("<SOURCES>"));
+  }
+}
+
 // A peer that sends single bytes is not to cost more for each than for the one before.
 TEST(MessageAligner, LooksAtEachByteOfALongMessageOnce) {
   const std::size_t much = MessageAligner::kLongestReply - 64;

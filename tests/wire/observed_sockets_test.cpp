@@ -66,6 +66,15 @@ TEST_F(SeveralChunks, AreHandedOverInOrder) {
   EXPECT_THAT(sink_->chunks, ElementsAre(first_, second_, third_));
 }
 
+TEST_F(SeveralChunks, AreTheSinksAndWhatLiesBetweenThemIsToldAsLeftOut) {
+  std::string left_out;
+  library_.LeftOut.Subscribe(
+      [&](std::span<const std::uint8_t> bytes) { left_out.append(bytes.begin(), bytes.end()); });
+  sockets_.Newest().Deliver(first_ + "between" + second_);
+  EXPECT_THAT(sink_->chunks, ElementsAre(first_, second_));
+  EXPECT_EQ(left_out, "between");
+}
+
 TEST_F(SeveralChunks, AreHandedOverThoughTheSinkThrows) {
   sink_->react = [&] { throw std::runtime_error("chunk " + std::to_string(sink_->chunks.size())); };
   try {
