@@ -394,13 +394,16 @@ TEST(MessageAligner, GivesOrTellsOfEachByteInTheirOrder) {
       given_or_told.append(bytes.begin(), bytes.end());
       told.append(bytes.begin(), bytes.end());
     });
-    const auto note = [&](const Chunks& chunks) {
-      for (const std::string& chunk : chunks) given_or_told += chunk;
+    const auto take_all = [&] {
+      while (const auto chunk = aligner.Next()) given_or_told.append(chunk->begin(), chunk->end());
     };
-    for (std::size_t at = 0; at < stream.size(); at += piece)
-      note(Feed(aligner, std::string_view(stream).substr(at, piece)));
+    for (std::size_t at = 0; at < stream.size(); at += piece) {
+      const std::string_view bytes = std::string_view(stream).substr(at, piece);
+      aligner.Add({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+      take_all();
+    }
     aligner.End();
-    note(LetGo(aligner));
+    take_all();
     std::string without_blanks = stream;
     without_blanks.erase(without_blanks.find("\r\n  "), 4);
     EXPECT_EQ(given_or_told, without_blanks);

@@ -96,7 +96,7 @@ class FormulasOfSheet {
   References SharedAt(const CellPlace& place, pugi::xml_node node) {
     const std::string group(Attribute(node, "si"));
     if (!Text(node, buffer_).empty()) {
-      const References references = Own(node);
+      References references = Own(node);
       masters_[group] = {place, references};
       return references;
     }
