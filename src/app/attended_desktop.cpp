@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "app/failure_reason.h"
 #include "forms/form.h"
 
 namespace mirelo::app {
@@ -21,7 +20,6 @@ void AttendedDesktop::ShowModal(forms::Form& form) {
   const auto acts = attended_.find(form.Name());
   if (acts == attended_.end()) {
     ++unattended_;
-    AddReason(form);
     return ConsoleDesktop::ShowModal(form);
   }
   forms::ShowModal(form, [&](const std::function<bool()>& ended) {

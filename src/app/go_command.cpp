@@ -54,6 +54,7 @@ bool GoCommand::IsChosen() const { return command_->parsed(); }
 int GoCommand::Run() try {
   const DialogWishes wishes = wishes_->Wishes();
   Session session(global_);
+  for (const auto& setting : wishes.settings) session.given_here.insert(setting.key);
   auto desktop = std::make_unique<AttendedDesktop>();
   AttendedDesktop& shown = *desktop;
   session.host().ShowOn(std::move(desktop));

@@ -15,6 +15,7 @@
 #include "app/options.h"
 #include "app/run_program.h"
 #include "app/session.h"
+#include "app/stream_watch.h"
 #include "app/window_program.h"
 #include "app/workbook_file.h"
 #include "app/workbook_keeper.h"
@@ -100,6 +101,7 @@ int RunCommand::Run() try {
 }
 
 int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
+  for (const auto& setting : wishes.settings) session.given_here.insert(setting.key);
   host::Documents& documents = session.documents();
   const auto hold = HoldForDay(documents, workbook_);
   const auto document = OpenOrNew(documents, workbook_);
@@ -151,10 +153,15 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
       host.HangUp();
     });
   }
+  StreamWatch watch(session);
+  watch.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
   day.Start();
   keeper.SaveAtIntervals(*ParseDuration(save_every_));
   view.Begin();
-  day.RunUntil([&] { return time_is_up || interrupt.Requested(); });
+  day.RunUntil([&] {
+    const bool is_in_vain = watch.HasFoundAnother() && day.Came().Count() == 0;
+    return time_is_up || interrupt.Requested() || is_in_vain;
+  });
   view.End();
   day.Stop();
   host.loop().StopTimer(timer);

@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "app/guiding_desktop.h"
+#include "app/link_trouble.h"
 #include "app/options.h"
 #include "app/spreadsheet_program.h"
 #include "core/message_box.h"
@@ -14,6 +16,15 @@ namespace mirelo::app {
 Session::Session(const GlobalOptions& options) : host_(options.registry), documents_(SpreadsheetProgram()) {
   host_.registry();
   const auto warn = [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); };
+  host_.ShowThrough([this, repeats = bool(options.show_windows)](host::Desktop& inner) {
+    return std::make_unique<GuidingDesktop>(
+        inner, [this] { return LinkTrouble(*this); }, repeats);
+  });
+  host_.FetchThrough([this](host::WinInetApi& inner) {
+    auto asked = std::make_unique<wire::AskedServer>(inner);
+    asked_ = asked.get();
+    return asked;
+  });
   host_.FetchThrough([this, warn](host::WinInetApi& inner) {
     auto mended = std::make_unique<wire::MendedReplies>(inner);
     mended->Refused.Subscribe(warn);
@@ -28,6 +39,11 @@ Session::Session(const GlobalOptions& options) : host_(options.registry), docume
 wire::MendedReplies& Session::replies() {
   host_.internet();
   return *replies_;
+}
+
+const wire::AskedServer& Session::asked() {
+  host_.internet();
+  return *asked_;
 }
 
 cMirelo& Session::facade() {

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <memory>
+#include <set>
+#include <string>
 
 #include "app/interrupt.h"
 #include "core/cMirelo.h"
 #include "host/documents.h"
 #include "host/host.h"
 #include "linux/linux_host.h"
+#include "wire/asked_server.h"
 #include "wire/mended_replies.h"
 
 namespace mirelo::app {
@@ -22,6 +25,10 @@ class Session {
   LinuxHost& host() { return host_; }
   // The part of the host's HTTP client that mends replies to requests for quotes.
   wire::MendedReplies& replies();
+  // What became of the last request over HTTP.
+  const wire::AskedServer& asked();
+  // The settings of the section "Settings" that hold for this command alone, as it was told: by their keys.
+  std::set<std::string> given_here;
   // The spreadsheet program, and the files that it keeps.
   host::Documents& documents() { return *documents_; }
   // Made when first asked for.
@@ -32,6 +39,7 @@ class Session {
 
  private:
   wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
+  wire::AskedServer* asked_ = nullptr;      // the same
   LinuxHost host_;
   host::HostScope scope_{host_};
   std::unique_ptr<host::Documents> documents_;

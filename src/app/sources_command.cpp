@@ -8,6 +8,7 @@
 #include "app/failure_reason.h"
 #include "app/options.h"
 #include "app/session.h"
+#include "app/stream_watch.h"
 #include "app/text_table.h"
 #include "automation/array.h"
 #include "core/CAppSettings.h"
@@ -62,6 +63,11 @@ bool SourcesCommand::Update(Session& session) {
   });
   const auto told =
       session.host().sockets().Told.Subscribe([](const std::string& line) { Err() << line << "\n"; });
+  StreamWatch watch(session);
+  watch.Told.Subscribe([&](const std::string& text) {
+    Err() << text << "\n";
+    over = over || watch.HasFoundAnother();
+  });
   const auto patience = loop.StartTimer(kPatience, [&] {
     Err() << "QuoteTracker did not send the list\n";
     over = true;

@@ -14,6 +14,7 @@
 #include "app/quote_output.h"
 #include "app/session.h"
 #include "app/shown_quote.h"
+#include "app/stream_watch.h"
 #include "app/text_table.h"
 #include "app/ticker_list.h"
 #include "automation/array.h"
@@ -155,10 +156,12 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
     loop.StartTimer(std::chrono::milliseconds(static_cast<std::int64_t>(seconds_ * 1000)),
                     [&] { time_is_up = true; });
   }
+  StreamWatch watch(session);
+  watch.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
   feed.Start();
   feed.RunUntil([&] {
     Out().Flush();  // before the loop waits, so that whoever reads has every quote that has come
-    return time_is_up || interrupt.Requested() || !Out().Good();
+    return time_is_up || interrupt.Requested() || watch.HasFoundAnother() || !Out().Good();
   });
   feed.Stop();
 

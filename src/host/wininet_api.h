@@ -31,6 +31,17 @@ class WinInetApi {
 
   virtual ~WinInetApi() = default;
 
+  // Why the last request that was sent has failed, as far as that is known: for people.
+  enum class Failure {
+    None,
+    UnknownHost,  // no machine has the name
+    Refused,      // nobody listens at the port
+    Unreachable,  // no way leads to the machine
+    TimedOut,
+    NoReply,  // what came is no HTTP, or only a part of it
+  };
+  virtual Failure LastFailure() const { return Failure::None; }
+
   // Opens a session, which no server hears of. `agent` without value sends no User-Agent. `access_type` says
   // how servers are to be reached: kOpenTypePreconfig, the one that is in use, leaves that to the machine.
   virtual Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) = 0;

@@ -45,6 +45,7 @@ class WinInetWrapper : public WinInetApi {
   bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity, std::uint32_t& read) override {
     return inner_.InternetReadFile(request, buffer, capacity, read);
   }
+  Failure LastFailure() const override { return inner_.LastFailure(); }
   bool InternetCloseHandle(Handle handle) override { return inner_.InternetCloseHandle(handle); }
 
  protected:

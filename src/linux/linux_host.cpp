@@ -34,6 +34,8 @@ void LinuxHost::Override(const std::string& key, const std::string& text) {
   overriding().Override(key, text);
 }
 
+bool LinuxHost::IsOverridden(const std::string& key) { return overriding().IsOverridden(key); }
+
 // The facade holds the port as a signed 16-bit integer, so that ports from 32768 on are negative in it.
 void LinuxHost::OverrideHttpPort(int port) {
   Override("HTTPPort", std::to_string(static_cast<std::int16_t>(static_cast<std::uint16_t>(port))));
@@ -42,6 +44,8 @@ void LinuxHost::OverrideHttpPort(int port) {
 void LinuxHost::RunOn(std::unique_ptr<host::MessageLoop> loop) { loop_ = std::move(loop); }
 void LinuxHost::ShowOn(std::unique_ptr<host::Desktop> desktop) { desktop_ = std::move(desktop); }
 void LinuxHost::FetchThrough(Wrap wrap) { wraps_.push_back(std::move(wrap)); }
+
+void LinuxHost::ShowThrough(WrapDesktop wrap) { wrap_desktop_ = std::move(wrap); }
 
 void LinuxHost::KeepCredentialsIn(const std::filesystem::path& folder) {
   vault_ = std::make_unique<sodium::SodiumVault>(folder);
@@ -70,7 +74,11 @@ wire::ObservedSockets& LinuxHost::sockets() {
   return MadeOnce<wire::ObservedSockets>(sockets_, MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop()),
                                          loop());
 }
-host::Desktop& LinuxHost::desktop() { return MadeOnce<headless::ConsoleDesktop>(desktop_); }
+host::Desktop& LinuxHost::desktop() {
+  host::Desktop& plain = MadeOnce<headless::ConsoleDesktop>(desktop_);
+  if (wrap_desktop_) wrapped_desktop_ = std::exchange(wrap_desktop_, nullptr)(plain);
+  return wrapped_desktop_ ? *wrapped_desktop_ : plain;
+}
 host::OperatingSystem& LinuxHost::system() { return MadeOnce<headless::LinuxSystem>(system_); }
 host::CredentialVault& LinuxHost::vault() { return MadeOnce<sodium::SodiumVault>(vault_); }
 

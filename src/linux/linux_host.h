@@ -30,6 +30,9 @@ class LinuxHost : public host::Host {
   // Gives a setting another text for the life of this host; the stored one stays as it is.
   void Override(const std::string& key, const std::string& text);
 
+  // Whether one was given.
+  bool IsOverridden(const std::string& key);
+
   // The same for the port of the HTTP interface, 1 to 65535.
   void OverrideHttpPort(int port);
 
@@ -40,6 +43,9 @@ class LinuxHost : public host::Host {
   void RunOn(std::unique_ptr<host::MessageLoop> loop);
   void ShowOn(std::unique_ptr<host::Desktop> desktop);
   void FetchThrough(Wrap wrap);
+  // Wraps the desktop, whichever it is at last.
+  using WrapDesktop = std::function<std::unique_ptr<host::Desktop>(host::Desktop& inner)>;
+  void ShowThrough(WrapDesktop wrap);
   // Keeps credentials in this folder in place of the user's own.
   void KeepCredentialsIn(const std::filesystem::path& folder);
 
@@ -78,6 +84,8 @@ class LinuxHost : public host::Host {
   std::unique_ptr<host::WinsockLibrary> plain_sockets_;
   std::unique_ptr<wire::ObservedSockets> sockets_;
   std::unique_ptr<host::Desktop> desktop_;
+  WrapDesktop wrap_desktop_;  // not yet made
+  std::unique_ptr<host::Desktop> wrapped_desktop_;
   std::unique_ptr<host::OperatingSystem> system_;
   std::unique_ptr<host::CredentialVault> vault_;
 };

@@ -11,6 +11,10 @@ void OverridingRegistry::Override(const std::string& name, const std::string& te
   overrides_[UCase(name)] = TextToAnsi(text) + '\0';
 }
 
+bool OverridingRegistry::IsOverridden(const std::string& name) const {
+  return overrides_.contains(UCase(name));
+}
+
 std::int32_t OverridingRegistry::RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                                                Key& result) {
   const auto code = inner().RegOpenKeyExA(key, sub_key, access, result);

@@ -16,6 +16,7 @@ class OverridingRegistry : public host::RegistryWrapper {
 
   // `name` in any case; `text` is read as a stored text.
   void Override(const std::string& name, const std::string& text);
+  bool IsOverridden(const std::string& name) const;
   bool IsEmpty() const { return overrides_.empty(); }
 
   std::int32_t RegOpenKeyExA(Key key, const std::string& sub_key, std::uint32_t access, Key& result) override;

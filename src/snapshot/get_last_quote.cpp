@@ -25,8 +25,6 @@ namespace mirelo {
 
 namespace {
 
-constexpr const char* kRetrievalError = "Data retrieval error.";
-
 // Second index of masPrevVolume.
 constexpr std::int32_t kPreviousVolume = 1;
 constexpr std::int32_t kPreviousDate = 2;

@@ -26,8 +26,6 @@ constexpr int kCritical = host::Desktop::kCritical;
 constexpr int kExclamation = host::Desktop::kExclamation;
 constexpr int kInformation = host::Desktop::kInformation;
 
-constexpr const char* kRunQuoteTracker = "Please run QuoteTracker.";
-
 // Line `number` of a reply, from 1; error 9 for one that the reply does not have.
 const std::string& Line(const std::vector<std::string>& lines, std::size_t number) {
   if (number > lines.size()) throw Errors::SubscriptOutOfRange();

@@ -5,7 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/attended_desktop.h"
+#include "adapters/headless/console_desktop.h"
+#include "app/guiding_desktop.h"
 #include "core/CAppSettings.h"
 #include "diagnostics/frmErrorMessage.h"
 #include "host/host.h"
@@ -31,7 +32,9 @@ class FailureReason : public ::testing::Test {
   // What is printed of a report of this failure.
   std::string Shown(const RuntimeError& error) {
     terminal::TextOutput printed;
-    app::AttendedDesktop desktop(printed);
+    headless::ConsoleDesktop console(printed);
+    app::GuidingDesktop desktop(
+        console, [] { return std::string(); }, false);
     host.Use(desktop);
     frmErrorMessage form;
     form.ErrorMessage("Error: 1, (" + error.Description() + ")\r\n");

@@ -222,7 +222,12 @@ TEST_F(Go, PrintsWhyNothingWasCommitted) {
   EXPECT_THAT(result.out, IsEmpty());
   EXPECT_EQ(result.err,
             "information: Dovanta2: Please run QuoteTracker.\n"
-            "error: nothing was committed\n");
+            "  Asked at 127.0.0.1 (Webaddress by default), port " +
+                std::to_string(nobody.Port()) +
+                " (HTTPPort, given for this command): the connection was refused, so nothing listens there.\n"
+                "  Start QuoteTracker there, switch on its HTTP interface, and compare the port with its "
+                "preferences; mirelo settings set HTTPPort, or --http-port, gives another.\n"
+                "error: nothing was committed\n");
   EXPECT_THAT(Shown("Webaddress"), "127.0.0.1");
 }
 

@@ -141,6 +141,7 @@ bool CurlInternet::HttpSendRequestA(Handle handle, const std::string& headers, c
       std::make_shared<Transfer>(multi_, std::move(request), reading_, limits_, now_);
   entry->told = false;
   WaitUntil(handle, *transfer, [&] { return transfer->Settled(); });
+  last_failure_ = transfer->Sent() ? Failure::None : transfer->Why();
   return transfer->Sent();
 }
 

@@ -63,6 +63,7 @@ class CurlInternet final : public host::WinInetApi {
   // False when the server sent nothing for as long as the receive timeout, or overstepped the limits.
   bool InternetReadFile(Handle handle, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
   bool InternetCloseHandle(Handle handle) override;
+  Failure LastFailure() const override { return last_failure_; }
 
   // Breaks off all transfers, as closing their requests would; the handles stay open. Calls that wait for one
   // return.
@@ -107,6 +108,7 @@ class CurlInternet final : public host::WinInetApi {
   Reading reading_ = Reading::AsItComes;
   Multi multi_;
   Server last_server_;
+  Failure last_failure_ = Failure::None;
   Handle last_handle_ = 0;
   std::map<Handle, Entry> handles_;
 };

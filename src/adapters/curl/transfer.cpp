@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <climits>
 #include <new>
@@ -22,6 +23,17 @@ constexpr std::size_t kMostUnread = 262'144;
 // matter of timing.
 bool IsClosed(CURLcode result) {
   return result == CURLE_GOT_NOTHING || result == CURLE_RECV_ERROR || result == CURLE_SEND_ERROR;
+}
+
+host::WinInetApi::Failure FailureOf(CURLcode result, CURL* easy) {
+  using Failure = host::WinInetApi::Failure;
+  if (result == CURLE_COULDNT_RESOLVE_HOST) return Failure::UnknownHost;
+  if (result == CURLE_OPERATION_TIMEDOUT) return Failure::TimedOut;
+  if (result != CURLE_COULDNT_CONNECT) return Failure::NoReply;
+  long error = 0;
+  curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &error);
+  if (error == ECONNREFUSED) return Failure::Refused;
+  return error == ETIMEDOUT ? Failure::TimedOut : Failure::Unreachable;
 }
 
 // libcurl calls a line that is longer than it takes a want of memory; later versions have a result for it,
@@ -172,6 +184,7 @@ void Transfer::OnEnd(CURLcode result) {
     Refuse("a line of its headers is longer than " + std::to_string(Limits::kHeadLine >> 10) + " KiB");
   }
   closed_before_reply_ = IsClosed(result) && !head_.Begun() && !heard_;
+  why_ = FailureOf(result, easy_.get());
   ended_ = true;
 }
 
@@ -233,6 +246,7 @@ void Transfer::EndWait() {
 void Transfer::GiveUp() {
   if (TimeLeft() <= Clock::duration::zero()) Refuse("it took more than " + InWords(WholeTime()));
   failed_ = true;
+  why_ = host::WinInetApi::Failure::TimedOut;
   Stop();
 }
 

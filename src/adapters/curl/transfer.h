@@ -17,6 +17,7 @@
 #include "adapters/curl/multi.h"
 #include "adapters/curl/redirect.h"
 #include "adapters/curl/reply_head.h"
+#include "host/wininet_api.h"
 
 namespace mirelo::curl {
 
@@ -92,6 +93,8 @@ class Transfer final : private Multi::Client {
   // Breaks the transfer off because Patience has run out.
   void GiveUp();
 
+  // Why there is no reply to read, when there is none.
+  host::WinInetApi::Failure Why() const { return why_; }
   // Whether it was given up, or has overstepped a limit.
   bool Failed() const { return failed_; }
   // Which of the limits it has overstepped, for people; empty for none.
@@ -143,6 +146,7 @@ class Transfer final : private Multi::Client {
   bool stopped_ = false;
   bool failed_ = false;
   std::string excess_;
+  host::WinInetApi::Failure why_ = host::WinInetApi::Failure::NoReply;
 
   Clock::time_point last_activity_;
   int waits_ = 0;  // that go on, one inside the other

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "host/desktop_wrapper.h"
+
+namespace mirelo::app {
+
+// A desktop that goes on where the system's own words end: behind a message that QuoteTracker did not answer
+// it says why and what to do, in a report of a failure why the settings could not be stored, and the settings
+// dialog is attended to (app/dialog_attendant.h).
+class GuidingDesktop : public host::DesktopWrapper {
+ public:
+  // `why_no_answer` makes the sentences anew for each message. Where nobody sits, the same ones behind one
+  // another are told once: `repeats` is for boxes.
+  GuidingDesktop(host::Desktop& inner, std::function<std::string()> why_no_answer, bool repeats)
+      : DesktopWrapper(inner), why_no_answer_(std::move(why_no_answer)), repeats_(repeats) {}
+
+  Answer MessageBox(const std::string& text, int style, const std::string& title) override;
+  void ShowModal(forms::Form& form) override;
+
+ private:
+  std::function<std::string()> why_no_answer_;
+  bool repeats_;
+  std::string told_;
+};
+
+}  // namespace mirelo::app
