@@ -10,6 +10,8 @@
 #include "core/cMirelo.h"
 #include "core/cQTDatas.h"
 #include "core/status_run_query.h"
+#include "day/quote_board.h"
+#include "day/quote_trail.h"
 #include "streaming/cQTStreaming.h"
 
 namespace mirelo::day {
@@ -136,6 +138,11 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
     pause_ = first_pause_;
     if (std::exchange(streaming_pending_, false)) Status.Raise("Streaming");
   });
+  if (trail_ != nullptr) {
+    stream->Unchanged.Subscribe([this](std::string_view symbol) {
+      Note(AnsiToText(symbol), "its record changes nothing that counts, so it is no quote");
+    });
+  }
   stream->QTDatas.Subscribe([this, weak = std::weak_ptr(stream)] {
     TakeQuotes(weak.lock());
     if (stream_) SweepLater();
@@ -172,6 +179,7 @@ void StreamFeed::TakeQuotesOf(cQTStreaming& stream) {
 // take.
 void StreamFeed::HandOn(const cQTData& quote) noexcept {
   try {
+    if (trail_ != nullptr) NoteCame(quote);
     if (!IsAskedFor(quote.Symbol())) return TellUnasked();
     Quote.Raise(quote);
   } catch (...) {
@@ -194,11 +202,28 @@ void StreamFeed::TellUnasked() {
 void StreamFeed::TellFailure(const std::string& ticker) noexcept {
   try {
     const std::string reason = CurrentError().Description();
+    Note(ticker, "the quote could not be used: " + reason);
     if (told_failures_.size() == kMostToldFailures || !told_failures_.insert(reason).second) return;
     Status.Raise("A quote of " + ticker + " could not be used (" + reason +
                  "); going on, and not telling of this again");
   } catch (...) {  // nobody is left to tell
   }
+}
+
+void StreamFeed::NoteCame(const cQTData& quote) const {
+  if (!trail_->Follows(quote.Symbol())) return;
+  std::string line = "quote " + quote.NameID() + ":";
+  const QuoteRow fields = QuoteFields(quote);
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (!fields[i].IsNothing()) line += " " + QuoteBoard::AllColumns()[i] + "=" + fields[i].ToText();
+  }
+  Note(quote.Symbol(), line);
+  if (!IsAskedFor(quote.Symbol()))
+    Note(quote.Symbol(), "nobody has asked for this ticker; the quote is left out");
+}
+
+void StreamFeed::Note(const std::string& ticker, const std::string& what) const {
+  if (trail_ != nullptr) trail_->Note(ticker, what);
 }
 
 // Quotes that arrive while the stream tells of others wait in its buffer without an event of their own. So

@@ -25,6 +25,8 @@ class cQTStreaming;
 
 namespace mirelo::day {
 
+class QuoteTrail;
+
 // The macros' part of the stream: it subscribes tickers and hands over their quotes. It reconnects, after
 // pauses that grow, when the peer drops; and when no message of it comes for long, after silences that
 // grow too, since a quiet market sounds the same as a peer that hangs.
@@ -41,6 +43,9 @@ class StreamFeed {
   StreamFeed(cMirelo& facade, host::MessageLoop& loop, wire::ObservedSockets& sockets,
              std::vector<std::string> tickers, std::string streamer_file, Pause first_pause = kFirstPause);
   ~StreamFeed();
+
+  // Notes there what becomes of quotes, from the next connection on. It must outlive the feed.
+  void Follow(const QuoteTrail& trail) { trail_ = &trail; }
 
   // Connects to QuoteTracker. Raises the error that a missing credential is.
   void Start();
@@ -67,6 +72,8 @@ class StreamFeed {
   bool IsAskedFor(const std::string& symbol) const;
   void TellUnasked();
   void TellFailure(const std::string& ticker) noexcept;
+  void NoteCame(const cQTData& quote) const;
+  void Note(const std::string& ticker, const std::string& what) const;
   void SweepLater();
   void ListenForSilence();
   void NoteLoginResult(std::span<const std::uint8_t> message);
@@ -79,6 +86,7 @@ class StreamFeed {
   std::vector<std::string> tickers_;
   std::unordered_set<std::string> asked_;  // the same in capital letters
   std::string streamer_file_;
+  const QuoteTrail* trail_ = nullptr;
   Pause first_pause_;
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "automation/event.h"
+#include "host/log.h"
+
+namespace mirelo::wire {
+class ObservedSockets;
+}
+
+namespace mirelo::day {
+
+// Writes down what becomes of the quotes of some tickers, step by step, for somebody who asks why one is not
+// in its cell. Each place where a quote can end its way says so here.
+class QuoteTrail {
+ public:
+  // `log` must outlive this. Tickers are followed without regard to case.
+  QuoteTrail(host::Log& log, const std::vector<std::string>& tickers);
+  ~QuoteTrail();
+  QuoteTrail(const QuoteTrail&) = delete;
+  QuoteTrail& operator=(const QuoteTrail&) = delete;
+
+  bool Follows(std::string_view ticker) const;
+
+  // Writes down what became of a quote of the ticker, if that is followed: "MSFT: ...".
+  void Note(std::string_view ticker, std::string_view what) const;
+  // The same for all tickers that are followed.
+  void NoteForAll(std::string_view what) const;
+
+  // Follows records through the sockets: which come whole, and which bytes are left out. `sockets` must
+  // outlive this; to be called once.
+  void Watch(wire::ObservedSockets& sockets);
+
+ private:
+  void NoteRecords(std::span<const std::uint8_t> message) const;
+  void NoteLeftOut(std::span<const std::uint8_t> bytes) const;
+
+  host::Log& log_;
+  std::vector<std::string> tickers_;
+  std::unordered_set<std::string> followed_;  // the same in capital letters
+  wire::ObservedSockets* sockets_ = nullptr;
+  Event<std::span<const std::uint8_t>>::Cookie delivered_ = 0;
+  Event<std::span<const std::uint8_t>>::Cookie left_out_ = 0;
+};
+
+}  // namespace mirelo::day
