@@ -23,7 +23,7 @@ constexpr std::chrono::seconds kLinePace{10};
 DayView::DayView(host::MessageLoop& loop, day::WorkingDay& day, WorkbookKeeper& keeper)
     : loop_(loop), day_(day), keeper_(keeper), terminal_(Out().IsTerminal()) {
   day_.Status.Subscribe([this](const std::string& text) { Tell(text); });
-  keeper_.Status.Subscribe([this](const std::string& text) { Tell(text); });
+  keeper_.Status.Subscribe([this](const std::string& text) { TellOfSaving(text); });
 }
 
 DayView::~DayView() { End(); }
@@ -34,6 +34,7 @@ void DayView::Begin() {
 }
 
 void DayView::End() {
+  has_ended_ = true;
   live_.reset();
   loop_.StopTimer(timer_);
 }
@@ -60,6 +61,12 @@ void DayView::Summarize(const std::string& file) const {
 void DayView::Tell(const std::string& text) {
   state_ = text;
   if (!terminal_) Err() << text << "\n";
+}
+
+// The last save comes when there is no status line any more that would show it.
+void DayView::TellOfSaving(const std::string& text) {
+  Tell(text);
+  if (terminal_ && has_ended_) Err() << text << "\n";
 }
 
 void DayView::PrintLater() {

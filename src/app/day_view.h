@@ -34,6 +34,7 @@ class DayView {
 
  private:
   void Tell(const std::string& text);
+  void TellOfSaving(const std::string& text);
   void PrintLater();
   std::string Status();
 
@@ -41,6 +42,7 @@ class DayView {
   day::WorkingDay& day_;
   WorkbookKeeper& keeper_;
   bool terminal_;
+  bool has_ended_ = false;
   std::string state_ = "Starting";
   std::optional<LiveTable> live_;
   host::MessageLoop::Token timer_ = 0;

@@ -18,7 +18,6 @@
 #include "app/stream_watch.h"
 #include "app/window_program.h"
 #include "app/workbook_file.h"
-#include "app/workbook_keeper.h"
 #include "automation/runtime_error.h"
 #include "day/dialog_result.h"
 #include "day/working_day.h"
@@ -36,6 +35,10 @@ void ForgiveOutput() {
     Err() << "warning: cannot write the output: " << terminal::Out().Trouble() << "\n";
   }
   terminal::Out().Forgive();
+}
+
+// Nothing of the day is to run on while the workbook is saved.
+void StopAfterFailure(day::WorkingDay& day) try { day.Stop(); } catch (const std::exception&) {  // told once
 }
 
 CLI::Validator IsDuration() {
@@ -129,7 +132,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   TellLosses(workbook_, *document);
   WorkbookKeeper keeper(
       host.loop(), *document, workbook_, [&] { day.Fit(); },
-      [&](const std::string& loss) { TellLoss(workbook_, loss); });
+      [&](const std::string& loss) { TellLoss(workbook_, loss); }, MannerOfSaving());
   DayView view(host.loop(), day, keeper);
   const bool went_well = Follow(session, day, keeper, view);
   const std::filesystem::path saved = keeper.SaveAtEnd();
@@ -139,6 +142,12 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   const bool was_fruitful = day.Came().Count() > 0;
   if (went_well && !was_fruitful) Err() << "error: no quote came in the whole day\n";
   return went_well && was_fruitful && !saved.empty() ? kGood : kFailed;
+}
+
+// A toolkit of windows has threads of its own, which a copy of the process has not: what they hold at that
+// moment would be held there for ever.
+WorkbookKeeper::Manner RunCommand::MannerOfSaving() const {
+  return global_.show_windows ? WorkbookKeeper::Manner::kInPlace : WorkbookKeeper::Manner::kBeside;
 }
 
 bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view) try {
@@ -169,6 +178,7 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
 } catch (const std::exception&) {  // what has come until now is kept
   view.End();
   TellFailure();
+  StopAfterFailure(day);
   return false;
 }
 

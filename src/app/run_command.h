@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/wish_options.h"
+#include "app/workbook_keeper.h"
 
 namespace CLI {
 class App;
@@ -19,7 +20,6 @@ namespace mirelo::app {
 struct GlobalOptions;
 class DayView;
 class Session;
-class WorkbookKeeper;
 
 // mirelo run: a whole working day, from the settings dialog to the last save.
 class RunCommand {
@@ -31,6 +31,7 @@ class RunCommand {
 
  private:
   int RunIn(Session& session, const DialogWishes& wishes);
+  WorkbookKeeper::Manner MannerOfSaving() const;
   // False when it broke off with an error, which has been told.
   bool Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view);
 

@@ -16,7 +16,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kPauseForSaving = 20;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr int kPauseForStandingStill = 20;
+constexpr seconds kShortWait{1};
+constexpr seconds kLongWait{10};
 
 std::string TimeNow() {
   host::Clock& clock = host::Host::Current().clock();
@@ -34,32 +39,141 @@ fs::path FreeNameBeside(const fs::path& file) {
   }
 }
 
+std::string TextOf(const std::exception_ptr& failure) {
+  if (!failure) return {};
+  try {
+    std::rethrow_exception(failure);
+  } catch (const std::exception&) {
+    return CurrentError().Description();
+  }
+}
+
+bool IsChangedMeanwhile(const std::exception_ptr& failure) {
+  if (!failure) return false;
+  try {
+    std::rethrow_exception(failure);
+  } catch (const host::ChangedMeanwhile&) {
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, host::Document& document, const fs::path& file,
-                               std::function<void()> before_saving, host::Document::Tell tell_loss)
+                               std::function<void()> before_saving, host::Document::Tell tell_loss,
+                               Manner manner)
     : loop_(loop),
       document_(document),
       file_(fs::absolute(file)),
       before_saving_(std::move(before_saving)),
-      tell_loss_(std::move(tell_loss)) {}
+      tell_loss_(std::move(tell_loss)),
+      manner_(manner) {}
 
-WorkbookKeeper::~WorkbookKeeper() { loop_.StopTimer(timer_); }
+WorkbookKeeper::~WorkbookKeeper() {
+  for (const auto timer : {timer_, waiting_}) loop_.StopTimer(timer);
+}
 
-void WorkbookKeeper::SaveAtIntervals(std::chrono::milliseconds interval) {
-  timer_ = loop_.StartTimer(std::max(interval, kPauseForSaving * worked_), [this, interval] {
-    Save();
-    SaveAtIntervals(interval);
+std::string WorkbookKeeper::State() const {
+  return IsSaving() ? state_ + ", saving since " + saving_since_ : state_;
+}
+
+// --- At intervals --------------------------------------------------------------------------------------
+
+void WorkbookKeeper::SaveAtIntervals(milliseconds interval) {
+  interval_ = interval;
+  AwaitInterval();
+}
+
+void WorkbookKeeper::AwaitInterval() {
+  timer_ = loop_.StartTimer(std::max(interval_, kPauseForStandingStill * stood_still_), [this] {
+    if (IsSaving()) {
+      is_due_again_ = true;
+    } else {
+      Save();
+    }
+    AwaitInterval();
   });
 }
 
+void WorkbookKeeper::Save() {
+  const auto start = std::chrono::steady_clock::now();
+  std::exception_ptr failure;
+  try {
+    BeginToSave();
+  } catch (const std::exception&) {
+    failure = std::current_exception();
+  }
+  stood_still_ = std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - start);
+  if (!IsSaving()) EndSaving(failure);
+}
+
+void WorkbookKeeper::BeginToSave() {
+  is_due_again_ = false;
+  before_saving_();
+  if (manner_ == Manner::kBeside) {
+    saving_since_ = TimeNow();
+    saving_ = document_.SaveBeside(loop_, file_, tell_loss_,
+                                   [this](const std::exception_ptr& failure) { EndSaving(failure); });
+  }
+  if (!IsSaving()) document_.Save(file_, tell_loss_);
+}
+
+void WorkbookKeeper::EndSaving(const std::exception_ptr& failure) {
+  saving_.reset();
+  const bool gives_way = !has_given_way_ && IsChangedMeanwhile(failure);
+  has_given_way_ = gives_way;
+  if (gives_way) {
+    LeaveTheFileToOthers();
+    return Save();
+  }
+  const std::string trouble = TextOf(failure);
+  state_ = trouble.empty() ? "saved " + TimeNow() : "not saved: " + trouble;
+  if (std::exchange(trouble_, trouble) != trouble)
+    Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
+  if (is_due_again_) Save();
+}
+
+// --- At the end ----------------------------------------------------------------------------------------
+
 fs::path WorkbookKeeper::SaveAtEnd() {
   loop_.StopTimer(timer_);
-  if (Save()) return file_;
+  is_due_again_ = false;
+  AwaitEndOfSaving();
+  if (SaveAndWait()) return file_;
   trouble_.clear();  // another file, another trouble
   file_ = FreeNameBeside(file_);
-  return Save() ? file_ : fs::path();
+  return SaveAndWait() ? file_ : fs::path();
 }
+
+bool WorkbookKeeper::SaveAndWait() {
+  Save();
+  AwaitEndOfSaving();
+  return trouble_.empty();
+}
+
+// What else the loop handles may fail, but the day is over.
+void WorkbookKeeper::AwaitEndOfSaving() {
+  if (!IsSaving()) return;
+  TellOfWaiting(kShortWait);
+  while (IsSaving()) {
+    try {
+      loop_.RunUntil([this] { return !IsSaving(); });
+    } catch (const std::exception&) {
+    }
+  }
+  loop_.StopTimer(waiting_);
+}
+
+void WorkbookKeeper::TellOfWaiting(seconds pause) {
+  waiting_ = loop_.StartTimer(pause, [this] {
+    Tell("Saving " + file_.filename().string() + " since " + saving_since_);
+    TellOfWaiting(kLongWait);
+  });
+}
+
+// --- What becomes of it --------------------------------------------------------------------------------
 
 // Whoever had the workbook open in another program and saved it there would lose that, or lose the day's
 // rows.
@@ -68,31 +182,6 @@ void WorkbookKeeper::LeaveTheFileToOthers() {
   file_ = FreeNameBeside(file_);
   trouble_.clear();
   Tell("Another program has changed " + left + "; saving in " + file_.filename().string() + " from now on");
-}
-
-bool WorkbookKeeper::Save() {
-  const auto start = std::chrono::steady_clock::now();
-  std::string trouble = TroubleOfSaving();
-  worked_ = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
-  state_ = trouble.empty() ? "saved " + TimeNow() : "not saved: " + trouble;
-  if (std::exchange(trouble_, trouble) != trouble)
-    Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
-  return trouble.empty();
-}
-
-std::string WorkbookKeeper::TroubleOfSaving() try {
-  before_saving_();
-  SaveWhereNobodyElseDid();
-  return {};
-} catch (const std::exception&) {
-  return CurrentError().Description();
-}
-
-void WorkbookKeeper::SaveWhereNobodyElseDid() try {
-  document_.Save(file_, tell_loss_);
-} catch (const host::ChangedMeanwhile&) {
-  LeaveTheFileToOthers();
-  document_.Save(file_, tell_loss_);
 }
 
 void WorkbookKeeper::Tell(const std::string& line) const try {

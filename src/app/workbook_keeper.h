@@ -1,8 +1,10 @@
 #pragma once
 
 #include <chrono>
+#include <exception>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "automation/event.h"
@@ -16,33 +18,46 @@ namespace mirelo::app {
 // from then on the workbook is saved beside it, under a name that was free.
 class WorkbookKeeper {
  public:
+  enum class Manner {
+    kBeside,   // the work goes on meanwhile, wherever the document can be saved so
+    kInPlace,  // nothing else runs meanwhile
+  };
+
   // `before_saving` is called before each save, `tell_loss` with what host::Document::Save has to tell. All
   // must outlive this.
   WorkbookKeeper(host::MessageLoop& loop, host::Document& document, const std::filesystem::path& file,
-                 std::function<void()> before_saving, host::Document::Tell tell_loss);
+                 std::function<void()> before_saving, host::Document::Tell tell_loss,
+                 Manner manner = Manner::kBeside);
+  // Breaks off what is being saved.
   ~WorkbookKeeper();
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
 
-  // Saves every `interval` from now on; less often where a save takes more than a twentieth of the interval,
-  // since nothing else runs meanwhile.
+  // Saves every `interval` from now on; less often where nothing else runs for more than a twentieth of it. A
+  // save that falls due while one is under way follows it.
   void SaveAtIntervals(std::chrono::milliseconds interval);
 
-  // Saves for the last time. A workbook that its file cannot take is saved beside it as well. The result is
-  // the file that holds it; empty when it could not be saved at all.
+  // Saves for the last time, and waits for that in the loop. A workbook that its file cannot take is saved
+  // beside it as well. The result is the file that holds it; empty when it could not be saved at all.
   std::filesystem::path SaveAtEnd();
 
-  // "saved 14:05:12", "not saved yet", "not saved: ...".
-  const std::string& State() const { return state_; }
+  bool IsSaving() const { return saving_ != nullptr; }
 
-  // A line for a person: that it could not be saved, and that it can be again. What a handler raises is
-  // dropped; saving goes on.
+  // "saved 14:05:12", "not saved yet", "not saved: ..."; with ", saving since 14:05:42" where it is.
+  std::string State() const;
+
+  // A line for a person: that it could not be saved, that it can be again, and that the last save takes its
+  // time. What a handler raises is dropped; saving goes on.
   Event<const std::string&> Status;
 
  private:
-  bool Save();
-  std::string TroubleOfSaving();
-  void SaveWhereNobodyElseDid();
+  void AwaitInterval();
+  void Save();
+  void BeginToSave();
+  void EndSaving(const std::exception_ptr& failure);
+  bool SaveAndWait();
+  void AwaitEndOfSaving();
+  void TellOfWaiting(std::chrono::seconds pause);
   void LeaveTheFileToOthers();
   void Tell(const std::string& line) const;
 
@@ -51,10 +66,17 @@ class WorkbookKeeper {
   std::filesystem::path file_;
   std::function<void()> before_saving_;
   host::Document::Tell tell_loss_;
+  Manner manner_;
   std::string state_ = "not saved yet";
+  std::string saving_since_;
   std::string trouble_;
-  std::chrono::milliseconds worked_{};  // at the last save
+  std::unique_ptr<host::Saving> saving_;
+  bool is_due_again_ = false;
+  bool has_given_way_ = false;  // to another program, at the save before this one
+  std::chrono::milliseconds interval_{};
+  std::chrono::milliseconds stood_still_{};  // at the last save
   host::MessageLoop::Token timer_ = 0;
+  host::MessageLoop::Token waiting_ = 0;
 };
 
 }  // namespace mirelo::app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -13,6 +14,15 @@ namespace mirelo::host {
 namespace excel {
 class Application;
 }
+
+class MessageLoop;
+
+// A save that goes on beside the program. Destroyed before its end, it is broken off: the file is the old
+// one, or the new one, whole in any case.
+class Saving {
+ public:
+  virtual ~Saving() = default;
+};
 
 // A document of the spreadsheet program: one workbook, and the file where it is kept.
 class Document {
@@ -38,6 +48,16 @@ class Document {
   // when somebody else holds the file; 75 when it cannot be written; 1004 when the document is more than a
   // file can hold.
   virtual void Save(const std::filesystem::path& file, const Tell& tell) = 0;
+
+  // Begins to save it as Save does, and goes on beside the caller. What is saved is the document as it is
+  // now, whatever becomes of it meanwhile. From the loop, `tell` is called as Save would, and at the end
+  // `done`: with what Save would have raised, or with null. What `tell` raises breaks the save off, and comes
+  // to `done`. Document and loop must outlive the result, and the document is not saved otherwise meanwhile.
+  //
+  // Null, and nothing has begun, where the machine cannot do that now: then Save will have to do.
+  using Done = std::function<void(std::exception_ptr failure)>;
+  virtual std::unique_ptr<Saving> SaveBeside(MessageLoop& loop, const std::filesystem::path& file, Tell tell,
+                                             Done done) = 0;
 };
 
 // Error 70, raised by Save in place of writing over what another program has saved.

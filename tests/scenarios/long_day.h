@@ -59,7 +59,8 @@ class LongDay : public ::testing::Test {
   void Begin(Settings settings);
   void End();
 
-  // Runs the day until the workbook was saved so many times more, or could not be.
+  // Runs the day until the workbook was saved so many times more, by saves that begin from now on, or could
+  // not be.
   void PassSaves(int count);
   // Runs the day until `done`; false when that takes longer than anybody waits.
   bool PassUntil(const std::function<bool()>& done);

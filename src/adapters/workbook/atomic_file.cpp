@@ -83,9 +83,10 @@ class NewFile {
   }
 
   // Where the stamp of what stands in that place is still `known`. The result is the new one.
-  FileStamp PutInPlace(const std::optional<FileStamp>& known) {
+  FileStamp PutInPlace(const std::optional<FileStamp>& known, const Placing& placing) {
     if (::fsync(descriptor_.number()) != 0) Fail();
     const FileStamp stamp(descriptor_);
+    if (placing) placing(stamp);
     RequireUnchanged(target_, known);  // as late as can be: to write and to sync takes its time
     if (::rename(path_.c_str(), target_.c_str()) != 0) Fail();
     SyncFolder();
@@ -162,14 +163,14 @@ void WriteWholeFile(const fs::path& file, const std::vector<char>& bytes) {
 }
 
 FileStamp ReplaceFile(const fs::path& file, const std::function<void(const fs::path&)>& write,
-                      const std::optional<FileStamp>& known) {
+                      const std::optional<FileStamp>& known, const Placing& placing) {
   const FileHold hold(file);
   RequireUnchanged(hold.target(), known);
   const std::optional<struct stat> old = OldFile(hold.target());
   NewFile fresh(hold.target());
   if (old) fresh.TakePermissionsFrom(*old);
   write(fresh.path());
-  return fresh.PutInPlace(known);
+  return fresh.PutInPlace(known, placing);
 }
 
 void RequireReplaceable(const fs::path& file) {

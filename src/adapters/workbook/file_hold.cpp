@@ -22,10 +22,15 @@ void RequireNoOtherKind(const fs::path& target) {
   throw NoRegularFile("Cannot save " + target.string(), status.st_mode);
 }
 
+std::map<fs::path, std::weak_ptr<LockFile>>& LocksOfThisProcess() {
+  static std::map<fs::path, std::weak_ptr<LockFile>> locks;
+  return locks;
+}
+
 // The lock of this process on the target, which all its holds share. Where somebody has removed the file of
 // the lock meanwhile, the older holds have the new one too.
 std::shared_ptr<LockFile> LockOn(const fs::path& target) {
-  static std::map<fs::path, std::weak_ptr<LockFile>> locks;
+  auto& locks = LocksOfThisProcess();
   std::erase_if(locks, [](const auto& lock) { return lock.second.expired(); });
   std::weak_ptr<LockFile>& known = locks[target];
   std::shared_ptr<LockFile> lock = known.lock();
@@ -47,5 +52,23 @@ FileHold::FileHold(const fs::path& file) : target_(TargetOf(file)) {
 }
 
 bool FileHold::IsLocked() const { return lock_->IsLocked(); }
+
+void FileHold::TakeAgain() {
+  for (const auto& [target, known] : LocksOfThisProcess()) {
+    try {
+      if (const std::shared_ptr<LockFile> lock = known.lock()) lock->TakeAgain();
+    } catch (const RuntimeError&) {  // the next save finds it as it is
+    }
+  }
+}
+
+std::vector<int> FileHold::Descriptors() {
+  std::vector<int> descriptors;
+  for (const auto& [target, known] : LocksOfThisProcess()) {
+    const std::shared_ptr<LockFile> lock = known.lock();
+    if (lock != nullptr && lock->IsLocked()) descriptors.push_back(lock->Number());
+  }
+  return descriptors;
+}
 
 }  // namespace mirelo::workbook

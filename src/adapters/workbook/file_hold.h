@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace mirelo::workbook {
 
@@ -34,6 +35,13 @@ class FileHold {
 
   // Whether others are kept out: not where the file system knows no locks.
   bool IsLocked() const;
+
+  // Of all locks that this process has. A copy of it that keeps them open keeps others out until it has
+  // ended.
+  static std::vector<int> Descriptors();
+  // Takes the locks again that somebody has removed, as the next save here would, for who has the saving done
+  // by a copy of this process. What cannot be taken again is for that save to tell.
+  static void TakeAgain();
 
  private:
   std::filesystem::path target_;

@@ -6,6 +6,7 @@
 
 #include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/file_stamp.h"
+#include "adapters/workbook/saving_copy.h"
 #include "adapters/workbook/spreadsheet.h"
 
 namespace mirelo::workbook {
@@ -26,11 +27,27 @@ class FileDocument : public host::Document {
   std::vector<std::string> NewLosses() override { return spreadsheet_.NewLosses(); }
 
   void Save(const fs::path& file, const Tell& tell) override {
-    stamp_ = spreadsheet_.Save(file, tell, fs::absolute(file) == file_ ? stamp_ : FileStamp());
-    file_ = fs::absolute(file);
+    IsSavedIn(file, spreadsheet_.Save(file, tell, StampKnownOf(file)));
+  }
+
+  std::unique_ptr<host::Saving> SaveBeside(host::MessageLoop& loop, const fs::path& file, Tell tell,
+                                           Done done) override {
+    const auto end = [this, file, done = std::move(done)](const SavingCopy::End& end) {
+      if (end.stamp.IsOfAFile()) IsSavedIn(file, end.stamp);
+      done(end.failure);
+    };
+    return SavingCopy::Begin(loop, spreadsheet_, {file, StampKnownOf(file)}, std::move(tell), end);
   }
 
  private:
+  FileStamp StampKnownOf(const fs::path& file) const {
+    return fs::absolute(file) == file_ ? stamp_ : FileStamp();
+  }
+  void IsSavedIn(const fs::path& file, const FileStamp& stamp) {
+    stamp_ = stamp;
+    file_ = fs::absolute(file);
+  }
+
   Spreadsheet spreadsheet_;
   fs::path file_;
   FileStamp stamp_;  // of the file as it was read or saved here

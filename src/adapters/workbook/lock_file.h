@@ -20,6 +20,7 @@ class LockFile {
 
   // False where the file system knows no locks.
   bool IsLocked() const { return descriptor_.IsOpen(); }
+  int Number() const { return descriptor_.number(); }
   // Whether others would come upon it: not when somebody has removed the file.
   bool IsStanding() const;
   // Takes the lock again where it does not stand any more, so that it keeps others out as before. Errors as

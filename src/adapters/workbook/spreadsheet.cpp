@@ -54,7 +54,7 @@ std::vector<std::string> Spreadsheet::Losses() const { return Losses(KeptSheets(
 std::vector<std::string> Spreadsheet::Losses(const std::optional<Kept>& kept) const {
   if (origin_ == nullptr) return {};
   std::vector<std::string> losses = origin_->Losses(kept);
-  std::erase_if(losses, [&](const std::string& loss) { return suffered_.contains(loss); });
+  std::erase_if(losses, [&](const std::string& loss) { return notes_.suffered.contains(loss); });
   return losses;
 }
 
@@ -62,30 +62,31 @@ std::vector<std::string> Spreadsheet::NewLosses() { return NewLosses(KeptSheets(
 
 std::vector<std::string> Spreadsheet::NewLosses(const std::optional<Kept>& kept) {
   std::vector<std::string> losses = Losses(kept);
-  std::erase_if(losses, [&](const std::string& loss) { return !told_.insert(loss).second; });
+  std::erase_if(losses, [&](const std::string& loss) { return !notes_.told.insert(loss).second; });
   return losses;
 }
 
 FileStamp Spreadsheet::Save(const std::filesystem::path& file, const Tell& tell,
-                            const std::optional<FileStamp>& known) {
+                            const std::optional<FileStamp>& known, const Placing& placing) {
   const std::optional<Kept> kept = KeptSheets();
   for (const std::string& loss : NewLosses(kept)) tell(loss);
   const auto tell_problem = [&](const std::string& problem) {
     tell("Workbook: " + problem);
     for (const std::string& loss : NewLosses(std::nullopt)) tell(loss);
   };
-  return Save(file, kept, tell_problem, known);
+  return Save(file, kept, tell_problem, known, placing);
 }
 
 void Spreadsheet::Save(const std::filesystem::path& file) {
   const auto refuse = [&](const std::string& problem) {
     throw Refused("Cannot save " + file.string() + ": " + problem);
   };
-  Save(file, KeptSheets(), refuse, std::nullopt);
+  Save(file, KeptSheets(), refuse, std::nullopt, {});
 }
 
 FileStamp Spreadsheet::Save(const std::filesystem::path& file, std::optional<Kept> kept,
-                            const Tell& tell_problem, const std::optional<FileStamp>& known) {
+                            const Tell& tell_problem, const std::optional<FileStamp>& known,
+                            const Placing& placing) {
   // Once the file is replaced nothing may fail any more: it would pass for not saved.
   std::string name = file.filename().string();
   std::set<std::string> lost;
@@ -93,9 +94,9 @@ FileStamp Spreadsheet::Save(const std::filesystem::path& file, std::optional<Kep
     Write(fresh, kept, tell_problem);
     if (origin_ != nullptr) lost = SetOf(origin_->Losses(kept));
   };
-  const FileStamp saved = ReplaceFile(file, write, known);
+  const FileStamp saved = ReplaceFile(file, write, known, placing);
   book_->name = std::move(name);
-  suffered_.merge(lost);
+  notes_.suffered.merge(lost);
   return saved;
 }
 
@@ -104,13 +105,26 @@ void Spreadsheet::Write(const std::filesystem::path& fresh, std::optional<Kept>&
   if (kept) {
     const std::string problem = WriteCheckedCarrying(*book_, *origin_, *kept, fresh);
     if (problem.empty()) return;
-    origin_->GiveUp();
+    KeepNoSheet();
     kept.reset();
     tell_problem("its sheets cannot stay as they stand in the file (" + problem +
                  "), so all must be written anew.");
   }
   WriteChecked(*book_, fresh);
 }
+
+void Spreadsheet::KeepNoSheet() {
+  if (origin_ != nullptr) origin_->GiveUp();
+  notes_.keeps_no_sheet = true;
+}
+
+void Spreadsheet::TakeOver(const LossNotes& notes) {
+  notes_.told.insert(notes.told.begin(), notes.told.end());
+  notes_.suffered.insert(notes.suffered.begin(), notes.suffered.end());
+  if (notes.keeps_no_sheet) KeepNoSheet();
+}
+
+void Spreadsheet::WasSavedIn(const std::filesystem::path& file) { book_->name = file.filename().string(); }
 
 void Spreadsheet::RequireSavable(const std::filesystem::path& file) { RequireReplaceable(file); }
 

@@ -58,14 +58,29 @@ class Spreadsheet {
   using Tell = std::function<void(const std::string& sentence)>;
   //
   // With `known`, the file is replaced only while that is its stamp, or when it is gone; one that another
-  // program has changed, or made, raises host::ChangedMeanwhile. The result is the stamp of what was saved.
+  // program has changed, or made, raises host::ChangedMeanwhile. The result is the stamp of what was saved,
+  // with which `placing` is called right before the file changes.
+  using Placing = std::function<void(const FileStamp&)>;
   FileStamp Save(const std::filesystem::path& file, const Tell& tell,
-                 const std::optional<FileStamp>& known = std::nullopt);
+                 const std::optional<FileStamp>& known = std::nullopt, const Placing& placing = {});
 
   // Saves for callers that have asked for the losses before. Where all must be written anew this raises error
   // 1004, so that nothing is lost that nobody was told of; NewLosses has the losses then, and the next saving
   // goes on.
   void Save(const std::filesystem::path& file);
+
+  // What is known of losses by now: of those that were told, and of those that are behind it.
+  struct LossNotes {
+    std::set<std::string> told;      // by NewLosses
+    std::set<std::string> suffered;  // by saving
+    bool keeps_no_sheet = false;     // since its sheets did not read back as they stand in the loaded file
+  };
+  const LossNotes& Notes() const { return notes_; }
+
+  // For who has it saved by a copy of this process: what has come to be known there is known here, too.
+  void TakeOver(const LossNotes& notes);
+  // The same for the file in which it was saved there.
+  void WasSavedIn(const std::filesystem::path& file);
 
   // Raises the error by which Save would refuse, as far as that can be told before there is anything to save.
   static void RequireSavable(const std::filesystem::path& file);
@@ -78,16 +93,16 @@ class Spreadsheet {
   std::vector<std::string> Losses(const std::optional<Kept>& kept) const;
   std::vector<std::string> NewLosses(const std::optional<Kept>& kept);
   FileStamp Save(const std::filesystem::path& file, std::optional<Kept> kept, const Tell& tell_problem,
-                 const std::optional<FileStamp>& known);
+                 const std::optional<FileStamp>& known, const Placing& placing);
   // Writes the new file `fresh`, with the sheets of `kept` as they stand in the loaded file. Where these do
   // not read back, `kept` is emptied, all is written anew, and `tell_problem` is called.
   void Write(const std::filesystem::path& fresh, std::optional<Kept>& kept, const Tell& tell_problem);
+  void KeepNoSheet();
 
   std::shared_ptr<Book> book_;
   std::shared_ptr<host::excel::Application> application_;
   std::shared_ptr<Origin> origin_;  // null when nothing of the loaded file would be lost
-  std::set<std::string> suffered_;  // losses that saving has made
-  std::set<std::string> told_;      // losses that NewLosses has given
+  LossNotes notes_;
 };
 
 }  // namespace mirelo::workbook

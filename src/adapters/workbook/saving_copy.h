@@ -1,0 +1,63 @@
+#pragma once
+
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "adapters/workbook/file_stamp.h"
+#include "adapters/workbook/process_copy.h"
+#include "adapters/workbook/spreadsheet.h"
+#include "host/documents.h"
+#include "host/message_loop.h"
+
+namespace mirelo::workbook {
+
+// Saves a spreadsheet beside this process: a copy of it does, whose memory holds the workbook as it was, and
+// tells what this process has to know.
+//
+// The copy saves as Spreadsheet::Save does, the file writer's own process included. While there is a loss to
+// tell it waits until that was told here, so that it is told before the file changes. It keeps this process's
+// hold on the file with it, and ends with this process, so nobody else gets the hold while it could still put
+// a file in place. Where it does not come to its end, what it left is removed from here.
+class SavingCopy : public host::Saving {
+ public:
+  struct Place {
+    std::filesystem::path file;
+    FileStamp known;  // as Spreadsheet::Save takes it
+  };
+  struct End {
+    std::exception_ptr failure;  // null when it was saved
+    FileStamp stamp;             // of what was put in place, also where the copy broke off behind that
+  };
+
+  // Null where no copy can be made. `done` is called at the end, from the loop; this may be destroyed in it.
+  static std::unique_ptr<SavingCopy> Begin(host::MessageLoop& loop, Spreadsheet& spreadsheet, Place place,
+                                           Spreadsheet::Tell tell, std::function<void(const End&)> done);
+  ~SavingCopy() override;
+  SavingCopy(const SavingCopy&) = delete;
+  SavingCopy& operator=(const SavingCopy&) = delete;
+
+ private:
+  SavingCopy(host::MessageLoop& loop, Spreadsheet& spreadsheet, Place place, Spreadsheet::Tell tell,
+             std::function<void(const End&)> done);
+
+  void Hear();
+  void Take(const ProcessCopy::Message& message);
+  void Finish();
+  void BreakOff();
+
+  host::MessageLoop& loop_;
+  Spreadsheet& spreadsheet_;
+  Place place_;
+  Spreadsheet::Tell tell_;
+  std::function<void(const End&)> done_;
+  std::unique_ptr<ProcessCopy> copy_;  // null when it is over
+  host::MessageLoop::Token watch_ = 0;
+  Spreadsheet::LossNotes notes_;
+  FileStamp placing_;  // of what was about to be put in place
+  bool has_reported_ = false;
+  End end_;
+};
+
+}  // namespace mirelo::workbook
