@@ -14,6 +14,7 @@
 #include "core/settings_catalogue.h"
 #include "day/quote_rows.h"
 #include "day/snapshot_feed.h"
+#include "snapshot/column_vocabulary.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -50,9 +51,9 @@ QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : g
       "every second");
   command_
       ->add_option("--columns", columns_,
-                   "The columns to show, joined by commas, in place of the setting ListRight; all names: "
-                   "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,"
-                   "AvgTrade,NumTrades,Open,52w Low,52w High")
+                   std::string("The columns to show, joined by commas, in place of the setting ListRight; "
+                               "all names: ") +
+                       kAllColumns)
       ->check(IsAllowedFor("ListRight"));
   command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
       ->check(IsAllowedFor("Webaddress"));

@@ -10,6 +10,7 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/settings_catalogue.h"
+#include "snapshot/column_vocabulary.h"
 
 namespace mirelo::app {
 
@@ -87,7 +88,9 @@ WishOptions::WishOptions(CLI::App& command) {
       ->check(IsTickers());
   command
       .add_option("--columns", columns_,
-                  "The columns of the table, joined by commas; the first one stays the ticker's")
+                  std::string("The columns of the table, joined by commas; the first one stays the "
+                              "ticker's; all names: ") +
+                      kAllColumns)
       ->delimiter(',');
   command
       .add_option("--set", settings_,

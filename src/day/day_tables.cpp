@@ -41,6 +41,10 @@ DayTables::DayTables(host::excel::Application& application, cMirelo& facade)
       table_(application, VisibleColumns()),
       board_(table_.Columns(), table_.Tickers()),
       charts_(application, facade, table_.Columns()) {
+  for (const std::string& column : Columns()) {
+    const ColumnRow* const row = FindColumn(UCase(column));
+    makes_row_.push_back(row == nullptr ? MakesRow::Never : row->makes_row);
+  }
   const bool vertical = facade.VerticalTable() != 0;
   for (std::size_t ticker = 0; ticker < Tickers().size(); ++ticker) {
     const std::string& name = Tickers()[ticker];
@@ -94,12 +98,18 @@ void DayTables::Note(std::size_t ticker) {
   if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
 }
 
-// Date and time say when the quote was asked for, and the last volume is what was traded since.
 bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
   for (std::size_t c = 1; c < row.size(); ++c) {
-    const std::string& column = Columns()[c];
-    if (EqualText(column, "Date") || EqualText(column, "Time")) continue;
-    if (EqualText(column, "LastVolume") ? row[c].ToNumber() != 0 : row[c] != before[c]) return true;
+    switch (makes_row_[c]) {
+      case MakesRow::Never:
+        break;
+      case MakesRow::WhenOther:
+        if (row[c] != before[c]) return true;
+        break;
+      case MakesRow::WhenNotZero:
+        if (row[c].ToNumber() != 0) return true;
+        break;
+    }
   }
   return false;
 }

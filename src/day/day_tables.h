@@ -13,6 +13,7 @@
 #include "day/quote_board.h"
 #include "day/quote_rows.h"
 #include "day/quote_sheet.h"
+#include "snapshot/column_vocabulary.h"
 
 namespace mirelo {
 class cMirelo;
@@ -66,6 +67,7 @@ class DayTables {
   host::excel::Application& application_;
   QuoteSheet table_;
   QuoteBoard board_;
+  std::vector<MakesRow> makes_row_;                // by the columns
   std::map<std::size_t, HistorySheet> histories_;  // by the ticker's number
   DayCharts charts_;
   std::vector<std::size_t> touched_;  // of them, those with rows to write

@@ -1,24 +1,11 @@
 #include "day/quote_board.h"
 
-#include <algorithm>
-#include <array>
-#include <optional>
-#include <string_view>
-
 #include "automation/text.h"
+#include "snapshot/column_vocabulary.h"
 
 namespace mirelo::day {
 
 namespace {
-
-// A column, the field that brings it, and how it lets a value from a quote. Date and Time are the moment at
-// which a record with a stamp arrived. The volume of a trade is worked out of a record's volume. The tick is
-// read and dropped, so no record brings it.
-struct BoardColumn {
-  const char* name;
-  std::optional<QuoteField> field;
-  void (*let)(const cQTData&, QuoteValue&);
-};
 
 // Quotes that come one behind the other share their dates, and most often their times.
 void LetMoment(const std::string& text, QuoteValue& value) {
@@ -26,55 +13,25 @@ void LetMoment(const std::string& text, QuoteValue& value) {
   value = ReadValue(Reading::AsMoment, text);
 }
 
-constexpr std::array<BoardColumn, 19> kColumns{{
-    {"Ticker", QuoteField::Symbol, [](const cQTData& q, QuoteValue& v) { v = QuoteValue::Text(q.Symbol()); }},
-    {"Last", QuoteField::Last_Price, [](const cQTData& q, QuoteValue& v) { v.Set(q.Last_Price()); }},
-    {"Change", QuoteField::Change, [](const cQTData& q, QuoteValue& v) { v.Set(q.Change()); }},
-    {"Bid", QuoteField::Bid_Price, [](const cQTData& q, QuoteValue& v) { v.Set(q.Bid_Price()); }},
-    {"Ask", QuoteField::Ask_Price, [](const cQTData& q, QuoteValue& v) { v.Set(q.Ask_Price()); }},
-    {"BidSize", QuoteField::Bid_Size, [](const cQTData& q, QuoteValue& v) { v.Set(q.Bid_Size()); }},
-    {"AskSize", QuoteField::Ask_Size, [](const cQTData& q, QuoteValue& v) { v.Set(q.Ask_Size()); }},
-    {"Volume", QuoteField::Volume, [](const cQTData& q, QuoteValue& v) { v.Set(q.Volume()); }},
-    {"LastVolume", QuoteField::Volume, [](const cQTData& q, QuoteValue& v) { v.Set(q.Last_Volume()); }},
-    {"High", QuoteField::High, [](const cQTData& q, QuoteValue& v) { v.Set(q.High()); }},
-    {"Low", QuoteField::Low, [](const cQTData& q, QuoteValue& v) { v.Set(q.Low()); }},
-    {"Open", QuoteField::OpenTicker, [](const cQTData& q, QuoteValue& v) { v.Set(q.OpenTicker()); }},
-    {"52w High", QuoteField::Week_52_High, [](const cQTData& q, QuoteValue& v) { v.Set(q.Week_52_High()); }},
-    {"52w Low", QuoteField::Week_52_Low, [](const cQTData& q, QuoteValue& v) { v.Set(q.Week_52_Low()); }},
-    {"Tick", std::nullopt, nullptr},
-    {"AvgTrade", QuoteField::Avg_Trade_Size,
-     [](const cQTData& q, QuoteValue& v) { v.Set(q.Avg_Trade_Size()); }},
-    {"NumTrades", QuoteField::Trades, [](const cQTData& q, QuoteValue& v) { v.Set(q.Trades()); }},
-    {"Date", QuoteField::Date_Time, [](const cQTData& q, QuoteValue& v) { LetMoment(q.DateQT(), v); }},
-    {"Time", QuoteField::Date_Time, [](const cQTData& q, QuoteValue& v) { LetMoment(q.TimeQT(), v); }},
-}};
-
-constexpr std::size_t kLastVolume = 8;
-static_assert(std::string_view(kColumns[kLastVolume].name) == "LastVolume");
-
-std::size_t FieldOf(const std::string& column) {
-  const auto found =
-      std::ranges::find_if(kColumns, [&](const BoardColumn& c) { return EqualText(c.name, column); });
-  return static_cast<std::size_t>(found - kColumns.begin());
+void Let(const cQTData& quote, const StreamedField& streamed, QuoteValue& value) {
+  if (streamed.number != nullptr) return value.Set((quote.*streamed.number)());
+  if (streamed.quantity != nullptr) return value.Set((quote.*streamed.quantity)());
+  LetMoment((quote.*streamed.text)(), value);
 }
 
 }  // namespace
 
 const std::vector<std::string>& QuoteBoard::AllColumns() {
-  static const std::vector<std::string> names = [] {
-    std::vector<std::string> all;
-    all.reserve(kColumns.size());
-    for (const auto& column : kColumns) all.emplace_back(column.name);
-    return all;
-  }();
+  static const std::vector<std::string> names = Split(kColumnsForReading, ",");
   return names;
 }
 
 QuoteBoard::QuoteBoard(std::vector<std::string> columns, const std::vector<std::string>& tickers)
     : columns_(std::move(columns)) {
   for (std::size_t c = 1; c < columns_.size(); ++c) {
-    const std::size_t field = FieldOf(columns_[c]);
-    if (field < kColumns.size() && kColumns[field].field) sources_.push_back({c, field});
+    const ColumnRow* const row = FindColumn(UCase(columns_[c]));
+    if (row == nullptr || row->kind == ColumnKind::Ticker || row->streamed.IsNone()) continue;
+    sources_.push_back({c, &row->streamed, row == &RowOfColumn(Column::LastVolume)});
   }
   for (const auto& ticker : tickers) AddRow(ticker);
 }
@@ -83,9 +40,8 @@ std::size_t QuoteBoard::Take(const cQTData& quote) {
   ++quote_count_;
   const std::size_t place = RowOf(quote.Symbol());
   QuoteRow& row = rows_[place];
-  for (const auto& [column, field] : sources_) {
-    if (field == kLastVolume || quote.Carries(*kColumns[field].field))
-      kColumns[field].let(quote, row[column]);
+  for (const auto& [column, streamed, of_newest] : sources_) {
+    if (of_newest || quote.Carries(streamed->field)) Let(quote, *streamed, row[column]);
   }
   return place;
 }
@@ -106,10 +62,15 @@ void QuoteBoard::AddRow(const std::string& ticker) {
 }
 
 QuoteRow QuoteFields(const cQTData& quote) {
-  QuoteRow fields(kColumns.size());
-  for (std::size_t c = 0; c < kColumns.size(); ++c) {
-    const auto& [name, field, let] = kColumns[c];
-    if (field && quote.Carries(*field)) let(quote, fields[c]);
+  QuoteRow fields(kColumnVocabulary.size());
+  for (const ColumnRow& row : kColumnVocabulary) {
+    if (row.streamed.IsNone() || !quote.Carries(row.streamed.field)) continue;
+    QuoteValue& value = fields[static_cast<std::size_t>(row.reading) - 1];
+    if (row.kind == ColumnKind::Ticker) {
+      value = QuoteValue::Text(quote.Symbol());
+    } else {
+      Let(quote, row.streamed, value);
+    }
   }
   return fields;
 }

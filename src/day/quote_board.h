@@ -10,6 +10,10 @@
 #include "core/cQTData.h"
 #include "day/quote_rows.h"
 
+namespace mirelo {
+struct StreamedField;
+}
+
 namespace mirelo::day {
 
 // What is known of each ticker. What a streamed quote's record carried takes its place here, zeros among it;
@@ -39,8 +43,9 @@ class QuoteBoard {
   void AddRow(const std::string& ticker);
 
   struct Source {
-    std::size_t column;  // of this board
-    std::size_t field;   // of all columns
+    std::size_t column;
+    const StreamedField* streamed;
+    bool of_newest;  // whether it is always that of the newest quote
   };
 
   std::vector<std::string> columns_;

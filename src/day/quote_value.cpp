@@ -6,6 +6,7 @@
 #include "automation/number.h"
 #include "automation/regional_format.h"
 #include "automation/text.h"
+#include "snapshot/column_vocabulary.h"
 
 namespace mirelo::day {
 
@@ -42,8 +43,20 @@ Variant QuoteValue::ToCell() const {
 }
 
 Reading ReadingOf(const std::string& column) {
-  if (EqualText(column, "Ticker")) return Reading::AsText;
-  if (EqualText(column, "Date") || EqualText(column, "Time")) return Reading::AsMoment;
+  const ColumnRow* const row = FindColumn(UCase(column));
+  if (row == nullptr) return Reading::AsNumber;
+  switch (row->kind) {
+    case ColumnKind::Ticker:
+      return Reading::AsText;
+    case ColumnKind::Date:
+    case ColumnKind::Time:
+      return Reading::AsMoment;
+    case ColumnKind::Price:
+    case ColumnKind::Change:
+    case ColumnKind::Count:
+    case ColumnKind::Mark:
+      break;
+  }
   return Reading::AsNumber;
 }
 

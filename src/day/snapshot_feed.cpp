@@ -18,7 +18,7 @@ namespace {
 
 using Kind = wire::QuoteFlaw::Kind;
 
-constexpr std::size_t kFields = kColumnVocabulary.size();
+constexpr std::size_t kFields = kReplyFields;
 constexpr std::size_t kVolumeFields = static_cast<std::size_t>(Column::Volume) + 1;
 
 // Second indexes of the facade's table of volumes.

@@ -17,7 +17,7 @@ namespace {
 using Lines = std::vector<std::string_view>;
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::size_t kFields = kColumnVocabulary.size();
+constexpr std::size_t kFields = kReplyFields;
 constexpr auto kTickerField = static_cast<std::size_t>(mirelo::Column::Ticker);
 constexpr auto kVolumeField = static_cast<std::size_t>(mirelo::Column::Volume);
 

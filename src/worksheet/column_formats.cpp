@@ -1,8 +1,8 @@
 #include "worksheet/column_formats.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
+#include <optional>
 
 #include "automation/runtime_error.h"
 #include "diagnostics/routine.h"
@@ -10,6 +10,7 @@
 #include "host/excel/font.h"
 #include "host/excel/format_conditions.h"
 #include "host/excel/range.h"
+#include "snapshot/column_vocabulary.h"
 
 namespace mirelo {
 
@@ -17,46 +18,31 @@ namespace {
 
 using host::excel::Range;
 
-enum class NumberKind { Price, Count, Date, Time, Change };
-
-struct ColumnKind {
-  std::string_view name;
-  NumberKind kind;
-};
-
-constexpr std::array kColumnKinds{
-    ColumnKind{"High", NumberKind::Price},     ColumnKind{"Low", NumberKind::Price},
-    ColumnKind{"Open", NumberKind::Price},     ColumnKind{"52w Low", NumberKind::Price},
-    ColumnKind{"52w High", NumberKind::Price}, ColumnKind{"Last", NumberKind::Price},
-    ColumnKind{"Bid", NumberKind::Price},      ColumnKind{"Ask", NumberKind::Price},
-    ColumnKind{"Volume", NumberKind::Count},   ColumnKind{"BidSize", NumberKind::Count},
-    ColumnKind{"AskSize", NumberKind::Count},  ColumnKind{"LastVolume", NumberKind::Count},
-    ColumnKind{"AvgTrade", NumberKind::Count}, ColumnKind{"NumTrades", NumberKind::Count},
-    ColumnKind{"Date", NumberKind::Date},      ColumnKind{"Time", NumberKind::Time},
-    ColumnKind{"Change", NumberKind::Change},
-};
-
 constexpr std::int32_t kRiseColor = 10;
 constexpr std::int32_t kFallColor = 3;
 
-std::string NumberFormatOf(NumberKind kind, const std::string& decimal_format) {
+// Nothing where cells keep the format that they have.
+std::optional<std::string> NumberFormatOf(ColumnKind kind, const std::string& decimal_format) {
   switch (kind) {
-    case NumberKind::Count:
+    case ColumnKind::Price:
+      return decimal_format;
+    case ColumnKind::Count:
       return "#,##0";
-    case NumberKind::Date:
+    case ColumnKind::Date:
       return "mm/dd/yyyy";
-    case NumberKind::Time:
+    case ColumnKind::Time:
       return "hh:mm:ss";
-    case NumberKind::Change:
+    case ColumnKind::Change:
       return "+ " + decimal_format + ";- " + decimal_format;
-    case NumberKind::Price:
+    case ColumnKind::Ticker:
+    case ColumnKind::Mark:
       break;
   }
-  return decimal_format;
+  return std::nullopt;
 }
 
-std::int32_t AlignmentOf(NumberKind kind) {
-  return kind == NumberKind::Price || kind == NumberKind::Count ? host::excel::xlHAlignGeneral
+std::int32_t AlignmentOf(ColumnKind kind) {
+  return kind == ColumnKind::Price || kind == ColumnKind::Count ? host::excel::xlHAlignGeneral
                                                                 : host::excel::xlHAlignCenter;
 }
 
@@ -70,13 +56,15 @@ void ColorCells(Frame& frame, Range* cells, std::int32_t index, host::excel::XlF
 }  // namespace
 
 void FormatColumn(Frame& frame, Range* cells, std::string_view name, const std::string& decimal_format) {
-  const auto* const row = std::find_if(kColumnKinds.begin(), kColumnKinds.end(),
-                                       [&](const ColumnKind& column) { return column.name == name; });
-  if (row == kColumnKinds.end()) return;
+  const auto* const row =
+      std::ranges::find(kColumnVocabulary, name, [](const ColumnRow& column) { return column.name; });
+  if (row == kColumnVocabulary.end()) return;
+  const auto number_format = NumberFormatOf(row->kind, decimal_format);
+  if (!number_format) return;
 
-  STEP(Referred(cells).NumberFormat(NumberFormatOf(row->kind, decimal_format)));
+  STEP(Referred(cells).NumberFormat(*number_format));
   STEP(Referred(cells).HorizontalAlignment(AlignmentOf(row->kind)));
-  if (row->kind == NumberKind::Change) {
+  if (row->kind == ColumnKind::Change) {
     STEP(Referred(cells).FormatConditions()->Delete());
     ColorCells(frame, cells, 1, host::excel::xlGreater, kRiseColor);
     ColorCells(frame, cells, 2, host::excel::xlLess, kFallColor);

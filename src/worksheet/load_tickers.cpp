@@ -78,7 +78,7 @@ void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& l
                             std::string& shown) {
   std::vector<std::string> absent;  // all columns; those that the table shows become empty
   absent.reserve(kColumnVocabulary.size());
-  for (const ColumnName& column : kColumnVocabulary) absent.emplace_back(column.name);
+  for (const ColumnRow& column : kColumnVocabulary) absent.emplace_back(column.name);
 
   Variant headers;
   STEP(PrevColumnCount_ = 0);

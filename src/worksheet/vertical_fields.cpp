@@ -1,7 +1,5 @@
 // Which fields the tables can show, and the columns of the grid that follow from them.
 
-#include <algorithm>
-#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,14 +18,11 @@ namespace {
 
 using forms::Grid;
 
-// What the quote table can show and a vertical table cannot.
-constexpr std::array kOnlyInQuoteTable{Column::Tick, Column::Low52w, Column::High52w};
+bool IsKnown(const std::string& name) { return FindColumn(UCase(name)) != nullptr; }
 
-bool IsKnown(std::int16_t code) { return code != kUnknownColumn; }
-
-bool FitsVerticalTable(std::int16_t code) {
-  return IsKnown(code) && std::none_of(kOnlyInQuoteTable.begin(), kOnlyInQuoteTable.end(),
-                                       [&](Column column) { return CodeOf(column) == code; });
+bool FitsVerticalTable(const std::string& name) {
+  const ColumnRow* const column = FindColumn(UCase(name));
+  return column != nullptr && column->in_histories == kInHistories;
 }
 
 Bounds BoundsOf(const std::vector<std::string>& names) {
@@ -38,14 +33,14 @@ Bounds BoundsOf(const std::vector<std::string>& names) {
 
 bool frmMirelo::CheckFieldForVerticalTable(const std::string& name) {
   return Function("Mirelo.frmMirelo.CheckFieldForVerticalTable", false, [&](Frame& frame, bool& fits) {
-    STEP(fits = FitsVerticalTable(ColumnCode(UCase(name))));
+    STEP(fits = FitsVerticalTable(name));
     frame.pop();
   });
 }
 
 bool frmMirelo::CheckFieldHeaderTable(const std::string& name) {
   return Function("Mirelo.frmMirelo.CheckFieldHeaderTable", false, [&](Frame& frame, bool& known) {
-    STEP(known = IsKnown(ColumnCode(UCase(name))));
+    STEP(known = IsKnown(name));
     frame.pop();
   });
 }

@@ -2,8 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "automation/text.h"
@@ -16,19 +19,21 @@ TEST(ColumnVocabulary, HasNineteenNamesInTheOrderOfTheReplysFields) {
                                           "Ask",       "Change",  "Tick",    "Volume",     "High",
                                           "Low",       "BidSize", "AskSize", "LastVolume", "AvgTrade",
                                           "NumTrades", "Open",    "52w Low", "52w High"};
-  ASSERT_EQ(kColumnVocabulary.size(), names.size());
+  ASSERT_EQ(kReplyFields, names.size());
   for (std::size_t code = 0; code < names.size(); ++code) {
     SCOPED_TRACE(names[code]);
     EXPECT_EQ(kColumnVocabulary[code].name, names[code]);
-    EXPECT_EQ(CodeOf(kColumnVocabulary[code].column), static_cast<int>(code));
+    EXPECT_EQ(ColumnCode(kColumnVocabulary[code].upper_case), static_cast<int>(code));
   }
 }
 
 TEST(ColumnVocabulary, IsComparedInUpperCase) {
-  for (const ColumnName& row : kColumnVocabulary) {
+  std::set<std::string_view> names;
+  for (const ColumnRow& row : kColumnVocabulary) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(row.upper_case, UCase(row.name));
-    EXPECT_EQ(ColumnCode(row.upper_case), CodeOf(row.column));
+    EXPECT_EQ(FindColumn(row.upper_case), &row);
+    EXPECT_TRUE(names.insert(row.upper_case).second);
   }
 }
 
@@ -39,17 +44,22 @@ TEST(ColumnVocabulary, KnowsNoOtherName) {
   }
 }
 
-TEST(ColumnVocabulary, StandsInTheDefaultListsOnceEach) {
-  const auto listed = [](ColumnList list) {
-    std::vector<std::string> names;
-    for (const ColumnName& row : kColumnVocabulary) {
-      if (row.listed == list) names.emplace_back(row.name);
-    }
-    return names;
-  };
-  EXPECT_THAT(Split(kDefaultListRight, ","),
-              ::testing::UnorderedElementsAreArray(listed(ColumnList::ListRight)));
-  EXPECT_THAT(Split(kDefaultListLeft, ","), ::testing::ElementsAreArray(listed(ColumnList::ListLeft)));
+TEST(ColumnVocabulary, IsPrintedInAnOrderForReading) {
+  EXPECT_STREQ(
+      kColumnsForReading,
+      "Ticker,Last,Change,Bid,Ask,BidSize,AskSize,Volume,LastVolume,High,Low,Open,52w High,52w Low,Tick,"
+      "AvgTrade,NumTrades,Date,Time");
+}
+
+// The guide's table is that of the vocabulary.
+TEST(ColumnVocabulary, StandsInTheGuide) {
+  std::ifstream file(MIRELO_SOURCE_DIR "/docs/guide.md");
+  const std::string guide(std::istreambuf_iterator<char>(file), {});
+  std::string table = "| Column | What it holds |\n| --- | --- |\n";
+  for (const ColumnRow& row : kColumnVocabulary) {
+    table.append("| `").append(row.name).append("` | ").append(row.meaning).append(" |\n");
+  }
+  EXPECT_THAT(guide, ::testing::HasSubstr(table + "\n"));
 }
 
 TEST(ColumnVocabulary, HasTheDefaultListsOfTheRegistry) {

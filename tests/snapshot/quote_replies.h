@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <string_view>
@@ -27,9 +28,9 @@ class QuoteReplies {
     const auto known = quotes.find(ticker);
     const KnownQuote quote = known == quotes.end() ? KnownQuote() : known->second;
     std::string line;
-    for (const ColumnName& row : kColumnVocabulary) {
-      if (!line.empty()) line += ',';
-      switch (row.column) {
+    for (std::size_t code = 0; code < kReplyFields; ++code) {
+      if (code > 0) line += ',';
+      switch (static_cast<Column>(code)) {
         case Column::Ticker:
           line += ticker;
           break;
@@ -40,7 +41,7 @@ class QuoteReplies {
           line += quote.volume;
           break;
         default:
-          line += std::string(ticker) + "-" + std::string(row.name);
+          line += std::string(ticker) + "-" + std::string(kColumnVocabulary[code].name);
       }
     }
     return line;
