@@ -1,22 +1,19 @@
 #include "app/shown_quote.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <string_view>
 
 #include "adapters/workbook/display/displayed_text.h"
 #include "automation/text.h"
+#include "snapshot/column_vocabulary.h"
 
 namespace mirelo::app {
 
 namespace {
 
-constexpr std::array<std::string_view, 9> kPrices{"Last", "Bid",  "Ask",     "Change",  "High",
-                                                  "Low",  "Open", "52w Low", "52w High"};
-
 bool IsPrice(const std::string& column) {
-  return std::ranges::any_of(kPrices, [&](std::string_view price) { return EqualText(price, column); });
+  const ColumnRow* const row = FindColumn(UCase(column));
+  return row != nullptr && (row->kind == ColumnKind::Price || row->kind == ColumnKind::Change);
 }
 
 }  // namespace

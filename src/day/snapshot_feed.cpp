@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <string_view>
 
 #include "automation/text.h"
@@ -27,6 +26,10 @@ constexpr std::int32_t kVolumeAndDate[] = {1, 2};
 // Of tickers, and of a text, in what a person is told.
 constexpr std::size_t kMostNames = 5;
 constexpr std::int32_t kMostCharacters = 20;
+
+bool IsNoQuote(const wire::QuoteFlaw& flaw) {
+  return flaw.kind == Kind::NoQuote || flaw.kind == Kind::EmptyQuote;
+}
 
 bool LacksVolume(const wire::QuoteFlaw& flaw) {
   return flaw.kind != Kind::MissingFields || flaw.fields < kVolumeFields;
@@ -56,6 +59,7 @@ std::string WhatIsWrong(const wire::QuoteFlaw& flaw) {
     case Kind::HugeVolume:
       return " (" + Quoted(flaw.volume) + ")";
     case Kind::NoQuote:
+    case Kind::EmptyQuote:
     case Kind::NoVolume:
       break;
   }
@@ -72,6 +76,8 @@ std::string_view BeginningOf(Kind kind) {
       return "The volume is too large to count with, so LastVolume stays empty, for ";
     case Kind::BadVolume:
       return "The volume is no number, so LastVolume stays empty, for ";
+    case Kind::EmptyQuote:
+      return "QuoteTracker knows no quote of ";
     case Kind::NoQuote:
       break;
   }
@@ -96,7 +102,10 @@ SnapshotFeed::SnapshotFeed(cMirelo& facade, wire::MendedReplies& replies, std::v
     asked_.push_back(asked_.back());
 
   columns_ = VisibleColumns();
-  std::ranges::transform(columns_, std::back_inserter(readings_), ReadingOf);
+  for (const std::string& column : columns_) {
+    codes_.push_back(ColumnCode(UCase(column)));
+    readings_.push_back(ReadingOf(column));
+  }
   facade_.LoadMasPosition();
   if (!asked_.empty()) facade_.masPrevVolume(VariantArray(1, TableRow(asked_.size() - 1), 1, 2));
 }
@@ -123,11 +132,11 @@ QuoteRows SnapshotFeed::RowsOf(const VariantArray& table) const {
   QuoteRows rows(tickers_.size(), QuoteRow(columns_.size()));
   for (std::size_t i = 0; i < places_.size(); ++i) {
     QuoteRow& row = rows[places_[i]];
-    row.clear();
-    for (std::int32_t c = table.LBound(2); c <= table.UBound(2); ++c) {
-      const std::size_t column = row.size();
-      row.push_back(ReadValue(column < readings_.size() ? readings_[column] : Reading::AsText,
-                              table(TableRow(i), c).ToText()));
+    std::int32_t column = table.LBound(2);
+    for (std::size_t c = 0; c < row.size() && column <= table.UBound(2); ++c, ++column) {
+      row[c] = ReadValue(readings_[c], table(TableRow(i), column).ToText());
+      // A volume that begins anew within a day: as with the first quote of a day nothing is known of it.
+      if (codes_[c] == CodeOf(Column::LastVolume) && row[c].ToNumber() < 0) row[c].Set(0);
     }
   }
   return rows;
@@ -138,19 +147,31 @@ void SnapshotFeed::LeaveOut(const Flaws& flaws, QuoteRows& rows) const {
   for (const wire::QuoteFlaw& flaw : flaws) {
     if (flaw.ticker >= places_.size()) continue;
     QuoteRow& row = rows[places_[flaw.ticker]];
-    if (flaw.kind == Kind::NoQuote) {
-      row.assign(row.size(), {});
+    if (IsNoQuote(flaw)) {
+      LeaveOutQuote(row, asked_[flaw.ticker]);
     } else if (LacksVolume(flaw)) {
       LeaveOutVolume(row, flaw.volume);
     }
   }
 }
 
+void SnapshotFeed::LeaveOutQuote(QuoteRow& row, const std::string& ticker) const {
+  for (std::size_t c = 0; c < row.size(); ++c) {
+    row[c] = readings_[c] == Reading::AsText ? QuoteValue::Text(ticker) : QuoteValue();
+  }
+}
+
+bool SnapshotFeed::HasQuote(const QuoteRow& row) const {
+  for (std::size_t c = 0; c < row.size(); ++c) {
+    if (readings_[c] != Reading::AsText && !row[c].IsNothing()) return true;
+  }
+  return false;
+}
+
 void SnapshotFeed::LeaveOutVolume(QuoteRow& row, const std::string& text) const {
-  for (std::size_t c = 0; c < std::min(row.size(), columns_.size()); ++c) {
-    const std::int16_t code = ColumnCode(UCase(columns_[c]));
-    if (code == CodeOf(Column::Volume)) row[c] = ReadValue(readings_[c], text);
-    if (code == CodeOf(Column::LastVolume)) row[c] = {};
+  for (std::size_t c = 0; c < row.size(); ++c) {
+    if (codes_[c] == CodeOf(Column::Volume)) row[c] = ReadValue(readings_[c], text);
+    if (codes_[c] == CodeOf(Column::LastVolume)) row[c] = {};
   }
 }
 
@@ -174,8 +195,8 @@ void SnapshotFeed::TellUnasked() {
 }
 
 void SnapshotFeed::Tell(const Flaws& flaws) {
-  for (const Kind kind :
-       {Kind::NoQuote, Kind::MissingFields, Kind::NoVolume, Kind::BadVolume, Kind::HugeVolume}) {
+  for (const Kind kind : {Kind::NoQuote, Kind::EmptyQuote, Kind::MissingFields, Kind::NoVolume,
+                          Kind::BadVolume, Kind::HugeVolume}) {
     std::vector<std::string> names;
     for (const wire::QuoteFlaw& flaw : flaws) {
       if (flaw.kind != kind || flaw.ticker >= places_.size() || !IsMissed(flaw)) continue;
@@ -188,9 +209,8 @@ void SnapshotFeed::Tell(const Flaws& flaws) {
 
 // Whether a column that is shown lacks something by it.
 bool SnapshotFeed::IsMissed(const wire::QuoteFlaw& flaw) const {
-  if (flaw.kind == Kind::NoQuote) return true;
-  return std::ranges::any_of(columns_, [&](const std::string& column) {
-    const std::int16_t code = ColumnCode(UCase(column));
+  if (IsNoQuote(flaw)) return true;
+  return std::ranges::any_of(codes_, [&](std::int16_t code) {
     const bool is_made_here = code == CodeOf(Column::Date) || code == CodeOf(Column::Time);
     if (code == kUnknownColumn || is_made_here) return false;
     if (code == CodeOf(Column::Volume) || code == CodeOf(Column::LastVolume)) return LacksVolume(flaw);

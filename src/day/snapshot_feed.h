@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
@@ -40,6 +41,9 @@ class SnapshotFeed {
   // should; the person has been told by then.
   std::optional<QuoteRows> Fetch();
 
+  // Whether a row of them holds more than its ticker: QuoteTracker has sent a quote, and it knows the ticker.
+  bool HasQuote(const QuoteRow& row) const;
+
   // A line for a person: what is wrong with records of tickers, each thing once.
   Event<const std::string&> Told;
 
@@ -48,6 +52,7 @@ class SnapshotFeed {
 
   QuoteRows RowsOf(const VariantArray& table) const;
   void LeaveOut(const Flaws& flaws, QuoteRows& rows) const;
+  void LeaveOutQuote(QuoteRow& row, const std::string& ticker) const;
   void LeaveOutVolume(QuoteRow& row, const std::string& text) const;
   void KeepVolumes(const Flaws& flaws, const VariantArray& before);
   void TellUnasked();
@@ -60,7 +65,8 @@ class SnapshotFeed {
   std::vector<std::string> asked_;   // those that can be asked for
   std::vector<std::size_t> places_;  // of them, among all
   std::vector<std::string> columns_;
-  std::vector<Reading> readings_;  // of the columns
+  std::vector<std::int16_t> codes_;  // of the columns
+  std::vector<Reading> readings_;    // of their texts
   std::set<std::pair<std::size_t, wire::QuoteFlaw::Kind>> told_;
   bool told_unasked_ = false;
 };

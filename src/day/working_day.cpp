@@ -84,7 +84,7 @@ void WorkingDay::Ask() {
     std::int64_t count = 0;
     for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) {
       const QuoteRow& row = (*rows)[ticker];
-      if (std::ranges::all_of(row, &QuoteValue::IsNothing)) continue;  // what is known stays
+      if (!snapshot_->HasQuote(row)) continue;  // what is known stays
       tables_->Take(ticker, row);
       ++count;
     }

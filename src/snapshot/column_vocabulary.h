@@ -20,6 +20,7 @@ enum class Column : std::int16_t {
   Ticker = 0,
   Date = 1,
   Time = 2,
+  Tick = 7,
   Volume = 8,       // cumulative volume of the day
   LastVolume = 13,  // volume since the call before, worked out here; what the reply has there is not used
 };
@@ -185,7 +186,8 @@ constexpr const ColumnRow& RowOfColumn(Column column) {
   return kColumnVocabulary[static_cast<std::size_t>(CodeOf(column))];
 }
 static_assert(RowOfColumn(Column::Ticker).name == "Ticker" && RowOfColumn(Column::Date).name == "Date" &&
-              RowOfColumn(Column::Time).name == "Time" && RowOfColumn(Column::Volume).name == "Volume" &&
+              RowOfColumn(Column::Time).name == "Time" && RowOfColumn(Column::Tick).name == "Tick" &&
+              RowOfColumn(Column::Volume).name == "Volume" &&
               RowOfColumn(Column::LastVolume).name == "LastVolume");
 
 // The column with this upper-case form; null for any other text, blanks around a name included.

@@ -20,6 +20,8 @@ constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kFields = kReplyFields;
 constexpr auto kTickerField = static_cast<std::size_t>(mirelo::Column::Ticker);
 constexpr auto kVolumeField = static_cast<std::size_t>(mirelo::Column::Volume);
+constexpr std::size_t kFirstOfMarket = static_cast<std::size_t>(mirelo::Column::Time) + 1;
+constexpr auto kTickField = static_cast<std::size_t>(mirelo::Column::Tick);
 
 // Differences of volumes are exact below it.
 constexpr double kGreatestVolume = 1e15;
@@ -50,6 +52,16 @@ std::optional<QuoteFlaw::Kind> FlawOfVolume(std::string_view field) {
   if (!number) return QuoteFlaw::Kind::BadVolume;
   if (std::abs(*number) >= kGreatestVolume) return QuoteFlaw::Kind::HugeVolume;
   return std::nullopt;
+}
+
+// Whether all that is said of the market is 0 or nothing. What is no number says something.
+bool IsEmpty(const Lines& fields) {
+  for (std::size_t i = kFirstOfMarket; i < std::min(fields.size(), kFields); ++i) {
+    if (fields[i].empty() || i == kTickField) continue;
+    const auto number = ParseNumber(AnsiToText(fields[i]));
+    if (number != 0.0) return false;
+  }
+  return true;
 }
 
 // Gives each ticker its record; an empty one where there is none.
@@ -105,9 +117,12 @@ class RecordMender {
       reply_.flaws.push_back({ticker, QuoteFlaw::Kind::NoQuote, 0, {}});
     } else if (count < kFields) {
       reply_.flaws.push_back({ticker, QuoteFlaw::Kind::MissingFields, count, {}});
+    } else if (IsEmpty(fields_)) {
+      reply_.flaws.push_back({ticker, QuoteFlaw::Kind::EmptyQuote, 0, {}});
     }
     if (const auto flaw = FlawOfVolume(fields_[kVolumeField])) {
-      if (count > kVolumeField) reply_.flaws.push_back({ticker, *flaw, 0, AnsiToText(fields_[kVolumeField])});
+      if (count > kVolumeField && !IsEmpty(fields_))
+        reply_.flaws.push_back({ticker, *flaw, 0, AnsiToText(fields_[kVolumeField])});
       fields_[kVolumeField] = "0";
     }
     reply_.body += kLineEnd;
@@ -128,7 +143,7 @@ bool IsInOrder(const Lines& records, const std::vector<std::string>& tickers) {
   for (std::size_t i = 0; i < records.size(); ++i) {
     CutFirst(records[i], ",", kFields + 1, fields);
     if (fields.size() != kFields || !SameTicker(fields[kTickerField], tickers[i]) ||
-        FlawOfVolume(fields[kVolumeField])) {
+        FlawOfVolume(fields[kVolumeField]) || IsEmpty(fields)) {
       return false;
     }
   }

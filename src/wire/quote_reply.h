@@ -11,6 +11,7 @@ namespace mirelo::wire {
 struct QuoteFlaw {
   enum class Kind {
     NoQuote,        // there is none
+    EmptyQuote,     // it is all zeros, or empty: what QuoteTracker sends for a ticker that it does not know
     MissingFields,  // it has fewer fields than there are columns
     NoVolume,       // its volume is empty
     BadVolume,      // its volume is no number

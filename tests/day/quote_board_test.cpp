@@ -146,6 +146,17 @@ TEST_F(Board, GivesAQuoteToTheFirstOfTwoRowsOfATickerAndToNoOtherTickers) {
   EXPECT_TRUE(board.Rows()[1][1].IsNothing());
 }
 
+TEST_F(Board, ShowsNoVolumeBelowZeroWhereTheDaysVolumeBeginsAnew) {
+  const char* column = "LastVolume";
+  EXPECT_EQ(Cell(Level1Wire().Volume(1500), column), "0");
+  const auto anew = Quote(Level1Wire().Volume(200), column);
+  EXPECT_EQ(anew->Last_Volume(), -1300) << "the class counts on";
+  board.Take(*anew);
+  EXPECT_EQ(Of(board.Rows().at(0), column), "0");
+  EXPECT_EQ(Of(QuoteFields(*anew), column), "0");
+  EXPECT_EQ(Cell(Level1Wire().Volume(250), column), "50");
+}
+
 TEST_F(Board, LeavesTheTickerAsItWasGiven) {
   board = QuoteBoard(QuoteBoard::AllColumns(), {"Msft"});
   EXPECT_EQ(Cell(Level1Wire(), "Ticker"), "Msft");

@@ -198,10 +198,55 @@ TEST_F(SnapshotFeed, CountsFromTheLastVolumeThatWasOne) {
   EXPECT_EQ(Fetch(Reply({Record(kBad, "1", "5000000000", "01/21/2011")}))[0][3], "4999999950");
 }
 
-TEST_F(SnapshotFeed, HasNothingForATickerWithoutARecord) {
+TEST_F(SnapshotFeed, HasNothingButTheTickerWhereThereIsNoRecord) {
   Watch({"A", kBad});
-  EXPECT_THAT(Fetch(Reply({Record("A", "1", "10")}))[1], ElementsAre("", "", "", "", ""));
+  EXPECT_THAT(Fetch(Reply({Record("A", "1", "10")}))[1], ElementsAre(kBad, "", "", "", ""));
   EXPECT_THAT(told, ElementsAre("QuoteTracker sent no quote for BAD"));
+}
+
+// What QuoteTracker sends for a ticker that it does not know.
+TEST_F(SnapshotFeed, TakesAQuoteOfNothingForNoneAndTellsItOnce) {
+  Watch({"A", kBad});
+  const std::string zeros =
+      "BAD,01/20/2011,09:30:00,0.00,0.00,0.00,0.00,,0,0.00,0.00,0,0,0,0,0,0.00,0.00,0.00";
+  const std::string nothing = "BAD,,,,,,,,,,,,,,,,,,";
+  for (const std::string& record : {zeros, nothing, zeros}) {
+    EXPECT_THAT(Fetch(Reply({Record("A", "1", "10"), record})),
+                ElementsAre(ElementsAre("A", "1", "10", "0", "35"), ElementsAre(kBad, "", "", "", "")));
+  }
+  EXPECT_THAT(told, ElementsAre("QuoteTracker knows no quote of BAD"));
+  const auto rows = feed->Fetch();
+  ASSERT_TRUE(rows);
+  EXPECT_TRUE(feed->HasQuote(rows->at(0)));
+  EXPECT_FALSE(feed->HasQuote(rows->at(1)));
+}
+
+TEST_F(SnapshotFeed, TakesAQuoteOfWhichOneValueIsKnownForOne) {
+  Watch({kBad});
+  for (std::size_t known = 3; known < 19; ++known) {
+    if (known == 7 || known == 13) continue;  // the tick says nothing, and the last volume is worked out
+    std::vector<std::string> fields(19, "0");
+    fields[0] = kBad;
+    fields[known] = "5";
+    Fetch(Reply({Join(fields, ",")}));
+    EXPECT_TRUE(feed->HasQuote(feed->Fetch()->at(0))) << known;
+  }
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(SnapshotFeed, CountsVolumesOnOverAQuoteOfNothing) {
+  Watch({kBad});
+  Fetch(Reply({Record(kBad, "1", "1000")}));
+  Fetch(Reply({"BAD,01/20/2011,09:30:00,0,0,0,0,,0,0,0,0,0,0,0,0,0,0,0"}));
+  EXPECT_EQ(Fetch(Reply({Record(kBad, "1", "1300")}))[0][3], "300");
+}
+
+TEST_F(SnapshotFeed, ShowsNoVolumeBelowZeroWhereTheDaysVolumeBeginsAnew) {
+  Watch({"A"});
+  Fetch(Reply({Record("A", "1", "1000")}));
+  EXPECT_EQ(Fetch(Reply({Record("A", "1", "1500")}))[0][3], "500");
+  EXPECT_EQ(Fetch(Reply({Record("A", "1", "200")}))[0][3], "0");
+  EXPECT_EQ(Fetch(Reply({Record("A", "1", "260")}))[0][3], "60");
 }
 
 TEST_F(SnapshotFeed, FillsWhatARecordHasAndTellsWhatIsMissing) {
@@ -245,7 +290,7 @@ TEST_F(SnapshotFeed, KeepsLaterBatchesInTheirRows) {
     ASSERT_THAT(rows, SizeIs(200));
     for (std::size_t i = 0; i < rows.size(); ++i) {
       const bool is_missing = i + 1 == 3 || i + 1 == 150;
-      EXPECT_EQ(rows[i][0], is_missing ? "" : "T" + std::to_string(i + 1));
+      EXPECT_EQ(rows[i][0], "T" + std::to_string(i + 1));
       EXPECT_EQ(rows[i][1], is_missing ? "" : std::to_string(i + 1));
     }
   }

@@ -158,6 +158,18 @@ TEST_F(SnapshotDay, KeepsWhatItKnowsOfATickerThatIsMissing) {
   EXPECT_THAT(told, ElementsAre("2 quotes", "QuoteTracker sent no quote for MSFT", "1 quote"));
 }
 
+// QuoteTracker answers with zeros for a ticker that it does not know.
+TEST_F(SnapshotDay, WritesNoQuoteOfNothing) {
+  const std::string zeros = ",01/20/2011,09:30:00,0.00,0.00,0.00,0.00,,0,0.00,0.00,0,0,0,0,0,0.00,0.00,0.00";
+  Begin();
+  reply = "OK\r\nMSFT" + zeros + "\r\nIBM" + zeros;
+  Pass(30s);
+  EXPECT_EQ(Text(kTable, 3, 2), "28.35") << "what was known stays";
+  EXPECT_THAT(Column(History("MSFT"), 1), SizeIs(1));
+  EXPECT_THAT(told,
+              ElementsAre("2 quotes", "QuoteTracker knows no quote of MSFT, IBM", "0 quotes", "0 quotes"));
+}
+
 TEST_F(SnapshotDay, GoesOnWithAHistoryOfLongTexts) {
   Begin();
   day->Stop();
