@@ -1,10 +1,8 @@
 #include "app/day_view.h"
 
-#include <chrono>
-
+#include "app/shown_quote.h"
 #include "app/text_table.h"
 #include "app/workbook_keeper.h"
-#include "day/quote_rows.h"
 #include "day/working_day.h"
 #include "terminal/standard_streams.h"
 #include "worksheet/quote_table.h"
@@ -14,28 +12,25 @@ namespace mirelo::app {
 using terminal::Err;
 using terminal::Out;
 
-namespace {
-
-constexpr std::chrono::seconds kLinePace{10};
-
-}  // namespace
-
 DayView::DayView(host::MessageLoop& loop, day::WorkingDay& day, WorkbookKeeper& keeper)
-    : loop_(loop), day_(day), keeper_(keeper), terminal_(Out().IsTerminal()) {
+    : loop_(loop), day_(day), keeper_(keeper) {
   day_.Status.Subscribe([this](const std::string& text) { Tell(text); });
-  keeper_.Status.Subscribe([this](const std::string& text) { TellOfSaving(text); });
+  keeper_.Status.Subscribe([this](const std::string& text) { Tell(text); });
 }
 
 DayView::~DayView() { End(); }
 
 void DayView::Begin() {
-  if (!terminal_) return PrintLater();
-  live_.emplace(loop_, day_.Tables().Columns(), day_.Tables().Rows(), [this] { return Status(); });
+  if (Out().IsTerminal()) {
+    screen_ = LiveScreen::Open(loop_, LiveModel(day_.Tables().Columns(), day_.PriceFormat()),
+                               day_.Tables().Rows(), [this] { return About(); },
+                               {[this] { EndWished.Raise(); }, [this] { keeper_.SaveNow(); }});
+  }
+  if (screen_ == nullptr) PrintLater();
 }
 
 void DayView::End() {
-  has_ended_ = true;
-  live_.reset();
+  screen_.reset();
   loop_.StopTimer(timer_);
 }
 
@@ -43,9 +38,8 @@ void DayView::Summarize(const std::string& file) const {
   if (!day_.HasTables()) return;
   const day::DayTables& tables = day_.Tables();
   TextTable table(tables.Columns());
-  for (const auto& row : tables.Rows()) table.AddRow(day::TextsOf(row));
-  if (terminal_) Out() << "\n";
-  Out() << table.ToText(terminal_) << day_.Came().Count() << " quotes came, " << day_.Written()
+  for (const auto& row : tables.Rows()) table.AddRow(ShownQuote(tables.Columns(), row, day_.PriceFormat()));
+  Out() << table.ToText(Out().IsTerminal()) << day_.Came().Count() << " quotes came, " << day_.Written()
         << " of them new\n";
   if (file.empty()) return Out().Flush();
   Out() << "Saved in " << file << "\nLook at the sheet " << kQuoteTable << " for the table";
@@ -58,24 +52,24 @@ void DayView::Summarize(const std::string& file) const {
   Out().Flush();
 }
 
+// Once the screen has gone, how the last save goes is told as well.
 void DayView::Tell(const std::string& text) {
   state_ = text;
-  if (!terminal_) Err() << text << "\n";
-}
-
-// The last save comes when there is no status line any more that would show it.
-void DayView::TellOfSaving(const std::string& text) {
-  Tell(text);
-  if (terminal_ && has_ended_) Err() << text << "\n";
+  if (screen_ == nullptr && seldom_.IsDue(text)) Err() << text << "\n";
 }
 
 void DayView::PrintLater() {
-  timer_ = loop_.StartTimer(kLinePace, [this] {
-    Err() << Status() << "\n";
+  timer_ = loop_.StartTimer(Seldom::kPace, [this] {
+    Err() << state_ << "; " << day_.Came().Text() << "; " << keeper_.State() << "\n";
     PrintLater();
   });
 }
 
-std::string DayView::Status() { return state_ + "; " + day_.Came().Text() + "; " + keeper_.State(); }
+std::vector<std::string> DayView::About() {
+  const int reconnects = day_.Reconnects();
+  const std::string calls = reconnects == 1 ? "1 reconnect" : std::to_string(reconnects) + " reconnects";
+  return {day_.Source() + "  " + state_, day_.Came().Text() + "; " + calls, "Workbook " + keeper_.State(),
+          "? help  s save  q end"};
+}
 
 }  // namespace mirelo::app

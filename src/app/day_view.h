@@ -1,10 +1,12 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
-#include "app/live_table.h"
+#include "app/live_screen.h"
+#include "app/seldom.h"
+#include "automation/event.h"
 #include "host/message_loop.h"
 
 namespace mirelo::day {
@@ -15,8 +17,8 @@ namespace mirelo::app {
 
 class WorkbookKeeper;
 
-// A working day as a person at the terminal sees it: a table that stands in place with a status line, or,
-// where the standard output is no terminal, a line now and then on the standard error.
+// A working day as a person at the terminal sees it: a screen that follows the keys, or, where the standard
+// output is no such terminal, a line now and then on the standard error.
 class DayView {
  public:
   // All must outlive the view.
@@ -29,22 +31,23 @@ class DayView {
   void Begin();
   void End();
 
+  // The person has asked for the day's end.
+  Event<> EndWished;
+
   // Prints the last quotes of all tickers once more, and names the sheets of the file that hold the rest.
   void Summarize(const std::string& file) const;
 
  private:
   void Tell(const std::string& text);
-  void TellOfSaving(const std::string& text);
   void PrintLater();
-  std::string Status();
+  std::vector<std::string> About();
 
   host::MessageLoop& loop_;
   day::WorkingDay& day_;
   WorkbookKeeper& keeper_;
-  bool terminal_;
-  bool has_ended_ = false;
   std::string state_ = "Starting";
-  std::optional<LiveTable> live_;
+  Seldom seldom_;
+  std::unique_ptr<LiveScreen> screen_;
   host::MessageLoop::Token timer_ = 0;
 };
 

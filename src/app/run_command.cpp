@@ -154,13 +154,15 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
   auto& host = session.host();
   auto& interrupt = session.interrupt();
   interrupt.Stopped.Subscribe([&host] { host.HangUp(); });
-  bool time_is_up = false;
+  bool is_over = false;
+  const auto end = [&] {
+    is_over = true;
+    host.HangUp();
+  };
+  view.EndWished.Subscribe(end);
   host::MessageLoop::Token timer = 0;
   if (const auto time = ParseDuration(for_)) {
-    timer = host.loop().StartTimer(*time, [&] {
-      time_is_up = true;
-      host.HangUp();
-    });
+    timer = host.loop().StartTimer(*time, end);
   }
   StreamWatch watch(session);
   watch.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
@@ -169,7 +171,7 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
   view.Begin();
   day.RunUntil([&] {
     const bool is_in_vain = watch.HasFoundAnother() && day.Came().Count() == 0;
-    return time_is_up || interrupt.Requested() || is_in_vain;
+    return is_over || interrupt.Requested() || is_in_vain;
   });
   view.End();
   day.Stop();

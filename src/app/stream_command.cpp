@@ -9,7 +9,7 @@
 #include "app/checks.h"
 #include "app/exit_code.h"
 #include "app/list_entry.h"
-#include "app/live_table.h"
+#include "app/live_screen.h"
 #include "app/options.h"
 #include "app/quote_output.h"
 #include "app/session.h"
@@ -134,9 +134,14 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
   day::QuoteBoard board(kTableColumns, tickers_);
   day::Pulse pulse;
   std::string status;
-  std::optional<LiveTable> live;
+  bool is_over = false;
+  std::unique_ptr<LiveScreen> live;
   if (terminal && !csv_ && !json_) {
-    live.emplace(loop, board.Columns(), board.Rows(), [&] { return status + "  " + pulse.Text(); });
+    const auto about = [&]() -> std::vector<std::string> {
+      return {status, pulse.Text() + "; reconnects: " + std::to_string(feed.Reconnects()), "? help  q end"};
+    };
+    live = LiveScreen::Open(loop, LiveModel(board.Columns(), session.facade().DecimalPlacesFormat()),
+                            board.Rows(), about, {[&] { is_over = true; }, [] {}});
   }
 
   feed.Status.Subscribe([&](const std::string& text) {
@@ -151,25 +156,25 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
     if (json_) Out() << JsonLine(day::QuoteBoard::AllColumns(), day::QuoteFields(quote));
   });
 
-  bool time_is_up = false;
   if (seconds_ > 0) {
     loop.StartTimer(std::chrono::milliseconds(static_cast<std::int64_t>(seconds_ * 1000)),
-                    [&] { time_is_up = true; });
+                    [&] { is_over = true; });
   }
   StreamWatch watch(session);
   watch.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
   feed.Start();
   feed.RunUntil([&] {
     Out().Flush();  // before the loop waits, so that whoever reads has every quote that has come
-    return time_is_up || interrupt.Requested() || watch.HasFoundAnother() || !Out().Good();
+    return is_over || interrupt.Requested() || watch.HasFoundAnother() || !Out().Good();
   });
   feed.Stop();
+  live.reset();
 
-  if (!csv_ && !json_ && !terminal) {
+  if (!csv_ && !json_) {
     TextTable table(board.Columns());
     const std::string price_format = session.facade().DecimalPlacesFormat();
     for (const auto& row : board.Rows()) table.AddRow(ShownQuote(board.Columns(), row, price_format));
-    Out() << table.ToText(false);
+    Out() << table.ToText(terminal);
   }
   Err() << board.QuoteCount() << " quotes\n";
   // An output that is not read ends it early, which the program's end tells.

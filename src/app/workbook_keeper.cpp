@@ -1,11 +1,13 @@
 #include "app/workbook_keeper.h"
 
 #include <algorithm>
+#include <cmath>
 #include <exception>
 #include <system_error>
 #include <utility>
 
 #include "automation/format.h"
+#include "automation/number.h"
 #include "automation/runtime_error.h"
 #include "host/clock.h"
 #include "host/host.h"
@@ -26,6 +28,18 @@ constexpr seconds kLongWait{10};
 std::string TimeNow() {
   host::Clock& clock = host::Host::Current().clock();
   return Format(clock.Now(), "hh:mm:ss", clock.Regional());
+}
+
+// " (12.3 KB)"; empty when it cannot be told.
+std::string SizeOf(const fs::path& file) {
+  std::error_code failure;
+  const auto bytes = fs::file_size(file, failure);
+  if (failure) return "";
+  constexpr double kKilobyte = 1024;
+  const double kilobytes = static_cast<double>(bytes) / kKilobyte;
+  const bool is_large = kilobytes >= kKilobyte;
+  const double tenths = std::round((is_large ? kilobytes / kKilobyte : kilobytes) * 10);
+  return " (" + NumberText(tenths / 10) + (is_large ? " MB)" : " KB)");
 }
 
 fs::path FreeNameBeside(const fs::path& file) {
@@ -88,13 +102,17 @@ void WorkbookKeeper::SaveAtIntervals(milliseconds interval) {
 
 void WorkbookKeeper::AwaitInterval() {
   timer_ = loop_.StartTimer(std::max(interval_, kPauseForStandingStill * stood_still_), [this] {
-    if (IsSaving()) {
-      is_due_again_ = true;
-    } else {
-      Save();
-    }
+    SaveNow();
     AwaitInterval();
   });
+}
+
+void WorkbookKeeper::SaveNow() {
+  if (IsSaving()) {
+    is_due_again_ = true;
+  } else {
+    Save();
+  }
 }
 
 void WorkbookKeeper::Save() {
@@ -129,7 +147,7 @@ void WorkbookKeeper::EndSaving(const std::exception_ptr& failure) {
     return Save();
   }
   const std::string trouble = TextOf(failure);
-  state_ = trouble.empty() ? "saved " + TimeNow() : "not saved: " + trouble;
+  state_ = trouble.empty() ? "saved " + TimeNow() + SizeOf(file_) : "not saved: " + trouble;
   if (std::exchange(trouble_, trouble) != trouble)
     Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
   if (is_due_again_) Save();

@@ -37,13 +37,17 @@ class WorkbookKeeper {
   // save that falls due while one is under way follows it.
   void SaveAtIntervals(std::chrono::milliseconds interval);
 
+  // Saves besides, because somebody wishes it.
+  void SaveNow();
+
   // Saves for the last time, and waits for that in the loop. A workbook that its file cannot take is saved
   // beside it as well. The result is the file that holds it; empty when it could not be saved at all.
   std::filesystem::path SaveAtEnd();
 
   bool IsSaving() const { return saving_ != nullptr; }
 
-  // "saved 14:05:12", "not saved yet", "not saved: ..."; with ", saving since 14:05:42" where it is.
+  // "saved 14:05:12 (12.3 KB)", "not saved yet", "not saved: ..."; with ", saving since 14:05:42" where it
+  // is.
   std::string State() const;
 
   // A line for a person: that it could not be saved, that it can be again, and that the last save takes its

@@ -34,6 +34,8 @@ class DayTables {
 
   const std::vector<std::string>& Tickers() const { return table_.Tickers(); }
   const std::vector<std::string>& Columns() const { return table_.Columns(); }
+  // What stands above the quote table.
+  std::string Title() const { return table_.Title(); }
   // What is known of each ticker; the cells hold it as of the last Write.
   const QuoteRows& Rows() const { return board_.Rows(); }
   // The names of the vertical tables, in the order of their tickers.

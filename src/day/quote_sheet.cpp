@@ -24,6 +24,8 @@ QuoteSheet::QuoteSheet(excel::Application& application, std::vector<std::string>
   touched_.resize(tickers_.size());
 }
 
+std::string QuoteSheet::Title() const { return TextOf(*sheet_->Range("A1")); }
+
 void QuoteSheet::Touch(std::size_t row) { touched_[row] = true; }
 
 void QuoteSheet::Write(const QuoteRows& rows) {

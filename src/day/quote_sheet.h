@@ -26,6 +26,9 @@ class QuoteSheet {
   const std::vector<std::string>& Tickers() const { return tickers_; }
   const std::vector<std::string>& Columns() const { return columns_; }
 
+  // The text above the table, which says how it is kept up to date.
+  std::string Title() const;
+
   // Notes that the cells of this ticker, counted from 0, are to be written.
   void Touch(std::size_t row);
   // Writes the rows that were touched, each run of them as one block. Column A stays as it is.

@@ -263,11 +263,16 @@ void StreamFeed::NoteLoginResult(std::span<const std::uint8_t> message) {
   }
 }
 
+void StreamFeed::CallAgain() {
+  ++reconnects_;
+  failure_.Guard([this] { Connect(); });
+}
+
 void StreamFeed::ReconnectLater(const std::string& reason) {
   if (!running_) return;
   const Pause pause = std::exchange(pause_, std::min(2 * pause_, kLongestPause));
   for (const auto timer : {reconnect_, listening_}) loop_.StopTimer(timer);
-  reconnect_ = loop_.StartTimer(pause, [this] { failure_.Guard([this] { Connect(); }); });
+  reconnect_ = loop_.StartTimer(pause, [this] { CallAgain(); });
   Status.Raise(reason + "; calling again in " + InSeconds(pause));
 }
 

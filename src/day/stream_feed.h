@@ -52,6 +52,9 @@ class StreamFeed {
   // Ends the subscriptions and the connection, and does not reconnect.
   void Stop();
 
+  // How often it has called QuoteTracker again.
+  int Reconnects() const { return reconnects_; }
+
   // Runs the loop until `done`. What the stream cannot follow is told as a loss, and it goes on behind it;
   // other errors leave.
   void RunUntil(const std::function<bool()>& done);
@@ -77,6 +80,7 @@ class StreamFeed {
   void SweepLater();
   void ListenForSilence();
   void NoteLoginResult(std::span<const std::uint8_t> message);
+  void CallAgain();
   void ReconnectLater(const std::string& reason);
   std::shared_ptr<cQTStreaming> NewStream();
 
@@ -91,6 +95,7 @@ class StreamFeed {
   Pause pause_;
   std::shared_ptr<cQTStreaming> stream_;
   Pause silence_ = kFirstSilence;
+  int reconnects_ = 0;
   bool running_ = false;            // between Start and Stop
   bool heard_ = false;              // a message, since silence was last listened for
   bool received_any_ = false;       // bytes, since then

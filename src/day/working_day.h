@@ -73,6 +73,12 @@ class WorkingDay {
   // Counts the quotes that came, for a status line.
   Pulse& Came() { return came_; }
   const Pulse& Came() const { return came_; }
+  // How the quotes come, as the quote table says it: "Streaming( SOURCE )", "SnapShot( 10 sec)".
+  std::string Source() const { return tables_ ? tables_->Title() : ""; }
+  // cMirelo::DecimalPlacesFormat.
+  std::string PriceFormat() { return facade_.DecimalPlacesFormat(); }
+  // How often a stream was called again.
+  int Reconnects() const { return stream_ ? stream_->Reconnects() : 0; }
   // How many of the quotes that came have reached the sheets.
   std::int64_t Written() const { return written_; }
 

@@ -40,11 +40,22 @@ StandardStream::~StandardStream() { Flush(); }
 void StandardStream::Put(std::string_view bytes) {
   const std::lock_guard lock(mutex_);
   waiting_ += bytes;
-  if (waiting_.size() >= kMuch || (before_ != nullptr && waiting_.ends_with('\n'))) Write();
+  if (waiting_.size() >= kMuch || (before_ != nullptr && !is_held_ && waiting_.ends_with('\n'))) Write();
 }
 
 void StandardStream::Flush() {
   const std::lock_guard lock(mutex_);
+  if (!is_held_) Write();
+}
+
+void StandardStream::Hold() {
+  const std::lock_guard lock(mutex_);
+  is_held_ = true;
+}
+
+void StandardStream::Release() {
+  const std::lock_guard lock(mutex_);
+  is_held_ = false;
   Write();
 }
 

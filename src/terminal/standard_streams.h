@@ -35,6 +35,11 @@ class StandardStream : public Output {
   // Forgets that something could not be written.
   void Forgive() { error_ = 0; }
 
+  // From now on what is put into it waits, as long as another has the terminal; until Release, which writes
+  // it. What is more than a person would read then is written at once all the same.
+  void Hold();
+  void Release();
+
   bool IsTerminal() const;
   // The characters of a line of the terminal; 0 where it is none and lines have no end.
   std::size_t LineWidth() const;
@@ -47,6 +52,7 @@ class StandardStream : public Output {
   StandardStream* before_ = nullptr;
   std::mutex mutex_;  // guards what follows
   std::string waiting_;
+  bool is_held_ = false;
   std::atomic<int> error_ = 0;
 };
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <set>
 #include <string>
 #include <string_view>
@@ -46,19 +47,13 @@ bool IsObeyed(char32_t c) {
          (c >= kAnyByte && c < kAnyByte + 0x100);
 }
 
-// The program's own colours, and how it clears the screen for a table that stands in place.
-std::string WithoutOwnSequences(std::string text) {
-  constexpr std::string_view kClear = "\033[H\033[2J";
-  for (std::size_t at; (at = text.find(kClear)) != std::string::npos;) text.erase(at, kClear.size());
-  for (std::size_t at = 0; (at = text.find("\033[", at)) != std::string::npos;) {
-    const std::size_t end = text.find_first_not_of("0123456789;", at + 2);
-    if (end != std::string::npos && text[end] == 'm') {
-      text.erase(at, end + 1 - at);
-    } else {
-      ++at;
-    }
-  }
-  return text;
+// The program's own colours, how it clears the screen for a table that stands in place, and how its screen is
+// opened, painted and left. What hostile texts hold here is not among them but for the step back.
+std::string WithoutOwnSequences(const std::string& text) {
+  static const std::regex own(
+      "\033\\[H\033\\[2J|\033\\[[0-9;]*[mHdGXKABCDrt]|\033\\[J|\033\\[\\?[0-9;]*[hl]|"
+      "\033\\[4[hl]|\033\\(B|\033[=>]|\b");
+  return std::regex_replace(text, own, "");
 }
 
 // How many characters a terminal would obey; forged lines count as well.

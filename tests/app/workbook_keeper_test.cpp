@@ -91,7 +91,7 @@ TEST_F(Keeper, SavesAtIntervals) {
   Write(1);
   Pass(1min);
   EXPECT_EQ(Saved(file), 1);
-  EXPECT_EQ(keeper.State(), "saved 08:36:13");
+  EXPECT_THAT(keeper.State(), ::testing::MatchesRegex(R"(saved 08:36:13 \([0-9.]+ KB\))"));
   Write(2);
   Pass(1h);
   EXPECT_EQ(Saved(file), 2);

@@ -22,10 +22,10 @@ const Rooms kSubsystems{"core", "snapshot", "streaming", "worksheet", "charts", 
 const Rooms kBelowSubsystems{"automation", "forms", "host"};
 
 // What the machine offers and only adapters and programs may touch: sockets, files, windows, other libraries.
-const std::vector<std::string> kMachineHeaders{"sys/",    "netinet/", "arpa/",  "netdb.h", "unistd.h",
-                                               "poll.h",  "fcntl.h",  "curl/",  "sqlite3", "zip.h",
-                                               "pugixml", "xlsx",     "sodium", "spdlog",  "Q",
-                                               "windows", "syslog.h", "CLI/",   "nlohmann"};
+const std::vector<std::string> kMachineHeaders{
+    "sys/",     "netinet/", "arpa/",    "netdb.h",  "unistd.h", "poll.h",   "fcntl.h", "curl/",
+    "sqlite3",  "zip.h",    "pugixml",  "xlsx",     "sodium",   "spdlog",   "Q",       "windows",
+    "syslog.h", "CLI/",     "nlohmann", "curses.h", "term.h",   "termios.h"};
 
 struct Include {
   fs::path file;
@@ -77,7 +77,9 @@ Rooms Allowed(const std::string& room) {
     Rooms rooms = kBelowSubsystems;
     if (room == "adapters/qt") rooms.insert("adapters/poll");  // the steps of its loop
     if (room == "adapters/sqlite" || room == "adapters/sodium") rooms.insert("adapters/proc");  // who locks
-    if (room == "adapters/qt" || room == "adapters/headless") rooms.insert("terminal");         // they print
+    if (room == "adapters/qt" || room == "adapters/headless" || room == "adapters/ncurses") {
+      rooms.insert("terminal");  // they print
+    }
     return rooms;
   }
   return {};  // asked only for the rooms above: app and quotetracker choose freely

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "terminal/key.h"
+#include "terminal/picture.h"
+
+namespace mirelo::ncurses {
+
+// The terminal of the standard output as a screen of text, as long as this exists; what stood there before
+// comes back with its end. That is so for every end of the program that can be caught, too, signals and
+// exit(3) among them. One may exist at a time.
+class Screen {
+ public:
+  // Nothing where the standard output is no terminal that can be used as a screen, or another job has it.
+  static std::unique_ptr<Screen> Open(bool in_color);
+  ~Screen();
+  Screen(const Screen&) = delete;
+  Screen& operator=(const Screen&) = delete;
+
+  // As it is now: a person may change it at any time.
+  terminal::ScreenSize Size();
+
+  // Lets the picture stand there. Only what differs from what stands there is written.
+  void Show(const terminal::Picture& picture);
+
+  // Readable when a key may have been pressed.
+  int KeyDescriptor() const;
+  // The keys that were pressed since the last call, without waiting.
+  std::vector<terminal::Key> Keys();
+
+  // Gives the terminal back until TakeBack, for who is about to stop. TakeBack alone draws all anew, for who
+  // was stopped unasked.
+  void GiveBack();
+  void TakeBack();
+
+ private:
+  struct Terminal;
+  explicit Screen(std::unique_ptr<Terminal> terminal);
+
+  std::unique_ptr<Terminal> terminal_;
+};
+
+}  // namespace mirelo::ncurses
