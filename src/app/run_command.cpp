@@ -7,6 +7,7 @@
 
 #include "app/attended_desktop.h"
 #include "app/checks.h"
+#include "app/day_log.h"
 #include "app/day_view.h"
 #include "app/demonstration.h"
 #include "app/dialog_person.h"
@@ -75,6 +76,7 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
   window->excludes(headless);
   command_->add_flag("--demo", demo_,
                      "Use the built-in QuoteTracker stand-in and settings of its own; yours stay untouched");
+  log_.emplace(*command_);
   wishes_.emplace(*command_);
   command_->footer(
       "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table.\n"
@@ -105,6 +107,8 @@ int RunCommand::Run() try {
 
 int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   for (const auto& setting : wishes.settings) session.given_here.insert(setting.key);
+  DayLog log(log_->Wishes());
+  log.Note("mirelo run, for " + workbook_.string());
   host::Documents& documents = session.documents();
   const auto hold = HoldForDay(documents, workbook_);
   const auto document = OpenOrNew(documents, workbook_);
@@ -119,6 +123,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   }
 
   day::WorkingDay day(host.loop(), host.sockets(), session.replies(), document->Application());
+  log.Follow(day);
   const std::int32_t result = day.ShowDialog();
   if (person && person->Complained()) {
     Err() << "error: " << terminal::Indented(person->Complained()->text) << "\nNothing was committed.\n";
@@ -133,10 +138,12 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   WorkbookKeeper keeper(
       host.loop(), *document, workbook_, [&] { day.Fit(); },
       [&](const std::string& loss) { TellLoss(workbook_, loss); }, MannerOfSaving());
+  log.Follow(keeper);
   DayView view(host.loop(), day, keeper);
   const bool went_well = Follow(session, day, keeper, view);
   const std::filesystem::path saved = keeper.SaveAtEnd();
   view.Summarize(saved.string());
+  log.Note(std::to_string(day.Came().Count()) + " quotes came; the day is over");
   ForgiveOutput();
   if (saved.empty()) Err() << "error: the workbook could not be saved\n";
   const bool was_fruitful = day.Came().Count() > 0;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "app/log_options.h"
 #include "app/wish_options.h"
 #include "app/workbook_keeper.h"
 
@@ -38,6 +39,7 @@ class RunCommand {
   const GlobalOptions& global_;
   CLI::App* command_;
   std::optional<WishOptions> wishes_;
+  std::optional<LogOptions> log_;
   bool demo_ = false;
   bool window_ = false;
   bool headless_ = false;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "app/checks.h"
+#include "app/day_log.h"
 #include "app/exit_code.h"
 #include "app/list_entry.h"
 #include "app/live_screen.h"
@@ -109,6 +110,7 @@ StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : g
   command_->add_option("--date-format", date_format_, "How the column Date is written, in d, m and y")
       ->check(IsDateFormat())
       ->capture_default_str();
+  log_.emplace(*command_);
 }
 
 bool StreamCommand::IsChosen() const { return command_->parsed(); }
@@ -121,9 +123,11 @@ int StreamCommand::Run() {
   const std::string file = StreamerFile(session);
   if (file.empty()) return kFailed;
 
+  DayLog log(log_->Wishes());
   std::optional<Recording> recording;
   if (recording_) recording.emplace(session.host().sockets(), *recording_);
   day::StreamFeed feed(session.facade(), session.host().loop(), session.host().sockets(), tickers_, file);
+  log.Follow(feed, session.host().sockets());
   return Listen(session, feed);
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "app/log_options.h"
+
 namespace CLI {
 class App;
 }
@@ -44,6 +46,7 @@ class StreamCommand {
   bool csv_ = false;
   bool json_ = false;
   std::optional<std::filesystem::path> recording_;
+  std::optional<LogOptions> log_;
 };
 
 }  // namespace mirelo::app

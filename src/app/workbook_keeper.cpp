@@ -130,6 +130,8 @@ void WorkbookKeeper::Save() {
 void WorkbookKeeper::BeginToSave() {
   is_due_again_ = false;
   before_saving_();
+  ++saves_;
+  Note("begins, with all that has been written until now");
   if (manner_ == Manner::kBeside) {
     saving_since_ = TimeNow();
     saving_ = document_.SaveBeside(loop_, file_, tell_loss_,
@@ -147,6 +149,7 @@ void WorkbookKeeper::EndSaving(const std::exception_ptr& failure) {
     return Save();
   }
   const std::string trouble = TextOf(failure);
+  Note(trouble.empty() ? "is in " + file_.string() : "failed: " + trouble);
   state_ = trouble.empty() ? "saved " + TimeNow() + SizeOf(file_) : "not saved: " + trouble;
   if (std::exchange(trouble_, trouble) != trouble)
     Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
@@ -200,6 +203,10 @@ void WorkbookKeeper::LeaveTheFileToOthers() {
   file_ = FreeNameBeside(file_);
   trouble_.clear();
   Tell("Another program has changed " + left + "; saving in " + file_.filename().string() + " from now on");
+}
+
+void WorkbookKeeper::Note(const std::string& line) const {
+  Noted.Raise("save " + std::to_string(saves_) + " " + line);
 }
 
 void WorkbookKeeper::Tell(const std::string& line) const try {

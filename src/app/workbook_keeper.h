@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <functional>
@@ -53,6 +54,9 @@ class WorkbookKeeper {
   // A line for a person: that it could not be saved, that it can be again, and that the last save takes its
   // time. What a handler raises is dropped; saving goes on.
   Event<const std::string&> Status;
+  // For the log: that a save begins and what became of it, each with its number from 1 on. A handler must
+  // raise nothing.
+  Event<const std::string&> Noted;
 
  private:
   void AwaitInterval();
@@ -63,6 +67,7 @@ class WorkbookKeeper {
   void AwaitEndOfSaving();
   void TellOfWaiting(std::chrono::seconds pause);
   void LeaveTheFileToOthers();
+  void Note(const std::string& line) const;
   void Tell(const std::string& line) const;
 
   host::MessageLoop& loop_;
@@ -75,6 +80,7 @@ class WorkbookKeeper {
   std::string saving_since_;
   std::string trouble_;
   std::unique_ptr<host::Saving> saving_;
+  std::int64_t saves_ = 0;
   bool is_due_again_ = false;
   bool has_given_way_ = false;  // to another program, at the save before this one
   std::chrono::milliseconds interval_{};

@@ -5,6 +5,7 @@
 
 #include "automation/text.h"
 #include "core/cMirelo.h"
+#include "day/quote_trail.h"
 #include "host/excel/application.h"
 #include "host/excel/worksheet.h"
 #include "worksheet/vertical_sheets.h"
@@ -63,6 +64,18 @@ std::vector<std::string> DayTables::HistorySheets() const {
   return names;
 }
 
+void DayTables::Follow(const QuoteTrail& trail) {
+  trail_ = &trail;
+  for (std::size_t ticker = 0; ticker < Tickers().size(); ++ticker) {
+    if (trail.Follows(Tickers()[ticker])) followed_.emplace(ticker, 0);
+  }
+  for (const std::string& ticker : trail.Tickers()) {
+    const bool has_row =
+        std::ranges::any_of(Tickers(), [&](const auto& name) { return EqualText(name, ticker); });
+    if (!has_row) trail.Note(ticker, "the quote table has no row of this ticker");
+  }
+}
+
 void DayTables::Take(const cQTData& quote) {
   const std::size_t ticker = board_.Take(quote);
   if (ticker < Tickers().size()) Note(ticker);
@@ -75,6 +88,8 @@ void DayTables::Take(std::size_t ticker, QuoteRow row) {
   board_.Put(ticker, std::move(row));
   if (is_new) return Note(ticker);
   table_.Touch(ticker);
+  if (followed_.contains(ticker))
+    trail_->Note(Tickers()[ticker], "nothing is new but the time, so history gets no row");
 }
 
 void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
@@ -90,6 +105,7 @@ void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
 void DayTables::Note(std::size_t ticker) {
   table_.Touch(ticker);
   ++unwritten_;
+  if (const auto followed = followed_.find(ticker); followed != followed_.end()) ++followed->second;
   const auto history = histories_.find(ticker);
   if (history == histories_.end()) return;
   const QuoteRow& row = Rows()[ticker];
@@ -114,6 +130,21 @@ bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
   return false;
 }
 
+// Of quotes that were written together all are in the history, and the newest in the table.
+void DayTables::NoteWritten(std::size_t ticker) const {
+  const std::int64_t quotes = followed_.at(ticker);
+  std::string line = "written to " + table_.CellsOf(ticker);
+  if (quotes > 1) line += ", the newest of " + std::to_string(quotes) + " quotes since the last time";
+  if (const auto history = histories_.find(ticker); history == histories_.end()) {
+    line += "; it has no history";
+  } else if (const std::string cells = history->second.CellsWritten(); !cells.empty()) {
+    line += "; history at the foot of " + cells;
+  } else {
+    line += "; its history has no room left";
+  }
+  trail_->Note(Tickers()[ticker], line);
+}
+
 std::int64_t DayTables::Write() {
   const StillScreen still(application_);
   table_.Write(Rows());
@@ -121,6 +152,10 @@ std::int64_t DayTables::Write() {
     if (!histories_.at(ticker).Write()) ++full_sheets_;
   }
   charts_.Update(touched_);
+  for (auto& [ticker, quotes] : followed_) {
+    if (quotes > 0) NoteWritten(ticker);
+    quotes = 0;
+  }
   touched_.clear();
   return std::exchange(unwritten_, 0);
 }

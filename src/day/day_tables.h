@@ -25,6 +25,8 @@ class Application;
 
 namespace mirelo::day {
 
+class QuoteTrail;
+
 // The tables of a working day, as Go has left them in the workbook: the quote table, and the vertical tables
 // of those tickers that have one. Quotes are taken one by one and written together.
 class DayTables {
@@ -40,6 +42,9 @@ class DayTables {
   const QuoteRows& Rows() const { return board_.Rows(); }
   // The names of the vertical tables, in the order of their tickers.
   std::vector<std::string> HistorySheets() const;
+
+  // Notes there what becomes of quotes. It must outlive this.
+  void Follow(const QuoteTrail& trail);
 
   // A streamed quote. History gets a row. A ticker that the table does not have is passed over.
   void Take(const cQTData& quote);
@@ -64,6 +69,7 @@ class DayTables {
  private:
   void Cut(std::size_t ticker, QuoteRow& row);
   void Note(std::size_t ticker);
+  void NoteWritten(std::size_t ticker) const;
   bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
 
   host::excel::Application& application_;
@@ -77,6 +83,10 @@ class DayTables {
   std::set<std::pair<std::size_t, std::size_t>> cuts_;  // numbers of ticker and column
   std::vector<std::string> untold_cuts_;
   int full_sheets_ = 0;
+
+  const QuoteTrail* trail_ = nullptr;
+  std::map<std::size_t, std::int64_t>
+      followed_;  // tickers on the trail, with their quotes since the last Write
 };
 
 }  // namespace mirelo::day

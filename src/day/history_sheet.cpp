@@ -95,7 +95,15 @@ void HistorySheet::Append(const QuoteRow& row) {
   }
 }
 
+std::string HistorySheet::CellsWritten() const {
+  if (written_height_ == 0) return {};
+  const auto width = static_cast<std::int32_t>(fields_.size());
+  const auto block = sheet_->Cells(written_row_, 1)->Resize(written_height_, width);
+  return sheet_->Name() + "!" + block->Address(false, false);
+}
+
 bool HistorySheet::Write() {
+  written_height_ = 0;
   if (waiting_ == 0) return true;
   bool fits = true;
   if (limit_ == 0) {
@@ -132,6 +140,8 @@ void HistorySheet::WriteFrom(std::int32_t row, std::size_t first) {
     const Cells& cells = rows_[first + static_cast<std::size_t>(r) - 1];
     for (std::int32_t c = 1; c <= width; ++c) block(r, c) = cells[static_cast<std::size_t>(c) - 1];
   }
+  written_row_ = row;
+  written_height_ = height;
   sheet_->Cells(row, 1)->Resize(height, width)->Value(std::move(block));
 }
 

@@ -35,6 +35,9 @@ class HistorySheet {
   // Writes what was appended, as one block. Rows above the limit go, the oldest first. False when the sheet
   // has no room left for some of the rows.
   bool Write();
+  // The cells that the last Write has filled, for a person: "Quotes_Vertical(MSFT)!A3:F22"; empty when it had
+  // nothing to write or no room.
+  std::string CellsWritten() const;
 
  private:
   HistorySheet(std::shared_ptr<host::excel::Worksheet> sheet, const std::vector<std::string>& columns,
@@ -52,6 +55,8 @@ class HistorySheet {
   // With a limit all rows, of which the last `waiting_` are not on the sheet yet; without one those alone.
   std::deque<Cells> rows_;
   std::size_t waiting_ = 0;
+  std::int32_t written_row_ = 0;     // where the last block written begins
+  std::int32_t written_height_ = 0;  // of how many rows; 0 for none
 };
 
 }  // namespace mirelo::day

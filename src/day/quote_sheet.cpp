@@ -1,5 +1,6 @@
 #include "day/quote_sheet.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "automation/variant.h"
@@ -53,6 +54,12 @@ void QuoteSheet::WriteBlock(const QuoteRows& rows, std::size_t first, std::size_
   sheet_->Cells(kFirstTickerRow + static_cast<std::int32_t>(first), 2)
       ->Resize(height, width)
       ->Value(std::move(block));
+}
+
+std::string QuoteSheet::CellsOf(std::size_t row) const {
+  const auto width = std::max(1, static_cast<std::int32_t>(columns_.size()) - 1);
+  const auto first = sheet_->Cells(kFirstTickerRow + static_cast<std::int32_t>(row), 2);
+  return sheet_->Name() + "!" + first->Resize(1, width)->Address(false, false);
 }
 
 void QuoteSheet::Fit() {

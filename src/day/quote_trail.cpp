@@ -1,5 +1,6 @@
 #include "day/quote_trail.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "automation/ansi.h"
@@ -19,6 +20,14 @@ std::string_view AsText(std::span<const std::uint8_t> bytes) {
 std::string InBytes(std::size_t count) { return std::to_string(count) + (count == 1 ? " byte" : " bytes"); }
 
 }  // namespace
+
+std::string ValuesText(const std::vector<std::string>& columns, const QuoteRow& row) {
+  std::string text;
+  for (std::size_t c = 0; c < std::min(columns.size(), row.size()); ++c) {
+    if (!row[c].IsNothing()) text += " " + columns[c] + "=" + row[c].ToText();
+  }
+  return text;
+}
 
 QuoteTrail::QuoteTrail(host::Log& log, const std::vector<std::string>& tickers) : log_(log) {
   for (const std::string& ticker : tickers) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "automation/event.h"
+#include "day/quote_rows.h"
 #include "host/log.h"
 
 namespace mirelo::wire {
@@ -15,6 +16,9 @@ class ObservedSockets;
 }
 
 namespace mirelo::day {
+
+// The values of a quote as they came, for the trail: " Last=26.05 Bid=26.04". What it lacks is left out.
+std::string ValuesText(const std::vector<std::string>& columns, const QuoteRow& row);
 
 // Writes down what becomes of the quotes of some tickers, step by step, for somebody who asks why one is not
 // in its cell. Each place where a quote can end its way says so here.
@@ -26,6 +30,8 @@ class QuoteTrail {
   QuoteTrail(const QuoteTrail&) = delete;
   QuoteTrail& operator=(const QuoteTrail&) = delete;
 
+  // The tickers, each once.
+  const std::vector<std::string>& Tickers() const { return tickers_; }
   bool Follows(std::string_view ticker) const;
 
   // Writes down what became of a quote of the ticker, if that is followed: "MSFT: ...".

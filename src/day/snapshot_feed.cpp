@@ -7,6 +7,7 @@
 #include "automation/text.h"
 #include "automation/visible_text.h"
 #include "core/cMirelo.h"
+#include "day/quote_trail.h"
 #include "snapshot/column_vocabulary.h"
 #include "snapshot/tickers_per_request.h"
 #include "wire/mended_replies.h"
@@ -120,11 +121,15 @@ std::optional<QuoteRows> SnapshotFeed::Fetch() {
   const Variant reply = facade_.GetLastQuote(tickers);
   const Flaws flaws = replies_.TakeFlaws();
   KeepVolumes(flaws, volumes.AsArray());
-  if (!reply.IsArray()) return std::nullopt;
+  if (!reply.IsArray()) {
+    if (trail_ != nullptr) trail_->NoteForAll("QuoteTracker was asked and gave no quotes");
+    return std::nullopt;
+  }
 
   QuoteRows rows = RowsOf(reply.AsArray());
   LeaveOut(flaws, rows);
   Tell(flaws);
+  if (trail_ != nullptr) NoteCame(rows, flaws);
   return rows;
 }
 
@@ -204,6 +209,21 @@ void SnapshotFeed::Tell(const Flaws& flaws) {
       names.push_back(asked_[flaw.ticker] + WhatIsWrong(flaw));
     }
     if (!names.empty()) Told.Raise(std::string(BeginningOf(kind)) + Listed(names));
+  }
+}
+
+void SnapshotFeed::NoteCame(const QuoteRows& rows, const Flaws& flaws) const {
+  for (const wire::QuoteFlaw& flaw : flaws) {
+    if (flaw.ticker >= places_.size()) continue;
+    trail_->Note(asked_[flaw.ticker],
+                 std::string(BeginningOf(flaw.kind)) + asked_[flaw.ticker] + WhatIsWrong(flaw));
+  }
+  for (std::size_t place = 0; place < tickers_.size(); ++place) {
+    if (!trail_->Follows(tickers_[place])) continue;
+    trail_->Note(tickers_[place],
+                 std::ranges::find(places_, place) == places_.end()
+                     ? "it cannot be asked for, as a ticker holds no comma or bracket"
+                     : "QuoteTracker was asked and sent" + ValuesText(columns_, rows[place]));
   }
 }
 

@@ -23,6 +23,8 @@ class cMirelo;
 
 namespace mirelo::day {
 
+class QuoteTrail;
+
 // Quotes that are asked for, by the macros' part of the snapshot route: gives the facade its column order and
 // the volume table, and asks it for quotes, once for each Fetch. What is wrong with one ticker costs the
 // others nothing.
@@ -35,6 +37,9 @@ class SnapshotFeed {
   const std::vector<std::string>& Tickers() const { return tickers_; }
   // The visible columns, in table order, as the settings name them.
   const std::vector<std::string>& Columns() const { return columns_; }
+
+  // Notes there what becomes of quotes. It must outlive the feed.
+  void Follow(const QuoteTrail& trail) { trail_ = &trail; }
 
   // A row per ticker, a value per column of Columns(); it is nothing when the column is unknown or
   // QuoteTracker sent nothing for it. No rows when QuoteTracker could not be asked or did not answer as it
@@ -57,6 +62,7 @@ class SnapshotFeed {
   void KeepVolumes(const Flaws& flaws, const VariantArray& before);
   void TellUnasked();
   void Tell(const Flaws& flaws);
+  void NoteCame(const QuoteRows& rows, const Flaws& flaws) const;
   bool IsMissed(const wire::QuoteFlaw& flaw) const;
 
   cMirelo& facade_;
@@ -69,6 +75,7 @@ class SnapshotFeed {
   std::vector<Reading> readings_;    // of their texts
   std::set<std::pair<std::size_t, wire::QuoteFlaw::Kind>> told_;
   bool told_unasked_ = false;
+  const QuoteTrail* trail_ = nullptr;
 };
 
 // Whether a request for quotes can name the ticker: it is not empty, and holds no comma, bracket or invisible

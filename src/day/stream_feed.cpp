@@ -212,12 +212,8 @@ void StreamFeed::TellFailure(const std::string& ticker) noexcept {
 
 void StreamFeed::NoteCame(const cQTData& quote) const {
   if (!trail_->Follows(quote.Symbol())) return;
-  std::string line = "quote " + quote.NameID() + ":";
-  const QuoteRow fields = QuoteFields(quote);
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    if (!fields[i].IsNothing()) line += " " + QuoteBoard::AllColumns()[i] + "=" + fields[i].ToText();
-  }
-  Note(quote.Symbol(), line);
+  Note(quote.Symbol(),
+       "quote " + quote.NameID() + ":" + ValuesText(QuoteBoard::AllColumns(), QuoteFields(quote)));
   if (!IsAskedFor(quote.Symbol()))
     Note(quote.Symbol(), "nobody has asked for this ticker; the quote is left out");
 }

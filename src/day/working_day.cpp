@@ -11,6 +11,7 @@
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
 #include "day/dialog_result.h"
+#include "day/quote_trail.h"
 #include "day/stored_source.h"
 #include "host/excel/application.h"
 #include "wire/observed_sockets.h"
@@ -52,11 +53,18 @@ std::int32_t WorkingDay::ShowDialog() {
   return result_;
 }
 
+void WorkingDay::Follow(QuoteTrail& trail) {
+  trail_ = &trail;
+  trail.Watch(sockets_);
+}
+
 void WorkingDay::Start() {
   tables_.emplace(*application_, facade_);
+  if (trail_ != nullptr) tables_->Follow(*trail_);
   if (tables_->Tickers().empty()) throw RuntimeError(9, "The quote table holds no tickers");
   if (result_ == kToStream) return Listen();
   snapshot_.emplace(facade_, replies_, tables_->Tickers());
+  if (trail_ != nullptr) snapshot_->Follow(*trail_);
   snapshot_->Told.Subscribe([this](const std::string& text) { Status.Raise(text); });
   Ask();
 }
@@ -112,6 +120,7 @@ void WorkingDay::Listen() {
         5, "no quote source is named \"" + source + "\"; fetch their names with: mirelo sources --update");
   }
   stream_.emplace(facade_, loop_, sockets_, tables_->Tickers(), file);
+  if (trail_ != nullptr) stream_->Follow(*trail_);
   stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
   stream_->Start();

@@ -26,6 +26,8 @@ class Application;
 
 namespace mirelo::day {
 
+class QuoteTrail;
+
 // The macros' part in a working day: it holds the facade, shows the settings dialog, and then, as that was
 // answered, asks for quotes at the pace of the settings or listens to the stream, and writes what comes into
 // the workbook.
@@ -50,6 +52,9 @@ class WorkingDay {
 
   // The facade's LoadFrmMirelo: 77 (quotes are to be streamed), 78 (asked for) or 2 (nothing was committed).
   std::int32_t ShowDialog();
+
+  // Notes there what becomes of each quote; to be called before Start. It must outlive the day.
+  void Follow(QuoteTrail& trail);
 
   // Begins what the dialog was ended with; to be called once, after it was committed. Raises what a missing
   // credential, quote source or quote table raises.
@@ -99,6 +104,7 @@ class WorkingDay {
   wire::MendedReplies& replies_;
   std::shared_ptr<host::excel::Application> application_;
   cMirelo facade_;
+  const QuoteTrail* trail_ = nullptr;
   std::int32_t result_ = 0;
   std::optional<DayTables> tables_;
   std::optional<SnapshotFeed> snapshot_;

@@ -12,6 +12,7 @@
 #include "app/attended_desktop.h"
 #include "app/dialog_wishes.h"
 #include "automation/variant.h"
+#include "day/quote_trail.h"
 #include "day/working_day.h"
 #include "dialog/scripted_portfolios.h"
 #include "support/answering_internet.h"
@@ -65,7 +66,8 @@ class Day : public ::testing::Test {
   ScriptedPortfolios portfolios;
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
   app::DialogWishes wishes;
-  std::vector<std::string> told;  // the day's lines for a person
+  day::QuoteTrail* trail = nullptr;  // that is followed, if any
+  std::vector<std::string> told;     // the day's lines for a person
   std::optional<day::WorkingDay> day;
 };
 

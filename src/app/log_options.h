@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/log.h"
+
+namespace CLI {
+class App;
+}
+
+namespace mirelo::app {
+
+// What a command is to write down, and where.
+struct LogWishes {
+  std::optional<std::filesystem::path> file;
+  host::Log::Level least = host::Log::Level::Info;
+  std::vector<std::string> explained;  // tickers
+};
+
+// The options of a command that say so.
+class LogOptions {
+ public:
+  explicit LogOptions(CLI::App& command);
+  LogOptions(const LogOptions&) = delete;  // the command's options point in here
+  LogOptions& operator=(const LogOptions&) = delete;
+
+  LogWishes Wishes() const;
+
+ private:
+  LogWishes wishes_;  // but for what follows
+  std::string least_ = "info";
+  std::string explained_;
+};
+
+}  // namespace mirelo::app
