@@ -68,7 +68,9 @@ PageNotes MireloNotes() {
   notes.files = {{"$XDG_DATA_HOME/mirelo/registry.db",
                   "The settings. Where XDG_DATA_HOME is not set, ~/.local/share stands for it."},
                  {"$XDG_DATA_HOME/mirelo/",
-                  "The sealed credentials for the stream and the key that they are sealed with."}};
+                  "The sealed credentials for the stream and the key that they are sealed with."},
+                 {"$XDG_STATE_HOME/mirelo/mirelo.log",
+                  "What --explain writes. Where XDG_STATE_HOME is not set, ~/.local/state stands for it."}};
   notes.examples = {{"mirelo run --demo", "A demonstration that needs neither QuoteTracker nor settings."},
                     {"mirelo quotes MSFT IBM", "The current quotes, as a table."},
                     {"mirelo settings set Seconds 15", "Update quote tables every 15 seconds."}};
