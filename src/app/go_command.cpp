@@ -16,6 +16,7 @@
 #include "automation/text.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "day/chart_labels.h"
 #include "day/dialog_result.h"
 #include "day/stored_source.h"
 #include "terminal/standard_streams.h"
@@ -70,6 +71,7 @@ int GoCommand::Run() try {
     Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
     return complaint->code;
   }
+  if (day::IsCommitted(result)) day::UncoverFirstBars(*document->Application());
   if (workbook_ && day::IsCommitted(result)) SaveAfterGo(*workbook_, *document);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {

@@ -6,6 +6,7 @@
 #include "app/session.h"
 #include "app/workbook_file.h"
 #include "automation/variant.h"
+#include "day/chart_labels.h"
 #include "day/dialog_result.h"
 #include "terminal/standard_streams.h"
 
@@ -21,6 +22,7 @@ int ShowDialog(Session& session, const std::optional<std::filesystem::path>& wor
   facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   const bool committed = day::IsCommitted(result);
+  if (committed) day::UncoverFirstBars(*document->Application());
   if (committed && workbook) SaveAfterGo(*workbook, *document);
   Out() << result << "\n";
   return committed ? kGood : kFailed;

@@ -1,6 +1,7 @@
 #include "day/history_sheet.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "automation/text.h"
@@ -87,6 +88,7 @@ void HistorySheet::Append(const QuoteRow& row) {
   for (std::size_t field = 0; field < fields_.size(); ++field) {
     const std::size_t source = sources_[field];
     cells.push_back(source < row.size() ? row[source].ToCell() : Variant());
+    if (source < row.size()) NoteLength(field, row[source]);
   }
   ++waiting_;
   if (limit_ > 0 && waiting_ > static_cast<std::size_t>(limit_)) {  // it would be gone before it was seen
@@ -143,6 +145,42 @@ void HistorySheet::WriteFrom(std::int32_t row, std::size_t first) {
   written_row_ = row;
   written_height_ = height;
   sheet_->Cells(row, 1)->Resize(height, width)->Value(std::move(block));
+  if (std::exchange(is_too_narrow_, false)) Widen(row, height);
+}
+
+// How long a number is shown hangs on its whole digits, that of a moment on its format alone.
+void HistorySheet::NoteLength(std::size_t field, const QuoteValue& value) {
+  longest_.resize(fields_.size());
+  std::int32_t length = 0;
+  if (value.kind() == QuoteValue::Kind::Number) {
+    const double number = value.ToNumber();
+    const double size = std::max(std::fabs(number), 1.0);
+    length = 1 + static_cast<std::int32_t>(std::log10(size)) + (number < 0 ? 1 : 0);
+  } else {
+    length = Len(value.text());
+  }
+  if (length <= longest_[field]) return;
+  longest_[field] = length;
+  is_too_narrow_ = true;
+}
+
+void HistorySheet::Widen(std::int32_t row, std::int32_t height) {
+  if (!std::exchange(is_header_fitted_, true)) FitToRows(kFieldRow, 1);
+  FitToRows(row, height);
+}
+
+// Columns that are wide enough stay as they are: the person may have made them so.
+void HistorySheet::FitToRows(std::int32_t row, std::int32_t height) {
+  const auto width = static_cast<std::int32_t>(fields_.size());
+  std::vector<double> before;
+  for (std::int32_t column = 1; column <= width; ++column)
+    before.push_back(sheet_->Cells(1, column)->ColumnWidth().ToDouble());
+  sheet_->Cells(row, 1)->Resize(height, width)->Columns()->AutoFit();
+  for (std::int32_t column = 1; column <= width; ++column) {
+    const auto cell = sheet_->Cells(1, column);
+    const double least = before[static_cast<std::size_t>(column) - 1];
+    if (cell->ColumnWidth().ToDouble() < least) cell->ColumnWidth(least);
+  }
 }
 
 }  // namespace mirelo::day

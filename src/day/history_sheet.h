@@ -32,8 +32,9 @@ class HistorySheet {
 
   // Notes a row that is to be written.
   void Append(const QuoteRow& row);
-  // Writes what was appended, as one block. Rows above the limit go, the oldest first. False when the sheet
-  // has no room left for some of the rows.
+  // Writes what was appended, as one block, and widens columns that have got something wider than ever
+  // before; none becomes narrower. Rows above the limit go, the oldest first. False when the sheet has no
+  // room left for some of the rows.
   bool Write();
   // The cells that the last Write has filled, for a person: "Quotes_Vertical(MSFT)!A3:F22"; empty when it had
   // nothing to write or no room.
@@ -44,6 +45,9 @@ class HistorySheet {
                std::int32_t limit);
   void ReadHistory();
   void WriteFrom(std::int32_t row, std::size_t first);
+  void NoteLength(std::size_t field, const QuoteValue& value);
+  void Widen(std::int32_t row, std::int32_t height);
+  void FitToRows(std::int32_t row, std::int32_t height);
 
   using Cells = std::vector<Variant>;
 
@@ -55,8 +59,11 @@ class HistorySheet {
   // With a limit all rows, of which the last `waiting_` are not on the sheet yet; without one those alone.
   std::deque<Cells> rows_;
   std::size_t waiting_ = 0;
-  std::int32_t written_row_ = 0;     // where the last block written begins
-  std::int32_t written_height_ = 0;  // of how many rows; 0 for none
+  std::int32_t written_row_ = 0;       // where the last block written begins
+  std::int32_t written_height_ = 0;    // of how many rows; 0 for none
+  std::vector<std::int32_t> longest_;  // of each field, in characters of a value without its format
+  bool is_too_narrow_ = true;          // as long as nothing has been written
+  bool is_header_fitted_ = false;
 };
 
 }  // namespace mirelo::day

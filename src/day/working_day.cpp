@@ -10,6 +10,7 @@
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "day/chart_labels.h"
 #include "day/dialog_result.h"
 #include "day/quote_trail.h"
 #include "day/stored_source.h"
@@ -50,6 +51,7 @@ WorkingDay::~WorkingDay() {
 
 std::int32_t WorkingDay::ShowDialog() {
   result_ = facade_.LoadFrmMirelo();
+  if (IsCommitted(result_)) UncoverFirstBars(*application_);
   return result_;
 }
 

@@ -53,6 +53,21 @@ TEST_P(RangePlace, OfTheWholeSheetReachesToItsEnd) {
   EXPECT_EQ(sheet->Rows("3")->Width(), sheet->Cells()->Width());
 }
 
+TEST_P(RangePlace, IsAsWideAsSoManyDigits) {
+  EXPECT_EQ(Range("B1")->ColumnWidth(), Variant(8.43));
+  Range("B1:C9")->ColumnWidth(20);
+  EXPECT_EQ(Range("B7")->ColumnWidth(), Variant(20.0));
+  EXPECT_EQ(Range("B1")->Width(), 145 * 0.75);
+  EXPECT_EQ(Range("D1")->ColumnWidth(), Variant(8.43));
+  EXPECT_TRUE(Range("B1:D1")->ColumnWidth().IsEmpty()) << "they differ";
+  for (const double digits : {0.0, 0.5, 1.0, 8.43, 30.71, 255.0}) {
+    Range("B1")->ColumnWidth(digits);
+    EXPECT_EQ(Range("B1")->ColumnWidth(), Variant(digits));
+  }
+  for (const double digits : {-1.0, 255.5})
+    EXPECT_EQ(NumberOf([&] { Range("B1")->ColumnWidth(digits); }), 1004) << digits;
+}
+
 class WindowOnSheet : public ChartedSheet {
  protected:
   std::string Seen() { return application->ActiveWindow()->VisibleRange()->Address(false, false); }
@@ -86,6 +101,27 @@ TEST_P(WindowOnSheet, ShowsTheSheetInFront) {
 
 MIRELO_AGAINST_ALL(RangePlace);
 MIRELO_AGAINST_ALL(WindowOnSheet);
+
+class ChartBesideColumns : public ChartedSheet {};
+
+TEST_P(ChartBesideColumns, StaysBesideThemWhenTheyGetOtherWidths) {
+  const ShapePtr shape = ShapeOf(AddChart());
+  shape->Left(Range("D1")->Left());
+  const double width = shape->Width();
+  Range("B1")->ColumnWidth(30);
+  EXPECT_EQ(shape->Left(), Range("D1")->Left());
+  Put("C1", "a text that is wider than its column");
+  sheet->Columns("C")->AutoFit();
+  EXPECT_EQ(shape->Left(), Range("D1")->Left());
+  Range("B1")->ColumnWidth(2);
+  EXPECT_EQ(shape->Left(), Range("D1")->Left());
+  EXPECT_EQ(shape->Width(), width);
+  Range("E1")->ColumnWidth(30);
+  EXPECT_EQ(shape->Left(), Range("D1")->Left());
+  EXPECT_GT(shape->Width(), width) << "it grows with the cells beneath";
+}
+
+MIRELO_AGAINST_ALL(ChartBesideColumns);
 
 }  // namespace
 }  // namespace mirelo::testing

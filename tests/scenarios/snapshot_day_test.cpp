@@ -186,6 +186,34 @@ TEST_F(SnapshotDay, GoesOnWithAHistoryOfLongTexts) {
   EXPECT_NE(Text(History("MSFT"), 3, 1), longest) << "it is moved up and out";
 }
 
+TEST_F(SnapshotDay, WidensTheColumnsOfAHistoryForWhatTheyHold) {
+  wishes.ticks.push_back({"MSFT", "Date"});
+  Begin();
+  const auto sheet = spreadsheet.Application()->Worksheets()->Item(History("MSFT"));
+  const auto width = [&](std::int32_t column) { return sheet->Cells(1, column)->ColumnWidth().ToDouble(); };
+  const auto column_of = [&](const char* field) {
+    std::int32_t column = 1;
+    while (sheet->Cells(2, column)->Value() != Variant(field)) ++column;
+    return column;
+  };
+  const std::int32_t last = column_of("Last");
+  EXPECT_GT(width(column_of("LastVolume")), 10) << "of its header's letters in bold";
+  EXPECT_GT(width(column_of("Date")), 9.5) << "a date of ten characters";
+
+  const double before = width(last);
+  Reply({{"MSFT", "123456789012.35", "2000"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_GT(width(last), before);
+  const double widest = width(last);
+  Reply({{"MSFT", "1", "3000"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_EQ(width(last), widest) << "it gets no narrower";
+  sheet->Cells(1, last)->ColumnWidth(50);
+  Reply({{"MSFT", "999999999999999", "4000"}, {"IBM"}});
+  Pass(15s);
+  EXPECT_EQ(width(last), 50) << "a person may have made it so";
+}
+
 TEST_F(SnapshotDay, AppendsEachNewQuoteToTheHistoryInTheOrderOfTheFields) {
   Begin();
   Pass(15s);  // the same quote

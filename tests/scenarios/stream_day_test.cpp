@@ -197,6 +197,7 @@ TEST_F(StreamDay, ReconnectsAfterPausesThatGrowWhenThePeerDrops) {
   EXPECT_EQ(Text(kTable, 3, 2), "30");
   winsock.Newest().Drop();
   EXPECT_EQ(told.back(), "reset by peer; calling again in 1 second") << "it had streamed";
+  EXPECT_EQ(day->Reconnects(), 2) << "until now";
 }
 
 TEST_F(StreamDay, KeepsTheHistoryOverARestartOfThePeer) {
@@ -288,6 +289,39 @@ TEST_F(ChartedDay, ShowsTheLastPointsOfTheHistory) {
   for (int step = 1; step <= 9; ++step) Quote(Trade(20 + step, 1000 + 10 * step));
   EXPECT_THAT(Shown("Last"), ElementsAre("25", "26", "27", "28", "29"));
   EXPECT_THAT(Shown("LastVolume"), ElementsAre("10", "10", "10", "10", "10"));
+}
+
+TEST_F(ChartedDay, EndsPlotsAboveTheirLabels) {
+  BeginStreaming();
+  for (const char* title : {"Last", "LastVolume"}) {
+    SCOPED_TRACE(title);
+    const auto plot = Chart(title)->PlotArea();
+    const double label = Chart(title)->ChartTitle()->Top();
+    EXPECT_GT(label, 40) << "it stands at the foot";
+    EXPECT_EQ(plot->Top() + plot->Height(), label);
+  }
+}
+
+TEST_F(ChartedDay, KeepsChartsBesideATableThatGetsWider) {
+  BeginStreaming();
+  const auto sheet = spreadsheet.Application()->Worksheets()->Item(History("MSFT"));
+  const auto left_of_charts = [&] {
+    const auto shapes = sheet->Shapes();
+    std::vector<double> lefts;
+    for (std::int32_t i = 1; i <= shapes->Count(); ++i) {
+      if (shapes->Item(i)->Type() == excel::msoChart) lefts.push_back(shapes->Item(i)->Left());
+    }
+    return lefts;
+  };
+  const auto end_of_table = [&] {
+    std::int32_t column = 1;
+    while (!sheet->Cells(2, column)->Value().IsEmpty()) ++column;
+    return sheet->Cells(2, column)->Left();
+  };
+  const double before = end_of_table();
+  Quote(Trade(123456789.25, 1000));
+  EXPECT_GT(end_of_table(), before);
+  EXPECT_THAT(left_of_charts(), ElementsAre(end_of_table(), end_of_table()));
 }
 
 TEST_F(ChartedDay, ColoursByTheChangeOfTheLastTwoQuotes) {

@@ -89,6 +89,21 @@ TEST(StandardStream, ForComplaintsWritesWholeLinesBehindWhatWasSaidBefore) {
   EXPECT_EQ(file.Text(), "first\nsecond: a\\nb\n");
 }
 
+TEST(StandardStream, WaitsAsLongAsItIsHeld) {
+  SharedFile file;
+  StandardStream out(file.descriptor);
+  StandardStream err(file.descriptor, out);
+  err.Hold();
+  err << "first\n";
+  err.Flush();
+  EXPECT_EQ(file.Text(), "");
+  err << "second\n";
+  err.Release();
+  EXPECT_EQ(file.Text(), "first\nsecond\n");
+  err << "third\n";
+  EXPECT_EQ(file.Text(), "first\nsecond\nthird\n");
+}
+
 TEST(StandardStream, SaysThatItsReaderHasGone) {
   std::signal(SIGPIPE, SIG_IGN);
   std::array<int, 2> ends{};

@@ -8,6 +8,7 @@
 
 #include "adapters/workbook/display/displayed_text.h"
 #include "adapters/workbook/display/text_width.h"
+#include "adapters/workbook/model/column_resize.h"
 
 namespace mirelo::workbook {
 
@@ -29,8 +30,7 @@ void FitColumns(const Book& book, Sheet& sheet, const Area& area) {
     width = std::max(width, FittingWidth(DisplayedText(value, style.number_format), style.font));
   });
   for (const auto& [column, width] : widths) {
-    const std::int32_t pixels = std::min(width, ColumnWidth::kGreatestPixels);
-    sheet.widths.Apply(column, column, [&](ColumnWidth& old) { old.pixels = pixels; });
+    ResizeColumn(sheet, column, std::min(width, ColumnWidth::kGreatestPixels));
   }
 }
 

@@ -9,6 +9,7 @@
 #include "adapters/workbook/display/displayed_text.h"
 #include "adapters/workbook/errors.h"
 #include "adapters/workbook/format_code.h"
+#include "adapters/workbook/model/column_resize.h"
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/model/used_area.h"
 #include "adapters/workbook/objects/border_object.h"
@@ -160,6 +161,23 @@ RangeObject::RangePtr RangeObject::EntireColumn() {
 
 RangeObject::RangePtr RangeObject::EntireRow() {
   return At({block_.area.first_row, 1, block_.area.last_row, kColumns}, View::Rows);
+}
+
+Variant RangeObject::ColumnWidth() {
+  const workbook::ColumnWidth& first = block_.sheet->widths.At(block_.area.first_column);
+  bool are_alike = true;
+  block_.sheet->widths.ForEach(block_.area.first_column, block_.area.last_column,
+                               [&](std::int32_t, std::int32_t, const workbook::ColumnWidth& width) {
+                                 are_alike = are_alike && width == first;
+                               });
+  if (!are_alike) return {};
+  return first.hidden ? 0 : DigitsOfPixels(first.pixels);
+}
+
+void RangeObject::ColumnWidth(double digits) {
+  if (!(digits >= 0 && digits <= kMostDigits)) throw Refused("A column is 0 to 255 digits wide.");
+  for (std::int32_t column = block_.area.first_column; column <= block_.area.last_column; ++column)
+    ResizeColumn(*block_.sheet, column, PixelsOfDigits(digits));
 }
 
 void RangeObject::AutoFit() {

@@ -51,6 +51,8 @@ class RangeObject final : public host::excel::Range {
   double Height() override;
   RangePtr EntireColumn() override;
   RangePtr EntireRow() override;
+  Variant ColumnWidth() override;
+  void ColumnWidth(double digits) override;
   void AutoFit() override;
 
   void Clear() override;

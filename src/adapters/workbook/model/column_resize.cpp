@@ -1,0 +1,50 @@
+#include "adapters/workbook/model/column_resize.h"
+
+#include <cmath>
+
+#include "adapters/workbook/model/sheet_places.h"
+
+namespace mirelo::workbook {
+
+namespace {
+
+constexpr double kPixelsOfDigit = 7;
+constexpr double kPixelsBeside = 5;  // of the digits, in a column of one at least
+constexpr double kPixelsOfOne = kPixelsOfDigit + kPixelsBeside;
+
+// Of Chart::placement.
+constexpr std::int32_t kGrows = 1;
+constexpr std::int32_t kStays = 3;
+
+}  // namespace
+
+void ResizeColumn(Sheet& sheet, std::int32_t column, std::int32_t pixels) {
+  const ColumnWidth& old = sheet.widths.At(column);
+  if (old.pixels == pixels) return;
+  const double wider = old.hidden ? 0 : (pixels - old.pixels) * kPointsPerPixel;
+  const double left = WidthOfColumns(sheet, 1, column - 1);
+  const double right = WidthOfColumns(sheet, 1, column);
+  sheet.widths.Apply(column, column, [&](ColumnWidth& width) { width.pixels = pixels; });
+  for (const auto& chart : sheet.charts.all) {
+    ChartBox& place = chart->place;
+    if (chart->placement == kStays) continue;
+    if (place.left >= right) {
+      place.left += wider;
+    } else if (chart->placement == kGrows && place.left <= left && place.left + place.width >= right) {
+      place.width += wider;
+    }
+  }
+}
+
+double DigitsOfPixels(std::int32_t pixels) {
+  const double digits =
+      pixels < kPixelsOfOne ? pixels / kPixelsOfOne : (pixels - kPixelsBeside) / kPixelsOfDigit;
+  return std::round(digits * 100) / 100;
+}
+
+std::int32_t PixelsOfDigits(double digits) {
+  const double pixels = digits < 1 ? digits * kPixelsOfOne : digits * kPixelsOfDigit + kPixelsBeside;
+  return static_cast<std::int32_t>(std::round(pixels));
+}
+
+}  // namespace mirelo::workbook
