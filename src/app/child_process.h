@@ -24,6 +24,7 @@ class ChildProcess {
   std::optional<std::string> ReadLine(std::chrono::milliseconds patience);
 
   bool IsRunning();
+  pid_t Id() const { return pid_; }  // -1 once it is known to have ended
 
   // Sends it a signal; one that has ended gets none.
   void Signal(int signal);

@@ -11,7 +11,9 @@
 #include <functional>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -25,6 +27,7 @@
 #include "support/child_process.h"
 #include "support/manual_clock.h"
 #include "support/manual_loop.h"
+#include "support/processes.h"
 #include "support/temp_directory.h"
 #include "support/test_host.h"
 
@@ -202,9 +205,151 @@ TEST_F(Keeper, SavesInAFileAgainThatWasRemoved) {
   EXPECT_THAT(told, IsEmpty());
 }
 
+TEST_F(Keeper, BreaksOffWhatItSavesWhenItEnds) {
+  std::filesystem::create_directory(inner);
+  {
+    app::WorkbookKeeper short_one(
+        loop, *document, file, [] {}, [](const std::string&) {});
+    short_one.SaveAtIntervals(1h);
+    loop.Advance(1h);
+    EXPECT_TRUE(short_one.IsSaving());
+  }
+  EXPECT_EQ(loop.WatchCount(), 0U);
+  EXPECT_THAT(ChildrenOf(::getpid()), IsEmpty());
+  EXPECT_THAT(std::distance(std::filesystem::directory_iterator(inner), {}), ::testing::Le(1));
+}
+
 TEST_F(Keeper, SaysThatNothingCouldBeSavedAtAll) {
   EXPECT_EQ(keeper.SaveAtEnd(), std::filesystem::path());
   EXPECT_THAT(told, ElementsAre(StartsWith("Not saved, going on: "), StartsWith("Not saved, going on: ")));
+}
+
+// A document of which a save takes as long as a test has it.
+class SlowDocument : public host::Document {
+ public:
+  explicit SlowDocument(ManualLoop& loop) : loop_(loop) {}
+  ~SlowDocument() override { loop_.StopTimer(timer_); }
+
+  std::shared_ptr<host::excel::Application> Application() const override { return nullptr; }
+  std::vector<std::string> NewLosses() override { return {}; }
+  void Save(const std::filesystem::path&, const Tell&) override {
+    ++saved_in_place;
+    std::this_thread::sleep_for(in_place_takes);
+  }
+  std::unique_ptr<host::Saving> SaveBeside(host::MessageLoop&, const std::filesystem::path&, Tell,
+                                           Done done) override {
+    if (!can_be_saved_beside) return nullptr;
+    ++begun;
+    timer_ = loop_.StartTimer(takes, [this, done = std::move(done)] {
+      ++ended;
+      done(nullptr);
+    });
+    return std::make_unique<host::Saving>();
+  }
+
+  bool can_be_saved_beside = true;
+  std::chrono::milliseconds takes{};
+  std::chrono::milliseconds in_place_takes{};
+  int begun = 0;
+  int ended = 0;
+  int saved_in_place = 0;
+
+ private:
+  ManualLoop& loop_;
+  host::MessageLoop::Token timer_ = 0;
+};
+
+class SlowKeeper : public ::testing::Test {
+ protected:
+  app::WorkbookKeeper& Keep(app::WorkbookKeeper::Manner manner = app::WorkbookKeeper::Manner::kBeside) {
+    keeper.emplace(
+        loop, document, "/day/book.xlsx", [] {}, [](const std::string&) {}, manner);
+    keeper->Status.Subscribe([this](const std::string& text) { told.push_back(text); });
+    return *keeper;
+  }
+
+  ManualLoop loop;
+  ManualClock clock;
+  TestHost host;
+  host::HostScope installed{host.Use(loop).Use(clock)};
+  SlowDocument document{loop};
+  std::optional<app::WorkbookKeeper> keeper;
+  std::vector<std::string> told;
+};
+
+TEST_F(SlowKeeper, SavesOnceAtATimeAndFollowsWithWhatFellDueMeanwhile) {
+  document.takes = 150min;
+  Keep().SaveAtIntervals(1h);
+  loop.Advance(3h);
+  EXPECT_EQ(document.begun, 1);
+  EXPECT_EQ(keeper->State(), "not saved yet, saving since 08:36:13");
+  loop.Advance(30min);
+  EXPECT_EQ(document.ended, 1);
+  EXPECT_EQ(document.begun, 2);
+  loop.Advance(150min);
+  EXPECT_EQ(document.begun, 3);
+}
+
+TEST_F(SlowKeeper, SavesAtItsIntervalsWhereASaveIsDoneInTime) {
+  document.takes = 1min;
+  Keep().SaveAtIntervals(1h);
+  loop.Advance(3h + 1min);
+  EXPECT_EQ(document.begun, 3);
+  EXPECT_EQ(document.ended, 3);
+  EXPECT_FALSE(keeper->IsSaving());
+}
+
+TEST_F(SlowKeeper, WaitsForTheLastSaveAndTellsOfIt) {
+  document.takes = 25s;
+  loop.SkipWaits();
+  EXPECT_EQ(Keep().SaveAtEnd(), "/day/book.xlsx");
+  EXPECT_EQ(document.ended, 1);
+  const std::string line = "Saving book.xlsx since 08:36:13";
+  EXPECT_THAT(told, ElementsAre(line, line, line)) << "after 1, 11 and 21 seconds";
+}
+
+TEST_F(SlowKeeper, TellsNothingOfALastSaveThatIsQuick) {
+  document.takes = 900ms;
+  loop.SkipWaits();
+  EXPECT_EQ(Keep().SaveAtEnd(), "/day/book.xlsx");
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(SlowKeeper, WaitsForASaveThatIsUnderWayBeforeTheLastOne) {
+  document.takes = 90min;
+  Keep().SaveAtIntervals(1h);
+  loop.Advance(1h);
+  loop.SkipWaits();
+  EXPECT_EQ(keeper->SaveAtEnd(), "/day/book.xlsx");
+  EXPECT_EQ(document.begun, 2);
+  EXPECT_EQ(document.ended, 2);
+}
+
+TEST_F(SlowKeeper, WaitsOnWhereSomethingElseOfTheLoopFails) {
+  document.takes = 2s;
+  loop.SkipWaits();
+  loop.StartTimer(1500ms, [] { throw RuntimeError(5, "of something else"); });
+  EXPECT_EQ(Keep().SaveAtEnd(), "/day/book.xlsx");
+  EXPECT_EQ(document.ended, 1);
+}
+
+TEST_F(SlowKeeper, SavesInPlaceWhereItCannotBeDoneBeside) {
+  document.can_be_saved_beside = false;
+  Keep().SaveAtIntervals(1h);
+  loop.Advance(1h);
+  EXPECT_EQ(document.saved_in_place, 1);
+  EXPECT_EQ(keeper->State(), "saved 08:36:13");
+  EXPECT_EQ(keeper->SaveAtEnd(), "/day/book.xlsx");
+  EXPECT_EQ(document.saved_in_place, 2);
+}
+
+TEST_F(SlowKeeper, SavesInPlaceWhereThatIsWantedAndForATwentiethOfTheTimeAtMost) {
+  document.in_place_takes = 20ms;
+  Keep(app::WorkbookKeeper::Manner::kInPlace).SaveAtIntervals(100ms);
+  loop.Advance(100ms);
+  EXPECT_EQ(document.saved_in_place, 1);
+  EXPECT_EQ(document.begun, 0);
+  EXPECT_GE(loop.NextTimer(), 400ms);
 }
 
 }  // namespace

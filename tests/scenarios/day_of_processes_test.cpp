@@ -13,6 +13,7 @@
 
 #include "adapters/sodium/sodium_vault.h"
 #include "adapters/sqlite/sqlite_registry.h"
+#include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "app/child_process.h"
 #include "host/excel/application.h"
@@ -21,6 +22,7 @@
 #include "host/excel/worksheets.h"
 #include "scenarios/tracker_process.h"
 #include "support/environment_variable.h"
+#include "support/processes.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -97,6 +99,26 @@ class DayOfProcesses : public ::testing::Test {
     }
     return false;
   }
+  // Stops the process that saves the workbook, as a disk does that does not answer. False when there comes
+  // none.
+  bool StopTheSaver() {
+    for (const auto end = std::chrono::steady_clock::now() + kPatience;
+         std::chrono::steady_clock::now() < end;) {
+      const std::vector<pid_t> savers = ChildrenOf(mirelo->Id());
+      if (savers.size() != 1) continue;
+      saver = savers.front();
+      ::kill(saver, SIGSTOP);
+      return true;
+    }
+    return false;
+  }
+  // Until it has told a line that begins so. False when that does not come.
+  bool TellsOf(const std::string& begin) {
+    for (auto told = mirelo->ReadLine(kPatience); told; told = mirelo->ReadLine(kPatience)) {
+      if (told->starts_with(begin)) return true;
+    }
+    return false;
+  }
   int EndInOrder() {
     mirelo->Signal(SIGINT);
     return mirelo->Wait(kPatience);
@@ -107,6 +129,7 @@ class DayOfProcesses : public ::testing::Test {
   std::filesystem::path file = folder / "day.xlsx";
   TrackerProcess tracker;
   std::unique_ptr<app::ChildProcess> mirelo;
+  pid_t saver = 0;
 };
 
 TEST_F(DayOfProcesses, StreamsOnAfterARestartOfQuoteTracker) {
@@ -155,6 +178,46 @@ TEST_F(DayOfProcesses, SavesWhatCameLastWhenItIsEndedInOrder) {
   ASSERT_FALSE(std::filesystem::exists(file)) << "it was saved before";
   EXPECT_EQ(EndInOrder(), 0);
   EXPECT_GT(Rows(), 0);
+}
+
+TEST_F(DayOfProcesses, WaitsForItsLastSaveAndTellsSo) {
+  BeginStreaming();
+  ASSERT_TRUE(GrowsPast(0));
+  ASSERT_TRUE(StopTheSaver());
+  const int rows = Rows();
+  std::this_thread::sleep_for(300ms);
+  mirelo->Signal(SIGINT);
+  EXPECT_TRUE(TellsOf("Saving day.xlsx since "));
+  ::kill(saver, SIGCONT);
+  EXPECT_EQ(mirelo->Wait(kPatience), 0);
+  EXPECT_GT(Rows(), rows);
+}
+
+TEST_F(DayOfProcesses, EndsAtOnceAtASecondSignalWhileItsLastSaveStandsStill) {
+  BeginStreaming();
+  ASSERT_TRUE(GrowsPast(0));
+  ASSERT_TRUE(StopTheSaver());
+  const int rows = Rows();
+  mirelo->Signal(SIGINT);
+  ASSERT_TRUE(TellsOf("Saving day.xlsx since "));
+  mirelo->Signal(SIGINT);
+  EXPECT_EQ(mirelo->Wait(kPatience), 128 + SIGINT);
+  EXPECT_GE(Rows(), rows);
+  for (int tries = 0; ::kill(saver, 0) == 0 && tries < 1000; ++tries) std::this_thread::sleep_for(10ms);
+  EXPECT_NO_THROW(workbook::FileHold{file}) << "what saved it has gone with the day";
+}
+
+TEST_F(DayOfProcesses, GoesOnWhereItsSaverIsKilled) {
+  BeginStreaming();
+  ASSERT_TRUE(GrowsPast(0));
+  ASSERT_TRUE(StopTheSaver());
+  ::kill(saver, SIGKILL);
+  ASSERT_TRUE(
+      Tells("Not saved, going on: The workbook cannot be written: the process that saves it broke off "
+            "(signal 9). Memory may be short."));
+  ASSERT_TRUE(Tells("Saved again"));
+  EXPECT_TRUE(GrowsPast(Rows()));
+  EXPECT_EQ(EndInOrder(), 0);
 }
 
 TEST_F(DayOfProcesses, LeavesAWholeWorkbookAndRegistryWhereverItIsKilled) {

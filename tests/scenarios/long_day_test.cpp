@@ -14,6 +14,11 @@
 #include <string_view>
 #include <vector>
 
+#include "automation/variant.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "scenarios/long_day.h"
 #include "support/level1_wire.h"
 
@@ -197,6 +202,33 @@ TEST_F(StreamedLongDay, GoesOnShowsOnlyWhatWasSentAndLeavesNothingBehind) {
   const ProcessUse before = UseAtRest();
   ASSERT_NO_FATAL_FAILURE(Rounds(round_saves));
   ExpectNothingLeftBehind(before, UseAtRest());
+  End();
+}
+
+// A workbook of which a save takes a good while.
+TEST_F(StreamedLongDay, WritesQuotesWhileTheWorkbookIsSaved) {
+  constexpr std::int32_t kRowsOfMine = 20'000;
+  const auto sheet = document->Application()->Worksheets()->Add();
+  VariantArray table(1, kRowsOfMine, 1, 8);
+  for (std::int32_t row = 1; row <= kRowsOfMine; ++row) {
+    for (std::int32_t column = 1; column <= 8; ++column) table(row, column) = Variant(row * 1.37 / column);
+  }
+  sheet->Range("A1")->Resize(kRowsOfMine, 8)->Value(table);
+  BeginStreaming();
+  tracker.Kill();
+  const auto server = Serve(StreamPort(), [&](Peer& peer) {
+    Converse(peer, 1000);
+    while (peer.Send(Both(msft, ibm, 3))) peer.Rest(5ms);
+  });
+  ASSERT_TRUE(GoesOn()) << LastLines();
+  ASSERT_TRUE(PassUntil([&] { return keeper->IsSaving(); }));
+  const int save = saves;
+  const std::int64_t written = day->Written();
+  EXPECT_TRUE(PassUntil([&] { return saves != save || day->Written() > written + 10; }));
+  EXPECT_EQ(saves, save) << "the quotes came behind the save";
+  EXPECT_TRUE(keeper->IsSaving());
+  ExpectTrueCells();
+  server->Stop();
   End();
 }
 
