@@ -78,10 +78,23 @@ CalcDocument::CalcDocument(const Parts& parts) {
   Load(styles_, parts, "styles.xml");
 }
 
+namespace {
+
+// Of its cells that tell none; they may stand in groups.
+std::string StyleOfColumn(pugi::xml_node table, std::int32_t column) {
+  return Covering(table.children("table:table-column"), "table:number-columns-repeated", column)
+      .attribute("table:default-cell-style-name")
+      .value();
+}
+
+}  // namespace
+
 CalcDocument::Cell CalcDocument::At(std::string_view sheet, std::int32_t row, std::int32_t column) const {
   const pugi::xml_node line =
       Covering(TableOf(content_, sheet).children("table:table-row"), "table:number-rows-repeated", row);
-  return CellOf(Covering(line.children("table:table-cell"), "table:number-columns-repeated", column));
+  Cell cell = CellOf(Covering(line.children("table:table-cell"), "table:number-columns-repeated", column));
+  if (cell.style.empty()) cell.style = StyleOfColumn(TableOf(content_, sheet), column);
+  return cell;
 }
 
 std::string CalcDocument::Property(const Cell& cell, std::string_view property) const {

@@ -24,7 +24,7 @@ class CalcDocument {
     std::string value;  // of all types but text
     std::string text;   // as shown
     bool has_formula = false;
-    std::string style;
+    std::string style;  // where it tells none, its column's
     std::optional<std::string> comment;
     double comment_height = 0;  // points
   };

@@ -19,6 +19,8 @@ class FormatWriter {
   FormatWriter(lxw_workbook* workbook, const StyleTable& styles)
       : workbook_(workbook), styles_(styles), formats_(styles.Count(), nullptr) {}
 
+  const StyleTable& styles() const { return styles_; }
+
   lxw_format* For(StyleId id);
   // A format of its own for each call; null when the style changes nothing.
   lxw_format* For(const DifferentialStyle& style);

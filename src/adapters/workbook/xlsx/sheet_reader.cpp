@@ -163,13 +163,14 @@ class SheetReader {
     ForEachChild(row_node, "c", [&](pugi::xml_node node) {
       const CellAttributes cell = AttributesOf(node);
       column = ColumnBehind(column, row, cell.address);
-      if (node.first_child()) {
+      const bool is_empty = !node.first_child();
+      if (!is_empty) {
         context_.budget.TakeCell(xml_.name());
       } else {
         context_.budget.TakeBlankCell(xml_.name());
       }
       const StyleId style = StyleAt(cell.style);
-      layers_.SetCell(row, column, style);
+      layers_.SetCell(row, column, style, is_empty);
       cells_.Read(node, cell.type, row, column, style);
     });
   }

@@ -11,6 +11,7 @@
 #include "adapters/workbook/xlsx/comment_writer.h"
 #include "adapters/workbook/xlsx/condition_writer.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
+#include "adapters/workbook/xlsx/told_styles.h"
 #include "adapters/workbook/xlsx/writer_error.h"
 
 namespace mirelo::workbook {
@@ -27,7 +28,11 @@ lxw_col_t ColumnOf(std::int32_t column) { return static_cast<lxw_col_t>(column -
 class SheetWriter {
  public:
   SheetWriter(const Sheet& sheet, lxw_worksheet* worksheet, FormatWriter& formats)
-      : sheet_(sheet), worksheet_(worksheet), formats_(formats), layers_(sheet.styles) {
+      : sheet_(sheet),
+        worksheet_(worksheet),
+        formats_(formats),
+        told_(StylesToTell(sheet, formats.styles())),
+        layers_(told_.styles) {
     for (const auto& rows : layers_.rows()) row_styles_.Set(rows.first, rows.last, rows.style);
   }
 
@@ -91,6 +96,11 @@ class SheetWriter {
     sheet_.cells.ForEach(band, [&](std::int32_t row, std::int32_t column, const CellValue& value) {
       RowAt(band, row).cells.push_back({column, sheet_.styles.At(row, column), &value});
     });
+    for (const CellPlace& last : told_.lasts) {
+      if (last.row >= band.first_row && last.row <= band.last_row)
+        RowAt(band, last.row)
+            .cells.push_back({last.column, sheet_.styles.At(last.row, last.column), nullptr});
+    }
     layers_.ForEachException(band.first_row, band.last_row, [&](const Area& area, StyleId style) {
       for (std::int32_t column = area.first_column; column <= area.last_column; ++column) {
         for (std::int32_t row = area.first_row; row <= area.last_row; ++row) {
@@ -189,6 +199,7 @@ class SheetWriter {
   const Sheet& sheet_;
   lxw_worksheet* worksheet_;
   FormatWriter& formats_;
+  ToldStyles told_;
   SheetFormats layers_;
   RunMap<StyleId> row_styles_{kRows, kNoStyle};
   std::vector<Row> rows_ = std::vector<Row>(kBandRows);  // of the band being written

@@ -10,8 +10,10 @@ void StyleLayers::SetColumns(std::int32_t first, std::int32_t last, StyleId styl
 
 void StyleLayers::SetRow(std::int32_t row, StyleId style) { Append(rows_, row, style); }
 
-void StyleLayers::SetCell(std::int32_t row, std::int32_t column, StyleId style) {
-  Append(cells_[column], row, style);
+void StyleLayers::SetCell(std::int32_t row, std::int32_t column, StyleId style, bool is_empty) {
+  ToldColumn& told = cells_[column];
+  Append(told.patches, row, style);
+  told.before = std::exchange(told.last, {row, style, is_empty});
 }
 
 void StyleLayers::Append(Patches& patches, std::int32_t row, StyleId style) {
@@ -32,10 +34,21 @@ StyleGrid StyleLayers::Build(LoadBudget& budget, const std::string& part) const 
   for (const auto& [first, last, style] : columns_) columns.Set(first, last, lay(Rows(kRows, style), rows_));
 
   std::vector<RunMap<Rows>::Patch> with_cells;
-  for (const auto& [column, patches] : cells_) {
-    with_cells.push_back({column, column, lay(columns.At(column), patches)});
+  for (const auto& [column, told] : cells_) {
+    const Rows& base = columns.At(column);
+    Patches patches = told.patches;
+    if (AreAnEnd(told.before, told.last, base))
+      patches.push_back({told.last.row + 1, kRows, told.last.style});
+    with_cells.push_back({column, column, lay(base, patches)});
   }
   return StyleGrid(RunMap<Rows>::Overlay(columns, with_cells));
+}
+
+// The first of the two has the column's format, so nobody else would tell it.
+bool StyleLayers::AreAnEnd(const ToldCell& before, const ToldCell& last, const Rows& column) const {
+  const bool have_rows_formats_below = !rows_.empty() && rows_.back().last >= before.row;
+  return before.is_empty && last.is_empty && last.row == before.row + 1 && last.row < kRows &&
+         !have_rows_formats_below && before.style == column.At(kRows) && last.style != before.style;
 }
 
 }  // namespace mirelo::workbook

@@ -11,14 +11,14 @@
 namespace mirelo::workbook {
 
 // The formats of a sheet as a file tells them: those of columns, over them those of rows, over both those of
-// cells.
+// cells. Where two empty cells close a column as ToldStyles has it, the column's format ends with the first.
 class StyleLayers {
  public:
   void SetColumns(std::int32_t first, std::int32_t last, StyleId style);
   // Rows in ascending order.
   void SetRow(std::int32_t row, StyleId style);
   // Cells of a column in ascending order.
-  void SetCell(std::int32_t row, std::int32_t column, StyleId style);
+  void SetCell(std::int32_t row, std::int32_t column, StyleId style, bool is_empty);
 
   // Lays them over each other. Takes the runs that this makes from the budget.
   StyleGrid Build(LoadBudget& budget, const std::string& part) const;
@@ -35,8 +35,20 @@ class StyleLayers {
     StyleId style;
   };
   std::vector<ColumnStyle> columns_;
+  struct ToldCell {
+    std::int32_t row = 0;
+    StyleId style = kDefaultStyle;
+    bool is_empty = false;
+  };
+  struct ToldColumn {
+    Patches patches;
+    ToldCell before;  // the last cell but one
+    ToldCell last;
+  };
+  bool AreAnEnd(const ToldCell& before, const ToldCell& last, const Rows& column) const;
+
   Patches rows_;
-  std::map<std::int32_t, Patches> cells_;  // by column
+  std::map<std::int32_t, ToldColumn> cells_;  // by column
 };
 
 }  // namespace mirelo::workbook

@@ -16,6 +16,7 @@
 #include "adapters/workbook/xlsx/chart_parts.h"
 #include "adapters/workbook/xlsx/format_writer.h"
 #include "adapters/workbook/xlsx/sheet_writer.h"
+#include "adapters/workbook/xlsx/told_styles.h"
 #include "adapters/workbook/xlsx/writer_error.h"
 #include "adapters/workbook/xlsx/writer_process.h"
 
@@ -56,9 +57,12 @@ Workbook NewFile(const Sheets& sheets, const std::filesystem::path& file) {
 }
 
 // So that what is saved can be loaded again. The result is how many cells are written for their format.
-std::int64_t CheckFormattedCells(const Sheets& sheets) {
+std::int64_t CheckFormattedCells(const Sheets& sheets, const StyleTable& styles) {
   std::int64_t count = 0;
-  for (const auto& sheet : sheets) count += SheetFormats(sheet->styles).CountExceptions();
+  for (const auto& sheet : sheets) {
+    const ToldStyles told = StylesToTell(*sheet, styles);
+    count += SheetFormats(told.styles).CountExceptions();
+  }
   if (count > static_cast<std::int64_t>(LoadLimits().blank_cells))
     throw Refused("Too many cells of the workbook are formatted to be saved.");
   return count;
@@ -122,7 +126,7 @@ void WriteFile(const Book& book, const Sheets& sheets, bool has_chart_sheets,
 
 void Write(const Book& book, const Sheets& sheets, const ChartSheets& chart_sheets,
            const std::filesystem::path& file) {
-  const std::int64_t formatted = CheckFormattedCells(sheets);
+  const std::int64_t formatted = CheckFormattedCells(sheets, book.styles);
   CheckCharts(sheets, chart_sheets);
   InWriterProcess([&] { WriteFile(book, sheets, !chart_sheets.empty(), file); },
                   PatienceFor(sheets, formatted));
