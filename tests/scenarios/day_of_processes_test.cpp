@@ -108,7 +108,8 @@ class DayOfProcesses : public ::testing::Test {
       if (savers.size() != 1) continue;
       saver = savers.front();
       ::kill(saver, SIGSTOP);
-      return true;
+      std::this_thread::sleep_for(50ms);
+      if (ChildrenOf(mirelo->Id()) == savers) return true;  // else it was ending
     }
     return false;
   }
