@@ -117,6 +117,7 @@ void NotedDay::NoteAges() {
   for (std::size_t row = 0; row < seen_.size(); ++row) {
     const auto number = static_cast<std::int64_t>(
         table_->Cells(static_cast<std::int32_t>(row) + kFirstTickerRow, kVolumeColumn)->Value().ToDouble());
+    if (!sendings_.Has(number)) continue;
     for (std::int64_t n = seen_[row] == 0 ? number : seen_[row] + step; n <= number; n += step) {
       if (n > kWarmUp) ages_.push_back(sendings_.AgeOf(n));
     }

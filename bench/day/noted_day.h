@@ -31,7 +31,10 @@ class Sendings {
 
   void Note(std::int64_t number) {
     times_[static_cast<std::size_t>(number) % times_.size()] = Clock::now().time_since_epoch().count();
+    newest_ = number;
   }
+  // Not so for the quote of a ticker that is told when it is subscribed to.
+  bool Has(std::int64_t number) const { return number > 0 && number <= newest_; }
   std::chrono::nanoseconds AgeOf(std::int64_t number) const {
     return Clock::now().time_since_epoch() -
            Clock::duration(times_[static_cast<std::size_t>(number) % times_.size()]);
@@ -39,6 +42,7 @@ class Sendings {
 
  private:
   std::array<std::atomic<Clock::rep>, 65536> times_{};
+  std::atomic<std::int64_t> newest_ = 0;
 };
 
 // A working day of streamed quotes, on this machine, and QuoteTracker's stand-in, which notes when it hands
