@@ -68,6 +68,7 @@ StreamFeed::StreamFeed(cMirelo& facade, host::MessageLoop& loop, wire::ObservedS
     heard_ = true;
     NoteLoginResult(message);
   });
+  rested_ = sockets_.Rested.Subscribe([this] { Rest(); });
   dropped_ = sockets_.Dropped.Subscribe([this](const std::string& reason) { ReconnectLater(reason); });
   told_ = sockets_.Told.Subscribe([this](const std::string& line) { Status.Raise(line); });
 }
@@ -76,6 +77,7 @@ StreamFeed::~StreamFeed() {
   Stop();
   sockets_.Received.Unsubscribe(received_);
   sockets_.Delivered.Unsubscribe(delivered_);
+  sockets_.Rested.Unsubscribe(rested_);
   sockets_.Dropped.Unsubscribe(dropped_);
   sockets_.Told.Unsubscribe(told_);
 }
@@ -120,6 +122,7 @@ void StreamFeed::Connect() {
 void StreamFeed::HangUp() {
   if (!stream_) return;
   TakeQuotes(stream_);
+  Rest();
   stream_->DisConnect();
   stream_->Owner(nullptr);
   stream_.reset();
@@ -168,7 +171,7 @@ void StreamFeed::TakeQuotes(
 void StreamFeed::TakeQuotesOf(cQTStreaming& stream) {
   const auto quotes = stream.GetQTData();
   if (quotes && quotes->Count() > 0) {
-    took_ = true;
+    took_ = handed_on_ = true;
     silence_ = kFirstSilence;
     for (const auto& quote : *quotes) HandOn(*quote);
   }
@@ -222,6 +225,10 @@ void StreamFeed::Note(const std::string& ticker, const std::string& what) const 
   if (trail_ != nullptr) trail_->Note(ticker, what);
 }
 
+void StreamFeed::Rest() {
+  if (std::exchange(handed_on_, false)) Rested.Raise();
+}
+
 // Quotes that arrive while the stream tells of others wait in its buffer without an event of their own. So
 // the buffer is looked into once more, until nothing was taken between two looks.
 void StreamFeed::SweepLater() {
@@ -229,6 +236,7 @@ void StreamFeed::SweepLater() {
   sweep_ = loop_.StartTimer(kSweepPause, [this] {
     sweep_ = 0;
     TakeQuotes(stream_);
+    Rest();
     if (!std::exchange(took_, false)) return;
     SweepLater();
   });

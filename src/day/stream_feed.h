@@ -65,6 +65,8 @@ class StreamFeed {
   // which is told as a Status once. A handler that fails costs this quote alone: the failure is told as a
   // Status, once for each of its texts and for so many texts at most, and the next quotes follow.
   Event<const cQTData&> Quote;
+  // Quotes were handed on, and all that has come until now is among them.
+  Event<> Rested;
 
  private:
   void Connect();
@@ -77,6 +79,7 @@ class StreamFeed {
   void TellFailure(const std::string& ticker) noexcept;
   void NoteCame(const cQTData& quote) const;
   void Note(const std::string& ticker, const std::string& what) const;
+  void Rest();
   void SweepLater();
   void ListenForSilence();
   void NoteLoginResult(std::span<const std::uint8_t> message);
@@ -103,6 +106,7 @@ class StreamFeed {
   bool streaming_pending_ = false;  // the same of the acceptance of the streamer
   bool taking_ = false;             // quotes are being handed on
   bool took_ = false;               // quotes, since the last sweep
+  bool handed_on_ = false;          // quotes, since it last rested
   bool told_unasked_ = false;
   std::set<std::string> told_failures_;
   wire::KeptFailure failure_;  // of reconnecting
@@ -111,6 +115,7 @@ class StreamFeed {
   host::MessageLoop::Token listening_ = 0;
   Event<std::span<const std::uint8_t>>::Cookie received_ = 0;
   Event<std::span<const std::uint8_t>>::Cookie delivered_ = 0;
+  Event<>::Cookie rested_ = 0;
   Event<const std::string&>::Cookie dropped_ = 0;
   Event<const std::string&>::Cookie told_ = 0;
 };

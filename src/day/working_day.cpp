@@ -21,11 +21,10 @@ namespace mirelo::day {
 
 namespace {
 
-using Milliseconds = host::MessageLoop::Milliseconds;
+using Clock = std::chrono::steady_clock;
 
-// Quotes that come together are written together: a moment's wait, and never more than a third of the time
-// spent writing: twice as long as a write took is waited before the next.
-constexpr Milliseconds kWritePause{2};
+// Never more than a third of the time goes into writing: twice as long as a write took is waited before the
+// next.
 constexpr int kPauseForWriting = 2;
 
 bool IsUpdateOnce() {
@@ -36,11 +35,7 @@ bool IsUpdateOnce() {
 
 WorkingDay::WorkingDay(host::MessageLoop& loop, wire::ObservedSockets& sockets, wire::MendedReplies& replies,
                        std::shared_ptr<host::excel::Application> application)
-    : loop_(loop),
-      sockets_(sockets),
-      replies_(replies),
-      application_(std::move(application)),
-      write_pause_(kWritePause) {
+    : loop_(loop), sockets_(sockets), replies_(replies), application_(std::move(application)) {
   facade_.ExcelApplication(Variant(application_));
   facade_.DovantaFormatUserDate(kDateFormat);
 }
@@ -125,18 +120,21 @@ void WorkingDay::Listen() {
   if (trail_ != nullptr) stream_->Follow(*trail_);
   stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
+  stream_->Rested.Subscribe([this] { failure_.Guard([this] { WriteInTime(); }); });
   stream_->Start();
 }
 
 void WorkingDay::TakeStreamed(const cQTData& quote) {
   came_.Beat();
   tables_->Take(quote);
-  WriteSoon();
 }
 
-void WorkingDay::WriteSoon() {
+// At once, unless the write before is so near that quotes had better gather.
+void WorkingDay::WriteInTime() {
   if (writing_ != 0 || !tables_->HasNews()) return;
-  writing_ = loop_.StartTimer(write_pause_, [this] {
+  const auto pause = std::chrono::ceil<host::MessageLoop::Milliseconds>(next_write_ - Clock::now());
+  if (pause.count() <= 0) return Write();
+  writing_ = loop_.StartTimer(pause, [this] {
     writing_ = 0;
     failure_.Guard([this] { Write(); });
   });
@@ -145,8 +143,8 @@ void WorkingDay::WriteSoon() {
 void WorkingDay::Write() {
   const std::clock_t start = std::clock();  // what others take of the machine is no work of this
   written_ += tables_->Write();
-  const Milliseconds worked((std::clock() - start) * 1000 / CLOCKS_PER_SEC);
-  write_pause_ = std::max(kWritePause, kPauseForWriting * worked);
+  const std::chrono::duration<double> worked(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+  next_write_ = Clock::now() + std::chrono::ceil<Clock::duration>(kPauseForWriting * worked);
   for (const std::string& cut : tables_->TellCuts()) Status.Raise(cut);
   if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
     Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");

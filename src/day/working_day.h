@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -96,7 +97,7 @@ class WorkingDay {
   void Ask();
   void Listen();
   void TakeStreamed(const cQTData& quote);
-  void WriteSoon();
+  void WriteInTime();
   void Write();
 
   host::MessageLoop& loop_;
@@ -115,7 +116,7 @@ class WorkingDay {
   wire::KeptFailure failure_;  // of asking and writing
   bool told_full_ = false;
   bool told_charts_ = false;
-  host::MessageLoop::Milliseconds write_pause_;
+  std::chrono::steady_clock::time_point next_write_;  // not before
   host::MessageLoop::Token asking_ = 0;
   host::MessageLoop::Token writing_ = 0;
 };

@@ -94,6 +94,7 @@ void AlignedConnection::Sink::Deliver(host::SocketConnection& connection) {
   failure.Guard([&] {
     if (!stopped_) WaitForMore();
   });
+  failure.Guard([&] { sockets_.Rested.Raise(); });
   TellOfEnds(connection_, failure);
   failure.Raise();
 }

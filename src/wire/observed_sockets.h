@@ -33,6 +33,8 @@ class ObservedSockets : public host::WinsockLibrary {
   // Bytes that no sink gets, since no message can be made of them or nobody asked for it. A handler must
   // raise nothing.
   Event<std::span<const std::uint8_t>> LeftOut;
+  // All whole messages of what has come are with the connection's own sinks, whatever these made of them.
+  Event<> Rested;
   // Raised for a drop and a refusal, not for a Disconnect of our own; and for a connection that was given up
   // since its messages had no end. The text is for people.
   Event<const std::string&> Dropped;

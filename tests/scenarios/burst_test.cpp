@@ -124,7 +124,7 @@ TEST_F(BurstOfQuotes, LeavesTheNewestInTheTableThatStreamEndsWith) {
   while (const auto line = mirelo->ReadLine(kBurstPatience)) {
     if (line->starts_with("MSFT") || line->starts_with("IBM")) {
       ++rows;
-      EXPECT_THAT(*line, ::testing::HasSubstr(" 300 ")) << "its Last";
+      EXPECT_THAT(*line, ::testing::HasSubstr(" 300.00 ")) << "its Last";
     }
   }
   EXPECT_EQ(rows, 2);

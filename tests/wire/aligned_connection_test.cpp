@@ -319,6 +319,18 @@ TEST_F(AlignedConnection, TellsWhatIsLeftOut) {
   EXPECT_THAT(client->messages, ElementsAre(Record("B")));
 }
 
+TEST_F(AlignedConnection, TellsThatItRestsBehindAllMessagesThatCameTogetherThoughOneOfThemFails) {
+  std::vector<std::size_t> rests;
+  sockets.Rested.Subscribe([&] { rests.push_back(client->messages.size()); });
+  Deliver(Record("A") + kAccepted + Record("B"));
+  EXPECT_THAT(rests, ElementsAre(3U));
+  Deliver(Record("C"));
+  EXPECT_THAT(rests, ElementsAre(3U, 4U));
+  client->at_message = [] { throw std::runtime_error("refused"); };
+  EXPECT_THROW(Deliver(std::string(kAccepted) + Record("D")), std::runtime_error);
+  EXPECT_THAT(rests, ElementsAre(3U, 4U, 6U));
+}
+
 TEST_F(AlignedConnection, ShowsEachMessageBeforeItsSinkGetsIt) {
   std::vector<std::string> shown;
   sockets.Delivered.Subscribe([&](std::span<const std::uint8_t> message) {
