@@ -47,20 +47,23 @@ DayTables::DayTables(host::excel::Application& application, cMirelo& facade)
     makes_row_.push_back(row == nullptr ? MakesRow::Never : row->makes_row);
   }
   const bool vertical = facade.VerticalTable() != 0;
+  histories_.resize(Tickers().size());
   for (std::size_t ticker = 0; ticker < Tickers().size(); ++ticker) {
     const std::string& name = Tickers()[ticker];
     if (!vertical) continue;
     if (auto history = HistorySheet::Find(application_, VerticalSheetName(facade.UserVerticalSheet(), name),
                                           Columns(), facade.RowsLimit())) {
       charts_.Add(ticker, history->Sheet());
-      histories_.emplace(ticker, *std::move(history));
+      histories_[ticker] = std::move(history);
     }
   }
 }
 
 std::vector<std::string> DayTables::HistorySheets() const {
   std::vector<std::string> names;
-  for (const auto& [ticker, history] : histories_) names.push_back(history.Sheet()->Name());
+  for (const auto& history : histories_) {
+    if (history) names.push_back(history->Sheet()->Name());
+  }
   return names;
 }
 
@@ -106,12 +109,12 @@ void DayTables::Note(std::size_t ticker) {
   table_.Touch(ticker);
   ++unwritten_;
   if (const auto followed = followed_.find(ticker); followed != followed_.end()) ++followed->second;
-  const auto history = histories_.find(ticker);
-  if (history == histories_.end()) return;
+  auto& history = histories_[ticker];
+  if (!history) return;
+  if (!history->HasNews()) touched_.push_back(ticker);
   const QuoteRow& row = Rows()[ticker];
-  history->second.Append(row);
+  history->Append(row);
   charts_.Take(ticker, row);
-  if (std::ranges::find(touched_, ticker) == touched_.end()) touched_.push_back(ticker);
 }
 
 bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
@@ -135,9 +138,9 @@ void DayTables::NoteWritten(std::size_t ticker) const {
   const std::int64_t quotes = followed_.at(ticker);
   std::string line = "written to " + table_.CellsOf(ticker);
   if (quotes > 1) line += ", the newest of " + std::to_string(quotes) + " quotes since the last time";
-  if (const auto history = histories_.find(ticker); history == histories_.end()) {
+  if (const auto& history = histories_[ticker]; !history) {
     line += "; it has no history";
-  } else if (const std::string cells = history->second.CellsWritten(); !cells.empty()) {
+  } else if (const std::string cells = history->CellsWritten(); !cells.empty()) {
     line += "; history at the foot of " + cells;
   } else {
     line += "; its history has no room left";
@@ -149,7 +152,7 @@ std::int64_t DayTables::Write() {
   const StillScreen still(application_);
   table_.Write(Rows());
   for (const std::size_t ticker : touched_) {
-    if (!histories_.at(ticker).Write()) ++full_sheets_;
+    if (!histories_[ticker]->Write()) ++full_sheets_;
   }
   charts_.Update(touched_);
   for (auto& [ticker, quotes] : followed_) {

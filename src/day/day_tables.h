@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -75,8 +76,8 @@ class DayTables {
   host::excel::Application& application_;
   QuoteSheet table_;
   QuoteBoard board_;
-  std::vector<MakesRow> makes_row_;                // by the columns
-  std::map<std::size_t, HistorySheet> histories_;  // by the ticker's number
+  std::vector<MakesRow> makes_row_;                     // by the columns
+  std::vector<std::optional<HistorySheet>> histories_;  // by the ticker's number
   DayCharts charts_;
   std::vector<std::size_t> touched_;  // of them, those with rows to write
   std::int64_t unwritten_ = 0;

@@ -78,21 +78,19 @@ void HistorySheet::ReadHistory() {
   }
   if (limit_ == 0) return;
   for (std::int32_t r = 1; r <= row_count_; ++r) {
-    Cells& row = rows_.emplace_back();
-    for (std::int32_t c = 1; c <= width; ++c) row.push_back(cell(r, c));
+    for (std::int32_t c = 1; c <= width; ++c) cells_.push_back(cell(r, c));
   }
 }
 
 void HistorySheet::Append(const QuoteRow& row) {
-  Cells& cells = rows_.emplace_back();
   for (std::size_t field = 0; field < fields_.size(); ++field) {
     const std::size_t source = sources_[field];
-    cells.push_back(source < row.size() ? row[source].ToCell() : Variant());
+    cells_.push_back(source < row.size() ? row[source].ToCell() : Variant());
     if (source < row.size()) NoteLength(field, row[source]);
   }
   ++waiting_;
   if (limit_ > 0 && waiting_ > static_cast<std::size_t>(limit_)) {  // it would be gone before it was seen
-    rows_.erase(rows_.end() - static_cast<std::ptrdiff_t>(waiting_));
+    DropRows(KeptRows() - waiting_, 1);
     --waiting_;
   }
 }
@@ -104,23 +102,28 @@ std::string HistorySheet::CellsWritten() const {
   return sheet_->Name() + "!" + block->Address(false, false);
 }
 
+void HistorySheet::DropRows(std::size_t first, std::size_t count) {
+  const auto from = cells_.begin() + static_cast<std::ptrdiff_t>(first * fields_.size());
+  cells_.erase(from, from + static_cast<std::ptrdiff_t>(count * fields_.size()));
+}
+
 bool HistorySheet::Write() {
   written_height_ = 0;
   if (waiting_ == 0) return true;
   bool fits = true;
   if (limit_ == 0) {
     const std::int32_t room = sheet_->Rows()->Count() - kFirstRow + 1 - row_count_;
-    fits = static_cast<std::int64_t>(rows_.size()) <= room;
-    if (!fits) rows_.resize(static_cast<std::size_t>(room));
+    fits = waiting_ <= static_cast<std::size_t>(room);
+    if (!fits) DropRows(static_cast<std::size_t>(room), waiting_ - static_cast<std::size_t>(room));
     WriteFrom(kFirstRow + row_count_, 0);
-    row_count_ += static_cast<std::int32_t>(rows_.size());
-    rows_.clear();
-  } else if (rows_.size() <= static_cast<std::size_t>(limit_)) {
-    WriteFrom(kFirstRow + row_count_, rows_.size() - waiting_);
-    row_count_ = static_cast<std::int32_t>(rows_.size());
+    row_count_ += static_cast<std::int32_t>(KeptRows());
+    cells_.clear();
+  } else if (KeptRows() <= static_cast<std::size_t>(limit_)) {
+    WriteFrom(kFirstRow + row_count_, KeptRows() - waiting_);
+    row_count_ = static_cast<std::int32_t>(KeptRows());
   } else {
     // The formats stay where they are, so the values move up past them.
-    rows_.erase(rows_.begin(), rows_.end() - limit_);
+    DropRows(0, KeptRows() - static_cast<std::size_t>(limit_));
     WriteFrom(kFirstRow, 0);
     if (row_count_ > limit_) {
       sheet_->Cells(kFirstRow + limit_, 1)
@@ -134,13 +137,13 @@ bool HistorySheet::Write() {
 }
 
 void HistorySheet::WriteFrom(std::int32_t row, std::size_t first) {
-  if (first >= rows_.size()) return;
-  const auto height = static_cast<std::int32_t>(rows_.size() - first);
+  if (first >= KeptRows()) return;
+  const auto height = static_cast<std::int32_t>(KeptRows() - first);
   const auto width = static_cast<std::int32_t>(fields_.size());
   VariantArray block(1, height, 1, width);
+  auto cell = cells_.begin() + static_cast<std::ptrdiff_t>(first * fields_.size());
   for (std::int32_t r = 1; r <= height; ++r) {
-    const Cells& cells = rows_[first + static_cast<std::size_t>(r) - 1];
-    for (std::int32_t c = 1; c <= width; ++c) block(r, c) = cells[static_cast<std::size_t>(c) - 1];
+    for (std::int32_t c = 1; c <= width; ++c) block(r, c) = *cell++;
   }
   written_row_ = row;
   written_height_ = height;

@@ -32,6 +32,7 @@ class HistorySheet {
 
   // Notes a row that is to be written.
   void Append(const QuoteRow& row);
+  bool HasNews() const { return waiting_ > 0; }
   // Writes what was appended, as one block, and widens columns that have got something wider than ever
   // before; none becomes narrower. Rows above the limit go, the oldest first. False when the sheet has no
   // room left for some of the rows.
@@ -44,20 +45,21 @@ class HistorySheet {
   HistorySheet(std::shared_ptr<host::excel::Worksheet> sheet, const std::vector<std::string>& columns,
                std::int32_t limit);
   void ReadHistory();
+  std::size_t KeptRows() const { return cells_.size() / fields_.size(); }
+  void DropRows(std::size_t first, std::size_t count);
   void WriteFrom(std::int32_t row, std::size_t first);
   void NoteLength(std::size_t field, const QuoteValue& value);
   void Widen(std::int32_t row, std::int32_t height);
   void FitToRows(std::int32_t row, std::int32_t height);
-
-  using Cells = std::vector<Variant>;
 
   std::shared_ptr<host::excel::Worksheet> sheet_;
   std::vector<std::string> fields_;
   std::vector<std::size_t> sources_;  // the column that a field is taken from; past the last for none
   std::int32_t limit_;
   std::int32_t row_count_ = 0;  // on the sheet
-  // With a limit all rows, of which the last `waiting_` are not on the sheet yet; without one those alone.
-  std::deque<Cells> rows_;
+  // Row after row, each with a cell for each field. With a limit all rows, of which the last `waiting_` are
+  // not on the sheet yet; without one those alone.
+  std::deque<Variant> cells_;
   std::size_t waiting_ = 0;
   std::int32_t written_row_ = 0;       // where the last block written begins
   std::int32_t written_height_ = 0;    // of how many rows; 0 for none
