@@ -49,7 +49,9 @@ std::optional<HistorySheet> HistorySheet::Find(excel::Application& application, 
 
 HistorySheet::HistorySheet(std::shared_ptr<excel::Worksheet> sheet, const std::vector<std::string>& columns,
                            std::int32_t limit)
-    : sheet_(std::move(sheet)), limit_(std::max(limit, 0)) {
+    : sheet_(std::move(sheet)),
+      limit_(std::max(limit, 0)),
+      most_rows_(sheet_->Rows()->Count() - kFirstRow + 1) {
   for (std::int32_t column = 1;; ++column) {
     const std::string field = TextOf(*sheet_->Cells(kFieldRow, column));
     if (field.empty()) break;
@@ -112,7 +114,7 @@ bool HistorySheet::Write() {
   if (waiting_ == 0) return true;
   bool fits = true;
   if (limit_ == 0) {
-    const std::int32_t room = sheet_->Rows()->Count() - kFirstRow + 1 - row_count_;
+    const std::int32_t room = most_rows_ - row_count_;
     fits = waiting_ <= static_cast<std::size_t>(room);
     if (!fits) DropRows(static_cast<std::size_t>(room), waiting_ - static_cast<std::size_t>(room));
     WriteFrom(kFirstRow + row_count_, 0);
@@ -143,7 +145,13 @@ void HistorySheet::WriteFrom(std::int32_t row, std::size_t first) {
   VariantArray block(1, height, 1, width);
   auto cell = cells_.begin() + static_cast<std::ptrdiff_t>(first * fields_.size());
   for (std::int32_t r = 1; r <= height; ++r) {
-    for (std::int32_t c = 1; c <= width; ++c) block(r, c) = *cell++;
+    for (std::int32_t c = 1; c <= width; ++c, ++cell) {
+      if (limit_ == 0) {
+        block(r, c) = std::move(*cell);  // it is not kept
+      } else {
+        block(r, c) = *cell;
+      }
+    }
   }
   written_row_ = row;
   written_height_ = height;

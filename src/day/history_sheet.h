@@ -56,6 +56,7 @@ class HistorySheet {
   std::vector<std::string> fields_;
   std::vector<std::size_t> sources_;  // the column that a field is taken from; past the last for none
   std::int32_t limit_;
+  std::int32_t most_rows_;      // that the sheet has room for
   std::int32_t row_count_ = 0;  // on the sheet
   // Row after row, each with a cell for each field. With a limit all rows, of which the last `waiting_` are
   // not on the sheet yet; without one those alone.
