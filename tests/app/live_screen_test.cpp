@@ -55,7 +55,8 @@ TEST_F(LiveScreen, ShowsADayAndFollowsTheKeys) {
               AllOf(HasSubstr("| Streaming( Alpstein Finance (delayed) )  "), HasSubstr("; 0 reconnects"),
                     HasSubstr("? help  s save  q end  columns ->"), HasSubstr("  <- columns")));
   EXPECT_THAT(seen, ContainsRegex("Workbook saved [0-9:]+ \\([0-9.]+ KB\\)"));
-  EXPECT_THAT(seen, ContainsRegex("left: [^\n]*Ticker[^\n]*Last")) << "the last quotes stay on the usual screen";
+  EXPECT_THAT(seen, ContainsRegex("left: [^\n]*Ticker[^\n]*Last"))
+      << "the last quotes stay on the usual screen";
   EXPECT_THAT(seen, AllOf(HasSubstr("left: Saved in "), HasSubstr("\nstatus: 0"), HasSubstr(kGivenBack)));
   EXPECT_NO_THROW(workbook::Spreadsheet::Open(folder_ / "quotes.xlsx"));
 }
