@@ -25,7 +25,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::size_t kMostWatched = 8'000'000;  // pieces of areas; a formula beyond them counts as stale
+constexpr std::size_t kMostWatched = 4'000'000;  // pieces of areas; a formula beyond them counts as stale
 
 class StaleFinder {
  public:
