@@ -12,15 +12,8 @@ host::WinInetApi::Handle AskedServer::InternetConnectA(Handle internet, const st
                                                        const std::string& password, std::uint32_t service) {
   host_ = AnsiToText(host);
   port_ = port;
-  was_sent_ = false;
   beginning_.clear();
   return inner().InternetConnectA(internet, host, port, user, password, service);
-}
-
-bool AskedServer::HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) {
-  const bool sent = inner().HttpSendRequestA(request, headers, body);
-  was_sent_ = sent;
-  return sent;
 }
 
 bool AskedServer::InternetReadFile(Handle request, char* buffer, std::uint32_t capacity,
