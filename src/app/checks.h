@@ -34,7 +34,8 @@ inline CLI::Validator IsWorkbookName() {
   return CLI::Validator([](const std::string& file) { return WhyNoWorkbook(file); }, "");
 }
 
-// A format of dates, of days, months and years alone: volumes begin anew with each new text of a date.
+// A format of days, months and years alone. With a time in it each second would be another date, and
+// LastVolume begins anew with each date.
 inline CLI::Validator IsDateFormat() {
   return CLI::Validator(
       [](const std::string& format) {

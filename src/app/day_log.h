@@ -25,14 +25,15 @@ class WorkbookKeeper;
 // What a command writes down while it runs. Without a file that was asked for all of this does nothing.
 class DayLog {
  public:
-  // Opens the file, which is told on the standard error stream where it was not named, and so is that it
-  // fails later. Error 75 when it cannot be written, or when no folder is known for it.
+  // Opens the file that was asked for. Where quotes are to be explained its name is told on the standard
+  // error stream, and so is any failure of it later on. Error 75 when it cannot be written, or when none was
+  // named and no folder is known for it.
   explicit DayLog(const LogWishes& wishes);
 
   void Note(const std::string& line);
 
-  // Writes down what these tell people, and what becomes of the quotes that are to be explained. Before a day
-  // or a feed is started; this must outlive them.
+  // Subscribes to what these tell people, and has the quotes that are to be explained followed. To be called
+  // before a day or a feed is started; this must outlive them.
   void Follow(day::WorkingDay& day);
   void Follow(day::StreamFeed& feed, wire::ObservedSockets& sockets);
   void Follow(WorkbookKeeper& keeper);

@@ -6,11 +6,10 @@ class Form;
 
 namespace mirelo::app {
 
-// Stands by when a form is about to be shown to a person: what they would do to the settings dialog in good
-// faith and to their harm goes past the program first. Other forms are left alone.
-//
-// - A list typed into the box for one ticker is added ticker by ticker. What can be no ticker is refused with
-//   a message, and stays in the box.
+// To be called when a form is about to be shown. In the settings dialog it comes between the person and the
+// button that adds a ticker, since the dialog by itself would take anything for one: a list in the box is
+// added ticker by ticker, and what can be no ticker is refused with a message and stays in the box. Other
+// forms are left alone.
 void AttendTo(forms::Form& form);
 
 }  // namespace mirelo::app

@@ -8,13 +8,14 @@
 
 namespace mirelo::app {
 
-// A desktop that goes on where the system's own words end: behind a message that QuoteTracker did not answer
-// it says why and what to do, in a report of a failure why the settings could not be stored, and the settings
-// dialog is attended to (app/dialog_attendant.h).
+// A desktop that adds to the system's own words what helps a person on. Behind a message that QuoteTracker
+// did not answer it says why, and what to do; in a report of a failure it says why the settings could not be
+// stored. It also has the settings dialog attended to (app/dialog_attendant.h).
 class GuidingDesktop : public host::DesktopWrapper {
  public:
-  // `why_no_answer` makes the sentences anew for each message. Where nobody sits, the same ones behind one
-  // another are told once: `repeats` is for boxes.
+  // `why_no_answer` makes the sentences anew for each message. With `repeats`, for boxes that a person
+  // closes, each message has them; without, for lines in a terminal, only where they differ from those
+  // before.
   GuidingDesktop(host::Desktop& inner, std::function<std::string()> why_no_answer, bool repeats)
       : DesktopWrapper(inner), why_no_answer_(std::move(why_no_answer)), repeats_(repeats) {}
 

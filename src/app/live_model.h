@@ -18,8 +18,8 @@ class LiveModel {
  public:
   using Time = std::chrono::steady_clock::time_point;
 
-  static constexpr std::chrono::seconds kFresh{1};  // so long a change is marked
-  static constexpr std::chrono::minutes kOld{1};    // after so long without one a row is
+  static constexpr std::chrono::seconds kFresh{1};  // how long a change is marked
+  static constexpr std::chrono::minutes kOld{1};    // without a change for so long, a row is marked as old
 
   // Prices are shown in the format, which is cMirelo::DecimalPlacesFormat; without one as they came.
   explicit LiveModel(std::vector<std::string> columns, std::string price_format = "");
@@ -27,7 +27,7 @@ class LiveModel {
   // What is known now. Rows are added and never go.
   void Take(const day::QuoteRows& rows, Time now);
 
-  // Goes where a key leads. False for one that leads nowhere here.
+  // Scrolls, sorts or shows the help, as the key says. False for a key that has no meaning here.
   bool Press(const terminal::Key& key);
 
   // The table for so much room, and below it these lines about the day, as far as there is room for them.
@@ -68,7 +68,7 @@ class LiveModel {
   std::size_t price_;
   std::size_t change_;
   std::size_t percent_;              // a column of our own; kNone where it cannot be told
-  std::vector<bool> is_numeric_;     // columns
+  std::vector<bool> is_numeric_;     // by the columns
   std::vector<std::size_t> widest_;  // what each has ever held: columns that move are hard to read
   std::vector<Row> rows_;
 

@@ -30,7 +30,7 @@ class LogOptions {
   LogWishes Wishes() const;
 
  private:
-  LogWishes wishes_;  // but for what follows
+  LogWishes wishes_;  // without the two below, which are texts until they are asked for
   std::string least_ = "info";
   std::string explained_;
 };

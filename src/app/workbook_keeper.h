@@ -38,7 +38,7 @@ class WorkbookKeeper {
   // save that falls due while one is under way follows it.
   void SaveAtIntervals(std::chrono::milliseconds interval);
 
-  // Saves besides, because somebody wishes it.
+  // Saves now, between two intervals, because somebody wishes it.
   void SaveNow();
 
   // Saves for the last time, and waits for that in the loop. A workbook that its file cannot take is saved

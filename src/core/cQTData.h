@@ -9,8 +9,9 @@
 
 namespace mirelo {
 
-// What a record may carry, by its id on the wire, named as the property that shows it. Tick and UPC are read
-// and dropped, and with Date_Time come DateQT and TimeQT.
+// The fields that a record may carry. The number of each is its id on the wire (streaming/level1_fields.h),
+// its name the property that shows it. Date_Time also brings DateQT and TimeQT; Tick and UPC are read and
+// dropped.
 enum class QuoteField : std::uint8_t {
   Symbol = 1,
   Bid_Price,

@@ -32,7 +32,8 @@ struct Setting {
   std::string_view key;
   SettingKind kind;
   SettingForm form;
-  // Bounds of a whole number: what the narrowest reader can take.
+  // Bounds of a whole number: what the narrowest reader can take, or what the dialog offers where that is
+  // less.
   std::int32_t least;
   std::int32_t greatest;
   // What a reader assumes while nothing is stored: the facade and the stream, which the macros hold, and the
@@ -41,8 +42,9 @@ struct Setting {
   std::optional<std::string_view> dialog_default;
   std::string_view meaning;  // a sentence for people
 
-  // What a value must be beyond that, where it must be more: the texts to choose from, or a test, which gets
-  // what passes form and bounds alone; and the phrase that says so, which a choice makes by itself.
+  // What else a value must be, if anything: one of `choices`, or what `takes` returns true for, which is
+  // asked only about values that form and bounds let pass. `allowed` says it to people; without it the phrase
+  // is made of the choices, or of form and bounds.
   std::span<const std::string_view> choices = {};
   bool (*takes)(std::string_view text) = nullptr;
   std::string_view allowed = {};

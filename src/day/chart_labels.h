@@ -6,8 +6,8 @@ class Application;
 
 namespace mirelo::day {
 
-// The charts of vertical tables fill their frames, and their titles stand as labels at the foot: on the first
-// bars, as the charts are built. This ends the plot area of each such chart above its label.
+// As they are built, the plots of the charts of vertical tables fill their frames, and the charts' titles
+// stand as labels at their foot, where they cover the first bars. This ends each plot above the title.
 void UncoverFirstBars(host::excel::Application& application);
 
 }  // namespace mirelo::day

@@ -16,8 +16,8 @@ struct StreamedField;
 
 namespace mirelo::day {
 
-// What is known of each ticker. What a streamed quote's record carried takes its place here, zeros among it;
-// what it lacked stays as it was. LastVolume alone is not kept: it is always that of the newest quote.
+// What is known of each ticker. A streamed quote changes what its record carried, zeros included; what the
+// record lacked stays as it was. Only LastVolume is always that of the newest quote.
 class QuoteBoard {
  public:
   // All that a streamed quote can show, in an order for reading.
@@ -55,8 +55,8 @@ class QuoteBoard {
   std::int64_t quote_count_ = 0;
 };
 
-// All columns of one quote alone; what its record lacked is nothing. LastVolume is what a record with a
-// volume brings.
+// One quote by itself, a value for each of AllColumns; nothing for what its record lacked. LastVolume is
+// there where the record has a volume, of which it is worked out.
 QuoteRow QuoteFields(const cQTData& quote);
 
 }  // namespace mirelo::day

@@ -10,8 +10,7 @@
 namespace mirelo::day {
 
 // One value of a quote, as a cell takes it: a number, a moment (a date or a time of day), a text, or nothing.
-// Numbers and moments that came as texts keep these, for who shows them as QuoteTracker or the user's format
-// wrote them.
+// A number or a moment that came as a text keeps that text, so that it can be shown as it was written.
 class QuoteValue {
  public:
   enum class Kind : std::uint8_t { Nothing, Number, Moment, Text };
@@ -68,7 +67,7 @@ Reading ReadingOf(const std::string& column);
 // characters take several in a file, which has no more room than a cell.
 inline constexpr std::int32_t kLongestText = 16'383;
 
-// Whether a text is longer; it is to be cut then, lest no cell takes it.
+// Whether a text is longer than that; it must be cut before it is written.
 bool IsTooLong(const std::string& text);
 
 // The value of a text that has come. One that is too long for a cell stays text until it is cut.

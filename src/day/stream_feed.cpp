@@ -267,7 +267,7 @@ void StreamFeed::NoteLoginResult(std::span<const std::uint8_t> message) {
   }
 }
 
-void StreamFeed::CallAgain() {
+void StreamFeed::Reconnect() {
   ++reconnects_;
   failure_.Guard([this] { Connect(); });
 }
@@ -276,7 +276,7 @@ void StreamFeed::ReconnectLater(const std::string& reason) {
   if (!running_) return;
   const Pause pause = std::exchange(pause_, std::min(2 * pause_, kLongestPause));
   for (const auto timer : {reconnect_, listening_}) loop_.StopTimer(timer);
-  reconnect_ = loop_.StartTimer(pause, [this] { CallAgain(); });
+  reconnect_ = loop_.StartTimer(pause, [this] { Reconnect(); });
   Status.Raise(reason + "; calling again in " + InSeconds(pause));
 }
 

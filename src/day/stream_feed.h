@@ -52,7 +52,7 @@ class StreamFeed {
   // Ends the subscriptions and the connection, and does not reconnect.
   void Stop();
 
-  // How often it has called QuoteTracker again.
+  // How often it has reconnected.
   int Reconnects() const { return reconnects_; }
 
   // Runs the loop until `done`. What the stream cannot follow is told as a loss, and it goes on behind it;
@@ -83,7 +83,7 @@ class StreamFeed {
   void SweepLater();
   void ListenForSilence();
   void NoteLoginResult(std::span<const std::uint8_t> message);
-  void CallAgain();
+  void Reconnect();
   void ReconnectLater(const std::string& reason);
   std::shared_ptr<cQTStreaming> NewStream();
 

@@ -83,7 +83,7 @@ class WorkingDay {
   std::string Source() const { return tables_ ? tables_->Title() : ""; }
   // cMirelo::DecimalPlacesFormat.
   std::string PriceFormat() { return facade_.DecimalPlacesFormat(); }
-  // How often a stream was called again.
+  // How often a stream has reconnected.
   int Reconnects() const { return stream_ ? stream_->Reconnects() : 0; }
   // How many of the quotes that came have reached the sheets.
   std::int64_t Written() const { return written_; }

@@ -31,8 +31,8 @@ class Button : public Control {
 
   void UserPress();
 
-  // Puts somebody between the person and the button, whom the form knows nothing of. At each press of the
-  // person they are called in place of the click, which `click` makes: once, several times or not at all.
+  // Calls the attendant in place of the click when the person presses the button. The attendant calls
+  // `click`, which clicks it: once, several times or not at all. The form knows nothing of that.
   using Attendant = std::function<void(const std::function<void()>& click)>;
   void AttendWith(Attendant attendant) { attendant_ = std::move(attendant); }
 

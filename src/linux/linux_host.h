@@ -43,7 +43,8 @@ class LinuxHost : public host::Host {
   void RunOn(std::unique_ptr<host::MessageLoop> loop);
   void ShowOn(std::unique_ptr<host::Desktop> desktop);
   void FetchThrough(Wrap wrap);
-  // Wraps the desktop, whichever it is at last.
+  // Puts a wrapper around the desktop. It is made when the desktop is first asked for, so it wraps the one of
+  // ShowOn whichever is called first.
   using WrapDesktop = std::function<std::unique_ptr<host::Desktop>(host::Desktop& inner)>;
   void ShowThrough(WrapDesktop wrap);
   // Keeps credentials in this folder in place of the user's own.

@@ -36,11 +36,12 @@ struct ColumnPlace {
 constexpr ColumnPlace ListRight(int place) { return {place}; }
 inline constexpr ColumnPlace kListLeft{};
 
-// Whether a value that was asked for makes a quote another than the one before, and so a row of the history.
+// When a quote that was asked for counts as a new one, and so gets a row of the history: by its value in this
+// column, compared with the quote before.
 enum class MakesRow : std::uint8_t {
-  Never,        // it says who is quoted, or when was asked
-  WhenOther,    // than before
-  WhenNotZero,  // it is counted from the quote before
+  Never,        // the value says who is quoted, or when it was asked
+  WhenOther,    // when it differs
+  WhenNotZero,  // the value itself is a difference to the quote before
 };
 
 // Which property of a streamed quote a column shows, and the field of the record that brings it.
@@ -175,7 +176,7 @@ inline constexpr std::array kColumnVocabulary{
               kNotInHistories, "the highest price of 52 weeks"),
 };
 
-// Of the columns so many, the first ones, stand in QuoteTracker's replies; any behind them come over a stream
+// How many columns stand in QuoteTracker's replies: the first ones. Those behind them come over a stream
 // alone.
 inline constexpr std::size_t kReplyFields = 19;
 

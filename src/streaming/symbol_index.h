@@ -24,13 +24,14 @@ class SymbolIndex {
   }
 
   // Prefetching, for indexes so large that neither the entry nor the state of a symbol is in a cache when it
-  // is wanted. Expect takes the symbol of the record after the next and prefetches its entry, the state of
-  // the next one, whose entry has come by now, and what the state of the one at hand refers to. All are hints
-  // and change nothing.
+  // is wanted. Expect is called once for each record, with the symbol of the record two places further on,
+  // and works as a pipeline of three steps: it prefetches the entry of that symbol; the state of the symbol
+  // one place before, whose entry has arrived by now; and the date text of the state before that. These are
+  // hints and change nothing.
   bool IsLarge() const { return entries_.size() >= kLarge; }
   void Expect(std::string_view spelling) {
     if (at_hand_ != nullptr) __builtin_prefetch(at_hand_->DateQuoteTrecker().data());
-    at_hand_ = next_ == nullptr ? nullptr : next_->state;  // none lives at the symbol's home, it may be
+    at_hand_ = next_ == nullptr ? nullptr : next_->state;  // null where no symbol is at home there
     FetchState();
     next_ =
         spelling.empty() || spelling.size() > kLongest ? nullptr : &entries_[HomeOf(SymbolKey::Of(spelling))];

@@ -35,8 +35,8 @@ class StandardStream : public Output {
   // Forgets that something could not be written.
   void Forgive() { error_ = 0; }
 
-  // From now on what is put into it waits, as long as another has the terminal; until Release, which writes
-  // it. What is more than a person would read then is written at once all the same.
+  // For as long as something else has the terminal: what is put into the stream waits until Release, which
+  // writes it. Where more waits than a person would read afterwards, it is written at once all the same.
   void Hold();
   void Release();
 

@@ -15,20 +15,21 @@
 
 namespace mirelo::wire {
 
-// Gives a sink its bytes in whole messages. The connection inside holds it.
+// Stands between a connection and one of its sinks, and hands the sink the bytes in whole messages. It is
+// held by the connection that is wrapped.
 class AlignedConnection::Sink : public host::BytesTransferEvents, public std::enable_shared_from_this<Sink> {
  public:
   Sink(AlignedConnection& connection, std::shared_ptr<host::BytesTransferEvents> sink);
 
   void NoteRequest(const std::string& message) { aligner_->NoteRequest(message); }
 
-  // No message follows, until Restart.
+  // Hands over no more messages, until Restart.
   void Stop();
   // As at the beginning of a stream.
   void Restart();
-  // What waits for more goes to the sink as it stands.
+  // Hands over what waits for the rest of its message, as it stands.
   void LetGo();
-  // The same at the end of the connection.
+  // Does so at the end of the connection.
   void End();
 
   void OnBytesAvailable(host::SocketConnection& connection) override { sink_->OnBytesAvailable(connection); }
@@ -66,14 +67,15 @@ class AlignedConnection::Sink : public host::BytesTransferEvents, public std::en
   host::MessageLoop& loop_;
   const std::shared_ptr<host::BytesTransferEvents> sink_;
   std::shared_ptr<MessageAligner> aligner_;
-  std::vector<std::uint8_t> later_;  // what came while the sink was at work
+  std::vector<std::uint8_t> later_;  // what came while the sink was busy
   Wait wait_;                        // what the timer was started for
   host::MessageLoop::Token timer_ = 0;
   bool delivering_ = false;
   bool stopped_ = false;
 };
 
-// Tells a sink of the connection's end, behind the messages that are with the sinks of its bytes.
+// Stands between a connection and a sink of its events. It tells the sink of the connection's end only when
+// all messages that came before have been handed over.
 class AlignedConnection::EndSink : public host::ConnectionEvents,
                                    public std::enable_shared_from_this<EndSink> {
  public:

@@ -96,8 +96,8 @@ class MessageAligner {
   // and the connection should be closed.
   bool IsOverfull() const { return overfull_; }
 
-  // Is called with bytes that are left out, before they go; not with blanks between messages. It must raise
-  // nothing and leave the aligner alone.
+  // The handler is called with bytes that are left out, right before they are dropped; not with blanks
+  // between messages. It must raise nothing and leave the aligner alone.
   void OnLeftOut(std::function<void(Bytes)> handler) { on_left_out_ = std::move(handler); }
 
   // What a person should know of what was left out, in lines without a full stop; each is told once.

@@ -30,10 +30,10 @@ class ObservedSockets : public host::WinsockLibrary {
   Event<std::span<const std::uint8_t>> Received;
   // A message as the connection's own sink is about to get it.
   Event<std::span<const std::uint8_t>> Delivered;
-  // Bytes that no sink gets, since no message can be made of them or nobody asked for it. A handler must
-  // raise nothing.
+  // Bytes that no sink gets, since they are no message or one that nobody asked for. A handler must raise
+  // nothing.
   Event<std::span<const std::uint8_t>> LeftOut;
-  // All whole messages of what has come are with the connection's own sinks, whatever these made of them.
+  // The connection's own sinks have had all whole messages of what has come, and have returned or raised.
   Event<> Rested;
   // Raised for a drop and a refusal, not for a Disconnect of our own; and for a connection that was given up
   // since its messages had no end. The text is for people.

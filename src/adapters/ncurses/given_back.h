@@ -4,8 +4,9 @@
 
 namespace mirelo::ncurses {
 
-// Gives a terminal back when the program ends without unwinding: by a signal whose way nobody has changed, or
-// by exit(3). Made before the terminal is changed; with its end nothing is caught any more.
+// Restores a terminal when the program ends without unwinding: by a signal that is not ignored, or by
+// exit(3). It is made before the terminal is changed, and remembers its modes; with its end nothing is
+// restored any more.
 class GivenBack {
  public:
   // `descriptor` is of the terminal, and outlives this.
@@ -14,7 +15,8 @@ class GivenBack {
   GivenBack(const GivenBack&) = delete;
   GivenBack& operator=(const GivenBack&) = delete;
 
-  // From now on; the kind of the terminal is known.
+  // Begins to catch these ends. To be called once ncurses knows the kind of the terminal, whose control
+  // sequences are looked up here.
   void Arm();
 };
 

@@ -13,7 +13,8 @@ namespace mirelo::ncurses {
 // exit(3) among them. One may exist at a time.
 class Screen {
  public:
-  // Nothing where the standard output is no terminal that can be used as a screen, or another job has it.
+  // Null where the standard output is no terminal that can be used as a screen, or where the program runs in
+  // the background of its terminal.
   static std::unique_ptr<Screen> Open(bool in_color);
   ~Screen();
   Screen(const Screen&) = delete;
@@ -30,8 +31,9 @@ class Screen {
   // The keys that were pressed since the last call, without waiting.
   std::vector<terminal::Key> Keys();
 
-  // Gives the terminal back until TakeBack, for who is about to stop. TakeBack alone draws all anew, for who
-  // was stopped unasked.
+  // For a process that is stopped (SIGTSTP) and continued: GiveBack restores the terminal before it stops,
+  // TakeBack makes it a screen again and draws all anew. After a stop that nobody announced (SIGSTOP)
+  // TakeBack alone will do.
   void GiveBack();
   void TakeBack();
 

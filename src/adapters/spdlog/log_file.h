@@ -24,9 +24,9 @@ class LogFile : public host::Log {
  public:
   static constexpr std::size_t kMostBytes = std::size_t{10} * 1024 * 1024;
   static constexpr std::size_t kOldFiles = 4;
-  // The longest line that is written, in bytes; of others so many are.
+  // The longest line that is written, in bytes; longer ones are cut there.
   static constexpr std::size_t kLongestLine = 4000;
-  // How long a file that failed is left alone.
+  // How long nothing is written after the file has failed, before it is tried again.
   static constexpr std::chrono::seconds kPause{10};
 
   struct Limits {
@@ -35,8 +35,8 @@ class LogFile : public host::Log {
     std::chrono::milliseconds pause = kPause;
   };
 
-  // Writes lines from the level `least` on. `tell` is called with a sentence when the file fails, and again
-  // when it has failed anew after it had recovered; it must raise nothing.
+  // Writes lines of the level `least` and above. `tell` is called with a sentence for a person when the file
+  // fails, once until it has recovered; it must raise nothing.
   //
   // Makes the folder and the file where they are absent. Error 75, with the file and the reason as text, when
   // that fails or something else than a file stands there.
@@ -58,9 +58,9 @@ class LogFile : public host::Log {
   Level least_;
   std::function<void(const std::string&)> tell_;
   Limits limits_;
-  std::unique_ptr<Sink> sink_;     // none while a file that failed is left alone
-  Clock::time_point try_again_{};  // when there is none
-  std::int64_t lost_ = 0;          // lines since then
+  std::unique_ptr<Sink> sink_;     // null while a file that failed is left alone
+  Clock::time_point try_again_{};  // when to open it again, while that is null
+  std::int64_t lost_ = 0;          // lines that were not written since it failed
 };
 
 }  // namespace mirelo::logging

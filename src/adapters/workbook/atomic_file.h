@@ -28,8 +28,8 @@ void WriteWholeFile(const std::filesystem::path& file, const std::vector<char>& 
 //
 // With `known`, a file is replaced only while that is its stamp: one that another program has changed, or has
 // made, raises host::ChangedMeanwhile, also when that comes to light only at the end. One that is gone is
-// made anew. `placing` is called with the result right before the new file takes its place: who does not hear
-// more can see by that whether it did.
+// made anew. `placing` is called with the result right before the new file takes its place: a caller in
+// another process, who may never hear of the end, can tell by the stamp which file stands there.
 using Placing = std::function<void(const FileStamp&)>;
 FileStamp ReplaceFile(const std::filesystem::path& file,
                       const std::function<void(const std::filesystem::path&)>& write,

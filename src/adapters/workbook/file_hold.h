@@ -36,11 +36,12 @@ class FileHold {
   // Whether others are kept out: not where the file system knows no locks.
   bool IsLocked() const;
 
-  // Of all locks that this process has. A copy of it that keeps them open keeps others out until it has
-  // ended.
+  // The descriptors of all locks that this process has. A forked copy that keeps them open keeps other
+  // processes out until it has ended.
   static std::vector<int> Descriptors();
-  // Takes the locks again that somebody has removed, as the next save here would, for who has the saving done
-  // by a copy of this process. What cannot be taken again is for that save to tell.
+  // Takes locks again whose files somebody has removed. A save does that by itself; this is for a process
+  // that forks a copy to save, since a lock that the copy takes would end with it. A lock that cannot be
+  // taken again raises nothing here: the save will tell.
   static void TakeAgain();
 
  private:

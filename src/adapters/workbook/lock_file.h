@@ -39,8 +39,8 @@ class LockFile {
 // opened for writing wherever that is allowed, since network file systems give no exclusive lock to a reader.
 Descriptor OpenToLock(const std::filesystem::path& file);
 
-// Opens the lock file of this name and takes its lock, where no process has it any more: one that was killed
-// has left it. Else an empty descriptor.
+// Opens and locks a lock file that a killed process has left. An empty descriptor when there is none, or when
+// a process has it.
 Descriptor DeadLock(const std::filesystem::path& lock);
 
 }  // namespace mirelo::workbook

@@ -13,12 +13,12 @@
 
 namespace mirelo::workbook {
 
-// A copy of this process that does one thing and sends messages about it. Its memory is this one's as it is
-// now, of which the machine copies what either changes from then on; nothing that it changes is changed here.
+// A forked copy of this process that does one thing and sends messages about it. It has the memory as it is
+// now; the machine copies the pages that either changes from then on, so neither sees the other's changes.
 //
-// It ends with its work and with this object, and where this process ends however that comes. It runs no
-// destructors of this process's things and writes no buffered output of its streams, and signals that are
-// sent to all of a terminal's processes are this one's to take. Of the open descriptors it has the standard
+// It ends when its work is done, when this object is destroyed, and when this process ends in whatever way.
+// It runs no destructors and flushes no stream that it has from here, and leaves the signals that a terminal
+// sends to all its processes to this one. Of the open descriptors it has the standard
 // streams and the locks on files (see FileHold): a file is held until everything is gone that could write it,
 // but a connection ends when this process closes it. What is printed to the standard error stream there goes
 // nowhere.
@@ -57,14 +57,15 @@ class ProcessCopy {
 
   // Ready for reading when there is something to receive, the end included.
   int descriptor() const { return line_.number(); }
-  // Waits for that; false when nothing came in `patience`, from which the waiting is taken. A time in which
-  // this process stands still itself, as one that a shell has stopped, counts for next to nothing.
+  // Waits until there is something to receive; false when nothing came within `patience`, which is shortened
+  // by the time waited. Time in which this process was stopped itself, as by a shell, hardly counts.
   bool Await(std::chrono::milliseconds& patience) const;
-  // Takes what has come until now, without waiting. False when nothing more will come: the copy has gone, and
-  // all of its own.
+  // Takes what has come until now, without waiting. False when nothing more will come: the copy has ended,
+  // and so have the copies that it has made of itself.
   bool Receive();
   // The next whole message of what was received.
   std::optional<Message> Next();
+  // Lets the copy go on behind AwaitAnswer.
   void Answer() const;
 
   // How it ended, in a few words; to be called when nothing more will come.

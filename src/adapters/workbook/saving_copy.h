@@ -13,13 +13,13 @@
 
 namespace mirelo::workbook {
 
-// Saves a spreadsheet beside this process: a copy of it does, whose memory holds the workbook as it was, and
-// tells what this process has to know.
+// Saves a spreadsheet while this process goes on: a forked copy of the process saves the workbook as it was
+// at the fork, and tells what this process has to know.
 //
-// The copy saves as Spreadsheet::Save does, the file writer's own process included. While there is a loss to
-// tell it waits until that was told here, so that it is told before the file changes. It keeps this process's
-// hold on the file with it, and ends with this process, so nobody else gets the hold while it could still put
-// a file in place. Where it does not come to its end, what it left is removed from here.
+// The copy saves as Spreadsheet::Save does, and lets the file writer run in a process of its own, too. It
+// waits until each loss was told here, so that a person knows before the file changes. It shares this
+// process's hold on the file, and ends when this process ends: so nobody else gets the hold while the copy
+// could still put a file in place. Where it breaks off, what it left is removed from here.
 class SavingCopy : public host::Saving {
  public:
   struct Place {

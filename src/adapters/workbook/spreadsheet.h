@@ -69,17 +69,17 @@ class Spreadsheet {
   // goes on.
   void Save(const std::filesystem::path& file);
 
-  // What is known of losses by now: of those that were told, and of those that are behind it.
+  // What is known of losses by now.
   struct LossNotes {
-    std::set<std::string> told;      // by NewLosses
-    std::set<std::string> suffered;  // by saving
-    bool keeps_no_sheet = false;     // since its sheets did not read back as they stand in the loaded file
+    std::set<std::string> told;      // that NewLosses has given
+    std::set<std::string> suffered;  // that saving has made, so that they are not ahead any more
+    bool keeps_no_sheet = false;     // since kept sheets did not read back as they stand in the loaded file
   };
   const LossNotes& Notes() const { return notes_; }
 
-  // For who has it saved by a copy of this process: what has come to be known there is known here, too.
+  // For a caller that has a forked copy of this process save it. TakeOver takes over what the copy has come
+  // to know of losses, WasSavedIn the name of the file in which the copy has saved it.
   void TakeOver(const LossNotes& notes);
-  // The same for the file in which it was saved there.
   void WasSavedIn(const std::filesystem::path& file);
 
   // Raises the error by which Save would refuse, as far as that can be told before there is anything to save.

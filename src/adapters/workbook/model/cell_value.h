@@ -17,7 +17,7 @@ std::string_view ErrorText(CellError error);
 std::optional<CellError> ParseCellError(std::string_view text);  // letters of either case
 
 // What one cell holds: nothing, a number (dates are numbers), a boolean, an error, a text that is not empty,
-// or a formula whose result nobody has told.
+// or the unknown result of a formula.
 class CellValue {
  public:
   CellValue() = default;

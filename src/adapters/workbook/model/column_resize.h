@@ -6,11 +6,12 @@
 
 namespace mirelo::workbook {
 
-// Gives a column another width. Charts beside it that move with their cells move, and those above it that
-// grow with their cells grow.
+// Gives a column another width. Of the charts that are placed by their cells, those to its right move, and
+// those that cover the column and are sized with their cells change their width.
 void ResizeColumn(Sheet& sheet, std::int32_t column, std::int32_t pixels);
 
-// The width of a column in digits of the standard letters, to two places, and back.
+// From the width of a column in pixels to that in digits of the standard font, to two decimal places, and
+// back.
 inline constexpr double kMostDigits = 255;
 double DigitsOfPixels(std::int32_t pixels);
 std::int32_t PixelsOfDigits(double digits);

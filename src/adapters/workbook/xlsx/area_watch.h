@@ -9,19 +9,21 @@
 
 namespace mirelo::workbook {
 
-// Who looks at which areas of one sheet: asked for a cell, it tells everyone who looks at it. All are entered
-// first, then asked for. Each question takes about as long as the areas have different sizes, however many
-// there are; after very many questions everyone is told.
+// An index of areas on one sheet, each with somebody who looks at it: it finds those who look at a given
+// cell. All areas are added first, then cells are asked for. What a question costs depends on how many
+// different sizes the areas have, not on how many areas there are; after very many questions the answer is
+// everybody.
 class AreaWatch {
  public:
   using Who = std::uint32_t;
 
-  // An area of odd bounds may be taken for a somewhat larger one.
+  // An area whose bounds would take many pieces (see Run) is taken for a somewhat larger one.
   void Add(const Area& area, Who who);
-  // How much all that was added takes.
+  // How many pieces all the areas take, a measure of the memory.
   std::size_t Size() const { return entries_.size(); }
 
-  // Those who look at the cell. Who was told of for one area is not told of for it again.
+  // Those who look at the cell, one entry for each area. An area is in one answer at most, so that whoever
+  // follows formulas from cell to cell does not meet it twice.
   std::vector<Who> Take(const CellPlace& cell);
   std::vector<Who> TakeAll();
 

@@ -11,7 +11,7 @@ namespace mirelo::workbook {
 // the file read again. Styles are compared by their ids, which reading gives out in the same order each time.
 bool IsUnchanged(const Sheet& sheet, const Sheet& loaded);
 
-// The same where the values of these cells do not count.
+// The same, but other values in the cells of `but` are no change.
 bool IsUnchanged(const Sheet& sheet, const Sheet& loaded, const std::vector<CellPlace>& but);
 
 // The same for a chart on the sheet `own_sheet`. It counts as unchanged, too, where it has followed cells of

@@ -15,8 +15,8 @@ namespace mirelo::workbook {
 struct SheetFormula {
   CellPlace place;
   std::shared_ptr<const FormulaReferences> references;  // as seen from its cell
-  // The further cells of the file that hold its results, as those of an array formula; and whether there may
-  // be others that the file does not have.
+  // Further cells of the file that hold results of it, as an array formula has them; and whether it may fill
+  // cells besides, which do not stand in the file.
   std::vector<CellPlace> others;
   bool may_fill_more = false;
 };

@@ -11,7 +11,8 @@
 namespace mirelo::workbook {
 
 // The formats of a sheet as a file tells them: those of columns, over them those of rows, over both those of
-// cells. Where two empty cells close a column as ToldStyles has it, the column's format ends with the first.
+// cells. Where two empty cells at a column's foot are a mark of ToldStyles, the column's format ends with the
+// upper one.
 class StyleLayers {
  public:
   void SetColumns(std::int32_t first, std::int32_t last, StyleId style);

@@ -11,14 +11,14 @@ namespace mirelo::workbook {
 
 // The formats of a sheet as its file tells them.
 //
-// A format may reach far down over empty cells, as that of a history which is yet to come. Told by its cells
-// it would be most of the file. Where nobody can see a difference, it is told as the format of the whole
-// column instead, and its end by two empty cells that close the column: the last one of it, which would need
-// no telling, and the one below, with the format of all the rest. StyleLayers takes these for what they are;
+// A format may reach far down over empty cells, as in a history whose rows are yet to come. Written cell by
+// cell it would be most of the file. Where nobody can see a difference, it is written as the format of the
+// whole column instead, and its end is marked by two empty cells at the column's foot: the last cell that has
+// the format, and the one below it, with the format of all the rest. StyleLayers reads these two as a mark;
 // to other programs the format reaches down to the sheet's foot.
 struct ToldStyles {
-  StyleGrid styles;              // in which such formats go on below those two cells
-  std::vector<CellPlace> lasts;  // the upper ones of these
+  StyleGrid styles;              // with such formats going on below their marks
+  std::vector<CellPlace> lasts;  // the upper cell of each mark
 };
 ToldStyles StylesToTell(const Sheet& sheet, const StyleTable& table);
 
