@@ -19,11 +19,11 @@ namespace mirelo::app {
 namespace {
 
 using terminal::ColumnsOf;
-using terminal::Look;
 using terminal::Picture;
 using terminal::PictureLine;
 using terminal::Piece;
 using terminal::ShownText;
+using terminal::TextStyle;
 using terminal::Tone;
 
 constexpr const char* kPercentHeader = "%";
@@ -59,12 +59,12 @@ std::string Fitted(const std::string& text, std::size_t width, bool to_the_right
   return to_the_right ? padding + cut : cut + padding;
 }
 
-Piece PieceOf(const std::string& text, const Look& look = {}) { return {ShownText(text), look}; }
+Piece PieceOf(const std::string& text, const TextStyle& style = {}) { return {ShownText(text), style}; }
 
-Look Reversed() {
-  Look look;
-  look.reverse = true;
-  return look;
+TextStyle Reversed() {
+  TextStyle style;
+  style.reverse = true;
+  return style;
 }
 
 // A window may be narrower than the first column.
@@ -310,8 +310,8 @@ std::vector<std::size_t> LiveModel::ColumnsThatFit(std::size_t room) {
 }
 
 PictureLine LiveModel::HeaderLine(const std::vector<std::size_t>& columns) const {
-  Look look;
-  look.bold = true;
+  TextStyle style;
+  style.bold = true;
   std::string text(ColumnsOf(kFreshMark) + 1, ' ');
   for (const std::size_t c : columns) {
     const std::string mark = c != sorted_by_ ? "" : downwards_ ? "v" : "^";
@@ -319,7 +319,7 @@ PictureLine LiveModel::HeaderLine(const std::vector<std::size_t>& columns) const
     if (c != columns.front()) text.append(kGap, ' ');
     text += Fitted(headers_[c] + mark, widths_[c], to_the_right);
   }
-  return {PieceOf(text, look)};
+  return {PieceOf(text, style)};
 }
 
 PictureLine LiveModel::LineOf(const Row& row, const std::vector<std::size_t>& columns, Time now) const {
@@ -329,13 +329,13 @@ PictureLine LiveModel::LineOf(const Row& row, const std::vector<std::size_t>& co
   const bool is_old = row.changed && now - *row.changed >= kOld;
   PictureLine line{PieceOf(std::string(is_fresh(row.changed) ? kFreshMark : is_old ? kOldMark : " ") + " ")};
   for (const std::size_t c : columns) {
-    Look look;
-    look.dim = is_old;
-    look.bold = is_fresh(row.cells[c].changed);
+    TextStyle style;
+    style.dim = is_old;
+    style.bold = is_fresh(row.cells[c].changed);
     if (c == price_ || c == change_ || c == percent_)
-      look.tone = row.sign > 0 ? Tone::Up : row.sign < 0 ? Tone::Down : Tone::Plain;
+      style.tone = row.sign > 0 ? Tone::Up : row.sign < 0 ? Tone::Down : Tone::Plain;
     if (c != columns.front()) line.push_back(PieceOf(std::string(kGap, ' ')));
-    line.push_back(PieceOf(Fitted(row.cells[c].text, widths_[c], is_numeric_[c] && c > 0), look));
+    line.push_back(PieceOf(Fitted(row.cells[c].text, widths_[c], is_numeric_[c] && c > 0), style));
   }
   return line;
 }

@@ -7,13 +7,13 @@
 #include "automation/text.h"
 #include "automation/variant.h"
 #include "dialog/palette.h"
+#include "dialog/sheet_names.h"
 
 namespace mirelo::catalogue {
 
 namespace {
 
 constexpr std::string_view kInNoHost = " \t\r\n/\\?#@\"<>,;()[]{}|^`";
-constexpr std::string_view kInNoSheetName = "=@#&$%^'!:\\/?*[]";
 constexpr std::int32_t kLongestSheetNameStart = 28;  // of 31, with brackets and a letter behind it
 
 }  // namespace
@@ -37,7 +37,7 @@ bool IsFillColor(std::string_view text) {
 }
 
 bool IsSheetNameStart(std::string_view text) {
-  return text.find_first_of(kInNoSheetName) == text.npos && Len(Trim(text)) <= kLongestSheetNameStart;
+  return text.find_first_of(kNotInSheetNames) == text.npos && Len(Trim(text)) <= kLongestSheetNameStart;
 }
 
 }  // namespace mirelo::catalogue

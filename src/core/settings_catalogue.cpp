@@ -11,11 +11,16 @@
 #include "automation/number.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "core/known_setting.h"
+#include "dialog/sheet_names.h"
 #include "host/registry_names.h"
 
 namespace mirelo {
 
 namespace {
+
+static_assert(catalogue::Row(catalogue::kSettings, "txtVerticalSheet").allowed.ends_with(kNotInSheetNames),
+              "the phrase names the characters that the check refuses");
 
 bool StartsWith(std::string_view text, std::string_view start) {
   return text.size() >= start.size() && EqualText(text.substr(0, start.size()), start);

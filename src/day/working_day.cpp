@@ -9,6 +9,7 @@
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
+#include "core/known_setting.h"
 #include "core/mGlobal.h"
 #include "day/chart_labels.h"
 #include "day/dialog_result.h"
@@ -27,9 +28,7 @@ using Clock = std::chrono::steady_clock;
 // next.
 constexpr int kPauseForWriting = 2;
 
-bool IsUpdateOnce() {
-  return mGlobal::AppSettings().GetSetting("Settings", "UpdateEvery", "1").ToText() == "0";
-}
+bool IsUpdateOnce() { return DialogSetting("UpdateEvery").In(mGlobal::AppSettings()).ToText() == "0"; }
 
 }  // namespace
 

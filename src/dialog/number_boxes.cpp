@@ -13,13 +13,13 @@
 #include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
+#include "dialog/sheet_names.h"
 #include "host/desktop.h"
 
 namespace mirelo {
 
 namespace {
 
-constexpr const char* kNotInSheetNames = "=@#&$%^'!:\\/?*[]";
 constexpr std::string_view kSampleNumber = "2.1234567890";
 
 std::int16_t NumberOf(const forms::TextBox& box) { return Variant(box.Text()).ToInt16(); }
@@ -123,7 +123,7 @@ void frmMirelo::txtVerticalSheet_Change() {
   SkippingFailures([&](SkippingFrame& frame) {
     Variant name;
     STEP(name = txtVerticalSheet.Text());
-    STEP(txtVerticalSheet.Text(RemoveBadSymbols(name, kNotInSheetNames).ToText()));
+    STEP(txtVerticalSheet.Text(RemoveBadSymbols(name, std::string(kNotInSheetNames)).ToText()));
     STEP(lblExampleSheet.Caption(std::string(Trim(txtVerticalSheet.Text())) + "(Ticker)"));
   });
 }

@@ -13,17 +13,17 @@ namespace mirelo::terminal {
 
 enum class Tone { Plain, Up, Down };  // up is green, down is red
 
-struct Look {
+struct TextStyle {
   Tone tone = Tone::Plain;
   bool bold = false;
   bool dim = false;
   bool reverse = false;
-  friend bool operator==(const Look&, const Look&) = default;
+  friend bool operator==(const TextStyle&, const TextStyle&) = default;
 };
 
 struct Piece {
   ShownText text;
-  Look look;
+  TextStyle style;
   friend bool operator==(const Piece&, const Piece&) = default;
 };
 

@@ -96,23 +96,23 @@ TEST(LiveModel, HasNoPercentageWhereThePriceBeforeIsNone) {
 TEST(LiveModel, ColoursPricesByTheSignOfTheirChange) {
   Shown shown;
   for (const char* text : {"28.5", "0.5", "+1.79"})
-    EXPECT_EQ(shown.PieceWith(1, text).look.tone, Tone::Up) << text;
+    EXPECT_EQ(shown.PieceWith(1, text).style.tone, Tone::Up) << text;
   for (const char* text : {"150", "-50", "-25.00"})
-    EXPECT_EQ(shown.PieceWith(2, text).look.tone, Tone::Down) << text;
-  EXPECT_EQ(shown.PieceWith(3, "9").look.tone, Tone::Plain);
-  EXPECT_EQ(shown.PieceWith(1, "MSFT").look.tone, Tone::Plain);
+    EXPECT_EQ(shown.PieceWith(2, text).style.tone, Tone::Down) << text;
+  EXPECT_EQ(shown.PieceWith(3, "9").style.tone, Tone::Plain);
+  EXPECT_EQ(shown.PieceWith(1, "MSFT").style.tone, Tone::Plain);
 }
 
 TEST(LiveModel, ColoursPricesByTheirLastMoveWhereNoChangeIsKnown) {
   Shown shown;
   shown.model = LiveModel({"Ticker", "Last"});
   shown.rows = {{QuoteValue::Text("A"), QuoteValue(5.0)}};
-  EXPECT_EQ(shown.PieceWith(1, "5").look.tone, Tone::Plain);
+  EXPECT_EQ(shown.PieceWith(1, "5").style.tone, Tone::Plain);
   shown.rows[0][1] = QuoteValue(4.0);
-  EXPECT_EQ(shown.PieceWith(1, "4").look.tone, Tone::Down);
-  EXPECT_EQ(shown.PieceWith(1, "4").look.tone, Tone::Down) << "until it goes up";
+  EXPECT_EQ(shown.PieceWith(1, "4").style.tone, Tone::Down);
+  EXPECT_EQ(shown.PieceWith(1, "4").style.tone, Tone::Down) << "until it goes up";
   shown.rows[0][1] = QuoteValue(4.5);
-  EXPECT_EQ(shown.PieceWith(1, "4.5").look.tone, Tone::Up);
+  EXPECT_EQ(shown.PieceWith(1, "4.5").style.tone, Tone::Up);
 }
 
 TEST(LiveModel, MarksWhatChangedInTheLastSecondAndWhatHasGrownOld) {
@@ -122,15 +122,15 @@ TEST(LiveModel, MarksWhatChangedInTheLastSecondAndWhatHasGrownOld) {
   EXPECT_THAT(shown.Lines()[1], StartsWith("  MSFT"));
   shown.rows[0][1] = QuoteValue(28.6);
   EXPECT_THAT(shown.Lines()[1], StartsWith("* MSFT"));
-  EXPECT_TRUE(shown.PieceWith(1, "28.6").look.bold);
-  EXPECT_FALSE(shown.PieceWith(1, "0.5").look.bold);
+  EXPECT_TRUE(shown.PieceWith(1, "28.6").style.bold);
+  EXPECT_FALSE(shown.PieceWith(1, "0.5").style.bold);
   EXPECT_THAT(shown.Lines()[2], StartsWith("  IBM"));
   shown.now += 1s;
   EXPECT_THAT(shown.Lines()[1], StartsWith("  MSFT"));
-  EXPECT_FALSE(shown.PieceWith(1, "28.6").look.bold);
+  EXPECT_FALSE(shown.PieceWith(1, "28.6").style.bold);
   shown.now += 55s;
   EXPECT_THAT(shown.Lines()[2], StartsWith("o IBM"));
-  EXPECT_TRUE(shown.PieceWith(2, "150").look.dim);
+  EXPECT_TRUE(shown.PieceWith(2, "150").style.dim);
   EXPECT_THAT(shown.Lines()[1], StartsWith("  MSFT")) << "it changed later";
 }
 
@@ -215,7 +215,7 @@ TEST(LiveModel, ShowsTheStateInTheLastLinesAndInReverse) {
   shown.size = {12, 60};
   const auto picture = shown.Draw();
   EXPECT_THAT(TextOf(picture[9]), StartsWith("Streaming "));
-  EXPECT_TRUE(picture[9].front().look.reverse);
+  EXPECT_TRUE(picture[9].front().style.reverse);
   EXPECT_EQ(TextOf(picture[10]), "5 quotes");
   EXPECT_EQ(TextOf(picture[11]), "? help");
 }

@@ -141,14 +141,14 @@ void Screen::Show(const terminal::Picture& picture) {
   for (const terminal::PictureLine& line : picture) {
     if (::wmove(stdscr, number++, 0) == ERR) break;
     for (const terminal::Piece& piece : line) {
-      const terminal::Look& look = piece.look;
+      const terminal::TextStyle& style = piece.style;
       attr_t attributes = A_NORMAL;
-      if (look.bold) attributes |= A_BOLD;
-      if (look.dim) attributes |= A_DIM;
-      if (look.reverse) attributes |= A_REVERSE;
-      const short pair = look.tone == terminal::Tone::Up     ? kUpPair
-                         : look.tone == terminal::Tone::Down ? kDownPair
-                                                             : short{0};
+      if (style.bold) attributes |= A_BOLD;
+      if (style.dim) attributes |= A_DIM;
+      if (style.reverse) attributes |= A_REVERSE;
+      const short pair = style.tone == terminal::Tone::Up     ? kUpPair
+                         : style.tone == terminal::Tone::Down ? kDownPair
+                                                              : short{0};
       ::wattr_set(stdscr, attributes, pair, nullptr);
       ::waddnstr(stdscr, piece.text.Bytes().c_str(), -1);
     }
