@@ -18,10 +18,9 @@ namespace mirelo::workbook {
 //
 // It ends when its work is done, when this object is destroyed, and when this process ends in whatever way.
 // It runs no destructors and flushes no stream that it has from here, and leaves the signals that a terminal
-// sends to all its processes to this one. Of the open descriptors it has the standard
-// streams and the locks on files (see FileHold): a file is held until everything is gone that could write it,
-// but a connection ends when this process closes it. What is printed to the standard error stream there goes
-// nowhere.
+// sends to all its processes to this one. Of the open descriptors it has the standard streams and the locks
+// on files (see FileHold): a file is held until everything is gone that could write it, but a connection ends
+// when this process closes it. What is printed to the standard error stream there goes nowhere.
 class ProcessCopy {
  public:
   struct Message {
