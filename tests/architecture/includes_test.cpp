@@ -23,9 +23,9 @@ const Rooms kBelowSubsystems{"automation", "forms", "host"};
 
 // What the machine offers and only adapters and programs may touch: sockets, files, windows, other libraries.
 const std::vector<std::string> kMachineHeaders{
-    "sys/",     "netinet/", "arpa/",    "netdb.h",  "unistd.h", "poll.h",   "fcntl.h", "curl/",
-    "sqlite3",  "zip.h",    "pugixml",  "xlsx",     "sodium",   "spdlog",   "Q",       "windows",
-    "syslog.h", "CLI/",     "nlohmann", "curses.h", "term.h",   "termios.h"};
+    "sys/",     "netinet/", "arpa/",    "netdb.h",  "unistd.h", "poll.h", "fcntl.h",  "curl/",
+    "sqlite3",  "zip.h",    "pugixml",  "xlsx",     "sodium",   "spdlog", "Q",        "windows",
+    "syslog.h", "CLI/",     "nlohmann", "curses.h", "ncurses",  "term.h", "termios.h"};
 
 struct Include {
   fs::path file;

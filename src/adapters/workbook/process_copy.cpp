@@ -33,7 +33,7 @@ using std::chrono::steady_clock;
 namespace {
 
 constexpr milliseconds kStepOfWaiting{100};
-constexpr std::uint32_t kLongestText = 16U << 20;
+constexpr std::uint32_t kLongestMessage = 16U << 20;
 constexpr std::size_t kHead =
     1 + sizeof(std::uint32_t);  // of a message: its kind, and the length of its text
 constexpr char kAnswer = '.';
@@ -118,7 +118,7 @@ constexpr bool kIsSanitized = false;
 }  // namespace
 
 void ProcessCopy::Line::Send(char kind, std::string_view text) const {
-  text = text.substr(0, kLongestText);
+  text = text.substr(0, kLongestMessage);
   const auto length = static_cast<std::uint32_t>(text.size());
   std::array<char, kHead> head{kind};
   std::memcpy(head.data() + 1, &length, sizeof length);
@@ -184,7 +184,7 @@ std::optional<ProcessCopy::Message> ProcessCopy::Next() {
   if (received_.size() < kHead) return std::nullopt;
   std::uint32_t length = 0;
   std::memcpy(&length, received_.data() + 1, sizeof length);
-  if (length > kLongestText) received_.clear();  // the copy has lost its way, and will be taken for that
+  if (length > kLongestMessage) received_.clear();  // the copy has lost its way, and will be taken for that
   if (received_.empty() || received_.size() - kHead < length) return std::nullopt;
   Message message{received_.front(), received_.substr(kHead, length)};
   received_.erase(0, kHead + length);
