@@ -8,6 +8,7 @@
 
 #include "app/spreadsheet_program.h"
 #include "app/ticker_list.h"
+#include "app/watch_lists.h"
 #include "automation/runtime_error.h"
 #include "core/settings_catalogue.h"
 
@@ -25,6 +26,16 @@ inline CLI::Validator IsTickers() {
           if (!IsTickerName(ticker)) return "a ticker holds no bracket: \"" + ticker + "\"";
         }
         return std::string();
+      },
+      "");
+}
+
+// The name of a watch list.
+inline CLI::Validator IsListNamed() {
+  return CLI::Validator(
+      [](const std::string& name) {
+        return IsListName(name) ? std::string()
+                                : "\"" + name + "\" is no name of a list; take letters, digits, -, _ and .";
       },
       "");
 }

@@ -69,7 +69,7 @@ DialogWishes Demonstration::Wishes(DialogWishes given) const {
     if (!needs.key.empty() && ValueOf(given, needs.key) != needs.value) continue;
     if (ValueOf(given, setting.key).empty()) given.settings.push_back(setting);
   }
-  if (!given.ticks.empty() || ValueOf(given, "VerticalTable") != "1") return given;
+  if (!given.ticks.empty() || !given.history.empty() || ValueOf(given, "VerticalTable") != "1") return given;
   for (const std::string& ticker : given.tickers) {
     for (const std::string& field : kFields) given.ticks.push_back({ticker, field});
   }

@@ -77,6 +77,15 @@ void ArrangeColumns(frmMirelo& form, std::vector<std::string> wanted) {
   }
 }
 
+// The columns that are wished, or shown, and behind them those that histories need.
+std::vector<std::string> WithHistory(const frmMirelo& form, const DialogWishes& wishes) {
+  std::vector<std::string> columns = wishes.columns.empty() ? form.ListRight.Items() : wishes.columns;
+  for (const std::string& field : wishes.history) {
+    if (!PlaceIn(columns, field)) columns.push_back(field);
+  }
+  return columns;
+}
+
 // --- Tickers -------------------------------------------------------------------------------------------
 
 std::int32_t TickerColumn(const frmMirelo& form) { return form.chkVerTable.Value(); }
@@ -170,8 +179,8 @@ void DialogPerson::Work(frmMirelo& form) {
 
 // What is stored at once comes last, when nothing can be refused any more.
 void DialogPerson::Fulfil(frmMirelo& form) {
-  if (!wishes_.columns.empty()) {
-    For("--columns", [&] { ArrangeColumns(form, wishes_.columns); });
+  if (!wishes_.columns.empty() || !wishes_.history.empty()) {
+    For("--columns", [&] { ArrangeColumns(form, WithHistory(form, wishes_)); });
   }
   if (!wishes_.tickers.empty()) ArrangeTickers(form, wishes_.tickers);
   if (form.FG.Rows() < 2) throw Unfulfilled("which tickers? Name them with --tickers MSFT,IBM");
@@ -179,7 +188,14 @@ void DialogPerson::Fulfil(frmMirelo& form) {
   for (const DialogWishes::Tick& tick : wishes_.ticks) {
     For("--tick " + tick.ticker + ":" + tick.field, [&] { TickField(form, tick); });
   }
+  for (std::int32_t row = 1; row < form.FG.Rows(); ++row) TickHistory(form, TickerOf(form, row));
   FulfilSettings(form, true);
+}
+
+void DialogPerson::TickHistory(frmMirelo& form, const std::string& ticker) {
+  for (const std::string& field : wishes_.history)
+    For("--history " + field, [&] { TickField(form, {ticker, field}); });
+  if (wishes_.charts) For("--charts", [&] { TickField(form, {ticker, "Charts"}); });
 }
 
 void DialogPerson::FulfilSettings(frmMirelo& form, bool stored_at_once) {

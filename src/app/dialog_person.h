@@ -32,6 +32,7 @@ class DialogPerson {
  private:
   void Work(frmMirelo& form);
   void Fulfil(frmMirelo& form);
+  void TickHistory(frmMirelo& form, const std::string& ticker);
   void FulfilSettings(frmMirelo& form, bool stored_at_once);
 
   const DialogWishes& wishes_;

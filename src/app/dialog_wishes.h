@@ -21,7 +21,11 @@ struct DialogWishes {
   std::vector<Setting> settings;
   std::vector<std::string> columns;  // of the quote table, from the left; empty to leave them
   std::vector<std::string> tickers;  // of the table, from above; empty to leave them
+  std::string list;                  // a watch list of more tickers; empty for none
   std::vector<Tick> ticks;           // fields of vertical tables
+  std::vector<std::string> history;  // fields to tick for every ticker, whose columns are shown if need be
+  bool charts = false;               // whether to tick the charts of every ticker, too
+  bool accepts_costs = false;        // whether to press Go whatever it costs
 };
 
 // A wish that the dialog cannot fulfil. The text says why, and what to do.

@@ -53,9 +53,11 @@ GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(g
 bool GoCommand::IsChosen() const { return command_->parsed(); }
 
 int GoCommand::Run() try {
-  const DialogWishes wishes = wishes_->Wishes();
+  DialogWishes wishes = wishes_->Wishes();
   Session session(global_);
+  TakeList(wishes);
   for (const auto& setting : wishes.settings) session.given_here.insert(setting.key);
+  session.accepts_costs = wishes.accepts_costs;
   auto desktop = std::make_unique<AttendedDesktop>();
   AttendedDesktop& shown = *desktop;
   session.host().ShowOn(std::move(desktop));
@@ -65,8 +67,10 @@ int GoCommand::Run() try {
   host::Documents& documents = session.documents();
   const auto hold = workbook_ ? HoldForGo(documents, *workbook_) : nullptr;
   const auto document = workbook_ ? OpenOrNew(documents, *workbook_) : documents.New();
+  session.document = document.get();
   facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
+  if (session.refused_costs) return kFailed;
   if (const auto& complaint = person.Complained()) {
     Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
     return complaint->code;

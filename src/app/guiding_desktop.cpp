@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "app/dialog_attendant.h"
 #include "app/failure_reason.h"
 #include "snapshot/messages.h"
 
@@ -27,7 +26,7 @@ host::Desktop::Answer GuidingDesktop::MessageBox(const std::string& text, int st
 
 void GuidingDesktop::ShowModal(forms::Form& form) {
   AddReason(form);
-  AttendTo(form);
+  AttendTo(form, guard_);
   DesktopWrapper::ShowModal(form);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "app/dialog_attendant.h"
 #include "host/desktop_wrapper.h"
 
 namespace mirelo::app {
@@ -16,8 +17,12 @@ class GuidingDesktop : public host::DesktopWrapper {
   // `why_no_answer` makes the sentences anew for each message. With `repeats`, for boxes that a person
   // closes, each message has them; without, for lines in a terminal, only where they differ from those
   // before.
-  GuidingDesktop(host::Desktop& inner, std::function<std::string()> why_no_answer, bool repeats)
-      : DesktopWrapper(inner), why_no_answer_(std::move(why_no_answer)), repeats_(repeats) {}
+  GuidingDesktop(host::Desktop& inner, std::function<std::string()> why_no_answer, bool repeats,
+                 GoGuard guard = {})
+      : DesktopWrapper(inner),
+        why_no_answer_(std::move(why_no_answer)),
+        repeats_(repeats),
+        guard_(std::move(guard)) {}
 
   Answer MessageBox(const std::string& text, int style, const std::string& title) override;
   void ShowModal(forms::Form& form) override;
@@ -25,6 +30,7 @@ class GuidingDesktop : public host::DesktopWrapper {
  private:
   std::function<std::string()> why_no_answer_;
   bool repeats_;
+  GoGuard guard_;
   std::string told_;
 };
 

@@ -7,6 +7,7 @@
 #include "app/dialog_command.h"
 #include "app/exit_code.h"
 #include "app/go_command.h"
+#include "app/list_command.h"
 #include "app/options.h"
 #include "app/quotes_command.h"
 #include "app/run_command.h"
@@ -60,6 +61,7 @@ struct MireloProgram::Commands {
   StreamCommand stream{*program, global};
   ShowCommand show{*program};
   SourcesCommand sources{*program, global};
+  ListCommand list{*program, global};
   SettingsCommand settings{*program, global};
   CredentialsCommand credentials{*program};
 };
@@ -70,14 +72,15 @@ MireloProgram::~MireloProgram() = default;
 CLI::App& MireloProgram::tree() { return *commands_->program; }
 
 int MireloProgram::Run(int argc, char** argv) {
-  auto& [global, program, run, dialog, go, quotes, stream, show, sources, settings, credentials] = *commands_;
+  auto& [global, program, run, dialog, go, quotes, stream, show, sources, list, settings, credentials] =
+      *commands_;
   global.words.assign(argv + 1, argv + argc);
   try {
     program->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return EndParsing(*program, error);
   }
-  return RunChosen(run, dialog, go, quotes, stream, show, sources, settings, credentials);
+  return RunChosen(run, dialog, go, quotes, stream, show, sources, list, settings, credentials);
 }
 
 }  // namespace mirelo::app

@@ -11,6 +11,7 @@
 #include "app/shown_quote.h"
 #include "app/text_table.h"
 #include "app/ticker_list.h"
+#include "app/watch_lists.h"
 #include "core/settings_catalogue.h"
 #include "day/quote_rows.h"
 #include "day/snapshot_feed.h"
@@ -38,9 +39,13 @@ terminal::ShownText AsTable(const day::SnapshotFeed& feed, const day::QuoteRows&
 QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
   command_ =
       program.add_subcommand("quotes", "Ask QuoteTracker for the current quotes of tickers and print them");
-  command_->add_option("TICKER", tickers_, "The tickers to ask for, in the order of the answer")
-      ->required()
+  command_
+      ->add_option("TICKER", tickers_, "The tickers to ask for, in the order of the answer")
+
       ->check(IsTickers());
+  command_->add_option("--list", list_, "A watch list whose tickers to take, behind those that are named")
+      ->type_name("NAME")
+      ->check(IsListNamed());
   auto* csv =
       command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
   auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
@@ -67,8 +72,15 @@ QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : g
 bool QuotesCommand::IsChosen() const { return command_->parsed(); }
 
 int QuotesCommand::Run() {
-  tickers_ = SplitTickers(tickers_);
+  if (tickers_.empty() && list_.empty()) {
+    Err() << "which tickers? Name them, or a watch list with --list\n";
+    return kWrongUsage;
+  }
   Session session(global_);
+  tickers_ = SplitTickers(tickers_);
+  if (!list_.empty()) {
+    for (const std::string& ticker : WatchLists().Existing(list_)) tickers_.push_back(ticker);
+  }
   if (!columns_.empty())
     session.host().Override("ListRight",
                             SettingValue(*FindSetting("Settings", "ListRight"), columns_).ToText());

@@ -27,6 +27,7 @@ class QuotesCommand {
   const GlobalOptions& global_;
   CLI::App* command_;
   std::vector<std::string> tickers_;
+  std::string list_;
   std::string columns_;
   std::string address_;
   int port_ = 0;

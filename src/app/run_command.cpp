@@ -42,6 +42,12 @@ void ForgiveOutput() {
 void StopAfterFailure(day::WorkingDay& day) try { day.Stop(); } catch (const std::exception&) {  // told once
 }
 
+// What whoever opens the file is to see at first: the quote table, whose columns show all that they hold.
+void Prepare(day::WorkingDay& day, host::Document& document) {
+  day.Fit();
+  PutQuoteTableInFront(document);
+}
+
 CLI::Validator IsDuration() {
   return CLI::Validator(
       [](const std::string& text) {
@@ -74,10 +80,12 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
       command_->add_flag("--headless", headless_,
                          "Fill the settings dialog from the options below, without showing it (default)");
   window->excludes(headless);
-  command_->add_flag("--demo", demo_,
-                     "Use the built-in QuoteTracker stand-in and settings of its own; yours stay untouched");
+  auto* demo = command_->add_flag(
+      "--demo", demo_,
+      "Use the built-in QuoteTracker stand-in and settings of its own; yours stay untouched");
   log_.emplace(*command_);
   wishes_.emplace(*command_);
+  demo->excludes(command_->get_option("--list"));
   command_->footer(
       "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table.\n"
       "With --set Seconds=0 quotes are streamed, otherwise asked for every so many seconds. Ctrl-C ends\n"
@@ -92,6 +100,7 @@ int RunCommand::Run() try {
   DialogWishes wishes = wishes_->Wishes();
   if (!demo_) {
     Session session(global_);
+    TakeList(wishes);
     return RunIn(session, wishes);
   }
   Err() << "Starting the QuoteTracker stand-in\n";
@@ -107,11 +116,13 @@ int RunCommand::Run() try {
 
 int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   for (const auto& setting : wishes.settings) session.given_here.insert(setting.key);
+  session.accepts_costs = wishes.accepts_costs;
   DayLog log(log_->Wishes());
   log.Note("mirelo run, for " + workbook_.string());
   host::Documents& documents = session.documents();
   const auto hold = HoldForDay(documents, workbook_);
   const auto document = OpenOrNew(documents, workbook_);
+  session.document = document.get();
   auto& host = session.host();
   std::optional<DialogPerson> person;
   if (window_) {
@@ -125,6 +136,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   day::WorkingDay day(host.loop(), host.sockets(), session.replies(), document->Application());
   log.Follow(day);
   const std::int32_t result = day.ShowDialog();
+  if (session.refused_costs) return kFailed;
   if (person && person->Complained()) {
     Err() << "error: " << terminal::Indented(person->Complained()->text) << "\nNothing was committed.\n";
     return person->Complained()->code;
@@ -136,10 +148,11 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
 
   TellLosses(workbook_, *document);
   WorkbookKeeper keeper(
-      host.loop(), *document, workbook_, [&] { day.Fit(); },
+      host.loop(), *document, workbook_, [&] { Prepare(day, *document); },
       [&](const std::string& loss) { TellLoss(workbook_, loss); }, MannerOfSaving());
   log.Follow(keeper);
   DayView view(host.loop(), day, keeper);
+  keeper.SaveAtStart();
   const bool went_well = Follow(session, day, keeper, view);
   const std::filesystem::path saved = keeper.SaveAtEnd();
   view.Summarize(saved.string());
@@ -172,7 +185,11 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
     timer = host.loop().StartTimer(*time, end);
   }
   StreamWatch watch(session);
-  watch.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
+  std::string told;
+  watch.Told.Subscribe([&](const std::string& text) {
+    told = text;
+    day.Status.Raise(text);
+  });
   day.Start();
   keeper.SaveAtIntervals(*ParseDuration(save_every_));
   view.Begin();
@@ -181,6 +198,8 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
     return is_over || interrupt.Requested() || is_in_vain;
   });
   view.End();
+  // A screen has taken it away.
+  if (watch.HasFoundAnother() && terminal::Out().IsTerminal()) Err() << told << "\n";
   day.Stop();
   host.loop().StopTimer(timer);
   return true;

@@ -7,18 +7,28 @@
 #include "app/link_trouble.h"
 #include "app/options.h"
 #include "app/spreadsheet_program.h"
+#include "automation/text.h"
 #include "core/message_box.h"
 #include "host/desktop.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::app {
 
 // The registry is opened here: later, the settings store would hide why it cannot be.
-Session::Session(const GlobalOptions& options) : host_(options.registry), documents_(SpreadsheetProgram()) {
+Session::Session(const GlobalOptions& options)
+    : shows_windows_(options.show_windows != nullptr),
+      host_(options.registry),
+      documents_(SpreadsheetProgram()) {
   host_.registry();
   const auto warn = [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); };
-  host_.ShowThrough([this, repeats = bool(options.show_windows)](host::Desktop& inner) {
+  host_.ShowThrough([this](host::Desktop& inner) {
+    const GoGuard guard{[this](const std::string& sheet) {
+                          return document == nullptr ? std::vector<std::string>()
+                                                     : document->LossesOfChange(sheet);
+                        },
+                        [this](const std::vector<std::string>& costs) { return AcceptsCosts(costs); }};
     return std::make_unique<GuidingDesktop>(
-        inner, [this] { return LinkTrouble(*this); }, repeats);
+        inner, [this] { return LinkTrouble(*this); }, shows_windows_, guard);
   });
   host_.FetchThrough([this](host::WinInetApi& inner) {
     auto asked = std::make_unique<wire::AskedServer>(inner);
@@ -34,6 +44,18 @@ Session::Session(const GlobalOptions& options) : host_(options.registry), docume
   // The facade takes what came of a reply that was broken off for all of it, and says nothing of why.
   host_.WaitForWholeReplies();
   host_.ReplyBrokenOff.Subscribe(warn);
+}
+
+bool Session::AcceptsCosts(const std::vector<std::string>& costs) {
+  if (shows_windows_) return Confirm("Go will cost this:\n\n" + Join(costs, "\n") + "\n\nGo on?");
+  for (const std::string& cost : costs) terminal::Err() << "warning: " << cost << "\n";
+  if (!accepts_costs) {
+    terminal::Err()
+        << "error: Go would cost what the warnings say, so nothing was committed. To go on all the "
+           "same, add --yes\n";
+  }
+  refused_costs = !accepts_costs;
+  return accepts_costs;
 }
 
 wire::MendedReplies& Session::replies() {

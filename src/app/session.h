@@ -3,6 +3,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "app/interrupt.h"
 #include "core/cMirelo.h"
@@ -29,6 +30,13 @@ class Session {
   const wire::AskedServer& asked();
   // The settings of the section "Settings" that hold for this command alone, as it was told: by their keys.
   std::set<std::string> given_here;
+  // The document that the settings dialog is shown for, so that it can be asked what Go would lose of it;
+  // null for one that is not kept.
+  host::Document* document = nullptr;
+  // Where nobody can be asked: whether Go is to be pressed whatever it costs, and whether it was not, which
+  // has been told then.
+  bool accepts_costs = false;
+  bool refused_costs = false;
   // The spreadsheet program, and the files that it keeps.
   host::Documents& documents() { return *documents_; }
   // Made when first asked for.
@@ -38,6 +46,9 @@ class Session {
   Interrupt& interrupt();
 
  private:
+  bool AcceptsCosts(const std::vector<std::string>& costs);
+
+  bool shows_windows_;
   wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
   wire::AskedServer* asked_ = nullptr;      // the same
   LinuxHost host_;

@@ -18,6 +18,7 @@ int ShowDialog(Session& session, const std::optional<std::filesystem::path>& wor
   host::Documents& documents = session.documents();
   const auto hold = workbook ? HoldForGo(documents, *workbook) : nullptr;
   const auto document = workbook ? OpenOrNew(documents, *workbook) : documents.New();
+  session.document = document.get();
   auto& facade = session.facade();
   facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();

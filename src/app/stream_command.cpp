@@ -18,6 +18,7 @@
 #include "app/stream_watch.h"
 #include "app/text_table.h"
 #include "app/ticker_list.h"
+#include "app/watch_lists.h"
 #include "automation/array.h"
 #include "automation/text.h"
 #include "core/CAppSettings.h"
@@ -87,7 +88,10 @@ std::string FileOf(const std::string& name) {
 StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
   command_ = program.add_subcommand("stream",
                                     "Listen to QuoteTracker's Level I stream and print quotes as they come");
-  command_->add_option("TICKER", tickers_, "The tickers to subscribe")->required()->check(IsTickers());
+  command_->add_option("TICKER", tickers_, "The tickers to subscribe")->check(IsTickers());
+  command_->add_option("--list", list_, "A watch list whose tickers to take, behind those that are named")
+      ->type_name("NAME")
+      ->check(IsListNamed());
   command_->add_option("--source", source_,
                        "The quote source, by its name as mirelo sources shows it, by a part of it that no "
                        "other has, or by its "
@@ -116,8 +120,15 @@ StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : g
 bool StreamCommand::IsChosen() const { return command_->parsed(); }
 
 int StreamCommand::Run() {
-  tickers_ = SplitTickers(tickers_);
+  if (tickers_.empty() && list_.empty()) {
+    Err() << "which tickers? Name them, or a watch list with --list\n";
+    return kWrongUsage;
+  }
   Session session(global_);
+  tickers_ = SplitTickers(tickers_);
+  if (!list_.empty()) {
+    for (const std::string& ticker : WatchLists().Existing(list_)) tickers_.push_back(ticker);
+  }
   Override(session);
   session.facade().DovantaFormatUserDate(date_format_);
   const std::string file = StreamerFile(session);
@@ -165,13 +176,21 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
                     [&] { is_over = true; });
   }
   StreamWatch watch(session);
-  watch.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
+  std::string told;
+  watch.Told.Subscribe([&](const std::string& text) {
+    status = told = text;
+    if (!live) Err() << text << "\n";
+  });
   feed.Start();
   feed.RunUntil([&] {
     Out().Flush();  // before the loop waits, so that whoever reads has every quote that has come
     return is_over || interrupt.Requested() || watch.HasFoundAnother() || !Out().Good();
   });
   feed.Stop();
+  if (live && watch.HasFoundAnother()) {
+    live.reset();
+    Err() << told << "\n";
+  }
   live.reset();
 
   if (!csv_ && !json_) {

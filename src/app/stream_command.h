@@ -38,6 +38,7 @@ class StreamCommand {
   const GlobalOptions& global_;
   CLI::App* command_;
   std::vector<std::string> tickers_;
+  std::string list_;
   std::string source_;
   std::string address_;
   int port_ = 0;

@@ -7,6 +7,7 @@
 #include "app/checks.h"
 #include "app/dialog_controls.h"
 #include "app/ticker_list.h"
+#include "app/watch_lists.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/settings_catalogue.h"
@@ -61,6 +62,22 @@ DialogWishes::Tick ParseTick(const std::string& text) {
   return {text.substr(0, colon), text.substr(colon + 1)};
 }
 
+// The fields of an option that may stand without any.
+std::vector<std::string> ParseHistory(const std::string& text) {
+  if (text.empty()) return {"Last", "LastVolume", "Time"};
+  std::vector<std::string> fields = Split(text, ",");
+  for (std::string& field : fields) {
+    field = Trim(field);
+    if (ColumnCode(UCase(field)) == kUnknownColumn)
+      throw Unfulfilled("there is no field \"" + field + "\" of a history");
+  }
+  return fields;
+}
+
+bool Contains(const std::vector<std::string>& names, const std::string& name) {
+  return std::ranges::any_of(names, [&](const auto& each) { return EqualText(each, name); });
+}
+
 std::vector<std::string> Trimmed(std::vector<std::string> names) {
   for (std::string& name : names) name = Trim(name);
   return names;
@@ -86,6 +103,9 @@ CLI::Validator TakenBy(Parse parse) {
 WishOptions::WishOptions(CLI::App& command) {
   command.add_option("--tickers", tickers_, "The tickers, joined by commas, in the order of the table")
       ->check(IsTickers());
+  command.add_option("--list", list_, "A watch list whose tickers to take, behind those of --tickers")
+      ->type_name("NAME")
+      ->check(IsListNamed());
   command
       .add_option("--columns", columns_,
                   std::string("The columns of the table, joined by commas; the first one stays the "
@@ -106,6 +126,22 @@ WishOptions::WishOptions(CLI::App& command) {
       ->expected(1)
       ->take_all()
       ->check(TakenBy(ParseTick));
+  history_option_ =
+      command
+          .add_option("--history", history_,
+                      "Keep a history of every ticker, with these fields, joined by commas; without a value "
+                      "Last,LastVolume,Time. Columns that the table lacks for it are added at its right")
+          ->type_name("[FIELDS]")
+          ->expected(0, 1)
+          ->check(TakenBy(ParseHistory));
+  command.add_flag(
+      "--charts", charts_,
+      "Build charts for every ticker, beside its history of Last and LastVolume, which is kept as "
+      "by --history");
+  command.add_flag("--chart-axis", chart_axis_, "Build charts with a value axis, as --set AddYAxis=1");
+  command.add_flag("--yes", yes_,
+                   "Go on where Go clears something of the workbook, or leaves something undone, of which "
+                   "warnings tell");
   command.add_option("--source", source_,
                      "The quote source to stream from, or a part of its name that no other has; mirelo "
                      "sources lists them. Sets Seconds to 0, which means streaming");
@@ -120,6 +156,7 @@ WishOptions::WishOptions(CLI::App& command) {
 DialogWishes WishOptions::Wishes() const {
   DialogWishes wishes;
   wishes.tickers = SplitTickers(tickers_);
+  wishes.list = list_;
   wishes.columns = Trimmed(columns_);
   for (const std::string& tick : ticks_) wishes.ticks.push_back(ParseTick(tick));
 
@@ -140,16 +177,35 @@ DialogWishes WishOptions::Wishes() const {
       wishes.columns = Trimmed(Split(setting.value, ","));
     }
   }
+  const auto assume = [&](const char* key, const char* value) {
+    if (!names(key)) add({key, value});
+  };
+  wishes.accepts_costs = yes_;
+  wishes.charts = charts_;
+  if (history_option_->count() > 0) wishes.history = ParseHistory(history_.empty() ? "" : history_.front());
+  if (charts_ && wishes.history.empty()) wishes.history = ParseHistory("");
+  if (charts_) {
+    for (const char* needed : {"Last", "LastVolume"})
+      if (!Contains(wishes.history, needed)) wishes.history.emplace_back(needed);
+  }
+  if (!wishes.history.empty()) assume("VerticalTable", "1");
+  if (charts_ || chart_axis_) assume("BuildCharts", "1");
+  if (chart_axis_) add({"AddYAxis", "1"});
   if (!address_.empty()) add({"Webaddress", address_});
   // The setting has 16 bits, so that ports from 32768 on are negative in it.
   if (http_port_ != 0) add({"HTTPPort", std::to_string(static_cast<std::int16_t>(http_port_))});
   if (socket_port_ != 0) add({"SocketPort", std::to_string(socket_port_)});
   if (!source_.empty()) {
     add({kSourceKey, source_});
-    if (!names("Seconds")) add({"Seconds", "0"});
-    if (!names("UpdateEvery")) add({"UpdateEvery", "1"});
+    assume("Seconds", "0");
+    assume("UpdateEvery", "1");
   }
   return wishes;
+}
+
+void TakeList(DialogWishes& wishes) {
+  if (wishes.list.empty()) return;
+  for (const std::string& ticker : WatchLists().Existing(wishes.list)) wishes.tickers.push_back(ticker);
 }
 
 }  // namespace mirelo::app

@@ -7,7 +7,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 namespace mirelo::app {
 
@@ -23,13 +24,23 @@ class WishOptions {
 
  private:
   std::vector<std::string> tickers_;
+  std::string list_;
   std::vector<std::string> columns_;
   std::vector<std::string> settings_;
   std::vector<std::string> ticks_;
+  CLI::Option* history_option_;
+  std::vector<std::string> history_;
+  bool charts_ = false;
+  bool chart_axis_ = false;
+  bool yes_ = false;
   std::string source_;
   std::string address_;
   int http_port_ = 0;
   int socket_port_ = 0;
 };
+
+// Puts the tickers of the watch list that is wished behind those that are named. The host's registry must be
+// open. Error 5 for a list that there is not.
+void TakeList(DialogWishes& wishes);
 
 }  // namespace mirelo::app

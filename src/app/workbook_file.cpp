@@ -10,7 +10,12 @@
 #include <system_error>
 
 #include "automation/runtime_error.h"
+#include "host/excel/application.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "terminal/standard_streams.h"
+#include "worksheet/quote_table.h"
 
 namespace mirelo::app {
 
@@ -103,6 +108,19 @@ void TellLoss(const std::filesystem::path& file, const std::string& loss) {
   Err() << "warning: " << file.string() << ": " << loss << "\n";
 }
 
+void PutQuoteTableInFront(host::Document& document) {
+  const auto workbook = document.Application()->ActiveWorkbook();
+  const auto sheets = workbook ? workbook->Worksheets() : nullptr;
+  for (std::int32_t i = 1; sheets && i <= sheets->Count(); ++i) {
+    if (const auto sheet = sheets->Item(i); sheet->Name() == kQuoteTable) sheet->Activate();
+  }
+}
+
+std::string WhatToDoAbout(const RuntimeError& failure) {
+  const auto cause = CauseOf(failure);
+  return cause ? AdviceFor(*cause) : std::string();
+}
+
 std::unique_ptr<host::DocumentHold> HoldForGo(host::Documents& documents, const std::filesystem::path& file) {
   auto hold = HoldForDay(documents, file);
   SayingWhatToDo([&] { documents.RequireSavable(file); });
@@ -120,6 +138,7 @@ std::unique_ptr<host::DocumentHold> HoldForDay(host::Documents& documents,
 
 void SaveAfterGo(const std::filesystem::path& file, host::Document& document) {
   const auto tell = [&](const std::string& loss) { TellLoss(file, loss); };
+  PutQuoteTableInFront(document);
   try {
     SayingWhatToDo([&] { document.Save(file, tell); });
   } catch (const RuntimeError&) {

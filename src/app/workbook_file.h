@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "automation/runtime_error.h"
 #include "host/documents.h"
 
 namespace mirelo::app {
@@ -17,6 +18,13 @@ void TellLosses(const std::filesystem::path& file, host::Document& document);
 
 // Says one such sentence.
 void TellLoss(const std::filesystem::path& file, const std::string& loss);
+
+// Has the sheet of the quote table lie in front for who opens the file; nothing where there is none.
+void PutQuoteTableInFront(host::Document& document);
+
+// What a person can do about a workbook that could not be saved: a sentence. Empty where the error says so by
+// itself, or another file would not mend it.
+std::string WhatToDoAbout(const RuntimeError& failure);
 
 // Holds a workbook's file for Go, to be called before it is opened and kept until SaveAfterGo. Better than
 // after the work is done, a file that could not be saved is found now: the errors of Document::Save, with

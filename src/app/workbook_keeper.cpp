@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/workbook_file.h"
 #include "automation/format.h"
 #include "automation/number.h"
 #include "automation/runtime_error.h"
@@ -59,6 +60,19 @@ std::string TextOf(const std::exception_ptr& failure) {
     std::rethrow_exception(failure);
   } catch (const std::exception&) {
     return CurrentError().Description();
+  }
+}
+
+// Behind the text of the failure: ". Make room on the disk ...". Empty where that says what to do by itself.
+std::string AdviceOn(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const RuntimeError& error) {
+    const std::string advice = WhatToDoAbout(error);
+    if (advice.empty()) return {};
+    return (error.Description().ends_with('.') ? " " : ". ") + advice;
+  } catch (const std::exception&) {
+    return {};
   }
 }
 
@@ -152,7 +166,7 @@ void WorkbookKeeper::EndSaving(const std::exception_ptr& failure) {
   Note(trouble.empty() ? "is in " + file_.string() : "failed: " + trouble);
   state_ = trouble.empty() ? "saved " + TimeNow() + SizeOf(file_) : "not saved: " + trouble;
   if (std::exchange(trouble_, trouble) != trouble)
-    Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble);
+    Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble + AdviceOn(failure));
   if (is_due_again_) Save();
 }
 

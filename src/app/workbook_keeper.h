@@ -34,6 +34,9 @@ class WorkbookKeeper {
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
 
+  // Saves before anything has come, and waits for that, so that what keeps it from that is told at once.
+  void SaveAtStart() { SaveAndWait(); }
+
   // Saves every `interval` from now on; less often where nothing else runs for more than a twentieth of it. A
   // save that falls due while one is under way follows it.
   void SaveAtIntervals(std::chrono::milliseconds interval);

@@ -36,6 +36,8 @@ bool IsFillColor(std::string_view text) {
   return color == kNoFill || std::ranges::find(kPalette, color, &PaletteColor::color) != kPalette.end();
 }
 
+bool AreTickers(std::string_view text) { return text.find_first_of(" \t\r\n()<>") == text.npos; }
+
 bool IsSheetNameStart(std::string_view text) {
   return text.find_first_of(kNotInSheetNames) == text.npos && Len(Trim(text)) <= kLongestSheetNameStart;
 }

@@ -47,6 +47,9 @@ bool IsDisplayOffset(std::string_view text);
 // A colour of the dialog's palette, or -4142 for none.
 bool IsFillColor(std::string_view text);
 
+// Names between commas that requests can hold; none is good, too.
+bool AreTickers(std::string_view text);
+
 // The beginning of a sheet's name, with room behind it for a ticker in brackets.
 bool IsSheetNameStart(std::string_view text);
 

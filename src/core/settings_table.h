@@ -56,11 +56,17 @@ inline constexpr std::string_view kSettings = "Settings";
 inline constexpr std::string_view kWidths = "Settings\\WidthField";
 inline constexpr std::string_view kFirstSource = "Settings\\QuoteSource\\First";
 inline constexpr std::string_view kSources = "Settings\\QuoteSource\\List";
+inline constexpr std::string_view kWatchLists = "Settings\\WatchList";
 inline constexpr std::string_view kWindows =
     "Windows settings\\";  // one section for each form that keeps its place
 
-inline constexpr std::array<std::string_view, 6> kSections{
-    kSettings, kWidths, kFirstSource, kSources, "Windows settings\\frmMirelo", "Windows settings\\frmColor"};
+inline constexpr std::array<std::string_view, 7> kSections{kSettings,
+                                                           kWidths,
+                                                           kFirstSource,
+                                                           kSources,
+                                                           kWatchLists,
+                                                           "Windows settings\\frmMirelo",
+                                                           "Windows settings\\frmColor"};
 
 using Default = std::optional<std::string_view>;
 inline constexpr Default kNone = std::nullopt;
@@ -184,6 +190,9 @@ inline constexpr std::array kRows{
     Text(kFirstSource, "ComQuoteSource", kNone, kFirstSourceText,
          "Quote source that the dialog proposes for streaming."),
     Text(kSources, "", kNone, kNone, "QuoteTracker's file for the quote source of that name."),
+    With(Text(kWatchLists, "", kNone, kNone,
+              "Tickers of the watch list of that name, parted by commas; none for a list that is gone."),
+         AreTickers, "tickers parted by commas, without brackets or blanks"),
     Place("WindowState", "-1", "How the window was shown; -1 for a window that keeps no place."),
     Place("MinPosX", kNone, "Left of the window's symbol."),
     Place("MinPosY", kNone, "Top of the window's symbol."),

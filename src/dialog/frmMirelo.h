@@ -55,6 +55,7 @@ class frmMirelo : public forms::Form {
   // The settings store and the facade; null until they are set. Both must outlive the form or be unset first.
   CAppSettings* frmAppSettings() const { return frmAppSettings_; }
   void frmAppSettings(CAppSettings* settings) { frmAppSettings_ = settings; }
+  cMirelo* Owner() const { return Owner_; }
   void Owner(cMirelo* owner) { Owner_ = owner; }
 
   // Whether Form_Activate fills the dialog. From Form_Load on, until a fill colour is picked.

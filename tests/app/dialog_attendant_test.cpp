@@ -29,9 +29,17 @@ class Attendant : public FacadeTest {
     facade->m_ObjExcelApplication(spreadsheet.Application());
   }
 
+  // The person is asked what Go may cost, and answers so.
+  bool answer = false;
+  std::vector<std::string> asked;
+  app::GoGuard guard{nullptr, [this](const std::vector<std::string>& costs) {
+                       asked = costs;
+                       return answer;
+                     }};
+
   void Use(const std::function<void(frmMirelo& form)>& act) {
     desktop.Attend("frmMirelo", [&](forms::Form& form) {
-      app::AttendTo(form);
+      app::AttendTo(form, guard);
       act(dynamic_cast<frmMirelo&>(form));
     });
     facade->LoadFrmMirelo();
@@ -71,6 +79,49 @@ TEST_F(Attendant, RefusesWhatCanBeNoTickerAndLeavesItInTheBox) {
     EXPECT_EQ(form.txtTicker.Text(), "GE F(T)");
   });
   EXPECT_THAT(printed.Text(), HasSubstr("\"F(T)\" is no ticker"));
+}
+
+TEST_F(Attendant, AsksBeforeGoWhatItCosts) {
+  int pressed = 0;
+  Use([&](frmMirelo& form) {
+    form.ButGo.Click.Subscribe([&] { ++pressed; });
+    Add(form, "TWELVE_CHARS");
+    form.ButGo.UserPress();
+    EXPECT_THAT(asked, ElementsAre(HasSubstr("TWELVE_CHARS will be missing")));
+    EXPECT_EQ(pressed, 0);
+    answer = true;
+    form.ButGo.UserPress();
+    EXPECT_EQ(pressed, 1);
+  });
+}
+
+TEST_F(Attendant, AsksNothingWhereGoCostsNothing) {
+  int pressed = 0;
+  Use([&](frmMirelo& form) {
+    form.ButGo.Click.Subscribe([&] { ++pressed; });
+    Add(form, "MSFT");
+    form.ButGo.UserPress();
+  });
+  EXPECT_EQ(pressed, 1);
+  EXPECT_THAT(asked, IsEmpty());
+}
+
+TEST_F(Attendant, LetsNoAddressBeStoredThatIsNone) {
+  int pressed = 0;
+  Use([&](frmMirelo& form) {
+    form.ButGo.Click.Subscribe([&] { ++pressed; });
+    form.C1TTickersSettings.UserSelect(1);
+    form.txtWebAddress.UserEdit("127.0.0.1:8080");
+    form.ButGo.UserPress();
+    form.txtWebAddress.UserEdit("127.0.0.1");
+    form.txtSocketPort.UserEdit("x");
+    form.ButGo.UserPress();
+  });
+  EXPECT_EQ(pressed, 0);
+  EXPECT_THAT(printed.Text(),
+              HasSubstr("Webaddress: \"127.0.0.1:8080\" is not allowed here: the value must be a "
+                        "host name or an address alone"));
+  EXPECT_THAT(printed.Text(), HasSubstr("SocketPort: \"x\" is not allowed here"));
 }
 
 }  // namespace

@@ -9,7 +9,10 @@
 
 #include "adapters/workbook/spreadsheet.h"
 #include "app/program.h"
+#include "host/excel/application.h"
 #include "host/excel/range.h"
+#include "host/excel/shapes.h"
+#include "host/excel/sheet.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
@@ -256,6 +259,82 @@ TEST_F(Go, ReadsTheTableOfTheWorkbookThatIsNamed) {
   EXPECT_EQ(result.exit_code, 0) << result.err;
   EXPECT_EQ(result.out, "Committed: quotes are to be asked for every 30 seconds\n");
   EXPECT_EQ(result.err, "Saved in " + file + "\n");
+}
+
+TEST_F(Go, TicksAHistoryForEveryTicker) {
+  const std::string file = (folder / "quotes.xlsx").string();
+  ASSERT_EQ(Run({"--workbook", file, "--tickers", "MSFT,IBM", "--history"}).exit_code, 0);
+  const auto spreadsheet = workbook::Spreadsheet::Open(file);
+  const auto sheets = spreadsheet.Application()->ActiveWorkbook()->Worksheets();
+  for (const char* name : {"Quotes_Vertical(MSFT)", "Quotes_Vertical(IBM)"}) {
+    const auto sheet = sheets->Item(name);
+    std::string fields;
+    for (std::int32_t column = 1; column <= 4; ++column) fields += sheet->Cells(2, column)->Text() + "|";
+    EXPECT_EQ(fields, "Last|Time|LastVolume||") << "in the order of the table's columns";
+  }
+  EXPECT_EQ(sheets->Item("Dovanta2_Quotes")->Range("H2")->Text(), "LastVolume") << "added at the right";
+}
+
+TEST_F(Go, BuildsChartsForEveryTicker) {
+  const std::string file = (folder / "quotes.xlsx").string();
+  const auto result =
+      Run({"--workbook", file, "--tickers", "MSFT,IBM", "--history", "Bid", "--chart-axis", "--charts"});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(Shown("AddYAxis"), "1");
+  EXPECT_EQ(Shown("BuildCharts"), "1");
+  const auto spreadsheet = workbook::Spreadsheet::Open(file);
+  for (const char* name : {"Quotes_Vertical(MSFT)", "Quotes_Vertical(IBM)"}) {
+    const auto sheet = spreadsheet.Application()->ActiveWorkbook()->Worksheets()->Item(name);
+    EXPECT_EQ(sheet->Shapes()->Count(), 4) << "two charts, two marks";
+  }
+}
+
+TEST_F(Go, RefusesFieldsThatNoHistoryHas) {
+  EXPECT_THAT(Run({"--tickers", "MSFT", "--history", "Last,Price"}).err,
+              HasSubstr("there is no field \"Price\" of a history"));
+  EXPECT_THAT(Run({"--tickers", "MSFT", "--history", "Tick"}).err,
+              HasSubstr("--history Tick: vertical tables have no field \"Tick\""));
+}
+
+TEST_F(Go, PutsTheQuoteTableInFront) {
+  const std::string file = (folder / "quotes.xlsx").string();
+  ASSERT_EQ(Run({"--workbook", file, "--tickers", "MSFT,IBM", "--history"}).exit_code, 0);
+  EXPECT_EQ(workbook::Spreadsheet::Open(file).Application()->ActiveSheet()->Name(), "Dovanta2_Quotes");
+}
+
+TEST_F(Go, CostsNothingWithoutBeingAllowedTo) {
+  const std::string file = (folder / "quotes.xlsx").string();
+  ASSERT_EQ(Run({"--workbook", file, "--tickers", "MSFT", "--history", "Last"}).exit_code, 0);
+  {
+    auto spreadsheet = workbook::Spreadsheet::Open(file);
+    const auto sheets = spreadsheet.Application()->ActiveWorkbook()->Worksheets();
+    sheets->Item("Quotes_Vertical(MSFT)")->Range("A3")->Value(28.5);
+    spreadsheet.Save(file);
+  }
+  const Arguments again{"--workbook", file, "--history", "Last,Bid", "--tickers", "MSFT,RDS/A"};
+  const auto refused = Run(again);
+  EXPECT_EQ(refused.exit_code, 1);
+  EXPECT_THAT(refused.out, IsEmpty());
+  EXPECT_THAT(refused.err, AllOf(HasSubstr("warning: The history on Quotes_Vertical(MSFT) is cleared"),
+                                 HasSubstr("warning: RDS/A gets no history"), HasSubstr("add --yes"),
+                                 ::testing::Not(HasSubstr("portfolio"))));
+  const auto at_a3 = [&] {
+    const auto spreadsheet = workbook::Spreadsheet::Open(file);
+    return spreadsheet.Application()
+        ->ActiveWorkbook()
+        ->Worksheets()
+        ->Item("Quotes_Vertical(MSFT)")
+        ->Range("A3")
+        ->Text();
+  };
+  EXPECT_EQ(at_a3(), "28.50");
+
+  Arguments allowed = again;
+  allowed.push_back("--yes");
+  const auto done = Run(allowed);
+  EXPECT_EQ(done.exit_code, 0);
+  EXPECT_THAT(done.err, HasSubstr("warning: The history on Quotes_Vertical(MSFT) is cleared"));
+  EXPECT_EQ(at_a3(), "");
 }
 
 TEST_F(Go, MakesAWorkbookOnlyWhenItCommits) {

@@ -207,7 +207,7 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
   const std::string kSource = "QuoteSource\\First\\ComQuoteSource";
   const Words quotes{"quotes", "MSFT", "--http-port", port};
   const Words stream{"stream", ticker, "--source", "A.SDF", "--seconds", "0.2"};
-  const Words run{"run", "--tickers", ticker, "--http-port", port, "--for", "300ms", "--workbook"};
+  const Words run{"run", "--yes", "--tickers", ticker, "--http-port", port, "--for", "300ms", "--workbook"};
   const Words go{"go", "--tickers", "MSFT", "--http-port", port};
   const Case cases[] = {
       // What servers send.
@@ -237,6 +237,15 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
       {{"settings", "import", k}},
       {{"settings", "import", "-"}, "Settings\t" + kFromSettings + "\ttext\t1\n"},
       {{"settings", "export", k + "/x"}},
+      // Watch lists.
+      {{"list", "add", k, "MSFT"}},
+      {{"list", "add", "tech", k}},
+      {{"list", "add", "tech", ticker}, "", ""},
+      {{"list", "show"}},
+      {{"list", "show", "tech"}},
+      {{"list", "remove", "tech", k}},
+      {{"list", "remove", "tech", ticker}, "", ""},
+      {{"list", "delete", k}},
       // Workbooks and other files.
       {{"show", "shown.xlsx"}},
       {{"show", "shown.xlsx", "--list"}},

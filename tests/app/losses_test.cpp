@@ -68,7 +68,12 @@ TEST_F(OwnSheets, StayAsTheyAreThroughoutADay) {
 
 TEST_F(OwnSheets, AreWarnedOfBeforeTheyLoseSomething) {
   Lay("Dovanta2_Quotes");
-  const auto result = Run({"go"});
+  const auto refused = Run({"go"});
+  EXPECT_EQ(refused.exit_code, 1);
+  EXPECT_THAT(refused.err,
+              HasSubstr("not kept: formulas (cells: 1), which become the last value computed.\n"));
+  EXPECT_THAT(SheetNow(), HasSubstr("mergeCell"));
+  const auto result = Run({"go", "--yes"});
   EXPECT_EQ(result.exit_code, 0) << result.err;
   const std::string warning = "warning: mine.xlsx: Sheet \"Dovanta2_Quotes\": not kept: merged cells.\n";
   EXPECT_THAT(result.err, HasSubstr(warning));

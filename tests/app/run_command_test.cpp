@@ -18,7 +18,9 @@
 #include "adapters/workbook/spreadsheet.h"
 #include "app/child_process.h"
 #include "app/program.h"
+#include "host/excel/application.h"
 #include "host/excel/range.h"
+#include "host/excel/sheet.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
@@ -175,6 +177,32 @@ TEST_F(Run, TakesAListOfTickersApart) {
                                "--tickers", "ge, F T,IBM"});
   ASSERT_EQ(result.exit_code, 0) << result.err;
   EXPECT_THAT(server.Requests(), ::testing::Contains("/req?GetLastQuote(GE,F,T,IBM)"));
+}
+
+TEST_F(Run, KeepsHistoriesWithChartsThatOneOptionAsksFor) {
+  quotetracker::Server server;
+  const auto result = RunWith({"--set", "UpdateEvery=0", "--tickers", "MSFT,IBM", "--charts", "--http-port",
+                               std::to_string(server.HttpPort())});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, HasSubstr("and at Quotes_Vertical(MSFT) and 1 more like it"));
+  const auto spreadsheet = workbook::Spreadsheet::Open(folder_ / "quotes.xlsx");
+  EXPECT_FALSE(SheetOf(spreadsheet, "Quotes_Vertical(IBM)")->Cells(3, 1)->Value().IsEmpty());
+  EXPECT_EQ(spreadsheet.Application()->ActiveSheet()->Name(), "Dovanta2_Quotes") << "the sheet in front";
+}
+
+TEST_F(Run, SaysAtItsStartThatItCannotSave) {
+  std::ofstream(folder_ / ".~lock.quotes.xlsx#") << "somebody";
+  const auto result = RunWith({"--demo", "--for", "1s"});
+  const auto told = result.err.find("Not saved, going on: ");
+  EXPECT_LT(told, result.err.find("Connecting to host")) << result.err;
+}
+
+TEST_F(Run, CostsNothingWithoutBeingAllowedTo) {
+  ASSERT_EQ(RunWith({"--demo", "--for", "1s"}).exit_code, 0);
+  EXPECT_EQ(RunWith({"--demo", "--for", "1s"}).exit_code, 0) << "the same again costs nothing";
+  const auto result = RunWith({"--demo", "--for", "1s", "--history", "Bid"});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_THAT(result.err, AllOf(HasSubstr("is cleared"), HasSubstr("add --yes")));
 }
 
 TEST_F(Run, FailsWhenNoQuoteCameInTheWholeDay) {

@@ -1,9 +1,14 @@
 """The user's guide speaks of messages that the programs show: each one still stands in the sources."""
 
+import os
+import pathlib
 import re
+import shlex
+import subprocess
+import tempfile
 import unittest
 
-from support import SOURCE
+from support import BUILD, SOURCE, StandIn
 
 ADJACENT = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 
@@ -48,6 +53,37 @@ class Guide(unittest.TestCase):
             with self.subTest(row):
                 for part in filter(None, (piece.strip() for piece in row.split("…"))):
                     self.assertTrue(any(part in text for text in self.texts), f"no source says {part!r}")
+
+    def lines(self, start):
+        """The command lines of guide and README that begin so, with mirelo in place of ./run."""
+        found = []
+        for page in (self.guide, (SOURCE / "README.md").read_text()):
+            for block in re.findall(r"^```\n(.*?)^```", page, re.MULTILINE | re.DOTALL):
+                for line in block.replace("./run ", "mirelo ").splitlines():
+                    if line.startswith(start):
+                        found.append(re.split(r"\s{2,}", line, maxsplit=1)[0])
+        return found
+
+    def mirelo(self, folder, *words):
+        environment = {**os.environ, "HOME": str(folder), "XDG_DATA_HOME": ""}
+        command = [BUILD / "bin" / "mirelo", *words]
+        return subprocess.run(command, cwd=folder, env=environment, capture_output=True, text=True, timeout=100)
+
+    def test_keeps_the_histories_and_charts_that_its_lines_promise(self):
+        lines = [line for line in self.lines("mirelo run ") if "--history" in line or "--charts" in line]
+        self.assertGreaterEqual(len(lines), 3)
+        for line in lines:
+            with self.subTest(line), tempfile.TemporaryDirectory() as name, StandIn(BUILD / "bin") as tracker:
+                folder = pathlib.Path(name)
+                more = ["--http-port", tracker.http_port, "--for", "2s"]
+                day = self.mirelo(folder, *shlex.split(line)[1:], *more)
+                self.assertEqual(day.returncode, 0, day.stderr)
+                for ticker in ("MSFT", "IBM"):
+                    sheet = self.mirelo(folder, "show", "quotes.xlsx", f"Quotes_Vertical({ticker})").stdout
+                    self.assertRegex(sheet, r"Last.*LastVolume")
+                    self.assertRegex(sheet, r"\d\.\d\d")
+                charts = (folder / "quotes.xlsx").read_bytes().count(b"xl/charts/chart")
+                self.assertEqual(charts > 0, "--charts" in line)
 
     def test_links_to_files_that_there_are(self):
         for page in (SOURCE / "docs" / "guide.md", SOURCE / "README.md", SOURCE / "examples" / "README.md"):

@@ -45,13 +45,16 @@ class DialogOnScreen : public ::testing::Test {
     std::string out;
   };
   // Shows it to a person who does this when it is up.
-  Ended Show(const std::optional<std::filesystem::path>& workbook, std::function<void()> act) {
+  Ended Show(
+      const std::optional<std::filesystem::path>& workbook, std::function<void()> act,
+      const std::function<void(Person&)>& then = [](Person&) {}) {
     const qt::Application application;
     Session session(options);
     session.host().OverrideHttpPort(server.HttpPort());
     ShowWindows(session.host());
     Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
     person.Does("use the dialog", std::move(act));
+    then(person);
     ::testing::internal::CaptureStdout();
     const int code = ShowDialog(session, workbook);
     terminal::Out().Flush();
@@ -98,6 +101,25 @@ TEST_F(DialogOnScreen, AddsEachTickerOfAListThatWasTyped) {
       workbook::Spreadsheet::Open(folder / "book.xlsx").Application()->Worksheets()->Item("Dovanta2_Quotes");
   for (const auto& [row, ticker] : {std::pair{3, "GE"}, {4, "F"}, {5, "T"}})
     EXPECT_EQ(sheet->Cells(row, 1)->Value(), Variant(ticker));
+}
+
+TEST_F(DialogOnScreen, AsksBeforeGoWhatItCosts) {
+  const auto type_and_go = [] {
+    Person::Click(Person::Find("txtTicker"));
+    Person::Type("TWELVE_CHARS");
+    Person::Press(Qt::Key_Return);
+    Person::Click(Person::Find("ButGo"));
+  };
+  const auto ended = Show(folder / "book.xlsx", type_and_go, [](Person& person) {
+    person.Answers(
+        "Go will cost this:\n\nTWELVE_CHARS will be missing when the dialog opens again: it reads tickers of "
+        "up "
+        "to 11 characters.\n\nGo on?",
+        "No");
+    person.Does("leave the dialog, which is still there", [] { Person::Press(Qt::Key_Escape); });
+  });
+  EXPECT_EQ(ended.out, "2\n");
+  EXPECT_FALSE(std::filesystem::exists(folder / "book.xlsx"));
 }
 
 TEST_F(DialogOnScreen, NeedsNoWorkbook) {

@@ -25,6 +25,9 @@ class FileDocument : public host::Document {
     return spreadsheet_.Application();
   }
   std::vector<std::string> NewLosses() override { return spreadsheet_.NewLosses(); }
+  std::vector<std::string> LossesOfChange(const std::string& sheet) override {
+    return spreadsheet_.LossesOfChange(sheet);
+  }
 
   void Save(const fs::path& file, const Tell& tell) override {
     IsSavedIn(file, spreadsheet_.Save(file, tell, StampKnownOf(file)));

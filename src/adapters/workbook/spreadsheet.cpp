@@ -9,6 +9,7 @@
 #include "adapters/workbook/xlsx/checked_writer.h"
 #include "adapters/workbook/xlsx/origin.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
+#include "automation/text.h"
 
 namespace mirelo::workbook {
 
@@ -55,6 +56,16 @@ std::vector<std::string> Spreadsheet::Losses(const std::optional<Kept>& kept) co
   if (origin_ == nullptr) return {};
   std::vector<std::string> losses = origin_->Losses(kept);
   std::erase_if(losses, [&](const std::string& loss) { return notes_.suffered.contains(loss); });
+  return losses;
+}
+
+std::vector<std::string> Spreadsheet::LossesOfChange(const std::string& sheet) const {
+  std::optional<Kept> kept = KeptSheets();
+  if (!kept) return {};
+  const std::set<std::string> before = SetOf(Losses(kept));
+  std::erase_if(*kept, [&](const Sheet* each) { return EqualText(each->name, sheet); });
+  std::vector<std::string> losses = Losses(kept);
+  std::erase_if(losses, [&](const std::string& loss) { return before.contains(loss); });
   return losses;
 }
 

@@ -44,6 +44,9 @@ class Spreadsheet {
   // The Losses() that NewLosses has not given before.
   std::vector<std::string> NewLosses();
 
+  // What Losses() would have besides if the sheet of this name were changed.
+  std::vector<std::string> LossesOfChange(const std::string& sheet) const;
+
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
   // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes
   // on pointing at it. Error 61 when the disk is full, or what was written does not read back; 70 when

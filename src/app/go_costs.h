@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace mirelo {
+class frmMirelo;
+}
+namespace mirelo::host::excel {
+class Workbook;
+}
+
+namespace mirelo::app {
+
+// What somebody has put into the settings dialog, as far as Go takes something away for it.
+struct GoPlan {
+  struct Ticker {
+    std::string name;
+    std::vector<std::string> fields;  // of its vertical table, in their order; none for no table
+  };
+  std::vector<Ticker> tickers;
+  std::vector<std::string> columns;  // of the quote table
+  std::string vertical_sheet;        // in front of the ticker in brackets
+};
+
+GoPlan PlanOf(const frmMirelo& form);
+
+// What saving a workbook would lose of a sheet that was changed: sentences.
+using LossesOfSheet = std::function<std::vector<std::string>(const std::string& sheet)>;
+
+// What Go, done as planned, will take away from the workbook, or leave undone, without a word: a sentence for
+// each such thing, none in a workbook where there is nothing to lose. The workbook is only read.
+//
+// - tickers too long for the dialog, which will not find them when it opens again;
+// - histories that are cleared, since their fields change;
+// - what stands under or beside the quote table where Go clears it;
+// - formulas and merged cells on the sheet of the quote table;
+// - tickers that get no history, since no sheet can bear their name.
+std::vector<std::string> GoCosts(host::excel::Workbook& workbook, const GoPlan& plan,
+                                 const LossesOfSheet& losses);
+
+}  // namespace mirelo::app
