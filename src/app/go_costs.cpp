@@ -160,6 +160,18 @@ void AddLossesOfWork(const LossesOfSheet& losses, std::vector<std::string>& cost
   }
 }
 
+// Formats reach further down than what they are for.
+std::int32_t HistoryRows(const Cells& cells) {
+  std::int32_t rows = 0;
+  for (std::int32_t row = kFirstHistoryRow; row <= cells.Rows(); ++row) {
+    bool is_empty = true;
+    for (std::int32_t column = 1; column <= cells.Columns(); ++column)
+      is_empty = is_empty && cells.IsEmpty(row, column);
+    rows += is_empty ? 0 : 1;
+  }
+  return rows;
+}
+
 // The headers of a history are compared one by one with the ticked fields, and those behind the last ticked
 // one are left.
 void AddHistory(excel::Workbook& workbook, const GoPlan::Ticker& ticker, const std::string& name,
@@ -167,7 +179,7 @@ void AddHistory(excel::Workbook& workbook, const GoPlan::Ticker& ticker, const s
   const Sheet sheet = FindSheet(workbook, name);
   if (!sheet) return;
   const Cells cells(*sheet);
-  if (!EqualText(cells.Text(1, 1), kSetUpMark) || cells.Rows() < kFirstHistoryRow) return;
+  if (!EqualText(cells.Text(1, 1), kSetUpMark) || HistoryRows(cells) == 0) return;
   bool is_same = true;
   std::vector<std::string> headers;
   for (std::int32_t column = 1; !cells.IsEmpty(kHeaderRow, column); ++column)
@@ -175,8 +187,7 @@ void AddHistory(excel::Workbook& workbook, const GoPlan::Ticker& ticker, const s
   for (std::size_t i = 0; i < ticker.fields.size(); ++i)
     is_same = is_same && i < headers.size() && EqualText(headers[i], ticker.fields[i]);
   if (is_same) return;
-  costs.push_back("The history on " + name + " is cleared, " +
-                  std::to_string(cells.Rows() - kFirstHistoryRow + 1) +
+  costs.push_back("The history on " + name + " is cleared, " + std::to_string(HistoryRows(cells)) +
                   " rows of it, as its fields change from " + Join(headers, ",") + " to " +
                   Join(ticker.fields, ",") + ".");
 }

@@ -109,7 +109,8 @@ TEST_F(Costs, AreHistoriesWhoseFieldsChange) {
 }
 
 TEST_F(Costs, AreNoHistoriesThatHoldNothing) {
-  Sheet("Quotes_Vertical(MSFT)", {{"Ticker:", "MSFT"}, {"Last", "Time"}});
+  const auto sheet = Sheet("Quotes_Vertical(MSFT)", {{"Ticker:", "MSFT"}, {"Last", "Time"}});
+  sheet->Range("A3", "B22")->NumberFormat("0.00");
   plan.tickers.front().fields = {"Bid"};
   EXPECT_THAT(Of(), IsEmpty());
 }
