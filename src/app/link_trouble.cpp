@@ -18,11 +18,11 @@ namespace {
 
 using Failure = host::WinInetApi::Failure;
 
-constexpr std::int32_t kMostShown = 40;  // characters of a reply
+constexpr std::int32_t kMostShownOfReply = 40;  // characters of a reply
 
 constexpr double kGreatestPort = 65535;
 
-constexpr const char* kCompare =
+constexpr const char* kCompareHttpPort =
     "Compare HTTPPort with the port of QuoteTracker's HTTP interface in its preferences; mirelo settings set "
     "HTTPPort, or --http-port, gives another.";
 
@@ -33,11 +33,11 @@ struct Trouble {
 
 Trouble TroubleOfReply(const wire::AskedServer& asked) {
   const std::string reply = AnsiToText(asked.Beginning());
-  if (reply.empty()) return {"the connection was closed without an answer", kCompare};
-  const std::string line(Left(reply.substr(0, reply.find_first_of("\r\n")), kMostShown));
+  if (reply.empty()) return {"the connection was closed without an answer", kCompareHttpPort};
+  const std::string line(Left(reply.substr(0, reply.find_first_of("\r\n")), kMostShownOfReply));
   return {"what answers there is no QuoteTracker, or one that is not ready: its answer begins with \"" +
               Visible(line) + "\"",
-          kCompare};
+          kCompareHttpPort};
 }
 
 Trouble TroubleOf(Failure failure, const wire::AskedServer& asked) {
@@ -58,7 +58,7 @@ Trouble TroubleOf(Failure failure, const wire::AskedServer& asked) {
           "See whether that machine is on, and whether a firewall keeps the port; or correct the address: "
           "mirelo settings set Webaddress, or --address."};
     case Failure::NoReply:
-      return {"what answers there speaks another language, so it is no QuoteTracker", kCompare};
+      return {"what answers there speaks another language, so it is no QuoteTracker", kCompareHttpPort};
     case Failure::None:
       break;
   }

@@ -29,7 +29,7 @@ using terminal::Tone;
 constexpr const char* kPercentHeader = "%";
 constexpr const char* kFreshMark = "*";
 constexpr const char* kOldMark = "o";
-constexpr std::size_t kGap = 2;
+constexpr std::size_t kColumnGap = 2;
 constexpr std::size_t kWidestCell = 30;
 constexpr double kGreatestPercent = 1e9;  // beyond it the numbers are none of prices
 
@@ -299,7 +299,7 @@ std::vector<std::size_t> LiveModel::ColumnsThatFit(std::size_t room) {
   first_column_ = std::clamp<std::size_t>(first_column_, 1, std::max<std::size_t>(headers_.size(), 2) - 1);
   for (std::size_t c = 0; c < headers_.size(); c = c == 0 ? first_column_ : c + 1) {
     widths_[c] = std::min(widest_[c], kWidestCell);
-    const std::size_t width = widths_[c] + (columns.empty() ? 0 : kGap);
+    const std::size_t width = widths_[c] + (columns.empty() ? 0 : kColumnGap);
     if (used + width > room && !columns.empty()) break;
     used += width;
     columns.push_back(c);
@@ -316,7 +316,7 @@ PictureLine LiveModel::HeaderLine(const std::vector<std::size_t>& columns) const
   for (const std::size_t c : columns) {
     const std::string mark = c != sorted_by_ ? "" : downwards_ ? "v" : "^";
     const bool to_the_right = c < is_numeric_.size() && is_numeric_[c] && c > 0;
-    if (c != columns.front()) text.append(kGap, ' ');
+    if (c != columns.front()) text.append(kColumnGap, ' ');
     text += Fitted(headers_[c] + mark, widths_[c], to_the_right);
   }
   return {PieceOf(text, style)};
@@ -334,7 +334,7 @@ PictureLine LiveModel::LineOf(const Row& row, const std::vector<std::size_t>& co
     style.bold = is_fresh(row.cells[c].changed);
     if (c == price_ || c == change_ || c == percent_)
       style.tone = row.sign > 0 ? Tone::Up : row.sign < 0 ? Tone::Down : Tone::Plain;
-    if (c != columns.front()) line.push_back(PieceOf(std::string(kGap, ' ')));
+    if (c != columns.front()) line.push_back(PieceOf(std::string(kColumnGap, ' ')));
     line.push_back(PieceOf(Fitted(row.cells[c].text, widths_[c], is_numeric_[c] && c > 0), style));
   }
   return line;

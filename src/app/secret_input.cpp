@@ -17,7 +17,7 @@ using terminal::Err;
 
 namespace {
 
-constexpr std::size_t kLongest = 4096;
+constexpr std::size_t kLongestSecret = 4096;
 
 // Keeps what is typed off the screen. Where the standard input is no terminal there is nothing to keep off.
 class NoEcho {
@@ -57,10 +57,10 @@ host::Secret Ask(const char* what) {
     Err().Flush();
   }
   // Handed on as it is: what copies memory leaves it in registers, which are put on the stack at times.
-  host::Secret line = sodium::MakeGuarded(kLongest + 1);  // with the line's end
+  host::Secret line = sodium::MakeGuarded(kLongestSecret + 1);  // with the line's end
   std::size_t size = 0;
   for (; ReadByte(line.data() + size) && line.data()[size] != '\n'; ++size) {
-    if (size == kLongest) throw RuntimeError(5, std::string(what) + " is too long");
+    if (size == kLongestSecret) throw RuntimeError(5, std::string(what) + " is too long");
   }
   if (size == 0) throw RuntimeError(5, std::string(what) + " is missing");
   if (line.data()[size - 1] == '\r') --size;

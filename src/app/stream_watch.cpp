@@ -20,15 +20,15 @@ namespace {
 using host::WinInetApi;
 
 constexpr std::string_view kGreeting = "OK<";
-constexpr std::int32_t kMostShown = 40;            // characters of what came
+constexpr std::int32_t kMostShownOfGreeting = 40;  // characters of what came
 constexpr std::int32_t kPatienceOverHttp = 2'000;  // milliseconds
 constexpr const char* kHttpBegins = "HTTP/";
-constexpr const char* kCompare =
+constexpr const char* kCompareSocketPort =
     " Compare SocketPort with the port of QuoteTracker's stream in its preferences; mirelo settings set "
     "SocketPort, or --socket-port, gives another.";
 
 std::string FirstLine(std::string_view text) {
-  return Visible(Left(std::string(text.substr(0, text.find_first_of("\r\n"))), kMostShown));
+  return Visible(Left(std::string(text.substr(0, text.find_first_of("\r\n"))), kMostShownOfGreeting));
 }
 
 }  // namespace
@@ -79,7 +79,7 @@ void StreamWatch::OnReceived(std::span<const std::uint8_t> bytes) {
 // A connection that did not come about has said by itself why.
 void StreamWatch::OnDropped() {
   session_.host().loop().StopTimer(patience_);
-  if (!connected_) Tell(Place() + kCompare);
+  if (!connected_) Tell(Place() + kCompareSocketPort);
   connected_ = false;
 }
 
@@ -89,12 +89,13 @@ void StreamWatch::OnSilence() {
     return TellAnother(
         "What answers there is QuoteTracker's HTTP interface; its stream has a port of its own.");
   if (!reply.empty()) return TellAnother("What answers there is a web server, not QuoteTracker's stream.");
-  Tell(Place() + " Something listens there, and says nothing, where QuoteTracker greets at once." + kCompare);
+  Tell(Place() + " Something listens there, and says nothing, where QuoteTracker greets at once." +
+       kCompareSocketPort);
 }
 
 void StreamWatch::TellAnother(const std::string& what) {
   found_another_ = true;
-  Tell(Place() + " " + what + kCompare);
+  Tell(Place() + " " + what + kCompareSocketPort);
 }
 
 void StreamWatch::Tell(const std::string& text) {
@@ -120,7 +121,7 @@ std::string StreamWatch::ReplyOverHttp() {
                                                  WinInetApi::kFlagReload);
   std::string reply;
   if (internet.HttpSendRequestA(request, "", "")) {
-    std::array<char, kMostShown> piece;
+    std::array<char, kMostShownOfGreeting> piece;
     std::uint32_t read = 0;
     if (internet.InternetReadFile(request, piece.data(), piece.size(), read))
       reply.assign(piece.data(), read);

@@ -92,8 +92,8 @@ void CloseAllBut(std::vector<int> kept) {
 }
 
 // Nothing may leave it: a second process would go on with the day.
-[[noreturn]] void Run(pid_t original, const ProcessCopy::Line& line,
-                      const std::function<void(const ProcessCopy::Line&)>& work) noexcept {
+[[noreturn]] void RunCopy(pid_t original, const ProcessCopy::Line& line,
+                          const std::function<void(const ProcessCopy::Line&)>& work) noexcept {
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (::getppid() != original) ::_exit(1);  // it has gone meanwhile
   std::vector<int> kept = FileHold::Descriptors();
@@ -141,7 +141,7 @@ ProcessCopy::ProcessCopy(const std::function<void(const Line&)>& work) {
   const pid_t original = ::getpid();
   const BlockedSignals blocked;
   copy_ = ::fork();
-  if (copy_ == 0) Run(original, line, work);
+  if (copy_ == 0) RunCopy(original, line, work);
   if (copy_ < 0) FailToStart(errno);
 }
 

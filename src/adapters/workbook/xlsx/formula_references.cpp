@@ -12,7 +12,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::size_t kLongestFormula = 64 << 10;  // programs take 8 KiB, some 64 KiB
+constexpr std::size_t kLongestReadFormula = 64 << 10;  // programs take 8 KiB, some 64 KiB
 
 // Functions whose result hangs on more than the cells that they are given.
 constexpr std::array kOpenFunctions = std::to_array<std::string_view>({
@@ -58,11 +58,11 @@ bool IsOneOf(std::string_view name, const auto& names) {
   return std::any_of(names.begin(), names.end(), [&](std::string_view n) { return EqualText(n, name); });
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool IsAsciiDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 // Of a name, a number or an address. All of a letter beyond ASCII.
 bool IsOfWord(char c) {
-  return IsLetter(c) || IsDigit(c) || c == '_' || c == '.' || c == '\\' || c == '?' || c == '$' ||
+  return IsAsciiLetter(c) || IsAsciiDigit(c) || c == '_' || c == '.' || c == '\\' || c == '?' || c == '$' ||
          static_cast<unsigned char>(c) >= 0x80;
 }
 bool IsBetweenOperands(char c) {
@@ -70,27 +70,27 @@ bool IsBetweenOperands(char c) {
 }
 
 // One end of a range: "$B$3", "B" or "3".
-struct Corner {
+struct RangeEnd {
   std::int32_t row = 0;  // 0 where it tells none
   std::int32_t column = 0;
   bool moves_row = false;
   bool moves_column = false;
 };
 
-std::optional<Corner> ParseCorner(std::string_view word) {
-  Corner corner;
+std::optional<RangeEnd> ParseRangeEnd(std::string_view word) {
+  RangeEnd corner;
   std::size_t at = 0;
   const auto take_dollar = [&] { return at < word.size() && word[at] == '$' && ++at > 0; };
   bool is_fixed = take_dollar();
   const std::size_t letters = at;
-  for (; at < word.size() && IsLetter(word[at]) && at - letters < 4; ++at)
+  for (; at < word.size() && IsAsciiLetter(word[at]) && at - letters < 4; ++at)
     corner.column = corner.column * 26 + ((word[at] & ~0x20) - 'A' + 1);
   if (at > letters) {
     corner.moves_column = !is_fixed;
     is_fixed = take_dollar();
   }
   const std::size_t digits = at;
-  for (; at < word.size() && IsDigit(word[at]) && at - digits < 8; ++at)
+  for (; at < word.size() && IsAsciiDigit(word[at]) && at - digits < 8; ++at)
     corner.row = corner.row * 10 + (word[at] - '0');
   if (at > digits) {
     corner.moves_row = !is_fixed;
@@ -101,7 +101,7 @@ std::optional<Corner> ParseCorner(std::string_view word) {
   return corner;
 }
 
-std::optional<CellsReference> Between(const Corner& a, const Corner& b) {
+std::optional<CellsReference> Between(const RangeEnd& a, const RangeEnd& b) {
   if ((a.row == 0) != (b.row == 0) || (a.column == 0) != (b.column == 0)) return std::nullopt;
   CellsReference cells;
   cells.area = Area::Sheet();
@@ -192,8 +192,8 @@ class FormulaReader {
   // "#REF!", and the mark of what a formula has spilled into, which hangs on the cell before it.
   void TakeError() {
     ++at_;
-    if (!IsLetter(Here())) return;
-    while (IsLetter(Here()) || IsDigit(Here()) || Here() == '/' || Here() == '_') ++at_;
+    if (!IsAsciiLetter(Here())) return;
+    while (IsAsciiLetter(Here()) || IsAsciiDigit(Here()) || Here() == '/' || Here() == '_') ++at_;
     if (!Take('!')) Take('?');
   }
 
@@ -217,7 +217,7 @@ class FormulaReader {
     if (sheets.starts_with('[')) {
       const std::size_t end = sheets.find(']');
       const std::string_view number = sheets.substr(1, end == std::string_view::npos ? 0 : end - 1);
-      if (number.empty() || !std::all_of(number.begin(), number.end(), IsDigit)) return std::nullopt;
+      if (number.empty() || !std::all_of(number.begin(), number.end(), IsAsciiDigit)) return std::nullopt;
       prefix.is_elsewhere = true;
       return prefix;
     }
@@ -258,16 +258,16 @@ class FormulaReader {
       if (!prefix.is_elsewhere) found_.names.emplace_back(word);
       return;
     }
-    const auto corner = ParseCorner(word);
+    const auto corner = ParseRangeEnd(word);
     if (Take(':')) {
-      const auto end = ParseCorner(TakeWord());
+      const auto end = ParseRangeEnd(TakeWord());
       const bool is_range = corner && end && Here() != '(' && Here() != '!' && Here() != '[' && Here() != ':';
       const auto cells = is_range ? Between(*corner, *end) : std::nullopt;
       return cells ? AddCells(*cells, prefix) : Open();
     }
     if (corner && corner->row != 0 && corner->column != 0)
       return AddCells(*Between(*corner, *corner), prefix);
-    if (IsDigit(word.front()) || word.front() == '.') return;  // a number
+    if (IsAsciiDigit(word.front()) || word.front() == '.') return;  // a number
     if (!prefix.is_elsewhere) AddName(word);
   }
 
@@ -318,7 +318,7 @@ class FormulaReader {
 }  // namespace
 
 FormulaReferences ReadFormula(std::string_view formula) {
-  if (formula.empty() || formula.size() > kLongestFormula) return {{}, {}, {}, true};
+  if (formula.empty() || formula.size() > kLongestReadFormula) return {{}, {}, {}, true};
   return FormulaReader(formula).Read();
 }
 

@@ -9,7 +9,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-std::string FolderOf(const std::string& part) {
+std::string PartFolderOf(const std::string& part) {
   const std::size_t slash = part.rfind('/');
   return slash == std::string::npos ? "" : part.substr(0, slash + 1);
 }
@@ -44,14 +44,14 @@ std::vector<Relationship> RelationshipsIn(pugi::xml_node list, const std::string
     Relationship relationship{std::string(Attribute(node, "Id")), LastWord(Attribute(node, "Type")),
                               std::string(Attribute(node, "Target")),
                               Attribute(node, "TargetMode") == "External"};
-    if (!relationship.external) relationship.target = Resolve(FolderOf(part), relationship.target);
+    if (!relationship.external) relationship.target = Resolve(PartFolderOf(part), relationship.target);
     relationships.push_back(std::move(relationship));
   });
   return relationships;
 }
 
 std::string RelationshipsPartOf(const std::string& part) {
-  const std::string folder = FolderOf(part);
+  const std::string folder = PartFolderOf(part);
   return folder + "_rels/" + part.substr(folder.size()) + ".rels";
 }
 

@@ -22,7 +22,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-std::string WorkbookPart(Package& package, const Relationships& relationships) {
+std::string NameOfWorkbookPart(Package& package, const Relationships& relationships) {
   const Relationship* relationship = relationships.FindType("officeDocument");
   if (relationship == nullptr || !package.Has(relationship->target))
     throw Damaged("archive", "this is no .xlsx workbook");
@@ -43,7 +43,7 @@ class WorkbookReader {
   WorkbookReader(std::span<const char> file, const LoadLimits& limits)
       : package_(file, limits),
         package_relationships_(package_, ""),
-        xml_(package_, WorkbookPart(package_, package_relationships_), "workbook"),
+        xml_(package_, NameOfWorkbookPart(package_, package_relationships_), "workbook"),
         relationships_(package_, xml_.name()),
         book_(std::make_shared<Book>()) {}
 

@@ -45,7 +45,7 @@ bool CanPassRowsOn(const Sheets& sheets) {
   return sheets.size() <= kMostHelperFiles && std::none_of(sheets.begin(), sheets.end(), needs_rows);
 }
 
-Workbook NewFile(const Sheets& sheets, const std::filesystem::path& file) {
+Workbook NewWorkbook(const Sheets& sheets, const std::filesystem::path& file) {
   std::string folder = file.parent_path().string();
   if (folder.empty()) folder = '.';
   lxw_workbook_options options{};
@@ -109,7 +109,7 @@ void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
 
 void WriteFile(const Book& book, const Sheets& sheets, bool has_chart_sheets,
                const std::filesystem::path& file) {
-  Workbook workbook = NewFile(sheets, file);
+  Workbook workbook = NewWorkbook(sheets, file);
   FormatWriter formats(workbook.get(), book.styles);
   for (const auto& sheet : sheets) {
     lxw_worksheet* worksheet = workbook_add_worksheet(workbook.get(), sheet->name.c_str());

@@ -12,14 +12,14 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr char kDone = 'd';
-constexpr char kFailed = 'f';
+constexpr char kWritingFailed = 'f';
 
 void WriteAndReport(const std::function<void()>& write, const ProcessCopy::Line& line) {
   try {
     write();
     line.Send(kDone, "");
   } catch (const std::exception&) {
-    line.Send(kFailed, CurrentErrorAsText());
+    line.Send(kWritingFailed, CurrentErrorAsText());
   }
 }
 
