@@ -28,11 +28,8 @@ namespace excel = host::excel;
 
 namespace {
 
-// The dialog passes over what is longer when it reads the table back.
-constexpr std::int32_t kLongestTicker = 11;
 constexpr std::int32_t kLongestSheetName = 31;
 constexpr std::string_view kInNoSheetName = ":\\/?*[]";
-constexpr std::int32_t kFirstHistoryRow = 3;
 constexpr std::size_t kMostAddresses = 3;
 
 // Other losses of a changed sheet, such as print settings, are told when they come: most programs leave them
@@ -93,7 +90,7 @@ struct OldTable {
     for (std::int32_t column = 1; column <= columns; ++column)
       known += IsColumn(cells.Text(kHeaderRow, column)) ? 1 : 0;
   }
-  static bool IsColumn(const std::string& header) { return ColumnCode(UCase(header)) != kUnknownColumn; }
+  static bool IsColumn(const std::string& header) { return FindColumn(UCase(header)) != nullptr; }
   bool Holds(const Cells& cells, std::int32_t row, std::int32_t column) const {
     return row <= last_row && column <= columns && IsColumn(cells.Text(kHeaderRow, column));
   }

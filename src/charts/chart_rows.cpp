@@ -3,13 +3,13 @@
 #include <limits>
 
 #include "automation/runtime_error.h"
+#include "worksheet/vertical_sheets.h"
 
 namespace mirelo {
 
 namespace {
 
 constexpr std::int64_t kChartHeaderRow = 2;
-constexpr std::int32_t kFirstDataRow = 3;
 
 std::int32_t Row(std::int64_t row) {
   using Limits = std::numeric_limits<std::int32_t>;
@@ -19,9 +19,9 @@ std::int32_t Row(std::int64_t row) {
 
 // Where the last rows begin; the first data row when that lies above `least`.
 std::int32_t FirstRow(std::int32_t end, std::int32_t row_limit, std::int32_t points, std::int64_t least) {
-  if (end > row_limit) return kFirstDataRow;
+  if (end > row_limit) return kFirstHistoryRow;
   const std::int32_t first = Row(std::int64_t{end} - points + 1);
-  return first < least ? kFirstDataRow : first;
+  return first < least ? kFirstHistoryRow : first;
 }
 
 }  // namespace
@@ -32,7 +32,7 @@ std::int32_t LastRowOfChart(std::int32_t end, std::int32_t row_limit, std::int32
 }
 
 std::int32_t FirstRowOfNewChart(std::int32_t end, std::int32_t row_limit, std::int32_t points) {
-  return FirstRow(end, row_limit, points, kFirstDataRow);
+  return FirstRow(end, row_limit, points, kFirstHistoryRow);
 }
 
 std::int32_t FirstRowOfUpdatedChart(std::int32_t end, std::int32_t row_limit, std::int32_t points) {

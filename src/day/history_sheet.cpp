@@ -20,7 +20,6 @@ namespace excel = host::excel;
 namespace {
 
 constexpr std::int32_t kFieldRow = 2;
-constexpr std::int32_t kFirstRow = 3;
 
 std::shared_ptr<excel::Worksheet> FindSheet(excel::Application& application, const std::string& name) {
   const auto sheets = application.Worksheets();
@@ -51,7 +50,7 @@ HistorySheet::HistorySheet(std::shared_ptr<excel::Worksheet> sheet, const std::v
                            std::int32_t limit)
     : sheet_(std::move(sheet)),
       limit_(std::max(limit, 0)),
-      most_rows_(sheet_->Rows()->Count() - kFirstRow + 1) {
+      most_rows_(sheet_->Rows()->Count() - kFirstHistoryRow + 1) {
   for (std::int32_t column = 1;; ++column) {
     const std::string field = TextOf(*sheet_->Cells(kFieldRow, column));
     if (field.empty()) break;
@@ -66,14 +65,15 @@ HistorySheet::HistorySheet(std::shared_ptr<excel::Worksheet> sheet, const std::v
 void HistorySheet::ReadHistory() {
   const auto width = static_cast<std::int32_t>(fields_.size());
   const std::int32_t last = sheet_->Cells(1, 1)->SpecialCells(excel::xlCellTypeLastCell)->Row();
-  if (last < kFirstRow) return;
-  const Variant block = sheet_->Cells(kFirstRow, 1)->Resize(last - kFirstRow + 1, width)->Value();
+  if (last < kFirstHistoryRow) return;
+  const Variant block =
+      sheet_->Cells(kFirstHistoryRow, 1)->Resize(last - kFirstHistoryRow + 1, width)->Value();
   const auto cell = [&](std::int32_t r, std::int32_t c) {
     const Variant& value = block.IsArray() ? block.AsArray()(r, c) : block;
     return value.IsText() ? Variant(std::string("'").append(value.ToText()))
                           : value;  // it goes back as it is
   };
-  for (std::int32_t r = last - kFirstRow + 1; r >= 1 && row_count_ == 0; --r) {
+  for (std::int32_t r = last - kFirstHistoryRow + 1; r >= 1 && row_count_ == 0; --r) {
     for (std::int32_t c = 1; c <= width; ++c) {
       if (!cell(r, c).IsEmpty()) row_count_ = r;
     }
@@ -117,18 +117,18 @@ bool HistorySheet::Write() {
     const std::int32_t room = most_rows_ - row_count_;
     fits = waiting_ <= static_cast<std::size_t>(room);
     if (!fits) DropRows(static_cast<std::size_t>(room), waiting_ - static_cast<std::size_t>(room));
-    WriteFrom(kFirstRow + row_count_, 0);
+    WriteFrom(kFirstHistoryRow + row_count_, 0);
     row_count_ += static_cast<std::int32_t>(KeptRows());
     cells_.clear();
   } else if (KeptRows() <= static_cast<std::size_t>(limit_)) {
-    WriteFrom(kFirstRow + row_count_, KeptRows() - waiting_);
+    WriteFrom(kFirstHistoryRow + row_count_, KeptRows() - waiting_);
     row_count_ = static_cast<std::int32_t>(KeptRows());
   } else {
     // The formats stay where they are, so the values move up past them.
     DropRows(0, KeptRows() - static_cast<std::size_t>(limit_));
-    WriteFrom(kFirstRow, 0);
+    WriteFrom(kFirstHistoryRow, 0);
     if (row_count_ > limit_) {
-      sheet_->Cells(kFirstRow + limit_, 1)
+      sheet_->Cells(kFirstHistoryRow + limit_, 1)
           ->Resize(row_count_ - limit_, static_cast<std::int32_t>(fields_.size()))
           ->ClearContents();
     }

@@ -27,8 +27,6 @@ using host::excel::Worksheet;
 
 // From here on a walk down the sheet ran off its foot: there is no ticker row.
 constexpr std::int32_t kFootOfSheet = 50000;
-// Cells with longer texts are no tickers.
-constexpr std::int32_t kLongestTicker = 11;
 
 }  // namespace
 

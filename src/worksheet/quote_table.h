@@ -11,6 +11,8 @@ inline constexpr const char* kStatusCell = "A1";
 inline constexpr const char* kFirstHeader = "A2";
 inline constexpr std::int32_t kHeaderRow = 2;
 inline constexpr std::int32_t kFirstTickerRow = 3;
+// Cells with longer texts are no tickers when the dialog reads the table back.
+inline constexpr std::int32_t kLongestTicker = 11;
 
 // The status caption says the mode, and in brackets how: "SnapShot( Update Onse )", "SnapShot( 60 sec)",
 // "Streaming( source )".

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "dialog/grid_columns.h"
@@ -14,6 +15,7 @@ inline constexpr const char* kSetUpCell = "A1";
 inline constexpr const char* kSetUpMark = "Ticker:";
 inline constexpr const char* kTickerCell = "B1";
 inline constexpr const char* kFirstFieldCell = "A2";
+inline constexpr std::int32_t kFirstHistoryRow = 3;
 inline constexpr const char* kChartMark = kChartHeader;
 
 // `prefix` is the setting UserVerticalSheet: what stands in front of "(ticker)".

@@ -30,7 +30,7 @@ TEST_F(CommandLine, PrintsTheVersion) {
 
 TEST_F(CommandLine, HelpsWithEveryCommand) {
   for (const char* command :
-       {"quotes", "run", "dialog", "go", "settings", "show", "sources", "stream", "credentials"}) {
+       {"quotes", "run", "dialog", "go", "settings", "show", "sources", "stream", "list", "credentials"}) {
     SCOPED_TRACE(command);
     EXPECT_THAT(Run({"--help"}).out, HasSubstr(command));
     const auto result = Run({command, "--help"});
