@@ -32,6 +32,9 @@ constexpr std::int32_t kChartingTab = 2;
 
 constexpr double kLeastChartPoints = 5;
 constexpr double kMostChartPoints = 1200;
+static_assert(catalogue::Row(catalogue::kSettings, "ChartPoints").least == kLeastChartPoints &&
+                  catalogue::Row(catalogue::kSettings, "ChartPoints").greatest == kMostChartPoints,
+              "the catalogue refuses what the dialog does");
 
 constexpr std::int16_t kToStream = 77;
 constexpr std::int16_t kToAsk = 78;
