@@ -13,7 +13,8 @@ class Workbook;
 
 namespace mirelo::app {
 
-// What somebody has put into the settings dialog, as far as Go takes something away for it.
+// What Go is about to build, as the controls of the settings dialog say it: as much of it as decides what is
+// taken away from the workbook.
 struct GoPlan {
   struct Ticker {
     std::string name;
@@ -29,8 +30,8 @@ GoPlan PlanOf(const frmMirelo& form);
 // What saving a workbook would lose of a sheet that was changed: sentences.
 using LossesOfSheet = std::function<std::vector<std::string>(const std::string& sheet)>;
 
-// What Go, done as planned, will take away from the workbook, or leave undone, without a word: a sentence for
-// each such thing, none in a workbook where there is nothing to lose. The workbook is only read.
+// What Go will take away from the workbook, or leave undone, without a word of its own: a sentence for each
+// such thing. It follows Go's own rules (src/worksheet) by reading; the workbook is not changed.
 //
 // - tickers too long for the dialog, which will not find them when it opens again;
 // - histories that are cleared, since their fields change;

@@ -28,13 +28,14 @@ class Session {
   wire::MendedReplies& replies();
   // What became of the last request over HTTP.
   const wire::AskedServer& asked();
-  // The settings of the section "Settings" that hold for this command alone, as it was told: by their keys.
+  // The keys of those settings of the section "Settings" that were given to this command and hold for it
+  // alone.
   std::set<std::string> given_here;
   // The document that the settings dialog is shown for, so that it can be asked what Go would lose of it;
   // null for one that is not kept.
   host::Document* document = nullptr;
-  // Where nobody can be asked: whether Go is to be pressed whatever it costs, and whether it was not, which
-  // has been told then.
+  // Where nobody can be asked: whether Go is to be pressed whatever it costs (--yes), and whether it was not
+  // pressed because of its costs, which were told then.
   bool accepts_costs = false;
   bool refused_costs = false;
   // The spreadsheet program, and the files that it keeps.

@@ -19,11 +19,12 @@ void TellLosses(const std::filesystem::path& file, host::Document& document);
 // Says one such sentence.
 void TellLoss(const std::filesystem::path& file, const std::string& loss);
 
-// Has the sheet of the quote table lie in front for who opens the file; nothing where there is none.
+// Makes the sheet of the quote table the active one, so that the file opens with it. Does nothing where there
+// is no such sheet.
 void PutQuoteTableInFront(host::Document& document);
 
-// What a person can do about a workbook that could not be saved: a sentence. Empty where the error says so by
-// itself, or another file would not mend it.
+// What a person can do about a workbook that could not be saved: a sentence. Empty where the error's own text
+// says it, or where no other file would help.
 std::string WhatToDoAbout(const RuntimeError& failure);
 
 // Holds a workbook's file for Go, to be called before it is opened and kept until SaveAfterGo. Better than

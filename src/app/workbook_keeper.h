@@ -34,7 +34,7 @@ class WorkbookKeeper {
   WorkbookKeeper(const WorkbookKeeper&) = delete;
   WorkbookKeeper& operator=(const WorkbookKeeper&) = delete;
 
-  // Saves before anything has come, and waits for that, so that what keeps it from that is told at once.
+  // Saves before any quote has come, and waits for that, so that what keeps it from saving is told at once.
   void SaveAtStart() { SaveAndWait(); }
 
   // Saves every `interval` from now on; less often where nothing else runs for more than a twentieth of it. A

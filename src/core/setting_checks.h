@@ -47,7 +47,7 @@ bool IsDisplayOffset(std::string_view text);
 // A colour of the dialog's palette, or -4142 for none.
 bool IsFillColor(std::string_view text);
 
-// Names between commas that requests can hold; none is good, too.
+// Tickers that requests can name, parted by commas. An empty text passes.
 bool AreTickers(std::string_view text);
 
 // The beginning of a sheet's name, with room behind it for a ticker in brackets.

@@ -39,8 +39,9 @@ class Document {
   // sentence for each such thing. What was given once is not given again.
   virtual std::vector<std::string> NewLosses() = 0;
 
-  // The same of a sheet that is not changed yet: what would be lost once it is, without a word to anybody
-  // else. Empty for a sheet that the document does not have.
+  // What NewLosses would have besides if this sheet were changed before the document is saved. Asking counts
+  // as telling nobody: NewLosses gives it all the same when that comes. Empty for a sheet that the document
+  // does not have.
   virtual std::vector<std::string> LossesOfChange(const std::string& /*sheet*/) { return {}; }
 
   // Saves it. The file changes at once and as a whole, or stays as it was. `tell` is called with each of

@@ -44,7 +44,7 @@ class Spreadsheet {
   // The Losses() that NewLosses has not given before.
   std::vector<std::string> NewLosses();
 
-  // What Losses() would have besides if the sheet of this name were changed.
+  // What saving would lose besides if the sheet of this name were changed (see host::Document).
   std::vector<std::string> LossesOfChange(const std::string& sheet) const;
 
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
