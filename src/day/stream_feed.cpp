@@ -136,6 +136,7 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   stream->DovantaFormatUserDate(facade_.DovantaFormatUserDate());
   stream->StartStop(true);
   stream->StopEndlessWalks(true);
+  stream->CountZeros(true);
   stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
     pause_ = first_pause_;

@@ -125,6 +125,10 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // "The quote stream lost its place", source "Mirelo.cQTStreaming.DecodeRecords".
   static constexpr std::int32_t kEndlessWalk = ErrorNumber(0x80040065);
 
+  // Whether a value of 0 or below that a record carries can be a change of its ticker. With false, the
+  // default and the rule of this class, none is, so that a record whose only news is a size of 0 is no quote.
+  void CountZeros(bool value) { CountZeros_ = value; }
+
   // A status line for a person.
   Event<const std::string&> OnStatusText;
   // What the owner should do next: 1 when the source list has been stored, 5 when the streamer was accepted
@@ -197,6 +201,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   bool StreamerAccepted = false;           // set when the streamer reply has come; nothing reads it
   bool StartStop_ = false;
   bool StopEndlessWalks_ = false;
+  bool CountZeros_ = false;
   bool Enumerate_Sources_Result_ID_ = false;
   std::string DovantaFormatUserDate_;
   std::string st_StreamerFile_;

@@ -181,7 +181,7 @@ void cQTStreaming::ApplyQuote(const Level1Record& record) {
     internals_->arrival.GetDisplacedDateTime(DovantaFormatUserDate_);
 
   cTickerDateTime& state = StateOf(record.symbol);
-  if (!TakeChanges(record, state)) return Unchanged.Raise(record.symbol);
+  if (!TakeChanges(record, state, CountZeros_)) return Unchanged.Raise(record.symbol);
   const std::string& date_time =
       record.stamp.empty() ? kNoText : internals_->stamps.Text(record.stamp, DovantaFormatUserDate_);
   AddQuoteToBuffer(record, date_time, TakeLastVolume(record.volume, date_time, state));

@@ -6,7 +6,8 @@
 namespace mirelo {
 
 // Compares a record with its ticker's state. What counts as a change is stored in the state; true when there
-// was one.
-bool TakeChanges(const Level1Record& record, cTickerDateTime& state);
+// was one. With `count_zeros` a value of 0 or below counts where the record carries it; else it never does,
+// for it may stand for what the record lacks.
+bool TakeChanges(const Level1Record& record, cTickerDateTime& state, bool count_zeros);
 
 }  // namespace mirelo

@@ -128,6 +128,15 @@ TEST_F(StreamDay, KeepsWhatALaterQuoteDoesNotCarry) {
   EXPECT_EQ(Text(kTable, 3, 4), "1000");
 }
 
+TEST_F(StreamDay, WritesAZeroThatIsTheOnlyNewsOfItsRecord) {
+  BeginStreaming();
+  Quote(Trade(28.35, 1000).Bid(28.3));
+  Quote(Of("MSFT").Bid(0));
+  EXPECT_EQ(Text(kTable, 3, 3), "0");
+  Quote(Of("MSFT").Bid(28.3));
+  EXPECT_EQ(Text(kTable, 3, 3), "28.3");
+}
+
 TEST_F(StreamDay, WritesAZeroThatCame) {
   BeginStreaming();
   Quote(Trade(28.35, 1000).Bid(28.3));

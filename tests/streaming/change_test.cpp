@@ -66,6 +66,27 @@ TEST_P(ComparedField, WithoutAnotherValueIsToldAsUnchanged) {
   EXPECT_THAT(unchanged, ::testing::ElementsAre("X"));
 }
 
+TEST_P(ComparedField, ChangesToZeroWhereZerosCount) {
+  EXPECT_TRUE(Changes(2));
+  EXPECT_FALSE(Changes(0)) << "the rule of the class";
+  stream->CountZeros(true);
+  EXPECT_TRUE(Changes(0));
+  EXPECT_FALSE(Changes(0)) << "it is 0 already";
+  EXPECT_TRUE(Changes(2)) << "another value than the 0 before";
+}
+
+TEST_P(ComparedField, StaysAsItIsWhereARecordLacksItThoughZerosCount) {
+  stream->CountZeros(true);
+  EXPECT_TRUE(Changes(2));
+  Deliver(Level1Wire().Symbol("X"));
+  EXPECT_FALSE(Changes(2));
+}
+
+TEST_P(ComparedField, OfATickerThatIsNewIsNoChangeByZero) {
+  stream->CountZeros(true);
+  EXPECT_FALSE(Changes(0));
+}
+
 TEST_P(ComparedField, ChangesByAnotherValue) {
   EXPECT_TRUE(Changes(2));
   EXPECT_FALSE(Changes(2));
