@@ -40,6 +40,8 @@ class Rig {
   void Renew() {
     rig_.Renew();
     rig_.stream->DovantaFormatUserDate(kUserFormat);
+    rig_.stream->StopEndlessWalks(true);  // as a day has it
+    rig_.stream->CountZeros(true);
     rig_.stream->connect();
   }
   void TakeAtEachEvent() {
