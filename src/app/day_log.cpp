@@ -1,5 +1,6 @@
 #include "app/day_log.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -36,12 +37,17 @@ fs::path DefaultFile() {
   return state / "mirelo" / "mirelo.log";
 }
 
+// Who asks what becomes of quotes is told it, whatever else the log leaves out.
+host::Log::Level LeastOf(const LogWishes& wishes) {
+  return wishes.explained.empty() ? wishes.least : std::min(wishes.least, host::Log::Level::Info);
+}
+
 }  // namespace
 
 DayLog::DayLog(const LogWishes& wishes) {
   if (!wishes.file && wishes.explained.empty()) return;
   const fs::path path = wishes.file ? *wishes.file : DefaultFile();
-  file_.emplace(path, wishes.least, [](const std::string& line) { Err() << line << "\n"; });
+  file_.emplace(path, LeastOf(wishes), [](const std::string& line) { Err() << line << "\n"; });
   if (wishes.explained.empty()) return;
   trail_.emplace(*file_, wishes.explained);
   Err() << "What becomes of the quotes of " << Join(wishes.explained, ", ") << " is written to "

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -22,6 +23,7 @@
 #include "automation/runtime_error.h"
 #include "day/dialog_result.h"
 #include "day/working_day.h"
+#include "host/message_loop.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -47,6 +49,23 @@ void Prepare(day::WorkingDay& day, host::Document& document) {
   day.Fit();
   PutQuoteTableInFront(document);
 }
+
+// Rings once unless it has gone before: what it ends lives no longer than it does.
+class Alarm {
+ public:
+  explicit Alarm(host::MessageLoop& loop) : loop_(loop) {}
+  ~Alarm() { loop_.StopTimer(timer_); }
+  Alarm(const Alarm&) = delete;
+  Alarm& operator=(const Alarm&) = delete;
+
+  void Set(host::MessageLoop::Milliseconds time, std::function<void()> ring) {
+    timer_ = loop_.StartTimer(time, std::move(ring));
+  }
+
+ private:
+  host::MessageLoop& loop_;
+  host::MessageLoop::Token timer_ = 0;
+};
 
 CLI::Validator IsDuration() {
   return CLI::Validator(
@@ -180,10 +199,8 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
     host.HangUp();
   };
   view.EndWished.Subscribe(end);
-  host::MessageLoop::Token timer = 0;
-  if (const auto time = ParseDuration(for_)) {
-    timer = host.loop().StartTimer(*time, end);
-  }
+  Alarm alarm(host.loop());
+  if (const auto time = ParseDuration(for_)) alarm.Set(*time, end);
   StreamWatch watch(session);
   std::string told;
   watch.Told.Subscribe([&](const std::string& text) {
@@ -201,7 +218,6 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
   // A screen has taken it away.
   if (watch.HasFoundAnother() && terminal::Out().IsTerminal()) Err() << told << "\n";
   day.Stop();
-  host.loop().StopTimer(timer);
   return true;
 } catch (const std::exception&) {  // what has come until now is kept
   view.End();

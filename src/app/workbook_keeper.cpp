@@ -159,6 +159,7 @@ void WorkbookKeeper::EndSaving(const std::exception_ptr& failure) {
   const bool gives_way = !has_given_way_ && IsChangedMeanwhile(failure);
   has_given_way_ = gives_way;
   if (gives_way) {
+    Note("gives way: " + TextOf(failure));
     LeaveTheFileToOthers();
     return Save();
   }

@@ -62,6 +62,13 @@ TEST_F(Explain, HoldsNoMoreThanItsLevel) {
             2);
 }
 
+TEST_F(Explain, SaysWhatBecomesOfQuotesWhateverTheLevel) {
+  const auto result = RunMirelo(folder_.path(), {"run", "--demo", "--for", "1s", "--explain", "MSFT", "--log",
+                                                 "day.log", "--log-level", "error"});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(LogText(), HasSubstr("MSFT: quote a"));
+}
+
 TEST_F(Explain, WritesToTheUsersLogWhereNoneIsNamed) {
   ASSERT_EQ(RunMirelo(folder_.path(), {"run", "--demo", "--for", "1s", "--explain", "IBM,MSFT"}).exit_code,
             0);

@@ -153,6 +153,17 @@ TEST_F(Keeper, LeavesAFileThatAnotherProgramChangesWhileItIsAboutToBeSaved) {
   EXPECT_THAT(told, ElementsAre("Another program has changed book.xlsx; saving in book-1.xlsx from now on"));
 }
 
+TEST_F(Keeper, NotesOfEachSaveWhatBecameOfIt) {
+  std::filesystem::create_directory(inner);
+  std::vector<std::string> noted;
+  keeper.Noted.Subscribe([&](const std::string& line) { noted.push_back(line); });
+  std::ofstream(file) << "theirs";
+  EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-1.xlsx");
+  EXPECT_THAT(noted,
+              ElementsAre(StartsWith("save 1 begins"), StartsWith("save 1 gives way: Cannot save "),
+                          StartsWith("save 2 begins"), "save 2 is in " + (inner / "book-1.xlsx").string()));
+}
+
 // Nobody could list the folder, so its names cannot be synced; the files in it can.
 TEST_F(Keeper, StaysWithItsFileInAFolderThatMayBeWrittenButNotRead) {
   std::filesystem::create_directory(inner);

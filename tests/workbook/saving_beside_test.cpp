@@ -187,6 +187,20 @@ TEST_F(SavingBeside, IsBrokenOffWhereTellingFails) {
   EXPECT_THAT(FolderListing(), ElementsAre("quotes.xlsx"));
 }
 
+TEST_F(SavingBeside, TellsALossOnceThoughItsProcessIsKilledBehindThat) {
+  TakeOneWithALoss();
+  document = files.Open(File());
+  Write("new");
+  when_told = [] { ::kill(Copy(), SIGKILL); };
+  Begin();
+  EXPECT_EQ(Failure().Number(), 1004);
+  when_told = nullptr;
+  Begin();
+  FinishWell();
+  EXPECT_THAT(told, ElementsAre(HasSubstr("merged cells")));
+  EXPECT_EQ(Saved(), Variant("new"));
+}
+
 TEST_F(SavingBeside, LeavesWhatAnotherProgramHasSaved) {
   Begin();
   FinishWell();

@@ -110,6 +110,7 @@ void SavingCopy::Take(const ProcessCopy::Message& message) {
   switch (message.kind) {
     case kTell:
       tell_(message.text);
+      notes_.told.insert(message.text);  // what is lost is not told again where the copy breaks off now
       return copy_->Answer();
     case kTold:
       notes_.told.insert(message.text);
