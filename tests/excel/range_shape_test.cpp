@@ -32,6 +32,18 @@ TEST_P(RangeShape, CountsItemsFromItsFirstCell) {
   EXPECT_EQ(NumberOf([&] { range->Item(INT32_MIN, INT32_MIN); }), 1004);
 }
 
+TEST_P(RangeShape, OfOneCellLiesOnItsSheet) {
+  EXPECT_EQ(sheet->Cells(1, 1)->Address(), "$A$1");
+  EXPECT_EQ(sheet->Cells(RowCount(), 3)->Address(false, false), "C" + std::to_string(RowCount()));
+  const auto last = sheet->Cells(RowCount(), sheet->Columns()->Count());
+  EXPECT_EQ(last->Column(), sheet->Columns()->Count());
+  EXPECT_EQ(NumberOf([&] { sheet->Cells(0, 1); }), 1004);
+  EXPECT_EQ(NumberOf([&] { sheet->Cells(1, 0); }), 1004);
+  EXPECT_EQ(NumberOf([&] { sheet->Cells(RowCount() + 1, 1); }), 1004);
+  EXPECT_EQ(NumberOf([&] { sheet->Cells(1, last->Column() + 1); }), 1004);
+  EXPECT_EQ(NumberOf([&] { sheet->Cells(INT32_MIN, INT32_MAX); }), 1004);
+}
+
 TEST_P(RangeShape, CountsSingleItemsByItsView) {
   const auto range = Range("B2:D5");
   EXPECT_EQ(range->Item(1)->Address(), "$B$2");

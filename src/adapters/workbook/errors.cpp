@@ -46,6 +46,8 @@ RuntimeError Refused(std::string why) {
   return RuntimeError(host::excel::kApplicationError, std::move(why), kSource);
 }
 
+RuntimeError NotOnSheet() { return Refused("The cells do not lie on the sheet."); }
+
 RuntimeError DiskFull(std::string why) { return RuntimeError(kDiskFull, std::move(why), kSource); }
 
 RuntimeError PermissionDenied(std::string why) {

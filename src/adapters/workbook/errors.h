@@ -14,6 +14,9 @@ namespace mirelo::workbook {
 // Error 1004: what the spreadsheet refuses to do, with a sentence for people.
 RuntimeError Refused(std::string why);
 
+// Error 1004 for cells off the sheet.
+RuntimeError NotOnSheet();
+
 // What the file system refuses, by its errno: number 61 (disk full) where there is no room, else 75.
 host::FileFailure FileError(const std::string& doing, int reason);
 

@@ -43,7 +43,7 @@ void CellColumn::Set(std::int32_t row, CellValue value) {
 
 CellColumn::Block& CellColumn::BlockFor(std::int32_t index) {
   if (index != latest_index_) {
-    latest_ = &blocks_[index];
+    latest_ = &blocks_.try_emplace(blocks_.end(), index)->second;  // at once where it is the new last one
     latest_index_ = index;
   }
   return *latest_;

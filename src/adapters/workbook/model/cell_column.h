@@ -61,6 +61,7 @@ class CellColumn {
     std::vector<CellValue> values;
 
     std::size_t Place(int bit) const {
+      if (filled >> bit == 0) return values.size();  // below all others, where rows are mostly written
       return static_cast<std::size_t>(std::popcount(filled & ((std::uint64_t{1} << bit) - 1)));
     }
   };

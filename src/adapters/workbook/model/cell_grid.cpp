@@ -48,11 +48,6 @@ void CellGrid::Delete(const Area& area) {
   }
 }
 
-void CellGrid::Tidy(std::int32_t column) {
-  const auto found = columns_.find(column);
-  if (found != columns_.end() && found->second.IsEmpty()) columns_.erase(found);
-}
-
 std::int32_t CellGrid::EndDown(std::int32_t row, std::int32_t column) const {
   const auto found = columns_.find(column);
   if (found == columns_.end() || row == kRows) return kRows;

@@ -26,10 +26,13 @@ class CellGrid {
   // Takes the area's cells out; those below move up.
   void Delete(const Area& area);
 
-  // The column to write a block into; call Tidy() when done with it.
-  CellColumn& ColumnFor(std::int32_t column) { return columns_[column]; }
-  // Forgets the column if it has no cells.
-  void Tidy(std::int32_t column);
+  // Lets change(CellColumn&) write into the column, which may have had no cells and may have none afterwards.
+  template <class Change>
+  void ChangeColumn(std::int32_t column, Change&& change) {
+    const auto place = columns_.try_emplace(column).first;
+    change(place->second);
+    if (place->second.IsEmpty()) columns_.erase(place);
+  }
 
   // Calls visit(row, column, value) for the filled cells of the area, down each column, from left to right.
   template <class Visit>

@@ -26,13 +26,15 @@ std::optional<CellError> ParseCellError(std::string_view text) {
 
 CellValue CellValue::OfText(std::string text) {
   CellValue value;
-  if (!text.empty()) value.value_ = std::make_unique<const std::string>(std::move(text));
+  if (text.empty()) return value;
+  value.content_.text = new const std::string(std::move(text));
+  value.kind_ = Kind::Text;
   return value;
 }
 
 CellValue CellValue::NotCalculated() {
   CellValue value;
-  value.value_ = Unknown();
+  value.kind_ = Kind::NotCalculated;
   return value;
 }
 
@@ -44,16 +46,22 @@ CellValue CellValue::Copy() const {
   return IsNotCalculated() ? NotCalculated() : CellValue();
 }
 
-const std::string* CellValue::IfText() const {
-  const Text* text = std::get_if<Text>(&value_);
-  return text == nullptr ? nullptr : text->get();
-}
-
 bool operator==(const CellValue& a, const CellValue& b) {
-  const std::string* text = a.IfText();
-  const std::string* other = b.IfText();
-  if (text != nullptr && other != nullptr) return *text == *other;
-  return a.value_ == b.value_;
+  if (a.kind_ != b.kind_) return false;
+  switch (a.kind_) {
+    case CellValue::Kind::Number:
+      return a.content_.number == b.content_.number;
+    case CellValue::Kind::Boolean:
+      return a.content_.boolean == b.content_.boolean;
+    case CellValue::Kind::Error:
+      return a.content_.error == b.content_.error;
+    case CellValue::Kind::Text:
+      return *a.content_.text == *b.content_.text;
+    case CellValue::Kind::Empty:
+    case CellValue::Kind::NotCalculated:
+      break;
+  }
+  return true;
 }
 
 }  // namespace mirelo::workbook

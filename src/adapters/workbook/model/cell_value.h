@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
+#include <utility>
 
 namespace mirelo::workbook {
 
@@ -21,33 +20,48 @@ std::optional<CellError> ParseCellError(std::string_view text);  // letters of e
 class CellValue {
  public:
   CellValue() = default;
-  explicit CellValue(double number) : value_(number) {}
-  explicit CellValue(bool boolean) : value_(boolean) {}
-  explicit CellValue(CellError error) : value_(error) {}
+  explicit CellValue(double number) : kind_(Kind::Number) { content_.number = number; }
+  explicit CellValue(bool boolean) : kind_(Kind::Boolean) { content_.boolean = boolean; }
+  explicit CellValue(CellError error) : kind_(Kind::Error) { content_.error = error; }
   // An empty text is no content.
   static CellValue OfText(std::string text);
   static CellValue NotCalculated();
 
-  CellValue(CellValue&&) = default;
-  CellValue& operator=(CellValue&&) = default;
+  CellValue(CellValue&& other) noexcept
+      : kind_(std::exchange(other.kind_, Kind::Empty)), content_(other.content_) {}
+  CellValue& operator=(CellValue&& other) noexcept {
+    std::swap(kind_, other.kind_);
+    std::swap(content_, other.content_);
+    return *this;
+  }
+  ~CellValue() {
+    if (kind_ == Kind::Text) delete content_.text;
+  }
   CellValue Copy() const;
 
-  bool IsEmpty() const { return std::holds_alternative<std::monostate>(value_); }
+  bool IsEmpty() const { return kind_ == Kind::Empty; }
   // Null when this holds another kind.
-  const double* IfNumber() const { return std::get_if<double>(&value_); }
-  const bool* IfBoolean() const { return std::get_if<bool>(&value_); }
-  const CellError* IfError() const { return std::get_if<CellError>(&value_); }
-  const std::string* IfText() const;
-  bool IsNotCalculated() const { return std::holds_alternative<Unknown>(value_); }
+  const double* IfNumber() const { return kind_ == Kind::Number ? &content_.number : nullptr; }
+  const bool* IfBoolean() const { return kind_ == Kind::Boolean ? &content_.boolean : nullptr; }
+  const CellError* IfError() const { return kind_ == Kind::Error ? &content_.error : nullptr; }
+  const std::string* IfText() const { return kind_ == Kind::Text ? content_.text : nullptr; }
+  bool IsNotCalculated() const { return kind_ == Kind::NotCalculated; }
 
   friend bool operator==(const CellValue& a, const CellValue& b);
 
  private:
-  using Text = std::unique_ptr<const std::string>;  // keeps a cell at 16 bytes
-  struct Unknown {
-    friend bool operator==(const Unknown&, const Unknown&) = default;
+  enum class Kind : std::uint8_t { Empty, Number, Boolean, Error, Text, NotCalculated };
+  // Moved by the million when columns grow and rows move up, so moving it takes no look at its kind.
+  union Content {
+    double number;
+    bool boolean;
+    CellError error;
+    const std::string* text;  // owned
   };
-  std::variant<std::monostate, double, bool, CellError, Text, Unknown> value_;
+
+  Kind kind_ = Kind::Empty;
+  Content content_{};
 };
+static_assert(sizeof(CellValue) == 16);
 
 }  // namespace mirelo::workbook

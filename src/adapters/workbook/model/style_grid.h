@@ -50,10 +50,15 @@ class StyleGrid {
                      });
   }
 
-  // Calls visit(first_column, last_column, rows) for each run of columns.
+  // Calls visit(first_column, last_column, rows) for each run of columns; with numbers for the runs that
+  // lie between these columns, cut to them.
   template <class Visit>
   void ForEachColumnRun(Visit&& visit) const {
-    columns_.ForEach(1, kColumns, visit);
+    ForEachColumnRun(1, kColumns, visit);
+  }
+  template <class Visit>
+  void ForEachColumnRun(std::int32_t first_column, std::int32_t last_column, Visit&& visit) const {
+    columns_.ForEach(first_column, last_column, visit);
   }
 
   friend bool operator==(const StyleGrid&, const StyleGrid&) = default;

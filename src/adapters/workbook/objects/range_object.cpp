@@ -38,7 +38,7 @@ constexpr std::array<std::int32_t, 8> kAlignments{
 Area AreaOf(std::int64_t row, std::int64_t column, std::int64_t rows, std::int64_t columns) {
   const bool is_on_sheet = rows >= 1 && columns >= 1 && row >= 1 && column >= 1 && row + rows - 1 <= kRows &&
                            column + columns - 1 <= kColumns;
-  if (!is_on_sheet) throw Refused("The cells do not lie on the sheet.");
+  if (!is_on_sheet) throw NotOnSheet();
   return {static_cast<std::int32_t>(row), static_cast<std::int32_t>(column),
           static_cast<std::int32_t>(row + rows - 1), static_cast<std::int32_t>(column + columns - 1)};
 }

@@ -85,9 +85,10 @@ class FormatWishes {
   std::vector<std::pair<Area, std::string_view>> wishes_;
 };
 
-void WriteColumn(const CellBlock& block, const Source& source, std::int32_t column, FormatWishes& wishes) {
+// Writes into one column, whose cells have the styles of `styles`.
+void WriteColumn(const CellBlock& block, const Source& source, std::int32_t column,
+                 const StyleGrid::Rows& styles, CellColumn& target, FormatWishes& wishes) {
   const Area& area = block.area;
-  CellColumn& target = block.sheet->cells.ColumnFor(column);
   const auto write_run = [&](std::int32_t first, std::int32_t last, StyleId style) {
     const FormatKind kind = block.book->styles.Kind(style);
     for (std::int32_t row = first; row <= last; ++row) {
@@ -102,8 +103,7 @@ void WriteColumn(const CellBlock& block, const Source& source, std::int32_t colu
       target.Set(row, std::move(input.value));
     }
   };
-  block.sheet->styles.Column(column).ForEach(area.first_row, area.last_row, write_run);
-  block.sheet->cells.Tidy(column);
+  styles.ForEach(area.first_row, area.last_row, write_run);
 }
 
 Variant OneValue(const CellBlock& block) {
@@ -140,9 +140,13 @@ void WriteValue(const CellBlock& block, const Variant& value) {
   const Source source(value);
   source.Check(block.area.Rows(), block.area.Columns());
   FormatWishes wishes;
-  for (std::int32_t column = block.area.first_column; column <= block.area.last_column; ++column) {
-    WriteColumn(block, source, column, wishes);
-  }
+  const auto write_columns = [&](std::int32_t first, std::int32_t last, const StyleGrid::Rows& styles) {
+    for (std::int32_t column = first; column <= last; ++column) {
+      block.sheet->cells.ChangeColumn(
+          column, [&](CellColumn& target) { WriteColumn(block, source, column, styles, target, wishes); });
+    }
+  };
+  block.sheet->styles.ForEachColumnRun(block.area.first_column, block.area.last_column, write_columns);
   wishes.Grant(block);
 }
 

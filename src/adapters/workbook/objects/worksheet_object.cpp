@@ -62,7 +62,9 @@ WorksheetObject::RangePtr WorksheetObject::Range(host::excel::Range& first, host
 WorksheetObject::RangePtr WorksheetObject::Cells() { return At(Area::Sheet()); }
 
 WorksheetObject::RangePtr WorksheetObject::Cells(std::int32_t row, std::int32_t column) {
-  return Cells()->Item(row, column);
+  const Area cell = Area::Cell(row, column);
+  if (!cell.IsOnSheet()) throw NotOnSheet();
+  return At(cell);
 }
 
 std::shared_ptr<host::excel::Shapes> WorksheetObject::Shapes() {
