@@ -150,9 +150,9 @@ void DayTables::NoteWritten(std::size_t ticker) const {
 
 std::int64_t DayTables::Write() {
   const StillScreen still(application_);
-  table_.Write(Rows());
+  table_.Write(Rows(), buffer_);
   for (const std::size_t ticker : touched_) {
-    if (!histories_[ticker]->Write()) ++full_sheets_;
+    if (!histories_[ticker]->Write(buffer_)) ++full_sheets_;
   }
   charts_.Update(touched_);
   for (auto& [ticker, quotes] : followed_) {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "day/cell_buffer.h"
 #include "day/day_charts.h"
 #include "day/history_sheet.h"
 #include "day/quote_board.h"
@@ -78,6 +79,7 @@ class DayTables {
   QuoteBoard board_;
   std::vector<MakesRow> makes_row_;                     // by the columns
   std::vector<std::optional<HistorySheet>> histories_;  // by the ticker's number
+  CellBuffer buffer_;
   DayCharts charts_;
   std::vector<std::size_t> touched_;  // of them, those with rows to write
   std::int64_t unwritten_ = 0;

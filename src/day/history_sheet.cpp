@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "automation/text.h"
+#include "day/cell_buffer.h"
 #include "host/excel/application.h"
 #include "host/excel/constants.h"
 #include "host/excel/range.h"
@@ -20,6 +22,7 @@ namespace excel = host::excel;
 namespace {
 
 constexpr std::int32_t kFieldRow = 2;
+constexpr std::int32_t kMostDigits = std::numeric_limits<double>::max_exponent10 + 1;
 
 std::shared_ptr<excel::Worksheet> FindSheet(excel::Application& application, const std::string& name) {
   const auto sheets = application.Worksheets();
@@ -33,6 +36,14 @@ std::size_t IndexOf(const std::vector<std::string>& columns, const std::string& 
   const auto found =
       std::ranges::find_if(columns, [&](const auto& column) { return EqualText(column, field); });
   return static_cast<std::size_t>(found - columns.begin());
+}
+
+// Those in front of the decimal separator, at least one. Asked for each number of a day, most of which have
+// few.
+std::int32_t WholeDigits(double number) {
+  std::int32_t digits = 1;
+  for (double left = std::fabs(number); left >= 10 && digits < kMostDigits; left /= 10) ++digits;
+  return digits;
 }
 
 }  // namespace
@@ -109,7 +120,7 @@ void HistorySheet::DropRows(std::size_t first, std::size_t count) {
   cells_.erase(from, from + static_cast<std::ptrdiff_t>(count * fields_.size()));
 }
 
-bool HistorySheet::Write() {
+bool HistorySheet::Write(CellBuffer& buffer) {
   written_height_ = 0;
   if (waiting_ == 0) return true;
   bool fits = true;
@@ -117,16 +128,16 @@ bool HistorySheet::Write() {
     const std::int32_t room = most_rows_ - row_count_;
     fits = waiting_ <= static_cast<std::size_t>(room);
     if (!fits) DropRows(static_cast<std::size_t>(room), waiting_ - static_cast<std::size_t>(room));
-    WriteFrom(kFirstHistoryRow + row_count_, 0);
+    WriteFrom(kFirstHistoryRow + row_count_, 0, buffer);
     row_count_ += static_cast<std::int32_t>(KeptRows());
     cells_.clear();
   } else if (KeptRows() <= static_cast<std::size_t>(limit_)) {
-    WriteFrom(kFirstHistoryRow + row_count_, KeptRows() - waiting_);
+    WriteFrom(kFirstHistoryRow + row_count_, KeptRows() - waiting_, buffer);
     row_count_ = static_cast<std::int32_t>(KeptRows());
   } else {
     // The formats stay where they are, so the values move up past them.
     DropRows(0, KeptRows() - static_cast<std::size_t>(limit_));
-    WriteFrom(kFirstHistoryRow, 0);
+    WriteFrom(kFirstHistoryRow, 0, buffer);
     if (row_count_ > limit_) {
       sheet_->Cells(kFirstHistoryRow + limit_, 1)
           ->Resize(row_count_ - limit_, static_cast<std::int32_t>(fields_.size()))
@@ -138,11 +149,11 @@ bool HistorySheet::Write() {
   return fits;
 }
 
-void HistorySheet::WriteFrom(std::int32_t row, std::size_t first) {
+void HistorySheet::WriteFrom(std::int32_t row, std::size_t first, CellBuffer& buffer) {
   if (first >= KeptRows()) return;
   const auto height = static_cast<std::int32_t>(KeptRows() - first);
   const auto width = static_cast<std::int32_t>(fields_.size());
-  VariantArray block(1, height, 1, width);
+  VariantArray& block = buffer.Renew(height, width);
   auto cell = cells_.begin() + static_cast<std::ptrdiff_t>(first * fields_.size());
   for (std::int32_t r = 1; r <= height; ++r) {
     for (std::int32_t c = 1; c <= width; ++c, ++cell) {
@@ -155,7 +166,7 @@ void HistorySheet::WriteFrom(std::int32_t row, std::size_t first) {
   }
   written_row_ = row;
   written_height_ = height;
-  sheet_->Cells(row, 1)->Resize(height, width)->Value(std::move(block));
+  sheet_->Cells(row, 1)->Resize(height, width)->Value(buffer.Block());
   if (std::exchange(is_too_narrow_, false)) Widen(row, height);
 }
 
@@ -165,8 +176,7 @@ void HistorySheet::NoteLength(std::size_t field, const QuoteValue& value) {
   std::int32_t length = 0;
   if (value.kind() == QuoteValue::Kind::Number) {
     const double number = value.ToNumber();
-    const double size = std::max(std::fabs(number), 1.0);
-    length = 1 + static_cast<std::int32_t>(std::log10(size)) + (number < 0 ? 1 : 0);
+    length = WholeDigits(number) + (number < 0 ? 1 : 0);
   } else {
     length = Len(value.text());
   }

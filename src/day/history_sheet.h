@@ -18,6 +18,8 @@ class Worksheet;
 
 namespace mirelo::day {
 
+class CellBuffer;
+
 // The vertical table of one ticker as Go has set it up. In place of the macros this appends a row of history
 // for each quote: newest at the foot, in the order of the fields in row 2.
 class HistorySheet {
@@ -36,7 +38,7 @@ class HistorySheet {
   // Writes what was appended, as one block, and widens columns that have got something wider than ever
   // before; none becomes narrower. Rows above the limit go, the oldest first. False when the sheet has no
   // room left for some of the rows.
-  bool Write();
+  bool Write(CellBuffer& buffer);
   // The cells that the last Write has filled, for a person: "Quotes_Vertical(MSFT)!A3:F22"; empty when it had
   // nothing to write or no room.
   std::string CellsWritten() const;
@@ -47,7 +49,7 @@ class HistorySheet {
   void ReadHistory();
   std::size_t KeptRows() const { return cells_.size() / fields_.size(); }
   void DropRows(std::size_t first, std::size_t count);
-  void WriteFrom(std::int32_t row, std::size_t first);
+  void WriteFrom(std::int32_t row, std::size_t first, CellBuffer& buffer);
   void NoteLength(std::size_t field, const QuoteValue& value);
   void Widen(std::int32_t row, std::int32_t height);
   void FitToRows(std::int32_t row, std::int32_t height);

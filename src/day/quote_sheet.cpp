@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "automation/variant.h"
+#include "day/cell_buffer.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
@@ -29,21 +30,21 @@ std::string QuoteSheet::Title() const { return TextOf(*sheet_->Range("A1")); }
 
 void QuoteSheet::Touch(std::size_t row) { touched_[row] = true; }
 
-void QuoteSheet::Write(const QuoteRows& rows) {
+void QuoteSheet::Write(const QuoteRows& rows, CellBuffer& buffer) {
   for (std::size_t row = 0; row < touched_.size(); ++row) {
     if (!touched_[row]) continue;
     std::size_t end = row;
     for (; end < touched_.size() && touched_[end]; ++end) touched_[end] = false;
-    WriteBlock(rows, row, end);
+    WriteBlock(rows, row, end, buffer);
     row = end;
   }
 }
 
-void QuoteSheet::WriteBlock(const QuoteRows& rows, std::size_t first, std::size_t end) {
+void QuoteSheet::WriteBlock(const QuoteRows& rows, std::size_t first, std::size_t end, CellBuffer& buffer) {
   if (columns_.size() < 2) return;
   const auto height = static_cast<std::int32_t>(end - first);
   const auto width = static_cast<std::int32_t>(columns_.size()) - 1;
-  VariantArray block(1, height, 1, width);
+  VariantArray& block = buffer.Renew(height, width);
   for (std::int32_t r = 1; r <= height; ++r) {
     const QuoteRow& row = rows[first + static_cast<std::size_t>(r) - 1];
     for (std::int32_t c = 1; c <= width; ++c) {
@@ -53,7 +54,7 @@ void QuoteSheet::WriteBlock(const QuoteRows& rows, std::size_t first, std::size_
   }
   sheet_->Cells(kFirstTickerRow + static_cast<std::int32_t>(first), 2)
       ->Resize(height, width)
-      ->Value(std::move(block));
+      ->Value(buffer.Block());
 }
 
 std::string QuoteSheet::CellsOf(std::size_t row) const {

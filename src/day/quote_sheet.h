@@ -15,6 +15,8 @@ class Worksheet;
 
 namespace mirelo::day {
 
+class CellBuffer;
+
 // The quote table on its worksheet as Go has built it: the tickers in column A from row 3 on, the columns
 // from the left under their headers. This fills it in place of the macros.
 class QuoteSheet {
@@ -32,7 +34,7 @@ class QuoteSheet {
   // Notes that the cells of this ticker, counted from 0, are to be written.
   void Touch(std::size_t row);
   // Writes the rows that were touched, each run of them as one block. Column A stays as it is.
-  void Write(const QuoteRows& rows);
+  void Write(const QuoteRows& rows, CellBuffer& buffer);
 
   // The cells of this ticker, for a person: "Dovanta2_Quotes!B5:H5".
   std::string CellsOf(std::size_t row) const;
@@ -41,7 +43,7 @@ class QuoteSheet {
   void Fit();
 
  private:
-  void WriteBlock(const QuoteRows& rows, std::size_t first, std::size_t end);
+  void WriteBlock(const QuoteRows& rows, std::size_t first, std::size_t end, CellBuffer& buffer);
 
   std::shared_ptr<host::excel::Worksheet> sheet_;
   std::vector<std::string> columns_;
