@@ -12,6 +12,7 @@
 #include "core/status_run_query.h"
 #include "day/quote_board.h"
 #include "day/quote_trail.h"
+#include "snapshot/column_vocabulary.h"
 #include "streaming/cQTStreaming.h"
 
 namespace mirelo::day {
@@ -30,6 +31,17 @@ std::string TextOf(std::string_view reply, std::string_view tag, std::string_vie
 bool IsLossOfQuotes(const RuntimeError& error) {
   return error.Number() == cQTStreaming::kEndlessWalk || error.Number() == Errors::Overflow().Number() ||
          error.Number() == Errors::SubscriptOutOfRange().Number();
+}
+
+// Whether a quote has a last price of 0 and nothing else: that is how a server speaks of a ticker that it
+// does not know.
+bool IsOfNothing(const cQTData& quote) {
+  if (!quote.Carries(QuoteField::Last_Price) || quote.Last_Price() != 0) return false;
+  return std::ranges::all_of(kColumnVocabulary, [&](const ColumnRow& row) {
+    const StreamedField& streamed = row.streamed;
+    if (streamed.number != nullptr) return (quote.*streamed.number)() == 0;
+    return streamed.quantity == nullptr || (quote.*streamed.quantity)() == 0;
+  });
 }
 
 // Sets a flag until the end of a block, however that ends.
@@ -185,6 +197,7 @@ void StreamFeed::HandOn(const cQTData& quote) noexcept {
   try {
     if (trail_ != nullptr) NoteCame(quote);
     if (!IsAskedFor(quote.Symbol())) return TellUnasked();
+    if (IsOfNothing(quote)) return TellOfNothing(quote.Symbol());
     Quote.Raise(quote);
   } catch (...) {
     TellFailure(quote.Symbol());
@@ -200,6 +213,12 @@ void StreamFeed::TellUnasked() {
   if (std::exchange(told_unasked_, true)) return;
   Status.Raise(
       "QuoteTracker sends quotes that were not asked for, of other tickers or of none; they are left out");
+}
+
+// Tickers are those that were asked for, so these texts are no more than they.
+void StreamFeed::TellOfNothing(const std::string& ticker) {
+  Note(ticker, "all its values are 0, so it is no quote and left out");
+  if (told_of_nothing_.insert(UCase(ticker)).second) Status.Raise("QuoteTracker knows no quote of " + ticker);
 }
 
 // Of the error that is being handled.

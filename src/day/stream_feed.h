@@ -76,6 +76,7 @@ class StreamFeed {
   void HandOn(const cQTData& quote) noexcept;
   bool IsAskedFor(const std::string& symbol) const;
   void TellUnasked();
+  void TellOfNothing(const std::string& ticker);
   void TellFailure(const std::string& ticker) noexcept;
   void NoteCame(const cQTData& quote) const;
   void Note(const std::string& ticker, const std::string& what) const;
@@ -109,7 +110,8 @@ class StreamFeed {
   bool handed_on_ = false;          // quotes, since it last rested
   bool told_unasked_ = false;
   std::set<std::string> told_failures_;
-  wire::KeptFailure failure_;  // of reconnecting
+  std::set<std::string> told_of_nothing_;  // tickers of which it was told that there is no quote
+  wire::KeptFailure failure_;              // of reconnecting
   host::MessageLoop::Token reconnect_ = 0;
   host::MessageLoop::Token sweep_ = 0;
   host::MessageLoop::Token listening_ = 0;

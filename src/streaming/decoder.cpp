@@ -180,8 +180,11 @@ void cQTStreaming::ApplyQuote(const Level1Record& record) {
   if (!record.stamp.empty() && internals_->arrival.MayFail())
     internals_->arrival.GetDisplacedDateTime(DovantaFormatUserDate_);
 
+  const std::int32_t known = internals_->TickerStates.Count();
   cTickerDateTime& state = StateOf(record.symbol);
-  if (!TakeChanges(record, state, CountZeros_)) return Unchanged.Raise(record.symbol);
+  const bool is_first = internals_->TickerStates.Count() != known;
+  const bool brings_zeros = CountZeros_ && is_first && CarriesCompared(record);
+  if (!TakeChanges(record, state, CountZeros_) && !brings_zeros) return Unchanged.Raise(record.symbol);
   const std::string& date_time =
       record.stamp.empty() ? kNoText : internals_->stamps.Text(record.stamp, DovantaFormatUserDate_);
   AddQuoteToBuffer(record, date_time, TakeLastVolume(record.volume, date_time, state));

@@ -10,4 +10,8 @@ namespace mirelo {
 // for it may stand for what the record lacks.
 bool TakeChanges(const Level1Record& record, cTickerDateTime& state, bool count_zeros);
 
+// Whether it carries any field that is compared, whatever its value. Of a ticker's first record zeros are
+// news, too: nobody knows what its client has shown before.
+bool CarriesCompared(const Level1Record& record);
+
 }  // namespace mirelo

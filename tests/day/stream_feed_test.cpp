@@ -73,6 +73,22 @@ TEST_F(Feed, GivesEachQuoteOnceThoughItsHandlerFails) {
   EXPECT_THAT(prices, ElementsAre(1, 2, 3, 4, 5));
 }
 
+TEST_F(Feed, TakesAQuoteOfNothingForNoneAndTellsItOnce) {
+  const std::string nothing = Level1Wire().Symbol("MSFT").Last(0).Bid(0).Volume(0).Bytes();
+  Deliver(nothing);
+  DeliverPrices({28});
+  Deliver(nothing);
+  EXPECT_THAT(prices, ElementsAre(28));
+  EXPECT_THAT(told, ElementsAre("QuoteTracker knows no quote of MSFT"));
+}
+
+TEST_F(Feed, TakesAZeroAmongOtherValuesAndOneAloneForAQuote) {
+  Deliver(Level1Wire().Symbol("MSFT").Last(0).Bid(3).Bytes());
+  Deliver(Level1Wire().Symbol("MSFT").Bid(0).Bytes());
+  EXPECT_THAT(prices, ElementsAre(0, 0));
+  EXPECT_THAT(told, IsEmpty());
+}
+
 TEST_F(Feed, TellsOfEachFailureOnce) {
   act = [](double price) {
     if (price == 5) throw RuntimeError(1000, "no sheet");

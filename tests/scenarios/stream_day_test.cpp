@@ -137,6 +137,16 @@ TEST_F(StreamDay, WritesAZeroThatIsTheOnlyNewsOfItsRecord) {
   EXPECT_EQ(Text(kTable, 3, 3), "28.3");
 }
 
+TEST_F(StreamDay, WritesAZeroThatIsTheFirstNewsOfAConnection) {
+  BeginStreaming();
+  Quote(Trade(28.35, 1000).Bid(28.3));
+  winsock.Newest().Drop();
+  Pass(1s);
+  Converse();
+  Quote(Of("MSFT").Bid(0));
+  EXPECT_EQ(Text(kTable, 3, 3), "0");
+}
+
 TEST_F(StreamDay, WritesAZeroThatCame) {
   BeginStreaming();
   Quote(Trade(28.35, 1000).Bid(28.3));

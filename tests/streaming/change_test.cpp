@@ -82,8 +82,10 @@ TEST_P(ComparedField, StaysAsItIsWhereARecordLacksItThoughZerosCount) {
   EXPECT_FALSE(Changes(2));
 }
 
-TEST_P(ComparedField, OfATickerThatIsNewIsNoChangeByZero) {
+TEST_P(ComparedField, OfATickersFirstRecordIsNewsEvenByZeroWhereZerosCount) {
+  EXPECT_FALSE(Changes(0, "Y")) << "the rule of the class";
   stream->CountZeros(true);
+  EXPECT_TRUE(Changes(0));
   EXPECT_FALSE(Changes(0));
 }
 
