@@ -125,9 +125,9 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // "The quote stream lost its place", source "Mirelo.cQTStreaming.DecodeRecords".
   static constexpr std::int32_t kEndlessWalk = ErrorNumber(0x80040065);
 
-  // Whether a value of 0 or below that a record carries can be a change of its ticker, as it then always is in
-  // the ticker's first record. With false, the default and the rule of this class, none is, so that a record
-  // whose only news is a size of 0 is no quote.
+  // Whether a value of 0 or below that a record carries can be a change of its ticker, as it then always is
+  // in the ticker's first record. With false, the default and the rule of this class, none is, so that a
+  // record whose only news is a size of 0 is no quote.
   void CountZeros(bool value) { CountZeros_ = value; }
 
   // A status line for a person.
