@@ -6,6 +6,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -45,7 +46,7 @@ void EndBySignal(int signal) {
 
 void Append(const char* capability) {
   const char* text = ::tigetstr(capability);
-  if (text == nullptr || text == reinterpret_cast<const char*>(-1)) return;
+  if (text == nullptr || reinterpret_cast<std::intptr_t>(text) == -1) return;  // -1: no capability of texts
   const std::size_t length = std::strlen(text);
   if (former.size + length > former.leaving.size()) return;
   std::memcpy(former.leaving.data() + former.size, text, length);
