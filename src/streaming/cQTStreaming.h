@@ -177,7 +177,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   void DecodeRecords(Bytes data);
   [[noreturn]] void LosePlace();
   void ApplyQuote(const Level1Record& record);
-  cTickerDateTime& StateOf(std::string_view symbol);
+  cTickerDateTime& StateOf(std::string_view symbol, bool& is_first);
 
   // delivery.cpp
   void AddQuoteToBuffer(const Level1Record& record, const std::string& date_time, std::int32_t last_volume);

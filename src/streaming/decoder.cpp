@@ -180,19 +180,21 @@ void cQTStreaming::ApplyQuote(const Level1Record& record) {
   if (!record.stamp.empty() && internals_->arrival.MayFail())
     internals_->arrival.GetDisplacedDateTime(DovantaFormatUserDate_);
 
-  const std::int32_t known = internals_->TickerStates.Count();
-  cTickerDateTime& state = StateOf(record.symbol);
-  const bool is_first = internals_->TickerStates.Count() != known;
-  const bool brings_zeros = CountZeros_ && is_first && CarriesCompared(record);
+  bool is_first = false;
+  cTickerDateTime& state = StateOf(record.symbol, is_first);
+  const bool brings_zeros = is_first && CountZeros_ && CarriesCompared(record);
   if (!TakeChanges(record, state, CountZeros_) && !brings_zeros) return Unchanged.Raise(record.symbol);
   const std::string& date_time =
       record.stamp.empty() ? kNoText : internals_->stamps.Text(record.stamp, DovantaFormatUserDate_);
   AddQuoteToBuffer(record, date_time, TakeLastVolume(record.volume, date_time, state));
 }
 
-cTickerDateTime& cQTStreaming::StateOf(std::string_view symbol) {
+// Leaves `is_first` as it is where the symbol was known.
+cTickerDateTime& cQTStreaming::StateOf(std::string_view symbol, bool& is_first) {
   if (cTickerDateTime* known = internals_->symbol_index.Find(symbol)) return *known;
+  const std::int32_t count = internals_->TickerStates.Count();
   cTickerDateTime& state = *internals_->TickerStates.FindOrAdd(AnsiToText(symbol));
+  is_first = internals_->TickerStates.Count() > count;
   internals_->symbol_index.Keep(symbol, state);
   return state;
 }

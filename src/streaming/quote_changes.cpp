@@ -79,14 +79,11 @@ bool TakeChanges(const Level1Record& record, cTickerDateTime& state, bool count_
 }
 
 bool CarriesCompared(const Level1Record& record) {
-  std::uint32_t compared = 0;
-  for (const QuoteField field :
-       {QuoteField::Last_Price, QuoteField::Bid_Price, QuoteField::Ask_Price, QuoteField::Change,
-        QuoteField::Volume, QuoteField::High, QuoteField::Low, QuoteField::Bid_Size, QuoteField::Ask_Size,
-        QuoteField::Avg_Trade_Size, QuoteField::OpenTicker, QuoteField::Trades, QuoteField::Week_52_High,
-        QuoteField::Week_52_Low})
-    compared |= std::uint32_t{1} << static_cast<unsigned>(field);
-  return (record.carried & compared) != 0;
+  bool carries = false;
+  const cTickerDateTime nothing;
+  ForEachComparedField(record, Carried(record.carried), nothing,
+                       [&](auto, bool counts, const auto&) { carries |= counts; });
+  return carries;
 }
 
 }  // namespace mirelo
