@@ -36,6 +36,17 @@ bool LacksVolume(const wire::QuoteFlaw& flaw) {
   return flaw.kind != Kind::MissingFields || flaw.fields < kVolumeFields;
 }
 
+bool IsOfVolume(std::int16_t code) {
+  return code == CodeOf(Column::Volume) || code == CodeOf(Column::LastVolume);
+}
+
+// Whether a record breaks off before the value of a column, of those that are taken from it as they came.
+bool Lacks(const wire::QuoteFlaw& flaw, std::int16_t code) {
+  const bool is_made_here = code == CodeOf(Column::Date) || code == CodeOf(Column::Time);
+  if (code == kUnknownColumn || is_made_here || IsOfVolume(code)) return false;
+  return flaw.kind == Kind::MissingFields && static_cast<std::size_t>(code) >= flaw.fields;
+}
+
 std::int32_t TableRow(std::size_t place) { return static_cast<std::int32_t>(place) + 1; }
 
 // "MSFT, IBM and 3 more".
@@ -107,6 +118,7 @@ SnapshotFeed::SnapshotFeed(cMirelo& facade, wire::MendedReplies& replies, std::v
     codes_.push_back(ColumnCode(UCase(column)));
     readings_.push_back(ReadingOf(column));
   }
+  newest_.assign(tickers_.size(), QuoteRow(columns_.size()));
   facade_.LoadMasPosition();
   if (!asked_.empty()) facade_.masPrevVolume(VariantArray(1, TableRow(asked_.size() - 1), 1, 2));
 }
@@ -130,6 +142,8 @@ std::optional<QuoteRows> SnapshotFeed::Fetch() {
   LeaveOut(flaws, rows);
   Tell(flaws);
   if (trail_ != nullptr) NoteCame(rows, flaws);
+  FillWhatIsLacking(flaws, rows);
+  KeepQuotes(rows);
   return rows;
 }
 
@@ -177,6 +191,25 @@ void SnapshotFeed::LeaveOutVolume(QuoteRow& row, const std::string& text) const 
   for (std::size_t c = 0; c < row.size(); ++c) {
     if (codes_[c] == CodeOf(Column::Volume)) row[c] = ReadValue(readings_[c], text);
     if (codes_[c] == CodeOf(Column::LastVolume)) row[c] = {};
+  }
+}
+
+// A record that breaks off says nothing of the values behind its end: they are what they were. Volumes that
+// are lacking are left out, and a row of nothing but its ticker is no quote.
+void SnapshotFeed::FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) const {
+  for (const wire::QuoteFlaw& flaw : flaws) {
+    if (flaw.ticker >= places_.size()) continue;
+    const std::size_t place = places_[flaw.ticker];
+    if (!HasQuote(rows[place])) continue;
+    for (std::size_t c = 0; c < codes_.size(); ++c) {
+      if (Lacks(flaw, codes_[c])) rows[place][c] = newest_[place][c];
+    }
+  }
+}
+
+void SnapshotFeed::KeepQuotes(const QuoteRows& rows) {
+  for (std::size_t place = 0; place < rows.size(); ++place) {
+    if (HasQuote(rows[place])) newest_[place] = rows[place];
   }
 }
 
@@ -230,12 +263,8 @@ void SnapshotFeed::NoteCame(const QuoteRows& rows, const Flaws& flaws) const {
 // Whether a column that is shown lacks something by it.
 bool SnapshotFeed::IsMissed(const wire::QuoteFlaw& flaw) const {
   if (IsNoQuote(flaw)) return true;
-  return std::ranges::any_of(codes_, [&](std::int16_t code) {
-    const bool is_made_here = code == CodeOf(Column::Date) || code == CodeOf(Column::Time);
-    if (code == kUnknownColumn || is_made_here) return false;
-    if (code == CodeOf(Column::Volume) || code == CodeOf(Column::LastVolume)) return LacksVolume(flaw);
-    return flaw.kind == Kind::MissingFields && static_cast<std::size_t>(code) >= flaw.fields;
-  });
+  return std::ranges::any_of(
+      codes_, [&](std::int16_t code) { return IsOfVolume(code) ? LacksVolume(flaw) : Lacks(flaw, code); });
 }
 
 }  // namespace mirelo::day

@@ -42,8 +42,9 @@ class SnapshotFeed {
   void Follow(const QuoteTrail& trail) { trail_ = &trail; }
 
   // A row per ticker, a value per column of Columns(); it is nothing when the column is unknown or
-  // QuoteTracker sent nothing for it. No rows when QuoteTracker could not be asked or did not answer as it
-  // should; the person has been told by then.
+  // QuoteTracker sent nothing for it. What a record that breaks off lacks is as in the ticker's quote before,
+  // but for the volumes, which are nothing. No rows when QuoteTracker could not be asked or did not answer as
+  // it should; the person has been told by then.
   std::optional<QuoteRows> Fetch();
 
   // Whether a row of them holds more than its ticker: QuoteTracker has sent a quote, and it knows the ticker.
@@ -59,6 +60,8 @@ class SnapshotFeed {
   void LeaveOut(const Flaws& flaws, QuoteRows& rows) const;
   void LeaveOutQuote(QuoteRow& row, const std::string& ticker) const;
   void LeaveOutVolume(QuoteRow& row, const std::string& text) const;
+  void FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) const;
+  void KeepQuotes(const QuoteRows& rows);
   void KeepVolumes(const Flaws& flaws, const VariantArray& before);
   void TellUnasked();
   void Tell(const Flaws& flaws);
@@ -73,6 +76,7 @@ class SnapshotFeed {
   std::vector<std::string> columns_;
   std::vector<std::int16_t> codes_;  // of the columns
   std::vector<Reading> readings_;    // of their texts
+  QuoteRows newest_;                 // quote of each ticker
   std::set<std::pair<std::size_t, wire::QuoteFlaw::Kind>> told_;
   bool told_unasked_ = false;
   const QuoteTrail* trail_ = nullptr;

@@ -256,6 +256,39 @@ TEST_F(SnapshotFeed, FillsWhatARecordHasAndTellsWhatIsMissing) {
   EXPECT_THAT(told, ElementsAre("QuoteTracker sent too few fields for BAD (4 of 19)"));
 }
 
+TEST_F(SnapshotFeed, KeepsWhatARecordThatBreaksOffLacks) {
+  Watch({"A,X", "A", kBad});  // of the first nobody is asked, so places differ from the reply's
+  const auto fetch = [&](const std::string& record) {
+    return Fetch(Reply({Record("A", "1", "10"), record}))[2];
+  };
+  EXPECT_THAT(fetch(Record(kBad, "26", "1000")), ElementsAre(kBad, "26", "1000", "0", "35"));
+  EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,26.5,"), ElementsAre(kBad, "26.5", "", "", "35"));
+  EXPECT_THAT(fetch("BAD,01/20/2011,"), ElementsAre(kBad, "", "", "", "")) << "it is no quote";
+  EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,26.6,"), ElementsAre(kBad, "26.6", "", "", "35"));
+  EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,27,1,2,3,U,1300,5,"),
+              ElementsAre(kBad, "27", "1300", "300", "35"));
+}
+
+TEST_F(SnapshotFeed, KeepsItOverARequestWithoutQuotes) {
+  Watch({kBad});
+  Fetch(Reply({Record(kBad, "26", "1000")}));
+  reply = "ERROR";
+  EXPECT_EQ(feed->Fetch(), std::nullopt);
+  desktop.boxes.clear();
+  Fetch(Reply({""}));
+  EXPECT_THAT(Fetch(Reply({"BAD,01/20/2011,09:30:00,27,"}))[0], ElementsAre(kBad, "27", "", "", "35"));
+}
+
+// A field that came is no lacking one, even where it is empty.
+TEST_F(SnapshotFeed, DoesNotKeepWhatCameEmpty) {
+  Watch({kBad});
+  Fetch(Reply({Record(kBad, "26", "1000")}));
+  EXPECT_EQ(Fetch(Reply({Record(kBad, "", "1000")}))[0][1], "");
+  EXPECT_EQ(Fetch(Reply({Record(kBad, "26", "1000")}))[0][1], "26");
+  EXPECT_THAT(Fetch(Reply({"BAD,01/20/2011,09:30:00,,1,2,3,U,1300,5,"}))[0],
+              ElementsAre(kBad, "", "1300", "300", "35"));
+}
+
 TEST_F(SnapshotFeed, TellsNothingOfWhatNoColumnShows) {
   Save("ListRight", "Ticker,Last");
   Watch({"A", kBad});
