@@ -85,7 +85,8 @@ TEST_F(Feed, TakesAQuoteOfNothingForNoneAndTellsItOnce) {
 TEST_F(Feed, TakesAZeroAmongOtherValuesAndOneAloneForAQuote) {
   Deliver(Level1Wire().Symbol("MSFT").Last(0).Bid(3).Bytes());
   Deliver(Level1Wire().Symbol("MSFT").Bid(0).Bytes());
-  EXPECT_THAT(prices, ElementsAre(0, 0));
+  Deliver(Level1Wire().Symbol("MSFT").Last(0).Volume(5).Bytes());
+  EXPECT_THAT(prices, ElementsAre(0, 0, 0));
   EXPECT_THAT(told, IsEmpty());
 }
 
