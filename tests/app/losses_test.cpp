@@ -14,6 +14,7 @@
 namespace mirelo::testing {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -71,7 +72,8 @@ TEST_F(OwnSheets, AreWarnedOfBeforeTheyLoseSomething) {
   const auto refused = Run({"go"});
   EXPECT_EQ(refused.exit_code, 1);
   EXPECT_THAT(refused.err,
-              HasSubstr("not kept: formulas (cells: 1), which become the last value computed.\n"));
+              AllOf(HasSubstr("not kept: formulas (cells: 1), which become the last value computed.\n"),
+                    HasSubstr("not kept: merged cells.\n")));
   EXPECT_THAT(SheetNow(), HasSubstr("mergeCell"));
   const auto result = Run({"go", "--yes"});
   EXPECT_EQ(result.exit_code, 0) << result.err;
