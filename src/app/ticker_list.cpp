@@ -2,12 +2,13 @@
 
 #include <utility>
 
+#include "core/setting_checks.h"
+
 namespace mirelo::app {
 
 namespace {
 
 constexpr std::string_view kBetweenTickers = ", \t\r\n";
-constexpr std::string_view kInNoTicker = ", \t\r\n()<>";
 
 }  // namespace
 
@@ -32,7 +33,7 @@ std::vector<std::string> SplitTickers(const std::vector<std::string>& texts) {
 }
 
 bool IsTickerName(std::string_view ticker) {
-  return !ticker.empty() && ticker.find_first_of(kInNoTicker) == ticker.npos;
+  return !ticker.empty() && ticker.find(',') == ticker.npos && catalogue::AreTickers(ticker);
 }
 
 }  // namespace mirelo::app
