@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -15,6 +16,7 @@
 #include "dialog/grid_columns.h"
 #include "host/excel/constants.h"
 #include "host/excel/range.h"
+#include "host/excel/sheet_names.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
@@ -28,8 +30,6 @@ namespace excel = host::excel;
 
 namespace {
 
-constexpr std::int32_t kLongestSheetName = 31;
-constexpr std::string_view kInNoSheetName = ":\\/?*[]";
 constexpr std::size_t kMostAddresses = 3;
 
 // Other losses of a changed sheet, such as print settings, are told when they come: most programs leave them
@@ -46,12 +46,12 @@ Sheet FindSheet(excel::Workbook& workbook, const std::string& name) {
   return nullptr;
 }
 
-// All cells of a sheet from A1 to its last one, as texts.
+// The cells of a sheet from A1 to its last one, or of its first rows alone, as texts.
 class Cells {
  public:
-  explicit Cells(excel::Worksheet& sheet) {
+  explicit Cells(excel::Worksheet& sheet, std::int32_t most_rows = std::numeric_limits<std::int32_t>::max()) {
     const auto last = sheet.Cells(1, 1)->SpecialCells(excel::xlCellTypeLastCell);
-    rows_ = last->Row();
+    rows_ = std::min(last->Row(), most_rows);
     columns_ = last->Column();
     values_ = sheet.Cells(1, 1)->Resize(rows_, columns_)->Value();
   }
@@ -170,21 +170,23 @@ std::int32_t HistoryRows(const Cells& cells) {
 }
 
 // The headers of a history are compared one by one with the ticked fields, and those behind the last ticked
-// one are left.
+// one are left. Its rows, which may be many, are looked at only where they are cleared.
 void AddHistory(excel::Workbook& workbook, const GoPlan::Ticker& ticker, const std::string& name,
                 std::vector<std::string>& costs) {
   const Sheet sheet = FindSheet(workbook, name);
   if (!sheet) return;
-  const Cells cells(*sheet);
-  if (!EqualText(cells.Text(1, 1), kSetUpMark) || HistoryRows(cells) == 0) return;
+  const Cells top(*sheet, kHeaderRow);
+  if (!EqualText(top.Text(1, 1), kSetUpMark)) return;
   bool is_same = true;
   std::vector<std::string> headers;
-  for (std::int32_t column = 1; !cells.IsEmpty(kHeaderRow, column); ++column)
-    headers.push_back(cells.Text(kHeaderRow, column));
+  for (std::int32_t column = 1; !top.IsEmpty(kHeaderRow, column); ++column)
+    headers.push_back(top.Text(kHeaderRow, column));
   for (std::size_t i = 0; i < ticker.fields.size(); ++i)
     is_same = is_same && i < headers.size() && EqualText(headers[i], ticker.fields[i]);
   if (is_same) return;
-  costs.push_back("The history on " + name + " is cleared, " + std::to_string(HistoryRows(cells)) +
+  const std::int32_t rows = HistoryRows(Cells(*sheet));
+  if (rows == 0) return;
+  costs.push_back("The history on " + name + " is cleared, " + std::to_string(rows) +
                   " rows of it, as its fields change from " + Join(headers, ",") + " to " +
                   Join(ticker.fields, ",") + ".");
 }
@@ -193,7 +195,8 @@ void AddHistories(excel::Workbook& workbook, const GoPlan& plan, std::vector<std
   for (const GoPlan::Ticker& ticker : plan.tickers) {
     if (ticker.fields.empty()) continue;
     const std::string name = VerticalSheetName(plan.vertical_sheet, ticker.name);
-    const bool can_be = Len(name) <= kLongestSheetName && name.find_first_of(kInNoSheetName) == name.npos;
+    const bool can_be =
+        Len(name) <= excel::kLongestSheetName && name.find_first_of(excel::kInNoSheetName) == name.npos;
     if (can_be) {
       AddHistory(workbook, ticker, name, costs);
     } else {

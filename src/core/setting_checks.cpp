@@ -8,13 +8,15 @@
 #include "automation/variant.h"
 #include "dialog/palette.h"
 #include "dialog/sheet_names.h"
+#include "host/excel/sheet_names.h"
 
 namespace mirelo::catalogue {
 
 namespace {
 
 constexpr std::string_view kInNoHost = " \t\r\n/\\?#@\"<>,;()[]{}|^`";
-constexpr std::int32_t kLongestSheetNameStart = 28;  // of 31, with brackets and a letter behind it
+constexpr std::int32_t kLongestSheetNameStart =
+    host::excel::kLongestSheetName - 3;  // with brackets and a letter behind it
 
 }  // namespace
 

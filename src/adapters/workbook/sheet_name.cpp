@@ -5,19 +5,19 @@
 
 #include "adapters/workbook/text_units.h"
 #include "automation/text.h"
+#include "host/excel/sheet_names.h"
 
 namespace mirelo::workbook {
 
 namespace {
 
-constexpr std::size_t kLongestName = 31;
-constexpr std::string_view kForbidden = ":\\/?*[]";
 constexpr std::string_view kReserved = "History";  // the program's own sheet of tracked changes
 
 std::string_view Objection(const Book& book, const void* sheet, std::string_view name) {
   if (name.empty()) return "A sheet's name cannot be empty.";
-  if (Utf16Length(name) > kLongestName) return "A sheet's name cannot be longer than 31 characters.";
-  if (name.find_first_of(kForbidden) != std::string_view::npos) {
+  if (Utf16Length(name) > host::excel::kLongestSheetName)
+    return "A sheet's name cannot be longer than 31 characters.";
+  if (name.find_first_of(host::excel::kInNoSheetName) != std::string_view::npos) {
     return "A sheet's name cannot contain any of : \\ / ? * [ ].";
   }
   if (name.front() == '\'' || name.back() == '\'')
