@@ -155,6 +155,17 @@ TEST_F(NotCompared, AreLastSizeAndAllOtherFields) {
   }
 }
 
+TEST_F(NotCompared, AreNoNewsOfATickersFirstRecordThoughZerosCount) {
+  stream->connect();
+  stream->CountZeros(true);
+  Deliver(Level1Wire().Symbol("A"));
+  Deliver(Level1Wire().Symbol("B").LastSize(0));
+  Deliver(Level1Wire().Symbol("C").LastSize(100));
+  Deliver(Level1Wire().Symbol("D").Double(8, 1));
+  Deliver(Level1Wire().Symbol("E").Stamp("01202011083613"));
+  EXPECT_EQ(events, 0);
+}
+
 TEST_F(NotCompared, FieldsArePublishedWithAChange) {
   stream->connect();
   Deliver(Level1Wire().Symbol("X").Last(28.35).LastSize(100));
