@@ -150,6 +150,24 @@ TEST_F(Feed, GivesTheQuotesThatWaitThoughAHandlerHangsUp) {
   EXPECT_THAT(prices, ElementsAre(1, 2, 3));
 }
 
+// Nobody else says so of quotes that were found by a look into the buffer.
+TEST_F(Feed, RestsBehindTheQuotesThatHaveWaited) {
+  std::vector<std::size_t> rests;
+  feed.Rested.Subscribe([&] { rests.push_back(prices.size()); });
+  const auto deliver = [&](double price) {
+    sockets.connections[0]->Deliver(Level1Wire().Symbol("MSFT").Last(price).Bytes());
+  };
+  deliver(1);
+  const auto other = std::make_shared<cQTStreaming>();
+  other->QTDatas.Subscribe([&] { deliver(2); });
+  other->connect();
+  sockets.connections[1]->Deliver(Level1Wire().Symbol("IBM").Last(1).Bytes());
+  EXPECT_THAT(rests, ElementsAre(1));
+  Pass(10);
+  feed.Stop();
+  EXPECT_THAT(rests, ElementsAre(1, 2)) << "and not where nothing has come";
+}
+
 // The memory that is asked for to give taken quotes back.
 TEST_F(Feed, GivesEachQuoteOnceThoughMemoryIsShortBehindIt) {
   const std::vector<double> many{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20};
