@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <compare>
 #include <cstdint>
 #include <optional>
 
@@ -10,11 +11,11 @@ namespace mirelo::workbook {
 inline constexpr std::int32_t kRows = 1'048'576;
 inline constexpr std::int32_t kColumns = 16'384;
 
-// One cell, counted from 1.
+// One cell, counted from 1. In order, the cells of a row follow those of the row above.
 struct CellPlace {
   std::int32_t row = 1;
   std::int32_t column = 1;
-  friend bool operator==(const CellPlace&, const CellPlace&) = default;
+  friend auto operator<=>(const CellPlace&, const CellPlace&) = default;
 };
 
 // A rectangle of cells, counted from 1, both ends inside.

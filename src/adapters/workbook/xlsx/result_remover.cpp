@@ -122,10 +122,7 @@ class ResultRemover {
   bool IsNextCell(std::string_view tag) {
     const auto named = ParseCellName(FindIn(tag, "r").value);
     place_.column = named ? named->column : place_.column + 1;
-    const auto is_before = [](const CellPlace& a, const CellPlace& b) {
-      return a.row != b.row ? a.row < b.row : a.column < b.column;
-    };
-    while (next_ != end_ && is_before(*next_, place_)) ++next_;
+    while (next_ != end_ && *next_ < place_) ++next_;
     return next_ != end_ && *next_ == place_;
   }
 

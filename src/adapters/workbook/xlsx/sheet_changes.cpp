@@ -13,10 +13,6 @@ namespace mirelo::workbook {
 
 namespace {
 
-bool IsBefore(const CellPlace& a, const CellPlace& b) {
-  return a.row != b.row ? a.row < b.row : a.column < b.column;
-}
-
 bool IsAsLoaded(const CellGrid& a, const CellGrid& b, const std::vector<CellPlace>& but) {
   const auto count_counting = [&](const CellGrid& cells) {
     return cells.Count() -
@@ -27,7 +23,7 @@ bool IsAsLoaded(const CellGrid& a, const CellGrid& b, const std::vector<CellPlac
   if (count_counting(a) != count_counting(b)) return false;
   bool is_same = true;
   a.ForEach(Area::Sheet(), [&](std::int32_t row, std::int32_t column, const CellValue& value) {
-    if (!is_same || std::binary_search(but.begin(), but.end(), CellPlace{row, column}, IsBefore)) return;
+    if (!is_same || std::binary_search(but.begin(), but.end(), CellPlace{row, column})) return;
     const CellValue* other = b.Find(row, column);
     is_same = other != nullptr && value == *other;
   });

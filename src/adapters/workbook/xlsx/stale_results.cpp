@@ -242,9 +242,7 @@ class StaleFinder {
       places.insert(places.end(), others.begin(), others.end());
     }
     for (auto& [sheet, places] : stale) {
-      std::sort(places.begin(), places.end(), [](const CellPlace& a, const CellPlace& b) {
-        return a.row != b.row ? a.row < b.row : a.column < b.column;
-      });
+      std::sort(places.begin(), places.end());
       places.erase(std::unique(places.begin(), places.end()), places.end());
     }
     return stale;
