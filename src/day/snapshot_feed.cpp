@@ -43,7 +43,7 @@ bool IsOfVolume(std::int16_t code) {
 // Whether a record breaks off before the value of a column, of those that are taken from it as they came.
 bool Lacks(const wire::QuoteFlaw& flaw, std::int16_t code) {
   const bool is_made_here = code == CodeOf(Column::Date) || code == CodeOf(Column::Time);
-  if (code == kUnknownColumn || is_made_here || IsOfVolume(code)) return false;
+  if (code == kUnknownColumn || is_made_here || code == CodeOf(Column::LastVolume)) return false;
   return flaw.kind == Kind::MissingFields && static_cast<std::size_t>(code) >= flaw.fields;
 }
 
@@ -194,8 +194,8 @@ void SnapshotFeed::LeaveOutVolume(QuoteRow& row, const std::string& text) const 
   }
 }
 
-// A record that breaks off says nothing of the values behind its end: they are what they were. Volumes that
-// are lacking are left out, and a row of nothing but its ticker is no quote.
+// A record that breaks off says nothing of the values behind its end: they are what they were. LastVolume
+// alone is always that of the newest record, and a row of nothing but its ticker is no quote.
 void SnapshotFeed::FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) const {
   for (const wire::QuoteFlaw& flaw : flaws) {
     if (flaw.ticker >= places_.size()) continue;

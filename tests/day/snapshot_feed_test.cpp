@@ -262,9 +262,9 @@ TEST_F(SnapshotFeed, KeepsWhatARecordThatBreaksOffLacks) {
     return Fetch(Reply({Record("A", "1", "10"), record}))[2];
   };
   EXPECT_THAT(fetch(Record(kBad, "26", "1000")), ElementsAre(kBad, "26", "1000", "0", "35"));
-  EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,26.5,"), ElementsAre(kBad, "26.5", "", "", "35"));
+  EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,26.5,"), ElementsAre(kBad, "26.5", "1000", "", "35"));
   EXPECT_THAT(fetch("BAD,01/20/2011,"), ElementsAre(kBad, "", "", "", "")) << "it is no quote";
-  EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,26.6,"), ElementsAre(kBad, "26.6", "", "", "35"));
+  EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,26.6,"), ElementsAre(kBad, "26.6", "1000", "", "35"));
   EXPECT_THAT(fetch("BAD,01/20/2011,09:30:00,27,1,2,3,U,1300,5,"),
               ElementsAre(kBad, "27", "1300", "300", "35"));
 }
@@ -276,7 +276,7 @@ TEST_F(SnapshotFeed, KeepsItOverARequestWithoutQuotes) {
   EXPECT_EQ(feed->Fetch(), std::nullopt);
   desktop.boxes.clear();
   Fetch(Reply({""}));
-  EXPECT_THAT(Fetch(Reply({"BAD,01/20/2011,09:30:00,27,"}))[0], ElementsAre(kBad, "27", "", "", "35"));
+  EXPECT_THAT(Fetch(Reply({"BAD,01/20/2011,09:30:00,27,"}))[0], ElementsAre(kBad, "27", "1000", "", "35"));
 }
 
 // A field that came is no lacking one, even where it is empty.
