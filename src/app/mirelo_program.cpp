@@ -6,6 +6,7 @@
 #include "app/credentials_command.h"
 #include "app/dialog_command.h"
 #include "app/exit_code.h"
+#include "app/export_command.h"
 #include "app/go_command.h"
 #include "app/list_command.h"
 #include "app/options.h"
@@ -60,6 +61,7 @@ struct MireloProgram::Commands {
   QuotesCommand quotes{*program, global};
   StreamCommand stream{*program, global};
   ShowCommand show{*program};
+  ExportCommand exported{*program};
   SourcesCommand sources{*program, global};
   ListCommand list{*program, global};
   SettingsCommand settings{*program, global};
@@ -72,15 +74,15 @@ MireloProgram::~MireloProgram() = default;
 CLI::App& MireloProgram::tree() { return *commands_->program; }
 
 int MireloProgram::Run(int argc, char** argv) {
-  auto& [global, program, run, dialog, go, quotes, stream, show, sources, list, settings, credentials] =
-      *commands_;
+  auto& [global, program, run, dialog, go, quotes, stream, show, exported, sources, list, settings,
+         credentials] = *commands_;
   global.words.assign(argv + 1, argv + argc);
   try {
     program->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return EndParsing(*program, error);
   }
-  return RunChosen(run, dialog, go, quotes, stream, show, sources, list, settings, credentials);
+  return RunChosen(run, dialog, go, quotes, stream, show, exported, sources, list, settings, credentials);
 }
 
 }  // namespace mirelo::app

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "day/quote_rows.h"
+#include "host/data_table.h"
 #include "terminal/shown_text.h"
 
 namespace mirelo::app {
@@ -17,5 +18,8 @@ terminal::ShownText CsvLine(const std::vector<std::string>& fields);
 // One object a quote, the column names as keys; numbers are numbers, whole ones without a point, dates and
 // times the texts that they came as, and nothing is null. Controls are escaped as JSON has it.
 terminal::ShownText JsonLine(const std::vector<std::string>& columns, const day::QuoteRow& row);
+
+// The same of a row of a table, as a line with its end.
+std::string JsonText(const std::vector<host::DataColumn>& columns, const host::DataRow& row);
 
 }  // namespace mirelo::app

@@ -26,6 +26,14 @@ std::string Database::FileStart(std::size_t count) const {
   return read == SQLITE_OK ? bytes : std::string();
 }
 
+std::string Database::Bytes() const {
+  sqlite3_int64 size = 0;
+  const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> bytes(
+      sqlite3_serialize(handle(), "main", &size, 0), &sqlite3_free);
+  if (bytes == nullptr) return {};
+  return {reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(size)};
+}
+
 std::string Database::FilePath() const {
   const char* path = sqlite3_db_filename(handle(), "main");
   return path == nullptr ? "" : path;
@@ -89,6 +97,22 @@ Run& Run::Bind(std::string_view bytes) {
   // A null pointer would bind NULL, and no bytes are a value.
   const char* data = bytes.data() == nullptr ? "" : bytes.data();
   sqlite3_bind_blob64(statement_.handle(), ++parameters_, data, bytes.size(), SQLITE_STATIC);
+  return *this;
+}
+
+Run& Run::BindReal(double number) {
+  sqlite3_bind_double(statement_.handle(), ++parameters_, number);
+  return *this;
+}
+
+Run& Run::BindText(std::string_view text) {
+  const char* data = text.data() == nullptr ? "" : text.data();
+  sqlite3_bind_text64(statement_.handle(), ++parameters_, data, text.size(), SQLITE_STATIC, SQLITE_UTF8);
+  return *this;
+}
+
+Run& Run::BindNull() {
+  sqlite3_bind_null(statement_.handle(), ++parameters_);
   return *this;
 }
 

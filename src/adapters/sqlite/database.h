@@ -18,6 +18,12 @@ class Database {
   // Opens an existing file for reading and writing. Raises nothing: a failure shows at the first use.
   explicit Database(const std::string& path);
 
+  // One in memory, which goes with its connection.
+  static Database InMemory() { return Database(":memory:"); }
+
+  // The bytes of the file that this database is, or would be; empty where there is no memory for them.
+  std::string Bytes() const;
+
   // The first bytes of the file as they lie there, at most `count`; none when it cannot be read. Unlike a
   // statement this looks past locks and logs, and nothing beside the file is made or changed for it.
   std::string FileStart(std::size_t count) const;
@@ -93,9 +99,12 @@ class Run {
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
 
-  // Parameters from left to right. Bytes must stay as they are until the end of the run.
+  // Parameters from left to right. Bytes and texts must stay as they are until the end of the run.
   Run& Bind(std::int64_t integer);
   Run& Bind(std::string_view bytes);
+  Run& BindReal(double number);
+  Run& BindText(std::string_view text);
+  Run& BindNull();
 
   // SQLITE_ROW, SQLITE_DONE or a failure.
   int Step();
@@ -103,7 +112,7 @@ class Run {
 
   // Columns of the row, from 0. Bytes are valid until the next step.
   std::int64_t Integer(int column) const;
-  std::string_view Bytes(int column) const;
+  std::string_view Bytes(int column) const;  // of a text, too
 
  private:
   const Statement& statement_;

@@ -4,14 +4,13 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <string_view>
 #include <system_error>
 #include <thread>
 
+#include "adapters/sqlite/file_kind.h"
 #include "adapters/sqlite/lock_holder.h"
 #include "adapters/sqlite/private_file.h"
 #include "automation/runtime_error.h"
@@ -63,17 +62,6 @@ INSERT INTO key (id, parent, folded, name) VALUES
 std::string MarkLayout() {
   return "PRAGMA application_id = " + std::to_string(kApplicationId) +
          "; PRAGMA user_version = " + std::to_string(kLayout);
-}
-
-// Where the header of a database has what is looked at before anything else is done.
-constexpr std::string_view kMagic("SQLite format 3\0", 16);
-constexpr std::size_t kApplicationIdAt = 68;
-constexpr std::size_t kHeaderSize = 100;
-
-std::int64_t BigEndianWord(std::string_view bytes) {
-  std::int64_t word = 0;
-  for (const char byte : bytes.substr(0, 4)) word = word << 8 | static_cast<unsigned char>(byte);
-  return word;
 }
 
 // A file on its way to being a registry that can be used.
@@ -168,15 +156,15 @@ void RegistryFile::CheckKind() const {
   if (kind != fs::file_type::regular) Fail(kNoAccess, "is no file");
 }
 
-// Files of others are told apart before SQLite reads on, since that may change them: it puts what an earlier
-// crash has left beside a file into it. A file that is still empty has no header, and one whose making was
-// broken off may have a header of zeros.
 void RegistryFile::CheckHeader() const {
-  const std::string header = database_.FileStart(kHeaderSize);
-  if (header.find_first_not_of('\0') == std::string::npos) return;
-  if (!header.starts_with(kMagic) || header.size() < kHeaderSize) FailAsDamaged("it is no database");
-  if (BigEndianWord(std::string_view(header).substr(kApplicationIdAt)) != kApplicationId) {
-    Fail(kInvalidFormat, "is a database of another program");
+  switch (KindOf(database_.FileStart(kHeaderSize), kApplicationId)) {
+    case FileKind::Empty:
+    case FileKind::Ours:
+      return;
+    case FileKind::OfOthers:
+      Fail(kInvalidFormat, "is a database of another program");
+    case FileKind::NoDatabase:
+      FailAsDamaged("it is no database");
   }
 }
 
