@@ -269,6 +269,10 @@ class Collection<T>::BasicIterator {
   }
   void operator++(int) { ++*this; }
 
+  // For whoever keeps an iterator between two steps: goes on to the next item when the one that it stands on
+  // was removed meanwhile.
+  void Settle() { SkipGaps(); }
+
   bool operator==(std::default_sentinel_t) const { return Offset() >= owner_->slots_.size(); }
 
  private:

@@ -36,7 +36,14 @@ RuntimeError ObjectNotSet() { return RuntimeError(91, "Object variable or With b
 RuntimeError InvalidPropertyValue() { return RuntimeError(380, "Invalid property value"); }
 RuntimeError InvalidPropertyArrayIndex() { return RuntimeError(381, "Invalid property array index"); }
 RuntimeError ObjectRequired() { return RuntimeError(424, "Object required"); }
+RuntimeError CannotCreateObject() { return RuntimeError(429, "ActiveX component can't create object"); }
+RuntimeError MemberNotFound() { return RuntimeError(438, "Object doesn't support this property or method"); }
 RuntimeError ActionNotSupported() { return RuntimeError(445, "Object doesn't support this action"); }
+RuntimeError NamedArgumentNotFound() { return RuntimeError(448, "Named argument not found"); }
+RuntimeError ArgumentNotOptional() { return RuntimeError(449, "Argument not optional"); }
+RuntimeError WrongNumberOfArguments() {
+  return RuntimeError(450, "Wrong number of arguments or invalid property assignment");
+}
 RuntimeError KeyAlreadyUsed() {
   return RuntimeError(457, "This key is already associated with an element of this collection");
 }

@@ -60,7 +60,12 @@ RuntimeError ObjectNotSet();               // 91
 RuntimeError InvalidPropertyValue();       // 380
 RuntimeError InvalidPropertyArrayIndex();  // 381
 RuntimeError ObjectRequired();             // 424
+RuntimeError CannotCreateObject();         // 429
+RuntimeError MemberNotFound();             // 438
 RuntimeError ActionNotSupported();         // 445
+RuntimeError NamedArgumentNotFound();      // 448
+RuntimeError ArgumentNotOptional();        // 449
+RuntimeError WrongNumberOfArguments();     // 450
 RuntimeError KeyAlreadyUsed();             // 457
 }  // namespace Errors
 

@@ -18,9 +18,11 @@ namespace mirelo {
 // stored as "?".
 //
 // Any failure that a member does not name is raised as 0x80044284, "CAppSettings component failure".
-class CAppSettings {
+class CAppSettings : public Object {
  public:
   using Handle = host::Registry::Key;
+
+  std::string_view TypeName() const override { return "CAppSettings"; }
 
   // Sets company and application. The company is checked and stored first, so it is kept when the
   // application's name is refused. Errors as for the two setters.

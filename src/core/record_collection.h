@@ -32,7 +32,8 @@ class RecordCollection : public Object {
   using Reference = std::shared_ptr<T>;
   using Items = Collection<Reference>;
 
-  // Walks the items in their order, and those that are added during the walk too. After a Clear() it goes on
+  // Walks the items in their order, and those that are added during the walk too, but for those that are
+  // removed before their turn. After a Clear() it goes on
   // through the items from before it.
   class Enumerator {
    public:
@@ -40,6 +41,7 @@ class RecordCollection : public Object {
         : items_(std::move(items)), at_(items_->begin()) {}
     // Null behind the last item.
     Reference Next() {
+      at_.Settle();
       if (at_ == items_->end()) return nullptr;
       Reference item = *at_;
       ++at_;

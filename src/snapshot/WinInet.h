@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "automation/event.h"
+#include "automation/variant.h"
 
 namespace mirelo {
 
@@ -16,8 +18,10 @@ namespace mirelo {
 // A transfer that fails raises nothing: SuccessDone stays false and the last state tells why. What goes wrong
 // otherwise (an overflow, a handler's error) is raised by every member as error 0x80040064, "WinInet
 // component failure", with the member's dotted name ("Mirelo.WinInet.Execute") as source.
-class WinInet {
+class WinInet : public Object {
  public:
+  std::string_view TypeName() const override { return "WinInet"; }
+
   // The states that OnStateChanged reports. 10 is reserved. The good path is 1, 3, 6, 7, 9, 11.
   enum State : std::int32_t {
     kOpened = 1,

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "automation/event.h"
@@ -62,8 +63,9 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   const Variant& arrTickers() const { return arrTickers_; }
   void arrTickers(Variant value) { arrTickers_ = std::move(value); }
 
-  // The facade, which must outlive this object or be unset first.
-  void Owner(cMirelo* owner) { Owner_ = owner; }
+  // The facade. It must outlive this object or be unset first; in the second form this object keeps it alive.
+  void Owner(cMirelo* owner) { Owner_ = std::shared_ptr<cMirelo>(std::shared_ptr<cMirelo>(), owner); }
+  void Owner(std::shared_ptr<cMirelo> owner) { Owner_ = std::move(owner); }
 
   // The streamer file to ask for (GiveStreamerFile); an empty one stops the conversation behind the login.
   const std::string& st_StreamerFile() const { return st_StreamerFile_; }
@@ -206,7 +208,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   bool Enumerate_Sources_Result_ID_ = false;
   std::string DovantaFormatUserDate_;
   std::string st_StreamerFile_;
-  cMirelo* Owner_ = nullptr;
+  std::shared_ptr<cMirelo> Owner_;
   Variant arrTickers_;
   std::shared_ptr<cQTDatas> QTConteiner_ = copy_cQTDatas_;
 

@@ -67,7 +67,7 @@ Rooms Allowed(const std::string& room) {
     rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
     return rooms;
   }
-  if (room == "wire" || room == "day") {
+  if (room == "wire" || room == "day" || room == "automation_server") {
     Rooms rooms = kSubsystems;
     rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
     if (room == "day") rooms.insert("wire");

@@ -161,6 +161,22 @@ TYPED_TEST(RecordCollectionTest, AnEnumeratorKeepsTheItemsOfBeforeAClear) {
   EXPECT_EQ(enumerator.Next(), nullptr);
 }
 
+TYPED_TEST(RecordCollectionTest, AnEnumeratorPassesOverItemsThatWereRemovedAhead) {
+  for (const char* key : {"A", "B", "C", "D", "E"}) this->records.ItemAdd(key);
+  auto enumerator = this->records.NewEnum();
+  EXPECT_EQ(TypeParam::Identity(*enumerator.Next()), "A");
+  this->records.Remove("B");
+  EXPECT_EQ(TypeParam::Identity(*enumerator.Next()), "C");
+  this->records.Remove("A");
+  this->records.Remove("C");
+  this->records.Remove("D");
+  EXPECT_EQ(TypeParam::Identity(*enumerator.Next()), "E");
+  EXPECT_EQ(enumerator.Next(), nullptr);
+  this->records.Remove("E");
+  this->records.ItemAdd("F");
+  EXPECT_EQ(TypeParam::Identity(*enumerator.Next()), "F");
+}
+
 TEST(MoveTo, AppendsInOrderAndLeavesNothing) {
   cQTDatas from;
   cQTDatas to;

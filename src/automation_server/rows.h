@@ -1,0 +1,221 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "automation/event.h"
+#include "automation/variant.h"
+#include "automation_server/class.h"
+#include "automation_server/crossing.h"
+#include "automation_server/enumeration.h"
+#include "automation_server/member.h"
+#include "core/property.h"
+
+// What the rows of a class's table are made of. A source that holds a table names the class `Self` and then
+// has one line for each member:
+//
+//   GET(Seconds)                              a property that can be read
+//   GET_LET(arrTickers)                       and assigned; GET_SET of a reference, SET of one only set
+//   METHOD(DownloadURL, "URL", Optional("Host", "127.0.0.1"))
+//   ENUMERATION(NewEnum)
+//   EVENT(OnStatusText, "sText")
+//
+// Types, and whether a parameter is by reference, are those of the member function. A row does not compile
+// when a type cannot cross, when it has too few names or too many, and when a default is none for its
+// parameter. In our classes a property is two functions of one name, which is why rows need no more than
+// that.
+#define GET(Name) PropertyRow(#Name).Get(&Self::Name)
+#define GET_LET(Name) PropertyRow(#Name).Get(&Self::Name).Let(&Self::Name)
+#define GET_SET(Name) PropertyRow(#Name).Get(&Self::Name).Set(&Self::Name)
+#define GET_LET_SET(Name) PropertyRow(#Name).Get(&Self::Name).Let(&Self::Name).Set(&Self::Name)
+#define SET(Name) PropertyRow(#Name).Set(&Self::Name)
+#define FIELD(Name) FieldRow(#Name, &Self::Name)
+#define METHOD(Name, ...) MethodRow(#Name, &Self::Name __VA_OPT__(, ) __VA_ARGS__)
+#define DEFAULT_METHOD(Name, ...) AsDefault(METHOD(Name __VA_OPT__(, ) __VA_ARGS__))
+#define ENUMERATION(Name) EnumerationRow(#Name, &Self::Name)
+#define EVENT(Name, ...) EventRow(#Name, &Self::Name __VA_OPT__(, ) __VA_ARGS__)
+
+namespace mirelo::automation_server {
+
+// A parameter that may be left out, and what stands in for it then.
+template <class T>
+struct Optional {
+  explicit Optional(std::string_view parameter, T value = {}) : name(parameter), default_value(value) {}
+  std::string_view name;
+  T default_value;
+};
+Optional(std::string_view)->Optional<Variant>;
+
+// Whether `Name` can describe a parameter of type A: any name can, an optional's default must be a value of
+// that type as it stands.
+template <class Name, class A>
+concept Describes = std::convertible_to<Name, std::string_view> || requires(const Name& optional) {
+  std::remove_cvref_t<A>{optional.default_value};
+};
+
+template <class A>
+Parameter ParameterRow(std::string_view name) {
+  using T = std::remove_cvref_t<A>;
+  return {.name = name, .type = Crossing<T>::kType, .by_reference = Passing<A>::kByReference};
+}
+template <class A, class T>
+Parameter ParameterRow(const Optional<T>& optional) {
+  Parameter parameter = ParameterRow<A>(optional.name);
+  parameter.default_value = Variant(optional.default_value);
+  return parameter;
+}
+
+template <class C>
+C& As(Object& object) {
+  return dynamic_cast<C&>(object);
+}
+
+// Calls with the arguments as what the parameters A take, converted from the first to the last.
+template <class R, class... A, class Call>
+Variant CallWith(std::span<Variant> arguments, Call&& call) {
+  return [&]<std::size_t... I>(std::index_sequence<I...>)->Variant {
+    std::tuple<Passing<A>...> passed{Passing<A>(arguments[I])...};
+    const auto give_back = [&] { (std::get<I>(passed).GiveBack(), ...); };
+    if constexpr (std::is_void_v<R>) {
+      call(std::get<I>(passed).Value()...);
+      give_back();
+      return {};
+    } else {
+      Variant result = Crossing<std::remove_cvref_t<R>>::To(call(std::get<I>(passed).Value()...));
+      give_back();
+      return result;
+    }
+  }
+  (std::index_sequence_for<A...>());
+}
+
+struct PropertyRow : Member {
+  explicit PropertyRow(std::string_view member_name) { name = member_name; }
+
+  template <class C, GoesOut R>
+  PropertyRow& Get(R (C::*function)() const) {
+    type = Crossing<std::remove_cvref_t<R>>::kType;
+    get = [function](Object& object, std::span<Variant>) {
+      return Crossing<std::remove_cvref_t<R>>::To((As<C>(object).*function)());
+    };
+    return *this;
+  }
+  template <class C, GoesIn V>
+  PropertyRow& Let(void (C::*function)(V)) {
+    let = Putting(function);
+    return *this;
+  }
+  // A reference, to an object of one class or of any.
+  template <class C, class T>
+  PropertyRow& Set(void (C::*function)(std::shared_ptr<T>)) {
+    if (get == nullptr) type = ValueType::kObject;
+    set = Putting(function);
+    return *this;
+  }
+  template <class C>
+  PropertyRow& Set(void (C::*function)(Variant)) {
+    set = Putting(function);
+    return *this;
+  }
+  template <class C>
+  PropertyRow& Set(void (C::*function)(const Variant&)) {
+    set = Putting(function);
+    return *this;
+  }
+
+ private:
+  template <class C, class V>
+  static Put Putting(void (C::*function)(V)) {
+    return [function](Object& object, std::span<Variant>, const Variant& value) {
+      (As<C>(object).*function)(Crossing<std::remove_cvref_t<V>>::From(value));
+    };
+  }
+};
+
+template <class C, GoesOut T>
+Member FieldRow(std::string_view name, Property<T> C::*field) {
+  return {.name = name,
+          .type = Crossing<T>::kType,
+          .get = [field](Object& object,
+                         std::span<Variant>) { return Crossing<T>::To((As<C>(object).*field)()); },
+          .let = [field](Object& object, std::span<Variant>,
+                         const Variant& value) { (As<C>(object).*field)(Crossing<T>::From(value)); }};
+}
+
+template <class C, class R, class... A, class Function, class... Names>
+Member MethodRowOf(std::string_view name, Function function, const Names&... names) {
+  Member row{.name = name, .kind = Member::Kind::kMethod, .parameters = {ParameterRow<A>(names)...}};
+  if constexpr (!std::is_void_v<R>) row.type = Crossing<std::remove_cvref_t<R>>::kType;
+  row.get = [function](Object& object, std::span<Variant> arguments) {
+    C& self = As<C>(object);
+    return CallWith<R, A...>(arguments, [&](auto&... passed) -> R { return (self.*function)(passed...); });
+  };
+  return row;
+}
+template <class C, IsResult R, GoesIn... A, class... Names>
+requires(sizeof...(A) == sizeof...(Names) && (Describes<Names, A> && ...)) Member
+    MethodRow(std::string_view name, R (C::*function)(A...), const Names&... names) {
+  return MethodRowOf<C, R, A...>(name, function, names...);
+}
+template <class C, IsResult R, GoesIn... A, class... Names>
+requires(sizeof...(A) == sizeof...(Names) && (Describes<Names, A> && ...)) Member
+    MethodRow(std::string_view name, R (C::*function)(A...) const, const Names&... names) {
+  return MethodRowOf<C, R, A...>(name, function, names...);
+}
+
+inline Member AsDefault(Member row) {
+  row.is_default = true;
+  return row;
+}
+
+template <class C, class Enumerator>
+Member EnumerationRow(std::string_view name, Enumerator (C::*function)() const) {
+  return {.name = name,
+          .kind = Member::Kind::kEnumeration,
+          .type = ValueType::kObject,
+          .get = [function](Object& object, std::span<Variant>) -> Variant {
+            return std::make_shared<EnumerationBy<Enumerator>>((As<C>(object).*function)());
+          }};
+}
+
+template <class C, GoesOut... A, std::convertible_to<std::string_view>... Names>
+requires(sizeof...(A) == sizeof...(Names)) EventMember
+    EventRow(std::string_view name, Event<A...> C::*event, const Names&... names) {
+  return {
+      .name = name,
+      .parameters = {Parameter{.name = names, .type = Crossing<std::remove_cvref_t<A>>::kType}...},
+      .subscribe =
+          [event](Object& object, EventMember::Handler handler) {
+            return (As<C>(object).*event).Subscribe([handler = std::move(handler)](const auto&... values) {
+              const std::vector<Variant> arguments{Crossing<std::remove_cvref_t<A>>::To(values)...};
+              handler(arguments);
+            });
+          },
+      .unsubscribe = [event](Object& object,
+                             EventMember::Cookie cookie) { (As<C>(object).*event).Unsubscribe(cookie); }};
+}
+
+// A class whose objects clients make by its name, or one whose objects they are only handed.
+template <std::derived_from<Object> C>
+Class Creatable(std::string_view name, std::vector<Member> members, std::vector<EventMember> events = {}) {
+  return Class(
+      name, [](const Object& object) { return dynamic_cast<const C*>(&object) != nullptr; },
+      [] { return std::make_shared<C>(); }, std::move(members), std::move(events));
+}
+template <std::derived_from<Object> C>
+Class HandedOut(std::string_view name, std::vector<Member> members, std::vector<EventMember> events = {}) {
+  return Class(
+      name, [](const Object& object) { return dynamic_cast<const C*>(&object) != nullptr; }, nullptr,
+      std::move(members), std::move(events));
+}
+
+}  // namespace mirelo::automation_server
