@@ -172,7 +172,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   log.Follow(keeper);
   DayView view(host.loop(), day, keeper);
   keeper.SaveAtStart();
-  const bool went_well = Follow(session, day, keeper, view);
+  const bool went_well = Follow(session, day, keeper, view, log);
   const std::filesystem::path saved = keeper.SaveAtEnd();
   view.Summarize(saved.string());
   log.Note(std::to_string(day.Came().Count()) + " quotes came; the day is over");
@@ -189,7 +189,8 @@ WorkbookKeeper::Manner RunCommand::MannerOfSaving() const {
   return global_.show_windows ? WorkbookKeeper::Manner::kInPlace : WorkbookKeeper::Manner::kBeside;
 }
 
-bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view) try {
+bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view,
+                        DayLog& log) try {
   auto& host = session.host();
   auto& interrupt = session.interrupt();
   interrupt.Stopped.Subscribe([&host] { host.HangUp(); });
@@ -222,6 +223,7 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
 } catch (const std::exception&) {  // what has come until now is kept
   view.End();
   TellFailure();
+  log.Note("the day breaks off: " + CurrentError().Description());
   StopAfterFailure(day);
   return false;
 }

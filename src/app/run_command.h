@@ -19,6 +19,7 @@ class WorkingDay;
 namespace mirelo::app {
 
 struct GlobalOptions;
+class DayLog;
 class DayView;
 class Session;
 
@@ -34,7 +35,7 @@ class RunCommand {
   int RunIn(Session& session, const DialogWishes& wishes);
   WorkbookKeeper::Manner MannerOfSaving() const;
   // False when it broke off with an error, which has been told.
-  bool Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view);
+  bool Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view, DayLog& log);
 
   const GlobalOptions& global_;
   CLI::App* command_;

@@ -1,8 +1,10 @@
 #include "day/day_tables.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
+#include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/cMirelo.h"
 #include "day/quote_trail.h"
@@ -67,10 +69,17 @@ std::vector<std::string> DayTables::HistorySheets() const {
   return names;
 }
 
+DayTables::~DayTables() {
+  try {
+    NoteUnwritten("the day is over before it could be written");
+  } catch (const std::exception&) {  // there is no memory to tell of it
+  }
+}
+
 void DayTables::Follow(const QuoteTrail& trail) {
   trail_ = &trail;
   for (std::size_t ticker = 0; ticker < Tickers().size(); ++ticker) {
-    if (trail.Follows(Tickers()[ticker])) followed_.emplace(ticker, 0);
+    if (trail.Follows(Tickers()[ticker])) followed_[ticker].later_rows = RowsBehind(ticker);
   }
   for (const std::string& ticker : trail.Tickers()) {
     const bool has_row =
@@ -79,9 +88,29 @@ void DayTables::Follow(const QuoteTrail& trail) {
   }
 }
 
+// The cells of the same ticker further down.
+std::string DayTables::RowsBehind(std::size_t ticker) const {
+  std::vector<std::string> cells;
+  for (std::size_t other = ticker + 1; other < Tickers().size(); ++other) {
+    if (EqualText(Tickers()[other], Tickers()[ticker])) cells.push_back(table_.CellsOf(other));
+  }
+  return Join(cells, ", ");
+}
+
 void DayTables::Take(const cQTData& quote) {
   const std::size_t ticker = board_.Take(quote);
-  if (ticker < Tickers().size()) Note(ticker);
+  if (ticker >= Tickers().size()) {
+    if (trail_ != nullptr)
+      trail_->Note(quote.Symbol(), "the quote table has no row of this ticker; the quote is left out");
+    return;
+  }
+  if (const auto followed = followed_.find(ticker); followed != followed_.end()) {
+    if (!board_.Shows(quote)) trail_->Note(Tickers()[ticker], "no column of the quote table shows any of it");
+    if (const std::string& rows = followed->second.later_rows; !rows.empty())
+      trail_->Note(Tickers()[ticker], "the ticker stands again at " + rows +
+                                          ", which get nothing: a streamed quote goes to its first row");
+  }
+  Note(ticker);
 }
 
 void DayTables::Take(std::size_t ticker, QuoteRow row) {
@@ -91,8 +120,10 @@ void DayTables::Take(std::size_t ticker, QuoteRow row) {
   board_.Put(ticker, std::move(row));
   if (is_new) return Note(ticker);
   table_.Touch(ticker);
-  if (followed_.contains(ticker))
+  if (const auto followed = followed_.find(ticker); followed != followed_.end()) {
+    followed->second.is_written_again = true;
     trail_->Note(Tickers()[ticker], "nothing is new but the time, so history gets no row");
+  }
 }
 
 void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
@@ -108,7 +139,7 @@ void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
 void DayTables::Note(std::size_t ticker) {
   table_.Touch(ticker);
   ++unwritten_;
-  if (const auto followed = followed_.find(ticker); followed != followed_.end()) ++followed->second;
+  if (const auto followed = followed_.find(ticker); followed != followed_.end()) ++followed->second.quotes;
   auto& history = histories_[ticker];
   if (!history) return;
   if (!history->HasNews()) touched_.push_back(ticker);
@@ -133,34 +164,64 @@ bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
   return false;
 }
 
-// Of quotes that were written together all are in the history, and the newest in the table.
-void DayTables::NoteWritten(std::size_t ticker) const {
-  const std::int64_t quotes = followed_.at(ticker);
-  std::string line = "written to " + table_.CellsOf(ticker);
-  if (quotes > 1) line += ", the newest of " + std::to_string(quotes) + " quotes since the last time";
-  if (const auto& history = histories_[ticker]; !history) {
-    line += "; it has no history";
-  } else if (const std::string cells = history->CellsWritten(); !cells.empty()) {
-    line += "; history at the foot of " + cells;
-  } else {
-    line += "; its history has no room left";
-  }
-  trail_->Note(Tickers()[ticker], line);
-}
-
 std::int64_t DayTables::Write() {
   const StillScreen still(application_);
+  try {
+    WriteCells();
+  } catch (const std::exception&) {
+    NoteUnwritten("it could not be written: " + CurrentError().Description());
+    throw;
+  }
+  for (auto& [ticker, followed] : followed_) {
+    NoteWritten(ticker, followed);
+    followed.quotes = 0;
+    followed.is_written_again = false;
+  }
+  touched_.clear();
+  return std::exchange(unwritten_, 0);
+}
+
+void DayTables::WriteCells() {
   table_.Write(Rows(), buffer_);
   for (const std::size_t ticker : touched_) {
     if (!histories_[ticker]->Write(buffer_)) ++full_sheets_;
   }
   charts_.Update(touched_);
-  for (auto& [ticker, quotes] : followed_) {
-    if (quotes > 0) NoteWritten(ticker);
-    quotes = 0;
+}
+
+// Of quotes that were written together the newest is in the table.
+void DayTables::NoteWritten(std::size_t ticker, const Followed& followed) const {
+  if (followed.quotes == 0 && !followed.is_written_again) return;
+  const std::string cells = table_.CellsOf(ticker);
+  std::string line = cells.empty() ? "written to no cell, as the quote table has no column but the ticker's"
+                                   : "written to " + cells;
+  if (followed.quotes > 1)
+    line += ", the newest of " + std::to_string(followed.quotes) + " quotes since the last time";
+  trail_->Note(Tickers()[ticker], line + FateInHistory(ticker, followed));
+}
+
+// They are all in the history, as far as it has room.
+std::string DayTables::FateInHistory(std::size_t ticker, const Followed& followed) const {
+  const auto& history = histories_[ticker];
+  if (!history) return "; it has no history";
+  if (followed.quotes == 0) return "; not to its history";
+  const std::string cells = history->CellsWritten();
+  if (cells.empty()) return "; its history has no room left";
+  std::string fate = "; history at the foot of " + cells;
+  if (history->RowsLost() == 0) return fate;
+  const std::string lost = std::to_string(history->RowsLost());
+  return fate + (history->IsLimited()
+                     ? ", without the " + lost + " oldest of them, which are beyond its limit"
+                     : ", without the " + lost + " newest of them, as it has no room left");
+}
+
+// What could not be written is not tried again.
+void DayTables::NoteUnwritten(const std::string& why) {
+  for (auto& [ticker, followed] : followed_) {
+    if (followed.quotes > 0 || followed.is_written_again) trail_->Note(Tickers()[ticker], why);
+    followed.quotes = 0;
+    followed.is_written_again = false;
   }
-  touched_.clear();
-  return std::exchange(unwritten_, 0);
 }
 
 }  // namespace mirelo::day

@@ -35,6 +35,10 @@ class DayTables {
  public:
   // Error 9 when the active workbook has no quote table. Both must outlive this.
   DayTables(host::excel::Application& application, cMirelo& facade);
+  // Quotes that were not written are not.
+  ~DayTables();
+  DayTables(const DayTables&) = delete;
+  DayTables& operator=(const DayTables&) = delete;
 
   const std::vector<std::string>& Tickers() const { return table_.Tickers(); }
   const std::vector<std::string>& Columns() const { return table_.Columns(); }
@@ -45,10 +49,14 @@ class DayTables {
   // The names of the vertical tables, in the order of their tickers.
   std::vector<std::string> HistorySheets() const;
 
+  // Whether the table has a column for anything that a streamed quote brings.
+  bool ShowsStreamed() const { return board_.ShowsQuotes(); }
+
   // Notes there what becomes of quotes. It must outlive this.
   void Follow(const QuoteTrail& trail);
 
-  // A streamed quote. History gets a row. A ticker that the table does not have is passed over.
+  // A streamed quote. History gets a row. It goes to the first row of its ticker alone; a ticker that the
+  // table does not have is passed over.
   void Take(const cQTData& quote);
   // A quote that was asked for, of the ticker with this number, counted from 0. It may be the one before:
   // then history gets no row. Texts that are too long for cells are cut.
@@ -71,7 +79,7 @@ class DayTables {
  private:
   void Cut(std::size_t ticker, QuoteRow& row);
   void Note(std::size_t ticker);
-  void NoteWritten(std::size_t ticker) const;
+  void WriteCells();
   bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
 
   host::excel::Application& application_;
@@ -87,9 +95,19 @@ class DayTables {
   std::vector<std::string> untold_cuts_;
   int full_sheets_ = 0;
 
+  // A ticker on the trail: what came of it since the last Write.
+  struct Followed {
+    std::int64_t quotes = 0;        // those that are new
+    bool is_written_again = false;  // by one that is not
+    std::string later_rows;         // where the ticker stands again, for a person
+  };
+  void NoteWritten(std::size_t ticker, const Followed& followed) const;
+  void NoteUnwritten(const std::string& why);
+  std::string FateInHistory(std::size_t ticker, const Followed& followed) const;
+  std::string RowsBehind(std::size_t ticker) const;
+
   const QuoteTrail* trail_ = nullptr;
-  std::map<std::size_t, std::int64_t>
-      followed_;  // tickers on the trail, with their quotes since the last Write
+  std::map<std::size_t, Followed> followed_;
 };
 
 }  // namespace mirelo::day

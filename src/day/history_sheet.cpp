@@ -105,6 +105,7 @@ void HistorySheet::Append(const QuoteRow& row) {
   if (limit_ > 0 && waiting_ > static_cast<std::size_t>(limit_)) {  // it would be gone before it was seen
     DropRows(KeptRows() - waiting_, 1);
     --waiting_;
+    ++dropped_;
   }
 }
 
@@ -122,12 +123,16 @@ void HistorySheet::DropRows(std::size_t first, std::size_t count) {
 
 bool HistorySheet::Write(CellBuffer& buffer) {
   written_height_ = 0;
+  rows_lost_ = std::exchange(dropped_, 0);
   if (waiting_ == 0) return true;
   bool fits = true;
   if (limit_ == 0) {
     const std::int32_t room = most_rows_ - row_count_;
     fits = waiting_ <= static_cast<std::size_t>(room);
-    if (!fits) DropRows(static_cast<std::size_t>(room), waiting_ - static_cast<std::size_t>(room));
+    if (!fits) {
+      rows_lost_ = waiting_ - static_cast<std::size_t>(room);
+      DropRows(static_cast<std::size_t>(room), rows_lost_);
+    }
     WriteFrom(kFirstHistoryRow + row_count_, 0, buffer);
     row_count_ += static_cast<std::int32_t>(KeptRows());
     cells_.clear();

@@ -42,6 +42,10 @@ class HistorySheet {
   // The cells that the last Write has filled, for a person: "Quotes_Vertical(MSFT)!A3:F22"; empty when it had
   // nothing to write or no room.
   std::string CellsWritten() const;
+  // Of the rows that the last Write was to write, how many never reached the sheet: the oldest of them where
+  // there were more than the limit, the newest where the sheet had no more room.
+  std::size_t RowsLost() const { return rows_lost_; }
+  bool IsLimited() const { return limit_ > 0; }
 
  private:
   HistorySheet(std::shared_ptr<host::excel::Worksheet> sheet, const std::vector<std::string>& columns,
@@ -64,8 +68,10 @@ class HistorySheet {
   // not on the sheet yet; without one those alone.
   std::deque<Variant> cells_;
   std::size_t waiting_ = 0;
-  std::int32_t written_row_ = 0;       // where the last block written begins
-  std::int32_t written_height_ = 0;    // of how many rows; 0 for none
+  std::size_t dropped_ = 0;          // rows that were appended and are beyond the limit, since the last Write
+  std::size_t rows_lost_ = 0;        // at the last Write
+  std::int32_t written_row_ = 0;     // where the last block written begins
+  std::int32_t written_height_ = 0;  // of how many rows; 0 for none
   std::vector<std::int32_t> longest_;  // of each field, in characters of a value without its format
   bool is_too_narrow_ = true;          // as long as nothing has been written
   bool is_header_fitted_ = false;

@@ -52,6 +52,12 @@ std::size_t QuoteBoard::Take(const cQTData& quote) {
   return place;
 }
 
+bool QuoteBoard::Shows(const cQTData& quote) const {
+  return std::ranges::any_of(sources_, [&](const Source& source) {
+    return source.of_newest || quote.Carries(source.streamed->field);
+  });
+}
+
 // Most symbols come in capital letters.
 std::size_t QuoteBoard::RowOf(const std::string& ticker) {
   if (const auto place = places_.find(ticker); place != places_.end()) return place->second;

@@ -31,6 +31,9 @@ class QuoteBoard {
   // Notes a streamed quote; the result is the number of its ticker's row, from 0. Of rows with the same
   // ticker it is the first.
   std::size_t Take(const cQTData& quote);
+  // Whether a streamed quote can show in the columns at all, and whether this one changes anything there.
+  bool ShowsQuotes() const { return !sources_.empty(); }
+  bool Shows(const cQTData& quote) const;
   // Notes all that is known of the ticker in this row.
   void Put(std::size_t row, QuoteRow values) { rows_[row] = std::move(values); }
 

@@ -58,7 +58,8 @@ void QuoteSheet::WriteBlock(const QuoteRows& rows, std::size_t first, std::size_
 }
 
 std::string QuoteSheet::CellsOf(std::size_t row) const {
-  const auto width = std::max(1, static_cast<std::int32_t>(columns_.size()) - 1);
+  if (columns_.size() < 2) return {};
+  const auto width = static_cast<std::int32_t>(columns_.size()) - 1;
   const auto first = sheet_->Cells(kFirstTickerRow + static_cast<std::int32_t>(row), 2);
   return sheet_->Name() + "!" + first->Resize(1, width)->Address(false, false);
 }

@@ -36,7 +36,8 @@ class QuoteSheet {
   // Writes the rows that were touched, each run of them as one block. Column A stays as it is.
   void Write(const QuoteRows& rows, CellBuffer& buffer);
 
-  // The cells of this ticker, for a person: "Dovanta2_Quotes!B5:H5".
+  // The cells of this ticker, for a person: "Dovanta2_Quotes!B5:H5"; empty where the table has no column but
+  // the ticker's.
   std::string CellsOf(std::size_t row) const;
 
   // Makes the columns as wide as what they hold.

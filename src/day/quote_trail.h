@@ -32,27 +32,41 @@ class QuoteTrail {
 
   // The tickers, each once.
   const std::vector<std::string>& Tickers() const { return tickers_; }
+  // A quote that names no ticker may be of any.
   bool Follows(std::string_view ticker) const;
 
-  // Writes down what became of a quote of the ticker, if that is followed: "MSFT: ...".
+  // Writes down what became of a quote of the ticker, if that is followed: "MSFT: ...". One that names no
+  // ticker may be of any, so that is written for each.
   void Note(std::string_view ticker, std::string_view what) const;
   // The same for all tickers that are followed.
   void NoteForAll(std::string_view what) const;
 
-  // Follows records through the sockets: which come whole, and which bytes are left out. `sockets` must
-  // outlive this; to be called once.
+  // Follows records through the sockets: which come whole, and which bytes are left out or abandoned.
+  // `sockets` must outlive this; to be called once.
   void Watch(wire::ObservedSockets& sockets);
 
+  // Notes that records of a reply were given to no ticker, of each ticker whose letters stand in them.
+  void NoteLeftOutOfReply(std::string_view records) const;
+
+  // Notes the records that are lost with the error that is being handled, the first of which could not be
+  // followed.
+  void NoteLost(std::span<const std::uint8_t> records) const;
+
  private:
-  void NoteRecords(std::span<const std::uint8_t> message) const;
-  void NoteLeftOut(std::span<const std::uint8_t> bytes) const;
+  void NoteRecords(std::span<const std::uint8_t> message);
+  void NoteLeftOut(std::span<const std::uint8_t> bytes);
+  void NoteAbandoned(std::span<const std::uint8_t> bytes) const;
+  void NoteOfRecord(std::string_view record, std::string_view what) const;
 
   host::Log& log_;
   std::vector<std::string> tickers_;
   std::unordered_set<std::string> followed_;  // the same in capital letters
+  std::string
+      left_out_before_;  // the end of what was left out last, if nothing came between, in capital letters
   wire::ObservedSockets* sockets_ = nullptr;
   Event<std::span<const std::uint8_t>>::Cookie delivered_ = 0;
   Event<std::span<const std::uint8_t>>::Cookie left_out_ = 0;
+  Event<std::span<const std::uint8_t>>::Cookie abandoned_ = 0;
 };
 
 }  // namespace mirelo::day

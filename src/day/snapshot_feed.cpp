@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "automation/ansi.h"
 #include "automation/text.h"
 #include "automation/visible_text.h"
 #include "core/cMirelo.h"
@@ -19,6 +20,8 @@ namespace {
 using Kind = wire::QuoteFlaw::Kind;
 
 constexpr std::size_t kFields = kReplyFields;
+// A record of fewer has no more than its ticker, date and time.
+constexpr std::size_t kFieldsOfNoMarket = static_cast<std::size_t>(Column::Time) + 2;
 constexpr std::size_t kVolumeFields = static_cast<std::size_t>(Column::Volume) + 1;
 
 // Second indexes of the facade's table of volumes.
@@ -30,6 +33,11 @@ constexpr std::int32_t kMostCharacters = 20;
 
 bool IsNoQuote(const wire::QuoteFlaw& flaw) {
   return flaw.kind == Kind::NoQuote || flaw.kind == Kind::EmptyQuote;
+}
+
+// Whether a record that breaks off does so before it says anything of the market.
+bool SaysNothing(const wire::QuoteFlaw& flaw) {
+  return IsNoQuote(flaw) || (flaw.kind == Kind::MissingFields && flaw.fields < kFieldsOfNoMarket);
 }
 
 bool LacksVolume(const wire::QuoteFlaw& flaw) {
@@ -119,12 +127,23 @@ SnapshotFeed::SnapshotFeed(cMirelo& facade, wire::MendedReplies& replies, std::v
     readings_.push_back(ReadingOf(column));
   }
   newest_.assign(tickers_.size(), QuoteRow(columns_.size()));
+  has_quote_.assign(tickers_.size(), false);
   facade_.LoadMasPosition();
   if (!asked_.empty()) facade_.masPrevVolume(VariantArray(1, TableRow(asked_.size() - 1), 1, 2));
 }
 
+SnapshotFeed::~SnapshotFeed() { replies_.LeftOut.Unsubscribe(on_left_out_); }
+
+void SnapshotFeed::Follow(const QuoteTrail& trail) {
+  trail_ = &trail;
+  on_left_out_ = replies_.LeftOut.Subscribe(
+      [this](std::string_view record) { left_out_.push_back(AnsiToText(record)); });
+}
+
 std::optional<QuoteRows> SnapshotFeed::Fetch() {
   TellUnasked();
+  has_quote_.assign(tickers_.size(), false);
+  left_out_.clear();
   if (asked_.empty()) return QuoteRows(tickers_.size(), QuoteRow(columns_.size()));
 
   replies_.TakeFlaws();
@@ -140,6 +159,7 @@ std::optional<QuoteRows> SnapshotFeed::Fetch() {
 
   QuoteRows rows = RowsOf(reply.AsArray());
   LeaveOut(flaws, rows);
+  FindQuotes(flaws, rows);
   Tell(flaws);
   if (trail_ != nullptr) NoteCame(rows, flaws);
   FillWhatIsLacking(flaws, rows);
@@ -180,9 +200,25 @@ void SnapshotFeed::LeaveOutQuote(QuoteRow& row, const std::string& ticker) const
   }
 }
 
-bool SnapshotFeed::HasQuote(const QuoteRow& row) const {
+void SnapshotFeed::FindQuotes(const Flaws& flaws, const QuoteRows& rows) {
+  const bool shows_quotes = ShowsQuotes();
+  for (const std::size_t place : places_) has_quote_[place] = !shows_quotes || HoldsMore(rows[place]);
+  for (const wire::QuoteFlaw& flaw : flaws) {
+    if (flaw.ticker < places_.size() && SaysNothing(flaw)) has_quote_[places_[flaw.ticker]] = false;
+  }
+}
+
+// Than its ticker.
+bool SnapshotFeed::HoldsMore(const QuoteRow& row) const {
   for (std::size_t c = 0; c < row.size(); ++c) {
     if (readings_[c] != Reading::AsText && !row[c].IsNothing()) return true;
+  }
+  return false;
+}
+
+bool SnapshotFeed::ShowsQuotes() const {
+  for (std::size_t c = 0; c < codes_.size(); ++c) {
+    if (readings_[c] != Reading::AsText && codes_[c] != kUnknownColumn) return true;
   }
   return false;
 }
@@ -200,7 +236,7 @@ void SnapshotFeed::FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) const 
   for (const wire::QuoteFlaw& flaw : flaws) {
     if (flaw.ticker >= places_.size()) continue;
     const std::size_t place = places_[flaw.ticker];
-    if (!HasQuote(rows[place])) continue;
+    if (!has_quote_[place]) continue;
     for (std::size_t c = 0; c < codes_.size(); ++c) {
       if (Lacks(flaw, codes_[c])) rows[place][c] = newest_[place][c];
     }
@@ -209,7 +245,7 @@ void SnapshotFeed::FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) const 
 
 void SnapshotFeed::KeepQuotes(const QuoteRows& rows) {
   for (std::size_t place = 0; place < rows.size(); ++place) {
-    if (HasQuote(rows[place])) newest_[place] = rows[place];
+    if (has_quote_[place]) newest_[place] = rows[place];
   }
 }
 
@@ -246,6 +282,7 @@ void SnapshotFeed::Tell(const Flaws& flaws) {
 }
 
 void SnapshotFeed::NoteCame(const QuoteRows& rows, const Flaws& flaws) const {
+  NoteLeftOut(flaws);
   for (const wire::QuoteFlaw& flaw : flaws) {
     if (flaw.ticker >= places_.size()) continue;
     trail_->Note(asked_[flaw.ticker],
@@ -257,6 +294,18 @@ void SnapshotFeed::NoteCame(const QuoteRows& rows, const Flaws& flaws) const {
                  std::ranges::find(places_, place) == places_.end()
                      ? "it cannot be asked for, as a ticker holds no comma or bracket"
                      : "QuoteTracker was asked and sent" + ValuesText(columns_, rows[place]));
+  }
+}
+
+// A record that names somebody else may be that of a ticker that got none.
+void SnapshotFeed::NoteLeftOut(const Flaws& flaws) const {
+  for (const std::string& record : left_out_) {
+    trail_->NoteLeftOutOfReply(record);
+    for (const wire::QuoteFlaw& flaw : flaws) {
+      if (flaw.kind != Kind::NoQuote || flaw.ticker >= places_.size()) continue;
+      trail_->Note(asked_[flaw.ticker], "a record that names " + Quoted(record.substr(0, record.find(','))) +
+                                            " is left out, as that was not asked for");
+    }
   }
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -33,13 +34,16 @@ class SnapshotFeed {
   // `facade` and `replies` must outlive the feed; `replies` is the installed host's HTTP client. `tickers` is
   // not empty.
   SnapshotFeed(cMirelo& facade, wire::MendedReplies& replies, std::vector<std::string> tickers);
+  ~SnapshotFeed();
+  SnapshotFeed(const SnapshotFeed&) = delete;
+  SnapshotFeed& operator=(const SnapshotFeed&) = delete;
 
   const std::vector<std::string>& Tickers() const { return tickers_; }
   // The visible columns, in table order, as the settings name them.
   const std::vector<std::string>& Columns() const { return columns_; }
 
-  // Notes there what becomes of quotes. It must outlive the feed.
-  void Follow(const QuoteTrail& trail) { trail_ = &trail; }
+  // Notes there what becomes of quotes; to be called once. It must outlive the feed.
+  void Follow(const QuoteTrail& trail);
 
   // A row per ticker, a value per column of Columns(); it is nothing when the column is unknown or
   // QuoteTracker sent nothing for it. What a record that breaks off lacks is as in the ticker's quote before,
@@ -47,8 +51,11 @@ class SnapshotFeed {
   // it should; the person has been told by then.
   std::optional<QuoteRows> Fetch();
 
-  // Whether a row of them holds more than its ticker: QuoteTracker has sent a quote, and it knows the ticker.
-  bool HasQuote(const QuoteRow& row) const;
+  // Whether the last Fetch has brought a quote of the ticker with this number: QuoteTracker knows the ticker,
+  // and its record holds something that the columns show. Where they show nothing of any quote, all count.
+  bool HasQuote(std::size_t ticker) const { return has_quote_[ticker]; }
+  // Whether there is a column for anything that a quote brings.
+  bool ShowsQuotes() const;
 
   // A line for a person: what is wrong with records of tickers, each thing once.
   Event<const std::string&> Told;
@@ -57,6 +64,8 @@ class SnapshotFeed {
   using Flaws = std::vector<wire::QuoteFlaw>;
 
   QuoteRows RowsOf(const VariantArray& table) const;
+  void FindQuotes(const Flaws& flaws, const QuoteRows& rows);
+  bool HoldsMore(const QuoteRow& row) const;
   void LeaveOut(const Flaws& flaws, QuoteRows& rows) const;
   void LeaveOutQuote(QuoteRow& row, const std::string& ticker) const;
   void LeaveOutVolume(QuoteRow& row, const std::string& text) const;
@@ -66,6 +75,7 @@ class SnapshotFeed {
   void TellUnasked();
   void Tell(const Flaws& flaws);
   void NoteCame(const QuoteRows& rows, const Flaws& flaws) const;
+  void NoteLeftOut(const Flaws& flaws) const;
   bool IsMissed(const wire::QuoteFlaw& flaw) const;
 
   cMirelo& facade_;
@@ -77,9 +87,12 @@ class SnapshotFeed {
   std::vector<std::int16_t> codes_;  // of the columns
   std::vector<Reading> readings_;    // of their texts
   QuoteRows newest_;                 // quote of each ticker
+  std::vector<bool> has_quote_;      // of the last Fetch
   std::set<std::pair<std::size_t, wire::QuoteFlaw::Kind>> told_;
   bool told_unasked_ = false;
   const QuoteTrail* trail_ = nullptr;
+  std::vector<std::string> left_out_;  // of the last reply, for the trail
+  Event<std::string_view>::Cookie on_left_out_ = 0;
 };
 
 // Whether a request for quotes can name the ticker: it is not empty, and holds no comma, bracket or invisible

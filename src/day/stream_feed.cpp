@@ -158,6 +158,7 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
     stream->Unchanged.Subscribe([this](std::string_view symbol) {
       Note(AnsiToText(symbol), "its record changes nothing that counts, so it is no quote");
     });
+    stream->Lost.Subscribe([this](std::span<const std::uint8_t> records) { trail_->NoteLost(records); });
   }
   stream->QTDatas.Subscribe([this, weak = std::weak_ptr(stream)] {
     TakeQuotes(weak.lock());

@@ -28,6 +28,10 @@ using Clock = std::chrono::steady_clock;
 // next.
 constexpr int kPauseForWriting = 2;
 
+constexpr const char* kNothingShown =
+    "No column of the quote table takes anything of a quote: quotes are counted, and nothing of them is "
+    "shown";
+
 bool IsUpdateOnce() { return DialogSetting("UpdateEvery").In(mGlobal::AppSettings()).ToText() == "0"; }
 
 }  // namespace
@@ -39,7 +43,9 @@ WorkingDay::WorkingDay(host::MessageLoop& loop, wire::ObservedSockets& sockets, 
   facade_.DovantaFormatUserDate(kDateFormat);
 }
 
+// The stream first, since its last quotes may start a timer.
 WorkingDay::~WorkingDay() {
+  stream_.reset();
   for (const auto timer : {asking_, writing_}) loop_.StopTimer(timer);
 }
 
@@ -62,6 +68,7 @@ void WorkingDay::Start() {
   snapshot_.emplace(facade_, replies_, tables_->Tickers());
   if (trail_ != nullptr) snapshot_->Follow(*trail_);
   snapshot_->Told.Subscribe([this](const std::string& text) { Status.Raise(text); });
+  if (!snapshot_->ShowsQuotes()) Status.Raise(kNothingShown);
   Ask();
 }
 
@@ -87,10 +94,12 @@ void WorkingDay::Ask() {
   if (const auto rows = snapshot_->Fetch()) {
     std::int64_t count = 0;
     for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) {
-      const QuoteRow& row = (*rows)[ticker];
-      if (!snapshot_->HasQuote(row)) continue;  // what is known stays
-      tables_->Take(ticker, row);
-      ++count;
+      if (snapshot_->HasQuote(ticker)) {
+        tables_->Take(ticker, (*rows)[ticker]);
+        ++count;
+      } else if (trail_ != nullptr) {
+        trail_->Note(snapshot_->Tickers()[ticker], "that is no quote, so what its cells hold stays");
+      }
     }
     came_.Beat(count);
     Write();
@@ -120,6 +129,7 @@ void WorkingDay::Listen() {
   stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
   stream_->Rested.Subscribe([this] { failure_.Guard([this] { WriteInTime(); }); });
+  if (!tables_->ShowsStreamed()) Status.Raise(kNothingShown);
   stream_->Start();
 }
 

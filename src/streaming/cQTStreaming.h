@@ -143,6 +143,10 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   // A record of this symbol, in the bytes of the wire, changed nothing that counts, so it is no quote. For
   // whoever asks why a quote did not come; a handler must raise nothing and leave the stream alone.
   Event<std::string_view> Unchanged;
+  // Decoding a chunk breaks off with an error, which the handler finds as the one that is being handled: what
+  // is lost with it, from the record that could not be followed to the chunk's end. For whoever asks why a
+  // quote did not come, as Unchanged.
+  Event<std::span<const std::uint8_t>> Lost;
 
  private:
   class BytesTransferSink;
@@ -177,6 +181,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
 
   // decoder.cpp
   void DecodeRecords(Bytes data);
+  void WalkRecords(Bytes data, std::int32_t& record_begin);
   [[noreturn]] void LosePlace();
   void ApplyQuote(const Level1Record& record);
   cTickerDateTime& StateOf(std::string_view symbol, bool& is_first);

@@ -4,6 +4,7 @@
 // Lengths and ids are taken as they come. Where a record lies about itself, the walk goes on where the lie
 // leads it, and the order of the steps decides what is lost; so that order is not free.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -127,6 +128,17 @@ std::int32_t TakeLastVolume(std::int32_t volume, const std::string& date_time, c
 }  // namespace
 
 void cQTStreaming::DecodeRecords(Bytes data) {
+  std::int32_t record_begin = 0;
+  try {
+    WalkRecords(data, record_begin);
+  } catch (...) {
+    Lost.Raise(data.subspan(static_cast<std::size_t>(record_begin)));
+    throw;
+  }
+}
+
+// Leaves in `record_begin` which record it has come to, wherever that ends.
+void cQTStreaming::WalkRecords(Bytes data, std::int32_t& record_begin) {
   constexpr std::int32_t kLeast = 6;  // an array of up to five bytes is forgotten
   constexpr std::int32_t kFarthest = std::numeric_limits<std::int16_t>::max();
   const WireBytes bytes(data);
@@ -142,6 +154,7 @@ void cQTStreaming::DecodeRecords(Bytes data) {
   do {
     const std::int32_t length = bytes.NumberAt<std::int16_t>(position + 2);
     if (position + 1 >= size) break;
+    record_begin = std::max(position, 0);
     const RecordKind kind{bytes.At(position), bytes.At(position + 1)};
     if (kind != first_kind && kind != kS1 && kind != kL1) {
       record_start = position;

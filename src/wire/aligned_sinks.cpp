@@ -1,5 +1,8 @@
 #include "wire/aligned_sinks.h"
 
+#include <exception>
+#include <utility>
+
 #include "wire/kept_failure.h"
 #include "wire/observed_sockets.h"
 
@@ -22,14 +25,27 @@ AlignedConnection::Sink::Sink(AlignedConnection& connection, std::shared_ptr<hos
 
 void AlignedConnection::Sink::Stop() {
   StopTimer();
-  stopped_ = true;
+  if (!std::exchange(stopped_, true)) Abandon();
 }
 
 void AlignedConnection::Sink::Restart() {
-  StopTimer();
+  Stop();
   aligner_ = NewAligner();
   later_.clear();
   stopped_ = false;
+}
+
+// A record may begin with what the aligner has and end with what came behind it. The chunk that is with the
+// sink belongs to the sink.
+void AlignedConnection::Sink::Abandon() noexcept {
+  if (!sockets_.Abandoned.HasSubscribers()) return;
+  try {
+    const MessageAligner::Bytes waiting = aligner_->LeftOver();
+    std::vector<std::uint8_t> bytes(waiting.begin(), waiting.end());
+    bytes.insert(bytes.end(), later_.begin(), later_.end());
+    if (!bytes.empty()) sockets_.Abandoned.Raise(bytes);
+  } catch (const std::exception&) {  // there is no memory to tell of it
+  }
 }
 
 void AlignedConnection::Sink::LetGo() {
@@ -49,7 +65,7 @@ void AlignedConnection::Sink::End() {
 
 void AlignedConnection::Sink::OnBytesReceived(host::SocketConnection& connection,
                                               std::span<const std::uint8_t> bytes) {
-  if (stopped_) return;
+  if (stopped_) return sockets_.Abandoned.Raise(bytes);
   if (delivering_) {
     later_.insert(later_.end(), bytes.begin(), bytes.end());
     if (later_.size() > kMostLater) GiveUp(kFlood);
@@ -118,7 +134,8 @@ void AlignedConnection::Sink::DeliverAll(host::SocketConnection& connection, Kep
 void AlignedConnection::Sink::HandOver(host::SocketConnection& connection,
                                        std::span<const std::uint8_t> message) {
   sockets_.Delivered.Raise(message);
-  if (!stopped_) sink_->OnBytesReceived(connection, message);
+  if (stopped_) return sockets_.Abandoned.Raise(message);  // who was told has hung up
+  sink_->OnBytesReceived(connection, message);
 }
 
 // Kept where there is no room for them.

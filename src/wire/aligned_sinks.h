@@ -23,9 +23,9 @@ class AlignedConnection::Sink : public host::BytesTransferEvents, public std::en
 
   void NoteRequest(const std::string& message) { aligner_->NoteRequest(message); }
 
-  // Hands over no more messages, until Restart.
+  // Hands over no more messages, until Restart. What waits is abandoned.
   void Stop();
-  // As at the beginning of a stream.
+  // As at the beginning of a stream. What waits is abandoned.
   void Restart();
   // Hands over what waits for the rest of its message, as it stands.
   void LetGo();
@@ -56,6 +56,7 @@ class AlignedConnection::Sink : public host::BytesTransferEvents, public std::en
   void DeliverAll(host::SocketConnection& connection, KeptFailure& failure);
   void HandOver(host::SocketConnection& connection, std::span<const std::uint8_t> message);
   void TakeLater();
+  void Abandon() noexcept;
   void GiveUp(const char* reason);
   void WaitForMore();
   void StopTimer();

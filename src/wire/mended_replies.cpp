@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -98,7 +99,9 @@ std::optional<std::string> MendedReplies::WholeBody(Handle handle, const Request
 }
 
 std::string MendedReplies::Mended(std::string body, const std::vector<std::string>& tickers) {
-  MendedReply mended = Mend(std::move(body), tickers);
+  std::function<void(std::string_view)> leave_out;
+  if (LeftOut.HasSubscribers()) leave_out = [this](std::string_view record) { LeftOut.Raise(record); };
+  MendedReply mended = Mend(std::move(body), tickers, leave_out);
   for (QuoteFlaw& flaw : mended.flaws) {
     flaw.ticker += tickers_before_;
     flaws_.push_back(std::move(flaw));

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "automation/event.h"
@@ -27,6 +28,10 @@ class MendedReplies : public host::WinInetWrapper {
 
   // Raised when a reply has more of them; the text says so to people, and of which server.
   Event<const std::string&> Refused;
+
+  // Raised with records of a reply that no ticker was given, in bytes of the ANSI code page, while the reply
+  // is read (Mend). A handler must raise nothing.
+  Event<std::string_view> LeftOut;
 
   // What was wrong with the records that were handed over since this was last asked. Tickers are counted
   // through the requests of that time, one behind the other.

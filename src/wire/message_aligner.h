@@ -89,8 +89,9 @@ class MessageAligner {
   // The same for all that waits: the stream has ended.
   void End();
 
-  // How many bytes wait for more.
-  std::size_t Waiting() const { return waiting_.size() - begin_ - given_; }
+  // The bytes that wait for more, without those of the chunk that was given last; valid as a chunk is.
+  Bytes LeftOver() const { return Bytes(waiting_).subspan(begin_ + given_); }
+  std::size_t Waiting() const { return LeftOver().size(); }
 
   // Whether a list of sources has grown beyond kLongestSources without an end. There are no more chunks then,
   // and the connection should be closed.

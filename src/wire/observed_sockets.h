@@ -33,6 +33,9 @@ class ObservedSockets : public host::WinsockLibrary {
   // Bytes that no sink gets, since they are no message or one that nobody asked for. A handler must raise
   // nothing.
   Event<std::span<const std::uint8_t>> LeftOut;
+  // Bytes that had come and that no sink gets any more, since the connection was ended, given up or begun
+  // anew: messages that were not handed over yet, and what of one has come. A handler must raise nothing.
+  Event<std::span<const std::uint8_t>> Abandoned;
   // The connection's own sinks have had all whole messages of what has come, and have returned or raised.
   Event<> Rested;
   // Raised for a drop and a refusal, not for a Disconnect of our own; and for a connection that was given up

@@ -82,6 +82,7 @@ class Assignment {
   }
 
   std::string_view operator[](std::size_t ticker) const { return of_[ticker]; }
+  bool IsTaken(std::size_t record) const { return taken_[record]; }
 
  private:
   void Give(std::size_t record, std::size_t ticker) {
@@ -150,9 +151,18 @@ bool IsInOrder(const Lines& records, const std::vector<std::string>& tickers) {
   return true;
 }
 
+void LeaveOut(const Lines& records, const Assignment& assigned, std::string_view behind,
+              const std::function<void(std::string_view)>& leave_out) {
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    if (!assigned.IsTaken(i) && !records[i].empty()) leave_out(records[i]);
+  }
+  if (behind.find_first_not_of(kLineEnd) != std::string_view::npos) leave_out(behind);
+}
+
 }  // namespace
 
-MendedReply Mend(std::string body, const std::vector<std::string>& tickers) {
+MendedReply Mend(std::string body, const std::vector<std::string>& tickers,
+                 const std::function<void(std::string_view)>& leave_out) {
   // Records past twice as many as there are tickers are nobody's.
   Lines records;
   CutFirst(body, kLineEnd, 1 + 2 * tickers.size() + 1, records);
@@ -174,6 +184,7 @@ MendedReply Mend(std::string body, const std::vector<std::string>& tickers) {
   const Assignment assigned(records, tickers);
   RecordMender mender(reply);
   for (std::size_t i = 0; i < tickers.size(); ++i) mender.Add(i, assigned[i]);
+  if (leave_out) LeaveOut(records, assigned, std::string_view(body).substr(length), leave_out);
   return reply;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,9 +39,11 @@ struct MendedReply {
 // A record is that of the ticker that it names. Those that name nobody who was asked for stand where they
 // stand if there are as many as tickers; else nobody can know whose they are, and they are left out.
 //
-// Fields past the last column and records of nobody are left out. A reply in order, and one that is no
-// success, stays as it is, but for line ends behind it. Both the body and the tickers are bytes of the ANSI
-// code page, as they pass the port.
-MendedReply Mend(std::string body, const std::vector<std::string>& tickers);
+// Fields past the last column and records of nobody are left out; `leave_out`, if there is one, is called
+// with each such record, and once with all that stands so far behind the records that it was not looked at. A
+// reply in order, and one that is no success, stays as it is, but for line ends behind it. Both the body and
+// the tickers are bytes of the ANSI code page, as they pass the port.
+MendedReply Mend(std::string body, const std::vector<std::string>& tickers,
+                 const std::function<void(std::string_view)>& leave_out = {});
 
 }  // namespace mirelo::wire

@@ -110,6 +110,15 @@ TEST_F(Run, AsksOnceAndEndsWhereUpdatesAreOff) {
   EXPECT_TRUE(SheetOf(spreadsheet, "Quotes_Vertical(IBM)")->Cells(4, 1)->Value().IsEmpty());
 }
 
+TEST_F(Run, GoesWellThoughTheTableShowsNothingOfItsQuotesAndSaysSo) {
+  quotetracker::Server server;
+  const auto result = RunWith({"--tickers", "MSFT,IBM", "--columns", "Ticker", "--set", "UpdateEvery=0",
+                               "--http-port", std::to_string(server.HttpPort())});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.err, HasSubstr("nothing of them is shown"));
+  EXPECT_THAT(result.err, Not(HasSubstr("no quote came")));
+}
+
 TEST_F(Run, AsksAtThePaceOfTheSettings) {
   quotetracker::Server server;
   const auto result = RunWith({"--tickers", "MSFT", "--set", "Seconds=1", "--for", "3500ms", "--http-port",

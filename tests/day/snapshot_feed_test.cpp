@@ -215,10 +215,8 @@ TEST_F(SnapshotFeed, TakesAQuoteOfNothingForNoneAndTellsItOnce) {
                 ElementsAre(ElementsAre("A", "1", "10", "0", "35"), ElementsAre(kBad, "", "", "", "")));
   }
   EXPECT_THAT(told, ElementsAre("QuoteTracker knows no quote of BAD"));
-  const auto rows = feed->Fetch();
-  ASSERT_TRUE(rows);
-  EXPECT_TRUE(feed->HasQuote(rows->at(0)));
-  EXPECT_FALSE(feed->HasQuote(rows->at(1)));
+  EXPECT_TRUE(feed->HasQuote(0));
+  EXPECT_FALSE(feed->HasQuote(1));
 }
 
 TEST_F(SnapshotFeed, TakesAQuoteOfWhichOneValueIsKnownForOne) {
@@ -229,9 +227,36 @@ TEST_F(SnapshotFeed, TakesAQuoteOfWhichOneValueIsKnownForOne) {
     fields[0] = kBad;
     fields[known] = "5";
     Fetch(Reply({Join(fields, ",")}));
-    EXPECT_TRUE(feed->HasQuote(feed->Fetch()->at(0))) << known;
+    EXPECT_TRUE(feed->HasQuote(0)) << known;
   }
   EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(SnapshotFeed, TakesARecordThatBreaksOffBeforeItSaysAnythingForNoQuote) {
+  Save("ListRight", "Ticker,Last,Date,Time");  // of which the last two are made here
+  Watch({kBad});
+  for (const char* record : {"BAD", "BAD,01/20/2011,", "BAD,01/20/2011,09:30:00,2"}) {
+    Fetch(Reply({record}));
+    EXPECT_FALSE(feed->HasQuote(0)) << record;
+  }
+  Fetch(Reply({"BAD,01/20/2011,09:30:00,26.5,"}));
+  EXPECT_TRUE(feed->HasQuote(0));
+}
+
+TEST_F(SnapshotFeed, CountsQuotesOfWhichNoColumnShowsAnything) {
+  for (const char* columns : {"Ticker", "Ticker,Nonsense"}) {
+    SCOPED_TRACE(columns);
+    Save("ListRight", columns);
+    Watch({"A", kBad, "C"});
+    EXPECT_FALSE(feed->ShowsQuotes());
+    Fetch(Reply({Record("A", "1", "10"), "BAD,,,,,,,,,,,,,,,,,,", "C"}));
+    EXPECT_TRUE(feed->HasQuote(0));
+    EXPECT_FALSE(feed->HasQuote(1));
+    EXPECT_FALSE(feed->HasQuote(2));
+  }
+  Save("ListRight", "Ticker,Time");
+  Watch({"A"});
+  EXPECT_TRUE(feed->ShowsQuotes());
 }
 
 TEST_F(SnapshotFeed, CountsVolumesOnOverAQuoteOfNothing) {

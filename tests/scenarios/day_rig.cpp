@@ -25,6 +25,7 @@ std::int32_t Day::Begin() {
   app::DialogPerson person(wishes, desktop);
   const std::int32_t result = day->ShowDialog();
   EXPECT_FALSE(person.Complained()) << person.Complained()->text;
+  behind_go();
   day->Start();
   return result;
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -68,6 +69,8 @@ class Day : public ::testing::Test {
   app::DialogWishes wishes;
   day::QuoteTrail* trail = nullptr;  // that is followed, if any
   std::vector<std::string> told;     // the day's lines for a person
+  std::function<void()> behind_go = [] {
+  };  // what somebody does between the dialog's Go and the day's beginning
   std::optional<day::WorkingDay> day;
 };
 

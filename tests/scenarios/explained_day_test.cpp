@@ -4,27 +4,39 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "automation/variant.h"
 #include "day/quote_trail.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
 #include "scenarios/day_rig.h"
 #include "support/level1_wire.h"
+#include "support/memory_shortage.h"
 #include "support/recorded_log.h"
 
 namespace mirelo::testing {
 namespace {
 
 using namespace std::chrono_literals;
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using ::testing::StartsWith;
+
+constexpr int kManyQuotes = 300;
 
 class ExplainedDay : public Day {
  protected:
+  ~ExplainedDay() override { day.reset(); }  // before the trail
   ExplainedDay() {
     wishes.tickers = {"MSFT", "IBM"};
     wishes.columns = {"Ticker", "Last", "Volume", "LastVolume", "Time"};
@@ -105,6 +117,11 @@ TEST_F(ExplainedDay, SaysWhatWasAnsweredAndThatNothingIsNew) {
   log.lines.clear();
   Pass(15s);
   EXPECT_THAT(log.lines, Contains("MSFT: nothing is new but the time, so history gets no row"));
+  EXPECT_THAT(log.lines, Contains("MSFT: written to Dovanta2_Quotes!B3:E3; not to its history"))
+      << "the time is written all the same";
+  log.lines.clear();
+  reply = std::nullopt;
+  Pass(15s);
   EXPECT_THAT(log.lines, Not(Contains(HasSubstr("written to"))));
 }
 
@@ -120,6 +137,89 @@ TEST_F(ExplainedDay, SaysThatNothingWasAnswered) {
   reply = "ERROR";
   BeginAsking();
   EXPECT_THAT(log.lines, Contains("MSFT: QuoteTracker was asked and gave no quotes"));
+}
+
+TEST_F(ExplainedDay, SaysThatATickersCellsStayWhereNoQuoteOfItCame) {
+  reply = "OK" + Line("IBM", "160.5", "5");
+  BeginAsking();
+  EXPECT_THAT(log.lines, Contains("MSFT: that is no quote, so what its cells hold stays"));
+  EXPECT_THAT(log.lines, Not(Contains(HasSubstr("MSFT: written"))));
+}
+
+TEST_F(ExplainedDay, SaysWhichRecordsOfAnAnswerNoTickerWasGiven) {
+  reply = "OK" + Line("IBM", "160.5", "5") + Line("MSFT.O", "28", "1") + Line("IBM", "161", "6");
+  BeginAsking();
+  EXPECT_THAT(log.lines,
+              Contains("MSFT: a record that names \"MSFT.O\" is left out, as that was not asked for"));
+  EXPECT_THAT(log.lines,
+              Contains(AllOf(StartsWith("IBM: "), HasSubstr("of the reply in which it is named"))));
+}
+
+TEST_F(ExplainedDay, SaysWhichRowOfATickerThatStandsTwiceGetsItsQuotes) {
+  behind_go = [this] { spreadsheet.Application()->Worksheets()->Item(kTable)->Cells(5, 1)->Value("MSFT"); };
+  BeginStreaming();
+  Deliver(Quote("MSFT", 1));
+  EXPECT_THAT(log.lines,
+              Contains("MSFT: the ticker stands again at Dovanta2_Quotes!B5:E5, which get nothing: a "
+                       "streamed quote goes to its first row"));
+  EXPECT_EQ(Text(kTable, 3, 2), "1");
+  EXPECT_EQ(Text(kTable, 5, 2), "");
+}
+
+TEST_F(ExplainedDay, SaysWhichQuotesAreBeyondTheLimitOfAHistory) {
+  wishes.settings = {{"UpdateEvery", "1"}, {"VerticalTable", "1"}, {"RowsLimit", "2"}};
+  BeginStreaming();
+  std::string quotes;
+  for (int price = 1; price <= 5; ++price) quotes += Quote("MSFT", price);
+  Deliver(quotes);
+  EXPECT_THAT(log.lines,
+              Contains("MSFT: written to Dovanta2_Quotes!B3:E3, the newest of 5 quotes since the last time; "
+                       "history at the foot of Quotes_Vertical(MSFT)!A3:A4, without the 3 oldest of them, "
+                       "which are beyond its limit"));
+  log.lines.clear();
+  Deliver(Quote("MSFT", 6));
+  EXPECT_THAT(log.lines, Contains("MSFT: written to Dovanta2_Quotes!B3:E3; history at the foot of "
+                                  "Quotes_Vertical(MSFT)!A3:A4"));
+}
+
+TEST_F(ExplainedDay, SaysThatNoColumnShowsAnythingOfAQuote) {
+  wishes.columns = {"Ticker", "Bid"};
+  wishes.ticks.clear();
+  BeginStreaming();
+  Deliver(Quote("MSFT", 1));
+  EXPECT_THAT(log.lines, Contains("MSFT: no column of the quote table shows any of it"));
+}
+
+TEST_F(ExplainedDay, SaysThatAQuoteIsInNoCellOfATableOfTickersAlone) {
+  wishes.columns = {"Ticker"};
+  wishes.ticks.clear();
+  BeginStreaming();
+  Deliver(Quote("IBM", 1));
+  EXPECT_EQ(log.lines.back(),
+            "IBM: written to no cell, as the quote table has no column but the ticker's; it has no history");
+}
+
+TEST_F(ExplainedDay, SaysThatAQuoteCouldNotBeWritten) {
+  wishes.settings = {{"UpdateEvery", "1"}, {"VerticalTable", "1"}, {"RowsLimit", "0"}};
+  BeginStreaming();
+  std::string quotes;
+  for (int price = 1; price <= kManyQuotes; ++price) quotes += Quote("MSFT", price);
+  log.lines.reserve(std::size_t{10} * kManyQuotes);
+  {
+    const MemoryShortage shortage(kManyQuotes * sizeof(Variant));  // the block of history
+    winsock.Newest().Deliver(quotes);
+  }
+  EXPECT_THAT(log.lines, Contains("MSFT: it could not be written: Out of memory"));
+  EXPECT_THAT(log.lines, Not(Contains(HasSubstr("written to"))));
+}
+
+// Of quotes that come at once not all have time for a write of their own.
+TEST_F(ExplainedDay, SaysThatTheDayIsOverBeforeAQuoteCouldBeWritten) {
+  BeginStreaming();
+  for (int price = 1; price <= kManyQuotes; ++price) winsock.Newest().Deliver(Quote("MSFT", price));
+  log.lines.clear();
+  day.reset();
+  EXPECT_THAT(log.lines, ElementsAre("MSFT: the day is over before it could be written"));
 }
 
 }  // namespace

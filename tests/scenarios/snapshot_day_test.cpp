@@ -90,6 +90,17 @@ TEST_F(SnapshotDay, AsksAgainAtThePaceOfTheSettings) {
   EXPECT_FALSE(day->IsOver());
 }
 
+TEST_F(SnapshotDay, CountsTheQuotesOfATableOfTickersAloneAndSaysOnceThatNothingIsShown) {
+  wishes.columns = {"Ticker"};
+  wishes.ticks.clear();
+  Begin();
+  EXPECT_EQ(day->Came().Count(), 2);
+  Pass(30s);
+  EXPECT_EQ(day->Came().Count(), 6);
+  EXPECT_THAT(told, ElementsAre(HasSubstr("nothing of them is shown"), "2 quotes", "2 quotes", "2 quotes"));
+  EXPECT_EQ(Text(kTable, 3, 1), "MSFT");
+}
+
 TEST_F(SnapshotDay, IsOverAfterOneUpdateWhereUpdatesAreOff) {
   wishes.settings = {{"UpdateEvery", "0"}};
   wishes.ticks.clear();

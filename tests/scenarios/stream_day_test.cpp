@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 #include <string_view>
@@ -79,6 +80,18 @@ TEST_F(StreamDay, SubscribesTheTickersOfTheTable) {
   EXPECT_EQ(Text(kTable, 1, 1), "Streaming( Alpstein Finance (delayed) )");
   EXPECT_THAT(winsock.Newest().sent, Contains(HasSubstr("<Symbols>MSFT,IBM</Symbols>")));
   EXPECT_EQ(told.back(), "Streaming");
+}
+
+TEST_F(StreamDay, CountsTheQuotesOfATableOfTickersAloneAndSaysOnceThatNothingIsShown) {
+  wishes.columns = {"Ticker"};
+  wishes.ticks.clear();
+  BeginStreaming();
+  EXPECT_EQ(std::ranges::count_if(
+                told, [](const auto& line) { return line.find("nothing of them is shown") != line.npos; }),
+            1);
+  Quote(Of("MSFT").Last(1));
+  EXPECT_EQ(day->Came().Count(), 1);
+  EXPECT_EQ(day->Written(), 1);
 }
 
 TEST_F(StreamDay, WritesAQuoteAtOnce) {

@@ -1,3 +1,5 @@
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -214,6 +216,23 @@ TEST_F(Decoder, PublishesRecordsBeforeOneThatFails) {
   EXPECT_EQ(ErrorNumberOf(Quote("A") + Quote("B") + std::string(Level1Wire().Id(1).Raw("X"))), 9);
   EXPECT_THAT(TakeSymbols(), ElementsAre("A", "B"));
   EXPECT_THAT(TakeSymbols(), IsEmpty());
+}
+
+// For whoever asks what became of them.
+TEST_F(Decoder, TellsWhichRecordsAreLostWithAnError) {
+  std::vector<std::string> lost;
+  stream->Lost.Subscribe([&](std::span<const std::uint8_t> records) {
+    lost.emplace_back(records.begin(), records.end());
+    EXPECT_EQ(CurrentError().Number(), Errors::SubscriptOutOfRange().Number());
+  });
+  const std::string endless = Level1Wire().Symbol("B").Id(1).Raw("NO END").Bytes();
+  EXPECT_EQ(ErrorNumberOf(Quote("A") + endless), 9);
+  EXPECT_THAT(lost, ElementsAre(endless));
+  EXPECT_EQ(ErrorNumberOf(Quote("A") + Level1Wire("XX").Length(-1000).Bytes() + endless), 9);
+  EXPECT_THAT(lost.back(), ::testing::SizeIs(Quote("A").size() + 4 + endless.size()))
+      << "a place before the chunk is its beginning";
+  Deliver(Quote("C"));
+  EXPECT_EQ(lost.size(), 2U);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "support/processor_time.h"
@@ -82,6 +83,21 @@ TEST(QuoteReply, MayBeLongForNothing) {
   EXPECT_EQ(MendAB(lines).body, "OK\r\n" + kNothing + "\r\n" + kNothing);
   EXPECT_EQ(MendAB("OK\r\nA" + std::string(16U << 20, ',')).body.size(), 2 + 2 + 20 + 2 + kNothing.size());
   EXPECT_LT(testing::ProcessorTime() - began, std::chrono::seconds(5));
+}
+
+// For whoever asks what became of them.
+TEST(QuoteReply, TellsOfRecordsThatNoTickerWasGiven) {
+  const auto left_out = [](const std::string& body) {
+    std::vector<std::string> records;
+    Mend(body, {"A", "B"}, [&](std::string_view record) { records.emplace_back(record); });
+    return records;
+  };
+  EXPECT_THAT(left_out("OK\r\n" + kA + "\r\n" + kB), IsEmpty());
+  EXPECT_THAT(left_out("OK\r\n" + kA), IsEmpty());
+  EXPECT_THAT(left_out("OK\r\n" + kA + "\r\nX\r\n" + kA + "\r\n\r\n" + kB + "\r\n"), ElementsAre("X", kA));
+  EXPECT_THAT(left_out("OK\r\n1\r\n2\r\n3\r\n4\r\n5\r\n" + kA + "\r\n" + kB),
+              ElementsAre("1", "2", "3", "4", "5", "\r\n" + kA + "\r\n" + kB))
+      << "some are not looked at";
 }
 
 }  // namespace
