@@ -101,6 +101,12 @@ WorkbookKeeper::WorkbookKeeper(host::MessageLoop& loop, host::Document& document
 
 WorkbookKeeper::~WorkbookKeeper() {
   for (const auto timer : {timer_, waiting_}) loop_.StopTimer(timer);
+  if (!IsSaving()) return;
+  saving_.reset();
+  try {
+    Note("is broken off: what it was to hold may not be in " + file_.string());
+  } catch (const std::exception&) {  // there is no memory to tell of it
+  }
 }
 
 std::string WorkbookKeeper::State() const {

@@ -57,8 +57,8 @@ class WorkbookKeeper {
   // A line for a person: that it could not be saved, that it can be again, and that the last save takes its
   // time. What a handler raises is dropped; saving goes on.
   Event<const std::string&> Status;
-  // For the log: that a save begins and what became of it, each with its number from 1 on. A handler must
-  // raise nothing.
+  // For the log: that a save begins and what became of it, also where it is broken off, each with its number
+  // from 1 on. A handler must raise nothing.
   Event<const std::string&> Noted;
 
  private:

@@ -216,15 +216,19 @@ TEST_F(Keeper, SavesInAFileAgainThatWasRemoved) {
   EXPECT_THAT(told, IsEmpty());
 }
 
-TEST_F(Keeper, BreaksOffWhatItSavesWhenItEnds) {
+TEST_F(Keeper, BreaksOffWhatItSavesWhenItEndsAndNotesIt) {
   std::filesystem::create_directory(inner);
+  std::vector<std::string> noted;
   {
     app::WorkbookKeeper short_one(
         loop, *document, file, [] {}, [](const std::string&) {});
+    short_one.Noted.Subscribe([&](const std::string& line) { noted.push_back(line); });
     short_one.SaveAtIntervals(1h);
     loop.Advance(1h);
     EXPECT_TRUE(short_one.IsSaving());
   }
+  EXPECT_THAT(noted, ElementsAre(StartsWith("save 1 begins"),
+                                 "save 1 is broken off: what it was to hold may not be in " + file.string()));
   EXPECT_EQ(loop.WatchCount(), 0U);
   EXPECT_THAT(ChildrenOf(::getpid()), IsEmpty());
   EXPECT_THAT(std::distance(std::filesystem::directory_iterator(inner), {}), ::testing::Le(1));
@@ -239,7 +243,6 @@ TEST_F(Keeper, SaysThatNothingCouldBeSavedAtAll) {
 class SlowDocument : public host::Document {
  public:
   explicit SlowDocument(ManualLoop& loop) : loop_(loop) {}
-  ~SlowDocument() override { loop_.StopTimer(timer_); }
 
   std::shared_ptr<host::excel::Application> Application() const override { return nullptr; }
   std::vector<std::string> NewLosses() override { return {}; }
@@ -251,11 +254,7 @@ class SlowDocument : public host::Document {
                                            Done done) override {
     if (!can_be_saved_beside) return nullptr;
     ++begun;
-    timer_ = loop_.StartTimer(takes, [this, done = std::move(done)] {
-      ++ended;
-      done(nullptr);
-    });
-    return std::make_unique<host::Saving>();
+    return std::make_unique<SlowSaving>(*this, std::move(done));
   }
 
   bool can_be_saved_beside = true;
@@ -263,11 +262,35 @@ class SlowDocument : public host::Document {
   std::chrono::milliseconds in_place_takes{};
   int begun = 0;
   int ended = 0;
+  int broken_off = 0;
   int saved_in_place = 0;
 
  private:
+  // Breaks off what it saves when it is destroyed, as any does.
+  class SlowSaving : public host::Saving {
+   public:
+    SlowSaving(SlowDocument& document, Done done) : document_(document) {
+      timer_ = document_.loop_.StartTimer(document_.takes, [this, done = std::move(done)] {
+        timer_ = 0;
+        ++document_.ended;
+        const Done last = done;  // it may destroy this
+        last(nullptr);
+      });
+    }
+    ~SlowSaving() override {
+      if (timer_ == 0) return;
+      document_.loop_.StopTimer(timer_);
+      ++document_.broken_off;
+    }
+    SlowSaving(const SlowSaving&) = delete;
+    SlowSaving& operator=(const SlowSaving&) = delete;
+
+   private:
+    SlowDocument& document_;
+    host::MessageLoop::Token timer_ = 0;
+  };
+
   ManualLoop& loop_;
-  host::MessageLoop::Token timer_ = 0;
 };
 
 class SlowKeeper : public ::testing::Test {
@@ -334,6 +357,7 @@ TEST_F(SlowKeeper, WaitsForASaveThatIsUnderWayBeforeTheLastOne) {
   EXPECT_EQ(keeper->SaveAtEnd(), "/day/book.xlsx");
   EXPECT_EQ(document.begun, 2);
   EXPECT_EQ(document.ended, 2);
+  EXPECT_EQ(document.broken_off, 0);
 }
 
 TEST_F(SlowKeeper, WaitsOnWhereSomethingElseOfTheLoopFails) {
