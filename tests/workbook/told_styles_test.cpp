@@ -11,6 +11,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/excel/border.h"
 #include "host/excel/constants.h"
@@ -120,29 +121,76 @@ TEST_F(LongFormats, AreToldByTheirCellsWhereSomethingStandsAtTheirEnd) {
   ExpectSameFormats(history, Spreadsheet::Open(File()));
 }
 
-// A person's file in which a column has a format, and its last cell another one.
-TEST_F(LongFormats, OfAPersonsColumnReachToTheFoot) {
-  const auto format_of = [&](std::string_view rows) {
+// A person's file in which a column has a format, and its last cells formats of their own.
+class PersonsColumn : public LongFormats {
+ protected:
+  // With format 3, "0.00", and these cells, each of a row, a format and a value, if any.
+  struct Cell {
+    std::int32_t row;
+    int format;
+    std::string value;
+  };
+  static Parts FileWith(const std::vector<Cell>& cells) {
+    std::string rows;
+    for (const Cell& cell : cells) {
+      const std::string row = std::to_string(cell.row);
+      const std::string value = cell.value.empty() ? "" : "<v>" + cell.value + "</v>";
+      rows += "<row r=\"" + row + "\"><c r=\"A" + row + "\" s=\"" + std::to_string(cell.format) + "\">" +
+              value + "</c></row>";
+    }
     Parts parts = SmallWorkbook(rows);
     ReplaceIn(parts[kSheetPart], "<sheetData>",
               "<cols><col min=\"1\" max=\"1\" width=\"9\" style=\"3\"/></cols><sheetData>");
-    return SheetOf(Open(parts))->Range("A9")->NumberFormat();
-  };
+    return parts;
+  }
+  // The number format far below.
+  Variant FormatBelow(const std::vector<Cell>& cells) const {
+    return SheetOf(Open(FileWith(cells)))->Range("A999")->NumberFormat();
+  }
+};
+
+TEST_F(PersonsColumn, EndsWhereTheFileTellsItAsThisProgramDoes) {
   const Variant column("0.00");
-  EXPECT_EQ(format_of("<row r=\"4\"><c r=\"A4\" s=\"3\"/></row><row r=\"5\"><c r=\"A5\" s=\"0\"/></row>"),
-            Variant("General"))
-      << "as this program tells an end";
-  EXPECT_EQ(format_of("<row r=\"5\"><c r=\"A5\" s=\"0\"/></row>"), column);
-  EXPECT_EQ(
-      format_of(
-          "<row r=\"4\"><c r=\"A4\" s=\"3\"><v>1</v></c></row><row r=\"5\"><c r=\"A5\" s=\"0\"/></row>"),
-      column);
-  EXPECT_EQ(
-      format_of(
-          "<row r=\"4\"><c r=\"A4\" s=\"3\"/></row><row r=\"5\"><c r=\"A5\" s=\"0\"><v>1</v></c></row>"),
-      column);
-  EXPECT_EQ(format_of("<row r=\"3\"><c r=\"A3\" s=\"3\"/></row><row r=\"5\"><c r=\"A5\" s=\"0\"/></row>"),
-            column);
+  EXPECT_EQ(FormatBelow({{400, 3, ""}, {401, 0, ""}}), Variant("General"));
+  EXPECT_EQ(FormatBelow({{401, 0, ""}}), column);
+  EXPECT_EQ(FormatBelow({{400, 3, "1"}, {401, 0, ""}}), column);
+  EXPECT_EQ(FormatBelow({{400, 3, ""}, {401, 0, "1"}}), column);
+  EXPECT_EQ(FormatBelow({{399, 3, ""}, {401, 0, ""}}), column);
+}
+
+// This program would not tell such an end so: the format is short, or the rest of the column would show.
+TEST_F(PersonsColumn, ReachesToTheFootWhereThisProgramWouldNotEndIt) {
+  EXPECT_EQ(FormatBelow({{4, 3, ""}, {5, 0, ""}}), Variant("0.00"));
+  EXPECT_EQ(FormatBelow({{300, 0, ""}, {400, 3, ""}, {401, 0, ""}}), Variant("0.00"));
+  EXPECT_EQ(FormatBelow({{400, 3, ""}, {401, 2, ""}}), Variant("0.00"));
+  EXPECT_EQ(SheetOf(Open(FileWith({{400, 3, ""}, {401, 2, ""}})))->Range("A999")->Interior()->ColorIndex(),
+            Variant(host::excel::xlColorIndexNone));
+}
+
+TEST_F(PersonsColumn, IsSavedAsItWasWhateverItsLastCellsAre) {
+  for (const std::vector<Cell>& cells : std::vector<std::vector<Cell>>{{{4, 3, ""}, {5, 0, ""}},
+                                                                       {{4, 3, ""}, {5, 2, ""}},
+                                                                       {{400, 3, ""}, {401, 0, ""}},
+                                                                       {{400, 3, ""}, {401, 2, ""}}}) {
+    SCOPED_TRACE(cells.front().row);
+    SCOPED_TRACE(cells.back().format);
+    auto spreadsheet = Open(FileWith(cells));
+    SheetOf(spreadsheet)->Range("C1")->Value(1);  // or the sheet would be kept
+    spreadsheet.Save(File("saved.xlsx"));
+    const std::string sheet = Unzip(BytesOf(File("saved.xlsx"))).at(kSheetPart);
+    const std::string last = std::to_string(cells.back().row);
+    EXPECT_EQ(CountOf("<col ", sheet), 1U);
+    EXPECT_EQ(CountOf("<c r=\"A" + last + "\"", sheet), 1U) << sheet;
+    EXPECT_LE(CountOf("<c r=\"A", sheet), 2U) << sheet;
+    const auto again = SheetOf(Spreadsheet::Open(File("saved.xlsx")));
+    const auto before = SheetOf(Open(FileWith(cells)));
+    for (const std::int32_t row : {1, 4, 5, 6, 399, 400, 401, 402, 999}) {
+      SCOPED_TRACE(row);
+      EXPECT_EQ(again->Cells(row, 1)->NumberFormat(), before->Cells(row, 1)->NumberFormat());
+      EXPECT_EQ(again->Cells(row, 1)->Interior()->ColorIndex(),
+                before->Cells(row, 1)->Interior()->ColorIndex());
+    }
+  }
 }
 
 TEST_F(LongFormats, OfAnyKindAreReadBackAsTheyWere) {

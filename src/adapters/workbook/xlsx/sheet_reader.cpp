@@ -45,6 +45,7 @@ class SheetReader {
       : context_(context),
         xml_(context.package, part, "worksheet"),
         sheet_(sheet),
+        layers_(context.book.styles),
         cells_(context, part, sheet) {}
 
   SheetStanding Read() {

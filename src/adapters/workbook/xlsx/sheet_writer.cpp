@@ -11,7 +11,6 @@
 #include "adapters/workbook/xlsx/comment_writer.h"
 #include "adapters/workbook/xlsx/condition_writer.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
-#include "adapters/workbook/xlsx/told_styles.h"
 #include "adapters/workbook/xlsx/writer_error.h"
 
 namespace mirelo::workbook {
@@ -27,12 +26,8 @@ lxw_col_t ColumnOf(std::int32_t column) { return static_cast<lxw_col_t>(column -
 
 class SheetWriter {
  public:
-  SheetWriter(const Sheet& sheet, lxw_worksheet* worksheet, FormatWriter& formats)
-      : sheet_(sheet),
-        worksheet_(worksheet),
-        formats_(formats),
-        told_(StylesToTell(sheet, formats.styles())),
-        layers_(told_.styles) {
+  SheetWriter(const Sheet& sheet, const ToldStyles& told, lxw_worksheet* worksheet, FormatWriter& formats)
+      : sheet_(sheet), worksheet_(worksheet), formats_(formats), told_(told), layers_(told.styles) {
     for (const auto& rows : layers_.rows()) row_styles_.Set(rows.first, rows.last, rows.style);
   }
 
@@ -199,7 +194,7 @@ class SheetWriter {
   const Sheet& sheet_;
   lxw_worksheet* worksheet_;
   FormatWriter& formats_;
-  ToldStyles told_;
+  const ToldStyles& told_;
   SheetFormats layers_;
   RunMap<StyleId> row_styles_{kRows, kNoStyle};
   std::vector<Row> rows_ = std::vector<Row>(kBandRows);  // of the band being written
@@ -209,8 +204,8 @@ class SheetWriter {
 
 }  // namespace
 
-void WriteSheet(const Sheet& sheet, lxw_worksheet* worksheet, FormatWriter& formats) {
-  SheetWriter(sheet, worksheet, formats).Write();
+void WriteSheet(const Sheet& sheet, const ToldStyles& told, lxw_worksheet* worksheet, FormatWriter& formats) {
+  SheetWriter(sheet, told, worksheet, formats).Write();
 }
 
 }  // namespace mirelo::workbook

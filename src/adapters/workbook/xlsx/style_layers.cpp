@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "adapters/workbook/xlsx/told_styles.h"
+
 namespace mirelo::workbook {
 
 void StyleLayers::SetColumns(std::int32_t first, std::int32_t last, StyleId style) {
@@ -33,19 +35,24 @@ StyleGrid StyleLayers::Build(LoadBudget& budget, const std::string& part) const 
   RunMap<Rows> columns(kColumns, lay(Rows(kRows, kDefaultStyle), rows_));
   for (const auto& [first, last, style] : columns_) columns.Set(first, last, lay(Rows(kRows, style), rows_));
 
+  const auto lay_column = [&](const Rows& base, const ToldColumn& told) {
+    if (MayBeAnEnd(told.before, told.last, base)) {
+      Patches patches = told.patches;
+      patches.push_back({told.last.row + 1, kRows, told.last.style});
+      Rows ended = lay(base, patches);
+      if (IsToldByItsEnd(ended, told.before.row, table_)) return ended;
+    }
+    return lay(base, told.patches);
+  };
   std::vector<RunMap<Rows>::Patch> with_cells;
   for (const auto& [column, told] : cells_) {
-    const Rows& base = columns.At(column);
-    Patches patches = told.patches;
-    if (AreAnEnd(told.before, told.last, base))
-      patches.push_back({told.last.row + 1, kRows, told.last.style});
-    with_cells.push_back({column, column, lay(base, patches)});
+    with_cells.push_back({column, column, lay_column(columns.At(column), told)});
   }
   return StyleGrid(RunMap<Rows>::Overlay(columns, with_cells));
 }
 
 // The first of the two has the column's format, so nobody else would tell it.
-bool StyleLayers::AreAnEnd(const ToldCell& before, const ToldCell& last, const Rows& column) const {
+bool StyleLayers::MayBeAnEnd(const ToldCell& before, const ToldCell& last, const Rows& column) const {
   const bool have_rows_formats_below = !rows_.empty() && rows_.back().last >= before.row;
   return before.is_empty && last.is_empty && last.row == before.row + 1 && last.row < kRows &&
          !have_rows_formats_below && before.style == column.At(kRows) && last.style != before.style;

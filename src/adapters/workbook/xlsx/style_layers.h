@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "adapters/workbook/model/style_grid.h"
+#include "adapters/workbook/model/style_table.h"
 #include "adapters/workbook/xlsx/load_budget.h"
 
 namespace mirelo::workbook {
@@ -15,6 +16,9 @@ namespace mirelo::workbook {
 // upper one.
 class StyleLayers {
  public:
+  // The table must outlive this.
+  explicit StyleLayers(const StyleTable& table) : table_(table) {}
+
   void SetColumns(std::int32_t first, std::int32_t last, StyleId style);
   // Rows in ascending order.
   void SetRow(std::int32_t row, StyleId style);
@@ -46,8 +50,9 @@ class StyleLayers {
     ToldCell before;  // the last cell but one
     ToldCell last;
   };
-  bool AreAnEnd(const ToldCell& before, const ToldCell& last, const Rows& column) const;
+  bool MayBeAnEnd(const ToldCell& before, const ToldCell& last, const Rows& column) const;
 
+  const StyleTable& table_;
   Patches rows_;
   std::map<std::int32_t, ToldColumn> cells_;  // by column
 };

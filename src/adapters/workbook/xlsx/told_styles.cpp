@@ -61,4 +61,9 @@ ToldStyles StylesToTell(const Sheet& sheet, const StyleTable& table) {
   return told;
 }
 
+bool IsToldByItsEnd(const StyleGrid::Rows& rows, std::int32_t last, const StyleTable& table) {
+  const std::optional<Run> run = LongRunAboveTheRest(rows, table);
+  return run && run->last == last;
+}
+
 }  // namespace mirelo::workbook

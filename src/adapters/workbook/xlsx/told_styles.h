@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "adapters/workbook/model/area.h"
@@ -16,10 +17,16 @@ namespace mirelo::workbook {
 // whole column instead, and its end is marked by two empty cells at the column's foot: the last cell that has
 // the format, and the one below it, with the format of all the rest. StyleLayers reads these two as a mark;
 // to other programs the format reaches down to the sheet's foot.
+//
+// A person's file may hold two such cells that are no mark. So only those are read as one that this would
+// write: then the file is saved as it was, and all cells look as they did.
 struct ToldStyles {
   StyleGrid styles;              // with such formats going on below their marks
   std::vector<CellPlace> lasts;  // the upper cell of each mark
 };
 ToldStyles StylesToTell(const Sheet& sheet, const StyleTable& table);
+
+// Whether a format of a column that is empty from `last` on would be told so, with its end there.
+bool IsToldByItsEnd(const StyleGrid::Rows& rows, std::int32_t last, const StyleTable& table);
 
 }  // namespace mirelo::workbook

@@ -56,13 +56,18 @@ Workbook NewWorkbook(const Sheets& sheets, const std::filesystem::path& file) {
   return workbook;
 }
 
+// Of each sheet.
+std::vector<ToldStyles> StylesToTellOf(const Sheets& sheets, const StyleTable& styles) {
+  std::vector<ToldStyles> told;
+  told.reserve(sheets.size());
+  for (const auto& sheet : sheets) told.push_back(StylesToTell(*sheet, styles));
+  return told;
+}
+
 // So that what is saved can be loaded again. The result is how many cells are written for their format.
-std::int64_t CheckFormattedCells(const Sheets& sheets, const StyleTable& styles) {
+std::int64_t CheckFormattedCells(const std::vector<ToldStyles>& styles) {
   std::int64_t count = 0;
-  for (const auto& sheet : sheets) {
-    const ToldStyles told = StylesToTell(*sheet, styles);
-    count += SheetFormats(told.styles).CountExceptions();
-  }
+  for (const ToldStyles& told : styles) count += SheetFormats(told.styles).CountExceptions();
   if (count > static_cast<std::int64_t>(LoadLimits().blank_cells))
     throw Refused("Too many cells of the workbook are formatted to be saved.");
   return count;
@@ -107,16 +112,17 @@ void WriteProperties(lxw_workbook* workbook, DocumentProperties properties) {
   CheckWriter(workbook_set_properties(workbook, &fields));
 }
 
-void WriteFile(const Book& book, const Sheets& sheets, bool has_chart_sheets,
-               const std::filesystem::path& file) {
+void WriteFile(const Book& book, const Sheets& sheets, const std::vector<ToldStyles>& styles,
+               bool has_chart_sheets, const std::filesystem::path& file) {
   Workbook workbook = NewWorkbook(sheets, file);
   FormatWriter formats(workbook.get(), book.styles);
-  for (const auto& sheet : sheets) {
+  for (std::size_t i = 0; i < sheets.size(); ++i) {
+    const auto& sheet = sheets[i];
     lxw_worksheet* worksheet = workbook_add_worksheet(workbook.get(), sheet->name.c_str());
     if (worksheet == nullptr) throw Refused("The sheet \"" + sheet->name + "\" cannot be written.");
     if (sheet == book.FrontSheet()) worksheet_activate(worksheet);
     if (sheet->hidden) worksheet_hide(worksheet);
-    WriteSheet(*sheet, worksheet, formats);
+    WriteSheet(*sheet, styles[i], worksheet, formats);
     ReserveCharts(*sheet, workbook.get(), worksheet);
   }
   if (has_chart_sheets) ReserveChartSheets(book, workbook.get());
@@ -126,9 +132,10 @@ void WriteFile(const Book& book, const Sheets& sheets, bool has_chart_sheets,
 
 void Write(const Book& book, const Sheets& sheets, const ChartSheets& chart_sheets,
            const std::filesystem::path& file) {
-  const std::int64_t formatted = CheckFormattedCells(sheets, book.styles);
+  const std::vector<ToldStyles> styles = StylesToTellOf(sheets, book.styles);
+  const std::int64_t formatted = CheckFormattedCells(styles);
   CheckCharts(sheets, chart_sheets);
-  InWriterProcess([&] { WriteFile(book, sheets, !chart_sheets.empty(), file); },
+  InWriterProcess([&] { WriteFile(book, sheets, styles, !chart_sheets.empty(), file); },
                   PatienceFor(sheets, formatted));
   WriteCharts(book, sheets, chart_sheets, file);
 }
