@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <poll.h>
+#include <sys/ptrace.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/types.h>
@@ -229,6 +230,78 @@ TEST(ProcessCopy, EndsOnlyWithTheCopiesThatItHasMadeOfItself) {
   std::error_code gone;
   const std::filesystem::directory_iterator open_ones("/proc/" + inner_process + "/fd", gone);
   EXPECT_EQ(std::distance(open_ones, {}), 0);
+}
+
+// A process in the midst of a call that cannot be broken off, as of a disk that does not answer: to whoever
+// has started it, one that another process watches over looks the same. It ends only when that lets go of it.
+class Undying {
+ public:
+  explicit Undying(pid_t process)
+      : watcher_([process](const ChildProcess::Test& test) {
+          test.Report(::ptrace(PTRACE_SEIZE, process, nullptr, nullptr) == 0 ? 1 : 0);
+          std::int32_t number = 0;
+          test.Await(number);
+        }) {
+    std::int32_t number = 0;
+    is_watched_ = watcher_.Read(number) && number == 1;
+  }
+
+  bool IsWatched() const { return is_watched_; }
+  void LetGo() {
+    watcher_.Kill();
+    watcher_.Finish();
+  }
+
+ private:
+  ChildProcess watcher_;
+  bool is_watched_ = false;
+};
+
+void StandStill(const ProcessCopy::Line& line) {
+  line.Send('x', std::to_string(::getpid()));
+  ::pause();
+}
+
+TEST(ProcessCopy, IsLeftBehindWhereItCannotBeEndedAndForgottenWhenItHasEnded) {
+  if (!ProcessCopy::CanBeMade()) GTEST_SKIP() << "beside other threads no process is started at all";
+  const auto start = std::chrono::steady_clock::now();
+  ProcessCopy copy(StandStill);
+  const pid_t process = std::stoi(FirstOf(copy));
+  Undying undying(process);
+  if (!undying.IsWatched()) GTEST_SKIP() << "no process may watch over another one here";
+  EXPECT_FALSE(copy.Kill(100ms));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, ProcessCopy::kLongestEnd);
+  undying.LetGo();
+  EXPECT_THAT(ChildrenOf(::getpid()), ElementsAre(process)) << "it has ended, and nobody has asked for that";
+  ProcessCopy(StandStill).Kill();
+  EXPECT_THAT(ChildrenOf(::getpid()), IsEmpty());
+}
+
+TEST(ProcessCopy, WaitsNoLongerForACopyThatItHasMadeOfItself) {
+  if (!ProcessCopy::CanBeMade()) GTEST_SKIP() << "beside other threads no process is started at all";
+  ProcessCopy outer([](const ProcessCopy::Line& line) {
+    if (::fork() == 0) StandStill(line);  // not one that ends with it
+    ::pause();
+  });
+  const pid_t inner = std::stoi(FirstOf(outer));
+  EXPECT_FALSE(outer.Kill(100ms));
+  EXPECT_THAT(ChildrenOf(::getpid()), IsEmpty());
+  ::kill(inner, SIGKILL);
+}
+
+TEST_F(SavingBeside, IsLeftBehindWhereItsProcessCannotBeEndedWhichIsTold) {
+  TakeOneWithALoss();
+  document = files.Open(File());
+  Write("new");
+  Begin();
+  Undying undying(Copy());
+  if (!undying.IsWatched()) GTEST_SKIP() << "no process may watch over another one here";
+  saving.reset();
+  EXPECT_THAT(told, ElementsAre(HasSubstr("cannot be ended, as where a disk does not answer")));
+  undying.LetGo();
+  Begin();
+  FinishWell();
+  EXPECT_EQ(Saved(), Variant("new"));
 }
 
 // The program that is killed, with what it was saving.

@@ -18,6 +18,8 @@
 #include <cstring>
 #include <filesystem>
 #include <iterator>
+#include <new>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -33,6 +35,8 @@ using std::chrono::steady_clock;
 namespace {
 
 constexpr milliseconds kStepOfWaiting{100};
+constexpr std::chrono::microseconds kFirstStep{50};
+constexpr std::chrono::microseconds kLastStep{10'000};
 constexpr std::uint32_t kLongestMessage = 16U << 20;
 constexpr std::size_t kHead =
     1 + sizeof(std::uint32_t);  // of a message: its kind, and the length of its text
@@ -105,6 +109,19 @@ void CloseAllBut(std::vector<int> kept) {
   ::_exit(0);
 }
 
+// Copies that could not be ended in time.
+std::vector<pid_t> left_behind;
+
+void LeaveBehind(pid_t copy) try {
+  left_behind.push_back(copy);
+} catch (const std::bad_alloc&) {  // its number stays taken until this process ends
+}
+
+// The system keeps the number of a process that has ended until somebody has asked for it.
+void ForgetEnded() {
+  std::erase_if(left_behind, [](pid_t copy) { return ::waitpid(copy, nullptr, WNOHANG) != 0; });
+}
+
 // The address sanitizer's allocator may be held by another thread when the process is copied, and then stands
 // still in the copy for ever. The library of C sees to that itself.
 #if defined(__SANITIZE_ADDRESS__)
@@ -135,6 +152,7 @@ void ProcessCopy::Line::AwaitAnswer() const {
 }
 
 ProcessCopy::ProcessCopy(const std::function<void(const Line&)>& work) {
+  ForgetEnded();
   auto [own, others] = NewLine();
   line_ = std::move(own);
   const Line line(std::move(others));
@@ -146,11 +164,19 @@ ProcessCopy::ProcessCopy(const std::function<void(const Line&)>& work) {
 }
 
 ProcessCopy::~ProcessCopy() {
-  if (copy_ >= 0 && ::waitpid(copy_, nullptr, WNOHANG) == 0) {
+  if (!was_killed_) Kill();
+}
+
+bool ProcessCopy::Kill(milliseconds patience) {
+  was_killed_ = true;
+  ForgetEnded();
+  const Time until = steady_clock::now() + patience;
+  if (copy_ >= 0 && !Wait(Time()) && copy_ >= 0) {
     ::kill(copy_, SIGKILL);
-    Wait();
+    Wait(until);
   }
-  AwaitEndOfAll();
+  if (copy_ >= 0) LeaveBehind(copy_);
+  return AwaitEndOfAll(until) && copy_ < 0;
 }
 
 bool ProcessCopy::CanBeMade() {
@@ -194,28 +220,39 @@ std::optional<ProcessCopy::Message> ProcessCopy::Next() {
 void ProcessCopy::Answer() const { SendAll(line_.number(), {&kAnswer, 1}); }
 
 std::string ProcessCopy::End() {
-  const std::optional<int> status = Wait();
+  const std::optional<int> status = Wait(steady_clock::now() + kLongestEnd);
   if (!status) return "no more is known";
   if (WIFSIGNALED(*status)) return std::string("signal ") + std::to_string(WTERMSIG(*status));
   return "exit code " + std::to_string(WEXITSTATUS(*status));
 }
 
-// Nothing where somebody else knows of its end already.
-std::optional<int> ProcessCopy::Wait() {
-  const pid_t copy = std::exchange(copy_, -1);
+// Nothing where it has not ended by then, or somebody else knows of its end already. It is looked for in
+// short steps, since the system waits for ever or not at all.
+std::optional<int> ProcessCopy::Wait(Time until) {
+  if (copy_ < 0) return std::nullopt;
   int status = 0;
-  while (::waitpid(copy, &status, 0) < 0) {
-    if (errno != EINTR) return std::nullopt;
+  pid_t ended = ::waitpid(copy_, &status, WNOHANG);
+  for (auto step = kFirstStep; ended == 0 && steady_clock::now() < until;
+       step = std::min(2 * step, kLastStep)) {
+    std::this_thread::sleep_for(step);
+    ended = ::waitpid(copy_, &status, WNOHANG);
   }
-  return status;
+  if (ended != 0) copy_ = -1;
+  return ended > 0 ? std::optional(status) : std::nullopt;
 }
 
-// A copy of the copy ends with it, but a moment later.
-void ProcessCopy::AwaitEndOfAll() {
+// A copy of the copy ends with it, but a moment later. False where one has not ended by then.
+bool ProcessCopy::AwaitEndOfAll(Time until) const {
   std::array<char, 4096> piece;
-  ssize_t count = 0;
-  do count = ::recv(line_.number(), piece.data(), piece.size(), 0);
-  while (count > 0 || (count < 0 && errno == EINTR));
+  for (;;) {
+    const ssize_t count = ::recv(line_.number(), piece.data(), piece.size(), MSG_DONTWAIT);
+    if (count > 0 || (count < 0 && errno == EINTR)) continue;
+    if (count == 0 || (errno != EAGAIN && errno != EWOULDBLOCK)) return true;
+    const auto left = std::chrono::ceil<milliseconds>(until - steady_clock::now());
+    if (left <= milliseconds(0)) return false;
+    pollfd end{line_.number(), POLLIN, 0};
+    ::poll(&end, 1, static_cast<int>(left.count()));
+  }
 }
 
 }  // namespace mirelo::workbook

@@ -46,7 +46,7 @@ class ProcessCopy {
   // `work` runs in the copy, and must not raise anything. Raises 7 when there is no memory for the copy, and
   // 1004 when no process can be started.
   explicit ProcessCopy(const std::function<void(const Line&)>& work);
-  // Ends it, and whatever copies it has made of itself.
+  // As Kill, with kLongestEnd.
   ~ProcessCopy();
   ProcessCopy(const ProcessCopy&) = delete;
   ProcessCopy& operator=(const ProcessCopy&) = delete;
@@ -70,12 +70,24 @@ class ProcessCopy {
   // How it ended, in a few words; to be called when nothing more will come.
   std::string End();
 
+  // Ends it wherever it is, and whatever copies it has made of itself, and waits until they have gone: they
+  // write nothing any more, and what they held is free. A process that waits for a disk which does not answer
+  // cannot be ended before the disk answers. Such a one is left behind after `patience`, and the result is
+  // false: it does nothing of its own any more, but what it has asked of the disk last may still be done, and
+  // until then it keeps its locks. Later objects of this class see to it that no trace of it stays. To be
+  // called once; nothing else may be called behind it.
+  bool Kill(std::chrono::milliseconds patience = kLongestEnd);
+  static constexpr std::chrono::milliseconds kLongestEnd{3000};
+
  private:
-  std::optional<int> Wait();
-  void AwaitEndOfAll();
+  using Time = std::chrono::steady_clock::time_point;
+
+  std::optional<int> Wait(Time until);
+  bool AwaitEndOfAll(Time until) const;
 
   Descriptor line_;
-  pid_t copy_ = -1;
+  pid_t copy_ = -1;  // until it was waited for
+  bool was_killed_ = false;
   std::string received_;
 };
 

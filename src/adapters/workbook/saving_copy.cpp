@@ -28,6 +28,10 @@ enum Said : char {
   kFailed = 'f',  // the error
 };
 
+constexpr const char* kLeftBehind =
+    "The process that saves it cannot be ended, as where a disk does not answer, and is left behind; what it "
+    "has asked of the disk last may still be done.";
+
 // Both processes are one program.
 static_assert(std::is_trivially_copyable_v<FileStamp>);
 
@@ -85,7 +89,11 @@ SavingCopy::SavingCopy(host::MessageLoop& loop, Spreadsheet& spreadsheet, Place 
       done_(std::move(done)) {}
 
 SavingCopy::~SavingCopy() {
-  if (copy_ != nullptr) BreakOff();
+  if (copy_ == nullptr || BreakOff()) return;
+  try {
+    tell_(kLeftBehind);
+  } catch (const std::exception&) {  // nobody is left to tell
+  }
 }
 
 // Who is told may run the loop.
@@ -101,7 +109,8 @@ void SavingCopy::Hear() {
                     "). Memory may be short.");
   } catch (const std::exception&) {
     end_.failure = std::current_exception();
-    BreakOff();
+    if (!BreakOff())
+      end_.failure = std::make_exception_ptr(Refused(CurrentError().Description() + " " + kLeftBehind));
   }
   Finish();
 }
@@ -137,27 +146,36 @@ void SavingCopy::Take(const ProcessCopy::Message& message) {
   }
 }
 
-// The disk has just answered, so this process may turn to it.
+// The disk has just answered, so this process may turn to it, unless one was left behind.
 void SavingCopy::Finish() {
   loop_.Unwatch(watch_);
   copy_.reset();
   spreadsheet_.TakeOver(notes_);
+  if (is_left_behind_) return Report();
   if (!end_.failure || (placing_.IsOfAFile() && placing_ == FileStamp(place_.file))) end_.stamp = placing_;
   if (!end_.failure) spreadsheet_.WasSavedIn(place_.file);
   FileHold::TakeAgain();
+  Report();
+}
+
+void SavingCopy::Report() {
   const auto done = std::move(done_);
   const End end = std::move(end_);
   done(end);
 }
 
-void SavingCopy::BreakOff() {
+// False where it is left behind: then this process does not turn to the disk either.
+bool SavingCopy::BreakOff() {
   loop_.Unwatch(watch_);
+  is_left_behind_ = !copy_->Kill();
   copy_.reset();
+  if (is_left_behind_) return false;
   try {
     const FileHold hold(place_.file);
     if (hold.IsLocked()) RemoveLeftovers(hold.target());
   } catch (const std::exception&) {  // the next one who gets the hold does
   }
+  return true;
 }
 
 }  // namespace mirelo::workbook

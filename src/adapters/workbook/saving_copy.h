@@ -19,7 +19,8 @@ namespace mirelo::workbook {
 // The copy saves as Spreadsheet::Save does, and lets the file writer run in a process of its own, too. It
 // waits until each loss was told here, so that a person knows before the file changes. It shares this
 // process's hold on the file, and ends when this process ends: so nobody else gets the hold while the copy
-// could still put a file in place. Where it breaks off, what it left is removed from here.
+// could still put a file in place. Where it breaks off, what it left is removed from here. Where it does not
+// even end (see ProcessCopy::Kill), it is left behind, and that is told.
 class SavingCopy : public host::Saving {
  public:
   struct Place {
@@ -45,7 +46,8 @@ class SavingCopy : public host::Saving {
   void Hear();
   void Take(const ProcessCopy::Message& message);
   void Finish();
-  void BreakOff();
+  void Report();
+  bool BreakOff();
 
   host::MessageLoop& loop_;
   Spreadsheet& spreadsheet_;
@@ -57,6 +59,7 @@ class SavingCopy : public host::Saving {
   Spreadsheet::LossNotes notes_;
   FileStamp placing_;  // of what was about to be put in place
   bool has_reported_ = false;
+  bool is_left_behind_ = false;
   End end_;
 };
 

@@ -14,6 +14,13 @@ namespace {
 constexpr char kDone = 'd';
 constexpr char kWritingFailed = 'f';
 
+constexpr const char* kEnded =
+    "The workbook cannot be written: the file writer stood still and was ended. The disk may not answer.";
+constexpr const char* kWriterLeftBehind =
+    "The workbook cannot be written: the file writer stood still and cannot be ended, so it is left behind. "
+    "The "
+    "disk does not answer.";
+
 void WriteAndReport(const std::function<void()>& write, const ProcessCopy::Line& line) {
   try {
     write();
@@ -29,10 +36,7 @@ void InWriterProcess(const std::function<void()>& write, std::chrono::millisecon
   if (!ProcessCopy::CanBeMade()) return write();
   ProcessCopy copy([&](const ProcessCopy::Line& line) { WriteAndReport(write, line); });
   do {
-    if (!copy.Await(patience))
-      throw Refused(
-          "The workbook cannot be written: the file writer stood still and was ended. The disk may not "
-          "answer.");
+    if (!copy.Await(patience)) throw Refused(copy.Kill() ? kEnded : kWriterLeftBehind);
   } while (copy.Receive());
   const std::string end = copy.End();
   const auto report = copy.Next();
