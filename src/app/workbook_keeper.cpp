@@ -149,8 +149,8 @@ void WorkbookKeeper::Save() {
 
 void WorkbookKeeper::BeginToSave() {
   is_due_again_ = false;
-  before_saving_();
   ++saves_;
+  before_saving_();
   Note("begins, with all that has been written until now");
   if (manner_ == Manner::kBeside) {
     saving_since_ = TimeNow();

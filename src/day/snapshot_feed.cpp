@@ -144,7 +144,11 @@ std::optional<QuoteRows> SnapshotFeed::Fetch() {
   TellUnasked();
   has_quote_.assign(tickers_.size(), false);
   left_out_.clear();
-  if (asked_.empty()) return QuoteRows(tickers_.size(), QuoteRow(columns_.size()));
+  if (asked_.empty()) {
+    QuoteRows rows(tickers_.size(), QuoteRow(columns_.size()));
+    if (trail_ != nullptr) NoteCame(rows, {});
+    return rows;
+  }
 
   replies_.TakeFlaws();
   const Variant volumes = facade_.masPrevVolume();

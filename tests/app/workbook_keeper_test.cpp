@@ -164,6 +164,17 @@ TEST_F(Keeper, NotesOfEachSaveWhatBecameOfIt) {
                           StartsWith("save 2 begins"), "save 2 is in " + (inner / "book-1.xlsx").string()));
 }
 
+TEST_F(Keeper, NotesASaveThatFailsBeforeItBeginsByANumberOfItsOwn) {
+  std::filesystem::create_directory(inner);
+  std::vector<std::string> noted;
+  keeper.Noted.Subscribe([&](const std::string& line) { noted.push_back(line); });
+  keeper.SaveAtStart();
+  meanwhile = [] { throw RuntimeError(1004, "no table"); };
+  keeper.SaveNow();
+  EXPECT_THAT(noted, ElementsAre(StartsWith("save 1 begins"), StartsWith("save 1 is in "),
+                                 "save 2 failed: no table"));
+}
+
 // Nobody could list the folder, so its names cannot be synced; the files in it can.
 TEST_F(Keeper, StaysWithItsFileInAFolderThatMayBeWrittenButNotRead) {
   std::filesystem::create_directory(inner);

@@ -155,6 +155,12 @@ TEST_F(Trail, EndsAtAConnectionThatTheFeedEnds) {
   EXPECT_THAT(log.lines, ElementsAre(StartsWith("MSFT: 18 bytes in which it is named waited")));
 }
 
+TEST_F(Trail, EndsAtAConnectionThatThePeerEndsInTheMidstOfARecord) {
+  Deliver(Record("MSFT", 1).substr(0, 15));
+  sockets.Newest().Drop();
+  EXPECT_THAT(log.lines, ElementsAre(AllOf(StartsWith("MSFT: "), HasSubstr("in which it is named waited"))));
+}
+
 TEST_F(Trail, SaysNothingOfAConnectionThatEndsInOrder) {
   Deliver(Record("IBM", 1));
   feed.Stop();

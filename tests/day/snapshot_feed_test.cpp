@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "automation/text.h"
+#include "day/quote_trail.h"
 #include "support/facade_test.h"
+#include "support/recorded_log.h"
 #include "wire/mended_replies.h"
 
 namespace mirelo::testing {
@@ -257,6 +259,16 @@ TEST_F(SnapshotFeed, CountsQuotesOfWhichNoColumnShowsAnything) {
   Save("ListRight", "Ticker,Time");
   Watch({"A"});
   EXPECT_TRUE(feed->ShowsQuotes());
+}
+
+TEST_F(SnapshotFeed, ExplainsThatATickerCannotBeAskedForThoughNoneCan) {
+  RecordedLog log;
+  const day::QuoteTrail trail(log, {"A(1)"});
+  Watch({"A(1)"});
+  feed->Follow(trail);
+  Fetch("");
+  EXPECT_THAT(log.lines, ElementsAre("A(1): it cannot be asked for, as a ticker holds no comma or bracket"));
+  feed.reset();
 }
 
 TEST_F(SnapshotFeed, CountsVolumesOnOverAQuoteOfNothing) {
