@@ -55,23 +55,24 @@ class ArgumentsInOrder {
   std::vector<Variant> values_;
 };
 
-Variant CallMember(Object& object, const Member& member, Arguments& arguments);
-void PutMember(Object& object, const Member& member, const Member::Put& put, const Variant& value,
+Variant CallMember(const ObjectPtr& object, const Member& member, Arguments& arguments);
+void PutMember(const ObjectPtr& object, const Member& member, const Member::Put& put, const Variant& value,
                Arguments& arguments);
 
 bool ArgumentsAreForItsValue(const Member& member, const Arguments& arguments) {
   return member.kind == Member::Kind::kProperty && member.parameters.empty() && !arguments.empty();
 }
 
-Variant ValueOf(Object& object, const Member& member) {
+Variant ValueOf(const ObjectPtr& object, const Member& member) {
   Arguments none;
   return CallMember(object, member, none);
 }
 
-MemberId DefaultMemberOf(const Class& table) {
+const Member& DefaultMemberOf(const ObjectPtr& object) {
+  const Class& table = ClassOf(Referred(object.get()));
   const auto id = table.Default();
   if (!id) throw Errors::MemberNotFound();
-  return *id;
+  return table.At(*id);
 }
 
 // What a property holds has elements only where it may be an array: error 450, else 13 for one that is none.
@@ -93,25 +94,24 @@ auto& ElementAt(AnArray& array, const Arguments& indexes) {
 
 Variant ElementOf(const Member& member, const Variant& value, Arguments& arguments) {
   if (!value.IsObject()) return ElementAt(ArrayIn(member, value), arguments);
-  Object& held = Referred(value.AsObject().get());
-  const Class& table = ClassOf(held);
-  return CallMember(held, table.At(DefaultMemberOf(table)), arguments);
+  return CallMember(value.AsObject(), DefaultMemberOf(value.AsObject()), arguments);
 }
 
-void PutElement(Object& object, const Member& member, const Variant& value, Arguments& arguments) {
+// An object is assigned by what its name alone stands for.
+void PutDefault(const ObjectPtr& object, const Variant& value, Arguments& arguments) {
+  const Member& assigned = DefaultMemberOf(object);
+  PutMember(object, assigned, assigned.let, value, arguments);
+}
+
+void PutElement(const ObjectPtr& object, const Member& member, const Variant& value, Arguments& arguments) {
   Variant whole = ValueOf(object, member);
-  if (whole.IsObject()) {
-    Object& held = Referred(whole.AsObject().get());
-    const Class& table = ClassOf(held);
-    const Member& element = table.At(DefaultMemberOf(table));
-    return PutMember(held, element, element.let, value, arguments);
-  }
+  if (whole.IsObject()) return PutDefault(whole.AsObject(), value, arguments);
   if (member.let == nullptr) throw Errors::MemberNotFound();
   ElementAt(ArrayIn(member, whole), arguments) = value;
   member.let(object, {}, whole);
 }
 
-Variant CallMember(Object& object, const Member& member, Arguments& arguments) {
+Variant CallMember(const ObjectPtr& object, const Member& member, Arguments& arguments) {
   if (member.get == nullptr) throw Errors::MemberNotFound();
   if (ArgumentsAreForItsValue(member, arguments)) {
     return ElementOf(member, ValueOf(object, member), arguments);
@@ -120,12 +120,21 @@ Variant CallMember(Object& object, const Member& member, Arguments& arguments) {
   return member.get(object, in_order.values());
 }
 
-void PutMember(Object& object, const Member& member, const Member::Put& put, const Variant& value,
+void PutMember(const ObjectPtr& object, const Member& member, const Member::Put& put, const Variant& value,
                Arguments& arguments) {
   if (ArgumentsAreForItsValue(member, arguments)) return PutElement(object, member, value, arguments);
   if (put == nullptr) throw Errors::MemberNotFound();
   ArgumentsInOrder in_order(member, arguments);
   put(object, in_order.values(), value);
+}
+
+// Assigns the property, or sets its reference, or assigns the object that it always holds.
+void LetMember(const ObjectPtr& object, const Member& member, const Variant& value, Arguments& arguments) {
+  const Member::Put& put = member.let != nullptr ? member.let : member.set;
+  const bool holds_an_object = member.kind == Member::Kind::kProperty && member.type == ValueType::kObject;
+  if (put != nullptr || !holds_an_object) return PutMember(object, member, put, value, arguments);
+  Arguments none;
+  PutDefault(CallMember(object, member, arguments).AsObject(), value, none);
 }
 
 }  // namespace
@@ -163,7 +172,7 @@ std::size_t AutomationObject::PlaceOf(MemberId member, std::string_view paramete
 Variant AutomationObject::Call(MemberId member, Arguments& arguments) {
   const auto object = object_;
   const Member& called = class_.At(member);
-  return RaisingRuntimeErrors([&] { return CallMember(*object, called, arguments); });
+  return RaisingRuntimeErrors([&] { return CallMember(object, called, arguments); });
 }
 
 Variant AutomationObject::Get(MemberId member, Arguments arguments) {
@@ -174,18 +183,20 @@ Variant AutomationObject::Get(MemberId member, Arguments arguments) {
 void AutomationObject::Let(MemberId member, const Variant& value, Arguments arguments) {
   const auto object = object_;
   const Member& assigned = class_.At(member);
-  const Member::Put& put = assigned.let != nullptr ? assigned.let : assigned.set;
-  RaisingRuntimeErrors([&] { PutMember(*object, assigned, put, value, arguments); });
+  RaisingRuntimeErrors([&] { LetMember(object, assigned, value, arguments); });
 }
 
 void AutomationObject::Set(MemberId member, const Variant& value, Arguments arguments) {
   if (!value.IsObject()) throw Errors::ObjectRequired();
   const auto object = object_;
   const Member& assigned = class_.At(member);
-  RaisingRuntimeErrors([&] { PutMember(*object, assigned, assigned.set, value, arguments); });
+  RaisingRuntimeErrors([&] { PutMember(object, assigned, assigned.set, value, arguments); });
 }
 
-Variant AutomationObject::Value(Arguments arguments) { return Call(DefaultMemberOf(class_), arguments); }
+Variant AutomationObject::Value(Arguments arguments) {
+  const auto object = object_;
+  return RaisingRuntimeErrors([&] { return CallMember(object, DefaultMemberOf(object), arguments); });
+}
 
 std::shared_ptr<Enumeration> AutomationObject::NewEnum() {
   const auto id = class_.Enumeration();

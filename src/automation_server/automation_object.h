@@ -69,8 +69,9 @@ class AutomationObject {
   // As Call, for properties alone.
   Variant Get(MemberId member, Arguments arguments = {});
 
-  // Assigns a property. A reference is set then, for clients that write both alike. With arguments the
-  // element of the array, or of the object, that the property holds.
+  // Assigns a property, or sets its reference, for clients that write both alike, or assigns the default
+  // member of the object that it always holds. With arguments to a property that takes none the element of
+  // the array, or of the object, that it holds.
   void Let(MemberId member, const Variant& value, Arguments arguments = {});
   // Sets a property that holds a reference. Error 424 for a value that is none.
   void Set(MemberId member, const Variant& value, Arguments arguments = {});

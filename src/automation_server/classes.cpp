@@ -1,21 +1,37 @@
 #include "automation_server/classes.h"
 
-#include <array>
 #include <typeindex>
 #include <typeinfo>
 #include <unordered_map>
+#include <vector>
 
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "automation_server/excel/tables.h"
 #include "automation_server/tables.h"
 
 namespace mirelo::automation_server {
 
 std::span<const Class> Classes() {
-  static const std::array<Class, 8> tables{FacadeClass(),        StreamClass(),      QuoteClass(),
-                                           QuotesClass(),        TickerStateClass(), TickerStatesClass(),
-                                           SettingsStoreClass(), TransferClass()};
-  return tables;
+  static const std::vector<Class> classes = [] {
+    std::vector<Class> all;
+    all.push_back(FacadeClass());
+    all.push_back(StreamClass());
+    all.push_back(QuoteClass());
+    all.push_back(QuotesClass());
+    all.push_back(TickerStateClass());
+    all.push_back(TickerStatesClass());
+    all.push_back(SettingsStoreClass());
+    all.push_back(TransferClass());
+    excel::AddProgramClasses(all);
+    excel::AddSheetClasses(all);
+    excel::AddFormatClasses(all);
+    excel::AddShapeClasses(all);
+    excel::AddChartClasses(all);
+    excel::AddChartPartClasses(all);
+    return all;
+  }();
+  return classes;
 }
 
 const Class* ClassNamed(std::string_view name) {

@@ -119,6 +119,17 @@ struct Crossing<std::shared_ptr<T>> {
   static Variant To(std::shared_ptr<T> value) { return Variant(std::move(value)); }
 };
 
+// An object that the member uses but does not keep: never null.
+template <std::derived_from<Object> T>
+struct Crossing<T> {
+  static constexpr ValueType kType = ValueType::kObject;
+  static std::shared_ptr<T> From(const Variant& value) {
+    auto object = Crossing<std::shared_ptr<T>>::From(value);
+    Referred(object.get());
+    return object;
+  }
+};
+
 // Texts that a member fills in. What stood in the argument before does not matter. An unallocated array
 // crosses as one without elements.
 template <>
@@ -150,7 +161,7 @@ class Passing {
 
 // What the member may change goes back once it has returned.
 template <class T>
-requires(!std::is_const_v<T>) class Passing<T&> {
+requires(!std::is_const_v<T> && !std::derived_from<T, Object>) class Passing<T&> {
  public:
   static constexpr bool kByReference = true;
 
@@ -161,6 +172,19 @@ requires(!std::is_const_v<T>) class Passing<T&> {
  private:
   Variant* argument_;
   T value_;
+};
+
+template <std::derived_from<Object> T>
+class Passing<T&> {
+ public:
+  static constexpr bool kByReference = false;
+
+  explicit Passing(Variant& argument) : object_(Crossing<T>::From(argument)) {}
+  T& Value() { return *object_; }
+  void GiveBack() {}
+
+ private:
+  std::shared_ptr<T> object_;
 };
 
 // A variant is the member's at once, so that the caller has it changed also when the member fails then.

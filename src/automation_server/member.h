@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -23,10 +24,13 @@ struct Parameter {
   std::optional<Variant> default_value = std::nullopt;
 };
 
+using ObjectPtr = std::shared_ptr<Object>;
+
 // One name that clients can use of an object. Rows of these make a class's table (rows.h).
 //
-// The functions take an object of the class that the table belongs to, and as many arguments as there are
-// parameters. They raise what the class raises, and error 13 or 6 for a value that has no conversion.
+// The functions take an object (not null) of the class that the table belongs to, and as many arguments as
+// there are parameters. They raise what the class raises, and error 13 or 6 for a value that has no
+// conversion.
 struct Member {
   enum class Kind {
     kProperty,
@@ -34,8 +38,8 @@ struct Member {
     kEnumeration,  // a method whose result is an Enumeration, for clients' For Each
   };
   // Of a property: its get. Otherwise the call.
-  using Get = std::function<Variant(Object&, std::span<Variant> arguments)>;
-  using Put = std::function<void(Object&, std::span<Variant> arguments, const Variant& value)>;
+  using Get = std::function<Variant(const ObjectPtr&, std::span<Variant> arguments)>;
+  using Put = std::function<void(const ObjectPtr&, std::span<Variant> arguments, const Variant& value)>;
 
   std::string_view name;
   Kind kind = Kind::kProperty;

@@ -26,6 +26,7 @@
 //   GET(Seconds)                              a property that can be read
 //   GET_LET(arrTickers)                       and assigned; GET_SET of a reference, SET of one only set
 //   METHOD(DownloadURL, "URL", Optional("Host", "127.0.0.1"))
+//   INDEXED(Borders, "Index")                 a property that takes arguments
 //   ENUMERATION(NewEnum)
 //   EVENT(OnStatusText, "sText")
 //
@@ -41,6 +42,7 @@
 #define FIELD(Name) FieldRow(#Name, &Self::Name)
 #define METHOD(Name, ...) MethodRow(#Name, &Self::Name __VA_OPT__(, ) __VA_ARGS__)
 #define DEFAULT_METHOD(Name, ...) AsDefault(METHOD(Name __VA_OPT__(, ) __VA_ARGS__))
+#define INDEXED(Name, ...) AsProperty(METHOD(Name __VA_OPT__(, ) __VA_ARGS__))
 #define ENUMERATION(Name) EnumerationRow(#Name, &Self::Name)
 #define EVENT(Name, ...) EventRow(#Name, &Self::Name __VA_OPT__(, ) __VA_ARGS__)
 
@@ -70,7 +72,11 @@ Parameter ParameterRow(std::string_view name) {
 template <class A, class T>
 Parameter ParameterRow(const Optional<T>& optional) {
   Parameter parameter = ParameterRow<A>(optional.name);
-  parameter.default_value = Variant(optional.default_value);
+  if constexpr (GoesOut<A>) {
+    parameter.default_value = Crossing<std::remove_cvref_t<A>>::To(optional.default_value);
+  } else {
+    parameter.default_value = Variant(optional.default_value);
+  }
   return parameter;
 }
 
@@ -103,12 +109,10 @@ struct PropertyRow : Member {
 
   template <class C, GoesOut R>
   PropertyRow& Get(R (C::*function)() const) {
-    type = Crossing<std::remove_cvref_t<R>>::kType;
-    get = [function](Object& object, std::span<Variant>) {
-      return Crossing<std::remove_cvref_t<R>>::To((As<C>(object).*function)());
-    };
-    return *this;
+    return GetBy<C, R>(function);
   }
+  template <class C, GoesOut R>
+  requires(!std::is_reference_v<R>) PropertyRow& Get(R (C::*function)()) { return GetBy<C, R>(function); }
   template <class C, GoesIn V>
   PropertyRow& Let(void (C::*function)(V)) {
     let = Putting(function);
@@ -133,10 +137,18 @@ struct PropertyRow : Member {
   }
 
  private:
+  template <class C, class R, class Function>
+  PropertyRow& GetBy(Function function) {
+    type = Crossing<std::remove_cvref_t<R>>::kType;
+    get = [function](const ObjectPtr& object, std::span<Variant>) {
+      return Crossing<std::remove_cvref_t<R>>::To((As<C>(*object).*function)());
+    };
+    return *this;
+  }
   template <class C, class V>
   static Put Putting(void (C::*function)(V)) {
-    return [function](Object& object, std::span<Variant>, const Variant& value) {
-      (As<C>(object).*function)(Crossing<std::remove_cvref_t<V>>::From(value));
+    return [function](const ObjectPtr& object, std::span<Variant>, const Variant& value) {
+      (As<C>(*object).*function)(Crossing<std::remove_cvref_t<V>>::From(value));
     };
   }
 };
@@ -145,18 +157,18 @@ template <class C, GoesOut T>
 Member FieldRow(std::string_view name, Property<T> C::*field) {
   return {.name = name,
           .type = Crossing<T>::kType,
-          .get = [field](Object& object,
-                         std::span<Variant>) { return Crossing<T>::To((As<C>(object).*field)()); },
-          .let = [field](Object& object, std::span<Variant>,
-                         const Variant& value) { (As<C>(object).*field)(Crossing<T>::From(value)); }};
+          .get = [field](const ObjectPtr& object,
+                         std::span<Variant>) { return Crossing<T>::To((As<C>(*object).*field)()); },
+          .let = [field](const ObjectPtr& object, std::span<Variant>,
+                         const Variant& value) { (As<C>(*object).*field)(Crossing<T>::From(value)); }};
 }
 
 template <class C, class R, class... A, class Function, class... Names>
 Member MethodRowOf(std::string_view name, Function function, const Names&... names) {
   Member row{.name = name, .kind = Member::Kind::kMethod, .parameters = {ParameterRow<A>(names)...}};
   if constexpr (!std::is_void_v<R>) row.type = Crossing<std::remove_cvref_t<R>>::kType;
-  row.get = [function](Object& object, std::span<Variant> arguments) {
-    C& self = As<C>(object);
+  row.get = [function](const ObjectPtr& object, std::span<Variant> arguments) {
+    C& self = As<C>(*object);
     return CallWith<R, A...>(arguments, [&](auto&... passed) -> R { return (self.*function)(passed...); });
   };
   return row;
@@ -172,6 +184,38 @@ requires(sizeof...(A) == sizeof...(Names) && (Describes<Names, A> && ...)) Membe
   return MethodRowOf<C, R, A...>(name, function, names...);
 }
 
+// By a function of the object and its arguments.
+template <std::derived_from<Object> C, IsResult R, GoesIn... A, class... Names>
+requires(sizeof...(A) == sizeof...(Names) && (Describes<Names, A> && ...)) Member
+    MethodRow(std::string_view name, R (*function)(C&, A...), const Names&... names) {
+  Member row{.name = name, .kind = Member::Kind::kMethod, .parameters = {ParameterRow<A>(names)...}};
+  if constexpr (!std::is_void_v<R>) row.type = Crossing<std::remove_cvref_t<R>>::kType;
+  row.get = [function](const ObjectPtr& object, std::span<Variant> arguments) {
+    C& self = As<C>(*object);
+    return CallWith<R, A...>(arguments, [&](auto&... passed) -> R { return function(self, passed...); });
+  };
+  return row;
+}
+inline Member AsProperty(Member row) {
+  row.kind = Member::Kind::kProperty;
+  return row;
+}
+
+// A property that takes arguments, read and assigned by functions of the object; to the latter the value
+// comes before the arguments.
+template <std::derived_from<Object> C, GoesOut R, GoesIn V, GoesIn... A, class... Names>
+requires(sizeof...(A) == sizeof...(Names)) Member
+    IndexedRow(std::string_view name, R (*get)(C&, A...), void (*let)(C&, V, A...), const Names&... names) {
+  Member row = AsProperty(MethodRow(name, get, names...));
+  row.let = [let](const ObjectPtr& object, std::span<Variant> arguments, const Variant& value) {
+    C& self = As<C>(*object);
+    CallWith<void, A...>(arguments, [&](auto&... passed) {
+      let(self, Crossing<std::remove_cvref_t<V>>::From(value), passed...);
+    });
+  };
+  return row;
+}
+
 inline Member AsDefault(Member row) {
   row.is_default = true;
   return row;
@@ -182,8 +226,19 @@ Member EnumerationRow(std::string_view name, Enumerator (C::*function)() const) 
   return {.name = name,
           .kind = Member::Kind::kEnumeration,
           .type = ValueType::kObject,
-          .get = [function](Object& object, std::span<Variant>) -> Variant {
-            return std::make_shared<EnumerationBy<Enumerator>>((As<C>(object).*function)());
+          .get = [function](const ObjectPtr& object, std::span<Variant>) -> Variant {
+            return std::make_shared<EnumerationBy<Enumerator>>((As<C>(*object).*function)());
+          }};
+}
+
+// For a class whose items have numbers.
+template <std::derived_from<Object> C>
+Member NumberedItemsRow(std::string_view name) {
+  return {.name = name,
+          .kind = Member::Kind::kEnumeration,
+          .type = ValueType::kObject,
+          .get = [](const ObjectPtr& object, std::span<Variant>) -> Variant {
+            return std::make_shared<EnumerationByNumber<C>>(std::dynamic_pointer_cast<C>(object));
           }};
 }
 

@@ -3,78 +3,27 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <map>
 #include <set>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "automation/text.h"
-#include "automation/variant.h"
 #include "automation_server/class.h"
 #include "automation_server/classes.h"
 #include "automation_server/member.h"
+#include "automation_server/told_members.h"
 
 namespace mirelo::testing {
 namespace {
 
 using automation_server::Class;
 using automation_server::Classes;
-using automation_server::EventMember;
 using automation_server::Member;
-using automation_server::Parameter;
-using automation_server::ValueType;
 using ::testing::ElementsAre;
-using Lines = std::vector<std::string>;
+using Lines = ToldMembers::Lines;
 
-std::string NameOf(ValueType type) {
-  static const std::map<ValueType, std::string> names{
-      {ValueType::kNothing, ""},   {ValueType::kVariant, " variant"}, {ValueType::kInteger, " integer"},
-      {ValueType::kLong, " long"}, {ValueType::kDouble, " double"},   {ValueType::kBoolean, " boolean"},
-      {ValueType::kText, " text"}, {ValueType::kObject, " object"},   {ValueType::kArray, " array"}};
-  return names.at(type);
-}
-
-std::string Told(const std::vector<Parameter>& parameters) {
-  Lines told;
-  for (const Parameter& parameter : parameters) {
-    std::string text =
-        std::string(parameter.by_reference ? "ref " : "").append(parameter.name) + NameOf(parameter.type);
-    if (parameter.default_value) text += " = " + parameter.default_value->ToText();
-    told.push_back(text);
-  }
-  return "(" + Join(told, ", ") + ")";
-}
-
-std::string Told(const Member& member) {
-  std::string text(member.name);
-  if (member.kind == Member::Kind::kProperty) {
-    text += ":";
-    if (member.get) text += " get";
-    if (member.let) text += " let";
-    if (member.set) text += " set";
-    if (!member.parameters.empty()) text += Told(member.parameters);
-  } else {
-    text += Told(member.parameters);
-  }
-  text += NameOf(member.type);
-  if (member.kind == Member::Kind::kEnumeration) text += ", enumerates";
-  if (member.is_default) text += ", default";
-  return text;
-}
-
-Lines MembersOf(std::string_view name) {
-  Lines lines;
-  for (const Member& member : automation_server::ClassNamed(name)->members()) lines.push_back(Told(member));
-  return lines;
-}
-
-Lines EventsOf(std::string_view name) {
-  Lines lines;
-  for (const EventMember& event : automation_server::ClassNamed(name)->events()) {
-    lines.push_back(std::string(event.name) + Told(event.parameters));
-  }
-  return lines;
-}
+Lines MembersOf(std::string_view name) { return ToldMembers::MembersOf(name); }
+Lines EventsOf(std::string_view name) { return ToldMembers::EventsOf(name); }
 
 TEST(Members, AreThoseOfEightClassesThatClientsMakeByName) {
   Lines creatable;

@@ -96,8 +96,7 @@ TEST(Rows, TakeTypesAndReferencesFromTheMember) {
 
 TEST(Rows, RefuseAnObjectOfAnotherClass) {
   const Member row = PropertyRow("Number").Get(&Sample::Number);
-  cQTData stranger;
-  EXPECT_ANY_THROW(row.get(stranger, {}));
+  EXPECT_ANY_THROW(row.get(std::make_shared<cQTData>(), {}));
 }
 
 }  // namespace
