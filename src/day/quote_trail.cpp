@@ -157,8 +157,10 @@ void QuoteTrail::NoteAbandoned(Bytes bytes) const {
   }
 }
 
+// What is no record names no ticker.
 void QuoteTrail::NoteOfRecord(std::string_view record, std::string_view what) const {
-  Note(record.size() < wire::kLeastRecord ? std::string() : AnsiToText(wire::LookAt(record).symbol), what);
+  const bool has_fields = BeginsARecord(record) && record.size() >= wire::kLeastRecord;
+  Note(has_fields ? AnsiToText(wire::LookAt(record).symbol) : std::string(), what);
 }
 
 }  // namespace mirelo::day

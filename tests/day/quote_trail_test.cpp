@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -126,6 +127,17 @@ TEST_F(Trail, OfARecordThatCannotBeReadIsThatOfEachTicker) {
                                      StartsWith("XYZ: " + perhaps + "a record of 12 bytes came"),
                                      StartsWith("MSFT: " + perhaps + "its record is lost"),
                                      StartsWith("XYZ: " + perhaps + "its record is lost")));
+}
+
+TEST_F(Trail, OfWhatIsNoRecordIsThatOfEachTicker) {
+  const std::string bytes = Level1Wire("XX").Symbol("IBM").Bytes();
+  try {
+    throw RuntimeError(9, "no place");
+  } catch (const RuntimeError&) {
+    trail.NoteLost({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  }
+  EXPECT_THAT(log.lines, ElementsAre(AllOf(StartsWith("MSFT: perhaps"), HasSubstr("no place")),
+                                     StartsWith("XYZ: perhaps")));
 }
 
 TEST_F(Trail, OfAQuoteThatNamesNoTickerIsThatOfEachTicker) {

@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -233,6 +234,23 @@ TEST_F(Decoder, TellsWhichRecordsAreLostWithAnError) {
       << "a place before the chunk is its beginning";
   Deliver(Quote("C"));
   EXPECT_EQ(lost.size(), 2U);
+}
+
+TEST_F(Decoder, TellsOfLostRecordsWhereverItLosesItsPlace) {
+  std::size_t lost = 0;
+  stream->Lost.Subscribe([&](std::span<const std::uint8_t> records) { lost = records.size(); });
+  std::string chunk;
+  std::size_t farthest = 0;  // the first place behind 32767
+  while (chunk.size() < 40'000) {
+    if (farthest == 0 && chunk.size() > 32'767) farthest = chunk.size();
+    chunk += Quote("A");
+  }
+  EXPECT_EQ(ErrorNumberOf(chunk), 6);
+  EXPECT_EQ(lost, chunk.size() - farthest);
+  stream->StopEndlessWalks(true);
+  const std::string endless = Level1Wire("XX").Length(0).Bytes();
+  EXPECT_EQ(ErrorNumberOf(Quote("A") + endless + endless), cQTStreaming::kEndlessWalk);
+  EXPECT_EQ(lost, 2 * endless.size());
 }
 
 }  // namespace
