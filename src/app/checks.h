@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "app/also_files.h"
 #include "app/spreadsheet_program.h"
 #include "app/ticker_list.h"
 #include "app/watch_lists.h"
@@ -43,6 +44,11 @@ inline CLI::Validator IsListNamed() {
 // A file that a workbook can be written to.
 inline CLI::Validator IsWorkbookName() {
   return CLI::Validator([](const std::string& file) { return WhyNoWorkbook(file); }, "");
+}
+
+// A file that quotes can be kept in beside a workbook.
+inline CLI::Validator IsAlsoFile() {
+  return CLI::Validator([](const std::string& file) { return WhyNoAlsoFile(file); }, "");
 }
 
 // A format of days, months and years alone. With a time in it each second would be another date, and

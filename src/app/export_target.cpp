@@ -21,6 +21,8 @@ namespace {
 
 constexpr std::string_view kBeginningOfWorkbooks = "PK\x03\x04";  // as of all ZIP archives
 
+constexpr std::string_view kBeginningOfJournals = "Number,Arrived,Ticker,";  // of run --also
+
 // Empty for what is no regular file or cannot be read: whoever writes it finds out why.
 std::string BeginningOf(const fs::path& file) {
   struct stat status {};
@@ -50,6 +52,7 @@ void RequireReplaceable(const fs::path& file, ExportTarget target, const fs::pat
   std::error_code ignored;
   if (fs::equivalent(file, source, ignored)) Refuse(file, "it is the workbook that is to be exported");
   const std::string beginning = BeginningOf(file);
+  if (beginning.starts_with(kBeginningOfJournals)) Refuse(file, "quotes stand there that a day has appended");
   if (beginning.starts_with(kBeginningOfWorkbooks)) Refuse(file, "a workbook or an archive stands there");
   switch (sqlite::KindOf(beginning, sqlite::kExportApplicationId)) {
     case sqlite::FileKind::Ours:

@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "app/also_files.h"
 #include "app/attended_desktop.h"
 #include "app/checks.h"
 #include "app/day_log.h"
@@ -94,6 +95,13 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
                    "Save the workbook so often, besides the last save at the end")
       ->check(IsDuration())
       ->capture_default_str();
+  command_
+      ->add_option("--also", also_,
+                   "Append every quote to this file as well, whatever the limit of rows: a database (.db, "
+                   ".sqlite) or comma-separated values (.csv); may be given again for another file")
+      ->type_name("FILE")
+      ->allow_extra_args(false)
+      ->check(IsAlsoFile());
   auto* window = command_->add_flag("--window", window_, "Show the settings dialog in a window");
   auto* headless =
       command_->add_flag("--headless", headless_,
@@ -108,8 +116,9 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
   command_->footer(
       "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table.\n"
       "With --set Seconds=0 quotes are streamed, otherwise asked for every so many seconds. Ctrl-C ends\n"
-      "in order, a second one at once. Exit codes: 0 the workbook is saved, 1 it is not, no quote came, or\n"
-      "the day could not begin, 2 asked for something that the dialog does not have.");
+      "in order, a second one at once. Exit codes: 0 the workbook is saved, 1 it is not, no quote came, a\n"
+      "quote could not be kept in a file of --also, or the day could not begin, 2 asked for something that\n"
+      "the dialog does not have.");
 }
 
 bool RunCommand::IsChosen() const { return command_->parsed(); }
@@ -140,6 +149,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   log.Note("mirelo run, for " + workbook_.string());
   host::Documents& documents = session.documents();
   const auto hold = HoldForDay(documents, workbook_);
+  AlsoFiles also(also_);
   const auto document = OpenOrNew(documents, workbook_);
   session.document = document.get();
   auto& host = session.host();
@@ -171,16 +181,19 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
       [&](const std::string& loss) { TellLoss(workbook_, loss); }, MannerOfSaving());
   log.Follow(keeper);
   DayView view(host.loop(), day, keeper);
+  also.Begin(host.loop(), day);
   keeper.SaveAtStart();
   const bool went_well = Follow(session, day, keeper, view, log);
+  also.End();
   const std::filesystem::path saved = keeper.SaveAtEnd();
   view.Summarize(saved.string());
+  const bool all_is_kept = also.Summarize();
   log.Note(std::to_string(day.Came().Count()) + " quotes came; the day is over");
   ForgiveOutput();
   if (saved.empty()) Err() << "error: the workbook could not be saved\n";
   const bool was_fruitful = day.Came().Count() > 0;
   if (went_well && !was_fruitful) Err() << "error: no quote came in the whole day\n";
-  return went_well && was_fruitful && !saved.empty() ? kGood : kFailed;
+  return went_well && was_fruitful && all_is_kept && !saved.empty() ? kGood : kFailed;
 }
 
 // A toolkit of windows has threads of its own, which a copy of the process has not: what they hold at that

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/log_options.h"
 #include "app/wish_options.h"
@@ -47,6 +48,7 @@ class RunCommand {
   std::string for_;
   std::string save_every_ = "30s";
   std::filesystem::path workbook_ = "quotes.xlsx";
+  std::vector<std::filesystem::path> also_;
 };
 
 }  // namespace mirelo::app

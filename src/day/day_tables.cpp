@@ -97,12 +97,12 @@ std::string DayTables::RowsBehind(std::size_t ticker) const {
   return Join(cells, ", ");
 }
 
-void DayTables::Take(const cQTData& quote) {
+bool DayTables::Take(const cQTData& quote) {
   const std::size_t ticker = board_.Take(quote);
   if (ticker >= Tickers().size()) {
     if (trail_ != nullptr)
       trail_->Note(quote.Symbol(), "the quote table has no row of this ticker; the quote is left out");
-    return;
+    return false;
   }
   if (const auto followed = followed_.find(ticker); followed != followed_.end()) {
     if (!board_.Shows(quote)) trail_->Note(Tickers()[ticker], "no column of the quote table shows any of it");
@@ -111,19 +111,24 @@ void DayTables::Take(const cQTData& quote) {
                                           ", which get nothing: a streamed quote goes to its first row");
   }
   Note(ticker);
+  return true;
 }
 
-void DayTables::Take(std::size_t ticker, QuoteRow row) {
-  if (ticker >= Tickers().size()) return;
+bool DayTables::Take(std::size_t ticker, QuoteRow row) {
+  if (ticker >= Tickers().size()) return false;
   Cut(ticker, row);
   const bool is_new = IsNew(row, Rows()[ticker]);
   board_.Put(ticker, std::move(row));
-  if (is_new) return Note(ticker);
+  if (is_new) {
+    Note(ticker);
+    return true;
+  }
   table_.Touch(ticker);
   if (const auto followed = followed_.find(ticker); followed != followed_.end()) {
     followed->second.is_written_again = true;
     trail_->Note(Tickers()[ticker], "nothing is new but the time, so history gets no row");
   }
+  return false;
 }
 
 void DayTables::Cut(std::size_t ticker, QuoteRow& row) {

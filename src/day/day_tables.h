@@ -56,11 +56,11 @@ class DayTables {
   void Follow(const QuoteTrail& trail);
 
   // A streamed quote. History gets a row. It goes to the first row of its ticker alone; a ticker that the
-  // table does not have is passed over.
-  void Take(const cQTData& quote);
+  // table does not have is passed over. The result is whether it was not.
+  bool Take(const cQTData& quote);
   // A quote that was asked for, of the ticker with this number, counted from 0. It may be the one before:
-  // then history gets no row. Texts that are too long for cells are cut.
-  void Take(std::size_t ticker, QuoteRow row);
+  // then history gets no row, which the result tells. Texts that are too long for cells are cut.
+  bool Take(std::size_t ticker, QuoteRow row);
 
   // Whether quotes were taken that are not written.
   bool HasNews() const { return unwritten_ > 0; }

@@ -75,16 +75,21 @@ void QuoteBoard::AddRow(const std::string& ticker) {
 
 QuoteRow QuoteFields(const cQTData& quote) {
   QuoteRow fields(kColumnVocabulary.size());
+  LetQuoteFields(quote, fields);
+  return fields;
+}
+
+void LetQuoteFields(const cQTData& quote, QuoteRow& fields) {
   for (const ColumnRow& row : kColumnVocabulary) {
-    if (row.streamed.IsNone() || !quote.Carries(row.streamed.field)) continue;
     QuoteValue& value = fields[static_cast<std::size_t>(row.reading) - 1];
-    if (row.kind == ColumnKind::Ticker) {
+    if (row.streamed.IsNone() || !quote.Carries(row.streamed.field)) {
+      value = {};
+    } else if (row.kind == ColumnKind::Ticker) {
       value = QuoteValue::Text(quote.Symbol());
     } else {
       Let(quote, row.streamed, value);
     }
   }
-  return fields;
 }
 
 }  // namespace mirelo::day

@@ -61,5 +61,7 @@ class QuoteBoard {
 // One quote by itself, a value for each of AllColumns; nothing for what its record lacked. LastVolume is
 // there where the record has a volume, of which it is worked out.
 QuoteRow QuoteFields(const cQTData& quote);
+// The same in place of the values of another quote, which are as many.
+void LetQuoteFields(const cQTData& quote, QuoteRow& fields);
 
 }  // namespace mirelo::day

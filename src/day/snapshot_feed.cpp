@@ -236,15 +236,25 @@ void SnapshotFeed::LeaveOutVolume(QuoteRow& row, const std::string& text) const 
 
 // A record that breaks off says nothing of the values behind its end: they are what they were. LastVolume
 // alone is always that of the newest record, and a row of nothing but its ticker is no quote.
-void SnapshotFeed::FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) const {
+void SnapshotFeed::FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) {
+  filled_.clear();
   for (const wire::QuoteFlaw& flaw : flaws) {
     if (flaw.ticker >= places_.size()) continue;
     const std::size_t place = places_[flaw.ticker];
     if (!has_quote_[place]) continue;
     for (std::size_t c = 0; c < codes_.size(); ++c) {
-      if (Lacks(flaw, codes_[c])) rows[place][c] = newest_[place][c];
+      if (!Lacks(flaw, codes_[c])) continue;
+      rows[place][c] = newest_[place][c];
+      filled_.emplace_back(place, c);
     }
   }
+}
+
+QuoteRow SnapshotFeed::AsItCame(std::size_t ticker, QuoteRow row) const {
+  for (const auto& [place, column] : filled_) {
+    if (place == ticker) row[column] = {};
+  }
+  return row;
 }
 
 void SnapshotFeed::KeepQuotes(const QuoteRows& rows) {

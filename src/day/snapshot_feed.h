@@ -51,6 +51,10 @@ class SnapshotFeed {
   // it should; the person has been told by then.
   std::optional<QuoteRows> Fetch();
 
+  // The row that the last Fetch has given for this ticker, counted from 0, without what was filled in from
+  // the quote before: what its record had.
+  QuoteRow AsItCame(std::size_t ticker, QuoteRow row) const;
+
   // Whether the last Fetch has brought a quote of the ticker with this number: QuoteTracker knows the ticker,
   // and its record holds something that the columns show. Where they show nothing of any quote, all count.
   bool HasQuote(std::size_t ticker) const { return has_quote_[ticker]; }
@@ -69,7 +73,7 @@ class SnapshotFeed {
   void LeaveOut(const Flaws& flaws, QuoteRows& rows) const;
   void LeaveOutQuote(QuoteRow& row, const std::string& ticker) const;
   void LeaveOutVolume(QuoteRow& row, const std::string& text) const;
-  void FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows) const;
+  void FillWhatIsLacking(const Flaws& flaws, QuoteRows& rows);
   void KeepQuotes(const QuoteRows& rows);
   void KeepVolumes(const Flaws& flaws, const VariantArray& before);
   void TellUnasked();
@@ -84,10 +88,11 @@ class SnapshotFeed {
   std::vector<std::string> asked_;   // those that can be asked for
   std::vector<std::size_t> places_;  // of them, among all
   std::vector<std::string> columns_;
-  std::vector<std::int16_t> codes_;  // of the columns
-  std::vector<Reading> readings_;    // of their texts
-  QuoteRows newest_;                 // quote of each ticker
-  std::vector<bool> has_quote_;      // of the last Fetch
+  std::vector<std::int16_t> codes_;                          // of the columns
+  std::vector<Reading> readings_;                            // of their texts
+  QuoteRows newest_;                                         // quote of each ticker
+  std::vector<bool> has_quote_;                              // of the last Fetch
+  std::vector<std::pair<std::size_t, std::size_t>> filled_;  // in at the last Fetch: ticker and column
   std::set<std::pair<std::size_t, wire::QuoteFlaw::Kind>> told_;
   bool told_unasked_ = false;
   const QuoteTrail* trail_ = nullptr;

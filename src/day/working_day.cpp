@@ -13,6 +13,7 @@
 #include "core/mGlobal.h"
 #include "day/chart_labels.h"
 #include "day/dialog_result.h"
+#include "day/quote_journal.h"
 #include "day/quote_trail.h"
 #include "day/stored_source.h"
 #include "host/excel/application.h"
@@ -95,7 +96,7 @@ void WorkingDay::Ask() {
     std::int64_t count = 0;
     for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) {
       if (snapshot_->HasQuote(ticker)) {
-        tables_->Take(ticker, (*rows)[ticker]);
+        TakeAsked(ticker, (*rows)[ticker]);
         ++count;
       } else if (trail_ != nullptr) {
         trail_->Note(snapshot_->Tickers()[ticker], "that is no quote, so what its cells hold stays");
@@ -113,6 +114,14 @@ void WorkingDay::Ask() {
   }
   const std::chrono::seconds pause(std::max(1, facade_.Seconds()));
   asking_ = loop_.StartTimer(pause, [this] { failure_.Guard([this] { Ask(); }); });
+}
+
+void WorkingDay::TakeAsked(std::size_t ticker, const QuoteRow& row) {
+  if (!tables_->Take(ticker, row) || journals_.empty()) return;
+  const QuoteRow came = snapshot_->AsItCame(ticker, row);
+  for (QuoteJournal* const journal : journals_) {
+    journal->Take(tables_->Tickers()[ticker], snapshot_->Columns(), came);
+  }
 }
 
 // --- Quotes that are streamed --------------------------------------------------------------------------
@@ -135,7 +144,8 @@ void WorkingDay::Listen() {
 
 void WorkingDay::TakeStreamed(const cQTData& quote) {
   came_.Beat();
-  tables_->Take(quote);
+  if (!tables_->Take(quote)) return;
+  for (QuoteJournal* const journal : journals_) journal->Take(quote);
 }
 
 // At once, unless the write before is so near that quotes had better gather.

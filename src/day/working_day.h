@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "automation/event.h"
 #include "core/cMirelo.h"
@@ -27,6 +28,7 @@ class Application;
 
 namespace mirelo::day {
 
+class QuoteJournal;
 class QuoteTrail;
 
 // The macros' part in a working day: it holds the facade, shows the settings dialog, and then, as that was
@@ -56,6 +58,10 @@ class WorkingDay {
 
   // Notes there what becomes of each quote; to be called before Start. It must outlive the day.
   void Follow(QuoteTrail& trail);
+
+  // Keeps there, too, each quote that history gets a row of, or would get without a limit; to be called
+  // before Start. It must outlive the day.
+  void KeepIn(QuoteJournal& journal) { journals_.push_back(&journal); }
 
   // Begins what the dialog was ended with; to be called once, after it was committed. Raises what a missing
   // credential, quote source or quote table raises.
@@ -96,6 +102,7 @@ class WorkingDay {
  private:
   void Ask();
   void Listen();
+  void TakeAsked(std::size_t ticker, const QuoteRow& row);
   void TakeStreamed(const cQTData& quote);
   void WriteInTime();
   void Write();
@@ -106,6 +113,7 @@ class WorkingDay {
   std::shared_ptr<host::excel::Application> application_;
   cMirelo facade_;
   const QuoteTrail* trail_ = nullptr;
+  std::vector<QuoteJournal*> journals_;
   std::int32_t result_ = 0;
   std::optional<DayTables> tables_;
   std::optional<SnapshotFeed> snapshot_;

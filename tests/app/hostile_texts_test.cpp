@@ -258,6 +258,8 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
       {With(go, {"--workbook", "hostile.xlsx"})},
       {With(go, {"--workbook", k + ".xlsx"})},
       {With(run, {k + "/x.xlsx"})},
+      {With(run, {"run.xlsx", "--also", k + "/x.csv"})},
+      {With(run, {"run.xlsx", "--also", k})},
       // Arguments.
       {{k}, "", ""},
       {{"quotes", "--" + k, "MSFT"}},

@@ -85,6 +85,42 @@ class Guide(unittest.TestCase):
                 charts = (folder / "quotes.xlsx").read_bytes().count(b"xl/charts/chart")
                 self.assertEqual(charts > 0, "--charts" in line)
 
+    def test_answers_the_questions_that_it_puts_to_the_files_of_a_day(self):
+        queries = self.lines("sqlite3 ")
+        self.assertGreaterEqual(len(queries), 4)
+        days = [line for line in self.lines("mirelo run ") if line.count("--also") == 2]
+        self.assertEqual(len(days), 1)
+        with tempfile.TemporaryDirectory() as name, StandIn(BUILD / "bin") as tracker:
+            folder = pathlib.Path(name)
+            more = ["--http-port", tracker.http_port, "--set", "Seconds=1", "--for", "3s"]
+            more += ["--columns", "Ticker,Last,Volume,LastVolume"]
+            day = self.mirelo(folder, *shlex.split(days[0])[1:], *more)
+            self.assertEqual(day.returncode, 0, day.stderr)
+            for query in queries:
+                with self.subTest(query):
+                    answer = subprocess.run(shlex.split(query), cwd=folder, capture_output=True, text=True, timeout=100)
+                    self.assertEqual(answer.stderr, "")
+                    self.assertRegex(answer.stdout, r"MSFT|\d\.\d|\d{4}-\d\d-\d\dT")
+                    for ticker in ("MSFT", "IBM"):
+                        if "GROUP BY Ticker" in query:
+                            self.assertIn(ticker, answer.stdout)
+
+    def test_has_its_exports_leave_what_it_says(self):
+        lines = self.lines("mirelo export quotes.xlsx")
+        self.assertGreaterEqual(len(lines), 5)
+        with tempfile.TemporaryDirectory() as name, StandIn(BUILD / "bin") as tracker:
+            folder = pathlib.Path(name)
+            once = ["--http-port", tracker.http_port, "--set", "UpdateEvery=0"]
+            day = self.mirelo(folder, "run", "--tickers", "MSFT,IBM", "--history", *once)
+            self.assertEqual(day.returncode, 0, day.stderr)
+            for line in lines:
+                with self.subTest(line):
+                    told = self.mirelo(folder, *shlex.split(line)[1:])
+                    self.assertEqual(told.returncode, 0, told.stderr)
+                    output = re.search(r"--output (\S+)", line)
+                    left = (folder / output[1]).read_bytes() if output else told.stdout.encode()
+                    self.assertRegex(left, rb'MSFT|"Last":\d')
+
     def test_links_to_files_that_there_are(self):
         for page in (SOURCE / "docs" / "guide.md", SOURCE / "README.md", SOURCE / "examples" / "README.md"):
             for target in re.findall(r"\]\(([^)#:]+)\)", page.read_text()):

@@ -22,6 +22,7 @@ std::int32_t Day::Begin() {
   day.emplace(loop, sockets, replies, spreadsheet.Application());
   day->Status.Subscribe([this](const std::string& text) { told.push_back(text); });
   if (trail != nullptr) day->Follow(*trail);
+  if (journal != nullptr) day->KeepIn(*journal);
   app::DialogPerson person(wishes, desktop);
   const std::int32_t result = day->ShowDialog();
   EXPECT_FALSE(person.Complained()) << person.Complained()->text;

@@ -13,6 +13,7 @@
 #include "app/attended_desktop.h"
 #include "app/dialog_wishes.h"
 #include "automation/variant.h"
+#include "day/quote_journal.h"
 #include "day/quote_trail.h"
 #include "day/working_day.h"
 #include "dialog/scripted_portfolios.h"
@@ -67,8 +68,9 @@ class Day : public ::testing::Test {
   ScriptedPortfolios portfolios;
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
   app::DialogWishes wishes;
-  day::QuoteTrail* trail = nullptr;  // that is followed, if any
-  std::vector<std::string> told;     // the day's lines for a person
+  day::QuoteTrail* trail = nullptr;      // that is followed, if any
+  day::QuoteJournal* journal = nullptr;  // that quotes are kept in, if any
+  std::vector<std::string> told;         // the day's lines for a person
   std::function<void()> behind_go = [] {
   };  // what somebody does between the dialog's Go and the day's beginning
   std::optional<day::WorkingDay> day;

@@ -73,7 +73,9 @@ PageNotes MireloNotes() {
                   "What --explain writes. Where XDG_STATE_HOME is not set, ~/.local/state stands for it."}};
   notes.examples = {{"mirelo run --demo", "A demonstration that needs neither QuoteTracker nor settings."},
                     {"mirelo quotes MSFT IBM", "The current quotes, as a table."},
-                    {"mirelo export quotes.xlsx --all --output quotes.db",
+                    {"mirelo run --tickers MSFT,IBM --also quotes.db",
+                     "A working day, every quote of which is kept in an SQLite database as well."},
+                    {"mirelo export quotes.xlsx --all --output tables.db",
                      "The quote table and all histories of a workbook as an SQLite database."},
                     {"mirelo settings set Seconds 15", "Update quote tables every 15 seconds."}};
   notes.see_also = {"mirelo-windows(1)", "quotetracker(1)"};

@@ -1,0 +1,34 @@
+#include "host/journal.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace mirelo::host {
+
+namespace {
+
+constexpr const char* kSource = "Mirelo.Journal";
+constexpr std::int32_t kDiskFull = 61;
+
+}  // namespace
+
+void RaiseJournalFailure(const std::string& file, int reason) {
+  const std::string text = file + " cannot be written: " + std::strerror(reason);
+  switch (reason) {
+    case ENOENT:
+    case ENOTDIR:
+    case EISDIR:
+    case ELOOP:
+    case ENAMETOOLONG:
+    case ENXIO:
+      throw JournalRefused(Errors::PathFileAccess().Number(), text, kSource);
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+      throw RuntimeError(kDiskFull, text, kSource);
+    default:
+      throw RuntimeError(Errors::PathFileAccess().Number(), text, kSource);
+  }
+}
+
+}  // namespace mirelo::host
