@@ -48,7 +48,10 @@ class Scanner {
         text.remove_prefix(1);
         continue;
       }
-      const std::optional<DateToken> token = IsDateDigit(text.front()) ? TakeNumber(text) : TakeName(text);
+      const char first = text.front();
+      const std::optional<DateToken> token = IsDateDigit(first)    ? TakeNumber(text)
+                                             : IsDateLetter(first) ? TakeName(text)
+                                                                   : std::nullopt;
       if (token) {
         tokens.push_back(*token);
       } else if (!TakeSeparator(text, tokens)) {
@@ -71,7 +74,7 @@ class Scanner {
     return token;
   }
 
-  // The longest name that the text starts with and that no letter follows.
+  // The longest name that the text starts with and that no letter follows. Names begin with a letter.
   std::optional<DateToken> TakeName(std::string_view& text) const {
     std::optional<DateToken> best;
     std::size_t best_length = 0;

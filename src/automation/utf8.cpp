@@ -91,6 +91,14 @@ std::size_t MatchIgnoringCase(std::string_view text, std::string_view what) {
   std::size_t position = 0;
   for (std::size_t i = 0; i < what.size();) {
     if (position == text.size()) return kNoMatch;
+    const unsigned char at = Byte(text, position);
+    const unsigned char wanted = Byte(what, i);
+    if (at < 0x80 && wanted < 0x80) {
+      if (Lower(at) != Lower(wanted)) return kNoMatch;
+      ++position;
+      ++i;
+      continue;
+    }
     const Character a = Decode(text, position);
     const Character b = Decode(what, i);
     if (a.code != b.code && Lower(a.code) != Lower(b.code)) return kNoMatch;
