@@ -1,0 +1,58 @@
+#include "late_bound.h"
+
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "adapters/excel/foreign_object.h"
+#include "adapters/excel/late_application.h"
+#include "automation/variant.h"
+#include "automation_server/automation_object.h"
+
+namespace mirelo::testing {
+namespace {
+
+using automation_server::Arguments;
+using automation_server::AutomationObject;
+
+// The door of an object, as a client of another program sees it.
+class DoorFromOutside : public excel::ForeignObject {
+ public:
+  explicit DoorFromOutside(std::shared_ptr<AutomationObject> door) : door_(std::move(door)) {}
+
+  std::string_view TypeName() const override { return door_->object()->TypeName(); }
+  Variant Get(std::string_view member, std::vector<Variant> arguments) override {
+    return FromInside(door_->Call(door_->IdOf(member), InsideAll(std::move(arguments))));
+  }
+  void Let(std::string_view member, const Variant& value, std::vector<Variant> arguments) override {
+    door_->Let(door_->IdOf(member), Inside(value), InsideAll(std::move(arguments)));
+  }
+
+  static Variant FromInside(Variant value) {
+    if (!value.IsObject() || value.AsObject() == nullptr) return value;
+    return std::make_shared<DoorFromOutside>(AutomationObject::Of(value.AsObject()));
+  }
+
+ private:
+  static Variant Inside(const Variant& value) {
+    if (!value.IsObject() || value.AsObject() == nullptr) return value;
+    return dynamic_cast<DoorFromOutside&>(*value.AsObject()).door_->object();
+  }
+  static Arguments InsideAll(std::vector<Variant> values) {
+    Arguments arguments;
+    for (const Variant& value : values) arguments.emplace_back(Inside(value));
+    return arguments;
+  }
+
+  std::shared_ptr<AutomationObject> door_;
+};
+
+}  // namespace
+
+std::shared_ptr<host::excel::Application> CalledByNames(
+    std::shared_ptr<host::excel::Application> application) {
+  auto door = AutomationObject::Of(std::move(application));
+  return excel::LateBoundApplication(std::make_shared<DoorFromOutside>(std::move(door)));
+}
+
+}  // namespace mirelo::testing
