@@ -19,6 +19,9 @@ using host::DataValue;
 
 namespace {
 
+// Of quotes that have gathered behind a failure: where the disk has room for some of them, these are kept.
+constexpr std::size_t kMostAtOnce = 1000;
+
 constexpr std::size_t kBeforeTheFields = 1;  // when it came; the ticker is the first field
 
 // Of a file that another process has locked, at the day's end.
@@ -177,9 +180,12 @@ void QuoteJournal::Write() noexcept {
 
 void QuoteJournal::Append() {
   if (!journal_) OpenJournal();
-  journal_->Append(waiting_);
-  kept_ += std::ssize(waiting_);
-  waiting_.clear();
+  while (!waiting_.empty()) {
+    const std::size_t count = std::min(waiting_.size(), kMostAtOnce);
+    journal_->Append({waiting_.data(), count});
+    kept_ += static_cast<std::int64_t>(count);
+    waiting_.erase(waiting_.begin(), waiting_.begin() + static_cast<std::ptrdiff_t>(count));
+  }
   trouble_number_ = 0;
   if (!std::exchange(trouble_, {}).empty()) Recovered.Raise();
 }

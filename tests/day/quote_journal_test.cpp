@@ -145,6 +145,20 @@ TEST_F(Journaling, CountsWhatIsLostBeyondItsBoundAndAtItsEnd) {
   EXPECT_EQ(journal.Kept(), 0);
 }
 
+TEST_F(Journaling, KeepsAsMuchAsThereIsRoomForOfQuotesThatHaveGathered) {
+  kept.opening_fails = kFull;
+  journal.Begin();
+  for (int i = 0; i < 5000; ++i) Take(std::to_string(i));
+  kept.opening_fails.reset();
+  kept.room = 3500;
+  loop.Advance(10s);
+  journal.End();
+  EXPECT_EQ(journal.Kept(), 3000);
+  EXPECT_EQ(journal.Lost(), 2000);
+  EXPECT_EQ(Tickers().back(), "2999");
+  EXPECT_THAT(failures, ElementsAre("no room"));
+}
+
 TEST_F(Journaling, TriesALockedFileSeveralTimesAtItsEnd) {
   journal.Begin();
   kept.appending_fails = kLocked;

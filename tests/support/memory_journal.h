@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -19,6 +20,7 @@ struct KeptRows {
   int appended = 0;  // how often, with whatever number of rows
   int settled = 0;
   std::string mended;
+  std::size_t room = SIZE_MAX;  // for rows; beyond it appending fails with error 61
   std::optional<RuntimeError> opening_fails;
   std::optional<RuntimeError> appending_fails;
 
@@ -41,6 +43,7 @@ class MemoryJournal final : public host::Journal {
 
   void Append(std::span<const host::DataRow> rows) override {
     if (kept_.appending_fails) throw RuntimeError(*kept_.appending_fails);
+    if (rows.size() > kept_.room - kept_.rows.size()) throw RuntimeError(61, "no room");
     ++kept_.appended;
     kept_.rows.insert(kept_.rows.end(), rows.begin(), rows.end());
   }
