@@ -6,7 +6,7 @@ set(pages)
 set(completions)
 foreach(program IN LISTS programs)
   list(APPEND pages ${manual}/${program}.1)
-  list(APPEND completions ${manual}/${program}.bash ${manual}/${program}.fish)
+  list(APPEND completions ${manual}/${program}.bash ${manual}/${program}.fish ${manual}/_${program})
 endforeach()
 add_custom_command(
   OUTPUT ${pages} ${completions}
@@ -21,6 +21,8 @@ foreach(program IN LISTS programs)
   install(FILES ${manual}/${program}.bash DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions
     RENAME ${program} ${RUNTIME})
   install(FILES ${manual}/${program}.fish DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/fish/vendor_completions.d ${RUNTIME})
+  # zsh by a name with an underscore in front, in the folder that Debian has it look into.
+  install(FILES ${manual}/_${program} DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/zsh/vendor-completions ${RUNTIME})
 endforeach()
 
 install(FILES mirelo.desktop DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications ${RUNTIME})

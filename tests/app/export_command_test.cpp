@@ -5,14 +5,19 @@
 #include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "app/child_process.h"
 #include "app/program.h"
 #include "automation/date.h"
 #include "host/excel/application.h"
@@ -257,6 +262,21 @@ TEST_F(Export, KeepsHostileTextsToTheirFields) {
   EXPECT_THAT(Query(folder_ / "y.db", "SELECT * FROM history"),
               ElementsAre("t:" + ticker + "|t:=HYPERLINK(\"http://x\")|t:@x"));
   EXPECT_THAT(Run({"--all"}).out, HasSubstr("\n\"X\"\"); DROP TABLE history; --\\n=1+1,\\u001B[2J\","));
+}
+
+TEST_F(Export, ReadsAWorkbookThatADaySavesMeanwhile) {
+  const std::string day = "cd '" + folder_.path().string() + "' && HOME=$PWD exec '" + MIRELO_BIN_DIR +
+                          "/mirelo' run --demo --workbook day.xlsx --save-every 10ms >/dev/null 2>&1";
+  app::ChildProcess mirelo("/bin/sh", {"-c", day});
+  while (!fs::exists(folder_ / "day.xlsx")) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  constexpr int kExports = 12;
+  for (int i = 0; i < kExports; ++i) {
+    const auto result = RunMirelo(folder_.path(), {"export", "day.xlsx", "--format", "json"});
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(std::ranges::count(result.out, '\n'), 6) << "a line for each ticker";
+  }
+  mirelo.Signal(SIGINT);
+  EXPECT_EQ(mirelo.Wait(std::chrono::seconds(60)), 0);
 }
 
 TEST_F(Export, SaysSoOfAWorkbookWithoutTables) {

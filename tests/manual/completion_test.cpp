@@ -6,6 +6,7 @@
 #include "app/manual/bash_completion.h"
 #include "app/manual/fish_completion.h"
 #include "app/manual/inherited_options.h"
+#include "app/manual/zsh_completion.h"
 
 namespace mirelo::app {
 namespace {
@@ -42,6 +43,17 @@ TEST(InheritedOptions, AreTheProgramsThatTakeAValue) {
   ASSERT_EQ(options.size(), 1U);
   EXPECT_EQ(options[0].names[0], "--registry");
   EXPECT_EQ(WithInherited(tool, tool).size(), 2U);
+}
+
+TEST(ZshCompletion, OffersCommandsWordsAndOptionsWithTheirMeanings) {
+  EXPECT_THAT(ZshCompletion(Tool()),
+              AllOf(HasSubstr("#compdef my-tool\n"), HasSubstr("'set:Store'"), HasSubstr("'Seconds' 'Style'"),
+                    HasSubstr("'--registry:Another'\\''s file'")));
+}
+
+TEST(ZshCompletion, LeavesValuesOfOptionsToTheShell) {
+  EXPECT_THAT(ZshCompletion(Tool()),
+              HasSubstr("('my-tool --registry'|'my-tool set --registry') _files; return ;;"));
 }
 
 TEST(BashCompletion, HasAFunctionOfANameThatShellsTake) {

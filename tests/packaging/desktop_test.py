@@ -75,6 +75,42 @@ class Bash(InstalledCase):
         self.assertEqual(self.offers("mirelo", "quotes", "stream", "--wa"), ["--watch"])
 
 
+# What zsh would offer, by stand-ins for the functions that do so in its line editor.
+COMPLETE_IN_ZSH = r"""
+_describe() { [[ $1 == -o ]] && shift; local -a offers=("${(@P)2}"); print -l -- "${(@)offers}" }
+_files() { print -- FILES }
+fpath=($1 $fpath); autoload -Uz _$2; shift
+words=("$@") CURRENT=$#
+_$1
+"""
+
+
+@needs("zsh")
+class Zsh(InstalledCase):
+    def offers(self, *words):
+        folder = self.prefix / "share" / "zsh" / "vendor-completions"
+        result = self.run_here("zsh", "-f", "-c", COMPLETE_IN_ZSH + "true", "zsh", folder, *words)
+        return [offer.split(":")[0] for offer in result.splitlines() if offer.startswith(words[-1]) or offer == "FILES"]
+
+    def test_completes_commands(self):
+        self.assertEqual(self.offers("mirelo", "st"), ["stream"])
+        self.assertEqual(self.offers("mirelo", "settings", "exp"), ["export"])
+        self.assertEqual(self.offers("mirelo", "--v"), ["--version"])
+
+    def test_completes_options_of_the_chosen_command(self):
+        self.assertEqual(self.offers("mirelo", "run", "--als"), ["--also"])
+        self.assertEqual(self.offers("mirelo", "stream", "--als"), [])
+        self.assertEqual(self.offers("mirelo", "run", "--reg"), ["--registry"])
+        self.assertEqual(self.offers("mirelo-windows", "dialog", "--work"), ["--workbook"])
+
+    def test_leaves_values_and_files_to_the_shell(self):
+        self.assertEqual(self.offers("mirelo", "run", "--also", "q"), ["FILES"])
+        self.assertEqual(self.offers("mirelo", "export", "q"), ["FILES"])
+
+    def test_completes_the_names_of_settings(self):
+        self.assertEqual(self.offers("mirelo", "settings", "set", "HTTP"), ["HTTPPort"])
+
+
 @needs("fish")
 class Fish(InstalledCase):
     def offers(self, line):

@@ -11,6 +11,7 @@
 #include "app/manual/command_facts.h"
 #include "app/manual/fish_completion.h"
 #include "app/manual/man_page.h"
+#include "app/manual/zsh_completion.h"
 #include "app/mirelo_program.h"
 #include "app/run_program.h"
 #include "app/windows_commands.h"
@@ -110,6 +111,7 @@ void WriteAbout(const CommandFacts& program, const PageNotes& notes, const std::
   Write(folder / (program.name + ".1"), ManPage(program, notes));
   Write(folder / (program.name + ".bash"), BashCompletion(program));
   Write(folder / (program.name + ".fish"), FishCompletion(program));
+  Write(folder / ("_" + program.name), ZshCompletion(program));
 }
 
 int Main(int argc, char** argv) {
