@@ -1,13 +1,11 @@
 #include "app/go_costs.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <memory>
-#include <optional>
-#include <string_view>
 
 #include "automation/runtime_error.h"
 #include "automation/text.h"
@@ -31,10 +29,6 @@ namespace excel = host::excel;
 namespace {
 
 constexpr std::size_t kMostAddresses = 3;
-
-// Other losses of a changed sheet, such as print settings, are told when they come: most programs leave them
-// on every sheet.
-constexpr std::array<std::string_view, 2> kLossesOfWork{"formulas", "merged cells"};
 
 using Sheet = std::shared_ptr<excel::Worksheet>;
 
@@ -150,11 +144,7 @@ void AddNotes(excel::Worksheet& sheet, const GoPlan& plan, const Cells& cells, c
 
 void AddLossesOfWork(const LossesOfSheet& losses, std::vector<std::string>& costs) {
   if (!losses) return;
-  for (const std::string& loss : losses(kQuoteTable)) {
-    const bool is_of_work = std::ranges::any_of(
-        kLossesOfWork, [&](std::string_view work) { return loss.find(work) != loss.npos; });
-    if (is_of_work) costs.push_back(loss);
-  }
+  std::ranges::move(losses(kQuoteTable), std::back_inserter(costs));
 }
 
 // Formats reach further down than what they are for.

@@ -27,7 +27,8 @@ struct GoPlan {
 
 GoPlan PlanOf(const frmMirelo& form);
 
-// What saving a workbook would lose of a sheet that was changed: sentences.
+// What of a person's work saving a workbook would lose if a sheet were changed: sentences
+// (host::Document::WorkLostByChange).
 using LossesOfSheet = std::function<std::vector<std::string>(const std::string& sheet)>;
 
 // What Go will take away from the workbook, or leave undone, without a word of its own: a sentence for each
@@ -36,7 +37,7 @@ using LossesOfSheet = std::function<std::vector<std::string>(const std::string& 
 // - tickers too long for the dialog, which will not find them when it opens again;
 // - histories that are cleared, since their fields change;
 // - what stands under or beside the quote table where Go clears it;
-// - formulas and merged cells on the sheet of the quote table;
+// - a person's work on the sheet of the quote table that a changed sheet loses, such as formulas;
 // - tickers that get no history, since no sheet can bear their name.
 std::vector<std::string> GoCosts(host::excel::Workbook& workbook, const GoPlan& plan,
                                  const LossesOfSheet& losses);

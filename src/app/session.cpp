@@ -24,7 +24,7 @@ Session::Session(const GlobalOptions& options)
   host_.ShowThrough([this](host::Desktop& inner) {
     const GoGuard guard{[this](const std::string& sheet) {
                           return document == nullptr ? std::vector<std::string>()
-                                                     : document->LossesOfChange(sheet);
+                                                     : document->WorkLostByChange(sheet);
                         },
                         [this](const std::vector<std::string>& costs) { return AcceptsCosts(costs); }};
     return std::make_unique<GuidingDesktop>(

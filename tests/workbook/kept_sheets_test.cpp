@@ -21,11 +21,13 @@ namespace mirelo::testing {
 namespace {
 
 using ::testing::Contains;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
+using ::testing::StartsWith;
 using ::testing::UnorderedElementsAreArray;
 using workbook::Spreadsheet;
 
@@ -240,6 +242,25 @@ TEST_F(KeptSheets, AreNoLongerKeptOnceTheyAreChanged) {
     EXPECT_THAT(spreadsheet.Losses(), IsEmpty()) << "once they are suffered";
     EXPECT_THAT(PartsOf(File())["xl/worksheets/sheet2.xml"], HasSubstr("sheetProtection")) << "of Notes";
   }
+}
+
+TEST_F(KeptSheets, WouldLoseAPersonsWorkByAChangeAndTellOfThatAlone) {
+  auto spreadsheet = OpenPersons();
+  const auto work = spreadsheet.WorkLostByChange("portfolio");
+  EXPECT_THAT(work, Contains(HasSubstr("not kept: formulas")));
+  for (const char* loss : {"merged cells", "data validation"})
+    EXPECT_THAT(work, Contains("Sheet \"Portfolio\": not kept: " + std::string(loss) + "."));
+  EXPECT_THAT(work, Each(StartsWith("Sheet \"Portfolio\""))) << "of no other sheet";
+  for (const char* look : {"print settings", "page headers and footers", "view settings"})
+    EXPECT_THAT(work, Not(Contains(HasSubstr(look))));
+  EXPECT_THAT(spreadsheet.WorkLostByChange("nowhere"), IsEmpty());
+
+  EXPECT_THAT(spreadsheet.NewLosses(), IsEmpty()) << "nothing has changed";
+  SheetNamed(spreadsheet, "Portfolio")->Range("B3")->Value(200.0);
+  EXPECT_THAT(spreadsheet.WorkLostByChange("Portfolio"), IsEmpty()) << "it is lost by now";
+  const auto losses = spreadsheet.NewLosses();
+  EXPECT_THAT(losses, IsSupersetOf(work)) << "who asked was told nothing";
+  EXPECT_THAT(losses, Contains("Sheet \"Portfolio\": not kept: page headers and footers."));
 }
 
 TEST_F(KeptSheets, AreAllWrittenAnewWhereOthersWouldMissSomething) {

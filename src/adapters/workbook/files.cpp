@@ -25,8 +25,8 @@ class FileDocument : public host::Document {
     return spreadsheet_.Application();
   }
   std::vector<std::string> NewLosses() override { return spreadsheet_.NewLosses(); }
-  std::vector<std::string> LossesOfChange(const std::string& sheet) override {
-    return spreadsheet_.LossesOfChange(sheet);
+  std::vector<std::string> WorkLostByChange(const std::string& sheet) override {
+    return spreadsheet_.WorkLostByChange(sheet);
   }
 
   void Save(const fs::path& file, const Tell& tell) override {

@@ -15,6 +15,12 @@ namespace mirelo::workbook {
 
 namespace {
 
+std::vector<std::string> SentencesOf(const std::vector<Loss>& losses) {
+  std::vector<std::string> sentences;
+  for (const Loss& loss : losses) sentences.push_back(loss.text);
+  return sentences;
+}
+
 std::set<std::string> SetOf(const std::vector<std::string>& list) { return {list.begin(), list.end()}; }
 
 }  // namespace
@@ -54,19 +60,21 @@ std::vector<std::string> Spreadsheet::Losses() const { return Losses(KeptSheets(
 
 std::vector<std::string> Spreadsheet::Losses(const std::optional<Kept>& kept) const {
   if (origin_ == nullptr) return {};
-  std::vector<std::string> losses = origin_->Losses(kept);
+  std::vector<std::string> losses = SentencesOf(origin_->Losses(kept));
   std::erase_if(losses, [&](const std::string& loss) { return notes_.suffered.contains(loss); });
   return losses;
 }
 
-std::vector<std::string> Spreadsheet::LossesOfChange(const std::string& sheet) const {
+std::vector<std::string> Spreadsheet::WorkLostByChange(const std::string& sheet) const {
   std::optional<Kept> kept = KeptSheets();
   if (!kept) return {};
   const std::set<std::string> before = SetOf(Losses(kept));
   std::erase_if(*kept, [&](const Sheet* each) { return EqualText(each->name, sheet); });
-  std::vector<std::string> losses = Losses(kept);
-  std::erase_if(losses, [&](const std::string& loss) { return before.contains(loss); });
-  return losses;
+  std::vector<Loss> losses = origin_->Losses(kept);
+  std::erase_if(losses, [&](const Loss& loss) {
+    return !loss.is_work || before.contains(loss.text) || notes_.suffered.contains(loss.text);
+  });
+  return SentencesOf(losses);
 }
 
 std::vector<std::string> Spreadsheet::NewLosses() { return NewLosses(KeptSheets()); }
@@ -103,7 +111,7 @@ FileStamp Spreadsheet::Save(const std::filesystem::path& file, std::optional<Kep
   std::set<std::string> lost;
   const auto write = [&](const std::filesystem::path& fresh) {
     Write(fresh, kept, tell_problem);
-    if (origin_ != nullptr) lost = SetOf(origin_->Losses(kept));
+    if (origin_ != nullptr) lost = SetOf(SentencesOf(origin_->Losses(kept)));
   };
   const FileStamp saved = ReplaceFile(file, write, known, placing);
   book_->name = std::move(name);

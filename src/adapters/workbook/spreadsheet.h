@@ -44,8 +44,9 @@ class Spreadsheet {
   // The Losses() that NewLosses has not given before.
   std::vector<std::string> NewLosses();
 
-  // What saving would lose besides if the sheet of this name were changed (see host::Document).
-  std::vector<std::string> LossesOfChange(const std::string& sheet) const;
+  // What of a person's work saving would lose besides if the sheet of this name were changed (see
+  // host::Document).
+  std::vector<std::string> WorkLostByChange(const std::string& sheet) const;
 
   // Saves as .xlsx. The file changes at once and as a whole: until then, and whenever saving fails or is cut
   // off, an old file stays as it was. The new one keeps the old one's permissions, and a symbolic link goes

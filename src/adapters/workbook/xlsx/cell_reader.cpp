@@ -110,13 +110,17 @@ RuntimeError CellReader::DamagedCell(std::string_view what) const {
 }
 
 void CellReader::ReportLosses() const {
-  const auto report = [&](std::size_t cells, std::string_view what, std::string_view fate) {
+  const auto report = [&](std::size_t cells, std::string_view what, std::string_view fate,
+                          bool is_work = false) {
     if (cells == 0) return;
-    context_.losses.Add(sheet_.name, "not kept: " + std::string(what) + " (cells: " + std::to_string(cells) +
-                                         ")" + std::string(fate) + ".");
+    context_.losses.Add(sheet_.name,
+                        "not kept: " + std::string(what) + " (cells: " + std::to_string(cells) + ")" +
+                            std::string(fate) + ".",
+                        is_work);
   };
-  report(formulas_, "formulas", ", which become the last value computed");
-  report(formulas_without_value_, "formulas that are not calculated", ", which leave nothing");
+  constexpr bool kWork = true;
+  report(formulas_, "formulas", ", which become the last value computed", kWork);
+  report(formulas_without_value_, "formulas that are not calculated", ", which leave nothing", kWork);
   report(rich_texts_, "several formats within one text", "");
   report(unknown_errors_, "errors of newer programs", ", which become #VALUE!");
 }

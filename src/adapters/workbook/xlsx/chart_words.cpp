@@ -172,7 +172,7 @@ void ReportExtensions(pugi::xml_node element, ChartLosses& losses) {
 }
 
 void Report(pugi::xml_node element, std::span<const PartWord> words, ChartLosses& losses) {
-  ReportElements(element, words, [&](const std::string& meaning) { losses.Add(meaning); });
+  ReportElements(element, words, [&](const PartMeaning& meaning) { losses.Add(meaning.text); });
   ReportExtensions(element, losses);
 }
 

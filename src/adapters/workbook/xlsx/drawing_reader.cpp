@@ -85,7 +85,7 @@ class DrawingReader {
       Lose("shapes of newer programs");
       return;
     }
-    ReportElements(anchor, kShapeWords, [&](const std::string& meaning) { Lose(meaning); });
+    ReportElements(anchor, kShapeWords, [&](const PartMeaning& meaning) { Lose(meaning.text); });
     ForEachChild(anchor, "graphicFrame", [&](pugi::xml_node frame) { ReadFrame(anchor, frame); });
   }
 
@@ -202,8 +202,9 @@ std::shared_ptr<Chart> ReadChartSheet(SheetContext& context, const std::string& 
                                       const std::string& name) {
   const XmlPart xml(context.package, part, "chartsheet");
   Sheet stand_in(name);
-  ReportElements(xml.root(), kChartSheetWords,
-                 [&](const std::string& meaning) { context.losses.Add(name, "not kept: " + meaning + "."); });
+  ReportElements(xml.root(), kChartSheetWords, [&](const PartMeaning& meaning) {
+    context.losses.Add(name, "not kept: " + meaning.text + ".");
+  });
   ReadCharts(context, Relationships(context.package, part), stand_in);
   if (stand_in.charts.all.empty()) return nullptr;
   std::shared_ptr<Chart> chart = stand_in.charts.all.front();

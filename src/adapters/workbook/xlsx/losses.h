@@ -19,7 +19,10 @@ struct Loss {
   };
   Of of = Of::Formats;
   std::string text;
-  std::string sheet;  // its name, for one of a sheet
+  std::string sheet = {};  // its name, for one of a sheet
+  // Whether a person made the thing and works with it, such as a formula. The others are settings and looks,
+  // which most programs leave on every sheet.
+  bool is_work = false;
   friend bool operator==(const Loss&, const Loss&) = default;
 };
 
@@ -27,9 +30,9 @@ struct Loss {
 class Losses {
  public:
   void Add(Loss loss);
-  void Add(std::string what) { Add({Loss::Of::Formats, std::move(what), ""}); }
+  void Add(std::string what) { Add({Loss::Of::Formats, std::move(what)}); }
   // About one sheet.
-  void Add(const std::string& sheet, std::string_view what);
+  void Add(const std::string& sheet, std::string_view what, bool is_work = false);
 
   const std::vector<Loss>& list() const { return list_; }
 

@@ -1,6 +1,7 @@
 #include "adapters/workbook/xlsx/origin.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "adapters/workbook/xlsx/sheet_changes.h"
@@ -44,7 +45,7 @@ bool Origin::AreChartSheetsUnchanged(const Book& book, const LoadedBook& again) 
   return place == book.chart_sheets.size();
 }
 
-std::vector<std::string> Origin::Losses(const std::optional<Kept>& kept) const {
+std::vector<Loss> Origin::Losses(const std::optional<Kept>& kept) const {
   const auto is_rewritten = [&](const LoadedBook::Entry& entry) {
     return entry.sheet != nullptr && !(kept && kept->contains(entry.sheet.get()));
   };
@@ -67,10 +68,8 @@ std::vector<std::string> Origin::Losses(const std::optional<Kept>& kept) const {
     }
     return true;
   };
-  std::vector<std::string> lost;
-  for (const Loss& loss : losses_) {
-    if (is_lost(loss)) lost.push_back(loss.text);
-  }
+  std::vector<Loss> lost;
+  std::ranges::copy_if(losses_, std::back_inserter(lost), is_lost);
   return lost;
 }
 

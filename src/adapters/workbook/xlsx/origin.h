@@ -33,7 +33,7 @@ class Origin {
   void GiveUp() { std::vector<char>().swap(file_); }
 
   // What is lost when the workbook is saved with these sheets kept.
-  std::vector<std::string> Losses(const std::optional<Kept>& kept) const;
+  std::vector<Loss> Losses(const std::optional<Kept>& kept) const;
 
  private:
   bool AreChartSheetsUnchanged(const Book& book, const LoadedBook& again) const;

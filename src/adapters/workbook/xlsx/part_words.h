@@ -15,14 +15,20 @@ namespace mirelo::workbook {
 struct PartWord {
   std::string_view word;
   std::string_view meaning;
+  bool is_work = false;  // see Loss
+};
+
+struct PartMeaning {
+  std::string text;
+  bool is_work = false;
 };
 
 // What a person would call the thing. For a word that is not in the list, the word itself in a phrase.
-inline std::string MeaningOf(std::span<const PartWord> words, std::string_view word) {
+inline PartMeaning MeaningOf(std::span<const PartWord> words, std::string_view word) {
   const auto found =
       std::find_if(words.begin(), words.end(), [&](const PartWord& known) { return known.word == word; });
-  return found == words.end() ? "what the file calls \"" + std::string(word) + "\""
-                              : std::string(found->meaning);
+  if (found == words.end()) return {"what the file calls \"" + std::string(word) + "\""};
+  return {std::string(found->meaning), found->is_work};
 }
 
 // Calls report(meaning) for the child elements that mean a loss. One that holds nothing is passed over.
@@ -31,8 +37,8 @@ void ReportElements(pugi::xml_node parent, std::span<const PartWord> words, Repo
   for (const pugi::xml_node child : parent.children()) {
     const bool is_empty = !child.first_child() && !child.first_attribute();
     if (child.type() != pugi::node_element || is_empty) continue;
-    const std::string meaning = MeaningOf(words, LocalName(child));
-    if (!meaning.empty()) report(meaning);
+    const PartMeaning meaning = MeaningOf(words, LocalName(child));
+    if (!meaning.text.empty()) report(meaning);
   }
 }
 

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view kPrintSettings = "print settings";
 constexpr std::string_view kNewerFeatures = "features of newer programs";
+constexpr bool kWork = true;
 
 constexpr std::array kSheetElements = std::to_array<PartWord>({
     {"dimension", ""},
@@ -30,28 +31,28 @@ constexpr std::array kSheetElements = std::to_array<PartWord>({
     {"tableParts", ""},
     {"picture", ""},
     {"sheetPr", ""},
-    {"autoFilter", "filters"},
-    {"sortState", "filters"},
-    {"cellWatches", "watched cells"},
+    {"autoFilter", "filters", kWork},
+    {"sortState", "filters", kWork},
+    {"cellWatches", "watched cells", kWork},
     {"colBreaks", "page breaks"},
     {"rowBreaks", "page breaks"},
-    {"controls", "form controls"},
+    {"controls", "form controls", kWork},
     {"customProperties", "custom properties"},
     {"customSheetViews", "custom views"},
-    {"dataConsolidate", "data consolidation"},
-    {"dataValidations", "data validation"},
+    {"dataConsolidate", "data consolidation", kWork},
+    {"dataValidations", "data validation", kWork},
     {"extLst", kNewerFeatures},
     {"AlternateContent", kNewerFeatures},
     {"headerFooter", "page headers and footers"},
-    {"hyperlinks", "hyperlinks"},
+    {"hyperlinks", "hyperlinks", kWork},
     {"ignoredErrors", "ignored errors"},
-    {"mergeCells", "merged cells"},
-    {"oleObjects", "embedded objects"},
+    {"mergeCells", "merged cells", kWork},
+    {"oleObjects", "embedded objects", kWork},
     {"pageSetup", kPrintSettings},
     {"printOptions", kPrintSettings},
-    {"protectedRanges", "protection"},
-    {"scenarios", "scenarios"},
-    {"sheetProtection", "protection"},
+    {"protectedRanges", "protection", kWork},
+    {"scenarios", "scenarios", kWork},
+    {"sheetProtection", "protection", kWork},
     {"smartTags", "smart tags"},
     {"webPublishItems", "web publishing"},
 });
@@ -60,19 +61,19 @@ constexpr std::array kSheetParts = std::to_array<PartWord>({
     {"hyperlink", ""},   // reported by the element
     {"vmlDrawing", ""},  // looked into by itself
     {"comments", ""},
-    {"threadedComment", "threads of comments"},
-    {"ctrlProp", "form controls"},
-    {"control", "form controls"},
+    {"threadedComment", "threads of comments", kWork},
+    {"ctrlProp", "form controls", kWork},
+    {"control", "form controls", kWork},
     {"drawing", ""},  // looked into by itself
     {"image", "a background picture"},
-    {"oleObject", "embedded objects"},
-    {"package", "embedded objects"},
-    {"pivotTable", "pivot tables"},
+    {"oleObject", "embedded objects", kWork},
+    {"package", "embedded objects", kWork},
+    {"pivotTable", "pivot tables", kWork},
     {"printerSettings", kPrintSettings},
-    {"queryTable", "queries"},
-    {"slicer", "slicers"},
-    {"table", "tables"},
-    {"timeline", "timelines"},
+    {"queryTable", "queries", kWork},
+    {"slicer", "slicers", kWork},
+    {"table", "tables", kWork},
+    {"timeline", "timelines", kWork},
 });
 
 constexpr std::array kWorkbookElements = std::to_array<PartWord>({
@@ -133,8 +134,8 @@ constexpr std::array kPackageParts = std::to_array<PartWord>({
 template <class Report>
 void ReportParts(const Relationships& relationships, std::span<const PartWord> kinds, Report&& report) {
   for (const Relationship& relationship : relationships.all()) {
-    const std::string meaning = MeaningOf(kinds, relationship.type);
-    if (!meaning.empty()) report(meaning);
+    const PartMeaning meaning = MeaningOf(kinds, relationship.type);
+    if (!meaning.text.empty()) report(meaning);
   }
 }
 
@@ -162,15 +163,17 @@ void ReportGroups(pugi::xml_node worksheet, const std::string& sheet, Losses& lo
   if (Child(Child(worksheet, "sheetPr"), "tabColor")) losses.Add(sheet, "not kept: the colour of the tab.");
 }
 
-void AddOfWorkbook(const std::string& meaning, Losses& losses) {
-  losses.Add({Loss::Of::Workbook, "Workbook: not kept: " + meaning + ".", ""});
+void AddOfWorkbook(const PartMeaning& meaning, Losses& losses) {
+  losses.Add({Loss::Of::Workbook, "Workbook: not kept: " + meaning.text + "."});
 }
 
 }  // namespace
 
 void ReportSheetLosses(pugi::xml_node worksheet, const Relationships& relationships, const std::string& sheet,
                        Losses& losses) {
-  const auto report = [&](const std::string& meaning) { losses.Add(sheet, "not kept: " + meaning + "."); };
+  const auto report = [&](const PartMeaning& meaning) {
+    losses.Add(sheet, "not kept: " + meaning.text + ".", meaning.is_work);
+  };
   ReportElements(worksheet, kSheetElements, report);
   ReportParts(relationships, kSheetParts, report);
   ReportViews(worksheet, sheet, losses);
@@ -178,16 +181,16 @@ void ReportSheetLosses(pugi::xml_node worksheet, const Relationships& relationsh
 }
 
 void ReportWorkbookLosses(pugi::xml_node workbook, const Relationships& relationships, Losses& losses) {
-  const auto report = [&](const std::string& meaning) { AddOfWorkbook(meaning, losses); };
+  const auto report = [&](const PartMeaning& meaning) { AddOfWorkbook(meaning, losses); };
   ReportElements(workbook, kWorkbookElements, report);
   ReportParts(relationships, kWorkbookParts, report);
 }
 
 void ReportPackageLosses(const Relationships& relationships, Losses& losses) {
   ReportParts(relationships, kPackageParts,
-              [&](const std::string& meaning) { AddOfWorkbook(meaning, losses); });
+              [&](const PartMeaning& meaning) { AddOfWorkbook(meaning, losses); });
   if (relationships.FindType("origin") != nullptr)
-    losses.Add({Loss::Of::File, "Workbook: not kept: the digital signature.", ""});
+    losses.Add({Loss::Of::File, "Workbook: not kept: the digital signature."});
 }
 
 }  // namespace mirelo::workbook

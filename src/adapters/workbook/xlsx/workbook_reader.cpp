@@ -118,8 +118,8 @@ class WorkbookReader {
     const std::string_view state = Attribute(node, "state");
     sheet->hidden = state == "hidden" || state == "veryHidden";
     if (state == "veryHidden") {
-      losses_.Add({Loss::Of::Workbook,
-                   "Sheet \"" + sheet->name + "\": becomes a sheet that a person can unhide.", ""});
+      losses_.Add(
+          {Loss::Of::Workbook, "Sheet \"" + sheet->name + "\": becomes a sheet that a person can unhide."});
     }
     if (!book_->chart_sheets.empty()) LoseOfWorkbook("that chart sheets stand before worksheets.");
     book_->InsertSheet(book_->sheets.size(), sheet);
@@ -144,7 +144,7 @@ class WorkbookReader {
   }
 
   void LoseOfWorkbook(const std::string& what) {
-    losses_.Add({Loss::Of::Workbook, "Workbook: not kept: " + what, ""});
+    losses_.Add({Loss::Of::Workbook, "Workbook: not kept: " + what});
   }
 
   bool CountsFrom1904() const { return Flag(Child(xml_.root(), "workbookPr"), "date1904", false); }
@@ -178,8 +178,7 @@ class WorkbookReader {
     if (objection.empty()) return;
     const std::string old = std::exchange(sheet.name, FreeName(sheet, kind));
     losses_.Add({Loss::Of::File,
-                 "Sheet \"" + old + "\" is renamed to \"" + sheet.name + "\": " + std::string(objection),
-                 ""});
+                 "Sheet \"" + old + "\" is renamed to \"" + sheet.name + "\": " + std::string(objection)});
     has_renamed_ = true;
   }
 
