@@ -64,6 +64,8 @@ std::string Sentence(const RuntimeError& failure) {
   return advice.empty() ? text : text + ". " + advice;
 }
 
+std::string Quotes(std::int64_t count) { return std::to_string(count) + (count == 1 ? " quote" : " quotes"); }
+
 template <class Opening>
 auto SayingWhatElse(Opening&& open) {
   try {
@@ -137,10 +139,10 @@ void AlsoFiles::End() {
 bool AlsoFiles::Summarize() const {
   bool is_complete = true;
   for (const auto& kept : kept_) {
-    Out() << kept->journal.Kept() << " quotes kept in " << kept->file.string() << "\n";
+    Out() << Quotes(kept->journal.Kept()) << " kept in " << kept->file.string() << "\n";
     if (kept->journal.Lost() == 0) continue;
     is_complete = false;
-    Err() << "error: " << kept->journal.Lost() << " quotes could not be kept in " << kept->file.string()
+    Err() << "error: " << Quotes(kept->journal.Lost()) << " could not be kept in " << kept->file.string()
           << "\n";
   }
   Out().Flush();

@@ -16,10 +16,12 @@
 #include <thread>
 #include <vector>
 
+#include "adapters/csv/csv_text.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "app/child_process.h"
 #include "app/program.h"
 #include "automation/date.h"
+#include "day/quote_journal.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
@@ -206,11 +208,13 @@ TEST_F(Export, TakesThePlaceOfNothingThatWouldBeMissed) {
   sqlite3_exec(others, "CREATE TABLE mine (x)", nullptr, nullptr, nullptr);
   sqlite3_close(others);
   std::ofstream(folder_ / "letter.txt") << "Dear reader";
+  std::ofstream(folder_ / "kept.csv") << "Number," << csv::HeaderLine(day::QuoteJournal::Columns());
   const Arguments refused[] = {
       {"--output", kFile},
       {"--format", "json", "--output", "others.db"},
       {"--format", "sqlite", "--output", "others.db"},
       {"--format", "sqlite", "--output", "letter.txt"},
+      {"--output", "kept.csv"},
   };
   ASSERT_EQ(Run().exit_code, 0);
   for (const Arguments& arguments : refused) {
