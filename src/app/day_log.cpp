@@ -1,9 +1,9 @@
 #include "app/day_log.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 
+#include "app/state_folder.h"
 #include "app/workbook_keeper.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
@@ -19,22 +19,12 @@ using terminal::Err;
 
 namespace {
 
-fs::path FolderFrom(const char* variable) {
-  const char* value = std::getenv(variable);
-  fs::path folder = value == nullptr ? "" : value;
-  return folder.is_absolute() ? folder : fs::path();
-}
-
 fs::path DefaultFile() {
-  fs::path state = FolderFrom("XDG_STATE_HOME");
-  if (state.empty()) {
-    const fs::path home = FolderFrom("HOME");
-    if (home.empty())
-      throw RuntimeError(
-          75, "No folder for the log: neither XDG_STATE_HOME nor HOME names one. Name a file with --log");
-    state = home / ".local" / "state";
-  }
-  return state / "mirelo" / "mirelo.log";
+  const fs::path folder = StateFolder();
+  if (folder.empty())
+    throw RuntimeError(
+        75, "No folder for the log: neither XDG_STATE_HOME nor HOME names one. Name a file with --log");
+  return folder / "mirelo.log";
 }
 
 // Who asks what becomes of quotes is told it, whatever else the log leaves out.

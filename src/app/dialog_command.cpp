@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/checks.h"
+#include "app/open_command.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/show_dialog.h"
@@ -15,11 +16,12 @@ DialogCommand::DialogCommand(CLI::App& program, const GlobalOptions& global) : g
   command_
       ->add_option("--workbook", workbook_,
                    "The .xlsx file for which the dialog is shown, and in which Go builds the table; made "
-                   "when it is absent. Without it the table is built in a workbook that is not kept")
+                   "when it is absent. Without it this is mirelo open")
       ->type_name("FILE")
       ->check(IsWorkbookName());
   command_->footer(
-      "Prints how the dialog was ended: 77 (committed, quotes are to be streamed), 78 (committed, quotes "
+      "With --workbook, prints how the dialog was ended: 77 (committed, quotes are to be streamed), 78 "
+      "(committed, quotes "
       "are\n"
       "to be asked for) or 2 (nothing was committed). Exit codes: 0 committed, 1 not committed.");
 }
@@ -28,9 +30,10 @@ bool DialogCommand::IsChosen() const { return command_->parsed(); }
 
 int DialogCommand::Run() {
   if (!global_.show_windows) return BecomeWindowProgram(global_.words);
+  if (!workbook_) return OpenOnScreen(global_, workbook_);
   Session session(global_);
-  global_.show_windows(session.host());
-  return ShowDialog(session, workbook_);
+  const auto screen = global_.show_windows(session.host());
+  return ShowDialog(session, *screen, *workbook_);
 }
 
 }  // namespace mirelo::app

@@ -9,6 +9,7 @@
 #include "app/export_command.h"
 #include "app/go_command.h"
 #include "app/list_command.h"
+#include "app/open_command.h"
 #include "app/options.h"
 #include "app/quotes_command.h"
 #include "app/run_command.h"
@@ -57,6 +58,7 @@ struct MireloProgram::Commands {
   std::unique_ptr<CLI::App> program = WithoutCommands(global);
   RunCommand run{*program, global};
   DialogCommand dialog{*program, global};
+  OpenCommand open{*program, global};
   GoCommand go{*program, global};
   QuotesCommand quotes{*program, global};
   StreamCommand stream{*program, global};
@@ -74,7 +76,7 @@ MireloProgram::~MireloProgram() = default;
 CLI::App& MireloProgram::tree() { return *commands_->program; }
 
 int MireloProgram::Run(int argc, char** argv) {
-  auto& [global, program, run, dialog, go, quotes, stream, show, exported, sources, list, settings,
+  auto& [global, program, run, dialog, open, go, quotes, stream, show, exported, sources, list, settings,
          credentials] = *commands_;
   global.words.assign(argv + 1, argv + argc);
   try {
@@ -82,7 +84,8 @@ int MireloProgram::Run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return EndParsing(*program, error);
   }
-  return RunChosen(run, dialog, go, quotes, stream, show, exported, sources, list, settings, credentials);
+  return RunChosen(run, dialog, open, go, quotes, stream, show, exported, sources, list, settings,
+                   credentials);
 }
 
 }  // namespace mirelo::app

@@ -2,9 +2,12 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "app/screen.h"
 
 namespace mirelo {
 class LinuxHost;
@@ -18,8 +21,11 @@ struct GlobalOptions {
 
   // The whole command line behind the program's name.
   std::vector<std::string> words;
-  // Has a host show windows in place of the terminal. Empty in the program that has none.
-  std::function<void(LinuxHost&)> show_windows;
+  // Has a host show windows in place of the terminal; the screen must not outlive the host. Empty in the
+  // program that has no windows.
+  std::function<std::unique_ptr<Screen>(LinuxHost&)> show_windows;
+  // A screen without a host, for what keeps one from coming up. Empty as above.
+  std::function<std::unique_ptr<Screen>()> show_alone;
 };
 
 }  // namespace mirelo::app

@@ -17,7 +17,9 @@
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/run_program.h"
+#include "app/screen.h"
 #include "app/session.h"
+#include "app/show_dialog.h"
 #include "app/stream_watch.h"
 #include "app/window_program.h"
 #include "app/workbook_file.h"
@@ -153,9 +155,11 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   const auto document = OpenOrNew(documents, workbook_);
   session.document = document.get();
   auto& host = session.host();
+  std::unique_ptr<Screen> screen;
   std::optional<DialogPerson> person;
   if (window_) {
-    global_.show_windows(host);
+    screen = global_.show_windows(host);
+    SayWhereItSaves(*screen, workbook_);
   } else {
     auto desktop = std::make_unique<AttendedDesktop>();
     person.emplace(wishes, *desktop);

@@ -3,8 +3,11 @@
 #include <cstdint>
 
 #include "app/exit_code.h"
+#include "app/last_workbook.h"
+#include "app/screen.h"
 #include "app/session.h"
 #include "app/workbook_file.h"
+#include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "day/chart_labels.h"
 #include "day/dialog_result.h"
@@ -12,19 +15,39 @@
 
 namespace mirelo::app {
 
+using terminal::Err;
 using terminal::Out;
 
-int ShowDialog(Session& session, const std::optional<std::filesystem::path>& workbook) {
+namespace {
+
+// For the menu's entry. It is not what the command was asked for, so a failure is a warning.
+void RememberAsLast(const std::filesystem::path& workbook) try {
+  LastWorkbook().Remember(workbook);
+} catch (const RuntimeError& error) {
+  Err() << "warning: the workbook is not remembered for the menu's entry: " << error.Description() << "\n";
+}
+
+}  // namespace
+
+void SayWhereItSaves(Screen& screen, const std::filesystem::path& workbook) {
+  screen.PutAbove("frmMirelo", {WhereGoSaves(workbook), "", {}});
+}
+
+int ShowDialog(Session& session, Screen& screen, const std::filesystem::path& workbook) {
   host::Documents& documents = session.documents();
-  const auto hold = workbook ? HoldForGo(documents, *workbook) : nullptr;
-  const auto document = workbook ? OpenOrNew(documents, *workbook) : documents.New();
+  const auto hold = HoldForGo(documents, workbook);
+  const auto document = OpenOrNew(documents, workbook);
   session.document = document.get();
+  SayWhereItSaves(screen, workbook);
   auto& facade = session.facade();
   facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
   const bool committed = day::IsCommitted(result);
-  if (committed) day::UncoverFirstBars(*document->Application());
-  if (committed && workbook) SaveAfterGo(*workbook, *document);
+  if (committed) {
+    day::UncoverFirstBars(*document->Application());
+    SaveAfterGo(workbook, *document);
+    RememberAsLast(workbook);
+  }
   Out() << result << "\n";
   return committed ? kGood : kFailed;
 }

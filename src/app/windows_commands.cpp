@@ -18,7 +18,10 @@ std::unique_ptr<CLI::App> WithoutWindows(GlobalOptions& global) {
 }  // namespace
 
 WindowsCommands::WindowsCommands()
-    : program(WithoutWindows(global)), dialog(*program, global), run(*program, global) {}
+    : program(WithoutWindows(global)),
+      dialog(*program, global),
+      open(*program, global),
+      run(*program, global) {}
 WindowsCommands::~WindowsCommands() = default;
 
 }  // namespace mirelo::app

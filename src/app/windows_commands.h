@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "app/dialog_command.h"
+#include "app/open_command.h"
 #include "app/options.h"
 #include "app/run_command.h"
 
@@ -20,6 +21,7 @@ struct WindowsCommands {
   GlobalOptions global;
   std::unique_ptr<CLI::App> program;
   DialogCommand dialog;
+  OpenCommand open;
   RunCommand run;
 };
 

@@ -17,7 +17,7 @@ using namespace mirelo::app;
 
 int Main(int argc, char** argv) {
   WindowsCommands commands;
-  auto& [global, program, dialog, run] = commands;
+  auto& [global, program, dialog, open, run] = commands;
   global.words.assign(argv + 1, argv + argc);
   try {
     program->parse(argc, argv);
@@ -31,6 +31,8 @@ int Main(int argc, char** argv) {
   }
   const qt::Application application;
   global.show_windows = ShowWindows;
+  global.show_alone = ShowAlone;
+  if (open.IsChosen()) return open.Run();
   return dialog.IsChosen() ? dialog.Run() : run.Run();
 }
 

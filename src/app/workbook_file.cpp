@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "automation/runtime_error.h"
+#include "automation/visible_text.h"
 #include "host/excel/application.h"
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
@@ -32,24 +33,17 @@ struct CauseAndAdvice {
   const char* advice;
 };
 constexpr std::array kAdvice{
-    CauseAndAdvice{Cause::kNoRoom, "Make room on the disk, or name another file with --workbook."},
-    CauseAndAdvice{Cause::kSizeLimit,
-                   "Raise the limit of file sizes (ulimit -f), or make room on the disk, or name another "
-                   "file with --workbook."},
-    CauseAndAdvice{Cause::kRights,
-                   "Make the file and its folder writable, or name another file with --workbook."},
-    CauseAndAdvice{Cause::kReadOnly, "Make its file system writable, or name another file with --workbook."},
-    CauseAndAdvice{Cause::kNoFolder, "Make its folder, or name another file with --workbook."},
-    CauseAndAdvice{
-        Cause::kLinksInACircle,
-        "Remove the symbolic link, which leads back to itself, or name another file with --workbook."},
-    CauseAndAdvice{Cause::kNoRegularFile,
-                   "See that nothing but a file stands there, or name another file with --workbook."},
-    CauseAndAdvice{Cause::kLongName,
-                   "Make the name shorter: hidden files beside it have longer ones, or name another file "
-                   "with --workbook."},
-    CauseAndAdvice{Cause::kOther, "Mend that, or name another file with --workbook."},
+    CauseAndAdvice{Cause::kNoRoom, "Make room on the disk"},
+    CauseAndAdvice{Cause::kSizeLimit, "Raise the limit of file sizes (ulimit -f), or make room on the disk"},
+    CauseAndAdvice{Cause::kRights, "Make the file and its folder writable"},
+    CauseAndAdvice{Cause::kReadOnly, "Make its file system writable"},
+    CauseAndAdvice{Cause::kNoFolder, "Make its folder"},
+    CauseAndAdvice{Cause::kLinksInACircle, "Remove the symbolic link, which leads back to itself"},
+    CauseAndAdvice{Cause::kNoRegularFile, "See that nothing but a file stands there"},
+    CauseAndAdvice{Cause::kLongName, "Make the name shorter: hidden files beside it have longer ones"},
+    CauseAndAdvice{Cause::kOther, "Mend that"},
 };
+constexpr const char* kAnotherByOption = "name another file with --workbook";
 constexpr const char* kGoAgain = "Press Go again, on what that program has saved.";
 
 bool FileSizesAreLimited() {
@@ -67,26 +61,36 @@ std::optional<Cause> CauseOf(const RuntimeError& error) {
   return cause == Cause::kNoRoom && FileSizesAreLimited() ? Cause::kSizeLimit : cause;
 }
 
-std::string AdviceFor(Cause cause) {
-  return std::ranges::find(kAdvice, cause, &CauseAndAdvice::cause)->advice;
+std::string AdviceFor(Cause cause, const std::string& another) {
+  const std::string advice = std::ranges::find(kAdvice, cause, &CauseAndAdvice::cause)->advice;
+  return advice + ", or " + another + ".";
 }
 
 std::string AsSentence(const std::string& text) { return text.ends_with('.') ? text : text + '.'; }
 
 // Does what may fail to save; the error's text then says what to do as well.
 template <class Attempt>
-auto SayingWhatToDo(Attempt&& attempt) {
+auto SayingWhatToDo(const Front& front, Attempt&& attempt) {
   try {
     return attempt();
   } catch (const host::ChangedMeanwhile& changed) {
-    throw RuntimeError(changed.Number(), AsSentence(changed.Description()) + "\n" + kGoAgain,
-                       changed.Source());
+    throw host::ChangedMeanwhile(RuntimeError(
+        changed.Number(), AsSentence(changed.Description()) + "\n" + kGoAgain, changed.Source()));
   } catch (const RuntimeError& error) {
     const auto cause = CauseOf(error);
     if (!cause) throw;
-    throw RuntimeError(error.Number(), AsSentence(error.Description()) + "\n" + AdviceFor(*cause),
+    throw RuntimeError(error.Number(),
+                       AsSentence(error.Description()) + "\n" + AdviceFor(*cause, front.another),
                        error.Source());
   }
+}
+
+std::unique_ptr<host::DocumentHold> HoldWarned(host::Documents& documents, const std::filesystem::path& file,
+                                               const Front& front) {
+  auto hold = SayingWhatToDo(front, [&] { return documents.Hold(file); });
+  if (!hold->IsLocked())
+    front.warn("its file system knows no locks; see that no other Mirelo saves it meanwhile");
+  return hold;
 }
 
 }  // namespace
@@ -118,29 +122,43 @@ void PutQuoteTableInFront(host::Document& document) {
 
 std::string WhatToDoAbout(const RuntimeError& failure) {
   const auto cause = CauseOf(failure);
-  return cause ? AdviceFor(*cause) : std::string();
+  return cause ? AdviceFor(*cause, kAnotherByOption) : std::string();
+}
+
+std::string WhereGoSaves(const std::filesystem::path& file) {
+  std::error_code ignored;
+  const bool is_new = !std::filesystem::exists(file, ignored);
+  return "Go saves in " + Visible(std::filesystem::absolute(file).string()) + (is_new ? " (new)" : "");
+}
+
+Front Terminal(const std::filesystem::path& file) {
+  return {[file](const std::string& sentence) { TellLoss(file, sentence); }, kAnotherByOption};
+}
+
+std::unique_ptr<host::DocumentHold> HoldForGo(host::Documents& documents, const std::filesystem::path& file,
+                                              const Front& front) {
+  auto hold = HoldWarned(documents, file, front);
+  SayingWhatToDo(front, [&] { documents.RequireSavable(file); });
+  return hold;
 }
 
 std::unique_ptr<host::DocumentHold> HoldForGo(host::Documents& documents, const std::filesystem::path& file) {
-  auto hold = HoldForDay(documents, file);
-  SayingWhatToDo([&] { documents.RequireSavable(file); });
-  return hold;
+  return HoldForGo(documents, file, Terminal(file));
 }
 
 std::unique_ptr<host::DocumentHold> HoldForDay(host::Documents& documents,
                                                const std::filesystem::path& file) {
-  auto hold = SayingWhatToDo([&] { return documents.Hold(file); });
-  if (!hold->IsLocked())
-    Err() << "warning: " << file.string()
-          << ": its file system knows no locks; see that no other Mirelo saves it meanwhile\n";
-  return hold;
+  return HoldWarned(documents, file, Terminal(file));
+}
+
+void SaveTold(const std::filesystem::path& file, host::Document& document, const Front& front) {
+  PutQuoteTableInFront(document);
+  SayingWhatToDo(front, [&] { document.Save(file, front.warn); });
 }
 
 void SaveAfterGo(const std::filesystem::path& file, host::Document& document) {
-  const auto tell = [&](const std::string& loss) { TellLoss(file, loss); };
-  PutQuoteTableInFront(document);
   try {
-    SayingWhatToDo([&] { document.Save(file, tell); });
+    SaveTold(file, document, Terminal(file));
   } catch (const RuntimeError&) {
     Err() << "The settings are stored, but the workbook is as it was.\n";
     throw;

@@ -29,8 +29,8 @@ TEST_F(CommandLine, PrintsTheVersion) {
 }
 
 TEST_F(CommandLine, HelpsWithEveryCommand) {
-  for (const char* command :
-       {"quotes", "run", "dialog", "go", "settings", "show", "sources", "stream", "list", "credentials"}) {
+  for (const char* command : {"quotes", "run", "dialog", "open", "go", "settings", "show", "sources",
+                              "stream", "list", "credentials"}) {
     SCOPED_TRACE(command);
     EXPECT_THAT(Run({"--help"}).out, HasSubstr(command));
     const auto result = Run({command, "--help"});

@@ -275,6 +275,7 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
       {{"--registry", "/proc/" + k, "settings", "list"}},
       // The environment.
       {{"dialog"}, "", "\\u001B", {"DISPLAY=" + k}},
+      {{"open"}, "", "\\u001B", {"DISPLAY=" + k}},
       {{"settings", "list"}, "", "\\u001B", {"XDG_DATA_HOME=/proc/" + k}},
       // Credentials, last, since the stream needs them.
       {{"credentials", "set"}, "Name" + kFromFiles + "\nsecret\n", ""},

@@ -145,6 +145,13 @@ class MenuEntry(InstalledCase):
         program, *arguments = next(line for line in lines if line.startswith("Exec="))[len("Exec=") :].split()
         self.run_here(self.programs / program, *arguments, "--help")
 
+    def test_takes_the_workbook_that_a_file_manager_hands_over(self):
+        lines = self.entry().read_text().splitlines()
+        self.assertIn("Exec=mirelo-windows open %f", lines)
+        self.assertIn("TryExec=mirelo-windows", lines)
+        self.assertTrue((self.programs / "mirelo-windows").exists())
+        self.assertIn("MimeType=application/vnd.openxmlformats-officedocument.spreadsheetml.sheet;", lines)
+
     def test_has_an_icon_that_can_be_drawn(self):
         icon = self.prefix / "share" / "icons" / "hicolor" / "scalable" / "apps" / "mirelo.svg"
         self.assertIn("Icon=mirelo\n", self.entry().read_text())

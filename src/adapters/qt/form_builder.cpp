@@ -4,9 +4,12 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
+#include "adapters/qt/enter_asks.h"
 #include "adapters/qt/focus_arrows.h"
+#include "adapters/qt/grid_view.h"
 #include "adapters/qt/text.h"
 #include "adapters/qt/view.h"
 #include "adapters/qt/widgets.h"
@@ -59,20 +62,25 @@ std::vector<Part> OneBelowTheOther(const std::vector<forms::Control*>& controls)
 
 }  // namespace
 
-void FormBuilder::Build(QWidget& window) {
+QWidget* FormBuilder::Build(QWidget& window, QWidget* before) {
   std::vector<forms::Control*> controls = form_.Controls();
   std::erase_if(controls, [](const forms::Control* control) { return control->Parent() != nullptr; });
   Fill(window, "", controls);
 
-  QWidget* before = nullptr;
-  for (const forms::Control* control : form_.Controls()) {
-    QWidget* widget = views_.WidgetOf(control);
-    if (widget == nullptr || widget == before || widget->focusPolicy() == Qt::NoFocus) continue;
+  OrderFocus(before);
+  views_.ShowAll();
+  AlignFields();
+  return first_;
+}
+
+// The Tab key goes as the eye does: a form's controls are in the order in which they were made, which knows
+// no places.
+void FormBuilder::OrderFocus(QWidget* before) const {
+  for (QWidget* widget : in_order_) {
+    if (widget->focusPolicy() == Qt::NoFocus) continue;
     if (before != nullptr) QWidget::setTabOrder(before, widget);
     before = widget;
   }
-  views_.ShowAll();
-  AlignFields();
 }
 
 // What the fields of a panel are called is as wide in all its grids.
@@ -143,6 +151,7 @@ FormBuilder::Item FormBuilder::Make(const Part& part) {
 }
 
 FormBuilder::Item FormBuilder::MakeControl(const Part& part) {
+  const auto place = static_cast<std::ptrdiff_t>(in_order_.size());  // before what it holds
   QWidget* widget = nullptr;
   switch (part.kind) {
     case Part::Kind::Spin:
@@ -154,7 +163,12 @@ FormBuilder::Item FormBuilder::MakeControl(const Part& part) {
     default:
       widget = WidgetFor(Find<forms::Control>(part.name));
   }
+  in_order_.insert(in_order_.begin() + place, widget);
   if (part.kind == Part::Kind::Title) MakeBold(*widget);
+  if (part.has_first_focus) first_ = widget;
+  if (!part.asks.empty())
+    new EnterAsks(*widget, Find<forms::Label>(part.name), part.asks, views_.loop());  // owned by the widget
+  if (auto* const grid = dynamic_cast<GridView*>(widget)) grid->SetUsualWidths(part.usual_widths);
   Name(*widget, part);
   return {widget, nullptr};
 }
@@ -178,6 +192,7 @@ FormBuilder::Item FormBuilder::MakeFields(const Part& part) {
 FormBuilder::Item FormBuilder::MakePalette(const Part& part) {
   auto* grid = new QGridLayout;
   grid->setSpacing(2);
+  const std::size_t first = in_order_.size();
   std::vector<QWidget*> cells;
   for (const Part& cell : part.parts) {
     const int place = static_cast<int>(cells.size());
@@ -185,7 +200,15 @@ FormBuilder::Item FormBuilder::MakePalette(const Part& part) {
     cells.back()->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     grid->addWidget(cells.back(), place % part.rows, place / part.rows);
   }
-  new FocusArrows(std::move(cells), part.rows);  // owned by the first cell
+  // Cells are told column by column, and read row by row.
+  in_order_.resize(first);
+  for (int row = 0; row < part.rows; ++row) {
+    for (auto cell = static_cast<std::size_t>(row); cell < cells.size();
+         cell += static_cast<std::size_t>(part.rows))
+      in_order_.push_back(cells[cell]);
+  }
+  QWidget* const above = part.other.empty() ? nullptr : views_.WidgetOf(form_.Find(part.other));
+  new FocusArrows(std::move(cells), part.rows, above);  // owned by the first cell
   return {nullptr, grid};
 }
 

@@ -2,7 +2,6 @@
 
 #include <QString>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "adapters/qt/layout.h"
@@ -29,8 +28,9 @@ class FormBuilder final : private forms::ControlVisitor {
   FormBuilder(forms::Form& form, FormLayout layout, Views& views)
       : form_(form), layout_(std::move(layout)), views_(views) {}
 
-  // Fills the window. Call once.
-  void Build(QWidget& window);
+  // Fills the window. Call once. The Tab key reaches the form behind `before`, which is null for none. What
+  // is to have the focus first, if the layout says so; otherwise null.
+  QWidget* Build(QWidget& window, QWidget* before);
 
  private:
   // A part as Qt lays it out: a widget, a layout, or a space.
@@ -39,6 +39,7 @@ class FormBuilder final : private forms::ControlVisitor {
     QLayout* layout = nullptr;
   };
 
+  void OrderFocus(QWidget* before) const;
   void AlignFields() const;
   void Fill(QWidget& host, const std::string& panel, const std::vector<forms::Control*>& controls);
   Part PartOf(const std::string& panel, const std::vector<forms::Control*>& controls) const;
@@ -75,7 +76,8 @@ class FormBuilder final : private forms::ControlVisitor {
   forms::Form& form_;
   FormLayout layout_;
   Views& views_;
-  std::unordered_set<const forms::Control*> placed_;
+  std::vector<QWidget*> in_order_;  // of the controls, as the eye goes over them
+  QWidget* first_ = nullptr;
   std::vector<QGridLayout*> grids_;                 // of fields, of the panel that is being filled
   std::vector<std::vector<QGridLayout*>> aligned_;  // and of each panel before
   QWidget* made_ = nullptr;                         // by the visit that has just ended

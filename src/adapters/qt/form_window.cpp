@@ -1,9 +1,10 @@
 #include "adapters/qt/form_window.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QLayout>
+#include <QPushButton>
 #include <QScreen>
 #include <algorithm>
 
@@ -11,6 +12,7 @@
 #include "adapters/qt/layouts.h"
 #include "adapters/qt/pictures.h"
 #include "adapters/qt/qt_loop.h"
+#include "adapters/qt/scroll_page.h"
 #include "adapters/qt/text.h"
 #include "adapters/qt/twips.h"
 #include "forms/button.h"
@@ -54,7 +56,7 @@ Qt::WindowStates StatesFor(forms::Form::State state) {
 
 }  // namespace
 
-FormWindow::FormWindow(forms::Form& form, QtLoop& loop, QWidget* above)
+FormWindow::FormWindow(forms::Form& form, QtLoop& loop, QWidget* above, const TopLine* top)
     : QWidget(above, FlagsFor(form.BorderStyle())),
       form_(form),
       loop_(loop),
@@ -62,11 +64,14 @@ FormWindow::FormWindow(forms::Form& form, QtLoop& loop, QWidget* above)
       subscription_(form.Appearance.Subscribe([this] { ShowForm(); })) {
   setWindowModality(Qt::ApplicationModal);
   setWindowIcon(Picture("chart"));
-  FormBuilder(form, LayoutOf(form.Name()), views_).Build(*this);
+  const TopLineWidget above_form = top == nullptr ? TopLineWidget{} : MakeTopLine(*top, loop);
+  if (above_form.line != nullptr) above_form.line->setParent(this);
+  first_ = FormBuilder(form, LayoutOf(form.Name()), views_).Build(*this, above_form.button);
+  if (above_form.line != nullptr) qobject_cast<QBoxLayout*>(layout())->insertWidget(0, above_form.line);
   layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   const QSize designed(PixelsOf(form.Width(), *this), PixelsOf(form.Height(), *this));
   const QSize size = designed.expandedTo(sizeHint());
-  IsSizable(form.BorderStyle()) ? resize(size) : setFixedSize(size);
+  IsSizable(form.BorderStyle()) ? resize(Fitting(size)) : setFixedSize(size);
   Center();
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FollowFocus(now); });
   ShowForm();
@@ -128,11 +133,14 @@ void FormWindow::ShowFocus() {
   QWidget* widget = views_.WidgetOf(active);
   if (widget == nullptr || views_.ControlOf(focusWidget()) == active) return;
   widget->setFocus(Qt::OtherFocusReason);
+  Reveal(*widget);
 }
 
-// A form that gives no control the focus leaves it to the first one that can be used. A strip of tabs is
+// A form that gives no control the focus leaves it to the one that its layout names, else to the first one
+// that can be used. A strip of tabs is
 // passed over: what a person came for is on the tab.
 void FormWindow::FocusFirst() {
+  if (first_ != nullptr && first_->isEnabled()) return first_->setFocus(Qt::TabFocusReason);
   for (const forms::Control* control : form_.Controls()) {
     QWidget* widget = views_.WidgetOf(control);
     const bool takes_focus = widget != nullptr && (widget->focusPolicy() & Qt::TabFocus) != 0;

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include "adapters/qt/top_line.h"
 #include "adapters/qt/view.h"
 #include "automation/event.h"
 #include "host/window_placement.h"
@@ -19,7 +20,8 @@ class QtLoop;
 class FormWindow final : public QWidget {
  public:
   // Neither form nor loop may end before the window. `above` is the window that it lies above; null for none.
-  FormWindow(forms::Form& form, QtLoop& loop, QWidget* above);
+  // A top stands above the form; null for none.
+  FormWindow(forms::Form& form, QtLoop& loop, QWidget* above, const TopLine* top = nullptr);
   ~FormWindow() override;
 
   forms::Form& form() const { return form_; }
@@ -43,6 +45,7 @@ class FormWindow final : public QWidget {
   void ShowFocus();
   void FocusFirst();
   void FollowFocus(QWidget* now);
+  QSize Fitting(const QSize& size) const;
   void Center();
   void RememberPlace();
 
@@ -50,6 +53,7 @@ class FormWindow final : public QWidget {
   QtLoop& loop_;
   Views views_;
   Event<>::Cookie subscription_;
+  QWidget* first_ = nullptr;                 // what the layout gives the focus to
   const forms::Control* focused_ = nullptr;  // as the form says
   QRect normal_;                             // while it is neither minimised nor maximised
 };

@@ -143,10 +143,17 @@ void GridView::Update() {
 void GridView::ShowColumns() {
   showing_columns_ = true;
   for (int column = 0; column < model_.columnCount(); ++column) {
-    const int width = PixelsOf(grid_.ColWidth(model_.GridColumn(column)), *this);
-    if (columnWidth(column) != width) setColumnWidth(column, width);
+    if (const int width = WidthOf(column); columnWidth(column) != width) setColumnWidth(column, width);
   }
   showing_columns_ = false;
+}
+
+// The grid keeps its width: what is stored of it says whether somebody has chosen one.
+int GridView::WidthOf(int column) const {
+  const std::int32_t twips = grid_.ColWidth(model_.GridColumn(column));
+  const int width = PixelsOf(twips, *this);
+  const bool is_chosen = std::ranges::find(usual_widths_, twips) == usual_widths_.end();
+  return is_chosen ? width : std::max(width, horizontalHeader()->sectionSizeHint(column));
 }
 
 // The header row is the active one as long as there is no other: then nothing is selected.

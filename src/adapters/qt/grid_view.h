@@ -4,6 +4,8 @@
 #include <QTableView>
 #include <cstdint>
 #include <functional>
+#include <utility>
+#include <vector>
 
 #include "adapters/qt/grid_model.h"
 
@@ -22,6 +24,8 @@ class GridView final : public QTableView {
   GridView(forms::Grid& grid, QtLoop& loop);
 
   void Follow(const View& view) { view_ = &view; }
+  // Widths in twips that nobody has chosen: a column of one of them is at least as wide as its header.
+  void SetUsualWidths(std::vector<std::int32_t> twips) { usual_widths_ = std::move(twips); }
   // Marks what is shown as out of date.
   void Invalidate();
 
@@ -45,6 +49,7 @@ class GridView final : public QTableView {
 
   void Update();
   void ShowColumns();
+  int WidthOf(int column) const;
   void ShowSelection(Place from, Place to);
   QModelIndex CellOf(Place place) const;
   Place PlaceAt(QPoint position) const;
@@ -55,6 +60,7 @@ class GridView final : public QTableView {
   forms::Grid& grid_;
   GridModel model_;
   const View* view_ = nullptr;
+  std::vector<std::int32_t> usual_widths_;
   bool out_of_date_ = false;
   bool showing_columns_ = false;  // so that no change of a width is a person's
   Place pressed_;                 // none while the mouse is not down

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <map>
 #include <string>
@@ -23,7 +24,7 @@ struct Part {
     Row,      // parts side by side
     Column,   // parts one below the other
     Fields,   // lines of two parts, both kinds aligned: what a field is called, and the field
-    Palette,  // equal cells in columns of `rows`, one after the other
+    Palette,  // equal cells in columns of `rows`, one after the other, below the control `other`
     Unseen    // the control `name` has no place
   };
 
@@ -34,6 +35,13 @@ struct Part {
   int rows = 0;
   int stretch = 0;     // its share of what is left over
   std::string called;  // what a screen reader calls a control that has no words of its own
+
+  // What Enter asks on a control that can be clicked, before it clicks it; empty for a click at once.
+  std::string asks = {};
+  // Of a grid: the widths in twips that columns have while nobody has chosen one. Such a column is at least
+  // as wide as its header.
+  std::vector<std::int32_t> usual_widths = {};
+  bool has_first_focus = false;
 };
 
 inline Part Control(std::string name) { return {Part::Kind::Control, std::move(name), {}, {}, 0, 0, {}}; }
@@ -54,8 +62,8 @@ inline Part Column(std::vector<Part> parts) {
 inline Part Fields(std::vector<Part> lines) {
   return {Part::Kind::Fields, {}, {}, std::move(lines), 0, 0, {}};
 }
-inline Part Palette(std::vector<Part> cells, int rows) {
-  return {Part::Kind::Palette, {}, {}, std::move(cells), rows, 0, {}};
+inline Part Palette(std::vector<Part> cells, int rows, std::string above) {
+  return {Part::Kind::Palette, {}, std::move(above), std::move(cells), rows, 0, {}};
 }
 inline Part Unseen(std::string name) { return {Part::Kind::Unseen, std::move(name), {}, {}, 0, 0, {}}; }
 
@@ -65,6 +73,20 @@ inline Part Wide(Part part, int stretch = 1) {
 }
 inline Part Called(Part part, std::string called) {
   part.called = std::move(called);
+  return part;
+}
+
+inline Part Asking(Part part, std::string question) {
+  part.asks = std::move(question);
+  return part;
+}
+inline Part WithUsualWidths(Part part, std::vector<std::int32_t> twips) {
+  part.usual_widths = std::move(twips);
+  return part;
+}
+// The control that has the focus when the form comes up and gives it to none by itself.
+inline Part FocusedFirst(Part part) {
+  part.has_first_focus = true;
   return part;
 }
 

@@ -9,8 +9,9 @@ FormLayout LayoutOfErrorDialog() {
       {"elaControls", Column({Wide(Control("elaInfo")), Control("elaButtons")})},
       {"elaInfo", Column({Control("elaTitle"), Wide(Called(Control("txtErrorMessage"), "Report"))})},
       {"elaTitle", Row({Wide(Control("elaTitleCaption"))})},
-      {"elaButtons",
-       Row({Control("btnSend"), Space(), Control("btnIgnore"), Control("btnRetry"), Control("btnAbort")})},
+      // Enter answers what stands when nobody answers. It begins nothing anew, and goes on with nothing.
+      {"elaButtons", Row({Control("btnSend"), Space(), Control("btnIgnore"), Control("btnRetry"),
+                          FocusedFirst(Control("btnAbort"))})},
   };
 }
 

@@ -10,7 +10,7 @@ Part TickersTab() {
   return Column({
       Row({Wide(Called(Control("txtTicker"), "Ticker to add")), Control("ButAdd")}),
       Wide(Row({
-          Wide(Called(Control("FG"), "Tickers")),
+          Wide(WithUsualWidths(Called(Control("FG"), "Tickers"), {800, 960, 1700})),
           Column({Control("ButTickerUp"), Control("ButTickerDown"), Control("ButDel"), Space()}),
       })),
       Row({Control("ButSort"), Space(), Control("ButImport"), Control("ButExport")}),

@@ -1,3 +1,5 @@
+#include "adapters/qt/message_box.h"
+
 #include <QMessageBox>
 
 #include "adapters/qt/form_window.h"
@@ -10,19 +12,6 @@ namespace mirelo::qt {
 namespace {
 
 using Answer = host::Desktop::Answer;
-
-QMessageBox::Icon IconFor(int style) {
-  switch (host::Desktop::IconOf(style)) {
-    case host::Desktop::kCritical:
-      return QMessageBox::Critical;
-    case host::Desktop::kExclamation:
-      return QMessageBox::Warning;
-    case host::Desktop::kInformation:
-      return QMessageBox::Information;
-    default:
-      return QMessageBox::NoIcon;
-  }
-}
 
 QMessageBox::StandardButtons ButtonsFor(int style) {
   switch (host::Desktop::ButtonsOf(style)) {
@@ -56,14 +45,33 @@ Answer AnswerFor(int button, int style) {
 
 }  // namespace
 
-Answer QtDesktop::MessageBox(const std::string& text, int style, const std::string& title) {
-  QMessageBox box(IconFor(style), Shown(title), Shown(text), ButtonsFor(style), TopWindow());
+QMessageBox::Icon IconFor(int style) {
+  switch (host::Desktop::IconOf(style)) {
+    case host::Desktop::kCritical:
+      return QMessageBox::Critical;
+    case host::Desktop::kExclamation:
+      return QMessageBox::Warning;
+    case host::Desktop::kInformation:
+      return QMessageBox::Information;
+    default:
+      return QMessageBox::NoIcon;
+  }
+}
+
+Answer ShowBox(QtLoop& loop, QWidget* above, const std::string& text, int style, const std::string& title,
+               QMessageBox::StandardButton preset) {
+  QMessageBox box(IconFor(style), Shown(title), Shown(text), ButtonsFor(style), above);
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
   box.setWindowModality(Qt::ApplicationModal);
+  if (preset != QMessageBox::NoButton) box.setDefaultButton(preset);
   box.show();
-  loop_.RunUntil([&box] { return !box.isVisible(); });
+  loop.RunUntil([&box] { return !box.isVisible(); });
   return AnswerFor(box.result(), style);
+}
+
+Answer QtDesktop::MessageBox(const std::string& text, int style, const std::string& title) {
+  return ShowBox(loop_, TopWindow(), text, style, title);
 }
 
 }  // namespace mirelo::qt

@@ -8,6 +8,7 @@
 
 #include "adapters/qt/form_builder.h"
 #include "adapters/qt/pictures.h"
+#include "adapters/qt/scroll_page.h"
 #include "adapters/qt/text.h"
 #include "adapters/qt/view.h"
 #include "forms/simple_controls.h"
@@ -65,7 +66,8 @@ QWidget* FormBuilder::MakeTab(forms::Tab& tab) {
     Fill(*page, child->Name(), child->Children());
     page->layout()->setContentsMargins(kPanelMargin, kPanelMargin, kPanelMargin, kPanelMargin);
     const auto number = static_cast<std::size_t>(widget->count());
-    widget->addTab(page, number < tab.Captions().size() ? Shown(tab.Captions()[number]) : QString());
+    widget->addTab(new ScrollPage(*page),
+                   number < tab.Captions().size() ? Shown(tab.Captions()[number]) : QString());
     // Which page is visible is the strip's affair.
     views_.Add(*child, *page, [child, page] { page->setEnabled(child->Enabled()); });
   }

@@ -11,7 +11,8 @@
 namespace mirelo::qt {
 
 void QtDesktop::ShowModal(forms::Form& form) {
-  FormWindow window(form, loop_, TopWindow());
+  const auto top = top_lines_.find(form.Name());
+  FormWindow window(form, loop_, TopWindow(), top == top_lines_.end() ? nullptr : &top->second);
   // Known before the form is loaded: loading may put it somewhere.
   struct Known {
     Known(std::vector<FormWindow*>& all, FormWindow& own) : windows(all) { windows.push_back(&own); }
@@ -57,7 +58,6 @@ FormWindow* QtDesktop::WindowOf(const forms::Form& form) const {
   return window == windows_.rend() ? nullptr : *window;
 }
 
-// What a new window lies above.
 QWidget* QtDesktop::TopWindow() const { return windows_.empty() ? nullptr : windows_.back(); }
 
 }  // namespace mirelo::qt

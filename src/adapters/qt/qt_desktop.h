@@ -3,8 +3,10 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "adapters/qt/top_line.h"
 #include "host/desktop.h"
 
 class QWidget;
@@ -32,12 +34,16 @@ class QtDesktop : public host::Desktop {
 
   // The window of a form that is being shown; null for another.
   FormWindow* WindowOf(const forms::Form& form) const;
-
- private:
+  // The topmost window of a form, above which a box is to lie; null when there is none.
   QWidget* TopWindow() const;
 
+  // Shows a line above the form of that name whenever the form is shown from now on.
+  void PutAbove(const std::string& form, TopLine top) { top_lines_[form] = std::move(top); }
+
+ private:
   QtLoop& loop_;
-  std::vector<FormWindow*> windows_;  // of the forms that are shown, the topmost last
+  std::map<std::string, TopLine> top_lines_;  // by the form's name
+  std::vector<FormWindow*> windows_;          // of the forms that are shown, the topmost last
 };
 
 }  // namespace mirelo::qt

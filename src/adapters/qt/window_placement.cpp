@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QStyle>
 #include <algorithm>
 
 #include "adapters/qt/form_window.h"
@@ -44,8 +45,13 @@ std::optional<Form::State> FormState(std::int32_t state) {
   }
 }
 
+// About what desktops put around a window, with its title: how much is known only when it is shown.
+constexpr QSize kFrame{8, 40};
+
+QSize RoomOn(const QRect& screen) { return screen.size() - kFrame; }
+
 QRect Within(const QRect& window, const QRect& screen) {
-  const QSize size = window.size().boundedTo(screen.size());
+  const QSize size = window.size().boundedTo(RoomOn(screen));
   const int left = std::clamp(window.left(), screen.left(), screen.right() + 1 - size.width());
   const int top = std::clamp(window.top(), screen.top(), screen.bottom() + 1 - size.height());
   return QRect(QPoint(left, top), size);
@@ -97,6 +103,14 @@ void FormWindow::Place(const WindowPlacement& placement) {
   } else {
     ShowForm();  // its state again
   }
+}
+
+// A window that is too high for the screen has its pages scroll, and gets as much wider as their scroll bars
+// take.
+QSize FormWindow::Fitting(const QSize& size) const {
+  const QSize room = RoomOn(screen()->availableGeometry());
+  const int bar = size.height() > room.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+  return (size + QSize(bar, 0)).boundedTo(room);
 }
 
 // Over the window below, otherwise in the middle of the screen.

@@ -70,6 +70,7 @@ PageNotes MireloNotes() {
                   "The settings. Where XDG_DATA_HOME is not set, ~/.local/share stands for it."},
                  {"$XDG_DATA_HOME/mirelo/",
                   "The sealed credentials for the stream and the key that they are sealed with."},
+                 {"$XDG_STATE_HOME/mirelo/last-workbook", "Which workbook mirelo open shows the dialog for."},
                  {"$XDG_STATE_HOME/mirelo/mirelo.log",
                   "What --explain writes. Where XDG_STATE_HOME is not set, ~/.local/state stands for it."}};
   notes.examples = {{"mirelo run --demo", "A demonstration that needs neither QuoteTracker nor settings."},
