@@ -1,6 +1,7 @@
 #include "day/quote_board.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "automation/text.h"
 #include "snapshot/column_vocabulary.h"
@@ -15,11 +16,16 @@ void LetMoment(const std::string& text, QuoteValue& value) {
   value = ReadValue(Reading::AsMoment, text);
 }
 
+// The stream class reads the low half of a volume as a number with a sign, so a great one comes out below 0,
+// where there are no volumes.
+double VolumeOf(const cQTData& quote) { return static_cast<std::uint32_t>(quote.Volume()); }
+
 // Below 0 where the volume begins anew within a day: as with the first quote of a day nothing is known of it.
 std::int32_t LastVolumeOf(const cQTData& quote) { return std::max(quote.Last_Volume(), 0); }
 
 void Let(const cQTData& quote, const StreamedField& streamed, QuoteValue& value) {
   if (streamed.number != nullptr) return value.Set((quote.*streamed.number)());
+  if (streamed.quantity == &cQTData::Volume) return value.Set(VolumeOf(quote));
   if (streamed.quantity == &cQTData::Last_Volume) return value.Set(LastVolumeOf(quote));
   if (streamed.quantity != nullptr) return value.Set((quote.*streamed.quantity)());
   LetMoment((quote.*streamed.text)(), value);

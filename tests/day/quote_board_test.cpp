@@ -157,6 +157,16 @@ TEST_F(Board, ShowsNoVolumeBelowZeroWhereTheDaysVolumeBeginsAnew) {
   EXPECT_EQ(Cell(Level1Wire().Volume(250), column), "50");
 }
 
+TEST_F(Board, ShowsAVolumeThatIsTooGreatForTheStreamClass) {
+  const auto great = Quote(Level1Wire().Volume(3'000'000'500), "Volume");
+  EXPECT_EQ(great->Volume(), -1'294'966'796) << "the class reads a sign";
+  board.Take(*great);
+  EXPECT_EQ(Of(board.Rows().at(0), "Volume"), "3000000500");
+  EXPECT_EQ(Of(board.Rows().at(0), "LastVolume"), "0") << "the class counts nothing of it";
+  EXPECT_EQ(Of(QuoteFields(*great), "Volume"), "3000000500");
+  EXPECT_EQ(Cell(Level1Wire().Volume(4'294'967'295), "Volume"), "4294967295");
+}
+
 TEST_F(Board, LeavesTheTickerAsItWasGiven) {
   board = QuoteBoard(QuoteBoard::AllColumns(), {"Msft"});
   EXPECT_EQ(Cell(Level1Wire(), "Ticker"), "Msft");
