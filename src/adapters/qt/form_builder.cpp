@@ -18,6 +18,7 @@
 #include "forms/control.h"
 #include "forms/form.h"
 #include "forms/scroll_bar.h"
+#include "forms/simple_controls.h"
 #include "forms/text_box.h"
 
 namespace mirelo::qt {
