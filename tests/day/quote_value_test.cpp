@@ -126,6 +126,8 @@ TEST(QuoteValue, IsComparedByWhatItIsNotByHowItWasWritten) {
   value = {};
   EXPECT_EQ(value, QuoteValue());
   EXPECT_NE(QuoteValue::Text("a"), QuoteValue::Text("b"));
+  EXPECT_EQ(ReadValue(Reading::AsMoment, "01/20/2011"), ReadValue(Reading::AsMoment, "1/20/2011"));
+  EXPECT_NE(ReadValue(Reading::AsMoment, "01/20/2011"), ReadValue(Reading::AsMoment, "01/21/2011"));
 }
 
 TEST(QuoteValue, HasTheNumberAtTheBeginningOfItsTextWhereItIsNone) {

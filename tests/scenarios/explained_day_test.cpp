@@ -29,6 +29,7 @@ using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
 
@@ -182,6 +183,26 @@ TEST_F(ExplainedDay, SaysWhichQuotesAreBeyondTheLimitOfAHistory) {
                                   "Quotes_Vertical(MSFT)!A3:A4"));
 }
 
+TEST_F(ExplainedDay, SaysWhichQuotesASheetHasNoRoomFor) {
+  wishes.settings = {{"UpdateEvery", "1"}, {"VerticalTable", "1"}, {"RowsLimit", "0"}};
+  behind_go = [this] {
+    const auto sheet = spreadsheet.Application()->Worksheets()->Item(History("MSFT"));
+    sheet->Cells(sheet->Rows()->Count() - 2, 1)->Value(1);
+  };
+  BeginStreaming();
+  Deliver(Quote("MSFT", 1) + Quote("MSFT", 2) + Quote("MSFT", 3));
+  EXPECT_THAT(
+      log.lines,
+      Contains("MSFT: written to Dovanta2_Quotes!B3:E3, the newest of 3 quotes since the last time; "
+               "history at the foot of Quotes_Vertical(MSFT)!A1048575:A1048576, without the 1 newest of "
+               "them, as it has no room left"));
+  Deliver(Quote("MSFT", 4));
+  EXPECT_EQ(log.lines.back(), "MSFT: written to Dovanta2_Quotes!B3:E3; its history has no room left");
+  EXPECT_EQ(std::ranges::count(
+                told, "A vertical table has reached the foot of its sheet; its later rows are not kept"),
+            1);
+}
+
 TEST_F(ExplainedDay, SaysThatNoColumnShowsAnythingOfAQuote) {
   wishes.columns = {"Ticker", "Bid"};
   wishes.ticks.clear();
@@ -211,6 +232,9 @@ TEST_F(ExplainedDay, SaysThatAQuoteCouldNotBeWritten) {
   }
   EXPECT_THAT(log.lines, Contains("MSFT: it could not be written: Out of memory"));
   EXPECT_THAT(log.lines, Not(Contains(HasSubstr("written to"))));
+  log.lines.clear();
+  day.reset();
+  EXPECT_THAT(log.lines, IsEmpty()) << "its way has ended once";
 }
 
 // Of quotes that come at once not all have time for a write of their own.

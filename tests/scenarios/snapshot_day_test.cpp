@@ -279,6 +279,24 @@ TEST_F(SnapshotDay, GoesOnWithTheHistoryOfTheDayBefore) {
   EXPECT_THAT(Column(sheet, last), ElementsAre("28.35", "30"));
 }
 
+TEST_F(SnapshotDay, KeepsNoMoreOfTheDayBeforeThanASmallerLimit) {
+  Begin();
+  for (int price = 1; price <= 3; ++price) {
+    Reply({{"MSFT", std::to_string(price)}, {"IBM"}});
+    Pass(15s);
+  }
+  day->Stop();
+  day.reset();
+  Reply({{"MSFT", "30"}, {"IBM"}});
+  wishes.settings.back() = {"RowsLimit", "2"};
+  wishes.ticks.clear();
+  Begin();
+  const std::string sheet = History("MSFT");
+  std::int32_t last = 1;
+  while (Text(sheet, 2, last) != "Last") ++last;
+  EXPECT_THAT(Column(sheet, last), ElementsAre("3", "30"));
+}
+
 TEST_F(SnapshotDay, BeginsVolumesAnewAtMidnight) {
   Begin();
   Reply({{"MSFT", "28.35", "1500"}, {"IBM"}});

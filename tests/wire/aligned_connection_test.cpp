@@ -371,6 +371,13 @@ TEST_F(AbandonedMessages, AreToldWhereWhoeverIsShownOneHangsUp) {
   EXPECT_THAT(abandoned, ElementsAre(kAccepted, Record("A")));
 }
 
+TEST_F(AbandonedMessages, AreToldWhereWhoeverHearsOfTheirBytesHangsUp) {
+  sockets.Received.Subscribe([this](std::span<const std::uint8_t>) { connection->Disconnect(); });
+  Deliver(Record("A") + kAccepted);
+  EXPECT_THAT(client->messages, IsEmpty());
+  EXPECT_THAT(abandoned, ElementsAre(Record("A") + kAccepted));
+}
+
 TEST_F(AbandonedMessages, AreToldWhereTheConnectionIsGivenUp) {
   const std::string part(std::size_t{1} << 20, 'x');
   client->at_message = [&] {

@@ -109,6 +109,7 @@ TEST_F(LongFormats, AreToldByTheirCellsWhereTheFootWouldShowThem) {
   };
   with([](host::excel::Range& range) { range.Interior()->ColorIndex(36); });
   with([](host::excel::Range& range) { range.Borders(host::excel::xlInsideHorizontal)->LineStyle(1); });
+  with([](host::excel::Range& range) { range.Borders(host::excel::xlInsideVertical)->LineStyle(1); });
   with([](host::excel::Range& range) { range.Font()->Size(30); });
 }
 
@@ -165,6 +166,14 @@ TEST_F(PersonsColumn, ReachesToTheFootWhereThisProgramWouldNotEndIt) {
   EXPECT_EQ(FormatBelow({{400, 3, ""}, {401, 2, ""}}), Variant("0.00"));
   EXPECT_EQ(SheetOf(Open(FileWith({{400, 3, ""}, {401, 2, ""}})))->Range("A999")->Interior()->ColorIndex(),
             Variant(host::excel::xlColorIndexNone));
+}
+
+TEST_F(PersonsColumn, ReachesToTheFootWhereARowBelowHasAFormat) {
+  Parts parts = FileWith({{400, 3, ""}, {401, 0, ""}});
+  ReplaceIn(parts[kSheetPart], "</sheetData>", "<row r=\"500\" s=\"2\" customFormat=\"1\"/></sheetData>");
+  const auto sheet = SheetOf(Open(parts));
+  EXPECT_EQ(sheet->Range("A999")->NumberFormat(), Variant("0.00"));
+  EXPECT_NE(sheet->Range("A500")->Interior()->ColorIndex(), Variant(host::excel::xlColorIndexNone));
 }
 
 TEST_F(PersonsColumn, IsSavedAsItWasWhateverItsLastCellsAre) {
