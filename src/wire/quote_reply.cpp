@@ -77,7 +77,7 @@ class Assignment {
     }
     if (records.size() != tickers.size()) return;
     for (std::size_t i = 0; i < records.size(); ++i) {
-      if (!taken_[i] && of_[i].empty()) Give(i, i);
+      if (!taken_[i] && of_[i].empty() && !NamesAnyTicker(i)) Give(i, i);
     }
   }
 
@@ -95,6 +95,12 @@ class Assignment {
     for (std::size_t ticker = 0; ticker < tickers_.size(); ++ticker) {
       if (of_[ticker].empty() && SameTicker(name, tickers_[ticker])) return Give(record, ticker);
     }
+  }
+
+  bool NamesAnyTicker(std::size_t record) const {
+    return std::ranges::any_of(tickers_, [name = TickerOf(records_[record])](const auto& ticker) {
+      return SameTicker(name, ticker);
+    });
   }
 
   const Lines& records_;

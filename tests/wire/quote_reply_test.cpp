@@ -60,6 +60,12 @@ TEST(QuoteReply, TrustsPlacesOnlyWhereThereAreAsManyRecordsAsTickers) {
   EXPECT_EQ(MendAB("OK\r\n" + other).body, "OK\r\n" + kNothing + "\r\n" + kNothing);
 }
 
+TEST(QuoteReply, GivesNoTickerARecordThatNamesAnother) {
+  const auto mended = MendAB("OK\r\n" + kB + "\r\n" + kB);
+  EXPECT_EQ(mended.body, "OK\r\n" + kNothing + "\r\n" + kB);
+  EXPECT_THAT(mended.flaws, ElementsAre(QuoteFlaw{0, Kind::NoQuote, 0, ""}));
+}
+
 TEST(QuoteReply, HasAllFieldsAndANumberAsVolume) {
   const auto mended = MendAB("OK\r\nA,d,t,2\r\nB,d,t,1,2,3,4,U,N/A,6,7,8,9,10,11,12,13,14,15,16");
   EXPECT_EQ(mended.body, "OK\r\nA,d,t,,,,,,0,,,,,,,,,,\r\nB,d,t,1,2,3,4,U,0,6,7,8,9,10,11,12,13,14,15");
