@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/workbook_keeper.h"
+#include "app/workbook/workbook_keeper.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"

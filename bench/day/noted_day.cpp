@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "adapters/sodium/sodium_vault.h"
-#include "app/attended_desktop.h"
+#include "app/dialog/attended_desktop.h"
 #include "app/options.h"
 #include "day/dialog_result.h"
 #include "host/excel/application.h"

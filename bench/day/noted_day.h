@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "app/dialog_person.h"
-#include "app/dialog_wishes.h"
+#include "app/dialog/dialog_person.h"
+#include "app/dialog/dialog_wishes.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/temporary_folder.h"

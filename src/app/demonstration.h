@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/dialog_wishes.h"
+#include "app/dialog/dialog_wishes.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/stand_in.h"

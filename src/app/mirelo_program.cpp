@@ -3,21 +3,21 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
-#include "app/credentials_command.h"
-#include "app/dialog_command.h"
+#include "app/commands/credentials_command.h"
+#include "app/commands/dialog_command.h"
+#include "app/commands/export_command.h"
+#include "app/commands/go_command.h"
+#include "app/commands/list_command.h"
+#include "app/commands/open_command.h"
+#include "app/commands/quotes_command.h"
+#include "app/commands/run_command.h"
+#include "app/commands/settings_command.h"
+#include "app/commands/show_command.h"
+#include "app/commands/sources_command.h"
+#include "app/commands/stream_command.h"
 #include "app/exit_code.h"
-#include "app/export_command.h"
-#include "app/go_command.h"
-#include "app/list_command.h"
-#include "app/open_command.h"
 #include "app/options.h"
-#include "app/quotes_command.h"
-#include "app/run_command.h"
 #include "app/run_program.h"
-#include "app/settings_command.h"
-#include "app/show_command.h"
-#include "app/sources_command.h"
-#include "app/stream_command.h"
 #include "core/product.h"
 
 namespace mirelo::app {

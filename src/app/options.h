@@ -7,13 +7,16 @@
 #include <string>
 #include <vector>
 
-#include "app/screen.h"
+#include "app/dialog/screen.h"
 
 namespace mirelo {
 class LinuxHost;
 }
 
 namespace mirelo::app {
+
+// In place of the name of a file: the standard input or output.
+inline constexpr const char* kStandardStream = "-";
 
 // The options that stand in front of a command, and what a command must know of the program that runs it.
 struct GlobalOptions {

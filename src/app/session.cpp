@@ -3,10 +3,10 @@
 #include <memory>
 #include <string>
 
-#include "app/guiding_desktop.h"
+#include "app/dialog/guiding_desktop.h"
 #include "app/link_trouble.h"
 #include "app/options.h"
-#include "app/spreadsheet_program.h"
+#include "app/workbook/spreadsheet_program.h"
 #include "automation/text.h"
 #include "core/message_box.h"
 #include "host/desktop.h"

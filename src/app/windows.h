@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "app/screen.h"
+#include "app/dialog/screen.h"
 
 namespace mirelo {
 class LinuxHost;

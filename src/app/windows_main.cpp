@@ -3,11 +3,11 @@
 #include <CLI/CLI.hpp>
 
 #include "adapters/qt/application.h"
+#include "app/commands/windows_commands.h"
 #include "app/exit_code.h"
 #include "app/run_program.h"
 #include "app/window_program.h"
 #include "app/windows.h"
-#include "app/windows_commands.h"
 #include "terminal/standard_streams.h"
 
 namespace {

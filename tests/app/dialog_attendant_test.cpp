@@ -1,6 +1,6 @@
 // What the program stands by for while somebody uses the settings dialog.
 
-#include "app/dialog_attendant.h"
+#include "app/dialog/dialog_attendant.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +10,7 @@
 
 #include "adapters/headless/console_desktop.h"
 #include "adapters/workbook/spreadsheet.h"
-#include "app/attended_desktop.h"
+#include "app/dialog/attended_desktop.h"
 #include "dialog/frmMirelo.h"
 #include "support/facade_test.h"
 #include "terminal/output.h"

@@ -1,7 +1,7 @@
 // The settings dialog as the menu's entry shows it: which workbook it is shown for, where that comes from,
 // and what is told when something fails.
 
-#include "app/dialog_on_screen.h"
+#include "app/dialog/dialog_on_screen.h"
 
 #include <gmock/gmock.h>
 
@@ -13,11 +13,11 @@
 
 #include "adapters/workbook/files.h"
 #include "adapters/workbook/spreadsheet.h"
-#include "app/attended_desktop.h"
-#include "app/last_workbook.h"
+#include "app/dialog/attended_desktop.h"
 #include "app/options.h"
 #include "app/scripted_screen.h"
 #include "app/session.h"
+#include "app/workbook/last_workbook.h"
 #include "automation/runtime_error.h"
 #include "dialog/frmMirelo.h"
 #include "host/excel/application.h"

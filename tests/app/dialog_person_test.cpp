@@ -1,6 +1,6 @@
 // What somebody does in the settings dialog for mirelo go, as the dialog stands when Go is pressed.
 
-#include "app/dialog_person.h"
+#include "app/dialog/dialog_person.h"
 
 #include <gmock/gmock.h>
 
@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
-#include "app/attended_desktop.h"
-#include "app/dialog_controls.h"
+#include "app/dialog/attended_desktop.h"
+#include "app/dialog/dialog_controls.h"
 #include "core/settings_catalogue.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "adapters/headless/console_desktop.h"
-#include "app/guiding_desktop.h"
+#include "app/dialog/guiding_desktop.h"
 #include "core/CAppSettings.h"
 #include "diagnostics/frmErrorMessage.h"
 #include "host/host.h"

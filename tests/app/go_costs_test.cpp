@@ -1,6 +1,6 @@
 // What Go takes away, each thing by itself.
 
-#include "app/go_costs.h"
+#include "app/dialog/go_costs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

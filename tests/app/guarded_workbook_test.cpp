@@ -23,7 +23,7 @@
 #include "adapters/workbook/files.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "app/program.h"
-#include "app/workbook_file.h"
+#include "app/workbook/workbook_file.h"
 #include "automation/runtime_error.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"

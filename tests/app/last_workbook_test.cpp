@@ -1,6 +1,6 @@
 // Which workbook was used last.
 
-#include "app/last_workbook.h"
+#include "app/workbook/last_workbook.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // What a person sees of a day's quotes on a screen, without a screen.
 
-#include "app/live_model.h"
+#include "app/live/live_model.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "app/quote_output.h"
+#include "app/output/quote_output.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/screen.h"
+#include "app/dialog/screen.h"
 
 namespace mirelo::testing {
 

@@ -1,4 +1,4 @@
-#include "app/seldom.h"
+#include "app/live/seldom.h"
 
 #include <gtest/gtest.h>
 

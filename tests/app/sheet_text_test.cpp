@@ -1,4 +1,4 @@
-#include "app/sheet_text.h"
+#include "app/output/sheet_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/text_table.h"
+#include "app/output/text_table.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/workbook_keeper.h"
+#include "app/workbook/workbook_keeper.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

@@ -128,7 +128,7 @@ class Guide(unittest.TestCase):
                     self.assertTrue((page.parent / target).exists())
 
     def test_links_to_headings_that_there_are(self):
-        headings = {heading.lower().replace(" ", "-") for heading in re.findall(r"^## (.+)$", self.guide, re.MULTILINE)}
+        headings = {heading.lower().replace(" ", "-") for heading in re.findall(r"^##+ (.+)$", self.guide, re.MULTILINE)}
         for target in re.findall(r"\]\(#([^)]+)\)", self.guide):
             self.assertIn(target, headings)
 

@@ -1,6 +1,6 @@
 #include "scenarios/day_rig.h"
 
-#include "app/dialog_person.h"
+#include "app/dialog/dialog_person.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
-#include "app/attended_desktop.h"
-#include "app/dialog_wishes.h"
+#include "app/dialog/attended_desktop.h"
+#include "app/dialog/dialog_wishes.h"
 #include "automation/variant.h"
 #include "day/quote_journal.h"
 #include "day/quote_trail.h"

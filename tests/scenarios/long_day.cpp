@@ -11,8 +11,8 @@
 
 #include "adapters/poll/poll_loop.h"
 #include "adapters/sodium/sodium_vault.h"
-#include "app/attended_desktop.h"
-#include "app/dialog_person.h"
+#include "app/dialog/attended_desktop.h"
+#include "app/dialog/dialog_person.h"
 #include "automation/variant.h"
 #include "host/excel/application.h"
 #include "host/excel/constants.h"

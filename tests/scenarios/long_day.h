@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "adapters/workbook/files.h"
-#include "app/dialog_wishes.h"
-#include "app/workbook_keeper.h"
+#include "app/dialog/dialog_wishes.h"
+#include "app/workbook/workbook_keeper.h"
 #include "automation/number.h"
 #include "day/working_day.h"
 #include "host/host.h"

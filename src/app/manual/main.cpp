@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "app/commands/windows_commands.h"
 #include "app/manual/bash_completion.h"
 #include "app/manual/command_facts.h"
 #include "app/manual/fish_completion.h"
@@ -14,7 +15,6 @@
 #include "app/manual/zsh_completion.h"
 #include "app/mirelo_program.h"
 #include "app/run_program.h"
-#include "app/windows_commands.h"
 #include "core/product.h"
 #include "core/settings_catalogue.h"
 #include "quotetracker/command_line.h"

@@ -1,0 +1,134 @@
+#include "app/commands/quotes_command.h"
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+
+#include "app/commands/checks.h"
+#include "app/exit_code.h"
+#include "app/options.h"
+#include "app/output/quote_output.h"
+#include "app/output/shown_quote.h"
+#include "app/output/text_table.h"
+#include "app/session.h"
+#include "app/ticker_list.h"
+#include "app/watch_lists.h"
+#include "core/settings_catalogue.h"
+#include "day/quote_rows.h"
+#include "day/snapshot_feed.h"
+#include "snapshot/column_vocabulary.h"
+#include "terminal/standard_streams.h"
+
+namespace mirelo::app {
+
+using terminal::Err;
+using terminal::Out;
+
+namespace {
+
+constexpr char kClearTerminal[] = "\033[H\033[2J";
+
+terminal::ShownText AsTable(const day::SnapshotFeed& feed, const day::QuoteRows& rows,
+                            const std::string& price_format, bool color) {
+  TextTable table(feed.Columns());
+  for (const auto& row : rows) table.AddRow(ShownQuote(feed.Columns(), row, price_format));
+  return table.ToText(color);
+}
+
+}  // namespace
+
+QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
+  command_ =
+      program.add_subcommand("quotes", "Ask QuoteTracker for the current quotes of tickers and print them");
+  command_
+      ->add_option("TICKER", tickers_, "The tickers to ask for, in the order of the answer")
+
+      ->check(IsTickers());
+  command_->add_option("--list", list_, "A watch list whose tickers to take, behind those that are named")
+      ->type_name("NAME")
+      ->check(IsListNamed());
+  auto* csv =
+      command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
+  auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
+  csv->excludes(json);
+  command_->add_flag(
+      "--watch", watch_,
+      "Ask again every so many seconds, as the setting Seconds says, until Ctrl-C; with Seconds 0, "
+      "every second");
+  command_
+      ->add_option("--columns", columns_,
+                   std::string("The columns to show, joined by commas, in place of the setting ListRight; "
+                               "all names: ") +
+                       kAllColumns)
+      ->check(IsAllowedFor("ListRight"));
+  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
+      ->check(IsAllowedFor("Webaddress"));
+  command_->add_option("--http-port", port_, "QuoteTracker's HTTP port, in place of the setting HTTPPort")
+      ->check(CLI::Range(1, 65535));
+  command_->add_option("--date-format", date_format_, "How the column Date is written, in d, m and y")
+      ->check(IsDateFormat())
+      ->capture_default_str();
+}
+
+bool QuotesCommand::IsChosen() const { return command_->parsed(); }
+
+int QuotesCommand::Run() {
+  if (tickers_.empty() && list_.empty()) {
+    Err() << "which tickers? Name them, or a watch list with --list\n";
+    return kWrongUsage;
+  }
+  Session session(global_);
+  tickers_ = SplitTickers(tickers_);
+  if (!list_.empty()) {
+    for (const std::string& ticker : WatchLists().Existing(list_)) tickers_.push_back(ticker);
+  }
+  if (!columns_.empty())
+    session.host().Override("ListRight",
+                            SettingValue(*FindSetting("Settings", "ListRight"), columns_).ToText());
+  if (!address_.empty()) session.host().Override("Webaddress", address_);
+  if (port_ != 0) session.host().OverrideHttpPort(port_);
+  session.facade().DovantaFormatUserDate(date_format_);
+
+  if (watch_) session.interrupt().Stopped.Subscribe([&session] { session.host().HangUp(); });
+  day::SnapshotFeed feed(session.facade(), session.replies(), tickers_);
+  feed.Told.Subscribe([](const std::string& text) { Err() << text << "\n"; });
+  const auto output = ChosenOutput();
+  const bool terminal = Out().IsTerminal();
+  if (output == Output::Csv) Out() << CsvLine(feed.Columns());
+  Out().Flush();
+
+  for (;;) {
+    const auto rows = feed.Fetch();
+    if (!rows && !watch_) {
+      Err() << "No quotes. Is QuoteTracker running, and does it listen where mirelo asks? See and set "
+               "that with\n"
+               "  mirelo settings get Webaddress\n"
+               "  mirelo settings get HTTPPort\n";
+      return kFailed;
+    }
+    if (rows) {
+      switch (output) {
+        case Output::Table:
+          if (watch_ && terminal) Out() << kClearTerminal;
+          Out() << AsTable(feed, *rows, session.facade().DecimalPlacesFormat(), terminal);
+          break;
+        case Output::Csv:
+          for (const auto& row : *rows) Out() << CsvLine(day::TextsOf(row));
+          break;
+        case Output::Json:
+          for (const auto& row : *rows) Out() << JsonLine(feed.Columns(), row);
+          break;
+      }
+      Out().Flush();
+      if (!Out().Good()) return kGood;  // nobody reads what would come, and the program's end tells why
+    }
+    if (!watch_) return kGood;
+    const auto pace = std::chrono::seconds(std::max(1, session.facade().Seconds()));
+    if (!session.interrupt().Pause(pace)) return kGood;
+  }
+}
+
+QuotesCommand::Output QuotesCommand::ChosenOutput() const {
+  return csv_ ? Output::Csv : json_ ? Output::Json : Output::Table;
+}
+
+}  // namespace mirelo::app

@@ -1,0 +1,228 @@
+#include "app/commands/stream_command.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <string_view>
+
+#include "app/commands/checks.h"
+#include "app/exit_code.h"
+#include "app/list_entry.h"
+#include "app/live/live_screen.h"
+#include "app/options.h"
+#include "app/output/quote_output.h"
+#include "app/output/shown_quote.h"
+#include "app/output/text_table.h"
+#include "app/session.h"
+#include "app/stream_watch.h"
+#include "app/ticker_list.h"
+#include "app/watch_lists.h"
+#include "app/workbook/day_log.h"
+#include "automation/array.h"
+#include "automation/text.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
+#include "day/pulse.h"
+#include "day/quote_board.h"
+#include "day/quote_rows.h"
+#include "day/stored_source.h"
+#include "day/stream_feed.h"
+#include "quotetracker/session_file.h"
+#include "streaming/first_sources.h"
+#include "terminal/standard_streams.h"
+
+namespace mirelo::app {
+
+using terminal::Err;
+using terminal::Out;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// What a terminal shows of each ticker.
+const std::vector<std::string> kTableColumns{"Ticker",  "Last",    "Change", "Bid",        "Ask",
+                                             "BidSize", "AskSize", "Volume", "LastVolume", "High",
+                                             "Low",     "Open",    "Date",   "Time"};
+
+// Writes what the sockets receive to a session file, from the first connection on.
+class Recording {
+ public:
+  Recording(wire::ObservedSockets& sockets, const std::filesystem::path& path) : writer_(path.string()) {
+    sockets.Received.Subscribe([this](std::span<const std::uint8_t> bytes) {
+      const auto offset = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start_);
+      writer_.Add(offset, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+    });
+  }
+
+ private:
+  quotetracker::SessionWriter writer_;
+  Clock::time_point start_ = Clock::now();
+};
+
+constexpr std::string_view kStreamerFileEnd = ".SDF";
+constexpr const char* kSources = "Settings\\QuoteSource\\List";
+
+// The quote sources that the settings dialog offers.
+std::vector<std::string> SourceNames() {
+  Array<std::string> stored;
+  mGlobal::AppSettings().GetAllKeys(kSources, stored);
+  std::vector<std::string> names;
+  if (stored.IsAllocated()) {
+    for (const std::string& name : stored) names.push_back(name);
+  } else {
+    for (const QuoteSourceRow& row : kFirstSources) names.emplace_back(row.text);
+  }
+  return names;
+}
+
+std::string FileOf(const std::string& name) {
+  const std::string stored = day::StreamerFileOf(name);
+  const auto first = std::ranges::find(kFirstSources, name, &QuoteSourceRow::text);
+  return !stored.empty() || first == kFirstSources.end() ? stored : std::string(first->file);
+}
+
+}  // namespace
+
+StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
+  command_ = program.add_subcommand("stream",
+                                    "Listen to QuoteTracker's Level I stream and print quotes as they come");
+  command_->add_option("TICKER", tickers_, "The tickers to subscribe")->check(IsTickers());
+  command_->add_option("--list", list_, "A watch list whose tickers to take, behind those that are named")
+      ->type_name("NAME")
+      ->check(IsListNamed());
+  command_->add_option("--source", source_,
+                       "The quote source, by its name as mirelo sources shows it, by a part of it that no "
+                       "other has, or by its "
+                       ".SDF file; the one last chosen in the settings when it is left out");
+  command_->add_option("--seconds", seconds_, "End after so many seconds; without it, at Ctrl-C")
+      ->check(CLI::PositiveNumber);
+  auto* csv =
+      command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
+  auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
+  csv->excludes(json);
+  command_
+      ->add_option("--record", recording_,
+                   "Write what the connection receives to a file that quotetracker --play plays again")
+      ->type_name("FILE");
+  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
+      ->check(IsAllowedFor("Webaddress"));
+  command_
+      ->add_option("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")
+      ->check(CLI::Range(1, 65535));
+  command_->add_option("--date-format", date_format_, "How the column Date is written, in d, m and y")
+      ->check(IsDateFormat())
+      ->capture_default_str();
+  log_.emplace(*command_);
+}
+
+bool StreamCommand::IsChosen() const { return command_->parsed(); }
+
+int StreamCommand::Run() {
+  if (tickers_.empty() && list_.empty()) {
+    Err() << "which tickers? Name them, or a watch list with --list\n";
+    return kWrongUsage;
+  }
+  Session session(global_);
+  tickers_ = SplitTickers(tickers_);
+  if (!list_.empty()) {
+    for (const std::string& ticker : WatchLists().Existing(list_)) tickers_.push_back(ticker);
+  }
+  Override(session);
+  session.facade().DovantaFormatUserDate(date_format_);
+  const std::string file = StreamerFile(session);
+  if (file.empty()) return kFailed;
+
+  DayLog log(log_->Wishes());
+  std::optional<Recording> recording;
+  if (recording_) recording.emplace(session.host().sockets(), *recording_);
+  day::StreamFeed feed(session.facade(), session.host().loop(), session.host().sockets(), tickers_, file);
+  log.Follow(feed, session.host().sockets());
+  return Listen(session, feed);
+}
+
+int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
+  auto& loop = session.host().loop();
+  auto& interrupt = session.interrupt();
+  const bool terminal = Out().IsTerminal();
+  day::QuoteBoard board(kTableColumns, tickers_);
+  day::Pulse pulse;
+  std::string status;
+  bool is_over = false;
+  std::unique_ptr<LiveScreen> live;
+  if (terminal && !csv_ && !json_) {
+    const auto about = [&]() -> std::vector<std::string> {
+      return {status, pulse.Text() + "; reconnects: " + std::to_string(feed.Reconnects()), "? help  q end"};
+    };
+    live = LiveScreen::Open(loop, LiveModel(board.Columns(), session.facade().DecimalPlacesFormat()),
+                            board.Rows(), about, {[&] { is_over = true; }, [] {}});
+  }
+
+  feed.Status.Subscribe([&](const std::string& text) {
+    status = text;
+    if (!live) Err() << text << "\n";
+  });
+  if (csv_) Out() << CsvLine(day::QuoteBoard::AllColumns());
+  feed.Quote.Subscribe([&](const cQTData& quote) {
+    pulse.Beat();
+    board.Take(quote);
+    if (csv_) Out() << CsvLine(day::TextsOf(day::QuoteFields(quote)));
+    if (json_) Out() << JsonLine(day::QuoteBoard::AllColumns(), day::QuoteFields(quote));
+  });
+
+  if (seconds_ > 0) {
+    loop.StartTimer(std::chrono::milliseconds(static_cast<std::int64_t>(seconds_ * 1000)),
+                    [&] { is_over = true; });
+  }
+  StreamWatch watch(session);
+  std::string told;
+  watch.Told.Subscribe([&](const std::string& text) {
+    status = told = text;
+    if (!live) Err() << text << "\n";
+  });
+  feed.Start();
+  feed.RunUntil([&] {
+    Out().Flush();  // before the loop waits, so that whoever reads has every quote that has come
+    return is_over || interrupt.Requested() || watch.HasFoundAnother() || !Out().Good();
+  });
+  feed.Stop();
+  if (live && watch.HasFoundAnother()) {
+    live.reset();
+    Err() << told << "\n";
+  }
+  live.reset();
+
+  if (!csv_ && !json_) {
+    TextTable table(board.Columns());
+    const std::string price_format = session.facade().DecimalPlacesFormat();
+    for (const auto& row : board.Rows()) table.AddRow(ShownQuote(board.Columns(), row, price_format));
+    Out() << table.ToText(terminal);
+  }
+  Err() << board.QuoteCount() << " quotes\n";
+  // An output that is not read ends it early, which the program's end tells.
+  return board.QuoteCount() > 0 || !Out().Good() ? kGood : kFailed;
+}
+
+void StreamCommand::Override(Session& session) const {
+  if (!address_.empty()) session.host().Override("Webaddress", address_);
+  if (port_ != 0) session.host().Override("SocketPort", std::to_string(port_));
+}
+
+std::string StreamCommand::StreamerFile(Session& session) const {
+  session.facade();
+  std::string source = source_.empty() ? day::StoredSource() : source_;
+  if (source.empty()) {
+    Err() << "error: which quote source? Name one with --source; mirelo sources shows them\n";
+    return {};
+  }
+  if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
+  const std::vector<std::string> names = SourceNames();
+  if (const auto entry = FindEntry(names, source)) return FileOf(names[*entry]);
+  Err() << "error: no quote source is named \"" << source
+        << "\", and not one alone has that in its name. See them with: mirelo sources. Fetch them from "
+           "QuoteTracker with: mirelo sources --update\n";
+  return {};
+}
+
+}  // namespace mirelo::app

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/commands/log_options.h"
+
+namespace CLI {
+class App;
+}
+
+namespace mirelo::day {
+class QuoteBoard;
+class StreamFeed;
+}  // namespace mirelo::day
+
+namespace mirelo::app {
+
+struct GlobalOptions;
+class Session;
+
+// mirelo stream: listens to QuoteTracker's Level I stream and prints the quotes as they come.
+class StreamCommand {
+ public:
+  StreamCommand(CLI::App& program, const GlobalOptions& global);
+
+  bool IsChosen() const;
+  int Run();
+
+ private:
+  void Override(Session& session) const;
+  // The streamer file of --source or of the setting; empty, with a message, when there is none.
+  std::string StreamerFile(Session& session) const;
+  int Listen(Session& session, day::StreamFeed& feed);
+
+  const GlobalOptions& global_;
+  CLI::App* command_;
+  std::vector<std::string> tickers_;
+  std::string list_;
+  std::string source_;
+  std::string address_;
+  int port_ = 0;
+  double seconds_ = 0;
+  std::string date_format_ = "mm/dd/yyyy";
+  bool csv_ = false;
+  bool json_ = false;
+  std::optional<std::filesystem::path> recording_;
+  std::optional<LogOptions> log_;
+};
+
+}  // namespace mirelo::app

@@ -1,0 +1,166 @@
+#include "app/dialog/dialog_controls.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "app/dialog/attended_desktop.h"
+#include "app/dialog/dialog_wishes.h"
+#include "app/list_entry.h"
+#include "automation/number.h"
+#include "automation/text.h"
+#include "dialog/frmColor.h"
+#include "dialog/frmMirelo.h"
+
+namespace mirelo::app {
+
+namespace {
+
+constexpr std::int32_t kTickersTab = 0;
+constexpr std::int32_t kSettingsTab = 1;
+constexpr std::int32_t kCharting = 2;
+
+constexpr const char* kNone = "None";
+constexpr std::int32_t kNoFill = -4142;
+
+void Need(const forms::Control& control, const char* what_to_do) {
+  if (!control.IsUsable()) throw Unfulfilled(std::string("the dialog has switched this off; ") + what_to_do);
+}
+
+void Tick(forms::CheckBox& box, const std::string& value) {
+  if (box.Value() != static_cast<int>(Val(value))) box.UserClick();
+}
+
+// A number box holds its number inside its bounds by itself.
+void Type(forms::TextBox& box, const std::string& value) {
+  box.UserEdit(value);
+  if (box.Text() != value) throw Unfulfilled("the dialog makes " + box.Text() + " of " + value);
+}
+
+std::string Joined(const std::vector<std::string>& choices) {
+  std::string text;
+  for (const std::string& choice : choices) text += "\n  " + choice;
+  return text;
+}
+
+void Choose(forms::ComboBox& box, const std::string& value) {
+  const auto entry = FindEntry(box.Items(), value);
+  if (!entry) throw Unfulfilled("\"" + value + "\" is none of the choices:" + Joined(box.Items()));
+  box.UserChoose(static_cast<std::int32_t>(*entry));
+}
+
+// A style has a check box for "None" beside it.
+void ChooseStyle(forms::CheckBox& box, forms::ComboBox& style, const std::string& value) {
+  const bool none = EqualText(value, kNone);
+  Tick(box, none ? "0" : "1");
+  if (!none) Choose(style, value);
+}
+
+void PickColor(const OpenDialog& dialog, forms::Button& button, const std::string& value) {
+  const auto color = static_cast<std::int32_t>(Val(value));
+  bool picked = false;
+  dialog.desktop.Attend("frmColor", [&](forms::Form& form) {
+    const auto& cells = dynamic_cast<frmColor&>(form).L1;
+    const auto cell = color == kNoFill ? cells.begin()
+                                       : std::find_if(cells.begin() + 1, cells.end(), [&](const auto& label) {
+                                           return label->BackColor() == color;
+                                         });
+    if (cell == cells.end()) return;
+    (*cell)->UserClick();
+    picked = true;
+  });
+  button.UserPress();
+  if (!picked)
+    throw Unfulfilled("the palette has no colour " + value + " (red in the low byte; -4142 for none)");
+}
+
+constexpr char kNeedsUpdates[] = "add --set UpdateEvery=1";
+constexpr char kNeedsStreaming[] = "a source is chosen for streaming: add --set Seconds=0";
+constexpr char kNeedsVertical[] = "add --set VerticalTable=1";
+constexpr char kNeedsCharts[] = "add --set BuildCharts=1";
+constexpr char kNeedsStyle[] = "add --set ChartStyle=Blue";
+
+// Without a condition: what is usable in every state of the dialog.
+template <class Control>
+void NeedIf(const Control& control, const char* what_to_do) {
+  if (what_to_do != nullptr) Need(control, what_to_do);
+}
+
+// The acts of the table below, for a control of the form that is a member of it.
+using Act = decltype(DialogControl::act);
+
+template <forms::CheckBox frmMirelo::*box, const char* need = nullptr>
+constexpr Act kTick = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  Tick(dialog.form.*box, value);
+};
+
+template <forms::TextBox frmMirelo::*box, const char* need = nullptr>
+constexpr Act kType = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  Type(dialog.form.*box, value);
+};
+
+template <forms::ComboBox frmMirelo::*box, const char* need = nullptr>
+constexpr Act kChoose = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  Choose(dialog.form.*box, value);
+};
+
+template <forms::CheckBox frmMirelo::*box, forms::ComboBox frmMirelo::*style, const char* need = nullptr>
+constexpr Act kChooseStyle = [](const OpenDialog& dialog, const std::string& value) {
+  NeedIf(dialog.form.*box, need);
+  ChooseStyle(dialog.form.*box, dialog.form.*style, value);
+};
+
+template <forms::Button frmMirelo::*button>
+constexpr Act kPickColor =
+    [](const OpenDialog& dialog, const std::string& value) { PickColor(dialog, dialog.form.*button, value); };
+
+void LimitRows(const OpenDialog& dialog, const std::string& value) {
+  Need(dialog.form.chkLimitRows, kNeedsVertical);
+  Tick(dialog.form.chkLimitRows, Val(value) == 0 ? "0" : "1");
+  if (Val(value) != 0) Type(dialog.form.txtRows, value);
+}
+
+void TypeChartPoints(const OpenDialog& dialog, const std::string& value) {
+  Need(dialog.form.txtChartPoints, dialog.form.chkBuildCharts.Value() == 1 ? kNeedsStyle : kNeedsCharts);
+  Type(dialog.form.txtChartPoints, value);
+}
+
+using F = frmMirelo;
+
+constexpr std::array kControls{
+    DialogControl{"UpdateEvery", kSettingsTab, kTick<&F::chkUpdOrNot>},
+    DialogControl{"Seconds", kSettingsTab, kType<&F::txtSec, kNeedsUpdates>},
+    DialogControl{"ComQuoteSource", kSettingsTab, kChoose<&F::ComQuoteSource, kNeedsStreaming>},
+    DialogControl{"Webaddress", kSettingsTab, kType<&F::txtWebAddress>},
+    DialogControl{"HTTPPort", kSettingsTab, kType<&F::txtHTTPPort>},
+    DialogControl{"SocketPort", kSettingsTab, kType<&F::txtSocketPort>},
+    DialogControl{"DisplayTimezone", kSettingsTab, kChoose<&F::ComDisplayTimezone>},
+    DialogControl{"DisplayOffset", kSettingsTab, kChoose<&F::ComDisplayOffset>},
+    DialogControl{"Style", kSettingsTab, kChooseStyle<&F::chkStyleOrNot, &F::ComStyle>},
+    DialogControl{"txtDecimalPlaces", kSettingsTab, kType<&F::txtDecimalPlaces>},
+    DialogControl{"txtVerticalSheet", kSettingsTab, kType<&F::txtVerticalSheet>},
+    DialogControl{"VerticalTable", kTickersTab, kTick<&F::chkVerTable>},
+    DialogControl{"RowsLimit", kTickersTab, LimitRows},
+    DialogControl{"BuildCharts", kCharting, kTick<&F::chkBuildCharts>},
+    DialogControl{"ChartStyle", kCharting, kChooseStyle<&F::chkChartStyle, &F::ComChartStyle, kNeedsCharts>},
+    DialogControl{"ChartPoints", kCharting, TypeChartPoints},
+    DialogControl{"ColorPoints", kCharting, kTick<&F::chkColorPoints, kNeedsCharts>},
+    DialogControl{"GreyOut", kCharting, kTick<&F::chkGreyOut, kNeedsCharts>},
+    DialogControl{"AddYAxis", kCharting, kTick<&F::chkAddYAxis, kNeedsCharts>},
+    DialogControl{"FillColorON", kSettingsTab, kPickColor<&F::ButOn>, true},
+    DialogControl{"FillColorOFF", kSettingsTab, kPickColor<&F::ButOff>, true},
+};
+
+}  // namespace
+
+std::span<const DialogControl> DialogControls() { return kControls; }
+
+const DialogControl* FindDialogControl(std::string_view key) {
+  const auto control = std::ranges::find(kControls, key, &DialogControl::key);
+  return control == kControls.end() ? nullptr : &*control;
+}
+
+}  // namespace mirelo::app

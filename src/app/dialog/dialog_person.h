@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/dialog/dialog_wishes.h"
+#include "app/exit_code.h"
+
+namespace mirelo {
+class frmMirelo;
+}
+
+namespace mirelo::app {
+
+class AttendedDesktop;
+
+// Does in the settings dialog what was asked for on the command line, as a person would: with the dialog's
+// controls only, and Go at the end. Cancels instead when something cannot be done as it was asked for, and
+// when the dialog reports a failure, since nobody knows then what it holds.
+class DialogPerson {
+ public:
+  // Attends to the dialog on the desktop. All three must outlive the dialog.
+  DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop);
+
+  // Why the dialog was cancelled, if it was, and whose fault that is.
+  struct Complaint {
+    std::string text;
+    ExitCode code = kFailed;
+  };
+  const std::optional<Complaint>& Complained() const { return complaint_; }
+
+ private:
+  void Work(frmMirelo& form);
+  void Fulfil(frmMirelo& form);
+  void TickHistory(frmMirelo& form, const std::string& ticker);
+  void FulfilSettings(frmMirelo& form, bool stored_at_once);
+
+  const DialogWishes& wishes_;
+  AttendedDesktop& desktop_;
+  std::optional<Complaint> complaint_;
+};
+
+}  // namespace mirelo::app
