@@ -62,6 +62,14 @@ TEST_F(Explain, HoldsNoMoreThanItsLevel) {
             2);
 }
 
+TEST_F(Explain, HoldsASaveThatFailedAsAWarning) {
+  std::ofstream(folder_ / ".~lock.quotes.xlsx#") << "of a program that has it open";
+  const auto result = RunMirelo(
+      folder_.path(), {"run", "--demo", "--for", "1s", "--log", "day.log", "--log-level", "warning"});
+  EXPECT_THAT(LogText(), AllOf(HasSubstr("[warning] save 1 failed: "), Not(HasSubstr("begins"))))
+      << result.err;
+}
+
 TEST_F(Explain, SaysWhatBecomesOfQuotesWhateverTheLevel) {
   const auto result = RunMirelo(folder_.path(), {"run", "--demo", "--for", "1s", "--explain", "MSFT", "--log",
                                                  "day.log", "--log-level", "error"});

@@ -24,6 +24,7 @@
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "host/log.h"
 #include "support/child_process.h"
 #include "support/manual_clock.h"
 #include "support/manual_loop.h"
@@ -40,7 +41,13 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
+using Level = host::Log::Level;
+
 constexpr uid_t kNobodysId = 65534;
+
+std::string Leveled(Level level, const std::string& line) {
+  return level == Level::Warning ? "warning: " + line : line;
+}
 
 class Keeper : public ::testing::Test {
  protected:
@@ -156,23 +163,25 @@ TEST_F(Keeper, LeavesAFileThatAnotherProgramChangesWhileItIsAboutToBeSaved) {
 TEST_F(Keeper, NotesOfEachSaveWhatBecameOfIt) {
   std::filesystem::create_directory(inner);
   std::vector<std::string> noted;
-  keeper.Noted.Subscribe([&](const std::string& line) { noted.push_back(line); });
+  keeper.Noted.Subscribe(
+      [&](Level level, const std::string& line) { noted.push_back(Leveled(level, line)); });
   std::ofstream(file) << "theirs";
   EXPECT_EQ(keeper.SaveAtEnd(), inner / "book-1.xlsx");
   EXPECT_THAT(noted,
-              ElementsAre(StartsWith("save 1 begins"), StartsWith("save 1 gives way: Cannot save "),
+              ElementsAre(StartsWith("save 1 begins"), StartsWith("warning: save 1 gives way: Cannot save "),
                           StartsWith("save 2 begins"), "save 2 is in " + (inner / "book-1.xlsx").string()));
 }
 
 TEST_F(Keeper, NotesASaveThatFailsBeforeItBeginsByANumberOfItsOwn) {
   std::filesystem::create_directory(inner);
   std::vector<std::string> noted;
-  keeper.Noted.Subscribe([&](const std::string& line) { noted.push_back(line); });
+  keeper.Noted.Subscribe(
+      [&](Level level, const std::string& line) { noted.push_back(Leveled(level, line)); });
   keeper.SaveAtStart();
   meanwhile = [] { throw RuntimeError(1004, "no table"); };
   keeper.SaveNow();
   EXPECT_THAT(noted, ElementsAre(StartsWith("save 1 begins"), StartsWith("save 1 is in "),
-                                 "save 2 failed: no table"));
+                                 "warning: save 2 failed: no table"));
 }
 
 // Nobody could list the folder, so its names cannot be synced; the files in it can.
@@ -233,13 +242,15 @@ TEST_F(Keeper, BreaksOffWhatItSavesWhenItEndsAndNotesIt) {
   {
     app::WorkbookKeeper short_one(
         loop, *document, file, [] {}, [](const std::string&) {});
-    short_one.Noted.Subscribe([&](const std::string& line) { noted.push_back(line); });
+    short_one.Noted.Subscribe(
+        [&](Level level, const std::string& line) { noted.push_back(Leveled(level, line)); });
     short_one.SaveAtIntervals(1h);
     loop.Advance(1h);
     EXPECT_TRUE(short_one.IsSaving());
   }
   EXPECT_THAT(noted, ElementsAre(StartsWith("save 1 begins"),
-                                 "save 1 is broken off: what it was to hold may not be in " + file.string()));
+                                 "warning: save 1 is broken off: what it was to hold may not be in " +
+                                     file.string()));
   EXPECT_EQ(loop.WatchCount(), 0U);
   EXPECT_THAT(ChildrenOf(::getpid()), IsEmpty());
   EXPECT_THAT(std::distance(std::filesystem::directory_iterator(inner), {}), ::testing::Le(1));

@@ -63,7 +63,9 @@ void DayLog::Follow(day::StreamFeed& feed, wire::ObservedSockets& sockets) {
 }
 
 void DayLog::Follow(WorkbookKeeper& keeper) {
-  keeper.Noted.Subscribe([this](const std::string& line) { Note(line); });
+  if (!file_) return;
+  keeper.Noted.Subscribe(
+      [this](host::Log::Level level, const std::string& line) { file_->Write(level, line); });
 }
 
 }  // namespace mirelo::app

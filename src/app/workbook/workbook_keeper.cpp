@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using Level = host::Log::Level;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
@@ -104,7 +105,7 @@ WorkbookKeeper::~WorkbookKeeper() {
   if (!IsSaving()) return;
   saving_.reset();
   try {
-    Note("is broken off: what it was to hold may not be in " + file_.string());
+    Note("is broken off: what it was to hold may not be in " + file_.string(), Level::Warning);
   } catch (const std::exception&) {  // there is no memory to tell of it
   }
 }
@@ -165,12 +166,16 @@ void WorkbookKeeper::EndSaving(const std::exception_ptr& failure) {
   const bool gives_way = !has_given_way_ && IsChangedMeanwhile(failure);
   has_given_way_ = gives_way;
   if (gives_way) {
-    Note("gives way: " + TextOf(failure));
+    Note("gives way: " + TextOf(failure), Level::Warning);
     LeaveTheFileToOthers();
     return Save();
   }
   const std::string trouble = TextOf(failure);
-  Note(trouble.empty() ? "is in " + file_.string() : "failed: " + trouble);
+  if (trouble.empty()) {
+    Note("is in " + file_.string());
+  } else {
+    Note("failed: " + trouble, Level::Warning);
+  }
   state_ = trouble.empty() ? "saved " + TimeNow() + SizeOf(file_) : "not saved: " + trouble;
   if (std::exchange(trouble_, trouble) != trouble)
     Tell(trouble.empty() ? "Saved again" : "Not saved, going on: " + trouble + AdviceOn(failure));
@@ -226,8 +231,8 @@ void WorkbookKeeper::LeaveTheFileToOthers() {
   Tell("Another program has changed " + left + "; saving in " + file_.filename().string() + " from now on");
 }
 
-void WorkbookKeeper::Note(const std::string& line) const {
-  Noted.Raise("save " + std::to_string(saves_) + " " + line);
+void WorkbookKeeper::Note(const std::string& line, Level level) const {
+  Noted.Raise(level, "save " + std::to_string(saves_) + " " + line);
 }
 
 void WorkbookKeeper::Tell(const std::string& line) const try {

@@ -10,6 +10,7 @@
 
 #include "automation/event.h"
 #include "host/documents.h"
+#include "host/log.h"
 #include "host/message_loop.h"
 
 namespace mirelo::app {
@@ -58,8 +59,8 @@ class WorkbookKeeper {
   // time. What a handler raises is dropped; saving goes on.
   Event<const std::string&> Status;
   // For the log: that a save begins and what became of it, also where it is broken off, each with its number
-  // from 1 on. A handler must raise nothing.
-  Event<const std::string&> Noted;
+  // from 1 on. A save that did not come to its file is a warning. A handler must raise nothing.
+  Event<host::Log::Level, const std::string&> Noted;
 
  private:
   void AwaitInterval();
@@ -70,7 +71,7 @@ class WorkbookKeeper {
   void AwaitEndOfSaving();
   void TellOfWaiting(std::chrono::seconds pause);
   void LeaveTheFileToOthers();
-  void Note(const std::string& line) const;
+  void Note(const std::string& line, host::Log::Level level = host::Log::Level::Info) const;
   void Tell(const std::string& line) const;
 
   host::MessageLoop& loop_;
