@@ -56,6 +56,12 @@ if(MIRELO_SANITIZE)
   target_link_options(mirelo_options INTERFACE -fsanitize=${MIRELO_SANITIZE}
     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-no-pie>)
 endif()
+if(MIRELO_COVERAGE)
+  enable_language(C)
+  add_library(mirelo_count_exits OBJECT ${CMAKE_SOURCE_DIR}/cmake/count_exits.c)
+  target_link_libraries(mirelo_options INTERFACE $<TARGET_OBJECTS:mirelo_count_exits>)
+  target_link_options(mirelo_options INTERFACE -Wl,--wrap=_exit)
+endif()
 # What the sources of tests are compiled with beside these. Half of the build's time is theirs.
 add_library(mirelo_test_options INTERFACE)
 # Their lines are known to debuggers, their variables are not: a quarter of their time.
