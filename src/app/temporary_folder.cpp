@@ -21,8 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kName = "mirelo-day-";
-constexpr std::string_view kOpen = "XXXXXX";
+constexpr std::string_view kFolderStart = "mirelo-day-";
+constexpr std::string_view kFolderRest = "XXXXXX";
 
 // One that is new may be on its way to its lock.
 constexpr std::time_t kNewFor = 60;  // seconds
@@ -52,7 +52,8 @@ void RemoveLeftFolders(const fs::path& below) {
   for (fs::directory_iterator entry(below, error); !error && entry != fs::directory_iterator();
        entry.increment(error)) {
     const std::string name = entry->path().filename().string();
-    if (name.starts_with(kName) && name.size() == kName.size() + kOpen.size()) RemoveIfLeft(entry->path());
+    if (name.starts_with(kFolderStart) && name.size() == kFolderStart.size() + kFolderRest.size())
+      RemoveIfLeft(entry->path());
   }
 }
 
@@ -61,7 +62,7 @@ void RemoveLeftFolders(const fs::path& below) {
 TemporaryFolder::TemporaryFolder() {
   const fs::path below = fs::temp_directory_path();
   RemoveLeftFolders(below);
-  std::string pattern = below / std::string(kName).append(kOpen);
+  std::string pattern = below / std::string(kFolderStart).append(kFolderRest);
   if (::mkdtemp(pattern.data()) == nullptr) {
     throw RuntimeError(75, "Cannot make the temporary folder " + pattern + ": " + std::strerror(errno));
   }

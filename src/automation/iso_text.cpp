@@ -7,18 +7,18 @@ namespace mirelo {
 
 namespace {
 
-std::string Digits(int number, std::size_t width) {
+std::string Padded(int number, std::size_t width) {
   std::string digits = std::to_string(number);
   if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
   return digits;
 }
 
 std::string DayText(const CivilTime& civil) {
-  return Digits(civil.year, 4) + '-' + Digits(civil.month, 2) + '-' + Digits(civil.day, 2);
+  return Padded(civil.year, 4) + '-' + Padded(civil.month, 2) + '-' + Padded(civil.day, 2);
 }
 
 std::string TimeText(const CivilTime& civil) {
-  return Digits(civil.hour, 2) + ':' + Digits(civil.minute, 2) + ':' + Digits(civil.second, 2);
+  return Padded(civil.hour, 2) + ':' + Padded(civil.minute, 2) + ':' + Padded(civil.second, 2);
 }
 
 }  // namespace

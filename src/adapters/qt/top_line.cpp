@@ -12,7 +12,7 @@ namespace mirelo::qt {
 namespace {
 
 constexpr int kGapBeforeButton = 8;
-constexpr int kFewestLetters = 16;
+constexpr int kFewestLettersOfLine = 16;
 
 // The end of a path says most, and its beginning next to that.
 class ElidedText final : public QWidget {
@@ -26,7 +26,7 @@ class ElidedText final : public QWidget {
 
   QSize sizeHint() const override { return {minimumSizeHint().width(), fontMetrics().height()}; }
   QSize minimumSizeHint() const override {
-    return {fontMetrics().averageCharWidth() * kFewestLetters, fontMetrics().height()};
+    return {fontMetrics().averageCharWidth() * kFewestLettersOfLine, fontMetrics().height()};
   }
 
  protected:

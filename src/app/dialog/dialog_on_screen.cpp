@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <exception>
 #include <memory>
-#include <system_error>
 
 #include "app/failure_reason.h"
 #include "app/session.h"
@@ -33,8 +32,6 @@ constexpr const char* kFirstQuestion =
 constexpr const char* kWhichInstead = "\n\nWhich workbook is it to be?";
 constexpr const char* kAnother = "choose another workbook";
 
-std::string Quoted(const fs::path& file) { return "\"" + file.string() + "\""; }
-
 // A word for the shell.
 std::string ShellWord(const std::string& text) { return "'" + Replace(text, "'", "'\\''") + "'"; }
 
@@ -44,11 +41,6 @@ std::string Sentence(const std::string& text) {
 
 std::string TextOf(const RuntimeError& error) {
   return Sentence(VisibleLines(WithReason(error).Description()));
-}
-
-bool IsThere(const fs::path& file) {
-  std::error_code ignored;
-  return fs::exists(fs::symlink_status(file, ignored));
 }
 
 }  // namespace

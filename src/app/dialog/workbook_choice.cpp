@@ -24,14 +24,14 @@ constexpr const char* kAgain = "Try Again";
 // Whoever types one of these means it, so nothing is put behind it.
 constexpr std::array kOtherTables{".csv", ".ods", ".tsv", ".txt", ".xls", ".xlsb", ".xlsm", ".xltx"};
 
+}  // namespace
+
 bool IsThere(const fs::path& file) {
   std::error_code ignored;
   return fs::exists(fs::symlink_status(file, ignored));
 }
 
 std::string Quoted(const fs::path& file) { return "\"" + file.string() + "\""; }
-
-}  // namespace
 
 fs::path WithWorkbookEnding(const fs::path& file) {
   const std::string ending = file.extension().string();

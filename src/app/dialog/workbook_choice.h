@@ -9,6 +9,12 @@
 
 namespace mirelo::app {
 
+// Whether anything has that name, be it a link that leads nowhere.
+bool IsThere(const std::filesystem::path& file);
+
+// The file's name as people are told it.
+std::string Quoted(const std::filesystem::path& file);
+
 // The file that a person has chosen for a workbook.
 struct ChosenWorkbook {
   std::filesystem::path file;
