@@ -36,8 +36,9 @@ TEST(Version, IsTheOneThatTheExamplesAskFor) {
   const std::string asked = "find_package(Mirelo " + version.substr(0, version.rfind('.')) + " REQUIRED)";
   int examples = 0;
   for (const auto& example : std::filesystem::directory_iterator(kSourceFolder / "examples")) {
-    if (!example.is_directory()) continue;
-    std::ifstream file(example.path() / "CMakeLists.txt");
+    const auto project = example.path() / "CMakeLists.txt";
+    if (!std::filesystem::exists(project)) continue;  // macros are read, not built
+    std::ifstream file(project);
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     EXPECT_THAT(text, HasSubstr(asked)) << example.path();
     ++examples;

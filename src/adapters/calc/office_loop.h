@@ -1,0 +1,75 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <deque>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "adapters/calc/office.h"
+#include "adapters/poll/poll_loop.h"
+#include "host/message_loop.h"
+
+namespace mirelo::calc {
+
+class Lookout;
+
+// The message loop of a library that lives in an office: the office does the waiting, and the steps are those
+// of the loop over poll(2), so that handlers meet the same rules in both.
+//
+// The loop, and everything that it calls, lives on the office's main thread. Steps are taken whenever the
+// office handles what waits there, also without a Yield or RunUntil on the stack. What fails in such a step
+// has no caller, so it goes to `failed`.
+class OfficeLoop : public host::MessageLoop {
+ public:
+  using Time = poll::PollLoop::Time;
+  using Failed = std::function<void(std::exception_ptr)>;
+
+  // `now` is where timers get their time from. It must not go back.
+  OfficeLoop(std::shared_ptr<Office> office, Failed failed,
+             std::function<Time()> now = std::chrono::steady_clock::now);
+  ~OfficeLoop() override;
+  OfficeLoop(const OfficeLoop&) = delete;
+  OfficeLoop& operator=(const OfficeLoop&) = delete;
+
+  Token Watch(int descriptor, unsigned interest, std::function<void(unsigned ready)> handler) override;
+  void Rewatch(Token watch, unsigned interest) override;
+  void Unwatch(Token watch) override;
+  Token StartTimer(Milliseconds delay, std::function<void()> handler) override;
+  void StopTimer(Token timer) override;
+
+  // Leaves the office's own events alone: the stream yields behind each quote, and a step that was posted is
+  // over soon.
+  void Yield() override;
+  // Handles the office's events, too.
+  void RunUntil(const std::function<bool()>& done) override;
+
+  // The office ends: no step is posted from now on.
+  void End();
+
+  std::size_t WatchCount() const { return steps_.WatchCount(); }
+  std::optional<Time> NextTimer() const { return steps_.NextTimer(); }
+
+ private:
+  friend class Lookout;
+  class Stepping;
+
+  void TakePostedStep() noexcept;
+  void HandleOfficeEvents();
+  void WaitAWhile() const;
+  void ThrowKept();
+  void TellLookout();
+
+  const std::function<Time()> now_;
+  const std::shared_ptr<Office> office_;
+  const Failed failed_;
+  const std::shared_ptr<Lookout> lookout_;
+  std::deque<std::exception_ptr> kept_;
+  std::optional<Time> told_timer_;
+  int waiting_ = 0;       // frames of ours that wait for the office to return
+  poll::PollLoop steps_;  // last: handlers may end watches of this loop when they are destroyed
+};
+
+}  // namespace mirelo::calc

@@ -1,0 +1,59 @@
+// The services that LibreOffice makes by their names (mirelo.components): one for each class that macros can
+// make. A new one is a line here and there.
+
+#include <sal/types.h>
+#include <unistd.h>
+
+#include <com/sun/star/uno/Any.hxx>
+#include <com/sun/star/uno/RuntimeException.hpp>
+#include <com/sun/star/uno/Sequence.hxx>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <string_view>
+
+#include "automation_server/classes.h"
+#include "libreoffice/machine.h"
+#include "uno/errors.h"
+#include "uno/invocation.h"
+#include "uno/text.h"
+
+namespace mirelo::libreoffice {
+
+namespace {
+
+// Whoever speaks with the office from another process is on another thread here.
+void RequireMainThread() {
+  if (::gettid() == ::getpid()) return;
+  throw css::uno::RuntimeException(
+      uno::OfficeText("Mirelo can be used by macros within LibreOffice alone, on its main thread"), {});
+}
+
+css::uno::XInterface* NewObject(css::uno::XComponentContext* context, std::string_view class_name) {
+  return uno::AtTheBorder([&]() -> css::uno::XInterface* {
+    RequireMainThread();
+    InstallMachine(context);
+    css::uno::Reference<css::script::XInvocation> made =
+        uno::InvocationOf(automation_server::CreateObject(class_name));
+    made->acquire();  // the caller's
+    return made.get();
+  });
+}
+
+}  // namespace
+
+}  // namespace mirelo::libreoffice
+
+#define SERVICE(Class)                                                             \
+  extern "C" SAL_DLLPUBLIC_EXPORT com::sun::star::uno::XInterface* mirelo_##Class( \
+      com::sun::star::uno::XComponentContext* context,                             \
+      const com::sun::star::uno::Sequence<com::sun::star::uno::Any>&) {            \
+    return mirelo::libreoffice::NewObject(context, #Class);                        \
+  }
+
+SERVICE(cMirelo)
+SERVICE(cQTStreaming)
+SERVICE(cQTData)
+SERVICE(cQTDatas)
+SERVICE(cTickerDateTime)
+SERVICE(cTickerDateTimes)
+SERVICE(CAppSettings)
+SERVICE(WinInet)

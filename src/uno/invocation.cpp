@@ -1,0 +1,295 @@
+#include "uno/invocation.h"
+
+#include <algorithm>
+#include <com/sun/star/beans/UnknownPropertyException.hpp>
+#include <com/sun/star/container/XEnumerationAccess.hpp>
+#include <com/sun/star/script/XAllListener.hpp>
+#include <com/sun/star/script/XDefaultMethod.hpp>
+#include <com/sun/star/script/XDefaultProperty.hpp>
+#include <cppuhelper/implbase1.hxx>
+#include <cppuhelper/implbase4.hxx>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "automation_server/automation_object.h"
+#include "uno/errors.h"
+#include "uno/text.h"
+#include "uno/values.h"
+
+namespace mirelo::uno {
+
+namespace {
+
+using automation_server::Arguments;
+using automation_server::AutomationObject;
+using automation_server::EventMember;
+using automation_server::Member;
+using automation_server::MemberId;
+using automation_server::Subscription;
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::Sequence;
+using rtl::OUString;
+using Listener = Reference<css::script::XAllListener>;
+
+constexpr std::string_view kAddListener = "addListener";
+constexpr std::string_view kRemoveListener = "removeListener";
+
+// The thread that the classes live on: who comes first, since the office loads this for a macro of its own.
+void RequireOwnThread() {
+  static const std::thread::id own = std::this_thread::get_id();
+  if (std::this_thread::get_id() == own) return;
+  throw css::uno::RuntimeException(
+      OfficeText("Mirelo can be used by macros within LibreOffice alone, on its main thread"), {});
+}
+
+template <class Body>
+decltype(auto) OnOwnThread(Body&& body) {
+  RequireOwnThread();
+  return AtTheBorder(std::forward<Body>(body));
+}
+
+// A walk of a For Each, which asks for more before it takes the next.
+class Walk final : public cppu::WeakImplHelper1<css::container::XEnumeration> {
+ public:
+  explicit Walk(std::shared_ptr<automation_server::Enumeration> items) : items_(std::move(items)) {
+    next_ = items_->Next();
+  }
+
+  sal_Bool SAL_CALL hasMoreElements() override { return next_.has_value(); }
+  Any SAL_CALL nextElement() override {
+    return OnOwnThread([&] {
+      if (!next_) throw css::container::NoSuchElementException();
+      const std::optional<Variant> item = std::exchange(next_, items_->Next());
+      return ToOffice(*item);
+    });
+  }
+
+ private:
+  std::shared_ptr<automation_server::Enumeration> items_;
+  std::optional<Variant> next_;
+};
+
+class Invocation final
+    : public cppu::WeakImplHelper4<css::script::XInvocation, css::container::XEnumerationAccess,
+                                   css::script::XDefaultMethod, css::script::XDefaultProperty> {
+ public:
+  static Reference<css::script::XInvocation> Of(const std::shared_ptr<Object>& object);
+  static std::shared_ptr<Object> ObjectOf(const Reference<css::uno::XInterface>& invocation);
+
+  explicit Invocation(std::shared_ptr<AutomationObject> door) : door_(std::move(door)) {
+    LivingByDoor().emplace(door_.get(), this);
+    Living().emplace(Identity(), this);
+  }
+  ~Invocation() override {
+    Living().erase(Identity());
+    LivingByDoor().erase(door_.get());
+  }
+
+  // What a class lacks its objects do not have, so that Basic does not try.
+  Any SAL_CALL queryInterface(const css::uno::Type& type) override;
+
+  Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override { return {}; }
+  Any SAL_CALL invoke(const OUString& name, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
+                      Sequence<Any>& changed) override;
+  void SAL_CALL setValue(const OUString& name, const Any& value) override;
+  Any SAL_CALL getValue(const OUString& name) override;
+  sal_Bool SAL_CALL hasMethod(const OUString& name) override;
+  sal_Bool SAL_CALL hasProperty(const OUString& name) override;
+
+  Reference<css::container::XEnumeration> SAL_CALL createEnumeration() override;
+  css::uno::Type SAL_CALL getElementType() override { return cppu::UnoType<Any>::get(); }
+  sal_Bool SAL_CALL hasElements() override { return true; }
+
+  OUString SAL_CALL getDefaultMethodName() override { return DefaultName(); }
+  OUString SAL_CALL getDefaultPropertyName() override { return DefaultName(); }
+
+ private:
+  // Those that somebody holds. Never taken down: the office may hold some until it ends.
+  static std::unordered_map<const css::uno::XInterface*, Invocation*>& Living() {
+    static auto& living = *new std::unordered_map<const css::uno::XInterface*, Invocation*>;
+    return living;
+  }
+  static std::unordered_map<const AutomationObject*, Invocation*>& LivingByDoor() {
+    static auto& living = *new std::unordered_map<const AutomationObject*, Invocation*>;
+    return living;
+  }
+  // What the office compares objects by.
+  const css::uno::XInterface* Identity() const { return static_cast<const cppu::OWeakObject*>(this); }
+
+  const Member* Find(std::string_view name) const;
+  bool IsForListeners(std::string_view name) const;
+  OUString DefaultName() const;
+  Any Call(MemberId id, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
+           Sequence<Any>& changed);
+  void ChangeListeners(std::string_view name, const Sequence<Any>& given);
+  void Tell(const EventMember& event, std::span<const Variant> arguments);
+
+  std::shared_ptr<AutomationObject> door_;
+  std::vector<Listener> listeners_;
+  Subscription subscription_;
+};
+
+bool IsPlainProperty(const Member& member) {
+  return member.kind == Member::Kind::kProperty && member.parameters.empty();
+}
+
+Reference<css::script::XInvocation> Invocation::Of(const std::shared_ptr<Object>& object) {
+  RequireOwnThread();
+  auto door = AutomationObject::Of(object);
+  if (door == nullptr) return {};
+  const auto living = LivingByDoor().find(door.get());
+  return living != LivingByDoor().end() ? living->second : new Invocation(std::move(door));
+}
+
+std::shared_ptr<Object> Invocation::ObjectOf(const Reference<css::uno::XInterface>& invocation) {
+  const auto living = Living().find(invocation.get());
+  return living != Living().end() ? living->second->door_->object() : nullptr;
+}
+
+Any Invocation::queryInterface(const css::uno::Type& type) {
+  const automation_server::Class& table = door_->table();
+  const auto id = table.Default();
+  const bool is_property = id && IsPlainProperty(table.At(*id));
+  const bool lacks =
+      (type == cppu::UnoType<css::container::XEnumerationAccess>::get() && !table.Enumeration()) ||
+      (type == cppu::UnoType<css::script::XDefaultMethod>::get() && (!id || is_property)) ||
+      (type == cppu::UnoType<css::script::XDefaultProperty>::get() && !is_property);
+  return lacks ? Any() : WeakImplHelper4::queryInterface(type);
+}
+
+Any Invocation::invoke(const OUString& name, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
+                       Sequence<Any>& changed) {
+  return OnOwnThread([&]() -> Any {
+    const std::string called = TextOf(name);
+    if (!IsForListeners(called)) return Call(door_->IdOf(called), given, changed_places, changed);
+    ChangeListeners(called, given);
+    return {};
+  });
+}
+
+void Invocation::setValue(const OUString& name, const Any& value) {
+  OnOwnThread([&] { door_->Let(door_->IdOf(TextOf(name)), FromOffice(value)); });
+}
+
+Any Invocation::getValue(const OUString& name) {
+  return OnOwnThread([&] { return ToOffice(door_->Get(door_->IdOf(TextOf(name)))); });
+}
+
+sal_Bool Invocation::hasMethod(const OUString& name) {
+  const std::string asked = TextOf(name);
+  const Member* const member = Find(asked);
+  return IsForListeners(asked) || (member != nullptr && !IsPlainProperty(*member));
+}
+
+sal_Bool Invocation::hasProperty(const OUString& name) {
+  const Member* const member = Find(TextOf(name));
+  return member != nullptr && IsPlainProperty(*member);
+}
+
+Reference<css::container::XEnumeration> Invocation::createEnumeration() {
+  return OnOwnThread([&] { return Reference<css::container::XEnumeration>(new Walk(door_->NewEnum())); });
+}
+
+const Member* Invocation::Find(std::string_view name) const {
+  const auto id = door_->table().Find(name);
+  return id ? &door_->table().At(*id) : nullptr;
+}
+
+bool Invocation::IsForListeners(std::string_view name) const {
+  if (door_->table().events().empty()) return false;
+  return EqualText(name, kAddListener) || EqualText(name, kRemoveListener);
+}
+
+OUString Invocation::DefaultName() const {
+  const auto id = door_->table().Default();
+  return id ? OfficeText(door_->table().At(*id).name) : OUString();
+}
+
+Any Invocation::Call(MemberId id, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
+                     Sequence<Any>& changed) {
+  // Let go of meanwhile, this object and its door still stand until the call is over.
+  const Reference<css::script::XInvocation> itself(this);
+  const Member& member = door_->table().At(id);
+  Arguments arguments;
+  for (sal_Int32 i = 0; i < given.getLength(); ++i) {
+    const auto place = static_cast<std::size_t>(i);
+    const bool may_lack = place < member.parameters.size() && member.parameters[place].default_value;
+    if (may_lack && !given[i].hasValue()) {
+      arguments.emplace_back(std::nullopt);
+    } else {
+      arguments.emplace_back(FromOffice(given[i]));
+    }
+  }
+  const Any result = ToOffice(door_->Call(id, arguments));
+
+  for (std::size_t i = 0; i < arguments.size() && i < member.parameters.size(); ++i) {
+    if (!member.parameters[i].by_reference || !arguments[i]) continue;
+    const sal_Int32 count = changed.getLength();
+    changed_places.realloc(count + 1);
+    changed.realloc(count + 1);
+    changed_places.getArray()[count] = static_cast<sal_Int16>(i);
+    changed.getArray()[count] = ToOffice(*arguments[i]);
+  }
+  return result;
+}
+
+void Invocation::ChangeListeners(std::string_view name, const Sequence<Any>& given) {
+  if (given.getLength() == 0) throw Errors::ArgumentNotOptional();
+  if (given.getLength() > 1) throw Errors::WrongNumberOfArguments();
+  const Listener listener(given[0], css::uno::UNO_QUERY);
+  if (!listener.is()) throw Errors::TypeMismatch();
+
+  const auto known = std::ranges::find(listeners_, listener);
+  if (EqualText(name, kAddListener)) {
+    if (known == listeners_.end()) listeners_.push_back(listener);
+  } else if (known != listeners_.end()) {
+    listeners_.erase(known);
+  }
+  if (listeners_.empty()) {
+    subscription_.End();
+  } else if (listeners_.size() == 1) {
+    subscription_ = door_->Subscribe(
+        [this](const EventMember& event, std::span<const Variant> arguments) { Tell(event, arguments); });
+  }
+}
+
+void Invocation::Tell(const EventMember& event, std::span<const Variant> arguments) {
+  const Reference<css::script::XInvocation> itself(this);
+  css::script::AllEventObject told;
+  told.Source = static_cast<cppu::OWeakObject*>(this);
+  told.ListenerType = cppu::UnoType<css::script::XAllListener>::get();
+  told.MethodName = OfficeText(event.name);
+  told.Arguments.realloc(static_cast<sal_Int32>(arguments.size()));
+  std::ranges::transform(arguments, told.Arguments.getArray(),
+                         [](const Variant& argument) { return ToOffice(argument); });
+  // Listeners may come and go meanwhile.
+  const std::vector<Listener> listeners = listeners_;
+  for (const Listener& listener : listeners) {
+    try {
+      listener->firing(told);
+    } catch (const css::uno::Exception& failure) {
+      throw FromOffice(failure);
+    }
+  }
+}
+
+}  // namespace
+
+Reference<css::script::XInvocation> InvocationOf(const std::shared_ptr<Object>& object) {
+  return Invocation::Of(object);
+}
+
+std::shared_ptr<Object> ObjectBehind(const Reference<css::uno::XInterface>& invocation) {
+  return Invocation::ObjectOf(invocation);
+}
+
+}  // namespace mirelo::uno

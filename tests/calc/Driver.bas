@@ -1,0 +1,91 @@
+REM  Runs the macros of examples/calc in a document of its own, notes what it finds, and ends the office.
+
+Option Explicit
+
+Global Notes As String
+
+Sub Main
+  Dim Document, Tries As Integer
+  On Error GoTo Failed
+  GlobalScope.BasicLibraries.loadLibrary("Examples")
+  Document = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+
+  AskQuotes
+  NoteCells("asked", Document, 0)
+
+  StartStream
+  For Tries = 1 To 200
+    If HasQuotes(Document, 10) And HasQuotes(Document, 11) Then Exit For
+    Wait 100  ' the office has its events meanwhile, and the stream its steps
+  Next Tries
+  StopStream
+  NoteCells("streamed", Document, 10)
+  Note("status", Status)
+
+  Errors
+  Identity
+  Note("end", "reached")
+  GoTo Done
+Failed:
+  Note("failed", Err & " " & Error$ & " in line " & Erl)
+Done:
+  On Error Resume Next
+  SaveNotes
+  Document.close(True)
+  StarDesktop.terminate()
+End Sub
+
+Sub Errors
+  Note("no such member", FailureOf(Facade, 1))
+  Note("argument left out", FailureOf(Facade, 2))
+  Note("wrong type", FailureOf(Facade, 3))
+  Note("unknown to Basic", FailureOf(createUnoService("mirelo.cQTDatas"), 4))
+End Sub
+
+Function FailureOf(Called, Which As Integer) As String
+  On Error GoTo Failed
+  FailureOf = "none"
+  If Which = 1 Then Called.NoSuchMember = 1
+  If Which = 2 Then Called.DownloadURL()
+  If Which = 3 Then Called.StatusRunWorkQT = "no number"
+  If Which = 4 Then Called.Item("no such key")
+  Exit Function
+Failed:
+  FailureOf = Err & " " & Replace(Error$, Chr(10), " ")
+End Function
+
+Sub Identity
+  Dim Facade, Stream, Datas
+  Datas = createUnoService("mirelo.cQTDatas")
+  Stream = createUnoService("mirelo.cQTStreaming")
+  Stream.QTConteiner = Datas
+  Note("same object", EqualUnoObjects(Stream.QTConteiner, Datas))
+End Sub
+
+Function HasQuotes(Document, Row As Long) As Boolean
+  Dim Sheet
+  Sheet = Document.Sheets(0)
+  HasQuotes = Sheet.getCellByPosition(1, Row).Value > 0 And Sheet.getCellByPosition(3, Row).Value > 1
+End Function
+
+Sub NoteCells(Title As String, Document, First As Long)
+  Dim Column As Long, Row As Long, Shown As String
+  For Row = First To First + 1
+    For Column = 0 To 3
+      Shown = Shown & Document.Sheets(0).getCellByPosition(Column, Row).String & "|"
+    Next Column
+  Next Row
+  Note(Title, Shown)
+End Sub
+
+Sub Note(Title As String, Value)
+  Notes = Notes & Title & ": " & Value & Chr(10)
+End Sub
+
+Sub SaveNotes
+  Dim Number As Integer
+  Number = FreeFile
+  Open Environ("MIRELO_NOTES") For Output As #Number
+  Print #Number, Notes
+  Close #Number
+End Sub

@@ -1,0 +1,76 @@
+"""The macros of examples/calc, as they are, in a LibreOffice that has the extension, against a stand-in."""
+
+import os
+import pathlib
+import re
+import tempfile
+import unittest
+
+from office import Office
+from support import BUILD, SOURCE, StandIn, run
+
+HERE = pathlib.Path(__file__).parent
+
+
+class Macros(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        home = tempfile.TemporaryDirectory(prefix="mirelo-")
+        cls.addClassCleanup(home.cleanup)
+        folder = pathlib.Path(home.name)
+        notes = folder / "notes"
+        environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_NOTES": str(notes)}
+        office = Office(folder, environment)
+        office.install(BUILD / "mirelo.oxt")
+        office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=HERE / "Driver.bas")
+        with StandIn(BUILD / "bin") as tracker:
+            mirelo = BUILD / "bin" / "mirelo"
+            signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
+            run(mirelo, "settings", "set", "HTTPPort", signed_port, env=environment)
+            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
+            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
+            run(mirelo, "sources", "--update", env=environment)
+            cls.code = office.run("Tests.Driver.Main")
+        cls.log = office.log()
+        cls.notes = {}
+        if notes.exists():
+            for line in notes.read_text().splitlines():
+                name, _, value = line.partition(": ")
+                cls.notes[name] = value
+
+    def test_reach_their_end_and_the_office_ends_well(self):
+        self.assertEqual(self.notes.get("failed"), None)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.code, 0, self.log)
+        self.assertNotIn("mirelo", self.log)
+
+    def test_write_the_quotes_that_they_ask_for(self):
+        first, second = self.rows("asked")
+        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
+        for cell in first[1:] + second[1:]:
+            self.assertRegex(cell, r"^-?\d+(\.\d+)?$")
+
+    def test_write_the_quotes_that_are_streamed(self):
+        first, second = self.rows("streamed")
+        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
+        for _, price, moment, count in (first, second):
+            self.assertRegex(price, r"^\d+(\.\d+)?$")
+            self.assertRegex(moment, r"^\d\d:\d\d:\d\d$")
+            self.assertGreater(int(count), 1)
+
+    def test_see_errors_as_basic_has_them(self):
+        self.assertIn("NoSuchMember", self.notes["no such member"])
+        self.assertRegex(self.notes["argument left out"], "^449 .*Argument not optional")
+        self.assertRegex(self.notes["wrong type"], "^13 .*Type mismatch")
+        self.assertRegex(self.notes["unknown to Basic"], "^1 .*error -2147221404: cQTDatas component failure")
+
+    def test_hold_one_object_for_one_of_the_library(self):
+        self.assertEqual(self.notes["same object"], "True")
+
+    def rows(self, name):
+        cells = self.notes[name].split("|")
+        return cells[:4], cells[4:8]
+
+
+if __name__ == "__main__":
+    unittest.main()

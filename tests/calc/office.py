@@ -1,0 +1,99 @@
+"""A LibreOffice without a screen that runs one macro, with a fresh profile and an extension in it."""
+
+import os
+import pathlib
+import subprocess
+import time
+import zipfile
+from xml.sax.saxutils import escape
+
+OFFICE = pathlib.Path(os.environ["MIRELO_OFFICE"])
+
+PATIENCE = 60  # seconds, over all starts
+STARTED_FOR_ITS_PROFILE = 81  # the office wants to be started again
+
+MODULE = """<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE script:module PUBLIC "-//OpenOffice.org//DTD OfficeDocument 1.0//EN" "module.dtd">
+<script:module xmlns:script="http://openoffice.org/2000/script" script:name="{name}" script:language="StarBasic">{text}</script:module>
+"""
+LIBRARY = """<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE library:library PUBLIC "-//OpenOffice.org//DTD OfficeDocument 1.0//EN" "library.dtd">
+<library:library xmlns:library="http://openoffice.org/2000/library" library:name="{name}" library:readonly="false" library:passwordprotected="false">
+{elements}</library:library>
+"""
+LIBRARIES = """<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE library:libraries PUBLIC "-//OpenOffice.org//DTD OfficeDocument 1.0//EN" "libraries.dtd">
+<library:libraries xmlns:library="http://openoffice.org/2000/library" xmlns:xlink="http://www.w3.org/1999/xlink">
+{elements}</library:libraries>
+"""
+
+
+class Office:
+    """`folder` is an empty one of its own; `environment` is the process's."""
+
+    def __init__(self, folder, environment):
+        self.folder = pathlib.Path(folder)
+        self.environment = {**environment, "SAL_USE_VCLPLUGIN": "svp"}
+        self.libraries = {}
+
+    def install(self, extension):
+        """As the extensions that come with an office for all users: unpacked."""
+        with zipfile.ZipFile(extension) as packed:
+            packed.extractall(self.folder / "extensions" / pathlib.Path(extension).name)
+
+    def add_macros(self, **libraries):
+        """Libraries of one module each, by their name: a file of Basic."""
+        self.libraries = libraries
+
+    # The first start makes the profile, and puts a list of libraries of its own in place of one that is there.
+    def _write_macros(self):
+        libraries = self.libraries
+        basic = self.folder / "profile" / "user" / "basic"
+        names = ["Standard", *libraries]
+        for name in names:
+            folder = basic / name
+            folder.mkdir(parents=True, exist_ok=True)
+            module = ""
+            if name in libraries:
+                source = pathlib.Path(libraries[name])
+                module = f' <library:element library:name="{source.stem}"/>\n'
+                (folder / f"{source.stem}.xba").write_text(MODULE.format(name=source.stem, text=escape(source.read_text())))
+            (folder / "script.xlb").write_text(LIBRARY.format(name=name, elements=module))
+        places = (
+            f' <library:library library:name="{name}" xlink:href="$(USER)/basic/{name}/script.xlb/" xlink:type="simple"'
+            ' library:link="false"/>\n'
+            for name in names
+        )
+        (basic / "script.xlc").write_text(LIBRARIES.format(elements="".join(places)))
+
+    def run(self, macro):
+        """Runs Library.Module.Sub, which is to end the office. The exit code; fails where the office does not end."""
+        until = time.monotonic() + PATIENCE
+        code = STARTED_FOR_ITS_PROFILE
+        while code == STARTED_FOR_ITS_PROFILE:
+            code = self._start(macro, until - time.monotonic())
+        return code
+
+    def _start(self, macro, seconds):
+        self._write_macros()
+        options = ["--headless", "--norestore", "--nologo", "--nodefault", "--nolockcheck"]
+        places = [
+            f"-env:UserInstallation={(self.folder / 'profile').as_uri()}",
+            f"-env:BUNDLED_EXTENSIONS={(self.folder / 'extensions').as_uri()}",
+        ]
+        with open(self.folder / "office.log", "ab") as log:
+            # The program itself, not the script around it, so that it is ended by its id.
+            office = subprocess.Popen(
+                [OFFICE / "program" / "soffice.bin", *options, *places, f"macro:///{macro}"],
+                env=self.environment, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+            )
+            try:
+                return office.wait(max(seconds, 1))
+            except subprocess.TimeoutExpired:
+                raise AssertionError(f"the office did not end\n{self.log()}") from None
+            finally:
+                office.kill()
+                office.wait()
+
+    def log(self):
+        return (self.folder / "office.log").read_text(errors="replace")
