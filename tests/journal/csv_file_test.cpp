@@ -73,6 +73,15 @@ TEST_F(CsvFile, IsRefusedWhereItsLastLineHasNoNumber) {
   EXPECT_THAT(Refusal(), HasSubstr("its last line begins with no number"));
 }
 
+TEST_F(CsvFile, IsRefusedWhereItsLastNumberLeavesNoRoomToCountOn) {
+  Hold(kHeader + std::string("9223372036854775807,a,1.5,\n"));
+  EXPECT_THAT(Refusal(), HasSubstr("its last line has a number that no quote can have"));
+  Hold(kHeader + std::string("-7,a,1.5,\n"));
+  EXPECT_THAT(Refusal(), HasSubstr("its last line has a number that no quote can have"));
+  Hold(kHeader + std::string("1000000000000000,a,1.5,\n"));
+  EXPECT_EQ(Refusal(), "");
+}
+
 TEST_F(CsvFile, IsOneProcessesAlone) {
   const CsvJournal first(file, TestColumns());
   EXPECT_THAT(Refusal(), HasSubstr("another Mirelo appends to it; a database (.db) takes several at once"));

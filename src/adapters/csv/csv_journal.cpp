@@ -18,6 +18,8 @@ namespace {
 
 constexpr mode_t kMode = 0666;  // as far as the umask allows
 constexpr std::int64_t kPiece = 4096;
+// More rows than any file holds, and far enough below the greatest number to go on counting.
+constexpr std::int64_t kMostRows = 1'000'000'000'000'000;
 constexpr const char* kSource = "Mirelo.CsvJournal";
 
 // Without waiting for somebody at the other end of a pipe, which is refused behind this.
@@ -86,6 +88,7 @@ void CsvJournal::GoOn() {
     const char* const stop = line.data() + std::min(comma, line.size());
     const auto read = std::from_chars(line.data(), stop, number_);
     if (read.ec != std::errc() || read.ptr != stop) Refuse("its last line begins with no number");
+    if (number_ < 0 || number_ > kMostRows) Refuse("its last line has a number that no quote can have");
   }
   if (end == size) return;
   Truncate(end);
