@@ -40,6 +40,7 @@ TEST(DefaultRegistryPath, IsAnErrorWithoutAnyFolder) {
   const RuntimeError error = testing::ErrorOf([] { DefaultRegistryPath(); });
   EXPECT_EQ(error.Number(), 75);
   EXPECT_NE(error.Description().find("HOME"), std::string::npos);
+  EXPECT_TRUE(error.Description().ends_with("Set one of them."));
 }
 
 }  // namespace

@@ -23,8 +23,9 @@ std::filesystem::path DefaultRegistryPath() {
   if (data.empty()) {
     const std::filesystem::path home = FolderFrom("HOME");
     if (home.empty()) {
-      throw RuntimeError(75, "No folder for the settings: neither XDG_DATA_HOME nor HOME names one",
-                         "Mirelo.SqliteRegistry");
+      throw RuntimeError(
+          75, "No folder for the settings: neither XDG_DATA_HOME nor HOME names one. Set one of them.",
+          "Mirelo.SqliteRegistry");
     }
     data = home / ".local" / "share";
   }
