@@ -139,6 +139,18 @@ TEST_F(Invocations, AreTheSameForTheSameObject) {
   EXPECT_NE(NewHeld("cQTDatas"), quotes);
 }
 
+// As Basic hands on what it holds.
+TEST_F(Invocations, AreKnownByWhicheverInterfaceTheyComeAs) {
+  const Held facade = NewHeld("cMirelo");
+  const Held stream = NewHeld("cQTStreaming");
+  const Held quotes = NewHeld("cQTDatas");
+  const Reference<css::uno::XInterface> unnamed(quotes.get());
+  SetValue(stream, "QTConteiner", Any(unnamed));
+  Held returned;
+  Value(stream, "QTConteiner") >>= returned;
+  EXPECT_EQ(returned, quotes);
+}
+
 TEST_F(Invocations, HoldTheirObjectAsLongAsSomebodyHoldsThem) {
   const Held facade = NewHeld("cMirelo");
   auto object = automation_server::CreateObject("cQTDatas");
