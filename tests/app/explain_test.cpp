@@ -105,8 +105,8 @@ TEST_F(Explain, FollowsQuotesOfAStreamThatIsPrinted) {
       folder_.path(), {"stream", "MSFT", "IBM", "--source", "SWISS.SDF", "--seconds", "1", "--explain",
                        "MSFT", "--log", "day.log", "--socket-port", std::to_string(server.StreamPort())});
   ASSERT_EQ(result.exit_code, 0) << result.err;
-  EXPECT_THAT(LogText(),
-              AllOf(HasSubstr("MSFT: a record of "), HasSubstr("MSFT: quote a"), Not(HasSubstr("IBM: "))));
+  EXPECT_THAT(LogText(), AllOf(HasSubstr("MSFT: a record of "), HasSubstr("MSFT: quote a"),
+                               HasSubstr("MSFT: shown in the table"), Not(HasSubstr("IBM: "))));
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ std::optional<std::size_t> ShowChoiceBox(QtLoop& loop, QWidget* above, const Box
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
   box.setWindowModality(Qt::ApplicationModal);
   std::vector<QAbstractButton*> buttons;
+  buttons.reserve(choices.size());
   for (const std::string& choice : choices)
     buttons.push_back(box.addButton(Shown(choice), QMessageBox::AcceptRole));
   box.setEscapeButton(box.addButton(QMessageBox::Cancel));

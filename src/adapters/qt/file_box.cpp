@@ -14,9 +14,9 @@ namespace {
 
 // A program that was started from a menu works in a folder that nobody chose.
 QString StartIn(const std::filesystem::path& folder) {
-  const QString wanted = QFile::decodeName(folder.c_str());
+  QString wanted = QFile::decodeName(folder.c_str());
   if (!wanted.isEmpty() && QDir(wanted).exists()) return wanted;
-  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return QDir(documents).exists() ? documents : QDir::homePath();
 }
 

@@ -17,6 +17,7 @@ namespace {
 
 std::vector<std::string> SentencesOf(const std::vector<Loss>& losses) {
   std::vector<std::string> sentences;
+  sentences.reserve(losses.size());
   for (const Loss& loss : losses) sentences.push_back(loss.text);
   return sentences;
 }

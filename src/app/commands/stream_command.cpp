@@ -139,10 +139,10 @@ int StreamCommand::Run() {
   if (recording_) recording.emplace(session.host().sockets(), *recording_);
   day::StreamFeed feed(session.facade(), session.host().loop(), session.host().sockets(), tickers_, file);
   log.Follow(feed, session.host().sockets());
-  return Listen(session, feed);
+  return Listen(session, feed, log);
 }
 
-int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
+int StreamCommand::Listen(Session& session, day::StreamFeed& feed, DayLog& log) {
   auto& loop = session.host().loop();
   auto& interrupt = session.interrupt();
   const bool terminal = Out().IsTerminal();
@@ -169,6 +169,7 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed) {
     board.Take(quote);
     if (csv_) Out() << CsvLine(day::TextsOf(day::QuoteFields(quote)));
     if (json_) Out() << JsonLine(day::QuoteBoard::AllColumns(), day::QuoteFields(quote));
+    log.Explain(quote.Symbol(), csv_ || json_ ? "printed" : "shown in the table");
   });
 
   if (seconds_ > 0) {

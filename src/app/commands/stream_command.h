@@ -12,13 +12,13 @@ class App;
 }
 
 namespace mirelo::day {
-class QuoteBoard;
 class StreamFeed;
 }  // namespace mirelo::day
 
 namespace mirelo::app {
 
 struct GlobalOptions;
+class DayLog;
 class Session;
 
 // mirelo stream: listens to QuoteTracker's Level I stream and prints the quotes as they come.
@@ -33,7 +33,7 @@ class StreamCommand {
   void Override(Session& session) const;
   // The streamer file of --source or of the setting; empty, with a message, when there is none.
   std::string StreamerFile(Session& session) const;
-  int Listen(Session& session, day::StreamFeed& feed);
+  int Listen(Session& session, day::StreamFeed& feed, DayLog& log);
 
   const GlobalOptions& global_;
   CLI::App* command_;

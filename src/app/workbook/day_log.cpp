@@ -48,6 +48,10 @@ void DayLog::Note(const std::string& line) {
   if (file_) file_->Write(host::Log::Level::Info, line);
 }
 
+void DayLog::Explain(const std::string& ticker, const char* what) {
+  if (trail_) trail_->Note(ticker, what);
+}
+
 void DayLog::Follow(day::WorkingDay& day) {
   if (!file_) return;
   day.Status.Subscribe([this](const std::string& line) { Note(line); });

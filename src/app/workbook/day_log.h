@@ -31,6 +31,8 @@ class DayLog {
   explicit DayLog(const LogWishes& wishes);
 
   void Note(const std::string& line);
+  // What became of a quote of the ticker, if its quotes are to be explained.
+  void Explain(const std::string& ticker, const char* what);
 
   // Subscribes to what these tell people, and has the quotes that are to be explained followed. To be called
   // before a day or a feed is started; this must outlive them.
