@@ -25,6 +25,11 @@ constexpr unsigned kReadyToRead = host::MessageLoop::kRead;
 
 class OfficeWaiting : public ::testing::Test {
  protected:
+  ~OfficeWaiting() override {
+    loop_.reset();
+    WaitUntilLeft(office_);
+  }
+
   std::shared_ptr<QueuedOffice> office_ = std::make_shared<QueuedOffice>();
   std::vector<std::string> failures_;
   std::unique_ptr<calc::OfficeLoop> loop_ =

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 #include "adapters/calc/office.h"
@@ -72,12 +73,22 @@ class QueuedOffice : public calc::Office {
   bool closed_ = false;
 };
 
-// The loop in such an office, made as the other loops are.
-class LoopInAnOffice : public calc::OfficeLoop {
+// Waits until nobody else knows the office: the thread of a loop ends, and closes its descriptors, on its own
+// time, and tests count on the numbers of theirs.
+inline void WaitUntilLeft(const std::shared_ptr<QueuedOffice>& office) {
+  while (office.use_count() > 1) std::this_thread::sleep_for(std::chrono::microseconds(50));
+}
+
+// The loop in such an office, made as the other loops are. The office is left behind it.
+struct LeftOffice {
+  ~LeftOffice() { WaitUntilLeft(office); }
+  std::shared_ptr<QueuedOffice> office = std::make_shared<QueuedOffice>();
+};
+class LoopInAnOffice : private LeftOffice, public calc::OfficeLoop {
  public:
   explicit LoopInAnOffice(std::function<Time()> now = std::chrono::steady_clock::now)
       : OfficeLoop(
-            std::make_shared<QueuedOffice>(), [](std::exception_ptr) { std::terminate(); }, std::move(now)) {}
+            office, [](std::exception_ptr) { std::terminate(); }, std::move(now)) {}
 };
 
 }  // namespace mirelo
