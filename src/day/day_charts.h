@@ -30,6 +30,9 @@ class DayCharts {
   // A vertical table; one without charts is passed over.
   void Add(std::size_t ticker, std::shared_ptr<host::excel::Worksheet> sheet);
 
+  // Whether no table has charts.
+  bool IsEmpty() const { return charted_.empty(); }
+
   // A new quote of the ticker.
   void Take(std::size_t ticker, const QuoteRow& row);
   // Has the charts show what the tables of these tickers hold. A table whose charts cannot be updated is left

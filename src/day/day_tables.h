@@ -71,7 +71,8 @@ class DayTables {
 
   // What was cut since the last call: a sentence for each ticker and column, once.
   std::vector<std::string> TellCuts() { return std::exchange(untold_cuts_, {}); }
-  // Why charts stand still; empty while they follow.
+  // Whether any history has charts, and why they stand still; empty while they follow.
+  bool HasCharts() const { return !charts_.IsEmpty(); }
   const std::string& ChartFailure() const { return charts_.Failure(); }
   // How many sheets have no room for more history.
   int FullSheets() const { return full_sheets_; }

@@ -3,6 +3,7 @@
 #include "app/workbook/last_workbook.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <fstream>
 #include <optional>
@@ -50,6 +51,13 @@ TEST_F(LastWorkbookFile, IsNoneWhereItIsDamaged) {
     Write(text);
     EXPECT_EQ(last.Recall(), std::nullopt);
   }
+}
+
+TEST_F(LastWorkbookFile, IsNotWaitedForWhereItIsAPipe) {
+  Write("");
+  fs::remove(folder / "last");
+  ASSERT_EQ(::mkfifo((folder / "last").c_str(), 0600), 0);
+  EXPECT_EQ(last.Recall(), std::nullopt);
 }
 
 TEST_F(LastWorkbookFile, SaysWhyItCannotBeKept) {

@@ -121,7 +121,7 @@ TEST_F(RunAlso, SaysOnceThatNothingCanBeWrittenAndGoesOn) {
     ASSERT_NE(told, std::string::npos) << result.err;
     EXPECT_LT(told, result.err.find("\n2 quotes\n")) << "before the first quote";
     EXPECT_EQ(result.err.find("Quotes are not kept", told + 1), std::string::npos);
-    EXPECT_THAT(result.err, AllOf(HasSubstr("Make the file and its folder writable."),
+    EXPECT_THAT(result.err, AllOf(HasSubstr("Make the file, its folder and its file system writable."),
                                   HasSubstr("error: 2 quotes could not be kept in " + std::string(name))));
     EXPECT_THAT(result.out, HasSubstr("Saved in"));
   }

@@ -188,12 +188,21 @@ TEST_F(Run, TakesAListOfTickersApart) {
   EXPECT_THAT(server.Requests(), ::testing::Contains("/req?GetLastQuote(GE,F,T,IBM)"));
 }
 
+TEST_F(Run, NamesNoChartsWhereThereAreNone) {
+  quotetracker::Server server;
+  const auto result = RunWith({"--set", "UpdateEvery=0", "--tickers", "MSFT", "--history", "Last,Time",
+                               "--http-port", std::to_string(server.HttpPort())});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_THAT(result.out, HasSubstr("and at Quotes_Vertical(MSFT) for the history\n"));
+}
+
 TEST_F(Run, KeepsHistoriesWithChartsThatOneOptionAsksFor) {
   quotetracker::Server server;
   const auto result = RunWith({"--set", "UpdateEvery=0", "--tickers", "MSFT,IBM", "--charts", "--http-port",
                                std::to_string(server.HttpPort())});
   ASSERT_EQ(result.exit_code, 0) << result.err;
-  EXPECT_THAT(result.out, HasSubstr("and at Quotes_Vertical(MSFT) and 1 more like it"));
+  EXPECT_THAT(result.out,
+              HasSubstr("and at Quotes_Vertical(MSFT) and 1 more like it for the history and its charts\n"));
   const auto spreadsheet = workbook::Spreadsheet::Open(folder_ / "quotes.xlsx");
   EXPECT_FALSE(SheetOf(spreadsheet, "Quotes_Vertical(IBM)")->Cells(3, 1)->Value().IsEmpty());
   EXPECT_EQ(spreadsheet.Application()->ActiveSheet()->Name(), "Dovanta2_Quotes") << "the sheet in front";

@@ -46,7 +46,7 @@ void DayView::Summarize(const std::string& file) const {
   if (const auto& sheets = tables.HistorySheets(); !sheets.empty()) {
     Out() << ", and at " << sheets.front();
     if (sheets.size() > 1) Out() << " and " << sheets.size() - 1 << " more like it";
-    Out() << " for the history and its charts";
+    Out() << (tables.HasCharts() ? " for the history and its charts" : " for the history");
   }
   Out() << "\n";
   Out().Flush();

@@ -55,7 +55,7 @@ std::string Advice(const RuntimeError& failure) {
                              : "Make room on the disk.";
   }
   if (failure.Number() != Errors::PathFileAccess().Number()) return {};
-  return "Make the file and its folder writable.";
+  return "Make the file, its folder and its file system writable.";
 }
 
 std::string Sentence(const RuntimeError& failure) {

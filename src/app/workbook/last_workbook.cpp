@@ -27,6 +27,8 @@ fs::path FileOfLast() {
 LastWorkbook::LastWorkbook() : file_(FileOfLast()) {}
 
 std::optional<fs::path> LastWorkbook::Recall() const {
+  std::error_code ignored;
+  if (!fs::is_regular_file(file_, ignored)) return std::nullopt;  // a pipe would be waited for
   std::ifstream stream(file_, std::ios::binary);
   std::string text(PATH_MAX + 1, '\0');
   stream.read(text.data(), static_cast<std::streamsize>(text.size()));
