@@ -115,9 +115,16 @@ int MakeNewFile(const fs::path& folder, std::string& path) {
   return -1;
 }
 
+// What the umask leaves of the mode of a usual file. It can only be read by setting another one.
+mode_t UsualMode() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0666 & ~mask;
+}
+
 // `old` is the file that is replaced, if there is one: the new one takes its owner, where this process may
 // say so, and its mode. One that this process may not write is not replaced either.
-void Replace(const fs::path& file, std::string_view text, const struct stat* old) {
+void Replace(const fs::path& file, std::string_view text, const struct stat* old, NewFile mode) {
   if (old != nullptr && ::access(file.c_str(), W_OK) != 0) throw CannotWrite(file, errno);
   const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
   RemoveAllDead(folder);
@@ -127,6 +134,8 @@ void Replace(const fs::path& file, std::string_view text, const struct stat* old
   if (good && old != nullptr) {
     good = (::fchown(descriptor, old->st_uid, old->st_gid) == 0 || errno == EPERM) &&
            ::fchmod(descriptor, old->st_mode & kPermissions) == 0;
+  } else if (good && mode == NewFile::kUsual) {
+    good = ::fchmod(descriptor, UsualMode()) == 0;
   }
   good = good && WriteAll(descriptor, text) && ::fsync(descriptor) == 0;
   good = good && ::rename(beside.c_str(), file.c_str()) == 0;
@@ -139,12 +148,12 @@ void Replace(const fs::path& file, std::string_view text, const struct stat* old
 
 }  // namespace
 
-void WriteWhole(const fs::path& file, std::string_view text) {
+void WriteWhole(const fs::path& file, std::string_view text, NewFile mode) {
   struct stat status {};
-  if (::stat(file.c_str(), &status) != 0) return Replace(BehindLinks(file), text, nullptr);
+  if (::stat(file.c_str(), &status) != 0) return Replace(BehindLinks(file), text, nullptr, mode);
   if (S_ISDIR(status.st_mode)) throw CannotWrite(file, EISDIR);
   if (!S_ISREG(status.st_mode)) return WriteInto(file, text);
-  Replace(BehindLinks(file), text, &status);
+  Replace(BehindLinks(file), text, &status, mode);
 }
 
 }  // namespace mirelo::app

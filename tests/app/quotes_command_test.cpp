@@ -129,12 +129,14 @@ TEST_F(Quotes, EndAtCtrlCThoughAnAnswerIsDue) {
         RunProgram("/bin/sh", folder_.path(), {"-c", "echo $$ > pid; exec '" + program + "'" + arguments});
   });
   while (server_.Requests().empty()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  std::this_thread::sleep_for(std::chrono::milliseconds(3300));  // until it tells that it waits
   pid_t pid = 0;
   std::ifstream(folder_ / "pid") >> pid;
   EXPECT_GT(pid, 0);
   if (pid > 0) ::kill(pid, SIGINT);
   watching.join();
   EXPECT_EQ(result.exit_code, 0);
+  EXPECT_THAT(result.err, HasSubstr("QuoteTracker has not answered yet. Ctrl-C ends the waiting.\n"));
 }
 
 // With Seconds 0 that is every second.

@@ -56,6 +56,17 @@ TEST_F(WholeFile, KeepsTheModeOfTheOldOne) {
   EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
 }
 
+TEST_F(WholeFile, IsItsOwnersAloneUnlessItIsAUsualOne) {
+  const mode_t mask = ::umask(0027);
+  WriteWhole(folder / "private", "a");
+  WriteWhole(folder / "usual", "a", NewFile::kUsual);
+  EXPECT_EQ(fs::status(folder / "private").permissions(), fs::perms(0600));
+  WriteWhole(folder / "private", "b", NewFile::kUsual);
+  EXPECT_EQ(::umask(mask), mode_t{0027}) << "as it was";
+  EXPECT_EQ(fs::status(folder / "usual").permissions(), fs::perms(0640));
+  EXPECT_EQ(fs::status(folder / "private").permissions(), fs::perms(0600)) << "that of the old one";
+}
+
 TEST_F(WholeFile, StandsWhereALinkLeads) {
   fs::create_directory(folder / "kept");
   fs::create_symlink("kept/real.txt", folder / "second");

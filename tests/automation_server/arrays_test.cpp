@@ -54,8 +54,8 @@ TEST_F(Arrays, OfPropertiesAreAssignedElementByElement) {
   EXPECT_EQ(Get(facade, "masPrevVolume", {2, 2}).ToInt32(), 22);
   EXPECT_EQ(before.AsArray()(2, 1).ToInt32(), 21) << "what was read before is the client's own";
 
-  Set(facade, "masPrevVolume", ObjectOf(facade), {3, 1});
-  EXPECT_EQ(Get(facade, "masPrevVolume", {3, 1}).TypeName(), "cMirelo");
+  Set(facade, "masPrevVolume", ObjectOf(New("cQTData")), {3, 1});
+  EXPECT_EQ(Get(facade, "masPrevVolume", {3, 1}).TypeName(), "cQTData");
 }
 
 TEST_F(Arrays, HaveNoElementsOutsideOfTheirBounds) {

@@ -66,7 +66,7 @@ std::filesystem::path SodiumVault::DefaultFolder() {
   if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') {
     return std::filesystem::path(home) / ".local/share/mirelo";
   }
-  throw RuntimeError(75, "neither XDG_DATA_HOME nor HOME says where credentials are kept");
+  throw RuntimeError(75, "neither XDG_DATA_HOME nor HOME says where credentials are kept. Set one of them.");
 }
 
 SodiumVault::SodiumVault(std::filesystem::path folder, std::chrono::milliseconds patience)

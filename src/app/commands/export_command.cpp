@@ -162,10 +162,11 @@ void ExportCommand::TellWhatThereIs(const std::vector<ExportedSheet>& sheets,
 }
 
 void ExportCommand::Write(const std::vector<host::DataTable>& tables) const {
-  if (ChosenFormat() == Format::Sqlite) return WriteWhole(output_, sqlite::ExportImage(tables));
+  if (ChosenFormat() == Format::Sqlite)
+    return WriteWhole(output_, sqlite::ExportImage(tables), NewFile::kUsual);
   const bool is_csv = ChosenFormat() == Format::Csv;
   if (IsForStandardOutput()) return Print(tables.front(), is_csv);
-  WriteWhole(output_, TextOf(tables.front(), is_csv));
+  WriteWhole(output_, TextOf(tables.front(), is_csv), NewFile::kUsual);
 }
 
 }  // namespace mirelo::app

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
+#include <optional>
 
 #include "app/commands/checks.h"
 #include "app/exit_code.h"
@@ -15,6 +16,7 @@
 #include "core/settings_catalogue.h"
 #include "day/quote_rows.h"
 #include "day/snapshot_feed.h"
+#include "host/message_loop.h"
 #include "snapshot/column_vocabulary.h"
 #include "terminal/standard_streams.h"
 
@@ -26,12 +28,23 @@ using terminal::Out;
 namespace {
 
 constexpr char kClearTerminal[] = "\033[H\033[2J";
+constexpr std::chrono::seconds kSilence{3};
 
 terminal::ShownText AsTable(const day::SnapshotFeed& feed, const day::QuoteRows& rows,
                             const std::string& price_format, bool color) {
   TextTable table(feed.Columns());
   for (const auto& row : rows) table.AddRow(ShownQuote(feed.Columns(), row, price_format));
   return table.ToText(color);
+}
+
+// A QuoteTracker that takes the request and does not answer is waited for longer than anybody watches in
+// silence.
+std::optional<day::QuoteRows> FetchTold(host::MessageLoop& loop, day::SnapshotFeed& feed) {
+  const auto timer = loop.StartTimer(
+      kSilence, [] { Err() << "QuoteTracker has not answered yet. Ctrl-C ends the waiting.\n"; });
+  auto rows = feed.Fetch();
+  loop.StopTimer(timer);
+  return rows;
 }
 
 }  // namespace
@@ -97,7 +110,7 @@ int QuotesCommand::Run() {
   Out().Flush();
 
   for (;;) {
-    const auto rows = feed.Fetch();
+    const auto rows = FetchTold(session.host().loop(), feed);
     if (!rows && !watch_) {
       Err() << "No quotes. Is QuoteTracker running, and does it listen where mirelo asks? See and set "
                "that with\n"
