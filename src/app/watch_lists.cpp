@@ -49,6 +49,13 @@ void WatchLists::Store(const std::string& name, const std::vector<std::string>& 
   store_.SaveSetting(catalogue::kWatchLists, name, SettingValue(*setting, Join(tickers, ",")));
 }
 
+std::vector<std::string> WithList(std::vector<std::string> tickers, const std::string& list) {
+  if (list.empty()) return tickers;
+  const std::vector<std::string> more = WatchLists().Existing(list);
+  tickers.insert(tickers.end(), more.begin(), more.end());
+  return tickers;
+}
+
 bool IsListName(const std::string& name) {
   return !name.empty() && name.size() <= kLongestName && std::ranges::all_of(name, [](unsigned char letter) {
     return letter < 0x80 && (std::isalnum(letter) != 0 || letter == '-' || letter == '_' || letter == '.');

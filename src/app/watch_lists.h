@@ -26,6 +26,9 @@ class WatchLists {
   CAppSettings store_;
 };
 
+// The tickers, and behind them those of the list; an empty name stands for none. Error 5 as Existing.
+std::vector<std::string> WithList(std::vector<std::string> tickers, const std::string& list);
+
 // Whether a list can bear the name: letters, digits, "-", "_" and "." of ASCII, at most 40.
 bool IsListName(const std::string& name);
 

@@ -7,6 +7,7 @@
 #include "automation/iso_text.h"
 #include "automation/text.h"
 #include "automation/variant.h"
+#include "day/column_type.h"
 #include "day/quote_board.h"
 #include "snapshot/column_vocabulary.h"
 
@@ -27,23 +28,6 @@ constexpr std::size_t kBeforeTheFields = 1;  // when it came; the ticker is the 
 // Of a file that another process has locked, at the day's end.
 constexpr std::int32_t kLocked = 70;
 constexpr int kLastTries = 20;
-
-DataType TypeOf(ColumnKind kind) {
-  switch (kind) {
-    case ColumnKind::Ticker:
-    case ColumnKind::Date:
-    case ColumnKind::Time:
-      return DataType::Text;
-    case ColumnKind::Price:
-    case ColumnKind::Change:
-      return DataType::Real;
-    case ColumnKind::Count:
-      return DataType::Integer;
-    case ColumnKind::Mark:
-      break;
-  }
-  return DataType::Any;
-}
 
 std::vector<DataColumn> MakeColumns() {
   std::vector<DataColumn> columns{{"Arrived", DataType::Text}};

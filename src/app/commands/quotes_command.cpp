@@ -90,10 +90,7 @@ int QuotesCommand::Run() {
     return kWrongUsage;
   }
   Session session(global_);
-  tickers_ = SplitTickers(tickers_);
-  if (!list_.empty()) {
-    for (const std::string& ticker : WatchLists().Existing(list_)) tickers_.push_back(ticker);
-  }
+  tickers_ = WithList(SplitTickers(tickers_), list_);
   if (!columns_.empty())
     session.host().Override("ListRight",
                             SettingValue(*FindSetting("Settings", "ListRight"), columns_).ToText());

@@ -125,10 +125,7 @@ int StreamCommand::Run() {
     return kWrongUsage;
   }
   Session session(global_);
-  tickers_ = SplitTickers(tickers_);
-  if (!list_.empty()) {
-    for (const std::string& ticker : WatchLists().Existing(list_)) tickers_.push_back(ticker);
-  }
+  tickers_ = WithList(SplitTickers(tickers_), list_);
   Override(session);
   session.facade().DovantaFormatUserDate(date_format_);
   const std::string file = StreamerFile(session);

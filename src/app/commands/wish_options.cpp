@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "app/commands/checks.h"
 #include "app/dialog/dialog_controls.h"
@@ -203,9 +204,6 @@ DialogWishes WishOptions::Wishes() const {
   return wishes;
 }
 
-void TakeList(DialogWishes& wishes) {
-  if (wishes.list.empty()) return;
-  for (const std::string& ticker : WatchLists().Existing(wishes.list)) wishes.tickers.push_back(ticker);
-}
+void TakeList(DialogWishes& wishes) { wishes.tickers = WithList(std::move(wishes.tickers), wishes.list); }
 
 }  // namespace mirelo::app

@@ -10,6 +10,7 @@
 #include "automation/iso_text.h"
 #include "automation/text.h"
 #include "automation/variant.h"
+#include "day/column_type.h"
 #include "host/excel/application.h"
 #include "host/excel/constants.h"
 #include "host/excel/range.h"
@@ -43,21 +44,7 @@ std::string TextIn(excel::Range& cell) { return cell.Value().ToText(); }
 
 DataType TypeOf(const std::string& column) {
   const ColumnRow* const row = FindColumn(UCase(column));
-  if (row == nullptr) return DataType::Any;
-  switch (row->kind) {
-    case ColumnKind::Ticker:
-    case ColumnKind::Date:
-    case ColumnKind::Time:
-      return DataType::Text;
-    case ColumnKind::Price:
-    case ColumnKind::Change:
-      return DataType::Real;
-    case ColumnKind::Count:
-      return DataType::Integer;
-    case ColumnKind::Mark:
-      break;
-  }
-  return DataType::Any;
+  return row == nullptr ? DataType::Any : day::TypeOf(row->kind);
 }
 
 DataValue MomentOf(Date date) {
