@@ -2,7 +2,7 @@
 # spreadsheet in memory (Mirelo::workbook).
 
 set(libraries mirelo mirelo_options)
-foreach(part automation terminal forms host wire linux workbook curl headless poll proc sodium sqlite)
+foreach(part automation terminal forms host spreadsheet wire linux workbook curl headless poll proc sodium sqlite)
   set_target_properties(mirelo_${part} PROPERTIES EXPORT_NAME ${part})
   list(APPEND libraries mirelo_${part})
 endforeach()

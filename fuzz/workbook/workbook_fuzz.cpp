@@ -13,8 +13,6 @@
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/display/displayed_text.h"
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_formats.h"
 #include "adapters/workbook/model/used_area.h"
 #include "adapters/workbook/xlsx/carrying_writer.h"
@@ -23,6 +21,7 @@
 #include "adapters/workbook/xlsx/stale_results.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
+#include "spreadsheet/display/displayed_text.h"
 
 namespace mirelo::workbook {
 namespace {

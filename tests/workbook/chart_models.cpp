@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "adapters/workbook/display/chart_layout.h"
-#include "adapters/workbook/palette.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/palette.h"
 
 namespace mirelo::testing {
 

@@ -155,7 +155,7 @@ TEST_F(Interchange, ReadsChartsThatAnotherProgramWrote) {
   EXPECT_FALSE(line.legend);
   ASSERT_EQ(line.series.size(), 1u);
   const workbook::ChartSeries& series = line.series.front();
-  EXPECT_EQ(series.values, (workbook::Area{3, 4, 9, 4}));
+  EXPECT_EQ(series.values, (spreadsheet::Area{3, 4, 9, 4}));
   EXPECT_EQ(series.sheet.lock(), sheet);
   EXPECT_EQ(series.line, (workbook::ChartLine{workbook::Look::Own, 1, -4138, 0x993300}));
   EXPECT_EQ(series.marker, 2);

@@ -277,7 +277,7 @@ TEST_F(StaleResults, OfFormulasThatNoProgramWritesAreFoundAtOnce) {
   EXPECT_TRUE(IsLeftOut("SUM(" + many + ")"));
 }
 
-using workbook::Area;
+using spreadsheet::Area;
 using workbook::AreaWatch;
 
 TEST(AreaWatch, TellsThoseWhoLookAtACellOnce) {

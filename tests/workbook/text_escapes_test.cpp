@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 namespace {

@@ -55,7 +55,7 @@ class LongFormats : public WorkbookFiles {
     const auto sheet = SheetOf(spreadsheet);
     const auto same = SheetOf(other);
     for (const std::int32_t row : {1, 2, 3, 80, 81, 9'999, kLastFormatted - 1, kLastFormatted,
-                                   kLastFormatted + 1, kLastFormatted + 2, 500'000, workbook::kRows}) {
+                                   kLastFormatted + 1, kLastFormatted + 2, 500'000, spreadsheet::kRows}) {
       for (std::int32_t column = 1; column <= 5; ++column) {
         SCOPED_TRACE(std::to_string(row) + ", " + std::to_string(column));
         const auto cell = sheet->Cells(row, column);
@@ -213,7 +213,7 @@ TEST_F(LongFormats, OfAnyKindAreReadBackAsTheyWere) {
     const auto sheet = SheetOf(spreadsheet);
     for (int step = 0; step < 6; ++step) {
       const std::int32_t ends[] = {
-          100, 300, kLastFormatted, kLastFormatted + 1, workbook::kRows - 1, workbook::kRows};
+          100, 300, kLastFormatted, kLastFormatted + 1, spreadsheet::kRows - 1, spreadsheet::kRows};
       const std::int32_t row = 1 + below(200);
       const std::int32_t last = std::max(row, ends[static_cast<std::size_t>(below(5))]);
       const std::int32_t column = 1 + below(4);

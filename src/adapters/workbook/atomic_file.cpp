@@ -13,11 +13,13 @@
 
 #include "adapters/workbook/companion_names.h"
 #include "adapters/workbook/descriptor.h"
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_errors.h"
 #include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/file_target.h"
 #include "adapters/workbook/foreign_hold.h"
+#include "adapters/workbook/rules.h"
 #include "host/documents.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

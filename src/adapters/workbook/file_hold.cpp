@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_errors.h"
 #include "adapters/workbook/file_target.h"
 #include "adapters/workbook/leftovers.h"
 #include "adapters/workbook/lock_file.h"

@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <system_error>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_errors.h"
 
 namespace mirelo::workbook {
 

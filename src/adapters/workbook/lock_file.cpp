@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "adapters/workbook/companion_names.h"
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_errors.h"
 
 namespace mirelo::workbook {
 

@@ -23,9 +23,10 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/file_hold.h"
+#include "adapters/workbook/rules.h"
 #include "automation/runtime_error.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

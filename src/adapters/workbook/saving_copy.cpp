@@ -7,11 +7,12 @@
 #include <type_traits>
 #include <utility>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/leftovers.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/sent_error.h"
 #include "automation/runtime_error.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

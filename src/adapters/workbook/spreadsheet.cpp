@@ -3,13 +3,14 @@
 #include <utility>
 
 #include "adapters/workbook/atomic_file.h"
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/book.h"
 #include "adapters/workbook/objects/application_object.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/checked_writer.h"
 #include "adapters/workbook/xlsx/origin.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "automation/text.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "adapters/workbook/display/displayed_text.h"
 #include "automation/text.h"
 #include "snapshot/column_vocabulary.h"
+#include "spreadsheet/display/displayed_text.h"
 
 namespace mirelo::app {
 
@@ -23,7 +23,7 @@ std::vector<std::string> ShownQuote(const std::vector<std::string>& columns, con
   std::vector<std::string> texts = day::TextsOf(row);
   for (std::size_t c = 0; c < std::min(columns.size(), row.size()); ++c) {
     if (row[c].kind() == day::QuoteValue::Kind::Number && IsPrice(columns[c]))
-      texts[c] = workbook::NumberInSection(row[c].ToNumber(), price_format);
+      texts[c] = spreadsheet::NumberInSection(row[c].ToNumber(), price_format);
   }
   return texts;
 }

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "adapters/workbook/display/text_width.h"
 #include "adapters/workbook/model/sheet_places.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/display/text_width.h"
+#include "spreadsheet/pixels.h"
 
 namespace mirelo::workbook {
 

@@ -6,9 +6,10 @@
 #include <map>
 #include <string_view>
 
-#include "adapters/workbook/display/displayed_text.h"
-#include "adapters/workbook/display/text_width.h"
 #include "adapters/workbook/model/column_resize.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/display/displayed_text.h"
+#include "spreadsheet/display/text_width.h"
 
 namespace mirelo::workbook {
 

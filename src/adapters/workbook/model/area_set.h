@@ -3,7 +3,8 @@
 #include <optional>
 #include <vector>
 
-#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

@@ -6,8 +6,9 @@
 #include <map>
 #include <vector>
 
-#include "adapters/workbook/model/area.h"
-#include "adapters/workbook/model/cell_value.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
+#include "spreadsheet/cell_value.h"
 
 namespace mirelo::workbook {
 

@@ -4,9 +4,10 @@
 #include <cstdint>
 #include <map>
 
-#include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/cell_column.h"
-#include "adapters/workbook/model/cell_value.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
+#include "spreadsheet/cell_value.h"
 
 namespace mirelo::workbook {
 

@@ -6,9 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/chart_kind.h"
-#include "adapters/workbook/model/style.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
+#include "spreadsheet/style.h"
 
 namespace mirelo::workbook {
 

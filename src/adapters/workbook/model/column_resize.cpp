@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "adapters/workbook/model/sheet_places.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/pixels.h"
 
 namespace mirelo::workbook {
 

@@ -6,8 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/model/area.h"
-#include "adapters/workbook/model/style.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
+#include "spreadsheet/style.h"
 
 namespace mirelo::workbook {
 
@@ -15,7 +16,6 @@ namespace mirelo::workbook {
 struct Comment {
   static constexpr std::int32_t kStandardWidth = 128;  // pixels
   static constexpr std::int32_t kStandardHeight = 74;
-  static constexpr std::int32_t kGreatestSize = 32'767;
 
   std::string text;
   std::string author;

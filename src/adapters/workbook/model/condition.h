@@ -6,8 +6,9 @@
 #include <vector>
 
 #include "adapters/workbook/model/area_set.h"
-#include "adapters/workbook/model/style.h"
+#include "adapters/workbook/rules.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/style.h"
 
 namespace mirelo::workbook {
 

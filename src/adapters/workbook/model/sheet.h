@@ -5,13 +5,14 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/cell_grid.h"
 #include "adapters/workbook/model/chart.h"
 #include "adapters/workbook/model/comment.h"
 #include "adapters/workbook/model/condition.h"
 #include "adapters/workbook/model/run_map.h"
 #include "adapters/workbook/model/style_grid.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

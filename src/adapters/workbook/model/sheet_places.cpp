@@ -1,4 +1,6 @@
 #include "adapters/workbook/model/sheet_places.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/pixels.h"
 
 #include <algorithm>
 #include <cmath>

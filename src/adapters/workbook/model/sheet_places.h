@@ -4,13 +4,14 @@
 #include <vector>
 
 #include "adapters/workbook/model/sheet.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/pixels.h"
 
 namespace mirelo::workbook {
 
 // Where cells lie, from the sheet's top left corner. Hidden columns and rows take no place. The cost grows
 // with the number of runs of columns or rows of one size, not with the number of columns or rows.
 
-inline constexpr double kPointsPerPixel = 0.75;  // of a 96 dpi screen
 inline constexpr double kStandardRowHeight = 15;
 inline constexpr std::int64_t kEmuPerPoint = 12'700;  // the unit of lengths in drawings
 

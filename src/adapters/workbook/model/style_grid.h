@@ -3,9 +3,10 @@
 #include <cstdint>
 #include <utility>
 
-#include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/run_map.h"
 #include "adapters/workbook/model/style_table.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

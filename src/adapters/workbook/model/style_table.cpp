@@ -1,18 +1,9 @@
 #include "adapters/workbook/model/style_table.h"
 
-#include "adapters/workbook/format_code.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/format_code.h"
 
 namespace mirelo::workbook {
-
-namespace {
-
-FormatKind KindOf(const std::string& code) {
-  if (code == "General") return FormatKind::General;
-  if (code == "@") return FormatKind::Text;
-  return IsDateFormat(code) ? FormatKind::Date : FormatKind::Other;
-}
-
-}  // namespace
 
 StyleTable::StyleTable(const Style& default_style) { Intern(default_style); }
 
@@ -23,7 +14,7 @@ StyleId StyleTable::Intern(const Style& style) {
     if (entries_[known->second].style == style) return known->second;
   }
   const auto id = static_cast<StyleId>(entries_.size());
-  entries_.push_back({style, KindOf(style.number_format)});
+  entries_.push_back({style, KindOfFormat(style.number_format)});
   by_hash_.emplace(hash, id);
   return id;
 }

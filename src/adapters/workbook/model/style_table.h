@@ -5,15 +5,14 @@
 #include <deque>
 #include <unordered_map>
 
-#include "adapters/workbook/model/style.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/format_code.h"
+#include "spreadsheet/style.h"
 
 namespace mirelo::workbook {
 
 using StyleId = std::uint32_t;
 inline constexpr StyleId kDefaultStyle = 0;  // that of cells which nobody formatted
-
-// How values of cells with a number format are read and typed.
-enum class FormatKind : std::uint8_t { General, Text, Date, Other };
 
 // The styles of a workbook, each stored once and known by its id.
 class StyleTable {

@@ -1,12 +1,13 @@
 #include "adapters/workbook/objects/application_object.h"
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/charts_object.h"
 #include "adapters/workbook/objects/shapes_object.h"
 #include "adapters/workbook/objects/window_object.h"
 #include "adapters/workbook/objects/workbook_object.h"
 #include "adapters/workbook/objects/worksheets_object.h"
+#include "adapters/workbook/rules.h"
 #include "host/excel/shape.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

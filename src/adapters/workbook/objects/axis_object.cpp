@@ -1,8 +1,9 @@
 #include "adapters/workbook/objects/axis_object.h"
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/chart_border.h"
 #include "adapters/workbook/objects/chart_font.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -2,7 +2,8 @@
 
 #include <cstddef>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

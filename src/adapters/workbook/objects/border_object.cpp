@@ -4,8 +4,9 @@
 #include <array>
 #include <cstddef>
 
-#include "adapters/workbook/errors.h"
-#include "adapters/workbook/objects/color_index.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/color_index.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -3,9 +3,10 @@
 #include <memory>
 #include <optional>
 
-#include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/book.h"
+#include "adapters/workbook/rules.h"
 #include "automation/variant.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

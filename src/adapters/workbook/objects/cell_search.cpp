@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <string>
 
-#include "adapters/workbook/display/displayed_text.h"
-#include "adapters/workbook/search_pattern.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/display/displayed_text.h"
+#include "spreadsheet/search_pattern.h"
 
 namespace mirelo::workbook {
 

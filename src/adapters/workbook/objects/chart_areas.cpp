@@ -3,9 +3,10 @@
 #include <algorithm>
 
 #include "adapters/workbook/display/chart_layout.h"
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/chart_border.h"
 #include "adapters/workbook/objects/chart_fill.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "adapters/workbook/errors.h"
-#include "adapters/workbook/objects/color_index.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/color_index.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

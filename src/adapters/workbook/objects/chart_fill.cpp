@@ -1,7 +1,8 @@
 #include "adapters/workbook/objects/chart_fill.h"
 
-#include "adapters/workbook/errors.h"
-#include "adapters/workbook/palette.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/palette.h"
 
 namespace mirelo::workbook {
 

@@ -4,9 +4,10 @@
 #include <utility>
 
 #include "adapters/workbook/objects/chart_place.h"
-#include "adapters/workbook/objects/color_index.h"
-#include "adapters/workbook/objects/letter_size.h"
+#include "adapters/workbook/rules.h"
 #include "host/excel/font.h"
+#include "spreadsheet/color_index.h"
+#include "spreadsheet/letter_size.h"
 
 namespace mirelo::workbook {
 

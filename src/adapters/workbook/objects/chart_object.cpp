@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstddef>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/objects/axis_object.h"
 #include "adapters/workbook/objects/chart_areas.h"
@@ -11,7 +10,10 @@
 #include "adapters/workbook/objects/range_object.h"
 #include "adapters/workbook/objects/series_object.h"
 #include "adapters/workbook/objects/worksheet_object.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/sheet_name.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/pixels.h"
 
 namespace mirelo::workbook {
 

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

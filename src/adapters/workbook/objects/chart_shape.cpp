@@ -4,10 +4,12 @@
 #include <cmath>
 
 #include "adapters/workbook/display/chart_layout.h"
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/objects/chart_object.h"
-#include "adapters/workbook/objects/shape_size.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/pixels.h"
+#include "spreadsheet/shape_size.h"
 
 namespace mirelo::workbook {
 

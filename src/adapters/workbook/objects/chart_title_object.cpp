@@ -4,11 +4,12 @@
 #include <cstdint>
 
 #include "adapters/workbook/display/chart_layout.h"
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/chart_border.h"
 #include "adapters/workbook/objects/chart_font.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "host/excel/interior.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

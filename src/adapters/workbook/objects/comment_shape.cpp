@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <iterator>
 
-#include "adapters/workbook/address.h"
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_places.h"
-#include "adapters/workbook/objects/shape_size.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/address.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/pixels.h"
+#include "spreadsheet/shape_size.h"
 
 namespace mirelo::workbook {
 

@@ -4,9 +4,10 @@
 #include <utility>
 
 #include "adapters/workbook/display/displayed_style.h"
-#include "adapters/workbook/objects/color_index.h"
+#include "adapters/workbook/rules.h"
 #include "host/excel/font.h"
 #include "host/excel/interior.h"
+#include "spreadsheet/color_index.h"
 
 namespace mirelo::workbook {
 

@@ -1,7 +1,8 @@
 #include "adapters/workbook/objects/font_object.h"
 
-#include "adapters/workbook/objects/color_index.h"
-#include "adapters/workbook/objects/letter_size.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/color_index.h"
+#include "spreadsheet/letter_size.h"
 
 namespace mirelo::workbook {
 

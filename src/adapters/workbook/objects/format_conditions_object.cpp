@@ -7,9 +7,10 @@
 #include <system_error>
 #include <utility>
 
-#include "adapters/workbook/errors.h"
-#include "adapters/workbook/objects/color_index.h"
+#include "adapters/workbook/rules.h"
 #include "host/excel/font.h"
+#include "spreadsheet/color_index.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

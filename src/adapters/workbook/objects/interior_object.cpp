@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "adapters/workbook/objects/color_index.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/color_index.h"
 
 namespace mirelo::workbook {
 

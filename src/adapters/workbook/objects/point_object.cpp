@@ -1,8 +1,9 @@
 #include "adapters/workbook/objects/point_object.h"
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/chart_border.h"
-#include "adapters/workbook/objects/color_index.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/color_index.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -4,11 +4,7 @@
 #include <array>
 #include <limits>
 
-#include "adapters/workbook/address.h"
 #include "adapters/workbook/display/column_fit.h"
-#include "adapters/workbook/display/displayed_text.h"
-#include "adapters/workbook/errors.h"
-#include "adapters/workbook/format_code.h"
 #include "adapters/workbook/model/column_resize.h"
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/model/used_area.h"
@@ -21,7 +17,12 @@
 #include "adapters/workbook/objects/interior_object.h"
 #include "adapters/workbook/objects/range_value.h"
 #include "adapters/workbook/objects/worksheet_object.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/address.h"
+#include "spreadsheet/display/displayed_text.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/format_code.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -7,9 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/workbook/typed/cell_input.h"
+#include "adapters/workbook/rules.h"
 #include "automation/runtime_error.h"
 #include "host/excel/range.h"
+#include "spreadsheet/typed/cell_input.h"
 
 namespace mirelo::workbook {
 

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/chart_border.h"
 #include "adapters/workbook/objects/point_object.h"
 #include "adapters/workbook/objects/range_object.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -4,10 +4,11 @@
 #include <cstddef>
 #include <iterator>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/chart_shape.h"
 #include "adapters/workbook/objects/comment_shape.h"
+#include "adapters/workbook/rules.h"
 #include "automation/text.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -1,8 +1,9 @@
 #include "adapters/workbook/objects/window_object.h"
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/objects/range_object.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -1,9 +1,10 @@
 #include "adapters/workbook/objects/worksheet_object.h"
 
-#include "adapters/workbook/address.h"
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/objects/shapes_object.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/sheet_name.h"
+#include "spreadsheet/address.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

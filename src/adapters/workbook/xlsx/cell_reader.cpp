@@ -3,11 +3,12 @@
 #include <cmath>
 #include <utility>
 
-#include "adapters/workbook/address.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/iso_date.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/address.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -5,11 +5,12 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_writer.h"
 #include "adapters/workbook/xlsx/drawing_writer.h"
 #include "adapters/workbook/xlsx/part_replacer.h"
 #include "adapters/workbook/xlsx/writer_error.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -10,8 +10,9 @@
 #include <string_view>
 #include <utility>
 
-#include "adapters/workbook/palette.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/palette.h"
 
 namespace mirelo::workbook {
 

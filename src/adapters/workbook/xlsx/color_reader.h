@@ -6,8 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/workbook/model/style.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/package.h"
+#include "spreadsheet/style.h"
 
 namespace mirelo::workbook {
 

@@ -7,7 +7,9 @@
 #include <cstddef>
 #include <optional>
 
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/shape_size.h"
 
 namespace mirelo::workbook {
 
@@ -43,8 +45,7 @@ std::int32_t PixelsOfLength(std::string_view length) {
   const std::string_view unit(end, static_cast<std::size_t>(length.data() + length.size() - end));
   for (const auto& [name, pixels] : kUnits) {
     const double size = std::round(number * pixels);
-    if (unit == name && size >= 1)
-      return static_cast<std::int32_t>(std::min(size, double{Comment::kGreatestSize}));
+    if (unit == name && size >= 1) return static_cast<std::int32_t>(std::min(size, double{kGreatestShape}));
   }
   return 0;
 }

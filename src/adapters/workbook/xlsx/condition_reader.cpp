@@ -10,10 +10,11 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/workbook/address.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/address.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

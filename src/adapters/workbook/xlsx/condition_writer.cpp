@@ -7,8 +7,9 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/address.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/writer_error.h"
+#include "spreadsheet/address.h"
 
 namespace mirelo::workbook {
 

@@ -11,13 +11,14 @@
 #include <utility>
 
 #include "adapters/workbook/model/sheet_places.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_reader.h"
 #include "adapters/workbook/xlsx/part_words.h"
 #include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -4,10 +4,11 @@
 #include <cstdint>
 
 #include "adapters/workbook/model/sheet_places.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_text.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

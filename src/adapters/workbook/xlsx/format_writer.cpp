@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <utility>
 
-#include "adapters/workbook/errors.h"
-#include "adapters/workbook/format_code.h"
+#include "adapters/workbook/rules.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/format_code.h"
 
 namespace mirelo::workbook {
 

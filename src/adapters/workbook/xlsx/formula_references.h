@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

@@ -2,8 +2,9 @@
 
 #include <cstddef>
 
-#include "adapters/workbook/calendar.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/calendar.h"
 
 namespace mirelo::workbook {
 

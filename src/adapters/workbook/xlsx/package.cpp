@@ -4,8 +4,9 @@
 
 #include <algorithm>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/library_memory.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

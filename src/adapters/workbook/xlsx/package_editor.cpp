@@ -7,8 +7,9 @@
 #include <exception>
 #include <utility>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/library_memory.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "adapters/workbook/atomic_file.h"
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_errors.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/library_memory.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -4,8 +4,9 @@
 #include <span>
 #include <string_view>
 
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -5,9 +5,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "adapters/workbook/address.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/editable_xml.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/address.h"
 
 namespace mirelo::workbook {
 

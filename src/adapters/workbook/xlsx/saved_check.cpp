@@ -12,10 +12,11 @@
 #include <vector>
 
 #include "adapters/workbook/atomic_file.h"
-#include "adapters/workbook/errors.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/file_errors.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/sheet_changes.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -5,8 +5,9 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "adapters/workbook/address.h"
+#include "adapters/workbook/rules.h"
 #include "automation/text.h"
+#include "spreadsheet/address.h"
 
 namespace mirelo::workbook {
 

@@ -5,11 +5,12 @@
 #include <cstdint>
 #include <string_view>
 
-#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_words.h"
 #include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

@@ -5,11 +5,12 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/address.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_text_writer.h"
 #include "adapters/workbook/xlsx/shape_properties_writer.h"
 #include "adapters/workbook/xlsx/xml_text.h"
+#include "spreadsheet/address.h"
 
 namespace mirelo::workbook {
 

@@ -1,8 +1,9 @@
 #include "adapters/workbook/xlsx/shared_strings.h"
 
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

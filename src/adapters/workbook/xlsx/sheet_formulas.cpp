@@ -8,8 +8,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include "adapters/workbook/address.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/address.h"
 
 namespace mirelo::workbook {
 

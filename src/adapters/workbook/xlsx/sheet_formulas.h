@@ -5,9 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/formula_references.h"
 #include "adapters/workbook/xlsx/package.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

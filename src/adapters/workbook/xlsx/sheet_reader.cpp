@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "adapters/workbook/address.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/cell_reader.h"
 #include "adapters/workbook/xlsx/comment_reader.h"
 #include "adapters/workbook/xlsx/condition_reader.h"
@@ -15,6 +15,7 @@
 #include "adapters/workbook/xlsx/sheet_losses.h"
 #include "adapters/workbook/xlsx/style_layers.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/address.h"
 
 namespace mirelo::workbook {
 

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "adapters/workbook/address.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/area_watch.h"
 #include "adapters/workbook/xlsx/formula_references.h"
 #include "adapters/workbook/xlsx/package.h"
@@ -20,6 +20,7 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/address.h"
 
 namespace mirelo::workbook {
 

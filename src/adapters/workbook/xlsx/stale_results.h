@@ -3,8 +3,9 @@
 #include <map>
 #include <vector>
 
-#include "adapters/workbook/model/area.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/origin.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

@@ -4,9 +4,10 @@
 #include <map>
 #include <set>
 
-#include "adapters/workbook/format_code.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/editable_xml.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/format_code.h"
 
 namespace mirelo::workbook {
 

@@ -9,10 +9,11 @@
 #include <type_traits>
 #include <utility>
 
-#include "adapters/workbook/format_code.h"
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/format_code.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -4,10 +4,11 @@
 #include <vector>
 
 #include "adapters/workbook/model/condition.h"
-#include "adapters/workbook/model/style.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/color_reader.h"
 #include "adapters/workbook/xlsx/losses.h"
 #include "adapters/workbook/xlsx/package.h"
+#include "spreadsheet/style.h"
 
 namespace mirelo::workbook {
 

@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "adapters/workbook/text_units.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -3,10 +3,11 @@
 #include <cstdint>
 #include <vector>
 
-#include "adapters/workbook/model/area.h"
 #include "adapters/workbook/model/sheet.h"
 #include "adapters/workbook/model/style_grid.h"
 #include "adapters/workbook/model/style_table.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/area.h"
 
 namespace mirelo::workbook {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/sheet_name.h"
-#include "adapters/workbook/text_units.h"
 #include "adapters/workbook/xlsx/drawing_reader.h"
 #include "adapters/workbook/xlsx/properties_reader.h"
 #include "adapters/workbook/xlsx/relationships.h"
@@ -17,6 +17,7 @@
 #include "adapters/workbook/xlsx/sheet_reader.h"
 #include "adapters/workbook/xlsx/style_reader.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
 

@@ -10,15 +10,16 @@
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/load_limits.h"
 #include "adapters/workbook/model/sheet_formats.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_parts.h"
 #include "adapters/workbook/xlsx/format_writer.h"
 #include "adapters/workbook/xlsx/sheet_writer.h"
 #include "adapters/workbook/xlsx/told_styles.h"
 #include "adapters/workbook/xlsx/writer_error.h"
 #include "adapters/workbook/xlsx/writer_process.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -3,7 +3,9 @@
 #include <cerrno>
 #include <string>
 
-#include "adapters/workbook/errors.h"
+#include "adapters/workbook/file_errors.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 

@@ -3,9 +3,10 @@
 #include <exception>
 #include <string>
 
-#include "adapters/workbook/errors.h"
 #include "adapters/workbook/process_copy.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/sent_error.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
 
