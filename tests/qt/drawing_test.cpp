@@ -6,7 +6,6 @@
 #include <set>
 
 #include "adapters/qt/grid_view.h"
-#include "adapters/qt/layouts.h"
 #include "adapters/qt/pictures.h"
 #include "forms/button.h"
 #include "forms/check_box.h"
@@ -169,13 +168,6 @@ TEST_F(Drawing, ShowsColorsAsTheyAre) {
     });
     Show(form);
   }
-}
-
-TEST(Layouts, NameOnlyFormsThatTheyAreMadeFor) {
-  EXPECT_EQ(LayoutOf("frmMirelo").size(), 5U);
-  EXPECT_EQ(LayoutOf("frmColor").size(), 1U);
-  EXPECT_EQ(LayoutOf("frmErrorMessage").size(), 4U);
-  EXPECT_TRUE(LayoutOf("Sample").empty());
 }
 
 }  // namespace

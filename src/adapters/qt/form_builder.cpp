@@ -17,11 +17,15 @@
 #include "forms/check_box.h"
 #include "forms/control.h"
 #include "forms/form.h"
+#include "forms/layout/layout.h"
+#include "forms/layout/panel.h"
 #include "forms/scroll_bar.h"
 #include "forms/simple_controls.h"
 #include "forms/text_box.h"
 
 namespace mirelo::qt {
+
+using forms::layout::Part;
 
 namespace {
 
@@ -33,32 +37,6 @@ void MakeBold(QWidget& widget) {
   QFont font = widget.font();
   font.setBold(true);
   widget.setFont(font);
-}
-
-bool Contains(const Part& part, const std::string& control) {
-  const bool leaf = part.kind == Part::Kind::Control || part.kind == Part::Kind::Spin ||
-                    part.kind == Part::Kind::Swatch || part.kind == Part::Kind::Title ||
-                    part.kind == Part::Kind::Unseen;
-  if (leaf) return part.name == control || part.other == control;
-  return std::any_of(part.parts.begin(), part.parts.end(),
-                     [&](const Part& inner) { return Contains(inner, control); });
-}
-
-// Without a layout: one below the other, and a scroll bar with the text box in front of it.
-std::vector<Part> OneBelowTheOther(const std::vector<forms::Control*>& controls) {
-  std::vector<Part> parts;
-  const forms::Control* before = nullptr;
-  for (const forms::Control* control : controls) {
-    const bool pair = dynamic_cast<const forms::ScrollBar*>(control) != nullptr &&
-                      dynamic_cast<const forms::TextBox*>(before) != nullptr;
-    if (pair) {
-      parts.back() = Row({Spin(before->Name(), control->Name()), Space()});
-    } else {
-      parts.push_back(Control(control->Name()));
-    }
-    before = control;
-  }
-  return parts;
 }
 
 }  // namespace
@@ -105,20 +83,8 @@ void FormBuilder::Fill(QWidget& host, const std::string& panel,
   box->setSpacing(kGap);
   // A panel inside of this one aligns its own fields.
   auto outer = std::exchange(grids_, {});
-  PutAll(PartOf(panel, controls), *box);
+  PutAll(forms::layout::PanelOf(layout_, panel, controls), *box);
   aligned_.push_back(std::exchange(grids_, std::move(outer)));
-}
-
-// The layout, and below it what it says nothing of.
-Part FormBuilder::PartOf(const std::string& panel, const std::vector<forms::Control*>& controls) const {
-  const auto found = layout_.find(panel);
-  if (found == layout_.end()) return Column(OneBelowTheOther(controls));
-  std::vector<forms::Control*> rest = controls;
-  std::erase_if(rest, [&](const forms::Control* c) { return Contains(found->second, c->Name()); });
-  if (rest.empty()) return Column({Wide(found->second)});
-  std::vector<Part> parts = OneBelowTheOther(rest);
-  parts.insert(parts.begin(), Wide(found->second));
-  return Column(std::move(parts));
 }
 
 FormBuilder::Item FormBuilder::Make(const Part& part) {

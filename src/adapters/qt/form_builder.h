@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "adapters/qt/layout.h"
 #include "forms/control_visitor.h"
+#include "forms/layout/layout.h"
 
 class QBoxLayout;
 class QGridLayout;
@@ -25,7 +25,7 @@ class Views;
 // Makes the widgets of a form's controls and puts them where the form's layout says.
 class FormBuilder final : private forms::ControlVisitor {
  public:
-  FormBuilder(forms::Form& form, FormLayout layout, Views& views)
+  FormBuilder(forms::Form& form, forms::layout::FormLayout layout, Views& views)
       : form_(form), layout_(std::move(layout)), views_(views) {}
 
   // Fills the window. Call once. The Tab key reaches the form behind `before`, which is null for none. What
@@ -42,17 +42,16 @@ class FormBuilder final : private forms::ControlVisitor {
   void OrderFocus(QWidget* before) const;
   void AlignFields() const;
   void Fill(QWidget& host, const std::string& panel, const std::vector<forms::Control*>& controls);
-  Part PartOf(const std::string& panel, const std::vector<forms::Control*>& controls) const;
 
-  Item Make(const Part& part);
-  Item MakeControl(const Part& part);
-  Item MakeFields(const Part& part);
-  Item MakePalette(const Part& part);
-  Item MakeWords(const Part& part);
+  Item Make(const forms::layout::Part& part);
+  Item MakeControl(const forms::layout::Part& part);
+  Item MakeFields(const forms::layout::Part& part);
+  Item MakePalette(const forms::layout::Part& part);
+  Item MakeWords(const forms::layout::Part& part);
   void Put(const Item& item, int stretch, QBoxLayout& into);
   void Put(const Item& item, int row, int column, QGridLayout& into);
-  void PutAll(const Part& part, QBoxLayout& into);
-  void Name(QWidget& widget, const Part& part);
+  void PutAll(const forms::layout::Part& part, QBoxLayout& into);
+  void Name(QWidget& widget, const forms::layout::Part& part);
 
   template <class Kind>
   Kind& Find(const std::string& name);
@@ -74,7 +73,7 @@ class FormBuilder final : private forms::ControlVisitor {
   void Visit(forms::TextBox&) override;
 
   forms::Form& form_;
-  FormLayout layout_;
+  forms::layout::FormLayout layout_;
   Views& views_;
   std::vector<QWidget*> in_order_;  // of the controls, as the eye goes over them
   QWidget* first_ = nullptr;

@@ -9,7 +9,6 @@
 #include <algorithm>
 
 #include "adapters/qt/form_builder.h"
-#include "adapters/qt/layouts.h"
 #include "adapters/qt/pictures.h"
 #include "adapters/qt/qt_loop.h"
 #include "adapters/qt/scroll_page.h"
@@ -17,6 +16,7 @@
 #include "adapters/qt/twips.h"
 #include "forms/button.h"
 #include "forms/form.h"
+#include "forms/layout/layouts.h"
 #include "forms/tab.h"
 
 namespace mirelo::qt {
@@ -66,7 +66,7 @@ FormWindow::FormWindow(forms::Form& form, QtLoop& loop, QWidget* above, const To
   setWindowIcon(Picture("chart"));
   const TopLineWidget above_form = top == nullptr ? TopLineWidget{} : MakeTopLine(*top, loop);
   if (above_form.line != nullptr) above_form.line->setParent(this);
-  first_ = FormBuilder(form, LayoutOf(form.Name()), views_).Build(*this, above_form.button);
+  first_ = FormBuilder(form, forms::layout::LayoutOf(form.Name()), views_).Build(*this, above_form.button);
   if (above_form.line != nullptr) qobject_cast<QBoxLayout*>(layout())->insertWidget(0, above_form.line);
   layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   const QSize designed(PixelsOf(form.Width(), *this), PixelsOf(form.Height(), *this));

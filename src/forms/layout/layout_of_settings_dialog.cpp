@@ -1,8 +1,8 @@
 // The settings dialog: four tabs above the buttons that end it.
 
-#include "adapters/qt/layouts.h"
+#include "forms/layout/layouts.h"
 
-namespace mirelo::qt {
+namespace mirelo::forms::layout {
 
 namespace {
 
@@ -96,4 +96,4 @@ FormLayout LayoutOfSettingsDialog() {
   };
 }
 
-}  // namespace mirelo::qt
+}  // namespace mirelo::forms::layout

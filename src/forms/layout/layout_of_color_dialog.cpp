@@ -1,8 +1,8 @@
 // The palette: the cell for no colour above eight columns of five.
 
-#include "adapters/qt/layouts.h"
+#include "forms/layout/layouts.h"
 
-namespace mirelo::qt {
+namespace mirelo::forms::layout {
 
 FormLayout LayoutOfColorDialog() {
   constexpr int kColors = 40;
@@ -15,4 +15,4 @@ FormLayout LayoutOfColorDialog() {
                                      Wide(Palette(std::move(cells), kRows, "L1(0)"))})}};
 }
 
-}  // namespace mirelo::qt
+}  // namespace mirelo::forms::layout

@@ -1,6 +1,6 @@
-#include "adapters/qt/layouts.h"
+#include "forms/layout/layouts.h"
 
-namespace mirelo::qt {
+namespace mirelo::forms::layout {
 
 FormLayout LayoutOf(const std::string& form) {
   struct Entry {
@@ -18,4 +18,4 @@ FormLayout LayoutOf(const std::string& form) {
   return {};
 }
 
-}  // namespace mirelo::qt
+}  // namespace mirelo::forms::layout

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "adapters/qt/layout.h"
+#include "forms/layout/layout.h"
 
-namespace mirelo::qt {
+namespace mirelo::forms::layout {
 
 FormLayout LayoutOfSettingsDialog();
 FormLayout LayoutOfColorDialog();
@@ -13,4 +13,4 @@ FormLayout LayoutOfErrorDialog();
 // The layout of the form of that name; empty for one that has none.
 FormLayout LayoutOf(const std::string& form);
 
-}  // namespace mirelo::qt
+}  // namespace mirelo::forms::layout

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace mirelo::qt {
+namespace mirelo::forms::layout {
 
 // Controls carry no places. A form's layout says where they go: for each panel a tree of parts, whose leaves
 // name the controls. Controls that no part names are put below the others, so that none is lost.
@@ -94,4 +94,4 @@ inline Part FocusedFirst(Part part) {
 // controls one below the other.
 using FormLayout = std::map<std::string, Part>;
 
-}  // namespace mirelo::qt
+}  // namespace mirelo::forms::layout

@@ -1,8 +1,8 @@
 // The error dialog: a title with its picture, the report, and the buttons.
 
-#include "adapters/qt/layouts.h"
+#include "forms/layout/layouts.h"
 
-namespace mirelo::qt {
+namespace mirelo::forms::layout {
 
 FormLayout LayoutOfErrorDialog() {
   return {
@@ -15,4 +15,4 @@ FormLayout LayoutOfErrorDialog() {
   };
 }
 
-}  // namespace mirelo::qt
+}  // namespace mirelo::forms::layout
