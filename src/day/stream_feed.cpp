@@ -115,10 +115,25 @@ void StreamFeed::RunUntil(const std::function<bool()>& done) {
       going_on = false;
     } catch (const RuntimeError& error) {
       if (!IsLossOfQuotes(error)) throw;
-      Status.Raise("Quotes were lost (" + error.Description() + "); going on");
+      TellLoss(error);
     }
   }
   failure_.Raise();
+}
+
+void StreamFeed::TakeFailure(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const RuntimeError& error) {
+    if (IsLossOfQuotes(error)) return TellLoss(error);
+    failure_.Keep(failure);
+  } catch (...) {
+    failure_.Keep(failure);
+  }
+}
+
+void StreamFeed::TellLoss(const RuntimeError& error) {
+  Status.Raise("Quotes were lost (" + error.Description() + "); going on");
 }
 
 void StreamFeed::Connect() {

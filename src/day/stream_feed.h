@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <set>
@@ -19,6 +20,7 @@
 #include "wire/observed_sockets.h"
 
 namespace mirelo {
+class RuntimeError;
 class cMirelo;
 class cQTStreaming;
 }  // namespace mirelo
@@ -59,6 +61,14 @@ class StreamFeed {
   // other errors leave.
   void RunUntil(const std::function<bool()>& done);
 
+  // In place of RunUntil where somebody else's loop runs: takes what left a handler of it, and tells of a
+  // loss or keeps what failed.
+  void TakeFailure(const std::exception_ptr& failure);
+  // A failure was kept (wire::KeptFailure::Came).
+  Event<>& Failed() { return failure_.Came; }
+  // Raises it.
+  void RaiseFailure() { failure_.Raise(); }
+
   // A line for a person.
   Event<const std::string&> Status;
   // Each quote once, in the order in which they came; those of other tickers, and of none, are left out,
@@ -71,6 +81,7 @@ class StreamFeed {
  private:
   void Connect();
   void HangUp();
+  void TellLoss(const RuntimeError& error);
   void TakeQuotes(std::shared_ptr<cQTStreaming> stream);
   void TakeQuotesOf(cQTStreaming& stream);
   void HandOn(const cQTData& quote) noexcept;

@@ -42,6 +42,7 @@ WorkingDay::WorkingDay(host::MessageLoop& loop, wire::ObservedSockets& sockets, 
     : loop_(loop), sockets_(sockets), replies_(replies), application_(std::move(application)) {
   facade_.ExcelApplication(Variant(application_));
   facade_.DovantaFormatUserDate(kDateFormat);
+  failure_.Came.Subscribe([this] { Over.Raise(); });
 }
 
 // The stream first, since its last quotes may start a timer.
@@ -54,6 +55,11 @@ std::int32_t WorkingDay::ShowDialog() {
   result_ = facade_.LoadFrmMirelo();
   if (IsCommitted(result_)) UncoverFirstBars(*application_);
   return result_;
+}
+
+void WorkingDay::TakeSettings() {
+  const bool is_to_stream = !IsUpdateOnce() && facade_.Seconds() == 0;
+  result_ = is_to_stream ? kToStream : kToAsk;
 }
 
 void WorkingDay::Follow(QuoteTrail& trail) {
@@ -84,15 +90,33 @@ void WorkingDay::RunUntil(const std::function<bool()>& done) {
 }
 
 void WorkingDay::Stop() {
+  Abandon();
+  if (tables_) Write();
+}
+
+void WorkingDay::Abandon() {
+  is_stopped_ = true;
   for (const auto timer : {asking_, writing_}) loop_.StopTimer(timer);
   if (stream_) stream_->Stop();
-  if (tables_) Write();
+}
+
+void WorkingDay::TakeFailure(const std::exception_ptr& failure) {
+  if (stream_) return stream_->TakeFailure(failure);
+  failure_.Keep(failure);
+}
+
+void WorkingDay::RaiseFailure() {
+  if (stream_) stream_->RaiseFailure();
+  failure_.Raise();
 }
 
 // --- Quotes that are asked for -------------------------------------------------------------------------
 
+// While it waits for QuoteTracker the loop runs, and somebody may stop the day.
 void WorkingDay::Ask() {
-  if (const auto rows = snapshot_->Fetch()) {
+  const auto rows = snapshot_->Fetch();
+  if (is_stopped_) return;
+  if (rows) {
     std::int64_t count = 0;
     for (std::size_t ticker = 0; ticker < rows->size(); ++ticker) {
       if (snapshot_->HasQuote(ticker)) {
@@ -110,6 +134,7 @@ void WorkingDay::Ask() {
   }
   if (IsUpdateOnce()) {
     over_ = true;
+    Over.Raise();
     return;
   }
   const std::chrono::seconds pause(std::max(1, facade_.Seconds()));
@@ -137,6 +162,7 @@ void WorkingDay::Listen() {
   if (trail_ != nullptr) stream_->Follow(*trail_);
   stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
+  stream_->Failed().Subscribe([this] { Over.Raise(); });
   stream_->Rested.Subscribe([this] { failure_.Guard([this] { WriteInTime(); }); });
   if (!tables_->ShowsStreamed()) Status.Raise(kNothingShown);
   stream_->Start();
@@ -150,7 +176,7 @@ void WorkingDay::TakeStreamed(const cQTData& quote) {
 
 // At once, unless the write before is so near that quotes had better gather.
 void WorkingDay::WriteInTime() {
-  if (writing_ != 0 || !tables_->HasNews()) return;
+  if (writing_ != 0 || is_stopped_ || !tables_->HasNews()) return;
   const auto pause = std::chrono::ceil<host::MessageLoop::Milliseconds>(next_write_ - Clock::now());
   if (pause.count() <= 0) return Write();
   writing_ = loop_.StartTimer(pause, [this] {

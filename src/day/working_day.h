@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -40,6 +41,9 @@ class QuoteTrail;
 //   day.Start();
 //   day.RunUntil(done);
 //   day.Stop();
+//
+// Where somebody else's loop runs, as in an office, the day goes on without RunUntil: Over tells of its end,
+// TakeFailure takes what leaves the loop's handlers, and RaiseFailure says what failed.
 class WorkingDay {
  public:
   // How dates reach the cells. A format of the day alone: with the time in it, volumes would begin anew each
@@ -55,6 +59,8 @@ class WorkingDay {
 
   // The facade's LoadFrmMirelo: 77 (quotes are to be streamed), 78 (asked for) or 2 (nothing was committed).
   std::int32_t ShowDialog();
+  // In place of ShowDialog: takes it for committed as it was last time, by the settings.
+  void TakeSettings();
 
   // Notes there what becomes of each quote; to be called before Start. It must outlive the day.
   void Follow(QuoteTrail& trail);
@@ -71,6 +77,16 @@ class WorkingDay {
   void RunUntil(const std::function<bool()>& done);
   // Ends subscriptions and connections, and writes what is left.
   void Stop();
+  // The same where the workbook is gone: nothing is written.
+  void Abandon();
+
+  // There is nothing more to come: quotes were to be asked for once, and were, or something failed. Raised
+  // from within the loop's handlers, so a handler only notes it, and raises nothing.
+  Event<> Over;
+  // Takes what left a handler of the loop. What the stream cannot follow is told as a loss.
+  void TakeFailure(const std::exception_ptr& failure);
+  // Raises what failed, if anything did, and forgets it.
+  void RaiseFailure();
 
   // Whether quotes were to be asked for once, and were.
   bool IsOver() const { return over_; }
@@ -121,6 +137,7 @@ class WorkingDay {
   Pulse came_;
   std::int64_t written_ = 0;
   bool over_ = false;
+  bool is_stopped_ = false;
   wire::KeptFailure failure_;  // of asking and writing
   bool told_full_ = false;
   bool told_charts_ = false;

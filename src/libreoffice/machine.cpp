@@ -3,17 +3,14 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XTerminateListener.hpp>
 #include <cppuhelper/implbase1.hxx>
-#include <exception>
-#include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
-#include "adapters/calc/office_loop.h"
 #include "automation/runtime_error.h"
-#include "host/host.h"
 #include "libreoffice/office_process.h"
-#include "linux/linux_host.h"
 #include "terminal/standard_streams.h"
+#include "wire/mended_replies.h"
 
 namespace mirelo::libreoffice {
 
@@ -21,13 +18,15 @@ namespace {
 
 using Context = css::uno::Reference<css::uno::XComponentContext>;
 
-// What fails behind no call of a macro, such as a handler of its own in which it set nobody to catch errors.
-void TellOfFailure(const std::exception_ptr& failure) {
-  try {
-    std::rethrow_exception(failure);
-  } catch (...) {
-    terminal::Err() << "mirelo: " << CurrentError().Description() << "\n";
-  }
+std::optional<Machine::Borrowed>& BorrowedForOf() {
+  static std::optional<Machine::Borrowed> borrowed;
+  return borrowed;
+}
+
+std::optional<std::filesystem::path> RegistryFile() {
+  const auto& borrowed = BorrowedForOf();
+  if (!borrowed) return std::nullopt;
+  return borrowed->folder / "registry.db";
 }
 
 class AtTheEnd final : public cppu::WeakImplHelper1<css::frame::XTerminateListener> {
@@ -35,32 +34,66 @@ class AtTheEnd final : public cppu::WeakImplHelper1<css::frame::XTerminateListen
   explicit AtTheEnd(std::function<void()> act) : act_(std::move(act)) {}
 
   void SAL_CALL queryTermination(const css::lang::EventObject&) override {}
-  void SAL_CALL notifyTermination(const css::lang::EventObject&) override { act_(); }
-  void SAL_CALL disposing(const css::lang::EventObject&) override { act_(); }
+  void SAL_CALL notifyTermination(const css::lang::EventObject&) override { Act(); }
+  void SAL_CALL disposing(const css::lang::EventObject&) override { Act(); }
 
  private:
-  std::function<void()> act_;
-};
-
-class Machine {
- public:
-  explicit Machine(const Context& context) {
-    auto loop = std::make_unique<calc::OfficeLoop>(OfficeOf(context), TellOfFailure);
-    css::frame::Desktop::create(context)->addTerminateListener(
-        new AtTheEnd([running = loop.get()] { running->End(); }));
-    host_.RunOn(std::move(loop));
-    host_.WaitForWholeReplies();
+  void Act() {
+    if (const auto act = std::exchange(act_, nullptr)) act();
   }
 
- private:
-  LinuxHost host_;
-  host::HostScope installed_{host_};
+  std::function<void()> act_;
 };
 
 }  // namespace
 
-void InstallMachine(const Context& context) {
-  [[maybe_unused]] static Machine& machine = *new Machine(context);
+void Machine::Borrow(Borrowed borrowed) { BorrowedForOf() = std::move(borrowed); }
+
+Machine& Machine::Of(const Context& context) {
+  static Machine& machine = *new Machine(context);
+  return machine;
+}
+
+Machine::Machine(const Context& context) : host_(RegistryFile()) {
+  auto loop = std::make_unique<calc::OfficeLoop>(
+      OfficeOf(context), [this](const std::exception_ptr& failure) { TakeFailure(failure); });
+  loop_ = loop.get();
+  host_.RunOn(std::move(loop));
+  if (const auto& borrowed = BorrowedForOf()) {
+    host_.KeepCredentialsIn(borrowed->folder);
+    host_.OverrideHttpPort(borrowed->http_port);
+    host_.Override("SocketPort", std::to_string(borrowed->stream_port));
+  }
+  const auto tell = [this](const std::string& text) { Told.Raise(text); };
+  host_.FetchThrough([this, tell](host::WinInetApi& inner) {
+    auto mended = std::make_unique<wire::MendedReplies>(inner);
+    mended->Refused.Subscribe(tell);
+    replies_ = mended.get();
+    return mended;
+  });
+  host_.WaitForWholeReplies();
+  host_.ReplyBrokenOff.Subscribe(tell);
+  css::frame::Desktop::create(context)->addTerminateListener(new AtTheEnd([this] { End(); }));
+}
+
+wire::MendedReplies& Machine::replies() {
+  host_.internet();
+  return *replies_;
+}
+
+// What fails behind no call of a macro, such as a handler of its own in which it set nobody to catch errors.
+void Machine::TakeFailure(const std::exception_ptr& failure) const {
+  if (take_failure && take_failure(failure)) return;
+  try {
+    std::rethrow_exception(failure);
+  } catch (...) {
+    terminal::Err() << "mirelo: " << CurrentError().Description() << "\n";
+  }
+}
+
+void Machine::End() {
+  Ends.Raise();
+  loop_->End();
 }
 
 }  // namespace mirelo::libreoffice

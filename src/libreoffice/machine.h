@@ -2,14 +2,62 @@
 
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "adapters/calc/office_loop.h"
+#include "automation/event.h"
+#include "host/host.h"
+#include "linux/linux_host.h"
+
+namespace mirelo::wire {
+class MendedReplies;
+}
 
 namespace mirelo::libreoffice {
 
 namespace css = com::sun::star;
 
-// Puts the machine in place that the classes work on: the user's own settings and credentials, and the
-// office's main thread as the message loop. It stays until the office ends, since macros may hold objects as
-// long. Called again it does nothing.
-void InstallMachine(const css::uno::Reference<css::uno::XComponentContext>& context);
+// The machine that the classes work on: the user's own settings and credentials, and the office's main thread
+// as the message loop. There is one in the process. It stays until the office ends, since macros may hold
+// objects as long.
+class Machine {
+ public:
+  // What a demonstration has in place of the user's own.
+  struct Borrowed {
+    std::filesystem::path folder;  // of settings and credentials
+    int http_port = 0;
+    int stream_port = 0;
+  };
+
+  // To be called before Of is, or it does nothing.
+  static void Borrow(Borrowed borrowed);
+  // The first call puts it in place.
+  static Machine& Of(const css::uno::Reference<css::uno::XComponentContext>& context);
+
+  LinuxHost& host() { return host_; }
+  calc::OfficeLoop& loop() { return *loop_; }
+  wire::MendedReplies& replies();
+
+  // A sentence about a reply that was given up.
+  Event<const std::string&> Told;
+  // The office ends.
+  Event<> Ends;
+  // Is offered what fails behind no call, and answers whether it has taken it.
+  std::function<bool(const std::exception_ptr& failure)> take_failure;
+
+ private:
+  explicit Machine(const css::uno::Reference<css::uno::XComponentContext>& context);
+
+  void TakeFailure(const std::exception_ptr& failure) const;
+  void End();
+
+  LinuxHost host_;
+  host::HostScope installed_{host_};
+  calc::OfficeLoop* loop_ = nullptr;        // the host's
+  wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
+};
 
 }  // namespace mirelo::libreoffice

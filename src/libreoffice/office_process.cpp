@@ -1,5 +1,7 @@
 #include "libreoffice/office_process.h"
 
+#include <unistd.h>
+
 #include <com/sun/star/awt/AsyncCallback.hpp>
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XCallback.hpp>
@@ -52,5 +54,7 @@ class OfficeProcess final : public calc::Office {
 std::shared_ptr<calc::Office> OfficeOf(const Context& context) {
   return std::make_shared<OfficeProcess>(context);
 }
+
+bool IsMainThread() { return ::gettid() == ::getpid(); }
 
 }  // namespace mirelo::libreoffice

@@ -2,16 +2,17 @@
 // make. A new one is a line here and there.
 
 #include <sal/types.h>
-#include <unistd.h>
-
 #include <com/sun/star/uno/Any.hxx>
 #include <com/sun/star/uno/RuntimeException.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <string_view>
 
+#include "automation/runtime_error.h"
 #include "automation_server/classes.h"
 #include "libreoffice/machine.h"
+#include "libreoffice/office_day.h"
+#include "libreoffice/office_process.h"
 #include "uno/errors.h"
 #include "uno/invocation.h"
 #include "uno/text.h"
@@ -22,15 +23,23 @@ namespace {
 
 // Whoever speaks with the office from another process is on another thread here.
 void RequireMainThread() {
-  if (::gettid() == ::getpid()) return;
+  if (IsMainThread()) return;
   throw css::uno::RuntimeException(
       uno::OfficeText("Mirelo can be used by macros within LibreOffice alone, on its main thread"), {});
+}
+
+// The library has one facade at a time, and a day holds it.
+void RequireFreeLibrary(const css::uno::Reference<css::uno::XComponentContext>& context,
+                        std::string_view class_name) {
+  if (class_name != "cMirelo" || !OfficeDay::Of(context).IsBusy()) return;
+  throw RuntimeError(5, "Mirelo is at work in an open document. Stop its day, or close its settings, first");
 }
 
 css::uno::XInterface* NewObject(css::uno::XComponentContext* context, std::string_view class_name) {
   return uno::AtTheBorder([&]() -> css::uno::XInterface* {
     RequireMainThread();
-    InstallMachine(context);
+    Machine::Of(context);
+    RequireFreeLibrary(context, class_name);
     css::uno::Reference<css::script::XInvocation> made =
         uno::InvocationOf(automation_server::CreateObject(class_name));
     made->acquire();  // the caller's

@@ -3,6 +3,8 @@
 #include <exception>
 #include <utility>
 
+#include "automation/event.h"
+
 namespace mirelo::wire {
 
 // What fails on a timer, kept for whoever waits for the outcome. A timer may fire while the library serves
@@ -15,9 +17,20 @@ class KeptFailure {
     try {
       act();
     } catch (...) {
-      if (!failure_) failure_ = std::current_exception();
+      Keep(std::current_exception());
     }
   }
+
+  // The same for one that was caught elsewhere.
+  void Keep(std::exception_ptr failure) {
+    if (failure_) return;
+    failure_ = std::move(failure);
+    Came.Raise();
+  }
+
+  // A failure was kept, for those who do not wait for the outcome. Raised where it was caught, so a handler
+  // does no more than note it, and raises nothing.
+  Event<> Came;
 
   bool HasCome() const { return failure_ != nullptr; }
 

@@ -35,10 +35,14 @@ class Counted {
 // the lookout is told then.
 class OfficeLoop::Stepping {
  public:
-  explicit Stepping(OfficeLoop& loop) : loop_(loop) { loop_.lookout_->StepBegins(); }
+  explicit Stepping(OfficeLoop& loop) : loop_(loop) {
+    ++loop_.depth_;
+    loop_.lookout_->StepBegins();
+  }
   ~Stepping() {
     loop_.TellLookout();
     loop_.lookout_->StepEnds();
+    --loop_.depth_;
   }
   Stepping(const Stepping&) = delete;
   Stepping& operator=(const Stepping&) = delete;

@@ -49,6 +49,9 @@ class OfficeLoop : public host::MessageLoop {
   // The office ends: no step is posted from now on.
   void End();
 
+  // How many Yields and RunUntils are under way, one within the other; those of posted steps are among them.
+  int Depth() const { return depth_; }
+
   std::size_t WatchCount() const { return steps_.WatchCount(); }
   std::optional<Time> NextTimer() const { return steps_.NextTimer(); }
 
@@ -68,6 +71,7 @@ class OfficeLoop : public host::MessageLoop {
   const std::shared_ptr<Lookout> lookout_;
   std::deque<std::exception_ptr> kept_;
   std::optional<Time> told_timer_;
+  int depth_ = 0;
   int waiting_ = 0;       // frames of ours that wait for the office to return
   poll::PollLoop steps_;  // last: handlers may end watches of this loop when they are destroyed
 };

@@ -1,0 +1,221 @@
+#include "libreoffice/office_day.h"
+
+#include <chrono>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <exception>
+#include <utility>
+
+#include "automation/runtime_error.h"
+#include "core/mGlobal.h"
+#include "host/desktop.h"
+#include "libreoffice/document_day.h"
+#include "libreoffice/machine.h"
+#include "libreoffice/spreadsheet.h"
+#include "uno/errors.h"
+
+namespace mirelo::libreoffice {
+
+namespace {
+
+using css::uno::Reference;
+
+constexpr std::chrono::seconds kBetweenStatusLines{1};
+constexpr std::chrono::milliseconds kBetweenSweeps{50};
+
+constexpr const char* kWhatToDo =
+    "What was written stays. If sheets were deleted or renamed, build them again with Settings...; if one is "
+    "protected, take its protection off (Tools > Protect Sheet). Then press Start.";
+
+bool IsSpreadsheet(const OfficeDay::Document& document) {
+  const Reference<css::lang::XServiceInfo> service(document, css::uno::UNO_QUERY);
+  return service.is() && service->supportsService("com.sun.star.sheet.SpreadsheetDocument");
+}
+
+// The library's settings and its error handler are there for one facade.
+bool FacadeLives() {
+  try {
+    mGlobal::AppSettings();
+    return true;
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
+// Of the error that is being handled.
+RuntimeError ErrorInHand() {
+  try {
+    throw;
+  } catch (const css::uno::Exception& failure) {
+    return uno::FromOffice(failure);
+  } catch (...) {
+    return CurrentError();
+  }
+}
+
+}  // namespace
+
+OfficeDay& OfficeDay::Of(const Reference<css::uno::XComponentContext>& context) {
+  static OfficeDay& day = *new OfficeDay(context);
+  return day;
+}
+
+OfficeDay::OfficeDay(const Reference<css::uno::XComponentContext>& context)
+    : context_(context), machine_(Machine::Of(context)) {
+  machine_.Ends.Subscribe([this] {
+    if (day_) End("");
+  });
+}
+
+std::int32_t OfficeDay::ShowSettings(const Document& document) {
+  RequireFree(document);
+  phase_ = Phase::kDialog;
+  Changed.Raise();
+  std::int32_t result = 0;
+  try {
+    DocumentDay day(machine_, document, SpreadsheetOf(context_, document));
+    result = day.day().ShowDialog();
+  } catch (...) {
+    BecomeIdle();
+    throw;
+  }
+  BecomeIdle();
+  return result;
+}
+
+void OfficeDay::Start(const Document& document) {
+  RequireFree(document);
+  day_ = std::make_shared<DocumentDay>(machine_, document, SpreadsheetOf(context_, document));
+  phase_ = Phase::kRunning;
+  day_->Closing.Subscribe([this] { End(""); });
+  day_->day().Over.Subscribe([this] { EndLater(); });
+  machine_.take_failure = [this](const std::exception_ptr& failure) {
+    day_->day().TakeFailure(failure);
+    return true;
+  };
+  TellEverySecond();
+  const std::shared_ptr<DocumentDay> starting = day_;  // it may be ended from within
+  try {
+    starting->Start();
+  } catch (...) {
+    if (day_ == starting) {
+      day_->Abandon();
+      End("");
+    }
+    throw;
+  }
+  Changed.Raise();
+}
+
+void OfficeDay::Stop() {
+  if (!day_) return;
+  machine_.host().HangUp();
+  std::string why;
+  try {
+    day_->Stop();
+  } catch (...) {
+    why = ErrorInHand().Description();
+  }
+  End(why);
+}
+
+std::string OfficeDay::StatusLine(const Document& document) const {
+  if (!day_ || day_->document() != document) return {};
+  const day::Pulse& came = day_->day().Came();
+  return "Mirelo: " + (came.Count() > 0 || day_->Told().empty() ? came.Text() : day_->Told());
+}
+
+std::string OfficeDay::Report() const {
+  if (!day_) {
+    return last_.empty() ? "No quotes are coming. Settings... says which are wanted, Start begins."
+                         : "No quotes are coming. The last day ended with: " + last_;
+  }
+  std::string report = "Quotes are coming into " + TitleOf(day_->document()) + ".\n" + day_->day().Source() +
+                       "\n" + day_->day().Came().Text();
+  if (const int calls = day_->day().Reconnects(); calls > 0)
+    report += "\nQuoteTracker was called again " + std::to_string(calls) + (calls == 1 ? " time" : " times");
+  if (!day_->Told().empty()) report += "\nLast told: " + day_->Told();
+  return report;
+}
+
+void OfficeDay::RequireFree(const Document& document) {
+  if (phase_ == Phase::kDialog)
+    throw RuntimeError(5, "The settings are open. Close their window first.");
+  if (day_) {
+    throw RuntimeError(5, "Quotes are coming into " + TitleOf(day_->document()) +
+                              ". One document has them at a time: press Stop first.");
+  }
+  if (!IsSpreadsheet(document)) throw RuntimeError(5, "Quotes come into spreadsheets only.");
+  if (machine_.loop().Depth() == 0) past_.clear();
+  if (!past_.empty()) throw RuntimeError(5, "The day before is still coming to its end. Try again.");
+  if (FacadeLives()) {
+    throw RuntimeError(5,
+                       "A macro holds Mirelo's library (an object mirelo.cMirelo), which serves one at a time. "
+                       "Let the macro end it, or start LibreOffice anew.");
+  }
+}
+
+void OfficeDay::BecomeIdle() {
+  phase_ = Phase::kIdle;
+  Changed.Raise();
+}
+
+// A day may be ended from within a call of its own, which waits for QuoteTracker or for the person.
+void OfficeDay::End(const std::string& why) {
+  if (!day_) return;
+  const std::shared_ptr<DocumentDay> ended = std::exchange(day_, nullptr);
+  machine_.take_failure = nullptr;
+  for (auto* const timer : {&telling_, &ending_}) machine_.loop().StopTimer(std::exchange(*timer, 0));
+  machine_.host().HangUp();
+  const std::string title = TitleOf(ended->document());
+  last_ = ended->day().Came().Text();
+  try {
+    ended->Abandon();
+  } catch (...) {
+    last_ += ". " + ErrorInHand().Description();
+  }
+  past_.push_back(ended);
+  SweepLater();
+  if (!why.empty()) last_ += ". " + why;
+  BecomeIdle();
+  Ended.Raise(why);
+}
+
+void OfficeDay::EndLater() {
+  if (ending_ != 0) return;
+  ending_ = machine_.loop().StartTimer(std::chrono::milliseconds(0), [this] {
+    ending_ = 0;
+    EndWithReason();
+  });
+}
+
+void OfficeDay::EndWithReason() {
+  if (!day_) return;
+  const std::string title = TitleOf(day_->document());
+  std::string why;
+  try {
+    day_->day().RaiseFailure();
+  } catch (...) {
+    why = ErrorInHand().Description();
+  }
+  End(why);
+  if (why.empty()) return;
+  machine_.host().desktop().MessageBox("Quotes come into " + title + " no more: " + why + "\n" + kWhatToDo,
+                                       host::Desktop::kExclamation, host::Desktop::kDefaultTitle);
+}
+
+// Nothing of a day is under way when the sweep's own step is the only one.
+void OfficeDay::SweepLater() {
+  if (sweeping_ != 0) return;
+  sweeping_ = machine_.loop().StartTimer(kBetweenSweeps, [this] {
+    sweeping_ = 0;
+    if (machine_.loop().Depth() > 1) return SweepLater();
+    past_.clear();
+  });
+}
+
+void OfficeDay::TellEverySecond() {
+  Changed.Raise();
+  telling_ = machine_.loop().StartTimer(kBetweenStatusLines, [this] { TellEverySecond(); });
+}
+
+}  // namespace mirelo::libreoffice

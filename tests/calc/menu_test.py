@@ -1,0 +1,64 @@
+"""The menu Mirelo in a LibreOffice that has the extension: its commands, their states, what they load."""
+
+import os
+import pathlib
+import tempfile
+import unittest
+from xml.etree import ElementTree
+
+from office import Office
+from support import BUILD, SOURCE
+
+HERE = pathlib.Path(__file__).parent
+NAME = "{http://openoffice.org/2001/registry}name"
+
+
+class Menu(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        home = tempfile.TemporaryDirectory(prefix="mirelo-")
+        cls.addClassCleanup(home.cleanup)
+        folder = pathlib.Path(home.name)
+        notes = folder / "notes"
+        office = Office(folder, {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_NOTES": str(notes)})
+        office.install(BUILD / "mirelo.oxt")
+        office.add_macros(Tests=HERE / "Menu.bas")
+        cls.code = office.run("Tests.Menu.Main")
+        cls.log = office.log()
+        cls.notes = {}
+        if notes.exists():
+            for line in notes.read_text().splitlines():
+                name, _, value = line.partition(": ")
+                cls.notes[name] = value.strip()
+
+    def test_reaches_its_end_and_the_office_ends_well(self):
+        self.assertEqual(self.notes.get("failed"), None)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.code, 0, self.log)
+
+    def test_offers_what_can_be_done_without_a_day(self):
+        states = "settings=True start=True stop=False status=True [] help=True"
+        self.assertEqual(self.notes["before use"], states)
+        self.assertEqual(self.notes["after use"], states)
+
+    def test_loads_the_library_when_a_command_is_chosen_and_not_before(self):
+        self.assertEqual(self.notes["loaded before use"], "False")
+        self.assertEqual(self.notes["loaded after use"], "True")
+
+    def test_stands_in_windows_of_spreadsheets_only(self):
+        self.assertEqual(self.notes["toolbar"], "True")
+        menu = ElementTree.parse(SOURCE / "src/libreoffice/front/Addons.xcu")
+        values = [
+            {part.get(NAME): part.findtext("value") for part in node.findall("prop")} for node in menu.iter("node")
+        ]
+        commands = [value for value in values if (value.get("URL") or "").startswith("vnd.mirelo:")]
+        self.assertGreater(len(commands), 5)
+        for command in commands:
+            self.assertEqual(command["Context"], "com.sun.star.sheet.SpreadsheetDocument")
+
+    def test_says_that_no_quotes_are_coming(self):
+        self.assertIn("No quotes are coming", self.log)
+
+
+if __name__ == "__main__":
+    unittest.main()
