@@ -7,11 +7,11 @@
 #include <iterator>
 
 #include "adapters/workbook/atomic_file.h"
-#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/xlsx/saved_check.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/charts/chart_layout.h"
 #include "support/child_process.h"
 #include "support/error_number.h"
 #include "workbook/chart_models.h"

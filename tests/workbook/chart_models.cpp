@@ -6,8 +6,8 @@
 #include <iomanip>
 #include <sstream>
 
-#include "adapters/workbook/display/chart_layout.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/charts/chart_layout.h"
 #include "spreadsheet/palette.h"
 
 namespace mirelo::testing {
@@ -118,7 +118,7 @@ class Writer {
     Edge("gridline", axis.gridline);
   }
   void Series(const ChartSeries& series) {
-    const auto sheet = series.sheet.lock();
+    const auto sheet = workbook::SheetOf(series);
     const Area cells = series.values.value_or(Area{0, 0, 0, 0});
     Line("series", sheet == nullptr ? "no sheet" : sheet->name, cells.first_row, cells.first_column,
          cells.last_row, cells.last_column);

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "adapters/workbook/rules.h"
 #include "spreadsheet/sheet_name.h"
 
 namespace mirelo::workbook {

@@ -19,7 +19,7 @@ std::string FreeName(const Book& book, const std::string& kind, std::size_t coun
 
 void FollowDeletion(Chart& chart, const std::shared_ptr<Sheet>& sheet, const Area& gone) {
   for (ChartSeries& series : chart.series) {
-    if (series.values && series.sheet.lock() == sheet) series.values = AfterDeletion(*series.values, gone);
+    if (series.values && SheetOf(series) == sheet) series.values = AfterDeletion(*series.values, gone);
   }
 }
 

@@ -1,18 +1,19 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 
 #include "adapters/workbook/model/cell_grid.h"
-#include "adapters/workbook/model/chart.h"
 #include "adapters/workbook/model/comment.h"
 #include "adapters/workbook/model/condition.h"
 #include "adapters/workbook/model/run_map.h"
 #include "adapters/workbook/model/style_grid.h"
 #include "adapters/workbook/rules.h"
 #include "spreadsheet/area.h"
+#include "spreadsheet/charts/chart.h"
 
 namespace mirelo::workbook {
 
@@ -33,7 +34,7 @@ struct RowHeight {
 };
 
 // One worksheet.
-struct Sheet {
+struct Sheet final : CellSource {
   explicit Sheet(std::string sheet_name) : name(std::move(sheet_name)) {}
 
   std::string name;
@@ -55,6 +56,15 @@ struct Sheet {
 
   // Takes the area's cells out of the sheet; those below move up.
   void Delete(const Area& area);
+
+  void ForEachNumber(
+      const Area& area,
+      const std::function<void(std::int32_t row, std::int32_t column, double number)>& visit) const override;
 };
+
+// The sheet on which the cells of a series lie; null when it is gone.
+inline std::shared_ptr<Sheet> SheetOf(const ChartSeries& series) {
+  return std::static_pointer_cast<Sheet>(series.sheet.lock());
+}
 
 }  // namespace mirelo::workbook

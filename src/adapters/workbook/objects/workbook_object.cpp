@@ -1,10 +1,12 @@
 #include "adapters/workbook/objects/workbook_object.h"
+#include "adapters/workbook/objects/book_chart.h"
 
-#include "adapters/workbook/objects/chart_object.h"
 #include "adapters/workbook/objects/charts_object.h"
 #include "adapters/workbook/objects/worksheet_object.h"
 #include "adapters/workbook/objects/worksheets_object.h"
+#include "adapters/workbook/rules.h"
 #include "automation/runtime_error.h"
+#include "spreadsheet/charts/chart_object.h"
 
 namespace mirelo::workbook {
 
@@ -21,13 +23,13 @@ std::shared_ptr<host::excel::Charts> WorkbookObject::Charts() {
 std::shared_ptr<host::excel::Sheet> WorkbookObject::Sheets(std::string_view name) {
   if (auto sheet = book_->FindSheet(name)) return std::make_shared<WorksheetObject>(book_, std::move(sheet));
   if (auto chart = book_->FindChartSheet(name))
-    return std::make_shared<ChartObject>(ChartPlace{book_, nullptr, std::move(chart)});
+    return std::make_shared<ChartObject>(PlaceOf(book_, nullptr, std::move(chart)));
   throw Errors::SubscriptOutOfRange();
 }
 
 std::shared_ptr<host::excel::Sheet> WorkbookObject::ActiveSheet() {
   if (book_->front_chart != nullptr)
-    return std::make_shared<ChartObject>(ChartPlace{book_, nullptr, book_->front_chart});
+    return std::make_shared<ChartObject>(PlaceOf(book_, nullptr, book_->front_chart));
   return std::make_shared<WorksheetObject>(book_, book_->FrontSheet());
 }
 

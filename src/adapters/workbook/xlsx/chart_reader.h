@@ -4,9 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_losses.h"
 #include "adapters/workbook/xlsx/sheet_reader.h"
+#include "spreadsheet/charts/chart.h"
 
 namespace mirelo::workbook {
 

@@ -3,8 +3,9 @@
 #include <optional>
 #include <pugixml.hpp>
 
-#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/shape_properties_reader.h"
+#include "spreadsheet/charts/chart.h"
 
 namespace mirelo::workbook {
 

@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <string_view>
 
-#include "adapters/workbook/display/chart_layout.h"
 #include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/shape_properties_writer.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_text.h"
+#include "spreadsheet/charts/chart_layout.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {

@@ -2,7 +2,8 @@
 
 #include <pugixml.hpp>
 
-#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/charts/chart.h"
 
 namespace mirelo::workbook {
 

@@ -6,10 +6,11 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/workbook/model/chart_kind.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/part_words.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/charts/chart_kind.h"
 
 namespace mirelo::workbook {
 

@@ -4,12 +4,13 @@
 #include <string>
 #include <string_view>
 
-#include "adapters/workbook/display/chart_layout.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/chart_text_writer.h"
 #include "adapters/workbook/xlsx/series_writer.h"
 #include "adapters/workbook/xlsx/shape_properties_writer.h"
 #include "adapters/workbook/xlsx/xml_text.h"
+#include "spreadsheet/charts/chart_layout.h"
 
 namespace mirelo::workbook {
 

@@ -58,14 +58,14 @@ bool IsSame(const Conditions& a, const Conditions& b) {
                     });
 }
 
-std::string NameOf(const std::weak_ptr<Sheet>& sheet) {
-  const auto held = sheet.lock();
+std::string NameOfSheetOf(const ChartSeries& series) {
+  const auto held = SheetOf(series);
   return held == nullptr ? "" : held->name;
 }
 
 // What is plotted; a series whose cells are gone has none.
 bool IsSame(const ChartSeries& a, const ChartSeries& b) {
-  return !b.values || (a.values == b.values && NameOf(a.sheet) == NameOf(b.sheet));
+  return !b.values || (a.values == b.values && NameOfSheetOf(a) == NameOfSheetOf(b));
 }
 
 // Looks stand in the same parts as what is compared. A chart without a name gets one.

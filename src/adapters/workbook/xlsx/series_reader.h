@@ -3,9 +3,10 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/load_budget.h"
 #include "adapters/workbook/xlsx/shape_properties_reader.h"
+#include "spreadsheet/charts/chart.h"
 
 namespace mirelo::workbook {
 

@@ -103,7 +103,7 @@ class SeriesWriter {
 
   void WriteValues(pugi::xml_node node) const {
     pugi::xml_node reference = node.append_child("c:numRef");
-    const std::shared_ptr<Sheet> sheet = series_.sheet.lock();
+    const std::shared_ptr<Sheet> sheet = SheetOf(series_);
     if (!series_.values || sheet == nullptr || book_.IndexOf(*sheet) == book_.sheets.size()) {
       AppendText(reference, "c:f", kGone);
       return;

@@ -4,9 +4,10 @@
 #include <pugixml.hpp>
 #include <string_view>
 
-#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/chart_losses.h"
 #include "adapters/workbook/xlsx/color_reader.h"
+#include "spreadsheet/charts/chart.h"
 
 namespace mirelo::workbook {
 

@@ -3,7 +3,8 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "adapters/workbook/model/chart.h"
+#include "adapters/workbook/rules.h"
+#include "spreadsheet/charts/chart.h"
 
 namespace mirelo::workbook {
 

@@ -46,8 +46,8 @@ bool IsAsLoaded(const Conditions& a, const Conditions& b) {
                     });
 }
 
-std::string NameOfSheet(const std::weak_ptr<Sheet>& sheet) {
-  const auto held = sheet.lock();
+std::string NameOfSheet(const ChartSeries& series) {
+  const auto held = SheetOf(series);
   return held == nullptr ? "" : held->name;
 }
 
@@ -59,8 +59,8 @@ bool HasFollowed(const std::optional<Area>& now, const std::optional<Area>& load
 }
 
 bool IsAsLoaded(const ChartSeries& a, const ChartSeries& b, const std::string& own_sheet) {
-  if (NameOfSheet(a.sheet) != NameOfSheet(b.sheet)) return false;
-  return a.values == b.values || (NameOfSheet(b.sheet) != own_sheet && HasFollowed(a.values, b.values));
+  if (NameOfSheet(a) != NameOfSheet(b)) return false;
+  return a.values == b.values || (NameOfSheet(b) != own_sheet && HasFollowed(a.values, b.values));
 }
 
 bool IsAsLoaded(const SheetCharts& a, const SheetCharts& b, const std::string& own_sheet) {

@@ -1,8 +1,11 @@
 #pragma once
 
-#include "adapters/workbook/model/chart.h"
+#include "spreadsheet/charts/chart.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
+
+// Where a chart stands that is put into the middle of something, on a whole pixel.
+double MiddleOf(double whole, double part);
 
 // Where the parts of a chart stand: points from its top left corner, always within its edge.
 
@@ -25,4 +28,4 @@ inline constexpr double kLeastPlot = 1;
 // by the square root of the areas' ratio, to a quarter of a point.
 void Resize(Chart& chart, double width, double height);
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

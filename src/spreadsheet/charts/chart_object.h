@@ -6,10 +6,10 @@
 #include <string_view>
 #include <utility>
 
-#include "adapters/workbook/objects/chart_place.h"
 #include "host/excel/chart.h"
+#include "spreadsheet/charts/chart_place.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 class ChartObject final : public host::excel::Chart {
  public:
@@ -18,8 +18,8 @@ class ChartObject final : public host::excel::Chart {
   std::string Name() override;
   void Name(std::string_view name) override;
   std::shared_ptr<host::excel::Sheet> Parent() override;
-  std::int32_t Index() override { return place_.Index(); }
-  void Select() override { place_.Select(); }
+  std::int32_t Index() override { return place_.home().Index(); }
+  void Select() override { place_.home().Select(); }
 
   host::excel::XlChartType ChartType() override;
   void ChartType(host::excel::XlChartType type) override;
@@ -33,7 +33,9 @@ class ChartObject final : public host::excel::Chart {
                                           host::excel::XlAxisGroup group) override;
 
   bool HasLegend() override { return place_.Get().legend; }
-  void HasLegend(bool on) override { place_.Get().legend = on; }
+  void HasLegend(bool on) override {
+    place_.Change([on](spreadsheet::Chart& chart) { chart.legend = on; });
+  }
   bool HasTitle() override { return place_.Get().title.has_value(); }
   void HasTitle(bool on) override;
   std::shared_ptr<host::excel::ChartTitle> ChartTitle() override;
@@ -45,4 +47,4 @@ class ChartObject final : public host::excel::Chart {
   ChartPlace place_;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -1,15 +1,13 @@
-#include "adapters/workbook/objects/series_object.h"
+#include "spreadsheet/charts/series_object.h"
 
 #include <algorithm>
 #include <array>
 
-#include "adapters/workbook/objects/chart_border.h"
-#include "adapters/workbook/objects/point_object.h"
-#include "adapters/workbook/objects/range_object.h"
-#include "adapters/workbook/rules.h"
+#include "spreadsheet/charts/chart_border.h"
+#include "spreadsheet/charts/point_object.h"
 #include "spreadsheet/errors.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 using namespace host::excel;
 
@@ -26,44 +24,48 @@ void TrimPoints(ChartSeries& series) {
   while (!series.points.empty() && series.points.back() == ChartPoint()) series.points.pop_back();
 }
 
-void SetOnAllPoints(ChartSeries& series, PointColor ChartSeries::*of_series, PointColor ChartPoint::*of_point,
-                    std::int32_t index) {
-  series.*of_series = PointColorOf(index);
-  for (ChartPoint& point : series.points) point.*of_point = {};
-  TrimPoints(series);
+void SetOnAllPoints(const SeriesPlace& place, PointColor ChartSeries::*of_series,
+                    PointColor ChartPoint::*of_point, std::int32_t index) {
+  place.Get();
+  const PointColor color = PointColorOf(index);
+  place.Change([&](ChartSeries& series) {
+    series.*of_series = color;
+    for (ChartPoint& point : series.points) point.*of_point = {};
+    TrimPoints(series);
+  });
 }
 
 }  // namespace
 
-ChartSeries& SeriesPlace::Get() const {
-  Chart& chart = chart_.Get();
+ChartSeries& SeriesPlace::In(Chart& chart) const {
   if (index_ >= chart.series.size()) throw Refused("The chart has no such series.");
   return chart.series[index_];
 }
 
 Variant SeriesObject::Values() {
   const ChartSeries& series = place_.Get();
-  const std::shared_ptr<Sheet> sheet = series.sheet.lock();
+  const std::shared_ptr<CellSource> sheet = series.sheet.lock();
   if (!series.values || sheet == nullptr) return VariantArray();
   const Area& area = *series.values;
   VariantArray values(1, static_cast<std::int32_t>(area.Cells()));
-  sheet->cells.ForEach(area, [&](std::int32_t row, std::int32_t column, const CellValue& value) {
-    const double* number = value.IfNumber();
-    if (number != nullptr) values(row - area.first_row + column - area.first_column + 1) = *number;
+  sheet->ForEachNumber(area, [&](std::int32_t row, std::int32_t column, double number) {
+    values(row - area.first_row + column - area.first_column + 1) = number;
   });
   return values;
 }
 
 void SeriesObject::Values(const Variant& range) {
-  ChartSeries& series = place_.Get();
-  const auto cells = range.IsObject() ? std::dynamic_pointer_cast<RangeObject>(range.AsObject()) : nullptr;
-  if (cells == nullptr) throw Errors::TypeMismatch();
-  const CellBlock& block = cells->block();
-  if (block.book != place_.book()) throw Refused("A series plots cells of its own workbook.");
-  if (block.area.Rows() > 1 && block.area.Columns() > 1)
+  place_.Get();
+  const auto given = range.IsObject() ? std::dynamic_pointer_cast<Range>(range.AsObject()) : nullptr;
+  if (given == nullptr) throw Errors::TypeMismatch();
+  const auto cells = place_.home().CellsOf(*given);
+  if (!cells) throw Refused("A series plots cells of its own workbook.");
+  if (cells->area.Rows() > 1 && cells->area.Columns() > 1)
     throw Refused("The values of a series are one column or one row.");
-  series.values = block.area;
-  series.sheet = block.sheet;
+  place_.Change([&](ChartSeries& series) {
+    series.values = cells->area;
+    series.sheet = cells->sheet;
+  });
 }
 
 std::shared_ptr<Border> SeriesObject::Border() {
@@ -71,38 +73,39 @@ std::shared_ptr<Border> SeriesObject::Border() {
   return std::make_shared<ChartBorder>(
       ChartLineAccess{[place = place_] { return place.Get().line; },
                       [place = place_](const std::function<void(ChartLine&)>& change) {
-                        ChartSeries& series = place.Get();
-                        change(series.line);
-                        for (ChartPoint& point : series.points) {
-                          if (point.line.look != Look::Automatic) change(point.line);
-                        }
-                        TrimPoints(series);
+                        place.Change([&](ChartSeries& series) {
+                          change(series.line);
+                          for (ChartPoint& point : series.points) {
+                            if (point.line.look != Look::Automatic) change(point.line);
+                          }
+                          TrimPoints(series);
+                        });
                       }});
 }
 
 void SeriesObject::MarkerStyle(std::int32_t style) {
-  ChartSeries& series = place_.Get();
+  place_.Get();
   if (std::find(kMarkers.begin(), kMarkers.end(), style) == kMarkers.end())
     throw Refused("This is no style of markers.");
-  series.marker = style;
+  place_.Change([style](ChartSeries& series) { series.marker = style; });
 }
 
 void SeriesObject::MarkerSize(std::int32_t points) {
-  ChartSeries& series = place_.Get();
+  place_.Get();
   if (points < kLeastMarker || points > kGreatestMarker) throw Refused("Markers are 2 to 72 points large.");
-  series.marker_size = points;
+  place_.Change([points](ChartSeries& series) { series.marker_size = points; });
 }
 
 std::int32_t SeriesObject::MarkerBackgroundColorIndex() { return IndexOf(place_.Get().background); }
 
 void SeriesObject::MarkerBackgroundColorIndex(std::int32_t index) {
-  SetOnAllPoints(place_.Get(), &ChartSeries::background, &ChartPoint::background, index);
+  SetOnAllPoints(place_, &ChartSeries::background, &ChartPoint::background, index);
 }
 
 std::int32_t SeriesObject::MarkerForegroundColorIndex() { return IndexOf(place_.Get().foreground); }
 
 void SeriesObject::MarkerForegroundColorIndex(std::int32_t index) {
-  SetOnAllPoints(place_.Get(), &ChartSeries::foreground, &ChartPoint::foreground, index);
+  SetOnAllPoints(place_, &ChartSeries::foreground, &ChartPoint::foreground, index);
 }
 
 std::shared_ptr<Point> SeriesObject::Points(std::int32_t index) {
@@ -110,4 +113,4 @@ std::shared_ptr<Point> SeriesObject::Points(std::int32_t index) {
   return std::make_shared<PointObject>(place_, index - 1);
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -1,19 +1,27 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/model/chart_kind.h"
-#include "adapters/workbook/rules.h"
 #include "spreadsheet/area.h"
+#include "spreadsheet/charts/chart_kind.h"
 #include "spreadsheet/style.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
-struct Sheet;
+// A worksheet, as the charts know it that plot its cells.
+class CellSource {
+ public:
+  virtual ~CellSource() = default;
+  // Calls visit(row, column, number) for the cells of the area that hold numbers.
+  virtual void ForEachNumber(
+      const Area& area,
+      const std::function<void(std::int32_t row, std::int32_t column, double number)>& visit) const = 0;
+};
 
 // How a line or a fill looks: as the chart chooses, not at all, or as somebody set it.
 enum class Look : std::uint8_t {
@@ -96,7 +104,7 @@ struct ChartPoint {
 struct ChartSeries {
   // The cells that are plotted, one column or one row. Nothing when they were deleted.
   std::optional<Area> values;
-  std::weak_ptr<Sheet> sheet;  // on which they lie
+  std::weak_ptr<CellSource> sheet;  // on which they lie
   ChartLine line;
   std::int32_t marker = -4105;  // host::excel::XlMarkerStyle
   std::int32_t marker_size = 5;
@@ -134,4 +142,4 @@ struct SheetCharts {
   std::int32_t made = 0;  // charts that the sheet ever had, for their names
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -1,17 +1,15 @@
-#include "adapters/workbook/objects/chart_shape.h"
+#include "spreadsheet/charts/chart_shape.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "adapters/workbook/display/chart_layout.h"
-#include "adapters/workbook/model/sheet_places.h"
-#include "adapters/workbook/objects/chart_object.h"
-#include "adapters/workbook/rules.h"
+#include "spreadsheet/charts/chart_layout.h"
+#include "spreadsheet/charts/chart_object.h"
 #include "spreadsheet/errors.h"
 #include "spreadsheet/pixels.h"
 #include "spreadsheet/shape_size.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 namespace {
 
@@ -39,29 +37,26 @@ std::shared_ptr<host::excel::Chart> ChartShape::Chart() {
   return std::make_shared<ChartObject>(place_);
 }
 
-void ChartShape::Delete() {
-  place_.Get();
-  std::erase(place_.All(), place_.chart);
-}
-
 void ChartShape::Left(double points) {
-  ChartBox& place = place_.Get().place;
-  place.left = Placed(points, place.width, WidthOfColumns(*place_.sheet, 1, kColumns));
+  const double left = Placed(points, place_.Get().place.width, place_.home().WholeSheet().width);
+  place_.Change([left](spreadsheet::Chart& chart) { chart.place.left = left; });
 }
 
 void ChartShape::Top(double points) {
-  ChartBox& place = place_.Get().place;
-  place.top = Placed(points, place.height, HeightOfRows(*place_.sheet, 1, kRows));
+  const double top = Placed(points, place_.Get().place.height, place_.home().WholeSheet().height);
+  place_.Change([top](spreadsheet::Chart& chart) { chart.place.top = top; });
 }
 
 void ChartShape::Height(double points) {
-  workbook::Chart& chart = place_.Get();
-  Resize(chart, chart.place.width, PixelsOfSize(points) * kPointsPerPixel);
+  place_.Get();
+  const double height = PixelsOfSize(points) * kPointsPerPixel;
+  place_.Change([height](spreadsheet::Chart& chart) { Resize(chart, chart.place.width, height); });
 }
 
 void ChartShape::Width(double points) {
-  workbook::Chart& chart = place_.Get();
-  Resize(chart, PixelsOfSize(points) * kPointsPerPixel, chart.place.height);
+  place_.Get();
+  const double width = PixelsOfSize(points) * kPointsPerPixel;
+  place_.Change([width](spreadsheet::Chart& chart) { Resize(chart, width, chart.place.height); });
 }
 
 void ChartShape::ScaleHeight(double factor, host::excel::MsoTriState relative_to_original_size) {
@@ -72,4 +67,4 @@ void ChartShape::ScaleWidth(double factor, host::excel::MsoTriState relative_to_
   Width(ScaledPixels(PixelsOf(Width()), factor, relative_to_original_size) * kPointsPerPixel);
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

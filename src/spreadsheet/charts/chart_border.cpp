@@ -1,13 +1,12 @@
-#include "adapters/workbook/objects/chart_border.h"
+#include "spreadsheet/charts/chart_border.h"
 
 #include <algorithm>
 #include <array>
 
-#include "adapters/workbook/rules.h"
 #include "spreadsheet/color_index.h"
 #include "spreadsheet/errors.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 using namespace host::excel;
 
@@ -30,7 +29,8 @@ void Draw(ChartLine& line) {
 }  // namespace
 
 ChartLineAccess AccessTo(const ChartPart<ChartLine>& line) {
-  return {line, [line](const std::function<void(ChartLine&)>& change) { change(line()); }};
+  return {[line] { return line.Get(); },
+          [line](const std::function<void(ChartLine&)>& change) { line.Change(change); }};
 }
 
 Variant ChartBorder::LineStyle() {
@@ -78,4 +78,4 @@ void ChartBorder::ColorIndex(std::int32_t index) {
   });
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

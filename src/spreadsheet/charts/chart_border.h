@@ -4,10 +4,10 @@
 #include <functional>
 #include <utility>
 
-#include "adapters/workbook/objects/chart_place.h"
 #include "host/excel/border.h"
+#include "spreadsheet/charts/chart_place.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 // How a line of a chart is read and changed.
 struct ChartLineAccess {
@@ -34,4 +34,4 @@ class ChartBorder final : public host::excel::Border {
   ChartLineAccess line_;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

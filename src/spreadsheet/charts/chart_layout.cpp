@@ -1,14 +1,12 @@
-#include "adapters/workbook/display/chart_layout.h"
+#include "spreadsheet/charts/chart_layout.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "adapters/workbook/model/sheet_places.h"
-#include "adapters/workbook/rules.h"
 #include "spreadsheet/display/text_width.h"
 #include "spreadsheet/pixels.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 namespace {
 
@@ -46,6 +44,10 @@ void ScaleLetters(double& size, bool scales, double ratio) {
 }
 
 }  // namespace
+
+double MiddleOf(double whole, double part) {
+  return std::round((whole - part) / 2 / kPointsPerPixel) * kPointsPerPixel;
+}
 
 ChartBox TitleBox(const Chart& chart) {
   const ChartTitle& title = *chart.title;
@@ -93,4 +95,4 @@ void Resize(Chart& chart, double width, double height) {
   KeepTitleWithin(chart);
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

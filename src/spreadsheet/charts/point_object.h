@@ -5,9 +5,9 @@
 #include <memory>
 #include <utility>
 
-#include "adapters/workbook/objects/series_object.h"
+#include "spreadsheet/charts/series_object.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 // The index that a client reads from, and sets on, a marker's colour. Error 1004 for numbers that are no
 // index.
@@ -30,4 +30,4 @@ class PointObject final : public host::excel::Point {
   std::int32_t index_;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

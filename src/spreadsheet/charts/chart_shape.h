@@ -5,10 +5,10 @@
 #include <string>
 #include <utility>
 
-#include "adapters/workbook/objects/chart_place.h"
 #include "host/excel/shape.h"
+#include "spreadsheet/charts/chart_place.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 // A chart on a worksheet, seen as what floats over its cells.
 class ChartShape final : public host::excel::Shape {
@@ -18,9 +18,9 @@ class ChartShape final : public host::excel::Shape {
   host::excel::MsoShapeType Type() override;
   std::string Name() override { return place_.Get().name; }
   std::shared_ptr<host::excel::Chart> Chart() override;
-  std::int32_t ZOrderPosition() override { return place_.Index(); }
-  void Select() override { place_.Select(); }
-  void Delete() override;
+  std::int32_t ZOrderPosition() override { return place_.home().Index(); }
+  void Select() override { place_.home().Select(); }
+  void Delete() override { place_.home().Delete(); }
 
   double Left() override { return place_.Get().place.left; }
   void Left(double points) override;
@@ -37,4 +37,4 @@ class ChartShape final : public host::excel::Shape {
   ChartPlace place_;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

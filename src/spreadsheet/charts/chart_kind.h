@@ -6,7 +6,7 @@
 
 #include "host/excel/constants.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 // A kind of chart: its name for clients, its words in the file format, and which of a series' settings it
 // shows. Each chart points to its kind; the ones below are all that there are, and a new kind is one more of
@@ -54,4 +54,4 @@ constexpr const ChartKind* KindOf(host::excel::XlChartType type) {
   return nullptr;
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -4,10 +4,10 @@
 #include <memory>
 #include <utility>
 
-#include "adapters/workbook/objects/chart_place.h"
 #include "host/excel/chart_parts.h"
+#include "spreadsheet/charts/chart_place.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 class ChartFillObject final : public host::excel::ChartFillFormat {
  public:
@@ -23,4 +23,4 @@ class ChartFillObject final : public host::excel::ChartFillFormat {
   ChartPart<ChartFill> fill_;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

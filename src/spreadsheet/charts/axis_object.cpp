@@ -1,11 +1,10 @@
-#include "adapters/workbook/objects/axis_object.h"
+#include "spreadsheet/charts/axis_object.h"
 
-#include "adapters/workbook/objects/chart_border.h"
-#include "adapters/workbook/objects/chart_font.h"
-#include "adapters/workbook/rules.h"
+#include "spreadsheet/charts/chart_border.h"
+#include "spreadsheet/charts/chart_font.h"
 #include "spreadsheet/errors.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 namespace excel = host::excel;
 
@@ -17,12 +16,14 @@ class TickLabelsObject final : public excel::TickLabels {
   explicit TickLabelsObject(ChartPart<ChartAxis> axis) : axis_(std::move(axis)) {}
 
   std::shared_ptr<excel::Font> Font() override {
-    axis_();
+    axis_.Get();
     return std::make_shared<ChartFont<ChartAxis>>(ChartLetters<ChartAxis>{
         axis_, &ChartAxis::label_bold, &ChartAxis::label_size, &ChartAxis::label_color});
   }
-  bool AutoScaleFont() override { return axis_().scales; }
-  void AutoScaleFont(bool on) override { axis_().scales = on; }
+  bool AutoScaleFont() override { return axis_.Get().scales; }
+  void AutoScaleFont(bool on) override {
+    axis_.Change([on](ChartAxis& axis) { axis.scales = on; });
+  }
 
  private:
   ChartPart<ChartAxis> axis_;
@@ -33,7 +34,7 @@ class GridlinesObject final : public excel::Gridlines {
   explicit GridlinesObject(ChartPart<ChartLine> line) : line_(std::move(line)) {}
 
   std::shared_ptr<excel::Border> Border() override {
-    line_();
+    line_.Get();
     return std::make_shared<ChartBorder>(AccessTo(line_));
   }
 
@@ -44,27 +45,28 @@ class GridlinesObject final : public excel::Gridlines {
 }  // namespace
 
 std::shared_ptr<excel::TickLabels> AxisObject::TickLabels() {
-  const ChartPart<ChartAxis> shown = [axis = axis_]() -> ChartAxis& {
-    if (!axis().on) throw Refused("This axis is off and has no labels.");
-    return axis();
-  };
-  shown();
+  const auto shown = axis_.Of<ChartAxis>([](ChartAxis& axis) -> ChartAxis& {
+    if (!axis.on) throw Refused("This axis is off and has no labels.");
+    return axis;
+  });
+  shown.Get();
   return std::make_shared<TickLabelsObject>(shown);
 }
 
 void AxisObject::HasMajorGridlines(bool on) {
-  ChartAxis& axis = axis_();
-  if (!on) axis.gridline = {};
-  axis.gridlines = on;
+  axis_.Change([on](ChartAxis& axis) {
+    if (!on) axis.gridline = {};
+    axis.gridlines = on;
+  });
 }
 
 std::shared_ptr<excel::Gridlines> AxisObject::MajorGridlines() {
-  const ChartPart<ChartLine> line = [axis = axis_]() -> ChartLine& {
-    if (!axis().gridlines) throw Refused("This axis has no gridlines.");
-    return axis().gridline;
-  };
-  line();
+  const auto line = axis_.Of<ChartLine>([](ChartAxis& axis) -> ChartLine& {
+    if (!axis.gridlines) throw Refused("This axis has no gridlines.");
+    return axis.gridline;
+  });
+  line.Get();
   return std::make_shared<GridlinesObject>(line);
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -3,10 +3,10 @@
 #include <memory>
 #include <utility>
 
-#include "adapters/workbook/objects/chart_place.h"
 #include "host/excel/chart_parts.h"
+#include "spreadsheet/charts/chart_place.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 class ChartAreaObject final : public host::excel::ChartArea {
  public:
@@ -35,8 +35,9 @@ class PlotAreaObject final : public host::excel::PlotArea {
 
  private:
   ChartBox Box() const;
+  void Box(const ChartBox& box);
 
   ChartPlace place_;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

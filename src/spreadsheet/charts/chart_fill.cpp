@@ -1,10 +1,9 @@
-#include "adapters/workbook/objects/chart_fill.h"
+#include "spreadsheet/charts/chart_fill.h"
 
-#include "adapters/workbook/rules.h"
 #include "spreadsheet/errors.h"
 #include "spreadsheet/palette.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 using namespace host::excel;
 
@@ -18,14 +17,16 @@ class FillColor final : public ChartColorFormat {
   FillColor(ChartPart<ChartFill> fill, Color ChartFill::*color) : fill_(std::move(fill)), color_(color) {}
 
   std::int32_t SchemeColor() override {
-    const Color color = fill_().*color_;
+    const Color color = fill_.Get().*color_;
     return color == kAutomatic ? kWhiteIndex : NearestIndex(color);
   }
   void SchemeColor(std::int32_t index) override {
-    ChartFill& fill = fill_();
+    fill_.Get();
     if (index < 1 || index > kPaletteSize) throw Refused("This is no colour of the palette.");
-    fill.*color_ = PaletteColor(index);
-    if (fill.look == Look::Automatic) fill.look = Look::Own;
+    fill_.Change([&](ChartFill& fill) {
+      fill.*color_ = PaletteColor(index);
+      if (fill.look == Look::Automatic) fill.look = Look::Own;
+    });
   }
 
  private:
@@ -36,35 +37,38 @@ class FillColor final : public ChartColorFormat {
 }  // namespace
 
 void ChartFillObject::TwoColorGradient(MsoGradientStyle style, std::int32_t variant) {
-  ChartFill& fill = fill_();
+  fill_.Get();
   if (style != msoGradientHorizontal && style != msoGradientVertical)
     throw Refused("This is no style of gradients.");
   if (variant < 1 || variant > kVariants) throw Refused("This is no variant of gradients.");
-  fill.look = Look::Own;
-  fill.gradient = static_cast<std::uint8_t>(style);
-  fill.variant = static_cast<std::uint8_t>(variant);
+  fill_.Change([&](ChartFill& fill) {
+    fill.look = Look::Own;
+    fill.gradient = static_cast<std::uint8_t>(style);
+    fill.variant = static_cast<std::uint8_t>(variant);
+  });
 }
 
-MsoTriState ChartFillObject::Visible() { return fill_().look == Look::None ? msoFalse : msoTrue; }
+MsoTriState ChartFillObject::Visible() { return fill_.Get().look == Look::None ? msoFalse : msoTrue; }
 
 void ChartFillObject::Visible(MsoTriState visible) {
-  ChartFill& fill = fill_();
-  if (visible == msoFalse) {
-    fill.look = Look::None;
-  } else if (fill.look == Look::None) {
-    const bool was_told = fill.gradient != 0 || fill.fore != kAutomatic;
-    fill.look = was_told ? Look::Own : Look::Automatic;
-  }
+  fill_.Change([visible](ChartFill& fill) {
+    if (visible == msoFalse) {
+      fill.look = Look::None;
+    } else if (fill.look == Look::None) {
+      const bool was_told = fill.gradient != 0 || fill.fore != kAutomatic;
+      fill.look = was_told ? Look::Own : Look::Automatic;
+    }
+  });
 }
 
 std::shared_ptr<ChartColorFormat> ChartFillObject::ForeColor() {
-  fill_();
+  fill_.Get();
   return std::make_shared<FillColor>(fill_, &ChartFill::fore);
 }
 
 std::shared_ptr<ChartColorFormat> ChartFillObject::BackColor() {
-  fill_();
+  fill_.Get();
   return std::make_shared<FillColor>(fill_, &ChartFill::back);
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -1,19 +1,18 @@
-#include "adapters/workbook/objects/point_object.h"
+#include "spreadsheet/charts/point_object.h"
 
-#include "adapters/workbook/objects/chart_border.h"
-#include "adapters/workbook/rules.h"
+#include "spreadsheet/charts/chart_border.h"
 #include "spreadsheet/color_index.h"
 #include "spreadsheet/errors.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 namespace excel = host::excel;
 
 namespace {
 
 // The series, if it has the point.
-ChartSeries& SeriesWith(const SeriesPlace& place, std::int32_t index) {
-  ChartSeries& series = place.Get();
+const ChartSeries& SeriesWith(const SeriesPlace& place, std::int32_t index) {
+  const ChartSeries& series = place.Get();
   const std::int64_t count = series.values ? series.values->Cells() : 0;
   if (index < 0 || index >= count) throw Refused("The series has no such point.");
   return series;
@@ -67,10 +66,9 @@ std::shared_ptr<excel::Border> PointObject::Border() {
   return std::make_shared<ChartBorder>(
       ChartLineAccess{[place = series_, index = index_] { return LineOf(SeriesWith(place, index), index); },
                       [place = series_, index = index_](const std::function<void(ChartLine&)>& change) {
-                        ChartSeries& series = SeriesWith(place, index);
-                        ChartLine line = LineOf(series, index);
+                        ChartLine line = LineOf(SeriesWith(place, index), index);
                         change(line);
-                        Make(series, index).line = line;
+                        place.Change([&](ChartSeries& series) { Make(series, index).line = line; });
                       }});
 }
 
@@ -79,9 +77,9 @@ std::int32_t PointObject::MarkerBackgroundColorIndex() {
 }
 
 void PointObject::MarkerBackgroundColorIndex(std::int32_t index) {
-  ChartSeries& series = SeriesWith(series_, index_);
+  SeriesWith(series_, index_);
   const PointColor color = PointColorOf(index);
-  Make(series, index_).background = color;
+  series_.Change([&](ChartSeries& series) { Make(series, index_).background = color; });
 }
 
 std::int32_t PointObject::MarkerForegroundColorIndex() {
@@ -89,9 +87,9 @@ std::int32_t PointObject::MarkerForegroundColorIndex() {
 }
 
 void PointObject::MarkerForegroundColorIndex(std::int32_t index) {
-  ChartSeries& series = SeriesWith(series_, index_);
+  SeriesWith(series_, index_);
   const PointColor color = PointColorOf(index);
-  Make(series, index_).foreground = color;
+  series_.Change([&](ChartSeries& series) { Make(series, index_).foreground = color; });
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -5,10 +5,10 @@
 #include <memory>
 #include <utility>
 
-#include "adapters/workbook/objects/chart_place.h"
 #include "host/excel/series.h"
+#include "spreadsheet/charts/chart_place.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 // A series of a chart, by its number.
 class SeriesPlace {
@@ -16,10 +16,17 @@ class SeriesPlace {
   SeriesPlace(ChartPlace chart, std::size_t index) : chart_(std::move(chart)), index_(index) {}
 
   // Error 1004 when the chart has no such series any more.
-  ChartSeries& Get() const;
-  const std::shared_ptr<Book>& book() const { return chart_.book; }
+  const ChartSeries& Get() const { return In(chart_.home().Get()); }
+  // Changes the series by change(ChartSeries&), as ChartPlace::Change does.
+  template <class Function>
+  void Change(Function&& change) const {
+    chart_.Change([&](Chart& chart) { change(In(chart)); });
+  }
+  ChartHome& home() const { return chart_.home(); }
 
  private:
+  ChartSeries& In(Chart& chart) const;
+
   ChartPlace chart_;
   std::size_t index_;
 };
@@ -40,13 +47,17 @@ class SeriesObject final : public host::excel::Series {
   std::int32_t MarkerForegroundColorIndex() override;
   void MarkerForegroundColorIndex(std::int32_t index) override;
   bool Smooth() override { return place_.Get().smooth; }
-  void Smooth(bool on) override { place_.Get().smooth = on; }
+  void Smooth(bool on) override {
+    place_.Change([on](ChartSeries& series) { series.smooth = on; });
+  }
   bool Shadow() override { return place_.Get().shadow; }
-  void Shadow(bool on) override { place_.Get().shadow = on; }
+  void Shadow(bool on) override {
+    place_.Change([on](ChartSeries& series) { series.shadow = on; });
+  }
   std::shared_ptr<host::excel::Point> Points(std::int32_t index) override;
 
  private:
   SeriesPlace place_;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet
