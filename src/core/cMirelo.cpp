@@ -21,14 +21,21 @@ namespace {
 
 constexpr std::int16_t kVerticalIndexIfNotListed = 2;
 
+int living_facades = 0;
+
 }  // namespace
 
 cMirelo::cMirelo() {
+  if (mGlobal::ServicesAreShared() && mGlobal::HasServices()) {
+    ++living_facades;
+    return;
+  }
   mGlobal::SetErrorHandler(std::make_unique<CErrorHandler>());
   mGlobal::ErrorHandler().Init(CErrorHandler::ActionErrorForm, "Error Log.txt", true, false,
                                CErrorHandler::TraceLogFile, "Tracing Log.txt");
   mGlobal::SetAppSettings(std::make_unique<CAppSettings>());
   mGlobal::AppSettings().Init("Kestrin", "Dovanta2");
+  ++living_facades;
 }
 
 // A stream that the timer's reference alone keeps must not outlive the facade that it asks for its state, nor
@@ -36,6 +43,7 @@ cMirelo::cMirelo() {
 // to report.
 cMirelo::~cMirelo() {
   mGlobal::SetStreamingObject(nullptr);
+  if (--living_facades > 0 && mGlobal::ServicesAreShared()) return;
   mGlobal::SetAppSettings(nullptr);
   mGlobal::SetErrorHandler(nullptr);
 }

@@ -21,7 +21,8 @@ class Worksheet;
 // The object that the add-in's macros hold: it owns the process-wide error handler and settings store,
 // presents the settings that the macros need, and fetches quotes. It only answers; the pace is the macros'.
 //
-// One at a time: a second one replaces the process-wide services, and the first that goes takes them along.
+// One at a time: a second one replaces the process-wide services, and the first that goes takes them along,
+// unless mGlobal::ShareServices has it that they share them.
 class cMirelo : public Object {
  public:
   // Makes the error handler, then the settings store. Reads no setting and touches no network.

@@ -13,6 +13,7 @@ namespace {
 
 std::unique_ptr<CErrorHandler> error_handler;
 std::unique_ptr<CAppSettings> app_settings;
+bool services_are_shared = false;
 
 }  // namespace
 
@@ -25,6 +26,12 @@ CAppSettings& AppSettings() {
   if (!app_settings) throw Errors::ObjectNotSet();
   return *app_settings;
 }
+
+void ShareServices(bool share) { services_are_shared = share; }
+
+bool ServicesAreShared() { return services_are_shared; }
+
+bool HasServices() { return error_handler && app_settings; }
 
 void SetErrorHandler(std::unique_ptr<CErrorHandler> handler) { error_handler = std::move(handler); }
 

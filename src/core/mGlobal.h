@@ -11,12 +11,19 @@ class cQTStreaming;
 
 // What is global to the loaded library. The facade's construction creates the two service objects and its
 // destruction releases them, so one live cMirelo at a time is the supported arrangement; a second one
-// replaces both.
+// replaces both, unless they are shared.
 namespace mGlobal {
 
 // Error 91 while no facade lives.
 CErrorHandler& ErrorHandler();
 CAppSettings& AppSettings();
+
+// Whether facades that live side by side share the services: the first makes them, and the last that goes
+// takes them along. For a process in which macros, a working day and others each hold one. Without it, the
+// default and the rule of the class, each facade makes them anew and takes them along.
+void ShareServices(bool share);
+bool ServicesAreShared();
+bool HasServices();
 
 void SetErrorHandler(std::unique_ptr<CErrorHandler> handler);
 void SetAppSettings(std::unique_ptr<CAppSettings> settings);

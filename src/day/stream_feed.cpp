@@ -147,6 +147,7 @@ void StreamFeed::Connect() {
 }
 
 void StreamFeed::HangUp() {
+  streaming_ = false;
   if (!stream_) return;
   TakeQuotes(stream_);
   Rest();
@@ -167,6 +168,7 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
     pause_ = first_pause_;
+    streaming_ = true;
     if (std::exchange(streaming_pending_, false)) Status.Raise("Streaming");
   });
   if (trail_ != nullptr) {
@@ -234,6 +236,7 @@ void StreamFeed::TellUnasked() {
 // Tickers are those that were asked for, so these texts are no more than they.
 void StreamFeed::TellOfNothing(const std::string& ticker) {
   Note(ticker, "all its values are 0, so it is no quote and left out");
+  Unknown.Raise(ticker);
   if (told_of_nothing_.insert(UCase(ticker)).second) Status.Raise("QuoteTracker knows no quote of " + ticker);
 }
 
@@ -309,6 +312,7 @@ void StreamFeed::Reconnect() {
 }
 
 void StreamFeed::ReconnectLater(const std::string& reason) {
+  streaming_ = false;
   if (!running_) return;
   const Pause pause = std::exchange(pause_, std::min(2 * pause_, kLongestPause));
   for (const auto timer : {reconnect_, listening_}) loop_.StopTimer(timer);

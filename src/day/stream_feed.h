@@ -54,6 +54,9 @@ class StreamFeed {
   // Ends the subscriptions and the connection, and does not reconnect.
   void Stop();
 
+  // Whether QuoteTracker has taken the subscription and the connection stands, as far as is known.
+  bool IsStreaming() const { return streaming_; }
+
   // How often it has reconnected.
   int Reconnects() const { return reconnects_; }
 
@@ -75,6 +78,8 @@ class StreamFeed {
   // which is told as a Status once. A handler that fails costs this quote alone: the failure is told as a
   // Status, once for each of its texts and for so many texts at most, and the next quotes follow.
   Event<const cQTData&> Quote;
+  // A ticker that QuoteTracker sends nothing but zeros of, each time that it does.
+  Event<const std::string&> Unknown;
   // Quotes were handed on, and all that has come until now is among them.
   Event<> Rested;
 
@@ -116,6 +121,7 @@ class StreamFeed {
   bool received_any_ = false;       // bytes, since then
   bool login_pending_ = false;      // its result is told once a connection
   bool streaming_pending_ = false;  // the same of the acceptance of the streamer
+  bool streaming_ = false;
   bool taking_ = false;             // quotes are being handed on
   bool took_ = false;               // quotes, since the last sweep
   bool handed_on_ = false;          // quotes, since it last rested

@@ -11,7 +11,7 @@
 #include "adapters/poll/poll_winsock_library.h"
 #include "adapters/sodium/sodium_vault.h"
 #include "adapters/sqlite/sqlite_registry.h"
-#include "linux/overriding_registry.h"
+#include "wire/overriding_registry.h"
 
 namespace mirelo {
 
@@ -91,11 +91,11 @@ curl::CurlInternet& LinuxHost::plain_internet() {
   return *internet_;
 }
 
-OverridingRegistry& LinuxHost::overriding() {
+wire::OverridingRegistry& LinuxHost::overriding() {
   if (!registry_) {
     auto& stored = registry_file_ ? MadeOnce<sqlite::SqliteRegistry>(stored_, *registry_file_)
                                   : MadeOnce<sqlite::SqliteRegistry>(stored_);
-    registry_ = std::make_unique<OverridingRegistry>(stored);
+    registry_ = std::make_unique<wire::OverridingRegistry>(stored);
   }
   return *registry_;
 }

@@ -15,9 +15,11 @@ namespace mirelo::curl {
 class CurlInternet;
 }
 
-namespace mirelo {
-
+namespace mirelo::wire {
 class OverridingRegistry;
+}
+
+namespace mirelo {
 
 // The machine as the program uses it: poll(2), libcurl, a registry file, the terminal. A port is made when it
 // is first asked for, so that a command which only prints help opens nothing.
@@ -70,14 +72,14 @@ class LinuxHost : public host::Host {
   host::CredentialVault& vault() override;
 
  private:
-  OverridingRegistry& overriding();
+  wire::OverridingRegistry& overriding();
   curl::CurlInternet& plain_internet();
 
   std::optional<std::filesystem::path> registry_file_;
   std::unique_ptr<host::MessageLoop> loop_;
   std::unique_ptr<host::Clock> clock_;
   std::unique_ptr<host::Registry> stored_;
-  std::unique_ptr<OverridingRegistry> registry_;
+  std::unique_ptr<wire::OverridingRegistry> registry_;
   std::unique_ptr<curl::CurlInternet> internet_;
   bool waits_for_whole_replies_ = false;
   std::vector<Wrap> wraps_;                                           // not yet made

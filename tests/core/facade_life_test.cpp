@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
@@ -87,6 +89,21 @@ TEST_F(FacadeLife, ReplacesTheServicesOfAnEarlierFacade) {
     EXPECT_EQ(mGlobal::AppSettings().AppName(), "Dovanta2");
   }
   EXPECT_EQ(NumberOf([] { mGlobal::AppSettings(); }), 91);
+}
+
+TEST_F(FacadeLife, LeavesSharedServicesToTheOthersUntilTheLastGoes) {
+  mGlobal::ShareServices(true);
+  mGlobal::ErrorHandler().Tag("first");
+  std::optional<cMirelo> second(std::in_place);
+  EXPECT_EQ(mGlobal::ErrorHandler().Tag(), "first");
+  facade.reset();
+  EXPECT_EQ(mGlobal::ErrorHandler().Tag(), "first");
+  EXPECT_EQ(mGlobal::AppSettings().AppName(), "Dovanta2");
+  second.reset();
+  EXPECT_FALSE(mGlobal::HasServices());
+  facade.emplace();
+  EXPECT_TRUE(mGlobal::HasServices());
+  mGlobal::ShareServices(false);
 }
 
 TEST_F(FacadeLife, ShowsAFailureInTheDialogAndWritesNoFiles) {

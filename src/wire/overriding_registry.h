@@ -6,7 +6,7 @@
 
 #include "host/registry_wrapper.h"
 
-namespace mirelo {
+namespace mirelo::wire {
 
 // A registry with some values in front of it that hold for this run only: they are read in place of the
 // stored ones and never written. A value is overridden by its name, in whatever key it is asked for.
@@ -35,4 +35,4 @@ class OverridingRegistry : public host::RegistryWrapper {
   std::map<std::string, std::string> overrides_;  // names in capitals, texts with their terminating NUL
 };
 
-}  // namespace mirelo
+}  // namespace mirelo::wire

@@ -1,11 +1,11 @@
-#include "linux/overriding_registry.h"
+#include "wire/overriding_registry.h"
 
 #include <algorithm>
 
 #include "automation/ansi.h"
 #include "automation/text.h"
 
-namespace mirelo {
+namespace mirelo::wire {
 
 void OverridingRegistry::Override(const std::string& name, const std::string& text) {
   overrides_[UCase(name)] = TextToAnsi(text) + '\0';
@@ -55,4 +55,4 @@ std::int32_t OverridingRegistry::RegCloseKey(Key key) {
   return key == kAbsentKey ? kSuccess : inner().RegCloseKey(key);
 }
 
-}  // namespace mirelo
+}  // namespace mirelo::wire

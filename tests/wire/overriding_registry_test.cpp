@@ -1,4 +1,4 @@
-#include "linux/overriding_registry.h"
+#include "wire/overriding_registry.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include "support/memory_registry.h"
 #include "support/test_host.h"
 
-namespace mirelo {
+namespace mirelo::wire {
 namespace {
 
 class OverriddenSettings : public ::testing::Test {
@@ -76,4 +76,4 @@ TEST_F(OverriddenSettings, WithNoneOverriddenAMissingSectionIsMissing) {
 }
 
 }  // namespace
-}  // namespace mirelo
+}  // namespace mirelo::wire
