@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -27,17 +28,35 @@ std::vector<std::smatch> MatchesIn(const std::string& text, const std::regex& pa
   return {std::sregex_iterator(text.begin(), text.end(), pattern), std::sregex_iterator()};
 }
 
+// What stands at the beginnings of lines that say what a test is: expressions are slow, and most lines are
+// none.
+std::vector<std::smatch> MatchesAtLines(const std::string& text, const std::string& first_word,
+                                        const std::regex& pattern) {
+  std::vector<std::smatch> matches;
+  for (std::size_t at = text.find("\n" + first_word); at != std::string::npos;
+       at = text.find("\n" + first_word, at + 1)) {
+    std::smatch match;
+    const auto line = text.begin() + static_cast<std::ptrdiff_t>(at) + 1;
+    if (std::regex_search(line, text.end(), match, pattern, std::regex_constants::match_continuous)) {
+      matches.push_back(match);
+    }
+  }
+  return matches;
+}
+
 // The names of a source's tests, as suite and test; those with cases without what names the case.
 std::set<std::string> TestsIn(const std::string& source) {
-  static const std::regex kTest(R"(\n(TEST|TEST_F|TYPED_TEST|TEST_P)\((\w+),\s*(\w+)\))");
-  static const std::regex kCases(R"(\nINSTANTIATE_TEST_SUITE_P\((\w+),\s*(\w+),)");
+  static const std::regex kTest(R"((TEST|TEST_F|TYPED_TEST|TEST_P)\((\w+),\s*(\w+)\))");
+  static const std::regex kCases(R"(INSTANTIATE_TEST_SUITE_P\((\w+),\s*(\w+),)");
   std::set<std::string> names;
-  const auto cases = MatchesIn(source, kCases);
-  for (const auto& test : MatchesIn(source, kTest)) {
-    const std::string name = test[2].str() + "." + test[3].str();
-    if (test[1] != "TEST_P") names.insert(name);
-    for (const auto& instance : cases) {
-      if (test[1] == "TEST_P" && instance[2] == test[2]) names.insert(instance[1].str() + "/" + name);
+  const auto cases = MatchesAtLines(source, "INSTANTIATE_", kCases);
+  for (const char* word : {"TEST", "TYPED_TEST"}) {
+    for (const auto& test : MatchesAtLines(source, word, kTest)) {
+      const std::string name = test[2].str() + "." + test[3].str();
+      if (test[1] != "TEST_P") names.insert(name);
+      for (const auto& instance : cases) {
+        if (test[1] == "TEST_P" && instance[2] == test[2]) names.insert(instance[1].str() + "/" + name);
+      }
     }
   }
   return names;
