@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <ostream>
+#include <string_view>
 
+#include "core/settings_table.h"
 #include "dialog/control_facts.h"
 #include "dialog/dialog_test.h"
 
@@ -253,6 +256,21 @@ TEST_F(Options, WithoutUpdatesThereAreNoSeconds) {
     form.chkUpdOrNot.UserClick();
     EXPECT_EQ(form.txtSec.Text(), "0");
     EXPECT_THAT(EnabledOf(form, {"txtSec", "VScrollSec"}), ElementsAre("txtSec", "VScrollSec"));
+  });
+}
+
+// A value that the one took and the other refused could be stored and never be shown, or the other way round.
+TEST_F(Options, ScrollBarsReachAsFarAsTheCatalogueOfSettingsAllows) {
+  ShowTab(kSettings, [](frmMirelo& form) {
+    const auto expect = [](const forms::ScrollBar& bar, std::string_view key) {
+      const auto row = std::ranges::find(catalogue::kRows, key, &Setting::key);
+      ASSERT_NE(row, catalogue::kRows.end()) << key;
+      EXPECT_EQ(std::min(bar.Min(), bar.Max()), row->least) << key;
+      EXPECT_EQ(std::max(bar.Min(), bar.Max()), row->greatest) << key;
+    };
+    expect(form.VScrollRows, "RowsLimit");
+    expect(form.VScrollSec, "Seconds");
+    expect(form.VScrollDecimalplaces, "txtDecimalPlaces");
   });
 }
 
