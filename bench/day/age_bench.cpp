@@ -28,9 +28,9 @@ constexpr std::size_t kMeasured = 2000;
 
 // The ages of kMeasured quotes of one working day, from the youngest.
 std::vector<Nanoseconds> AgesOfADay() {
-  app::DialogWishes wishes = NotedDay::Streaming({"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"},
-                                                 {"Last", "LastVolume", "Time", "Charts"});
-  for (const auto& setting : {app::DialogWishes::Setting{"RowsLimit", "100"},
+  DialogWishes wishes = NotedDay::Streaming({"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"},
+                                            {"Last", "LastVolume", "Time", "Charts"});
+  for (const auto& setting : {DialogWishes::Setting{"RowsLimit", "100"},
                               {"BuildCharts", "1"},
                               {"ChartStyle", "Blue"},
                               {"ChartPoints", "20"}})
@@ -80,7 +80,7 @@ void OldestWhileSaving(benchmark::State& state) {
   for (auto _ : state) {
     std::vector<std::string> tickers;
     for (int i = 0; i < kHistories; ++i) tickers.push_back("T" + std::to_string(i));
-    app::DialogWishes wishes = NotedDay::Streaming(std::move(tickers), {"Last", "LastVolume", "Time"});
+    DialogWishes wishes = NotedDay::Streaming(std::move(tickers), {"Last", "LastVolume", "Time"});
     wishes.settings.push_back({"RowsLimit", "0"});
     NotedDay day(std::move(wishes), kRate);
     FillHistories(day);

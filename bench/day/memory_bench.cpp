@@ -38,7 +38,7 @@ void GrowthOfADay(benchmark::State& state, bool is_bare) {
       state.counters["bytes"] = kBytesOfANumber * static_cast<double>(fields.size());
       continue;
     }
-    app::DialogWishes wishes = NotedDay::Streaming({"MSFT", "IBM"}, fields);
+    DialogWishes wishes = NotedDay::Streaming({"MSFT", "IBM"}, fields);
     wishes.settings.push_back({"RowsLimit", "0"});
     NotedDay day(std::move(wishes), kRateOfGrowth);
     day.RunUntil([&] { return day.day().Written() >= kRowsBefore; });

@@ -5,13 +5,13 @@
 #include <utility>
 
 #include "adapters/sodium/sodium_vault.h"
-#include "app/dialog/attended_desktop.h"
 #include "app/options.h"
 #include "day/dialog_result.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "person/attended_desktop.h"
 #include "quotetracker/market.h"
 
 namespace mirelo {
@@ -61,9 +61,8 @@ class NotedQuotes : public quotetracker::QuoteSource {
 
 }  // namespace
 
-app::DialogWishes NotedDay::Streaming(std::vector<std::string> tickers,
-                                      const std::vector<std::string>& fields) {
-  app::DialogWishes wishes;
+DialogWishes NotedDay::Streaming(std::vector<std::string> tickers, const std::vector<std::string>& fields) {
+  DialogWishes wishes;
   wishes.tickers = std::move(tickers);
   wishes.columns = {"Ticker", "Volume", "Last", "Change", "Bid", "Ask", "LastVolume", "Date", "Time"};
   wishes.settings = {{"UpdateEvery", "1"},
@@ -76,7 +75,7 @@ app::DialogWishes NotedDay::Streaming(std::vector<std::string> tickers,
   return wishes;
 }
 
-NotedDay::NotedDay(app::DialogWishes wishes, double rate) : wishes_(std::move(wishes)) {
+NotedDay::NotedDay(DialogWishes wishes, double rate) : wishes_(std::move(wishes)) {
   sodium::SodiumVault vault(folder_.Path());
   vault.Set({.name = "MireloDemo", .secret = "demo-secret"});
 
@@ -91,8 +90,8 @@ NotedDay::NotedDay(app::DialogWishes wishes, double rate) : wishes_(std::move(wi
   host.KeepCredentialsIn(folder_.Path());
   host.OverrideHttpPort(server_->HttpPort());
   host.Override("SocketPort", std::to_string(server_->StreamPort()));
-  auto desktop = std::make_unique<app::AttendedDesktop>(printed_);
-  person_ = std::make_unique<app::DialogPerson>(wishes_, *desktop);
+  auto desktop = std::make_unique<AttendedDesktop>(printed_);
+  person_ = std::make_unique<DialogPerson>(wishes_, *desktop);
   host.ShowOn(std::move(desktop));
 
   document_ = session_->documents().New();

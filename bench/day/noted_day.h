@@ -10,8 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "app/dialog/dialog_person.h"
-#include "app/dialog/dialog_wishes.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/temporary_folder.h"
@@ -19,6 +17,8 @@
 #include "host/documents.h"
 #include "host/excel/worksheet.h"
 #include "host/message_loop.h"
+#include "person/dialog_person.h"
+#include "person/dialog_wishes.h"
 #include "quotetracker/server.h"
 #include "terminal/output.h"
 
@@ -50,11 +50,10 @@ class Sendings {
 class NotedDay {
  public:
   // A streaming day of these tickers, of which each has a history of these fields.
-  static app::DialogWishes Streaming(std::vector<std::string> tickers,
-                                     const std::vector<std::string>& fields);
+  static DialogWishes Streaming(std::vector<std::string> tickers, const std::vector<std::string>& fields);
 
   // Presses Go in the dialog filled so. Quotes come at this rate from Start on.
-  NotedDay(app::DialogWishes wishes, double rate);
+  NotedDay(DialogWishes wishes, double rate);
   ~NotedDay();
 
   // Runs the day until `done`, which is asked after each step. May be called again.
@@ -73,13 +72,13 @@ class NotedDay {
   void NoteAges();
 
   app::TemporaryFolder folder_;
-  app::DialogWishes wishes_;
+  DialogWishes wishes_;
   Sendings sendings_;
   app::GlobalOptions options_;
   std::unique_ptr<quotetracker::Server> server_;
   std::unique_ptr<app::Session> session_;
   terminal::TextOutput printed_;
-  std::unique_ptr<app::DialogPerson> person_;
+  std::unique_ptr<DialogPerson> person_;
   std::unique_ptr<host::Document> document_;
   std::unique_ptr<day::WorkingDay> day_;
   std::shared_ptr<host::excel::Worksheet> table_;

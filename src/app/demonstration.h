@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/dialog/dialog_wishes.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/stand_in.h"
 #include "app/temporary_folder.h"
+#include "person/dialog_wishes.h"
 
 namespace mirelo::app {
 

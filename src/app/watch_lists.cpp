@@ -4,12 +4,12 @@
 #include <cctype>
 #include <cstddef>
 
-#include "app/ticker_list.h"
 #include "automation/array.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/settings_catalogue.h"
 #include "core/settings_table.h"
+#include "person/ticker_list.h"
 
 namespace mirelo::app {
 

@@ -138,8 +138,7 @@ std::string OfficeDay::Report() const {
 }
 
 void OfficeDay::RequireFree(const Document& document) {
-  if (phase_ == Phase::kDialog)
-    throw RuntimeError(5, "The settings are open. Close their window first.");
+  if (phase_ == Phase::kDialog) throw RuntimeError(5, "The settings are open. Close their window first.");
   if (day_) {
     throw RuntimeError(5, "Quotes are coming into " + TitleOf(day_->document()) +
                               ". One document has them at a time: press Stop first.");
@@ -148,9 +147,10 @@ void OfficeDay::RequireFree(const Document& document) {
   if (machine_.loop().Depth() == 0) past_.clear();
   if (!past_.empty()) throw RuntimeError(5, "The day before is still coming to its end. Try again.");
   if (FacadeLives()) {
-    throw RuntimeError(5,
-                       "A macro holds Mirelo's library (an object mirelo.cMirelo), which serves one at a time. "
-                       "Let the macro end it, or start LibreOffice anew.");
+    throw RuntimeError(
+        5,
+        "A macro holds Mirelo's library (an object mirelo.cMirelo), which serves one at a time. "
+        "Let the macro end it, or start LibreOffice anew.");
   }
 }
 

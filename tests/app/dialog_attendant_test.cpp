@@ -1,6 +1,6 @@
 // What the program stands by for while somebody uses the settings dialog.
 
-#include "app/dialog/dialog_attendant.h"
+#include "person/dialog_attendant.h"
 
 #include <gmock/gmock.h>
 
@@ -10,8 +10,8 @@
 
 #include "adapters/headless/console_desktop.h"
 #include "adapters/workbook/spreadsheet.h"
-#include "app/dialog/attended_desktop.h"
 #include "dialog/frmMirelo.h"
+#include "person/attended_desktop.h"
 #include "support/facade_test.h"
 #include "terminal/output.h"
 
@@ -32,14 +32,14 @@ class Attendant : public FacadeTest {
   // The person is asked what Go may cost, and answers so.
   bool answer = false;
   std::vector<std::string> asked;
-  app::GoGuard guard{nullptr, [this](const std::vector<std::string>& costs) {
-                       asked = costs;
-                       return answer;
-                     }};
+  GoGuard guard{nullptr, [this](const std::vector<std::string>& costs) {
+                  asked = costs;
+                  return answer;
+                }};
 
   void Use(const std::function<void(frmMirelo& form)>& act) {
     desktop.Attend("frmMirelo", [&](forms::Form& form) {
-      app::AttendTo(form, guard);
+      AttendTo(form, guard);
       act(dynamic_cast<frmMirelo&>(form));
     });
     facade->LoadFrmMirelo();
@@ -55,7 +55,7 @@ class Attendant : public FacadeTest {
   }
 
   terminal::TextOutput printed;
-  app::AttendedDesktop desktop{printed};
+  AttendedDesktop desktop{printed};
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
 };
 

@@ -13,7 +13,6 @@
 
 #include "adapters/workbook/files.h"
 #include "adapters/workbook/spreadsheet.h"
-#include "app/dialog/attended_desktop.h"
 #include "app/options.h"
 #include "app/scripted_screen.h"
 #include "app/session.h"
@@ -25,6 +24,7 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "person/attended_desktop.h"
 #include "quotetracker/server.h"
 #include "support/temp_directory.h"
 #include "terminal/output.h"
@@ -52,7 +52,7 @@ class OnScreen : public ::testing::Test {
   bool Run(const std::optional<fs::path>& file = std::nullopt) {
     app::Session session(options);
     session.host().OverrideHttpPort(server.HttpPort());
-    auto desktop = std::make_unique<app::AttendedDesktop>(printed);
+    auto desktop = std::make_unique<AttendedDesktop>(printed);
     desktop->Attend("frmMirelo", [this](forms::Form& form) {
       ++shown;
       auto& dialog = dynamic_cast<frmMirelo&>(form);
@@ -206,7 +206,7 @@ TEST_F(OnScreen, SaysWhoHoldsAWorkbookAndTriesAgainWhenItIsFree) {
   freed.lock = lock;
   freed.presses = screen.presses;
   app::Session session(options);
-  auto desktop = std::make_unique<app::AttendedDesktop>(printed);
+  auto desktop = std::make_unique<AttendedDesktop>(printed);
   desktop->Attend("frmMirelo", [this](forms::Form& form) {
     ++shown;
     form.Close();

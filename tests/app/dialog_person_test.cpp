@@ -1,6 +1,6 @@
 // What somebody does in the settings dialog for mirelo go, as the dialog stands when Go is pressed.
 
-#include "app/dialog/dialog_person.h"
+#include "person/dialog_person.h"
 
 #include <gmock/gmock.h>
 
@@ -8,8 +8,6 @@
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
-#include "app/dialog/attended_desktop.h"
-#include "app/dialog/dialog_controls.h"
 #include "core/settings_catalogue.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
@@ -18,13 +16,14 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "person/attended_desktop.h"
+#include "person/dialog_controls.h"
 #include "support/facade_test.h"
 #include "terminal/output.h"
 
 namespace mirelo::testing {
 namespace {
 
-using app::DialogWishes;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -45,7 +44,7 @@ class Person : public FacadeTest {
   }
 
   std::int32_t Go() {
-    app::DialogPerson person(wishes, terminal);
+    DialogPerson person(wishes, terminal);
     const std::int32_t result = facade->LoadFrmMirelo();
     complaint = person.Complained() ? person.Complained()->text : "";
     return result;
@@ -71,7 +70,7 @@ class Person : public FacadeTest {
   }
 
   terminal::TextOutput printed;
-  app::AttendedDesktop terminal{printed};
+  AttendedDesktop terminal{printed};
   ScriptedPortfolios tracker;
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
   DialogWishes wishes;
@@ -239,11 +238,11 @@ TEST_F(Person, StoresNoColourWhenSomethingElseIsRefused) {
 
 TEST(DialogControls, AreSettingsOfTheCatalogueEachOnce) {
   Texts keys;
-  for (const app::DialogControl& control : app::DialogControls()) {
+  for (const DialogControl& control : DialogControls()) {
     SCOPED_TRACE(control.key);
     const bool source = control.key == "ComQuoteSource";
     EXPECT_NE(FindSetting(source ? "Settings\\QuoteSource\\First" : "Settings", control.key), nullptr);
-    EXPECT_EQ(app::FindDialogControl(control.key), &control);
+    EXPECT_EQ(FindDialogControl(control.key), &control);
     keys.emplace_back(control.key);
   }
   EXPECT_THAT(keys, ::testing::UnorderedElementsAre(
@@ -251,7 +250,7 @@ TEST(DialogControls, AreSettingsOfTheCatalogueEachOnce) {
                         "ChartPoints", "txtDecimalPlaces", "txtVerticalSheet", "ColorPoints", "GreyOut",
                         "AddYAxis", "HTTPPort", "SocketPort", "Webaddress", "UpdateEvery", "DisplayTimezone",
                         "DisplayOffset", "ComQuoteSource", "FillColorON", "FillColorOFF"));
-  EXPECT_EQ(app::FindDialogControl("Sort_Desc"), nullptr);
+  EXPECT_EQ(FindDialogControl("Sort_Desc"), nullptr);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // What Go takes away, each thing by itself.
 
-#include "app/dialog/go_costs.h"
+#include "person/go_costs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,7 +18,6 @@
 namespace mirelo::testing {
 namespace {
 
-using app::GoPlan;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -52,7 +51,7 @@ class Costs : public ::testing::Test {
     return Sheet("Quotes_Vertical(MSFT)", {{"Ticker:", "MSFT"}, fields, {"28.5", "100"}, {"28.6", "200"}});
   }
   std::shared_ptr<host::excel::Workbook> Workbook() { return spreadsheet.Application()->ActiveWorkbook(); }
-  Texts Of(const app::LossesOfSheet& losses = nullptr) { return GoCosts(*Workbook(), plan, losses); }
+  Texts Of(const LossesOfSheet& losses = nullptr) { return GoCosts(*Workbook(), plan, losses); }
 
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
   GoPlan plan;

@@ -1,6 +1,6 @@
 // Lists of tickers as people write them.
 
-#include "app/ticker_list.h"
+#include "person/ticker_list.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,8 +8,6 @@
 namespace mirelo::testing {
 namespace {
 
-using app::IsTickerName;
-using app::SplitTickers;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

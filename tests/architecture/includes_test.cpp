@@ -74,6 +74,12 @@ Rooms Allowed(const std::string& room) {
     if (room == "day") rooms.insert("wire");
     return rooms;
   }
+  if (room == "person") {
+    Rooms rooms = kSubsystems;
+    rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
+    rooms.insert("adapters/headless");  // it sits where no screen is
+    return rooms;
+  }
   if (room == "uno") return {"automation", "automation_server"};
   if (room.rfind("adapters/", 0) == 0) {
     Rooms rooms = kBelowSubsystems;

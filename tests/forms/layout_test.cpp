@@ -1,6 +1,5 @@
 // Where the controls of forms stand.
 
-
 #include "forms/button.h"
 #include "forms/control_test.h"
 #include "forms/layout/layouts.h"

@@ -1,10 +1,10 @@
 #include "scenarios/day_rig.h"
 
-#include "app/dialog/dialog_person.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "person/dialog_person.h"
 
 namespace mirelo::testing {
 
@@ -23,7 +23,7 @@ std::int32_t Day::Begin() {
   day->Status.Subscribe([this](const std::string& text) { told.push_back(text); });
   if (trail != nullptr) day->Follow(*trail);
   if (journal != nullptr) day->KeepIn(*journal);
-  app::DialogPerson person(wishes, desktop);
+  DialogPerson person(wishes, desktop);
   const std::int32_t result = day->ShowDialog();
   EXPECT_FALSE(person.Complained()) << person.Complained()->text;
   behind_go();

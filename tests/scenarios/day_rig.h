@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
-#include "app/dialog/attended_desktop.h"
-#include "app/dialog/dialog_wishes.h"
 #include "automation/variant.h"
 #include "day/quote_journal.h"
 #include "day/quote_trail.h"
 #include "day/working_day.h"
 #include "dialog/scripted_portfolios.h"
+#include "person/attended_desktop.h"
+#include "person/dialog_wishes.h"
 #include "support/answering_internet.h"
 #include "support/manual_clock.h"
 #include "support/manual_loop.h"
@@ -62,12 +62,12 @@ class Day : public ::testing::Test {
   MemoryVault vault;
   RecordingSystem system;
   terminal::TextOutput printed;
-  app::AttendedDesktop desktop{printed};
+  AttendedDesktop desktop{printed};
   TestHost host;
   host::HostScope installed;
   ScriptedPortfolios portfolios;
   workbook::Spreadsheet spreadsheet = workbook::Spreadsheet::New();
-  app::DialogWishes wishes;
+  DialogWishes wishes;
   day::QuoteTrail* trail = nullptr;      // that is followed, if any
   day::QuoteJournal* journal = nullptr;  // that quotes are kept in, if any
   std::vector<std::string> told;         // the day's lines for a person

@@ -11,8 +11,6 @@
 
 #include "adapters/poll/poll_loop.h"
 #include "adapters/sodium/sodium_vault.h"
-#include "app/dialog/attended_desktop.h"
-#include "app/dialog/dialog_person.h"
 #include "automation/variant.h"
 #include "host/excel/application.h"
 #include "host/excel/constants.h"
@@ -20,6 +18,8 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "person/attended_desktop.h"
+#include "person/dialog_person.h"
 #include "support/hurried_loop.h"
 
 namespace mirelo::testing {
@@ -96,8 +96,8 @@ LongDay::~LongDay() {
 
 void LongDay::Begin(Settings settings) {
   wishes.settings = std::move(settings);
-  auto desktop = std::make_unique<app::AttendedDesktop>(nowhere);
-  app::DialogPerson person(wishes, *desktop);
+  auto desktop = std::make_unique<AttendedDesktop>(nowhere);
+  DialogPerson person(wishes, *desktop);
   host.ShowOn(std::move(desktop));
   host.internet();  // makes the replies' mender
   day.emplace(host.loop(), host.sockets(), *replies, document->Application());

@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "adapters/workbook/files.h"
-#include "app/dialog/dialog_wishes.h"
 #include "app/workbook/workbook_keeper.h"
 #include "automation/number.h"
 #include "day/working_day.h"
 #include "host/host.h"
 #include "linux/linux_host.h"
+#include "person/dialog_wishes.h"
 #include "scenarios/sent_quotes.h"
 #include "scenarios/tracker_process.h"
 #include "support/loopback_server.h"
@@ -50,7 +50,7 @@ class Nowhere : public terminal::Output {
 // always at the same ports. Of two tickers, MSFT and IBM, whatever is sent is known by its number.
 class LongDay : public ::testing::Test {
  protected:
-  using Settings = std::vector<app::DialogWishes::Setting>;
+  using Settings = std::vector<DialogWishes::Setting>;
 
   LongDay();
   ~LongDay() override;
@@ -96,7 +96,7 @@ class LongDay : public ::testing::Test {
   TrackerProcess tracker;
   SentQuotes msft{"MSFT", 2000};
   SentQuotes ibm{"IBM", 500000};
-  app::DialogWishes wishes;
+  DialogWishes wishes;
   std::unique_ptr<host::Document> document = workbook::Files().New();
   std::optional<day::WorkingDay> day;
   std::optional<app::WorkbookKeeper> keeper;

@@ -6,12 +6,12 @@
 #include <cstring>
 #include <string>
 
-#include "app/ticker_list.h"
 #include "app/watch_lists.h"
 #include "app/workbook/also_files.h"
 #include "app/workbook/spreadsheet_program.h"
 #include "automation/runtime_error.h"
 #include "core/settings_catalogue.h"
+#include "person/ticker_list.h"
 
 namespace mirelo::app {
 

@@ -7,8 +7,6 @@
 #include <string>
 
 #include "app/commands/checks.h"
-#include "app/dialog/attended_desktop.h"
-#include "app/dialog/dialog_person.h"
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/session.h"
@@ -19,6 +17,8 @@
 #include "day/chart_labels.h"
 #include "day/dialog_result.h"
 #include "day/stored_source.h"
+#include "person/attended_desktop.h"
+#include "person/dialog_person.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -73,7 +73,7 @@ int GoCommand::Run() try {
   if (session.refused_costs) return kFailed;
   if (const auto& complaint = person.Complained()) {
     Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
-    return complaint->code;
+    return complaint->is_of_wish ? kWrongUsage : kFailed;
   }
   if (day::IsCommitted(result)) day::UncoverFirstBars(*document->Application());
   if (workbook_ && day::IsCommitted(result)) SaveAfterGo(*workbook_, *document);

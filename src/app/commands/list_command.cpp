@@ -9,10 +9,10 @@
 #include "app/options.h"
 #include "app/output/text_table.h"
 #include "app/session.h"
-#include "app/ticker_list.h"
 #include "app/watch_lists.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "person/ticker_list.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/commands/checks.h"
-#include "app/ticker_list.h"
+#include "person/ticker_list.h"
 
 namespace mirelo::app {
 

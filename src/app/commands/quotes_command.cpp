@@ -11,12 +11,12 @@
 #include "app/output/shown_quote.h"
 #include "app/output/text_table.h"
 #include "app/session.h"
-#include "app/ticker_list.h"
 #include "app/watch_lists.h"
 #include "core/settings_catalogue.h"
 #include "day/quote_rows.h"
 #include "day/snapshot_feed.h"
 #include "host/message_loop.h"
+#include "person/ticker_list.h"
 #include "snapshot/column_vocabulary.h"
 #include "terminal/standard_streams.h"
 

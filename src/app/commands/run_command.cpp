@@ -8,8 +8,6 @@
 
 #include "app/commands/checks.h"
 #include "app/demonstration.h"
-#include "app/dialog/attended_desktop.h"
-#include "app/dialog/dialog_person.h"
 #include "app/dialog/screen.h"
 #include "app/dialog/show_dialog.h"
 #include "app/duration.h"
@@ -27,6 +25,8 @@
 #include "day/dialog_result.h"
 #include "day/working_day.h"
 #include "host/message_loop.h"
+#include "person/attended_desktop.h"
+#include "person/dialog_person.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -172,7 +172,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
   if (session.refused_costs) return kFailed;
   if (person && person->Complained()) {
     Err() << "error: " << terminal::Indented(person->Complained()->text) << "\nNothing was committed.\n";
-    return person->Complained()->code;
+    return person->Complained()->is_of_wish ? kWrongUsage : kFailed;
   }
   if (!day::IsCommitted(result)) {
     Err() << "Nothing was committed.\n";

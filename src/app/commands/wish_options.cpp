@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "app/commands/checks.h"
-#include "app/dialog/dialog_controls.h"
-#include "app/ticker_list.h"
 #include "app/watch_lists.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/settings_catalogue.h"
+#include "person/dialog_controls.h"
+#include "person/ticker_list.h"
 #include "snapshot/column_vocabulary.h"
 
 namespace mirelo::app {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "app/dialog/dialog_wishes.h"
+#include "person/dialog_wishes.h"
 
 namespace CLI {
 class App;

@@ -4,14 +4,14 @@
 #include <string>
 #include <utility>
 
-#include "app/dialog/dialog_attendant.h"
 #include "host/desktop_wrapper.h"
+#include "person/dialog_attendant.h"
 
 namespace mirelo::app {
 
 // A desktop that adds to the system's own words what helps a person on. Behind a message that QuoteTracker
 // did not answer it says why, and what to do; in a report of a failure it says why the settings could not be
-// stored. It also has the settings dialog attended to (app/dialog/dialog_attendant.h).
+// stored. It also has the settings dialog attended to (person/dialog_attendant.h).
 class GuidingDesktop : public host::DesktopWrapper {
  public:
   // `why_no_answer` makes the sentences anew for each message. With `repeats`, for boxes that a person

@@ -38,8 +38,8 @@ class LazyDispatch final : public cppu::WeakImplHelper1<css::frame::XDispatch> {
 
   const css::uno::Reference<css::uno::XComponentContext> context_;
   const css::uno::WeakReference<css::frame::XFrame> frame_;  // which holds this
-  css::uno::Reference<css::frame::XDispatch> library_;  // null as long as nobody has used it
-  std::vector<Listener> listeners_;                     // who waits for it
+  css::uno::Reference<css::frame::XDispatch> library_;       // null as long as nobody has used it
+  std::vector<Listener> listeners_;                          // who waits for it
 };
 
 }  // namespace mirelo::libreoffice

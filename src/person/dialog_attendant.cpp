@@ -1,9 +1,8 @@
-#include "app/dialog/dialog_attendant.h"
+#include "person/dialog_attendant.h"
 
 #include <functional>
 #include <string>
 
-#include "app/ticker_list.h"
 #include "automation/runtime_error.h"
 #include "core/cMirelo.h"
 #include "core/message_box.h"
@@ -12,8 +11,9 @@
 #include "host/desktop.h"
 #include "host/excel/application.h"
 #include "host/excel/workbook.h"
+#include "person/ticker_list.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 namespace {
 
@@ -65,4 +65,4 @@ void AttendTo(forms::Form& form, const GoGuard& guard) {
       [dialog, guard](const std::function<void()>& click) { PressGo(*dialog, guard, click); });
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo

@@ -1,18 +1,18 @@
-#include "app/dialog/dialog_controls.h"
+#include "person/dialog_controls.h"
 
 #include <algorithm>
 #include <array>
 #include <vector>
 
-#include "app/dialog/attended_desktop.h"
-#include "app/dialog/dialog_wishes.h"
-#include "app/list_entry.h"
 #include "automation/number.h"
 #include "automation/text.h"
 #include "dialog/frmColor.h"
 #include "dialog/frmMirelo.h"
+#include "person/attended_desktop.h"
+#include "person/dialog_wishes.h"
+#include "person/list_entry.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 namespace {
 
@@ -163,4 +163,4 @@ const DialogControl* FindDialogControl(std::string_view key) {
   return control == kControls.end() ? nullptr : &*control;
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo

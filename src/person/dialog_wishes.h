@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace mirelo::app {
+namespace mirelo {
 
 // What somebody wants of the settings dialog.
 struct DialogWishes {
@@ -33,4 +33,4 @@ class Unfulfilled : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-}  // namespace mirelo::app
+}  // namespace mirelo

@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "app/dialog/go_costs.h"
+#include "person/go_costs.h"
 
 namespace mirelo::forms {
 class Form;
 }
 
-namespace mirelo::app {
+namespace mirelo {
 
 // What the attendant asks before Go.
 struct GoGuard {
@@ -29,4 +29,4 @@ struct GoGuard {
 //   the guard does not accept.
 void AttendTo(forms::Form& form, const GoGuard& guard = {});
 
-}  // namespace mirelo::app
+}  // namespace mirelo

@@ -1,4 +1,4 @@
-#include "app/dialog/go_costs.h"
+#include "person/go_costs.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -22,7 +22,7 @@
 #include "worksheet/quote_table.h"
 #include "worksheet/vertical_sheets.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 namespace excel = host::excel;
 
@@ -230,4 +230,4 @@ std::vector<std::string> GoCosts(excel::Workbook& workbook, const GoPlan& plan, 
   return costs;
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo

@@ -1,16 +1,16 @@
-#include "app/dialog/dialog_person.h"
+#include "person/dialog_person.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <vector>
 
-#include "app/dialog/attended_desktop.h"
-#include "app/dialog/dialog_controls.h"
 #include "automation/text.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
+#include "person/attended_desktop.h"
+#include "person/dialog_controls.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 namespace {
 
@@ -166,10 +166,10 @@ void DialogPerson::Work(frmMirelo& form) {
   try {
     if (desktop_.Unattended() == 0) Fulfil(form);
   } catch (const Unfulfilled& unfulfilled) {
-    complaint_ = {unfulfilled.what(), kWrongUsage};
+    complaint_ = {unfulfilled.what(), true};
   }
   // Where a failure was reported, what the dialog holds is not what it should.
-  if (desktop_.Unattended() > 0) complaint_ = {"the dialog has reported a failure", kFailed};
+  if (desktop_.Unattended() > 0) complaint_ = {"the dialog has reported a failure", false};
   if (complaint_) {
     form.ButCancel.UserPress();
   } else {
@@ -209,4 +209,4 @@ void DialogPerson::FulfilSettings(frmMirelo& form, bool stored_at_once) {
   }
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo

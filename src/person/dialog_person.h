@@ -3,14 +3,13 @@
 #include <optional>
 #include <string>
 
-#include "app/dialog/dialog_wishes.h"
-#include "app/exit_code.h"
+#include "person/dialog_wishes.h"
 
 namespace mirelo {
 class frmMirelo;
 }
 
-namespace mirelo::app {
+namespace mirelo {
 
 class AttendedDesktop;
 
@@ -22,10 +21,10 @@ class DialogPerson {
   // Attends to the dialog on the desktop. All three must outlive the dialog.
   DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop);
 
-  // Why the dialog was cancelled, if it was, and whose fault that is.
+  // Why the dialog was cancelled, if it was, and whether the wish is to blame.
   struct Complaint {
     std::string text;
-    ExitCode code = kFailed;
+    bool is_of_wish = false;  // it cannot be fulfilled; otherwise the dialog failed
   };
   const std::optional<Complaint>& Complained() const { return complaint_; }
 
@@ -40,4 +39,4 @@ class DialogPerson {
   std::optional<Complaint> complaint_;
 };
 
-}  // namespace mirelo::app
+}  // namespace mirelo

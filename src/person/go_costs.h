@@ -11,7 +11,7 @@ namespace mirelo::host::excel {
 class Workbook;
 }
 
-namespace mirelo::app {
+namespace mirelo {
 
 // What Go is about to build, as the controls of the settings dialog say it: as much of it as decides what is
 // taken away from the workbook.
@@ -42,4 +42,4 @@ using LossesOfSheet = std::function<std::vector<std::string>(const std::string& 
 std::vector<std::string> GoCosts(host::excel::Workbook& workbook, const GoPlan& plan,
                                  const LossesOfSheet& losses);
 
-}  // namespace mirelo::app
+}  // namespace mirelo

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace mirelo::app {
+namespace mirelo {
 
 // Tickers as people write them: one, or several parted by commas or blanks ("GE, F T"). What
 // stands between two of these is a ticker; there are none in a text without any.
@@ -17,4 +17,4 @@ std::vector<std::string> SplitTickers(const std::vector<std::string>& texts);
 // them, no angle bracket and no blank.
 bool IsTickerName(std::string_view ticker);
 
-}  // namespace mirelo::app
+}  // namespace mirelo

@@ -9,7 +9,7 @@ namespace mirelo {
 class frmMirelo;
 }
 
-namespace mirelo::app {
+namespace mirelo {
 
 class AttendedDesktop;
 
@@ -37,4 +37,4 @@ std::span<const DialogControl> DialogControls();
 // Null for a setting without a control. Found by its own spelling.
 const DialogControl* FindDialogControl(std::string_view key);
 
-}  // namespace mirelo::app
+}  // namespace mirelo

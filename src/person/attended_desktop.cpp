@@ -1,10 +1,10 @@
-#include "app/dialog/attended_desktop.h"
+#include "person/attended_desktop.h"
 
 #include <utility>
 
 #include "forms/form.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 void AttendedDesktop::Attend(const std::string& form, std::function<void(forms::Form& form)> acts) {
   attended_[form] = std::move(acts);
@@ -28,4 +28,4 @@ void AttendedDesktop::ShowModal(forms::Form& form) {
   });
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo

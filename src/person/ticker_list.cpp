@@ -1,10 +1,10 @@
-#include "app/ticker_list.h"
+#include "person/ticker_list.h"
 
 #include <utility>
 
 #include "core/setting_checks.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 namespace {
 
@@ -36,4 +36,4 @@ bool IsTickerName(std::string_view ticker) {
   return !ticker.empty() && ticker.find(',') == ticker.npos && catalogue::AreTickers(ticker);
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo

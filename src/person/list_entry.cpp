@@ -1,8 +1,8 @@
-#include "app/list_entry.h"
+#include "person/list_entry.h"
 
 #include "automation/text.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 std::optional<std::size_t> FindEntry(const std::vector<std::string>& entries, const std::string& wanted) {
   if (wanted.empty()) return std::nullopt;
@@ -17,4 +17,4 @@ std::optional<std::size_t> FindEntry(const std::vector<std::string>& entries, co
   return count == 1 ? holding : std::nullopt;
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo

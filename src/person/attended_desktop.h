@@ -6,7 +6,7 @@
 
 #include "adapters/headless/console_desktop.h"
 
-namespace mirelo::app {
+namespace mirelo {
 
 // A desktop without a display, on which some forms are attended to by a function in place of a person. All
 // other forms and boxes are printed and answered as ConsoleDesktop does.
@@ -32,4 +32,4 @@ class AttendedDesktop : public headless::ConsoleDesktop {
   int messages_ = 0;
 };
 
-}  // namespace mirelo::app
+}  // namespace mirelo
