@@ -1,7 +1,5 @@
 #include "adapters/workbook/model/column_resize.h"
 
-#include <cmath>
-
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/rules.h"
 #include "spreadsheet/pixels.h"
@@ -9,10 +7,6 @@
 namespace mirelo::workbook {
 
 namespace {
-
-constexpr double kPixelsOfDigit = 7;
-constexpr double kPixelsBeside = 5;  // of the digits, in a column of one at least
-constexpr double kPixelsOfOne = kPixelsOfDigit + kPixelsBeside;
 
 // Of Chart::placement.
 constexpr std::int32_t kGrows = 1;
@@ -36,17 +30,6 @@ void ResizeColumn(Sheet& sheet, std::int32_t column, std::int32_t pixels) {
       place.width += wider;
     }
   }
-}
-
-double DigitsOfPixels(std::int32_t pixels) {
-  const double digits =
-      pixels < kPixelsOfOne ? pixels / kPixelsOfOne : (pixels - kPixelsBeside) / kPixelsOfDigit;
-  return std::round(digits * 100) / 100;
-}
-
-std::int32_t PixelsOfDigits(double digits) {
-  const double pixels = digits < 1 ? digits * kPixelsOfOne : digits * kPixelsOfDigit + kPixelsBeside;
-  return static_cast<std::int32_t>(std::round(pixels));
 }
 
 }  // namespace mirelo::workbook

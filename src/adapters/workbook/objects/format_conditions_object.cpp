@@ -1,15 +1,13 @@
 #include "adapters/workbook/objects/format_conditions_object.h"
 
-#include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "adapters/workbook/rules.h"
 #include "host/excel/font.h"
 #include "spreadsheet/color_index.h"
+#include "spreadsheet/compared_number.h"
 #include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
@@ -52,20 +50,6 @@ class FormatConditionObject final : public FormatCondition {
  private:
   std::shared_ptr<Condition> condition_;
 };
-
-bool ComparesWithOneValue(XlFormatConditionOperator op) { return xlEqual <= op && op <= xlLessEqual; }
-
-// The number that a text such as "0" or "=-1.5" names, without the "=".
-std::string NumberInFormula(std::string_view formula) {
-  std::string_view text = formula;
-  if (text.starts_with('=')) text.remove_prefix(1);
-  double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) {
-    throw Refused("\"" + std::string(formula) + "\" is no number to compare with.");
-  }
-  return std::string(text);
-}
 
 }  // namespace
 

@@ -8,7 +8,7 @@
 #include "adapters/workbook/model/column_resize.h"
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/model/used_area.h"
-#include "adapters/workbook/objects/border_object.h"
+#include "adapters/workbook/objects/border_lines.h"
 #include "adapters/workbook/objects/cell_search.h"
 #include "adapters/workbook/objects/comment_object.h"
 #include "adapters/workbook/objects/display_format_object.h"
@@ -19,6 +19,9 @@
 #include "adapters/workbook/objects/worksheet_object.h"
 #include "adapters/workbook/rules.h"
 #include "spreadsheet/address.h"
+#include "spreadsheet/area_rules.h"
+#include "spreadsheet/border_object.h"
+#include "spreadsheet/column_digits.h"
 #include "spreadsheet/display/displayed_text.h"
 #include "spreadsheet/errors.h"
 #include "spreadsheet/format_code.h"
@@ -34,18 +37,6 @@ constexpr std::array<std::int32_t, 8> kAlignments{
     xlHAlignGeneral, xlHAlignFill,        xlHAlignCenterAcrossSelection,
     xlHAlignCenter,  xlHAlignDistributed, xlHAlignJustify,
     xlHAlignLeft,    xlHAlignRight};
-
-// An area by its first cell and its size. Both may leave the sheet, hence 64 bits; error 1004 then.
-Area AreaOf(std::int64_t row, std::int64_t column, std::int64_t rows, std::int64_t columns) {
-  const bool is_on_sheet = rows >= 1 && columns >= 1 && row >= 1 && column >= 1 && row + rows - 1 <= kRows &&
-                           column + columns - 1 <= kColumns;
-  if (!is_on_sheet) throw NotOnSheet();
-  return {static_cast<std::int32_t>(row), static_cast<std::int32_t>(column),
-          static_cast<std::int32_t>(row + rows - 1), static_cast<std::int32_t>(column + columns - 1)};
-}
-
-// Division that rounds down, for counting both ways from a range's first cell.
-std::int64_t FloorDivide(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }
 
 }  // namespace
 
@@ -77,8 +68,7 @@ RangeObject::RangePtr RangeObject::Item(std::int32_t index) {
   const std::int64_t offset = std::int64_t{index} - 1;
   if (view_ == View::Rows) return At(AreaOf(Row() + offset, Column(), 1, area.Columns()), view_);
   if (view_ == View::Columns) return At(AreaOf(Row(), Column() + offset, area.Rows(), 1), view_);
-  const std::int64_t down = FloorDivide(offset, area.Columns());
-  return At(AreaOf(Row() + down, Column() + offset - down * area.Columns(), 1, 1));
+  return At(CellByNumber(area, index));
 }
 
 RangeObject::RangePtr RangeObject::Resize(std::int32_t rows, std::int32_t columns) {
@@ -246,7 +236,7 @@ std::shared_ptr<Font> RangeObject::Font() { return std::make_shared<FontObject>(
 std::shared_ptr<Interior> RangeObject::Interior() { return std::make_shared<InteriorObject>(block_); }
 
 std::shared_ptr<Border> RangeObject::Borders(XlBordersIndex index) {
-  return std::make_shared<BorderObject>(BorderLines(block_, index));
+  return std::make_shared<BorderObject<BorderLines>>(BorderLines(block_, index));
 }
 
 std::shared_ptr<FormatConditions> RangeObject::FormatConditions() {

@@ -11,55 +11,11 @@
 #include "automation/runtime_error.h"
 #include "host/excel/range.h"
 #include "spreadsheet/typed/cell_input.h"
+#include "spreadsheet/value_table.h"
 
 namespace mirelo::workbook {
 
 namespace {
-
-constexpr std::int64_t kMostCells = std::int64_t{1} << 24;
-
-// The values to write, seen as a table that starts at row 0, column 0.
-class Source {
- public:
-  explicit Source(const Variant& value) : scalar_(&value) {
-    if (!value.IsArray()) return;
-    array_ = &value.AsArray();
-    is_row_ = array_->Dimensions() == 1;
-    first_row_ = is_row_ ? 0 : array_->LBound(1);
-    first_column_ = array_->LBound(is_row_ ? 1 : 2);
-    rows_ = is_row_ ? 1 : array_->UBound(1) - first_row_ + 1;
-    columns_ = array_->UBound(is_row_ ? 1 : 2) - first_column_ + 1;
-    if (columns_ == 0) throw Errors::TypeMismatch();
-  }
-
-  // Null where the array has no element.
-  const Variant* At(std::int32_t row, std::int32_t column) const {
-    if (array_ == nullptr) return scalar_;
-    if (rows_ == 1) row = 0;
-    if (columns_ == 1) column = 0;
-    if (row >= rows_ || column >= columns_) return nullptr;
-    return is_row_ ? &(*array_)(first_column_ + column)
-                   : &(*array_)(first_row_ + row, first_column_ + column);
-  }
-
-  // Raises the error of the first value that a range of this size does not take.
-  void Check(std::int32_t rows, std::int32_t columns) const {
-    if (array_ == nullptr) return CheckCellInput(*scalar_);
-    for (std::int32_t row = 0; row < std::min(rows, rows_); ++row) {
-      for (std::int32_t column = 0; column < std::min(columns, columns_); ++column)
-        CheckCellInput(*At(row, column));
-    }
-  }
-
- private:
-  const Variant* scalar_;
-  const VariantArray* array_ = nullptr;
-  bool is_row_ = false;
-  std::int32_t first_row_ = 0;
-  std::int32_t first_column_ = 0;
-  std::int32_t rows_ = 1;
-  std::int32_t columns_ = 1;
-};
 
 // Number formats that written values ask for, gathered to be laid in runs of rows.
 class FormatWishes {
@@ -87,7 +43,7 @@ class FormatWishes {
 };
 
 // Writes into one column, whose cells have the styles of `styles`.
-void WriteColumn(const CellBlock& block, const Source& source, std::int32_t column,
+void WriteColumn(const CellBlock& block, const ValueTable& source, std::int32_t column,
                  const StyleGrid::Rows& styles, CellColumn& target, FormatWishes& wishes) {
   const Area& area = block.area;
   const auto write_run = [&](std::int32_t first, std::int32_t last, StyleId style) {
@@ -138,7 +94,7 @@ void WriteValue(const CellBlock& block, const Variant& value) {
   if (value.IsEmpty()) return block.sheet->cells.Clear(block.area);
   if (block.area.Cells() > kMostCells) throw Errors::OutOfMemory();
 
-  const Source source(value);
+  const ValueTable source(value);
   source.Check(block.area.Rows(), block.area.Columns());
   FormatWishes wishes;
   const auto write_columns = [&](std::int32_t first, std::int32_t last, const StyleGrid::Rows& styles) {

@@ -3,7 +3,7 @@
 #include "adapters/workbook/objects/shapes_object.h"
 #include "adapters/workbook/rules.h"
 #include "adapters/workbook/sheet_name.h"
-#include "spreadsheet/address.h"
+#include "spreadsheet/area_rules.h"
 #include "spreadsheet/errors.h"
 
 namespace mirelo::workbook {
@@ -11,18 +11,6 @@ namespace mirelo::workbook {
 namespace {
 
 using View = RangeObject::View;
-
-Area AreaAt(std::string_view address) {
-  const auto area = ParseAddress(address);
-  if (!area) throw Refused("\"" + std::string(address) + "\" is no address of cells.");
-  return *area;
-}
-
-// "5" stands for "5:5", "B" for "B:B".
-Area BandAt(std::string_view text) {
-  if (text.find(':') != std::string_view::npos) return AreaAt(text);
-  return AreaAt(std::string(text) + ":" + std::string(text));
-}
 
 }  // namespace
 
@@ -76,15 +64,11 @@ WorksheetObject::RangePtr WorksheetObject::Rows() { return At(Area::Sheet(), Vie
 WorksheetObject::RangePtr WorksheetObject::Columns() { return At(Area::Sheet(), View::Columns); }
 
 WorksheetObject::RangePtr WorksheetObject::Rows(std::string_view rows) {
-  const Area area = BandAt(rows);
-  if (!area.IsWholeRows()) throw Refused("\"" + std::string(rows) + "\" names no rows.");
-  return At(area, View::Rows);
+  return At(RowsAt(rows), View::Rows);
 }
 
 WorksheetObject::RangePtr WorksheetObject::Columns(std::string_view columns) {
-  const Area area = BandAt(columns);
-  if (!area.IsWholeColumns()) throw Refused("\"" + std::string(columns) + "\" names no columns.");
-  return At(area, View::Columns);
+  return At(ColumnsAt(columns), View::Columns);
 }
 
 }  // namespace mirelo::workbook

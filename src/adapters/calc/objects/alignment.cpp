@@ -1,0 +1,59 @@
+#include "adapters/calc/objects/alignment.h"
+
+#include <array>
+#include <com/sun/star/table/CellJustifyMethod.hpp>
+
+#include "host/excel/constants.h"
+#include "spreadsheet/errors.h"
+
+namespace mirelo::calc {
+
+using namespace host::excel;
+using namespace css::table;
+
+namespace {
+
+struct AlignmentRow {
+  std::int32_t alignment;
+  OfficeAlignment in_office;
+};
+
+// Of those that are the same in the office the first one is read.
+constexpr std::array kAlignments{
+    AlignmentRow{xlHAlignGeneral, {CellHoriJustify_STANDARD, CellJustifyMethod::AUTO}},
+    AlignmentRow{xlHAlignLeft, {CellHoriJustify_LEFT, CellJustifyMethod::AUTO}},
+    AlignmentRow{xlHAlignCenter, {CellHoriJustify_CENTER, CellJustifyMethod::AUTO}},
+    AlignmentRow{xlHAlignCenterAcrossSelection, {CellHoriJustify_CENTER, CellJustifyMethod::AUTO}},
+    AlignmentRow{xlHAlignRight, {CellHoriJustify_RIGHT, CellJustifyMethod::AUTO}},
+    AlignmentRow{xlHAlignFill, {CellHoriJustify_REPEAT, CellJustifyMethod::AUTO}},
+    AlignmentRow{xlHAlignJustify, {CellHoriJustify_BLOCK, CellJustifyMethod::AUTO}},
+    AlignmentRow{xlHAlignDistributed, {CellHoriJustify_BLOCK, CellJustifyMethod::DISTRIBUTE}},
+};
+
+}  // namespace
+
+OfficeAlignment AlignmentInOffice(std::int32_t alignment) {
+  for (const AlignmentRow& row : kAlignments) {
+    if (row.alignment == alignment) return row.in_office;
+  }
+  throw spreadsheet::Refused("This is no horizontal alignment.");
+}
+
+void Align(const Properties& cells, const OfficeAlignment& alignment) {
+  cells.Set("HoriJustify", alignment.justify);
+  cells.Set("HoriJustifyMethod", alignment.method);
+}
+
+Variant AlignmentOf(const Properties& cells) {
+  const auto justify = cells.Common<CellHoriJustify>("HoriJustify");
+  if (!justify) return {};
+  const auto method = *justify == CellHoriJustify_BLOCK
+                          ? cells.Get("HoriJustifyMethod", CellJustifyMethod::AUTO)
+                          : CellJustifyMethod::AUTO;
+  for (const AlignmentRow& row : kAlignments) {
+    if (row.in_office.justify == *justify && row.in_office.method == method) return row.alignment;
+  }
+  return std::int32_t{xlHAlignGeneral};
+}
+
+}  // namespace mirelo::calc

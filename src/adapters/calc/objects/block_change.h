@@ -1,0 +1,23 @@
+#pragma once
+
+#include <utility>
+
+#include "adapters/calc/objects/cell_block.h"
+#include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/undo_aside.h"
+
+namespace mirelo::calc {
+
+// Runs what changes cells of a block, which the person's undo list is not told of. Error 1004 where the
+// person allows no change, and for what the office raises.
+template <class Body>
+void ChangeCells(const CellBlock& block, Body&& body) {
+  Document& document = block.document();
+  document.Ask([&] {
+    block.CheckNotProtected();
+    const UndoAside aside(document.Steps());
+    std::forward<Body>(body)();
+  });
+}
+
+}  // namespace mirelo::calc

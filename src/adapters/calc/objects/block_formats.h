@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "adapters/calc/objects/cell_block.h"
+#include "adapters/calc/objects/number_formats.h"
+
+namespace mirelo::calc {
+
+// The number formats of a block's cells, asked for as few times as they differ: for all cells at once, else
+// by columns, else cell by cell.
+class BlockFormats {
+ public:
+  explicit BlockFormats(const CellBlock& block);
+
+  const NumberFormats::Format& At(std::int32_t row, std::int32_t column) const;
+
+ private:
+  CellBlock block_;
+  const NumberFormats::Format* all_ = nullptr;
+  std::vector<const NumberFormats::Format*> columns_;  // null where the cells differ
+};
+
+}  // namespace mirelo::calc

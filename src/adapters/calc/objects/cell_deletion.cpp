@@ -1,0 +1,42 @@
+#include "adapters/calc/objects/cell_deletion.h"
+
+#include <com/sun/star/sheet/CellDeleteMode.hpp>
+#include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangeMovement.hpp>
+#include <com/sun/star/sheet/XSheetOperation.hpp>
+
+#include "adapters/calc/objects/comment_object.h"
+#include "adapters/calc/objects/document.h"
+
+namespace mirelo::calc {
+
+namespace flags = css::sheet::CellFlags;
+
+namespace {
+
+constexpr sal_Int32 kContents = flags::VALUE | flags::DATETIME | flags::STRING | flags::FORMULA;
+constexpr sal_Int32 kFormats = flags::HARDATTR | flags::STYLES | flags::EDITATTR | flags::FORMATTED;
+
+void ClearFlags(const CellBlock& block, sal_Int32 what) {
+  As<css::sheet::XSheetOperation>(block.Cells())->clearContents(what);
+}
+
+}  // namespace
+
+void ClearCellContents(const CellBlock& block) { ClearFlags(block, kContents); }
+
+void ClearCells(const CellBlock& block) {
+  ClearComments(block);
+  ClearFlags(block, kContents | kFormats);
+}
+
+void DeleteCells(const CellBlock& block) {
+  ForgetStepsWithCommentsOf(block);
+  const auto mode =
+      block.area.IsWholeRows() ? css::sheet::CellDeleteMode_ROWS : css::sheet::CellDeleteMode_UP;
+  As<css::sheet::XCellRangeMovement>(block.sheet->Get())
+      ->removeRange(As<css::sheet::XCellRangeAddressable>(block.Cells())->getRangeAddress(), mode);
+}
+
+}  // namespace mirelo::calc

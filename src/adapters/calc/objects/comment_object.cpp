@@ -1,0 +1,82 @@
+#include "adapters/calc/objects/comment_object.h"
+
+#include <com/sun/star/awt/Size.hpp>
+#include <com/sun/star/drawing/XShape.hpp>
+#include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCellAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangesQuery.hpp>
+#include <com/sun/star/sheet/XSheetAnnotation.hpp>
+#include <com/sun/star/sheet/XSheetAnnotationAnchor.hpp>
+#include <com/sun/star/sheet/XSheetAnnotationShapeSupplier.hpp>
+#include <com/sun/star/sheet/XSheetAnnotations.hpp>
+#include <com/sun/star/sheet/XSheetAnnotationsSupplier.hpp>
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
+#include <com/sun/star/sheet/XSheetOperation.hpp>
+#include <com/sun/star/text/XSimpleText.hpp>
+
+#include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/floating_objects.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/text_units.h"
+
+namespace mirelo::calc {
+
+using namespace spreadsheet;
+
+namespace {
+
+// 96 by 55.5 points.
+const css::awt::Size kBoxSize(3387, 1958);
+
+std::string NoteOn(const CellBlock& cell) {
+  const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell.FirstCell())->getAnnotation();
+  return note.is() ? TextOf(As<css::text::XSimpleText>(note)->getString()) : std::string();
+}
+
+bool HasComments(const CellBlock& block) {
+  const auto found =
+      As<css::sheet::XCellRangesQuery>(block.Cells())->queryContentCells(css::sheet::CellFlags::ANNOTATION);
+  return found->getRangeAddresses().hasElements();
+}
+
+}  // namespace
+
+std::string CommentObject::Text() {
+  return cell_.document().Ask([&] {
+    std::string text = NoteOn(cell_);
+    if (text.empty()) throw Refused("This comment is no longer there.");
+    return text;
+  });
+}
+
+std::shared_ptr<host::excel::Shape> CommentObject::Shape() {
+  return cell_.document().Ask([&] { return CommentBoxOf(cell_); });
+}
+
+std::shared_ptr<host::excel::Comment> CommentOf(const CellBlock& cell) {
+  return NoteOn(cell).empty() ? nullptr : std::make_shared<CommentObject>(cell);
+}
+
+std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::string_view text) {
+  if (CommentOf(cell) != nullptr) throw Refused("This cell has a comment already.");
+  if (Utf16Length(text) > kLongestText) throw Refused("The comment is longer than 32767 characters.");
+  const auto address = As<css::sheet::XCellAddressable>(cell.FirstCell())->getCellAddress();
+  As<css::sheet::XSheetAnnotationsSupplier>(cell.sheet->Get())
+      ->getAnnotations()
+      ->insertNew(address, OfficeText(text.empty() ? " " : CleanText(text)));
+  const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell.FirstCell())->getAnnotation();
+  As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape()->setSize(kBoxSize);
+  return std::make_shared<CommentObject>(cell);
+}
+
+void ClearComments(const CellBlock& block) {
+  if (!HasComments(block)) return;
+  block.document().ForgetSteps();
+  As<css::sheet::XSheetOperation>(block.Cells())->clearContents(css::sheet::CellFlags::ANNOTATION);
+}
+
+void ForgetStepsWithCommentsOf(const CellBlock& block) {
+  if (HasComments(block)) block.document().ForgetSteps();
+}
+
+}  // namespace mirelo::calc

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <atomic>
+#include <com/sun/star/document/XUndoManager.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <com/sun/star/util/XCloseListener.hpp>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "adapters/calc/objects/errors.h"
+#include "adapters/calc/objects/interfaces.h"
+
+namespace mirelo::calc {
+
+class DocumentCharts;
+class DocumentSheet;
+class Front;
+class NumberFormats;
+
+// A document that is open in the office, with what its objects share. A person works in it meanwhile: sheets
+// are renamed, moved and deleted, and the document is closed, at any time.
+//
+// The person's undo list holds the person's steps. What is written here is kept out of it (StepsAside), and
+// undoing a step puts back what stood at those addresses before that step. Where a step could no longer be
+// undone safely, since sheets have got other numbers or a drawing that it holds is gone, the list is emptied
+// (ForgetSteps).
+class Document : public std::enable_shared_from_this<Document> {
+ public:
+  using Context = Reference<css::uno::XComponentContext>;
+  using Uno = Reference<css::sheet::XSpreadsheetDocument>;
+
+  // `gone` is called once, when the document is closed while this one lives; on the office's own thread.
+  static std::shared_ptr<Document> Of(const Context& context, const Uno& uno, std::function<void()> gone);
+  ~Document();
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+
+  // Runs what asks the office. What the office raises becomes error 1004, and all is that once the document
+  // was closed.
+  template <class Body>
+  decltype(auto) Ask(Body&& body) const {
+    if (is_gone_) throw DocumentGone();
+    try {
+      return std::forward<Body>(body)();
+    } catch (const css::lang::DisposedException&) {
+      throw DocumentGone();
+    } catch (const css::uno::Exception& failure) {
+      if (is_gone_) throw DocumentGone();
+      throw Failed(failure);
+    }
+  }
+
+  // The rest is called within Ask.
+
+  const Context& OfficeContext() const { return context_; }
+  const Uno& uno() const { return uno_; }
+  const Reference<css::frame::XModel>& Model() const { return model_; }
+  // The folder's part left out; empty while there is no file.
+  std::string FileName() const;
+
+  // In the order of their tabs, hidden ones included.
+  std::vector<std::shared_ptr<DocumentSheet>> Sheets();
+  // By name without regard to case. Null when none bears it.
+  std::shared_ptr<DocumentSheet> Find(std::string_view name);
+  std::shared_ptr<DocumentSheet> SheetOf(const Reference<css::sheet::XSpreadsheet>& uno);
+  // A new one in front of the one in front, which it becomes.
+  std::shared_ptr<DocumentSheet> AddSheet(std::string_view name);
+
+  NumberFormats& Formats() { return *formats_; }
+  calc::Front& Front() { return *front_; }
+  // What is kept of its charts; null at first.
+  std::shared_ptr<DocumentCharts>& Charts() { return charts_; }
+
+  const Reference<css::document::XUndoManager>& Steps() const { return steps_; }
+  void ForgetSteps() const;
+
+  // Raise what a person has to be told.
+  void CheckNotOnlyForReading() const;
+  void CheckStructure() const;
+
+ private:
+  class Closing;
+
+  Document(Context context, Uno uno);
+  void BecomeGone();
+
+  const Context context_;
+  const Uno uno_;
+  const Reference<css::frame::XModel> model_;
+  const Reference<css::document::XUndoManager> steps_;
+  Reference<css::util::XCloseListener> closing_;
+  std::function<void()> gone_;
+  std::atomic<bool> is_gone_ = false;
+  std::vector<std::unique_ptr<DocumentSheet>> known_;
+  std::unique_ptr<NumberFormats> formats_;
+  std::unique_ptr<calc::Front> front_;
+  std::shared_ptr<DocumentCharts> charts_;
+};
+
+}  // namespace mirelo::calc

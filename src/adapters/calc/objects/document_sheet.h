@@ -1,0 +1,58 @@
+#pragma once
+
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/drawing/XDrawPage.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "adapters/calc/objects/interfaces.h"
+
+namespace mirelo::calc {
+
+class Document;
+
+// The page of a sheet's drawings.
+Reference<css::drawing::XDrawPage> PageOf(const Reference<css::sheet::XSpreadsheet>& sheet);
+
+// A sheet of an open document, whatever the person calls it and wherever they move it. There is one object
+// for each sheet that was ever asked for; it belongs to its document, which lives as long as somebody holds
+// one of its sheets. Called within Document::Ask.
+//
+// The office's own objects of a sheet stand for another one once theirs was deleted, without a word. So what
+// tells a sheet is the page of its drawings, and it is looked at whenever the sheet does not bear the name
+// that it had at the last look.
+class DocumentSheet {
+ public:
+  DocumentSheet(Document& document, const Reference<css::sheet::XSpreadsheet>& uno,
+                Reference<css::drawing::XDrawPage> page);
+
+  Document& document() const { return document_; }
+
+  // The sheet as it is now, good for this call alone. Error 1004 when it was deleted.
+  const Reference<css::sheet::XSpreadsheet>& Get();
+  const Reference<css::drawing::XDrawPage>& Page() const { return page_; }
+
+  std::string Name();
+  // What Sheet::Name allows; error 1004 otherwise.
+  void Rename(std::string_view name);
+  // The place among the tabs, from 1.
+  std::int32_t Index();
+  bool IsHidden();
+
+  bool IsProtected();
+
+ private:
+  std::string Mark() const;
+  void LookUp();
+
+  Document& document_;
+  const Reference<css::drawing::XDrawPage> page_;
+  Reference<css::sheet::XSpreadsheet> uno_;
+  Reference<css::beans::XPropertySet> properties_;
+  std::string mark_;  // its name and size, as the office writes them
+  std::string name_;
+};
+
+}  // namespace mirelo::calc

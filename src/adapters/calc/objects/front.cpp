@@ -1,0 +1,115 @@
+#include "adapters/calc/objects/front.h"
+
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
+#include <utility>
+
+#include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/errors.h"
+
+namespace mirelo::calc {
+
+using spreadsheet::Area;
+
+namespace {
+
+void SelectIn(const Reference<css::sheet::XSpreadsheetView>& view, const Any& selected) {
+  As<css::view::XSelectionSupplier>(view)->select(selected);
+}
+
+}  // namespace
+
+Reference<css::sheet::XSpreadsheetView> Front::View() const {
+  return IfAs<css::sheet::XSpreadsheetView>(document_.Model()->getCurrentController());
+}
+
+void Front::Hold() {
+  if (held_) return;
+  DocumentSheet& shown = Shown();
+  held_ = Held{&shown, &shown, {}};
+}
+
+void Front::LetGo() {
+  if (!held_) return;
+  const Held held = *std::exchange(held_, std::nullopt);
+  if (held.sheet != held.at_first) Show(*held.sheet);
+  const auto selected = held.selections.find(held.sheet);
+  if (selected == held.selections.end() || &Shown() != held.sheet) return;
+  const auto& [cells, shape] = selected->second;
+  if (shape.is()) return Select(*held.sheet, shape);
+  if (const Selection now = ShownSelection(); now.shape.is() || now.cells != cells)
+    Select(CellBlock{document_.SheetOf(held.sheet->Get()), cells});
+}
+
+std::shared_ptr<DocumentSheet> Front::Sheet() {
+  return document_.SheetOf((held_ ? *held_->sheet : Shown()).Get());
+}
+
+void Front::Show(DocumentSheet& sheet) {
+  chart_.reset();
+  if (held_) {
+    held_->sheet = &sheet;
+    return;
+  }
+  if (const auto view = View(); view.is()) view->setActiveSheet(sheet.Get());
+}
+
+std::shared_ptr<host::excel::Sheet> Front::ChartSheet() {
+  if (chart_ != nullptr && !held_ && &Shown() != below_chart_) chart_.reset();
+  return chart_;
+}
+
+void Front::ShowChartSheet(std::shared_ptr<host::excel::Sheet> chart) {
+  below_chart_ = held_ ? held_->sheet : &Shown();
+  chart_ = std::move(chart);
+}
+
+Area Front::SelectedCells() { return Selected().cells; }
+Reference<css::drawing::XShape> Front::SelectedShape() { return Selected().shape; }
+
+void Front::Select(const CellBlock& cells) {
+  if (held_) {
+    held_->selections[cells.sheet.get()] = {cells.area, {}};
+    return;
+  }
+  if (const auto view = View(); view.is()) SelectIn(view, Any(cells.Cells()));
+}
+
+void Front::Select(DocumentSheet& sheet, const Reference<css::drawing::XShape>& shape) {
+  Show(sheet);
+  if (held_) {
+    held_->selections[&sheet].shape = shape;
+    return;
+  }
+  if (const auto view = View(); view.is()) SelectIn(view, Any(shape));
+}
+
+Front::Selection Front::Selected() {
+  if (!held_) return ShownSelection();
+  const auto selected = held_->selections.find(held_->sheet);
+  if (selected != held_->selections.end()) return selected->second;
+  return held_->sheet == &Shown() ? ShownSelection() : Selection();
+}
+
+DocumentSheet& Front::Shown() const {
+  if (const auto view = View(); view.is()) return *document_.SheetOf(view->getActiveSheet());
+  return *document_.Sheets().front();
+}
+
+Front::Selection Front::ShownSelection() const {
+  const auto view = View();
+  if (!view.is()) return {};
+  const Any selected = As<css::view::XSelectionSupplier>(view)->getSelection();
+  if (const auto shapes = IfAs<css::container::XIndexAccess>(selected);
+      shapes.is() && shapes->getCount() > 0) {
+    if (const auto shape = IfAs<css::drawing::XShape>(shapes->getByIndex(0)); shape.is())
+      return {Area::Cell(1, 1), shape};
+  }
+  const auto cells = IfAs<css::sheet::XCellRangeAddressable>(selected);
+  if (!cells.is()) return {};
+  const auto address = cells->getRangeAddress();
+  return {{address.StartRow + 1, address.StartColumn + 1, address.EndRow + 1, address.EndColumn + 1}, {}};
+}
+
+}  // namespace mirelo::calc

@@ -1,0 +1,246 @@
+#include "adapters/calc/objects/range_object.h"
+
+#include <com/sun/star/awt/Point.hpp>
+#include <com/sun/star/awt/Size.hpp>
+#include <com/sun/star/text/XTextRange.hpp>
+#include <limits>
+
+#include "adapters/calc/objects/alignment.h"
+#include "adapters/calc/objects/block_change.h"
+#include "adapters/calc/objects/border_lines.h"
+#include "adapters/calc/objects/cell_deletion.h"
+#include "adapters/calc/objects/cell_search.h"
+#include "adapters/calc/objects/column_widths.h"
+#include "adapters/calc/objects/comment_object.h"
+#include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/font_object.h"
+#include "adapters/calc/objects/front.h"
+#include "adapters/calc/objects/interior_object.h"
+#include "adapters/calc/objects/number_formats.h"
+#include "adapters/calc/objects/range_value.h"
+#include "adapters/calc/objects/used_area.h"
+#include "adapters/calc/objects/worksheet_object.h"
+#include "spreadsheet/address.h"
+#include "spreadsheet/area_rules.h"
+#include "spreadsheet/border_object.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/format_code.h"
+
+namespace mirelo::calc {
+
+using namespace host::excel;
+using namespace spreadsheet;
+
+namespace {
+
+constexpr double kHundredthsOfMillimetresPerPoint = 2540.0 / 72;
+
+double Points(sal_Int32 hundredths_of_millimetres) {
+  return hundredths_of_millimetres / kHundredthsOfMillimetresPerPoint;
+}
+
+}  // namespace
+
+std::shared_ptr<Range> RangeOf(CellBlock block, RangeObject::View view) {
+  return std::make_shared<RangeObject>(std::move(block), view);
+}
+
+template <class Body>
+decltype(auto) RangeObject::Ask(Body&& body) const {
+  return block_.document().Ask(std::forward<Body>(body));
+}
+
+template <class Body>
+void RangeObject::Change(Body&& body) const {
+  ChangeCells(block_, std::forward<Body>(body));
+}
+
+RangeObject::RangePtr RangeObject::At(const Area& area, View view) const {
+  return RangeOf(block_.At(area), view);
+}
+
+Variant RangeObject::Value() {
+  return Ask([&] { return ReadValue(block_); });
+}
+void RangeObject::Value(const Variant& value) { WriteValue(block_, value); }
+
+std::string RangeObject::Text() {
+  return Ask([&] { return TextOf(As<css::text::XTextRange>(block_.FirstCell())->getString()); });
+}
+
+RangeObject::RangePtr RangeObject::Cells() { return At(block_.area); }
+
+RangeObject::RangePtr RangeObject::Cells(std::int32_t row, std::int32_t column) { return Item(row, column); }
+
+RangeObject::RangePtr RangeObject::Item(std::int32_t row, std::int32_t column) {
+  return At(AreaOf(std::int64_t{Row()} + row - 1, std::int64_t{Column()} + column - 1, 1, 1));
+}
+
+RangeObject::RangePtr RangeObject::Item(std::int32_t index) {
+  const Area& area = block_.area;
+  const std::int64_t offset = std::int64_t{index} - 1;
+  if (view_ == View::Rows) return At(AreaOf(Row() + offset, Column(), 1, area.Columns()), view_);
+  if (view_ == View::Columns) return At(AreaOf(Row(), Column() + offset, area.Rows(), 1), view_);
+  return At(CellByNumber(area, index));
+}
+
+RangeObject::RangePtr RangeObject::Resize(std::int32_t rows, std::int32_t columns) {
+  return At(AreaOf(Row(), Column(), rows, columns));
+}
+
+RangeObject::RangePtr RangeObject::Rows() { return At(block_.area, View::Rows); }
+RangeObject::RangePtr RangeObject::Columns() { return At(block_.area, View::Columns); }
+
+std::int32_t RangeObject::Count() {
+  if (view_ == View::Rows) return block_.area.Rows();
+  if (view_ == View::Columns) return block_.area.Columns();
+  const std::int64_t count = block_.area.Cells();
+  if (count > std::numeric_limits<std::int32_t>::max()) throw Errors::Overflow();
+  return static_cast<std::int32_t>(count);
+}
+
+std::string RangeObject::Address(bool row_absolute, bool column_absolute) {
+  return AddressText(block_.area, row_absolute, column_absolute);
+}
+
+std::shared_ptr<Worksheet> RangeObject::Worksheet() {
+  return std::make_shared<WorksheetObject>(block_.sheet);
+}
+
+RangeObject::RangePtr RangeObject::End(XlDirection direction) {
+  const CellPlace end = Ask([&] { return EndFrom(block_, direction); });
+  return At(Area::Cell(end.row, end.column));
+}
+
+RangeObject::RangePtr RangeObject::SpecialCells(XlCellType type) {
+  if (type != xlCellTypeLastCell) throw Refused("Only the last cell can be asked for.");
+  const Area used = Ask([&] { return UsedOrFormattedArea(*block_.sheet); });
+  return At(Area::Cell(used.last_row, used.last_column));
+}
+
+RangeObject::RangePtr RangeObject::Find(std::string_view what, Range& after, XlSearchOrder order,
+                                        XlSearchDirection direction) {
+  const auto* start = dynamic_cast<const RangeObject*>(&after);
+  const bool is_cell_of_this = start != nullptr && start->block_.sheet == block_.sheet &&
+                               start->block_.area.Cells() == 1 &&
+                               block_.area.Holds(after.Row(), after.Column());
+  if (!is_cell_of_this) throw Refused("A search begins at one cell of its range.");
+  const auto found = Ask([&] {
+    return FindCell(block_, what, {start->block_.area.first_row, start->block_.area.first_column}, order,
+                    direction);
+  });
+  return found ? At(Area::Cell(found->row, found->column)) : nullptr;
+}
+
+void RangeObject::Select() {
+  Ask([&] {
+    calc::Front& front = block_.document().Front();
+    if (front.ChartSheet() != nullptr || front.Sheet() != block_.sheet)
+      throw Refused("Only cells of the sheet in front can be selected.");
+    front.Select(block_);
+  });
+}
+
+double RangeObject::Left() {
+  return Ask([&] { return Points(block_.Properties().Get("Position", css::awt::Point()).X); });
+}
+double RangeObject::Top() {
+  return Ask([&] { return Points(block_.Properties().Get("Position", css::awt::Point()).Y); });
+}
+double RangeObject::Width() {
+  return Ask([&] { return Points(block_.Properties().Get("Size", css::awt::Size()).Width); });
+}
+double RangeObject::Height() {
+  return Ask([&] { return Points(block_.Properties().Get("Size", css::awt::Size()).Height); });
+}
+
+RangeObject::RangePtr RangeObject::EntireColumn() {
+  return At({1, block_.area.first_column, kRows, block_.area.last_column}, View::Columns);
+}
+
+RangeObject::RangePtr RangeObject::EntireRow() {
+  return At({block_.area.first_row, 1, block_.area.last_row, kColumns}, View::Rows);
+}
+
+Variant RangeObject::ColumnWidth() {
+  return Ask([&] { return DigitsOfColumns(block_); });
+}
+
+void RangeObject::ColumnWidth(double digits) {
+  if (!(digits >= 0 && digits <= 255)) throw Refused("A column is 0 to 255 digits wide.");
+  Change([&] { SetDigitsOfColumns(block_, digits); });
+}
+
+void RangeObject::AutoFit() {
+  if (view_ != View::Columns && !block_.area.IsWholeColumns())
+    throw Refused("Only columns can be fitted to texts.");
+  Change([&] { FitColumns(block_); });
+}
+
+void RangeObject::Clear() {
+  Change([&] { ClearCells(block_); });
+}
+
+void RangeObject::ClearContents() {
+  Change([&] { ClearCellContents(block_); });
+}
+
+void RangeObject::Delete(XlDeleteShiftDirection shift) {
+  if (shift != xlShiftUp) throw Refused("Cells can only move up.");
+  if (block_.area.IsWholeColumns() && !block_.area.IsWholeRows())
+    throw Refused("Whole columns have no cells below them.");
+  Change([&] { DeleteCells(block_); });
+}
+
+std::shared_ptr<host::excel::Comment> RangeObject::Comment() {
+  return Ask([&] { return CommentOf(block_.At(Area::Cell(Row(), Column()))); });
+}
+
+std::shared_ptr<host::excel::Comment> RangeObject::AddComment(std::string_view text) {
+  if (block_.area.Cells() != 1) throw Refused("A comment is laid on one cell at a time.");
+  std::shared_ptr<host::excel::Comment> comment;
+  Change([&] { comment = LayComment(block_, text); });
+  return comment;
+}
+
+void RangeObject::ClearComments() {
+  Change([&] { calc::ClearComments(block_); });
+}
+
+Variant RangeObject::NumberFormat() {
+  return Ask([&]() -> Variant {
+    const auto key = block_.Properties().Common<sal_Int32>("NumberFormat");
+    return key ? Variant(block_.document().Formats().Of(*key).code) : Variant();
+  });
+}
+
+void RangeObject::NumberFormat(std::string_view format) {
+  if (!IsFormatCode(format)) throw Refused("\"" + std::string(format) + "\" is no number format.");
+  Change([&] { block_.Properties().Set("NumberFormat", block_.document().Formats().Key(format)); });
+}
+
+Variant RangeObject::HorizontalAlignment() {
+  return Ask([&] { return AlignmentOf(block_.Properties()); });
+}
+
+void RangeObject::HorizontalAlignment(std::int32_t alignment) {
+  const OfficeAlignment known = AlignmentInOffice(alignment);
+  Change([&] { Align(block_.Properties(), known); });
+}
+
+std::shared_ptr<Font> RangeObject::Font() { return std::make_shared<FontObject>(block_); }
+std::shared_ptr<Interior> RangeObject::Interior() { return std::make_shared<InteriorObject>(block_); }
+
+std::shared_ptr<Border> RangeObject::Borders(XlBordersIndex index) {
+  return std::make_shared<BorderObject<BorderLines>>(BorderLines(block_, index));
+}
+
+std::shared_ptr<FormatConditions> RangeObject::FormatConditions() {
+  throw Refused("Conditional formats cannot be reached in LibreOffice yet.");
+}
+
+std::shared_ptr<DisplayFormat> RangeObject::DisplayFormat() {
+  throw Refused("Conditional formats cannot be reached in LibreOffice yet.");
+}
+
+}  // namespace mirelo::calc
