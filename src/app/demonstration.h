@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 #include "app/options.h"
 #include "app/session.h"
 #include "app/stand_in.h"
@@ -19,6 +21,10 @@ class Demonstration {
   GlobalOptions Options(GlobalOptions given) const;
   // Has the session use the stand-in.
   void Prepare(Session& session) const;
+  // The same for one in another process: where its settings and credentials are to be, and the ports.
+  const std::filesystem::path& Folder() const { return folder_.Path(); }
+  int HttpPort() const { return stand_in_.HttpPort(); }
+  int StreamPort() const { return stand_in_.StreamPort(); }
   // What is done in the settings dialog, where it isn't wished otherwise: six tickers are streamed, each with
   // a vertical table and charts.
   DialogWishes Wishes(DialogWishes given) const;

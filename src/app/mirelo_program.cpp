@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "app/commands/calc_command.h"
 #include "app/commands/credentials_command.h"
 #include "app/commands/dialog_command.h"
 #include "app/commands/export_command.h"
@@ -57,6 +58,7 @@ struct MireloProgram::Commands {
   GlobalOptions global;
   std::unique_ptr<CLI::App> program = WithoutCommands(global);
   RunCommand run{*program, global};
+  CalcCommand calc{*program, global};
   DialogCommand dialog{*program, global};
   OpenCommand open{*program, global};
   GoCommand go{*program, global};
@@ -76,15 +78,15 @@ MireloProgram::~MireloProgram() = default;
 CLI::App& MireloProgram::tree() { return *commands_->program; }
 
 int MireloProgram::Run(int argc, char** argv) {
-  auto& [global, program, run, dialog, open, go, quotes, stream, show, exported, sources, list, settings,
-         credentials] = *commands_;
+  auto& [global, program, run, calc, dialog, open, go, quotes, stream, show, exported, sources, list,
+         settings, credentials] = *commands_;
   global.words.assign(argv + 1, argv + argc);
   try {
     program->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return EndParsing(*program, error);
   }
-  return RunChosen(run, dialog, open, go, quotes, stream, show, exported, sources, list, settings,
+  return RunChosen(run, calc, dialog, open, go, quotes, stream, show, exported, sources, list, settings,
                    credentials);
 }
 

@@ -122,9 +122,9 @@ class StreamFeed {
   bool login_pending_ = false;      // its result is told once a connection
   bool streaming_pending_ = false;  // the same of the acceptance of the streamer
   bool streaming_ = false;
-  bool taking_ = false;             // quotes are being handed on
-  bool took_ = false;               // quotes, since the last sweep
-  bool handed_on_ = false;          // quotes, since it last rested
+  bool taking_ = false;     // quotes are being handed on
+  bool took_ = false;       // quotes, since the last sweep
+  bool handed_on_ = false;  // quotes, since it last rested
   bool told_unasked_ = false;
   std::set<std::string> told_failures_;
   std::set<std::string> told_of_nothing_;  // tickers of which it was told that there is no quote

@@ -87,6 +87,7 @@ void OfficeDay::Start(const Document& document) {
   day_ = std::make_shared<DocumentDay>(machine_, document, SpreadsheetOf(context_, document));
   phase_ = Phase::kRunning;
   day_->Closing.Subscribe([this] { End(""); });
+  day_->day().Status.Subscribe([this](const std::string& text) { Told.Raise(text); });
   day_->day().Over.Subscribe([this] { EndLater(); });
   machine_.take_failure = [this](const std::exception_ptr& failure) {
     day_->day().TakeFailure(failure);
@@ -166,8 +167,8 @@ void OfficeDay::End(const std::string& why) {
   machine_.take_failure = nullptr;
   for (auto* const timer : {&telling_, &ending_}) machine_.loop().StopTimer(std::exchange(*timer, 0));
   machine_.host().HangUp();
-  const std::string title = TitleOf(ended->document());
   last_ = ended->day().Came().Text();
+  last_count_ = ended->day().Came().Count();
   try {
     ended->Abandon();
   } catch (...) {

@@ -47,11 +47,15 @@ class OfficeDay {
 
   // For the status bar of the document's windows; empty while it has no day.
   std::string StatusLine(const Document& document) const;
+  // How many quotes came on the day that ended last.
+  std::int64_t LastCount() const { return last_count_; }
   // All that is known, in sentences.
   std::string Report() const;
 
   // Whether it is busy or running, or a status line.
   Event<> Changed;
+  // A line for a person, from the day.
+  Event<const std::string&> Told;
   // A day has ended: why, where that was a failure, otherwise an empty text.
   Event<const std::string&> Ended;
 
@@ -74,7 +78,8 @@ class OfficeDay {
   std::shared_ptr<DocumentDay> day_;
   // Days that are over, as long as some of their calls are under way.
   std::vector<std::shared_ptr<DocumentDay>> past_;
-  std::string last_;  // what was told last
+  std::string last_;  // of the day that ended last, for a person
+  std::int64_t last_count_ = 0;
   host::MessageLoop::Token telling_ = 0;
   host::MessageLoop::Token ending_ = 0;
   host::MessageLoop::Token sweeping_ = 0;

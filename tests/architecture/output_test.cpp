@@ -56,6 +56,7 @@ std::string WayPastIn(const std::string& line) {
 // These give the streams of a child another end.
 const std::set<std::pair<fs::path, std::string>> kChildren{
     {"app/child_process.cpp", "STDOUT_FILENO"},
+    {"app/calc/office_process.cpp", "STDOUT_FILENO"},
     {"adapters/qt/application.cpp", "STDOUT_FILENO"},
     {"adapters/qt/application.cpp", "STDERR_FILENO"},
     {"adapters/workbook/process_copy.cpp", "stderr"},

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "app/duration.h"
 #include "app/watch_lists.h"
 #include "app/workbook/also_files.h"
 #include "app/workbook/spreadsheet_program.h"
@@ -49,6 +50,16 @@ inline CLI::Validator IsWorkbookName() {
 // A file that quotes can be kept in beside a workbook.
 inline CLI::Validator IsAlsoFile() {
   return CLI::Validator([](const std::string& file) { return WhyNoAlsoFile(file); }, "");
+}
+
+// A time, as ParseDuration reads it.
+inline CLI::Validator IsDuration() {
+  return CLI::Validator(
+      [](const std::string& text) {
+        return ParseDuration(text) ? std::string()
+                                   : "\"" + text + "\" is no duration; write 20s, 90m or 8h30m";
+      },
+      "");
 }
 
 // A format of days, months and years alone. With a time in it each second would be another date, and

@@ -70,15 +70,6 @@ class Alarm {
   host::MessageLoop::Token timer_ = 0;
 };
 
-CLI::Validator IsDuration() {
-  return CLI::Validator(
-      [](const std::string& text) {
-        return ParseDuration(text) ? std::string()
-                                   : "\"" + text + "\" is no duration; write 20s, 90m or 8h30m";
-      },
-      "");
-}
-
 }  // namespace
 
 RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {

@@ -1,0 +1,97 @@
+#include "app/calc/office_process.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <string_view>
+
+#include "automation/runtime_error.h"
+#include "terminal/writing_signals.h"
+
+namespace mirelo::app {
+
+namespace {
+
+constexpr int kStandardStreams[] = {STDOUT_FILENO, STDERR_FILENO};
+
+std::vector<char*> Pointers(std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
+  for (std::string& text : texts) pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+std::vector<std::string> Environment(const std::vector<std::string>& others) {
+  std::vector<std::string> all = others;
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    const std::string_view text = *variable;
+    const std::string_view name = text.substr(0, text.find('=') + 1);
+    if (std::ranges::none_of(others, [&](const std::string& other) { return other.starts_with(name); }))
+      all.emplace_back(text);
+  }
+  return all;
+}
+
+// Signals that this program ignores or holds back are its own affair.
+void Prepare(posix_spawnattr_t& attributes) {
+  sigset_t signals;
+  sigemptyset(&signals);
+  ::posix_spawnattr_setsigmask(&attributes, &signals);
+  for (const int signal : terminal::kWritingSignals) sigaddset(&signals, signal);
+  ::posix_spawnattr_setsigdefault(&attributes, &signals);
+  ::posix_spawnattr_setpgroup(&attributes, 0);
+  ::posix_spawnattr_setflags(&attributes,
+                             POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+}
+
+}  // namespace
+
+OfficeProcess::OfficeProcess(const OfficeStart& start) {
+  std::vector<std::string> words{start.program.string()};
+  words.insert(words.end(), start.arguments.begin(), start.arguments.end());
+  std::vector<std::string> variables = Environment(start.variables);
+
+  posix_spawn_file_actions_t actions;
+  ::posix_spawn_file_actions_init(&actions);
+  ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  if (start.line) ::posix_spawn_file_actions_adddup2(&actions, *start.line, *start.line);
+  for (const int stream : kStandardStreams) {
+    if (start.output.empty()) continue;
+    ::posix_spawn_file_actions_addopen(&actions, stream, start.output.c_str(), O_WRONLY | O_CREAT | O_APPEND,
+                                       0600);
+  }
+  posix_spawnattr_t attributes;
+  ::posix_spawnattr_init(&attributes);
+  Prepare(attributes);
+  const int error = ::posix_spawn(&pid_, start.program.c_str(), &actions, &attributes,
+                                  Pointers(words).data(), Pointers(variables).data());
+  ::posix_spawnattr_destroy(&attributes);
+  ::posix_spawn_file_actions_destroy(&actions);
+  if (error != 0)
+    throw RuntimeError(53, "Cannot start " + start.program.string() + ": " + std::strerror(error));
+}
+
+OfficeProcess::~OfficeProcess() { Kill(); }
+
+std::optional<int> OfficeProcess::ExitCode() {
+  int status = 0;
+  if (!exit_code_ && ::waitpid(pid_, &status, WNOHANG) == pid_)
+    exit_code_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  return exit_code_;
+}
+
+void OfficeProcess::Kill() {
+  if (ExitCode()) return;
+  ::kill(-pid_, SIGKILL);  // what it has started as well
+  int status = 0;
+  ::waitpid(pid_, &status, 0);
+  exit_code_ = 128 + SIGKILL;
+}
+
+}  // namespace mirelo::app
