@@ -1,18 +1,12 @@
 #pragma once
 
 #include <com/sun/star/frame/XModel.hpp>
-#include <com/sun/star/util/XCloseListener.hpp>
-#include <exception>
-#include <functional>
+#include <com/sun/star/uno/XComponentContext.hpp>
 #include <memory>
 #include <string>
 
 #include "automation/event.h"
 #include "day/working_day.h"
-
-namespace mirelo::host::excel {
-class Application;
-}
 
 namespace mirelo::libreoffice {
 
@@ -20,39 +14,34 @@ namespace css = com::sun::star;
 
 class Machine;
 
-// The working day in an open document, and what becomes of the document meanwhile.
+// The working day in an open document.
 class DocumentDay {
  public:
+  using Context = css::uno::Reference<css::uno::XComponentContext>;
   using Document = css::uno::Reference<css::frame::XModel>;
 
-  // The machine must outlive the day.
-  DocumentDay(Machine& machine, Document document, std::shared_ptr<host::excel::Application> application);
+  // The machine must outlive the day. Error 5 for a document that is no spreadsheet.
+  DocumentDay(Machine& machine, const Context& context, Document document);
   ~DocumentDay();
   DocumentDay(const DocumentDay&) = delete;
   DocumentDay& operator=(const DocumentDay&) = delete;
 
   // Begins as the settings say. Raises what WorkingDay::Start raises.
   void Start();
-  // Ends, and writes what is left. Raises what keeps it from that.
-  void Stop();
-  // Ends without touching the document.
-  void Abandon();
 
   const Document& document() const { return document_; }
   day::WorkingDay& day() { return day_; }
   // What was told last.
   const std::string& Told() const { return told_; }
-
-  // The document is about to be gone; it must not be touched any more.
-  Event<> Closing;
+  // The document is being closed. It must not be asked for anything any more.
+  Event<>& Closing() { return *closing_; }
 
  private:
   void OnWrote();
-  void Unlisten();
 
   Machine& machine_;
   Document document_;
-  css::uno::Reference<css::util::XCloseListener> listener_;
+  std::shared_ptr<Event<>> closing_ = std::make_shared<Event<>>();  // the document's, too
   day::WorkingDay day_;
   std::string told_;
   bool is_fitted_ = false;

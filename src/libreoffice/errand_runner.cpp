@@ -1,7 +1,7 @@
 #include "libreoffice/errand_runner.h"
 
-#include <osl/file.hxx>
 #include <poll.h>
+#include <osl/file.hxx>
 
 #include <array>
 #include <chrono>
@@ -56,8 +56,7 @@ struct StoredKind {
   const char* ending;
   const char* filter;
 };
-constexpr std::array kStoredKinds{StoredKind{".ods", "calc8"},
-                                  StoredKind{".xlsx", "Calc MS Excel 2007 XML"}};
+constexpr std::array kStoredKinds{StoredKind{".ods", "calc8"}, StoredKind{".xlsx", "Calc MS Excel 2007 XML"}};
 
 rtl::OUString AddressOf(const std::filesystem::path& file) {
   rtl::OUString address;
@@ -125,7 +124,8 @@ void ErrandRunner::Run() {
 
 void ErrandRunner::Open() {
   const Reference<css::frame::XDesktop2> desktop = css::frame::Desktop::create(context_);
-  const rtl::OUString address = errand_.open.empty() ? rtl::OUString("private:factory/scalc") : AddressOf(errand_.open);
+  const rtl::OUString address =
+      errand_.open.empty() ? rtl::OUString("private:factory/scalc") : AddressOf(errand_.open);
   document_.set(desktop->loadComponentFromURL(address, "_blank", 0, Sequence<PropertyValue>()),
                 css::uno::UNO_QUERY);
   if (!document_.is()) throw RuntimeError(75, "LibreOffice cannot open " + errand_.open.string());
@@ -134,7 +134,7 @@ void ErrandRunner::Open() {
 bool ErrandRunner::FillDialog() {
   const std::int32_t result = OfficeDay::Of(context_).ShowSettings(document_);
   if (day::IsCommitted(result)) return true;
-  News news{.kind = News::Kind::kComplaint, .text = "nothing was committed"};
+  News news{.kind = News::Kind::kComplaint, .text = "the dialog was closed without Go"};
   if (const auto& complaint = person_->Complained()) {
     news.text = complaint->text;
     news.is_of_wish = complaint->is_of_wish;

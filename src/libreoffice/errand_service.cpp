@@ -19,8 +19,7 @@ namespace mirelo::libreoffice {
 
 namespace {
 
-class ErrandService final
-    : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
+class ErrandService final : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
  public:
   explicit ErrandService(css::uno::Reference<css::uno::XComponentContext> context)
       : context_(std::move(context)) {}

@@ -1,7 +1,6 @@
 #include "libreoffice/office_day.h"
 
 #include <chrono>
-#include <com/sun/star/lang/XServiceInfo.hpp>
 #include <exception>
 #include <utility>
 
@@ -10,7 +9,6 @@
 #include "host/desktop.h"
 #include "libreoffice/document_day.h"
 #include "libreoffice/machine.h"
-#include "libreoffice/spreadsheet.h"
 #include "uno/errors.h"
 
 namespace mirelo::libreoffice {
@@ -25,11 +23,6 @@ constexpr std::chrono::milliseconds kBetweenSweeps{50};
 constexpr const char* kWhatToDo =
     "What was written stays. If sheets were deleted or renamed, build them again with Settings...; if one is "
     "protected, take its protection off (Tools > Protect Sheet). Then press Start.";
-
-bool IsSpreadsheet(const OfficeDay::Document& document) {
-  const Reference<css::lang::XServiceInfo> service(document, css::uno::UNO_QUERY);
-  return service.is() && service->supportsService("com.sun.star.sheet.SpreadsheetDocument");
-}
 
 // The library's settings and its error handler are there for one facade.
 bool FacadeLives() {
@@ -67,12 +60,12 @@ OfficeDay::OfficeDay(const Reference<css::uno::XComponentContext>& context)
 }
 
 std::int32_t OfficeDay::ShowSettings(const Document& document) {
-  RequireFree(document);
+  RequireFree();
   phase_ = Phase::kDialog;
   Changed.Raise();
   std::int32_t result = 0;
   try {
-    DocumentDay day(machine_, document, SpreadsheetOf(context_, document));
+    DocumentDay day(machine_, context_, document);
     result = day.day().ShowDialog();
   } catch (...) {
     BecomeIdle();
@@ -83,10 +76,12 @@ std::int32_t OfficeDay::ShowSettings(const Document& document) {
 }
 
 void OfficeDay::Start(const Document& document) {
-  RequireFree(document);
-  day_ = std::make_shared<DocumentDay>(machine_, document, SpreadsheetOf(context_, document));
+  RequireFree();
+  day_ = std::make_shared<DocumentDay>(machine_, context_, document);
   phase_ = Phase::kRunning;
-  day_->Closing.Subscribe([this] { End(""); });
+  day_->Closing().Subscribe([this, closing = day_.get()] {
+    if (day_.get() == closing) End("");
+  });
   day_->day().Status.Subscribe([this](const std::string& text) { Told.Raise(text); });
   day_->day().Over.Subscribe([this] { EndLater(); });
   machine_.take_failure = [this](const std::exception_ptr& failure) {
@@ -98,10 +93,7 @@ void OfficeDay::Start(const Document& document) {
   try {
     starting->Start();
   } catch (...) {
-    if (day_ == starting) {
-      day_->Abandon();
-      End("");
-    }
+    if (day_ == starting) End("");
     throw;
   }
   Changed.Raise();
@@ -112,7 +104,7 @@ void OfficeDay::Stop() {
   machine_.host().HangUp();
   std::string why;
   try {
-    day_->Stop();
+    day_->day().Stop();
   } catch (...) {
     why = ErrorInHand().Description();
   }
@@ -138,13 +130,12 @@ std::string OfficeDay::Report() const {
   return report;
 }
 
-void OfficeDay::RequireFree(const Document& document) {
+void OfficeDay::RequireFree() {
   if (phase_ == Phase::kDialog) throw RuntimeError(5, "The settings are open. Close their window first.");
   if (day_) {
     throw RuntimeError(5, "Quotes are coming into " + TitleOf(day_->document()) +
                               ". One document has them at a time: press Stop first.");
   }
-  if (!IsSpreadsheet(document)) throw RuntimeError(5, "Quotes come into spreadsheets only.");
   if (machine_.loop().Depth() == 0) past_.clear();
   if (!past_.empty()) throw RuntimeError(5, "The day before is still coming to its end. Try again.");
   if (FacadeLives()) {
@@ -170,7 +161,7 @@ void OfficeDay::End(const std::string& why) {
   last_ = ended->day().Came().Text();
   last_count_ = ended->day().Came().Count();
   try {
-    ended->Abandon();
+    ended->day().Abandon();
   } catch (...) {
     last_ += ". " + ErrorInHand().Description();
   }

@@ -64,7 +64,7 @@ class OfficeDay {
 
   explicit OfficeDay(const css::uno::Reference<css::uno::XComponentContext>& context);
 
-  void RequireFree(const Document& document);
+  void RequireFree();
   void BecomeIdle();
   void End(const std::string& why);
   void EndLater();

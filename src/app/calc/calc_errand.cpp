@@ -78,7 +78,8 @@ class OfficeOnErrand {
     }
     start_.arguments.push_back(libreoffice::kErrandCommand);
     start_.line = ends_.theirs.Number();
-    start_.variables.push_back(std::string(libreoffice::kErrandVariable) + "=" + std::to_string(*start_.line));
+    start_.variables.push_back(std::string(libreoffice::kErrandVariable) + "=" +
+                               std::to_string(*start_.line));
     start_.output = folder_.Path() / "office.log";
     line_.Send(LineOf(errand));
   }

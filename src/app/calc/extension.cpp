@@ -44,8 +44,9 @@ fs::path ProfileFolder() {
 
 fs::path RequiredFile() {
   if (auto file = ExtensionFile()) return *file;
-  throw RuntimeError(53, std::string("The extension ") + kFile +
-                             " is not there. It comes with the package mirelo; in a checkout ./run calc builds it");
+  throw RuntimeError(
+      53, std::string("The extension ") + kFile +
+              " is not there. It comes with the package mirelo; in a checkout ./run calc builds it");
 }
 
 struct CloseArchive {
@@ -74,7 +75,8 @@ void Unpack(const fs::path& file, const fs::path& folder) {
   for (zip_int64_t i = 0; i < count; ++i) {
     zip_stat_t status;
     const auto index = static_cast<zip_uint64_t>(i);
-    if (zip_stat_index(archive.get(), index, 0, &status) != 0 || status.size > kLargestPart) ThrowDamaged(file);
+    if (zip_stat_index(archive.get(), index, 0, &status) != 0 || status.size > kLargestPart)
+      ThrowDamaged(file);
     const fs::path name = status.name;
     if (LeadsOut(name)) ThrowDamaged(file);
     if (!name.has_filename()) continue;
@@ -117,9 +119,7 @@ std::string InstallForAll(const OfficePlace& office) try {
 
 }  // namespace
 
-bool IsInstalledForAll(const OfficePlace& office) {
-  return IsThere(PlaceForAll(office) / "description.xml");
-}
+bool IsInstalledForAll(const OfficePlace& office) { return IsThere(PlaceForAll(office) / "description.xml"); }
 
 // Where LibreOffice unpacks what users add: one folder of a random name for each.
 bool IsInstalledForUser() {

@@ -69,8 +69,8 @@ OfficeProcess::OfficeProcess(const OfficeStart& start) {
   posix_spawnattr_t attributes;
   ::posix_spawnattr_init(&attributes);
   Prepare(attributes);
-  const int error = ::posix_spawn(&pid_, start.program.c_str(), &actions, &attributes,
-                                  Pointers(words).data(), Pointers(variables).data());
+  const int error = ::posix_spawn(&pid_, start.program.c_str(), &actions, &attributes, Pointers(words).data(),
+                                  Pointers(variables).data());
   ::posix_spawnattr_destroy(&attributes);
   ::posix_spawn_file_actions_destroy(&actions);
   if (error != 0)

@@ -46,8 +46,9 @@ int ShowOffice(const OfficePlace& office, const std::optional<fs::path>& file) {
     const fs::path extensions = folder.Path() / "extensions";
     LinkExtensions(office, extensions);
     start.arguments.push_back("-env:BUNDLED_EXTENSIONS=" + FileAddress(extensions));
-    Err() << "The extension is lent to this LibreOffice alone; mirelo calc --install gives it to every one of "
-             "yours. One that runs already goes on without it.\n";
+    Err()
+        << "The extension is lent to this LibreOffice alone; mirelo calc --install gives it to every one of "
+           "yours. One that runs already goes on without it.\n";
   }
   start.arguments.push_back("--calc");
   if (file) start.arguments.push_back(fs::absolute(*file).string());

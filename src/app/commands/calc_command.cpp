@@ -58,15 +58,16 @@ CalcCommand::CalcCommand(CLI::App& program, const GlobalOptions& global) : globa
   auto* demo = command_->add_flag("--demo", demo_,
                                   "Play a day from the built-in QuoteTracker stand-in, with settings of its "
                                   "own and in an office of its own; yours stay untouched");
-  auto* duration =
-      command_->add_option("--for", for_, "End the day after so long, as 20s, 90m or 8h30m")->check(IsDuration());
+  auto* duration = command_->add_option("--for", for_, "End the day after so long, as 20s, 90m or 8h30m")
+                       ->check(IsDuration());
   for (auto* flag : {demo, headless}) install->excludes(flag), remove->excludes(flag);
   install->excludes(remove);
   duration->excludes(install)->excludes(remove);
   wishes_.emplace(*command_);
   demo->excludes(command_->get_option("--list"));
   command_->footer(
-      "Ctrl-C ends a day in order, a second one kills its office. Exit codes: 0 good, 1 the operation failed,\n"
+      "Ctrl-C ends a day in order, a second one kills its office. Exit codes: 0 good, 1 the operation "
+      "failed,\n"
       "as when no quote came, 2 asked for something that the dialog does not have.");
 }
 
@@ -87,8 +88,9 @@ int CalcCommand::Run() try {
 
 int CalcCommand::OpenWindow(const OfficePlace& office) const {
   if (file_ && !Exists(*file_)) {
-    throw RuntimeError(53, "There is no file " + file_->string() +
-                               ". Without a file mirelo calc opens a new spreadsheet, which you save as you like");
+    throw RuntimeError(
+        53, "There is no file " + file_->string() +
+                ". Without a file mirelo calc opens a new spreadsheet, which you save as you like");
   }
   return ShowOffice(office, file_);
 }

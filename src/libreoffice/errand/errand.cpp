@@ -17,9 +17,14 @@ Json JsonOf(const DialogWishes& wishes) {
   for (const auto& [key, value] : wishes.settings) settings.push_back({key, value});
   Json ticks = Json::array();
   for (const auto& [ticker, field] : wishes.ticks) ticks.push_back({ticker, field});
-  return {{"settings", settings},        {"columns", wishes.columns}, {"tickers", wishes.tickers},
-          {"list", wishes.list},         {"ticks", ticks},            {"history", wishes.history},
-          {"charts", wishes.charts},     {"yes", wishes.accepts_costs}};
+  return {{"settings", settings},
+          {"columns", wishes.columns},
+          {"tickers", wishes.tickers},
+          {"list", wishes.list},
+          {"ticks", ticks},
+          {"history", wishes.history},
+          {"charts", wishes.charts},
+          {"yes", wishes.accepts_costs}};
 }
 
 DialogWishes WishesOf(const Json& json) {
@@ -48,9 +53,9 @@ auto ReadLine(std::string_view line, Read read) -> std::optional<decltype(read(J
 }  // namespace
 
 std::string LineOf(const Errand& errand) {
-  const Json json{{"folder", errand.folder.string()},    {"http_port", errand.http_port},
-                  {"stream_port", errand.stream_port},   {"open", errand.open.string()},
-                  {"wishes", JsonOf(errand.wishes)},     {"time", errand.time.count()},
+  const Json json{{"folder", errand.folder.string()},  {"http_port", errand.http_port},
+                  {"stream_port", errand.stream_port}, {"open", errand.open.string()},
+                  {"wishes", JsonOf(errand.wishes)},   {"time", errand.time.count()},
                   {"store", errand.store.string()}};
   return json.dump(-1, ' ', false, kDump);
 }
