@@ -31,19 +31,31 @@ need() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
+# forget_moved PRESET: a build tree that was configured under another path (a moved or copied checkout) is of no use.
+forget_moved() {
+  local cache=$root/build/$1/CMakeCache.txt
+  [ -f "$cache" ] || return 0
+  grep -q "^CMAKE_HOME_DIRECTORY:INTERNAL=$root\$" "$cache" || rm -rf "$root/build/$1"
+}
+
+# with_libreoffice PRESET: has the preset's builds from now on hold the extension of LibreOffice.
+with_libreoffice() {
+  local folder=$root/build/$1
+  forget_moved "$1"
+  grep -qs '^MIRELO_LIBREOFFICE:BOOL=ON' "$folder/CMakeCache.txt" && return
+  mkdir -p "$folder"
+  (cd "$root" && cmake --preset "$1" -D MIRELO_LIBREOFFICE=ON) >"$folder/build.log" 2>&1 ||
+    { tail -n 60 "$folder/build.log" >&2; die "the build failed; the whole output is in $folder/build.log"; }
+}
+
 # build PRESET [TARGET...]: configures when needed and builds; the build's own output appears only when it fails.
 build() {
   local preset=$1 log
   shift
   log=$root/build/$preset/build.log
-  mkdir -p "$root/build/$preset"
   say "Building ($preset)"
-  # A build tree that was configured under another path (a moved or copied checkout) is of no use.
-  if [ -f "$root/build/$preset/CMakeCache.txt" ] &&
-     ! grep -q "^CMAKE_HOME_DIRECTORY:INTERNAL=$root\$" "$root/build/$preset/CMakeCache.txt"; then
-    rm -rf "$root/build/$preset"
-    mkdir -p "$root/build/$preset"
-  fi
+  forget_moved "$preset"
+  mkdir -p "$root/build/$preset"
   if ! (cd "$root" && { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } &&
         cmake --build --preset "$preset" ${1:+--target "$@"}) >"$log" 2>&1; then
     tail -n 60 "$log" >&2

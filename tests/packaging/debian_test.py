@@ -6,6 +6,7 @@ import re
 import shutil
 import tempfile
 import unittest
+import zipfile
 
 from support import BUILD, SOURCE, StandIn, run
 
@@ -71,6 +72,17 @@ class Package(unittest.TestCase):
         self.dpkg("--remove", "mirelo")
         self.assertEqual(self.files(), set())
         self.assertEqual((self.root / "var" / "lib" / "dpkg" / "status").read_text().strip(), "")
+
+    def test_gives_libreoffice_the_extension_for_all_users(self):
+        self.assertIn("libreoffice-calc", self.field("Suggests"))
+        self.dpkg("--install", self.file)
+        extension = self.root / "usr/lib/libreoffice/share/extensions/mirelo"
+        self.assertTrue(extension.is_symlink())
+        for part in ("description.xml", "META-INF/manifest.xml", "libmirelo.uno.so", "libmirelo_front.uno.so", "guide.md"):
+            self.assertTrue((extension / part).is_file(), part)
+        with zipfile.ZipFile(self.root / "usr/lib/mirelo/mirelo.oxt") as packed:
+            there = {str(path.relative_to(extension)) for path in extension.rglob("*") if path.is_file()}
+            self.assertEqual(set(packed.namelist()), there)
 
     def test_gives_everybody_what_they_need_and_nobody_more(self):
         self.dpkg("--install", self.file)
