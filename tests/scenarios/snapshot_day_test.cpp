@@ -325,6 +325,41 @@ TEST_F(SnapshotDay, GoesOnWhenQuoteTrackerDoesNotAnswerForAWhile) {
   EXPECT_EQ(Text(kTable, 3, 2), "31");
 }
 
+TEST_F(SnapshotDay, TellsThatItIsOverAfterOneUpdate) {
+  wishes.settings = {{"UpdateEvery", "0"}};
+  wishes.ticks.clear();
+  bool is_over = false;
+  behind_go = [&] { day->Over.Subscribe([&] { is_over = true; }); };
+  Begin();
+  EXPECT_TRUE(is_over);
+  EXPECT_NO_THROW(day->RaiseFailure());
+}
+
+// As in an office, where the loop goes on while a request waits.
+TEST_F(SnapshotDay, AsksNoMoreWhenItIsStoppedWhileItWaits) {
+  Begin();
+  const auto answer = internet.answer;
+  internet.answer = [&](const AnsweringInternet::Request& request) {
+    day->Stop();
+    return answer(request);
+  };
+  Reply({{"MSFT", "31"}, {"IBM", "161"}});
+  Pass(15s);
+  EXPECT_EQ(Text(kTable, 3, 2), "28.35");
+  EXPECT_EQ(loop.NextTimer(), std::nullopt);
+}
+
+TEST_F(SnapshotDay, BeginsAgainByTheSettingsWithoutTheDialog) {
+  Begin();
+  day.reset();
+  Reply({{"MSFT", "31"}, {"IBM", "161"}});
+  day.emplace(loop, sockets, replies, spreadsheet.Application());
+  day->TakeSettings();
+  day->Start();
+  EXPECT_EQ(Text(kTable, 3, 2), "31");
+  EXPECT_EQ(day->Source(), "SnapShot( 15 sec)");
+}
+
 TEST_F(SnapshotDay, FillsTablesOfAnySize) {
   for (const int count : {1, 81, 82, 162}) {
     SCOPED_TRACE(count);

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "automation/runtime_error.h"
+#include "core/CAppSettings.h"
+#include "core/mGlobal.h"
 #include "host/excel/application.h"
 #include "host/excel/chart.h"
 #include "host/excel/chart_parts.h"
@@ -22,6 +24,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "scenarios/day_rig.h"
+#include "support/error_number.h"
 #include "support/level1_wire.h"
 
 namespace mirelo::testing {
@@ -310,6 +313,55 @@ TEST_F(StreamDay, EndsWithAFailureOfWritingWhereverThatCame) {
   loop.StartTimer(1s, [&] { late = true; });
   loop.SkipWaits();
   EXPECT_THROW(day->RunUntil([&] { return late; }), RuntimeError);
+}
+
+// In an office the loop is somebody else's.
+TEST_F(StreamDay, TellsOfAFailureOfWritingWithoutAnybodyWhoWaits) {
+  BeginStreaming();
+  int ends = 0;
+  day->Over.Subscribe([&] { ++ends; });
+  Deliver(Of("MSFT").Last(28).Bytes());
+  EXPECT_EQ(ends, 0);
+  EXPECT_NO_THROW(day->RaiseFailure());
+  day->Wrote.Subscribe([] { throw RuntimeError(1004, "The sheet is gone"); });
+  Quote(Of("MSFT").Last(29));
+  EXPECT_EQ(ends, 1);
+  EXPECT_EQ(NumberOf([&] { day->RaiseFailure(); }), 1004);
+}
+
+TEST_F(StreamDay, TellsALossAndEndsWithOtherFailuresOfTheLoop) {
+  BeginStreaming();
+  int ends = 0;
+  day->Over.Subscribe([&] { ++ends; });
+  day->TakeFailure(std::make_exception_ptr(Errors::SubscriptOutOfRange()));
+  EXPECT_THAT(told.back(), HasSubstr("Quotes were lost"));
+  EXPECT_EQ(ends, 0);
+  day->TakeFailure(std::make_exception_ptr(RuntimeError(13, "no number")));
+  EXPECT_EQ(ends, 1);
+  EXPECT_EQ(NumberOf([&] { day->RaiseFailure(); }), 13);
+}
+
+TEST_F(StreamDay, TellsOfAFailureOfReconnectingWithoutAnybodyWhoWaits) {
+  BeginStreaming();
+  bool is_over = false;
+  day->Over.Subscribe([&] { is_over = true; });
+  mGlobal::AppSettings().SaveSetting("Settings", "SocketPort", "no number");
+  winsock.Newest().Drop();
+  Pass(2s);
+  EXPECT_TRUE(is_over);
+  EXPECT_EQ(NumberOf([&] { day->RaiseFailure(); }), 13);
+}
+
+TEST_F(StreamDay, LeavesAWorkbookThatIsGoneAlone) {
+  BeginStreaming();
+  Quote(Of("MSFT").Last(28));
+  int writes = 0;
+  day->Wrote.Subscribe([&] { ++writes; });
+  day->Abandon();
+  Pass(1h);
+  EXPECT_EQ(writes, 0);
+  EXPECT_EQ(loop.NextTimer(), std::nullopt);
+  EXPECT_THAT(winsock.calls, Contains("disconnect"));
 }
 
 class ChartedDay : public StreamDay {
