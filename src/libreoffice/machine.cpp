@@ -7,8 +7,10 @@
 #include <optional>
 #include <utility>
 
+#include "adapters/calc/views/calc_desktop.h"
 #include "automation/runtime_error.h"
 #include "libreoffice/office_process.h"
+#include "libreoffice/screen.h"
 #include "terminal/standard_streams.h"
 #include "wire/mended_replies.h"
 
@@ -59,6 +61,7 @@ Machine::Machine(const Context& context) : host_(RegistryFile()) {
       OfficeOf(context), [this](const std::exception_ptr& failure) { TakeFailure(failure); });
   loop_ = loop.get();
   host_.RunOn(std::move(loop));
+  if (OfficeShowsWindows()) host_.ShowOn(std::make_unique<calc::CalcDesktop>(context, *loop_));
   if (const auto& borrowed = BorrowedForOf()) {
     host_.KeepCredentialsIn(borrowed->folder);
     host_.OverrideHttpPort(borrowed->http_port);

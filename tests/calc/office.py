@@ -29,10 +29,12 @@ LIBRARIES = """<?xml version="1.0" encoding="UTF-8"?>
 
 
 class Office:
-    """`folder` is an empty one of its own; `environment` is the process's."""
+    """`folder` is an empty one of its own; `environment` is the process's. One that is not headless shows its windows
+    on no screen."""
 
-    def __init__(self, folder, environment):
+    def __init__(self, folder, environment, headless=True):
         self.folder = pathlib.Path(folder)
+        self.headless = headless
         self.environment = {**environment, "SAL_USE_VCLPLUGIN": "svp"}
         self.libraries = {}
 
@@ -40,6 +42,10 @@ class Office:
         """As the extensions that come with an office for all users: unpacked."""
         with zipfile.ZipFile(extension) as packed:
             packed.extractall(self.folder / "extensions" / pathlib.Path(extension).name)
+
+    def install_folder(self, extension):
+        (self.folder / "extensions").mkdir(exist_ok=True)
+        (self.folder / "extensions" / pathlib.Path(extension).name).symlink_to(extension)
 
     def add_macros(self, **libraries):
         """Libraries of one module each, by their name: a file of Basic."""
@@ -76,7 +82,9 @@ class Office:
 
     def _start(self, macro, seconds):
         self._write_macros()
-        options = ["--headless", "--norestore", "--nologo", "--nodefault", "--nolockcheck"]
+        options = ["--norestore", "--nologo", "--nodefault", "--nolockcheck"]
+        if self.headless:
+            options.append("--headless")
         places = [
             f"-env:UserInstallation={(self.folder / 'profile').as_uri()}",
             f"-env:BUNDLED_EXTENSIONS={(self.folder / 'extensions').as_uri()}",

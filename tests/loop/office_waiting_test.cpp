@@ -104,6 +104,33 @@ TEST_F(OfficeWaiting, GivesWhatFailsBehindACallThatWaitsToThatCall) {
   EXPECT_THAT(failures_, ElementsAre());
 }
 
+TEST_F(OfficeWaiting, LeavesTheDialogBehindWhichSomethingFails) {
+  bool left = false;
+  loop_->StartTimer(milliseconds(0), [] { throw std::runtime_error("no such quote"); });
+  EXPECT_THROW(
+      loop_->WaitIn([&] { EXPECT_TRUE(office_->RunUntil([&] { return left; })); }, [&] { left = true; }),
+      std::runtime_error);
+  EXPECT_TRUE(left);
+  EXPECT_THAT(failures_, ElementsAre());
+}
+
+TEST_F(OfficeWaiting, GivesWhatFailsInACallOfTheOfficesToTheInnermostThatWaits) {
+  bool left = false;
+  const auto click = [&] {
+    loop_->Guard([&] {
+      bool inner_left = false;
+      EXPECT_THROW(loop_->WaitIn([&] { loop_->Guard([] { throw std::runtime_error("inner"); }); },
+                                 [&] { inner_left = true; }),
+                   std::runtime_error);
+      EXPECT_TRUE(inner_left);
+    });
+  };
+  EXPECT_NO_THROW(loop_->WaitIn(click, [&] { left = true; }));
+  EXPECT_FALSE(left);
+  loop_->Guard([] { throw std::runtime_error("nobody waits"); });
+  EXPECT_THAT(failures_, ElementsAre("nobody waits"));
+}
+
 TEST_F(OfficeWaiting, TakesNoStepOfALoopThatIsGone) {
   bool fired = false;
   loop_->StartTimer(milliseconds(0), [&] { fired = true; });

@@ -17,18 +17,6 @@ namespace {
 // How long a person's click may wait for a call that waits for a server.
 constexpr std::chrono::milliseconds kBetweenOfficeEvents{10};
 
-// Counts up until the end of a block, however that ends.
-class Counted {
- public:
-  explicit Counted(int& count) : count_(count) { ++count_; }
-  ~Counted() { --count_; }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-
- private:
-  int& count_;
-};
-
 }  // namespace
 
 // Until the end of a block the main thread handles by itself what is due. What that leaves to be waited for
@@ -46,6 +34,20 @@ class OfficeLoop::Stepping {
   }
   Stepping(const Stepping&) = delete;
   Stepping& operator=(const Stepping&) = delete;
+
+ private:
+  OfficeLoop& loop_;
+};
+
+// Until the end of a block a frame of ours waits for the office to return. What fails meanwhile is its.
+class OfficeLoop::Waiting {
+ public:
+  Waiting(OfficeLoop& loop, const std::function<void()>* leave) : loop_(loop) {
+    loop_.waiting_.push_back(leave);
+  }
+  ~Waiting() { loop_.waiting_.pop_back(); }
+  Waiting(const Waiting&) = delete;
+  Waiting& operator=(const Waiting&) = delete;
 
  private:
   OfficeLoop& loop_;
@@ -105,23 +107,33 @@ void OfficeLoop::RunUntil(const std::function<bool()>& done) {
   }
 }
 
-void OfficeLoop::TakePostedStep() noexcept {
+void OfficeLoop::WaitIn(const std::function<void()>& call, const std::function<void()>& leave) {
+  {
+    const Waiting waiting(*this, &leave);
+    call();
+  }
+  ThrowKept();
+}
+
+void OfficeLoop::Guard(const std::function<void()>& act) noexcept {
   try {
-    Yield();
+    act();
   } catch (...) {
     // Behind a call of ours that waits, the error is that caller's.
-    if (waiting_ > 0) {
-      kept_.push_back(std::current_exception());
-    } else {
-      failed_(std::current_exception());
-    }
+    if (waiting_.empty()) return failed_(std::current_exception());
+    kept_.push_back(std::current_exception());
+    if (waiting_.back() != nullptr) (*waiting_.back())();
   }
+}
+
+void OfficeLoop::TakePostedStep() noexcept {
+  Guard([this] { Yield(); });
 }
 
 void OfficeLoop::HandleOfficeEvents() {
   ThrowKept();
   {
-    const Counted waiting(waiting_);
+    const Waiting waiting(*this, nullptr);
     office_->HandleEvents();
   }
   ThrowKept();

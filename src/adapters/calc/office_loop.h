@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "adapters/calc/office.h"
 #include "adapters/poll/poll_loop.h"
@@ -46,6 +47,15 @@ class OfficeLoop : public host::MessageLoop {
   // Handles the office's events, too.
   void RunUntil(const std::function<bool()>& done) override;
 
+  // For what the office calls in this library by other ways: runs `act`, whose errors must not pass through
+  // the office's frames. They are thrown by the innermost call of ours that waits; where there is none they
+  // go to `failed`.
+  void Guard(const std::function<void()>& act) noexcept;
+
+  // Has the office wait by itself in `call`, as its dialogs do; steps go on meanwhile. When something fails,
+  // `leave` is called, which must not fail and is to have `call` return soon. The error is thrown then.
+  void WaitIn(const std::function<void()>& call, const std::function<void()>& leave);
+
   // The office ends: no step is posted from now on.
   void End();
 
@@ -58,6 +68,7 @@ class OfficeLoop : public host::MessageLoop {
  private:
   friend class Lookout;
   class Stepping;
+  class Waiting;
 
   void TakePostedStep() noexcept;
   void HandleOfficeEvents();
@@ -72,7 +83,9 @@ class OfficeLoop : public host::MessageLoop {
   std::deque<std::exception_ptr> kept_;
   std::optional<Time> told_timer_;
   int depth_ = 0;
-  int waiting_ = 0;       // frames of ours that wait for the office to return
+  // The frames of ours that wait for the office to return, each with what makes it return; null where nothing
+  // does.
+  std::vector<const std::function<void()>*> waiting_;
   poll::PollLoop steps_;  // last: handlers may end watches of this loop when they are destroyed
 };
 

@@ -1,0 +1,216 @@
+#include "adapters/calc/views/form_window.h"
+
+#include <algorithm>
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/PosSize.hpp>
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XControlContainer.hpp>
+#include <com/sun/star/awt/XTopWindow.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
+#include <com/sun/star/lang/XComponent.hpp>
+#include <com/sun/star/lang/XMultiComponentFactory.hpp>
+
+#include "adapters/calc/objects/office_text.h"
+#include "adapters/calc/office_loop.h"
+#include "adapters/calc/views/form_builder.h"
+#include "adapters/calc/views/listeners.h"
+#include "forms/button.h"
+#include "forms/layout/layouts.h"
+#include "forms/simple_controls.h"
+#include "forms/tab.h"
+
+namespace mirelo::calc {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+using forms::layout::Extent;
+
+namespace {
+
+bool IsSizable(forms::Form::Border border) {
+  return border == forms::Form::Border::Sizable || border == forms::Form::Border::SizableToolWindow;
+}
+
+Reference<css::uno::XInterface> Make(const Reference<css::uno::XComponentContext>& context,
+                                     const char* service) {
+  return context->getServiceManager()->createInstanceWithContext(rtl::OUString::createFromAscii(service),
+                                                                 context);
+}
+
+}  // namespace
+
+FormWindow::FormWindow(const Reference<css::uno::XComponentContext>& context, forms::Form& form,
+                       OfficeLoop& loop, const Reference<css::awt::XWindowPeer>& above, Asked asked)
+    : form_(form),
+      loop_(loop),
+      context_(context),
+      asked_(std::move(asked)),
+      above_(above),
+      model_(Make(context, "com.sun.star.awt.UnoControlDialogModel"), UNO_QUERY_THROW),
+      views_(context, loop, model_),
+      dialog_(Make(context, "com.sun.star.awt.UnoControlDialog"), UNO_QUERY_THROW),
+      toolkit_(css::awt::Toolkit::create(context)) {
+  views_.ask = asked_.question;
+  FormBuilder builder(form, forms::layout::LayoutOf(form.Name()), views_);
+  box_ = builder.Build();
+  first_ = builder.first();
+  Open();
+  Listen();
+  subscription_ = form_.Appearance.Subscribe([this] { ShowForm(); });
+  for (forms::Control* control : form_.Controls()) {
+    subscriptions_.emplace_back(
+        control, control->Appearance.Subscribe([this, control] { views_.ShowControl(*control); }));
+  }
+}
+
+FormWindow::~FormWindow() {
+  for (const auto& [control, cookie] : subscriptions_) control->Appearance.Unsubscribe(cookie);
+  form_.Appearance.Unsubscribe(subscription_);
+  try {
+    if (dialog_.is()) Reference<css::lang::XComponent>(dialog_, UNO_QUERY_THROW)->dispose();
+  } catch (const css::uno::Exception&) {
+    // It went with the office.
+  }
+}
+
+void FormWindow::Open() {
+  const Reference<css::beans::XPropertySet> look(model_, UNO_QUERY_THROW);
+  look->setPropertyValue("Title", Any(OfficeText(form_.Caption())));
+  look->setPropertyValue("Sizeable", Any(IsSizable(form_.BorderStyle())));
+  look->setPropertyValue("Closeable", Any(true));
+  look->setPropertyValue("Moveable", Any(true));
+  const Reference<css::awt::XControl> control(dialog_, UNO_QUERY_THROW);
+  control->setModel(model_);
+  window()->setVisible(false);
+  control->createPeer(Reference<css::awt::XToolkit>(toolkit_, UNO_QUERY_THROW), above_);
+  views_.Connect(Reference<css::awt::XControlContainer>(dialog_, UNO_QUERY_THROW));
+
+  least_ = Needed(box_);
+  const css::awt::Rectangle screen = toolkit_->getWorkArea();
+  const std::int32_t width = std::min(std::max(least_.width, views_.PixelsOf(form_.Width())), screen.Width);
+  const std::int32_t height =
+      std::min(std::max(least_.height, views_.PixelsOf(form_.Height())), screen.Height);
+  window()->setPosSize(0, 0, width, height, css::awt::PosSize::SIZE);
+  PutControls();
+  Center();
+}
+
+void FormWindow::Listen() {
+  window()->addWindowListener(new OnResize(views_.Living([this](const auto&) { PutControls(); })));
+  Reference<css::awt::XTopWindow>(dialog_, UNO_QUERY_THROW)
+      ->addTopWindowListener(new OnCloseBox(views_.Living([this](const auto&) { TakeClosing(); })));
+  for (const auto& view : views_.all()) {
+    if (view->control == nullptr) continue;
+    view->As<css::awt::XWindow>()->addFocusListener(
+        new OnFocus(views_.Living([this, &view = *view](const auto&) { FollowFocus(view); })));
+    view->As<css::awt::XWindow>()->addKeyListener(new OnKeys(
+        views_.Living([this](const auto& key) { views_.last_key = key.KeyCode; }), [](const auto&) {}));
+  }
+}
+
+Reference<css::awt::XWindow> FormWindow::window() const { return {dialog_, UNO_QUERY_THROW}; }
+
+Reference<css::awt::XWindowPeer> FormWindow::peer() const {
+  const Reference<css::awt::XControl> control(dialog_, UNO_QUERY);
+  return control.is() ? control->getPeer() : Reference<css::awt::XWindowPeer>();
+}
+
+void FormWindow::PutControls() const {
+  const css::awt::Rectangle size = window()->getPosSize();
+  Put(box_, {0, 0, size.Width, size.Height});
+}
+
+// Escape that presses nothing leaves the form up, though the office takes its dialog down for it.
+void FormWindow::Run(const std::function<bool()>& hidden) {
+  struct Running {
+    explicit Running(bool& flag) : running(flag) { running = true; }
+    ~Running() { running = false; }
+    bool& running;
+  } const running(running_);
+  while (!hidden()) {
+    escaped_ = false;
+    loop_.WaitIn(
+        [this] {
+          if (dialog_.is()) dialog_->execute();
+        },
+        [this] { Leave(); });
+    if (!hidden() && (!escaped_ || !dialog_.is())) form_.Close();
+  }
+}
+
+// The office closes a dialog by its close box and by Escape, and calls both the same.
+void FormWindow::TakeClosing() {
+  if (!form_.Visible() || !asked_.is_on_top()) return;
+  escaped_ = std::exchange(views_.last_key, 0) == css::awt::Key::ESCAPE;
+  loop_.Guard([this] { escaped_ ? form_.UserEscape() : form_.Close(); });
+}
+
+void FormWindow::Leave() const noexcept {
+  try {
+    if (dialog_.is()) dialog_->endExecute();
+  } catch (const css::uno::Exception&) {
+    // It has gone, and so it has left.
+  }
+}
+
+void FormWindow::Abandon() {
+  loop_.Guard([this] {
+    if (form_.Visible()) form_.Close();
+  });
+  const auto dialog = std::exchange(dialog_, {});
+  if (!dialog.is()) return;
+  try {
+    dialog->endExecute();
+    Reference<css::lang::XComponent>(dialog, UNO_QUERY_THROW)->dispose();
+  } catch (const css::uno::Exception&) {
+    // It has gone before.
+  }
+}
+
+void FormWindow::ToFront() const {
+  const Reference<css::awt::XTopWindow> top(peer(), UNO_QUERY);
+  if (top.is()) top->toFront();
+}
+
+void FormWindow::ShowForm() {
+  if (!dialog_.is()) return;
+  dialog_->setTitle(OfficeText(form_.Caption()));
+  const bool comes_up = form_.Visible() && !shown_;
+  if (form_.Visible() != std::exchange(shown_, form_.Visible())) {
+    if (!shown_ && running_) Leave();
+    window()->setVisible(shown_);
+  }
+  ShowFocus();
+  if (comes_up && form_.ActiveControl() == nullptr) FocusFirst();
+}
+
+void FormWindow::ShowFocus() {
+  const forms::Control* active = form_.ActiveControl();
+  if (std::exchange(focused_, active) == active) return;
+  if (const View* view = views_.ViewOf(active)) view->As<css::awt::XWindow>()->setFocus();
+}
+
+// A form that gives no control the focus leaves it to the one that its layout names, else to the first one
+// that can be used. A strip of tabs is passed over: what a person came for is on the tab.
+void FormWindow::FocusFirst() const {
+  if (const View* view = views_.ViewOf(first_)) return view->As<css::awt::XWindow>()->setFocus();
+  for (const auto& view : views_.all()) {
+    const forms::Control* control = view->control;
+    if (control == nullptr || !control->IsUsable() || dynamic_cast<const forms::Tab*>(control) != nullptr ||
+        dynamic_cast<const forms::Panel*>(control) != nullptr)
+      continue;
+    return view->As<css::awt::XWindow>()->setFocus();
+  }
+}
+
+// The person has moved the focus.
+void FormWindow::FollowFocus(const View& view) {
+  if (view.control == form_.ActiveControl() || !form_.Visible()) return;
+  focused_ = view.control;
+  loop_.Guard([&] { form_.ActiveControl(view.control); });
+}
+
+}  // namespace mirelo::calc

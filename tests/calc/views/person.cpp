@@ -1,0 +1,184 @@
+#include "calc/views/person.h"
+
+#include <chrono>
+#include <com/sun/star/accessibility/XAccessible.hpp>
+#include <com/sun/star/accessibility/XAccessibleAction.hpp>
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/KeyModifier.hpp>
+#include <com/sun/star/awt/MouseButton.hpp>
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
+#include <com/sun/star/awt/XTextComponent.hpp>
+#include <com/sun/star/awt/XToolkit.hpp>
+#include <com/sun/star/awt/XWindow2.hpp>
+#include <stdexcept>
+#include <utility>
+
+#include "adapters/calc/objects/office_text.h"
+#include "calc/views/run_in_office.h"
+
+namespace mirelo::calc {
+
+using css::accessibility::XAccessible;
+using css::accessibility::XAccessibleContext;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+
+namespace {
+
+constexpr std::chrono::milliseconds kBetween{15};
+constexpr std::chrono::seconds kPatience{8};
+// Until a window stands, and what was done to it has arrived: each look comes behind what the office had to
+// do before.
+constexpr int kLooks = 3;
+
+// What the office has on the screen, found by its name for the blind.
+Reference<XAccessibleContext> FindNamed(const Reference<XAccessible>& where, const rtl::OUString& name) {
+  if (!where.is()) return {};
+  const Reference<XAccessibleContext> context = where->getAccessibleContext();
+  if (!context.is()) return {};
+  if (context->getAccessibleName().replaceAll("~", "") == name) return context;
+  for (sal_Int32 child = 0; child < context->getAccessibleChildCount(); ++child) {
+    const auto found = FindNamed(context->getAccessibleChild(child), name);
+    if (found.is()) return found;
+  }
+  return {};
+}
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+Reference<XAccessibleContext> FindInBox(const std::string& text, const std::string& button) {
+  const Reference<css::awt::XExtendedToolkit> toolkit(css::awt::Toolkit::create(OfficeContext()),
+                                                      UNO_QUERY_THROW);
+  for (sal_Int32 window = toolkit->getTopWindowCount() - 1; window >= 0; --window) {
+    const Reference<XAccessible> top(toolkit->getTopWindow(window), UNO_QUERY);
+    if (FindNamed(top, OfficeText(text)).is()) return FindNamed(top, OfficeText(button));
+  }
+  return {};
+}
+#pragma GCC diagnostic pop
+
+}  // namespace
+
+Person::Person(OfficeLoop& loop, CalcDesktop& desktop)
+    : loop_(loop),
+      desktop_(desktop),
+      robot_(css::awt::Toolkit::create(OfficeContext()), UNO_QUERY_THROW),
+      last_done_(std::chrono::steady_clock::now()) {
+  timer_ = loop_.StartTimer(kBetween, [this] { Tick(); });
+}
+
+Person::~Person() {
+  loop_.StopTimer(timer_);
+  for (const Step& step : steps_) ADD_FAILURE() << "nobody came to: " << step.what;
+}
+
+void Person::Does(std::string what, std::function<void()> act) {
+  steps_.push_back({std::move(what), [this] { return forms::ActiveForm() != nullptr; }, std::move(act)});
+}
+
+void Person::Waits(std::string for_what, std::function<bool()> until) {
+  steps_.push_back({std::move(for_what), std::move(until), [] {}});
+}
+
+void Person::Answers(const std::string& text, const std::string& button) {
+  steps_.push_back({"answer " + text, [text, button] { return FindInBox(text, button).is(); },
+                    [text, button] {
+                      Reference<css::accessibility::XAccessibleAction>(FindInBox(text, button),
+                                                                       UNO_QUERY_THROW)
+                          ->doAccessibleAction(0);
+                    }});
+}
+
+void Person::Tick() {
+  timer_ = loop_.StartTimer(kBetween, [this] { Tick(); });
+  if (steps_.empty()) {
+    last_done_ = std::chrono::steady_clock::now();
+    return;
+  }
+  try {
+    if (++looked_ > kLooks && steps_.front().ready()) {
+      looked_ = 0;
+      const Step step = std::move(steps_.front());
+      steps_.pop_front();
+      last_done_ = std::chrono::steady_clock::now();
+      const ::testing::ScopedTrace trace(__FILE__, __LINE__, step.what);
+      return step.act();
+    }
+  } catch (const css::uno::Exception& failure) {
+    ADD_FAILURE() << calc::TextOf(failure.Message);
+    return GiveUp();
+  } catch (const std::exception& failure) {
+    ADD_FAILURE() << failure.what();
+    return GiveUp();
+  }
+  if (std::chrono::steady_clock::now() - last_done_ > kPatience) GiveUp();
+}
+
+void Person::GiveUp() {
+  if (!steps_.empty()) ADD_FAILURE() << "waited in vain to: " << steps_.front().what;
+  steps_.clear();
+  last_done_ = std::chrono::steady_clock::now();
+  if (forms::Form* form = forms::ActiveForm()) form->Close();
+}
+
+FormWindow& Person::Window() const {
+  forms::Form* form = forms::ActiveForm();
+  FormWindow* window = form == nullptr ? nullptr : desktop_.WindowOf(*form);
+  if (window == nullptr) throw std::runtime_error("no form is up");
+  return *window;
+}
+
+const View& Person::Find(const std::string& name) const {
+  for (const auto& view : Window().views().all()) {
+    if (view->name == name) return *view;
+  }
+  throw std::runtime_error("no such view: " + name);
+}
+
+void Person::Click(const std::string& name) const {
+  const css::awt::Rectangle place = Find(name).As<css::awt::XWindow>()->getPosSize();
+  ClickAt(name, place.Width / 2, place.Height / 2);
+}
+
+void Person::ClickAt(const std::string& name, std::int32_t x, std::int32_t y) const {
+  const View& view = Find(name);
+  if (!IsShown(name)) throw std::runtime_error("cannot be seen: " + name);
+  css::awt::MouseEvent event;
+  event.Source = view.window->getPeer();
+  event.Buttons = css::awt::MouseButton::LEFT;
+  event.ClickCount = 1;
+  event.X = x;
+  event.Y = y;
+  robot_->mousePress(event);
+  robot_->mouseRelease(event);
+}
+
+void Person::Press(std::int16_t key, std::int16_t modifiers, char16_t letter) const {
+  css::awt::KeyEvent event;
+  event.Source = Window().peer();
+  event.KeyCode = key;
+  event.KeyChar = letter;
+  event.Modifiers = modifiers;
+  robot_->keyPress(event);
+  robot_->keyRelease(event);
+}
+
+void Person::Type(const std::string& text) const {
+  for (const char letter : text) Press(0, 0, static_cast<char16_t>(letter));
+}
+
+std::string Person::TextOf(const std::string& name) const {
+  return calc::TextOf(Find(name).As<css::awt::XTextComponent>()->getText());
+}
+
+bool Person::IsShown(const std::string& name) const {
+  return Find(name).As<css::awt::XWindow2>()->isVisible();
+}
+
+bool Person::HasFocus(const std::string& name) const {
+  return Find(name).As<css::awt::XWindow2>()->hasFocus();
+}
+
+}  // namespace mirelo::calc
