@@ -85,6 +85,15 @@ void Front::Select(DocumentSheet& sheet, const Reference<css::drawing::XShape>& 
   if (const auto view = View(); view.is()) SelectIn(view, Any(shape));
 }
 
+void Front::Forget(const Reference<css::drawing::XShape>& shape) {
+  // The office does not outlive the loss of a drawing that is selected.
+  if (ShownSelection().shape == shape) SelectIn(View(), Any());
+  if (!held_) return;
+  for (auto& [sheet, selection] : held_->selections) {
+    if (selection.shape == shape) selection.shape.clear();
+  }
+}
+
 Front::Selection Front::Selected() {
   if (!held_) return ShownSelection();
   const auto selected = held_->selections.find(held_->sheet);

@@ -44,6 +44,8 @@ class Front {
   // Null where cells are selected.
   Reference<css::drawing::XShape> SelectedShape();
   void Select(DocumentSheet& sheet, const Reference<css::drawing::XShape>& shape);
+  // It is about to be taken off its sheet.
+  void Forget(const Reference<css::drawing::XShape>& shape);
 
   // Null where the document is not shown as a spreadsheet: in its print preview, or without a window.
   Reference<css::sheet::XSpreadsheetView> View() const;

@@ -31,6 +31,11 @@ class Properties {
     return otherwise;
   }
 
+  // Gives it the value that it has of itself.
+  void Reset(std::string_view name) const {
+    As<css::beans::XPropertyState>(set_)->setPropertyToDefault(OfficeText(name));
+  }
+
   // Nothing where the cells of a range differ in it.
   template <class Value>
   std::optional<Value> Common(std::string_view name) const {

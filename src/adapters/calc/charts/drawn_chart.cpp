@@ -1,0 +1,152 @@
+#include "adapters/calc/charts/drawn_chart.h"
+
+#include <com/sun/star/container/XNameAccess.hpp>
+#include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
+#include <com/sun/star/table/XTableChartsSupplier.hpp>
+#include <utility>
+
+#include "adapters/calc/charts/chart_painter.h"
+#include "adapters/calc/charts/chart_reader.h"
+#include "adapters/calc/charts/document_charts.h"
+#include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/front.h"
+#include "adapters/calc/objects/undo_aside.h"
+#include "spreadsheet/errors.h"
+
+namespace mirelo::calc {
+
+using spreadsheet::Chart;
+
+namespace {
+
+Reference<css::container::XNameAccess> ChartsIn(DocumentSheet& sheet) {
+  return As<css::container::XNameAccess>(As<css::table::XTableChartsSupplier>(sheet.Get())->getCharts());
+}
+
+}  // namespace
+
+DrawnChart::DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, rtl::OUString object,
+                       Reference<css::drawing::XShape> shape)
+    : charts_(charts), sheet_(sheet), object_(std::move(object)), office_{std::move(shape), {}} {}
+
+DrawnChart::DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, rtl::OUString object,
+                       Reference<css::drawing::XShape> shape, std::shared_ptr<Chart> chart)
+    : charts_(charts),
+      sheet_(sheet),
+      object_(std::move(object)),
+      office_{std::move(shape), {}},
+      chart_(std::move(chart)) {
+  Open();
+  // As little as the office can be asked for is more than an empty chart has.
+  office_.Whole().Set("HasLegend", true);
+  office_.Diagram().Set("HasXAxisGrid", false);
+  office_.Diagram().Set("HasYAxisGrid", false);
+  const Properties floating(office_.shape);
+  floating.Set("Name", OfficeText(chart_->name));
+  // It moves and grows with the columns beneath, so that it stays beside its table.
+  floating.Set("Anchor", sheet_.Get()->getCellByPosition(0, 0));
+  floating.Set("ResizeWithCell", true);
+  painted_.name = chart_->name;
+  painted_.place = {};
+  painted_.series.resize(office_.Series().size());
+  Paint();
+}
+
+void DrawnChart::Open() {
+  const auto charts = ChartsIn(sheet_);
+  office_.document = As<css::chart::XChartDocument>(
+      As<css::document::XEmbeddedObjectSupplier>(charts->getByName(object_))->getEmbeddedObject());
+}
+
+bool DrawnChart::IsThere() const {
+  try {
+    return ChartsIn(sheet_)->hasByName(object_);
+  } catch (const RuntimeError&) {  // its sheet was deleted
+    return false;
+  }
+}
+
+std::string DrawnChart::Name() const {
+  const rtl::OUString name = Properties(office_.shape).Get("Name", rtl::OUString());
+  return TextOf(name.isEmpty() ? object_ : name);
+}
+
+template <class Body>
+void DrawnChart::WithOpenDocument(Body&& body) {
+  try {
+    body();
+  } catch (const css::lang::DisposedException&) {
+    if (!IsThere()) throw;
+    Open();
+    body();
+  }
+}
+
+Chart& DrawnChart::Get() {
+  if (!IsThere()) throw spreadsheet::Refused("This chart is no longer there.");
+  if (charts_.Draws() || !is_read_) WithOpenDocument([&] { Read(); });
+  is_read_ = !charts_.Draws();
+  return *chart_;
+}
+
+void DrawnChart::Meet() {
+  Open();
+  chart_ = std::make_shared<Chart>(ReadChart(office_, charts_));
+  painted_ = *chart_;
+  place_ = painted_.place;
+  cells_ = CellsOfSeries(office_);
+}
+
+void DrawnChart::Read() {
+  if (chart_ == nullptr) Meet();
+  painted_.name = chart_->name = Name();
+
+  if (const auto place = PlaceOf(office_); place != place_) {
+    place_ = painted_.place = chart_->place = place;
+  }
+  if (auto cells = CellsOfSeries(office_); cells != cells_) {
+    cells_ = std::move(cells);
+    ReadCells(cells_, charts_, *chart_);
+    ReadCells(cells_, charts_, painted_);
+  }
+  ReadWhatAPersonChanged(office_, *chart_, painted_);
+}
+
+void DrawnChart::Changed() {
+  if (charts_.Draws()) {
+    WithOpenDocument([&] { Paint(); });
+  } else {
+    waits_ = true;
+  }
+}
+
+void DrawnChart::DrawWhatWaits() {
+  is_read_ = false;
+  if (!std::exchange(waits_, false) || !IsThere()) return;
+  WithOpenDocument([&] {
+    Read();
+    Paint();
+  });
+}
+
+void DrawnChart::Paint() {
+  const UndoAside aside(sheet_.document().Steps());
+  PaintChart(sheet_.document().OfficeContext(), office_, *chart_, painted_);
+  place_ = PlaceOf(office_);
+  cells_ = CellsOfSeries(office_);
+}
+
+void DrawnChart::Delete() {
+  if (!IsThere()) throw spreadsheet::Refused("This chart is no longer there.");
+  {
+    const UndoAside aside(sheet_.document().Steps());
+    sheet_.document().Front().Forget(office_.shape);
+    // Not by its name from the sheet's charts: that ends the office while it keeps no list of steps.
+    sheet_.Page()->remove(office_.shape);
+  }
+  sheet_.document().ForgetSteps();  // they may hold this drawing
+  charts_.Forget(*this);
+}
+
+}  // namespace mirelo::calc
