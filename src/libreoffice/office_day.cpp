@@ -79,6 +79,7 @@ void OfficeDay::Start(const Document& document) {
   RequireFree();
   day_ = std::make_shared<DocumentDay>(machine_, context_, document);
   phase_ = Phase::kRunning;
+  failure_.clear();
   day_->Closing().Subscribe([this, closing = day_.get()] {
     if (day_.get() == closing) End("");
   });
@@ -112,6 +113,8 @@ void OfficeDay::Stop() {
 }
 
 std::string OfficeDay::StatusLine(const Document& document) const {
+  if (!failure_.empty() && document.is() && Document(failed_) == document)
+    return "Mirelo: quotes come no more: " + failure_;
   if (!day_ || day_->document() != document) return {};
   const day::Pulse& came = day_->day().Came();
   return "Mirelo: " + (came.Count() > 0 || day_->Told().empty() ? came.Text() : day_->Told());
@@ -160,6 +163,8 @@ void OfficeDay::End(const std::string& why) {
   machine_.host().HangUp();
   last_ = ended->day().Came().Text();
   last_count_ = ended->day().Came().Count();
+  failure_ = why;
+  failed_ = ended->document();
   try {
     ended->day().Abandon();
   } catch (...) {

@@ -2,6 +2,7 @@
 
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/weakref.hxx>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -45,7 +46,8 @@ class OfficeDay {
   // The day that runs; null while none does.
   DocumentDay* day() const { return day_.get(); }
 
-  // For the status bar of the document's windows; empty while it has no day.
+  // For the status bar of the document's windows: what comes, or why nothing comes any more; empty while it
+  // has no day.
   std::string StatusLine(const Document& document) const;
   // How many quotes came on the day that ended last.
   std::int64_t LastCount() const { return last_count_; }
@@ -80,6 +82,8 @@ class OfficeDay {
   std::vector<std::shared_ptr<DocumentDay>> past_;
   std::string last_;  // of the day that ended last, for a person
   std::int64_t last_count_ = 0;
+  std::string failure_;                                 // by which it ended
+  css::uno::WeakReference<css::frame::XModel> failed_;  // where
   host::MessageLoop::Token telling_ = 0;
   host::MessageLoop::Token ending_ = 0;
   host::MessageLoop::Token sweeping_ = 0;

@@ -1,0 +1,236 @@
+REM  Works as a person does in a spreadsheet while quotes come into it, and notes what comes of it.
+
+Option Explicit
+
+Global Notes As String
+Global States As String  ' of the commands, as they were told last
+
+Const Table = "Dovanta2_Quotes"
+
+Sub Main
+  Dim Document
+  On Error GoTo Failed
+  Document = Opened()
+  Beginning(Document)
+  Typing(Document)
+  Saving(Document)
+  Another(Document)
+  Stopping(Document)
+  Renaming(Document)
+  Protecting(Document)
+  Deleting(Document)
+  Document.close(True)
+  Closing
+  Reloading
+  Leaving
+  Note("end", "reached")
+  GoTo Done
+Failed:
+  Note("failed", Err & " " & Error$ & " in line " & Erl)
+Done:
+  On Error Resume Next
+  SaveNotes
+  StarDesktop.terminate()
+End Sub
+
+Sub Beginning(Document)
+  Choose(Document, "start")
+  Note("comes", Comes(Document))
+  Note("states of a day", StatesIn(Document))
+  Note("wide enough", InStr(Cell(Document, 1).String, "#") = 0)
+  Choose(Document, "start")
+End Sub
+
+Sub Typing(Document)
+  Dim Own, Title As String
+  Own = Document.Sheets.insertNewByName("Own", 5)
+  Document.CurrentController.setActiveSheet(Document.Sheets.getByName("Own"))
+  TypeIn(Document, "typed by hand")
+  Note("comes while one types", Comes(Document))
+  Note("typed", Document.Sheets.getByName("Own").getCellByPosition(0, 0).String)
+  Note("in front", Document.CurrentController.ActiveSheet.Name)
+  Undo(Document)
+  Note("undone", Document.Sheets.getByName("Own").getCellByPosition(0, 0).String)
+  Note("comes behind undo", Comes(Document))
+End Sub
+
+Sub Saving(Document)
+  Document.store()
+  Note("comes behind a save", Comes(Document))
+  Document.storeAsURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/other.ods"), Array())
+  Note("comes behind a save elsewhere", Comes(Document))
+End Sub
+
+Sub Another(Document)
+  Dim Other
+  Other = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+  Note("states in another", StatesIn(Other))
+  Choose(Other, "start")
+  Note("comes behind another", Comes(Document))
+  Other.close(True)
+End Sub
+
+Sub Stopping(Document)
+  Choose(Document, "stop")
+  Note("comes no more", Comes(Document))
+  Note("states behind a day", StatesIn(Document))
+End Sub
+
+Sub Renaming(Document)
+  Choose(Document, "start")
+  Document.Sheets.getByName(Table).Name = "Mine"
+  Note("comes into a renamed sheet", ComesInto(Document, "Mine"))
+  Choose(Document, "stop")
+  Choose(Document, "start")
+  Note("states without a table", StatesIn(Document))
+  Document.Sheets.getByName("Mine").Name = Table
+End Sub
+
+Sub Protecting(Document)
+  Choose(Document, "start")
+  Note("comes once more", Comes(Document))
+  Document.Sheets.getByName(Table).protect("")
+  Note("comes into a protected sheet", Comes(Document))
+  Note("states behind protection", StatesIn(Document))
+  Document.Sheets.getByName(Table).unprotect("")
+End Sub
+
+Sub Deleting(Document)
+  Choose(Document, "start")
+  Note("comes without protection", Comes(Document))
+  Document.Sheets.removeByName(Table)
+  Note("ended by deleting", HasEnded(Document))
+End Sub
+
+Sub Closing
+  Dim Document
+  Document = Opened()
+  Choose(Document, "start")
+  Note("comes before closing", Comes(Document))
+  Document.close(True)
+  Wait 300
+  Document = Opened()
+  Note("states behind closing", StatesIn(Document))
+  Document.close(True)
+End Sub
+
+Sub Reloading
+  Dim Document, Frame
+  Document = Opened()
+  Choose(Document, "start")
+  Note("comes before reloading", Comes(Document))
+  Frame = Document.CurrentController.Frame
+  Document.setModified(False)  ' or it would ask whether to give up what has come
+  createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(Frame, ".uno:Reload", "", 0, Array())
+  Wait 300
+  Document = Frame.Controller.Model
+  Note("states behind reloading", StatesIn(Document))
+  Document.close(True)
+End Sub
+
+REM  The office is to end while quotes come.
+Sub Leaving
+  Dim Document
+  Document = Opened()
+  Choose(Document, "start")
+  Note("comes before leaving", Comes(Document))
+End Sub
+
+Function Opened()
+  Opened = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/quotes.xlsx"), "_blank", 0, Array())
+End Function
+
+Function Cell(Document, Column As Long)
+  Cell = Document.Sheets.getByName(Table).getCellByPosition(Column, 2)
+End Function
+
+Function Comes(Document) As Boolean
+  Comes = ComesInto(Document, Table)
+End Function
+
+REM  Whether the cells of the quotes change within a while.
+Function ComesInto(Document, Sheet As String) As Boolean
+  Dim Before As String, Tries As Integer
+  Before = Cells(Document, Sheet)
+  For Tries = 1 To 20
+    Wait 50
+    If Cells(Document, Sheet) <> Before Then
+      ComesInto = True
+      Exit Function
+    End If
+  Next Tries
+End Function
+
+Function Cells(Document, Sheet As String) As String
+  Dim Row As Variant, Value As Variant
+  For Each Row In Document.Sheets.getByName(Sheet).getCellRangeByName("B3:E4").getDataArray()
+    For Each Value In Row
+      Cells = Cells & Value & "|"
+    Next Value
+  Next Row
+End Function
+
+Function HasEnded(Document) As Boolean
+  Dim Tries As Integer
+  For Tries = 1 To 40
+    If InStr(StatesIn(Document), "stop=False") > 0 Then
+      HasEnded = True
+      Exit Function
+    End If
+    Wait 50
+  Next Tries
+End Function
+
+Function CommandOf(Name As String)
+  Dim Command As New com.sun.star.util.URL
+  Command.Complete = "vnd.mirelo:" & Name
+  createUnoService("com.sun.star.util.URLTransformer").parseStrict(Command)
+  CommandOf = Command
+End Function
+
+Sub Choose(Document, Name As String)
+  Document.CurrentController.Frame.queryDispatch(CommandOf(Name), "_self", 0).dispatch(CommandOf(Name), Array())
+End Sub
+
+Sub TypeIn(Document, Text As String)
+  Dim Argument(0) As New com.sun.star.beans.PropertyValue
+  Argument(0).Name = "StringName"
+  Argument(0).Value = Text
+  createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(Document.CurrentController.Frame, ".uno:EnterString", "", 0, Argument())
+End Sub
+
+Sub Undo(Document)
+  createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(Document.CurrentController.Frame, ".uno:Undo", "", 0, Array())
+End Sub
+
+Function StatesIn(Document) As String
+  Dim Listener, Dispatch, Name
+  States = ""
+  Listener = CreateUnoListener("State_", "com.sun.star.frame.XStatusListener")
+  For Each Name In Array("settings", "start", "stop", "status")
+    Dispatch = Document.CurrentController.Frame.queryDispatch(CommandOf(Name), "_self", 0)
+    Dispatch.addStatusListener(Listener, CommandOf(Name))
+    Dispatch.removeStatusListener(Listener, CommandOf(Name))
+  Next Name
+  StatesIn = States
+End Function
+
+Sub State_statusChanged(State)
+  States = States & State.FeatureURL.Path & "=" & State.IsEnabled & " "
+  If Not IsEmpty(State.State) Then States = States & "[" & State.State & "]"
+End Sub
+
+Sub State_disposing(Event)
+End Sub
+
+Sub Note(Title As String, Value)
+  Notes = Notes & Title & ": " & Value & Chr(10)
+End Sub
+
+Sub SaveNotes
+  Dim Number As Integer
+  Number = FreeFile
+  Open Environ("MIRELO_FOLDER") & "/notes" For Output As #Number
+  Print #Number, Notes
+  Close #Number
+End Sub

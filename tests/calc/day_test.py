@@ -1,0 +1,102 @@
+"""A day in an open document of LibreOffice, against a stand-in, while somebody works in the document."""
+
+import os
+import pathlib
+import tempfile
+import unittest
+
+from office import Office
+from support import BUILD, StandIn, run
+
+HERE = pathlib.Path(__file__).parent
+
+
+class Day(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        home = tempfile.TemporaryDirectory(prefix="mirelo-")
+        cls.addClassCleanup(home.cleanup)
+        folder = pathlib.Path(home.name)
+        environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
+        office = Office(folder, environment)
+        office.install(BUILD / "mirelo.oxt")
+        office.add_macros(Tests=HERE / "Day.bas")
+        with StandIn(BUILD / "bin") as tracker:
+            mirelo = BUILD / "bin" / "mirelo"
+            signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
+            run(mirelo, "settings", "set", "HTTPPort", signed_port, env=environment)
+            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
+            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
+            run(mirelo, "sources", "--update", env=environment)
+            wishes = ["--tickers", "MSFT,IBM", "--columns", "Ticker,Last,Bid,Volume,LastVolume,Time"]
+            source = ["--set", "Seconds=0", "--source", "Alpstein Finance (delayed)"]
+            run(mirelo, "go", "--workbook", folder / "quotes.xlsx", *wishes, *source, env=environment)
+            cls.code = office.run("Tests.Day.Main")
+        cls.log = office.log()
+        cls.notes = {}
+        notes = folder / "notes"
+        if notes.exists():
+            for line in notes.read_text().splitlines():
+                name, _, value = line.partition(": ")
+                cls.notes[name] = value.strip()
+
+    def test_reaches_its_end_and_the_office_ends_well_while_quotes_come(self):
+        self.assertEqual(self.notes.get("failed"), None, self.notes)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.notes["comes before leaving"], "True")
+        self.assertEqual(self.code, 0, self.log)
+
+    def test_begins_by_the_settings_and_tells_what_comes(self):
+        self.assertEqual(self.notes["comes"], "True")
+        self.assertRegex(
+            self.notes["states of a day"],
+            r"^settings=False start=False stop=True status=True \[Mirelo: \d+ quotes?, [\d.]+ a second, the last [\d.]+ s ago\]$",
+        )
+        self.assertEqual(self.notes["wide enough"], "True")
+
+    def test_refuses_a_second_one_with_a_sentence(self):
+        self.assertIn("Quotes are coming into quotes.xlsx", self.log)
+        self.assertIn("press Stop first", self.log)
+
+    def test_goes_on_while_one_types_and_keeps_the_steps_of_undo(self):
+        self.assertEqual(self.notes["comes while one types"], "True")
+        self.assertEqual(self.notes["typed"], "typed by hand")
+        self.assertEqual(self.notes["in front"], "Own")
+        self.assertEqual(self.notes["undone"], "")
+        self.assertEqual(self.notes["comes behind undo"], "True")
+
+    def test_goes_on_behind_a_save_and_under_another_name(self):
+        self.assertEqual(self.notes["comes behind a save"], "True")
+        self.assertEqual(self.notes["comes behind a save elsewhere"], "True")
+
+    def test_is_one_for_all_documents(self):
+        self.assertEqual(self.notes["states in another"], "settings=False start=False stop=True status=True []")
+        self.assertEqual(self.notes["comes behind another"], "True")
+
+    def test_ends_when_it_is_stopped(self):
+        self.assertEqual(self.notes["comes no more"], "False")
+        self.assertEqual(self.notes["states behind a day"], "settings=True start=True stop=False status=True []")
+
+    def test_follows_a_renamed_sheet_and_does_not_begin_without_the_table(self):
+        self.assertEqual(self.notes["comes into a renamed sheet"], "True")
+        self.assertIn("start=True stop=False", self.notes["states without a table"])
+
+    def test_ends_with_what_to_do_where_a_sheet_is_protected_or_gone(self):
+        self.assertEqual(self.notes["comes once more"], "True")
+        self.assertEqual(self.notes["comes into a protected sheet"], "False")
+        self.assertIn("start=True stop=False", self.notes["states behind protection"])
+        self.assertIn("[Mirelo: quotes come no more: ", self.notes["states behind protection"])
+        self.assertEqual(self.notes["comes without protection"], "True")
+        self.assertEqual(self.notes["ended by deleting"], "True")
+        self.assertEqual(self.log.count("Quotes come into other.ods no more"), 2, self.log)
+        self.assertIn("Tools > Protect Sheet", self.log)
+
+    def test_ends_quietly_with_its_document(self):
+        for what in ("closing", "reloading"):
+            self.assertEqual(self.notes[f"comes before {what}"], "True")
+            self.assertEqual(self.notes[f"states behind {what}"], "settings=True start=True stop=False status=True []")
+        self.assertNotIn("into quotes.xlsx no more", self.log)
+
+
+if __name__ == "__main__":
+    unittest.main()
