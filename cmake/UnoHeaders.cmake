@@ -4,8 +4,9 @@
 # seconds, since choosing some takes a list that is longer than what it saves.
 set(MIRELO_OFFICE_FOLDER /usr/lib/libreoffice CACHE PATH "Where LibreOffice is installed")
 find_program(MIRELO_CPPUMAKER cppumaker PATHS ${MIRELO_OFFICE_FOLDER}/sdk/bin NO_DEFAULT_PATH)
+find_program(MIRELO_UNOIDL_WRITE unoidl-write PATHS ${MIRELO_OFFICE_FOLDER}/sdk/bin NO_DEFAULT_PATH)
 find_path(MIRELO_UNO_INCLUDE cppuhelper/weak.hxx PATHS /usr/include/libreoffice ${MIRELO_OFFICE_FOLDER}/sdk/include NO_DEFAULT_PATH)
-if(NOT MIRELO_CPPUMAKER OR NOT MIRELO_UNO_INCLUDE)
+if(NOT MIRELO_CPPUMAKER OR NOT MIRELO_UNOIDL_WRITE OR NOT MIRELO_UNO_INCLUDE)
   message(FATAL_ERROR "What the component of LibreOffice is built with is missing: install the package libreoffice-dev "
     "(scripts/install test), or leave the component out with -D MIRELO_LIBREOFFICE=OFF")
 endif()

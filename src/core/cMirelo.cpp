@@ -48,6 +48,8 @@ cMirelo::~cMirelo() {
   mGlobal::SetErrorHandler(nullptr);
 }
 
+int cMirelo::Living() { return living_facades; }
+
 void cMirelo::ExcelApplication(const Variant& value) {
   const std::shared_ptr<Object>& object = value.AsObject();
   auto application = std::dynamic_pointer_cast<host::excel::Application>(object);

@@ -34,6 +34,9 @@ class cMirelo : public Object {
 
   std::string_view TypeName() const override { return "cMirelo"; }
 
+  // How many facades live.
+  static int Living();
+
   // Members in the order of the public interface. Where a value stands in brackets the member shows a setting
   // of the section "Settings" and never fails: the value stands for an absent setting and for one that cannot
   // be read or converted.

@@ -6,12 +6,14 @@
 #include <utility>
 
 #include "automation/runtime_error.h"
+#include "automation/text.h"
 #include "core/CAppSettings.h"
 #include "core/known_setting.h"
 #include "core/mGlobal.h"
 #include "day/stored_source.h"
 #include "day/working_day.h"
 #include "snapshot/column_vocabulary.h"
+#include "streaming/first_sources.h"
 #include "wire/side_host.h"
 
 namespace mirelo::day {
@@ -25,6 +27,20 @@ constexpr const char* kNoQuotes = "QuoteTracker gave no quotes";
 
 std::string EverySeconds(std::int32_t seconds) {
   return seconds == 1 ? "Asked every second" : "Asked every " + std::to_string(seconds) + " seconds";
+}
+
+// The settings dialog stores a list of sources when it is first shown; until then it would offer this one.
+std::string ChosenSource() {
+  std::string source = StoredSource();
+  return source.empty() ? std::string(kFirstSourceText) : source;
+}
+
+std::string FileOf(const std::string& source) {
+  const std::string file = StreamerFileOf(source);
+  if (!file.empty()) return file;
+  const auto* const row = std::ranges::find_if(
+      kFirstSources, [&](const QuoteSourceRow& first) { return EqualText(Trim(first.text), Trim(source)); });
+  return row == kFirstSources.end() ? std::string() : std::string(row->file);
 }
 
 // Until the end of a block, however that ends.
@@ -80,7 +96,7 @@ QuoteSupply::Plan QuoteSupply::ReadPlan() {
   Plan plan;
   plan.seconds = FacadeSetting("Seconds").In(settings).ToInt32();
   plan.once = DialogSetting("UpdateEvery").In(settings).ToText() == "0";
-  plan.source = StoredSource();
+  plan.source = ChosenSource();
   plan.places = {FacadeSetting("Webaddress").In(settings).ToText(),
                  FacadeSetting("HTTPPort").In(settings).ToText(),
                  FacadeSetting("SocketPort").In(settings).ToText()};
@@ -99,11 +115,9 @@ void QuoteSupply::Begin() {
 }
 
 void QuoteSupply::Stream() {
-  const std::string file = StreamerFileOf(plan_.source);
+  const std::string file = FileOf(plan_.source);
   if (file.empty()) {
-    throw RuntimeError(5, plan_.source.empty() ? "No quote source is chosen in the settings"
-                                               : "No quote source is named \"" + plan_.source +
-                                                     "\"; choose one in the settings");
+    throw RuntimeError(5, "No quote source is named \"" + plan_.source + "\"; choose one in the settings");
   }
   stream_.emplace(*facade_, machine_.loop(), machine_.sockets(), tickers_, file);
   stream_->Status.Subscribe([this, &feed = *stream_](const std::string& text) {

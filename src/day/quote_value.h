@@ -38,6 +38,8 @@ class QuoteValue {
 
   // The number; of anything else the number at the beginning of its text, 0 where there is none.
   double ToNumber() const;
+  // The number, or a moment's serial number, of these kinds.
+  double Serial() const { return number_; }
   // As it came; a number that came as such as automation prints numbers.
   std::string ToText() const;
   // What is written for it into a cell, where text stays text, whatever a spreadsheet would make of it.

@@ -90,8 +90,14 @@ QuoteWatch::QuoteWatch(wire::SideHost& machine, std::function<Clock::time_point(
 
 QuoteWatch::~QuoteWatch() {
   machine_.OnFailure({});
-  supply_.Bring({});  // may tell of last quotes, for which timers start
-  for (const auto timer : {telling_, gathering_, leaving_out_, looking_, ticking_}) loop_.StopTimer(timer);
+  HangUp();
+}
+
+void QuoteWatch::HangUp() {
+  hung_up_ = true;
+  supply_.Bring({});
+  for (auto* const timer : {&telling_, &gathering_, &leaving_out_, &looking_, &ticking_})
+    loop_.StopTimer(std::exchange(*timer, 0));
 }
 
 // --- Questions -----------------------------------------------------------------------------------------
@@ -116,7 +122,7 @@ std::unique_ptr<QuoteWatch::Watched> QuoteWatch::Ask(const QuoteQuestion& questi
   }
   if (question.about == QuoteQuestion::About::Age) {
     ages_.insert(asked.get());
-    if (ticking_ == 0) Tick();
+    if (ticking_ == 0 && !hung_up_) Tick();
   }
   asked->answer = AnswerTo(*asked);
   return handle;
@@ -217,7 +223,7 @@ void QuoteWatch::Mark(Ticker& ticker) {
 }
 
 void QuoteWatch::TellLater() {
-  if (telling_ != 0) return;
+  if (telling_ != 0 || hung_up_) return;
   telling_ = loop_.StartTimer(tell_pause_, [this] { Tell(); });
 }
 
@@ -234,12 +240,10 @@ void QuoteWatch::Tell() {
   }
   if (changed.empty()) return;
   const std::clock_t start = std::clock();
-  Begins.Raise();
   for (const auto& asked : changed) {
     const auto tell = asked->changed;
     if (tell) tell();
   }
-  Ends.Raise();
   const std::chrono::duration<double> worked(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
   tell_pause_ = std::max(kTellPause, std::chrono::ceil<Pause>(kPauseForTelling * worked));
 }
@@ -256,6 +260,7 @@ void QuoteWatch::Tick() {
 // --- Subscriptions -------------------------------------------------------------------------------------
 
 void QuoteWatch::GatherLater() {
+  if (hung_up_) return;
   if (!gathering_since_) gathering_since_ = now_();
   if (gathering_ != 0 && now_() - *gathering_since_ > kGatherAtMost - kGather) return;
   loop_.StopTimer(gathering_);
@@ -266,7 +271,7 @@ void QuoteWatch::GatherLater() {
 }
 
 void QuoteWatch::LeaveOutLater() {
-  if (leaving_out_ != 0) return;
+  if (leaving_out_ != 0 || hung_up_) return;
   leaving_out_ = loop_.StartTimer(kLinger, [this] {
     leaving_out_ = 0;
     Bring();

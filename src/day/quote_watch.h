@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "automation/event.h"
 #include "day/quote_board.h"
 #include "day/quote_supply.h"
 #include "day/quote_value.h"
@@ -73,9 +72,8 @@ class QuoteWatch {
   // `changed` is called when the answer has changed. It may ask, and end what was asked.
   std::unique_ptr<Watched> Ask(const QuoteQuestion& question, std::function<void()> changed);
 
-  // Around the calls of `changed` that come together.
-  Event<> Begins;
-  Event<> Ends;
+  // Ends connections and timers for good: nothing comes any more. Questions may still be asked and ended.
+  void HangUp();
 
   // How many questions are asked now.
   std::size_t Count() const { return count_; }
@@ -113,6 +111,7 @@ class QuoteWatch {
   std::size_t count_ = 0;
   std::set<Ticker*> news_;
   Pause tell_pause_ = kTellPause;
+  bool hung_up_ = false;
   std::optional<Clock::time_point> gathering_since_;
   host::MessageLoop::Token telling_ = 0;
   host::MessageLoop::Token gathering_ = 0;

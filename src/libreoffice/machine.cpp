@@ -9,6 +9,7 @@
 
 #include "adapters/calc/views/calc_desktop.h"
 #include "automation/runtime_error.h"
+#include "core/mGlobal.h"
 #include "libreoffice/office_process.h"
 #include "libreoffice/screen.h"
 #include "terminal/standard_streams.h"
@@ -62,6 +63,7 @@ Machine::Machine(const Context& context) : host_(RegistryFile()) {
   loop_ = loop.get();
   host_.RunOn(std::move(loop));
   if (OfficeShowsWindows()) host_.ShowOn(std::make_unique<calc::CalcDesktop>(context, *loop_));
+  mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
   if (const auto& borrowed = BorrowedForOf()) {
     host_.KeepCredentialsIn(borrowed->folder);
     host_.OverrideHttpPort(borrowed->http_port);

@@ -5,9 +5,10 @@
 #include <utility>
 
 #include "automation/runtime_error.h"
-#include "core/mGlobal.h"
+#include "core/cMirelo.h"
 #include "host/desktop.h"
 #include "libreoffice/document_day.h"
+#include "libreoffice/functions/quote_answers.h"
 #include "libreoffice/machine.h"
 #include "uno/errors.h"
 
@@ -24,15 +25,8 @@ constexpr const char* kWhatToDo =
     "What was written stays. If sheets were deleted or renamed, build them again with Settings...; if one is "
     "protected, take its protection off (Tools > Protect Sheet). Then press Start.";
 
-// The library's settings and its error handler are there for one facade.
-bool FacadeLives() {
-  try {
-    mGlobal::AppSettings();
-    return true;
-  } catch (const RuntimeError&) {
-    return false;
-  }
-}
+// Beside the one of the cell functions, whose connections are their own.
+bool FacadeLives() { return cMirelo::Living() > (QuoteAnswers::HaveFacade() ? 1 : 0); }
 
 // Of the error that is being handled.
 RuntimeError ErrorInHand() {

@@ -1,0 +1,262 @@
+REM  Fills cells with the functions of Mirelo, waits for what they show, and notes it.
+
+Option Explicit
+
+Const Patience = 10  ' seconds for each thing that is to come
+
+Global Notes As String
+
+Sub Main
+  Dim Document, Sheet
+  On Error GoTo Failed
+  NoteDescriptions
+  Document = NewDocument()
+  Sheet = Document.Sheets.getByIndex(0)
+  NoteValues(Document, Sheet)
+  NoteReasons(Sheet)
+  NoteUses(Document, Sheet)
+  NoteFiles(Document)
+  NoteEndOfUse(Document, Sheet)
+  NoteManyCells
+  Note("end", "reached")
+  GoTo Done
+Failed:
+  Note("failed", Err & " " & Error$ & " in line " & Erl)
+Done:
+  On Error Resume Next
+  SaveNotes
+  Document.setModified(False)
+  StarDesktop.terminate()
+End Sub
+
+Sub NoteDescriptions
+  Dim Functions, I, J, Properties, Argument, Text
+  Functions = createUnoService("com.sun.star.sheet.FunctionDescriptions")
+  For I = 0 To Functions.Count - 1
+    Properties = Functions.getByIndex(I)
+    If Left(PropertyOf(Properties, "Name"), 5) = "QUOTE" Then
+      Text = PropertyOf(Properties, "Description")
+      For Each Argument In PropertyOf(Properties, "Arguments")
+        Text = Text & " | " & Argument.Name & ": " & Argument.Description
+      Next Argument
+      Note("wizard " & PropertyOf(Properties, "Name"), Text)
+    End If
+  Next I
+End Sub
+
+Function PropertyOf(Properties, Name As String)
+  Dim Property
+  For Each Property In Properties
+    If Property.Name = Name Then PropertyOf = Property.Value
+  Next Property
+End Function
+
+Sub NoteValues(Document, Sheet)
+  Dim First
+  Sheet.getCellRangeByName("A1").Formula = "=QUOTE(""MSFT"";""Last"")"
+  Sheet.getCellRangeByName("A2").Formula = "=QUOTE(""msft"";""lAsT"")"
+  Sheet.getCellRangeByName("A3").Formula = "=QUOTE(""MSFT"")"
+  Sheet.getCellRangeByName("A4").Formula = "=QUOTE_AGE(""MSFT"")"
+  Sheet.getCellRangeByName("A5").Formula = "=QUOTE_STATUS(""MSFT"")"
+  Note("before", Sheet.getCellRangeByName("A1").String & " " & Sheet.getCellRangeByName("A1").getError())
+  Note("status before", Sheet.getCellRangeByName("A5").String)
+  Document.setModified(False)
+  WaitForNumber(Sheet, "A1")
+  Note("value", Sheet.getCellRangeByName("A1").Value)
+  Note("same", Sheet.getCellRangeByName("A1").Value = Sheet.getCellRangeByName("A2").Value And Sheet.getCellRangeByName("A1").Value = Sheet.getCellRangeByName("A3").Value)
+  Note("age", Sheet.getCellRangeByName("A4").Value)
+  WaitForText(Sheet, "A5", "Streaming")
+  First = Sheet.getCellRangeByName("A1").Value
+  WaitForOther(Sheet, "A1", First)
+  Note("changes", Sheet.getCellRangeByName("A1").Value <> First)
+  Note("modified by quotes", Document.isModified())
+  Note("connections", Connections())
+End Sub
+
+Sub NoteReasons(Sheet)
+  Sheet.getCellRangeByName("B1").Formula = "=QUOTE(""MSFT"";""Lasst"")"
+  Sheet.getCellRangeByName("B2").Formula = "=QUOTE_STATUS(""MSFT"";""Lasst"")"
+  Sheet.getCellRangeByName("B3").Formula = "=QUOTE(D1)"
+  Sheet.getCellRangeByName("B4").Formula = "=QUOTE_STATUS(D1)"
+  Note("wrong column", Sheet.getCellRangeByName("B1").String & " " & Sheet.getCellRangeByName("B2").String)
+  Note("no ticker", Sheet.getCellRangeByName("B3").String & " " & Sheet.getCellRangeByName("B4").String)
+End Sub
+
+' A ticker in a cell, its change, an array, the calculation of all anew, a fill.
+Sub NoteUses(Document, Sheet)
+  Dim Undone
+  Sheet.getCellRangeByName("D1").String = "IBM"
+  WaitForNumber(Sheet, "B3")
+  Sheet.getCellRangeByName("D1").String = "GE"
+  Sheet.getCellRangeByName("D2").String = "IBM"
+  Sheet.getCellRangeByName("D3").String = "MSFT"
+  Sheet.getCellRangeByName("C1:C3").setArrayFormula("=QUOTE(D1:D3;""Bid"")")
+  WaitForNumber(Sheet, "B3")
+  WaitForNumber(Sheet, "C1")
+  WaitForNumber(Sheet, "C3")
+  Note("array", Sheet.getCellRangeByName("C1").Value > 0 And Sheet.getCellRangeByName("C2").Value > 0 And Sheet.getCellRangeByName("C3").Value > 0)
+  Document.calculateAll()
+  Note("calculated anew", Sheet.getCellRangeByName("A1").Value > 0)
+  Sheet.getCellRangeByName("E1").Formula = "=QUOTE(D1)"
+  Sheet.getCellRangeByName("E1:E3").fillAuto(com.sun.star.sheet.FillDirection.TO_BOTTOM, 1)
+  WaitForNumber(Sheet, "E3")
+  Note("filled", Sheet.getCellRangeByName("E3").Formula & " " & (Sheet.getCellRangeByName("E3").Value > 0))
+  Undone = Document.UndoManager.getAllUndoActionTitles()
+  Turn(300)
+  Note("undo steps of quotes", UBound(Document.UndoManager.getAllUndoActionTitles()) - UBound(Undone))
+End Sub
+
+' What was saved is found again.
+Sub NoteFiles(Document)
+  Dim Form, Other, Parts
+  For Each Form In Array("ods=calc8", "xlsx=Calc MS Excel 2007 XML")
+    Parts = Split(Form, "=")
+    Document.storeToURL(UrlOf("saved." & Parts(0)), Array(MakeProperty("FilterName", Parts(1))))
+    Other = StarDesktop.loadComponentFromURL(UrlOf("saved." & Parts(0)), "_blank", 0, Array(MakeProperty("Hidden", True)))
+    WaitForNumber(Other.Sheets.getByIndex(0), "A1")
+    Note("from " & Parts(0), Shown(Other.Sheets.getByIndex(0), "A1") & " " & Shown(Other.Sheets.getByIndex(0), "A4"))
+    Other.close(True)
+  Next Form
+End Sub
+
+Function Shown(Sheet, Place As String) As String
+  Shown = Sheet.getCellRangeByName(Place).FormulaLocal & " " & (Sheet.getCellRangeByName(Place).getError() = 0)
+End Function
+
+Function MakeProperty(Name As String, Value)
+  Dim Property As New com.sun.star.beans.PropertyValue
+  Property.Name = Name
+  Property.Value = Value
+  MakeProperty = Property
+End Function
+
+Function UrlOf(Name As String) As String
+  UrlOf = ConvertToURL(Environ("HOME") & "/" & Name)
+End Function
+
+' Cells that are deleted while others stay, also on a sheet that nobody looks at; then all.
+Sub NoteEndOfUse(Document, Sheet)
+  Dim Before
+  Document.Sheets.insertNewByName("Hidden", 1)
+  Document.Sheets.getByName("Hidden").getCellRangeByName("A1").Formula = "=QUOTE(""CSCO"")"
+  WaitForNumber(Document.Sheets.getByName("Hidden"), "A1")
+  Sheet.getCellRangeByName("A1:E20").clearContents(1023)
+  Turn(7000)
+  Before = Document.Sheets.getByName("Hidden").getCellRangeByName("A1").Value
+  WaitForOther(Document.Sheets.getByName("Hidden"), "A1", Before)
+  Note("on a sheet behind", Document.Sheets.getByName("Hidden").getCellRangeByName("A1").Value <> Before)
+  Note("connections of one", Connections())
+  Document.Sheets.removeByName("Hidden")
+  WaitForConnections(0)
+  Note("connections of none", Connections())
+  Sheet.getCellRangeByName("A1").Formula = "=QUOTE(""CSCO"")"
+  WaitForConnections(1)
+  Note("connections of another", Connections())
+  Turn(1000)
+  WaitForOther(Sheet, "A1", Sheet.getCellRangeByName("A1").Value)
+  Document.setModified(False)
+  Document.close(True)
+  WaitForConnections(0)
+  Note("connections of no document", Connections())
+End Sub
+
+' The office ends while their quotes come.
+Sub NoteManyCells
+  Dim Document, Sheet, Rows(199) As Variant, Row, Began
+  Document = NewDocument()
+  Sheet = Document.Sheets.getByIndex(0)
+  For Row = 0 To 199
+    Rows(Row) = TenFormulas(Row * 10)
+  Next Row
+  Sheet.getCellRangeByName("A1:J200").setFormulaArray(Rows)
+  Sheet.getCellRangeByName("L1").Formula = "=COUNT(A1:J200)"
+  Began = Timer
+  Do While Sheet.getCellRangeByName("L1").Value < 100 And Timer < Began + Patience
+    Turn(50)
+  Loop
+  Note("many", Sheet.getCellRangeByName("L1").Value >= 100)
+  Note("connections of many", Connections())
+  Document.setModified(False)
+End Sub
+
+Function TenFormulas(First As Integer)
+  Dim Formulas(9) As Variant, I
+  For I = 0 To 9
+    Formulas(I) = "=QUOTE(""T" & (First + I) & """)"
+  Next I
+  TenFormulas = Formulas
+End Function
+
+Function NewDocument()
+  NewDocument = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+End Function
+
+' To the port of the stream, of all processes.
+Function Connections() As Integer
+  Dim Number As Integer, Entry As String, Fields
+  Number = FreeFile
+  Open "/proc/net/tcp" For Input As #Number
+  Do While Not EOF(Number)
+    Line Input #Number, Entry
+    Fields = Split(Trim(Entry), " ")
+    If UBound(Fields) > 2 Then
+      If Right(Fields(2), 5) = ":" & Environ("MIRELO_PORT") And Fields(3) = "01" Then Connections = Connections + 1
+    End If
+  Loop
+  Close #Number
+End Function
+
+Sub WaitForConnections(Count As Integer)
+  Dim Began
+  Began = Timer
+  Do While Connections() <> Count And Timer < Began + 2 * Patience
+    Turn(50)
+  Loop
+End Sub
+
+Sub WaitForNumber(Sheet, Place As String)
+  Dim Began
+  Began = Timer
+  Do While (Sheet.getCellRangeByName(Place).getError() <> 0 Or Sheet.getCellRangeByName(Place).Value = 0) And Timer < Began + Patience
+    Turn(50)
+  Loop
+End Sub
+
+Sub WaitForOther(Sheet, Place As String, Value)
+  Dim Began
+  Began = Timer
+  Do While Sheet.getCellRangeByName(Place).Value = Value And Timer < Began + Patience
+    Turn(50)
+  Loop
+End Sub
+
+Sub WaitForText(Sheet, Place As String, Text As String)
+  Dim Began
+  Began = Timer
+  Do While Sheet.getCellRangeByName(Place).String <> Text And Timer < Began + Patience
+    Turn(50)
+  Loop
+  Note("status", Sheet.getCellRangeByName(Place).String)
+End Sub
+
+Sub Turn(Milliseconds)
+  Dim Began, Toolkit
+  Toolkit = createUnoService("com.sun.star.awt.Toolkit")
+  Began = getSystemTicks()
+  Do While getSystemTicks() < Began + Milliseconds
+    Toolkit.processEventsToIdle()
+    Wait 10
+  Loop
+End Sub
+
+Sub Note(Title As String, Value)
+  Notes = Notes & Title & ": " & Value & Chr(10)
+End Sub
+
+Sub SaveNotes
+  Dim Number As Integer
+  Number = FreeFile
+  Open Environ("MIRELO_NOTES") For Output As #Number
+  Print #Number, Notes
+  Close #Number
+End Sub

@@ -1,0 +1,100 @@
+"""The cell functions in a LibreOffice that has the extension, against a stand-in."""
+
+import os
+import pathlib
+import tempfile
+import unittest
+
+from office import Office
+from support import BUILD, StandIn, run
+
+HERE = pathlib.Path(__file__).parent
+
+
+class Functions(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        home = tempfile.TemporaryDirectory(prefix="mirelo-")
+        cls.addClassCleanup(home.cleanup)
+        folder = pathlib.Path(home.name)
+        notes = folder / "notes"
+        with StandIn(BUILD / "bin", "--rate", "200") as tracker:
+            environment = {
+                "PATH": os.environ["PATH"],
+                "HOME": home.name,
+                "MIRELO_NOTES": str(notes),
+                "MIRELO_PORT": f"{int(tracker.stream_port):04X}",
+            }
+            office = Office(folder, environment)
+            office.install(BUILD / "mirelo.oxt")
+            office.add_macros(Tests=HERE / "Functions.bas")
+            mirelo = BUILD / "bin" / "mirelo"
+            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
+            run(mirelo, "settings", "set", "Seconds", "0", env=environment)
+            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
+            cls.code = office.run("Tests.Functions.Main")
+        cls.log = office.log()
+        cls.notes = {}
+        if notes.exists():
+            for line in notes.read_text().splitlines():
+                name, _, value = line.partition(": ")
+                cls.notes[name] = value
+
+    def test_reach_their_end_and_the_office_ends_well_while_quotes_come(self):
+        self.assertEqual(self.notes.get("failed"), None)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.code, 0, self.log)
+        self.assertNotIn("mirelo", self.log)
+
+    def test_are_described_in_the_function_wizard(self):
+        quote = self.notes["wizard QUOTE"]
+        for text in ("market quote from QuoteTracker", "Ticker: The ticker", "Column: What to show"):
+            self.assertIn(text, quote)
+        self.assertIn("Says why", self.notes["wizard QUOTE_STATUS"])
+        self.assertIn("seconds", self.notes["wizard QUOTE_AGE"])
+
+    def test_show_no_value_before_and_say_why(self):
+        self.assertEqual(self.notes["before"], "#N/A 32767")
+        self.assertNotEqual(self.notes["status before"], "Streaming")
+
+    def test_show_values_that_change_as_quotes_come(self):
+        self.assertGreater(float(self.notes["value"]), 0)
+        self.assertEqual(self.notes["same"], "True")
+        self.assertEqual(self.notes["changes"], "True")
+        self.assertLess(float(self.notes["age"]), 5)
+        self.assertEqual(self.notes["status"], "Streaming")
+        self.assertEqual(self.notes["connections"], "1")
+
+    def test_leave_the_document_and_its_undo_as_the_user_left_them(self):
+        self.assertEqual(self.notes["modified by quotes"], "False")
+        self.assertEqual(self.notes["undo steps of quotes"], "0")
+
+    def test_say_what_is_wrong_with_their_arguments(self):
+        self.assertIn('#N/A There is no column "LASST"', self.notes["wrong column"])
+        self.assertEqual(self.notes["no ticker"], "#N/A No ticker is given")
+
+    def test_take_tickers_of_cells_and_work_in_arrays_fills_and_anew(self):
+        self.assertEqual(self.notes["array"], "True")
+        self.assertEqual(self.notes["calculated anew"], "True")
+        self.assertRegex(self.notes["filled"], r"D3\) True$")
+
+    def test_are_found_again_in_files(self):
+        for form in ("ods", "xlsx"):
+            self.assertEqual(
+                self.notes[f"from {form}"], '=QUOTE("MSFT","Last") True =QUOTE_AGE("MSFT") True', form
+            )
+
+    def test_end_with_the_last_cell_though_the_office_keeps_its_listeners(self):
+        self.assertEqual(self.notes["on a sheet behind"], "True")
+        self.assertEqual(self.notes["connections of one"], "1")
+        self.assertEqual(self.notes["connections of none"], "0")
+        self.assertEqual(self.notes["connections of another"], "1")
+        self.assertEqual(self.notes["connections of no document"], "0")
+
+    def test_are_subscribed_together_by_the_thousand(self):
+        self.assertEqual(self.notes["many"], "True")
+        self.assertEqual(self.notes["connections of many"], "1")
+
+
+if __name__ == "__main__":
+    unittest.main()
