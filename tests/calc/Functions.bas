@@ -70,7 +70,7 @@ Sub NoteValues(Document, Sheet)
   WaitForOther(Sheet, "A1", First)
   Note("changes", Sheet.getCellRangeByName("A1").Value <> First)
   Note("modified by quotes", Document.isModified())
-  Note("connections", Connections())
+  NoteConnections("connections", 1)
 End Sub
 
 Sub NoteReasons(Sheet)
@@ -145,19 +145,16 @@ Sub NoteEndOfUse(Document, Sheet)
   Before = Document.Sheets.getByName("Hidden").getCellRangeByName("A1").Value
   WaitForOther(Document.Sheets.getByName("Hidden"), "A1", Before)
   Note("on a sheet behind", Document.Sheets.getByName("Hidden").getCellRangeByName("A1").Value <> Before)
-  Note("connections of one", Connections())
+  NoteConnections("connections of one", 1)
   Document.Sheets.removeByName("Hidden")
-  WaitForConnections(0)
-  Note("connections of none", Connections())
+  NoteConnections("connections of none", 0)
   Sheet.getCellRangeByName("A1").Formula = "=QUOTE(""CSCO"")"
-  WaitForConnections(1)
-  Note("connections of another", Connections())
+  NoteConnections("connections of another", 1)
   Turn(1000)
   WaitForOther(Sheet, "A1", Sheet.getCellRangeByName("A1").Value)
   Document.setModified(False)
   Document.close(True)
-  WaitForConnections(0)
-  Note("connections of no document", Connections())
+  NoteConnections("connections of no document", 0)
 End Sub
 
 ' The office ends while their quotes come.
@@ -175,7 +172,7 @@ Sub NoteManyCells
     Turn(50)
   Loop
   Note("many", Sheet.getCellRangeByName("L1").Value >= 100)
-  Note("connections of many", Connections())
+  NoteConnections("connections of many", 1)
   Document.setModified(False)
 End Sub
 
@@ -206,12 +203,14 @@ Function Connections() As Integer
   Close #Number
 End Function
 
-Sub WaitForConnections(Count As Integer)
+' A change of the tickers ends one and begins another.
+Sub NoteConnections(Title As String, Count As Integer)
   Dim Began
   Began = Timer
   Do While Connections() <> Count And Timer < Began + 2 * Patience
     Turn(50)
   Loop
+  Note(Title, Connections())
 End Sub
 
 Sub WaitForNumber(Sheet, Place As String)
