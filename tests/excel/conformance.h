@@ -69,8 +69,10 @@ class Spreadsheets : public ::testing::TestWithParam<Implementation> {
   std::int32_t RowCount() { return sheet->Rows()->Count(); }
   std::int32_t ColumnCount() { return sheet->Columns()->Count(); }
 
-  // Places and sizes in points.
-  void ExpectPoints(double points, double expected) { EXPECT_NEAR(points, expected, GetParam().tolerance); }
+  // Places and sizes in points. `times` is of how many the expected one is made.
+  void ExpectPoints(double points, double expected, int times = 1) {
+    EXPECT_NEAR(points, expected, times * GetParam().tolerance);
+  }
 
   KnownLimit limit_{GetParam().limits};
   std::shared_ptr<host::excel::Application> application = GetParam().application();

@@ -98,11 +98,23 @@ BorderLine2 LineInOffice(const BorderLine& line) {
   return drawn;
 }
 
+// The office's answer leaves out columns that nobody ever touched, which are always the last ones.
+bool LeavesOutTheLastColumn(const CellBlock& block, const Place& place, const BorderLine& line) {
+  const Area& area = block.area;
+  if (line.line == 0 || place.columns != 0 || place.index == xlInsideVertical || area.Columns() == 1)
+    return false;
+  const auto last = block.At({area.first_row, area.last_column, area.last_row, area.last_column})
+                        .Properties()
+                        .Get(kBorder, TableBorder2());
+  return !(last.*place.is_valid) || LineFromOffice(last.*place.line) != line;
+}
+
 // Nothing where it is not the same all along.
 std::optional<BorderLine> HeldLine(const CellBlock& block, const Place& place) {
   const auto border = block.Properties().Get(kBorder, TableBorder2());
   if (!(border.*place.is_valid)) return std::nullopt;
-  return LineFromOffice(border.*place.line);
+  const BorderLine line = LineFromOffice(border.*place.line);
+  return LeavesOutTheLastColumn(block, place, line) ? std::nullopt : std::optional(line);
 }
 
 std::optional<CellBlock> BlockAcross(const CellBlock& block, const Place& place) {

@@ -1,13 +1,16 @@
 #include "adapters/calc/objects/cell_deletion.h"
 
+#include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/sheet/CellDeleteMode.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeMovement.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
 
+#include "adapters/calc/objects/cell_formats.h"
 #include "adapters/calc/objects/comment_object.h"
 #include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/sheet_conditions.h"
 
 namespace mirelo::calc {
 
@@ -29,12 +32,18 @@ void ClearCellContents(const CellBlock& block) { ClearFlags(block, kContents); }
 void ClearCells(const CellBlock& block) {
   ClearComments(block);
   ClearFlags(block, kContents | kFormats);
+  // Formats of columns behind the last one that was ever touched stay otherwise.
+  if (block.area.IsWholeRows()) {
+    const auto states = As<css::beans::XPropertyState>(block.Cells());
+    for (const char* format : kCellFormats) states->setPropertyToDefault(OfficeText(format));
+  }
 }
 
 void DeleteCells(const CellBlock& block) {
   ForgetStepsWithCommentsOf(block);
-  const auto mode =
-      block.area.IsWholeRows() ? css::sheet::CellDeleteMode_ROWS : css::sheet::CellDeleteMode_UP;
+  const bool are_rows = block.area.IsWholeRows();
+  if (!are_rows) SheetConditions(block.sheet).CutBeside(block.area);
+  const auto mode = are_rows ? css::sheet::CellDeleteMode_ROWS : css::sheet::CellDeleteMode_UP;
   As<css::sheet::XCellRangeMovement>(block.sheet->Get())
       ->removeRange(As<css::sheet::XCellRangeAddressable>(block.Cells())->getRangeAddress(), mode);
 }

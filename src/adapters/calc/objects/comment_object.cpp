@@ -33,12 +33,6 @@ std::string NoteOn(const CellBlock& cell) {
   return note.is() ? TextOf(As<css::text::XSimpleText>(note)->getString()) : std::string();
 }
 
-bool HasComments(const CellBlock& block) {
-  const auto found =
-      As<css::sheet::XCellRangesQuery>(block.Cells())->queryContentCells(css::sheet::CellFlags::ANNOTATION);
-  return found->getRangeAddresses().hasElements();
-}
-
 }  // namespace
 
 std::string CommentObject::Text() {
@@ -69,14 +63,23 @@ std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::str
   return std::make_shared<CommentObject>(cell);
 }
 
+AreaSet CommentedCells(const CellBlock& block) {
+  const auto found =
+      As<css::sheet::XCellRangesQuery>(block.Cells())->queryContentCells(css::sheet::CellFlags::ANNOTATION);
+  AreaSet cells;
+  for (const auto& range : found->getRangeAddresses())
+    cells.push_back({range.StartRow + 1, range.StartColumn + 1, range.EndRow + 1, range.EndColumn + 1});
+  return cells;
+}
+
 void ClearComments(const CellBlock& block) {
-  if (!HasComments(block)) return;
+  if (CommentedCells(block).empty()) return;
   block.document().ForgetSteps();
   As<css::sheet::XSheetOperation>(block.Cells())->clearContents(css::sheet::CellFlags::ANNOTATION);
 }
 
 void ForgetStepsWithCommentsOf(const CellBlock& block) {
-  if (HasComments(block)) block.document().ForgetSteps();
+  if (!CommentedCells(block).empty()) block.document().ForgetSteps();
 }
 
 }  // namespace mirelo::calc

@@ -7,6 +7,7 @@
 
 #include "adapters/calc/objects/cell_block.h"
 #include "host/excel/comment.h"
+#include "spreadsheet/area_set.h"
 
 namespace mirelo::calc {
 
@@ -28,6 +29,8 @@ std::shared_ptr<host::excel::Comment> CommentOf(const CellBlock& cell);
 // As host::excel::Range::AddComment. Calc has no empty comments: one becomes a blank.
 std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::string_view text);
 void ClearComments(const CellBlock& block);
+// The cells of a block that have comments.
+spreadsheet::AreaSet CommentedCells(const CellBlock& block);
 // The person's steps hold the boxes of comments that are about to go.
 void ForgetStepsWithCommentsOf(const CellBlock& block);
 

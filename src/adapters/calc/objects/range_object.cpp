@@ -12,8 +12,10 @@
 #include "adapters/calc/objects/cell_search.h"
 #include "adapters/calc/objects/column_widths.h"
 #include "adapters/calc/objects/comment_object.h"
+#include "adapters/calc/objects/display_format_object.h"
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/font_object.h"
+#include "adapters/calc/objects/format_conditions_object.h"
 #include "adapters/calc/objects/front.h"
 #include "adapters/calc/objects/interior_object.h"
 #include "adapters/calc/objects/number_formats.h"
@@ -37,6 +39,10 @@ constexpr double kHundredthsOfMillimetresPerPoint = 2540.0 / 72;
 
 double Points(sal_Int32 hundredths_of_millimetres) {
   return hundredths_of_millimetres / kHundredthsOfMillimetresPerPoint;
+}
+
+css::awt::Point PositionOf(const CellBlock& block) {
+  return block.Properties().Get("Position", css::awt::Point());
 }
 
 }  // namespace
@@ -142,16 +148,28 @@ void RangeObject::Select() {
 }
 
 double RangeObject::Left() {
-  return Ask([&] { return Points(block_.Properties().Get("Position", css::awt::Point()).X); });
+  return Ask([&] { return Points(PositionOf(block_).X); });
 }
 double RangeObject::Top() {
-  return Ask([&] { return Points(block_.Properties().Get("Position", css::awt::Point()).Y); });
+  return Ask([&] { return Points(PositionOf(block_).Y); });
 }
+
+// To where the next cells begin: sizes of their own are rounded in another way.
 double RangeObject::Width() {
-  return Ask([&] { return Points(block_.Properties().Get("Size", css::awt::Size()).Width); });
+  return Ask([&] {
+    const Area& area = block_.area;
+    if (area.last_column == kColumns) return Points(block_.Properties().Get("Size", css::awt::Size()).Width);
+    const CellBlock next = block_.At(Area::Cell(area.first_row, area.last_column + 1));
+    return Points(PositionOf(next).X - PositionOf(block_).X);
+  });
 }
 double RangeObject::Height() {
-  return Ask([&] { return Points(block_.Properties().Get("Size", css::awt::Size()).Height); });
+  return Ask([&] {
+    const Area& area = block_.area;
+    if (area.last_row == kRows) return Points(block_.Properties().Get("Size", css::awt::Size()).Height);
+    const CellBlock next = block_.At(Area::Cell(area.last_row + 1, area.first_column));
+    return Points(PositionOf(next).Y - PositionOf(block_).Y);
+  });
 }
 
 RangeObject::RangePtr RangeObject::EntireColumn() {
@@ -236,11 +254,11 @@ std::shared_ptr<Border> RangeObject::Borders(XlBordersIndex index) {
 }
 
 std::shared_ptr<FormatConditions> RangeObject::FormatConditions() {
-  throw Refused("Conditional formats cannot be reached in LibreOffice yet.");
+  return std::make_shared<FormatConditionsObject>(block_);
 }
 
 std::shared_ptr<DisplayFormat> RangeObject::DisplayFormat() {
-  throw Refused("Conditional formats cannot be reached in LibreOffice yet.");
+  return std::make_shared<DisplayFormatObject>(block_.At(Area::Cell(Row(), Column())));
 }
 
 }  // namespace mirelo::calc

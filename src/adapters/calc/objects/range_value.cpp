@@ -14,6 +14,7 @@
 
 #include "adapters/calc/objects/block_change.h"
 #include "adapters/calc/objects/block_formats.h"
+#include "adapters/calc/objects/comment_object.h"
 #include "automation/text.h"
 #include "host/excel/range.h"
 #include "spreadsheet/typed/cell_input.h"
@@ -79,7 +80,7 @@ class Writing {
   }
 
   void Write() const {
-    As<css::sheet::XCellRangeData>(block_.Cells())->setDataArray(data_);
+    WriteData();
     NumberFormats& formats = block_.document().Formats();
     wishes_.ForEach(block_, [&](const CellBlock& cells, const std::string& code) {
       cells.Properties().Set("NumberFormat", formats.Key(code));
@@ -126,6 +127,43 @@ class Writing {
       return Any(OfficeText(*text));
     }
     return Any(rtl::OUString());
+  }
+
+  // Calc takes the comments off cells that are written as a block.
+  void WriteData() const {
+    const AreaSet commented = CommentedCells(block_);
+    AreaSet parts{block_.area};
+    for (const Area& cells : commented) parts = Without(parts, cells);
+    for (const Area& part : parts)
+      As<css::sheet::XCellRangeData>(block_.At(part).Cells())->setDataArray(DataOf(part));
+    for (const Area& cells : commented) {
+      for (std::int32_t row = cells.first_row; row <= cells.last_row; ++row) {
+        for (std::int32_t column = cells.first_column; column <= cells.last_column; ++column)
+          WriteCell(row, column);
+      }
+    }
+  }
+
+  Rows DataOf(const Area& part) const {
+    if (part == block_.area) return data_;
+    Rows data(part.Rows());
+    for (std::int32_t row = 0; row < part.Rows(); ++row) {
+      const Any* first = data_[part.first_row - block_.area.first_row + row].getConstArray() +
+                         (part.first_column - block_.area.first_column);
+      data.getArray()[row] = Sequence<Any>(first, part.Columns());
+    }
+    return data;
+  }
+
+  void WriteCell(std::int32_t row, std::int32_t column) const {
+    const CellBlock block = block_.At(Area::Cell(row, column));
+    const Any& value = data_[row - block_.area.first_row][column - block_.area.first_column];
+    const auto cell = block.FirstCell();
+    if (double number = 0; value >>= number) return cell->setValue(number);
+    rtl::OUString text;
+    value >>= text;
+    if (text.isEmpty()) return As<css::sheet::XSheetOperation>(block.Cells())->clearContents(kContents);
+    As<css::text::XTextRange>(cell)->setString(text);
   }
 
   const CellBlock& block_;

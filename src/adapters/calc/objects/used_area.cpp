@@ -1,6 +1,7 @@
 #include "adapters/calc/objects/used_area.h"
 
 #include <algorithm>
+#include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
@@ -11,6 +12,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "adapters/calc/objects/cell_formats.h"
 #include "spreadsheet/errors.h"
 
 namespace mirelo::calc {
@@ -26,10 +28,12 @@ Area AreaOfAddress(const CellRangeAddress& address) {
   return {address.StartRow + 1, address.StartColumn + 1, address.EndRow + 1, address.EndColumn + 1};
 }
 
-// Cells of one format. Those that nobody formatted reach to the sheet's last cell.
-bool AreOfUntouchedCells(const css::uno::Sequence<CellRangeAddress>& ranges) {
-  return std::any_of(ranges.begin(), ranges.end(), [](const CellRangeAddress& range) {
-    return range.EndRow == kRows - 1 && range.EndColumn == kColumns - 1;
+bool AreFormatted(const Any& cells) {
+  css::uno::Sequence<rtl::OUString> names(static_cast<sal_Int32>(kCellFormats.size()));
+  std::ranges::transform(kCellFormats, names.getArray(), [](const char* name) { return OfficeText(name); });
+  const auto states = As<css::beans::XPropertyState>(cells)->getPropertyStates(names);
+  return std::any_of(states.begin(), states.end(), [](css::beans::PropertyState state) {
+    return state != css::beans::PropertyState_DEFAULT_VALUE;
   });
 }
 
@@ -123,11 +127,11 @@ Area UsedOrFormattedArea(DocumentSheet& sheet) {
   const auto formats = As<css::container::XIndexAccess>(
       As<css::sheet::XUniqueCellFormatRangesSupplier>(sheet.Get())->getUniqueCellFormatRanges());
   for (sal_Int32 i = 0; i < formats->getCount(); ++i) {
-    const auto ranges = As<css::sheet::XSheetCellRanges>(formats->getByIndex(i))->getRangeAddresses();
-    if (AreOfUntouchedCells(ranges)) continue;
-    for (const CellRangeAddress& range : ranges) {
+    const Any alike = formats->getByIndex(i);
+    if (!AreFormatted(alike)) continue;
+    for (const CellRangeAddress& range : As<css::sheet::XSheetCellRanges>(alike)->getRangeAddresses()) {
       const Area area = AreaOfAddress(range);
-      if (area.IsWholeColumns()) continue;
+      if (area.last_row == kRows) continue;  // a format of its columns
       used.last_row = std::max(used.last_row, area.last_row);
       if (!area.IsWholeRows()) used.last_column = std::max(used.last_column, area.last_column);
     }

@@ -14,9 +14,13 @@ namespace excel = host::excel;
 
 namespace {
 
-// "Sheet" with the next number that is free.
+Reference<css::container::XIndexAccess> SheetsOf(const Document& document) {
+  return As<css::container::XIndexAccess>(document.uno()->getSheets());
+}
+
+// "Sheet" with the next number that is free, from that of the new sheet on.
 std::string FreeName(const std::shared_ptr<Document>& document) {
-  for (int number = 1;; ++number) {
+  for (sal_Int32 number = SheetsOf(*document)->getCount() + 1;; ++number) {
     std::string name = "Sheet" + std::to_string(number);
     if (document->Find(name) == nullptr && FindChartSheet(document, name) == nullptr) return name;
   }
@@ -25,13 +29,12 @@ std::string FreeName(const std::shared_ptr<Document>& document) {
 }  // namespace
 
 std::int32_t WorksheetsObject::Count() {
-  return document_->Ask(
-      [&] { return As<css::container::XIndexAccess>(document_->uno()->getSheets())->getCount(); });
+  return document_->Ask([&] { return SheetsOf(*document_)->getCount(); });
 }
 
 std::shared_ptr<excel::Worksheet> WorksheetsObject::Item(std::int32_t index) {
   return document_->Ask([&] {
-    const auto tabs = As<css::container::XIndexAccess>(document_->uno()->getSheets());
+    const auto tabs = SheetsOf(*document_);
     if (index < 1 || index > tabs->getCount()) throw Errors::SubscriptOutOfRange();
     return std::make_shared<WorksheetObject>(
         document_->SheetOf(As<css::sheet::XSpreadsheet>(tabs->getByIndex(index - 1))));

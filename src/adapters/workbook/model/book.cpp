@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "adapters/workbook/model/area_set.h"
+#include "spreadsheet/area_set.h"
 
 namespace mirelo::workbook {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/model/area_set.h"
 #include "adapters/workbook/rules.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/area_set.h"
 #include "spreadsheet/style.h"
 
 namespace mirelo::workbook {

@@ -3,10 +3,9 @@
 #include <optional>
 #include <vector>
 
-#include "adapters/workbook/rules.h"
 #include "spreadsheet/area.h"
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 using AreaSet = std::vector<Area>;
 
@@ -21,4 +20,4 @@ AreaSet AfterDeletion(const AreaSet& areas, const Area& gone);
 // stays where it is.
 std::optional<Area> AfterDeletion(const Area& area, const Area& gone);
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

@@ -1,9 +1,9 @@
-#include "adapters/workbook/model/area_set.h"
+#include "spreadsheet/area_set.h"
 
 #include <cstdint>
 #include <optional>
 
-namespace mirelo::workbook {
+namespace mirelo::spreadsheet {
 
 namespace {
 
@@ -67,4 +67,4 @@ std::optional<Area> AfterDeletion(const Area& area, const Area& gone) {
   return RowsAfterDeletion(area, gone);
 }
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::spreadsheet

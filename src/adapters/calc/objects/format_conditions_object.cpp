@@ -1,0 +1,121 @@
+#include "adapters/calc/objects/format_conditions_object.h"
+
+#include <cstddef>
+#include <string>
+
+#include "adapters/calc/objects/block_change.h"
+#include "adapters/calc/objects/look_styles.h"
+#include "adapters/calc/objects/sheet_conditions.h"
+#include "host/excel/font.h"
+#include "spreadsheet/color_index.h"
+#include "spreadsheet/compared_number.h"
+
+namespace mirelo::calc {
+
+using namespace host::excel;
+using namespace spreadsheet;
+
+namespace {
+
+// A condition of a block's cells by its number among them, from 0.
+struct ConditionPlace {
+  CellBlock block;
+  std::size_t number;
+
+  // Called within Document::Ask. Error 1004 when it is gone.
+  SheetCondition Find() const {
+    const auto touching = SheetConditions(block.sheet).Touching(block.area);
+    if (number >= touching.size()) throw Refused("This condition is no longer there.");
+    return touching[number];
+  }
+};
+
+class ConditionFont final : public Font {
+ public:
+  explicit ConditionFont(ConditionPlace place) : place_(std::move(place)) {}
+
+  Variant Bold() override { return Get().bold ? Variant(true) : Variant(); }
+  void Bold(bool bold) override {
+    Change([&](Look& look) { look.bold = bold; });
+  }
+  // A condition leaves the size of letters to the cell.
+  Variant Size() override { return {}; }
+  void Size(double) override { throw Refused("A condition cannot change the size of letters."); }
+  Variant ColorIndex() override {
+    const Look look = Get();
+    return look.color == kAutomatic ? Variant() : Variant(IndexOfColor(look.color));
+  }
+  void ColorIndex(std::int32_t index) override {
+    const spreadsheet::Color color = ColorOfIndex(index);
+    Change([&](Look& look) { look.color = color; });
+  }
+  Variant Color() override {
+    const Look look = Get();
+    return look.color == kAutomatic ? Variant() : Variant(NumberOfColor(look.color, kBlack));
+  }
+
+ private:
+  Look Get() const {
+    Document& document = place_.block.document();
+    return document.Ask([&] { return LookOfStyle(document.uno(), place_.Find().style); });
+  }
+
+  template <class Function>
+  void Change(Function&& change) const {
+    ChangeCells(place_.block, [&] {
+      const auto& document = place_.block.document().uno();
+      const SheetCondition condition = place_.Find();
+      Look look = LookOfStyle(document, condition.style);
+      change(look);
+      SheetConditions::SetStyle(condition, StyleOfLook(document, look));
+    });
+  }
+
+  ConditionPlace place_;
+};
+
+class FormatConditionObject final : public FormatCondition {
+ public:
+  explicit FormatConditionObject(ConditionPlace place) : place_(std::move(place)) {}
+
+  XlFormatConditionOperator Operator() override { return Get().Operator(); }
+  std::string Formula1() override { return "=" + Get().formula; }
+  std::shared_ptr<host::excel::Font> Font() override { return std::make_shared<ConditionFont>(place_); }
+
+ private:
+  SheetCondition Get() const {
+    return place_.block.document().Ask([&] { return place_.Find(); });
+  }
+
+  ConditionPlace place_;
+};
+
+}  // namespace
+
+std::int32_t FormatConditionsObject::Count() {
+  return block_.document().Ask(
+      [&] { return static_cast<std::int32_t>(SheetConditions(block_.sheet).Touching(block_.area).size()); });
+}
+
+FormatConditionsObject::ConditionPtr FormatConditionsObject::Item(std::int32_t index) {
+  if (index < 1 || index > Count()) throw Errors::SubscriptOutOfRange();
+  return std::make_shared<FormatConditionObject>(ConditionPlace{block_, static_cast<std::size_t>(index) - 1});
+}
+
+FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditionType type,
+                                                                 XlFormatConditionOperator op,
+                                                                 std::string_view formula1) {
+  if (type != xlCellValue) throw Refused("Only values of cells can be compared.");
+  if (!ComparesWithOneValue(op)) throw Refused("This operator does not compare with one value.");
+  const std::string number = NumberInFormula(formula1);
+  ChangeCells(block_, [&] {
+    SheetConditions(block_.sheet).Add(block_.area, op, number, StyleOfLook(block_.document().uno(), {}));
+  });
+  return Item(Count());
+}
+
+void FormatConditionsObject::Delete() {
+  ChangeCells(block_, [&] { SheetConditions(block_.sheet).Clear(block_.area); });
+}
+
+}  // namespace mirelo::calc
