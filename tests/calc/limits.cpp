@@ -1,10 +1,14 @@
 #include "calc/limits.h"
 
 #include <array>
+#include <string_view>
 
 namespace mirelo::testing {
 
 namespace {
+
+constexpr std::string_view kBoxes =
+    "Calc shows the box of a comment while the pointer is over its cell, where there is room";
 
 constexpr std::array kLimits{
     Limit{"Borders.TakeAStyleThatSlants",
@@ -12,6 +16,16 @@ constexpr std::array kLimits{
     Limit{"CellValues.CountTheDaysOf1900AsTheSpreadsheetDoes",
           "Calc's calendar knows that 1900 was no leap year: the numbers are the same, and up to 28 February "
           "1900 people see the day before"},
+    Limit{"ChartShapes.AreSelectedInPlaceOfCells",
+          "Calc does not tell which cell was selected before a chart: people see the chart selected, and "
+          "macros "
+          "that ask for the cell are told A1"},
+    Limit{"ChartShapes.StayWhenCellsMove",
+          "a chart in Calc stands by a cell: people see it stay beside its table when columns get wider, and "
+          "move up when rows above it are deleted"},
+    Limit{"CommentBoxes.CanBeSelected", kBoxes},
+    Limit{"CommentBoxes.GoWithTheirComments", kBoxes},
+    Limit{"CommentBoxes.StandBesideTheirCells", kBoxes},
     Limit{"Comments.MayBeEmpty", "Calc drops a comment without text: people see one with a blank"},
     Limit{"DisplayFormats.TakeFromTheFirstConditionWhatSeveralChange",
           "Calc shows a cell in the style of the first condition that it meets, and of no other"},

@@ -24,6 +24,7 @@
 #include <stdexcept>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace mirelo::testing {
@@ -139,13 +140,19 @@ void LiveOffice::Connect() {
 
 LiveOffice::Document LiveOffice::NewDocument() {
   Close();
-  const auto desktop = css::frame::Desktop::create(context_);
-  document_.set(desktop->loadComponentFromURL("private:factory/scalc", "_blank", 0, {}), UNO_QUERY_THROW);
+  document_ = Load();
   return document_;
 }
 
+LiveOffice::Document LiveOffice::AnotherDocument() { return others_.emplace_back(Load()); }
+
+LiveOffice::Document LiveOffice::Load() const {
+  const auto desktop = css::frame::Desktop::create(context_);
+  return {desktop->loadComponentFromURL("private:factory/scalc", "_blank", 0, {}), UNO_QUERY_THROW};
+}
+
 LiveOffice::Document LiveOffice::EmptyDocument() {
-  if (!document_.is() || !Empty()) return NewDocument();
+  if (!others_.empty() || !document_.is() || !Empty()) return NewDocument();
   return document_;
 }
 
@@ -168,12 +175,13 @@ bool LiveOffice::Empty() {
 }
 
 void LiveOffice::Close() {
-  if (!document_.is()) return;
-  const Reference<css::util::XCloseable> closing(document_, UNO_QUERY_THROW);
-  document_.clear();
-  try {
-    closing->close(true);
-  } catch (const css::lang::DisposedException&) {  // a test closed it
+  if (document_.is()) others_.push_back(std::exchange(document_, Document()));
+  for (const Document& document : std::exchange(others_, {})) {
+    const Reference<css::util::XCloseable> closing(document, UNO_QUERY_THROW);
+    try {
+      closing->close(true);
+    } catch (const css::lang::DisposedException&) {  // a test closed it
+    }
   }
 }
 

@@ -6,6 +6,7 @@
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <string>
+#include <vector>
 
 #include "support/temp_directory.h"
 
@@ -31,6 +32,8 @@ class LiveOffice {
   Document NewDocument();
   // The same, and quicker: the document from before, if it can be emptied.
   Document EmptyDocument();
+  // One beside that from before, which both of these close.
+  Document AnotherDocument();
   void Close();
 
  private:
@@ -40,6 +43,7 @@ class LiveOffice {
   void Start();
   void Connect();
   bool Empty();
+  Document Load() const;
   bool HasEnded();
   bool Finish();
   std::string Log() const;
@@ -50,6 +54,7 @@ class LiveOffice {
   int status_ = 0;
   css::uno::Reference<css::uno::XComponentContext> context_;
   Document document_;
+  std::vector<Document> others_;
 };
 
 }  // namespace mirelo::testing

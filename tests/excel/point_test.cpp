@@ -128,12 +128,14 @@ TEST_P(PointsOfSeries, KeepTheirLooksByTheirNumbersWhenOtherCellsArePlotted) {
 
 TEST_P(PointsOfSeries, MayBeTwelveHundred) {
   constexpr std::int32_t kCount = 1'200;
+  application->ScreenUpdating(false);  // or each is drawn by itself
   series->Values(Range("B3")->Resize(kCount, 1));
   for (std::int32_t i = 1; i <= kCount; ++i) {
     PointAt(i)->Border()->ColorIndex(i % 56 + 1);
     PointAt(i)->MarkerBackgroundColorIndex(3);
     PointAt(i)->MarkerForegroundColorIndex(4);
   }
+  application->ScreenUpdating(true);
   EXPECT_EQ(PointAt(55)->Border()->ColorIndex(), Variant(56));
   EXPECT_EQ(PointAt(kCount)->MarkerBackgroundColorIndex(), 3);
   EXPECT_EQ(PointAt(kCount)->MarkerForegroundColorIndex(), 4);

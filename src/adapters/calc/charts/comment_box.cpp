@@ -110,6 +110,7 @@ void CommentBox::Height(double points) {
   const double height = spreadsheet::PixelsOfSize(points) * spreadsheet::kPointsPerPixel;
   ChangeCells(cell_, [&] {
     const auto box = Box();
+    Properties(box).Set("TextAutoGrowHeight", false);  // also where that is too low for its text
     box->setSize({box->getSize().Width, LengthOf(height)});
   });
 }
