@@ -1,9 +1,11 @@
 #include "automation/utf8.h"
 
-#include <locale.h>
-#include <wctype.h>
+#include <algorithm>
+#include <cstdint>
+#include <span>
 
 #include "automation/ansi.h"
+#include "automation/case_table.h"
 
 namespace mirelo::utf8 {
 
@@ -20,12 +22,10 @@ Character Stray(std::string_view text, std::size_t position) {
   return {kStrayByte + Byte(text, position), 1};
 }
 
-// C.UTF-8 is part of the C library itself and carries Unicode's case tables without any locale being
-// installed.
-locale_t CaseTables() {
-  static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  static const locale_t tables = unicode != nullptr ? unicode : newlocale(LC_CTYPE_MASK, "C", nullptr);
-  return tables;
+char32_t OtherCase(std::span<const CaseRun> runs, char32_t code) {
+  const auto run = std::ranges::lower_bound(runs, code, {}, &CaseRun::last);
+  if (run == runs.end() || code < run->first || (code - run->first) % run->step != 0) return code;
+  return static_cast<char32_t>(static_cast<std::int32_t>(code) + run->distance);
 }
 
 }  // namespace
@@ -79,12 +79,12 @@ std::size_t Count(std::string_view text) {
 
 char32_t Upper(char32_t code) {
   if (code < 0x80) return code >= 'a' && code <= 'z' ? code - 0x20 : code;
-  return static_cast<char32_t>(towupper_l(static_cast<wint_t>(code), CaseTables()));
+  return OtherCase(RunsToUpper(), code);
 }
 
 char32_t Lower(char32_t code) {
   if (code < 0x80) return code >= 'A' && code <= 'Z' ? code + 0x20 : code;
-  return static_cast<char32_t>(towlower_l(static_cast<wint_t>(code), CaseTables()));
+  return OtherCase(RunsToLower(), code);
 }
 
 std::size_t MatchIgnoringCase(std::string_view text, std::string_view what) {

@@ -23,7 +23,9 @@ void RaiseJournalFailure(const std::string& file, int reason) {
     case ENXIO:
       throw JournalRefused(Errors::PathFileAccess().Number(), text, kSource);
     case ENOSPC:
+#ifdef EDQUOT  // not every machine has quotas
     case EDQUOT:
+#endif
     case EFBIG:
       throw RuntimeError(kDiskFull, text, kSource);
     default:

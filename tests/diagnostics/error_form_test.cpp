@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::MatchesRegex;
 using ::testing::SizeIs;
 
 const std::string kVersionLine = "\r\nVersion: " + std::string(ProductVersion());
@@ -97,7 +97,7 @@ TEST_F(ErrorForm, ShowsTheReportAndBehindItTheVersion) {
   form.ErrorMessage("report\r\nof two lines");
   EXPECT_EQ(form.ErrorMessage(), "report\r\nof two lines" + kVersionLine);
   EXPECT_EQ(form.txtErrorMessage.Text(), form.ErrorMessage());
-  EXPECT_THAT(std::string(ProductVersion()), MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+"));
+  EXPECT_TRUE(std::regex_match(std::string(ProductVersion()), std::regex("[0-9]+\\.[0-9]+\\.[0-9]+")));
 }
 
 TEST_F(ErrorForm, ActivatesInItsOrder) {

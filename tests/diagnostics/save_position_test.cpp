@@ -5,12 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/sqlite/sqlite_registry.h"
 #include "automation/array.h"
 #include "automation/runtime_error.h"
 #include "diagnostics/placement_fixture.h"
 #include "support/error_number.h"
-#include "support/temp_directory.h"
 
 namespace mirelo::testing {
 namespace {
@@ -84,29 +82,6 @@ TEST_F(SavePosition, WithoutAStoreIsNotInitialized) {
   CFormRestore bare;
   ExpectError(ErrorOf([&] { bare.SavePosition(form); }), 0x80044499, "Object not properly initialized",
               "Mirelo.CFormRestore");
-}
-
-TEST_F(SavePosition, IsReadBackByAnotherRunFromTheRegistryFile) {
-  const TempDirectory folder;
-  const auto file = folder / "registry.db";
-  {
-    sqlite::SqliteRegistry first_run(file);
-    TestHost machine = TestHost().Use(first_run).Use(desktop);
-    const host::HostScope scope(machine);
-    restore.SavePosition(form);
-  }
-  sqlite::SqliteRegistry second_run(file);
-  ScriptedDesktop fresh_desktop;
-  TestHost machine = TestHost().Use(second_run).Use(fresh_desktop);
-  const host::HostScope scope(machine);
-  CAppSettings fresh_settings;
-  fresh_settings.Init("Kestrin", "Dovanta2");
-  CFormRestore fresh_restore;
-  fresh_restore.Init(&fresh_settings, true);
-  PlacedForm fresh_form;
-  fresh_restore.GetPosition(fresh_form);
-  EXPECT_EQ(fresh_desktop.GetWindowPlacement(fresh_form), kPlace);
-  EXPECT_EQ(fresh_form.WindowState(), forms::Form::State::Maximized);
 }
 
 class FormRestoreProperties : public PlacementTest {};

@@ -11,7 +11,8 @@ thread_local std::size_t failing_size = kNone;  // the next request of this size
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// None of these goes into its callers: there the compiler would miss the other of the two.
+[[gnu::noinline]] void* operator new(std::size_t size) {
   if (size >= failing_size) {
     failing_size = kNone;
     throw std::bad_alloc();
@@ -22,12 +23,12 @@ void* operator new(std::size_t size) {
 }
 // What asks so has another way, so it is refused nothing. Without this its memory would come from elsewhere
 // than it goes.
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   return std::malloc(size == 0 ? 1 : size);
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 
 namespace mirelo::testing {
 

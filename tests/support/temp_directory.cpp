@@ -1,20 +1,18 @@
 #include "support/temp_directory.h"
 
-#include <stdlib.h>
-
-#include <cerrno>
+#include <random>
 #include <string>
 #include <system_error>
 
 namespace mirelo::testing {
 
 TempDirectory::TempDirectory() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "mirelo-test-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) {
-    throw std::filesystem::filesystem_error("mkdtemp", pattern,
-                                            std::error_code(errno, std::generic_category()));
-  }
-  path_ = pattern;
+  // Many programs of tests make some at the same time, so a name that is taken is followed by another.
+  std::random_device chance;
+  do {
+    path_ = std::filesystem::temp_directory_path() / ("mirelo-test-" + std::to_string(chance()));
+  } while (!std::filesystem::create_directory(path_));
+  std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
 }
 
 TempDirectory::~TempDirectory() {

@@ -1,13 +1,8 @@
 // Formats and colours of the quote table.
 
-#include <fstream>
-#include <iterator>
-
 #include "host/excel/border.h"
 #include "host/excel/font.h"
 #include "host/excel/interior.h"
-#include "support/temp_directory.h"
-#include "workbook/package_builder.h"
 #include "worksheet/conditions_of.h"
 #include "worksheet/go_test.h"
 
@@ -25,18 +20,6 @@ const Variant kByContent{std::int32_t{xlHAlignGeneral}};
 class QuoteTableLook : public GoTest {
  protected:
   static Variant Index(std::int32_t value) { return value; }
-
-  // The widths of the sheet's columns as the file tells them; empty when nothing made them other than usual.
-  std::string Widths() {
-    const TempDirectory folder;
-    const auto file = folder / "quotes.xlsx";
-    spreadsheet.Save(file);
-    std::ifstream in(file, std::ios::binary);
-    const Parts parts = Unzip(std::string(std::istreambuf_iterator<char>(in), {}));
-    const std::string& sheet = parts.at("xl/worksheets/sheet1.xml");
-    const auto start = sheet.find("<cols>");
-    return start == std::string::npos ? "" : sheet.substr(start, sheet.find("</cols>") - start);
-  }
 };
 
 TEST_F(QuoteTableLook, HasAFormatForEachColumn) {
@@ -109,15 +92,6 @@ TEST_F(QuoteTableLook, HasNoConditionsWithoutChanges) {
   EXPECT_THAT(ConditionsOf(*Cell("A1:Z50")), IsEmpty());
 }
 
-TEST_F(QuoteTableLook, IsAsWideAsItsTexts) {
-  Columns("Ticker,NumTrades");
-  Go({"A"});
-  const std::string narrow = Widths();
-  EXPECT_NE(narrow, "");
-  Go({"A TICKER OF GREAT WIDTH"});
-  EXPECT_NE(Widths(), narrow);
-}
-
 TEST_F(QuoteTableLook, HasTheColoursOfItsStyle) {
   const struct {
     const char* style;
@@ -168,7 +142,6 @@ TEST_F(QuoteTableLook, IsPlainWithoutAStyleButForItsFormats) {
   EXPECT_EQ(Cell("A2:C4")->Font()->Bold(), Variant(false));
   EXPECT_EQ(Cell("A2:C4")->Font()->ColorIndex(), Index(xlColorIndexAutomatic));
   EXPECT_EQ(Cell("A2")->HorizontalAlignment(), kByContent);
-  EXPECT_EQ(Widths(), "");
   for (const auto edge : {xlEdgeLeft, xlEdgeTop, xlEdgeBottom, xlEdgeRight}) {
     EXPECT_EQ(Cell("A2:C4")->Borders(edge)->LineStyle(), Index(xlLineStyleNone));
   }

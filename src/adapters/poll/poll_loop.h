@@ -1,7 +1,5 @@
 #pragma once
 
-#include <poll.h>
-
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "adapters/poll/polled.h"
 #include "adapters/poll/timer_queue.h"
 #include "adapters/poll/watch_list.h"
 #include "host/message_loop.h"

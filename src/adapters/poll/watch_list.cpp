@@ -1,9 +1,5 @@
 #include "adapters/poll/watch_list.h"
 
-#include <cerrno>
-#include <chrono>
-#include <ctime>
-#include <system_error>
 #include <utility>
 
 namespace mirelo::poll {
@@ -16,14 +12,6 @@ constexpr unsigned kWritable = host::MessageLoop::kWrite;
 short EventsFor(unsigned interest) {
   return static_cast<short>(((interest & kReadable) != 0 ? POLLIN : 0) |
                             ((interest & kWritable) != 0 ? POLLOUT : 0));
-}
-
-// As poll(2), but not to whole milliseconds only.
-int Wait(std::vector<pollfd>& slots, WatchList::Limit limit) {
-  if (!limit) return ::ppoll(slots.data(), slots.size(), nullptr, nullptr);
-  const auto seconds = std::chrono::floor<std::chrono::seconds>(*limit);
-  const timespec time{seconds.count(), (*limit - seconds).count()};
-  return ::ppoll(slots.data(), slots.size(), &time, nullptr);
 }
 
 }  // namespace
@@ -59,11 +47,9 @@ void WatchList::Update(const Watch& watch) {
 
 std::vector<WatchList::Ready> WatchList::Poll(Limit limit) {
   if (slots_.empty() && limit == Limit(0)) return {};
-  const int count = Wait(slots_, limit);
-  if (count < 0 && errno != EINTR && errno != EAGAIN)
-    throw std::system_error(errno, std::generic_category(), "poll");
+  const int count = WaitFor(slots_, limit);
   std::vector<Ready> ready;
-  if (count <= 0) return ready;
+  if (count == 0) return ready;
   ready.reserve(static_cast<std::size_t>(count));
   std::vector<Token> closed;
   for (std::size_t slot = 0; slot < slots_.size(); ++slot) {

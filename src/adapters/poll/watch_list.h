@@ -1,7 +1,5 @@
 #pragma once
 
-#include <poll.h>
-
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "adapters/poll/polled.h"
 #include "host/message_loop.h"
 
 namespace mirelo::poll {

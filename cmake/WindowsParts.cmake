@@ -1,0 +1,65 @@
+# What of this project is built for Windows. All else is not, for the reasons that stand here and nowhere else.
+
+# The rooms that know no machine, and the spreadsheet in memory, on which their tests run.
+set(MIRELO_WINDOWS_ROOMS
+  automation forms host
+  spreadsheet
+  diagnostics core snapshot streaming worksheet charts dialog
+  adapters/excel adapters/poll adapters/workbook
+  automation_server wire day)
+
+# Tests of these. Those of the other rooms are tests of what is not built, and
+#   registry, settings   run over the registry of SQLite as well, which is not there
+#   scenarios            are days of programs and of saved workbooks
+#   architecture         reads sources, which are the same
+set(MIRELO_WINDOWS_TESTS
+  support
+  automation automation_server charts core day diagnostics dialog excel forms records snapshot spreadsheet streaming wire
+  worksheet)
+
+# Sources that are left out of what is built, as regular expressions of their paths.
+set(MIRELO_WINDOWS_WITHOUT
+  # Debian has no libraries of Windows that read and write .xlsx; how files are held and replaced is Linux's.
+  "^src/adapters/workbook/xlsx/"
+  "^src/adapters/workbook/(atomic_file|companion_names|file_errors|file_hold|file_stamp|file_target|files|foreign_hold|leftovers|lock_file|process_copy|saved_spreadsheet|saving_copy|sent_error)\\.cpp$"
+  "^tests/workbook/package_builder\\.cpp$"
+  # The sockets of the loop are Linux's, only its steps are shared.
+  "^src/adapters/poll/(descriptor|name_resolver|poll_winsock_library|tcp_address|tcp_connection)\\.cpp$"
+  "^tests/worksheet/quote_table_widths_test\\.cpp$"
+  # The registry's file is one of SQLite.
+  "^tests/diagnostics/stored_position_test\\.cpp$"
+  # Processes are forked, and looked at in /proc.
+  "^tests/support/(child_process|memory_search|process_use|processes|refused_calls)\\.cpp$"
+  "^tests/streaming/secret_memory_test\\.cpp$"
+  # The stand-in for QuoteTracker, or loopback servers, which are built of Linux's sockets; libcurl and libcrypto.
+  "^tests/dialog/(portfolio_stand_in|quote_source_refresh)_test\\.cpp$"
+  "^tests/snapshot/loopback_quote_test\\.cpp$"
+  "^tests/streaming/(conversation.*|md5_test|allocation_test)\\.cpp$"
+  "^tests/day/(stand_in_watch_test)\\.cpp$"
+  # The C library that our table of letters is held against is Linux's.
+  "^tests/automation/case_table_test\\.cpp$"
+  # An alarm of the system's clock interrupts a walk that has no end.
+  "^tests/streaming/endless_walk_test\\.cpp$")
+
+# Takes what is not built for Windows out of a target's sources and of what it is linked of.
+function(mirelo_leave_out_for_windows SOURCES LINK)
+  set(sources ${${SOURCES}})
+  set(kept "")
+  foreach(source IN LISTS sources)
+    get_filename_component(path ${source} ABSOLUTE)
+    file(RELATIVE_PATH path ${CMAKE_SOURCE_DIR} ${path})
+    set(is_kept TRUE)
+    foreach(pattern IN LISTS MIRELO_WINDOWS_WITHOUT)
+      if(path MATCHES "${pattern}")
+        set(is_kept FALSE)
+      endif()
+    endforeach()
+    if(is_kept)
+      list(APPEND kept ${source})
+    endif()
+  endforeach()
+  set(link ${${LINK}})
+  list(FILTER link EXCLUDE REGEX "^(PkgConfig::|OpenSSL::|mirelo_(curl|linux|quotetracker|sqlite)$)")
+  set(${SOURCES} ${kept} PARENT_SCOPE)
+  set(${LINK} ${link} PARENT_SCOPE)
+endfunction()
