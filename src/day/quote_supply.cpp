@@ -36,7 +36,7 @@ std::string ChosenSource() {
 }
 
 std::string FileOf(const std::string& source) {
-  const std::string file = StreamerFileOf(source);
+  std::string file = StreamerFileOf(source);
   if (!file.empty()) return file;
   const auto* const row = std::ranges::find_if(
       kFirstSources, [&](const QuoteSourceRow& first) { return EqualText(Trim(first.text), Trim(source)); });

@@ -16,6 +16,7 @@ Sub Main
   NoteReasons(Sheet)
   NoteUses(Document, Sheet)
   NoteFiles(Document)
+  NoteExample
   NoteEndOfUse(Document, Sheet)
   NoteManyCells
   Note("end", "reached")
@@ -117,6 +118,16 @@ Sub NoteFiles(Document)
     Note("from " & Parts(0), Shown(Other.Sheets.getByIndex(0), "A1") & " " & Shown(Other.Sheets.getByIndex(0), "A4"))
     Other.close(True)
   Next Form
+End Sub
+
+Sub NoteExample
+  Dim Example, Sheet
+  Example = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_EXAMPLE")), "_blank", 0, Array(MakeProperty("Hidden", True)))
+  Sheet = Example.Sheets.getByIndex(0)
+  WaitForNumber(Sheet, "B2")
+  WaitForNumber(Sheet, "B3")
+  Note("example", Shown(Sheet, "B2") & " " & Shown(Sheet, "F3") & " " & Sheet.getCellRangeByName("E2").String & " " & Sheet.getCellRangeByName("G3").String)
+  Example.close(True)
 End Sub
 
 Function Shown(Sheet, Place As String) As String

@@ -6,7 +6,7 @@ import tempfile
 import unittest
 
 from office import Office
-from support import BUILD, StandIn, run
+from support import BUILD, SOURCE, StandIn, run
 
 HERE = pathlib.Path(__file__).parent
 
@@ -23,6 +23,7 @@ class Functions(unittest.TestCase):
                 "PATH": os.environ["PATH"],
                 "HOME": home.name,
                 "MIRELO_NOTES": str(notes),
+                "MIRELO_EXAMPLE": str(SOURCE / "examples/calc/functions.fods"),
                 "MIRELO_PORT": f"{int(tracker.stream_port):04X}",
             }
             office = Office(folder, environment)
@@ -83,6 +84,11 @@ class Functions(unittest.TestCase):
             self.assertEqual(
                 self.notes[f"from {form}"], '=QUOTE("MSFT","Last") True =QUOTE_AGE("MSFT") True', form
             )
+
+    def test_fill_the_sheet_of_the_examples(self):
+        self.assertRegex(
+            self.notes["example"], r"^=QUOTE\(\$A2,B\$1\) True =QUOTE_AGE\(\$A3\) True \d\d:\d\d:\d\d Streaming$"
+        )
 
     def test_end_with_the_last_cell_though_the_office_keeps_its_listeners(self):
         self.assertEqual(self.notes["on a sheet behind"], "True")

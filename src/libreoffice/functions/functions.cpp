@@ -38,7 +38,7 @@ std::string ColumnOf(const Any& argument) {
 
 class Functions final : public cppu::WeakImplHelper2<::mirelo::XFunctions, css::lang::XServiceInfo> {
  public:
-  explicit Functions(Reference<css::uno::XComponentContext> context) : context_(std::move(context)) {}
+  explicit Functions(const Reference<css::uno::XComponentContext>& context) : context_(context) {}
 
   Any SAL_CALL getQuote(const rtl::OUString& ticker, const Any& column) override {
     return Answer(About::Value, ticker, ColumnOf(column));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "automation/runtime_error.h"
 #include "libreoffice/functions/quote_answers.h"
 #include "uno/errors.h"
 #include "uno/text.h"
@@ -13,16 +14,9 @@ namespace {
 
 // A cell shows no value as #N/A, and no other error can be told.
 css::uno::Any ValueOf(const day::QuoteValue& answer) {
-  switch (answer.kind()) {
-    case day::QuoteValue::Kind::Number:
-    case day::QuoteValue::Kind::Moment:
-      return css::uno::Any(answer.Serial());
-    case day::QuoteValue::Kind::Text:
-      return css::uno::Any(uno::OfficeText(answer.text()));
-    case day::QuoteValue::Kind::Nothing:
-      break;
-  }
-  return {};
+  if (answer.IsNothing()) return {};
+  if (answer.kind() == day::QuoteValue::Kind::Text) return css::uno::Any(uno::OfficeText(answer.text()));
+  return css::uno::Any(answer.Serial());
 }
 
 }  // namespace
@@ -55,7 +49,13 @@ void QuoteResult::NoteCall() {
 
 void QuoteResult::Begin() {
   if (watched_ || listeners_.empty()) return;
-  watched_ = answers_.Watch(question_, [this] { Tell(); });
+  try {
+    watched_ = answers_.Watch(question_, [this] { Tell(); });
+  } catch (...) {
+    // The office expects no failure here. The settings cannot be opened, for one.
+    if (question_.about == day::QuoteQuestion::About::Status)
+      value_ <<= uno::OfficeText(CurrentError().Description());
+  }
   if (watched_ && !watched_->Answer().IsNothing()) Tell();
 }
 
