@@ -77,7 +77,7 @@ Chart ReadChart(const OfficeChart& office, DocumentCharts& charts) {
   chart.place = PlaceOf(office);
   chart.legend = office.Whole().Get("HasLegend", false);
   if (office.Whole().Get("HasMainTitle", false)) chart.title = ReadTitle(office);
-  ReadCells(CellsOfSeries(office), charts, chart);
+  ReadCells(CellsOfSeries(office), {}, charts, chart);
   const auto series = office.Series();
   for (std::size_t i = 0; i < series.size(); ++i)
     ReadPoints(series[i], chart.kind->has_markers, chart.series[i]);
@@ -98,9 +98,11 @@ std::vector<rtl::OUString> CellsOfSeries(const OfficeChart& chart) {
   return cells;
 }
 
-void ReadCells(const std::vector<rtl::OUString>& cells, DocumentCharts& charts, Chart& chart) {
+void ReadCells(const std::vector<rtl::OUString>& cells, const std::vector<rtl::OUString>& before,
+               DocumentCharts& charts, Chart& chart) {
   chart.series.resize(cells.size());
   for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i < before.size() && cells[i] == before[i]) continue;
     const auto named = CellsNamed(TextOf(cells[i]));
     const auto sheet = named ? charts.CellsOf(named->sheet) : nullptr;
     chart.series[i].values = sheet == nullptr ? std::nullopt : std::optional(named->area);

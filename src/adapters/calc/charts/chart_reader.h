@@ -19,8 +19,9 @@ spreadsheet::Chart ReadChart(const OfficeChart& chart, DocumentCharts& charts);
 
 // The cells that the series plot, in the words of the office.
 std::vector<rtl::OUString> CellsOfSeries(const OfficeChart& chart);
-// The same of a chart, from these words.
-void ReadCells(const std::vector<rtl::OUString>& cells, DocumentCharts& charts, spreadsheet::Chart& chart);
+// The same of a chart, from these words. Series of which the words are as they were `before` stay.
+void ReadCells(const std::vector<rtl::OUString>& cells, const std::vector<rtl::OUString>& before,
+               DocumentCharts& charts, spreadsheet::Chart& chart);
 
 // Where the shape stands, in points. The person puts it where they like, pixels or not.
 spreadsheet::ChartBox PlaceOf(const OfficeChart& chart);

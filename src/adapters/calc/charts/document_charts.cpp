@@ -14,6 +14,7 @@
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/undo_aside.h"
 #include "automation/text.h"
+#include "spreadsheet/charts/follow_deletion.h"
 
 namespace mirelo::calc {
 
@@ -121,6 +122,12 @@ std::shared_ptr<SheetCells> DocumentCharts::CellsOf(DocumentSheet& sheet) {
   auto& cells = cells_[&sheet];
   if (cells == nullptr) cells = std::make_shared<SheetCells>(sheet);
   return cells;
+}
+
+void DocumentCharts::FollowDeletion(DocumentSheet& sheet, const spreadsheet::Area& gone) {
+  const auto cells = CellsOf(sheet);
+  for (const auto& chart : sheets_) spreadsheet::FollowDeletion(*chart, *cells, gone);
+  for (const auto& chart : drawn_) chart->FollowDeletion(*cells, gone);
 }
 
 void DocumentCharts::Draw(bool on) {

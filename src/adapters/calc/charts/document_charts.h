@@ -38,6 +38,9 @@ class DocumentCharts {
   std::shared_ptr<SheetCells> CellsOf(std::string_view sheet);
   std::shared_ptr<SheetCells> CellsOf(DocumentSheet& sheet);
 
+  // The cells of an area were taken out of a sheet, and those below have moved up.
+  void FollowDeletion(DocumentSheet& sheet, const spreadsheet::Area& gone);
+
   // Whether charts are painted as soon as something of them changes. Off, they are once it is on again.
   bool Draws() const { return draws_; }
   void Draw(bool on);

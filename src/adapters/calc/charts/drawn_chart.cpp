@@ -9,9 +9,11 @@
 #include "adapters/calc/charts/chart_painter.h"
 #include "adapters/calc/charts/chart_reader.h"
 #include "adapters/calc/charts/document_charts.h"
+#include "adapters/calc/charts/plotted_cells.h"
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/front.h"
 #include "adapters/calc/objects/undo_aside.h"
+#include "spreadsheet/charts/follow_deletion.h"
 #include "spreadsheet/errors.h"
 
 namespace mirelo::calc {
@@ -106,9 +108,9 @@ void DrawnChart::Read() {
     place_ = painted_.place = chart_->place = place;
   }
   if (auto cells = CellsOfSeries(office_); cells != cells_) {
+    ReadCells(cells, cells_, charts_, *chart_);
+    ReadCells(cells, cells_, charts_, painted_);
     cells_ = std::move(cells);
-    ReadCells(cells_, charts_, *chart_);
-    ReadCells(cells_, charts_, painted_);
   }
   ReadWhatAPersonChanged(office_, *chart_, painted_);
 }
@@ -135,6 +137,18 @@ void DrawnChart::Paint() {
   PaintChart(sheet_.document().OfficeContext(), office_, *chart_, painted_);
   place_ = PlaceOf(office_);
   cells_ = CellsOfSeries(office_);
+}
+
+void DrawnChart::FollowDeletion(const SheetCells& sheet, const spreadsheet::Area& gone) {
+  is_read_ = false;
+  if (chart_ == nullptr) return;
+  Chart followed = *chart_;
+  spreadsheet::FollowDeletion(followed, sheet, gone);
+  for (std::size_t i = 0; i < followed.series.size(); ++i) {
+    if (followed.series[i].values) continue;
+    chart_->series[i].values.reset();
+    if (i < painted_.series.size()) painted_.series[i].values.reset();
+  }
 }
 
 void DrawnChart::Delete() {

@@ -13,6 +13,7 @@
 namespace mirelo::calc {
 
 class DocumentCharts;
+class SheetCells;
 
 // A chart on a sheet of the document: what clients told of it, painted there.
 //
@@ -47,6 +48,9 @@ class DrawnChart {
   // Paints what waits for it; nothing when the chart is gone meanwhile.
   void DrawWhatWaits();
   void Delete();
+  // The cells of an area were taken out of a sheet, and those below have moved up. The office has series go
+  // with their cells, but stay where they are once all of these are gone.
+  void FollowDeletion(const SheetCells& sheet, const spreadsheet::Area& gone);
 
  private:
   void Open();

@@ -156,6 +156,10 @@ std::shared_ptr<excel::Selectable> ShapeOf(const std::shared_ptr<DocumentSheet>&
 
 void DrawCharts(Document& document, bool on) { DocumentCharts::Of(document).Draw(on); }
 
+void FollowDeletion(const CellBlock& gone) {
+  DocumentCharts::Of(gone.document()).FollowDeletion(*gone.sheet, gone.area);
+}
+
 std::shared_ptr<excel::Shape> CommentBoxOf(const CellBlock& cell) {
   return std::make_shared<CommentBox>(cell);
 }

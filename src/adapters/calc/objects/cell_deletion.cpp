@@ -10,6 +10,7 @@
 #include "adapters/calc/objects/cell_formats.h"
 #include "adapters/calc/objects/comment_object.h"
 #include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/floating_objects.h"
 #include "adapters/calc/objects/sheet_conditions.h"
 
 namespace mirelo::calc {
@@ -46,6 +47,7 @@ void DeleteCells(const CellBlock& block) {
   const auto mode = are_rows ? css::sheet::CellDeleteMode_ROWS : css::sheet::CellDeleteMode_UP;
   As<css::sheet::XCellRangeMovement>(block.sheet->Get())
       ->removeRange(As<css::sheet::XCellRangeAddressable>(block.Cells())->getRangeAddress(), mode);
+  FollowDeletion(block);
 }
 
 }  // namespace mirelo::calc

@@ -29,6 +29,8 @@ std::shared_ptr<host::excel::Selectable> ShapeOf(const std::shared_ptr<DocumentS
                                                  const Reference<css::drawing::XShape>& shape);
 // Whether charts are drawn when something of them changes. Off, they are once it is on again.
 void DrawCharts(Document& document, bool on);
+// The cells of a block were taken out of their sheet, and those below have moved up.
+void FollowDeletion(const CellBlock& gone);
 // The box of the comment on this cell.
 std::shared_ptr<host::excel::Shape> CommentBoxOf(const CellBlock& cell);
 

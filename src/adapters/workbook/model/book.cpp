@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "spreadsheet/area_set.h"
+#include "spreadsheet/charts/follow_deletion.h"
 
 namespace mirelo::workbook {
 
@@ -14,12 +14,6 @@ std::string FreeName(const Book& book, const std::string& kind, std::size_t coun
   for (std::size_t number = count + 1;; ++number) {
     std::string name = kind + std::to_string(number);
     if (book.FindSheet(name) == nullptr && book.FindChartSheet(name) == nullptr) return name;
-  }
-}
-
-void FollowDeletion(Chart& chart, const std::shared_ptr<Sheet>& sheet, const Area& gone) {
-  for (ChartSeries& series : chart.series) {
-    if (series.values && SheetOf(series) == sheet) series.values = AfterDeletion(*series.values, gone);
   }
 }
 
@@ -85,9 +79,9 @@ void Book::BringToFront(const Sheet& sheet) {
 void Book::DeleteCells(const std::shared_ptr<Sheet>& sheet, const Area& area) {
   sheet->Delete(area);
   for (const auto& holder : sheets) {
-    for (const auto& chart : holder->charts.all) FollowDeletion(*chart, sheet, area);
+    for (const auto& chart : holder->charts.all) FollowDeletion(*chart, *sheet, area);
   }
-  for (const auto& chart : chart_sheets) FollowDeletion(*chart, sheet, area);
+  for (const auto& chart : chart_sheets) FollowDeletion(*chart, *sheet, area);
 }
 
 }  // namespace mirelo::workbook
