@@ -61,7 +61,10 @@ class KnownLimit {
 // A test of the suite: a new workbook and its one sheet.
 class Spreadsheets : public ::testing::TestWithParam<Implementation> {
  protected:
-  void TearDown() final { limit_.Tell(); }
+  void TearDown() final {
+    if (application != nullptr && !application->ScreenUpdating()) application->ScreenUpdating(true);
+    limit_.Tell();
+  }
 
   std::shared_ptr<host::excel::Range> Range(std::string_view address) { return sheet->Range(address); }
   void Put(std::string_view address, const Variant& value) { Range(address)->Value(value); }

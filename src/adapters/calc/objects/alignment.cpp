@@ -3,6 +3,7 @@
 #include <array>
 #include <com/sun/star/table/CellJustifyMethod.hpp>
 
+#include "adapters/calc/objects/document.h"
 #include "host/excel/constants.h"
 #include "spreadsheet/errors.h"
 
@@ -39,9 +40,11 @@ OfficeAlignment AlignmentInOffice(std::int32_t alignment) {
   throw spreadsheet::Refused("This is no horizontal alignment.");
 }
 
-void Align(const Properties& cells, const OfficeAlignment& alignment) {
-  cells.Set("HoriJustify", alignment.justify);
-  cells.Set("HoriJustifyMethod", alignment.method);
+void Align(const CellBlock& cells, const OfficeAlignment& alignment) {
+  const Properties properties = cells.Properties();
+  properties.Set("HoriJustify", alignment.justify);
+  cells.document().StayAside();
+  properties.Set("HoriJustifyMethod", alignment.method);
 }
 
 Variant AlignmentOf(const Properties& cells) {

@@ -3,6 +3,7 @@
 #include <com/sun/star/table/CellHoriJustify.hpp>
 #include <cstdint>
 
+#include "adapters/calc/objects/cell_block.h"
 #include "adapters/calc/objects/properties.h"
 #include "automation/variant.h"
 
@@ -17,7 +18,7 @@ struct OfficeAlignment {
 // Of an XlHAlign; error 1004 for other numbers. Calc does not centre across a selection: it centres in each
 // cell.
 OfficeAlignment AlignmentInOffice(std::int32_t alignment);
-void Align(const Properties& cells, const OfficeAlignment& alignment);
+void Align(const CellBlock& cells, const OfficeAlignment& alignment);
 // Empty where the cells differ.
 Variant AlignmentOf(const Properties& cells);
 

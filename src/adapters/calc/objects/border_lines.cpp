@@ -133,6 +133,7 @@ void Hold(const CellBlock& block, const Place& place, const BorderLine2& line) {
   TableBorder2 border;
   border.*place.line = line;
   border.*place.is_valid = true;
+  block.document().StayAside();
   block.Properties().Set(kBorder, border);
 }
 

@@ -23,6 +23,7 @@ constexpr sal_Int32 kContents = flags::VALUE | flags::DATETIME | flags::STRING |
 constexpr sal_Int32 kFormats = flags::HARDATTR | flags::STYLES | flags::EDITATTR | flags::FORMATTED;
 
 void ClearFlags(const CellBlock& block, sal_Int32 what) {
+  block.document().StayAside();
   As<css::sheet::XSheetOperation>(block.Cells())->clearContents(what);
 }
 
@@ -36,7 +37,10 @@ void ClearCells(const CellBlock& block) {
   // Formats of columns behind the last one that was ever touched stay otherwise.
   if (block.area.IsWholeRows()) {
     const auto states = As<css::beans::XPropertyState>(block.Cells());
-    for (const char* format : kCellFormats) states->setPropertyToDefault(OfficeText(format));
+    for (const char* format : kCellFormats) {
+      block.document().StayAside();
+      states->setPropertyToDefault(OfficeText(format));
+    }
   }
 }
 
@@ -45,6 +49,7 @@ void DeleteCells(const CellBlock& block) {
   const bool are_rows = block.area.IsWholeRows();
   if (!are_rows) SheetConditions(block.sheet).CutBeside(block.area);
   const auto mode = are_rows ? css::sheet::CellDeleteMode_ROWS : css::sheet::CellDeleteMode_UP;
+  block.document().StayAside();
   As<css::sheet::XCellRangeMovement>(block.sheet->Get())
       ->removeRange(As<css::sheet::XCellRangeAddressable>(block.Cells())->getRangeAddress(), mode);
   FollowDeletion(block);

@@ -53,6 +53,7 @@ Variant DigitsOfColumns(const CellBlock& block) {
 void SetDigitsOfColumns(const CellBlock& block, double digits) {
   const Properties columns(ColumnsOf(block));
   columns.Set("IsVisible", digits > 0);
+  block.document().StayAside();
   if (digits > 0)
     columns.Set("Width", static_cast<sal_Int32>(
                              std::lround(PixelsOfDigits(digits) * kHundredthsOfMillimetresPerPixel)));
@@ -64,8 +65,9 @@ void FitColumns(const CellBlock& block) {
   const auto columns = ColumnsOf(block.At(*used));
   for (sal_Int32 i = 0; i < columns->getCount(); ++i) {
     const std::int32_t column = used->first_column + i;
-    if (HasContents(block.At({1, column, kRows, column})))
-      Properties(columns->getByIndex(i)).Set("OptimalWidth", true);
+    if (!HasContents(block.At({1, column, kRows, column}))) continue;
+    block.document().StayAside();
+    Properties(columns->getByIndex(i)).Set("OptimalWidth", true);
   }
 }
 

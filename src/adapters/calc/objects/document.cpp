@@ -127,6 +127,8 @@ void Document::ForgetSteps() const {
   }
 }
 
+void Document::StayAside() const { UndoAside::Stay(steps_); }
+
 void Document::CheckNotOnlyForReading() const {
   if (As<css::frame::XStorable>(model_)->isReadonly()) throw OnlyForReading();
 }

@@ -81,6 +81,8 @@ class Document : public std::enable_shared_from_this<Document> {
 
   const Reference<css::document::XUndoManager>& Steps() const { return steps_; }
   void ForgetSteps() const;
+  // Within UndoAside, in front of each change but the first.
+  void StayAside() const;
 
   // Raise what a person has to be told.
   void CheckNotOnlyForReading() const;

@@ -243,7 +243,7 @@ Variant RangeObject::HorizontalAlignment() {
 
 void RangeObject::HorizontalAlignment(std::int32_t alignment) {
   const OfficeAlignment known = AlignmentInOffice(alignment);
-  Change([&] { Align(block_.Properties(), known); });
+  Change([&] { Align(block_, known); });
 }
 
 std::shared_ptr<Font> RangeObject::Font() { return std::make_shared<FontObject>(block_); }

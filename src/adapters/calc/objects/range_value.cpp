@@ -82,13 +82,17 @@ class Writing {
   void Write() const {
     WriteData();
     NumberFormats& formats = block_.document().Formats();
+    const Document& document = block_.document();
     wishes_.ForEach(block_, [&](const CellBlock& cells, const std::string& code) {
+      document.StayAside();
       cells.Properties().Set("NumberFormat", formats.Key(code));
     });
     booleans_.ForEach(block_, [&](const CellBlock& cells, const std::string&) {
+      document.StayAside();
       cells.Properties().Set("NumberFormat", formats.BooleanKey());
     });
-    errors_.ForEach(block_, [](const CellBlock& cells, const std::string& error) {
+    errors_.ForEach(block_, [&](const CellBlock& cells, const std::string& error) {
+      document.StayAside();
       const rtl::OUString formula = OfficeText("=" + error);
       Sequence<Sequence<rtl::OUString>> formulas(cells.area.Rows());
       std::fill_n(formulas.getArray(), formulas.getLength(), Sequence<rtl::OUString>(&formula, 1));
@@ -134,8 +138,10 @@ class Writing {
     const AreaSet commented = CommentedCells(block_);
     AreaSet parts{block_.area};
     for (const Area& cells : commented) parts = Without(parts, cells);
-    for (const Area& part : parts)
+    for (const Area& part : parts) {
+      if (part != parts.front()) block_.document().StayAside();
       As<css::sheet::XCellRangeData>(block_.At(part).Cells())->setDataArray(DataOf(part));
+    }
     for (const Area& cells : commented) {
       for (std::int32_t row = cells.first_row; row <= cells.last_row; ++row) {
         for (std::int32_t column = cells.first_column; column <= cells.last_column; ++column)
@@ -159,6 +165,7 @@ class Writing {
     const CellBlock block = block_.At(Area::Cell(row, column));
     const Any& value = data_[row - block_.area.first_row][column - block_.area.first_column];
     const auto cell = block.FirstCell();
+    block.document().StayAside();
     if (double number = 0; value >>= number) return cell->setValue(number);
     rtl::OUString text;
     value >>= text;

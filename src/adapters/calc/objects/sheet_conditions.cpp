@@ -193,6 +193,7 @@ void SheetConditions::Lay(const AreaSet& areas, const std::vector<SheetCondition
                             Named("StyleName", Any(OfficeText(condition.style)))};
     entries->addNew(css::uno::Sequence<css::beans::PropertyValue>(values.data(), values.size()));
   }
+  sheet_->document().StayAside();
   cells.Set("ConditionalFormat", entries);
 }
 

@@ -1,0 +1,444 @@
+// What tests/excel does not see of a document in LibreOffice: the person who works in it meanwhile.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/document/XUndoManagerSupplier.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/sheet/CellDeleteMode.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangeMovement.hpp>
+#include <com/sun/star/sheet/XSheetConditionalEntries.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/sheet/XSpreadsheets.hpp>
+#include <com/sun/star/util/CellProtection.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/util/XProtectable.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "adapters/calc/objects/interfaces.h"
+#include "adapters/calc/objects/properties.h"
+#include "adapters/calc/objects/spreadsheet_program.h"
+#include "calc/live_office.h"
+#include "host/excel/border.h"
+#include "host/excel/comment.h"
+#include "host/excel/font.h"
+#include "host/excel/format_conditions.h"
+#include "host/excel/interior.h"
+#include "host/excel/range.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
+#include "host/excel/worksheets.h"
+#include "support/error_number.h"
+
+namespace mirelo::testing {
+namespace {
+
+using namespace host::excel;
+using calc::As;
+using calc::OfficeText;
+using calc::Properties;
+using calc::Reference;
+using calc::TextOf;
+
+class OpenDocument : public ::testing::Test {
+ protected:
+  Reference<css::sheet::XSpreadsheet> Tab(std::string_view name = "Sheet1") const {
+    return As<css::sheet::XSpreadsheet>(document->getSheets()->getByName(OfficeText(name)));
+  }
+  // What the person does, by the office's own means and in its undo list.
+  void Type(std::string_view address, double number) const {
+    Tab()->getCellRangeByName(OfficeText(address))->getCellByPosition(0, 0)->setValue(number);
+  }
+  double Typed(std::string_view address) const {
+    return Tab()->getCellRangeByName(OfficeText(address))->getCellByPosition(0, 0)->getValue();
+  }
+  Reference<css::document::XUndoManager> Steps() const {
+    return As<css::document::XUndoManagerSupplier>(document)->getUndoManager();
+  }
+  sal_Int32 StepCount() const { return Steps()->getAllUndoActionTitles().getLength(); }
+  // The titles of the steps, from the latest back.
+  std::string StepTitles() const {
+    std::string titles;
+    for (const rtl::OUString& title : Steps()->getAllUndoActionTitles()) titles += TextOf(title) + "; ";
+    return titles;
+  }
+  Reference<css::sheet::XSpreadsheetView> View() const {
+    return As<css::sheet::XSpreadsheetView>(As<css::frame::XModel>(document)->getCurrentController());
+  }
+  std::string TabInFront() const {
+    return TextOf(As<css::container::XNamed>(View()->getActiveSheet())->getName());
+  }
+  void Protect(std::string_view name = "Sheet1") const {
+    As<css::util::XProtectable>(Tab(name))->protect("secret");
+  }
+  void CloseDocument() const { As<css::util::XCloseable>(document)->close(true); }
+
+  std::shared_ptr<Range> Cells(std::string_view address) const { return sheet->Range(address); }
+
+  LiveOffice::Document document = LiveOffice::Get().NewDocument();
+  int times_gone = 0;
+  std::shared_ptr<Application> application =
+      calc::ApplicationOf(LiveOffice::Get().Context(), document, [this] { ++times_gone; });
+  std::shared_ptr<Worksheets> sheets = application->Worksheets();
+  std::shared_ptr<Worksheet> sheet = sheets->Item(1);
+};
+
+class UndoList : public OpenDocument {};
+
+TEST_F(UndoList, HoldsWhatThePersonDidAndNothingElse) {
+  Type("A1", 1);
+  const auto steps = StepCount();
+  ASSERT_EQ(steps, 1);
+  Cells("B1:C2")->Value("quote");
+  Cells("B1")->NumberFormat("0.00");
+  Cells("B1")->Font()->Bold(true);
+  Cells("B1")->Interior()->ColorIndex(3);
+  Cells("B1")->HorizontalAlignment(xlHAlignCenter);
+  Cells("B1:C2")->Borders(xlEdgeTop)->LineStyle(xlContinuous);
+  Cells("B1")->FormatConditions()->Add(xlCellValue, xlGreater, "0")->Font()->ColorIndex(3);
+  Cells("B1")->ColumnWidth(20);
+  sheet->Columns("B")->AutoFit();
+  Cells("C1")->ClearContents();
+  Cells("C1:C2")->Clear();
+  Cells("B1")->AddComment("note");
+  sheet->Rows("9")->Delete(xlShiftUp);
+  sheet->Name("Quotes");
+  EXPECT_EQ(StepCount(), steps) << StepTitles();
+}
+
+TEST_F(UndoList, TakesBackThePersonsStepBehindWhatWasWritten) {
+  Type("A1", 1);
+  Type("A1", 2);
+  Cells("B1")->Value(7.0);
+  Steps()->undo();
+  EXPECT_EQ(Typed("A1"), 1);
+  EXPECT_EQ(Typed("B1"), 7);
+  Cells("B1")->Value(8.0);
+  Steps()->redo();
+  EXPECT_EQ(Typed("A1"), 2);
+  EXPECT_EQ(Typed("B1"), 8);
+}
+
+TEST_F(UndoList, IsEmptiedWhereAStepWouldHitAnotherSheet) {
+  Type("A1", 1);
+  sheets->Add();
+  EXPECT_EQ(StepCount(), 0);
+}
+
+TEST_F(UndoList, IsEmptiedWhereAStepMayHoldTheBoxOfACommentThatGoes) {
+  Type("A1", 1);
+  Cells("B1")->AddComment("note");
+  Cells("C1")->ClearComments();
+  EXPECT_EQ(StepCount(), 1) << "there was none";
+  Cells("B1")->ClearComments();
+  EXPECT_EQ(StepCount(), 0);
+}
+
+TEST_F(UndoList, IsOpenAgainWhenAWriteWasRefused) {
+  Protect();
+  EXPECT_EQ(NumberOf([&] { Cells("A1")->Value(1.0); }), 1004);
+  As<css::util::XProtectable>(Tab())->unprotect("secret");
+  const auto steps = StepCount();
+  Type("A1", 1);
+  EXPECT_EQ(StepCount(), steps + 1);
+}
+
+class ProtectedSheet : public OpenDocument {};
+
+TEST_F(ProtectedSheet, IsNotWrittenAndSaysWhatToDo) {
+  Type("A1", 5);
+  Cells("B1")->AddComment("note");
+  Protect();
+  const std::function<void()> changes[] = {
+      [&] { Cells("A1")->Value(1.0); },
+      [&] { Cells("A1")->Value(Variant()); },
+      [&] { Cells("A1:B2")->Value("x"); },
+      [&] { Cells("A1")->NumberFormat("0.00"); },
+      [&] { Cells("A1")->Font()->Bold(true); },
+      [&] { Cells("A1")->Interior()->ColorIndex(3); },
+      [&] { Cells("A1")->Borders(xlEdgeTop)->LineStyle(xlContinuous); },
+      [&] { Cells("A1")->FormatConditions()->Add(xlCellValue, xlGreater, "0"); },
+      [&] { Cells("A1")->AddComment("x"); },
+      [&] { Cells("B1")->ClearComments(); },
+      [&] { Cells("A1")->Clear(); },
+      [&] { Cells("A1")->ColumnWidth(20); },
+      [&] { sheet->Rows("1")->Delete(xlShiftUp); },
+  };
+  for (const auto& change : changes) {
+    const RuntimeError error = ErrorOf(change);
+    EXPECT_EQ(error.Number(), 1004);
+    EXPECT_EQ(error.Description(),
+              "The sheet \"Sheet1\" is protected. Take its protection off (Tools, Protect Sheet) to have it "
+              "written.");
+  }
+  EXPECT_EQ(Cells("A1")->Value(), Variant(5.0));
+  EXPECT_EQ(Cells("B1")->Comment()->Text(), "note");
+  EXPECT_EQ(Cells("A1")->Font()->Bold(), Variant(false));
+}
+
+TEST_F(ProtectedSheet, IsWrittenInCellsThatThePersonLeftOpen) {
+  Properties(Tab()->getCellRangeByName("B2:C3"))
+      .Set("CellProtection", css::util::CellProtection(false, false, false, false));
+  Protect();
+  Cells("B2:C3")->Value(1.0);
+  EXPECT_EQ(Typed("C3"), 1);
+  EXPECT_EQ(NumberOf([&] { Cells("B2:D3")->Value(2.0); }), 1004);
+  EXPECT_EQ(Typed("C3"), 1);
+}
+
+TEST_F(ProtectedSheet, IsReadAsEver) {
+  Type("A1", 5);
+  Protect();
+  EXPECT_EQ(Cells("A1")->Value(), Variant(5.0));
+  EXPECT_EQ(Cells("A1")->End(xlDown)->Row(), 1'048'576);
+}
+
+TEST_F(ProtectedSheet, OfTheWholeDocumentKeepsItsNeighboursAndName) {
+  As<css::util::XProtectable>(document)->protect("secret");
+  EXPECT_EQ(NumberOf([&] { sheets->Add(); }), 1004);
+  EXPECT_NE(ErrorOf([&] { sheet->Name("x"); }).Description().find("Protect Spreadsheet Structure"),
+            std::string::npos);
+  EXPECT_EQ(sheets->Count(), 1);
+  EXPECT_EQ(sheet->Name(), "Sheet1");
+  Cells("A1")->Value(1.0);
+  EXPECT_EQ(Typed("A1"), 1);
+}
+
+class ClosedDocument : public OpenDocument {};
+
+TEST_F(ClosedDocument, RaisesAnErrorThatAPersonCanActOn) {
+  const auto range = Cells("A1");
+  const auto font = range->Font();
+  CloseDocument();
+  const std::function<void()> calls[] = {
+      [&] { range->Value(); },
+      [&] { range->Value(1.0); },
+      [&] { range->Text(); },
+      [&] { font->Bold(); },
+      [&] { font->Bold(true); },
+      [&] { range->Find("*", *range, xlByRows, xlNext); },
+      [&] { sheet->Name(); },
+      [&] { sheets->Add(); },
+      [&] { sheets->Item("Sheet1"); },
+      [&] { application->ActiveSheet(); },
+      [&] { sheet->Select(); },
+      [&] { application->ActiveWorkbook()->Name(); },
+      [&] { sheet->Rows("1")->Delete(xlShiftUp); },
+  };
+  for (const auto& call : calls) {
+    const RuntimeError error = ErrorOf(call);
+    EXPECT_EQ(error.Number(), 1004);
+    EXPECT_EQ(error.Description(), "The document is no longer open in LibreOffice. Open it again to go on.");
+  }
+}
+
+TEST_F(ClosedDocument, TellsOnce) {
+  EXPECT_EQ(times_gone, 0);
+  CloseDocument();
+  EXPECT_EQ(times_gone, 1);
+}
+
+TEST_F(ClosedDocument, TellsNobodyWhoHasForgottenIt) {
+  application.reset();
+  sheets.reset();
+  sheet.reset();
+  CloseDocument();
+  EXPECT_EQ(times_gone, 0);
+}
+
+class SheetsOfAPerson : public OpenDocument {};
+
+TEST_F(SheetsOfAPerson, AreFollowedWhenTheyAreRenamedAndMoved) {
+  const auto other = sheets->Add();
+  As<css::container::XNamed>(Tab())->setName("My own name");
+  document->getSheets()->moveByName("My own name", 0);
+  Cells("A1")->Value(1.0);
+  EXPECT_EQ(sheet->Name(), "My own name");
+  EXPECT_EQ(sheet->Index(), 1);
+  EXPECT_EQ(other->Index(), 2);
+  EXPECT_EQ(Tab("My own name")->getCellByPosition(0, 0)->getValue(), 1);
+  EXPECT_EQ(Tab("Sheet2")->getCellByPosition(0, 0)->getValue(), 0);
+}
+
+// The office's own object of a deleted sheet stands for the next one.
+TEST_F(SheetsOfAPerson, TakeNothingToTheirNeighboursWhenTheyAreDeleted) {
+  const auto added = sheets->Add();
+  document->getSheets()->removeByName("Sheet2");
+  const RuntimeError error = ErrorOf([&] { added->Range("A1")->Value(1.0); });
+  EXPECT_EQ(error.Number(), 1004);
+  EXPECT_NE(error.Description().find("\"Sheet2\" is no longer there"), std::string::npos);
+  EXPECT_EQ(NumberOf([&] { added->Name(); }), 1004);
+  EXPECT_EQ(NumberOf([&] { added->Select(); }), 1004);
+  EXPECT_EQ(Typed("A1"), 0);
+}
+
+TEST_F(SheetsOfAPerson, AreBackWhenTheirDeletionIsUndone) {
+  const auto added = sheets->Add();
+  document->getSheets()->removeByName("Sheet2");
+  EXPECT_EQ(NumberOf([&] { added->Range("A1")->Value(1.0); }), 1004);
+  Steps()->undo();
+  added->Range("A1")->Value(1.0);
+  EXPECT_EQ(Tab("Sheet2")->getCellByPosition(0, 0)->getValue(), 1);
+}
+
+TEST_F(SheetsOfAPerson, AreTheSameWhenAllTheirRowsAreTakenOut) {
+  const auto before = sheets->Add();
+  As<css::sheet::XCellRangeMovement>(Tab())->removeRange({1, 0, 0, 16'383, 1'048'575},
+                                                         css::sheet::CellDeleteMode_ROWS);
+  Cells("A1")->Value(1.0);
+  Cells("XFD1048576")->Value(2.0);
+  EXPECT_EQ(Typed("A1"), 1);
+  EXPECT_TRUE(before->Range("A1")->Value().IsEmpty());
+}
+
+class HeldScreen : public OpenDocument {
+ protected:
+  std::shared_ptr<Worksheet> behind = sheets->Add();
+  void SetUp() override {
+    sheet->Select();
+    Cells("C3")->Select();
+    application->ScreenUpdating(false);
+  }
+  std::string Selected() const {
+    const auto cells =
+        As<css::sheet::XCellRangeAddressable>(As<css::view::XSelectionSupplier>(View())->getSelection());
+    const auto address = cells->getRangeAddress();
+    return std::to_string(address.StartRow + 1) + "," + std::to_string(address.StartColumn + 1);
+  }
+};
+
+TEST_F(HeldScreen, LeavesThePersonWhereTheyAreWhileClientsSelect) {
+  behind->Select();
+  behind->Range("B2")->Select();
+  EXPECT_EQ(application->ActiveSheet()->Name(), "Sheet2");
+  EXPECT_EQ(application->ActiveCell()->Address(), "$B$2");
+  EXPECT_EQ(application->ActiveCell()->Worksheet()->Name(), "Sheet2");
+  EXPECT_EQ(TabInFront(), "Sheet1");
+  EXPECT_EQ(Selected(), "3,3");
+}
+
+TEST_F(HeldScreen, ShowsWhatWasSelectedInTheEnd) {
+  behind->Select();
+  behind->Range("B2")->Select();
+  application->ScreenUpdating(true);
+  EXPECT_EQ(TabInFront(), "Sheet2");
+  EXPECT_EQ(Selected(), "2,2");
+}
+
+TEST_F(HeldScreen, MovesNobodyWhenClientsPutEverythingBack) {
+  const auto front = application->ActiveSheet();
+  const auto cell = application->ActiveCell();
+  behind->Select();
+  behind->Range("B2")->Select();
+  front->Select();
+  cell->Select();
+  View()->setActiveSheet(Tab("Sheet2"));  // the person, meanwhile
+  application->ScreenUpdating(true);
+  EXPECT_EQ(TabInFront(), "Sheet2");
+  EXPECT_EQ(Selected(), "1,1");
+}
+
+TEST_F(HeldScreen, RefusesCellsOfASheetThatIsNotInFrontThere) {
+  EXPECT_EQ(NumberOf([&] { behind->Range("B2")->Select(); }), 1004);
+  behind->Select();
+  EXPECT_EQ(NumberOf([&] { Cells("A1")->Select(); }), 1004);
+}
+
+class WrittenBlocks : public OpenDocument {};
+
+// The office dies of an element that is nothing.
+TEST_F(WrittenBlocks, MayHaveEveryKindOfValueAndNone) {
+  VariantArray values(1, 3, 1, 3);
+  values(1, 1) = 1.5;
+  values(1, 2) = "text";
+  values(1, 3) = true;
+  values(2, 1) = Date{40563};
+  values(2, 3) = "#N/A";
+  values(3, 2) = "";
+  Cells("A1:D4")->Value(values);
+  const Variant read = Cells("A1:D4")->Value();
+  const VariantArray& array = read.AsArray();
+  EXPECT_EQ(array(1, 1), Variant(1.5));
+  EXPECT_EQ(array(1, 2), Variant("text"));
+  EXPECT_EQ(array(1, 3), Variant(true));
+  EXPECT_EQ(array(2, 1), Variant(Date{40563}));
+  EXPECT_TRUE(array(2, 2).IsEmpty());
+  EXPECT_EQ(array(2, 3), Variant("#N/A"));
+  EXPECT_TRUE(array(3, 2).IsEmpty());
+  EXPECT_EQ(array(4, 4), Variant("#N/A")) << "behind the array's end";
+}
+
+// The office takes comments off cells that are written as a block.
+TEST_F(WrittenBlocks, KeepTheCommentsOfTheirCells) {
+  Cells("B2")->AddComment("mine");
+  for (const char* address : {"A1:C3", "B2", "B1:B3"}) {
+    Cells(address)->Value(7.0);
+    ASSERT_NE(Cells("B2")->Comment(), nullptr) << address;
+    EXPECT_EQ(Cells("B2")->Comment()->Text(), "mine");
+    EXPECT_EQ(Cells("B2")->Value(), Variant(7.0));
+  }
+  Cells("A1:C3")->Value("007");
+  EXPECT_EQ(Cells("B2")->Value(), Variant(7.0));
+  Cells("A1:C3")->Value("'007");
+  EXPECT_EQ(Cells("B2")->Value(), Variant("007"));
+  EXPECT_EQ(Cells("B2")->NumberFormat(), Variant("General"));
+  Cells("A1:C3")->Value(VariantArray(1, 3, 1, 3));
+  EXPECT_TRUE(Cells("B2")->Value().IsEmpty());
+  EXPECT_NE(Cells("B2")->Comment(), nullptr);
+}
+
+TEST_F(WrittenBlocks, LeaveTheFormatOfTextsThatLookLikeNumbers) {
+  Cells("A1:A3")->NumberFormat("0.00");
+  VariantArray texts(1, 3, 1, 1);
+  texts(1, 1) = "'12";
+  texts(2, 1) = "3M";
+  texts(3, 1) = "'TRUE";
+  Cells("A1:A3")->Value(texts);
+  EXPECT_EQ(Cells("A1:A3")->NumberFormat(), Variant("0.00"));
+  EXPECT_EQ(Cells("A1")->Value(), Variant("12"));
+  EXPECT_EQ(Cells("A3")->Value(), Variant("TRUE"));
+}
+
+TEST_F(WrittenBlocks, ReachTheSheetsLastRow) {
+  Cells("XFD1048575:XFD1048576")->Value(1.0);
+  EXPECT_EQ(Cells("XFD1048576")->Value(), Variant(1.0));
+  EXPECT_EQ(Cells("XFD1048576")->End(xlUp)->Row(), 1'048'575);
+}
+
+class ShownConditions : public OpenDocument {
+ protected:
+  // The conditions that the office itself has on a cell, by which it is drawn.
+  sal_Int32 DrawnOn(std::string_view address) const {
+    const Properties cell(Tab()->getCellRangeByName(OfficeText(address)));
+    return As<css::sheet::XSheetConditionalEntries>(cell.Get("ConditionalFormat"))->getCount();
+  }
+};
+
+TEST_F(ShownConditions, AreThoseThatTheOfficeDrawsBy) {
+  const auto conditions = Cells("B2:D9")->FormatConditions();
+  conditions->Add(xlCellValue, xlGreater, "0")->Font()->ColorIndex(10);
+  conditions->Add(xlCellValue, xlLess, "0")->Font()->ColorIndex(3);
+  EXPECT_EQ(DrawnOn("C4"), 2);
+  Cells("C4:C5")->FormatConditions()->Delete();
+  EXPECT_EQ(DrawnOn("C4"), 0);
+  EXPECT_EQ(DrawnOn("C6"), 2);
+  Cells("B2:B3")->FormatConditions()->Add(xlCellValue, xlEqual, "7");
+  EXPECT_EQ(DrawnOn("B2"), 3);
+  EXPECT_EQ(DrawnOn("B4"), 2);
+  EXPECT_EQ(Cells("B2:D9")->FormatConditions()->Count(), 3) << "each is counted once";
+  Cells("C6:C7")->Delete(xlShiftUp);
+  EXPECT_EQ(DrawnOn("C6"), 2);
+  EXPECT_EQ(DrawnOn("C8"), 0);
+  EXPECT_EQ(DrawnOn("D9"), 2);
+}
+
+}  // namespace
+}  // namespace mirelo::testing
