@@ -18,12 +18,9 @@
 
 namespace mirelo::testing {
 
-// A test that makes charts. A new chart is 360 by 216 points large. They are drawn when the test is over, as
-// those of clients are who change much of them: what is set and read is the same.
+// A test that makes charts. A new chart is 360 by 216 points large.
 class ChartedSheet : public Spreadsheets {
  protected:
-  ChartedSheet() { application->ScreenUpdating(false); }
-
   using ChartPtr = std::shared_ptr<host::excel::Chart>;
   using ShapePtr = std::shared_ptr<host::excel::Shape>;
 
