@@ -8,7 +8,7 @@ import tempfile
 import unittest
 
 from office import Office
-from support import BUILD
+from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
 
@@ -23,7 +23,9 @@ class Views(unittest.TestCase):
             office = Office(folder, environment, headless=False)
             office.install_folder(BUILD / "tests" / "calc" / "view_tests")
             office.add_macros(Tests=HERE / "views" / "Driver.bas")
-            code = office.run("Tests.Driver.Main")
+            with StandIn(BUILD / "bin") as tracker:
+                office.environment["MIRELO_HTTP_PORT"] = str(tracker.http_port)
+                code = office.run("Tests.Driver.Main")
             log = office.log()
             self.assertTrue(notes.exists(), log)
             self.assertEqual(notes.read_text(), "result: 0\n", log)

@@ -1,6 +1,7 @@
 #include "calc/views/person.h"
 
 #include <chrono>
+#include <com/sun/star/accessibility/AccessibleRole.hpp>
 #include <com/sun/star/accessibility/XAccessible.hpp>
 #include <com/sun/star/accessibility/XAccessibleAction.hpp>
 #include <com/sun/star/awt/Key.hpp>
@@ -16,6 +17,7 @@
 
 #include "adapters/calc/objects/office_text.h"
 #include "calc/views/run_in_office.h"
+#include "forms/text_box.h"
 
 namespace mirelo::calc {
 
@@ -27,6 +29,7 @@ using css::uno::UNO_QUERY_THROW;
 
 namespace {
 
+constexpr sal_Int32 kMostChildren = 30;
 constexpr std::chrono::milliseconds kBetween{15};
 constexpr std::chrono::seconds kPatience{8};
 // Until a window stands, and what was done to it has arrived: each look comes behind what the office had to
@@ -39,11 +42,20 @@ Reference<XAccessibleContext> FindNamed(const Reference<XAccessible>& where, con
   const Reference<XAccessibleContext> context = where->getAccessibleContext();
   if (!context.is()) return {};
   if (context->getAccessibleName().replaceAll("~", "") == name) return context;
-  for (sal_Int32 child = 0; child < context->getAccessibleChildCount(); ++child) {
+  // The document has its cells for children: a box has few.
+  const sal_Int32 children = context->getAccessibleChildCount();
+  for (sal_Int32 child = 0; children <= kMostChildren && child < children; ++child) {
     const auto found = FindNamed(context->getAccessibleChild(child), name);
     if (found.is()) return found;
   }
   return {};
+}
+
+bool IsBox(const Reference<XAccessible>& window) {
+  if (!window.is() || !window->getAccessibleContext().is()) return false;
+  const sal_Int16 role = window->getAccessibleContext()->getAccessibleRole();
+  return role == css::accessibility::AccessibleRole::ALERT ||
+         role == css::accessibility::AccessibleRole::DIALOG;
 }
 
 #pragma GCC diagnostic push
@@ -53,6 +65,7 @@ Reference<XAccessibleContext> FindInBox(const std::string& text, const std::stri
                                                       UNO_QUERY_THROW);
   for (sal_Int32 window = toolkit->getTopWindowCount() - 1; window >= 0; --window) {
     const Reference<XAccessible> top(toolkit->getTopWindow(window), UNO_QUERY);
+    if (!IsBox(top)) continue;
     if (FindNamed(top, OfficeText(text)).is()) return FindNamed(top, OfficeText(button));
   }
   return {};
@@ -91,36 +104,58 @@ void Person::Answers(const std::string& text, const std::string& button) {
                     }});
 }
 
+bool Person::IsBoxUp(const std::string& text) { return FindInBox(text, text).is(); }
+
 void Person::Tick() {
   timer_ = loop_.StartTimer(kBetween, [this] { Tick(); });
+  if (gave_up_ && forms::ActiveForm() != nullptr) return forms::ActiveForm()->Close();
+  const bool waited_long = std::chrono::steady_clock::now() - last_done_ > kPatience;
   if (steps_.empty()) {
-    last_done_ = std::chrono::steady_clock::now();
+    if (forms::ActiveForm() != nullptr && waited_long) GiveUp("it does not end");
     return;
   }
+  if (++looked_ <= kLooks) return;
+  const std::string what = steps_.front().what;
   try {
-    if (++looked_ > kLooks && steps_.front().ready()) {
-      looked_ = 0;
+    if (steps_.front().ready()) {
       const Step step = std::move(steps_.front());
       steps_.pop_front();
+      looked_ = 0;
       last_done_ = std::chrono::steady_clock::now();
-      const ::testing::ScopedTrace trace(__FILE__, __LINE__, step.what);
-      return step.act();
+      const ::testing::ScopedTrace trace(__FILE__, __LINE__, what);
+      step.act();
+    } else if (waited_long) {
+      GiveUp("it is not to be done: " + what);
     }
   } catch (const css::uno::Exception& failure) {
-    ADD_FAILURE() << calc::TextOf(failure.Message);
-    return GiveUp();
+    GiveUp(what + ": " + calc::TextOf(failure.Message));
   } catch (const std::exception& failure) {
-    ADD_FAILURE() << failure.what();
-    return GiveUp();
+    GiveUp(what + ": " + failure.what());
   }
-  if (std::chrono::steady_clock::now() - last_done_ > kPatience) GiveUp();
 }
 
-void Person::GiveUp() {
-  if (!steps_.empty()) ADD_FAILURE() << "waited in vain to: " << steps_.front().what;
+// Boxes are answered as carefully as can be, and whatever form comes up is closed.
+void Person::GiveUp(const std::string& why) {
+  ADD_FAILURE() << why << Report();
   steps_.clear();
-  last_done_ = std::chrono::steady_clock::now();
-  if (forms::Form* form = forms::ActiveForm()) form->Close();
+  gave_up_ = true;
+  for (const char* careful : {"No", "Abort", "OK"}) {
+    const auto button = FindInBox(careful, careful);
+    if (button.is())
+      Reference<css::accessibility::XAccessibleAction>(button, UNO_QUERY_THROW)->doAccessibleAction(0);
+  }
+}
+
+// What the form on top says of a failure.
+std::string Person::Report() {
+  const forms::Form* form = forms::ActiveForm();
+  if (form == nullptr) return " (no form is up)";
+  std::string report = " (" + form->Name() + " is up)";
+  for (const forms::Control* control : form->Controls()) {
+    const auto* box = dynamic_cast<const forms::TextBox*>(control);
+    if (box != nullptr && box->MultiLine()) report += "\n" + box->Text();
+  }
+  return report;
 }
 
 FormWindow& Person::Window() const {

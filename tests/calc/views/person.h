@@ -37,6 +37,8 @@ class Person {
   // Waits for a box that says `text`, and presses that button of it.
   void Answers(const std::string& text, const std::string& button);
 
+  static bool IsBoxUp(const std::string& text);
+
   // What a person can do at once, to the form on top.
   void Click(const std::string& view) const;
   void ClickAt(const std::string& view, std::int32_t x, std::int32_t y) const;
@@ -59,7 +61,8 @@ class Person {
     std::function<void()> act;
   };
   void Tick();
-  void GiveUp();
+  void GiveUp(const std::string& why);
+  static std::string Report();
 
   OfficeLoop& loop_;
   CalcDesktop& desktop_;
@@ -67,6 +70,7 @@ class Person {
   std::deque<Step> steps_;
   OfficeLoop::Token timer_ = 0;
   OfficeLoop::Time last_done_;
+  bool gave_up_ = false;
   int looked_ = 0;  // how often since what was done last
 };
 

@@ -5,6 +5,7 @@
 #include <com/sun/star/awt/ImagePosition.hpp>
 #include <com/sun/star/awt/XButton.hpp>
 #include <com/sun/star/awt/XCheckBox.hpp>
+#include <com/sun/star/style/VerticalAlignment.hpp>
 #include <string>
 #include <utility>
 
@@ -61,6 +62,7 @@ Box MakeBox(forms::Button& button, Views& views) {
 
 Box MakeBox(forms::CheckBox& box, Views& views) {
   View& view = views.Add("CheckBox", &box, box.Name());
+  view.Set("VerticalAlign", css::style::VerticalAlignment_MIDDLE);
   view.show = [&] {
     view.SetText("Label", WithMarkedLetter(box.Caption()));
     view.Set("State", static_cast<sal_Int16>(box.Value()));

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XToolkit.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/frame/XFrames.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
 
 #include "adapters/calc/office_loop.h"
@@ -67,8 +69,14 @@ FormWindow* CalcDesktop::WindowOf(const forms::Form& form) const {
   return window == windows_.rend() ? nullptr : *window;
 }
 
+// The one that has the focus, or had it last. An office without a screen gives it to none.
 Reference<css::frame::XFrame> CalcDesktop::Frame() const {
-  return css::frame::Desktop::create(context_)->getCurrentFrame();
+  const Reference<css::frame::XDesktop2> desktop = css::frame::Desktop::create(context_);
+  const Reference<css::frame::XFrame> current = desktop->getCurrentFrame();
+  if (current.is()) return current;
+  const Reference<css::container::XIndexAccess> all(desktop->getFrames(), css::uno::UNO_QUERY_THROW);
+  if (all->getCount() == 0) return {};
+  return {all->getByIndex(all->getCount() - 1), UNO_QUERY};
 }
 
 Reference<css::awt::XWindowPeer> CalcDesktop::Above() const {

@@ -85,6 +85,7 @@ void FormWindow::Open() {
   const Reference<css::awt::XControl> control(dialog_, UNO_QUERY_THROW);
   control->setModel(model_);
   window()->setVisible(false);
+  views_.ShowAll();
   control->createPeer(Reference<css::awt::XToolkit>(toolkit_, UNO_QUERY_THROW), above_);
   views_.Connect(Reference<css::awt::XControlContainer>(dialog_, UNO_QUERY_THROW));
 
@@ -102,12 +103,14 @@ void FormWindow::Listen() {
   window()->addWindowListener(new OnResize(views_.Living([this](const auto&) { PutControls(); })));
   Reference<css::awt::XTopWindow>(dialog_, UNO_QUERY_THROW)
       ->addTopWindowListener(new OnCloseBox(views_.Living([this](const auto&) { TakeClosing(); })));
+  const css::uno::Reference<css::awt::XKeyListener> keys = new OnKeys(
+      views_.Living([this](const auto& key) { views_.last_key = key.KeyCode; }), [](const auto&) {});
+  window()->addKeyListener(keys);
   for (const auto& view : views_.all()) {
     if (view->control == nullptr) continue;
+    view->As<css::awt::XWindow>()->addKeyListener(keys);
     view->As<css::awt::XWindow>()->addFocusListener(
         new OnFocus(views_.Living([this, &view = *view](const auto&) { FollowFocus(view); })));
-    view->As<css::awt::XWindow>()->addKeyListener(new OnKeys(
-        views_.Living([this](const auto& key) { views_.last_key = key.KeyCode; }), [](const auto&) {}));
   }
 }
 
@@ -131,7 +134,7 @@ void FormWindow::Run(const std::function<bool()>& hidden) {
     bool& running;
   } const running(running_);
   while (!hidden()) {
-    escaped_ = false;
+    closing_ = escaped_ = false;
     loop_.WaitIn(
         [this] {
           if (dialog_.is()) dialog_->execute();
@@ -141,9 +144,9 @@ void FormWindow::Run(const std::function<bool()>& hidden) {
   }
 }
 
-// The office closes a dialog by its close box and by Escape, and calls both the same.
+// The office closes a dialog by its close box and by Escape, calls both the same, and tells of it twice.
 void FormWindow::TakeClosing() {
-  if (!form_.Visible() || !asked_.is_on_top()) return;
+  if (!form_.Visible() || !asked_.is_on_top() || std::exchange(closing_, true)) return;
   escaped_ = std::exchange(views_.last_key, 0) == css::awt::Key::ESCAPE;
   loop_.Guard([this] { escaped_ ? form_.UserEscape() : form_.Close(); });
 }

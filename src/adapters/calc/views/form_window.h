@@ -89,6 +89,7 @@ class FormWindow {
   const forms::Control* focused_ = nullptr;  // as the form says
   bool shown_ = false;
   bool running_ = false;
+  bool closing_ = false;  // since the office runs the dialog
   bool escaped_ = false;  // by what has closed the dialog
 };
 

@@ -1,7 +1,8 @@
 #include "adapters/calc/views/frame_watch.h"
 
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/util/CloseVetoException.hpp>
-#include <com/sun/star/util/XCloseable.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <utility>
 
@@ -14,9 +15,9 @@ class FrameWatch::Listener final : public cppu::WeakImplHelper1<css::util::XClos
  public:
   explicit Listener(std::function<void()> closes) : closes_(std::move(closes)) {}
 
-  void SAL_CALL queryClosing(const css::lang::EventObject&, sal_Bool gets_ownership) override {
+  void SAL_CALL queryClosing(const css::lang::EventObject& event, sal_Bool gets_ownership) override {
     if (closes_) return;
-    owes_closing_ = owes_closing_ || gets_ownership;
+    if (gets_ownership) owed_ = Reference<css::util::XCloseable>(event.Source, UNO_QUERY);
     throw css::util::CloseVetoException();
   }
   void SAL_CALL notifyClosing(const css::lang::EventObject&) override {
@@ -26,27 +27,36 @@ class FrameWatch::Listener final : public cppu::WeakImplHelper1<css::util::XClos
     if (closes_) closes_();
   }
 
-  bool OwesClosing() const { return owes_closing_; }
+  const Reference<css::util::XCloseable>& Owed() const { return owed_; }
 
  private:
   std::function<void()> closes_;
-  bool owes_closing_ = false;
+  Reference<css::util::XCloseable> owed_;
 };
 
 FrameWatch::FrameWatch(const Reference<css::frame::XFrame>& frame, std::function<void()> closes)
-    : frame_(frame), listener_(new Listener(std::move(closes))) {
-  const Reference<css::util::XCloseable> closeable(frame_, UNO_QUERY);
-  if (closeable.is()) closeable->addCloseListener(listener_);
+    : listener_(new Listener(std::move(closes))) {
+  if (!frame.is()) return;
+  watched_.emplace_back(frame, UNO_QUERY);
+  const Reference<css::frame::XController> controller = frame->getController();
+  if (controller.is()) watched_.emplace_back(controller->getModel(), UNO_QUERY);
+  std::erase_if(watched_, [](const auto& closeable) { return !closeable.is(); });
+  for (const auto& closeable : watched_) closeable->addCloseListener(listener_);
 }
 
 FrameWatch::~FrameWatch() {
+  for (const auto& closeable : watched_) {
+    try {
+      closeable->removeCloseListener(listener_);
+    } catch (const css::uno::Exception&) {
+      // It has gone already.
+    }
+  }
   try {
-    const Reference<css::util::XCloseable> closeable(frame_, UNO_QUERY);
-    if (!closeable.is()) return;
-    closeable->removeCloseListener(listener_);
-    if (static_cast<const Listener&>(*listener_).OwesClosing()) closeable->close(true);
+    const auto& owed = static_cast<const Listener&>(*listener_).Owed();
+    if (owed.is()) owed->close(true);
   } catch (const css::uno::Exception&) {
-    // It has gone already, or somebody else refuses now.
+    // Somebody else refuses now.
   }
 }
 

@@ -28,7 +28,7 @@ constexpr int kSmallPicture = 16;
 constexpr int kLargePicture = 40;
 constexpr int kRuleHeight = 8;
 constexpr sal_Int16 kFlatBorder = 2;
-constexpr const char* kMark = "\xE2\x80\xA2";  // a bullet, which every font has
+constexpr const char* kMark = "\xE2\x97\x8F";  // a black circle
 
 void MakeBold(const View& view) { view.Set("FontWeight", css::awt::FontWeight::BOLD); }
 
@@ -85,7 +85,7 @@ Box MakeReadLabel(forms::Label& label, Views& views) {
   return box;
 }
 
-std::string NewName(const Views& views) { return "words" + std::to_string(views.all().size()); }
+std::string NewName(const Views& views) { return ":words" + std::to_string(views.all().size()); }
 
 Box MakePicture(forms::Control& control, const char* suffix, const std::string& (*picture)(forms::Control&),
                 int pixels, Views& views) {

@@ -44,7 +44,6 @@ Box MakeArrows(forms::ScrollBar& bar, Views& views) {
   view.Set("SpinValueMin", sal_Int32{0});
   view.Set("SpinValueMax", sal_Int32{Longest(bar)});
   view.Set("SpinIncrement", sal_Int32{1});
-  view.Set("Tabstop", false);
   view.Set("Repeat", true);
   view.show = [&] { view.Set("SpinValue", sal_Int32{Longest(bar) - PlaceOf(bar)}); };
   view.connect = [&] {

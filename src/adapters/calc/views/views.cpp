@@ -8,6 +8,7 @@
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <string_view>
 #include <utility>
 
 #include "adapters/calc/objects/office_text.h"
@@ -60,19 +61,19 @@ void View::SetText(const char* property, const std::string& text) const { Set(pr
 Views::Views(const Reference<css::uno::XComponentContext>& context, OfficeLoop& loop,
              const Reference<css::uno::XInterface>& window_model)
     : context_(context), loop_(loop), window_model_(window_model), graphics_(context) {
-  View& measure = Add("FixedText", nullptr, "measure");
+  View& measure = Add("FixedText", nullptr, ":letters");
   measure.SetText("Label", std::string(kMeasuredLetters, '0'));
   measure_ = &measure;
-  View& line = Add("Edit", nullptr, "line");
+  View& line = Add("Edit", nullptr, ":line");
   line.Set("Tabstop", false);
   line_ = &line;
-  for (View* view : {&measure, &line}) view->Set("EnableVisible", false);
 }
 
 View& Views::Add(const char* kind, forms::Control* control, const std::string& name) {
   const Reference<css::lang::XMultiServiceFactory> models(window_model_, UNO_QUERY_THROW);
   const Reference<css::container::XNameContainer> content(window_model_, UNO_QUERY_THROW);
-  const auto service = "com.sun.star.awt.UnoControl" + std::string(kind) + "Model";
+  const std::string module = std::string_view(kind) == "Grid" ? "grid." : "";
+  const std::string service = "com.sun.star.awt." + module + "UnoControl" + kind + "Model";
   const Reference<css::beans::XPropertySet> model(models->createInstance(OfficeText(service)),
                                                   UNO_QUERY_THROW);
   views_.push_back(std::make_unique<View>(View{name, control, page, model}));
@@ -88,6 +89,7 @@ void Views::Connect(const Reference<css::awt::XControlContainer>& window) {
     view->window = window->getControl(OfficeText(view->name));
     if (view->connect) view->connect();
   }
+  for (const View* view : {measure_, line_}) view->As<css::awt::XWindow>()->setVisible(false);
   ShowAll();
 }
 
@@ -111,8 +113,8 @@ void Views::Show(const View& view) const {
       view.SetText("HelpText", view.control->ToolTipText());
       view.Set("Enabled", IsEnabled(view.control));
     }
-    const bool front = IsOnFront(view.control != nullptr ? view.control : view.page);
-    view.Set("EnableVisible", front);
+    if (!view.window.is()) return;
+    view.As<css::awt::XWindow>()->setVisible(IsOnFront(view.control != nullptr ? view.control : view.page));
   } catch (const css::lang::DisposedException&) {
   } catch (const css::uno::Exception& failure) {
     throw ToolkitFailed(failure);
