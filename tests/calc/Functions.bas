@@ -79,6 +79,8 @@ Sub NoteReasons(Sheet)
   Sheet.getCellRangeByName("B2").Formula = "=QUOTE_STATUS(""MSFT"";""Lasst"")"
   Sheet.getCellRangeByName("B3").Formula = "=QUOTE(D1)"
   Sheet.getCellRangeByName("B4").Formula = "=QUOTE_STATUS(D1)"
+  Sheet.getCellRangeByName("B5").Formula = "=QUOTE(""MSFT"";D9)"
+  Note("empty column", Sheet.getCellRangeByName("B5").Value > 0)
   Note("wrong column", Sheet.getCellRangeByName("B1").String & " " & Sheet.getCellRangeByName("B2").String)
   Note("no ticker", Sheet.getCellRangeByName("B3").String & " " & Sheet.getCellRangeByName("B4").String)
 End Sub

@@ -73,6 +73,7 @@ class Functions(unittest.TestCase):
     def test_say_what_is_wrong_with_their_arguments(self):
         self.assertIn('#N/A There is no column "LASST"', self.notes["wrong column"])
         self.assertEqual(self.notes["no ticker"], "#N/A No ticker is given")
+        self.assertEqual(self.notes["empty column"], "True")
 
     def test_take_tickers_of_cells_and_work_in_arrays_fills_and_anew(self):
         self.assertEqual(self.notes["array"], "True")

@@ -27,12 +27,12 @@ using css::uno::Sequence;
 constexpr const char* kImplementation = "mirelo.Functions";
 constexpr const char* kService = "com.sun.star.sheet.AddIn";
 
-// A column that is left out, or a cell that is empty.
+// One that is left out is void, an empty cell 0.
 std::string ColumnOf(const Any& argument) {
   rtl::OUString text;
   if (argument >>= text) return text.isEmpty() ? "Last" : uno::TextOf(text);
   double number = 0;
-  if (argument >>= number) return uno::TextOf(rtl::OUString::number(number));
+  if ((argument >>= number) && number != 0) return uno::TextOf(rtl::OUString::number(number));
   return "Last";
 }
 
