@@ -11,7 +11,7 @@
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/drawing/FillStyle.hpp>
 #include <com/sun/star/drawing/LineStyle.hpp>
-#include <com/sun/star/drawing/XDrawPageSupplier.hpp>
+#include <com/sun/star/drawing/XDrawPage.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
@@ -21,6 +21,7 @@
 #include <com/sun/star/util/XProtectable.hpp>
 
 #include "adapters/calc/charts/office_chart.h"
+#include "adapters/calc/objects/document_sheet.h"
 #include "adapters/calc/objects/spreadsheet_program.h"
 #include "calc/live_office.h"
 #include "host/excel/border.h"
@@ -56,9 +57,7 @@ class DrawnCharts : public ::testing::Test {
     return As<css::sheet::XSpreadsheet>(
         document->getSheets()->getByName(rtl::OUString::createFromAscii(name)));
   }
-  Reference<css::drawing::XDrawPage> Page() const {
-    return As<css::drawing::XDrawPageSupplier>(Sheet())->getDrawPage();
-  }
+  Reference<css::drawing::XDrawPage> Page() const { return calc::PageOf(Sheet()); }
   // The chart as a person sees it.
   OfficeChart Seen(sal_Int32 number = 0) const {
     const auto shape = As<css::drawing::XShape>(Page()->getByIndex(number));

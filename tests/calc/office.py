@@ -72,9 +72,9 @@ class Office:
         )
         (basic / "script.xlc").write_text(LIBRARIES.format(elements="".join(places)))
 
-    def run(self, macro):
+    def run(self, macro, patience=PATIENCE):
         """Runs Library.Module.Sub, which is to end the office. The exit code; fails where the office does not end."""
-        until = time.monotonic() + PATIENCE
+        until = time.monotonic() + patience
         code = STARTED_FOR_ITS_PROFILE
         while code == STARTED_FOR_ITS_PROFILE:
             code = self._start(macro, until - time.monotonic())

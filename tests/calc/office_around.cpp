@@ -1,0 +1,13 @@
+#include "calc/office_of_tests.h"
+#include "calc/views/run_in_office.h"
+
+namespace mirelo::testing {
+
+const css::uno::Reference<css::uno::XComponentContext>& OfficeOfTests() {
+  static const auto& context = *new css::uno::Reference(calc::OfficeContext());  // outlives what unloads it
+  return context;
+}
+
+bool EndOfficeOfTests() { return true; }  // who runs the tests ends it
+
+}  // namespace mirelo::testing
