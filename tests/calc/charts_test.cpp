@@ -5,6 +5,7 @@
 
 #include <com/sun/star/awt/Gradient.hpp>
 #include <com/sun/star/awt/Rectangle.hpp>
+#include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/chart2/Symbol.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
@@ -12,9 +13,12 @@
 #include <com/sun/star/drawing/FillStyle.hpp>
 #include <com/sun/star/drawing/LineStyle.hpp>
 #include <com/sun/star/drawing/XDrawPage.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/table/XTableChartsSupplier.hpp>
@@ -37,6 +41,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "support/error_number.h"
+#include "support/temp_directory.h"
 
 namespace mirelo::testing {
 namespace {
@@ -284,6 +289,43 @@ TEST_F(DrawnCharts, LeaveTheStepsThatAPersonCanUndo) {
   chart->HasTitle(true);
   sheet->Shapes()->Item(1)->Left(90);
   EXPECT_EQ(steps->getAllUndoActionTitles(), before);
+}
+
+TEST_F(DrawnCharts, AreSavedWithTheDocument) {
+  const TempDirectory folder;
+  sheet = application->ActiveWorkbook()->Worksheets()->Add();
+  document->getSheets()->moveByName("Sheet2", 2);
+  As<css::sheet::XSpreadsheetView>(As<css::frame::XModel>(document)->getCurrentController())
+      ->setActiveSheet(Sheet());
+  for (const double top : {0.0, 76.5}) {
+    application->ScreenUpdating(false);  // so the sheet is behind
+    const auto chart = AddChart();
+    chart->HasTitle(true);
+    chart->ChartTitle()->Text("Last");
+    const auto shape = sheet->Shapes()->Item(chart->Index());
+    shape->Left(200.25);
+    shape->Top(top);
+    shape->Height(76.5);
+    shape->Width(150);
+    chart->SeriesCollection(1)->Points(2)->MarkerBackgroundColorIndex(3);
+    application->ActiveWorkbook()->Worksheets()->Item("Sheet1")->Select();
+    application->ScreenUpdating(true);
+  }
+  sheet->Columns("B")->AutoFit();
+  for (const std::string format : {"calc8", "Calc Office Open XML"}) {
+    SCOPED_TRACE(format);
+    const css::beans::PropertyValue filter("FilterName", 0, css::uno::Any(calc::OfficeText(format)),
+                                           css::beans::PropertyState_DIRECT_VALUE);
+    const auto url = calc::OfficeText("file://" + (folder / format).string());
+    As<css::frame::XStorable>(document)->storeToURL(
+        url, css::uno::Sequence<css::beans::PropertyValue>(&filter, 1));
+    const auto again = calc::ApplicationOf(LiveOffice::Get().Context(), LiveOffice::Get().OpenBeside(url));
+    const auto shapes = again->ActiveWorkbook()->Worksheets()->Item("Sheet2")->Shapes();
+    ASSERT_EQ(shapes->Count(), 2);
+    EXPECT_EQ(shapes->Item(2)->Name(), "Chart 2");
+    EXPECT_NEAR(shapes->Item(2)->Top(), 76.5, 0.8);
+    EXPECT_EQ(shapes->Item(2)->Chart()->ChartTitle()->Text(), "Last");
+  }
 }
 
 }  // namespace

@@ -20,9 +20,10 @@ constexpr std::array kLimits{
           "Calc does not tell which cell was selected before a chart: people see the chart selected, and "
           "macros "
           "that ask for the cell are told A1"},
-    Limit{"ChartShapes.StayWhenCellsMove",
-          "a chart in Calc stands by a cell: people see it stay beside its table when columns get wider, and "
-          "move up when rows above it are deleted"},
+    Limit{"ChartBesideColumns.StaysBesideThemWhenTheyGetOtherWidths",
+          "Calc does not save a document in which a chart stands by a cell of a sheet that nobody has looked "
+          "at: so "
+          "people see charts stay where they are when columns get wider, unless they anchor them to a cell"},
     Limit{"CommentBoxes.CanBeSelected", kBoxes},
     Limit{"CommentBoxes.GoWithTheirComments", kBoxes},
     Limit{"CommentBoxes.StandBesideTheirCells", kBoxes},

@@ -29,6 +29,8 @@ class End : public ::testing::Environment {
 };
 [[maybe_unused]] const auto* const kEnd = ::testing::AddGlobalTestEnvironment(new End);
 
+constexpr const char* kNew = "private:factory/scalc";
+
 }  // namespace
 
 LiveOffice& LiveOffice::Get() {
@@ -38,15 +40,21 @@ LiveOffice& LiveOffice::Get() {
 
 LiveOffice::Document LiveOffice::NewDocument() {
   Close();
-  document_ = Load();
+  document_ = Load(rtl::OUString::createFromAscii(kNew));
   return document_;
 }
 
-LiveOffice::Document LiveOffice::AnotherDocument() { return others_.emplace_back(Load()); }
+LiveOffice::Document LiveOffice::AnotherDocument() {
+  return others_.emplace_back(Load(rtl::OUString::createFromAscii(kNew)));
+}
 
-LiveOffice::Document LiveOffice::Load() const {
+LiveOffice::Document LiveOffice::OpenBeside(const rtl::OUString& url) {
+  return others_.emplace_back(Load(url));
+}
+
+LiveOffice::Document LiveOffice::Load(const rtl::OUString& url) const {
   const auto desktop = css::frame::Desktop::create(Context());
-  return {desktop->loadComponentFromURL("private:factory/scalc", "_blank", 0, {}), UNO_QUERY_THROW};
+  return {desktop->loadComponentFromURL(url, "_blank", 0, {}), UNO_QUERY_THROW};
 }
 
 LiveOffice::Document LiveOffice::EmptyDocument() {

@@ -3,6 +3,7 @@
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <rtl/ustring.hxx>
 #include <vector>
 
 #include "calc/office_of_tests.h"
@@ -24,13 +25,14 @@ class LiveOffice {
   Document EmptyDocument();
   // One beside that from before, which both of these close.
   Document AnotherDocument();
+  Document OpenBeside(const rtl::OUString& url);
   void Close();
 
  private:
   LiveOffice() = default;
 
   bool Empty();
-  Document Load() const;
+  Document Load(const rtl::OUString& url) const;
 
   Document document_;
   std::vector<Document> others_;

@@ -44,11 +44,7 @@ DrawnChart::DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, rtl::OUStri
   office_.Whole().Set("HasLegend", true);
   office_.Diagram().Set("HasXAxisGrid", false);
   office_.Diagram().Set("HasYAxisGrid", false);
-  const Properties floating(office_.shape);
-  floating.Set("Name", OfficeText(chart_->name));
-  // It moves and grows with the columns beneath, so that it stays beside its table.
-  floating.Set("Anchor", sheet_.Get()->getCellByPosition(0, 0));
-  floating.Set("ResizeWithCell", true);
+  Properties(office_.shape).Set("Name", OfficeText(chart_->name));
   painted_.name = chart_->name;
   painted_.place = {};
   painted_.series.resize(office_.Series().size());
