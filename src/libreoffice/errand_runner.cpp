@@ -107,6 +107,7 @@ ErrandRunner::ErrandRunner(Reference<css::uno::XComponentContext> context, int l
   auto desktop = std::make_unique<AttendedDesktop>(*printed_);
   person_ = std::make_unique<DialogPerson>(errand_.wishes, *desktop);
   machine_.host().ShowOn(std::move(desktop));
+  machine_.accept_costs = [this](const std::vector<std::string>& costs) { return AcceptsCosts(costs); };
   watch_ = machine_.loop().Watch(socket_, host::MessageLoop::kRead, [this](unsigned) { Listen(); });
   machine_.loop().StartTimer(std::chrono::milliseconds(0), [this] { Run(); });
 }
@@ -135,6 +136,7 @@ bool ErrandRunner::FillDialog() {
   const std::int32_t result = OfficeDay::Of(context_).ShowSettings(document_);
   if (day::IsCommitted(result)) return true;
   News news{.kind = News::Kind::kComplaint, .text = "the dialog was closed without Go"};
+  if (has_refused_costs_) news.text = "Go would cost what the warnings say. To go on all the same, add --yes";
   if (const auto& complaint = person_->Complained()) {
     news.text = complaint->text;
     news.is_of_wish = complaint->is_of_wish;
@@ -191,6 +193,12 @@ void ErrandRunner::Store() {
   Reference<css::frame::XStorable>(document_, css::uno::UNO_QUERY_THROW)
       ->storeToURL(AddressOf(errand_.store), Sequence<PropertyValue>(&name, 1));
   line_.Send(LineOf({.kind = News::Kind::kStored, .text = {}, .quotes = quotes_}));
+}
+
+bool ErrandRunner::AcceptsCosts(const std::vector<std::string>& costs) {
+  for (const std::string& cost : costs) Tell("warning: " + cost);
+  has_refused_costs_ = !errand_.wishes.accepts_costs;
+  return !has_refused_costs_;
 }
 
 void ErrandRunner::Tell(const std::string& text) {

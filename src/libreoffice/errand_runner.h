@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/message_loop.h"
 #include "libreoffice/errand/errand.h"
@@ -40,6 +41,7 @@ class ErrandRunner {
   void Listen();
   void Finish();
   void Store();
+  bool AcceptsCosts(const std::vector<std::string>& costs);
   void Tell(const std::string& text);
   void Fail(const std::string& why);
   void EndOffice();
@@ -53,6 +55,7 @@ class ErrandRunner {
   std::unique_ptr<DialogPerson> person_;
   css::uno::Reference<css::frame::XModel> document_;
   std::int64_t quotes_ = 0;
+  bool has_refused_costs_ = false;
   bool is_ending_ = false;
   host::MessageLoop::Token watch_ = 0;
   host::MessageLoop::Token alarm_ = 0;

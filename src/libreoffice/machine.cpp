@@ -9,7 +9,10 @@
 
 #include "adapters/calc/views/calc_desktop.h"
 #include "automation/runtime_error.h"
+#include "automation/text.h"
 #include "core/mGlobal.h"
+#include "core/message_box.h"
+#include "libreoffice/attending_desktop.h"
 #include "libreoffice/office_process.h"
 #include "libreoffice/screen.h"
 #include "terminal/standard_streams.h"
@@ -64,6 +67,13 @@ Machine::Machine(const Context& context) : host_(RegistryFile()) {
   host_.RunOn(std::move(loop));
   if (OfficeShowsWindows()) host_.ShowOn(std::make_unique<calc::CalcDesktop>(context, *loop_));
   mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
+  accept_costs = [](const std::vector<std::string>& costs) {
+    return Confirm("Go will cost this:\n\n" + Join(costs, "\n") + "\n\nGo on?");
+  };
+  host_.ShowThrough([this](host::Desktop& inner) {
+    return std::make_unique<AttendingDesktop>(
+        inner, [this](const std::vector<std::string>& costs) { return accept_costs(costs); });
+  });
   if (const auto& borrowed = BorrowedForOf()) {
     host_.KeepCredentialsIn(borrowed->folder);
     host_.OverrideHttpPort(borrowed->http_port);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "adapters/calc/office_loop.h"
 #include "automation/event.h"
@@ -45,6 +46,8 @@ class Machine {
   Event<const std::string&> Told;
   // The office ends.
   Event<> Ends;
+  // Is told what Go will cost, and answers whether to press it all the same; at first it asks the person.
+  std::function<bool(const std::vector<std::string>& costs)> accept_costs;
   // Is offered what fails behind no call, and answers whether it has taken it.
   std::function<bool(const std::exception_ptr& failure)> take_failure;
 
