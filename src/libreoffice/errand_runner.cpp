@@ -1,6 +1,7 @@
 #include "libreoffice/errand_runner.h"
 
 #include <poll.h>
+#include <sys/prctl.h>
 #include <osl/file.hxx>
 
 #include <array>
@@ -10,6 +11,7 @@
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <com/sun/star/util/XCloseable.hpp>
+#include <csignal>
 #include <exception>
 #include <string_view>
 #include <utility>
@@ -93,6 +95,8 @@ void ErrandRunner::Begin(const Reference<css::uno::XComponentContext>& context, 
   auto errand = FirstLine(line);
   if (!errand) return;
   if (!errand->folder.empty()) Machine::Borrow({errand->folder, errand->http_port, errand->stream_port});
+  // A program that is killed takes along an office that only it knows of, whatever that is busy with.
+  if (!errand->store.empty()) ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   // It ends with the office.
   [[maybe_unused]] static ErrandRunner& runner = *new ErrandRunner(context, line, std::move(*errand));
 }

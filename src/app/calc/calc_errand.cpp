@@ -80,6 +80,7 @@ class OfficeOnErrand {
     start_.line = ends_.theirs.Number();
     start_.variables.push_back(std::string(libreoffice::kErrandVariable) + "=" +
                                std::to_string(*start_.line));
+    start_.variables.push_back("TMPDIR=" + folder_.Path().string());
     start_.output = folder_.Path() / "office.log";
     line_.Send(LineOf(errand));
   }
