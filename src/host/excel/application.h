@@ -44,8 +44,10 @@ class Application : public Object {
   virtual std::shared_ptr<excel::Range> Cells() = 0;
   virtual std::shared_ptr<excel::Range> Cells(std::int32_t row, std::int32_t column) = 0;
 
-  // Whether what is written shows at once. True at the start; off, it only saves work, the values are the
-  // same.
+  // Whether what is written and selected shows at once. True at the start; off, it saves work, and the values
+  // are the same. Where a person works in the workbook meanwhile, they stay where they are while it is off:
+  // what is in front and selected for clients is then none of what that person sees, and is shown when it is
+  // on again, unless it is what was in front when it was turned off.
   virtual bool ScreenUpdating() = 0;
   virtual void ScreenUpdating(bool on) = 0;
 };
