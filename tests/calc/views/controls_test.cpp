@@ -65,6 +65,16 @@ TEST_F(Controls, AreShownWithWhatTheyHold) {
   EXPECT_FALSE(form.Visible());
 }
 
+TEST_F(Controls, GiveLongerWordsTheRoomThatTheyNeed) {
+  person.Does("look", [&] {
+    form.label.Caption("Words that are longer than those before");
+    const View& label = person.Find("label");
+    EXPECT_GE(label.As<css::awt::XWindow>()->getPosSize().Width, Views::Preferred(label).width);
+    form.Hide();
+  });
+  desktop.ShowModal(form);
+}
+
 TEST_F(Controls, TakeWhatAPersonDoes) {
   person.Does("tick", [&] { person.Click("check"); });
   person.Does("type", [&] {
@@ -260,15 +270,18 @@ TEST_F(Controls, LieBelowTheBoxesThatAreShownOverThem) {
     answers.push_back(desktop.MessageBox("Go on?", host::Desktop::kYesNo, "Question"));
     answers.push_back(
         desktop.MessageBox("It failed.", host::Desktop::kAbortRetryIgnore | host::Desktop::kCritical, ""));
+    answers.push_back(
+        desktop.MessageBox("Again?", host::Desktop::kYesNo | host::Desktop::kInformation, "Question"));
     answers.push_back(desktop.MessageBox("Done.", host::Desktop::kInformation, ""));
   });
   person.Does("tick", [&] { person.Click("check"); });
   person.Answers("Go on?", "Yes");
   person.Answers("It failed.", "Retry");
+  person.Answers("Again?", "No");
   person.Answers("Done.", "OK");
   person.Does("end", [&] { form.Hide(); });
   desktop.ShowModal(form);
-  EXPECT_THAT(answers, ElementsAre(Answer::Yes, Answer::Retry, Answer::Ok));
+  EXPECT_THAT(answers, ElementsAre(Answer::Yes, Answer::Retry, Answer::No, Answer::Ok));
 }
 
 TEST_F(Controls, OpenNothingThatIsNoFileOrAddress) {

@@ -13,6 +13,7 @@
 
 #include "adapters/calc/objects/office_text.h"
 #include "adapters/calc/office_loop.h"
+#include "adapters/calc/views/failure.h"
 #include "adapters/calc/views/form_builder.h"
 #include "adapters/calc/views/listeners.h"
 #include "forms/button.h"
@@ -61,8 +62,12 @@ FormWindow::FormWindow(const Reference<css::uno::XComponentContext>& context, fo
   Listen();
   subscription_ = form_.Appearance.Subscribe([this] { ShowForm(); });
   for (forms::Control* control : form_.Controls()) {
-    subscriptions_.emplace_back(
-        control, control->Appearance.Subscribe([this, control] { views_.ShowControl(*control); }));
+    const bool is_read = dynamic_cast<const forms::Label*>(control) != nullptr ||
+                         dynamic_cast<const forms::Panel*>(control) != nullptr;
+    subscriptions_.emplace_back(control, control->Appearance.Subscribe([this, control, is_read] {
+      views_.ShowControl(*control);
+      if (is_read) PutControls();  // its words may be longer now
+    }));
   }
 }
 
@@ -100,7 +105,8 @@ void FormWindow::Open() {
 }
 
 void FormWindow::Listen() {
-  window()->addWindowListener(new OnResize(views_.Living([this](const auto&) { PutControls(); })));
+  window()->addWindowListener(
+      new OnResize(views_.Living([this](const auto&) { loop_.Guard([this] { PutControls(); }); })));
   Reference<css::awt::XTopWindow>(dialog_, UNO_QUERY_THROW)
       ->addTopWindowListener(new OnCloseBox(views_.Living([this](const auto&) { TakeClosing(); })));
   const css::uno::Reference<css::awt::XKeyListener> keys = new OnKeys(
@@ -122,8 +128,15 @@ Reference<css::awt::XWindowPeer> FormWindow::peer() const {
 }
 
 void FormWindow::PutControls() const {
-  const css::awt::Rectangle size = window()->getPosSize();
-  Put(box_, {0, 0, size.Width, size.Height});
+  if (!dialog_.is()) return;
+  try {
+    const css::awt::Rectangle size = window()->getPosSize();
+    Put(box_, {0, 0, size.Width, size.Height});
+  } catch (const css::lang::DisposedException&) {
+    // It goes just now.
+  } catch (const css::uno::Exception& failure) {
+    throw ToolkitFailed(failure);
+  }
 }
 
 // Escape that presses nothing leaves the form up, though the office takes its dialog down for it.
@@ -178,8 +191,19 @@ void FormWindow::ToFront() const {
   if (top.is()) top->toFront();
 }
 
+// The window may go at any time, with what it lies above.
 void FormWindow::ShowForm() {
   if (!dialog_.is()) return;
+  try {
+    ShowState();
+  } catch (const css::lang::DisposedException&) {
+    // It goes just now.
+  } catch (const css::uno::Exception& failure) {
+    throw ToolkitFailed(failure);
+  }
+}
+
+void FormWindow::ShowState() {
   dialog_->setTitle(OfficeText(form_.Caption()));
   const bool comes_up = form_.Visible() && !shown_;
   if (form_.Visible() != std::exchange(shown_, form_.Visible())) {

@@ -65,6 +65,7 @@ class FormWindow {
   void Center() const;
   void PutOnScreen(const css::awt::Rectangle& wanted) const;
   void ShowForm();
+  void ShowState();
   void ShowFocus();
   void FocusFirst() const;
   void FollowFocus(const View& view);

@@ -133,6 +133,7 @@ Box MakePanelHeading(forms::Panel& panel, Views& views) {
   view.show = [&] { view.SetText("Label", panel.Caption()); };
   Box box = views.BoxOf(view);
   box.seen = [&] { return panel.Visible() && !panel.Caption().empty(); };
+  box.wide = true;
   return box;
 }
 

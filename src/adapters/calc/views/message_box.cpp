@@ -20,17 +20,18 @@ namespace {
 
 using Answer = host::Desktop::Answer;
 
+// A box that informs has one button in the office, whatever is asked for.
 css::awt::MessageBoxType TypeFor(int style) {
+  const bool asks = host::Desktop::ButtonsOf(style) != host::Desktop::kOkOnly;
   switch (host::Desktop::IconOf(style)) {
     case host::Desktop::kCritical:
       return css::awt::MessageBoxType_ERRORBOX;
     case host::Desktop::kExclamation:
       return css::awt::MessageBoxType_WARNINGBOX;
     case host::Desktop::kInformation:
-      return css::awt::MessageBoxType_INFOBOX;
+      return asks ? css::awt::MessageBoxType_QUERYBOX : css::awt::MessageBoxType_INFOBOX;
     default:
-      return host::Desktop::ButtonsOf(style) == host::Desktop::kOkOnly ? css::awt::MessageBoxType_MESSAGEBOX
-                                                                       : css::awt::MessageBoxType_QUERYBOX;
+      return asks ? css::awt::MessageBoxType_QUERYBOX : css::awt::MessageBoxType_MESSAGEBOX;
   }
 }
 
