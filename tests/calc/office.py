@@ -30,12 +30,12 @@ LIBRARIES = """<?xml version="1.0" encoding="UTF-8"?>
 
 class Office:
     """`folder` is an empty one of its own; `environment` is the process's. One that is not headless shows its windows
-    on no screen."""
+    on no screen, unless it gets another `plugin` of its toolkit's than that for none."""
 
-    def __init__(self, folder, environment, headless=True):
+    def __init__(self, folder, environment, headless=True, plugin="svp"):
         self.folder = pathlib.Path(folder)
         self.headless = headless
-        self.environment = {**environment, "SAL_USE_VCLPLUGIN": "svp"}
+        self.environment = {**environment, "SAL_USE_VCLPLUGIN": plugin}
         self.libraries = {}
 
     def install(self, extension):
