@@ -20,7 +20,7 @@ namespace mirelo::day {
 
 namespace {
 
-constexpr const char* kNothingAskedFor = "Nothing is asked for";
+constexpr const char* kNothingAskedFor = "QuoteTracker has not been called yet";
 constexpr const char* kBeginning = "Calling QuoteTracker";
 constexpr const char* kStreaming = "Streaming";
 constexpr const char* kNoQuotes = "QuoteTracker gave no quotes";

@@ -15,6 +15,7 @@ Sub Main
   Typing(Document)
   Saving(Document)
   Another(Document)
+  Beside(Document)
   Stopping(Document)
   Renaming(Document)
   Protecting(Document)
@@ -68,6 +69,20 @@ Sub Another(Document)
   Choose(Other, "start")
   Note("comes behind another", Comes(Document))
   Other.close(True)
+End Sub
+
+' Cells with functions have a connection of their own; they stay while days end and begin.
+Sub Beside(Document)
+  Dim Sheet, I
+  Sheet = Document.Sheets.insertNewByName("Beside", 6)
+  Sheet = Document.Sheets.getByName("Beside")
+  Sheet.getCellRangeByName("A1").Formula = "=QUOTE(""GE"")"
+  For I = 1 To 100
+    If Sheet.getCellRangeByName("A1").getError() = 0 Then Exit For
+    Wait 50
+  Next I
+  Note("cells beside", Sheet.getCellRangeByName("A1").Value > 0)
+  Note("comes beside cells", Comes(Document))
 End Sub
 
 Sub Stopping(Document)

@@ -69,6 +69,10 @@ class Day(unittest.TestCase):
         self.assertEqual(self.notes["comes behind a save"], "True")
         self.assertEqual(self.notes["comes behind a save elsewhere"], "True")
 
+    def test_goes_on_beside_cells_that_ask_for_quotes_themselves(self):
+        self.assertEqual(self.notes["cells beside"], "True")
+        self.assertEqual(self.notes["comes beside cells"], "True")
+
     def test_is_one_for_all_documents(self):
         self.assertEqual(self.notes["states in another"], "settings=False start=False stop=True status=True []")
         self.assertEqual(self.notes["comes behind another"], "True")
