@@ -87,6 +87,7 @@ Extent NeededInLine(const Box& box, Along along) {
 // What is left over, for each box.
 std::vector<Length> SharesOf(const std::vector<const Box*>& boxes, Along along, Length left_over) {
   std::vector<Length> weights;
+  weights.reserve(boxes.size());
   for (const Box* box : boxes) weights.push_back(box->kind == Box::Kind::Space ? 1 : box->stretch);
   if (std::ranges::all_of(weights, [](Length weight) { return weight == 0; })) {
     std::ranges::transform(boxes, weights.begin(),

@@ -23,10 +23,9 @@ std::vector<Part> OneBelowTheOther(const std::vector<forms::Control*>& controls)
   std::vector<Part> parts;
   const forms::Control* before = nullptr;
   for (const forms::Control* control : controls) {
-    const bool pair =
-        dynamic_cast<const ScrollBar*>(control) != nullptr && dynamic_cast<const TextBox*>(before) != nullptr;
-    if (pair) {
-      parts.back() = Row({Spin(before->Name(), control->Name()), Space()});
+    const auto* box = dynamic_cast<const TextBox*>(before);
+    if (box != nullptr && dynamic_cast<const ScrollBar*>(control) != nullptr) {
+      parts.back() = Row({Spin(box->Name(), control->Name()), Space()});
     } else {
       parts.push_back(Control(control->Name()));
     }
