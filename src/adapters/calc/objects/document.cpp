@@ -47,16 +47,16 @@ std::string DecodedName(const std::string& part) {
 }  // namespace
 
 std::shared_ptr<Document> Document::Of(const Context& context, const Uno& uno, std::function<void()> gone) {
-  const std::shared_ptr<Document> document(new Document(context, uno));
+  std::shared_ptr<Document> document(new Document(context, uno));
   document->gone_ = std::move(gone);
   document->closing_ = new Closing(document);
   As<css::util::XCloseBroadcaster>(uno)->addCloseListener(document->closing_);
   return document;
 }
 
-Document::Document(Context context, Uno uno)
-    : context_(std::move(context)),
-      uno_(std::move(uno)),
+Document::Document(const Context& context, const Uno& uno)
+    : context_(context),
+      uno_(uno),
       model_(As<css::frame::XModel>(uno_)),
       steps_(As<css::document::XUndoManagerSupplier>(uno_)->getUndoManager()),
       formats_(std::make_unique<NumberFormats>(uno_)),
@@ -86,6 +86,7 @@ std::string Document::FileName() const {
 std::vector<std::shared_ptr<DocumentSheet>> Document::Sheets() {
   const auto tabs = As<css::container::XIndexAccess>(uno_->getSheets());
   std::vector<std::shared_ptr<DocumentSheet>> sheets;
+  sheets.reserve(static_cast<std::size_t>(tabs->getCount()));
   for (sal_Int32 i = 0; i < tabs->getCount(); ++i)
     sheets.push_back(SheetOf(As<css::sheet::XSpreadsheet>(tabs->getByIndex(i))));
   return sheets;

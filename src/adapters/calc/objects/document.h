@@ -91,7 +91,7 @@ class Document : public std::enable_shared_from_this<Document> {
  private:
   class Closing;
 
-  Document(Context context, Uno uno);
+  Document(const Context& context, const Uno& uno);
   void BecomeGone();
 
   const Context context_;

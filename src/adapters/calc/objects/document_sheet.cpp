@@ -7,7 +7,6 @@
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
-#include <utility>
 
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/errors.h"
@@ -25,9 +24,9 @@ Reference<css::drawing::XDrawPage> PageOf(const Reference<css::sheet::XSpreadshe
 #pragma GCC diagnostic pop
 
 DocumentSheet::DocumentSheet(Document& document, const Reference<css::sheet::XSpreadsheet>& uno,
-                             Reference<css::drawing::XDrawPage> page)
+                             const Reference<css::drawing::XDrawPage>& page)
     : document_(document),
-      page_(std::move(page)),
+      page_(page),
       uno_(uno),
       properties_(As<css::beans::XPropertySet>(uno)),
       mark_(Mark()),

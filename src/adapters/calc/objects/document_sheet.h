@@ -26,7 +26,7 @@ Reference<css::drawing::XDrawPage> PageOf(const Reference<css::sheet::XSpreadshe
 class DocumentSheet {
  public:
   DocumentSheet(Document& document, const Reference<css::sheet::XSpreadsheet>& uno,
-                Reference<css::drawing::XDrawPage> page);
+                const Reference<css::drawing::XDrawPage>& page);
 
   Document& document() const { return document_; }
 
