@@ -5,8 +5,8 @@ set(MIRELO_WINDOWS_ROOMS
   automation forms host
   spreadsheet
   diagnostics core snapshot streaming worksheet charts dialog
-  adapters/excel adapters/poll adapters/workbook
-  automation_server wire day)
+  adapters/excel adapters/poll adapters/windows adapters/workbook
+  automation_server com wire day windows)
 
 # Tests of these. Those of the other rooms are tests of what is not built, and
 #   registry, settings   run over the registry of SQLite as well, which is not there
@@ -14,8 +14,8 @@ set(MIRELO_WINDOWS_ROOMS
 #   architecture         reads sources, which are the same
 set(MIRELO_WINDOWS_TESTS
   support
-  automation automation_server charts core day diagnostics dialog excel forms records snapshot spreadsheet streaming wire
-  worksheet)
+  automation automation_server charts com core day diagnostics dialog excel forms records snapshot spreadsheet streaming wire
+  windows worksheet)
 
 # Sources that are left out of what is built, as regular expressions of their paths.
 set(MIRELO_WINDOWS_WITHOUT

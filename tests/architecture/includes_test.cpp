@@ -80,7 +80,7 @@ Rooms Allowed(const std::string& room) {
     rooms.insert("adapters/headless");  // it sits where no screen is
     return rooms;
   }
-  if (room == "uno") return {"automation", "automation_server"};
+  if (room == "uno" || room == "com") return {"automation", "automation_server"};
   if (room.rfind("adapters/", 0) == 0) {
     Rooms rooms = kBelowSubsystems;
     if (room == "adapters/qt" || room == "adapters/calc")
@@ -93,15 +93,16 @@ Rooms Allowed(const std::string& room) {
     }
     return rooms;
   }
-  return {};  // asked only for the rooms above: app, quotetracker and libreoffice choose freely
+  return {};  // asked only for the rooms above: app, quotetracker and libreoffice and windows choose freely
 }
 
 bool ChoosesFreely(const std::string& room) {
-  return room == "app" || room == "quotetracker" || room == "linux" || room == "libreoffice";
+  return room == "app" || room == "quotetracker" || room == "linux" || room == "libreoffice" ||
+         room == "windows";
 }
 
 bool MayTouchTheMachine(const std::string& room) {
-  return ChoosesFreely(room) || room == "terminal" || room.rfind("adapters/", 0) == 0;
+  return ChoosesFreely(room) || room == "terminal" || room == "com" || room.rfind("adapters/", 0) == 0;
 }
 
 TEST(Includes, FollowTheArrowsOfTheArchitecture) {
@@ -151,6 +152,7 @@ TEST(Includes, NobodyKnowsThePrograms) {
     EXPECT_NE(to, "app") << include.file;
     EXPECT_NE(to, "quotetracker") << include.file;
     EXPECT_NE(to, "libreoffice") << include.file;
+    EXPECT_NE(to, "windows") << include.file;
   }
 }
 

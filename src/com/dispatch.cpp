@@ -1,0 +1,353 @@
+#include "com/dispatch.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "automation/runtime_error.h"
+#include "automation/text.h"
+#include "automation_server/automation_object.h"
+#include "com/class_ids.h"
+#include "com/enumeration.h"
+#include "com/errors.h"
+#include "com/listeners.h"
+#include "com/text.h"
+#include "com/values.h"
+
+namespace mirelo::com {
+
+namespace {
+
+using automation_server::Arguments;
+using automation_server::AutomationObject;
+using automation_server::Member;
+using automation_server::MemberId;
+
+// The two members that no table has, of objects that have events.
+constexpr DISPID kAddListener = 0x10000;
+constexpr DISPID kRemoveListener = 0x10001;
+
+void RequireOwnThread() {
+  static const DWORD own = ::GetCurrentThreadId();
+  if (::GetCurrentThreadId() == own) return;
+  throw RuntimeError(440, "Mirelo's objects can be used on the thread alone that made the first of them");
+}
+
+template <class Body>
+HRESULT OnOwnThread(Body&& body, EXCEPINFO* place = nullptr) {
+  return AtTheBorder(
+      [&] {
+        RequireOwnThread();
+        return body();
+      },
+      place);
+}
+
+class Dispatch final : public IDispatch, public IConnectionPointContainer, public ISupportErrorInfo {
+ public:
+  static Held<IDispatch> Of(const std::shared_ptr<Object>& object);
+  static std::shared_ptr<Object> ObjectOf(IUnknown* reference);
+  static long Count() { return static_cast<long>(Living().size()); }
+
+  explicit Dispatch(std::shared_ptr<AutomationObject> door)
+      : door_(std::move(door)),
+        listeners_(*Identity(), *door_),
+        point_(*this, listeners_, EventsOf(door_->table().name())) {
+    LivingByDoor().emplace(door_.get(), this);
+    Living().emplace(Identity(), this);
+  }
+  virtual ~Dispatch() {
+    Living().erase(Identity());
+    LivingByDoor().erase(door_.get());
+  }
+  Dispatch(const Dispatch&) = delete;
+  Dispatch& operator=(const Dispatch&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** place) override;
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override;
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** place) override;
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, OLECHAR** names, UINT count, LCID, DISPID* ids) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD how, DISPPARAMS* parameters, VARIANT* result,
+                                   EXCEPINFO* told, UINT*) override;
+
+  HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID id, IConnectionPoint** place) override;
+
+  HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
+    return id == IID_IDispatch ? S_OK : S_FALSE;
+  }
+
+ private:
+  // Those that somebody holds. Never taken down: clients may hold some until the process ends.
+  static std::unordered_map<const IUnknown*, Dispatch*>& Living() {
+    static auto& living = *new std::unordered_map<const IUnknown*, Dispatch*>;
+    return living;
+  }
+  static std::unordered_map<const AutomationObject*, Dispatch*>& LivingByDoor() {
+    static auto& living = *new std::unordered_map<const AutomationObject*, Dispatch*>;
+    return living;
+  }
+  // What clients compare objects by.
+  IUnknown* Identity() { return static_cast<IDispatch*>(this); }
+  bool HasEvents() const { return !door_->table().events().empty(); }
+
+  std::optional<DISPID> IdOf(std::string_view name) const;
+  MemberId MemberOf(DISPID id) const;
+  // The arguments in the order of the parameters; `places` is where each of them came from.
+  Arguments ArgumentsOf(const DISPPARAMS& parameters, MemberId member,
+                        std::vector<const VARIANT*>& places) const;
+  void Call(DISPID id, WORD how, const DISPPARAMS& parameters, VARIANT* result);
+  void Put(DISPID id, WORD how, const DISPPARAMS& parameters);
+  void ChangeListeners(DISPID id, const DISPPARAMS& parameters);
+
+  std::shared_ptr<AutomationObject> door_;
+  Listeners listeners_;
+  EventPoint point_;
+  ULONG references_ = 0;
+};
+
+Held<IDispatch> Dispatch::Of(const std::shared_ptr<Object>& object) {
+  RequireOwnThread();
+  auto door = AutomationObject::Of(object);
+  if (door == nullptr) return {};
+  const auto living = LivingByDoor().find(door.get());
+  return Held<IDispatch>(living != LivingByDoor().end() ? living->second : new Dispatch(std::move(door)));
+}
+
+std::shared_ptr<Object> Dispatch::ObjectOf(IUnknown* reference) {
+  // Asked for by this name, since objects are compared by what they answer then.
+  const auto identity = Asked<IUnknown>(reference, IID_IUnknown);
+  const auto living = Living().find(identity.get());
+  return living != Living().end() ? living->second->door_->object() : nullptr;
+}
+
+HRESULT Dispatch::QueryInterface(REFIID id, void** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = nullptr;
+  if (id == IID_IUnknown || id == IID_IDispatch) {
+    *place = static_cast<IDispatch*>(this);
+  } else if (id == IID_ISupportErrorInfo) {
+    *place = static_cast<ISupportErrorInfo*>(this);
+  } else if (id == IID_IConnectionPointContainer && HasEvents()) {
+    *place = static_cast<IConnectionPointContainer*>(this);
+  } else {
+    return E_NOINTERFACE;
+  }
+  AddRef();
+  return S_OK;
+}
+
+ULONG Dispatch::Release() {
+  const ULONG left = --references_;
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT Dispatch::GetTypeInfoCount(UINT* count) {
+  if (count == nullptr) return E_POINTER;
+  *count = 0;
+  return S_OK;
+}
+
+HRESULT Dispatch::GetTypeInfo(UINT, LCID, ITypeInfo** place) {
+  if (place != nullptr) *place = nullptr;
+  return DISP_E_BADINDEX;
+}
+
+HRESULT Dispatch::GetIDsOfNames(REFIID, OLECHAR** names, UINT count, LCID, DISPID* ids) {
+  if (names == nullptr || ids == nullptr) return E_POINTER;
+  std::fill_n(ids, count, DISPID_UNKNOWN);
+  return OnOwnThread([&]() -> HRESULT {
+    const std::optional<DISPID> id = count > 0 ? IdOf(TextOf(names[0])) : std::nullopt;
+    if (!id) return DISP_E_UNKNOWNNAME;
+    ids[0] = *id;
+    // The others name its arguments.
+    HRESULT result = S_OK;
+    for (UINT i = 1; i < count; ++i) {
+      try {
+        ids[i] = static_cast<DISPID>(door_->PlaceOf(MemberOf(*id), TextOf(names[i])));
+      } catch (const RuntimeError&) {
+        result = DISP_E_UNKNOWNNAME;
+      }
+    }
+    return result;
+  });
+}
+
+HRESULT Dispatch::Invoke(DISPID id, REFIID, LCID, WORD how, DISPPARAMS* parameters, VARIANT* result,
+                         EXCEPINFO* told, UINT*) {
+  if (parameters == nullptr) return E_POINTER;
+  if (result != nullptr) ::VariantInit(result);
+  EXCEPINFO unasked{};
+  const Held<IDispatch> alive(this);
+  const HRESULT ended = OnOwnThread(
+      [&]() -> HRESULT {
+        if (id == kAddListener || id == kRemoveListener) {
+          ChangeListeners(id, *parameters);
+        } else if ((how & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
+          Put(id, how, *parameters);
+        } else {
+          Call(id, how, *parameters, result);
+        }
+        return S_OK;
+      },
+      told != nullptr ? told : &unasked);
+  ::SysFreeString(unasked.bstrDescription);
+  ::SysFreeString(unasked.bstrSource);
+  return ended;
+}
+
+HRESULT Dispatch::FindConnectionPoint(REFIID id, IConnectionPoint** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = nullptr;
+  if (id != point_.events()) return CONNECT_E_NOCONNECTION;
+  *place = Held<IConnectionPoint>(&point_).Release();
+  return S_OK;
+}
+
+std::optional<DISPID> Dispatch::IdOf(std::string_view name) const {
+  const automation_server::Class& table = door_->table();
+  const auto id = table.Find(name);
+  if (id && id == table.Default()) return DISPID_VALUE;
+  if (id && id == table.Enumeration()) return DISPID_NEWENUM;
+  if (id) return *id;
+  if (HasEvents() && EqualText(name, "AddListener")) return kAddListener;
+  if (HasEvents() && EqualText(name, "RemoveListener")) return kRemoveListener;
+  return std::nullopt;
+}
+
+MemberId Dispatch::MemberOf(DISPID id) const {
+  const automation_server::Class& table = door_->table();
+  const auto member = id == DISPID_VALUE     ? table.Default()
+                      : id == DISPID_NEWENUM ? table.Enumeration()
+                                             : std::optional<MemberId>(id);
+  if (!member) throw Errors::MemberNotFound();
+  return *member;
+}
+
+bool IsLeftOut(const VARIANT& value) {
+  if (value.vt == (VT_BYREF | VT_VARIANT)) return IsLeftOut(*value.pvarVal);
+  return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
+}
+
+// Clients pass the last argument first, and named ones before all others. The value of an assignment is
+// named, too, and is none of them.
+Arguments Dispatch::ArgumentsOf(const DISPPARAMS& parameters, MemberId member,
+                                std::vector<const VARIANT*>& places) const {
+  const std::size_t count = door_->table().At(member).parameters.size();
+  const UINT named = parameters.cNamedArgs;
+  for (UINT i = parameters.cArgs; i > named; --i) places.push_back(&parameters.rgvarg[i - 1]);
+  for (UINT i = 0; i < named; ++i) {
+    const DISPID name = parameters.rgdispidNamedArgs[i];
+    if (name == DISPID_PROPERTYPUT) continue;
+    const auto place = static_cast<std::size_t>(name);
+    if (name < 0 || place >= count) throw Errors::NamedArgumentNotFound();
+    if (place >= places.size()) places.resize(place + 1, nullptr);
+    places[place] = &parameters.rgvarg[i];
+  }
+  Arguments arguments;
+  arguments.reserve(places.size());
+  for (const VARIANT* const place : places) {
+    if (place == nullptr || IsLeftOut(*place)) {
+      arguments.emplace_back(std::nullopt);
+    } else {
+      arguments.emplace_back(FromClient(*place));
+    }
+  }
+  return arguments;
+}
+
+// What a member leaves in its references goes back to the caller, also when it fails behind that.
+class GivingBack {
+ public:
+  GivingBack(const Member& member, const Arguments& arguments, const std::vector<const VARIANT*>& places)
+      : member_(member), arguments_(arguments), places_(places) {}
+
+  void operator()() const {
+    for (std::size_t i = 0; i < arguments_.size() && i < member_.parameters.size(); ++i) {
+      if (member_.parameters[i].by_reference && arguments_[i]) WriteBack(*arguments_[i], *places_[i]);
+    }
+  }
+
+ private:
+  const Member& member_;
+  const Arguments& arguments_;
+  const std::vector<const VARIANT*>& places_;
+};
+
+void Dispatch::Call(DISPID id, WORD how, const DISPPARAMS& parameters, VARIANT* result) {
+  const MemberId called = MemberOf(id);
+  const Member& member = door_->table().At(called);
+  if (member.kind == Member::Kind::kEnumeration) {
+    const Held<IEnumVARIANT> walk = WalkOf(door_->NewEnum());
+    if (result == nullptr) return;
+    result->punkVal = Held<IUnknown>(walk.get()).Release();
+    result->vt = VT_UNKNOWN;
+    return;
+  }
+  std::vector<const VARIANT*> places;
+  Arguments arguments = ArgumentsOf(parameters, called, places);
+  const GivingBack give_back(member, arguments, places);
+  // Most clients write methods and properties alike.
+  const bool is_property = (how & DISPATCH_METHOD) == 0;
+  if (is_property && member.kind != Member::Kind::kProperty) throw Errors::MemberNotFound();
+  Variant value;
+  try {
+    value = door_->Call(called, arguments);
+  } catch (...) {
+    give_back();
+    throw;
+  }
+  give_back();
+  if (result != nullptr) ToClient(value, *result);
+}
+
+void Dispatch::Put(DISPID id, WORD how, const DISPPARAMS& parameters) {
+  if (parameters.cArgs == 0) throw Errors::ArgumentNotOptional();
+  const MemberId assigned = MemberOf(id);
+  DISPPARAMS with_name = parameters;
+  DISPID value_name = DISPID_PROPERTYPUT;
+  if (parameters.cNamedArgs == 0) {  // a client that does not name the value, which comes first all the same
+    with_name.rgdispidNamedArgs = &value_name;
+    with_name.cNamedArgs = 1;
+  }
+  std::vector<const VARIANT*> places;
+  Arguments arguments = ArgumentsOf(with_name, assigned, places);
+  const Variant value = FromClient(parameters.rgvarg[0]);
+  if ((how & DISPATCH_PROPERTYPUT) == 0) {
+    door_->Set(assigned, value, std::move(arguments));
+  } else {
+    door_->Let(assigned, value, std::move(arguments));
+  }
+}
+
+void Dispatch::ChangeListeners(DISPID id, const DISPPARAMS& parameters) {
+  if (!HasEvents()) throw Errors::MemberNotFound();
+  if (parameters.cArgs == 0) throw Errors::ArgumentNotOptional();
+  if (parameters.cArgs > 1) throw Errors::WrongNumberOfArguments();
+  ClientValue given;
+  Require(::VariantCopyInd(given.get(), &parameters.rgvarg[0]));
+  if (given->vt != VT_DISPATCH) throw Errors::ObjectRequired();
+  if (id == kAddListener) {
+    listeners_.Add(given->pdispVal);
+  } else {
+    listeners_.Remove(given->pdispVal);
+  }
+}
+
+}  // namespace
+
+Held<IDispatch> DispatchOf(const std::shared_ptr<Object>& object) { return Dispatch::Of(object); }
+
+std::shared_ptr<Object> ObjectBehind(IUnknown* reference) { return Dispatch::ObjectOf(reference); }
+
+long HeldObjects() { return Dispatch::Count(); }
+
+}  // namespace mirelo::com

@@ -1,0 +1,80 @@
+#include "com/enumeration.h"
+
+#include <optional>
+#include <utility>
+
+#include "com/errors.h"
+#include "com/values.h"
+
+namespace mirelo::com {
+
+namespace {
+
+using automation_server::Enumeration;
+
+class Walk final : public IEnumVARIANT {
+ public:
+  explicit Walk(std::shared_ptr<Enumeration> items) : items_(std::move(items)) {}
+  virtual ~Walk() = default;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** place) override {
+    if (place == nullptr) return E_POINTER;
+    *place = nullptr;
+    if (id != IID_IUnknown && id != IID_IEnumVARIANT) return E_NOINTERFACE;
+    *place = static_cast<IEnumVARIANT*>(this);
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* places, ULONG* fetched) override {
+    if (places == nullptr) return E_POINTER;
+    ULONG done = 0;
+    const HRESULT result = AtTheBorder([&]() -> HRESULT {
+      for (; done < count; ++done) {
+        const std::optional<Variant> item = items_->Next();
+        if (!item) return S_FALSE;
+        ::VariantInit(&places[done]);
+        ToClient(*item, places[done]);
+      }
+      return S_OK;
+    });
+    if (fetched != nullptr) *fetched = done;
+    return result;
+  }
+  HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
+    return AtTheBorder([&]() -> HRESULT {
+      for (; count > 0; --count) {
+        if (!items_->Next()) return S_FALSE;
+      }
+      return S_OK;
+    });
+  }
+  // A walk knows no way back; the collection gives another.
+  HRESULT STDMETHODCALLTYPE Reset() override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** place) override {
+    if (place == nullptr) return E_POINTER;
+    *place = nullptr;
+    return AtTheBorder([&]() -> HRESULT {
+      *place = WalkOf(items_->Clone()).Release();
+      return S_OK;
+    });
+  }
+
+ private:
+  std::shared_ptr<Enumeration> items_;
+  ULONG references_ = 0;
+};
+
+}  // namespace
+
+Held<IEnumVARIANT> WalkOf(std::shared_ptr<Enumeration> items) {
+  return Held<IEnumVARIANT>(new Walk(std::move(items)));
+}
+
+}  // namespace mirelo::com

@@ -1,0 +1,100 @@
+#include "com/listeners.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "automation/runtime_error.h"
+#include "com/calls.h"
+#include "com/errors.h"
+
+namespace mirelo::com {
+
+using automation_server::EventMember;
+
+DWORD Listeners::Advise(IUnknown* sink, const IID& events) {
+  Held<IDispatch> called = Asked<IDispatch>(sink, events);
+  if (!called) called = Asked<IDispatch>(sink, IID_IDispatch);
+  if (!called) throw Errors::TypeMismatch();
+  by_number_.emplace(++last_number_, std::move(called));
+  Follow();
+  return last_number_;
+}
+
+bool Listeners::Unadvise(DWORD number) {
+  const bool was_known = by_number_.erase(number) != 0;
+  Follow();
+  return was_known;
+}
+
+void Listeners::Add(IDispatch* listener) {
+  if (listener == nullptr) throw Errors::ObjectNotSet();
+  const Held<IDispatch> added(listener);
+  if (std::ranges::find(by_name_, added) == by_name_.end()) by_name_.push_back(added);
+  Follow();
+}
+
+void Listeners::Remove(IDispatch* listener) {
+  std::erase(by_name_, Held<IDispatch>(listener));
+  Follow();
+}
+
+void Listeners::Follow() {
+  const bool has_any = !by_number_.empty() || !by_name_.empty();
+  if (has_any == follows_) return;
+  follows_ = has_any;
+  if (!has_any) return subscription_.End();
+  subscription_ = door_.Subscribe(
+      [this](const EventMember& event, std::span<const Variant> arguments) { Tell(event, arguments); });
+}
+
+void Listeners::Tell(const EventMember& event, std::span<const Variant> arguments) {
+  const Held<IUnknown> alive(&owner_);
+  const auto& events = door_.table().events();
+  const auto number = static_cast<DISPID>(&event - events.data() + 1);
+  // Listeners may come and go meanwhile.
+  const auto by_number = by_number_;
+  const auto by_name = by_name_;
+  for (const auto& [known, sink] : by_number) CallMethod(*sink.get(), number, arguments);
+  for (const auto& listener : by_name) {
+    const std::optional<DISPID> method = MemberNamed(*listener.get(), event.name);
+    if (method) CallMethod(*listener.get(), *method, arguments);
+  }
+}
+
+HRESULT EventPoint::QueryInterface(REFIID id, void** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = nullptr;
+  if (id != IID_IUnknown && id != IID_IConnectionPoint) return E_NOINTERFACE;
+  *place = static_cast<IConnectionPoint*>(this);
+  AddRef();
+  return S_OK;
+}
+
+HRESULT EventPoint::GetConnectionInterface(IID* id) {
+  if (id == nullptr) return E_POINTER;
+  *id = events_;
+  return S_OK;
+}
+
+HRESULT EventPoint::GetConnectionPointContainer(IConnectionPointContainer** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = Held<IConnectionPointContainer>(&owner_).Release();
+  return S_OK;
+}
+
+HRESULT EventPoint::Advise(IUnknown* sink, DWORD* number) {
+  if (number == nullptr) return E_POINTER;
+  *number = 0;
+  return AtTheBorder([&]() -> HRESULT {
+    *number = listeners_.Advise(sink, events_);
+    return S_OK;
+  });
+}
+
+HRESULT EventPoint::Unadvise(DWORD number) {
+  return AtTheBorder(
+      [&]() -> HRESULT { return listeners_.Unadvise(number) ? S_OK : CONNECT_E_NOCONNECTION; });
+}
+
+}  // namespace mirelo::com

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "com/system.h"
+
+#include <string>
+
+namespace mirelo::com {
+
+// What a library that clients load answers with, whichever it is.
+
+// The factory of a class that clients can make. `ready` is called before each object is made.
+HRESULT GetFactory(REFCLSID class_id, REFIID id, void** place, void (*ready)());
+// Whether somebody holds an object, or has locked the library.
+bool IsHeld();
+
+// Who has the classes: all users of the machine, or this one.
+enum class RegisteredFor { kAllUsers, kThisUser };
+// Registers the classes, with the names under which scripts make them ("Mirelo.cMirelo"), as those of that
+// library; takes them away again, wherever they were.
+HRESULT Register(const std::wstring& library, RegisteredFor whom);
+HRESULT Unregister(RegisteredFor whom);
+
+}  // namespace mirelo::com

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "com/system.h"
+
+#include "automation/variant.h"
+
+namespace mirelo::com {
+
+// A variant of a client's world that is freed with what it holds.
+class ClientValue {
+ public:
+  ClientValue() { ::VariantInit(&value_); }
+  ~ClientValue() { ::VariantClear(&value_); }
+  ClientValue(const ClientValue&) = delete;
+  ClientValue& operator=(const ClientValue&) = delete;
+
+  VARIANT& operator*() { return value_; }
+  VARIANT* operator->() { return &value_; }
+  VARIANT* get() { return &value_; }
+  // Hands what it holds on to whoever frees it then, and is empty.
+  VARIANT Release();
+
+ private:
+  VARIANT value_;
+};
+
+// A value as clients take it, in a variant that is empty before; it stays so when this fails. Objects are
+// their dispatches (dispatch.h), arrays have their bounds.
+void ToClient(const Variant& value, VARIANT& target);
+
+// The value that a client passes, itself or by reference. Numbers of all sizes, currency, a missing value
+// (empty), the errors of cells (their texts), and arrays of any of these are known. Error 13 for what the
+// classes have no use for: objects of others, structures, arrays of more than two dimensions.
+Variant FromClient(const VARIANT& value);
+
+// Puts a value where a client's reference is, in the reference's own type. Nothing for what is no reference.
+// Error 13 or 6 for a value that has no conversion to that type; what was there stays.
+void WriteBack(const Variant& value, const VARIANT& reference);
+
+}  // namespace mirelo::com

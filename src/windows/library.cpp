@@ -1,0 +1,53 @@
+// What Windows and its tool regsvr32 call of Mirelo.dll.
+
+#include "com/server.h"
+
+#include <cwchar>
+#include <string>
+
+#include "windows/machine.h"
+
+namespace {
+
+using mirelo::com::RegisteredFor;
+
+HMODULE own_module = nullptr;
+
+void Ready() { mirelo::windows::Machine::Installed(); }
+
+std::wstring OwnPath() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = ::GetModuleFileNameW(own_module, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) return path.substr(0, length);
+    path.resize(path.size() * 2);
+  }
+}
+
+}  // namespace
+
+extern "C" {
+
+BOOL WINAPI DllMain(HINSTANCE module, DWORD why, void*) {
+  if (why == DLL_PROCESS_ATTACH) own_module = module;
+  return TRUE;
+}
+
+HRESULT WINAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** place) {
+  return mirelo::com::GetFactory(class_id, id, place, Ready);
+}
+
+HRESULT WINAPI DllCanUnloadNow() { return mirelo::com::IsHeld() ? S_FALSE : S_OK; }
+
+HRESULT WINAPI DllRegisterServer() { return mirelo::com::Register(OwnPath(), RegisteredFor::kAllUsers); }
+
+HRESULT WINAPI DllUnregisterServer() { return mirelo::com::Unregister(RegisteredFor::kAllUsers); }
+
+// regsvr32 /n /i:user Mirelo.dll: for this user, who need not be allowed to change the machine.
+HRESULT WINAPI DllInstall(BOOL install, const wchar_t* whom) {
+  if (whom == nullptr || std::wcscmp(whom, L"user") != 0) return E_INVALIDARG;
+  if (!install) return mirelo::com::Unregister(RegisteredFor::kThisUser);
+  return mirelo::com::Register(OwnPath(), RegisteredFor::kThisUser);
+}
+
+}  // extern "C"

@@ -1,0 +1,133 @@
+#include "com/client.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "com/class_ids.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::IsEmpty;
+
+// A client's object that notes what it is called by: its methods are those of `names`, or any by number.
+class NotingSink final : public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** place) override {
+    *place = nullptr;
+    if (id != IID_IUnknown && id != IID_IDispatch) return E_NOINTERFACE;
+    *place = static_cast<IDispatch*>(this);
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
+  ULONG STDMETHODCALLTYPE Release() override { return --references; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, OLECHAR** asked, UINT, LCID, DISPID* id) override {
+    const auto known = names.find(com::TextOf(asked[0]));
+    if (known == names.end()) return DISP_E_UNKNOWNNAME;
+    *id = known->second;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* passed, VARIANT*,
+                                   EXCEPINFO* told, UINT*) override {
+    std::string text = std::to_string(id);
+    for (UINT i = passed->cArgs; i > 0; --i) text += " " + com::FromClient(passed->rgvarg[i - 1]).ToText();
+    calls.push_back(text);
+    if (!is_failing) return S_OK;
+    com::Describe(RuntimeError(1234, "the script failed", "script"), told);
+    return DISP_E_EXCEPTION;
+  }
+
+  std::map<std::string, DISPID> names;
+  std::vector<std::string> calls;
+  bool is_failing = false;
+  ULONG references = 1;
+};
+
+class ComEvents : public ComTest {
+ protected:
+  ComEvents() {
+    internet.answer = [](const AnsweringInternet::Request&) { return "reply"; };
+    PutIt(transfer, "HostName", "host");
+    PutIt(transfer, "Resource", "/");
+    PutIt(transfer, "Method", "GET");
+  }
+
+  Held<IConnectionPoint> Point() {
+    const auto container =
+        com::Asked<IConnectionPointContainer>(transfer.get(), IID_IConnectionPointContainer);
+    Held<IConnectionPoint> point;
+    com::Require(container->FindConnectionPoint(com::EventsOf("WinInet"), point.Place<IConnectionPoint**>()));
+    return point;
+  }
+  void Change(const char* method) {
+    VARIANT value = Plain(VT_DISPATCH);
+    value.pdispVal = &sink;
+    InvokeId(transfer, IdOf(transfer, method), DISPATCH_METHOD, {value});
+  }
+
+  NotingSink sink;
+  Client facade = NewHeld("cMirelo");
+  Client transfer = NewHeld("WinInet");
+};
+
+TEST_F(ComEvents, ComeThroughTheConnectionPointByTheirNumbers) {
+  DWORD number = 0;
+  const auto point = Point();
+  ASSERT_EQ(point->Advise(&sink, &number), S_OK);
+  CallIt(transfer, "Execute");
+  EXPECT_THAT(sink.calls, Contains("1 0 0 5")) << "OnProgress is the first of the table";
+  EXPECT_THAT(sink.calls, Contains("2 11")) << "OnStateChanged is the second";
+
+  sink.calls.clear();
+  ASSERT_EQ(point->Unadvise(number), S_OK);
+  EXPECT_EQ(point->Unadvise(number), CONNECT_E_NOCONNECTION);
+  CallIt(transfer, "Execute");
+  EXPECT_THAT(sink.calls, IsEmpty());
+  EXPECT_EQ(sink.references, 1U);
+}
+
+TEST_F(ComEvents, ComeToMethodsOfTheirNames) {
+  sink.names = {{"OnStateChanged", 70}};
+  Change("AddListener");
+  Change("AddListener");
+  CallIt(transfer, "Execute");
+  EXPECT_THAT(sink.calls, Contains("70 11").Times(1));
+  EXPECT_EQ(sink.calls.front(), "70 1") << "what it has no method for passes it by";
+
+  sink.calls.clear();
+  Change("removelistener");
+  CallIt(transfer, "Execute");
+  EXPECT_THAT(sink.calls, IsEmpty());
+  EXPECT_EQ(sink.references, 1U);
+}
+
+TEST_F(ComEvents, RaiseWhatTheirListenersRaise) {
+  sink.names = {{"OnStateChanged", 70}};
+  sink.is_failing = true;
+  const auto by_door = automation_server::AutomationObject::Of(ValueOf(transfer).AsObject());
+  const std::int32_t expected = [&] {
+    const auto failing =
+        by_door->Subscribe([](const auto&, auto) { throw RuntimeError(1234, "the script failed"); });
+    return NumberOf([&] { CallIt(transfer, "Execute"); });
+  }();
+  Change("AddListener");
+  EXPECT_EQ(NumberOf([&] { CallIt(transfer, "Execute"); }), expected) << "as any subscriber's";
+}
+
+TEST_F(ComEvents, HaveNoPointWhereThereAreNone) {
+  EXPECT_FALSE(com::Asked<IUnknown>(facade.get(), IID_IConnectionPointContainer));
+  const auto container = com::Asked<IConnectionPointContainer>(transfer.get(), IID_IConnectionPointContainer);
+  Held<IConnectionPoint> point;
+  EXPECT_EQ(container->FindConnectionPoint(com::EventsOf("cQTStreaming"), point.Place<IConnectionPoint**>()),
+            CONNECT_E_NOCONNECTION);
+  DWORD number = 0;
+  EXPECT_TRUE(FAILED(Point()->Advise(nullptr, &number)));
+}
+
+}  // namespace
+}  // namespace mirelo::testing

@@ -1,0 +1,109 @@
+' What a client's script does with the library: makes objects by their names, reads and assigns, passes arrays, walks
+' collections, catches errors, listens.
+Option Explicit
+
+Dim failures
+failures = 0
+
+Sub Check(what, found, expected)
+  If found <> expected Then
+    WScript.Echo what & ": " & found & " in place of " & expected
+    failures = failures + 1
+  End If
+End Sub
+
+' Objects by their names.
+Dim name, facade, made
+Set facade = CreateObject("Mirelo.cMirelo")
+For Each name In Array("cQTData", "cQTDatas", "cTickerDateTime", "cTickerDateTimes", "CAppSettings", "WinInet")
+  Set made = CreateObject("Mirelo." & name)
+  Check "an object of " & name, IsObject(made), True
+Next
+
+' Properties: settings that are not stored are their defaults.
+facade.StatusRunWorkQT = 2
+Check "a property", facade.statusrunworkqt, 2
+Check "a number by default", facade.RowsLimit, 20
+Check "a text by default", facade.TableStyle, "Blue"
+facade.DovantaFormatUserDate = "mm/dd/yyyy"
+Check "a text", facade.DovantaFormatUserDate, "mm/dd/yyyy"
+
+' Arrays with their bounds.
+Dim volumes(3, 2), held
+volumes(1, 2) = 5
+facade.masPrevVolume = volumes
+facade.masPrevVolume(2, 1) = 17
+held = facade.masPrevVolume
+Check "the rows of an array", UBound(held, 1), 3
+Check "the columns of an array", UBound(held, 2), 2
+Check "an element", held(1, 2), 5
+Check "an assigned element", held(2, 1), 17
+Check "an element by its property", facade.masPrevVolume(2, 1), 17
+
+' Collections.
+Dim quotes, quote, keys
+Set quotes = CreateObject("Mirelo.cQTDatas")
+For Each name In Array("MSFT", "IBM", "ORCL")
+  quotes.ItemAdd name
+Next
+Check "how many items", quotes.Count, 3
+Check "an item by the default member", quotes("ibm").NameID, "IBM"
+keys = ""
+For Each quote In quotes
+  keys = keys & quote.NameID & " "
+Next
+Check "a walk", keys, "MSFT IBM ORCL "
+
+' References.
+Dim held_object
+Set facade.masPrevVolume = quotes
+Set held_object = facade.masPrevVolume
+Check "the same object", held_object Is quotes, True
+
+' Errors.
+On Error Resume Next
+facade.GetLastQuote
+Check "the number of an argument that is missing", Err.Number, 449
+Check "its source", Err.Source, "Mirelo"
+Err.Clear
+quotes.Item "absent"
+Check "the number of the classes' own error", Hex(Err.Number), "80040064"
+Err.Clear
+facade.NoSuchMember
+Check "the number of a member that is not there", Err.Number, 438
+Err.Clear
+On Error Goto 0
+
+' What needs a part of the machine that is not there yet.
+On Error Resume Next
+Set made = CreateObject("Mirelo.cQTStreaming")
+Check "a stream without sockets", Err.Number, 429
+Err.Clear
+On Error Goto 0
+
+' A listener whose methods bear the events' names is taken and let go of.
+Class Listener
+  Public states
+  Public Sub OnStateChanged(state)
+    states = states & state & " "
+  End Sub
+End Class
+Dim transfer, listening
+Set transfer = CreateObject("Mirelo.WinInet")
+Set listening = New Listener
+transfer.AddListener listening
+transfer.HostName = "host"
+transfer.Resource = "/"
+transfer.Method = "GET"
+On Error Resume Next
+transfer.Execute
+Check "a transfer without the net", Err.Number <> 0, True
+Err.Clear
+On Error Goto 0
+transfer.RemoveListener listening
+
+If failures = 0 Then
+  WScript.Echo "every check holds"
+Else
+  WScript.Echo failures & " checks fail"
+End If
