@@ -2,12 +2,15 @@
 // make. A new one is a line here and there.
 
 #include <sal/types.h>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/uno/Any.hxx>
 #include <com/sun/star/uno/RuntimeException.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <memory>
 #include <string_view>
 
+#include "adapters/calc/objects/spreadsheet_program.h"
 #include "automation/runtime_error.h"
 #include "automation_server/classes.h"
 #include "libreoffice/machine.h"
@@ -16,6 +19,7 @@
 #include "uno/errors.h"
 #include "uno/invocation.h"
 #include "uno/text.h"
+#include "uno/values.h"
 
 namespace mirelo::libreoffice {
 
@@ -35,11 +39,22 @@ void RequireFreeLibrary(const css::uno::Reference<css::uno::XComponentContext>& 
   throw RuntimeError(5, "Mirelo is at work in an open document. Stop its day, or close its settings, first");
 }
 
+// Macros hand a document in where the library wants a spreadsheet program: m.ExcelApplication =
+// ThisComponent.
+void TakeDocumentsForApplications(const css::uno::Reference<css::uno::XComponentContext>& context) {
+  uno::TakeOfficeObjectsFor(
+      [context](const css::uno::Reference<css::uno::XInterface>& object) -> std::shared_ptr<Object> {
+        const css::uno::Reference<css::sheet::XSpreadsheetDocument> document(object, css::uno::UNO_QUERY);
+        return document.is() ? calc::ApplicationOf(context, document) : nullptr;
+      });
+}
+
 css::uno::XInterface* NewObject(css::uno::XComponentContext* context, std::string_view class_name) {
   return uno::AtTheBorder([&]() -> css::uno::XInterface* {
     RequireMainThread();
     Machine::Of(context);
     RequireFreeLibrary(context, class_name);
+    TakeDocumentsForApplications(context);
     css::uno::Reference<css::script::XInvocation> made =
         uno::InvocationOf(automation_server::CreateObject(class_name));
     made->acquire();  // the caller's

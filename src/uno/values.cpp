@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "automation/runtime_error.h"
 #include "uno/invocation.h"
@@ -110,16 +111,24 @@ Variant NumberFromOffice(const Any& value) {
   throw Errors::TypeMismatch();
 }
 
+Meaning& OfficeObjects() {
+  static Meaning meaning;
+  return meaning;
+}
+
 Variant ObjectFromOffice(const Any& value) {
   // Asked for by name, since objects are compared by what they answer then.
   const css::uno::Reference<css::uno::XInterface> object(value, css::uno::UNO_QUERY);
   if (!object.is()) return Variant(std::shared_ptr<Object>());
   auto ours = ObjectBehind(object);
+  if (ours == nullptr && OfficeObjects()) ours = OfficeObjects()(object);
   if (ours == nullptr) throw Errors::TypeMismatch();
   return Variant(std::move(ours));
 }
 
 }  // namespace
+
+void TakeOfficeObjectsFor(Meaning meaning) { OfficeObjects() = std::move(meaning); }
 
 Any ToOffice(const Variant& value) {
   switch (value.type()) {

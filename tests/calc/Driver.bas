@@ -22,6 +22,7 @@ Sub Main
   NoteCells("streamed", Document, 10)
   Note("status", Status)
 
+  WriteThroughTheFacade(Document)
   Errors
   Identity
   Note("end", "reached")
@@ -33,6 +34,16 @@ Done:
   SaveNotes
   Document.close(True)
   StarDesktop.terminate()
+End Sub
+
+Sub WriteThroughTheFacade(Document)
+  Dim Application
+  Facade.ExcelApplication = Document
+  Application = Facade.ExcelApplication
+  Application.Range("B30").Value = "1,234"
+  Note("read back", Application.Range("B30").Value)
+  Note("in the document", Document.Sheets(0).getCellRangeByName("B30").Value)
+  Note("front sheet", Application.ActiveSheet.Name)
 End Sub
 
 Sub Errors

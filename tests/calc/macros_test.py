@@ -58,6 +58,11 @@ class Macros(unittest.TestCase):
             self.assertRegex(moment, r"^\d\d:\d\d:\d\d$")
             self.assertGreater(int(count), 1)
 
+    def test_take_a_document_for_a_spreadsheet_program(self):
+        self.assertEqual(self.notes["read back"], "1234")
+        self.assertEqual(self.notes["in the document"], "1234")
+        self.assertEqual(self.notes["front sheet"], "Sheet1")
+
     def test_see_errors_as_basic_has_them(self):
         self.assertIn("NoSuchMember", self.notes["no such member"])
         self.assertRegex(self.notes["argument left out"], "^449 .*Argument not optional")

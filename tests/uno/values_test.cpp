@@ -11,6 +11,7 @@
 #include <limits>
 #include <string>
 
+#include "adapters/workbook/spreadsheet.h"
 #include "support/error_number.h"
 #include "uno/text.h"
 
@@ -102,6 +103,17 @@ TEST(ValuesOfTheOffice, AreRefusedWhereTheClassesHaveNoUseForThem) {
   const css::uno::Reference<css::uno::XInterface> foreign(new cppu::OWeakObject);
   EXPECT_EQ(NumberOf([&] { FromOffice(Any(foreign)); }), 13);
   EXPECT_EQ(NumberOf([&] { FromOffice(Any(std::numeric_limits<sal_Int64>::max())); }), 13);
+}
+
+TEST(ObjectsOfTheOffice, StandForOursOnceItIsSaidForWhich) {
+  const css::uno::Reference<css::uno::XInterface> foreign(new cppu::OWeakObject);
+  const auto ours = workbook::Spreadsheet::New().Application();
+  TakeOfficeObjectsFor([&](const auto& object) { return object == foreign ? ours : nullptr; });
+  EXPECT_EQ(FromOffice(Any(foreign)).AsObject(), ours);
+  const css::uno::Reference<css::uno::XInterface> another(new cppu::OWeakObject);
+  EXPECT_EQ(NumberOf([&] { FromOffice(Any(another)); }), 13);
+  TakeOfficeObjectsFor({});
+  EXPECT_EQ(NumberOf([&] { FromOffice(Any(foreign)); }), 13);
 }
 
 TEST(ValuesOfTheOffice, AreReferencesToNothingWhereTheyAreNull) {
