@@ -90,11 +90,11 @@ void Unpack(const fs::path& file, const fs::path& folder) {
 }
 
 // What unopkg says is told only where it fails.
-void RunUnopkg(const OfficePlace& office, const std::vector<std::string>& arguments) {
+std::string RunUnopkg(const OfficePlace& office, const std::vector<std::string>& arguments) {
   ChildProcess unopkg(office.programs / "unopkg", arguments);
   std::string said;
   while (const auto line = unopkg.ReadLine(kForUnopkg)) said += *line + "\n";
-  if (unopkg.Wait(kForUnopkg) == 0) return;
+  if (unopkg.Wait(kForUnopkg) == 0) return said;
   throw RuntimeError(75, "LibreOffice's unopkg failed; close LibreOffice and try again. " + said);
 }
 
@@ -157,7 +157,8 @@ std::string InstallExtension(const OfficePlace& office) {
 
 std::string RemoveExtension(const OfficePlace& office) {
   if (!IsRoot()) {
-    if (!IsInstalledForUser()) {
+    // What was removed lies in its folder for some time yet.
+    if (RunUnopkg(office, {"list"}).find(std::string("Identifier: ") + kName + "\n") == std::string::npos) {
       return IsInstalledForAll(office)
                  ? "The extension is not installed for you alone; for all users root removes it"
                  : "The extension is not installed for you";
