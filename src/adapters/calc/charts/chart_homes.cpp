@@ -146,7 +146,9 @@ std::int32_t ChartSheet::Index() {
 void ChartSheet::Select() {
   Get();
   document_->Ask([&] {
-    document_->Front().ShowChartSheet(std::make_shared<spreadsheet::ChartObject>(PlaceOf(document_, chart_)));
+    document_->Front().ShowChartSheet([document = document_.get(), chart = chart_] {
+      return std::make_shared<spreadsheet::ChartObject>(PlaceOf(document->shared_from_this(), chart));
+    });
   });
 }
 

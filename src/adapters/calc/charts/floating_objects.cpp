@@ -92,9 +92,10 @@ class ChartSheets final : public excel::Charts {
       auto chart = std::make_shared<spreadsheet::Chart>();
       chart->name = FreeName();
       All().push_back(chart);
-      auto added = Of(std::move(chart));
-      document_->Front().ShowChartSheet(added);
-      return added;
+      document_->Front().ShowChartSheet([document = document_.get(), chart] {
+        return std::make_shared<spreadsheet::ChartObject>(PlaceOf(document->shared_from_this(), chart));
+      });
+      return Of(std::move(chart));
     });
   }
 

@@ -47,7 +47,7 @@ std::shared_ptr<DocumentSheet> Front::Sheet() {
 }
 
 void Front::Show(DocumentSheet& sheet) {
-  chart_.reset();
+  chart_ = nullptr;
   if (held_) {
     held_->sheet = &sheet;
     return;
@@ -56,11 +56,11 @@ void Front::Show(DocumentSheet& sheet) {
 }
 
 std::shared_ptr<host::excel::Sheet> Front::ChartSheet() {
-  if (chart_ != nullptr && !held_ && &Shown() != below_chart_) chart_.reset();
-  return chart_;
+  if (chart_ != nullptr && !held_ && &Shown() != below_chart_) chart_ = nullptr;
+  return chart_ != nullptr ? chart_() : nullptr;
 }
 
-void Front::ShowChartSheet(std::shared_ptr<host::excel::Sheet> chart) {
+void Front::ShowChartSheet(std::function<std::shared_ptr<host::excel::Sheet>()> chart) {
   below_chart_ = held_ ? held_->sheet : &Shown();
   chart_ = std::move(chart);
 }

@@ -3,6 +3,7 @@
 #include <com/sun/star/drawing/XShape.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -36,7 +37,8 @@ class Front {
 
   // Null while a sheet of cells is in front.
   std::shared_ptr<host::excel::Sheet> ChartSheet();
-  void ShowChartSheet(std::shared_ptr<host::excel::Sheet> chart);
+  // `chart` makes the object of the chart sheet, which holds its document and so is not kept here.
+  void ShowChartSheet(std::function<std::shared_ptr<host::excel::Sheet>()> chart);
 
   // Of the sheet in front. `cells` must lie on it.
   spreadsheet::Area SelectedCells();
@@ -68,7 +70,7 @@ class Front {
 
   Document& document_;
   std::optional<Held> held_;
-  std::shared_ptr<host::excel::Sheet> chart_;
+  std::function<std::shared_ptr<host::excel::Sheet>()> chart_;
   DocumentSheet* below_chart_ = nullptr;
 };
 
