@@ -12,11 +12,12 @@
 #include <vector>
 
 #include "app/workbook/workbook_keeper.h"
+#include "day/noted_day.h"
+#include "day/streaming_wishes.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
-#include "noted_day.h"
 
 namespace mirelo {
 namespace {
@@ -28,8 +29,8 @@ constexpr std::size_t kMeasured = 2000;
 
 // The ages of kMeasured quotes of one working day, from the youngest.
 std::vector<Nanoseconds> AgesOfADay() {
-  DialogWishes wishes = NotedDay::Streaming({"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"},
-                                            {"Last", "LastVolume", "Time", "Charts"});
+  DialogWishes wishes = StreamingWishes({"MSFT", "IBM", "CSCO", "INTC", "ORCL", "DELL"},
+                                        {"Last", "LastVolume", "Time", "Charts"});
   for (const auto& setting : {DialogWishes::Setting{"RowsLimit", "100"},
                               {"BuildCharts", "1"},
                               {"ChartStyle", "Blue"},
@@ -80,7 +81,7 @@ void OldestWhileSaving(benchmark::State& state) {
   for (auto _ : state) {
     std::vector<std::string> tickers;
     for (int i = 0; i < kHistories; ++i) tickers.push_back("T" + std::to_string(i));
-    DialogWishes wishes = NotedDay::Streaming(std::move(tickers), {"Last", "LastVolume", "Time"});
+    DialogWishes wishes = StreamingWishes(std::move(tickers), {"Last", "LastVolume", "Time"});
     wishes.settings.push_back({"RowsLimit", "0"});
     NotedDay day(std::move(wishes), kRate);
     FillHistories(day);

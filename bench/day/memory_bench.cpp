@@ -11,7 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "noted_day.h"
+#include "day/noted_day.h"
+#include "day/streaming_wishes.h"
 
 namespace mirelo {
 namespace {
@@ -38,7 +39,7 @@ void GrowthOfADay(benchmark::State& state, bool is_bare) {
       state.counters["bytes"] = kBytesOfANumber * static_cast<double>(fields.size());
       continue;
     }
-    DialogWishes wishes = NotedDay::Streaming({"MSFT", "IBM"}, fields);
+    DialogWishes wishes = StreamingWishes({"MSFT", "IBM"}, fields);
     wishes.settings.push_back({"RowsLimit", "0"});
     NotedDay day(std::move(wishes), kRateOfGrowth);
     day.RunUntil([&] { return day.day().Written() >= kRowsBefore; });
