@@ -272,6 +272,8 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
       {With(go, {"--tick", k})},
       {With(go, {"--columns", k})},
       {{"run", "--for", k}},
+      {{"calc", k}},
+      {{"calc", "--headless", k + ".txt"}},
       {{"--registry", "/proc/" + k, "settings", "list"}},
       // The environment.
       {{"dialog"}, "", "\\u001B", {"DISPLAY=" + k}},

@@ -4,8 +4,6 @@ Option Explicit
 
 Const Patience = 10  ' seconds for each thing that is to come
 
-Global Notes As String
-
 Sub Main
   Dim Document, Sheet
   On Error GoTo Failed
@@ -25,7 +23,6 @@ Failed:
   Note("failed", Err & " " & Error$ & " in line " & Erl)
 Done:
   On Error Resume Next
-  SaveNotes
   Document.setModified(False)
   StarDesktop.terminate()
 End Sub
@@ -261,14 +258,11 @@ Sub Turn(Milliseconds)
   Loop
 End Sub
 
+' At once, so that it is known where an office stopped that does not end.
 Sub Note(Title As String, Value)
-  Notes = Notes & Title & ": " & Value & Chr(10)
-End Sub
-
-Sub SaveNotes
   Dim Number As Integer
   Number = FreeFile
-  Open Environ("MIRELO_NOTES") For Output As #Number
-  Print #Number, Notes
+  Open Environ("MIRELO_NOTES") For Append As #Number
+  Print #Number, Title & ": " & Value
   Close #Number
 End Sub

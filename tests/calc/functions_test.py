@@ -33,7 +33,11 @@ class Functions(unittest.TestCase):
             run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
             run(mirelo, "settings", "set", "Seconds", "0", env=environment)
             run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
-            cls.code = office.run("Tests.Functions.Main")
+            try:
+                cls.code = office.run("Tests.Functions.Main")
+            except AssertionError as failure:
+                noted = notes.read_text() if notes.exists() else "nothing"
+                raise AssertionError(f"{failure}\nnoted until then:\n{noted}") from None
         cls.log = office.log()
         cls.notes = {}
         if notes.exists():

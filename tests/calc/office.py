@@ -9,7 +9,7 @@ from xml.sax.saxutils import escape
 
 OFFICE = pathlib.Path(os.environ["MIRELO_OFFICE"])
 
-PATIENCE = 60  # seconds, over all starts
+PATIENCE = 120  # seconds, over all starts: machines that build or test beside it take a while
 STARTED_FOR_ITS_PROFILE = 81  # the office wants to be started again
 
 MODULE = """<?xml version="1.0" encoding="UTF-8"?>
