@@ -28,17 +28,13 @@ Reference<css::container::XNameAccess> ChartsIn(DocumentSheet& sheet) {
 
 }  // namespace
 
-DrawnChart::DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, rtl::OUString object,
-                       Reference<css::drawing::XShape> shape)
-    : charts_(charts), sheet_(sheet), object_(std::move(object)), office_{std::move(shape), {}} {}
+DrawnChart::DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, const rtl::OUString& object,
+                       const Reference<css::drawing::XShape>& shape)
+    : charts_(charts), sheet_(sheet), object_(object), office_{shape, {}} {}
 
-DrawnChart::DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, rtl::OUString object,
-                       Reference<css::drawing::XShape> shape, std::shared_ptr<Chart> chart)
-    : charts_(charts),
-      sheet_(sheet),
-      object_(std::move(object)),
-      office_{std::move(shape), {}},
-      chart_(std::move(chart)) {
+DrawnChart::DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, const rtl::OUString& object,
+                       const Reference<css::drawing::XShape>& shape, std::shared_ptr<Chart> chart)
+    : charts_(charts), sheet_(sheet), object_(object), office_{shape, {}}, chart_(std::move(chart)) {
   Open();
   // As little as the office can be asked for is more than an empty chart has.
   office_.Whole().Set("HasLegend", true);

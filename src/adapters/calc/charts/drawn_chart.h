@@ -27,11 +27,11 @@ class SheetCells;
 class DrawnChart {
  public:
   // One that is in the document, by the name of its object there.
-  DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, rtl::OUString object,
-             Reference<css::drawing::XShape> shape);
+  DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, const rtl::OUString& object,
+             const Reference<css::drawing::XShape>& shape);
   // One that was just put there, empty, and is to become `chart`.
-  DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, rtl::OUString object,
-             Reference<css::drawing::XShape> shape, std::shared_ptr<spreadsheet::Chart> chart);
+  DrawnChart(DocumentCharts& charts, DocumentSheet& sheet, const rtl::OUString& object,
+             const Reference<css::drawing::XShape>& shape, std::shared_ptr<spreadsheet::Chart> chart);
 
   DocumentSheet& sheet() const { return sheet_; }
   const rtl::OUString& object() const { return object_; }
