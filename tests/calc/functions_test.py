@@ -3,12 +3,47 @@
 import os
 import pathlib
 import tempfile
+import threading
 import unittest
 
 from office import Office
 from support import BUILD, SOURCE, StandIn, run
 
 HERE = pathlib.Path(__file__).parent
+
+
+ESTABLISHED = "01"
+BETWEEN_COUNTS = 0.05  # seconds
+
+
+class CountedConnections:
+    """Counts the connections to a port and keeps their number in a file: Basic reads no file whose size it is not told."""
+
+    def __init__(self, port, file):
+        self.remote = f":{int(port):04X}"
+        self.file = file
+        self.over = threading.Event()
+        self.thread = threading.Thread(target=self._keep_counting)
+
+    def __enter__(self):
+        self._count()
+        self.thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self.over.set()
+        self.thread.join()
+
+    def _keep_counting(self):
+        while not self.over.wait(BETWEEN_COUNTS):
+            self._count()
+
+    def _count(self):
+        rows = [line.split() for line in pathlib.Path("/proc/net/tcp").read_text().splitlines()[1:]]
+        count = sum(row[2].endswith(self.remote) and row[3] == ESTABLISHED for row in rows)
+        whole = self.file.with_suffix(".new")
+        whole.write_text(f"{count}\n")
+        whole.replace(self.file)
 
 
 class Functions(unittest.TestCase):
@@ -24,7 +59,7 @@ class Functions(unittest.TestCase):
                 "HOME": home.name,
                 "MIRELO_NOTES": str(notes),
                 "MIRELO_EXAMPLE": str(SOURCE / "examples/calc/functions.fods"),
-                "MIRELO_PORT": f"{int(tracker.stream_port):04X}",
+                "MIRELO_CONNECTIONS": str(folder / "connections"),
             }
             office = Office(folder, environment)
             office.install(BUILD / "mirelo.oxt")
@@ -34,7 +69,8 @@ class Functions(unittest.TestCase):
             run(mirelo, "settings", "set", "Seconds", "0", env=environment)
             run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
             try:
-                cls.code = office.run("Tests.Functions.Main")
+                with CountedConnections(tracker.stream_port, folder / "connections"):
+                    cls.code = office.run("Tests.Functions.Main")
             except AssertionError as failure:
                 noted = notes.read_text() if notes.exists() else "nothing"
                 raise AssertionError(f"{failure}\nnoted until then:\n{noted}") from None
