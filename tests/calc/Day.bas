@@ -2,9 +2,6 @@ REM  Works as a person does in a spreadsheet while quotes come into it, and note
 
 Option Explicit
 
-Global Notes As String
-Global States As String  ' of the commands, as they were told last
-
 Const Table = "Dovanta2_Quotes"
 
 Sub Main
@@ -30,16 +27,15 @@ Failed:
   Note("failed", Err & " " & Error$ & " in line " & Erl)
 Done:
   On Error Resume Next
-  SaveNotes
   StarDesktop.terminate()
 End Sub
 
 Sub Beginning(Document)
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Note("comes", Comes(Document))
   Note("states of a day", StatesIn(Document))
   Note("wide enough", InStr(Cell(Document, 1).String, "#") = 0)
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
 End Sub
 
 Sub Typing(Document)
@@ -66,7 +62,7 @@ Sub Another(Document)
   Dim Other
   Other = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
   Note("states in another", StatesIn(Other))
-  Choose(Other, "start")
+  ChooseCommand(Other, "start")
   Note("comes behind another", Comes(Document))
   Other.close(True)
 End Sub
@@ -86,23 +82,23 @@ Sub Beside(Document)
 End Sub
 
 Sub Stopping(Document)
-  Choose(Document, "stop")
+  ChooseCommand(Document, "stop")
   Note("comes no more", Comes(Document))
   Note("states behind a day", StatesIn(Document))
 End Sub
 
 Sub Renaming(Document)
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Document.Sheets.getByName(Table).Name = "Mine"
   Note("comes into a renamed sheet", ComesInto(Document, "Mine"))
-  Choose(Document, "stop")
-  Choose(Document, "start")
+  ChooseCommand(Document, "stop")
+  ChooseCommand(Document, "start")
   Note("states without a table", StatesIn(Document))
   Document.Sheets.getByName("Mine").Name = Table
 End Sub
 
 Sub Protecting(Document)
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Note("comes once more", Comes(Document))
   Document.Sheets.getByName(Table).protect("")
   Note("comes into a protected sheet", Comes(Document))
@@ -111,7 +107,7 @@ Sub Protecting(Document)
 End Sub
 
 Sub Deleting(Document)
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Note("comes without protection", Comes(Document))
   Document.Sheets.removeByName(Table)
   Note("ended by deleting", HasEnded(Document))
@@ -120,7 +116,7 @@ End Sub
 Sub Closing
   Dim Document
   Document = Opened()
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Note("comes before closing", Comes(Document))
   Document.close(True)
   Wait 300
@@ -132,7 +128,7 @@ End Sub
 Sub Reloading
   Dim Document, Frame
   Document = Opened()
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Note("comes before reloading", Comes(Document))
   Frame = Document.CurrentController.Frame
   Document.setModified(False)  ' or it would ask whether to give up what has come
@@ -147,7 +143,7 @@ REM  The office is to end while quotes come.
 Sub Leaving
   Dim Document
   Document = Opened()
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Note("comes before leaving", Comes(Document))
 End Sub
 
@@ -196,17 +192,6 @@ Function HasEnded(Document) As Boolean
   Next Tries
 End Function
 
-Function CommandOf(Name As String)
-  Dim Command As New com.sun.star.util.URL
-  Command.Complete = "vnd.mirelo:" & Name
-  createUnoService("com.sun.star.util.URLTransformer").parseStrict(Command)
-  CommandOf = Command
-End Function
-
-Sub Choose(Document, Name As String)
-  Document.CurrentController.Frame.queryDispatch(CommandOf(Name), "_self", 0).dispatch(CommandOf(Name), Array())
-End Sub
-
 Sub TypeIn(Document, Text As String)
   Dim Argument(0) As New com.sun.star.beans.PropertyValue
   Argument(0).Name = "StringName"
@@ -216,36 +201,4 @@ End Sub
 
 Sub Undo(Document)
   createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(Document.CurrentController.Frame, ".uno:Undo", "", 0, Array())
-End Sub
-
-Function StatesIn(Document) As String
-  Dim Listener, Dispatch, Name
-  States = ""
-  Listener = CreateUnoListener("State_", "com.sun.star.frame.XStatusListener")
-  For Each Name In Array("settings", "start", "stop", "status")
-    Dispatch = Document.CurrentController.Frame.queryDispatch(CommandOf(Name), "_self", 0)
-    Dispatch.addStatusListener(Listener, CommandOf(Name))
-    Dispatch.removeStatusListener(Listener, CommandOf(Name))
-  Next Name
-  StatesIn = States
-End Function
-
-Sub State_statusChanged(State)
-  States = States & State.FeatureURL.Path & "=" & State.IsEnabled & " "
-  If Not IsEmpty(State.State) Then States = States & "[" & State.State & "]"
-End Sub
-
-Sub State_disposing(Event)
-End Sub
-
-Sub Note(Title As String, Value)
-  Notes = Notes & Title & ": " & Value & Chr(10)
-End Sub
-
-Sub SaveNotes
-  Dim Number As Integer
-  Number = FreeFile
-  Open Environ("MIRELO_FOLDER") & "/notes" For Output As #Number
-  Print #Number, Notes
-  Close #Number
 End Sub

@@ -2,8 +2,6 @@ REM  Runs the macros of examples/calc in a document of its own, notes what it fi
 
 Option Explicit
 
-Global Notes As String
-
 Sub Main
   Dim Document, Tries As Integer
   On Error GoTo Failed
@@ -31,7 +29,6 @@ Failed:
   Note("failed", Err & " " & Error$ & " in line " & Erl)
 Done:
   On Error Resume Next
-  SaveNotes
   Document.close(True)
   StarDesktop.terminate()
 End Sub
@@ -87,16 +84,4 @@ Sub NoteCells(Title As String, Document, First As Long)
     Next Column
   Next Row
   Note(Title, Shown)
-End Sub
-
-Sub Note(Title As String, Value)
-  Notes = Notes & Title & ": " & Value & Chr(10)
-End Sub
-
-Sub SaveNotes
-  Dim Number As Integer
-  Number = FreeFile
-  Open Environ("MIRELO_NOTES") For Output As #Number
-  Print #Number, Notes
-  Close #Number
 End Sub

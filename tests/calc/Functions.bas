@@ -252,12 +252,3 @@ Sub Turn(Milliseconds)
     Wait 10
   Loop
 End Sub
-
-' At once, so that it is known where an office stopped that does not end.
-Sub Note(Title As String, Value)
-  Dim Number As Integer
-  Number = FreeFile
-  Open Environ("MIRELO_NOTES") For Append As #Number
-  Print #Number, Title & ": " & Value
-  Close #Number
-End Sub

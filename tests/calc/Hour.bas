@@ -3,8 +3,6 @@ REM  the keyboard, is asked by a file for what is to be done and answers by remo
 
 Option Explicit
 
-Global Notes As String
-
 Const Table = "Dovanta2_Quotes"
 Const Patience = 10  ' seconds for each thing that is to come
 
@@ -31,7 +29,6 @@ Failed:
   Note("failed", Err & " " & Error$ & " in line " & Erl & " of round " & Round)
 Done:
   On Error Resume Next
-  SaveNotes
   Ask("stop")
   StarDesktop.terminate()
 End Sub
@@ -202,16 +199,4 @@ End Sub
 REM  Only what is not as expected is noted.
 Sub Expect(What As String, Holds As Boolean)
   If Not Holds Then Note("not so", What)
-End Sub
-
-Sub Note(Title As String, Value)
-  Notes = Notes & Title & ": " & Value & Chr(10)
-End Sub
-
-Sub SaveNotes
-  Dim Number As Integer
-  Number = FreeFile
-  Open Environ("MIRELO_FOLDER") & "/notes" For Output As #Number
-  Print #Number, Notes
-  Close #Number
 End Sub

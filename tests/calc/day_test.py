@@ -20,7 +20,7 @@ class Day(unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=HERE / "Day.bas")
+        office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin") as tracker:
             mirelo = BUILD / "bin" / "mirelo"
             signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
@@ -50,7 +50,7 @@ class Day(unittest.TestCase):
         self.assertEqual(self.notes["comes"], "True")
         self.assertRegex(
             self.notes["states of a day"],
-            r"^settings=False start=False stop=True status=True \[Mirelo: \d+ quotes?, [\d.]+ a second, the last [\d.]+ s ago\]$",
+            r"^settings=False start=False stop=True status=True \[Mirelo: \d+ quotes?, [\d.]+ a second, the last [\d.]+ s ago\] help=True$",
         )
         self.assertEqual(self.notes["wide enough"], "True")
 
@@ -74,12 +74,12 @@ class Day(unittest.TestCase):
         self.assertEqual(self.notes["comes beside cells"], "True")
 
     def test_is_one_for_all_documents(self):
-        self.assertEqual(self.notes["states in another"], "settings=False start=False stop=True status=True []")
+        self.assertEqual(self.notes["states in another"], "settings=False start=False stop=True status=True [] help=True")
         self.assertEqual(self.notes["comes behind another"], "True")
 
     def test_ends_when_it_is_stopped(self):
         self.assertEqual(self.notes["comes no more"], "False")
-        self.assertEqual(self.notes["states behind a day"], "settings=True start=True stop=False status=True []")
+        self.assertEqual(self.notes["states behind a day"], "settings=True start=True stop=False status=True [] help=True")
 
     def test_follows_a_renamed_sheet_and_does_not_begin_without_the_table(self):
         self.assertEqual(self.notes["comes into a renamed sheet"], "True")
@@ -98,7 +98,7 @@ class Day(unittest.TestCase):
     def test_ends_quietly_with_its_document(self):
         for what in ("closing", "reloading"):
             self.assertEqual(self.notes[f"comes before {what}"], "True")
-            self.assertEqual(self.notes[f"states behind {what}"], "settings=True start=True stop=False status=True []")
+            self.assertEqual(self.notes[f"states behind {what}"], "settings=True start=True stop=False status=True [] help=True")
         self.assertNotIn("into quotes.xlsx no more", self.log)
 
 

@@ -63,7 +63,7 @@ class Functions(unittest.TestCase):
             }
             office = Office(folder, environment)
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=HERE / "Functions.bas")
+            office.add_macros(Tests=[HERE / "Functions.bas", HERE / "Notes.bas"])
             mirelo = BUILD / "bin" / "mirelo"
             run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
             run(mirelo, "settings", "set", "Seconds", "0", env=environment)

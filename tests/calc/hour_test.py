@@ -93,7 +93,7 @@ class Hour(unittest.TestCase):
             run(mirelo, "go", "--workbook", folder / "quotes.xlsx", *wishes, *source, env=environment)
             office = Office(folder, {**environment, "DISPLAY": screen.display}, plugin="gen", headless=False)
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=HERE / "Hour.bas")
+            office.add_macros(Tests=[HERE / "Hour.bas", HERE / "Notes.bas"])
             person = Person(screen.display, folder / "wish")
             person.start()
             cls.code = office.run("Tests.Hour.Main", PATIENCE + SECONDS)

@@ -22,7 +22,7 @@ class Macros(unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_NOTES": str(notes)}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=HERE / "Driver.bas")
+        office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=[HERE / "Driver.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin") as tracker:
             mirelo = BUILD / "bin" / "mirelo"
             signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored

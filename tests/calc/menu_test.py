@@ -22,7 +22,7 @@ class Menu(unittest.TestCase):
         notes = folder / "notes"
         office = Office(folder, {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_NOTES": str(notes)})
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=HERE / "Menu.bas")
+        office.add_macros(Tests=[HERE / "Menu.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
         cls.code = office.run("Tests.Menu.Main")
         cls.log = office.log()
         cls.notes = {}

@@ -35,7 +35,7 @@ class Office:
     def __init__(self, folder, environment, headless=True, plugin="svp"):
         self.folder = pathlib.Path(folder)
         self.headless = headless
-        self.environment = {**environment, "SAL_USE_VCLPLUGIN": plugin}
+        self.environment = {"MIRELO_NOTES": str(self.folder / "notes"), **environment, "SAL_USE_VCLPLUGIN": plugin}
         self.libraries = {}
 
     def install(self, extension):
@@ -48,8 +48,11 @@ class Office:
         (self.folder / "extensions" / pathlib.Path(extension).name).symlink_to(extension)
 
     def add_macros(self, **libraries):
-        """Libraries of one module each, by their name: a file of Basic."""
-        self.libraries = libraries
+        """Libraries by their names: a file of Basic, or several, each of which is a module."""
+        self.libraries = {
+            name: [pathlib.Path(file) for file in (files if isinstance(files, list) else [files])]
+            for name, files in libraries.items()
+        }
 
     # The first start makes the profile, and puts a list of libraries of its own in place of one that is there.
     def _write_macros(self):
@@ -59,12 +62,11 @@ class Office:
         for name in names:
             folder = basic / name
             folder.mkdir(parents=True, exist_ok=True)
-            module = ""
-            if name in libraries:
-                source = pathlib.Path(libraries[name])
-                module = f' <library:element library:name="{source.stem}"/>\n'
+            modules = ""
+            for source in libraries.get(name, []):
+                modules += f' <library:element library:name="{source.stem}"/>\n'
                 (folder / f"{source.stem}.xba").write_text(MODULE.format(name=source.stem, text=escape(source.read_text())))
-            (folder / "script.xlb").write_text(LIBRARY.format(name=name, elements=module))
+            (folder / "script.xlb").write_text(LIBRARY.format(name=name, elements=modules))
         places = (
             f' <library:library library:name="{name}" xlink:href="$(USER)/basic/{name}/script.xlb/" xlink:type="simple"'
             ' library:link="false"/>\n'
