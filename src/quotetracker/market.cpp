@@ -24,11 +24,13 @@ class Market::Updates : public QuoteUpdates {
   Updates(Market& market, std::vector<std::string> tickers)
       : market_(market), tickers_(std::move(tickers)), chance_(market.seed_) {}
 
+  const Quote& Look(std::size_t ticker) override { return market_.Look(tickers_[ticker]); }
+
   QuoteChange Next() override {
     if (tickers_.empty()) return {};
     const auto last = static_cast<std::int64_t>(tickers_.size()) - 1;
     const auto ticker = static_cast<std::size_t>(chance_.Between(0, last));
-    return {&market_.Look(tickers_[ticker]), ticker};
+    return {&Look(ticker), ticker};
   }
 
  private:

@@ -22,6 +22,10 @@ class QuoteUpdates {
  public:
   virtual ~QuoteUpdates() = default;
 
+  // The quote of one of the tickers, by its index, as it stands behind the changes that were given: nothing
+  // that is still to come is newer than it shows. It holds as long as that of Next.
+  virtual const Quote& Look(std::size_t ticker) = 0;
+
   // The next change, if one is due now. Its quote holds until the next call of any member of this or its
   // source.
   virtual QuoteChange Next() = 0;

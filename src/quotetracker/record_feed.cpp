@@ -27,11 +27,13 @@ void RecordFeed::Clear() {
   updates_.reset();
 }
 
+// They show what the changes go on from, however late they are asked for: an older quote behind a newer one
+// would be a lie.
 std::string RecordFeed::NextSnapshots() {
   std::string bytes;
   for (; OwesSnapshots() && bytes.size() < kMostBatch; ++snapshots_) {
     const std::string& symbol = symbols_[snapshots_];
-    AppendSnapshot(bytes, kSnapshotKind, symbol, source_.Look(symbol), CompanyOf(symbol));
+    AppendSnapshot(bytes, kSnapshotKind, symbol, updates_->Look(snapshots_), CompanyOf(symbol));
     ++given_;
   }
   return bytes;

@@ -83,7 +83,10 @@ Moment Replay::Now() {
 const Quote& Replay::Look(std::string_view ticker) {
   Due();
   const auto found = current_.find(UpperCase(ticker));
-  if (found != current_.end()) return lines_[found->second].quote;
+  return found != current_.end() ? lines_[found->second].quote : Unknown(ticker);
+}
+
+const Quote& Replay::Unknown(std::string_view ticker) {
   unknown_ = Quote{};
   unknown_.ticker = ticker;
   unknown_.stamp = ToStamp(Now());
@@ -100,22 +103,40 @@ std::size_t Replay::Due() {
 // The lines of the wanted tickers, from the one that was due next at the time of subscribing.
 class Replay::Updates : public QuoteUpdates {
  public:
-  Updates(Replay& replay, const std::vector<std::string>& tickers) : replay_(replay), next_(replay.Due()) {
-    for (std::size_t i = 0; i < tickers.size(); ++i) wanted_.emplace(UpperCase(tickers[i]), i);
+  Updates(Replay& replay, std::vector<std::string> tickers)
+      : replay_(replay), next_(replay.Due()), tickers_(std::move(tickers)) {
+    for (std::size_t i = 0; i < tickers_.size(); ++i) {
+      const std::string ticker = UpperCase(tickers_[i]);
+      wanted_.emplace(ticker, i);
+      const auto current = replay_.current_.find(ticker);
+      given_.push_back(current != replay_.current_.end() ? current->second : kNone);
+    }
+  }
+
+  const Quote& Look(std::size_t ticker) override {
+    const std::size_t line = given_[ticker];
+    return line == kNone ? replay_.Unknown(tickers_[ticker]) : replay_.lines_[line].quote;
   }
 
   QuoteChange Next() override {
     for (const std::size_t due = replay_.Due(); next_ < due;) {
-      const Quote& quote = replay_.lines_[next_++].quote;
+      const std::size_t line = next_++;
+      const Quote& quote = replay_.lines_[line].quote;
       const auto wanted = wanted_.find(UpperCase(quote.ticker));
-      if (wanted != wanted_.end()) return {&quote, wanted->second};
+      if (wanted == wanted_.end()) continue;
+      given_[wanted->second] = line;
+      return {&quote, wanted->second};
     }
     return {};
   }
 
  private:
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
   Replay& replay_;
   std::size_t next_;
+  std::vector<std::string> tickers_;  // as the client writes them
+  std::vector<std::size_t> given_;    // of each ticker, the line that was given last
   std::unordered_map<std::string, std::size_t> wanted_;
 };
 

@@ -45,6 +45,7 @@ class Replay : public QuoteSource {
 
   // The number of lines whose time has come.
   std::size_t Due();
+  const Quote& Unknown(std::string_view ticker);
 
   struct Line {
     Moment moment;

@@ -5,8 +5,12 @@
 
 #include <sstream>
 #include <stdexcept>
+#include <vector>
 
 #include "quotetracker/fixed_clock.h"
+#include "quotetracker/level1_fields.h"
+#include "quotetracker/record_feed.h"
+#include "quotetracker/record_reader.h"
 
 namespace mirelo::quotetracker {
 namespace {
@@ -194,6 +198,39 @@ TEST(Replay, ChangesSubscribedTickersWhenTheirTimeComes) {
   EXPECT_EQ(second.quote->volume, 61900);
   EXPECT_EQ(second.ticker, 1U);
   EXPECT_EQ(updates->Next().quote, nullptr);
+}
+
+TEST(Replay, ShowsASubscriberNothingNewerThanTheChangesThatItHasYetToTake) {
+  FixedClock wall = Wall();
+  const auto replay = FromText(kDay, 1, wall);
+  const auto updates = replay->Subscribe({"IBM", "msft", "GE"});
+  wall.Advance(4s);
+  EXPECT_EQ(updates->Look(1).volume, 61200);
+  EXPECT_EQ(updates->Look(0).volume, 0);
+  updates->Next();
+  EXPECT_EQ(updates->Look(0).volume, 1000);
+  EXPECT_EQ(updates->Look(1).volume, 61200);
+  updates->Next();
+  EXPECT_EQ(updates->Look(1).volume, 61900);
+  EXPECT_EQ(updates->Look(2).ticker, "GE");
+  EXPECT_EQ(updates->Look(2).last, 0);
+}
+
+// A client that is slow to take the full records has them later than it asked.
+TEST(Replay, IsStreamedWithoutAnOlderQuoteBehindANewerOne) {
+  FixedClock wall = Wall();
+  const auto replay = FromText(kDay, 1, wall);
+  RecordFeed feed(*replay, {"L1"}, 1);
+  feed.Subscribe({"MSFT"});
+  wall.Advance(4s);
+  std::string bytes = feed.NextSnapshots();
+  std::size_t count = 0;
+  bytes += feed.NextUpdates(9, count);
+  std::vector<double> volumes;
+  for (const ReadRecord& record : RecordReader::ReadAll(bytes)) {
+    volumes.push_back(record.numbers.at(static_cast<int>(Level1Field::kVolume)));
+  }
+  EXPECT_THAT(volumes, ::testing::ElementsAre(61200, 61900));
 }
 
 TEST(Replay, PassesOverTickersThatNobodyWants) {

@@ -45,6 +45,10 @@ class CountedMarket : public QuoteSource {
    public:
     Updates(std::shared_ptr<std::atomic<int>> looks, std::unique_ptr<QuoteUpdates> updates)
         : looks_(std::move(looks)), updates_(std::move(updates)) {}
+    const Quote& Look(std::size_t ticker) override {
+      ++*looks_;
+      return updates_->Look(ticker);
+    }
     QuoteChange Next() override {
       ++*looks_;
       return updates_->Next();
