@@ -1,0 +1,57 @@
+// Typing into a cell of a grid.
+
+#include "adapters/windows/views/grid_view.h"
+#include "adapters/windows/views/wide_text.h"
+
+namespace mirelo::windows {
+
+namespace {
+constexpr UINT_PTR kEditorWatch = 2;
+}
+
+// Opens the active cell for a new text, if it takes one. A letter that was typed is the text's first.
+bool GridView::Edit(wchar_t typed) {
+  bool may = false;
+  Act([&] { may = grid_.UserMayEdit(); });
+  if (!may || editor_ != nullptr) return false;
+  const auto place = Places().PlaceOf(grid_.Row(), grid_.Col());
+  const std::wstring text =
+      typed != 0 ? std::wstring(1, typed) : WideText(grid_.TextMatrix(grid_.Row(), grid_.Col()));
+  editor_ = ::CreateWindowExW(0, WC_EDITW, text.c_str(), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, place.left,
+                              place.top, place.width, place.height, window(), nullptr, OwnModule(), nullptr);
+  ::SendMessageW(editor_, WM_SETFONT, reinterpret_cast<WPARAM>(views_.letters().font()), FALSE);
+  ::SetWindowSubclass(editor_, WatchEditor, kEditorWatch, reinterpret_cast<DWORD_PTR>(this));
+  ::SetFocus(editor_);
+  const auto length = static_cast<LPARAM>(text.size());
+  ::SendMessageW(editor_, EM_SETSEL, typed != 0 ? static_cast<WPARAM>(length) : 0, length);
+  return true;
+}
+
+bool GridView::TakeKey(WPARAM key) {
+  if (editor_ == nullptr || (key != VK_RETURN && key != VK_ESCAPE)) return false;
+  EndEdit(key == VK_RETURN);
+  ::SetFocus(window());
+  return true;
+}
+
+void GridView::EndEdit(bool keep) {
+  const HWND editor = std::exchange(editor_, nullptr);
+  if (editor == nullptr) return;
+  const std::string text = TextOf(editor);
+  ::RemoveWindowSubclass(editor, WatchEditor, kEditorWatch);
+  ::DestroyWindow(editor);
+  if (keep) Act([&] { grid_.UserEditCell(text); });
+}
+
+// Whoever goes elsewhere has typed what is to be.
+LRESULT CALLBACK GridView::WatchEditor(HWND editor, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                                       DWORD_PTR view) {
+  if (message == WM_KILLFOCUS) {
+    const LRESULT answer = ::DefSubclassProc(editor, message, first, second);
+    reinterpret_cast<GridView*>(view)->EndEdit(true);
+    return answer;
+  }
+  return ::DefSubclassProc(editor, message, first, second);
+}
+
+}  // namespace mirelo::windows

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "adapters/windows/views/native.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapters/windows/views/grid_places.h"
+#include "adapters/windows/views/painted_window.h"
+#include "adapters/windows/views/pictures.h"
+#include "adapters/windows/views/views.h"
+#include "forms/grid.h"
+
+namespace mirelo::windows {
+
+// A grid as it is seen and used: cells are selected by clicks, by dragging and by the arrow keys, ticked by
+// clicks and the blank key, and typed into; edges of headers are dragged. Windows has no such control.
+class GridView final : public PaintedWindow {
+ public:
+  using Cell = GridPlaces::Cell;
+
+  GridView(forms::Grid& grid, Views& views, std::vector<std::int32_t> usual_widths);
+
+  std::optional<LRESULT> Handle(UINT message, WPARAM first, LPARAM second) override;
+  // Enter and Escape while a cell is being typed into.
+  bool TakeKey(WPARAM key);
+  // The grid is another one.
+  void Show();
+
+  // Where the cells are just now.
+  GridPlaces Places() const;
+  // The window that a cell is typed into; null while none is.
+  HWND editor() const { return editor_; }
+
+ private:
+  void Press(std::int32_t x, std::int32_t y);
+  void Move(std::int32_t x, std::int32_t y);
+  void Release();
+  void DoublePress(std::int32_t x, std::int32_t y);
+  bool ShowCursor() const;
+  bool Key(WPARAM key);
+  std::optional<Cell> Reached(WPARAM key, Cell from) const;
+  void Scroll(int bar, int code);
+  void Turn(int steps);
+  void ShowScrollBars() const;
+
+  bool Edit(wchar_t typed);
+  void EndEdit(bool keep);
+  static LRESULT CALLBACK WatchEditor(HWND editor, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
+                                      DWORD_PTR view);
+
+  void Paint();
+  void PaintCell(HDC context, const GridPlaces& places, Cell cell);
+  void PaintHeader(HDC context, RECT place, const std::string& text, bool centered) const;
+  void PaintTick(HDC context, RECT place, bool ticked, const std::string& picture);
+  void DrawPicture(HDC context, const RECT& place, const std::string& picture);
+  bool IsSelected(Cell cell) const;
+  bool IsFixed(Cell cell) const;
+
+  std::int32_t WidthOf(std::int32_t col) const;
+  void Act(const std::function<void()>& act);
+
+  forms::Grid& grid_;
+  Views& views_;
+  const std::vector<std::int32_t> usual_widths_;
+  std::int32_t first_row_ = 0;
+  std::int32_t offset_ = 0;
+  Cell shown_active_;
+  std::optional<Cell> pressed_;
+  Cell dragged_to_;
+  struct Resize {
+    std::int32_t col;
+    std::int32_t from;   // where the mouse took it
+    std::int32_t width;  // before
+  };
+  std::optional<Resize> resize_;
+  HWND editor_ = nullptr;
+  std::map<std::string, Icon> icons_;
+};
+
+}  // namespace mirelo::windows
