@@ -10,10 +10,25 @@
 
 namespace mirelo::com {
 
+// The language of all calls that go out: names of members, formulas and formats are then the same on every
+// machine.
+constexpr LCID kEnglish = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
+
 // The number of a client's member; nothing where it has none of that name.
 std::optional<DISPID> MemberNamed(IDispatch& object, std::string_view name);
 
 // Calls a client's method. What it raises is its error, with number, text and source.
 void CallMethod(IDispatch& object, DISPID method, std::span<const Variant> arguments);
+
+// The same of another program's object: a method or a property, and a property that is assigned.
+//
+// A spreadsheet program refuses calls while a cell is edited in it or a dialog is open. One that runs in
+// another process is asked again for two seconds, in which short work of its own is done; meanwhile this
+// thread takes no messages, so that nothing of the classes runs nested in a call that is half made. A refusal
+// that lasts, or that comes from this process, whose thread the person needs to end what is going on, is an
+// error that says so, with the number that the program gave. Nothing of the call has been done then: who
+// keeps what was to be written may write it later.
+Variant GetMember(IDispatch& object, DISPID member, std::span<const Variant> arguments);
+void PutMember(IDispatch& object, DISPID member, const Variant& value, std::span<const Variant> arguments);
 
 }  // namespace mirelo::com

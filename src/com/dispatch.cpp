@@ -14,8 +14,10 @@
 #include "com/class_ids.h"
 #include "com/enumeration.h"
 #include "com/errors.h"
+#include "com/foreign.h"
 #include "com/listeners.h"
 #include "com/text.h"
+#include "com/type_information.h"
 #include "com/values.h"
 
 namespace mirelo::com {
@@ -152,13 +154,18 @@ ULONG Dispatch::Release() {
 
 HRESULT Dispatch::GetTypeInfoCount(UINT* count) {
   if (count == nullptr) return E_POINTER;
-  *count = 0;
+  *count = 1;
   return S_OK;
 }
 
-HRESULT Dispatch::GetTypeInfo(UINT, LCID, ITypeInfo** place) {
-  if (place != nullptr) *place = nullptr;
-  return DISP_E_BADINDEX;
+HRESULT Dispatch::GetTypeInfo(UINT number, LCID, ITypeInfo** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = nullptr;
+  if (number != 0) return DISP_E_BADINDEX;
+  return OnOwnThread([&]() -> HRESULT {
+    *place = NamedTypeInformation(door_->object()->TypeName()).Release();
+    return *place != nullptr ? S_OK : TYPE_E_ELEMENTNOTFOUND;
+  });
 }
 
 HRESULT Dispatch::GetIDsOfNames(REFIID, OLECHAR** names, UINT count, LCID, DISPID* ids) {
@@ -258,7 +265,7 @@ Arguments Dispatch::ArgumentsOf(const DISPPARAMS& parameters, MemberId member,
     if (place == nullptr || IsLeftOut(*place)) {
       arguments.emplace_back(std::nullopt);
     } else {
-      arguments.emplace_back(FromClient(*place));
+      arguments.emplace_back(Entering(FromClient(*place)));
     }
   }
   return arguments;
@@ -272,7 +279,8 @@ class GivingBack {
 
   void operator()() const {
     for (std::size_t i = 0; i < arguments_.size() && i < member_.parameters.size(); ++i) {
-      if (member_.parameters[i].by_reference && arguments_[i]) WriteBack(*arguments_[i], *places_[i]);
+      if (member_.parameters[i].by_reference && arguments_[i])
+        WriteBack(Leaving(*arguments_[i]), *places_[i]);
     }
   }
 
@@ -306,7 +314,7 @@ void Dispatch::Call(DISPID id, WORD how, const DISPPARAMS& parameters, VARIANT* 
     throw;
   }
   give_back();
-  if (result != nullptr) ToClient(value, *result);
+  if (result != nullptr) ToClient(Leaving(std::move(value)), *result);
 }
 
 void Dispatch::Put(DISPID id, WORD how, const DISPPARAMS& parameters) {
@@ -320,7 +328,7 @@ void Dispatch::Put(DISPID id, WORD how, const DISPPARAMS& parameters) {
   }
   std::vector<const VARIANT*> places;
   Arguments arguments = ArgumentsOf(with_name, assigned, places);
-  const Variant value = FromClient(parameters.rgvarg[0]);
+  const Variant value = Entering(FromClient(parameters.rgvarg[0]));
   if ((how & DISPATCH_PROPERTYPUT) == 0) {
     door_->Set(assigned, value, std::move(arguments));
   } else {

@@ -20,6 +20,8 @@ namespace mirelo::com {
 //   AddListener(object)     by calls of the methods of that object that bear the events' names
 //   RemoveListener(object)  and no more
 //
+// Foreign objects among the arguments and results are what they mean to the classes (foreign.h).
+//
 // What a listener raises leaves through the object's member, or is dropped, as the class tells of its event.
 // The classes live on one thread: that which makes the first of these. Error 440 on any other.
 Held<IDispatch> DispatchOf(const std::shared_ptr<Object>& object);

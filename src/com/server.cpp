@@ -1,6 +1,7 @@
 #include "com/server.h"
 
 #include <string_view>
+#include <utility>
 
 #include "automation_server/classes.h"
 #include "com/class_ids.h"
@@ -17,7 +18,7 @@ LONG locks = 0;
 
 class Factory final : public IClassFactory {
  public:
-  Factory(std::string_view name, void (*ready)()) : name_(name), ready_(ready) {
+  explicit Factory(std::function<std::shared_ptr<Object>()> make) : make_(std::move(make)) {
     ::InterlockedIncrement(&locks);
   }
   virtual ~Factory() { ::InterlockedDecrement(&locks); }
@@ -45,10 +46,7 @@ class Factory final : public IClassFactory {
     if (place == nullptr) return E_POINTER;
     *place = nullptr;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    return AtTheBorder([&]() -> HRESULT {
-      ready_();
-      return DispatchOf(automation_server::CreateObject(name_))->QueryInterface(id, place);
-    });
+    return AtTheBorder([&]() -> HRESULT { return DispatchOf(make_())->QueryInterface(id, place); });
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
     if (lock) {
@@ -60,8 +58,7 @@ class Factory final : public IClassFactory {
   }
 
  private:
-  std::string_view name_;
-  void (*ready_)();
+  std::function<std::shared_ptr<Object>()> make_;
   LONG references_ = 0;
 };
 
@@ -101,14 +98,21 @@ std::wstring IdTextOf(const ClassId& known) {
 
 }  // namespace
 
+Held<IClassFactory> FactoryOf(std::function<std::shared_ptr<Object>()> make) {
+  return Held<IClassFactory>(new Factory(std::move(make)));
+}
+
 HRESULT GetFactory(REFCLSID class_id, REFIID id, void** place, void (*ready)()) {
   if (place == nullptr) return E_POINTER;
   *place = nullptr;
   for (const ClassId& known : ClassIds()) {
     if (known.id != class_id) continue;
     return AtTheBorder([&]() -> HRESULT {
-      const Held<IClassFactory> factory(new Factory(known.name, ready));
-      return factory->QueryInterface(id, place);
+      const auto make = [name = known.name, ready] {
+        ready();
+        return automation_server::CreateObject(name);
+      };
+      return FactoryOf(make)->QueryInterface(id, place);
     });
   }
   return CLASS_E_CLASSNOTAVAILABLE;

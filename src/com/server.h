@@ -2,11 +2,19 @@
 
 #include "com/system.h"
 
+#include <functional>
+#include <memory>
 #include <string>
+
+#include "automation/variant.h"
+#include "com/held.h"
 
 namespace mirelo::com {
 
 // What a library that clients load answers with, whichever it is.
+
+// A factory of whatever `make` gives; its errors are the client's.
+Held<IClassFactory> FactoryOf(std::function<std::shared_ptr<Object>()> make);
 
 // The factory of a class that clients can make. `ready` is called before each object is made.
 HRESULT GetFactory(REFCLSID class_id, REFIID id, void** place, void (*ready)());

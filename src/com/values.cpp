@@ -13,6 +13,8 @@
 #include "com/arrays.h"
 #include "com/dispatch.h"
 #include "com/errors.h"
+#include "com/foreign.h"
+#include "com/held.h"
 #include "com/text.h"
 
 namespace mirelo::com {
@@ -55,9 +57,10 @@ Variant WholeNumberFrom(const VARIANT& value) {
 
 Variant ObjectFrom(IUnknown* object) {
   if (object == nullptr) return Variant(std::shared_ptr<Object>());
-  auto ours = ObjectBehind(object);
-  if (ours == nullptr) throw Errors::TypeMismatch();
-  return Variant(std::move(ours));
+  if (auto ours = ObjectBehind(object)) return Variant(std::move(ours));
+  auto called = Asked<IDispatch>(object, IID_IDispatch);
+  if (!called) throw Errors::TypeMismatch();
+  return Variant(std::shared_ptr<Object>(std::make_shared<Foreign>(std::move(called))));
 }
 
 Variant PlainFrom(const VARIANT& value) {
@@ -132,6 +135,11 @@ void PutPlain(VARIANT& value, const VARIANT& reference) {
   std::memcpy(reference.byref, &value.llVal, size->bytes);
 }
 
+Held<IDispatch> ReferenceTo(const std::shared_ptr<Object>& object) {
+  if (const auto* const foreign = dynamic_cast<const Foreign*>(object.get())) return foreign->reference();
+  return DispatchOf(object);
+}
+
 void PutArray(const Variant& value, const VARIANT& reference) {
   const auto element = static_cast<VARTYPE>(reference.vt & VT_TYPEMASK);
   SAFEARRAY* const fresh = ArrayToClient(value.AsArray(), element);
@@ -176,7 +184,7 @@ void ToClient(const Variant& value, VARIANT& target) {
       made->vt = VT_BSTR;
       break;
     case Variant::Type::Object:
-      made->pdispVal = DispatchOf(value.AsObject()).Release();
+      made->pdispVal = ReferenceTo(value.AsObject()).Release();
       made->vt = VT_DISPATCH;
       break;
     case Variant::Type::Array:

@@ -25,12 +25,13 @@ class ClientValue {
 };
 
 // A value as clients take it, in a variant that is empty before; it stays so when this fails. Objects are
-// their dispatches (dispatch.h), arrays have their bounds.
+// their dispatches (dispatch.h), foreign ones (foreign.h) themselves; arrays have their bounds.
 void ToClient(const Variant& value, VARIANT& target);
 
 // The value that a client passes, itself or by reference. Numbers of all sizes, currency, a missing value
-// (empty), the errors of cells (their texts), and arrays of any of these are known. Error 13 for what the
-// classes have no use for: objects of others, structures, arrays of more than two dimensions.
+// (empty), the errors of cells (their texts), and arrays of any of these are known. Objects of others are
+// Foreign. Error 13 for what the classes have no use for: objects that cannot be called by names, structures,
+// arrays of more than two dimensions.
 Variant FromClient(const VARIANT& value);
 
 // Puts a value where a client's reference is, in the reference's own type. Nothing for what is no reference.

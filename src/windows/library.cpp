@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <string>
 
+#include "windows/foreign_program.h"
 #include "windows/machine.h"
 
 namespace {
@@ -13,7 +14,10 @@ using mirelo::com::RegisteredFor;
 
 HMODULE own_module = nullptr;
 
-void Ready() { mirelo::windows::Machine::Installed(); }
+void Ready() {
+  mirelo::windows::Machine::Installed();
+  mirelo::windows::TakeSpreadsheetPrograms();
+}
 
 std::wstring OwnPath() {
   std::wstring path(MAX_PATH, L'\0');

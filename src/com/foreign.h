@@ -1,0 +1,52 @@
+#pragma once
+
+#include "com/system.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "automation/variant.h"
+#include "com/held.h"
+
+namespace mirelo::com {
+
+// An object of another program's, or of a script's, as the classes hold it. Nobody but who knows what it is
+// can do more with it than pass it on. Each holds a counted reference; whoever compares objects compares
+// those.
+class Foreign : public Object {
+ public:
+  explicit Foreign(Held<IDispatch> reference) : reference_(std::move(reference)) {}
+
+  // What its type information calls its class, "Object" where it has none.
+  std::string_view TypeName() const override;
+  const Held<IDispatch>& reference() const { return reference_; }
+
+  // Reads a property or calls a method; assigns a property. Error 438 where it has no such member. What the
+  // object raises is its error. A program that refuses the call, being busy, is asked again as calls.h says.
+  Variant Get(std::string_view member, std::span<const Variant> arguments = {});
+  void Let(std::string_view member, const Variant& value, std::span<const Variant> arguments = {});
+
+ private:
+  Held<IDispatch> reference_;
+  mutable std::string type_name_;  // empty until somebody has asked
+};
+
+// What foreign objects are to the classes, where they are more than something to pass on.
+struct ForeignMeaning {
+  // The object that stands for a foreign one which a client hands in; null where none does.
+  std::function<std::shared_ptr<Object>(const std::shared_ptr<Foreign>&)> entering;
+  // The foreign object that this one stands for when clients are given it; null where it stands for none.
+  std::function<std::shared_ptr<Foreign>(const Object&)> leaving;
+};
+// They have none until this is called.
+void TakeForeignObjectsFor(ForeignMeaning meaning);
+
+// A value that a client hands in, as the classes take it, and one that it is given, as it knows it.
+Variant Entering(Variant value);
+Variant Leaving(Variant value);
+
+}  // namespace mirelo::com

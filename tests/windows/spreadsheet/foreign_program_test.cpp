@@ -1,0 +1,102 @@
+// What clients hand in of a spreadsheet program, and what happens while it is busy.
+
+#include "com/client.h"
+
+#include <objbase.h>
+
+#include "com/foreign.h"
+#include "core/cMirelo.h"
+#include "host/excel/application.h"
+#include "host/excel/range.h"
+#include "host/excel/worksheet.h"
+#include "windows/spreadsheet/served.h"
+
+namespace mirelo::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+class ForeignProgram : public ComTest {
+ protected:
+  static Client Program(const CLSID& id) {
+    Client program;
+    com::Require(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
+                                    program.Place()));
+    return program;
+  }
+  void HandIn(const Client& object) {
+    VARIANT value = Plain(VT_DISPATCH);
+    value.pdispVal = object.get();
+    InvokeId(facade, IdOf(facade, "ExcelApplication"), DISPATCH_PROPERTYPUT, {value}, {DISPID_PROPERTYPUT});
+  }
+  host::excel::Application& Application() {
+    return *dynamic_cast<cMirelo&>(*com::ObjectBehind(facade.get())).m_ObjExcelApplication();
+  }
+
+  Client facade = NewHeld("cMirelo");
+};
+
+class Refusals {
+ public:
+  explicit Refusals(LONG count) : semaphore_(::CreateSemaphoreW(nullptr, count, count, kRefusals)) {}
+  ~Refusals() { ::CloseHandle(semaphore_); }
+  Refusals(const Refusals&) = delete;
+  Refusals& operator=(const Refusals&) = delete;
+
+  bool AreOver() { return ::WaitForSingleObject(semaphore_, 0) == WAIT_TIMEOUT; }
+
+ private:
+  HANDLE semaphore_;
+};
+
+TEST_F(ForeignProgram, IsTheApplicationOfTheClasses) {
+  for (const CLSID& id : {kInThisProcess, kInItsOwnProcess}) {
+    const Client program = Program(id);
+    HandIn(program);
+    Application().Range("B2")->Value("1,234");
+    EXPECT_EQ(Application().Range("B2")->Value().ToDouble(), 1234);
+    EXPECT_EQ(CallIt(program, "Range", {"B2"}).TypeName(), "Range");
+  }
+}
+
+TEST_F(ForeignProgram, IsGivenBackAsItIs) {
+  const Client program = Program(kInThisProcess);
+  HandIn(program);
+  ClientValue back;
+  DISPPARAMS none{};
+  com::Require(facade->Invoke(IdOf(facade, "ExcelApplication"), IID_NULL, LOCALE_USER_DEFAULT,
+                              DISPATCH_PROPERTYGET, &none, back.get(), nullptr, nullptr));
+  ASSERT_EQ(back->vt, VT_DISPATCH);
+  EXPECT_EQ(back->pdispVal, program.get());
+}
+
+TEST_F(ForeignProgram, HasObjectsThatAreNoApplication) {
+  const Variant range = CallIt(Program(kInThisProcess), "Range", {"A1"});
+  const Client cells(dynamic_cast<com::Foreign&>(*range.AsObject()).reference());
+  EXPECT_EQ(NumberOf([&] { HandIn(cells); }), 13);
+}
+
+TEST_F(ForeignProgram, IsAskedAgainUntilItTakesCalls) {
+  HandIn(Program(kInItsOwnProcess));
+  Application().Range("A1")->Value("before");
+  Refusals refusals(3);
+  Application().Range("A1")->Value("after");
+  EXPECT_TRUE(refusals.AreOver());
+  EXPECT_EQ(Application().Range("A1")->Value().ToText(), "after");
+}
+
+TEST_F(ForeignProgram, KeepsWhatItHadWhenItRefusesForLong) {
+  HandIn(Program(kInItsOwnProcess));
+  const auto cell = Application().Range("A1");
+  cell->Value("before");
+  {
+    const Refusals refusals(100'000);
+    EXPECT_THAT(ErrorOf([&] { cell->Value("after"); }).Description(), HasSubstr("a cell is being edited"));
+  }
+  EXPECT_EQ(cell->Value().ToText(), "before");
+  cell->Value("after");
+  EXPECT_EQ(cell->Value().ToText(), "after");
+}
+
+}  // namespace
+}  // namespace mirelo::testing
