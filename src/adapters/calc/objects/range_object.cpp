@@ -3,7 +3,6 @@
 #include <com/sun/star/awt/Point.hpp>
 #include <com/sun/star/awt/Size.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
-#include <limits>
 
 #include "adapters/calc/objects/alignment.h"
 #include "adapters/calc/objects/block_change.h"
@@ -22,8 +21,6 @@
 #include "adapters/calc/objects/range_value.h"
 #include "adapters/calc/objects/used_area.h"
 #include "adapters/calc/objects/worksheet_object.h"
-#include "spreadsheet/address.h"
-#include "spreadsheet/area_rules.h"
 #include "spreadsheet/border_object.h"
 #include "spreadsheet/errors.h"
 #include "spreadsheet/format_code.h"
@@ -61,8 +58,8 @@ void RangeObject::Change(Body&& body) const {
   ChangeCells(block_, std::forward<Body>(body));
 }
 
-RangeObject::RangePtr RangeObject::At(const Area& area, View view) const {
-  return RangeOf(block_.At(area), view);
+RangeObject::RangePtr RangeObject::At(const Area& other, View view) const {
+  return RangeOf(block_.At(other), view);
 }
 
 Variant RangeObject::Value() {
@@ -72,41 +69,6 @@ void RangeObject::Value(const Variant& value) { WriteValue(block_, value); }
 
 std::string RangeObject::Text() {
   return Ask([&] { return TextOf(As<css::text::XTextRange>(block_.FirstCell())->getString()); });
-}
-
-RangeObject::RangePtr RangeObject::Cells() { return At(block_.area); }
-
-RangeObject::RangePtr RangeObject::Cells(std::int32_t row, std::int32_t column) { return Item(row, column); }
-
-RangeObject::RangePtr RangeObject::Item(std::int32_t row, std::int32_t column) {
-  return At(AreaOf(std::int64_t{Row()} + row - 1, std::int64_t{Column()} + column - 1, 1, 1));
-}
-
-RangeObject::RangePtr RangeObject::Item(std::int32_t index) {
-  const Area& area = block_.area;
-  const std::int64_t offset = std::int64_t{index} - 1;
-  if (view_ == View::Rows) return At(AreaOf(Row() + offset, Column(), 1, area.Columns()), view_);
-  if (view_ == View::Columns) return At(AreaOf(Row(), Column() + offset, area.Rows(), 1), view_);
-  return At(CellByNumber(area, index));
-}
-
-RangeObject::RangePtr RangeObject::Resize(std::int32_t rows, std::int32_t columns) {
-  return At(AreaOf(Row(), Column(), rows, columns));
-}
-
-RangeObject::RangePtr RangeObject::Rows() { return At(block_.area, View::Rows); }
-RangeObject::RangePtr RangeObject::Columns() { return At(block_.area, View::Columns); }
-
-std::int32_t RangeObject::Count() {
-  if (view_ == View::Rows) return block_.area.Rows();
-  if (view_ == View::Columns) return block_.area.Columns();
-  const std::int64_t count = block_.area.Cells();
-  if (count > std::numeric_limits<std::int32_t>::max()) throw Errors::Overflow();
-  return static_cast<std::int32_t>(count);
-}
-
-std::string RangeObject::Address(bool row_absolute, bool column_absolute) {
-  return AddressText(block_.area, row_absolute, column_absolute);
 }
 
 std::shared_ptr<Worksheet> RangeObject::Worksheet() {
@@ -172,14 +134,6 @@ double RangeObject::Height() {
   });
 }
 
-RangeObject::RangePtr RangeObject::EntireColumn() {
-  return At({1, block_.area.first_column, kRows, block_.area.last_column}, View::Columns);
-}
-
-RangeObject::RangePtr RangeObject::EntireRow() {
-  return At({block_.area.first_row, 1, block_.area.last_row, kColumns}, View::Rows);
-}
-
 Variant RangeObject::ColumnWidth() {
   return Ask([&] { return DigitsOfColumns(block_); });
 }
@@ -190,8 +144,7 @@ void RangeObject::ColumnWidth(double digits) {
 }
 
 void RangeObject::AutoFit() {
-  if (view_ != View::Columns && !block_.area.IsWholeColumns())
-    throw Refused("Only columns can be fitted to texts.");
+  CheckIsForColumns();
   Change([&] { FitColumns(block_); });
 }
 
@@ -204,9 +157,7 @@ void RangeObject::ClearContents() {
 }
 
 void RangeObject::Delete(XlDeleteShiftDirection shift) {
-  if (shift != xlShiftUp) throw Refused("Cells can only move up.");
-  if (block_.area.IsWholeColumns() && !block_.area.IsWholeRows())
-    throw Refused("Whole columns have no cells below them.");
+  CheckDeletes(shift);
   Change([&] { DeleteCells(block_); });
 }
 
@@ -215,7 +166,7 @@ std::shared_ptr<host::excel::Comment> RangeObject::Comment() {
 }
 
 std::shared_ptr<host::excel::Comment> RangeObject::AddComment(std::string_view text) {
-  if (block_.area.Cells() != 1) throw Refused("A comment is laid on one cell at a time.");
+  CheckHoldsComment();
   std::shared_ptr<host::excel::Comment> comment;
   Change([&] { comment = LayComment(block_, text); });
   return comment;

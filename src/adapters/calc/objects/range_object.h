@@ -7,16 +7,13 @@
 #include <utility>
 
 #include "adapters/calc/objects/cell_block.h"
-#include "host/excel/range.h"
+#include "spreadsheet/placed_range.h"
 
 namespace mirelo::calc {
 
-class RangeObject final : public host::excel::Range {
+class RangeObject final : public spreadsheet::PlacedRange {
  public:
-  using RangePtr = std::shared_ptr<host::excel::Range>;
-  enum class View { Cells, Rows, Columns };
-
-  RangeObject(CellBlock block, View view) : block_(std::move(block)), view_(view) {}
+  RangeObject(CellBlock block, View view) : PlacedRange(view), block_(std::move(block)) {}
 
   const CellBlock& block() const { return block_; }
 
@@ -24,20 +21,6 @@ class RangeObject final : public host::excel::Range {
   void Value(const Variant& value) override;
   std::string Text() override;
 
-  RangePtr Cells() override;
-  RangePtr Cells(std::int32_t row, std::int32_t column) override;
-  RangePtr Item(std::int32_t row, std::int32_t column) override;
-  RangePtr Item(std::int32_t index) override;
-  RangePtr Resize(std::int32_t rows, std::int32_t columns) override;
-
-  std::int32_t Row() override { return block_.area.first_row; }
-  std::int32_t Column() override { return block_.area.first_column; }
-  RangePtr Rows() override;
-  RangePtr Columns() override;
-  std::int32_t Count() override;
-
-  using Range::Address;
-  std::string Address(bool row_absolute, bool column_absolute) override;
   std::shared_ptr<host::excel::Worksheet> Worksheet() override;
 
   RangePtr End(host::excel::XlDirection direction) override;
@@ -49,8 +32,6 @@ class RangeObject final : public host::excel::Range {
   double Top() override;
   double Width() override;
   double Height() override;
-  RangePtr EntireColumn() override;
-  RangePtr EntireRow() override;
   Variant ColumnWidth() override;
   void ColumnWidth(double digits) override;
   void AutoFit() override;
@@ -82,11 +63,11 @@ class RangeObject final : public host::excel::Range {
   template <class Body>
   void Change(Body&& body) const;
 
-  // Another range of the same sheet.
-  RangePtr At(const spreadsheet::Area& area, View view = View::Cells) const;
+  using PlacedRange::At;
+  RangePtr At(const spreadsheet::Area& other, View view) const override;
+  const spreadsheet::Area& area() const override { return block_.area; }
 
   CellBlock block_;
-  View view_;
 };
 
 std::shared_ptr<host::excel::Range> RangeOf(CellBlock block,

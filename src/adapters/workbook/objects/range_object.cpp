@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 #include "adapters/workbook/display/column_fit.h"
 #include "adapters/workbook/model/column_resize.h"
@@ -18,8 +17,6 @@
 #include "adapters/workbook/objects/range_value.h"
 #include "adapters/workbook/objects/worksheet_object.h"
 #include "adapters/workbook/rules.h"
-#include "spreadsheet/address.h"
-#include "spreadsheet/area_rules.h"
 #include "spreadsheet/border_object.h"
 #include "spreadsheet/column_digits.h"
 #include "spreadsheet/display/displayed_text.h"
@@ -40,8 +37,8 @@ constexpr std::array<std::int32_t, 8> kAlignments{
 
 }  // namespace
 
-RangeObject::RangePtr RangeObject::At(const Area& area, View view) const {
-  return std::make_shared<RangeObject>(CellBlock{block_.book, block_.sheet, area}, view);
+RangeObject::RangePtr RangeObject::At(const Area& other, View view) const {
+  return std::make_shared<RangeObject>(CellBlock{block_.book, block_.sheet, other}, view);
 }
 
 Variant RangeObject::Value() { return ReadValue(block_); }
@@ -53,41 +50,6 @@ std::string RangeObject::Text() {
   if (value == nullptr) return "";
   return DisplayedText(*value,
                        book->styles.Get(sheet->styles.At(area.first_row, area.first_column)).number_format);
-}
-
-RangeObject::RangePtr RangeObject::Cells() { return At(block_.area); }
-
-RangeObject::RangePtr RangeObject::Cells(std::int32_t row, std::int32_t column) { return Item(row, column); }
-
-RangeObject::RangePtr RangeObject::Item(std::int32_t row, std::int32_t column) {
-  return At(AreaOf(std::int64_t{Row()} + row - 1, std::int64_t{Column()} + column - 1, 1, 1));
-}
-
-RangeObject::RangePtr RangeObject::Item(std::int32_t index) {
-  const Area& area = block_.area;
-  const std::int64_t offset = std::int64_t{index} - 1;
-  if (view_ == View::Rows) return At(AreaOf(Row() + offset, Column(), 1, area.Columns()), view_);
-  if (view_ == View::Columns) return At(AreaOf(Row(), Column() + offset, area.Rows(), 1), view_);
-  return At(CellByNumber(area, index));
-}
-
-RangeObject::RangePtr RangeObject::Resize(std::int32_t rows, std::int32_t columns) {
-  return At(AreaOf(Row(), Column(), rows, columns));
-}
-
-RangeObject::RangePtr RangeObject::Rows() { return At(block_.area, View::Rows); }
-RangeObject::RangePtr RangeObject::Columns() { return At(block_.area, View::Columns); }
-
-std::int32_t RangeObject::Count() {
-  if (view_ == View::Rows) return block_.area.Rows();
-  if (view_ == View::Columns) return block_.area.Columns();
-  const std::int64_t count = block_.area.Cells();
-  if (count > std::numeric_limits<std::int32_t>::max()) throw Errors::Overflow();
-  return static_cast<std::int32_t>(count);
-}
-
-std::string RangeObject::Address(bool row_absolute, bool column_absolute) {
-  return AddressText(block_.area, row_absolute, column_absolute);
 }
 
 std::shared_ptr<Worksheet> RangeObject::Worksheet() {
@@ -146,14 +108,6 @@ double RangeObject::Height() {
   return HeightOfRows(*block_.sheet, block_.area.first_row, block_.area.last_row);
 }
 
-RangeObject::RangePtr RangeObject::EntireColumn() {
-  return At({1, block_.area.first_column, kRows, block_.area.last_column}, View::Columns);
-}
-
-RangeObject::RangePtr RangeObject::EntireRow() {
-  return At({block_.area.first_row, 1, block_.area.last_row, kColumns}, View::Rows);
-}
-
 Variant RangeObject::ColumnWidth() {
   const workbook::ColumnWidth& first = block_.sheet->widths.At(block_.area.first_column);
   bool are_alike = true;
@@ -172,8 +126,7 @@ void RangeObject::ColumnWidth(double digits) {
 }
 
 void RangeObject::AutoFit() {
-  if (view_ != View::Columns && !block_.area.IsWholeColumns())
-    throw Refused("Only columns can be fitted to texts.");
+  CheckIsForColumns();
   FitColumns(*block_.book, *block_.sheet, block_.area);
 }
 
@@ -187,9 +140,7 @@ void RangeObject::Clear() {
 void RangeObject::ClearContents() { block_.sheet->cells.Clear(block_.area); }
 
 void RangeObject::Delete(XlDeleteShiftDirection shift) {
-  if (shift != xlShiftUp) throw Refused("Cells can only move up.");
-  if (block_.area.IsWholeColumns() && !block_.area.IsWholeRows())
-    throw Refused("Whole columns have no cells below them.");
+  CheckDeletes(shift);
   block_.book->DeleteCells(block_.sheet, block_.area);
 }
 
@@ -201,7 +152,7 @@ std::shared_ptr<host::excel::Comment> RangeObject::Comment() {
 }
 
 std::shared_ptr<host::excel::Comment> RangeObject::AddComment(std::string_view text) {
-  if (block_.area.Cells() != 1) throw Refused("A comment is laid on one cell at a time.");
+  CheckHoldsComment();
   if (Comment() != nullptr) throw Refused("This cell has a comment already.");
   if (Utf16Length(text) > kLongestText) throw Refused("The comment is longer than 32767 characters.");
   workbook::Comment comment;
