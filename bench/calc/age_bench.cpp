@@ -58,16 +58,33 @@ DialogWishes Wishes() {
   return wishes;
 }
 
-// The machine's, with settings and a credential that are nobody's.
-libreoffice::Machine& BorrowedMachine() {
-  static libreoffice::Machine& machine = []() -> libreoffice::Machine& {
+// The machine's, with settings and a credential that are nobody's, and the desktop at which a person attends
+// to the settings dialog of each day.
+struct BorrowedMachine {
+  static BorrowedMachine& Get() {
+    static BorrowedMachine& borrowed = *new BorrowedMachine;  // as long as the office
+    return borrowed;
+  }
+
+  libreoffice::Machine& machine;
+  terminal::TextOutput printed;
+  AttendedDesktop* desktop;  // the machine's
+
+ private:
+  BorrowedMachine() : machine(Borrow()) {
+    auto attended = std::make_unique<AttendedDesktop>(printed);
+    desktop = attended.get();
+    machine.host().ShowOn(std::move(attended));
+    machine.accept_costs = [](const std::vector<std::string>&) { return true; };
+  }
+
+  static libreoffice::Machine& Borrow() {
     const std::filesystem::path folder = std::getenv("MIRELO_FOLDER");
     sodium::SodiumVault(folder).Set({.name = "MireloDemo", .secret = "demo-secret"});
     libreoffice::Machine::Borrow({.folder = folder});
     return libreoffice::Machine::Of(OfficeContext());
-  }();
-  return machine;
-}
+  }
+};
 
 // A day in a document of its own, against a stand-in of its own.
 class CalcDay {
@@ -80,10 +97,7 @@ class CalcDay {
     auto& host = machine_.host();
     host.OverrideHttpPort(server_->HttpPort());
     host.Override("SocketPort", std::to_string(server_->StreamPort()));
-    auto desktop = std::make_unique<AttendedDesktop>(printed_);
-    person_ = std::make_unique<DialogPerson>(wishes_, *desktop);
-    host.ShowOn(std::move(desktop));
-    machine_.accept_costs = [](const std::vector<std::string>&) { return true; };
+    person_ = std::make_unique<DialogPerson>(wishes_, *borrowed_.desktop);
     machine_.take_failure = [this](const std::exception_ptr& failure) {
       failure_ = failure;
       return true;
@@ -115,15 +129,15 @@ class CalcDay {
   void PressGo() {
     libreoffice::DocumentDay day(machine_, OfficeContext(), document_.Model());
     if (day.day().ShowDialog() != day::kToStream)
-      throw std::runtime_error("Go was not committed: " + printed_.Text());
+      throw std::runtime_error("Go was not committed: " + borrowed_.printed.Text());
   }
 
   const DialogWishes wishes_ = Wishes();
   const OpenDocument document_;
-  libreoffice::Machine& machine_ = BorrowedMachine();
+  BorrowedMachine& borrowed_ = BorrowedMachine::Get();
+  libreoffice::Machine& machine_ = borrowed_.machine;
   Sendings sendings_;
   std::unique_ptr<quotetracker::Server> server_;
-  terminal::TextOutput printed_;
   std::unique_ptr<DialogPerson> person_;
   std::shared_ptr<host::excel::Application> application_;
   std::exception_ptr failure_;

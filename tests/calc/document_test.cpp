@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XToolkitExperimental.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
@@ -350,6 +352,25 @@ TEST_F(HeldScreen, RefusesCellsOfASheetThatIsNotInFrontThere) {
   EXPECT_EQ(NumberOf([&] { behind->Range("B2")->Select(); }), 1004);
   behind->Select();
   EXPECT_EQ(NumberOf([&] { Cells("A1")->Select(); }), 1004);
+}
+
+TEST_F(HeldScreen, IsPaintedOnceInTheEnd) {
+  const auto model = As<css::frame::XModel>(document);
+  EXPECT_TRUE(model->hasControllersLocked());
+  Cells("A1")->Value(1.0);
+  EXPECT_TRUE(model->hasControllersLocked());
+  application->ScreenUpdating(true);
+  EXPECT_FALSE(model->hasControllersLocked());
+}
+
+TEST_F(HeldScreen, IsPaintedAgainWhenTheOfficeHandlesItsEvents) {
+  Reference<css::awt::XToolkitExperimental>(css::awt::Toolkit::create(LiveOffice::Get().Context()),
+                                            css::uno::UNO_QUERY_THROW)
+      ->processEventsToIdle();
+  EXPECT_FALSE(As<css::frame::XModel>(document)->hasControllersLocked());
+  EXPECT_FALSE(application->ScreenUpdating());
+  application->ScreenUpdating(true);
+  EXPECT_FALSE(As<css::frame::XModel>(document)->hasControllersLocked());
 }
 
 class WrittenBlocks : public OpenDocument {};

@@ -57,14 +57,17 @@ std::vector<std::shared_ptr<DrawnChart>> DocumentCharts::On(DocumentSheet& sheet
 
 std::shared_ptr<DrawnChart> DocumentCharts::Find(DocumentSheet& sheet,
                                                  const Reference<css::drawing::XShape>& shape) {
+  const auto known = std::ranges::find_if(drawn_, [&](const auto& chart) {
+    return &chart->sheet() == &sheet && chart->shape().get() == shape.get();
+  });
+  if (known != drawn_.end()) return *known;
   const rtl::OUString object = ObjectOf(sheet, shape);
   return object.isEmpty() ? nullptr : Known(sheet, object, shape);
 }
 
 rtl::OUString DocumentCharts::ObjectOf(DocumentSheet& sheet,
                                        const Reference<css::drawing::XShape>& shape) const {
-  const auto known = IfAs<css::beans::XPropertySet>(shape);
-  if (!known.is() || !known->getPropertySetInfo()->hasPropertyByName("PersistName")) return {};
+  if (shape->getShapeType() != "com.sun.star.drawing.OLE2Shape") return {};
   rtl::OUString object = Properties(shape).Get("PersistName", rtl::OUString());
   const auto charts = As<css::container::XNameAccess>(TableChartsOf(sheet));
   return charts->hasByName(object) ? object : rtl::OUString();

@@ -55,7 +55,7 @@ void DrawnChart::Open() {
 
 bool DrawnChart::IsThere() const {
   try {
-    return ChartsIn(sheet_)->hasByName(object_);
+    return sheet_.Holds(office_.shape);
   } catch (const RuntimeError&) {  // its sheet was deleted
     return false;
   }

@@ -69,8 +69,10 @@ void ApplicationObject::ScreenUpdating(bool on) {
       document_->Front().LetGo();
     } else {
       document_->Front().Hold();
+      document_->Pause().emplace(document_->OfficeContext(), document_->Model());
     }
     DrawCharts(*document_, on);
+    if (on) document_->Pause().reset();
   });
 }
 

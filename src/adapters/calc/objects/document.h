@@ -10,6 +10,7 @@
 #include <com/sun/star/util/XCloseListener.hpp>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,7 @@
 
 #include "adapters/calc/objects/errors.h"
 #include "adapters/calc/objects/interfaces.h"
+#include "adapters/calc/objects/paint_pause.h"
 
 namespace mirelo::calc {
 
@@ -76,6 +78,8 @@ class Document : public std::enable_shared_from_this<Document> {
 
   NumberFormats& Formats() { return *formats_; }
   calc::Front& Front() { return *front_; }
+  // While somebody holds the screen still.
+  std::optional<PaintPause>& Pause() { return pause_; }
   // What is kept of its charts; null at first.
   std::shared_ptr<DocumentCharts>& Charts() { return charts_; }
 
@@ -104,6 +108,7 @@ class Document : public std::enable_shared_from_this<Document> {
   std::vector<std::unique_ptr<DocumentSheet>> known_;
   std::unique_ptr<NumberFormats> formats_;
   std::unique_ptr<calc::Front> front_;
+  std::optional<PaintPause> pause_;
   std::shared_ptr<DocumentCharts> charts_;
 };
 

@@ -1,10 +1,9 @@
 #include "adapters/calc/objects/document_sheet.h"
 
+#include <com/sun/star/container/XChild.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
-#include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
-#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
@@ -25,40 +24,48 @@ Reference<css::drawing::XDrawPage> PageOf(const Reference<css::sheet::XSpreadshe
 
 DocumentSheet::DocumentSheet(Document& document, const Reference<css::sheet::XSpreadsheet>& uno,
                              const Reference<css::drawing::XDrawPage>& page)
-    : document_(document),
-      page_(page),
-      uno_(uno),
-      properties_(As<css::beans::XPropertySet>(uno)),
-      mark_(Mark()),
-      name_(TextOf(As<css::container::XNamed>(uno)->getName())) {}
+    : document_(document), page_(page) {
+  Take(uno);
+}
 
 const Reference<css::sheet::XSpreadsheet>& DocumentSheet::Get() {
-  if (Mark() != mark_ || mark_.empty()) LookUp();
+  if (!mark_ || MarkNow() != mark_) LookUp();
   return uno_;
 }
 
-std::string DocumentSheet::Mark() const {
+bool DocumentSheet::Holds(const Reference<css::drawing::XShape>& shape) {
+  Get();
+  return As<css::container::XChild>(shape)->getParent() == page_;
+}
+
+// Address and name are answered as before by an object that has lost all its cells; its properties are
+// refused.
+std::optional<DocumentSheet::Mark> DocumentSheet::MarkNow() const {
+  static const rtl::OUString any("IsVisible");
   try {
-    rtl::OUString mark;
-    properties_->getPropertyValue("AbsoluteName") >>= mark;
-    return TextOf(mark);
+    properties_->getPropertyValue(any);
+    return Mark{named_->getName(), addressed_->getRangeAddress()};
   } catch (const css::lang::DisposedException&) {
     throw;
-  } catch (const css::uno::Exception&) {  // all its rows were taken out at once
-    return "";
+  } catch (const css::uno::Exception&) {
+    return std::nullopt;
   }
+}
+
+void DocumentSheet::Take(const Reference<css::sheet::XSpreadsheet>& uno) {
+  uno_ = uno;
+  properties_ = As<css::beans::XPropertySet>(uno);
+  named_ = As<css::container::XNamed>(uno);
+  addressed_ = As<css::sheet::XCellRangeAddressable>(uno);
+  mark_ = MarkNow();
+  name_ = TextOf(named_->getName());
 }
 
 void DocumentSheet::LookUp() {
   const auto tabs = As<css::container::XIndexAccess>(document_.uno()->getSheets());
   for (sal_Int32 i = 0; i < tabs->getCount(); ++i) {
     const auto tab = As<css::sheet::XSpreadsheet>(tabs->getByIndex(i));
-    if (PageOf(tab) != page_) continue;
-    uno_ = tab;
-    properties_ = As<css::beans::XPropertySet>(tab);
-    mark_ = Mark();
-    name_ = TextOf(As<css::container::XNamed>(tab)->getName());
-    return;
+    if (PageOf(tab) == page_) return Take(tab);
   }
   throw SheetGone(name_);
 }
@@ -75,11 +82,12 @@ void DocumentSheet::Rename(std::string_view name) {
     const UndoAside aside(document_.Steps());
     named->setName(OfficeText(name));
   }
-  mark_.clear();
+  mark_.reset();
 }
 
 std::int32_t DocumentSheet::Index() {
-  return As<css::sheet::XCellRangeAddressable>(Get())->getRangeAddress().Sheet + 1;
+  Get();
+  return addressed_->getRangeAddress().Sheet + 1;
 }
 
 bool DocumentSheet::IsHidden() { return !Properties(Get()).Get("IsVisible", true); }

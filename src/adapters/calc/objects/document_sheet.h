@@ -1,9 +1,15 @@
 #pragma once
 
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/drawing/XDrawPage.hpp>
+#include <com/sun/star/drawing/XShape.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/table/CellRangeAddress.hpp>
 #include <cstdint>
+#include <optional>
+#include <rtl/ustring.hxx>
 #include <string>
 #include <string_view>
 
@@ -33,6 +39,8 @@ class DocumentSheet {
   // The sheet as it is now, good for this call alone. Error 1004 when it was deleted.
   const Reference<css::sheet::XSpreadsheet>& Get();
   const Reference<css::drawing::XDrawPage>& Page() const { return page_; }
+  // Whether a drawing lies on it by itself, in no group of drawings. Error 1004 when the sheet was deleted.
+  bool Holds(const Reference<css::drawing::XShape>& shape);
 
   std::string Name();
   // What Sheet::Name allows; error 1004 otherwise.
@@ -44,14 +52,26 @@ class DocumentSheet {
   bool IsProtected();
 
  private:
-  std::string Mark() const;
+  // What tells at little cost, since it is asked for in front of each call, whether the office's object
+  // stands for the same sheet, and for all of it.
+  struct Mark {
+    rtl::OUString name;
+    css::table::CellRangeAddress cells;
+    bool operator==(const Mark&) const = default;
+  };
+
+  // Nothing where the object stands for no cells any more: all its rows were taken out at once.
+  std::optional<Mark> MarkNow() const;
+  void Take(const Reference<css::sheet::XSpreadsheet>& uno);
   void LookUp();
 
   Document& document_;
   const Reference<css::drawing::XDrawPage> page_;
   Reference<css::sheet::XSpreadsheet> uno_;
   Reference<css::beans::XPropertySet> properties_;
-  std::string mark_;  // its name and size, as the office writes them
+  Reference<css::container::XNamed> named_;
+  Reference<css::sheet::XCellRangeAddressable> addressed_;
+  std::optional<Mark> mark_;  // of the last look
   std::string name_;
 };
 

@@ -28,10 +28,10 @@ Area AreaOfAddress(const CellRangeAddress& address) {
   return {address.StartRow + 1, address.StartColumn + 1, address.EndRow + 1, address.EndColumn + 1};
 }
 
-bool AreFormatted(const Any& cells) {
+bool IsFormatted(const Reference<css::table::XCell>& cell) {
   css::uno::Sequence<rtl::OUString> names(static_cast<sal_Int32>(kCellFormats.size()));
   std::ranges::transform(kCellFormats, names.getArray(), [](const char* name) { return OfficeText(name); });
-  const auto states = As<css::beans::XPropertyState>(cells)->getPropertyStates(names);
+  const auto states = As<css::beans::XPropertyState>(cell)->getPropertyStates(names);
   return std::any_of(states.begin(), states.end(), [](css::beans::PropertyState state) {
     return state != css::beans::PropertyState_DEFAULT_VALUE;
   });
@@ -127,9 +127,13 @@ Area UsedOrFormattedArea(DocumentSheet& sheet) {
   const auto formats = As<css::container::XIndexAccess>(
       As<css::sheet::XUniqueCellFormatRangesSupplier>(sheet.Get())->getUniqueCellFormatRanges());
   for (sal_Int32 i = 0; i < formats->getCount(); ++i) {
-    const Any alike = formats->getByIndex(i);
-    if (!AreFormatted(alike)) continue;
-    for (const CellRangeAddress& range : As<css::sheet::XSheetCellRanges>(alike)->getRangeAddresses()) {
+    const auto alike = As<css::sheet::XSheetCellRanges>(formats->getByIndex(i))->getRangeAddresses();
+    if (!alike.hasElements()) continue;
+    // Whether all of them are formatted is told by one, and asking them together takes as long as a sheet is
+    // wide.
+    const CellRangeAddress& first = alike[0];
+    if (!IsFormatted(sheet.Get()->getCellByPosition(first.StartColumn, first.StartRow))) continue;
+    for (const CellRangeAddress& range : alike) {
       const Area area = AreaOfAddress(range);
       if (area.last_row == kRows) continue;  // a format of its columns
       used.last_row = std::max(used.last_row, area.last_row);
