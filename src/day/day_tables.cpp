@@ -7,6 +7,7 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/cMirelo.h"
+#include "day/meanwhile.h"
 #include "day/quote_trail.h"
 #include "host/excel/application.h"
 #include "host/excel/worksheet.h"
@@ -136,8 +137,8 @@ void DayTables::Cut(std::size_t ticker, QuoteRow& row) {
     if (!IsTooLong(row[c].text())) continue;
     row[c] = ReadValue(ReadingOf(Columns()[c]), std::string(Left(row[c].text(), kLongestText)));
     if (!cuts_.emplace(ticker, c).second) continue;
-    untold_cuts_.push_back(Tickers()[ticker] + ": " + Columns()[c] + " is too long for a cell; cut to " +
-                           std::to_string(kLongestText) + " characters");
+    untold_.push_back(Tickers()[ticker] + ": " + Columns()[c] + " is too long for a cell; cut to " +
+                      std::to_string(kLongestText) + " characters");
   }
 }
 
@@ -170,6 +171,7 @@ bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
 }
 
 std::int64_t DayTables::Write() {
+  const Meanwhile writing(is_writing_);  // charts are painted at the end of the next one
   const StillScreen still(application_);
   try {
     WriteCells();
@@ -187,11 +189,30 @@ std::int64_t DayTables::Write() {
 }
 
 void DayTables::WriteCells() {
+  if (looks_again_) FindTables();
   table_.Write(Rows(), buffer_);
   for (const std::size_t ticker : touched_) {
     if (!histories_[ticker]->Write(buffer_)) ++full_sheets_;
   }
-  charts_.Update(touched_);
+  // The classes update charts by the places where Go has put the rows.
+  std::vector<std::size_t> charted;
+  for (const std::size_t ticker : touched_) {
+    if (histories_[ticker]->IsAsBuilt()) charted.push_back(ticker);
+  }
+  charts_.Update(charted);
+}
+
+// Histories when they have something to write.
+void DayTables::FindTables() {
+  std::vector<bool> before;
+  for (std::size_t ticker = 0; ticker < Tickers().size(); ++ticker) before.push_back(table_.HasRow(ticker));
+  table_.LookAgain();
+  looks_again_ = false;
+  for (std::size_t ticker = 0; ticker < Tickers().size(); ++ticker) {
+    if (before[ticker] && !table_.HasRow(ticker))
+      untold_.push_back("The quote table has no row of " + Tickers()[ticker] + " any more");
+    if (histories_[ticker]) histories_[ticker]->LookAgain();
+  }
 }
 
 // Of quotes that were written together the newest is in the table.

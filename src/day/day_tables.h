@@ -62,15 +62,20 @@ class DayTables {
   // then history gets no row, which the result tells. Texts that are too long for cells are cut.
   bool Take(std::size_t ticker, QuoteRow row);
 
+  // Somebody else has changed the workbook, or may have: the next Write looks where the tables stand now.
+  // Changes that come of a Write are none of these.
+  void LookAgain() { looks_again_ = looks_again_ || !is_writing_; }
+
   // Whether quotes were taken that are not written.
   bool HasNews() const { return unwritten_ > 0; }
-  // Writes what was taken. The result is how many quotes that were.
+  // Writes what was taken. The result is how many quotes that were. Error 9 where the quote table is gone.
   std::int64_t Write();
   // Fits the widths of the quote table's columns to what they hold.
   void Fit() { table_.Fit(); }
 
-  // What was cut since the last call: a sentence for each ticker and column, once.
-  std::vector<std::string> TellCuts() { return std::exchange(untold_cuts_, {}); }
+  // What does not reach the cells as it came, since the last call: a sentence for each ticker and column that
+  // was cut, once, and one for a row that is gone.
+  std::vector<std::string> TellLosses() { return std::exchange(untold_, {}); }
   // Whether any history has charts, and why they stand still; empty while they follow.
   bool HasCharts() const { return !charts_.IsEmpty(); }
   const std::string& ChartFailure() const { return charts_.Failure(); }
@@ -80,6 +85,7 @@ class DayTables {
  private:
   void Cut(std::size_t ticker, QuoteRow& row);
   void Note(std::size_t ticker);
+  void FindTables();
   void WriteCells();
   bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
 
@@ -93,7 +99,9 @@ class DayTables {
   std::vector<std::size_t> touched_;  // of them, those with rows to write
   std::int64_t unwritten_ = 0;
   std::set<std::pair<std::size_t, std::size_t>> cuts_;  // numbers of ticker and column
-  std::vector<std::string> untold_cuts_;
+  std::vector<std::string> untold_;
+  bool looks_again_ = false;
+  bool is_writing_ = false;
   int full_sheets_ = 0;
 
   // A ticker on the trail: what came of it since the last Write.

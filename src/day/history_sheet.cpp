@@ -21,7 +21,7 @@ namespace excel = host::excel;
 
 namespace {
 
-constexpr std::int32_t kFieldRow = 2;
+constexpr std::int32_t kRowsAtOnce = 1000;
 constexpr std::int32_t kMostDigits = std::numeric_limits<double>::max_exponent10 + 1;
 
 std::shared_ptr<excel::Worksheet> FindSheet(excel::Application& application, const std::string& name) {
@@ -59,40 +59,78 @@ std::optional<HistorySheet> HistorySheet::Find(excel::Application& application, 
 
 HistorySheet::HistorySheet(std::shared_ptr<excel::Worksheet> sheet, const std::vector<std::string>& columns,
                            std::int32_t limit)
-    : sheet_(std::move(sheet)),
-      limit_(std::max(limit, 0)),
-      most_rows_(sheet_->Rows()->Count() - kFirstHistoryRow + 1) {
+    : sheet_(std::move(sheet)), limit_(std::max(limit, 0)), sheet_rows_(sheet_->Rows()->Count()) {
   for (std::int32_t column = 1;; ++column) {
     const std::string field = TextOf(*sheet_->Cells(kFieldRow, column));
     if (field.empty()) break;
     fields_.push_back(field);
     sources_.push_back(IndexOf(columns, field));
   }
+  captions_ = CaptionsFromTheLeft(kFieldRow, fields_.size());
+  runs_ = captions_.Runs(0);
   if (!fields_.empty()) ReadHistory();
+}
+
+// For the cells of those fields that stand on the sheet, in blocks from the left.
+template <class Visit>
+void HistorySheet::ForEachBlock(std::int32_t row, std::int32_t height, Visit&& visit) const {
+  for (const CaptionRow::Run& run : runs_)
+    visit(*sheet_->Cells(row, run.column)->Resize(height, static_cast<std::int32_t>(run.count)), run);
 }
 
 // What was written before goes on. Its last row is that of the last cell in use, as far as all fields are
 // empty below it.
 void HistorySheet::ReadHistory() {
-  const auto width = static_cast<std::int32_t>(fields_.size());
-  const std::int32_t last = sheet_->Cells(1, 1)->SpecialCells(excel::xlCellTypeLastCell)->Row();
-  if (last < kFirstHistoryRow) return;
-  const Variant block =
-      sheet_->Cells(kFirstHistoryRow, 1)->Resize(last - kFirstHistoryRow + 1, width)->Value();
-  const auto cell = [&](std::int32_t r, std::int32_t c) {
-    const Variant& value = block.IsArray() ? block.AsArray()(r, c) : block;
-    return value.IsText() ? Variant(std::string("'").append(value.ToText()))
-                          : value;  // it goes back as it is
-  };
-  for (std::int32_t r = last - kFirstHistoryRow + 1; r >= 1 && row_count_ == 0; --r) {
-    for (std::int32_t c = 1; c <= width; ++c) {
-      if (!cell(r, c).IsEmpty()) row_count_ = r;
+  row_count_ = 0;
+  const auto width = static_cast<std::ptrdiff_t>(fields_.size());
+  const auto is_filled = [](const Variant& cell) { return !cell.IsEmpty(); };
+  std::int32_t last = sheet_->Cells(1, 1)->SpecialCells(excel::xlCellTypeLastCell)->Row();
+  while (last >= FirstRow() && row_count_ == 0) {
+    const std::int32_t first = std::max(FirstRow(), last - kRowsAtOnce + 1);
+    const std::deque<Variant> cells = ReadRows(first, last - first + 1);
+    if (const auto filled = std::find_if(cells.rbegin(), cells.rend(), is_filled); filled != cells.rend())
+      row_count_ = first - FirstRow() + 1 + static_cast<std::int32_t>((cells.rend() - filled - 1) / width);
+    last = first - 1;
+  }
+  if (limit_ > 0 && row_count_ > 0) cells_ = ReadRows(FirstRow(), row_count_);
+}
+
+// Row after row. Texts as they go back unchanged.
+std::deque<Variant> HistorySheet::ReadRows(std::int32_t row, std::int32_t height) const {
+  std::deque<Variant> cells(static_cast<std::size_t>(height) * fields_.size());
+  ForEachBlock(row, height, [&](excel::Range& range, const CaptionRow::Run& run) {
+    const Variant block = range.Value();
+    for (std::size_t r = 0; r < static_cast<std::size_t>(height); ++r) {
+      for (std::size_t c = 0; c < run.count; ++c) {
+        const Variant& value = block.IsArray() ? block.AsArray()(static_cast<std::int32_t>(r) + 1,
+                                                                 static_cast<std::int32_t>(c) + 1)
+                                               : block;
+        cells[r * fields_.size() + run.first + c] =
+            value.IsText() ? Variant(std::string("'").append(value.ToText())) : value;
+      }
     }
-  }
-  if (limit_ == 0) return;
-  for (std::int32_t r = 1; r <= row_count_; ++r) {
-    for (std::int32_t c = 1; c <= width; ++c) cells_.push_back(cell(r, c));
-  }
+  });
+  return cells;
+}
+
+// Most of what people do is done elsewhere, so the whole history is read only where its foot has moved.
+void HistorySheet::FindHistory() {
+  looks_again_ = false;
+  CaptionRow found = FindCaptions(*sheet_, fields_, captions_);
+  if (found == captions_ && EndsWhereItDid()) return;
+  captions_ = std::move(found);
+  runs_ = captions_.Runs(0);
+  DropRows(0, KeptRows() - waiting_);
+  const std::deque<Variant> waiting = std::exchange(cells_, {});
+  if (captions_.row > 0) ReadHistory();
+  cells_.insert(cells_.end(), waiting.begin(), waiting.end());
+}
+
+bool HistorySheet::EndsWhereItDid() const {
+  const auto is_empty = [](const Variant& cell) { return cell.IsEmpty(); };
+  const std::int32_t behind = FirstRow() + row_count_;
+  if (behind <= sheet_rows_ && !std::ranges::all_of(ReadRows(behind, 1), is_empty)) return false;
+  return row_count_ == 0 || !std::ranges::all_of(ReadRows(behind - 1, 1), is_empty);
 }
 
 void HistorySheet::Append(const QuoteRow& row) {
@@ -111,9 +149,11 @@ void HistorySheet::Append(const QuoteRow& row) {
 
 std::string HistorySheet::CellsWritten() const {
   if (written_height_ == 0) return {};
-  const auto width = static_cast<std::int32_t>(fields_.size());
-  const auto block = sheet_->Cells(written_row_, 1)->Resize(written_height_, width);
-  return sheet_->Name() + "!" + block->Address(false, false);
+  std::vector<std::string> blocks;
+  ForEachBlock(written_row_, written_height_, [&](excel::Range& block, const CaptionRow::Run&) {
+    blocks.push_back(sheet_->Name() + "!" + block.Address(false, false));
+  });
+  return Join(blocks, ", ");
 }
 
 void HistorySheet::DropRows(std::size_t first, std::size_t count) {
@@ -125,28 +165,34 @@ bool HistorySheet::Write(CellBuffer& buffer) {
   written_height_ = 0;
   rows_lost_ = std::exchange(dropped_, 0);
   if (waiting_ == 0) return true;
+  if (looks_again_) FindHistory();
+  if (runs_.empty()) {
+    const std::size_t lost = std::exchange(waiting_, 0);
+    DropRows(KeptRows() - lost, lost);
+    rows_lost_ += lost;
+    return true;
+  }
   bool fits = true;
   if (limit_ == 0) {
-    const std::int32_t room = most_rows_ - row_count_;
+    const std::int32_t room = sheet_rows_ - FirstRow() + 1 - row_count_;
     fits = waiting_ <= static_cast<std::size_t>(room);
     if (!fits) {
       rows_lost_ = waiting_ - static_cast<std::size_t>(room);
       DropRows(static_cast<std::size_t>(room), rows_lost_);
     }
-    WriteFrom(kFirstHistoryRow + row_count_, 0, buffer);
+    WriteFrom(FirstRow() + row_count_, 0, buffer);
     row_count_ += static_cast<std::int32_t>(KeptRows());
     cells_.clear();
   } else if (KeptRows() <= static_cast<std::size_t>(limit_)) {
-    WriteFrom(kFirstHistoryRow + row_count_, KeptRows() - waiting_, buffer);
+    WriteFrom(FirstRow() + row_count_, KeptRows() - waiting_, buffer);
     row_count_ = static_cast<std::int32_t>(KeptRows());
   } else {
     // The formats stay where they are, so the values move up past them.
     DropRows(0, KeptRows() - static_cast<std::size_t>(limit_));
-    WriteFrom(kFirstHistoryRow, 0, buffer);
+    WriteFrom(FirstRow(), 0, buffer);
     if (row_count_ > limit_) {
-      sheet_->Cells(kFirstHistoryRow + limit_, 1)
-          ->Resize(row_count_ - limit_, static_cast<std::int32_t>(fields_.size()))
-          ->ClearContents();
+      ForEachBlock(FirstRow() + limit_, row_count_ - limit_,
+                   [](excel::Range& rows, const CaptionRow::Run&) { rows.ClearContents(); });
     }
     row_count_ = limit_;
   }
@@ -157,21 +203,25 @@ bool HistorySheet::Write(CellBuffer& buffer) {
 void HistorySheet::WriteFrom(std::int32_t row, std::size_t first, CellBuffer& buffer) {
   if (first >= KeptRows()) return;
   const auto height = static_cast<std::int32_t>(KeptRows() - first);
-  const auto width = static_cast<std::int32_t>(fields_.size());
-  VariantArray& block = buffer.Renew(height, width);
-  auto cell = cells_.begin() + static_cast<std::ptrdiff_t>(first * fields_.size());
-  for (std::int32_t r = 1; r <= height; ++r) {
-    for (std::int32_t c = 1; c <= width; ++c, ++cell) {
-      if (limit_ == 0) {
-        block(r, c) = std::move(*cell);  // it is not kept
-      } else {
-        block(r, c) = *cell;
+  ForEachBlock(row, height, [&](excel::Range& range, const CaptionRow::Run& run) {
+    const auto width = static_cast<std::int32_t>(run.count);
+    VariantArray& block = buffer.Renew(height, width);
+    auto begin = cells_.begin() + static_cast<std::ptrdiff_t>(first * fields_.size() + run.first);
+    for (std::int32_t r = 1; r <= height; ++r) {
+      for (std::int32_t c = 1; c <= width; ++c) {
+        Variant& cell = begin[c - 1];
+        if (limit_ == 0) {
+          block(r, c) = std::move(cell);  // it is not kept
+        } else {
+          block(r, c) = cell;
+        }
       }
+      if (r < height) begin += static_cast<std::ptrdiff_t>(fields_.size());
     }
-  }
+    range.Value(buffer.Block());
+  });
   written_row_ = row;
   written_height_ = height;
-  sheet_->Cells(row, 1)->Resize(height, width)->Value(buffer.Block());
   if (std::exchange(is_too_narrow_, false)) Widen(row, height);
 }
 
@@ -191,22 +241,24 @@ void HistorySheet::NoteLength(std::size_t field, const QuoteValue& value) {
 }
 
 void HistorySheet::Widen(std::int32_t row, std::int32_t height) {
-  if (!std::exchange(is_header_fitted_, true)) FitToRows(kFieldRow, 1);
+  if (!std::exchange(is_header_fitted_, true)) FitToRows(captions_.row, 1);
   FitToRows(row, height);
 }
 
 // Columns that are wide enough stay as they are: the person may have made them so.
 void HistorySheet::FitToRows(std::int32_t row, std::int32_t height) {
-  const auto width = static_cast<std::int32_t>(fields_.size());
-  std::vector<double> before;
-  for (std::int32_t column = 1; column <= width; ++column)
-    before.push_back(sheet_->Cells(1, column)->ColumnWidth().ToDouble());
-  sheet_->Cells(row, 1)->Resize(height, width)->Columns()->AutoFit();
-  for (std::int32_t column = 1; column <= width; ++column) {
-    const auto cell = sheet_->Cells(1, column);
-    const double least = before[static_cast<std::size_t>(column) - 1];
-    if (cell->ColumnWidth().ToDouble() < least) cell->ColumnWidth(least);
-  }
+  ForEachBlock(row, height, [&](excel::Range& cells, const CaptionRow::Run& run) {
+    const std::int32_t end = run.column + static_cast<std::int32_t>(run.count);
+    std::vector<double> before;
+    for (std::int32_t column = run.column; column < end; ++column)
+      before.push_back(sheet_->Cells(1, column)->ColumnWidth().ToDouble());
+    cells.Columns()->AutoFit();
+    for (std::int32_t column = run.column; column < end; ++column) {
+      const auto cell = sheet_->Cells(1, column);
+      const double least = before[static_cast<std::size_t>(column - run.column)];
+      if (cell->ColumnWidth().ToDouble() < least) cell->ColumnWidth(least);
+    }
+  });
 }
 
 }  // namespace mirelo::day

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "automation/variant.h"
+#include "day/caption_row.h"
 #include "day/quote_rows.h"
 
 namespace mirelo::host::excel {
@@ -32,6 +33,12 @@ class HistorySheet {
 
   const std::shared_ptr<host::excel::Worksheet>& Sheet() const { return sheet_; }
 
+  // Somebody else has changed the workbook: the next Write looks where captions and rows stand. A field that
+  // has lost its caption gets nothing until that is back.
+  void LookAgain() { looks_again_ = true; }
+  // Whether the captions stand where Go has put them.
+  bool IsAsBuilt() const { return captions_ == CaptionsFromTheLeft(kFieldRow, fields_.size()); }
+
   // Notes a row that is to be written.
   void Append(const QuoteRow& row);
   bool HasNews() const { return waiting_ > 0; }
@@ -48,9 +55,17 @@ class HistorySheet {
   bool IsLimited() const { return limit_ > 0; }
 
  private:
+  static constexpr std::int32_t kFieldRow = 2;
+
   HistorySheet(std::shared_ptr<host::excel::Worksheet> sheet, const std::vector<std::string>& columns,
                std::int32_t limit);
   void ReadHistory();
+  std::deque<Variant> ReadRows(std::int32_t row, std::int32_t height) const;
+  void FindHistory();
+  bool EndsWhereItDid() const;
+  template <class Visit>
+  void ForEachBlock(std::int32_t row, std::int32_t height, Visit&& visit) const;
+  std::int32_t FirstRow() const { return captions_.row + 1; }
   std::size_t KeptRows() const { return cells_.size() / fields_.size(); }
   void DropRows(std::size_t first, std::size_t count);
   void WriteFrom(std::int32_t row, std::size_t first, CellBuffer& buffer);
@@ -60,10 +75,13 @@ class HistorySheet {
 
   std::shared_ptr<host::excel::Worksheet> sheet_;
   std::vector<std::string> fields_;
+  CaptionRow captions_;                // of the fields
+  std::vector<CaptionRow::Run> runs_;  // all that stand there
+  bool looks_again_ = false;
   std::vector<std::size_t> sources_;  // the column that a field is taken from; past the last for none
   std::int32_t limit_;
-  std::int32_t most_rows_;      // that the sheet has room for
-  std::int32_t row_count_ = 0;  // on the sheet
+  std::int32_t sheet_rows_;
+  std::int32_t row_count_ = 0;  // of history on the sheet
   // Row after row, each with a cell for each field. With a limit all rows, of which the last `waiting_` are
   // not on the sheet yet; without one those alone.
   std::deque<Variant> cells_;

@@ -10,6 +10,7 @@
 #include "core/cMirelo.h"
 #include "core/cQTDatas.h"
 #include "core/status_run_query.h"
+#include "day/meanwhile.h"
 #include "day/quote_board.h"
 #include "day/quote_trail.h"
 #include "snapshot/column_vocabulary.h"
@@ -43,18 +44,6 @@ bool IsOfNothing(const cQTData& quote) {
     return streamed.quantity == nullptr || (quote.*streamed.quantity)() == 0;
   });
 }
-
-// Sets a flag until the end of a block, however that ends.
-class Meanwhile {
- public:
-  explicit Meanwhile(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Meanwhile() { flag_ = false; }
-  Meanwhile(const Meanwhile&) = delete;
-  Meanwhile& operator=(const Meanwhile&) = delete;
-
- private:
-  bool& flag_;
-};
 
 constexpr StreamFeed::Pause kSweepPause{2};
 

@@ -190,7 +190,7 @@ void WorkingDay::Write() {
   written_ += tables_->Write();
   const std::chrono::duration<double> worked(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
   next_write_ = Clock::now() + std::chrono::ceil<Clock::duration>(kPauseForWriting * worked);
-  for (const std::string& cut : tables_->TellCuts()) Status.Raise(cut);
+  for (const std::string& loss : tables_->TellLosses()) Status.Raise(loss);
   if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
     Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");
   }

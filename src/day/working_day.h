@@ -98,6 +98,10 @@ class WorkingDay {
   void Fit() {
     if (tables_) tables_->Fit();
   }
+  // Somebody else has changed the workbook: quotes go where its tables stand now.
+  void LookAgain() {
+    if (tables_) tables_->LookAgain();
+  }
   // Counts the quotes that came, for a status line.
   Pulse& Came() { return came_; }
   const Pulse& Came() const { return came_; }

@@ -2,6 +2,8 @@
 
 #include <com/sun/star/frame/XTitle.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/util/XModifyBroadcaster.hpp>
+#include <cppuhelper/implbase1.hxx>
 #include <utility>
 
 #include "adapters/calc/objects/spreadsheet_program.h"
@@ -25,6 +27,22 @@ Reference<css::sheet::XSpreadsheetDocument> SpreadsheetIn(const DocumentDay::Doc
 
 }  // namespace
 
+// Hears whatever is changed in the document: by a person, by macros, and by the day itself.
+class DocumentDay::Changes final : public cppu::WeakImplHelper1<css::util::XModifyListener> {
+ public:
+  explicit Changes(day::WorkingDay& day) : day_(&day) {}
+
+  void Leave() { day_ = nullptr; }
+
+  void SAL_CALL modified(const css::lang::EventObject&) override {
+    if (day_ != nullptr) day_->LookAgain();
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override { Leave(); }
+
+ private:
+  day::WorkingDay* day_;
+};
+
 DocumentDay::DocumentDay(Machine& machine, const Context& context, Document document)
     : machine_(machine),
       document_(std::move(document)),
@@ -33,10 +51,21 @@ DocumentDay::DocumentDay(Machine& machine, const Context& context, Document docu
                                [closing = closing_] { closing->Raise(); })) {
   day_.Status.Subscribe([this](const std::string& text) { told_ = text; });
   day_.Wrote.Subscribe([this] { OnWrote(); });
+  changes_ = new Changes(day_);
+  Reference<css::util::XModifyBroadcaster>(document_, css::uno::UNO_QUERY_THROW)->addModifyListener(changes_);
   told_by_machine_ = machine_.Told.Subscribe([this](const std::string& text) { told_ = text; });
 }
 
-DocumentDay::~DocumentDay() { machine_.Told.Unsubscribe(told_by_machine_); }
+DocumentDay::~DocumentDay() {
+  machine_.Told.Unsubscribe(told_by_machine_);
+  if (!changes_.is()) return;
+  static_cast<Changes&>(*changes_).Leave();
+  try {
+    Reference<css::util::XModifyBroadcaster>(document_, css::uno::UNO_QUERY_THROW)
+        ->removeModifyListener(changes_);
+  } catch (const css::uno::RuntimeException&) {  // it was closed
+  }
+}
 
 void DocumentDay::Start() {
   day_.TakeSettings();

@@ -2,6 +2,7 @@
 
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <com/sun/star/util/XModifyListener.hpp>
 #include <memory>
 #include <string>
 
@@ -37,6 +38,8 @@ class DocumentDay {
   Event<>& Closing() { return *closing_; }
 
  private:
+  class Changes;
+
   void OnWrote();
 
   Machine& machine_;
@@ -45,6 +48,7 @@ class DocumentDay {
   day::WorkingDay day_;
   std::string told_;
   bool is_fitted_ = false;
+  css::uno::Reference<css::util::XModifyListener> changes_;
   Event<const std::string&>::Cookie told_by_machine_ = 0;
 };
 
