@@ -1,0 +1,102 @@
+"""A day in an open document of LibreOffice whose tables are moved, sorted, merged, filtered and hidden meanwhile."""
+
+import os
+import pathlib
+import tempfile
+import unittest
+
+from office import Office
+from support import BUILD, StandIn, run
+
+HERE = pathlib.Path(__file__).parent
+HEAD = "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,52w Low,52w High"
+SECONDS = 4000
+SPEED = 20
+ALL = sorted(f"{ticker}.{caption}" for ticker in ("MSFT", "IBM") for caption in ("Last", "Bid", "Ask"))
+
+
+def write_day(file):
+    """Quotes whose whole parts say whose prices they are."""
+    lines = [HEAD]
+    for second in range(SECONDS):
+        cents = second % 97 / 100
+        time = f"{9 + second // 3600:02}:{second // 60 % 60:02}:{second % 60:02}"
+        for ticker, base in (("MSFT", 0), ("IBM", 100)):
+            last, bid, ask = (f"{base + whole + cents:.2f}" for whole in (10, 20, 30))
+            lines.append(f"{ticker},01/20/2011,{time},{last},{bid},{ask},0.1,U,{second + 1},99,1,1,1,1,1,1,5,1,200")
+    file.write_text("\n".join(lines) + "\n")
+
+
+class Edits(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        home = tempfile.TemporaryDirectory(prefix="mirelo-")
+        cls.addClassCleanup(home.cleanup)
+        folder = pathlib.Path(home.name)
+        environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
+        write_day(folder / "day.csv")
+        office = Office(folder, environment)
+        office.install(BUILD / "mirelo.oxt")
+        office.add_macros(Tests=[HERE / "Edits.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+        with StandIn(BUILD / "bin", "--replay", folder / "day.csv", "--speed", str(SPEED), "--rate", "40", "--kinds", "L1") as tracker:
+            mirelo = BUILD / "bin" / "mirelo"
+            signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
+            run(mirelo, "settings", "set", "HTTPPort", signed_port, env=environment)
+            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
+            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
+            run(mirelo, "sources", "--update", env=environment)
+            wishes = ["--tickers", "MSFT,IBM", "--columns", "Ticker,Last,Bid,Ask", "--history", "Last,Bid,Ask"]
+            source = ["--set", "Seconds=0", "--set", "RowsLimit=0", "--source", "Alpstein Finance (delayed)"]
+            run(mirelo, "go", "--workbook", folder / "quotes.xlsx", *wishes, *source, env=environment)
+            cls.code = office.run("Tests.Edits.Main")
+        cls.log = office.log()
+        cls.notes = {}
+        notes = folder / "notes"
+        if notes.exists():
+            for line in notes.read_text().splitlines():
+                name, _, value = line.partition(": ")
+                cls.notes[name] = value.strip()
+
+    def test_reaches_its_end_and_the_office_ends_well(self):
+        self.assertEqual(self.notes.get("failed"), None, self.notes)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.code, 0, self.log)
+        self.assertNotIn("mirelo", self.log)
+
+    def test_fills_its_cells_wherever_they_are(self):
+        for where in (
+            "at first",
+            "below inserted rows",
+            "beside an inserted column",
+            "in sorted rows",
+            "behind undoing all that",
+            "above a deleted row",
+            "in merged cells",
+            "in cells taken apart",
+            "in emptied cells",
+            "in cells that were pasted over",
+            "in rows that are filtered away",
+            "on a hidden sheet",
+            "below frozen rows",
+            "behind twenty steps back",
+            "behind saving as another kind",
+        ):
+            self.assertEqual(sorted(self.notes[where].split()), ALL, where)
+        self.assertEqual(self.notes["filtered away"], "False")
+
+    def test_leaves_alone_what_is_the_persons_own(self):
+        self.assertEqual(self.notes["my note"], "my note")
+        self.assertEqual(sorted(self.notes["without a deleted column"].split()), ["IBM.Last", "MSFT.Last"])
+        self.assertEqual(self.notes["my numbers"], "7 8")
+        self.assertEqual(self.notes["without a ticker"], "MSFT.Last")
+
+    def test_adds_to_histories_at_their_foot(self):
+        for which in ("renamed history", "history below a row", "history without two rows", "history without a field"):
+            self.assertEqual(self.notes[f"in a {which}"], "grows")
+
+    def test_takes_back_the_persons_steps_alone(self):
+        self.assertEqual(self.notes["steps taken back"], "9 0")
+
+
+if __name__ == "__main__":
+    unittest.main()
