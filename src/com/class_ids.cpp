@@ -12,6 +12,8 @@ constexpr GUID Id(unsigned char kind, unsigned char number) {
 }
 constexpr unsigned char kClass = 0x3F;
 constexpr unsigned char kEvents = 0x40;
+constexpr unsigned char kInterface = 0x41;
+constexpr unsigned char kLibrary = 0x42;
 
 constexpr std::array kClasses{
     ClassId{"cMirelo", Id(kClass, 1)},         ClassId{"cQTStreaming", Id(kClass, 2)},
@@ -20,18 +22,35 @@ constexpr std::array kClasses{
     ClassId{"CAppSettings", Id(kClass, 7)},    ClassId{"WinInet", Id(kClass, 8)},
 };
 
+constexpr std::array kInterfaces{
+    ClassId{"cMirelo", Id(kInterface, 1)},         ClassId{"cQTStreaming", Id(kInterface, 2)},
+    ClassId{"cQTData", Id(kInterface, 3)},         ClassId{"cQTDatas", Id(kInterface, 4)},
+    ClassId{"cTickerDateTime", Id(kInterface, 5)}, ClassId{"cTickerDateTimes", Id(kInterface, 6)},
+    ClassId{"CAppSettings", Id(kInterface, 7)},    ClassId{"WinInet", Id(kInterface, 8)},
+};
+
+constexpr GUID kTypeLibrary = Id(kLibrary, 1);
+
 constexpr std::array kEventInterfaces{
     ClassId{"cQTStreaming", Id(kEvents, 2)},
     ClassId{"WinInet", Id(kEvents, 8)},
 };
 
+const GUID& IdIn(std::span<const ClassId> list, std::string_view class_name) {
+  const auto known = std::ranges::find(list, class_name, &ClassId::name);
+  return known != list.end() ? known->id : GUID_NULL;
+}
+
 }  // namespace
 
 std::span<const ClassId> ClassIds() { return kClasses; }
 
-const IID& EventsOf(std::string_view class_name) {
-  const auto* const known = std::ranges::find(kEventInterfaces, class_name, &ClassId::name);
-  return known != kEventInterfaces.end() ? known->id : IID_NULL;
-}
+const CLSID& ClassIdOf(std::string_view class_name) { return IdIn(kClasses, class_name); }
+
+const IID& InterfaceOf(std::string_view class_name) { return IdIn(kInterfaces, class_name); }
+
+const IID& EventsOf(std::string_view class_name) { return IdIn(kEventInterfaces, class_name); }
+
+const GUID& TypeLibraryId() { return kTypeLibrary; }
 
 }  // namespace mirelo::com

@@ -13,8 +13,15 @@ struct ClassId {
   CLSID id;
 };
 std::span<const ClassId> ClassIds();
+// GUID_NULL for one that clients cannot make.
+const CLSID& ClassIdOf(std::string_view class_name);
 
-// The interface of a class's events; IID_NULL where it has none.
+// The interface of a class's members, which is a dispatch; GUID_NULL for one that clients cannot make.
+const IID& InterfaceOf(std::string_view class_name);
+// The interface of a class's events; GUID_NULL where it has none.
 const IID& EventsOf(std::string_view class_name);
+
+// The type library that tells of all these.
+const GUID& TypeLibraryId();
 
 }  // namespace mirelo::com

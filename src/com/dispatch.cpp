@@ -13,6 +13,7 @@
 #include "automation_server/automation_object.h"
 #include "com/class_ids.h"
 #include "com/enumeration.h"
+#include "com/enumerators.h"
 #include "com/errors.h"
 #include "com/foreign.h"
 #include "com/listeners.h"
@@ -49,7 +50,10 @@ HRESULT OnOwnThread(Body&& body, EXCEPINFO* place = nullptr) {
       place);
 }
 
-class Dispatch final : public IDispatch, public IConnectionPointContainer, public ISupportErrorInfo {
+class Dispatch final : public IDispatch,
+                       public IProvideClassInfo2,
+                       public IConnectionPointContainer,
+                       public ISupportErrorInfo {
  public:
   static Held<IDispatch> Of(const std::shared_ptr<Object>& object);
   static std::shared_ptr<Object> ObjectOf(IUnknown* reference);
@@ -79,7 +83,10 @@ class Dispatch final : public IDispatch, public IConnectionPointContainer, publi
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD how, DISPPARAMS* parameters, VARIANT* result,
                                    EXCEPINFO* told, UINT*) override;
 
-  HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** place) override;
+  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* place) override;
+
+  HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** place) override;
   HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID id, IConnectionPoint** place) override;
 
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
@@ -99,6 +106,8 @@ class Dispatch final : public IDispatch, public IConnectionPointContainer, publi
   // What clients compare objects by.
   IUnknown* Identity() { return static_cast<IDispatch*>(this); }
   bool HasEvents() const { return !door_->table().events().empty(); }
+  std::string_view ClassName() const { return door_->table().name(); }
+  bool CanBeMade() const { return ClassIdOf(ClassName()) != GUID_NULL; }
 
   std::optional<DISPID> IdOf(std::string_view name) const;
   MemberId MemberOf(DISPID id) const;
@@ -133,8 +142,10 @@ std::shared_ptr<Object> Dispatch::ObjectOf(IUnknown* reference) {
 HRESULT Dispatch::QueryInterface(REFIID id, void** place) {
   if (place == nullptr) return E_POINTER;
   *place = nullptr;
-  if (id == IID_IUnknown || id == IID_IDispatch) {
+  if (id == IID_IUnknown || id == IID_IDispatch || (CanBeMade() && id == InterfaceOf(ClassName()))) {
     *place = static_cast<IDispatch*>(this);
+  } else if ((id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2) && CanBeMade()) {
+    *place = static_cast<IProvideClassInfo2*>(this);
   } else if (id == IID_ISupportErrorInfo) {
     *place = static_cast<ISupportErrorInfo*>(this);
   } else if (id == IID_IConnectionPointContainer && HasEvents()) {
@@ -163,7 +174,7 @@ HRESULT Dispatch::GetTypeInfo(UINT number, LCID, ITypeInfo** place) {
   *place = nullptr;
   if (number != 0) return DISP_E_BADINDEX;
   return OnOwnThread([&]() -> HRESULT {
-    *place = NamedTypeInformation(door_->object()->TypeName()).Release();
+    *place = InterfaceInformation(door_->object()->TypeName()).Release();
     return *place != nullptr ? S_OK : TYPE_E_ELEMENTNOTFOUND;
   });
 }
@@ -209,6 +220,39 @@ HRESULT Dispatch::Invoke(DISPID id, REFIID, LCID, WORD how, DISPPARAMS* paramete
   ::SysFreeString(unasked.bstrDescription);
   ::SysFreeString(unasked.bstrSource);
   return ended;
+}
+
+HRESULT Dispatch::GetClassInfo(ITypeInfo** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = nullptr;
+  return OnOwnThread([&]() -> HRESULT {
+    *place = ClassInformation(ClassName()).Release();
+    return *place != nullptr ? S_OK : TYPE_E_ELEMENTNOTFOUND;
+  });
+}
+
+HRESULT Dispatch::GetGUID(DWORD kind, GUID* place) {
+  if (place == nullptr) return E_POINTER;
+  *place = GUID_NULL;
+  if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || !HasEvents()) return E_INVALIDARG;
+  *place = EventsOf(ClassName());
+  return S_OK;
+}
+
+struct OfferedPoint {
+  Held<IConnectionPoint> point;
+  void Give(IConnectionPoint*& place) const { place = Held<IConnectionPoint>(point).Release(); }
+};
+
+HRESULT Dispatch::EnumConnectionPoints(IEnumConnectionPoints** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = nullptr;
+  return OnOwnThread([&]() -> HRESULT {
+    using Points = Walker<IEnumConnectionPoints, IConnectionPoint*, OfferedPoint>;
+    std::vector<OfferedPoint> points{{Held<IConnectionPoint>(&point_)}};
+    *place = Held<IEnumConnectionPoints>(new Points(IID_IEnumConnectionPoints, std::move(points))).Release();
+    return S_OK;
+  });
 }
 
 HRESULT Dispatch::FindConnectionPoint(REFIID id, IConnectionPoint** place) {

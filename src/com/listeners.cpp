@@ -6,6 +6,7 @@
 
 #include "automation/runtime_error.h"
 #include "com/calls.h"
+#include "com/enumerators.h"
 #include "com/errors.h"
 
 namespace mirelo::com {
@@ -88,6 +89,31 @@ HRESULT EventPoint::Advise(IUnknown* sink, DWORD* number) {
   *number = 0;
   return AtTheBorder([&]() -> HRESULT {
     *number = listeners_.Advise(sink, events_);
+    return S_OK;
+  });
+}
+
+namespace {
+
+struct Connection {
+  Held<IDispatch> sink;
+  DWORD number;
+  void Give(CONNECTDATA& place) const {
+    place.pUnk = Held<IDispatch>(sink).Release();
+    place.dwCookie = number;
+  }
+};
+
+}  // namespace
+
+HRESULT EventPoint::EnumConnections(IEnumConnections** place) {
+  if (place == nullptr) return E_POINTER;
+  *place = nullptr;
+  return AtTheBorder([&]() -> HRESULT {
+    using Connections = Walker<IEnumConnections, CONNECTDATA, Connection>;
+    std::vector<Connection> connections;
+    for (const auto& [number, sink] : listeners_.Advised()) connections.push_back({sink, number});
+    *place = Held<IEnumConnections>(new Connections(IID_IEnumConnections, std::move(connections))).Release();
     return S_OK;
   });
 }

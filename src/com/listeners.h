@@ -21,6 +21,7 @@ class Listeners {
   // what cannot be called by `events` or as a dispatch.
   DWORD Advise(IUnknown* sink, const IID& events);
   bool Unadvise(DWORD number);
+  const std::map<DWORD, Held<IDispatch>>& Advised() const { return by_number_; }
 
   // Those whose methods bear the events' names; nobody is told twice.
   void Add(IDispatch* listener);
@@ -58,7 +59,7 @@ class EventPoint final : public IConnectionPoint {
   HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** place) override;
   HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* number) override;
   HRESULT STDMETHODCALLTYPE Unadvise(DWORD number) override;
-  HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** place) override;
 
  private:
   IConnectionPointContainer& owner_;

@@ -9,6 +9,11 @@
 #include "com/errors.h"
 #include "com/held.h"
 #include "com/text.h"
+#include "com/type_information.h"
+
+// The headers of the cross compiler lack these two, its libraries have them.
+extern "C" HRESULT STDAPICALLTYPE RegisterTypeLibForUser(ITypeLib*, OLECHAR*, OLECHAR*);
+extern "C" HRESULT STDAPICALLTYPE UnRegisterTypeLibForUser(REFGUID, WORD, WORD, LCID, SYSKIND);
 
 namespace mirelo::com {
 
@@ -90,11 +95,12 @@ const std::wstring kClassesFolder = L"Software\\Classes\\";
 
 std::wstring NameOf(const ClassId& known) { return L"Mirelo." + WideText(known.name); }
 
-std::wstring IdTextOf(const ClassId& known) {
+std::wstring IdText(const GUID& id) {
   wchar_t text[40];
-  ::StringFromGUID2(known.id, text, 40);
+  ::StringFromGUID2(id, text, 40);
   return text;
 }
+std::wstring IdTextOf(const ClassId& known) { return IdText(known.id); }
 
 }  // namespace
 
@@ -120,6 +126,24 @@ HRESULT GetFactory(REFCLSID class_id, REFIID id, void** place, void (*ready)()) 
 
 bool IsHeld() { return locks > 0 || HeldObjects() > 0; }
 
+namespace {
+
+void RegisterTypeLibraryOf(const std::wstring& library, RegisteredFor whom) {
+  const Held<ITypeLib> types = TypeLibrary();
+  if (!types) return;  // there is none to be registered
+  std::wstring file = library;
+  const auto write = whom == RegisteredFor::kAllUsers ? ::RegisterTypeLib : ::RegisterTypeLibForUser;
+  Require(write(types.get(), file.data(), nullptr));
+}
+
+void UnregisterTypeLibrary(RegisteredFor whom) {
+  const auto remove = whom == RegisteredFor::kAllUsers ? ::UnRegisterTypeLib : ::UnRegisterTypeLibForUser;
+  const HRESULT result = remove(TypeLibraryId(), 1, 0, LOCALE_NEUTRAL, SYS_WIN64);
+  if (result != TYPE_E_REGISTRYACCESS && result != TYPE_E_LIBNOTREGISTERED) Require(result);
+}
+
+}  // namespace
+
 // Without a ThreadingModel COM makes the objects in the process's first apartment alone, and brings the calls
 // of all other threads there. So the classes have the one thread that they want.
 HRESULT Register(const std::wstring& library, RegisteredFor whom) {
@@ -132,9 +156,11 @@ HRESULT Register(const std::wstring& library, RegisteredFor whom) {
       write(folder, NameOf(known));
       write(folder + L"\\InprocServer32", library);
       write(folder + L"\\ProgID", NameOf(known));
+      write(folder + L"\\TypeLib", IdText(TypeLibraryId()));
       write(NameOf(known), NameOf(known));
       write(NameOf(known) + L"\\CLSID", IdTextOf(known));
     }
+    RegisterTypeLibraryOf(library, whom);
     return S_OK;
   });
 }
@@ -147,6 +173,7 @@ HRESULT Unregister(RegisteredFor whom) {
         if (result != ERROR_FILE_NOT_FOUND) Require(HRESULT_FROM_WIN32(result));
       }
     }
+    UnregisterTypeLibrary(whom);
     return S_OK;
   });
 }

@@ -24,7 +24,7 @@ bool IsHeld();
 // Who has the classes: all users of the machine, or this one.
 enum class RegisteredFor { kAllUsers, kThisUser };
 // Registers the classes, with the names under which scripts make them ("Mirelo.cMirelo"), as those of that
-// library; takes them away again, wherever they were.
+// library, and the type library in it; takes all that away again, wherever it was.
 HRESULT Register(const std::wstring& library, RegisteredFor whom);
 HRESULT Unregister(RegisteredFor whom);
 

@@ -2,14 +2,24 @@
 
 #include "com/system.h"
 
+#include <string>
 #include <string_view>
 
 #include "com/held.h"
 
 namespace mirelo::com {
 
-// Type information that tells the name of a class and no more, by which clients tell objects apart. Null
-// where Windows makes none.
-Held<ITypeInfo> NamedTypeInformation(std::string_view class_name);
+// The file whose type library tells of the classes: a library or program that has it among its resources, or
+// one of the library alone. Where it has none, or none was told, classes have names and no more.
+void UseTypeLibraryOf(std::wstring file);
+
+// The library itself, null where there is none.
+Held<ITypeLib> TypeLibrary();
+
+// What clients can know of the members of a class: as the type library has it, or its name alone, by which
+// clients tell objects apart. Null where Windows makes none.
+Held<ITypeInfo> InterfaceInformation(std::string_view class_name);
+// What they can know of the class: which interfaces it has. Null for one that the type library lacks.
+Held<ITypeInfo> ClassInformation(std::string_view class_name);
 
 }  // namespace mirelo::com

@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <string>
 
+#include "com/type_information.h"
 #include "windows/foreign_program.h"
 #include "windows/machine.h"
 
@@ -14,11 +15,6 @@ using mirelo::com::RegisteredFor;
 
 HMODULE own_module = nullptr;
 
-void Ready() {
-  mirelo::windows::Machine::Installed();
-  mirelo::windows::TakeSpreadsheetPrograms();
-}
-
 std::wstring OwnPath() {
   std::wstring path(MAX_PATH, L'\0');
   for (;;) {
@@ -26,6 +22,17 @@ std::wstring OwnPath() {
     if (length < path.size()) return path.substr(0, length);
     path.resize(path.size() * 2);
   }
+}
+
+void Ready() {
+  mirelo::com::UseTypeLibraryOf(OwnPath());
+  mirelo::windows::Machine::Installed();
+  mirelo::windows::TakeSpreadsheetPrograms();
+}
+
+HRESULT Registered(RegisteredFor whom) {
+  mirelo::com::UseTypeLibraryOf(OwnPath());
+  return mirelo::com::Register(OwnPath(), whom);
 }
 
 }  // namespace
@@ -43,7 +50,7 @@ HRESULT WINAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** place) {
 
 HRESULT WINAPI DllCanUnloadNow() { return mirelo::com::IsHeld() ? S_FALSE : S_OK; }
 
-HRESULT WINAPI DllRegisterServer() { return mirelo::com::Register(OwnPath(), RegisteredFor::kAllUsers); }
+HRESULT WINAPI DllRegisterServer() { return Registered(RegisteredFor::kAllUsers); }
 
 HRESULT WINAPI DllUnregisterServer() { return mirelo::com::Unregister(RegisteredFor::kAllUsers); }
 
@@ -51,7 +58,7 @@ HRESULT WINAPI DllUnregisterServer() { return mirelo::com::Unregister(Registered
 HRESULT WINAPI DllInstall(BOOL install, const wchar_t* whom) {
   if (whom == nullptr || std::wcscmp(whom, L"user") != 0) return E_INVALIDARG;
   if (!install) return mirelo::com::Unregister(RegisteredFor::kThisUser);
-  return mirelo::com::Register(OwnPath(), RegisteredFor::kThisUser);
+  return Registered(RegisteredFor::kThisUser);
 }
 
 }  // extern "C"

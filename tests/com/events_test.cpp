@@ -75,6 +75,41 @@ class ComEvents : public ComTest {
   Client transfer = NewHeld("WinInet");
 };
 
+TEST_F(ComEvents, HaveOneConnectionPointThatIsFoundByLooking) {
+  const auto container = com::Asked<IConnectionPointContainer>(transfer.get(), IID_IConnectionPointContainer);
+  Held<IEnumConnectionPoints> walk;
+  com::Require(container->EnumConnectionPoints(walk.Place<IEnumConnectionPoints**>()));
+  IConnectionPoint* found[2] = {};
+  ULONG count = 0;
+  EXPECT_EQ(walk->Next(2, found, &count), S_FALSE);
+  ASSERT_EQ(count, 1U);
+  const auto point = Held<IConnectionPoint>::Adopting(found[0]);
+  EXPECT_TRUE(point == Point());
+  EXPECT_EQ(walk->Skip(1), S_FALSE);
+  EXPECT_EQ(walk->Reset(), S_OK);
+  EXPECT_EQ(walk->Skip(1), S_OK);
+  Held<IEnumConnectionPoints> same;
+  com::Require(walk->Clone(same.Place<IEnumConnectionPoints**>()));
+  EXPECT_EQ(same->Next(1, found, nullptr), S_FALSE) << "it stands behind the last, too";
+}
+
+TEST_F(ComEvents, AreToldToConnectionsThatCanBeListed) {
+  const auto point = Point();
+  DWORD number = 0;
+  com::Require(point->Advise(&sink, &number));
+  Held<IEnumConnections> walk;
+  com::Require(point->EnumConnections(walk.Place<IEnumConnections**>()));
+  CONNECTDATA connection{};
+  EXPECT_EQ(walk->Next(1, &connection, nullptr), S_OK);
+  EXPECT_EQ(connection.dwCookie, number);
+  EXPECT_EQ(connection.pUnk, static_cast<IUnknown*>(&sink));
+  connection.pUnk->Release();
+  EXPECT_EQ(walk->Next(1, &connection, nullptr), S_FALSE);
+  com::Require(point->Unadvise(number));
+  com::Require(point->EnumConnections(walk.Place<IEnumConnections**>()));
+  EXPECT_EQ(walk->Next(1, &connection, nullptr), S_FALSE);
+}
+
 TEST_F(ComEvents, ComeThroughTheConnectionPointByTheirNumbers) {
   DWORD number = 0;
   const auto point = Point();

@@ -74,7 +74,8 @@ TEST_F(ForeignObjects, OfAnotherProcessAreAskedAgainWhileTheyRefuse) {
     object.refusals = 1;
     foreign.Let("Value", 3);
   }
-  EXPECT_THAT(object.calls, ElementsAre("get", "put 3", "get", "put 3", "get", "put 3")) << "each is done once";
+  EXPECT_THAT(object.calls, ElementsAre("get", "put 3", "get", "put 3", "get", "put 3"))
+      << "each is done once";
   EXPECT_EQ(object.tries, 15);
 }
 

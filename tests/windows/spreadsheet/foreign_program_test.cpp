@@ -4,6 +4,11 @@
 
 #include <objbase.h>
 
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include "com/foreign.h"
 #include "core/cMirelo.h"
 #include "host/excel/application.h"
@@ -74,6 +79,33 @@ TEST_F(ForeignProgram, HasObjectsThatAreNoApplication) {
   const Variant range = CallIt(Program(kInThisProcess), "Range", {"A1"});
   const Client cells(dynamic_cast<com::Foreign&>(*range.AsObject()).reference());
   EXPECT_EQ(NumberOf([&] { HandIn(cells); }), 13);
+}
+
+// As every library of ours it is registered without a threading model.
+TEST_F(ForeignProgram, IsCalledOnTheFirstThreadWhoeverCalls) {
+  const DWORD main_thread = ::GetCurrentThreadId();
+  std::atomic<bool> is_over = false;
+  std::string told;
+  std::thread other([&] {
+    try {
+      com::Require(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+      {
+        com::Foreign program(Program(kInThisProcess));
+        program.Get("Range", std::vector<Variant>{"A1"});
+        told =
+            com::Asked<IUnknown>(program.reference().get(), IID_IClientSecurity) ? "stands for it" : "itself";
+      }
+      ::CoUninitialize();
+    } catch (const RuntimeError& error) {
+      told = error.Description();
+    }
+    is_over = true;
+    ::PostThreadMessageW(main_thread, WM_NULL, 0, 0);
+  });
+  MSG message{};
+  while (!is_over && ::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
+  other.join();
+  EXPECT_EQ(told, "stands for it");
 }
 
 TEST_F(ForeignProgram, IsAskedAgainUntilItTakesCalls) {

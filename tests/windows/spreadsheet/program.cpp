@@ -12,7 +12,7 @@ namespace {
 
 using mirelo::com::Held;
 
-constexpr UINT kLook = 250;                     // milliseconds between looks at who holds what
+constexpr UINT kLook = 250;  // milliseconds between looks at who holds what
 constexpr ULONGLONG kIdleUnheld = 3'000;
 constexpr ULONGLONG kIdleHeld = 60'000;
 

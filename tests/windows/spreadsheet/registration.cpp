@@ -34,8 +34,8 @@ std::wstring IdText(const CLSID& id) {
 
 void Write(const std::wstring& key, const std::wstring& text) {
   const auto bytes = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-  com::Require(HRESULT_FROM_WIN32(::RegSetKeyValueW(HKEY_LOCAL_MACHINE, (kClassesFolderOfAll + key).c_str(), nullptr,
-                                                    REG_SZ, text.c_str(), bytes)));
+  com::Require(HRESULT_FROM_WIN32(::RegSetKeyValueW(HKEY_LOCAL_MACHINE, (kClassesFolderOfAll + key).c_str(),
+                                                    nullptr, REG_SZ, text.c_str(), bytes)));
 }
 
 }  // namespace

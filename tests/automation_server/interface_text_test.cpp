@@ -1,0 +1,19 @@
+#include "automation_server/interface_text.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace mirelo::testing {
+namespace {
+
+TEST(InterfacesOfWindows, AreThoseOfTheTables) {
+  std::ifstream file(MIRELO_SOURCE_DIR "/src/windows/mirelo.idl");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_EQ(text, InterfaceText()) << "write it again by write_interfaces";
+}
+
+}  // namespace
+}  // namespace mirelo::testing
