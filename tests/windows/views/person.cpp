@@ -48,6 +48,15 @@ std::vector<HWND> ThreadWindows() {
   return all;
 }
 
+// Of a box that is up, what it says.
+std::string Report(HWND window) {
+  std::string report = windows::TextOf(window) + (::IsWindowEnabled(window) != 0 ? ":" : " (disabled):");
+  for (const int number : {0xFFFF, -1}) {
+    if (const HWND words = ::GetDlgItem(window, number)) report += " " + windows::TextOf(words);
+  }
+  return report;
+}
+
 LPARAM At(LONG x, LONG y) { return MAKELPARAM(x, y); }
 
 }  // namespace
@@ -129,6 +138,7 @@ void Person::GiveUp(const std::string& why) {
       if (box != nullptr && box->MultiLine()) report += "\n" + box->Text();
     }
   }
+  for (const HWND window : ThreadWindows()) report += "\n" + Report(window);
   ADD_FAILURE() << report;
   steps_.clear();
   gave_up_ = true;

@@ -273,7 +273,9 @@ std::optional<LRESULT> FormWindow::ColorOf(HDC context, HWND child) {
   return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
 }
 
+// Nobody sees where they are before the window is shown.
 void FormWindow::PutControls() const {
+  if (::IsWindowVisible(window_) == 0) return;
   RECT room{};
   ::GetClientRect(window_, &room);
   Put(box_, {0, 0, room.right, room.bottom});
@@ -293,7 +295,8 @@ void FormWindow::Fit() {
     ::GetWindowRect(window_, &place);
     PutOnScreen({place.left, place.top, place.left + width + frame.width, place.top + height + frame.height});
   }
-  PutControls();
+  ::GetClientRect(window_, &client);
+  Put(box_, {0, 0, client.right, client.bottom});
 }
 
 void FormWindow::ShowForm() {
@@ -314,15 +317,16 @@ void FormWindow::ShowState() {
 
 // The others are given back before this window goes, or that of another program would come to the front.
 void FormWindow::ShowVisible() {
-  shown_ = form_.Visible();
-  if (shown_) {
-    Fit();
-    others_.emplace(window_);
-    ::ShowWindow(window_, ShowCommandFor(form_.WindowState()));
-  } else {
+  if (!form_.Visible()) {
+    shown_ = false;
     if (::IsWindowEnabled(window_) != 0) others_.reset();
     ::ShowWindow(window_, SW_HIDE);
+    return;
   }
+  Fit();
+  others_.emplace(window_);
+  ::ShowWindow(window_, ShowCommandFor(form_.WindowState()));
+  shown_ = true;  // what Windows gives the focus to until now is nobody's choice
 }
 
 // What cannot be seen cannot take keys: a control on a tab that is not the current one may have the focus as
@@ -354,7 +358,7 @@ void FormWindow::FocusFirst() const {
 
 // The person has moved the focus.
 void FormWindow::FollowFocus(const View& view) {
-  if (view.control == form_.ActiveControl() || view.control == nullptr || !form_.Visible()) return;
+  if (view.control == form_.ActiveControl() || view.control == nullptr || !shown_) return;
   focused_ = view.control;
   failures_.Guard([&] { form_.ActiveControl(view.control); });
 }

@@ -69,8 +69,7 @@ void GridView::PaintCell(HDC context, const GridPlaces& places, Cell cell) {
   const std::string& text = grid_.TextMatrix(cell.row, cell.col);
   const Grid::Alignment alignment = grid_.ColAlignment(cell.col);
   if (IsFixed(cell)) {
-    const bool centered = alignment == Grid::Alignment::CenteredHeader && cell.row < grid_.FixedRows();
-    return PaintHeader(context, place, text, centered);
+    return PaintHeader(context, place, text);
   }
   const bool selected = IsSelected(cell) && ::IsWindowEnabled(window()) != 0;
   Fill(context, place, ::GetSysColor(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
@@ -94,11 +93,11 @@ void GridView::PaintCell(HDC context, const GridPlaces& places, Cell cell) {
   if (is_active && ::GetFocus() == window()) ::DrawFocusRect(context, &place);
 }
 
-void GridView::PaintHeader(HDC context, RECT place, const std::string& text, bool centered) const {
+void GridView::PaintHeader(HDC context, RECT place, const std::string& text) const {
   Fill(context, place, ::GetSysColor(COLOR_BTNFACE));
   ::DrawEdge(context, &place, BDR_RAISEDINNER, BF_RECT);
   ::SetTextColor(context, ::GetSysColor(::IsWindowEnabled(window()) != 0 ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
-  DrawWords(context, place, text, centered ? DT_CENTER : DT_LEFT, views_.letters().Scaled(kBesideText));
+  DrawWords(context, place, text, DT_CENTER, views_.letters().Scaled(kBesideText));
 }
 
 // A picture of a cell that is ticked stands beside the tick.

@@ -33,10 +33,10 @@ std::optional<GridPlaces::Cell> GridPlaces::CellAt(std::int32_t x, std::int32_t 
 
 std::optional<std::int32_t> GridPlaces::EdgeAt(std::int32_t x, std::int32_t y, std::int32_t reach) const {
   if (fixed_rows == 0 || y < 0 || y >= row_height) return std::nullopt;
-  for (std::int32_t col = Cols() - 1; col >= 0; --col) {
+  for (std::int32_t col = Cols() - 1; col >= fixed_cols; --col) {
     const auto place = PlaceOf(0, col);
     const std::int32_t edge = place.left + place.width;
-    if (col >= fixed_cols && edge < FixedWidth()) continue;
+    if (edge < FixedWidth()) continue;
     if (std::abs(x - edge) <= reach) return col;
   }
   return std::nullopt;

@@ -30,7 +30,8 @@ class GridPlaces {
   // May lie outside of the room, or below the fixed cells.
   forms::layout::Place PlaceOf(std::int32_t row, std::int32_t col) const;
   std::optional<Cell> CellAt(std::int32_t x, std::int32_t y) const;
-  // The column whose right edge is taken at this place of the header, within `reach`.
+  // The column whose right edge is taken at this place of the header, within `reach`. Fixed columns have
+  // none.
   std::optional<std::int32_t> EdgeAt(std::int32_t x, std::int32_t y, std::int32_t reach) const;
 
   // How many rows behind the fixed ones are seen whole, at least 1.

@@ -43,9 +43,12 @@ std::optional<LRESULT> GridView::Handle(UINT message, WPARAM first, LPARAM secon
       return 0;
     case WM_GETDLGCODE:
       return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    case kUpdate:
+      Update();
+      return 0;
     case WM_SIZE:
     case WM_ENABLE:
-      Show();
+      Invalidate();
       return std::nullopt;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
@@ -106,8 +109,10 @@ GridPlaces GridView::Places() const {
   return places;
 }
 
-// The grid keeps its width: what is stored of it says whether somebody has chosen one.
+// Fixed columns are what rows are taken by, and hold no words. The grid keeps the width of others: what is
+// stored of it says whether somebody has chosen one.
 std::int32_t GridView::WidthOf(std::int32_t col) const {
+  if (col < grid_.FixedCols()) return views_.letters().LineHeight();
   const std::int32_t twips = grid_.ColWidth(col);
   const std::int32_t width = views_.letters().PixelsOf(twips);
   const bool is_chosen = std::ranges::find(usual_widths_, twips) == usual_widths_.end();
@@ -117,9 +122,12 @@ std::int32_t GridView::WidthOf(std::int32_t col) const {
                   letters.ExtentOf(grid_.TextMatrix(0, col)).width + 2 * letters.Scaled(kAroundHeader));
 }
 
-// A routine that fills a thousand cells has the grid painted once.
-void GridView::Show() {
-  if (window() == nullptr) return;
+void GridView::Invalidate() {
+  if (!std::exchange(out_of_date_, true)) ::PostMessageW(window(), kUpdate, 0, 0);
+}
+
+void GridView::Update() {
+  out_of_date_ = false;
   const Cell active{grid_.Row(), grid_.Col()};
   if (std::exchange(shown_active_, active) != active) {
     GridPlaces places = Places();
@@ -178,14 +186,14 @@ void GridView::Scroll(int bar, int code) {
   const std::int32_t last = down ? places.LastFirstRow() : places.LastOffset();
   at = std::clamp<std::int32_t>(at, 0, last);
   EndEdit(true);
-  Show();
+  Update();
 }
 
 void GridView::Turn(int steps) {
   const GridPlaces places = Places();
   first_row_ = std::clamp<std::int32_t>(places.first_row + steps, 0, places.LastFirstRow());
   EndEdit(true);
-  Show();
+  Update();
 }
 
 // A click counts when the mouse is released on the cell that it was pressed on. Released on another cell, it
@@ -308,7 +316,7 @@ void GridView::Act(const std::function<void()>& act) {
 Box ControlMaker::MakeBox(Grid& grid, const std::vector<std::int32_t>& usual_widths) {
   const auto table = std::make_shared<GridView>(grid, views_, usual_widths);
   View& view = views_.Add(table, WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | WS_CLIPCHILDREN, &grid);
-  view.show = [table = table.get()] { table->Show(); };
+  view.show = [table = table.get()] { table->Invalidate(); };
   view.take_key = [table = table.get()](WPARAM key) { return table->TakeKey(key); };
   Box place = views_.BoxOf(view, [this] {
     const Lettering& letters = views_.letters();

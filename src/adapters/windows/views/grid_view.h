@@ -28,8 +28,9 @@ class GridView final : public PaintedWindow {
   std::optional<LRESULT> Handle(UINT message, WPARAM first, LPARAM second) override;
   // Enter and Escape while a cell is being typed into.
   bool TakeKey(WPARAM key);
-  // The grid is another one.
-  void Show();
+  // Has what changed be seen when the thread takes its next message: a routine that fills a thousand cells is
+  // not slowed down a thousand times.
+  void Invalidate();
 
   // Where the cells are just now.
   GridPlaces Places() const;
@@ -37,6 +38,9 @@ class GridView final : public PaintedWindow {
   HWND editor() const { return editor_; }
 
  private:
+  static constexpr UINT kUpdate = WM_APP + 3;
+
+  void Update();
   void Press(std::int32_t x, std::int32_t y);
   void Move(std::int32_t x, std::int32_t y);
   void Release();
@@ -55,7 +59,7 @@ class GridView final : public PaintedWindow {
 
   void Paint();
   void PaintCell(HDC context, const GridPlaces& places, Cell cell);
-  void PaintHeader(HDC context, RECT place, const std::string& text, bool centered) const;
+  void PaintHeader(HDC context, RECT place, const std::string& text) const;
   void PaintTick(HDC context, RECT place, bool ticked, const std::string& picture);
   void DrawPicture(HDC context, const RECT& place, const std::string& picture);
   bool IsSelected(Cell cell) const;
@@ -69,6 +73,7 @@ class GridView final : public PaintedWindow {
   const std::vector<std::int32_t> usual_widths_;
   std::int32_t first_row_ = 0;
   std::int32_t offset_ = 0;
+  bool out_of_date_ = false;
   Cell shown_active_;
   std::optional<Cell> pressed_;
   Cell dragged_to_;

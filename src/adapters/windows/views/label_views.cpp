@@ -92,7 +92,7 @@ Box ControlMaker::MakeBox(forms::Label& label, const std::string& asks) {
 // A label that has no text yet is told messages of any length, which must not make the form wider.
 Box ControlMaker::MakeReadLabel(forms::Label& label, bool bold) {
   View& view = views_.Add(WC_STATICW, SS_NOPREFIX | SS_ENDELLIPSIS | SS_NOTIFY, 0, &label);
-  view.is_bold = bold;
+  if (bold) views_.MakeBold(view);
   const bool tells = label.Caption().empty();
   view.show = [&label, &view] {
     const LONG_PTR style = ::GetWindowLongPtrW(view.window, GWL_STYLE);
@@ -118,7 +118,7 @@ Box ControlMaker::MakeTitle(forms::Label& label) { return MakeReadLabel(label, t
 
 Box ControlMaker::MakeReadWords(const std::string& text, bool bold) {
   View& view = views_.Add(WC_STATICW, SS_NOPREFIX, 0, nullptr);
-  view.is_bold = bold;
+  if (bold) views_.MakeBold(view);
   SetText(view.window, text);
   return views_.BoxOf(view, [text, bold, this] { return views_.letters().ExtentOf(text, bold); });
 }
@@ -129,7 +129,7 @@ Box ControlMaker::MakeHeading(const std::string& text) { return MakeReadWords(te
 
 Box ControlMaker::MakePanelHeading(forms::Panel& panel) {
   View& view = views_.Add(WC_STATICW, SS_NOPREFIX, 0, &panel);
-  view.is_bold = true;
+  views_.MakeBold(view);
   view.show = [&panel, &view] { SetText(view.window, panel.Caption()); };
   Box box = views_.BoxOf(view, [&panel, this] { return views_.letters().ExtentOf(panel.Caption(), true); });
   box.seen = [&panel] { return panel.Visible() && !panel.Caption().empty(); };

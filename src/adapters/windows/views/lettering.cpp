@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "adapters/windows/views/wide_text.h"
 #include "host/window_placement.h"
@@ -84,6 +85,14 @@ std::int32_t Lettering::TwipsOf(std::int32_t pixels) const {
 }
 
 forms::layout::Extent Lettering::ExtentOf(const std::string& text, bool bold, bool marks) const {
+  constexpr std::size_t kMostTexts = 1000;
+  const auto known = known_.find({text, bold, marks});
+  if (known != known_.end()) return known->second;
+  if (known_.size() >= kMostTexts) known_.clear();
+  return known_[{text, bold, marks}] = Measure(text, bold, marks);
+}
+
+forms::layout::Extent Lettering::Measure(const std::string& text, bool bold, bool marks) const {
   const ScreenContext context(bold ? bold_font_ : font_);
   const std::wstring wide = WideText(text);
   RECT room{};

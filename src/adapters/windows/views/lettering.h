@@ -3,7 +3,9 @@
 #include "adapters/windows/views/native.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
+#include <tuple>
 
 #include "forms/layout/boxes.h"
 
@@ -36,12 +38,15 @@ class Lettering {
 
  private:
   double PixelsToTheTwip() const;
+  forms::layout::Extent Measure(const std::string& text, bool bold, bool marks) const;
 
   unsigned dots_per_inch_;
   HFONT font_ = nullptr;
   HFONT bold_font_ = nullptr;
   std::int32_t letter_width_ = 0;
   std::int32_t letter_height_ = 0;
+  // A layout asks for the same texts again and again.
+  mutable std::map<std::tuple<std::string, bool, bool>, forms::layout::Extent> known_;
 };
 
 // Of the screen that a window is on.

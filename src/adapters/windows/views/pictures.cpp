@@ -193,6 +193,22 @@ void Shrink(const Canvas& large, const Canvas& small_one, int pixels) {
   }
 }
 
+// What is not drawn at all, of which Windows makes the faint picture of a button that cannot be pressed. A
+// row of it is an even number of bytes.
+HBITMAP MaskOf(const Canvas& seen, int pixels) {
+  constexpr std::uint32_t kHalf = 0x80;
+  const auto row = static_cast<std::size_t>((pixels + 15) / 16 * 2);
+  std::vector<std::uint8_t> bits(row * static_cast<std::size_t>(pixels), 0);
+  for (int y = 0; y < pixels; ++y) {
+    for (int x = 0; x < pixels; ++x) {
+      if (seen.pixels()[y * pixels + x] >> 24 >= kHalf) continue;
+      auto& eight = bits[row * static_cast<std::size_t>(y) + static_cast<std::size_t>(x / 8)];
+      eight = static_cast<std::uint8_t>(eight | 0x80 >> x % 8);
+    }
+  }
+  return ::CreateBitmap(pixels, pixels, 1, 1, bits.data());
+}
+
 }  // namespace
 
 Icon PictureIcon(const std::string& name, int pixels) {
@@ -203,7 +219,7 @@ Icon PictureIcon(const std::string& name, int pixels) {
     if (large.pixels() == nullptr || seen.pixels() == nullptr) return Icon();
     DrawLarge(picture.shapes, large, pixels * kFiner);
     Shrink(large, seen, pixels);
-    const HBITMAP mask = ::CreateBitmap(pixels, pixels, 1, 1, nullptr);
+    const HBITMAP mask = MaskOf(seen, pixels);
     ICONINFO look{TRUE, 0, 0, mask, seen.bitmap()};
     Icon icon(::CreateIconIndirect(&look));
     ::DeleteObject(mask);

@@ -121,6 +121,11 @@ View& Views::Add(const wchar_t* window_class, DWORD style, DWORD extended_style,
   return view;
 }
 
+void Views::MakeBold(View& view) const {
+  view.is_bold = true;
+  SetFont(view, *letters_);
+}
+
 // Windows' own interface for the blind calls a window by the words that come before it.
 void Views::AddUnseenWords(const std::string& text) const {
   ::CreateWindowExW(0, WC_STATICW, WideText(text).c_str(), WS_CHILD | SS_NOPREFIX, 0, 0, 0, 0, form_, nullptr,

@@ -57,6 +57,8 @@ class Views {
   // One whose look and input are ours.
   View& Add(std::shared_ptr<PaintedWindow> painted, DWORD style, forms::Control* control);
 
+  void MakeBold(View& view) const;
+
   // What is added from now on stands on this panel.
   const forms::Control* page = nullptr;
   // What a screen reader calls the window that is added next.
