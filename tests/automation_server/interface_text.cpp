@@ -51,9 +51,11 @@ std::string Id(int kind, int number) {
 
 std::string TypeOf(ValueType type) {
   static const std::map<ValueType, std::string> names{
-      {ValueType::kNothing, "void"},         {ValueType::kVariant, "VARIANT"},   {ValueType::kInteger, "short"},
-      {ValueType::kLong, "long"},            {ValueType::kDouble, "double"},     {ValueType::kBoolean, "VARIANT_BOOL"},
-      {ValueType::kText, "BSTR"},            {ValueType::kObject, "IDispatch*"}, {ValueType::kArray, "VARIANT"}};
+      {ValueType::kNothing, "void"},  {ValueType::kVariant, "VARIANT"},
+      {ValueType::kInteger, "short"}, {ValueType::kLong, "long"},
+      {ValueType::kDouble, "double"}, {ValueType::kBoolean, "VARIANT_BOOL"},
+      {ValueType::kText, "BSTR"},     {ValueType::kObject, "IDispatch*"},
+      {ValueType::kArray, "VARIANT"}};
   return names.at(type);
 }
 
@@ -83,7 +85,8 @@ std::string Told(const std::vector<Parameter>& parameters) {
   return Join(told, ", ");
 }
 
-std::string Line(const std::string& marks, ValueType result, std::string_view name, const std::string& parameters) {
+std::string Line(const std::string& marks, ValueType result, std::string_view name,
+                 const std::string& parameters) {
   return "      [" + marks + "] " + TypeOf(result) + " " + std::string(name) + "(" + parameters + ");\n";
 }
 
@@ -129,14 +132,15 @@ std::string Events(const Class& table, int number) {
                      "Events {\n    properties:\n    methods:\n";
   int place = 0;
   for (const EventMember& event : table.events())
-    text += Line("id(" + std::to_string(++place) + ")", ValueType::kNothing, event.name, Told(event.parameters));
+    text +=
+        Line("id(" + std::to_string(++place) + ")", ValueType::kNothing, event.name, Told(event.parameters));
   return text + "  }\n";
 }
 
 std::string CoClass(const Class& table, int number) {
   const std::string name(table.name());
-  std::string text = "  [" + Id(kClass, number) + "]\n  coclass " + name + " {\n    [default] dispinterface _" +
-                     name + ";\n";
+  std::string text = "  [" + Id(kClass, number) + "]\n  coclass " + name +
+                     " {\n    [default] dispinterface _" + name + ";\n";
   if (!table.events().empty()) text += "    [default, source] dispinterface _" + name + "Events;\n";
   return text + "  }\n";
 }
@@ -145,7 +149,8 @@ std::string CoClass(const Class& table, int number) {
 
 std::string InterfaceText() {
   std::string text = kHead;
-  text += "[" + Id(kLibrary, 1) + ", version(1.0), helpstring(\"Mirelo download library\")]\nlibrary Mirelo {\n";
+  text +=
+      "[" + Id(kLibrary, 1) + ", version(1.0), helpstring(\"Mirelo download library\")]\nlibrary Mirelo {\n";
   int number = 0;
   for (const Class& table : automation_server::Classes()) {
     if (!table.IsCreatable()) continue;

@@ -79,8 +79,7 @@ TEST_F(TypeLibraries, NameTheClassesAndTheirDefaultInterfaces) {
 }
 
 TEST_F(TypeLibraries, SayWhichEventsAClassHas) {
-  const auto provider =
-      com::Asked<IProvideClassInfo2>(NewHeld("WinInet").get(), IID_IProvideClassInfo2);
+  const auto provider = com::Asked<IProvideClassInfo2>(NewHeld("WinInet").get(), IID_IProvideClassInfo2);
   GUID events{};
   com::Require(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events));
   EXPECT_TRUE(events == com::EventsOf("WinInet"));
