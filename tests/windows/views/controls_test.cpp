@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -329,6 +330,44 @@ TEST_F(Controls, GrowWithTheDotsOfTheScreen) {
     form.Hide();
   });
   desktop.ShowModal(form);
+}
+
+// Higher than any screen.
+class HighForm : public forms::Form {
+ public:
+  HighForm() : Form("High", "High") {
+    for (int number = 0; number < 150; ++number) {
+      fields.push_back(std::make_unique<forms::TextBox>(*this, "field" + std::to_string(number), nullptr));
+    }
+  }
+  std::vector<std::unique_ptr<forms::TextBox>> fields;
+};
+
+TEST_F(Controls, ScrollWhereTheScreenIsTooLow) {
+  HighForm high;
+  const auto is_seen = [&](const std::string& field) {
+    RECT room{};
+    ::GetClientRect(person.Window().window(), &room);
+    ::MapWindowPoints(person.Window().window(), nullptr, reinterpret_cast<POINT*>(&room), 2);
+    const RECT place = person.PlaceOf(field);
+    return place.top >= room.top && place.bottom <= room.bottom;
+  };
+  person.Does("look, and scroll", [&] {
+    const host::WindowRectangle place = desktop.GetWindowPlacement(high)->normal;
+    EXPECT_LE(place.bottom, desktop.GetDesktopPlacement()->normal.bottom);
+    EXPECT_TRUE(is_seen("field0"));
+    EXPECT_FALSE(is_seen("field149"));
+    ::SendMessageW(person.Window().window(), WM_VSCROLL, SB_BOTTOM, 0);
+    EXPECT_TRUE(is_seen("field149"));
+    ::SetFocus(person.Find("field1"));
+    EXPECT_TRUE(is_seen("field1")) << "which has the focus";
+    ::SetFocus(person.Find("field149"));
+    EXPECT_TRUE(is_seen("field149"));
+    ::SendMessageW(person.Window().window(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    EXPECT_FALSE(is_seen("field149"));
+    high.Hide();
+  });
+  desktop.ShowModal(high);
 }
 
 TEST_F(Controls, OpenNothingThatIsNoFileOrAddress) {

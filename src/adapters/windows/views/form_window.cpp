@@ -175,7 +175,14 @@ std::optional<LRESULT> FormWindow::Handle(UINT message, WPARAM first, LPARAM sec
       if (view == nullptr || !view->notify) return std::nullopt;
       return view->notify(told);
     }
+    case WM_MOUSEWHEEL:
+      Scroll(scrolled_ - GET_WHEEL_DELTA_WPARAM(first) * views_->letters().LineHeight() / WHEEL_DELTA);
+      return 0;
     case WM_VSCROLL:
+      if (second == 0) {
+        TakeScrolling(LOWORD(first));
+        return 0;
+      }
       if (const View* view = views_->ViewAt(reinterpret_cast<HWND>(second));
           view != nullptr && view->scroll) {
         view->scroll(LOWORD(first), static_cast<short>(HIWORD(first)));
@@ -196,8 +203,9 @@ std::optional<LRESULT> FormWindow::Handle(UINT message, WPARAM first, LPARAM sec
     case WM_GETMINMAXINFO: {
       const Extent frame = FrameExtent();
       auto& limits = *reinterpret_cast<MINMAXINFO*>(second);
-      limits.ptMinTrackSize = {std::min<LONG>(least_.width + frame.width, limits.ptMaxSize.x),
-                               std::min<LONG>(least_.height + frame.height, limits.ptMaxSize.y)};
+      const Extent screen = ScreenExtent();
+      limits.ptMinTrackSize = {std::min(least_.width + frame.width, screen.width),
+                               std::min(least_.height + frame.height, screen.height)};
       return 0;
     }
     default:
@@ -274,11 +282,8 @@ std::optional<LRESULT> FormWindow::ColorOf(HDC context, HWND child) {
 }
 
 // Nobody sees where they are before the window is shown.
-void FormWindow::PutControls() const {
-  if (::IsWindowVisible(window_) == 0) return;
-  RECT room{};
-  ::GetClientRect(window_, &room);
-  Put(box_, {0, 0, room.right, room.bottom});
+void FormWindow::PutControls() {
+  if (::IsWindowVisible(window_) != 0) Lay();
 }
 
 // As large as it was designed at least, and as its controls need.
@@ -288,15 +293,15 @@ void FormWindow::Fit() {
   RECT client{};
   ::GetClientRect(window_, &client);
   const Lettering& letters = views_->letters();
-  const LONG width = std::max<LONG>({client.right, least_.width, letters.PixelsOf(form_.Width())});
+  const LONG width =
+      std::max<LONG>({client.right, least_.width + BarWidth(), letters.PixelsOf(form_.Width())});
   const LONG height = std::max<LONG>({client.bottom, least_.height, letters.PixelsOf(form_.Height())});
   if (width != client.right || height != client.bottom) {
     RECT place{};
     ::GetWindowRect(window_, &place);
     PutOnScreen({place.left, place.top, place.left + width + frame.width, place.top + height + frame.height});
   }
-  ::GetClientRect(window_, &client);
-  Put(box_, {0, 0, client.right, client.bottom});
+  Lay();
 }
 
 void FormWindow::ShowForm() {
@@ -358,7 +363,9 @@ void FormWindow::FocusFirst() const {
 
 // The person has moved the focus.
 void FormWindow::FollowFocus(const View& view) {
-  if (view.control == form_.ActiveControl() || view.control == nullptr || !shown_) return;
+  if (view.control == nullptr || !shown_) return;
+  Reveal(view);
+  if (view.control == form_.ActiveControl()) return;
   focused_ = view.control;
   failures_.Guard([&] { form_.ActiveControl(view.control); });
 }

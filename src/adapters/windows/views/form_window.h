@@ -2,6 +2,7 @@
 
 #include "adapters/windows/views/native.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -59,11 +60,17 @@ class FormWindow {
   void TakeDots(unsigned dots_per_inch, const RECT& place);
   std::optional<LRESULT> ColorOf(HDC context, HWND child);
 
-  void PutControls() const;
+  void PutControls();
   void Fit();
+  void Lay();
+  void Scroll(std::int32_t to);
+  void TakeScrolling(int code);
+  void Reveal(const View& view);
+  std::int32_t BarWidth() const;
   void Center(HWND around) const;
   void PutOnScreen(const RECT& wanted) const;
   forms::layout::Extent FrameExtent() const;
+  forms::layout::Extent ScreenExtent() const;
   void ShowForm();
   void ShowState();
   void ShowVisible();
@@ -83,6 +90,7 @@ class FormWindow {
   unsigned dots_per_inch_ = 96;
   forms::Control* first_ = nullptr;  // what the layout gives the focus to
   forms::layout::Extent least_;      // of what is inside of the frame
+  std::int32_t scrolled_ = 0;        // where the screen is lower than that
   Event<>::Cookie subscription_ = 0;
   std::vector<std::pair<forms::Control*, Event<>::Cookie>> subscriptions_;
   const forms::Control* focused_ = nullptr;  // as the form says

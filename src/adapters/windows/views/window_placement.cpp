@@ -125,6 +125,20 @@ void FormWindow::Center(HWND over) const {
   PutOnScreen({left, top, left + width, top + height});
 }
 
+// A window that is too high for the screen scrolls, and gets as much wider as its scroll bar takes.
+std::int32_t FormWindow::BarWidth() const {
+  const bool is_too_high = least_.height + FrameExtent().height > ScreenExtent().height;
+  return is_too_high ? ::GetSystemMetrics(SM_CXVSCROLL) : 0;
+}
+
+forms::layout::Extent FormWindow::ScreenExtent() const {
+  RECT window{};
+  ::GetWindowRect(window_, &window);
+  const RECT screen = ScreenOf(window);
+  return {static_cast<std::int32_t>(screen.right - screen.left),
+          static_cast<std::int32_t>(screen.bottom - screen.top)};
+}
+
 forms::layout::Extent FormWindow::FrameExtent() const {
   RECT all{};
   ::AdjustWindowRectEx(&all, static_cast<DWORD>(::GetWindowLongW(window_, GWL_STYLE)), FALSE,
