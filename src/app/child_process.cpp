@@ -12,6 +12,7 @@
 #include <cstring>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "automation/runtime_error.h"
 #include "terminal/writing_signals.h"
@@ -34,6 +35,11 @@ void SetUsualSignals(posix_spawnattr_t& attributes) {
   for (const int signal : terminal::kWritingSignals) sigaddset(&signals, signal);
   ::posix_spawnattr_setsigdefault(&attributes, &signals);
   ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+}
+
+std::filesystem::path& FolderElsewhere() {
+  static std::filesystem::path folder;
+  return folder;
 }
 
 }  // namespace
@@ -125,7 +131,10 @@ void ChildProcess::Stop() {
 }
 
 std::filesystem::path ProgramFolder() {
+  if (!FolderElsewhere().empty()) return FolderElsewhere();
   return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }
+
+void SetProgramFolder(std::filesystem::path folder) { FolderElsewhere() = std::move(folder); }
 
 }  // namespace mirelo::app

@@ -41,7 +41,9 @@ class ChildProcess {
   std::string buffered_;
 };
 
-// The folder that this program's own executable lies in.
+// The folder that this program's own executable lies in; where another one's process runs this program, as an
+// office does, it has to say which that is.
 std::filesystem::path ProgramFolder();
+void SetProgramFolder(std::filesystem::path folder);
 
 }  // namespace mirelo::app

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <utility>
 
 #include "app/commands/calc_command.h"
 #include "app/commands/credentials_command.h"
@@ -55,6 +56,8 @@ std::unique_ptr<CLI::App> WithoutCommands(GlobalOptions& global) {
 }  // namespace
 
 struct MireloProgram::Commands {
+  explicit Commands(GlobalOptions around) : global(std::move(around)) {}
+
   GlobalOptions global;
   std::unique_ptr<CLI::App> program = WithoutCommands(global);
   RunCommand run{*program, global};
@@ -72,7 +75,8 @@ struct MireloProgram::Commands {
   CredentialsCommand credentials{*program};
 };
 
-MireloProgram::MireloProgram() : commands_(std::make_unique<Commands>()) {}
+MireloProgram::MireloProgram(GlobalOptions around)
+    : commands_(std::make_unique<Commands>(std::move(around))) {}
 MireloProgram::~MireloProgram() = default;
 
 CLI::App& MireloProgram::tree() { return *commands_->program; }

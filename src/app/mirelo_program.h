@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "app/options.h"
+
 namespace CLI {
 class App;
 }
@@ -11,7 +13,8 @@ namespace mirelo::app {
 // The command line of mirelo: every command with its options.
 class MireloProgram {
  public:
-  MireloProgram();
+  // `around` is what commands are to know of the process that they run in.
+  explicit MireloProgram(GlobalOptions around = {});
   ~MireloProgram();
 
   // What --help shows, for those who write manuals of it.

@@ -11,7 +11,10 @@
 
 namespace mirelo {
 class LinuxHost;
+namespace host {
+class Documents;
 }
+}  // namespace mirelo
 
 namespace mirelo::app {
 
@@ -29,6 +32,9 @@ struct GlobalOptions {
   std::function<std::unique_ptr<Screen>(LinuxHost&)> show_windows;
   // A screen without a host, for what keeps one from coming up. Empty as above.
   std::function<std::unique_ptr<Screen>()> show_alone;
+  // The spreadsheet program in whose process this one runs, which also lends the host its loop. Empty in a
+  // process of this program's own.
+  std::function<std::unique_ptr<host::Documents>(LinuxHost&)> spreadsheets;
 };
 
 }  // namespace mirelo::app

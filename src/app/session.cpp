@@ -18,7 +18,7 @@ namespace mirelo::app {
 Session::Session(const GlobalOptions& options)
     : shows_windows_(options.show_windows != nullptr),
       host_(options.registry),
-      documents_(SpreadsheetProgram()) {
+      documents_(options.spreadsheets ? options.spreadsheets(host_) : SpreadsheetProgram()) {
   host_.registry();
   const auto warn = [](const std::string& text) { ShowMessage(text, host::Desktop::kExclamation); };
   host_.ShowThrough([this](host::Desktop& inner) {

@@ -2,9 +2,7 @@
 
 #include <poll.h>
 #include <sys/prctl.h>
-#include <osl/file.hxx>
 
-#include <array>
 #include <chrono>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
@@ -18,7 +16,10 @@
 
 #include "automation/runtime_error.h"
 #include "day/dialog_result.h"
+#include "libreoffice/command_runner.h"
 #include "libreoffice/document_day.h"
+#include "libreoffice/errand/stored_kinds.h"
+#include "libreoffice/file_address.h"
 #include "libreoffice/machine.h"
 #include "libreoffice/office_day.h"
 #include "terminal/output.h"
@@ -54,18 +55,6 @@ using css::uno::Sequence;
 
 constexpr std::chrono::seconds kForTheErrand{10};
 
-struct StoredKind {
-  const char* ending;
-  const char* filter;
-};
-constexpr std::array kStoredKinds{StoredKind{".ods", "calc8"}, StoredKind{".xlsx", "Calc MS Excel 2007 XML"}};
-
-rtl::OUString AddressOf(const std::filesystem::path& file) {
-  rtl::OUString address;
-  osl::FileBase::getFileURLFromSystemPath(uno::OfficeText(file.string()), address);
-  return address;
-}
-
 std::string DescriptionInHand() {
   try {
     throw;
@@ -94,6 +83,7 @@ std::optional<Errand> FirstLine(int socket) {
 void ErrandRunner::Begin(const Reference<css::uno::XComponentContext>& context, int line) {
   auto errand = FirstLine(line);
   if (!errand) return;
+  if (errand->command) return RunCommandLater(context, line, std::move(*errand->command));
   if (!errand->folder.empty()) Machine::Borrow({errand->folder, errand->http_port, errand->stream_port});
   // A program that is killed takes along an office that only it knows of, whatever that is busy with.
   if (!errand->store.empty()) ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -186,14 +176,10 @@ void ErrandRunner::Finish() {
 }
 
 void ErrandRunner::Store() {
-  const std::string ending = errand_.store.extension().string();
-  const char* filter = kStoredKinds.front().filter;
-  for (const StoredKind& kind : kStoredKinds) {
-    if (ending == kind.ending) filter = kind.filter;
-  }
+  const StoredKind* const kind = StoredKindOf(errand_.store.extension().string());
   PropertyValue name;
   name.Name = "FilterName";
-  name.Value <<= rtl::OUString::createFromAscii(filter);
+  name.Value <<= rtl::OUString::createFromAscii((kind == nullptr ? kStoredKinds.front() : *kind).filter);
   Reference<css::frame::XStorable>(document_, css::uno::UNO_QUERY_THROW)
       ->storeToURL(AddressOf(errand_.store), Sequence<PropertyValue>(&name, 1));
   line_.Send(LineOf({.kind = News::Kind::kStored, .text = {}, .quotes = quotes_}));

@@ -35,6 +35,12 @@ std::optional<std::filesystem::path> RegistryFile() {
   return borrowed->folder / "registry.db";
 }
 
+// It ends with the office.
+Machine*& TheMachine() {
+  static Machine* machine = nullptr;
+  return machine;
+}
+
 class AtTheEnd final : public cppu::WeakImplHelper1<css::frame::XTerminateListener> {
  public:
   explicit AtTheEnd(std::function<void()> act) : act_(std::move(act)) {}
@@ -55,12 +61,21 @@ class AtTheEnd final : public cppu::WeakImplHelper1<css::frame::XTerminateListen
 
 void Machine::Borrow(Borrowed borrowed) { BorrowedForOf() = std::move(borrowed); }
 
-Machine& Machine::Of(const Context& context) {
-  static Machine& machine = *new Machine(context);
-  return machine;
+void Machine::Lend(LinuxHost& host, calc::OfficeLoop& loop) {
+  if (TheMachine() == nullptr) TheMachine() = new Machine(host, loop);
 }
 
-Machine::Machine(const Context& context) : host_(RegistryFile()) {
+Machine& Machine::Of(const Context& context) {
+  if (TheMachine() == nullptr) TheMachine() = new Machine(context);
+  return *TheMachine();
+}
+
+Machine::Machine(LinuxHost& host, calc::OfficeLoop& loop) : host_(host), loop_(&loop) {
+  mGlobal::ShareServices(true);  // a day and cells hold a facade each
+}
+
+Machine::Machine(const Context& context)
+    : own_(std::make_unique<LinuxHost>(RegistryFile())), host_(*own_), installed_(std::in_place, host_) {
   auto loop = std::make_unique<calc::OfficeLoop>(
       OfficeOf(context), [this](const std::exception_ptr& failure) { TakeFailure(failure); });
   loop_ = loop.get();

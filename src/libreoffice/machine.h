@@ -5,6 +5,8 @@
 #include <exception>
 #include <filesystem>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +37,9 @@ class Machine {
 
   // To be called before Of is, or it does nothing.
   static void Borrow(Borrowed borrowed);
+  // The same for an office that runs a command of the program: it has put a host of its own in place, on this
+  // loop, and whatever else asks for the machine in this office gets these. Both must outlive all that does.
+  static void Lend(LinuxHost& host, calc::OfficeLoop& loop);
   // The first call puts it in place.
   static Machine& Of(const css::uno::Reference<css::uno::XComponentContext>& context);
 
@@ -53,12 +58,14 @@ class Machine {
 
  private:
   explicit Machine(const css::uno::Reference<css::uno::XComponentContext>& context);
+  Machine(LinuxHost& host, calc::OfficeLoop& loop);
 
   void TakeFailure(const std::exception_ptr& failure) const;
   void End();
 
-  LinuxHost host_;
-  host::HostScope installed_{host_};
+  std::unique_ptr<LinuxHost> own_;  // unless it is lent
+  LinuxHost& host_;
+  std::optional<host::HostScope> installed_;
   calc::OfficeLoop* loop_ = nullptr;        // the host's
   wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
 };

@@ -52,6 +52,7 @@ TEST_F(CommandLine, EndsWithTwoWhenItIsNotUnderstood) {
                                                     {"stream", "MSFT", "--address", ""},
                                                     {"run"},
                                                     {"run", "--demo", "--for", "soon"},
+                                                    {"run", "--window", "--through", "calc"},
                                                     {"stream"},
                                                     {"stream", "MSFT", "--seconds", "0"},
                                                     {"settings"},

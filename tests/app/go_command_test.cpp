@@ -160,6 +160,11 @@ TEST_F(Go, RefusesBeforeItOpensTheDialogWhatItHasNoControlFor) {
            Case{{"--workbook", "q.csv"},
                 "\"q.csv\" is no workbook that can be written; only .xlsx files can, as in q.xlsx"},
            Case{{"--workbook", "quotes"}, "only .xlsx files can"},
+           Case{{"--workbook", "q.ods"},
+                "only .xlsx files can, as in q.xlsx. LibreOffice Calc can write it: --through calc"},
+           Case{{"--workbook", "q.csv", "--through", "calc"},
+                "\"q.csv\": LibreOffice Calc is to write .ods, .xlsx, .xls and .fods files, as in q.ods"},
+           Case{{"--through", "excel"}, "--through: excel not in {mirelo,calc}"},
            Case{{"--socket-port", "0"}, "--socket-port"},
        }) {
     SCOPED_TRACE(c.error);

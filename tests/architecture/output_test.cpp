@@ -57,6 +57,10 @@ std::string WayPastIn(const std::string& line) {
 const std::set<std::pair<fs::path, std::string>> kChildren{
     {"app/child_process.cpp", "STDOUT_FILENO"},
     {"app/calc/office_process.cpp", "STDOUT_FILENO"},
+    {"app/calc/command_in_office.cpp", "STDOUT_FILENO"},
+    {"app/calc/command_in_office.cpp", "STDERR_FILENO"},
+    {"libreoffice/command_runner.cpp", "STDOUT_FILENO"},
+    {"libreoffice/command_runner.cpp", "STDERR_FILENO"},
     {"adapters/qt/application.cpp", "STDOUT_FILENO"},
     {"adapters/qt/application.cpp", "STDERR_FILENO"},
     {"adapters/workbook/process_copy.cpp", "stderr"},

@@ -45,8 +45,10 @@ fs::path ProfileFolder() {
 fs::path RequiredFile() {
   if (auto file = ExtensionFile()) return *file;
   throw RuntimeError(
-      53, std::string("The extension ") + kFile +
-              " is not there. It comes with the package mirelo; in a checkout ./run calc builds it");
+      53,
+      std::string("The extension ") + kFile +
+          " is not there: this Mirelo was built without LibreOffice, or its file was removed. It comes with "
+          "the package mirelo; in a checkout ./run calc builds it");
 }
 
 struct CloseArchive {

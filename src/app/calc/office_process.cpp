@@ -38,11 +38,18 @@ std::vector<std::string> Environment(const std::vector<std::string>& others) {
   return all;
 }
 
+// Of a terminal, and of whoever ends programs.
+constexpr int kSignalsOfPeople[] = {SIGINT, SIGTERM, SIGHUP, SIGTSTP, SIGWINCH};
+
 // Signals that this program ignores or holds back are its own affair.
-void Prepare(posix_spawnattr_t& attributes) {
+void Prepare(posix_spawnattr_t& attributes, bool at_terminal) {
   sigset_t signals;
   sigemptyset(&signals);
+  if (at_terminal) {
+    for (const int signal : kSignalsOfPeople) sigaddset(&signals, signal);
+  }
   ::posix_spawnattr_setsigmask(&attributes, &signals);
+  sigemptyset(&signals);
   for (const int signal : terminal::kWritingSignals) sigaddset(&signals, signal);
   ::posix_spawnattr_setsigdefault(&attributes, &signals);
   ::posix_spawnattr_setpgroup(&attributes, 0);
@@ -50,7 +57,27 @@ void Prepare(posix_spawnattr_t& attributes) {
                              POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
 }
 
+// Whoever is not in the foreground is stopped for changing that, unless it holds the signal back.
+void GiveTerminalTo(pid_t group) {
+  sigset_t stop;
+  sigset_t before;
+  sigemptyset(&stop);
+  sigaddset(&stop, SIGTTOU);
+  ::sigprocmask(SIG_BLOCK, &stop, &before);
+  ::tcsetpgrp(STDOUT_FILENO, group);
+  ::sigprocmask(SIG_SETMASK, &before, nullptr);
+}
+
 }  // namespace
+
+ForegroundGroup::ForegroundGroup(pid_t group)
+    : is_given_(::isatty(STDOUT_FILENO) != 0 && ::tcgetpgrp(STDOUT_FILENO) == ::getpgrp()) {
+  if (is_given_) GiveTerminalTo(group);
+}
+
+ForegroundGroup::~ForegroundGroup() {
+  if (is_given_) GiveTerminalTo(::getpgrp());
+}
 
 OfficeProcess::OfficeProcess(const OfficeStart& start) {
   std::vector<std::string> words{start.program.string()};
@@ -59,8 +86,9 @@ OfficeProcess::OfficeProcess(const OfficeStart& start) {
 
   posix_spawn_file_actions_t actions;
   ::posix_spawn_file_actions_init(&actions);
-  ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  if (start.line) ::posix_spawn_file_actions_adddup2(&actions, *start.line, *start.line);
+  if (!start.at_terminal)
+    ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  for (const int kept : start.descriptors) ::posix_spawn_file_actions_adddup2(&actions, kept, kept);
   for (const int stream : kStandardStreams) {
     if (start.output.empty()) continue;
     ::posix_spawn_file_actions_addopen(&actions, stream, start.output.c_str(), O_WRONLY | O_CREAT | O_APPEND,
@@ -68,13 +96,14 @@ OfficeProcess::OfficeProcess(const OfficeStart& start) {
   }
   posix_spawnattr_t attributes;
   ::posix_spawnattr_init(&attributes);
-  Prepare(attributes);
+  Prepare(attributes, start.at_terminal);
   const int error = ::posix_spawn(&pid_, start.program.c_str(), &actions, &attributes, Pointers(words).data(),
                                   Pointers(variables).data());
   ::posix_spawnattr_destroy(&attributes);
   ::posix_spawn_file_actions_destroy(&actions);
   if (error != 0)
     throw RuntimeError(53, "Cannot start " + start.program.string() + ": " + std::strerror(error));
+  if (start.at_terminal) foreground_.emplace(pid_);
 }
 
 OfficeProcess::~OfficeProcess() { Kill(); }
@@ -92,6 +121,10 @@ void OfficeProcess::Kill() {
   int status = 0;
   ::waitpid(pid_, &status, 0);
   exit_code_ = 128 + SIGKILL;
+}
+
+void OfficeProcess::Signal(int signal) {
+  if (!ExitCode()) ::kill(pid_, signal);
 }
 
 }  // namespace mirelo::app

@@ -17,7 +17,6 @@
 #include "app/workbook/spreadsheet_program.h"
 #include "app/workbook/workbook_file.h"
 #include "automation/runtime_error.h"
-#include "automation/text.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -30,12 +29,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kDefaultFile = "quotes.ods";
-
-std::string WhyNotStored(const fs::path& file) {
-  const std::string ending = file.extension().string();
-  if (EqualText(ending, ".ods") || EqualText(ending, ".xlsx")) return {};
-  return "\"" + file.string() + "\": a day without a window is stored as .ods or .xlsx";
-}
 
 bool Exists(const fs::path& file) {
   std::error_code ignored;
@@ -123,7 +116,7 @@ int CalcCommand::RunDemonstration(const OfficePlace& office) const {
 
 fs::path CalcCommand::FileToStore() const {
   fs::path file = file_.value_or(kDefaultFile);
-  if (const std::string why = WhyNotStored(file); !why.empty()) throw Unfulfilled(why);
+  if (const std::string why = WhyNotForCalc(file); !why.empty()) throw Unfulfilled(why);
   return file;
 }
 

@@ -3,10 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 
-#include "app/commands/checks.h"
+#include "app/calc/command_in_office.h"
+#include "app/calc/office_place.h"
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/session.h"
@@ -42,8 +42,8 @@ GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(g
       ->add_option("--workbook", workbook_,
                    "The .xlsx file whose quote table the dialog reads, and in which Go builds it; made when "
                    "it is absent. Without it the table is built in a workbook that is not kept")
-      ->type_name("FILE")
-      ->check(IsWorkbookName());
+      ->type_name("FILE");
+  through_.emplace(*command_, workbook_);
   command_->footer(
       "What is not named stays as the dialog shows it. QuoteTracker must run: the dialog asks it for its\n"
       "portfolios before it stores anything but the widths of columns. Message boxes are printed as lines.\n"
@@ -53,6 +53,7 @@ GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(g
 bool GoCommand::IsChosen() const { return command_->parsed(); }
 
 int GoCommand::Run() try {
+  if (through_->IsElsewhere(global_)) return RunInOffice(FindOffice(), global_.words);
   DialogWishes wishes = wishes_->Wishes();
   Session session(global_);
   TakeList(wishes);
@@ -65,8 +66,8 @@ int GoCommand::Run() try {
 
   auto& facade = session.facade();
   host::Documents& documents = session.documents();
-  const auto hold = workbook_ ? HoldForGo(documents, *workbook_) : nullptr;
-  const auto document = workbook_ ? OpenOrNew(documents, *workbook_) : documents.New();
+  const auto hold = IsKept() ? HoldForGo(documents, workbook_) : nullptr;
+  const auto document = IsKept() ? OpenOrNew(documents, workbook_) : documents.New();
   session.document = document.get();
   facade.ExcelApplication(Variant(document->Application()));
   const std::int32_t result = facade.LoadFrmMirelo();
@@ -76,7 +77,7 @@ int GoCommand::Run() try {
     return complaint->is_of_wish ? kWrongUsage : kFailed;
   }
   if (day::IsCommitted(result)) day::UncoverFirstBars(*document->Application());
-  if (workbook_ && day::IsCommitted(result)) SaveAfterGo(*workbook_, *document);
+  if (IsKept() && day::IsCommitted(result)) SaveAfterGo(workbook_, *document);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {
   Err() << "error: " << terminal::Indented(unfulfilled.what()) << "\n";

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "app/commands/through_option.h"
 #include "app/commands/wish_options.h"
 
 namespace CLI {
@@ -23,12 +24,15 @@ class GoCommand {
   int Run();
 
  private:
+  // Whether there is a file for the workbook.
+  bool IsKept() const { return !workbook_.empty(); }
   int Report(std::int32_t result, int messages);
 
   const GlobalOptions& global_;
   CLI::App* command_;
   std::optional<WishOptions> wishes_;
-  std::optional<std::filesystem::path> workbook_;
+  std::optional<ThroughOption> through_;
+  std::filesystem::path workbook_;
 };
 
 }  // namespace mirelo::app

@@ -6,6 +6,8 @@
 #include <memory>
 #include <utility>
 
+#include "app/calc/command_in_office.h"
+#include "app/calc/office_place.h"
 #include "app/commands/checks.h"
 #include "app/demonstration.h"
 #include "app/dialog/screen.h"
@@ -77,10 +79,12 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
                                     "A working day: fill the settings dialog, press Go, and keep the "
                                     "workbook's tables and charts up to date");
   command_
-      ->add_option("--workbook", workbook_, "The .xlsx file that holds the tables; made when it is absent")
+      ->add_option(
+          "--workbook", workbook_,
+          "The .xlsx file that holds the tables; made when it is absent. With --through calc: quotes.ods")
       ->type_name("FILE")
-      ->check(IsWorkbookName())
       ->capture_default_str();
+  through_.emplace(*command_, workbook_);
   command_->add_option("--for", for_, "End after so long, as 20s, 90m or 8h30m; without it, at Ctrl-C")
       ->check(IsDuration());
   command_
@@ -99,7 +103,7 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
   auto* headless =
       command_->add_flag("--headless", headless_,
                          "Fill the settings dialog from the options below, without showing it (default)");
-  window->excludes(headless);
+  window->excludes(headless)->excludes(command_->get_option("--through"));
   auto* demo = command_->add_flag(
       "--demo", demo_,
       "Use the built-in QuoteTracker stand-in and settings of its own; yours stay untouched");
@@ -118,6 +122,7 @@ bool RunCommand::IsChosen() const { return command_->parsed(); }
 
 int RunCommand::Run() try {
   if (window_ && !global_.show_windows) return BecomeWindowProgram(global_.words);
+  if (through_->IsElsewhere(global_)) return RunInOffice(FindOffice(), global_.words);
   DialogWishes wishes = wishes_->Wishes();
   if (!demo_) {
     Session session(global_);

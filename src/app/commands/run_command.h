@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/commands/log_options.h"
+#include "app/commands/through_option.h"
 #include "app/commands/wish_options.h"
 #include "app/workbook/workbook_keeper.h"
 
@@ -42,6 +43,7 @@ class RunCommand {
   CLI::App* command_;
   std::optional<WishOptions> wishes_;
   std::optional<LogOptions> log_;
+  std::optional<ThroughOption> through_;
   bool demo_ = false;
   bool window_ = false;
   bool headless_ = false;

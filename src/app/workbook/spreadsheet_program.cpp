@@ -5,6 +5,7 @@
 
 #include "adapters/workbook/files.h"
 #include "automation/text.h"
+#include "libreoffice/errand/stored_kinds.h"
 
 namespace mirelo::app {
 
@@ -23,6 +24,12 @@ std::string WhyNoWorkbook(const std::filesystem::path& file) {
     return {};
   return "\"" + file.string() + "\" is no workbook that can be written; only .xlsx files can, as in " +
          file.filename().stem().string() + ".xlsx";
+}
+
+std::string WhyNotForCalc(const std::filesystem::path& file) {
+  if (libreoffice::StoredKindOf(file.extension().string()) != nullptr) return {};
+  return "\"" + file.string() + "\": LibreOffice Calc is to write " + libreoffice::StoredEndings() +
+         " files, as in " + file.filename().stem().string() + ".ods";
 }
 
 }  // namespace mirelo::app

@@ -40,6 +40,24 @@ DialogWishes WishesOf(const Json& json) {
   return wishes;
 }
 
+Json JsonOf(const std::optional<CommandLine>& command) {
+  if (!command) return nullptr;
+  return {{"words", command->words},
+          {"programs", command->programs.string()},
+          {"output", command->output},
+          {"errors", command->errors}};
+}
+
+std::optional<CommandLine> CommandOf(const Json& json) {
+  if (json.is_null()) return std::nullopt;
+  CommandLine command;
+  json.at("words").get_to(command.words);
+  command.programs = json.at("programs").get<std::string>();
+  json.at("output").get_to(command.output);
+  json.at("errors").get_to(command.errors);
+  return command;
+}
+
 // Nothing for what is no JSON, or has not what `read` looks for.
 template <class Read>
 auto ReadLine(std::string_view line, Read read) -> std::optional<decltype(read(Json()))> {
@@ -53,10 +71,10 @@ auto ReadLine(std::string_view line, Read read) -> std::optional<decltype(read(J
 }  // namespace
 
 std::string LineOf(const Errand& errand) {
-  const Json json{{"folder", errand.folder.string()},  {"http_port", errand.http_port},
-                  {"stream_port", errand.stream_port}, {"open", errand.open.string()},
-                  {"wishes", JsonOf(errand.wishes)},   {"time", errand.time.count()},
-                  {"store", errand.store.string()}};
+  const Json json{{"command", JsonOf(errand.command)}, {"folder", errand.folder.string()},
+                  {"http_port", errand.http_port},     {"stream_port", errand.stream_port},
+                  {"open", errand.open.string()},      {"wishes", JsonOf(errand.wishes)},
+                  {"time", errand.time.count()},       {"store", errand.store.string()}};
   return json.dump(-1, ' ', false, kDump);
 }
 
@@ -71,6 +89,7 @@ std::string LineOf(const News& news) {
 std::optional<Errand> ErrandOf(std::string_view line) {
   return ReadLine(line, [](const Json& json) {
     Errand errand;
+    errand.command = CommandOf(json.at("command"));
     errand.folder = json.at("folder").get<std::string>();
     json.at("http_port").get_to(errand.http_port);
     json.at("stream_port").get_to(errand.stream_port);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "person/dialog_wishes.h"
 
@@ -13,14 +14,29 @@ namespace mirelo::libreoffice {
 
 // What a program has an office of its own do, told over a line between the two processes: a socket, whose
 // number in the office is in the environment. Each side sends lines of text: the program an Errand and later
-// perhaps kEndErrand, the office its News.
+// perhaps kEndErrand, the office its News. An office that is to run a command line says that it begins and,
+// right before it ends with the exit code, that it has come to its end.
 inline constexpr char kErrandVariable[] = "MIRELO_ERRAND";
 inline constexpr char kErrandCommand[] = "service:mirelo.Errand";
 // End now, as if the time had passed.
 inline constexpr std::string_view kEndErrand = "end";
+inline constexpr std::string_view kCommandBegins = "begins";
+inline constexpr std::string_view kCommandIsOver = "over";
 
-// A working day in a document.
+// A command line of the program, to be run in the office as if that were the program.
+struct CommandLine {
+  std::vector<std::string> words;  // behind the program's name
+  std::filesystem::path programs;  // the folder in which the program lies
+  // The descriptors that are to be its standard output and its standard error stream; the office's own say
+  // what nobody asks for.
+  int output = -1;
+  int errors = -1;
+};
+
+// A working day in a document, unless there is a command line to run.
 struct Errand {
+  std::optional<CommandLine> command;
+
   // In place of the user's settings and credentials, where there is a folder.
   std::filesystem::path folder;
   int http_port = 0;
