@@ -14,9 +14,9 @@ struct GlobalOptions;
 // The option --through: the spreadsheet program that works on a command's workbook.
 class ThroughOption {
  public:
-  // Adds it to a command that has the option --workbook, whose value is `workbook`. At the end of reading, one
-  // that was not given gets the ending that is usual in Calc, and the command is refused where the program
-  // chosen cannot write such a file. All must outlive the reading.
+  // Adds it to a command that has the option --workbook, whose value is `workbook`. At the end of reading,
+  // one that was not given gets the ending that is usual in Calc, and the command is refused where the
+  // program chosen cannot write such a file. All must outlive the reading.
   ThroughOption(CLI::App& command, std::filesystem::path& workbook);
 
   // Whether it is LibreOffice Calc.

@@ -25,8 +25,8 @@ inline constexpr std::array kStoredKinds{
 
 // The kind of files with this ending, in letters of either case; null for any other.
 inline const StoredKind* StoredKindOf(std::string_view ending) {
-  const auto* const found =
-      std::ranges::find_if(kStoredKinds, [&](const StoredKind& kind) { return EqualText(ending, kind.ending); });
+  const auto* const found = std::ranges::find_if(
+      kStoredKinds, [&](const StoredKind& kind) { return EqualText(ending, kind.ending); });
   return found == kStoredKinds.end() ? nullptr : found;
 }
 
