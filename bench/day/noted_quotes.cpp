@@ -18,6 +18,8 @@ class NotedQuotes::Updates : public quotetracker::QuoteUpdates {
   Updates(NotedQuotes& source, std::vector<std::string> tickers)
       : source_(source), tickers_(std::move(tickers)) {}
 
+  const quotetracker::Quote& Look(std::size_t ticker) override { return source_.Look(tickers_[ticker]); }
+
   quotetracker::QuoteChange Next() override {
     const std::int64_t number = ++source_.number_;
     const std::size_t ticker = static_cast<std::size_t>(number) % tickers_.size();
