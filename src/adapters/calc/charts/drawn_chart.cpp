@@ -77,10 +77,15 @@ void DrawnChart::WithOpenDocument(Body&& body) {
   }
 }
 
+// Painting a chart takes hundreds of uses. Until charts are drawn again nobody else changes it, but macros
+// may take it away; then its page holds fewer drawings.
 Chart& DrawnChart::Get() {
+  const sal_Int32 drawings = sheet_.Page()->getCount();
+  if (is_read_ && !charts_.Draws() && drawings == drawings_) return *chart_;
   if (!IsThere()) throw spreadsheet::Refused("This chart is no longer there.");
   if (charts_.Draws() || !is_read_) WithOpenDocument([&] { Read(); });
   is_read_ = !charts_.Draws();
+  drawings_ = drawings;
   return *chart_;
 }
 
@@ -115,13 +120,15 @@ void DrawnChart::Changed() {
   }
 }
 
-void DrawnChart::DrawWhatWaits() {
+bool DrawnChart::DrawWhatWaits() {
   is_read_ = false;
-  if (!std::exchange(waits_, false) || !IsThere()) return;
+  if (!std::exchange(waits_, false)) return true;
+  if (!IsThere()) return false;
   WithOpenDocument([&] {
     Read();
     Paint();
   });
+  return true;
 }
 
 void DrawnChart::Paint() {

@@ -45,8 +45,8 @@ class DrawnChart {
   spreadsheet::Chart& Get();
   // Something of it was changed. It is painted now, or once charts are drawn again.
   void Changed();
-  // Paints what waits for it; nothing when the chart is gone meanwhile.
-  void DrawWhatWaits();
+  // Paints what waits for it. False when that is nothing any more, as the chart is gone.
+  bool DrawWhatWaits();
   void Delete();
   // The cells of an area were taken out of a sheet, and those below have moved up. The office has series go
   // with their cells, but stay where they are once all of these are gone.
@@ -70,6 +70,7 @@ class DrawnChart {
   spreadsheet::ChartBox place_;                // as the document had it at the last look
   std::vector<rtl::OUString> cells_;           // the same
   bool is_read_ = false;                       // since charts are not drawn
+  sal_Int32 drawings_ = 0;                     // on its sheet, when it was read
   bool waits_ = false;
 };
 
