@@ -114,11 +114,12 @@ function(mirelo_test NAME)
   target_link_libraries(test_${NAME} PRIVATE mirelo_options mirelo_test_options ${ARG_LINK} GTest::gmock_main)
   # Qt has its users compiled with other flags, for which a precompiled header is of no use to others.
   set(precompiled mirelo_test_precompiled)
-  if(ARG_QT)
+  if(ARG_QT AND NOT WIN32)
     string(APPEND precompiled _qt)
   endif()
   target_precompile_headers(test_${NAME} REUSE_FROM ${precompiled})
   if(WIN32)
+    target_link_libraries(test_${NAME} PRIVATE mirelo_posix_sockets)
     # An entry a program: the start of each costs more there than its tests, and nothing runs while it is built.
     add_test(NAME ${NAME} COMMAND test_${NAME} --gtest_brief=1)
     set_tests_properties(${NAME} PROPERTIES TIMEOUT 120)

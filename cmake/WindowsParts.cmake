@@ -14,8 +14,8 @@ set(MIRELO_WINDOWS_ROOMS
 #   architecture         reads sources, which are the same
 set(MIRELO_WINDOWS_TESTS
   support
-  automation automation_server charts com core day diagnostics dialog excel forms records snapshot spreadsheet streaming wire
-  windows worksheet)
+  automation automation_server charts com core day diagnostics dialog excel forms loop records snapshot spreadsheet streaming wire
+  poll windows worksheet)
 
 # Sources that are left out of what is built, as regular expressions of their paths.
 set(MIRELO_WINDOWS_WITHOUT
@@ -23,8 +23,6 @@ set(MIRELO_WINDOWS_WITHOUT
   "^src/adapters/workbook/xlsx/"
   "^src/adapters/workbook/(atomic_file|companion_names|file_errors|file_hold|file_stamp|file_target|files|foreign_hold|leftovers|lock_file|process_copy|saved_spreadsheet|saving_copy|sent_error)\\.cpp$"
   "^tests/workbook/package_builder\\.cpp$"
-  # The sockets of the loop are Linux's, only its steps are shared.
-  "^src/adapters/poll/(descriptor|name_resolver|poll_winsock_library|tcp_address|tcp_connection)\\.cpp$"
   "^tests/worksheet/quote_table_widths_test\\.cpp$"
   # The registry's file is one of SQLite.
   "^tests/diagnostics/stored_position_test\\.cpp$"
@@ -38,6 +36,10 @@ set(MIRELO_WINDOWS_WITHOUT
   "^tests/day/(stand_in_watch_test)\\.cpp$"
   # The C library that our table of letters is held against is Linux's.
   "^tests/automation/case_table_test\\.cpp$"
+  # Signals, descriptors as Linux counts them, and waits of less than milliseconds.
+  "^tests/poll/(descriptor|exact_timer|signal)_test\\.cpp$"
+  # Loops of other toolkits; a session that the stand-in plays.
+  "^tests/loop/(burst_test|main|office_waiting_test|qt_waiting_test)\\.cpp$"
   # An alarm of the system's clock interrupts a walk that has no end.
   "^tests/streaming/endless_walk_test\\.cpp$")
 
@@ -59,7 +61,7 @@ function(mirelo_leave_out_for_windows SOURCES LINK)
     endif()
   endforeach()
   set(link ${${LINK}})
-  list(FILTER link EXCLUDE REGEX "^(PkgConfig::|OpenSSL::|mirelo_(curl|linux|quotetracker|sqlite)$)")
+  list(FILTER link EXCLUDE REGEX "^(PkgConfig::|OpenSSL::|mirelo_(calc|curl|linux|qt|quotetracker|sqlite)$)")
   set(${SOURCES} ${kept} PARENT_SCOPE)
   set(${LINK} ${link} PARENT_SCOPE)
 endfunction()

@@ -16,7 +16,8 @@ namespace mirelo::host {
 // is not to be called nested takes its interest back for as long as it runs, as socket connections do.
 //
 // All members are called on the loop's own thread. Handlers may throw: the error leaves the Yield or RunUntil
-// that called the handler, and the loop stays usable.
+// that called the handler, and the loop stays usable. A loop that lives in another program has handlers
+// called behind no Yield of ours as well; such a loop says where their errors go.
 class MessageLoop {
  public:
   using Token = std::uint64_t;  // never 0, never used twice
@@ -27,9 +28,9 @@ class MessageLoop {
 
   virtual ~MessageLoop() = default;
 
-  // Watches an open, non-blocking descriptor. `handler` gets the Interest bits that are ready; errors and
-  // hang-ups count as ready for whatever was asked. One descriptor may be watched once at a time. The
-  // descriptor stays the caller's and must be unwatched before it is closed.
+  // Watches an open, non-blocking descriptor: on Windows, a socket. `handler` gets the Interest bits that are
+  // ready; errors and hang-ups count as ready for whatever was asked. One descriptor may be watched once at a
+  // time. The descriptor stays the caller's and must be unwatched before it is closed.
   virtual Token Watch(int descriptor, unsigned interest, std::function<void(unsigned ready)> handler) = 0;
   // Changes what is watched for; 0 keeps the watch and calls nobody. An unknown token is ignored.
   virtual void Rewatch(Token watch, unsigned interest) = 0;

@@ -83,7 +83,7 @@ Rooms Allowed(const std::string& room) {
   if (room == "uno" || room == "com") return {"automation", "automation_server"};
   if (room.rfind("adapters/", 0) == 0) {
     Rooms rooms = kBelowSubsystems;
-    if (room == "adapters/qt" || room == "adapters/calc")
+    if (room == "adapters/qt" || room == "adapters/calc" || room == "adapters/windows")
       rooms.insert("adapters/poll");  // their loops' steps
     if (room == "adapters/workbook" || room == "adapters/calc")
       rooms.insert("spreadsheet");  // whose rules they keep

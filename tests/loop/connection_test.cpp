@@ -3,18 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractEventDispatcher>
-#include <QEventLoop>
-#include <QTimer>
 #include <algorithm>
-#include <atomic>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "adapters/poll/poll_winsock_library.h"
+#include "loop/one_then_two.h"
 #include "loop/tested_loops.h"
 #include "poll/client.h"
 #include "support/loopback_server.h"
@@ -28,30 +24,6 @@ using poll::Client;
 using testing::LoopbackServer;
 using Peer = LoopbackServer::Peer;
 using Words = std::vector<std::string>;
-
-constexpr MessageLoop::Milliseconds kAMoment{20};
-// How often a wait of a moment may ask whether it is over: a loop that spins asks thousands of times.
-constexpr int kFewQuestions = 20;
-
-// Sends "1", and "2" when the test says so; then it waits for the client's end.
-class OneThenTwo {
- public:
-  std::string Address() const { return server_.Address(); }
-  void SendTwo() {
-    server_.Go();
-    while (!sent_two_) std::this_thread::yield();
-  }
-
- private:
-  std::atomic<bool> sent_two_ = false;
-  LoopbackServer server_{[this](Peer& peer) {
-    peer.Send("1");
-    peer.Await();
-    peer.Send("2");
-    sent_two_ = true;
-    peer.ReceiveAll();
-  }};
-};
 
 template <class Loop>
 class Chunks : public LoopTest<Loop> {
@@ -260,29 +232,6 @@ TYPED_TEST(Chunks, MayComeInsideAnEventThatIsNoChunk) {
   };
   client.Connect(server.Address());
   this->RunUntilReceived(client, "12");
-}
-
-// A dialog that a sink shows waits in a loop of Qt's own.
-TEST(ChunksOnQt, WaitWhileTheSinkOfTheOneBeforeShowsADialog) {
-  qt::QtLoop loop;
-  poll::PollWinsockLibrary library(loop);
-  OneThenTwo server;
-  Client client(library);
-  int awakenings = 0;
-  client.sink->on_received = [&](const std::string& chunk) {
-    if (chunk != "1") return;
-    server.SendTwo();
-    QEventLoop dialog;
-    QTimer::singleShot(50, &dialog, &QEventLoop::quit);
-    const auto counted = QObject::connect(QAbstractEventDispatcher::instance(),
-                                          &QAbstractEventDispatcher::awake, [&] { ++awakenings; });
-    dialog.exec();
-    QObject::disconnect(counted);
-    EXPECT_EQ(client.sink->received, "1");
-  };
-  client.Connect(server.Address());
-  loop.RunUntil([&] { return client.sink->received == "12"; });
-  EXPECT_LE(awakenings, kFewQuestions);
 }
 
 }  // namespace

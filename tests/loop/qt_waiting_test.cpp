@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -10,7 +11,10 @@
 #include <string>
 #include <vector>
 
+#include "adapters/poll/poll_winsock_library.h"
 #include "adapters/qt/qt_loop.h"
+#include "loop/one_then_two.h"
+#include "poll/client.h"
 #include "support/socket_pair.h"
 
 namespace mirelo::qt {
@@ -191,6 +195,29 @@ TEST(QtWaiting, NeverAsksQtForADescriptorThatHasBeenClosed) {
   again.Write("x");
   loop.RunUntil([&] { return !bytes.empty(); });
   EXPECT_EQ(warnings, Words{});
+}
+
+// A dialog that a sink shows waits in a loop of Qt's own.
+TEST(QtWaiting, KeepsChunksBackWhileTheSinkOfTheOneBeforeShowsADialog) {
+  QtLoop loop;
+  poll::PollWinsockLibrary library(loop);
+  OneThenTwo server;
+  poll::Client client(library);
+  int awakenings = 0;
+  client.sink->on_received = [&](const std::string& chunk) {
+    if (chunk != "1") return;
+    server.SendTwo();
+    QEventLoop dialog;
+    QTimer::singleShot(50, &dialog, &QEventLoop::quit);
+    const auto counted = QObject::connect(QAbstractEventDispatcher::instance(),
+                                          &QAbstractEventDispatcher::awake, [&] { ++awakenings; });
+    dialog.exec();
+    QObject::disconnect(counted);
+    EXPECT_EQ(client.sink->received, "1");
+  };
+  client.Connect(server.Address());
+  loop.RunUntil([&] { return client.sink->received == "12"; });
+  EXPECT_LE(awakenings, kFewQuestions);
 }
 
 }  // namespace

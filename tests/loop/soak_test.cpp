@@ -208,16 +208,23 @@ template <class Loop>
 using LoopSoak = LoopTest<Loop>;
 TYPED_TEST_SUITE(LoopSoak, TestedLoops, LoopNames);
 
+// Under Wine sockets are slow.
+#ifdef _WIN32
+constexpr int kActs = 600;
+#else
+constexpr int kActs = 20'000;
+#endif
+
 TYPED_TEST(LoopSoak, KeepsItsRulesWhateverHandlersDo) {
   for (const unsigned seed : {1u, 2u, 3u, 4u}) {
     SCOPED_TRACE(seed);
     Soak<TypeParam> soak(seed);
-    soak.Run(20'000);
+    soak.Run(kActs);
     soak.Drain();
     if (this->HasFatalFailure()) return;
     EXPECT_GT(soak.DeepestOfOneWatch(), 2) << "the acts nest";
-    EXPECT_GT(soak.BytesRead(), 10'000u);
-    EXPECT_GT(soak.TimersFired(), 500);
+    EXPECT_GT(soak.BytesRead(), static_cast<std::uint64_t>(kActs) / 2);
+    EXPECT_GT(soak.TimersFired(), kActs / 40);
   }
 }
 

@@ -2,6 +2,11 @@
 #include <signal.h>
 #include <sys/time.h>
 
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "adapters/poll/name_resolver.h"
 #include "adapters/poll/poll_loop.h"
 
 namespace mirelo::poll {
@@ -22,6 +27,21 @@ TEST(RunUntil, AsksAgainAfterASignal) {
   ::setitimer(ITIMER_REAL, &never, nullptr);
   ::sigaction(SIGALRM, &former, nullptr);
   EXPECT_EQ(signalled, 1);
+}
+
+TEST(NameResolver, LeavesSignalsToTheLoopsThread) {
+  PollLoop loop;
+  sigset_t blocked;
+  const auto resolver = std::make_shared<NameResolver>(loop, [&](const std::string& name) {
+    ::pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+    return NameResolver::Answer{std::nullopt, name};
+  });
+  bool answered = false;
+  resolver->Resolve("a", [&](const NameResolver::Answer&) { answered = true; });
+  loop.RunUntil([&] { return answered; });
+  EXPECT_EQ(::sigismember(&blocked, SIGINT), 1);
+  ::pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+  EXPECT_EQ(::sigismember(&blocked, SIGINT), 0) << "the loop's own thread takes them as before";
 }
 
 }  // namespace

@@ -1,29 +1,11 @@
 #include "adapters/poll/name_resolver.h"
 
-#include <netdb.h>
-#include <signal.h>
-#include <sys/eventfd.h>
-#include <sys/socket.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
 #include <utility>
 
-namespace mirelo::poll {
+#include "adapters/poll/blocked_signals.h"
 
-NameResolver::Answer NameResolver::AskSystem(const std::string& name) {
-  addrinfo hints = {};
-  hints.ai_family = AF_INET;
-  hints.ai_socktype = SOCK_STREAM;
-  addrinfo* found = nullptr;
-  const int failure = ::getaddrinfo(name.c_str(), nullptr, &hints, &found);
-  if (failure == EAI_SYSTEM) return {std::nullopt, std::generic_category().message(errno)};
-  if (failure != 0) return {std::nullopt, ::gai_strerror(failure)};
-  Answer answer{reinterpret_cast<const sockaddr_in*>(found->ai_addr)->sin_addr, {}};
-  ::freeaddrinfo(found);
-  return answer;
-}
+namespace mirelo::poll {
 
 NameResolver::NameResolver(host::MessageLoop& loop, Lookup lookup)
     : loop_(loop), lookup_(std::move(lookup)) {}
@@ -39,8 +21,7 @@ NameResolver::~NameResolver() {
 }
 
 NameResolver::Ticket NameResolver::Resolve(const std::string& name, Done done) {
-  if (answered_.Number() < 0)
-    answered_ = Descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE));
+  if (answered_.Number() < 0) answered_ = Bell::Open();
   if (!worker_.joinable()) StartWorker();
   if (watch_ == 0) {
     watch_ = loop_.Watch(answered_.Number(), host::MessageLoop::kRead, [this](unsigned) { TakeAnswer(); });
@@ -62,16 +43,8 @@ void NameResolver::Cancel(Ticket ticket) {
 
 // The thread inherits that all signals are blocked: they are meant for the loop's thread and end its wait.
 void NameResolver::StartWorker() {
-  sigset_t all, former;
-  ::sigfillset(&all);
-  ::pthread_sigmask(SIG_SETMASK, &all, &former);
-  try {
-    worker_ = std::thread([this] { Work(); });
-  } catch (...) {
-    ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
-    throw;
-  }
-  ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
+  const BlockedSignals blocked;
+  worker_ = std::thread([this] { Work(); });
 }
 
 // The resolver's thread.
@@ -86,15 +59,14 @@ void NameResolver::Work() {
     Answer answer = lookup_(question.name);
     lock.lock();
     replies_.push_back({question.ticket, std::move(answer)});
-    ::eventfd_write(answered_.Number(), 1);
+    answered_.Ring();
   }
 }
 
 // One answer a call: should its receiver throw, the loop comes back for the next one. The receiver is called
 // last, as it may let go of the resolver.
 void NameResolver::TakeAnswer() {
-  eventfd_t one = 0;
-  if (::eventfd_read(answered_.Number(), &one) != 0) return;
+  if (!answered_.Take()) return;
   Reply reply;
   {
     const std::lock_guard lock(mutex_);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <netinet/in.h>
-
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -12,7 +10,8 @@
 #include <string>
 #include <thread>
 
-#include "adapters/poll/descriptor.h"
+#include "adapters/poll/bell.h"
+#include "adapters/poll/ipv4.h"
 #include "host/message_loop.h"
 
 namespace mirelo::poll {
@@ -24,7 +23,7 @@ namespace mirelo::poll {
 class NameResolver {
  public:
   struct Answer {
-    std::optional<in_addr> address;
+    std::optional<Ipv4> address;
     std::string error;  // for people, when there is no address
   };
   using Lookup = std::function<Answer(const std::string& name)>;
@@ -53,7 +52,7 @@ class NameResolver {
 
   host::MessageLoop& loop_;
   const Lookup lookup_;
-  Descriptor answered_;  // an eventfd that counts the answers waiting
+  Bell answered_;  // rung for each answer that waits
   host::MessageLoop::Token watch_ = 0;
   std::map<Ticket, Done> pending_;
   Ticket last_ticket_ = 0;

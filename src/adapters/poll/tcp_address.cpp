@@ -1,7 +1,5 @@
 #include "adapters/poll/tcp_address.h"
 
-#include <arpa/inet.h>
-
 #include <algorithm>
 #include <charconv>
 #include <string_view>
@@ -36,9 +34,27 @@ bool IsName(std::string_view host) {
   return IsLabel(host);
 }
 
-std::optional<in_addr> DottedAddress(const std::string& host) {
-  in_addr ip = {};
-  if (::inet_pton(AF_INET, host.c_str(), &ip) != 1) return std::nullopt;
+// A number of 0 to 255 without more digits than it needs.
+std::optional<std::uint8_t> Part(std::string_view digits) {
+  std::uint8_t number = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, number);
+  if (error != std::errc() || stop != end || (digits.size() > 1 && digits.front() == '0'))
+    return std::nullopt;
+  return number;
+}
+
+std::optional<Ipv4> DottedAddress(std::string_view host) {
+  Ipv4 ip{};
+  for (std::size_t i = 0; i < ip.size(); ++i) {
+    const std::size_t dot = host.find('.');
+    const bool is_last = i + 1 == ip.size();
+    if (is_last != (dot == std::string_view::npos)) return std::nullopt;
+    const std::optional<std::uint8_t> part = Part(host.substr(0, dot));
+    if (!part) return std::nullopt;
+    ip[i] = *part;
+    if (!is_last) host.remove_prefix(dot + 1);
+  }
   return ip;
 }
 
@@ -57,7 +73,7 @@ void TcpAddress::SetText(const std::string& text) {
   if (colon == std::string::npos) throw Errors::InvalidProcedureCall();
   const std::uint16_t port = PortNumber(std::string_view(text).substr(colon + 1));
   std::string host = text.substr(0, colon);
-  const std::optional<in_addr> ip = DottedAddress(host);
+  const std::optional<Ipv4> ip = DottedAddress(host);
   if (port == 0 || (!ip && !IsName(host))) throw Errors::InvalidProcedureCall();
   text_ = text;
   host_ = std::move(host);

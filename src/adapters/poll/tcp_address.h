@@ -1,11 +1,10 @@
 #pragma once
 
-#include <netinet/in.h>
-
 #include <cstdint>
 #include <optional>
 #include <string>
 
+#include "adapters/poll/ipv4.h"
 #include "host/winsock_library.h"
 
 namespace mirelo::poll {
@@ -19,13 +18,13 @@ class TcpAddress final : public host::SocketAddress {
 
   const std::string& Text() const { return text_; }  // empty until SetText
   const std::string& Host() const { return host_; }
-  std::optional<in_addr> Ip() const { return ip_; }  // nothing for a name
+  std::optional<Ipv4> Ip() const { return ip_; }  // nothing for a name
   std::uint16_t Port() const { return port_; }
 
  private:
   std::string text_;
   std::string host_;
-  std::optional<in_addr> ip_;
+  std::optional<Ipv4> ip_;
   std::uint16_t port_ = 0;
 };
 

@@ -1,15 +1,10 @@
 #include "adapters/poll/tcp_connection.h"
 
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <exception>
 #include <optional>
 #include <span>
-#include <system_error>
 #include <utility>
 
 #include "adapters/poll/tcp_address.h"
@@ -28,34 +23,18 @@ constexpr int kDrainLimit = 64;
 constexpr unsigned kRead = host::MessageLoop::kRead;
 constexpr unsigned kWrite = host::MessageLoop::kWrite;
 
-bool WouldBlock(int error) { return error == EAGAIN || error == EWOULDBLOCK || error == EINTR; }
-
-void SetOption(const Descriptor& socket, int level, int option) {
-  const int on = 1;
-  ::setsockopt(socket.Number(), level, option, &on, sizeof on);
-}
-
-int TakeError(const Descriptor& socket) {
-  int error = 0;
-  socklen_t size = sizeof error;
-  ::getsockopt(socket.Number(), SOL_SOCKET, SO_ERROR, &error, &size);
-  return error;
-}
-
-// What people are told of an error of receiving or sending; 0 stands for the end of what the peer sends. The
-// system calls a reset by a peer that had ended its own direction before a broken pipe.
-std::string ReasonFor(int error) {
-  if (error == 0) return "The peer closed the connection";
-  return std::generic_category().message(error == EPIPE ? ECONNRESET : error);
+// What people are told of the end of a connection; 0 stands for the end of what the peer sends.
+std::string ReasonForEnd(int error) {
+  return error == 0 ? "The peer closed the connection" : TcpSocket::ReasonFor(error);
 }
 
 // Ends the stream in good order. Bytes left unread would turn the close into a reset, and a reset may take
 // from the peer what it has not read yet.
-void EndStream(const Descriptor& socket) {
-  ::shutdown(socket.Number(), SHUT_WR);
+void EndStream(TcpSocket& socket) {
+  socket.EndSending();
   std::array<char, host::SocketConnection::kChunkLimit> unread;
   for (int chunk = 0; chunk < kDrainLimit; ++chunk) {
-    if (::recv(socket.Number(), unread.data(), unread.size(), 0) <= 0) return;
+    if (socket.Receive(unread.data(), unread.size()).count <= 0) return;
   }
 }
 
@@ -123,7 +102,7 @@ void TcpConnection::Send(const std::string& bytes) {
 
 void TcpConnection::Disconnect() {
   if (state_ == kConnected) {
-    while (sent_ < queue_.size() && SendOnce() > 0) {
+    while (sent_ < queue_.size() && SendOnce().count > 0) {
     }
     EndStream(socket_);
   }
@@ -141,20 +120,14 @@ void TcpConnection::OnLookedUp(const NameResolver::Answer& answer, std::uint16_t
   }
 }
 
-void TcpConnection::Open(in_addr ip, std::uint16_t port) {
-  socket_ = Descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
-  SetOption(socket_, IPPROTO_TCP, TCP_NODELAY);
-  SetOption(socket_, SOL_SOCKET, SO_OOBINLINE);
-  sockaddr_in to = {};
-  to.sin_family = AF_INET;
-  to.sin_port = htons(port);
-  to.sin_addr = ip;
-  error_ = 0;
-  if (::connect(socket_.Number(), reinterpret_cast<const sockaddr*>(&to), sizeof to) != 0 &&
-      errno != EINPROGRESS) {
-    error_ = errno;  // the socket is ready at once as it hangs up, and the event comes from the loop
+void TcpConnection::Open(Ipv4 ip, std::uint16_t port) {
+  socket_ = TcpSocket::Open();
+  error_ = socket_.StartConnecting(ip, port);
+  if (error_ == 0) {
+    watch_ = loop_.Watch(socket_.Number(), kWrite, [this](unsigned ready) { OnReady(ready); });
+  } else {  // the event comes from the loop all the same
+    failed_at_once_ = loop_.StartTimer(host::MessageLoop::Milliseconds(0), [this] { OnReady(kWrite); });
   }
-  watch_ = loop_.Watch(socket_.Number(), kWrite, [this](unsigned ready) { OnReady(ready); });
 }
 
 void TcpConnection::OnReady(unsigned ready) {
@@ -165,17 +138,17 @@ void TcpConnection::OnReady(unsigned ready) {
 }
 
 void TcpConnection::FinishConnecting() {
-  if (error_ == 0) error_ = TakeError(socket_);
-  if (error_ != 0) return Drop(ReasonFor(error_));
+  if (error_ == 0) error_ = socket_.TakeError();
+  if (error_ != 0) return Drop(ReasonForEnd(error_));
   state_ = kConnected;
   UpdateInterest();
   connection_events_.Raise([this](host::ConnectionEvents& sink) { sink.OnConnected(*this); });
 }
 
 void TcpConnection::SendQueued() {
-  const std::ptrdiff_t count = SendOnce();
-  if (count < 0) {
-    if (!WouldBlock(errno)) GiveUpSending(errno);
+  const TcpSocket::Passed passed = SendOnce();
+  if (passed.error != 0) {
+    if (!TcpSocket::WouldBlock(passed.error)) GiveUpSending(passed.error);
     return;
   }
   if (sent_ == queue_.size()) {
@@ -183,8 +156,9 @@ void TcpConnection::SendQueued() {
     sent_ = 0;
     UpdateInterest();
   }
-  bytes_events_.Raise(
-      [&](host::BytesTransferEvents& sink) { sink.OnBytesSent(*this, static_cast<std::int32_t>(count)); });
+  bytes_events_.Raise([&](host::BytesTransferEvents& sink) {
+    sink.OnBytesSent(*this, static_cast<std::int32_t>(passed.count));
+  });
 }
 
 // A chunk that comes while the one before it is still with its sinks stays in the socket.
@@ -205,7 +179,7 @@ void TcpConnection::Receive() {
     if (!failure) failure = std::current_exception();
   }
   if (failure) std::rethrow_exception(failure);
-  if (end) Drop(ReasonFor(*end));
+  if (end) Drop(ReasonForEnd(*end));
 }
 
 // The error with which the peer's bytes have ended, 0 for none; nothing while they go on.
@@ -213,9 +187,9 @@ std::optional<int> TcpConnection::HandOverChunk() {
   bytes_events_.Raise([this](host::BytesTransferEvents& sink) { sink.OnBytesAvailable(*this); });
   if (state_ != kConnected) return std::nullopt;
   std::array<std::uint8_t, kChunkLimit> chunk;
-  const ssize_t count = ::recv(socket_.Number(), chunk.data(), chunk.size(), 0);
+  const auto [count, error] = socket_.Receive(reinterpret_cast<char*>(chunk.data()), chunk.size());
+  if (error != 0) return TcpSocket::WouldBlock(error) ? std::nullopt : std::optional(error);
   if (count == 0) return error_;
-  if (count < 0) return WouldBlock(errno) ? std::nullopt : std::optional(errno);
   const std::span<const std::uint8_t> bytes(chunk.data(), static_cast<std::size_t>(count));
   bytes_events_.Raise([&](host::BytesTransferEvents& sink) { sink.OnBytesReceived(*this, bytes); });
   return std::nullopt;
@@ -227,7 +201,7 @@ void TcpConnection::GiveUpSending(int error) {
   error_ = error;
   queue_.clear();
   sent_ = 0;
-  ::shutdown(socket_.Number(), SHUT_RDWR);
+  socket_.EndAfterFailure();
   UpdateInterest();
 }
 
@@ -251,18 +225,19 @@ void TcpConnection::Drop(const std::string& reason) {
 void TcpConnection::Close(std::int32_t state) {
   resolver_->Cancel(std::exchange(lookup_, 0));
   loop_.Unwatch(std::exchange(watch_, 0));
+  loop_.StopTimer(std::exchange(failed_at_once_, 0));
   socket_.Close();
   queue_.clear();
   sent_ = 0;
   state_ = state;
 }
 
-// Hands a part of the queue to the socket: how many bytes it took, or -1 and errno.
-std::ptrdiff_t TcpConnection::SendOnce() {
+// Hands a part of the queue to the socket.
+TcpSocket::Passed TcpConnection::SendOnce() {
   const std::size_t length = std::min(queue_.size() - sent_, kSendLimit);
-  const ssize_t count = ::send(socket_.Number(), queue_.data() + sent_, length, MSG_NOSIGNAL);
-  if (count > 0) sent_ += static_cast<std::size_t>(count);
-  return count;
+  const TcpSocket::Passed passed = socket_.Send(queue_.data() + sent_, length);
+  if (passed.count > 0) sent_ += static_cast<std::size_t>(passed.count);
+  return passed;
 }
 
 }  // namespace mirelo::poll

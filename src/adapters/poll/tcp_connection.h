@@ -1,16 +1,15 @@
 #pragma once
 
-#include <netinet/in.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "adapters/poll/descriptor.h"
+#include "adapters/poll/ipv4.h"
 #include "adapters/poll/name_resolver.h"
 #include "adapters/poll/subscriptions.h"
+#include "adapters/poll/tcp_socket.h"
 #include "host/message_loop.h"
 #include "host/winsock_library.h"
 
@@ -39,7 +38,7 @@ class TcpConnection final : public host::SocketConnection,
   void Abandon();
 
   void OnLookedUp(const NameResolver::Answer& answer, std::uint16_t port);
-  void Open(in_addr ip, std::uint16_t port);
+  void Open(Ipv4 ip, std::uint16_t port);
   void OnReady(unsigned ready);
   void FinishConnecting();
   void Receive();
@@ -51,7 +50,7 @@ class TcpConnection final : public host::SocketConnection,
   void Drop(const std::string& reason);
   void Close(std::int32_t state);
 
-  std::ptrdiff_t SendOnce();
+  TcpSocket::Passed SendOnce();
 
   host::MessageLoop& loop_;
   const std::shared_ptr<NameResolver> resolver_;
@@ -62,8 +61,9 @@ class TcpConnection final : public host::SocketConnection,
   std::int32_t state_ = kClosed;
   std::string target_;               // the address's text, for reasons
   NameResolver::Ticket lookup_ = 0;  // 0: no name is being looked up
-  Descriptor socket_;
+  TcpSocket socket_;
   host::MessageLoop::Token watch_ = 0;
+  host::MessageLoop::Token failed_at_once_ = 0;  // the timer that tells of a connection that cannot be
   int error_ = 0;      // what connecting or sending met at once, to be told by an event
   std::string queue_;  // to be sent; the part before sent_ has been
   std::size_t sent_ = 0;

@@ -55,6 +55,20 @@ INT MillisecondsOf(std::optional<std::chrono::nanoseconds> limit) {
   return static_cast<INT>(std::min(std::chrono::ceil<std::chrono::milliseconds>(*limit), kLongest).count());
 }
 
+// For a wait that was refused because of them. How many there are.
+int FindThoseNotOpen(std::vector<WSAPOLLFD>& asked) {
+  int count = 0;
+  for (WSAPOLLFD& each : asked) {
+    int kind = 0;
+    int size = sizeof kind;
+    const bool is_open =
+        ::getsockopt(each.fd, SOL_SOCKET, SO_TYPE, reinterpret_cast<char*>(&kind), &size) == 0;
+    each.revents = is_open ? SHORT{0} : kNotOpen;
+    count += is_open ? 0 : 1;
+  }
+  return count;
+}
+
 }  // namespace
 
 int WaitFor(std::vector<pollfd>& polled, std::optional<std::chrono::nanoseconds> limit) {
@@ -71,9 +85,11 @@ int WaitFor(std::vector<pollfd>& polled, std::optional<std::chrono::nanoseconds>
     ::Sleep(time < 0 ? INFINITE : static_cast<DWORD>(time));
     return 0;
   }
-  const int count = ::WSAPoll(asked.data(), static_cast<ULONG>(asked.size()), time);
+  int count = ::WSAPoll(asked.data(), static_cast<ULONG>(asked.size()), time);
   if (count == SOCKET_ERROR) {
-    throw std::system_error(::WSAGetLastError(), std::system_category(), "WSAPoll");
+    const int error = ::WSAGetLastError();
+    if (error == WSAENOTSOCK) count = FindThoseNotOpen(asked);
+    if (count <= 0) throw std::system_error(error, std::system_category(), "WSAPoll");
   }
   for (std::size_t i = 0; i < asked.size(); ++i) owners[i]->revents = Ours(asked[i].revents);
   return count;

@@ -1,6 +1,4 @@
-#include <windows.h>
-
-#undef small
+#include "adapters/windows/system.h"
 
 #include "adapters/windows/system_clock.h"
 #include "adapters/windows/user_format.h"

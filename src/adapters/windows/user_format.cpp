@@ -1,6 +1,4 @@
-#include <windows.h>
-
-#undef small
+#include "adapters/windows/system.h"
 
 #include <array>
 #include <cstddef>
