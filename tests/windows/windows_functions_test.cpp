@@ -54,8 +54,8 @@ std::optional<double> WindowsNumber(std::string_view text) {
   return number;
 }
 
-// Small numbers of so many digits that more than 15 would stand behind the point are written with an exponent,
-// "3.33333333333333E-02", by Visual Basic and by us; Wine writes them out.
+// Small numbers of so many digits that more than 15 would stand behind the point are written with an
+// exponent, "3.33333333333333E-02", by Visual Basic and by us; Wine writes them out.
 bool NeedsAnExponent(double number) {
   const std::string text = NumberText(number);
   return std::fabs(number) < 1 && text.find('E') != text.npos;
@@ -83,8 +83,9 @@ TEST(WindowsFunctions, ReadNumbersAsWeDo) {
     const std::string text = NumberText(number);
     ExpectSameNumber(ParseNumber(text), WindowsNumber(text), text);
   }
-  for (const char* text : {"1,234", "1,234.5", "-5", "+5", " 12 ", "1e3", "1E-3", "", " ", "-", "abc", "1x",
-                           "1.2.3", "12.", ".5", "1 2", "--1", "0x10", "&H10", "1,2,3", "5-"}) {
+  for (const char* text :
+       {"1,234", "1,234.5", "-5",  "+5", " 12 ", "1e3", "1E-3", "",     " ",     "-", "abc",
+        "1x",    "1.2.3",   "12.", ".5", "1 2",  "--1", "0x10", "&H10", "1,2,3", "5-"}) {
     ExpectSameNumber(ParseNumber(text), WindowsNumber(text), text);
   }
 }
@@ -133,7 +134,8 @@ TEST(WindowsFunctions, HaveNoByteForTheCharactersThatHaveNoneHere) {
   for (wchar_t wide = 0x100; wide < 0x2200; ++wide) {
     BOOL is_replaced = FALSE;
     char letter = 0;
-    ASSERT_EQ(::WideCharToMultiByte(1252, WC_NO_BEST_FIT_CHARS, &wide, 1, &letter, 1, nullptr, &is_replaced), 1);
+    ASSERT_EQ(::WideCharToMultiByte(1252, WC_NO_BEST_FIT_CHARS, &wide, 1, &letter, 1, nullptr, &is_replaced),
+              1);
     EXPECT_EQ(TextToAnsi(com::TextOf(std::wstring_view(&wide, 1))), std::string(1, letter)) << int{wide};
   }
 }
