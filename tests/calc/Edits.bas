@@ -101,7 +101,8 @@ End Sub
 REM  The person's steps are taken back one after the other while quotes come.
 Sub Steps(Document)
   Dim Sheet, Number As Long
-  If Not Document.Sheets.hasByName("Own") Then Document.Sheets.insertNewByName("Own", 0)
+  Note("steps", Join(Document.UndoManager.AllUndoActionTitles, ", "))
+  Document.Sheets.insertNewByName("Own", 0)
   Sheet = Document.Sheets.getByName("Own")
   For Number = 1 To 25
     Sheet.getCellByPosition(0, Number - 1).Value = Number

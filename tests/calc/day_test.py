@@ -5,8 +5,8 @@ import pathlib
 import tempfile
 import unittest
 
-from office import Office
-from support import BUILD, StandIn, run
+from office import Office, be_asked, build_tables, notes_in
+from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
 
@@ -22,23 +22,11 @@ class Day(unittest.TestCase):
         office.install(BUILD / "mirelo.oxt")
         office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin") as tracker:
-            mirelo = BUILD / "bin" / "mirelo"
-            signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
-            run(mirelo, "settings", "set", "HTTPPort", signed_port, env=environment)
-            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
-            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
-            run(mirelo, "sources", "--update", env=environment)
-            wishes = ["--tickers", "MSFT,IBM", "--columns", "Ticker,Last,Bid,Volume,LastVolume,Time"]
-            source = ["--set", "Seconds=0", "--source", "Alpstein Finance (delayed)"]
-            run(mirelo, "go", "--workbook", folder / "quotes.xlsx", *wishes, *source, env=environment)
+            be_asked(tracker, environment)
+            build_tables(folder / "quotes.xlsx", environment)
             cls.code = office.run("Tests.Day.Main")
         cls.log = office.log()
-        cls.notes = {}
-        notes = folder / "notes"
-        if notes.exists():
-            for line in notes.read_text().splitlines():
-                name, _, value = line.partition(": ")
-                cls.notes[name] = value.strip()
+        cls.notes = notes_in(folder)
 
     def test_reaches_its_end_and_the_office_ends_well_while_quotes_come(self):
         self.assertEqual(self.notes.get("failed"), None, self.notes)

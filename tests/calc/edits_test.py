@@ -5,13 +5,14 @@ import pathlib
 import tempfile
 import unittest
 
-from office import Office
-from support import BUILD, StandIn, run
+from office import Office, be_asked, build_tables, notes_in
+from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
 HEAD = "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,52w Low,52w High"
 SECONDS = 4000
 SPEED = 20
+STEPS = "Show Sheet, Hide sheet, Filter, Filter, Copy, Delete, Split, Merge, Delete, Delete, Insert, Rename Sheet"
 ALL = sorted(f"{ticker}.{caption}" for ticker in ("MSFT", "IBM") for caption in ("Last", "Bid", "Ask"))
 
 
@@ -39,23 +40,12 @@ class Edits(unittest.TestCase):
         office.install(BUILD / "mirelo.oxt")
         office.add_macros(Tests=[HERE / "Edits.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin", "--replay", folder / "day.csv", "--speed", str(SPEED), "--rate", "40", "--kinds", "L1") as tracker:
-            mirelo = BUILD / "bin" / "mirelo"
-            signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
-            run(mirelo, "settings", "set", "HTTPPort", signed_port, env=environment)
-            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
-            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
-            run(mirelo, "sources", "--update", env=environment)
-            wishes = ["--tickers", "MSFT,IBM", "--columns", "Ticker,Last,Bid,Ask", "--history", "Last,Bid,Ask"]
-            source = ["--set", "Seconds=0", "--set", "RowsLimit=0", "--source", "Alpstein Finance (delayed)"]
-            run(mirelo, "go", "--workbook", folder / "quotes.xlsx", *wishes, *source, env=environment)
+            be_asked(tracker, environment)
+            wishes = ["--history", "Last,Bid,Ask", "--set", "RowsLimit=0"]
+            build_tables(folder / "quotes.xlsx", environment, *wishes, columns="Ticker,Last,Bid,Ask")
             cls.code = office.run("Tests.Edits.Main")
         cls.log = office.log()
-        cls.notes = {}
-        notes = folder / "notes"
-        if notes.exists():
-            for line in notes.read_text().splitlines():
-                name, _, value = line.partition(": ")
-                cls.notes[name] = value.strip()
+        cls.notes = notes_in(folder)
 
     def test_reaches_its_end_and_the_office_ends_well(self):
         self.assertEqual(self.notes.get("failed"), None, self.notes)
@@ -96,6 +86,7 @@ class Edits(unittest.TestCase):
 
     def test_takes_back_the_persons_steps_alone(self):
         self.assertEqual(self.notes["steps taken back"], "9 0")
+        self.assertEqual(self.notes["steps"], STEPS)
 
 
 if __name__ == "__main__":

@@ -6,7 +6,7 @@ import tempfile
 import threading
 import unittest
 
-from office import Office
+from office import Office, notes_in
 from support import BUILD, SOURCE, StandIn, run
 
 HERE = pathlib.Path(__file__).parent
@@ -75,11 +75,7 @@ class Functions(unittest.TestCase):
                 noted = notes.read_text() if notes.exists() else "nothing"
                 raise AssertionError(f"{failure}\nnoted until then:\n{noted}") from None
         cls.log = office.log()
-        cls.notes = {}
-        if notes.exists():
-            for line in notes.read_text().splitlines():
-                name, _, value = line.partition(": ")
-                cls.notes[name] = value
+        cls.notes = notes_in(folder)
 
     def test_reach_their_end_and_the_office_ends_well_while_quotes_come(self):
         self.assertEqual(self.notes.get("failed"), None)

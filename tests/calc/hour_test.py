@@ -11,7 +11,7 @@ import threading
 import time
 import unittest
 
-from office import PATIENCE, Office
+from office import PATIENCE, Office, be_asked, build_tables
 from support import BUILD, StandIn, run
 
 HERE = pathlib.Path(__file__).parent
@@ -82,15 +82,8 @@ class Hour(unittest.TestCase):
             "MIRELO_SECONDS": str(SECONDS),
         }
         with StandIn(BUILD / "bin", "--rate", "20") as tracker, Screen() as screen:
-            mirelo = BUILD / "bin" / "mirelo"
-            signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
-            run(mirelo, "settings", "set", "HTTPPort", signed_port, env=environment)
-            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
-            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
-            run(mirelo, "sources", "--update", env=environment)
-            wishes = ["--tickers", "MSFT,IBM", "--columns", "Ticker,Last,Bid,Volume,LastVolume,Time"]
-            source = ["--set", "Seconds=0", "--source", "Alpstein Finance (delayed)"]
-            run(mirelo, "go", "--workbook", folder / "quotes.xlsx", *wishes, *source, env=environment)
+            be_asked(tracker, environment)
+            build_tables(folder / "quotes.xlsx", environment)
             office = Office(folder, {**environment, "DISPLAY": screen.display}, plugin="gen", headless=False)
             office.install(BUILD / "mirelo.oxt")
             office.add_macros(Tests=[HERE / "Hour.bas", HERE / "Notes.bas"])

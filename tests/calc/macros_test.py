@@ -6,8 +6,8 @@ import re
 import tempfile
 import unittest
 
-from office import Office
-from support import BUILD, SOURCE, StandIn, run
+from office import Office, be_asked, notes_in
+from support import BUILD, SOURCE, StandIn
 
 HERE = pathlib.Path(__file__).parent
 
@@ -24,19 +24,10 @@ class Macros(unittest.TestCase):
         office.install(BUILD / "mirelo.oxt")
         office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=[HERE / "Driver.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin") as tracker:
-            mirelo = BUILD / "bin" / "mirelo"
-            signed_port = (int(tracker.http_port) + 0x8000) % 0x10000 - 0x8000  # as it is stored
-            run(mirelo, "settings", "set", "HTTPPort", signed_port, env=environment)
-            run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
-            run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
-            run(mirelo, "sources", "--update", env=environment)
+            be_asked(tracker, environment)
             cls.code = office.run("Tests.Driver.Main")
         cls.log = office.log()
-        cls.notes = {}
-        if notes.exists():
-            for line in notes.read_text().splitlines():
-                name, _, value = line.partition(": ")
-                cls.notes[name] = value
+        cls.notes = notes_in(folder)
 
     def test_reach_their_end_and_the_office_ends_well(self):
         self.assertEqual(self.notes.get("failed"), None)

@@ -6,7 +6,7 @@ import tempfile
 import unittest
 from xml.etree import ElementTree
 
-from office import Office
+from office import Office, notes_in
 from support import BUILD, SOURCE
 
 HERE = pathlib.Path(__file__).parent
@@ -25,11 +25,7 @@ class Menu(unittest.TestCase):
         office.add_macros(Tests=[HERE / "Menu.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
         cls.code = office.run("Tests.Menu.Main")
         cls.log = office.log()
-        cls.notes = {}
-        if notes.exists():
-            for line in notes.read_text().splitlines():
-                name, _, value = line.partition(": ")
-                cls.notes[name] = value.strip()
+        cls.notes = notes_in(folder)
 
     def test_reaches_its_end_and_the_office_ends_well(self):
         self.assertEqual(self.notes.get("failed"), None)

@@ -7,6 +7,8 @@ import time
 import zipfile
 from xml.sax.saxutils import escape
 
+from support import BUILD, run
+
 OFFICE = pathlib.Path(os.environ["MIRELO_OFFICE"])
 
 PATIENCE = 120  # seconds, over all starts: machines that build or test beside it take a while
@@ -26,6 +28,34 @@ LIBRARIES = """<?xml version="1.0" encoding="UTF-8"?>
 <library:libraries xmlns:library="http://openoffice.org/2000/library" xmlns:xlink="http://www.w3.org/1999/xlink">
 {elements}</library:libraries>
 """
+
+
+def be_asked(tracker, environment):
+    """Settings of the person in `environment`, by which quotes come from this stand-in."""
+    mirelo = BUILD / "bin" / "mirelo"
+    run(mirelo, "settings", "set", "HTTPPort", as_stored(tracker.http_port), env=environment)
+    run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
+    run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
+    run(mirelo, "sources", "--update", env=environment)
+
+
+def as_stored(port):
+    """A port of the HTTP interface is kept as a number of 16 bits with a sign."""
+    return (int(port) + 0x8000) % 0x10000 - 0x8000
+
+
+def build_tables(workbook, environment, *wishes, columns="Ticker,Last,Bid,Volume,LastVolume,Time"):
+    """A workbook as Go leaves it, of MSFT and IBM, whose quotes are to be streamed."""
+    tickers = ["--tickers", "MSFT,IBM", "--columns", columns]
+    source = ["--set", "Seconds=0", "--source", "Alpstein Finance (delayed)"]
+    run(BUILD / "bin" / "mirelo", "go", "--workbook", workbook, *tickers, *source, *wishes, env=environment)
+
+
+def notes_in(folder):
+    """What a macro has noted (Notes.bas), by its title."""
+    file = folder / "notes"
+    lines = file.read_text().splitlines() if file.exists() else []
+    return {title: value.strip() for title, _, value in (line.partition(": ") for line in lines)}
 
 
 class Office:

@@ -1,5 +1,6 @@
 #include "adapters/calc/objects/document_sheet.h"
 
+#include <algorithm>
 #include <com/sun/star/container/XChild.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
@@ -93,5 +94,12 @@ std::int32_t DocumentSheet::Index() {
 bool DocumentSheet::IsHidden() { return !Properties(Get()).Get("IsVisible", true); }
 
 bool DocumentSheet::IsProtected() { return As<css::util::XProtectable>(Get())->isProtected(); }
+
+bool DocumentSheet::IsFirstWriteTo(std::int32_t first_row, std::int32_t last_row) {
+  const bool is_first = first_written_ == 0 || first_row < first_written_ || last_row > last_written_;
+  first_written_ = first_written_ == 0 ? first_row : std::min(first_written_, first_row);
+  last_written_ = std::max(last_written_, last_row);
+  return is_first;
+}
 
 }  // namespace mirelo::calc

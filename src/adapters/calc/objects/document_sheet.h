@@ -51,6 +51,9 @@ class DocumentSheet {
 
   bool IsProtected();
 
+  // Whether this is the first time that any of these rows is written, which is noted.
+  bool IsFirstWriteTo(std::int32_t first_row, std::int32_t last_row);
+
  private:
   // What tells at little cost, since it is asked for in front of each call, whether the office's object
   // stands for the same sheet, and for all of it.
@@ -73,6 +76,8 @@ class DocumentSheet {
   Reference<css::sheet::XCellRangeAddressable> addressed_;
   std::optional<Mark> mark_;  // of the last look
   std::string name_;
+  std::int32_t first_written_ = 0;  // of the rows; 0 for none
+  std::int32_t last_written_ = 0;
 };
 
 }  // namespace mirelo::calc

@@ -5,6 +5,7 @@
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <string>
@@ -15,6 +16,8 @@
 #include "adapters/calc/objects/block_change.h"
 #include "adapters/calc/objects/block_formats.h"
 #include "adapters/calc/objects/comment_object.h"
+#include "adapters/calc/objects/document_sheet.h"
+#include "adapters/calc/objects/properties.h"
 #include "automation/text.h"
 #include "host/excel/range.h"
 #include "spreadsheet/typed/cell_input.h"
@@ -59,6 +62,20 @@ class Runs {
 bool MayBeTakenForANumber(const std::string& text) {
   return text.find_first_of("0123456789") != std::string::npos || EqualText(text, "TRUE") ||
          EqualText(text, "FALSE");
+}
+
+// Calc fits the heights of rows as they are written, and brings its windows up to date where one changes.
+// That opens the undo list amid the write. So heights are fitted in front of it.
+void FitRows(const CellBlock& block) {
+  const Area& area = block.area;
+  if (!block.sheet->IsFirstWriteTo(area.first_row, area.last_row)) return;
+  const auto rows = As<css::table::XColumnRowRange>(block.Cells())->getRows();
+  for (sal_Int32 i = 0; i < area.Rows(); ++i) {
+    const Properties row(rows->getByIndex(i));
+    if (!row.Get("OptimalHeight", true)) continue;  // as high as the person has made it
+    row.Set("OptimalHeight", true);
+    block.document().StayAside();
+  }
 }
 
 // What becomes of values in the cells of a block: what goes into them all at once, and behind that their
@@ -135,6 +152,7 @@ class Writing {
 
   // Calc takes the comments off cells that are written as a block.
   void WriteData() const {
+    FitRows(block_);
     const AreaSet commented = CommentedCells(block_);
     AreaSet parts{block_.area};
     for (const Area& cells : commented) parts = Without(parts, cells);

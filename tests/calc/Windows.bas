@@ -1,0 +1,154 @@
+REM  Opens and closes windows, previews, and documents while quotes come or are waited for, and notes what comes of it.
+
+Option Explicit
+
+Const Table = "Dovanta2_Quotes"
+
+Global Waiting  ' the document that is closed while a request waits
+
+Sub Main
+  Dim Document
+  On Error GoTo Failed
+  Document = Opened("quotes.xlsx")
+  ChooseCommand(Document, "start")
+  Preview(Document)
+  Printing(Document)
+  SecondWindow(Document)
+  InTurn
+  Disposing
+  WhileARequestWaits
+  Note("end", "reached")
+  GoTo Done
+Failed:
+  Note("failed", Err & " " & Error$ & " in line " & Erl)
+Done:
+  On Error Resume Next
+  StarDesktop.terminate()
+End Sub
+
+Sub Preview(Document)
+  Dispatch(Document, ".uno:PrintPreview")
+  Note("in a preview", Comes(Document))
+  Note("preview is there", Not HasUnoInterfaces(Document.CurrentController, "com.sun.star.sheet.XSpreadsheetView"))
+  Note("status in a preview", InStr(StatesIn(Document), "Mirelo: ") > 0)
+  Dispatch(Document, ".uno:ClosePreview")
+  Note("behind a preview", Comes(Document))
+End Sub
+
+Sub Printing(Document)
+  Dim Name As String
+  Name = Environ("MIRELO_FOLDER") & "/printed.pdf"
+  Document.print(Array(Argument("FileName", ConvertToURL(Environ("MIRELO_FOLDER") & "/printed.ps")), Argument("Wait", True)))
+  Note("behind printing", Comes(Document))
+  Document.storeToURL(ConvertToURL(Name), Array(Argument("FilterName", "calc_pdf_Export")))
+  Note("printed into a file", FileLen(Name) > 0)
+  Note("behind printing into a file", Comes(Document))
+End Sub
+
+Sub SecondWindow(Document)
+  Dim First, Second
+  First = Document.CurrentController.Frame
+  Dispatch(Document, ".uno:NewWindow")
+  Second = Document.CurrentController.Frame
+  Note("windows", CountOf(Document.Controllers))
+  Note("with two windows", Comes(Document))
+  First.close(True)
+  Note("windows left", CountOf(Document.Controllers))
+  Note("without the first window", Comes(Document))
+  Note("states in the other window", StatesIn(Document))
+  Second.close(True)
+  Wait 300
+  Document = Opened("quotes.xlsx")
+  Note("states behind the last window", StatesIn(Document))
+  Document.close(True)
+End Sub
+
+Sub InTurn
+  Dim Here, There
+  Here = Opened("quotes.xlsx")
+  There = Opened("more.xlsx")
+  ChooseCommand(Here, "start")
+  Note("in the one document", Comes(Here))
+  ChooseCommand(Here, "stop")
+  ChooseCommand(There, "start")
+  Note("in the other document", Comes(There))
+  Note("in the one no more", Comes(Here))
+  ChooseCommand(There, "stop")
+  ChooseCommand(Here, "start")
+  Note("in the one again", Comes(Here))
+  There.close(True)
+  Note("without the other", Comes(Here))
+  Here.close(True)
+End Sub
+
+Sub Disposing
+  Dim Document
+  Document = Opened("quotes.xlsx")
+  ChooseCommand(Document, "start")
+  Note("before a macro disposes it", Comes(Document))
+  Document.dispose()
+  Wait 300
+  Document = Opened("quotes.xlsx")
+  Note("states behind disposing", StatesIn(Document))
+  Document.close(True)
+End Sub
+
+REM  Quotes are asked for from now on, of a server that never answers.
+Sub WhileARequestWaits
+  Dim Settings
+  Settings = createUnoService("mirelo.CAppSettings")
+  Settings.SaveSetting("Settings", "Seconds", 30)
+  Settings.SaveSetting("Settings", "HTTPPort", Environ("MIRELO_MUTE_PORT"))
+  Waiting = Opened("quotes.xlsx")
+  StartAndClose(Waiting)
+  Waiting = Opened("quotes.xlsx")
+  Note("states behind a request", StatesIn(Waiting))
+  Waiting.close(True)
+End Sub
+
+REM  A request holds up a macro, and so the closing is done from a callback of the office's.
+Sub StartAndClose(Document)
+  createUnoService("com.sun.star.awt.AsyncCallback").addCallback(CreateUnoListener("Close_", "com.sun.star.awt.XCallback"), Empty)
+  ChooseCommand(Document, "start")
+End Sub
+
+Sub Close_notify(Data)
+  Note("closed while a request waits", InStr(StatesIn(Waiting), "stop=True") > 0)
+  Waiting.close(True)
+End Sub
+
+Function CountOf(Items) As Long
+  Do While Items.hasMoreElements()
+    Items.nextElement()
+    CountOf = CountOf + 1
+  Loop
+End Function
+
+REM  Whether the cells of the quotes change within a while.
+Function Comes(Document) As Boolean
+  Dim Before As Double, Tries As Integer, Cell
+  Cell = Document.Sheets.getByName(Table).getCellRangeByName("B3")
+  Before = Cell.Value
+  For Tries = 1 To 20
+    Wait 50
+    If Cell.Value <> Before Then
+      Comes = True
+      Exit Function
+    End If
+  Next Tries
+End Function
+
+Function Opened(Name As String)
+  Opened = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/" & Name), "_blank", 0, Array())
+End Function
+
+Sub Dispatch(Document, Command As String)
+  createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(Document.CurrentController.Frame, Command, "", 0, Array())
+End Sub
+
+Function Argument(Name As String, Value)
+  Dim Made As New com.sun.star.beans.PropertyValue
+  Made.Name = Name
+  Made.Value = Value
+  Argument = Made
+End Function

@@ -1,0 +1,70 @@
+"""Windows, previews and documents are opened and closed while quotes come or are waited for."""
+
+import os
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+from office import Office, as_stored, be_asked, build_tables, notes_in
+from support import BUILD, StandIn
+
+HERE = pathlib.Path(__file__).parent
+IDLE = "settings=True start=True stop=False status=True [] help=True"
+
+
+class Windows(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        home = tempfile.TemporaryDirectory(prefix="mirelo-")
+        cls.addClassCleanup(home.cleanup)
+        folder = pathlib.Path(home.name)
+        environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
+        with StandIn(BUILD / "bin", "--rate", "40", "--kinds", "L1") as tracker, StandIn(
+            BUILD / "bin", "--http-fault", "stall"
+        ) as mute:
+            be_asked(tracker, environment)
+            build_tables(folder / "quotes.xlsx", environment)
+            shutil.copy(folder / "quotes.xlsx", folder / "more.xlsx")
+            office = Office(folder, {**environment, "MIRELO_MUTE_PORT": str(as_stored(mute.http_port))})
+            office.install(BUILD / "mirelo.oxt")
+            office.add_macros(Tests=[HERE / "Windows.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+            cls.code = office.run("Tests.Windows.Main")
+        cls.log = office.log()
+        cls.notes = notes_in(folder)
+
+    def test_reaches_its_end_and_the_office_ends_well(self):
+        self.assertEqual(self.notes.get("failed"), None, self.notes)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.code, 0, self.log)
+        self.assertNotIn("mirelo", self.log)
+
+    def test_a_day_goes_on_in_a_preview_and_while_it_is_printed(self):
+        for where in ("in a preview", "behind a preview", "behind printing", "behind printing into a file"):
+            self.assertEqual(self.notes[where], "True", where)
+        for what in ("preview is there", "status in a preview", "printed into a file"):
+            self.assertEqual(self.notes[what], "True", what)
+
+    def test_a_day_goes_on_until_the_last_window_is_closed(self):
+        self.assertEqual((self.notes["windows"], self.notes["windows left"]), ("2", "1"))
+        self.assertEqual(self.notes["with two windows"], "True")
+        self.assertEqual(self.notes["without the first window"], "True")
+        self.assertIn("stop=True status=True [Mirelo: ", self.notes["states in the other window"])
+        self.assertEqual(self.notes["states behind the last window"], IDLE)
+
+    def test_documents_have_days_in_turn(self):
+        for where in ("in the one document", "in the other document", "in the one again", "without the other"):
+            self.assertEqual(self.notes[where], "True", where)
+        self.assertEqual(self.notes["in the one no more"], "False")
+
+    def test_a_macro_may_dispose_the_document(self):
+        self.assertEqual(self.notes["before a macro disposes it"], "True")
+        self.assertEqual(self.notes["states behind disposing"], IDLE)
+
+    def test_a_document_can_be_closed_while_a_request_waits(self):
+        self.assertEqual(self.notes["closed while a request waits"], "True")
+        self.assertEqual(self.notes["states behind a request"], IDLE)
+
+
+if __name__ == "__main__":
+    unittest.main()
