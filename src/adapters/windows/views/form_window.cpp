@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "adapters/windows/views/color.h"
+#include "adapters/windows/views/common_controls.h"
 #include "adapters/windows/views/failures.h"
 #include "adapters/windows/views/wide_text.h"
 #include "forms/button.h"
@@ -73,6 +74,7 @@ void Scale(Box& box, const Lettering& from, const Lettering& to) {
 FormWindow::FormWindow(forms::Form& form, Failures& failures, HWND above,
                        std::function<bool(const std::string& question)> ask)
     : form_(form), failures_(failures) {
+  const CommonControls look;
   Create(above);
   BuildControls(std::move(ask));
   Fit();

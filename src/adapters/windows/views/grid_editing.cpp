@@ -5,10 +5,6 @@
 
 namespace mirelo::windows {
 
-namespace {
-constexpr UINT_PTR kEditorWatch = 2;
-}
-
 // Opens the active cell for a new text, if it takes one. A letter that was typed is the text's first.
 bool GridView::Edit(wchar_t typed) {
   bool may = false;
@@ -20,7 +16,7 @@ bool GridView::Edit(wchar_t typed) {
   editor_ = ::CreateWindowExW(0, WC_EDITW, text.c_str(), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, place.left,
                               place.top, place.width, place.height, window(), nullptr, OwnModule(), nullptr);
   ::SendMessageW(editor_, WM_SETFONT, reinterpret_cast<WPARAM>(views_.letters().font()), FALSE);
-  ::SetWindowSubclass(editor_, WatchEditor, kEditorWatch, reinterpret_cast<DWORD_PTR>(this));
+  editor_watch_.Start(editor_);
   ::SetFocus(editor_);
   const auto length = static_cast<LPARAM>(text.size());
   ::SendMessageW(editor_, EM_SETSEL, typed != 0 ? static_cast<WPARAM>(length) : 0, length);
@@ -38,20 +34,9 @@ void GridView::EndEdit(bool keep) {
   const HWND editor = std::exchange(editor_, nullptr);
   if (editor == nullptr) return;
   const std::string text = TextOf(editor);
-  ::RemoveWindowSubclass(editor, WatchEditor, kEditorWatch);
+  WindowWatch::End(editor);
   ::DestroyWindow(editor);
   if (keep) Act([&] { grid_.UserEditCell(text); });
-}
-
-// Whoever goes elsewhere has typed what is to be.
-LRESULT CALLBACK GridView::WatchEditor(HWND editor, UINT message, WPARAM first, LPARAM second, UINT_PTR,
-                                       DWORD_PTR view) {
-  if (message == WM_KILLFOCUS) {
-    const LRESULT answer = ::DefSubclassProc(editor, message, first, second);
-    reinterpret_cast<GridView*>(view)->EndEdit(true);
-    return answer;
-  }
-  return ::DefSubclassProc(editor, message, first, second);
 }
 
 }  // namespace mirelo::windows

@@ -13,6 +13,7 @@
 #include "adapters/windows/views/painted_window.h"
 #include "adapters/windows/views/pictures.h"
 #include "adapters/windows/views/views.h"
+#include "adapters/windows/views/window_watch.h"
 #include "forms/grid.h"
 
 namespace mirelo::windows {
@@ -54,8 +55,17 @@ class GridView final : public PaintedWindow {
 
   bool Edit(wchar_t typed);
   void EndEdit(bool keep);
-  static LRESULT CALLBACK WatchEditor(HWND editor, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
-                                      DWORD_PTR view);
+  // Whoever goes elsewhere has typed what is to be.
+  class EditorWatch final : public WindowWatch {
+   public:
+    explicit EditorWatch(GridView& grid) : grid_(grid) {}
+    void Seen(HWND, UINT message) override {
+      if (message == WM_KILLFOCUS) grid_.EndEdit(true);
+    }
+
+   private:
+    GridView& grid_;
+  };
 
   void Paint();
   void PaintCell(HDC context, const GridPlaces& places, Cell cell);
@@ -84,6 +94,7 @@ class GridView final : public PaintedWindow {
   };
   std::optional<Resize> resize_;
   HWND editor_ = nullptr;
+  EditorWatch editor_watch_{*this};
   std::map<std::string, Icon> icons_;
 };
 

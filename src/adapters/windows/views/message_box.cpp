@@ -1,5 +1,6 @@
 #include "adapters/windows/views/native.h"
 
+#include "adapters/windows/views/common_controls.h"
 #include "adapters/windows/views/native_desktop.h"
 #include "adapters/windows/views/others_disabled.h"
 #include "adapters/windows/views/top_window.h"
@@ -68,6 +69,7 @@ Answer NativeDesktop::MessageBox(const std::string& text, int style, const std::
 Answer NativeDesktop::Box(const std::string& text, int style, const std::string& title, unsigned preset) {
   const HWND owner = TopWindow(windows_);
   const OthersDisabled others(owner);
+  const CommonControls look;
   const UINT front = owner == nullptr ? MB_SETFOREGROUND : 0;
   const int pressed =
       ::MessageBoxW(owner, WideText(text).c_str(), WideText(title).c_str(), StyleFor(style) | preset | front);

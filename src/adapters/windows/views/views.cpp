@@ -16,7 +16,6 @@ using forms::layout::Place;
 
 namespace {
 
-constexpr UINT_PTR kFocusWatch = 1;
 constexpr LPARAM kWidestToolTip = 600;
 
 // What a person sees of the control, though it may stand on a page that is not in front.
@@ -84,7 +83,7 @@ Views::Views(HWND form, Failures& failures)
 // The windows go with the form's, and by then nobody may be asked any more.
 Views::~Views() {
   for (const auto& view : views_) {
-    if (view->window != nullptr) ::RemoveWindowSubclass(view->window, WatchFocus, kFocusWatch);
+    WindowWatch::End(view->window);
   }
 }
 
@@ -109,7 +108,7 @@ View& Views::Add(const wchar_t* window_class, DWORD style, DWORD extended_style,
   views_.push_back(std::make_unique<View>(View{control, page, window}));
   View& view = *views_.back();
   SetFont(view, *letters_);
-  ::SetWindowSubclass(window, WatchFocus, kFocusWatch, reinterpret_cast<DWORD_PTR>(this));
+  focus_watch_.Start(window);
   TTTOOLINFOW tool{};
   tool.cbSize = TTTOOLINFOW_V1_SIZE;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
@@ -132,14 +131,10 @@ void Views::AddUnseenWords(const std::string& text) const {
                     OwnModule(), nullptr);
 }
 
-LRESULT CALLBACK Views::WatchFocus(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
-                                   DWORD_PTR views) {
-  const LRESULT answer = ::DefSubclassProc(window, message, first, second);
-  if (message != WM_SETFOCUS) return answer;
-  const auto& all = *reinterpret_cast<const Views*>(views);
-  const View* const view = all.ViewAt(window);
-  if (view != nullptr && all.focused) all.focused(*view);
-  return answer;
+void Views::FocusWatch::Seen(HWND window, UINT message) {
+  if (message != WM_SETFOCUS) return;
+  const View* const view = views_.ViewAt(window);
+  if (view != nullptr && views_.focused) views_.focused(*view);
 }
 
 void Views::ShowAll() const {

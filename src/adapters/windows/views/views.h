@@ -11,6 +11,7 @@
 
 #include "adapters/windows/views/lettering.h"
 #include "adapters/windows/views/painted_window.h"
+#include "adapters/windows/views/window_watch.h"
 #include "forms/control.h"
 #include "forms/layout/boxes.h"
 
@@ -99,13 +100,21 @@ class Views {
             void* parameter);
   void AddUnseenWords(const std::string& text) const;
   void ShowToolTip(const View& view) const;
-  static LRESULT CALLBACK WatchFocus(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
-                                     DWORD_PTR views);
+  // Tells of the windows that get the focus.
+  class FocusWatch final : public WindowWatch {
+   public:
+    explicit FocusWatch(const Views& views) : views_(views) {}
+    void Seen(HWND window, UINT message) override;
+
+   private:
+    const Views& views_;
+  };
 
   HWND form_;
   Failures& failures_;
   std::unique_ptr<Lettering> letters_;
   HWND tool_tips_ = nullptr;
+  FocusWatch focus_watch_{*this};
   std::shared_ptr<PaintedClass> painted_class_ = PaintedClass::Known();
   std::vector<std::unique_ptr<View>> views_;
   std::shared_ptr<const bool> living_ = std::make_shared<const bool>(true);
