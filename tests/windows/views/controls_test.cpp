@@ -241,6 +241,46 @@ TEST_F(Controls, LetStepsOfTheLoopGoOn) {
   EXPECT_EQ(steps, 20);
 }
 
+TEST_F(Controls, LetStepsOfTheLoopGoOnWhileABoxIsUp) {
+  int steps = 0;
+  const std::function<void()> again = [&] {
+    ++steps;
+    loop.StartTimer(std::chrono::milliseconds(1), again);
+  };
+  form.check.Click.Subscribe([&] {
+    again();
+    EXPECT_EQ(desktop.MessageBox("Wait.", host::Desktop::kOkOnly, ""), host::Desktop::Answer::Ok);
+  });
+  person.Does("tick", [&] { person.Click("check"); });
+  person.Waits("the box", [] { return Person::Box("Wait.") != nullptr; });
+  person.Waits("steps", [&] { return steps > 5; });
+  person.Answers("Wait.", IDOK);
+  person.Does("end", [&] { form.Hide(); });
+  desktop.ShowModal(form);
+}
+
+TEST_F(Controls, RaiseWhatFailsWhileABoxIsUpToWhoShowedTheBox) {
+  bool failed = false;
+  bool raised = false;
+  form.check.Click.Subscribe([&] {
+    loop.StartTimer(std::chrono::milliseconds(1), [&] {
+      failed = true;
+      throw Errors::InvalidProcedureCall();
+    });
+    try {
+      desktop.MessageBox("Wait.", host::Desktop::kOkOnly, "");
+    } catch (const RuntimeError&) {
+      raised = true;
+    }
+  });
+  person.Does("tick", [&] { person.Click("check"); });
+  person.Waits("the failure", [&] { return failed; });
+  person.Answers("Wait.", IDOK);
+  person.Does("end", [&] { form.Hide(); });
+  desktop.ShowModal(form);
+  EXPECT_TRUE(raised);
+}
+
 TEST_F(Controls, LieBelowTheBoxesThatAreShownOverThem) {
   using Answer = host::Desktop::Answer;
   std::vector<Answer> answers;

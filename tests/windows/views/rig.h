@@ -2,10 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <exception>
+
 #include "adapters/windows/views/native_desktop.h"
+#include "adapters/windows/window_loop.h"
+#include "automation/runtime_error.h"
 #include "host/host.h"
 #include "support/test_host.h"
-#include "windows/views/message_pump.h"
 #include "windows/views/person.h"
 
 namespace mirelo::windows {
@@ -15,7 +18,13 @@ class OnTheDesktop : public ::testing::Test {
  protected:
   OnTheDesktop() { host.Use(loop).Use(desktop); }
 
-  testing::MessagePump loop;
+  WindowLoop loop{[](const std::exception_ptr& failure) {
+    try {
+      std::rethrow_exception(failure);
+    } catch (...) {
+      ADD_FAILURE() << CurrentError().Description();
+    }
+  }};
   NativeDesktop desktop{loop};
   testing::TestHost host;
   host::HostScope installed{host};

@@ -143,6 +143,24 @@ TEST_F(SettingsDialog, OpensTabsByTheirMarkedLetters) {
   EXPECT_EQ(facade->LoadFrmMirelo(), 2);
 }
 
+TEST_F(SettingsDialog, TurnsItsTabsByCtrlTab) {
+  const auto hold = [](bool down) {
+    BYTE keys[256] = {};
+    keys[VK_CONTROL] = down ? 0x80 : 0;
+    ::SetKeyboardState(keys);
+  };
+  person.Does("press Ctrl+Tab", [&] {
+    hold(true);
+    person.Press(VK_TAB);
+  });
+  person.Does("look", [&] {
+    hold(false);
+    EXPECT_TRUE(person.IsShown("txtSec"));
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(facade->LoadFrmMirelo(), 2);
+}
+
 TEST_F(SettingsDialog, MakesTheTableOfTheTickersThatAreTyped) {
   AddTicker("msft");
   AddTicker("ibm");

@@ -143,6 +143,10 @@ Box ControlMaker::MakeTabStrip(forms::Tab& tab) {
     }
     return 0;
   };
+  view.take_turn = [&tab, &view, this](int step) {
+    const auto all = static_cast<std::int32_t>(tab.Captions().size());
+    views_.Act(view, [&] { tab.UserSelect((tab.CurrTab() + step + all) % all); });
+  };
   view.take_letter = [&tab, &view, this](wchar_t letter) {
     return SelectByLetter(tab, view, views_, letter);
   };

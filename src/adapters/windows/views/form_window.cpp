@@ -5,8 +5,8 @@
 
 #include "adapters/windows/views/color.h"
 #include "adapters/windows/views/common_controls.h"
-#include "adapters/windows/views/failures.h"
 #include "adapters/windows/views/wide_text.h"
+#include "adapters/windows/window_loop.h"
 #include "forms/button.h"
 #include "forms/layout/layouts.h"
 #include "forms/simple_controls.h"
@@ -41,6 +41,8 @@ State StateOf(HWND window) {
   return ::IsZoomed(window) != 0 ? State::Maximized : State::Normal;
 }
 
+bool IsUsable(HWND window) { return ::IsWindowVisible(window) != 0 && ::IsWindowEnabled(window) != 0; }
+
 int ShowCommandFor(State state) {
   switch (state) {
     case State::Minimized:
@@ -71,9 +73,9 @@ void Scale(Box& box, const Lettering& from, const Lettering& to) {
 
 }  // namespace
 
-FormWindow::FormWindow(forms::Form& form, Failures& failures, HWND above,
+FormWindow::FormWindow(forms::Form& form, WindowLoop& loop, HWND above,
                        std::function<bool(const std::string& question)> ask)
-    : form_(form), failures_(failures) {
+    : form_(form), loop_(loop) {
   const CommonControls look;
   Create(above);
   BuildControls(std::move(ask));
@@ -109,7 +111,7 @@ void FormWindow::Create(HWND above) {
 }
 
 void FormWindow::BuildControls(std::function<bool(const std::string& question)> ask) {
-  views_ = std::make_unique<Views>(window_, failures_);
+  views_ = std::make_unique<Views>(window_, loop_);
   views_->ask = std::move(ask);
   views_->focused = [this](const View& view) { FollowFocus(view); };
   maker_ = std::make_unique<ControlMaker>(*views_);
@@ -155,7 +157,7 @@ std::optional<LRESULT> FormWindow::Handle(UINT message, WPARAM first, LPARAM sec
   if (message == WM_NCDESTROY) {  // by whoever owned the window
     window_ = nullptr;
     ready_ = false;
-    failures_.Guard([this] {
+    loop_.Guard([this] {
       if (form_.Visible()) form_.Close();
     });
     return std::nullopt;
@@ -218,10 +220,12 @@ std::optional<LRESULT> FormWindow::Handle(UINT message, WPARAM first, LPARAM sec
 // Enter presses the button that has the focus, which Windows would do for the windows that it knows alone.
 void FormWindow::TakeKey(const MSG& key) {
   if (key.message == WM_KEYDOWN) {
+    if (key.wParam == VK_TAB && ::GetKeyState(VK_CONTROL) < 0)
+      return TurnPages(::GetKeyState(VK_SHIFT) < 0 ? -1 : 1);
     const View* view = views_->ViewAt(key.hwnd);
     if (view != nullptr && view->take_key && view->take_key(key.wParam)) return;
-    if (key.wParam == VK_RETURN) return failures_.Guard([this] { form_.UserEnter(); });
-    if (key.wParam == VK_ESCAPE) return failures_.Guard([this] { form_.UserEscape(); });
+    if (key.wParam == VK_RETURN) return loop_.Guard([this] { form_.UserEnter(); });
+    if (key.wParam == VK_ESCAPE) return loop_.Guard([this] { form_.UserEscape(); });
   }
   if (key.message == WM_SYSCHAR && TakeLetter(static_cast<wchar_t>(key.wParam))) return;
   MSG message = key;
@@ -232,16 +236,21 @@ void FormWindow::TakeKey(const MSG& key) {
 
 bool FormWindow::TakeLetter(wchar_t letter) {
   return std::ranges::any_of(views_->all(), [letter](const auto& view) {
-    return view->take_letter && ::IsWindowVisible(view->window) != 0 &&
-           ::IsWindowEnabled(view->window) != 0 && view->take_letter(letter);
+    return view->take_letter && IsUsable(view->window) && view->take_letter(letter);
   });
+}
+
+void FormWindow::TurnPages(int step) {
+  for (const auto& view : views_->all()) {
+    if (view->take_turn && IsUsable(view->window)) return view->take_turn(step);
+  }
 }
 
 // Windows sends the commands of keys that it has taken itself in the name of no window.
 void FormWindow::TakeCommand(int number, int code, HWND from) {
   if (from == nullptr || number == IDOK || number == IDCANCEL) {
-    if (number == IDOK) failures_.Guard([this] { form_.UserEnter(); });
-    if (number == IDCANCEL) failures_.Guard([this] { form_.UserEscape(); });
+    if (number == IDOK) loop_.Guard([this] { form_.UserEnter(); });
+    if (number == IDCANCEL) loop_.Guard([this] { form_.UserEscape(); });
     return;
   }
   const View* view = views_->ViewAt(from);
@@ -250,13 +259,13 @@ void FormWindow::TakeCommand(int number, int code, HWND from) {
 
 void FormWindow::TakeClosing() {
   if (!form_.Visible() || ::IsWindowEnabled(window_) == 0) return;
-  failures_.Guard([this] { form_.Close(); });
+  loop_.Guard([this] { form_.Close(); });
 }
 
 void FormWindow::TakeSize(WPARAM how) {
   if (how != SIZE_MINIMIZED) PutControls();
   const State state = StateOf(window_);
-  if (shown_ && state != form_.WindowState()) failures_.Guard([&] { form_.WindowState(state); });
+  if (shown_ && state != form_.WindowState()) loop_.Guard([&] { form_.WindowState(state); });
 }
 
 // The window has come onto a screen of other dots.
@@ -369,7 +378,7 @@ void FormWindow::FollowFocus(const View& view) {
   Reveal(view);
   if (view.control == form_.ActiveControl()) return;
   focused_ = view.control;
-  failures_.Guard([&] { form_.ActiveControl(view.control); });
+  loop_.Guard([&] { form_.ActiveControl(view.control); });
 }
 
 }  // namespace mirelo::windows

@@ -22,14 +22,14 @@
 
 namespace mirelo::windows {
 
-class Failures;
+class WindowLoop;
 
 // A form as a dialog of Windows': it is seen while the form is visible, and its close box closes the form.
 class FormWindow {
  public:
-  // Neither form nor failures may end before the window. `above` is the window that it lies above; null for
+  // Neither form nor loop may end before the window. `above` is the window that it lies above; null for
   // none. `ask` asks the person a question above this window.
-  FormWindow(forms::Form& form, Failures& failures, HWND above,
+  FormWindow(forms::Form& form, WindowLoop& loop, HWND above,
              std::function<bool(const std::string& question)> ask);
   ~FormWindow();
   FormWindow(const FormWindow&) = delete;
@@ -54,6 +54,7 @@ class FormWindow {
 
   void TakeKey(const MSG& key);
   bool TakeLetter(wchar_t letter);
+  void TurnPages(int step);
   void TakeCommand(int number, int code, HWND from);
   void TakeClosing();
   void TakeSize(WPARAM how);
@@ -79,7 +80,7 @@ class FormWindow {
   void FollowFocus(const View& view);
 
   forms::Form& form_;
-  Failures& failures_;
+  WindowLoop& loop_;
   HWND window_ = nullptr;
   std::unique_ptr<Views> views_;
   std::unique_ptr<ControlMaker> maker_;

@@ -5,6 +5,7 @@
 #include "adapters/windows/views/others_disabled.h"
 #include "adapters/windows/views/top_window.h"
 #include "adapters/windows/views/wide_text.h"
+#include "adapters/windows/window_loop.h"
 
 namespace mirelo::windows {
 

@@ -4,20 +4,15 @@
 
 #include <algorithm>
 
-#include "adapters/windows/views/failures.h"
 #include "adapters/windows/views/form_window.h"
 #include "adapters/windows/views/top_window.h"
+#include "adapters/windows/window_loop.h"
 #include "forms/form.h"
 
 namespace mirelo::windows {
 
-NativeDesktop::NativeDesktop(host::MessageLoop& loop)
-    : loop_(loop), failures_(std::make_unique<Failures>()) {}
-
-NativeDesktop::~NativeDesktop() = default;
-
 void NativeDesktop::ShowModal(forms::Form& form) {
-  FormWindow window(form, *failures_, TopWindow(windows_),
+  FormWindow window(form, loop_, TopWindow(windows_),
                     [this, &form](const std::string& question) { return Asks(question, form.Caption()); });
   // Known before the form is loaded: loading may put it somewhere.
   struct Known {
@@ -25,10 +20,7 @@ void NativeDesktop::ShowModal(forms::Form& form) {
     ~Known() { windows.pop_back(); }
     std::vector<FormWindow*>& windows;
   } const known(windows_, window);
-  forms::ShowModal(form, [this](const std::function<bool()>& hidden) {
-    loop_.RunUntil([&] { return hidden() || failures_->Any(); });
-    failures_->Throw();
-  });
+  forms::ShowModal(form, [this](const std::function<bool()>& hidden) { loop_.RunUntil(hidden); });
 }
 
 void NativeDesktop::Beep() { ::MessageBeep(MB_OK); }

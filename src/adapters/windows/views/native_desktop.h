@@ -1,17 +1,15 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "host/desktop.h"
-#include "host/message_loop.h"
 
 namespace mirelo::windows {
 
-class Failures;
+class WindowLoop;
 class FormWindow;
 
 // The desktop of a person at Windows: boxes and forms are dialogs of Windows', above the active window of the
@@ -21,9 +19,8 @@ class FormWindow;
 // A window that forms lie above takes them along when it goes, as their close boxes would.
 class NativeDesktop : public host::Desktop {
  public:
-  // The loop must outlive the desktop. Its RunUntil is to handle the thread's messages.
-  explicit NativeDesktop(host::MessageLoop& loop);
-  ~NativeDesktop() override;
+  // The loop must outlive the desktop.
+  explicit NativeDesktop(WindowLoop& loop) : loop_(loop) {}
 
   Answer MessageBox(const std::string& text, int style, const std::string& title) override;
   void ShowModal(forms::Form& form) override;
@@ -41,8 +38,7 @@ class NativeDesktop : public host::Desktop {
   bool Asks(const std::string& question, const std::string& title);
   Answer Box(const std::string& text, int style, const std::string& title, unsigned preset);
 
-  host::MessageLoop& loop_;
-  std::unique_ptr<Failures> failures_;
+  WindowLoop& loop_;
   std::vector<FormWindow*> windows_;  // of the forms that are shown, the topmost last
 };
 

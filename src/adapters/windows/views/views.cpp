@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "adapters/windows/views/failures.h"
 #include "adapters/windows/views/wide_text.h"
+#include "adapters/windows/window_loop.h"
 #include "forms/form.h"
 
 namespace mirelo::windows {
@@ -72,8 +72,8 @@ void SetText(HWND window, const std::string& text) {
   if (TextOf(window) != text) ::SetWindowTextW(window, WideText(text).c_str());
 }
 
-Views::Views(HWND form, Failures& failures)
-    : form_(form), failures_(failures), letters_(std::make_unique<Lettering>(DotsPerInch(form))) {
+Views::Views(HWND form, WindowLoop& loop)
+    : form_(form), loop_(loop), letters_(std::make_unique<Lettering>(DotsPerInch(form))) {
   tool_tips_ =
       ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0,
                         0, 0, 0, form_, nullptr, OwnModule(), nullptr);
@@ -184,9 +184,9 @@ void Views::UseLettering(unsigned dots_per_inch) {
 
 void Views::Act(const View& view, const std::function<void()>& act) const {
   const std::weak_ptr<const bool> living = living_;
-  Failures& failures = failures_;
-  failures.Guard(act);
-  if (!living.expired()) failures.Guard([&] { Show(view); });
+  WindowLoop& loop = loop_;
+  loop.Guard(act);
+  if (!living.expired()) loop.Guard([&] { Show(view); });
 }
 
 const View* Views::ViewOf(const forms::Control* control) const {

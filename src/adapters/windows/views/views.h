@@ -17,7 +17,7 @@
 
 namespace mirelo::windows {
 
-class Failures;
+class WindowLoop;
 
 // What Windows shows of a control of a form: a window of its own in the form's. A control may have several
 // views; words of a layout have one and are no control.
@@ -35,6 +35,8 @@ struct View {
   std::function<bool(WPARAM key)> take_key = {};
   // A letter that was pressed with Alt, for windows whose marked letters Windows does not know.
   std::function<bool(wchar_t letter)> take_letter = {};
+  // Ctrl+Tab, which goes on by one, and with the shift key back.
+  std::function<void(int step)> take_turn = {};
   std::function<std::optional<COLORREF>()> ground = {};  // nothing for the usual one
   std::function<std::string()> tool_tip = {};            // in place of the control's
   std::shared_ptr<PaintedWindow> painted = {};
@@ -48,7 +50,7 @@ class Views {
   // What a view has the form's window send itself, to show it once more when Windows is done with it.
   static constexpr UINT kShowAgain = WM_APP + 1;
 
-  Views(HWND form, Failures& failures);
+  Views(HWND form, WindowLoop& loop);
   ~Views();
   Views(const Views&) = delete;
   Views& operator=(const Views&) = delete;
@@ -93,7 +95,7 @@ class Views {
 
   HWND form() const { return form_; }
   const Lettering& letters() const { return *letters_; }
-  Failures& failures() const { return failures_; }
+  WindowLoop& loop() const { return loop_; }
 
  private:
   View& Add(const wchar_t* window_class, DWORD style, DWORD extended_style, forms::Control* control,
@@ -111,7 +113,7 @@ class Views {
   };
 
   HWND form_;
-  Failures& failures_;
+  WindowLoop& loop_;
   std::unique_ptr<Lettering> letters_;
   HWND tool_tips_ = nullptr;
   FocusWatch focus_watch_{*this};
