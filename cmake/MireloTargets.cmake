@@ -33,6 +33,9 @@ if(NOT MIRELO_BATCH EQUAL 1)
   set(CMAKE_UNITY_BUILD ON)
   set(CMAKE_UNITY_BUILD_BATCH_SIZE ${MIRELO_BATCH})
 endif()
+# Those of tests are more to a batch: of what they include, fixtures and matchers, most is templates. Batches of 40 take three
+# fifths of the time of batches of 10, which a build from nothing notices more than one behind a changed test does.
+set(MIRELO_TEST_BATCH 40 CACHE STRING "The same of the sources of a program of tests")
 
 # Programs of tests are many, and with this linker each is linked in a fifth of the time.
 find_program(MIRELO_LLD ld.lld)
@@ -110,6 +113,9 @@ function(mirelo_test NAME)
     endif()
   endif()
   add_executable(test_${NAME} ${ARG_SOURCES})
+  if(CMAKE_UNITY_BUILD)
+    set_target_properties(test_${NAME} PROPERTIES UNITY_BUILD_BATCH_SIZE ${MIRELO_TEST_BATCH})
+  endif()
   target_include_directories(test_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(test_${NAME} PRIVATE mirelo_options mirelo_test_options ${ARG_LINK} GTest::gmock_main)
   # Qt has its users compiled with other flags, for which a precompiled header is of no use to others.

@@ -28,7 +28,7 @@ using ::testing::Not;
 
 using Arguments = std::vector<std::string>;
 
-constexpr const char* kFile = "quotes.xlsx";
+constexpr const char* kShownFile = "quotes.xlsx";
 
 // A workbook with the sheets "Quotes", in front, and "Sheet1".
 class Show : public ::testing::Test {
@@ -68,8 +68,8 @@ class Show : public ::testing::Test {
  private:
   // Saves the workbook, and completes the command.
   Arguments Saved(Arguments arguments) {
-    spreadsheet.Save(folder.path() / kFile);
-    arguments.insert(arguments.begin(), {"show", kFile});
+    spreadsheet.Save(folder.path() / kShownFile);
+    arguments.insert(arguments.begin(), {"show", kShownFile});
     return arguments;
   }
 };
@@ -236,9 +236,9 @@ TEST_F(Show, NamesTheFileThatItCannotRead) {
 TEST_F(Show, LeavesTheFileAsItIs) {
   PutQuotes();
   Run();
-  const auto time = std::filesystem::last_write_time(folder.path() / kFile);
-  RunMirelo(folder.path(), {"show", kFile});
-  EXPECT_EQ(std::filesystem::last_write_time(folder.path() / kFile), time);
+  const auto time = std::filesystem::last_write_time(folder.path() / kShownFile);
+  RunMirelo(folder.path(), {"show", kShownFile});
+  EXPECT_EQ(std::filesystem::last_write_time(folder.path() / kShownFile), time);
 }
 
 }  // namespace

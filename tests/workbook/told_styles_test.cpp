@@ -23,7 +23,7 @@ namespace {
 using workbook::Spreadsheet;
 
 constexpr std::int32_t kLastFormatted = 36'002;
-constexpr const char* kFormats[] = {"0.00", "#,##0", "mm/dd/yyyy"};
+constexpr const char* kToldFormats[] = {"0.00", "#,##0", "mm/dd/yyyy"};
 
 std::size_t CountOf(std::string_view what, const std::string& text) {
   std::size_t count = 0;
@@ -40,7 +40,7 @@ class LongFormats : public WorkbookFiles {
     sheet->Range("A1")->Value("Ticker:");
     for (std::int32_t column = 1; column <= 3; ++column) {
       sheet->Cells(2, column)->Value("Field " + std::to_string(column));
-      sheet->Cells(3, column)->Resize(kLastFormatted - 2, 1)->NumberFormat(kFormats[column - 1]);
+      sheet->Cells(3, column)->Resize(kLastFormatted - 2, 1)->NumberFormat(kToldFormats[column - 1]);
       for (std::int32_t row = 3; row < 3 + rows; ++row) sheet->Cells(row, column)->Value(row * 1.5 + column);
     }
     sheet->Cells(3, 2)->Resize(kLastFormatted - 2, 1)->HorizontalAlignment(host::excel::xlHAlignCenter);
@@ -224,7 +224,7 @@ TEST_F(LongFormats, OfAnyKindAreReadBackAsTheyWere) {
       if (shows) {
         range->Interior()->ColorIndex(36);
       } else {
-        range->NumberFormat(kFormats[static_cast<std::size_t>(below(3))]);
+        range->NumberFormat(kToldFormats[static_cast<std::size_t>(below(3))]);
       }
       if (below(2) == 0) sheet->Cells(1 + below(400), 1 + below(4))->Value(1.5);
     }
