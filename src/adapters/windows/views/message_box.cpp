@@ -72,8 +72,13 @@ Answer NativeDesktop::Box(const std::string& text, int style, const std::string&
   const OthersDisabled others(owner);
   const CommonControls look;
   const UINT front = owner == nullptr ? MB_SETFOREGROUND : 0;
-  const int pressed =
-      ::MessageBoxW(owner, WideText(text).c_str(), WideText(title).c_str(), StyleFor(style) | preset | front);
+  int pressed = 0;
+  loop_.WaitIn(
+      [&] {
+        pressed = ::MessageBoxW(owner, WideText(text).c_str(), WideText(title).c_str(),
+                                StyleFor(style) | preset | front);
+      },
+      [] {});
   return AnswerFor(pressed, style);
 }
 
