@@ -241,7 +241,7 @@ std::string DayTables::FateInHistory(std::size_t ticker, const Followed& followe
                      : ", without the " + lost + " newest of them, as it has no room left");
 }
 
-// What could not be written is not tried again.
+// The trail has told of these quotes; the cells are written with the next ones.
 void DayTables::NoteUnwritten(const std::string& why) {
   for (auto& [ticker, followed] : followed_) {
     if (followed.quotes > 0 || followed.is_written_again) trail_->Note(Tickers()[ticker], why);

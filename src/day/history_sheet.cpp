@@ -172,53 +172,59 @@ bool HistorySheet::Write(CellBuffer& buffer) {
     rows_lost_ += lost;
     return true;
   }
+  // What is kept changes only once it stands in the sheet, which may refuse it.
   bool fits = true;
   if (limit_ == 0) {
-    const std::int32_t room = sheet_rows_ - FirstRow() + 1 - row_count_;
-    fits = waiting_ <= static_cast<std::size_t>(room);
-    if (!fits) {
-      rows_lost_ = waiting_ - static_cast<std::size_t>(room);
-      DropRows(static_cast<std::size_t>(room), rows_lost_);
-    }
-    WriteFrom(FirstRow() + row_count_, 0, buffer);
-    row_count_ += static_cast<std::int32_t>(KeptRows());
+    const auto room = static_cast<std::size_t>(sheet_rows_ - FirstRow() + 1 - row_count_);
+    const std::size_t written = std::min(waiting_, room);
+    fits = waiting_ <= room;
+    if (!fits) rows_lost_ = waiting_ - room;
+    WriteFrom(FirstRow() + row_count_, 0, written, buffer);
+    row_count_ += static_cast<std::int32_t>(written);
     cells_.clear();
   } else if (KeptRows() <= static_cast<std::size_t>(limit_)) {
-    WriteFrom(FirstRow() + row_count_, KeptRows() - waiting_, buffer);
+    WriteFrom(FirstRow() + row_count_, KeptRows() - waiting_, KeptRows(), buffer);
     row_count_ = static_cast<std::int32_t>(KeptRows());
   } else {
     // The formats stay where they are, so the values move up past them.
-    DropRows(0, KeptRows() - static_cast<std::size_t>(limit_));
-    WriteFrom(FirstRow(), 0, buffer);
+    const std::size_t above = KeptRows() - static_cast<std::size_t>(limit_);
+    WriteFrom(FirstRow(), above, KeptRows(), buffer);
     if (row_count_ > limit_) {
       ForEachBlock(FirstRow() + limit_, row_count_ - limit_,
                    [](excel::Range& rows, const CaptionRow::Run&) { rows.ClearContents(); });
     }
+    DropRows(0, above);
     row_count_ = limit_;
   }
   waiting_ = 0;
   return fits;
 }
 
-void HistorySheet::WriteFrom(std::int32_t row, std::size_t first, CellBuffer& buffer) {
-  if (first >= KeptRows()) return;
-  const auto height = static_cast<std::int32_t>(KeptRows() - first);
-  ForEachBlock(row, height, [&](excel::Range& range, const CaptionRow::Run& run) {
-    const auto width = static_cast<std::int32_t>(run.count);
-    VariantArray& block = buffer.Renew(height, width);
+void HistorySheet::WriteFrom(std::int32_t row, std::size_t first, std::size_t end, CellBuffer& buffer) {
+  if (first >= end) return;
+  const auto height = static_cast<std::int32_t>(end - first);
+  const auto exchange = [&](VariantArray& block, const CaptionRow::Run& run, auto&& how) {
     auto begin = cells_.begin() + static_cast<std::ptrdiff_t>(first * fields_.size() + run.first);
     for (std::int32_t r = 1; r <= height; ++r) {
-      for (std::int32_t c = 1; c <= width; ++c) {
-        Variant& cell = begin[c - 1];
-        if (limit_ == 0) {
-          block(r, c) = std::move(cell);  // it is not kept
-        } else {
-          block(r, c) = cell;
-        }
-      }
+      for (std::int32_t c = 1; c <= static_cast<std::int32_t>(run.count); ++c) how(block(r, c), begin[c - 1]);
       if (r < height) begin += static_cast<std::ptrdiff_t>(fields_.size());
     }
-    range.Value(buffer.Block());
+  };
+  const auto move = [](Variant& from, Variant& to) { to = std::move(from); };
+  ForEachBlock(row, height, [&](excel::Range& range, const CaptionRow::Run& run) {
+    VariantArray& block = buffer.Renew(height, static_cast<std::int32_t>(run.count));
+    if (limit_ > 0 || runs_.size() > 1) {
+      exchange(block, run, [](Variant& in_block, Variant& kept) { in_block = kept; });
+      range.Value(buffer.Block());
+      return;
+    }
+    exchange(block, run, [&](Variant& in_block, Variant& kept) { move(kept, in_block); });  // it is not kept
+    try {
+      range.Value(buffer.Block());
+    } catch (...) {
+      exchange(block, run, [&](Variant& in_block, Variant& kept) { move(in_block, kept); });
+      throw;
+    }
   });
   written_row_ = row;
   written_height_ = height;

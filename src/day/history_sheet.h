@@ -44,7 +44,7 @@ class HistorySheet {
   bool HasNews() const { return waiting_ > 0; }
   // Writes what was appended, as one block, and widens columns that have got something wider than ever
   // before; none becomes narrower. Rows above the limit go, the oldest first. False when the sheet has no
-  // room left for some of the rows.
+  // room left for some of the rows. When the spreadsheet refuses the cells, the next Write has them again.
   bool Write(CellBuffer& buffer);
   // The cells that the last Write has filled, for a person: "Quotes_Vertical(MSFT)!A3:F22"; empty when it had
   // nothing to write or no room.
@@ -68,7 +68,7 @@ class HistorySheet {
   std::int32_t FirstRow() const { return captions_.row + 1; }
   std::size_t KeptRows() const { return cells_.size() / fields_.size(); }
   void DropRows(std::size_t first, std::size_t count);
-  void WriteFrom(std::int32_t row, std::size_t first, CellBuffer& buffer);
+  void WriteFrom(std::int32_t row, std::size_t first, std::size_t end, CellBuffer& buffer);
   void NoteLength(std::size_t field, const QuoteValue& value);
   void Widen(std::int32_t row, std::int32_t height);
   void FitToRows(std::int32_t row, std::int32_t height);

@@ -87,12 +87,14 @@ void QuoteSheet::Touch(std::size_t row) { touched_[row] = true; }
 void QuoteSheet::Write(const QuoteRows& rows, CellBuffer& buffer) {
   for (std::size_t row = 0; row < touched_.size(); ++row) {
     if (!touched_[row]) continue;
-    touched_[row] = false;
-    if (rows_[row] == 0) continue;
     std::size_t end = row + 1;
-    for (; end < touched_.size() && touched_[end] && rows_[end] == rows_[end - 1] + 1; ++end)
-      touched_[end] = false;
-    for (const CaptionRow::Run& columns : values_) WriteBlock(rows, row, end, columns, buffer);
+    if (rows_[row] != 0) {
+      while (end < touched_.size() && touched_[end] && rows_[end] == rows_[end - 1] + 1) ++end;
+      for (const CaptionRow::Run& columns : values_) WriteBlock(rows, row, end, columns, buffer);
+    }
+    // What a spreadsheet has refused is written the next time.
+    std::fill(touched_.begin() + static_cast<std::ptrdiff_t>(row),
+              touched_.begin() + static_cast<std::ptrdiff_t>(end), false);
     row = end - 1;
   }
 }

@@ -18,22 +18,25 @@ using automation_server::AutomationObject;
 // The door of an object, as a client of another program sees it.
 class DoorFromOutside : public excel::ForeignObject {
  public:
-  explicit DoorFromOutside(std::shared_ptr<AutomationObject> door) : door_(std::move(door)) {}
+  using Assigning = std::function<void(std::string_view)>;
+
+  DoorFromOutside(std::shared_ptr<AutomationObject> door, Assigning assigning)
+      : door_(std::move(door)), assigning_(std::move(assigning)) {}
 
   std::string_view TypeName() const override { return door_->object()->TypeName(); }
   Variant Get(std::string_view member, std::vector<Variant> arguments) override {
     return FromInside(door_->Call(door_->IdOf(member), InsideAll(std::move(arguments))));
   }
   void Let(std::string_view member, const Variant& value, std::vector<Variant> arguments) override {
+    if (assigning_) assigning_(member);
     door_->Let(door_->IdOf(member), Inside(value), InsideAll(std::move(arguments)));
   }
 
-  static Variant FromInside(Variant value) {
-    if (!value.IsObject() || value.AsObject() == nullptr) return value;
-    return std::make_shared<DoorFromOutside>(AutomationObject::Of(value.AsObject()));
-  }
-
  private:
+  Variant FromInside(Variant value) const {
+    if (!value.IsObject() || value.AsObject() == nullptr) return value;
+    return std::make_shared<DoorFromOutside>(AutomationObject::Of(value.AsObject()), assigning_);
+  }
   static Variant Inside(const Variant& value) {
     if (!value.IsObject() || value.AsObject() == nullptr) return value;
     return dynamic_cast<DoorFromOutside&>(*value.AsObject()).door_->object();
@@ -45,14 +48,21 @@ class DoorFromOutside : public excel::ForeignObject {
   }
 
   std::shared_ptr<AutomationObject> door_;
+  Assigning assigning_;
 };
 
 }  // namespace
 
 std::shared_ptr<host::excel::Application> CalledByNames(
     std::shared_ptr<host::excel::Application> application) {
+  return CalledByNames(std::move(application), nullptr);
+}
+
+std::shared_ptr<host::excel::Application> CalledByNames(std::shared_ptr<host::excel::Application> application,
+                                                        std::function<void(std::string_view)> assigning) {
   auto door = AutomationObject::Of(std::move(application));
-  return excel::LateBoundApplication(std::make_shared<DoorFromOutside>(std::move(door)));
+  return excel::LateBoundApplication(
+      std::make_shared<DoorFromOutside>(std::move(door), std::move(assigning)));
 }
 
 }  // namespace mirelo::testing
