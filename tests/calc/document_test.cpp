@@ -95,6 +95,42 @@ class OpenDocument : public ::testing::Test {
 
 class UndoList : public OpenDocument {};
 
+TEST_F(UndoList, IsKeptForThePersonBehindAWriteThatFoundItEmpty) {
+  Cells("A1:B2")->Value(1.0);
+  Cells("A1")->Font()->Bold(true);
+  Cells("A1")->AddComment("note");
+  ASSERT_EQ(StepCount(), 0);
+  Type("A3", 2);
+  ASSERT_EQ(StepCount(), 1);
+  Steps()->undo();
+  EXPECT_EQ(Typed("A3"), 0);
+  EXPECT_EQ(Typed("A1"), 1);
+}
+
+TEST_F(UndoList, KeepsWhatThePersonMayDoAgain) {
+  Type("A3", 2);
+  Steps()->undo();
+  Cells("A1")->Value(1.0);
+  ASSERT_EQ(Steps()->getAllRedoActionTitles().getLength(), 1);
+  Steps()->redo();
+  EXPECT_EQ(Typed("A3"), 2);
+}
+
+TEST_F(UndoList, KeepsAStepThatAMacroHasBegun) {
+  Steps()->enterUndoContext("mine");
+  Cells("A1")->Value(1.0);
+  Type("A3", 2);
+  Cells("A1")->Value(2.0);
+  Steps()->leaveUndoContext();
+  EXPECT_EQ(StepTitles(), "mine; ");
+}
+
+TEST_F(UndoList, StaysOffWhereAMacroKeepsNone) {
+  Properties(document).Set("IsUndoEnabled", false);
+  Cells("A1")->Value(1.0);
+  EXPECT_FALSE(Properties(document).Get("IsUndoEnabled", true));
+}
+
 TEST_F(UndoList, HoldsWhatThePersonDidAndNothingElse) {
   Type("A1", 1);
   const auto steps = StepCount();

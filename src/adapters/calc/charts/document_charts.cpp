@@ -95,7 +95,7 @@ std::shared_ptr<DrawnChart> DocumentCharts::Known(DocumentSheet& sheet, const rt
 std::shared_ptr<DrawnChart> DocumentCharts::Add(DocumentSheet& sheet, std::shared_ptr<Chart> chart) {
   chart->name = NextName(sheet);
   const auto place = chart->place;
-  const UndoAside aside(document_.Steps());
+  const UndoAside aside(document_);
   // Without cells to begin with, a new chart of the office could never plot any.
   const auto first = As<css::sheet::XCellRangeAddressable>(sheet.Get()->getCellRangeByPosition(0, 0, 0, 0));
   const css::table::CellRangeAddress cells = first->getRangeAddress();

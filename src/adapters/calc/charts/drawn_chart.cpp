@@ -132,7 +132,7 @@ bool DrawnChart::DrawWhatWaits() {
 }
 
 void DrawnChart::Paint() {
-  const UndoAside aside(sheet_.document().Steps());
+  const UndoAside aside(sheet_.document());
   PaintChart(sheet_.document().OfficeContext(), office_, *chart_, painted_);
   place_ = PlaceOf(office_);
   cells_ = CellsOfSeries(office_);
@@ -153,7 +153,7 @@ void DrawnChart::FollowDeletion(const SheetCells& sheet, const spreadsheet::Area
 void DrawnChart::Delete() {
   if (!IsThere()) throw spreadsheet::Refused("This chart is no longer there.");
   {
-    const UndoAside aside(sheet_.document().Steps());
+    const UndoAside aside(sheet_.document());
     sheet_.document().Front().Forget(office_.shape);
     // Not by its name from the sheet's charts: that ends the office while it keeps no list of steps.
     sheet_.Page()->remove(office_.shape);

@@ -41,10 +41,9 @@ OfficeAlignment AlignmentInOffice(std::int32_t alignment) {
 }
 
 void Align(const CellBlock& cells, const OfficeAlignment& alignment) {
-  const Properties properties = cells.Properties();
-  properties.Set("HoriJustify", alignment.justify);
-  cells.document().StayAside();
-  properties.Set("HoriJustifyMethod", alignment.method);
+  const std::array names{rtl::OUString("HoriJustify"), rtl::OUString("HoriJustifyMethod")};
+  const std::array values{Any(alignment.justify), Any(alignment.method)};
+  cells.Properties().Set({names.data(), names.size()}, {values.data(), values.size()});
 }
 
 Variant AlignmentOf(const Properties& cells) {

@@ -15,7 +15,7 @@ void ChangeCells(const CellBlock& block, Body&& body) {
   Document& document = block.document();
   document.Ask([&] {
     block.CheckNotProtected();
-    const UndoAside aside(document.Steps());
+    const UndoAside aside(document, UndoAside::OfCells());
     std::forward<Body>(body)();
   });
 }

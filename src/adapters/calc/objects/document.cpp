@@ -112,7 +112,7 @@ std::shared_ptr<DocumentSheet> Document::AddSheet(std::string_view name) {
   CheckStructure();
   const auto place = static_cast<sal_Int16>(front_->Sheet()->Index() - 1);
   {
-    const UndoAside aside(steps_);
+    const UndoAside aside(*this);
     uno_->getSheets()->insertNewByName(OfficeText(name), place);
   }
   ForgetSteps();  // they know sheets by their numbers
@@ -128,7 +128,9 @@ void Document::ForgetSteps() const {
   }
 }
 
-void Document::StayAside() const { UndoAside::Stay(steps_); }
+void Document::StayAside() const {
+  if (aside_ != nullptr) aside_->Stay();
+}
 
 void Document::CheckNotOnlyForReading() const {
   if (As<css::frame::XStorable>(model_)->isReadonly()) throw OnlyForReading();

@@ -26,6 +26,7 @@ class DocumentCharts;
 class DocumentSheet;
 class Front;
 class NumberFormats;
+class UndoAside;
 
 // A document that is open in the office, with what its objects share. A person works in it meanwhile: sheets
 // are renamed, moved and deleted, and the document is closed, at any time.
@@ -87,6 +88,8 @@ class Document : public std::enable_shared_from_this<Document> {
   void ForgetSteps() const;
   // Within UndoAside, in front of each change but the first.
   void StayAside() const;
+  // The one that is alive; null where none is.
+  const UndoAside*& Aside() { return aside_; }
 
   // Raise what a person has to be told.
   void CheckNotOnlyForReading() const;
@@ -109,6 +112,7 @@ class Document : public std::enable_shared_from_this<Document> {
   std::unique_ptr<NumberFormats> formats_;
   std::unique_ptr<calc::Front> front_;
   std::optional<PaintPause> pause_;
+  const UndoAside* aside_ = nullptr;
   std::shared_ptr<DocumentCharts> charts_;
 };
 

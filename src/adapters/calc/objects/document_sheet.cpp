@@ -80,7 +80,7 @@ void DocumentSheet::Rename(std::string_view name) {
   document_.CheckStructure();
   const auto named = As<css::container::XNamed>(Get());
   {
-    const UndoAside aside(document_.Steps());
+    const UndoAside aside(document_);
     named->setName(OfficeText(name));
   }
   mark_.reset();

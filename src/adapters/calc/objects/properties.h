@@ -1,8 +1,10 @@
 #pragma once
 
 #include <com/sun/star/beans/PropertyState.hpp>
+#include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/beans/XPropertyState.hpp>
+#include <com/sun/star/uno/Sequence.hxx>
 #include <optional>
 #include <string_view>
 
@@ -20,6 +22,11 @@ class Properties {
   template <class Value>
   void Set(std::string_view name, const Value& value) const {
     set_->setPropertyValue(OfficeText(name), Any(value));
+  }
+
+  // Several at once, which takes the office as long as one.
+  void Set(const css::uno::Sequence<rtl::OUString>& names, const css::uno::Sequence<Any>& values) const {
+    As<css::beans::XMultiPropertySet>(set_)->setPropertyValues(names, values);
   }
 
   Any Get(std::string_view name) const { return set_->getPropertyValue(OfficeText(name)); }

@@ -1,29 +1,34 @@
 #pragma once
 
-#include <com/sun/star/document/XUndoManager.hpp>
-
-#include "adapters/calc/objects/interfaces.h"
-
 namespace mirelo::calc {
 
+class Document;
+
 // Keeps what is done in its lifetime out of the person's undo list, which stays as it is. The office opens
-// the list again behind many a change, so of several changes Stay is said in front of each but the first.
-// Does not nest.
+// the list again behind many a change, so of several changes Document::StayAside is said in front of each but
+// the first.
 class UndoAside {
  public:
-  explicit UndoAside(const Reference<css::document::XUndoManager>& steps) : steps_(steps) { steps_->lock(); }
+  // The list is locked. The office makes its steps all the same, and drops them.
+  explicit UndoAside(Document& document);
+  // For changes of cells, whose steps take the office about as long to make as the changes: where the list is
+  // empty, none are made. Drawings must not be taken off sheets meanwhile: the office does not outlive that.
+  struct OfCells {};
+  UndoAside(Document& document, OfCells);
   ~UndoAside();
   UndoAside(const UndoAside&) = delete;
   UndoAside& operator=(const UndoAside&) = delete;
 
-  // Within the lifetime of one of these.
-  static void Stay(const Reference<css::document::XUndoManager>& steps) {
-    steps->unlock();
-    steps->lock();
-  }
+  void Stay() const;
 
  private:
-  Reference<css::document::XUndoManager> steps_;
+  UndoAside(Document& document, bool is_of_cells);
+
+  enum class Means { OfAnother, Lock, NoSteps };  // OfAnother: one is alive already, in which this one is
+  Means Begin(bool is_of_cells) const;
+
+  Document& document_;
+  const Means means_;
 };
 
 }  // namespace mirelo::calc
