@@ -9,13 +9,12 @@ set(MIRELO_WINDOWS_ROOMS
   automation_server com wire day windows)
 
 # Tests of these. Those of the other rooms are tests of what is not built, and
-#   registry, settings   run over the registry of SQLite as well, which is not there
 #   scenarios            are days of programs and of saved workbooks
 #   architecture         reads sources, which are the same
 set(MIRELO_WINDOWS_TESTS
   support
   automation automation_server charts com core day diagnostics dialog excel forms loop records snapshot spreadsheet streaming wire
-  poll windows worksheet)
+  poll registry settings windows worksheet)
 
 # Sources that are left out of what is built, as regular expressions of their paths.
 set(MIRELO_WINDOWS_WITHOUT
@@ -26,6 +25,9 @@ set(MIRELO_WINDOWS_WITHOUT
   "^tests/worksheet/quote_table_widths_test\\.cpp$"
   # The registry's file is one of SQLite.
   "^tests/diagnostics/stored_position_test\\.cpp$"
+  "^tests/registry/(sqlite_.*|tested_registries)\\.cpp$"
+  # Windows' registry has no transactions.
+  "^tests/registry/transaction_test\\.cpp$"
   # Processes are forked, and looked at in /proc.
   "^tests/support/(child_process|memory_search|process_use|processes|refused_calls)\\.cpp$"
   "^tests/streaming/secret_memory_test\\.cpp$"

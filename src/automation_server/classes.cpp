@@ -3,6 +3,7 @@
 #include <typeindex>
 #include <typeinfo>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "automation/runtime_error.h"
@@ -12,8 +13,10 @@
 
 namespace mirelo::automation_server {
 
-std::span<const Class> Classes() {
-  static const std::vector<Class> classes = [] {
+namespace {
+
+std::vector<Class>& KnownClasses() {
+  static std::vector<Class> classes = [] {
     std::vector<Class> all;
     all.push_back(FacadeClass());
     all.push_back(StreamClass());
@@ -33,6 +36,12 @@ std::span<const Class> Classes() {
   }();
   return classes;
 }
+
+}  // namespace
+
+std::span<const Class> Classes() { return KnownClasses(); }
+
+void AddClass(Class added) { KnownClasses().push_back(std::move(added)); }
 
 const Class* ClassNamed(std::string_view name) {
   for (const Class& known : Classes()) {

@@ -12,6 +12,9 @@ namespace mirelo::automation_server {
 // All that automation clients can call, class by class, whatever carries the calls.
 std::span<const Class> Classes();
 
+// Adds a class that only one kind of client has. To be called before anybody asks for a class.
+void AddClass(Class added);
+
 // The class of that name, in letters of either case; null when there is none.
 const Class* ClassNamed(std::string_view name);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace mirelo::com {
 
@@ -43,9 +44,22 @@ const GUID& IdIn(std::span<const ClassId> list, std::string_view class_name) {
 
 }  // namespace
 
-std::span<const ClassId> ClassIds() { return kClasses; }
+namespace {
 
-const CLSID& ClassIdOf(std::string_view class_name) { return IdIn(kClasses, class_name); }
+std::vector<ClassId>& KnownIds() {
+  static std::vector<ClassId> known(kClasses.begin(), kClasses.end());
+  return known;
+}
+
+}  // namespace
+
+std::span<const ClassId> ClassIds() { return KnownIds(); }
+
+void AddClassId(std::string_view class_name, unsigned char number) {
+  KnownIds().push_back({class_name, Id(kClass, number)});
+}
+
+const CLSID& ClassIdOf(std::string_view class_name) { return IdIn(KnownIds(), class_name); }
 
 const IID& InterfaceOf(std::string_view class_name) { return IdIn(kInterfaces, class_name); }
 

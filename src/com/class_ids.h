@@ -13,6 +13,8 @@ struct ClassId {
   CLSID id;
 };
 std::span<const ClassId> ClassIds();
+// Adds one that a library has beside those that all have, under a number of its own. Before any is asked for.
+void AddClassId(std::string_view class_name, unsigned char number);
 // GUID_NULL for one that clients cannot make.
 const CLSID& ClassIdOf(std::string_view class_name);
 

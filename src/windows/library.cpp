@@ -8,6 +8,7 @@
 #include "com/type_information.h"
 #include "windows/foreign_program.h"
 #include "windows/machine.h"
+#include "windows/script_machine.h"
 
 namespace {
 
@@ -31,8 +32,14 @@ void Ready() {
 }
 
 HRESULT Registered(RegisteredFor whom) {
+  mirelo::windows::KnowScriptMachine();
   mirelo::com::UseTypeLibraryOf(OwnPath());
   return mirelo::com::Register(OwnPath(), whom);
+}
+
+HRESULT Unregistered(RegisteredFor whom) {
+  mirelo::windows::KnowScriptMachine();
+  return mirelo::com::Unregister(whom);
 }
 
 }  // namespace
@@ -45,6 +52,7 @@ BOOL WINAPI DllMain(HINSTANCE module, DWORD why, void*) {
 }
 
 HRESULT WINAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** place) {
+  mirelo::windows::KnowScriptMachine();
   return mirelo::com::GetFactory(class_id, id, place, Ready);
 }
 
@@ -52,12 +60,12 @@ HRESULT WINAPI DllCanUnloadNow() { return mirelo::com::IsHeld() ? S_FALSE : S_OK
 
 HRESULT WINAPI DllRegisterServer() { return Registered(RegisteredFor::kAllUsers); }
 
-HRESULT WINAPI DllUnregisterServer() { return mirelo::com::Unregister(RegisteredFor::kAllUsers); }
+HRESULT WINAPI DllUnregisterServer() { return Unregistered(RegisteredFor::kAllUsers); }
 
 // regsvr32 /n /i:user Mirelo.dll: for this user, who need not be allowed to change the machine.
 HRESULT WINAPI DllInstall(BOOL install, const wchar_t* whom) {
   if (whom == nullptr || std::wcscmp(whom, L"user") != 0) return E_INVALIDARG;
-  if (!install) return mirelo::com::Unregister(RegisteredFor::kThisUser);
+  if (!install) return Unregistered(RegisteredFor::kThisUser);
   return Registered(RegisteredFor::kThisUser);
 }
 

@@ -1,32 +1,46 @@
 #pragma once
 
+#include <exception>
+
+#include "adapters/poll/poll_winsock_library.h"
+#include "adapters/windows/machine_registry.h"
 #include "adapters/windows/system_clock.h"
+#include "adapters/windows/user_vault.h"
+#include "adapters/windows/views/native_desktop.h"
+#include "adapters/windows/window_loop.h"
 #include "adapters/windows/windows_system.h"
 #include "host/host.h"
 
 namespace mirelo::windows {
 
-// The machine that the classes work on in a client's process: so far its clock, and Windows itself. Asking
-// for another port is error 445.
+// The machine that the classes work on in a client's process: the thread's messages are its loop, and what
+// is asked of Windows is asked there. Asking for a port that is not there yet is error 445.
 class Machine : public host::Host {
  public:
-  // The first call puts it in place. It stays until the process ends, since clients may hold objects as long.
+  // The first call puts it in place, on the thread that all calls of clients are taken on. It stays until the
+  // process ends, since clients may hold objects as long, and so does the library that it is in.
   static Machine& Installed();
 
-  host::MessageLoop& loop() override;
+  host::MessageLoop& loop() override { return loop_; }
   host::Clock& clock() override { return clock_; }
-  host::Registry& registry() override;
+  host::Registry& registry() override { return registry_; }
   host::WinInetApi& internet() override;
-  host::WinsockLibrary& sockets() override;
-  host::Desktop& desktop() override;
+  host::WinsockLibrary& sockets() override { return sockets_; }
+  host::Desktop& desktop() override { return desktop_; }
   host::OperatingSystem& system() override { return system_; }
-  host::CredentialVault& vault() override;
+  UserVault& vault() override { return vault_; }
 
  private:
-  Machine() = default;
+  Machine();
+  void TakeFailure(const std::exception_ptr& failure);
 
   SystemClock clock_;
   WindowsSystem system_;
+  MachineRegistry registry_;
+  UserVault vault_{registry_};
+  WindowLoop loop_{[this](const std::exception_ptr& failure) { TakeFailure(failure); }};
+  poll::PollWinsockLibrary sockets_{loop_};
+  NativeDesktop desktop_{loop_};
   host::HostScope installed_{*this};
 };
 

@@ -10,6 +10,7 @@ namespace mirelo::testing {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::UnorderedElementsAre;
 
 class GetAllKeys : public SettingsTest {
  protected:
@@ -32,7 +33,7 @@ TEST_P(GetAllKeys, GivesTheNamesFromIndexOne) {
   EXPECT_TRUE(settings.GetAllKeys("Settings\\WidthField", keys));
   EXPECT_EQ(keys.LBound(), 1);
   EXPECT_EQ(keys.UBound(), 3);
-  EXPECT_THAT(Of(keys), ElementsAre("Ticker", "Charts (Last & Volume)", "\u20AC"));
+  EXPECT_THAT(Of(keys), UnorderedElementsAre("Ticker", "Charts (Last & Volume)", "\u20AC"));
 }
 
 TEST_P(GetAllKeys, LeavesTheArrayUnallocatedForAnEmptySection) {
