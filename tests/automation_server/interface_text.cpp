@@ -90,7 +90,7 @@ std::string Line(const std::string& marks, ValueType result, std::string_view na
   return "      [" + marks + "] " + TypeOf(result) + " " + std::string(name) + "(" + parameters + ");\n";
 }
 
-std::string NumberOf(const Member& member, MemberId id) {
+std::string MarkOfNumber(const Member& member, MemberId id) {
   if (member.is_default) return "id(0)";
   return "id(" + std::to_string(id) + ")";
 }
@@ -104,7 +104,7 @@ std::string Assigning(const Member& member, const std::string& marks) {
 std::string Told(const Member& member, MemberId id) {
   if (member.kind == Member::Kind::kEnumeration)
     return "      [id(-4), propget, restricted] IUnknown* " + std::string(member.name) + "();\n";
-  const std::string number = NumberOf(member, id);
+  const std::string number = MarkOfNumber(member, id);
   if (member.kind == Member::Kind::kMethod)
     return Line(number, member.type, member.name, Told(member.parameters));
   std::string lines;

@@ -1,6 +1,6 @@
-// press_button TITLE BUTTON [TEXT]: waits for a window of that title, types TEXT into the box that has the focus there and
-// presses Add, and then the button, as another program would: by messages. 0 when it has pressed it, 1 when no such window
-// came up within a quarter of a minute.
+// press_button TITLE BUTTON [TEXT]: waits for a window of that title, types TEXT into the box that has the
+// focus there and presses Add, and then the button, as another program would: by messages. 0 when it has
+// pressed it, 1 when no such window came up within a quarter of a minute.
 
 #include <windows.h>
 
