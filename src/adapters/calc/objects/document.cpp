@@ -1,11 +1,13 @@
 #include "adapters/calc/objects/document.h"
 
 #include <algorithm>
+#include <chrono>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/document/UndoContextNotClosedException.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
+#include <com/sun/star/util/Date.hpp>
 #include <com/sun/star/util/XCloseBroadcaster.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 #include <cppuhelper/implbase1.hxx>
@@ -59,7 +61,7 @@ Document::Document(const Context& context, const Uno& uno)
       uno_(uno),
       model_(As<css::frame::XModel>(uno_)),
       steps_(As<css::document::XUndoManagerSupplier>(uno_)->getUndoManager()),
-      formats_(std::make_unique<NumberFormats>(uno_)),
+      formats_(std::make_unique<NumberFormats>(context_, uno_)),
       front_(std::make_unique<calc::Front>(*this)) {}
 
 Document::~Document() {
@@ -119,6 +121,14 @@ std::shared_ptr<DocumentSheet> Document::AddSheet(std::string_view name) {
   auto sheet = SheetOf(As<css::sheet::XSpreadsheet>(uno_->getSheets()->getByName(OfficeText(name))));
   front_->Show(*sheet);
   return sheet;
+}
+
+double Document::FirstDay() const {
+  using namespace std::chrono;
+  constexpr sys_days kOfClients = 1899y / December / 30;
+  const auto first = Properties(uno_).Get("NullDate", css::util::Date(30, 12, 1899));
+  const sys_days day = year(first.Year) / month(first.Month) / std::chrono::day(first.Day);
+  return static_cast<double>((day - kOfClients).count());
 }
 
 void Document::ForgetSteps() const {

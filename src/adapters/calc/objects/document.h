@@ -78,6 +78,8 @@ class Document : public std::enable_shared_from_this<Document> {
   std::shared_ptr<DocumentSheet> AddSheet(std::string_view name);
 
   NumberFormats& Formats() { return *formats_; }
+  // How many days later than clients' the document's first day is.
+  double FirstDay() const;
   calc::Front& Front() { return *front_; }
   // While somebody holds the screen still.
   std::optional<PaintPause>& Pause() { return pause_; }

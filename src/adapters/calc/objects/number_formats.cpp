@@ -1,11 +1,14 @@
 #include "adapters/calc/objects/number_formats.h"
 
+#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/util/MalformedNumberFormatException.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
-#include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+#include <com/sun/star/util/NumberFormatter.hpp>
+#include <utility>
 
 #include "adapters/calc/objects/properties.h"
+#include "automation/text.h"
 #include "spreadsheet/errors.h"
 
 namespace mirelo::calc {
@@ -13,23 +16,26 @@ namespace mirelo::calc {
 using spreadsheet::FormatKind;
 namespace types = css::util::NumberFormat;
 
-NumberFormats::NumberFormats(const Reference<css::sheet::XSpreadsheetDocument>& document)
-    : formats_(As<css::util::XNumberFormatsSupplier>(document)->getNumberFormats()),
+NumberFormats::NumberFormats(Reference<css::uno::XComponentContext> context,
+                             const Reference<css::sheet::XSpreadsheetDocument>& document)
+    : context_(std::move(context)),
+      formats_(As<css::util::XNumberFormatsSupplier>(document)->getNumberFormats()),
       types_(As<css::util::XNumberFormatTypes>(formats_)),
-      locale_("en", "US", ""),
-      boolean_key_(types_->getStandardFormat(types::LOGICAL, locale_)) {
-  keys_["General"] = types_->getStandardIndex(locale_);
+      of_codes_("en", "US", ""),
+      supplier_(As<css::util::XNumberFormatsSupplier>(document)),
+      boolean_key_(types_->getStandardFormat(types::LOGICAL, of_person_)) {
+  keys_["General"] = types_->getStandardIndex(of_person_);
 }
 
 sal_Int32 NumberFormats::Key(std::string_view code) {
   if (const auto known = keys_.find(code); known != keys_.end()) return known->second;
-  sal_Int32 key = formats_->queryKey(OfficeText(code), locale_, false);
-  if (key < 0) {
-    try {
-      key = formats_->addNew(OfficeText(code), locale_);
-    } catch (const css::util::MalformedNumberFormatException&) {
-      throw spreadsheet::Refused("LibreOffice cannot read the number format \"" + std::string(code) + "\".");
-    }
+  sal_Int32 key = 0;
+  try {
+    // Days stay in the order in which they are written, and then a separator of the person's would mislead.
+    const bool is_date = spreadsheet::KindOfFormat(code) == FormatKind::Date;
+    key = formats_->addNewConverted(OfficeText(code), of_codes_, is_date ? of_codes_ : of_person_);
+  } catch (const css::util::MalformedNumberFormatException&) {
+    throw spreadsheet::Refused("LibreOffice cannot read the number format \"" + std::string(code) + "\".");
   }
   keys_.emplace(code, key);
   // The first code of a key stays: the office may have one key for several ways to write it.
@@ -37,6 +43,25 @@ sal_Int32 NumberFormats::Key(std::string_view code) {
   format.code = code;
   by_key_.try_emplace(key, std::move(format));
   return key;
+}
+
+bool NumberFormats::IsNameOfBoolean(std::string_view text) {
+  if (names_of_booleans_.empty()) {
+    const auto formatter = css::util::NumberFormatter::create(context_);
+    formatter->attachNumberFormatsSupplier(supplier_);
+    for (const double value : {0.0, 1.0})
+      names_of_booleans_.push_back(TextOf(formatter->convertNumberToString(boolean_key_, value)));
+  }
+  return std::ranges::any_of(names_of_booleans_, [&](const auto& name) { return EqualText(name, text); });
+}
+
+void NumberFormats::Put(const Properties& cells, std::string_view code) {
+  const sal_Int32 key = Key(code);
+  if (key == keys_.find("General")->second) {
+    cells.Reset("NumberFormat");  // the office passes over its own standard where another format stands
+  } else {
+    cells.Set("NumberFormat", key);
+  }
 }
 
 const NumberFormats::Format& NumberFormats::Of(sal_Int32 key) {
@@ -51,8 +76,8 @@ NumberFormats::Format NumberFormats::Read(sal_Int32 key) const {
   if ((type & types::LOGICAL) != 0) return {"General", FormatKind::General, true};
   if (types_->getStandardIndex(locale) == key) return {"General", FormatKind::General, false};
   std::string code = TextOf(format.Get("FormatString", rtl::OUString()));
-  if (locale.Language != locale_.Language) {
-    const sal_Int32 translated = formats_->addNewConverted(OfficeText(code), locale, locale_);
+  if (locale.Language != of_codes_.Language) {
+    const sal_Int32 translated = formats_->addNewConverted(OfficeText(code), locale, of_codes_);
     code = TextOf(Properties(formats_->getByKey(translated)).Get("FormatString", rtl::OUString()));
   }
   const FormatKind kind = code == "@"                     ? FormatKind::Text

@@ -185,7 +185,7 @@ Variant RangeObject::NumberFormat() {
 
 void RangeObject::NumberFormat(std::string_view format) {
   if (!IsFormatCode(format)) throw Refused("\"" + std::string(format) + "\" is no number format.");
-  Change([&] { block_.Properties().Set("NumberFormat", block_.document().Formats().Key(format)); });
+  Change([&] { block_.document().Formats().Put(block_.Properties(), format); });
 }
 
 Variant RangeObject::HorizontalAlignment() {

@@ -8,6 +8,7 @@
 #include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,6 +21,7 @@
 #include "adapters/calc/objects/properties.h"
 #include "automation/text.h"
 #include "host/excel/range.h"
+#include "spreadsheet/format_code.h"
 #include "spreadsheet/typed/cell_input.h"
 #include "spreadsheet/value_table.h"
 
@@ -59,9 +61,8 @@ class Runs {
 };
 
 // Calc gives a cell the format of texts when a text comes in that could be read as something else.
-bool MayBeTakenForANumber(const std::string& text) {
-  return text.find_first_of("0123456789") != std::string::npos || EqualText(text, "TRUE") ||
-         EqualText(text, "FALSE");
+bool MayBeTakenForANumber(const std::string& text, NumberFormats& formats) {
+  return text.find_first_of("0123456789") != std::string::npos || formats.IsNameOfBoolean(text);
 }
 
 // Calc fits the heights of rows as they are written, and brings its windows up to date where one changes.
@@ -102,7 +103,7 @@ class Writing {
     const Document& document = block_.document();
     wishes_.ForEach(block_, [&](const CellBlock& cells, const std::string& code) {
       document.StayAside();
-      cells.Properties().Set("NumberFormat", formats.Key(code));
+      formats.Put(cells.Properties(), code);
     });
     booleans_.ForEach(block_, [&](const CellBlock& cells, const std::string&) {
       document.StayAside();
@@ -132,7 +133,7 @@ class Writing {
       } else if (format.is_boolean) {
         wishes_.Add(row, column, format.code);
       }
-      return Any(*number);
+      return Any(IsShownAsDate(format, input.number_format) ? InDocument(*number) : *number);
     }
     if (const bool* boolean = input.value.IfBoolean()) {
       if (!format.is_boolean) booleans_.Add(row, column, "");
@@ -143,11 +144,21 @@ class Writing {
       return Any(rtl::OUString());
     }
     if (const std::string* text = input.value.IfText()) {
-      if (format.kind != FormatKind::Text && MayBeTakenForANumber(*text))
+      if (format.kind != FormatKind::Text && MayBeTakenForANumber(*text, block_.document().Formats()))
         wishes_.Add(row, column, format.code);
       return Any(OfficeText(*text));
     }
     return Any(rtl::OUString());
+  }
+
+  static bool IsShownAsDate(const NumberFormats::Format& format, std::string_view wished) {
+    if (format.kind != FormatKind::General) return format.kind == FormatKind::Date;
+    return !wished.empty() && KindOfFormat(wished) == FormatKind::Date;
+  }
+
+  double InDocument(double number) {
+    if (!first_day_) first_day_ = block_.document().FirstDay();
+    return number < 1 ? number : number - *first_day_;  // a time of the day has no day
   }
 
   // Calc takes the comments off cells that are written as a block.
@@ -193,6 +204,7 @@ class Writing {
 
   const CellBlock& block_;
   BlockFormats formats_;
+  std::optional<double> first_day_;  // unasked while there are no dates
   Rows data_;
   Runs wishes_;
   Runs booleans_;
@@ -204,7 +216,9 @@ Variant Output(const Any& value, const BlockFormats& formats, const CellBlock& b
   if (rtl::OUString text; value >>= text) return text.isEmpty() ? Variant() : Variant(TextOf(text));
   if (double number = 0; value >>= number) {
     const NumberFormats::Format& format = formats.At(place.row, place.column);
-    return format.is_boolean ? Variant(number != 0) : CellOutput(CellValue(number), format.kind);
+    if (format.is_boolean) return number != 0;
+    const bool has_day = format.kind == FormatKind::Date && (number < 0 || number >= 1);
+    return CellOutput(CellValue(has_day ? number + block.document().FirstDay() : number), format.kind);
   }
   const CellBlock cell = block.At(Area::Cell(place.row, place.column));
   return TextOf(As<css::text::XTextRange>(cell.FirstCell())->getString());
