@@ -6,17 +6,24 @@
 #include <chrono>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
+#include <com/sun/star/util/URL.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <csignal>
 #include <exception>
 #include <string_view>
 #include <utility>
 
+#include "adapters/calc/objects/spreadsheet_program.h"
+#include "app/workbook/workbook_file.h"
 #include "automation/runtime_error.h"
 #include "day/dialog_result.h"
 #include "libreoffice/command_runner.h"
+#include "libreoffice/command_urls.h"
 #include "libreoffice/document_day.h"
 #include "libreoffice/errand/stored_kinds.h"
 #include "libreoffice/file_address.h"
@@ -63,6 +70,18 @@ std::string DescriptionInHand() {
   } catch (...) {
     return CurrentError().Description();
   }
+}
+
+// A day that no command of the menu has begun changes the states of these all the same.
+void WakeMenu(const Reference<css::frame::XModel>& document) {
+  const Reference<css::frame::XController> controller = document->getCurrentController();
+  if (!controller.is()) return;
+  const Reference<css::frame::XDispatchProvider> window(controller->getFrame(), css::uno::UNO_QUERY);
+  css::util::URL command;
+  command.Complete = rtl::OUString::createFromAscii(kWakeCommand);
+  if (!window.is()) return;
+  if (const auto dispatch = window->queryDispatch(command, "_self", 0); dispatch.is())
+    dispatch->dispatch(command, Sequence<PropertyValue>());
 }
 
 // The program sends it before it starts the office.
@@ -128,7 +147,11 @@ void ErrandRunner::Open() {
 
 bool ErrandRunner::FillDialog() {
   const std::int32_t result = OfficeDay::Of(context_).ShowSettings(document_);
-  if (day::IsCommitted(result)) return true;
+  if (day::IsCommitted(result)) {
+    app::PutQuoteTableInFront(*calc::ApplicationOf(
+        context_, Reference<css::sheet::XSpreadsheetDocument>(document_, css::uno::UNO_QUERY_THROW)));
+    return true;
+  }
   News news{.kind = News::Kind::kComplaint, .text = "the dialog was closed without Go"};
   if (has_refused_costs_) news.text = "Go would cost what the warnings say. To go on all the same, add --yes";
   if (const auto& complaint = person_->Complained()) {
@@ -149,6 +172,7 @@ void ErrandRunner::BeginDay() {
   });
   if (errand_.time.count() > 0) alarm_ = machine_.loop().StartTimer(errand_.time, [this] { Finish(); });
   day.Told.Subscribe([this](const std::string& text) { Tell(text); });
+  WakeMenu(document_);
   day.Start(document_);
 }
 

@@ -33,7 +33,7 @@ Sub NoteDescriptions
   For I = 0 To Functions.Count - 1
     Properties = Functions.getByIndex(I)
     If Left(PropertyOf(Properties, "Name"), 5) = "QUOTE" Then
-      Text = PropertyOf(Properties, "Description")
+      Text = PropertyOf(Properties, "Category") & ": " & PropertyOf(Properties, "Description")
       For Each Argument In PropertyOf(Properties, "Arguments")
         Text = Text & " | " & Argument.Name & ": " & Argument.Description
       Next Argument

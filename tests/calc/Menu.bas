@@ -7,6 +7,7 @@ Sub Main
   On Error GoTo Failed
   Document = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
   Note("toolbar", HasToolbar(Document))
+  Note("status bar", FieldsOfStatusBar(Document))
   Note("before use", StatesIn(Document))
   Note("loaded before use", IsLoaded())
   ChooseCommand(Document, "status")
@@ -26,6 +27,15 @@ Function HasToolbar(Document) As Boolean
   Dim Layout
   Layout = Document.CurrentController.Frame.LayoutManager
   HasToolbar = Not IsNull(Layout.getElement("private:resource/toolbar/addon_mirelo.toolbar"))
+End Function
+
+Function FieldsOfStatusBar(Document) As String
+  Dim Bar, I
+  Bar = Document.CurrentController.Frame.LayoutManager.getElement("private:resource/statusbar/statusbar")
+  Bar = Bar.getRealInterface().getAccessibleContext()
+  For I = 0 To Bar.getAccessibleChildCount() - 1
+    FieldsOfStatusBar = FieldsOfStatusBar & Bar.getAccessibleChild(I).getAccessibleContext().getAccessibleName() & "|"
+  Next I
 End Function
 
 ' Read as a stream: Basic's own files end where a file without a size has given its first block.

@@ -45,6 +45,19 @@ class Command(CommandCase):
         shown = run(MIRELO, "show", self.home / "mine.xlsx", "Dovanta2_Quotes", env=self.environment)
         self.assertIn("MSFT", shown)
 
+    # An office that is not headless shows its windows on no screen here.
+    def test_a_window_stays_when_the_day_is_ended_in_the_terminal(self):
+        process = self.start_calc("--demo", *SMALL, SAL_USE_VCLPLUGIN="svp")
+        self.wait_for(process, "Streaming")
+        process.send_signal(signal.SIGINT)
+        self.wait_for(process, "Ending the day. LibreOffice goes on: close its windows. Ctrl-C once more kills it")
+        time.sleep(1)
+        self.assertIsNone(process.poll())
+        process.send_signal(signal.SIGINT)
+        code, _, err = self.end(process)
+        self.assertEqual(code, 1)
+        self.assertIn("LibreOffice was killed (exit code 137)", err)
+
     def test_leaves_no_office_and_no_file_where_it_is_killed(self):
         process = self.start_calc("--demo", "--headless", *SMALL)
         self.wait_for(process, "Streaming")

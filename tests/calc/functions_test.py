@@ -87,6 +87,11 @@ class Functions(unittest.TestCase):
         quote = self.notes["wizard QUOTE"]
         for text in ("market quote from QuoteTracker", "Ticker: The ticker", "Column: What to show"):
             self.assertIn(text, quote)
+        add_ins = "11: "  # com.sun.star.sheet.FunctionCategory
+        for name in ("QUOTE", "QUOTE_STATUS", "QUOTE_AGE"):
+            self.assertTrue(self.notes[f"wizard {name}"].startswith(add_ins), name)
+            self.assertIn("| Ticker: The ticker", self.notes[f"wizard {name}"])
+        self.assertIn("| Column: The column", self.notes["wizard QUOTE_STATUS"])
         self.assertIn("Says why", self.notes["wizard QUOTE_STATUS"])
         self.assertIn("seconds", self.notes["wizard QUOTE_AGE"])
 

@@ -6,7 +6,7 @@ import tempfile
 import unittest
 from xml.etree import ElementTree
 
-from office import Office, notes_in
+from office import OFFICE, Office, notes_in
 from support import BUILD, SOURCE
 
 HERE = pathlib.Path(__file__).parent
@@ -50,7 +50,18 @@ class Menu(unittest.TestCase):
         commands = [value for value in values if (value.get("URL") or "").startswith("vnd.mirelo:")]
         self.assertGreater(len(commands), 5)
         for command in commands:
-            self.assertEqual(command["Context"], "com.sun.star.sheet.SpreadsheetDocument")
+            if command["URL"] != "vnd.mirelo:status" or "AutoSize" not in command:
+                self.assertEqual(command["Context"], "com.sun.star.sheet.SpreadsheetDocument")
+
+    # What is merged there has no context, but a neighbour that spreadsheets alone have.
+    def test_stands_in_the_status_bar_of_spreadsheets_only(self):
+        self.assertIn("What comes of quotes", self.notes["status bar"])
+        modules = OFFICE / "share" / "config" / "soffice.cfg" / "modules"
+        bars = [bar for bar in modules.glob("*/statusbar/statusbar.xml") if ".uno:StatusPageStyle" in bar.read_text()]
+        self.assertEqual([bar.parts[-3] for bar in bars], ["scalc"])
+        menu = (SOURCE / "src/libreoffice/front/Addons.xcu").read_text()
+        self.assertRegex(menu, r'"MergePoint"><value>\.uno:StatusPageStyle<')
+        self.assertRegex(menu, r'"MergeFallback"><value>Ignore<')
 
     def test_says_that_no_quotes_are_coming(self):
         self.assertIn("No quotes are coming", self.log)

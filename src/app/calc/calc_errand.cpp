@@ -64,9 +64,15 @@ class OfficeOnErrand {
   }
 
   void EndInOrder() {
-    Err() << "Ending the day; Ctrl-C once more kills LibreOffice\n";
     office_.Send(std::string(libreoffice::kEndErrand));
-    office_.GiveUpIn(kForTheLastSteps, "LibreOffice did not end");
+    if (file_.empty()) {
+      Err() << "Ending the day. LibreOffice goes on: close its windows. Ctrl-C once more kills it, with what "
+               "is "
+               "not saved\n";
+    } else {
+      Err() << "Ending the day; Ctrl-C once more kills LibreOffice\n";
+      office_.GiveUpIn(kForTheLastSteps, "LibreOffice did not end");
+    }
     // Behind the handler, which is the old one's.
     loop_.StartTimer(std::chrono::milliseconds(0), [this] {
       interrupt_.reset();

@@ -112,8 +112,10 @@ void TellLoss(const std::filesystem::path& file, const std::string& loss) {
   Err() << "warning: " << file.string() << ": " << loss << "\n";
 }
 
-void PutQuoteTableInFront(host::Document& document) {
-  const auto workbook = document.Application()->ActiveWorkbook();
+void PutQuoteTableInFront(host::Document& document) { PutQuoteTableInFront(*document.Application()); }
+
+void PutQuoteTableInFront(host::excel::Application& application) {
+  const auto workbook = application.ActiveWorkbook();
   const auto sheets = workbook ? workbook->Worksheets() : nullptr;
   for (std::int32_t i = 1; sheets && i <= sheets->Count(); ++i) {
     if (const auto sheet = sheets->Item(i); sheet->Name() == kQuoteTable) sheet->Activate();

@@ -31,6 +31,7 @@ void TellLoss(const std::filesystem::path& file, const std::string& loss);
 // Makes the sheet of the quote table the active one, so that the file opens with it. Does nothing where there
 // is no such sheet.
 void PutQuoteTableInFront(host::Document& document);
+void PutQuoteTableInFront(host::excel::Application& application);
 
 // What a person can do about a workbook that could not be saved: a sentence. Empty where the error's own text
 // says it, or where no other file would help.
