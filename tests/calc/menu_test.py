@@ -2,8 +2,11 @@
 
 import os
 import pathlib
+import platform
+import re
 import tempfile
 import unittest
+import zipfile
 from xml.etree import ElementTree
 
 from office import OFFICE, Office, notes_in
@@ -62,6 +65,14 @@ class Menu(unittest.TestCase):
         menu = (SOURCE / "src/libreoffice/front/Addons.xcu").read_text()
         self.assertRegex(menu, r'"MergePoint"><value>\.uno:StatusPageStyle<')
         self.assertRegex(menu, r'"MergeFallback"><value>Ignore<')
+
+    def test_is_for_the_machine_that_it_was_built_for(self):
+        machine = re.sub("^i[3-6]86$", "x86", platform.machine().lower())
+        with zipfile.ZipFile(BUILD / "mirelo.oxt") as packed:
+            description = packed.read("description.xml").decode()
+            manifest = packed.read("META-INF/manifest.xml").decode()
+        self.assertIn(f'<platform value="linux_{machine}"/>', description)
+        self.assertEqual(set(re.findall(r";platform=(\w+)", manifest)), {f"Linux_{machine}"})
 
     def test_says_that_no_quotes_are_coming(self):
         self.assertIn("No quotes are coming", self.log)
