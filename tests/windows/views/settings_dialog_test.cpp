@@ -138,6 +138,7 @@ TEST_F(SettingsDialog, OpensTabsByTheirMarkedLetters) {
   person.Does("press Alt+S", [&] { person.PressWithAlt(L's'); });
   person.Does("look", [&] {
     EXPECT_TRUE(person.IsShown("txtSec"));
+    EXPECT_TRUE(person.HasFocus("chkUpdOrNot")) << "the first on the tab";
     person.Press(VK_ESCAPE);
   });
   EXPECT_EQ(facade->LoadFrmMirelo(), 2);

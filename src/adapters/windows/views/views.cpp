@@ -141,10 +141,14 @@ void Views::ShowAll() const {
   for (const auto& view : views_) Show(*view);
 }
 
+// What comes up does so before the rest goes, so that the focus goes to the page that is opened.
 void Views::ShowControl(const forms::Control& control) const {
-  for (const auto& view : views_) {
-    const forms::Control* const shown = view->control != nullptr ? view->control : view->page;
-    if (view->control == &control || (!control.Children().empty() && Holds(control, shown))) Show(*view);
+  for (const bool seen : {true, false}) {
+    for (const auto& view : views_) {
+      const forms::Control* const shown = view->control != nullptr ? view->control : view->page;
+      if (IsOnFront(shown) != seen) continue;
+      if (view->control == &control || (!control.Children().empty() && Holds(control, shown))) Show(*view);
+    }
   }
 }
 
