@@ -13,8 +13,8 @@
 
 #include "adapters/calc/objects/office_text.h"
 #include "adapters/calc/office_loop.h"
+#include "adapters/calc/views/control_maker.h"
 #include "adapters/calc/views/failure.h"
-#include "adapters/calc/views/form_builder.h"
 #include "adapters/calc/views/listeners.h"
 #include "forms/button.h"
 #include "forms/layout/layouts.h"
@@ -27,7 +27,6 @@ using css::uno::Any;
 using css::uno::Reference;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
-using forms::layout::Extent;
 
 namespace {
 
@@ -55,7 +54,8 @@ FormWindow::FormWindow(const Reference<css::uno::XComponentContext>& context, fo
       dialog_(Make(context, "com.sun.star.awt.UnoControlDialog"), UNO_QUERY_THROW),
       toolkit_(css::awt::Toolkit::create(context)) {
   views_.ask = asked_.question;
-  FormBuilder builder(form, forms::layout::LayoutOf(form.Name()), views_);
+  ControlMaker maker(views_);
+  forms::layout::BoxBuilder builder(form, forms::layout::LayoutOf(form.Name()), {}, maker);
   box_ = builder.Build();
   first_ = builder.first();
   Open();
