@@ -11,6 +11,8 @@
 #include "automation/visible_text.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "linux/linux_host.h"
+#include "wire/asked_server.h"
 
 namespace mirelo::app {
 
@@ -73,26 +75,34 @@ bool IsSame(const std::string& value, const std::string& stored) {
              static_cast<std::uint16_t>(RoundToInt32(Val(value)));
 }
 
-}  // namespace
-
-std::string SettingInForce(Session& session, const std::string& key, const std::string& value) {
-  if (session.given_here.contains(key) || session.host().IsOverridden(key))
-    return key + ", given for this command";
+std::string InForce(LinuxHost& host, const std::set<std::string>& given_here, const std::string& key,
+                    const std::string& value) {
+  if (given_here.contains(key) || host.IsOverridden(key)) return key + ", given for this command";
   const std::string stored = mGlobal::AppSettings().GetSetting("Settings", key, "").ToText();
   if (IsSame(value, stored)) return key + " of the settings";
   return stored.empty() ? key + " by default" : key + " of the dialog";
 }
 
+}  // namespace
+
+std::string SettingInForce(Session& session, const std::string& key, const std::string& value) {
+  return InForce(session.host(), session.given_here, key, value);
+}
+
 std::string LinkTrouble(Session& session) {
-  const wire::AskedServer& asked = session.asked();
+  return LinkTrouble(session.host(), session.asked(), session.given_here);
+}
+
+std::string LinkTrouble(LinuxHost& host, const wire::AskedServer& asked,
+                        const std::set<std::string>& given_here) {
   if (asked.Host().empty()) return {};
-  const Failure failure = session.host().internet().LastFailure();
+  const Failure failure = host.internet().LastFailure();
   if (failure == Failure::None && EqualText(Left(asked.Beginning(), 2), "OK")) return {};
   const Trouble trouble = TroubleOf(failure, asked);
   const std::string port = std::to_string(asked.Port());
-  return "Asked at " + Visible(asked.Host()) + " (" + SettingInForce(session, "Webaddress", asked.Host()) +
-         "), port " + port + " (" + SettingInForce(session, "HTTPPort", port) + "): " + trouble.what + ".\n" +
-         trouble.what_to_do;
+  return "Asked at " + Visible(asked.Host()) + " (" + InForce(host, given_here, "Webaddress", asked.Host()) +
+         "), port " + port + " (" + InForce(host, given_here, "HTTPPort", port) + "): " + trouble.what +
+         ".\n" + trouble.what_to_do;
 }
 
 }  // namespace mirelo::app

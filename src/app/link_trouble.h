@@ -1,6 +1,14 @@
 #pragma once
 
+#include <set>
 #include <string>
+
+namespace mirelo {
+class LinuxHost;
+namespace wire {
+class AskedServer;
+}
+}  // namespace mirelo
 
 namespace mirelo::app {
 
@@ -10,6 +18,11 @@ class Session;
 // and port were asked, where these come from, what came of it, and the next step. Empty where QuoteTracker
 // did reply, so that the link is not to blame. A facade must exist meanwhile, as its settings are read.
 std::string LinkTrouble(Session& session);
+
+// The same outside of a session. `asked` is a part of the host's HTTP client; `given_here` are the keys of
+// settings that hold for this process alone.
+std::string LinkTrouble(LinuxHost& host, const wire::AskedServer& asked,
+                        const std::set<std::string>& given_here);
 
 // Where a setting of the link comes from, for people: "HTTPPort, given for this command". `value` is the one
 // that was used.

@@ -8,14 +8,16 @@
 #include <utility>
 
 #include "adapters/calc/views/calc_desktop.h"
+#include "app/dialog/guiding_desktop.h"
+#include "app/link_trouble.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/mGlobal.h"
 #include "core/message_box.h"
-#include "libreoffice/attending_desktop.h"
 #include "libreoffice/office_process.h"
 #include "libreoffice/screen.h"
 #include "terminal/standard_streams.h"
+#include "wire/asked_server.h"
 #include "wire/mended_replies.h"
 
 namespace mirelo::libreoffice {
@@ -86,8 +88,14 @@ Machine::Machine(const Context& context)
     return Confirm("Go will cost this:\n\n" + Join(costs, "\n") + "\n\nGo on?");
   };
   host_.ShowThrough([this](host::Desktop& inner) {
-    return std::make_unique<AttendingDesktop>(
-        inner, [this](const std::vector<std::string>& costs) { return accept_costs(costs); });
+    return std::make_unique<app::GuidingDesktop>(
+        inner, [this] { return WhyNoAnswer(); }, OfficeShowsWindows(),
+        GoGuard{nullptr, [this](const std::vector<std::string>& costs) { return accept_costs(costs); }});
+  });
+  host_.FetchThrough([this](host::WinInetApi& inner) {
+    auto asked = std::make_unique<wire::AskedServer>(inner);
+    asked_ = asked.get();
+    return asked;
   });
   if (const auto& borrowed = BorrowedForOf()) {
     host_.KeepCredentialsIn(borrowed->folder);
@@ -104,6 +112,11 @@ Machine::Machine(const Context& context)
   host_.WaitForWholeReplies();
   host_.ReplyBrokenOff.Subscribe(tell);
   css::frame::Desktop::create(context)->addTerminateListener(new AtTheEnd([this] { End(); }));
+}
+
+std::string Machine::WhyNoAnswer() {
+  host_.internet();
+  return app::LinkTrouble(host_, *asked_, {});
 }
 
 wire::MendedReplies& Machine::replies() {

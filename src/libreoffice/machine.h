@@ -16,8 +16,9 @@
 #include "linux/linux_host.h"
 
 namespace mirelo::wire {
+class AskedServer;
 class MendedReplies;
-}
+}  // namespace mirelo::wire
 
 namespace mirelo::libreoffice {
 
@@ -60,6 +61,7 @@ class Machine {
   explicit Machine(const css::uno::Reference<css::uno::XComponentContext>& context);
   Machine(LinuxHost& host, calc::OfficeLoop& loop);
 
+  std::string WhyNoAnswer();
   void TakeFailure(const std::exception_ptr& failure) const;
   void End();
 
@@ -68,6 +70,7 @@ class Machine {
   std::optional<host::HostScope> installed_;
   calc::OfficeLoop* loop_ = nullptr;        // the host's
   wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
+  wire::AskedServer* asked_ = nullptr;      // the same
 };
 
 }  // namespace mirelo::libreoffice

@@ -2,6 +2,7 @@
 
 import os
 import signal
+import socket
 import time
 import unittest
 
@@ -79,6 +80,18 @@ class Command(CommandCase):
         code, out, err = self.end(process)
         self.assertEqual((code, out), (1, ""))
         self.assertIn("LibreOffice ended before the day was over (exit code 137); nothing was saved", err)
+
+    def test_says_why_quotetracker_does_not_answer(self):
+        with socket.socket() as closed:
+            closed.bind(("127.0.0.1", 0))  # and nobody listens
+            port = str(closed.getsockname()[1])
+            # A port above 32767 is stored as the port less 65536.
+            stored = port if int(port) < 32768 else str(int(port) - 65536)
+            run(MIRELO, "settings", "set", "HTTPPort", stored, env=self.environment)
+            code, _, err = self.end(self.start_calc("--headless", "--tickers", "MSFT", "--for", "2s"))
+        self.assertEqual(code, 1)
+        self.assertIn(f"port {port} (HTTPPort of the settings): the connection was refused, so nothing listens there.", err)
+        self.assertIn("Start QuoteTracker there, switch on its HTTP interface", err)
 
     def test_refuses_what_the_dialog_does_not_have(self):
         code, _, err = self.end(self.start_calc("--demo", "--headless", "--columns", "Ticker,Nothing"))
