@@ -24,8 +24,6 @@ Machine& Machine::Installed() {
 
 Machine::Machine() { KeepThisLibrary(); }
 
-host::WinInetApi& Machine::internet() { throw Errors::ActionNotSupported(); }
-
 // What fails behind no call of a client, such as a handler of its own in which it caught no error.
 void Machine::TakeFailure(const std::exception_ptr& failure) {
   try {

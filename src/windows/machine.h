@@ -9,12 +9,13 @@
 #include "adapters/windows/views/native_desktop.h"
 #include "adapters/windows/window_loop.h"
 #include "adapters/windows/windows_system.h"
+#include "adapters/windows/wininet_client.h"
 #include "host/host.h"
 
 namespace mirelo::windows {
 
 // The machine that the classes work on in a client's process: the thread's messages are its loop, and what
-// is asked of Windows is asked there. Asking for a port that is not there yet is error 445.
+// is asked of Windows is asked there.
 class Machine : public host::Host {
  public:
   // The first call puts it in place, on the thread that all calls of clients are taken on. It stays until the
@@ -24,7 +25,7 @@ class Machine : public host::Host {
   host::MessageLoop& loop() override { return loop_; }
   host::Clock& clock() override { return clock_; }
   host::Registry& registry() override { return registry_; }
-  host::WinInetApi& internet() override;
+  host::WinInetApi& internet() override { return internet_; }
   host::WinsockLibrary& sockets() override { return sockets_; }
   host::Desktop& desktop() override { return desktop_; }
   host::OperatingSystem& system() override { return system_; }
@@ -40,6 +41,7 @@ class Machine : public host::Host {
   UserVault vault_{registry_};
   WindowLoop loop_{[this](const std::exception_ptr& failure) { TakeFailure(failure); }};
   poll::PollWinsockLibrary sockets_{loop_};
+  WinInetClient internet_{loop_};
   NativeDesktop desktop_{loop_};
   host::HostScope installed_{*this};
 };

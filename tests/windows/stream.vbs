@@ -1,4 +1,4 @@
-' A client's script streams from the stand-in for QuoteTracker: stream.vbs STREAM_PORT
+' A client's script asks the stand-in for QuoteTracker, and streams from it: stream.vbs STREAM_PORT HTTP_PORT
 Option Explicit
 
 Class Listener
@@ -22,6 +22,17 @@ settings.SaveSetting "Settings", "Webaddress", "localhost"
 
 Set facade = CreateObject("Mirelo.cMirelo")
 facade.StatusRunWorkQT = 2
+
+' Ports are numbers of 16 bits, the greater of which are negative.
+Dim http_port, reply
+http_port = CLng(WScript.Arguments(1))
+If http_port > 32767 Then http_port = http_port - 65536
+reply = facade.DownloadURL("/req?GetLastQuote(MSFT,IBM)", "127.0.0.1", http_port)
+If InStr(reply, "MSFT") = 0 Or InStr(reply, "IBM") = 0 Then
+  WScript.Echo "the reply is: " & reply
+  WScript.Quit
+End If
+
 Set stream = CreateObject("Mirelo.cQTStreaming")
 Set listener_ = New Listener
 Set stream.Owner = facade

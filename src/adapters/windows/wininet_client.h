@@ -1,0 +1,92 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "host/message_loop.h"
+#include "host/wininet_api.h"
+
+namespace mirelo::windows {
+
+// The HTTP client of Windows. Its calls that wait do so on a thread of their own, while the loop goes on
+// here; so requests can nest: a handler that runs meanwhile may make its own, and may close the handle that
+// is waited for, which ends the wait.
+//
+// Handles are never given twice, and a handle passes its timeouts on to those that are opened from it, at
+// that moment. Proxies are those that the machine has for programs.
+class WinInetClient final : public host::WinInetApi {
+ public:
+  // Bytes of a reply's body, behind which it is broken off: reading fails then.
+  static constexpr std::uint64_t kLongestBody = std::uint64_t{64} << 20;
+  // How long a call waits whose timeouts are longer, or for ever.
+  static constexpr std::chrono::milliseconds kLongestWait = std::chrono::minutes(5);
+
+  // The loop must outlive this.
+  explicit WinInetClient(host::MessageLoop& loop) : loop_(loop) {}
+  ~WinInetClient() override;
+  WinInetClient(const WinInetClient&) = delete;
+  WinInetClient& operator=(const WinInetClient&) = delete;
+
+  Handle InternetOpenA(const std::optional<std::string>& agent, std::uint32_t access_type) override;
+  // Knows the five timeouts; those of data connections, which HTTP has none of, are taken and have no effect.
+  // A value below 1 is for ever.
+  bool InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) override;
+  // Fails for an empty host and for services other than HTTP.
+  Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,
+                          const std::string& user, const std::string& password,
+                          std::uint32_t service) override;
+  std::optional<std::string> InternetCanonicalizeUrlA(const std::string& url, std::uint32_t capacity,
+                                                      std::uint32_t flags) override;
+  Handle HttpOpenRequestA(Handle connection, const std::string& verb, const std::string& object,
+                          const std::string& version, const std::string& referrer,
+                          std::uint32_t flags) override;
+  bool HttpSendRequestA(Handle request, const std::string& headers, const std::string& body) override;
+  std::optional<std::string> HttpQueryInfoA(Handle request, std::uint32_t level,
+                                            std::uint32_t capacity) override;
+  // False when the server sent nothing for as long as the receive timeout, and when the body is too long.
+  bool InternetReadFile(Handle request, char* buffer, std::uint32_t capacity, std::uint32_t& read) override;
+  bool InternetCloseHandle(Handle handle) override;
+  Failure LastFailure() const override { return last_failure_; }
+
+  // How many handles are open: a caller that leaks one shows here.
+  std::size_t OpenHandles() const { return handles_.size(); }
+
+ private:
+  using Milliseconds = std::chrono::milliseconds;
+
+  struct Timeouts {
+    Milliseconds connect = kLongestWait;
+    Milliseconds send = kLongestWait;
+    Milliseconds receive = kLongestWait;
+  };
+  struct Entry {
+    Handle parent = 0;
+    void* system = nullptr;  // Windows' own handle; null once a wait was given up
+    Timeouts timeouts = {};
+    std::string verb = {};   // of a request
+    std::uint64_t read = 0;  // of its body
+  };
+
+  struct Outcome {
+    bool succeeded = false;
+    unsigned long error = 0;  // Windows'
+    bool timed_out = false;
+  };
+
+  Handle Keep(Handle parent, void* system);
+  void* SystemOf(Handle handle) const;
+  void GiveUp(Handle handle);
+  Outcome WaitFor(Handle handle, std::function<bool()> call, Milliseconds limit);
+
+  host::MessageLoop& loop_;
+  std::map<Handle, Entry> handles_;
+  Handle last_handle_ = 0;
+  Failure last_failure_ = Failure::None;
+};
+
+}  // namespace mirelo::windows
