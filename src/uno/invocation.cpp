@@ -2,10 +2,18 @@
 
 #include <algorithm>
 #include <com/sun/star/beans/UnknownPropertyException.hpp>
+#include <com/sun/star/beans/XIntrospectionAccess.hpp>
+#include <com/sun/star/container/NoSuchElementException.hpp>
 #include <com/sun/star/container/XEnumerationAccess.hpp>
+#include <com/sun/star/lang/NoSuchMethodException.hpp>
+#include <com/sun/star/reflection/ParamMode.hpp>
+#include <com/sun/star/reflection/XIdlMethod.hpp>
+#include <com/sun/star/script/BasicErrorException.hpp>
+#include <com/sun/star/script/MemberType.hpp>
 #include <com/sun/star/script/XAllListener.hpp>
 #include <com/sun/star/script/XDefaultMethod.hpp>
 #include <com/sun/star/script/XDefaultProperty.hpp>
+#include <com/sun/star/script/XInvocation2.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/implbase4.hxx>
 #include <optional>
@@ -57,6 +65,25 @@ decltype(auto) OnOwnThread(Body&& body) {
   return AtTheBorder(std::forward<Body>(body));
 }
 
+// Members are told of by the table alone. Python asks this for the adapter of an object of its own.
+class NothingMore final : public cppu::WeakImplHelper1<css::beans::XIntrospectionAccess> {
+ public:
+  sal_Int32 SAL_CALL getSuppliedMethodConcepts() override { return 0; }
+  sal_Int32 SAL_CALL getSuppliedPropertyConcepts() override { return 0; }
+  css::beans::Property SAL_CALL getProperty(const OUString&, sal_Int32) override {
+    throw css::container::NoSuchElementException();
+  }
+  sal_Bool SAL_CALL hasProperty(const OUString&, sal_Int32) override { return false; }
+  Sequence<css::beans::Property> SAL_CALL getProperties(sal_Int32) override { return {}; }
+  Reference<css::reflection::XIdlMethod> SAL_CALL getMethod(const OUString&, sal_Int32) override {
+    throw css::lang::NoSuchMethodException();
+  }
+  sal_Bool SAL_CALL hasMethod(const OUString&, sal_Int32) override { return false; }
+  Sequence<Reference<css::reflection::XIdlMethod>> SAL_CALL getMethods(sal_Int32) override { return {}; }
+  Sequence<css::uno::Type> SAL_CALL getSupportedListeners() override { return {}; }
+  Reference<css::uno::XInterface> SAL_CALL queryAdapter(const css::uno::Type&) override { return {}; }
+};
+
 // A walk of a For Each, which asks for more before it takes the next.
 class Walk final : public cppu::WeakImplHelper1<css::container::XEnumeration> {
  public:
@@ -79,7 +106,7 @@ class Walk final : public cppu::WeakImplHelper1<css::container::XEnumeration> {
 };
 
 class Invocation final
-    : public cppu::WeakImplHelper4<css::script::XInvocation, css::container::XEnumerationAccess,
+    : public cppu::WeakImplHelper4<css::script::XInvocation2, css::container::XEnumerationAccess,
                                    css::script::XDefaultMethod, css::script::XDefaultProperty> {
  public:
   static Reference<css::script::XInvocation> Of(const std::shared_ptr<Object>& object);
@@ -97,13 +124,21 @@ class Invocation final
   // What a class lacks its objects do not have, so that Basic does not try.
   Any SAL_CALL queryInterface(const css::uno::Type& type) override;
 
-  Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override { return {}; }
+  Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override {
+    is_python_ = true;
+    return new NothingMore;
+  }
   Any SAL_CALL invoke(const OUString& name, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
                       Sequence<Any>& changed) override;
   void SAL_CALL setValue(const OUString& name, const Any& value) override;
   Any SAL_CALL getValue(const OUString& name) override;
   sal_Bool SAL_CALL hasMethod(const OUString& name) override;
   sal_Bool SAL_CALL hasProperty(const OUString& name) override;
+
+  // Python takes objects that tell of their members alone.
+  Sequence<OUString> SAL_CALL getMemberNames() override;
+  Sequence<css::script::InvocationInfo> SAL_CALL getInfo() override;
+  css::script::InvocationInfo SAL_CALL getInfoForName(const OUString& name, sal_Bool exact) override;
 
   Reference<css::container::XEnumeration> SAL_CALL createEnumeration() override;
   css::uno::Type SAL_CALL getElementType() override { return cppu::UnoType<Any>::get(); }
@@ -125,9 +160,12 @@ class Invocation final
   // What the office compares objects by.
   const css::uno::XInterface* Identity() const { return static_cast<const cppu::OWeakObject*>(this); }
 
+  template <class Body>
+  decltype(auto) Serve(Body&& body) const;
   const Member* Find(std::string_view name) const;
   bool IsForListeners(std::string_view name) const;
   OUString DefaultName() const;
+  css::script::InvocationInfo InfoOf(const Member& member) const;
   Any Call(MemberId id, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
            Sequence<Any>& changed);
   void ChangeListeners(std::string_view name, const Sequence<Any>& given);
@@ -136,6 +174,7 @@ class Invocation final
   std::shared_ptr<AutomationObject> door_;
   std::vector<Listener> listeners_;
   Subscription subscription_;
+  bool is_python_ = false;  // who holds it, who asks for the introspection first
 };
 
 bool IsPlainProperty(const Member& member) {
@@ -155,6 +194,18 @@ std::shared_ptr<Object> Invocation::ObjectOf(const Reference<css::uno::XInterfac
   return living != Living().end() ? living->second->door_->object() : nullptr;
 }
 
+// The interpreter of Python does not outlive the errors that are Basic's own.
+template <class Body>
+decltype(auto) Invocation::Serve(Body&& body) const {
+  try {
+    return OnOwnThread(std::forward<Body>(body));
+  } catch (const css::script::BasicErrorException& failure) {
+    if (!is_python_) throw;
+    throw css::uno::RuntimeException(
+        "error " + OUString::number(failure.ErrorCode) + ": " + failure.ErrorMessageArgument, {});
+  }
+}
+
 Any Invocation::queryInterface(const css::uno::Type& type) {
   const automation_server::Class& table = door_->table();
   const auto id = table.Default();
@@ -168,7 +219,7 @@ Any Invocation::queryInterface(const css::uno::Type& type) {
 
 Any Invocation::invoke(const OUString& name, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
                        Sequence<Any>& changed) {
-  return OnOwnThread([&]() -> Any {
+  return Serve([&]() -> Any {
     const std::string called = TextOf(name);
     if (!IsForListeners(called)) return Call(door_->IdOf(called), given, changed_places, changed);
     ChangeListeners(called, given);
@@ -177,11 +228,18 @@ Any Invocation::invoke(const OUString& name, const Sequence<Any>& given, Sequenc
 }
 
 void Invocation::setValue(const OUString& name, const Any& value) {
-  OnOwnThread([&] { door_->Let(door_->IdOf(TextOf(name)), FromOffice(value)); });
+  Serve([&] {
+    const MemberId id = door_->IdOf(TextOf(name));
+    const Member& member = door_->table().At(id);
+    const bool takes_objects_only = member.set != nullptr && member.let == nullptr;
+    // Python has one word for nothing and for no object.
+    const bool is_no_object = takes_objects_only && !value.hasValue();
+    door_->Let(id, is_no_object ? Variant(std::shared_ptr<Object>()) : FromOffice(value));
+  });
 }
 
 Any Invocation::getValue(const OUString& name) {
-  return OnOwnThread([&] { return ToOffice(door_->Get(door_->IdOf(TextOf(name)))); });
+  return Serve([&] { return ToOffice(door_->Get(door_->IdOf(TextOf(name)))); });
 }
 
 sal_Bool Invocation::hasMethod(const OUString& name) {
@@ -193,6 +251,42 @@ sal_Bool Invocation::hasMethod(const OUString& name) {
 sal_Bool Invocation::hasProperty(const OUString& name) {
   const Member* const member = Find(TextOf(name));
   return member != nullptr && IsPlainProperty(*member);
+}
+
+Sequence<OUString> Invocation::getMemberNames() {
+  const auto infos = getInfo();
+  Sequence<OUString> names(infos.getLength());
+  std::ranges::transform(infos, names.getArray(), [](const auto& info) { return info.aName; });
+  return names;
+}
+
+Sequence<css::script::InvocationInfo> Invocation::getInfo() {
+  const auto& members = door_->table().members();
+  Sequence<css::script::InvocationInfo> infos(static_cast<sal_Int32>(members.size()));
+  std::ranges::transform(members, infos.getArray(), [this](const Member& member) { return InfoOf(member); });
+  return infos;
+}
+
+css::script::InvocationInfo Invocation::getInfoForName(const OUString& name, sal_Bool) {
+  return Serve([&] { return InfoOf(door_->table().At(door_->IdOf(TextOf(name)))); });
+}
+
+css::script::InvocationInfo Invocation::InfoOf(const Member& member) const {
+  css::script::InvocationInfo info;
+  info.aName = OfficeText(member.name);
+  info.eMemberType =
+      IsPlainProperty(member) ? css::script::MemberType_PROPERTY : css::script::MemberType_METHOD;
+  info.aType = cppu::UnoType<Any>::get();
+  const auto count = static_cast<sal_Int32>(member.parameters.size());
+  info.aParamTypes.realloc(count);
+  info.aParamModes.realloc(count);
+  for (sal_Int32 i = 0; i < count; ++i) {
+    const bool by_reference = member.parameters[static_cast<std::size_t>(i)].by_reference;
+    info.aParamTypes.getArray()[i] = info.aType;
+    info.aParamModes.getArray()[i] =
+        by_reference ? css::reflection::ParamMode_INOUT : css::reflection::ParamMode_IN;
+  }
+  return info;
 }
 
 Reference<css::container::XEnumeration> Invocation::createEnumeration() {

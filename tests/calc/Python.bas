@@ -1,0 +1,49 @@
+REM  Runs the macros in Python of examples/calc in a document of its own, and ends the office.
+
+Option Explicit
+
+Global Scripts
+
+Sub Main
+  Dim Document, Tries As Integer
+  On Error GoTo Failed
+  Document = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+  RunPython("quotes.py$ask_quotes")
+  NoteCells("asked", Document, 0)
+  RunPython("quotes.py$start_stream")
+  For Tries = 1 To 200
+    If Count(Document, 10) > 1 And Count(Document, 11) > 1 Then Exit For
+    Wait 50
+  Next Tries
+  RunPython("quotes.py$stop_stream")
+  NoteCells("streamed", Document, 10)
+  RunPython("members.py$look")
+  Note("end", "reached")
+  GoTo Done
+Failed:
+  Note("failed", Err & " " & Replace(Error$, Chr(10), " ") & " in line " & Erl)
+Done:
+  On Error Resume Next
+  Document.close(True)
+  StarDesktop.terminate()
+End Sub
+
+REM  One provider keeps what a module has in its variables.
+Sub RunPython(Name As String)
+  If IsEmpty(Scripts) Then Scripts = createUnoService("com.sun.star.script.provider.MasterScriptProviderFactory").createScriptProvider("user")
+  Scripts.getScript("vnd.sun.star.script:" & Name & "?language=Python&location=user").invoke(Array(), Array(), Array())
+End Sub
+
+Function Count(Document, Row As Long) As Double
+  Count = Document.Sheets(0).getCellByPosition(3, Row).Value
+End Function
+
+Sub NoteCells(Title As String, Document, First As Long)
+  Dim Column As Long, Row As Long, Shown As String
+  For Row = First To First + 1
+    For Column = 0 To 3
+      Shown = Shown & Document.Sheets(0).getCellByPosition(Column, Row).String & "|"
+    Next Column
+  Next Row
+  Note(Title, Shown)
+End Sub

@@ -1,0 +1,73 @@
+"""The macros in Python of examples/calc, as they are, in a LibreOffice that has the extension, against a stand-in."""
+
+import os
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+from office import Office, be_asked, notes_in
+from support import BUILD, SOURCE, StandIn
+
+HERE = pathlib.Path(__file__).parent
+
+
+class Python(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        home = tempfile.TemporaryDirectory(prefix="mirelo-")
+        cls.addClassCleanup(home.cleanup)
+        folder = pathlib.Path(home.name)
+        environment = {"PATH": os.environ["PATH"], "HOME": home.name, "PYTHONDONTWRITEBYTECODE": "1"}
+        office = Office(folder, environment)
+        office.install(BUILD / "mirelo.oxt")
+        office.add_macros(Tests=[HERE / "Python.bas", HERE / "Notes.bas"])
+        scripts = folder / "profile" / "user" / "Scripts" / "python"
+        scripts.mkdir(parents=True)
+        shutil.copy(SOURCE / "examples/calc/quotes.py", scripts)
+        shutil.copy(HERE / "members.py", scripts)
+        with StandIn(BUILD / "bin") as tracker:
+            be_asked(tracker, environment)
+            cls.code = office.run("Tests.Python.Main")
+        cls.log = office.log()
+        cls.notes = notes_in(folder)
+
+    def test_reaches_its_end_and_the_office_ends_well(self):
+        self.assertEqual(self.notes.get("failed"), None, self.notes)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.code, 0, self.log)
+
+    def test_writes_the_quotes_that_it_asks_for(self):
+        first, second = self.rows("asked")
+        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
+        for cell in first[1:] + second[1:]:
+            self.assertRegex(cell, r"^-?\d+(\.\d+)?$")
+
+    def test_writes_the_quotes_that_are_streamed(self):
+        first, second = self.rows("streamed")
+        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
+        for _, price, moment, count in (first, second):
+            self.assertRegex(price, r"^\d+(\.\d+)?$")
+            self.assertRegex(moment, r"^\d\d:\d\d:\d\d$")
+            self.assertGreater(int(count), 1)
+
+    def test_holds_properties_methods_arrays_and_objects(self):
+        self.assertEqual(self.notes["a list"], "('MSFT', 'IBM')")
+        self.assertEqual(self.notes["a boolean"], "True")
+        self.assertEqual(self.notes["a text"], "SWISS.SDF")
+        self.assertEqual(self.notes["an object"], "0")
+        self.assertEqual(self.notes["a method"], "12")
+        self.assertIn("GetLastQuote", self.notes["members"])
+
+    def test_sees_errors_with_number_and_text(self):
+        self.assertEqual(self.notes["no such member"], "AttributeError NoSuchMember")
+        self.assertIn("RuntimeException error 13: Type mismatch", self.notes["wrong type"])
+        self.assertIn("error -2147221404: cQTDatas component failure", self.notes["an error of the library"])
+
+    def rows(self, name):
+        cells = self.notes[name].split("|")
+        return cells[:4], cells[4:8]
+
+
+if __name__ == "__main__":
+    unittest.main()
