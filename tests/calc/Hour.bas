@@ -16,6 +16,7 @@ Sub Main
   Do
     Round = Round + 1
     Typing(Document, Round)
+    TypingAPrice(Document)
     Formatting(Document)
     Saving(Document, Round)
     Sheets(Document, Round)
@@ -42,8 +43,8 @@ Sub Typing(Document, Round As Long)
   If StepsOf(Document) > 50 Then Document.UndoManager.clear()  ' a full list does not grow
   Steps = StepsOf(Document)
   Ask("type by hand " & Round)
-  Expect("quotes come while a cell is edited", Comes(Document))
   Answered
+  Expect("quotes come while a cell is edited", Comes(Document))
   Expect("the cell is still edited", Cell.String <> "by hand " & Round)
   Ask("key Return")
   Answered
@@ -62,6 +63,22 @@ Sub Typing(Document, Round As Long)
   Answered
   WaitForText(Cell, "by hand " & Round)
   Expect("redo brings it back", Cell.String = "by hand " & Round)
+End Sub
+
+REM  The very cell of a price is edited, and left as it is in the end.
+Sub TypingAPrice(Document)
+  Dim Steps As Long
+  Document.CurrentController.setActiveSheet(Document.Sheets.getByName(Table))
+  Document.CurrentController.select(Document.Sheets.getByName(Table).getCellRangeByName("B3"))
+  Steps = StepsOf(Document)
+  Ask("type 12345")
+  Answered
+  Expect("quotes come while their cell is edited", Comes(Document))
+  Ask("key Escape")
+  Answered
+  Expect("quotes come behind that", Comes(Document))
+  Expect("nothing was typed", StepsOf(Document) = Steps)
+  Expect("the price is one", Document.Sheets.getByName(Table).getCellRangeByName("B3").Value <> 12345)
 End Sub
 
 Sub Formatting(Document)

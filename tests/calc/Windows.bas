@@ -40,6 +40,7 @@ Sub Printing(Document)
   Name = Environ("MIRELO_FOLDER") & "/printed.pdf"
   Document.print(Array(Argument("FileName", ConvertToURL(Environ("MIRELO_FOLDER") & "/printed.ps")), Argument("Wait", True)))
   Note("behind printing", Comes(Document))
+  Note("printed", FileExists(Environ("MIRELO_FOLDER") & "/printed.ps"))
   Document.storeToURL(ConvertToURL(Name), Array(Argument("FilterName", "calc_pdf_Export")))
   Note("printed into a file", FileLen(Name) > 0)
   Note("behind printing into a file", Comes(Document))

@@ -42,7 +42,7 @@ class Windows(unittest.TestCase):
     def test_a_day_goes_on_in_a_preview_and_while_it_is_printed(self):
         for where in ("in a preview", "behind a preview", "behind printing", "behind printing into a file"):
             self.assertEqual(self.notes[where], "True", where)
-        for what in ("preview is there", "status in a preview", "printed into a file"):
+        for what in ("preview is there", "status in a preview", "printed", "printed into a file"):
             self.assertEqual(self.notes[what], "True", what)
 
     def test_a_day_goes_on_until_the_last_window_is_closed(self):
