@@ -230,6 +230,17 @@ TEST_F(Controls, RaiseWhatFailsBehindAClickToWhoShowedThem) {
   EXPECT_FALSE(form.Visible());
 }
 
+TEST_F(Controls, LeaveNoWindowBehindWhenTheirLayoutIsAnotherForms) {
+  forms::Form wrong("frmColor", "Wrong");
+  forms::Panel panel(wrong, "C1ElasticColor", nullptr);
+  const forms::Label no_cell(wrong, "no cell", &panel);
+  EXPECT_THROW(desktop.ShowModal(wrong), RuntimeError);
+  EXPECT_EQ(::FindWindowW(nullptr, L"Wrong"), nullptr);
+  person.Does("press Escape in the next", [&] { person.Press(VK_ESCAPE); });
+  desktop.ShowModal(form);
+  EXPECT_THAT(form.noted, ElementsAre("cancel"));
+}
+
 TEST_F(Controls, LetStepsOfTheLoopGoOn) {
   int steps = 0;
   const std::function<void()> again = [&] {
@@ -356,6 +367,47 @@ TEST_F(Controls, AreKeptOnTheScreen) {
   });
   desktop.ShowModal(form);
   EXPECT_FALSE(desktop.SetWindowPlacement(form, {}));
+}
+
+TEST_F(Controls, AreMaximizedAndBackByTheirFormAndByWindows) {
+  person.Does("look", [&] {
+    const HWND window = person.Window().window();
+    form.WindowState(forms::Form::State::Maximized);
+    EXPECT_NE(::IsZoomed(window), 0);
+    EXPECT_EQ(desktop.GetWindowPlacement(form)->state, host::WindowPlacement::kMaximized);
+    ::ShowWindow(window, SW_RESTORE);
+    EXPECT_EQ(form.WindowState(), forms::Form::State::Normal);
+    host::WindowPlacement placement = *desktop.GetWindowPlacement(form);
+    placement.state = host::WindowPlacement::kMaximized;
+    desktop.SetWindowPlacement(form, placement);
+    EXPECT_EQ(form.WindowState(), forms::Form::State::Maximized);
+    form.Hide();
+  });
+  desktop.ShowModal(form);
+}
+
+// A form that is put somewhere while it is loaded, as one that remembers its place.
+class PlacedForm : public Sample {
+ public:
+  explicit PlacedForm(host::Desktop& desktop) : desktop_(desktop) {}
+  void Form_Load() override {
+    auto placement = *desktop_.GetWindowPlacement(*this);
+    placement.normal = {100, 50, 700, 600};
+    EXPECT_TRUE(desktop_.SetWindowPlacement(*this, placement));
+    EXPECT_FALSE(Visible());
+  }
+
+ private:
+  host::Desktop& desktop_;
+};
+
+TEST_F(Controls, ComeUpWhereTheyWerePutBefore) {
+  PlacedForm placed(desktop);
+  person.Does("look", [&] {
+    EXPECT_EQ(desktop.GetWindowPlacement(placed)->normal, (host::WindowRectangle{100, 50, 700, 600}));
+    placed.Hide();
+  });
+  desktop.ShowModal(placed);
 }
 
 TEST_F(Controls, GrowWithTheDotsOfTheScreen) {

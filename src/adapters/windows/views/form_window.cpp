@@ -7,6 +7,7 @@
 #include "adapters/windows/views/common_controls.h"
 #include "adapters/windows/views/wide_text.h"
 #include "adapters/windows/window_loop.h"
+#include "automation/runtime_error.h"
 #include "forms/button.h"
 #include "forms/layout/layouts.h"
 #include "forms/simple_controls.h"
@@ -21,6 +22,8 @@ namespace {
 
 using Border = forms::Form::Border;
 using State = forms::Form::State;
+
+constexpr int kNotSupported = 445;
 
 bool IsSizable(Border border) { return border == Border::Sizable || border == Border::SizableToolWindow; }
 
@@ -78,13 +81,21 @@ FormWindow::FormWindow(forms::Form& form, WindowLoop& loop, HWND above,
     : form_(form), loop_(loop) {
   const CommonControls look;
   Create(above);
-  BuildControls(std::move(ask));
-  Fit();
-  Center(above);
-  Subscribe();
+  try {
+    BuildControls(std::move(ask));
+    Fit();
+    Center(above);
+    Subscribe();
+  } catch (...) {
+    Destroy();
+    throw;
+  }
 }
 
-FormWindow::~FormWindow() {
+FormWindow::~FormWindow() { Destroy(); }
+
+// What Windows sends the window meanwhile is nobody's any more.
+void FormWindow::Destroy() {
   for (const auto& [control, cookie] : subscriptions_) control->Appearance.Unsubscribe(cookie);
   form_.Appearance.Unsubscribe(subscription_);
   keys_.reset();
@@ -105,6 +116,7 @@ void FormWindow::Create(HWND above) {
   if (IsTool(form_.BorderStyle())) look.dialog.dwExtendedStyle = WS_EX_TOOLWINDOW;
   window_ = ::CreateDialogIndirectParamW(OwnModule(), &look.dialog, above, Procedure,
                                          reinterpret_cast<LPARAM>(this));
+  if (window_ == nullptr) throw RuntimeError(kNotSupported, "Windows can show no windows here");
   ::SetWindowTextW(window_, WideText(form_.Caption()).c_str());
   icon_ = PictureIcon("chart", ::GetSystemMetrics(SM_CXSMICON));
   ::SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon_.get()));

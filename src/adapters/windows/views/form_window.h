@@ -27,8 +27,8 @@ class WindowLoop;
 // A form as a dialog of Windows': it is seen while the form is visible, and its close box closes the form.
 class FormWindow {
  public:
-  // Neither form nor loop may end before the window. `above` is the window that it lies above; null for
-  // none. `ask` asks the person a question above this window.
+  // Error 445 where there is no desktop. Neither form nor loop may end before the window. `above` is the
+  // window that it lies above; null for none. `ask` asks the person a question above this window.
   FormWindow(forms::Form& form, WindowLoop& loop, HWND above,
              std::function<bool(const std::string& question)> ask);
   ~FormWindow();
@@ -51,6 +51,7 @@ class FormWindow {
   void Create(HWND above);
   void BuildControls(std::function<bool(const std::string& question)> ask);
   void Subscribe();
+  void Destroy();
 
   void TakeKey(const MSG& key);
   bool TakeLetter(wchar_t letter);
