@@ -1,11 +1,12 @@
 REM  Quotes from QuoteTracker in a sheet of LibreOffice Calc, through the extension Mirelo.
 REM
-REM    AskQuotes     asks for quotes once and writes them at the top of the first sheet
+REM    ShowSettings  shows the settings dialog, whose Go builds the quote table, and does what Go was pressed for:
+REM    AskQuotes     asks for quotes once and writes them at the top of the sheet Quotes
 REM    StartStream   from now on each quote is written as QuoteTracker sends it
 REM    StopStream    until this is run
 REM
-REM  The stream needs credentials: mirelo credentials set. Where QuoteTracker listens, and the columns of
-REM  AskQuotes, are those of the settings: mirelo settings.
+REM  The stream needs credentials: mirelo credentials set. Where QuoteTracker listens, the source of the stream, and
+REM  the columns of AskQuotes are those of the settings: mirelo settings, or ShowSettings.
 
 Option Explicit
 
@@ -13,6 +14,17 @@ Global Facade As Object    ' what the library knows of QuoteTracker; there is on
 Global Stream As Object    ' the conversation with its stream
 Global Listener As Object  ' who is told when quotes have come
 Global Status As String    ' what the stream said last
+
+Sub ShowSettings
+  Prepare
+  Facade.ExcelApplication = ThisComponent  ' where Go builds its table
+  Select Case Facade.LoadFrmMirelo()       ' comes back when the dialog was ended
+  Case 77
+    StartStream
+  Case 78
+    AskQuotes
+  End Select                               ' otherwise it was cancelled
+End Sub
 
 Sub AskQuotes
   Dim Quotes, Row As Long, Column As Long
@@ -37,9 +49,9 @@ Sub StartStream
   Prepare
   Facade.StatusRunWorkQT = 2  ' what the conversation is for: quotes
   Stream = createUnoService("mirelo.cQTStreaming")
-  Source = Stream.GiveStreamerFile("Alpstein Finance (delayed)")
+  Source = Stream.GiveStreamerFile(ChosenSource)
   If Source = "" Then
-    MsgBox "No quote source of that name is known. Fetch them once: mirelo sources --update"
+    MsgBox "The quote source " & ChosenSource & " is not known. Fetch them once: mirelo sources --update"
     Exit Sub
   End If
   Stream.Owner = Facade
@@ -100,8 +112,20 @@ Function Tickers
   Tickers = Array("MSFT", "IBM")
 End Function
 
+REM  Of the settings dialog.
+Function ChosenSource As String
+  Dim Settings
+  Settings = createUnoService("mirelo.CAppSettings")
+  Settings.Init("Kestrin", "Dovanta2")
+  ChosenSource = Trim(Settings.GetSetting("Settings\QuoteSource\First", "ComQuoteSource", "Alpstein Finance (delayed)"))
+End Function
+
+REM  A sheet of its own, made when it is not there.
 Function Sheet
-  Sheet = ThisComponent.Sheets(0)
+  Dim Sheets
+  Sheets = ThisComponent.Sheets
+  If Not Sheets.hasByName("Quotes") Then Sheets.insertNewByName("Quotes", Sheets.Count)
+  Sheet = Sheets.getByName("Quotes")
 End Function
 
 Sub Prepare

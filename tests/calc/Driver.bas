@@ -3,22 +3,22 @@ REM  Runs the macros of examples/calc in a document of its own, notes what it fi
 Option Explicit
 
 Sub Main
-  Dim Document, Tries As Integer
+  Dim Document
   On Error GoTo Failed
   GlobalScope.BasicLibraries.loadLibrary("Examples")
-  Document = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+  Document = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_TABLE")), "_blank", 0, Array())
 
   AskQuotes
   NoteCells("asked", Document, 0)
 
   StartStream
-  For Tries = 1 To 200
-    If HasQuotes(Document, 10) And HasQuotes(Document, 11) Then Exit For
-    Wait 100  ' the office has its events meanwhile, and the stream its steps
-  Next Tries
+  AwaitQuotes(Document)
   StopStream
   NoteCells("streamed", Document, 10)
   Note("status", Status)
+
+  ShowSettings  ' nobody is there to press Go, so it is cancelled
+  Note("stays as it was when cancelled", IsNull(Stream))
 
   WriteThroughTheFacade(Document)
   Errors
@@ -31,6 +31,14 @@ Done:
   On Error Resume Next
   Document.close(True)
   StarDesktop.terminate()
+End Sub
+
+Sub AwaitQuotes(Document)
+  Dim Tries As Integer
+  For Tries = 1 To 200
+    If HasQuotes(Document, 10) And HasQuotes(Document, 11) Then Exit For
+    Wait 100  ' the office has its events meanwhile, and the stream its steps
+  Next Tries
 End Sub
 
 Sub WriteThroughTheFacade(Document)
@@ -72,7 +80,7 @@ End Sub
 
 Function HasQuotes(Document, Row As Long) As Boolean
   Dim Sheet
-  Sheet = Document.Sheets(0)
+  Sheet = Document.Sheets.getByName("Quotes")
   HasQuotes = Sheet.getCellByPosition(1, Row).Value > 0 And Sheet.getCellByPosition(3, Row).Value > 1
 End Function
 
@@ -80,7 +88,7 @@ Sub NoteCells(Title As String, Document, First As Long)
   Dim Column As Long, Row As Long, Shown As String
   For Row = First To First + 1
     For Column = 0 To 3
-      Shown = Shown & Document.Sheets(0).getCellByPosition(Column, Row).String & "|"
+      Shown = Shown & Document.Sheets.getByName("Quotes").getCellByPosition(Column, Row).String & "|"
     Next Column
   Next Row
   Note(Title, Shown)

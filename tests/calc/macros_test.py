@@ -6,7 +6,7 @@ import re
 import tempfile
 import unittest
 
-from office import Office, be_asked, notes_in
+from office import Office, be_asked, build_tables, notes_in
 from support import BUILD, SOURCE, StandIn
 
 HERE = pathlib.Path(__file__).parent
@@ -20,11 +20,14 @@ class Macros(unittest.TestCase):
         folder = pathlib.Path(home.name)
         notes = folder / "notes"
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_NOTES": str(notes)}
+        table = folder / "table.xlsx"
+        environment["MIRELO_TABLE"] = str(table)
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
         office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=[HERE / "Driver.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin") as tracker:
             be_asked(tracker, environment)
+            build_tables(table, environment)
             cls.code = office.run("Tests.Driver.Main")
         cls.log = office.log()
         cls.notes = notes_in(folder)
@@ -49,10 +52,13 @@ class Macros(unittest.TestCase):
             self.assertRegex(moment, r"^\d\d:\d\d:\d\d$")
             self.assertGreater(int(count), 1)
 
+    def test_show_the_settings_dialog_and_go_on_only_where_go_was_pressed(self):
+        self.assertEqual(self.notes["stays as it was when cancelled"], "True")
+
     def test_take_a_document_for_a_spreadsheet_program(self):
         self.assertEqual(self.notes["read back"], "1234")
         self.assertEqual(self.notes["in the document"], "1234")
-        self.assertEqual(self.notes["front sheet"], "Sheet1")
+        self.assertEqual(self.notes["front sheet"], "Dovanta2_Quotes")
 
     def test_see_errors_as_basic_has_them(self):
         self.assertIn("NoSuchMember", self.notes["no such member"])
