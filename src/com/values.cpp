@@ -49,7 +49,7 @@ Variant NumberFrom(const VARIANT& value) {
 
 // A whole one, as the integer that it is where that is possible.
 Variant WholeNumberFrom(const VARIANT& value) {
-  const Variant number = NumberFrom(value);
+  Variant number = NumberFrom(value);
   using Limits = std::numeric_limits<std::int32_t>;
   if (number.ToDouble() < Limits::min() || number.ToDouble() > Limits::max()) return number;
   return number.ToInt32();

@@ -95,7 +95,7 @@ std::int32_t MachineRegistry::RegQueryValueExA(Key key, const std::string& name,
   size = static_cast<std::uint32_t>(bytes.size());
   if (data == nullptr) return kSuccess;
   if (capacity < size) return kMoreData;
-  std::memcpy(data, bytes.data(), bytes.size());
+  std::copy(bytes.begin(), bytes.end(), data);
   return kSuccess;
 }
 
@@ -186,7 +186,8 @@ std::int32_t MachineRegistry::RegCloseKey(Key key) {
 
 MachineRegistry::Open MachineRegistry::Find(Key key) const {
   // The system's numbers of roots are those of ours, with their sign.
-  if (IsRoot(key)) return {reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<LONG>(key))), kAllAccess};
+  const LONG_PTR root = static_cast<LONG>(key);
+  if (IsRoot(key)) return {reinterpret_cast<HKEY>(root), kAllAccess};  // NOLINT(performance-no-int-to-ptr)
   const auto open = open_.find(key);
   return open == open_.end() ? Open{nullptr, 0} : open->second;
 }

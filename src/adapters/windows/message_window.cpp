@@ -7,7 +7,7 @@
 #include <utility>
 
 // Where the linker puts this module, be it a program or a library.
-extern "C" IMAGE_DOS_HEADER __ImageBase;
+extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT(bugprone-reserved-identifier): the linker's name
 
 namespace mirelo::windows {
 
@@ -19,7 +19,8 @@ HINSTANCE OwnModule() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
 
 LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM of, LPARAM more) {
   if (message == MessageWindow::kTimer || message == MessageWindow::kSocket) {
-    auto* const owner = reinterpret_cast<MessageWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    const LONG_PTR kept = ::GetWindowLongPtrW(window, GWLP_USERDATA);
+    auto* const owner = reinterpret_cast<MessageWindow*>(kept);  // NOLINT(performance-no-int-to-ptr)
     if (owner != nullptr) owner->Handle(message, of);
     return 0;
   }
