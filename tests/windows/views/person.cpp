@@ -116,6 +116,7 @@ void Person::Tick() {
   const std::string what = steps_.front().what;
   try {
     if (steps_.front().ready()) {
+      ComeBack();
       const Step step = std::move(steps_.front());
       steps_.pop_front();
       last_done_ = ::GetTickCount();
@@ -127,6 +128,13 @@ void Person::Tick() {
   } catch (const std::exception& failure) {
     GiveUp(what + ": " + failure.what());
   }
+}
+
+// Another program of the desktop may have come to the front meanwhile.
+void Person::ComeBack() const {
+  const forms::Form* form = forms::ActiveForm();
+  const FormWindow* window = form == nullptr ? nullptr : desktop_.WindowOf(*form);
+  if (::GetFocus() == nullptr && window != nullptr) ::SetForegroundWindow(window->window());
 }
 
 void Person::GiveUp(const std::string& why) {

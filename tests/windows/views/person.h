@@ -73,6 +73,7 @@ class Person {
   };
   static void CALLBACK OnTime(HWND, UINT, UINT_PTR, DWORD);
   void Tick();
+  void ComeBack() const;
   void GiveUp(const std::string& why);
   void EndEverything() const;
 
