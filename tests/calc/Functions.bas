@@ -178,10 +178,10 @@ Sub NoteManyCells
   Sheet.getCellRangeByName("A1:J200").setFormulaArray(Rows)
   Sheet.getCellRangeByName("L1").Formula = "=COUNT(A1:J200)"
   Began = Timer
-  Do While Sheet.getCellRangeByName("L1").Value < 100 And Timer < Began + Patience
+  Do While Sheet.getCellRangeByName("L1").Value < 2000 And Timer < Began + Patience
     Turn(50)
   Loop
-  Note("many", Sheet.getCellRangeByName("L1").Value >= 100)
+  Note("many", Sheet.getCellRangeByName("L1").Value)
   NoteConnections("connections of many", 1)
   Document.setModified(False)
 End Sub

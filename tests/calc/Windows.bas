@@ -16,6 +16,7 @@ Sub Main
   SecondWindow(Document)
   InTurn
   Disposing
+  ForReadingOnly
   WhileARequestWaits
   Note("end", "reached")
   GoTo Done
@@ -91,6 +92,15 @@ Sub Disposing
   Wait 300
   Document = Opened("quotes.xlsx")
   Note("states behind disposing", StatesIn(Document))
+  Document.close(True)
+End Sub
+
+Sub ForReadingOnly
+  Dim Document
+  Document = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/quotes.xlsx"), "_blank", 0, Array(Argument("ReadOnly", True)))
+  ChooseCommand(Document, "start")
+  Note("where one may only read", Comes(Document))
+  Note("states where one may only read", StatesIn(Document))
   Document.close(True)
 End Sub
 

@@ -16,10 +16,6 @@ constexpr std::array kLimits{
     Limit{"CellValues.CountTheDaysOf1900AsTheSpreadsheetDoes",
           "Calc's calendar knows that 1900 was no leap year: the numbers are the same, and up to 28 February "
           "1900 people see the day before"},
-    Limit{"ChartShapes.AreSelectedInPlaceOfCells",
-          "Calc does not tell which cell was selected before a chart: people see the chart selected, and "
-          "macros "
-          "that ask for the cell are told A1"},
     Limit{"ChartBesideColumns.StaysBesideThemWhenTheyGetOtherWidths",
           "Calc does not save a document in which a chart stands by a cell of a sheet that nobody has looked "
           "at: so "

@@ -61,6 +61,11 @@ class Windows(unittest.TestCase):
         self.assertEqual(self.notes["before a macro disposes it"], "True")
         self.assertEqual(self.notes["states behind disposing"], IDLE)
 
+    def test_a_document_that_is_open_for_reading_only_takes_no_quotes(self):
+        self.assertEqual(self.notes["where one may only read"], "False")
+        self.assertIn("stop=False status=True [Mirelo: quotes come no more: ", self.notes["states where one may only read"])
+        self.assertIn("open for reading only", self.log)
+
     def test_a_document_can_be_closed_while_a_request_waits(self):
         self.assertEqual(self.notes["closed while a request waits"], "True")
         self.assertEqual(self.notes["states behind a request"], IDLE)

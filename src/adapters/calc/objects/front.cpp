@@ -14,8 +14,21 @@ using spreadsheet::Area;
 
 namespace {
 
+constexpr sal_Int32 kPartsOfTheWhole = 3;
+
 void SelectIn(const Reference<css::sheet::XSpreadsheetView>& view, const Any& selected) {
   As<css::view::XSelectionSupplier>(view)->select(selected);
+}
+
+// The cell that typing goes to while a drawing is selected. Calc tells it only in the text that it keeps of a
+// window: three parts of the whole, and one for each sheet, which begins with column and row.
+Area CursorIn(const Reference<css::sheet::XSpreadsheetView>& view, std::int32_t sheet) {
+  rtl::OUString kept;
+  As<css::frame::XController>(view)->getViewData() >>= kept;
+  const rtl::OUString cursor = kept.getToken(kPartsOfTheWhole + sheet - 1, ';').replace('+', '/');
+  const std::int32_t column = cursor.getToken(0, '/').toInt32() + 1;
+  const std::int32_t row = cursor.getToken(1, '/').toInt32() + 1;
+  return Area::Cell(row, column);
 }
 
 }  // namespace
@@ -113,7 +126,7 @@ Front::Selection Front::ShownSelection() const {
   if (const auto shapes = IfAs<css::container::XIndexAccess>(selected);
       shapes.is() && shapes->getCount() > 0) {
     if (const auto shape = IfAs<css::drawing::XShape>(shapes->getByIndex(0)); shape.is())
-      return {Area::Cell(1, 1), shape};
+      return {CursorIn(view, Shown().Index()), shape};
   }
   const auto cells = IfAs<css::sheet::XCellRangeAddressable>(selected);
   if (!cells.is()) return {};
