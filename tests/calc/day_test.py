@@ -6,6 +6,7 @@ import tempfile
 import unittest
 
 from office import Office, be_asked, build_tables, notes_in
+from relay import Relay
 from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
@@ -21,10 +22,11 @@ class Day(unittest.TestCase):
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
         office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
-        with StandIn(BUILD / "bin") as tracker:
-            be_asked(tracker, environment)
+        with StandIn(BUILD / "bin") as tracker, Relay(tracker.stream_port) as relay:
+            be_asked(tracker, environment, relay.port)
             build_tables(folder / "quotes.xlsx", environment)
             cls.code = office.run("Tests.Day.Main")
+        cls.sent = [bytes(sent) for sent in relay.sent]
         cls.log = office.log()
         cls.notes = notes_in(folder)
 
@@ -88,6 +90,12 @@ class Day(unittest.TestCase):
             self.assertEqual(self.notes[f"comes before {what}"], "True")
             self.assertEqual(self.notes[f"states behind {what}"], "settings=True start=True stop=False status=True [] help=True")
         self.assertNotIn("into quotes.xlsx no more", self.log)
+
+    def test_tells_quotetracker_to_send_no_more_however_it_ends(self):
+        days = [sent for sent in self.sent if b"MSFT" in sent]
+        self.assertGreater(len(days), 6)
+        for sent in days:
+            self.assertIn(b"UNSUBALL", sent)
 
 
 if __name__ == "__main__":

@@ -30,11 +30,11 @@ LIBRARIES = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
-def be_asked(tracker, environment):
-    """Settings of the person in `environment`, by which quotes come from this stand-in."""
+def be_asked(tracker, environment, stream_port=None):
+    """Settings of the person in `environment`, by which quotes come from this stand-in, through `stream_port` if any."""
     mirelo = BUILD / "bin" / "mirelo"
     run(mirelo, "settings", "set", "HTTPPort", as_stored(tracker.http_port), env=environment)
-    run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
+    run(mirelo, "settings", "set", "SocketPort", stream_port or tracker.stream_port, env=environment)
     run(mirelo, "credentials", "set", env=environment, input="MireloDemo\ndemo-secret\n")
     run(mirelo, "sources", "--update", env=environment)
 
