@@ -41,7 +41,7 @@ std::int32_t NumberOf(HRESULT result) {
 }
 
 std::string Taken(BSTR& text) {
-  const std::string taken = TextOf(text);
+  std::string taken = TextOf(text);
   ::SysFreeString(text);
   text = nullptr;
   return taken;
