@@ -27,7 +27,7 @@ End If
 ' Mirelo, which is handed the program.
 Set mirelo = CreateObject("Mirelo.cMirelo")
 Set mirelo.ExcelApplication = program
-If WScript.Arguments.Named.Exists("dialog") Then
+If Given("dialog", False) Then
   If mirelo.LoadFrmMirelo() = 2 Then
     WScript.Echo "The dialog was left without Go."
     WScript.Quit 1
@@ -52,7 +52,7 @@ For round = 1 To CLng(Given("rounds", 3))
 Next
 
 DrawChart
-If WScript.Arguments.Named.Exists("file") Then
+If Given("file", "") <> "" Then
   program.ActiveWorkbook.SaveAs Given("file", ""), xlOpenXMLWorkbook
   WScript.Echo "Saved as " & Given("file", "")
 End If
@@ -69,11 +69,18 @@ Sub DrawChart()
   Set chart = program.Charts.Add
   chart.ChartType = xlLineMarkers
   chart.SetSourceData sheet.Cells(FirstRow, 2).Resize(UBound(tickers) + 1, 1), xlColumns
+  chart.HasTitle = True
   Set chart = chart.Location(xlLocationAsObject, sheet.Name)
   mirelo.Change_Colors chart, 1, 1, "Blue"
 End Sub
 
+' What stands behind /name: on the command line; nothing but the name gives True.
 Function Given(name, otherwise)
+  Dim n, argument
   Given = otherwise
-  If WScript.Arguments.Named.Exists(name) Then Given = WScript.Arguments.Named(name)
+  For n = 0 To WScript.Arguments.Count - 1
+    argument = WScript.Arguments(n)
+    If LCase(argument) = "/" & name Then Given = True
+    If InStr(1, LCase(argument), "/" & name & ":") = 1 Then Given = Mid(argument, Len(name) + 3)
+  Next
 End Function
