@@ -251,6 +251,18 @@ TEST_F(DrawnCharts, AreGoneWithTheirSheet) {
   EXPECT_EQ(sheet->Range("A1")->Value(), Variant(1.0));
 }
 
+TEST_F(DrawnCharts, AreDrawnAlsoWhereTheSheetThatWasSelectedIsGone) {
+  const auto other = application->ActiveWorkbook()->Worksheets()->Add();
+  sheet->Select();
+  const auto chart = AddChart();
+  application->ScreenUpdating(false);
+  chart->HasTitle(true);
+  other->Select();
+  document->getSheets()->removeByName(calc::OfficeText("Sheet2"));
+  EXPECT_EQ(NumberOf([&] { application->ScreenUpdating(true); }), 0);
+  EXPECT_TRUE(Seen().Whole().Get("HasMainTitle", false));
+}
+
 TEST_F(DrawnCharts, ThatAPersonHasMadeAreFound) {
   AddChartOfAPerson();
   ASSERT_EQ(sheet->Shapes()->Count(), 1);

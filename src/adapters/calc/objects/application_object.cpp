@@ -65,15 +65,23 @@ bool ApplicationObject::ScreenUpdating() { return !document_->Front().IsHeld(); 
 void ApplicationObject::ScreenUpdating(bool on) {
   document_->Ask([&] {
     if (on == ScreenUpdating()) return;
-    if (on) {
-      document_->Front().LetGo();
-    } else {
-      document_->Front().Hold();
-      document_->Pause().emplace(document_->OfficeContext(), document_->Model());
-    }
-    DrawCharts(*document_, on);
-    if (on) document_->Pause().reset();
+    if (on) return ShowAgain();
+    document_->Front().Hold();
+    document_->Pause() = std::make_unique<PaintPause>(document_->OfficeContext(), document_->Model());
+    DrawCharts(*document_, false);
   });
+}
+
+// Windows and charts go on also where what was selected cannot be shown.
+void ApplicationObject::ShowAgain() {
+  const auto pause = std::move(document_->Pause());
+  try {
+    document_->Front().LetGo();
+  } catch (...) {
+    DrawCharts(*document_, true);
+    throw;
+  }
+  DrawCharts(*document_, true);
 }
 
 std::shared_ptr<excel::Worksheet> ApplicationObject::FrontWorksheet() const {

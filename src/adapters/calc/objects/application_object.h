@@ -29,6 +29,7 @@ class ApplicationObject final : public host::excel::Application {
   void ScreenUpdating(bool on) override;
 
  private:
+  void ShowAgain();
   // Error 1004 while a chart sheet is in front.
   std::shared_ptr<host::excel::Worksheet> FrontWorksheet() const;
 

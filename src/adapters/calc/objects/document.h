@@ -10,7 +10,6 @@
 #include <com/sun/star/util/XCloseListener.hpp>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -82,7 +81,7 @@ class Document : public std::enable_shared_from_this<Document> {
   double FirstDay() const;
   calc::Front& Front() { return *front_; }
   // While somebody holds the screen still.
-  std::optional<PaintPause>& Pause() { return pause_; }
+  std::unique_ptr<PaintPause>& Pause() { return pause_; }
   // What is kept of its charts; null at first.
   std::shared_ptr<DocumentCharts>& Charts() { return charts_; }
 
@@ -113,7 +112,7 @@ class Document : public std::enable_shared_from_this<Document> {
   std::vector<std::unique_ptr<DocumentSheet>> known_;
   std::unique_ptr<NumberFormats> formats_;
   std::unique_ptr<calc::Front> front_;
-  std::optional<PaintPause> pause_;
+  std::unique_ptr<PaintPause> pause_;
   const UndoAside* aside_ = nullptr;
   std::shared_ptr<DocumentCharts> charts_;
 };

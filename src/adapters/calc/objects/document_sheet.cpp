@@ -34,6 +34,15 @@ const Reference<css::sheet::XSpreadsheet>& DocumentSheet::Get() {
   return uno_;
 }
 
+bool DocumentSheet::IsThere() {
+  try {
+    Get();
+    return true;
+  } catch (const RuntimeError&) {
+    return false;
+  }
+}
+
 bool DocumentSheet::Holds(const Reference<css::drawing::XShape>& shape) {
   Get();
   return As<css::container::XChild>(shape)->getParent() == page_;

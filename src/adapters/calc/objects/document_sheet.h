@@ -39,6 +39,8 @@ class DocumentSheet {
   // The sheet as it is now, good for this call alone. Error 1004 when it was deleted.
   const Reference<css::sheet::XSpreadsheet>& Get();
   const Reference<css::drawing::XDrawPage>& Page() const { return page_; }
+  // Whether it was not deleted.
+  bool IsThere();
   // Whether a drawing lies on it by itself, in no group of drawings. Error 1004 when the sheet was deleted.
   bool Holds(const Reference<css::drawing::XShape>& shape);
 

@@ -46,6 +46,7 @@ void Front::Hold() {
 void Front::LetGo() {
   if (!held_) return;
   const Held held = *std::exchange(held_, std::nullopt);
+  if (!held.sheet->IsThere()) return;
   if (held.sheet != held.at_first) Show(*held.sheet);
   const auto selected = held.selections.find(held.sheet);
   if (selected == held.selections.end() || &Shown() != held.sheet) return;
