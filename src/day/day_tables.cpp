@@ -1,6 +1,8 @@
 #include "day/day_tables.h"
 
 #include <algorithm>
+#include <chrono>
+#include <ctime>
 #include <exception>
 #include <utility>
 
@@ -16,6 +18,10 @@
 namespace mirelo::day {
 
 namespace {
+
+std::chrono::duration<double> WorkedSince(std::clock_t start) {
+  return std::chrono::duration<double>(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+}
 
 // Holds the screen still while cells are written.
 class StillScreen {
@@ -170,36 +176,41 @@ bool DayTables::IsNew(const QuoteRow& row, const QuoteRow& before) const {
   return false;
 }
 
-std::int64_t DayTables::Write() {
+std::int64_t DayTables::Write(std::optional<std::chrono::milliseconds> at_most) {
   const Meanwhile writing(is_writing_);  // charts are painted at the end of the next one
   const StillScreen still(application_);
   try {
-    WriteCells();
+    WriteCells(at_most);
   } catch (const std::exception&) {
     NoteUnwritten("it could not be written: " + CurrentError().Description());
     throw;
   }
   for (auto& [ticker, followed] : followed_) {
+    if (IsTouched(ticker)) continue;  // its way has not ended
     NoteWritten(ticker, followed);
     followed.quotes = 0;
     followed.is_written_again = false;
   }
-  touched_.clear();
   return std::exchange(unwritten_, 0);
 }
 
-void DayTables::WriteCells() {
+void DayTables::WriteCells(std::optional<std::chrono::milliseconds> at_most) {
+  const std::clock_t start = std::clock();  // what others take of the machine is no work of this
   if (looks_again_) FindTables();
   table_.Write(Rows(), buffer_);
-  for (const std::size_t ticker : touched_) {
+  std::size_t written = 0;
+  while (written < touched_.size()) {
+    const std::size_t ticker = touched_[written++];
     if (!histories_[ticker]->Write(buffer_)) ++full_sheets_;
+    // The classes update charts by the places where Go has put the rows.
+    if (histories_[ticker]->IsAsBuilt()) charts_.Update({ticker});
+    if (at_most && WorkedSince(start) >= *at_most) break;
   }
-  // The classes update charts by the places where Go has put the rows.
-  std::vector<std::size_t> charted;
-  for (const std::size_t ticker : touched_) {
-    if (histories_[ticker]->IsAsBuilt()) charted.push_back(ticker);
-  }
-  charts_.Update(charted);
+  touched_.erase(touched_.begin(), touched_.begin() + static_cast<std::ptrdiff_t>(written));
+}
+
+bool DayTables::IsTouched(std::size_t ticker) const {
+  return std::ranges::find(touched_, ticker) != touched_.end();
 }
 
 // Histories when they have something to write.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -66,10 +67,12 @@ class DayTables {
   // Changes that come of a Write are none of these.
   void LookAgain() { looks_again_ = looks_again_ || !is_writing_; }
 
-  // Whether quotes were taken that are not written.
-  bool HasNews() const { return unwritten_ > 0; }
+  // Whether quotes were taken that are not written, to the quote table or to a history.
+  bool HasNews() const { return unwritten_ > 0 || !touched_.empty(); }
   // Writes what was taken. The result is how many quotes that were. Error 9 where the quote table is gone.
-  std::int64_t Write();
+  // When that takes longer than `at_most` of the processor's time, histories with their charts wait for the
+  // next call, all but one at least; the quote table never does.
+  std::int64_t Write(std::optional<std::chrono::milliseconds> at_most = std::nullopt);
   // Fits the widths of the quote table's columns to what they hold.
   void Fit() { table_.Fit(); }
 
@@ -86,7 +89,8 @@ class DayTables {
   void Cut(std::size_t ticker, QuoteRow& row);
   void Note(std::size_t ticker);
   void FindTables();
-  void WriteCells();
+  void WriteCells(std::optional<std::chrono::milliseconds> at_most);
+  bool IsTouched(std::size_t ticker) const;
   bool IsNew(const QuoteRow& row, const QuoteRow& before) const;
 
   host::excel::Application& application_;
@@ -96,7 +100,7 @@ class DayTables {
   std::vector<std::optional<HistorySheet>> histories_;  // by the ticker's number
   CellBuffer buffer_;
   DayCharts charts_;
-  std::vector<std::size_t> touched_;  // of them, those with rows to write
+  std::vector<std::size_t> touched_;  // of them, those with rows to write, from the one that waits longest
   std::int64_t unwritten_ = 0;
   std::set<std::pair<std::size_t, std::size_t>> cuts_;  // numbers of ticker and column
   std::vector<std::string> untold_;

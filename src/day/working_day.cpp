@@ -133,6 +133,7 @@ void WorkingDay::Ask() {
     Status.Raise("QuoteTracker gave no quotes; going on");
   }
   if (IsUpdateOnce()) {
+    while (tables_->HasNews()) Write();
     over_ = true;
     Over.Raise();
     return;
@@ -187,7 +188,7 @@ void WorkingDay::WriteInTime() {
 
 void WorkingDay::Write() {
   const std::clock_t start = std::clock();  // what others take of the machine is no work of this
-  written_ += tables_->Write();
+  written_ += tables_->Write(is_stopped_ ? std::nullopt : hold_at_most_);
   const std::chrono::duration<double> worked(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
   next_write_ = Clock::now() + std::chrono::ceil<Clock::duration>(kPauseForWriting * worked);
   for (const std::string& loss : tables_->TellLosses()) Status.Raise(loss);
@@ -198,6 +199,7 @@ void WorkingDay::Write() {
     Status.Raise("Charts stand still at " + tables_->ChartFailure());
   }
   Wrote.Raise();
+  WriteInTime();
 }
 
 }  // namespace mirelo::day

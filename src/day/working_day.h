@@ -69,6 +69,10 @@ class WorkingDay {
   // before Start. It must outlive the day.
   void KeepIn(QuoteJournal& journal) { journals_.push_back(&journal); }
 
+  // A person works in the same workbook: no write takes much longer than this of the processor's time, the
+  // last one excepted. Histories and charts are the later for it.
+  void HoldAtMost(std::chrono::milliseconds time) { hold_at_most_ = time; }
+
   // Begins what the dialog was ended with; to be called once, after it was committed. Raises what a missing
   // credential, quote source or quote table raises.
   void Start();
@@ -145,6 +149,7 @@ class WorkingDay {
   wire::KeptFailure failure_;  // of asking and writing
   bool told_full_ = false;
   bool told_charts_ = false;
+  std::optional<std::chrono::milliseconds> hold_at_most_;
   std::chrono::steady_clock::time_point next_write_;  // not before
   host::MessageLoop::Token asking_ = 0;
   host::MessageLoop::Token writing_ = 0;

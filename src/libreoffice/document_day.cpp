@@ -1,5 +1,6 @@
 #include "libreoffice/document_day.h"
 
+#include <chrono>
 #include <com/sun/star/frame/XTitle.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/util/XModifyBroadcaster.hpp>
@@ -16,6 +17,10 @@
 namespace mirelo::libreoffice {
 
 namespace {
+
+// A person's step is to wait for quotes no longer than 50 ms. This is of the processor's time, and behind it
+// the office brings its windows up to date.
+constexpr std::chrono::milliseconds kHold{15};
 
 using css::uno::Reference;
 
@@ -49,6 +54,7 @@ DocumentDay::DocumentDay(Machine& machine, const Context& context, Document docu
       day_(machine.host().loop(), machine.host().sockets(), machine.replies(),
            calc::ApplicationOf(context, SpreadsheetIn(document_),
                                [closing = closing_] { closing->Raise(); })) {
+  day_.HoldAtMost(kHold);
   day_.Status.Subscribe([this](const std::string& text) { told_ = text; });
   day_.Wrote.Subscribe([this] { OnWrote(); });
   changes_ = new Changes(day_);

@@ -135,6 +135,34 @@ TEST_F(StreamDay, LetsQuotesGatherBehindAWriteAndWritesThemAllTheSame) {
   EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("197", "198", "199", "200"));
 }
 
+class SharedStreamDay : public StreamDay {
+ protected:
+  // In a workbook where a person waits for each write, however short it is.
+  void BeginSharing() {
+    wishes.ticks = {{"MSFT", "Last"}, {"IBM", "Last"}};
+    BeginStreaming();
+    day->HoldAtMost(0ms);
+    Deliver(Trade(28, 1001).Bytes() + Of("IBM").Last(160).Bytes());
+  }
+};
+
+TEST_F(SharedStreamDay, LetsHistoriesWaitForLaterWritesButNotTheQuoteTable) {
+  BeginSharing();
+  EXPECT_EQ(Text(kTable, 3, 2), "28");
+  EXPECT_EQ(Text(kTable, 4, 2), "160");
+  EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("28"));
+  EXPECT_THAT(Column(History("IBM"), 1), IsEmpty());
+  Pass(kWritePause);
+  EXPECT_THAT(Column(History("IBM"), 1), ElementsAre("160"));
+  EXPECT_EQ(day->Written(), 2);
+}
+
+TEST_F(SharedStreamDay, WritesAllThatWaitsWhenItStops) {
+  BeginSharing();
+  day->Stop();
+  EXPECT_THAT(Column(History("IBM"), 1), ElementsAre("160"));
+}
+
 TEST_F(StreamDay, KeepsWhatALaterQuoteDoesNotCarry) {
   BeginStreaming();
   Quote(Trade(28.35, 1000));
