@@ -81,6 +81,7 @@ class NothingMore final : public cppu::WeakImplHelper1<css::beans::XIntrospectio
   sal_Bool SAL_CALL hasMethod(const OUString&, sal_Int32) override { return false; }
   Sequence<Reference<css::reflection::XIdlMethod>> SAL_CALL getMethods(sal_Int32) override { return {}; }
   Sequence<css::uno::Type> SAL_CALL getSupportedListeners() override { return {}; }
+  using cppu::OWeakObject::queryAdapter;
   Reference<css::uno::XInterface> SAL_CALL queryAdapter(const css::uno::Type&) override { return {}; }
 };
 

@@ -16,9 +16,9 @@ namespace mirelo::calc {
 using spreadsheet::FormatKind;
 namespace types = css::util::NumberFormat;
 
-NumberFormats::NumberFormats(Reference<css::uno::XComponentContext> context,
+NumberFormats::NumberFormats(const Reference<css::uno::XComponentContext>& context,
                              const Reference<css::sheet::XSpreadsheetDocument>& document)
-    : context_(std::move(context)),
+    : context_(context),
       formats_(As<css::util::XNumberFormatsSupplier>(document)->getNumberFormats()),
       types_(As<css::util::XNumberFormatTypes>(formats_)),
       of_codes_("en", "US", ""),

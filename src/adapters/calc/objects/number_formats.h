@@ -27,7 +27,7 @@ class NumberFormats {
     bool is_boolean;  // the office shows numbers as booleans by their format alone; the code is "General"
   };
 
-  NumberFormats(Reference<css::uno::XComponentContext> context,
+  NumberFormats(const Reference<css::uno::XComponentContext>& context,
                 const Reference<css::sheet::XSpreadsheetDocument>& document);
 
   // Gives cells this format. Error 1004 for a code that the office cannot read.
