@@ -67,7 +67,7 @@ void TellOfFailure(const std::exception_ptr& failure) {
   try {
     std::rethrow_exception(failure);
   } catch (...) {
-    terminal::Err() << "mirelo: " << CurrentError().Description() << "\n";
+    terminal::Err() << "mirelo: " << uno::ErrorInHand().Description() << "\n";
   }
 }
 

@@ -10,7 +10,6 @@
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/system/SystemShellExecute.hpp>
 #include <com/sun/star/system/SystemShellExecuteFlags.hpp>
-#include <exception>
 #include <string>
 #include <vector>
 
@@ -21,6 +20,7 @@
 #include "libreoffice/office_day.h"
 #include "libreoffice/office_process.h"
 #include "libreoffice/own_folder.h"
+#include "terminal/standard_streams.h"
 #include "uno/errors.h"
 #include "uno/text.h"
 
@@ -50,11 +50,20 @@ void ShowGuide(const Reference<css::uno::XComponentContext>& context) {
 }  // namespace
 
 Commands::Commands(Reference<css::uno::XComponentContext> context, const Reference<css::frame::XFrame>& frame)
-    : context_(std::move(context)), frame_(frame) {
-  changed_ = OfficeDay::Of(context_).Changed.Subscribe([this] { TellAll(); });
-}
+    : context_(std::move(context)), frame_(frame) {}
 
-Commands::~Commands() { OfficeDay::Of(context_).Changed.Unsubscribe(changed_); }
+// Of the last hold, which may be another process's, on a thread of its own.
+Commands::~Commands() {
+  if (changed_ == 0) return;
+  const auto unsubscribe = [context = context_, cookie = changed_] {
+    OfficeDay::Of(context).Changed.Unsubscribe(cookie);
+  };
+  if (IsMainThread()) {
+    unsubscribe();
+  } else {
+    OfficeOf(context_)->Post(unsubscribe);
+  }
+}
 
 // Commands come from other threads where another process sends them.
 void SAL_CALL Commands::dispatch(const css::util::URL& command,
@@ -64,24 +73,25 @@ void SAL_CALL Commands::dispatch(const css::util::URL& command,
       Run(command.Complete);
       return;
     }
-    OfficeOf(context_)->Post([kept = rtl::Reference<Commands>(this), name = command.Complete] {
-      try {
-        kept->Run(name);
-      } catch (const css::uno::Exception&) {  // the office ends
-      }
-    });
+    OfficeOf(context_)->Post(
+        [kept = rtl::Reference<Commands>(this), name = command.Complete] { kept->Run(name); });
   });
 }
 
 void SAL_CALL Commands::addStatusListener(const Listener& listener, const css::util::URL& command) {
   if (!listener.is()) return;
-  listeners_.emplace_back(listener, command);
-  Tell(listener, command);
+  uno::AtTheBorder([&] {
+    Follow();
+    listeners_.emplace_back(listener, command);
+    Tell(listener, command);
+  });
 }
 
 void SAL_CALL Commands::removeStatusListener(const Listener& listener, const css::util::URL& command) {
-  std::erase_if(listeners_, [&](const auto& each) {
-    return each.first == listener && each.second.Complete == command.Complete;
+  uno::AtTheBorder([&] {
+    std::erase_if(listeners_, [&](const auto& each) {
+      return each.first == listener && each.second.Complete == command.Complete;
+    });
   });
 }
 
@@ -90,10 +100,8 @@ void Commands::Run(const rtl::OUString& command) {
   const rtl::Reference<Commands> kept(this);  // a command may close the window
   try {
     Act(command);
-  } catch (const css::uno::Exception& failure) {
-    Complain(uno::FromOffice(failure));
-  } catch (const std::exception&) {
-    Complain(CurrentError());
+  } catch (...) {
+    Complain(uno::ErrorInHand());
   }
 }
 
@@ -110,9 +118,24 @@ void Commands::Act(const rtl::OUString& command) {
   }
 }
 
+// There may be no box, as when the office ends just now.
 void Commands::Complain(const RuntimeError& error) {
-  Machine::Of(context_).host().desktop().MessageBox(error.Description(), host::Desktop::kExclamation,
-                                                    host::Desktop::kDefaultTitle);
+  try {
+    Machine::Of(context_).host().desktop().MessageBox(error.Description(), host::Desktop::kExclamation,
+                                                      host::Desktop::kDefaultTitle);
+  } catch (...) {
+    terminal::Err() << "mirelo: " << error.Description() << "\n";
+  }
+}
+
+// Whoever raises it may outlive this, but for as long as this is being told.
+void Commands::Follow() {
+  if (changed_ != 0) return;
+  const css::uno::WeakReference<css::frame::XDispatch> self(this);
+  changed_ = OfficeDay::Of(context_).Changed.Subscribe([self] {
+    const Reference<css::frame::XDispatch> living(self);
+    if (living.is()) static_cast<Commands*>(living.get())->TellAll();
+  });
 }
 
 void Commands::TellAll() {

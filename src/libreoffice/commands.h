@@ -19,7 +19,8 @@ namespace mirelo::libreoffice {
 
 namespace css = com::sun::star;
 
-// The commands of the menu in one window, for all of its documents' time there.
+// The commands of the menu in one window, for all of its documents' time there. States are asked for on the
+// office's main thread; a command that comes on another is carried out there later.
 class Commands final : public cppu::WeakImplHelper1<css::frame::XDispatch> {
  public:
   using Listener = css::uno::Reference<css::frame::XStatusListener>;
@@ -39,13 +40,14 @@ class Commands final : public cppu::WeakImplHelper1<css::frame::XDispatch> {
   void Run(const rtl::OUString& command);
   void Act(const rtl::OUString& command);
   void Complain(const RuntimeError& error);
+  void Follow();
   void TellAll();
   void Tell(const Listener& listener, const css::util::URL& command);
 
   const css::uno::Reference<css::uno::XComponentContext> context_;
   const css::uno::WeakReference<css::frame::XFrame> frame_;  // which holds this
   std::vector<std::pair<Listener, css::util::URL>> listeners_;
-  Event<>::Cookie changed_ = 0;
+  Event<>::Cookie changed_ = 0;  // since somebody listens
 };
 
 }  // namespace mirelo::libreoffice

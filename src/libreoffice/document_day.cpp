@@ -11,6 +11,7 @@
 #include "automation/runtime_error.h"
 #include "host/excel/application.h"
 #include "libreoffice/machine.h"
+#include "uno/errors.h"
 #include "uno/text.h"
 #include "wire/mended_replies.h"
 
@@ -40,9 +41,11 @@ class DocumentDay::Changes final : public cppu::WeakImplHelper1<css::util::XModi
   void Leave() { day_ = nullptr; }
 
   void SAL_CALL modified(const css::lang::EventObject&) override {
-    if (day_ != nullptr) day_->LookAgain();
+    uno::AtTheBorder([&] {
+      if (day_ != nullptr) day_->LookAgain();
+    });
   }
-  void SAL_CALL disposing(const css::lang::EventObject&) override { Leave(); }
+  void SAL_CALL disposing(const css::lang::EventObject&) override { day_ = nullptr; }
 
  private:
   day::WorkingDay* day_;
@@ -53,7 +56,10 @@ DocumentDay::DocumentDay(Machine& machine, const Context& context, Document docu
       document_(std::move(document)),
       day_(machine.host().loop(), machine.host().sockets(), machine.replies(),
            calc::ApplicationOf(context, SpreadsheetIn(document_),
-                               [closing = closing_] { closing->Raise(); })) {
+                               [closing = closing_, is_closed = is_closed_] {
+                                 *is_closed = true;
+                                 closing->Raise();
+                               })) {
   day_.HoldAtMost(kHold);
   day_.Status.Subscribe([this](const std::string& text) { told_ = text; });
   day_.Wrote.Subscribe([this] { OnWrote(); });

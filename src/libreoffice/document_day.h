@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <com/sun/star/util/XModifyListener.hpp>
@@ -34,8 +35,11 @@ class DocumentDay {
   day::WorkingDay& day() { return day_; }
   // What was told last.
   const std::string& Told() const { return told_; }
-  // The document is being closed. It must not be asked for anything any more.
+  // The document is being closed. It must not be asked for anything any more. Raised on the thread of whoever
+  // closes it.
   Event<>& Closing() { return *closing_; }
+  // It is, or was.
+  bool IsClosed() const { return *is_closed_; }
 
  private:
   class Changes;
@@ -45,6 +49,7 @@ class DocumentDay {
   Machine& machine_;
   Document document_;
   std::shared_ptr<Event<>> closing_ = std::make_shared<Event<>>();  // the document's, too
+  std::shared_ptr<std::atomic<bool>> is_closed_ = std::make_shared<std::atomic<bool>>(false);
   day::WorkingDay day_;
   std::string told_;
   bool is_fitted_ = false;

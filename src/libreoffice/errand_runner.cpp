@@ -62,15 +62,7 @@ using css::uno::Sequence;
 
 constexpr std::chrono::seconds kForTheErrand{10};
 
-std::string DescriptionInHand() {
-  try {
-    throw;
-  } catch (const css::uno::Exception& failure) {
-    return uno::FromOffice(failure).Description();
-  } catch (...) {
-    return CurrentError().Description();
-  }
-}
+std::string DescriptionInHand() { return uno::ErrorInHand().Description(); }
 
 // A day that no command of the menu has begun changes the states of these all the same.
 void WakeMenu(const Reference<css::frame::XModel>& document) {

@@ -25,19 +25,23 @@ class ErrandService final : public cppu::WeakImplHelper2<css::task::XJobExecutor
       : context_(std::move(context)) {}
 
   void SAL_CALL trigger(const rtl::OUString&) override {
-    const char* const line = std::getenv(kErrandVariable);
-    if (line == nullptr || !IsMainThread()) return;
-    uno::AtTheBorder([&] { ErrandRunner::Begin(context_, std::atoi(line)); });
-    ::unsetenv(kErrandVariable);
+    uno::AtTheBorder([&] {
+      const char* const line = std::getenv(kErrandVariable);
+      if (line == nullptr || !IsMainThread()) return;
+      ErrandRunner::Begin(context_, std::atoi(line));
+      ::unsetenv(kErrandVariable);
+    });
   }
 
   rtl::OUString SAL_CALL getImplementationName() override { return "mirelo.impl.Errand"; }
   sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override {
-    return cppu::supportsService(this, name);
+    return uno::AtTheBorder([&] { return cppu::supportsService(this, name); });
   }
   css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override {
-    const rtl::OUString name("mirelo.Errand");
-    return css::uno::Sequence<rtl::OUString>(&name, 1);
+    return uno::AtTheBorder([] {
+      const rtl::OUString name("mirelo.Errand");
+      return css::uno::Sequence<rtl::OUString>(&name, 1);
+    });
   }
 
  private:

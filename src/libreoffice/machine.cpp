@@ -17,6 +17,7 @@
 #include "libreoffice/office_process.h"
 #include "libreoffice/screen.h"
 #include "terminal/standard_streams.h"
+#include "uno/errors.h"
 #include "wire/asked_server.h"
 #include "wire/mended_replies.h"
 
@@ -53,7 +54,9 @@ class AtTheEnd final : public cppu::WeakImplHelper1<css::frame::XTerminateListen
 
  private:
   void Act() {
-    if (const auto act = std::exchange(act_, nullptr)) act();
+    uno::AtTheBorder([&] {
+      if (const auto act = std::exchange(act_, nullptr)) act();
+    });
   }
 
   std::function<void()> act_;
@@ -82,7 +85,11 @@ Machine::Machine(const Context& context)
       OfficeOf(context), [this](const std::exception_ptr& failure) { TakeFailure(failure); });
   loop_ = loop.get();
   host_.RunOn(std::move(loop));
-  if (OfficeShowsWindows()) host_.ShowOn(std::make_unique<calc::CalcDesktop>(context, *loop_));
+  if (OfficeShowsWindows()) {
+    auto desktop = std::make_unique<calc::CalcDesktop>(context, *loop_);
+    desktop_ = desktop.get();
+    host_.ShowOn(std::move(desktop));
+  }
   mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
   accept_costs = [](const std::vector<std::string>& costs) {
     return Confirm("Go will cost this:\n\n" + Join(costs, "\n") + "\n\nGo on?");
@@ -119,6 +126,10 @@ std::string Machine::WhyNoAnswer() {
   return app::LinkTrouble(host_, *asked_, {});
 }
 
+void Machine::ShowAbove(const css::uno::Reference<css::frame::XFrame>& frame) {
+  if (desktop_ != nullptr) desktop_->LieAbove(frame);
+}
+
 wire::MendedReplies& Machine::replies() {
   host_.internet();
   return *replies_;
@@ -130,7 +141,7 @@ void Machine::TakeFailure(const std::exception_ptr& failure) const {
   try {
     std::rethrow_exception(failure);
   } catch (...) {
-    terminal::Err() << "mirelo: " << CurrentError().Description() << "\n";
+    terminal::Err() << "mirelo: " << uno::ErrorInHand().Description() << "\n";
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <exception>
@@ -19,6 +20,10 @@ namespace mirelo::wire {
 class AskedServer;
 class MendedReplies;
 }  // namespace mirelo::wire
+
+namespace mirelo::calc {
+class CalcDesktop;
+}
 
 namespace mirelo::libreoffice {
 
@@ -47,6 +52,8 @@ class Machine {
   LinuxHost& host() { return host_; }
   calc::OfficeLoop& loop() { return *loop_; }
   wire::MendedReplies& replies();
+  // Has forms and boxes lie above this frame; null for the one in front.
+  void ShowAbove(const css::uno::Reference<css::frame::XFrame>& frame);
 
   // A sentence about a reply that was given up.
   Event<const std::string&> Told;
@@ -68,6 +75,7 @@ class Machine {
   std::unique_ptr<LinuxHost> own_;  // unless it is lent
   LinuxHost& host_;
   std::optional<host::HostScope> installed_;
+  calc::CalcDesktop* desktop_ = nullptr;    // the host's, where the office shows windows
   calc::OfficeLoop* loop_ = nullptr;        // the host's
   wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
   wire::AskedServer* asked_ = nullptr;      // the same

@@ -1,7 +1,9 @@
 #include "libreoffice/office_day.h"
 
 #include <chrono>
+#include <com/sun/star/frame/XController.hpp>
 #include <exception>
+#include <functional>
 #include <utility>
 
 #include "automation/runtime_error.h"
@@ -10,6 +12,7 @@
 #include "libreoffice/document_day.h"
 #include "libreoffice/functions/quote_answers.h"
 #include "libreoffice/machine.h"
+#include "libreoffice/office_process.h"
 #include "uno/errors.h"
 
 namespace mirelo::libreoffice {
@@ -20,6 +23,7 @@ using css::uno::Reference;
 
 constexpr std::chrono::seconds kBetweenStatusLines{1};
 constexpr std::chrono::milliseconds kBetweenSweeps{50};
+constexpr std::chrono::milliseconds kBetweenHangUps{20};
 
 constexpr const char* kWhatToDo =
     "What was written stays. If sheets were deleted or renamed, build them again with Settings...; if one is "
@@ -28,15 +32,10 @@ constexpr const char* kWhatToDo =
 // Beside the one of the cell functions, whose connections are their own.
 bool FacadeLives() { return cMirelo::Living() > (QuoteAnswers::HaveFacade() ? 1 : 0); }
 
-// Of the error that is being handled.
-RuntimeError ErrorInHand() {
-  try {
-    throw;
-  } catch (const css::uno::Exception& failure) {
-    return uno::FromOffice(failure);
-  } catch (...) {
-    return CurrentError();
-  }
+// The one that the person has turned to last, of the document's windows.
+Reference<css::frame::XFrame> FrameOf(const OfficeDay::Document& document) {
+  const Reference<css::frame::XController> controller = document->getCurrentController();
+  return controller.is() ? controller->getFrame() : Reference<css::frame::XFrame>();
 }
 
 }  // namespace
@@ -50,6 +49,7 @@ OfficeDay::OfficeDay(const Reference<css::uno::XComponentContext>& context)
     : context_(context), machine_(Machine::Of(context)) {
   machine_.Ends.Subscribe([this] {
     if (day_) End("");
+    if (phase_ == Phase::kDialog) AbandonDialog();
   });
 }
 
@@ -59,13 +59,19 @@ std::int32_t OfficeDay::ShowSettings(const Document& document) {
   Changed.Raise();
   std::int32_t result = 0;
   try {
-    DocumentDay day(machine_, context_, document);
-    result = day.day().ShowDialog();
+    const auto day = std::make_shared<DocumentDay>(machine_, context_, document);
+    day->Closing().Subscribe([this, closing = std::weak_ptr(day)] {
+      OnMainThread([this, closing] {
+        if (!closing.expired()) AbandonDialog();
+      });
+    });
+    machine_.ShowAbove(FrameOf(document));
+    result = day->day().ShowDialog();
   } catch (...) {
-    BecomeIdle();
+    EndDialog();
     throw;
   }
-  BecomeIdle();
+  EndDialog();
   return result;
 }
 
@@ -74,8 +80,10 @@ void OfficeDay::Start(const Document& document) {
   day_ = std::make_shared<DocumentDay>(machine_, context_, document);
   phase_ = Phase::kRunning;
   failure_.clear();
-  day_->Closing().Subscribe([this, closing = day_.get()] {
-    if (day_.get() == closing) End("");
+  day_->Closing().Subscribe([this, closing = std::weak_ptr(day_)] {
+    OnMainThread([this, closing] {
+      if (day_ != nullptr && day_ == closing.lock()) End("");
+    });
   });
   day_->day().Status.Subscribe([this](const std::string& text) { Told.Raise(text); });
   day_->day().Over.Subscribe([this] { EndLater(); });
@@ -101,7 +109,7 @@ void OfficeDay::Stop() {
   try {
     day_->day().Stop();
   } catch (...) {
-    why = ErrorInHand().Description();
+    why = uno::ErrorInHand().Description();
   }
   End(why);
 }
@@ -143,6 +151,26 @@ void OfficeDay::RequireFree() {
   }
 }
 
+// What the dialog waits for is hung up, and so is what it asks for next: it is a call of the person's that
+// comes to its end by itself.
+void OfficeDay::AbandonDialog() {
+  machine_.host().HangUp();
+  machine_.loop().StopTimer(abandoning_);
+  abandoning_ = machine_.loop().StartTimer(kBetweenHangUps, [this] { AbandonDialog(); });
+}
+
+void OfficeDay::EndDialog() {
+  machine_.ShowAbove({});
+  machine_.loop().StopTimer(std::exchange(abandoning_, 0));
+  BecomeIdle();
+}
+
+// Whoever closes a document from another process does so on another thread.
+void OfficeDay::OnMainThread(std::function<void()> act) {
+  if (IsMainThread()) return act();
+  OfficeOf(context_)->Post(std::move(act));
+}
+
 void OfficeDay::BecomeIdle() {
   phase_ = Phase::kIdle;
   Changed.Raise();
@@ -162,7 +190,7 @@ void OfficeDay::End(const std::string& why) {
   try {
     ended->day().Abandon();
   } catch (...) {
-    last_ += ". " + ErrorInHand().Description();
+    last_ += ". " + uno::ErrorInHand().Description();
   }
   past_.push_back(ended);
   SweepLater();
@@ -186,7 +214,7 @@ void OfficeDay::EndWithReason() {
   try {
     day_->day().RaiseFailure();
   } catch (...) {
-    why = ErrorInHand().Description();
+    if (!day_->IsClosed()) why = uno::ErrorInHand().Description();
   }
   End(why);
   if (why.empty()) return;

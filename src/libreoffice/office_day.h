@@ -4,6 +4,7 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/weakref.hxx>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,8 +22,8 @@ class Machine;
 // The working day of this office: in one document at a time, since the library serves one. What comes between
 // is told in boxes and in the status bar, and the office goes on.
 //
-//   closed or reloaded     the day ends, and the document is not touched any more
-//   the office ends        the day ends in order
+//   closed or reloaded     the day ends, and the document is not touched any more; so do the settings
+//   the office ends        the day ends in order, and what the settings wait for is hung up
 //   saved, also elsewhere  the day goes on
 //   what cannot be written the day ends with a box that says why and what to do
 class OfficeDay {
@@ -68,6 +69,9 @@ class OfficeDay {
 
   void RequireFree();
   void BecomeIdle();
+  void AbandonDialog();
+  void EndDialog();
+  void OnMainThread(std::function<void()> act);
   void End(const std::string& why);
   void EndLater();
   void EndWithReason();
@@ -87,6 +91,7 @@ class OfficeDay {
   host::MessageLoop::Token telling_ = 0;
   host::MessageLoop::Token ending_ = 0;
   host::MessageLoop::Token sweeping_ = 0;
+  host::MessageLoop::Token abandoning_ = 0;  // the dialog
 };
 
 }  // namespace mirelo::libreoffice

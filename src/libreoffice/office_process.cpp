@@ -10,6 +10,8 @@
 #include <functional>
 #include <utility>
 
+#include "uno/errors.h"
+
 namespace mirelo::libreoffice {
 
 namespace {
@@ -21,7 +23,7 @@ using Context = Reference<css::uno::XComponentContext>;
 class PostedStep final : public cppu::WeakImplHelper1<css::awt::XCallback> {
  public:
   explicit PostedStep(std::function<void()> step) : step_(std::move(step)) {}
-  void SAL_CALL notify(const Any&) override { step_(); }
+  void SAL_CALL notify(const Any&) override { uno::AtTheBorder(step_); }
 
  private:
   std::function<void()> step_;

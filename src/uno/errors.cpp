@@ -38,4 +38,14 @@ RuntimeError FromOffice(const css::uno::Exception& failure) {
   return RuntimeError(440, TextOf(failure.Message), "LibreOffice");
 }
 
+RuntimeError ErrorInHand() {
+  try {
+    throw;
+  } catch (const css::uno::Exception& failure) {
+    return FromOffice(failure);
+  } catch (...) {
+    return CurrentError();
+  }
+}
+
 }  // namespace mirelo::uno

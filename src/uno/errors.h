@@ -16,7 +16,11 @@ namespace css = com::sun::star;
 // What failed in the office, as the classes know errors.
 RuntimeError FromOffice(const css::uno::Exception& failure);
 
-// Runs the body of whatever the office calls. No exception but the office's own leaves it.
+// The error that is being handled, the office's or any other.
+RuntimeError ErrorInHand();
+
+// Runs the body of whatever the office calls. No exception but the office's own leaves it: any other that
+// came into the office's frames would end the office. tests/architecture finds what the office calls without.
 template <class Body>
 decltype(auto) AtTheBorder(Body&& body) {
   try {

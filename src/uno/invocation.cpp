@@ -92,7 +92,9 @@ class Walk final : public cppu::WeakImplHelper1<css::container::XEnumeration> {
     next_ = items_->Next();
   }
 
-  sal_Bool SAL_CALL hasMoreElements() override { return next_.has_value(); }
+  sal_Bool SAL_CALL hasMoreElements() override {
+    return AtTheBorder([&]() -> sal_Bool { return next_.has_value(); });
+  }
   Any SAL_CALL nextElement() override {
     return OnOwnThread([&] {
       if (!next_) throw css::container::NoSuchElementException();
@@ -142,11 +144,17 @@ class Invocation final
   css::script::InvocationInfo SAL_CALL getInfoForName(const OUString& name, sal_Bool exact) override;
 
   Reference<css::container::XEnumeration> SAL_CALL createEnumeration() override;
-  css::uno::Type SAL_CALL getElementType() override { return cppu::UnoType<Any>::get(); }
+  css::uno::Type SAL_CALL getElementType() override {
+    return AtTheBorder([] { return cppu::UnoType<Any>::get(); });
+  }
   sal_Bool SAL_CALL hasElements() override { return true; }
 
-  OUString SAL_CALL getDefaultMethodName() override { return DefaultName(); }
-  OUString SAL_CALL getDefaultPropertyName() override { return DefaultName(); }
+  OUString SAL_CALL getDefaultMethodName() override {
+    return AtTheBorder([&] { return DefaultName(); });
+  }
+  OUString SAL_CALL getDefaultPropertyName() override {
+    return AtTheBorder([&] { return DefaultName(); });
+  }
 
  private:
   // Those that somebody holds. Never taken down: the office may hold some until it ends.
@@ -208,14 +216,16 @@ decltype(auto) Invocation::Serve(Body&& body) const {
 }
 
 Any Invocation::queryInterface(const css::uno::Type& type) {
-  const automation_server::Class& table = door_->table();
-  const auto id = table.Default();
-  const bool is_property = id && IsPlainProperty(table.At(*id));
-  const bool lacks =
-      (type == cppu::UnoType<css::container::XEnumerationAccess>::get() && !table.Enumeration()) ||
-      (type == cppu::UnoType<css::script::XDefaultMethod>::get() && (!id || is_property)) ||
-      (type == cppu::UnoType<css::script::XDefaultProperty>::get() && !is_property);
-  return lacks ? Any() : WeakImplHelper4::queryInterface(type);
+  return AtTheBorder([&] {
+    const automation_server::Class& table = door_->table();
+    const auto id = table.Default();
+    const bool is_property = id && IsPlainProperty(table.At(*id));
+    const bool lacks =
+        (type == cppu::UnoType<css::container::XEnumerationAccess>::get() && !table.Enumeration()) ||
+        (type == cppu::UnoType<css::script::XDefaultMethod>::get() && (!id || is_property)) ||
+        (type == cppu::UnoType<css::script::XDefaultProperty>::get() && !is_property);
+    return lacks ? Any() : WeakImplHelper4::queryInterface(type);
+  });
 }
 
 Any Invocation::invoke(const OUString& name, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
@@ -244,14 +254,18 @@ Any Invocation::getValue(const OUString& name) {
 }
 
 sal_Bool Invocation::hasMethod(const OUString& name) {
-  const std::string asked = TextOf(name);
-  const Member* const member = Find(asked);
-  return IsForListeners(asked) || (member != nullptr && !IsPlainProperty(*member));
+  return AtTheBorder([&]() -> sal_Bool {
+    const std::string asked = TextOf(name);
+    const Member* const member = Find(asked);
+    return IsForListeners(asked) || (member != nullptr && !IsPlainProperty(*member));
+  });
 }
 
 sal_Bool Invocation::hasProperty(const OUString& name) {
-  const Member* const member = Find(TextOf(name));
-  return member != nullptr && IsPlainProperty(*member);
+  return AtTheBorder([&]() -> sal_Bool {
+    const Member* const member = Find(TextOf(name));
+    return member != nullptr && IsPlainProperty(*member);
+  });
 }
 
 Sequence<OUString> Invocation::getMemberNames() {

@@ -9,10 +9,12 @@ Sub Main
   Note("toolbar", HasToolbar(Document))
   Note("status bar", FieldsOfStatusBar(Document))
   Note("before use", StatesIn(Document))
+  AskForNobody(Document)
   Note("loaded before use", IsLoaded())
   ChooseCommand(Document, "status")
   Note("loaded after use", IsLoaded())
   Note("after use", StatesIn(Document))
+  AskForNobody(Document)
   Note("end", "reached")
   GoTo Done
 Failed:
@@ -21,6 +23,14 @@ Done:
   On Error Resume Next
   Document.close(True)
   StarDesktop.terminate()
+End Sub
+
+' Whoever asks how a command is may forget to say whom to tell.
+Sub AskForNobody(Document)
+  Dim Dispatch
+  Dispatch = Document.CurrentController.Frame.queryDispatch(CommandOf("start"), "_self", 0)
+  Dispatch.addStatusListener(Nothing, CommandOf("start"))
+  Dispatch.removeStatusListener(Nothing, CommandOf("start"))
 End Sub
 
 Function HasToolbar(Document) As Boolean

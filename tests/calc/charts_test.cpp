@@ -13,6 +13,10 @@
 #include <com/sun/star/drawing/FillStyle.hpp>
 #include <com/sun/star/drawing/LineStyle.hpp>
 #include <com/sun/star/drawing/XDrawPage.hpp>
+#include <com/sun/star/drawing/XShapes.hpp>
+#include <com/sun/star/frame/DispatchHelper.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
@@ -23,6 +27,7 @@
 #include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/table/XTableChartsSupplier.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
 
 #include "adapters/calc/charts/office_chart.h"
 #include "adapters/calc/objects/document_sheet.h"
@@ -237,6 +242,24 @@ TEST_F(DrawnCharts, AreGoneOnceAPersonDeletesThem) {
   EXPECT_EQ(NumberOf([&] { chart->HasTitle(); }), 1004);
   EXPECT_EQ(sheet->Shapes()->Count(), 0);
   EXPECT_EQ(NumberOf([&] { application->ScreenUpdating(true); }), 0) << "what waited for it is forgotten";
+}
+
+// The office ends at the loss of a drawing that is selected.
+TEST_F(DrawnCharts, AreTakenOffWhileASecondWindowHasThemSelected) {
+  const auto chart = AddChart();
+  const auto model = As<css::frame::XModel>(document);
+  const auto first = model->getCurrentController();
+  const auto frame = As<css::frame::XDispatchProvider>(first->getFrame());
+  css::frame::DispatchHelper::create(LiveOffice::Get().Context())
+      ->executeDispatch(frame, ".uno:NewWindow", "", 0, {});
+  const auto second = model->getCurrentController();
+  ASSERT_NE(second, first);
+  As<css::view::XSelectionSupplier>(second)->select(css::uno::Any(Seen().shape));
+  model->setCurrentController(first);
+  sheet->Shapes()->Item(1)->Delete();
+  const css::uno::Any selected = As<css::view::XSelectionSupplier>(second)->getSelection();
+  EXPECT_FALSE(calc::IfAs<css::drawing::XShapes>(selected).is());
+  EXPECT_EQ(sheet->Shapes()->Count(), 0);
 }
 
 TEST_F(DrawnCharts, AreGoneWithTheirSheet) {

@@ -131,6 +131,18 @@ TEST_F(OfficeWaiting, GivesWhatFailsInACallOfTheOfficesToTheInnermostThatWaits) 
   EXPECT_THAT(failures_, ElementsAre("nobody waits"));
 }
 
+TEST(OfficeLoop, GoesOnWhereWhoTakesFailuresFails) {
+  const auto office = std::make_shared<QueuedOffice>();
+  {
+    calc::OfficeLoop loop(office, [](const std::exception_ptr&) { throw std::runtime_error("no box"); });
+    loop.Guard([] { throw std::runtime_error("no such quote"); });
+    bool fired = false;
+    loop.StartTimer(milliseconds(0), [&] { fired = true; });
+    EXPECT_TRUE(office->RunUntil([&] { return fired; }));
+  }
+  WaitUntilLeft(office);
+}
+
 TEST_F(OfficeWaiting, TakesNoStepOfALoopThatIsGone) {
   bool fired = false;
   loop_->StartTimer(milliseconds(0), [&] { fired = true; });

@@ -120,9 +120,17 @@ void OfficeLoop::Guard(const std::function<void()>& act) noexcept {
     act();
   } catch (...) {
     // Behind a call of ours that waits, the error is that caller's.
-    if (waiting_.empty()) return failed_(std::current_exception());
+    if (waiting_.empty()) return Fail(std::current_exception());
     kept_.push_back(std::current_exception());
     if (waiting_.back() != nullptr) (*waiting_.back())();
+  }
+}
+
+// Nobody is left to be told that telling failed.
+void OfficeLoop::Fail(std::exception_ptr failure) const noexcept {
+  try {
+    failed_(std::move(failure));
+  } catch (...) {
   }
 }
 

@@ -71,6 +71,7 @@ class OfficeLoop : public host::MessageLoop {
   class Waiting;
 
   void TakePostedStep() noexcept;
+  void Fail(std::exception_ptr failure) const noexcept;
   void HandleOfficeEvents();
   void WaitAWhile() const;
   void ThrowKept();

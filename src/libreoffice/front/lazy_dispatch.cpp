@@ -5,9 +5,11 @@
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/uno/Any.hxx>
 #include <com/sun/star/uno/RuntimeException.hpp>
-#include <set>
+#include <mutex>
 
 #include "libreoffice/command_urls.h"
+#include "libreoffice/front/border.h"
+#include "libreoffice/front/main_thread.h"
 
 namespace mirelo::libreoffice {
 
@@ -16,13 +18,32 @@ namespace {
 using css::uno::Any;
 using css::uno::Reference;
 
-// All that live; the office calls commands on its main thread.
-std::set<LazyDispatch*>& Living() {
-  static std::set<LazyDispatch*>& living = *new std::set<LazyDispatch*>;  // windows may outlive statics
-  return living;
+// All that live, and others that are gone: the last hold may be another process's, on a thread of its own.
+class All {
+ public:
+  void Add(const Reference<css::frame::XDispatch>& dispatch) {
+    const std::lock_guard lock(mutex_);
+    std::erase_if(known_, [](const Known& each) { return !Reference<css::frame::XDispatch>(each).is(); });
+    known_.emplace_back(dispatch);
+  }
+  std::vector<Reference<css::frame::XDispatch>> Living() {
+    const std::lock_guard lock(mutex_);
+    return {known_.begin(), known_.end()};
+  }
+
+ private:
+  using Known = css::uno::WeakReference<css::frame::XDispatch>;
+
+  std::mutex mutex_;
+  std::vector<Known> known_;
+};
+
+All& OfThisOffice() {
+  static All& all = *new All;  // windows may outlive statics
+  return all;
 }
 
-bool is_loaded = false;
+bool is_loaded = false;  // a matter of the main thread
 
 css::frame::FeatureStateEvent StateWithoutDay(const css::util::URL& command,
                                               const Reference<css::uno::XInterface>& source) {
@@ -38,22 +59,48 @@ css::frame::FeatureStateEvent StateWithoutDay(const css::util::URL& command,
 
 LazyDispatch::LazyDispatch(Reference<css::uno::XComponentContext> context,
                            const Reference<css::frame::XFrame>& frame)
-    : context_(std::move(context)), frame_(frame) {
-  Living().insert(this);
-}
+    : context_(std::move(context)), frame_(frame) {}
 
-LazyDispatch::~LazyDispatch() { Living().erase(this); }
+rtl::Reference<LazyDispatch> LazyDispatch::Of(const Reference<css::uno::XComponentContext>& context,
+                                              const Reference<css::frame::XFrame>& frame) {
+  rtl::Reference<LazyDispatch> made(new LazyDispatch(context, frame));
+  OfThisOffice().Add(made.get());
+  return made;
+}
 
 void SAL_CALL LazyDispatch::dispatch(const css::util::URL& command,
                                      const css::uno::Sequence<css::beans::PropertyValue>& arguments) {
-  const Reference<css::frame::XDispatch> kept(this);  // a command may close the window
-  Load();
-  LoadAll();
-  library_->dispatch(command, arguments);
+  AtTheBorder([&] {
+    // A command may close the window.
+    OnMainThread(context_, [kept = rtl::Reference<LazyDispatch>(this), command, arguments] {
+      kept->Load();
+      LoadAll();
+      kept->library_->dispatch(command, arguments);
+    });
+  });
 }
 
 void SAL_CALL LazyDispatch::addStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                               const css::util::URL& command) {
+  if (!listener.is()) return;
+  AtTheBorder([&] {
+    OnMainThread(context_, [kept = rtl::Reference<LazyDispatch>(this), listener, command] {
+      kept->Add(listener, command);
+    });
+  });
+}
+
+void SAL_CALL LazyDispatch::removeStatusListener(const Reference<css::frame::XStatusListener>& listener,
+                                                 const css::util::URL& command) {
+  AtTheBorder([&] {
+    OnMainThread(context_, [kept = rtl::Reference<LazyDispatch>(this), listener, command] {
+      kept->Remove(listener, command);
+    });
+  });
+}
+
+void LazyDispatch::Add(const Reference<css::frame::XStatusListener>& listener,
+                       const css::util::URL& command) {
   if (is_loaded) {
     Load();
     return library_->addStatusListener(listener, command);
@@ -62,8 +109,8 @@ void SAL_CALL LazyDispatch::addStatusListener(const Reference<css::frame::XStatu
   listener->statusChanged(StateWithoutDay(command, static_cast<cppu::OWeakObject*>(this)));
 }
 
-void SAL_CALL LazyDispatch::removeStatusListener(const Reference<css::frame::XStatusListener>& listener,
-                                                 const css::util::URL& command) {
+void LazyDispatch::Remove(const Reference<css::frame::XStatusListener>& listener,
+                          const css::util::URL& command) {
   if (library_.is()) return library_->removeStatusListener(listener, command);
   std::erase_if(listeners_, [&](const Listener& each) {
     return each.first == listener && each.second.Complete == command.Complete;
@@ -87,10 +134,9 @@ void LazyDispatch::Load() {
 
 // The states of the commands in the other windows change with the first use, too.
 void LazyDispatch::LoadAll() {
-  const std::set<LazyDispatch*> living = Living();
-  for (LazyDispatch* const each : living) {
-    if (!Living().contains(each) || each->listeners_.empty()) continue;
-    const Reference<css::frame::XDispatch> kept(each);
+  for (const auto& living : OfThisOffice().Living()) {
+    auto* const each = static_cast<LazyDispatch*>(living.get());
+    if (each == nullptr || each->listeners_.empty()) continue;
     try {
       each->Load();
     } catch (const css::uno::Exception&) {  // its window is about to go

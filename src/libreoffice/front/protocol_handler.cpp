@@ -8,9 +8,11 @@
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <cppuhelper/implbase3.hxx>
 #include <cppuhelper/supportsservice.hxx>
+#include <mutex>
 #include <utility>
 
 #include "libreoffice/command_urls.h"
+#include "libreoffice/front/border.h"
 #include "libreoffice/front/lazy_dispatch.h"
 
 namespace mirelo::libreoffice {
@@ -27,36 +29,49 @@ class ProtocolHandler final
   explicit ProtocolHandler(Reference<css::uno::XComponentContext> context) : context_(std::move(context)) {}
 
   void SAL_CALL initialize(const Sequence<css::uno::Any>& arguments) override {
-    Reference<css::frame::XFrame> frame;
-    if (arguments.hasElements() && (arguments[0] >>= frame)) frame_ = frame;
+    AtTheBorder([&] {
+      Reference<css::frame::XFrame> frame;
+      if (arguments.hasElements() && (arguments[0] >>= frame)) frame_ = frame;
+    });
   }
 
   Reference<css::frame::XDispatch> SAL_CALL queryDispatch(const css::util::URL& command, const rtl::OUString&,
                                                           sal_Int32) override {
-    if (!command.Complete.startsWith(kScheme)) return {};
-    if (!dispatch_.is()) dispatch_ = new LazyDispatch(context_, frame_);
-    return dispatch_;
+    return AtTheBorder([&] { return DispatchFor(command); });
   }
 
   Sequence<Reference<css::frame::XDispatch>> SAL_CALL
   queryDispatches(const Sequence<css::frame::DispatchDescriptor>& asked) override {
-    Sequence<Reference<css::frame::XDispatch>> found(asked.getLength());
-    for (sal_Int32 i = 0; i < asked.getLength(); ++i)
-      found.getArray()[i] = queryDispatch(asked[i].FeatureURL, asked[i].FrameName, asked[i].SearchFlags);
-    return found;
+    return AtTheBorder([&] {
+      Sequence<Reference<css::frame::XDispatch>> found(asked.getLength());
+      for (sal_Int32 i = 0; i < asked.getLength(); ++i)
+        found.getArray()[i] = DispatchFor(asked[i].FeatureURL);
+      return found;
+    });
   }
 
   rtl::OUString SAL_CALL getImplementationName() override { return "mirelo.impl.ProtocolHandler"; }
   sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override {
-    return cppu::supportsService(this, name);
+    return AtTheBorder([&] { return cppu::supportsService(this, name); });
   }
   Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override {
-    const rtl::OUString name("mirelo.ProtocolHandler");
-    return Sequence<rtl::OUString>(&name, 1);
+    return AtTheBorder([] {
+      const rtl::OUString name("mirelo.ProtocolHandler");
+      return Sequence<rtl::OUString>(&name, 1);
+    });
   }
 
  private:
+  // Another process asks on another thread.
+  Reference<css::frame::XDispatch> DispatchFor(const css::util::URL& command) {
+    if (!command.Complete.startsWith(kScheme)) return {};
+    const std::lock_guard lock(mutex_);
+    if (!dispatch_.is()) dispatch_ = LazyDispatch::Of(context_, frame_).get();
+    return dispatch_;
+  }
+
   const Reference<css::uno::XComponentContext> context_;
+  std::mutex mutex_;
   css::uno::WeakReference<css::frame::XFrame> frame_;
   Reference<css::frame::XDispatch> dispatch_;
 };

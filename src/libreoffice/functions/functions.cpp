@@ -41,29 +41,31 @@ class Functions final : public cppu::WeakImplHelper2<::mirelo::XFunctions, css::
   explicit Functions(const Reference<css::uno::XComponentContext>& context) : context_(context) {}
 
   Any SAL_CALL getQuote(const rtl::OUString& ticker, const Any& column) override {
-    return Answer(About::Value, ticker, ColumnOf(column));
+    return uno::AtTheBorder([&] { return Answer(About::Value, ticker, ColumnOf(column)); });
   }
   Any SAL_CALL getQuoteStatus(const rtl::OUString& ticker, const Any& column) override {
-    return Answer(About::Status, ticker, ColumnOf(column));
+    return uno::AtTheBorder([&] { return Answer(About::Status, ticker, ColumnOf(column)); });
   }
-  Any SAL_CALL getQuoteAge(const rtl::OUString& ticker) override { return Answer(About::Age, ticker, ""); }
+  Any SAL_CALL getQuoteAge(const rtl::OUString& ticker) override {
+    return uno::AtTheBorder([&] { return Answer(About::Age, ticker, ""); });
+  }
 
   rtl::OUString SAL_CALL getImplementationName() override {
-    return rtl::OUString::createFromAscii(kImplementation);
+    return uno::AtTheBorder([] { return rtl::OUString::createFromAscii(kImplementation); });
   }
   sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override {
-    return cppu::supportsService(this, name);
+    return uno::AtTheBorder([&] { return cppu::supportsService(this, name); });
   }
   Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override {
-    const rtl::OUString name = rtl::OUString::createFromAscii(kService);
-    return Sequence<rtl::OUString>(&name, 1);
+    return uno::AtTheBorder([] {
+      const rtl::OUString name = rtl::OUString::createFromAscii(kService);
+      return Sequence<rtl::OUString>(&name, 1);
+    });
   }
 
  private:
   Any Answer(About about, const rtl::OUString& ticker, std::string column) {
-    return uno::AtTheBorder([&] {
-      return Any(QuoteAnswers::Of(context_).ResultFor({about, uno::TextOf(ticker), std::move(column)}));
-    });
+    return Any(QuoteAnswers::Of(context_).ResultFor({about, uno::TextOf(ticker), std::move(column)}));
   }
 
   const Reference<css::uno::XComponentContext> context_;

@@ -37,10 +37,11 @@ QuoteAnswers::QuoteAnswers(const Reference<css::uno::XComponentContext>& context
 Reference<css::sheet::XVolatileResult> QuoteAnswers::ResultFor(const day::QuoteQuestion& question) {
   day::QuoteQuestion asked = question.InOneSpelling();
   rtl::Reference<QuoteResult> result;
+  Reference<css::sheet::XVolatileResult> living;  // let go of when the lock is free again, see Forget
   {
     const std::lock_guard lock(mutex_);
     auto& known = results_[asked];
-    const Reference<css::sheet::XVolatileResult> living(known);
+    living = known;
     result = static_cast<QuoteResult*>(living.get());
     if (!result.is()) {
       result = new QuoteResult(*this, std::move(asked));
@@ -55,12 +56,21 @@ void QuoteAnswers::BeginLater(QuoteResult& result) { OnMainThread(result, &Quote
 
 void QuoteAnswers::EndLater(QuoteResult& result) { OnMainThread(result, &QuoteResult::End); }
 
-// Another one may have the question by now.
+// Another one may have the question by now. Ours may be the last hold on that in the end, and it would come
+// here to be forgotten: so it is let go of when the lock is free again.
 void QuoteAnswers::Forget(const QuoteResult& result) {
+  Reference<css::sheet::XVolatileResult> other;
   const std::lock_guard lock(mutex_);
   const auto found = results_.find(result.question());
   if (found == results_.end()) return;
-  if (!Reference<css::sheet::XVolatileResult>(found->second).is()) results_.erase(found);
+  other = found->second;
+  if (!other.is()) results_.erase(found);
+}
+
+void QuoteAnswers::LetGo(std::unique_ptr<day::QuoteWatch::Watched> watched) {
+  if (watched == nullptr || IsMainThread()) return;
+  using Kept = std::unique_ptr<day::QuoteWatch::Watched>;
+  OfficeOf(context_)->Post([kept = std::make_shared<Kept>(std::move(watched))] { kept->reset(); });
 }
 
 void QuoteAnswers::OnMainThread(QuoteResult& result, void (QuoteResult::*act)()) {
@@ -103,14 +113,15 @@ void QuoteAnswers::End() {
 // --- Results that no cell has use for any more -------------------------------------------------------------
 
 QuoteAnswers::Results QuoteAnswers::AllThatAsk() {
-  const std::lock_guard lock(mutex_);
-  Results all;
-  for (const auto& [question, known] : results_) {
-    const Reference<css::sheet::XVolatileResult> living(known);
-    auto* const result = static_cast<QuoteResult*>(living.get());
-    if (result != nullptr && result->IsAsking()) all.emplace_back(result);
+  Results living;  // let go of when the lock is free again, see Forget
+  {
+    const std::lock_guard lock(mutex_);
+    living.reserve(results_.size());
+    for (const auto& [question, known] : results_)
+      living.emplace_back(static_cast<QuoteResult*>(Reference<css::sheet::XVolatileResult>(known).get()));
   }
-  return all;
+  std::erase_if(living, [](const auto& result) { return !result.is() || !result->IsAsking(); });
+  return living;
 }
 
 void QuoteAnswers::CheckLater() {

@@ -39,6 +39,8 @@ class QuoteAnswers {
   void BeginLater(QuoteResult& result);
   void EndLater(QuoteResult& result);
   void Forget(const QuoteResult& result);
+  // Ends it on the main thread.
+  void LetGo(std::unique_ptr<day::QuoteWatch::Watched> watched);
   // Null when the office ends.
   std::unique_ptr<day::QuoteWatch::Watched> Watch(const day::QuoteQuestion& question,
                                                   std::function<void()> changed);

@@ -1,6 +1,7 @@
 #include "libreoffice/functions/quote_result.h"
 
 #include <algorithm>
+#include <cppuhelper/weakref.hxx>
 #include <utility>
 
 #include "automation/runtime_error.h"
@@ -24,9 +25,14 @@ css::uno::Any ValueOf(const day::QuoteValue& answer) {
 QuoteResult::QuoteResult(QuoteAnswers& answers, day::QuoteQuestion question)
     : answers_(answers), question_(std::move(question)) {}
 
-QuoteResult::~QuoteResult() { answers_.Forget(*this); }
+// Of the last hold, which may be another process's, on a thread of its own.
+QuoteResult::~QuoteResult() {
+  answers_.Forget(*this);
+  answers_.LetGo(std::move(watched_));
+}
 
 void SAL_CALL QuoteResult::addResultListener(const Listener& listener) {
+  if (!listener.is()) return;
   uno::AtTheBorder([&] {
     listeners_.push_back(listener);
     if (!watched_) answers_.BeginLater(*this);
@@ -50,13 +56,17 @@ void QuoteResult::NoteCall() {
 void QuoteResult::Begin() {
   if (watched_ || listeners_.empty()) return;
   try {
-    watched_ = answers_.Watch(question_, [this] { Tell(); });
+    const css::uno::WeakReference<css::sheet::XVolatileResult> self(this);
+    watched_ = answers_.Watch(question_, [self] {
+      const css::uno::Reference<css::sheet::XVolatileResult> living(self);
+      if (living.is()) static_cast<QuoteResult*>(living.get())->Tell();
+    });
+    if (watched_ && !watched_->Answer().IsNothing()) Tell();
   } catch (...) {
     // The office expects no failure here. The settings cannot be opened, for one.
     if (question_.about == day::QuoteQuestion::About::Status)
-      value_ <<= uno::OfficeText(CurrentError().Description());
+      value_ <<= uno::OfficeText(uno::ErrorInHand().Description());
   }
-  if (watched_ && !watched_->Answer().IsNothing()) Tell();
 }
 
 void QuoteResult::End() {

@@ -1,6 +1,7 @@
 #include "adapters/calc/objects/front.h"
 
 #include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/frame/XModel2.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 #include <utility>
@@ -100,8 +101,10 @@ void Front::Select(DocumentSheet& sheet, const Reference<css::drawing::XShape>& 
 }
 
 void Front::Forget(const Reference<css::drawing::XShape>& shape) {
-  // The office does not outlive the loss of a drawing that is selected.
-  if (ShownSelection().shape == shape) SelectIn(View(), Any());
+  // The office does not outlive the loss of a drawing that is selected, in whichever window.
+  for (const auto& view : Views()) {
+    if (SelectionIn(view).shape == shape) SelectIn(view, Any());
+  }
   if (!held_) return;
   for (auto& [sheet, selection] : held_->selections) {
     if (selection.shape == shape) selection.shape.clear();
@@ -122,12 +125,25 @@ DocumentSheet& Front::Shown() const {
 
 Front::Selection Front::ShownSelection() const {
   const auto view = View();
-  if (!view.is()) return {};
+  return view.is() ? SelectionIn(view) : Selection();
+}
+
+std::vector<Reference<css::sheet::XSpreadsheetView>> Front::Views() const {
+  std::vector<Reference<css::sheet::XSpreadsheetView>> views;
+  const auto controllers = As<css::frame::XModel2>(document_.Model())->getControllers();
+  while (controllers->hasMoreElements()) {
+    if (const auto view = IfAs<css::sheet::XSpreadsheetView>(controllers->nextElement()); view.is())
+      views.push_back(view);
+  }
+  return views;
+}
+
+Front::Selection Front::SelectionIn(const Reference<css::sheet::XSpreadsheetView>& view) const {
   const Any selected = As<css::view::XSelectionSupplier>(view)->getSelection();
   if (const auto shapes = IfAs<css::container::XIndexAccess>(selected);
       shapes.is() && shapes->getCount() > 0) {
     if (const auto shape = IfAs<css::drawing::XShape>(shapes->getByIndex(0)); shape.is())
-      return {CursorIn(view, Shown().Index()), shape};
+      return {CursorIn(view, document_.SheetOf(view->getActiveSheet())->Index()), shape};
   }
   const auto cells = IfAs<css::sheet::XCellRangeAddressable>(selected);
   if (!cells.is()) return {};

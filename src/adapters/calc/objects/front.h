@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "adapters/calc/objects/cell_block.h"
 #include "adapters/calc/objects/interfaces.h"
@@ -66,6 +67,9 @@ class Front {
 
   DocumentSheet& Shown() const;
   Selection ShownSelection() const;
+  // Of all windows of the document.
+  std::vector<Reference<css::sheet::XSpreadsheetView>> Views() const;
+  Selection SelectionIn(const Reference<css::sheet::XSpreadsheetView>& view) const;
   Selection Selected();
 
   Document& document_;

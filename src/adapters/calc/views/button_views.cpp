@@ -55,7 +55,7 @@ Box MakeBox(forms::Button& button, Views& views) {
   };
   view.connect = [&button, &view, &views] {
     view.As<css::awt::XButton>()->addActionListener(
-        new OnAction(views.Living([&](const auto&) { views.Act(view, [&] { button.UserPress(); }); })));
+        new OnAction(views.Heard([&](const auto&) { views.Act(view, [&] { button.UserPress(); }); })));
   };
   return views.BoxOf(view, [&] { return NeededByButton(button, view, views); });
 }
@@ -68,7 +68,7 @@ Box MakeBox(forms::CheckBox& box, Views& views) {
     view.Set("State", static_cast<sal_Int16>(box.Value()));
   };
   view.connect = [&] {
-    view.As<css::awt::XCheckBox>()->addItemListener(new OnItem(views.Living([&](const auto& event) {
+    view.As<css::awt::XCheckBox>()->addItemListener(new OnItem(views.Heard([&](const auto& event) {
       if (event.Selected != box.Value()) views.Act(view, [&] { box.UserClick(); });
     })));
   };
@@ -91,7 +91,7 @@ Box MakeTabStrip(forms::Tab& tab, Views& views) {
       view.Set("FontWeight", current ? css::awt::FontWeight::BOLD : css::awt::FontWeight::NORMAL);
     };
     view.connect = [&tab, &view, &views, number] {
-      view.As<css::awt::XButton>()->addActionListener(new OnAction(views.Living(
+      view.As<css::awt::XButton>()->addActionListener(new OnAction(views.Heard(
           [&, number](const auto&) { views.Act(view, [&, number] { tab.UserSelect(number); }); })));
     };
     strip.boxes.push_back(views.BoxOf(view, [&view, &views] {

@@ -69,8 +69,11 @@ FormWindow* CalcDesktop::WindowOf(const forms::Form& form) const {
   return window == windows_.rend() ? nullptr : *window;
 }
 
-// The one that has the focus, or had it last. An office without a screen gives it to none.
+// The one that was told; else that which has the focus, or had it last. An office without a screen gives it
+// to none.
 Reference<css::frame::XFrame> CalcDesktop::Frame() const {
+  if (const Reference<css::frame::XFrame> told(below_); told.is() && told->getContainerWindow().is())
+    return told;
   const Reference<css::frame::XDesktop2> desktop = css::frame::Desktop::create(context_);
   const Reference<css::frame::XFrame> current = desktop->getCurrentFrame();
   if (current.is()) return current;

@@ -3,6 +3,7 @@
 #include <com/sun/star/awt/XWindowPeer.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/weakref.hxx>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,8 +16,8 @@ namespace mirelo::calc {
 class OfficeLoop;
 
 // The desktop of a person at an office: boxes and forms are dialogs of the office's above the document in
-// front. While one is up, only it takes what the person does there; the office goes on, and so do the loop's
-// steps.
+// front, or above the one that they are about. While one is up, only it takes what the person does there; the
+// office goes on, and so do the loop's steps.
 //
 // A document that is closed meanwhile takes the forms above it along, as their close boxes would. One with a
 // box above it refuses to be closed until the box was answered.
@@ -36,17 +37,21 @@ class CalcDesktop : public host::Desktop {
   std::optional<host::WindowPlacement> GetDesktopPlacement() override;
   int ShellExecuteA(const std::string& verb, const std::string& file) override;
 
+  // Boxes and forms lie above this frame from now on, as long as it is there; null for the one in front.
+  void LieAbove(const css::uno::Reference<css::frame::XFrame>& frame) { below_ = frame; }
+
   // The window of a form that is being shown; null for another.
   FormWindow* WindowOf(const forms::Form& form) const;
 
  private:
-  // Where a box or form is to lie: above the topmost form, else above the document in front.
+  // Where a box or form is to lie: above the topmost form, else above the frame.
   css::uno::Reference<css::awt::XWindowPeer> Above() const;
   css::uno::Reference<css::frame::XFrame> Frame() const;
   bool Asks(const std::string& question, const std::string& title);
 
   css::uno::Reference<css::uno::XComponentContext> context_;
   OfficeLoop& loop_;
+  css::uno::WeakReference<css::frame::XFrame> below_;
   std::vector<FormWindow*> windows_;  // of the forms that are shown, the topmost last
   int boxes_ = 0;                     // that are up
 };

@@ -106,17 +106,17 @@ void FormWindow::Open() {
 
 void FormWindow::Listen() {
   window()->addWindowListener(
-      new OnResize(views_.Living([this](const auto&) { loop_.Guard([this] { PutControls(); }); })));
+      new OnResize(views_.Heard([this](const auto&) { loop_.Guard([this] { PutControls(); }); })));
   Reference<css::awt::XTopWindow>(dialog_, UNO_QUERY_THROW)
-      ->addTopWindowListener(new OnCloseBox(views_.Living([this](const auto&) { TakeClosing(); })));
+      ->addTopWindowListener(new OnCloseBox(views_.Heard([this](const auto&) { TakeClosing(); })));
   const css::uno::Reference<css::awt::XKeyListener> keys = new OnKeys(
-      views_.Living([this](const auto& key) { views_.last_key = key.KeyCode; }), [](const auto&) {});
+      views_.Heard([this](const auto& key) { views_.last_key = key.KeyCode; }), [](const auto&) {});
   window()->addKeyListener(keys);
   for (const auto& view : views_.all()) {
     if (view->control == nullptr) continue;
     view->As<css::awt::XWindow>()->addKeyListener(keys);
     view->As<css::awt::XWindow>()->addFocusListener(
-        new OnFocus(views_.Living([this, &view = *view](const auto&) { FollowFocus(view); })));
+        new OnFocus(views_.Heard([this, &view = *view](const auto&) { FollowFocus(view); })));
   }
 }
 

@@ -16,21 +16,23 @@ class FrameWatch::Listener final : public cppu::WeakImplHelper1<css::util::XClos
   explicit Listener(std::function<void()> closes) : closes_(std::move(closes)) {}
 
   void SAL_CALL queryClosing(const css::lang::EventObject& event, sal_Bool gets_ownership) override {
-    if (closes_) return;
+    if (closes_ || left_) return;
     if (gets_ownership) owed_ = Reference<css::util::XCloseable>(event.Source, UNO_QUERY);
     throw css::util::CloseVetoException();
   }
   void SAL_CALL notifyClosing(const css::lang::EventObject&) override {
-    if (closes_) closes_();
+    if (closes_ && !left_) closes_();
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {
-    if (closes_) closes_();
+    if (closes_ && !left_) closes_();
   }
 
+  void Leave() { left_ = true; }
   const Reference<css::util::XCloseable>& Owed() const { return owed_; }
 
  private:
-  std::function<void()> closes_;
+  const std::function<void()> closes_;
+  bool left_ = false;
   Reference<css::util::XCloseable> owed_;
 };
 
@@ -41,22 +43,33 @@ FrameWatch::FrameWatch(const Reference<css::frame::XFrame>& frame, std::function
   const Reference<css::frame::XController> controller = frame->getController();
   if (controller.is()) watched_.emplace_back(controller->getModel(), UNO_QUERY);
   std::erase_if(watched_, [](const auto& closeable) { return !closeable.is(); });
-  for (const auto& closeable : watched_) closeable->addCloseListener(listener_);
+  try {
+    for (const auto& closeable : watched_) closeable->addCloseListener(listener_);
+  } catch (...) {
+    End();
+    throw;
+  }
 }
 
 FrameWatch::~FrameWatch() {
+  End();
+  try {
+    const auto& owed = static_cast<const Listener&>(*listener_).Owed();
+    if (owed.is()) owed->close(true);
+  } catch (const css::uno::Exception&) {
+    // Somebody else refuses now.
+  }
+}
+
+// Whoever keeps the listener all the same has nobody to tell.
+void FrameWatch::End() noexcept {
+  static_cast<Listener&>(*listener_).Leave();
   for (const auto& closeable : watched_) {
     try {
       closeable->removeCloseListener(listener_);
     } catch (const css::uno::Exception&) {
       // It has gone already.
     }
-  }
-  try {
-    const auto& owed = static_cast<const Listener&>(*listener_).Owed();
-    if (owed.is()) owed->close(true);
-  } catch (const css::uno::Exception&) {
-    // Somebody else refuses now.
   }
 }
 

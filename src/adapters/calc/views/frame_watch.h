@@ -24,6 +24,8 @@ class FrameWatch {
  private:
   class Listener;
 
+  void End() noexcept;
+
   std::vector<css::uno::Reference<css::util::XCloseable>> watched_;
   css::uno::Reference<css::util::XCloseListener> listener_;
 };

@@ -81,9 +81,9 @@ GridView::GridView(Grid& grid, View& view, Views& views, std::vector<std::int32_
 
 void GridView::Connect() {
   const auto window = view_.As<css::awt::XWindow>();
-  window->addMouseListener(new OnRelease(views_.Living([this](const auto& event) { Click(event); })));
-  window->addKeyListener(new OnKeys(views_.Living([this](const auto& event) { TakePressedKey(event); }),
-                                    views_.Living([this](const auto&) { FollowCursor(); })));
+  window->addMouseListener(new OnRelease(views_.Heard([this](const auto& event) { Click(event); })));
+  window->addKeyListener(new OnKeys(views_.Heard([this](const auto& event) { TakePressedKey(event); }),
+                                    views_.Heard([this](const auto&) { FollowCursor(); })));
 }
 
 void GridView::Invalidate() {
@@ -143,7 +143,7 @@ void GridView::ShowColumns() {
     column->setColumnWidth(ToUnits(view_, wanted[i].width));
     if (!is_new) continue;
     columns_->addColumn(column);
-    column->addGridColumnListener(new OnColumn(views_.Living([this](const auto&) { TakeWidths(); })));
+    column->addGridColumnListener(new OnColumn(views_.Heard([this](const auto&) { TakeWidths(); })));
   }
   if (wanted.size() != shown_columns_.size()) shown_cells_.clear();  // rows have one value for each column
   shown_columns_ = std::move(wanted);

@@ -49,14 +49,14 @@ Box MakeField(forms::Label& label, Views& views, const std::string& asks) {
     ShowGround(view, label.BackColor());
   };
   view.connect = [&, asks] {
-    view.As<css::awt::XButton>()->addActionListener(new OnAction(views.Living([&, asks](const auto&) {
+    view.As<css::awt::XButton>()->addActionListener(new OnAction(views.Heard([&, asks](const auto&) {
       const bool by_enter = views.last_key == css::awt::Key::RETURN;
       views.Act(view, [&] {
         if (asks.empty() || !by_enter || views.ask(asks)) label.UserClick();
       });
     })));
     view.As<css::awt::XWindow>()->addMouseListener(
-        new OnPress(views.Living([&](const auto&) { views.last_key = 0; })));
+        new OnPress(views.Heard([&](const auto&) { views.last_key = 0; })));
   };
   Box box = views.BoxOf(view, [&] {
     const std::int32_t side = views.LineHeight();

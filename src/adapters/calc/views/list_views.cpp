@@ -66,14 +66,14 @@ Box MakeEditableCombo(forms::ComboBox& box, Views& views) {
     view.SetText("Text", box.Text());
   };
   view.connect = [&] {
-    view.As<css::awt::XTextComponent>()->addTextListener(new OnText(views.Living([&](const auto&) {
+    view.As<css::awt::XTextComponent>()->addTextListener(new OnText(views.Heard([&](const auto&) {
       const std::string text = TextOf(view.As<css::awt::XTextComponent>()->getText());
       if (!IsEntry(box, text)) return TakeText(box, view, views);
       const auto later = views.Living([&](const auto&) { TakeText(box, view, views); });
       views.loop().StartTimer({}, [later] { later(0); });
     })));
     view.As<css::awt::XComboBox>()->addItemListener(new OnItem(
-        views.Living([&](const auto& event) { views.Act(view, [&] { box.UserChoose(event.Selected); }); })));
+        views.Heard([&](const auto& event) { views.Act(view, [&] { box.UserChoose(event.Selected); }); })));
   };
   return views.BoxOf(view, [&] { return NeededByCombo(views); });
 }
@@ -87,7 +87,7 @@ Box MakeClosedCombo(forms::ComboBox& box, Views& views) {
     ShowSelected(view, box.ListIndex());
   };
   view.connect = [&] {
-    view.As<css::awt::XListBox>()->addItemListener(new OnItem(views.Living([&](const auto& event) {
+    view.As<css::awt::XListBox>()->addItemListener(new OnItem(views.Heard([&](const auto& event) {
       if (event.Selected != box.ListIndex()) views.Act(view, [&] { box.UserChoose(event.Selected); });
     })));
   };
@@ -111,10 +111,10 @@ Box MakeBox(forms::ListBox& list, Views& views) {
   };
   view.connect = [&] {
     const auto window = view.As<css::awt::XListBox>();
-    window->addItemListener(new OnItem(views.Living([&](const auto& event) {
+    window->addItemListener(new OnItem(views.Heard([&](const auto& event) {
       if (event.Selected != list.ListIndex()) views.Act(view, [&] { list.UserSelect(event.Selected); });
     })));
-    window->addActionListener(new OnAction(views.Living([&](const auto&) {
+    window->addActionListener(new OnAction(views.Heard([&](const auto&) {
       const std::int32_t index = view.As<css::awt::XListBox>()->getSelectedItemPos();
       views.Act(view, [&] { list.UserDoubleClick(index); });
     })));

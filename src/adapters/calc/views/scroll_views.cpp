@@ -48,7 +48,7 @@ Box MakeArrows(forms::ScrollBar& bar, Views& views) {
   view.show = [&] { view.Set("SpinValue", sal_Int32{Longest(bar) - PlaceOf(bar)}); };
   view.connect = [&] {
     view.As<css::awt::XSpinValue>()->addAdjustmentListener(new OnAdjustment(
-        views.Living([&](const auto& event) { views.Act(view, [&] { Spin(bar, event.Value); }); })));
+        views.Heard([&](const auto& event) { views.Act(view, [&] { Spin(bar, event.Value); }); })));
   };
   return views.BoxOf(view, [&] { return Extent{views.LineHeight() * 2 / 3, views.LineHeight()}; });
 }
@@ -77,7 +77,7 @@ Box MakeBox(forms::ScrollBar& bar, Views& views) {
   view.show = [&] { view.Set("ScrollValue", sal_Int32{PlaceOf(bar)}); };
   view.connect = [&] {
     view.As<css::awt::XScrollBar>()->addAdjustmentListener(
-        new OnAdjustment(views.Living([&](const auto& event) {
+        new OnAdjustment(views.Heard([&](const auto& event) {
           if (event.Value == PlaceOf(bar)) return;
           views.Act(view, [&] { bar.UserDrag(ValueAt(bar, event.Value)); });
         })));

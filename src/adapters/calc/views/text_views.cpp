@@ -49,7 +49,7 @@ Box MakeBox(forms::TextBox& box, Views& views) {
     view.SetText("Text", ShownText(box));
   };
   view.connect = [&] {
-    view.As<css::awt::XTextComponent>()->addTextListener(new OnText(views.Living([&](const auto&) {
+    view.As<css::awt::XTextComponent>()->addTextListener(new OnText(views.Heard([&](const auto&) {
       const std::string text = TypedText(box, view);
       if (text != box.Text()) views.Act(view, [&] { box.UserEdit(text); });
     })));

@@ -128,6 +128,20 @@ void Views::Act(const View& view, const std::function<void()>& act) const {
   if (!living.expired()) loop.Guard([&] { Show(view); });
 }
 
+// What fails in the office goes back there: most often the window goes just now, and whoever tells of it
+// knows.
+void Views::HearAtTheBorder(OfficeLoop& loop, const std::function<void()>& act) {
+  std::exception_ptr of_the_office;
+  loop.Guard([&] {
+    try {
+      act();
+    } catch (const css::uno::Exception&) {
+      of_the_office = std::current_exception();
+    }
+  });
+  if (of_the_office) std::rethrow_exception(of_the_office);
+}
+
 const View* Views::ViewOf(const forms::Control* control) const {
   if (control == nullptr) return nullptr;
   const auto view = std::ranges::find_if(views_, [&](const auto& any) { return any->control == control; });

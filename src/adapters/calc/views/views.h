@@ -79,12 +79,21 @@ class Views {
   // For listeners: runs what a person's action is to the control, then shows the control as it is now. It may
   // have refused what its window shows already. Errors go to the loop.
   void Act(const View& view, const std::function<void()>& act) const;
-  // A function for listeners that does nothing any more once the views are gone.
+  // A function that does nothing any more once the views are gone.
   template <class Act>
   auto Living(Act act) const {
     return [living = std::weak_ptr<const bool>(living_), act = std::move(act)](const auto& event) {
       if (!living.expired()) act(event);
     };
+  }
+
+  // The same for listeners of the office's, and nothing else of ours leaves it but through the loop: this is
+  // the border of the views.
+  template <class Act>
+  auto Heard(Act act) const {
+    return Living([&loop = loop_, act = std::move(act)](const auto& event) {
+      HearAtTheBorder(loop, [&] { act(event); });
+    });
   }
 
   // Null for what has none.
@@ -108,6 +117,7 @@ class Views {
   const css::uno::Reference<css::uno::XComponentContext>& context() const { return context_; }
 
  private:
+  static void HearAtTheBorder(OfficeLoop& loop, const std::function<void()>& act);
   void Show(const View& view) const;
 
   css::uno::Reference<css::uno::XComponentContext> context_;
