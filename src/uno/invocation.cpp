@@ -128,8 +128,10 @@ class Invocation final
   Any SAL_CALL queryInterface(const css::uno::Type& type) override;
 
   Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override {
-    is_python_ = true;
-    return new NothingMore;
+    return AtTheBorder([&]() -> Reference<css::beans::XIntrospectionAccess> {
+      is_python_ = true;
+      return new NothingMore;
+    });
   }
   Any SAL_CALL invoke(const OUString& name, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
                       Sequence<Any>& changed) override;
@@ -269,17 +271,23 @@ sal_Bool Invocation::hasProperty(const OUString& name) {
 }
 
 Sequence<OUString> Invocation::getMemberNames() {
-  const auto infos = getInfo();
-  Sequence<OUString> names(infos.getLength());
-  std::ranges::transform(infos, names.getArray(), [](const auto& info) { return info.aName; });
-  return names;
+  return AtTheBorder([&] {
+    const auto& members = door_->table().members();
+    Sequence<OUString> names(static_cast<sal_Int32>(members.size()));
+    std::ranges::transform(members, names.getArray(),
+                           [](const Member& member) { return OfficeText(member.name); });
+    return names;
+  });
 }
 
 Sequence<css::script::InvocationInfo> Invocation::getInfo() {
-  const auto& members = door_->table().members();
-  Sequence<css::script::InvocationInfo> infos(static_cast<sal_Int32>(members.size()));
-  std::ranges::transform(members, infos.getArray(), [this](const Member& member) { return InfoOf(member); });
-  return infos;
+  return AtTheBorder([&] {
+    const auto& members = door_->table().members();
+    Sequence<css::script::InvocationInfo> infos(static_cast<sal_Int32>(members.size()));
+    std::ranges::transform(members, infos.getArray(),
+                           [this](const Member& member) { return InfoOf(member); });
+    return infos;
+  });
 }
 
 css::script::InvocationInfo Invocation::getInfoForName(const OUString& name, sal_Bool) {
