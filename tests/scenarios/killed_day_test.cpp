@@ -102,7 +102,9 @@ TEST_F(KilledDay, LeavesWholeRowsToWhichTheNextDayAppends) {
   EXPECT_GE(RowsOfDatabase(), before + 4);
   for (std::size_t i = 0; i < lines.size(); ++i) {
     EXPECT_EQ(std::count(lines[i].begin(), lines[i].end(), ',') + 1, kFieldsOfALine) << lines[i];
-    if (i > 0) EXPECT_TRUE(lines[i].starts_with(std::to_string(i) + ",2")) << lines[i];
+    if (i > 0) {
+      EXPECT_TRUE(lines[i].starts_with(std::to_string(i) + ",2")) << lines[i];
+    }
   }
 }
 
