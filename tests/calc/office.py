@@ -58,6 +58,14 @@ def notes_in(folder):
     return {title: value.strip() for title, _, value in (line.partition(": ") for line in lines)}
 
 
+def await_note(folder, title, running):
+    """Until the macro of the office that is `running`, a future, notes this."""
+    while title not in notes_in(folder):
+        if running.done():
+            raise AssertionError(f"the office ended with {running.result()} before it noted {title}: {notes_in(folder)}")
+        time.sleep(0.02)
+
+
 class Office:
     """`folder` is an empty one of its own; `environment` is the process's. One that is not headless shows its windows
     on no screen, unless it gets another `plugin` of its toolkit's than that for none."""
@@ -67,6 +75,7 @@ class Office:
         self.headless = headless
         self.environment = {"MIRELO_NOTES": str(self.folder / "notes"), **environment, "SAL_USE_VCLPLUGIN": plugin}
         self.libraries = {}
+        self.process = None  # that was started last
 
     def install(self, extension):
         """As the extensions that come with an office for all users: unpacked."""
@@ -123,7 +132,7 @@ class Office:
         ]
         with open(self.folder / "office.log", "ab") as log:
             # The program itself, not the script around it, so that it is ended by its id.
-            office = subprocess.Popen(
+            office = self.process = subprocess.Popen(
                 [OFFICE / "program" / "soffice.bin", *options, *places, f"macro:///{macro}"],
                 env=self.environment, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
             )

@@ -20,13 +20,15 @@ def run(*command, expect=0, **more):
 
 
 class StandIn:
-    """The program quotetracker of `programs` on ports that the kernel chose; ends with the with statement."""
+    """The program quotetracker of `programs`; ends with the with statement. The kernel chooses its ports, unless it is to
+    have those of one before it."""
 
-    def __init__(self, programs, *arguments):
-        ports = ["--http-port", "0", "--stream-port", "0", "--exit-with-parent"]
-        self.process = subprocess.Popen([programs / "quotetracker", *ports, *arguments], stdout=subprocess.PIPE, text=True)
+    def __init__(self, programs, *arguments, ports=("0", "0")):
+        options = ["--http-port", ports[0], "--stream-port", ports[1], "--exit-with-parent"]
+        self.process = subprocess.Popen([programs / "quotetracker", *options, *arguments], stdout=subprocess.PIPE, text=True)
         self.http_port = self._port("HTTP port ")
         self.stream_port = self._port("stream port ")
+        self.ports = (self.http_port, self.stream_port)
 
     def _port(self, head):
         line = self.process.stdout.readline()
