@@ -17,6 +17,7 @@
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
+#include <com/sun/star/table/CellHoriJustify.hpp>
 #include <com/sun/star/util/CellProtection.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
@@ -163,6 +164,14 @@ TEST_F(UndoList, TakesBackThePersonsStepBehindWhatWasWritten) {
   Steps()->redo();
   EXPECT_EQ(Typed("A1"), 2);
   EXPECT_EQ(Typed("B1"), 8);
+}
+
+TEST_F(UndoList, TakesNothingOfRowsThatWereFirstWrittenWhileItWasEmpty) {
+  Cells("A1:B2")->Value("text");
+  Type("D3", 2);
+  Cells("A1:B2")->Value("other text");
+  Cells("A1:B4")->Value(3.0);
+  EXPECT_EQ(StepCount(), 1) << StepTitles();
 }
 
 TEST_F(UndoList, IsEmptiedWhereAStepWouldHitAnotherSheet) {
@@ -464,10 +473,52 @@ TEST_F(WrittenBlocks, LeaveTheFormatOfTextsThatLookLikeNumbers) {
   EXPECT_EQ(Cells("A3")->Value(), Variant("TRUE"));
 }
 
+TEST_F(WrittenBlocks, HaveRowsAsHighAsTheirTextsWhetherThePersonHasStepsOrNot) {
+  const auto height = [&](std::int32_t row) { return sheet->Cells(row, 1)->Height(); };
+  const double of_one_line = height(9);
+  Cells("A1")->Value("three\nlines\nof text");
+  EXPECT_GT(height(1), 2 * of_one_line);
+  Type("A3", 2);
+  Cells("A2")->Value("three\nlines\nof text");
+  EXPECT_NEAR(height(2), height(1), 1);
+}
+
 TEST_F(WrittenBlocks, ReachTheSheetsLastRow) {
   Cells("XFD1048575:XFD1048576")->Value(1.0);
   EXPECT_EQ(Cells("XFD1048576")->Value(), Variant(1.0));
   EXPECT_EQ(Cells("XFD1048576")->End(xlUp)->Row(), 1'048'575);
+}
+
+class AlignedColumns : public OpenDocument {
+ protected:
+  css::table::CellHoriJustify InOffice(std::string_view address) const {
+    const auto cell = Tab()->getCellRangeByName(OfficeText(address))->getCellByPosition(0, 0);
+    return Properties(cell).Get("HoriJustify", css::table::CellHoriJustify_BLOCK);
+  }
+};
+
+TEST_F(AlignedColumns, AreAlignedWhereSomeOfTheirCellsAreSoAlready) {
+  Cells("B2:B4")->HorizontalAlignment(xlHAlignCenter);
+  Cells("B1:B9")->HorizontalAlignment(xlHAlignCenter);
+  EXPECT_EQ(InOffice("B1"), css::table::CellHoriJustify_CENTER);
+  EXPECT_EQ(InOffice("B9"), css::table::CellHoriJustify_CENTER);
+  Cells("B1:B9")->HorizontalAlignment(xlHAlignGeneral);
+  EXPECT_EQ(InOffice("B3"), css::table::CellHoriJustify_STANDARD);
+}
+
+TEST_F(AlignedColumns, AreAlignedWhereNobodyEverTouchedTheLastOfThem) {
+  Cells("B1:B9")->HorizontalAlignment(xlHAlignCenter);
+  Cells("B1:Z9")->HorizontalAlignment(xlHAlignCenter);
+  EXPECT_EQ(InOffice("Z1"), css::table::CellHoriJustify_CENTER);
+}
+
+TEST_F(AlignedColumns, AreAlignedWhereTheWholeSheetOrARowIsOtherwise) {
+  sheet->Rows("5")->HorizontalAlignment(xlHAlignCenter);
+  Cells("AZ1:AZ9")->HorizontalAlignment(xlHAlignGeneral);
+  EXPECT_EQ(InOffice("AZ5"), css::table::CellHoriJustify_STANDARD);
+  sheet->Cells()->HorizontalAlignment(xlHAlignCenter);
+  Cells("BZ1:BZ9")->HorizontalAlignment(xlHAlignGeneral);
+  EXPECT_EQ(InOffice("BZ5"), css::table::CellHoriJustify_STANDARD);
 }
 
 class ShownConditions : public OpenDocument {

@@ -7,7 +7,6 @@
 #include <com/sun/star/sheet/XSheetAnnotationShapeSupplier.hpp>
 #include <com/sun/star/sheet/XSheetAnnotations.hpp>
 #include <com/sun/star/sheet/XSheetAnnotationsSupplier.hpp>
-#include <com/sun/star/text/XSimpleText.hpp>
 
 #include "adapters/calc/charts/document_charts.h"
 #include "adapters/calc/charts/office_chart.h"
@@ -43,10 +42,12 @@ decltype(auto) CommentBox::Ask(Body&& body) const {
 }
 
 Reference<css::drawing::XShape> CommentBox::Box() const {
+  // Not by its text: the office makes an editor whenever it is asked for one.
   const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell_.FirstCell())->getAnnotation();
-  if (!note.is() || As<css::text::XSimpleText>(note)->getString().isEmpty())
-    throw Refused("This comment is no longer there.");
-  return As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape();
+  const auto supplier = IfAs<css::sheet::XSheetAnnotationShapeSupplier>(note);
+  const auto shape = supplier.is() ? supplier->getAnnotationShape() : Reference<css::drawing::XShape>();
+  if (!shape.is()) throw Refused("This comment is no longer there.");
+  return shape;
 }
 
 host::excel::MsoShapeType CommentBox::Type() {

@@ -30,7 +30,11 @@ const css::awt::Size kBoxSize(3387, 1958);
 
 std::string NoteOn(const CellBlock& cell) {
   const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell.FirstCell())->getAnnotation();
-  return note.is() ? TextOf(As<css::text::XSimpleText>(note)->getString()) : std::string();
+  if (!note.is()) return {};
+  // Every cell has such an object. Without a box it stands for none, and asked for its text it would make an
+  // editor.
+  if (!As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape().is()) return {};
+  return TextOf(As<css::text::XSimpleText>(note)->getString());
 }
 
 }  // namespace

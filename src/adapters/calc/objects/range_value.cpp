@@ -19,6 +19,7 @@
 #include "adapters/calc/objects/comment_object.h"
 #include "adapters/calc/objects/document_sheet.h"
 #include "adapters/calc/objects/properties.h"
+#include "adapters/calc/objects/undo_aside.h"
 #include "automation/text.h"
 #include "host/excel/range.h"
 #include "spreadsheet/format_code.h"
@@ -66,8 +67,9 @@ bool MayBeTakenForANumber(const std::string& text, NumberFormats& formats) {
 }
 
 // Calc fits the heights of rows as they are written, and brings its windows up to date where one changes.
-// That opens the undo list amid the write. So heights are fitted in front of it.
+// That opens the undo list amid the write. So heights are fitted in front of it, where steps are made.
 void FitRows(const CellBlock& block) {
+  if (const UndoAside* aside = block.document().Aside(); aside != nullptr && aside->MakesNone()) return;
   const Area& area = block.area;
   if (!block.sheet->IsFirstWriteTo(area.first_row, area.last_row)) return;
   const auto rows = As<css::table::XColumnRowRange>(block.Cells())->getRows();

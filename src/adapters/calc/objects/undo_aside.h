@@ -20,6 +20,8 @@ class UndoAside {
   UndoAside& operator=(const UndoAside&) = delete;
 
   void Stay() const;
+  // Whether the office makes no steps at all meanwhile.
+  bool MakesNone() const { return means_ == Means::NoSteps; }
 
  private:
   UndoAside(Document& document, bool is_of_cells);
