@@ -20,16 +20,18 @@ sigset_t StopSignals() {
 
 }  // namespace
 
-Interrupt::Interrupt(host::MessageLoop& loop) : loop_(loop) {
+Interrupt::Interrupt(host::MessageLoop& loop, Second second) : loop_(loop) {
   const sigset_t signals = StopSignals();
   ::sigprocmask(SIG_BLOCK, &signals, nullptr);
   descriptor_ = ::signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
-  watch_ = loop_.Watch(descriptor_, host::MessageLoop::kRead, [this](unsigned) {
+  watch_ = loop_.Watch(descriptor_, host::MessageLoop::kRead, [this, second](unsigned) {
     signalfd_siginfo info;
     if (::read(descriptor_, &info, sizeof info) != sizeof info) return;
     requested_ = true;
-    const sigset_t caught = StopSignals();
-    ::sigprocmask(SIG_UNBLOCK, &caught, nullptr);  // the next one is not ours
+    if (second == Second::kEndsTheProgram) {
+      const sigset_t caught = StopSignals();
+      ::sigprocmask(SIG_UNBLOCK, &caught, nullptr);  // the next one is not ours
+    }
     Stopped.Raise();
   });
 }

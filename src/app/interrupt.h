@@ -6,17 +6,22 @@
 namespace mirelo::app {
 
 // Turns Ctrl-C (and SIGTERM, and the end of the terminal) into something that the message loop sees, so that
-// the program ends in order. A second one ends it at once, as if nothing were caught. One may exist at a
-// time.
+// the program ends in order. One may exist at a time.
 class Interrupt {
  public:
-  explicit Interrupt(host::MessageLoop& loop);
+  // What becomes of a second one: it ends the program at once, as if nothing were caught, or it is seen as
+  // the first was, for programs that have something to end then.
+  enum class Second { kEndsTheProgram, kIsSeen };
+
+  explicit Interrupt(host::MessageLoop& loop, Second second = Second::kEndsTheProgram);
   ~Interrupt();
   Interrupt(const Interrupt&) = delete;
   Interrupt& operator=(const Interrupt&) = delete;
 
   // Whether the person asked to stop.
   bool Requested() const { return requested_; }
+  // Waits for the next one.
+  void Forget() { requested_ = false; }
   // Raised when the person does, from the loop.
   Event<> Stopped;
 

@@ -86,9 +86,8 @@ Machine::Machine(const Context& context)
   loop_ = loop.get();
   host_.RunOn(std::move(loop));
   if (OfficeShowsWindows()) {
-    auto desktop = std::make_unique<calc::CalcDesktop>(context, *loop_);
-    desktop_ = desktop.get();
-    host_.ShowOn(std::move(desktop));
+    host_.ShowOn(std::make_unique<calc::CalcDesktop>(
+        context, *loop_, [this] { return css::uno::Reference<css::frame::XFrame>(below_); }));
   }
   mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
   accept_costs = [](const std::vector<std::string>& costs) {
@@ -124,10 +123,6 @@ Machine::Machine(const Context& context)
 std::string Machine::WhyNoAnswer() {
   host_.internet();
   return app::LinkTrouble(host_, *asked_, {});
-}
-
-void Machine::ShowAbove(const css::uno::Reference<css::frame::XFrame>& frame) {
-  if (desktop_ != nullptr) desktop_->LieAbove(frame);
 }
 
 wire::MendedReplies& Machine::replies() {

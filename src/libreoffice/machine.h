@@ -3,6 +3,7 @@
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/weakref.hxx>
 #include <exception>
 #include <filesystem>
 #include <functional>
@@ -20,10 +21,6 @@ namespace mirelo::wire {
 class AskedServer;
 class MendedReplies;
 }  // namespace mirelo::wire
-
-namespace mirelo::calc {
-class CalcDesktop;
-}
 
 namespace mirelo::libreoffice {
 
@@ -52,8 +49,8 @@ class Machine {
   LinuxHost& host() { return host_; }
   calc::OfficeLoop& loop() { return *loop_; }
   wire::MendedReplies& replies();
-  // Has forms and boxes lie above this frame; null for the one in front.
-  void ShowAbove(const css::uno::Reference<css::frame::XFrame>& frame);
+  // Has forms and boxes lie above this frame, as long as it is there; null for the one in front.
+  void ShowAbove(const css::uno::Reference<css::frame::XFrame>& frame) { below_ = frame; }
 
   // A sentence about a reply that was given up.
   Event<const std::string&> Told;
@@ -75,10 +72,10 @@ class Machine {
   std::unique_ptr<LinuxHost> own_;  // unless it is lent
   LinuxHost& host_;
   std::optional<host::HostScope> installed_;
-  calc::CalcDesktop* desktop_ = nullptr;    // the host's, where the office shows windows
-  calc::OfficeLoop* loop_ = nullptr;        // the host's
-  wire::MendedReplies* replies_ = nullptr;  // the host's, as soon as it is made
-  wire::AskedServer* asked_ = nullptr;      // the same
+  css::uno::WeakReference<css::frame::XFrame> below_;  // what forms and boxes are about
+  calc::OfficeLoop* loop_ = nullptr;                   // the host's
+  wire::MendedReplies* replies_ = nullptr;             // the host's, as soon as it is made
+  wire::AskedServer* asked_ = nullptr;                 // the same
 };
 
 }  // namespace mirelo::libreoffice

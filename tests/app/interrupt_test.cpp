@@ -37,6 +37,21 @@ TEST(Interrupt, EndsAPauseOnATerminationAndOnTheEndOfTheTerminal) {
   }
 }
 
+// However soon it comes: nobody else ends what was to be ended then.
+TEST(Interrupt, SeesTheSecondCtrlCWhereThatIsWanted) {
+  poll::PollLoop loop;
+  Interrupt interrupt(loop, Interrupt::Second::kIsSeen);
+  int stopped = 0;
+  interrupt.Stopped.Subscribe([&] {
+    if (++stopped == 1) ::raise(SIGINT);
+  });
+  ::raise(SIGINT);
+  EXPECT_FALSE(interrupt.Pause(hours(1)));
+  interrupt.Forget();
+  EXPECT_FALSE(interrupt.Pause(hours(1)));
+  EXPECT_EQ(stopped, 2);
+}
+
 TEST(InterruptDeathTest, TheSecondCtrlCEndsTheProgramAtOnce) {
   EXPECT_EXIT(
       {

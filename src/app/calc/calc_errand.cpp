@@ -45,8 +45,8 @@ class OfficeOnErrand {
   }
 
   int Run() {
-    interrupt_.emplace(loop_);
-    interrupt_->Stopped.Subscribe([this] { EndInOrder(); });
+    Interrupt interrupt(loop_, Interrupt::Second::kIsSeen);
+    interrupt.Stopped.Subscribe([this] { End(); });
     office_.Said.Subscribe([this](const std::string& text) {
       if (const auto news = libreoffice::NewsOf(text)) Take(*news);
     });
@@ -63,22 +63,17 @@ class OfficeOnErrand {
     office_.GiveUpIn(kForTheEnd, "LibreOffice did not end");
   }
 
-  void EndInOrder() {
+  // In order at first, and at once when that is asked for again.
+  void End() {
+    if (std::exchange(is_ending_, true)) return office_.GiveUp("LibreOffice was killed");
     office_.Send(std::string(libreoffice::kEndErrand));
     if (file_.empty()) {
       Err() << "Ending the day. LibreOffice goes on: close its windows. Ctrl-C once more kills it, with what "
-               "is "
-               "not saved\n";
+               "is not saved\n";
     } else {
       Err() << "Ending the day; Ctrl-C once more kills LibreOffice\n";
       office_.GiveUpIn(kForTheLastSteps, "LibreOffice did not end");
     }
-    // Behind the handler, which is the old one's.
-    loop_.StartTimer(std::chrono::milliseconds(0), [this] {
-      interrupt_.reset();
-      interrupt_.emplace(loop_);
-      interrupt_->Stopped.Subscribe([this] { office_.GiveUp("LibreOffice was killed"); });
-    });
   }
 
   int Report(int code) {
@@ -110,7 +105,7 @@ class OfficeOnErrand {
   poll::PollLoop loop_;
   Errand errand_;
   OwnOffice office_;
-  std::optional<Interrupt> interrupt_;
+  bool is_ending_ = false;
   std::optional<News> outcome_;
 };
 

@@ -53,18 +53,17 @@ int ShowOffice(const OfficePlace& office, const std::optional<fs::path>& file) {
   start.arguments.push_back("--calc");
   if (file) start.arguments.push_back(fs::absolute(*file).string());
   poll::PollLoop loop;
-  std::optional<Interrupt> interrupt(std::in_place, loop);
+  Interrupt interrupt(loop, Interrupt::Second::kIsSeen);
   OfficeProcess process(start);
   bool is_warned = false;
   while (!process.ExitCode()) {
-    if (interrupt->Pause(kBetweenGlances)) continue;
+    if (interrupt.Pause(kBetweenGlances)) continue;
+    interrupt.Forget();
     if (std::exchange(is_warned, true)) {
       process.Kill();
-      continue;
+    } else {
+      Err() << "LibreOffice goes on: close its windows. Ctrl-C once more kills it, with what is not saved\n";
     }
-    Err() << "LibreOffice goes on: close its windows. Ctrl-C once more kills it, with what is not saved\n";
-    interrupt.reset();
-    interrupt.emplace(loop);
   }
   return *process.ExitCode() == 0 ? kGood : kFailed;
 }

@@ -30,7 +30,7 @@ void CalcDesktop::ShowModal(forms::Form& form) {
       ~Known() { windows.pop_back(); }
       std::vector<FormWindow*>& windows;
     } const known(windows_, window);
-    const FrameWatch watch(Frame(), [&window] { window.Abandon(); });
+    const FrameWatch watch(FrameBelow(), [&window] { window.Abandon(); });
     forms::ShowModal(form, [&](const std::function<bool()>& hidden) { window.Run(hidden); });
   } catch (const css::uno::Exception& failure) {
     throw ToolkitFailed(failure);
@@ -71,9 +71,8 @@ FormWindow* CalcDesktop::WindowOf(const forms::Form& form) const {
 
 // The one that was told; else that which has the focus, or had it last. An office without a screen gives it
 // to none.
-Reference<css::frame::XFrame> CalcDesktop::Frame() const {
-  if (const Reference<css::frame::XFrame> told(below_); told.is() && told->getContainerWindow().is())
-    return told;
+CalcDesktop::Frame CalcDesktop::FrameBelow() const {
+  if (Frame told = below_(); told.is() && told->getContainerWindow().is()) return told;
   const Reference<css::frame::XDesktop2> desktop = css::frame::Desktop::create(context_);
   const Reference<css::frame::XFrame> current = desktop->getCurrentFrame();
   if (current.is()) return current;
@@ -84,7 +83,7 @@ Reference<css::frame::XFrame> CalcDesktop::Frame() const {
 
 Reference<css::awt::XWindowPeer> CalcDesktop::Above() const {
   if (!windows_.empty() && windows_.back()->peer().is()) return windows_.back()->peer();
-  const Reference<css::frame::XFrame> frame = Frame();
+  const Frame frame = FrameBelow();
   if (!frame.is()) return {};
   return {frame->getContainerWindow(), UNO_QUERY};
 }

@@ -3,9 +3,10 @@
 #include <com/sun/star/awt/XWindowPeer.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
-#include <cppuhelper/weakref.hxx>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "adapters/calc/views/form_window.h"
@@ -23,9 +24,14 @@ class OfficeLoop;
 // box above it refuses to be closed until the box was answered.
 class CalcDesktop : public host::Desktop {
  public:
-  // The loop must outlive the desktop.
-  CalcDesktop(const css::uno::Reference<css::uno::XComponentContext>& context, OfficeLoop& loop)
-      : context_(context), loop_(loop) {}
+  using Frame = css::uno::Reference<css::frame::XFrame>;
+
+  // The loop must outlive the desktop. `below` says which frame boxes and forms are about; where it says
+  // none, that is the one in front.
+  CalcDesktop(
+      const css::uno::Reference<css::uno::XComponentContext>& context, OfficeLoop& loop,
+      std::function<Frame()> below = [] { return Frame(); })
+      : context_(context), loop_(loop), below_(std::move(below)) {}
 
   Answer MessageBox(const std::string& text, int style, const std::string& title) override;
   void ShowModal(forms::Form& form) override;
@@ -37,21 +43,18 @@ class CalcDesktop : public host::Desktop {
   std::optional<host::WindowPlacement> GetDesktopPlacement() override;
   int ShellExecuteA(const std::string& verb, const std::string& file) override;
 
-  // Boxes and forms lie above this frame from now on, as long as it is there; null for the one in front.
-  void LieAbove(const css::uno::Reference<css::frame::XFrame>& frame) { below_ = frame; }
-
   // The window of a form that is being shown; null for another.
   FormWindow* WindowOf(const forms::Form& form) const;
 
  private:
   // Where a box or form is to lie: above the topmost form, else above the frame.
   css::uno::Reference<css::awt::XWindowPeer> Above() const;
-  css::uno::Reference<css::frame::XFrame> Frame() const;
+  Frame FrameBelow() const;
   bool Asks(const std::string& question, const std::string& title);
 
   css::uno::Reference<css::uno::XComponentContext> context_;
   OfficeLoop& loop_;
-  css::uno::WeakReference<css::frame::XFrame> below_;
+  std::function<Frame()> below_;
   std::vector<FormWindow*> windows_;  // of the forms that are shown, the topmost last
   int boxes_ = 0;                     // that are up
 };
