@@ -3,6 +3,7 @@ REM  Works as a person does in a spreadsheet while quotes come into it, and note
 Option Explicit
 
 Const Table = "Dovanta2_Quotes"
+Const Patience = 15  ' seconds; a busy machine takes some
 
 Sub Main
   Dim Document
@@ -83,14 +84,14 @@ End Sub
 
 Sub Stopping(Document)
   ChooseCommand(Document, "stop")
-  Note("comes no more", Comes(Document))
+  Note("comes no more", ComesStill(Document))
   Note("states behind a day", StatesIn(Document))
 End Sub
 
 Sub Renaming(Document)
   ChooseCommand(Document, "start")
   Document.Sheets.getByName(Table).Name = "Mine"
-  Note("comes into a renamed sheet", ComesInto(Document, "Mine"))
+  Note("comes into a renamed sheet", ComesInto(Document, "Mine", Patience))
   ChooseCommand(Document, "stop")
   ChooseCommand(Document, "start")
   Note("states without a table", StatesIn(Document))
@@ -101,7 +102,7 @@ Sub Protecting(Document)
   ChooseCommand(Document, "start")
   Note("comes once more", Comes(Document))
   Document.Sheets.getByName(Table).protect("")
-  Note("comes into a protected sheet", Comes(Document))
+  Note("comes into a protected sheet", ComesStill(Document))
   Note("states behind protection", StatesIn(Document))
   Document.Sheets.getByName(Table).unprotect("")
 End Sub
@@ -156,14 +157,19 @@ Function Cell(Document, Column As Long)
 End Function
 
 Function Comes(Document) As Boolean
-  Comes = ComesInto(Document, Table)
+  Comes = ComesInto(Document, Table, Patience)
 End Function
 
-REM  Whether the cells of the quotes change within a while.
-Function ComesInto(Document, Sheet As String) As Boolean
+REM  Where nothing is to come.
+Function ComesStill(Document) As Boolean
+  ComesStill = ComesInto(Document, Table, 1)
+End Function
+
+REM  Whether the cells of the quotes change within so many seconds.
+Function ComesInto(Document, Sheet As String, Seconds As Integer) As Boolean
   Dim Before As String, Tries As Integer
   Before = Cells(Document, Sheet)
-  For Tries = 1 To 20
+  For Tries = 1 To 20 * Seconds
     Wait 50
     If Cells(Document, Sheet) <> Before Then
       ComesInto = True

@@ -140,7 +140,7 @@ REM  is another one's.
 Function Quotes(Document) As String
   Dim Sheet, Head As Long, Before, Tries As Integer, Row As Long, Column As Long, Waiting As Boolean
   Sheet = Document.Sheets.getByName(Table)
-  For Tries = 1 To 30
+  For Tries = 1 To 300
     Head = HeadOf(Sheet)
     If IsEmpty(Before) Then Before = Numbers(Sheet)
     Wait 50
@@ -210,7 +210,7 @@ Function Grows(Sheet) As String
     First = First + 1
   Loop
   Before = FootOf(Sheet, First)
-  For Tries = 1 To 30
+  For Tries = 1 To 300
     Wait 50
     If FootOf(Sheet, First) > Before + 1 Then Exit For
   Next Tries

@@ -48,13 +48,13 @@ Function FieldsOfStatusBar(Document) As String
   Next I
 End Function
 
-' Read as a stream: Basic's own files end where a file without a size has given its first block.
+REM  By a program that the office starts: what the office itself reads of a file without a size may end too soon.
 Function IsLoaded() As Boolean
-  Dim Maps
-  Maps = createUnoService("com.sun.star.io.TextInputStream")
-  Maps.setInputStream(createUnoService("com.sun.star.ucb.SimpleFileAccess").openFileRead("file:///proc/self/maps"))
-  Do While Not Maps.isEOF()
-    If InStr(Maps.readLine(), "libmirelo.uno.so") > 0 Then IsLoaded = True
-  Loop
-  Maps.closeInput()
+  Dim Folder As String, Found As String
+  Folder = Environ("MIRELO_FOLDER")
+  Shell(Folder & "/loaded.sh", 0, Folder & "/loaded", True)
+  Open Folder & "/loaded" For Input As #1
+  Line Input #1, Found
+  Close #1
+  IsLoaded = Val(Found) > 0
 End Function

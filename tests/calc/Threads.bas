@@ -38,7 +38,7 @@ Function Comes(Document) As Boolean
   Dim Before As Double, Tries As Integer, Cell
   Cell = Document.Sheets.getByName(Table).getCellRangeByName("B3")
   Before = Cell.Value
-  For Tries = 1 To 60
+  For Tries = 1 To 400
     Wait 50
     If Cell.Value <> Before Then
       Comes = True

@@ -23,7 +23,10 @@ class Menu(unittest.TestCase):
         cls.addClassCleanup(home.cleanup)
         folder = pathlib.Path(home.name)
         notes = folder / "notes"
-        office = Office(folder, {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_NOTES": str(notes)})
+        (folder / "loaded.sh").write_text('#!/bin/sh\ngrep -c libmirelo.uno.so "/proc/$PPID/maps" > "$1"\n')
+        (folder / "loaded.sh").chmod(0o700)
+        environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name, "MIRELO_NOTES": str(notes)}
+        office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
         office.add_macros(Tests=[HERE / "Menu.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
         cls.code = office.run("Tests.Menu.Main")
