@@ -145,6 +145,15 @@ void StreamFeed::HangUp() {
   stream_.reset();
 }
 
+// Of what a stream raises while this feed lives. A chunk that is being read holds its stream, and a nested
+// turn of the loop may end the feed meanwhile.
+template <class Act>
+auto StreamFeed::WhileAlive(Act act) const {
+  return [life = std::weak_ptr(life_), act = std::move(act)](const auto&... arguments) {
+    if (!life.expired()) act(arguments...);
+  };
+}
+
 std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   auto stream = std::make_shared<cQTStreaming>();
   stream->Owner(&facade_);
@@ -154,22 +163,23 @@ std::shared_ptr<cQTStreaming> StreamFeed::NewStream() {
   stream->StartStop(true);
   stream->StopEndlessWalks(true);
   stream->CountZeros(true);
-  stream->OnStatusText.Subscribe([this](const std::string& text) { Status.Raise(text); });
-  stream->PerformanceFollowingProcess.Subscribe([this](std::int16_t) {
+  stream->OnStatusText.Subscribe(WhileAlive([this](const std::string& text) { Status.Raise(text); }));
+  stream->PerformanceFollowingProcess.Subscribe(WhileAlive([this](std::int16_t) {
     pause_ = first_pause_;
     streaming_ = true;
     if (std::exchange(streaming_pending_, false)) Status.Raise("Streaming");
-  });
+  }));
   if (trail_ != nullptr) {
-    stream->Unchanged.Subscribe([this](std::string_view symbol) {
+    stream->Unchanged.Subscribe(WhileAlive([this](std::string_view symbol) {
       Note(AnsiToText(symbol), "its record changes nothing that counts, so it is no quote");
-    });
-    stream->Lost.Subscribe([this](std::span<const std::uint8_t> records) { trail_->NoteLost(records); });
+    }));
+    stream->Lost.Subscribe(
+        WhileAlive([this](std::span<const std::uint8_t> records) { trail_->NoteLost(records); }));
   }
-  stream->QTDatas.Subscribe([this, weak = std::weak_ptr(stream)] {
+  stream->QTDatas.Subscribe(WhileAlive([this, weak = std::weak_ptr(stream)] {
     TakeQuotes(weak.lock());
     if (stream_) SweepLater();
-  });
+  }));
   return stream;
 }
 

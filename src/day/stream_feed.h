@@ -102,6 +102,8 @@ class StreamFeed {
   void NoteLoginResult(std::span<const std::uint8_t> message);
   void Reconnect();
   void ReconnectLater(const std::string& reason);
+  template <class Act>
+  auto WhileAlive(Act act) const;
   std::shared_ptr<cQTStreaming> NewStream();
 
   cMirelo& facade_;
@@ -129,6 +131,7 @@ class StreamFeed {
   std::set<std::string> told_failures_;
   std::set<std::string> told_of_nothing_;  // tickers of which it was told that there is no quote
   wire::KeptFailure failure_;              // of reconnecting
+  const std::shared_ptr<bool> life_ = std::make_shared<bool>();  // ends with this
   host::MessageLoop::Token reconnect_ = 0;
   host::MessageLoop::Token sweep_ = 0;
   host::MessageLoop::Token listening_ = 0;

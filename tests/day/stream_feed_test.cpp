@@ -90,6 +90,25 @@ TEST_F(Feed, TakesAZeroAmongOtherValuesAndOneAloneForAQuote) {
   EXPECT_THAT(told, IsEmpty());
 }
 
+// As an office does: what asked for the quotes is taken off the sheet while some of them are still being
+// read.
+TEST_F(Feed, IsHeardOfNoMoreWhenItIsGoneBeforeTheChunkIsRead) {
+  auto other = std::make_unique<day::StreamFeed>(*facade, loop, observed, std::vector<std::string>{"IBM"},
+                                                 "SWISS.SDF");
+  int quotes = 0;
+  other->Quote.Subscribe([&](const cQTData&) {
+    ++quotes;
+    loop.StartTimer(host::MessageLoop::Milliseconds(0), [&] { other.reset(); });
+  });
+  other->Start();
+  std::string chunk;
+  for (const double price : {1, 2, 3}) chunk += Level1Wire().Symbol("IBM").Last(price).Bytes();
+  Deliver(chunk);
+  Pass(10);
+  EXPECT_EQ(other, nullptr);
+  EXPECT_EQ(quotes, 1);
+}
+
 TEST_F(Feed, TellsOfEachFailureOnce) {
   act = [](double price) {
     if (price == 5) throw RuntimeError(1000, "no sheet");
