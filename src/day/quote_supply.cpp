@@ -10,6 +10,7 @@
 #include "core/CAppSettings.h"
 #include "core/known_setting.h"
 #include "core/mGlobal.h"
+#include "day/meanwhile.h"
 #include "day/stored_source.h"
 #include "day/working_day.h"
 #include "snapshot/column_vocabulary.h"
@@ -42,18 +43,6 @@ std::string FileOf(const std::string& source) {
       kFirstSources, [&](const QuoteSourceRow& first) { return EqualText(Trim(first.text), Trim(source)); });
   return row == kFirstSources.end() ? std::string() : std::string(row->file);
 }
-
-// Until the end of a block, however that ends.
-class Fetching {
- public:
-  explicit Fetching(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Fetching() { flag_ = false; }
-  Fetching(const Fetching&) = delete;
-  Fetching& operator=(const Fetching&) = delete;
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -144,7 +133,7 @@ void QuoteSupply::Ask() {
   asking_ = 0;
   std::optional<QuoteRows> rows;
   {
-    const Fetching fetching(fetching_);
+    const Meanwhile fetching(fetching_);
     machine_.desktop().TakeWords();
     rows = snapshot_->Fetch();
   }

@@ -8,7 +8,7 @@ Const Patience = 15  ' seconds; a busy machine takes some
 Sub Main
   Dim Document
   On Error GoTo Failed
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   Beginning(Document)
   Typing(Document)
   Saving(Document)
@@ -116,19 +116,19 @@ End Sub
 
 Sub Closing
   Dim Document
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   ChooseCommand(Document, "start")
   Note("comes before closing", Comes(Document))
   Document.close(True)
   Wait 300
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   Note("states behind closing", StatesIn(Document))
   Document.close(True)
 End Sub
 
 Sub Reloading
   Dim Document, Frame
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   ChooseCommand(Document, "start")
   Note("comes before reloading", Comes(Document))
   Frame = Document.CurrentController.Frame
@@ -143,14 +143,10 @@ End Sub
 REM  The office is to end while quotes come.
 Sub Leaving
   Dim Document
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   ChooseCommand(Document, "start")
   Note("comes before leaving", Comes(Document))
 End Sub
-
-Function Opened()
-  Opened = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/quotes.xlsx"), "_blank", 0, Array())
-End Function
 
 Function Cell(Document, Column As Long)
   Cell = Document.Sheets.getByName(Table).getCellByPosition(Column, 2)

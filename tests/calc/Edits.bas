@@ -233,14 +233,3 @@ Function FootOf(Sheet, First As Long) As Long
   FootOf = First + 1
   If UBound(Filled) >= 0 Then FootOf = IIf(Filled(0).StartRow = First + 1, Filled(0).EndRow + 1, First + 1)
 End Function
-
-Function Opened(Name As String)
-  Opened = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/" & Name), "_blank", 0, Array())
-End Function
-
-Function Argument(Name As String, Value)
-  Dim Made As New com.sun.star.beans.PropertyValue
-  Made.Name = Name
-  Made.Value = Value
-  Argument = Made
-End Function

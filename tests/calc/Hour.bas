@@ -9,7 +9,7 @@ Const Patience = 10  ' seconds for each thing that is to come
 Sub Main
   Dim Document, Deadline As Date, Round As Long
   On Error GoTo Failed
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   Choose(Document, "start")
   Note("comes", Comes(Document))
   Deadline = Now() + Val(Environ("MIRELO_SECONDS")) / 86400
@@ -120,10 +120,6 @@ Sub Sheets(Document, Round As Long)
   Expect("quotes come behind a deleted sheet", Comes(Document))
 End Sub
 
-Function Opened()
-  Opened = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/quotes.xlsx"), "_blank", 0, Array())
-End Function
-
 Function Own(Document)
   If Not Document.Sheets.hasByName("Own") Then Document.Sheets.insertNewByName("Own", Document.Sheets.Count)
   Own = Document.Sheets.getByName("Own")
@@ -187,13 +183,6 @@ End Sub
 Sub Dispatch(Document, Command As String, First, Second)
   createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(Document.CurrentController.Frame, Command, "", 0, Array(First, Second))
 End Sub
-
-Function Argument(Name As String, Value)
-  Dim Made As New com.sun.star.beans.PropertyValue
-  Made.Name = Name
-  Made.Value = Value
-  Argument = Made
-End Function
 
 Sub Ask(Wish As String)
   Dim Number As Integer, Name As String

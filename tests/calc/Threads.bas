@@ -9,12 +9,12 @@ Global Scripts
 Sub Main
   Dim Document
   On Error GoTo Failed
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   RunPython("choose_start")
   Note("comes", Comes(Document))
   RunPython("close")
   Wait 1000
-  Document = Opened()
+  Document = Opened("quotes.xlsx")
   Note("states behind closing", StatesIn(Document))
   RunPython("look")
   Document.close(True)
@@ -45,8 +45,4 @@ Function Comes(Document) As Boolean
       Exit Function
     End If
   Next Tries
-End Function
-
-Function Opened()
-  Opened = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/quotes.xlsx"), "_blank", 0, Array())
 End Function

@@ -154,17 +154,6 @@ Function ComesWithin(Seconds As Integer, Document) As Boolean
   Next Tries
 End Function
 
-Function Opened(Name As String)
-  Opened = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/" & Name), "_blank", 0, Array())
-End Function
-
 Sub Dispatch(Document, Command As String)
   createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(Document.CurrentController.Frame, Command, "", 0, Array())
 End Sub
-
-Function Argument(Name As String, Value)
-  Dim Made As New com.sun.star.beans.PropertyValue
-  Made.Name = Name
-  Made.Value = Value
-  Argument = Made
-End Function

@@ -21,7 +21,7 @@ class Day(unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin") as tracker, Relay(tracker.stream_port) as relay:
             be_asked(tracker, environment, relay.port)
             build_tables(folder / "quotes.xlsx", environment)

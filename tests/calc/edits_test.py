@@ -38,7 +38,7 @@ class Edits(unittest.TestCase):
         write_day(folder / "day.csv")
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Edits.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=[HERE / "Edits.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin", "--replay", folder / "day.csv", "--speed", str(SPEED), "--rate", "40", "--kinds", "L1") as tracker:
             be_asked(tracker, environment)
             wishes = ["--history", "Last,Bid,Ask", "--set", "RowsLimit=0"]

@@ -86,7 +86,7 @@ class Hour(unittest.TestCase):
             build_tables(folder / "quotes.xlsx", environment)
             office = Office(folder, {**environment, "DISPLAY": screen.display}, plugin="gen", headless=False)
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=[HERE / "Hour.bas", HERE / "Notes.bas"])
+            office.add_macros(Tests=[HERE / "Hour.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
             person = Person(screen.display, folder / "wish")
             person.start()
             cls.code = office.run("Tests.Hour.Main", PATIENCE + SECONDS)

@@ -8,11 +8,12 @@ import unittest
 
 from office import Office, be_asked, build_tables, notes_in
 from support import BUILD, SOURCE, StandIn
+from written_quotes import WrittenQuotes
 
 HERE = pathlib.Path(__file__).parent
 
 
-class Macros(unittest.TestCase):
+class Macros(WrittenQuotes, unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         home = tempfile.TemporaryDirectory(prefix="mirelo-")
@@ -38,20 +39,6 @@ class Macros(unittest.TestCase):
         self.assertEqual(self.code, 0, self.log)
         self.assertNotIn("mirelo", self.log)
 
-    def test_write_the_quotes_that_they_ask_for(self):
-        first, second = self.rows("asked")
-        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
-        for cell in first[1:] + second[1:]:
-            self.assertRegex(cell, r"^-?\d+(\.\d+)?$")
-
-    def test_write_the_quotes_that_are_streamed(self):
-        first, second = self.rows("streamed")
-        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
-        for _, price, moment, count in (first, second):
-            self.assertRegex(price, r"^\d+(\.\d+)?$")
-            self.assertRegex(moment, r"^\d\d:\d\d:\d\d$")
-            self.assertGreater(int(count), 1)
-
     def test_show_the_settings_dialog_and_go_on_only_where_go_was_pressed(self):
         self.assertEqual(self.notes["stays as it was when cancelled"], "True")
 
@@ -68,10 +55,6 @@ class Macros(unittest.TestCase):
 
     def test_hold_one_object_for_one_of_the_library(self):
         self.assertEqual(self.notes["same object"], "True")
-
-    def rows(self, name):
-        cells = self.notes[name].split("|")
-        return cells[:4], cells[4:8]
 
 
 if __name__ == "__main__":

@@ -8,11 +8,12 @@ import unittest
 
 from office import Office, be_asked, notes_in
 from support import BUILD, SOURCE, StandIn
+from written_quotes import WrittenQuotes
 
 HERE = pathlib.Path(__file__).parent
 
 
-class Python(unittest.TestCase):
+class Python(WrittenQuotes, unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         home = tempfile.TemporaryDirectory(prefix="mirelo-")
@@ -37,20 +38,6 @@ class Python(unittest.TestCase):
         self.assertEqual(self.notes.get("end"), "reached", self.log)
         self.assertEqual(self.code, 0, self.log)
 
-    def test_writes_the_quotes_that_it_asks_for(self):
-        first, second = self.rows("asked")
-        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
-        for cell in first[1:] + second[1:]:
-            self.assertRegex(cell, r"^-?\d+(\.\d+)?$")
-
-    def test_writes_the_quotes_that_are_streamed(self):
-        first, second = self.rows("streamed")
-        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
-        for _, price, moment, count in (first, second):
-            self.assertRegex(price, r"^\d+(\.\d+)?$")
-            self.assertRegex(moment, r"^\d\d:\d\d:\d\d$")
-            self.assertGreater(int(count), 1)
-
     def test_holds_properties_methods_arrays_and_objects(self):
         self.assertEqual(self.notes["a list"], "('MSFT', 'IBM')")
         self.assertEqual(self.notes["a boolean"], "True")
@@ -63,10 +50,6 @@ class Python(unittest.TestCase):
         self.assertEqual(self.notes["no such member"], "AttributeError NoSuchMember")
         self.assertIn("RuntimeException error 13: Type mismatch", self.notes["wrong type"])
         self.assertIn("error -2147221404: cQTDatas component failure", self.notes["an error of the library"])
-
-    def rows(self, name):
-        cells = self.notes[name].split("|")
-        return cells[:4], cells[4:8]
 
 
 if __name__ == "__main__":

@@ -21,7 +21,7 @@ class Threads(unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name, "PYTHONDONTWRITEBYTECODE": "1"}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Threads.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=[HERE / "Threads.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)
         shutil.copy(HERE / "threads.py", scripts)

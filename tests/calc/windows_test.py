@@ -28,7 +28,7 @@ class Windows(unittest.TestCase):
             shutil.copy(folder / "quotes.xlsx", folder / "more.xlsx")
             office = Office(folder, {**environment, "MIRELO_MUTE_PORT": str(as_stored(mute.http_port))})
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=[HERE / "Windows.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+            office.add_macros(Tests=[HERE / "Windows.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
             cls.code = office.run("Tests.Windows.Main")
         cls.log = office.log()
         cls.notes = notes_in(folder)

@@ -1,0 +1,23 @@
+"""What the macros of examples/calc write into a sheet, in whichever language they are."""
+
+
+class WrittenQuotes:
+    """Of a test that has its macros' notes in `notes`."""
+
+    def test_write_the_quotes_that_they_ask_for(self):
+        first, second = self._rows("asked")
+        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
+        for cell in first[1:] + second[1:]:
+            self.assertRegex(cell, r"^-?\d+(\.\d+)?$")
+
+    def test_write_the_quotes_that_are_streamed(self):
+        first, second = self._rows("streamed")
+        self.assertEqual((first[0], second[0]), ("MSFT", "IBM"))
+        for _, price, moment, count in (first, second):
+            self.assertRegex(price, r"^\d+(\.\d+)?$")
+            self.assertRegex(moment, r"^\d\d:\d\d:\d\d$")
+            self.assertGreater(int(count), 1)
+
+    def _rows(self, name):
+        cells = self.notes[name].split("|")
+        return cells[:4], cells[4:8]
