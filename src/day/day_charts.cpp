@@ -82,19 +82,17 @@ double DayCharts::ChangeOf(const QuoteRow& row, double price_before) const {
   return row[price_column_].ToNumber() - price_before;
 }
 
-void DayCharts::Update(const std::vector<std::size_t>& tickers) {
-  for (const std::size_t ticker : tickers) {
-    const auto found = charted_.find(ticker);
-    if (found == charted_.end()) continue;
-    const Charted& charted = found->second;
-    const auto front = application_.ActiveSheet();
-    try {
-      facade_.Update_Charts(charted.sheet, Variant(charted.rows), points_, style_, color_points_, grey_out_);
-    } catch (const std::exception&) {
-      if (failure_.empty()) failure_ = charted.sheet->Name() + ": " + CurrentError().Description();
-      charted_.erase(found);
-      if (front) front->Select();
-    }
+void DayCharts::Update(std::size_t ticker) {
+  const auto found = charted_.find(ticker);
+  if (found == charted_.end()) return;
+  const Charted& charted = found->second;
+  const auto front = application_.ActiveSheet();
+  try {
+    facade_.Update_Charts(charted.sheet, Variant(charted.rows), points_, style_, color_points_, grey_out_);
+  } catch (const std::exception&) {
+    if (failure_.empty()) failure_ = charted.sheet->Name() + ": " + CurrentError().Description();
+    charted_.erase(found);
+    if (front) front->Select();
   }
 }
 

@@ -35,9 +35,9 @@ class DayCharts {
 
   // A new quote of the ticker.
   void Take(std::size_t ticker, const QuoteRow& row);
-  // Has the charts show what the tables of these tickers hold. A table whose charts cannot be updated is left
-  // alone from then on.
-  void Update(const std::vector<std::size_t>& tickers);
+  // Has the charts show what the ticker's table holds. A table whose charts cannot be updated is left alone
+  // from then on.
+  void Update(std::size_t ticker);
 
   // Why the first table was left alone; empty while none was.
   const std::string& Failure() const { return failure_; }

@@ -198,15 +198,14 @@ void DayTables::WriteCells(std::optional<std::chrono::milliseconds> at_most) {
   const std::clock_t start = std::clock();  // what others take of the machine is no work of this
   if (looks_again_) FindTables();
   table_.Write(Rows(), buffer_);
-  std::size_t written = 0;
-  while (written < touched_.size()) {
-    const std::size_t ticker = touched_[written++];
+  while (!touched_.empty()) {
+    const std::size_t ticker = touched_.front();
     if (!histories_[ticker]->Write(buffer_)) ++full_sheets_;
+    touched_.pop_front();
     // The classes update charts by the places where Go has put the rows.
-    if (histories_[ticker]->IsAsBuilt()) charts_.Update({ticker});
-    if (at_most && WorkedSince(start) >= *at_most) break;
+    if (histories_[ticker]->IsAsBuilt()) charts_.Update(ticker);
+    if (at_most && WorkedSince(start) >= *at_most) return;
   }
-  touched_.erase(touched_.begin(), touched_.begin() + static_cast<std::ptrdiff_t>(written));
 }
 
 bool DayTables::IsTouched(std::size_t ticker) const {

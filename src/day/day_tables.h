@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <optional>
 #include <set>
@@ -100,7 +101,7 @@ class DayTables {
   std::vector<std::optional<HistorySheet>> histories_;  // by the ticker's number
   CellBuffer buffer_;
   DayCharts charts_;
-  std::vector<std::size_t> touched_;  // of them, those with rows to write, from the one that waits longest
+  std::deque<std::size_t> touched_;  // of them, those with rows to write, from the one that waits longest
   std::int64_t unwritten_ = 0;
   std::set<std::pair<std::size_t, std::size_t>> cuts_;  // numbers of ticker and column
   std::vector<std::string> untold_;

@@ -198,8 +198,8 @@ void WorkingDay::Write() {
   if (!tables_->ChartFailure().empty() && !std::exchange(told_charts_, true)) {
     Status.Raise("Charts stand still at " + tables_->ChartFailure());
   }
-  Wrote.Raise();
   WriteInTime();
+  Wrote.Raise();
 }
 
 }  // namespace mirelo::day
