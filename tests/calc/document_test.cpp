@@ -18,6 +18,8 @@
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/table/CellHoriJustify.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
+#include <com/sun/star/table/XTableRows.hpp>
 #include <com/sun/star/util/CellProtection.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
@@ -171,6 +173,35 @@ TEST_F(UndoList, TakesNothingOfRowsThatWereFirstWrittenWhileItWasEmpty) {
   Type("D3", 2);
   Cells("A1:B2")->Value("other text");
   Cells("A1:B4")->Value(3.0);
+  EXPECT_EQ(StepCount(), 1) << StepTitles();
+}
+
+TEST_F(UndoList, TakesNothingOfRowsThatGrowAndShrinkAgain) {
+  Cells("A1:B2")->Value("one line");
+  Type("D3", 2);
+  Cells("A1:B2")->Value("three\nlines\nof text");
+  Cells("A1")->Value("one line");
+  Cells("A1:A2")->NumberFormat("0.00");
+  Cells("A2:B2")->Font()->Size(30);
+  Cells("A1:B2")->Value(1.0);
+  Cells("A1:B2")->ClearContents();
+  VariantArray errors(1, 2, 1, 1);
+  errors(1, 1) = "three\nlines\nof text";
+  errors(2, 1) = "#N/A";
+  Cells("A1:A2")->Value(errors);
+  Cells("A1")->Value("#N/A");
+  Cells("A1")->Value("two\nlines");
+  Cells("A1")->Value(Variant());
+  Cells("A1")->Value("two\nlines");
+  Cells("A1:A2")->Clear();
+  Cells("A1")->Value("two\nlines");
+  Cells("A1")->Delete(xlShiftUp);
+  EXPECT_EQ(StepCount(), 1) << StepTitles();
+}
+
+TEST_F(UndoList, TakesNothingOfRowsThatCellsOfAPersonMadeHigh) {
+  Tab()->getCellByPosition(0, 0)->setFormula("three\nlines\nof text");
+  Cells("A1:B2")->Value(1.0);
   EXPECT_EQ(StepCount(), 1) << StepTitles();
 }
 
@@ -481,6 +512,42 @@ TEST_F(WrittenBlocks, HaveRowsAsHighAsTheirTextsWhetherThePersonHasStepsOrNot) {
   Type("A3", 2);
   Cells("A2")->Value("three\nlines\nof text");
   EXPECT_NEAR(height(2), height(1), 1);
+}
+
+TEST_F(WrittenBlocks, LetRowsGrowAndShrinkWhileThePersonHasSteps) {
+  const auto height = [&](std::int32_t row) { return sheet->Cells(row, 1)->Height(); };
+  const double of_one_line = height(9);
+  Properties(Tab()->getCellRangeByName("A3")).Set("IsTextWrapped", true);
+  Type("D9", 2);
+  Cells("A1:A4")->Value("one line");
+  Cells("A1:A2")->Value("three\nlines\nof text");
+  EXPECT_GT(height(1), 2 * of_one_line);
+  EXPECT_GT(height(2), 2 * of_one_line);
+  Cells("A2")->Value(1.0);
+  EXPECT_NEAR(height(2), of_one_line, 1);
+  Cells("A1")->ClearContents();
+  EXPECT_NEAR(height(1), of_one_line, 1);
+  Cells("A3")->Value("text that is wrapped in a column of this width, and that takes some lines");
+  EXPECT_GT(height(3), 2 * of_one_line);
+  EXPECT_NEAR(height(4), of_one_line, 1);
+}
+
+TEST_F(WrittenBlocks, LeaveRowsAsHighAsThePersonMadeThem) {
+  const auto rows = As<css::table::XColumnRowRange>(Tab())->getRows();
+  Properties(rows->getByIndex(1)).Set("Height", sal_Int32{2000});
+  Cells("A1:A3")->Value("three\nlines\nof text");
+  EXPECT_EQ(Properties(rows->getByIndex(1)).Get("Height", sal_Int32{0}), 2000);
+  EXPECT_EQ(Properties(rows->getByIndex(0)).Get("Height", sal_Int32{0}),
+            Properties(rows->getByIndex(2)).Get("Height", sal_Int32{0}));
+}
+
+TEST_F(WrittenBlocks, LeaveHeightsAloneWhereAMacroHoldsThem) {
+  Type("D9", 2);
+  Properties(document).Set("IsAdjustHeightEnabled", false);
+  const double height = sheet->Cells(1, 1)->Height();
+  Cells("A1")->Value("three\nlines\nof text");
+  EXPECT_EQ(sheet->Cells(1, 1)->Height(), height);
+  EXPECT_FALSE(Properties(document).Get("IsAdjustHeightEnabled", true));
 }
 
 TEST_F(WrittenBlocks, ReachTheSheetsLastRow) {

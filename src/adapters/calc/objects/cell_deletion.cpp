@@ -11,7 +11,9 @@
 #include "adapters/calc/objects/comment_object.h"
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/floating_objects.h"
+#include "adapters/calc/objects/row_heights.h"
 #include "adapters/calc/objects/sheet_conditions.h"
+#include "adapters/calc/objects/used_area.h"
 
 namespace mirelo::calc {
 
@@ -23,8 +25,13 @@ constexpr sal_Int32 kContents = flags::VALUE | flags::DATETIME | flags::STRING |
 constexpr sal_Int32 kFormats = flags::HARDATTR | flags::STYLES | flags::EDITATTR | flags::FORMATTED;
 
 void ClearFlags(const CellBlock& block, sal_Int32 what) {
+  const spreadsheet::Area filled{1, 1, UsedArea(*block.sheet).last_row, spreadsheet::kColumns};
+  const CellBlock with_contents =
+      block.At(Shared(block.area, filled).value_or(spreadsheet::Area::Cell(1, 1)));
+  HeldHeights heights(with_contents);
   block.document().StayAside();
   As<css::sheet::XSheetOperation>(block.Cells())->clearContents(what);
+  heights.Fit();
 }
 
 }  // namespace

@@ -55,6 +55,9 @@ class DocumentSheet {
 
   // Whether this is the first time that any of these rows is written, which is noted.
   bool IsFirstWriteTo(std::int32_t first_row, std::int32_t last_row);
+  // Whether a text of several lines was ever written to it.
+  bool HasTallTexts() const { return has_tall_texts_; }
+  void NoteTallText() { has_tall_texts_ = true; }
 
  private:
   // What tells at little cost, since it is asked for in front of each call, whether the office's object
@@ -80,6 +83,7 @@ class DocumentSheet {
   std::string name_;
   std::int32_t first_written_ = 0;  // of the rows; 0 for none
   std::int32_t last_written_ = 0;
+  bool has_tall_texts_ = false;
 };
 
 }  // namespace mirelo::calc

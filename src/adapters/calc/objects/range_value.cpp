@@ -5,7 +5,6 @@
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
-#include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <optional>
@@ -16,10 +15,11 @@
 
 #include "adapters/calc/objects/block_change.h"
 #include "adapters/calc/objects/block_formats.h"
+#include "adapters/calc/objects/cell_deletion.h"
 #include "adapters/calc/objects/comment_object.h"
 #include "adapters/calc/objects/document_sheet.h"
 #include "adapters/calc/objects/properties.h"
-#include "adapters/calc/objects/undo_aside.h"
+#include "adapters/calc/objects/row_heights.h"
 #include "automation/text.h"
 #include "host/excel/range.h"
 #include "spreadsheet/format_code.h"
@@ -66,21 +66,6 @@ bool MayBeTakenForANumber(const std::string& text, NumberFormats& formats) {
   return text.find_first_of("0123456789") != std::string::npos || formats.IsNameOfBoolean(text);
 }
 
-// Calc fits the heights of rows as they are written, and brings its windows up to date where one changes.
-// That opens the undo list amid the write. So heights are fitted in front of it, where steps are made.
-void FitRows(const CellBlock& block) {
-  if (const UndoAside* aside = block.document().Aside(); aside != nullptr && aside->MakesNone()) return;
-  const Area& area = block.area;
-  if (!block.sheet->IsFirstWriteTo(area.first_row, area.last_row)) return;
-  const auto rows = As<css::table::XColumnRowRange>(block.Cells())->getRows();
-  for (sal_Int32 i = 0; i < area.Rows(); ++i) {
-    const Properties row(rows->getByIndex(i));
-    if (!row.Get("OptimalHeight", true)) continue;  // as high as the person has made it
-    row.Set("OptimalHeight", true);
-    block.document().StayAside();
-  }
-}
-
 // What becomes of values in the cells of a block: what goes into them all at once, and behind that their
 // number formats and errors.
 class Writing {
@@ -100,6 +85,13 @@ class Writing {
   }
 
   void Write() const {
+    HeldHeights heights(block_);
+    WriteContents();
+    if (heights.AreHeld() && MayChangeHeights()) heights.Fit();
+  }
+
+ private:
+  void WriteContents() const {
     WriteData();
     NumberFormats& formats = block_.document().Formats();
     const Document& document = block_.document();
@@ -120,7 +112,13 @@ class Writing {
     });
   }
 
- private:
+  // To fit rows takes as long as to write some hundred quotes, and next to no quote changes a height.
+  bool MayChangeHeights() const {
+    const bool is_first = block_.sheet->IsFirstWriteTo(block_.area.first_row, block_.area.last_row);
+    return is_first || block_.sheet->HasTallTexts() ||
+           block_.Properties().Common<bool>("IsTextWrapped").value_or(true);
+  }
+
   // Never nothing, of which Calc dies: an empty text leaves the cell empty.
   Any Input(const Variant* value, std::int32_t row, std::int32_t column) {
     if (value == nullptr) {
@@ -148,6 +146,7 @@ class Writing {
     if (const std::string* text = input.value.IfText()) {
       if (format.kind != FormatKind::Text && MayBeTakenForANumber(*text, block_.document().Formats()))
         wishes_.Add(row, column, format.code);
+      if (text->find('\n') != std::string::npos) block_.sheet->NoteTallText();
       return Any(OfficeText(*text));
     }
     return Any(rtl::OUString());
@@ -165,7 +164,6 @@ class Writing {
 
   // Calc takes the comments off cells that are written as a block.
   void WriteData() const {
-    FitRows(block_);
     const AreaSet commented = CommentedCells(block_);
     AreaSet parts{block_.area};
     for (const Area& cells : commented) parts = Without(parts, cells);
@@ -251,7 +249,7 @@ void WriteValue(const CellBlock& block, const Variant& value) {
     return WriteValue(block, range->Value());
   }
   ChangeCells(block, [&] {
-    if (value.IsEmpty()) return As<css::sheet::XSheetOperation>(block.Cells())->clearContents(kContents);
+    if (value.IsEmpty()) return ClearCellContents(block);
     if (block.area.Cells() > kMostCells) throw Errors::OutOfMemory();
     const ValueTable values(value);
     values.Check(block.area.Rows(), block.area.Columns());
