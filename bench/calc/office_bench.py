@@ -16,7 +16,17 @@ HERE = pathlib.Path(__file__).parent
 RATE = 1000  # quotes a second
 PATIENCE = 900  # seconds
 FUNCTIONS = "calc/functions"
-IN_ITS_PROCESS = ["calc/block", "calc/bare_block", "calc/go", "calc/bare_go", "calc/age/p50", "calc/age/p99", "calc/hold", "calc/idle"]
+IN_ITS_PROCESS = [
+    "calc/block",
+    "calc/bare_block",
+    "calc/go",
+    "calc/bare_go",
+    "calc/go_by_hand",
+    "calc/age/p50",
+    "calc/age/p99",
+    "calc/hold",
+    "calc/idle",
+]
 
 
 def shares_of_functions():
