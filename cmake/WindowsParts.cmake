@@ -2,11 +2,11 @@
 
 # The rooms that know no machine, and the spreadsheet in memory, on which their tests run.
 set(MIRELO_WINDOWS_ROOMS
-  automation forms host
+  automation terminal forms host
   spreadsheet
   diagnostics core snapshot streaming worksheet charts dialog
-  adapters/excel adapters/poll adapters/windows adapters/workbook
-  automation_server com wire day windows)
+  adapters/excel adapters/headless adapters/poll adapters/windows adapters/workbook
+  automation_server com wire day person windows)
 
 # Tests of these. Those of the other rooms are tests of what is not built, and
 #   scenarios            are days of programs and of saved workbooks
@@ -14,10 +14,13 @@ set(MIRELO_WINDOWS_ROOMS
 set(MIRELO_WINDOWS_TESTS
   support
   automation automation_server charts com core day diagnostics dialog excel forms loop records snapshot spreadsheet streaming wire
-  poll registry settings windows worksheet)
+  person poll registry settings windows worksheet)
 
 # Sources that are left out of what is built, as regular expressions of their paths.
 set(MIRELO_WINDOWS_WITHOUT
+  # Streams, signals and settings of a process of Linux. The desktop that nobody sits at is any machine's.
+  "^src/terminal/(color|standard_streams|writing_signals)\\.cpp$"
+  "^src/adapters/headless/(environment_format|linux_system|locale_format|system_clock)\\.cpp$"
   # Debian has no libraries of Windows that read and write .xlsx; how files are held and replaced is Linux's.
   "^src/adapters/workbook/xlsx/"
   "^src/adapters/workbook/(atomic_file|companion_names|file_errors|file_hold|file_stamp|file_target|files|foreign_hold|leftovers|lock_file|process_copy|saved_spreadsheet|saving_copy|sent_error)\\.cpp$"

@@ -1,11 +1,13 @@
 ' Quotes from QuoteTracker in a workbook of Excel, as a spreadsheet's macros bring them there.
 '
 '   cscript quotes.vbs [/dialog] [/tickers:MSFT,IBM] [/rounds:3] [/seconds:5] [/file:C:\Users\me\quotes.xlsx]
+'                      [/quiet]
 '
 '   /dialog      shows Mirelo's settings first; press Go there, and the tables are as you choose them
 '   /tickers     which ones, where no table of the dialog names them
 '   /rounds      how often quotes are asked for, and /seconds how long it waits between
 '   /file        where the workbook is saved; without it the workbook stays open and unsaved
+'   /quiet       nobody is at the screen: Mirelo shows no window, and what it has to say is printed
 '   /program     another spreadsheet program than Excel.Application
 '
 ' What is asked for are the columns of the settings, from the address that stands there.
@@ -14,7 +16,7 @@ Option Explicit
 Const xlLineMarkers = 65, xlColumns = 2, xlLocationAsObject = 2, xlOpenXMLWorkbook = 51
 Const FirstRow = 3  ' below the title and the names of the columns
 
-Dim program, mirelo, sheet, tickers, round, quotes, volumes
+Dim program, mirelo, machine, sheet, tickers, round, quotes, volumes
 tickers = Split(Given("tickers", "MSFT,IBM"), ",")
 
 ' The spreadsheet program, with a workbook.
@@ -25,11 +27,13 @@ If program.ActiveWorkbook Is Nothing Then
 End If
 
 ' Mirelo, which is handed the program.
+Set machine = CreateObject("Mirelo.cMachine")
+If Given("quiet", False) Then machine.Attended = False
 Set mirelo = CreateObject("Mirelo.cMirelo")
 Set mirelo.ExcelApplication = program
 If Given("dialog", False) Then
   If mirelo.LoadFrmMirelo() = 2 Then
-    WScript.Echo "The dialog was left without Go."
+    Tell "The dialog was left without Go."
     WScript.Quit 1
   End If
 End If
@@ -43,12 +47,12 @@ sheet.Range("A1").Value = "Quotes"
 For round = 1 To CLng(Given("rounds", 3))
   quotes = mirelo.GetLastQuote(tickers)
   If Not IsArray(quotes) Then
-    WScript.Echo "QuoteTracker does not answer."
+    Tell "There are no quotes."
     WScript.Quit 1
   End If
   WriteTable quotes
   WScript.Echo "Round " & round & ": " & quotes(1, 1) & " " & quotes(1, 2)
-  If round < CLng(Given("rounds", 3)) Then WScript.Sleep 1000 * CLng(Given("seconds", 5))
+  If round < CLng(Given("rounds", 3)) Then machine.Wait 1000 * CLng(Given("seconds", 5))
 Next
 
 DrawChart
@@ -57,6 +61,12 @@ If Given("file", "") <> "" Then
   WScript.Echo "Saved as " & Given("file", "")
 End If
 WScript.Echo "Done"
+
+' With a person at the screen Mirelo has said why itself.
+Sub Tell(what)
+  WScript.Echo what
+  If Not machine.Attended Then WScript.Echo machine.Told
+End Sub
 
 ' A whole table is written at once.
 Sub WriteTable(table)

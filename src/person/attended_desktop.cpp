@@ -22,6 +22,7 @@ void AttendedDesktop::ShowModal(forms::Form& form) {
     ++unattended_;
     return ConsoleDesktop::ShowModal(form);
   }
+  if (forms::ActiveForm() == nullptr) unattended_ = 0;
   forms::ShowModal(form, [&](const std::function<bool()>& ended) {
     acts->second(form);
     if (!ended()) form.Close();

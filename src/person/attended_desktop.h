@@ -18,7 +18,8 @@ class AttendedDesktop : public headless::ConsoleDesktop {
   // A form that is still shown afterwards is closed. What `acts` throws is raised to whoever showed the form.
   void Attend(const std::string& form, std::function<void(forms::Form& form)> acts);
 
-  // How many forms were shown that nobody attends to. They are reports of failures.
+  // How many forms were shown that nobody attends to, since the last attended one was about to be shown with
+  // no other below it. They are reports of failures.
   int Unattended() const { return unattended_; }
   // How many message boxes were shown.
   int Messages() const { return messages_; }

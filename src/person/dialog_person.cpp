@@ -163,6 +163,7 @@ DialogPerson::DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop)
 }
 
 void DialogPerson::Work(frmMirelo& form) {
+  complaint_.reset();
   try {
     if (desktop_.Unattended() == 0) Fulfil(form);
   } catch (const Unfulfilled& unfulfilled) {

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "person/dialog_wishes.h"
 
@@ -21,12 +22,13 @@ class DialogPerson {
   // Attends to the dialog on the desktop. All three must outlive the dialog.
   DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop);
 
-  // Why the dialog was cancelled, if it was, and whether the wish is to blame.
+  // Why the last dialog was cancelled, if it was, and whether the wish is to blame.
   struct Complaint {
     std::string text;
     bool is_of_wish = false;  // it cannot be fulfilled; otherwise the dialog failed
   };
   const std::optional<Complaint>& Complained() const { return complaint_; }
+  std::optional<Complaint> TakeComplaint() { return std::exchange(complaint_, std::nullopt); }
 
  private:
   void Work(frmMirelo& form);

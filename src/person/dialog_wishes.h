@@ -28,6 +28,14 @@ struct DialogWishes {
   bool accepts_costs = false;        // whether to press Go whatever it costs
 };
 
+// The fields of a history that somebody names, joined by commas; those that most people want where he names
+// none. Throws Unfulfilled for what is no field.
+std::vector<std::string> HistoryFields(const std::string& text);
+
+// Adds what the charts and the histories among the wishes cannot be without: the fields that charts show, and
+// the settings that switch both on, unless there are wishes for these.
+void AddWhatHistoriesNeed(DialogWishes& wishes);
+
 // A wish that the dialog cannot fulfil. The text says why, and what to do.
 class Unfulfilled : public std::runtime_error {
   using std::runtime_error::runtime_error;

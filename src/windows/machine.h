@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <optional>
 
 #include "adapters/poll/poll_winsock_library.h"
 #include "adapters/windows/machine_registry.h"
@@ -11,6 +12,7 @@
 #include "adapters/windows/windows_system.h"
 #include "adapters/windows/wininet_client.h"
 #include "host/host.h"
+#include "person/script_person.h"
 
 namespace mirelo::windows {
 
@@ -27,9 +29,13 @@ class Machine : public host::Host {
   host::Registry& registry() override { return registry_; }
   host::WinInetApi& internet() override { return internet_; }
   host::WinsockLibrary& sockets() override { return sockets_; }
-  host::Desktop& desktop() override { return desktop_; }
+  host::Desktop& desktop() override { return stands_in_ ? stands_in_->desktop() : desktop_; }
   host::OperatingSystem& system() override { return system_; }
   UserVault& vault() override { return vault_; }
+
+  // Who stands in for the person at this desktop; nobody does until it is told. Nothing that is shown may be
+  // on the stack of calls when that changes.
+  std::optional<ScriptPerson>& stands_in() { return stands_in_; }
 
  private:
   Machine();
@@ -43,6 +49,7 @@ class Machine : public host::Host {
   poll::PollWinsockLibrary sockets_{loop_};
   WinInetClient internet_{loop_};
   NativeDesktop desktop_{loop_};
+  std::optional<ScriptPerson> stands_in_;
   host::HostScope installed_{*this};
 };
 

@@ -9,10 +9,12 @@
 #include <string>
 #include <string_view>
 
-#include "automation/wipe.h"
+#include "automation/runtime_error.h"
 #include "automation_server/classes.h"
 #include "automation_server/rows.h"
 #include "com/class_ids.h"
+#include "forms/form.h"
+#include "person/script_person.h"
 #include "windows/machine.h"
 
 namespace mirelo::windows {
@@ -42,12 +44,36 @@ class ScriptMachine : public Object {
   void StoreCredentials(const std::string& name, const std::string& secret) {
     Machine::Installed().vault().Set(name, secret);
   }
+
+  bool Attended() const { return !Machine::Installed().stands_in(); }
+  void Attended(bool attended) {
+    if (attended == Attended()) return;
+    if (forms::ActiveForm() != nullptr)
+      throw RuntimeError(5, "Attended cannot change while a dialog is open");
+    auto& stands_in = Machine::Installed().stands_in();
+    if (attended) {
+      stands_in.reset();
+    } else {
+      stands_in.emplace();
+    }
+  }
+
+  void Wish(const std::string& name, const std::string& value) { StandsIn().Wish(name, value); }
+  std::string Told() { return StandsIn().Told(); }
+
+ private:
+  static ScriptPerson& StandsIn() {
+    auto& stands_in = Machine::Installed().stands_in();
+    if (!stands_in) throw RuntimeError(5, "Somebody is at the screen until Attended is False");
+    return *stands_in;
+  }
 };
 
 automation_server::Class ScriptMachineClass() {
   using namespace automation_server;
   using Self = ScriptMachine;
-  return Creatable<Self>(kName, {METHOD(Wait, "Milliseconds"), METHOD(StoreCredentials, "Name", "Secret")});
+  return Creatable<Self>(kName, {METHOD(Wait, "Milliseconds"), METHOD(StoreCredentials, "Name", "Secret"),
+                                 GET_LET(Attended), METHOD(Wish, "Name", "Value"), METHOD(Told)});
 }
 
 }  // namespace

@@ -77,7 +77,8 @@ Rooms Allowed(const std::string& room) {
   if (room == "person") {
     Rooms rooms = kSubsystems;
     rooms.insert(kBelowSubsystems.begin(), kBelowSubsystems.end());
-    rooms.insert("adapters/headless");  // it sits where no screen is
+    rooms.insert("adapters/headless");  // it sits where no screen is, and what is told there is text
+    rooms.insert("terminal");
     return rooms;
   }
   if (room == "uno" || room == "com") return {"automation", "automation_server"};

@@ -7,7 +7,6 @@
 #include "forms/button.h"
 #include "forms/form.h"
 #include "forms/text_box.h"
-#include "terminal/standard_streams.h"
 
 namespace mirelo::headless {
 
@@ -69,8 +68,6 @@ forms::Button* FindButton(const forms::Form& form, const std::string& caption) {
 constexpr int kShellSucceeded = 33;
 
 }  // namespace
-
-ConsoleDesktop::ConsoleDesktop() : ConsoleDesktop(terminal::Err()) {}
 
 ConsoleDesktop::ConsoleDesktop(terminal::Output& out, Script script)
     : out_(out), script_(std::move(script)) {}

@@ -5,6 +5,7 @@
 
 #include "host/desktop.h"
 #include "terminal/output.h"
+#include "terminal/standard_streams.h"
 
 namespace mirelo::headless {
 
@@ -29,7 +30,7 @@ class ConsoleDesktop : public host::Desktop {
   };
 
   // Prints to the standard error stream.
-  ConsoleDesktop();
+  ConsoleDesktop() : ConsoleDesktop(terminal::Err()) {}
   // `out` must outlive the desktop.
   explicit ConsoleDesktop(terminal::Output& out, Script script = {});
 

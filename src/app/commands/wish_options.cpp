@@ -63,22 +63,6 @@ DialogWishes::Tick ParseTick(const std::string& text) {
   return {text.substr(0, colon), text.substr(colon + 1)};
 }
 
-// The fields of an option that may stand without any.
-std::vector<std::string> ParseHistory(const std::string& text) {
-  if (text.empty()) return {"Last", "LastVolume", "Time"};
-  std::vector<std::string> fields = Split(text, ",");
-  for (std::string& field : fields) {
-    field = Trim(field);
-    if (ColumnCode(UCase(field)) == kUnknownColumn)
-      throw Unfulfilled("there is no field \"" + field + "\" of a history");
-  }
-  return fields;
-}
-
-bool Contains(const std::vector<std::string>& names, const std::string& name) {
-  return std::ranges::any_of(names, [&](const auto& each) { return EqualText(each, name); });
-}
-
 std::vector<std::string> Trimmed(std::vector<std::string> names) {
   for (std::string& name : names) name = Trim(name);
   return names;
@@ -134,7 +118,7 @@ WishOptions::WishOptions(CLI::App& command) {
                       "Last,LastVolume,Time. Columns that the table lacks for it are added at its right")
           ->type_name("[FIELDS]")
           ->expected(0, 1)
-          ->check(TakenBy(ParseHistory));
+          ->check(TakenBy(HistoryFields));
   command.add_flag(
       "--charts", charts_,
       "Build charts for every ticker, beside its history of Last and LastVolume, which is kept as "
@@ -183,14 +167,9 @@ DialogWishes WishOptions::Wishes() const {
   };
   wishes.accepts_costs = yes_;
   wishes.charts = charts_;
-  if (history_option_->count() > 0) wishes.history = ParseHistory(history_.empty() ? "" : history_.front());
-  if (charts_ && wishes.history.empty()) wishes.history = ParseHistory("");
-  if (charts_) {
-    for (const char* needed : {"Last", "LastVolume"})
-      if (!Contains(wishes.history, needed)) wishes.history.emplace_back(needed);
-  }
-  if (!wishes.history.empty()) assume("VerticalTable", "1");
-  if (charts_ || chart_axis_) assume("BuildCharts", "1");
+  if (history_option_->count() > 0) wishes.history = HistoryFields(history_.empty() ? "" : history_.front());
+  AddWhatHistoriesNeed(wishes);
+  if (chart_axis_) assume("BuildCharts", "1");
   if (chart_axis_) add({"AddYAxis", "1"});
   if (!address_.empty()) add({"Webaddress", address_});
   // The setting has 16 bits, so that ports from 32768 on are negative in it.
