@@ -1,13 +1,16 @@
 #include "uno/values.h"
 
+#include <uno/sequence2.h>
 #include <com/sun/star/bridge/oleautomation/Date.hpp>
 #include <com/sun/star/script/XInvocation.hpp>
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/Sequence.hxx>
+#include <com/sun/star/uno/Type.hxx>
 #include <com/sun/star/uno/TypeClass.hpp>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
+#include <typelib/typedescription.hxx>
 #include <utility>
 
 #include "automation/runtime_error.h"
@@ -20,7 +23,9 @@ namespace {
 
 using css::uno::Any;
 using css::uno::Sequence;
+using css::uno::Type;
 using css::uno::TypeClass;
+using css::uno::TypeDescription;
 using OfficeDate = css::bridge::oleautomation::Date;
 
 std::int32_t CountOf(const VariantArray& array, int dimension) {
@@ -49,26 +54,17 @@ Any ArrayToOffice(const VariantArray& array) {
   return Any(elements);
 }
 
-template <class Element>
-std::optional<Sequence<Any>> ElementsOf(const Any& value) {
-  Sequence<Element> elements;
-  if (!(value >>= elements)) return std::nullopt;
-  Sequence<Any> any(elements.getLength());
-  for (sal_Int32 i = 0; i < elements.getLength(); ++i) any.getArray()[i] = Any(elements[i]);
-  return any;
-}
-
-// The elements of a sequence of whatever type Basic and others make of an array.
+// The elements of a sequence, of whichever type: Basic gives an array the one that its elements have in
+// common.
 Sequence<Any> Elements(const Any& value) {
-  if (auto found = ElementsOf<Any>(value)) return *found;
-  if (auto found = ElementsOf<rtl::OUString>(value)) return *found;
-  if (auto found = ElementsOf<Sequence<Any>>(value)) return *found;
-  if (auto found = ElementsOf<Sequence<rtl::OUString>>(value)) return *found;
-  if (auto found = ElementsOf<Sequence<double>>(value)) return *found;
-  if (auto found = ElementsOf<double>(value)) return *found;
-  if (auto found = ElementsOf<sal_Int32>(value)) return *found;
-  if (auto found = ElementsOf<sal_Int16>(value)) return *found;
-  throw Errors::TypeMismatch();
+  const TypeDescription sequence(value.getValueType());
+  const Type type(reinterpret_cast<const typelib_IndirectTypeDescription*>(sequence.get())->pType);
+  const auto* const held = *static_cast<const uno_Sequence* const*>(value.getValue());
+  const std::ptrdiff_t size = TypeDescription(type).get()->nSize;
+  Sequence<Any> elements(held->nElements);
+  for (sal_Int32 i = 0; i < held->nElements; ++i)
+    elements.getArray()[i] = Any(static_cast<const void*>(held->elements + i * size), type);
+  return elements;
 }
 
 bool IsSequence(const Any& value) { return value.getValueTypeClass() == TypeClass::TypeClass_SEQUENCE; }

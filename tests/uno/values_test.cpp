@@ -21,6 +21,7 @@ namespace {
 using css::uno::Any;
 using css::uno::Sequence;
 using testing::NumberOf;
+using OfficeDate = css::bridge::oleautomation::Date;
 using Row = Sequence<Any>;
 
 template <class Element>
@@ -85,6 +86,33 @@ TEST(ValuesOfTheOffice, AreTablesFromOneWhereRowsAreEquallyLong) {
   EXPECT_EQ(array.LBound(2), 1);
   EXPECT_EQ(array(1, 1).ToDouble(), 1.5);
   EXPECT_EQ(array(2, 2).ToText(), "x");
+}
+
+// Basic gives an array the type that its elements have in common.
+TEST(ValuesOfTheOffice, AreListsAndTablesOfEachTypeThatElementsHaveInCommon) {
+  const auto expect = [](auto first, auto second, const Variant& meant) {
+    SCOPED_TRACE(std::string(meant.TypeName()) + " of " + std::to_string(sizeof first) + " bytes");
+    const auto row = SequenceOf({first, second});
+    const Variant list = FromOffice(row);
+    ASSERT_EQ(list.AsArray().Dimensions(), 1);
+    EXPECT_EQ(list.AsArray()(1).type(), meant.type());
+    EXPECT_EQ(list.AsArray()(1).ToText(), meant.ToText());
+    const auto held = row.template get<Sequence<decltype(first)>>();
+    const Variant table = FromOffice(SequenceOf({held, held, held}));
+    ASSERT_EQ(table.AsArray().Dimensions(), 2);
+    ASSERT_EQ(table.AsArray().UBound(1), 3);
+    EXPECT_EQ(table.AsArray()(3, 2).type(), meant.type());
+    EXPECT_EQ(table.AsArray()(3, 2).ToText(), meant.ToText());
+  };
+  expect(sal_Int8{1}, sal_Int8{-5}, std::int16_t{-5});
+  expect(sal_Int16{1}, sal_Int16{300}, std::int16_t{300});
+  expect(sal_Int32{1}, sal_Int32{70000}, std::int32_t{70000});
+  expect(1.5F, 2.5F, 2.5);
+  expect(1.5, 0.1, 0.1);
+  expect(sal_Bool{false}, sal_Bool{true}, true);
+  expect(OfficeText("a"), OfficeText("b"), "b");
+  expect(OfficeDate(1), OfficeDate(40563.25), Date{40563.25});
+  expect(Any(), Any(OfficeText("b")), "b");
 }
 
 TEST(ValuesOfTheOffice, AreListsOfListsWhereTheyAreNot) {
