@@ -25,6 +25,10 @@ constexpr std::int32_t kMostOfAName = 40;
 
 std::string Shown(const std::string& name) { return '"' + Visible(Left(name, kMostOfAName)) + '"'; }
 
+std::chrono::duration<double> WorkedSince(std::clock_t start) {
+  return std::chrono::duration<double>(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+}
+
 std::string AllNames() { return Replace(kColumnsForReading, ",", ", "); }
 
 }  // namespace
@@ -53,6 +57,7 @@ struct QuoteWatch::Asked {
   const ColumnRow* column = nullptr;
   Ticker* ticker = nullptr;  // null for one that cannot be asked for
   QuoteValue answer;
+  bool is_untold = false;
 };
 
 class QuoteWatch::Handle final : public Watched {
@@ -229,23 +234,34 @@ void QuoteWatch::TellLater() {
 
 void QuoteWatch::Tell() {
   telling_ = 0;
-  std::vector<std::shared_ptr<Asked>> changed;
+  NoteChanges();
+  if (untold_.empty()) return;
+  const std::clock_t start = std::clock();
+  do {
+    TellOne();
+  } while (!untold_.empty() && WorkedSince(start) < kTellAtMost);
+  const auto pause = std::chrono::ceil<Pause>(kPauseForTelling * WorkedSince(start));
+  tell_pause_ = untold_.empty() ? std::max(kTellPause, pause) : pause;
+  if (!untold_.empty()) TellLater();
+}
+
+void QuoteWatch::NoteChanges() {
   for (const Ticker* const ticker : std::exchange(news_, {})) {
     for (const auto& asked : ticker->asked) {
       QuoteValue answer = AnswerTo(*asked);
       if (answer == asked->answer) continue;
       asked->answer = std::move(answer);
-      changed.push_back(asked);
+      if (!std::exchange(asked->is_untold, true)) untold_.push_back(asked);
     }
   }
-  if (changed.empty()) return;
-  const std::clock_t start = std::clock();
-  for (const auto& asked : changed) {
-    const auto tell = asked->changed;
-    if (tell) tell();
-  }
-  const std::chrono::duration<double> worked(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-  tell_pause_ = std::max(kTellPause, std::chrono::ceil<Pause>(kPauseForTelling * worked));
+}
+
+void QuoteWatch::TellOne() {
+  const std::shared_ptr<Asked> asked = std::move(untold_.front());
+  untold_.pop_front();
+  asked->is_untold = false;
+  const auto tell = asked->changed;
+  if (tell) tell();
 }
 
 void QuoteWatch::Tick() {

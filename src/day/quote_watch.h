@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -51,8 +52,11 @@ class QuoteWatch {
   static constexpr Pause kGatherAtMost{2000};
   // One that nobody asks about is kept for so long: who calculates anew asks again at once.
   static constexpr Pause kLinger{2000};
-  // Answers are told together, so often at most, and never for more than a third of the time.
+  // Answers are told together, so often at most, and never for more than a third of the time. Telling takes
+  // the processor for so long at once and then to the end of one listener's part; others are told at the next
+  // time, in their turn.
   static constexpr Pause kTellPause{100};
+  static constexpr Pause kTellAtMost{15};
   // How often changes of the settings are looked for.
   static constexpr Pause kLook{5000};
 
@@ -97,6 +101,8 @@ class QuoteWatch {
   Ticker* Find(const std::string& ticker);
   void TellLater();
   void Tell();
+  void NoteChanges();
+  void TellOne();
   void GatherLater();
   void LeaveOutLater();
   void Bring();
@@ -110,6 +116,7 @@ class QuoteWatch {
   std::set<Asked*> ages_;
   std::size_t count_ = 0;
   std::set<Ticker*> news_;
+  std::deque<std::shared_ptr<Asked>> untold_;  // of those whose answers have changed
   Pause tell_pause_ = kTellPause;
   bool hung_up_ = false;
   std::optional<Clock::time_point> gathering_since_;

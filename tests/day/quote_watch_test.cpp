@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <ctime>
 #include <functional>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -311,6 +313,70 @@ TEST_F(Watching, LetsItsListenersAskAndEndAsTheyAreTold) {
   Pass(day::QuoteWatch::kTellPause);
   EXPECT_EQ(watch->Count(), 2U);
   EXPECT_NE(more, nullptr);
+}
+
+// As a cell that is calculated anew with all that hangs on it.
+void WorkFor(std::chrono::milliseconds time) {
+  const std::clock_t end = std::clock() + CLOCKS_PER_SEC * time.count() / 1000;
+  while (std::clock() < end) {
+  }
+}
+
+TEST_F(Watching, LetsOthersWorkBetweenWhereItTellsMany) {
+  Streamed();
+  std::vector<Watched> cells;
+  std::vector<std::size_t> told_cells;
+  for (std::size_t i = 0; i < 20; ++i) {
+    cells.push_back(watch->Ask({About::Value, "MSFT", "Last"}, [&, i] {
+      told_cells.push_back(i);
+      WorkFor(3ms);
+    }));
+  }
+  BeginStreaming();
+  Quote("MSFT", 27.5);
+  const std::size_t at_once = told_cells.size();
+  EXPECT_GE(at_once, 1U);
+  EXPECT_LE(at_once, 6U);
+  Pass(60ms);  // more than twice as long as it worked
+  EXPECT_GT(told_cells.size(), at_once);
+  for (int i = 0; i < 20; ++i) Pass(50ms);
+  std::vector<std::size_t> in_turn(cells.size());
+  std::iota(in_turn.begin(), in_turn.end(), std::size_t{0});
+  EXPECT_EQ(told_cells, in_turn);
+}
+
+TEST_F(Watching, TellsOnceWhatChangesAgainBeforeItsTurn) {
+  Streamed();
+  std::vector<Watched> cells;
+  std::vector<double> told_of_last;
+  for (int i = 0; i < 10; ++i)
+    cells.push_back(watch->Ask({About::Value, "MSFT", "Last"}, [] { WorkFor(3ms); }));
+  const Watched last =
+      watch->Ask({About::Value, "MSFT", "Last"}, [&] { told_of_last.push_back(last->Answer().ToNumber()); });
+  BeginStreaming();
+  Quote("MSFT", 27.5);
+  ASSERT_THAT(told_of_last, IsEmpty());
+  Deliver(Level1Wire().Symbol("MSFT").Last(28.5).Bytes());
+  for (int i = 0; i < 20; ++i) Pass(50ms);
+  EXPECT_THAT(told_of_last, ElementsAre(28.5));
+}
+
+TEST_F(Watching, LeavesOutOfItsTurnWhatIsAskedNoMore) {
+  Streamed();
+  std::vector<Watched> cells;
+  std::size_t calls = 0;
+  for (int i = 0; i < 10; ++i) {
+    cells.push_back(watch->Ask({About::Value, "MSFT", "Last"}, [&] {
+      ++calls;
+      WorkFor(6ms);
+    }));
+  }
+  BeginStreaming();
+  Quote("MSFT", 27.5);
+  const std::size_t before = calls;
+  cells.clear();
+  Pass(1s);
+  EXPECT_EQ(calls, before);
 }
 
 TEST_F(Watching, FollowsTheSettingsAsTheyChange) {
