@@ -37,6 +37,8 @@ class Command(CommandCase):
     def test_ends_in_order_at_ctrl_c_and_saves(self):
         process = self.start_calc("mine.xlsx", "--demo", "--headless", *SMALL)
         self.wait_for(process, "Streaming")
+        self.assertTrue(list((self.home / "tmp").rglob("registrymodifications.xcu")))
+        self.assertEqual(list((self.home / "tmp").rglob("GraphicsRenderTests.log")), [], "it tried out the graphics")
         time.sleep(1)
         process.send_signal(signal.SIGINT)
         code, out, err = self.end(process)

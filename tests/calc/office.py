@@ -2,12 +2,13 @@
 
 import os
 import pathlib
+import shutil
 import subprocess
 import time
 import zipfile
 from xml.sax.saxutils import escape
 
-from support import BUILD, run
+from support import BUILD, SOURCE, run
 
 OFFICE = pathlib.Path(os.environ["MIRELO_OFFICE"])
 
@@ -76,6 +77,9 @@ class Office:
         self.environment = {"MIRELO_NOTES": str(self.folder / "notes"), **environment, "SAL_USE_VCLPLUGIN": plugin}
         self.libraries = {}
         self.process = None  # that was started last
+        user = self.folder / "profile" / "user"
+        user.mkdir(parents=True, exist_ok=True)
+        shutil.copy(pathlib.Path(SOURCE) / "tests" / "support" / "office_settings.xcu", user / "registrymodifications.xcu")
 
     def install(self, extension):
         """As the extensions that come with an office for all users: unpacked."""

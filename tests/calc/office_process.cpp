@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "calc/office_of_tests.h"
+#include "support/office_profile.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -51,6 +52,7 @@ Reference<css::uno::XComponentContext> LocalContext() {
 class OfficeProcess {
  public:
   OfficeProcess() : pipe_("mirelo" + std::to_string(::getpid())) {
+    PrepareOfficeProfile(folder_ / "profile");
     Start();
     Connect();
   }

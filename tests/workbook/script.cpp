@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <sstream>
 
+#include "support/office_profile.h"
+
 namespace mirelo::testing {
 
 namespace {
@@ -42,6 +44,7 @@ std::vector<std::string> RunScript(const std::string& script, const std::filesys
 // could not read the file.
 void ConvertWithCalc(const std::filesystem::path& file, const std::string& format) {
   const std::string folder = file.parent_path().string();
+  PrepareOfficeProfile(file.parent_path() / "profile");
   const std::string output = OutputOf(
       "LC_ALL=C.UTF-8 timeout 140 '" MIRELO_SOFFICE "' '-env:UserInstallation=file://" + folder +
       "/profile' --headless --convert-to '" + format + "' --outdir '" + folder + "' '" + file.string() + "'");
