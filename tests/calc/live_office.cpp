@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
@@ -9,6 +10,7 @@
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/table/XTableCharts.hpp>
 #include <com/sun/star/table/XTableChartsSupplier.hpp>
+#include <com/sun/star/uno/Sequence.hxx>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <utility>
 
@@ -38,27 +40,31 @@ LiveOffice& LiveOffice::Get() {
   return office;
 }
 
-LiveOffice::Document LiveOffice::NewDocument() {
+LiveOffice::Document LiveOffice::NewDocument(Window window) {
   Close();
-  document_ = Load(rtl::OUString::createFromAscii(kNew));
+  document_ = Load(rtl::OUString::createFromAscii(kNew), window);
+  window_ = window;
   return document_;
 }
 
-LiveOffice::Document LiveOffice::AnotherDocument() {
-  return others_.emplace_back(Load(rtl::OUString::createFromAscii(kNew)));
+LiveOffice::Document LiveOffice::AnotherDocument(Window window) {
+  return others_.emplace_back(Load(rtl::OUString::createFromAscii(kNew), window));
 }
 
 LiveOffice::Document LiveOffice::OpenBeside(const rtl::OUString& url) {
-  return others_.emplace_back(Load(url));
+  return others_.emplace_back(Load(url, Window::kShown));
 }
 
-LiveOffice::Document LiveOffice::Load(const rtl::OUString& url) const {
+LiveOffice::Document LiveOffice::Load(const rtl::OUString& url, Window window) const {
+  css::uno::Sequence<css::beans::PropertyValue> how(1);
+  how[0].Name = "Hidden";
+  how[0].Value <<= window == Window::kHidden;
   const auto desktop = css::frame::Desktop::create(Context());
-  return {desktop->loadComponentFromURL(url, "_blank", 0, {}), UNO_QUERY_THROW};
+  return {desktop->loadComponentFromURL(url, "_blank", 0, how), UNO_QUERY_THROW};
 }
 
-LiveOffice::Document LiveOffice::EmptyDocument() {
-  if (!others_.empty() || !document_.is() || !Empty()) return NewDocument();
+LiveOffice::Document LiveOffice::EmptyDocument(Window window) {
+  if (!others_.empty() || !document_.is() || window_ != window || !Empty()) return NewDocument(window);
   return document_;
 }
 

@@ -15,16 +15,19 @@ class LiveOffice {
  public:
   using Document = css::uno::Reference<css::sheet::XSpreadsheetDocument>;
 
+  // Nothing of a hidden one is painted, which is most of what a new document takes.
+  enum class Window { kShown, kHidden };
+
   static LiveOffice& Get();
 
   const css::uno::Reference<css::uno::XComponentContext>& Context() const { return OfficeOfTests(); }
 
   // An empty spreadsheet in a window, with one sheet "Sheet1" in front. The one from before is closed.
-  Document NewDocument();
+  Document NewDocument(Window window = Window::kShown);
   // The same, and quicker: the document from before, if it can be emptied.
-  Document EmptyDocument();
+  Document EmptyDocument(Window window);
   // One beside that from before, which both of these close.
-  Document AnotherDocument();
+  Document AnotherDocument(Window window);
   Document OpenBeside(const rtl::OUString& url);
   void Close();
 
@@ -32,9 +35,10 @@ class LiveOffice {
   LiveOffice() = default;
 
   bool Empty();
-  Document Load(const rtl::OUString& url) const;
+  Document Load(const rtl::OUString& url, Window window) const;
 
   Document document_;
+  Window window_ = Window::kShown;
   std::vector<Document> others_;
 };
 
