@@ -16,10 +16,6 @@ constexpr std::array kLimits{
     Limit{"CellValues.CountTheDaysOf1900AsTheSpreadsheetDoes",
           "Calc's calendar knows that 1900 was no leap year: the numbers are the same, and up to 28 February "
           "1900 people see the day before"},
-    Limit{"ChartBesideColumns.StaysBesideThemWhenTheyGetOtherWidths",
-          "Calc does not save a document in which a chart stands by a cell of a sheet that nobody has looked "
-          "at: so "
-          "people see charts stay where they are when columns get wider, unless they anchor them to a cell"},
     Limit{"CommentBoxes.CanBeSelected", kBoxes},
     Limit{"CommentBoxes.GoWithTheirComments", kBoxes},
     Limit{"CommentBoxes.StandBesideTheirCells", kBoxes},

@@ -142,6 +142,12 @@ void DocumentCharts::FollowDeletion(DocumentSheet& sheet, const spreadsheet::Are
   for (const auto& chart : drawn_) chart->FollowDeletion(*cells, gone);
 }
 
+void DocumentCharts::FollowColumns(const DocumentSheet& sheet) {
+  for (const auto& chart : drawn_) {
+    if (&chart->sheet() == &sheet) chart->FollowColumns();
+  }
+}
+
 void DocumentCharts::Draw(bool on) {
   draws_ = on;
   if (!on) return;

@@ -3,6 +3,7 @@
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/table/XTableChartsSupplier.hpp>
 #include <utility>
 
@@ -19,11 +20,16 @@
 namespace mirelo::calc {
 
 using spreadsheet::Chart;
+using spreadsheet::ChartBox;
 
 namespace {
 
 Reference<css::container::XNameAccess> ChartsIn(DocumentSheet& sheet) {
   return As<css::container::XNameAccess>(As<css::table::XTableChartsSupplier>(sheet.Get())->getCharts());
+}
+
+bool StandsByPage(const Reference<css::drawing::XShape>& shape) {
+  return IfAs<css::sheet::XSpreadsheet>(Properties(shape).Get("Anchor")).is();
 }
 
 }  // namespace
@@ -110,6 +116,34 @@ void DrawnChart::Read() {
     cells_ = std::move(cells);
   }
   ReadWhatAPersonChanged(office_, *chart_, painted_);
+  MoveWithColumns();
+}
+
+void DrawnChart::MoveWithColumns() {
+  if (!anchor_ || anchor_->place() != chart_->place) {
+    anchor_ = ColumnAnchor::Of(sheet_, chart_->place);
+    return;
+  }
+  try {
+    const ChartBox place = anchor_->Follow();
+    if (place == chart_->place) return;
+    if (StandsByPage(office_.shape)) {
+      chart_->place = place;
+    } else {
+      anchor_.reset();
+    }
+  } catch (const css::lang::DisposedException&) {
+    throw;
+  } catch (const css::uno::Exception&) {
+    anchor_.reset();  // it stays where it is when its own column is taken away
+  }
+}
+
+void DrawnChart::FollowColumns() {
+  if (chart_ == nullptr || !IsThere()) return;
+  Get();
+  MoveWithColumns();
+  if (chart_->place != painted_.place) Changed();
 }
 
 void DrawnChart::Changed() {

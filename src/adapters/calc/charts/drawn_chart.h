@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/calc/charts/column_anchor.h"
 #include "adapters/calc/charts/office_chart.h"
 #include "adapters/calc/objects/document_sheet.h"
 #include "spreadsheet/charts/chart.h"
@@ -48,6 +49,9 @@ class DrawnChart {
   // Paints what waits for it. False when that is nothing any more, as the chart is gone.
   bool DrawWhatWaits();
   void Delete();
+  // In front of a change of its sheet's columns, and behind it: has the chart stand by them as before. One
+  // that a person has anchored to a cell is left to the office.
+  void FollowColumns();
   // The cells of an area were taken out of a sheet, and those below have moved up. The office has series go
   // with their cells, but stay where they are once all of these are gone.
   void FollowDeletion(const SheetCells& sheet, const spreadsheet::Area& gone);
@@ -56,6 +60,7 @@ class DrawnChart {
   void Open();
   void Meet();
   void Read();
+  void MoveWithColumns();
   void Paint();
   // Once more with a document that is open, where the office had closed it to save memory.
   template <class Body>
@@ -68,7 +73,8 @@ class DrawnChart {
   std::shared_ptr<spreadsheet::Chart> chart_;  // as clients see it; null until the first one asks
   spreadsheet::Chart painted_;                 // as the document has it, as far as that is known
   spreadsheet::ChartBox place_;                // as the document had it at the last look
-  std::vector<rtl::OUString> cells_;           // the same
+  std::optional<ColumnAnchor> anchor_;         // by which chart_ stands, as far as that was asked
+  std::vector<rtl::OUString> cells_;           // as place_
   bool is_read_ = false;                       // since charts are not drawn
   sal_Int32 drawings_ = 0;                     // on its sheet, when it was read
   bool waits_ = false;

@@ -157,6 +157,13 @@ std::shared_ptr<excel::Selectable> ShapeOf(const std::shared_ptr<DocumentSheet>&
 
 void DrawCharts(Document& document, bool on) { DocumentCharts::Of(document).Draw(on); }
 
+void ResizeColumns(DocumentSheet& sheet, const std::function<void()>& resize) {
+  DocumentCharts& charts = DocumentCharts::Of(sheet.document());
+  charts.FollowColumns(sheet);
+  resize();
+  charts.FollowColumns(sheet);
+}
+
 void FollowDeletion(const CellBlock& gone) {
   DocumentCharts::Of(gone.document()).FollowDeletion(*gone.sheet, gone.area);
 }

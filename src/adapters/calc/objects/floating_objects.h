@@ -1,6 +1,7 @@
 #pragma once
 
 #include <com/sun/star/drawing/XShape.hpp>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -29,6 +30,8 @@ std::shared_ptr<host::excel::Selectable> ShapeOf(const std::shared_ptr<DocumentS
                                                  const Reference<css::drawing::XShape>& shape);
 // Whether charts are drawn when something of them changes. Off, they are once it is on again.
 void DrawCharts(Document& document, bool on);
+// Runs what gives columns of a sheet other widths. Charts that clients know stay beside their columns.
+void ResizeColumns(DocumentSheet& sheet, const std::function<void()>& resize);
 // The cells of a block were taken out of their sheet, and those below have moved up.
 void FollowDeletion(const CellBlock& gone);
 // The box of the comment on this cell.

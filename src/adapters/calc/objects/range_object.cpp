@@ -13,6 +13,7 @@
 #include "adapters/calc/objects/comment_object.h"
 #include "adapters/calc/objects/display_format_object.h"
 #include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/floating_objects.h"
 #include "adapters/calc/objects/font_object.h"
 #include "adapters/calc/objects/format_conditions_object.h"
 #include "adapters/calc/objects/front.h"
@@ -32,11 +33,7 @@ using namespace spreadsheet;
 
 namespace {
 
-constexpr double kHundredthsOfMillimetresPerPoint = 2540.0 / 72;
-
-double Points(sal_Int32 hundredths_of_millimetres) {
-  return hundredths_of_millimetres / kHundredthsOfMillimetresPerPoint;
-}
+double Points(sal_Int32 hundredths_of_millimetres) { return hundredths_of_millimetres * 72.0 / 2540; }
 
 css::awt::Point PositionOf(const CellBlock& block) {
   return block.Properties().Get("Position", css::awt::Point());
@@ -140,12 +137,12 @@ Variant RangeObject::ColumnWidth() {
 
 void RangeObject::ColumnWidth(double digits) {
   if (!(digits >= 0 && digits <= 255)) throw Refused("A column is 0 to 255 digits wide.");
-  Change([&] { SetDigitsOfColumns(block_, digits); });
+  Change([&] { ResizeColumns(*block_.sheet, [&] { SetDigitsOfColumns(block_, digits); }); });
 }
 
 void RangeObject::AutoFit() {
   CheckIsForColumns();
-  Change([&] { FitColumns(block_); });
+  Change([&] { ResizeColumns(*block_.sheet, [&] { FitColumns(block_); }); });
 }
 
 void RangeObject::Clear() {
