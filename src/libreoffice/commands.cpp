@@ -99,6 +99,7 @@ void SAL_CALL Commands::removeStatusListener(const Listener& listener, const css
 void Commands::Run(const rtl::OUString& command) {
   const rtl::Reference<Commands> kept(this);  // a command may close the window
   try {
+    const Machine::Above above(Machine::Of(context_), frame_);
     Act(command);
   } catch (...) {
     Complain(uno::ErrorInHand());
@@ -121,6 +122,7 @@ void Commands::Act(const rtl::OUString& command) {
 // There may be no box, as when the office ends just now.
 void Commands::Complain(const RuntimeError& error) {
   try {
+    const Machine::Above above(Machine::Of(context_), frame_);
     Machine::Of(context_).host().desktop().MessageBox(error.Description(), host::Desktop::kExclamation,
                                                       host::Desktop::kDefaultTitle);
   } catch (...) {

@@ -140,6 +140,13 @@ void Machine::TakeFailure(const std::exception_ptr& failure) const {
   }
 }
 
+Machine::Above::Above(Machine& machine, const css::uno::Reference<css::frame::XFrame>& frame)
+    : machine_(machine), before_(machine.below_) {
+  machine_.below_ = frame;
+}
+
+Machine::Above::~Above() { machine_.below_ = before_; }
+
 void Machine::End() {
   Ends.Raise();
   loop_->End();

@@ -49,8 +49,19 @@ class Machine {
   LinuxHost& host() { return host_; }
   calc::OfficeLoop& loop() { return *loop_; }
   wire::MendedReplies& replies();
-  // Has forms and boxes lie above this frame, as long as it is there; null for the one in front.
-  void ShowAbove(const css::uno::Reference<css::frame::XFrame>& frame) { below_ = frame; }
+  // Until its end forms and boxes lie above this frame, as long as that is there; with null above the one in
+  // front.
+  class Above {
+   public:
+    Above(Machine& machine, const css::uno::Reference<css::frame::XFrame>& frame);
+    ~Above();
+    Above(const Above&) = delete;
+    Above& operator=(const Above&) = delete;
+
+   private:
+    Machine& machine_;
+    const css::uno::WeakReference<css::frame::XFrame> before_;
+  };
 
   // A sentence about a reply that was given up.
   Event<const std::string&> Told;

@@ -32,10 +32,12 @@ constexpr const char* kWhatToDo =
 // Beside the one of the cell functions, whose connections are their own.
 bool FacadeLives() { return cMirelo::Living() > (QuoteAnswers::HaveFacade() ? 1 : 0); }
 
-// The one that the person has turned to last, of the document's windows.
-Reference<css::frame::XFrame> FrameOf(const OfficeDay::Document& document) {
+// The one that the person has turned to last, of the document's windows; null where it has none any more.
+Reference<css::frame::XFrame> FrameOf(const OfficeDay::Document& document) try {
   const Reference<css::frame::XController> controller = document->getCurrentController();
   return controller.is() ? controller->getFrame() : Reference<css::frame::XFrame>();
+} catch (const css::uno::RuntimeException&) {
+  return {};
 }
 
 }  // namespace
@@ -65,7 +67,7 @@ std::int32_t OfficeDay::ShowSettings(const Document& document) {
         if (!closing.expired()) AbandonDialog();
       });
     });
-    machine_.ShowAbove(FrameOf(document));
+    const Machine::Above above(machine_, FrameOf(document));
     result = day->day().ShowDialog();
   } catch (...) {
     EndDialog();
@@ -160,7 +162,6 @@ void OfficeDay::AbandonDialog() {
 }
 
 void OfficeDay::EndDialog() {
-  machine_.ShowAbove({});
   machine_.loop().StopTimer(std::exchange(abandoning_, 0));
   BecomeIdle();
 }
@@ -209,7 +210,8 @@ void OfficeDay::EndLater() {
 
 void OfficeDay::EndWithReason() {
   if (!day_) return;
-  const std::string title = TitleOf(day_->document());
+  const Document document = day_->document();
+  const std::string title = TitleOf(document);
   std::string why;
   try {
     day_->day().RaiseFailure();
@@ -218,6 +220,7 @@ void OfficeDay::EndWithReason() {
   }
   End(why);
   if (why.empty()) return;
+  const Machine::Above above(machine_, FrameOf(document));
   machine_.host().desktop().MessageBox("Quotes come into " + title + " no more: " + why + "\n" + kWhatToDo,
                                        host::Desktop::kExclamation, host::Desktop::kDefaultTitle);
 }

@@ -74,7 +74,7 @@ class Office:
     def __init__(self, folder, environment, headless=True, plugin="svp"):
         self.folder = pathlib.Path(folder)
         self.headless = headless
-        self.environment = {"MIRELO_NOTES": str(self.folder / "notes"), **environment, "SAL_USE_VCLPLUGIN": plugin}
+        self.environment = {"MIRELO_NOTES": str(self.folder / 'notes'), **environment, "SAL_USE_VCLPLUGIN": plugin}
         self.libraries = {}
         self.process = None  # that was started last
         user = self.folder / "profile" / "user"
@@ -143,7 +143,7 @@ class Office:
             try:
                 return office.wait(max(seconds, 1))
             except subprocess.TimeoutExpired:
-                raise AssertionError(f"the office did not end\n{self.log()}") from None
+                raise AssertionError(f"the office did not end\n{notes_in(self.folder)}\n{self.log()}") from None
             finally:
                 office.kill()
                 office.wait()

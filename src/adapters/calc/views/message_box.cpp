@@ -68,7 +68,7 @@ Answer CalcDesktop::MessageBox(const std::string& text, int style, const std::st
     const Reference<css::awt::XMessageBoxFactory> boxes(css::awt::Toolkit::create(context_), UNO_QUERY_THROW);
     const Reference<css::awt::XMessageBox> box = boxes->createMessageBox(
         Above(), TypeFor(style), ButtonsFor(style), OfficeText(title), OfficeText(text));
-    const FrameWatch watch(Frame(), {});
+    const FrameWatch watch(FrameBelow(), {});
     struct Up {
       explicit Up(int& all) : boxes(all) { ++boxes; }
       ~Up() { --boxes; }
