@@ -124,6 +124,7 @@ VariantArray ArrayFromClient(SAFEARRAY* array) {
   if (array == nullptr) return {};
   VARTYPE type = VT_EMPTY;
   Require(::SafeArrayGetVartype(array, &type));
+  if (type == VT_RECORD) throw Errors::TypeMismatch();  // Windows would ask what it is made of
   switch (::SafeArrayGetDim(array)) {
     case 1:
       return ListFrom(type, array);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/wide_text.h"
 #include "com/errors.h"
 #include "com/held.h"
 #include "com/text.h"

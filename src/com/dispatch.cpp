@@ -1,8 +1,10 @@
 #include "com/dispatch.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <atomic>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -11,12 +13,14 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "automation_server/automation_object.h"
+#include "com/arguments.h"
 #include "com/class_ids.h"
 #include "com/enumeration.h"
 #include "com/enumerators.h"
 #include "com/errors.h"
 #include "com/foreign.h"
 #include "com/listeners.h"
+#include "com/own_thread.h"
 #include "com/text.h"
 #include "com/type_information.h"
 #include "com/values.h"
@@ -25,7 +29,6 @@ namespace mirelo::com {
 
 namespace {
 
-using automation_server::Arguments;
 using automation_server::AutomationObject;
 using automation_server::Member;
 using automation_server::MemberId;
@@ -33,22 +36,6 @@ using automation_server::MemberId;
 // The two members that no table has, of objects that have events.
 constexpr DISPID kAddListener = 0x10000;
 constexpr DISPID kRemoveListener = 0x10001;
-
-void RequireOwnThread() {
-  static const DWORD own = ::GetCurrentThreadId();
-  if (::GetCurrentThreadId() == own) return;
-  throw RuntimeError(440, "Mirelo's objects can be used on the thread alone that made the first of them");
-}
-
-template <class Body>
-HRESULT OnOwnThread(Body&& body, EXCEPINFO* place = nullptr) {
-  return AtTheBorder(
-      [&] {
-        RequireOwnThread();
-        return body();
-      },
-      place);
-}
 
 class Dispatch final : public IDispatch,
                        public IProvideClassInfo2,
@@ -58,6 +45,8 @@ class Dispatch final : public IDispatch,
   static Held<IDispatch> Of(const std::shared_ptr<Object>& object);
   static std::shared_ptr<Object> ObjectOf(IUnknown* reference);
   static long Count() { return static_cast<long>(Living().size()); }
+  // Ends those that were let go of on other threads.
+  static void EndLetGo();
 
   explicit Dispatch(std::shared_ptr<AutomationObject> door)
       : door_(std::move(door)),
@@ -90,7 +79,8 @@ class Dispatch final : public IDispatch,
   HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID id, IConnectionPoint** place) override;
 
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
-    return id == IID_IDispatch ? S_OK : S_FALSE;
+    const bool is_ours = id == IID_IDispatch || (CanBeMade() && id == InterfaceOf(ClassName()));
+    return is_ours ? S_OK : S_FALSE;
   }
 
  private:
@@ -111,9 +101,6 @@ class Dispatch final : public IDispatch,
 
   std::optional<DISPID> IdOf(std::string_view name) const;
   MemberId MemberOf(DISPID id) const;
-  // The arguments in the order of the parameters; `places` is where each of them came from.
-  Arguments ArgumentsOf(const DISPPARAMS& parameters, MemberId member,
-                        std::vector<const VARIANT*>& places) const;
   void Call(DISPID id, WORD how, const DISPPARAMS& parameters, VARIANT* result);
   void Put(DISPID id, WORD how, const DISPPARAMS& parameters);
   void ChangeListeners(DISPID id, const DISPPARAMS& parameters);
@@ -121,11 +108,39 @@ class Dispatch final : public IDispatch,
   std::shared_ptr<AutomationObject> door_;
   Listeners listeners_;
   EventPoint point_;
-  ULONG references_ = 0;
+  std::atomic<ULONG> references_ = 0;
 };
+
+// Those that were let go of past COM, on other threads. What they hold may end on their own thread alone, so
+// the next call there ends them, unless it has taken them up again.
+class LetGoElsewhere {
+ public:
+  void Add(Dispatch* object) {
+    const std::lock_guard guard(mutex_);
+    objects_.insert(object);
+  }
+  bool Has(Dispatch* object) {
+    const std::lock_guard guard(mutex_);
+    return objects_.contains(object);
+  }
+  std::set<Dispatch*> Take() {
+    const std::lock_guard guard(mutex_);
+    return std::exchange(objects_, {});
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<Dispatch*> objects_;
+};
+
+LetGoElsewhere& Elsewhere() {
+  static LetGoElsewhere& elsewhere = *new LetGoElsewhere;
+  return elsewhere;
+}
 
 Held<IDispatch> Dispatch::Of(const std::shared_ptr<Object>& object) {
   RequireOwnThread();
+  EndLetGo();
   auto door = AutomationObject::Of(object);
   if (door == nullptr) return {};
   const auto living = LivingByDoor().find(door.get());
@@ -159,8 +174,19 @@ HRESULT Dispatch::QueryInterface(REFIID id, void** place) {
 
 ULONG Dispatch::Release() {
   const ULONG left = --references_;
-  if (left == 0) delete this;
+  if (left > 0) return left;
+  if (!IsOwnThread()) {
+    Elsewhere().Add(this);
+  } else if (!Elsewhere().Has(this)) {
+    delete this;
+  }
   return left;
+}
+
+void Dispatch::EndLetGo() {
+  for (Dispatch* const object : Elsewhere().Take()) {
+    if (object->references_ == 0) delete object;
+  }
 }
 
 HRESULT Dispatch::GetTypeInfoCount(UINT* count) {
@@ -207,6 +233,7 @@ HRESULT Dispatch::Invoke(DISPID id, REFIID, LCID, WORD how, DISPPARAMS* paramete
   const Held<IDispatch> alive(this);
   const HRESULT ended = OnOwnThread(
       [&]() -> HRESULT {
+        EndLetGo();
         if (id == kAddListener || id == kRemoveListener) {
           ChangeListeners(id, *parameters);
         } else if ((how & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
@@ -283,57 +310,6 @@ MemberId Dispatch::MemberOf(DISPID id) const {
   return *member;
 }
 
-bool IsLeftOut(const VARIANT& value) {
-  if (value.vt == (VT_BYREF | VT_VARIANT)) return IsLeftOut(*value.pvarVal);
-  return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
-}
-
-// Clients pass the last argument first, and named ones before all others. The value of an assignment is
-// named, too, and is none of them.
-Arguments Dispatch::ArgumentsOf(const DISPPARAMS& parameters, MemberId member,
-                                std::vector<const VARIANT*>& places) const {
-  const std::size_t count = door_->table().At(member).parameters.size();
-  const UINT named = parameters.cNamedArgs;
-  for (UINT i = parameters.cArgs; i > named; --i) places.push_back(&parameters.rgvarg[i - 1]);
-  for (UINT i = 0; i < named; ++i) {
-    const DISPID name = parameters.rgdispidNamedArgs[i];
-    if (name == DISPID_PROPERTYPUT) continue;
-    const auto place = static_cast<std::size_t>(name);
-    if (name < 0 || place >= count) throw Errors::NamedArgumentNotFound();
-    if (place >= places.size()) places.resize(place + 1, nullptr);
-    places[place] = &parameters.rgvarg[i];
-  }
-  Arguments arguments;
-  arguments.reserve(places.size());
-  for (const VARIANT* const place : places) {
-    if (place == nullptr || IsLeftOut(*place)) {
-      arguments.emplace_back(std::nullopt);
-    } else {
-      arguments.emplace_back(Entering(FromClient(*place)));
-    }
-  }
-  return arguments;
-}
-
-// What a member leaves in its references goes back to the caller, also when it fails behind that.
-class GivingBack {
- public:
-  GivingBack(const Member& member, const Arguments& arguments, const std::vector<const VARIANT*>& places)
-      : member_(member), arguments_(arguments), places_(places) {}
-
-  void operator()() const {
-    for (std::size_t i = 0; i < arguments_.size() && i < member_.parameters.size(); ++i) {
-      if (member_.parameters[i].by_reference && arguments_[i])
-        WriteBack(Leaving(*arguments_[i]), *places_[i]);
-    }
-  }
-
- private:
-  const Member& member_;
-  const Arguments& arguments_;
-  const std::vector<const VARIANT*>& places_;
-};
-
 void Dispatch::Call(DISPID id, WORD how, const DISPPARAMS& parameters, VARIANT* result) {
   const MemberId called = MemberOf(id);
   const Member& member = door_->table().At(called);
@@ -344,39 +320,36 @@ void Dispatch::Call(DISPID id, WORD how, const DISPPARAMS& parameters, VARIANT* 
     result->vt = VT_UNKNOWN;
     return;
   }
-  std::vector<const VARIANT*> places;
-  Arguments arguments = ArgumentsOf(parameters, called, places);
-  const GivingBack give_back(member, arguments, places);
+  ClientArguments arguments(parameters, member);
   // Most clients write methods and properties alike.
   const bool is_property = (how & DISPATCH_METHOD) == 0;
   if (is_property && member.kind != Member::Kind::kProperty) throw Errors::MemberNotFound();
   Variant value;
   try {
-    value = door_->Call(called, arguments);
+    value = door_->Call(called, arguments.values());
   } catch (...) {
-    give_back();
+    arguments.GiveBack();  // also when it fails behind what it has left there
     throw;
   }
-  give_back();
+  arguments.GiveBack();
   if (result != nullptr) ToClient(Leaving(std::move(value)), *result);
 }
 
 void Dispatch::Put(DISPID id, WORD how, const DISPPARAMS& parameters) {
-  if (parameters.cArgs == 0) throw Errors::ArgumentNotOptional();
+  const UINT place = PlaceOfAssigned(parameters);
   const MemberId assigned = MemberOf(id);
   DISPPARAMS with_name = parameters;
   DISPID value_name = DISPID_PROPERTYPUT;
-  if (parameters.cNamedArgs == 0) {  // a client that does not name the value, which comes first all the same
+  if (parameters.cNamedArgs == 0) {  // a client that does not name the value
     with_name.rgdispidNamedArgs = &value_name;
     with_name.cNamedArgs = 1;
   }
-  std::vector<const VARIANT*> places;
-  Arguments arguments = ArgumentsOf(with_name, assigned, places);
-  const Variant value = Entering(FromClient(parameters.rgvarg[0]));
+  ClientArguments arguments(with_name, door_->table().At(assigned));
+  const Variant value = Entering(FromClient(parameters.rgvarg[place]));
   if ((how & DISPATCH_PROPERTYPUT) == 0) {
-    door_->Set(assigned, value, std::move(arguments));
+    door_->Set(assigned, value, std::move(arguments.values()));
   } else {
-    door_->Let(assigned, value, std::move(arguments));
+    door_->Let(assigned, value, std::move(arguments.values()));
   }
 }
 
@@ -384,6 +357,7 @@ void Dispatch::ChangeListeners(DISPID id, const DISPPARAMS& parameters) {
   if (!HasEvents()) throw Errors::MemberNotFound();
   if (parameters.cArgs == 0) throw Errors::ArgumentNotOptional();
   if (parameters.cArgs > 1) throw Errors::WrongNumberOfArguments();
+  if (parameters.rgvarg == nullptr) throw Errors::InvalidProcedureCall();
   ClientValue given;
   Require(::VariantCopyInd(given.get(), &parameters.rgvarg[0]));
   if (given->vt != VT_DISPATCH) throw Errors::ObjectRequired();

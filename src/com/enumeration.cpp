@@ -1,9 +1,11 @@
 #include "com/enumeration.h"
 
+#include <atomic>
 #include <optional>
 #include <utility>
 
-#include "com/errors.h"
+#include "com/foreign.h"
+#include "com/own_thread.h"
 #include "com/values.h"
 
 namespace mirelo::com {
@@ -14,7 +16,7 @@ using automation_server::Enumeration;
 
 class Walk final : public IEnumVARIANT {
  public:
-  explicit Walk(std::shared_ptr<Enumeration> items) : items_(std::move(items)) {}
+  explicit Walk(std::shared_ptr<Enumeration> items) : items_(std::move(items)), first_(items_->Clone()) {}
   virtual ~Walk() = default;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** place) override {
@@ -34,33 +36,42 @@ class Walk final : public IEnumVARIANT {
 
   HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* places, ULONG* fetched) override {
     if (places == nullptr) return E_POINTER;
+    if (fetched != nullptr) *fetched = 0;
     ULONG done = 0;
-    const HRESULT result = AtTheBorder([&]() -> HRESULT {
+    const HRESULT result = OnOwnThread([&]() -> HRESULT {
       for (; done < count; ++done) {
         const std::optional<Variant> item = items_->Next();
         if (!item) return S_FALSE;
         ::VariantInit(&places[done]);
-        ToClient(*item, places[done]);
+        ToClient(Leaving(*item), places[done]);
       }
       return S_OK;
     });
+    // Who is told of a failure takes nothing.
+    if (FAILED(result)) {
+      for (; done > 0; --done) ::VariantClear(&places[done - 1]);
+    }
     if (fetched != nullptr) *fetched = done;
     return result;
   }
   HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
-    return AtTheBorder([&]() -> HRESULT {
+    return OnOwnThread([&]() -> HRESULT {
       for (; count > 0; --count) {
         if (!items_->Next()) return S_FALSE;
       }
       return S_OK;
     });
   }
-  // A walk knows no way back; the collection gives another.
-  HRESULT STDMETHODCALLTYPE Reset() override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE Reset() override {
+    return OnOwnThread([&]() -> HRESULT {
+      items_ = first_->Clone();
+      return S_OK;
+    });
+  }
   HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** place) override {
     if (place == nullptr) return E_POINTER;
     *place = nullptr;
-    return AtTheBorder([&]() -> HRESULT {
+    return OnOwnThread([&]() -> HRESULT {
       *place = WalkOf(items_->Clone()).Release();
       return S_OK;
     });
@@ -68,7 +79,8 @@ class Walk final : public IEnumVARIANT {
 
  private:
   std::shared_ptr<Enumeration> items_;
-  ULONG references_ = 0;
+  const std::shared_ptr<Enumeration> first_;  // stands where the walk began
+  std::atomic<ULONG> references_ = 0;
 };
 
 }  // namespace

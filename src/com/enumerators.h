@@ -3,6 +3,7 @@
 #include "com/system.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -61,7 +62,7 @@ class Walker final : public Interface {
   const IID& own_;
   std::vector<Item> items_;
   std::size_t next_;
-  ULONG references_ = 0;
+  std::atomic<ULONG> references_ = 0;
 };
 
 }  // namespace mirelo::com

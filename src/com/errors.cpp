@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "automation/wide_text.h"
 #include "com/held.h"
 #include "com/text.h"
 
@@ -15,6 +16,8 @@ namespace {
 // The numbers of the automation run time are the lower half of results that bear this mark.
 constexpr std::uint32_t kRunTime = 0x800A0000;
 constexpr std::uint32_t kUpperHalf = 0xFFFF0000;
+
+constexpr std::int32_t kAutomationError = 440;
 
 // Failures that Windows and other programs tell by numbers of their own.
 struct Known {
@@ -86,8 +89,21 @@ RuntimeError ErrorOf(HRESULT result, EXCEPINFO& told) {
   const std::string description = Taken(told.bstrDescription);
   const std::string source = Taken(told.bstrSource);
   ::SysFreeString(told.bstrHelpFile);
-  const std::int32_t number = told.scode != 0 ? NumberOf(told.scode) : std::int32_t{told.wCode};
+  std::int32_t number = told.scode != 0 ? NumberOf(told.scode) : std::int32_t{told.wCode};
+  if (number == 0) number = kAutomationError;
   return RuntimeError(number, description.empty() ? "Automation error" : description, source);
+}
+
+HRESULT Told(EXCEPINFO* place) noexcept {
+  try {
+    const RuntimeError error = CurrentError();
+    Describe(error, place);
+    if (place != nullptr) return DISP_E_EXCEPTION;
+    const HRESULT result = ResultOf(error);
+    return FAILED(result) ? result : E_FAIL;  // numbers of clients' own may look like success
+  } catch (...) {
+    return E_OUTOFMEMORY;  // there is none to describe it in
+  }
 }
 
 void Describe(const RuntimeError& error, EXCEPINFO* place) {

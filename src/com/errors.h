@@ -23,6 +23,9 @@ inline void Require(HRESULT result) {
 // Tells the caller of the error: as the thread's error information, and where he wants it there.
 void Describe(const RuntimeError& error, EXCEPINFO* place);
 
+// For a catch block at the border: describes what was caught, and returns what clients are to know it by.
+HRESULT Told(EXCEPINFO* place) noexcept;
+
 // Runs the body of whatever clients call. No exception leaves it: it is described, and the result says that
 // it is, or has its number where there is no place for a description.
 template <class Body>
@@ -30,9 +33,7 @@ HRESULT AtTheBorder(Body&& body, EXCEPINFO* place = nullptr) noexcept {
   try {
     return std::forward<Body>(body)();
   } catch (...) {
-    const RuntimeError error = CurrentError();
-    Describe(error, place);
-    return place != nullptr ? DISP_E_EXCEPTION : ResultOf(error);
+    return Told(place);
   }
 }
 

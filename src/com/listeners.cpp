@@ -8,6 +8,7 @@
 #include "com/calls.h"
 #include "com/enumerators.h"
 #include "com/errors.h"
+#include "com/own_thread.h"
 
 namespace mirelo::com {
 
@@ -53,11 +54,14 @@ void Listeners::Tell(const EventMember& event, std::span<const Variant> argument
   const Held<IUnknown> alive(&owner_);
   const auto& events = door_.table().events();
   const auto number = static_cast<DISPID>(&event - events.data() + 1);
-  // Listeners may come and go meanwhile.
+  // Listeners may come and go meanwhile: new ones are told of the next event, and who is gone of none.
   const auto by_number = by_number_;
   const auto by_name = by_name_;
-  for (const auto& [known, sink] : by_number) CallMethod(*sink.get(), number, arguments);
+  for (const auto& [known, sink] : by_number) {
+    if (by_number_.contains(known)) CallMethod(*sink.get(), number, arguments);
+  }
   for (const auto& listener : by_name) {
+    if (std::ranges::find(by_name_, listener) == by_name_.end()) continue;
     const std::optional<DISPID> method = MemberNamed(*listener.get(), event.name);
     if (method) CallMethod(*listener.get(), *method, arguments);
   }
@@ -87,7 +91,7 @@ HRESULT EventPoint::GetConnectionPointContainer(IConnectionPointContainer** plac
 HRESULT EventPoint::Advise(IUnknown* sink, DWORD* number) {
   if (number == nullptr) return E_POINTER;
   *number = 0;
-  return AtTheBorder([&]() -> HRESULT {
+  return OnOwnThread([&]() -> HRESULT {
     *number = listeners_.Advise(sink, events_);
     return S_OK;
   });
@@ -109,7 +113,7 @@ struct Connection {
 HRESULT EventPoint::EnumConnections(IEnumConnections** place) {
   if (place == nullptr) return E_POINTER;
   *place = nullptr;
-  return AtTheBorder([&]() -> HRESULT {
+  return OnOwnThread([&]() -> HRESULT {
     using Connections = Walker<IEnumConnections, CONNECTDATA, Connection>;
     std::vector<Connection> connections;
     for (const auto& [number, sink] : listeners_.Advised()) connections.push_back({sink, number});
@@ -119,7 +123,7 @@ HRESULT EventPoint::EnumConnections(IEnumConnections** place) {
 }
 
 HRESULT EventPoint::Unadvise(DWORD number) {
-  return AtTheBorder(
+  return OnOwnThread(
       [&]() -> HRESULT { return listeners_.Unadvise(number) ? S_OK : CONNECT_E_NOCONNECTION; });
 }
 

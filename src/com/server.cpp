@@ -3,12 +3,13 @@
 #include <string_view>
 #include <utility>
 
+#include "automation/wide_text.h"
 #include "automation_server/classes.h"
 #include "com/class_ids.h"
 #include "com/dispatch.h"
 #include "com/errors.h"
 #include "com/held.h"
-#include "com/text.h"
+#include "com/own_thread.h"
 #include "com/type_information.h"
 
 // The headers of the cross compiler lack these two, its libraries have them.
@@ -51,7 +52,7 @@ class Factory final : public IClassFactory {
     if (place == nullptr) return E_POINTER;
     *place = nullptr;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    return AtTheBorder([&]() -> HRESULT { return DispatchOf(make_())->QueryInterface(id, place); });
+    return OnOwnThread([&]() -> HRESULT { return DispatchOf(make_())->QueryInterface(id, place); });
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
     if (lock) {

@@ -7,10 +7,7 @@
 
 namespace mirelo::com {
 
-// Texts of clients are UTF-16, ours are UTF-8. What is no valid text gets replacement characters.
-std::wstring WideText(std::string_view text);
-std::string TextOf(std::wstring_view text);
-// Null is the empty text.
+// The text of a client, up to its zero. Null is the empty text.
 std::string TextOf(const OLECHAR* text);
 
 // A text that whoever gets it frees. Error 7.

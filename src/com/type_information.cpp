@@ -3,8 +3,8 @@
 #include <map>
 #include <utility>
 
+#include "automation/wide_text.h"
 #include "com/class_ids.h"
-#include "com/text.h"
 
 namespace mirelo::com {
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "automation/runtime_error.h"
+#include "automation/wide_text.h"
 #include "com/arrays.h"
 #include "com/dispatch.h"
 #include "com/errors.h"
@@ -20,6 +21,9 @@
 namespace mirelo::com {
 
 namespace {
+
+// Of references to references: clients have few, and one that refers to itself has no end.
+constexpr int kMostSteps = 8;
 
 // The errors that cells of spreadsheets show.
 struct CellError {
@@ -84,7 +88,7 @@ Variant PlainFrom(const VARIANT& value) {
     case VT_DATE:
       return Date{value.date};
     case VT_BSTR:
-      return TextOf({value.bstrVal, ::SysStringLen(value.bstrVal)});
+      return NarrowText({value.bstrVal, ::SysStringLen(value.bstrVal)});
     case VT_DISPATCH:
     case VT_UNKNOWN:
       return ObjectFrom(value.punkVal);
@@ -140,7 +144,12 @@ Held<IDispatch> ReferenceTo(const std::shared_ptr<Object>& object) {
   return DispatchOf(object);
 }
 
+constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
+
 void PutArray(const Variant& value, const VARIANT& reference) {
+  const SAFEARRAY* const before = *reference.pparray;
+  if (before != nullptr && (before->cLocks > 0 || (before->fFeatures & kFixed) != 0))
+    throw RuntimeError(10, "This array is fixed or temporarily locked");
   const auto element = static_cast<VARTYPE>(reference.vt & VT_TYPEMASK);
   SAFEARRAY* const fresh = ArrayToClient(value.AsArray(), element);
   ::SafeArrayDestroy(std::exchange(*reference.pparray, fresh));
@@ -195,23 +204,40 @@ void ToClient(const Variant& value, VARIANT& target) {
   target = made.Release();
 }
 
-Variant FromClient(const VARIANT& value) {
+const VARIANT& Itself(const VARIANT& value) {
+  const VARIANT* place = &value;
+  for (int steps = 0; place->vt == (VT_BYREF | VT_VARIANT); ++steps) {
+    if (place->pvarVal == nullptr || steps == kMostSteps) throw Errors::InvalidProcedureCall();
+    place = place->pvarVal;
+  }
+  return *place;
+}
+
+Variant FromClient(const VARIANT& client) {
+  const VARIANT& value = Itself(client);
   const bool is_reference = (value.vt & VT_BYREF) != 0;
+  if (is_reference && value.byref == nullptr) throw Errors::InvalidProcedureCall();
   if ((value.vt & VT_ARRAY) != 0) return ArrayFromClient(is_reference ? *value.pparray : value.parray);
   if (!is_reference) return PlainFrom(value);
-  if (value.vt == (VT_BYREF | VT_VARIANT)) return FromClient(*value.pvarVal);
-  ClientValue itself;
-  Require(::VariantCopyInd(itself.get(), const_cast<VARIANT*>(&value)));
-  return PlainFrom(*itself);
+  ClientValue copied;
+  Require(::VariantCopyInd(copied.get(), const_cast<VARIANT*>(&value)));
+  return PlainFrom(*copied);
 }
 
 void WriteBack(const Variant& value, const VARIANT& reference) {
   if ((reference.vt & VT_BYREF) == 0) return;
-  if ((reference.vt & VT_ARRAY) != 0) return PutArray(value, reference);
+  // A client's variable may be a reference by itself, to an array above all.
+  const VARIANT& target = Itself(reference);
   ClientValue made;
+  if ((target.vt & VT_BYREF) == 0) {
+    ToClient(value, *made);
+    std::swap(const_cast<VARIANT&>(target), *made);
+    return;
+  }
+  if (target.byref == nullptr) throw Errors::InvalidProcedureCall();
+  if ((target.vt & VT_ARRAY) != 0) return PutArray(value, target);
   ToClient(value, *made);
-  if (reference.vt != (VT_BYREF | VT_VARIANT)) return PutPlain(*made, reference);
-  std::swap(*reference.pvarVal, *made);
+  PutPlain(*made, target);
 }
 
 }  // namespace mirelo::com

@@ -34,8 +34,13 @@ void ToClient(const Variant& value, VARIANT& target);
 // arrays of more than two dimensions.
 Variant FromClient(const VARIANT& value);
 
+// What a variant refers to through references to variants; itself where it is none. Error 5 for one that
+// leads nowhere.
+const VARIANT& Itself(const VARIANT& value);
+
 // Puts a value where a client's reference is, in the reference's own type. Nothing for what is no reference.
-// Error 13 or 6 for a value that has no conversion to that type; what was there stays.
+// Error 13 or 6 for a value that has no conversion to that type, 10 for an array that cannot be replaced,
+// being locked or of fixed size; what was there stays.
 void WriteBack(const Variant& value, const VARIANT& reference);
 
 }  // namespace mirelo::com

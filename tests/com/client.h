@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "automation/wide_text.h"
 #include "automation_server/server_test.h"
 #include "com/errors.h"
 #include "com/text.h"
@@ -26,7 +27,7 @@ class ComTest : public ServerTest {
   }
 
   static DISPID IdOf(const Client& held, std::string_view name) {
-    std::wstring wide = com::WideText(name);
+    std::wstring wide = WideText(name);
     OLECHAR* names[] = {wide.data()};
     DISPID id = DISPID_UNKNOWN;
     com::Require(held->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id));

@@ -1,5 +1,6 @@
 #include "com/client.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -37,6 +38,7 @@ class NotingSink final : public IDispatch {
     std::string text = std::to_string(id);
     for (UINT i = passed->cArgs; i > 0; --i) text += " " + com::FromClient(passed->rgvarg[i - 1]).ToText();
     calls.push_back(text);
+    if (on_call) on_call();
     if (!is_failing) return S_OK;
     com::Describe(RuntimeError(1234, "the script failed", "script"), told);
     return DISP_E_EXCEPTION;
@@ -45,6 +47,7 @@ class NotingSink final : public IDispatch {
   std::map<std::string, DISPID> names;
   std::vector<std::string> calls;
   bool is_failing = false;
+  std::function<void()> on_call;
   ULONG references = 1;
 };
 
@@ -139,6 +142,22 @@ TEST_F(ComEvents, ComeToMethodsOfTheirNames) {
   CallIt(transfer, "Execute");
   EXPECT_THAT(sink.calls, IsEmpty());
   EXPECT_EQ(sink.references, 1U);
+}
+
+TEST_F(ComEvents, AreNotToldToWhoeverAnEarlierListenerHasTakenAway) {
+  NotingSink later;
+  later.names = sink.names = {{"OnStateChanged", 70}};
+  const auto change = [&](const char* method, NotingSink& listener) {
+    VARIANT value = Plain(VT_DISPATCH);
+    value.pdispVal = &listener;
+    InvokeId(transfer, IdOf(transfer, method), DISPATCH_METHOD, {value});
+  };
+  sink.on_call = [&] { change("RemoveListener", later); };
+  change("AddListener", sink);
+  change("AddListener", later);
+  CallIt(transfer, "Execute");
+  EXPECT_THAT(later.calls, IsEmpty());
+  Change("RemoveListener");
 }
 
 TEST_F(ComEvents, RaiseWhatTheirListenersRaise) {

@@ -23,7 +23,7 @@ std::string NameIn(const Held<ITypeInfo>& information, MEMBERID member = MEMBERI
 
 class TypeLibraries : public ComTest {
  protected:
-  TypeLibraries() { com::UseTypeLibraryOf(com::WideText(MIRELO_TYPE_LIBRARY)); }
+  TypeLibraries() { com::UseTypeLibraryOf(WideText(MIRELO_TYPE_LIBRARY)); }
   ~TypeLibraries() override { com::UseTypeLibraryOf({}); }
 
   static Held<ITypeInfo> InterfaceOf(const Client& held) {

@@ -17,6 +17,7 @@
 #include "automation/ansi.h"
 #include "automation/date.h"
 #include "automation/number.h"
+#include "automation/wide_text.h"
 #include "com/errors.h"
 #include "com/text.h"
 #include "streaming/MD5.h"
@@ -49,7 +50,7 @@ std::string WindowsText(double number) {
 
 std::optional<double> WindowsNumber(std::string_view text) {
   double number = 0;
-  std::wstring wide = com::WideText(text);
+  std::wstring wide = WideText(text);
   if (FAILED(::VarR8FromStr(wide.data(), kAmerican, LOCALE_NOUSEROVERRIDE, &number))) return std::nullopt;
   return number;
 }
@@ -124,7 +125,7 @@ TEST(WindowsFunctions, KnowTheCharactersOfTheCodePageAsWeDo) {
     const char letter = static_cast<char>(byte);
     wchar_t wide = 0;
     ASSERT_EQ(::MultiByteToWideChar(1252, 0, &letter, 1, &wide, 1), 1);
-    const std::string text = com::TextOf(std::wstring_view(&wide, 1));
+    const std::string text = NarrowText(std::wstring_view(&wide, 1));
     EXPECT_EQ(AnsiToText(std::string_view(&letter, 1)), text) << byte;
     EXPECT_EQ(TextToAnsi(text), std::string(1, letter)) << byte;
   }
@@ -136,7 +137,7 @@ TEST(WindowsFunctions, HaveNoByteForTheCharactersThatHaveNoneHere) {
     char letter = 0;
     ASSERT_EQ(::WideCharToMultiByte(1252, WC_NO_BEST_FIT_CHARS, &wide, 1, &letter, 1, nullptr, &is_replaced),
               1);
-    EXPECT_EQ(TextToAnsi(com::TextOf(std::wstring_view(&wide, 1))), std::string(1, letter)) << int{wide};
+    EXPECT_EQ(TextToAnsi(NarrowText(std::wstring_view(&wide, 1))), std::string(1, letter)) << int{wide};
   }
 }
 
@@ -162,6 +163,18 @@ TEST(WindowsFunctions, DigestAsWeDo) {
     const MD5::Digest digest = MD5::Of(bytes);
     EXPECT_EQ(std::string(digest.begin(), digest.end()), WindowsDigest(bytes)) << size;
   }
+}
+
+TEST(WideCharacters, AreThoseOfWindows) {
+  for (int code = 1; code <= 0xFFFF; ++code) {
+    const auto wide = static_cast<wchar_t>(code);
+    char narrow[8] = "";
+    const int length = ::WideCharToMultiByte(CP_UTF8, 0, &wide, 1, narrow, sizeof narrow, nullptr, nullptr);
+    ASSERT_EQ(NarrowText({&wide, 1}), std::string(narrow, static_cast<std::size_t>(length))) << code;
+  }
+  wchar_t pair[4] = L"";
+  ASSERT_EQ(::MultiByteToWideChar(CP_UTF8, 0, "\xF0\x9F\x92\xB9", 4, pair, 4), 2);
+  EXPECT_EQ(WideText("\xF0\x9F\x92\xB9"), std::wstring_view(pair, 2));
 }
 
 }  // namespace

@@ -6,18 +6,11 @@
 #include <string_view>
 
 #include "adapters/windows/user_format.h"
+#include "automation/wide_text.h"
 
 namespace mirelo::windows {
 
 namespace {
-
-std::string Utf8(std::wstring_view text) {
-  const int length = static_cast<int>(text.size());
-  const int needed = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string narrow(static_cast<std::size_t>(needed), '\0');
-  ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, narrow.data(), needed, nullptr, nullptr);
-  return narrow;
-}
 
 class Place {
  public:
@@ -27,7 +20,7 @@ class Place {
   void Tell(LCTYPE what, std::string& text) const {
     std::array<wchar_t, 128> told{};
     const int length = ::GetLocaleInfoEx(name_, what, told.data(), static_cast<int>(told.size()));
-    if (length > 1) text = Utf8({told.data(), static_cast<std::size_t>(length - 1)});
+    if (length > 1) text = NarrowText({told.data(), static_cast<std::size_t>(length - 1)});
   }
   template <std::size_t N>
   void TellEach(LCTYPE first, std::array<std::string, N>& texts) const {

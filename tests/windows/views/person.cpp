@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 #include "forms/text_box.h"
 
 namespace mirelo::windows {

@@ -9,7 +9,7 @@
 #include "adapters/windows/views/control_maker.h"
 #include "adapters/windows/views/pictures.h"
 #include "adapters/windows/views/views.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 #include "forms/button.h"
 #include "forms/check_box.h"
 #include "forms/tab.h"

@@ -9,7 +9,7 @@
 
 #include "adapters/windows/views/color.h"
 #include "adapters/windows/views/control_maker.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 
 namespace mirelo::windows {
 

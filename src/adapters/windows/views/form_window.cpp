@@ -5,9 +5,9 @@
 
 #include "adapters/windows/views/color.h"
 #include "adapters/windows/views/common_controls.h"
-#include "adapters/windows/views/wide_text.h"
 #include "adapters/windows/window_loop.h"
 #include "automation/runtime_error.h"
+#include "automation/wide_text.h"
 #include "forms/button.h"
 #include "forms/layout/layouts.h"
 #include "forms/simple_controls.h"

@@ -1,7 +1,7 @@
 // Typing into a cell of a grid.
 
 #include "adapters/windows/views/grid_view.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 
 namespace mirelo::windows {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "adapters/windows/views/grid_view.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 
 namespace mirelo::windows {
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "adapters/windows/views/control_maker.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 
 namespace mirelo::windows {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 #include "host/window_placement.h"
 
 namespace mirelo::windows {

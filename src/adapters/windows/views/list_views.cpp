@@ -9,7 +9,7 @@
 
 #include "adapters/windows/views/control_maker.h"
 #include "adapters/windows/views/views.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 #include "forms/combo_box.h"
 #include "forms/list_box.h"
 

@@ -4,8 +4,8 @@
 #include "adapters/windows/views/native_desktop.h"
 #include "adapters/windows/views/others_disabled.h"
 #include "adapters/windows/views/top_window.h"
-#include "adapters/windows/views/wide_text.h"
 #include "adapters/windows/window_loop.h"
+#include "automation/wide_text.h"
 
 namespace mirelo::windows {
 

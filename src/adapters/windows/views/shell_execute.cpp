@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "adapters/windows/views/native_desktop.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 
 namespace mirelo::windows {
 

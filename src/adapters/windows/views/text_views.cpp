@@ -5,7 +5,7 @@
 #include "adapters/windows/views/color.h"
 #include "adapters/windows/views/control_maker.h"
 #include "adapters/windows/views/views.h"
-#include "adapters/windows/views/wide_text.h"
+#include "automation/wide_text.h"
 #include "forms/text_box.h"
 
 namespace mirelo::windows {

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "adapters/windows/views/wide_text.h"
 #include "adapters/windows/window_loop.h"
+#include "automation/wide_text.h"
 #include "forms/form.h"
 
 namespace mirelo::windows {
