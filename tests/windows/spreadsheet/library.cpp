@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "windows/spreadsheet/saved_workbook.h"
 #include "windows/spreadsheet/served.h"
 
 namespace {
@@ -21,6 +22,8 @@ BOOL WINAPI DllMain(HINSTANCE module, DWORD why, void*) {
 
 __declspec(dllexport) HRESULT WINAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** place) {
   if (class_id != mirelo::testing::kInThisProcess) return CLASS_E_CLASSNOTAVAILABLE;
+  static const bool can_be_saved = (mirelo::testing::LetWorkbooksBeSaved(), true);
+  (void)can_be_saved;
   return mirelo::testing::SpreadsheetFactory()->QueryInterface(id, place);
 }
 
