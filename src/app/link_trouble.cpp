@@ -75,18 +75,14 @@ bool IsSame(const std::string& value, const std::string& stored) {
              static_cast<std::uint16_t>(RoundToInt32(Val(value)));
 }
 
-std::string InForce(LinuxHost& host, const std::set<std::string>& given_here, const std::string& key,
-                    const std::string& value) {
+}  // namespace
+
+std::string SettingInForce(LinuxHost& host, const std::set<std::string>& given_here, const std::string& key,
+                           const std::string& value) {
   if (given_here.contains(key) || host.IsOverridden(key)) return key + ", given for this command";
   const std::string stored = mGlobal::AppSettings().GetSetting("Settings", key, "").ToText();
   if (IsSame(value, stored)) return key + " of the settings";
   return stored.empty() ? key + " by default" : key + " of the dialog";
-}
-
-}  // namespace
-
-std::string SettingInForce(Session& session, const std::string& key, const std::string& value) {
-  return InForce(session.host(), session.given_here, key, value);
 }
 
 std::string LinkTrouble(Session& session) {
@@ -100,9 +96,10 @@ std::string LinkTrouble(LinuxHost& host, const wire::AskedServer& asked,
   if (failure == Failure::None && EqualText(Left(asked.Beginning(), 2), "OK")) return {};
   const Trouble trouble = TroubleOf(failure, asked);
   const std::string port = std::to_string(asked.Port());
-  return "Asked at " + Visible(asked.Host()) + " (" + InForce(host, given_here, "Webaddress", asked.Host()) +
-         "), port " + port + " (" + InForce(host, given_here, "HTTPPort", port) + "): " + trouble.what +
-         ".\n" + trouble.what_to_do;
+  return "Asked at " + Visible(asked.Host()) + " (" +
+         SettingInForce(host, given_here, "Webaddress", asked.Host()) + "), port " + port + " (" +
+         SettingInForce(host, given_here, "HTTPPort", port) + "): " + trouble.what + ".\n" +
+         trouble.what_to_do;
 }
 
 }  // namespace mirelo::app

@@ -26,6 +26,7 @@ std::string LinkTrouble(LinuxHost& host, const wire::AskedServer& asked,
 
 // Where a setting of the link comes from, for people: "HTTPPort, given for this command". `value` is the one
 // that was used.
-std::string SettingInForce(Session& session, const std::string& key, const std::string& value);
+std::string SettingInForce(LinuxHost& host, const std::set<std::string>& given_here, const std::string& key,
+                           const std::string& value);
 
 }  // namespace mirelo::app

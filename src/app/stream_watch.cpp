@@ -3,15 +3,16 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "app/link_trouble.h"
-#include "app/session.h"
 #include "automation/ansi.h"
 #include "automation/number.h"
 #include "automation/text.h"
 #include "automation/visible_text.h"
 #include "core/known_setting.h"
 #include "core/mGlobal.h"
+#include "linux/linux_host.h"
 
 namespace mirelo::app {
 
@@ -33,11 +34,12 @@ std::string FirstLine(std::string_view text) {
 
 }  // namespace
 
-StreamWatch::StreamWatch(Session& session)
-    : session_(session),
+StreamWatch::StreamWatch(LinuxHost& host, std::set<std::string> given_here)
+    : machine_(host),
+      given_here_(std::move(given_here)),
       host_(FacadeSetting("Webaddress").In(mGlobal::AppSettings()).ToText()),
       port_(FacadeSetting("SocketPort").In(mGlobal::AppSettings()).ToText()) {
-  auto& sockets = session_.host().sockets();
+  auto& sockets = machine_.sockets();
   on_connected_ = sockets.Connected.Subscribe([this] { OnConnected(); });
   on_received_ =
       sockets.Received.Subscribe([this](std::span<const std::uint8_t> bytes) { OnReceived(bytes); });
@@ -45,15 +47,15 @@ StreamWatch::StreamWatch(Session& session)
 }
 
 StreamWatch::~StreamWatch() {
-  auto& sockets = session_.host().sockets();
+  auto& sockets = machine_.sockets();
   sockets.Connected.Unsubscribe(on_connected_);
   sockets.Received.Unsubscribe(on_received_);
   sockets.Dropped.Unsubscribe(on_dropped_);
-  session_.host().loop().StopTimer(patience_);
+  machine_.loop().StopTimer(patience_);
 }
 
 void StreamWatch::OnConnected() {
-  auto& loop = session_.host().loop();
+  auto& loop = machine_.loop();
   loop.StopTimer(patience_);
   connected_ = true;
   greeted_ = false;
@@ -65,7 +67,7 @@ void StreamWatch::OnReceived(std::span<const std::uint8_t> bytes) {
   if (greeted_ || found_another_) return;
   greeting_.append(bytes.begin(), bytes.end());
   if (greeting_.size() < kGreeting.size() && kGreeting.starts_with(greeting_)) return;
-  session_.host().loop().StopTimer(patience_);
+  machine_.loop().StopTimer(patience_);
   greeted_ = greeting_.starts_with(kGreeting);
   if (greeted_) return;
   const std::string line = FirstLine(AnsiToText(greeting_));
@@ -78,7 +80,7 @@ void StreamWatch::OnReceived(std::span<const std::uint8_t> bytes) {
 
 // A connection that did not come about has said by itself why.
 void StreamWatch::OnDropped() {
-  session_.host().loop().StopTimer(patience_);
+  machine_.loop().StopTimer(patience_);
   if (!connected_) Tell(Place() + kCompareSocketPort);
   connected_ = false;
 }
@@ -103,13 +105,14 @@ void StreamWatch::Tell(const std::string& text) {
 }
 
 std::string StreamWatch::Place() {
-  return "Called at " + Visible(host_) + " (" + SettingInForce(session_, "Webaddress", host_) + "), port " +
-         Visible(port_) + " (" + SettingInForce(session_, "SocketPort", port_) + ").";
+  return "Called at " + Visible(host_) + " (" + SettingInForce(machine_, given_here_, "Webaddress", host_) +
+         "), port " + Visible(port_) + " (" + SettingInForce(machine_, given_here_, "SocketPort", port_) +
+         ").";
 }
 
 // The beginning of what comes to a request that QuoteTracker would answer; empty when it is no reply.
 std::string StreamWatch::ReplyOverHttp() {
-  auto& internet = session_.host().internet();
+  auto& internet = machine_.internet();
   const WinInetApi::Handle handle = internet.InternetOpenA(std::nullopt, WinInetApi::kOpenTypePreconfig);
   for (const auto option :
        {WinInetApi::kOptionConnectTimeout, WinInetApi::kOptionSendTimeout, WinInetApi::kOptionReceiveTimeout})

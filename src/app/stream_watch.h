@@ -9,9 +9,11 @@
 #include "automation/event.h"
 #include "host/message_loop.h"
 
-namespace mirelo::app {
+namespace mirelo {
+class LinuxHost;
+}
 
-class Session;
+namespace mirelo::app {
 
 // Listens beside a stream for what else than QuoteTracker may answer at its port, and says so within seconds:
 // QuoteTracker greets whoever calls it, at once. What stays silent is asked once more, over HTTP.
@@ -20,8 +22,9 @@ class StreamWatch {
   // How long a greeting may take.
   static constexpr std::chrono::seconds kPatience{3};
 
-  // Begins to listen. The session must outlive it, with a live facade.
-  explicit StreamWatch(Session& session);
+  // Begins to listen. The host must outlive it, with a live facade. `given_here` are the keys of settings
+  // that hold for this process alone.
+  explicit StreamWatch(LinuxHost& host, std::set<std::string> given_here = {});
   ~StreamWatch();
   StreamWatch(const StreamWatch&) = delete;
   StreamWatch& operator=(const StreamWatch&) = delete;
@@ -42,7 +45,8 @@ class StreamWatch {
   std::string Place();
   std::string ReplyOverHttp();
 
-  Session& session_;
+  LinuxHost& machine_;
+  const std::set<std::string> given_here_;
   std::string host_;
   std::string port_;
   std::string greeting_;  // as far as it has come

@@ -300,8 +300,11 @@ void StreamFeed::NoteLoginResult(std::span<const std::uint8_t> message) {
   if (TextOf(text, "<STATUSCODE>", "</STATUSCODE>") == "0") {
     Status.Raise("Logged in");
   } else {
-    Status.Raise("QuoteTracker refused the login: " + TextOf(text, "<STATUSDESC>", "</STATUSDESC>") +
-                 ". Check the credentials with: mirelo credentials show-name");
+    const std::string refusal =
+        "QuoteTracker refused the login: " + TextOf(text, "<STATUSDESC>", "</STATUSDESC>") +
+        ". Check the credentials with: mirelo credentials show-name";
+    Status.Raise(refusal);
+    LoginRefused.Raise(refusal);
   }
 }
 

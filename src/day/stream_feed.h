@@ -74,6 +74,8 @@ class StreamFeed {
 
   // A line for a person.
   Event<const std::string&> Status;
+  // The same line as by Status where QuoteTracker has refused the credentials.
+  Event<const std::string&> LoginRefused;
   // Each quote once, in the order in which they came; those of other tickers, and of none, are left out,
   // which is told as a Status once. A handler that fails costs this quote alone: the failure is told as a
   // Status, once for each of its texts and for so many texts at most, and the next quotes follow.

@@ -126,9 +126,9 @@ void WorkingDay::Ask() {
         trail_->Note(snapshot_->Tickers()[ticker], "that is no quote, so what its cells hold stays");
       }
     }
+    Status.Raise(std::to_string(count) + (count == 1 ? " quote" : " quotes"));
     came_.Beat(count);
     Write();
-    Status.Raise(std::to_string(count) + (count == 1 ? " quote" : " quotes"));
   } else {
     Status.Raise("QuoteTracker gave no quotes; going on");
   }
@@ -162,6 +162,7 @@ void WorkingDay::Listen() {
   stream_.emplace(facade_, loop_, sockets_, tables_->Tickers(), file);
   if (trail_ != nullptr) stream_->Follow(*trail_);
   stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
+  stream_->LoginRefused.Subscribe([this](const std::string& text) { LoginRefused.Raise(text); });
   stream_->Quote.Subscribe([this](const cQTData& quote) { TakeStreamed(quote); });
   stream_->Failed().Subscribe([this] { Over.Raise(); });
   stream_->Rested.Subscribe([this] { failure_.Guard([this] { WriteInTime(); }); });

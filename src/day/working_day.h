@@ -120,6 +120,8 @@ class WorkingDay {
 
   // A line for a person.
   Event<const std::string&> Status;
+  // The same line as by Status where QuoteTracker has refused the credentials: no quote will come with them.
+  Event<const std::string&> LoginRefused;
   // Quotes have reached the cells.
   Event<> Wrote;
 

@@ -5,6 +5,7 @@
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/util/XModifyBroadcaster.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <exception>
 #include <utility>
 
 #include "adapters/calc/objects/spreadsheet_program.h"
@@ -61,11 +62,13 @@ DocumentDay::DocumentDay(Machine& machine, const Context& context, Document docu
                                  closing->Raise();
                                })) {
   day_.HoldAtMost(kHold);
-  day_.Status.Subscribe([this](const std::string& text) { told_ = text; });
+  day_.Status.Subscribe([this](const std::string& text) { told_.Tell(text, day_.Came().Count()); });
+  day_.LoginRefused.Subscribe([this](const std::string& text) { told_.Explain(text, day_.Came().Count()); });
   day_.Wrote.Subscribe([this] { OnWrote(); });
   changes_ = new Changes(day_);
   Reference<css::util::XModifyBroadcaster>(document_, css::uno::UNO_QUERY_THROW)->addModifyListener(changes_);
-  told_by_machine_ = machine_.Told.Subscribe([this](const std::string& text) { told_ = text; });
+  told_by_machine_ =
+      machine_.Told.Subscribe([this](const std::string& text) { told_.Tell(text, day_.Came().Count()); });
 }
 
 DocumentDay::~DocumentDay() {
@@ -81,7 +84,15 @@ DocumentDay::~DocumentDay() {
 
 void DocumentDay::Start() {
   day_.TakeSettings();
+  watch_.emplace(machine_.host());
+  watch_->Told.Subscribe([this](const std::string& text) { Explain(text); });
   day_.Start();
+}
+
+void DocumentDay::Explain(const std::string& text) {
+  told_.Explain(text, day_.Came().Count());
+  day_.Status.Raise(text);
+  if (IsInVain()) day_.TakeFailure(std::make_exception_ptr(RuntimeError(5, text)));
 }
 
 // Once is enough for what quotes hold, and from then on the widths are the person's.

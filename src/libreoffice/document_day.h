@@ -5,9 +5,12 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <com/sun/star/util/XModifyListener.hpp>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "app/stream_watch.h"
 #include "automation/event.h"
+#include "day/last_told.h"
 #include "day/working_day.h"
 
 namespace mirelo::libreoffice {
@@ -33,8 +36,10 @@ class DocumentDay {
 
   const Document& document() const { return document_; }
   day::WorkingDay& day() { return day_; }
-  // What was told last.
-  const std::string& Told() const { return told_; }
+  const day::LastTold& Told() const { return told_; }
+  // Whether QuoteTracker was found not to be what answers, before any quote came: none will. The reason was
+  // told.
+  bool IsInVain() const { return watch_ && watch_->HasFoundAnother() && day_.Came().Count() == 0; }
   // The document is being closed. It must not be asked for anything any more. Raised on the thread of whoever
   // closes it.
   Event<>& Closing() { return *closing_; }
@@ -45,13 +50,15 @@ class DocumentDay {
   class Changes;
 
   void OnWrote();
+  void Explain(const std::string& text);
 
   Machine& machine_;
   Document document_;
   std::shared_ptr<Event<>> closing_ = std::make_shared<Event<>>();  // the document's, too
   std::shared_ptr<std::atomic<bool>> is_closed_ = std::make_shared<std::atomic<bool>>(false);
+  day::LastTold told_;
   day::WorkingDay day_;
-  std::string told_;
+  std::optional<app::StreamWatch> watch_;
   bool is_fitted_ = false;
   css::uno::Reference<css::util::XModifyListener> changes_;
   Event<const std::string&>::Cookie told_by_machine_ = 0;

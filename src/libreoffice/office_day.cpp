@@ -29,6 +29,11 @@ constexpr const char* kWhatToDo =
     "What was written stays. If sheets were deleted or renamed, build them again with Settings...; if one is "
     "protected, take its protection off (Tools > Protect Sheet). Then press Start.";
 
+constexpr const char* kWhatToDoInVain = "Then press Start.";
+
+constexpr const char* kWhatToDoAboutLogin =
+    "mirelo credentials set, in a terminal, gives others. Then press Stop, and Start.";
+
 // Beside the one of the cell functions, whose connections are their own.
 bool FacadeLives() { return cMirelo::Living() > (QuoteAnswers::HaveFacade() ? 1 : 0); }
 
@@ -89,6 +94,7 @@ void OfficeDay::Start(const Document& document) {
   });
   day_->day().Status.Subscribe([this](const std::string& text) { Told.Raise(text); });
   day_->day().Over.Subscribe([this] { EndLater(); });
+  day_->day().LoginRefused.Subscribe([this](const std::string& refusal) { ComplainOfLogin(refusal); });
   machine_.take_failure = [this](const std::exception_ptr& failure) {
     day_->day().TakeFailure(failure);
     return true;
@@ -121,7 +127,9 @@ std::string OfficeDay::StatusLine(const Document& document) const {
     return "Mirelo: quotes come no more: " + failure_;
   if (!day_ || day_->document() != document) return {};
   const day::Pulse& came = day_->day().Came();
-  return "Mirelo: " + (came.Count() > 0 || day_->Told().empty() ? came.Text() : day_->Told());
+  const std::string told = day_->Told().Line(came.Count());
+  if (told.empty()) return "Mirelo: " + came.Text();
+  return "Mirelo: " + told + (came.Count() > 0 ? " (" + came.Text() + ")" : "");
 }
 
 std::string OfficeDay::Report() const {
@@ -133,7 +141,8 @@ std::string OfficeDay::Report() const {
                        "\n" + day_->day().Came().Text();
   if (const int calls = day_->day().Reconnects(); calls > 0)
     report += "\nQuoteTracker was called again " + std::to_string(calls) + (calls == 1 ? " time" : " times");
-  if (!day_->Told().empty()) report += "\nLast told: " + day_->Told();
+  if (!day_->Told().Lines().empty()) report += "\n\nLast told:";
+  for (const std::string& line : day_->Told().Lines()) report += "\n" + line;
   return report;
 }
 
@@ -182,7 +191,8 @@ void OfficeDay::End(const std::string& why) {
   if (!day_) return;
   const std::shared_ptr<DocumentDay> ended = std::exchange(day_, nullptr);
   machine_.take_failure = nullptr;
-  for (auto* const timer : {&telling_, &ending_}) machine_.loop().StopTimer(std::exchange(*timer, 0));
+  for (auto* const timer : {&telling_, &ending_, &complaining_})
+    machine_.loop().StopTimer(std::exchange(*timer, 0));
   machine_.host().HangUp();
   last_ = ended->day().Came().Text();
   last_count_ = ended->day().Came().Count();
@@ -212,6 +222,7 @@ void OfficeDay::EndWithReason() {
   if (!day_) return;
   const Document document = day_->document();
   const std::string title = TitleOf(document);
+  const bool is_in_vain = day_->IsInVain();
   std::string why;
   try {
     day_->day().RaiseFailure();
@@ -220,9 +231,21 @@ void OfficeDay::EndWithReason() {
   }
   End(why);
   if (why.empty()) return;
+  Complain(document, "Quotes come into " + title + " no more: " + why + "\n" +
+                         (is_in_vain ? kWhatToDoInVain : kWhatToDo));
+}
+
+// Once a day. The day goes on calling, since QuoteTracker may let it in later.
+void OfficeDay::ComplainOfLogin(const std::string& refusal) {
+  if (complaining_ != 0) return;
+  complaining_ = machine_.loop().StartTimer(std::chrono::milliseconds(0), [this, refusal] {
+    if (day_) Complain(day_->document(), refusal + "\n" + kWhatToDoAboutLogin);
+  });
+}
+
+void OfficeDay::Complain(const Document& document, const std::string& text) {
   const Machine::Above above(machine_, FrameOf(document));
-  machine_.host().desktop().MessageBox("Quotes come into " + title + " no more: " + why + "\n" + kWhatToDo,
-                                       host::Desktop::kExclamation, host::Desktop::kDefaultTitle);
+  machine_.host().desktop().MessageBox(text, host::Desktop::kExclamation, host::Desktop::kDefaultTitle);
 }
 
 // Nothing of a day is under way when the sweep's own step is the only one.

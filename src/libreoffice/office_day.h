@@ -75,6 +75,8 @@ class OfficeDay {
   void End(const std::string& why);
   void EndLater();
   void EndWithReason();
+  void ComplainOfLogin(const std::string& refusal);
+  void Complain(const Document& document, const std::string& text);
   void SweepLater();
   void TellEverySecond();
 
@@ -90,6 +92,7 @@ class OfficeDay {
   css::uno::WeakReference<css::frame::XModel> failed_;  // where
   host::MessageLoop::Token telling_ = 0;
   host::MessageLoop::Token ending_ = 0;
+  host::MessageLoop::Token complaining_ = 0;  // of a refused login; kept behind it
   host::MessageLoop::Token sweeping_ = 0;
   host::MessageLoop::Token abandoning_ = 0;  // the dialog
 };

@@ -21,6 +21,7 @@ Sub Main
   Document.close(True)
   Closing
   Reloading
+  Troubles
   Leaving
   Note("end", "reached")
   GoTo Done
@@ -138,6 +139,36 @@ Sub Reloading
   Document = Frame.Controller.Model
   Note("states behind reloading", StatesIn(Document))
   Document.close(True)
+End Sub
+
+REM  Each with a stream of its own, whose port stands in the environment.
+Sub Troubles
+  Dim Document
+  Document = Opened("troubles.xlsx")
+  NoteTrouble(Document, "refused login", "STRICT", "refused the login")
+  ChooseCommand(Document, "status")
+  NoteTrouble(Document, "nobody there", "NOBODY", "Compare SocketPort")
+  NoteTrouble(Document, "something else", "OTHER", "no more")
+  NoteTrouble(Document, "cut stream", "CUT", "again in")
+  ChooseCommand(Document, "stop")
+  ListenAt("RELAY")
+  Document.close(True)
+End Sub
+
+Sub NoteTrouble(Document, What As String, Port As String, Sign As String)
+  Dim Tries As Integer
+  ChooseCommand(Document, "stop")
+  ListenAt(Port)
+  ChooseCommand(Document, "start")
+  For Tries = 1 To 20 * Patience
+    If InStr(StatesIn(Document), Sign) > 0 Then Exit For
+    Wait 50
+  Next Tries
+  Note(What, StatesIn(Document))
+End Sub
+
+Sub ListenAt(Port As String)
+  Shell(Environ("MIRELO_PROGRAM"), 0, "settings set SocketPort " & Environ("MIRELO_" & Port), True)
 End Sub
 
 REM  The office is to end while quotes come.

@@ -1,8 +1,12 @@
 """A day in an open document of LibreOffice, against a stand-in, while somebody works in the document."""
 
+import contextlib
 import os
 import pathlib
+import shutil
+import socket
 import tempfile
+import threading
 import unittest
 
 from office import Office, be_asked, build_tables, notes_in
@@ -12,19 +16,55 @@ from support import BUILD, StandIn
 HERE = pathlib.Path(__file__).parent
 
 
+def troublesome_streams(folder):
+    """The ports of streams that bring no quotes, each for a reason of its own, and what keeps them."""
+    kept = contextlib.ExitStack()
+    secret = folder / "secret"
+    secret.write_text("another one\n")
+    strict = kept.enter_context(StandIn(BUILD / "bin", "--app-secret-file", secret))
+    cut = kept.enter_context(StandIn(BUILD / "bin", "--stream-fault", "drop@quotes:40"))
+    other = kept.enter_context(socket.create_server(("127.0.0.1", 0)))
+    threading.Thread(target=greet_otherwise, args=(other,), daemon=True).start()
+    with socket.create_server(("127.0.0.1", 0)) as closed:
+        nobody = closed.getsockname()[1]
+    ports = {"STRICT": strict.stream_port, "CUT": cut.stream_port, "OTHER": other.getsockname()[1], "NOBODY": nobody}
+    return ports, kept
+
+
+def greet_otherwise(listener):
+    while True:
+        try:
+            client, _ = listener.accept()
+        except OSError:  # it is over
+            return
+        with client:
+            client.sendall(b"220 ready\r\n")
+            client.recv(100)
+
+
 class Day(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         home = tempfile.TemporaryDirectory(prefix="mirelo-")
         cls.addClassCleanup(home.cleanup)
         folder = pathlib.Path(home.name)
-        environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
-        office = Office(folder, environment)
-        office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
+        environment = {
+            "PATH": os.environ["PATH"],
+            "HOME": home.name,
+            "MIRELO_FOLDER": home.name,
+            "MIRELO_PROGRAM": str(BUILD / "bin" / "mirelo"),
+        }
+        ports, troubles = troublesome_streams(folder)
+        cls.addClassCleanup(troubles.close)
+        cls.ports = ports
         with StandIn(BUILD / "bin") as tracker, Relay(tracker.stream_port) as relay:
+            ports = {f"MIRELO_{name}": str(port) for name, port in {**ports, "RELAY": relay.port}.items()}
+            office = Office(folder, {**environment, **ports})
+            office.install(BUILD / "mirelo.oxt")
+            office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
             be_asked(tracker, environment, relay.port)
             build_tables(folder / "quotes.xlsx", environment)
+            shutil.copy(folder / "quotes.xlsx", folder / "troubles.xlsx")
             cls.code = office.run("Tests.Day.Main")
         cls.sent = [bytes(sent) for sent in relay.sent]
         cls.log = office.log()
@@ -90,6 +130,23 @@ class Day(unittest.TestCase):
             self.assertEqual(self.notes[f"comes before {what}"], "True")
             self.assertEqual(self.notes[f"states behind {what}"], "settings=True start=True stop=False status=True [] help=True")
         self.assertNotIn("into quotes.xlsx no more", self.log)
+
+    def test_tells_that_the_login_was_refused_and_what_to_do(self):
+        self.assertIn("stop=True status=True [Mirelo: QuoteTracker refused the login: ", self.notes["refused login"])
+        self.assertEqual(self.log.count("mirelo credentials set, in a terminal"), 1, self.log)
+        self.assertRegex(self.log, r"(?s)Last told:\n.*QuoteTracker refused the login: ")
+
+    def test_tells_where_nobody_listens_and_goes_on_calling(self):
+        called = rf"stop=True status=True \[Mirelo: Called at .*, port {self.ports['NOBODY']} .*Compare SocketPort"
+        self.assertRegex(self.notes["nobody there"], called)
+
+    def test_ends_where_something_else_answers(self):
+        self.assertIn("stop=False status=True [Mirelo: quotes come no more: Called at ", self.notes["something else"])
+        self.assertIn('it begins with "220 ready".', self.notes["something else"])
+        self.assertRegex(self.log, r'(?s)it begins with "220 ready"\..*Then press Start\.')
+
+    def test_tells_that_the_stream_was_cut_beside_what_has_come(self):
+        self.assertRegex(self.notes["cut stream"], r"\[Mirelo: .*; calling again in \d seconds? \(\d+ quotes, ")
 
     def test_tells_quotetracker_to_send_no_more_however_it_ends(self):
         days = [sent for sent in self.sent if b"MSFT" in sent]

@@ -215,7 +215,7 @@ bool RunCommand::Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& 
   view.EndWished.Subscribe(end);
   Alarm alarm(host.loop());
   if (const auto time = ParseDuration(for_)) alarm.Set(*time, end);
-  StreamWatch watch(session);
+  StreamWatch watch(session.host(), session.given_here);
   std::string told;
   watch.Told.Subscribe([&](const std::string& text) {
     told = text;

@@ -63,7 +63,7 @@ bool SourcesCommand::Update(Session& session) {
   });
   const auto told =
       session.host().sockets().Told.Subscribe([](const std::string& line) { Err() << line << "\n"; });
-  StreamWatch watch(session);
+  StreamWatch watch(session.host(), session.given_here);
   watch.Told.Subscribe([&](const std::string& text) {
     Err() << text << "\n";
     over = over || watch.HasFoundAnother();

@@ -173,7 +173,7 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed, DayLog& log) 
     loop.StartTimer(std::chrono::milliseconds(static_cast<std::int64_t>(seconds_ * 1000)),
                     [&] { is_over = true; });
   }
-  StreamWatch watch(session);
+  StreamWatch watch(session.host(), session.given_here);
   std::string told;
   watch.Told.Subscribe([&](const std::string& text) {
     status = told = text;
