@@ -16,6 +16,7 @@ Sub Main
   Histories(Document)
   Looks(Document)
   Steps(Document)
+  Hiding(Document)
   Saving(Document)
   Document.close(True)
   Note("end", "reached")
@@ -115,6 +116,33 @@ Sub Steps(Document)
   Note("behind twenty steps back", Quotes(Document))
   Note("steps taken back", Sheet.getCellByPosition(0, 8).Value & " " & Sheet.getCellByPosition(0, 9).Value)
 End Sub
+
+REM  The history of the ticker whose sheet is as Go has left it.
+Sub Hiding(Document)
+  Dim Sheet
+  Sheet = Document.Sheets.getByName("Quotes_Vertical(IBM)")
+  Note("cells of charts", CellsOfCharts(Sheet))
+  Sheet.IsVisible = False
+  Note("charts of a hidden history", ChartsFollow(Sheet, CellsOfCharts(Sheet)))
+  Sheet.IsVisible = True
+  Note("charts of a history that is seen again", ChartsFollow(Sheet, CellsOfCharts(Sheet)))
+End Sub
+
+Function ChartsFollow(Sheet, Before As String) As Boolean
+  Dim Tries As Integer
+  For Tries = 1 To 300
+    ChartsFollow = CellsOfCharts(Sheet) <> Before
+    If ChartsFollow Then Exit For
+    Wait 50
+  Next Tries
+End Function
+
+Function CellsOfCharts(Sheet) As String
+  Dim Number As Long
+  For Number = 0 To Sheet.Charts.Count - 1
+    CellsOfCharts = CellsOfCharts & Join(Sheet.Charts.getByIndex(Number).EmbeddedObject.getUsedRangeRepresentations(), " ") & " "
+  Next Number
+End Function
 
 Sub Saving(Document)
   Document.storeAsURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/other.xlsx"), Array(Argument("FilterName", "Calc MS Excel 2007 XML")))
@@ -219,7 +247,8 @@ Function Grows(Sheet) As String
   For Row = Foot - 3 To Foot + 2
     For Column = 0 To 3
       Cell = Sheet.getCellByPosition(Column, Row)
-      If Row < Foot And CaptionIn(Sheet, First, Column) <> "" Or Cell.Value <> 0 Then
+      If CaptionIn(Sheet, First, Column) = "LastVolume" Then  ' no price
+      ElseIf Row < Foot And CaptionIn(Sheet, First, Column) <> "" Or Cell.Value <> 0 Then
         If Int(Cell.Value) <> CodeOf("MSFT", CaptionIn(Sheet, First, Column)) Then Grows = Grows & " wrong: " & Cell.AbsoluteName & "=" & Cell.String
       End If
     Next Column

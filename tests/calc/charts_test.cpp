@@ -19,6 +19,7 @@
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
@@ -29,6 +30,7 @@
 #include <com/sun/star/text/WritingMode2.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
+#include <vector>
 
 #include "adapters/calc/charts/office_chart.h"
 #include "adapters/calc/objects/document_sheet.h"
@@ -99,6 +101,22 @@ class DrawnCharts : public ::testing::Test {
     As<css::table::XTableChartsSupplier>(Sheet())->getCharts()->addNewByName(
         "", css::awt::Rectangle(2540, 5080, 7620, 5080),
         css::uno::Sequence<css::table::CellRangeAddress>(&address, 1), false, false);
+  }
+
+  // As a person does with the mouse.
+  void Select(const std::vector<Reference<css::drawing::XShape>>& drawings) const {
+    const auto context = LiveOffice::Get().Context();
+    const auto all = As<css::drawing::XShapes>(context->getServiceManager()->createInstanceWithContext(
+        "com.sun.star.drawing.ShapeCollection", context));
+    for (const auto& drawing : drawings) all->add(drawing);
+    As<css::view::XSelectionSupplier>(Window())->select(css::uno::Any(all));
+  }
+  bool HasDrawingsSelected() const {
+    return calc::IfAs<css::drawing::XShapes>(As<css::view::XSelectionSupplier>(Window())->getSelection())
+        .is();
+  }
+  Reference<css::frame::XController> Window() const {
+    return As<css::frame::XModel>(document)->getCurrentController();
   }
 
   LiveOffice::Document document = LiveOffice::Get().NewDocument();
@@ -263,6 +281,15 @@ TEST_F(DrawnCharts, AreTakenOffWhileASecondWindowHasThemSelected) {
   EXPECT_EQ(sheet->Shapes()->Count(), 0);
 }
 
+TEST_F(DrawnCharts, AreTakenOffWhileSelectedBesideOthers) {
+  AddChart();
+  AddChart();
+  Select({Seen(0).shape, Seen(1).shape});
+  sheet->Shapes()->Item(2)->Delete();
+  EXPECT_FALSE(HasDrawingsSelected());
+  EXPECT_EQ(sheet->Shapes()->Count(), 1);
+}
+
 TEST_F(DrawnCharts, AreGoneWithTheirSheet) {
   const auto other = application->ActiveWorkbook()->Worksheets()->Add();
   const auto chart = AddChart()->Location(xlLocationAsObject, other->Name());
@@ -273,6 +300,19 @@ TEST_F(DrawnCharts, AreGoneWithTheirSheet) {
   EXPECT_EQ(NumberOf([&] { application->ScreenUpdating(true); }), 0);
   sheet->Range("A1")->Value(1.0);
   EXPECT_EQ(sheet->Range("A1")->Value(), Variant(1.0));
+}
+
+TEST_F(DrawnCharts, AreSelectedWithTheirHiddenSheetOnlyWhereNobodySeesIt) {
+  const auto other = application->ActiveWorkbook()->Worksheets()->Add();
+  sheet->Select();
+  Properties(Sheet("Sheet2")).Set("IsVisible", false);
+  EXPECT_EQ(NumberOf([&] { other->Select(); }), 1004);
+  application->ScreenUpdating(false);
+  other->Select();
+  EXPECT_EQ(application->ActiveSheet()->Name(), "Sheet2");
+  application->ScreenUpdating(true);
+  EXPECT_EQ(application->ActiveSheet()->Name(), "Sheet1");
+  EXPECT_FALSE(Properties(Sheet("Sheet2")).Get("IsVisible", true));
 }
 
 TEST_F(DrawnCharts, AreDrawnAlsoWhereTheSheetThatWasSelectedIsGone) {

@@ -41,7 +41,7 @@ class Edits(unittest.TestCase):
         office.add_macros(Tests=[HERE / "Edits.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
         with StandIn(BUILD / "bin", "--replay", folder / "day.csv", "--speed", str(SPEED), "--rate", "40", "--kinds", "L1") as tracker:
             be_asked(tracker, environment)
-            wishes = ["--history", "Last,Bid,Ask", "--set", "RowsLimit=0"]
+            wishes = ["--history", "Last,Bid,Ask", "--charts", "--set", "RowsLimit=0"]
             build_tables(folder / "quotes.xlsx", environment, *wishes, columns="Ticker,Last,Bid,Ask")
             cls.code = office.run("Tests.Edits.Main")
         cls.log = office.log()
@@ -83,6 +83,11 @@ class Edits(unittest.TestCase):
     def test_adds_to_histories_at_their_foot(self):
         for which in ("renamed history", "history below a row", "history without two rows", "history without a field"):
             self.assertEqual(self.notes[f"in a {which}"], "grows")
+
+    def test_has_charts_follow_where_nobody_sees_them(self):
+        self.assertRegex(self.notes["cells of charts"], r"Quotes_Vertical\(IBM\)'?\.\$A\$\d+:\$A\$\d+")
+        self.assertEqual(self.notes["charts of a hidden history"], "True")
+        self.assertEqual(self.notes["charts of a history that is seen again"], "True")
 
     def test_takes_back_the_persons_steps_alone(self):
         self.assertEqual(self.notes["steps taken back"], "9 0")

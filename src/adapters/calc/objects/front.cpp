@@ -1,5 +1,6 @@
 #include "adapters/calc/objects/front.h"
 
+#include <algorithm>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XModel2.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
@@ -19,6 +20,24 @@ constexpr sal_Int32 kPartsOfTheWhole = 3;
 
 void SelectIn(const Reference<css::sheet::XSpreadsheetView>& view, const Any& selected) {
   As<css::view::XSelectionSupplier>(view)->select(selected);
+}
+
+// All drawings that are selected in a window, those in groups included.
+void AddDrawings(const Reference<css::container::XIndexAccess>& group,
+                 std::vector<Reference<css::drawing::XShape>>& drawings) {
+  for (sal_Int32 i = 0; group.is() && i < group->getCount(); ++i) {
+    const auto shape = IfAs<css::drawing::XShape>(group->getByIndex(i));
+    if (!shape.is()) continue;
+    drawings.push_back(shape);
+    AddDrawings(IfAs<css::container::XIndexAccess>(shape), drawings);
+  }
+}
+
+std::vector<Reference<css::drawing::XShape>> DrawingsIn(const Reference<css::sheet::XSpreadsheetView>& view) {
+  std::vector<Reference<css::drawing::XShape>> selected;
+  AddDrawings(IfAs<css::container::XIndexAccess>(As<css::view::XSelectionSupplier>(view)->getSelection()),
+              selected);
+  return selected;
 }
 
 // The cell that typing goes to while a drawing is selected. Calc tells it only in the text that it keeps of a
@@ -47,7 +66,7 @@ void Front::Hold() {
 void Front::LetGo() {
   if (!held_) return;
   const Held held = *std::exchange(held_, std::nullopt);
-  if (!held.sheet->IsThere()) return;
+  if (!held.sheet->IsThere() || held.sheet->IsHidden()) return;
   if (held.sheet != held.at_first) Show(*held.sheet);
   const auto selected = held.selections.find(held.sheet);
   if (selected == held.selections.end() || &Shown() != held.sheet) return;
@@ -103,7 +122,8 @@ void Front::Select(DocumentSheet& sheet, const Reference<css::drawing::XShape>& 
 void Front::Forget(const Reference<css::drawing::XShape>& shape) {
   // The office does not outlive the loss of a drawing that is selected, in whichever window.
   for (const auto& view : Views()) {
-    if (SelectionIn(view).shape == shape) SelectIn(view, Any());
+    const auto selected = DrawingsIn(view);
+    if (std::ranges::find(selected, shape) != selected.end()) SelectIn(view, Any());
   }
   if (!held_) return;
   for (auto& [sheet, selection] : held_->selections) {

@@ -37,8 +37,11 @@ std::int32_t WorksheetObject::Index() {
 
 void WorksheetObject::Select() {
   sheet_->document().Ask([&] {
-    if (sheet_->IsHidden()) throw Refused("A hidden sheet cannot be brought to the front.");
-    sheet_->document().Front().Show(*sheet_);
+    Front& front = sheet_->document().Front();
+    // While the front is held nobody sees it. Charts of a hidden sheet are brought up to date so.
+    if (!front.IsHeld() && sheet_->IsHidden())
+      throw Refused("A hidden sheet cannot be brought to the front.");
+    front.Show(*sheet_);
   });
 }
 
