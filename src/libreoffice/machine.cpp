@@ -11,11 +11,10 @@
 #include "app/dialog/guiding_desktop.h"
 #include "app/link_trouble.h"
 #include "automation/runtime_error.h"
-#include "automation/text.h"
 #include "core/mGlobal.h"
-#include "core/message_box.h"
 #include "libreoffice/office_process.h"
 #include "libreoffice/screen.h"
+#include "person/dialog_attendant.h"
 #include "terminal/standard_streams.h"
 #include "uno/errors.h"
 #include "wire/asked_server.h"
@@ -90,9 +89,7 @@ Machine::Machine(const Context& context)
         context, *loop_, [this] { return css::uno::Reference<css::frame::XFrame>(below_); }));
   }
   mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
-  accept_costs = [](const std::vector<std::string>& costs) {
-    return Confirm("Go will cost this:\n\n" + Join(costs, "\n") + "\n\nGo on?");
-  };
+  accept_costs = AskWhetherToGoOn;
   host_.ShowThrough([this](host::Desktop& inner) {
     return std::make_unique<app::GuidingDesktop>(
         inner, [this] { return WhyNoAnswer(); }, OfficeShowsWindows(),

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "automation/runtime_error.h"
+#include "automation/text.h"
 #include "core/cMirelo.h"
 #include "core/message_box.h"
 #include "core/settings_catalogue.h"
@@ -63,6 +64,10 @@ void AttendTo(forms::Form& form, const GoGuard& guard) {
   dialog->ButAdd.AttendWith([dialog](const std::function<void()>& click) { AddTickers(*dialog, click); });
   dialog->ButGo.AttendWith(
       [dialog, guard](const std::function<void()>& click) { PressGo(*dialog, guard, click); });
+}
+
+bool AskWhetherToGoOn(const std::vector<std::string>& costs) {
+  return Confirm("Go will cost this:\n\n" + Join(costs, "\n") + "\n\nGo on?");
 }
 
 }  // namespace mirelo

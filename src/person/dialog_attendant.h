@@ -29,4 +29,7 @@ struct GoGuard {
 //   the guard does not accept.
 void AttendTo(forms::Form& form, const GoGuard& guard = {});
 
+// Asks the person at the desktop, in a box, whether to go on all the same.
+bool AskWhetherToGoOn(const std::vector<std::string>& costs);
+
 }  // namespace mirelo

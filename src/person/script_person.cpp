@@ -19,6 +19,14 @@ std::vector<std::string> Names(const std::string& text) {
   return names;
 }
 
+std::vector<std::string> Tickers(const std::string& text) {
+  std::vector<std::string> tickers = SplitTickers(text);
+  for (const std::string& ticker : tickers) {
+    if (!IsTickerName(ticker)) throw RuntimeError(5, "\"" + ticker + "\" is no ticker");
+  }
+  return tickers;
+}
+
 DialogWishes::Setting WishedSetting(const std::string& name, const std::string& value) {
   const std::string key = OwnSpelling(ParseSettingName(name)).key;
   const Setting* const setting = FindSetting("Settings", key);
@@ -40,13 +48,15 @@ void ScriptPerson::Wish(const std::string& name, const std::string& value) {
   DialogWishes wishes = wishes_;
   try {
     if (EqualText(name, "Tickers")) {
-      wishes.tickers = SplitTickers(value);
+      wishes.tickers = Tickers(value);
     } else if (EqualText(name, "Columns") || EqualText(name, "ListRight")) {
       wishes.columns = Names(value);
     } else if (EqualText(name, "History")) {
       wishes.history = HistoryFields(value);
     } else if (EqualText(name, "Charts")) {
       wishes.charts = Variant(value).ToBoolean();
+    } else if (EqualText(name, "AcceptCosts")) {
+      wishes.accepts_costs = Variant(value).ToBoolean();
     } else {
       DialogWishes::Setting wished = WishedSetting(name, value);
       std::erase_if(wishes.settings, [&](const auto& other) { return other.key == wished.key; });
@@ -57,6 +67,12 @@ void ScriptPerson::Wish(const std::string& name, const std::string& value) {
     throw RuntimeError(5, unfulfilled.what());
   }
   wishes_ = std::move(wishes);
+}
+
+bool ScriptPerson::AcceptsCosts(const std::vector<std::string>& costs) {
+  if (!wishes_.accepts_costs) told_ << "Go was not pressed, since it costs this (AcceptCosts):\n";
+  for (const std::string& cost : costs) told_ << "  " << cost << "\n";
+  return wishes_.accepts_costs;
 }
 
 std::string ScriptPerson::Told() {

@@ -12,6 +12,8 @@
 #include "adapters/windows/windows_system.h"
 #include "adapters/windows/wininet_client.h"
 #include "host/host.h"
+#include "person/attending_desktop.h"
+#include "person/dialog_attendant.h"
 #include "person/script_person.h"
 
 namespace mirelo::windows {
@@ -29,7 +31,7 @@ class Machine : public host::Host {
   host::Registry& registry() override { return registry_; }
   host::WinInetApi& internet() override { return internet_; }
   host::WinsockLibrary& sockets() override { return sockets_; }
-  host::Desktop& desktop() override { return stands_in_ ? stands_in_->desktop() : desktop_; }
+  host::Desktop& desktop() override { return stands_in_ ? stands_in_->desktop() : attended_; }
   host::OperatingSystem& system() override { return system_; }
   UserVault& vault() override { return vault_; }
 
@@ -49,6 +51,7 @@ class Machine : public host::Host {
   poll::PollWinsockLibrary sockets_{loop_};
   WinInetClient internet_{loop_};
   NativeDesktop desktop_{loop_};
+  AttendingDesktop attended_{desktop_, {nullptr, AskWhetherToGoOn}};
   std::optional<ScriptPerson> stands_in_;
   host::HostScope installed_{*this};
 };

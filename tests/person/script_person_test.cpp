@@ -117,7 +117,25 @@ TEST_F(ScriptPersonTest, TakesTheLastOfTwoWishesForOneSetting) {
   EXPECT_EQ(facade->Seconds(), 20);
 }
 
+TEST_F(ScriptPersonTest, DoesNotClearAHistoryUnlessThatIsAccepted) {
+  person.Wish("Tickers", "MSFT");
+  person.Wish("History", "Last");
+  ASSERT_EQ(facade->LoadFrmMirelo(), 78);
+  const auto history =
+      spreadsheet.Application()->ActiveWorkbook()->Worksheets()->Item("Quotes_Vertical(MSFT)");
+  history->Range("A3")->Value(4.65);
+  person.Wish("History", "Bid,Last");
+  person.Wish("Columns", "Ticker,Bid,Last");
+  EXPECT_EQ(facade->LoadFrmMirelo(), 2);
+  EXPECT_THAT(person.Told(), HasSubstr("Go was not pressed"));
+  EXPECT_EQ(history->Range("A3")->Value().ToDouble(), 4.65);
+  person.Wish("AcceptCosts", "1");
+  EXPECT_EQ(facade->LoadFrmMirelo(), 78);
+  EXPECT_THAT(person.Told(), HasSubstr("MSFT"));
+}
+
 TEST_F(ScriptPersonTest, RefusesWishesThatNoDialogCanFulfil) {
+  EXPECT_THAT(Refusal(person, "Tickers", "MSFT,I(BM"), HasSubstr("\"I(BM\" is no ticker"));
   EXPECT_THAT(Refusal(person, "Colour", "red"), HasSubstr("\"Colour\""));
   EXPECT_THAT(Refusal(person, "Seconds", "word"), HasSubstr("0 to 3600"));
   EXPECT_THAT(Refusal(person, "History", "Nonsense"), HasSubstr("no field \"Nonsense\""));

@@ -18,5 +18,6 @@ answer = mirelo.LoadFrmMirelo
 If answer = 2 Then
   WScript.Echo "answered 2"
 Else
-  WScript.Echo "answered " & answer & " for " & program.Worksheets("Dovanta2_Quotes").Cells(3, 1).Value
+  WScript.Echo "answered " & answer & " for " & program.Worksheets("Dovanta2_Quotes").Cells(3, 1).Value & " and " & _
+    program.Worksheets("Dovanta2_Quotes").Cells(4, 1).Value
 End If

@@ -26,8 +26,7 @@ host::Desktop::Answer GuidingDesktop::MessageBox(const std::string& text, int st
 
 void GuidingDesktop::ShowModal(forms::Form& form) {
   AddReason(form);
-  AttendTo(form, guard_);
-  DesktopWrapper::ShowModal(form);
+  AttendingDesktop::ShowModal(form);
 }
 
 }  // namespace mirelo::app
