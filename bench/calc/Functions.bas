@@ -14,8 +14,8 @@ Sub Main
   Next Row
   Sheet.getCellRangeByName("A1:T100").setFormulaArray(Rows)
   Sheet.getCellRangeByName("V1").Formula = "=COUNT(A1:T100)"
-  For I = 1 To 100
-    If Sheet.getCellRangeByName("V1").Value > 1500 Then Exit For
+  For I = 1 To 600
+    If Sheet.getCellRangeByName("V1").Value = 2000 Then Exit For
     Wait 100
   Next I
   Note("cells", Sheet.getCellRangeByName("V1").Value)

@@ -3,15 +3,12 @@
 // a working day, to the cell that is read back.
 
 #include <benchmark/benchmark.h>
-#include <ctime>
 
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -20,7 +17,8 @@
 #include <vector>
 
 #include "adapters/calc/objects/spreadsheet_program.h"
-#include "adapters/sodium/sodium_vault.h"
+#include "calc/borrowed_machine.h"
+#include "calc/longest_work.h"
 #include "calc/office.h"
 #include "day/dialog_result.h"
 #include "day/noted_quotes.h"
@@ -58,65 +56,6 @@ DialogWishes Wishes() {
     wishes.settings.push_back(setting);
   return wishes;
 }
-
-// The machine's, with settings and a credential that are nobody's, and the desktop at which a person attends
-// to the settings dialog of each day.
-struct BorrowedMachine {
-  static BorrowedMachine& Get() {
-    static BorrowedMachine& borrowed = *new BorrowedMachine;  // as long as the office
-    return borrowed;
-  }
-
-  libreoffice::Machine& machine;
-  terminal::TextOutput printed;
-  AttendedDesktop* desktop;  // the machine's
-
- private:
-  BorrowedMachine() : machine(Borrow()) {
-    auto attended = std::make_unique<AttendedDesktop>(printed);
-    desktop = attended.get();
-    machine.host().ShowOn(std::move(attended));
-    machine.accept_costs = [](const std::vector<std::string>&) { return true; };
-  }
-
-  static libreoffice::Machine& Borrow() {
-    const std::filesystem::path folder = std::getenv("MIRELO_FOLDER");
-    sodium::SodiumVault(folder).Set({.name = "MireloDemo", .secret = "demo-secret"});
-    libreoffice::Machine::Borrow({.folder = folder});
-    return libreoffice::Machine::Of(OfficeContext());
-  }
-};
-
-// How long the main thread works on end, by its own time, so that others of the machine do not count: what a
-// person's step would have to wait for. Steps are posted as quickly as they are taken.
-class LongestWork {
- public:
-  explicit LongestWork(host::MessageLoop& loop) : loop_(loop) { Beat(); }
-  ~LongestWork() { loop_.StopTimer(timer_); }
-  LongestWork(const LongestWork&) = delete;
-  LongestWork& operator=(const LongestWork&) = delete;
-
-  Nanoseconds Longest() const { return longest_; }
-
- private:
-  static Nanoseconds Worked() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + Nanoseconds(time.tv_nsec);
-  }
-  void Beat() {
-    const Nanoseconds now = Worked();
-    if (before_ != Nanoseconds::zero()) longest_ = std::max(longest_, now - before_);
-    before_ = now;
-    timer_ = loop_.StartTimer(kBetweenBeats, [this] { Beat(); });
-  }
-
-  static constexpr std::chrono::milliseconds kBetweenBeats{2};
-  host::MessageLoop& loop_;
-  host::MessageLoop::Token timer_ = 0;
-  Nanoseconds before_{};
-  Nanoseconds longest_{};
-};
 
 // What was measured on a day.
 struct Measured {

@@ -142,8 +142,9 @@ void QuoteAnswers::Check() {
   std::erase_if(doubtful_, [](const auto& result) { return result->HasBeenHeard(); });
   if (doubtful_.empty()) return CheckLater();
   for (const auto& result : doubtful_) result->Doubt();
+  const auto start = std::chrono::steady_clock::now();
   reader_.emplace(context_);
-  read_for_ = {};
+  read_for_ = std::chrono::steady_clock::now() - start;
   ReadOn();
 }
 
