@@ -34,7 +34,7 @@ const std::set<std::pair<std::string, std::string>> kCatchAll{
     {"adapters/calc/views/frame_watch.cpp", "Reference"},
     {"adapters/calc/views/frame_watch.cpp", "owed_"},
     // noexcept.
-    {"adapters/calc/objects/paint_pause.cpp", "End"},
+    {"adapters/calc/objects/paint_pause.cpp", "EndAtEvent"},
     // AtTheEnd::Act is at the border.
     {"libreoffice/machine.cpp", "Act"}};
 

@@ -54,7 +54,7 @@ void SheetCells::ForEachNumber(
       const CellBlock block{sheet,
                             {part.StartRow + 1, part.StartColumn + 1, part.EndRow + 1, part.EndColumn + 1}};
       const auto rows = As<css::sheet::XCellRangeData>(block.Cells())->getDataArray();
-      const BlockFormats formats(block);
+      BlockFormats formats(block);
       for (sal_Int32 r = 0; r < rows.getLength(); ++r) {
         for (sal_Int32 c = 0; c < rows[r].getLength(); ++c) {
           double number = 0;

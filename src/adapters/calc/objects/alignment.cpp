@@ -3,7 +3,9 @@
 #include <array>
 #include <com/sun/star/table/CellJustifyMethod.hpp>
 
+#include "adapters/calc/objects/block_change.h"
 #include "adapters/calc/objects/document.h"
+#include "adapters/calc/objects/gathered_formats.h"
 #include "host/excel/constants.h"
 #include "spreadsheet/errors.h"
 
@@ -41,15 +43,20 @@ OfficeAlignment AlignmentInOffice(std::int32_t alignment) {
 }
 
 void Align(const CellBlock& cells, const OfficeAlignment& alignment) {
-  const Properties properties = cells.Properties();
+  const Document& document = cells.document();
   // To ask takes a small part of the time of a change, which most columns of clients do not need. Of several
   // columns the office's answer leaves out those that nobody ever touched.
-  if (cells.area.Columns() == 1 && properties.Common<CellHoriJustify>("HoriJustify") == alignment.justify &&
-      properties.Common<sal_Int32>("HoriJustifyMethod") == alignment.method)
-    return;
-  const std::array names{rtl::OUString("HoriJustify"), rtl::OUString("HoriJustifyMethod")};
-  const std::array values{Any(alignment.justify), Any(alignment.method)};
-  properties.Set({names.data(), names.size()}, {values.data(), values.size()});
+  const bool is_so_already = document.AskAsItStands([&] {
+    GatheredFormats& gathered = document.Gathered();
+    const bool is_laid_with_others = !gathered.Of(cells).properties.empty();
+    if (!document.Gathers()) gathered.Lay();
+    if (is_laid_with_others || cells.area.Columns() > 1) return false;
+    const Properties properties = cells.Properties();
+    return properties.Common<CellHoriJustify>("HoriJustify") == alignment.justify &&
+           properties.Common<sal_Int32>("HoriJustifyMethod") == alignment.method;
+  });
+  if (is_so_already) return;
+  FormatCells(cells, {{"HoriJustify", Any(alignment.justify)}, {"HoriJustifyMethod", Any(alignment.method)}});
 }
 
 Variant AlignmentOf(const Properties& cells) {

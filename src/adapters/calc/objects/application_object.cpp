@@ -67,14 +67,14 @@ void ApplicationObject::ScreenUpdating(bool on) {
     if (on == ScreenUpdating()) return;
     if (on) return ShowAgain();
     document_->Front().Hold();
-    document_->Pause() = std::make_unique<PaintPause>(document_->OfficeContext(), document_->Model());
+    document_->HoldScreen();
     DrawCharts(*document_, false);
   });
 }
 
 // Windows and charts go on also where what was selected cannot be shown.
 void ApplicationObject::ShowAgain() {
-  const auto pause = std::move(document_->Pause());
+  const auto pause = document_->LetGoOfScreen();
   try {
     document_->Front().LetGo();
   } catch (...) {

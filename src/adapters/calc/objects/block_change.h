@@ -1,5 +1,7 @@
 #pragma once
 
+#include <initializer_list>
+#include <string_view>
 #include <utility>
 
 #include "adapters/calc/objects/cell_block.h"
@@ -19,5 +21,13 @@ void ChangeCells(const CellBlock& block, Body&& body) {
     std::forward<Body>(body)();
   });
 }
+
+// Gives cells of a block formats: properties of the office's by their names. Where the document gathers
+// formats that is done later. Error 1004 as there.
+struct CellFormat {
+  std::string_view property;
+  Any value;
+};
+void FormatCells(const CellBlock& block, std::initializer_list<CellFormat> formats);
 
 }  // namespace mirelo::calc

@@ -20,14 +20,17 @@ const NumberFormats::Format* CommonFormat(const CellBlock& block) {
 
 }  // namespace
 
-BlockFormats::BlockFormats(const CellBlock& block) : block_(block), all_(CommonFormat(block)) {
+void BlockFormats::Read() {
+  is_read_ = true;
+  all_ = CommonFormat(block_);
   if (all_ != nullptr) return;
-  const Area& area = block.area;
+  const Area& area = block_.area;
   for (std::int32_t column = area.first_column; column <= area.last_column; ++column)
-    columns_.push_back(CommonFormat(block.At({area.first_row, column, area.last_row, column})));
+    columns_.push_back(CommonFormat(block_.At({area.first_row, column, area.last_row, column})));
 }
 
-const NumberFormats::Format& BlockFormats::At(std::int32_t row, std::int32_t column) const {
+const NumberFormats::Format& BlockFormats::At(std::int32_t row, std::int32_t column) {
+  if (!is_read_) Read();
   if (all_ != nullptr) return *all_;
   const auto* of_column = columns_[static_cast<std::size_t>(column - block_.area.first_column)];
   return of_column != nullptr ? *of_column : *CommonFormat(block_.At(Area::Cell(row, column)));

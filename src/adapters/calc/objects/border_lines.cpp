@@ -5,6 +5,10 @@
 #include <com/sun/star/table/BorderLineStyle.hpp>
 #include <com/sun/star/table/TableBorder2.hpp>
 
+#include <string>
+
+#include "adapters/calc/objects/gathered_formats.h"
+#include "adapters/calc/objects/undo_aside.h"
 #include "spreadsheet/errors.h"
 #include "spreadsheet/line_kind.h"
 
@@ -129,12 +133,34 @@ std::optional<CellBlock> BlockAcross(const CellBlock& block, const Place& place)
   return block.At(across);
 }
 
+// Nothing where it is not the same all along, whichever of its cells hold it.
+std::optional<BorderLine> LineAllAlong(const CellBlock& block, const Place& place) {
+  std::optional<BorderLine> line = HeldLine(block, place);
+  if (line && line->line == 0) {
+    if (const auto across = BlockAcross(block, place)) line = HeldLine(*across, PlaceOf(place.across));
+  }
+  return line;
+}
+
+bool IsHollow(const CellBlock& block, XlBordersIndex index) {
+  return (index == xlInsideVertical && block.area.Columns() == 1) ||
+         (index == xlInsideHorizontal && block.area.Rows() == 1);
+}
+
 void Hold(const CellBlock& block, const Place& place, const BorderLine2& line) {
   TableBorder2 border;
   border.*place.line = line;
   border.*place.is_valid = true;
   block.document().StayAside();
   block.Properties().Set(kBorder, border);
+}
+
+void TakeOffAcross(const CellBlock& block, const Place& place) {
+  const auto across = BlockAcross(block, place);
+  if (!across) return;
+  const Place& across_place = PlaceOf(place.across);
+  const auto held = HeldLine(*across, across_place);
+  if (!held || held->line != 0) Hold(*across, across_place, BorderLine2());
 }
 
 }  // namespace
@@ -145,15 +171,9 @@ BorderLines::BorderLines(CellBlock block, XlBordersIndex index) : block_(std::mo
 
 void BorderLines::ForEach(const CellBlock& block, XlBordersIndex index, const Visit& visit) {
   const Area& area = block.area;
-  const bool is_hollow =
-      (index == xlInsideVertical && area.Columns() == 1) || (index == xlInsideHorizontal && area.Rows() == 1);
-  if (is_hollow) return visit(block, index, {});
+  if (IsHollow(block, index)) return visit(block, index, {});
   const Place& place = PlaceOf(index);
-  std::optional<Line> line = HeldLine(block, place);
-  if (line && line->line == 0) {
-    if (const auto across = BlockAcross(block, place)) line = HeldLine(*across, PlaceOf(place.across));
-  }
-  if (line) return visit(block, index, *line);
+  if (const auto line = LineAllAlong(block, place)) return visit(block, index, *line);
 
   // Half of the lines, and the other half.
   const std::int32_t row = area.first_row + (area.Rows() - 1) / 2;
@@ -187,16 +207,37 @@ void BorderLines::ForEach(const CellBlock& block, XlBordersIndex index, const Vi
 }
 
 void BorderLines::Draw(const CellBlock& block, XlBordersIndex index, const Line& line) {
-  const bool is_hollow = (index == xlInsideVertical && block.area.Columns() == 1) ||
-                         (index == xlInsideHorizontal && block.area.Rows() == 1);
-  if (is_hollow) return;
+  if (IsHollow(block, index)) return;
   const Place& place = PlaceOf(index);
   Hold(block, place, LineInOffice(line));
-  const auto across = BlockAcross(block, place);
-  if (!across) return;
-  const Place& across_place = PlaceOf(place.across);
-  const auto held = HeldLine(*across, across_place);
-  if (!held || held->line != 0) Hold(*across, across_place, BorderLine2());
+  TakeOffAcross(block, place);
+}
+
+bool BorderLines::Gather(const std::function<void(Line&)>& change) const {
+  const Document& document = block_.document();
+  return document.AskAsItStands([&] {
+    GatheredFormats& gathered = document.Gathered();
+    if (gathered.HasLinesBesideThoseOf(block_)) gathered.Lay();  // they may lie along these
+    GatheredFormats::Look& look = gathered.Of(block_);
+    if (IsHollow(block_, index_)) return true;
+    auto known = look.lines.find(index_);
+    if (known == look.lines.end()) {
+      const Place& place = PlaceOf(index_);
+      const auto line = LineAllAlong(block_, place);
+      if (!line) return false;
+      const UndoAside aside(block_.document(), UndoAside::OfCells());
+      TakeOffAcross(block_, place);
+      known = look.lines.emplace(index_, *line).first;
+    }
+    change(known->second);
+    TableBorder2 border;
+    for (const auto& [index, line] : look.lines) {
+      border.*PlaceOf(index).line = LineInOffice(line);
+      border.*PlaceOf(index).is_valid = true;
+    }
+    look.properties.insert_or_assign(std::string(kBorder), Any(border));
+    return true;
+  });
 }
 
 }  // namespace mirelo::calc

@@ -44,6 +44,7 @@ class BorderLines {
   // Changes each line by change(Line&).
   template <class Function>
   void Change(Function&& change) const {
+    if (block_.document().Gathers() && Gather(change)) return;
     ChangeCells(block_, [&] {
       ForEach(block_, index_,
               [&](const CellBlock& block, host::excel::XlBordersIndex index, const Line& line) {
@@ -59,6 +60,8 @@ class BorderLines {
 
   // Visits the parts of the lines, each of which looks the same all along.
   static void ForEach(const CellBlock& block, host::excel::XlBordersIndex index, const Visit& visit);
+  // Whether they look the same all along, so that their change could be gathered.
+  bool Gather(const std::function<void(Line&)>& change) const;
   static void Draw(const CellBlock& block, host::excel::XlBordersIndex index, const Line& line);
 
   CellBlock block_;

@@ -17,8 +17,9 @@ Reference<css::table::XCell> CellBlock::FirstCell() const {
 }
 
 void CellBlock::CheckNotProtected() const {
+  if (document().IsKnownOpen(*sheet)) return;
   document().CheckNotOnlyForReading();
-  if (!sheet->IsProtected()) return;
+  if (!sheet->IsProtected()) return document().NoteOpen(*sheet);
   const auto protection = Properties().Common<css::util::CellProtection>("CellProtection");
   if (!protection || protection->IsLocked) throw SheetProtected(sheet->Name());
 }

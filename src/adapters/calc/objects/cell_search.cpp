@@ -36,7 +36,7 @@ std::optional<CellPlace> FindCell(const CellBlock& block, std::string_view what,
   if (!used) return std::nullopt;
   const CellBlock searched = block.At(*used);
   const auto data = As<css::sheet::XCellRangeData>(searched.Cells())->getDataArray();
-  const BlockFormats formats(searched);
+  BlockFormats formats(searched);
   const SearchPattern pattern(what);
   CellSearch search(after, order, direction);
   for (std::int32_t row = 0; row < used->Rows(); ++row) {

@@ -7,7 +7,9 @@
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/table/XTableColumns.hpp>
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/used_area.h"
@@ -32,11 +34,17 @@ double DigitsOf(const Properties& column) {
   return DigitsOfPixels(static_cast<std::int32_t>(std::lround(pixels)));
 }
 
-bool HasContents(const CellBlock& column) {
-  const auto filled = As<css::sheet::XCellRangesQuery>(column.Cells())
+// Whether there is anything in a column of a block, for each of them.
+std::vector<bool> HaveContents(const CellBlock& block) {
+  const auto filled = As<css::sheet::XCellRangesQuery>(block.Cells())
                           ->queryContentCells(static_cast<sal_Int16>(flags::VALUE | flags::DATETIME |
                                                                      flags::STRING | flags::FORMULA));
-  return filled->getRangeAddresses().hasElements();
+  std::vector<bool> have(static_cast<std::size_t>(block.area.Columns()));
+  for (const auto& range : filled->getRangeAddresses()) {
+    const auto first = have.begin() + (range.StartColumn + 1 - block.area.first_column);
+    std::fill(first, first + (range.EndColumn - range.StartColumn + 1), true);
+  }
+  return have;
 }
 
 }  // namespace
@@ -62,12 +70,17 @@ void SetDigitsOfColumns(const CellBlock& block, double digits) {
 void FitColumns(const CellBlock& block) {
   const auto used = Shared(block.area, {1, 1, kRows, UsedArea(*block.sheet).last_column});
   if (!used) return;
-  const auto columns = ColumnsOf(block.At(*used));
-  for (sal_Int32 i = 0; i < columns->getCount(); ++i) {
-    const std::int32_t column = used->first_column + i;
-    if (!HasContents(block.At({1, column, kRows, column}))) continue;
-    block.document().StayAside();
-    Properties(columns->getByIndex(i)).Set("OptimalWidth", true);
+  const std::vector<bool> are_fitted =
+      HaveContents(block.At({1, used->first_column, kRows, used->last_column}));
+  for (auto first = are_fitted.begin(); first != are_fitted.end();) {
+    const auto end = std::find(first, are_fitted.end(), !*first);
+    const auto column = used->first_column + static_cast<std::int32_t>(first - are_fitted.begin());
+    const auto count = static_cast<std::int32_t>(end - first);
+    if (*first) {
+      block.document().StayAside();
+      Properties(ColumnsOf(block.At({1, column, 1, column + count - 1}))).Set("OptimalWidth", true);
+    }
+    first = end;
   }
 }
 

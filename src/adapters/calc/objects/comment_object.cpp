@@ -28,22 +28,22 @@ namespace {
 // 96 by 55.5 points.
 const css::awt::Size kBoxSize(3387, 1958);
 
-std::string NoteOn(const CellBlock& cell) {
+// Null where there is no comment. Its text is not asked for: the office makes an editor whenever it is.
+Reference<css::sheet::XSheetAnnotation> NoteOn(const CellBlock& cell) {
   const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell.FirstCell())->getAnnotation();
-  if (!note.is()) return {};
-  // Every cell has such an object. Without a box it stands for none, and asked for its text it would make an
-  // editor.
-  if (!As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape().is()) return {};
-  return TextOf(As<css::text::XSimpleText>(note)->getString());
+  // Every cell has such an object. Without a box it stands for none.
+  const bool has_box =
+      note.is() && As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape().is();
+  return has_box ? note : Reference<css::sheet::XSheetAnnotation>();
 }
 
 }  // namespace
 
 std::string CommentObject::Text() {
   return cell_.document().Ask([&] {
-    std::string text = NoteOn(cell_);
-    if (text.empty()) throw Refused("This comment is no longer there.");
-    return text;
+    const auto note = NoteOn(cell_);
+    if (!note.is()) throw Refused("This comment is no longer there.");
+    return TextOf(As<css::text::XSimpleText>(note)->getString());
   });
 }
 
@@ -52,7 +52,7 @@ std::shared_ptr<host::excel::Shape> CommentObject::Shape() {
 }
 
 std::shared_ptr<host::excel::Comment> CommentOf(const CellBlock& cell) {
-  return NoteOn(cell).empty() ? nullptr : std::make_shared<CommentObject>(cell);
+  return NoteOn(cell).is() ? std::make_shared<CommentObject>(cell) : nullptr;
 }
 
 std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::string_view text) {

@@ -15,6 +15,7 @@
 
 #include "adapters/calc/objects/document_sheet.h"
 #include "adapters/calc/objects/front.h"
+#include "adapters/calc/objects/gathered_formats.h"
 #include "adapters/calc/objects/number_formats.h"
 #include "adapters/calc/objects/properties.h"
 #include "adapters/calc/objects/undo_aside.h"
@@ -62,9 +63,11 @@ Document::Document(const Context& context, const Uno& uno)
       model_(As<css::frame::XModel>(uno_)),
       steps_(As<css::document::XUndoManagerSupplier>(uno_)->getUndoManager()),
       formats_(std::make_unique<NumberFormats>(context_, uno_)),
-      front_(std::make_unique<calc::Front>(*this)) {}
+      front_(std::make_unique<calc::Front>(*this)),
+      gathered_(std::make_unique<GatheredFormats>(*this)) {}
 
 Document::~Document() {
+  MakeStepsAgain();
   if (is_gone_ || !closing_.is()) return;
   try {
     As<css::util::XCloseBroadcaster>(uno_)->removeCloseListener(closing_);
@@ -121,6 +124,37 @@ std::shared_ptr<DocumentSheet> Document::AddSheet(std::string_view name) {
   auto sheet = SheetOf(As<css::sheet::XSpreadsheet>(uno_->getSheets()->getByName(OfficeText(name))));
   front_->Show(*sheet);
   return sheet;
+}
+
+void Document::HoldScreen() {
+  open_ = nullptr;
+  pause_ = std::make_unique<PaintPause>(context_, model_, [held = weak_from_this()] {
+    if (const auto document = held.lock()) document->EndHolding();
+  });
+}
+
+std::unique_ptr<PaintPause> Document::LetGoOfScreen() {
+  MakeStepsAgain();
+  return std::move(pause_);
+}
+
+// The office handles its events, and has nobody to tell what fails.
+void Document::EndHolding() {
+  try {
+    LayFormats();
+  } catch (...) {
+  }
+  MakeStepsAgain();
+}
+
+void Document::LayFormats() const { gathered_->Lay(); }
+
+void Document::MakeStepsAgain() {
+  if (!std::exchange(holds_steps_, false)) return;
+  try {
+    UndoAside::MakeSteps(*this);
+  } catch (const css::uno::Exception&) {  // the document is gone, and its undo list
+  }
 }
 
 double Document::FirstDay() const {

@@ -24,6 +24,7 @@ namespace mirelo::calc {
 class DocumentCharts;
 class DocumentSheet;
 class Front;
+class GatheredFormats;
 class NumberFormats;
 class UndoAside;
 
@@ -49,6 +50,14 @@ class Document : public std::enable_shared_from_this<Document> {
   // was closed.
   template <class Body>
   decltype(auto) Ask(Body&& body) const {
+    return AskAsItStands([&]() -> decltype(auto) {
+      LayFormats();
+      return std::forward<Body>(body)();
+    });
+  }
+  // The same while formats may be gathered that the body does not look at.
+  template <class Body>
+  decltype(auto) AskAsItStands(Body&& body) const {
     if (is_gone_) throw DocumentGone();
     try {
       return std::forward<Body>(body)();
@@ -80,8 +89,21 @@ class Document : public std::enable_shared_from_this<Document> {
   // How many days later than clients' the document's first day is.
   double FirstDay() const;
   calc::Front& Front() { return *front_; }
-  // While somebody holds the screen still.
-  std::unique_ptr<PaintPause>& Pause() { return pause_; }
+  void HoldScreen();
+  // Windows stand still until the result is gone.
+  std::unique_ptr<PaintPause> LetGoOfScreen();
+  // Whether nobody but clients has acted since the screen is held still, and nobody can: the office has not
+  // handled its events. Then some things are put off, and done when somebody asks for what they change, or
+  // when that time is over.
+  bool Gathers() const { return pause_ != nullptr && pause_->IsOn(); }
+  GatheredFormats& Gathered() const { return *gathered_; }
+  // The office makes no steps until the end of that time.
+  bool HoldsSteps() const { return holds_steps_; }
+  void HoldSteps() { holds_steps_ = true; }
+  void MakeStepsAgain();
+  // Whether a sheet was found to be open to changes, which nobody can alter in that time.
+  bool IsKnownOpen(const DocumentSheet& sheet) const { return Gathers() && open_ == &sheet; }
+  void NoteOpen(const DocumentSheet& sheet) { open_ = &sheet; }
   // What is kept of its charts; null at first.
   std::shared_ptr<DocumentCharts>& Charts() { return charts_; }
 
@@ -101,6 +123,8 @@ class Document : public std::enable_shared_from_this<Document> {
 
   Document(const Context& context, const Uno& uno);
   void BecomeGone();
+  void LayFormats() const;
+  void EndHolding();
 
   const Context context_;
   const Uno uno_;
@@ -113,6 +137,9 @@ class Document : public std::enable_shared_from_this<Document> {
   std::unique_ptr<NumberFormats> formats_;
   std::unique_ptr<calc::Front> front_;
   std::unique_ptr<PaintPause> pause_;
+  std::unique_ptr<GatheredFormats> gathered_;
+  bool holds_steps_ = false;
+  const DocumentSheet* open_ = nullptr;
   const UndoAside* aside_ = nullptr;
   std::shared_ptr<DocumentCharts> charts_;
 };

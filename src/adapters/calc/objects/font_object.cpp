@@ -18,9 +18,7 @@ Variant FontObject::Bold() {
 }
 
 void FontObject::Bold(bool bold) {
-  ChangeCells(block_, [&] {
-    block_.Properties().Set("CharWeight", bold ? float{weights::BOLD} : float{weights::NORMAL});
-  });
+  FormatCells(block_, {{"CharWeight", Any(bold ? float{weights::BOLD} : float{weights::NORMAL})}});
 }
 
 Variant FontObject::Size() {
@@ -32,7 +30,7 @@ Variant FontObject::Size() {
 
 void FontObject::Size(double points) {
   const auto checked = static_cast<float>(spreadsheet::CheckedLetterSize(points));
-  ChangeCells(block_, [&] { block_.Properties().Set("CharHeight", checked); });
+  FormatCells(block_, {{"CharHeight", Any(checked)}});
 }
 
 Variant FontObject::ColorIndex() {
@@ -44,7 +42,7 @@ Variant FontObject::ColorIndex() {
 
 void FontObject::ColorIndex(std::int32_t index) {
   const spreadsheet::Color color = spreadsheet::ColorOfIndex(index);
-  ChangeCells(block_, [&] { block_.Properties().Set("CharColor", color); });
+  FormatCells(block_, {{"CharColor", Any(color)}});
 }
 
 Variant FontObject::Color() {

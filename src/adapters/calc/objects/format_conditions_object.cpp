@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "adapters/calc/objects/block_change.h"
 #include "adapters/calc/objects/look_styles.h"
 #include "adapters/calc/objects/sheet_conditions.h"
+#include "adapters/calc/objects/undo_aside.h"
 #include "host/excel/font.h"
 #include "spreadsheet/color_index.h"
 #include "spreadsheet/compared_number.h"
@@ -16,6 +18,17 @@ using namespace host::excel;
 using namespace spreadsheet;
 
 namespace {
+
+// Conditions stand beside the formats that cells have of themselves.
+template <class Body>
+void ChangeConditions(const CellBlock& block, Body&& body) {
+  Document& document = block.document();
+  document.AskAsItStands([&] {
+    block.CheckNotProtected();
+    const UndoAside aside(document, UndoAside::OfCells());
+    std::forward<Body>(body)();
+  });
+}
 
 // A condition of a block's cells by its number among them, from 0.
 struct ConditionPlace {
@@ -57,12 +70,12 @@ class ConditionFont final : public Font {
  private:
   Look Get() const {
     Document& document = place_.block.document();
-    return document.Ask([&] { return LookOfStyle(document.uno(), place_.Find().style); });
+    return document.AskAsItStands([&] { return LookOfStyle(document.uno(), place_.Find().style); });
   }
 
   template <class Function>
   void Change(Function&& change) const {
-    ChangeCells(place_.block, [&] {
+    ChangeConditions(place_.block, [&] {
       const auto& document = place_.block.document().uno();
       const SheetCondition condition = place_.Find();
       Look look = LookOfStyle(document, condition.style);
@@ -84,7 +97,7 @@ class FormatConditionObject final : public FormatCondition {
 
  private:
   SheetCondition Get() const {
-    return place_.block.document().Ask([&] { return place_.Find(); });
+    return place_.block.document().AskAsItStands([&] { return place_.Find(); });
   }
 
   ConditionPlace place_;
@@ -93,7 +106,7 @@ class FormatConditionObject final : public FormatCondition {
 }  // namespace
 
 std::int32_t FormatConditionsObject::Count() {
-  return block_.document().Ask(
+  return block_.document().AskAsItStands(
       [&] { return static_cast<std::int32_t>(SheetConditions(block_.sheet).Touching(block_.area).size()); });
 }
 
@@ -108,14 +121,15 @@ FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditi
   if (type != xlCellValue) throw Refused("Only values of cells can be compared.");
   if (!ComparesWithOneValue(op)) throw Refused("This operator does not compare with one value.");
   const std::string number = NumberInFormula(formula1);
-  ChangeCells(block_, [&] {
+  ChangeConditions(block_, [&] {
     SheetConditions(block_.sheet).Add(block_.area, op, number, StyleOfLook(block_.document().uno(), {}));
   });
-  return Item(Count());
+  return std::make_shared<FormatConditionObject>(
+      ConditionPlace{block_, static_cast<std::size_t>(Count()) - 1});
 }
 
 void FormatConditionsObject::Delete() {
-  ChangeCells(block_, [&] { SheetConditions(block_.sheet).Clear(block_.area); });
+  ChangeConditions(block_, [&] { SheetConditions(block_.sheet).Clear(block_.area); });
 }
 
 }  // namespace mirelo::calc

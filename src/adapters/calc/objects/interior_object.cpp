@@ -26,7 +26,7 @@ Variant InteriorObject::ColorIndex() {
 
 void InteriorObject::ColorIndex(std::int32_t index) {
   const spreadsheet::Color color = ColorOfIndex(index);
-  ChangeCells(block_, [&] { block_.Properties().Set(kGround, color); });
+  FormatCells(block_, {{kGround, Any(color)}});
 }
 
 Variant InteriorObject::Color() {
@@ -50,7 +50,7 @@ void InteriorObject::Pattern(std::int32_t pattern) {
   const auto ground = Ground();
   const bool is_solid = pattern == xlPatternSolid;
   if (is_solid && ground && *ground != kAutomatic) return;
-  ChangeCells(block_, [&] { block_.Properties().Set(kGround, is_solid ? kWhite : kAutomatic); });
+  FormatCells(block_, {{kGround, Any(is_solid ? kWhite : kAutomatic)}});
 }
 
 }  // namespace mirelo::calc

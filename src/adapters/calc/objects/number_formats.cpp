@@ -56,12 +56,16 @@ bool NumberFormats::IsNameOfBoolean(std::string_view text) {
 }
 
 void NumberFormats::Put(const Properties& cells, std::string_view code) {
-  const sal_Int32 key = Key(code);
-  if (key == keys_.find("General")->second) {
-    cells.Reset("NumberFormat");  // the office passes over its own standard where another format stands
+  if (const auto key = KeyToSet(code)) {
+    cells.Set("NumberFormat", *key);
   } else {
-    cells.Set("NumberFormat", key);
+    cells.Reset("NumberFormat");
   }
+}
+
+std::optional<sal_Int32> NumberFormats::KeyToSet(std::string_view code) {
+  const sal_Int32 key = Key(code);
+  return key == keys_.find("General")->second ? std::nullopt : std::optional(key);
 }
 
 const NumberFormats::Format& NumberFormats::Of(sal_Int32 key) {

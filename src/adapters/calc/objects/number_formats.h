@@ -7,6 +7,7 @@
 #include <com/sun/star/util/XNumberFormats.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,7 +31,10 @@ class NumberFormats {
   NumberFormats(const Reference<css::uno::XComponentContext>& context,
                 const Reference<css::sheet::XSpreadsheetDocument>& document);
 
-  // Gives cells this format. Error 1004 for a code that the office cannot read.
+  // The office's number of a format. Nothing for its standard, which it passes over where another format
+  // stands. Error 1004 for a code that it cannot read.
+  std::optional<sal_Int32> KeyToSet(std::string_view code);
+  // Gives cells this format.
   void Put(const Properties& cells, std::string_view code);
   sal_Int32 BooleanKey() const { return boolean_key_; }
   // Whether it is what a boolean is called where the person is: TRUE, WAHR.

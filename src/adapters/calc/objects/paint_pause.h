@@ -2,6 +2,7 @@
 
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <functional>
 #include <memory>
 
 #include "adapters/calc/objects/interfaces.h"
@@ -13,11 +14,15 @@ namespace mirelo::calc {
 // whoever forgets it, or shows a dialog meanwhile, leaves no window that stands still.
 class PaintPause {
  public:
+  // `at_event` is called in front of the end where that is the office's, unless that comes on another thread:
+  // then the office is another process. It must not throw.
   PaintPause(const Reference<css::uno::XComponentContext>& context,
-             const Reference<css::frame::XModel>& document);
+             const Reference<css::frame::XModel>& document, std::function<void()> at_event);
   ~PaintPause();
   PaintPause(const PaintPause&) = delete;
   PaintPause& operator=(const PaintPause&) = delete;
+
+  bool IsOn() const;
 
  private:
   class Lock;

@@ -182,7 +182,10 @@ Variant RangeObject::NumberFormat() {
 
 void RangeObject::NumberFormat(std::string_view format) {
   if (!IsFormatCode(format)) throw Refused("\"" + std::string(format) + "\" is no number format.");
-  Change([&] { block_.document().Formats().Put(block_.Properties(), format); });
+  NumberFormats& formats = block_.document().Formats();
+  const auto key = block_.document().AskAsItStands([&] { return formats.KeyToSet(format); });
+  if (key) return FormatCells(block_, {{"NumberFormat", Any(*key)}});
+  Change([&] { formats.Put(block_.Properties(), format); });
 }
 
 Variant RangeObject::HorizontalAlignment() {
@@ -191,7 +194,7 @@ Variant RangeObject::HorizontalAlignment() {
 
 void RangeObject::HorizontalAlignment(std::int32_t alignment) {
   const OfficeAlignment known = AlignmentInOffice(alignment);
-  Change([&] { Align(block_, known); });
+  Align(block_, known);
 }
 
 std::shared_ptr<Font> RangeObject::Font() { return std::make_shared<FontObject>(block_); }

@@ -212,7 +212,7 @@ class Writing {
 };
 
 // An error comes as nothing.
-Variant Output(const Any& value, const BlockFormats& formats, const CellBlock& block, CellPlace place) {
+Variant Output(const Any& value, BlockFormats& formats, const CellBlock& block, CellPlace place) {
   if (rtl::OUString text; value >>= text) return text.isEmpty() ? Variant() : Variant(TextOf(text));
   if (double number = 0; value >>= number) {
     const NumberFormats::Format& format = formats.At(place.row, place.column);
@@ -230,7 +230,7 @@ Variant ReadValue(const CellBlock& block) {
   const Area& area = block.area;
   if (area.Cells() > kMostCells) throw Errors::OutOfMemory();
   const Rows data = As<css::sheet::XCellRangeData>(block.Cells())->getDataArray();
-  const BlockFormats formats(block);
+  BlockFormats formats(block);
   if (area.Cells() == 1) return Output(data[0][0], formats, block, {area.first_row, area.first_column});
   VariantArray values(1, area.Rows(), 1, area.Columns());
   for (std::int32_t row = 1; row <= area.Rows(); ++row) {

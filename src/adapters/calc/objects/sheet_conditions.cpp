@@ -137,7 +137,12 @@ void SheetConditions::Add(const Area& area, XlFormatConditionOperator op, const 
   if (!left.empty()) Lay(left, {added});
 }
 
-void SheetConditions::Clear(const Area& area) const { Lay({area}, {}); }
+void SheetConditions::Clear(const Area& area) const {
+  const std::vector<Format> formats = Read();
+  if (std::ranges::any_of(formats,
+                          [&](const Format& format) { return !SharedAreas(format.areas, {area}).empty(); }))
+    Lay({area}, {});
+}
 
 void SheetConditions::CutBeside(const Area& area) const {
   const Area band{1, area.first_column, kRows, area.last_column};

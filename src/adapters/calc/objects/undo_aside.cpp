@@ -26,6 +26,10 @@ UndoAside::UndoAside(Document& document, bool is_of_cells) : document_(document)
 
 UndoAside::Means UndoAside::Begin(bool is_of_cells) const {
   if (document_.Aside() != nullptr) return Means::OfAnother;
+  if (document_.HoldsSteps()) {
+    if (is_of_cells && document_.Gathers()) return Means::HeldNoSteps;
+    document_.MakeStepsAgain();
+  }
   const auto& steps = document_.Steps();
   // A macro may have said that none are to be kept, and may lock the list.
   if (is_of_cells && !steps->isLocked() && IsEmpty(steps)) {
@@ -42,15 +46,22 @@ UndoAside::Means UndoAside::Begin(bool is_of_cells) const {
 UndoAside::~UndoAside() {
   if (means_ == Means::OfAnother) return;
   document_.Aside() = nullptr;
+  if (means_ == Means::HeldNoSteps) return;
+  if (means_ == Means::NoSteps && document_.Gathers()) {
+    document_.HoldSteps();
+    return;
+  }
   try {
     if (means_ == Means::NoSteps) {
-      Properties(document_.uno()).Set(kKeepsSteps, true);
+      MakeSteps(document_);
     } else {
       document_.Steps()->unlock();
     }
   } catch (const css::uno::Exception&) {  // the document is gone, and its undo list
   }
 }
+
+void UndoAside::MakeSteps(const Document& document) { Properties(document.uno()).Set(kKeepsSteps, true); }
 
 void UndoAside::Stay() const {
   if (means_ != Means::Lock) return;

@@ -21,12 +21,17 @@ class UndoAside {
 
   void Stay() const;
   // Whether the office makes no steps at all meanwhile.
-  bool MakesNone() const { return means_ == Means::NoSteps; }
+  bool MakesNone() const { return means_ == Means::NoSteps || means_ == Means::HeldNoSteps; }
+
+  // Ends what OfCells has begun and Document::HoldsSteps has gone on with.
+  static void MakeSteps(const Document& document);
 
  private:
   UndoAside(Document& document, bool is_of_cells);
 
-  enum class Means { OfAnother, Lock, NoSteps };  // OfAnother: one is alive already, in which this one is
+  // OfAnother: one is alive already, in which this one is. HeldNoSteps: none are made anyway, see
+  // Document::HoldsSteps.
+  enum class Means { OfAnother, Lock, NoSteps, HeldNoSteps };
   Means Begin(bool is_of_cells) const;
 
   Document& document_;
