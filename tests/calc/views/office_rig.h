@@ -21,13 +21,14 @@
 namespace mirelo::calc {
 
 // The desktop of an office that has a document open, and a person at it.
-class OnTheDesktop : public ::testing::Test {
- protected:
-  OnTheDesktop() { host.Use(loop).Use(desktop); }
-  ~OnTheDesktop() override {
+struct Desk {
+  Desk() { host.Use(loop).Use(desktop); }
+  ~Desk() {
     const css::uno::Reference<css::util::XCloseable> open(document, css::uno::UNO_QUERY);
     if (open.is()) open->close(true);
   }
+  Desk(const Desk&) = delete;
+  Desk& operator=(const Desk&) = delete;
 
   static css::uno::Reference<css::lang::XComponent> NewDocument() {
     const css::uno::Reference<css::frame::XComponentLoader> loader(
@@ -48,5 +49,7 @@ class OnTheDesktop : public ::testing::Test {
   host::HostScope installed{host};
   Person person{loop, desktop};
 };
+
+class OnTheDesktop : public ::testing::Test, protected Desk {};
 
 }  // namespace mirelo::calc

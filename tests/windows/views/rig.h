@@ -14,9 +14,8 @@
 namespace mirelo::windows {
 
 // A desktop of Windows, and a person at it.
-class OnTheDesktop : public ::testing::Test {
- protected:
-  OnTheDesktop() { host.Use(loop).Use(desktop); }
+struct Desk {
+  Desk() { host.Use(loop).Use(desktop); }
 
   WindowLoop loop{[](const std::exception_ptr& failure) {
     try {
@@ -30,5 +29,7 @@ class OnTheDesktop : public ::testing::Test {
   host::HostScope installed{host};
   Person person{desktop};
 };
+
+class OnTheDesktop : public ::testing::Test, protected Desk {};
 
 }  // namespace mirelo::windows
