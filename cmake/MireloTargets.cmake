@@ -128,7 +128,7 @@ function(mirelo_test NAME)
     target_link_libraries(test_${NAME} PRIVATE mirelo_posix_sockets)
     # An entry a program: the start of each costs more there than its tests, and nothing runs while it is built.
     add_test(NAME ${NAME} COMMAND test_${NAME} --gtest_brief=1)
-    set_tests_properties(${NAME} PROPERTIES TIMEOUT 120)
+    set_tests_properties(${NAME} PROPERTIES TIMEOUT 300)
   else()
     mirelo_suites(${NAME} PROGRAM test_${NAME})
   endif()
