@@ -85,8 +85,13 @@ Machine::Machine(const Context& context)
   loop_ = loop.get();
   host_.RunOn(std::move(loop));
   if (OfficeShowsWindows()) {
-    host_.ShowOn(std::make_unique<calc::CalcDesktop>(
-        context, *loop_, [this] { return css::uno::Reference<css::frame::XFrame>(below_); }));
+    auto desktop = std::make_unique<calc::CalcDesktop>(
+        context, *loop_, [this] { return css::uno::Reference<css::frame::XFrame>(below_); });
+    desktop->form_ended = [this] {
+      host_.HangUp();
+      FormEnded.Raise();
+    };
+    host_.ShowOn(std::move(desktop));
   }
   mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
   accept_costs = AskWhetherToGoOn;

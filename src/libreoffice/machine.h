@@ -67,6 +67,8 @@ class Machine {
   Event<const std::string&> Told;
   // The office ends.
   Event<> Ends;
+  // A person has ended a form, which may wait for QuoteTracker. That was hung up once.
+  Event<> FormEnded;
   // Is told what Go will cost, and answers whether to press it all the same; at first it asks the person.
   std::function<bool(const std::vector<std::string>& costs)> accept_costs;
   // Is offered what fails behind no call, and answers whether it has taken it.

@@ -58,6 +58,9 @@ OfficeDay::OfficeDay(const Reference<css::uno::XComponentContext>& context)
     if (day_) End("");
     if (phase_ == Phase::kDialog) AbandonDialog();
   });
+  machine_.FormEnded.Subscribe([this] {
+    if (phase_ == Phase::kDialog) AbandonDialog();
+  });
 }
 
 std::int32_t OfficeDay::ShowSettings(const Document& document) {

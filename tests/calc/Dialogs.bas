@@ -17,6 +17,8 @@ Sub Main
   Going(Here, There)
   EndingADay(Here)
   Here.setModified(False)  ' or the office asks whether to store it
+  AskNobody
+  CancellingWhileItAsks(There)
   Note("end", "reached")
   GoTo Done
 Failed:
@@ -65,6 +67,20 @@ Sub EndingADay(Document)
   ChooseCommand(Document, "start")
   Note("states behind the boxes", StatesIn(Document))
   ChooseCommand(Document, "stop")
+End Sub
+
+REM  From here on nobody answers.
+Sub AskNobody
+  Settings().SaveSetting("Settings", "HTTPPort", Environ("MIRELO_MUTE_PORT"))
+End Sub
+
+Sub CancellingWhileItAsks(Document)
+  Dim Begun As Date
+  CallPerson("to_cancel_while_it_asks")
+  Begun = Now()
+  ChooseCommand(Document, "settings")
+  Note("cancelled in time", Now() < Begun + Patience / 86400)
+  Note("states behind cancelling", StatesIn(Document))
 End Sub
 
 Sub CallPerson(Act As String)

@@ -80,30 +80,35 @@ def await_that(look, what):
 
 def all_seen():
     """All parts of all dialogs and boxes, the topmost first."""
+    for window in windows():
+        yield from within(told_of(window))
+
+
+def windows():
+    """Those of dialogs and boxes."""
     toolkit = make("com.sun.star.awt.Toolkit")
     for number in range(toolkit.TopWindowCount):
         window = toolkit.getTopWindow(number)
-        top = window.getAccessibleContext() if window is not None and window.isVisible() else None
-        if top is not None and top.AccessibleRole in (DIALOG, ALERT):
-            yield from within(top)
+        top = told_of(window)
+        if top is not None and top.AccessibleRole in (DIALOG, ALERT) and window.isVisible():
+            yield window
+
+
+def told_of(part):
+    """Nothing is told of what is about to go."""
+    return part.getAccessibleContext() if hasattr(part, "getAccessibleContext") else None
 
 
 def within(context):
     yield context
     for number in range(context.AccessibleChildCount):
-        child = context.getAccessibleChild(number)
-        if child is not None and child.getAccessibleContext() is not None:
-            yield from within(child.getAccessibleContext())
+        child = told_of(context.getAccessibleChild(number))
+        if child is not None:
+            yield from within(child)
 
 
 def name(seen):
     return seen.Text if seen.AccessibleRole == TEXT else seen.AccessibleName.replace("~", "")
-
-
-def front_dialog():
-    toolkit = make("com.sun.star.awt.Toolkit")
-    windows = (toolkit.getTopWindow(number) for number in range(toolkit.TopWindowCount))
-    return next(each for each in windows if each.isVisible() and each.getAccessibleContext().AccessibleRole == DIALOG)
 
 
 def find(called, role=None):
@@ -141,7 +146,7 @@ def type_into(field, text):
 
 def press_key(code, letter):
     event = KeyEvent()
-    event.Source = front_dialog()
+    event.Source = next(windows())
     event.KeyCode = code
     event.KeyChar = uno.Char(letter)
     toolkit = make("com.sun.star.awt.Toolkit")
@@ -155,6 +160,14 @@ def choose(document, command):
     url.Complete = f"vnd.mirelo:{command}"
     url = make("com.sun.star.util.URLTransformer").parseStrict(url)[1]
     document.CurrentController.Frame.queryDispatch(url, "_self", 0).dispatch(url, ())
+
+
+def await_file(file):
+    until = time.monotonic() + PATIENCE
+    while not (FOLDER / file).exists():
+        if time.monotonic() > until:
+            raise AssertionError(f"waited in vain for the file {file}")
+        time.sleep(BETWEEN_LOOKS)
 
 
 # --- Who comes -----------------------------------------------------------------------------------------------
@@ -227,6 +240,12 @@ def starts_beside_the_box():
     (FOLDER / "answered").touch()
 
 
+def cancels_while_it_asks():
+    press("Import")
+    await_file("asked 1")
+    press("Cancel")
+
+
 def to_cancel(*_):
     come(cancels)
 
@@ -241,3 +260,7 @@ def to_close_below_the_box(*_):
 
 def to_start_beside_the_box(*_):
     come(starts_beside_the_box)
+
+
+def to_cancel_while_it_asks(*_):
+    come(cancels_while_it_asks)

@@ -5,14 +5,41 @@ Without a screen (svp), yet not --headless, which shows no dialog and answers ev
 import os
 import pathlib
 import shutil
+import socket
 import tempfile
+import threading
 import unittest
 
-from office import Office, be_asked, notes_in
+from office import Office, as_stored, be_asked, notes_in
 from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
 IDLE = "settings=True start=True stop=False status=True [] help=True"
+
+
+class Mute:
+    """Takes connections on a port of this machine, answers nothing, and makes a file for each: "asked 1" ..."""
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.listener = socket.create_server(("127.0.0.1", 0))
+        self.port = self.listener.getsockname()[1]
+        self.taken = []
+
+    def __enter__(self):
+        threading.Thread(target=self._take, daemon=True).start()
+        return self
+
+    def __exit__(self, *_):
+        self.listener.close()
+
+    def _take(self):
+        while True:
+            try:
+                self.taken.append(self.listener.accept()[0])
+            except OSError:  # it is over
+                return
+            (self.folder / f"asked {len(self.taken)}").touch()
 
 
 class Dialogs(unittest.TestCase):
@@ -30,9 +57,9 @@ class Dialogs(unittest.TestCase):
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)
         shutil.copy(HERE / "dialog_person.py", scripts)
-        with StandIn(BUILD / "bin") as tracker:
+        with StandIn(BUILD / "bin") as tracker, Mute(folder) as mute:
             be_asked(tracker, environment)
-            office = Office(folder, environment, headless=False)
+            office = Office(folder, {**environment, "MIRELO_MUTE_PORT": str(as_stored(mute.port))}, headless=False)
             office.install(BUILD / "mirelo.oxt")
             office.add_macros(Tests=[HERE / "Dialogs.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
             cls.code = office.run("Tests.Dialogs.Main")
@@ -69,6 +96,10 @@ class Dialogs(unittest.TestCase):
 
     def test_start_is_refused_beside_the_box_of_the_day_before_and_not_behind_it(self):
         self.assertIn("start=False stop=True status=True [Mirelo: ", self.notes["states behind the boxes"])
+
+    def test_a_dialog_that_waits_for_an_answer_can_be_cancelled(self):
+        self.assertEqual(self.notes["cancelled in time"], "True")
+        self.assertEqual(self.notes["states behind cancelling"], IDLE)
 
 
 if __name__ == "__main__":

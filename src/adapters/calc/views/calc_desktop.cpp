@@ -22,7 +22,10 @@ void CalcDesktop::ShowModal(forms::Form& form) {
   try {
     const FormWindow::Asked asked{
         [this, &form](const std::string& question) { return Asks(question, form.Caption()); },
-        [this, &form] { return boxes_ == 0 && !windows_.empty() && &windows_.back()->form() == &form; }};
+        [this, &form] { return boxes_ == 0 && !windows_.empty() && &windows_.back()->form() == &form; },
+        [this] {
+          if (windows_.size() == 1) form_ended();
+        }};
     FormWindow window(context_, form, loop_, Above(), asked);
     // Known before the form is loaded: loading may put it somewhere.
     struct Known {
@@ -82,7 +85,8 @@ CalcDesktop::Frame CalcDesktop::FrameBelow() const {
 }
 
 Reference<css::awt::XWindowPeer> CalcDesktop::Above() const {
-  if (!windows_.empty() && windows_.back()->peer().is()) return windows_.back()->peer();
+  if (!windows_.empty() && windows_.back()->form().Visible() && windows_.back()->peer().is())
+    return windows_.back()->peer();
   const Frame frame = FrameBelow();
   if (!frame.is()) return {};
   return {frame->getContainerWindow(), UNO_QUERY};

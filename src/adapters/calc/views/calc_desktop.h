@@ -20,6 +20,9 @@ class OfficeLoop;
 // front, or above the one that they are about. While one is up, only it takes what the person does there; the
 // office goes on, and so do the loop's steps.
 //
+// A form that the person has ended says nothing more: boxes from calls of its that are still under way are
+// answered as carefully as can be, unseen.
+//
 // A document that is closed meanwhile takes the forms above it along, as their close boxes would. One with a
 // box above it refuses to be closed until the box was answered.
 class CalcDesktop : public host::Desktop {
@@ -42,6 +45,9 @@ class CalcDesktop : public host::Desktop {
   bool SetWindowPlacement(forms::Form& form, const host::WindowPlacement& placement) override;
   std::optional<host::WindowPlacement> GetDesktopPlacement() override;
   int ShellExecuteA(const std::string& verb, const std::string& file) override;
+
+  // Is called when a person has ended the only form that is up. What that waits for is of no use any more.
+  std::function<void()> form_ended = [] {};
 
   // The window of a form that is being shown; null for another.
   FormWindow* WindowOf(const forms::Form& form) const;

@@ -207,7 +207,10 @@ void FormWindow::ShowState() {
   dialog_->setTitle(OfficeText(form_.Caption()));
   const bool comes_up = form_.Visible() && !shown_;
   if (form_.Visible() != std::exchange(shown_, form_.Visible())) {
-    if (!shown_ && running_) Leave();
+    if (!shown_ && running_) {
+      Leave();
+      asked_.ended();
+    }
     window()->setVisible(shown_);
   }
   ShowFocus();

@@ -33,6 +33,8 @@ class FormWindow {
     std::function<bool(const std::string& question)> question;
     // Whether nothing lies above the window, as a box does.
     std::function<bool()> is_on_top;
+    // Is called when the form was ended, maybe from within a call of its own that waits.
+    std::function<void()> ended = [] {};
   };
 
   // Neither form nor loop may end before the window. `above` is the window that it lies above; null for none.
@@ -43,6 +45,8 @@ class FormWindow {
   FormWindow& operator=(const FormWindow&) = delete;
 
   forms::Form& form() const { return form_; }
+  // Whether it was ended while it was up, and a call of its is under way all the same.
+  bool HasEnded() const { return running_ && !form_.Visible(); }
   const Views& views() const { return views_; }
   // Null once the window has gone with what it lay above.
   css::uno::Reference<css::awt::XWindowPeer> peer() const;

@@ -64,6 +64,8 @@ Answer AnswerFor(sal_Int16 result, int style) {
 }  // namespace
 
 Answer CalcDesktop::MessageBox(const std::string& text, int style, const std::string& title) {
+  // What the form waited for was hung up, and the person does not want to know.
+  if (!windows_.empty() && windows_.back()->HasEnded()) return host::Desktop::MostCarefulAnswer(style);
   try {
     const Reference<css::awt::XMessageBoxFactory> boxes(css::awt::Toolkit::create(context_), UNO_QUERY_THROW);
     const Reference<css::awt::XMessageBox> box = boxes->createMessageBox(
