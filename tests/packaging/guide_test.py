@@ -33,6 +33,21 @@ def messages(guide):
     return [row for row in rows if row != "Message" and not row.startswith("---")]
 
 
+# By which LibreOffice knows kinds of files.
+FILTERS = ("Calc MS Excel 2007 XML", "MS Excel 97", "OpenDocument Spreadsheet Flat XML")
+
+
+def texts_of(file):
+    lines = file.read_text().splitlines()
+    return literals("\n".join(line for line in lines if not line.lstrip().startswith(("//", "#include"))))
+
+
+def sentences(room):
+    """What is said to people in a room of the sources: texts of three words and more that begin one."""
+    files = [file for file in sorted((SOURCE / "src" / room).rglob("*")) if file.suffix in (".cpp", ".h")]
+    return [text for file in files for text in texts_of(file) if re.match(r"[A-Z][\w']*:? .+ ", text)]
+
+
 class Guide(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -40,9 +55,7 @@ class Guide(unittest.TestCase):
         cls.texts = []
         for file in sorted((SOURCE / "src").rglob("*")):
             if file.suffix in (".cpp", ".h"):
-                lines = file.read_text().splitlines()
-                code = "\n".join(line for line in lines if not line.lstrip().startswith(("//", "#include")))
-                cls.texts += literals(code)
+                cls.texts += texts_of(file)
         # What libraries put into messages of ours.
         cls.texts.append("Run with --help for more information.")
 
@@ -53,6 +66,16 @@ class Guide(unittest.TestCase):
             with self.subTest(row):
                 for part in filter(None, (piece.strip() for piece in row.split("…"))):
                     self.assertTrue(any(part in text for text in self.texts), f"no source says {part!r}")
+
+    def test_names_each_message_that_is_shown_in_libreoffice(self):
+        pieces = [piece.strip() for row in messages(self.guide) for piece in row.split("…")]
+        pieces = [piece for piece in pieces if len(piece) > 10]
+        shown = [text for text in sentences("libreoffice") if text not in FILTERS]
+        shown += [text for text in sentences("adapters/calc") if text.startswith("The document")]
+        self.assertGreater(len(shown), 20)
+        for text in shown:
+            with self.subTest(text):
+                self.assertTrue(any(piece in text or text.strip() in piece for piece in pieces), f"the guide lacks {text!r}")
 
     def lines(self, start):
         """The command lines of guide and README that begin so, with mirelo in place of ./run."""
