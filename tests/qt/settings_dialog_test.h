@@ -20,8 +20,7 @@ namespace mirelo::qt {
 
 // The settings dialog on a screen, as the macros open it. What is looked at are widgets, what is done is done
 // by mouse and keyboard.
-class SettingsDialog : public ::testing::Test {
- protected:
+struct DialogOnScreen {
   using Words = std::vector<std::string>;
   enum Tab { kTickers, kSettings, kCharting, kFields };
 
@@ -122,5 +121,7 @@ class SettingsDialog : public ::testing::Test {
   DialogRig rig;
   Person person{rig.loop};
 };
+
+class SettingsDialog : public ::testing::Test, protected DialogOnScreen {};
 
 }  // namespace mirelo::qt

@@ -38,8 +38,9 @@ class SettingsDialogRig {
   virtual void Press(Key key) = 0;
   virtual void ClickCell(std::int32_t ticker, const std::string& header) = 0;  // tickers from 1
   virtual void ClickHeader(const std::string& header) = 0;
-  virtual void ClickUpperArrow(const std::string& control) = 0;
-  virtual void ClickLowerArrow(const std::string& control) = 0;
+  // The arrows of a number's box, with which some toolkits make them one.
+  virtual void ClickUpperArrow(const std::string& arrows, const std::string& box) = 0;
+  virtual void ClickLowerArrow(const std::string& arrows, const std::string& box) = 0;
   virtual void ClickSecond(const std::string& list) = 0;
   virtual void ChooseNext(const std::string& combo) = 0;
 

@@ -119,10 +119,11 @@ TEST_F(SettingsDialogForAPerson, IsToldOfLettersInANumberAndKeepsThem) {
 
 TEST_F(SettingsDialogForAPerson, CountsUpAndDownByItsArrows) {
   dialog.Does("open the settings", [&] { dialog.Open(Rig::kSettings); });
-  dialog.Does("press the upper arrow", [&] { dialog.ClickUpperArrow("VScrollDecimalplaces"); });
+  dialog.Does("press the upper arrow",
+              [&] { dialog.ClickUpperArrow("VScrollDecimalplaces", "txtDecimalPlaces"); });
   dialog.Does("press the lower arrow", [&] {
     EXPECT_EQ(dialog.TextOf("txtDecimalPlaces"), "3");
-    dialog.ClickLowerArrow("VScrollDecimalplaces");
+    dialog.ClickLowerArrow("VScrollDecimalplaces", "txtDecimalPlaces");
   });
   dialog.Does("look", [&] { EXPECT_EQ(dialog.TextOf("txtDecimalPlaces"), "2"); });
   Cancels();

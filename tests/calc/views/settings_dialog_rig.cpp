@@ -88,9 +88,9 @@ void SettingsDialogInOffice::ClickCell(std::int32_t ticker, const std::string& h
   throw std::runtime_error("no cell of " + header);
 }
 
-void SettingsDialogInOffice::ClickLowerArrow(const std::string& control) {
-  const css::awt::Rectangle size = person.Find(control).As<css::awt::XWindow>()->getPosSize();
-  person.ClickAt(control, 5, size.Height - 4);
+void SettingsDialogInOffice::ClickLowerArrow(const std::string& arrows, const std::string& /*box*/) {
+  const css::awt::Rectangle size = person.Find(arrows).As<css::awt::XWindow>()->getPosSize();
+  person.ClickAt(arrows, 5, size.Height - 4);
 }
 
 void SettingsDialogInOffice::ChooseNext(const std::string& combo) {

@@ -49,9 +49,9 @@ void SettingsDialogOnWindows::ClickCell(std::int32_t ticker, const std::string& 
   person.ClickAt("FG", at.x, at.y);
 }
 
-void SettingsDialogOnWindows::ClickLowerArrow(const std::string& control) {
-  const RECT place = person.PlaceOf(control);
-  person.ClickAt(control, 5, place.bottom - place.top - 4);
+void SettingsDialogOnWindows::ClickLowerArrow(const std::string& arrows, const std::string& /*box*/) {
+  const RECT place = person.PlaceOf(arrows);
+  person.ClickAt(arrows, 5, place.bottom - place.top - 4);
 }
 
 void SettingsDialogOnWindows::ChooseNext(const std::string& combo) {

@@ -41,8 +41,10 @@ class SettingsDialogOnWindows : public testing::SettingsDialogRig, protected Des
   void Press(Key key) override;
   void ClickCell(std::int32_t ticker, const std::string& header) override;
   void ClickHeader(const std::string& header) override { ClickCell(0, header); }
-  void ClickUpperArrow(const std::string& control) override { person.ClickAt(control, 5, 4); }
-  void ClickLowerArrow(const std::string& control) override;
+  void ClickUpperArrow(const std::string& arrows, const std::string& /*box*/) override {
+    person.ClickAt(arrows, 5, 4);
+  }
+  void ClickLowerArrow(const std::string& arrows, const std::string& box) override;
   void ClickSecond(const std::string& list) override { person.Choose(list, 1); }
   void ChooseNext(const std::string& combo) override;
 
