@@ -1,23 +1,27 @@
-// A table of quotes as it is written into a sheet, and what the office itself needs for the same cells.
+// A table of quotes as a day writes it into an open document, and what the office itself needs for the same
+// cells.
 
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <com/sun/star/container/XIndexAccess.hpp>
+#include <chrono>
+#include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/table/XCellRange.hpp>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <stdexcept>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include "adapters/calc/objects/spreadsheet_program.h"
-#include "automation/variant.h"
 #include "calc/office.h"
-#include "host/excel/application.h"
-#include "host/excel/range.h"
-#include "uno/text.h"
+#include "day/day_tables.h"
+#include "day/quote_rows.h"
+#include "worksheet/desk.h"
 
 namespace mirelo {
 namespace {
@@ -27,67 +31,99 @@ using css::uno::Reference;
 using css::uno::Sequence;
 using css::uno::UNO_QUERY_THROW;
 
-constexpr std::int32_t kRows = 500;
-constexpr std::int32_t kColumns = 12;
-constexpr std::int32_t kTextColumns = 2;
+constexpr std::int32_t kTableRows = 500;
+constexpr const char* kWrittenColumns =
+    "Date,Time,Last,Bid,Ask,Change,Volume,High,Low,BidSize,AskSize,LastVolume";
+constexpr std::int32_t kWrittenCount = 12;
 
-std::string Text(std::int32_t row, std::int32_t column) {
-  return (column == 1 ? "TCK" : "Company ") + std::to_string(row);
+// Measures what is done, and notes it for one time that it is.
+template <class Act>
+void Measured(benchmark::State& state, Act&& act) {
+  const auto start = std::chrono::steady_clock::now();
+  act();
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+  state.SetIterationTime(taken.count());
+  auto& counter = state.counters["ns_per_item"];
+  counter = benchmark::Counter(counter.value + taken.count() * 1e9, benchmark::Counter::kAvgIterations);
 }
-double Price(std::int32_t row, std::int32_t column, int round) { return row * 0.25 + column + round * 0.01; }
 
-VariantArray Values(int round) {
-  VariantArray values(1, kRows, 1, kColumns);
-  for (std::int32_t row = 1; row <= kRows; ++row) {
-    for (std::int32_t column = 1; column <= kColumns; ++column) {
-      values(row, column) =
-          column <= kTextColumns ? Variant(Text(row, column)) : Variant(Price(row, column, round));
-    }
+// The quote table as Go leaves it in a document, and a day of it.
+class TableOfADay {
+ public:
+  TableOfADay() {
+    if (desk_.Go(application_, kTableRows, Desk::Fields::None).count() < 0)
+      throw std::runtime_error("Go was refused");
+    tables_ = std::make_unique<day::DayTables>(*application_, desk_.Facade());
   }
-  return values;
-}
 
-Sequence<Sequence<Any>> Data(int round) {
-  Sequence<Sequence<Any>> data(kRows);
-  for (std::int32_t row = 1; row <= kRows; ++row) {
-    Sequence<Any> cells(kColumns);
-    for (std::int32_t column = 1; column <= kColumns; ++column) {
-      cells.getArray()[column - 1] =
-          column <= kTextColumns ? Any(uno::OfficeText(Text(row, column))) : Any(Price(row, column, round));
-    }
-    data.getArray()[row - 1] = cells;
+  // Quotes of all tickers, which differ from one round to the next.
+  void Take(int round) {
+    for (std::size_t ticker = 0; ticker < tables_->Tickers().size(); ++ticker)
+      tables_->Take(ticker, Quote(static_cast<int>(ticker), round));
   }
-  return data;
-}
+  void Write() { tables_->Write(); }
+
+  Reference<css::sheet::XCellRangeData> Cells() const {
+    const Reference<css::container::XNameAccess> sheets(document_.Spreadsheet()->getSheets(),
+                                                        UNO_QUERY_THROW);
+    const Reference<css::table::XCellRange> sheet(sheets->getByName("Dovanta2_Quotes"), UNO_QUERY_THROW);
+    return {sheet->getCellRangeByPosition(1, 2, kWrittenCount, kTableRows + 1), UNO_QUERY_THROW};
+  }
+  // As there, nothing is kept for the user's undo.
+  void KeepNoSteps() const {
+    Reference<css::document::XUndoManagerSupplier>(document_.Model(), UNO_QUERY_THROW)
+        ->getUndoManager()
+        ->lock();
+  }
+
+ private:
+  day::QuoteRow Quote(int ticker, int round) const {
+    day::QuoteRow row;
+    for (const std::string& column : tables_->Columns()) {
+      const std::string number = std::to_string(ticker * 25 + round) + ".25";
+      const std::string text = column == "Ticker" ? tables_->Tickers()[static_cast<std::size_t>(ticker)]
+                               : column == "Date" ? "11/23/2026"
+                               : column == "Time" ? (round == 0 ? "09:30:00" : "09:30:01")
+                                                  : number;
+      row.push_back(day::ReadValue(day::ReadingOf(column), text));
+    }
+    return row;
+  }
+
+  const OpenDocument document_;
+  const std::shared_ptr<host::excel::Application> application_ =
+      calc::ApplicationOf(OfficeContext(), document_.Spreadsheet());
+  Desk desk_{std::string("Ticker,") + kWrittenColumns};
+  std::unique_ptr<day::DayTables> tables_;
+};
 
 void Block(benchmark::State& state) {
-  const OpenDocument document;
-  const auto application = calc::ApplicationOf(OfficeContext(), document.Spreadsheet());
-  const auto cells = application->Range("A3")->Resize(kRows, kColumns);
-  const std::array rounds{Values(0), Values(1)};
-  std::size_t round = 0;
+  TableOfADay table;
+  int round = 0;
   for (auto _ : state) {
-    state.PauseTiming();
-    VariantArray values = rounds[++round % rounds.size()];
-    state.ResumeTiming();
-    cells->Value(std::move(values));
+    table.Take(round++ % 2);
+    Measured(state, [&] { table.Write(); });
   }
 }
-BENCHMARK(Block)->Name("calc/block")->Unit(benchmark::kMillisecond);
+BENCHMARK(Block)->Name("calc/block")->UseManualTime()->Unit(benchmark::kMillisecond);
 
-// Nothing is kept for the user's undo, as there.
+// The same cells, as they stand there, in a table of its own.
 void BareBlock(benchmark::State& state) {
-  const OpenDocument document;
-  Reference<css::document::XUndoManagerSupplier>(document.Model(), UNO_QUERY_THROW)->getUndoManager()->lock();
-  const Reference<css::container::XIndexAccess> sheets(document.Spreadsheet()->getSheets(), UNO_QUERY_THROW);
-  const Reference<css::table::XCellRange> sheet(sheets->getByIndex(0), UNO_QUERY_THROW);
-  const Reference<css::sheet::XCellRangeData> cells(
-      sheet->getCellRangeByPosition(0, 2, kColumns - 1, 2 + kRows - 1), UNO_QUERY_THROW);
-  const std::array rounds{Data(0), Data(1)};
+  TableOfADay table;
+  std::array<Sequence<Sequence<Any>>, 2> rounds;
+  for (std::size_t round = 0; round < rounds.size(); ++round) {
+    table.Take(static_cast<int>(round));
+    table.Write();
+    rounds[round] = table.Cells()->getDataArray();
+  }
+  table.KeepNoSteps();
+  const auto cells = table.Cells();
   std::size_t round = 0;
-  for (auto _ : state) cells->setDataArray(rounds[++round % rounds.size()]);
+  for (auto _ : state) {
+    Measured(state, [&] { cells->setDataArray(rounds[round++ % rounds.size()]); });
+  }
 }
-BENCHMARK(BareBlock)->Name("calc/bare_block")->Unit(benchmark::kMillisecond);
+BENCHMARK(BareBlock)->Name("calc/bare_block")->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace mirelo

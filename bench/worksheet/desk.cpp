@@ -18,18 +18,20 @@ constexpr const char* kEveryColumn =
 
 }  // namespace
 
-Desk::Desk() {
+Desk::Desk() : Desk(kEveryColumn) {}
+
+Desk::Desk(const std::string& columns) {
   host_.Use(loop_).Use(clock_).Use(registry_).Use(internet_).Use(desktop_).Use(system_).Use(sockets_).Use(
       vault_);
   installed_.emplace(host_);
   facade_.emplace();
   internet_.answer = testing::ScriptedPortfolios();
   mGlobal::AppSettings().SaveSetting("Settings", "ListLeft", Variant(""));
-  mGlobal::AppSettings().SaveSetting("Settings", "ListRight", Variant(kEveryColumn));
+  mGlobal::AppSettings().SaveSetting("Settings", "ListRight", Variant(columns));
 }
 
 std::chrono::duration<double> Desk::Go(std::shared_ptr<host::excel::Application> application,
-                                       std::int32_t tickers) {
+                                       std::int32_t tickers, Fields fields) {
   facade_->m_ObjExcelApplication(std::move(application));
   std::chrono::duration<double> taken{-1};
   desktop_.person["frmMirelo"] = [&](forms::Form& shown) {
@@ -39,7 +41,8 @@ std::chrono::duration<double> Desk::Go(std::shared_ptr<host::excel::Application>
       form.AddTicker("TCK" + std::to_string(i), unused);
     }
     for (std::int32_t row = 1; row <= tickers; ++row) {
-      for (std::int32_t col = 2; col < form.FG.Cols(); ++col) form.FG.TextMatrix(row, col, "-1");
+      for (std::int32_t col = 2; fields == Fields::All && col < form.FG.Cols(); ++col)
+        form.FG.TextMatrix(row, col, "-1");
     }
     const auto start = std::chrono::steady_clock::now();
     form.ButGo.UserPress();

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "core/cMirelo.h"
 #include "host/excel/application.h"
@@ -23,12 +24,17 @@ namespace mirelo {
 // A person with a dialog, and a QuoteTracker that answers.
 class Desk {
  public:
+  // With all columns.
   Desk();
+  explicit Desk(const std::string& columns);
 
-  // How long Go takes in this workbook for so many tickers with every field ticked: the press of the button
-  // alone. Negative when it was refused.
+  // How long Go takes in this workbook for so many tickers, TCK1 and so on, with every field ticked or none:
+  // the press of the button alone. Negative when it was refused.
+  enum class Fields { All, None };
   std::chrono::duration<double> Go(std::shared_ptr<host::excel::Application> application,
-                                   std::int32_t tickers);
+                                   std::int32_t tickers, Fields fields = Fields::All);
+
+  cMirelo& Facade() { return *facade_; }
 
  private:
   testing::ManualLoop loop_;

@@ -8,6 +8,7 @@
 
 #include "adapters/calc/objects/block_change.h"
 #include "adapters/calc/objects/cell_block.h"
+#include "automation/variant.h"
 #include "host/excel/constants.h"
 #include "spreadsheet/style.h"
 
