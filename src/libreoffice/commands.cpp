@@ -58,10 +58,13 @@ Commands::~Commands() {
   const auto unsubscribe = [context = context_, cookie = changed_] {
     OfficeDay::Of(context).Changed.Unsubscribe(cookie);
   };
-  if (IsMainThread()) {
-    unsubscribe();
-  } else {
-    OfficeOf(context_)->Post(unsubscribe);
+  try {
+    if (IsMainThread()) {
+      unsubscribe();
+    } else {
+      OfficeOf(context_)->Post(unsubscribe);
+    }
+  } catch (const css::uno::Exception&) {  // the office is ending, and tells nobody any more
   }
 }
 

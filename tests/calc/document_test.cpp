@@ -19,6 +19,7 @@
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/table/CellHoriJustify.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
+#include <com/sun/star/table/XTableColumns.hpp>
 #include <com/sun/star/table/XTableRows.hpp>
 #include <com/sun/star/util/CellProtection.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
@@ -727,6 +728,17 @@ TEST_F(WrittenBlocks, ReachTheSheetsLastRow) {
   Cells("XFD1048575:XFD1048576")->Value(1.0);
   EXPECT_EQ(Cells("XFD1048576")->Value(), Variant(1.0));
   EXPECT_EQ(Cells("XFD1048576")->End(xlUp)->Row(), 1'048'575);
+}
+
+TEST_F(WrittenBlocks, LeaveHiddenColumnsHiddenWhenColumnsAreFitted) {
+  Cells("A1:C1")->Value("a text that is wider than its column");
+  const auto column = [&](sal_Int32 number) {
+    return Properties(As<css::table::XColumnRowRange>(Tab())->getColumns()->getByIndex(number));
+  };
+  column(1).Set("IsVisible", false);
+  sheet->Columns("A:C")->AutoFit();
+  EXPECT_FALSE(column(1).Get("IsVisible", true));
+  EXPECT_GT(column(2).Get("Width", sal_Int32{0}), 4000);
 }
 
 class AlignedColumns : public OpenDocument {

@@ -17,12 +17,6 @@ using css::uno::Reference;
 
 bool have_facade = false;
 
-std::unique_ptr<host::WinInetApi> NewInternet(host::MessageLoop& loop) {
-  auto internet = std::make_unique<curl::CurlInternet>(loop);
-  internet->WaitForWholeReplies();
-  return internet;
-}
-
 }  // namespace
 
 QuoteAnswers& QuoteAnswers::Of(const Reference<css::uno::XComponentContext>& context) {
@@ -69,8 +63,13 @@ void QuoteAnswers::Forget(const QuoteResult& result) {
 
 void QuoteAnswers::LetGo(std::unique_ptr<day::QuoteWatch::Watched> watched) {
   if (watched == nullptr || IsMainThread()) return;
-  using Kept = std::unique_ptr<day::QuoteWatch::Watched>;
-  OfficeOf(context_)->Post([kept = std::make_shared<Kept>(std::move(watched))] { kept->reset(); });
+  const auto kept = std::make_shared<std::unique_ptr<day::QuoteWatch::Watched>>(std::move(watched));
+  try {
+    if (OfficeOf(context_)->Post([kept] { kept->reset(); })) return;
+  } catch (const css::uno::Exception&) {  // the office is ending
+  }
+  // Nobody will ask the watch any more, and this thread may not.
+  static_cast<void>(kept->release());
 }
 
 void QuoteAnswers::OnMainThread(QuoteResult& result, void (QuoteResult::*act)()) {
@@ -91,11 +90,17 @@ day::QuoteWatch* QuoteAnswers::Watch() {
     Machine& machine = Machine::Of(context_);
     loop_ = &machine.loop();
     side_ = std::make_unique<wire::SideHost>(
-        machine.host(), wire::SideHost::Parts{.sockets =
-                                                  [](host::MessageLoop& loop) {
-                                                    return std::make_unique<poll::PollWinsockLibrary>(loop);
-                                                  },
-                                              .internet = NewInternet});
+        machine.host(),
+        wire::SideHost::Parts{
+            .sockets =
+                [](host::MessageLoop& loop) { return std::make_unique<poll::PollWinsockLibrary>(loop); },
+            .internet =
+                [this](host::MessageLoop& loop) {
+                  auto internet = std::make_unique<curl::CurlInternet>(loop);
+                  internet->WaitForWholeReplies();
+                  internet_ = internet.get();
+                  return internet;
+                }});
     watch_ = std::make_unique<day::QuoteWatch>(*side_);
     have_facade = true;
     machine.Ends.Subscribe([this] { End(); });
@@ -108,6 +113,13 @@ void QuoteAnswers::End() {
   ended_ = true;
   watch_->HangUp();
   loop_->StopTimer(std::exchange(checking_, 0));
+  HangUp();
+}
+
+// A request that waits keeps the office from ending, and the call that made it may make another one.
+void QuoteAnswers::HangUp() {
+  internet_->StopTransfers();
+  loop_->StartTimer(kBetweenHangUps, [this] { HangUp(); });
 }
 
 // --- Results that no cell has use for any more -------------------------------------------------------------

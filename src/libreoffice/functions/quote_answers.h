@@ -18,6 +18,10 @@
 #include "libreoffice/functions/formula_reader.h"
 #include "wire/side_host.h"
 
+namespace mirelo::curl {
+class CurlInternet;
+}
+
 namespace mirelo::libreoffice {
 
 class QuoteResult;
@@ -56,12 +60,14 @@ class QuoteAnswers {
   // The office's main thread is taken for so long at once, and is free for so long between.
   static constexpr std::chrono::milliseconds kReadAtOnce{5};
   static constexpr std::chrono::milliseconds kBetweenReads{50};
+  static constexpr std::chrono::milliseconds kBetweenHangUps{20};
 
   explicit QuoteAnswers(const css::uno::Reference<css::uno::XComponentContext>& context);
 
   day::QuoteWatch* Watch();
   void OnMainThread(QuoteResult& result, void (QuoteResult::*act)());
   void End();
+  void HangUp();
 
   Results AllThatAsk();
   void CheckLater();
@@ -73,6 +79,7 @@ class QuoteAnswers {
   const css::uno::Reference<css::uno::XComponentContext> context_;
   host::MessageLoop* loop_ = nullptr;  // the machine's, as soon as a cell has asked
   std::unique_ptr<wire::SideHost> side_;
+  curl::CurlInternet* internet_ = nullptr;  // of side_
   std::unique_ptr<day::QuoteWatch> watch_;
   bool ended_ = false;
 

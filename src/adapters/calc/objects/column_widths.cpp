@@ -47,6 +47,17 @@ std::vector<bool> HaveContents(const CellBlock& block) {
   return have;
 }
 
+// Those with something in them, but for hidden ones, which the office would show again.
+std::vector<bool> AreToBeFitted(const CellBlock& block) {
+  std::vector<bool> are = HaveContents(block);
+  const auto columns = ColumnsOf(block);
+  for (sal_Int32 i = 0; i < columns->getCount(); ++i) {
+    const auto number = static_cast<std::size_t>(i);
+    if (are[number]) are[number] = Properties(columns->getByIndex(i)).Get("IsVisible", true);
+  }
+  return are;
+}
+
 }  // namespace
 
 Variant DigitsOfColumns(const CellBlock& block) {
@@ -71,7 +82,7 @@ void FitColumns(const CellBlock& block) {
   const auto used = Shared(block.area, {1, 1, kRows, UsedArea(*block.sheet).last_column});
   if (!used) return;
   const std::vector<bool> are_fitted =
-      HaveContents(block.At({1, used->first_column, kRows, used->last_column}));
+      AreToBeFitted(block.At({1, used->first_column, kRows, used->last_column}));
   for (auto first = are_fitted.begin(); first != are_fitted.end();) {
     const auto end = std::find(first, are_fitted.end(), !*first);
     const auto column = used->first_column + static_cast<std::int32_t>(first - are_fitted.begin());
