@@ -11,6 +11,7 @@
 #include "core/cMirelo.h"
 #include "day/meanwhile.h"
 #include "day/quote_trail.h"
+#include "day/worked_time.h"
 #include "host/excel/application.h"
 #include "host/excel/worksheet.h"
 #include "worksheet/vertical_sheets.h"
@@ -18,10 +19,6 @@
 namespace mirelo::day {
 
 namespace {
-
-std::chrono::duration<double> WorkedSince(std::clock_t start) {
-  return std::chrono::duration<double>(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-}
 
 // Holds the screen still while cells are written.
 class StillScreen {

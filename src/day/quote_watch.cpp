@@ -11,6 +11,7 @@
 #include "automation/visible_text.h"
 #include "core/cQTData.h"
 #include "day/snapshot_feed.h"
+#include "day/worked_time.h"
 #include "snapshot/column_vocabulary.h"
 #include "wire/side_host.h"
 
@@ -24,10 +25,6 @@ constexpr int kPauseForTelling = 2;
 constexpr std::int32_t kMostOfAName = 40;
 
 std::string Shown(const std::string& name) { return '"' + Visible(Left(name, kMostOfAName)) + '"'; }
-
-std::chrono::duration<double> WorkedSince(std::clock_t start) {
-  return std::chrono::duration<double>(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-}
 
 std::string AllNames() { return Replace(kColumnsForReading, ",", ", "); }
 

@@ -30,7 +30,7 @@ constexpr const char* kFile = "mirelo.oxt";
 constexpr zip_uint64_t kLargestPart = zip_uint64_t{256} << 20;
 constexpr std::chrono::minutes kForUnopkg{2};
 
-bool IsThere(const fs::path& file) {
+bool IsInPlace(const fs::path& file) {
   std::error_code ignored;
   return fs::exists(fs::symlink_status(file, ignored));
 }
@@ -121,7 +121,9 @@ std::string InstallForAll(const OfficePlace& office) try {
 
 }  // namespace
 
-bool IsInstalledForAll(const OfficePlace& office) { return IsThere(PlaceForAll(office) / "description.xml"); }
+bool IsInstalledForAll(const OfficePlace& office) {
+  return IsInPlace(PlaceForAll(office) / "description.xml");
+}
 
 // Where LibreOffice unpacks what users add: one folder of a random name for each.
 bool IsInstalledForUser() {
@@ -129,7 +131,7 @@ bool IsInstalledForUser() {
   const fs::path folder = ProfileFolder() / "user" / "uno_packages" / "cache" / "uno_packages";
   for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
        entry.increment(error)) {
-    if (IsThere(entry->path() / kFile)) return true;
+    if (IsInPlace(entry->path() / kFile)) return true;
   }
   return false;
 }
@@ -138,7 +140,7 @@ bool IsInstalledForUser() {
 std::optional<fs::path> ExtensionFile() {
   const fs::path above = ProgramFolder().parent_path();
   for (const fs::path& file : {above / kFile, above / "lib" / kName / kFile}) {
-    if (IsThere(file)) return file;
+    if (IsInPlace(file)) return file;
   }
   return std::nullopt;
 }

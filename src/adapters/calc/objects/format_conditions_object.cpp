@@ -49,26 +49,26 @@ class ConditionFont final : public Font {
 
   Variant Bold() override { return Get().bold ? Variant(true) : Variant(); }
   void Bold(bool bold) override {
-    Change([&](Look& look) { look.bold = bold; });
+    Change([&](CellLook& look) { look.bold = bold; });
   }
   // A condition leaves the size of letters to the cell.
   Variant Size() override { return {}; }
   void Size(double) override { throw Refused("A condition cannot change the size of letters."); }
   Variant ColorIndex() override {
-    const Look look = Get();
+    const CellLook look = Get();
     return look.color == kAutomatic ? Variant() : Variant(IndexOfColor(look.color));
   }
   void ColorIndex(std::int32_t index) override {
     const spreadsheet::Color color = ColorOfIndex(index);
-    Change([&](Look& look) { look.color = color; });
+    Change([&](CellLook& look) { look.color = color; });
   }
   Variant Color() override {
-    const Look look = Get();
+    const CellLook look = Get();
     return look.color == kAutomatic ? Variant() : Variant(NumberOfColor(look.color, kBlack));
   }
 
  private:
-  Look Get() const {
+  CellLook Get() const {
     Document& document = place_.block.document();
     return document.AskAsItStands([&] { return LookOfStyle(document.uno(), place_.Find().style); });
   }
@@ -78,7 +78,7 @@ class ConditionFont final : public Font {
     ChangeConditions(place_.block, [&] {
       const auto& document = place_.block.document().uno();
       const SheetCondition condition = place_.Find();
-      Look look = LookOfStyle(document, condition.style);
+      CellLook look = LookOfStyle(document, condition.style);
       change(look);
       SheetConditions::SetStyle(condition, StyleOfLook(document, look));
     });

@@ -22,7 +22,7 @@ Reference<css::container::XNameContainer> StylesOf(const Document::Uno& document
 }
 
 // "Mirelo", "Mirelo bold #FF0000".
-std::string NameOf(const Look& look) {
+std::string NameOf(const CellLook& look) {
   std::string name = "Mirelo";
   if (look.bold) name += " bold";
   if (look.color == kAutomatic) return name;
@@ -43,8 +43,8 @@ std::optional<Any> SetByStyle(const Document::Uno& document, const std::string& 
   return Properties(style).Get(property);
 }
 
-Look LookOfStyle(const Document::Uno& document, const std::string& name) {
-  Look look;
+CellLook LookOfStyle(const Document::Uno& document, const std::string& name) {
+  CellLook look;
   float weight = 0;
   if (const auto set = SetByStyle(document, name, kWeight); set && (*set >>= weight))
     look.bold = weight > css::awt::FontWeight::NORMAL;
@@ -52,7 +52,7 @@ Look LookOfStyle(const Document::Uno& document, const std::string& name) {
   return look;
 }
 
-std::string StyleOfLook(const Document::Uno& document, const Look& look) {
+std::string StyleOfLook(const Document::Uno& document, const CellLook& look) {
   std::string name = NameOf(look);
   const auto styles = StylesOf(document);
   if (styles->hasByName(OfficeText(name))) return name;

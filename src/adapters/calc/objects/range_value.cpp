@@ -35,8 +35,8 @@ namespace {
 
 using Rows = Sequence<Sequence<Any>>;
 
-constexpr sal_Int32 kContents = css::sheet::CellFlags::VALUE | css::sheet::CellFlags::DATETIME |
-                                css::sheet::CellFlags::STRING | css::sheet::CellFlags::FORMULA;
+constexpr sal_Int32 kWhatCellsHold = css::sheet::CellFlags::VALUE | css::sheet::CellFlags::DATETIME |
+                                     css::sheet::CellFlags::STRING | css::sheet::CellFlags::FORMULA;
 
 // Texts for single cells, gathered to be laid in runs of rows.
 class Runs {
@@ -198,7 +198,7 @@ class Writing {
     if (double number = 0; value >>= number) return cell->setValue(number);
     rtl::OUString text;
     value >>= text;
-    if (text.isEmpty()) return As<css::sheet::XSheetOperation>(block.Cells())->clearContents(kContents);
+    if (text.isEmpty()) return As<css::sheet::XSheetOperation>(block.Cells())->clearContents(kWhatCellsHold);
     As<css::text::XTextRange>(cell)->setString(text);
   }
 

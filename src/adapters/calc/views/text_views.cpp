@@ -16,7 +16,7 @@ using forms::layout::Extent;
 
 namespace {
 
-constexpr int kFewestLetters = 12;
+constexpr int kLettersOfABox = 12;
 // Of a text of several lines, in letters and lines.
 constexpr int kReportWidth = 72;
 constexpr int kReportHeight = 12;
@@ -55,7 +55,7 @@ Box MakeBox(forms::TextBox& box, Views& views) {
     })));
   };
   Box place = views.BoxOf(view, [&] {
-    if (!box.MultiLine()) return Extent{kFewestLetters * views.LetterWidth(), views.LineHeight()};
+    if (!box.MultiLine()) return Extent{kLettersOfABox * views.LetterWidth(), views.LineHeight()};
     return Extent{kReportWidth * views.LetterWidth() / 2, kReportHeight * views.LineHeight() / 2};
   });
   place.wide = true;
