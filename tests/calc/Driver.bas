@@ -2,6 +2,8 @@ REM  Runs the macros of examples/calc in a document of its own, notes what it fi
 
 Option Explicit
 
+Global Scripts
+
 Sub Main
   Dim Document
   On Error GoTo Failed
@@ -10,16 +12,23 @@ Sub Main
 
   AskQuotes
   NoteCells("asked", Document, 0)
+  NoteMenu("behind asking", Document)
 
   StartStream
   AwaitQuotes(Document)
+  WithAnotherInFront(Document)
   StopStream
   NoteCells("streamed", Document, 10)
   Note("status", Status)
+  NoteMenu("behind the stream", Document)
+  WithItsDocumentClosed(Document)
 
-  ShowSettings  ' nobody is there to press Go, so it is cancelled
-  Note("stays as it was when cancelled", IsNull(Stream))
+  Settings(Document)
+  NoteMenu("behind the settings", Document)
+  InGerman(Document)
+  Formulas(Document)
 
+  Prepare
   WriteThroughTheFacade(Document)
   Errors
   Identity
@@ -41,6 +50,118 @@ Sub AwaitQuotes(Document)
   Next Tries
 End Sub
 
+REM  Whoever opens another document while quotes come.
+Sub WithAnotherInFront(Document)
+  Dim Other, Before, Tries As Integer
+  Other = NewDocument()
+  Note("another in front", EqualUnoObjects(ThisComponent, Other))
+  Before = CountOf(Document)
+  For Tries = 1 To 200
+    If CountOf(Document) > Before + 3 Then Exit For
+    Wait 50
+  Next Tries
+  Note("comes behind another", CountOf(Document) > Before)
+  Note("sheets of another", Join(Other.Sheets.ElementNames, ","))
+  Other.close(True)
+  Document.CurrentController.Frame.activate()
+  Note("front", EqualUnoObjects(ThisComponent, Document))
+End Sub
+
+Function CountOf(Document) As Double
+  CountOf = Document.Sheets.getByName("Quotes").getCellByPosition(3, 10).Value
+End Function
+
+Sub WithItsDocumentClosed(Document)
+  Dim Other
+  Other = NewDocument()
+  StartStream
+  AwaitSheet(Other)
+  Note("stream of another", Other.Sheets.hasByName("Quotes"))
+  Other.close(True)
+  Document.CurrentController.Frame.activate()
+  Note("front", EqualUnoObjects(ThisComponent, Document))
+  Note("ends with its document", IsNull(Stream))
+  NoteMenu("behind a closed document", Document)
+End Sub
+
+Sub AwaitSheet(Document)
+  Dim Tries As Integer
+  For Tries = 1 To 200
+    If Document.Sheets.hasByName("Quotes") Then Exit For
+    Wait 50
+  Next Tries
+End Sub
+
+REM  Whose buttons a person presses. The table on the sheet knows how its quotes come.
+Sub Settings(Document)
+  Person("Cancel")
+  ShowSettings
+  Note("stays as it was when cancelled", IsNull(Stream))
+  NoteMenu("behind cancelling", Document)
+
+  Document.Sheets.removeByName("Quotes")
+  Person("Go")
+  ShowSettings
+  Note("streams behind Go", Not IsNull(Stream))
+  AwaitQuotes(Document)
+  StopStream
+  NoteCells("streamed behind Go", Document, 10)
+
+  Document.Sheets.getByName("Dovanta2_Quotes").getCellByPosition(0, 0).String = "SnapShot( 10 sec)"
+  Document.Sheets.removeByName("Quotes")
+  Person("Go")
+  ShowSettings
+  Note("no stream behind Go", IsNull(Stream))
+  NoteCells("asked behind Go", Document, 0)
+  Person("")
+End Sub
+
+REM  One provider keeps what a module has in its variables.
+Sub Person(Button As String)
+  If IsEmpty(Scripts) Then Scripts = createUnoService("com.sun.star.script.provider.MasterScriptProviderFactory").createScriptProvider("user")
+  Scripts.getScript("vnd.sun.star.script:person.py$press?language=Python&location=user").invoke(Array(Button), Array(), Array())
+End Sub
+
+REM  Where people write 28,25.
+Sub InGerman(Document)
+  Dim Cell
+  Cell = Document.Sheets.getByName("Quotes").getCellByPosition(8, 0)
+  SetLocale("de-DE")
+  WriteField(Cell, "4.5", False)
+  Note("in German", Cell.String & " " & (Cell.Type = com.sun.star.table.CellContentType.VALUE))
+  SetLocale("")
+End Sub
+
+Sub SetLocale(Name As String)
+  Dim Place As New com.sun.star.beans.PropertyValue, Provider, Setup
+  Place.Name = "nodepath"
+  Place.Value = "/org.openoffice.Setup/L10N"
+  Provider = createUnoService("com.sun.star.configuration.ConfigurationProvider")
+  Setup = Provider.createInstanceWithArguments("com.sun.star.configuration.ConfigurationUpdateAccess", Array(Place))
+  Setup.replaceByName("ooSetupSystemLocale", Name)
+  Setup.commitChanges()
+End Sub
+
+Sub Formulas(Document)
+  Dim Cell
+  Cell = Document.Sheets.getByName("Quotes").getCellByPosition(7, 0)
+  WriteField(Cell, "=1+1", False)
+  Note("a formula from outside", Cell.String)
+  WriteField(Cell, "1.5", True)
+  Note("a ticker of digits", Cell.Type = com.sun.star.table.CellContentType.TEXT)
+End Sub
+
+REM  Whether the menu is free for a day.
+Sub NoteMenu(Title As String, Document)
+  ChooseCommand(Document, "start")
+  Note("menu " & Title, StatesIn(Document))
+  ChooseCommand(Document, "stop")
+End Sub
+
+Function NewDocument()
+  NewDocument = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+End Function
+
 Sub WriteThroughTheFacade(Document)
   Dim Application
   Facade.ExcelApplication = Document
@@ -49,7 +170,17 @@ Sub WriteThroughTheFacade(Document)
   Note("read back", Application.Range("B30").Value)
   Note("in the document", Document.Sheets(0).getCellRangeByName("B30").Value)
   Note("front sheet", Application.ActiveSheet.Name)
+  Application.Range("B32:C33").Value = WholeNumbers()
+  Note("table of whole numbers", Application.Range("C33").Value)
+  Application.Range("B34:C35").Value = Array(Array(True, False), Array(False, True))
+  Note("table of booleans", Application.Range("C35").Value)
 End Sub
+
+Function WholeNumbers()
+  Dim Numbers(1 To 2, 1 To 2) As Long
+  Numbers(2, 2) = 70000
+  WholeNumbers = Numbers
+End Function
 
 Sub Errors
   Note("no such member", FailureOf(Facade, 1))
@@ -80,6 +211,7 @@ End Sub
 
 Function HasQuotes(Document, Row As Long) As Boolean
   Dim Sheet
+  If Not Document.Sheets.hasByName("Quotes") Then Exit Function
   Sheet = Document.Sheets.getByName("Quotes")
   HasQuotes = Sheet.getCellByPosition(1, Row).Value > 0 And Sheet.getCellByPosition(3, Row).Value > 1
 End Function

@@ -1,4 +1,4 @@
-REM  Runs the macros in Python of examples/calc in a document of its own, and ends the office.
+REM  Runs the macros in Python of examples/calc in a document of its own, where people write 28,25, and ends the office.
 
 Option Explicit
 
@@ -7,15 +7,20 @@ Global Scripts
 Sub Main
   Dim Document, Tries As Integer
   On Error GoTo Failed
-  Document = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+  Document = NewDocument()
+  SetLocale("de-DE")
   RunPython("quotes.py$ask_quotes")
   NoteCells("asked", Document, 0)
+  ChooseStart(Document)
   RunPython("quotes.py$start_stream")
   For Tries = 1 To 200
     If Count(Document, 10) > 1 And Count(Document, 11) > 1 Then Exit For
     Wait 50
   Next Tries
+  WithAnotherInFront(Document)
   RunPython("quotes.py$stop_stream")
+  ChooseStart(Document)
+  WithItsDocumentClosed(Document)
   NoteCells("streamed", Document, 10)
   RunPython("members.py$look")
   Note("end", "reached")
@@ -32,6 +37,52 @@ REM  One provider keeps what a module has in its variables.
 Sub RunPython(Name As String)
   If IsEmpty(Scripts) Then Scripts = createUnoService("com.sun.star.script.provider.MasterScriptProviderFactory").createScriptProvider("user")
   Scripts.getScript("vnd.sun.star.script:" & Name & "?language=Python&location=user").invoke(Array(), Array(), Array())
+End Sub
+
+REM  Whoever opens another document while quotes come.
+Sub WithAnotherInFront(Document)
+  Dim Other, Before, Tries As Integer
+  Other = NewDocument()
+  Note("another in front", EqualUnoObjects(ThisComponent, Other))
+  Before = Count(Document, 10)
+  For Tries = 1 To 200
+    If Count(Document, 10) > Before + 1 Then Exit For
+    Wait 50
+  Next Tries
+  Note("comes behind another", Count(Document, 10) > Before)
+  Note("cells of another", Count(Other, 10) + Count(Other, 11))
+  Other.close(True)
+End Sub
+
+Sub WithItsDocumentClosed(Document)
+  Dim Other
+  Other = NewDocument()
+  RunPython("quotes.py$start_stream")
+  Other.close(True)
+  ChooseStart(Document)
+End Sub
+
+REM  It is refused: while a macro holds the library for that, else since the document has no quote table.
+Sub ChooseStart(Document)
+  ChooseCommand(Document, "start")
+End Sub
+
+Function NewDocument()
+  Dim Made
+  Made = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+  Made.CurrentController.Frame.activate()
+  NewDocument = Made
+End Function
+
+REM  In German people write 28,25.
+Sub SetLocale(Name As String)
+  Dim Place As New com.sun.star.beans.PropertyValue, Setup
+  Place.Name = "nodepath"
+  Place.Value = "/org.openoffice.Setup/L10N"
+  Setup = createUnoService("com.sun.star.configuration.ConfigurationProvider")
+  Setup = Setup.createInstanceWithArguments("com.sun.star.configuration.ConfigurationUpdateAccess", Array(Place))
+  Setup.replaceByName("ooSetupSystemLocale", Name)
+  Setup.commitChanges()
 End Sub
 
 Function Count(Document, Row As Long) As Double

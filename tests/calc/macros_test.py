@@ -2,7 +2,7 @@
 
 import os
 import pathlib
-import re
+import shutil
 import tempfile
 import unittest
 
@@ -23,13 +23,21 @@ class Macros(WrittenQuotes, unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_NOTES": str(notes)}
         table = folder / "table.xlsx"
         environment["MIRELO_TABLE"] = str(table)
-        office = Office(folder, environment)
+        environment["PYTHONDONTWRITEBYTECODE"] = "1"
+        office = Office(folder, environment, headless=False)  # which shows no dialog
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=[HERE / "Driver.bas", HERE / "Notes.bas"])
+        tests = [HERE / name for name in ("Driver.bas", "Commands.bas", "Notes.bas")]
+        office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=tests)
+        scripts = folder / "profile" / "user" / "Scripts" / "python"
+        scripts.mkdir(parents=True)
+        shutil.copy(HERE / "person.py", scripts)
         with StandIn(BUILD / "bin") as tracker:
             be_asked(tracker, environment)
             build_tables(table, environment)
-            cls.code = office.run("Tests.Driver.Main")
+            try:
+                cls.code = office.run("Tests.Driver.Main")
+            except AssertionError as failure:
+                raise AssertionError(f"{failure}\nnoted until then: {notes_in(folder)}") from None
         cls.log = office.log()
         cls.notes = notes_in(folder)
 
@@ -42,10 +50,40 @@ class Macros(WrittenQuotes, unittest.TestCase):
     def test_show_the_settings_dialog_and_go_on_only_where_go_was_pressed(self):
         self.assertEqual(self.notes["stays as it was when cancelled"], "True")
 
+    def test_follow_the_dialogs_answer_whether_to_stream_or_to_ask(self):
+        self.assertEqual(self.notes["streams behind Go"], "True")
+        self.check_streamed("streamed behind Go")
+        self.assertEqual(self.notes["no stream behind Go"], "True")
+        self.check_asked("asked behind Go")
+
+    def test_write_into_the_document_that_they_were_started_in(self):
+        self.assertEqual(self.notes["another in front"], "True")
+        self.assertEqual(self.notes["comes behind another"], "True")
+        self.assertEqual(self.notes["sheets of another"], "Sheet1")
+
+    def test_end_their_stream_when_its_document_is_closed(self):
+        self.assertEqual(self.notes["stream of another"], "True")
+        self.assertEqual(self.notes["ends with its document"], "True")
+
+    def test_leave_the_menu_free_when_they_are_done(self):
+        for what in ("asking", "the stream", "a closed document", "cancelling", "the settings"):
+            self.assertIn("stop=True", self.notes[f"menu behind {what}"], what)
+
+    def test_write_numbers_where_people_write_them_with_a_comma(self):
+        self.assertEqual(self.notes["in German"], "4,5 True")
+
+    def test_write_no_formula_that_comes_from_outside_and_no_ticker_as_a_number(self):
+        self.assertEqual(self.notes["a formula from outside"], "=1+1")
+        self.assertEqual(self.notes["a ticker of digits"], "True")
+
     def test_take_a_document_for_a_spreadsheet_program(self):
         self.assertEqual(self.notes["read back"], "1234")
         self.assertEqual(self.notes["in the document"], "1234")
         self.assertEqual(self.notes["front sheet"], "Dovanta2_Quotes")
+
+    def test_hand_over_tables_of_whole_numbers_and_of_booleans(self):
+        self.assertEqual(self.notes["table of whole numbers"], "70000")
+        self.assertEqual(self.notes["table of booleans"], "True")
 
     def test_see_errors_as_basic_has_them(self):
         self.assertIn("NoSuchMember", self.notes["no such member"])

@@ -14,6 +14,8 @@ HERE = pathlib.Path(__file__).parent
 
 
 class Python(WrittenQuotes, unittest.TestCase):
+    separator = ","
+
     @classmethod
     def setUpClass(cls):
         home = tempfile.TemporaryDirectory(prefix="mirelo-")
@@ -22,7 +24,7 @@ class Python(WrittenQuotes, unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "PYTHONDONTWRITEBYTECODE": "1"}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Python.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=[HERE / name for name in ("Python.bas", "Commands.bas", "Notes.bas")])
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)
         shutil.copy(SOURCE / "examples/calc/quotes.py", scripts)
@@ -37,6 +39,15 @@ class Python(WrittenQuotes, unittest.TestCase):
         self.assertEqual(self.notes.get("failed"), None, self.notes)
         self.assertEqual(self.notes.get("end"), "reached", self.log)
         self.assertEqual(self.code, 0, self.log)
+
+    def test_write_into_the_document_that_they_were_started_in(self):
+        self.assertEqual(self.notes["another in front"], "True")
+        self.assertEqual(self.notes["comes behind another"], "True")
+        self.assertEqual(self.notes["cells of another"], "0")
+
+    def test_leave_the_menu_free_when_they_are_done_and_when_their_document_is_closed(self):
+        self.assertNotIn("A macro holds Mirelo", self.log)
+        self.assertEqual(self.log.count("warning: Mirelo: "), 3, self.log)  # that the document has no quote table
 
     def test_holds_properties_methods_arrays_and_objects(self):
         self.assertEqual(self.notes["a list"], "('MSFT', 'IBM')")
