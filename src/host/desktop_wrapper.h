@@ -12,27 +12,30 @@ namespace mirelo::host {
 class DesktopWrapper : public Desktop {
  public:
   // `inner` must outlive this.
-  explicit DesktopWrapper(Desktop& inner) : inner_(inner) {}
+  explicit DesktopWrapper(Desktop& inner) : inner_(&inner) {}
+
+  // Passes calls on to this one from now on. It must outlive this, or the next such call.
+  void PassTo(Desktop& inner) { inner_ = &inner; }
 
   Answer MessageBox(const std::string& text, int style, const std::string& title) override {
-    return inner_.MessageBox(text, style, title);
+    return inner_->MessageBox(text, style, title);
   }
-  void ShowModal(forms::Form& form) override { inner_.ShowModal(form); }
-  void Beep() override { inner_.Beep(); }
-  void SetForegroundWindow(forms::Form& form) override { inner_.SetForegroundWindow(form); }
+  void ShowModal(forms::Form& form) override { inner_->ShowModal(form); }
+  void Beep() override { inner_->Beep(); }
+  void SetForegroundWindow(forms::Form& form) override { inner_->SetForegroundWindow(form); }
   std::optional<WindowPlacement> GetWindowPlacement(forms::Form& form) override {
-    return inner_.GetWindowPlacement(form);
+    return inner_->GetWindowPlacement(form);
   }
   bool SetWindowPlacement(forms::Form& form, const WindowPlacement& placement) override {
-    return inner_.SetWindowPlacement(form, placement);
+    return inner_->SetWindowPlacement(form, placement);
   }
-  std::optional<WindowPlacement> GetDesktopPlacement() override { return inner_.GetDesktopPlacement(); }
+  std::optional<WindowPlacement> GetDesktopPlacement() override { return inner_->GetDesktopPlacement(); }
   int ShellExecuteA(const std::string& verb, const std::string& file) override {
-    return inner_.ShellExecuteA(verb, file);
+    return inner_->ShellExecuteA(verb, file);
   }
 
  private:
-  Desktop& inner_;
+  Desktop* inner_;
 };
 
 }  // namespace mirelo::host

@@ -29,6 +29,7 @@
 #include "libreoffice/file_address.h"
 #include "libreoffice/machine.h"
 #include "libreoffice/office_day.h"
+#include "libreoffice/screen.h"
 #include "terminal/output.h"
 #include "uno/errors.h"
 #include "uno/text.h"
@@ -108,10 +109,11 @@ ErrandRunner::ErrandRunner(Reference<css::uno::XComponentContext> context, int l
       line_(line),
       errand_(std::move(errand)),
       machine_(Machine::Of(context_)),
-      printed_(std::make_unique<TellingOutput>([this](const std::string& text) { Tell(text); })) {
-  auto desktop = std::make_unique<AttendedDesktop>(*printed_);
-  person_ = std::make_unique<DialogPerson>(errand_.wishes, *desktop);
-  machine_.host().ShowOn(std::move(desktop));
+      printed_(std::make_unique<TellingOutput>([this](const std::string& text) { Tell(text); })),
+      attended_(*printed_),
+      person_(errand_.wishes, attended_),
+      accept_costs_(machine_.accept_costs) {
+  machine_.ShowOn(attended_);
   machine_.accept_costs = [this](const std::vector<std::string>& costs) { return AcceptsCosts(costs); };
   watch_ = machine_.loop().Watch(socket_, host::MessageLoop::kRead, [this](unsigned) { Listen(); });
   machine_.loop().StartTimer(std::chrono::milliseconds(0), [this] { Run(); });
@@ -122,7 +124,9 @@ ErrandRunner::~ErrandRunner() = default;
 void ErrandRunner::Run() {
   try {
     Open();
-    if (FillDialog()) BeginDay();
+    if (!FillDialog()) return;
+    if (OfficeShowsWindows()) LeaveToPerson();
+    BeginDay();
   } catch (...) {
     Fail(DescriptionInHand());
   }
@@ -146,13 +150,19 @@ bool ErrandRunner::FillDialog() {
   }
   News news{.kind = News::Kind::kComplaint, .text = "the dialog was closed without Go"};
   if (has_refused_costs_) news.text = "Go would cost what the warnings say. To go on all the same, add --yes";
-  if (const auto& complaint = person_->Complained()) {
+  if (const auto& complaint = person_.Complained()) {
     news.text = complaint->text;
     news.is_of_wish = complaint->is_of_wish;
   }
   line_.Send(LineOf(news));
   EndOffice();
   return false;
+}
+
+// What comes behind the dialog is chosen in the window, and so it is shown and asked there.
+void ErrandRunner::LeaveToPerson() {
+  machine_.ShowOnOwn();
+  machine_.accept_costs = accept_costs_;
 }
 
 void ErrandRunner::BeginDay() {

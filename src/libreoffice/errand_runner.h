@@ -2,6 +2,7 @@
 
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,6 +38,7 @@ class ErrandRunner {
   void Run();
   void Open();
   bool FillDialog();
+  void LeaveToPerson();
   void BeginDay();
   void Listen();
   void Finish();
@@ -52,7 +54,9 @@ class ErrandRunner {
   const Errand errand_;
   Machine& machine_;
   std::unique_ptr<TellingOutput> printed_;
-  std::unique_ptr<DialogPerson> person_;
+  AttendedDesktop attended_;
+  DialogPerson person_;
+  std::function<bool(const std::vector<std::string>&)> accept_costs_;  // of the person at the window
   css::uno::Reference<css::frame::XModel> document_;
   std::int64_t quotes_ = 0;
   bool has_refused_costs_ = false;

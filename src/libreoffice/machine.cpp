@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "adapters/calc/views/calc_desktop.h"
+#include "adapters/headless/console_desktop.h"
 #include "app/dialog/guiding_desktop.h"
 #include "app/link_trouble.h"
 #include "automation/runtime_error.h"
@@ -91,8 +92,13 @@ Machine::Machine(const Context& context)
       host_.HangUp();
       FormEnded.Raise();
     };
-    host_.ShowOn(std::move(desktop));
+    own_desktop_ = std::move(desktop);
+  } else {
+    own_desktop_ = std::make_unique<headless::ConsoleDesktop>();
   }
+  auto shown_on = std::make_unique<host::DesktopWrapper>(*own_desktop_);
+  shown_on_ = shown_on.get();
+  host_.ShowOn(std::move(shown_on));
   mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
   accept_costs = AskWhetherToGoOn;
   host_.ShowThrough([this](host::Desktop& inner) {

@@ -14,6 +14,7 @@
 
 #include "adapters/calc/office_loop.h"
 #include "automation/event.h"
+#include "host/desktop_wrapper.h"
 #include "host/host.h"
 #include "linux/linux_host.h"
 
@@ -62,6 +63,10 @@ class Machine {
     Machine& machine_;
     const css::uno::WeakReference<css::frame::XFrame> before_;
   };
+  // Shows all on this desktop, which must stay there until it is taken back. Not for one that is lent.
+  void ShowOn(host::Desktop& desktop) { shown_on_->PassTo(desktop); }
+  // On the office's own again: its dialogs, where it has windows, else the terminal.
+  void ShowOnOwn() { shown_on_->PassTo(*own_desktop_); }
 
   // A sentence about a reply that was given up.
   Event<const std::string&> Told;
@@ -84,6 +89,8 @@ class Machine {
 
   std::unique_ptr<LinuxHost> own_;  // unless it is lent
   LinuxHost& host_;
+  std::unique_ptr<host::Desktop> own_desktop_;
+  host::DesktopWrapper* shown_on_ = nullptr;  // the host's
   std::optional<host::HostScope> installed_;
   css::uno::WeakReference<css::frame::XFrame> below_;  // what forms and boxes are about
   calc::OfficeLoop* loop_ = nullptr;                   // the host's

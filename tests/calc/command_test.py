@@ -104,6 +104,15 @@ class Command(CommandCase):
         self.assertEqual(code, 2)
         self.assertIn("LibreOffice Calc is to write .ods, .xlsx, .xls and .fods files", err)
 
+    def test_refuses_wishes_for_a_window(self):
+        code, _, err = self.end(self.start_calc("--tickers", "MSFT", "--for", "8h"))
+        self.assertEqual(code, 2)
+        self.assertIn("--for, --tickers need --headless or --demo", err)
+        code, _, err = self.end(self.start_calc("--install", "--charts"))
+        self.assertEqual(code, 2)
+        self.assertIn("--charts needs --headless or --demo", err)
+        self.assertEqual(self.left(), [])
+
     def test_says_what_to_install(self):
         programs = self.home / "programs"
         programs.mkdir()

@@ -2,8 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "app/calc/calc_errand.h"
 #include "app/calc/extension.h"
@@ -17,6 +19,7 @@
 #include "app/workbook/spreadsheet_program.h"
 #include "app/workbook/workbook_file.h"
 #include "automation/runtime_error.h"
+#include "automation/text.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -67,6 +70,7 @@ CalcCommand::CalcCommand(CLI::App& program, const GlobalOptions& global) : globa
 bool CalcCommand::IsChosen() const { return command_->parsed(); }
 
 int CalcCommand::Run() try {
+  if (!demo_ && !headless_) RefuseWishes();
   const OfficePlace office = FindOffice();
   if (install_ || remove_) {
     Out() << (install_ ? InstallExtension(office) : RemoveExtension(office)) << ".\n";
@@ -77,6 +81,20 @@ int CalcCommand::Run() try {
 } catch (const Unfulfilled& unfulfilled) {
   Err() << "error: " << terminal::Indented(unfulfilled.what()) << "\n";
   return kWrongUsage;
+}
+
+// Nobody fills the dialog in a window but the person there.
+void CalcCommand::RefuseWishes() const {
+  std::vector<std::string> wished;
+  for (const CLI::Option* option : std::as_const(*command_).get_options()) {
+    const bool is_wish =
+        option->nonpositional() && !option->check_lname("install") && !option->check_lname("remove");
+    if (is_wish && option->count() > 0) wished.push_back(option->get_name());
+  }
+  if (wished.empty()) return;
+  throw Unfulfilled(Join(wished, ", ") + (wished.size() == 1 ? " needs" : " need") +
+                    " --headless or --demo. In a window it is you who fills the settings dialog: Mirelo, "
+                    "Settings...");
 }
 
 int CalcCommand::OpenWindow(const OfficePlace& office) const {

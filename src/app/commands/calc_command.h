@@ -24,6 +24,7 @@ class CalcCommand {
   int Run();
 
  private:
+  void RefuseWishes() const;
   int OpenWindow(const OfficePlace& office) const;
   int RunDay(const OfficePlace& office) const;
   int RunDemonstration(const OfficePlace& office) const;
