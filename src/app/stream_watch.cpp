@@ -12,6 +12,7 @@
 #include "automation/visible_text.h"
 #include "core/known_setting.h"
 #include "core/mGlobal.h"
+#include "host/wininet_api.h"
 #include "linux/linux_host.h"
 
 namespace mirelo::app {
