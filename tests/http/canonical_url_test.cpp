@@ -1,4 +1,4 @@
-#include "adapters/curl/canonical_url.h"
+#include "host/canonical_url.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include "adapters/curl/curl_internet.h"
 #include "adapters/poll/poll_loop.h"
 
-namespace mirelo::curl {
+namespace mirelo::host {
 namespace {
 
 TEST(CanonicalUrl, FollowsTheRulesOfBrowserMode) {
@@ -56,15 +56,15 @@ TEST(CanonicalUrl, FollowsTheRulesOfBrowserMode) {
 
 TEST(CanonicalUrl, MustFitTheBufferWithItsTerminator) {
   poll::PollLoop loop;
-  CurlInternet internet(loop);
+  curl::CurlInternet internet(loop);
   const auto canonical = [&](std::size_t length) {
     return internet.InternetCanonicalizeUrlA("/" + std::string(length - 1, 'x'), 4096,
-                                             CurlInternet::kBrowserMode);
+                                             curl::CurlInternet::kBrowserMode);
   };
   EXPECT_EQ(canonical(4095).value().size(), 4095u);
   EXPECT_EQ(canonical(4096), std::nullopt);
-  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 6, CurlInternet::kBrowserMode), std::nullopt);
-  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 7, CurlInternet::kBrowserMode), "/a%20b");
+  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 6, curl::CurlInternet::kBrowserMode), std::nullopt);
+  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 7, curl::CurlInternet::kBrowserMode), "/a%20b");
 }
 
 TEST(RequestTarget, CannotBreakTheRequestLine) {
@@ -87,4 +87,4 @@ TEST(RequestTarget, CannotBreakTheRequestLine) {
 }
 
 }  // namespace
-}  // namespace mirelo::curl
+}  // namespace mirelo::host

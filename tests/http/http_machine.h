@@ -7,9 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/curl/curl_internet.h"
-#include "adapters/poll/poll_loop.h"
 #include "host/host.h"
+#include "http/tested_internet.h"
 #include "snapshot/WinInet.h"
 #include "support/environment_variable.h"
 #include "support/loopback_server.h"
@@ -33,9 +32,9 @@ class HttpMachine : public ::testing::Test {
   HttpMachine() { host.Use(loop).Use(clock).Use(internet); }
 
   WithoutProxies without_proxies;
-  poll::PollLoop loop;
+  TestedLoop loop;
   ManualClock clock;
-  curl::CurlInternet internet{loop};
+  TestedInternet internet{loop};
   TestHost host;
   host::HostScope scope{host};
 };

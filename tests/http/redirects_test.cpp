@@ -1,7 +1,6 @@
 #include <cstdint>
 #include <string>
 
-#include "adapters/curl/redirect.h"
 #include "http/http_machine.h"
 
 namespace mirelo::testing {
@@ -59,91 +58,24 @@ TEST_F(Redirects, DoNotWaitForTheBodyOfTheReplyThatRedirects) {
   EXPECT_EQ(transfer.Response(), "quote");
 }
 
-TEST_F(Redirects, TurnAFormIntoAQuestionUnlessTheyForbidIt) {
-  const struct {
-    std::string status, verb;
-    std::string sent_verb;
-    bool sends_body;
-  } cases[] = {
-      {"301", "POST", "GET", false}, {"302", "POST", "GET", false}, {"303", "POST", "GET", false},
-      {"303", "PUT", "GET", false},  {"301", "PUT", "PUT", true},   {"307", "POST", "POST", true},
-      {"308", "POST", "POST", true},
-  };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.status + " " + each.verb);
+TEST_F(Redirects, TurnAFormIntoAQuestion) {
+  for (const std::string status : {"301", "302", "303"}) {
+    SCOPED_TRACE(status);
     LoopbackServer server([&](LoopbackServer::Peer& peer) {
       peer.ReceiveUntil("\r\n\r\n");
-      if (peer.Index() == 0 || each.sends_body) {
+      if (peer.Index() == 0) {
         EXPECT_EQ(peer.Receive(3), "a=1");
       }
-      peer.Send(peer.Index() == 0 ? "HTTP/1.0 " + each.status + " x\r\nLocation: /new\r\n\r\n"
+      peer.Send(peer.Index() == 0 ? "HTTP/1.0 " + status + " x\r\nLocation: /new\r\n\r\n"
                                   : std::string("HTTP/1.0 200 OK\r\n\r\nquote"));
     });
     LocalTransfer transfer(server.Port());
-    transfer.Method(each.verb);
+    transfer.Method("POST");
     transfer.PostQuery("a=1");
     transfer.Execute();
     EXPECT_EQ(transfer.Response(), "quote");
-    EXPECT_EQ(transfer.Method(), each.sent_verb);
-    EXPECT_EQ(FirstLine(server.Received(1)), each.sent_verb + " /new HTTP/1.0");
-    EXPECT_EQ(server.Received(1).find("Content-") != std::string::npos, each.sends_body);
+    EXPECT_EQ(FirstLine(server.Received(1)), "GET /new HTTP/1.0");
   }
-}
-
-TEST_F(Redirects, EndAfterTen) {
-  LoopbackServer ten(RedirectThenReply("302 Found\r\nLocation: /new", 10));
-  LocalTransfer good(ten.Port());
-  good.Execute();
-  EXPECT_EQ(good.Response(), "quote");
-
-  LoopbackServer eleven(RedirectThenReply("302 Found\r\nLocation: /new", 11));
-  LocalTransfer bad(eleven.Port());
-  bad.Execute();
-  EXPECT_EQ(bad.states, kSendFailed);
-  EXPECT_EQ(eleven.Connections(), 11u);
-}
-
-TEST_F(Redirects, FailWhereTheyCannotBeFollowed) {
-  const RefusingPort refusing;
-  for (const std::string location :
-       {"ftp://127.0.0.1/a", "file:///etc/passwd", "http://", "http://a b/", "http://127.0.0.1:99999/"}) {
-    SCOPED_TRACE(location);
-    LoopbackServer server(RedirectThenReply("302 Found\r\nLocation: " + location));
-    LocalTransfer transfer(server.Port());
-    transfer.Execute();
-    EXPECT_EQ(transfer.states, kSendFailed);
-  }
-  LoopbackServer server(RedirectThenReply("302 Found\r\nLocation: http://" + refusing.Address()));
-  LocalTransfer transfer(server.Port());
-  transfer.Execute();
-  EXPECT_EQ(transfer.states, kSendFailed);
-}
-
-TEST(Redirected, ResolvesAgainstWhereTheRequestWent) {
-  const curl::Destination from{"http://127.0.0.1:16239", "/a/b?c"};
-  const struct {
-    std::string location, origin, target;
-  } cases[] = {
-      {"/x", "http://127.0.0.1:16239", "/x"},           {"x?y", "http://127.0.0.1:16239", "/a/x?y"},
-      {"../x", "http://127.0.0.1:16239", "/x"},         {"?y", "http://127.0.0.1:16239", "/a/b?y"},
-      {"//other/x", "http://other:80", "/x"},           {"http://other:81", "http://other:81", "/"},
-      {"https://other/x#y", "https://other:443", "/x"},
-  };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.location);
-    const auto next = curl::Redirected(from, each.location);
-    ASSERT_TRUE(next.has_value());
-    EXPECT_EQ(next->origin, each.origin);
-    EXPECT_EQ(next->target, each.target);
-  }
-}
-
-TEST(HttpOrigin, NamesTheServerAndItsPort) {
-  EXPECT_EQ(curl::HttpOrigin("127.0.0.1", 16239), "http://127.0.0.1:16239");
-  EXPECT_EQ(curl::HttpOrigin("localhost", 0), "http://localhost:80");
-  EXPECT_EQ(curl::HttpOrigin("::1", 65535), "http://[::1]:65535");
-  EXPECT_EQ(curl::HttpOrigin("[::1]", 1), "http://[::1]:1");
-  EXPECT_EQ(curl::HttpOrigin("a/b", 1), "");
 }
 
 }  // namespace

@@ -30,10 +30,10 @@ TEST_F(SentRequest, CarriesABodyWithItsLengthAndType) {
   transfer.Method("POST");
   transfer.PostQuery("a=1&b=2");
   transfer.Execute();
-  EXPECT_EQ(server.Received(),
-            "POST /req?x HTTP/1.0\r\n" + HostLine(server) +
-                "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: 7\r\n\r\n"
-                "a=1&b=2");
+  EXPECT_EQ(InOrder(server.Received()),
+            InOrder("POST /req?x HTTP/1.0\r\n" + HostLine(server) +
+                    "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: 7\r\n\r\n"
+                    "a=1&b=2"));
   EXPECT_EQ(transfer.states, kGoodPath);
 }
 
@@ -62,7 +62,8 @@ TEST_F(SentRequest, CarriesItsBodyWhateverTheVerb) {
     transfer.PostQuery("a=1");
     transfer.Execute();
     EXPECT_TRUE(server.Received().starts_with(verb + " /req?x HTTP/1.0\r\n")) << server.Received();
-    EXPECT_TRUE(server.Received().ends_with("\r\nContent-Length: 3\r\n\r\na=1")) << server.Received();
+    EXPECT_NE(server.Received().find("\r\nContent-Length: 3\r\n"), std::string::npos) << server.Received();
+    EXPECT_TRUE(server.Received().ends_with("\r\n\r\na=1")) << server.Received();
     EXPECT_EQ(transfer.Method(), verb);
   }
 }
@@ -95,7 +96,8 @@ TEST_F(SentRequest, TellsNoTypeOfABodyUnlessItIsGiven) {
   const auto connection = internet.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", 3);
   const auto request = internet.HttpOpenRequestA(connection, "POST", "/", "HTTP/1.0", "", 0);
   EXPECT_TRUE(internet.HttpSendRequestA(request, "", "a=1"));
-  EXPECT_EQ(server.Received(), "POST / HTTP/1.0\r\n" + HostLine(server) + "Content-Length: 3\r\n\r\na=1");
+  EXPECT_EQ(InOrder(server.Received()),
+            InOrder("POST / HTTP/1.0\r\n" + HostLine(server) + "Content-Length: 3\r\n\r\na=1"));
 }
 
 TEST_F(SentRequest, CarriesBytesOfTheAnsiCodePage) {
@@ -104,7 +106,8 @@ TEST_F(SentRequest, CarriesBytesOfTheAnsiCodePage) {
   transfer.PostQuery("\u20AC");
   transfer.Execute();
   EXPECT_TRUE(server.Received().starts_with("GET /req?caf\xE9 HTTP/1.0\r\n")) << server.Received();
-  EXPECT_TRUE(server.Received().ends_with("\r\nContent-Length: 1\r\n\r\n\x80")) << server.Received();
+  EXPECT_NE(server.Received().find("\r\nContent-Length: 1\r\n"), std::string::npos) << server.Received();
+  EXPECT_TRUE(server.Received().ends_with("\r\n\r\n\x80")) << server.Received();
 }
 
 TEST_F(SentRequest, CarriesALongBodyWhole) {
@@ -118,50 +121,19 @@ TEST_F(SentRequest, CarriesALongBodyWhole) {
   EXPECT_TRUE(server.Received().ends_with(body));
 }
 
-TEST_F(SentRequest, TellsTheAgentTheRefererAndTheUserOnlyWhenTheyAreSet) {
+TEST_F(SentRequest, TellsTheAgentAndTheRefererOnlyWhenTheyAreSet) {
   LoopbackServer server(ReplyBehind("\r\n\r\n"));
   LocalTransfer full(server.Port());
   full.AgentName("Quotes/1");
   full.Referer("http://a/");
-  full.UserName("jo");
-  full.Password("secret");
   full.Execute();
   const std::string sent = server.Received(0);
   EXPECT_NE(sent.find("\r\nUser-Agent: Quotes/1\r\n"), std::string::npos) << sent;
   EXPECT_NE(sent.find("\r\nReferer: http://a/\r\n"), std::string::npos) << sent;
-  EXPECT_NE(sent.find("\r\nAuthorization: Basic am86c2VjcmV0\r\n"), std::string::npos) << sent;
-
-  LocalTransfer without_password(server.Port());
-  without_password.UserName("jo");
-  without_password.Execute();
-  EXPECT_EQ(server.Received(1),
-            "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "Authorization: Basic am86\r\n\r\n");
 
   LocalTransfer bare(server.Port());
   bare.Execute();
-  EXPECT_EQ(server.Received(2), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
-}
-
-// A server may refuse the user, and the next transfer has nothing to do with that.
-TEST_F(SentRequest, TellsTheUserAlsoBehindOneThatWasRefused) {
-  for (const std::string challenge :
-       {"Basic realm=\"quotes\"", "Digest realm=\"quotes\", nonce=\"7\"", "Negotiate", "Other"}) {
-    SCOPED_TRACE(challenge);
-    LoopbackServer server([&](LoopbackServer::Peer& peer) {
-      peer.ReceiveUntil("\r\n\r\n");
-      peer.Send("HTTP/1.0 401 Unauthorized\r\nWWW-Authenticate: " + challenge + "\r\n\r\nno");
-    });
-    for (const std::size_t connection : {0u, 1u}) {
-      LocalTransfer transfer(server.Port());
-      transfer.UserName("jo");
-      transfer.Password("secret");
-      transfer.Execute();
-      EXPECT_EQ(transfer.Response(), "no");
-      EXPECT_EQ(server.Received(connection),
-                "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "Authorization: Basic am86c2VjcmV0\r\n\r\n");
-    }
-    EXPECT_EQ(server.Connections(), 2u);
-  }
+  EXPECT_EQ(server.Received(1), "GET /req?x HTTP/1.0\r\n" + HostLine(server) + "\r\n");
 }
 
 TEST_F(SentRequest, GoesToItsServerAlsoBehindOneToAnother) {
@@ -215,7 +187,8 @@ TEST_F(SentRequest, TakesNoLineFromAResourceThatIsTooLongToBecomeCanonical) {
   LocalTransfer transfer(server.Port(), resource);
   transfer.Execute();
   EXPECT_EQ(transfer.Resource(), resource);
-  EXPECT_NE(server.Received().find("x%0D%0AInjected:%201 HTTP/1.0\r\n"), std::string::npos);
+  EXPECT_NE(server.Received().find("x%0D%0AInjected:%201 HTTP/1.0\r\n"), std::string::npos)
+      << server.Received();
 }
 
 TEST_F(SentRequest, IsRefusedWhenAPartOfItWouldBreakItsLine) {
@@ -238,37 +211,6 @@ TEST_F(SentRequest, IsRefusedWhenAPartOfItWouldBreakItsLine) {
     EXPECT_EQ(transfer.states, each.states);
   }
   EXPECT_EQ(server.Connections(), 0u);
-}
-
-TEST_F(SentRequest, GoesOverAConnectionOfItsOwn) {
-  for (const std::string head_and_body :
-       {"Content-Length: 2\r\n\r\nOK", "Transfer-Encoding: chunked\r\n\r\n2\r\nOK\r\n0\r\n\r\n"}) {
-    SCOPED_TRACE(head_and_body);
-    LoopbackServer server([&](LoopbackServer::Peer& peer) {
-      peer.ReceiveUntil("\r\n\r\n");
-      peer.Send("HTTP/1.1 200 OK\r\nConnection: keep-alive\r\n" + head_and_body);
-      EXPECT_EQ(peer.ReceiveAll(), "");  // until the client closes
-    });
-    for (int i = 0; i < 2; ++i) {
-      LocalTransfer transfer(server.Port());
-      transfer.Execute();
-      EXPECT_EQ(transfer.Response(), "OK");
-    }
-    server.WaitForScripts(2);
-    EXPECT_EQ(server.Connections(), 2u);
-  }
-}
-
-TEST_F(SentRequest, GoesToNoProxyThatTheEnvironmentNames) {
-  const RefusingPort proxy;
-  for (const char* const name : {"http_proxy", "all_proxy", "ALL_PROXY"}) {
-    SCOPED_TRACE(name);
-    const EnvironmentVariable variable(name, ("http://" + proxy.Address()).c_str());
-    LoopbackServer server(ReplyBehind("\r\n\r\n"));
-    LocalTransfer transfer(server.Port());
-    transfer.Execute();
-    EXPECT_EQ(transfer.Response(), "OK");
-  }
 }
 
 TEST_F(SentRequest, FindsAServerByItsName) {

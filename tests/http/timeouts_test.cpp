@@ -120,7 +120,7 @@ TEST_F(Stall, OfASentBodyFailsTheSending) {
   const auto request = Request(server.Port(), WinInetApi::kOptionSendTimeout);
   PassAndPass();
   EXPECT_FALSE(internet.HttpSendRequestA(request, "", std::string(64 << 20, 'x')));
-  EXPECT_LT(ahead, curl::Timeouts::kForever / 2);  // which is how long the reply may take
+  EXPECT_LT(ahead, host::HttpTimeouts::kForever / 2);  // which is how long the reply may take
 }
 
 TEST_F(Stall, IsNoneWhileSomethingComesNowAndThen) {

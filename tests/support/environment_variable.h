@@ -19,11 +19,15 @@ class EnvironmentVariable {
 
  private:
   void Set(const char* value) {
+#ifdef _WIN32
+    ::_putenv_s(name_, value == nullptr ? "" : value);
+#else
     if (value == nullptr) {
       ::unsetenv(name_);
     } else {
       ::setenv(name_, value, 1);
     }
+#endif
   }
 
   const char* name_;

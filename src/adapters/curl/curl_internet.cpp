@@ -7,26 +7,15 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/curl/canonical_url.h"
 #include "adapters/curl/redirect.h"
 #include "adapters/curl/stall_timer.h"
 #include "automation/ansi.h"
+#include "host/canonical_url.h"
+#include "host/http_lines.h"
 
 namespace mirelo::curl {
 
 namespace {
-
-// Whether the text can stand in a line of a request's head without ending it.
-bool FitsInLine(std::string_view text) {
-  return std::none_of(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
-}
-
-bool IsToken(std::string_view text) {
-  return std::none_of(text.begin(), text.end(), [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte <= ' ' || byte >= 0x7F;
-  });
-}
 
 // The lines of a block of headers, whose last one may stand without a line end.
 std::vector<std::string> Lines(std::string_view block) {
@@ -67,7 +56,7 @@ CurlInternet::CurlInternet(host::MessageLoop& loop, Transfer::Now now, const Lim
 
 host::WinInetApi::Handle CurlInternet::InternetOpenA(const std::optional<std::string>& agent,
                                                      std::uint32_t /*access_type*/) {
-  if (agent && !FitsInLine(*agent)) return 0;
+  if (agent && !host::FitsInHttpLine(*agent)) return 0;
   const auto [handle, entry] = Open(Kind::Internet, 0);
   entry.request.agent = agent;
   return handle;
@@ -75,25 +64,7 @@ host::WinInetApi::Handle CurlInternet::InternetOpenA(const std::optional<std::st
 
 bool CurlInternet::InternetSetOptionA(Handle handle, std::uint32_t option, std::int32_t value) {
   const auto entry = handles_.find(handle);
-  if (entry == handles_.end()) return false;
-  Timeouts& timeouts = entry->second.request.timeouts;
-  const auto time = value < 1 ? Timeouts::kForever : std::chrono::milliseconds(value);
-  switch (option) {
-    case kOptionConnectTimeout:
-      timeouts.connect = time;
-      return true;
-    case kOptionSendTimeout:
-      timeouts.send = time;
-      return true;
-    case kOptionReceiveTimeout:
-      timeouts.receive = time;
-      return true;
-    case kOptionDataSendTimeout:
-    case kOptionDataReceiveTimeout:
-      return true;
-    default:
-      return false;
-  }
+  return entry != handles_.end() && entry->second.request.timeouts.Set(option, value);
 }
 
 host::WinInetApi::Handle CurlInternet::InternetConnectA(Handle internet, const std::string& host,
@@ -112,7 +83,7 @@ host::WinInetApi::Handle CurlInternet::InternetConnectA(Handle internet, const s
 std::optional<std::string> CurlInternet::InternetCanonicalizeUrlA(const std::string& url,
                                                                   std::uint32_t capacity,
                                                                   std::uint32_t /*flags*/) {
-  return WithinCapacity(CanonicalUrl(url), capacity);
+  return WithinCapacity(host::CanonicalUrl(url), capacity);
 }
 
 host::WinInetApi::Handle CurlInternet::HttpOpenRequestA(Handle connection, const std::string& verb,
@@ -120,10 +91,12 @@ host::WinInetApi::Handle CurlInternet::HttpOpenRequestA(Handle connection, const
                                                         const std::string& referrer,
                                                         std::uint32_t /*flags*/) {
   const Entry* const parent = Find(connection, Kind::Connection);
-  if (parent == nullptr || !IsToken(verb) || version != "HTTP/1.0" || !FitsInLine(referrer)) return 0;
+  if (parent == nullptr || !host::IsHttpToken(verb) || version != "HTTP/1.0" ||
+      !host::FitsInHttpLine(referrer))
+    return 0;
   const auto [handle, entry] = Open(Kind::Request, connection);
   entry.request = parent->request;
-  entry.request.destination.target = RequestTarget(object);
+  entry.request.destination.target = host::RequestTarget(object);
   entry.request.verb = verb.empty() ? "GET" : verb;
   entry.request.referrer = referrer;
   return handle;

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "adapters/curl/canonical_url.h"
+#include "host/canonical_url.h"
 
 namespace mirelo::curl {
 
@@ -62,7 +62,7 @@ std::optional<Destination> Redirected(const Destination& from, const std::string
   if (!host || !port || !path || (scheme != "http" && scheme != "https")) return std::nullopt;
   const auto query = url.Get(CURLUPART_QUERY);
   return Destination{*scheme + "://" + *host + ":" + *port,
-                     RequestTarget(query ? *path + "?" + *query : *path)};
+                     host::RequestTarget(query ? *path + "?" + *query : *path)};
 }
 
 }  // namespace mirelo::curl

@@ -255,7 +255,7 @@ Transfer::Clock::duration Transfer::Patience() const {
 }
 
 Transfer::Clock::duration Transfer::LeastPatience() const {
-  const Timeouts& timeouts = request_.timeouts;
+  const host::HttpTimeouts& timeouts = request_.timeouts;
   return std::min<Clock::duration>(std::min({timeouts.connect, timeouts.send, timeouts.receive}), TimeLeft());
 }
 
@@ -264,7 +264,7 @@ Transfer::Clock::duration Transfer::TimeLeft() const {
 }
 
 std::chrono::milliseconds Transfer::WholeTime() const {
-  const Timeouts& timeouts = request_.timeouts;
+  const host::HttpTimeouts& timeouts = request_.timeouts;
   return std::max({limits_.time, timeouts.connect, timeouts.send, timeouts.receive});
 }
 

@@ -17,18 +17,10 @@
 #include "adapters/curl/multi.h"
 #include "adapters/curl/redirect.h"
 #include "adapters/curl/reply_head.h"
+#include "host/http_timeouts.h"
 #include "host/wininet_api.h"
 
 namespace mirelo::curl {
-
-// How long the other side may take for one step before the transfer is given up.
-struct Timeouts {
-  static constexpr std::chrono::milliseconds kForever = std::chrono::hours(24 * 365);
-
-  std::chrono::milliseconds connect = kForever;
-  std::chrono::milliseconds send = kForever;     // without taking any of the request
-  std::chrono::milliseconds receive = kForever;  // without sending any of the reply
-};
 
 // One request, all of it that is sent.
 struct Request {
@@ -40,7 +32,7 @@ struct Request {
   std::string referrer;
   std::vector<std::string> headers;  // "name: value"
   std::string body;
-  Timeouts timeouts;
+  host::HttpTimeouts timeouts;
 };
 
 // When a reply may be read.

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
+#include "host/http_timeouts.h"
 #include "host/message_loop.h"
 #include "host/wininet_api.h"
 
@@ -19,6 +22,10 @@ namespace mirelo::windows {
 //
 // Handles are never given twice, and a handle passes its timeouts on to those that are opened from it, at
 // that moment. Proxies are those that the machine has for programs.
+//
+// What a reply's head is, and where redirects lead, is up to Windows, which tells a server the user only when
+// it is asked for it. The verb is the one that was asked for, also behind a redirect that turned it into
+// another.
 class WinInetClient final : public host::WinInetApi {
  public:
   // Bytes of a reply's body, behind which it is broken off: reading fails then.
@@ -57,19 +64,19 @@ class WinInetClient final : public host::WinInetApi {
   std::size_t OpenHandles() const { return handles_.size(); }
 
  private:
-  using Milliseconds = std::chrono::milliseconds;
-
-  struct Timeouts {
-    Milliseconds connect = kLongestWait;
-    Milliseconds send = kLongestWait;
-    Milliseconds receive = kLongestWait;
-  };
+  enum class Kind { Session, Connection, Request };
   struct Entry {
+    Kind kind = Kind::Session;
     Handle parent = 0;
     void* system = nullptr;  // Windows' own handle; null once a wait was given up
-    Timeouts timeouts = {};
-    std::string verb = {};   // of a request
-    std::uint64_t read = 0;  // of its body
+    host::HttpTimeouts timeouts = {};
+    // What follows is of requests.
+    std::string verb = {};  // as it was asked for: what a redirect made of it, Windows keeps to itself
+    std::function<void*()> open_again = {};
+    std::shared_ptr<std::atomic<bool>> is_wanted =
+        {};                      // of one that was sent: whether somebody may wait for it
+    std::string body = {};       // what has come of the reply's and was not read yet
+    std::uint64_t received = 0;  // of that body
   };
 
   struct Outcome {
@@ -78,10 +85,13 @@ class WinInetClient final : public host::WinInetApi {
     bool timed_out = false;
   };
 
-  Handle Keep(Handle parent, void* system);
-  void* SystemOf(Handle handle) const;
-  void GiveUp(Handle handle);
-  Outcome WaitFor(Handle handle, std::function<bool()> call, Milliseconds limit);
+  Handle Keep(Kind kind, Handle parent, void* system);
+  // Null for a handle that isn't open, or of another kind.
+  void* SystemOf(Handle handle, Kind kind) const;
+  static void PrepareToSend(Entry& request);
+  static void GiveUp(Entry& entry);
+  bool ReceiveMore(Handle request);
+  Outcome WaitFor(Handle request, std::function<bool()> call, std::chrono::milliseconds limit);
 
   host::MessageLoop& loop_;
   std::map<Handle, Entry> handles_;

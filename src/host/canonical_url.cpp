@@ -1,9 +1,9 @@
-#include "adapters/curl/canonical_url.h"
+#include "host/canonical_url.h"
 
 #include <algorithm>
 #include <cstddef>
 
-namespace mirelo::curl {
+namespace mirelo::host {
 
 namespace {
 
@@ -83,4 +83,4 @@ std::string RequestTarget(std::string_view resource) {
   return target;
 }
 
-}  // namespace mirelo::curl
+}  // namespace mirelo::host

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace mirelo::curl {
+namespace mirelo::host {
 
 // A resource (path and query) in canonical form, as browser mode makes it: tabs and line ends go, and so do
 // blanks at the end; in the path, a blank becomes %20, a backslash %5C, and dot segments are resolved. The
@@ -14,4 +14,4 @@ std::string CanonicalUrl(std::string_view url);
 // (blanks and control characters) percent-encoded. Bytes above 127 stay.
 std::string RequestTarget(std::string_view resource);
 
-}  // namespace mirelo::curl
+}  // namespace mirelo::host
