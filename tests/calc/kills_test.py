@@ -52,10 +52,10 @@ class Kills(unittest.TestCase):
                 code = running.result()
         notes = self.assert_well(code, "end")
         self.assertEqual((notes["comes"], notes["comes again"]), ("True", "True"))
-        going_on = r"^settings=False start=False stop=True status=True \[Mirelo: \d+ quotes?, "
-        self.assertRegex(notes["without a sender"], going_on)
-        self.assertRegex(notes["with the sender"], going_on)
-        self.assertRegex(self.office.log(), r"Last told: .*; calling again in \d+ seconds?")
+        going_on = r"^settings=False start=False stop=True status=True \[Mirelo: "
+        self.assertRegex(notes["without a sender"], going_on + r"\S+: .*; calling again in \d+ seconds? \(\d+ quotes?, ")
+        self.assertRegex(notes["with the sender"], going_on + r"\d+ quotes?, ")
+        self.assertRegex(self.office.log(), r"(?s)Last told:.*; calling again in \d+ seconds?")
         self.assertRegex(self.office.log(), r"QuoteTracker was called again \d+ times?")
         self.assertNotIn("no more", self.office.log())
 
