@@ -243,6 +243,7 @@ def starts_beside_the_box():
 def cancels_while_it_asks():
     press("Import")
     await_file("asked 1")
+    note("ends beside a dialog that asks", done(desktop().terminate))
     press("Cancel")
 
 

@@ -101,6 +101,9 @@ class Dialogs(unittest.TestCase):
         self.assertEqual(self.notes["cancelled in time"], "True")
         self.assertEqual(self.notes["states behind cancelling"], IDLE)
 
+    def test_an_office_that_was_to_end_beside_a_dialog_outlives_it(self):
+        self.assertEqual(self.notes["ends beside a dialog that asks"], "False")
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -1,15 +1,19 @@
 #include "adapters/calc/views/form_window.h"
 
 #include <algorithm>
+#include <com/sun/star/accessibility/XAccessible.hpp>
 #include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/awt/PosSize.hpp>
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XControlContainer.hpp>
 #include <com/sun/star/awt/XTopWindow.hpp>
+#include <com/sun/star/awt/grid/XGridControl.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <utility>
+#include <vector>
 
 #include "adapters/calc/objects/office_text.h"
 #include "adapters/calc/office_loop.h"
@@ -38,6 +42,34 @@ Reference<css::uno::XInterface> Make(const Reference<css::uno::XComponentContext
                                      const char* service) {
   return context->getServiceManager()->createInstanceWithContext(rtl::OUString::createFromAscii(service),
                                                                  context);
+}
+
+using Told = std::vector<Reference<css::accessibility::XAccessible>>;
+
+// What tells screen readers of a grid is freed by the office while it is being disposed, which breaks the
+// heap, unless somebody holds it. The office gives that of windows that are visible only.
+Told ToldOfGrids(const Reference<css::awt::XDialog2>& dialog) try {
+  bool has_grids = false;
+  for (const auto& control : Reference<css::awt::XControlContainer>(dialog, UNO_QUERY_THROW)->getControls()) {
+    if (!Reference<css::awt::grid::XGridControl>(control, UNO_QUERY).is()) continue;
+    Reference<css::awt::XWindow>(control, UNO_QUERY_THROW)->setVisible(true);
+    has_grids = true;
+  }
+  if (!has_grids) return {};
+  const Reference<css::accessibility::XAccessible> window(
+      Reference<css::awt::XControl>(dialog, UNO_QUERY_THROW)->getPeer(), UNO_QUERY_THROW);
+  const auto all = window->getAccessibleContext();
+  Told told;
+  for (auto number = all->getAccessibleChildCount(); number > 0; --number)
+    told.push_back(all->getAccessibleChild(number - 1));
+  return told;
+} catch (const css::uno::Exception&) {
+  return {};  // it has gone before
+}
+
+void GiveBack(const Reference<css::awt::XDialog2>& dialog) {
+  const Told held = ToldOfGrids(dialog);
+  Reference<css::lang::XComponent>(dialog, UNO_QUERY_THROW)->dispose();
 }
 
 }  // namespace
@@ -75,7 +107,7 @@ FormWindow::~FormWindow() {
   for (const auto& [control, cookie] : subscriptions_) control->Appearance.Unsubscribe(cookie);
   form_.Appearance.Unsubscribe(subscription_);
   try {
-    if (dialog_.is()) Reference<css::lang::XComponent>(dialog_, UNO_QUERY_THROW)->dispose();
+    if (dialog_.is()) GiveBack(dialog_);
   } catch (const css::uno::Exception&) {
     // It went with the office.
   }
@@ -180,7 +212,7 @@ void FormWindow::Abandon() {
   if (!dialog.is()) return;
   try {
     dialog->endExecute();
-    Reference<css::lang::XComponent>(dialog, UNO_QUERY_THROW)->dispose();
+    GiveBack(dialog);
   } catch (const css::uno::Exception&) {
     // It has gone before.
   }
