@@ -7,8 +7,10 @@
 #include <com/sun/star/uno/RuntimeException.hpp>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <functional>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "adapters/calc/objects/spreadsheet_program.h"
 #include "automation/runtime_error.h"
@@ -49,12 +51,24 @@ void TakeDocumentsForApplications(const css::uno::Reference<css::uno::XComponent
       });
 }
 
+// A thread of a macro's in Python may be the last that holds an object. Other threads read this, so it is set
+// once.
+void HaveThreadsLetGoHere(const css::uno::Reference<css::uno::XComponentContext>& context) {
+  static const bool done = [&] {
+    uno::LetGoThrough(
+        [office = OfficeOf(context)](std::function<void()> step) { return office->Post(std::move(step)); });
+    return true;
+  }();
+  static_cast<void>(done);
+}
+
 css::uno::XInterface* NewObject(css::uno::XComponentContext* context, std::string_view class_name) {
   return uno::AtTheBorder([&]() -> css::uno::XInterface* {
     RequireMainThread();
     Machine::Of(context);
     RequireFreeLibrary(context, class_name);
     TakeDocumentsForApplications(context);
+    HaveThreadsLetGoHere(context);
     css::uno::Reference<css::script::XInvocation> made =
         uno::InvocationOf(automation_server::CreateObject(class_name));
     made->acquire();  // the caller's

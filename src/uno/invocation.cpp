@@ -52,9 +52,13 @@ constexpr std::string_view kAddListener = "addListener";
 constexpr std::string_view kRemoveListener = "removeListener";
 
 // The thread that the classes live on: who comes first, since the office loads this for a macro of its own.
-void RequireOwnThread() {
+bool IsOwnThread() {
   static const std::thread::id own = std::this_thread::get_id();
-  if (std::this_thread::get_id() == own) return;
+  return std::this_thread::get_id() == own;
+}
+
+void RequireOwnThread() {
+  if (IsOwnThread()) return;
   throw css::uno::RuntimeException(
       OfficeText("Mirelo can be used by macros within LibreOffice alone, on its main thread"), {});
 }
@@ -64,6 +68,26 @@ decltype(auto) OnOwnThread(Body&& body) {
   RequireOwnThread();
   return AtTheBorder(std::forward<Body>(body));
 }
+
+// Never taken down: the office may let go of objects until it ends.
+PostToOwnThread& Poster() {
+  static auto& post = *new PostToOwnThread;
+  return post;
+}
+
+// What holds objects of the classes, and is destroyed on their thread whoever lets go of it last. Another
+// thread's hold counts until that thread's turn, so that nothing is found here that is being destroyed there.
+template <class Helper>
+class LetGoOnOwnThread : public Helper {
+ public:
+  void SAL_CALL release() noexcept override {
+    if (IsOwnThread()) return Helper::release();
+    try {
+      if (Poster()) static_cast<void>(Poster()([this] { Helper::release(); }));
+    } catch (...) {  // the office is ending; what is not let go of stays
+    }
+  }
+};
 
 // Members are told of by the table alone. Python asks this for the adapter of an object of its own.
 class NothingMore final : public cppu::WeakImplHelper1<css::beans::XIntrospectionAccess> {
@@ -86,7 +110,7 @@ class NothingMore final : public cppu::WeakImplHelper1<css::beans::XIntrospectio
 };
 
 // A walk of a For Each, which asks for more before it takes the next.
-class Walk final : public cppu::WeakImplHelper1<css::container::XEnumeration> {
+class Walk final : public LetGoOnOwnThread<cppu::WeakImplHelper1<css::container::XEnumeration>> {
  public:
   explicit Walk(std::shared_ptr<automation_server::Enumeration> items) : items_(std::move(items)) {
     next_ = items_->Next();
@@ -109,8 +133,9 @@ class Walk final : public cppu::WeakImplHelper1<css::container::XEnumeration> {
 };
 
 class Invocation final
-    : public cppu::WeakImplHelper4<css::script::XInvocation2, css::container::XEnumerationAccess,
-                                   css::script::XDefaultMethod, css::script::XDefaultProperty> {
+    : public LetGoOnOwnThread<
+          cppu::WeakImplHelper4<css::script::XInvocation2, css::container::XEnumerationAccess,
+                                css::script::XDefaultMethod, css::script::XDefaultProperty>> {
  public:
   static Reference<css::script::XInvocation> Of(const std::shared_ptr<Object>& object);
   static std::shared_ptr<Object> ObjectOf(const Reference<css::uno::XInterface>& invocation);
@@ -400,6 +425,8 @@ void Invocation::Tell(const EventMember& event, std::span<const Variant> argumen
 }
 
 }  // namespace
+
+void LetGoThrough(PostToOwnThread post) { Poster() = std::move(post); }
 
 Reference<css::script::XInvocation> InvocationOf(const std::shared_ptr<Object>& object) {
   return Invocation::Of(object);

@@ -10,6 +10,8 @@ Sub Main
   Dim Document
   On Error GoTo Failed
   Document = Opened("quotes.xlsx")
+  RunPython("leave_to_a_thread")
+  Wait 1000
   RunPython("choose_start")
   Note("comes", Comes(Document))
   RunPython("close")

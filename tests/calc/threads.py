@@ -1,8 +1,9 @@
 """Chooses commands of the menu, and closes a document, on threads that are not the office's main one, as another process's
-calls are; and notes on which thread the office is told of it."""
+calls are, lets go of objects there; and notes on which thread the office is told of it."""
 
 import os
 import threading
+import time
 
 import uno
 import unohelper
@@ -41,6 +42,20 @@ def later(act, *arguments):
     thread = threading.Thread(target=act, args=arguments, daemon=True)
     thread.start()
     listening.append(thread)
+
+
+def let_go(held):
+    time.sleep(0.2)
+    held.clear()
+    with open(os.environ["MIRELO_NOTES"], "a") as notes:
+        notes.write("let go of by another thread: True\n")
+
+
+def leave_to_a_thread(*_):
+    """Has the last hold of objects be another thread's."""
+    manager = uno.getComponentContext().ServiceManager
+    held = [manager.createInstance(f"mirelo.{name}") for name in ("cMirelo", "cQTStreaming", "cQTDatas")]
+    later(let_go, held)
 
 
 def choose_start(*_):

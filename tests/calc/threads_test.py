@@ -42,6 +42,11 @@ class Threads(unittest.TestCase):
         self.assertEqual(self.notes["comes"], "True")
         self.assertEqual(self.notes["states behind closing"], "settings=True start=True stop=False status=True [] help=True")
 
+    def test_what_another_thread_lets_go_of_last_is_in_no_ones_way(self):
+        self.assertEqual(self.notes["let go of by another thread"], "True")
+        self.assertEqual(self.notes["comes"], "True")
+        self.assertNotIn("A macro holds Mirelo", self.log)
+
     def test_all_is_told_on_the_main_thread(self):
         self.assertEqual(self.notes["told on"], "main")
 

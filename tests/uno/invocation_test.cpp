@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
@@ -220,6 +221,65 @@ TEST_F(Invocations, RefuseOtherThreads) {
     }
   }).join();
   EXPECT_TRUE(refused);
+}
+
+// A Python thread may be the last that holds an object.
+class InvocationsOfThreads : public Invocations {
+ protected:
+  InvocationsOfThreads() {
+    uno::LetGoThrough([this](std::function<void()> step) {
+      if (takes_steps) posted.push_back(std::move(step));
+      return takes_steps;
+    });
+  }
+  ~InvocationsOfThreads() override { uno::LetGoThrough({}); }
+
+  static void LetGoElsewhere(Held& held) {
+    std::thread([&held] { held.clear(); }).join();
+  }
+  void RunPosted() {
+    for (const auto& step : std::exchange(posted, {})) step();
+  }
+
+  Held facade = NewHeld("cMirelo");
+  std::shared_ptr<Object> object = automation_server::CreateObject("cQTDatas");
+  const std::weak_ptr<Object> watched = object;
+  Held held = uno::InvocationOf(object);
+  std::vector<std::function<void()>> posted;
+  bool takes_steps = true;
+};
+
+TEST_F(InvocationsOfThreads, LetGoOfTheirObjectOnItsOwnThread) {
+  object.reset();
+  LetGoElsewhere(held);
+  EXPECT_FALSE(watched.expired());
+  RunPosted();
+  EXPECT_TRUE(watched.expired());
+}
+
+TEST_F(InvocationsOfThreads, AreTheSameForTheSameObjectUntilThen) {
+  const css::script::XInvocation* const before = held.get();
+  LetGoElsewhere(held);
+  held = uno::InvocationOf(object);
+  EXPECT_EQ(held.get(), before);
+  RunPosted();
+  EXPECT_EQ(uno::ObjectBehind(Reference<css::uno::XInterface>(held, css::uno::UNO_QUERY)), object);
+}
+
+TEST_F(InvocationsOfThreads, StayWhenTheirThreadTakesNoMore) {
+  takes_steps = false;
+  object.reset();
+  LetGoElsewhere(held);
+  EXPECT_FALSE(watched.expired());
+}
+
+TEST_F(InvocationsOfThreads, WalkCollectionsThatTheyLetGoOfThereToo) {
+  Invoke(held, "Add", {Any(NewHeld("cQTData")), Text("MSFT")});
+  auto walk =
+      Reference<css::container::XEnumerationAccess>(held, css::uno::UNO_QUERY_THROW)->createEnumeration();
+  std::thread([&walk] { walk.clear(); }).join();
+  EXPECT_EQ(posted.size(), 1u);
+  RunPosted();
 }
 
 class InvocationListeners : public Invocations {
