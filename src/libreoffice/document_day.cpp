@@ -3,9 +3,11 @@
 #include <chrono>
 #include <com/sun/star/frame/XTitle.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/util/XModifyBroadcaster.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <exception>
+#include <string>
 #include <utility>
 
 #include "adapters/calc/objects/spreadsheet_program.h"
@@ -15,6 +17,7 @@
 #include "uno/errors.h"
 #include "uno/text.h"
 #include "wire/mended_replies.h"
+#include "worksheet/quote_table.h"
 
 namespace mirelo::libreoffice {
 
@@ -30,6 +33,12 @@ Reference<css::sheet::XSpreadsheetDocument> SpreadsheetIn(const DocumentDay::Doc
   const Reference<css::sheet::XSpreadsheetDocument> spreadsheet(document, css::uno::UNO_QUERY);
   if (!spreadsheet.is()) throw RuntimeError(5, "Quotes come into spreadsheets only.");
   return spreadsheet;
+}
+
+void RequireQuoteTable(const DocumentDay::Document& document) {
+  if (SpreadsheetIn(document)->getSheets()->hasByName(uno::OfficeText(kQuoteTable))) return;
+  throw RuntimeError(9, "This document has no quote table, which is its sheet " + std::string(kQuoteTable) +
+                            ". Choose Settings..., where Go builds one; then press Start.");
 }
 
 }  // namespace
@@ -83,6 +92,7 @@ DocumentDay::~DocumentDay() {
 }
 
 void DocumentDay::Start() {
+  RequireQuoteTable(document_);
   day_.TakeSettings();
   watch_.emplace(machine_.host());
   watch_->Told.Subscribe([this](const std::string& text) { Explain(text); });

@@ -13,6 +13,7 @@ Sub Main
   Note("loaded before use", IsLoaded())
   ChooseCommand(Document, "status")
   Note("loaded after use", IsLoaded())
+  ChooseCommand(Document, "start")
   Note("after use", StatesIn(Document))
   AskForNobody(Document)
   Note("end", "reached")

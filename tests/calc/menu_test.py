@@ -80,6 +80,10 @@ class Menu(unittest.TestCase):
     def test_says_that_no_quotes_are_coming(self):
         self.assertIn("No quotes are coming", self.log)
 
+    def test_says_what_to_do_in_a_document_without_a_quote_table(self):
+        self.assertIn("This document has no quote table, which is its sheet Dovanta2_Quotes. Choose Settings...", self.log)
+        self.assertNotIn("Subscript out of range", self.log)
+
 
 if __name__ == "__main__":
     unittest.main()
