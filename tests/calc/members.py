@@ -31,6 +31,7 @@ def look(*_):
 
 
 def look_at_members():
+    facade = make("cMirelo")  # without one the others have no settings, but by chance those of a day that is about to go
     datas = make("cQTDatas")
     stream = make("cQTStreaming")
     stream.arrTickers = ("MSFT", "IBM")
@@ -44,7 +45,7 @@ def look_at_members():
     note("no such member", failure_of(lambda: stream.NoSuchMember))
     note("wrong type", failure_of(lambda: setattr(stream, "StartStop", "neither")))
     note("an error of the library", failure_of(lambda: datas.Item("no such key")))
-    note("members", dir(make("cMirelo")))
+    note("members", dir(facade))
     settings = make("CAppSettings")
     settings.SaveSetting("Settings", "Seconds", 12)
     note("a method", settings.GetSetting("Settings", "Seconds", 0))
