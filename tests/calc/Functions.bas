@@ -106,14 +106,18 @@ Sub NoteUses(Document, Sheet)
   Note("undo steps of quotes", UBound(Document.UndoManager.getAllUndoActionTitles()) - UBound(Undone))
 End Sub
 
-' What was saved is found again.
+' What was saved is found again, and follows quotes: what it shows at first may be what was saved with it.
 Sub NoteFiles(Document)
-  Dim Form, Other, Parts
-  For Each Form In Array("ods=calc8", "xlsx=Calc MS Excel 2007 XML")
+  Dim Form, Other, Parts, First
+  For Each Form In Array("ods=calc8", "xlsx=Calc MS Excel 2007 XML", "xls=MS Excel 97")
     Parts = Split(Form, "=")
     Document.storeToURL(UrlOf("saved." & Parts(0)), Array(MakeProperty("FilterName", Parts(1))))
     Other = StarDesktop.loadComponentFromURL(UrlOf("saved." & Parts(0)), "_blank", 0, Array(MakeProperty("Hidden", True)))
     WaitForNumber(Other.Sheets.getByIndex(0), "A1")
+    First = Other.Sheets.getByIndex(0).getCellRangeByName("A1").Value
+    WaitForOther(Other.Sheets.getByIndex(0), "A1", First)
+    Note("follows from " & Parts(0), Other.Sheets.getByIndex(0).getCellRangeByName("A1").Value <> First)
+    Note("modified in " & Parts(0), Other.isModified() & " " & UBound(Other.UndoManager.getAllUndoActionTitles()))
     Note("from " & Parts(0), Shown(Other.Sheets.getByIndex(0), "A1") & " " & Shown(Other.Sheets.getByIndex(0), "A4"))
     Other.close(True)
   Next Form

@@ -122,10 +122,12 @@ class Functions(unittest.TestCase):
         self.assertRegex(self.notes["filled"], r"D3\) True$")
 
     def test_are_found_again_in_files(self):
-        for form in ("ods", "xlsx"):
+        for form in ("ods", "xlsx", "xls"):
             self.assertEqual(
                 self.notes[f"from {form}"], '=QUOTE("MSFT","Last") True =QUOTE_AGE("MSFT") True', form
             )
+            self.assertEqual(self.notes[f"follows from {form}"], "True", form)
+            self.assertEqual(self.notes[f"modified in {form}"], "False -1", form)
 
     def test_fill_the_sheet_of_the_examples(self):
         self.assertRegex(
