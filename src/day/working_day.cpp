@@ -114,7 +114,15 @@ void WorkingDay::RaiseFailure() {
 
 // While it waits for QuoteTracker the loop runs, and somebody may stop the day.
 void WorkingDay::Ask() {
-  const auto rows = snapshot_->Fetch();
+  struct Asking {
+    explicit Asking(WorkingDay& asking) : day(asking) { day.Asks.Raise(); }
+    ~Asking() { day.Asked.Raise(); }
+    WorkingDay& day;
+  };
+  const auto rows = [this] {
+    const Asking asking(*this);
+    return snapshot_->Fetch();
+  }();
   if (is_stopped_) return;
   if (rows) {
     std::int64_t count = 0;

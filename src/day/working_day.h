@@ -118,6 +118,10 @@ class WorkingDay {
   // How many of the quotes that came have reached the sheets.
   std::int64_t Written() const { return written_; }
 
+  // Quotes are asked for from now on, by a call that waits; and that has returned, or failed.
+  Event<> Asks;
+  Event<> Asked;
+
   // A line for a person.
   Event<const std::string&> Status;
   // The same line as by Status where QuoteTracker has refused the credentials: no quote will come with them.

@@ -74,6 +74,8 @@ DocumentDay::DocumentDay(Machine& machine, const Context& context, Document docu
   day_.Status.Subscribe([this](const std::string& text) { told_.Tell(text, day_.Came().Count()); });
   day_.LoginRefused.Subscribe([this](const std::string& text) { told_.Explain(text, day_.Came().Count()); });
   day_.Wrote.Subscribe([this] { OnWrote(); });
+  day_.Asks.Subscribe([this] { asks_at_ = machine_.loop().Depth(); });
+  day_.Asked.Subscribe([this] { asks_at_.reset(); });
   changes_ = new Changes(day_);
   Reference<css::util::XModifyBroadcaster>(document_, css::uno::UNO_QUERY_THROW)->addModifyListener(changes_);
   told_by_machine_ =
@@ -98,6 +100,8 @@ void DocumentDay::Start() {
   watch_->Told.Subscribe([this](const std::string& text) { Explain(text); });
   day_.Start();
 }
+
+bool DocumentDay::Speaks() const { return asks_at_ == machine_.loop().Depth(); }
 
 void DocumentDay::Explain(const std::string& text) {
   told_.Explain(text, day_.Came().Count());

@@ -40,6 +40,9 @@ class DocumentDay {
   // Whether QuoteTracker was found not to be what answers, before any quote came: none will. The reason was
   // told.
   bool IsInVain() const { return watch_ && watch_->HasFoundAnother() && day_.Came().Count() == 0; }
+  // Whether what is shown now comes from the day's own asking for quotes, and not from what somebody does
+  // while that waits.
+  bool Speaks() const;
   // The document is being closed. It must not be asked for anything any more. Raised on the thread of whoever
   // closes it.
   Event<>& Closing() { return *closing_; }
@@ -60,6 +63,7 @@ class DocumentDay {
   day::WorkingDay day_;
   std::optional<app::StreamWatch> watch_;
   bool is_fitted_ = false;
+  std::optional<int> asks_at_;  // the loop's depth, while the day asks
   css::uno::Reference<css::util::XModifyListener> changes_;
   Event<const std::string&>::Cookie told_by_machine_ = 0;
 };

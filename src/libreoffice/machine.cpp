@@ -44,6 +44,21 @@ Machine*& TheMachine() {
   return machine;
 }
 
+class HushedDesktop final : public host::DesktopWrapper {
+ public:
+  HushedDesktop(std::unique_ptr<host::Desktop> inner, std::function<bool()> hushes)
+      : DesktopWrapper(*inner), own_(std::move(inner)), hushes_(std::move(hushes)) {}
+
+  Answer MessageBox(const std::string& text, int style, const std::string& title) override {
+    if (hushes_()) return MostCarefulAnswer(style);
+    return DesktopWrapper::MessageBox(text, style, title);
+  }
+
+ private:
+  std::unique_ptr<host::Desktop> own_;
+  std::function<bool()> hushes_;
+};
+
 class AtTheEnd final : public cppu::WeakImplHelper1<css::frame::XTerminateListener> {
  public:
   explicit AtTheEnd(std::function<void()> act) : act_(std::move(act)) {}
@@ -102,9 +117,10 @@ Machine::Machine(const Context& context)
   mGlobal::ShareServices(true);  // macros, a day and cells may each hold a facade
   accept_costs = AskWhetherToGoOn;
   host_.ShowThrough([this](host::Desktop& inner) {
-    return std::make_unique<app::GuidingDesktop>(
+    auto guiding = std::make_unique<app::GuidingDesktop>(
         inner, [this] { return WhyNoAnswer(); }, OfficeShowsWindows(),
         GoGuard{nullptr, [this](const std::vector<std::string>& costs) { return accept_costs(costs); }});
+    return std::make_unique<HushedDesktop>(std::move(guiding), [this] { return hushes && hushes(); });
   });
   host_.FetchThrough([this](host::WinInetApi& inner) {
     auto asked = std::make_unique<wire::AskedServer>(inner);

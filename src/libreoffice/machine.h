@@ -76,6 +76,9 @@ class Machine {
   Event<> FormEnded;
   // Is told what Go will cost, and answers whether to press it all the same; at first it asks the person.
   std::function<bool(const std::vector<std::string>& costs)> accept_costs;
+  // Whether a box that is to be shown now is of no use to anybody any more. It is answered as carefully as
+  // can be, unseen.
+  std::function<bool()> hushes;
   // Is offered what fails behind no call, and answers whether it has taken it.
   std::function<bool(const std::exception_ptr& failure)> take_failure;
 

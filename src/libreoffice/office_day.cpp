@@ -1,5 +1,6 @@
 #include "libreoffice/office_day.h"
 
+#include <algorithm>
 #include <chrono>
 #include <com/sun/star/frame/XController.hpp>
 #include <exception>
@@ -58,6 +59,9 @@ OfficeDay::OfficeDay(const Reference<css::uno::XComponentContext>& context)
     if (day_) End("");
     if (phase_ == Phase::kDialog) AbandonDialog();
   });
+  machine_.hushes = [this] {
+    return std::ranges::any_of(past_, [](const auto& day) { return day->Speaks(); });
+  };
   machine_.FormEnded.Subscribe([this] {
     if (phase_ == Phase::kDialog) AbandonDialog();
   });

@@ -19,6 +19,7 @@ Sub Main
   Disposing
   ForReadingOnly
   WhileARequestWaits
+  LeavingWhileARequestWaits
   Note("end", "reached")
   GoTo Done
 Failed:
@@ -109,6 +110,7 @@ REM  Quotes are asked for from now on, of a server that never answers.
 Sub WhileARequestWaits
   Dim Settings
   Settings = createUnoService("mirelo.CAppSettings")
+  Settings.Init("Kestrin", "Dovanta2")
   Settings.SaveSetting("Settings", "Seconds", 30)
   Settings.SaveSetting("Settings", "HTTPPort", Environ("MIRELO_MUTE_PORT"))
   Waiting = Opened("quotes.xlsx")
@@ -120,8 +122,25 @@ End Sub
 
 REM  A request holds up a macro, and so the closing is done from a callback of the office's.
 Sub StartAndClose(Document)
+  Dim Begun As Date
   createUnoService("com.sun.star.awt.AsyncCallback").addCallback(CreateUnoListener("Close_", "com.sun.star.awt.XCallback"), Empty)
+  Begun = Now()
   ChooseCommand(Document, "start")
+  Note("hung up by closing", Now() < Begun + Patience / 86400)
+End Sub
+
+REM  The office is to end with the request.
+Sub LeavingWhileARequestWaits
+  Dim Document, Begun As Date
+  Document = Opened("quotes.xlsx")
+  createUnoService("com.sun.star.awt.AsyncCallback").addCallback(CreateUnoListener("Leave_", "com.sun.star.awt.XCallback"), Empty)
+  Begun = Now()
+  ChooseCommand(Document, "start")
+  Note("hung up by leaving", Now() < Begun + Patience / 86400)
+End Sub
+
+Sub Leave_notify(Data)
+  StarDesktop.terminate()
 End Sub
 
 Sub Close_notify(Data)

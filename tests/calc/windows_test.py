@@ -68,7 +68,11 @@ class Windows(unittest.TestCase):
 
     def test_a_document_can_be_closed_while_a_request_waits(self):
         self.assertEqual(self.notes["closed while a request waits"], "True")
+        self.assertEqual(self.notes["hung up by closing"], "True")
         self.assertEqual(self.notes["states behind a request"], IDLE)
+
+    def test_a_request_does_not_hold_up_the_end_of_the_office(self):
+        self.assertEqual(self.notes["hung up by leaving"], "True")
 
 
 if __name__ == "__main__":
