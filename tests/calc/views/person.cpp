@@ -35,6 +35,8 @@ constexpr std::chrono::seconds kPatience{8};
 // Until a window stands, and what was done to it has arrived: each look comes behind what the office had to
 // do before.
 constexpr int kLooks = 3;
+// The same for a window that is not in front, as it may never be, or not yet.
+constexpr int kLooksBehind = 20;
 
 // What the office has on the screen, found by its name for the blind.
 Reference<XAccessibleContext> FindNamed(const Reference<XAccessible>& where, const rtl::OUString& name) {
@@ -88,7 +90,16 @@ Person::~Person() {
 }
 
 void Person::Does(std::string what, std::function<void()> act) {
-  steps_.push_back({std::move(what), [this] { return forms::ActiveForm() != nullptr; }, std::move(act)});
+  steps_.push_back({std::move(what), [] { return forms::ActiveForm() != nullptr; }, std::move(act)});
+}
+
+// A window that comes to the front while a button of the mouse is down takes that from what is below it.
+bool Person::IsFormInFront() const {
+  forms::Form* form = forms::ActiveForm();
+  FormWindow* window = form == nullptr ? nullptr : desktop_.WindowOf(*form);
+  if (window == nullptr) return false;
+  const Reference<css::awt::XWindow2> peer(window->peer(), UNO_QUERY);
+  return peer.is() && peer->isActive();
 }
 
 void Person::Waits(std::string for_what, std::function<bool()> until) {
@@ -114,18 +125,18 @@ void Person::Tick() {
     if (forms::ActiveForm() != nullptr && waited_long) GiveUp("it does not end");
     return;
   }
-  if (++looked_ <= kLooks) return;
   const std::string what = steps_.front().what;
   try {
-    if (steps_.front().ready()) {
+    if (!steps_.front().ready()) {
+      looked_ = 0;
+      if (waited_long) GiveUp("it is not to be done: " + what);
+    } else if (++looked_ > (IsFormInFront() ? kLooks : kLooksBehind)) {
       const Step step = std::move(steps_.front());
       steps_.pop_front();
       looked_ = 0;
       last_done_ = std::chrono::steady_clock::now();
       const ::testing::ScopedTrace trace(__FILE__, __LINE__, what);
       step.act();
-    } else if (waited_long) {
-      GiveUp("it is not to be done: " + what);
     }
   } catch (const css::uno::Exception& failure) {
     GiveUp(what + ": " + calc::TextOf(failure.Message));

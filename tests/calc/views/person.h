@@ -60,6 +60,7 @@ class Person {
     std::function<bool()> ready;
     std::function<void()> act;
   };
+  bool IsFormInFront() const;
   void Tick();
   void GiveUp(const std::string& why);
   static std::string Report();
