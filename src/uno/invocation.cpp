@@ -80,7 +80,10 @@ PostToOwnThread& Poster() {
 template <class Helper>
 class LetGoOnOwnThread : public Helper {
  public:
-  void SAL_CALL release() noexcept override {
+  void SAL_CALL release() noexcept override { LetGo(); }
+
+ private:
+  void LetGo() noexcept {
     if (IsOwnThread()) return Helper::release();
     try {
       if (Poster()) static_cast<void>(Poster()([this] { Helper::release(); }));
