@@ -34,7 +34,7 @@ def messages(guide):
 
 
 # By which LibreOffice knows kinds of files.
-FILTERS = ("Calc MS Excel 2007 XML", "MS Excel 97", "OpenDocument Spreadsheet Flat XML")
+FILTERS = ("Calc MS Excel 2007 XML", "MS Excel 97", "Office Open XML", "OpenDocument Spreadsheet Flat XML")
 
 
 def texts_of(file):
