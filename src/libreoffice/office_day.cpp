@@ -159,7 +159,7 @@ void OfficeDay::RequireFree() {
     throw RuntimeError(5, "Quotes are coming into " + TitleOf(day_->document()) +
                               ". One document has them at a time: press Stop first.");
   }
-  if (machine_.loop().Depth() == 0) past_.clear();
+  if (machine_.loop().Depth() == 0) Sweep();
   if (!past_.empty()) throw RuntimeError(5, "The day before is still coming to its end. Try again.");
   if (FacadeLives()) {
     throw RuntimeError(
@@ -255,13 +255,18 @@ void OfficeDay::Complain(const Document& document, const std::string& text) {
   machine_.host().desktop().MessageBox(text, host::Desktop::kExclamation, host::Desktop::kDefaultTitle);
 }
 
-// Nothing of a day is under way when the sweep's own step is the only one.
+// The request of a day may have been begun by a command, outside of the loop's steps.
+void OfficeDay::Sweep() {
+  std::erase_if(past_, [](const auto& day) { return !day->IsAsking(); });
+}
+
+// Nothing else of a day is under way when the sweep's own step is the only one.
 void OfficeDay::SweepLater() {
   if (sweeping_ != 0) return;
   sweeping_ = machine_.loop().StartTimer(kBetweenSweeps, [this] {
     sweeping_ = 0;
-    if (machine_.loop().Depth() > 1) return SweepLater();
-    past_.clear();
+    if (machine_.loop().Depth() <= 1) Sweep();
+    if (!past_.empty()) SweepLater();
   });
 }
 

@@ -77,6 +77,7 @@ class OfficeDay {
   void EndWithReason();
   void ComplainOfLogin(const std::string& refusal);
   void Complain(const Document& document, const std::string& text);
+  void Sweep();
   void SweepLater();
   void TellEverySecond();
 
