@@ -60,7 +60,7 @@ class LocalTransfer : public WinInet {
   std::vector<std::int32_t> states;
 };
 
-const std::vector<std::int32_t> kGoodPath = {1, 3, 6, 7, 9, 11};
-const std::vector<std::int32_t> kSendFailed = {1, 3, 6, 8};
+inline const std::vector<std::int32_t> kGoodPath = {1, 3, 6, 7, 9, 11};
+inline const std::vector<std::int32_t> kSendFailed = {1, 3, 6, 8};
 
 }  // namespace mirelo::testing
