@@ -1,14 +1,15 @@
 #include "day/noted_quotes.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "host/excel/range.h"
+#include "worksheet/quote_table.h"
 
 namespace mirelo {
 
 namespace {
 
-constexpr std::int32_t kFirstTickerRow = 3;
 constexpr std::int32_t kVolumeColumn = 2;
 
 }  // namespace
