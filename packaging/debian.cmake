@@ -24,7 +24,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${MIRELO_OFFICE_FOLDER}/program)  # what the extension is linked with
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS "libreoffice-calc")
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "Mirelo asks QuoteTracker over HTTP for snapshots or listens to its Level I stream, works out the volume between two
-looks, and keeps a quote table in a workbook that Excel and LibreOffice open.
+requests, and keeps a quote table in a workbook that Excel and LibreOffice open.
 .
 The package also holds an extension of LibreOffice Calc, by which quotes come into the document on the screen, and quotetracker, a stand-in for QuoteTracker to try things out with.")
 

@@ -71,7 +71,7 @@ End Sub
 
 Sub Ask(Target)
   Dim Quotes, Row As Long, Column As Long
-  Dim Volumes(1 To 2, 1 To 2)  ' for the volume since the look before: a row for each ticker
+  Dim Volumes(1 To 2, 1 To 2)  ' for the volume since the request before: a row for each ticker
 
   Facade.LoadMasPosition()     ' the columns
   Facade.masPrevVolume = Volumes

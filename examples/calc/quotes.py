@@ -48,7 +48,7 @@ def ask_quotes(*_):
     sheet = XSCRIPTCONTEXT.getDocument().Sheets.getByIndex(0)
     prepare()
     facade.LoadMasPosition()  # the columns
-    facade.masPrevVolume = ((0, 0), (0, 0))  # for the volume since the look before: a row for each ticker
+    facade.masPrevVolume = ((0, 0), (0, 0))  # for the volume since the request before: a row for each ticker
     quotes = facade.GetLastQuote(TICKERS)
     let_go()
     for row, quote in enumerate(quotes or ()):  # nothing without an answer, which the library has told of

@@ -47,7 +47,7 @@ int Run(int port, const std::vector<std::string>& tickers) {
   facade.DovantaFormatUserDate("yyyy-mm-dd");
   // The columns, once before the first request and again whenever they change.
   facade.LoadMasPosition();
-  // The memory of LastVolume, the volume since the look before: a row for each ticker, which the library
+  // The memory of LastVolume, the volume since the request before: a row for each ticker, which the library
   // fills. On the first look LastVolume is 0.
   facade.masPrevVolume(mirelo::VariantArray(1, static_cast<std::int32_t>(tickers.size()), 1, 2));
 

@@ -86,7 +86,7 @@ End Sub
 
 Sub AskForQuotes()
   Dim round, answer, c
-  Dim volumes  ' for each row the volume and the day of the look before
+  Dim volumes  ' for each row the volume and the day of the request before
   ReDim volumes(UBound(tickers) + 1, 2)
   mirelo.LoadMasPosition
   mirelo.masPrevVolume = volumes

@@ -39,7 +39,7 @@ If Given("dialog", False) Then
 End If
 Set sheet = program.ActiveSheet
 
-' A row for each ticker, and for each the volume and the day of the look before.
+' A row for each ticker, and for each the volume and the day of the request before.
 ReDim volumes(UBound(tickers) + 1, 2)
 mirelo.LoadMasPosition
 mirelo.masPrevVolume = volumes
