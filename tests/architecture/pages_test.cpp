@@ -42,7 +42,7 @@ std::set<std::string> EndsOfPaths() {
       entry.disable_recursion_pending();
       continue;
     }
-    std::string end = "./" + fs::relative(entry->path(), kTree).generic_string();
+    std::string end = "./" + entry->path().lexically_relative(kTree).generic_string();
     while (true) {
       ends.insert(end);
       ends.insert(fs::path(end).replace_extension().generic_string());
@@ -75,6 +75,7 @@ bool IsInTheTree(std::string path, const std::set<std::string>& ends) {
 // The names of tests have a point before their slash, and those of symbols have no small letter. What stands
 // below build/ is made there.
 bool IsAPath(const std::string& word) {
+  if (word.find('/') == std::string::npos) return false;
   static const std::regex kPath(R"((\.|[\w-]+)(/[\w.*-]+)+/?)");
   const bool has_small_letter =
       std::any_of(word.begin(), word.end(), [](unsigned char c) { return std::islower(c) != 0; });
@@ -82,21 +83,35 @@ bool IsAPath(const std::string& word) {
   return has_small_letter && !is_made && std::regex_match(word, kPath);
 }
 
-// What stands between single backticks, up to a blank; and the words of blocks that are shown as typed.
-std::vector<std::string> PathsIn(const std::string& page) {
-  static const std::regex kTyped(R"(`([^`\s]+)[^`\n]*`)");
-  static const std::regex kWord(R"(\S+)");
-  std::vector<std::string> paths;
-  const auto take = [&paths](const std::string& word) {
+// The words of a block that is shown as typed.
+void TakeWords(const std::string& block, std::vector<std::string>& paths) {
+  std::istringstream words(block);
+  for (std::string word; words >> word;) {
     if (IsAPath(word)) paths.push_back(word);
-  };
+  }
+}
+
+// What stands between single backticks on a line, up to a blank.
+void TakeTyped(const std::string& prose, std::vector<std::string>& paths) {
+  std::istringstream lines(prose);
+  for (std::string line; std::getline(lines, line);) {
+    for (std::size_t at = line.find('`'); at != std::string::npos;) {
+      const std::size_t end = line.find('`', at + 1);
+      if (end == std::string::npos) break;
+      const std::string word = line.substr(at + 1, line.find_first_of(" `", at + 1) - at - 1);
+      if (IsAPath(word)) paths.push_back(word);
+      at = line.find('`', end + 1);
+    }
+  }
+}
+
+std::vector<std::string> PathsIn(const std::string& page) {
+  std::vector<std::string> paths;
   bool is_block = false;
   for (std::size_t at = 0; at < page.size();) {
     const std::size_t fence = std::min(page.find("```", at), page.size());
     const std::string part = page.substr(at, fence - at);
-    const std::regex& words = is_block ? kWord : kTyped;
-    for (std::sregex_iterator word(part.begin(), part.end(), words), last; word != last; ++word)
-      take(is_block ? word->str() : (*word)[1].str());
+    is_block ? TakeWords(part, paths) : TakeTyped(part, paths);
     is_block = !is_block;
     at = fence + 3;
   }
@@ -104,21 +119,23 @@ std::vector<std::string> PathsIn(const std::string& page) {
 }
 
 std::vector<std::string> LinksIn(const std::string& page) {
-  static const std::regex kLink(R"(\]\(([^)\s]+)\))");
   std::vector<std::string> links;
-  for (std::sregex_iterator link(page.begin(), page.end(), kLink), last; link != last; ++link) {
-    if (!(*link)[1].str().starts_with("http")) links.push_back((*link)[1]);
+  for (std::size_t at = 0; (at = page.find("](", at)) != std::string::npos;) {
+    at += 2;
+    const std::string link = page.substr(at, page.find(')', at) - at);
+    if (!link.starts_with("http")) links.push_back(link);
   }
   return links;
 }
 
 // The names by which links reach the headings of a page.
 std::set<std::string> AnchorsOf(const std::string& page) {
-  static const std::regex kHeading(R"((?:^|\n)#+ ([^\n]*))");
   std::set<std::string> anchors;
-  for (std::sregex_iterator heading(page.begin(), page.end(), kHeading), last; heading != last; ++heading) {
+  std::istringstream lines(page);
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with('#')) continue;
     std::string anchor;
-    for (const char c : (*heading)[1].str()) {
+    for (const char c : line.substr(std::min(line.find(' ') + 1, line.size()))) {
       if (c == ' ' || c == '-') anchor += '-';
       if (c == '_' || std::isalnum(static_cast<unsigned char>(c)) != 0)
         anchor += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
@@ -150,7 +167,7 @@ TEST(Pages, NamePathsThatThereAre) {
   for (const fs::path& page : Pages()) {
     for (const std::string& path : PathsIn(PageText(page))) {
       ++count;
-      EXPECT_TRUE(IsInTheTree(path, ends)) << fs::relative(page, kTree) << " tells of " << path;
+      EXPECT_TRUE(IsInTheTree(path, ends)) << page.lexically_relative(kTree) << " tells of " << path;
     }
   }
   EXPECT_GT(count, 150U);
@@ -161,7 +178,7 @@ TEST(Pages, LinkToPagesAndHeadingsThatThereAre) {
   for (const fs::path& page : Pages()) {
     for (const std::string& link : LinksIn(PageText(page))) {
       ++count;
-      EXPECT_TRUE(LeadsSomewhere(page, link)) << fs::relative(page, kTree) << " links to " << link;
+      EXPECT_TRUE(LeadsSomewhere(page, link)) << page.lexically_relative(kTree) << " links to " << link;
     }
   }
   EXPECT_GT(count, 30U);

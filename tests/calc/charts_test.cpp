@@ -144,7 +144,7 @@ TEST_F(DrawnCharts, ShowWhatWasToldOfTheirParts) {
   chart->ChartArea()->Fill()->BackColor()->SchemeColor(5);
 
   const OfficeChart seen = Seen();
-  EXPECT_TRUE(seen.HasMarkers());
+  EXPECT_EQ(&seen.Kind(), &spreadsheet::kLineKind);
   EXPECT_EQ(CellsSeen(), "$Sheet1.$B$2:$B$6");
   EXPECT_FALSE(seen.Whole().Get("HasLegend", true));
   EXPECT_FALSE(seen.Diagram().Get("HasXAxis", true));
@@ -191,7 +191,7 @@ TEST_F(DrawnCharts, ColorEachColumn) {
   const auto colors = [this](sal_Int32 point) {
     return Properties(Seen().Series()[0]->getDataPointByIndex(point)).Get("Color", sal_Int32{0});
   };
-  EXPECT_FALSE(Seen().HasMarkers());
+  EXPECT_EQ(&Seen().Kind(), &spreadsheet::kColumnKind);
   EXPECT_EQ(colors(1), kRed);
   EXPECT_NE(colors(2), kRed);
 }

@@ -1,5 +1,6 @@
 #include "adapters/calc/charts/chart_painter.h"
 
+#include <algorithm>
 #include <com/sun/star/awt/FontWeight.hpp>
 #include <com/sun/star/chart/XDiagramPositioning.hpp>
 #include <com/sun/star/drawing/FillStyle.hpp>
@@ -8,6 +9,7 @@
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 
 #include "adapters/calc/charts/chart_lines.h"
+#include "adapters/calc/charts/office_kinds.h"
 #include "adapters/calc/charts/series_painter.h"
 #include "spreadsheet/charts/chart_layout.h"
 #include "spreadsheet/color_index.h"
@@ -48,9 +50,8 @@ class DrawnOnce {
 void PaintKind(const OfficeChart& chart, const Chart& now, Chart& painted) {
   if (now.kind == painted.kind) return;
   const auto factory = As<css::lang::XMultiServiceFactory>(chart.document);
-  const rtl::OUString kind = now.kind->has_markers ? rtl::OUString("com.sun.star.chart.LineDiagram")
-                                                   : rtl::OUString("com.sun.star.chart.BarDiagram");
-  chart.document->setDiagram(As<css::chart::XDiagram>(factory->createInstance(kind)));
+  const auto office = std::ranges::find(kOfficeKinds, now.kind, &OfficeKind::kind);
+  chart.document->setDiagram(As<css::chart::XDiagram>(factory->createInstance(OfficeText(office->diagram))));
   if (now.kind->has_markers) chart.Diagram().Set("SymbolType", sal_Int32{-1});  // as the office chooses
   chart.Diagram().Set("HasXAxisGrid", false);
   chart.Diagram().Set("HasYAxisGrid", false);

@@ -73,7 +73,7 @@ void ReadPoints(const SeriesReference& series, bool has_markers, ChartSeries& re
 
 Chart ReadChart(const OfficeChart& office, DocumentCharts& charts) {
   Chart chart;
-  chart.kind = office.HasMarkers() ? &spreadsheet::kLineKind : &spreadsheet::kColumnKind;
+  chart.kind = &office.Kind();
   chart.place = PlaceOf(office);
   chart.legend = office.Whole().Get("HasLegend", false);
   if (office.Whole().Get("HasMainTitle", false)) chart.title = ReadTitle(office);

@@ -1,5 +1,6 @@
 #include "adapters/calc/charts/office_chart.h"
 
+#include <algorithm>
 #include <cmath>
 #include <com/sun/star/chart/X3DDisplay.hpp>
 #include <com/sun/star/chart/XAxisXSupplier.hpp>
@@ -9,6 +10,10 @@
 #include <com/sun/star/chart2/XCoordinateSystemContainer.hpp>
 #include <com/sun/star/chart2/XDataSeriesContainer.hpp>
 #include <com/sun/star/chart2/data/XDataSource.hpp>
+#include <string>
+
+#include "adapters/calc/charts/office_kinds.h"
+#include "adapters/calc/objects/office_text.h"
 
 namespace mirelo::calc {
 
@@ -35,8 +40,10 @@ Properties OfficeChart::CategoryGrid() const {
   return Properties(As<chart::XAxisXSupplier>(document->getDiagram())->getXMainGrid());
 }
 
-bool OfficeChart::HasMarkers() const {
-  return document->getDiagram()->getDiagramType() == "com.sun.star.chart.LineDiagram";
+const spreadsheet::ChartKind& OfficeChart::Kind() const {
+  const std::string diagram = TextOf(document->getDiagram()->getDiagramType());
+  const auto known = std::ranges::find(kOfficeKinds, diagram, &OfficeKind::diagram);
+  return known == kOfficeKinds.end() ? spreadsheet::kColumnKind : *known->kind;
 }
 
 std::vector<SeriesReference> OfficeChart::Series() const {

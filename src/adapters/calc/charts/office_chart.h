@@ -8,6 +8,7 @@
 
 #include "adapters/calc/objects/interfaces.h"
 #include "adapters/calc/objects/properties.h"
+#include "spreadsheet/charts/chart_kind.h"
 
 namespace mirelo::calc {
 
@@ -26,8 +27,8 @@ struct OfficeChart {
   Properties ValueGrid() const;
   Properties CategoryGrid() const;
 
-  // Whether points are markers on lines.
-  bool HasMarkers() const;
+  // That of columns for a diagram that is of no kind of ours, such as a pie.
+  const spreadsheet::ChartKind& Kind() const;
   std::vector<Reference<css::chart2::XDataSeries>> Series() const;
 };
 

@@ -96,7 +96,7 @@ void PaintColumn(const Properties& column, const PointColor& background, sal_Int
 }  // namespace
 
 SeriesPainter::SeriesPainter(const Reference<css::uno::XComponentContext>& context, const OfficeChart& chart)
-    : context_(context), chart_(chart), has_markers_(chart.HasMarkers()), series_(chart.Series()) {}
+    : context_(context), chart_(chart), has_markers_(chart.Kind().has_markers), series_(chart.Series()) {}
 
 void SeriesPainter::PaintSources(const spreadsheet::Chart& now, spreadsheet::Chart& painted) {
   while (series_.size() > now.series.size()) RemoveLast();
