@@ -5,26 +5,27 @@
 #include <string>
 
 #include "automation/number.h"
+#include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "automation/variant.h"
-#include "charts/worksheet_of.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "host/excel/application.h"
 #include "host/excel/border.h"
 #include "host/excel/chart.h"
+#include "host/excel/chart_object.h"
 #include "host/excel/chart_parts.h"
 #include "host/excel/interior.h"
 #include "host/excel/range.h"
 #include "host/excel/shape.h"
 #include "host/excel/shapes.h"
-#include "host/excel/sheet.h"
 #include "host/excel/window.h"
 #include "host/excel/worksheet.h"
 
 namespace mirelo {
 
 using host::excel::Chart;
+using host::excel::ChartObject;
 using host::excel::Shape;
 using host::excel::Worksheet;
 
@@ -37,6 +38,13 @@ constexpr std::int16_t kPlotExcess = 10;
 constexpr std::int32_t kTitleFrameColor = 56;
 constexpr std::int32_t kTitleGroundColor = 15;
 constexpr std::int32_t kTitlePatternColor = 1;
+
+// Error 13 for a chart that lies on no worksheet.
+std::shared_ptr<Worksheet> SheetOf(Chart& chart) {
+  const auto holder = std::dynamic_pointer_cast<ChartObject>(chart.Parent());
+  if (!holder) throw Errors::TypeMismatch();
+  return holder->Parent();
+}
 
 // The shape's name up to its first blank: "Chart" of "Chart 3".
 std::string NameOf(Chart& chart, const std::string& sheet_name) {
@@ -83,7 +91,7 @@ Variant frmMirelo::Move_And_Resize_Chart(const std::shared_ptr<Chart>& chart, st
     const double width = factor * points;
     double left = 0;
     double top = 0;
-    STEP(placing.sheet = WorksheetOf(chart->Parent()));
+    STEP(placing.sheet = SheetOf(*chart));
     STEP(name = NameOf(*chart, placing.Sheet().Name()));
     placing.FindShapes();
     STEP(LeaveChart(placing.Sheet()));

@@ -1,6 +1,7 @@
 // One new chart.
 
 #include "charts/build_test.h"
+#include "host/excel/chart_object.h"
 #include "host/excel/font.h"
 
 namespace mirelo::testing {
@@ -30,7 +31,8 @@ TEST_F(AddChart, PutsAChartOfItsTypeOnTheSheet) {
   for (const XlChartType type : {xlLineMarkers, xlColumnClustered}) {
     const auto chart = Add(type);
     EXPECT_EQ(chart->ChartType(), type);
-    EXPECT_EQ(chart->Parent()->Name(), "Quotes_Vertical(A)");
+    const auto holder = std::dynamic_pointer_cast<ChartObject>(chart->Parent());
+    EXPECT_EQ(holder->Parent()->Name(), "Quotes_Vertical(A)");
   }
   EXPECT_EQ(ChartsOn(*Table("A")).size(), 2U);
   EXPECT_EQ(book->Charts()->Count(), 0);

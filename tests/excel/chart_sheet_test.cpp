@@ -95,10 +95,11 @@ TEST_P(ChartSheets, AreNamedByANumberThatIsFree) {
   EXPECT_EQ(application->Charts()->Add()->Name(), "Chart2");
 }
 
-TEST_P(ChartSheets, AreTheirOwnParents) {
+TEST_P(ChartSheets, LieInTheWorkbook) {
   const auto chart = application->Charts()->Add();
-  EXPECT_EQ(chart->Parent()->Name(), "Chart1");
-  EXPECT_EQ(chart->Parent()->Type(), xlSheetChart);
+  const auto parent = std::dynamic_pointer_cast<Workbook>(chart->Parent());
+  ASSERT_NE(parent, nullptr);
+  EXPECT_EQ(parent->Name(), book->Name());
 }
 
 TEST_P(ChartSheets, PlotCellsOfAWorksheet) {

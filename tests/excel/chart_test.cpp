@@ -29,8 +29,8 @@ TEST_P(ChartOnSheet, StandsInTheMiddleOfWhatIsSeen) {
 TEST_P(ChartOnSheet, IsNamedAfterItsSheetAndItsShape) {
   const auto chart = AddChart();
   EXPECT_EQ(chart->Name(), "Sheet1 Chart 1");
-  EXPECT_EQ(chart->Parent()->Name(), "Sheet1");
-  EXPECT_EQ(chart->Parent()->Type(), xlSheetWorksheet);
+  EXPECT_EQ(chart->Parent()->TypeName(), "ChartObject") << "which stands between the sheet and the chart";
+  EXPECT_EQ(SheetOf(chart)->Name(), "Sheet1");
   EXPECT_EQ(chart->Type(), xlSheetChart);
   sheet->Name("Quotes (ABC)");
   EXPECT_EQ(chart->Name(), "Quotes (ABC) Chart 1");
@@ -70,7 +70,7 @@ TEST_P(ChartOnSheet, CanBeMovedToAnotherSheet) {
   const auto moved = AddChart()->Location(xlLocationAsObject, other->Name());
   EXPECT_EQ(Shapes()->Count(), 0);
   EXPECT_EQ(other->Shapes()->Count(), 1);
-  EXPECT_EQ(moved->Parent()->Name(), other->Name());
+  EXPECT_EQ(SheetOf(moved)->Name(), other->Name());
   EXPECT_EQ(application->ActiveSheet()->Name(), other->Name());
   EXPECT_EQ(moved->SeriesCollection(1)->Values().AsArray()(1), Variant(10.0)) << "of the first sheet still";
 }
@@ -87,6 +87,7 @@ TEST_P(ChartOnSheet, RaisesErrorsInAllMembersOnceItIsGone) {
   const auto chart = AddChart();
   chart->HasTitle(true);
   chart->Axes(xlValue, xlPrimary)->HasMajorGridlines(true);
+  const auto holder = std::dynamic_pointer_cast<ChartObject>(chart->Parent());
   const auto axis = chart->Axes(xlValue, xlPrimary);
   const auto labels = axis->TickLabels();
   const auto gridlines = axis->MajorGridlines();
@@ -101,6 +102,7 @@ TEST_P(ChartOnSheet, RaisesErrorsInAllMembersOnceItIsGone) {
   const std::function<void()> calls[] = {
       [&] { chart->Name(); },
       [&] { chart->Parent(); },
+      [&] { holder->Parent(); },
       [&] { chart->Index(); },
       [&] { chart->Select(); },
       [&] { chart->ChartType(); },

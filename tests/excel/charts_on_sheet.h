@@ -7,6 +7,7 @@
 #include "conformance.h"
 #include "host/excel/border.h"
 #include "host/excel/chart.h"
+#include "host/excel/chart_object.h"
 #include "host/excel/chart_parts.h"
 #include "host/excel/charts.h"
 #include "host/excel/font.h"
@@ -33,6 +34,11 @@ class ChartedSheet : public Spreadsheets {
   // A new chart on the sheet.
   ChartPtr AddChart(std::string_view source = "B3:B7") {
     return AddChartSheet(source)->Location(host::excel::xlLocationAsObject, sheet->Name());
+  }
+  // The worksheet that a chart lies on; null where it lies on none.
+  static std::shared_ptr<host::excel::Worksheet> SheetOf(const ChartPtr& chart) {
+    const auto holder = std::dynamic_pointer_cast<host::excel::ChartObject>(chart->Parent());
+    return holder == nullptr ? nullptr : holder->Parent();
   }
   std::shared_ptr<host::excel::Shapes> Shapes() { return sheet->Shapes(); }
   // The chart's shape, being the last of its sheet.

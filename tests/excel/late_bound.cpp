@@ -1,5 +1,8 @@
 #include "late_bound.h"
 
+#include <gtest/gtest.h>
+
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -8,6 +11,7 @@
 #include "adapters/excel/late_application.h"
 #include "automation/variant.h"
 #include "automation_server/automation_object.h"
+#include "program_members.h"
 
 namespace mirelo::testing {
 namespace {
@@ -25,7 +29,10 @@ class DoorFromOutside : public excel::ForeignObject {
 
   std::string_view TypeName() const override { return door_->object()->TypeName(); }
   Variant Get(std::string_view member, std::vector<Variant> arguments) override {
-    return FromInside(door_->Call(door_->IdOf(member), InsideAll(std::move(arguments))));
+    const Variant given = door_->Call(door_->IdOf(member), InsideAll(std::move(arguments)));
+    EXPECT_TRUE(ListedMembers().at(std::string(TypeName())).at(std::string(member)).Gives(given))
+        << "no program answers " << TypeName() << "." << member << " with " << given.TypeName();
+    return FromInside(given);
   }
   void Let(std::string_view member, const Variant& value, std::vector<Variant> arguments) override {
     if (assigning_) assigning_(member);

@@ -9,7 +9,8 @@
 namespace mirelo::testing {
 
 // An application that is called by the names of its members, as another program would be: through the table
-// of what automation clients can call, and from there by the adapter that calls so.
+// of what automation clients can call, and from there by the adapter that calls so. A test fails in which it
+// answers otherwise than the list of a program's members says.
 std::shared_ptr<host::excel::Application> CalledByNames(
     std::shared_ptr<host::excel::Application> application);
 

@@ -11,6 +11,11 @@
 #include <set>
 #include <string>
 
+#include "automation_server/class.h"
+#include "automation_server/classes.h"
+#include "automation_server/member.h"
+#include "program_members.h"
+
 namespace mirelo::testing {
 namespace {
 
@@ -61,30 +66,46 @@ Members CalledMembers() {
   return members;
 }
 
-Members ListedMembers() {
-  Members members;
-  std::ifstream lines(kSources / "adapters/excel/program_members.txt");
-  std::string shown;
-  for (std::string line; std::getline(lines, line);) {
-    if (line.empty() || line.front() == '#') continue;
-    if (line.front() != ' ') {
-      shown = line;
-    } else {
-      members[shown].insert(line.substr(line.find_first_not_of(' ')));
-    }
+Members NamesInTheList() {
+  Members names;
+  for (const auto& [shown, members] : ListedMembers()) {
+    for (const auto& [name, member] : members) names[shown].insert(name + (member.is_assigned ? " =" : ""));
   }
-  return members;
+  return names;
 }
 
 TEST(MembersOfASpreadsheetProgram, AreThoseThatAreCalled) {
   const Members called = CalledMembers();
-  const Members listed = ListedMembers();
-  ASSERT_EQ(called.size(), 27U) << "both collections of sheets are one class";
+  const Members listed = NamesInTheList();
+  ASSERT_EQ(called.size(), 28U) << "both collections of sheets are one class";
   EXPECT_EQ(listed.size(), called.size());
   for (const auto& [name, members] : called) {
     SCOPED_TRACE(name);
     ASSERT_TRUE(listed.count(name));
     EXPECT_EQ(listed.at(name), members);
+  }
+}
+
+// What stands in for a program has as a method what its documentation calls one.
+TEST(MembersOfASpreadsheetProgram, AreOfTheirKindsInTheStandInToo) {
+  using automation_server::Member;
+  for (const auto& known : automation_server::Classes()) {
+    const auto listed = ListedMembers().find(known.name());
+    if (listed == ListedMembers().end()) continue;
+    for (const auto& [name, member] : listed->second) {
+      const auto id = known.Find(name);
+      ASSERT_TRUE(id) << known.name() << "." << name;
+      EXPECT_EQ(known.At(*id).kind == Member::Kind::kMethod, member.is_method) << known.name() << "." << name;
+    }
+  }
+}
+
+TEST(MembersOfASpreadsheetProgram, AreAssignedOnlyAsProperties) {
+  for (const auto& [shown, members] : ListedMembers()) {
+    for (const auto& [name, member] : members) {
+      EXPECT_FALSE(member.is_method && member.is_assigned) << shown << "." << name;
+      EXPECT_TRUE(member.is_method || !member.results.empty()) << shown << "." << name;
+    }
   }
 }
 

@@ -22,6 +22,7 @@ class Chart;
 class ChartArea;
 class ChartColorFormat;
 class ChartFillFormat;
+class ChartObject;
 class ChartTitle;
 class Charts;
 class Comment;
@@ -68,6 +69,8 @@ template <>
 std::shared_ptr<host::excel::ChartColorFormat> As(const Variant& result);
 template <>
 std::shared_ptr<host::excel::ChartFillFormat> As(const Variant& result);
+template <>
+std::shared_ptr<host::excel::ChartObject> As(const Variant& result);
 template <>
 std::shared_ptr<host::excel::ChartTitle> As(const Variant& result);
 template <>

@@ -7,10 +7,12 @@
 #include "automation/variant.h"
 #include "host/excel/border.h"
 #include "host/excel/chart.h"
+#include "host/excel/chart_object.h"
 #include "host/excel/chart_parts.h"
 #include "host/excel/range.h"
 #include "host/excel/series.h"
-#include "host/excel/sheet.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
 
 namespace mirelo::excel {
 
@@ -49,6 +51,13 @@ class LateSeries : public LateOf<host::excel::Series> {
   std::shared_ptr<host::excel::Point> Points(std::int32_t index) override { return Get("Points", index); }
 };
 
+class LateChartObject : public LateOf<host::excel::ChartObject> {
+ public:
+  using LateOf::LateOf;
+
+  std::shared_ptr<host::excel::Worksheet> Parent() override { return Get("Parent"); }
+};
+
 class LateChart : public LateOf<host::excel::Chart> {
  public:
   using LateOf::LateOf;
@@ -56,7 +65,11 @@ class LateChart : public LateOf<host::excel::Chart> {
   void Name(std::string_view name) override { Let("Name", name); }
   void Select() override { Get("Select"); }
   std::string Name() override { return Get("Name"); }
-  std::shared_ptr<host::excel::Sheet> Parent() override { return Get("Parent"); }
+  std::shared_ptr<Object> Parent() override {
+    const Variant parent = Get("Parent");
+    if (parent.TypeName() == "Workbook") return As<host::excel::Workbook>(parent);
+    return As<host::excel::ChartObject>(parent);
+  }
   std::int32_t Index() override { return Get("Index"); }
   host::excel::XlChartType ChartType() override { return Get("ChartType"); }
   void ChartType(host::excel::XlChartType type) override { Let("ChartType", type); }
@@ -98,6 +111,10 @@ std::shared_ptr<host::excel::Point> As(const Variant& result) {
 template <>
 std::shared_ptr<host::excel::Series> As(const Variant& result) {
   return LateObject<LateSeries>(result);
+}
+template <>
+std::shared_ptr<host::excel::ChartObject> As(const Variant& result) {
+  return LateObject<LateChartObject>(result);
 }
 template <>
 std::shared_ptr<host::excel::Chart> As(const Variant& result) {

@@ -2,13 +2,16 @@
 #include "automation_server/rows.h"
 #include "host/excel/border.h"
 #include "host/excel/chart.h"
+#include "host/excel/chart_object.h"
 #include "host/excel/chart_parts.h"
 #include "host/excel/range.h"
 #include "host/excel/series.h"
+#include "host/excel/worksheet.h"
 
 namespace mirelo::automation_server::excel {
 
 using host::excel::Chart;
+using host::excel::ChartObject;
 using host::excel::Point;
 using host::excel::Series;
 using host::excel::XlAxisGroup;
@@ -43,6 +46,11 @@ Class ChartClass() {
                });
 }
 
+Class ChartObjectClass() {
+  using Self = ChartObject;
+  return HandedOut<Self>("ChartObject", {GET(Parent)});
+}
+
 Class SeriesClass() {
   using Self = Series;
   return HandedOut<Self>("Series", {
@@ -68,6 +76,7 @@ Class PointClass() {
 
 void AddChartClasses(std::vector<Class>& classes) {
   classes.push_back(ChartClass());
+  classes.push_back(ChartObjectClass());
   classes.push_back(SeriesClass());
   classes.push_back(PointClass());
 }

@@ -8,16 +8,16 @@
 
 namespace mirelo::automation_server::excel {
 
-// The item of a collection by its number or its name.
+// The item of a collection by its number or its name, as a method.
 template <class Items>
 Member ItemRow() {
-  return AsProperty(MethodRow(
+  return MethodRow(
       "Item",
       +[](Items& items, const Variant& index) {
         if (const std::string* name = index.IfText()) return items.Item(*name);
         return items.Item(index.ToInt32());
       },
-      "Index"));
+      "Index");
 }
 
 }  // namespace mirelo::automation_server::excel

@@ -58,7 +58,7 @@ template <class Self>
 Class SheetsClass() {
   return HandedOut<Self>("Sheets", {
                                        GET(Count),
-                                       AsDefault(ItemRow<Self>()),
+                                       AsDefault(AsProperty(ItemRow<Self>())),
                                        METHOD(Add),
                                        NumberedItemsRow<Self>("_NewEnum"),
                                    });

@@ -12,7 +12,7 @@ void AddProgramClasses(std::vector<Class>& classes);    // Application, Window, 
 void AddSheetClasses(std::vector<Class>& classes);      // Worksheet, Range
 void AddFormatClasses(std::vector<Class>& classes);     // Font, Interior, Border, conditions
 void AddShapeClasses(std::vector<Class>& classes);      // Comment, Shapes, Shape
-void AddChartClasses(std::vector<Class>& classes);      // Chart, Series, Point
+void AddChartClasses(std::vector<Class>& classes);      // Chart and what holds it, Series, Point
 void AddChartPartClasses(std::vector<Class>& classes);  // Axis, titles, areas, fills
 
 }  // namespace mirelo::automation_server::excel

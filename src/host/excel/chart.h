@@ -29,8 +29,8 @@ class Chart : public Sheet {
   // It cannot be set then: error 1004.
   std::string Name() override = 0;
   using Sheet::Name;
-  // The sheet on which it lies; of a chart sheet the chart itself.
-  virtual std::shared_ptr<Sheet> Parent() = 0;
+  // What it lies in: the ChartObject of a chart on a worksheet, the Workbook of a chart sheet.
+  virtual std::shared_ptr<Object> Parent() = 0;
   // The place among the charts of its sheet, or among the workbook's chart sheets, from 1.
   virtual std::int32_t Index() = 0;
 

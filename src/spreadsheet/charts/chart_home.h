@@ -6,7 +6,8 @@
 #include <string_view>
 
 #include "host/excel/range.h"
-#include "host/excel/sheet.h"
+#include "host/excel/workbook.h"
+#include "host/excel/worksheet.h"
 #include "spreadsheet/charts/chart.h"
 
 namespace mirelo::spreadsheet {
@@ -36,7 +37,8 @@ class ChartHome {
   virtual void Delete() = 0;
 
   // The worksheet on which it lies; null for a chart sheet.
-  virtual std::shared_ptr<host::excel::Sheet> Worksheet() = 0;
+  virtual std::shared_ptr<host::excel::Worksheet> Worksheet() = 0;
+  virtual std::shared_ptr<host::excel::Workbook> Workbook() = 0;
   // The size of that worksheet.
   virtual ChartBox WholeSheet() = 0;
 

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <optional>
+#include <utility>
 
+#include "host/excel/chart_object.h"
 #include "spreadsheet/charts/axis_object.h"
 #include "spreadsheet/charts/chart_areas.h"
 #include "spreadsheet/charts/chart_title_object.h"
@@ -25,6 +27,19 @@ ChartAxis spreadsheet::Chart::*AxisOf(excel::XlAxisType type) {
   throw Refused("This is no kind of axis.");
 }
 
+class ChartHolder final : public excel::ChartObject {
+ public:
+  explicit ChartHolder(ChartPlace place) : place_(std::move(place)) {}
+
+  std::shared_ptr<excel::Worksheet> Parent() override {
+    place_.Get();
+    return place_.home().Worksheet();
+  }
+
+ private:
+  ChartPlace place_;
+};
+
 }  // namespace
 
 std::string ChartObject::Name() {
@@ -40,10 +55,10 @@ void ChartObject::Name(std::string_view name) {
   place_.home().Rename(name);
 }
 
-std::shared_ptr<excel::Sheet> ChartObject::Parent() {
+std::shared_ptr<Object> ChartObject::Parent() {
   place_.Get();
-  auto worksheet = place_.home().Worksheet();
-  return worksheet == nullptr ? std::make_shared<ChartObject>(place_) : std::move(worksheet);
+  if (place_.home().Worksheet() == nullptr) return place_.home().Workbook();
+  return std::make_shared<ChartHolder>(place_);
 }
 
 excel::XlChartType ChartObject::ChartType() { return place_.Get().kind->type; }

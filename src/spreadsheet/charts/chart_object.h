@@ -17,7 +17,7 @@ class ChartObject final : public host::excel::Chart {
 
   std::string Name() override;
   void Name(std::string_view name) override;
-  std::shared_ptr<host::excel::Sheet> Parent() override;
+  std::shared_ptr<Object> Parent() override;
   std::int32_t Index() override { return place_.home().Index(); }
   void Select() override { place_.home().Select(); }
 

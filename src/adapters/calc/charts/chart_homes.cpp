@@ -7,6 +7,7 @@
 #include "adapters/calc/objects/front.h"
 #include "adapters/calc/objects/range_object.h"
 #include "adapters/calc/objects/window_object.h"
+#include "adapters/calc/objects/workbook_object.h"
 #include "adapters/calc/objects/worksheet_object.h"
 #include "automation/runtime_error.h"
 #include "spreadsheet/charts/chart_layout.h"
@@ -100,8 +101,12 @@ void SheetChart::Delete() {
   });
 }
 
-std::shared_ptr<host::excel::Sheet> SheetChart::Worksheet() {
+std::shared_ptr<host::excel::Worksheet> SheetChart::Worksheet() {
   return std::make_shared<WorksheetObject>(sheet_);
+}
+
+std::shared_ptr<host::excel::Workbook> SheetChart::Workbook() {
+  return std::make_shared<WorkbookObject>(sheet_->document().shared_from_this());
 }
 
 ChartBox SheetChart::WholeSheet() {
@@ -132,6 +137,10 @@ std::optional<PlottedCells> SheetChart::CellsOf(host::excel::Range& range) {
 Chart& ChartSheet::Get() {
   Index();
   return *chart_;
+}
+
+std::shared_ptr<host::excel::Workbook> ChartSheet::Workbook() {
+  return std::make_shared<WorkbookObject>(document_);
 }
 
 std::int32_t ChartSheet::Index() {

@@ -25,7 +25,8 @@ class SheetChart final : public spreadsheet::ChartHome {
   std::int32_t Index() override;
   void Select() override;
   void Delete() override;
-  std::shared_ptr<host::excel::Sheet> Worksheet() override;
+  std::shared_ptr<host::excel::Worksheet> Worksheet() override;
+  std::shared_ptr<host::excel::Workbook> Workbook() override;
   spreadsheet::ChartBox WholeSheet() override;
   void Rename(std::string_view name) override;
   std::shared_ptr<spreadsheet::ChartHome> MoveTo(std::string_view worksheet) override;
@@ -50,7 +51,8 @@ class ChartSheet final : public spreadsheet::ChartHome {
   std::int32_t Index() override;
   void Select() override;
   void Delete() override;
-  std::shared_ptr<host::excel::Sheet> Worksheet() override { return nullptr; }
+  std::shared_ptr<host::excel::Worksheet> Worksheet() override { return nullptr; }
+  std::shared_ptr<host::excel::Workbook> Workbook() override;
   spreadsheet::ChartBox WholeSheet() override { return {}; }
   void Rename(std::string_view name) override;
   std::shared_ptr<spreadsheet::ChartHome> MoveTo(std::string_view worksheet) override;

@@ -5,6 +5,7 @@
 
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/objects/range_object.h"
+#include "adapters/workbook/objects/workbook_object.h"
 #include "adapters/workbook/objects/worksheet_object.h"
 #include "adapters/workbook/rules.h"
 #include "adapters/workbook/sheet_name.h"
@@ -48,9 +49,13 @@ void BookChart::Delete() {
   std::erase(All(), chart_);
 }
 
-std::shared_ptr<host::excel::Sheet> BookChart::Worksheet() {
+std::shared_ptr<host::excel::Worksheet> BookChart::Worksheet() {
   if (sheet_ == nullptr) return nullptr;
   return std::make_shared<WorksheetObject>(book_, sheet_);
+}
+
+std::shared_ptr<host::excel::Workbook> BookChart::Workbook() {
+  return std::make_shared<WorkbookObject>(book_);
 }
 
 ChartBox BookChart::WholeSheet() {

@@ -26,7 +26,8 @@ class BookChart final : public ChartHome {
   std::int32_t Index() override;
   void Select() override;
   void Delete() override;
-  std::shared_ptr<host::excel::Sheet> Worksheet() override;
+  std::shared_ptr<host::excel::Worksheet> Worksheet() override;
+  std::shared_ptr<host::excel::Workbook> Workbook() override;
   ChartBox WholeSheet() override;
   void Rename(std::string_view name) override;
   std::shared_ptr<ChartHome> MoveTo(std::string_view worksheet) override;
