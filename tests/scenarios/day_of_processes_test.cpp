@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "adapters/sodium/sodium_vault.h"
@@ -100,16 +101,16 @@ class DayOfProcesses : public ::testing::Test {
     return false;
   }
   // Stops the process that saves the workbook, as a disk does that does not answer. False when there comes
-  // none.
+  // none. One that is ending is stopped by nothing any more, and stays among the children until the program
+  // has the time to see to it.
   bool StopTheSaver() {
     for (const auto end = std::chrono::steady_clock::now() + kPatience;
          std::chrono::steady_clock::now() < end;) {
       const std::vector<pid_t> savers = ChildrenOf(mirelo->Id());
       if (savers.size() != 1) continue;
-      saver = savers.front();
-      ::kill(saver, SIGSTOP);
-      std::this_thread::sleep_for(50ms);
-      if (ChildrenOf(mirelo->Id()) == savers) return true;  // else it was ending
+      if (savers.front() != std::exchange(saver, savers.front())) ::kill(saver, SIGSTOP);
+      if (IsStopped(saver)) return true;
+      std::this_thread::sleep_for(1ms);
     }
     return false;
   }
