@@ -62,7 +62,8 @@ void DayCharts::Add(std::size_t ticker, std::shared_ptr<excel::Worksheet> sheet)
 void DayCharts::Take(std::size_t ticker, const QuoteRow& row) {
   const auto found = charted_.find(ticker);
   if (found == charted_.end()) return;
-  auto& [sheet, rows, price] = found->second;
+  VariantArray& rows = found->second.rows;
+  double& price = found->second.price;
   const Variant change = ChangeOf(row, price);
   if (price_column_ < row.size()) price = row[price_column_].ToNumber();
   if (rows(kEarlier, kFilled).IsEmpty()) {
@@ -85,15 +86,30 @@ double DayCharts::ChangeOf(const QuoteRow& row, double price_before) const {
 void DayCharts::Update(std::size_t ticker) {
   const auto found = charted_.find(ticker);
   if (found == charted_.end()) return;
-  const Charted& charted = found->second;
+  Charted& charted = found->second;
+  if (charted.waits > 0) {
+    --charted.waits;
+    return;
+  }
   const auto front = application_.ActiveSheet();
   try {
     facade_.Update_Charts(charted.sheet, Variant(charted.rows), points_, style_, color_points_, grey_out_);
+    if (told_of_ != ticker) return;
+    untold_.push_back("Charts follow again at " + charted.sheet->Name());
+    told_of_.reset();
   } catch (const std::exception&) {
-    if (failure_.empty()) failure_ = charted.sheet->Name() + ": " + CurrentError().Description();
-    charted_.erase(found);
+    NoteFailure(ticker, charted, CurrentError().Description());
+    if (charted.failures == kMostFailures) charted_.erase(found);
     if (front) front->Select();
   }
+}
+
+void DayCharts::NoteFailure(std::size_t ticker, Charted& charted, const std::string& why) {
+  charted.waits = 1 << charted.failures;
+  ++charted.failures;
+  if (told_of_) return;
+  untold_.push_back("Charts stand still at " + charted.sheet->Name() + ": " + why);
+  told_of_ = ticker;
 }
 
 }  // namespace mirelo::day

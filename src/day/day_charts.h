@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "automation/variant.h"
@@ -35,19 +37,26 @@ class DayCharts {
 
   // A new quote of the ticker.
   void Take(std::size_t ticker, const QuoteRow& row);
-  // Has the charts show what the ticker's table holds. A table whose charts cannot be updated is left alone
-  // from then on.
+  // How often the charts of one table may fail to follow; from then on they are left alone. Until then each
+  // failure has them wait for twice as many updates as the one before, since what keeps them may go.
+  static constexpr int kMostFailures = 8;
+
+  // Has the charts show what the ticker's table holds, unless they wait.
   void Update(std::size_t ticker);
 
-  // Why the first table was left alone; empty while none was.
-  const std::string& Failure() const { return failure_; }
+  // Sentences for a person, since the last call: that charts stand still and why, of the first table that is
+  // found so, and that they follow again.
+  std::vector<std::string> TellNews() { return std::exchange(untold_, {}); }
 
  private:
   struct Charted {
     std::shared_ptr<host::excel::Worksheet> sheet;
     VariantArray rows;  // the last two quotes: whether there was one, and its change
     double price = 0;
+    int failures = 0;
+    int waits = 0;  // for so many updates
   };
+  void NoteFailure(std::size_t ticker, Charted& charted, const std::string& why);
   double ChangeOf(const QuoteRow& row, double price_before) const;
 
   host::excel::Application& application_;
@@ -60,7 +69,8 @@ class DayCharts {
   std::int16_t color_points_;
   std::int16_t grey_out_;
   std::map<std::size_t, Charted> charted_;
-  std::string failure_;
+  std::vector<std::string> untold_;
+  std::optional<std::size_t> told_of_;  // the ticker whose charts stand still
 };
 
 }  // namespace mirelo::day

@@ -80,9 +80,9 @@ class DayTables {
   // What does not reach the cells as it came, since the last call: a sentence for each ticker and column that
   // was cut, once, and one for a row that is gone.
   std::vector<std::string> TellLosses() { return std::exchange(untold_, {}); }
-  // Whether any history has charts, and why they stand still; empty while they follow.
+  // Whether any history has charts, and what has become of those (DayCharts::TellNews).
   bool HasCharts() const { return !charts_.IsEmpty(); }
-  const std::string& ChartFailure() const { return charts_.Failure(); }
+  std::vector<std::string> TellOfCharts() { return charts_.TellNews(); }
   // How many sheets have no room for more history.
   int FullSheets() const { return full_sheets_; }
 

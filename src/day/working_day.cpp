@@ -204,9 +204,7 @@ void WorkingDay::Write() {
   if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
     Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");
   }
-  if (!tables_->ChartFailure().empty() && !std::exchange(told_charts_, true)) {
-    Status.Raise("Charts stand still at " + tables_->ChartFailure());
-  }
+  for (const std::string& news : tables_->TellOfCharts()) Status.Raise(news);
   WriteInTime();
   Wrote.Raise();
 }

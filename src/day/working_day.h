@@ -154,7 +154,6 @@ class WorkingDay {
   bool is_stopped_ = false;
   wire::KeptFailure failure_;  // of asking and writing
   bool told_full_ = false;
-  bool told_charts_ = false;
   std::optional<std::chrono::milliseconds> hold_at_most_;
   std::chrono::steady_clock::time_point next_write_;  // not before
   host::MessageLoop::Token asking_ = 0;

@@ -11,6 +11,7 @@
 #include "automation/runtime_error.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "day/day_charts.h"
 #include "host/excel/application.h"
 #include "host/excel/chart.h"
 #include "host/excel/chart_parts.h"
@@ -489,6 +490,29 @@ TEST_F(ChartedDay, GoesOnWhereChartsCannotFollow) {
   EXPECT_EQ(spreadsheet.Application()->ActiveSheet()->Name(), front);
   Quote(Trade(29, 1100));
   EXPECT_THAT(Column(History("MSFT"), 1), ElementsAre("28", "29"));
+}
+
+TEST_F(ChartedDay, FollowsAgainWhenWhatKeptItsChartsHasGone) {
+  BeginStreaming();
+  const auto field = spreadsheet.Application()->Worksheets()->Item(History("MSFT"))->Cells(2, 2);
+  field->Value("Volumes of mine");
+  Quote(Trade(21, 1000));
+  field->Value("LastVolume");
+  for (int step = 2; step <= 9; ++step) Quote(Trade(20 + step, 1000 + 10 * step));
+  EXPECT_THAT(told.back(), "Charts follow again at Quotes_Vertical(MSFT)");
+  EXPECT_THAT(Shown("Last"), ElementsAre("25", "26", "27", "28", "29"));
+}
+
+TEST_F(ChartedDay, LeavesChartsAloneThatHaveFailedToFollowOftenEnough) {
+  BeginStreaming();
+  const auto field = spreadsheet.Application()->Worksheets()->Item(History("MSFT"))->Cells(2, 2);
+  field->Value("Volumes of mine");
+  int quotes = 0;
+  while (day->Tables().HasCharts() && quotes < 1000) Quote(Trade(++quotes, 1000));
+  EXPECT_EQ(quotes, day::DayCharts::kMostFailures + 127) << "1 + 2 + 4 ... that were waited for between them";
+  field->Value("LastVolume");
+  for (int more = 0; more < 200; ++more) Quote(Trade(++quotes, 1000));
+  EXPECT_THAT(told, Not(Contains(HasSubstr("Charts follow again"))));
 }
 
 }  // namespace
