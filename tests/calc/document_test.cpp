@@ -706,6 +706,41 @@ TEST_F(WrittenBlocks, LetRowsGrowAndShrinkWhileThePersonHasSteps) {
   EXPECT_NEAR(height(4), of_one_line, 1);
 }
 
+// Letters that a person has made large, in cells with contents, without, and below all that is filled.
+TEST_F(WrittenBlocks, HaveRowsOfTheUsualHeightWhereLargeLettersAreCleared) {
+  const auto height = [&](std::int32_t row) { return sheet->Cells(row, 1)->Height(); };
+  const double of_one_line = height(9);
+  Type("A1", 1);
+  for (const char* cells : {"A1", "B2", "A5", "C30", "A31:XFD31"}) {
+    const Properties letters(Tab()->getCellRangeByName(OfficeText(cells)));
+    letters.Set("CharHeight", 36.0F);
+  }
+  for (const std::int32_t row : {1, 2, 5, 30, 31}) ASSERT_GT(height(row), 2 * of_one_line) << row;
+  const std::string steps = StepTitles();
+  ASSERT_FALSE(steps.empty());
+  Cells("A1:C4")->Clear();
+  sheet->Rows("5")->Clear();
+  Cells("A20:H30")->Clear();
+  sheet->Rows("31")->Clear();
+  for (const std::int32_t row : {1, 2, 5, 30, 31}) EXPECT_NEAR(height(row), of_one_line, 1) << row;
+  EXPECT_EQ(StepTitles(), steps);
+}
+
+TEST_F(WrittenBlocks, HaveRowsAsHighAsTheirLettersWhileThePersonHasSteps) {
+  const auto height = [&](std::int32_t row) { return sheet->Cells(row, 1)->Height(); };
+  const double of_one_line = height(9);
+  Type("A1", 1);
+  const std::string steps = StepTitles();
+  Cells("A1:A2")->Font()->Size(36);
+  EXPECT_GT(height(1), 2 * of_one_line);
+  EXPECT_GT(height(2), 2 * of_one_line);
+  EXPECT_EQ(StepTitles(), steps);
+  Cells("A1")->Font()->Size(10);
+  EXPECT_NEAR(height(1), of_one_line, 1);
+  EXPECT_GT(height(2), 2 * of_one_line);
+  EXPECT_EQ(StepTitles(), steps);
+}
+
 TEST_F(WrittenBlocks, LeaveRowsAsHighAsThePersonMadeThem) {
   const auto rows = As<css::table::XColumnRowRange>(Tab())->getRows();
   Properties(rows->getByIndex(1)).Set("Height", sal_Int32{2000});

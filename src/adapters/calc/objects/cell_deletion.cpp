@@ -24,22 +24,32 @@ namespace {
 constexpr sal_Int32 kContents = flags::VALUE | flags::DATETIME | flags::STRING | flags::FORMULA;
 constexpr sal_Int32 kFormats = flags::HARDATTR | flags::STYLES | flags::EDITATTR | flags::FORMATTED;
 
+// The part of a block above the foot of what is used.
+CellBlock Above(const CellBlock& block, const spreadsheet::Area& used) {
+  const spreadsheet::Area rows{1, 1, used.last_row, spreadsheet::kColumns};
+  return block.At(Shared(block.area, rows).value_or(spreadsheet::Area::Cell(1, 1)));
+}
+
 void ClearFlags(const CellBlock& block, sal_Int32 what) {
-  const spreadsheet::Area filled{1, 1, UsedArea(*block.sheet).last_row, spreadsheet::kColumns};
-  const CellBlock with_contents =
-      block.At(Shared(block.area, filled).value_or(spreadsheet::Area::Cell(1, 1)));
-  HeldHeights heights(with_contents);
   block.document().StayAside();
   As<css::sheet::XSheetOperation>(block.Cells())->clearContents(what);
-  heights.Fit();
 }
 
 }  // namespace
 
-void ClearCellContents(const CellBlock& block) { ClearFlags(block, kContents); }
+void ClearCellContents(const CellBlock& block) {
+  const CellBlock filled = Above(block, UsedArea(*block.sheet));
+  HeldHeights heights(filled);
+  ClearFlags(block, kContents);
+  heights.Fit();
+}
 
+// Rows are as high as the letters of their empty cells need, too.
 void ClearCells(const CellBlock& block) {
   ClearComments(block);
+  const bool are_held = HeldHeights::AreNeeded(block.document());
+  const CellBlock used = Above(block, are_held ? UsedOrFormattedArea(*block.sheet) : UsedArea(*block.sheet));
+  HeldHeights heights(used);
   ClearFlags(block, kContents | kFormats);
   // Formats of columns behind the last one that was ever touched stay otherwise.
   if (block.area.IsWholeRows()) {
@@ -49,6 +59,7 @@ void ClearCells(const CellBlock& block) {
       states->setPropertyToDefault(OfficeText(format));
     }
   }
+  heights.Fit();
 }
 
 void DeleteCells(const CellBlock& block) {

@@ -20,9 +20,13 @@ Reference<css::table::XTableRows> RowsOf(const CellBlock& block) {
 
 }  // namespace
 
+bool HeldHeights::AreNeeded(Document& document) {
+  const UndoAside* aside = document.Aside();
+  return aside != nullptr && !aside->MakesNone();
+}
+
 HeldHeights::HeldHeights(const CellBlock& block) : block_(block) {
-  const UndoAside* aside = block.document().Aside();
-  if (aside == nullptr || aside->MakesNone()) return;
+  if (!AreNeeded(block.document())) return;
   const Properties document(block.document().uno());
   if (!document.Get(kFitsRows, true)) return;  // a macro has it so, and fits them itself
   document.Set(kFitsRows, false);

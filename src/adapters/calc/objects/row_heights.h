@@ -11,6 +11,8 @@ namespace mirelo::calc {
 // Where the office makes no steps nothing is held, and it fits the rows itself.
 class HeldHeights {
  public:
+  // Whether the office makes steps now.
+  static bool AreNeeded(Document& document);
   explicit HeldHeights(const CellBlock& block);
   ~HeldHeights() { LetGo(); }
   HeldHeights(const HeldHeights&) = delete;
