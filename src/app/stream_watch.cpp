@@ -45,6 +45,7 @@ StreamWatch::StreamWatch(LinuxHost& host, std::set<std::string> given_here)
   on_received_ =
       sockets.Received.Subscribe([this](std::span<const std::uint8_t> bytes) { OnReceived(bytes); });
   on_dropped_ = sockets.Dropped.Subscribe([this](const std::string&) { OnDropped(); });
+  on_hang_up_ = machine_.HangsUp.Subscribe([this] { hung_up_ = true; });
 }
 
 StreamWatch::~StreamWatch() {
@@ -52,6 +53,7 @@ StreamWatch::~StreamWatch() {
   sockets.Connected.Unsubscribe(on_connected_);
   sockets.Received.Unsubscribe(on_received_);
   sockets.Dropped.Unsubscribe(on_dropped_);
+  machine_.HangsUp.Unsubscribe(on_hang_up_);
   machine_.loop().StopTimer(patience_);
 }
 
@@ -87,7 +89,9 @@ void StreamWatch::OnDropped() {
 }
 
 void StreamWatch::OnSilence() {
+  hung_up_ = false;
   const std::string reply = ReplyOverHttp();
+  if (hung_up_) return;
   if (EqualText(Left(reply, 2), "OK"))
     return TellAnother(
         "What answers there is QuoteTracker's HTTP interface; its stream has a port of its own.");

@@ -16,7 +16,8 @@ class LinuxHost;
 namespace mirelo::app {
 
 // Listens beside a stream for what else than QuoteTracker may answer at its port, and says so within seconds:
-// QuoteTracker greets whoever calls it, at once. What stays silent is asked once more, over HTTP.
+// QuoteTracker greets whoever calls it, at once. What stays silent is asked once more, over HTTP; where that
+// is hung up, by whoever ends the stream, nothing is said of it.
 class StreamWatch {
  public:
   // How long a greeting may take.
@@ -53,11 +54,13 @@ class StreamWatch {
   bool connected_ = false;
   bool greeted_ = false;
   bool found_another_ = false;
+  bool hung_up_ = false;  // while it asked over HTTP
   std::set<std::string> told_;
   host::MessageLoop::Token patience_ = 0;
   Event<>::Cookie on_connected_;
   Event<std::span<const std::uint8_t>>::Cookie on_received_;
   Event<const std::string&>::Cookie on_dropped_;
+  Event<>::Cookie on_hang_up_;
 };
 
 }  // namespace mirelo::app

@@ -71,7 +71,10 @@ DocumentDay::DocumentDay(Machine& machine, const Context& context, Document docu
                                  closing->Raise();
                                })) {
   day_.HoldAtMost(kHold);
-  day_.Status.Subscribe([this](const std::string& text) { told_.Tell(text, day_.Came().Count()); });
+  day_.Status.Subscribe([this](const std::string& text) {
+    told_.Tell(text, day_.Came().Count());
+    Status.Raise(text);
+  });
   day_.LoginRefused.Subscribe([this](const std::string& text) { told_.Explain(text, day_.Came().Count()); });
   day_.Wrote.Subscribe([this] { OnWrote(); });
   day_.Asks.Subscribe([this] { asks_at_ = machine_.loop().Depth(); });
@@ -105,7 +108,7 @@ bool DocumentDay::Speaks() const { return asks_at_ == machine_.loop().Depth(); }
 
 void DocumentDay::Explain(const std::string& text) {
   told_.Explain(text, day_.Came().Count());
-  day_.Status.Raise(text);
+  Status.Raise(text);
   if (IsInVain()) day_.TakeFailure(std::make_exception_ptr(RuntimeError(5, text)));
 }
 

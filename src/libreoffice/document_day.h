@@ -40,6 +40,8 @@ class DocumentDay {
   // Whether QuoteTracker was found not to be what answers, before any quote came: none will. The reason was
   // told.
   bool IsInVain() const { return watch_ && watch_->HasFoundAnother() && day_.Came().Count() == 0; }
+  // A line for a person: from the day, or about what stands in its way.
+  Event<const std::string&> Status;
   // Whether a call of its own waits for quotes.
   bool IsAsking() const { return asks_at_.has_value(); }
   // Whether what is shown now comes from the day's own asking for quotes, and not from what somebody does

@@ -89,6 +89,15 @@ std::int32_t OfficeDay::ShowSettings(const Document& document) {
   return result;
 }
 
+// Of what the day tells that has just begun: what comes behind its end, with a call of its own that was under
+// way, is nothing to the day after it.
+template <class Act>
+auto OfficeDay::WhileItRuns(Act act) const {
+  return [this, told = std::weak_ptr(day_), act = std::move(act)](const auto&... arguments) {
+    if (day_ != nullptr && day_ == told.lock()) act(arguments...);
+  };
+}
+
 void OfficeDay::Start(const Document& document) {
   RequireFree();
   day_ = std::make_shared<DocumentDay>(machine_, context_, document);
@@ -99,9 +108,10 @@ void OfficeDay::Start(const Document& document) {
       if (day_ != nullptr && day_ == closing.lock()) End("");
     });
   });
-  day_->day().Status.Subscribe([this](const std::string& text) { Told.Raise(text); });
-  day_->day().Over.Subscribe([this] { EndLater(); });
-  day_->day().LoginRefused.Subscribe([this](const std::string& refusal) { ComplainOfLogin(refusal); });
+  day_->Status.Subscribe(WhileItRuns([this](const std::string& text) { Told.Raise(text); }));
+  day_->day().Over.Subscribe(WhileItRuns([this] { EndLater(); }));
+  day_->day().LoginRefused.Subscribe(
+      WhileItRuns([this](const std::string& refusal) { ComplainOfLogin(refusal); }));
   machine_.take_failure = [this](const std::exception_ptr& failure) {
     day_->day().TakeFailure(failure);
     return true;

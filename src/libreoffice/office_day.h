@@ -72,6 +72,8 @@ class OfficeDay {
   void AbandonDialog();
   void EndDialog();
   void OnMainThread(std::function<void()> act);
+  template <class Act>
+  auto WhileItRuns(Act act) const;
   void End(const std::string& why);
   void EndLater();
   void EndWithReason();

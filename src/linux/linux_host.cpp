@@ -57,6 +57,7 @@ void LinuxHost::WaitForWholeReplies() {
 }
 
 void LinuxHost::HangUp() {
+  HangsUp.Raise();
   if (internet_) internet_->StopTransfers();
 }
 
