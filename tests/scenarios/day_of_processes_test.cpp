@@ -121,6 +121,8 @@ class DayOfProcesses : public ::testing::Test {
     }
     return false;
   }
+  // What its first save has told, which may take its time as well, has been read then.
+  bool HasBegunToStream() { return Tells("Streaming"); }
   int EndInOrder() {
     mirelo->Signal(SIGINT);
     return mirelo->Wait(kPatience);
@@ -184,6 +186,7 @@ TEST_F(DayOfProcesses, SavesWhatCameLastWhenItIsEndedInOrder) {
 
 TEST_F(DayOfProcesses, WaitsForItsLastSaveAndTellsSo) {
   BeginStreaming();
+  ASSERT_TRUE(HasBegunToStream());
   ASSERT_TRUE(GrowsPast(0));
   ASSERT_TRUE(StopTheSaver());
   const int rows = Rows();
@@ -197,6 +200,7 @@ TEST_F(DayOfProcesses, WaitsForItsLastSaveAndTellsSo) {
 
 TEST_F(DayOfProcesses, EndsAtOnceAtASecondSignalWhileItsLastSaveStandsStill) {
   BeginStreaming();
+  ASSERT_TRUE(HasBegunToStream());
   ASSERT_TRUE(GrowsPast(0));
   ASSERT_TRUE(StopTheSaver());
   const int rows = Rows();

@@ -3,7 +3,6 @@
 #include <charconv>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -21,7 +20,8 @@ struct Status {
 // The parent stands behind the state, and both behind the name, which may hold anything.
 Status StatusOf(const std::filesystem::path& process) {
   std::ifstream in(process / "stat");
-  const std::string text{std::istreambuf_iterator<char>(in), {}};
+  std::string text;
+  std::getline(in, text, '\0');  // it may be gone before it is read
   const std::size_t name_end = text.rfind(')');
   if (name_end == std::string::npos || name_end + 4 >= text.size()) return {};
   Status status{.state = text[name_end + 2]};
