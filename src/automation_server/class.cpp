@@ -10,9 +10,14 @@ namespace mirelo::automation_server {
 std::size_t Class::Hash::operator()(std::string_view name) const { return HashText(name); }
 bool Class::Equal::operator()(std::string_view a, std::string_view b) const { return EqualText(a, b); }
 
-Class::Class(std::string_view name, Is is, Make make, std::vector<Member> members,
+Class::Class(std::string_view name, const std::type_info& type, Is is, Make make, std::vector<Member> members,
              std::vector<EventMember> events)
-    : name_(name), is_(is), make_(std::move(make)), members_(std::move(members)), events_(std::move(events)) {
+    : name_(name),
+      type_(&type),
+      is_(is),
+      make_(std::move(make)),
+      members_(std::move(members)),
+      events_(std::move(events)) {
   MemberId id = 0;
   for (const Member& member : members_) ids_.emplace(member.name, ++id);
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <typeinfo>
 #include <unordered_map>
 #include <vector>
 
@@ -24,8 +25,8 @@ class Class {
   using Make = std::function<std::shared_ptr<Object>()>;
 
   // Members and events stand in the order of the public interface. `make` is null for a class whose objects
-  // clients are only handed.
-  Class(std::string_view name, Is is, Make make, std::vector<Member> members,
+  // clients are only handed. `type` is what members declare that take or give such an object.
+  Class(std::string_view name, const std::type_info& type, Is is, Make make, std::vector<Member> members,
         std::vector<EventMember> events = {});
   Class(const Class&) = delete;
   Class& operator=(const Class&) = delete;
@@ -33,6 +34,7 @@ class Class {
 
   // As clients write it; it is also the TypeName of the class's objects.
   std::string_view name() const { return name_; }
+  const std::type_info& type() const { return *type_; }
   bool IsClassOf(const Object& object) const { return is_(object); }
 
   bool IsCreatable() const { return make_ != nullptr; }
@@ -63,6 +65,7 @@ class Class {
   std::optional<MemberId> First(Test&& test) const;
 
   std::string_view name_;
+  const std::type_info* type_;
   Is is_;
   Make make_;
   std::vector<Member> members_;

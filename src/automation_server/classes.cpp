@@ -53,7 +53,7 @@ const Class* ClassNamed(std::string_view name) {
 const Class& ClassOf(const Object& object) {
   // The classes of the tables may be abstract, so an object is asked once for each type that it is of.
   static std::unordered_map<std::type_index, const Class*> by_type;
-  static const Class without_members("", [](const Object&) { return true; }, nullptr, {});
+  static const Class without_members("", typeid(Object), [](const Object&) { return true; }, nullptr, {});
 
   const auto [found, is_new] = by_type.try_emplace(typeid(object), &without_members);
   if (is_new) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <typeinfo>
 #include <utility>
 
 #include "automation/array.h"
@@ -80,9 +81,11 @@ struct Crossing<double> {
   static Variant To(double value) { return value; }
 };
 
+// Values know no single-precision numbers; where clients are told of one by its type, what carries the call
+// makes it one again.
 template <>
 struct Crossing<float> {
-  static constexpr ValueType kType = ValueType::kDouble;
+  static constexpr ValueType kType = ValueType::kSingle;
   static Variant To(float value) { return static_cast<double>(value); }
 };
 
@@ -143,6 +146,17 @@ struct Crossing<Array<std::string>> {
     return array;
   }
 };
+
+// The class or the enumeration that a type declares beside its kType; null for other types.
+template <class T>
+struct Declares {
+  static const std::type_info* Type() {
+    if constexpr (std::is_enum_v<T> || std::derived_from<T, Object>) return &typeid(T);
+    return nullptr;
+  }
+};
+template <std::derived_from<Object> T>
+struct Declares<std::shared_ptr<T>> : Declares<T> {};
 
 // An argument on its way into a parameter of type A, for as long as the call takes. The argument must outlive
 // it.

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <typeinfo>
 #include <vector>
 
 #include "automation/variant.h"
@@ -13,11 +14,24 @@
 namespace mirelo::automation_server {
 
 // What a member declares of its value, a parameter or a result. A kVariant may hold anything.
-enum class ValueType { kNothing, kVariant, kInteger, kLong, kDouble, kBoolean, kText, kObject, kArray };
+enum class ValueType {
+  kNothing,
+  kVariant,
+  kInteger,
+  kLong,
+  kSingle,
+  kDouble,
+  kBoolean,
+  kText,
+  kObject,
+  kArray
+};
 
 struct Parameter {
   std::string_view name;
   ValueType type = ValueType::kVariant;
+  // The class of a kObject, the enumeration of a kLong; null where it is any.
+  const std::type_info* of = nullptr;
   // Whether the caller gets back what the member leaves in it.
   bool by_reference = false;
   // What stands in where the caller left the argument out; without one it may not be left out.
@@ -44,6 +58,7 @@ struct Member {
   std::string_view name;
   Kind kind = Kind::kProperty;
   ValueType type = ValueType::kNothing;  // of the property, or of the method's result
+  const std::type_info* of = nullptr;    // as that of a parameter
   std::vector<Parameter> parameters = {};
   Get get = nullptr;  // null for a property that can only be set
   Put let = nullptr;  // of a property whose value clients assign

@@ -67,7 +67,10 @@ concept Describes = std::convertible_to<Name, std::string_view> || requires(cons
 template <class A>
 Parameter ParameterRow(std::string_view name) {
   using T = std::remove_cvref_t<A>;
-  return {.name = name, .type = Crossing<T>::kType, .by_reference = Passing<A>::kByReference};
+  return {.name = name,
+          .type = Crossing<T>::kType,
+          .of = Declares<T>::Type(),
+          .by_reference = Passing<A>::kByReference};
 }
 template <class A, class T>
 Parameter ParameterRow(const Optional<T>& optional) {
@@ -121,7 +124,10 @@ struct PropertyRow : Member {
   // A reference, to an object of one class or of any.
   template <class C, class T>
   PropertyRow& Set(void (C::*function)(std::shared_ptr<T>)) {
-    if (get == nullptr) type = ValueType::kObject;
+    if (get == nullptr) {
+      type = ValueType::kObject;
+      of = Declares<T>::Type();
+    }
     set = Putting(function);
     return *this;
   }
@@ -140,6 +146,7 @@ struct PropertyRow : Member {
   template <class C, class R, class Function>
   PropertyRow& GetBy(Function function) {
     type = Crossing<std::remove_cvref_t<R>>::kType;
+    of = Declares<std::remove_cvref_t<R>>::Type();
     get = [function](const ObjectPtr& object, std::span<Variant>) {
       return Crossing<std::remove_cvref_t<R>>::To((As<C>(*object).*function)());
     };
@@ -157,16 +164,25 @@ template <class C, GoesOut T>
 Member FieldRow(std::string_view name, Property<T> C::*field) {
   return {.name = name,
           .type = Crossing<T>::kType,
+          .of = Declares<T>::Type(),
           .get = [field](const ObjectPtr& object,
                          std::span<Variant>) { return Crossing<T>::To((As<C>(*object).*field)()); },
           .let = [field](const ObjectPtr& object, std::span<Variant>,
                          const Variant& value) { (As<C>(*object).*field)(Crossing<T>::From(value)); }};
 }
 
+template <class R>
+void DeclareResult(Member& row) {
+  if constexpr (!std::is_void_v<R>) {
+    row.type = Crossing<std::remove_cvref_t<R>>::kType;
+    row.of = Declares<std::remove_cvref_t<R>>::Type();
+  }
+}
+
 template <class C, class R, class... A, class Function, class... Names>
 Member MethodRowOf(std::string_view name, Function function, const Names&... names) {
   Member row{.name = name, .kind = Member::Kind::kMethod, .parameters = {ParameterRow<A>(names)...}};
-  if constexpr (!std::is_void_v<R>) row.type = Crossing<std::remove_cvref_t<R>>::kType;
+  DeclareResult<R>(row);
   row.get = [function](const ObjectPtr& object, std::span<Variant> arguments) {
     C& self = As<C>(*object);
     return CallWith<R, A...>(arguments, [&](auto&... passed) -> R { return (self.*function)(passed...); });
@@ -189,7 +205,7 @@ template <std::derived_from<Object> C, IsResult R, GoesIn... A, class... Names>
 requires(sizeof...(A) == sizeof...(Names) && (Describes<Names, A> && ...)) Member
     MethodRow(std::string_view name, R (*function)(C&, A...), const Names&... names) {
   Member row{.name = name, .kind = Member::Kind::kMethod, .parameters = {ParameterRow<A>(names)...}};
-  if constexpr (!std::is_void_v<R>) row.type = Crossing<std::remove_cvref_t<R>>::kType;
+  DeclareResult<R>(row);
   row.get = [function](const ObjectPtr& object, std::span<Variant> arguments) {
     C& self = As<C>(*object);
     return CallWith<R, A...>(arguments, [&](auto&... passed) -> R { return function(self, passed...); });
@@ -247,7 +263,9 @@ requires(sizeof...(A) == sizeof...(Names)) EventMember
     EventRow(std::string_view name, Event<A...> C::*event, const Names&... names) {
   return {
       .name = name,
-      .parameters = {Parameter{.name = names, .type = Crossing<std::remove_cvref_t<A>>::kType}...},
+      .parameters = {Parameter{.name = names,
+                               .type = Crossing<std::remove_cvref_t<A>>::kType,
+                               .of = Declares<std::remove_cvref_t<A>>::Type()}...},
       .subscribe =
           [event](Object& object, EventMember::Handler handler) {
             return (As<C>(object).*event).Subscribe([handler = std::move(handler)](const auto&... values) {
@@ -263,14 +281,14 @@ requires(sizeof...(A) == sizeof...(Names)) EventMember
 template <std::derived_from<Object> C>
 Class Creatable(std::string_view name, std::vector<Member> members, std::vector<EventMember> events = {}) {
   return Class(
-      name, [](const Object& object) { return dynamic_cast<const C*>(&object) != nullptr; },
+      name, typeid(C), [](const Object& object) { return dynamic_cast<const C*>(&object) != nullptr; },
       [] { return std::make_shared<C>(); }, std::move(members), std::move(events));
 }
 template <std::derived_from<Object> C>
 Class HandedOut(std::string_view name, std::vector<Member> members, std::vector<EventMember> events = {}) {
   return Class(
-      name, [](const Object& object) { return dynamic_cast<const C*>(&object) != nullptr; }, nullptr,
-      std::move(members), std::move(events));
+      name, typeid(C), [](const Object& object) { return dynamic_cast<const C*>(&object) != nullptr; },
+      nullptr, std::move(members), std::move(events));
 }
 
 }  // namespace mirelo::automation_server

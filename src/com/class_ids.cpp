@@ -15,6 +15,7 @@ constexpr unsigned char kClass = 0x3F;
 constexpr unsigned char kEvents = 0x40;
 constexpr unsigned char kInterface = 0x41;
 constexpr unsigned char kLibrary = 0x42;
+constexpr unsigned char kConstants = 0x43;
 
 constexpr std::array kClasses{
     ClassId{"cMirelo", Id(kClass, 1)},         ClassId{"cQTStreaming", Id(kClass, 2)},
@@ -29,6 +30,8 @@ constexpr std::array kInterfaces{
     ClassId{"cTickerDateTime", Id(kInterface, 5)}, ClassId{"cTickerDateTimes", Id(kInterface, 6)},
     ClassId{"CAppSettings", Id(kInterface, 7)},    ClassId{"WinInet", Id(kInterface, 8)},
 };
+
+constexpr std::array kConstantLists{ClassId{"StatusRunQueryQT", Id(kConstants, 1)}};
 
 constexpr GUID kTypeLibrary = Id(kLibrary, 1);
 
@@ -64,6 +67,8 @@ const CLSID& ClassIdOf(std::string_view class_name) { return IdIn(KnownIds(), cl
 const IID& InterfaceOf(std::string_view class_name) { return IdIn(kInterfaces, class_name); }
 
 const IID& EventsOf(std::string_view class_name) { return IdIn(kEventInterfaces, class_name); }
+
+const GUID& ConstantsOf(std::string_view enumeration) { return IdIn(kConstantLists, enumeration); }
 
 const GUID& TypeLibraryId() { return kTypeLibrary; }
 

@@ -23,6 +23,9 @@ const IID& InterfaceOf(std::string_view class_name);
 // The interface of a class's events; GUID_NULL where it has none.
 const IID& EventsOf(std::string_view class_name);
 
+// An enumeration that members declare; GUID_NULL for one that none does.
+const GUID& ConstantsOf(std::string_view enumeration);
+
 // The type library that tells of all these.
 const GUID& TypeLibraryId();
 

@@ -3,17 +3,21 @@
 #include <cstdint>
 #include <cstdio>
 #include <map>
+#include <typeinfo>
 #include <vector>
 
 #include "automation/text.h"
 #include "automation_server/class.h"
 #include "automation_server/classes.h"
+#include "automation_server/constants.h"
 #include "automation_server/member.h"
 
 namespace mirelo::testing {
 namespace {
 
 using automation_server::Class;
+using automation_server::Constant;
+using automation_server::ConstantList;
 using automation_server::EventMember;
 using automation_server::Member;
 using automation_server::MemberId;
@@ -42,6 +46,7 @@ constexpr int kClass = 0x3F;
 constexpr int kEvents = 0x40;
 constexpr int kInterface = 0x41;
 constexpr int kLibrary = 0x42;
+constexpr int kConstants = 0x43;
 
 std::string Id(int kind, int number) {
   char text[48];
@@ -51,12 +56,24 @@ std::string Id(int kind, int number) {
 
 std::string TypeOf(ValueType type) {
   static const std::map<ValueType, std::string> names{
-      {ValueType::kNothing, "void"},  {ValueType::kVariant, "VARIANT"},
-      {ValueType::kInteger, "short"}, {ValueType::kLong, "long"},
-      {ValueType::kDouble, "double"}, {ValueType::kBoolean, "VARIANT_BOOL"},
-      {ValueType::kText, "BSTR"},     {ValueType::kObject, "IDispatch*"},
-      {ValueType::kArray, "VARIANT"}};
+      {ValueType::kNothing, "void"},         {ValueType::kVariant, "VARIANT"},
+      {ValueType::kInteger, "short"},        {ValueType::kLong, "long"},
+      {ValueType::kSingle, "float"},         {ValueType::kDouble, "double"},
+      {ValueType::kBoolean, "VARIANT_BOOL"}, {ValueType::kText, "BSTR"},
+      {ValueType::kObject, "IDispatch*"},    {ValueType::kArray, "VARIANT"}};
   return names.at(type);
+}
+
+// A class that clients can make is known by its interface, one that they are only handed by none.
+std::string TypeOf(ValueType type, const std::type_info* of) {
+  if (of == nullptr) return TypeOf(type);
+  for (const ConstantList& list : automation_server::ConstantLists()) {
+    if (list.type == *of) return "enum " + std::string(list.name);
+  }
+  for (const Class& table : automation_server::Classes()) {
+    if (table.IsCreatable() && table.type() == *of) return "_" + std::string(table.name()) + "*";
+  }
+  return TypeOf(type);
 }
 
 std::string DefaultOf(const Variant& value) {
@@ -70,7 +87,7 @@ std::string NameOf(const Parameter& parameter) {
 
 std::string Told(const Parameter& parameter) {
   std::string marks = parameter.by_reference ? "in, out" : "in";
-  std::string type = TypeOf(parameter.type) + (parameter.by_reference ? "*" : "");
+  std::string type = TypeOf(parameter.type, parameter.of) + (parameter.by_reference ? "*" : "");
   if (parameter.default_value) {
     marks += ", optional";
     if (parameter.type != ValueType::kVariant)
@@ -85,9 +102,9 @@ std::string Told(const std::vector<Parameter>& parameters) {
   return Join(told, ", ");
 }
 
-std::string Line(const std::string& marks, ValueType result, std::string_view name,
+std::string Line(const std::string& marks, const std::string& result, std::string_view name,
                  const std::string& parameters) {
-  return "      [" + marks + "] " + TypeOf(result) + " " + std::string(name) + "(" + parameters + ");\n";
+  return "      [" + marks + "] " + result + " " + std::string(name) + "(" + parameters + ");\n";
 }
 
 std::string MarkOfNumber(const Member& member, MemberId id) {
@@ -98,7 +115,7 @@ std::string MarkOfNumber(const Member& member, MemberId id) {
 std::string Assigning(const Member& member, const std::string& marks) {
   std::string parameters = Told(member.parameters);
   if (!parameters.empty()) parameters += ", ";
-  return Line(marks, ValueType::kNothing, member.name, parameters + "[in] " + TypeOf(member.type) + " value");
+  return Line(marks, "void", member.name, parameters + "[in] " + TypeOf(member.type, member.of) + " value");
 }
 
 std::string Told(const Member& member, MemberId id) {
@@ -106,12 +123,21 @@ std::string Told(const Member& member, MemberId id) {
     return "      [id(-4), propget, restricted] IUnknown* " + std::string(member.name) + "();\n";
   const std::string number = MarkOfNumber(member, id);
   if (member.kind == Member::Kind::kMethod)
-    return Line(number, member.type, member.name, Told(member.parameters));
+    return Line(number, TypeOf(member.type, member.of), member.name, Told(member.parameters));
   std::string lines;
-  if (member.get) lines += Line(number + ", propget", member.type, member.name, Told(member.parameters));
+  if (member.get)
+    lines += Line(number + ", propget", TypeOf(member.type, member.of), member.name, Told(member.parameters));
   if (member.let) lines += Assigning(member, number + ", propput");
   if (member.set) lines += Assigning(member, number + ", propputref");
   return lines;
+}
+
+std::string Constants(const ConstantList& list, int number) {
+  std::vector<std::string> told;
+  for (const Constant& constant : list.constants)
+    told.push_back("    " + std::string(constant.name) + " = " + std::to_string(constant.value));
+  return "  [" + Id(kConstants, number) + "]\n  enum " + std::string(list.name) + " {\n" + Join(told, ",\n") +
+         "\n  };\n";
 }
 
 std::string Interface(const Class& table, int number) {
@@ -132,8 +158,7 @@ std::string Events(const Class& table, int number) {
                      "Events {\n    properties:\n    methods:\n";
   int place = 0;
   for (const EventMember& event : table.events())
-    text +=
-        Line("id(" + std::to_string(++place) + ")", ValueType::kNothing, event.name, Told(event.parameters));
+    text += Line("id(" + std::to_string(++place) + ")", "void", event.name, Told(event.parameters));
   return text + "  }\n";
 }
 
@@ -152,6 +177,12 @@ std::string InterfaceText() {
   text +=
       "[" + Id(kLibrary, 1) + ", version(1.0), helpstring(\"Mirelo download library\")]\nlibrary Mirelo {\n";
   int number = 0;
+  for (const ConstantList& list : automation_server::ConstantLists()) text += Constants(list, ++number);
+  // Members tell of classes that come later.
+  for (const Class& table : automation_server::Classes()) {
+    if (table.IsCreatable()) text += "  dispinterface _" + std::string(table.name()) + ";\n";
+  }
+  number = 0;
   for (const Class& table : automation_server::Classes()) {
     if (!table.IsCreatable()) continue;
     ++number;

@@ -127,7 +127,7 @@ TEST(Members, OfATransfer) {
                           "Method: get let text", "Password: get let text", "UserName: get let text",
                           "Port: get let integer", "HostName: get let text", "AgentName: get let text"));
   EXPECT_THAT(EventsOf("WinInet"),
-              ElementsAre("OnProgress(Elapsed double, ContentLength long, BytesRead long)",
+              ElementsAre("OnProgress(Elapsed single, ContentLength long, BytesRead long)",
                           "OnStateChanged(State long)"));
 }
 

@@ -37,9 +37,11 @@ class ToldMembers {
   static std::string NameOf(automation_server::ValueType type) {
     using automation_server::ValueType;
     static const std::map<ValueType, std::string> names{
-        {ValueType::kNothing, ""},   {ValueType::kVariant, " variant"}, {ValueType::kInteger, " integer"},
-        {ValueType::kLong, " long"}, {ValueType::kDouble, " double"},   {ValueType::kBoolean, " boolean"},
-        {ValueType::kText, " text"}, {ValueType::kObject, " object"},   {ValueType::kArray, " array"}};
+        {ValueType::kNothing, ""},         {ValueType::kVariant, " variant"},
+        {ValueType::kInteger, " integer"}, {ValueType::kLong, " long"},
+        {ValueType::kSingle, " single"},   {ValueType::kDouble, " double"},
+        {ValueType::kBoolean, " boolean"}, {ValueType::kText, " text"},
+        {ValueType::kObject, " object"},   {ValueType::kArray, " array"}};
     return names.at(type);
   }
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "automation_server/classes.h"
+#include "automation_server/constants.h"
 
 namespace mirelo {
 namespace {
@@ -30,6 +31,12 @@ TEST(ClassIds, DifferFromOneAnother) {
       EXPECT_FALSE(one.id == com::EventsOf(other.name)) << one.name << " and the events of " << other.name;
     }
   }
+}
+
+TEST(ClassIds, OfEnumerationsAreThereForEachThatMembersDeclare) {
+  ASSERT_FALSE(automation_server::ConstantLists().empty());
+  for (const auto& known : automation_server::ConstantLists())
+    EXPECT_FALSE(com::ConstantsOf(known.name) == GUID_NULL) << known.name;
 }
 
 TEST(ClassIds, OfEventsAreThereWhereAClassHasSome) {

@@ -291,7 +291,7 @@ void LetWorkbooksBeSaved() {
   const auto is_workbook = [](const Object& object) {
     return dynamic_cast<const excel::Workbook*>(&object) != nullptr;
   };
-  AddClass(Class("Workbook", is_workbook, nullptr, std::move(members)));
+  AddClass(Class("Workbook", typeid(excel::Workbook), is_workbook, nullptr, std::move(members)));
 }
 
 }  // namespace mirelo::testing
