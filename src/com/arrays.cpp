@@ -83,6 +83,7 @@ VariantArray ListFrom(VARTYPE type, SAFEARRAY* array) {
 VariantArray TableFrom(VARTYPE type, SAFEARRAY* array) {
   const Bounds rows = BoundsOf(array, 1);
   const Bounds columns = BoundsOf(array, 2);
+  if (rows.upper < rows.lower || columns.upper < columns.lower) return {};
   VariantArray table(rows.lower, rows.upper, columns.lower, columns.upper);
   const Elements elements(array);
   std::size_t place = 0;  // column after column

@@ -10,8 +10,8 @@ namespace mirelo::com {
 // for an element that has no conversion.
 SAFEARRAY* ArrayToClient(const VariantArray& array, VARTYPE element = VT_VARIANT);
 
-// The array that a client passes; null, which no client has dimensioned yet, has no elements. Error 13 for
-// one of more dimensions than two.
+// The array that a client passes; null, which no client has dimensioned yet, has no elements, and neither has
+// one with a dimension of none. Error 13 for one of more dimensions than two.
 VariantArray ArrayFromClient(SAFEARRAY* array);
 
 }  // namespace mirelo::com

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -71,6 +72,16 @@ class Passed {
   Passed(const Passed&) = delete;
   Passed& operator=(const Passed&) = delete;
 
+  // Numbers of single precision are such on their way; nothing is lost of them, being some.
+  void MakeSingles(std::span<const automation_server::Parameter> parameters) {
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+      if (parameters[i].type != automation_server::ValueType::kSingle) continue;
+      VARIANT& number = passed_[passed_.size() - 1 - i];
+      number.fltVal = static_cast<float>(number.dblVal);
+      number.vt = VT_R4;
+    }
+  }
+
   HRESULT Invoke(IDispatch& object, DISPID member, WORD how, VARIANT* result, EXCEPINFO& told) {
     told = {};
     const HRESULT ended =
@@ -98,6 +109,12 @@ std::optional<DISPID> NamedInScript(IDispatch& object, std::string_view name) {
   return id;
 }
 
+HRESULT ClassInformationOf(IDispatch& object, Held<ITypeInfo>& information) {
+  Held<IProvideClassInfo> classed;
+  const HRESULT result = object.QueryInterface(IID_IProvideClassInfo, classed.Place());
+  return FAILED(result) ? result : classed->GetClassInfo(information.Place<ITypeInfo**>());
+}
+
 void RequireDone(HRESULT ended, EXCEPINFO& told) {
   if (IsRefusal(ended)) throw RefusalError(ended);
   if (FAILED(ended)) throw ErrorOf(ended, told);
@@ -115,8 +132,30 @@ std::optional<DISPID> MemberNamed(IDispatch& object, std::string_view name) {
   return SUCCEEDED(result) ? id : NamedInScript(object, name);
 }
 
-void CallMethod(IDispatch& object, DISPID method, std::span<const Variant> arguments) {
+std::optional<std::string> ClassNameOf(IDispatch& object) {
+  Held<ITypeInfo> information;
+  const auto ask = [&](auto&& call) {
+    const HRESULT result = AskedAgain(object, call);
+    if (IsRefusal(result)) throw RefusalError(result);
+    return SUCCEEDED(result) && information;
+  };
+  const bool is_told = ask([&] { return ClassInformationOf(object, information); }) ||
+                       ask([&] { return object.GetTypeInfo(0, kEnglish, information.Place<ITypeInfo**>()); });
+  if (!is_told) return std::nullopt;
+  BSTR told = nullptr;
+  if (!ask([&] { return information->GetDocumentation(MEMBERID_NIL, &told, nullptr, nullptr, nullptr); }))
+    return std::nullopt;
+  std::string name = TextOf(told);
+  ::SysFreeString(told);
+  if (name.starts_with('_')) name.erase(0, 1);
+  if (name.empty()) return std::nullopt;
+  return name;
+}
+
+void CallForEvent(IDispatch& object, DISPID method, std::span<const automation_server::Parameter> parameters,
+                  std::span<const Variant> arguments) {
   Passed passed(arguments);
+  passed.MakeSingles(parameters);
   EXCEPINFO told{};
   ClientValue result;
   const HRESULT ended = passed.Invoke(object, method, DISPATCH_METHOD, result.get(), told);

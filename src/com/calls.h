@@ -4,9 +4,11 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "automation/variant.h"
+#include "automation_server/member.h"
 
 namespace mirelo::com {
 
@@ -17,8 +19,14 @@ constexpr LCID kEnglish = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US),
 // The number of a client's member; nothing where it has none of that name.
 std::optional<DISPID> MemberNamed(IDispatch& object, std::string_view name);
 
-// Calls a client's method. What it raises is its error, with number, text and source.
-void CallMethod(IDispatch& object, DISPID method, std::span<const Variant> arguments);
+// What the object's type information calls its class; nothing where it has none. An interface is often named
+// as its class is, with a line in front, which is left out.
+std::optional<std::string> ClassNameOf(IDispatch& object);
+
+// Calls a client's method for an event that has these parameters. What it raises is its error, with number,
+// text and source.
+void CallForEvent(IDispatch& object, DISPID method, std::span<const automation_server::Parameter> parameters,
+                  std::span<const Variant> arguments);
 
 // The same of another program's object: a method or a property, and a property that is assigned.
 //

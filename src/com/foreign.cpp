@@ -1,33 +1,14 @@
 #include "com/foreign.h"
 
+#include <optional>
 #include <utility>
 
 #include "automation/runtime_error.h"
 #include "com/calls.h"
-#include "com/text.h"
 
 namespace mirelo::com {
 
 namespace {
-
-Held<ITypeInfo> TypeInformationOf(IDispatch& object) {
-  Held<ITypeInfo> information;
-  const auto classed = Asked<IProvideClassInfo>(&object, IID_IProvideClassInfo);
-  if (classed && SUCCEEDED(classed->GetClassInfo(information.Place<ITypeInfo**>())) && information)
-    return information;
-  if (FAILED(object.GetTypeInfo(0, kEnglish, information.Place<ITypeInfo**>()))) return {};
-  return information;
-}
-
-// The interface of a class is often named as the class is, with a line in front.
-std::string ClassNameIn(ITypeInfo& information) {
-  BSTR told = nullptr;
-  if (FAILED(information.GetDocumentation(MEMBERID_NIL, &told, nullptr, nullptr, nullptr))) return {};
-  std::string name = TextOf(told);
-  ::SysFreeString(told);
-  if (name.starts_with('_')) name.erase(0, 1);
-  return name;
-}
 
 DISPID RequiredMember(IDispatch& object, std::string_view name) {
   const auto id = MemberNamed(object, name);
@@ -44,11 +25,15 @@ ForeignMeaning& Meaning() {
 
 std::string_view Foreign::TypeName() const {
   if (type_name_.empty()) {
-    if (const auto information = TypeInformationOf(*reference_.get()))
-      type_name_ = ClassNameIn(*information.get());
-    if (type_name_.empty()) type_name_ = "Object";
+    std::optional<std::string> told = ClassNameOf(*reference_.get());
+    if (!told) return "Object";
+    type_name_ = std::move(*told);
   }
   return type_name_;
+}
+
+bool Foreign::Has(std::string_view member) const {
+  return MemberNamed(*reference_.get(), member).has_value();
 }
 
 Variant Foreign::Get(std::string_view member, std::span<const Variant> arguments) {

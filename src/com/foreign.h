@@ -21,8 +21,11 @@ class Foreign : public Object {
  public:
   explicit Foreign(Held<IDispatch> reference) : reference_(std::move(reference)) {}
 
-  // What its type information calls its class, "Object" where it has none.
+  // What its type information calls its class, "Object" where it has none. A program that refuses to tell,
+  // being busy, is asked again as calls.h says, and an error when it goes on refusing.
   std::string_view TypeName() const override;
+  // Whether it has a member of that name. Errors as above.
+  bool Has(std::string_view member) const;
   const Held<IDispatch>& reference() const { return reference_; }
 
   // Reads a property or calls a method; assigns a property. Error 438 where it has no such member. What the
@@ -32,7 +35,7 @@ class Foreign : public Object {
 
  private:
   Held<IDispatch> reference_;
-  mutable std::string type_name_;  // empty until somebody has asked
+  mutable std::string type_name_;  // empty until it was told
 };
 
 // What foreign objects are to the classes, where they are more than something to pass on.

@@ -14,10 +14,10 @@ namespace mirelo::com {
 
 using automation_server::EventMember;
 
-DWORD Listeners::Advise(IUnknown* sink, const IID& events) {
+std::optional<DWORD> Listeners::Advise(IUnknown* sink, const IID& events) {
   Held<IDispatch> called = Asked<IDispatch>(sink, events);
   if (!called) called = Asked<IDispatch>(sink, IID_IDispatch);
-  if (!called) throw Errors::TypeMismatch();
+  if (!called) return std::nullopt;
   by_number_.emplace(++last_number_, std::move(called));
   Follow();
   return last_number_;
@@ -58,12 +58,12 @@ void Listeners::Tell(const EventMember& event, std::span<const Variant> argument
   const auto by_number = by_number_;
   const auto by_name = by_name_;
   for (const auto& [known, sink] : by_number) {
-    if (by_number_.contains(known)) CallMethod(*sink.get(), number, arguments);
+    if (by_number_.contains(known)) CallForEvent(*sink.get(), number, event.parameters, arguments);
   }
   for (const auto& listener : by_name) {
     if (std::ranges::find(by_name_, listener) == by_name_.end()) continue;
     const std::optional<DISPID> method = MemberNamed(*listener.get(), event.name);
-    if (method) CallMethod(*listener.get(), *method, arguments);
+    if (method) CallForEvent(*listener.get(), *method, event.parameters, arguments);
   }
 }
 
@@ -91,8 +91,11 @@ HRESULT EventPoint::GetConnectionPointContainer(IConnectionPointContainer** plac
 HRESULT EventPoint::Advise(IUnknown* sink, DWORD* number) {
   if (number == nullptr) return E_POINTER;
   *number = 0;
+  if (sink == nullptr) return E_POINTER;
   return OnOwnThread([&]() -> HRESULT {
-    *number = listeners_.Advise(sink, events_);
+    const auto advised = listeners_.Advise(sink, events_);
+    if (!advised) return CONNECT_E_CANNOTCONNECT;
+    *number = *advised;
     return S_OK;
   });
 }

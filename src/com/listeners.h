@@ -3,6 +3,7 @@
 #include "com/system.h"
 
 #include <map>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -17,9 +18,9 @@ class Listeners {
  public:
   Listeners(IUnknown& owner, automation_server::AutomationObject& door) : owner_(owner), door_(door) {}
 
-  // Those that are called by the events' numbers, and the number that each goes by. Error 13 for null and for
-  // what cannot be called by `events` or as a dispatch.
-  DWORD Advise(IUnknown* sink, const IID& events);
+  // Those that are called by the events' numbers, and the number that each goes by; nothing for what cannot
+  // be called by `events` or as a dispatch.
+  std::optional<DWORD> Advise(IUnknown* sink, const IID& events);
   bool Unadvise(DWORD number);
   const std::map<DWORD, Held<IDispatch>>& Advised() const { return by_number_; }
 

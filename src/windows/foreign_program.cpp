@@ -56,7 +56,8 @@ std::shared_ptr<Object> MeaningOf(const std::shared_ptr<com::Foreign>& foreign) 
   const auto object = std::make_shared<ProgramObject>(foreign);
   const Variant value{std::shared_ptr<Object>(object)};
   const std::string_view name = foreign->TypeName();
-  if (name == "Application") return excel::LateBoundApplication(object);
+  // Programs of other kinds have an object of that name as well.
+  if (name == "Application" && foreign->Has("Worksheets")) return excel::LateBoundApplication(object);
   if (name == "Worksheet") return excel::As<host::excel::Worksheet>(value);
   if (name == "Chart") return excel::As<host::excel::Chart>(value);
   if (name == "Range") return excel::As<host::excel::Range>(value);

@@ -54,6 +54,19 @@ TEST_F(ComArrays, MayHaveNoElements) {
   EXPECT_EQ(com::FromClient(not_dimensioned).AsArray().UBound(), -1);
 }
 
+TEST_F(ComArrays, OfTwoDimensionsMayHaveNoElementsToo) {
+  for (const ULONG rows : {0U, 2U}) {
+    SAFEARRAYBOUND bounds[] = {{rows, 1}, {2 - rows, 1}};
+    ClientValue client;
+    client->parray = ::SafeArrayCreate(VT_VARIANT, 2, bounds);
+    client->vt = VT_ARRAY | VT_VARIANT;
+    ASSERT_NE(client->parray, nullptr);
+    const Variant taken = com::FromClient(*client);
+    EXPECT_EQ(taken.AsArray().LBound(), 0);
+    EXPECT_EQ(taken.AsArray().UBound(), -1);
+  }
+}
+
 TEST_F(ComArrays, HoldArraysObjectsAndTexts) {
   VariantArray inner(0, 0);
   inner(0) = "inside";

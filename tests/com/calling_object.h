@@ -5,10 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "com/type_information.h"
+
 namespace mirelo::testing {
 
 // An object of another program whose members are all known, under one number, and answer 5; it notes its
-// calls. `refusal` is what it answers instead to the next `refusals` calls.
+// calls. `refusal` is what it answers instead to the next `refusals` calls, and `refusals_to_tell` times when
+// it is asked for its class.
 class CallingObject final : public IDispatch, public IClientSecurity {
  public:
   virtual ~CallingObject() = default;
@@ -28,10 +31,19 @@ class CallingObject final : public IDispatch, public IClientSecurity {
   ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
   ULONG STDMETHODCALLTYPE Release() override { return --references; }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** place) override {
+    ++questions;
+    if (refusals_to_tell > 0) {
+      --refusals_to_tell;
+      return refusal;
+    }
+    if (class_name.empty()) return E_NOTIMPL;
+    *place = com::InterfaceInformation(class_name).Release();
+    return S_OK;
+  }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, OLECHAR** names, UINT, LCID language, DISPID* id) override {
     languages.push_back(language);
-    if (com::TextOf(names[0]) == "Absent") return DISP_E_UNKNOWNNAME;
+    if (com::TextOf(names[0]) == absent) return DISP_E_UNKNOWNNAME;
     *id = 7;
     return S_OK;
   }
@@ -67,8 +79,12 @@ class CallingObject final : public IDispatch, public IClientSecurity {
 
   // As what stands for an object of another process.
   bool is_elsewhere = false;
+  std::string class_name;         // of which it tells; none where it is empty
+  std::string absent = "Absent";  // the one member that it does not have
   HRESULT refusal = S_OK;
   int refusals = 0;
+  int refusals_to_tell = 0;
+  int questions = 0;  // for its class
   bool is_refusing_by_exception = false;
   int tries = 0;
   std::vector<std::string> calls;

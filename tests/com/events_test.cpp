@@ -11,6 +11,7 @@ namespace mirelo::testing {
 namespace {
 
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 // A client's object that notes what it is called by: its methods are those of `names`, or any by number.
@@ -36,7 +37,12 @@ class NotingSink final : public IDispatch {
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* passed, VARIANT*,
                                    EXCEPINFO* told, UINT*) override {
     std::string text = std::to_string(id);
-    for (UINT i = passed->cArgs; i > 0; --i) text += " " + com::FromClient(passed->rgvarg[i - 1]).ToText();
+    auto& of_this = types[id];
+    of_this.clear();
+    for (UINT i = passed->cArgs; i > 0; --i) {
+      text += " " + com::FromClient(passed->rgvarg[i - 1]).ToText();
+      of_this.push_back(passed->rgvarg[i - 1].vt);
+    }
     calls.push_back(text);
     if (on_call) on_call();
     if (!is_failing) return S_OK;
@@ -46,6 +52,7 @@ class NotingSink final : public IDispatch {
 
   std::map<std::string, DISPID> names;
   std::vector<std::string> calls;
+  std::map<DISPID, std::vector<VARTYPE>> types;  // of the arguments, by the latest call
   bool is_failing = false;
   std::function<void()> on_call;
   ULONG references = 1;
@@ -60,11 +67,11 @@ class ComEvents : public ComTest {
     PutIt(transfer, "Method", "GET");
   }
 
-  Held<IConnectionPoint> Point() {
-    const auto container =
-        com::Asked<IConnectionPointContainer>(transfer.get(), IID_IConnectionPointContainer);
+  Held<IConnectionPoint> Point() { return PointOf(transfer, "WinInet"); }
+  static Held<IConnectionPoint> PointOf(const Client& held, std::string_view name) {
+    const auto container = com::Asked<IConnectionPointContainer>(held.get(), IID_IConnectionPointContainer);
     Held<IConnectionPoint> point;
-    com::Require(container->FindConnectionPoint(com::EventsOf("WinInet"), point.Place<IConnectionPoint**>()));
+    com::Require(container->FindConnectionPoint(com::EventsOf(name), point.Place<IConnectionPoint**>()));
     return point;
   }
   void Change(const char* method) {
@@ -120,6 +127,8 @@ TEST_F(ComEvents, ComeThroughTheConnectionPointByTheirNumbers) {
   CallIt(transfer, "Execute");
   EXPECT_THAT(sink.calls, Contains("1 0 0 5")) << "OnProgress is the first of the table";
   EXPECT_THAT(sink.calls, Contains("2 11")) << "OnStateChanged is the second";
+  EXPECT_THAT(sink.types[1], ElementsAre(VT_R4, VT_I4, VT_I4)) << "as the type library has them";
+  EXPECT_THAT(sink.types[2], ElementsAre(VT_I4));
 
   sink.calls.clear();
   ASSERT_EQ(point->Unadvise(number), S_OK);
@@ -127,6 +136,31 @@ TEST_F(ComEvents, ComeThroughTheConnectionPointByTheirNumbers) {
   CallIt(transfer, "Execute");
   EXPECT_THAT(sink.calls, IsEmpty());
   EXPECT_EQ(sink.references, 1U);
+}
+
+TEST_F(ComEvents, OfAStreamComeThroughItsConnectionPoint) {
+  const Client stream = NewHeld("cQTStreaming");
+  Invoke(stream, "Owner", DISPATCH_PROPERTYPUTREF, {ValueOf(facade)});
+  PutIt(stream, "arrTickers", VariantArray::OfTexts({"MSFT"}));
+  PutIt(stream, "StartStop", true);
+  const auto point = PointOf(stream, "cQTStreaming");
+  DWORD number = 0;
+  ASSERT_EQ(point->Advise(&sink, &number), S_OK);
+
+  CallIt(stream, "connect");
+  EXPECT_THAT(sink.calls, Contains("1 Connection started..."));
+  EXPECT_THAT(sink.types[1], ElementsAre(VT_BSTR));
+  sockets.Newest().Deliver("OK<STREAMER>SWISS.SDF</STREAMER>");
+  EXPECT_THAT(sink.calls, Contains("2 5")) << "the streamer was accepted";
+  EXPECT_THAT(sink.types[2], ElementsAre(VT_I2));
+  sockets.Newest().Deliver(Level1Wire().Symbol("MSFT").Last(28.5).Bytes());
+  EXPECT_THAT(sink.calls, Contains("3")) << "and a quote came";
+  EXPECT_THAT(sink.types[3], IsEmpty());
+
+  ASSERT_EQ(point->Unadvise(number), S_OK);
+  sink.calls.clear();
+  sockets.Newest().Deliver(Level1Wire().Symbol("MSFT").Last(28.6).Bytes());
+  EXPECT_THAT(sink.calls, IsEmpty());
 }
 
 TEST_F(ComEvents, ComeToMethodsOfTheirNames) {
@@ -179,8 +213,26 @@ TEST_F(ComEvents, HaveNoPointWhereThereAreNone) {
   Held<IConnectionPoint> point;
   EXPECT_EQ(container->FindConnectionPoint(com::EventsOf("cQTStreaming"), point.Place<IConnectionPoint**>()),
             CONNECT_E_NOCONNECTION);
-  DWORD number = 0;
-  EXPECT_TRUE(FAILED(Point()->Advise(nullptr, &number)));
+}
+
+// It has references to count and no members.
+class Mute final : public IUnknown {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** place) override {
+    *place = id == IID_IUnknown ? static_cast<IUnknown*>(this) : nullptr;
+    return *place != nullptr ? S_OK : E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+};
+
+TEST_F(ComEvents, AreNotToldToWhatCannotBeCalled) {
+  DWORD number = 7;
+  EXPECT_EQ(Point()->Advise(nullptr, &number), E_POINTER);
+  Mute mute;
+  EXPECT_EQ(Point()->Advise(&mute, &number), CONNECT_E_CANNOTCONNECT);
+  EXPECT_EQ(number, 0U);
+  EXPECT_EQ(Point()->Advise(&sink, nullptr), E_POINTER);
 }
 
 }  // namespace

@@ -79,6 +79,35 @@ TEST_F(ForeignObjects, OfAnotherProcessAreAskedAgainWhileTheyRefuse) {
   EXPECT_EQ(object.tries, 15);
 }
 
+TEST_F(ForeignObjects, AreOfTheClassThatTheyTellOf) {
+  EXPECT_EQ(foreign.TypeName(), "Object") << "it tells of none";
+  object.class_name = "_Chart";
+  EXPECT_EQ(foreign.TypeName(), "Chart");
+  const int questions = object.questions;
+  EXPECT_EQ(foreign.TypeName(), "Chart");
+  EXPECT_EQ(object.questions, questions) << "which it is not asked again";
+}
+
+TEST_F(ForeignObjects, OfAnotherProcessAreAskedAgainForTheirClass) {
+  object.is_elsewhere = true;
+  object.class_name = "Range";
+  object.refusal = RPC_E_CALL_REJECTED;
+  object.refusals_to_tell = 2;
+  EXPECT_EQ(foreign.TypeName(), "Range");
+}
+
+TEST_F(ForeignObjects, ThatGoOnRefusingToTellOfTheirClassAreNotTakenForAnother) {
+  object.is_elsewhere = true;
+  object.class_name = "Range";
+  object.refusal = RPC_E_CALL_REJECTED;
+  object.refusals_to_tell = kForGood;
+  const RuntimeError error = ErrorOf([&] { foreign.TypeName(); });
+  EXPECT_EQ(error.Number(), RPC_E_CALL_REJECTED);
+  EXPECT_THAT(error.Description(), HasSubstr("takes no calls now"));
+  object.refusals_to_tell = 0;
+  EXPECT_EQ(foreign.TypeName(), "Range") << "it is asked once more later";
+}
+
 TEST_F(ForeignObjects, OfThisProcessFailAtOnceWhenTheyRefuse) {
   object.refusal = kSpreadsheetsRefusal;
   object.refusals = kForGood;

@@ -1,6 +1,6 @@
 // What clients hand in of a spreadsheet program, and what happens while it is busy.
 
-#include "com/client.h"
+#include "com/calling_object.h"
 
 #include <objbase.h>
 
@@ -79,6 +79,17 @@ TEST_F(ForeignProgram, HasObjectsThatAreNoApplication) {
   const Variant range = CallIt(Program(kInThisProcess), "Range", {"A1"});
   const Client cells(dynamic_cast<com::Foreign&>(*range.AsObject()).reference());
   EXPECT_EQ(NumberOf([&] { HandIn(cells); }), 13);
+}
+
+TEST_F(ForeignProgram, IsNoOtherProgramThatHasAnApplication) {
+  CallingObject editor;
+  editor.class_name = "_Application";
+  editor.absent = "Worksheets";
+  const Client held(&editor);
+  EXPECT_EQ(NumberOf([&] { HandIn(held); }), 13);
+  editor.absent = "Documents";
+  EXPECT_EQ(NumberOf([&] { HandIn(held); }), 0);
+  HandIn(Program(kInThisProcess));  // which lets go of the other
 }
 
 // As every library of ours it is registered without a threading model.
