@@ -153,15 +153,15 @@ Function StreamedValue(quote, caption)
     Case "Last"
       value = quote.Last_Price
     Case "Bid"
-      value = quote.Bid
+      value = quote.Bid_Price
     Case "Ask"
-      value = quote.Ask
+      value = quote.Ask_Price
     Case "Volume"
       value = quote.Volume
     Case "Change"
       StreamedValue = quote.Change
     Case "LastVolume"
-      StreamedValue = quote.Last_Size
+      StreamedValue = quote.Last_Volume
     Case "Time"
       StreamedValue = Time
   End Select

@@ -7,7 +7,7 @@ import openpyxl
 book = openpyxl.load_workbook(sys.argv[1])
 table = book["Dovanta2_Quotes"]
 captions = [cell.value for cell in table[2]]
-assert captions[:3] == ["Ticker", "Last", "Change"], captions
+assert captions == ["Ticker", "Last", "Change", "Bid", "Ask", "Volume", "LastVolume", "Time"], captions
 assert [table["A3"].value, table["A4"].value] == ["MSFT", "IBM"]
 assert all(table.cell(row, 2).value > 0 for row in (3, 4)), "the last prices"
 
@@ -17,6 +17,8 @@ for row, ticker in ((3, "MSFT"), (4, "IBM")):
     prices = [line[fields.index("Last")] for line in history.iter_rows(min_row=3, values_only=True)]
     prices = [price for price in prices if price is not None]
     assert len(prices) >= 3, f"two rounds, and what was streamed: {prices}"
+    for field in ("Bid", "Ask", "Volume"):
+        assert table.cell(row, captions.index(field) + 1).value > 0, f"{field} of {ticker}"
     assert prices[-1] == table.cell(row, 2).value, "the table has the newest price"
     charts = {}
     for chart in history._charts:
