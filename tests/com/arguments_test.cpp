@@ -1,5 +1,7 @@
 #include "com/client.h"
 
+#include "com/arrays.h"
+
 namespace mirelo::testing {
 namespace {
 
@@ -79,6 +81,66 @@ TEST_F(ComArguments, ByReferenceGetBackWhatTheMemberLeftInThem) {
   EXPECT_EQ(value->vt, VT_I4);
   EXPECT_EQ(value->lVal, 25);
   EXPECT_EQ(com::TextOf(key->bstrVal), "Seconds") << "those by value stay";
+}
+
+class KeysOfASection : public ComArguments {
+ protected:
+  KeysOfASection() {
+    for (const char* key : {"Style", "Seconds"}) CallIt(store, "SaveSetting", {"Settings", key, "1"});
+  }
+  bool GetAllKeys(const char* name, const VARIANT& keys) {
+    ClientValue section;
+    com::ToClient(name, *section);
+    return InvokeId(store, IdOf(store, "GetAllKeys"), DISPATCH_METHOD, {keys, *section}).ToBoolean();
+  }
+
+  Client store = NewHeld("CAppSettings");
+};
+
+TEST_F(KeysOfASection, ComeIntoAVariableThatAScriptHasNotFilled) {
+  ClientValue keys;
+  EXPECT_TRUE(GetAllKeys("Settings", ReferenceTo(VT_VARIANT, keys.get())));
+  ASSERT_EQ(keys->vt, VT_ARRAY | VT_VARIANT);
+  const Variant told = com::FromClient(*keys);
+  EXPECT_EQ(told.AsArray().LBound(), 1);
+  ASSERT_EQ(told.AsArray().UBound(), 2);
+  EXPECT_EQ(told.AsArray()(1).ToText(), "Style");
+  EXPECT_EQ(told.AsArray()(2).ToText(), "Seconds");
+}
+
+// As Visual Basic passes an array that it has declared: a variant that refers to it.
+TEST_F(KeysOfASection, ComeIntoAnArrayOfTextsThatIsNotDimensioned) {
+  SAFEARRAY* array = nullptr;
+  VARIANT variable = ReferenceTo(VT_ARRAY | VT_BSTR, &array);
+  EXPECT_TRUE(GetAllKeys("Settings", ReferenceTo(VT_VARIANT, &variable)));
+  ASSERT_NE(array, nullptr);
+  VARTYPE type = VT_EMPTY;
+  LONG lower = 0;
+  LONG upper = 0;
+  com::Require(::SafeArrayGetVartype(array, &type));
+  com::Require(::SafeArrayGetLBound(array, 1, &lower));
+  com::Require(::SafeArrayGetUBound(array, 1, &upper));
+  EXPECT_EQ(type, VT_BSTR);
+  EXPECT_EQ(lower, 1);
+  EXPECT_EQ(upper, 2);
+  EXPECT_EQ(variable.vt, VT_BYREF | VT_ARRAY | VT_BSTR) << "it is the client's own";
+  BSTR second = nullptr;
+  com::Require(::SafeArrayGetElement(array, &upper, static_cast<void*>(&second)));
+  EXPECT_EQ(com::TextOf(second), "Seconds");
+  ::SysFreeString(second);
+  ::SafeArrayDestroy(array);
+}
+
+TEST_F(KeysOfASection, OfASectionThatIsNotThereAreNone) {
+  ClientValue keys;
+  com::ToClient("what stood here", *keys);
+  EXPECT_FALSE(GetAllKeys("Nowhere", ReferenceTo(VT_VARIANT, keys.get())));
+  EXPECT_EQ(com::FromClient(*keys).AsArray().UBound(), -1);
+
+  SAFEARRAY* array = com::ArrayToClient(VariantArray::OfTexts({"what stood here"}), VT_BSTR);
+  EXPECT_FALSE(GetAllKeys("Nowhere", ReferenceTo(VT_ARRAY | VT_BSTR, &array)));
+  EXPECT_EQ(com::FromClient(ReferenceTo(VT_ARRAY | VT_BSTR, &array)).AsArray().UBound(), -1);
+  ::SafeArrayDestroy(array);
 }
 
 }  // namespace

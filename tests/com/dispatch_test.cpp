@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "com/class_ids.h"
 
 namespace mirelo::testing {
 namespace {
@@ -89,6 +90,32 @@ TEST_F(Dispatches, AreWalkedByForEach) {
   EXPECT_THAT(rest(*other.get()), ::testing::ElementsAre("B", "C"));
 }
 
+TEST_F(Dispatches, TellTheFailuresOfACollectionAsItsOwn) {
+  const Client quotes = NewHeld("cQTDatas");
+  const RuntimeError error = ErrorOf([&] { CallIt(quotes, "ItemAdd", {7}); });
+  EXPECT_EQ(error.Number(), ErrorNumber(0x80040064));
+  EXPECT_EQ(error.Description(), "cQTDatas component failure");
+  EXPECT_EQ(error.Source(), "DovantaDL.cQTDatas.ItemAdd");
+}
+
+TEST_F(Dispatches, OfTickersStatesAreACollectionLikeThatOfQuotes) {
+  const Client states = NewHeld("cTickerDateTimes");
+  CallIt(states, "ItemAdd", {"IBM"});
+  CallIt(states, "Add", {automation_server::CreateObject("cTickerDateTime"), "MSFT"});
+  EXPECT_NE(NumberOf([&] {
+              CallIt(states, "Add", {automation_server::CreateObject("cTickerDateTime"), "msft"});
+            }),
+            0)
+      << "a key is another's whatever its letters' case";
+  EXPECT_EQ(CallIt(states, "Count").ToInt32(), 2);
+  ClientValue key;
+  com::ToClient("ibm", *key);
+  const Variant state = InvokeId(states, DISPID_VALUE, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {*key});
+  EXPECT_EQ(CallIt(com::DispatchOf(state.AsObject()), "Symbol").ToText(), "IBM");
+  CallIt(states, "Clear");
+  EXPECT_EQ(CallIt(states, "Count").ToInt32(), 0);
+}
+
 TEST_F(Dispatches, AreTheSameForTheSameObject) {
   const auto object = automation_server::CreateObject("cQTDatas");
   const Client first = com::DispatchOf(object);
@@ -132,6 +159,9 @@ TEST_F(Dispatches, TellErrorsAsTheThreadsErrorInformationToo) {
   const auto support = com::Asked<ISupportErrorInfo>(facade.get(), IID_ISupportErrorInfo);
   ASSERT_TRUE(support);
   EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IDispatch), S_OK);
+  EXPECT_EQ(support->InterfaceSupportsErrorInfo(com::InterfaceOf("cMirelo")), S_OK);
+  EXPECT_EQ(support->InterfaceSupportsErrorInfo(com::InterfaceOf("cQTDatas")), S_FALSE);
+  EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IConnectionPointContainer), S_FALSE);
   DISPPARAMS none{};
   EXPECT_EQ(facade->Invoke(IdOf(facade, "GetLastQuote"), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                            &none, nullptr, nullptr, nullptr),
@@ -141,6 +171,9 @@ TEST_F(Dispatches, TellErrorsAsTheThreadsErrorInformationToo) {
   BSTR text = nullptr;
   ASSERT_EQ(information->GetDescription(&text), S_OK);
   EXPECT_EQ(com::TextOf(text), Errors::ArgumentNotOptional().Description());
+  ::SysFreeString(text);
+  ASSERT_EQ(information->GetSource(&text), S_OK);
+  EXPECT_EQ(com::TextOf(text), "Mirelo");
   ::SysFreeString(text);
 }
 

@@ -60,14 +60,42 @@ Set facade.masPrevVolume = quotes
 Set held_object = facade.masPrevVolume
 Check "the same object", held_object Is quotes, True
 
+' The keys of a section, into a variable that is empty, and none of a section that is not there.
+Dim store, found
+Set store = CreateObject("Mirelo.CAppSettings")
+store.AppName = "MacrosTest"
+store.SaveSetting "Keys", "First", "1"
+store.SaveSetting "Keys", "Second", "2"
+Check "whether the section is there", store.GetAllKeys("Keys", found), True
+Check "the first key", LBound(found), 1
+Check "the last key", UBound(found), 2
+Check "the names of the keys", found(1) & " " & found(2), "First Second"
+store.DeleteSetting "Keys", ""
+Check "whether another section is there", store.GetAllKeys("Nowhere", found), False
+Check "the keys of it", UBound(found), -1
+
+' Records of tickers' states.
+Dim states
+Set states = CreateObject("Mirelo.cTickerDateTimes")
+states.ItemAdd("IBM").LastVolume = 300
+Check "a state by the default member", states("ibm").LastVolume, 300
+For Each made In states
+  Check "a state in a walk", made.Symbol, "IBM"
+Next
+states.Clear
+Check "how many states are left", states.Count, 0
+
 ' Errors.
 On Error Resume Next
 facade.GetLastQuote
 Check "the number of an argument that is missing", Err.Number, 449
 Check "its source", Err.Source, "Mirelo"
+Check "its text", Err.Description, "Argument not optional"
 Err.Clear
 quotes.Item "absent"
 Check "the number of the classes' own error", Hex(Err.Number), "80040064"
+Check "its source", Err.Source, "DovantaDL.cQTDatas.Item"
+Check "its text", Err.Description, "cQTDatas component failure"
 Err.Clear
 facade.NoSuchMember
 Check "the number of a member that is not there", Err.Number, 438

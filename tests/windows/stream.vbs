@@ -4,11 +4,15 @@ Option Explicit
 Class Listener
   Public told
   Public statuses
+  Public processes
   Public Sub QTDatas()
     told = told + 1
   End Sub
   Public Sub OnStatusText(text)
     statuses = statuses & text & vbCrLf
+  End Sub
+  Public Sub PerformanceFollowingProcess(process)
+    processes = processes & process & " "
   End Sub
 End Class
 
@@ -58,8 +62,10 @@ Next
 stream.DisConnect
 machine.Wait 50
 
-If InStr(names, "MSFT ") > 0 And InStr(names, "IBM ") > 0 And listener_.told > 2 Then
+Dim has_told
+has_told = InStr(listener_.statuses, "Connection started...") > 0 And listener_.processes = "5 "
+If InStr(names, "MSFT ") > 0 And InStr(names, "IBM ") > 0 And listener_.told > 2 And has_told Then
   WScript.Echo "quotes of both came"
 Else
-  WScript.Echo listener_.told & " events, quotes of: " & names & vbCrLf & listener_.statuses
+  WScript.Echo listener_.told & " events, quotes of: " & names & vbCrLf & listener_.statuses & listener_.processes
 End If
