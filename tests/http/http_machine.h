@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -46,6 +47,18 @@ inline LoopbackServer::Script Reply(std::string bytes) {
     peer.Send(bytes);
   };
 }
+
+// That of a server which redirects its first `count` connections and answers the next.
+inline LoopbackServer::Script RedirectThenReply(const std::string& status_and_location,
+                                                std::size_t count = 1) {
+  return [=](LoopbackServer::Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    peer.Send(peer.Index() < count ? "HTTP/1.0 " + status_and_location + "\r\n\r\nmoved"
+                                   : std::string("HTTP/1.0 200 OK\r\nContent-Type: a/b\r\n\r\nquote"));
+  };
+}
+
+inline std::string FirstLine(const std::string& request) { return request.substr(0, request.find("\r\n")); }
 
 // A transfer of one resource from a server on this machine, with the states it reports.
 class LocalTransfer : public WinInet {

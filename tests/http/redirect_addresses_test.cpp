@@ -10,20 +10,7 @@
 namespace mirelo::testing {
 namespace {
 
-class RedirectsOfLibcurl : public HttpMachine {
- protected:
-  static std::string FirstLine(const std::string& request) { return request.substr(0, request.find("\r\n")); }
-
-  // A server that redirects its first `count` connections and answers the next.
-  static LoopbackServer::Script RedirectThenReply(const std::string& status_and_location,
-                                                  std::size_t count = 1) {
-    return [=](LoopbackServer::Peer& peer) {
-      peer.ReceiveUntil("\r\n\r\n");
-      peer.Send(peer.Index() < count ? "HTTP/1.0 " + status_and_location + "\r\n\r\nmoved"
-                                     : std::string("HTTP/1.0 200 OK\r\nContent-Type: a/b\r\n\r\nquote"));
-    };
-  }
-};
+class RedirectsOfLibcurl : public HttpMachine {};
 
 TEST_F(RedirectsOfLibcurl, TurnAFormIntoAQuestionUnlessTheyForbidIt) {
   const struct {
