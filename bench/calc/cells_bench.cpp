@@ -31,7 +31,6 @@ constexpr std::array kAskedColumns{"Last", "Bid", "Ask", "Volume", "Time"};
 constexpr sal_Int32 kTickers = 2000;
 constexpr sal_Int32 kOwnRows = 20000;
 constexpr sal_Int32 kOwnColumns = 5;
-constexpr sal_Int32 kMostWithoutQuote = 500;
 constexpr std::chrono::seconds kPatienceWithCells{60};
 constexpr std::chrono::seconds kWatched{15};
 
@@ -61,7 +60,7 @@ Reference<css::table::XCellRange> SheetAt(const OpenDocument& document, sal_Int3
 void AwaitQuotes(const Reference<css::table::XCellRange>& sheet) {
   const auto count = sheet->getCellByPosition(static_cast<sal_Int32>(kAskedColumns.size()) + 1, 0);
   const auto until = std::chrono::steady_clock::now() + kPatienceWithCells;
-  while (count->getValue() < kTickers * static_cast<double>(kAskedColumns.size()) - kMostWithoutQuote) {
+  while (count->getValue() < kTickers * static_cast<double>(kAskedColumns.size())) {
     if (std::chrono::steady_clock::now() > until) throw std::runtime_error("quotes do not come into cells");
     LetTheOfficeRun(std::chrono::milliseconds(250));
     count->setFormula("=COUNT(A1:E2000)");
