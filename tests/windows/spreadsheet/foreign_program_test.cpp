@@ -5,6 +5,7 @@
 #include <objbase.h>
 
 #include <atomic>
+#include <future>
 #include <string>
 #include <thread>
 #include <vector>
@@ -117,6 +118,71 @@ TEST_F(ForeignProgram, IsCalledOnTheFirstThreadWhoeverCalls) {
   while (!is_over && ::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
   other.join();
   EXPECT_EQ(told, "stands for it");
+}
+
+// A client's object that lives on a thread of its own, in an apartment of its own.
+class ListenerElsewhere {
+ public:
+  ListenerElsewhere() {
+    thread_ = std::thread([this] { Live(); });
+    is_ready_.get_future().wait();
+  }
+  ~ListenerElsewhere() { End(); }
+  ListenerElsewhere(const ListenerElsewhere&) = delete;
+  ListenerElsewhere& operator=(const ListenerElsewhere&) = delete;
+
+  // The object as this thread calls it; to be let go of before its own thread ends.
+  Held<IDispatch> Reference() {
+    Held<IDispatch> reference;
+    com::Require(::CoGetInterfaceAndReleaseStream(stream_, IID_IDispatch, reference.Place()));
+    return reference;
+  }
+  // Ends its thread. What it was called by.
+  std::vector<std::string> End() {
+    if (thread_.joinable()) {
+      ::PostThreadMessageW(id_, WM_QUIT, 0, 0);
+      thread_.join();
+    }
+    return listener_.calls;
+  }
+
+ private:
+  void Live() {
+    com::Require(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+    id_ = ::GetCurrentThreadId();
+    com::Require(::CoMarshalInterThreadInterfaceInStream(IID_IDispatch, static_cast<IDispatch*>(&listener_),
+                                                         &stream_));
+    is_ready_.set_value();
+    MSG message{};
+    while (::GetMessageW(&message, nullptr, 0, 0) > 0) ::DispatchMessageW(&message);
+    ::CoDisconnectObject(static_cast<IDispatch*>(&listener_), 0);
+    ::CoUninitialize();
+  }
+
+  CallingObject listener_;
+  IStream* stream_ = nullptr;
+  DWORD id_ = 0;
+  std::promise<void> is_ready_;
+  std::thread thread_;
+};
+
+TEST_F(ForeignProgram, MayHaveListenersOnThreadsOfTheirOwn) {
+  internet.answer = [](const AnsweringInternet::Request&) { return "reply"; };
+  const Client transfer = NewHeld("WinInet");
+  PutIt(transfer, "HostName", "host");
+  PutIt(transfer, "Resource", "/");
+  PutIt(transfer, "Method", "GET");
+  ListenerElsewhere listener;
+  {
+    const Held<IDispatch> reference = listener.Reference();
+    ASSERT_TRUE(com::Asked<IUnknown>(reference.get(), IID_IClientSecurity)) << "it stands for the object";
+    VARIANT passed = Plain(VT_DISPATCH);
+    passed.pdispVal = reference.get();
+    InvokeId(transfer, IdOf(transfer, "AddListener"), DISPATCH_METHOD, {passed});
+    CallIt(transfer, "Execute");
+    InvokeId(transfer, IdOf(transfer, "RemoveListener"), DISPATCH_METHOD, {passed});
+  }
+  EXPECT_THAT(listener.End(), ::testing::IsSupersetOf({"get 1", "get 0 0 5", "get 11"}));
 }
 
 TEST_F(ForeignProgram, IsAskedAgainUntilItTakesCalls) {
