@@ -37,7 +37,7 @@ struct QuoteQuestion {
 
   // The same question by its one spelling: capital letters, no blanks around them.
   QuoteQuestion InOneSpelling() const;
-  auto operator<=>(const QuoteQuestion&) const = default;
+  auto operator<=>(const QuoteQuestion&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 // Answers questions about quotes for as long as somebody asks, such as cells of a spreadsheet, and tells when

@@ -49,8 +49,9 @@ void ShowGuide(const Reference<css::uno::XComponentContext>& context) {
 
 }  // namespace
 
-Commands::Commands(Reference<css::uno::XComponentContext> context, const Reference<css::frame::XFrame>& frame)
-    : context_(std::move(context)), frame_(frame) {}
+Commands::Commands(const Reference<css::uno::XComponentContext>& context,
+                   const Reference<css::frame::XFrame>& frame)
+    : context_(context), frame_(frame) {}
 
 // Of the last hold, which may be another process's, on a thread of its own.
 Commands::~Commands() {

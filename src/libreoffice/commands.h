@@ -25,7 +25,7 @@ class Commands final : public cppu::WeakImplHelper1<css::frame::XDispatch> {
  public:
   using Listener = css::uno::Reference<css::frame::XStatusListener>;
 
-  Commands(css::uno::Reference<css::uno::XComponentContext> context,
+  Commands(const css::uno::Reference<css::uno::XComponentContext>& context,
            const css::uno::Reference<css::frame::XFrame>& frame);
   ~Commands() override;
   Commands(const Commands&) = delete;

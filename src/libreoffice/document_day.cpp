@@ -8,7 +8,6 @@
 #include <cppuhelper/implbase1.hxx>
 #include <exception>
 #include <string>
-#include <utility>
 
 #include "adapters/calc/objects/spreadsheet_program.h"
 #include "automation/runtime_error.h"
@@ -61,9 +60,9 @@ class DocumentDay::Changes final : public cppu::WeakImplHelper1<css::util::XModi
   day::WorkingDay* day_;
 };
 
-DocumentDay::DocumentDay(Machine& machine, const Context& context, Document document)
+DocumentDay::DocumentDay(Machine& machine, const Context& context, const Document& document)
     : machine_(machine),
-      document_(std::move(document)),
+      document_(document),
       day_(machine.host().loop(), machine.host().sockets(), machine.replies(),
            calc::ApplicationOf(context, SpreadsheetIn(document_),
                                [closing = closing_, is_closed = is_closed_] {

@@ -26,7 +26,7 @@ class DocumentDay {
   using Document = css::uno::Reference<css::frame::XModel>;
 
   // The machine must outlive the day. Error 5 for a document that is no spreadsheet.
-  DocumentDay(Machine& machine, const Context& context, Document document);
+  DocumentDay(Machine& machine, const Context& context, const Document& document);
   ~DocumentDay();
   DocumentDay(const DocumentDay&) = delete;
   DocumentDay& operator=(const DocumentDay&) = delete;

@@ -103,8 +103,8 @@ void ErrandRunner::Begin(const Reference<css::uno::XComponentContext>& context, 
   [[maybe_unused]] static ErrandRunner& runner = *new ErrandRunner(context, line, std::move(*errand));
 }
 
-ErrandRunner::ErrandRunner(Reference<css::uno::XComponentContext> context, int line, Errand errand)
-    : context_(std::move(context)),
+ErrandRunner::ErrandRunner(const Reference<css::uno::XComponentContext>& context, int line, Errand errand)
+    : context_(context),
       socket_(line),
       line_(line),
       errand_(std::move(errand)),

@@ -29,7 +29,7 @@ class ErrandRunner {
   // The line on which the program speaks. To be called before anything else of the library is used.
   static void Begin(const css::uno::Reference<css::uno::XComponentContext>& context, int line);
 
-  ErrandRunner(css::uno::Reference<css::uno::XComponentContext> context, int line, Errand errand);
+  ErrandRunner(const css::uno::Reference<css::uno::XComponentContext>& context, int line, Errand errand);
   ~ErrandRunner();
   ErrandRunner(const ErrandRunner&) = delete;
   ErrandRunner& operator=(const ErrandRunner&) = delete;

@@ -8,7 +8,6 @@
 #include <cppuhelper/supportsservice.hxx>
 #include <cstdlib>
 #include <string>
-#include <utility>
 
 #include "libreoffice/errand/errand.h"
 #include "libreoffice/errand_runner.h"
@@ -21,8 +20,8 @@ namespace {
 
 class ErrandService final : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
  public:
-  explicit ErrandService(css::uno::Reference<css::uno::XComponentContext> context)
-      : context_(std::move(context)) {}
+  explicit ErrandService(const css::uno::Reference<css::uno::XComponentContext>& context)
+      : context_(context) {}
 
   void SAL_CALL trigger(const rtl::OUString&) override {
     uno::AtTheBorder([&] {

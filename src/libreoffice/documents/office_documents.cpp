@@ -85,9 +85,10 @@ std::vector<std::string> PartsOf(const Context& context, const fs::path& file) t
 class OfficeDocument final : public host::Document {
  public:
   // `stamp` is that of the file before it was read; both empty for a new document.
-  OfficeDocument(Context context, Spreadsheet document, fs::path file, const workbook::FileStamp& stamp)
-      : context_(std::move(context)),
-        document_(std::move(document)),
+  OfficeDocument(const Context& context, const Spreadsheet& document, fs::path file,
+                 const workbook::FileStamp& stamp)
+      : context_(context),
+        document_(document),
         application_(calc::ApplicationOf(context_, document_)),
         file_(std::move(file)),
         stamp_(stamp),
@@ -156,7 +157,7 @@ class OfficeDocument final : public host::Document {
 
 }  // namespace
 
-OfficeDocuments::OfficeDocuments(Context context) : context_(std::move(context)) {}
+OfficeDocuments::OfficeDocuments(const Context& context) : context_(context) {}
 
 std::unique_ptr<host::Document> OfficeDocuments::New() {
   return std::make_unique<OfficeDocument>(context_, Load(context_, "private:factory/scalc", {}), fs::path(),

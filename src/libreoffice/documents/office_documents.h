@@ -16,7 +16,7 @@ namespace css = com::sun::star;
 // office itself locks none.
 class OfficeDocuments : public host::Documents {
  public:
-  explicit OfficeDocuments(css::uno::Reference<css::uno::XComponentContext> context);
+  explicit OfficeDocuments(const css::uno::Reference<css::uno::XComponentContext>& context);
 
   std::unique_ptr<host::Document> New() override;
   // Error 1004 also for a file that is not what its ending says, and for one with a password.

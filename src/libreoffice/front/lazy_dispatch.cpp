@@ -57,9 +57,9 @@ css::frame::FeatureStateEvent StateWithoutDay(const css::util::URL& command,
 
 }  // namespace
 
-LazyDispatch::LazyDispatch(Reference<css::uno::XComponentContext> context,
+LazyDispatch::LazyDispatch(const Reference<css::uno::XComponentContext>& context,
                            const Reference<css::frame::XFrame>& frame)
-    : context_(std::move(context)), frame_(frame) {}
+    : context_(context), frame_(frame) {}
 
 rtl::Reference<LazyDispatch> LazyDispatch::Of(const Reference<css::uno::XComponentContext>& context,
                                               const Reference<css::frame::XFrame>& frame) {

@@ -36,7 +36,7 @@ class LazyDispatch final : public cppu::WeakImplHelper1<css::frame::XDispatch> {
  private:
   using Listener = std::pair<css::uno::Reference<css::frame::XStatusListener>, css::util::URL>;
 
-  LazyDispatch(css::uno::Reference<css::uno::XComponentContext> context,
+  LazyDispatch(const css::uno::Reference<css::uno::XComponentContext>& context,
                const css::uno::Reference<css::frame::XFrame>& frame);
 
   void Add(const css::uno::Reference<css::frame::XStatusListener>& listener, const css::util::URL& command);

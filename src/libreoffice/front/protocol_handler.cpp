@@ -9,7 +9,6 @@
 #include <cppuhelper/implbase3.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <mutex>
-#include <utility>
 
 #include "libreoffice/command_urls.h"
 #include "libreoffice/front/border.h"
@@ -26,7 +25,7 @@ class ProtocolHandler final
     : public cppu::WeakImplHelper3<css::frame::XDispatchProvider, css::lang::XInitialization,
                                    css::lang::XServiceInfo> {
  public:
-  explicit ProtocolHandler(Reference<css::uno::XComponentContext> context) : context_(std::move(context)) {}
+  explicit ProtocolHandler(const Reference<css::uno::XComponentContext>& context) : context_(context) {}
 
   void SAL_CALL initialize(const Sequence<css::uno::Any>& arguments) override {
     AtTheBorder([&] {

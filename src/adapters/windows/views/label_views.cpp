@@ -67,7 +67,7 @@ class PictureField final : public PaintedWindow {
   const Views& views_;
 };
 
-Box MakePicture(forms::Control& control, PictureField::Name name, int pixels, Views& views) {
+Box MakePicture(forms::Control& control, const PictureField::Name& name, int pixels, Views& views) {
   View& view = views.Add(std::make_shared<PictureField>(name, views), 0, &control);
   view.show = [&view] { ::InvalidateRect(view.window, nullptr, FALSE); };
   Box box = views.BoxOf(view, [pixels, &views] {

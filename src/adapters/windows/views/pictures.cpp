@@ -197,7 +197,7 @@ void Shrink(const Canvas& large, const Canvas& small_one, int pixels) {
 // row of it is an even number of bytes.
 HBITMAP MaskOf(const Canvas& seen, int pixels) {
   constexpr std::uint32_t kHalf = 0x80;
-  const auto row = static_cast<std::size_t>((pixels + 15) / 16 * 2);
+  const auto row = (static_cast<std::size_t>(pixels) + 15) / 16 * 2;
   std::vector<std::uint8_t> bits(row * static_cast<std::size_t>(pixels), 0);
   for (int y = 0; y < pixels; ++y) {
     for (int x = 0; x < pixels; ++x) {
