@@ -11,6 +11,7 @@
 #include "automation/visible_text.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "linux/linux_host.h"
 #include "wire/asked_server.h"
 
@@ -80,7 +81,7 @@ bool IsSame(const std::string& value, const std::string& stored) {
 std::string SettingInForce(LinuxHost& host, const std::set<std::string>& given_here, const std::string& key,
                            const std::string& value) {
   if (given_here.contains(key) || host.IsOverridden(key)) return key + ", given for this command";
-  const std::string stored = mGlobal::AppSettings().GetSetting("Settings", key, "").ToText();
+  const std::string stored = mGlobal::AppSettings().GetSetting(catalogue::kSettings, key, "").ToText();
   if (IsSame(value, stored)) return key + " of the settings";
   return stored.empty() ? key + " by default" : key + " of the dialog";
 }

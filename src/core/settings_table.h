@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "core/setting_checks.h"
+#include "core/setting_names.h"
 #include "snapshot/column_vocabulary.h"
 #include "streaming/first_sources.h"
 
@@ -51,14 +52,6 @@ struct Setting {
 };
 
 namespace catalogue {
-
-inline constexpr std::string_view kSettings = "Settings";
-inline constexpr std::string_view kWidths = "Settings\\WidthField";
-inline constexpr std::string_view kFirstSource = "Settings\\QuoteSource\\First";
-inline constexpr std::string_view kSources = "Settings\\QuoteSource\\List";
-inline constexpr std::string_view kWatchLists = "Settings\\WatchList";
-inline constexpr std::string_view kWindows =
-    "Windows settings\\";  // one section for each form that keeps its place
 
 inline constexpr std::array<std::string_view, 7> kSections{kSettings,
                                                            kWidths,
@@ -187,7 +180,7 @@ inline constexpr std::array kRows{
             "Which way the dialog last sorted the tickers: True is upwards."},
     Number(kWidths, "", kLeast32, kGreatest32, kNone, "800",
            "Width of the dialog's column of that header, in twips."),
-    Text(kFirstSource, "ComQuoteSource", kNone, kFirstSourceText,
+    Text(kFirstSource, kFirstSourceKey, kNone, kFirstSourceText,
          "Quote source that the dialog proposes for streaming."),
     Text(kSources, "", kNone, kNone, "QuoteTracker's file for the quote source of that name."),
     With(Text(kWatchLists, "", kNone, kNone,

@@ -4,12 +4,13 @@
 
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "streaming/cQTStreaming.h"
 
 namespace mirelo::day {
 
 std::string StoredSource() {
-  return mGlobal::AppSettings().GetSetting("Settings\\QuoteSource\\First", "ComQuoteSource", "").ToText();
+  return mGlobal::AppSettings().GetSetting(catalogue::kFirstSource, catalogue::kFirstSourceKey, "").ToText();
 }
 
 std::string StreamerFileOf(const std::string& source) {

@@ -7,6 +7,7 @@
 #include "automation/text.h"
 #include "core/cMirelo.h"
 #include "core/message_box.h"
+#include "core/setting_names.h"
 #include "core/settings_catalogue.h"
 #include "dialog/frmMirelo.h"
 #include "host/desktop.h"
@@ -35,7 +36,7 @@ void AddTickers(frmMirelo& form, const std::function<void()>& add) {
 
 // The dialog stores what its boxes hold.
 bool CanBeStored(const char* key, const forms::TextBox& box) try {
-  SettingValue(*FindSetting("Settings", key), box.Text());
+  SettingValue(*FindSetting(catalogue::kSettings, key), box.Text());
   return true;
 } catch (const RuntimeError& error) {
   ShowMessage(std::string(key) + ": " + error.Description(), host::Desktop::kExclamation);

@@ -6,6 +6,7 @@
 
 #include "automation/number.h"
 #include "automation/text.h"
+#include "core/setting_names.h"
 #include "dialog/frmColor.h"
 #include "dialog/frmMirelo.h"
 #include "person/attended_desktop.h"
@@ -133,7 +134,7 @@ using F = frmMirelo;
 constexpr std::array kControls{
     DialogControl{"UpdateEvery", kSettingsTab, kTick<&F::chkUpdOrNot>},
     DialogControl{"Seconds", kSettingsTab, kType<&F::txtSec, kNeedsUpdates>},
-    DialogControl{"ComQuoteSource", kSettingsTab, kChoose<&F::ComQuoteSource, kNeedsStreaming>},
+    DialogControl{catalogue::kFirstSourceKey, kSettingsTab, kChoose<&F::ComQuoteSource, kNeedsStreaming>},
     DialogControl{"Webaddress", kSettingsTab, kType<&F::txtWebAddress>},
     DialogControl{"HTTPPort", kSettingsTab, kType<&F::txtHTTPPort>},
     DialogControl{"SocketPort", kSettingsTab, kType<&F::txtSocketPort>},

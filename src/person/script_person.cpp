@@ -5,6 +5,7 @@
 
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "core/setting_names.h"
 #include "core/settings_catalogue.h"
 #include "person/dialog_controls.h"
 #include "person/ticker_list.h"
@@ -29,7 +30,7 @@ std::vector<std::string> Tickers(const std::string& text) {
 
 DialogWishes::Setting WishedSetting(const std::string& name, const std::string& value) {
   const std::string key = OwnSpelling(ParseSettingName(name)).key;
-  const Setting* const setting = FindSetting("Settings", key);
+  const Setting* const setting = FindSetting(catalogue::kSettings, key);
   if (setting == nullptr || FindDialogControl(key) == nullptr)
     throw RuntimeError(5, "the dialog has nothing that is named \"" + name + "\"");
   // The dialog finds a choice by a part of it.

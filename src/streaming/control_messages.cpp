@@ -11,6 +11,7 @@
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "streaming/cQTStreaming.h"
 #include "streaming/messages.h"
 #include "streaming/tags.h"
@@ -101,7 +102,7 @@ void cQTStreaming::StoreSourceItem(const std::string& type, std::string_view ite
   const std::string name = GetTagValue(item, "<NAME>");
   if (file.empty() || name.empty()) return;
   // Sources for trading, for news on request and for streamed news (TRADE, SNAPNEWS, STRNEWS) are not kept.
-  if (type == "L1") mGlobal::AppSettings().SaveSetting(kSourceListSection, name, Variant(file));
+  if (type == "L1") mGlobal::AppSettings().SaveSetting(catalogue::kSources, name, Variant(file));
 }
 
 }  // namespace mirelo

@@ -12,25 +12,26 @@
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "core/status_run_query.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "streaming/cQTStreaming.h"
 #include "streaming/first_sources.h"
-#include "streaming/messages.h"
 
 namespace mirelo {
 
 void frmMirelo::AddListQuoteSource(const std::string& selected) {
   Routine("Mirelo.frmMirelo.AddListQuoteSource", [&](Frame& frame) {
     Array<std::string> names;
-    STEP(Store().GetAllKeys(kSourceListSection, names));
+    STEP(Store().GetAllKeys(catalogue::kSources, names));
     if (!names.IsAllocated()) {
       for (const QuoteSourceRow& row : kFirstSources) {
-        STEP(Store().SaveSetting(kSourceListSection, row.text, Variant(row.file)));
+        STEP(Store().SaveSetting(catalogue::kSources, row.text, Variant(row.file)));
       }
-      STEP(Store().SaveSetting(kFirstSourceSection, kFirstSourceKey, Variant(kFirstSourceText)));
-      STEP(Store().GetAllKeys(kSourceListSection, names));
+      STEP(Store().SaveSetting(catalogue::kFirstSource, catalogue::kFirstSourceKey,
+                               Variant(kFirstSourceText)));
+      STEP(Store().GetAllKeys(catalogue::kSources, names));
     }
 
     const std::string wanted(Trim(selected));
@@ -45,7 +46,8 @@ void frmMirelo::AddListQuoteSource(const std::string& selected) {
     if (found) {
       STEP(ComQuoteSource.Text(*found));
     } else {
-      STEP(ComQuoteSource.Text(Store().GetSetting(kFirstSourceSection, kFirstSourceKey, "").ToText()));
+      STEP(ComQuoteSource.Text(
+          Store().GetSetting(catalogue::kFirstSource, catalogue::kFirstSourceKey, "").ToText()));
     }
     frame.pop();
   });

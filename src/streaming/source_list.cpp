@@ -7,9 +7,9 @@
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "diagnostics/routine.h"
 #include "streaming/cQTStreaming.h"
-#include "streaming/messages.h"
 
 namespace mirelo {
 
@@ -21,14 +21,14 @@ std::string cQTStreaming::GiveStreamerFile(std::string_view Site) {
 
         Array<std::string> names;
         bool listed = false;
-        STEP(listed = mGlobal::AppSettings().GetAllKeys(kSourceListSection, names));
+        STEP(listed = mGlobal::AppSettings().GetAllKeys(catalogue::kSources, names));
         // A list that broke off has names too, but is no list; an empty section is one without names.
         if (!listed || !names.IsAllocated()) return frame.pop();
 
         for (const std::int32_t i : frame.loop([&] { return Bounds{names.LBound(), names.UBound()}; })) {
           if (!frame.test([&] { return EqualText(Trim(names(i)), wanted); })) continue;
           // Under the name as it is stored, blanks included.
-          STEP(file = mGlobal::AppSettings().GetSetting(kSourceListSection, names(i), "").ToText());
+          STEP(file = mGlobal::AppSettings().GetSetting(catalogue::kSources, names(i), "").ToText());
           break;
         }
         frame.pop();

@@ -13,6 +13,7 @@
 #include "core/CAppSettings.h"
 #include "core/known_setting.h"
 #include "core/message_box.h"
+#include "core/setting_names.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
@@ -130,8 +131,9 @@ void frmMirelo::QuoteTableRun::Run() {
 }
 
 void frmMirelo::QuoteTableRun::StoreLists() {
-  STEP(form.Store().SaveSetting("Settings", "ListLeft", Variant(Join(form.ListLeft.Items(), ","))));
-  STEP(form.Store().SaveSetting("Settings", "ListRight", Variant(Join(form.ListRight.Items(), ","))));
+  STEP(form.Store().SaveSetting(catalogue::kSettings, "ListLeft", Variant(Join(form.ListLeft.Items(), ","))));
+  STEP(form.Store().SaveSetting(catalogue::kSettings, "ListRight",
+                                Variant(Join(form.ListRight.Items(), ","))));
 }
 
 void frmMirelo::QuoteTableRun::ListVerticalTables() {

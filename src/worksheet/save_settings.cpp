@@ -16,11 +16,11 @@
 #include "core/cMirelo.h"
 #include "core/known_setting.h"
 #include "core/message_box.h"
+#include "core/setting_names.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/time_zones.h"
 #include "host/desktop.h"
-#include "streaming/messages.h"
 #include "worksheet/color_schemes.h"
 
 namespace mirelo {
@@ -39,7 +39,6 @@ static_assert(catalogue::Row(catalogue::kSettings, "ChartPoints").least == kLeas
 constexpr std::int16_t kToStream = 77;
 constexpr std::int16_t kToAsk = 78;
 
-constexpr const char* kSettingsSection = "Settings";
 constexpr const char* kPointsNotNumeric = "'Number of chart points' must be numeric.";
 constexpr const char* kPointsOutOfBounds = "'Number of chart points' must be between 5 and 1200.";
 constexpr const char* kFieldEmpty = "Please fill in the 'AdditionalInformation1' field ";
@@ -165,11 +164,12 @@ void frmMirelo::Refuse(Frame& frame, const std::string& message, std::int32_t ta
 
 void frmMirelo::StoreValues(Frame& frame) {
   for (const StoredValue& stored : kStoredValues) {
-    STEP(Store().SaveSetting(kSettingsSection, stored.key, stored.value(*this)));
+    STEP(Store().SaveSetting(catalogue::kSettings, stored.key, stored.value(*this)));
   }
   StoreDisplacement(frame);
   if (frame.test([&] { return ComQuoteSource.Enabled(); })) {
-    STEP(Store().SaveSetting(kFirstSourceSection, kFirstSourceKey, Variant(ComQuoteSource.Text())));
+    STEP(Store().SaveSetting(catalogue::kFirstSource, catalogue::kFirstSourceKey,
+                             Variant(ComQuoteSource.Text())));
   }
 }
 
@@ -194,8 +194,8 @@ void frmMirelo::StoreDisplacement(Frame& frame) {
   // The sign of "-0:30" is lost on its hours, so that its minutes are added.
   minutes += offset_hours < 0 ? -offset_minutes : offset_minutes;
 
-  STEP(Store().SaveSetting(kSettingsSection, "DisplacementHour", Variant(hours)));
-  STEP(Store().SaveSetting(kSettingsSection, "DisplacementMinute", Variant(minutes)));
+  STEP(Store().SaveSetting(catalogue::kSettings, "DisplacementHour", Variant(hours)));
+  STEP(Store().SaveSetting(catalogue::kSettings, "DisplacementMinute", Variant(minutes)));
 }
 
 }  // namespace mirelo

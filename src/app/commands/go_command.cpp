@@ -14,6 +14,7 @@
 #include "automation/text.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "day/chart_labels.h"
 #include "day/dialog_result.h"
 #include "day/stored_source.h"
@@ -29,7 +30,7 @@ using terminal::Out;
 namespace {
 
 std::string Stored(const char* key) {
-  return mGlobal::AppSettings().GetSetting("Settings", key, "").ToText();
+  return mGlobal::AppSettings().GetSetting(catalogue::kSettings, key, "").ToText();
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "app/output/text_table.h"
 #include "app/session.h"
 #include "app/watch_lists.h"
+#include "core/setting_names.h"
 #include "core/settings_catalogue.h"
 #include "day/quote_rows.h"
 #include "day/snapshot_feed.h"
@@ -93,7 +94,7 @@ int QuotesCommand::Run() {
   tickers_ = WithList(SplitTickers(tickers_), list_);
   if (!columns_.empty())
     session.host().Override("ListRight",
-                            SettingValue(*FindSetting("Settings", "ListRight"), columns_).ToText());
+                            SettingValue(*FindSetting(catalogue::kSettings, "ListRight"), columns_).ToText());
   if (!address_.empty()) session.host().Override("Webaddress", address_);
   if (port_ != 0) session.host().OverrideHttpPort(port_);
   session.facade().DovantaFormatUserDate(date_format_);

@@ -13,6 +13,7 @@
 #include "automation/array.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "core/status_run_query.h"
 #include "streaming/cQTStreaming.h"
 #include "terminal/standard_streams.h"
@@ -24,7 +25,6 @@ using terminal::Out;
 
 namespace {
 
-constexpr const char* kSection = "Settings\\QuoteSource\\List";
 constexpr std::int16_t kSourcesStored = 1;
 constexpr std::chrono::seconds kPatience{20};
 
@@ -89,13 +89,14 @@ bool SourcesCommand::Update(Session& session) {
 int SourcesCommand::Show(Session&) {
   auto& settings = mGlobal::AppSettings();
   Array<std::string> names;
-  settings.GetAllKeys(kSection, names);
+  settings.GetAllKeys(catalogue::kSources, names);
   if (!names.IsAllocated()) {
     Err() << "No quote sources are known yet. Fetch them from QuoteTracker with: mirelo sources --update\n";
     return kFailed;
   }
   TextTable table({"Name", "File"});
-  for (const auto& name : names) table.AddRow({name, settings.GetSetting(kSection, name, "").ToText()});
+  for (const auto& name : names)
+    table.AddRow({name, settings.GetSetting(catalogue::kSources, name, "").ToText()});
   Out() << table.ToText(Out().IsTerminal());
   return kGood;
 }

@@ -21,6 +21,7 @@
 #include "automation/text.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
+#include "core/setting_names.h"
 #include "day/pulse.h"
 #include "day/quote_board.h"
 #include "day/quote_rows.h"
@@ -62,12 +63,11 @@ class Recording {
 };
 
 constexpr std::string_view kStreamerFileEnd = ".SDF";
-constexpr const char* kSources = "Settings\\QuoteSource\\List";
 
 // The quote sources that the settings dialog offers.
 std::vector<std::string> SourceNames() {
   Array<std::string> stored;
-  mGlobal::AppSettings().GetAllKeys(kSources, stored);
+  mGlobal::AppSettings().GetAllKeys(catalogue::kSources, stored);
   std::vector<std::string> names;
   if (stored.IsAllocated()) {
     for (const std::string& name : stored) names.push_back(name);

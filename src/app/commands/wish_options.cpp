@@ -9,6 +9,7 @@
 #include "app/watch_lists.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "core/setting_names.h"
 #include "core/settings_catalogue.h"
 #include "person/dialog_controls.h"
 #include "person/ticker_list.h"
@@ -18,8 +19,6 @@ namespace mirelo::app {
 
 namespace {
 
-constexpr const char* kSourceKey = "ComQuoteSource";
-constexpr const char* kFirstSource = "Settings\\QuoteSource\\First";
 constexpr const char* kColumnsKey = "ListRight";
 
 // The settings that --set takes, for people.
@@ -37,7 +36,9 @@ DialogWishes::Setting ParseSetting(const std::string& text) {
   const std::string value = text.substr(equals + 1);
 
   const SettingName name =
-      EqualText(key, kSourceKey) ? SettingName{kFirstSource, kSourceKey} : OwnSpelling(ParseSettingName(key));
+      EqualText(key, catalogue::kFirstSourceKey)
+          ? SettingName{std::string(catalogue::kFirstSource), std::string(catalogue::kFirstSourceKey)}
+          : OwnSpelling(ParseSettingName(key));
   const Setting* setting = FindSetting(name.section, name.key);
   if (setting == nullptr) {
     throw Unfulfilled("no setting is named \"" + key + "\"; mirelo settings list shows them all");
@@ -176,7 +177,7 @@ DialogWishes WishOptions::Wishes() const {
   if (http_port_ != 0) add({"HTTPPort", std::to_string(static_cast<std::int16_t>(http_port_))});
   if (socket_port_ != 0) add({"SocketPort", std::to_string(socket_port_)});
   if (!source_.empty()) {
-    add({kSourceKey, source_});
+    add({std::string(catalogue::kFirstSourceKey), source_});
     assume("Seconds", "0");
     assume("UpdateEvery", "1");
   }

@@ -16,6 +16,7 @@
 #include "app/mirelo_program.h"
 #include "app/run_program.h"
 #include "core/product.h"
+#include "core/setting_names.h"
 #include "core/settings_catalogue.h"
 #include "quotetracker/command_line.h"
 #include "terminal/standard_streams.h"
@@ -43,7 +44,7 @@ PageNotes Notes(const std::string& summary) {
 std::vector<std::string> SettingNames() {
   std::vector<std::string> names;
   for (const Setting& setting : AllSettings()) {
-    if (setting.section == "Settings" && !setting.key.empty()) names.emplace_back(setting.key);
+    if (setting.section == catalogue::kSettings && !setting.key.empty()) names.emplace_back(setting.key);
   }
   return names;
 }
