@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "core/mGlobal.h"
+#include "spreadsheet/palette.h"
 
 namespace mirelo {
 namespace {
@@ -41,6 +42,14 @@ TEST(ColorIndex, IsNoColourForTheChartColoursOfThePalette) {
   for (const std::int32_t color : {0xFF9999, 0xCCFFFF, 0x660066, 0x8080FF, 0xCC6600, 0xFFCCCC}) {
     SCOPED_TRACE(color);
     EXPECT_EQ(mGlobal::GetColorIndex(color), -4142);
+  }
+}
+
+// Red stands in the low byte here, in the high one there.
+TEST(ColorIndex, HasThatColourInTheSpreadsheetsPaletteAsWell) {
+  for (const Row& row : kRows) {
+    const std::int32_t there = spreadsheet::PaletteColor(row.index);
+    EXPECT_EQ((there & 0xFF) << 16 | (there & 0xFF00) | (there >> 16 & 0xFF), row.color) << row.index;
   }
 }
 
