@@ -319,7 +319,7 @@ void StreamFeed::ReconnectLater(const std::string& reason) {
   const Pause pause = std::exchange(pause_, std::min(2 * pause_, kLongestPause));
   for (const auto timer : {reconnect_, listening_}) loop_.StopTimer(timer);
   reconnect_ = loop_.StartTimer(pause, [this] { Reconnect(); });
-  Status.Raise(reason + "; calling again in " + InSeconds(pause));
+  Status.Raise(reason + "; reconnecting in " + InSeconds(pause));
 }
 
 }  // namespace mirelo::day

@@ -189,7 +189,7 @@ TEST_F(Stream, ReconnectsWhenThePeerIsNotThere) {
   const auto result = RunMirelo(
       folder_.path(), {"stream", "MSFT", "--source", "SWISS.SDF", "--seconds", "1", "--socket-port", "1"});
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_THAT(result.err, HasSubstr("calling again in 1 second"));
+  EXPECT_THAT(result.err, HasSubstr("reconnecting in 1 second"));
 }
 
 }  // namespace

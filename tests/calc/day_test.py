@@ -146,7 +146,7 @@ class Day(unittest.TestCase):
         self.assertRegex(self.log, r'(?s)it begins with "220 ready"\..*Then press Start\.')
 
     def test_tells_that_the_stream_was_cut_beside_what_has_come(self):
-        self.assertRegex(self.notes["cut stream"], r"\[Mirelo: .*; calling again in \d seconds? \(\d+ quotes, ")
+        self.assertRegex(self.notes["cut stream"], r"\[Mirelo: .*; reconnecting in \d seconds? \(\d+ quotes, ")
 
     def test_tells_quotetracker_to_send_no_more_however_it_ends(self):
         days = [sent for sent in self.sent if b"MSFT" in sent]

@@ -53,10 +53,10 @@ class Kills(unittest.TestCase):
         notes = self.assert_well(code, "end")
         self.assertEqual((notes["comes"], notes["comes again"]), ("True", "True"))
         going_on = r"^settings=False start=False stop=True status=True \[Mirelo: "
-        self.assertRegex(notes["without a sender"], going_on + r"\S+: .*; calling again in \d+ seconds? \(\d+ quotes?, ")
+        self.assertRegex(notes["without a sender"], going_on + r"\S+: .*; reconnecting in \d+ seconds? \(\d+ quotes?, ")
         self.assertRegex(notes["with the sender"], going_on + r"\d+ quotes?, ")
-        self.assertRegex(self.office.log(), r"(?s)Last told:.*; calling again in \d+ seconds?")
-        self.assertRegex(self.office.log(), r"QuoteTracker was called again \d+ times?")
+        self.assertRegex(self.office.log(), r"(?s)Last told:.*; reconnecting in \d+ seconds?")
+        self.assertRegex(self.office.log(), r"Reconnected to QuoteTracker \d+ times?")
         self.assertNotIn("no more", self.office.log())
 
     def test_an_office_that_is_killed_leaves_the_file_whole_and_keeps_nobody_out(self):

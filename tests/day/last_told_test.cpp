@@ -26,10 +26,10 @@ TEST(LastTold, IsShownUntilAQuoteComesBehindIt) {
 TEST(LastTold, ShowsAnExplanationWhateverIsToldBesideIt) {
   LastTold told;
   told.Explain("The login was refused", 0);
-  told.Tell("calling again in 2 seconds", 0);
+  told.Tell("reconnecting in 2 seconds", 0);
   EXPECT_EQ(told.Line(0), "The login was refused");
-  told.Tell("calling again in 4 seconds", 3);
-  EXPECT_EQ(told.Line(3), "calling again in 4 seconds") << "quotes came in between";
+  told.Tell("reconnecting in 4 seconds", 3);
+  EXPECT_EQ(told.Line(3), "reconnecting in 4 seconds") << "quotes came in between";
 }
 
 TEST(LastTold, KeepsTheLastSixTextsOnceEach) {

@@ -291,7 +291,7 @@ TEST_F(Watching, CallsAgainWhenQuoteTrackerDrops) {
   EXPECT_EQ(status->Answer().ToText(), "Streaming");
   sockets->Newest().Drop("The other side has hung up");
   Pass(day::QuoteWatch::kTellPause);
-  EXPECT_EQ(status->Answer().ToText(), "The other side has hung up; calling again in 1 second");
+  EXPECT_EQ(status->Answer().ToText(), "The other side has hung up; reconnecting in 1 second");
   EXPECT_EQ(price->Answer(), day::QuoteValue(2.0)) << "what was known stays";
   Pass(1s);
   Converse();

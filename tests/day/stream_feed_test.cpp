@@ -223,7 +223,7 @@ TEST_F(Feed, TellsOnceAConnectionThatItStreams) {
 
 TEST_F(Feed, ReconnectsAfterASilence) {
   Pass(60'000);
-  EXPECT_THAT(told, Contains(HasSubstr("has said nothing for 60 seconds; calling again")));
+  EXPECT_THAT(told, Contains(HasSubstr("has said nothing for 60 seconds; reconnecting")));
 }
 
 TEST_F(Feed, IsNotHeldByBytesThatAreNoMessage) {

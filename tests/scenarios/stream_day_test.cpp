@@ -271,13 +271,13 @@ TEST_F(StreamDay, PassesOverTickersThatItDidNotAskFor) {
 TEST_F(StreamDay, ReconnectsAfterPausesThatGrowWhenThePeerDrops) {
   BeginStreaming();
   winsock.Newest().Drop();
-  EXPECT_EQ(told.back(), "reset by peer; calling again in 1 second");
+  EXPECT_EQ(told.back(), "reset by peer; reconnecting in 1 second");
   Pass(999ms);
   EXPECT_THAT(winsock.connections, SizeIs(1));
   Pass(1ms);
   EXPECT_THAT(winsock.connections, SizeIs(2));
   winsock.Newest().Drop();
-  EXPECT_EQ(told.back(), "reset by peer; calling again in 2 seconds");
+  EXPECT_EQ(told.back(), "reset by peer; reconnecting in 2 seconds");
   Pass(2s);
   EXPECT_THAT(winsock.connections, SizeIs(3));
 
@@ -285,7 +285,7 @@ TEST_F(StreamDay, ReconnectsAfterPausesThatGrowWhenThePeerDrops) {
   Quote(Of("MSFT").Last(30));
   EXPECT_EQ(Text(kTable, 3, 2), "30");
   winsock.Newest().Drop();
-  EXPECT_EQ(told.back(), "reset by peer; calling again in 1 second") << "it had streamed";
+  EXPECT_EQ(told.back(), "reset by peer; reconnecting in 1 second") << "it had streamed";
   EXPECT_EQ(day->Reconnects(), 2) << "until now";
 }
 
@@ -306,11 +306,11 @@ TEST_F(StreamDay, ReconnectsWhenThePeerFallsSilent) {
   Pass(118s);
   EXPECT_THAT(winsock.connections, SizeIs(1));
   Pass(1500ms);
-  EXPECT_EQ(told.back(), "QuoteTracker has said nothing for 60 seconds; calling again in 1 second");
+  EXPECT_EQ(told.back(), "QuoteTracker has said nothing for 60 seconds; reconnecting in 1 second");
   Pass(1s);
   ASSERT_THAT(winsock.connections, SizeIs(2));
   Pass(120s);
-  EXPECT_EQ(told.back(), "QuoteTracker has said nothing for 120 seconds; calling again in 2 seconds");
+  EXPECT_EQ(told.back(), "QuoteTracker has said nothing for 120 seconds; reconnecting in 2 seconds");
 }
 
 TEST_F(StreamDay, FindsQuotesThatCameWhileOthersWereTold) {
