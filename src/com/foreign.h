@@ -38,17 +38,18 @@ class Foreign : public Object {
   mutable std::string type_name_;  // empty until it was told
 };
 
-// What foreign objects are to the classes, where they are more than something to pass on.
+// How foreign objects map to ours, where they are more than something to pass on.
 struct ForeignMeaning {
-  // The object that stands for a foreign one which a client hands in; null where none does.
+  // Our object for a foreign one that a client passes in; null where it stays as it is.
   std::function<std::shared_ptr<Object>(const std::shared_ptr<Foreign>&)> entering;
-  // The foreign object that this one stands for when clients are given it; null where it stands for none.
+  // The foreign object behind one of ours that a client is given; null where there is none.
   std::function<std::shared_ptr<Foreign>(const Object&)> leaving;
 };
-// They have none until this is called.
+// Until this is called, all foreign objects stay as they are.
 void TakeForeignObjectsFor(ForeignMeaning meaning);
 
-// A value that a client hands in, as the classes take it, and one that it is given, as it knows it.
+// A value that a client passes in, with its object mapped to ours; and one that a client is given, with ours
+// mapped back.
 Variant Entering(Variant value);
 Variant Leaving(Variant value);
 

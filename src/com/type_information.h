@@ -16,8 +16,8 @@ void UseTypeLibraryOf(std::wstring file);
 // The library itself, null where there is none.
 Held<ITypeLib> TypeLibrary();
 
-// What clients can know of the members of a class: as the type library has it, or its name alone, by which
-// clients tell objects apart. Null where Windows makes none.
+// Type information of a class's members from the type library; without a library the class's name alone, by
+// which clients tell objects apart. Null where Windows cannot make it.
 Held<ITypeInfo> InterfaceInformation(std::string_view class_name);
 // What they can know of the class: which interfaces it has. Null for one that the type library lacks.
 Held<ITypeInfo> ClassInformation(std::string_view class_name);

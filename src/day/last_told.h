@@ -7,14 +7,14 @@
 
 namespace mirelo::day {
 
-// What a day has told last, for a person who sees one line of it at a time. That is what hinders quotes, for
-// as long as none has come since; an explanation is not driven out by what goes on beside it, such as calling
-// again.
+// The one status line of a day, for a person who sees no more: the last message that says why no quotes come,
+// until one comes. An explanation outranks what is merely told, so that reconnecting does not drive out a
+// refused login.
 class LastTold {
  public:
   // `quotes` is how many had come in the day by then.
   void Tell(const std::string& text, std::int64_t quotes);
-  // The same for what a person has to see to.
+  // As Tell, for what a person has to see to.
   void Explain(const std::string& text, std::int64_t quotes);
 
   // Empty when quotes have come since then, or nothing was told.

@@ -36,8 +36,8 @@ inline constexpr std::array<TimeZone, 17> kTimeZones{{
     {"(ET+16) New ZealandTicker", "16"},
 }};
 
-// The one zone that lies half an hour off: the displacement is stored as hours and minutes, which whoever
-// stores it takes as 9 and 30 here, in place of the text "9.5".
+// The one zone with a half hour: its displacement is stored as 9 hours and 30 minutes, not as the row's text
+// "9.5".
 inline constexpr std::size_t kIndia = 12;
 
 // What can be added to a zone: half hours from "23:30" down over "0:00" to "-23:30", the order of

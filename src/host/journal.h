@@ -18,10 +18,11 @@ class Journal {
 
   // Appends the rows, all or none. From its return on they are there whatever becomes of this process. Error
   // 61 when the disk is full, 70 while another process keeps the file locked, 75 for anything else that the
-  // file system refuses. The journal is of no use behind an error; another one may be opened.
+  // file system refuses. The journal is of no use after an error; another one may be opened.
   virtual void Append(std::span<const DataRow> rows) = 0;
 
-  // Puts what was appended on the disk. What is said of it is not told: it is the system's to do so anyway.
+  // Flushes what was appended to the disk. Failures are not reported: the rows have left this process, and
+  // the system writes them anyway.
   virtual void Settle() noexcept = 0;
 
   // What was mended when it was opened, a sentence for a person; empty where there was nothing to do.

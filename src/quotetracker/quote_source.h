@@ -17,13 +17,13 @@ struct QuoteChange {
   std::size_t ticker = 0;        // its index among those subscribed to
 };
 
-// The changes of some tickers, one behind the other.
+// The changes of some tickers, one after the other.
 class QuoteUpdates {
  public:
   virtual ~QuoteUpdates() = default;
 
-  // The quote of one of the tickers, by its index, as it stands behind the changes that were given: nothing
-  // that is still to come is newer than it shows. It holds as long as that of Next.
+  // The quote of one of the tickers, by its index, as of the last change that Next gave, never newer. Valid
+  // for as long as Next's.
   virtual const Quote& Look(std::size_t ticker) = 0;
 
   // The next change, if one is due now. Its quote holds until the next call of any member of this or its

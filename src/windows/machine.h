@@ -35,8 +35,7 @@ class Machine : public host::Host {
   host::OperatingSystem& system() override { return system_; }
   UserVault& vault() override { return vault_; }
 
-  // Who stands in for the person at this desktop; nobody does until it is told. Nothing that is shown may be
-  // on the stack of calls when that changes.
+  // Who stands in for the person at this desktop, if anybody. May change only while no form or box is open.
   std::optional<ScriptPerson>& stands_in() { return stands_in_; }
 
  private:

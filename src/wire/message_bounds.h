@@ -43,8 +43,8 @@ inline constexpr std::size_t kLongestHead = 80;
 // bytes in front of that message.
 bool BeginsWithRecord(std::string_view bytes);
 
-// The head among those at `from` or behind that is the first to be known, in the order of the bytes that make
-// them known. Heads that the first `searched` bytes make known are left out. `within` is the kind of the
+// Of the heads at or after `from`, the one that takes the fewest bytes to recognise. Heads that the first
+// `searched` bytes suffice to recognise are left out. `within` is the kind of the
 // message at the front: a head of the same kind counts as one of another message only when its tag comes a
 // second time.
 std::optional<Head> FindHead(std::string_view bytes, std::size_t from,

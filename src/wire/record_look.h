@@ -13,16 +13,16 @@ namespace mirelo::wire {
 // What the stream class makes of a record, as far as others are touched by it.
 struct RecordLook {
   std::string_view symbol;  // under which it is kept; lies in the record
-  // Whether the fields end where the record does. Where they do not, the class looks for the next record at
-  // another place than it stands at.
+  // Whether the fields end where the record does. Where they do not, the class would look for the next record
+  // at another offset than the one at which it begins.
   bool fits = false;
   // Where another record begins in place of a field of this one, whose stated length then is a lie: fields of
   // both would become one quote. 0 where none does.
   std::size_t next = 0;
 };
 
-// Of a record of at least one field's id. Of one that has not come whole only `next` counts: what it tells is
-// true of the whole one as well.
+// `record` holds at least one field's id. Where it has not come whole, only `next` is meaningful: it will be
+// true of the whole record as well.
 RecordLook LookAt(std::string_view record);
 
 // The length that a record states, of at least four bytes.
@@ -35,8 +35,8 @@ struct InnerRecord {
   bool may_come = false;  // whether more bytes may tell of one that begins before this
 };
 
-// Of bytes that begin with a record: the first that begins inside before `end`. Those of a server in order
-// lie side by side; of a great many that are nested, some are not looked at.
+// `bytes` begin with a record. Finds the first good one that begins inside of it, before `end`. Records of a
+// server in order lie side by side; of a great many that are nested, some are passed over.
 InnerRecord FindInnerRecord(std::string_view bytes, std::size_t end);
 
 // LookAt, of a record that grows at its end: goes on at the field where it stopped.

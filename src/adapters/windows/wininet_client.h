@@ -74,7 +74,7 @@ class WinInetClient final : public host::WinInetApi {
     std::string verb = {};  // as it was asked for: what a redirect made of it, Windows keeps to itself
     std::function<void*()> open_again = {};
     std::shared_ptr<std::atomic<bool>> is_wanted =
-        {};                      // of one that was sent: whether somebody may wait for it
+        {};                      // shared with the threads of its calls: false once nobody waits for it
     std::string body = {};       // what has come of the reply's and was not read yet
     std::uint64_t received = 0;  // of that body
   };

@@ -84,7 +84,7 @@ inline Part WithUsualWidths(Part part, std::vector<std::int32_t> twips) {
   part.usual_widths = std::move(twips);
   return part;
 }
-// The control that has the focus when the form comes up and gives it to none by itself.
+// The control that gets the focus when the form is shown and has no active control of its own.
 inline Part FocusedFirst(Part part) {
   part.has_first_focus = true;
   return part;

@@ -55,7 +55,7 @@ class QuoteAnswers {
   // A sheet is looked through again after so long, and so much longer where that takes time.
   static constexpr std::chrono::seconds kBetweenChecks{3};
   static constexpr int kLeastShareOfChecks = 100;
-  // On so many results doubt falls at each check, too, of which there was nothing to tell; on all in turn.
+  // Each check also asks after the cells of so many results that had no news, of all such results in turn.
   static constexpr std::size_t kMostOfQuiet = 100;
   // The office's main thread is taken for so long at once, and is free for so long between.
   static constexpr std::chrono::milliseconds kReadAtOnce{5};

@@ -32,7 +32,7 @@ class QuoteResult final : public cppu::WeakImplHelper1<css::sheet::XVolatileResu
 
   const day::QuoteQuestion& question() const { return question_; }
 
-  // The office counts on being told at once what there is.
+  // Tells the listener the present value at once, on which the office counts.
   void SAL_CALL addResultListener(const Listener& listener) override;
   void SAL_CALL removeResultListener(const Listener& listener) override;
 
@@ -44,9 +44,9 @@ class QuoteResult final : public cppu::WeakImplHelper1<css::sheet::XVolatileResu
   void End();
 
   bool IsAsking() const { return watched_ != nullptr; }
-  // Whether a cell has called since something was told.
+  // Whether a cell has called since the listeners were last told something.
   bool HasBeenHeard() const { return !told_; }
-  // It is doubted whether there is a cell, until one calls.
+  // Marks it as one that may have no cell any more, until a cell calls.
   void Doubt() { doubted_ = true; }
   bool IsDoubted() const { return doubted_; }
   // Tells what there is once more, so that cells call if there are any.

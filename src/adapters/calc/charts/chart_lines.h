@@ -30,7 +30,7 @@ void PaintLine(const Reference<css::chart::XChartDocument>& chart, const Propert
 void PaintFill(const Reference<css::chart::XChartDocument>& chart, const Properties& part,
                const spreadsheet::ChartFill& fill);
 
-// What a part looks like in the office of itself.
+// Resets these properties of a part to the office's defaults.
 void PaintAsTheOfficeDoes(const Properties& part, const std::vector<std::string_view>& names);
 
 }  // namespace mirelo::calc

@@ -17,9 +17,10 @@ class DocumentCharts;
 // known.
 spreadsheet::Chart ReadChart(const OfficeChart& chart, DocumentCharts& charts);
 
-// The cells that the series plot, in the words of the office.
+// The cells that each series plots, as the office writes them.
 std::vector<rtl::OUString> CellsOfSeries(const OfficeChart& chart);
-// The same of a chart, from these words. Series of which the words are as they were `before` stay.
+// Sets the cells of `chart`'s series from such texts. A series whose text equals the one in `before` is left
+// alone.
 void ReadCells(const std::vector<rtl::OUString>& cells, const std::vector<rtl::OUString>& before,
                DocumentCharts& charts, spreadsheet::Chart& chart);
 

@@ -9,18 +9,18 @@
 
 namespace mirelo::calc {
 
-// Where a chart stands by the columns of its sheet. Behind its first column it is moved with the columns in
-// front of it, and it grows with those that it covers. The office keeps up which columns these are when some
-// are inserted and deleted. Called within Document::Ask.
+// Where a chart stands by the columns of its sheet. It is moved with the columns before its own first one,
+// and grows with those that it covers. The office keeps up which columns these are when some are inserted and
+// deleted. Called within Document::Ask.
 class ColumnAnchor {
  public:
   // Nothing on a sheet whose columns go from the right to the left, and for a chart that stands off them.
   static std::optional<ColumnAnchor> Of(DocumentSheet& sheet, const spreadsheet::ChartBox& place);
 
-  // Of the chart, for which this was made.
+  // The chart's place when it was last anchored.
   const spreadsheet::ChartBox& place() const { return place_; }
-  // Where its columns have brought the chart since then, which is then what this is made for. The office
-  // raises something when one of the columns was deleted.
+  // Reads where the columns are now, moves the place with them and returns it. The office's exception when
+  // one of the columns was deleted.
   const spreadsheet::ChartBox& Follow();
 
  private:
@@ -38,7 +38,7 @@ class ColumnAnchor {
   spreadsheet::ChartBox place_;
   Edge left_;
   Edge right_;
-  sal_Int32 behind_left_;  // how far the chart begins behind the beginning of its first column
+  sal_Int32 behind_left_;  // how far from its first column's beginning the chart begins
 };
 
 }  // namespace mirelo::calc

@@ -41,7 +41,7 @@ class DocumentCharts {
   // The cells of an area were taken out of a sheet, and those below have moved up.
   void FollowDeletion(DocumentSheet& sheet, const spreadsheet::Area& gone);
 
-  // In front of a change of a sheet's columns, and behind it.
+  // To be called before and after a change of a sheet's columns: charts keep their place by them.
   void FollowColumns(const DocumentSheet& sheet);
 
   // Whether charts are painted as soon as something of them changes. Off, they are once it is on again.

@@ -49,7 +49,7 @@ class DrawnChart {
   // Paints what waits for it. False when that is nothing any more, as the chart is gone.
   bool DrawWhatWaits();
   void Delete();
-  // In front of a change of its sheet's columns, and behind it: has the chart stand by them as before. One
+  // To be called before and after a change of its sheet's columns: the chart keeps its place by them. One
   // that a person has anchored to a cell is left to the office.
   void FollowColumns();
   // The cells of an area were taken out of a sheet, and those below have moved up. The office has series go
@@ -62,7 +62,8 @@ class DrawnChart {
   void Read();
   void MoveWithColumns();
   void Paint();
-  // Once more with a document that is open, where the office had closed it to save memory.
+  // Runs `body`; where the office had unloaded the chart's document to save memory, loads it and runs `body`
+  // once more.
   template <class Body>
   void WithOpenDocument(Body&& body);
 
@@ -74,8 +75,8 @@ class DrawnChart {
   spreadsheet::Chart painted_;                 // as the document has it, as far as that is known
   spreadsheet::ChartBox place_;                // as the document had it at the last look
   std::optional<ColumnAnchor> anchor_;         // by which chart_ stands, as far as that was asked
-  std::vector<rtl::OUString> cells_;           // as place_
-  bool is_read_ = false;                       // since charts are not drawn
+  std::vector<rtl::OUString> cells_;           // CellsOfSeries at the last look
+  bool is_read_ = false;                       // from the document, since drawing was switched off
   sal_Int32 drawings_ = 0;                     // on its sheet, when it was read
   bool waits_ = false;
 };

@@ -31,10 +31,10 @@ class UndoAside;
 // A document that is open in the office, with what its objects share. A person works in it meanwhile: sheets
 // are renamed, moved and deleted, and the document is closed, at any time.
 //
-// The person's undo list holds the person's steps. What is written here is kept out of it (StepsAside), and
-// undoing a step puts back what stood at those addresses before that step. Where a step could no longer be
-// undone safely, since sheets have got other numbers or a drawing that it holds is gone, the list is emptied
-// (ForgetSteps).
+// The person's undo list holds the person's steps alone: changes written here stay out of it (see UndoAside).
+// Undoing a step restores what stood at its addresses before that step. Where a step can no longer be undone
+// safely, since sheets have got other numbers or a drawing that it holds is gone, ForgetSteps empties the
+// list.
 class Document : public std::enable_shared_from_this<Document> {
  public:
   using Context = Reference<css::uno::XComponentContext>;
@@ -46,8 +46,8 @@ class Document : public std::enable_shared_from_this<Document> {
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
 
-  // Runs what asks the office. What the office raises becomes error 1004, and all is that once the document
-  // was closed.
+  // Runs `body`, which calls the office, after the gathered formats were applied. Exceptions of the office
+  // become error 1004; after the document was closed every call is error 1004.
   template <class Body>
   decltype(auto) Ask(Body&& body) const {
     return AskAsItStands([&]() -> decltype(auto) {
@@ -55,7 +55,7 @@ class Document : public std::enable_shared_from_this<Document> {
       return std::forward<Body>(body)();
     });
   }
-  // The same while formats may be gathered that the body does not look at.
+  // Like Ask, but gathered formats stay so: for a body that does not read what they change.
   template <class Body>
   decltype(auto) AskAsItStands(Body&& body) const {
     if (is_gone_) throw DocumentGone();
@@ -86,15 +86,16 @@ class Document : public std::enable_shared_from_this<Document> {
   std::shared_ptr<DocumentSheet> AddSheet(std::string_view name);
 
   NumberFormats& Formats() { return *formats_; }
-  // How many days later than clients' the document's first day is.
+  // What to add to a day number of this document to get the client's: 0, or 1462 where the document counts
+  // from 1904.
   double FirstDay() const;
   calc::Front& Front() { return *front_; }
   void HoldScreen();
   // Windows stand still until the result is gone.
   std::unique_ptr<PaintPause> LetGoOfScreen();
-  // Whether nobody but clients has acted since the screen is held still, and nobody can: the office has not
-  // handled its events. Then some things are put off, and done when somebody asks for what they change, or
-  // when that time is over.
+  // Whether writes may be deferred: the screen is held still, and the office has handled no events since, so
+  // nobody but clients has acted. Deferred writes are done when somebody reads what they change, and when
+  // either ends.
   bool Gathers() const { return pause_ != nullptr && pause_->IsOn(); }
   GatheredFormats& Gathered() const { return *gathered_; }
   // The office makes no steps until the end of that time.

@@ -28,8 +28,8 @@ class GatheredFormats {
   // `document` outlives it.
   explicit GatheredFormats(Document& document) : document_(document) {}
 
-  // That of just these cells; it is good until the next call. What was told of others that share some cells
-  // with them is laid before. Error 1004 where the person allows no change.
+  // The formats gathered for exactly this block, to be added to; valid until the next call. Where other
+  // blocks overlap it, all that was gathered is applied first. Error 1004 where the sheet is protected.
   Look& Of(const CellBlock& block);
   bool HasLinesBesideThoseOf(const CellBlock& block) const;
 

@@ -31,13 +31,13 @@ class NumberFormats {
   NumberFormats(const Reference<css::uno::XComponentContext>& context,
                 const Reference<css::sheet::XSpreadsheetDocument>& document);
 
-  // The office's number of a format. Nothing for its standard, which it passes over where another format
-  // stands. Error 1004 for a code that it cannot read.
+  // The key of a format code; nullopt for "General", which the office ignores where another format is set, so
+  // that the property has to be reset instead. Error 1004 for a code that the office cannot read.
   std::optional<sal_Int32> KeyToSet(std::string_view code);
   // Gives cells this format.
   void Put(const Properties& cells, std::string_view code);
   sal_Int32 BooleanKey() const { return boolean_key_; }
-  // Whether it is what a boolean is called where the person is: TRUE, WAHR.
+  // Whether `text` is TRUE or FALSE in the person's language, without regard to case.
   bool IsNameOfBoolean(std::string_view text);
   const Format& Of(sal_Int32 key);
 

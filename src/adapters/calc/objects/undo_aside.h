@@ -29,8 +29,8 @@ class UndoAside {
  private:
   UndoAside(Document& document, bool is_of_cells);
 
-  // OfAnother: one is alive already, in which this one is. HeldNoSteps: none are made anyway, see
-  // Document::HoldsSteps.
+  // OfAnother: nested in another UndoAside, which does the work. Lock: the undo manager is locked. NoSteps:
+  // this object has switched the making of steps off. HeldNoSteps: it was off already (Document::HoldsSteps).
   enum class Means { OfAnother, Lock, NoSteps, HeldNoSteps };
   Means Begin(bool is_of_cells) const;
 

@@ -46,7 +46,7 @@ class CalcDesktop : public host::Desktop {
   std::optional<host::WindowPlacement> GetDesktopPlacement() override;
   int ShellExecuteA(const std::string& verb, const std::string& file) override;
 
-  // Is called when a person has ended the only form that is up. What that waits for is of no use any more.
+  // Called when the person has closed the only open form, so that requests it waits for can be cancelled.
   std::function<void()> form_ended = [] {};
 
   // The window of a form that is being shown; null for another.

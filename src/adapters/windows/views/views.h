@@ -45,7 +45,8 @@ struct View {
 // The views of a form's window.
 class Views {
  public:
-  // The control of that place among the form's has a window of this number more; other windows have none.
+  // A control's window has this number plus the control's index in the form. Windows that are no controls
+  // have no number.
   static constexpr int kFirstNumber = 1000;
   // What a view has the form's window send itself, to show it once more when Windows is done with it.
   static constexpr UINT kShowAgain = WM_APP + 1;

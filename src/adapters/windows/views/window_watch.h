@@ -4,11 +4,11 @@
 
 namespace mirelo::windows {
 
-// Has the messages of a window of another class seen here, one watcher a window.
+// Subclasses a window, to see its messages. A window has one watcher at most.
 class WindowWatch {
  public:
   virtual ~WindowWatch() = default;
-  // When the window's own class has handled it.
+  // Called after the window's own procedure has handled the message.
   virtual void Seen(HWND window, UINT message) = 0;
 
   void Start(HWND window);

@@ -13,7 +13,7 @@ namespace mirelo::workbook {
 // Reads the series of one chart's part.
 class SeriesReader {
  public:
-  // `has_markers`: whether series of a kind with markers have them where they tell none.
+  // `has_markers`: whether a series of a kind with markers has them where it holds no element "marker".
   SeriesReader(const ShapePropertiesReader& shapes, ChartLosses& losses, LoadBudget& budget,
                const std::string& part, const ChartKind& kind, bool has_markers)
       : shapes_(shapes),

@@ -28,11 +28,11 @@ class ShapePropertiesReader {
   // The colour of letters: that of the fill in their properties.
   Color LetterColor(pugi::xml_node properties) const;
 
-  // Says what a shape loses of which nothing is kept, if it has any look of its own.
+  // For parts of whose shape nothing is kept: reports `what` as lost if the shape has any look of its own.
   void Refuse(pugi::xml_node shape, std::string_view what) const;
-  // Says that a shape's line is lost, if it has one.
+  // Reports the line of `what` as lost, if the shape has one.
   void RefuseLine(pugi::xml_node shape, std::string_view what) const;
-  // Says that its shadow and the like are lost.
+  // Reports its shadow and the like as lost.
   void RefuseEffects(pugi::xml_node shape) const;
 
  private:

@@ -27,7 +27,8 @@ struct ToldStyles {
 };
 ToldStyles StylesToTell(const Sheet& sheet, const StyleTable& table);
 
-// Whether a format of a column that is empty from `last` on would be told so, with its end there.
+// Whether the format of a column that is empty from `last` on would be written as the whole column's, with an
+// end mark at `last`.
 bool IsToldByItsEnd(const StyleGrid::Rows& rows, std::int32_t last, const StyleTable& table);
 
 }  // namespace mirelo::workbook
