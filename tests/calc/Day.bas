@@ -149,7 +149,7 @@ Sub Troubles
   ChooseCommand(Document, "status")
   NoteTrouble(Document, "nobody there", "NOBODY", "Compare SocketPort")
   NoteTrouble(Document, "something else", "OTHER", "no more")
-  NoteTrouble(Document, "cut stream", "CUT", "again in")
+  NoteTrouble(Document, "cut stream", "CUT", "reconnecting in")
   ChooseCommand(Document, "stop")
   ListenAt("RELAY")
   Document.close(True)
