@@ -231,7 +231,8 @@ TEST_F(Feed, IsNotHeldByBytesThatAreNoMessage) {
     Deliver("\xFE\xFE\xFE");
     Pass(1'000);
   }
-  EXPECT_THAT(told, Contains(HasSubstr("has sent nothing that can be understood for 60 seconds; reconnecting")));
+  EXPECT_THAT(told,
+              Contains(HasSubstr("has sent nothing that can be understood for 60 seconds; reconnecting")));
 }
 
 // The request that ends the subscriptions may be the one too many of a peer that reads nothing.
