@@ -6,15 +6,9 @@
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/styles.h"
+#include "dialog/tabs.h"
 
 namespace mirelo {
-
-namespace {
-
-constexpr std::int32_t kTabOfSettings = 1;
-constexpr std::int32_t kFieldsTab = 3;
-
-}  // namespace
 
 void frmMirelo::C1TTickersSettings_Click() {
   Routine("Mirelo.frmMirelo.C1TTickersSettings_Click", [&](Frame& frame) {
@@ -23,7 +17,7 @@ void frmMirelo::C1TTickersSettings_Click() {
       if (ListLeft.ListCount() > 0 && ListLeft.ListIndex() == -1)
         STEP(ListLeft.ListIndex(ListLeft.ListCount() - 1));
       STEP(EnableUpDn());
-    } else if (C1TTickersSettings.CurrTab() == kTabOfSettings) {
+    } else if (C1TTickersSettings.CurrTab() == kSettingsTab) {
       STEP(lblStatus.Caption(""));
     }
     frame.pop();

@@ -9,6 +9,8 @@
 #include "core/setting_names.h"
 #include "dialog/frmColor.h"
 #include "dialog/frmMirelo.h"
+#include "dialog/palette.h"
+#include "dialog/tabs.h"
 #include "person/attended_desktop.h"
 #include "person/dialog_wishes.h"
 #include "person/list_entry.h"
@@ -17,12 +19,7 @@ namespace mirelo {
 
 namespace {
 
-constexpr std::int32_t kTickersTab = 0;
-constexpr std::int32_t kSettingsTab = 1;
-constexpr std::int32_t kCharting = 2;
-
 constexpr const char* kNone = "None";
-constexpr std::int32_t kNoFill = -4142;
 
 void Need(const forms::Control& control, const char* what_to_do) {
   if (!control.IsUsable()) throw Unfulfilled(std::string("the dialog has switched this off; ") + what_to_do);
@@ -145,12 +142,13 @@ constexpr std::array kControls{
     DialogControl{"txtVerticalSheet", kSettingsTab, kType<&F::txtVerticalSheet>},
     DialogControl{"VerticalTable", kTickersTab, kTick<&F::chkVerTable>},
     DialogControl{"RowsLimit", kTickersTab, LimitRows},
-    DialogControl{"BuildCharts", kCharting, kTick<&F::chkBuildCharts>},
-    DialogControl{"ChartStyle", kCharting, kChooseStyle<&F::chkChartStyle, &F::ComChartStyle, kNeedsCharts>},
-    DialogControl{"ChartPoints", kCharting, TypeChartPoints},
-    DialogControl{"ColorPoints", kCharting, kTick<&F::chkColorPoints, kNeedsCharts>},
-    DialogControl{"GreyOut", kCharting, kTick<&F::chkGreyOut, kNeedsCharts>},
-    DialogControl{"AddYAxis", kCharting, kTick<&F::chkAddYAxis, kNeedsCharts>},
+    DialogControl{"BuildCharts", kChartingTab, kTick<&F::chkBuildCharts>},
+    DialogControl{"ChartStyle", kChartingTab,
+                  kChooseStyle<&F::chkChartStyle, &F::ComChartStyle, kNeedsCharts>},
+    DialogControl{"ChartPoints", kChartingTab, TypeChartPoints},
+    DialogControl{"ColorPoints", kChartingTab, kTick<&F::chkColorPoints, kNeedsCharts>},
+    DialogControl{"GreyOut", kChartingTab, kTick<&F::chkGreyOut, kNeedsCharts>},
+    DialogControl{"AddYAxis", kChartingTab, kTick<&F::chkAddYAxis, kNeedsCharts>},
     DialogControl{"FillColorON", kSettingsTab, kPickColor<&F::ButOn>, true},
     DialogControl{"FillColorOFF", kSettingsTab, kPickColor<&F::ButOff>, true},
 };

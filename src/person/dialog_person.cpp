@@ -7,15 +7,13 @@
 #include "automation/text.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
+#include "dialog/tabs.h"
 #include "person/attended_desktop.h"
 #include "person/dialog_controls.h"
 
 namespace mirelo {
 
 namespace {
-
-constexpr std::int32_t kTabOfTickers = 0;
-constexpr std::int32_t kFieldsTab = 3;
 
 // What the dialog ought to hold after the acts before.
 std::int32_t Expected(std::optional<std::int32_t> place, const std::string& text) {
@@ -102,7 +100,7 @@ std::optional<std::int32_t> RowOf(const frmMirelo& form, const std::string& tick
 }
 
 void ArrangeTickers(frmMirelo& form, const std::vector<std::string>& wanted) {
-  form.C1TTickersSettings.UserSelect(kTabOfTickers);
+  form.C1TTickersSettings.UserSelect(kTickersTab);
   for (std::int32_t row = form.FG.Rows() - 1; row >= 1; --row) {
     if (PlaceIn(wanted, TickerOf(form, row))) continue;
     form.FG.UserClickCell(row, TickerColumn(form));
@@ -135,7 +133,7 @@ std::int32_t FieldColumn(const frmMirelo& form, const std::string& field) {
 }
 
 void TickField(frmMirelo& form, const DialogWishes::Tick& tick) {
-  form.C1TTickersSettings.UserSelect(kTabOfTickers);
+  form.C1TTickersSettings.UserSelect(kTickersTab);
   if (form.chkVerTable.Value() == 0) throw Unfulfilled("add --set VerticalTable=1");
   const auto row = RowOf(form, tick.ticker);
   if (!row) throw Unfulfilled("\"" + tick.ticker + "\" is not among the tickers");

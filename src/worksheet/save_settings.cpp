@@ -19,6 +19,7 @@
 #include "core/setting_names.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
+#include "dialog/tabs.h"
 #include "dialog/time_zones.h"
 #include "host/desktop.h"
 #include "worksheet/color_schemes.h"
@@ -26,9 +27,6 @@
 namespace mirelo {
 
 namespace {
-
-constexpr std::int32_t kSettingsTab = 1;
-constexpr std::int32_t kChartingTab = 2;
 
 constexpr double kLeastChartPoints = 5;
 constexpr double kMostChartPoints = 1200;
