@@ -34,3 +34,10 @@ End Sub
 
 Sub State_disposing(Event)
 End Sub
+
+REM  How many quotes have come on the day, as the status bar tells it.
+Function QuotesTold(Document) As Long
+  Dim Line
+  Line = Split(StatesIn(Document), "Mirelo: ")
+  If UBound(Line) > 0 Then QuotesTold = Val(Line(1))
+End Function

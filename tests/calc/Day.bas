@@ -103,6 +103,7 @@ Sub Protecting(Document)
   ChooseCommand(Document, "start")
   Note("comes once more", Comes(Document))
   Document.Sheets.getByName(Table).protect("")
+  Note("ended by protection", HasEnded(Document))
   Note("comes into a protected sheet", ComesStill(Document))
   Note("states behind protection", StatesIn(Document))
   Document.Sheets.getByName(Table).unprotect("")
@@ -216,7 +217,7 @@ End Function
 
 Function HasEnded(Document) As Boolean
   Dim Tries As Integer
-  For Tries = 1 To 40
+  For Tries = 1 To 20 * Patience
     If InStr(StatesIn(Document), "stop=False") > 0 Then
       HasEnded = True
       Exit Function

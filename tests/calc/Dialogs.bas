@@ -20,7 +20,8 @@ Sub Main
   AskNobody
   CancellingWhileItAsks(There)
   Note("end", "reached")
-  GoTo Done
+  HavingCellsAsk(There)
+  Exit Sub  ' the person ends the office
 Failed:
   Note("failed", Err & " " & Replace(Error$, Chr(10), " ") & " in line " & Erl)
 Done:
@@ -83,19 +84,17 @@ Sub CancellingWhileItAsks(Document)
   Note("states behind cancelling", StatesIn(Document))
 End Sub
 
+REM  Their request waits when the office is to end.
+Sub HavingCellsAsk(Document)
+  CallPerson("to_leave_while_cells_ask")
+  Document.Sheets.getByIndex(0).getCellRangeByName("H1").Formula = "=QUOTE(""MSFT"")"
+  Document.setModified(False)
+End Sub
+
 Sub CallPerson(Act As String)
   Dim Scripts
   Scripts = createUnoService("com.sun.star.script.provider.MasterScriptProviderFactory").createScriptProvider("user")
   Scripts.getScript("vnd.sun.star.script:dialog_person.py$" & Act & "?language=Python&location=user").invoke(Array(), Array(), Array())
-End Sub
-
-Sub AwaitFile(Name As String)
-  Dim Deadline As Date
-  Deadline = Now() + Patience / 86400
-  Do While Not FileExists(Environ("MIRELO_FOLDER") & "/" & Name)
-    If Now() > Deadline Then Error 1000
-    Wait 20
-  Loop
 End Sub
 
 Function NewDocument(Title As String)

@@ -13,3 +13,7 @@ Function Argument(Name As String, Value)
   Made.Value = Value
   Argument = Made
 End Function
+
+Function NewDocument()
+  NewDocument = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
+End Function

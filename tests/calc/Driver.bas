@@ -3,6 +3,7 @@ REM  Runs the macros of examples/calc in a document of its own, notes what it fi
 Option Explicit
 
 Global Scripts
+Global IsGerman As Boolean
 
 Sub Main
   Dim Document
@@ -13,6 +14,7 @@ Sub Main
   AskQuotes
   NoteCells("asked", Document, 0)
   NoteMenu("behind asking", Document)
+  AskWhereTheLocaleChanges(Document)
 
   StartStream
   AwaitQuotes(Document)
@@ -40,6 +42,26 @@ Done:
   On Error Resume Next
   Document.close(True)
   StarDesktop.terminate()
+End Sub
+
+REM  Amid the request somebody has the office speak German, where numbers are written in another way.
+Sub AskWhereTheLocaleChanges(Document)
+  Dim Cells
+  createUnoService("com.sun.star.awt.AsyncCallback").addCallback(CreateUnoListener("German_", "com.sun.star.awt.XCallback"), Empty)
+  AskQuotes
+  Note("became German meanwhile", IsGerman)
+  Cells = Document.Sheets.getByName("Quotes").getCellRangeByName("B1:B2").getDataArray()
+  Note("asked while it became German", Cells(0)(0) > 0 And Cells(1)(0) > 0)
+  SetLocale("")
+  AskQuotes
+End Sub
+
+Sub German_notify(Data)
+  SetLocale("de-DE")
+  IsGerman = True
+End Sub
+
+Sub German_disposing(Event)
 End Sub
 
 Sub AwaitQuotes(Document)
@@ -132,16 +154,6 @@ Sub InGerman(Document)
   SetLocale("")
 End Sub
 
-Sub SetLocale(Name As String)
-  Dim Place As New com.sun.star.beans.PropertyValue, Provider, Setup
-  Place.Name = "nodepath"
-  Place.Value = "/org.openoffice.Setup/L10N"
-  Provider = createUnoService("com.sun.star.configuration.ConfigurationProvider")
-  Setup = Provider.createInstanceWithArguments("com.sun.star.configuration.ConfigurationUpdateAccess", Array(Place))
-  Setup.replaceByName("ooSetupSystemLocale", Name)
-  Setup.commitChanges()
-End Sub
-
 Sub Formulas(Document)
   Dim Cell
   Cell = Document.Sheets.getByName("Quotes").getCellByPosition(7, 0)
@@ -157,10 +169,6 @@ Sub NoteMenu(Title As String, Document)
   Note("menu " & Title, StatesIn(Document))
   ChooseCommand(Document, "stop")
 End Sub
-
-Function NewDocument()
-  NewDocument = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
-End Function
 
 Sub WriteThroughTheFacade(Document)
   Dim Application

@@ -16,6 +16,7 @@ Sub Main
   NoteFiles(Document)
   NoteExample
   NoteEndOfUse(Document, Sheet)
+  NoteConditions
   NoteManyCells
   Note("end", "reached")
   GoTo Done
@@ -111,8 +112,8 @@ Sub NoteFiles(Document)
   Dim Form, Other, Parts, First
   For Each Form In Array("ods=calc8", "xlsx=Calc MS Excel 2007 XML", "xls=MS Excel 97")
     Parts = Split(Form, "=")
-    Document.storeToURL(UrlOf("saved." & Parts(0)), Array(MakeProperty("FilterName", Parts(1))))
-    Other = StarDesktop.loadComponentFromURL(UrlOf("saved." & Parts(0)), "_blank", 0, Array(MakeProperty("Hidden", True)))
+    Document.storeToURL(UrlOf("saved." & Parts(0)), Array(Argument("FilterName", Parts(1))))
+    Other = StarDesktop.loadComponentFromURL(UrlOf("saved." & Parts(0)), "_blank", 0, Array(Argument("Hidden", True)))
     WaitForNumber(Other.Sheets.getByIndex(0), "A1")
     First = Other.Sheets.getByIndex(0).getCellRangeByName("A1").Value
     WaitForOther(Other.Sheets.getByIndex(0), "A1", First)
@@ -125,7 +126,7 @@ End Sub
 
 Sub NoteExample
   Dim Example, Sheet
-  Example = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_EXAMPLE")), "_blank", 0, Array(MakeProperty("Hidden", True)))
+  Example = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_EXAMPLE")), "_blank", 0, Array(Argument("Hidden", True)))
   Sheet = Example.Sheets.getByIndex(0)
   WaitForNumber(Sheet, "B2")
   WaitForNumber(Sheet, "B3")
@@ -135,13 +136,6 @@ End Sub
 
 Function Shown(Sheet, Place As String) As String
   Shown = Sheet.getCellRangeByName(Place).FormulaLocal & " " & (Sheet.getCellRangeByName(Place).getError() = 0)
-End Function
-
-Function MakeProperty(Name As String, Value)
-  Dim Property As New com.sun.star.beans.PropertyValue
-  Property.Name = Name
-  Property.Value = Value
-  MakeProperty = Property
 End Function
 
 Function UrlOf(Name As String) As String
@@ -171,6 +165,58 @@ Sub NoteEndOfUse(Document, Sheet)
   NoteConnections("connections of no document", 0)
 End Sub
 
+' A cell is red while a condition holds that asks for a quote by itself, and another one while it asks a cell.
+Sub NoteConditions
+  Dim Document, Sheet, Style
+  Document = NewDocument()
+  Style = Document.createInstance("com.sun.star.style.CellStyle")
+  Document.StyleFamilies.getByName("CellStyles").insertByName("Marked", Style)
+  Style.CellBackColor = RGB(255, 0, 0)
+  Sheet = Document.Sheets.getByIndex(0)
+  Sheet.getCellRangeByName("A1:A2").setDataArray(Array(Array("itself"), Array("by a cell")))
+  MarkWhere(Sheet.getCellRangeByName("A1"), "QUOTE(""MSFT"")>0")
+  NoteConnections("connections of a condition", 1)
+  Note("a condition by itself", MarkedWithin(Document, 0, Patience))
+  Sheet.getCellRangeByName("B2").Formula = "=QUOTE(""MSFT"")"
+  MarkWhere(Sheet.getCellRangeByName("A2"), "$B$2>0")
+  WaitForNumber(Sheet, "B2")
+  Note("a condition by a cell", MarkedWithin(Document, 1, Patience))
+  Document.setModified(False)
+  Document.close(True)
+  NoteConnections("connections behind conditions", 0)
+End Sub
+
+Sub MarkWhere(Cell, Formula As String)
+  Dim Entries
+  Entries = Cell.ConditionalFormat
+  Entries.addNew(Array(Argument("Operator", com.sun.star.sheet.ConditionOperator.FORMULA), Argument("Formula1", Formula), Argument("StyleName", "Marked")))
+  Cell.ConditionalFormat = Entries
+End Sub
+
+' As the office writes it into a page.
+Function MarkedWithin(Document, Row As Integer, Seconds) As Boolean
+  Dim Began
+  Began = Timer
+  Do
+    Turn(100)
+    MarkedWithin = IsMarked(Document, Row)
+  Loop While Not MarkedWithin And Timer < Began + Seconds
+End Function
+
+Function IsMarked(Document, Row As Integer) As Boolean
+  Dim Number As Integer, Entry As String, Page As String, Rows
+  Document.storeToURL(UrlOf("page.html"), Array(Argument("FilterName", "HTML (StarCalc)")))
+  Number = FreeFile
+  Open ConvertFromURL(UrlOf("page.html")) For Input As #Number
+  Do While Not EOF(Number)
+    Line Input #Number, Entry
+    Page = Page & Entry
+  Loop
+  Close #Number
+  Rows = Split(Page, "<tr")
+  IsMarked = InStr(UCase(Rows(Row + 1)), "BGCOLOR=""#FF0000""") > 0
+End Function
+
 ' The office ends while their quotes come.
 Sub NoteManyCells
   Dim Document, Sheet, Rows(199) As Variant, Row, Began
@@ -196,10 +242,6 @@ Function TenFormulas(First As Integer)
     Formulas(I) = "=QUOTE(""T" & (First + I) & """)"
   Next I
   TenFormulas = Formulas
-End Function
-
-Function NewDocument()
-  NewDocument = StarDesktop.loadComponentFromURL("private:factory/scalc", "_blank", 0, Array())
 End Function
 
 ' Of anybody to the port of the stream, as the test has counted them just now.

@@ -10,7 +10,7 @@ Sub WithoutSender
   Dim Document, Came As Long
   On Error GoTo Failed
   Document = Begun()
-  Came = Quotes(Document)
+  Came = QuotesTold(Document)
   Note("comes", Came > 0)
   Note("kill the sender", Came)
   AwaitFile("killed")
@@ -40,7 +40,7 @@ Sub Dying
   Document = Begun()
   Document.Sheets.getByName(Table).getCellRangeByName("H1").String = "saved in the day"
   Document.store()
-  Came = Quotes(Document)
+  Came = QuotesTold(Document)
   Note("kill the office", ComesBehind(Document, Came))
   Do While True
     Wait 100
@@ -58,7 +58,7 @@ Sub Behind
   Document = Begun()
   Note("read-only behind a kill", Document.isReadonly())
   Note("saved before the kill", Document.Sheets.getByName(Table).getCellRangeByName("H1").String)
-  Note("comes behind a kill", ComesBehind(Document, Quotes(Document)))
+  Note("comes behind a kill", ComesBehind(Document, QuotesTold(Document)))
   Document.store()
   ChooseCommand(Document, "stop")
   Document.close(True)
@@ -82,34 +82,18 @@ End Function
 Function ComesBehind(Document, Came As Long) As Boolean
   Dim Deadline As Date
   Deadline = Now() + Patience / 86400
-  Do While Quotes(Document) <= Came And Now() < Deadline
+  Do While QuotesTold(Document) <= Came And Now() < Deadline
     Wait 50
   Loop
-  ComesBehind = Quotes(Document) > Came
+  ComesBehind = QuotesTold(Document) > Came
 End Function
 
 ' What was sent before the kill may come a little later.
 Function SettledQuotes(Document) As Long
   Dim Before As Long
   Do
-    Before = Quotes(Document)
+    Before = QuotesTold(Document)
     Wait 500
-  Loop While Quotes(Document) > Before
+  Loop While QuotesTold(Document) > Before
   SettledQuotes = Before
 End Function
-
-' As the status bar tells it.
-Function Quotes(Document) As Long
-  Dim Line
-  Line = Split(StatesIn(Document), "Mirelo: ")
-  If UBound(Line) > 0 Then Quotes = Val(Line(1))
-End Function
-
-Sub AwaitFile(Name As String)
-  Dim Deadline As Date
-  Deadline = Now() + Patience / 86400
-  Do While Not FileExists(Environ("MIRELO_FOLDER") & "/" & Name)
-    If Now() > Deadline Then Error 1000
-    Wait 20
-  Loop
-End Sub

@@ -74,17 +74,6 @@ Function NewDocument()
   NewDocument = Made
 End Function
 
-REM  In German people write 28,25.
-Sub SetLocale(Name As String)
-  Dim Place As New com.sun.star.beans.PropertyValue, Setup
-  Place.Name = "nodepath"
-  Place.Value = "/org.openoffice.Setup/L10N"
-  Setup = createUnoService("com.sun.star.configuration.ConfigurationProvider")
-  Setup = Setup.createInstanceWithArguments("com.sun.star.configuration.ConfigurationUpdateAccess", Array(Place))
-  Setup.replaceByName("ooSetupSystemLocale", Name)
-  Setup.commitChanges()
-End Sub
-
 Function Count(Document, Row As Long) As Double
   Count = Document.Sheets(0).getCellByPosition(3, Row).Value
 End Function

@@ -143,9 +143,14 @@ Sub Leave_notify(Data)
   StarDesktop.terminate()
 End Sub
 
+REM  What somebody chooses while the ended day's request still waits is answered in a box.
 Sub Close_notify(Data)
+  Dim Other
   Note("closed while a request waits", InStr(StatesIn(Waiting), "stop=True") > 0)
   Waiting.close(True)
+  Other = NewDocument()
+  ChooseCommand(Other, "start")
+  Other.close(True)
 End Sub
 
 Function CountOf(Items) As Long

@@ -9,11 +9,10 @@ import tempfile
 import threading
 import unittest
 
-from office import Office, be_asked, build_tables, notes_in
+from office import Office, be_asked, build_tables, macros, notes_in
 from relay import Relay
 from support import BUILD, StandIn
 
-HERE = pathlib.Path(__file__).parent
 
 
 def troublesome_streams(folder):
@@ -61,7 +60,7 @@ class Day(unittest.TestCase):
             ports = {f"MIRELO_{name}": str(port) for name, port in {**ports, "RELAY": relay.port}.items()}
             office = Office(folder, {**environment, **ports})
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=[HERE / "Day.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
+            office.add_macros(Tests=macros("Day"))
             be_asked(tracker, environment, relay.port)
             build_tables(folder / "quotes.xlsx", environment)
             shutil.copy(folder / "quotes.xlsx", folder / "troubles.xlsx")
@@ -117,6 +116,7 @@ class Day(unittest.TestCase):
 
     def test_ends_with_what_to_do_where_a_sheet_is_protected_or_gone(self):
         self.assertEqual(self.notes["comes once more"], "True")
+        self.assertEqual(self.notes["ended by protection"], "True")
         self.assertEqual(self.notes["comes into a protected sheet"], "False")
         self.assertIn("start=True stop=False", self.notes["states behind protection"])
         self.assertIn("[Mirelo: quotes come no more: ", self.notes["states behind protection"])

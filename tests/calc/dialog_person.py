@@ -2,6 +2,7 @@
 done is done, in callbacks of the office's main thread, as by the office's own toolkit. What is seen is what the office tells
 the blind."""
 
+import functools
 import os
 import pathlib
 import queue
@@ -187,7 +188,7 @@ def come(act):
         try:
             act()
         except BaseException as failure:
-            note("failed", f"{act.__name__}: {type(failure).__name__} {failure}".replace("\n", " "))
+            note("failed", f"{act}: {type(failure).__name__} {failure}".replace("\n", " "))
             begin(desktop().terminate)  # takes along what the macro waits for
 
     threading.Thread(target=run, daemon=True).start()
@@ -247,6 +248,20 @@ def cancels_while_it_asks():
     press("Cancel")
 
 
+def leaves_while_cells_ask(asked_before):
+    until = time.monotonic() + PATIENCE
+    while asked() == asked_before:
+        if time.monotonic() > until:
+            raise AssertionError("waited in vain for a request of the cells")
+        time.sleep(BETWEEN_LOOKS)
+    (FOLDER / "leaves").touch()
+    note("ends while cells ask", done(desktop().terminate))
+
+
+def asked():
+    return len(list(FOLDER.glob("asked *")))
+
+
 def to_cancel(*_):
     come(cancels)
 
@@ -265,3 +280,7 @@ def to_start_beside_the_box(*_):
 
 def to_cancel_while_it_asks(*_):
     come(cancels_while_it_asks)
+
+
+def to_leave_while_cells_ask(*_):
+    come(functools.partial(leaves_while_cells_ask, asked()))

@@ -8,9 +8,10 @@ import shutil
 import socket
 import tempfile
 import threading
+import time
 import unittest
 
-from office import Office, as_stored, be_asked, notes_in
+from office import Office, as_stored, be_asked, macros, notes_in
 from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
@@ -47,7 +48,7 @@ class Dialogs(unittest.TestCase):
     def setUpClass(cls):
         home = tempfile.TemporaryDirectory(prefix="mirelo-")
         cls.addClassCleanup(home.cleanup)
-        folder = pathlib.Path(home.name)
+        cls.folder = folder = pathlib.Path(home.name)
         opener = folder / "bin" / "xdg-open"  # by which desktops open what they have programs for
         opener.parent.mkdir()
         opener.write_text('#!/bin/sh\nprintf "%s" "$1" > "$MIRELO_FOLDER/opened"\n')
@@ -61,8 +62,9 @@ class Dialogs(unittest.TestCase):
             be_asked(tracker, environment)
             office = Office(folder, {**environment, "MIRELO_MUTE_PORT": str(as_stored(mute.port))}, headless=False)
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=[HERE / "Dialogs.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+            office.add_macros(Tests=macros("Dialogs"))
             cls.code = office.run("Tests.Dialogs.Main")
+        cls.left = time.time()
         cls.log = office.log()
         cls.notes = notes_in(folder)
         opened = folder / "opened"
@@ -103,6 +105,10 @@ class Dialogs(unittest.TestCase):
 
     def test_an_office_that_was_to_end_beside_a_dialog_outlives_it(self):
         self.assertEqual(self.notes["ends beside a dialog that asks"], "False")
+
+    def test_an_office_ends_while_cells_wait_for_an_answer(self):
+        self.assertEqual(self.notes["ends while cells ask"], "True")
+        self.assertLess(self.left - (self.folder / "leaves").stat().st_mtime, 20)  # seconds; the request would wait longer
 
 
 if __name__ == "__main__":

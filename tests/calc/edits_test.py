@@ -5,10 +5,9 @@ import pathlib
 import tempfile
 import unittest
 
-from office import Office, be_asked, build_tables, notes_in
+from office import Office, be_asked, build_tables, macros, notes_in
 from support import BUILD, StandIn
 
-HERE = pathlib.Path(__file__).parent
 HEAD = "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,52w Low,52w High"
 SECONDS = 4000
 SPEED = 20
@@ -38,7 +37,7 @@ class Edits(unittest.TestCase):
         write_day(folder / "day.csv")
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Edits.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=macros("Edits"))
         with StandIn(BUILD / "bin", "--replay", folder / "day.csv", "--speed", str(SPEED), "--rate", "40", "--kinds", "L1") as tracker:
             be_asked(tracker, environment)
             wishes = ["--history", "Last,Bid,Ask", "--charts", "--set", "RowsLimit=0"]

@@ -6,10 +6,9 @@ import tempfile
 import threading
 import unittest
 
-from office import Office, notes_in
+from office import Office, macros, notes_in
 from support import BUILD, SOURCE, StandIn, run
 
-HERE = pathlib.Path(__file__).parent
 
 
 ESTABLISHED = "01"
@@ -63,7 +62,7 @@ class Functions(unittest.TestCase):
             }
             office = Office(folder, environment)
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=[HERE / "Functions.bas", HERE / "Notes.bas"])
+            office.add_macros(Tests=macros("Functions"))
             mirelo = BUILD / "bin" / "mirelo"
             run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)
             run(mirelo, "settings", "set", "Seconds", "0", env=environment)
@@ -140,6 +139,12 @@ class Functions(unittest.TestCase):
         self.assertEqual(self.notes["connections of none"], "0")
         self.assertEqual(self.notes["connections of another"], "1")
         self.assertEqual(self.notes["connections of no document"], "0")
+
+    def test_are_asked_by_conditions_of_formats_too(self):
+        self.assertEqual(self.notes["connections of a condition"], "1")
+        self.assertEqual(self.notes["a condition by itself"], "True")
+        self.assertEqual(self.notes["a condition by a cell"], "True")
+        self.assertEqual(self.notes["connections behind conditions"], "0")
 
     def test_are_subscribed_together_by_the_thousand(self):
         self.assertEqual(self.notes["many"], "2000")

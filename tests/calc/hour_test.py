@@ -11,10 +11,9 @@ import threading
 import time
 import unittest
 
-from office import PATIENCE, Office, be_asked, build_tables
+from office import PATIENCE, Office, be_asked, build_tables, macros
 from support import BUILD, StandIn, run
 
-HERE = pathlib.Path(__file__).parent
 SECONDS = int(os.environ.get("MIRELO_LONG_HOUR", "5"))
 
 
@@ -86,7 +85,7 @@ class Hour(unittest.TestCase):
             build_tables(folder / "quotes.xlsx", environment)
             office = Office(folder, {**environment, "DISPLAY": screen.display}, plugin="gen", headless=False)
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=[HERE / "Hour.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
+            office.add_macros(Tests=macros("Hour"))
             person = Person(screen.display, folder / "wish")
             person.start()
             cls.code = office.run("Tests.Hour.Main", PATIENCE + SECONDS)

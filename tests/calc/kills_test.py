@@ -7,10 +7,9 @@ import tempfile
 import unittest
 from concurrent.futures import ThreadPoolExecutor
 
-from office import Office, await_note, be_asked, build_tables, notes_in
+from office import Office, await_note, be_asked, build_tables, macros, notes_in
 from support import BUILD, StandIn, run
 
-HERE = pathlib.Path(__file__).parent
 
 
 class Kills(unittest.TestCase):
@@ -21,7 +20,7 @@ class Kills(unittest.TestCase):
         self.environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
         self.office = Office(self.folder, self.environment)
         self.office.install(BUILD / "mirelo.oxt")
-        self.office.add_macros(Tests=[HERE / "Kills.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+        self.office.add_macros(Tests=macros("Kills"))
 
     def start_stand_in(self, **more):
         return StandIn(BUILD / "bin", "--rate", "40", "--kinds", "L1", **more)

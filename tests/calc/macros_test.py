@@ -6,7 +6,7 @@ import shutil
 import tempfile
 import unittest
 
-from office import Office, be_asked, build_tables, notes_in
+from office import Office, be_asked, build_tables, macros, notes_in
 from support import BUILD, SOURCE, StandIn
 from written_quotes import WrittenQuotes
 
@@ -26,8 +26,7 @@ class Macros(WrittenQuotes, unittest.TestCase):
         environment["PYTHONDONTWRITEBYTECODE"] = "1"
         office = Office(folder, environment, headless=False)  # which shows no dialog
         office.install(BUILD / "mirelo.oxt")
-        tests = [HERE / name for name in ("Driver.bas", "Commands.bas", "Notes.bas")]
-        office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=tests)
+        office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=macros("Driver"))
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)
         shutil.copy(HERE / "person.py", scripts)
@@ -68,6 +67,10 @@ class Macros(WrittenQuotes, unittest.TestCase):
     def test_leave_the_menu_free_when_they_are_done(self):
         for what in ("asking", "the stream", "a closed document", "cancelling", "the settings"):
             self.assertIn("stop=True", self.notes[f"menu behind {what}"], what)
+
+    def test_go_on_where_the_office_gets_another_locale_amid_a_request(self):
+        self.assertEqual(self.notes["became German meanwhile"], "True")
+        self.assertEqual(self.notes["asked while it became German"], "True")
 
     def test_write_numbers_where_people_write_them_with_a_comma(self):
         self.assertEqual(self.notes["in German"], "4,5 True")

@@ -6,10 +6,9 @@ import tempfile
 import unittest
 from concurrent.futures import ThreadPoolExecutor
 
-from office import Office, await_note, be_asked, build_tables, notes_in
+from office import Office, await_note, be_asked, build_tables, macros, notes_in
 from support import BUILD, StandIn
 
-HERE = pathlib.Path(__file__).parent
 HEAD = "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,52w Low,52w High"
 QUOTES = 100_000
 TICKERS = ("MSFT", "IBM")
@@ -47,7 +46,7 @@ class Many(unittest.TestCase):
             build_tables(folder / "quotes.xlsx", environment, "--history", "Last,Volume", columns="Ticker,Last,Volume")
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Many.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=macros("Many"))
         replay = ["--replay", folder / "day.csv", "--rate", "max", "--kinds", "L1", "--count-quotes"]
         with ThreadPoolExecutor(1) as pool:
             running = pool.submit(office.run, "Tests.Many.Main")

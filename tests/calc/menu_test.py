@@ -9,10 +9,9 @@ import unittest
 import zipfile
 from xml.etree import ElementTree
 
-from office import OFFICE, Office, notes_in
+from office import OFFICE, Office, macros, notes_in
 from support import BUILD, SOURCE
 
-HERE = pathlib.Path(__file__).parent
 NAME = "{http://openoffice.org/2001/registry}name"
 
 
@@ -28,7 +27,7 @@ class Menu(unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name, "MIRELO_NOTES": str(notes)}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Menu.bas", HERE / "Commands.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=macros("Menu"))
         cls.code = office.run("Tests.Menu.Main")
         cls.log = office.log()
         cls.notes = notes_in(folder)

@@ -31,6 +31,15 @@ LIBRARIES = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
+HERE = pathlib.Path(__file__).parent
+SHARED = ("Commands", "Documents", "Files", "Locale", "Notes", "Tables")
+
+
+def macros(name):
+    """A test's module of Basic, beside those that all tests share."""
+    return [HERE / f"{each}.bas" for each in (name, *SHARED)]
+
+
 def be_asked(tracker, environment, stream_port=None):
     """Settings of the person in `environment`, by which quotes come from this stand-in, through `stream_port` if any."""
     mirelo = BUILD / "bin" / "mirelo"

@@ -6,7 +6,7 @@ import shutil
 import tempfile
 import unittest
 
-from office import Office, be_asked, notes_in
+from office import Office, be_asked, macros, notes_in
 from support import BUILD, SOURCE, StandIn
 from written_quotes import WrittenQuotes
 
@@ -24,7 +24,7 @@ class Python(WrittenQuotes, unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "PYTHONDONTWRITEBYTECODE": "1"}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / name for name in ("Python.bas", "Commands.bas", "Notes.bas")])
+        office.add_macros(Tests=macros("Python"))
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)
         shutil.copy(SOURCE / "examples/calc/quotes.py", scripts)

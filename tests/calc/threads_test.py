@@ -6,7 +6,7 @@ import shutil
 import tempfile
 import unittest
 
-from office import Office, be_asked, build_tables, notes_in
+from office import Office, be_asked, build_tables, macros, notes_in
 from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
@@ -21,7 +21,7 @@ class Threads(unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name, "PYTHONDONTWRITEBYTECODE": "1"}
         office = Office(folder, environment)
         office.install(BUILD / "mirelo.oxt")
-        office.add_macros(Tests=[HERE / "Threads.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
+        office.add_macros(Tests=macros("Threads"))
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)
         shutil.copy(HERE / "threads.py", scripts)

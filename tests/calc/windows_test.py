@@ -6,10 +6,9 @@ import shutil
 import tempfile
 import unittest
 
-from office import Office, as_stored, be_asked, build_tables, notes_in
+from office import Office, as_stored, be_asked, build_tables, macros, notes_in
 from support import BUILD, StandIn
 
-HERE = pathlib.Path(__file__).parent
 IDLE = "settings=True start=True stop=False status=True [] help=True"
 
 
@@ -28,7 +27,7 @@ class Windows(unittest.TestCase):
             shutil.copy(folder / "quotes.xlsx", folder / "more.xlsx")
             office = Office(folder, {**environment, "MIRELO_MUTE_PORT": str(as_stored(mute.http_port))})
             office.install(BUILD / "mirelo.oxt")
-            office.add_macros(Tests=[HERE / "Windows.bas", HERE / "Commands.bas", HERE / "Documents.bas", HERE / "Notes.bas"])
+            office.add_macros(Tests=macros("Windows"))
             cls.code = office.run("Tests.Windows.Main")
         cls.log = office.log()
         cls.notes = notes_in(folder)
@@ -70,6 +69,10 @@ class Windows(unittest.TestCase):
         self.assertEqual(self.notes["closed while a request waits"], "True")
         self.assertEqual(self.notes["hung up by closing"], "True")
         self.assertEqual(self.notes["states behind a request"], IDLE)
+
+    def test_an_ended_day_says_nothing_more_and_others_do_beside_its_request(self):
+        self.assertNotIn("Data retrieval error", self.log)
+        self.assertEqual(self.log.count("The day before is still coming to its end. Try again."), 1, self.log)
 
     def test_a_request_does_not_hold_up_the_end_of_the_office(self):
         self.assertEqual(self.notes["hung up by leaving"], "True")
