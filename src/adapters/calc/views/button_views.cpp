@@ -54,8 +54,9 @@ Box MakeBox(forms::Button& button, Views& views) {
              alone ? css::awt::ImagePosition::Centered : css::awt::ImagePosition::LeftCenter);
   };
   view.connect = [&button, &view, &views] {
-    view.As<css::awt::XButton>()->addActionListener(
-        new OnAction(views.Heard([&](const auto&) { views.Act(view, [&] { button.UserPress(); }); })));
+    view.As<css::awt::XButton>()->addActionListener(new OnAction(views.Heard([&](const auto&) {
+      if (views.can_press()) views.Act(view, [&] { button.UserPress(); });
+    })));
   };
   return views.BoxOf(view, [&] { return NeededByButton(button, view, views); });
 }

@@ -86,6 +86,7 @@ FormWindow::FormWindow(const Reference<css::uno::XComponentContext>& context, fo
       dialog_(Make(context, "com.sun.star.awt.UnoControlDialog"), UNO_QUERY_THROW),
       toolkit_(css::awt::Toolkit::create(context)) {
   views_.ask = asked_.question;
+  views_.can_press = [this] { return form_.Visible() && asked_.is_on_top(); };
   ControlMaker maker(views_);
   forms::layout::BoxBuilder builder(form, forms::layout::LayoutOf(form.Name()), {}, maker);
   box_ = builder.Build();

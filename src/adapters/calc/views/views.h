@@ -66,6 +66,9 @@ class Views {
 
   // Asks the person a question above the window; true for yes.
   std::function<bool(const std::string& question)> ask;
+  // Whether buttons can be pressed. The office tells of a press later: by then the one before it may have
+  // hidden the form, or wait for the answer to a box above it.
+  std::function<bool()> can_press = [] { return true; };
   // The key that was pressed last, or 0.
   sal_Int16 last_key = 0;
 
