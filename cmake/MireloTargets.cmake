@@ -126,7 +126,7 @@ function(mirelo_test NAME)
   endif()
   target_precompile_headers(test_${NAME} REUSE_FROM ${precompiled})
   if(WIN32)
-    target_link_libraries(test_${NAME} PRIVATE mirelo_posix_sockets)
+    target_link_libraries(test_${NAME} PRIVATE mirelo_posix_sockets mirelo_windows)
     # An entry a program: the start of each costs more there than its tests, and nothing runs while it is built.
     add_test(NAME ${NAME} COMMAND test_${NAME} --gtest_brief=1)
     set_tests_properties(${NAME} PROPERTIES TIMEOUT 300)

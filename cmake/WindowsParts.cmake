@@ -6,21 +6,23 @@ set(MIRELO_WINDOWS_ROOMS
   spreadsheet
   diagnostics core snapshot streaming worksheet charts dialog
   adapters/excel adapters/headless adapters/poll adapters/windows adapters/workbook
-  automation_server com wire day person windows)
+  automation_server com wire day person quotetracker windows)
 
-# Tests of these. Those of the other rooms are tests of what is not built, and
+# Tests of these. Those of the other rooms are tests of programs and of what is not built, and
 #   scenarios            are days of programs and of saved workbooks
 #   architecture         reads sources, which are the same
 set(MIRELO_WINDOWS_TESTS
   support
-  automation automation_server charts com core day diagnostics dialog excel forms http loop records snapshot spreadsheet streaming wire
-  person poll registry settings windows worksheet)
+  automation automation_server charts com core day diagnostics dialog excel forms headless http loop records snapshot spreadsheet
+  streaming terminal wire person poll quotetracker registry settings windows workbook worksheet)
 
 # Sources that are left out of what is built, as regular expressions of their paths.
 set(MIRELO_WINDOWS_WITHOUT
   # Streams, signals and settings of a process of Linux. The desktop that nobody sits at is any machine's.
   "^src/terminal/(color|standard_streams|writing_signals)\\.cpp$"
   "^src/adapters/headless/(environment_format|linux_system|locale_format|system_clock)\\.cpp$"
+  "^tests/headless/(environment_format|linux_system|locale_format|system_clock)_test\\.cpp$"
+  "^tests/terminal/(color|standard_streams)_test\\.cpp$"
   # Debian has no libraries of Windows that read and write .xlsx; how files are held and replaced is Linux's.
   "^src/adapters/workbook/xlsx/"
   "^src/adapters/workbook/(atomic_file|companion_names|file_errors|file_hold|file_stamp|file_target|files|foreign_hold|leftovers|lock_file|process_copy|saved_spreadsheet|saving_copy|sent_error)\\.cpp$"
@@ -32,21 +34,21 @@ set(MIRELO_WINDOWS_WITHOUT
   # Windows' registry has no transactions.
   "^tests/registry/transaction_test\\.cpp$"
   # Processes are forked, and looked at in /proc.
-  "^tests/support/(child_process|memory_search|process_use|processes|refused_calls)\\.cpp$"
-  "^tests/streaming/secret_memory_test\\.cpp$"
-  # The stand-in for QuoteTracker, or loopback servers, which are built of Linux's sockets; libcurl and libcrypto.
-  "^tests/dialog/(portfolio_stand_in|quote_source_refresh)_test\\.cpp$"
-  "^tests/snapshot/loopback_quote_test\\.cpp$"
-  "^tests/streaming/(conversation.*|md5_test|allocation_test)\\.cpp$"
-  "^tests/day/(stand_in_watch_test)\\.cpp$"
+  "^tests/support/(child_process|process_use|processes|refused_calls)\\.cpp$"
+  # The program of the stand-in for QuoteTracker, which ends by signals: what it serves is served there, too. Pairs of sockets that keep
+  # packets apart.
+  "^tests/quotetracker/(outbox_test|program_test|started_program)\\.cpp$"
+  # What a process of Linux allocates.
+  "^tests/streaming/allocation_test\\.cpp$"
   # The C library that our table of letters is held against is Linux's.
   "^tests/automation/case_table_test\\.cpp$"
   # Signals, descriptors as Linux counts them, and waits of less than milliseconds.
   "^tests/poll/(descriptor|exact_timer|signal)_test\\.cpp$"
   # Loops of other toolkits; a session that the stand-in plays.
   "^tests/loop/(burst_test|main|office_waiting_test|qt_waiting_test)\\.cpp$"
-  # What is libcurl's own, or asks for a time that leaps.
-  "^tests/http/(canonical_url|hostile_heads|limits|multi|redirect_addresses|replies_in_pieces|timeouts|unasked_requests|unread_bodies)_test\\.cpp$"
+  # What is libcurl's own: what it takes for a head, how it counts what comes and the time that passes, what it leaves with the
+  # server, and where redirects end. tests/windows has limits and timeouts of WinINet's.
+  "^tests/http/(hostile_heads|limits|multi|redirect_addresses|timeouts|unasked_requests|unread_bodies)_test\\.cpp$"
   # An alarm of the system's clock interrupts a walk that has no end.
   "^tests/streaming/endless_walk_test\\.cpp$")
 
@@ -68,7 +70,7 @@ function(mirelo_leave_out_for_windows SOURCES LINK)
     endif()
   endforeach()
   set(link ${${LINK}})
-  list(FILTER link EXCLUDE REGEX "^(PkgConfig::|OpenSSL::|mirelo_(calc|curl|linux|qt|quotetracker|sqlite)$)")
+  list(FILTER link EXCLUDE REGEX "^(PkgConfig::|OpenSSL::|mirelo_(calc|curl|linux|qt|sqlite)$)")
   set(${SOURCES} ${kept} PARENT_SCOPE)
   set(${LINK} ${link} PARENT_SCOPE)
 endfunction()

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <utility>
 
 namespace mirelo::quotetracker {
 
-// Owns an open descriptor and closes it.
+// Owns an open descriptor of a socket and closes it.
 class FileDescriptor {
  public:
   FileDescriptor() = default;
@@ -16,9 +14,7 @@ class FileDescriptor {
     std::swap(descriptor_, other.descriptor_);
     return *this;
   }
-  ~FileDescriptor() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-  }
+  ~FileDescriptor();  // the system's: see socket.cpp and winsock_socket.cpp
 
   int get() const { return descriptor_; }
   explicit operator bool() const { return descriptor_ >= 0; }

@@ -1,9 +1,6 @@
 #include "quotetracker/login.h"
 
-#include <openssl/evp.h>
-
-#include <array>
-#include <stdexcept>
+#include "quotetracker/md5.h"
 
 namespace mirelo::quotetracker {
 namespace {
@@ -16,17 +13,12 @@ std::string CleanedTime(std::string_view server_time) {
   return cleaned;
 }
 
-std::string Md5InHex(std::string_view text) {
-  std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-  unsigned length = 0;
-  if (EVP_Digest(text.data(), text.size(), digest.data(), &length, EVP_md5(), nullptr) != 1) {
-    throw std::runtime_error("this machine's OpenSSL computes no MD5");
-  }
+std::string InHex(const Md5Digest& digest) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string hex;
-  for (unsigned i = 0; i < length; ++i) {
-    hex += kDigits[digest[i] >> 4];
-    hex += kDigits[digest[i] & 0x0F];
+  for (const unsigned char byte : digest) {
+    hex += kDigits[byte >> 4];
+    hex += kDigits[byte & 0x0F];
   }
   return hex;
 }
@@ -34,7 +26,7 @@ std::string Md5InHex(std::string_view text) {
 }  // namespace
 
 std::string LoginDigest(std::string_view app_secret, std::string_view server_time) {
-  return Md5InHex(std::string(app_secret) + CleanedTime(server_time));
+  return InHex(Md5Of(std::string(app_secret) + CleanedTime(server_time)));
 }
 
 }  // namespace mirelo::quotetracker

@@ -22,6 +22,18 @@ std::optional<int> Digits(std::string_view text) {
   return value;
 }
 
+// How far the local time is ahead of universal time at that moment.
+seconds OffsetAt(std::time_t utc) {
+  std::tm local{};
+#ifdef _WIN32
+  localtime_s(&local, &utc);
+  return seconds{_mkgmtime(&local) - utc};
+#else
+  localtime_r(&utc, &local);
+  return seconds{local.tm_gmtoff};
+#endif
+}
+
 // The zone's offset is asked for once a second: that costs more than the rest of a reply's line.
 class LocalTime {
  public:
@@ -29,10 +41,7 @@ class LocalTime {
     const auto now = time_point_cast<milliseconds>(system_clock::now());
     const auto second = floor<seconds>(now);
     if (second != second_) {
-      const std::time_t utc = system_clock::to_time_t(second);
-      std::tm local{};
-      localtime_r(&utc, &local);
-      offset_ = seconds{local.tm_gmtoff};
+      offset_ = OffsetAt(system_clock::to_time_t(second));
       second_ = second;
     }
     return Moment{now.time_since_epoch() + offset_};

@@ -1,18 +1,13 @@
 #include "quotetracker/server_loop.h"
 
-#include <sys/eventfd.h>
-
-#include <cerrno>
-#include <system_error>
 #include <utility>
 
 namespace mirelo::quotetracker {
 
-ServerLoop::ServerLoop() : wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-  if (!wake_) throw std::system_error(errno, std::generic_category(), "eventfd");
-  events_.Watch(wake_.get(), poll::PollLoop::kRead, [this](unsigned) {
-    eventfd_t ignored = 0;
-    ::eventfd_read(wake_.get(), &ignored);
+ServerLoop::ServerLoop() : wake_(poll::Bell::Open()) {
+  events_.Watch(wake_.Number(), poll::PollLoop::kRead, [this](unsigned) {
+    while (wake_.Take()) {
+    }
     DoPosted();
   });
 }
@@ -22,12 +17,12 @@ void ServerLoop::Post(std::function<void()> work) {
     const std::lock_guard lock(mutex_);
     posted_.push_back(std::move(work));
   }
-  ::eventfd_write(wake_.get(), 1);
+  wake_.Ring();
 }
 
 void ServerLoop::Stop() noexcept {
   stopping_ = true;
-  ::eventfd_write(wake_.get(), 1);
+  wake_.Ring();
 }
 
 void ServerLoop::Run() {

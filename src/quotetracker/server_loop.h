@@ -5,8 +5,8 @@
 #include <mutex>
 #include <vector>
 
+#include "adapters/poll/bell.h"
 #include "adapters/poll/poll_loop.h"
-#include "quotetracker/file_descriptor.h"
 
 namespace mirelo::quotetracker {
 
@@ -14,7 +14,7 @@ namespace mirelo::quotetracker {
 // prepares it); the other members may be called on any thread.
 class ServerLoop {
  public:
-  // Raises std::system_error when the machine refuses.
+  // Error 67 when no descriptor is left.
   ServerLoop();
   ServerLoop(const ServerLoop&) = delete;
   ServerLoop& operator=(const ServerLoop&) = delete;
@@ -32,7 +32,7 @@ class ServerLoop {
  private:
   void DoPosted();
 
-  FileDescriptor wake_;  // closed after the loop that watches it
+  poll::Bell wake_;  // closed after the loop that watches it
   poll::PollLoop events_;
   std::mutex mutex_;  // guards posted_
   std::vector<std::function<void()>> posted_;

@@ -4,6 +4,7 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -26,6 +27,10 @@ void SetOption(const FileDescriptor& socket, int level, int name, int value) {
 }
 
 }  // namespace
+
+FileDescriptor::~FileDescriptor() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
 
 FileDescriptor ListenOn(const std::string& address, std::uint16_t port) {
   addrinfo hints{};

@@ -317,7 +317,7 @@ TEST_F(Watching, LetsItsListenersAskAndEndAsTheyAreTold) {
 
 // As a cell that is calculated anew with all that hangs on it.
 void WorkFor(std::chrono::milliseconds time) {
-  const std::clock_t end = std::clock() + CLOCKS_PER_SEC * time.count() / 1000;
+  const std::clock_t end = std::clock() + static_cast<std::clock_t>(CLOCKS_PER_SEC * time.count() / 1000);
   while (std::clock() < end) {
   }
 }

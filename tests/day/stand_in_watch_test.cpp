@@ -13,13 +13,12 @@
 #include <utility>
 #include <vector>
 
-#include "adapters/curl/curl_internet.h"
-#include "adapters/poll/poll_loop.h"
 #include "adapters/poll/poll_winsock_library.h"
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
 #include "day/quote_watch.h"
 #include "day/stream_feed.h"
+#include "http/tested_internet.h"
 #include "quotetracker/login.h"
 #include "quotetracker/server.h"
 #include "support/manual_clock.h"
@@ -28,6 +27,7 @@
 #include "support/recording_system.h"
 #include "support/scripted_desktop.h"
 #include "support/test_host.h"
+#include "support/tested_loop.h"
 #include "wire/observed_sockets.h"
 #include "wire/side_host.h"
 
@@ -48,7 +48,7 @@ class WatchOnTheStandIn : public ::testing::Test {
         host,
         wire::SideHost::Parts{
             .sockets = [](host::MessageLoop& its) { return std::make_unique<poll::PollWinsockLibrary>(its); },
-            .internet = [](host::MessageLoop& its) { return std::make_unique<curl::CurlInternet>(its); }});
+            .internet = [](host::MessageLoop& its) { return std::make_unique<TestedInternet>(its); }});
     watch.emplace(*side);
     auto& settings = mGlobal::AppSettings();
     // The port is stored with a sign.
@@ -75,7 +75,7 @@ class WatchOnTheStandIn : public ::testing::Test {
   }
 
   quotetracker::Server server;
-  poll::PollLoop loop;
+  TestedLoop loop;
   poll::PollWinsockLibrary library{loop};
   wire::ObservedSockets observed{library, loop};
   ManualClock clock;

@@ -1,10 +1,10 @@
 #include <string>
 
-#include "adapters/curl/curl_internet.h"
-#include "adapters/poll/poll_loop.h"
 #include "dialog/portfolio_test.h"
+#include "http/tested_internet.h"
 #include "quotetracker/server.h"
 #include "support/loopback_server.h"
+#include "support/tested_loop.h"
 
 namespace mirelo::testing {
 namespace {
@@ -22,15 +22,15 @@ quotetracker::ServerOptions TwoPortfolios() {
 class TradingPortfolios : public PlainGridTest {
  protected:
   TradingPortfolios() {
-    host.Use(poll_loop).Use(curl);
+    host.Use(its_loop).Use(internet);
     Connect(server.HttpPort());
   }
   // Ports from 32768 on are negative in the 16 bits that a port has.
   void Connect(std::uint16_t port) { form.txtHTTPPort.Text(std::to_string(static_cast<std::int16_t>(port))); }
 
   quotetracker::Server server{TwoPortfolios()};
-  poll::PollLoop poll_loop;
-  curl::CurlInternet curl{poll_loop};
+  TestedLoop its_loop;
+  TestedInternet internet{its_loop};
 };
 
 TEST_F(TradingPortfolios, ImportsTheFirstPortfolio) {
@@ -64,7 +64,11 @@ TEST_F(TradingPortfolios, BringsALongListThereAndBack) {
 }
 
 TEST_F(TradingPortfolios, TellsOfAServerThatFails) {
-  for (const char* fault : {"drop", "reset", "truncate-head", "garbage", "drop:2"}) {
+  std::vector<const char*> faults{"drop", "reset", "truncate-head", "drop:2"};
+#ifndef _WIN32  // where bytes without a head are a reply
+  faults.push_back("garbage");
+#endif
+  for (const char* const fault : faults) {
     SCOPED_TRACE(fault);
     desktop.boxes.clear();
     server.SetHttpFault(quotetracker::HttpFaultPlan::Parse(fault, 1));

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "adapters/poll/poll_loop.h"
 #include "adapters/poll/poll_winsock_library.h"
 #include "automation/array.h"
 #include "automation/text.h"
@@ -15,6 +14,7 @@
 #include "dialog/dialog_test.h"
 #include "quotetracker/server.h"
 #include "streaming/cQTStreaming.h"
+#include "support/tested_loop.h"
 
 namespace mirelo::testing {
 namespace {
@@ -41,7 +41,7 @@ quotetracker::ServerOptions With(const std::vector<std::string>& faults) {
 class RefreshingSources : public DialogTest {
  protected:
   explicit RefreshingSources(const std::vector<std::string>& faults = {}) : server(With(faults)) {
-    host.Use(poll_loop).Use(tcp);
+    host.Use(its_loop).Use(tcp);
     vault.credentials = {{MemoryVault::Credential::ApplicationName, "MireloDemo"},
                          {MemoryVault::Credential::ApplicationSecret, "demo-secret"}};
     Save("SocketPort", std::to_string(server.StreamPort()));
@@ -64,15 +64,15 @@ class RefreshingSources : public DialogTest {
   // Runs the dialog's loop until `done`, which may ask the server. A failure after ten seconds.
   void Await(const std::function<bool()>& done) {
     bool late = false;
-    const auto patience = poll_loop.StartTimer(std::chrono::seconds(10), [&] { late = true; });
+    const auto patience = its_loop.StartTimer(std::chrono::seconds(10), [&] { late = true; });
     host::MessageLoop::Token tick = 0;
     const std::function<void()> again = [&] {
-      tick = poll_loop.StartTimer(std::chrono::milliseconds(5), again);
+      tick = its_loop.StartTimer(std::chrono::milliseconds(5), again);
     };
     again();
-    poll_loop.RunUntil([&] { return late || done(); });
-    poll_loop.StopTimer(tick);
-    poll_loop.StopTimer(patience);
+    its_loop.RunUntil([&] { return late || done(); });
+    its_loop.StopTimer(tick);
+    its_loop.StopTimer(patience);
     EXPECT_FALSE(late) << "what was waited for never came";
   }
   void AwaitEnd() {
@@ -89,8 +89,8 @@ class RefreshingSources : public DialogTest {
   static constexpr std::int32_t kRefreshed = 170;
 
   quotetracker::Server server;
-  poll::PollLoop poll_loop;
-  poll::PollWinsockLibrary tcp{poll_loop};
+  TestedLoop its_loop;
+  poll::PollWinsockLibrary tcp{its_loop};
   std::vector<std::string> statuses;  // that the dialog showed from then on
 };
 
@@ -121,7 +121,7 @@ TEST_F(RefreshingSources, ClosesItsConnectionAtTheEnd) {
     Await([&] { return stream.expired() && server.StreamConnections() == 0; });
     EXPECT_EQ(form.lblStatus.Caption(), "Data source list updated successfully");
   });
-  EXPECT_EQ(poll_loop.WatchCount(), 0U);
+  EXPECT_EQ(its_loop.WatchCount(), 0U);
 }
 
 TEST_F(RefreshingSources, AddsToTheFirstRunListAndOverwrites) {
@@ -303,7 +303,7 @@ class RefreshBrokenOff : public RefreshingSources, public ::testing::WithParamIn
 TEST_P(RefreshBrokenOff, LeavesTheLastStatusAndTheListAndCanBeDoneAnew) {
   InTheDialog([&](frmMirelo& form) {
     form.ButUpDate.UserPress();
-    Await([&] { return poll_loop.WatchCount() == 0; });
+    Await([&] { return its_loop.WatchCount() == 0; });
     EXPECT_EQ(form.lblStatus.Caption(), GetParam().last_status);
     EXPECT_EQ(form.ComQuoteSource.ListCount(), kFirstRun);
 

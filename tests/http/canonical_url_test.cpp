@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "adapters/curl/curl_internet.h"
-#include "adapters/poll/poll_loop.h"
+#include "http/tested_internet.h"
+#include "support/tested_loop.h"
 
 namespace mirelo::host {
 namespace {
@@ -55,16 +55,16 @@ TEST(CanonicalUrl, FollowsTheRulesOfBrowserMode) {
 }
 
 TEST(CanonicalUrl, MustFitTheBufferWithItsTerminator) {
-  poll::PollLoop loop;
-  curl::CurlInternet internet(loop);
+  testing::TestedLoop loop;
+  testing::TestedInternet internet(loop);
   const auto canonical = [&](std::size_t length) {
     return internet.InternetCanonicalizeUrlA("/" + std::string(length - 1, 'x'), 4096,
-                                             curl::CurlInternet::kBrowserMode);
+                                             WinInetApi::kBrowserMode);
   };
   EXPECT_EQ(canonical(4095).value().size(), 4095u);
   EXPECT_EQ(canonical(4096), std::nullopt);
-  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 6, curl::CurlInternet::kBrowserMode), std::nullopt);
-  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 7, curl::CurlInternet::kBrowserMode), "/a%20b");
+  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 6, WinInetApi::kBrowserMode), std::nullopt);
+  EXPECT_EQ(internet.InternetCanonicalizeUrlA("/a b", 7, WinInetApi::kBrowserMode), "/a%20b");
 }
 
 TEST(RequestTarget, CannotBreakTheRequestLine) {

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -10,13 +11,14 @@
 namespace mirelo::testing {
 namespace {
 
-// A server may send in any pieces, of which the client sees one at a time here.
+// A server may send in any pieces, of which the client sees one at a time here. What Windows' client has seen
+// it keeps to itself, so it has a moment for each.
 class RepliesInPieces : public HttpMachine, public ::testing::WithParamInterface<ReplyCase> {
  protected:
   RepliesInPieces() { host.Use(observed_internet); }
 
   ObservedLoop observed{loop};
-  curl::CurlInternet observed_internet{observed};
+  TestedInternet observed_internet{observed};
 };
 
 TEST_P(RepliesInPieces, ComeOutTheSameByteByByte) {
@@ -24,7 +26,11 @@ TEST_P(RepliesInPieces, ComeOutTheSameByteByByte) {
   LoopbackServer server([&](LoopbackServer::Peer& peer) {
     peer.ReceiveUntil("\r\n\r\n");
     for (const char byte : expected.bytes) {
+#ifdef _WIN32
+      peer.Rest(std::chrono::milliseconds(1));
+#else
       peer.Await();
+#endif
       peer.Send({&byte, 1});
     }
   });
@@ -36,6 +42,9 @@ TEST_P(RepliesInPieces, ComeOutTheSameByteByByte) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, RepliesInPieces, ::testing::ValuesIn(kReplies), kReplyName);
+#ifndef _WIN32
+// What comes of heads that keep to no rules, and of a reset behind which something may be unread, each client
+// decides by itself.
 INSTANTIATE_TEST_SUITE_P(AgainstTheRules, RepliesInPieces, ::testing::ValuesIn(kRepliesAgainstTheRules),
                          kReplyName);
 
@@ -81,6 +90,7 @@ TEST_F(ReplyOfAResetConnection, EndsWhereItStood) {
     EXPECT_EQ(transfer.Response(), each.response);
   }
 }
+#endif
 
 }  // namespace
 }  // namespace mirelo::testing

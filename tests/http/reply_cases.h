@@ -57,7 +57,6 @@ inline const ReplyCase kReplies[] = {
     {"BodyShorterThanAnnounced", kOk + "Content-Length: 50\r\n\r\nquote", kGoodPath, "quote", "", 50},
     {"NegativeLength", kOk + "Content-Length: -5\r\n\r\nquote", kGoodPath, "quote", "", -5},
     {"LengthThatIsNoNumber", kOk + "Content-Length: many\r\n\r\nquote", kGoodPath, "quote"},
-    {"LengthWithMoreBehind", kOk + "Content-Length: 3 bytes\r\n\r\nquote", kGoodPath, "quote", "", 3},
     {"RedirectWithoutAddress", "HTTP/1.0 302 Found\r\n\r\nmoved", kGoodPath, "moved"},
     // A connection that closes before any reply counts as one that sent an empty one.
     {"Nothing", "", kGoodPath, ""},
@@ -65,6 +64,7 @@ inline const ReplyCase kReplies[] = {
 
 // What a head is, and where a body ends, clients judge differently where a server keeps to no rules.
 inline const ReplyCase kRepliesAgainstTheRules[] = {
+    {"LengthWithMoreBehind", kOk + "Content-Length: 3 bytes\r\n\r\nquote", kGoodPath, "quote", "", 3},
     {"FoldedLine", kOk + "X: a\r\n Content-Type: no\r\n\r\nquote", kGoodPath, "quote"},
     {"BodyLongerThanAnnounced", kOk + "Content-Length: 3\r\n\r\nquote", kGoodPath, "quo", "", 3},
     {"EndInTheStatusLine", "HTTP/1.0 20", kSendFailed},

@@ -6,22 +6,19 @@
 #include <sstream>
 #include <string>
 
+#include "support/tested_loop.h"
 #ifdef _WIN32
 #include "adapters/windows/wininet_client.h"
-#include "loop/loop_in_a_program.h"
 #else
 #include "adapters/curl/curl_internet.h"
-#include "adapters/poll/poll_loop.h"
 #endif
 
 namespace mirelo::testing {
 
-// The HTTP client of this machine, of which the tests of this folder hold, and the loop that it waits in.
+// The HTTP client of this machine, of which the tests of this folder hold.
 #ifdef _WIN32
-using TestedLoop = LoopInAProgram;
 using TestedInternet = windows::WinInetClient;
 #else
-using TestedLoop = poll::PollLoop;
 using TestedInternet = curl::CurlInternet;
 #endif
 

@@ -55,9 +55,7 @@ TEST(Moment, IsTheMachinesLocalTime) {
   bool matches = false;
   for (std::time_t second = before; second <= after; ++second) {
     char text[32];
-    std::tm local{};
-    localtime_r(&second, &local);
-    std::strftime(text, sizeof text, "%m/%d/%Y %H:%M:%S", &local);
+    std::strftime(text, sizeof text, "%m/%d/%Y %H:%M:%S", std::localtime(&second));
     matches = matches || now == text;
   }
   EXPECT_TRUE(matches) << now;

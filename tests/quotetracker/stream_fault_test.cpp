@@ -57,6 +57,9 @@ TEST_P(StreamFaults, DropClosesInstead) {
 }
 
 TEST_P(StreamFaults, ResetTearsDownInstead) {
+#ifdef _WIN32
+  GTEST_SKIP() << "Wine asks a socket that is waited for for its error itself, and receives an end then";
+#endif
   const auto server = ServerWith(At("reset"));
   StreamClient client(server->StreamPort());
   GetParam().reach(client);

@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <string>
 
-#include "adapters/curl/curl_internet.h"
-#include "adapters/poll/poll_loop.h"
+#include "http/tested_internet.h"
 #include "quotetracker/server.h"
 #include "snapshot/last_quote_test.h"
 #include "support/loopback_server.h"
+#include "support/tested_loop.h"
 
 namespace mirelo::testing {
 namespace {
@@ -23,7 +23,7 @@ const ScriptedDesktop::Box kRetrievalError{"Data retrieval error.", 16, "Dovanta
 class LoopbackQuote : public LastQuoteTest {
  protected:
   LoopbackQuote() {
-    host.Use(poll_loop).Use(curl);
+    host.Use(loop).Use(internet);
     Connect(server.HttpPort());
     Show("Ticker,Volume,LastVolume");
   }
@@ -32,8 +32,8 @@ class LoopbackQuote : public LastQuoteTest {
   static void Connect(std::uint16_t port) { Save("HTTPPort", static_cast<std::int16_t>(port)); }
 
   quotetracker::Server server;
-  poll::PollLoop poll_loop;
-  curl::CurlInternet curl{poll_loop};
+  TestedLoop loop;
+  TestedInternet internet{loop};
 };
 
 TEST_F(LoopbackQuote, FillsTheRowOfEachTicker) {
@@ -45,7 +45,7 @@ TEST_F(LoopbackQuote, FillsTheRowOfEachTicker) {
   }
   EXPECT_THAT(server.Requests(), SizeIs(3));
   EXPECT_EQ(server.Requests().back(), "/req?GetLastQuote(T163)");
-  EXPECT_EQ(curl.OpenHandles(), 0u);
+  EXPECT_EQ(internet.OpenHandles(), 0u);
 }
 
 TEST_F(LoopbackQuote, WorksOutTheVolumeBetweenTwoCalls) {
@@ -110,7 +110,7 @@ TEST_F(LoopbackQuote, LetsTheLoopGoOnDuringATransfer) {
     peer.Send("HTTP/1.0 200 OK\r\n\r\nOK\r\n" + QuoteReplies().Line("A"));
   });
   Connect(page.Port());
-  poll_loop.StartTimer(std::chrono::milliseconds(1), [&] { page.Go(); });
+  loop.StartTimer(std::chrono::milliseconds(1), [&] { page.Go(); });
   EXPECT_TRUE(facade->GetLastQuote(TickersOf({"A"})).IsArray());
 }
 

@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "adapters/poll/poll_loop.h"
 #include "adapters/poll/poll_winsock_library.h"
 #include "core/status_run_query.h"
 #include "quotetracker/server.h"
 #include "support/observed_loop.h"
 #include "support/stream_rig.h"
+#include "support/tested_loop.h"
 
 namespace mirelo::testing {
 
@@ -45,14 +45,14 @@ std::string NameOf(const ConversationStep& step);
 extern const std::vector<ConversationStep> kSteps;
 
 // What a stream's connections need for as long as they live.
-struct WithPollLoop {
-  poll::PollLoop loop;
+struct WithLoop {
+  TestedLoop loop;
   ObservedLoop observed{loop};
 };
 
 // A stream that speaks with the stand-in for QuoteTracker over TCP; what it tells its owner is recorded. The
 // tickers are MSFT and IBM, the streamer SWISS.SDF.
-class Conversation : public ::testing::Test, protected WithPollLoop, protected StreamRig {
+class Conversation : public ::testing::Test, protected WithLoop, protected StreamRig {
  protected:
   explicit Conversation(quotetracker::ServerOptions options = {});
 

@@ -1,12 +1,10 @@
 #include "support/memory_search.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
-#include <fstream>
 #include <random>
-#include <sstream>
-#include <vector>
+
+#include "support/memory_regions.h"
 
 namespace mirelo::testing {
 
@@ -14,29 +12,7 @@ namespace {
 
 constexpr char kMask = 0x55;
 
-struct Region {
-  const char* begin;
-  const char* end;
-};
-
-// As /proc/self/maps tells of them: "7f00c000-7f00d000 rw-p 00000000 00:00 0".
-std::vector<Region> WritableMemory() {
-  std::vector<Region> regions;
-  std::ifstream maps("/proc/self/maps");
-  for (std::string line; std::getline(maps, line);) {
-    std::istringstream words(line);
-    std::uintptr_t begin = 0;
-    std::uintptr_t end = 0;
-    char dash = 0;
-    std::string rights;
-    words >> std::hex >> begin >> dash >> end >> rights;
-    if (!rights.starts_with("rw")) continue;
-    regions.push_back({reinterpret_cast<const char*>(begin), reinterpret_cast<const char*>(end)});
-  }
-  return regions;
-}
-
-int CountIn(const Region& region, const std::string& masked) {
+int CountIn(const MemoryRegion& region, const std::string& masked) {
   int count = 0;
   const char first = static_cast<char>(masked[0] ^ kMask);
   const char* last = region.end - masked.size();
@@ -66,7 +42,7 @@ host::Secret HiddenText::Plain() const {
 int HiddenText::CountInMemory() const {
   int count = 0;
   const std::string half = masked_.substr(masked_.size() / 2);
-  for (const Region& region : WritableMemory()) count += CountIn(region, half);
+  for (const MemoryRegion& region : WritableMemory()) count += CountIn(region, half);
   return count;
 }
 
