@@ -33,8 +33,23 @@ bool Press(HWND window, const std::wstring& words) {
   return false;
 }
 
+// The window has it a moment after it is there.
+HWND BoxWithTheFocus(HWND window) {
+  const DWORD thread = ::GetWindowThreadProcessId(window, nullptr);
+  for (const DWORD began = ::GetTickCount(); ::GetTickCount() - began < kPatience; ::Sleep(kBetweenLooks)) {
+    GUITHREADINFO its{};
+    its.cbSize = sizeof its;
+    wchar_t kind[16] = L"";
+    if (::GetGUIThreadInfo(thread, &its) != 0 && its.hwndFocus != nullptr)
+      ::GetClassNameW(its.hwndFocus, kind, 16);
+    if (std::wstring(kind) == L"Edit") return its.hwndFocus;
+  }
+  return nullptr;
+}
+
 bool AddTicker(HWND window, const wchar_t* ticker) {
-  const HWND box = ::FindWindowExW(window, nullptr, L"Edit", nullptr);
+  const HWND box = BoxWithTheFocus(window);
+  if (box == nullptr) return false;
   ::SendMessageW(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(ticker));
   return Press(window, L"Add");
 }

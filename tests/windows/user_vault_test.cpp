@@ -8,6 +8,7 @@
 
 #include "support/error_number.h"
 #include "support/memory_registry.h"
+#include "support/memory_search.h"
 
 namespace mirelo::windows {
 namespace {
@@ -64,6 +65,17 @@ TEST_F(Vault, RefusesEmptyTexts) {
   EXPECT_EQ(NumberOf([&] { vault_.Set("", "secret"); }), 5);
   EXPECT_EQ(NumberOf([&] { vault_.Set("name", ""); }), 5);
   EXPECT_EQ(NumberOf([&] { vault_.Stored(); }), 53) << "nothing was stored";
+}
+
+TEST_F(Vault, LeavesNoCopyOfWhatItOpened) {
+  const testing::HiddenText hidden(60);
+  vault_.Set("MireloDemo", hidden.Plain().text());
+  const int left_by_sealing = hidden.CountInMemory();
+  {
+    const auto opened = vault_.Decipher(vault_.Stored().secret);
+    EXPECT_GT(hidden.CountInMemory(), left_by_sealing);
+  }
+  EXPECT_EQ(hidden.CountInMemory(), 0);
 }
 
 TEST_F(Vault, TellsOfWhatIsDamaged) {

@@ -137,6 +137,69 @@ TEST_F(HttpOfWindows, GivesUpABodyThatStops) {
   EXPECT_EQ(read, 0U);
 }
 
+// So a client that is patient with a slow QuoteTracker is not given up before its own time.
+TEST_F(HttpOfWindows, WaitsAsLongAsItsClientAllowsASingleStep) {
+  WinInetClient hasty(loop_, {.head = std::chrono::milliseconds(50)});
+  LoopbackServer server([](Peer& peer) {
+    peer.ReceiveUntil("\r\n\r\n");
+    peer.Rest(std::chrono::milliseconds(400));
+    peer.Send("HTTP/1.0 200 OK\r\n\r\nlate");
+  });
+  const auto sent_with = [&](std::int32_t timeout) {
+    const auto session = hasty.InternetOpenA("Mirelo", Api::kOpenTypePreconfig);
+    for (const auto option :
+         {Api::kOptionConnectTimeout, Api::kOptionSendTimeout, Api::kOptionReceiveTimeout}) {
+      hasty.InternetSetOptionA(session, option, timeout);
+    }
+    const auto connection =
+        hasty.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", Api::kServiceHttp);
+    return hasty.HttpSendRequestA(
+        hasty.HttpOpenRequestA(connection, "GET", "/req?x", "HTTP/1.0", "", Api::kFlagReload), "", "");
+  };
+  EXPECT_TRUE(sent_with(10'000));
+  EXPECT_TRUE(sent_with(0)) << "for ever";
+  EXPECT_FALSE(sent_with(20)) << "which is less than the whole may take";
+}
+
+TEST_F(HttpOfWindows, BreaksOffABodyThatIsTooLong) {
+  WinInetClient careful(loop_, {.body = 100'000});
+  for (const std::size_t size : {100'000, 100'001}) {
+    LoopbackServer server(Replying("HTTP/1.0 200 OK\r\n\r\n" + std::string(size, 'x')));
+    const auto session = careful.InternetOpenA("Mirelo", Api::kOpenTypePreconfig);
+    const auto connection =
+        careful.InternetConnectA(session, "127.0.0.1", server.Port(), "", "", Api::kServiceHttp);
+    const auto request =
+        careful.HttpOpenRequestA(connection, "GET", "/req?x", "HTTP/1.0", "", Api::kFlagReload);
+    ASSERT_TRUE(careful.HttpSendRequestA(request, "", ""));
+    std::string buffer(4096, '\0');
+    std::uint32_t read = 1;
+    std::size_t total = 0;
+    bool is_good = true;
+    while (is_good && read > 0) {
+      is_good = careful.InternetReadFile(request, buffer.data(), 4096, read);
+      total += read;
+    }
+    EXPECT_EQ(is_good, size == 100'000) << size;
+    EXPECT_LE(total, 100'000U);
+  }
+}
+
+TEST_F(HttpOfWindows, KnowsTheFiveTimeouts) {
+  const auto session = client_.InternetOpenA(std::nullopt, 0);
+  for (const std::uint32_t option : {2U, 5U, 6U, 7U, 8U}) {
+    EXPECT_TRUE(client_.InternetSetOptionA(session, option, 9)) << option;
+  }
+  EXPECT_FALSE(client_.InternetSetOptionA(session, 3, 9));
+}
+
+// As cookies of the user's other programs would be.
+TEST_F(HttpOfWindows, TakesNoCookies) {
+  LoopbackServer server(Replying("HTTP/1.0 200 OK\r\nSet-Cookie: crumb=1; path=/\r\n\r\nok"));
+  for (int i = 0; i < 2; ++i) ASSERT_TRUE(client_.HttpSendRequestA(Request(server.Port()), "", ""));
+  server.WaitForScripts(2);
+  EXPECT_EQ(server.Received(1).find("Cookie"), std::string::npos) << server.Received(1);
+}
+
 TEST_F(HttpOfWindows, EndsAWaitWhoseHandleAHandlerCloses) {
   LoopbackServer server([](Peer& peer) { peer.ReceiveAll(); });
   const auto request = Request(server.Port());

@@ -9,6 +9,8 @@ namespace mirelo::windows {
 namespace {
 
 constexpr UINT kWindows1252 = 1252;
+// A letter that looks alike would make one name of two.
+constexpr DWORD kOrNothing = WC_NO_BEST_FIT_CHARS;
 
 }  // namespace
 
@@ -22,9 +24,9 @@ std::wstring WideOf(std::string_view ansi) {
 std::string AnsiOf(std::wstring_view wide) {
   const int length = static_cast<int>(wide.size());
   const int needed =
-      ::WideCharToMultiByte(kWindows1252, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+      ::WideCharToMultiByte(kWindows1252, kOrNothing, wide.data(), length, nullptr, 0, "?", nullptr);
   std::string ansi(static_cast<std::size_t>(needed), '\0');
-  ::WideCharToMultiByte(kWindows1252, 0, wide.data(), length, ansi.data(), needed, nullptr, nullptr);
+  ::WideCharToMultiByte(kWindows1252, kOrNothing, wide.data(), length, ansi.data(), needed, "?", nullptr);
   return ansi;
 }
 

@@ -32,17 +32,21 @@ class Place {
 };
 
 // A pattern of Windows in the letters of Format(): months are small, either kind of hours too, and the half
-// of the day says which they are. What stands in quotes stays.
-std::string Pattern(std::string_view windows) {
+// of the day, for which Format() writes `mark`, says which they are; a half of one letter is written in full.
+// What stands in quotes stays; two of them within are one that is meant.
+std::string Pattern(std::string_view windows, std::string_view mark) {
   std::string pattern;
   bool is_quoted = false;
   for (std::size_t i = 0; i < windows.size(); ++i) {
     const char letter = windows[i];
-    if (letter == '\'') {
+    if (is_quoted && windows.substr(i).starts_with("''")) {
+      ++i;
+      pattern += '\'';
+    } else if (letter == '\'') {
       is_quoted = !is_quoted;
       pattern += '"';
     } else if (!is_quoted && letter == 't') {
-      if (i == 0 || windows[i - 1] != 't') pattern += "AM/PM";
+      if (i == 0 || windows[i - 1] != 't') pattern += mark;
     } else if (!is_quoted && (letter == 'M' || letter == 'H')) {
       pattern += letter == 'M' ? 'm' : 'h';
     } else {
@@ -52,10 +56,10 @@ std::string Pattern(std::string_view windows) {
   return pattern;
 }
 
-void TellPattern(const Place& place, LCTYPE what, std::string& pattern) {
+void TellPattern(const Place& place, LCTYPE what, std::string_view mark, std::string& pattern) {
   std::string told;
   place.Tell(what, told);
-  if (!told.empty()) pattern = Pattern(told);
+  if (!told.empty()) pattern = Pattern(told, mark);
 }
 
 // By what stands first in the short date; "yyyy-MM-dd" begins with the year.
@@ -87,12 +91,13 @@ RegionalFormat UserFormat(const wchar_t* name) {
   place.Tell(LOCALE_STHOUSAND, format.group_separator);
   place.Tell(LOCALE_SDATE, format.date_separator);
   place.Tell(LOCALE_STIME, format.time_separator);
-  TellPattern(place, LOCALE_SSHORTDATE, format.short_date);
-  TellPattern(place, LOCALE_SLONGDATE, format.long_date);
-  TellPattern(place, LOCALE_SSHORTTIME, format.short_time);
-  TellPattern(place, LOCALE_STIMEFORMAT, format.long_time);
   place.Tell(LOCALE_S1159, format.am);
   place.Tell(LOCALE_S2359, format.pm);
+  const std::string_view mark = format.am == "AM" && format.pm == "PM" ? "AM/PM" : "AMPM";
+  TellPattern(place, LOCALE_SSHORTDATE, mark, format.short_date);
+  TellPattern(place, LOCALE_SLONGDATE, mark, format.long_date);
+  TellPattern(place, LOCALE_SSHORTTIME, mark, format.short_time);
+  TellPattern(place, LOCALE_STIMEFORMAT, mark, format.long_time);
   place.TellEach(LOCALE_SMONTHNAME1, format.months);
   place.TellEach(LOCALE_SABBREVMONTHNAME1, format.short_months);
   TellWeekdays(place, LOCALE_SDAYNAME1, format.weekdays);

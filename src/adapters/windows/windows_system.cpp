@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "adapters/windows/windows_system.h"
+#include "automation/wide_text.h"
 
 // Windows' name for either form of the function.
 #undef GetVersionEx
@@ -18,12 +19,21 @@ std::optional<std::int32_t> WindowsSystem::GetVersionExA(std::int32_t record_siz
 }
 
 void WindowsSystem::LogEvent(const std::string& text, int event_type) {
-  const HANDLE log = ::RegisterEventSourceA(nullptr, "Mirelo");
+  const HANDLE log = ::RegisterEventSourceW(nullptr, L"Mirelo");
   if (log == nullptr) return;
-  const WORD type = event_type == kEventError ? EVENTLOG_ERROR_TYPE : EVENTLOG_INFORMATION_TYPE;
-  const char* const texts[] = {text.c_str()};
-  ::ReportEventA(log, type, 0, 0, nullptr, 1, 0, const_cast<const char**>(texts), nullptr);
+  const LogEntry entry = LogEntryOf(text, event_type);
+  const wchar_t* texts[] = {entry.text.c_str()};
+  ::ReportEventW(log, entry.type, 0, 0, nullptr, 1, 0, texts, nullptr);
   ::DeregisterEventSource(log);
+}
+
+// Windows refuses a longer text, and would take what is behind a null character for another.
+LogEntry LogEntryOf(const std::string& text, int event_type) {
+  constexpr std::size_t kLongest = 31'839;
+  std::wstring wide = WideText(text).substr(0, kLongest);
+  for (wchar_t& letter : wide) letter = letter == L'\0' ? L' ' : letter;
+  const bool is_error = event_type == host::OperatingSystem::kEventError;
+  return {is_error ? std::uint16_t{EVENTLOG_ERROR_TYPE} : std::uint16_t{EVENTLOG_INFORMATION_TYPE}, wide};
 }
 
 }  // namespace mirelo::windows

@@ -15,4 +15,11 @@ class WindowsSystem : public host::OperatingSystem {
   void LogEvent(const std::string& text, int event_type) override;
 };
 
+// What Windows' log is given: its type of entry, and the text in Windows' own letters.
+struct LogEntry {
+  std::uint16_t type;
+  std::wstring text;
+};
+LogEntry LogEntryOf(const std::string& text, int event_type);
+
 }  // namespace mirelo::windows

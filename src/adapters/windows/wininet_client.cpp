@@ -37,10 +37,6 @@ host::WinInetApi::Failure FailureOf(DWORD error) {
   }
 }
 
-milliseconds WholeTime(const host::HttpTimeouts& timeouts) {
-  return std::min(timeouts.connect + timeouts.send + timeouts.receive, WinInetClient::kLongestWait);
-}
-
 // A timer until the end of a block.
 class Timer {
  public:
@@ -141,7 +137,7 @@ bool WinInetClient::HttpSendRequestA(Handle request, const std::string& headers,
         return ::HttpSendRequestA(system, TextOrNone(headers), static_cast<DWORD>(headers.size()),
                                   sent.data(), static_cast<DWORD>(sent.size())) != FALSE;
       },
-      WholeTime(entry->second.timeouts));
+      TimeUntilTheHead(entry->second.timeouts));
   // A server that ends the connection without a word has been sent the request all the same.
   const bool is_sent = outcome.succeeded || outcome.error == ERROR_INTERNET_CONNECTION_ABORTED ||
                        outcome.error == ERROR_INTERNET_CONNECTION_RESET;
@@ -151,7 +147,7 @@ bool WinInetClient::HttpSendRequestA(Handle request, const std::string& headers,
 
 // Windows sends a request once. What is sent again is a new one to it, and ends the waits for the reply to
 // the former; which is closed behind the new one, or that might have its handle.
-void WinInetClient::PrepareToSend(Entry& request) {
+void WinInetClient::PrepareToSend(Entry& request) const {
   if (request.is_wanted != nullptr) {
     Entry former{.system = request.system, .is_wanted = request.is_wanted};
     request.system = request.open_again();
@@ -162,10 +158,17 @@ void WinInetClient::PrepareToSend(Entry& request) {
   request.is_wanted = std::make_shared<std::atomic<bool>>(true);
   // A thread whose wait was given up ends by these. They come behind our own, as their ends look like those
   // of a connection.
-  auto time = static_cast<DWORD>((WholeTime(request.timeouts) + std::chrono::seconds(1)).count());
+  constexpr milliseconds kLongest(0x7FFFFFFF);
+  const milliseconds behind_ours = TimeUntilTheHead(request.timeouts) + std::chrono::seconds(1);
+  auto time = static_cast<DWORD>(std::min(behind_ours, kLongest).count());
   for (const std::uint32_t option : {kOptionConnectTimeout, kOptionSendTimeout, kOptionReceiveTimeout}) {
     ::InternetSetOptionA(request.system, option, &time, sizeof time);
   }
+}
+
+milliseconds WinInetClient::TimeUntilTheHead(const host::HttpTimeouts& timeouts) const {
+  const milliseconds longest = std::max({limits_.head, timeouts.connect, timeouts.send, timeouts.receive});
+  return std::min(timeouts.connect + timeouts.send + timeouts.receive, longest);
 }
 
 std::optional<std::string> WinInetClient::HttpQueryInfoA(Handle request, std::uint32_t level,
@@ -217,7 +220,7 @@ bool WinInetClient::ReceiveMore(Handle request) {
   const auto entry = handles_.find(request);
   if (entry == handles_.end() || !outcome.succeeded) return true;  // a broken connection is the body's end
   entry->second.received += piece->size();
-  if (entry->second.received > kLongestBody) return false;
+  if (entry->second.received > limits_.body) return false;
   entry->second.body += *piece;
   return true;
 }
@@ -281,7 +284,7 @@ WinInetClient::Outcome WinInetClient::WaitFor(Handle request, std::function<bool
   bool is_late = false;
   const Watched watched(loop_, errand->done.Number(),
                         [&](unsigned) { has_returned = has_returned || errand->done.Take(); });
-  const Timer timer(loop_, std::min(limit, kLongestWait), [&] {
+  const Timer timer(loop_, limit, [&] {
     if (!is_wanted) return;
     is_late = true;
     GiveUp(handles_.at(request));

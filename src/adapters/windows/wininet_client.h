@@ -23,18 +23,26 @@ namespace mirelo::windows {
 // Handles are never given twice, and a handle passes its timeouts on to those that are opened from it, at
 // that moment. Proxies are those that the machine has for programs.
 //
+// Of its own accord it asks Windows for three things that no server's answer depends on: replies are not kept
+// on this machine, no cookies of the user's other programs are sent along or kept, and no window of Windows'
+// asks whoever is there for a password.
+//
 // What a reply's head is, and where redirects lead, is up to Windows, which tells a server the user only when
 // it is asked for it. The verb is the one that was asked for, also behind a redirect that turned it into
 // another.
 class WinInetClient final : public host::WinInetApi {
  public:
-  // Bytes of a reply's body, behind which it is broken off: reading fails then.
-  static constexpr std::uint64_t kLongestBody = std::uint64_t{64} << 20;
-  // How long a call waits whose timeouts are longer, or for ever.
-  static constexpr std::chrono::milliseconds kLongestWait = std::chrono::minutes(5);
+  // What a reply may come to before it is broken off. No server that means well gets there.
+  struct Limits {
+    std::uint64_t body = std::uint64_t{64} << 20;  // bytes; reading more of it fails
+    // How long a request may take until its reply's head is there. Where a client allows more than this for
+    // one step alone, the whole may take as long as that step.
+    std::chrono::milliseconds head = std::chrono::minutes(5);
+  };
 
   // The loop must outlive this.
-  explicit WinInetClient(host::MessageLoop& loop) : loop_(loop) {}
+  explicit WinInetClient(host::MessageLoop& loop) : WinInetClient(loop, Limits{}) {}
+  WinInetClient(host::MessageLoop& loop, const Limits& limits) : loop_(loop), limits_(limits) {}
   ~WinInetClient() override;
   WinInetClient(const WinInetClient&) = delete;
   WinInetClient& operator=(const WinInetClient&) = delete;
@@ -88,12 +96,14 @@ class WinInetClient final : public host::WinInetApi {
   Handle Keep(Kind kind, Handle parent, void* system);
   // Null for a handle that isn't open, or of another kind.
   void* SystemOf(Handle handle, Kind kind) const;
-  static void PrepareToSend(Entry& request);
+  std::chrono::milliseconds TimeUntilTheHead(const host::HttpTimeouts& timeouts) const;
+  void PrepareToSend(Entry& request) const;
   static void GiveUp(Entry& entry);
   bool ReceiveMore(Handle request);
   Outcome WaitFor(Handle request, std::function<bool()> call, std::chrono::milliseconds limit);
 
   host::MessageLoop& loop_;
+  const Limits limits_;
   std::map<Handle, Entry> handles_;
   Handle last_handle_ = 0;
   Failure last_failure_ = Failure::None;

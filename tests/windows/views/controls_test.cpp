@@ -1,9 +1,13 @@
 // One control of each kind, shown by Windows and used by a person.
 
 #include <chrono>
+#include <cwchar>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -301,6 +305,9 @@ TEST_F(Controls, LieBelowTheBoxesThatAreShownOverThem) {
         desktop.MessageBox("It failed.", host::Desktop::kAbortRetryIgnore | host::Desktop::kCritical, ""));
     answers.push_back(
         desktop.MessageBox("Again?", host::Desktop::kYesNo | host::Desktop::kInformation, "Question"));
+    for (const char* const text : {"It failed again.", "And again."}) {
+      answers.push_back(desktop.MessageBox(text, host::Desktop::kAbortRetryIgnore, ""));
+    }
     answers.push_back(desktop.MessageBox("Done.", host::Desktop::kInformation, ""));
   });
   person.Does("tick", [&] { person.Click("check"); });
@@ -311,10 +318,13 @@ TEST_F(Controls, LieBelowTheBoxesThatAreShownOverThem) {
   person.Answers("Go on?", IDYES);
   person.Answers("It failed.", IDRETRY);
   person.Answers("Again?", IDNO);
+  person.Answers("It failed again.", IDABORT);
+  person.Answers("And again.", IDIGNORE);
   person.Answers("Done.", IDOK);
   person.Does("end", [&] { form.Hide(); });
   desktop.ShowModal(form);
-  EXPECT_THAT(answers, ElementsAre(Answer::Yes, Answer::Retry, Answer::No, Answer::Ok));
+  EXPECT_THAT(answers,
+              ElementsAre(Answer::Yes, Answer::Retry, Answer::No, Answer::Abort, Answer::Ignore, Answer::Ok));
 }
 
 TEST_F(Controls, LieBelowTheFormsThatAreShownOverThem) {
@@ -460,6 +470,53 @@ TEST_F(Controls, ScrollWhereTheScreenIsTooLow) {
     high.Hide();
   });
   desktop.ShowModal(high);
+}
+
+// A kind of address of the tests' own, whose program writes down what it was asked to open.
+class OwnScheme {
+ public:
+  OwnScheme() {
+    const std::wstring command = L"cmd.exe /c echo %1>" + file_.wstring();
+    Set(nullptr, nullptr, L"URL:Mirelo's tests");
+    Set(nullptr, L"URL Protocol", L"");
+    Set(L"shell\\open\\command", nullptr, command.c_str());
+  }
+  ~OwnScheme() {
+    ::RegDeleteTreeW(HKEY_CLASSES_ROOT, kScheme);
+    std::error_code ignored;
+    std::filesystem::remove(file_, ignored);
+  }
+  OwnScheme(const OwnScheme&) = delete;
+  OwnScheme& operator=(const OwnScheme&) = delete;
+
+  // What it was asked for within some seconds.
+  std::string Opened() const {
+    std::string line;
+    for (int i = 0; i < 200 && line.empty(); ++i) {
+      ::Sleep(50);
+      std::ifstream written(file_);
+      std::getline(written, line);
+    }
+    return line;
+  }
+
+ private:
+  static void Set(const wchar_t* below, const wchar_t* name, const wchar_t* text) {
+    HKEY key = nullptr;
+    ::RegCreateKeyW(HKEY_CLASSES_ROOT, kScheme, &key);
+    ::RegSetKeyValueW(key, below, name, REG_SZ, text,
+                      static_cast<DWORD>((std::wcslen(text) + 1) * sizeof(wchar_t)));
+    ::RegCloseKey(key);
+  }
+  static constexpr const wchar_t* kScheme = L"mirelo-test";
+  const std::filesystem::path file_ =
+      std::filesystem::temp_directory_path() / ("mirelo-opened-" + std::to_string(::GetCurrentProcessId()));
+};
+
+TEST_F(Controls, OpenAddressesWithTheirProgram) {
+  const OwnScheme scheme;
+  EXPECT_GT(desktop.ShellExecuteA("open", "mirelo-test:support?subject=An-error"), 32);
+  EXPECT_EQ(scheme.Opened(), "mirelo-test:support?subject=An-error");
 }
 
 TEST_F(Controls, OpenNothingThatIsNoFileOrAddress) {

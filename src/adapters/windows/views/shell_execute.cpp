@@ -17,7 +17,7 @@ constexpr int kNoProgram = 31;
 int NativeDesktop::ShellExecuteA(const std::string& verb, const std::string& file) {
   if (file.empty()) return kNoProgram;
   const auto result = reinterpret_cast<INT_PTR>(::ShellExecuteW(
-      nullptr, WideText(verb).c_str(), WideText(file).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+      ::GetDesktopWindow(), WideText(verb).c_str(), WideText(file).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
   constexpr INT_PTR kMost = 0x7FFF;
   return static_cast<int>(std::clamp<INT_PTR>(result, 0, kMost));
 }
