@@ -58,7 +58,12 @@ if(MIRELO_SANITIZE)
   # At addresses that are known when they are linked nothing is relocated at the start, which is a third of what it costs;
   # tests start thousands of processes.
   target_link_options(mirelo_options INTERFACE -fsanitize=${MIRELO_SANITIZE}
-    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-no-pie>)
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-no-pie>
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>:-shared-libasan>)
+  # An office, which was built without the sanitizers, loads what was built with them if it has been given their runtime before all
+  # else (tests/calc).
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libclang_rt.asan-${CMAKE_SYSTEM_PROCESSOR}.so
+    OUTPUT_VARIABLE MIRELO_SANITIZER_RUNTIME OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 endif()
 if(MIRELO_COVERAGE)
   enable_language(C)

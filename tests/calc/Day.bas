@@ -169,7 +169,8 @@ Sub NoteTrouble(Document, What As String, Port As String, Sign As String)
 End Sub
 
 Sub ListenAt(Port As String)
-  Shell(Environ("MIRELO_PROGRAM"), 0, "settings set SocketPort " & Environ("MIRELO_" & Port), True)
+  REM  Without what an office is given to load an extension that has the sanitizers: the program has its own.
+  Shell("/usr/bin/env", 0, "-u LD_PRELOAD " & Environ("MIRELO_PROGRAM") & " settings set SocketPort " & Environ("MIRELO_" & Port), True)
 End Sub
 
 REM  The office is to end while quotes come.

@@ -90,9 +90,10 @@ class OpenDocument : public ::testing::Test {
   std::shared_ptr<Range> Cells(std::string_view address) const { return sheet->Range(address); }
 
   LiveOffice::Document document = LiveOffice::Get().NewDocument();
-  int times_gone = 0;
+  // What is held for a document may outlive a test, and hears when its document is closed behind that.
+  std::shared_ptr<int> times_gone = std::make_shared<int>(0);
   std::shared_ptr<Application> application =
-      calc::ApplicationOf(LiveOffice::Get().Context(), document, [this] { ++times_gone; });
+      calc::ApplicationOf(LiveOffice::Get().Context(), document, [gone = times_gone] { ++*gone; });
   std::shared_ptr<Worksheets> sheets = application->Worksheets();
   std::shared_ptr<Worksheet> sheet = sheets->Item(1);
 };
@@ -320,9 +321,9 @@ TEST_F(ClosedDocument, RaisesAnErrorThatAPersonCanActOn) {
 }
 
 TEST_F(ClosedDocument, TellsOnce) {
-  EXPECT_EQ(times_gone, 0);
+  EXPECT_EQ(*times_gone, 0);
   CloseDocument();
-  EXPECT_EQ(times_gone, 1);
+  EXPECT_EQ(*times_gone, 1);
 }
 
 TEST_F(ClosedDocument, TellsNobodyWhoHasForgottenIt) {
@@ -330,7 +331,7 @@ TEST_F(ClosedDocument, TellsNobodyWhoHasForgottenIt) {
   sheets.reset();
   sheet.reset();
   CloseDocument();
-  EXPECT_EQ(times_gone, 0);
+  EXPECT_EQ(*times_gone, 0);
 }
 
 class SheetsOfAPerson : public OpenDocument {};

@@ -76,6 +76,18 @@ def await_note(folder, title, running):
         time.sleep(0.02)
 
 
+def sanitizer():
+    """What an office is to find in its environment to load an extension that was built with the address sanitizer. It is no such
+    program itself: its leaks, and how it frees what it made, are its own affair."""
+    runtime = os.environ.get("MIRELO_SANITIZER_RUNTIME")
+    if not runtime:
+        return {}
+    return {
+        "LD_PRELOAD": runtime,
+        "ASAN_OPTIONS": "detect_leaks=0:alloc_dealloc_mismatch=0:detect_odr_violation=0:quarantine_size_mb=32",
+    }
+
+
 class Office:
     """`folder` is an empty one of its own; `environment` is the process's. One that is not headless shows its windows
     on no screen, unless it gets another `plugin` of its toolkit's than that for none."""
@@ -83,7 +95,7 @@ class Office:
     def __init__(self, folder, environment, headless=True, plugin="svp"):
         self.folder = pathlib.Path(folder)
         self.headless = headless
-        self.environment = {"MIRELO_NOTES": str(self.folder / 'notes'), **environment, "SAL_USE_VCLPLUGIN": plugin}
+        self.environment = {"MIRELO_NOTES": str(self.folder / 'notes'), **environment, "SAL_USE_VCLPLUGIN": plugin, **sanitizer()}
         self.libraries = {}
         self.process = None  # that was started last
         user = self.folder / "profile" / "user"
