@@ -64,6 +64,10 @@ if(MIRELO_SANITIZE)
   # else (tests/calc).
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libclang_rt.asan-${CMAKE_SYSTEM_PROCESSOR}.so
     OUTPUT_VARIABLE MIRELO_SANITIZER_RUNTIME OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  if(MIRELO_TESTS AND NOT EXISTS ${MIRELO_SANITIZER_RUNTIME})
+    message(FATAL_ERROR "the tests under the sanitizers are built with clang and its address sanitizer as a shared library: "
+      "install libclang-rt-dev (scripts/install test), and configure with --preset asan")
+  endif()
 endif()
 if(MIRELO_COVERAGE)
   enable_language(C)

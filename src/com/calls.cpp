@@ -72,9 +72,10 @@ class Passed {
   Passed(const Passed&) = delete;
   Passed& operator=(const Passed&) = delete;
 
-  // Numbers of single precision are such on their way; nothing is lost of them, being some.
+  // Variants know doubles alone. A parameter that is declared as a number of single precision has come as
+  // one, so it loses nothing when it is passed on as one.
   void MakeSingles(std::span<const automation_server::Parameter> parameters) {
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
+    for (std::size_t i = 0; i < std::min(parameters.size(), passed_.size()); ++i) {
       if (parameters[i].type != automation_server::ValueType::kSingle) continue;
       VARIANT& number = passed_[passed_.size() - 1 - i];
       number.fltVal = static_cast<float>(number.dblVal);

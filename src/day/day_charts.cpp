@@ -98,8 +98,9 @@ void DayCharts::Update(std::size_t ticker) {
     untold_.push_back("Charts follow again at " + charted.sheet->Name());
     told_of_.reset();
   } catch (const std::exception&) {
-    NoteFailure(ticker, charted, CurrentError().Description());
-    if (charted.failures == kMostFailures) charted_.erase(found);
+    const std::string why = CurrentError().Description();
+    NoteFailure(ticker, charted, why);
+    if (charted.failures == kMostFailures) GiveUp(ticker, why);
     if (front) front->Select();
   }
 }
@@ -110,6 +111,14 @@ void DayCharts::NoteFailure(std::size_t ticker, Charted& charted, const std::str
   if (told_of_) return;
   untold_.push_back("Charts stand still at " + charted.sheet->Name() + ": " + why);
   told_of_ = ticker;
+}
+
+// After this another table's charts may be told of.
+void DayCharts::GiveUp(std::size_t ticker, const std::string& why) {
+  untold_.push_back("Charts stand still for the rest of the day at " + charted_.at(ticker).sheet->Name() +
+                    ": " + why);
+  charted_.erase(ticker);
+  if (told_of_ == ticker) told_of_.reset();
 }
 
 }  // namespace mirelo::day

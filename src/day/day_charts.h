@@ -26,6 +26,10 @@ namespace mirelo::day {
 // two quotes said of the change, as the macros do: the facade colours charts by it.
 class DayCharts {
  public:
+  // How often the charts of one table may fail to follow; from then on they are left alone. Until then each
+  // failure has them wait for twice as many updates as the one before, since what keeps them may go.
+  static constexpr int kMostFailures = 8;
+
   // Reads the settings of charts once, here. All arguments must outlive this.
   DayCharts(host::excel::Application& application, cMirelo& facade, const std::vector<std::string>& columns);
 
@@ -37,15 +41,12 @@ class DayCharts {
 
   // A new quote of the ticker.
   void Take(std::size_t ticker, const QuoteRow& row);
-  // How often the charts of one table may fail to follow; from then on they are left alone. Until then each
-  // failure has them wait for twice as many updates as the one before, since what keeps them may go.
-  static constexpr int kMostFailures = 8;
 
   // Has the charts show what the ticker's table holds, unless they wait.
   void Update(std::size_t ticker);
 
-  // Sentences for a person, since the last call: that charts stand still and why, of the first table that is
-  // found so, and that they follow again.
+  // Sentences for a person, since the last call: that charts stand still and why, of one table at a time;
+  // that they follow again; and of each table whose charts are given up, that they are.
   std::vector<std::string> TellNews() { return std::exchange(untold_, {}); }
 
  private:
@@ -57,6 +58,7 @@ class DayCharts {
     int waits = 0;  // for so many updates
   };
   void NoteFailure(std::size_t ticker, Charted& charted, const std::string& why);
+  void GiveUp(std::size_t ticker, const std::string& why);
   double ChangeOf(const QuoteRow& row, double price_before) const;
 
   host::excel::Application& application_;

@@ -14,6 +14,7 @@
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/styles.h"
+#include "dialog/tabs.h"
 #include "dialog/time_zones.h"
 
 namespace mirelo {
@@ -32,7 +33,7 @@ void frmMirelo::Form_Activate() {
     FillColumns(frame);
     EnableByOptions(frame);
     FillColors(frame);
-    STEP(C1TTickersSettings.CurrTab(0));
+    STEP(C1TTickersSettings.CurrTab(kTickersTab));
     frame.pop();
   });
 }

@@ -89,7 +89,7 @@ std::int32_t OfficeDay::ShowSettings(const Document& document) {
   return result;
 }
 
-// Of what the day tells that has just begun: what comes behind its end, with a call of its own that was under
+// Of what the day tells that has just begun: what comes after its end, with a call of its own that was under
 // way, is nothing to the day after it.
 template <class Act>
 auto OfficeDay::WhileItRuns(Act act) const {

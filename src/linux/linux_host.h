@@ -61,7 +61,7 @@ class LinuxHost : public host::Host {
 
   // Breaks off HTTP transfers that are under way, so that calls which wait for them return.
   void HangUp();
-  // Raised in front of that: who waits wants to know that nobody answers for another reason.
+  // Raised before that: who waits wants to know that nobody answers for another reason.
   Event<> HangsUp;
 
   host::MessageLoop& loop() override;

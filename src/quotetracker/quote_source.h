@@ -22,8 +22,8 @@ class QuoteUpdates {
  public:
   virtual ~QuoteUpdates() = default;
 
-  // The quote of one of the tickers, by its index, as of the last change that Next gave, never newer. Valid
-  // for as long as Next's.
+  // The quote of one of the tickers, by its index, as it stands now: no change that Next gives later is
+  // older than it. Valid for as long as Next's.
   virtual const Quote& Look(std::size_t ticker) = 0;
 
   // The next change, if one is due now. Its quote holds until the next call of any member of this or its

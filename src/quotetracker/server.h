@@ -41,7 +41,8 @@ class Server {
  public:
   static constexpr std::size_t kMostRemembered = 10'000;
 
-  // Raises std::runtime_error when an address or port cannot be had, or the session to play is damaged.
+  // Raises std::runtime_error when an address or port cannot be had, or the session to play is damaged; error
+  // 67 when no descriptor is left for its loop.
   explicit Server(ServerOptions options = {});
   ~Server();
   Server(const Server&) = delete;

@@ -1,5 +1,5 @@
 #include <windows.h>
-// Behind it.
+// Needs what stands in windows.h.
 #include <bcrypt.h>
 
 #include <stdexcept>

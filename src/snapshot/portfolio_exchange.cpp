@@ -14,6 +14,7 @@
 #include "core/message_box.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
+#include "dialog/tabs.h"
 #include "host/desktop.h"
 #include "snapshot/messages.h"
 #include "snapshot/tickers_per_request.h"
@@ -50,7 +51,7 @@ bool frmMirelo::GetPortfolioTickersFromQT(Variant& tickers) {
   return Function("Mirelo.frmMirelo.GetPortfolioTickersFromQT", false, [&](Frame& frame, bool& understood) {
     if (frame.test([&] { return !IsNumeric(txtHTTPPort.Text()); })) {
       STEP(ShowMessage("The value must be a digit.", kCritical));
-      STEP(C1TTickersSettings.CurrTab(0));
+      STEP(C1TTickersSettings.CurrTab(kTickersTab));
       STEP(txtHTTPPort.SetFocus());
       return;
     }

@@ -43,10 +43,9 @@ inline constexpr std::size_t kLongestHead = 80;
 // bytes in front of that message.
 bool BeginsWithRecord(std::string_view bytes);
 
-// Of the heads at or after `from`, the one that takes the fewest bytes to recognise. Heads that the first
-// `searched` bytes suffice to recognise are left out. `within` is the kind of the
-// message at the front: a head of the same kind counts as one of another message only when its tag comes a
-// second time.
+// Of the heads at or after `from`, the one that is recognised first as the bytes come. Heads that the first
+// `searched` bytes suffice to recognise are left out. `within` is the kind of the message at the front: a
+// head of the same kind counts as one of another message only when its tag comes a second time.
 std::optional<Head> FindHead(std::string_view bytes, std::size_t from,
                              MessageKind within = MessageKind::kUnknown, std::size_t searched = 0);
 

@@ -2,7 +2,7 @@ REM  Fills cells with the functions of Mirelo, waits for what they show, and not
 
 Option Explicit
 
-Const Patience = 10  ' seconds for each thing that is to come
+Const Patience = 30  ' seconds for each thing that is to come: much under the sanitizers, beside others
 
 Sub Main
   Dim Document, Sheet

@@ -90,7 +90,7 @@ class OpenDocument : public ::testing::Test {
   std::shared_ptr<Range> Cells(std::string_view address) const { return sheet->Range(address); }
 
   LiveOffice::Document document = LiveOffice::Get().NewDocument();
-  // What is held for a document may outlive a test, and hears when its document is closed behind that.
+  // What is held for a document may outlive a test, and hears when its document is closed after that.
   std::shared_ptr<int> times_gone = std::make_shared<int>(0);
   std::shared_ptr<Application> application =
       calc::ApplicationOf(LiveOffice::Get().Context(), document, [gone = times_gone] { ++*gone; });

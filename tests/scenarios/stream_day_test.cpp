@@ -510,6 +510,8 @@ TEST_F(ChartedDay, LeavesChartsAloneThatHaveFailedToFollowOftenEnough) {
   int quotes = 0;
   while (day->Tables().HasCharts() && quotes < 1000) Quote(Trade(++quotes, 1000));
   EXPECT_EQ(quotes, day::DayCharts::kMostFailures + 127) << "1 + 2 + 4 ... that were waited for between them";
+  EXPECT_THAT(told.back(),
+              HasSubstr("Charts stand still for the rest of the day at Quotes_Vertical(MSFT): "));
   field->Value("LastVolume");
   for (int more = 0; more < 200; ++more) Quote(Trade(++quotes, 1000));
   EXPECT_THAT(told, Not(Contains(HasSubstr("Charts follow again"))));

@@ -10,7 +10,7 @@ namespace {
 
 constexpr UINT kWindows1252 = 1252;
 // A letter that looks alike would make one name of two.
-constexpr DWORD kOrNothing = WC_NO_BEST_FIT_CHARS;
+constexpr DWORD kNoLookAlikes = WC_NO_BEST_FIT_CHARS;
 
 }  // namespace
 
@@ -24,9 +24,9 @@ std::wstring WideOf(std::string_view ansi) {
 std::string AnsiOf(std::wstring_view wide) {
   const int length = static_cast<int>(wide.size());
   const int needed =
-      ::WideCharToMultiByte(kWindows1252, kOrNothing, wide.data(), length, nullptr, 0, "?", nullptr);
+      ::WideCharToMultiByte(kWindows1252, kNoLookAlikes, wide.data(), length, nullptr, 0, "?", nullptr);
   std::string ansi(static_cast<std::size_t>(needed), '\0');
-  ::WideCharToMultiByte(kWindows1252, kOrNothing, wide.data(), length, ansi.data(), needed, "?", nullptr);
+  ::WideCharToMultiByte(kWindows1252, kNoLookAlikes, wide.data(), length, ansi.data(), needed, "?", nullptr);
   return ansi;
 }
 

@@ -187,7 +187,7 @@ std::int32_t MachineRegistry::RegCloseKey(Key key) {
 MachineRegistry::Open MachineRegistry::Find(Key key) const {
   // The system's numbers of roots are those of ours, with their sign.
   const LONG_PTR root = static_cast<LONG>(key);
-  if (IsRoot(key)) return {reinterpret_cast<HKEY>(root), kAllAccess};  // NOLINT(performance-no-int-to-ptr)
+  if (IsRoot(key)) return {reinterpret_cast<HKEY>(root), kAllAccess};
   const auto open = open_.find(key);
   return open == open_.end() ? Open{nullptr, 0} : open->second;
 }

@@ -20,7 +20,7 @@ HINSTANCE OwnModule() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
 LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM of, LPARAM more) {
   if (message == MessageWindow::kTimer || message == MessageWindow::kSocket) {
     const LONG_PTR kept = ::GetWindowLongPtrW(window, GWLP_USERDATA);
-    auto* const owner = reinterpret_cast<MessageWindow*>(kept);  // NOLINT(performance-no-int-to-ptr)
+    auto* const owner = reinterpret_cast<MessageWindow*>(kept);
     if (owner != nullptr) owner->Handle(message, of);
     return 0;
   }

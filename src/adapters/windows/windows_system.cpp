@@ -27,7 +27,7 @@ void WindowsSystem::LogEvent(const std::string& text, int event_type) {
   ::DeregisterEventSource(log);
 }
 
-// Windows refuses a longer text, and would take what is behind a null character for another.
+// Windows refuses a longer text, and would end one at its first null character.
 LogEntry LogEntryOf(const std::string& text, int event_type) {
   constexpr std::size_t kLongest = 31'839;
   std::wstring wide = WideText(text).substr(0, kLongest);

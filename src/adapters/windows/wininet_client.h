@@ -23,9 +23,9 @@ namespace mirelo::windows {
 // Handles are never given twice, and a handle passes its timeouts on to those that are opened from it, at
 // that moment. Proxies are those that the machine has for programs.
 //
-// Of its own accord it asks Windows for three things that no server's answer depends on: replies are not kept
-// on this machine, no cookies of the user's other programs are sent along or kept, and no window of Windows'
-// asks whoever is there for a password.
+// Of its own accord it asks Windows for three things that every request is to have, whoever makes it: replies
+// are not kept on this machine, no cookies of the user's other programs are sent along or kept, and no window
+// of Windows' asks whoever is there for a password.
 //
 // What a reply's head is, and where redirects lead, is up to Windows, which tells a server the user only when
 // it is asked for it. The verb is the one that was asked for, also behind a redirect that turned it into
