@@ -158,9 +158,9 @@ void CallForEvent(IDispatch& object, DISPID method, std::span<const automation_s
   Passed passed(arguments);
   passed.MakeSingles(parameters);
   EXCEPINFO told{};
-  ClientValue result;
-  const HRESULT ended = passed.Invoke(object, method, DISPATCH_METHOD, result.get(), told);
-  if (FAILED(ended)) throw ErrorOf(ended, told);
+  // With a place for a result, some say of every method that returns none that they do not know it.
+  const HRESULT ended = passed.Invoke(object, method, DISPATCH_METHOD, nullptr, told);
+  if (FAILED(ended) && ended != DISP_E_MEMBERNOTFOUND) throw ErrorOf(ended, told);
 }
 
 Variant GetMember(IDispatch& object, DISPID member, std::span<const Variant> arguments) {

@@ -24,7 +24,7 @@ std::optional<DISPID> MemberNamed(IDispatch& object, std::string_view name);
 std::optional<std::string> ClassNameOf(IDispatch& object);
 
 // Calls a client's method for an event that has these parameters. What it raises is its error, with number,
-// text and source.
+// text and source. A client that knows no such method (DISP_E_MEMBERNOTFOUND) does not listen to the event.
 void CallForEvent(IDispatch& object, DISPID method, std::span<const automation_server::Parameter> parameters,
                   std::span<const Variant> arguments);
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -34,8 +35,9 @@ class NotingSink final : public IDispatch {
     *id = known->second;
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* passed, VARIANT*,
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* passed, VARIANT* result,
                                    EXCEPINFO* told, UINT*) override {
+    if (unheard.contains(id) || (result != nullptr && has_no_results)) return DISP_E_MEMBERNOTFOUND;
     std::string text = std::to_string(id);
     auto& of_this = types[id];
     of_this.clear();
@@ -53,6 +55,8 @@ class NotingSink final : public IDispatch {
   std::map<std::string, DISPID> names;
   std::vector<std::string> calls;
   std::map<DISPID, std::vector<VARTYPE>> types;  // of the arguments, by the latest call
+  std::set<DISPID> unheard;                      // which it has no methods for
+  bool has_no_results = false;
   bool is_failing = false;
   std::function<void()> on_call;
   ULONG references = 1;
@@ -176,6 +180,33 @@ TEST_F(ComEvents, ComeToMethodsOfTheirNames) {
   CallIt(transfer, "Execute");
   EXPECT_THAT(sink.calls, IsEmpty());
   EXPECT_EQ(sink.references, 1U);
+}
+
+TEST_F(ComEvents, PassByASinkThatHasNoHandlerForThem) {
+  sink.unheard = {2};  // OnStateChanged, which comes first of all
+  NotingSink next;
+  DWORD number = 0;
+  const auto point = Point();
+  ASSERT_EQ(point->Advise(&sink, &number), S_OK);
+  DWORD number_of_next = 0;
+  ASSERT_EQ(point->Advise(&next, &number_of_next), S_OK);
+  EXPECT_NO_THROW(CallIt(transfer, "Execute"));
+  EXPECT_EQ(CallIt(transfer, "Response").ToText(), "reply") << "whoever called goes on";
+  EXPECT_THAT(sink.calls, Contains("1 0 0 5")) << "it hears what it has a handler for";
+  EXPECT_THAT(next.calls, Contains("2 11")) << "and another hears of both";
+  ASSERT_EQ(point->Unadvise(number), S_OK);
+  ASSERT_EQ(point->Unadvise(number_of_next), S_OK);
+}
+
+// As some sinks answer whose methods return nothing.
+TEST_F(ComEvents, ComeToSinksThatRefuseToBeAskedForAResult) {
+  sink.has_no_results = true;
+  DWORD number = 0;
+  const auto point = Point();
+  ASSERT_EQ(point->Advise(&sink, &number), S_OK);
+  EXPECT_NO_THROW(CallIt(transfer, "Execute"));
+  EXPECT_THAT(sink.calls, Contains("2 11"));
+  ASSERT_EQ(point->Unadvise(number), S_OK);
 }
 
 TEST_F(ComEvents, AreNotToldToWhoeverAnEarlierListenerHasTakenAway) {
