@@ -1,8 +1,12 @@
+#include "adapters/windows/system.h"
+
 #include "adapters/windows/wininet_client.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <exception>
@@ -17,7 +21,9 @@ namespace mirelo::windows {
 namespace {
 
 using Api = host::WinInetApi;
+using ::testing::AnyOf;
 using testing::LoopbackServer;
+using ::testing::StartsWith;
 using Peer = LoopbackServer::Peer;
 
 LoopbackServer::Script Replying(std::string bytes) {
@@ -26,6 +32,38 @@ LoopbackServer::Script Replying(std::string bytes) {
     peer.Send(bytes);
   };
 }
+
+// A user's settings of the internet that name a proxy, in place of those of whoever runs this.
+class ThroughAProxy {
+ public:
+  explicit ThroughAProxy(const std::string& address) {
+    EXPECT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, kAside, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &aside_,
+                                nullptr),
+              ERROR_SUCCESS);
+    const DWORD is_used = 1;
+    Set("ProxyEnable", REG_DWORD, &is_used, sizeof is_used);
+    Set("ProxyServer", REG_SZ, address.c_str(), address.size() + 1);
+    EXPECT_EQ(::RegOverridePredefKey(HKEY_CURRENT_USER, aside_), ERROR_SUCCESS);
+  }
+  ~ThroughAProxy() {
+    ::RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    ::RegCloseKey(aside_);
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, kAside);
+  }
+  ThroughAProxy(const ThroughAProxy&) = delete;
+  ThroughAProxy& operator=(const ThroughAProxy&) = delete;
+
+ private:
+  static constexpr const wchar_t* kAside = L"Software\\MireloTestsProxy";
+
+  void Set(const char* name, DWORD type, const void* value, std::size_t size) {
+    EXPECT_EQ(::RegSetKeyValueA(aside_, "Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings",
+                                name, type, value, static_cast<DWORD>(size)),
+              ERROR_SUCCESS);
+  }
+
+  HKEY aside_ = nullptr;
+};
 
 class HttpOfWindows : public ::testing::Test {
  protected:
@@ -98,6 +136,24 @@ TEST_F(HttpOfWindows, GoesOnWithTheLoopWhileItWaits) {
   ASSERT_TRUE(client_.HttpSendRequestA(request, "", ""));
   EXPECT_EQ(nested, "quick");
   EXPECT_EQ(Body(request), "late");
+}
+
+// A proxy is told of the port that is meant, which need not be free on this machine.
+TEST_F(HttpOfWindows, AsksAtThePortOfHttpWhereItIsGivenNone) {
+  LoopbackServer server(Replying("HTTP/1.0 200 OK\r\n\r\nok"));
+  const ThroughAProxy proxy(server.Address());
+  session_ = client_.InternetOpenA("Mirelo", Api::kOpenTypePreconfig);
+  for (const std::uint16_t port : std::array<std::uint16_t, 2>{0, 8080}) {
+    const auto connection =
+        client_.InternetConnectA(session_, "quotes.example", port, "", "", Api::kServiceHttp);
+    const auto request =
+        client_.HttpOpenRequestA(connection, "GET", "/req?x", "HTTP/1.0", "", Api::kFlagReload);
+    ASSERT_TRUE(client_.HttpSendRequestA(request, "", "")) << port;
+  }
+  server.WaitForScripts(2);
+  EXPECT_THAT(server.Received(0), AnyOf(StartsWith("GET http://quotes.example/req?x "),
+                                        StartsWith("GET http://quotes.example:80/req?x ")));
+  EXPECT_THAT(server.Received(1), StartsWith("GET http://quotes.example:8080/req?x "));
 }
 
 TEST_F(HttpOfWindows, SaysThatNobodyListens) {

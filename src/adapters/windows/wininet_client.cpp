@@ -88,9 +88,8 @@ host::WinInetApi::Handle WinInetClient::InternetConnectA(Handle internet, const 
                                                          const std::string& password, std::uint32_t service) {
   void* const session = SystemOf(internet, Kind::Session);
   if (session == nullptr || host.empty() || service != kServiceHttp) return 0;
-  const INTERNET_PORT at = port != 0 ? port : INTERNET_DEFAULT_HTTP_PORT;
   return Keep(Kind::Connection, internet,
-              ::InternetConnectA(session, host.c_str(), at, TextOrNone(user), TextOrNone(password),
+              ::InternetConnectA(session, host.c_str(), port, TextOrNone(user), TextOrNone(password),
                                  INTERNET_SERVICE_HTTP, 0, 0));
 }
 
