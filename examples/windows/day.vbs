@@ -1,10 +1,10 @@
 ' A day as a spreadsheet's macros keep it: the settings dialog makes a quote table, and a history with charts for each ticker;
 ' then quotes are asked for, and streamed, and written there. All of it without a person, unless one is asked for.
 '
-'   cscript day.vbs [/tickers:MSFT,IBM] [/columns:Ticker,Last,Change,Volume,LastVolume,Time] [/dialog]
-'                   [/rounds:3] [/seconds:5] [/stream:30] [/source:NAME] [/file:C:\Users\me\day.xlsx]
+'   cscript day.vbs [/tickers:MSFT,IBM] [/columns:Ticker,Last,Change,Volume,LastVolume,Time] [/history:Last,LastVolume,Time]
+'                   [/dialog] [/rounds:3] [/seconds:5] [/stream:30] [/source:NAME] [/file:C:\Users\me\day.xlsx]
 '
-'   /tickers     which ones, and /columns what of them
+'   /tickers     which ones, /columns what of them, and /history what of that each history keeps
 '   /dialog      a person fills in Mirelo's settings instead, and presses Go; who wants a history ticks it there
 '   /rounds      how often quotes are asked for, and /seconds how long it waits between
 '   /stream      for how many seconds quotes are streamed behind that; 0 for not at all
@@ -66,6 +66,7 @@ Sub MakeTables()
   If Not machine.Attended Then
     machine.Wish "Tickers", Given("tickers", "MSFT,IBM")
     machine.Wish "Columns", Given("columns", "Ticker,Last,Change,Volume,LastVolume,Time")
+    machine.Wish "History", Given("history", "Last,LastVolume,Time")
     machine.Wish "Charts", True
   End If
   If mirelo.LoadFrmMirelo() = 2 Then Leave "The dialog was left without Go."
