@@ -76,6 +76,16 @@ def await_note(folder, title, running):
         time.sleep(0.02)
 
 
+class EndsWell:
+    """Of a test that has its macros' notes in `notes`, and of their office what it wrote in `log` and the exit code in `code`."""
+
+    def test_reaches_its_end_and_the_office_ends_well(self):
+        self.assertEqual(self.notes.get("failed"), None, self.notes)
+        self.assertEqual(self.notes.get("end"), "reached", self.log)
+        self.assertEqual(self.code, 0, self.log)
+        self.assertNotIn("mirelo", self.log)
+
+
 def sanitizer():
     """What an office is to find in its environment to load an extension that was built with the address sanitizer. It is no such
     program itself: its leaks, and how it frees what it made, are its own affair."""

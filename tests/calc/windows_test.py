@@ -6,13 +6,13 @@ import shutil
 import tempfile
 import unittest
 
-from office import Office, as_stored, be_asked, build_tables, macros, notes_in
+from office import EndsWell, Office, as_stored, be_asked, build_tables, macros, notes_in
 from support import BUILD, StandIn
 
 IDLE = "settings=True start=True stop=False status=True [] help=True"
 
 
-class Windows(unittest.TestCase):
+class Windows(EndsWell, unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         home = tempfile.TemporaryDirectory(prefix="mirelo-")
@@ -31,12 +31,6 @@ class Windows(unittest.TestCase):
             cls.code = office.run("Tests.Windows.Main")
         cls.log = office.log()
         cls.notes = notes_in(folder)
-
-    def test_reaches_its_end_and_the_office_ends_well(self):
-        self.assertEqual(self.notes.get("failed"), None, self.notes)
-        self.assertEqual(self.notes.get("end"), "reached", self.log)
-        self.assertEqual(self.code, 0, self.log)
-        self.assertNotIn("mirelo", self.log)
 
     def test_a_day_goes_on_in_a_preview_and_while_it_is_printed(self):
         for where in ("in a preview", "behind a preview", "behind printing", "behind printing into a file"):
