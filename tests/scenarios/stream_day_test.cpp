@@ -517,5 +517,23 @@ TEST_F(ChartedDay, LeavesChartsAloneThatHaveFailedToFollowOftenEnough) {
   EXPECT_THAT(told, Not(Contains(HasSubstr("Charts follow again"))));
 }
 
+class DayOfTwoCharts : public ChartedDay {
+ protected:
+  DayOfTwoCharts() {
+    for (const char* tick : {"Last", "LastVolume", "Charts"}) wishes.ticks.push_back({"IBM", tick});
+  }
+};
+
+TEST_F(DayOfTwoCharts, TellsOfOnesThatStandStillAfterOthersThatWereGivenUp) {
+  BeginStreaming();
+  const auto sheets = spreadsheet.Application()->Worksheets();
+  sheets->Item(History("MSFT"))->Cells(2, 2)->Value("Volumes of mine");
+  for (int quotes = 1; quotes <= day::DayCharts::kMostFailures + 127; ++quotes) Quote(Trade(quotes, 1000));
+  ASSERT_THAT(told.back(), HasSubstr("for the rest of the day at Quotes_Vertical(MSFT): "));
+  sheets->Item(History("IBM"))->Cells(2, 2)->Value("Volumes of mine");
+  Quote(Of("IBM").Last(160).Volume(1000).Stamp("01202011093000"));
+  EXPECT_THAT(told.back(), HasSubstr("Charts stand still at Quotes_Vertical(IBM): "));
+}
+
 }  // namespace
 }  // namespace mirelo::testing
