@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <regex>
 #include <set>
@@ -13,6 +12,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "support/file_text.h"
 
 namespace mirelo {
 namespace {
@@ -38,11 +39,6 @@ const std::set<std::pair<std::string, std::string>> kCatchAll{
     {"uno/invocation.cpp", "LetGo"},
     // AtTheEnd::Act is at the border.
     {"libreoffice/machine.cpp", "Act"}};
-
-std::string SourceOf(const fs::path& path) {
-  std::ifstream file(path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // From an opening bracket at `open` to behind that which closes it.
 std::size_t BehindBracket(std::string_view code, std::size_t open) {
@@ -106,11 +102,12 @@ TEST(TheBorderOfTheOffice, IsInFrontOfWhateverItCalls) {
   for (const auto& file : fs::recursive_directory_iterator(kOfficeSource)) {
     const fs::path path = file.path();
     if (path.extension() != ".h" && path.extension() != ".cpp") continue;
-    const std::string code = SourceOf(path);
+    const std::string code = testing::TextOfFile(path);
     if (code.find("SAL_CALL") == std::string::npos) continue;
     const std::string name = fs::relative(path, kOfficeSource).generic_string();
-    const std::string beside =
-        path.extension() == ".h" ? SourceOf(fs::path(path).replace_extension(".cpp")) : std::string();
+    const std::string beside = path.extension() == ".h"
+                                   ? testing::TextOfFile(fs::path(path).replace_extension(".cpp"))
+                                   : std::string();
     for (const Entry& entry : EntriesIn(code, beside)) {
       ++count;
       ASSERT_FALSE(entry.body.empty())
@@ -148,7 +145,7 @@ TEST(TheBorderOfTheOffice, IsInFrontOfWhatListenersOfViewsAreTold) {
   std::size_t count = 0;
   for (const auto& file : fs::recursive_directory_iterator(kOfficeSource / "adapters" / "calc")) {
     if (!file.is_regular_file()) continue;
-    const std::string code = SourceOf(file.path());
+    const std::string code = testing::TextOfFile(file.path());
     for (std::sregex_iterator at(code.begin(), code.end(), kMade), end; at != end; ++at, ++count) {
       EXPECT_TRUE((*at)[1].matched) << file.path() << ": " << at->str();
     }

@@ -9,12 +9,13 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <regex>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/file_text.h"
 
 namespace mirelo {
 namespace {
@@ -22,11 +23,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kTree = MIRELO_SOURCE_DIR;
-
-std::string PageText(const fs::path& path) {
-  std::ifstream file(path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 bool IsNotOfTheSources(const fs::path& folder) {
   return folder.filename() == "build" || folder.filename() == ".git" || folder.filename() == "__pycache__";
@@ -149,7 +145,7 @@ bool LeadsSomewhere(const fs::path& page, const std::string& link) {
   const std::size_t hash = std::min(link.find('#'), link.size());
   const fs::path target = hash == 0 ? page : page.parent_path() / link.substr(0, hash);
   if (!fs::exists(target)) return false;
-  return hash == link.size() || AnchorsOf(PageText(target)).contains(link.substr(hash + 1));
+  return hash == link.size() || AnchorsOf(testing::TextOfFile(target)).contains(link.substr(hash + 1));
 }
 
 // The changelog tells of what was.
@@ -165,7 +161,7 @@ TEST(Pages, NamePathsThatThereAre) {
   const std::set<std::string> ends = EndsOfPaths();
   std::size_t count = 0;
   for (const fs::path& page : Pages()) {
-    for (const std::string& path : PathsIn(PageText(page))) {
+    for (const std::string& path : PathsIn(testing::TextOfFile(page))) {
       ++count;
       EXPECT_TRUE(IsInTheTree(path, ends)) << page.lexically_relative(kTree) << " tells of " << path;
     }
@@ -176,7 +172,7 @@ TEST(Pages, NamePathsThatThereAre) {
 TEST(Pages, LinkToPagesAndHeadingsThatThereAre) {
   std::size_t count = 0;
   for (const fs::path& page : Pages()) {
-    for (const std::string& link : LinksIn(PageText(page))) {
+    for (const std::string& link : LinksIn(testing::TextOfFile(page))) {
       ++count;
       EXPECT_TRUE(LeadsSomewhere(page, link)) << page.lexically_relative(kTree) << " links to " << link;
     }
@@ -198,7 +194,7 @@ std::set<std::string> Packages() {
 }
 
 TEST(Pages, SayWhyEachPackageWasTaken) {
-  const std::string page = PageText(kTree / "docs/architecture.md");
+  const std::string page = testing::TextOfFile(kTree / "docs/architecture.md");
   const std::set<std::string> packages = Packages();
   EXPECT_GT(packages.size(), 40U);
   for (const std::string& package : packages)

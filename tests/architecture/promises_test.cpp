@@ -5,12 +5,13 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <regex>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "support/file_text.h"
 
 namespace mirelo {
 namespace {
@@ -18,11 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kRoot = MIRELO_SOURCE_DIR;
-
-std::string TextOfFile(const fs::path& path) {
-  std::ifstream file(path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::vector<std::smatch> MatchesIn(const std::string& text, const std::regex& pattern) {
   return {std::sregex_iterator(text.begin(), text.end(), pattern), std::sregex_iterator()};
@@ -69,11 +65,11 @@ std::set<std::string> AllTests() {
   std::set<std::string> names;
   for (const auto& entry : fs::recursive_directory_iterator(kRoot / "tests")) {
     if (entry.path().filename() != "CMakeLists.txt") continue;
-    const std::string lists = TextOfFile(entry.path());
+    const std::string lists = testing::TextOfFile(entry.path());
     for (const auto& program : MatchesIn(lists, kProgram)) {
       const std::string sources = program[2];
       for (const auto& source : MatchesIn(sources, kSource)) {
-        const std::string text = TextOfFile(entry.path().parent_path() / source[0].str());
+        const std::string text = testing::TextOfFile(entry.path().parent_path() / source[0].str());
         for (const auto& name : TestsIn(text)) names.insert(program[1].str() + "." + name);
       }
     }
@@ -96,7 +92,7 @@ TEST(Promises, NameTestsThatThereAre) {
   static const std::regex kName(R"(`(\w+\.[\w/]+\.\w+)`)");
   const std::set<std::string> tests = AllTests();
   ASSERT_GT(tests.size(), 2000U);
-  const std::string page = TextOfFile(kRoot / "docs/promises.md");
+  const std::string page = testing::TextOfFile(kRoot / "docs/promises.md");
   const std::vector<std::string> rows = RowsOf(page);
   EXPECT_GT(rows.size(), 25U);
   for (const std::string& row : rows) {

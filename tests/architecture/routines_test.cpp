@@ -4,11 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <regex>
 #include <string>
+
+#include "support/file_text.h"
 
 namespace mirelo {
 namespace {
@@ -16,11 +17,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kRoutinesSource = fs::path(MIRELO_SOURCE_DIR) / "src";
-
-std::string ContentsOf(const fs::path& path) {
-  std::ifstream file(path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // The last member function whose definition begins in the text, as "Class.Function".
 std::string LastFunctionIn(const std::string& text) {
@@ -38,7 +34,7 @@ std::map<std::string, int> CountPushedNames() {
   std::map<std::string, int> names;
   for (const auto& entry : fs::recursive_directory_iterator(kRoutinesSource)) {
     if (entry.path().extension() != ".cpp") continue;
-    const std::string text = ContentsOf(entry.path());
+    const std::string text = testing::TextOfFile(entry.path());
     for (std::sregex_iterator at(text.begin(), text.end(), kName), end; at != end; ++at) {
       const std::string name = (*at)[1];
       ++names[name];

@@ -4,7 +4,6 @@ import os
 import pathlib
 import subprocess
 import tempfile
-import time
 import unittest
 import zipfile
 from xml.etree import ElementTree

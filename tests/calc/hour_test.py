@@ -12,7 +12,7 @@ import time
 import unittest
 
 from office import PATIENCE, Office, be_asked, build_tables, macros
-from support import BUILD, StandIn, run
+from support import BUILD, StandIn
 
 SECONDS = int(os.environ.get("MIRELO_LONG_HOUR", "5"))
 
