@@ -124,12 +124,15 @@ std::vector<std::string> LinksIn(const std::string& page) {
   return links;
 }
 
-// The names by which links reach the headings of a page.
+// The names by which links reach the headings of a page. What looks like one in a block that is shown as
+// typed is a comment of a shell's.
 std::set<std::string> AnchorsOf(const std::string& page) {
   std::set<std::string> anchors;
   std::istringstream lines(page);
+  bool is_block = false;
   for (std::string line; std::getline(lines, line);) {
-    if (!line.starts_with('#')) continue;
+    if (line.find("```") != std::string::npos) is_block = !is_block;
+    if (is_block || !line.starts_with('#')) continue;
     std::string anchor;
     for (const char c : line.substr(std::min(line.find(' ') + 1, line.size()))) {
       if (c == ' ' || c == '-') anchor += '-';
