@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ctime>
 #include <exception>
 #include <utility>
 
@@ -192,7 +191,7 @@ std::int64_t DayTables::Write(std::optional<std::chrono::milliseconds> at_most) 
 }
 
 void DayTables::WriteCells(std::optional<std::chrono::milliseconds> at_most) {
-  const std::clock_t start = std::clock();  // what others take of the machine is no work of this
+  const auto start = TimeWorked();
   if (looks_again_) FindTables();
   table_.Write(Rows(), buffer_);
   while (!touched_.empty()) {
@@ -201,7 +200,7 @@ void DayTables::WriteCells(std::optional<std::chrono::milliseconds> at_most) {
     touched_.pop_front();
     // The classes update charts by the places where Go has put the rows.
     if (histories_[ticker]->IsAsBuilt()) charts_.Update(ticker);
-    if (at_most && WorkedSince(start) >= *at_most) return;
+    if (at_most && TimeWorked() - start >= *at_most) return;
   }
 }
 

@@ -1,7 +1,6 @@
 #include "day/quote_watch.h"
 
 #include <algorithm>
-#include <ctime>
 #include <exception>
 #include <string_view>
 #include <utility>
@@ -11,7 +10,6 @@
 #include "automation/visible_text.h"
 #include "core/cQTData.h"
 #include "day/snapshot_feed.h"
-#include "day/worked_time.h"
 #include "snapshot/column_vocabulary.h"
 #include "wire/side_host.h"
 
@@ -75,8 +73,13 @@ QuoteQuestion QuoteQuestion::InOneSpelling() const {
   return {about, UCase(Trim(ticker)), UCase(Trim(column))};
 }
 
-QuoteWatch::QuoteWatch(wire::SideHost& machine, std::function<Clock::time_point()> now)
-    : machine_(machine), loop_(machine.loop()), now_(std::move(now)), supply_(machine) {
+QuoteWatch::QuoteWatch(wire::SideHost& machine, std::function<Clock::time_point()> now,
+                       std::function<std::chrono::microseconds()> worked)
+    : machine_(machine),
+      loop_(machine.loop()),
+      now_(std::move(now)),
+      worked_(std::move(worked)),
+      supply_(machine) {
   machine_.OnFailure([this](const std::exception_ptr& failure) {
     try {
       std::rethrow_exception(failure);
@@ -233,11 +236,11 @@ void QuoteWatch::Tell() {
   telling_ = 0;
   NoteChanges();
   if (untold_.empty()) return;
-  const std::clock_t start = std::clock();
+  const auto start = worked_();
   do {
     TellOne();
-  } while (!untold_.empty() && WorkedSince(start) < kTellAtMost);
-  const auto pause = std::chrono::ceil<Pause>(kPauseForTelling * WorkedSince(start));
+  } while (!untold_.empty() && worked_() - start < kTellAtMost);
+  const auto pause = std::chrono::ceil<Pause>(kPauseForTelling * (worked_() - start));
   tell_pause_ = untold_.empty() ? std::max(kTellPause, pause) : pause;
   if (!untold_.empty()) TellLater();
 }

@@ -15,6 +15,7 @@
 #include "day/quote_board.h"
 #include "day/quote_supply.h"
 #include "day/quote_value.h"
+#include "day/worked_time.h"
 #include "host/message_loop.h"
 
 namespace mirelo::wire {
@@ -60,8 +61,10 @@ class QuoteWatch {
   // How often changes of the settings are looked for.
   static constexpr Pause kLook{5000};
 
-  // `machine` must outlive the watch, which takes its failures. `now` is where ages get their time from.
-  explicit QuoteWatch(wire::SideHost& machine, std::function<Clock::time_point()> now = Clock::now);
+  // `machine` must outlive the watch, which takes its failures. `now` is the clock of ages, `worked` that of
+  // how long telling takes.
+  explicit QuoteWatch(wire::SideHost& machine, std::function<Clock::time_point()> now = Clock::now,
+                      std::function<std::chrono::microseconds()> worked = TimeWorked);
   ~QuoteWatch();
   QuoteWatch(const QuoteWatch&) = delete;
   QuoteWatch& operator=(const QuoteWatch&) = delete;
@@ -112,6 +115,7 @@ class QuoteWatch {
   wire::SideHost& machine_;
   host::MessageLoop& loop_;
   const std::function<Clock::time_point()> now_;
+  const std::function<std::chrono::microseconds()> worked_;
   Tickers tickers_;
   std::set<Asked*> ages_;
   std::size_t count_ = 0;

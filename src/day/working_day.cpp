@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ctime>
 #include <utility>
 #include <vector>
 
@@ -196,10 +195,9 @@ void WorkingDay::WriteInTime() {
 }
 
 void WorkingDay::Write() {
-  const std::clock_t start = std::clock();  // what others take of the machine is no work of this
+  const auto start = TimeWorked();
   written_ += tables_->Write(is_stopped_ ? std::nullopt : hold_at_most_);
-  const std::chrono::duration<double> worked(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-  next_write_ = Clock::now() + std::chrono::ceil<Clock::duration>(kPauseForWriting * worked);
+  next_write_ = Clock::now() + kPauseForWriting * (TimeWorked() - start);
   for (const std::string& loss : tables_->TellLosses()) Status.Raise(loss);
   if (tables_->FullSheets() > 0 && !std::exchange(told_full_, true)) {
     Status.Raise("A vertical table has reached the foot of its sheet; its later rows are not kept");
