@@ -9,7 +9,7 @@
 #include "automation/text.h"
 #include "wire/message_bounds.h"
 #include "wire/observed_sockets.h"
-#include "wire/record_look.h"
+#include "wire/record_probe.h"
 
 namespace mirelo::day {
 
@@ -48,7 +48,7 @@ bool BeginsARecord(std::string_view bytes) {
 bool EndsBeforeATicker(std::string_view bytes) {
   const std::string_view rest = RecordsIn(bytes).rest;
   if (!BeginsARecord(rest)) return false;
-  return rest.size() < wire::kLeastRecord || wire::LookAt(rest).symbol.empty();
+  return rest.size() < wire::kLeastRecord || wire::ProbeRecord(rest).symbol.empty();
 }
 
 }  // namespace
@@ -160,7 +160,7 @@ void QuoteTrail::NoteAbandoned(Bytes bytes) const {
 // What is no record names no ticker.
 void QuoteTrail::NoteOfRecord(std::string_view record, std::string_view what) const {
   const bool has_fields = BeginsARecord(record) && record.size() >= wire::kLeastRecord;
-  Note(has_fields ? AnsiToText(wire::LookAt(record).symbol) : std::string(), what);
+  Note(has_fields ? AnsiToText(wire::ProbeRecord(record).symbol) : std::string(), what);
 }
 
 }  // namespace mirelo::day

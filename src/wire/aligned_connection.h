@@ -67,7 +67,7 @@ class AlignedConnection : public host::SocketConnection,
   std::shared_ptr<host::SocketConnection> inner_;
   std::vector<std::pair<std::int32_t, std::shared_ptr<Sink>>> sinks_;
   std::vector<std::pair<std::int32_t, std::shared_ptr<EndSink>>> end_sinks_;
-  std::deque<std::function<void()>> ends_;  // to be told behind the messages
+  std::deque<std::function<void()>> ends_;  // to be told after the messages
   std::size_t unsent_ = 0;                  // bytes that wait in the connection inside
   int delivering_ = 0;                      // sinks that messages are with
   bool telling_ = false;                    // the first of those is being told

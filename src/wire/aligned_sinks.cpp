@@ -35,7 +35,7 @@ void AlignedConnection::Sink::Restart() {
   stopped_ = false;
 }
 
-// A record may begin with what the aligner has and end with what came behind it. The chunk that is with the
+// A record may begin with what the aligner has and end with what came after it. The chunk that is with the
 // sink belongs to the sink.
 void AlignedConnection::Sink::Abandon() noexcept {
   if (!sockets_.Abandoned.HasSubscribers()) return;
@@ -98,7 +98,7 @@ class AlignedConnection::Sink::Delivering {
   Sink& sink_;
 };
 
-// A message that fails does not keep those behind it from the sink: the first failure leaves when all are
+// A message that fails does not keep those after it from the sink: the first failure leaves when all are
 // delivered. What cannot even be cut, for want of memory, waits for the next time.
 void AlignedConnection::Sink::Deliver(host::SocketConnection& connection) {
   const auto self = shared_from_this();

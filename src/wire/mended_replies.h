@@ -34,7 +34,7 @@ class MendedReplies : public host::WinInetWrapper {
   Event<std::string_view> LeftOut;
 
   // What was wrong with the records that were handed over since this was last asked. Tickers are counted
-  // through the requests of that time, one behind the other.
+  // through the requests of that time, one after the other.
   std::vector<QuoteFlaw> TakeFlaws();
 
   Handle InternetConnectA(Handle internet, const std::string& host, std::uint16_t port,

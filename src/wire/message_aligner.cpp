@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "streaming/tags.h"
-#include "wire/record_look.h"
+#include "wire/record_probe.h"
 
 namespace mirelo::wire {
 
@@ -140,7 +140,7 @@ MessageAligner::Step MessageAligner::TakeRecords() {
   if (rest.size() < kLeastRecord) return Step::kWait;
 
   auto size = static_cast<std::size_t>(length);
-  const RecordLook first = record_.Look(rest.substr(0, size));
+  const RecordProbe first = record_.Probe(rest.substr(0, size));
   if (first.next > 0) return LeaveOutLie(first.next);
   if (rest.size() < size) return TakeUnfinishedRecord();
   if (!first.fits) return TakeUnfitRecord(size, first.symbol);
@@ -150,8 +150,8 @@ MessageAligner::Step MessageAligner::TakeRecords() {
     const auto record_size = static_cast<std::size_t>(LengthOf(record));
     if (record_size > record.size() || size + record_size > kLongestChunk) break;
     if (!IsReadBehind(rest, record)) break;
-    const RecordLook look = LookAt(record.substr(0, record_size));
-    if (look.next > 0 || !look.fits || !symbols_.Admits(look.symbol)) break;
+    const RecordProbe probe = ProbeRecord(record.substr(0, record_size));
+    if (probe.next > 0 || !probe.fits || !symbols_.Admits(probe.symbol)) break;
     size += record_size;
   }
   return Give(size);
@@ -165,7 +165,7 @@ MessageAligner::Step MessageAligner::LeaveOutLie(std::size_t next) {
   return Drop(inner.begin > 0 ? inner.begin : next);
 }
 
-// One whose end has not come. What came behind a length that lies is found anew.
+// One whose end has not come. What came after a length that lies is found anew.
 MessageAligner::Step MessageAligner::TakeUnfinishedRecord() {
   if (!TakeLetGo()) return Step::kWait;
   Tell(kNoEnd);
@@ -198,7 +198,8 @@ MessageAligner::Step MessageAligner::TakeUncertainRecord(std::size_t length) {
   }
   searched_ = rest.size();
   if (rest.size() < length) return let_go_ ? Drop(rest.size()) : Step::kWait;
-  if (length < kLeastRecord || !symbols_.Admits(LookAt(rest.substr(0, length)).symbol)) return Drop(length);
+  if (length < kLeastRecord || !symbols_.Admits(ProbeRecord(rest.substr(0, length)).symbol))
+    return Drop(length);
   return Give(length);
 }
 
@@ -270,7 +271,7 @@ bool MessageAligner::WaitsForRecord() const {
   return leaving_out_ == LeavingOut::kNothing && rest.size() >= 2 && KindOf(rest) == MessageKind::kRecord;
 }
 
-// What is let go is the message at the front alone: a record behind it may have begun to come just now.
+// What is let go is the message at the front alone: a record after it may have begun to come just now.
 bool MessageAligner::TakeLetGo() { return ended_ || std::exchange(let_go_, false); }
 
 MessageAligner::Step MessageAligner::Give(std::size_t size) {

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "wire/message_bounds.h"
-#include "wire/record_look.h"
+#include "wire/record_probe.h"
 #include "wire/subscribed_symbols.h"
 
 namespace mirelo::wire {
@@ -30,7 +30,7 @@ namespace mirelo::wire {
 // - A record whose length reaches into the records behind it is left out, and those pass, as far as that can
 //   be told: by a record that begins in place of one of its fields, or, where its fields do not end with its
 //   length, by a good record that begins inside. A record whose end does not come is left out, too, once
-//   LetGo was called, and what came behind its length is cut anew. A length that is wrong, but ends where
+//   LetGo was called, and what came after its length is cut anew. A length that is wrong, but ends where
 //   fields do, cannot be told from a right one.
 // - Control messages have no length. They end with the tags that end them (EndOfMessage), or where something
 //   else is known to begin (FindHead), or when nothing more comes for the time of Patience(), or at
@@ -79,7 +79,7 @@ class MessageAligner {
 
   // How long the bytes left over may wait for more before LetGo is due; nothing when they may wait for ever.
   // The time counts from the last of them that came. Only where a record waits it counts from the first: its
-  // length may be wrong, and bytes that come behind a wrong length bring its end no nearer.
+  // length may be wrong, and bytes that come after a wrong length bring its end no nearer.
   std::optional<Milliseconds> Patience() const;
   bool WaitsForRecord() const;
   // Where in the stream the bytes left over begin.

@@ -68,7 +68,7 @@ bool BreaksOff(std::string_view bytes);
 // single ones.
 class GrowingMessage {
  public:
-  // `bytes` are those of the calls before, and what has come behind them since.
+  // `bytes` are those of the calls before, and what has come after them since.
   std::optional<std::size_t> EndOf(MessageKind kind, std::string_view bytes);
   bool BreaksOff(std::string_view bytes);
 

@@ -16,7 +16,7 @@
 #include "support/level1_wire.h"
 #include "support/processor_time.h"
 #include "wire/aligned_chunks.h"
-#include "wire/record_look.h"
+#include "wire/record_probe.h"
 #include "wire/whole_messages.h"
 
 namespace mirelo::wire {

@@ -1,4 +1,4 @@
-#include "wire/record_look.h"
+#include "wire/record_probe.h"
 
 #include <algorithm>
 #include <array>
@@ -23,9 +23,9 @@ constexpr std::uint8_t kUnknownWidth = 4;
 // How often a byte of a record is looked at on average for those that begin inside: of records side by side
 // once, and chance may nest some more. A peer that nests as many as it can would have each looked at some
 // thousand times.
-constexpr std::size_t kMostLooks = 16;
+constexpr std::size_t kMostProbes = 16;
 // What may be looked at however short a record is: the next one, into which it reaches, may be longer.
-constexpr std::size_t kLeastLookedAt = 2048;
+constexpr std::size_t kLeastProbed = 2048;
 
 constexpr std::uint8_t kUpToZero = 0;  // the width of texts that end with a zero byte
 
@@ -67,23 +67,23 @@ std::uint16_t IdAt(std::string_view record, std::size_t at) {
 }
 
 bool IsGood(std::string_view record) {
-  const RecordLook look = LookAt(record);
-  return look.next == 0 && look.fits && !look.symbol.empty();
+  const RecordProbe probe = ProbeRecord(record);
+  return probe.next == 0 && probe.fits && !probe.symbol.empty();
 }
 
 }  // namespace
 
-RecordLook LookAt(std::string_view record) { return FieldWalk().Look(record); }
+RecordProbe ProbeRecord(std::string_view record) { return FieldWalk().Probe(record); }
 
-RecordLook FieldWalk::Look(std::string_view record) {
-  RecordLook look;
+RecordProbe FieldWalk::Probe(std::string_view record) {
+  RecordProbe probe;
   while (at_ + kId <= record.size()) {
     const std::uint16_t id = IdAt(record, at_);
     const bool is_known = id < kWidths.size();
     if (!is_known) {
       if (BeginsWithRecord(record.substr(at_))) {
-        look.next = at_;
-        return look;
+        probe.next = at_;
+        return probe;
       }
       if (record.size() - at_ < kId + kUnknownWidth) break;  // one may begin here all the same
     }
@@ -101,9 +101,9 @@ RecordLook FieldWalk::Look(std::string_view record) {
     }
     at_ = zero + 1;
   }
-  look.symbol = record.substr(symbol_begin_, symbol_size_);
-  look.fits = at_ == record.size();
-  return look;
+  probe.symbol = record.substr(symbol_begin_, symbol_size_);
+  probe.fits = at_ == record.size();
+  return probe;
 }
 
 std::int32_t LengthOf(std::string_view record) {
@@ -117,8 +117,8 @@ InnerRecord FindInnerRecord(std::string_view bytes, std::size_t end) {
 
 InnerRecord GrowingRecord::FindInner(std::string_view bytes, std::size_t end) {
   is_begun_ = true;
-  LookAtFinished(bytes);
-  LookBehind(bytes, end);
+  ProbeFinished(bytes);
+  ProbeUnsearched(bytes, end);
   return {good_, MayCome(bytes, end)};
 }
 
@@ -135,14 +135,14 @@ bool GrowingRecord::HoldsOthersBack(std::string_view bytes) {
 }
 
 // Of the bytes that were not searched yet; what begins behind a good one does not matter.
-void GrowingRecord::LookBehind(std::string_view bytes, std::size_t end) {
+void GrowingRecord::ProbeUnsearched(std::string_view bytes, std::size_t end) {
   for (std::size_t at = std::max<std::size_t>(1, searched_);
        good_ == 0 && at < end && at + kLeastRecord <= bytes.size(); ++at) {
     searched_ = at + 1;
     const std::string_view inner = bytes.substr(at);
     if (!BeginsWithRecord(inner)) continue;
     const auto length = static_cast<std::size_t>(LengthOf(inner));
-    if (!MayLookAt(length, end)) continue;
+    if (!MayProbe(length, end)) continue;
     if (length > inner.size()) {
       by_begin_.emplace(at, at + length);
       by_end_.emplace(at + length, at);
@@ -153,14 +153,14 @@ void GrowingRecord::LookBehind(std::string_view bytes, std::size_t end) {
 }
 
 // Depends on what begins where alone, so that the answer is the same however the bytes come.
-bool GrowingRecord::MayLookAt(std::size_t length, std::size_t end) {
-  if (looked_at_ + length > kMostLooks * end + kLeastLookedAt) return false;
-  looked_at_ += length;
+bool GrowingRecord::MayProbe(std::size_t length, std::size_t end) {
+  if (probed_ + length > kMostProbes * end + kLeastProbed) return false;
+  probed_ += length;
   return true;
 }
 
 // Of those that had begun, the ones that have come whole since.
-void GrowingRecord::LookAtFinished(std::string_view bytes) {
+void GrowingRecord::ProbeFinished(std::string_view bytes) {
   while (!by_end_.empty() && by_end_.begin()->first <= bytes.size()) {
     const auto [end, begin] = *by_end_.begin();
     by_end_.erase(by_end_.begin());
@@ -174,7 +174,7 @@ bool GrowingRecord::MayCome(std::string_view bytes, std::size_t end) {
   while (!by_begin_.empty() && (good_ == 0 || by_begin_.begin()->first < good_)) {
     const auto [begin, its_end] = *by_begin_.begin();
     if (std::exchange(walked_begin_, begin) != begin) inner_walk_ = FieldWalk();
-    if (inner_walk_.Look(bytes.substr(begin)).next == 0) return true;
+    if (inner_walk_.Probe(bytes.substr(begin)).next == 0) return true;
     by_begin_.erase(by_begin_.begin());
     by_end_.erase({its_end, begin});
   }

@@ -11,7 +11,7 @@
 namespace mirelo::wire {
 
 // What the stream class makes of a record, as far as others are touched by it.
-struct RecordLook {
+struct RecordProbe {
   std::string_view symbol;  // under which it is kept; lies in the record
   // Whether the fields end where the record does. Where they do not, the class would look for the next record
   // at another offset than the one at which it begins.
@@ -23,7 +23,7 @@ struct RecordLook {
 
 // `record` holds at least one field's id. Where it has not come whole, only `next` is meaningful: it will be
 // true of the whole record as well.
-RecordLook LookAt(std::string_view record);
+RecordProbe ProbeRecord(std::string_view record);
 
 // The length that a record states, of at least four bytes.
 std::int32_t LengthOf(std::string_view record);
@@ -39,11 +39,11 @@ struct InnerRecord {
 // server in order lie side by side; of a great many that are nested, some are passed over.
 InnerRecord FindInnerRecord(std::string_view bytes, std::size_t end);
 
-// LookAt, of a record that grows at its end: goes on at the field where it stopped.
+// ProbeRecord, of a record that grows at its end: goes on at the field where it stopped.
 class FieldWalk {
  public:
-  // `record` is that of the calls before, and what has come behind it since.
-  RecordLook Look(std::string_view record);
+  // `record` is that of the calls before, and what has come after it since.
+  RecordProbe Probe(std::string_view record);
 
  private:
   std::size_t at_ = kRecordHead;  // of the next field
@@ -55,13 +55,13 @@ class FieldWalk {
 // of them is to be dearer than the ones before.
 class GrowingRecord {
  public:
-  // As LookAt, of the record as far as it has come.
-  RecordLook Look(std::string_view record) {
+  // As ProbeRecord, of the record as far as it has come.
+  RecordProbe Probe(std::string_view record) {
     is_begun_ = true;
-    return walk_.Look(record);
+    return walk_.Probe(record);
   }
 
-  // As FindInnerRecord. `bytes` are those of the calls before, and what has come behind them since; `end` is
+  // As FindInnerRecord. `bytes` are those of the calls before, and what has come after them since; `end` is
   // the same in all.
   InnerRecord FindInner(std::string_view bytes, std::size_t end);
 
@@ -74,16 +74,16 @@ class GrowingRecord {
   }
 
  private:
-  void LookBehind(std::string_view bytes, std::size_t end);
-  void LookAtFinished(std::string_view bytes);
+  void ProbeUnsearched(std::string_view bytes, std::size_t end);
+  void ProbeFinished(std::string_view bytes);
   bool MayCome(std::string_view bytes, std::size_t end);
-  bool MayLookAt(std::size_t length, std::size_t end);
+  bool MayProbe(std::size_t length, std::size_t end);
 
   bool is_begun_ = false;
   FieldWalk walk_;
-  std::size_t searched_ = 0;   // it is known of those before whether a record begins there
-  std::size_t good_ = 0;       // where the first good one begins; 0 without one
-  std::size_t looked_at_ = 0;  // so many bytes of all that begin inside
+  std::size_t searched_ = 0;  // it is known of those before whether a record begins there
+  std::size_t good_ = 0;      // where the first good one begins; 0 without one
+  std::size_t probed_ = 0;    // so many bytes of all that begin inside
   // Those that begin inside and have not come whole: where they begin and end, and the other way round.
   std::set<std::pair<std::size_t, std::size_t>> by_begin_;
   std::set<std::pair<std::size_t, std::size_t>> by_end_;

@@ -1,4 +1,4 @@
-#include "wire/record_look.h"
+#include "wire/record_probe.h"
 
 #include <gtest/gtest.h>
 
@@ -18,11 +18,11 @@ TEST(GrowingRecord, WalksOverEachFieldOnce) {
   const std::string whole = Level1Wire().Symbol("MSFT").Last(1).Volume(7);
   const std::string begun = Level1Wire().Symbol("MSFT").Last(1);
   GrowingRecord record;
-  record.Look(whole.substr(0, begun.size()));
+  record.Probe(whole.substr(0, begun.size()));
   std::string ruined = whole;
   for (std::size_t i = 4; i < begun.size(); ++i) ruined[i] = '\x7F';
-  EXPECT_TRUE(record.Look(ruined).fits);
-  EXPECT_FALSE(LookAt(ruined).fits);
+  EXPECT_TRUE(record.Probe(ruined).fits);
+  EXPECT_FALSE(ProbeRecord(ruined).fits);
 }
 
 TEST(GrowingRecord, SearchesBytesForAHeadOnce) {
