@@ -5,8 +5,8 @@
 
 #include "host/excel/border.h"
 #include "spreadsheet/color_index.h"
-#include "spreadsheet/errors.h"
 #include "spreadsheet/line_kind.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/style.h"
 
 namespace mirelo::spreadsheet {
@@ -27,7 +27,7 @@ class BorderObject final : public host::excel::Border {
   void LineStyle(std::int32_t style) override {
     if (style == host::excel::xlLineStyleNone) return lines_.Change([](BorderLine& line) { line = {}; });
     const std::uint8_t thinnest = ThinnestLine(style);
-    if (thinnest == 0) throw Refused("This is no style of lines.");
+    if (thinnest == 0) throw Refusals::NotALineStyle();
     lines_.Change([&](BorderLine& line) {
       const std::uint8_t as_heavy = line.line == 0 ? thinnest : LineOf(style, KindOf(line).weight);
       line.line = as_heavy != 0 ? as_heavy : thinnest;
@@ -40,7 +40,7 @@ class BorderObject final : public host::excel::Border {
 
   void Weight(std::int32_t weight) override {
     const std::uint8_t continuous = LineOf(host::excel::xlContinuous, weight);
-    if (continuous == 0) throw Refused("This is no weight of lines.");
+    if (continuous == 0) throw Refusals::NotALineWeight();
     lines_.Change([&](BorderLine& line) {
       const std::uint8_t of_style = LineOf(KindOf(line).style, weight);
       line.line = of_style != 0 ? of_style : continuous;

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "host/excel/constants.h"
-#include "spreadsheet/errors.h"
 #include "spreadsheet/palette.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
@@ -13,7 +13,7 @@ namespace mirelo::spreadsheet {
 inline Color ColorOfIndex(std::int32_t index) {
   using namespace host::excel;
   if (index == 0 || index == xlColorIndexNone || index == xlColorIndexAutomatic) return kAutomatic;
-  if (index < 1 || index > kPaletteSize) throw Refused("This is no colour index.");
+  if (index < 1 || index > kPaletteSize) throw Refusals::NotAColorIndex();
   return PaletteColor(index);
 }
 

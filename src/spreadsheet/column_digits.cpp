@@ -2,6 +2,9 @@
 
 #include <cmath>
 
+#include "spreadsheet/limits.h"
+#include "spreadsheet/refusals.h"
+
 namespace mirelo::spreadsheet {
 
 namespace {
@@ -21,6 +24,11 @@ double DigitsOfPixels(std::int32_t pixels) {
 std::int32_t PixelsOfDigits(double digits) {
   const double pixels = digits < 1 ? digits * kPixelsOfOne : digits * kPixelsOfDigit + kPixelsBeside;
   return static_cast<std::int32_t>(std::round(pixels));
+}
+
+double CheckedDigits(double digits) {
+  if (!(digits >= 0 && digits <= kMostDigits)) throw Refusals::NotAColumnWidth();
+  return digits;
 }
 
 }  // namespace mirelo::spreadsheet

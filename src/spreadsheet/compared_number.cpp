@@ -5,11 +5,14 @@
 #include <system_error>
 
 #include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
-bool ComparesWithOneValue(host::excel::XlFormatConditionOperator op) {
-  return host::excel::xlEqual <= op && op <= host::excel::xlLessEqual;
+void CheckComparison(host::excel::XlFormatConditionType type, host::excel::XlFormatConditionOperator op) {
+  if (type != host::excel::xlCellValue) throw Refusals::NotAComparisonOfValues();
+  const bool has_one_value = host::excel::xlEqual <= op && op <= host::excel::xlLessEqual;
+  if (!has_one_value) throw Refusals::NotOneValueCompared();
 }
 
 std::string NumberInFormula(std::string_view formula) {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <string>
 #include <utility>
 
 #include "automation/text.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
@@ -76,8 +76,6 @@ std::size_t WordLength(std::string_view code) {
   return 0;
 }
 
-}  // namespace
-
 bool IsFormatCode(std::string_view code) {
   if (code.empty() || !CanBeKept(code)) return false;
   std::size_t sections = 1;
@@ -96,6 +94,12 @@ bool IsFormatCode(std::string_view code) {
     code.remove_prefix(length);
   }
   return true;
+}
+
+}  // namespace
+
+void CheckFormatCode(std::string_view code) {
+  if (!IsFormatCode(code)) throw Refusals::NotANumberFormat(code);
 }
 
 bool CanBeKept(std::string_view code) {

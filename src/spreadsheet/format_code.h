@@ -9,9 +9,9 @@ namespace mirelo::spreadsheet {
 
 // Number format codes in their United States form, such as "#,##0.00;[Red]-0" or "mm/dd/yyyy".
 
-// Whether the text can be read as a code: up to four sections, quotes and brackets closed, no letters besides
-// those that mean something, and fit to be kept.
-bool IsFormatCode(std::string_view code);
+// Error 1004 for a text that cannot be read as a code: more than four sections, quotes or brackets not
+// closed, letters besides those that mean something; and for one that is not fit to be kept.
+void CheckFormatCode(std::string_view code);
 
 // Whether a file can carry the code: at most 127 bytes without control characters.
 bool CanBeKept(std::string_view code);

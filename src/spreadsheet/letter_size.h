@@ -1,12 +1,13 @@
 #pragma once
 
-#include "spreadsheet/errors.h"
+#include "spreadsheet/limits.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
-// The size of letters that a client sets, in points. Error 1004 outside 1 to 409.
+// The size of letters that a client sets, in points. Error 1004 outside kLeastLetters to kGreatestLetters.
 inline double CheckedLetterSize(double points) {
-  if (!(1 <= points && points <= 409)) throw Refused("Letters are 1 to 409 points high.");
+  if (!(kLeastLetters <= points && points <= kGreatestLetters)) throw Refusals::NotALetterSize();
   return points;
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "spreadsheet/errors.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/pixels.h"
 
 namespace mirelo::spreadsheet {

@@ -8,8 +8,6 @@ namespace mirelo::spreadsheet {
 
 // Sizes of what floats over cells are whole pixels from 1 to kGreatestShape. What clients give is rounded to
 // them, and error 1004 when it is not above 0 or too large.
-inline constexpr std::int32_t kGreatestShape = 32'767;
-
 std::int32_t PixelsOfSize(double points);
 // A size times a factor. Error 1004 also unless `relative_to_original_size` is false.
 std::int32_t ScaledPixels(std::int32_t pixels, double factor,

@@ -4,6 +4,8 @@
 #include <cstdint>
 
 #include "automation/ansi.h"
+#include "spreadsheet/limits.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
@@ -39,6 +41,10 @@ std::size_t Utf16Length(std::string_view text) {
     if (static_cast<unsigned char>(c) >= 0xF0) ++units;  // beyond the basic plane: a pair
   }
   return units;
+}
+
+void CheckCommentText(std::string_view text) {
+  if (Utf16Length(text) > kLongestText) throw Refusals::CommentTooLong();
 }
 
 std::string CleanText(std::string_view text) {

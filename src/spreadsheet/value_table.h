@@ -6,9 +6,6 @@
 
 namespace mirelo::spreadsheet {
 
-// The most cells whose values can be read or written at once.
-inline constexpr std::int64_t kMostCells = std::int64_t{1} << 24;
-
 // What is written to a range of cells, seen as a table that starts at row 0, column 0: a single value, or an
 // array as host::excel::Range::Value lays it on cells.
 class ValueTable {

@@ -40,6 +40,7 @@
 #include "host/excel/chart.h"
 #include "host/excel/chart_parts.h"
 #include "host/excel/charts.h"
+#include "host/excel/comment.h"
 #include "host/excel/font.h"
 #include "host/excel/range.h"
 #include "host/excel/series.h"
@@ -48,6 +49,7 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "spreadsheet/refusals.h"
 #include "support/error_number.h"
 #include "support/temp_directory.h"
 
@@ -59,6 +61,7 @@ using calc::As;
 using calc::OfficeChart;
 using calc::Properties;
 using calc::Reference;
+namespace Refusals = spreadsheet::Refusals;
 
 constexpr sal_Int32 kRed = 0xFF0000;   // colour 3 of the palette
 constexpr sal_Int32 kLime = 0x00FF00;  // colour 4
@@ -313,6 +316,20 @@ TEST_F(DrawnCharts, AreSelectedWithTheirHiddenSheetOnlyWhereNobodySeesIt) {
   application->ScreenUpdating(true);
   EXPECT_EQ(application->ActiveSheet()->Name(), "Sheet1");
   EXPECT_FALSE(Properties(Sheet("Sheet2")).Get("IsVisible", true));
+}
+
+TEST_F(DrawnCharts, AreNeitherSelectedOnAHiddenSheetNorMovedThere) {
+  const auto other = application->ActiveWorkbook()->Worksheets()->Add();
+  const auto chart = AddChart();
+  chart->Location(xlLocationAsObject, "Sheet2");
+  other->Range("A1")->AddComment("x");
+  sheet->Select();
+  Properties(Sheet("Sheet2")).Set("IsVisible", false);
+  ExpectRefusal(Refusals::HiddenSheetBroughtToFront(), [&] { other->Select(); });
+  ExpectRefusal(Refusals::ChartOnAHiddenSheet(), [&] { other->Shapes()->Item(1)->Select(); });
+  ExpectRefusal(Refusals::CommentOnAHiddenSheet(), [&] { other->Shapes()->Item(2)->Select(); });
+  const auto second = AddChart();
+  ExpectRefusal(Refusals::ChartToAHiddenSheet(), [&] { second->Location(xlLocationAsObject, "Sheet2"); });
 }
 
 TEST_F(DrawnCharts, AreDrawnAlsoWhereTheSheetThatWasSelectedIsGone) {

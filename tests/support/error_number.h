@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "automation/runtime_error.h"
 
@@ -38,6 +39,15 @@ inline void ExpectError(const RuntimeError& error, std::uint32_t number, std::st
   EXPECT_EQ(error.Number(), ErrorNumber(number));
   EXPECT_EQ(error.Description(), description);
   EXPECT_EQ(error.Source(), source);
+}
+
+// `call` raises an error of this number and text, whoever raises it.
+template <class Call>
+void ExpectRefusal(const RuntimeError& refusal, Call&& call) {
+  SCOPED_TRACE(refusal.Description());
+  const RuntimeError raised = ErrorOf(std::forward<Call>(call));
+  EXPECT_EQ(raised.Number(), refusal.Number());
+  EXPECT_EQ(raised.Description(), refusal.Description());
 }
 
 }  // namespace mirelo::testing

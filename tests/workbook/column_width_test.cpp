@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "adapters/workbook/display/column_fit.h"
+#include "spreadsheet/column_digits.h"
+#include "spreadsheet/limits.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::workbook {
@@ -38,6 +40,7 @@ TEST(ColumnFit, TakesTheWidestLineOfSeveral) {
 
 TEST(ColumnFit, EndsAtTheGreatestWidth) {
   EXPECT_EQ(FittedWidth(std::string(5000, 'W')), ColumnWidth::kGreatestPixels);
+  EXPECT_EQ(ColumnWidth::kGreatestPixels, PixelsOfDigits(kMostDigits));
 }
 
 TEST(ColumnFit, MeasuresWhatTheCellShows) {

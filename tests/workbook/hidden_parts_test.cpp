@@ -8,13 +8,14 @@
 #include "host/excel/shapes.h"
 #include "host/excel/window.h"
 #include "host/excel/worksheets.h"
+#include "spreadsheet/refusals.h"
 #include "support/error_number.h"
 
 namespace mirelo::workbook {
 namespace {
 
 namespace excel = host::excel;
-using ::mirelo::testing::NumberOf;
+using ::mirelo::testing::ExpectRefusal;
 
 // Sheets, rows and columns that are hidden: clients cannot hide any, files can.
 class HiddenParts : public ::testing::Test {
@@ -58,15 +59,17 @@ TEST_F(HiddenParts, HaveTheirOwnSizesBesideOtherOnes) {
   EXPECT_EQ(application->ActiveWindow()->VisibleRange()->Address(false, false), "A1:S25");
 }
 
-TEST_F(HiddenParts, HaveChartsAndCommentsThatCannotBeSelected) {
+TEST_F(HiddenParts, CannotBeSelectedNorCanTheirChartsAndComments) {
   application->Charts()->Add()->Location(excel::xlLocationAsObject, "Sheet1");
   Range("B2")->AddComment("x");
   const auto worksheet = Worksheet();
   application->Worksheets()->Add();
   book->FindSheet("Sheet1")->hidden = true;
-  for (std::int32_t index = 1; index <= 2; ++index)
-    EXPECT_EQ(NumberOf([&] { worksheet->Shapes()->Item(index)->Select(); }), 1004) << index;
-  EXPECT_EQ(NumberOf([&] { worksheet->Shapes()->Item(1)->Chart()->Select(); }), 1004);
+  const auto shapes = worksheet->Shapes();
+  ExpectRefusal(Refusals::HiddenSheetBroughtToFront(), [&] { worksheet->Select(); });
+  ExpectRefusal(Refusals::ChartOnAHiddenSheet(), [&] { shapes->Item(1)->Select(); });
+  ExpectRefusal(Refusals::ChartOnAHiddenSheet(), [&] { shapes->Item(1)->Chart()->Select(); });
+  ExpectRefusal(Refusals::CommentOnAHiddenSheet(), [&] { shapes->Item(2)->Select(); });
   EXPECT_EQ(application->ActiveSheet()->Name(), "Sheet2");
 }
 
@@ -74,7 +77,8 @@ TEST_F(HiddenParts, TakeNoChartsUp) {
   const auto chart = application->Charts()->Add();
   application->Worksheets()->Add();
   book->FindSheet("Sheet1")->hidden = true;
-  EXPECT_EQ(NumberOf([&] { chart->Location(excel::xlLocationAsObject, "Sheet1"); }), 1004);
+  ExpectRefusal(Refusals::ChartToAHiddenSheet(),
+                [&] { chart->Location(excel::xlLocationAsObject, "Sheet1"); });
   EXPECT_EQ(application->Charts()->Count(), 1);
   EXPECT_EQ(chart->Name(), "Chart1");
 }

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "spreadsheet/color_index.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
@@ -46,7 +46,7 @@ void ChartBorder::LineStyle(std::int32_t style) {
     } else if (style == xlLineStyleNone) {
       line = {.look = Look::None};
     } else {
-      if (!Holds(kLineStyles, style)) throw Refused("This is no style of lines.");
+      if (!Holds(kLineStyles, style)) throw Refusals::NotALineStyle();
       Draw(line);
       line.style = style;
     }
@@ -56,7 +56,7 @@ void ChartBorder::LineStyle(std::int32_t style) {
 Variant ChartBorder::Weight() { return line_.read().weight; }
 
 void ChartBorder::Weight(std::int32_t weight) {
-  if (!Holds(kWeights, weight)) throw Refused("This is no weight of lines.");
+  if (!Holds(kWeights, weight)) throw Refusals::NotALineWeight();
   line_.change([&](ChartLine& line) {
     Draw(line);
     line.weight = weight;

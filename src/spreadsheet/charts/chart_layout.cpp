@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "spreadsheet/display/text_width.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/pixels.h"
 
 namespace mirelo::spreadsheet {
@@ -14,8 +15,6 @@ constexpr double kMargin = 6;
 constexpr double kLegendWidth = 72;
 constexpr double kTitlePadding = 3;
 constexpr double kLineHeight = 1.25;  // of the size of the letters
-constexpr double kLeastLetters = 1;
-constexpr double kGreatestLetters = 409;
 
 // The place nearest to the wanted one at which a part of this size lies within `whole`.
 double Within(double wanted, double size, double whole) {

@@ -10,15 +10,15 @@
 #include "spreadsheet/charts/chart_title_object.h"
 #include "spreadsheet/charts/series_object.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/pixels.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
 namespace excel = host::excel;
 
 namespace {
-
-constexpr std::int32_t kMostSeries = 255;
 
 // The axis of a chart. Error 1004 for what is no kind of axis.
 ChartAxis spreadsheet::Chart::*AxisOf(excel::XlAxisType type) {
@@ -50,8 +50,7 @@ std::string ChartObject::Name() {
 
 void ChartObject::Name(std::string_view name) {
   place_.Get();
-  if (place_.home().Worksheet() != nullptr)
-    throw Refused("A chart on a worksheet has the name of its shape.");
+  if (place_.home().Worksheet() != nullptr) throw Refusals::ChartNamedByItsShape();
   place_.home().Rename(name);
 }
 
@@ -76,7 +75,7 @@ void ChartObject::SetSourceData(excel::Range& source, excel::XlRowCol by) {
   const auto cells = place_.home().CellsOf(source);
   if (!cells) throw Refused("A chart plots cells of its own workbook.");
   const Area& area = cells->area;
-  if (area.Columns() > kMostSeries) throw Refused("A chart has at most 255 series.");
+  if (area.Columns() > kMostSeries) throw Refusals::TooManySeries();
 
   place_.Change([&](spreadsheet::Chart& chart) {
     chart.series.resize(static_cast<std::size_t>(area.Columns()));
@@ -107,13 +106,13 @@ void ChartObject::HasAxis(excel::XlAxisType type, excel::XlAxisGroup group, bool
   if (group == excel::xlPrimary) {
     place_.Change([&](spreadsheet::Chart& chart) { (chart.*axis).on = on; });
   } else if (on) {
-    throw Refused("These charts have no secondary axes.");
+    throw Refusals::NoSecondaryAxes();
   }
 }
 
 std::shared_ptr<excel::Axis> ChartObject::Axes(excel::XlAxisType type, excel::XlAxisGroup group) {
   place_.Get();
-  if (group != excel::xlPrimary) throw Refused("These charts have no secondary axes.");
+  if (group != excel::xlPrimary) throw Refusals::NoSecondaryAxes();
   return std::make_shared<AxisObject>(ChartPart<ChartAxis>(
       place_, [axis = AxisOf(type)](spreadsheet::Chart& chart) -> ChartAxis& { return chart.*axis; }));
 }
@@ -129,7 +128,7 @@ void ChartObject::HasTitle(bool on) {
 }
 
 std::shared_ptr<excel::ChartTitle> ChartObject::ChartTitle() {
-  if (!HasTitle()) throw Refused("This chart has no title.");
+  if (!HasTitle()) throw Refusals::ChartWithoutTitle();
   return std::make_shared<ChartTitleObject>(place_);
 }
 
@@ -145,7 +144,7 @@ std::shared_ptr<excel::PlotArea> ChartObject::PlotArea() {
 
 std::shared_ptr<excel::Series> ChartObject::SeriesCollection(std::int32_t index) {
   const auto count = place_.Get().series.size();
-  if (index < 1 || static_cast<std::size_t>(index) > count) throw Refused("The chart has no such series.");
+  if (index < 1 || static_cast<std::size_t>(index) > count) throw Refusals::NoSuchSeries();
   return std::make_shared<SeriesObject>(SeriesPlace(place_, static_cast<std::size_t>(index) - 1));
 }
 

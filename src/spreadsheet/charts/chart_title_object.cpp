@@ -1,13 +1,13 @@
 #include "spreadsheet/charts/chart_title_object.h"
 
-#include <cstddef>
 #include <cstdint>
 
 #include "host/excel/interior.h"
 #include "spreadsheet/charts/chart_border.h"
 #include "spreadsheet/charts/chart_font.h"
 #include "spreadsheet/charts/chart_layout.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/limits.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::spreadsheet {
@@ -16,11 +16,9 @@ namespace excel = host::excel;
 
 namespace {
 
-constexpr std::size_t kLongestTitle = 255;  // UTF-16 units
-
 void SetText(const ChartPart<ChartTitle>& part, std::string_view text) {
   part.Get();
-  if (Utf16Length(text) > kLongestTitle) throw Refused("The title is longer than 255 characters.");
+  if (Utf16Length(text) > kLongestTitle) throw Refusals::TitleTooLong();
   part.Change([&](ChartTitle& title) { title.text = CleanText(text); });
 }
 
@@ -84,7 +82,7 @@ class TitleInterior final : public excel::Interior {
           title.pattern = pattern;
           return;
       }
-      throw Refused("This is no pattern.");
+      throw Refusals::NotAPattern();
     });
   }
 
@@ -96,7 +94,7 @@ class TitleInterior final : public excel::Interior {
 
 ChartTitleObject::ChartTitleObject(ChartPlace place)
     : place_(std::move(place)), title_(place_, [](Chart& chart) -> spreadsheet::ChartTitle& {
-        if (!chart.title) throw Refused("This chart has no title.");
+        if (!chart.title) throw Refusals::ChartWithoutTitle();
         return *chart.title;
       }) {}
 

@@ -3,6 +3,7 @@
 #include "spreadsheet/charts/chart_border.h"
 #include "spreadsheet/color_index.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
@@ -53,7 +54,7 @@ std::int32_t IndexOf(const PointColor& color) {
 PointColor PointColorOf(std::int32_t index) {
   if (index == excel::xlColorIndexAutomatic) return {};
   if (index == excel::xlColorIndexNone) return {Look::None, kAutomatic};
-  if (index < 1 || index > kPaletteSize) throw Refused("This is no colour index.");
+  if (index < 1 || index > kPaletteSize) throw Refusals::NotAColorIndex();
   return {Look::Own, PaletteColor(index)};
 }
 

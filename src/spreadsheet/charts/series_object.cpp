@@ -6,6 +6,8 @@
 #include "spreadsheet/charts/chart_border.h"
 #include "spreadsheet/charts/point_object.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/limits.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::spreadsheet {
 
@@ -16,8 +18,6 @@ namespace {
 constexpr std::array<std::int32_t, 6> kMarkers{xlMarkerStyleSquare,   xlMarkerStyleDiamond,
                                                xlMarkerStyleTriangle, xlMarkerStyleCircle,
                                                xlMarkerStyleNone,     xlMarkerStyleAutomatic};
-constexpr std::int32_t kLeastMarker = 2;  // points
-constexpr std::int32_t kGreatestMarker = 72;
 
 // Forgets points at the end that have nothing for themselves any more.
 void TrimPoints(ChartSeries& series) {
@@ -38,7 +38,7 @@ void SetOnAllPoints(const SeriesPlace& place, PointColor ChartSeries::*of_series
 }  // namespace
 
 ChartSeries& SeriesPlace::In(Chart& chart) const {
-  if (index_ >= chart.series.size()) throw Refused("The chart has no such series.");
+  if (index_ >= chart.series.size()) throw Refusals::NoSuchSeries();
   return chart.series[index_];
 }
 
@@ -92,7 +92,7 @@ void SeriesObject::MarkerStyle(std::int32_t style) {
 
 void SeriesObject::MarkerSize(std::int32_t points) {
   place_.Get();
-  if (points < kLeastMarker || points > kGreatestMarker) throw Refused("Markers are 2 to 72 points large.");
+  if (points < kLeastMarker || points > kGreatestMarker) throw Refusals::NotAMarkerSize();
   place_.Change([points](ChartSeries& series) { series.marker_size = points; });
 }
 

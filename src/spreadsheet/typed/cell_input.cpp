@@ -8,6 +8,8 @@
 #include "automation/date.h"
 #include "spreadsheet/calendar.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/limits.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::spreadsheet {
@@ -43,7 +45,7 @@ bool NeedsCleaning(std::string_view text) {
 void CheckCellInput(const Variant& value) {
   if (const std::string* text = value.IfText()) {
     if (text->size() > kLongestText && Utf16Length(AsStored(*text)) > kLongestText) {
-      throw Refused("A cell's text cannot be longer than 32767 characters.");
+      throw Refusals::CellTextTooLong();
     }
   } else if (value.type() == Variant::Type::Date) {
     if (!IsDate(value.ToDouble())) throw Refused("A cell's date must lie between 1900 and 9999.");

@@ -13,6 +13,7 @@
 #include "spreadsheet/charts/chart_layout.h"
 #include "spreadsheet/charts/chart_object.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/sheet_name.h"
 
 namespace mirelo::calc {
@@ -23,6 +24,8 @@ using spreadsheet::ChartBox;
 using spreadsheet::ChartHome;
 using spreadsheet::PlottedCells;
 using spreadsheet::Refused;
+
+namespace Refusals = spreadsheet::Refusals;
 
 namespace {
 
@@ -41,7 +44,7 @@ void CheckChartsOf(DocumentSheet& sheet) {
 std::shared_ptr<DocumentSheet> SheetFor(Document& document, std::string_view name) {
   auto sheet = document.Find(name);
   if (sheet == nullptr) throw Errors::SubscriptOutOfRange();
-  if (sheet->IsHidden()) throw Refused("A chart cannot be moved onto a hidden sheet.");
+  if (sheet->IsHidden()) throw Refusals::ChartToAHiddenSheet();
   CheckChartsOf(*sheet);
   return sheet;
 }
@@ -81,7 +84,7 @@ std::int32_t SheetChart::Index() {
   return Ask([&] {
     const auto charts = DocumentCharts::Of(sheet_->document()).On(*sheet_);
     const auto found = std::ranges::find(charts, chart_);
-    if (found == charts.end()) throw Refused("This chart is no longer there.");
+    if (found == charts.end()) throw Refusals::ChartGone();
     return static_cast<std::int32_t>(found - charts.begin()) + 1;
   });
 }
@@ -89,7 +92,7 @@ std::int32_t SheetChart::Index() {
 void SheetChart::Select() {
   Ask([&] {
     chart_->Get();
-    if (sheet_->IsHidden()) throw Refused("A chart on a hidden sheet cannot be selected.");
+    if (sheet_->IsHidden()) throw Refusals::ChartOnAHiddenSheet();
     sheet_->document().Front().Select(*sheet_, chart_->shape());
   });
 }
@@ -114,9 +117,7 @@ ChartBox SheetChart::WholeSheet() {
   return {0, 0, cells->Width(), cells->Height()};
 }
 
-void SheetChart::Rename(std::string_view /*name*/) {
-  throw Refused("A chart on a worksheet has the name of its shape.");
-}
+void SheetChart::Rename(std::string_view /*name*/) { throw Refusals::ChartNamedByItsShape(); }
 
 std::shared_ptr<ChartHome> SheetChart::MoveTo(std::string_view worksheet) {
   return Ask([&] {
@@ -147,7 +148,7 @@ std::int32_t ChartSheet::Index() {
   return document_->Ask([&] {
     const auto& all = DocumentCharts::Of(*document_).Sheets();
     const auto found = std::ranges::find(all, chart_);
-    if (found == all.end()) throw Refused("This chart is no longer there.");
+    if (found == all.end()) throw Refusals::ChartGone();
     return static_cast<std::int32_t>(found - all.begin()) + 1;
   });
 }

@@ -15,14 +15,15 @@
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/front.h"
 #include "spreadsheet/address.h"
-#include "spreadsheet/errors.h"
 #include "spreadsheet/pixels.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/shape_size.h"
 
 namespace mirelo::calc {
 
 using spreadsheet::CellPlace;
-using spreadsheet::Refused;
+
+namespace Refusals = spreadsheet::Refusals;
 
 namespace {
 
@@ -46,7 +47,7 @@ Reference<css::drawing::XShape> CommentBox::Box() const {
   const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell_.FirstCell())->getAnnotation();
   const auto supplier = IfAs<css::sheet::XSheetAnnotationShapeSupplier>(note);
   const auto shape = supplier.is() ? supplier->getAnnotationShape() : Reference<css::drawing::XShape>();
-  if (!shape.is()) throw Refused("This comment is no longer there.");
+  if (!shape.is()) throw Refusals::CommentGone();
   return shape;
 }
 
@@ -60,7 +61,7 @@ std::string CommentBox::Name() {
   return "Comment " + spreadsheet::CellName(cell_.area.first_row, cell_.area.first_column);
 }
 
-std::shared_ptr<host::excel::Chart> CommentBox::Chart() { throw Refused("This shape is no chart."); }
+std::shared_ptr<host::excel::Chart> CommentBox::Chart() { throw Refusals::NotAChart(); }
 
 std::int32_t CommentBox::ZOrderPosition() {
   return Ask([&] {
@@ -76,7 +77,7 @@ std::int32_t CommentBox::ZOrderPosition() {
 void CommentBox::Select() {
   Ask([&] {
     const auto box = Box();
-    if (cell_.sheet->IsHidden()) throw Refused("A comment on a hidden sheet cannot be selected.");
+    if (cell_.sheet->IsHidden()) throw Refusals::CommentOnAHiddenSheet();
     cell_.document().Front().Select(*cell_.sheet, box);
   });
 }
@@ -96,8 +97,8 @@ double CommentBox::Top() {
   return Ask([&] { return PointsOf(Box()->getPosition().Y); });
 }
 
-void CommentBox::Left(double /*points*/) { throw Refused("A comment's box stands beside its cell."); }
-void CommentBox::Top(double /*points*/) { throw Refused("A comment's box stands beside its cell."); }
+void CommentBox::Left(double /*points*/) { throw Refusals::CommentBesideItsCell(); }
+void CommentBox::Top(double /*points*/) { throw Refusals::CommentBesideItsCell(); }
 
 double CommentBox::Height() {
   return Ask([&] { return WholePixels(PointsOf(Box()->getSize().Height)); });

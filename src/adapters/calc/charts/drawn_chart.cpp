@@ -15,7 +15,7 @@
 #include "adapters/calc/objects/front.h"
 #include "adapters/calc/objects/undo_aside.h"
 #include "spreadsheet/charts/follow_deletion.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -88,7 +88,7 @@ void DrawnChart::WithOpenDocument(Body&& body) {
 Chart& DrawnChart::Get() {
   const sal_Int32 drawings = sheet_.Page()->getCount();
   if (is_read_ && !charts_.Draws() && drawings == drawings_) return *chart_;
-  if (!IsThere()) throw spreadsheet::Refused("This chart is no longer there.");
+  if (!IsThere()) throw spreadsheet::Refusals::ChartGone();
   if (charts_.Draws() || !is_read_) WithOpenDocument([&] { Read(); });
   is_read_ = !charts_.Draws();
   drawings_ = drawings;
@@ -185,7 +185,7 @@ void DrawnChart::FollowDeletion(const SheetCells& sheet, const spreadsheet::Area
 }
 
 void DrawnChart::Delete() {
-  if (!IsThere()) throw spreadsheet::Refused("This chart is no longer there.");
+  if (!IsThere()) throw spreadsheet::Refusals::ChartGone();
   {
     const UndoAside aside(sheet_.document());
     sheet_.document().Front().Forget(office_.shape);

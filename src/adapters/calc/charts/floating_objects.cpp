@@ -16,14 +16,15 @@
 #include "host/excel/chart.h"
 #include "spreadsheet/charts/chart_object.h"
 #include "spreadsheet/charts/chart_shape.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
 namespace excel = host::excel;
 
 using spreadsheet::Area;
-using spreadsheet::Refused;
+
+namespace Refusals = spreadsheet::Refusals;
 
 namespace {
 
@@ -41,8 +42,7 @@ class SheetShapes final : public excel::Shapes {
   std::shared_ptr<excel::Shape> Item(std::int32_t index) override {
     return sheet_->document().Ask([&] {
       const auto all = All();
-      if (index < 1 || static_cast<std::size_t>(index) > all.size())
-        throw Refused("The sheet has no such shape.");
+      if (index < 1 || static_cast<std::size_t>(index) > all.size()) throw Refusals::NoSuchShape();
       return all[static_cast<std::size_t>(index) - 1];
     });
   }
@@ -52,7 +52,7 @@ class SheetShapes final : public excel::Shapes {
       for (const auto& shape : All()) {
         if (EqualText(shape->Name(), name)) return shape;
       }
-      throw Refused("The sheet has no shape \"" + std::string(name) + "\".");
+      throw Refusals::NoSuchShape(name);
     });
   }
 

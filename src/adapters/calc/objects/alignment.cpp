@@ -7,7 +7,7 @@
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/gathered_formats.h"
 #include "host/excel/constants.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -39,7 +39,7 @@ OfficeAlignment AlignmentInOffice(std::int32_t alignment) {
   for (const AlignmentRow& row : kAlignments) {
     if (row.alignment == alignment) return row.in_office;
   }
-  throw spreadsheet::Refused("This is no horizontal alignment.");
+  throw spreadsheet::Refusals::NotAnAlignment();
 }
 
 void Align(const CellBlock& cells, const OfficeAlignment& alignment) {

@@ -7,7 +7,7 @@
 #include "adapters/calc/objects/workbook_object.h"
 #include "adapters/calc/objects/worksheet_object.h"
 #include "adapters/calc/objects/worksheets_object.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -86,8 +86,7 @@ void ApplicationObject::ShowAgain() {
 
 std::shared_ptr<excel::Worksheet> ApplicationObject::FrontWorksheet() const {
   return document_->Ask([&]() -> std::shared_ptr<excel::Worksheet> {
-    if (document_->Front().ChartSheet() != nullptr)
-      throw spreadsheet::Refused("The sheet in front has no cells.");
+    if (document_->Front().ChartSheet() != nullptr) throw spreadsheet::Refusals::NoCellsInFront();
     return std::make_shared<WorksheetObject>(document_->Front().Sheet());
   });
 }

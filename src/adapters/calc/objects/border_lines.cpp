@@ -9,8 +9,8 @@
 
 #include "adapters/calc/objects/gathered_formats.h"
 #include "adapters/calc/objects/undo_aside.h"
-#include "spreadsheet/errors.h"
 #include "spreadsheet/line_kind.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -47,7 +47,7 @@ constexpr std::array kPlaces{
 
 const Place& PlaceOf(XlBordersIndex index) {
   const auto place = std::ranges::find(kPlaces, index, &Place::index);
-  if (place == kPlaces.end()) throw Refused("This is no border of a range.");
+  if (place == kPlaces.end()) throw Refusals::NotABorder();
   return *place;
 }
 

@@ -16,7 +16,7 @@
 
 #include "adapters/calc/objects/document.h"
 #include "adapters/calc/objects/floating_objects.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::calc {
@@ -42,7 +42,7 @@ Reference<css::sheet::XSheetAnnotation> NoteOn(const CellBlock& cell) {
 std::string CommentObject::Text() {
   return cell_.document().Ask([&] {
     const auto note = NoteOn(cell_);
-    if (!note.is()) throw Refused("This comment is no longer there.");
+    if (!note.is()) throw Refusals::CommentGone();
     return TextOf(As<css::text::XSimpleText>(note)->getString());
   });
 }
@@ -56,8 +56,8 @@ std::shared_ptr<host::excel::Comment> CommentOf(const CellBlock& cell) {
 }
 
 std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::string_view text) {
-  if (CommentOf(cell) != nullptr) throw Refused("This cell has a comment already.");
-  if (Utf16Length(text) > kLongestText) throw Refused("The comment is longer than 32767 characters.");
+  if (CommentOf(cell) != nullptr) throw Refusals::HasAComment();
+  CheckCommentText(text);
   const auto address = As<css::sheet::XCellAddressable>(cell.FirstCell())->getCellAddress();
   As<css::sheet::XSheetAnnotationsSupplier>(cell.sheet->Get())
       ->getAnnotations()

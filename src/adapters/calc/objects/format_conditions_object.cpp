@@ -11,6 +11,8 @@
 #include "host/excel/font.h"
 #include "spreadsheet/color_index.h"
 #include "spreadsheet/compared_number.h"
+#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -53,7 +55,7 @@ class ConditionFont final : public Font {
   }
   // A condition leaves the size of letters to the cell.
   Variant Size() override { return {}; }
-  void Size(double) override { throw Refused("A condition cannot change the size of letters."); }
+  void Size(double) override { throw Refusals::LetterSizeOfACondition(); }
   Variant ColorIndex() override {
     const CellLook look = Get();
     return look.color == kAutomatic ? Variant() : Variant(IndexOfColor(look.color));
@@ -118,8 +120,7 @@ FormatConditionsObject::ConditionPtr FormatConditionsObject::Item(std::int32_t i
 FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditionType type,
                                                                  XlFormatConditionOperator op,
                                                                  std::string_view formula1) {
-  if (type != xlCellValue) throw Refused("Only values of cells can be compared.");
-  if (!ComparesWithOneValue(op)) throw Refused("This operator does not compare with one value.");
+  CheckComparison(type, op);
   const std::string number = NumberInFormula(formula1);
   ChangeConditions(block_, [&] {
     SheetConditions(block_.sheet).Add(block_.area, op, number, StyleOfLook(block_.document().uno(), {}));

@@ -2,6 +2,7 @@
 
 #include "adapters/calc/objects/block_change.h"
 #include "spreadsheet/color_index.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -46,7 +47,7 @@ Variant InteriorObject::Pattern() {
 
 void InteriorObject::Pattern(std::int32_t pattern) {
   if (pattern != xlPatternNone && pattern != xlPatternAutomatic && pattern != xlPatternSolid)
-    throw Refused("This is no pattern.");
+    throw Refusals::NotAPattern();
   const auto ground = Ground();
   const bool is_solid = pattern == xlPatternSolid;
   if (is_solid && ground && *ground != kAutomatic) return;

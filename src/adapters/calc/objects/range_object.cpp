@@ -23,8 +23,9 @@
 #include "adapters/calc/objects/used_area.h"
 #include "adapters/calc/objects/worksheet_object.h"
 #include "spreadsheet/border_object.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/column_digits.h"
 #include "spreadsheet/format_code.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -78,7 +79,7 @@ RangeObject::RangePtr RangeObject::End(XlDirection direction) {
 }
 
 RangeObject::RangePtr RangeObject::SpecialCells(XlCellType type) {
-  if (type != xlCellTypeLastCell) throw Refused("Only the last cell can be asked for.");
+  if (type != xlCellTypeLastCell) throw Refusals::NotTheLastCell();
   const Area used = Ask([&] { return UsedOrFormattedArea(*block_.sheet); });
   return At(Area::Cell(used.last_row, used.last_column));
 }
@@ -89,7 +90,7 @@ RangeObject::RangePtr RangeObject::Find(std::string_view what, Range& after, XlS
   const bool is_cell_of_this = start != nullptr && start->block_.sheet == block_.sheet &&
                                start->block_.area.Cells() == 1 &&
                                block_.area.Holds(after.Row(), after.Column());
-  if (!is_cell_of_this) throw Refused("A search begins at one cell of its range.");
+  if (!is_cell_of_this) throw Refusals::NotACellToSearchFrom();
   const auto found = Ask([&] {
     return FindCell(block_, what, {start->block_.area.first_row, start->block_.area.first_column}, order,
                     direction);
@@ -100,8 +101,7 @@ RangeObject::RangePtr RangeObject::Find(std::string_view what, Range& after, XlS
 void RangeObject::Select() {
   Ask([&] {
     calc::Front& front = block_.document().Front();
-    if (front.ChartSheet() != nullptr || front.Sheet() != block_.sheet)
-      throw Refused("Only cells of the sheet in front can be selected.");
+    if (front.ChartSheet() != nullptr || front.Sheet() != block_.sheet) throw Refusals::CellsOfASheetBehind();
     front.Select(block_);
   });
 }
@@ -136,7 +136,7 @@ Variant RangeObject::ColumnWidth() {
 }
 
 void RangeObject::ColumnWidth(double digits) {
-  if (!(digits >= 0 && digits <= 255)) throw Refused("A column is 0 to 255 digits wide.");
+  CheckedDigits(digits);
   Change([&] { ResizeColumns(*block_.sheet, [&] { SetDigitsOfColumns(block_, digits); }); });
 }
 
@@ -181,7 +181,7 @@ Variant RangeObject::NumberFormat() {
 }
 
 void RangeObject::NumberFormat(std::string_view format) {
-  if (!IsFormatCode(format)) throw Refused("\"" + std::string(format) + "\" is no number format.");
+  CheckFormatCode(format);
   NumberFormats& formats = block_.document().Formats();
   const auto key = block_.document().AskAsItStands([&] { return formats.KeyToSet(format); });
   if (key) return FormatCells(block_, {{"NumberFormat", Any(*key)}});

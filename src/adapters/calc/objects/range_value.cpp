@@ -23,6 +23,7 @@
 #include "automation/text.h"
 #include "host/excel/range.h"
 #include "spreadsheet/format_code.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/typed/cell_input.h"
 #include "spreadsheet/value_table.h"
 

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "adapters/calc/objects/cell_formats.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -60,7 +60,7 @@ Way WayOf(XlDirection direction) {
     case xlToLeft:
       return {false, false};
   }
-  throw Refused("This is no direction.");
+  throw Refusals::NotADirection();
 }
 
 // From a block's first cell to the sheet's edge.

@@ -5,7 +5,7 @@
 
 #include "adapters/calc/objects/front.h"
 #include "adapters/calc/objects/range_object.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -28,7 +28,7 @@ spreadsheet::Area SeenIn(const Reference<css::sheet::XSpreadsheetView>& view) {
 std::shared_ptr<host::excel::Range> WindowObject::VisibleRange() {
   return document_->Ask([&] {
     Front& front = document_->Front();
-    if (front.ChartSheet() != nullptr) throw spreadsheet::Refused("The sheet in front has no cells.");
+    if (front.ChartSheet() != nullptr) throw spreadsheet::Refusals::NoCellsInFront();
     return RangeOf({front.Sheet(), SeenIn(front.View())});
   });
 }

@@ -5,6 +5,7 @@
 #include "adapters/calc/objects/front.h"
 #include "spreadsheet/area_rules.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/sheet_name.h"
 
 namespace mirelo::calc {
@@ -39,8 +40,7 @@ void WorksheetObject::Select() {
   sheet_->document().Ask([&] {
     Front& front = sheet_->document().Front();
     // While the front is held nobody sees it. Charts of a hidden sheet are brought up to date so.
-    if (!front.IsHeld() && sheet_->IsHidden())
-      throw Refused("A hidden sheet cannot be brought to the front.");
+    if (!front.IsHeld() && sheet_->IsHidden()) throw Refusals::HiddenSheetBroughtToFront();
     front.Show(*sheet_);
   });
 }
@@ -55,7 +55,7 @@ WorksheetObject::RangePtr WorksheetObject::Range(host::excel::Range& first, host
   const auto* a = dynamic_cast<const RangeObject*>(&first);
   const auto* b = dynamic_cast<const RangeObject*>(&last);
   if (a == nullptr || b == nullptr || a->block().sheet != sheet_ || b->block().sheet != sheet_) {
-    throw Refused("Both ranges must be of this sheet.");
+    throw Refusals::RangesOfOtherSheets();
   }
   return At(Around(a->block().area, b->block().area));
 }

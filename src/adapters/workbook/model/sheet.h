@@ -20,7 +20,7 @@ namespace mirelo::workbook {
 // A column's width in pixels of a 96 dpi screen.
 struct ColumnWidth {
   static constexpr std::int32_t kStandardPixels = 64;    // 8.43 digits of the standard font
-  static constexpr std::int32_t kGreatestPixels = 1790;  // 255 digits
+  static constexpr std::int32_t kGreatestPixels = 1790;  // kMostDigits
   std::int32_t pixels = kStandardPixels;
   bool hidden = false;
   friend bool operator==(const ColumnWidth&, const ColumnWidth&) = default;

@@ -7,7 +7,7 @@
 #include "adapters/workbook/objects/worksheets_object.h"
 #include "adapters/workbook/rules.h"
 #include "host/excel/shape.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
@@ -54,7 +54,7 @@ std::shared_ptr<excel::Range> ApplicationObject::Cells(std::int32_t row, std::in
 
 std::shared_ptr<WorksheetObject> ApplicationObject::FrontWorksheet() const {
   std::shared_ptr<Sheet> front = book_->FrontSheet();
-  if (front == nullptr) throw Refused("The sheet in front has no cells.");
+  if (front == nullptr) throw Refusals::NoCellsInFront();
   return std::make_shared<WorksheetObject>(book_, std::move(front));
 }
 

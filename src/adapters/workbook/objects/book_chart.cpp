@@ -12,6 +12,7 @@
 #include "automation/runtime_error.h"
 #include "spreadsheet/charts/chart_layout.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
@@ -28,7 +29,7 @@ Chart& BookChart::Get() {
 std::int32_t BookChart::Index() {
   const auto& all = All();
   const auto found = std::find(all.begin(), all.end(), chart_);
-  if (found == all.end()) throw Refused("This chart is no longer there.");
+  if (found == all.end()) throw Refusals::ChartGone();
   return static_cast<std::int32_t>(found - all.begin()) + 1;
 }
 
@@ -38,7 +39,7 @@ void BookChart::Select() {
     book_->front_chart = chart_;
     return;
   }
-  if (sheet_->hidden) throw Refused("A chart on a hidden sheet cannot be selected.");
+  if (sheet_->hidden) throw Refusals::ChartOnAHiddenSheet();
   book_->BringToFront(*sheet_);
   sheet_->selected_chart = chart_;
   sheet_->selected_comment.reset();
@@ -73,7 +74,7 @@ std::shared_ptr<ChartHome> BookChart::MoveTo(std::string_view worksheet) {
   Chart& chart = Get();
   const std::shared_ptr<Sheet> sheet = book_->FindSheet(worksheet);
   if (sheet == nullptr) throw Errors::SubscriptOutOfRange();
-  if (sheet->hidden) throw Refused("A chart cannot be moved onto a hidden sheet.");
+  if (sheet->hidden) throw Refusals::ChartToAHiddenSheet();
 
   std::erase(All(), chart_);
   sheet->charts.all.push_back(chart_);

@@ -3,7 +3,7 @@
 #include <cstddef>
 
 #include "adapters/workbook/rules.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
@@ -37,7 +37,7 @@ Place PlaceOfLine(XlBordersIndex index) {
     case xlEdgeBottom:
       return kBottom;
   }
-  throw Refused("This is no border of a range.");
+  throw Refusals::NotABorder();
 }
 
 // The cells of the block whose edges these are; an area of no cells inside of a single row or column.

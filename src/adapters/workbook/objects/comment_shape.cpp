@@ -6,8 +6,8 @@
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/rules.h"
 #include "spreadsheet/address.h"
-#include "spreadsheet/errors.h"
 #include "spreadsheet/pixels.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/shape_size.h"
 
 namespace mirelo::workbook {
@@ -26,7 +26,7 @@ CellPlace CommentPlace::Cell() const {
   for (const auto& [place, other] : sheet->comments.all()) {
     if (other == comment) return {place.first, place.second};
   }
-  throw Refused("This comment is no longer there.");
+  throw Refusals::CommentGone();
 }
 
 Comment& CommentShape::Get() const {
@@ -44,7 +44,7 @@ std::string CommentShape::Name() {
   return "Comment " + CellName(cell.row, cell.column);
 }
 
-std::shared_ptr<host::excel::Chart> CommentShape::Chart() { throw Refused("This shape is no chart."); }
+std::shared_ptr<host::excel::Chart> CommentShape::Chart() { throw Refusals::NotAChart(); }
 
 std::int32_t CommentShape::ZOrderPosition() {
   const CellPlace cell = place_.Cell();
@@ -55,7 +55,7 @@ std::int32_t CommentShape::ZOrderPosition() {
 
 void CommentShape::Select() {
   Get();
-  if (place_.sheet->hidden) throw Refused("A comment on a hidden sheet cannot be selected.");
+  if (place_.sheet->hidden) throw Refusals::CommentOnAHiddenSheet();
   place_.book->BringToFront(*place_.sheet);
   place_.sheet->selected_comment = place_.comment;
   place_.sheet->selected_chart.reset();
@@ -73,8 +73,8 @@ double CommentShape::Top() {
   return row == 1 ? kBelowFirstRow : HeightOfRows(*place_.sheet, 1, row - 2) + kBelowRowAbove;
 }
 
-void CommentShape::Left(double /*points*/) { throw Refused("A comment's box stands beside its cell."); }
-void CommentShape::Top(double /*points*/) { throw Refused("A comment's box stands beside its cell."); }
+void CommentShape::Left(double /*points*/) { throw Refusals::CommentBesideItsCell(); }
+void CommentShape::Top(double /*points*/) { throw Refusals::CommentBesideItsCell(); }
 
 double CommentShape::Height() { return Get().height * kPointsPerPixel; }
 double CommentShape::Width() { return Get().width * kPointsPerPixel; }

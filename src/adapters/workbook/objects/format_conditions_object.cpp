@@ -8,7 +8,7 @@
 #include "host/excel/font.h"
 #include "spreadsheet/color_index.h"
 #include "spreadsheet/compared_number.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
@@ -24,7 +24,7 @@ class ConditionFont final : public Font {
   void Bold(bool bold) override { condition_->style.bold = bold; }
   // A condition leaves the size of letters to the cell.
   Variant Size() override { return {}; }
-  void Size(double) override { throw Refused("A condition cannot change the size of letters."); }
+  void Size(double) override { throw Refusals::LetterSizeOfACondition(); }
   Variant ColorIndex() override {
     const workbook::Color color = condition_->style.color;
     return color == kAutomatic ? Variant() : Variant(IndexOfColor(color));
@@ -66,8 +66,7 @@ FormatConditionsObject::ConditionPtr FormatConditionsObject::Item(std::int32_t i
 FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditionType type,
                                                                  XlFormatConditionOperator op,
                                                                  std::string_view formula1) {
-  if (type != xlCellValue) throw Refused("Only values of cells can be compared.");
-  if (!ComparesWithOneValue(op)) throw Refused("This operator does not compare with one value.");
+  CheckComparison(type, op);
   Condition condition;
   condition.areas = {block_.area};
   condition.op = op;

@@ -4,6 +4,7 @@
 
 #include "adapters/workbook/rules.h"
 #include "spreadsheet/color_index.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
@@ -57,7 +58,7 @@ void InteriorObject::Pattern(std::int32_t pattern) {
     case host::excel::xlPatternSolid:
       return ChangeStyle(block_, [](Style& style) { MakeSolid(style.fill); });
   }
-  throw Refused("This is no pattern.");
+  throw Refusals::NotAPattern();
 }
 
 Variant InteriorObject::Color() {

@@ -20,8 +20,8 @@
 #include "spreadsheet/border_object.h"
 #include "spreadsheet/column_digits.h"
 #include "spreadsheet/display/displayed_text.h"
-#include "spreadsheet/errors.h"
 #include "spreadsheet/format_code.h"
+#include "spreadsheet/refusals.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
@@ -68,11 +68,11 @@ RangeObject::RangePtr RangeObject::End(XlDirection direction) {
     case xlToLeft:
       return At(Area::Cell(Row(), cells.EndLeft(Row(), Column())));
   }
-  throw Refused("This is no direction.");
+  throw Refusals::NotADirection();
 }
 
 RangeObject::RangePtr RangeObject::SpecialCells(XlCellType type) {
-  if (type != xlCellTypeLastCell) throw Refused("Only the last cell can be asked for.");
+  if (type != xlCellTypeLastCell) throw Refusals::NotTheLastCell();
   const Area used = UsedArea(*block_.sheet);
   return At(Area::Cell(used.last_row, used.last_column));
 }
@@ -83,14 +83,13 @@ RangeObject::RangePtr RangeObject::Find(std::string_view what, Range& after, XlS
   const bool is_cell_of_this = start != nullptr && start->block_.sheet == block_.sheet &&
                                start->block_.area.Cells() == 1 &&
                                block_.area.Holds(after.Row(), after.Column());
-  if (!is_cell_of_this) throw Refused("A search begins at one cell of its range.");
+  if (!is_cell_of_this) throw Refusals::NotACellToSearchFrom();
   const auto found = FindCell(block_, what, {after.Row(), after.Column()}, order, direction);
   return found ? At(Area::Cell(found->row, found->column)) : nullptr;
 }
 
 void RangeObject::Select() {
-  if (block_.book->FrontSheet() != block_.sheet)
-    throw Refused("Only cells of the sheet in front can be selected.");
+  if (block_.book->FrontSheet() != block_.sheet) throw Refusals::CellsOfASheetBehind();
   block_.sheet->selection = block_.area;
   block_.sheet->active_cell = {Row(), Column()};
   block_.sheet->selected_chart.reset();
@@ -120,9 +119,9 @@ Variant RangeObject::ColumnWidth() {
 }
 
 void RangeObject::ColumnWidth(double digits) {
-  if (!(digits >= 0 && digits <= kMostDigits)) throw Refused("A column is 0 to 255 digits wide.");
+  const std::int32_t pixels = PixelsOfDigits(CheckedDigits(digits));
   for (std::int32_t column = block_.area.first_column; column <= block_.area.last_column; ++column)
-    ResizeColumn(*block_.sheet, column, PixelsOfDigits(digits));
+    ResizeColumn(*block_.sheet, column, pixels);
 }
 
 void RangeObject::AutoFit() {
@@ -153,8 +152,8 @@ std::shared_ptr<host::excel::Comment> RangeObject::Comment() {
 
 std::shared_ptr<host::excel::Comment> RangeObject::AddComment(std::string_view text) {
   CheckHoldsComment();
-  if (Comment() != nullptr) throw Refused("This cell has a comment already.");
-  if (Utf16Length(text) > kLongestText) throw Refused("The comment is longer than 32767 characters.");
+  if (Comment() != nullptr) throw Refusals::HasAComment();
+  CheckCommentText(text);
   workbook::Comment comment;
   comment.text = CleanText(text);
   block_.sheet->comments.Set(Row(), Column(), std::move(comment));
@@ -168,7 +167,7 @@ Variant RangeObject::NumberFormat() {
 }
 
 void RangeObject::NumberFormat(std::string_view format) {
-  if (!IsFormatCode(format)) throw Refused("\"" + std::string(format) + "\" is no number format.");
+  CheckFormatCode(format);
   ChangeStyle(block_, [&](Style& style) { style.number_format = format; });
 }
 
@@ -178,7 +177,7 @@ Variant RangeObject::HorizontalAlignment() {
 
 void RangeObject::HorizontalAlignment(std::int32_t alignment) {
   if (std::find(kAlignments.begin(), kAlignments.end(), alignment) == kAlignments.end()) {
-    throw Refused("This is no horizontal alignment.");
+    throw Refusals::NotAnAlignment();
   }
   ChangeStyle(block_, [&](Style& style) { style.alignment.horizontal = alignment; });
 }

@@ -10,6 +10,7 @@
 #include "adapters/workbook/rules.h"
 #include "automation/runtime_error.h"
 #include "host/excel/range.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/typed/cell_input.h"
 #include "spreadsheet/value_table.h"
 

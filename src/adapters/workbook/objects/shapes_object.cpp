@@ -9,7 +9,7 @@
 #include "adapters/workbook/rules.h"
 #include "automation/text.h"
 #include "spreadsheet/charts/chart_shape.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
@@ -18,7 +18,7 @@ std::int32_t ShapesObject::Count() {
 }
 
 std::shared_ptr<host::excel::Shape> ShapesObject::Item(std::int32_t index) {
-  if (index < 1 || index > Count()) throw Refused("The sheet has no such shape.");
+  if (index < 1 || index > Count()) throw Refusals::NoSuchShape();
   const auto& charts = sheet_->charts.all;
   const std::size_t number = static_cast<std::size_t>(index) - 1;
   if (number < charts.size()) return std::make_shared<ChartShape>(PlaceOf(book_, sheet_, charts[number]));
@@ -32,7 +32,7 @@ std::shared_ptr<host::excel::Shape> ShapesObject::Item(std::string_view name) {
     auto shape = Item(index);
     if (EqualText(shape->Name(), name)) return shape;
   }
-  throw Refused("The sheet has no shape \"" + std::string(name) + "\".");
+  throw Refusals::NoSuchShape(name);
 }
 
 std::shared_ptr<host::excel::Shape> SelectedShape(const std::shared_ptr<Book>& book,

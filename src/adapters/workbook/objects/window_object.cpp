@@ -3,13 +3,13 @@
 #include "adapters/workbook/model/sheet_places.h"
 #include "adapters/workbook/objects/range_object.h"
 #include "adapters/workbook/rules.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
 std::shared_ptr<host::excel::Range> WindowObject::VisibleRange() {
   const std::shared_ptr<Sheet> sheet = book_->FrontSheet();
-  if (sheet == nullptr) throw Refused("The sheet in front has no cells.");
+  if (sheet == nullptr) throw Refusals::NoCellsInFront();
   return std::make_shared<RangeObject>(CellBlock{book_, sheet, VisibleArea(*sheet)},
                                        RangeObject::View::Cells);
 }

@@ -5,6 +5,7 @@
 #include "adapters/workbook/sheet_name.h"
 #include "spreadsheet/area_rules.h"
 #include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
@@ -29,7 +30,7 @@ void WorksheetObject::Name(std::string_view name) {
 std::int32_t WorksheetObject::Index() { return static_cast<std::int32_t>(book_->IndexOf(*sheet_)) + 1; }
 
 void WorksheetObject::Select() {
-  if (sheet_->hidden) throw Refused("A hidden sheet cannot be brought to the front.");
+  if (sheet_->hidden) throw Refusals::HiddenSheetBroughtToFront();
   book_->BringToFront(*sheet_);
 }
 
@@ -43,7 +44,7 @@ WorksheetObject::RangePtr WorksheetObject::Range(host::excel::Range& first, host
   const auto* a = dynamic_cast<const RangeObject*>(&first);
   const auto* b = dynamic_cast<const RangeObject*>(&last);
   if (a == nullptr || b == nullptr || a->block().sheet != sheet_ || b->block().sheet != sheet_) {
-    throw Refused("Both ranges must be of this sheet.");
+    throw Refusals::RangesOfOtherSheets();
   }
   return At(Around(a->block().area, b->block().area));
 }

@@ -8,6 +8,7 @@
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 #include "spreadsheet/address.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {

@@ -49,8 +49,6 @@ inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 11> kMark
     {"dot", -4118},
     {"x", -4168},
 }};
-inline constexpr std::int32_t kSmallestMarker = 2;  // points
-inline constexpr std::int32_t kLargestMarker = 72;
 
 // How charts move and grow with the cells beneath them, by XlPlacement.
 inline constexpr std::array<std::pair<std::string_view, std::int32_t>, 3> kPlacementNames{

@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "adapters/workbook/xlsx/chart_names.h"
-#include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/limits.h"
 
 namespace mirelo::workbook {
 
@@ -21,7 +21,6 @@ constexpr std::string_view kWithin = "formats within the title";
 constexpr std::string_view kTurned = "the direction of texts";
 constexpr std::string_view kTitlePlace = "how the title's place is told";
 
-constexpr double kLeastFontSize = 1;  // points
 constexpr double kStandardTitle = 18;
 constexpr double kTitleToText = 1.2;  // how much larger its letters are than those of the whole chart
 
@@ -127,7 +126,7 @@ ChartTextReader::LetterProperties ChartTextReader::PropertiesOfText(pugi::xml_no
 ChartTextReader::LetterProperties ChartTextReader::PropertiesOf(pugi::xml_node properties) {
   LetterProperties letters;
   if (const auto size = Number<std::int32_t>(properties, "sz"); size && *size > 0)
-    letters.size = std::clamp(*size / kSizesPerPoint, kLeastFontSize, kGreatestFontSize);
+    letters.size = std::clamp(*size / kSizesPerPoint, kLeastLetters, kGreatestLetters);
   if (HasAttribute(properties, "b")) letters.bold = Flag(properties, "b", false);
   letters.color = shapes_.LetterColor(properties);
   losses_.AddIf(Flag(properties, "i", false) || IsTold(properties, "u", "none") ||

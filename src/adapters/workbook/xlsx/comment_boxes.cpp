@@ -9,7 +9,7 @@
 
 #include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/xml_part.h"
-#include "spreadsheet/shape_size.h"
+#include "spreadsheet/limits.h"
 
 namespace mirelo::workbook {
 

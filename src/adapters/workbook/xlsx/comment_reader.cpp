@@ -15,6 +15,7 @@
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 #include "spreadsheet/address.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
@@ -67,7 +68,7 @@ class CommentReader {
     const std::string name = CleanText(Attribute(Child(font, "rFont"), "val"));
     if (!name.empty() && name.size() <= kLongestFontName) comment.font_name = name;
     const auto size = Number<double>(Child(font, "sz"), "val");
-    if (size && *size >= 1 && *size <= kGreatestFontSize) comment.font_size = *size;
+    if (size && kLeastLetters <= *size && *size <= kGreatestLetters) comment.font_size = *size;
   }
 
   // Whether runs of the text look different, or letters are other than plain.

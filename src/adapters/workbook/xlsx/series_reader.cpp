@@ -11,6 +11,7 @@
 #include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 #include "spreadsheet/area.h"
+#include "spreadsheet/limits.h"
 
 namespace mirelo::workbook {
 
@@ -28,7 +29,7 @@ std::int32_t SymbolOf(pugi::xml_node marker) {
 
 std::int32_t SizeOf(pugi::xml_node marker, std::int32_t if_absent) {
   const auto size = Number<std::int32_t>(Child(marker, "size"), "val");
-  return size ? std::clamp(*size, kSmallestMarker, kLargestMarker) : if_absent;
+  return size ? std::clamp(*size, kLeastMarker, kGreatestMarker) : if_absent;
 }
 
 }  // namespace

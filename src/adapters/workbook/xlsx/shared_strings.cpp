@@ -3,6 +3,7 @@
 #include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/text_escapes.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {

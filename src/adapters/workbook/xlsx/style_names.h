@@ -12,7 +12,6 @@
 namespace mirelo::workbook {
 
 inline constexpr std::size_t kLongestFontName = 63;  // bytes
-inline constexpr double kGreatestFontSize = 409;
 
 // The words of the file format for parts of a style. The index of a word in its list is the number by which
 // the model knows it.

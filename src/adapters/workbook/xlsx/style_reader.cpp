@@ -13,6 +13,7 @@
 #include "adapters/workbook/xlsx/style_names.h"
 #include "adapters/workbook/xlsx/xml_part.h"
 #include "spreadsheet/format_code.h"
+#include "spreadsheet/limits.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
@@ -86,7 +87,7 @@ class StyleReader {
     const std::string name = CleanText(Attribute(Child(node, "name"), "val"));
     if (!name.empty() && name.size() <= kLongestFontName) font.name = name;
     const auto size = Number<double>(Child(node, "sz"), "val");
-    if (size && *size >= 1 && *size <= kGreatestFontSize) font.size = *size;
+    if (size && kLeastLetters <= *size && *size <= kGreatestLetters) font.size = *size;
     font.bold = IsOn(Child(node, "b"));
     font.italic = IsOn(Child(node, "i"));
     font.strikeout = IsOn(Child(node, "strike"));
