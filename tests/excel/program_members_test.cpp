@@ -89,13 +89,13 @@ TEST(MembersOfASpreadsheetProgram, AreThoseThatAreCalled) {
 // What stands in for a program has as a method what its documentation calls one.
 TEST(MembersOfASpreadsheetProgram, AreOfTheirKindsInTheStandInToo) {
   using automation_server::Member;
-  for (const auto& known : automation_server::Classes()) {
-    const auto listed = ListedMembers().find(known.name());
-    if (listed == ListedMembers().end()) continue;
-    for (const auto& [name, member] : listed->second) {
-      const auto id = known.Find(name);
-      ASSERT_TRUE(id) << known.name() << "." << name;
-      EXPECT_EQ(known.At(*id).kind == Member::Kind::kMethod, member.is_method) << known.name() << "." << name;
+  for (const auto& [shown, members] : ListedMembers()) {
+    const automation_server::Class* const known = automation_server::ClassNamed(shown);
+    ASSERT_NE(known, nullptr) << shown;
+    for (const auto& [name, member] : members) {
+      const auto id = known->Find(name);
+      ASSERT_TRUE(id) << shown << "." << name;
+      EXPECT_EQ(known->At(*id).kind == Member::Kind::kMethod, member.is_method) << shown << "." << name;
     }
   }
 }

@@ -2,20 +2,21 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <functional>
 #include <set>
+#include <string>
 
 #include "adapters/workbook/xlsx/checked_writer.h"
 #include "adapters/workbook/xlsx/sheet_changes.h"
-#include "host/excel/border.h"
 #include "host/excel/comment.h"
 #include "host/excel/constants.h"
 #include "host/excel/format_conditions.h"
 #include "host/excel/shape.h"
 #include "workbook/calc_document.h"
 #include "workbook/chart_models.h"
+#include "workbook/kept_sheets.h"
 #include "workbook/script.h"
-#include "workbook/workbook_files.h"
 
 namespace mirelo::testing {
 namespace {
@@ -28,62 +29,7 @@ using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
 using ::testing::StartsWith;
-using ::testing::UnorderedElementsAreArray;
 using workbook::Spreadsheet;
-
-constexpr const char* kTable = "Dovanta2_Quotes";
-
-// A table in the colours, borders and formats that tables have.
-void WriteTable(host::excel::Worksheet& sheet) {
-  sheet.Range("A1")->Value("SnapShot( 60 sec)");
-  sheet.Range("A2:C2")->Value(VariantArray::OfTexts({"Ticker", "Last", "Change"}));
-  sheet.Range("A2:C2")->Font()->Bold(true);
-  sheet.Range("A2:C2")->Font()->ColorIndex(2);
-  sheet.Range("A2:C2")->Interior()->ColorIndex(47);
-  sheet.Range("A3")->Value("'<MSFT> & \"co\"");
-  sheet.Range("B3")->Value(28.35);
-  sheet.Range("C3")->Value(-0.25);
-  sheet.Range("B3:B9")->NumberFormat("+ 0.0000;- 0.0000");
-  sheet.Range("A2:C3")->Borders(host::excel::xlEdgeBottom)->Weight(host::excel::xlMedium);
-  sheet.Range("A2")->AddComment("Charts (Last & Volume)");
-  const auto conditions = sheet.Range("C3:C9")->FormatConditions();
-  conditions->Add(host::excel::xlCellValue, host::excel::xlLess, "0")->Font()->ColorIndex(3);
-}
-
-void ExpectTable(host::excel::Worksheet& sheet) {
-  EXPECT_EQ(sheet.Range("A3")->Value(), Variant("<MSFT> & \"co\""));
-  EXPECT_EQ(sheet.Range("B3")->Text(), "+ 28.3500");
-  EXPECT_EQ(sheet.Range("A2:C2")->Font()->Bold(), Variant(true));
-  EXPECT_EQ(sheet.Range("A2:C2")->Font()->ColorIndex(), Variant(2));
-  EXPECT_EQ(sheet.Range("A2:C2")->Interior()->ColorIndex(), Variant(47));
-  EXPECT_EQ(sheet.Range("A3:C3")->Font()->Bold(), Variant(false));
-  EXPECT_EQ(sheet.Range("A3:C3")->Interior()->ColorIndex(),
-            Variant(std::int32_t{host::excel::xlColorIndexNone}));
-  EXPECT_EQ(sheet.Range("A3:C3")->Borders(host::excel::xlEdgeBottom)->Weight(),
-            Variant(std::int32_t{host::excel::xlMedium}));
-  EXPECT_EQ(sheet.Range("A2")->Comment()->Text(), "Charts (Last & Volume)");
-  const auto conditions = sheet.Range("C3:C9")->FormatConditions();
-  ASSERT_EQ(conditions->Count(), 1);
-  EXPECT_EQ(conditions->Item(1)->Font()->ColorIndex(), Variant(3));
-}
-
-class KeptSheets : public WorkbookFiles {
- protected:
-  Spreadsheet OpenPersons() {
-    EXPECT_THAT(RunScript("write_sheets_of_a_person.py", File()), IsEmpty());
-    return Spreadsheet::Open(File());
-  }
-  static SheetPtr AddTable(const Spreadsheet& spreadsheet) {
-    const auto sheet = BookOf(spreadsheet)->Worksheets()->Add();
-    sheet->Name(kTable);
-    WriteTable(*sheet);
-    return sheet;
-  }
-  static SheetPtr SheetNamed(const Spreadsheet& spreadsheet, std::string_view name) {
-    return BookOf(spreadsheet)->Worksheets()->Item(name);
-  }
-  static Parts PartsOf(const std::filesystem::path& file) { return Unzip(BytesOf(file)); }
-};
 
 TEST_F(KeptSheets, StandInTheFileByteForByte) {
   auto spreadsheet = OpenPersons();
@@ -336,121 +282,6 @@ TEST_F(KeptSheets, MayHaveChartsThatFollowCellsOfAnotherSheet) {
   chart = loaded_chart;
   chart.legend = !chart.legend;
   EXPECT_FALSE(is_unchanged());
-}
-
-// A workbook whose sheet "Prices" cannot be kept as a table of cells.
-Parts WithMergedCells() {
-  Parts parts = SmallWorkbook("<row r=\"1\"><c r=\"A1\" s=\"2\" t=\"s\"><v>0</v></c></row>");
-  InsertBehind(parts[kSheetPart], "</sheetData>", "<mergeCells><mergeCell ref=\"A1:B1\"/></mergeCells>");
-  return parts;
-}
-
-TEST_F(KeptSheets, GoOnUsingTheFilesTextsAndFormats) {
-  auto spreadsheet = Open(WithMergedCells());
-  AddTable(spreadsheet);
-  spreadsheet.Save(File());
-  const auto again = Spreadsheet::Open(File());
-  ExpectTable(*SheetNamed(again, kTable));
-  const auto kept = SheetNamed(again, "Prices");
-  EXPECT_EQ(kept->Range("A1")->Value(), Variant("MSFT"));
-  EXPECT_EQ(kept->Range("A1")->Font()->Bold(), Variant(true));
-  EXPECT_EQ(kept->Range("A1")->Interior()->ColorIndex(), Variant(6));
-  Parts before = WithMergedCells();
-  EXPECT_EQ(PartsOf(File())[kSheetPart], before[kSheetPart]);
-  EXPECT_EQ(PartsOf(File())["xl/sharedStrings.xml"], before["xl/sharedStrings.xml"]);
-}
-
-TEST_F(KeptSheets, MayGiveABuiltInFormatAnotherMeaning) {
-  Parts parts = WithMergedCells();
-  InsertBehind(parts["xl/styles.xml"], "spreadsheetml/2006/main\">",
-               "<numFmts><numFmt numFmtId=\"10\" formatCode=\"0.000\"/></numFmts>");
-  auto spreadsheet = Open(parts);
-  const auto table = AddTable(spreadsheet);
-  table->Range("D3")->NumberFormat("0.00%");
-  table->Range("D3")->Value(0.5);
-  spreadsheet.Save(File());
-  EXPECT_EQ(SheetNamed(Spreadsheet::Open(File()), kTable)->Range("D3")->Text(), "50.00%");
-}
-
-TEST_F(KeptSheets, TakeTheirFormatsAloneWhenTheyAreChanged) {
-  Parts parts = WithMergedCells();
-  // The second fill, that of the cell A1, becomes a gradient.
-  ReplaceIn(parts["xl/styles.xml"], "<fill><patternFill patternType=\"solid\">",
-            "<fill><gradientFill/><patternFill patternType=\"solid\">");
-  InsertBehind(parts["xl/workbook.xml"], "r:id=\"rId1\"/>",
-               "<sheet name=\"Plain\" sheetId=\"2\" r:id=\"rId9\"/>");
-  InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
-               "<Relationship Id=\"rId9\" Type=\"http://x/worksheet\" Target=\"worksheets/sheet2.xml\"/>");
-  parts["xl/worksheets/sheet2.xml"] = SmallWorkbook()[kSheetPart];
-  const auto spreadsheet = Open(parts);
-  SheetNamed(spreadsheet, "Plain")->Range("A1")->Value(1.0);
-  EXPECT_THAT(spreadsheet.Losses(), IsEmpty()) << "the gradient is that of a cell of the other sheet";
-  SheetNamed(spreadsheet, "Prices")->Range("C9")->Value(1.0);
-  EXPECT_THAT(spreadsheet.Losses(), Contains("Fills with a gradient are not kept."));
-}
-
-TEST_F(KeptSheets, AreNotWhatFilesHaveThatCannotBeTakenApart) {
-  const struct {
-    const char* what;
-    std::function<void(Parts&)> change;
-  } cases[] = {
-      {"macros, which know sheets by names of their own",
-       [](Parts& parts) {
-         InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
-                      "<Relationship Id=\"v\" Type=\"http://x/vbaProject\" Target=\"vbaProject.bin\"/>");
-       }},
-      {"slicers",
-       [](Parts& parts) {
-         InsertBehind(parts["xl/_rels/workbook.xml.rels"], "package/2006/relationships\">",
-                      "<Relationship Id=\"v\" Type=\"http://x/slicerCache\" Target=\"slicerCache.xml\"/>");
-       }},
-      {"days that are counted from 1904",
-       [](Parts& parts) {
-         ReplaceIn(parts["xl/workbook.xml"], "<workbookPr/>", "<workbookPr date1904=\"1\"/>");
-       }},
-      {"several windows",
-       [](Parts& parts) {
-         ReplaceIn(parts["xl/workbook.xml"], "<workbookView/>", "<workbookView/><workbookView/>");
-       }},
-      {"another vocabulary",
-       [](Parts& parts) {
-         ReplaceIn(parts["xl/workbook.xml"], "http://schemas.openxmlformats.org/spreadsheetml/2006/main",
-                   "http://purl.oclc.org/ooxml/spreadsheetml/main");
-       }},
-      {"a name that no sheet may have",
-       [](Parts& parts) { ReplaceIn(parts["xl/workbook.xml"], "name=\"Prices\"", "name=\"a/b\""); }},
-  };
-  for (const auto& [what, change] : cases) {
-    SCOPED_TRACE(what);
-    Parts parts = WithMergedCells();
-    change(parts);
-    auto spreadsheet = Open(parts);
-    EXPECT_THAT(spreadsheet.Losses(), Contains(HasSubstr("not kept: merged cells."))) << "from the start";
-    AddTable(spreadsheet);
-    spreadsheet.Save(File());
-    EXPECT_THAT(LookOf(File()), Not(HasSubstr("mergeCell")));
-    ExpectTable(*SheetNamed(Spreadsheet::Open(File()), kTable));
-  }
-}
-
-TEST_F(KeptSheets, LoseTheFilesSignatureWhichHoldsNoLonger) {
-  Parts parts = WithMergedCells();
-  InsertBehind(parts["_rels/.rels"], "package/2006/relationships\">",
-               "<Relationship Id=\"s\" Type=\"http://x/digital-signature/origin\" "
-               "Target=\"_xmlsignatures/origin.sigs\"/>");
-  parts["_xmlsignatures/origin.sigs"] = "x";
-  auto spreadsheet = Open(parts);
-  EXPECT_THAT(spreadsheet.Losses(), ElementsAre("Workbook: not kept: the digital signature."));
-  spreadsheet.Save(File());
-  EXPECT_FALSE(PartsOf(File()).contains("_xmlsignatures/origin.sigs"));
-  EXPECT_TRUE(LookOf(File()).find("mergeCell") != std::string::npos);
-}
-
-TEST_F(KeptSheets, TakeNoPartOfAFileThatHoldsOnlyTables) {
-  auto spreadsheet = Open(SmallWorkbook("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>"));
-  spreadsheet.Save(File());
-  Parts parts = PartsOf(File());
-  EXPECT_THAT(parts["xl/workbook.xml"], HasSubstr("calcPr calcId=\"124519\"")) << "written anew as a whole";
 }
 
 }  // namespace
