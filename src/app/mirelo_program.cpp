@@ -1,6 +1,5 @@
 #include "app/mirelo_program.h"
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <utility>
 
@@ -20,6 +19,7 @@
 #include "app/exit_code.h"
 #include "app/options.h"
 #include "app/run_program.h"
+#include "command_line/command.h"
 #include "core/product.h"
 
 namespace mirelo::app {
@@ -39,17 +39,16 @@ int RunChosen(Commands&... commands) {
 }
 
 // Commands take over how help works, so it is settled before they are added.
-std::unique_ptr<CLI::App> WithoutCommands(GlobalOptions& global) {
-  auto program = std::make_unique<CLI::App>(kDescription, "mirelo");
-  program->set_version_flag("--version", "mirelo " + std::string(ProductVersion()),
-                            "Print the version and end");
-  program->set_help_flag("-h,--help", "Print this help and end");
-  program->require_subcommand(1);
-  program->fallthrough();
+command_line::Program WithoutCommands(GlobalOptions& global) {
+  command_line::Program program("mirelo", kDescription);
+  program.AddVersion("mirelo " + std::string(ProductVersion()), "Print the version and end");
+  program.DescribeHelp("Print this help and end");
+  program.RequireCommand();
+  program.TakeOptionsAnywhere();
   program
-      ->add_option("--registry", global.registry,
-                   "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)")
-      ->type_name("FILE");
+      .AddOption("--registry", global.registry,
+                 "A settings file to use in place of your own ($XDG_DATA_HOME/mirelo/registry.db)")
+      .ValueName("FILE");
   return program;
 }
 
@@ -59,37 +58,33 @@ struct MireloProgram::Commands {
   explicit Commands(GlobalOptions around) : global(std::move(around)) {}
 
   GlobalOptions global;
-  std::unique_ptr<CLI::App> program = WithoutCommands(global);
-  RunCommand run{*program, global};
-  CalcCommand calc{*program, global};
-  DialogCommand dialog{*program, global};
-  OpenCommand open{*program, global};
-  GoCommand go{*program, global};
-  QuotesCommand quotes{*program, global};
-  StreamCommand stream{*program, global};
-  ShowCommand show{*program};
-  ExportCommand exported{*program};
-  SourcesCommand sources{*program, global};
-  ListCommand list{*program, global};
-  SettingsCommand settings{*program, global};
-  CredentialsCommand credentials{*program};
+  command_line::Program program = WithoutCommands(global);
+  RunCommand run{program, global};
+  CalcCommand calc{program, global};
+  DialogCommand dialog{program, global};
+  OpenCommand open{program, global};
+  GoCommand go{program, global};
+  QuotesCommand quotes{program, global};
+  StreamCommand stream{program, global};
+  ShowCommand show{program};
+  ExportCommand exported{program};
+  SourcesCommand sources{program, global};
+  ListCommand list{program, global};
+  SettingsCommand settings{program, global};
+  CredentialsCommand credentials{program};
 };
 
 MireloProgram::MireloProgram(GlobalOptions around)
     : commands_(std::make_unique<Commands>(std::move(around))) {}
 MireloProgram::~MireloProgram() = default;
 
-CLI::App& MireloProgram::tree() { return *commands_->program; }
+const command_line::Command& MireloProgram::tree() const { return commands_->program; }
 
 int MireloProgram::Run(int argc, char** argv) {
   auto& [global, program, run, calc, dialog, open, go, quotes, stream, show, exported, sources, list,
          settings, credentials] = *commands_;
   global.words.assign(argv + 1, argv + argc);
-  try {
-    program->parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return EndParsing(*program, error);
-  }
+  if (const auto ending = program.Read(argc, argv)) return EndReading(program, *ending);
   return RunChosen(run, calc, dialog, open, go, quotes, stream, show, exported, sources, list, settings,
                    credentials);
 }

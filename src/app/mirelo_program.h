@@ -4,8 +4,8 @@
 
 #include "app/options.h"
 
-namespace CLI {
-class App;
+namespace mirelo::command_line {
+class Command;
 }
 
 namespace mirelo::app {
@@ -18,7 +18,7 @@ class MireloProgram {
   ~MireloProgram();
 
   // What --help shows, for those who write manuals of it.
-  CLI::App& tree();
+  const command_line::Command& tree() const;
 
   // Reads the arguments and runs the command that they choose. The result is the exit code.
   int Run(int argc, char** argv);

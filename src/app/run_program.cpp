@@ -2,17 +2,16 @@
 
 #include <sys/prctl.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
 #include <new>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "app/exit_code.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "command_line/command.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -32,15 +31,12 @@ int Run(const std::function<int()>& body) try { return body(); } catch (const st
 }
 
 // Words behind a command that takes its tickers by an option.
-std::string WhatWasMeant(const CLI::App& program, const CLI::ParseError& end) {
-  if (dynamic_cast<const CLI::ExtrasError*>(&end) == nullptr) return {};
-  const std::vector<std::string> words = program.remaining(true);
-  for (const CLI::App* command : program.get_subcommands()) {
-    const bool are_tickers =
-        command->get_option_no_throw("--tickers") != nullptr &&
-        std::ranges::none_of(words, [](const std::string& word) { return word.starts_with('-'); });
-    if (are_tickers)
-      return "Tickers go behind --tickers: mirelo " + command->get_name() + " --tickers " + Join(words, ",");
+std::string WhatWasMeant(const command_line::Program& program, const std::vector<std::string>& left_over) {
+  const auto is_option = [](const std::string& word) { return word.starts_with('-'); };
+  if (left_over.empty() || std::ranges::any_of(left_over, is_option)) return {};
+  for (const command_line::Command& command : program.Chosen()) {
+    if (command.Has("--tickers"))
+      return "Tickers go behind --tickers: mirelo " + command.Name() + " --tickers " + Join(left_over, ",");
   }
   return {};
 }
@@ -75,15 +71,14 @@ int RunProgram(const std::function<int()>& body) {
   return kFailed;
 }
 
-int EndParsing(const CLI::App& program, const CLI::ParseError& end) {
-  if (end.get_exit_code() == 0) {
-    std::ostringstream asked_for;
-    program.exit(end, asked_for, asked_for);
-    Out() << terminal::Lines(asked_for.str());
+int EndReading(const command_line::Program& program, const command_line::Ending& ending) {
+  if (ending.is_asked_for) {
+    Out() << terminal::Lines(ending.text);
     return kGood;
   }
-  Err() << end.what() << "\n";
-  if (const std::string meant = WhatWasMeant(program, end); !meant.empty()) Err() << meant << "\n";
+  Err() << ending.text << "\n";
+  if (const std::string meant = WhatWasMeant(program, ending.left_over); !meant.empty())
+    Err() << meant << "\n";
   Err() << "Run with --help for more information.\n";
   return kWrongUsage;
 }

@@ -2,10 +2,10 @@
 
 #include <functional>
 
-namespace CLI {
-class App;
-class ParseError;
-}  // namespace CLI
+namespace mirelo::command_line {
+struct Ending;
+class Program;
+}  // namespace mirelo::command_line
 
 namespace mirelo::app {
 
@@ -20,8 +20,8 @@ void TellFailure();
 // other code of the body's as it is.
 int RunProgram(const std::function<int()>& body);
 
-// For a command line that CLI11 did not accept: prints what it asks for (help, version), or what is wrong
-// with it. The result is the exit code.
-int EndParsing(const CLI::App& program, const CLI::ParseError& end);
+// Prints what the command line asks for in place of a command (help, version), or what is wrong with it. The
+// result is the exit code.
+int EndReading(const command_line::Program& program, const command_line::Ending& ending);
 
 }  // namespace mirelo::app

@@ -1,7 +1,5 @@
 // The program mirelo-windows: the commands of mirelo that show windows. It is what mirelo becomes for them.
 
-#include <CLI/CLI.hpp>
-
 #include "adapters/qt/application.h"
 #include "app/commands/windows_commands.h"
 #include "app/exit_code.h"
@@ -19,11 +17,7 @@ int Main(int argc, char** argv) {
   WindowsCommands commands;
   auto& [global, program, dialog, open, run] = commands;
   global.words.assign(argv + 1, argv + argc);
-  try {
-    program->parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return EndParsing(*program, error);
-  }
+  if (const auto ending = program.Read(argc, argv)) return EndReading(program, *ending);
 
   if (const std::string why = qt::WhyNoWindows(); !why.empty()) {
     terminal::Err() << "error: " << why << ".\n" << kWithoutWindows;

@@ -1,14 +1,15 @@
 #include "quotetracker/command_line.h"
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
+#include "command_line/command.h"
 #include "quotetracker/replay.h"
 #include "terminal/standard_streams.h"
 
@@ -67,107 +68,120 @@ struct Arguments {
 struct Tree {
   CommandLine command;
   Arguments arguments;
-  CLI::App app{kDescription, "quotetracker"};
+  command_line::Program program{"quotetracker", kDescription};
 
   Tree();
 };
 
-void AddServing(CLI::App& app, CommandLine& command) {
+void AddServing(command_line::Command& program, CommandLine& command) {
   ServerOptions& server = command.server;
-  app.add_option("--listen", server.listen, "Numeric address to listen on")
-      ->type_name("ADDRESS")
-      ->capture_default_str();
-  app.add_option("--http-port", server.http_port, "Port of the HTTP interface; 0 takes any free one")
-      ->type_name("PORT")
-      ->capture_default_str();
-  app.add_option("--stream-port", server.stream_port, "Port of the stream; 0 takes any free one")
-      ->type_name("PORT")
-      ->capture_default_str();
-  app.add_option("--port-file", command.port_file,
+  program.AddOption("--listen", server.listen, "Numeric address to listen on")
+      .ValueName("ADDRESS")
+      .ShowDefault();
+  program.AddOption("--http-port", server.http_port, "Port of the HTTP interface; 0 takes any free one")
+      .ValueName("PORT")
+      .ShowDefault();
+  program.AddOption("--stream-port", server.stream_port, "Port of the stream; 0 takes any free one")
+      .ValueName("PORT")
+      .ShowDefault();
+  program
+      .AddOption("--port-file", command.port_file,
                  "Also write the lines with the ports to this file, whole at once")
-      ->type_name("FILE");
-  app.add_flag("--exit-with-parent", command.exit_with_parent,
-               "End when the process that started this one ends");
-  app.add_flag("--count-quotes", command.count_quotes,
-               "Print \"quotes streamed N\" at the end, all connections together");
+      .ValueName("FILE");
+  program.AddFlag("--exit-with-parent", command.exit_with_parent,
+                  "End when the process that started this one ends");
+  program.AddFlag("--count-quotes", command.count_quotes,
+                  "Print \"quotes streamed N\" at the end, all connections together");
 }
 
-void AddQuotes(CLI::App& app, CommandLine& command, Arguments& arguments) {
-  app.add_option("--seed", command.server.seed, "The same seed makes up the same quotes and the same chance")
-      ->type_name("N")
-      ->capture_default_str();
-  app.add_option("--symbols", arguments.symbols, "Symbols of the portfolio, joined by commas")
-      ->type_name("LIST");
-  app.add_option("--portfolio", arguments.portfolio, "Name of the portfolio")
-      ->type_name("NAME")
-      ->capture_default_str();
-  app.add_option("--replay", arguments.replay, "Replay the quotes of this file instead of making them up")
-      ->type_name("FILE");
-  app.add_option("--speed", arguments.speed, "Run a replay or a recorded session so many times as fast")
-      ->check(CLI::Range(1e-6, 1e6).description(""))
-      ->type_name("X")
-      ->capture_default_str();
+void AddQuotes(command_line::Command& program, CommandLine& command, Arguments& arguments) {
+  program
+      .AddOption("--seed", command.server.seed, "The same seed makes up the same quotes and the same chance")
+      .ValueName("N")
+      .ShowDefault();
+  program.AddOption("--symbols", arguments.symbols, "Symbols of the portfolio, joined by commas")
+      .ValueName("LIST");
+  program.AddOption("--portfolio", arguments.portfolio, "Name of the portfolio")
+      .ValueName("NAME")
+      .ShowDefault();
+  program.AddOption("--replay", arguments.replay, "Replay the quotes of this file instead of making them up")
+      .ValueName("FILE");
+  program.AddOption("--speed", arguments.speed, "Run a replay or a recorded session so many times as fast")
+      .Between(1e-6, 1e6, command_line::Told::kNowhere)
+      .ValueName("X")
+      .ShowDefault();
 }
 
-void AddStream(CLI::App& app, CommandLine& command, Arguments& arguments) {
+void AddStream(command_line::Command& program, CommandLine& command, Arguments& arguments) {
   StreamOptions& stream = command.server.stream;
-  app.add_option("--app-name", stream.credentials.app_name, "Application that may log in to the stream")
-      ->type_name("NAME")
-      ->capture_default_str();
-  app.add_option(
-         "--app-secret-file", arguments.app_secret_file,
-         "File whose first line is the application's secret;\nwithout it the secret is \"demo-secret\"")
-      ->type_name("FILE");
-  app.add_option("--server-version", stream.version, "Version in the stream's greeting")
-      ->type_name("TEXT")
-      ->capture_default_str();
-  app.add_option("--rate", arguments.rate,
+  program.AddOption("--app-name", stream.credentials.app_name, "Application that may log in to the stream")
+      .ValueName("NAME")
+      .ShowDefault();
+  program
+      .AddOption(
+          "--app-secret-file", arguments.app_secret_file,
+          "File whose first line is the application's secret;\nwithout it the secret is \"demo-secret\"")
+      .ValueName("FILE");
+  program.AddOption("--server-version", stream.version, "Version in the stream's greeting")
+      .ValueName("TEXT")
+      .ShowDefault();
+  program
+      .AddOption("--rate", arguments.rate,
                  "Changes a second on each stream connection, or max for as\n"
                  "fast as the client reads; without it 10, with --replay max")
-      ->type_name("N|max");
-  app.add_option("--kinds", arguments.kinds,
+      .ValueName("N|max");
+  program
+      .AddOption("--kinds", arguments.kinds,
                  "Kinds of the stream's records, in turn, joined by commas;\n"
                  "without it L1,S1,HO,HT, with --rate max L1,S1")
-      ->type_name("LIST");
-  app.add_option("--chunking", arguments.chunking,
+      .ValueName("LIST");
+  program
+      .AddOption("--chunking", arguments.chunking,
                  "How source list and quotes are cut into chunks:\nwhole, halves, random or bytes")
-      ->type_name("HOW")
-      ->capture_default_str();
-  app.add_option("--chunk-pause", arguments.chunk_pause, "Microseconds between the chunks of what was cut")
-      ->check(CLI::Range(0, 10'000'000).description(""))
-      ->type_name("N")
-      ->capture_default_str();
-  app.add_option("--play", command.server.play,
+      .ValueName("HOW")
+      .ShowDefault();
+  program.AddOption("--chunk-pause", arguments.chunk_pause, "Microseconds between the chunks of what was cut")
+      .Between(0, 10'000'000, command_line::Told::kNowhere)
+      .ValueName("N")
+      .ShowDefault();
+  program
+      .AddOption("--play", command.server.play,
                  "Play this recorded session to each stream connection\ninstead of a conversation")
-      ->type_name("FILE");
+      .ValueName("FILE");
 }
 
-void AddFaults(CLI::App& app, Arguments& arguments) {
-  app.add_option("--http-fault", arguments.http_fault, "What goes wrong with HTTP replies; see below")
-      ->type_name("FAULT");
-  app.add_option("--stream-fault", arguments.stream_faults, "What goes wrong on the stream; see below")
-      ->type_name("FAULT")
-      ->allow_extra_args(false)
-      ->take_all();
+void AddFaults(command_line::Command& program, Arguments& arguments) {
+  program.AddOption("--http-fault", arguments.http_fault, "What goes wrong with HTTP replies; see below")
+      .ValueName("FAULT");
+  program.AddOption("--stream-fault", arguments.stream_faults, "What goes wrong on the stream; see below")
+      .ValueName("FAULT")
+      .Repeats();
 }
 
 Tree::Tree() {
   command.server.http_port = kHttpPort;
   command.server.stream_port = kStreamPort;
-  app.footer(kExplanation);
-  app.set_version_flag("--version", "quotetracker " MIRELO_VERSION);
-  AddServing(app, command);
-  AddQuotes(app, command, arguments);
-  AddStream(app, command, arguments);
-  AddFaults(app, arguments);
+  program.Footer(kExplanation);
+  program.AddVersion("quotetracker " MIRELO_VERSION, "Display program version information and exit");
+  AddServing(program, command);
+  AddQuotes(program, command, arguments);
+  AddStream(program, command, arguments);
+  AddFaults(program, arguments);
 }
 
-std::vector<std::string> SplitList(const std::string& list) { return CLI::detail::split(list, ','); }
+// A comma at its end is followed by nothing.
+std::vector<std::string> SplitList(const std::string& list) {
+  std::vector<std::string> words;
+  std::istringstream rest(list);
+  for (std::string word; std::getline(rest, word, ',');) words.push_back(word);
+  return words;
+}
 
 double ReadRate(const std::string& text) {
   if (text == "max") return StreamOptions::kMaximum;
-  double rate = 0;
-  if (!CLI::detail::lexical_cast(text, rate) || !(rate >= 0.001 && rate <= 1e9)) {
+  char* end = nullptr;
+  const double rate = std::strtod(text.c_str(), &end);
+  if (end != text.c_str() + text.size() || !(rate >= 0.001 && rate <= 1e9)) {
     throw std::invalid_argument("--rate: \"" + text +
                                 "\" is neither max nor a number from 0.001 to 1000000000");
   }
@@ -216,16 +230,18 @@ void Apply(const Arguments& arguments, CommandLine& command) {
   if (!arguments.symbols.empty()) server.portfolios.front().symbols = SplitList(arguments.symbols);
 }
 
+int TellMistake(const std::string& mistake) {
+  terminal::Err() << mistake << "\nRun with --help for more information.\n";
+  return kUsageMistake;
+}
+
 // Prints help or version, or what is wrong with the command line.
-int EndParsing(const CLI::App& app, const CLI::ParseError& end) {
-  if (end.get_exit_code() == 0) {
-    std::ostringstream asked_for;
-    app.exit(end, asked_for, asked_for);
-    terminal::Out() << terminal::Lines(asked_for.str());
+int EndReading(const command_line::Ending& ending) {
+  if (ending.is_asked_for) {
+    terminal::Out() << terminal::Lines(ending.text);
     return 0;
   }
-  terminal::Err() << end.what() << "\nRun with --help for more information.\n";
-  return kUsageMistake;
+  return TellMistake(ending.text);
 }
 
 void ReadFiles(const Arguments& arguments, CommandLine& command) {
@@ -241,22 +257,21 @@ void ReadFiles(const Arguments& arguments, CommandLine& command) {
 
 std::optional<CommandLine> ReadCommandLine(int argc, char** argv, int& exit_code) {
   Tree tree;
-  auto& [command, arguments, app] = tree;
-  try {
-    app.parse(argc, argv);
-    Apply(arguments, command);
-  } catch (const CLI::ParseError& error) {
-    exit_code = EndParsing(app, error);
+  auto& [command, arguments, program] = tree;
+  if (const auto ending = program.Read(argc, argv)) {
+    exit_code = EndReading(*ending);
     return std::nullopt;
+  }
+  try {
+    Apply(arguments, command);
   } catch (const std::invalid_argument& error) {
-    terminal::Err() << error.what() << "\nRun with --help for more information.\n";
-    exit_code = kUsageMistake;
+    exit_code = TellMistake(error.what());
     return std::nullopt;
   }
   ReadFiles(arguments, command);
   return std::move(command);
 }
 
-void ShowTree(const std::function<void(const CLI::App&)>& look) { look(Tree().app); }
+void ShowTree(const std::function<void(const command_line::Command&)>& look) { look(Tree().program); }
 
 }  // namespace mirelo::quotetracker

@@ -7,8 +7,8 @@
 
 #include "quotetracker/server.h"
 
-namespace CLI {
-class App;
+namespace mirelo::command_line {
+class Command;
 }
 
 namespace mirelo::quotetracker {
@@ -28,6 +28,6 @@ struct CommandLine {
 std::optional<CommandLine> ReadCommandLine(int argc, char** argv, int& exit_code);
 
 // Shows what --help is made of, for those who write manuals of it. It lives as long as the call.
-void ShowTree(const std::function<void(const CLI::App& tree)>& look);
+void ShowTree(const std::function<void(const command_line::Command& tree)>& look);
 
 }  // namespace mirelo::quotetracker

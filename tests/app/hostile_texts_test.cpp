@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -19,6 +18,7 @@
 #include "app/program.h"
 #include "app/terminal_program.h"
 #include "automation/utf8.h"
+#include "command_line/command_facts.h"
 #include "support/level1_wire.h"
 #include "support/loopback_server.h"
 #include "support/temp_directory.h"
@@ -193,13 +193,6 @@ class HostileTexts : public ::testing::Test {
   std::set<std::string> covered_;  // words of all command lines
 };
 
-void AddNames(const CLI::App& command, std::set<std::string>& names) {
-  for (const CLI::App* below : command.get_subcommands([](const CLI::App*) { return true; })) {
-    names.insert(below->get_name());
-    AddNames(*below, names);
-  }
-}
-
 TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
   const std::string& k = kFromArguments;
   const std::string refusing = std::to_string(refusing_.Port());
@@ -288,7 +281,10 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhateverTheCommand) {
   for (const Case& c : cases) Expect(c);
 
   std::set<std::string> commands;
-  AddNames(app::MireloProgram().tree(), commands);
+  const auto program = FactsOf(app::MireloProgram().tree());
+  for (const auto& command : program.commands) {
+    Walk(command, [&](const auto& each) { commands.emplace(each.OwnName()); });
+  }
   for (const std::string& command : commands) {
     EXPECT_TRUE(covered_.contains(command)) << command << " was not run";
   }

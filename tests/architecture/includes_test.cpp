@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -23,9 +24,9 @@ const Rooms kBelowSubsystems{"automation", "forms", "host"};
 
 // What the machine offers and only adapters and programs may touch: sockets, files, windows, other libraries.
 const std::vector<std::string> kMachineHeaders{
-    "sys/",     "netinet/", "arpa/",    "netdb.h",  "unistd.h", "poll.h", "fcntl.h",  "curl/",
-    "sqlite3",  "zip.h",    "pugixml",  "xlsx",     "sodium",   "spdlog", "Q",        "windows",
-    "syslog.h", "CLI/",     "nlohmann", "curses.h", "ncurses",  "term.h", "termios.h"};
+    "sys/",     "netinet/", "arpa/",    "netdb.h", "unistd.h", "poll.h",   "fcntl.h", "curl/",
+    "sqlite3",  "zip.h",    "pugixml",  "xlsx",    "sodium",   "spdlog",   "Q",       "windows",
+    "syslog.h", "nlohmann", "curses.h", "ncurses", "term.h",   "termios.h"};
 
 struct Include {
   fs::path file;
@@ -59,6 +60,7 @@ std::string RoomOf(const std::string& path) {
 
 Rooms Allowed(const std::string& room) {
   if (room == "automation") return {};
+  if (room == "command_line") return {};
   if (room == "terminal") return {"automation"};
   if (room == "host") return {"automation", "forms"};
   if (room == "forms") return {"automation"};
@@ -168,6 +170,21 @@ TEST(Includes, LeaveTheMachineToAdaptersAndPrograms) {
       EXPECT_NE(include.name.rfind(header, 0), 0U) << include.file << " includes <" << include.name << ">";
     }
   }
+}
+
+// Who wants another parser, or a newer one, has one room to change; and no other source pays for reading it.
+TEST(Includes, KnowTheParserOfCommandLinesInItsRoomAlone) {
+  const fs::path tree = MIRELO_SOURCE_DIR;
+  std::size_t known = 0;
+  for (const char* folder : {"src", "tests", "bench", "fuzz", "examples"}) {
+    for (const auto& include : IncludesBelow(tree / folder)) {
+      if (include.name.rfind("CLI/", 0) != 0) continue;
+      ++known;
+      EXPECT_EQ(RoomOf(include.file.string()), "command_line")
+          << include.file << " includes <" << include.name << ">";
+    }
+  }
+  EXPECT_GT(known, 0U);
 }
 
 }  // namespace

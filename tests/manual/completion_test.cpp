@@ -11,6 +11,8 @@
 namespace mirelo::app {
 namespace {
 
+using command_line::CommandFacts;
+using command_line::OptionFacts;
 using ::testing::AllOf;
 using ::testing::HasSubstr;
 

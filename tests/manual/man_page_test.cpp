@@ -3,14 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 
 #include "app/mirelo_program.h"
+#include "command_line/command.h"
 
 namespace mirelo::app {
 namespace {
 
+using command_line::CommandFacts;
+using command_line::OptionFacts;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -83,8 +85,8 @@ TEST(ManPage, ShowsArgumentsInTheSynopsis) {
 }
 
 TEST(ManPage, SaysHelpOfTheProgramOnly) {
-  CLI::App tree("", "tool");
-  tree.add_subcommand("go", "Go");
+  command_line::Program tree("tool", "");
+  tree.AddCommand("go", "Go");
   const std::string page = PageOf(FactsOf(tree));
   const std::string help = "\\-\\-help";
   EXPECT_NE(page.find(help), std::string::npos);

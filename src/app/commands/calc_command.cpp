@@ -1,6 +1,5 @@
 #include "app/commands/calc_command.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -40,34 +39,36 @@ bool Exists(const fs::path& file) {
 
 }  // namespace
 
-CalcCommand::CalcCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand(
-      "calc", "Open LibreOffice Calc with Mirelo in it: a menu, and quotes in the document on the screen");
-  command_->add_option("FILE", file_, "What to open; without it a new spreadsheet");
-  auto* install =
-      command_->add_flag("--install", install_, "Install the extension for you, so that Calc always has it");
-  auto* remove = command_->add_flag("--remove", remove_, "Remove the extension that was installed for you");
-  auto* headless = command_->add_flag(
+CalcCommand::CalcCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(program.AddCommand(
+          "calc",
+          "Open LibreOffice Calc with Mirelo in it: a menu, and quotes in the document on the screen")) {
+  command_.AddArgument("FILE", file_, "What to open; without it a new spreadsheet");
+  auto install =
+      command_.AddFlag("--install", install_, "Install the extension for you, so that Calc always has it");
+  auto remove = command_.AddFlag("--remove", remove_, "Remove the extension that was installed for you");
+  auto headless = command_.AddFlag(
       "--headless", headless_,
       "Without a window: fill the settings dialog from the options below, press Go and Start, and save "
       "FILE (quotes.ods) at the end");
-  auto* demo = command_->add_flag("--demo", demo_,
-                                  "Play a day from the built-in QuoteTracker stand-in, with settings of its "
-                                  "own and in an office of its own; yours stay untouched");
-  auto* duration = command_->add_option("--for", for_, "End the day after so long, as 20s, 90m or 8h30m")
-                       ->check(IsDuration());
-  for (auto* flag : {demo, headless}) install->excludes(flag), remove->excludes(flag);
-  install->excludes(remove);
-  duration->excludes(install)->excludes(remove);
-  wishes_.emplace(*command_);
-  demo->excludes(command_->get_option("--list"));
-  command_->footer(
+  auto demo = command_.AddFlag("--demo", demo_,
+                               "Play a day from the built-in QuoteTracker stand-in, with settings of its "
+                               "own and in an office of its own; yours stay untouched");
+  auto duration = command_.AddOption("--for", for_, "End the day after so long, as 20s, 90m or 8h30m")
+                      .Check(WhyNoDuration);
+  for (const auto& flag : {demo, headless}) install.Excludes(flag), remove.Excludes(flag);
+  install.Excludes(remove);
+  duration.Excludes(install).Excludes(remove);
+  wishes_.emplace(command_);
+  demo.Excludes(command_.Find("--list"));
+  command_.Footer(
       "Ctrl-C ends a day in order, a second one kills its office. Exit codes: 0 good, 1 the operation "
       "failed,\n"
       "as when no quote came, 2 asked for something that the dialog does not have.");
 }
 
-bool CalcCommand::IsChosen() const { return command_->parsed(); }
+bool CalcCommand::IsChosen() const { return command_.IsChosen(); }
 
 int CalcCommand::Run() try {
   if (!demo_ && !headless_) RefuseWishes();
@@ -85,12 +86,8 @@ int CalcCommand::Run() try {
 
 // Nobody fills the dialog in a window but the person there.
 void CalcCommand::RefuseWishes() const {
-  std::vector<std::string> wished;
-  for (const CLI::Option* option : std::as_const(*command_).get_options()) {
-    const bool is_wish =
-        option->nonpositional() && !option->check_lname("install") && !option->check_lname("remove");
-    if (is_wish && option->count() > 0) wished.push_back(option->get_name());
-  }
+  std::vector<std::string> wished = command_.GivenOptions();
+  std::erase_if(wished, [](const std::string& name) { return name == "--install" || name == "--remove"; });
   if (wished.empty()) return;
   throw Unfulfilled(Join(wished, ", ") + (wished.size() == 1 ? " needs" : " need") +
                     " --headless or --demo. In a window it is you who fills the settings dialog: Mirelo, "

@@ -5,10 +5,7 @@
 #include <string>
 
 #include "app/commands/wish_options.h"
-
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
@@ -18,7 +15,7 @@ struct OfficePlace;
 // mirelo calc: LibreOffice Calc with the extension.
 class CalcCommand {
  public:
-  CalcCommand(CLI::App& program, const GlobalOptions& global);
+  CalcCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -31,7 +28,7 @@ class CalcCommand {
   std::filesystem::path FileToStore() const;
 
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   std::optional<WishOptions> wishes_;
   std::optional<std::filesystem::path> file_;
   bool install_ = false;

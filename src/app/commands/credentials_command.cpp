@@ -1,7 +1,5 @@
 #include "app/commands/credentials_command.h"
 
-#include <CLI/CLI.hpp>
-
 #include "adapters/sodium/sodium_vault.h"
 #include "app/exit_code.h"
 #include "app/secret_input.h"
@@ -25,22 +23,23 @@ int Set(sodium::SodiumVault& vault) {
 
 }  // namespace
 
-CredentialsCommand::CredentialsCommand(CLI::App& program) {
-  command_ =
-      program.add_subcommand("credentials", "Keep the application name and secret for QuoteTracker's stream");
-  command_->require_subcommand(1);
-  set_ = command_->add_subcommand(
-      "set", "Store them: the name and the secret, one line each, from the terminal or the standard input");
-  show_name_ = command_->add_subcommand("show-name", "Print the application name; the secret is never shown");
-  clear_ = command_->add_subcommand("clear", "Forget both");
+CredentialsCommand::CredentialsCommand(command_line::Command& program)
+    : command_(program.AddCommand("credentials",
+                                  "Keep the application name and secret for QuoteTracker's stream")),
+      set_(command_.AddCommand(
+          "set",
+          "Store them: the name and the secret, one line each, from the terminal or the standard input")),
+      show_name_(command_.AddCommand("show-name", "Print the application name; the secret is never shown")),
+      clear_(command_.AddCommand("clear", "Forget both")) {
+  command_.RequireCommand();
 }
 
-bool CredentialsCommand::IsChosen() const { return command_->parsed(); }
+bool CredentialsCommand::IsChosen() const { return command_.IsChosen(); }
 
 int CredentialsCommand::Run() {
   sodium::SodiumVault vault;
-  if (set_->parsed()) return Set(vault);
-  if (clear_->parsed()) {
+  if (set_.IsChosen()) return Set(vault);
+  if (clear_.IsChosen()) {
     vault.Clear();
     return kGood;
   }

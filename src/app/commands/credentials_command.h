@@ -1,24 +1,22 @@
 #pragma once
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
 // mirelo credentials: keeps the application name and secret that QuoteTracker's stream asks for.
 class CredentialsCommand {
  public:
-  explicit CredentialsCommand(CLI::App& program);
+  explicit CredentialsCommand(command_line::Command& program);
 
   bool IsChosen() const;
   int Run();
 
  private:
-  CLI::App* command_;
-  CLI::App* set_;
-  CLI::App* show_name_;
-  CLI::App* clear_;
+  command_line::Command command_;
+  command_line::Command set_;
+  command_line::Command show_name_;
+  command_line::Command clear_;
 };
 
 }  // namespace mirelo::app

@@ -1,32 +1,30 @@
 #include "app/commands/dialog_command.h"
 
-#include <CLI/CLI.hpp>
-
-#include "app/commands/checks.h"
 #include "app/commands/open_command.h"
 #include "app/dialog/show_dialog.h"
 #include "app/options.h"
 #include "app/session.h"
 #include "app/window_program.h"
+#include "app/workbook/spreadsheet_program.h"
 
 namespace mirelo::app {
 
-DialogCommand::DialogCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand("dialog", "Show the settings dialog");
+DialogCommand::DialogCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global), command_(program.AddCommand("dialog", "Show the settings dialog")) {
   command_
-      ->add_option("--workbook", workbook_,
-                   "The .xlsx file for which the dialog is shown, and in which Go builds the table; made "
-                   "when it is absent. Without it this is mirelo open")
-      ->type_name("FILE")
-      ->check(IsWorkbookName());
-  command_->footer(
+      .AddOption("--workbook", workbook_,
+                 "The .xlsx file for which the dialog is shown, and in which Go builds the table; made "
+                 "when it is absent. Without it this is mirelo open")
+      .ValueName("FILE")
+      .Check(WhyNoWorkbook);
+  command_.Footer(
       "With --workbook, prints how the dialog was ended: 77 (committed, quotes are to be streamed), 78 "
       "(committed, quotes "
       "are\n"
       "to be asked for) or 2 (nothing was committed). Exit codes: 0 committed, 1 not committed.");
 }
 
-bool DialogCommand::IsChosen() const { return command_->parsed(); }
+bool DialogCommand::IsChosen() const { return command_.IsChosen(); }
 
 int DialogCommand::Run() {
   if (!global_.show_windows) return BecomeWindowProgram(global_.words);

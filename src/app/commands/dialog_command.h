@@ -3,9 +3,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
@@ -15,7 +13,7 @@ struct GlobalOptions;
 // command waits for the libraries that they need.
 class DialogCommand {
  public:
-  DialogCommand(CLI::App& program, const GlobalOptions& global);
+  DialogCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   // Where there are no windows, becomes the program that has them.
@@ -23,7 +21,7 @@ class DialogCommand {
 
  private:
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   std::optional<std::filesystem::path> workbook_;
 };
 

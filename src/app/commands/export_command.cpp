@@ -1,6 +1,5 @@
 #include "app/commands/export_command.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -55,32 +54,32 @@ std::string TextOf(const host::DataTable& table, bool is_csv) {
 
 }  // namespace
 
-ExportCommand::ExportCommand(CLI::App& program) {
-  command_ = program.add_subcommand(
-      "export", "Give the rows of a workbook's quote table or histories to other programs");
-  command_->add_option("FILE", file_, "The .xlsx file")->required();
-  auto* sheet = command_->add_option("--sheet", sheet_,
-                                     "The sheet to export, in letters of either case; without it the quote "
-                                     "table, Dovanta2_Quotes, is");
-  auto* all = command_->add_flag("--all", all_,
-                                 "Export all histories, each row with its ticker in front; a database gets "
-                                 "the quote table besides");
-  auto* list = command_->add_flag("--list", list_, "Print the names of the sheets that can be exported");
-  auto* format =
+ExportCommand::ExportCommand(command_line::Command& program)
+    : command_(program.AddCommand(
+          "export", "Give the rows of a workbook's quote table or histories to other programs")) {
+  command_.AddArgument("FILE", file_, "The .xlsx file").Require();
+  auto sheet = command_.AddOption("--sheet", sheet_,
+                                  "The sheet to export, in letters of either case; without it the quote "
+                                  "table, Dovanta2_Quotes, is");
+  auto all = command_.AddFlag("--all", all_,
+                              "Export all histories, each row with its ticker in front; a database gets "
+                              "the quote table besides");
+  auto list = command_.AddFlag("--list", list_, "Print the names of the sheets that can be exported");
+  auto format =
       command_
-          ->add_option("--format", format_,
-                       "csv (with a line of column names first), json (one object a row and line) or sqlite "
-                       "(a database file); without it what the output file's ending says, otherwise csv")
-          ->check(CLI::IsMember({"csv", "json", "sqlite"}));
-  auto* output = command_
-                     ->add_option("--output", output_,
-                                  "The file to write, which takes the place of an older one as a whole; - "
-                                  "is the standard output")
-                     ->type_name("FILE")
-                     ->capture_default_str();
-  sheet->excludes(all);
-  list->excludes(sheet)->excludes(all)->excludes(format)->excludes(output);
-  command_->footer(
+          .AddOption("--format", format_,
+                     "csv (with a line of column names first), json (one object a row and line) or sqlite "
+                     "(a database file); without it what the output file's ending says, otherwise csv")
+          .OneOf({"csv", "json", "sqlite"});
+  auto output = command_
+                    .AddOption("--output", output_,
+                               "The file to write, which takes the place of an older one as a whole; - "
+                               "is the standard output")
+                    .ValueName("FILE")
+                    .ShowDefault();
+  sheet.Excludes(all);
+  list.Excludes(sheet).Excludes(all).Excludes(format).Excludes(output);
+  command_.Footer(
       "Numbers have all their digits, days and times are 2026-11-22 and 14:05:12, an empty cell is nothing.\n"
       "In csv a text that begins with =, +, -, @ or an apostrophe gets an apostrophe in front, so that no\n"
       "spreadsheet takes it for a formula. A database has the tables quote_table and history. A day may "
@@ -90,7 +89,7 @@ ExportCommand::ExportCommand(CLI::App& program) {
       "2 wrong usage.");
 }
 
-bool ExportCommand::IsChosen() const { return command_->parsed(); }
+bool ExportCommand::IsChosen() const { return command_.IsChosen(); }
 
 int ExportCommand::Run() {
   if (ChosenFormat() == Format::Sqlite && IsForStandardOutput()) {

@@ -4,11 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "command_line/command.h"
 #include "host/data_table.h"
-
-namespace CLI {
-class App;
-}
 
 namespace mirelo::app {
 
@@ -17,7 +14,7 @@ struct ExportedSheet;
 // mirelo export: gives the rows of a workbook's tables to other programs. The workbook is only read.
 class ExportCommand {
  public:
-  explicit ExportCommand(CLI::App& program);
+  explicit ExportCommand(command_line::Command& program);
 
   bool IsChosen() const;
   int Run();
@@ -33,7 +30,7 @@ class ExportCommand {
   void Write(const std::vector<host::DataTable>& tables) const;
   bool IsForStandardOutput() const;
 
-  CLI::App* command_;
+  command_line::Command command_;
   std::filesystem::path file_;
   std::string sheet_;
   std::string format_;

@@ -1,6 +1,5 @@
 #include "app/commands/go_command.h"
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -35,23 +34,25 @@ std::string Stored(const char* key) {
 
 }  // namespace
 
-GoCommand::GoCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand(
-      "go", "Fill the settings dialog without showing it, and press its Go: check and store the settings");
-  wishes_.emplace(*command_);
+GoCommand::GoCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(program.AddCommand(
+          "go",
+          "Fill the settings dialog without showing it, and press its Go: check and store the settings")) {
+  wishes_.emplace(command_);
   command_
-      ->add_option("--workbook", workbook_,
-                   "The .xlsx file whose quote table the dialog reads, and in which Go builds it; made when "
-                   "it is absent. Without it the table is built in a workbook that is not kept")
-      ->type_name("FILE");
-  through_.emplace(*command_, workbook_);
-  command_->footer(
+      .AddOption("--workbook", workbook_,
+                 "The .xlsx file whose quote table the dialog reads, and in which Go builds it; made when "
+                 "it is absent. Without it the table is built in a workbook that is not kept")
+      .ValueName("FILE");
+  through_.emplace(command_, workbook_);
+  command_.Footer(
       "What is not named stays as the dialog shows it. QuoteTracker must run: the dialog asks it for its\n"
       "portfolios before it stores anything but the widths of columns. Message boxes are printed as lines.\n"
       "Exit codes: 0 committed, 1 not committed or not saved, 2 asked for something that the dialog lacks.");
 }
 
-bool GoCommand::IsChosen() const { return command_->parsed(); }
+bool GoCommand::IsChosen() const { return command_.IsChosen(); }
 
 int GoCommand::Run() try {
   if (through_->IsElsewhere(global_)) return RunInOffice(FindOffice(), global_.words);

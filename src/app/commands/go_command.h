@@ -6,10 +6,7 @@
 
 #include "app/commands/through_option.h"
 #include "app/commands/wish_options.h"
-
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
@@ -18,7 +15,7 @@ struct GlobalOptions;
 // mirelo go: fills the settings dialog without showing it and presses its Go.
 class GoCommand {
  public:
-  GoCommand(CLI::App& program, const GlobalOptions& global);
+  GoCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -29,7 +26,7 @@ class GoCommand {
   int Report(std::int32_t result, int messages);
 
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   std::optional<WishOptions> wishes_;
   std::optional<ThroughOption> through_;
   std::filesystem::path workbook_;

@@ -1,6 +1,5 @@
 #include "app/commands/list_command.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 
 #include "app/commands/checks.h"
@@ -28,29 +27,29 @@ bool Holds(const std::vector<std::string>& tickers, const std::string& ticker) {
 
 }  // namespace
 
-ListCommand::ListCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand("list", "Keep lists of tickers, for --list in place of the tickers");
-  command_->require_subcommand(1);
-  const auto name = [this](CLI::App& command) {
-    command.add_option("NAME", name_, "The list")->check(IsListNamed());
+ListCommand::ListCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(program.AddCommand("list", "Keep lists of tickers, for --list in place of the tickers")),
+      add_(command_.AddCommand("add", "Add tickers to a list, which is made when it is absent")),
+      remove_(command_.AddCommand("remove", "Take tickers off a list; without any left it is gone")),
+      show_(command_.AddCommand("show", "Print the tickers of a list, one a line, or all lists")),
+      delete_(command_.AddCommand("delete", "Remove a list")) {
+  command_.RequireCommand();
+  const auto name = [this](command_line::Command& command) {
+    return command.AddArgument("NAME", name_, "The list").Check(WhyNoListName);
   };
-  const auto tickers = [this](CLI::App& command, const char* meaning) {
-    command.add_option("TICKER", tickers_, meaning)->required()->check(IsTickers());
+  const auto tickers = [this](command_line::Command& command, const char* meaning) {
+    command.AddArgument("TICKER", tickers_, meaning).Require().Check(WhyNoTickers);
   };
-  add_ = command_->add_subcommand("add", "Add tickers to a list, which is made when it is absent");
-  name(*add_);
-  tickers(*add_, "The tickers, which go behind those that are there");
-  remove_ = command_->add_subcommand("remove", "Take tickers off a list; without any left it is gone");
-  name(*remove_);
-  tickers(*remove_, "The tickers");
-  show_ = command_->add_subcommand("show", "Print the tickers of a list, one a line, or all lists");
-  name(*show_);
-  delete_ = command_->add_subcommand("delete", "Remove a list");
-  name(*delete_);
-  for (CLI::App* const command : {add_, remove_, delete_}) command->get_option("NAME")->required();
+  name(add_).Require();
+  tickers(add_, "The tickers, which go behind those that are there");
+  name(remove_).Require();
+  tickers(remove_, "The tickers");
+  name(show_);
+  name(delete_).Require();
 }
 
-bool ListCommand::IsChosen() const { return command_->parsed(); }
+bool ListCommand::IsChosen() const { return command_.IsChosen(); }
 
 int ListCommand::Run() {
   const Session session(global_);
@@ -63,9 +62,9 @@ int ListCommand::Run() {
 }
 
 int ListCommand::Run(WatchLists& lists) const {
-  if (add_->parsed()) return Add(lists);
-  if (remove_->parsed()) return Remove(lists);
-  if (show_->parsed()) return Show(lists);
+  if (add_.IsChosen()) return Add(lists);
+  if (remove_.IsChosen()) return Remove(lists);
+  if (show_.IsChosen()) return Show(lists);
   return Delete(lists);
 }
 

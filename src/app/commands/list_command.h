@@ -3,9 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
@@ -15,7 +13,7 @@ class WatchLists;
 // mirelo list: keeps lists of tickers that go by a name.
 class ListCommand {
  public:
-  ListCommand(CLI::App& program, const GlobalOptions& global);
+  ListCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -28,11 +26,11 @@ class ListCommand {
   int Delete(WatchLists& lists) const;
 
   const GlobalOptions& global_;
-  CLI::App* command_;
-  CLI::App* add_;
-  CLI::App* remove_;
-  CLI::App* show_;
-  CLI::App* delete_;
+  command_line::Command command_;
+  command_line::Command add_;
+  command_line::Command remove_;
+  command_line::Command show_;
+  command_line::Command delete_;
   std::string name_;
   std::vector<std::string> tickers_;
 };

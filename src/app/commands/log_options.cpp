@@ -1,8 +1,7 @@
 #include "app/commands/log_options.h"
 
-#include <CLI/CLI.hpp>
-
 #include "app/commands/checks.h"
+#include "command_line/command.h"
 #include "person/ticker_list.h"
 
 namespace mirelo::app {
@@ -17,22 +16,22 @@ host::Log::Level LevelNamed(const std::string& name) {
 
 }  // namespace
 
-LogOptions::LogOptions(CLI::App& command) {
+LogOptions::LogOptions(command_line::Command& command) {
   command
-      .add_option("--log", wishes_.file,
-                  "Write down what happens in this file, besides what the terminal shows")
-      ->type_name("FILE");
-  command.add_option("--log-level", least_, "The least that the log holds: debug, info, warning or error")
-      ->check(CLI::IsMember(std::vector<std::string>{"debug", "info", "warning", "error"}).description(""))
-      ->type_name("LEVEL")
-      ->capture_default_str();
+      .AddOption("--log", wishes_.file,
+                 "Write down what happens in this file, besides what the terminal shows")
+      .ValueName("FILE");
+  command.AddOption("--log-level", least_, "The least that the log holds: debug, info, warning or error")
+      .OneOf({"debug", "info", "warning", "error"}, command_line::Told::kNowhere)
+      .ValueName("LEVEL")
+      .ShowDefault();
   command
-      .add_option(
+      .AddOption(
           "--explain", explained_,
           "Write down in the log what becomes of each quote of these tickers, as a,b,c; without --log in "
           "$XDG_STATE_HOME/mirelo/mirelo.log")
-      ->check(IsTickers())
-      ->type_name("TICKERS");
+      .Check(WhyNoTickers)
+      .ValueName("TICKERS");
 }
 
 LogWishes LogOptions::Wishes() const {

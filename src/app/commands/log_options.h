@@ -7,8 +7,8 @@
 
 #include "host/log.h"
 
-namespace CLI {
-class App;
+namespace mirelo::command_line {
+class Command;
 }
 
 namespace mirelo::app {
@@ -23,7 +23,7 @@ struct LogWishes {
 // The options of a command that say so.
 class LogOptions {
  public:
-  explicit LogOptions(CLI::App& command);
+  explicit LogOptions(command_line::Command& command);
   LogOptions(const LogOptions&) = delete;  // the command's options point in here
   LogOptions& operator=(const LogOptions&) = delete;
 

@@ -1,6 +1,5 @@
 #include "app/commands/open_command.h"
 
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <string>
 
@@ -17,19 +16,21 @@
 
 namespace mirelo::app {
 
-OpenCommand::OpenCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand(
-      "open", "Show the settings dialog for a workbook, as the menu's entry does, and tell all in windows");
-  command_->add_option(
+OpenCommand::OpenCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(program.AddCommand(
+          "open",
+          "Show the settings dialog for a workbook, as the menu's entry does, and tell all in windows")) {
+  command_.AddArgument(
       "FILE", workbook_,
       "The .xlsx file; without it the last one that a dialog was shown for, or else one that a "
       "window asks for");
-  command_->footer(
+  command_.Footer(
       "Prints nothing. The window says in which workbook Go saves, and takes another one. Exit codes: 0 the\n"
       "workbook holds what Go has built, 1 it does not, or nothing was committed.");
 }
 
-bool OpenCommand::IsChosen() const { return command_->parsed(); }
+bool OpenCommand::IsChosen() const { return command_.IsChosen(); }
 
 int OpenCommand::Run() {
   if (!global_.show_windows) return BecomeWindowProgram(global_.words);

@@ -3,9 +3,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
@@ -15,14 +13,14 @@ struct GlobalOptions;
 // reads what it prints. Like mirelo dialog, it becomes the program that has windows.
 class OpenCommand {
  public:
-  OpenCommand(CLI::App& program, const GlobalOptions& global);
+  OpenCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
 
  private:
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   std::optional<std::filesystem::path> workbook_;
 };
 

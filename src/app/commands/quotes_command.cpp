@@ -1,6 +1,5 @@
 #include "app/commands/quotes_command.h"
 
-#include <CLI/CLI.hpp>
 #include <chrono>
 #include <optional>
 
@@ -50,40 +49,39 @@ std::optional<day::QuoteRows> FetchTold(host::MessageLoop& loop, day::SnapshotFe
 
 }  // namespace
 
-QuotesCommand::QuotesCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ =
-      program.add_subcommand("quotes", "Ask QuoteTracker for the current quotes of tickers and print them");
-  command_
-      ->add_option("TICKER", tickers_, "The tickers to ask for, in the order of the answer")
-
-      ->check(IsTickers());
-  command_->add_option("--list", list_, "A watch list whose tickers to take, behind those that are named")
-      ->type_name("NAME")
-      ->check(IsListNamed());
-  auto* csv =
-      command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
-  auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
-  csv->excludes(json);
-  command_->add_flag(
+QuotesCommand::QuotesCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(
+          program.AddCommand("quotes", "Ask QuoteTracker for the current quotes of tickers and print them")) {
+  command_.AddArgument("TICKER", tickers_, "The tickers to ask for, in the order of the answer")
+      .Check(WhyNoTickers);
+  command_.AddOption("--list", list_, "A watch list whose tickers to take, behind those that are named")
+      .ValueName("NAME")
+      .Check(WhyNoListName);
+  auto csv =
+      command_.AddFlag("--csv", csv_, "Print comma-separated values, with a line of column names first");
+  auto json = command_.AddFlag("--json", json_, "Print one JSON object a quote and line");
+  csv.Excludes(json);
+  command_.AddFlag(
       "--watch", watch_,
       "Ask again every so many seconds, as the setting Seconds says, until Ctrl-C; with Seconds 0, "
       "every second");
   command_
-      ->add_option("--columns", columns_,
-                   std::string("The columns to show, joined by commas, in place of the setting ListRight; "
-                               "all names: ") +
-                       kAllColumns)
-      ->check(IsAllowedFor("ListRight"));
-  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
-      ->check(IsAllowedFor("Webaddress"));
-  command_->add_option("--http-port", port_, "QuoteTracker's HTTP port, in place of the setting HTTPPort")
-      ->check(CLI::Range(1, 65535));
-  command_->add_option("--date-format", date_format_, "How the column Date is written, in d, m and y")
-      ->check(IsDateFormat())
-      ->capture_default_str();
+      .AddOption("--columns", columns_,
+                 std::string("The columns to show, joined by commas, in place of the setting ListRight; "
+                             "all names: ") +
+                     kAllColumns)
+      .Check(NotAllowedFor("ListRight"));
+  command_.AddOption("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
+      .Check(NotAllowedFor("Webaddress"));
+  command_.AddOption("--http-port", port_, "QuoteTracker's HTTP port, in place of the setting HTTPPort")
+      .Between(1, 65535);
+  command_.AddOption("--date-format", date_format_, "How the column Date is written, in d, m and y")
+      .Check(WhyNoDateFormat)
+      .ShowDefault();
 }
 
-bool QuotesCommand::IsChosen() const { return command_->parsed(); }
+bool QuotesCommand::IsChosen() const { return command_.IsChosen(); }
 
 int QuotesCommand::Run() {
   if (tickers_.empty() && list_.empty()) {

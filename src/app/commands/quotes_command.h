@@ -3,9 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
@@ -14,7 +12,7 @@ struct GlobalOptions;
 // mirelo quotes: asks QuoteTracker for quotes and prints them.
 class QuotesCommand {
  public:
-  QuotesCommand(CLI::App& program, const GlobalOptions& global);
+  QuotesCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -25,7 +23,7 @@ class QuotesCommand {
   Output ChosenOutput() const;
 
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   std::vector<std::string> tickers_;
   std::string list_;
   std::string columns_;

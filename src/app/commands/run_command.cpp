@@ -1,6 +1,5 @@
 #include "app/commands/run_command.h"
 
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -74,43 +73,43 @@ class Alarm {
 
 }  // namespace
 
-RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand("run",
-                                    "A working day: fill the settings dialog, press Go, and keep the "
-                                    "workbook's tables and charts up to date");
+RunCommand::RunCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(program.AddCommand("run",
+                                  "A working day: fill the settings dialog, press Go, and keep the "
+                                  "workbook's tables and charts up to date")) {
   command_
-      ->add_option(
+      .AddOption(
           "--workbook", workbook_,
           "The .xlsx file that holds the tables; made when it is absent. With --through calc: quotes.ods")
-      ->type_name("FILE")
-      ->capture_default_str();
-  through_.emplace(*command_, workbook_);
-  command_->add_option("--for", for_, "End after so long, as 20s, 90m or 8h30m; without it, at Ctrl-C")
-      ->check(IsDuration());
+      .ValueName("FILE")
+      .ShowDefault();
+  through_.emplace(command_, workbook_);
+  command_.AddOption("--for", for_, "End after so long, as 20s, 90m or 8h30m; without it, at Ctrl-C")
+      .Check(WhyNoDuration);
   command_
-      ->add_option("--save-every", save_every_,
-                   "Save the workbook so often, besides the last save at the end")
-      ->check(IsDuration())
-      ->capture_default_str();
+      .AddOption("--save-every", save_every_, "Save the workbook so often, besides the last save at the end")
+      .Check(WhyNoDuration)
+      .ShowDefault();
   command_
-      ->add_option("--also", also_,
-                   "Append every quote to this file as well, whatever the limit of rows: a database (.db, "
-                   ".sqlite) or comma-separated values (.csv); may be given again for another file")
-      ->type_name("FILE")
-      ->allow_extra_args(false)
-      ->check(IsAlsoFile());
-  auto* window = command_->add_flag("--window", window_, "Show the settings dialog in a window");
-  auto* headless =
-      command_->add_flag("--headless", headless_,
-                         "Fill the settings dialog from the options below, without showing it (default)");
-  window->excludes(headless)->excludes(command_->get_option("--through"));
-  auto* demo = command_->add_flag(
+      .AddOption("--also", also_,
+                 "Append every quote to this file as well, whatever the limit of rows: a database (.db, "
+                 ".sqlite) or comma-separated values (.csv); may be given again for another file")
+      .ValueName("FILE")
+      .Repeats()
+      .Check(WhyNoAlsoFile);
+  auto window = command_.AddFlag("--window", window_, "Show the settings dialog in a window");
+  auto headless =
+      command_.AddFlag("--headless", headless_,
+                       "Fill the settings dialog from the options below, without showing it (default)");
+  window.Excludes(headless).Excludes(command_.Find("--through"));
+  auto demo = command_.AddFlag(
       "--demo", demo_,
       "Use the built-in QuoteTracker stand-in and settings of its own; yours stay untouched");
-  log_.emplace(*command_);
-  wishes_.emplace(*command_);
-  demo->excludes(command_->get_option("--list"));
-  command_->footer(
+  log_.emplace(command_);
+  wishes_.emplace(command_);
+  demo.Excludes(command_.Find("--list"));
+  command_.Footer(
       "What is not named stays as the dialog shows it; tickers are those of the workbook's quote table.\n"
       "With --set Seconds=0 quotes are streamed, otherwise asked for every so many seconds. Ctrl-C ends\n"
       "in order, a second one at once. Exit codes: 0 the workbook is saved, 1 it is not, no quote came, a\n"
@@ -118,7 +117,7 @@ RunCommand::RunCommand(CLI::App& program, const GlobalOptions& global) : global_
       "the dialog does not have.");
 }
 
-bool RunCommand::IsChosen() const { return command_->parsed(); }
+bool RunCommand::IsChosen() const { return command_.IsChosen(); }
 
 int RunCommand::Run() try {
   if (window_ && !global_.show_windows) return BecomeWindowProgram(global_.words);

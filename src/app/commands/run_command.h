@@ -9,10 +9,7 @@
 #include "app/commands/through_option.h"
 #include "app/commands/wish_options.h"
 #include "app/workbook/workbook_keeper.h"
-
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::day {
 class WorkingDay;
@@ -28,7 +25,7 @@ class Session;
 // mirelo run: a whole working day, from the settings dialog to the last save.
 class RunCommand {
  public:
-  RunCommand(CLI::App& program, const GlobalOptions& global);
+  RunCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -40,7 +37,7 @@ class RunCommand {
   bool Follow(Session& session, day::WorkingDay& day, WorkbookKeeper& keeper, DayView& view, DayLog& log);
 
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   std::optional<WishOptions> wishes_;
   std::optional<LogOptions> log_;
   std::optional<ThroughOption> through_;

@@ -1,6 +1,5 @@
 #include "app/commands/settings_command.h"
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <cerrno>
 #include <cstddef>
@@ -101,32 +100,38 @@ std::string ReadAll(const std::string& file) {
   return ReadUpToTheBound(stream, file);
 }
 
-}  // namespace
-
-SettingsCommand::SettingsCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand("settings", "Show and change the settings");
-  command_->require_subcommand(1);
-  command_->footer(
+// The commands below share its footer, so that is settled before they are added.
+command_line::Command AddSettings(command_line::Command& program) {
+  auto command = program.AddCommand("settings", "Show and change the settings");
+  command.RequireCommand();
+  command.Footer(
       "A setting of the section Settings goes by its key (Seconds), one of a section below it by section and "
       "key, parted\n"
       "by a backslash ('WidthField\\Ticker').");
-
-  list_ = command_->add_subcommand("list", "Every setting with its value, its default and its meaning");
-  get_ = command_->add_subcommand("get", "Print the value of a setting, or its default when none is stored");
-  get_->add_option("NAME", name_, "The setting")->required();
-  set_ = command_->add_subcommand("set", "Store a value");
-  set_->add_option("NAME", name_, "The setting")->required();
-  set_->add_option("VALUE", value_, "The new value; one that no reader could use is refused")->required();
-  delete_ = command_->add_subcommand("delete", "Put a setting back to its default, which is then stored");
-  delete_->add_option("NAME", name_, "The setting")->required();
-  export_ = command_->add_subcommand("export", "Write all stored settings as text");
-  export_->add_option("FILE", file_, "Where to; - is the standard output")->capture_default_str();
-  import_ =
-      command_->add_subcommand("import", "Store the settings of such a text, all or, if one is wrong, none");
-  import_->add_option("FILE", file_, "Where from; - is the standard input")->capture_default_str();
+  return command;
 }
 
-bool SettingsCommand::IsChosen() const { return command_->parsed(); }
+}  // namespace
+
+SettingsCommand::SettingsCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(AddSettings(program)),
+      list_(command_.AddCommand("list", "Every setting with its value, its default and its meaning")),
+      get_(command_.AddCommand("get", "Print the value of a setting, or its default when none is stored")),
+      set_(command_.AddCommand("set", "Store a value")),
+      delete_(command_.AddCommand("delete", "Put a setting back to its default, which is then stored")),
+      export_(command_.AddCommand("export", "Write all stored settings as text")),
+      import_(
+          command_.AddCommand("import", "Store the settings of such a text, all or, if one is wrong, none")) {
+  get_.AddArgument("NAME", name_, "The setting").Require();
+  set_.AddArgument("NAME", name_, "The setting").Require();
+  set_.AddArgument("VALUE", value_, "The new value; one that no reader could use is refused").Require();
+  delete_.AddArgument("NAME", name_, "The setting").Require();
+  export_.AddArgument("FILE", file_, "Where to; - is the standard output").ShowDefault();
+  import_.AddArgument("FILE", file_, "Where from; - is the standard input").ShowDefault();
+}
+
+bool SettingsCommand::IsChosen() const { return command_.IsChosen(); }
 
 int SettingsCommand::Run() {
   Session session(global_);
@@ -139,11 +144,11 @@ int SettingsCommand::Run() {
 }
 
 int SettingsCommand::Run(CAppSettings& store) const {
-  if (list_->parsed()) return List(store);
-  if (get_->parsed()) return Get(store);
-  if (set_->parsed()) return Set(store);
-  if (delete_->parsed()) return Delete(store);
-  if (export_->parsed()) return Export(store);
+  if (list_.IsChosen()) return List(store);
+  if (get_.IsChosen()) return Get(store);
+  if (set_.IsChosen()) return Set(store);
+  if (delete_.IsChosen()) return Delete(store);
+  if (export_.IsChosen()) return Export(store);
   return Import(store);
 }
 

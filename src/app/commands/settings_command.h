@@ -2,9 +2,7 @@
 
 #include <string>
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo {
 class CAppSettings;
@@ -17,7 +15,7 @@ struct GlobalOptions;
 // mirelo settings: shows and changes what the settings dialog and the macros keep in the registry.
 class SettingsCommand {
  public:
-  SettingsCommand(CLI::App& program, const GlobalOptions& global);
+  SettingsCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -32,13 +30,13 @@ class SettingsCommand {
   int Import(CAppSettings& store) const;
 
   const GlobalOptions& global_;
-  CLI::App* command_;
-  CLI::App* list_;
-  CLI::App* get_;
-  CLI::App* set_;
-  CLI::App* delete_;
-  CLI::App* export_;
-  CLI::App* import_;
+  command_line::Command command_;
+  command_line::Command list_;
+  command_line::Command get_;
+  command_line::Command set_;
+  command_line::Command delete_;
+  command_line::Command export_;
+  command_line::Command import_;
   std::string name_;
   std::string value_;
   std::string file_ = "-";

@@ -1,6 +1,5 @@
 #include "app/commands/show_command.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 
 #include "app/exit_code.h"
@@ -57,31 +56,29 @@ void TellRows(ShownArea left_out, std::int32_t most) {
 
 }  // namespace
 
-ShowCommand::ShowCommand(CLI::App& program) {
-  command_ = program.add_subcommand("show", "Print a sheet of a workbook, with its colours in a terminal");
-  command_->add_option("FILE", file_, "The .xlsx file")->required();
-  auto* sheet = command_->add_option("SHEET,--sheet", sheet_,
-                                     "The sheet's name, in letters of either case; without it the sheet in "
-                                     "front is printed");
-  auto* list = command_->add_flag("--list", list_, "Print the names of the sheets, and their sizes");
-  auto* range =
-      command_->add_option("--range", range_,
-                           "The cells to print, as A1:F20, or whole columns (B:D) or rows (5:9), in "
-                           "place of all that hold something");
-  auto* comments = command_->add_flag("--comments", comments_, "Print the comments of the cells below them");
-  command_->add_option("--rows", rows_, "Print so many rows at most; 0 stands for all")
-      ->check(CLI::NonNegativeNumber)
-      ->capture_default_str();
-  command_->add_flag("--no-color", no_color_,
-                     "Print plain text in a terminal, too; NO_COLOR=1 does the same");
-  list->excludes(sheet)->excludes(range)->excludes(comments);
-  command_->footer(
+ShowCommand::ShowCommand(command_line::Command& program)
+    : command_(program.AddCommand("show", "Print a sheet of a workbook, with its colours in a terminal")) {
+  command_.AddArgument("FILE", file_, "The .xlsx file").Require();
+  auto sheet = command_.AddOption("SHEET,--sheet", sheet_,
+                                  "The sheet's name, in letters of either case; without it the sheet in "
+                                  "front is printed");
+  auto list = command_.AddFlag("--list", list_, "Print the names of the sheets, and their sizes");
+  auto range = command_.AddOption("--range", range_,
+                                  "The cells to print, as A1:F20, or whole columns (B:D) or rows (5:9), in "
+                                  "place of all that hold something");
+  auto comments = command_.AddFlag("--comments", comments_, "Print the comments of the cells below them");
+  command_.AddOption("--rows", rows_, "Print so many rows at most; 0 stands for all")
+      .NotNegative()
+      .ShowDefault();
+  command_.AddFlag("--no-color", no_color_, "Print plain text in a terminal, too; NO_COLOR=1 does the same");
+  list.Excludes(sheet).Excludes(range).Excludes(comments);
+  command_.Footer(
       "In a terminal, columns that do not fit into a line are left out, and long texts are cut. The file is "
       "only read.\n"
       "Exit codes: 0 printed, 1 the file or the sheet cannot be read, 2 wrong usage.");
 }
 
-bool ShowCommand::IsChosen() const { return command_->parsed(); }
+bool ShowCommand::IsChosen() const { return command_.IsChosen(); }
 
 int ShowCommand::Run() {
   const auto document = SpreadsheetProgram()->Open(file_);

@@ -5,9 +5,7 @@
 #include <memory>
 #include <string>
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::host::excel {
 class Application;
@@ -21,7 +19,7 @@ struct ShownArea;
 // mirelo show: prints a sheet of a workbook.
 class ShowCommand {
  public:
-  explicit ShowCommand(CLI::App& program);
+  explicit ShowCommand(command_line::Command& program);
 
   bool IsChosen() const;
   int Run();
@@ -32,7 +30,7 @@ class ShowCommand {
   void PrintComments(host::excel::Worksheet& sheet, const ShownArea& area) const;
   std::shared_ptr<host::excel::Worksheet> ChosenSheet(host::excel::Application& application) const;
 
-  CLI::App* command_;
+  command_line::Command command_;
   std::filesystem::path file_;
   std::string sheet_;
   std::string range_;

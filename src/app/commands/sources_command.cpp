@@ -1,6 +1,5 @@
 #include "app/commands/sources_command.h"
 
-#include <CLI/CLI.hpp>
 #include <chrono>
 #include <memory>
 
@@ -30,12 +29,13 @@ constexpr std::chrono::seconds kPatience{20};
 
 }  // namespace
 
-SourcesCommand::SourcesCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand("sources", "Show the quote sources that a stream can be asked for");
-  command_->add_flag("--update", update_, "Fetch the list from QuoteTracker first");
+SourcesCommand::SourcesCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(program.AddCommand("sources", "Show the quote sources that a stream can be asked for")) {
+  command_.AddFlag("--update", update_, "Fetch the list from QuoteTracker first");
 }
 
-bool SourcesCommand::IsChosen() const { return command_->parsed(); }
+bool SourcesCommand::IsChosen() const { return command_.IsChosen(); }
 
 int SourcesCommand::Run() {
   Session session(global_);

@@ -1,8 +1,6 @@
 #pragma once
 
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
@@ -13,7 +11,7 @@ class Session;
 // QuoteTracker.
 class SourcesCommand {
  public:
-  SourcesCommand(CLI::App& program, const GlobalOptions& global);
+  SourcesCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -23,7 +21,7 @@ class SourcesCommand {
   int Show(Session& session);
 
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   bool update_ = false;
 };
 

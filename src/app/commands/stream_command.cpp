@@ -1,6 +1,5 @@
 #include "app/commands/stream_command.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
 #include <functional>
@@ -85,39 +84,38 @@ std::string FileOf(const std::string& name) {
 
 }  // namespace
 
-StreamCommand::StreamCommand(CLI::App& program, const GlobalOptions& global) : global_(global) {
-  command_ = program.add_subcommand("stream",
-                                    "Listen to QuoteTracker's Level I stream and print quotes as they come");
-  command_->add_option("TICKER", tickers_, "The tickers to subscribe")->check(IsTickers());
-  command_->add_option("--list", list_, "A watch list whose tickers to take, behind those that are named")
-      ->type_name("NAME")
-      ->check(IsListNamed());
-  command_->add_option("--source", source_,
-                       "The quote source, by its name as mirelo sources shows it, by a part of it that no "
-                       "other has, or by its "
-                       ".SDF file; the one last chosen in the settings when it is left out");
-  command_->add_option("--seconds", seconds_, "End after so many seconds; without it, at Ctrl-C")
-      ->check(CLI::PositiveNumber);
-  auto* csv =
-      command_->add_flag("--csv", csv_, "Print comma-separated values, with a line of column names first");
-  auto* json = command_->add_flag("--json", json_, "Print one JSON object a quote and line");
-  csv->excludes(json);
+StreamCommand::StreamCommand(command_line::Command& program, const GlobalOptions& global)
+    : global_(global),
+      command_(program.AddCommand("stream",
+                                  "Listen to QuoteTracker's Level I stream and print quotes as they come")) {
+  command_.AddArgument("TICKER", tickers_, "The tickers to subscribe").Check(WhyNoTickers);
+  command_.AddOption("--list", list_, "A watch list whose tickers to take, behind those that are named")
+      .ValueName("NAME")
+      .Check(WhyNoListName);
+  command_.AddOption("--source", source_,
+                     "The quote source, by its name as mirelo sources shows it, by a part of it that no "
+                     "other has, or by its "
+                     ".SDF file; the one last chosen in the settings when it is left out");
+  command_.AddOption("--seconds", seconds_, "End after so many seconds; without it, at Ctrl-C").Positive();
+  auto csv =
+      command_.AddFlag("--csv", csv_, "Print comma-separated values, with a line of column names first");
+  auto json = command_.AddFlag("--json", json_, "Print one JSON object a quote and line");
+  csv.Excludes(json);
   command_
-      ->add_option("--record", recording_,
-                   "Write what the connection receives to a file that quotetracker --play plays again")
-      ->type_name("FILE");
-  command_->add_option("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
-      ->check(IsAllowedFor("Webaddress"));
-  command_
-      ->add_option("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")
-      ->check(CLI::Range(1, 65535));
-  command_->add_option("--date-format", date_format_, "How the column Date is written, in d, m and y")
-      ->check(IsDateFormat())
-      ->capture_default_str();
-  log_.emplace(*command_);
+      .AddOption("--record", recording_,
+                 "Write what the connection receives to a file that quotetracker --play plays again")
+      .ValueName("FILE");
+  command_.AddOption("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
+      .Check(NotAllowedFor("Webaddress"));
+  command_.AddOption("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")
+      .Between(1, 65535);
+  command_.AddOption("--date-format", date_format_, "How the column Date is written, in d, m and y")
+      .Check(WhyNoDateFormat)
+      .ShowDefault();
+  log_.emplace(command_);
 }
 
-bool StreamCommand::IsChosen() const { return command_->parsed(); }
+bool StreamCommand::IsChosen() const { return command_.IsChosen(); }
 
 int StreamCommand::Run() {
   if (tickers_.empty() && list_.empty()) {

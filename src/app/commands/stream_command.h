@@ -6,10 +6,7 @@
 #include <vector>
 
 #include "app/commands/log_options.h"
-
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::day {
 class StreamFeed;
@@ -24,7 +21,7 @@ class Session;
 // mirelo stream: listens to QuoteTracker's Level I stream and prints the quotes as they come.
 class StreamCommand {
  public:
-  StreamCommand(CLI::App& program, const GlobalOptions& global);
+  StreamCommand(command_line::Command& program, const GlobalOptions& global);
 
   bool IsChosen() const;
   int Run();
@@ -36,7 +33,7 @@ class StreamCommand {
   int Listen(Session& session, day::StreamFeed& feed, DayLog& log);
 
   const GlobalOptions& global_;
-  CLI::App* command_;
+  command_line::Command command_;
   std::vector<std::string> tickers_;
   std::string list_;
   std::string source_;

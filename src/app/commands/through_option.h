@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <string>
 
-namespace CLI {
-class App;
+namespace mirelo::command_line {
+class Command;
 }
 
 namespace mirelo::app {
@@ -17,7 +17,7 @@ class ThroughOption {
   // Adds it to a command that has the option --workbook, whose value is `workbook`. At the end of reading,
   // one that was not given gets the ending that is usual in Calc, and the command is refused where the
   // program chosen cannot write such a file. All must outlive the reading.
-  ThroughOption(CLI::App& command, std::filesystem::path& workbook);
+  ThroughOption(command_line::Command& command, std::filesystem::path& workbook);
 
   // Whether it is LibreOffice Calc.
   bool IsCalc() const { return program_ == "calc"; }
@@ -25,7 +25,8 @@ class ThroughOption {
   bool IsElsewhere(const GlobalOptions& global) const;
 
  private:
-  void Require(const std::filesystem::path& workbook) const;
+  // Why the program chosen cannot write such a file; empty where it can.
+  std::string WhyNot(const std::filesystem::path& workbook) const;
 
   std::string program_ = "mirelo";
 };

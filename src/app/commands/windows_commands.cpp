@@ -1,27 +1,19 @@
 #include "app/commands/windows_commands.h"
 
-#include <CLI/CLI.hpp>
-
 namespace mirelo::app {
 
 namespace {
 
-// It speaks as mirelo, which becomes it.
-std::unique_ptr<CLI::App> WithoutWindows(GlobalOptions& global) {
-  auto program = std::make_unique<CLI::App>("The windows of Mirelo; see mirelo --help", "mirelo");
-  program->require_subcommand(1);
-  program->fallthrough();
-  program->add_option("--registry", global.registry, "As of mirelo")->type_name("FILE");
+command_line::Program WithoutWindows(const std::string& name, GlobalOptions& global) {
+  command_line::Program program(name, "The windows of Mirelo; see mirelo --help");
+  program.RequireCommand();
+  program.TakeOptionsAnywhere();
+  program.AddOption("--registry", global.registry, "As of mirelo").ValueName("FILE");
   return program;
 }
 
 }  // namespace
 
-WindowsCommands::WindowsCommands()
-    : program(WithoutWindows(global)),
-      dialog(*program, global),
-      open(*program, global),
-      run(*program, global) {}
-WindowsCommands::~WindowsCommands() = default;
+WindowsCommands::WindowsCommands(const std::string& name) : program(WithoutWindows(name, global)) {}
 
 }  // namespace mirelo::app

@@ -1,28 +1,25 @@
 #pragma once
 
-#include <memory>
+#include <string>
 
 #include "app/commands/dialog_command.h"
 #include "app/commands/open_command.h"
 #include "app/commands/run_command.h"
 #include "app/options.h"
-
-namespace CLI {
-class App;
-}
+#include "command_line/command.h"
 
 namespace mirelo::app {
 
 // The command line of mirelo-windows: the commands of mirelo that show windows.
 struct WindowsCommands {
-  WindowsCommands();
-  ~WindowsCommands();
+  // Unless told otherwise it speaks as mirelo, which becomes it.
+  explicit WindowsCommands(const std::string& name = "mirelo");
 
   GlobalOptions global;
-  std::unique_ptr<CLI::App> program;
-  DialogCommand dialog;
-  OpenCommand open;
-  RunCommand run;
+  command_line::Program program;
+  DialogCommand dialog{program, global};
+  OpenCommand open{program, global};
+  RunCommand run{program, global};
 };
 
 }  // namespace mirelo::app

@@ -1,6 +1,5 @@
 #include "app/commands/wish_options.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
 #include <utility>
@@ -9,6 +8,7 @@
 #include "app/watch_lists.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
+#include "command_line/command.h"
 #include "core/setting_names.h"
 #include "core/settings_catalogue.h"
 #include "person/dialog_controls.h"
@@ -69,74 +69,70 @@ std::vector<std::string> Trimmed(std::vector<std::string> names) {
   return names;
 }
 
-// Whether one of the parsers takes the text.
+// What one of the parsers has against a text.
 template <class Parse>
-CLI::Validator TakenBy(Parse parse) {
-  return CLI::Validator(
-      [parse](const std::string& text) {
-        try {
-          parse(text);
-          return std::string();
-        } catch (const Unfulfilled& unfulfilled) {
-          return std::string(unfulfilled.what());
-        }
-      },
-      "");
+command_line::WhyNot WhyNotTakenBy(Parse parse) {
+  return [parse](const std::string& text) {
+    try {
+      parse(text);
+      return std::string();
+    } catch (const Unfulfilled& unfulfilled) {
+      return std::string(unfulfilled.what());
+    }
+  };
 }
 
 }  // namespace
 
-WishOptions::WishOptions(CLI::App& command) {
-  command.add_option("--tickers", tickers_, "The tickers, joined by commas, in the order of the table")
-      ->check(IsTickers());
-  command.add_option("--list", list_, "A watch list whose tickers to take, behind those of --tickers")
-      ->type_name("NAME")
-      ->check(IsListNamed());
+WishOptions::WishOptions(command_line::Command& command) {
+  command.AddOption("--tickers", tickers_, "The tickers, joined by commas, in the order of the table")
+      .Check(WhyNoTickers);
+  command.AddOption("--list", list_, "A watch list whose tickers to take, behind those of --tickers")
+      .ValueName("NAME")
+      .Check(WhyNoListName);
   command
-      .add_option("--columns", columns_,
-                  std::string("The columns of the table, joined by commas; the first one stays the "
-                              "ticker's; all names: ") +
-                      kAllColumns)
-      ->delimiter(',');
+      .AddOption("--columns", columns_,
+                 std::string("The columns of the table, joined by commas; the first one stays the "
+                             "ticker's; all names: ") +
+                     kAllColumns)
+      .SplitAt(',');
   command
-      .add_option("--set", settings_,
-                  "A setting and what the dialog is given for it, as Seconds=15; may be repeated. Takes " +
-                      KeysText())
-      ->expected(1)
-      ->take_all()
-      ->check(TakenBy(ParseSetting));
+      .AddOption("--set", settings_,
+                 "A setting and what the dialog is given for it, as Seconds=15; may be repeated. Takes " +
+                     KeysText())
+      .ShowOneValue()
+      .Check(WhyNotTakenBy(ParseSetting));
   command
-      .add_option("--tick", ticks_,
-                  "A field of a ticker's vertical table to tick, as MSFT:Last, or MSFT:Charts for its "
-                  "charts; may be repeated")
-      ->expected(1)
-      ->take_all()
-      ->check(TakenBy(ParseTick));
+      .AddOption("--tick", ticks_,
+                 "A field of a ticker's vertical table to tick, as MSFT:Last, or MSFT:Charts for its "
+                 "charts; may be repeated")
+      .ShowOneValue()
+      .Check(WhyNotTakenBy(ParseTick));
   history_option_ =
       command
-          .add_option("--history", history_,
-                      "Keep a history of every ticker, with these fields, joined by commas; without a value "
-                      "Last,LastVolume,Time. Columns that the table lacks for it are added at its right")
-          ->type_name("[FIELDS]")
-          ->expected(0, 1)
-          ->check(TakenBy(HistoryFields));
-  command.add_flag(
+          .AddOption("--history", history_,
+                     "Keep a history of every ticker, with these fields, joined by commas; without a value "
+                     "Last,LastVolume,Time. Columns that the table lacks for it are added at its right")
+          .ValueName("[FIELDS]")
+          .ValueMayLack()
+          .Check(WhyNotTakenBy(HistoryFields));
+  command.AddFlag(
       "--charts", charts_,
       "Build charts for every ticker, beside its history of Last and LastVolume, which is kept as "
       "by --history");
-  command.add_flag("--chart-axis", chart_axis_, "Build charts with a value axis, as --set AddYAxis=1");
-  command.add_flag("--yes", yes_,
-                   "Go on where Go clears something of the workbook, or leaves something undone, of which "
-                   "warnings tell");
-  command.add_option("--source", source_,
-                     "The quote source to stream from, or a part of its name that no other has; mirelo "
-                     "sources lists them. Sets Seconds to 0, which means streaming");
-  command.add_option("--address", address_, "Where QuoteTracker runs, as --set Webaddress=")
-      ->check(IsAllowedFor("Webaddress"));
-  command.add_option("--http-port", http_port_, "QuoteTracker's HTTP port, as --set HTTPPort=")
-      ->check(CLI::Range(1, 65535));
-  command.add_option("--socket-port", socket_port_, "QuoteTracker's stream port, as --set SocketPort=")
-      ->check(CLI::Range(1, 65535));
+  command.AddFlag("--chart-axis", chart_axis_, "Build charts with a value axis, as --set AddYAxis=1");
+  command.AddFlag("--yes", yes_,
+                  "Go on where Go clears something of the workbook, or leaves something undone, of which "
+                  "warnings tell");
+  command.AddOption("--source", source_,
+                    "The quote source to stream from, or a part of its name that no other has; mirelo "
+                    "sources lists them. Sets Seconds to 0, which means streaming");
+  command.AddOption("--address", address_, "Where QuoteTracker runs, as --set Webaddress=")
+      .Check(NotAllowedFor("Webaddress"));
+  command.AddOption("--http-port", http_port_, "QuoteTracker's HTTP port, as --set HTTPPort=")
+      .Between(1, 65535);
+  command.AddOption("--socket-port", socket_port_, "QuoteTracker's stream port, as --set SocketPort=")
+      .Between(1, 65535);
 }
 
 DialogWishes WishOptions::Wishes() const {
@@ -168,7 +164,7 @@ DialogWishes WishOptions::Wishes() const {
   };
   wishes.accepts_costs = yes_;
   wishes.charts = charts_;
-  if (history_option_->count() > 0) wishes.history = HistoryFields(history_.empty() ? "" : history_.front());
+  if (history_option_->IsGiven()) wishes.history = HistoryFields(history_.empty() ? "" : history_.front());
   AddWhatHistoriesNeed(wishes);
   if (chart_axis_) assume("BuildCharts", "1");
   if (chart_axis_) add({"AddYAxis", "1"});

@@ -1,21 +1,22 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "command_line/option.h"
 #include "person/dialog_wishes.h"
 
-namespace CLI {
-class App;
-class Option;
-}  // namespace CLI
+namespace mirelo::command_line {
+class Command;
+}
 
 namespace mirelo::app {
 
 // The options of a command by which somebody says what to do in the settings dialog.
 class WishOptions {
  public:
-  explicit WishOptions(CLI::App& command);
+  explicit WishOptions(command_line::Command& command);
   WishOptions(const WishOptions&) = delete;  // the command's options point in here
   WishOptions& operator=(const WishOptions&) = delete;
 
@@ -28,7 +29,7 @@ class WishOptions {
   std::vector<std::string> columns_;
   std::vector<std::string> settings_;
   std::vector<std::string> ticks_;
-  CLI::Option* history_option_;
+  std::optional<command_line::Option> history_option_;
   std::vector<std::string> history_;
   bool charts_ = false;
   bool chart_axis_ = false;

@@ -7,6 +7,9 @@
 
 namespace mirelo::app {
 
+using command_line::CommandFacts;
+using command_line::OptionFacts;
+
 namespace {
 
 std::string ShellQuoted(const std::string& text) { return "'" + text + "'"; }

@@ -2,6 +2,9 @@
 
 namespace mirelo::app {
 
+using command_line::CommandFacts;
+using command_line::OptionFacts;
+
 namespace {
 
 std::string Quoted(std::string_view text) {

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "app/manual/command_facts.h"
+#include "command_line/command_facts.h"
 
 namespace mirelo::app {
 
 // A script that has fish complete the program's commands and options, each with what it means.
-std::string FishCompletion(const CommandFacts& program);
+std::string FishCompletion(const command_line::CommandFacts& program);
 
 }  // namespace mirelo::app

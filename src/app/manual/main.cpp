@@ -1,7 +1,6 @@
 // Writes the manual pages and the shells' completions of the programs into a folder:
 //   write_manual FOLDER
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -9,12 +8,13 @@
 
 #include "app/commands/windows_commands.h"
 #include "app/manual/bash_completion.h"
-#include "app/manual/command_facts.h"
 #include "app/manual/fish_completion.h"
 #include "app/manual/man_page.h"
 #include "app/manual/zsh_completion.h"
 #include "app/mirelo_program.h"
 #include "app/run_program.h"
+#include "command_line/command.h"
+#include "command_line/command_facts.h"
 #include "core/product.h"
 #include "core/setting_names.h"
 #include "core/settings_catalogue.h"
@@ -25,6 +25,7 @@ namespace {
 
 using namespace mirelo;
 using namespace mirelo::app;
+using command_line::CommandFacts;
 
 void Write(const std::filesystem::path& file, const std::string& text) {
   std::ofstream stream(file, std::ios::binary);
@@ -85,11 +86,8 @@ PageNotes MireloNotes() {
   return notes;
 }
 
-CommandFacts WindowsFacts() {
-  WindowsCommands commands;
-  commands.program->name("mirelo-windows");  // it calls itself mirelo, having been started as that
-  return FactsOf(*commands.program);
-}
+// Its commands are mirelo's, by which name it is started; its page goes by its own.
+CommandFacts WindowsFacts() { return FactsOf(WindowsCommands("mirelo-windows").program); }
 
 PageNotes WindowsNotes() {
   PageNotes notes = Notes("the commands of mirelo that show windows");
@@ -99,7 +97,7 @@ PageNotes WindowsNotes() {
 
 CommandFacts QuotetrackerFacts() {
   CommandFacts facts;
-  quotetracker::ShowTree([&](const CLI::App& tree) { facts = FactsOf(tree); });
+  quotetracker::ShowTree([&](const command_line::Command& tree) { facts = FactsOf(tree); });
   return facts;
 }
 

@@ -7,6 +7,9 @@
 
 namespace mirelo::app {
 
+using command_line::CommandFacts;
+using command_line::OptionFacts;
+
 namespace {
 
 // Text as the formatter takes it literally: a hyphen stays one that can be copied into a shell. A list

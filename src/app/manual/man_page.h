@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/manual/command_facts.h"
+#include "command_line/command_facts.h"
 
 namespace mirelo::app {
 
@@ -18,6 +18,6 @@ struct PageNotes {
 };
 
 // The program's page of section 1, for man.
-std::string ManPage(const CommandFacts& program, const PageNotes& notes);
+std::string ManPage(const command_line::CommandFacts& program, const PageNotes& notes);
 
 }  // namespace mirelo::app

@@ -8,6 +8,9 @@
 
 namespace mirelo::app {
 
+using command_line::CommandFacts;
+using command_line::OptionFacts;
+
 namespace {
 
 std::string InQuotes(std::string_view text) {

@@ -2,12 +2,12 @@
 
 #include <string>
 
-#include "app/manual/command_facts.h"
+#include "command_line/command_facts.h"
 
 namespace mirelo::app {
 
 // A file for zsh's folder of completions, named _PROGRAM there, that completes the program's commands and
 // options, each with its meaning.
-std::string ZshCompletion(const CommandFacts& program);
+std::string ZshCompletion(const command_line::CommandFacts& program);
 
 }  // namespace mirelo::app

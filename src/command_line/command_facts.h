@@ -4,11 +4,9 @@
 #include <string_view>
 #include <vector>
 
-namespace CLI {
-class App;
-}
+namespace mirelo::command_line {
 
-namespace mirelo::app {
+class Command;
 
 // An option of a command, or an argument without a name in front of it.
 struct OptionFacts {
@@ -22,7 +20,7 @@ struct OptionFacts {
   std::vector<std::string> words;  // values that a shell can offer
 };
 
-// A program or a command of one, as its options' parser holds it.
+// A program or a command of one, as its help shows it.
 struct CommandFacts {
   std::string name;  // with those above it: "mirelo settings set"
   std::string meaning;
@@ -35,8 +33,8 @@ struct CommandFacts {
   std::string_view OwnName() const;
 };
 
-// All that the tree says of itself.
-CommandFacts FactsOf(const CLI::App& tree);
+// All that a command says of itself and of those below it.
+CommandFacts FactsOf(const Command& command);
 
 // Calls `look` for the command and all below it, the upper ones first.
 template <class Look>
@@ -45,4 +43,4 @@ void Walk(const CommandFacts& command, Look look) {
   for (const auto& below : command.commands) Walk(below, look);
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo::command_line

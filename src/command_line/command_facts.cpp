@@ -1,9 +1,10 @@
-#include "app/manual/command_facts.h"
+#include "command_line/command_facts.h"
 
 #include <CLI/CLI.hpp>
-#include <regex>
 
-namespace mirelo::app {
+#include "command_line/command.h"
+
+namespace mirelo::command_line {
 
 namespace {
 
@@ -14,9 +15,15 @@ std::string TypeOf(const std::string& type_name) {
 }
 
 std::string RangeOf(const std::string& type_name) {
-  static const std::regex bounds(R"( in \[(.+) - (.+)\])");
-  std::smatch found;
-  if (std::regex_search(type_name, found, bounds)) return found.str(1) + " to " + found.str(2);
+  constexpr std::string_view kOpens = " in [";
+  constexpr std::string_view kParts = " - ";
+  if (const auto opens = type_name.find(kOpens); opens != std::string::npos) {
+    const auto least = opens + kOpens.size();
+    const auto parts = type_name.find(kParts, least);
+    const auto most = parts + kParts.size();
+    return type_name.substr(least, parts - least) + " to " +
+           type_name.substr(most, type_name.find(']', most) - most);
+  }
   if (type_name.find(":POSITIVE") != std::string::npos) return "above 0";
   if (type_name.find(":NONNEGATIVE") != std::string::npos) return "0 or above";
   return {};
@@ -71,6 +78,6 @@ std::string_view CommandFacts::OwnName() const {
   return blank == std::string::npos ? std::string_view(name) : std::string_view(name).substr(blank + 1);
 }
 
-CommandFacts FactsOf(const CLI::App& tree) { return FactsBelow(tree, ""); }
+CommandFacts FactsOf(const Command& command) { return FactsBelow(*command.parser_, ""); }
 
-}  // namespace mirelo::app
+}  // namespace mirelo::command_line

@@ -1,13 +1,13 @@
-// What manuals are made of: the tree of a program's options.
+// What manuals are made of: all that a command says of itself.
 
-#include "app/manual/command_facts.h"
+#include "command_line/command_facts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <CLI/CLI.hpp>
+#include "command_line/command.h"
 
-namespace mirelo::app {
+namespace mirelo::command_line {
 namespace {
 
 using ::testing::ElementsAre;
@@ -16,18 +16,16 @@ using ::testing::IsEmpty;
 // An option added to a program of its own, as facts.
 template <class Value>
 OptionFacts FactsOfOption(
-    const std::string& name, Value value,
-    const std::function<void(CLI::Option&)>& adjust = [](CLI::Option&) {}) {
-  CLI::App tree("", "tool");
-  tree.set_help_flag();
-  adjust(*tree.add_option(name, value, "What it is"));
+    const std::string& name, Value value, const std::function<void(Option)>& adjust = [](Option) {}) {
+  Program tree("tool", "");
+  adjust(tree.AddOption(name, value, "What it is"));
   const CommandFacts facts = FactsOf(tree);
-  return facts.options.empty() ? facts.arguments.at(0) : facts.options.at(0);
+  return facts.arguments.empty() ? facts.options.back() : facts.arguments.at(0);
 }
 
 TEST(CommandFacts, NameCommandsWithThoseAboveThem) {
-  CLI::App tree("", "tool");
-  tree.add_subcommand("settings", "")->add_subcommand("set", "Store a value");
+  Program tree("tool", "");
+  tree.AddCommand("settings", "").AddCommand("set", "Store a value");
   const CommandFacts facts = FactsOf(tree);
   const CommandFacts& set = facts.commands.at(0).commands.at(0);
   EXPECT_EQ(set.name, "tool settings set");
@@ -37,21 +35,19 @@ TEST(CommandFacts, NameCommandsWithThoseAboveThem) {
 }
 
 TEST(CommandFacts, VisitCommandsFromAboveDown) {
-  CLI::App tree("", "tool");
-  tree.add_subcommand("a", "")->add_subcommand("b", "");
-  tree.add_subcommand("c", "");
+  Program tree("tool", "");
+  tree.AddCommand("a", "").AddCommand("b", "");
+  tree.AddCommand("c", "");
   std::vector<std::string> names;
   Walk(FactsOf(tree), [&](const CommandFacts& command) { names.push_back(command.name); });
   EXPECT_THAT(names, ElementsAre("tool", "tool a", "tool a b", "tool c"));
 }
 
 TEST(CommandFacts, SayAFooterOnce) {
-  CLI::App tree("", "tool");
-  tree.footer("Examples: none");
-  CLI::App* plain = tree.add_subcommand("plain", "");
-  CLI::App* other = tree.add_subcommand("other", "");
-  other->footer("More of this one");
-  ASSERT_EQ(plain->get_footer(), tree.get_footer());
+  Program tree("tool", "");
+  tree.Footer("Examples: none");
+  tree.AddCommand("plain", "");
+  tree.AddCommand("other", "").Footer("More of this one");
   const CommandFacts facts = FactsOf(tree);
   EXPECT_EQ(facts.footer, "Examples: none");
   EXPECT_EQ(facts.commands.at(0).footer, "");
@@ -59,10 +55,10 @@ TEST(CommandFacts, SayAFooterOnce) {
 }
 
 TEST(CommandFacts, TellOptionsFromArguments) {
-  CLI::App tree("", "tool");
+  Program tree("tool", "");
   std::string text;
-  tree.add_option("-w,--workbook", text, "The file");
-  tree.add_option("TICKER", text, "The ticker")->required();
+  tree.AddOption("-w,--workbook", text, "The file");
+  tree.AddArgument("TICKER", text, "The ticker").Require();
   const CommandFacts facts = FactsOf(tree);
   EXPECT_THAT(facts.options.back().names, ElementsAre("-w", "--workbook"));
   EXPECT_EQ(facts.options.back().value, "TEXT");
@@ -73,50 +69,53 @@ TEST(CommandFacts, TellOptionsFromArguments) {
 }
 
 TEST(CommandFacts, GiveFlagsNoValue) {
-  CLI::App tree("", "tool");
+  Program tree("tool", "");
   bool watch = false;
-  tree.add_flag("--watch", watch, "Ask again");
+  tree.AddFlag("--watch", watch, "Ask again");
   EXPECT_EQ(FactsOf(tree).options.back().value, "");
 }
 
 TEST(CommandFacts, SayInWhichRangeAValueLies) {
-  const auto range = [](const CLI::Validator& check) {
-    return FactsOfOption("--n", 0, [&](CLI::Option& option) { option.check(check); }).range;
+  const auto range = [](const std::function<void(Option)>& bound) {
+    return FactsOfOption("--n", 0, bound).range;
   };
-  EXPECT_EQ(range(CLI::Range(1, 65535)), "1 to 65535");
-  EXPECT_EQ(range(CLI::PositiveNumber), "above 0");
-  EXPECT_EQ(range(CLI::NonNegativeNumber), "0 or above");
+  EXPECT_EQ(range([](Option option) { option.Between(1, 65535); }), "1 to 65535");
+  EXPECT_EQ(range([](Option option) { option.Between(-0.5, 2.5); }), "-0.5 to 2.5");
+  EXPECT_EQ(range([](Option option) { option.Between(1, 65535, Told::kNowhere); }), "");
+  EXPECT_EQ(range([](Option option) { option.Positive(); }), "above 0");
+  EXPECT_EQ(range([](Option option) { option.NotNegative(); }), "0 or above");
   EXPECT_EQ(FactsOfOption("--n", 0).range, "");
   EXPECT_EQ(FactsOfOption("--n", 0).value, "N");
 }
 
-TEST(CommandFacts, KeepTheTypeNameThatTheOptionWasGiven) {
+TEST(CommandFacts, KeepTheNameThatAValueWasGiven) {
   const auto facts =
-      FactsOfOption("--replay", std::string(), [](CLI::Option& option) { option.type_name("FILE"); });
+      FactsOfOption("--replay", std::string(), [](Option option) { option.ValueName("FILE"); });
   EXPECT_EQ(facts.value, "FILE");
 }
 
 TEST(CommandFacts, KnowDefaultsThatAreShown) {
   const auto facts =
-      FactsOfOption("--book", std::string(), [](CLI::Option& option) { option.default_str("quotes.xlsx"); });
+      FactsOfOption("--book", std::string("quotes.xlsx"), [](Option option) { option.ShowDefault(); });
   EXPECT_EQ(facts.assumed, "quotes.xlsx");
+  EXPECT_EQ(FactsOfOption("--book", std::string("quotes.xlsx")).assumed, "");
 }
 
 TEST(CommandFacts, KnowWhatTakesManyValues) {
   EXPECT_TRUE(FactsOfOption("TICKER", std::vector<std::string>()).many);
   EXPECT_FALSE(FactsOfOption("NAME", std::string()).many);
   // One that is repeated takes one value each time.
-  EXPECT_FALSE(FactsOfOption("--set", std::vector<std::string>(), [](CLI::Option& option) {
-                 option.expected(1)->take_all();
-               }).many);
+  const std::vector<std::string> values;
+  EXPECT_FALSE(FactsOfOption("--also", values, [](Option option) { option.Repeats(); }).many);
+  EXPECT_FALSE(FactsOfOption("--set", values, [](Option option) { option.ShowOneValue(); }).many);
 }
 
 TEST(CommandFacts, JoinDescriptionsThatWereBrokenForATerminal) {
-  CLI::App tree("", "tool");
+  Program tree("tool", "");
   bool flag = false;
-  tree.add_flag("--flag", flag, "one\ntwo");
+  tree.AddFlag("--flag", flag, "one\ntwo");
   EXPECT_EQ(FactsOf(tree).options.back().meaning, "one two");
 }
 
 }  // namespace
-}  // namespace mirelo::app
+}  // namespace mirelo::command_line

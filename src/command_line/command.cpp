@@ -1,0 +1,181 @@
+#include "command_line/command.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <filesystem>
+#include <sstream>
+#include <utility>
+
+namespace mirelo::command_line {
+
+namespace {
+
+CLI::Validator Silent(CLI::Validator rule, Told told) {
+  return told == Told::kInHelp ? rule : rule.description("");
+}
+
+}  // namespace
+
+Option Option::ValueName(const std::string& name) {
+  parsed_->type_name(name);
+  return *this;
+}
+
+Option Option::ShowDefault() {
+  parsed_->capture_default_str();
+  return *this;
+}
+
+Option Option::Require() {
+  parsed_->required();
+  return *this;
+}
+
+Option Option::Check(WhyNot why_not) {
+  parsed_->check(std::move(why_not));
+  return *this;
+}
+
+Option Option::Between(int least, int most, Told told) {
+  parsed_->check(Silent(CLI::Range(least, most), told));
+  return *this;
+}
+
+Option Option::Between(double least, double most, Told told) {
+  parsed_->check(Silent(CLI::Range(least, most), told));
+  return *this;
+}
+
+Option Option::Positive() {
+  parsed_->check(CLI::PositiveNumber);
+  return *this;
+}
+
+Option Option::NotNegative() {
+  parsed_->check(CLI::NonNegativeNumber);
+  return *this;
+}
+
+Option Option::OneOf(std::vector<std::string> values, Told told) {
+  parsed_->check(Silent(CLI::IsMember(std::move(values)), told));
+  return *this;
+}
+
+Option Option::Excludes(Option other) {
+  parsed_->excludes(other.parsed_);
+  return *this;
+}
+
+Option Option::SplitAt(char delimiter) {
+  parsed_->delimiter(delimiter);
+  return *this;
+}
+
+Option Option::Repeats() {
+  parsed_->allow_extra_args(false);
+  return *this;
+}
+
+Option Option::ShowOneValue() {
+  parsed_->expected(1)->take_all();
+  return *this;
+}
+
+Option Option::ValueMayLack() {
+  parsed_->expected(0, 1);
+  return *this;
+}
+
+bool Option::IsGiven() const { return !parsed_->empty(); }
+
+Command Command::AddCommand(const std::string& name, const std::string& meaning) {
+  return Command(*parser_->add_subcommand(name, meaning));
+}
+
+template <class Value>
+Option Command::AddOption(const std::string& names, Value& value, const std::string& meaning) {
+  return Option(*parser_->add_option(names, value, meaning));
+}
+
+template Option Command::AddOption(const std::string&, std::string&, const std::string&);
+template Option Command::AddOption(const std::string&, int&, const std::string&);
+template Option Command::AddOption(const std::string&, double&, const std::string&);
+template Option Command::AddOption(const std::string&, std::uint16_t&, const std::string&);
+template Option Command::AddOption(const std::string&, std::uint64_t&, const std::string&);
+template Option Command::AddOption(const std::string&, std::filesystem::path&, const std::string&);
+template Option Command::AddOption(const std::string&, std::optional<std::filesystem::path>&,
+                                   const std::string&);
+template Option Command::AddOption(const std::string&, std::vector<std::string>&, const std::string&);
+template Option Command::AddOption(const std::string&, std::vector<std::filesystem::path>&,
+                                   const std::string&);
+
+Option Command::AddFlag(const std::string& names, bool& value, const std::string& meaning) {
+  return Option(*parser_->add_flag(names, value, meaning));
+}
+
+void Command::Footer(const std::string& text) { parser_->footer(text); }
+
+void Command::RequireCommand() { parser_->require_subcommand(1); }
+
+void Command::WhenRead(Option blamed, std::function<std::string()> why_not) {
+  parser_->callback([option = blamed.parsed_, why_not = std::move(why_not)] {
+    if (const std::string why = why_not(); !why.empty()) throw CLI::ValidationError(option->get_name(), why);
+  });
+}
+
+Option Command::Find(const std::string& name) const { return Option(*parser_->get_option(name)); }
+
+bool Command::Has(const std::string& name) const { return parser_->get_option_no_throw(name) != nullptr; }
+
+bool Command::IsChosen() const { return parser_->parsed(); }
+
+std::vector<std::string> Command::GivenOptions() const {
+  std::vector<std::string> names;
+  for (const CLI::Option* option : parser_->get_options()) {
+    if (option->nonpositional() && !option->empty()) names.push_back(option->get_name());
+  }
+  return names;
+}
+
+std::string Command::Name() const { return parser_->get_name(); }
+
+Program::Program(const std::string& name, const std::string& meaning)
+    : Program(std::make_unique<CLI::App>(meaning, name)) {}
+
+Program::Program(std::unique_ptr<CLI::App> parser) : Command(*parser), owned_(std::move(parser)) {}
+
+Program::Program(Program&& other) noexcept = default;
+
+Program::~Program() = default;
+
+void Program::DescribeHelp(const std::string& meaning) { owned_->set_help_flag("-h,--help", meaning); }
+
+void Program::TakeOptionsAnywhere() { owned_->fallthrough(); }
+
+void Program::AddVersion(const std::string& text, const std::string& meaning) {
+  owned_->set_version_flag("--version", text, meaning);
+}
+
+std::optional<Ending> Program::Read(int argc, const char* const* argv) {
+  try {
+    owned_->parse(argc, argv);
+    return std::nullopt;
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {
+      std::ostringstream asked_for;
+      owned_->exit(error, asked_for, asked_for);
+      return Ending{.is_asked_for = true, .text = asked_for.str()};
+    }
+    Ending ending{.text = error.what()};
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) ending.left_over = owned_->remaining(true);
+    return ending;
+  }
+}
+
+std::vector<Command> Program::Chosen() const {
+  std::vector<Command> commands;
+  for (CLI::App* command : owned_->get_subcommands()) commands.push_back(Command(*command));
+  return commands;
+}
+
+}  // namespace mirelo::command_line
