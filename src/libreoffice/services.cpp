@@ -20,6 +20,7 @@
 #include "libreoffice/office_process.h"
 #include "uno/errors.h"
 #include "uno/invocation.h"
+#include "uno/own_thread.h"
 #include "uno/text.h"
 #include "uno/values.h"
 

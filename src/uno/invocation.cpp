@@ -10,25 +10,23 @@
 #include <com/sun/star/reflection/XIdlMethod.hpp>
 #include <com/sun/star/script/BasicErrorException.hpp>
 #include <com/sun/star/script/MemberType.hpp>
-#include <com/sun/star/script/XAllListener.hpp>
 #include <com/sun/star/script/XDefaultMethod.hpp>
 #include <com/sun/star/script/XDefaultProperty.hpp>
 #include <com/sun/star/script/XInvocation2.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/implbase4.hxx>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "automation/runtime_error.h"
-#include "automation/text.h"
 #include "automation_server/automation_object.h"
 #include "uno/errors.h"
+#include "uno/listeners.h"
+#include "uno/own_thread.h"
 #include "uno/text.h"
 #include "uno/values.h"
 
@@ -38,59 +36,12 @@ namespace {
 
 using automation_server::Arguments;
 using automation_server::AutomationObject;
-using automation_server::EventMember;
 using automation_server::Member;
 using automation_server::MemberId;
-using automation_server::Subscription;
 using css::uno::Any;
 using css::uno::Reference;
 using css::uno::Sequence;
 using rtl::OUString;
-using Listener = Reference<css::script::XAllListener>;
-
-constexpr std::string_view kAddListener = "addListener";
-constexpr std::string_view kRemoveListener = "removeListener";
-
-// The thread that the classes live on: who comes first, since the office loads this for a macro of its own.
-bool IsOwnThread() {
-  static const std::thread::id own = std::this_thread::get_id();
-  return std::this_thread::get_id() == own;
-}
-
-void RequireOwnThread() {
-  if (IsOwnThread()) return;
-  throw css::uno::RuntimeException(
-      OfficeText("Mirelo can be used by macros within LibreOffice alone, on its main thread"), {});
-}
-
-template <class Body>
-decltype(auto) OnOwnThread(Body&& body) {
-  RequireOwnThread();
-  return AtTheBorder(std::forward<Body>(body));
-}
-
-// Never taken down: the office may let go of objects until it ends.
-PostToOwnThread& Poster() {
-  static auto& post = *new PostToOwnThread;
-  return post;
-}
-
-// What holds objects of the classes, and is destroyed on their thread whoever lets go of it last. Another
-// thread's hold counts until that thread's turn, so that nothing is found here that is being destroyed there.
-template <class Helper>
-class LetGoOnOwnThread : public Helper {
- public:
-  void SAL_CALL release() noexcept override { LetGo(); }
-
- private:
-  void LetGo() noexcept {
-    if (IsOwnThread()) return Helper::release();
-    try {
-      if (Poster()) static_cast<void>(Poster()([this] { Helper::release(); }));
-    } catch (...) {  // the office is ending; what is not let go of stays
-    }
-  }
-};
 
 // Members are told of by the table alone. Python asks this for the adapter of an object of its own.
 class NothingMore final : public cppu::WeakImplHelper1<css::beans::XIntrospectionAccess> {
@@ -143,7 +94,8 @@ class Invocation final
   static Reference<css::script::XInvocation> Of(const std::shared_ptr<Object>& object);
   static std::shared_ptr<Object> ObjectOf(const Reference<css::uno::XInterface>& invocation);
 
-  explicit Invocation(std::shared_ptr<AutomationObject> door) : door_(std::move(door)) {
+  explicit Invocation(std::shared_ptr<AutomationObject> door)
+      : door_(std::move(door)), listeners_(*this, *door_) {
     LivingByDoor().emplace(door_.get(), this);
     Living().emplace(Identity(), this);
   }
@@ -202,17 +154,13 @@ class Invocation final
   template <class Body>
   decltype(auto) Serve(Body&& body) const;
   const Member* Find(std::string_view name) const;
-  bool IsForListeners(std::string_view name) const;
   OUString DefaultName() const;
   css::script::InvocationInfo InfoOf(const Member& member) const;
   Any Call(MemberId id, const Sequence<Any>& given, Sequence<sal_Int16>& changed_places,
            Sequence<Any>& changed);
-  void ChangeListeners(std::string_view name, const Sequence<Any>& given);
-  void Tell(const EventMember& event, std::span<const Variant> arguments);
 
   std::shared_ptr<AutomationObject> door_;
-  std::vector<Listener> listeners_;
-  Subscription subscription_;
+  Listeners listeners_;
   bool is_python_ = false;  // who holds it, who asks for the introspection first
 };
 
@@ -262,8 +210,8 @@ Any Invocation::invoke(const OUString& name, const Sequence<Any>& given, Sequenc
                        Sequence<Any>& changed) {
   return Serve([&]() -> Any {
     const std::string called = TextOf(name);
-    if (!IsForListeners(called)) return Call(door_->IdOf(called), given, changed_places, changed);
-    ChangeListeners(called, given);
+    if (!listeners_.HasMethod(called)) return Call(door_->IdOf(called), given, changed_places, changed);
+    listeners_.Call(called, given);
     return {};
   });
 }
@@ -287,7 +235,7 @@ sal_Bool Invocation::hasMethod(const OUString& name) {
   return AtTheBorder([&]() -> sal_Bool {
     const std::string asked = TextOf(name);
     const Member* const member = Find(asked);
-    return IsForListeners(asked) || (member != nullptr && !IsPlainProperty(*member));
+    return listeners_.HasMethod(asked) || (member != nullptr && !IsPlainProperty(*member));
   });
 }
 
@@ -349,11 +297,6 @@ const Member* Invocation::Find(std::string_view name) const {
   return id ? &door_->table().At(*id) : nullptr;
 }
 
-bool Invocation::IsForListeners(std::string_view name) const {
-  if (door_->table().events().empty()) return false;
-  return EqualText(name, kAddListener) || EqualText(name, kRemoveListener);
-}
-
 OUString Invocation::DefaultName() const {
   const auto id = door_->table().Default();
   return id ? OfficeText(door_->table().At(*id).name) : OUString();
@@ -387,49 +330,7 @@ Any Invocation::Call(MemberId id, const Sequence<Any>& given, Sequence<sal_Int16
   return result;
 }
 
-void Invocation::ChangeListeners(std::string_view name, const Sequence<Any>& given) {
-  if (given.getLength() == 0) throw Errors::ArgumentNotOptional();
-  if (given.getLength() > 1) throw Errors::WrongNumberOfArguments();
-  const Listener listener(given[0], css::uno::UNO_QUERY);
-  if (!listener.is()) throw Errors::TypeMismatch();
-
-  const auto known = std::ranges::find(listeners_, listener);
-  if (EqualText(name, kAddListener)) {
-    if (known == listeners_.end()) listeners_.push_back(listener);
-  } else if (known != listeners_.end()) {
-    listeners_.erase(known);
-  }
-  if (listeners_.empty()) {
-    subscription_.End();
-  } else if (listeners_.size() == 1) {
-    subscription_ = door_->Subscribe(
-        [this](const EventMember& event, std::span<const Variant> arguments) { Tell(event, arguments); });
-  }
-}
-
-void Invocation::Tell(const EventMember& event, std::span<const Variant> arguments) {
-  const Reference<css::script::XInvocation> itself(this);
-  css::script::AllEventObject told;
-  told.Source = static_cast<cppu::OWeakObject*>(this);
-  told.ListenerType = cppu::UnoType<css::script::XAllListener>::get();
-  told.MethodName = OfficeText(event.name);
-  told.Arguments.realloc(static_cast<sal_Int32>(arguments.size()));
-  std::ranges::transform(arguments, told.Arguments.getArray(),
-                         [](const Variant& argument) { return ToOffice(argument); });
-  // Listeners may come and go meanwhile.
-  const std::vector<Listener> listeners = listeners_;
-  for (const Listener& listener : listeners) {
-    try {
-      listener->firing(told);
-    } catch (const css::uno::Exception& failure) {
-      throw FromOffice(failure);
-    }
-  }
-}
-
 }  // namespace
-
-void LetGoThrough(PostToOwnThread post) { Poster() = std::move(post); }
 
 Reference<css::script::XInvocation> InvocationOf(const std::shared_ptr<Object>& object) {
   return Invocation::Of(object);

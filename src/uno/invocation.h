@@ -3,7 +3,6 @@
 #include <com/sun/star/script/XInvocation.hpp>
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/XInterface.hpp>
-#include <functional>
 #include <memory>
 
 #include "automation/variant.h"
@@ -19,21 +18,13 @@ namespace css = com::sun::star;
 // arguments is a method there. Optional arguments are left out at the end, or empty. Where the class has
 // events, there are two methods more:
 //
-//   addListener(listener)     has an XAllListener (Basic's CreateUnoListener) told of each event: its name is
-//   the
-//                             MethodName, its arguments are the Arguments
+//   addListener(listener)     has an XAllListener (Basic's CreateUnoListener) told of each event: its name
+//                             is the MethodName, its arguments are the Arguments
 //   removeListener(listener)  and no more
 //
 // The default member is where XDefaultMethod or XDefaultProperty say; collections are XEnumerationAccess, for
-// For Each. The classes live on one thread: that which makes the first of these.
+// For Each. The classes live on one thread: that which makes the first of these (own_thread.h).
 css::uno::Reference<css::script::XInvocation> InvocationOf(const std::shared_ptr<Object>& object);
-
-// Any thread may let go of them, as Python's do: they are destroyed on the thread that the classes live on.
-// `post` has a step called there, and answers false when it takes no more steps; it is called on any thread.
-// Without one, or when it refuses, what another thread let go of last stays for good. To be called before the
-// first of them is made.
-using PostToOwnThread = std::function<bool(std::function<void()> step)>;
-void LetGoThrough(PostToOwnThread post);
 
 // The object that an invocation stands for; null for what is none of ours.
 std::shared_ptr<Object> ObjectBehind(const css::uno::Reference<css::uno::XInterface>& invocation);

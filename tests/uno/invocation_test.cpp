@@ -18,6 +18,7 @@
 
 #include "adapters/workbook/spreadsheet.h"
 #include "automation_server/server_test.h"
+#include "uno/own_thread.h"
 #include "uno/text.h"
 #include "uno/values.h"
 
