@@ -4,37 +4,27 @@
 #include <gtest/gtest.h>
 
 #include <com/sun/star/awt/Gradient.hpp>
-#include <com/sun/star/awt/Rectangle.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
-#include <com/sun/star/chart2/Symbol.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
-#include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/drawing/FillStyle.hpp>
 #include <com/sun/star/drawing/LineStyle.hpp>
-#include <com/sun/star/drawing/XDrawPage.hpp>
 #include <com/sun/star/drawing/XShapes.hpp>
 #include <com/sun/star/frame/DispatchHelper.hpp>
-#include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
-#include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
-#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
-#include <com/sun/star/sheet/XSpreadsheets.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
-#include <com/sun/star/table/XTableChartsSupplier.hpp>
-#include <com/sun/star/text/WritingMode2.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
-#include <vector>
 
-#include "adapters/calc/charts/office_chart.h"
-#include "adapters/calc/objects/document_sheet.h"
+#include "adapters/calc/objects/interfaces.h"
+#include "adapters/calc/objects/properties.h"
 #include "adapters/calc/objects/spreadsheet_program.h"
+#include "calc/drawn_charts.h"
 #include "calc/live_office.h"
 #include "host/excel/border.h"
 #include "host/excel/chart.h"
@@ -60,72 +50,11 @@ using namespace host::excel;
 using calc::As;
 using calc::OfficeChart;
 using calc::Properties;
-using calc::Reference;
 namespace Refusals = spreadsheet::Refusals;
 
 constexpr sal_Int32 kRed = 0xFF0000;   // colour 3 of the palette
 constexpr sal_Int32 kLime = 0x00FF00;  // colour 4
 constexpr sal_Int32 kBlue = 0x0000FF;  // colour 5
-
-class DrawnCharts : public ::testing::Test {
- protected:
-  Reference<css::sheet::XSpreadsheet> Sheet(const char* name = "Sheet1") const {
-    return As<css::sheet::XSpreadsheet>(
-        document->getSheets()->getByName(rtl::OUString::createFromAscii(name)));
-  }
-  Reference<css::drawing::XDrawPage> Page() const { return calc::PageOf(Sheet()); }
-  // The chart as a person sees it.
-  OfficeChart Seen(sal_Int32 number = 0) const {
-    const auto shape = As<css::drawing::XShape>(Page()->getByIndex(number));
-    const auto object = Properties(shape).Get("PersistName", rtl::OUString());
-    const auto charts =
-        As<css::container::XNameAccess>(As<css::table::XTableChartsSupplier>(Sheet())->getCharts());
-    return {shape,
-            As<css::chart::XChartDocument>(
-                As<css::document::XEmbeddedObjectSupplier>(charts->getByName(object))->getEmbeddedObject())};
-  }
-  css::chart2::Symbol MarkerSeen(sal_Int32 point) const {
-    return Properties(Seen().Series()[0]->getDataPointByIndex(point)).Get("Symbol", css::chart2::Symbol());
-  }
-  std::string CellsSeen() const {
-    return calc::TextOf(calc::ValuesOf(Seen().Series().at(0))->getSourceRangeRepresentation());
-  }
-
-  std::shared_ptr<Chart> AddChart(XlChartType type = xlLineMarkers) {
-    const auto chart = application->Charts()->Add();
-    chart->ChartType(type);
-    chart->SetSourceData(*sheet->Range("B2:B6"), xlColumns);
-    return chart->Location(xlLocationAsObject, sheet->Name());
-  }
-  // One that a person has put there.
-  void AddChartOfAPerson() const {
-    const auto cells = As<css::sheet::XCellRangeAddressable>(Sheet()->getCellRangeByName("C2:C9"));
-    const auto address = cells->getRangeAddress();
-    As<css::table::XTableChartsSupplier>(Sheet())->getCharts()->addNewByName(
-        "", css::awt::Rectangle(2540, 5080, 7620, 5080),
-        css::uno::Sequence<css::table::CellRangeAddress>(&address, 1), false, false);
-  }
-
-  // As a person does with the mouse.
-  void Select(const std::vector<Reference<css::drawing::XShape>>& drawings) const {
-    const auto context = LiveOffice::Get().Context();
-    const auto all = As<css::drawing::XShapes>(context->getServiceManager()->createInstanceWithContext(
-        "com.sun.star.drawing.ShapeCollection", context));
-    for (const auto& drawing : drawings) all->add(drawing);
-    As<css::view::XSelectionSupplier>(Window())->select(css::uno::Any(all));
-  }
-  bool HasDrawingsSelected() const {
-    return calc::IfAs<css::drawing::XShapes>(As<css::view::XSelectionSupplier>(Window())->getSelection())
-        .is();
-  }
-  Reference<css::frame::XController> Window() const {
-    return As<css::frame::XModel>(document)->getCurrentController();
-  }
-
-  LiveOffice::Document document = LiveOffice::Get().NewDocument();
-  std::shared_ptr<Application> application = calc::ApplicationOf(LiveOffice::Get().Context(), document);
-  std::shared_ptr<Worksheet> sheet = application->ActiveWorkbook()->Worksheets()->Item(1);
-};
 
 TEST_F(DrawnCharts, ShowWhatWasToldOfTheirParts) {
   const auto chart = AddChart();
@@ -382,92 +311,6 @@ TEST_F(DrawnCharts, LeaveTheStepsThatAPersonCanUndo) {
   chart->HasTitle(true);
   sheet->Shapes()->Item(1)->Left(90);
   EXPECT_EQ(steps->getAllUndoActionTitles(), before);
-}
-
-class ChartsBesideColumns : public DrawnCharts {
- protected:
-  // Where a column begins, and where the chart does, as the office has them.
-  sal_Int32 ColumnSeen(sal_Int32 column) const {
-    return Properties(Sheet()->getCellByPosition(column, 0)).Get("Position", css::awt::Point()).X;
-  }
-  sal_Int32 LeftSeen() const { return Seen().shape->getPosition().X; }
-  void ResizeAsAPerson(sal_Int32 column, sal_Int32 width) const {
-    Properties(As<css::table::XColumnRowRange>(Sheet())->getColumns()->getByIndex(column))
-        .Set("Width", width);
-  }
-  // Another colour of a point, as with each quote.
-  void Paint() const { chart->SeriesCollection(1)->Points(1)->MarkerBackgroundColorIndex(++color); }
-
-  void SetUp() override { sheet->Shapes()->Item(1)->Left(sheet->Range("D1")->Left()); }
-
-  std::shared_ptr<Chart> chart = AddChart();
-  mutable std::int32_t color = 2;
-};
-
-TEST_F(ChartsBesideColumns, MoveAtOnceWhenClientsFitColumns) {
-  sheet->Range("C1")->Value("a text that is wider than its column");
-  sheet->Columns("C")->AutoFit();
-  EXPECT_EQ(LeftSeen(), ColumnSeen(3));
-}
-
-TEST_F(ChartsBesideColumns, MoveWhenTheyArePutAndColumnsFittedWhileTheScreenIsHeld) {
-  application->ScreenUpdating(false);
-  sheet->Shapes()->Item(1)->Left(sheet->Range("E1")->Left());
-  sheet->Range("C1")->Value("a text that is wider than its column");
-  sheet->Columns("C")->AutoFit();
-  EXPECT_EQ(sheet->Shapes()->Item(1)->Left(), sheet->Range("E1")->Left());
-  application->ScreenUpdating(true);
-  EXPECT_EQ(LeftSeen(), ColumnSeen(4));
-}
-
-TEST_F(ChartsBesideColumns, MoveWithTheNextQuoteWhenAPersonResizesOrInsertsColumns) {
-  Paint();
-  ResizeAsAPerson(1, 6000);
-  Paint();
-  EXPECT_EQ(LeftSeen(), ColumnSeen(3));
-  As<css::table::XColumnRowRange>(Sheet())->getColumns()->insertByIndex(0, 1);
-  Paint();
-  EXPECT_EQ(LeftSeen(), ColumnSeen(4));
-}
-
-TEST_F(ChartsBesideColumns, GoOnWhenAPersonTakesTheirColumnAway) {
-  Paint();
-  As<css::table::XColumnRowRange>(Sheet())->getColumns()->removeByIndex(3, 1);
-  const sal_Int32 left = LeftSeen();
-  Paint();
-  Paint();
-  EXPECT_EQ(LeftSeen(), left);
-  ResizeAsAPerson(1, 6000);
-  Paint();
-  EXPECT_EQ(LeftSeen(), ColumnSeen(3));
-}
-
-TEST_F(ChartsBesideColumns, StayWhereAPersonHasPutThemBesideOtherColumns) {
-  Seen().shape->setPosition({ColumnSeen(6) + 300, 500});
-  Paint();
-  ResizeAsAPerson(1, 6000);
-  Paint();
-  EXPECT_EQ(LeftSeen(), ColumnSeen(6) + 300);
-}
-
-TEST_F(ChartsBesideColumns, AreTheOfficesThatAPersonHasAnchoredToACell) {
-  Properties(Seen().shape).Set("Anchor", As<css::table::XCell>(Sheet()->getCellByPosition(3, 0)));
-  Paint();
-  const auto width = Seen().shape->getSize().Width;
-  sheet->Columns("B")->ColumnWidth(30);
-  ResizeAsAPerson(4, 9000);
-  Paint();
-  EXPECT_NEAR(LeftSeen(), ColumnSeen(3), 14);
-  EXPECT_EQ(Seen().shape->getSize().Width, width) << "it is anchored without growing";
-}
-
-TEST_F(ChartsBesideColumns, StayOnASheetThatGoesFromTheRightToTheLeft) {
-  Properties(Sheet()).Set("TableLayout", css::text::WritingMode2::RL_TB);
-  Paint();
-  const sal_Int32 left = LeftSeen();
-  sheet->Columns("B")->ColumnWidth(30);
-  Paint();
-  EXPECT_EQ(LeftSeen(), left);
 }
 
 TEST_F(DrawnCharts, AreSavedWithTheDocument) {
