@@ -7,18 +7,18 @@ namespace mirelo {
 
 namespace {
 
-// Results that are not listed, such as 31 for an address without a program, pass for success.
+// Results that are not listed, such as that there is no program for an address, pass for success.
 void RaiseErrorOf(int result) {
   switch (result) {
-    case 8:
+    case host::Desktop::kShellOutOfMemory:
       throw Errors::ShellOutOfMemory();
-    case 26:
+    case host::Desktop::kShellSharingViolation:
       throw Errors::ShellSharingViolation();
-    case 28:
+    case host::Desktop::kShellDdeTimeout:
       throw Errors::ShellDdeTimeout();
-    case 29:
+    case host::Desktop::kShellDdeTransactionFailed:
       throw Errors::ShellDdeTransactionFailed();
-    case 30:
+    case host::Desktop::kShellDdeBusy:
       throw Errors::ShellDdeBusy();
     default:
       return;

@@ -43,6 +43,15 @@ class Desktop {
     }
   }
 
+  // Results of the shell, of those that are told apart.
+  static constexpr int kShellOutOfMemory = 8;
+  static constexpr int kShellSharingViolation = 26;
+  static constexpr int kShellDdeTimeout = 28;
+  static constexpr int kShellDdeTransactionFailed = 29;
+  static constexpr int kShellDdeBusy = 30;
+  static constexpr int kShellNoProgram = 31;
+  static constexpr int kShellStarted = 33;
+
   virtual ~Desktop() = default;
 
   // Shows a modal box and returns the button that was pressed. The message loop goes on meanwhile.
@@ -66,8 +75,7 @@ class Desktop {
   virtual std::optional<WindowPlacement> GetDesktopPlacement() = 0;
 
   // Opens a file or an address with the program that the desktop has for it, and does not wait for that
-  // program. The result is the shell's: above 32 for success, otherwise what went wrong (8 out of memory, 26
-  // sharing violation, 28 to 30 trouble with the program's answer, 31 no program for it).
+  // program. The result is the shell's: above 32 for success, otherwise what went wrong, see kShell above.
   virtual int ShellExecuteA(const std::string& verb, const std::string& file) = 0;
 };
 

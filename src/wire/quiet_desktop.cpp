@@ -10,8 +10,6 @@ namespace mirelo::wire {
 
 namespace {
 
-constexpr int kNoProgramForIt = 31;
-
 forms::Button* AbortOf(const forms::Form& form) {
   for (forms::Control* const control : form.Controls()) {
     auto* const button = dynamic_cast<forms::Button*>(control);
@@ -41,7 +39,7 @@ void QuietDesktop::ShowModal(forms::Form& form) {
 }
 
 int QuietDesktop::ShellExecuteA(const std::string& /*verb*/, const std::string& /*file*/) {
-  return kNoProgramForIt;
+  return kShellNoProgram;
 }
 
 }  // namespace mirelo::wire

@@ -11,6 +11,7 @@
 #include "forms/check_box.h"
 #include "forms/combo_box.h"
 #include "forms/grid.h"
+#include "forms/layout/measures.h"
 #include "forms/list_box.h"
 #include "forms/simple_controls.h"
 #include "forms/text_box.h"
@@ -70,7 +71,7 @@ TEST(Pictures, AreAllDrawnAndAllDifferent) {
   std::vector<QImage> drawn;
   for (const char* name : names) {
     SCOPED_TRACE(name);
-    const QImage image = Picture(name).pixmap(kSmallPicture).toImage();
+    const QImage image = Picture(name).pixmap(forms::layout::kSmallPicture).toImage();
     ASSERT_EQ(image.size(), QSize(16, 16));
     EXPECT_GT(256 - PixelsOfColor(image, qRgba(0, 0, 0, 0)), 15);
     for (const QImage& other : drawn) EXPECT_GT(Difference(image, other), 8);

@@ -65,8 +65,6 @@ forms::Button* FindButton(const forms::Form& form, const std::string& caption) {
   return nullptr;
 }
 
-constexpr int kShellSucceeded = 33;
-
 }  // namespace
 
 ConsoleDesktop::ConsoleDesktop(terminal::Output& out, Script script)
@@ -111,7 +109,7 @@ void ConsoleDesktop::Press(forms::Form& form) {
 int ConsoleDesktop::ShellExecuteA(const std::string& verb, const std::string& file) {
   out_ << verb << ": " << file << "\n";
   out_.Flush();
-  return kShellSucceeded;
+  return kShellStarted;
 }
 
 }  // namespace mirelo::headless

@@ -3,6 +3,8 @@
 #include <QPalette>
 #include <cstdint>
 
+#include "forms/light_color.h"
+
 namespace mirelo::qt {
 
 QColor ColorOf(forms::Color color, const QPalette& palette) {
@@ -14,7 +16,8 @@ QColor ColorOf(forms::Color color, const QPalette& palette) {
 }
 
 QColor InkOn(const QColor& ground) {
-  return qGray(ground.rgb()) > 140 ? QColor(Qt::black) : QColor(Qt::white);
+  const bool is_light = forms::IsLight(ground.red(), ground.green(), ground.blue());
+  return is_light ? QColor(Qt::black) : QColor(Qt::white);
 }
 
 }  // namespace mirelo::qt

@@ -5,14 +5,13 @@
 #include "adapters/qt/view.h"
 #include "adapters/qt/widgets.h"
 #include "forms/combo_box.h"
+#include "forms/layout/measures.h"
 
 namespace mirelo::qt {
 
 namespace {
 
-// Letters that fit at least; long entries are seen whole in the list.
-constexpr int kFewestLetters = 12;
-constexpr int kLongestList = 18;
+constexpr int kFewestLetters = 12;  // that fit at least
 
 bool HasItems(const QComboBox& widget, const std::vector<std::string>& items) {
   if (widget.count() != static_cast<int>(items.size())) return false;
@@ -41,7 +40,7 @@ QWidget* MakeWidget(forms::ComboBox& box, Views& views) {
   widget->setInsertPolicy(QComboBox::NoInsert);
   widget->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   widget->setMinimumContentsLength(kFewestLetters);
-  widget->setMaxVisibleItems(kLongestList);
+  widget->setMaxVisibleItems(forms::layout::kLinesOfDroppedList);
   const View& view = views.Add(box, *widget, [&box, widget] { ShowBox(box, *widget); });
   QObject::connect(widget, &QComboBox::activated, widget,
                    [&box, &view](int index) { view.Act([&] { box.UserChoose(index); }); });

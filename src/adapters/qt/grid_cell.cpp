@@ -6,6 +6,7 @@
 
 #include "adapters/qt/grid_model.h"
 #include "adapters/qt/pictures.h"
+#include "forms/layout/measures.h"
 
 namespace mirelo::qt {
 
@@ -25,7 +26,7 @@ void GridCell::paint(QPainter* painter, const QStyleOptionViewItem& option, cons
   const std::string& picture = model_.PictureOf(cell);
   const QSize box(style.pixelMetric(QStyle::PM_IndicatorWidth, &item, item.widget),
                   style.pixelMetric(QStyle::PM_IndicatorHeight, &item, item.widget));
-  const int width = box.width() + (picture.empty() ? 0 : kPictureGap + kSmallPicture);
+  const int width = box.width() + (picture.empty() ? 0 : kPictureGap + forms::layout::kSmallPicture);
   const QPoint middle = option.rect.center();
   const int left = middle.x() - width / 2;
   item.rect = QRect(QPoint(left, middle.y() - box.height() / 2), box);
@@ -33,8 +34,8 @@ void GridCell::paint(QPainter* painter, const QStyleOptionViewItem& option, cons
                (model_.IsTicked(cell) ? QStyle::State_On : QStyle::State_Off);
   style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &item, painter, item.widget);
   if (!picture.empty()) {
-    const QRect place(left + box.width() + kPictureGap, middle.y() - kSmallPicture / 2, kSmallPicture,
-                      kSmallPicture);
+    const QRect place(left + box.width() + kPictureGap, middle.y() - forms::layout::kSmallPicture / 2,
+                      forms::layout::kSmallPicture, forms::layout::kSmallPicture);
     Picture(picture).paint(painter, place, Qt::AlignCenter,
                            (option.state & QStyle::State_Enabled) != 0 ? QIcon::Normal : QIcon::Disabled);
   }

@@ -11,6 +11,7 @@
 #include "adapters/qt/scroll_page.h"
 #include "adapters/qt/text.h"
 #include "adapters/qt/view.h"
+#include "forms/layout/measures.h"
 #include "forms/simple_controls.h"
 #include "forms/tab.h"
 
@@ -53,7 +54,7 @@ QWidget* FormBuilder::MakePanel(forms::Panel& panel) {
     ShowState(panel, *widget);
     heading->setText(Shown(panel.Caption()));
     heading->setVisible(!panel.Caption().empty());
-    picture->setPixmap(Picture(panel.Picture()).pixmap(kLargePicture));
+    picture->setPixmap(Picture(panel.Picture()).pixmap(forms::layout::kLargePicture));
     picture->setVisible(!panel.Picture().empty());
   });
   return widget;

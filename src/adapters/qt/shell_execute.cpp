@@ -14,11 +14,6 @@ namespace mirelo::qt {
 
 namespace {
 
-// The shell's results.
-constexpr int kOutOfMemory = 8;
-constexpr int kNoProgram = 31;
-constexpr int kStarted = 33;
-
 constexpr const char* kOpener = "xdg-open";
 
 // In the child: makes a grandchild that nobody needs to wait for, and has it run the opener. When that fails,
@@ -39,7 +34,7 @@ constexpr const char* kOpener = "xdg-open";
 
 int StartOpener(const std::string& file) {
   std::array<int, 2> report{};
-  if (::pipe2(report.data(), O_CLOEXEC) != 0) return kOutOfMemory;
+  if (::pipe2(report.data(), O_CLOEXEC) != 0) return host::Desktop::kShellOutOfMemory;
   const pid_t child = ::fork();
   if (child == 0) RunOpener(file.c_str(), report[1]);
   ::close(report[1]);
@@ -47,16 +42,16 @@ int StartOpener(const std::string& file) {
   // Ends when the opener runs: the pipe closes then.
   const bool failed = child > 0 && ::read(report[0], &error, sizeof error) == sizeof error;
   ::close(report[0]);
-  if (child < 0) return kOutOfMemory;
+  if (child < 0) return host::Desktop::kShellOutOfMemory;
   ::waitpid(child, nullptr, 0);
-  return failed ? kNoProgram : kStarted;
+  return failed ? host::Desktop::kShellNoProgram : host::Desktop::kShellStarted;
 }
 
 }  // namespace
 
 // The name reaches the opener as one argument and passes through no command line. It is never an option.
 int QtDesktop::ShellExecuteA(const std::string& verb, const std::string& file) {
-  if (verb != "open" || file.empty()) return kNoProgram;
+  if (verb != "open" || file.empty()) return kShellNoProgram;
   return StartOpener(file.front() == '-' ? "./" + file : file);
 }
 

@@ -6,6 +6,7 @@
 #include "adapters/qt/pictures.h"
 #include "adapters/qt/view.h"
 #include "adapters/qt/widgets.h"
+#include "forms/layout/measures.h"
 #include "forms/simple_controls.h"
 
 namespace mirelo::qt {
@@ -14,7 +15,7 @@ QWidget* MakeWidget(forms::Image& image, Views& views) {
   auto* widget = new QLabel;
   views.Add(image, *widget, [&image, widget] {
     ShowState(image, *widget);
-    widget->setPixmap(Picture(image.Picture()).pixmap(kSmallPicture));
+    widget->setPixmap(Picture(image.Picture()).pixmap(forms::layout::kSmallPicture));
   });
   return widget;
 }

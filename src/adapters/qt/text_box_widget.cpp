@@ -6,15 +6,12 @@
 #include "adapters/qt/text.h"
 #include "adapters/qt/view.h"
 #include "adapters/qt/widgets.h"
+#include "forms/layout/measures.h"
 #include "forms/text_box.h"
 
 namespace mirelo::qt {
 
 namespace {
-
-// In letters and lines.
-constexpr int kReportWidth = 72;
-constexpr int kReportHeight = 12;
 
 void ShowBackColor(const forms::TextBox& box, QWidget& widget) {
   QPalette palette;
@@ -47,8 +44,8 @@ QWidget* MakeSeveralLines(forms::TextBox& box, Views& views) {
   auto* widget = new QPlainTextEdit;
   widget->setTabChangesFocus(true);
   const QFontMetrics letters = widget->fontMetrics();
-  widget->setMinimumSize(letters.averageCharWidth() * kReportWidth / 2,
-                         letters.lineSpacing() * kReportHeight / 2);
+  widget->setMinimumSize(letters.averageCharWidth() * forms::layout::kLettersOfReport / 2,
+                         letters.lineSpacing() * forms::layout::kLinesOfReport / 2);
   const View& view = views.Add(box, *widget, [&box, widget] {
     ShowState(box, *widget);
     ShowBackColor(box, *widget);

@@ -1,20 +1,17 @@
 #include "adapters/qt/twips.h"
 
 #include <QWidget>
-#include <algorithm>
 #include <cmath>
 
+#include "forms/layout/measures.h"
 #include "host/window_placement.h"
 
 namespace mirelo::qt {
 
 namespace {
 
-constexpr double kDesignedLetter = 6;  // pixels, on average
-
 double PixelsToTheTwip(const QWidget& widget) {
-  const double letters = widget.fontMetrics().averageCharWidth() / kDesignedLetter;
-  return std::max(1.0, letters) / host::kTwipsPerPixel;
+  return forms::layout::GrowthFor(widget.fontMetrics().averageCharWidth()) / host::kTwipsPerPixel;
 }
 
 }  // namespace

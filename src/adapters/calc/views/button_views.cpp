@@ -16,25 +16,27 @@
 #include "adapters/calc/views/views.h"
 #include "forms/button.h"
 #include "forms/check_box.h"
+#include "forms/layout/measures.h"
 #include "forms/tab.h"
 
 namespace mirelo::calc {
+
+namespace layout = forms::layout;
 
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
 
-constexpr int kPicturePixels = 16;
 constexpr int kAroundPicture = 6;
 constexpr int kBesideWords = 14;
 constexpr int kFewestLetters = 9;  // of a button with words, so that all of a row are alike
 
 Extent NeededByButton(const forms::Button& button, const View& view, const Views& views) {
-  const std::int32_t height = std::max(views.LineHeight(), kPicturePixels + 2 * kAroundPicture);
+  const std::int32_t height = std::max(views.LineHeight(), layout::kSmallPicture + 2 * kAroundPicture);
   if (button.Caption().empty()) return {height, height};
   const bool pictured = !button.Picture().empty();
-  const std::int32_t words = Views::Preferred(view).width + (pictured ? kPicturePixels : 0);
+  const std::int32_t words = Views::Preferred(view).width + (pictured ? layout::kSmallPicture : 0);
   return {std::max(words + 2 * kBesideWords, kFewestLetters * views.LetterWidth()), height};
 }
 
@@ -46,7 +48,7 @@ Box MakeBox(forms::Button& button, Views& views) {
   view.show = [&button, &view, &views] {
     view.SetText("Label", WithMarkedLetter(button.Caption()));
     view.Set("DefaultButton", button.Default());
-    const auto picture = views.graphics().Of(PictureText(button.Picture(), kPicturePixels));
+    const auto picture = views.graphics().Of(PictureText(button.Picture(), layout::kSmallPicture));
     if (!picture.is()) return view.Unset("Graphic");
     view.Set("Graphic", picture);
     const bool alone = button.Caption().empty();
@@ -97,7 +99,7 @@ Box MakeTabStrip(forms::Tab& tab, Views& views) {
     };
     strip.boxes.push_back(views.BoxOf(view, [&view, &views] {
       return Extent{Views::Preferred(view).width + 2 * kBesideWords,
-                    std::max(views.LineHeight(), kPicturePixels + 2 * kAroundPicture)};
+                    std::max(views.LineHeight(), layout::kSmallPicture + 2 * kAroundPicture)};
     }));
   }
   strip.boxes.push_back({.kind = Box::Kind::Space});

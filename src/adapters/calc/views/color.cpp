@@ -1,5 +1,7 @@
 #include "adapters/calc/views/color.h"
 
+#include "forms/light_color.h"
+
 namespace mirelo::calc {
 
 std::optional<std::int32_t> OfficeColor(forms::Color color) {
@@ -8,9 +10,7 @@ std::optional<std::int32_t> OfficeColor(forms::Color color) {
 }
 
 std::int32_t InkOn(std::int32_t ground) {
-  constexpr int kMiddle = 140;
-  const int gray = ((ground >> 16 & 0xFF) * 11 + (ground >> 8 & 0xFF) * 16 + (ground & 0xFF) * 5) / 32;
-  return gray > kMiddle ? 0x000000 : 0xFFFFFF;
+  return forms::IsLight(ground >> 16 & 0xFF, ground >> 8 & 0xFF, ground & 0xFF) ? 0x000000 : 0xFFFFFF;
 }
 
 }  // namespace mirelo::calc

@@ -23,8 +23,11 @@
 #include "adapters/calc/views/failure.h"
 #include "adapters/calc/views/listeners.h"
 #include "adapters/calc/views/pictures.h"
+#include "forms/layout/measures.h"
 
 namespace mirelo::calc {
+
+namespace layout = forms::layout;
 
 using css::uno::Any;
 using css::uno::Reference;
@@ -39,7 +42,6 @@ namespace {
 constexpr int kCellPicturePixels = 14;
 constexpr int kAroundHeader = 10;
 constexpr int kLettersOfGrid = 44;
-constexpr int kLinesOfGrid = 11;
 
 css::style::HorizontalAlignment AlignmentOf(Grid::Alignment alignment, bool check) {
   if (check) return css::style::HorizontalAlignment_CENTER;
@@ -260,7 +262,7 @@ Box MakeBox(Grid& grid, Views& views, std::vector<std::int32_t> usual_widths) {
   view.show = [table] { table->Invalidate(); };
   view.connect = [table] { table->Connect(); };
   Box place = views.BoxOf(view, [&] {
-    return Extent{kLettersOfGrid * views.LetterWidth(), kLinesOfGrid * views.LineHeight()};
+    return Extent{kLettersOfGrid * views.LetterWidth(), layout::kLinesOfGrid * views.LineHeight()};
   });
   place.wide = place.high = true;
   return place;

@@ -14,19 +14,19 @@
 #include "adapters/calc/views/listeners.h"
 #include "adapters/calc/views/pictures.h"
 #include "adapters/calc/views/views.h"
+#include "forms/layout/measures.h"
 #include "forms/simple_controls.h"
 #include "forms/text_box.h"
 
 namespace mirelo::calc {
+
+namespace layout = forms::layout;
 
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
 
-constexpr int kSmallPicture = 16;
-constexpr int kLargePicture = 40;
-constexpr int kRuleHeight = 8;
 constexpr sal_Int16 kFlatBorder = 2;
 constexpr const char* kMark = "\xE2\x97\x8F";  // a black circle
 
@@ -143,7 +143,7 @@ Box MakePanelPicture(forms::Panel& panel, Views& views) {
       [](forms::Control& control) -> const std::string& {
         return static_cast<forms::Panel&>(control).Picture();
       },
-      kLargePicture, views);
+      layout::kLargePicture, views);
 }
 
 Box MakeBox(forms::Image& image, Views& views) {
@@ -152,12 +152,12 @@ Box MakeBox(forms::Image& image, Views& views) {
       [](forms::Control& control) -> const std::string& {
         return static_cast<forms::Image&>(control).Picture();
       },
-      kSmallPicture, views);
+      layout::kSmallPicture, views);
 }
 
 Box MakeBox(forms::Line& line, Views& views) {
   const View& view = views.Add("FixedLine", &line, line.Name());
-  Box box = views.BoxOf(view, [] { return Extent{0, kRuleHeight}; });
+  Box box = views.BoxOf(view, [] { return Extent{0, layout::kRuleHeight}; });
   box.wide = true;
   return box;
 }

@@ -13,21 +13,18 @@
 #include "adapters/calc/views/listeners.h"
 #include "adapters/calc/views/views.h"
 #include "forms/combo_box.h"
+#include "forms/layout/measures.h"
 #include "forms/list_box.h"
 
 namespace mirelo::calc {
+
+namespace layout = forms::layout;
 
 using css::uno::Sequence;
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
-
-// Letters that fit at least; long entries are seen whole in the list.
-constexpr int kLettersOfCombo = 16;
-constexpr sal_Int16 kLongestList = 18;
-constexpr int kLettersOfList = 20;
-constexpr int kLinesOfList = 9;
 
 void ShowItems(const View& view, const std::vector<std::string>& items) {
   Sequence<rtl::OUString> texts(static_cast<sal_Int32>(items.size()));
@@ -42,7 +39,7 @@ void ShowSelected(const View& view, std::int32_t index) {
 }
 
 Extent NeededByCombo(const Views& views) {
-  return {kLettersOfCombo * views.LetterWidth() + views.LineHeight(), views.LineHeight()};
+  return {layout::kLettersOfCombo * views.LetterWidth() + views.LineHeight(), views.LineHeight()};
 }
 
 // Both tell of an entry that was chosen: the text first, and then the choice. So a text that is an entry
@@ -60,7 +57,7 @@ Box MakeEditableCombo(forms::ComboBox& box, Views& views) {
   View& view = views.Add("ComboBox", &box, box.Name());
   view.Set("Dropdown", true);
   view.Set("Autocomplete", false);  // it would put in what nobody has typed
-  view.Set("LineCount", kLongestList);
+  view.Set("LineCount", sal_Int16{layout::kLinesOfDroppedList});
   view.show = [&] {
     ShowItems(view, box.Items());
     view.SetText("Text", box.Text());
@@ -81,7 +78,7 @@ Box MakeEditableCombo(forms::ComboBox& box, Views& views) {
 Box MakeClosedCombo(forms::ComboBox& box, Views& views) {
   View& view = views.Add("ListBox", &box, box.Name());
   view.Set("Dropdown", true);
-  view.Set("LineCount", kLongestList);
+  view.Set("LineCount", sal_Int16{layout::kLinesOfDroppedList});
   view.show = [&] {
     ShowItems(view, box.Items());
     ShowSelected(view, box.ListIndex());
@@ -120,7 +117,7 @@ Box MakeBox(forms::ListBox& list, Views& views) {
     })));
   };
   Box place = views.BoxOf(view, [&] {
-    return Extent{kLettersOfList * views.LetterWidth(), kLinesOfList * views.LineHeight()};
+    return Extent{layout::kLettersOfList * views.LetterWidth(), layout::kLinesOfList * views.LineHeight()};
   });
   place.wide = place.high = true;
   return place;

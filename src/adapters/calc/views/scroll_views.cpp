@@ -11,17 +11,18 @@
 #include "adapters/calc/views/boxes_of_controls.h"
 #include "adapters/calc/views/listeners.h"
 #include "adapters/calc/views/views.h"
+#include "forms/layout/measures.h"
 #include "forms/scroll_bar.h"
 #include "forms/text_box.h"
 
 namespace mirelo::calc {
 
+namespace layout = forms::layout;
+
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
-
-constexpr int kLinesOfBar = 4;
 
 // From the top, which stands for Min, whichever way the values run.
 std::int32_t PlaceOf(const forms::ScrollBar& bar) { return std::abs(bar.Value() - bar.Min()); }
@@ -83,7 +84,7 @@ Box MakeBox(forms::ScrollBar& bar, Views& views) {
         })));
   };
   Box place = views.BoxOf(view, [&] {
-    return Extent{views.LineHeight() * 2 / 3, kLinesOfBar * views.LineHeight()};
+    return Extent{views.LineHeight() * 2 / 3, layout::kLinesOfScrollBar * views.LineHeight()};
   });
   place.high = true;
   return place;

@@ -14,12 +14,6 @@ namespace mirelo::calc {
 
 namespace {
 
-// The shell's results.
-constexpr int kOutOfMemory = 8;
-constexpr int kSharingViolation = 26;
-constexpr int kNoProgram = 31;
-constexpr int kStarted = 33;
-
 // A scheme has two letters at least.
 bool IsAddress(const std::string& file) {
   const auto colon = file.find(':');
@@ -37,11 +31,11 @@ rtl::OUString AddressOf(const std::string& file) {
 int ResultFor(sal_Int32 error) {
   switch (error) {
     case ENOMEM:
-      return kOutOfMemory;
+      return host::Desktop::kShellOutOfMemory;
     case ETXTBSY:
-      return kSharingViolation;
+      return host::Desktop::kShellSharingViolation;
     default:
-      return kNoProgram;
+      return host::Desktop::kShellNoProgram;
   }
 }
 
@@ -49,15 +43,15 @@ int ResultFor(sal_Int32 error) {
 
 int CalcDesktop::ShellExecuteA(const std::string& verb, const std::string& file) {
   const rtl::OUString address = AddressOf(file);
-  if (verb != "open" || address.isEmpty()) return kNoProgram;
+  if (verb != "open" || address.isEmpty()) return kShellNoProgram;
   try {
     css::system::SystemShellExecute::create(context_)->execute(
         address, {}, css::system::SystemShellExecuteFlags::URIS_ONLY);
-    return kStarted;
+    return kShellStarted;
   } catch (const css::system::SystemShellExecuteException& failure) {
     return ResultFor(failure.PosixError);
   } catch (const css::uno::Exception&) {
-    return kNoProgram;
+    return kShellNoProgram;
   }
 }
 

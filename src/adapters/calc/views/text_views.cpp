@@ -7,19 +7,17 @@
 #include "adapters/calc/views/listeners.h"
 #include "adapters/calc/views/views.h"
 #include "automation/text.h"
+#include "forms/layout/measures.h"
 #include "forms/text_box.h"
 
 namespace mirelo::calc {
+
+namespace layout = forms::layout;
 
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
-
-constexpr int kLettersOfABox = 12;
-// Of a text of several lines, in letters and lines.
-constexpr int kReportWidth = 72;
-constexpr int kReportHeight = 12;
 
 std::string ShownText(const forms::TextBox& box) {
   return box.MultiLine() ? Replace(box.Text(), "\r\n", "\n") : box.Text();
@@ -55,8 +53,9 @@ Box MakeBox(forms::TextBox& box, Views& views) {
     })));
   };
   Box place = views.BoxOf(view, [&] {
-    if (!box.MultiLine()) return Extent{kLettersOfABox * views.LetterWidth(), views.LineHeight()};
-    return Extent{kReportWidth * views.LetterWidth() / 2, kReportHeight * views.LineHeight() / 2};
+    if (!box.MultiLine()) return Extent{layout::kLettersOfTextBox * views.LetterWidth(), views.LineHeight()};
+    return Extent{layout::kLettersOfReport * views.LetterWidth() / 2,
+                  layout::kLinesOfReport * views.LineHeight() / 2};
   });
   place.wide = true;
   place.high = box.MultiLine();

@@ -14,6 +14,7 @@
 #include "adapters/calc/objects/office_text.h"
 #include "adapters/calc/office_loop.h"
 #include "adapters/calc/views/failure.h"
+#include "forms/layout/measures.h"
 #include "host/window_placement.h"
 
 namespace mirelo::calc {
@@ -27,7 +28,6 @@ using forms::layout::Place;
 namespace {
 
 constexpr int kMeasuredLetters = 10;
-constexpr double kDesignedLetter = 6;  // pixels, on average
 
 // What a person sees of the control, though it may stand on a page that is not in front.
 bool IsThere(const forms::Control* control) { return control == nullptr || control->Visible(); }
@@ -177,12 +177,12 @@ std::int32_t Views::LineHeight() const { return Preferred(*line_).height; }
 
 std::int32_t Views::PixelsOf(std::int32_t twips) const {
   return static_cast<std::int32_t>(
-      std::lround(twips * std::max(1.0, LetterWidth() / kDesignedLetter) / host::kTwipsPerPixel));
+      std::lround(twips * forms::layout::GrowthFor(LetterWidth()) / host::kTwipsPerPixel));
 }
 
 std::int32_t Views::TwipsOf(std::int32_t pixels) const {
   return static_cast<std::int32_t>(
-      std::lround(pixels * host::kTwipsPerPixel / std::max(1.0, LetterWidth() / kDesignedLetter)));
+      std::lround(pixels * host::kTwipsPerPixel / forms::layout::GrowthFor(LetterWidth())));
 }
 
 }  // namespace mirelo::calc

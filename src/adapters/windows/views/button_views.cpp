@@ -12,16 +12,18 @@
 #include "automation/wide_text.h"
 #include "forms/button.h"
 #include "forms/check_box.h"
+#include "forms/layout/measures.h"
 #include "forms/tab.h"
 
 namespace mirelo::windows {
+
+namespace layout = forms::layout;
 
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
 
-constexpr int kPicturePixels = 16;
 constexpr int kAroundPicture = 5;
 constexpr int kBesideWords = 10;
 constexpr int kFewestLetters = 12;  // of a button with words, so that all of a row are alike
@@ -35,7 +37,7 @@ struct ButtonFace {
 };
 
 void ShowPicture(const forms::Button& button, const View& view, const Lettering& letters, ButtonFace& face) {
-  const int pixels = letters.Scaled(kPicturePixels);
+  const int pixels = letters.Scaled(layout::kSmallPicture);
   if (face.picture == button.Picture() && face.pixels == pixels) return;
   face.picture = button.Picture();
   face.pixels = pixels;
@@ -96,7 +98,7 @@ Box ControlMaker::MakeBox(forms::Button& button) {
   return views_.BoxOf(view, [&button, this] {
     const Lettering& letters = views_.letters();
     const std::int32_t height =
-        std::max(letters.LineHeight(), letters.Scaled(kPicturePixels + 2 * kAroundPicture));
+        std::max(letters.LineHeight(), letters.Scaled(layout::kSmallPicture + 2 * kAroundPicture));
     if (button.Caption().empty()) return Extent{height, height};
     const std::int32_t words = letters.ExtentOf(button.Caption(), false, true).width;
     return Extent{std::max(words + 2 * letters.Scaled(kBesideWords), kFewestLetters * letters.LetterWidth()),

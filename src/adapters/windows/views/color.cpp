@@ -1,5 +1,7 @@
 #include "adapters/windows/views/color.h"
 
+#include "forms/light_color.h"
+
 namespace mirelo::windows {
 
 bool IsDesktopColor(forms::Color color) { return color < 0; }
@@ -10,9 +12,8 @@ COLORREF NativeColor(forms::Color color) {
 }
 
 COLORREF InkOn(COLORREF ground) {
-  constexpr int kMiddle = 140;
-  const int gray = (GetRValue(ground) * 11 + GetGValue(ground) * 16 + GetBValue(ground) * 5) / 32;
-  return gray > kMiddle ? RGB(0, 0, 0) : RGB(255, 255, 255);
+  const bool is_light = forms::IsLight(GetRValue(ground), GetGValue(ground), GetBValue(ground));
+  return is_light ? RGB(0, 0, 0) : RGB(255, 255, 255);
 }
 
 }  // namespace mirelo::windows

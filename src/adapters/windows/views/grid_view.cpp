@@ -8,8 +8,11 @@
 
 #include "adapters/windows/views/control_maker.h"
 #include "automation/wide_text.h"
+#include "forms/layout/measures.h"
 
 namespace mirelo::windows {
+
+namespace layout = forms::layout;
 
 using forms::Grid;
 using forms::layout::Box;
@@ -21,7 +24,6 @@ constexpr int kAroundHeader = 8;
 constexpr int kAroundRow = 6;
 constexpr int kReachOfEdge = 4;
 constexpr int kLettersOfGrid = 60;
-constexpr int kLinesOfGrid = 11;
 constexpr int kLinesOfWheel = 3;
 constexpr int kScrolledPixels = 20;
 
@@ -320,7 +322,7 @@ Box ControlMaker::MakeBox(Grid& grid, const std::vector<std::int32_t>& usual_wid
   view.take_key = [table = table.get()](WPARAM key) { return table->TakeKey(key); };
   Box place = views_.BoxOf(view, [this] {
     const Lettering& letters = views_.letters();
-    return Extent{kLettersOfGrid * letters.LetterWidth(), kLinesOfGrid * letters.LineHeight()};
+    return Extent{kLettersOfGrid * letters.LetterWidth(), layout::kLinesOfGrid * letters.LineHeight()};
   });
   place.wide = place.high = true;
   return place;

@@ -11,19 +11,19 @@
 #include "adapters/windows/views/control_maker.h"
 #include "adapters/windows/views/pictures.h"
 #include "adapters/windows/views/views.h"
+#include "forms/layout/measures.h"
 #include "forms/simple_controls.h"
 #include "forms/text_box.h"
 
 namespace mirelo::windows {
+
+namespace layout = forms::layout;
 
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
 
-constexpr int kSmallPicture = 16;
-constexpr int kLargePicture = 40;
-constexpr int kRuleHeight = 8;
 constexpr int kFrame = 4;
 
 // A patch of a control's colour.
@@ -139,17 +139,17 @@ Box ControlMaker::MakePanelHeading(forms::Panel& panel) {
 
 Box ControlMaker::MakePanelPicture(forms::Panel& panel) {
   return MakePicture(
-      panel, [&panel] { return panel.Picture(); }, kLargePicture, views_);
+      panel, [&panel] { return panel.Picture(); }, layout::kLargePicture, views_);
 }
 
 Box ControlMaker::MakeBox(forms::Image& image) {
   return MakePicture(
-      image, [&image] { return image.Picture(); }, kSmallPicture, views_);
+      image, [&image] { return image.Picture(); }, layout::kSmallPicture, views_);
 }
 
 Box ControlMaker::MakeBox(forms::Line& line) {
   const View& view = views_.Add(WC_STATICW, SS_ETCHEDHORZ, 0, &line);
-  Box box = views_.BoxOf(view, [this] { return Extent{0, views_.letters().Scaled(kRuleHeight)}; });
+  Box box = views_.BoxOf(view, [this] { return Extent{0, views_.letters().Scaled(layout::kRuleHeight)}; });
   // The rule is drawn at its top.
   box.put = [put = box.put](forms::layout::Place room) {
     room.top += room.height / 2;

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "automation/wide_text.h"
+#include "forms/layout/measures.h"
 #include "host/window_placement.h"
 
 namespace mirelo::windows {
@@ -12,7 +13,6 @@ namespace mirelo::windows {
 namespace {
 
 constexpr int kDesignedDots = 96;
-constexpr double kDesignedLetter = 6;  // pixels, on average
 
 // To measure with. It lies on no window.
 class ScreenContext {
@@ -73,7 +73,7 @@ std::int32_t Lettering::Scaled(std::int32_t pixels) const {
 }
 
 double Lettering::PixelsToTheTwip() const {
-  return std::max(1.0, letter_width_ / kDesignedLetter) / host::kTwipsPerPixel;
+  return forms::layout::GrowthFor(letter_width_) / host::kTwipsPerPixel;
 }
 
 std::int32_t Lettering::PixelsOf(std::int32_t twips) const {

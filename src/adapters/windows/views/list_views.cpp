@@ -11,9 +11,12 @@
 #include "adapters/windows/views/views.h"
 #include "automation/wide_text.h"
 #include "forms/combo_box.h"
+#include "forms/layout/measures.h"
 #include "forms/list_box.h"
 
 namespace mirelo::windows {
+
+namespace layout = forms::layout;
 
 using forms::layout::Box;
 using forms::layout::Extent;
@@ -21,11 +24,6 @@ using forms::layout::Place;
 
 namespace {
 
-// Letters that fit at least; long entries are seen whole in the list.
-constexpr int kLettersOfCombo = 16;
-constexpr int kLongestList = 18;
-constexpr int kLettersOfList = 20;
-constexpr int kLinesOfList = 9;
 constexpr int kFrameOfCombo = 6;
 
 using Items = std::vector<std::string>;
@@ -90,7 +88,8 @@ Box ControlMaker::MakeBox(forms::ComboBox& box) {
   };
   Box place = views_.BoxOf(view, [this] {
     const Lettering& letters = views_.letters();
-    return Extent{kLettersOfCombo * letters.LetterWidth() + letters.LineHeight(), letters.LineHeight()};
+    return Extent{layout::kLettersOfCombo * letters.LetterWidth() + letters.LineHeight(),
+                  letters.LineHeight()};
   });
   // To Windows such a box is as high as it is with its list.
   place.put = [&view, this](const Place& room) {
@@ -98,7 +97,8 @@ Box ControlMaker::MakeBox(forms::ComboBox& box) {
     ::SendMessageW(view.window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
                    letters.LineHeight() - letters.Scaled(kFrameOfCombo));
     ::SetWindowPos(view.window, nullptr, room.left, room.top, room.width,
-                   room.height + kLongestList * letters.LetterHeight(), SWP_NOZORDER | SWP_NOACTIVATE);
+                   room.height + layout::kLinesOfDroppedList * letters.LetterHeight(),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
   };
   place.wide = true;
   return place;
@@ -127,7 +127,8 @@ Box ControlMaker::MakeBox(forms::ListBox& list) {
   };
   Box place = views_.BoxOf(view, [this] {
     const Lettering& letters = views_.letters();
-    return Extent{kLettersOfList * letters.LetterWidth(), kLinesOfList * letters.LetterHeight()};
+    return Extent{layout::kLettersOfList * letters.LetterWidth(),
+                  layout::kLinesOfList * letters.LetterHeight()};
   });
   place.wide = place.high = true;
   return place;

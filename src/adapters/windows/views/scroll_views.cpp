@@ -9,17 +9,18 @@
 
 #include "adapters/windows/views/control_maker.h"
 #include "adapters/windows/views/views.h"
+#include "forms/layout/measures.h"
 #include "forms/scroll_bar.h"
 #include "forms/text_box.h"
 
 namespace mirelo::windows {
 
+namespace layout = forms::layout;
+
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
-
-constexpr int kLinesOfBar = 4;
 
 // From the top, which stands for Min, whichever way the values run.
 int PlaceOf(const forms::ScrollBar& bar) { return std::abs(bar.Value() - bar.Min()); }
@@ -99,7 +100,7 @@ Box ControlMaker::MakeBox(forms::ScrollBar& bar) {
   };
   Box place = views_.BoxOf(view, [this] {
     const std::int32_t line = views_.letters().LineHeight();
-    return Extent{line * 3 / 4, kLinesOfBar * line};
+    return Extent{line * 3 / 4, layout::kLinesOfScrollBar * line};
   });
   place.high = true;
   return place;

@@ -9,13 +9,9 @@
 
 namespace mirelo::windows {
 
-namespace {
-constexpr int kNoProgram = 31;
-}
-
 // Windows would take an empty name for the folder that the program works in.
 int NativeDesktop::ShellExecuteA(const std::string& verb, const std::string& file) {
-  if (file.empty()) return kNoProgram;
+  if (file.empty()) return kShellNoProgram;
   const auto result = reinterpret_cast<INT_PTR>(::ShellExecuteW(
       ::GetDesktopWindow(), WideText(verb).c_str(), WideText(file).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
   constexpr INT_PTR kMost = 0x7FFF;

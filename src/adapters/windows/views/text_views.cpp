@@ -6,19 +6,18 @@
 #include "adapters/windows/views/control_maker.h"
 #include "adapters/windows/views/views.h"
 #include "automation/wide_text.h"
+#include "forms/layout/measures.h"
 #include "forms/text_box.h"
 
 namespace mirelo::windows {
+
+namespace layout = forms::layout;
 
 using forms::layout::Box;
 using forms::layout::Extent;
 
 namespace {
 
-constexpr int kFewestLetters = 12;
-// Of a text of several lines, in letters and lines.
-constexpr int kReportWidth = 72;
-constexpr int kReportHeight = 12;
 constexpr WPARAM kNoLimit = 0x7FFFFFFE;
 
 // The place in the text stays where it is.
@@ -68,8 +67,10 @@ Box ControlMaker::MakeBox(forms::TextBox& box) {
   };
   Box place = views_.BoxOf(view, [&box, this] {
     const Lettering& letters = views_.letters();
-    if (!box.MultiLine()) return Extent{kFewestLetters * letters.LetterWidth(), letters.LineHeight()};
-    return Extent{kReportWidth * letters.LetterWidth(), kReportHeight * letters.LetterHeight()};
+    if (!box.MultiLine())
+      return Extent{layout::kLettersOfTextBox * letters.LetterWidth(), letters.LineHeight()};
+    return Extent{layout::kLettersOfReport * letters.LetterWidth(),
+                  layout::kLinesOfReport * letters.LetterHeight()};
   });
   place.wide = true;
   place.high = box.MultiLine();
