@@ -7,9 +7,9 @@
 #include "app/link_trouble.h"
 #include "app/options.h"
 #include "app/workbook/spreadsheet_program.h"
-#include "automation/text.h"
 #include "core/message_box.h"
 #include "host/desktop.h"
+#include "person/dialog_attendant.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
@@ -47,7 +47,7 @@ Session::Session(const GlobalOptions& options)
 }
 
 bool Session::AcceptsCosts(const std::vector<std::string>& costs) {
-  if (shows_windows_) return Confirm("Go will cost this:\n\n" + Join(costs, "\n") + "\n\nGo on?");
+  if (shows_windows_) return AskWhetherToGoOn(costs);
   for (const std::string& cost : costs) terminal::Err() << "warning: " << cost << "\n";
   if (!accepts_costs) {
     terminal::Err()

@@ -8,7 +8,6 @@ namespace mirelo {
 
 namespace {
 
-constexpr std::int64_t kSecondsPerDay = 86'400;
 constexpr std::int64_t kDaysFromEpochTo1970 = 25'569;  // 30 December 1899 to 1 January 1970
 constexpr std::int64_t kFirstDay = -657'434;           // 1 January 100
 constexpr std::int64_t kLastDay = 2'958'465;           // 31 December 9999
@@ -83,6 +82,10 @@ CivilTime ToCivil(Date date) {
   civil.minute = second_of_day / 60 % 60;
   civil.second = second_of_day % 60;
   return civil;
+}
+
+int DaysInMonth(int year, int month) {
+  return static_cast<int>(DayNumber(year, month + 1, 1) - DayNumber(year, month, 1));
 }
 
 int WeekdayOf(Date date) {

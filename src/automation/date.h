@@ -32,6 +32,11 @@ Date ToDate(const CivilTime& civil);
 // 9999 is error 5.
 CivilTime ToCivil(Date date);
 
+inline constexpr std::int32_t kSecondsPerDay = 86'400;
+
+// Of a month from 1 to 12.
+int DaysInMonth(int year, int month);
+
 int WeekdayOf(Date date);  // 1 Sunday to 7 Saturday
 int DayOfYear(Date date);  // 1 to 366
 

@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
 
+#include "automation/date.h"
 #include "automation/regional_format.h"
 #include "automation/utf8.h"
 
@@ -116,13 +116,6 @@ class Scanner {
 
   const RegionalFormat& regional_;
 };
-
-bool IsLeapYear(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
-
-int DaysInMonth(int year, int month) {
-  constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return month == 2 && IsLeapYear(year) ? 29 : kDays[static_cast<std::size_t>(month - 1)];
-}
 
 // One or two digits name a year of this or the last century.
 int FullYear(const DateToken& year) {

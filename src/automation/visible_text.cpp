@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "automation/hex.h"
 #include "automation/runtime_error.h"
 #include "automation/utf8.h"
 
@@ -69,9 +70,8 @@ bool IsObeyed(char32_t character) {
 bool IsShownAsItIs(char byte) { return byte >= 0x20 && byte < 0x7F; }
 
 std::string Digits(char32_t number, std::size_t count) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
   std::string digits(count, '0');
-  for (; count > 0; number >>= 4) digits[--count] = kDigits[number & 0xF];
+  for (; count > 0; number >>= 4) digits[--count] = HexDigit(number);
   return digits;
 }
 

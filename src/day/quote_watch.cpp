@@ -10,6 +10,7 @@
 #include "automation/visible_text.h"
 #include "core/cQTData.h"
 #include "day/snapshot_feed.h"
+#include "day/unknown_ticker.h"
 #include "snapshot/column_vocabulary.h"
 #include "wire/side_host.h"
 
@@ -168,8 +169,7 @@ std::string QuoteWatch::StatusOf(const Asked& asked) const {
   if (!supply_.IsInOrder()) return supply_.State();
   const Ticker& ticker = *asked.ticker;
   if (!ticker.came) {
-    return (ticker.is_unknown ? "QuoteTracker knows no quote of "
-                              : "QuoteTracker has sent no quote yet of ") +
+    return std::string(ticker.is_unknown ? kKnowsNoQuoteOf : "QuoteTracker has sent no quote yet of ") +
            ticker.name;
   }
   if (ticker.ValueOf(static_cast<std::size_t>(asked.column->reading) - 1).IsNothing()) {

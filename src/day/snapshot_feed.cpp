@@ -9,6 +9,7 @@
 #include "automation/visible_text.h"
 #include "core/cMirelo.h"
 #include "day/quote_trail.h"
+#include "day/unknown_ticker.h"
 #include "snapshot/column_vocabulary.h"
 #include "snapshot/tickers_per_request.h"
 #include "wire/mended_replies.h"
@@ -97,7 +98,7 @@ std::string_view BeginningOf(Kind kind) {
     case Kind::BadVolume:
       return "The volume is no number, so LastVolume stays empty, for ";
     case Kind::EmptyQuote:
-      return "QuoteTracker knows no quote of ";
+      return kKnowsNoQuoteOf;
     case Kind::NoQuote:
       break;
   }

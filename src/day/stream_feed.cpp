@@ -13,6 +13,7 @@
 #include "day/meanwhile.h"
 #include "day/quote_board.h"
 #include "day/quote_trail.h"
+#include "day/unknown_ticker.h"
 #include "snapshot/column_vocabulary.h"
 #include "streaming/cQTStreaming.h"
 
@@ -236,7 +237,8 @@ void StreamFeed::TellUnasked() {
 void StreamFeed::TellOfNothing(const std::string& ticker) {
   Note(ticker, "all its values are 0, so it is no quote and left out");
   Unknown.Raise(ticker);
-  if (told_of_nothing_.insert(UCase(ticker)).second) Status.Raise("QuoteTracker knows no quote of " + ticker);
+  if (!told_of_nothing_.insert(UCase(ticker)).second) return;
+  Status.Raise(std::string(kKnowsNoQuoteOf) + ticker);
 }
 
 // Of the error that is being handled.

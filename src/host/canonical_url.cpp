@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+
+#include "automation/hex.h"
 
 namespace mirelo::host {
 
@@ -27,15 +30,13 @@ std::string WithoutLineBreaksAndTabs(std::string_view url) {
 // Appends the text, with each character that `is_special` picks percent-encoded.
 template <class IsSpecial>
 void AppendEncoded(std::string& result, std::string_view text, IsSpecial is_special) {
-  constexpr std::string_view kHex = "0123456789ABCDEF";
   if (!HasAny(text, is_special)) {
     result += text;
     return;
   }
   for (const char c : text) {
     if (is_special(c)) {
-      const auto byte = static_cast<unsigned char>(c);
-      result += {'%', kHex[byte >> 4], kHex[byte & 15]};
+      AppendHex(result += '%', static_cast<std::uint8_t>(c));
     } else {
       result += c;
     }

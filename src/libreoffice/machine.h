@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
@@ -26,6 +27,9 @@ class MendedReplies;
 namespace mirelo::libreoffice {
 
 namespace css = com::sun::star;
+
+// Who ends while a call waits hangs up again after so long, and so on: the call may make another one.
+inline constexpr std::chrono::milliseconds kBetweenHangUps{20};
 
 // The machine that the classes work on: the user's own settings and credentials, and the office's main thread
 // as the message loop. There is one in the process. It stays until the office ends, since macros may hold

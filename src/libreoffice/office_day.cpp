@@ -24,7 +24,6 @@ using css::uno::Reference;
 
 constexpr std::chrono::seconds kBetweenStatusLines{1};
 constexpr std::chrono::milliseconds kBetweenSweeps{50};
-constexpr std::chrono::milliseconds kBetweenHangUps{20};
 
 constexpr const char* kWhatToDo =
     "What was written stays. If sheets were deleted or renamed, build them again with Settings...; if one is "

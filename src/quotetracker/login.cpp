@@ -1,5 +1,6 @@
 #include "quotetracker/login.h"
 
+#include "automation/hex.h"
 #include "quotetracker/md5.h"
 
 namespace mirelo::quotetracker {
@@ -14,12 +15,8 @@ std::string CleanedTime(std::string_view server_time) {
 }
 
 std::string InHex(const Md5Digest& digest) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string hex;
-  for (const unsigned char byte : digest) {
-    hex += kDigits[byte >> 4];
-    hex += kDigits[byte & 0x0F];
-  }
+  for (const unsigned char byte : digest) AppendHex(hex, byte);
   return hex;
 }
 

@@ -8,7 +8,6 @@ namespace mirelo::spreadsheet {
 namespace {
 
 constexpr std::int64_t kFalseDay = 60;
-constexpr std::int64_t kSecondsOfDay = 86'400;
 
 bool IsFalseDay(const CivilTime& civil) { return civil.year == 1900 && civil.month == 2 && civil.day == 29; }
 
@@ -32,9 +31,9 @@ double SerialOf(const CivilTime& civil) {
 }
 
 SheetTime TimeOfSerial(double serial) {
-  const auto total = static_cast<std::int64_t>(std::llround(serial * kSecondsOfDay));
-  const std::int64_t day = total / kSecondsOfDay;
-  const std::int64_t second = total % kSecondsOfDay;
+  const auto total = static_cast<std::int64_t>(std::llround(serial * kSecondsPerDay));
+  const std::int64_t day = total / kSecondsPerDay;
+  const std::int64_t second = total % kSecondsPerDay;
 
   SheetTime time{DateOfDay(day), static_cast<int>((day + 6) % 7) + 1};
   time.civil.hour = static_cast<int>(second / 3600);

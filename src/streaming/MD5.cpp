@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "automation/ansi.h"
+#include "automation/hex.h"
 #include "automation/wipe.h"
 
 namespace mirelo {
@@ -113,14 +114,10 @@ MD5::Digest MD5::Of(std::string_view bytes) {
 }
 
 std::string MD5::DigestString(std::string_view text) const {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string bytes = TextToAnsi(text);
   const WipedAtEnd wiped(bytes);
   std::string hex;
-  for (const std::uint8_t byte : Of(bytes)) {
-    hex += kDigits[byte >> 4];
-    hex += kDigits[byte & 15];
-  }
+  for (const std::uint8_t byte : Of(bytes)) AppendHex(hex, byte);
   return hex;
 }
 

@@ -11,6 +11,9 @@ namespace mirelo::wire {
 
 namespace {
 
+static_assert(MessageAligner::kLongestChunk == host::SocketConnection::kChunkLimit,
+              "records come in chunks as long as those of a socket");
+
 constexpr const char* kUnread = "QuoteTracker does not read what it is sent";
 
 }  // namespace

@@ -33,6 +33,13 @@ constexpr Moment kMoments[] = {
     {"last day", {9999, 12, 31, 12}, 2958465.5},
 };
 
+TEST(Months, HaveTheirDaysAndFebruaryOneMoreInLeapYears) {
+  const int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  for (int month = 1; month <= 12; ++month) EXPECT_EQ(DaysInMonth(2023, month), days[month - 1]) << month;
+  for (const int year : {1996, 2000, 2024, 2400}) EXPECT_EQ(DaysInMonth(year, 2), 29) << year;
+  for (const int year : {1900, 2023, 2100, 9999}) EXPECT_EQ(DaysInMonth(year, 2), 28) << year;
+}
+
 TEST(Date, CountsDaysSince30December1899) {
   for (const Moment& moment : kMoments) {
     SCOPED_TRACE(moment.name);

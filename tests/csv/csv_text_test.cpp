@@ -28,15 +28,16 @@ TEST(CsvRow, HasNumbersThatAreReadBackAsTheVerySame) {
                             123456789.123456789,
                             std::numeric_limits<double>::denorm_min(),
                             std::numeric_limits<double>::max()};
-  for (const double number : numbers) EXPECT_EQ(std::strtod(NumberText(number).c_str(), nullptr), number);
+  for (const double number : numbers)
+    EXPECT_EQ(std::strtod(ExactNumberText(number).c_str(), nullptr), number);
 }
 
 TEST(CsvRow, WritesNumbersWithoutAnExponentWherePeopleDo) {
-  EXPECT_EQ(NumberText(100000), "100000");
-  EXPECT_EQ(NumberText(12345678901234), "12345678901234");
-  EXPECT_EQ(NumberText(0.0005), "0.0005");
-  EXPECT_EQ(NumberText(-0.0), "0");
-  EXPECT_EQ(NumberText(-27), "-27");
+  EXPECT_EQ(ExactNumberText(100000), "100000");
+  EXPECT_EQ(ExactNumberText(12345678901234), "12345678901234");
+  EXPECT_EQ(ExactNumberText(0.0005), "0.0005");
+  EXPECT_EQ(ExactNumberText(-0.0), "0");
+  EXPECT_EQ(ExactNumberText(-27), "-27");
 }
 
 TEST(CsvRow, QuotesWhatWouldOtherwiseSplit) {

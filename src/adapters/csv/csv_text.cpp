@@ -29,7 +29,7 @@ std::string TextField(std::string_view text) {
 struct FieldOf {
   std::string operator()(std::monostate) const { return {}; }
   std::string operator()(std::int64_t number) const { return std::to_string(number); }
-  std::string operator()(double number) const { return NumberText(number); }
+  std::string operator()(double number) const { return ExactNumberText(number); }
   std::string operator()(const std::string& text) const { return TextField(text); }
 };
 
@@ -45,7 +45,7 @@ std::string Quoted(std::string_view field) {
   return quoted + '"';
 }
 
-std::string NumberText(double number) {
+std::string ExactNumberText(double number) {
   std::array<char, 32> text;
   const double size = std::abs(number);
   const bool is_plain = number == 0 || (size >= kSmallest && size < kLargest);

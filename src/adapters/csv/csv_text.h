@@ -23,6 +23,6 @@ std::string HeaderLine(const std::vector<host::DataColumn>& columns);
 std::string Quoted(std::string_view field);
 
 // A number with as many digits as it takes to read back the very same one, whole ones without a point.
-std::string NumberText(double number);
+std::string ExactNumberText(double number);
 
 }  // namespace mirelo::csv

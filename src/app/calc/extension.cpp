@@ -17,6 +17,7 @@
 #include "app/child_process.h"
 #include "app/temporary_folder.h"
 #include "app/whole_file.h"
+#include "automation/hex.h"
 #include "automation/runtime_error.h"
 
 namespace mirelo::app {
@@ -178,14 +179,13 @@ std::string RemoveExtension(const OfficePlace& office) {
 
 std::string FileAddress(const fs::path& file) {
   static constexpr std::string_view kPlain = "/-_.~";
-  static constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string address = "file://";
   for (const char letter : fs::absolute(file).string()) {
     const auto byte = static_cast<unsigned char>(letter);
     if (std::isalnum(byte) != 0 || kPlain.find(letter) != std::string_view::npos) {
       address += letter;
     } else {
-      address += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+      AppendHex(address += '%', byte);
     }
   }
   return address;

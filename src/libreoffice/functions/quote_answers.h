@@ -60,7 +60,6 @@ class QuoteAnswers {
   // The office's main thread is taken for so long at once, and is free for so long between.
   static constexpr std::chrono::milliseconds kReadAtOnce{5};
   static constexpr std::chrono::milliseconds kBetweenReads{50};
-  static constexpr std::chrono::milliseconds kBetweenHangUps{20};
 
   explicit QuoteAnswers(const css::uno::Reference<css::uno::XComponentContext>& context);
 

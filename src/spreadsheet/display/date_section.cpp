@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/date.h"
 #include "automation/regional_format.h"
 #include "automation/text.h"
 #include "spreadsheet/calendar.h"
@@ -17,7 +18,6 @@ namespace mirelo::spreadsheet {
 namespace {
 
 constexpr std::string_view kNoDate = "########";
-constexpr std::int32_t kSecondsPerDay = 86'400;
 
 // An item of a date format: a run of one letter in lower case, an AM/PM mark, a run in brackets, decimals of
 // the second, or text.

@@ -1,9 +1,9 @@
-#include <array>
 #include <charconv>
 #include <cstddef>
 #include <optional>
 #include <string>
 
+#include "automation/date.h"
 #include "automation/text.h"
 #include "spreadsheet/calendar.h"
 #include "spreadsheet/typed/typed_text.h"
@@ -74,17 +74,10 @@ struct Time {
   bool has_half = false;  // AM or PM
 };
 
-constexpr bool IsLeapYear(int year) {
-  return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0 ||
-         year == 1900;  // 1900: the spreadsheet's false day
-}
-
 bool Exists(const Day& day) {
-  constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   if (day.year < 1900 || day.year > 9999 || day.month < 1 || day.month > 12 || day.day < 1) return false;
-  const int days =
-      day.month == 2 && IsLeapYear(day.year) ? 29 : kDays[static_cast<std::size_t>(day.month - 1)];
-  return day.day <= days;
+  const bool is_false_day = day.year == 1900 && day.month == 2 && day.day == 29;
+  return is_false_day || day.day <= DaysInMonth(day.year, day.month);
 }
 
 std::optional<int> TakeYear(Scanner& scanner) {
@@ -212,7 +205,7 @@ std::string_view FormatOf(const std::optional<Day>& day, const std::optional<Tim
 
 double TypedSerial(const std::optional<Day>& day, const std::optional<Time>& time) {
   const Time at = time.value_or(Time{});
-  if (!day) return (at.hour * 3600 + at.minute * 60 + at.second) / 86'400.0;
+  if (!day) return (at.hour * 3600 + at.minute * 60 + at.second) / double{kSecondsPerDay};
   return SerialOf(CivilTime{day->year, day->month, day->day, at.hour, at.minute, at.second});
 }
 

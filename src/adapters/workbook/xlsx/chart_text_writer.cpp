@@ -44,8 +44,8 @@ void AppendPlace(pugi::xml_node layout, const Chart& chart) {
   pugi::xml_node manual = layout.append_child("c:manualLayout");
   if (title.left) AppendValue(manual, "c:xMode", "edge");
   if (title.top) AppendValue(manual, "c:yMode", "edge");
-  if (title.left) AppendValue(manual, "c:x", NumberText(box.left / chart.place.width));
-  if (title.top) AppendValue(manual, "c:y", NumberText(box.top / chart.place.height));
+  if (title.left) AppendValue(manual, "c:x", ExactNumberText(box.left / chart.place.width));
+  if (title.top) AppendValue(manual, "c:y", ExactNumberText(box.top / chart.place.height));
 }
 
 void AppendGround(pugi::xml_node parent, const ChartTitle& title) {

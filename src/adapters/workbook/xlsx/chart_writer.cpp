@@ -79,10 +79,10 @@ class ChartWriter {
     AppendValue(manual, "c:layoutTarget", "outer");  // with the labels of its axes
     AppendValue(manual, "c:xMode", "edge");
     AppendValue(manual, "c:yMode", "edge");
-    AppendValue(manual, "c:x", NumberText(place.left / chart_.place.width));
-    AppendValue(manual, "c:y", NumberText(place.top / chart_.place.height));
-    AppendValue(manual, "c:w", NumberText(place.width / chart_.place.width));
-    AppendValue(manual, "c:h", NumberText(place.height / chart_.place.height));
+    AppendValue(manual, "c:x", ExactNumberText(place.left / chart_.place.width));
+    AppendValue(manual, "c:y", ExactNumberText(place.top / chart_.place.height));
+    AppendValue(manual, "c:w", ExactNumberText(place.width / chart_.place.width));
+    AppendValue(manual, "c:h", ExactNumberText(place.height / chart_.place.height));
   }
 
   void WriteCategoryAxis(pugi::xml_node node) const {

@@ -4,6 +4,7 @@
 
 #include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/xml_part.h"
+#include "automation/date.h"
 #include "spreadsheet/calendar.h"
 
 namespace mirelo::workbook {
@@ -46,7 +47,7 @@ std::optional<double> ParseTime(std::string_view text) {
   if (!TakeFields(text.substr(0, point), ':', {2, 2, 2}, fields)) return std::nullopt;
   const auto [hour, minute, second] = fields;
   if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return (hour * 3600 + minute * 60 + second + fraction) / 86'400;
+  return (hour * 3600 + minute * 60 + second + fraction) / kSecondsPerDay;
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ std::string FormulaOf(const Sheet& sheet, const Area& cells) {
 // What is plotted of a cell that is not empty: text is zero, and an error or what nobody has calculated
 // leaves a gap, for which the format has this one word.
 std::string PlottedText(const CellValue& value) {
-  if (const double* number = value.IfNumber()) return NumberText(*number);
+  if (const double* number = value.IfNumber()) return ExactNumberText(*number);
   if (const bool* boolean = value.IfBoolean()) return *boolean ? "1" : "0";
   return value.IfError() != nullptr || value.IsNotCalculated() ? "#N/A" : "0";
 }

@@ -7,6 +7,7 @@
 
 #include "adapters/workbook/xlsx/chart_names.h"
 #include "adapters/workbook/xlsx/gradients.h"
+#include "automation/hex.h"
 
 namespace mirelo::workbook {
 
@@ -46,10 +47,8 @@ void AppendGradient(pugi::xml_node shape, const ChartFill& fill) {
 }  // namespace
 
 std::string ColorText(Color color) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string text;
-  for (int shift = 20; shift >= 0; shift -= 4)
-    text += kDigits[static_cast<std::size_t>(color >> shift & 0xF)];
+  for (const int shift : {16, 8, 0}) AppendHex(text, static_cast<std::uint8_t>(color >> shift & 0xFF));
   return text;
 }
 

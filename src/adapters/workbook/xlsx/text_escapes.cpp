@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "adapters/workbook/rules.h"
+#include "automation/hex.h"
 #include "spreadsheet/text_units.h"
 
 namespace mirelo::workbook {
@@ -85,14 +86,14 @@ std::string EscapeLookalikes(std::string_view text) {
 }
 
 std::string EscapeControls(std::string_view text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string escaped;
   for (const char c : EscapeLookalikes(text)) {
     const auto code = static_cast<unsigned char>(c);
     if (code >= ' ' || c == '\t' || c == '\n') {
       escaped += c;
     } else {
-      escaped.append("_x00").append(1, kDigits[code >> 4]).append(1, kDigits[code & 0xF]).append("_");
+      AppendHex(escaped += "_x00", code);
+      escaped += '_';
     }
   }
   return escaped;

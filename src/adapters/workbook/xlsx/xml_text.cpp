@@ -35,7 +35,7 @@ void AppendText(pugi::xml_node parent, const char* name, std::string_view text) 
   parent.append_child(name).append_child(pugi::node_pcdata).set_value(std::string(text).c_str());
 }
 
-std::string NumberText(double number) {
+std::string ExactNumberText(double number) {
   if (!std::isfinite(number)) return "0";
   std::array<char, 32> buffer;
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);

@@ -17,6 +17,6 @@ void AppendValue(pugi::xml_node parent, const char* name, std::string_view value
 void AppendText(pugi::xml_node parent, const char* name, std::string_view text);
 
 // The number in as few digits as give the same number when they are read.
-std::string NumberText(double number);
+std::string ExactNumberText(double number);
 
 }  // namespace mirelo::workbook
