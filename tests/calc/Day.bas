@@ -185,37 +185,6 @@ Function Cell(Document, Column As Long)
   Cell = Document.Sheets.getByName(Table).getCellByPosition(Column, 2)
 End Function
 
-Function Comes(Document) As Boolean
-  Comes = ComesInto(Document, Table, Patience)
-End Function
-
-REM  Where nothing is to come.
-Function ComesStill(Document) As Boolean
-  ComesStill = ComesInto(Document, Table, 1)
-End Function
-
-REM  Whether the cells of the quotes change within so many seconds.
-Function ComesInto(Document, Sheet As String, Seconds As Integer) As Boolean
-  Dim Before As String, Tries As Integer
-  Before = Cells(Document, Sheet)
-  For Tries = 1 To 20 * Seconds
-    Wait 50
-    If Cells(Document, Sheet) <> Before Then
-      ComesInto = True
-      Exit Function
-    End If
-  Next Tries
-End Function
-
-Function Cells(Document, Sheet As String) As String
-  Dim Row As Variant, Value As Variant
-  For Each Row In Document.Sheets.getByName(Sheet).getCellRangeByName("B3:E4").getDataArray()
-    For Each Value In Row
-      Cells = Cells & Value & "|"
-    Next Value
-  Next Row
-End Function
-
 Function HasEnded(Document) As Boolean
   Dim Tries As Integer
   For Tries = 1 To 20 * Patience

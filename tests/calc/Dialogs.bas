@@ -33,13 +33,13 @@ REM  A box lies above a document that somebody closes meanwhile.
 Sub Boxing
   Dim Document
   Document = NewDocument("Closes")
-  CallPerson("to_close_below_the_box")
+  RunPython("dialog_person.py$to_close_below_the_box")
   ChooseCommand(Document, "status")
   Note("open behind the box", IsOpen("Closes"))
 End Sub
 
 Sub Cancelling(Document)
-  CallPerson("to_cancel")
+  RunPython("dialog_person.py$to_cancel")
   ChooseCommand(Document, "settings")
   Note("seconds when cancelled", Stored("Seconds"))
   Note("table when cancelled", Document.Sheets.hasByName(Table))
@@ -48,7 +48,7 @@ End Sub
 REM  Other documents are in front of the one whose settings are shown; one of them is closed meanwhile.
 Sub Going(Here, There)
   NewDocument("Beside").CurrentController.Frame.activate()
-  CallPerson("to_go")
+  RunPython("dialog_person.py$to_go")
   ChooseCommand(Here, "settings")
   Note("open beside the dialog", IsOpen("Beside"))
   Note("seconds", Stored("Seconds"))
@@ -59,7 +59,7 @@ End Sub
 
 REM  A day ends with a box, beside which another window presses Start.
 Sub EndingADay(Document)
-  CallPerson("to_start_beside_the_box")
+  RunPython("dialog_person.py$to_start_beside_the_box")
   ChooseCommand(Document, "start")
   AwaitQuotes(Document)
   Document.Sheets.getByName(Table).protect("")
@@ -77,7 +77,7 @@ End Sub
 
 Sub CancellingWhileItAsks(Document)
   Dim Begun As Date
-  CallPerson("to_cancel_while_it_asks")
+  RunPython("dialog_person.py$to_cancel_while_it_asks")
   Begun = Now()
   ChooseCommand(Document, "settings")
   Note("cancelled in time", Now() < Begun + Patience / 86400)
@@ -86,15 +86,9 @@ End Sub
 
 REM  Their request waits when the office is to end.
 Sub HavingCellsAsk(Document)
-  CallPerson("to_leave_while_cells_ask")
+  RunPython("dialog_person.py$to_leave_while_cells_ask")
   Document.Sheets.getByIndex(0).getCellRangeByName("H1").Formula = "=QUOTE(""MSFT"")"
   Document.setModified(False)
-End Sub
-
-Sub CallPerson(Act As String)
-  Dim Scripts
-  Scripts = createUnoService("com.sun.star.script.provider.MasterScriptProviderFactory").createScriptProvider("user")
-  Scripts.getScript("vnd.sun.star.script:dialog_person.py$" & Act & "?language=Python&location=user").invoke(Array(), Array(), Array())
 End Sub
 
 Function NewDocument(Title As String)

@@ -2,7 +2,6 @@ REM  Runs the macros of examples/calc in a document of its own, notes what it fi
 
 Option Explicit
 
-Global Scripts
 Global IsGerman As Boolean
 
 Sub Main
@@ -116,13 +115,13 @@ End Sub
 
 REM  Whose buttons a person presses. The table on the sheet knows how its quotes come.
 Sub Settings(Document)
-  Person("Cancel")
+  RunPython("person.py$press", "Cancel")
   ShowSettings
   Note("stays as it was when cancelled", IsNull(Stream))
   NoteMenu("behind cancelling", Document)
 
   Document.Sheets.removeByName("Quotes")
-  Person("Go")
+  RunPython("person.py$press", "Go")
   ShowSettings
   Note("streams behind Go", Not IsNull(Stream))
   AwaitQuotes(Document)
@@ -131,17 +130,11 @@ Sub Settings(Document)
 
   Document.Sheets.getByName("Dovanta2_Quotes").getCellByPosition(0, 0).String = "SnapShot( 10 sec)"
   Document.Sheets.removeByName("Quotes")
-  Person("Go")
+  RunPython("person.py$press", "Go")
   ShowSettings
   Note("no stream behind Go", IsNull(Stream))
   NoteCells("asked behind Go", Document, 0)
-  Person("")
-End Sub
-
-REM  One provider keeps what a module has in its variables.
-Sub Person(Button As String)
-  If IsEmpty(Scripts) Then Scripts = createUnoService("com.sun.star.script.provider.MasterScriptProviderFactory").createScriptProvider("user")
-  Scripts.getScript("vnd.sun.star.script:person.py$press?language=Python&location=user").invoke(Array(Button), Array(), Array())
+  RunPython("person.py$press", "")
 End Sub
 
 REM  Where people write 28,25.

@@ -10,7 +10,7 @@ Sub Main
   Dim Document, Deadline As Date, Round As Long
   On Error GoTo Failed
   Document = Opened("quotes.xlsx")
-  Choose(Document, "start")
+  ChooseCommand(Document, "start")
   Note("comes", Comes(Document))
   Deadline = Now() + Val(Environ("MIRELO_SECONDS")) / 86400
   Do
@@ -148,36 +148,6 @@ Sub WaitForText(Cell, Text As String)
   Do While Cell.String <> Text And Now() < Deadline
     Wait 20
   Loop
-End Sub
-
-REM  Whether the cells of the quotes change.
-Function Comes(Document) As Boolean
-  Dim Before As String, Deadline As Date
-  Before = Quotes(Document)
-  Deadline = Now() + Patience / 86400
-  Do While Now() < Deadline
-    Wait 50
-    If Quotes(Document) <> Before Then
-      Comes = True
-      Exit Function
-    End If
-  Loop
-End Function
-
-Function Quotes(Document) As String
-  Dim Row As Variant, Value As Variant
-  For Each Row In Document.Sheets.getByName(Table).getCellRangeByName("B3:E4").getDataArray()
-    For Each Value In Row
-      Quotes = Quotes & Value & "|"
-    Next Value
-  Next Row
-End Function
-
-Sub Choose(Document, Name As String)
-  Dim Command As New com.sun.star.util.URL
-  Command.Complete = "vnd.mirelo:" & Name
-  createUnoService("com.sun.star.util.URLTransformer").parseStrict(Command)
-  Document.CurrentController.Frame.queryDispatch(Command, "_self", 0).dispatch(Command, Array())
 End Sub
 
 Sub Dispatch(Document, Command As String, First, Second)

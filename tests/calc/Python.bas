@@ -2,8 +2,6 @@ REM  Runs the macros in Python of examples/calc in a document of its own, where 
 
 Option Explicit
 
-Global Scripts
-
 Sub Main
   Dim Document, Tries As Integer
   On Error GoTo Failed
@@ -31,12 +29,6 @@ Done:
   On Error Resume Next
   Document.close(True)
   StarDesktop.terminate()
-End Sub
-
-REM  One provider keeps what a module has in its variables.
-Sub RunPython(Name As String)
-  If IsEmpty(Scripts) Then Scripts = createUnoService("com.sun.star.script.provider.MasterScriptProviderFactory").createScriptProvider("user")
-  Scripts.getScript("vnd.sun.star.script:" & Name & "?language=Python&location=user").invoke(Array(), Array(), Array())
 End Sub
 
 REM  Whoever opens another document while quotes come.

@@ -2,7 +2,6 @@ REM  Opens and closes windows, previews, and documents while quotes come or are 
 
 Option Explicit
 
-Const Table = "Dovanta2_Quotes"
 Const Patience = 15  ' seconds; a busy machine takes some
 
 Global Waiting  ' the document that is closed while a request waits
@@ -76,7 +75,7 @@ Sub InTurn
   ChooseCommand(Here, "stop")
   ChooseCommand(There, "start")
   Note("in the other document", Comes(There))
-  Note("in the one no more", ComesWithin(1, Here))
+  Note("in the one no more", ComesStill(Here))
   ChooseCommand(There, "stop")
   ChooseCommand(Here, "start")
   Note("in the one again", Comes(Here))
@@ -101,7 +100,7 @@ Sub ForReadingOnly
   Dim Document
   Document = StarDesktop.loadComponentFromURL(ConvertToURL(Environ("MIRELO_FOLDER") & "/quotes.xlsx"), "_blank", 0, Array(Argument("ReadOnly", True)))
   ChooseCommand(Document, "start")
-  Note("where one may only read", ComesWithin(1, Document))
+  Note("where one may only read", ComesStill(Document))
   Note("states where one may only read", StatesIn(Document))
   Document.close(True)
 End Sub
@@ -158,24 +157,6 @@ Function CountOf(Items) As Long
     Items.nextElement()
     CountOf = CountOf + 1
   Loop
-End Function
-
-REM  Whether the cells of the quotes change within a while.
-Function Comes(Document) As Boolean
-  Comes = ComesWithin(Patience, Document)
-End Function
-
-Function ComesWithin(Seconds As Integer, Document) As Boolean
-  Dim Before As Double, Tries As Integer, Cell
-  Cell = Document.Sheets.getByName(Table).getCellRangeByName("B3")
-  Before = Cell.Value
-  For Tries = 1 To 20 * Seconds
-    Wait 50
-    If Cell.Value <> Before Then
-      ComesWithin = True
-      Exit Function
-    End If
-  Next Tries
 End Function
 
 Sub Dispatch(Document, Command As String)

@@ -32,7 +32,7 @@ LIBRARIES = """<?xml version="1.0" encoding="UTF-8"?>
 
 
 HERE = pathlib.Path(__file__).parent
-SHARED = ("Commands", "Documents", "Files", "Locale", "Notes", "Tables")
+SHARED = ("Arrivals", "Commands", "Documents", "Files", "Locale", "Notes", "Scripts", "Tables")
 
 
 def macros(name):
