@@ -15,14 +15,17 @@ struct WindowRectangle {
 
 // How and where a window is shown, as desktops keep it.
 struct WindowPlacement {
-  // Values of `state`. Others that a desktop may be given: 0 hidden, 4 shown without focus, 5 shown as it is,
-  // 6 and 7 minimised in other ways, 8 shown as it is without focus, 9 restored, 10 as the program was
-  // started.
+  // Values of `state`. Others that a desktop may be given: 8 shown as it is without focus, 10 as the program
+  // was started.
   static constexpr std::int32_t kHidden = 0;
   static constexpr std::int32_t kNormal = 1;
   static constexpr std::int32_t kMinimized = 2;
   static constexpr std::int32_t kMaximized = 3;
-  static constexpr std::int32_t kShown = 5;
+  static constexpr std::int32_t kShownWithoutFocus = 4;
+  static constexpr std::int32_t kShown = 5;             // as it is
+  static constexpr std::int32_t kMinimizedForNext = 6;  // with the next window in front
+  static constexpr std::int32_t kMinimizedWithoutFocus = 7;
+  static constexpr std::int32_t kRestored = 9;
 
   std::int32_t state = kNormal;
   std::int32_t min_x = -1;  // left and top of the window's symbol; -1 where the desktop has none

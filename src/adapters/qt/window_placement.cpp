@@ -7,43 +7,13 @@
 
 #include "adapters/qt/form_window.h"
 #include "adapters/qt/qt_loop.h"
-#include "forms/form.h"
+#include "host/form_state.h"
 
 namespace mirelo::qt {
 
 namespace {
 
-using forms::Form;
 using host::WindowPlacement;
-
-std::int32_t PlacementState(Form::State state) {
-  switch (state) {
-    case Form::State::Minimized:
-      return WindowPlacement::kMinimized;
-    case Form::State::Maximized:
-      return WindowPlacement::kMaximized;
-    default:
-      return WindowPlacement::kNormal;
-  }
-}
-
-// Nothing for the states that leave a window as it is. No state hides it: that is the form's to say.
-std::optional<Form::State> FormState(std::int32_t state) {
-  switch (state) {
-    case 1:
-    case 4:
-    case 9:
-      return Form::State::Normal;
-    case 2:
-    case 6:
-    case 7:
-      return Form::State::Minimized;
-    case 3:
-      return Form::State::Maximized;
-    default:
-      return std::nullopt;
-  }
-}
 
 // About what desktops put around a window, with its title: how much is known only when it is shown.
 constexpr QSize kFrame{8, 40};
@@ -72,7 +42,7 @@ const QScreen& ScreenOf(const QRect& window) {
 
 WindowPlacement FormWindow::Placement() const {
   WindowPlacement placement;
-  placement.state = PlacementState(form_.WindowState());
+  placement.state = host::PlacementState(form_.WindowState());
   placement.normal = {normal_.left(), normal_.top(), normal_.left() + normal_.width(),
                       normal_.top() + normal_.height()};
   return placement;
@@ -98,7 +68,7 @@ void FormWindow::Place(const WindowPlacement& placement) {
   move(seen.topLeft());
   resize(seen.size());
   normal_ = seen;
-  if (const auto state = FormState(placement.state); state && *state != form_.WindowState()) {
+  if (const auto state = host::FormState(placement.state); state && *state != form_.WindowState()) {
     loop_.Guard([&] { form_.WindowState(*state); });
   } else {
     ShowForm();  // its state again

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "adapters/windows/views/form_window.h"
+#include "host/form_state.h"
 
 namespace mirelo::windows {
 
@@ -33,24 +34,6 @@ POINT OriginOf(const RECT& window) {
   return {screen.rcWork.left - screen.rcMonitor.left, screen.rcWork.top - screen.rcMonitor.top};
 }
 
-// Nothing for the states that leave a window as it is. No state hides it: that is the form's to say.
-std::optional<forms::Form::State> FormState(std::int32_t state) {
-  switch (state) {
-    case SW_SHOWNORMAL:
-    case SW_SHOWNOACTIVATE:
-    case SW_RESTORE:
-      return forms::Form::State::Normal;
-    case SW_SHOWMINIMIZED:
-    case SW_MINIMIZE:
-    case SW_SHOWMINNOACTIVE:
-      return forms::Form::State::Minimized;
-    case SW_SHOWMAXIMIZED:
-      return forms::Form::State::Maximized;
-    default:
-      return std::nullopt;
-  }
-}
-
 }  // namespace
 
 WindowPlacement FormWindow::Placement() const {
@@ -58,16 +41,7 @@ WindowPlacement FormWindow::Placement() const {
   native.length = sizeof native;
   ::GetWindowPlacement(window_, &native);
   WindowPlacement placement;
-  switch (form_.WindowState()) {
-    case forms::Form::State::Minimized:
-      placement.state = WindowPlacement::kMinimized;
-      break;
-    case forms::Form::State::Maximized:
-      placement.state = WindowPlacement::kMaximized;
-      break;
-    default:
-      break;
-  }
+  placement.state = host::PlacementState(form_.WindowState());
   placement.min_x = native.ptMinPosition.x;
   placement.min_y = native.ptMinPosition.y;
   placement.max_x = native.ptMaxPosition.x;
@@ -100,7 +74,7 @@ void FormWindow::Place(const WindowPlacement& placement) {
                              place.bottom - origin.y};
   ::SetWindowPlacement(window_, &native);
   PutControls();
-  const auto state = FormState(placement.state);
+  const auto state = host::FormState(placement.state);
   if (state && *state != form_.WindowState()) return form_.WindowState(*state);
   ShowForm();  // its state again
 }
