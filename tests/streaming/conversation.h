@@ -70,9 +70,6 @@ class Conversation : public ::testing::Test, protected WithLoop, protected Strea
   // Of what the server said up to this step nothing is missing, and nothing more has come.
   void ExpectWhatCameBefore(const ConversationStep& step);
 
-  // Takes the quotes that wait, as it does at each event.
-  void Take();
-
   quotetracker::Server server;
   std::vector<std::string> status_texts;
   std::vector<std::int16_t> processes;
@@ -81,6 +78,8 @@ class Conversation : public ::testing::Test, protected WithLoop, protected Strea
   std::size_t reads = 0;             // times that the client has read from its socket
 
  private:
+  void Take();
+
   poll::PollWinsockLibrary library_{observed};
   int ticks_ = 0;
 };

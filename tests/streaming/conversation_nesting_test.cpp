@@ -25,8 +25,8 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
-// A market that has a ration of changes for each subscription, which a test may raise. What a client is sent
-// fits into one chunk then, however late it reads. More would be cut anywhere, and behind a cut within a
+// A market that has a ration of changes for each subscription, which a test may raise. What a client has not
+// read fits into one chunk then, however late it is. More would be cut anywhere, and behind a cut within a
 // record's head the class loses its place, as cutting_test.cpp has it: error 9, or quotes that are lost.
 class RationedMarket final : public quotetracker::QuoteSource {
  public:
@@ -64,7 +64,8 @@ class RationedMarket final : public quotetracker::QuoteSource {
 };
 
 struct WithRation {
-  RationedMarket::Ration ration = 50;
+  static constexpr int kRation = 50;
+  RationedMarket::Ration ration = kRation;
 };
 
 // Quotes come fast, in batches of S1 records, which no pending tail swallows.
@@ -149,13 +150,20 @@ class TwoConversations : public BusyClient {
     for (const auto& quote : *other->GetQTData()) others_symbols.push_back(quote->Symbol());
     other->FreeQTDataBuffer();
   }
-  // What comes while the other client is told waits for an event, and the last may wait for good.
-  void AwaitAndTake(const std::function<bool()>& done) {
+  // Quotes go on until then, for as many as have come: what comes while the other client is told waits for
+  // the event of a later one.
+  void AwaitWithMore(const std::function<bool()>& done) {
     Await([&] {
-      Take();
-      TakeOthers();
+      const int own = CountOf(*stream, keys);
+      const int others = CountOf(*other, others_symbols);
+      ration = kRation + (stream->StartStop() ? std::min(own, others) : others);
       return done();
     });
+  }
+  // Those that were taken and those that wait.
+  static int CountOf(cQTStreaming& of, const std::vector<std::string>& taken) {
+    const auto waiting = of.GetQTData();
+    return static_cast<int>(taken.size()) + (waiting ? waiting->Count() : 0);
   }
   void BeginBoth(StatusRunQueryQT purpose) {
     Begin(purpose);
@@ -170,7 +178,7 @@ class TwoConversations : public BusyClient {
 
 TEST_F(TwoConversations, BringEachItsOwnQuotes) {
   BeginBoth(Status_LEVEL_I_FULL_QUOTE);
-  AwaitAndTake([&] { return symbols.size() == 2 && keys.size() >= 20 && others_symbols.size() >= 20; });
+  AwaitWithMore([&] { return symbols.size() == 2 && keys.size() >= 20 && others_symbols.size() >= 20; });
   EXPECT_THAT(symbols, UnorderedElementsAre("MSFT", "IBM"));
   EXPECT_THAT(others_symbols, ::testing::Each("GE"));
   EXPECT_THAT(Said(),
@@ -180,11 +188,10 @@ TEST_F(TwoConversations, BringEachItsOwnQuotes) {
 
 TEST_F(TwoConversations, LeaveOneAnotherStandingWhenOneOfThemEnds) {
   BeginBoth(Status_LEVEL_I_FULL_QUOTE);
-  AwaitAndTake([&] { return !keys.empty() && !others_symbols.empty(); });
+  AwaitWithMore([&] { return !keys.empty() && !others_symbols.empty(); });
   stream->DisConnect();
-  ration += 25;
   const std::size_t before = others_symbols.size();
-  Await([&] { return others_symbols.size() >= before + 20; });
+  AwaitWithMore([&] { return others_symbols.size() >= before + 20; });
   EXPECT_EQ(loop.WatchCount(), 1u);
   EXPECT_TRUE(other->StartStop());
 }
@@ -201,8 +208,7 @@ TEST_F(TwoConversations, TellOfNoQuoteWhileTheOthersClientIsAtWork) {
   BeginBoth(Status_LEVEL_I_FULL_QUOTE);
   Await([&] { return waited; });
   EXPECT_EQ(events_meanwhile, 0);
-  ration += 10;
-  Await([&] { return others_symbols.size() >= 6; });
+  AwaitWithMore([&] { return others_symbols.size() >= 6; });
   EXPECT_GE(others_events, 1) << "the next event finds what waited";
 }
 
