@@ -11,7 +11,6 @@ from office import Office, await_note, be_asked, build_tables, macros, notes_in
 from support import BUILD, StandIn, run
 
 
-
 class Kills(unittest.TestCase):
     def setUp(self):
         home = tempfile.TemporaryDirectory(prefix="mirelo-")

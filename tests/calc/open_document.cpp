@@ -7,6 +7,8 @@
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
+#include "adapters/calc/objects/office_text.h"
+
 namespace mirelo::testing {
 
 using calc::As;
