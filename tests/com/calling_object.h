@@ -10,9 +10,9 @@
 namespace mirelo::testing {
 
 // An object of another program whose members are all known, under one number, and answer 5; it notes its
-// calls. `refusal` is what it answers instead to the next `refusals` calls, and `refusals_to_tell` times when
-// it is asked for its class.
-class CallingObject final : public IDispatch, public IClientSecurity {
+// calls. `refusal` is what it answers instead to the next `refusals` calls, and when it is asked for its
+// class: `refusals_to_provide` times by the interface for that, `refusals_to_tell` times by its own.
+class CallingObject final : public IDispatch, public IClientSecurity, public IProvideClassInfo {
  public:
   virtual ~CallingObject() = default;
 
@@ -22,6 +22,8 @@ class CallingObject final : public IDispatch, public IClientSecurity {
       *place = static_cast<IDispatch*>(this);
     } else if (id == IID_IClientSecurity && is_elsewhere) {
       *place = static_cast<IClientSecurity*>(this);
+    } else if (id == IID_IProvideClassInfo && !provided_class.empty()) {
+      *place = static_cast<IProvideClassInfo*>(this);
     } else {
       return E_NOINTERFACE;
     }
@@ -39,6 +41,14 @@ class CallingObject final : public IDispatch, public IClientSecurity {
     }
     if (class_name.empty()) return E_NOTIMPL;
     *place = com::InterfaceInformation(class_name).Release();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** place) override {
+    if (refusals_to_provide > 0) {
+      --refusals_to_provide;
+      return refusal;
+    }
+    *place = com::InterfaceInformation(provided_class).Release();
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, OLECHAR** names, UINT, LCID language, DISPID* id) override {
@@ -80,10 +90,12 @@ class CallingObject final : public IDispatch, public IClientSecurity {
   // As what stands for an object of another process.
   bool is_elsewhere = false;
   std::string class_name;         // of which it tells; none where it is empty
+  std::string provided_class;     // by IProvideClassInfo, which it lacks where this is empty
   std::string absent = "Absent";  // the one member that it does not have
   HRESULT refusal = S_OK;
   int refusals = 0;
   int refusals_to_tell = 0;
+  int refusals_to_provide = 0;
   int questions = 0;  // for its class
   bool is_refusing_by_exception = false;
   int tries = 0;

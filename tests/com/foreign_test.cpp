@@ -108,6 +108,18 @@ TEST_F(ForeignObjects, ThatGoOnRefusingToTellOfTheirClassAreNotTakenForAnother) 
   EXPECT_EQ(foreign.TypeName(), "Range") << "it is asked once more later";
 }
 
+// Their own interface, asked instead, would tell of another.
+TEST_F(ForeignObjects, OfAnotherProcessAreAskedAgainForTheClassThatTheyProvide) {
+  object.is_elsewhere = true;
+  object.class_name = "IDispatchOfRange";
+  object.provided_class = "Range";
+  object.refusal = kSpreadsheetsRefusal;
+  object.refusals_to_provide = kForGood;
+  EXPECT_THAT(ErrorOf([&] { foreign.TypeName(); }).Description(), HasSubstr("takes no calls now"));
+  object.refusals_to_provide = 2;
+  EXPECT_EQ(foreign.TypeName(), "Range");
+}
+
 TEST_F(ForeignObjects, OfThisProcessFailAtOnceWhenTheyRefuse) {
   object.refusal = kSpreadsheetsRefusal;
   object.refusals = kForGood;
