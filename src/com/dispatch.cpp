@@ -328,7 +328,7 @@ void Dispatch::Call(DISPID id, WORD how, const DISPPARAMS& parameters, VARIANT* 
   try {
     value = door_->Call(called, arguments.values());
   } catch (...) {
-    arguments.GiveBack();  // also when it fails behind what it has left there
+    arguments.GiveBack();  // also when it fails after it has left something there
     throw;
   }
   arguments.GiveBack();

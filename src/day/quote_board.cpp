@@ -10,7 +10,7 @@ namespace mirelo::day {
 
 namespace {
 
-// Quotes that come one behind the other share their dates, and most often their times.
+// Quotes that come one after the other share their dates, and most often their times.
 void LetMoment(const std::string& text, QuoteValue& value) {
   if (value.kind() == QuoteValue::Kind::Moment && value.text() == text) return;
   value = ReadValue(Reading::AsMoment, text);

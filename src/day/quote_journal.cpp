@@ -20,7 +20,7 @@ using host::DataValue;
 
 namespace {
 
-// Of quotes that have gathered behind a failure: where the disk has room for some of them, these are kept.
+// Of quotes that have gathered after a failure: where the disk has room for some of them, these are kept.
 constexpr std::size_t kMostAtOnce = 1000;
 
 constexpr std::size_t kBeforeTheFields = 1;  // when it came; the ticker is the first field

@@ -33,7 +33,7 @@ class QuoteSheet {
   // The text above the table, which says how it is kept up to date; empty where that row is gone.
   std::string Title() const;
 
-  // Finds captions and tickers again, behind changes that somebody else has made on the sheet. What has lost
+  // Finds captions and tickers again, after changes that somebody else has made on the sheet. What has lost
   // its caption or its ticker gets no quotes until that is back. Error 9 where the table itself is gone.
   void LookAgain();
   // Whether the ticker, counted from 0, has a row.

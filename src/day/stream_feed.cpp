@@ -29,7 +29,7 @@ std::string TextOf(std::string_view reply, std::string_view tag, std::string_vie
   return std::string(reply.substr(begin + tag.size(), end - begin - tag.size()));
 }
 
-// What the decoder raises for bytes that it cannot follow. The stream goes on behind them.
+// What the decoder raises for bytes that it cannot follow. The stream goes on after them.
 bool IsLossOfQuotes(const RuntimeError& error) {
   return error.Number() == cQTStreaming::kEndlessWalk || error.Number() == Errors::Overflow().Number() ||
          error.Number() == Errors::SubscriptOutOfRange().Number();

@@ -60,7 +60,7 @@ class StreamFeed {
   // How often it has reconnected.
   int Reconnects() const { return reconnects_; }
 
-  // Runs the loop until `done`. What the stream cannot follow is told as a loss, and it goes on behind it;
+  // Runs the loop until `done`. What the stream cannot follow is told as a loss, and it goes on after it;
   // other errors leave.
   void RunUntil(const std::function<bool()>& done);
 

@@ -17,7 +17,7 @@ namespace mirelo::host {
 //
 // All members are called on the loop's own thread. Handlers may throw: the error leaves the Yield or RunUntil
 // that called the handler, and the loop stays usable. A loop that lives in another program has handlers
-// called behind no Yield of ours as well; such a loop says where their errors go.
+// called outside of every Yield of ours as well; such a loop says where their errors go.
 class MessageLoop {
  public:
   using Token = std::uint64_t;  // never 0, never used twice

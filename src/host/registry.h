@@ -67,7 +67,7 @@ class Registry {
   virtual std::int32_t RegCreateKeyExA(Key key, const std::string& sub_key, std::uint32_t access,
                                        Key& result) = 0;
 
-  // When it returns kSuccess the value is stored for good: a crash right behind the call does not lose it.
+  // When it returns kSuccess the value is stored for good: a crash right after the call does not lose it.
   virtual std::int32_t RegSetValueExA(Key key, const std::string& name, std::uint32_t type, const char* data,
                                       std::uint32_t size) = 0;
 

@@ -29,7 +29,7 @@ class SocketProtocol {
 //
 // The bytes of a connection are handed over in order and one chunk at a time. While its sinks are told of a
 // chunk, by OnBytesAvailable and OnBytesReceived, they may yield, run the loop or show a dialog: the chunk
-// behind it, and the end of the connection, wait until all of them have returned, or one has thrown. All else
+// after it, and the end of the connection, wait until all of them have returned, or one has thrown. All else
 // goes on meanwhile: other connections, timers, windows, and what this connection sends. So a sink must not
 // wait for more bytes of its own connection. What waits stays with the machine, which lets the peer wait in
 // turn, and costs no processor time.
@@ -53,13 +53,13 @@ class ConnectionEvents {
  public:
   virtual ~ConnectionEvents() = default;
   virtual void OnConnected(SocketConnection&) {}
-  // The connection is gone: the peer closed or reset it, or it could not be made. Raised once, behind the
+  // The connection is gone: the peer closed or reset it, or it could not be made. Raised once, after the
   // last chunk, and not for a Disconnect() of our own. `reason` is for people.
   virtual void OnDisconnected(SocketConnection&, const std::string& /*reason*/) {}
 };
 
 // One connection, kept alive by its own calls: its owner may drop it inside one of its events, and no event
-// follows. Dropping it disconnects. A sink that throws keeps the event from the sinks behind it.
+// follows. Dropping it disconnects. A sink that throws keeps the event from the sinks after it.
 class SocketConnection {
  public:
   static constexpr std::size_t kChunkLimit = 8192;

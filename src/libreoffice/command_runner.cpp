@@ -62,7 +62,7 @@ void TakeStream(int from, int standard) {
   ::close(from);
 }
 
-// What fails behind no call goes where it would in the program.
+// What fails outside of every call goes where it would in the program.
 void TellOfFailure(const std::exception_ptr& failure) {
   try {
     std::rethrow_exception(failure);

@@ -22,7 +22,7 @@ namespace mirelo::libreoffice {
 
 namespace {
 
-// A person's step is to wait for quotes no longer than 50 ms. This is of the processor's time, and behind it
+// A person's step is to wait for quotes no longer than 50 ms. This is of the processor's time, and after it
 // the office brings its windows up to date.
 constexpr std::chrono::milliseconds kHold{15};
 

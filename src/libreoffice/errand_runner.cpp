@@ -159,7 +159,7 @@ bool ErrandRunner::FillDialog() {
   return false;
 }
 
-// What comes behind the dialog is chosen in the window, and so it is shown and asked there.
+// What comes after the dialog is chosen in the window, and so it is shown and asked there.
 void ErrandRunner::LeaveToPerson() {
   machine_.ShowOnOwn();
   machine_.accept_costs = accept_costs_;

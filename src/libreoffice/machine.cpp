@@ -154,7 +154,8 @@ wire::MendedReplies& Machine::replies() {
   return *replies_;
 }
 
-// What fails behind no call of a macro, such as a handler of its own in which it set nobody to catch errors.
+// What fails outside of every call of a macro, such as a handler of its own in which it set nobody to catch
+// errors.
 void Machine::TakeFailure(const std::exception_ptr& failure) const {
   if (take_failure && take_failure(failure)) return;
   try {

@@ -83,7 +83,7 @@ class Machine {
   // Whether a box that is to be shown now is of no use to anybody any more. It is answered as carefully as
   // can be, unseen.
   std::function<bool()> hushes;
-  // Is offered what fails behind no call, and answers whether it has taken it.
+  // Is offered what fails outside of every call, and answers whether it has taken it.
   std::function<bool(const std::exception_ptr& failure)> take_failure;
 
  private:

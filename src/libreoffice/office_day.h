@@ -95,7 +95,7 @@ class OfficeDay {
   css::uno::WeakReference<css::frame::XModel> failed_;  // where
   host::MessageLoop::Token telling_ = 0;
   host::MessageLoop::Token ending_ = 0;
-  host::MessageLoop::Token complaining_ = 0;  // of a refused login; kept behind it
+  host::MessageLoop::Token complaining_ = 0;  // of a refused login; kept after it
   host::MessageLoop::Token sweeping_ = 0;
   host::MessageLoop::Token abandoning_ = 0;  // the dialog
 };

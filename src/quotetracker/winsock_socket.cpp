@@ -1,4 +1,4 @@
-// Before it: this one names what Windows' header would take for itself.
+// Windows' headers first: ours use names that their macros take.
 #include <winsock2.h>
 #include <ws2tcpip.h>
 

@@ -24,7 +24,7 @@ Machine& Machine::Installed() {
 
 Machine::Machine() { KeepThisLibrary(); }
 
-// What fails behind no call of a client, such as a handler of its own in which it caught no error.
+// What fails outside of every call of a client, such as a handler of its own in which it caught no error.
 void Machine::TakeFailure(const std::exception_ptr& failure) {
   try {
     std::rethrow_exception(failure);

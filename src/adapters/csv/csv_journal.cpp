@@ -22,7 +22,7 @@ constexpr std::int64_t kPiece = 4096;
 constexpr std::int64_t kMostRows = 1'000'000'000'000'000;
 constexpr const char* kSource = "Mirelo.CsvJournal";
 
-// Without waiting for somebody at the other end of a pipe, which is refused behind this.
+// Without waiting for somebody at the other end of a pipe, which is refused after this.
 int Open(const std::filesystem::path& path) {
   return ::open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kMode);
 }

@@ -38,7 +38,7 @@ class CurlInternet final : public host::WinInetApi {
   void WaitForWholeReplies() { reading_ = Reading::Whole; }
 
   // Raised when a reply has overstepped the limits, once for each; the text says to people which one and of
-  // which server. The call that waits for the reply returns behind that.
+  // which server. The call that waits for the reply returns after that.
   Event<const std::string&> BrokenOff;
 
   // Fails for an agent that would break its header line.

@@ -105,7 +105,7 @@ class Transfer final : private Multi::Client {
   void DescribeRequest();
   void AddHeader(const std::string& line);
 
-  // Whether libcurl is to go on behind this line, or these bytes.
+  // Whether libcurl is to go on after this line, or these bytes.
   bool OnHeaderLine(std::string_view line);
   bool OnBody(std::string_view bytes);
 

@@ -68,7 +68,7 @@ class TcpConnection final : public host::SocketConnection,
   std::string queue_;  // to be sent; the part before sent_ has been
   std::size_t sent_ = 0;
   bool handing_over_ = false;  // a chunk is with its sinks
-  bool held_back_ = false;     // the one behind it has come meanwhile
+  bool held_back_ = false;     // the one after it has come meanwhile
 };
 
 }  // namespace mirelo::poll

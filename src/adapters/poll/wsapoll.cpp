@@ -47,7 +47,7 @@ short Ours(short events) {
   return static_cast<short>(bits);
 }
 
-// Whole milliseconds, and no wait is cut short; the longest that it takes is 24 days, behind which the caller
+// Whole milliseconds, and no wait is cut short; the longest that it takes is 24 days, after which the caller
 // looks again.
 INT MillisecondsOf(std::optional<std::chrono::nanoseconds> limit) {
   constexpr std::chrono::milliseconds kLongest(0x7FFFFFFF);

@@ -144,7 +144,7 @@ void SodiumVault::Set(const Credentials& credentials) {
   RemoveOlderFiles();
 }
 
-// The file that outranks the others goes behind them: whoever is killed in between must not bring them back.
+// The file that outranks the others goes after them: whoever is killed in between must not bring them back.
 void SodiumVault::Clear() {
   if (!std::filesystem::exists(folder_)) return;
   const FolderLock lock(folder_, patience_);

@@ -222,7 +222,7 @@ std::int32_t SqliteRegistry::FindNames(Id key, const std::vector<std::string>*& 
 }
 
 // The version changes with every commit of another connection. One that comes between this question and the
-// reading behind it does no harm: what is kept then is newer than the version, and goes at the next question.
+// reading after it does no harm: what is kept then is newer than the version, and goes at the next question.
 std::int32_t SqliteRegistry::DropCacheIfChanged() {
   Run run(data_version_);
   const int result = run.Step();
