@@ -1,59 +1,21 @@
 // One control of each kind, shown by Windows and used by a person.
 
-#include <chrono>
-#include <cwchar>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <memory>
 #include <string>
-#include <system_error>
-#include <utility>
 #include <vector>
 
-#include "windows/views/rig.h"
+#include "windows/views/sample_form.h"
 
 #include "automation/runtime_error.h"
-#include "forms/button.h"
-#include "forms/check_box.h"
 #include "forms/combo_box.h"
 #include "forms/list_box.h"
 #include "forms/scroll_bar.h"
-#include "forms/simple_controls.h"
 #include "forms/tab.h"
-#include "forms/text_box.h"
 
 namespace mirelo::windows {
 namespace {
 
 using ::testing::ElementsAre;
-
-class Sample : public forms::Form {
- public:
-  Sample() : Form("Sample", "Sample") {
-    ok.Click.Subscribe([this] { Note("ok"), Hide(); });
-    cancel.Click.Subscribe([this] { Note("cancel"), Hide(); });
-    press.Click.Subscribe([this] { Note("press"); });
-    check.Click.Subscribe([this] { Note("check"); });
-    text.Change.Subscribe([this] { Note("text " + text.Text()); });
-    ok.Default(true);
-    cancel.Cancel(true);
-  }
-  void Note(std::string what) { noted.push_back(std::move(what)); }
-
-  forms::Label label{*this, "label", nullptr, "Words"};
-  forms::TextBox text{*this, "text", nullptr};
-  forms::CheckBox check{*this, "check", nullptr, "&Tick"};
-  forms::Button press{*this, "press", nullptr, "&Press"};
-  forms::Button ok{*this, "ok", nullptr, "&OK"};
-  forms::Button cancel{*this, "cancel", nullptr, "&Cancel"};
-  std::vector<std::string> noted;
-};
-
-class Controls : public OnTheDesktop {
- protected:
-  Sample form;
-};
 
 TEST_F(Controls, AreShownWithWhatTheyHold) {
   form.text.Text("before");
@@ -349,179 +311,6 @@ TEST_F(Controls, LieBelowTheFormsThatAreShownOverThem) {
   desktop.ShowModal(form);
   EXPECT_THAT(second.noted, ElementsAre("cancel"));
   EXPECT_THAT(form.noted, ElementsAre("check", "cancel"));
-}
-
-TEST_F(Controls, SayWhereTheyAreWhileTheyAreShown) {
-  person.Does("look", [&] {
-    const host::WindowRectangle place = desktop.GetWindowPlacement(form)->normal;
-    const host::WindowRectangle screen = desktop.GetDesktopPlacement()->normal;
-    EXPECT_GT(place.right, place.left);
-    EXPECT_GE(place.left, screen.left);
-    EXPECT_LE(place.right, screen.right);
-    form.Hide();
-  });
-  desktop.ShowModal(form);
-  EXPECT_FALSE(desktop.GetWindowPlacement(form).has_value());
-}
-
-TEST_F(Controls, AreKeptOnTheScreen) {
-  person.Does("move it off", [&] {
-    host::WindowPlacement far_off;
-    far_off.normal = {20'000, -9'000, 20'400, -8'700};
-    EXPECT_TRUE(desktop.SetWindowPlacement(form, far_off));
-    const host::WindowRectangle place = desktop.GetWindowPlacement(form)->normal;
-    const host::WindowRectangle screen = desktop.GetDesktopPlacement()->normal;
-    EXPECT_LE(place.right, screen.right);
-    EXPECT_GE(place.top, screen.top);
-    form.Hide();
-  });
-  desktop.ShowModal(form);
-  EXPECT_FALSE(desktop.SetWindowPlacement(form, {}));
-}
-
-TEST_F(Controls, AreMaximizedAndBackByTheirFormAndByWindows) {
-  person.Does("look", [&] {
-    const HWND window = person.Window().window();
-    form.WindowState(forms::Form::State::Maximized);
-    EXPECT_NE(::IsZoomed(window), 0);
-    EXPECT_EQ(desktop.GetWindowPlacement(form)->state, host::WindowPlacement::kMaximized);
-    ::ShowWindow(window, SW_RESTORE);
-    EXPECT_EQ(form.WindowState(), forms::Form::State::Normal);
-    host::WindowPlacement placement = *desktop.GetWindowPlacement(form);
-    placement.state = host::WindowPlacement::kMaximized;
-    desktop.SetWindowPlacement(form, placement);
-    EXPECT_EQ(form.WindowState(), forms::Form::State::Maximized);
-    form.Hide();
-  });
-  desktop.ShowModal(form);
-}
-
-// A form that is put somewhere while it is loaded, as one that remembers its place.
-class PlacedForm : public Sample {
- public:
-  explicit PlacedForm(host::Desktop& desktop) : desktop_(desktop) {}
-  void Form_Load() override {
-    auto placement = *desktop_.GetWindowPlacement(*this);
-    placement.normal = {100, 50, 700, 600};
-    EXPECT_TRUE(desktop_.SetWindowPlacement(*this, placement));
-    EXPECT_FALSE(Visible());
-  }
-
- private:
-  host::Desktop& desktop_;
-};
-
-TEST_F(Controls, ComeUpWhereTheyWerePutBefore) {
-  PlacedForm placed(desktop);
-  person.Does("look", [&] {
-    EXPECT_EQ(desktop.GetWindowPlacement(placed)->normal, (host::WindowRectangle{100, 50, 700, 600}));
-    placed.Hide();
-  });
-  desktop.ShowModal(placed);
-}
-
-TEST_F(Controls, GrowWithTheDotsOfTheScreen) {
-  person.Does("move to a finer screen", [&] {
-    const RECT before = person.PlaceOf("press");
-    RECT place{};
-    ::GetWindowRect(person.Window().window(), &place);
-    ::SendMessageW(person.Window().window(), WM_DPICHANGED, MAKEWPARAM(192, 192),
-                   reinterpret_cast<LPARAM>(&place));
-    const RECT after = person.PlaceOf("press");
-    EXPECT_NEAR(after.bottom - after.top, 2 * (before.bottom - before.top), 4);
-    form.Hide();
-  });
-  desktop.ShowModal(form);
-}
-
-// Higher than any screen.
-class HighForm : public forms::Form {
- public:
-  HighForm() : Form("High", "High") {
-    for (int number = 0; number < 150; ++number) {
-      fields.push_back(std::make_unique<forms::TextBox>(*this, "field" + std::to_string(number), nullptr));
-    }
-  }
-  std::vector<std::unique_ptr<forms::TextBox>> fields;
-};
-
-TEST_F(Controls, ScrollWhereTheScreenIsTooLow) {
-  HighForm high;
-  const auto is_seen = [&](const std::string& field) {
-    RECT room{};
-    ::GetClientRect(person.Window().window(), &room);
-    ::MapWindowPoints(person.Window().window(), nullptr, reinterpret_cast<POINT*>(&room), 2);
-    const RECT place = person.PlaceOf(field);
-    return place.top >= room.top && place.bottom <= room.bottom;
-  };
-  person.Does("look, and scroll", [&] {
-    const host::WindowRectangle place = desktop.GetWindowPlacement(high)->normal;
-    EXPECT_LE(place.bottom, desktop.GetDesktopPlacement()->normal.bottom);
-    EXPECT_TRUE(is_seen("field0"));
-    EXPECT_FALSE(is_seen("field149"));
-    ::SendMessageW(person.Window().window(), WM_VSCROLL, SB_BOTTOM, 0);
-    EXPECT_TRUE(is_seen("field149"));
-    ::SetFocus(person.Find("field1"));
-    EXPECT_TRUE(is_seen("field1")) << "which has the focus";
-    ::SetFocus(person.Find("field149"));
-    EXPECT_TRUE(is_seen("field149"));
-    ::SendMessageW(person.Window().window(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-    EXPECT_FALSE(is_seen("field149"));
-    high.Hide();
-  });
-  desktop.ShowModal(high);
-}
-
-// A kind of address of the tests' own, whose program writes down what it was asked to open.
-class OwnScheme {
- public:
-  OwnScheme() {
-    const std::wstring command = L"cmd.exe /c echo %1>" + file_.wstring();
-    Set(nullptr, nullptr, L"URL:Mirelo's tests");
-    Set(nullptr, L"URL Protocol", L"");
-    Set(L"shell\\open\\command", nullptr, command.c_str());
-  }
-  ~OwnScheme() {
-    ::RegDeleteTreeW(HKEY_CLASSES_ROOT, kScheme);
-    std::error_code ignored;
-    std::filesystem::remove(file_, ignored);
-  }
-  OwnScheme(const OwnScheme&) = delete;
-  OwnScheme& operator=(const OwnScheme&) = delete;
-
-  // What it was asked for within some seconds.
-  std::string Opened() const {
-    std::string line;
-    for (int i = 0; i < 200 && line.empty(); ++i) {
-      ::Sleep(50);
-      std::ifstream written(file_);
-      std::getline(written, line);
-    }
-    return line;
-  }
-
- private:
-  static void Set(const wchar_t* below, const wchar_t* name, const wchar_t* text) {
-    HKEY key = nullptr;
-    ::RegCreateKeyW(HKEY_CLASSES_ROOT, kScheme, &key);
-    ::RegSetKeyValueW(key, below, name, REG_SZ, text,
-                      static_cast<DWORD>((std::wcslen(text) + 1) * sizeof(wchar_t)));
-    ::RegCloseKey(key);
-  }
-  static constexpr const wchar_t* kScheme = L"mirelo-test";
-  const std::filesystem::path file_ =
-      std::filesystem::temp_directory_path() / ("mirelo-opened-" + std::to_string(::GetCurrentProcessId()));
-};
-
-TEST_F(Controls, OpenAddressesWithTheirProgram) {
-  const OwnScheme scheme;
-  EXPECT_GT(desktop.ShellExecuteA("open", "mirelo-test:support?subject=An-error"), 32);
-  EXPECT_EQ(scheme.Opened(), "mirelo-test:support?subject=An-error");
-}
-
-TEST_F(Controls, OpenNothingThatIsNoFileOrAddress) {
-  EXPECT_LE(desktop.ShellExecuteA("open", "Z:\\no\\such\\file.txt"), 32);
-  EXPECT_EQ(desktop.ShellExecuteA("open", ""), 31);
 }
 
 }  // namespace
