@@ -12,6 +12,15 @@ constexpr std::int32_t kDiskFull = 61;
 
 }  // namespace
 
+JournalRefused NoJournal(const std::string& file, const std::string& why, const char* source) {
+  return {Errors::PathFileAccess().Number(), "Quotes cannot be appended to " + file + ": " + why, source};
+}
+
+RuntimeError JournalReplaced(const std::string& file, const char* source) {
+  return {Errors::PathFileAccess().Number(), file + " was taken away or replaced while it was in use",
+          source};
+}
+
 void RaiseJournalFailure(const std::string& file, int reason) {
   const std::string text = file + " cannot be written: " + std::strerror(reason);
   switch (reason) {

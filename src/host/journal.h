@@ -36,6 +36,12 @@ class JournalRefused : public RuntimeError {
   using RuntimeError::RuntimeError;
 };
 
+// Error 75 of the adapter `source`, "Quotes cannot be appended to FILE: " and why.
+JournalRefused NoJournal(const std::string& file, const std::string& why, const char* source);
+
+// Error 75 of the adapter `source`, "FILE was taken away or replaced while it was in use".
+RuntimeError JournalReplaced(const std::string& file, const char* source);
+
 // Raises what the file system refuses, by its errno: JournalRefused where the name is at fault, otherwise
 // error 61 or 75. The text is "FILE cannot be written: " and the reason.
 [[noreturn]] void RaiseJournalFailure(const std::string& file, int reason);

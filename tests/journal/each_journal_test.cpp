@@ -92,7 +92,9 @@ TEST_P(EachJournal, IsNoMoreWhatItWasOnceItsFileIsReplaced) {
   const auto journal = Open();
   fs::rename(file, folder / "away");
   std::ofstream(file) << "another one";
-  EXPECT_EQ(NumberOf([&] { journal->Append(std::vector<DataRow>{TestRow("a")}); }), 75);
+  const RuntimeError error = ErrorOf([&] { journal->Append(std::vector<DataRow>{TestRow("a")}); });
+  EXPECT_EQ(error.Number(), 75);
+  EXPECT_EQ(error.Description(), file.string() + " was taken away or replaced while it was in use");
   EXPECT_EQ(Content(file), "another one");
 }
 

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "automation/text.h"
+#include "dialog/grid_columns.h"
 #include "settings/settings_test.h"
 
 namespace mirelo::testing {
@@ -205,6 +206,10 @@ TEST(SettingDefaults, AreValuesThatReadersCanUse) {
       EXPECT_NO_THROW(SettingValue(setting, *assumed)) << *assumed;
     }
   }
+}
+
+TEST(SettingDefaults, AreWideForTheTickersAndTheCharts) {
+  EXPECT_THAT(catalogue::kWideColumns, ::testing::ElementsAre(kTickerHeader, kChartHeader));
 }
 
 TEST(SettingDefaults, AreOfTheSettingsOwnKind) {

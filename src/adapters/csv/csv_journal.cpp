@@ -102,9 +102,7 @@ void CsvJournal::CheckThatItIsStillThere() const {
   struct stat named {};
   const bool is_there = ::fstat(file_.descriptor(), &open) == 0 && ::stat(path_.c_str(), &named) == 0 &&
                         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
-  if (!is_there)
-    throw RuntimeError(Errors::PathFileAccess().Number(),
-                       path_.string() + " was taken away or replaced while it was in use", kSource);
+  if (!is_there) throw host::JournalReplaced(path_.string(), kSource);
 }
 
 std::int64_t CsvJournal::Size() const {
@@ -159,10 +157,7 @@ void CsvJournal::Write(std::string_view text, std::int64_t size_before) const {
   }
 }
 
-void CsvJournal::Refuse(const std::string& why) const {
-  throw host::JournalRefused(Errors::PathFileAccess().Number(),
-                             "Quotes cannot be appended to " + path_.string() + ": " + why, kSource);
-}
+void CsvJournal::Refuse(const std::string& why) const { throw host::NoJournal(path_.string(), why, kSource); }
 
 void CsvJournal::Fail(int reason) const { host::RaiseJournalFailure(path_.string(), reason); }
 

@@ -48,9 +48,7 @@ std::string Made(const fs::path& file) {
   const bool is_file = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
   ::close(descriptor);
   if (is_file) return file.string();
-  throw host::JournalRefused(Errors::PathFileAccess().Number(),
-                             "Quotes cannot be appended to " + file.string() + ": it is no regular file",
-                             kJournalSource);
+  throw host::NoJournal(file.string(), "it is no regular file", kJournalSource);
 }
 
 }  // namespace
@@ -68,9 +66,7 @@ SqliteJournal::SqliteJournal(const fs::path& file, std::vector<host::DataColumn>
 }
 
 void SqliteJournal::Append(std::span<const host::DataRow> rows) {
-  if (database_.HasMoved())
-    throw RuntimeError(Errors::PathFileAccess().Number(),
-                       path_.string() + " was taken away or replaced while it was in use", kJournalSource);
+  if (database_.HasMoved()) throw host::JournalReplaced(path_.string(), kJournalSource);
   Check(database_.Execute("BEGIN IMMEDIATE"));
   const Transaction transaction(database_);
   for (const host::DataRow& row : rows) {
@@ -189,8 +185,7 @@ void SqliteJournal::Check(int result) {
 }
 
 void SqliteJournal::Refuse(const std::string& why) const {
-  throw host::JournalRefused(Errors::PathFileAccess().Number(),
-                             "Quotes cannot be appended to " + path_.string() + ": " + why, kJournalSource);
+  throw host::NoJournal(path_.string(), why, kJournalSource);
 }
 
 }  // namespace mirelo::sqlite
