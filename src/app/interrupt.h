@@ -1,12 +1,14 @@
 #pragma once
 
+#include <csignal>
+
 #include "automation/event.h"
 #include "host/message_loop.h"
 
 namespace mirelo::app {
 
-// Turns Ctrl-C (and SIGTERM, and the end of the terminal) into something that the message loop sees, so that
-// the program ends in order. One may exist at a time.
+// Turns what asks the program to stop (SeenStopSignals) into something that the message loop sees, so that it
+// ends in order. One may exist at a time.
 class Interrupt {
  public:
   // What becomes of a second one: it ends the program at once, as if nothing were caught, or it is seen as
@@ -30,6 +32,7 @@ class Interrupt {
 
  private:
   host::MessageLoop& loop_;
+  sigset_t signals_;
   int descriptor_ = -1;
   host::MessageLoop::Token watch_ = 0;
   bool requested_ = false;

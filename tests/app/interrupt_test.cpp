@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 
 #include "adapters/poll/poll_loop.h"
 
@@ -50,6 +51,36 @@ TEST(Interrupt, SeesTheSecondCtrlCWhereThatIsWanted) {
   interrupt.Forget();
   EXPECT_FALSE(interrupt.Pause(hours(1)));
   EXPECT_EQ(stopped, 2);
+}
+
+// As nohup and scripts start programs. Each in a process of its own: what is ignored stays so.
+TEST(InterruptDeathTest, WhatTheProgramWasToldToIgnoreStopsNothing) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    SCOPED_TRACE(signal);
+    EXPECT_EXIT(
+        {
+          std::signal(signal, SIG_IGN);
+          poll::PollLoop loop;
+          Interrupt interrupt(loop);
+          ::raise(signal);
+          const bool passed = interrupt.Pause(milliseconds(1));
+          ::raise(signal);
+          std::_Exit(passed && !interrupt.Requested() ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+  }
+}
+
+TEST(InterruptDeathTest, TheOthersStopItAllTheSame) {
+  EXPECT_EXIT(
+      {
+        std::signal(SIGHUP, SIG_IGN);
+        poll::PollLoop loop;
+        Interrupt interrupt(loop);
+        loop.StartTimer(milliseconds(1), [] { ::raise(SIGTERM); });
+        std::_Exit(interrupt.Pause(hours(1)) ? 1 : 0);
+      },
+      ::testing::ExitedWithCode(0), "");
 }
 
 TEST(InterruptDeathTest, TheSecondCtrlCEndsTheProgramAtOnce) {

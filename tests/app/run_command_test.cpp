@@ -247,6 +247,20 @@ TEST_F(Run, SaysThatCredentialsAreMissingAndKeepsTheTablesOfGo) {
             "MSFT");
 }
 
+TEST_F(Run, GoesOnUnderNohupWhenItsTerminalEnds) {
+  const std::string mirelo = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+  const auto result = RunProgram("/bin/sh", folder_.path(),
+                                 {"-c", "nohup '" + mirelo + R"(' run --demo --headless >out 2>err &
+      until grep -q Streaming err; do sleep 0.05; done
+      kill -HUP $!
+      sleep 1
+      grep '^State:.*Z' /proc/$!/status
+      kill -TERM $!
+      wait $!)"});
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(result.out, "") << "it ended at the first";
+}
+
 TEST_F(Run, SaysWhatADurationIs) {
   const auto result = RunWith({"--demo", "--for", "soon"});
   EXPECT_EQ(result.exit_code, 2);

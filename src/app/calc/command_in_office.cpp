@@ -14,18 +14,18 @@
 #include "app/calc/own_office.h"
 #include "app/child_process.h"
 #include "app/exit_code.h"
+#include "app/stop_signals.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {
 
 namespace {
 
-constexpr std::array kStops{SIGINT, SIGTERM, SIGHUP};
 constexpr std::chrono::seconds kFromOverToEnd{15};
 constexpr int kEndedBySignal = 128;
 
 bool IsStop(int code) {
-  for (const int stop : kStops) {
+  for (const int stop : kStopSignals) {
     if (code == kEndedBySignal + stop) return true;
   }
   return false;
@@ -35,8 +35,6 @@ bool IsStop(int code) {
 class Stops {
  public:
   Stops() {
-    sigemptyset(&signals_);
-    for (const int stop : kStops) sigaddset(&signals_, stop);
     ::sigprocmask(SIG_BLOCK, &signals_, &before_);
     descriptor_ = poll::Descriptor(::signalfd(-1, &signals_, SFD_NONBLOCK | SFD_CLOEXEC));
   }
@@ -54,7 +52,7 @@ class Stops {
   }
 
  private:
-  sigset_t signals_{};
+  sigset_t signals_ = SeenStopSignals();
   sigset_t before_{};
   poll::Descriptor descriptor_;
 };
