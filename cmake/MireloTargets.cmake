@@ -3,8 +3,7 @@
 #   mirelo_room(file...)                                 sources of a subsystem room, part of the library mirelo
 #   mirelo_library(NAME SOURCES file... [LINK target...])   values, ports or an adapter: static, named mirelo_NAME
 #   mirelo_program(NAME SOURCES file... [LINK target...])   an executable in bin/
-#   mirelo_test(NAME [QT] SOURCES file... [LINK target...]) a GoogleTest program whose suites CTest runs one by one;
-#                                                        QT for one that includes headers of Qt
+#   mirelo_test(NAME SOURCES file... [LINK target...])      a GoogleTest program whose suites CTest runs one by one
 #   mirelo_suites(PREFIX PROGRAM target [ONLY regex] [ENVIRONMENT name=value])   some of them once more, in other surroundings
 #   mirelo_bench(NAME SOURCES file... [LINK target...])     a Google Benchmark program
 #   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program; only compiled where MIRELO_FUZZ is off
@@ -89,9 +88,12 @@ if(MIRELO_FUZZ)
   target_compile_options(mirelo_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+include(Precompiled)
+
 # The system itself: the subsystem rooms know each other both ways, so they are one library.
 add_library(mirelo STATIC)
 target_link_libraries(mirelo PUBLIC mirelo_options mirelo_host mirelo_forms mirelo_automation)
+mirelo_use_precompiled(mirelo mirelo_precompiled)
 
 function(mirelo_room)
   foreach(source IN LISTS ARGN)
@@ -106,6 +108,7 @@ function(mirelo_library NAME)
   endif()
   add_library(mirelo_${NAME} STATIC ${ARG_SOURCES})
   target_link_libraries(mirelo_${NAME} PUBLIC mirelo_options ${ARG_LINK})
+  mirelo_use_precompiled(mirelo_${NAME} mirelo_precompiled)
 endfunction()
 
 function(mirelo_program NAME)
@@ -115,7 +118,7 @@ function(mirelo_program NAME)
 endfunction()
 
 function(mirelo_test NAME)
-  cmake_parse_arguments(ARG "QT" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   if(WIN32)
     mirelo_leave_out_for_windows(ARG_SOURCES ARG_LINK)
     if(NOT ARG_SOURCES)
@@ -128,12 +131,7 @@ function(mirelo_test NAME)
   endif()
   target_include_directories(test_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(test_${NAME} PRIVATE mirelo_options mirelo_test_options ${ARG_LINK} GTest::gmock_main)
-  # Qt has its users compiled with other flags, for which a precompiled header is of no use to others.
-  set(precompiled mirelo_test_precompiled)
-  if(ARG_QT AND NOT WIN32)
-    string(APPEND precompiled _qt)
-  endif()
-  target_precompile_headers(test_${NAME} REUSE_FROM ${precompiled})
+  mirelo_use_precompiled(test_${NAME} mirelo_test_precompiled)
   if(WIN32)
     target_link_libraries(test_${NAME} PRIVATE mirelo_posix_sockets mirelo_windows)
     # An entry a program: the start of each costs more there than its tests, and nothing runs while it is built.
