@@ -8,6 +8,7 @@
 #include "core/mGlobal.h"
 #include "diagnostics/CFormRestore.h"
 #include "diagnostics/routine.h"
+#include "dialog/column_widths.h"
 #include "dialog/frmMirelo.h"
 #include "streaming/cQTStreaming.h"
 
@@ -16,6 +17,12 @@ namespace mirelo {
 namespace {
 
 constexpr const char* kNothingCommitted = "2";
+
+// Its statements are the calling routine's.
+void SavePlacement(Frame& frame, std::unique_ptr<CFormRestore>& placement, forms::Form& form) {
+  STEP(Referred(placement.get()).SavePosition(form));
+  STEP(placement.reset());
+}
 
 }  // namespace
 
@@ -32,7 +39,7 @@ void frmMirelo::Form_Load() {
 void frmMirelo::ButGo_Click() {
   Routine("Mirelo.frmMirelo.ButGo_Click", [&](Frame& frame) {
     if (frame.test([&] { return save_settings_and_create_table(true); })) {
-      SavePlacement(frame);
+      SavePlacement(frame, Placement_, *this);
       frame.ignore_failures();
       TearDownStream();
       STEP(Hide());
@@ -44,8 +51,8 @@ void frmMirelo::ButGo_Click() {
 
 void frmMirelo::ButClose_Click() {
   Routine("Mirelo.frmMirelo.ButClose_Click", [&](Frame& frame) {
-    StoreColumnWidths(frame);
-    SavePlacement(frame);
+    StoreColumnWidths(frame, *this);
+    SavePlacement(frame, Placement_, *this);
     frame.ignore_failures();
     TearDownStream();
     STEP(Hide());
@@ -72,11 +79,6 @@ void frmMirelo::Form_Unload() {
     STEP(Tag(kNothingCommitted));
     frame.pop();
   });
-}
-
-void frmMirelo::SavePlacement(Frame& frame) {
-  STEP(Referred(Placement_.get()).SavePosition(*this));
-  STEP(Placement_.reset());
 }
 
 void frmMirelo::TearDownStream() {

@@ -1,27 +1,33 @@
-// The widths of the grid's columns, kept by the columns' headers.
+#include "dialog/column_widths.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
-#include "core/settings_table.h"
+#include "core/setting_names.h"
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 
 namespace mirelo {
 
-void frmMirelo::StoreColumnWidths(Frame& frame) {
+void StoreColumnWidths(Frame& frame, const frmMirelo& form) {
+  const forms::Grid& FG = form.FG;
   for (const std::int32_t column : frame.loop([&] { return Bounds{0, FG.Cols() - 1}; })) {
     if (frame.test([&] { return !FG.TextMatrix(0, column).empty(); })) {
-      STEP(Store().SaveSetting(catalogue::kWidths, FG.TextMatrix(0, column), Variant(FG.ColWidth(column))));
+      STEP(Referred(form.frmAppSettings())
+               .SaveSetting(catalogue::kWidths, FG.TextMatrix(0, column), Variant(FG.ColWidth(column))));
     }
   }
 }
 
-std::int32_t frmMirelo::StoredColumnWidth(const std::string& header, std::string_view default_width) const {
-  return Store().GetSetting(catalogue::kWidths, header, Variant(default_width)).ToInt32();
+std::int32_t StoredColumnWidth(const frmMirelo& form, const std::string& header,
+                               std::string_view default_width) {
+  return Referred(form.frmAppSettings())
+      .GetSetting(catalogue::kWidths, header, Variant(default_width))
+      .ToInt32();
 }
 
 }  // namespace mirelo

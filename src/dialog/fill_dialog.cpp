@@ -21,55 +21,74 @@ namespace mirelo {
 
 Variant frmMirelo::Setting(DialogSetting setting) const { return setting.In(Store()); }
 
+// The dialog while it is filled. The statements are those of Form_Activate.
+struct frmMirelo::Filling {
+  Frame& frame;
+  frmMirelo& form;
+
+  void Times();
+  void Charts();
+  void Table();
+  void Timing();
+  void VerticalTables();
+  void Connection();
+  void Columns();
+  void EnableByOptions();
+  void Colors();
+
+  Variant Setting(DialogSetting setting) const { return form.Setting(setting); }
+};
+
 void frmMirelo::Form_Activate() {
   Routine("Mirelo.frmMirelo.Form_Activate", [&](Frame& frame) {
     if (!ReloadOnActivate_) return;  // this exit leaves the name on the call stack
-    FillTimes(frame);
-    FillCharts(frame);
-    FillTable(frame);
-    FillTiming(frame);
-    FillVerticalTables(frame);
-    FillConnection(frame);
-    FillColumns(frame);
-    EnableByOptions(frame);
-    FillColors(frame);
+    Filling filling{frame, *this};
+    filling.Times();
+    filling.Charts();
+    filling.Table();
+    filling.Timing();
+    filling.VerticalTables();
+    filling.Connection();
+    filling.Columns();
+    filling.EnableByOptions();
+    filling.Colors();
     STEP(C1TTickersSettings.CurrTab(kTickersTab));
     frame.pop();
   });
 }
 
-void frmMirelo::FillTimes(Frame& frame) {
-  STEP(ComDisplayTimezone.Clear());
-  for (const TimeZone& zone : kTimeZones) STEP(ComDisplayTimezone.AddItem(zone.name));
+void frmMirelo::Filling::Times() {
+  STEP(form.ComDisplayTimezone.Clear());
+  for (const TimeZone& zone : kTimeZones) STEP(form.ComDisplayTimezone.AddItem(zone.name));
   // A text that is no entry is shown as well.
-  STEP(ComDisplayTimezone.Text(Setting("DisplayTimezone").ToText()));
+  STEP(form.ComDisplayTimezone.Text(Setting("DisplayTimezone").ToText()));
 
-  STEP(ComDisplayOffset.Clear());
+  STEP(form.ComDisplayOffset.Clear());
   for (std::int32_t offset = kHighestHalfHour; offset >= kLowestHalfHour; --offset)
-    STEP(ComDisplayOffset.AddItem(DisplayOffsetText(offset)));
-  STEP(ComDisplayOffset.Text(Setting("DisplayOffset").ToText()));
+    STEP(form.ComDisplayOffset.AddItem(DisplayOffsetText(offset)));
+  STEP(form.ComDisplayOffset.Text(Setting("DisplayOffset").ToText()));
 }
 
-void frmMirelo::FillCharts(Frame& frame) {
-  STEP(ComChartStyle.Clear());
-  for (const char* style : kStyles) STEP(ComChartStyle.AddItem(style));
-  STEP(ComChartStyle.Text(Setting("ChartStyle").ToText()));
-  STEP(chkBuildCharts.Value(Setting("BuildCharts").ToInt16()));
-  STEP(chkChartStyle.Value(ComChartStyle.Text() != kNoStyle));
-  STEP(chkColorPoints.Value(Setting("ColorPoints").ToInt16()));
-  STEP(chkAddYAxis.Value(Setting("AddYAxis").ToInt16()));
-  STEP(chkGreyOut.Value(Setting("GreyOut").ToInt16()));
-  STEP(txtChartPoints.Text(Setting("ChartPoints").ToText()));
+void frmMirelo::Filling::Charts() {
+  STEP(form.ComChartStyle.Clear());
+  for (const char* style : kStyles) STEP(form.ComChartStyle.AddItem(style));
+  STEP(form.ComChartStyle.Text(Setting("ChartStyle").ToText()));
+  STEP(form.chkBuildCharts.Value(Setting("BuildCharts").ToInt16()));
+  STEP(form.chkChartStyle.Value(form.ComChartStyle.Text() != kNoStyle));
+  STEP(form.chkColorPoints.Value(Setting("ColorPoints").ToInt16()));
+  STEP(form.chkAddYAxis.Value(Setting("AddYAxis").ToInt16()));
+  STEP(form.chkGreyOut.Value(Setting("GreyOut").ToInt16()));
+  STEP(form.txtChartPoints.Text(Setting("ChartPoints").ToText()));
 }
 
-void frmMirelo::FillTable(Frame& frame) {
-  STEP(txtDecimalPlaces.Text(Setting("txtDecimalPlaces").ToText()));
-  STEP(txtVerticalSheet.Text(std::string(Trim(Setting("txtVerticalSheet").ToText()))));
-  STEP(ComStyle.Clear());
-  for (const char* style : kStyles) STEP(ComStyle.AddItem(style));
-  STEP(LoadFG());
-  STEP(PrevColumnCount_ = -1);
-  STEP(ComStyle.Text(Setting("Style").ToText()));
+void frmMirelo::Filling::Table() {
+  STEP(form.txtDecimalPlaces.Text(Setting("txtDecimalPlaces").ToText()));
+  STEP(form.txtVerticalSheet.Text(std::string(Trim(Setting("txtVerticalSheet").ToText()))));
+  STEP(form.ComStyle.Clear());
+  for (const char* style : kStyles) STEP(form.ComStyle.AddItem(style));
+  STEP(form.LoadFG());
+  STEP(form.PrevColumnCount_ = -1);
+  STEP(form.ComStyle.Text(Setting("Style").ToText()));
 }
 
 // Four more properties of the grid are set here in the dialog as it was first designed (0, 3, 0 and 1); which
@@ -82,65 +101,66 @@ void frmMirelo::LoadFG() {
   });
 }
 
-void frmMirelo::FillTiming(Frame& frame) {
-  STEP(chkUpdOrNot.Value(Setting("UpdateEvery").ToInt16()));
-  if (chkUpdOrNot.Value() == 1) {
-    STEP(txtSec.Text(Setting("Seconds").ToText()));
+void frmMirelo::Filling::Timing() {
+  STEP(form.chkUpdOrNot.Value(Setting("UpdateEvery").ToInt16()));
+  if (form.chkUpdOrNot.Value() == 1) {
+    STEP(form.txtSec.Text(Setting("Seconds").ToText()));
   } else {
-    STEP(txtSec.Text("0"));
+    STEP(form.txtSec.Text("0"));
   }
-  STEP(chkStyleOrNot.Value(ComStyle.Text() != kNoStyle));
+  STEP(form.chkStyleOrNot.Value(form.ComStyle.Text() != kNoStyle));
 }
 
-void frmMirelo::FillVerticalTables(Frame& frame) {
-  STEP(VerticalClickArmed_ = false);
-  STEP(chkVerTable.Value(Setting("VerticalTable").ToInt16()));
-  STEP(TickerCol_ = chkVerTable.Value() == 0 ? 0 : 1);
-  STEP(VerticalClickArmed_ = true);
+void frmMirelo::Filling::VerticalTables() {
+  STEP(form.VerticalClickArmed_ = false);
+  STEP(form.chkVerTable.Value(Setting("VerticalTable").ToInt16()));
+  STEP(form.TickerCol_ = form.chkVerTable.Value() == 0 ? 0 : 1);
+  STEP(form.VerticalClickArmed_ = true);
 
-  STEP(txtRows.Enabled(chkLimitRows.Value() == 1));
-  STEP(VScrollRows.Enabled(chkLimitRows.Value() == 1));
-  STEP(txtRows.Text(Setting("RowsLimit").ToText()));
-  STEP(chkLimitRows.Value(Val(txtRows.Text()) != 0));
-  STEP(VScrollRows.Enabled(txtRows.Enabled()));
+  STEP(form.txtRows.Enabled(form.chkLimitRows.Value() == 1));
+  STEP(form.VScrollRows.Enabled(form.chkLimitRows.Value() == 1));
+  STEP(form.txtRows.Text(Setting("RowsLimit").ToText()));
+  STEP(form.chkLimitRows.Value(Val(form.txtRows.Text()) != 0));
+  STEP(form.VScrollRows.Enabled(form.txtRows.Enabled()));
 }
 
-void frmMirelo::FillConnection(Frame& frame) {
-  STEP(txtHTTPPort.Text(Setting("HTTPPort").ToText()));
-  STEP(txtSocketPort.Text(Setting("SocketPort").ToText()));
-  STEP(txtWebAddress.Text(Setting("Webaddress").ToText()));
+void frmMirelo::Filling::Connection() {
+  STEP(form.txtHTTPPort.Text(Setting("HTTPPort").ToText()));
+  STEP(form.txtSocketPort.Text(Setting("SocketPort").ToText()));
+  STEP(form.txtWebAddress.Text(Setting("Webaddress").ToText()));
 }
 
 // The table on the sheet knows better than the settings which columns there are.
-void frmMirelo::FillColumns(Frame& frame) {
+void frmMirelo::Filling::Columns() {
   std::string hidden;
   std::string shown;
   STEP(hidden = Setting("ListLeft").ToText());
   STEP(shown = Setting("ListRight").ToText());
-  STEP(LoadTickers(hidden, shown));
+  STEP(form.LoadTickers(hidden, shown));
 
   std::vector<std::string> names;
-  STEP(ListLeft.Clear());
+  STEP(form.ListLeft.Clear());
   if (!hidden.empty()) {
     STEP(names = Split(hidden, ","));
-    for (const std::string& name : names) STEP(ListLeft.AddItem(name));
+    for (const std::string& name : names) STEP(form.ListLeft.AddItem(name));
   }
-  STEP(ListRight.Clear());
+  STEP(form.ListRight.Clear());
   STEP(names = Split(shown, ","));
-  for (const std::string& name : names) STEP(ListRight.AddItem(name));
+  for (const std::string& name : names) STEP(form.ListRight.AddItem(name));
 
-  for (forms::Button* button : {&ButRight, &ButAllRight, &ButLeft, &ButAllLeft, &ButDown, &ButUp})
+  for (forms::Button* button :
+       {&form.ButRight, &form.ButAllRight, &form.ButLeft, &form.ButAllLeft, &form.ButDown, &form.ButUp})
     STEP(button->Enabled(false));
 }
 
-void frmMirelo::EnableByOptions(Frame& frame) {
-  EnableRowsLimit(frame);
-  STEP(chkBuildCharts_Click());
-  EnableRowsLimit(frame);
-  STEP(TickerCol_ = chkVerTable.Value() == 0 ? 0 : 1);
-  STEP(FGVertical(false));
-  if (chkVerTable.Value() == 1) STEP(ChkFGVerticalTables());
-  STEP(chkUpdOrNot_Click());
+void frmMirelo::Filling::EnableByOptions() {
+  form.EnableRowsLimit(frame);
+  STEP(form.chkBuildCharts_Click());
+  form.EnableRowsLimit(frame);
+  STEP(form.TickerCol_ = form.chkVerTable.Value() == 0 ? 0 : 1);
+  STEP(form.FGVertical(false));
+  if (form.chkVerTable.Value() == 1) STEP(form.ChkFGVerticalTables());
+  STEP(form.chkUpdOrNot_Click());
 }
 
 // Only vertical tables can have a limit of rows.
@@ -150,9 +170,9 @@ void frmMirelo::EnableRowsLimit(Frame& frame) {
   STEP(VScrollRows.Enabled(chkVerTable.Value() == 1));
 }
 
-void frmMirelo::FillColors(Frame& frame) {
-  STEP(backColorTxtFillColor(txtOn, Setting("FillColorON").ToInt32()));
-  STEP(backColorTxtFillColor(txtOff, Setting("FillColorOFF").ToInt32()));
+void frmMirelo::Filling::Colors() {
+  STEP(form.backColorTxtFillColor(form.txtOn, Setting("FillColorON").ToInt32()));
+  STEP(form.backColorTxtFillColor(form.txtOff, Setting("FillColorOFF").ToInt32()));
 }
 
 }  // namespace mirelo

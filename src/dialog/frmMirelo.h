@@ -8,25 +8,15 @@
 #include "automation/event.h"
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
-#include "forms/button.h"
-#include "forms/check_box.h"
-#include "forms/combo_box.h"
-#include "forms/form.h"
-#include "forms/grid.h"
-#include "forms/list_box.h"
-#include "forms/scroll_bar.h"
-#include "forms/simple_controls.h"
-#include "forms/tab.h"
-#include "forms/text_box.h"
-#include "host/excel/constants.h"
+#include "dialog/settings_controls.h"
+#include "worksheet/table_names.h"
+#include "worksheet/variant_arrays.h"
 
 namespace mirelo {
 
 namespace host::excel {
 class Application;
 class Chart;
-class Range;
-class Sheet;
 class Worksheet;
 class Worksheets;
 }  // namespace host::excel
@@ -35,19 +25,19 @@ class CAppSettings;
 class CFormRestore;
 class cMirelo;
 class cQTStreaming;
-class DialogSetting;
 class Frame;
 class frmColor;
 
 // The settings dialog: tickers, columns, the connection to QuoteTracker, charts and colours. It is the work
 // place of what the Go button does as well, so its routines are spread over the rooms that they belong to.
+// Some need no dialog: what works on arrays and names alone it has from its bases.
 //
 // To show it, set frmAppSettings and Owner, show it modally, and read the Tag: "77" (committed, quotes are to
 // be streamed), "78" (committed, any other case), or "2" (nothing committed).
 //
 // Nothing is stored before Go, with two exceptions: the fill colours, which are stored when they are picked,
 // and the widths of the grid's columns.
-class frmMirelo : public forms::Form {
+class frmMirelo : public SettingsControls, public VariantArrays, public TableNames {
  public:
   frmMirelo();
   ~frmMirelo() override;
@@ -68,84 +58,6 @@ class frmMirelo : public forms::Form {
   void Form_Load() override;
   void Form_Activate() override;
   void Form_Unload() override;
-
-  // --- The controls, in tab order -----------------------------------------------------------------------
-
-  forms::Panel C1Elastic1{*this, "C1Elastic1", nullptr};
-  forms::Tab C1TTickersSettings{*this, "C1TTickersSettings", &C1Elastic1,
-                                "&Tickers|&Settings|&Charting|&Fields"};
-
-  forms::Panel C1ElaTickers{*this, "C1ElaTickers", &C1TTickersSettings};
-  forms::TextBox txtTicker{*this, "txtTicker", &C1ElaTickers};
-  forms::Button ButAdd{*this, "ButAdd", &C1ElaTickers, "Add"};
-  forms::Button ButTickerUp{*this, "ButTickerUp", &C1ElaTickers};
-  forms::Button ButTickerDown{*this, "ButTickerDown", &C1ElaTickers};
-  forms::Button ButDel{*this, "ButDel", &C1ElaTickers};
-  forms::Button ButImport{*this, "ButImport", &C1ElaTickers, "Import"};
-  forms::Button ButExport{*this, "ButExport", &C1ElaTickers, "Export"};
-  forms::Button ButSort{*this, "ButSort", &C1ElaTickers, "Sort Tickers"};
-  forms::Grid FG{*this, "FG", &C1ElaTickers};
-  forms::CheckBox chkVerTable{*this, "chkVerTable", &C1ElaTickers, "Add vertical quotes table"};
-  forms::CheckBox chkLimitRows{*this, "chkLimitRows", &C1ElaTickers, "Limit number of rows to:"};
-  forms::TextBox txtRows{*this, "txtRows", &C1ElaTickers};
-  forms::ScrollBar VScrollRows{*this, "VScrollRows", &C1ElaTickers, 3600, 0};
-  forms::Image ImageChart{*this, "ImageChart", &C1ElaTickers, "chart"};
-
-  forms::Panel C1ElaSettings{*this, "C1ElaSettings", &C1TTickersSettings};
-  forms::Label lblTimingOptions{*this, "lblTimingOptions", &C1ElaSettings, "Timing Options:"};
-  forms::CheckBox chkUpdOrNot{*this, "chkUpdOrNot", &C1ElaSettings, "Update every"};
-  forms::TextBox txtSec{*this, "txtSec", &C1ElaSettings};
-  forms::ScrollBar VScrollSec{*this, "VScrollSec", &C1ElaSettings, 3600, 0};
-  forms::Label lblSeconds{*this, "lblSeconds", &C1ElaSettings, "seconds."};
-  forms::ComboBox ComQuoteSource{*this, "ComQuoteSource", &C1ElaSettings, forms::ComboBox::Style::DropDown,
-                                 true};
-  forms::Button ButUpDate{*this, "ButUpDate", &C1ElaSettings, "UpDate"};
-  forms::Label lblStatus{*this, "lblStatus", &C1ElaSettings};
-  forms::Line Line1{*this, "Line1", &C1ElaSettings};
-  forms::TextBox txtWebAddress{*this, "txtWebAddress", &C1ElaSettings, "127.0.0.1"};
-  forms::TextBox txtHTTPPort{*this, "txtHTTPPort", &C1ElaSettings, "16239"};
-  forms::TextBox txtSocketPort{*this, "txtSocketPort", &C1ElaSettings, "16240"};
-  forms::ComboBox ComDisplayTimezone{*this, "ComDisplayTimezone", &C1ElaSettings};
-  forms::ComboBox ComDisplayOffset{*this, "ComDisplayOffset", &C1ElaSettings};
-  forms::Line Line2{*this, "Line2", &C1ElaSettings};
-  forms::CheckBox chkStyleOrNot{*this, "chkStyleOrNot", &C1ElaSettings, "Table style"};
-  forms::ComboBox ComStyle{*this, "ComStyle", &C1ElaSettings};
-  forms::TextBox txtOn{*this, "txtOn", &C1ElaSettings};
-  forms::Button ButOn{*this, "ButOn", &C1ElaSettings, "On"};
-  forms::TextBox txtOff{*this, "txtOff", &C1ElaSettings};
-  forms::Button ButOff{*this, "ButOff", &C1ElaSettings, "Off"};
-  forms::TextBox txtDecimalPlaces{*this, "txtDecimalPlaces", &C1ElaSettings};
-  forms::ScrollBar VScrollDecimalplaces{*this, "VScrollDecimalplaces", &C1ElaSettings, 10, 0};
-  forms::Label lblExample{*this, "lblExample", &C1ElaSettings, "2.12"};
-  forms::TextBox txtVerticalSheet{*this, "txtVerticalSheet", &C1ElaSettings};
-  forms::Label lblTicker{*this, "lblTicker", &C1ElaSettings, "(Ticker)"};
-  forms::Label lblExampleSheet{*this, "lblExampleSheet", &C1ElaSettings, "Quotes_Vertical(Ticker)"};
-
-  forms::Panel C1ElaCharting{*this, "C1ElaCharting", &C1TTickersSettings};
-  forms::CheckBox chkBuildCharts{*this, "chkBuildCharts", &C1ElaCharting, "Build charts"};
-  forms::CheckBox chkChartStyle{*this, "chkChartStyle", &C1ElaCharting, "Chart style:"};
-  forms::ComboBox ComChartStyle{*this, "ComChartStyle", &C1ElaCharting};
-  forms::TextBox txtChartPoints{*this, "txtChartPoints", &C1ElaCharting};
-  forms::ScrollBar VScrollChartPoints{*this, "VScrollChartPoints", &C1ElaCharting, 100, 0};
-  forms::CheckBox chkAddYAxis{*this, "chkAddYAxis", &C1ElaCharting, "Add Y Axis"};
-  forms::CheckBox chkColorPoints{*this, "chkColorPoints", &C1ElaCharting, "Color Points"};
-  forms::CheckBox chkGreyOut{*this, "chkGreyOut", &C1ElaCharting, "Use grey-outing"};
-
-  forms::Panel C1ElaFields{*this, "C1ElaFields", &C1TTickersSettings};
-  forms::Label lblAvailableColums{*this, "lblAvailableColums", &C1ElaFields, "Available columns"};
-  forms::ListBox ListLeft{*this, "ListLeft", &C1ElaFields};
-  forms::Button ButRight{*this, "ButRight", &C1ElaFields};
-  forms::Button ButAllRight{*this, "ButAllRight", &C1ElaFields};
-  forms::Button ButLeft{*this, "ButLeft", &C1ElaFields};
-  forms::Button ButAllLeft{*this, "ButAllLeft", &C1ElaFields};
-  forms::Label lblColumsTo{*this, "lblColumsTo", &C1ElaFields, "Columns to view"};
-  forms::ListBox ListRight{*this, "ListRight", &C1ElaFields};
-  forms::Button ButUp{*this, "ButUp", &C1ElaFields};
-  forms::Button ButDown{*this, "ButDown", &C1ElaFields};
-
-  forms::Button ButGo{*this, "ButGo", &C1Elastic1, "Go"};
-  forms::Button ButClose{*this, "ButClose", &C1Elastic1, "Close"};
-  forms::Button ButCancel{*this, "ButCancel", &C1Elastic1, "Cancel"};
 
   // --- Routines that others than the form's own handlers call ---------------------------------------------
   // All are routine frames: a failure is reported by the error handler and never raised.
@@ -195,14 +107,6 @@ class frmMirelo : public forms::Form {
 
   // Makes the grid's field columns those of ListRight that a vertical table can show, keeping their ticks.
   void GetListVerticFields();
-  // The part of a comma list that a vertical table can show, in its order.
-  static std::string GiveListVerticFields(const std::string& list);
-  // Whether a vertical table (the quote table) can have a column of that name, whatever its case.
-  static bool CheckFieldForVerticalTable(const std::string& name);
-  static bool CheckFieldHeaderTable(const std::string& name);
-  // A comma list without empty entries and without repeats, which are found whatever their case; the first
-  // spelling stays.
-  static std::string NullDublicatForListRight(const std::string& list);
 
   // worksheet/vertical_sheets.cpp; both leave alone what they cannot change
 
@@ -220,37 +124,6 @@ class frmMirelo : public forms::Form {
   void ChkFGVerticalTables();
   // The text of the comment on a cell; empty where there is none. Raises nothing.
   static std::string GivComment(host::excel::Worksheet& sheet, const std::string& cell);
-
-  // worksheet/variant_arrays.cpp; see there
-
-  // Adds a value at the end of an array with lower bound 0, or makes an array of it; answers the array. Error
-  // 9 for another lower bound or a second dimension.
-  static Variant mPush(Variant& array, const Variant& value);
-  // Adds a value, or the elements of an array one by one, at the end of an array, or makes an array with
-  // that lower bound of them; answers how many were added. Error 9 for a second dimension.
-  static std::int16_t Arr_Push(Variant& array, const Variant& value, std::int32_t lower);
-  // The index of the first element that equals the value; -1 for none, and when it is no array.
-  static std::int16_t Arr_Search(const Variant& array, const Variant& value);
-  // The number of elements; -1 when it is no array.
-  static std::int16_t Arr_Count(const Variant& array);
-  // The number of dimensions, 0 when it is no array. Not a routine frame: it cannot fail.
-  static std::int16_t ArrayDimensions(const Variant& array);
-
-  // worksheet/range_arrays.cpp
-
-  // The values of a range: of a single column an array from 1 on with its numbers and texts, everything else
-  // being left out; of more columns all values, with the column as first index and the row as second, both
-  // from 1 on.
-  static Variant Range2Array(const std::shared_ptr<host::excel::Range>& range);
-  // The array of two dimensions with its indexes exchanged. Writes no cells.
-  static Variant Array2Range(const Variant& array);
-
-  // worksheet/bad_symbols.cpp
-
-  // Both replace each of `characters` by "_", in place, and answer the text.
-  static Variant RemoveBadSymbols(Variant& text, const std::string& characters);
-  static Variant remove_bad_symbols(Variant& text,
-                                    const std::string& characters = "=~@#$%^&*()-+\\/.,';`\"!:\\/?*[]");
 
   // worksheet/last_cell.cpp
 
@@ -295,19 +168,16 @@ class frmMirelo : public forms::Form {
   CAppSettings& Store() const { return Referred(frmAppSettings_); }
   cMirelo& Facade() const { return Referred(Owner_); }
 
-  // Members that get a frame are runs of statements of the routine that it belongs to.
+  // Runs of statements of one routine each, in the source that has the routine.
+  struct Filling;
+  struct GridLayout;
+  struct TableReading;
+  struct Saving;
+  struct QuoteTableRun;
+  struct VerticalSheetRun;
+  struct ChartsRun;
 
   // fill_dialog.cpp
-  void FillTimes(Frame& frame);
-  void FillCharts(Frame& frame);
-  void FillTable(Frame& frame);
-  void FillTiming(Frame& frame);
-  void FillVerticalTables(Frame& frame);
-  void FillConnection(Frame& frame);
-  void FillColumns(Frame& frame);
-  void EnableByOptions(Frame& frame);
-  void EnableRowsLimit(Frame& frame);
-  void FillColors(Frame& frame);
   void LoadFG();
   // A value of the section "Settings". Error 91 without a store; otherwise the store's errors.
   Variant Setting(DialogSetting setting) const;
@@ -316,16 +186,8 @@ class frmMirelo : public forms::Form {
   void ButGo_Click();
   void ButClose_Click();
   void ButCancel_Click();
-  void SavePlacement(Frame& frame);
   // Ends the stream by which the sources were fetched, as far as it is still there. Raises nothing.
   void TearDownStream();
-
-  // column_widths.cpp
-
-  // Stores the width of each grid column that has a header. Its statements are the calling routine's.
-  void StoreColumnWidths(Frame& frame);
-  // The width that was stored for the column with this header.
-  std::int32_t StoredColumnWidth(const std::string& header, std::string_view default_width) const;
 
   // options.cpp
   void C1TTickersSettings_Click();
@@ -335,6 +197,8 @@ class frmMirelo : public forms::Form {
   void chkStyleOrNot_Click();
   void chkUpdOrNot_Click();
   void chkVerTable_Click();
+  // Its statements are the calling routine's.
+  void EnableRowsLimit(Frame& frame);
 
   // fill_colors.cpp
 
@@ -371,10 +235,6 @@ class frmMirelo : public forms::Form {
   void MoveToLeft();
   void MoveToRight();
 
-  // ticker_grid.cpp
-  void LayOutFields(Frame& frame, bool keep);
-  void LayOutTickers(Frame& frame, bool keep);
-
   // ticker_buttons.cpp
   void ButAdd_Click();
   void ButDel_Click();
@@ -393,52 +253,13 @@ class frmMirelo : public forms::Form {
   host::excel::Application& Excel() const;
   std::shared_ptr<host::excel::Worksheets> Worksheets() const;
 
-  // worksheet/last_cell.cpp
-  std::shared_ptr<host::excel::Range> LastFilledCell(host::excel::XlSearchOrder order) const;
-  // Brings a sheet to the front and selects a cell of it; the statements are GotoLastCell's.
-  static void GoBack(Frame& frame, host::excel::Sheet& front,
-                     const std::shared_ptr<host::excel::Range>& cell);
-
-  // worksheet/load_tickers.cpp; the frame is LoadTickers's, the table may be null (error 91)
-  static std::int32_t EndOfTickers(host::excel::Worksheet* table);
-  void LoadColumns(Frame& frame, host::excel::Worksheet* table, std::string& hidden, std::string& shown);
-  void LoadHeaders(Frame& frame, host::excel::Worksheet* table, const std::string& last, std::string& hidden,
-                   std::string& shown);
-  void LoadTickerRows(Frame& frame, host::excel::Worksheet* table);
-  void LoadMode(Frame& frame, const std::string& status);
-
-  // worksheet/save_settings.cpp
-
-  // Whether the values can be committed; the user was told if not.
-  bool AcceptValues(Frame& frame);
-  void Refuse(Frame& frame, const std::string& message, std::int32_t tab, forms::Control& control);
-  void StoreValues(Frame& frame);
-  // Stores the displacement that shows times in the chosen zone, worked out from zone and offset.
-  void StoreDisplacement(Frame& frame);
-
   // worksheet/create_quote_table.cpp
 
-  // The second half of save_settings_and_create_table: builds the table from the dialog's values. `colors`
-  // are the five of the style, `decimal_format` is the number format of prices. False after a message, which
-  // leaves the routine.
+  // The second half of save_settings_and_create_table, whose frame it gets: builds the table from the
+  // dialog's values. `colors` are the five of the style, `decimal_format` is the number format of prices.
+  // False after a message, which leaves the routine.
   bool CreateQuoteTable(Frame& frame, const std::vector<std::string>& colors,
                         const std::string& decimal_format);
-  struct QuoteTableRun;
-
-  // worksheet/vertical_sheets.cpp
-  struct VerticalSheetRun;
-
-  // charts/build_charts.cpp
-  struct ChartsRun;
-
-  // worksheet/vertical_ticks.cpp
-  void TickFieldsOf(Frame& frame, host::excel::Worksheet& sheet, std::int32_t row, std::int32_t charts);
-  std::int32_t ColumnOf(const std::string& header) const;
-
-  // worksheet/vertical_fields.cpp
-
-  // Gives a column of the grid its ticks and pictures from the columns that the grid had before.
-  void RestoreField(Frame& frame, const VariantArray& old, std::int32_t col);
 
   // streaming/quote_sources.cpp
   void ButUpDate_Click();
@@ -451,9 +272,6 @@ class frmMirelo : public forms::Form {
   // snapshot/portfolio_exchange.cpp
   void ButExport_Click();
   void ButImport_Click();
-  // Asks QuoteTracker for a resource, at the place that the dialog shows, and cuts the reply into lines. Its
-  // statements are the calling routine's. False when nothing answered, which the user was told.
-  bool FetchLines(Frame& frame, const std::string& resource, std::vector<std::string>& lines);
 
   CAppSettings* frmAppSettings_ = nullptr;
   cMirelo* Owner_ = nullptr;

@@ -4,6 +4,7 @@
 
 #include "core/known_setting.h"
 #include "diagnostics/routine.h"
+#include "dialog/column_widths.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/styles.h"
 #include "dialog/tabs.h"
@@ -103,7 +104,7 @@ void frmMirelo::chkUpdOrNot_Click() {
 void frmMirelo::chkVerTable_Click() {
   Routine("Mirelo.frmMirelo.chkVerTable_Click", [&](Frame& frame) {
     if (VerticalClickArmed_) {
-      StoreColumnWidths(frame);
+      StoreColumnWidths(frame, *this);
       EnableRowsLimit(frame);
       STEP(TickerCol_ = chkVerTable.Value() == 0 ? 0 : 1);
       STEP(FGVertical(true));

@@ -7,6 +7,7 @@
 #include "automation/text.h"
 #include "core/known_setting.h"
 #include "diagnostics/routine.h"
+#include "dialog/column_widths.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
 
@@ -47,53 +48,69 @@ void frmMirelo::AddTicker(const std::string& ticker, std::int32_t& /*unused*/) {
   });
 }
 
+// The grid's columns while they are laid out. The statements are those of FGVertical.
+struct frmMirelo::GridLayout {
+  Frame& frame;
+  frmMirelo& form;
+  Grid& FG;
+
+  // `keep`: the tickers go where the new columns have them.
+  void Fields(bool keep);
+  void Tickers(bool keep);
+
+  std::int32_t WidthOf(const std::string& header, std::string_view default_width) const {
+    return StoredColumnWidth(form, header, default_width);
+  }
+};
+
 void frmMirelo::FGVertical(bool keep) {
   Routine("Mirelo.frmMirelo.FGVertical", [&](Frame& frame) {
     if (frame.test([&] { return chkVerTable.Value() == 1; })) {
-      LayOutFields(frame, keep);
+      GridLayout{frame, *this, FG}.Fields(keep);
     } else {
-      LayOutTickers(frame, keep);
+      GridLayout{frame, *this, FG}.Tickers(keep);
     }
     frame.pop();
   });
 }
 
-void frmMirelo::LayOutFields(Frame& frame, bool keep) {
+void frmMirelo::GridLayout::Fields(bool keep) {
+  const std::string& fields = form.VerticalFields_;
   STEP(FG.Editable(1));
-  STEP(FG.Cols(static_cast<std::int32_t>(Split(VerticalFields_, ",").size()) + 1));
+  STEP(FG.Cols(static_cast<std::int32_t>(Split(fields, ",").size()) + 1));
   STEP(FG.FixedCols(1));
   if (keep) {
     for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
-      STEP(FG.TextMatrix(row, TickerCol_, FG.TextMatrix(row, TickerCol_ - 1)));
-      STEP(FG.TextMatrix(row, TickerCol_ - 1, ""));
+      STEP(FG.TextMatrix(row, form.TickerCol_, FG.TextMatrix(row, form.TickerCol_ - 1)));
+      STEP(FG.TextMatrix(row, form.TickerCol_ - 1, ""));
     }
   }
-  if (frame.test([&] { return chkBuildCharts.Value() == 1; })) {
+  if (frame.test([&] { return form.chkBuildCharts.Value() == 1; })) {
     STEP(FG.Cols(FG.Cols() + 1));
-    STEP(FG.FormatString(FormatOfFields(VerticalFields_ + "," + kChartHeader)));
-    STEP(FG.ColWidth(FG.Cols() - 1, StoredColumnWidth(kChartHeader, catalogue::kWideColumn)));
+    STEP(FG.FormatString(FormatOfFields(fields + "," + kChartHeader)));
+    STEP(FG.ColWidth(FG.Cols() - 1, WidthOf(kChartHeader, catalogue::kWideColumn)));
   } else {
-    STEP(FG.FormatString(FormatOfFields(VerticalFields_)));
+    STEP(FG.FormatString(FormatOfFields(fields)));
   }
-  STEP(FG.ColWidth(1, StoredColumnWidth(kTickerHeader, catalogue::kWideColumn)));
+  STEP(FG.ColWidth(1, WidthOf(kTickerHeader, catalogue::kWideColumn)));
   // The column of charts is among these, so without a stored width it ends up as wide as a field.
   for (const std::int32_t col : frame.loop([&] { return Bounds{kFirstField, FG.Cols() - 1}; })) {
     STEP(FG.ColDataType(col, Grid::kBooleanColumn));
-    STEP(FG.ColWidth(col, StoredColumnWidth(FG.TextMatrix(0, col), kFieldColumn)));
+    STEP(FG.ColWidth(col, WidthOf(FG.TextMatrix(0, col), kFieldColumn)));
   }
 }
 
-void frmMirelo::LayOutTickers(Frame& frame, bool keep) {
+void frmMirelo::GridLayout::Tickers(bool keep) {
   STEP(FG.Editable(0));
   if (keep) {
     for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
-      STEP(FG.TextMatrix(row, TickerCol_, FG.TextMatrix(row, TickerCol_ + 1)));
+      STEP(FG.TextMatrix(row, form.TickerCol_, FG.TextMatrix(row, form.TickerCol_ + 1)));
     }
   }
   STEP(FG.Cols(1));
   STEP(FG.FixedCols(0));
   STEP(FG.FormatString("= Ticker"));
-  STEP(FG.ColWidth(0, StoredColumnWidth(kTickerHeader, catalogue::kWideColumn)));
+  STEP(FG.ColWidth(0, WidthOf(kTickerHeader, catalogue::kWideColumn)));
 }
 
 void frmMirelo::AddToFGColCharts() {

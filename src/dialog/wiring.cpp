@@ -16,7 +16,7 @@ constexpr std::int32_t kDialogHeight = 7530;
 
 }  // namespace
 
-frmMirelo::frmMirelo() : Form("frmMirelo", "Dovanta") {
+frmMirelo::frmMirelo() : SettingsControls("frmMirelo", "Dovanta") {
   Design(kDialogWidth, kDialogHeight, Border::Sizable);
   DesignControls();
   SubscribeHandlers();

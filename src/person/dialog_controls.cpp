@@ -87,31 +87,32 @@ void NeedIf(const Control& control, const char* what_to_do) {
 // The acts of the table below, for a control of the form that is a member of it.
 using Act = decltype(DialogControl::act);
 
-template <forms::CheckBox frmMirelo::*box, const char* need = nullptr>
+template <forms::CheckBox SettingsControls::*box, const char* need = nullptr>
 constexpr Act kTick = [](const OpenDialog& dialog, const std::string& value) {
   NeedIf(dialog.form.*box, need);
   Tick(dialog.form.*box, value);
 };
 
-template <forms::TextBox frmMirelo::*box, const char* need = nullptr>
+template <forms::TextBox SettingsControls::*box, const char* need = nullptr>
 constexpr Act kType = [](const OpenDialog& dialog, const std::string& value) {
   NeedIf(dialog.form.*box, need);
   Type(dialog.form.*box, value);
 };
 
-template <forms::ComboBox frmMirelo::*box, const char* need = nullptr>
+template <forms::ComboBox SettingsControls::*box, const char* need = nullptr>
 constexpr Act kChoose = [](const OpenDialog& dialog, const std::string& value) {
   NeedIf(dialog.form.*box, need);
   Choose(dialog.form.*box, value);
 };
 
-template <forms::CheckBox frmMirelo::*box, forms::ComboBox frmMirelo::*style, const char* need = nullptr>
+template <forms::CheckBox SettingsControls::*box, forms::ComboBox SettingsControls::*style,
+          const char* need = nullptr>
 constexpr Act kChooseStyle = [](const OpenDialog& dialog, const std::string& value) {
   NeedIf(dialog.form.*box, need);
   ChooseStyle(dialog.form.*box, dialog.form.*style, value);
 };
 
-template <forms::Button frmMirelo::*button>
+template <forms::Button SettingsControls::*button>
 constexpr Act kPickColor =
     [](const OpenDialog& dialog, const std::string& value) { PickColor(dialog, dialog.form.*button, value); };
 
@@ -126,7 +127,7 @@ void TypeChartPoints(const OpenDialog& dialog, const std::string& value) {
   Type(dialog.form.txtChartPoints, value);
 }
 
-using F = frmMirelo;
+using F = SettingsControls;
 
 constexpr std::array kControls{
     DialogControl{"UpdateEvery", kSettingsTab, kTick<&F::chkUpdOrNot>},

@@ -45,6 +45,21 @@ bool Contains(const VariantArray& symbols, std::string_view ticker) {
   return false;
 }
 
+// Asks QuoteTracker for a resource, at the place that the dialog shows, and cuts the reply into lines. Its
+// statements are the calling routine's. False when nothing answered, which the user was told.
+bool FetchLines(Frame& frame, const frmMirelo& form, const std::string& resource,
+                std::vector<std::string>& lines) {
+  std::string reply;
+  STEP(const std::int16_t port = Variant(form.txtHTTPPort.Text()).ToInt16();
+       reply = Referred(form.Owner()).DownloadURL(resource, form.txtWebAddress.Text(), port, "GET").ToText());
+  if (reply.empty()) {
+    STEP(ShowMessage(kRunQuoteTracker, kInformation));
+    return false;
+  }
+  STEP(lines = Split(reply, "\r\n"));
+  return true;
+}
+
 }  // namespace
 
 bool frmMirelo::GetPortfolioTickersFromQT(Variant& tickers) {
@@ -57,7 +72,7 @@ bool frmMirelo::GetPortfolioTickersFromQT(Variant& tickers) {
     }
 
     std::vector<std::string> portfolios;
-    if (!FetchLines(frame, "/req?EnumPorts()", portfolios)) return;
+    if (!FetchLines(frame, *this, "/req?EnumPorts()", portfolios)) return;
     if (portfolios.empty()) return frame.pop();
     if (frame.test([&] { return !IsUnderstood(portfolios); })) {
       STEP(ShowMessage(kAdjustPort, kInformation));
@@ -68,7 +83,7 @@ bool frmMirelo::GetPortfolioTickersFromQT(Variant& tickers) {
     if (name.empty()) return frame.pop();
 
     std::vector<std::string> symbols;
-    if (!FetchLines(frame, "/req?EnumPortSymbols(" + name + ")", symbols)) return;
+    if (!FetchLines(frame, *this, "/req?EnumPortSymbols(" + name + ")", symbols)) return;
     if (symbols.empty()) return frame.pop();
     if (frame.test([&] { return !IsUnderstood(symbols); })) {
       STEP(ShowMessage(kAdjustPort, kInformation));
@@ -83,7 +98,7 @@ bool frmMirelo::GetPortfolioTickersFromQT(Variant& tickers) {
 bool frmMirelo::AddPortfolioTickersToQT(const std::string& list) {
   return Function("Mirelo.frmMirelo.AddPortfolioTickersToQT", false, [&](Frame& frame, bool& taken) {
     std::vector<std::string> lines;
-    if (!FetchLines(frame, "/req?AddStocksToPort(CURRENT," + list + ")", lines)) return;
+    if (!FetchLines(frame, *this, "/req?AddStocksToPort(CURRENT," + list + ")", lines)) return;
     // Unlike the other replies this one may say more behind its OK.
     if (frame.test([&] { return EqualText(Left(Line(lines, 1), 2), "OK"); })) {
       STEP(taken = true);
@@ -92,18 +107,6 @@ bool frmMirelo::AddPortfolioTickersToQT(const std::string& list) {
       STEP(ShowMessage(kAdjustPort, kInformation));
     }
   });
-}
-
-bool frmMirelo::FetchLines(Frame& frame, const std::string& resource, std::vector<std::string>& lines) {
-  std::string reply;
-  STEP(const std::int16_t port = Variant(txtHTTPPort.Text()).ToInt16();
-       reply = Facade().DownloadURL(resource, txtWebAddress.Text(), port, "GET").ToText());
-  if (reply.empty()) {
-    STEP(ShowMessage(kRunQuoteTracker, kInformation));
-    return false;
-  }
-  STEP(lines = Split(reply, "\r\n"));
-  return true;
 }
 
 void frmMirelo::ButExport_Click() {

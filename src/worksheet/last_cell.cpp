@@ -19,6 +19,34 @@ using host::excel::Range;
 using host::excel::Sheet;
 using host::excel::Worksheet;
 
+namespace {
+
+// Of the sheet in front; error 91 when it is empty.
+std::shared_ptr<Range> LastFilledCell(host::excel::Application& excel, host::excel::XlSearchOrder order) {
+  const auto end = Referred(excel.ActiveCell().get()).SpecialCells(host::excel::xlCellTypeLastCell);
+  auto found = excel.Cells()->Find("*", *end, order, host::excel::xlPrevious);
+  Referred(found.get());
+  return found;
+}
+
+// Brings a sheet to the front and selects a cell of it; the statements are GotoLastCell's.
+void GoBackTo(Frame& frame, Sheet& front, const std::shared_ptr<Range>& cell) {
+  host::excel::XlSheetType type{};
+  STEP(type = front.Type());
+  if (type == host::excel::xlSheetChart) {
+    STEP(front.Select());
+  } else if (type == host::excel::xlSheetWorksheet) {
+    STEP(front.Select());
+    frame.ignore_failures();
+    bool exists = false;
+    STEP(Referred(cell.get()).Address(); exists = true);
+    if (exists) STEP(cell->Select());
+    frame.report_failures();
+  }
+}
+
+}  // namespace
+
 void frmMirelo::GiveSheetLimits(const std::string& sheet, std::int32_t& row_limit,
                                 std::int32_t& last_column) {
   Routine("Mirelo.frmMirelo.GiveSheetLimits", [&](Frame& frame) {
@@ -58,39 +86,16 @@ std::string frmMirelo::GotoLastCell(const std::string& sheet, const std::string&
       // something in them.
       std::int32_t row = 0;
       std::int32_t column = 0;
-      STEP(row = LastFilledCell(host::excel::xlByRows)->Row());
-      STEP(column = LastFilledCell(host::excel::xlByColumns)->Column());
+      STEP(row = LastFilledCell(Excel(), host::excel::xlByRows)->Row());
+      STEP(column = LastFilledCell(Excel(), host::excel::xlByColumns)->Column());
       STEP(address = Excel().Cells(row, column)->Address(false, false));
     } else {
       STEP(address = Referred(last.get()).Address(false, false));
     }
 
-    if (front) GoBack(frame, *front, cell);
+    if (front) GoBackTo(frame, *front, cell);
     frame.pop();
   });
-}
-
-// Of the sheet in front; error 91 when it is empty.
-std::shared_ptr<Range> frmMirelo::LastFilledCell(host::excel::XlSearchOrder order) const {
-  const auto end = Referred(Excel().ActiveCell().get()).SpecialCells(host::excel::xlCellTypeLastCell);
-  auto found = Excel().Cells()->Find("*", *end, order, host::excel::xlPrevious);
-  Referred(found.get());
-  return found;
-}
-
-void frmMirelo::GoBack(Frame& frame, Sheet& front, const std::shared_ptr<Range>& cell) {
-  host::excel::XlSheetType type{};
-  STEP(type = front.Type());
-  if (type == host::excel::xlSheetChart) {
-    STEP(front.Select());
-  } else if (type == host::excel::xlSheetWorksheet) {
-    STEP(front.Select());
-    frame.ignore_failures();
-    bool exists = false;
-    STEP(Referred(cell.get()).Address(); exists = true);
-    if (exists) STEP(cell->Select());
-    frame.report_failures();
-  }
 }
 
 }  // namespace mirelo

@@ -28,7 +28,26 @@ using host::excel::Worksheet;
 // From here on a walk down the sheet ran off its foot: there is no ticker row.
 constexpr std::int32_t kFootOfSheet = 50000;
 
+// The first row at which tickers end. Error 91 for no table.
+std::int32_t EndOfTickers(Worksheet* table) {
+  return Referred(table).Range(kFirstHeader)->End(host::excel::xlDown)->Row();
+}
+
 }  // namespace
+
+// The quote table on the sheet while it is read. The statements are those of LoadTickers.
+struct frmMirelo::TableReading {
+  Frame& frame;
+  frmMirelo& form;
+  Worksheet* table;  // null where there is none, or it was not to be had: error 91
+
+  // `hidden` and `shown` as in LoadTickers.
+  void Columns(std::string& hidden, std::string& shown);
+  void Headers(const std::string& last, std::string& hidden, std::string& shown);
+  void TickerRows();
+  // `status`: what the table says of the way in which it is brought up to date; empty for nothing.
+  void Mode(const std::string& status);
+};
 
 void frmMirelo::LoadTickers(std::string& hidden, std::string& shown) {
   Routine("Mirelo.frmMirelo.LoadTickers", [&](Frame& frame) {
@@ -44,42 +63,38 @@ void frmMirelo::LoadTickers(std::string& hidden, std::string& shown) {
       }
     }
 
+    TableReading reading{frame, *this, table.get()};
     if (!found) {
       STEP(shown = NullDublicatForListRight(shown));
       STEP(VerticalFields_ = GiveListVerticFields(shown));
       STEP(AddListQuoteSource(""));
     } else if (frame.test([&] { return EndOfTickers(table.get()) < kFootOfSheet; })) {
-      LoadColumns(frame, table.get(), hidden, shown);
-      LoadTickerRows(frame, table.get());
+      reading.Columns(hidden, shown);
+      reading.TickerRows();
     }
-    LoadMode(frame, status);
+    reading.Mode(status);
     frame.pop();
   });
 }
 
-std::int32_t frmMirelo::EndOfTickers(Worksheet* table) {
-  return Referred(table).Range(kFirstHeader)->End(host::excel::xlDown)->Row();
-}
-
-void frmMirelo::LoadColumns(Frame& frame, Worksheet* table, std::string& hidden, std::string& shown) {
+void frmMirelo::TableReading::Columns(std::string& hidden, std::string& shown) {
   std::string last;
   STEP(last = Referred(table).Range(kFirstHeader)->End(host::excel::xlToRight)->Address(false, false));
   if (frame.test([&] { return !EqualText(last, kFirstHeader); })) {
-    LoadHeaders(frame, table, last, hidden, shown);
+    Headers(last, hidden, shown);
   } else {
     STEP(shown = NullDublicatForListRight(shown));
-    STEP(VerticalFields_ = GiveListVerticFields(shown));
+    STEP(form.VerticalFields_ = GiveListVerticFields(shown));
   }
 }
 
-void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& last, std::string& hidden,
-                            std::string& shown) {
+void frmMirelo::TableReading::Headers(const std::string& last, std::string& hidden, std::string& shown) {
   std::vector<std::string> absent;  // all columns; those that the table shows become empty
   absent.reserve(kColumnVocabulary.size());
   for (const ColumnRow& column : kColumnVocabulary) absent.emplace_back(column.name);
 
   Variant headers;
-  STEP(PrevColumnCount_ = 0);
+  STEP(form.PrevColumnCount_ = 0);
   STEP(headers = Referred(table).Range(std::string(kFirstHeader) + ":" + last)->Value());
   STEP(shown.clear());
   for (const std::int32_t col : frame.loop([&] {
@@ -93,7 +108,7 @@ void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& l
         })) {
       continue;
     }
-    STEP(PrevColumnCount_ = static_cast<std::int16_t>(PrevColumnCount_ + 1));
+    STEP(form.PrevColumnCount_ = static_cast<std::int16_t>(form.PrevColumnCount_ + 1));
     STEP(AppendName(shown, name));
     for (std::string& column : absent) {
       if (frame.test([&] { return EqualText(column, name); })) {
@@ -104,7 +119,7 @@ void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& l
   }
   STEP(CutLastComma(shown));
   STEP(shown = NullDublicatForListRight(shown));
-  STEP(VerticalFields_ = GiveListVerticFields(shown));
+  STEP(form.VerticalFields_ = GiveListVerticFields(shown));
 
   STEP(hidden.clear());
   for (const std::string& column : absent) {
@@ -113,17 +128,17 @@ void frmMirelo::LoadHeaders(Frame& frame, Worksheet* table, const std::string& l
   STEP(CutLastComma(hidden));
 }
 
-void frmMirelo::LoadTickerRows(Frame& frame, Worksheet* table) {
+void frmMirelo::TableReading::TickerRows() {
   std::int32_t unused = 0;
   for (const std::int32_t row : frame.loop([&] { return Bounds{kFirstTickerRow, EndOfTickers(table)}; })) {
     const auto ticker = [&] { return TextOf(*Referred(table).Cells(row, 1)); };
     if (frame.test([&] { return Len(ticker()) <= kLongestTicker; })) {
-      STEP(AddTicker(UCase(ticker()), unused));
+      STEP(form.AddTicker(UCase(ticker()), unused));
     }
   }
 }
 
-void frmMirelo::LoadMode(Frame& frame, const std::string& status) {
+void frmMirelo::TableReading::Mode(const std::string& status) {
   if (status.empty()) return;
   std::int32_t opening = 0;
   std::int32_t closing = 0;
@@ -140,15 +155,15 @@ void frmMirelo::LoadMode(Frame& frame, const std::string& status) {
     STEP(how = between());
     STEP(unit = InStr(1, how, kSecondsUnit, Compare::Text));
     if (unit >= 1) {
-      STEP(txtSec.Text(NumberText(RoundToInt16(Val(Left(how, unit - 1))))));
+      STEP(form.txtSec.Text(NumberText(RoundToInt16(Val(Left(how, unit - 1))))));
     } else if (how.find(kUpdateOnce) == std::string::npos) {
       // A table that was updated once leaves the box as the settings say.
-      STEP(chkUpdOrNot.Value(0));
+      STEP(form.chkUpdOrNot.Value(0));
     }
   } else if (mode == kStreamingMode) {
     STEP(how = Trim(between()));
-    STEP(txtSec.Text("0"));
-    STEP(AddListQuoteSource(how));
+    STEP(form.txtSec.Text("0"));
+    STEP(form.AddListQuoteSource(how));
   }
 }
 

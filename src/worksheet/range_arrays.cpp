@@ -6,8 +6,8 @@
 
 #include "automation/variant.h"
 #include "diagnostics/routine.h"
-#include "dialog/frmMirelo.h"
 #include "host/excel/range.h"
+#include "worksheet/variant_arrays.h"
 
 namespace mirelo {
 
@@ -34,7 +34,7 @@ Variant Transposed(const VariantArray& array) {
 
 }  // namespace
 
-Variant frmMirelo::Range2Array(const std::shared_ptr<Range>& range) {
+Variant VariantArrays::Range2Array(const std::shared_ptr<Range>& range) {
   return Function<Variant>("Mirelo.frmMirelo.Range2Array", {}, [&](Frame& frame, Variant& result) {
     std::int32_t rows = 0;
     std::int32_t columns = 0;
@@ -67,7 +67,7 @@ Variant frmMirelo::Range2Array(const std::shared_ptr<Range>& range) {
   });
 }
 
-Variant frmMirelo::Array2Range(const Variant& array) {
+Variant VariantArrays::Array2Range(const Variant& array) {
   return Function<Variant>("Mirelo.frmMirelo.Array2Range", {}, [&](Frame& frame, Variant& result) {
     STEP(result = Transposed(array.AsArray()));
     frame.pop();

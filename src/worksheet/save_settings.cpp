@@ -18,6 +18,7 @@
 #include "core/message_box.h"
 #include "core/setting_names.h"
 #include "diagnostics/routine.h"
+#include "dialog/column_widths.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/tabs.h"
 #include "dialog/time_zones.h"
@@ -101,14 +102,29 @@ double HoursOf(std::int32_t zone) {
 
 }  // namespace
 
+// The dialog's values while they are checked and stored. The statements are those of
+// save_settings_and_create_table.
+struct frmMirelo::Saving {
+  Frame& frame;
+  frmMirelo& form;
+
+  // Whether the values can be committed; the user was told if not.
+  bool AcceptValues();
+  void Refuse(const std::string& message, std::int32_t tab, forms::Control& control);
+  void StoreValues();
+  // Stores the displacement that shows times in the chosen zone, worked out from zone and offset.
+  void StoreDisplacement();
+};
+
 bool frmMirelo::save_settings_and_create_table(bool /*unused*/) {
   return Function("Mirelo.frmMirelo.save_settings_and_create_table", false, [&](Frame& frame, bool& built) {
     // Widths survive whatever becomes of the rest.
-    StoreColumnWidths(frame);
+    StoreColumnWidths(frame, *this);
 
     std::vector<std::string> colors;
     STEP(colors = Split(ColorsOfStyle(ComStyle.Text()), ","));
-    if (!AcceptValues(frame)) return;
+    Saving saving{frame, *this};
+    if (!saving.AcceptValues()) return;
     Variant unused_tickers;
     if (frame.test([&] { return !GetPortfolioTickersFromQT(unused_tickers); })) return frame.pop();
     if (frame.test([&] { return chkUpdOrNot.Value() != 0 && Val(txtSec.Text()) == 0; })) {
@@ -119,7 +135,7 @@ bool frmMirelo::save_settings_and_create_table(bool /*unused*/) {
 
     // One bad value shall not keep the others from being stored.
     frame.ignore_failures();
-    StoreValues(frame);
+    saving.StoreValues();
     std::string decimal_format;
     STEP(decimal_format = Facade().DecimalPlacesFormat());
     frame.report_failures();
@@ -130,52 +146,52 @@ bool frmMirelo::save_settings_and_create_table(bool /*unused*/) {
   });
 }
 
-bool frmMirelo::AcceptValues(Frame& frame) {
-  if (frame.test([&] { return !IsNumeric(txtChartPoints.Text()); })) {
-    Refuse(frame, kPointsNotNumeric, kChartingTab, txtChartPoints);
+bool frmMirelo::Saving::AcceptValues() {
+  if (frame.test([&] { return !IsNumeric(form.txtChartPoints.Text()); })) {
+    Refuse(kPointsNotNumeric, kChartingTab, form.txtChartPoints);
     return false;
   }
   if (frame.test([&] {
-        return NumberIn(txtChartPoints.Text()) > kMostChartPoints ||
-               NumberIn(txtChartPoints.Text()) < kLeastChartPoints;
+        return NumberIn(form.txtChartPoints.Text()) > kMostChartPoints ||
+               NumberIn(form.txtChartPoints.Text()) < kLeastChartPoints;
       })) {
-    Refuse(frame, kPointsOutOfBounds, kChartingTab, txtChartPoints);
+    Refuse(kPointsOutOfBounds, kChartingTab, form.txtChartPoints);
     return false;
   }
   // In the words of the chart points, and on their tab.
-  if (frame.test([&] { return !IsNumeric(txtDecimalPlaces.Text()); })) {
-    Refuse(frame, kPointsNotNumeric, kChartingTab, txtDecimalPlaces);
+  if (frame.test([&] { return !IsNumeric(form.txtDecimalPlaces.Text()); })) {
+    Refuse(kPointsNotNumeric, kChartingTab, form.txtDecimalPlaces);
     return false;
   }
-  if (frame.test([&] { return ComQuoteSource.Enabled() && ComQuoteSource.Text().empty(); })) {
-    Refuse(frame, Replace(kFieldEmpty, kFieldName, ComQuoteSource.Tag()), kSettingsTab, ComQuoteSource);
+  if (frame.test([&] { return form.ComQuoteSource.Enabled() && form.ComQuoteSource.Text().empty(); })) {
+    Refuse(Replace(kFieldEmpty, kFieldName, form.ComQuoteSource.Tag()), kSettingsTab, form.ComQuoteSource);
     return false;
   }
   return true;
 }
 
-void frmMirelo::Refuse(Frame& frame, const std::string& message, std::int32_t tab, forms::Control& control) {
+void frmMirelo::Saving::Refuse(const std::string& message, std::int32_t tab, forms::Control& control) {
   STEP(ShowMessage(message, host::Desktop::kCritical));
-  STEP(C1TTickersSettings.CurrTab(tab));
+  STEP(form.C1TTickersSettings.CurrTab(tab));
   STEP(control.SetFocus());
 }
 
-void frmMirelo::StoreValues(Frame& frame) {
+void frmMirelo::Saving::StoreValues() {
   for (const StoredValue& stored : kStoredValues) {
-    STEP(Store().SaveSetting(catalogue::kSettings, stored.key, stored.value(*this)));
+    STEP(form.Store().SaveSetting(catalogue::kSettings, stored.key, stored.value(form)));
   }
-  StoreDisplacement(frame);
-  if (frame.test([&] { return ComQuoteSource.Enabled(); })) {
-    STEP(Store().SaveSetting(catalogue::kFirstSource, catalogue::kFirstSourceKey,
-                             Variant(ComQuoteSource.Text())));
+  StoreDisplacement();
+  if (frame.test([&] { return form.ComQuoteSource.Enabled(); })) {
+    STEP(form.Store().SaveSetting(catalogue::kFirstSource, catalogue::kFirstSourceKey,
+                                  Variant(form.ComQuoteSource.Text())));
   }
 }
 
-void frmMirelo::StoreDisplacement(Frame& frame) {
+void frmMirelo::Saving::StoreDisplacement() {
   double hours = 0;
   double minutes = 0;
   std::int32_t zone = 0;
-  STEP(zone = ComDisplayTimezone.ListIndex());
+  STEP(zone = form.ComDisplayTimezone.ListIndex());
   if (zone == std::int32_t{kIndia}) {
     hours = 9;
     minutes = 30;
@@ -183,7 +199,7 @@ void frmMirelo::StoreDisplacement(Frame& frame) {
     STEP(hours = HoursOf(zone));
   }
 
-  const std::string offset = ComDisplayOffset.Text();
+  const std::string offset = form.ComDisplayOffset.Text();
   const std::int32_t colon = InStr(1, offset, ":", Compare::Binary);
   double offset_hours = 0;
   STEP(offset_hours = Val(Left(offset, colon - 1)));  // fails without a colon
@@ -192,8 +208,8 @@ void frmMirelo::StoreDisplacement(Frame& frame) {
   // The sign of "-0:30" is lost on its hours, so that its minutes are added.
   minutes += offset_hours < 0 ? -offset_minutes : offset_minutes;
 
-  STEP(Store().SaveSetting(catalogue::kSettings, "DisplacementHour", Variant(hours)));
-  STEP(Store().SaveSetting(catalogue::kSettings, "DisplacementMinute", Variant(minutes)));
+  STEP(form.Store().SaveSetting(catalogue::kSettings, "DisplacementHour", Variant(hours)));
+  STEP(form.Store().SaveSetting(catalogue::kSettings, "DisplacementMinute", Variant(minutes)));
 }
 
 }  // namespace mirelo

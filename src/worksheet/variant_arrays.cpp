@@ -1,5 +1,4 @@
-// Variant arrays that grow, and searches in them. A variant that was never filled is no array, which is a
-// state like any other.
+#include "worksheet/variant_arrays.h"
 
 #include <cstdint>
 
@@ -7,7 +6,6 @@
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "diagnostics/routine.h"
-#include "dialog/frmMirelo.h"
 
 namespace mirelo {
 
@@ -24,7 +22,7 @@ void Lengthen(VariantArray& array) {
 
 }  // namespace
 
-Variant frmMirelo::mPush(Variant& array, const Variant& value) {
+Variant VariantArrays::mPush(Variant& array, const Variant& value) {
   return Function<Variant>("Mirelo.frmMirelo.mPush", {}, [&](Frame& frame, Variant& result) {
     const Variant pushed = value;  // which may be the array itself
     if (array.IsArray()) {
@@ -38,7 +36,7 @@ Variant frmMirelo::mPush(Variant& array, const Variant& value) {
   });
 }
 
-std::int16_t frmMirelo::Arr_Push(Variant& array, const Variant& value, std::int32_t lower) {
+std::int16_t VariantArrays::Arr_Push(Variant& array, const Variant& value, std::int32_t lower) {
   return Function<std::int16_t>("Mirelo.frmMirelo.Arr_Push", 0, [&](Frame& frame, std::int16_t& count) {
     const Variant pushed = value;  // which may be the array itself
     std::int32_t more = 0;         // elements behind the first
@@ -63,7 +61,7 @@ std::int16_t frmMirelo::Arr_Push(Variant& array, const Variant& value, std::int3
   });
 }
 
-std::int16_t frmMirelo::Arr_Search(const Variant& array, const Variant& value) {
+std::int16_t VariantArrays::Arr_Search(const Variant& array, const Variant& value) {
   return Function<std::int16_t>("Mirelo.frmMirelo.Arr_Search", -1, [&](Frame& frame, std::int16_t& found) {
     if (!array.IsArray()) return frame.pop();
     for (const std::int32_t i : frame.loop([&] {
@@ -78,14 +76,14 @@ std::int16_t frmMirelo::Arr_Search(const Variant& array, const Variant& value) {
   });
 }
 
-std::int16_t frmMirelo::Arr_Count(const Variant& array) {
+std::int16_t VariantArrays::Arr_Count(const Variant& array) {
   return Function<std::int16_t>("Mirelo.frmMirelo.Arr_Count", -1, [&](Frame& frame, std::int16_t& count) {
     if (array.IsArray()) STEP(count = RoundToInt16(Span(array.AsArray()) + 1));
     frame.pop();
   });
 }
 
-std::int16_t frmMirelo::ArrayDimensions(const Variant& array) {
+std::int16_t VariantArrays::ArrayDimensions(const Variant& array) {
   return static_cast<std::int16_t>(array.IsArray() ? array.AsArray().Dimensions() : 0);
 }
 

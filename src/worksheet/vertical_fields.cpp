@@ -1,4 +1,4 @@
-// Which fields the tables can show, and the columns of the grid that follow from them.
+// The columns of the grid that follow from the fields that vertical tables can show.
 
 #include <cstdint>
 #include <string>
@@ -9,7 +9,6 @@
 #include "diagnostics/routine.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
-#include "snapshot/column_vocabulary.h"
 #include "worksheet/comma_list.h"
 
 namespace mirelo {
@@ -18,68 +17,31 @@ namespace {
 
 using forms::Grid;
 
-bool IsKnown(const std::string& name) { return FindColumn(UCase(name)) != nullptr; }
+// Gives a column of the grid its ticks and pictures from the columns that the grid had before. A field that
+// it did not have keeps what stood at its place before. Its statements are the calling routine's.
+void RestoreField(Frame& frame, SettingsControls& form, const VariantArray& old, std::int32_t col) {
+  Grid& FG = form.FG;
+  std::int32_t from = kNoColumn;
+  for (const std::int32_t old_col : frame.loop([&] { return Bounds{old.LBound(1), old.UBound(1)}; })) {
+    if (frame.test([&] { return IsHeaderOf(FG, col, old(old_col, 0).ToText()); })) {
+      from = old_col;
+      break;
+    }
+  }
 
-bool FitsVerticalTable(const std::string& name) {
-  const ColumnRow* const column = FindColumn(UCase(name));
-  return column != nullptr && column->in_histories == kInHistories;
-}
-
-Bounds BoundsOf(const std::vector<std::string>& names) {
-  return {0, static_cast<std::int32_t>(names.size()) - 1};
+  bool ticks = from != kNoColumn;
+  bool pictures = false;
+  if (ticks && frame.test([&] { return IsHeaderOf(FG, col, kChartHeader); })) {
+    pictures = true;
+    ticks = FindChartFields(frame, FG).Complete();  // without both fields there is no chart
+  }
+  for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
+    if (ticks) STEP(FG.TextMatrix(row, col, old(from, row).ToText()));
+    STEP(FG.Cell(Grid::kCellPicture, row, col, pictures ? form.ImageChart.Picture() : ""));
+  }
 }
 
 }  // namespace
-
-bool frmMirelo::CheckFieldForVerticalTable(const std::string& name) {
-  return Function("Mirelo.frmMirelo.CheckFieldForVerticalTable", false, [&](Frame& frame, bool& fits) {
-    STEP(fits = FitsVerticalTable(name));
-    frame.pop();
-  });
-}
-
-bool frmMirelo::CheckFieldHeaderTable(const std::string& name) {
-  return Function("Mirelo.frmMirelo.CheckFieldHeaderTable", false, [&](Frame& frame, bool& known) {
-    STEP(known = IsKnown(name));
-    frame.pop();
-  });
-}
-
-std::string frmMirelo::GiveListVerticFields(const std::string& list) {
-  return Function<std::string>("Mirelo.frmMirelo.GiveListVerticFields", {},
-                               [&](Frame& frame, std::string& fields) {
-                                 std::vector<std::string> names;
-                                 STEP(names = Split(list, ","));
-                                 for (const std::int32_t i : frame.loop([&] { return BoundsOf(names); })) {
-                                   const std::string& name = names[static_cast<std::size_t>(i)];
-                                   if (frame.test([&] { return CheckFieldForVerticalTable(name); })) {
-                                     STEP(AppendName(fields, name));
-                                   }
-                                 }
-                                 STEP(CutLastComma(fields));
-                                 frame.pop();
-                               });
-}
-
-std::string frmMirelo::NullDublicatForListRight(const std::string& list) {
-  return Function<std::string>("Mirelo.frmMirelo.NullDublicatForListRight", {},
-                               [&](Frame& frame, std::string& result) {
-                                 std::vector<std::string> names;
-                                 STEP(names = Split(list, ","));
-                                 for (auto name = names.begin(); name != names.end(); ++name) {
-                                   if (name->empty()) continue;
-                                   for (auto later = name + 1; later != names.end(); ++later) {
-                                     if (frame.test([&] { return EqualText(*name, *later); }))
-                                       STEP(later->clear());
-                                   }
-                                 }
-                                 for (const std::string& name : names) {
-                                   if (!name.empty()) STEP(AppendName(result, name));
-                                 }
-                                 STEP(CutLastComma(result));
-                                 frame.pop();
-                               });
-}
 
 void frmMirelo::GetListVerticFields() {
   Routine("Mirelo.frmMirelo.GetListVerticFields", [&](Frame& frame) {
@@ -106,33 +68,11 @@ void frmMirelo::GetListVerticFields() {
 
     if (kept && chkVerTable.Value() == 1) {
       for (const std::int32_t col : frame.loop([&] { return Bounds{kFirstField, FG.Cols() - 1}; })) {
-        RestoreField(frame, old, col);
+        RestoreField(frame, *this, old, col);
       }
     }
     frame.pop();
   });
-}
-
-// A field that the grid did not have keeps what stood at its place before.
-void frmMirelo::RestoreField(Frame& frame, const VariantArray& old, std::int32_t col) {
-  std::int32_t from = kNoColumn;
-  for (const std::int32_t old_col : frame.loop([&] { return Bounds{old.LBound(1), old.UBound(1)}; })) {
-    if (frame.test([&] { return IsHeaderOf(FG, col, old(old_col, 0).ToText()); })) {
-      from = old_col;
-      break;
-    }
-  }
-
-  bool ticks = from != kNoColumn;
-  bool pictures = false;
-  if (ticks && frame.test([&] { return IsHeaderOf(FG, col, kChartHeader); })) {
-    pictures = true;
-    ticks = FindChartFields(frame, FG).Complete();  // without both fields there is no chart
-  }
-  for (const std::int32_t row : frame.loop([&] { return Bounds{1, FG.Rows() - 1}; })) {
-    if (ticks) STEP(FG.TextMatrix(row, col, old(from, row).ToText()));
-    STEP(FG.Cell(Grid::kCellPicture, row, col, pictures ? ImageChart.Picture() : ""));
-  }
 }
 
 }  // namespace mirelo

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <map>
 #include <regex>
+#include <set>
 #include <string>
 
 #include "support/file_text.h"
@@ -18,12 +19,16 @@ namespace fs = std::filesystem;
 
 const fs::path kRoutinesSource = fs::path(MIRELO_SOURCE_DIR) / "src";
 
+// Bases of the settings dialog: their routines report under the name by which clients call them.
+const std::set<std::string> kBasesOfTheDialog{"TableNames", "VariantArrays"};
+
 // The last member function whose definition begins in the text, as "Class.Function".
 std::string LastFunctionIn(const std::string& text) {
   static const std::regex kDefinition(R"(\n[^\s/#}][^\n]*?(\w+)::(\w+)\([^\n]*)");
   std::string last;
   for (std::sregex_iterator at(text.begin(), text.end(), kDefinition), end; at != end; ++at) {
-    last = (*at)[1].str() + "." + (*at)[2].str();
+    const std::string owner = (*at)[1];
+    last = (kBasesOfTheDialog.contains(owner) ? "frmMirelo" : owner) + "." + (*at)[2].str();
   }
   return last;
 }
