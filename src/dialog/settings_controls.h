@@ -27,7 +27,8 @@ struct SettingsControls : forms::Form {
   static constexpr const Setting& kPlaces = catalogue::Row(catalogue::kSettings, "txtDecimalPlaces");
   static constexpr std::string_view kAddress = catalogue::DialogDefault(catalogue::kSettings, "Webaddress");
   static constexpr std::string_view kHttpPort = catalogue::DialogDefault(catalogue::kSettings, "HTTPPort");
-  static constexpr std::string_view kSocketPort = catalogue::DialogDefault(catalogue::kSettings, "SocketPort");
+  static constexpr std::string_view kSocketPort =
+      catalogue::DialogDefault(catalogue::kSettings, "SocketPort");
 
   forms::Panel C1Elastic1{*this, "C1Elastic1", nullptr};
   forms::Tab C1TTickersSettings{*this, "C1TTickersSettings", &C1Elastic1,
@@ -73,7 +74,8 @@ struct SettingsControls : forms::Form {
   forms::TextBox txtOff{*this, "txtOff", &C1ElaSettings};
   forms::Button ButOff{*this, "ButOff", &C1ElaSettings, "Off"};
   forms::TextBox txtDecimalPlaces{*this, "txtDecimalPlaces", &C1ElaSettings};
-  forms::ScrollBar VScrollDecimalplaces{*this, "VScrollDecimalplaces", &C1ElaSettings, kPlaces.greatest, kPlaces.least};
+  forms::ScrollBar VScrollDecimalplaces{*this, "VScrollDecimalplaces", &C1ElaSettings, kPlaces.greatest,
+                                        kPlaces.least};
   forms::Label lblExample{*this, "lblExample", &C1ElaSettings, "2.12"};
   forms::TextBox txtVerticalSheet{*this, "txtVerticalSheet", &C1ElaSettings};
   forms::Label lblTicker{*this, "lblTicker", &C1ElaSettings, "(Ticker)"};

@@ -6,22 +6,15 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "automation/event.h"
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "core/cQTDatas.h"
-#include "host/message_loop.h"
 
 namespace mirelo {
 
-namespace host {
-class SocketConnection;
-}
 class cMirelo;
-class cTickerDateTime;
-struct Level1Record;
 
 // One socket connection to QuoteTracker's streaming port: it logs in, then fetches the list of quote sources
 // or subscribes tickers and delivers their quotes, as Owner.StatusRunWorkQT says.
@@ -152,61 +145,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   class BytesTransferSink;
   class ConnectionSink;
   struct Internals;
-  using Bytes = std::span<const std::uint8_t>;
 
-  // connection.cpp
-  void OpenConnection(const std::string& host_and_port);
-  void m_oConnectionEvents_OnDisconnected();
-
-  // dispatcher.cpp
-  void m_oBytesTransferEvents_OnBytesReceived(Bytes chunk);
-  bool GatherSources(std::string_view chunk);
-  void TakeSources(std::string_view chunk);
-  void TakeAcceptance(std::string_view chunk);
-  void TakeLoginResult(std::string_view chunk);
-  void DecodeBehindTail(Bytes chunk);
-  void DecodeContinuation(Bytes chunk);
-
-  // login.cpp
-  std::string BuildLoginMessage(std::string_view reply) const;
-  std::string GetAppAuth(const std::string& text) const;
-
-  // control_messages.cpp
-  void SendEnumSources(const std::string& source_type);
-  void SendL1Site(const std::string& streamer_file);
-  void SendSubscribe();
-  void ParseSources(std::string_view text);
-  bool ParseSourceItems(const std::string& type, std::string_view text);
-  void StoreSourceItem(const std::string& type, std::string_view item);
-
-  // decoder.cpp
-  void DecodeRecords(Bytes data);
-  void WalkRecords(Bytes data, std::int32_t& record_begin);
-  [[noreturn]] void LosePlace();
-  void ApplyQuote(const Level1Record& record);
-  cTickerDateTime& StateOf(std::string_view symbol, bool& is_first);
-
-  // delivery.cpp
-  void AddQuoteToBuffer(const Level1Record& record, const std::string& date_time, std::int32_t last_volume);
-  void RaiseQTDatas();
-
-  std::shared_ptr<BytesTransferSink> m_oBytesTransferEvents;
-  std::shared_ptr<ConnectionSink> m_oConnectionEvents;
-  std::shared_ptr<host::SocketConnection> ConnectionObject;
-  std::int32_t BytesTransferCookie = 0;
-  std::int32_t ConnectionEventsCookie = 0;
-  host::MessageLoop::Token TimerID = 0;
-
-  std::shared_ptr<cQTDatas> copy_cQTDatas_ = std::make_shared<cQTDatas>();
-  cQTDatas QuoteBuffer;  // quotes that nobody has taken yet
-
-  std::string LoginMessage;  // the last one sent; cleared by connect
-  std::string StatusCode;    // of the last login reply
-  std::string StatusDesc;
-  bool SourcesPending = false;             // a source list reply is spread over several chunks
-  std::string SourcesText;                 // its chunks so far, as bytes
-  std::vector<std::uint8_t> PendingBytes;  // the tail of an unfinished quote record, or nothing
-  bool StreamerAccepted = false;           // set when the streamer reply has come; nothing reads it
   bool StartStop_ = false;
   bool StopEndlessWalks_ = false;
   bool CountZeros_ = false;
@@ -215,8 +154,10 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   std::string st_StreamerFile_;
   std::shared_ptr<cMirelo> Owner_;
   Variant arrTickers_;
+  std::shared_ptr<cQTDatas> copy_cQTDatas_ = std::make_shared<cQTDatas>();
   std::shared_ptr<cQTDatas> QTConteiner_ = copy_cQTDatas_;
 
+  // The conversation and what it works with; it goes first.
   std::unique_ptr<Internals> internals_;
 };
 

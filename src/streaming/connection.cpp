@@ -27,13 +27,17 @@ void ShowError(const RuntimeError& error) {
 
 }  // namespace
 
-cQTStreaming::cQTStreaming()
-    : m_oBytesTransferEvents(std::make_shared<BytesTransferSink>(*this)),
-      m_oConnectionEvents(std::make_shared<ConnectionSink>(*this)),
-      internals_(std::make_unique<Internals>(ArrivalClock(IntegerIn(FacadeSetting("DisplacementHour")),
-                                                          IntegerIn(FacadeSetting("DisplacementMinute"))))) {}
+cQTStreaming::cQTStreaming() : internals_(std::make_unique<Internals>(*this)) {}
 
-cQTStreaming::~cQTStreaming() {
+cQTStreaming::~cQTStreaming() = default;
+
+cQTStreaming::Internals::Internals(cQTStreaming& owner)
+    : stream(owner),
+      m_oBytesTransferEvents(std::make_shared<BytesTransferSink>(owner)),
+      m_oConnectionEvents(std::make_shared<ConnectionSink>(owner)),
+      arrival(IntegerIn(FacadeSetting("DisplacementHour")), IntegerIn(FacadeSetting("DisplacementMinute"))) {}
+
+cQTStreaming::Internals::~Internals() {
   m_oBytesTransferEvents->Detach();
   m_oConnectionEvents->Detach();
   try {
@@ -49,7 +53,7 @@ bool cQTStreaming::connect() {
   const std::string host = FacadeSetting("Webaddress").In(mGlobal::AppSettings()).ToText();
   OnStatusText.Raise("Connection started...");
   try {
-    OpenConnection(host + ":" + std::to_string(port));
+    internals_->OpenConnection(host + ":" + std::to_string(port));
   } catch (...) {
     const RuntimeError error = CurrentError();
     ShowError(error);
@@ -58,7 +62,7 @@ bool cQTStreaming::connect() {
   return false;
 }
 
-void cQTStreaming::OpenConnection(const std::string& host_and_port) {
+void cQTStreaming::Internals::OpenConnection(const std::string& host_and_port) {
   using Library = host::WinsockLibrary;
   Library& library = host::Host::Current().sockets();
 
@@ -71,7 +75,7 @@ void cQTStreaming::OpenConnection(const std::string& host_and_port) {
   ConnectionEventsCookie =
       ConnectionObject->Subscribe(m_oConnectionEvents, host::SocketConnection::kConnectionEvents);
 
-  OnStatusText.Raise("Connecting to host...");
+  stream.OnStatusText.Raise("Connecting to host...");
   LoginMessage.clear();
   ConnectionObject->Connect(*address);
 }
@@ -79,9 +83,8 @@ void cQTStreaming::OpenConnection(const std::string& host_and_port) {
 Variant cQTStreaming::DisConnect() {
   StartStop_ = false;
   try {
-    if (ConnectionObject && ConnectionObject->State() != host::SocketConnection::kClosed) {
-      ConnectionObject->Disconnect();
-    }
+    const auto& connection = internals_->ConnectionObject;
+    if (connection && connection->State() != host::SocketConnection::kClosed) connection->Disconnect();
   } catch (...) {
     OnStatusText.Raise(OnOneLine(CurrentError().Description()));
   }
@@ -90,15 +93,16 @@ Variant cQTStreaming::DisConnect() {
 
 void cQTStreaming::SendWinsock(const std::string& as_cmd) {
   try {
-    if (as_cmd.empty() || !ConnectionObject) return;
-    if (ConnectionObject->State() == host::SocketConnection::kDropped) return;
-    ConnectionObject->Send(TextToAnsi(as_cmd));
+    const auto& connection = internals_->ConnectionObject;
+    if (as_cmd.empty() || !connection) return;
+    if (connection->State() == host::SocketConnection::kDropped) return;
+    connection->Send(TextToAnsi(as_cmd));
   } catch (...) {
     ShowError(CurrentError());
   }
 }
 
-void cQTStreaming::m_oConnectionEvents_OnDisconnected() {
+void cQTStreaming::Internals::m_oConnectionEvents_OnDisconnected() {
   ConnectionObject->Unsubscribe(ConnectionEventsCookie);
   ConnectionObject->Unsubscribe(BytesTransferCookie);
 }

@@ -12,8 +12,8 @@
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
 #include "core/setting_names.h"
-#include "streaming/cQTStreaming.h"
 #include "streaming/messages.h"
+#include "streaming/stream_internals.h"
 #include "streaming/tags.h"
 
 namespace mirelo {
@@ -48,27 +48,27 @@ std::string SymbolGroups(const VariantArray& tickers) {
 
 }  // namespace
 
-void cQTStreaming::SendEnumSources(const std::string& source_type) {
+void cQTStreaming::Internals::SendEnumSources(const std::string& source_type) {
   SourcesPending = false;
-  SendWinsock(Message("<ENUMSOURCES><SourceType>" + source_type + "</SourceType></ENUMSOURCES>"));
+  stream.SendWinsock(Message("<ENUMSOURCES><SourceType>" + source_type + "</SourceType></ENUMSOURCES>"));
 }
 
-void cQTStreaming::SendL1Site(const std::string& streamer_file) {
+void cQTStreaming::Internals::SendL1Site(const std::string& streamer_file) {
   if (streamer_file.empty()) return;
-  SendWinsock(Message("<L1SITE><STREAMER>" + streamer_file + "</STREAMER></L1SITE>"));
+  stream.SendWinsock(Message("<L1SITE><STREAMER>" + streamer_file + "</STREAMER></L1SITE>"));
 }
 
-void cQTStreaming::SendSubscribe() {
-  SendWinsock(Message("<L1QUOTES><ReqType>SUB</ReqType><Symbols>" + SymbolGroups(arrTickers_.AsArray()) +
-                      "</Symbols></L1QUOTES>"));
+void cQTStreaming::Internals::SendSubscribe() {
+  stream.SendWinsock(Message("<L1QUOTES><ReqType>SUB</ReqType><Symbols>" +
+                             SymbolGroups(stream.arrTickers_.AsArray()) + "</Symbols></L1QUOTES>"));
 }
 
 void cQTStreaming::stop_sub() { SendWinsock(Message("<L1QUOTES><ReqType>UNSUBALL</ReqType></L1QUOTES>")); }
 
-void cQTStreaming::ParseSources(std::string_view text) {
+void cQTStreaming::Internals::ParseSources(std::string_view text) {
   const std::int32_t sources = FindTag(text, "<SOURCES>");
   const std::int32_t sources_end = FindTag(text, "</SOURCES>");
-  if (sources >= sources_end) return OnStatusText.Raise("Data source list is not updated");
+  if (sources >= sources_end) return stream.OnStatusText.Raise("Data source list is not updated");
 
   const std::int32_t type = FindTag(text, "<SOURCETYPE>") + kLengthOfSourceType;
   const std::int32_t type_end = FindTag(text, "</SOURCETYPE>");
@@ -76,12 +76,12 @@ void cQTStreaming::ParseSources(std::string_view text) {
   const std::string source_type = UCase(AnsiToText(Between(text, type, type_end)));
   if (!ParseSourceItems(source_type, Between(text, items, sources_end))) return;
 
-  OnStatusText.Raise("Data source list updated successfully");
-  PerformanceFollowingProcess.Raise(1);
+  stream.OnStatusText.Raise("Data source list updated successfully");
+  stream.PerformanceFollowingProcess.Raise(1);
 }
 
 // A failure is reported; the items before it stay stored.
-bool cQTStreaming::ParseSourceItems(const std::string& type, std::string_view text) try {
+bool cQTStreaming::Internals::ParseSourceItems(const std::string& type, std::string_view text) try {
   std::int32_t opening = FindTag(text, "<SOURCE>");
   std::int32_t closing = FindTag(text, "</SOURCE>", opening);  // fails when there is no item at all
   while (closing > opening) {
@@ -93,11 +93,11 @@ bool cQTStreaming::ParseSourceItems(const std::string& type, std::string_view te
   return true;
 } catch (...) {
   const RuntimeError error = CurrentError();
-  OnStatusText.Raise(std::to_string(error.Number()) + "  " + error.Description());
+  stream.OnStatusText.Raise(std::to_string(error.Number()) + "  " + error.Description());
   return false;
 }
 
-void cQTStreaming::StoreSourceItem(const std::string& type, std::string_view item) {
+void cQTStreaming::Internals::StoreSourceItem(const std::string& type, std::string_view item) {
   const std::string file = GetTagValue(item, "<FILENAME>");
   const std::string name = GetTagValue(item, "<NAME>");
   if (file.empty() || name.empty()) return;

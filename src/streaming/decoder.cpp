@@ -127,18 +127,18 @@ std::int32_t TakeLastVolume(std::int32_t volume, const std::string& date_time, c
 
 }  // namespace
 
-void cQTStreaming::DecodeRecords(Bytes data) {
+void cQTStreaming::Internals::DecodeRecords(Bytes data) {
   std::int32_t record_begin = 0;
   try {
     WalkRecords(data, record_begin);
   } catch (...) {
-    Lost.Raise(data.subspan(static_cast<std::size_t>(record_begin)));
+    stream.Lost.Raise(data.subspan(static_cast<std::size_t>(record_begin)));
     throw;
   }
 }
 
 // Leaves in `record_begin` which record it has come to, wherever that ends.
-void cQTStreaming::WalkRecords(Bytes data, std::int32_t& record_begin) {
+void cQTStreaming::Internals::WalkRecords(Bytes data, std::int32_t& record_begin) {
   constexpr std::int32_t kLeast = 6;  // an array of up to five bytes is forgotten
   constexpr std::int32_t kFarthest = std::numeric_limits<std::int16_t>::max();
   const WireBytes bytes(data);
@@ -150,7 +150,6 @@ void cQTStreaming::WalkRecords(Bytes data, std::int32_t& record_begin) {
   // Where the record before this one began, if that wasn't wanted; else where this one begins.
   std::int32_t record_start = 0;
   WalkWatch watch;
-  SymbolIndex& symbols = internals_->symbol_index;
   do {
     const std::int32_t length = bytes.NumberAt<std::int16_t>(position + 2);
     if (position + 1 >= size) break;
@@ -159,7 +158,7 @@ void cQTStreaming::WalkRecords(Bytes data, std::int32_t& record_begin) {
     if (kind != first_kind && kind != kS1 && kind != kL1) {
       record_start = position;
       position += length;
-      if (length <= 0 && StopEndlessWalks_ && watch.WasHere(record_start)) LosePlace();
+      if (length <= 0 && stream.StopEndlessWalks_ && watch.WasHere(record_start)) LosePlace();
       continue;
     }
     if (position > kFarthest) throw Errors::Overflow();
@@ -169,9 +168,9 @@ void cQTStreaming::WalkRecords(Bytes data, std::int32_t& record_begin) {
       break;
     }
 
-    if (symbols.IsLarge()) {
+    if (symbol_index.IsLarge()) {
       const std::int32_t next = position + length;
-      symbols.Expect(SymbolAt(bytes, next + bytes.NumberAt<std::int16_t>(next + 2)));
+      symbol_index.Expect(SymbolAt(bytes, next + bytes.NumberAt<std::int16_t>(next + 2)));
     }
     position += kHead;
     Level1Record record;
@@ -188,31 +187,31 @@ void cQTStreaming::WalkRecords(Bytes data, std::int32_t& record_begin) {
 
 // Publishes the record if it changed anything for its symbol. The state serves the comparison only: what a
 // record lacks is lacking in the quote too.
-void cQTStreaming::ApplyQuote(const Level1Record& record) {
+void cQTStreaming::Internals::ApplyQuote(const Level1Record& record) {
   // A wild displacement of the clock fails at every stamp, not only for a quote that is published.
-  if (!record.stamp.empty() && internals_->arrival.MayFail())
-    internals_->arrival.GetDisplacedDateTime(DovantaFormatUserDate_);
+  if (!record.stamp.empty() && arrival.MayFail()) arrival.GetDisplacedDateTime(stream.DovantaFormatUserDate_);
 
   bool is_first = false;
   cTickerDateTime& state = StateOf(record.symbol, is_first);
-  const bool brings_zeros = is_first && CountZeros_ && CarriesCompared(record);
-  if (!TakeChanges(record, state, CountZeros_) && !brings_zeros) return Unchanged.Raise(record.symbol);
+  const bool brings_zeros = is_first && stream.CountZeros_ && CarriesCompared(record);
+  if (!TakeChanges(record, state, stream.CountZeros_) && !brings_zeros)
+    return stream.Unchanged.Raise(record.symbol);
   const std::string& date_time =
-      record.stamp.empty() ? kNoText : internals_->stamps.Text(record.stamp, DovantaFormatUserDate_);
+      record.stamp.empty() ? kNoText : stamps.Text(record.stamp, stream.DovantaFormatUserDate_);
   AddQuoteToBuffer(record, date_time, TakeLastVolume(record.volume, date_time, state));
 }
 
 // Leaves `is_first` as it is where the symbol was known.
-cTickerDateTime& cQTStreaming::StateOf(std::string_view symbol, bool& is_first) {
-  if (cTickerDateTime* known = internals_->symbol_index.Find(symbol)) return *known;
-  const std::int32_t count = internals_->TickerStates.Count();
-  cTickerDateTime& state = *internals_->TickerStates.FindOrAdd(AnsiToText(symbol));
-  is_first = internals_->TickerStates.Count() > count;
-  internals_->symbol_index.Keep(symbol, state);
+cTickerDateTime& cQTStreaming::Internals::StateOf(std::string_view symbol, bool& is_first) {
+  if (cTickerDateTime* known = symbol_index.Find(symbol)) return *known;
+  const std::int32_t count = TickerStates.Count();
+  cTickerDateTime& state = *TickerStates.FindOrAdd(AnsiToText(symbol));
+  is_first = TickerStates.Count() > count;
+  symbol_index.Keep(symbol, state);
   return state;
 }
 
-void cQTStreaming::LosePlace() {
+void cQTStreaming::Internals::LosePlace() {
   PendingBytes.clear();
   throw RuntimeError(kEndlessWalk, "The quote stream lost its place", "Mirelo.cQTStreaming.DecodeRecords");
 }

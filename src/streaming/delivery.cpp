@@ -31,9 +31,9 @@ void LetText(Property<std::string>& property, std::string_view wire_bytes) {
 
 }  // namespace
 
-void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
-                                    std::int32_t last_volume) {
-  cQTData& quote = QuoteToFill(QuoteBuffer, internals_->QuoteCounter);
+void cQTStreaming::Internals::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
+                                               std::int32_t last_volume) {
+  cQTData& quote = QuoteToFill(QuoteBuffer, QuoteCounter);
   quote.Carry(record.carried);
   quote.Ask_Price(record.ask_price);
   quote.Ask_Size(record.ask_size);
@@ -46,7 +46,7 @@ void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::strin
   LetText(quote.Company_Name, record.company_name);
   quote.Date_Time(date_time);
   if (!record.stamp.empty()) {
-    const auto& [date, time] = internals_->arrival.GetDisplacedDateTime(DovantaFormatUserDate_);
+    const auto& [date, time] = arrival.GetDisplacedDateTime(stream.DovantaFormatUserDate_);
     quote.DateQT(date);
     quote.TimeQT(time);
   }
@@ -75,11 +75,11 @@ void cQTStreaming::AddQuoteToBuffer(const Level1Record& record, const std::strin
 
 // The yield lets more records arrive while the client is at work; they find the event being raised, and wait
 // in the buffer for the client's next take.
-void cQTStreaming::RaiseQTDatas() {
+void cQTStreaming::Internals::RaiseQTDatas() {
   if (RaisingQuotes) return;
   RaisingQuotes = true;
   try {
-    QTDatas.Raise();
+    stream.QTDatas.Raise();
     host::Host::Current().loop().Yield();
   } catch (...) {  // the client's failures are its own
   }
@@ -92,7 +92,7 @@ std::shared_ptr<cQTDatas> cQTStreaming::GetCurrentData() {
   if (!StartStop_) return nullptr;
   try {
     if (copy_cQTDatas_ == nullptr) throw Errors::ObjectNotSet();
-    QuoteBuffer.MoveTo(*copy_cQTDatas_);
+    internals_->QuoteBuffer.MoveTo(*copy_cQTDatas_);
   } catch (...) {  // what was not moved waits for the next take
   }
   return copy_cQTDatas_;
@@ -106,13 +106,14 @@ void cQTStreaming::FreeQTDataBuffer() {
 }
 
 void cQTStreaming::RaiseEventTimerProc() {
-  host::Host::Current().loop().StopTimer(TimerID);
-  TimerID = 0;  // the stop has no result to keep, and a timer that was stopped has no token any more
-  if (StatusCode != "0") return OnStatusText.Raise("Off. " + StatusDesc);
+  host::Host::Current().loop().StopTimer(internals_->TimerID);
+  // The stop has no result to keep, and a timer that was stopped has no token any more.
+  internals_->TimerID = 0;
+  if (internals_->StatusCode != "0") return OnStatusText.Raise("Off. " + internals_->StatusDesc);
 
   OnStatusText.Raise("Connected");
   if (Owner_ == nullptr) throw Errors::ObjectNotSet();
-  if (Owner_->StatusRunWorkQT() == Status_ENUMSOURCES_L1) SendEnumSources("L1");
+  if (Owner_->StatusRunWorkQT() == Status_ENUMSOURCES_L1) internals_->SendEnumSources("L1");
 }
 
 // A timer may fall due when its stream is gone.

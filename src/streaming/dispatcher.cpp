@@ -15,7 +15,7 @@
 #include "core/mGlobal.h"
 #include "core/status_run_query.h"
 #include "host/host.h"
-#include "streaming/cQTStreaming.h"
+#include "streaming/stream_internals.h"
 #include "streaming/tags.h"
 
 namespace mirelo {
@@ -46,7 +46,7 @@ host::MessageLoop::Token StartLoginTimer() {
 
 }  // namespace
 
-void cQTStreaming::m_oBytesTransferEvents_OnBytesReceived(Bytes chunk) {
+void cQTStreaming::Internals::m_oBytesTransferEvents_OnBytesReceived(Bytes chunk) {
   if (chunk.data() == nullptr) return;
   if (SourcesPending && !GatherSources(Message(chunk))) return;
   if (chunk.size() < 3) return;  // dropped, also behind a pending tail
@@ -71,7 +71,7 @@ void cQTStreaming::m_oBytesTransferEvents_OnBytesReceived(Bytes chunk) {
 
 // While a source list is pending every chunk belongs to it, quote records too. False until the list's end has
 // come; the chunk that holds the end is then dispatched like any other.
-bool cQTStreaming::GatherSources(std::string_view chunk) {
+bool cQTStreaming::Internals::GatherSources(std::string_view chunk) {
   SourcesText += chunk;
   if (!EndsSources(chunk)) return false;
   SourcesPending = false;
@@ -79,35 +79,34 @@ bool cQTStreaming::GatherSources(std::string_view chunk) {
   return true;
 }
 
-void cQTStreaming::TakeSources(std::string_view chunk) {
+void cQTStreaming::Internals::TakeSources(std::string_view chunk) {
   if (EndsSources(chunk)) return ParseSources(chunk);
   SourcesText = chunk;
   SourcesPending = true;
 }
 
-void cQTStreaming::TakeAcceptance(std::string_view chunk) {
+void cQTStreaming::Internals::TakeAcceptance(std::string_view chunk) {
   if (!GetTagValue(chunk, "<CONNECT>").empty()) {
     LoginMessage = BuildLoginMessage(chunk);
-    return SendWinsock(LoginMessage);
+    return stream.SendWinsock(LoginMessage);
   }
   if (!GetTagValue(chunk, "<STREAMER>").empty()) {
-    StreamerAccepted = true;
     SendSubscribe();
-    PerformanceFollowingProcess.Raise(kStreamerAccepted);
+    stream.PerformanceFollowingProcess.Raise(kStreamerAccepted);
   }
 }
 
-void cQTStreaming::TakeLoginResult(std::string_view chunk) {
+void cQTStreaming::Internals::TakeLoginResult(std::string_view chunk) {
   StatusCode = GetTagValue(chunk, "<STATUSCODE>");
   StatusDesc = Replace(GetTagValue(chunk, "<STATUSDESC>"), "\r\n", "");
-  if (Owner_ == nullptr) throw Errors::ObjectNotSet();
-  switch (Owner_->StatusRunWorkQT()) {
+  if (stream.Owner_ == nullptr) throw Errors::ObjectNotSet();
+  switch (stream.Owner_->StatusRunWorkQT()) {
     case Status_ENUMSOURCES_L1:
       // The next request isn't sent from inside the socket's own event.
       TimerID = StartLoginTimer();
       break;
     case Status_LEVEL_I_FULL_QUOTE:
-      if (StatusCode == "0") SendL1Site(st_StreamerFile_);
+      if (StatusCode == "0") SendL1Site(stream.st_StreamerFile_);
       break;
     case Status_Null:
       break;
@@ -117,7 +116,7 @@ void cQTStreaming::TakeLoginResult(std::string_view chunk) {
 // A chunk of L1 records behind a pending tail: all of its bytes are laid on the one place behind the tail, so
 // that only its last byte remains, and zeros follow. The server's streams are read so; it is no slip to be
 // mended.
-void cQTStreaming::DecodeBehindTail(Bytes chunk) {
+void cQTStreaming::Internals::DecodeBehindTail(Bytes chunk) {
   if (PendingBytes.empty()) return DecodeRecords(chunk);
   std::vector<std::uint8_t> merged(PendingBytes.size() + chunk.size() - 1);
   std::ranges::copy(PendingBytes, merged.begin());
@@ -127,7 +126,7 @@ void cQTStreaming::DecodeBehindTail(Bytes chunk) {
 }
 
 // A chunk of no known kind continues the pending record, or means nothing.
-void cQTStreaming::DecodeContinuation(Bytes chunk) {
+void cQTStreaming::Internals::DecodeContinuation(Bytes chunk) {
   if (PendingBytes.empty()) return;
   std::vector<std::uint8_t> merged;
   merged.reserve(PendingBytes.size() + chunk.size());

@@ -38,7 +38,7 @@ std::string DigestedTime(std::string_view server_time) {
 
 }  // namespace
 
-std::string cQTStreaming::BuildLoginMessage(std::string_view reply) const {
+std::string cQTStreaming::Internals::BuildLoginMessage(std::string_view reply) const {
   const std::string server_time = GetTagValue(reply, "<SERVERTIME>");
   const std::string server_version = GetTagValue(reply, "<SERVERVERSION>");
   if (server_time.empty()) return {};
@@ -60,8 +60,8 @@ std::string cQTStreaming::BuildLoginMessage(std::string_view reply) const {
       .append(kMessageEnd);
 }
 
-std::string cQTStreaming::GetAppAuth(const std::string& text) const {
-  return internals_->Hasher.DigestString(text);
+std::string cQTStreaming::Internals::GetAppAuth(const std::string& text) const {
+  return Hasher.DigestString(text);
 }
 
 }  // namespace mirelo

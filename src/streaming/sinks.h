@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/winsock_library.h"
-#include "streaming/cQTStreaming.h"
+#include "streaming/stream_internals.h"
 
 namespace mirelo {
 
@@ -21,7 +21,7 @@ class cQTStreaming::BytesTransferSink : public host::BytesTransferEvents {
   void OnBytesReceived(host::SocketConnection&, std::span<const std::uint8_t> bytes) override {
     if (stream_ == nullptr) return;
     const auto held = stream_->weak_from_this().lock();
-    stream_->m_oBytesTransferEvents_OnBytesReceived(bytes);
+    stream_->internals_->m_oBytesTransferEvents_OnBytesReceived(bytes);
   }
 
  private:
@@ -36,7 +36,7 @@ class cQTStreaming::ConnectionSink : public host::ConnectionEvents {
   void OnDisconnected(host::SocketConnection&, const std::string&) override {
     if (stream_ == nullptr) return;
     const auto held = stream_->weak_from_this().lock();
-    stream_->m_oConnectionEvents_OnDisconnected();
+    stream_->internals_->m_oConnectionEvents_OnDisconnected();
   }
 
  private:

@@ -8,8 +8,8 @@ namespace mirelo {
 
 // Names of the tables' columns, and of the sheets that they stand on.
 //
-// Clients call these as members of frmMirelo, and failures are reported under its name. All are routine frames:
-// a failure is reported by the error handler and never raised.
+// Clients call these as members of frmMirelo, and failures are reported under its name. All are routine
+// frames: a failure is reported by the error handler and never raised.
 struct TableNames {
   // The part of a comma list that a vertical table can show, in its order.
   static std::string GiveListVerticFields(const std::string& list);

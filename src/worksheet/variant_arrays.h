@@ -11,11 +11,11 @@ namespace host::excel {
 class Range;
 }
 
-// Variant arrays that grow, searches in them, and ranges as arrays. A variant that was never filled is no array,
-// which is a state like any other.
+// Variant arrays that grow, searches in them, and ranges as arrays. A variant that was never filled is no
+// array, which is a state like any other.
 //
-// Clients call these as members of frmMirelo, and failures are reported under its name. All but ArrayDimensions
-// are routine frames: a failure is reported by the error handler and never raised.
+// Clients call these as members of frmMirelo, and failures are reported under its name. All but
+// ArrayDimensions are routine frames: a failure is reported by the error handler and never raised.
 struct VariantArrays {
   // Adds a value at the end of an array with lower bound 0, or makes an array of it; answers the array. Error
   // 9 for another lower bound or a second dimension.
