@@ -22,10 +22,10 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/MireloConfig.cmake ${CMAKE_CURRENT_BIN
   DESTINATION ${MIRELO_CMAKEDIR} ${DEVELOPMENT})
 
 # Which headers those are is asked when they are installed, so that no list can fall behind.
-install(FILES mirelo.h DESTINATION ${MIRELO_INCLUDEDIR} ${DEVELOPMENT})
+install(FILES mirelo.h mirelo_host.h DESTINATION ${MIRELO_INCLUDEDIR} ${DEVELOPMENT})
 install(CODE "
   set(source ${CMAKE_SOURCE_DIR}/src)
-  set(roots ${CMAKE_CURRENT_SOURCE_DIR}/mirelo.h)
+  set(roots ${CMAKE_CURRENT_SOURCE_DIR}/mirelo.h ${CMAKE_CURRENT_SOURCE_DIR}/mirelo_host.h)
   set(destination ${MIRELO_INCLUDEDIR})
   include(${CMAKE_CURRENT_SOURCE_DIR}/install_headers.cmake)"
   ${DEVELOPMENT})

@@ -9,20 +9,15 @@
 //   ...
 //
 // Link with Mirelo::linux, and with Mirelo::workbook for a spreadsheet to hand over as ExcelApplication. A
-// program that stands on another machine derives its own host from host/host.h and the ports beside it, and
-// links with Mirelo::mirelo alone.
+// program that stands on another machine includes mirelo_host.h as well, and links with Mirelo::mirelo alone.
 
 #include "adapters/workbook/spreadsheet.h"
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
-#include "core/cTickerDateTimes.h"
 #include "core/mGlobal.h"
 #include "core/product.h"
-#include "host/clock.h"
-#include "host/credential_vault.h"
-#include "host/desktop.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/workbook.h"
@@ -30,9 +25,5 @@
 #include "host/excel/worksheets.h"
 #include "host/host.h"
 #include "host/message_loop.h"
-#include "host/operating_system.h"
-#include "host/registry.h"
-#include "host/wininet_api.h"
-#include "host/winsock_library.h"
 #include "linux/linux_host.h"
 #include "streaming/cQTStreaming.h"

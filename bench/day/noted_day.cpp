@@ -39,7 +39,7 @@ NotedDay::NotedDay(DialogWishes wishes, double rate) : wishes_(std::move(wishes)
   host.ShowOn(std::move(desktop));
 
   document_ = session_->documents().New();
-  day_ = std::make_unique<day::WorkingDay>(host.loop(), host.sockets(), session_->replies(),
+  day_ = std::make_unique<day::WorkingDay>(host.loop(), host.observed_sockets(), session_->replies(),
                                            document_->Application());
   if (day_->ShowDialog() != day::kToStream)
     throw std::runtime_error("Go was not committed: " + printed_.Text());

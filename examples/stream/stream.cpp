@@ -48,10 +48,10 @@ int Run(const std::string& port, const std::string& source, int wanted,
   stream->DovantaFormatUserDate("yyyy-mm-dd");
   stream->StartStop(true);  // deliver
 
-  // The stream tells its progress in words for people, but not that the peer has gone: the sockets do.
+  // The stream tells its progress in words for people, but not that the peer has gone: the machine does.
   bool lost = false;
   stream->OnStatusText.Subscribe([](const std::string& text) { std::cerr << text << '\n'; });
-  machine.sockets().Dropped.Subscribe([&](const std::string& reason) {
+  machine.ConnectionDropped.Subscribe([&](const std::string& reason) {
     std::cerr << reason << '\n';
     lost = true;
   });

@@ -14,6 +14,7 @@
 #include "core/mGlobal.h"
 #include "host/wininet_api.h"
 #include "linux/linux_host.h"
+#include "wire/observed_sockets.h"
 
 namespace mirelo::app {
 
@@ -40,7 +41,7 @@ StreamWatch::StreamWatch(LinuxHost& host, std::set<std::string> given_here)
       given_here_(std::move(given_here)),
       host_(FacadeSetting("Webaddress").In(mGlobal::AppSettings()).ToText()),
       port_(FacadeSetting("SocketPort").In(mGlobal::AppSettings()).ToText()) {
-  auto& sockets = machine_.sockets();
+  auto& sockets = machine_.observed_sockets();
   on_connected_ = sockets.Connected.Subscribe([this] { OnConnected(); });
   on_received_ =
       sockets.Received.Subscribe([this](std::span<const std::uint8_t> bytes) { OnReceived(bytes); });
@@ -49,7 +50,7 @@ StreamWatch::StreamWatch(LinuxHost& host, std::set<std::string> given_here)
 }
 
 StreamWatch::~StreamWatch() {
-  auto& sockets = machine_.sockets();
+  auto& sockets = machine_.observed_sockets();
   sockets.Connected.Unsubscribe(on_connected_);
   sockets.Received.Unsubscribe(on_received_);
   sockets.Dropped.Unsubscribe(on_dropped_);

@@ -113,6 +113,21 @@ class Collection {
   const_iterator begin() const { return const_iterator(*this); }
   std::default_sentinel_t end() const { return {}; }
 
+  // Iteration for whoever keeps the place and not an iterator. BeginWalk gives the first place and begins a
+  // walk, JoinWalk begins one at a place that another one has, and EndWalk ends one.
+  std::uint64_t BeginWalk() const {
+    JoinWalk();
+    return first_;
+  }
+  void JoinWalk() const { ++walks_; }
+  void EndWalk() const { --walks_; }
+  // The item at the place, or the next one that is there, and leaves the place behind it. Null at the end.
+  const T* NextOf(std::uint64_t& place) const {
+    SkipGaps(place);
+    if (OffsetOfPlace(place) >= slots_.size()) return nullptr;
+    return &*slots_[OffsetOfPlace(place++)].item;
+  }
+
  private:
   enum class KeyState : std::uint8_t { kNone, kNotIndexed, kIndexed };
 
@@ -167,6 +182,13 @@ class Collection {
     return static_cast<std::uint32_t>(position - static_cast<std::uint32_t>(first_));
   }
 
+  std::size_t OffsetOfPlace(std::uint64_t place) const { return static_cast<std::size_t>(place - first_); }
+  // Everything before the first place may be gone since the last step.
+  void SkipGaps(std::uint64_t& place) const {
+    place = std::max(place, first_);
+    while (OffsetOfPlace(place) < slots_.size() && !slots_[OffsetOfPlace(place)].item) ++place;
+  }
+
   const std::uint32_t* Locate(std::string_view key, std::uint32_t hash) const {
     CompleteIndex();
     return keys_.Find(hash,
@@ -177,7 +199,7 @@ class Collection {
     if (index < 1 || index > Count()) throw Errors::SubscriptOutOfRange();
     const auto wanted = static_cast<std::size_t>(index) - 1;
     if (gaps_ == 0) return wanted;
-    if (iterators_ > 0) return OffsetPastGaps(wanted);
+    if (walks_ > 0) return OffsetPastGaps(wanted);
     CloseGaps();
     return wanted;
   }
@@ -196,12 +218,12 @@ class Collection {
     if (removed.key_state == KeyState::kNotIndexed) --not_indexed_;
     ++gaps_;
     TrimEnds();
-    if (gaps_ > slots_.size() / 2 && iterators_ == 0) CloseGaps();
+    if (gaps_ > slots_.size() / 2 && walks_ == 0) CloseGaps();
   }
 
   void TrimEnds() {
     for (; !slots_.empty() && !slots_.front().item; --gaps_, ++first_) slots_.pop_front();
-    if (iterators_ > 0) return;  // one may stand on the last place, whose number must not be given again
+    if (walks_ > 0) return;  // one may stand on the last place, whose number must not be given again
     for (; !slots_.empty() && !slots_.back().item; --gaps_) slots_.pop_back();
   }
 
@@ -226,8 +248,8 @@ class Collection {
   mutable KeyIndex keys_;
   mutable std::size_t gaps_ = 0;
   mutable std::size_t not_indexed_ = 0;
-  mutable std::int32_t iterators_ = 0;  // how many there are
-  std::uint64_t first_ = 0;             // number of the first place
+  mutable std::int32_t walks_ = 0;  // how many there are, those of iterators too
+  std::uint64_t first_ = 0;         // number of the first place
 };
 
 // Stands on an item, or at the end. It may be copied; reading it is allowed until its item is removed.
@@ -242,47 +264,38 @@ class Collection<T>::BasicIterator {
   using difference_type = std::ptrdiff_t;
   using iterator_category = std::input_iterator_tag;
 
-  explicit BasicIterator(Owner& owner) : owner_(&owner), place_(owner.first_) {
-    ++owner_->iterators_;
-    SkipGaps();
-  }
+  explicit BasicIterator(Owner& owner) : owner_(&owner), place_(owner.BeginWalk()) { Settle(); }
   BasicIterator(const BasicIterator& other) : owner_(other.owner_), place_(other.place_) {
-    ++owner_->iterators_;
+    owner_->JoinWalk();
   }
   BasicIterator& operator=(const BasicIterator& other) {
     if (this == &other) return *this;
-    ++other.owner_->iterators_;
-    --owner_->iterators_;
+    other.owner_->JoinWalk();
+    owner_->EndWalk();
     owner_ = other.owner_;
     place_ = other.place_;
     return *this;
   }
-  ~BasicIterator() { --owner_->iterators_; }
+  ~BasicIterator() { owner_->EndWalk(); }
 
   reference operator*() const { return *owner_->slots_[Offset()].item; }
   pointer operator->() const { return &**this; }
 
   BasicIterator& operator++() {
     ++place_;
-    SkipGaps();
+    Settle();
     return *this;
   }
   void operator++(int) { ++*this; }
 
   // For whoever keeps an iterator between two steps: goes on to the next item when the one that it stands on
   // was removed meanwhile.
-  void Settle() { SkipGaps(); }
+  void Settle() { owner_->SkipGaps(place_); }
 
   bool operator==(std::default_sentinel_t) const { return Offset() >= owner_->slots_.size(); }
 
  private:
-  std::size_t Offset() const { return static_cast<std::size_t>(place_ - owner_->first_); }
-
-  // Everything before the first place may be gone since the last step.
-  void SkipGaps() {
-    place_ = std::max(place_, owner_->first_);
-    while (Offset() < owner_->slots_.size() && !owner_->slots_[Offset()].item) ++place_;
-  }
+  std::size_t Offset() const { return owner_->OffsetOfPlace(place_); }
 
   Owner* owner_;
   std::uint64_t place_;

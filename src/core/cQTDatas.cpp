@@ -2,7 +2,11 @@
 
 #include <memory>
 
+#include "core/record_items.h"
+
 namespace mirelo {
+
+template class RecordCollection<cQTData>;
 
 namespace {
 
@@ -14,6 +18,8 @@ void CopyValues(const cQTData& from, cQTData& to) {
 }
 
 }  // namespace
+
+cQTDatas::cQTDatas() : RecordCollection({"cQTDatas", "DovantaDL."}) {}
 
 void cQTDatas::MoveTo(cQTDatas& target) {
   if (target.Count() == 0 && TrySwap(target)) return;

@@ -11,10 +11,12 @@ namespace mirelo {
 
 inline void Identify(cTickerDateTime& state, std::string_view key) { state.Symbol(std::string(key)); }
 
+extern template class RecordCollection<cTickerDateTime>;
+
 // States of tickers by their symbol.
 class cTickerDateTimes : public RecordCollection<cTickerDateTime> {
  public:
-  cTickerDateTimes() : RecordCollection({"cTickerDateTimes", "Mirelo."}) {}
+  cTickerDateTimes();
 };
 
 }  // namespace mirelo

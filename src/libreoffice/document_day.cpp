@@ -63,7 +63,7 @@ class DocumentDay::Changes final : public cppu::WeakImplHelper1<css::util::XModi
 DocumentDay::DocumentDay(Machine& machine, const Context& context, const Document& document)
     : machine_(machine),
       document_(document),
-      day_(machine.host().loop(), machine.host().sockets(), machine.replies(),
+      day_(machine.host().loop(), machine.host().observed_sockets(), machine.replies(),
            calc::ApplicationOf(context, SpreadsheetIn(document_),
                                [closing = closing_, is_closed = is_closed_] {
                                  *is_closed = true;

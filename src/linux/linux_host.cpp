@@ -11,6 +11,7 @@
 #include "adapters/poll/poll_winsock_library.h"
 #include "adapters/sodium/sodium_vault.h"
 #include "adapters/sqlite/sqlite_registry.h"
+#include "wire/observed_sockets.h"
 #include "wire/overriding_registry.h"
 
 namespace mirelo {
@@ -71,10 +72,7 @@ host::WinInetApi& LinuxHost::internet() {
   }
   return wrapped_internets_.empty() ? plain : *wrapped_internets_.back();
 }
-wire::ObservedSockets& LinuxHost::sockets() {
-  return MadeOnce<wire::ObservedSockets>(sockets_, MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop()),
-                                         loop());
-}
+host::WinsockLibrary& LinuxHost::sockets() { return observed_sockets(); }
 host::Desktop& LinuxHost::desktop() {
   host::Desktop& plain = MadeOnce<headless::ConsoleDesktop>(desktop_);
   if (wrap_desktop_) wrapped_desktop_ = std::exchange(wrap_desktop_, nullptr)(plain);
@@ -82,6 +80,15 @@ host::Desktop& LinuxHost::desktop() {
 }
 host::OperatingSystem& LinuxHost::system() { return MadeOnce<headless::LinuxSystem>(system_); }
 host::CredentialVault& LinuxHost::vault() { return MadeOnce<sodium::SodiumVault>(vault_); }
+
+wire::ObservedSockets& LinuxHost::observed_sockets() {
+  if (!sockets_) {
+    auto& plain = MadeOnce<poll::PollWinsockLibrary>(plain_sockets_, loop());
+    sockets_ = std::make_unique<wire::ObservedSockets>(plain, loop());
+    sockets_->Dropped.Subscribe([this](const std::string& reason) { ConnectionDropped.Raise(reason); });
+  }
+  return *sockets_;
+}
 
 curl::CurlInternet& LinuxHost::plain_internet() {
   if (!internet_) {

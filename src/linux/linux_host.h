@@ -9,15 +9,15 @@
 
 #include "automation/event.h"
 #include "host/host.h"
-#include "wire/observed_sockets.h"
 
 namespace mirelo::curl {
 class CurlInternet;
 }
 
 namespace mirelo::wire {
+class ObservedSockets;
 class OverridingRegistry;
-}
+}  // namespace mirelo::wire
 
 namespace mirelo {
 
@@ -64,11 +64,17 @@ class LinuxHost : public host::Host {
   // Raised before that: who waits wants to know that nobody answers for another reason.
   Event<> HangsUp;
 
+  // Raised for a connection that the peer has ended or refused, not for one that is ended here; and for one
+  // that was given up since its messages had no end. The text is for people.
+  Event<const std::string&> ConnectionDropped;
+  // What sockets() gives, for who looks at what passes through it.
+  wire::ObservedSockets& observed_sockets();
+
   host::MessageLoop& loop() override;
   host::Clock& clock() override;
   host::Registry& registry() override;
   host::WinInetApi& internet() override;
-  wire::ObservedSockets& sockets() override;
+  host::WinsockLibrary& sockets() override;
   host::Desktop& desktop() override;
   host::OperatingSystem& system() override;
   host::CredentialVault& vault() override;

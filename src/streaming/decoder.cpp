@@ -15,6 +15,7 @@
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "core/cTickerDateTime.h"
+#include "core/record_items.h"
 #include "streaming/level1_fields.h"
 #include "streaming/level1_record.h"
 #include "streaming/quote_changes.h"

@@ -4,6 +4,7 @@
 
 #include "core/cQTData.h"
 #include "core/cQTDatas.h"
+#include "core/record_items.h"
 #include "streaming/quote_keys.h"
 
 namespace mirelo {

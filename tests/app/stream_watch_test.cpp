@@ -14,6 +14,7 @@
 #include "linux/linux_host.h"
 #include "support/loopback_server.h"
 #include "support/temp_directory.h"
+#include "wire/observed_sockets.h"
 
 namespace mirelo::app {
 namespace {
@@ -48,7 +49,7 @@ class SilentStream : public ::testing::Test {
 };
 
 TEST_F(SilentStream, IsToldOfWhereNobodyAnswersInTimeOverHttpEither) {
-  host.sockets().Connected.Raise();
+  host.observed_sockets().Connected.Raise();
   host.loop().RunUntil([&] { return !told.empty(); });
   EXPECT_THAT(told,
               ::testing::ElementsAre(::testing::HasSubstr("Something listens there, and says nothing")));
@@ -60,7 +61,7 @@ TEST_F(SilentStream, IsNotToldOfWhereItIsHungUpWhileItIsAsked) {
     hung_up = true;
     host.HangUp();
   });
-  host.sockets().Connected.Raise();
+  host.observed_sockets().Connected.Raise();
   host.loop().RunUntil([&] { return hung_up; });
   EXPECT_THAT(told, ::testing::IsEmpty());
 }

@@ -294,7 +294,7 @@ class DayFromAWindow : public ProgramOnScreen {
   }
 
   void ExpectQuotesAfter(std::int32_t result) {
-    day::WorkingDay day(session.host().loop(), session.host().sockets(), session.replies(),
+    day::WorkingDay day(session.host().loop(), session.host().observed_sockets(), session.replies(),
                         spreadsheet.Application());
     Person person(dynamic_cast<qt::QtLoop&>(session.host().loop()));
     person.Does("use the dialog", FillInAndGo);

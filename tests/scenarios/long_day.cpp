@@ -100,7 +100,7 @@ void LongDay::Begin(Settings settings) {
   DialogPerson person(wishes, *desktop);
   host.ShowOn(std::move(desktop));
   host.internet();  // makes the replies' mender
-  day.emplace(host.loop(), host.sockets(), *replies, document->Application());
+  day.emplace(host.loop(), host.observed_sockets(), *replies, document->Application());
   const auto note = [this](const std::string& line) {
     if (told.size() == kLinesKept) told.erase(told.begin());
     told.push_back(line);

@@ -12,7 +12,9 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/workbook/load_limits.h"
 #include "adapters/workbook/spreadsheet.h"
+#include "automation/regional_format.h"
 #include "automation/runtime_error.h"
 #include "host/excel/font.h"
 #include "host/excel/interior.h"

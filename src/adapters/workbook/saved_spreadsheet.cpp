@@ -3,11 +3,14 @@
 #include <utility>
 
 #include "adapters/workbook/atomic_file.h"
+#include "adapters/workbook/file_stamp.h"
+#include "adapters/workbook/load_limits.h"
 #include "adapters/workbook/model/book.h"
 #include "adapters/workbook/rules.h"
 #include "adapters/workbook/xlsx/checked_writer.h"
 #include "adapters/workbook/xlsx/origin.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
+#include "automation/regional_format.h"
 #include "automation/text.h"
 #include "spreadsheet/errors.h"
 
@@ -25,6 +28,14 @@ std::vector<std::string> SentencesOf(const std::vector<Loss>& losses) {
 std::set<std::string> SetOf(const std::vector<std::string>& list) { return {list.begin(), list.end()}; }
 
 }  // namespace
+
+Spreadsheet Spreadsheet::Open(const std::filesystem::path& file) {
+  return Open(file, RegionalFormat::Standard());
+}
+
+Spreadsheet Spreadsheet::Open(const std::filesystem::path& file, const RegionalFormat& regional) {
+  return Open(file, regional, LoadLimits());
+}
 
 Spreadsheet Spreadsheet::Open(const std::filesystem::path& file, const RegionalFormat& regional,
                               const LoadLimits& limits) {
@@ -73,6 +84,10 @@ std::vector<std::string> Spreadsheet::NewLosses(const std::optional<Kept>& kept)
   std::vector<std::string> losses = Losses(kept);
   std::erase_if(losses, [&](const std::string& loss) { return !notes_.told.insert(loss).second; });
   return losses;
+}
+
+void Spreadsheet::Save(const std::filesystem::path& file, const Tell& tell) {
+  Save(file, tell, std::nullopt);
 }
 
 FileStamp Spreadsheet::Save(const std::filesystem::path& file, const Tell& tell,

@@ -4,9 +4,12 @@
 
 #include "adapters/workbook/model/book.h"
 #include "adapters/workbook/objects/application_object.h"
+#include "automation/regional_format.h"
 
 // What needs no file; saved_spreadsheet.cpp is the rest.
 namespace mirelo::workbook {
+
+Spreadsheet Spreadsheet::New() { return New(RegionalFormat::Standard()); }
 
 Spreadsheet Spreadsheet::New(const RegionalFormat& regional) {
   auto book = Book::New();

@@ -8,14 +8,17 @@
 #include <string>
 #include <vector>
 
-#include "adapters/workbook/file_stamp.h"
-#include "adapters/workbook/load_limits.h"
-#include "automation/regional_format.h"
 #include "host/excel/application.h"
+
+namespace mirelo {
+struct RegionalFormat;
+}
 
 namespace mirelo::workbook {
 
 struct Book;
+class FileStamp;
+struct LoadLimits;
 class Origin;
 struct Sheet;
 
@@ -23,15 +26,18 @@ struct Sheet;
 // clients got from it stay good when it is gone.
 class Spreadsheet {
  public:
-  // A workbook with one empty sheet, "Sheet1". Typed text is read in the way of the region.
-  static Spreadsheet New(const RegionalFormat& regional = RegionalFormat::Standard());
+  // A workbook with one empty sheet, "Sheet1". Typed text is read in the way of the region, which is
+  // RegionalFormat::Standard() where none is given.
+  static Spreadsheet New();
+  static Spreadsheet New(const RegionalFormat& regional);
 
   // Loads a file. Error 53 when there is none, 75 when it cannot be read; 1004 when it is no .xlsx workbook,
   // is damaged or goes beyond the limits, with a text that names the file, the part of it and what is wrong
   // there.
-  static Spreadsheet Open(const std::filesystem::path& file,
-                          const RegionalFormat& regional = RegionalFormat::Standard(),
-                          const LoadLimits& limits = {});
+  static Spreadsheet Open(const std::filesystem::path& file);
+  static Spreadsheet Open(const std::filesystem::path& file, const RegionalFormat& regional);
+  static Spreadsheet Open(const std::filesystem::path& file, const RegionalFormat& regional,
+                          const LoadLimits& limits);
 
   std::shared_ptr<host::excel::Application> Application() const { return application_; }
 
@@ -60,13 +66,14 @@ class Spreadsheet {
   // on: `tell` is called with a sentence that says so, and with what is lost by that, before the file
   // changes.
   using Tell = std::function<void(const std::string& sentence)>;
-  //
-  // With `known`, the file is replaced only while that is its stamp, or when it is gone; one that another
-  // program has changed, or made, raises host::ChangedMeanwhile. The result is the stamp of what was saved,
-  // with which `placing` is called right before the file changes.
+  void Save(const std::filesystem::path& file, const Tell& tell);
+
+  // The same, and with `known`, the file is replaced only while that is its stamp, or when it is gone; one
+  // that another program has changed, or made, raises host::ChangedMeanwhile. The result is the stamp of what
+  // was saved, with which `placing` is called right before the file changes.
   using Placing = std::function<void(const FileStamp&)>;
-  FileStamp Save(const std::filesystem::path& file, const Tell& tell,
-                 const std::optional<FileStamp>& known = std::nullopt, const Placing& placing = {});
+  FileStamp Save(const std::filesystem::path& file, const Tell& tell, const std::optional<FileStamp>& known,
+                 const Placing& placing = {});
 
   // Saves for callers that have asked for the losses before. Where all must be written anew this raises error
   // 1004, so that nothing is lost that nobody was told of; NewLosses has the losses then, and the next saving

@@ -161,7 +161,7 @@ int RunCommand::RunIn(Session& session, const DialogWishes& wishes) {
     host.ShowOn(std::move(desktop));
   }
 
-  day::WorkingDay day(host.loop(), host.sockets(), session.replies(), document->Application());
+  day::WorkingDay day(host.loop(), host.observed_sockets(), session.replies(), document->Application());
   log.Follow(day);
   const std::int32_t result = day.ShowDialog();
   if (session.refused_costs) return kFailed;

@@ -16,6 +16,7 @@
 #include "core/status_run_query.h"
 #include "streaming/cQTStreaming.h"
 #include "terminal/standard_streams.h"
+#include "wire/observed_sockets.h"
 
 namespace mirelo::app {
 
@@ -57,12 +58,12 @@ bool SourcesCommand::Update(Session& session) {
   stream->OnStatusText.Subscribe([](const std::string& text) { Err() << WithReason(text) << "\n"; });
   stream->PerformanceFollowingProcess.Subscribe(
       [&](std::int16_t step) { stored = over = step == kSourcesStored; });
-  const auto dropped = session.host().sockets().Dropped.Subscribe([&](const std::string& reason) {
+  const auto dropped = session.host().observed_sockets().Dropped.Subscribe([&](const std::string& reason) {
     Err() << reason << "\n";
     over = true;
   });
-  const auto told =
-      session.host().sockets().Told.Subscribe([](const std::string& line) { Err() << line << "\n"; });
+  const auto told = session.host().observed_sockets().Told.Subscribe(
+      [](const std::string& line) { Err() << line << "\n"; });
   StreamWatch watch(session.host(), session.given_here);
   watch.Told.Subscribe([&](const std::string& text) {
     Err() << text << "\n";
@@ -77,8 +78,8 @@ bool SourcesCommand::Update(Session& session) {
   loop.RunUntil([&] { return over; });
 
   loop.StopTimer(patience);
-  session.host().sockets().Dropped.Unsubscribe(dropped);
-  session.host().sockets().Told.Unsubscribe(told);
+  session.host().observed_sockets().Dropped.Unsubscribe(dropped);
+  session.host().observed_sockets().Told.Unsubscribe(told);
   stream->DisConnect();
   stream->Owner(nullptr);
   mGlobal::SetStreamingObject(nullptr);

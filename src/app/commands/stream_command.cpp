@@ -31,6 +31,7 @@
 #include "quotetracker/session_file.h"
 #include "streaming/first_sources.h"
 #include "terminal/standard_streams.h"
+#include "wire/observed_sockets.h"
 
 namespace mirelo::app {
 
@@ -131,9 +132,10 @@ int StreamCommand::Run() {
 
   DayLog log(log_->Wishes());
   std::optional<Recording> recording;
-  if (recording_) recording.emplace(session.host().sockets(), *recording_);
-  day::StreamFeed feed(session.facade(), session.host().loop(), session.host().sockets(), tickers_, file);
-  log.Follow(feed, session.host().sockets());
+  if (recording_) recording.emplace(session.host().observed_sockets(), *recording_);
+  day::StreamFeed feed(session.facade(), session.host().loop(), session.host().observed_sockets(), tickers_,
+                       file);
+  log.Follow(feed, session.host().observed_sockets());
   return Listen(session, feed, log);
 }
 
