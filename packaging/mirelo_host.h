@@ -1,7 +1,7 @@
 #pragma once
 
-// For programs that stand on a machine of their own: they derive a host from host::Host, and its ports from the
-// classes below. What the library may ask of each is said there. LinuxHost is such a host.
+// For programs that stand on a machine of their own: they derive a host from host::Host, and its ports from
+// the classes below. What the library may ask of each is said there. LinuxHost is such a host.
 
 #include "host/clock.h"
 #include "host/credential_vault.h"

@@ -9,9 +9,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
+#include "automation/collection_iterator.h"
 #include "automation/key_index.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
@@ -31,10 +31,8 @@ namespace mirelo {
 template <class T>
 class Collection {
  public:
-  template <bool kConst>
-  class BasicIterator;
-  using iterator = BasicIterator<false>;
-  using const_iterator = BasicIterator<true>;
+  using iterator = CollectionIterator<Collection>;
+  using const_iterator = CollectionIterator<const Collection>;
 
   Collection() = default;
   Collection(const Collection&) = delete;
@@ -127,6 +125,7 @@ class Collection {
     if (OffsetOfPlace(place) >= slots_.size()) return nullptr;
     return &*slots_[OffsetOfPlace(place++)].item;
   }
+  T* NextOf(std::uint64_t& place) { return const_cast<T*>(std::as_const(*this).NextOf(place)); }
 
  private:
   enum class KeyState : std::uint8_t { kNone, kNotIndexed, kIndexed };
@@ -250,55 +249,6 @@ class Collection {
   mutable std::size_t not_indexed_ = 0;
   mutable std::int32_t walks_ = 0;  // how many there are, those of iterators too
   std::uint64_t first_ = 0;         // number of the first place
-};
-
-// Stands on an item, or at the end. It may be copied; reading it is allowed until its item is removed.
-template <class T>
-template <bool kConst>
-class Collection<T>::BasicIterator {
- public:
-  using Owner = std::conditional_t<kConst, const Collection, Collection>;
-  using value_type = T;
-  using reference = std::conditional_t<kConst, const T&, T&>;
-  using pointer = std::conditional_t<kConst, const T*, T*>;
-  using difference_type = std::ptrdiff_t;
-  using iterator_category = std::input_iterator_tag;
-
-  explicit BasicIterator(Owner& owner) : owner_(&owner), place_(owner.BeginWalk()) { Settle(); }
-  BasicIterator(const BasicIterator& other) : owner_(other.owner_), place_(other.place_) {
-    owner_->JoinWalk();
-  }
-  BasicIterator& operator=(const BasicIterator& other) {
-    if (this == &other) return *this;
-    other.owner_->JoinWalk();
-    owner_->EndWalk();
-    owner_ = other.owner_;
-    place_ = other.place_;
-    return *this;
-  }
-  ~BasicIterator() { owner_->EndWalk(); }
-
-  reference operator*() const { return *owner_->slots_[Offset()].item; }
-  pointer operator->() const { return &**this; }
-
-  BasicIterator& operator++() {
-    ++place_;
-    Settle();
-    return *this;
-  }
-  void operator++(int) { ++*this; }
-
-  // For whoever keeps an iterator between two steps: goes on to the next item when the one that it stands on
-  // was removed meanwhile.
-  void Settle() { owner_->SkipGaps(place_); }
-
-  bool operator==(std::default_sentinel_t) const { return Offset() >= owner_->slots_.size(); }
-
- private:
-  std::size_t Offset() const { return owner_->OffsetOfPlace(place_); }
-
-  Owner* owner_;
-  std::uint64_t place_;
 };
 
 }  // namespace mirelo

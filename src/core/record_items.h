@@ -59,8 +59,9 @@ template <class Body>
 auto RecordCollection<T>::Guarded(std::string_view routine, Body&& body) const {
   return AnyFailureAs(
       [&] {
-        return RuntimeError(ErrorNumber(0x80040064), std::string(class_.name) + " component failure",
-                            std::string(class_.source_prefix).append(class_.name).append(".").append(routine));
+        return RuntimeError(
+            ErrorNumber(0x80040064), std::string(class_.name) + " component failure",
+            std::string(class_.source_prefix).append(class_.name).append(".").append(routine));
       },
       std::forward<Body>(body));
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "automation/text.h"
+#include "snapshot/column_names.h"
 #include "snapshot/column_vocabulary.h"
 
 namespace mirelo::day {

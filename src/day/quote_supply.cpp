@@ -13,7 +13,7 @@
 #include "day/meanwhile.h"
 #include "day/stored_source.h"
 #include "day/working_day.h"
-#include "snapshot/column_vocabulary.h"
+#include "snapshot/column_names.h"
 #include "streaming/first_sources.h"
 #include "wire/side_host.h"
 

@@ -11,6 +11,7 @@
 #include "core/cQTData.h"
 #include "day/snapshot_feed.h"
 #include "day/unknown_ticker.h"
+#include "snapshot/column_names.h"
 #include "snapshot/column_vocabulary.h"
 #include "wire/side_host.h"
 

@@ -6,7 +6,7 @@
 #include "automation/text.h"
 #include "core/product.h"
 #include "diagnostics/CShell.h"
-#include "diagnostics/routine.h"
+#include "diagnostics/skipping_frame.h"
 #include "host/desktop.h"
 #include "host/host.h"
 

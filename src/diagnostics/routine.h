@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "automation/runtime_error.h"
+#include "diagnostics/step.h"
 
 namespace mirelo {
 
@@ -131,38 +132,6 @@ class Frame {
   bool ignoring_ = false;
 };
 
-// The statements of a routine that skips what fails and reports nothing, and that has no place on the call
-// stack. It reads like a routine with a frame:
-//
-//   SkippingFailures([&](SkippingFrame& frame) {
-//     STEP(Stream->DisConnect());
-//     STEP(Stream = nullptr);
-//   });
-class SkippingFrame {
- public:
-  template <class Statement>
-  void step(Statement&& statement) {
-    try {
-      statement();
-    } catch (...) {  // skipped
-    }
-  }
-
-  // Evaluates an If condition; when that fails the block is entered.
-  template <class Condition>
-  bool test(Condition&& condition) {
-    bool holds = true;
-    step([&] { holds = condition(); });
-    return holds;
-  }
-};
-
-template <class Body>
-void SkippingFailures(Body&& body) {
-  SkippingFrame frame;
-  std::forward<Body>(body)(frame);
-}
-
 // A routine without result.
 template <class Body>
 void Routine(std::string_view name, Body&& body) {
@@ -195,8 +164,5 @@ template <class Result, class Body>
 Result Function(std::string_view name, Result initial, Body&& body) {
   return Function(name, std::move(initial), Result{}, std::forward<Body>(body));
 }
-
-// One statement of a routine, where the frame is called `frame`.
-#define STEP(...) frame.step([&] { __VA_ARGS__; })
 
 }  // namespace mirelo

@@ -8,6 +8,7 @@
 #include "core/mGlobal.h"
 #include "diagnostics/CFormRestore.h"
 #include "diagnostics/routine.h"
+#include "diagnostics/skipping_frame.h"
 #include "dialog/column_widths.h"
 #include "dialog/frmMirelo.h"
 #include "streaming/cQTStreaming.h"

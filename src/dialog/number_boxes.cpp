@@ -12,6 +12,7 @@
 #include "automation/variant.h"
 #include "core/message_box.h"
 #include "diagnostics/routine.h"
+#include "diagnostics/skipping_frame.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/sheet_names.h"
 #include "host/desktop.h"

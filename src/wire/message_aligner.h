@@ -22,30 +22,9 @@ namespace mirelo::wire {
 // nothing, and of quote records that are cut it loses some. The chunks of one stream are the same however its
 // bytes come, but for this: as many whole records as have come pass at once.
 //
-// What each chunk is, and where it ends:
-//
-// - Quote records pass in chunks of whole ones. A chunk ends where the class would not read on: it reads
-//   kinds other than S1 and L1 only at the beginning of a chunk. A record whose fields do not end where its
-//   length says goes alone, so that the class loses no other record with it.
-// - A record whose length reaches into the records behind it is left out, and those pass, as far as that can
-//   be told: by a record that begins in place of one of its fields, or, where its fields do not end with its
-//   length, by a good record that begins inside. A record whose end does not come is left out, too, once
-//   LetGo was called, and what came after its length is cut anew. A length that is wrong, but ends where
-//   fields do, cannot be told from a right one.
-// - Control messages have no length. They end with the tags that end them (EndOfMessage), or where something
-//   else is known to begin (FindHead), or when nothing more comes for the time of Patience(), or at
-//   kLongestReply. What stands behind the closing tag is left out, as the class would do.
-// - A list of sources passes only whole, and only if the client asked for one; each request lets one list
-//   pass. For once a list has begun, the class takes all further chunks for more of it, and a list without an
-//   end would keep it from ever hearing of a quote again. Lists that nobody asked for, that break off, or
-//   whose end does not come are left out.
-// - Bytes of no known kind are left out up to the next message, for the class does nothing with them. At the
-//   beginning of a stream, and behind a message, the two letters of a known kind tell that a message begins,
-//   also behind blanks, line ends and other bytes that mark an end. Behind other unknown bytes only a head
-//   tells it (FindHead), and so it is behind a record whose length cannot be, since nobody knows where that
-//   ends.
-// - A record whose first field is unknown ends early where a head is found in it; then it was no record.
-// - Records of symbols that were not subscribed pass up to a bound (SubscribedSymbols).
+// Records pass in chunks of whole ones, control messages one by one, lists of sources only whole and asked
+// for; what the class could do nothing with, or would lose others for, is left out. The rules stand in
+// docs/design/wire.md.
 //
 //   aligner.Add(bytes);
 //   while (const auto chunk = aligner.Next()) Deliver(*chunk);

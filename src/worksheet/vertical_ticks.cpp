@@ -9,6 +9,7 @@
 #include "automation/variant.h"
 #include "core/cMirelo.h"
 #include "diagnostics/routine.h"
+#include "diagnostics/skipping_frame.h"
 #include "dialog/frmMirelo.h"
 #include "dialog/grid_columns.h"
 #include "host/excel/comment.h"

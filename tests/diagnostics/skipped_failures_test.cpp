@@ -4,6 +4,7 @@
 #include <string>
 
 #include "diagnostics/routine_fixture.h"
+#include "diagnostics/skipping_frame.h"
 
 namespace mirelo::testing {
 namespace {

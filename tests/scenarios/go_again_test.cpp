@@ -9,6 +9,7 @@
 #include "host/excel/comment.h"
 #include "scenarios/go_again.h"
 #include "scenarios/sheet_look.h"
+#include "snapshot/column_names.h"
 #include "workbook/package_builder.h"
 
 namespace mirelo::testing {

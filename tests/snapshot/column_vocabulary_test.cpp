@@ -1,4 +1,5 @@
 #include "snapshot/column_vocabulary.h"
+#include "snapshot/column_names.h"
 
 #include <gmock/gmock.h>
 

@@ -17,7 +17,7 @@
 #include "day/snapshot_feed.h"
 #include "host/message_loop.h"
 #include "person/ticker_list.h"
-#include "snapshot/column_vocabulary.h"
+#include "snapshot/column_names.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::app {

@@ -13,7 +13,7 @@
 #include "core/settings_catalogue.h"
 #include "person/dialog_controls.h"
 #include "person/ticker_list.h"
-#include "snapshot/column_vocabulary.h"
+#include "snapshot/column_names.h"
 
 namespace mirelo::app {
 

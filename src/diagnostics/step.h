@@ -1,0 +1,4 @@
+#pragma once
+
+// One statement of a routine, where the frame is called `frame`.
+#define STEP(...) frame.step([&] { __VA_ARGS__; })
