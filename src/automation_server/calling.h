@@ -11,6 +11,7 @@
 #include "automation/variant.h"
 #include "automation_server/crossing.h"
 #include "automation_server/member.h"
+#include "automation_server/passing.h"
 
 // How a member is called: what describes its parameters, and the arguments on their way into them.
 

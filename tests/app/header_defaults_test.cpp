@@ -81,13 +81,14 @@ TEST(HeaderDefaults, OfDownloadsAreTheCatalogues) {
   const std::string header = HeaderText("core/cMirelo.h");
   EXPECT_THAT(header, HasSubstr("& Host = \"" + DefaultOf("Webaddress") + "\","));
   EXPECT_THAT(header, HasSubstr(" Port = " + DefaultOf("HTTPPort") + ","));
-  EXPECT_THAT(header, HasSubstr("multiple of " + std::to_string(kTickersPerRequest) + " (kTickersPerRequest)"));
+  EXPECT_THAT(header,
+              HasSubstr("multiple of " + std::to_string(kTickersPerRequest) + " (kTickersPerRequest)"));
 }
 
 TEST(HeaderDefaults, OfTheStreamAreTheCatalogues) {
   EXPECT_THAT(HeaderText("streaming/cQTStreaming.h"),
-              HasSubstr("Webaddress and SocketPort (" + DefaultOf("Webaddress") + ":" + DefaultOf("SocketPort") +
-                        ")"));
+              HasSubstr("Webaddress and SocketPort (" + DefaultOf("Webaddress") + ":" +
+                        DefaultOf("SocketPort") + ")"));
 }
 
 }  // namespace
