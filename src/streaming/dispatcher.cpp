@@ -91,6 +91,7 @@ void cQTStreaming::Internals::TakeAcceptance(std::string_view chunk) {
     return stream.SendWinsock(LoginMessage);
   }
   if (!GetTagValue(chunk, "<STREAMER>").empty()) {
+    StreamerAccepted = true;
     SendSubscribe();
     stream.PerformanceFollowingProcess.Raise(kStreamerAccepted);
   }

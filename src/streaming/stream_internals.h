@@ -84,6 +84,7 @@ struct cQTStreaming::Internals {
   bool SourcesPending = false;             // a source list reply is spread over several chunks
   std::string SourcesText;                 // its chunks so far, as bytes
   std::vector<std::uint8_t> PendingBytes;  // the tail of an unfinished quote record, or nothing
+  bool StreamerAccepted = false;           // set when the streamer reply has come; nothing reads it
 
   cQTDatas QuoteBuffer;           // quotes that nobody has taken yet
   cTickerDateTimes TickerStates;  // the last known state per symbol
