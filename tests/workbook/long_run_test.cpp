@@ -15,6 +15,7 @@
 #include "support/child_process.h"
 #include "support/environment_variable.h"
 #include "support/error_number.h"
+#include "support/optimized.h"
 #include "support/sanitized.h"
 #include "support/temp_directory.h"
 #include "workbook/workbook_files.h"
@@ -27,8 +28,8 @@ using workbook::Spreadsheet;
 constexpr std::int32_t kDiskFull = 61;
 constexpr std::int64_t kSlack = 1 << 20;  // of memory
 
-constexpr int kSaves = kIsSanitized ? 200 : 2000;
-constexpr int kFailures = kIsSanitized ? 20 : 200;
+constexpr int kSaves = kIsSanitized ? 200 : kIsOptimized ? 2000 : 500;
+constexpr int kFailures = kSaves / 10;
 constexpr int kWarmUp = 10;
 
 std::ptrdiff_t OpenDescriptors() {
