@@ -8,9 +8,9 @@ namespace mirelo::app {
 // By which a person, or the system, asks a program to end: Ctrl-C, kill, and the end of the terminal.
 inline constexpr std::array kStopSignals{SIGINT, SIGTERM, SIGHUP};
 
-// Those of them that are for this process to see: all but those that whoever started it has it ignore, as nohup does with
-// the end of the terminal, and a script with Ctrl-C for what it starts in the background. A signal that is held back would be
-// seen although it is ignored.
+// Those of them that are for this process to see: all but those that whoever started it has it ignore, as
+// nohup does with the end of the terminal, and a script with Ctrl-C for what it starts in the background. A
+// signal that is held back would be seen although it is ignored.
 sigset_t SeenStopSignals();
 
 }  // namespace mirelo::app
