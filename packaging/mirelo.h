@@ -9,13 +9,17 @@
 //   ...
 //
 // Link with Mirelo::linux, and with Mirelo::workbook for a spreadsheet to hand over as ExcelApplication. A
-// program that stands on another machine includes mirelo_host.h as well, and links with Mirelo::mirelo alone.
+// program that calls or replaces a port of the machine includes mirelo_host.h as well; one that stands on
+// another machine links with Mirelo::mirelo alone.
 
+#include "adapters/workbook/file_stamp.h"
+#include "adapters/workbook/load_limits.h"
 #include "adapters/workbook/spreadsheet.h"
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
 #include "core/CAppSettings.h"
 #include "core/cMirelo.h"
+#include "core/cTickerDateTimes.h"
 #include "core/mGlobal.h"
 #include "core/product.h"
 #include "host/excel/application.h"

@@ -31,17 +31,23 @@ need() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-# forget_moved PRESET: a build tree that was configured under another path (a moved or copied checkout) is of no use.
-forget_moved() {
-  local cache=$root/build/$1/CMakeCache.txt
+# forget_stale PRESET: a build tree that was configured under another path (a moved or copied checkout), or for another compiler
+# than the preset's, is of no use.
+forget_stale() {
+  local cache=$root/build/$1/CMakeCache.txt compiler=clang++
   [ -f "$cache" ] || return 0
-  grep -q "^CMAKE_HOME_DIRECTORY:INTERNAL=$root\$" "$cache" || rm -rf "$root/build/$1"
+  case $1 in
+    release|shipped|package|bench|coverage) compiler=g++ ;;
+    windows) compiler='.*' ;;
+  esac
+  grep -q "^CMAKE_HOME_DIRECTORY:INTERNAL=$root\$" "$cache" && grep -q "^CMAKE_CXX_COMPILER:[A-Z]*=\(.*/\)\?$compiler\$" "$cache" ||
+    rm -rf "$root/build/$1"
 }
 
 # with_libreoffice PRESET: has the preset's builds from now on hold the extension of LibreOffice.
 with_libreoffice() {
   local folder=$root/build/$1
-  forget_moved "$1"
+  forget_stale "$1"
   grep -qs '^MIRELO_LIBREOFFICE:BOOL=ON' "$folder/CMakeCache.txt" && return
   mkdir -p "$folder"
   (cd "$root" && cmake --preset "$1" -D MIRELO_LIBREOFFICE=ON) >"$folder/build.log" 2>&1 ||
@@ -54,11 +60,17 @@ build() {
   shift
   log=$root/build/$preset/build.log
   say "Building ($preset)"
-  forget_moved "$preset"
+  forget_stale "$preset"
   mkdir -p "$root/build/$preset"
   if ! (cd "$root" && { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } &&
         cmake --build --preset "$preset" ${1:+--target "$@"}) >"$log" 2>&1; then
     tail -n 60 "$log" >&2
     die "the build failed; the whole output is in $log"
   fi
+}
+
+# run_tests ARGUMENT...: CTest with these. Tests send Ctrl-C to programs, which ignore it where whoever started them did, as
+# scripts do for what they start in the background.
+run_tests() {
+  (cd "$root" && env --default-signal=INT ctest "$@" --no-tests=error)
 }

@@ -3,11 +3,12 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include "app/stop_signals.h"
+#include "terminal/stop_signals.h"
 
 namespace mirelo::app {
 
-Interrupt::Interrupt(host::MessageLoop& loop, Second second) : loop_(loop), signals_(SeenStopSignals()) {
+Interrupt::Interrupt(host::MessageLoop& loop, Second second)
+    : loop_(loop), signals_(terminal::SeenStopSignals()) {
   ::sigprocmask(SIG_BLOCK, &signals_, nullptr);
   descriptor_ = ::signalfd(-1, &signals_, SFD_NONBLOCK | SFD_CLOEXEC);
   watch_ = loop_.Watch(descriptor_, host::MessageLoop::kRead, [this, second](unsigned) {

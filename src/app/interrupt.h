@@ -7,8 +7,8 @@
 
 namespace mirelo::app {
 
-// Turns what asks the program to stop (SeenStopSignals) into something that the message loop sees, so that it
-// ends in order. One may exist at a time.
+// Turns what asks the program to stop (terminal::SeenStopSignals) into something that the message loop sees,
+// so that it ends in order. One may exist at a time.
 class Interrupt {
  public:
   // What becomes of a second one: it ends the program at once, as if nothing were caught, or it is seen as

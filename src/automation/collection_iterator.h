@@ -3,12 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <type_traits>
 #include <utility>
 
 namespace mirelo {
 
 // Stands on an item of a collection, or at its end. It may be copied; reading it is allowed until its item is
-// removed.
+// removed. One at the end stays there, whatever is added.
 template <class Owner>
 class CollectionIterator {
   using Item = decltype(std::declval<Owner&>().NextOf(std::declval<std::uint64_t&>()));
@@ -27,6 +28,7 @@ class CollectionIterator {
     owner_->JoinWalk();
   }
   CollectionIterator& operator=(const CollectionIterator& other) {
+    if (this == &other) return *this;
     other.owner_->JoinWalk();
     owner_->EndWalk();
     owner_ = other.owner_;

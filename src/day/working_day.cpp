@@ -15,6 +15,7 @@
 #include "day/quote_journal.h"
 #include "day/quote_trail.h"
 #include "day/stored_source.h"
+#include "day/worked_time.h"
 #include "host/excel/application.h"
 #include "wire/observed_sockets.h"
 

@@ -181,6 +181,8 @@ class frmMirelo : public SettingsControls, public VariantArrays, public TableNam
   void LoadFG();
   // A value of the section "Settings". Error 91 without a store; otherwise the store's errors.
   Variant Setting(DialogSetting setting) const;
+  // Its statements are the calling routine's.
+  void EnableRowsLimit(Frame& frame);
 
   // closing.cpp
   void ButGo_Click();
@@ -197,8 +199,6 @@ class frmMirelo : public SettingsControls, public VariantArrays, public TableNam
   void chkStyleOrNot_Click();
   void chkUpdOrNot_Click();
   void chkVerTable_Click();
-  // Its statements are the calling routine's.
-  void EnableRowsLimit(Frame& frame);
 
   // fill_colors.cpp
 

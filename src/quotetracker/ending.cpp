@@ -3,6 +3,8 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+#include "terminal/stop_signals.h"
+
 namespace mirelo::quotetracker {
 namespace {
 
@@ -15,9 +17,8 @@ constexpr timespec kLookAgain{0, 500'000'000};
 }  // namespace
 
 Ending::Ending(bool with_parent) : with_parent_(with_parent), parent_(::getppid()) {
-  sigemptyset(&signals_);
-  sigaddset(&signals_, SIGINT);
-  sigaddset(&signals_, SIGTERM);
+  signals_ = terminal::SeenStopSignals();
+  sigdelset(&signals_, SIGHUP);  // which ends it at once
   sigaddset(&signals_, kParentSignal);
   ::pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
   if (with_parent_) ::prctl(PR_SET_PDEATHSIG, kParentSignal);

@@ -6,8 +6,9 @@
 
 namespace mirelo::quotetracker {
 
-// Waits for what ends the program: SIGINT, SIGTERM, or the end of the process that started it. Made before
-// any other thread, since it keeps those signals from all threads that are made later.
+// Waits for what ends the program: SIGINT and SIGTERM, where they are not ignored, or the end of the process
+// that started it. Made before any other thread, since it keeps those signals from all threads that are made
+// later.
 class Ending {
  public:
   explicit Ending(bool with_parent);

@@ -48,6 +48,9 @@ class Watched:
             os.login_tty(self.terminal) if hasattr(os, "login_tty") else self.log_in()
             os.environ["TERM"] = "xterm-256color"
             os.environ.pop("NO_COLOR", None)
+            # As a shell at a terminal starts it, whatever those that started this ignore.
+            for ending in (signal.SIGINT, signal.SIGHUP):
+                signal.signal(ending, signal.SIG_DFL)
             os.execv(program[0], program)
 
     def log_in(self):

@@ -147,7 +147,7 @@ class Through(CommandCase):
 
     def test_has_the_screen_of_a_day_in_a_terminal(self):
         watch = pathlib.Path(SOURCE) / "tests" / "app" / "watch_screen.py"
-        steps = ("until:LastVolume", "until: quotes, ", "size:30x100", "for:0.5", "show", "type:q")
+        steps = ("until:LastVolume", "until: quotes, ", "type:\\x1a", "for:0.5", "size:30x100", "for:0.5", "show", "type:q")
         command = (MIRELO, "run", *THROUGH, "--demo", *SMALL)
         seen = run(sys.executable, watch, "24x80", *steps, "--", *command, cwd=self.home, env=self.environment)
         self.assertRegex(seen, r"\| [* ] MSFT +\d")

@@ -167,10 +167,10 @@ class Library(InstalledCase):
         headers = sorted(str(header.relative_to(installed)) for header in installed.rglob("*.h"))
         # What a client can name of these rooms; an include line in one of them makes another header public.
         clients = {
-            "adapters": ["workbook/spreadsheet.h"],
+            "adapters": ["workbook/file_stamp.h", "workbook/load_limits.h", "workbook/spreadsheet.h"],
             "automation": ["array.h", "date.h", "event.h", "regional_format.h", "runtime_error.h", "variant.h"],
-            "core": ["CAppSettings.h", "cMirelo.h", "cQTData.h", "cQTDatas.h", "mGlobal.h", "product.h", "property.h"]
-            + ["record_collection.h", "status_run_query.h"],
+            "core": ["CAppSettings.h", "cMirelo.h", "cQTData.h", "cQTDatas.h", "cTickerDateTime.h", "cTickerDateTimes.h"]
+            + ["mGlobal.h", "product.h", "property.h", "record_collection.h", "status_run_query.h"],
             "linux": ["linux_host.h"],
             "streaming": ["cQTStreaming.h"],
             "wire": [],
@@ -178,8 +178,8 @@ class Library(InstalledCase):
         for room, names in clients.items():
             found = [header.removeprefix(f"{room}/") for header in headers if header.startswith(f"{room}/")]
             self.assertEqual(found, names)
-        self.assertLessEqual(len(headers), 39, headers)
-        self.assertLessEqual(len(self.reached_from("mirelo.h")), 30, "headers that every client is compiled with")
+        self.assertLessEqual(len(headers), 43, headers)
+        self.assertLessEqual(len(self.reached_from("mirelo.h")), 34, "headers that every client is compiled with")
 
     def reached_from(self, header):
         """The headers that one of the installed ones includes, directly or not, itself among them."""

@@ -85,7 +85,9 @@ void GivenBack::Arm() {
     if (now.sa_handler != SIG_IGN) std::signal(signal, EndBySignal);
   }
   // Where the library has its own handlers, they would stop in the midst of our work.
-  std::signal(SIGTSTP, SIG_DFL);
+  struct sigaction stopping {};
+  ::sigaction(SIGTSTP, nullptr, &stopping);
+  if (stopping.sa_handler != SIG_IGN) std::signal(SIGTSTP, SIG_DFL);
   std::signal(SIGWINCH, SIG_DFL);
   GiveBackAtExit();
 }

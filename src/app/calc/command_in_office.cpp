@@ -4,7 +4,6 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
 
@@ -14,8 +13,8 @@
 #include "app/calc/own_office.h"
 #include "app/child_process.h"
 #include "app/exit_code.h"
-#include "app/stop_signals.h"
 #include "terminal/standard_streams.h"
+#include "terminal/stop_signals.h"
 
 namespace mirelo::app {
 
@@ -25,7 +24,7 @@ constexpr std::chrono::seconds kFromOverToEnd{15};
 constexpr int kEndedBySignal = 128;
 
 bool IsStop(int code) {
-  for (const int stop : kStopSignals) {
+  for (const int stop : terminal::kStopSignals) {
     if (code == kEndedBySignal + stop) return true;
   }
   return false;
@@ -52,7 +51,7 @@ class Stops {
   }
 
  private:
-  sigset_t signals_ = SeenStopSignals();
+  sigset_t signals_ = terminal::SeenStopSignals();
   sigset_t before_{};
   poll::Descriptor descriptor_;
 };

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "automation/runtime_error.h"
+#include "terminal/stop_signals.h"
 #include "terminal/writing_signals.h"
 
 namespace mirelo::app {
@@ -68,10 +69,17 @@ void GiveTerminalTo(pid_t group) {
   ::sigprocmask(SIG_SETMASK, &before, nullptr);
 }
 
+bool SeesCtrlC() {
+  const sigset_t seen = terminal::SeenStopSignals();
+  return sigismember(&seen, SIGINT) == 1;
+}
+
 }  // namespace
 
+// What a script has started in the background is in the script's group, and only looks as if it were in the
+// foreground.
 ForegroundGroup::ForegroundGroup(pid_t group)
-    : is_given_(::isatty(STDOUT_FILENO) != 0 && ::tcgetpgrp(STDOUT_FILENO) == ::getpgrp()) {
+    : is_given_(::isatty(STDOUT_FILENO) != 0 && ::tcgetpgrp(STDOUT_FILENO) == ::getpgrp() && SeesCtrlC()) {
   if (is_given_) GiveTerminalTo(group);
 }
 

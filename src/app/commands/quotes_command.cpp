@@ -1,5 +1,6 @@
 #include "app/commands/quotes_command.h"
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 

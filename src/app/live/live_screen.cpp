@@ -17,11 +17,14 @@ namespace {
 
 constexpr std::chrono::milliseconds kPaintPace{250};
 
-// A new size of the window, Ctrl-Z, and the way back.
+// A new size of the window, Ctrl-Z where it is not ignored, and the way back.
 sigset_t ScreenSignals() {
   sigset_t signals;
   sigemptyset(&signals);
-  for (const int signal : {SIGWINCH, SIGTSTP, SIGCONT}) sigaddset(&signals, signal);
+  for (const int signal : {SIGWINCH, SIGCONT}) sigaddset(&signals, signal);
+  struct sigaction stopping {};
+  ::sigaction(SIGTSTP, nullptr, &stopping);
+  if (stopping.sa_handler != SIG_IGN) sigaddset(&signals, SIGTSTP);
   return signals;
 }
 

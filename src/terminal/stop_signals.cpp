@@ -1,6 +1,6 @@
-#include "app/stop_signals.h"
+#include "terminal/stop_signals.h"
 
-namespace mirelo::app {
+namespace mirelo::terminal {
 
 sigset_t SeenStopSignals() {
   sigset_t seen;
@@ -13,4 +13,4 @@ sigset_t SeenStopSignals() {
   return seen;
 }
 
-}  // namespace mirelo::app
+}  // namespace mirelo::terminal

@@ -3,7 +3,7 @@
 #include <array>
 #include <csignal>
 
-namespace mirelo::app {
+namespace mirelo::terminal {
 
 // By which a person, or the system, asks a program to end: Ctrl-C, kill, and the end of the terminal.
 inline constexpr std::array kStopSignals{SIGINT, SIGTERM, SIGHUP};
@@ -13,4 +13,4 @@ inline constexpr std::array kStopSignals{SIGINT, SIGTERM, SIGHUP};
 // signal that is held back would be seen although it is ignored.
 sigset_t SeenStopSignals();
 
-}  // namespace mirelo::app
+}  // namespace mirelo::terminal
