@@ -14,6 +14,7 @@
 #include "host/excel/font.h"
 #include "host/excel/interior.h"
 #include "spreadsheet/color_index.h"
+#include "spreadsheet/errors.h"
 
 namespace mirelo::calc {
 
