@@ -38,9 +38,10 @@ forget_stale() {
   [ -f "$cache" ] || return 0
   case $1 in
     release|shipped|package|bench|coverage) compiler=g++ ;;
-    windows) compiler='.*' ;;
+    windows) compiler= ;;  # its toolchain file names the one there is
   esac
-  grep -q "^CMAKE_HOME_DIRECTORY:INTERNAL=$root\$" "$cache" && grep -q "^CMAKE_CXX_COMPILER:[A-Z]*=\(.*/\)\?$compiler\$" "$cache" ||
+  grep -q "^CMAKE_HOME_DIRECTORY:INTERNAL=$root\$" "$cache" &&
+    { [ -z "$compiler" ] || grep -q "^CMAKE_CXX_COMPILER:[A-Z]*=\(.*/\)\?$compiler\$" "$cache"; } ||
     rm -rf "$root/build/$1"
 }
 
