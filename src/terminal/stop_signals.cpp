@@ -2,13 +2,17 @@
 
 namespace mirelo::terminal {
 
+bool IsIgnored(int signal) {
+  struct sigaction now {};
+  ::sigaction(signal, nullptr, &now);
+  return now.sa_handler == SIG_IGN;
+}
+
 sigset_t SeenStopSignals() {
   sigset_t seen;
   sigemptyset(&seen);
   for (const int signal : kStopSignals) {
-    struct sigaction now {};
-    ::sigaction(signal, nullptr, &now);
-    if (now.sa_handler != SIG_IGN) sigaddset(&seen, signal);
+    if (!IsIgnored(signal)) sigaddset(&seen, signal);
   }
   return seen;
 }

@@ -60,6 +60,18 @@ TEST(Program, EndsWellWhenItIsToldTo) {
   }
 }
 
+TEST(Program, ServesOnAtASignalThatItsStarterHasItIgnore) {
+  const auto before = ::signal(SIGINT, SIG_IGN);
+  StartedProgram program = Start({"--symbols", "A,B", "--portfolio", "Mine"});
+  ::signal(SIGINT, before);
+  const auto port = StartedProgram::PortOf(program.ReadLine());
+  program.Signal(SIGINT);
+  std::this_thread::sleep_for(200ms);  // it would be gone by then
+  EXPECT_EQ(BodyOf(HttpGet(port, "/req?EnumPortSymbols(Mine)")), "OK\r\nA,B");
+  program.Signal(SIGTERM);
+  EXPECT_EQ(program.ExitCode(), 0);
+}
+
 TEST(Program, WritesItsPortsToAFileWholeAtOnce) {
   const TempDirectory directory;
   const std::string path = (directory / "ports").string();

@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "terminal/stop_signals.h"
+
 namespace mirelo::ncurses {
 
 namespace {
@@ -80,14 +82,10 @@ GivenBack::~GivenBack() {
 void GivenBack::Arm() {
   for (const char* capability : {"sgr0", "cnorm", "rmkx", "rmcup"}) Append(capability);
   for (const int signal : kEndingSignals) {
-    struct sigaction now {};
-    ::sigaction(signal, nullptr, &now);
-    if (now.sa_handler != SIG_IGN) std::signal(signal, EndBySignal);
+    if (!terminal::IsIgnored(signal)) std::signal(signal, EndBySignal);
   }
   // Where the library has its own handlers, they would stop in the midst of our work.
-  struct sigaction stopping {};
-  ::sigaction(SIGTSTP, nullptr, &stopping);
-  if (stopping.sa_handler != SIG_IGN) std::signal(SIGTSTP, SIG_DFL);
+  if (!terminal::IsIgnored(SIGTSTP)) std::signal(SIGTSTP, SIG_DFL);
   std::signal(SIGWINCH, SIG_DFL);
   GiveBackAtExit();
 }

@@ -69,17 +69,13 @@ void GiveTerminalTo(pid_t group) {
   ::sigprocmask(SIG_SETMASK, &before, nullptr);
 }
 
-bool SeesCtrlC() {
-  const sigset_t seen = terminal::SeenStopSignals();
-  return sigismember(&seen, SIGINT) == 1;
-}
-
 }  // namespace
 
 // What a script has started in the background is in the script's group, and only looks as if it were in the
 // foreground.
 ForegroundGroup::ForegroundGroup(pid_t group)
-    : is_given_(::isatty(STDOUT_FILENO) != 0 && ::tcgetpgrp(STDOUT_FILENO) == ::getpgrp() && SeesCtrlC()) {
+    : is_given_(::isatty(STDOUT_FILENO) != 0 && ::tcgetpgrp(STDOUT_FILENO) == ::getpgrp() &&
+                !terminal::IsIgnored(SIGINT)) {
   if (is_given_) GiveTerminalTo(group);
 }
 

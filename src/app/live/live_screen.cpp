@@ -10,6 +10,7 @@
 #include "adapters/ncurses/screen.h"
 #include "terminal/color.h"
 #include "terminal/standard_streams.h"
+#include "terminal/stop_signals.h"
 
 namespace mirelo::app {
 
@@ -22,9 +23,7 @@ sigset_t ScreenSignals() {
   sigset_t signals;
   sigemptyset(&signals);
   for (const int signal : {SIGWINCH, SIGCONT}) sigaddset(&signals, signal);
-  struct sigaction stopping {};
-  ::sigaction(SIGTSTP, nullptr, &stopping);
-  if (stopping.sa_handler != SIG_IGN) sigaddset(&signals, SIGTSTP);
+  if (!terminal::IsIgnored(SIGTSTP)) sigaddset(&signals, SIGTSTP);
   return signals;
 }
 
