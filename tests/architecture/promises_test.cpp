@@ -40,18 +40,24 @@ std::vector<std::smatch> MatchesAtLines(const std::string& text, const std::stri
   return matches;
 }
 
-// The names of a source's tests, as suite and test; those with cases without what names the case.
+// The names of a source's tests, as suite and test; those with cases without what names the case, and those
+// of every loop without its name.
 std::set<std::string> TestsIn(const std::string& source) {
   static const std::regex kTest(R"((TEST|TEST_F|TYPED_TEST|TEST_P)\((\w+),\s*(\w+)\))");
   static const std::regex kCases(R"(INSTANTIATE_TEST_SUITE_P\((\w+),\s*(\w+),)");
+  static const std::regex kEveryLoop(R"(INSTANTIATE_WITH_EVERY_LOOP\((\w+)\))");
   std::set<std::string> names;
   const auto cases = MatchesAtLines(source, "INSTANTIATE_", kCases);
+  const auto every_loop = MatchesAtLines(source, "INSTANTIATE_", kEveryLoop);
   for (const char* word : {"TEST", "TYPED_TEST"}) {
     for (const auto& test : MatchesAtLines(source, word, kTest)) {
       const std::string name = test[2].str() + "." + test[3].str();
       if (test[1] != "TEST_P") names.insert(name);
       for (const auto& instance : cases) {
         if (test[1] == "TEST_P" && instance[2] == test[2]) names.insert(instance[1].str() + "/" + name);
+      }
+      for (const auto& suite : every_loop) {
+        if (test[1] == "TEST_P" && suite[1] == test[2]) names.insert(name);
       }
     }
   }

@@ -1,5 +1,5 @@
 // Bursts of quotes on the road that a client of the library has: a socket of this machine, sockets that hand
-// over whole messages, the stream class, and a handler that takes at each event. On both loops.
+// over whole messages, the stream class, and a handler that takes at each event. On every loop.
 
 #include <gtest/gtest.h>
 
@@ -22,18 +22,17 @@ using testing::Burst;
 using testing::BurstArrival;
 using testing::LoopbackServer;
 
-template <class Loop>
-class Bursts : public LoopTest<Loop> {
+class Bursts : public LoopTest {
  protected:
   // Streams a burst to the end, `behind_each` being what the handler does behind each take.
-  BurstArrival Stream(const Burst& burst, const std::function<void(Loop& loop)>& behind_each) {
+  BurstArrival Stream(const Burst& burst, const std::function<void(AnyLoop& loop)>& behind_each) {
     LoopbackServer server([&](LoopbackServer::Peer& peer) {
       peer.Send("OK<STREAMER>SWISS.SDF</STREAMER>");
       peer.ReceiveUntil("\xFF");  // the subscription
       peer.Send(burst.Bytes());
       peer.ReceiveAll();
     });
-    Loop loop;
+    AnyLoop loop(GetParam());
     testing::StreamRig rig(loop);
     poll::PollWinsockLibrary plain(loop);
     wire::ObservedSockets sockets(plain, loop);
@@ -62,34 +61,34 @@ class Bursts : public LoopTest<Loop> {
     for (const auto& [ticker, place] : arrival.Newest()) EXPECT_EQ(place, burst.QuotesOfEach()) << ticker;
   }
 };
-TYPED_TEST_SUITE(Bursts, TestedLoops, LoopNames);
+INSTANTIATE_WITH_EVERY_LOOP(Bursts);
 
-TYPED_TEST(Bursts, ArriveInTheOrderSent) {
+TEST_P(Bursts, ArriveInTheOrderSent) {
   for (const int quotes : {100, 1'000, 10'000}) {
     SCOPED_TRACE(quotes);
     const Burst burst({"MSFT", "IBM"}, quotes);
-    this->ExpectInOrder(burst, this->Stream(burst, [](TypeParam&) {}));
+    ExpectInOrder(burst, Stream(burst, [](AnyLoop&) {}));
   }
 }
 
-TYPED_TEST(Bursts, ArriveInTheOrderSentToAHandlerThatYields) {
+TEST_P(Bursts, ArriveInTheOrderSentToAHandlerThatYields) {
   const Burst burst({"MSFT", "IBM", "GE"}, 3'000);
-  this->ExpectInOrder(burst, this->Stream(burst, [](TypeParam& loop) { loop.Yield(); }));
+  ExpectInOrder(burst, Stream(burst, [](AnyLoop& loop) { loop.Yield(); }));
 }
 
-TYPED_TEST(Bursts, ArriveInTheOrderSentToAHandlerThatWaitsNowAndThen) {
+TEST_P(Bursts, ArriveInTheOrderSentToAHandlerThatWaitsNowAndThen) {
   const Burst burst({"MSFT", "IBM"}, 1'000);
-  this->ExpectInOrder(burst, this->Stream(burst, [events = 0](TypeParam& loop) mutable {
-    if (++events % 100 != 1) return;
-    bool over = false;
-    loop.StartTimer(host::MessageLoop::Milliseconds(2), [&] { over = true; });
-    loop.RunUntil([&] { return over; });
-  }));
+  ExpectInOrder(burst, Stream(burst, [events = 0](AnyLoop& loop) mutable {
+                  if (++events % 100 != 1) return;
+                  bool over = false;
+                  loop.StartTimer(host::MessageLoop::Milliseconds(2), [&] { over = true; });
+                  loop.RunUntil([&] { return over; });
+                }));
 }
 
-TYPED_TEST(Bursts, OfAHundredThousandArriveInTheOrderSent) {
+TEST_P(Bursts, OfAHundredThousandArriveInTheOrderSent) {
   const Burst burst({"MSFT", "IBM", "GE", "INTC", "CSCO"}, 100'000);
-  this->ExpectInOrder(burst, this->Stream(burst, [](TypeParam&) {}));
+  ExpectInOrder(burst, Stream(burst, [](AnyLoop&) {}));
 }
 
 }  // namespace

@@ -25,8 +25,7 @@ using testing::LoopbackServer;
 using Peer = LoopbackServer::Peer;
 using Words = std::vector<std::string>;
 
-template <class Loop>
-class Chunks : public LoopTest<Loop> {
+class Chunks : public LoopTest {
  protected:
   // The number of times that the loop asked whether the time is over.
   int RunFor(MessageLoop::Milliseconds time) {
@@ -44,12 +43,12 @@ class Chunks : public LoopTest<Loop> {
     EXPECT_TRUE(client.sink->received == bytes);
   }
 
-  Loop loop_;
+  AnyLoop loop_{GetParam()};
   poll::PollWinsockLibrary library_{loop_};
 };
-TYPED_TEST_SUITE(Chunks, TestedLoops, LoopNames);
+INSTANTIATE_WITH_EVERY_LOOP(Chunks);
 
-TYPED_TEST(Chunks, ComeInOrderAndOneAtATimeHoweverOftenTheSinkYields) {
+TEST_P(Chunks, ComeInOrderAndOneAtATimeHoweverOftenTheSinkYields) {
   std::string bytes;
   for (int number = 0; bytes.size() < 40 * SocketConnection::kChunkLimit; ++number)
     bytes += std::to_string(number) + "\n";
@@ -57,38 +56,38 @@ TYPED_TEST(Chunks, ComeInOrderAndOneAtATimeHoweverOftenTheSinkYields) {
     peer.Send(bytes);
     peer.ReceiveAll();
   });
-  Client client(this->library_);
+  Client client(library_);
   int depth = 0, deepest = 0;
   const auto yield = [&] {
     deepest = std::max(deepest, ++depth);
-    for (int i = 0; i < 3; ++i) this->loop_.Yield();
+    for (int i = 0; i < 3; ++i) loop_.Yield();
     --depth;
   };
   client.sink->on_available = yield;
   client.sink->on_received = [&](const std::string&) { yield(); };
   client.Connect(server.Address());
-  this->RunUntilReceived(client, bytes);
+  RunUntilReceived(client, bytes);
   EXPECT_EQ(deepest, 1);
 }
 
-TYPED_TEST(Chunks, WaitForTheSinkOfTheOneBeforeAndCostNoTimeMeanwhile) {
+TEST_P(Chunks, WaitForTheSinkOfTheOneBeforeAndCostNoTimeMeanwhile) {
   OneThenTwo server;
-  Client client(this->library_);
+  Client client(library_);
   int questions = 0;
   client.sink->on_received = [&](const std::string& chunk) {
     if (chunk != "1") return;
     server.SendTwo();
-    questions = this->RunFor(kAMoment);
+    questions = RunFor(kAMoment);
     EXPECT_EQ(client.sink->received, "1");
   };
   client.Connect(server.Address());
-  this->RunUntilReceived(client, "12");
+  RunUntilReceived(client, "12");
   EXPECT_LE(questions, kFewQuestions);
 }
 
-TYPED_TEST(Chunks, WaitForASinkBehindTheFirst) {
+TEST_P(Chunks, WaitForASinkBehindTheFirst) {
   OneThenTwo server;
-  Client client(this->library_);
+  Client client(library_);
   const auto second = std::make_shared<Client::Sink>();
   client.connection->Subscribe(std::static_pointer_cast<host::BytesTransferEvents>(second),
                                SocketConnection::kBytesTransfer);
@@ -97,50 +96,50 @@ TYPED_TEST(Chunks, WaitForASinkBehindTheFirst) {
     log.push_back("first " + chunk);
     if (chunk != "1") return;
     server.SendTwo();
-    this->RunFor(kAMoment);
+    RunFor(kAMoment);
   };
   second->on_received = [&](const std::string& chunk) { log.push_back("second " + chunk); };
   client.Connect(server.Address());
-  this->loop_.RunUntil([&] { return second->received == "12"; });
+  loop_.RunUntil([&] { return second->received == "12"; });
   EXPECT_EQ(log, (Words{"first 1", "second 1", "first 2", "second 2"}));
 }
 
-TYPED_TEST(Chunks, OfOtherConnectionsComeMeanwhile) {
+TEST_P(Chunks, OfOtherConnectionsComeMeanwhile) {
   OneThenTwo server, another;
-  Client client(this->library_), other(this->library_);
+  Client client(library_), other(library_);
   client.sink->on_received = [&](const std::string& chunk) {
     if (chunk != "1") return;
     server.SendTwo();
     other.Connect(another.Address());
-    this->RunUntilReceived(other, "1");
+    RunUntilReceived(other, "1");
     another.SendTwo();
-    this->RunUntilReceived(other, "12");
+    RunUntilReceived(other, "12");
     EXPECT_EQ(client.sink->received, "1");
   };
   client.Connect(server.Address());
-  this->RunUntilReceived(client, "12");
+  RunUntilReceived(client, "12");
 }
 
-TYPED_TEST(Chunks, DoNotKeepWhatTheConnectionSends) {
+TEST_P(Chunks, DoNotKeepWhatTheConnectionSends) {
   const std::string much(1'000'000, 'x');
   LoopbackServer server([&](Peer& peer) {
     peer.Send("1");
     if (peer.Receive(much.size()).size() == much.size()) peer.Send("2");
     peer.ReceiveAll();
   });
-  Client client(this->library_);
+  Client client(library_);
   client.sink->on_received = [&](const std::string& chunk) {
     if (chunk != "1") return;
     client.connection->Send(much);
-    this->loop_.RunUntil([&] { return client.sink->sent == static_cast<std::int64_t>(much.size()); });
-    this->RunFor(kAMoment);
+    loop_.RunUntil([&] { return client.sink->sent == static_cast<std::int64_t>(much.size()); });
+    RunFor(kAMoment);
     EXPECT_EQ(client.sink->received, "1") << "the answer waits";
   };
   client.Connect(server.Address());
-  this->RunUntilReceived(client, "12");
+  RunUntilReceived(client, "12");
 }
 
-TYPED_TEST(Chunks, AreFollowedByTheEndOfTheConnection) {
+TEST_P(Chunks, AreFollowedByTheEndOfTheConnection) {
   for (const bool reset : {false, true}) {
     for (const bool sending : {false, true}) {
       SCOPED_TRACE(std::string(reset ? "reset" : "closed") + (sending ? " while sending" : ""));
@@ -149,17 +148,17 @@ TYPED_TEST(Chunks, AreFollowedByTheEndOfTheConnection) {
         peer.Await();
         if (reset) peer.Reset();
       });
-      Client client(this->library_);
+      Client client(library_);
       int questions = 0;
       client.sink->on_received = [&](const std::string&) {
         if (sending) client.connection->Send(std::string(20'000'000, 'x'));
         server.Go();
         server.WaitForScripts(1);
-        questions = this->RunFor(kAMoment);
+        questions = RunFor(kAMoment);
         client.sink->log.push_back("returned");
       };
       client.Connect(server.Address());
-      this->loop_.RunUntil([&] { return !client.sink->reasons.empty(); });
+      loop_.RunUntil([&] { return !client.sink->reasons.empty(); });
       ASSERT_GE(client.sink->log.size(), 2u);
       EXPECT_EQ(*(client.sink->log.end() - 1), "disconnected");
       EXPECT_EQ(std::ranges::count(client.sink->log, "received"), 1);
@@ -169,69 +168,69 @@ TYPED_TEST(Chunks, AreFollowedByTheEndOfTheConnection) {
   }
 }
 
-TYPED_TEST(Chunks, GoOnBehindASinkThatThrows) {
+TEST_P(Chunks, GoOnBehindASinkThatThrows) {
   OneThenTwo server;
-  Client client(this->library_);
+  Client client(library_);
   client.sink->on_received = [&](const std::string& chunk) {
     if (chunk != "1") return;
     server.SendTwo();
-    this->RunFor(kAMoment);
+    RunFor(kAMoment);
     throw std::runtime_error("a bad chunk");
   };
   client.Connect(server.Address());
-  EXPECT_THROW(this->RunUntilReceived(client, "12"), std::runtime_error);
+  EXPECT_THROW(RunUntilReceived(client, "12"), std::runtime_error);
   EXPECT_EQ(client.sink->received, "1");
-  this->RunUntilReceived(client, "12");
+  RunUntilReceived(client, "12");
 }
 
-TYPED_TEST(Chunks, OfAConnectionThatItsSinkConnectsAnewWaitToo) {
+TEST_P(Chunks, OfAConnectionThatItsSinkConnectsAnewWaitToo) {
   LoopbackServer server([](Peer& peer) {
     peer.Send(peer.Index() == 0 ? "1" : "2");
     peer.ReceiveAll();
   });
-  Client client(this->library_);
+  Client client(library_);
   int questions = 0;
   client.sink->on_received = [&](const std::string& chunk) {
     if (chunk != "1") return;
     client.connection->Disconnect();
     client.Connect(server.Address());
-    this->loop_.RunUntil([&] { return client.sink->connected == 2; });
-    questions = this->RunFor(kAMoment);
+    loop_.RunUntil([&] { return client.sink->connected == 2; });
+    questions = RunFor(kAMoment);
     EXPECT_EQ(client.sink->received, "1");
   };
   client.Connect(server.Address());
-  this->RunUntilReceived(client, "12");
+  RunUntilReceived(client, "12");
   EXPECT_LE(questions, kFewQuestions);
 }
 
-TYPED_TEST(Chunks, AreForgottenWhenTheConnectionIsDroppedMeanwhile) {
+TEST_P(Chunks, AreForgottenWhenTheConnectionIsDroppedMeanwhile) {
   OneThenTwo server;
-  Client client(this->library_);
+  Client client(library_);
   bool returned = false;
   client.sink->on_received = [&](const std::string&) {
     server.SendTwo();
-    this->RunFor(kAMoment);
-    this->loop_.StartTimer(MessageLoop::Milliseconds(0), [&] { client.connection.reset(); });
-    this->RunFor(kAMoment);
+    RunFor(kAMoment);
+    loop_.StartTimer(MessageLoop::Milliseconds(0), [&] { client.connection.reset(); });
+    RunFor(kAMoment);
     returned = true;
   };
   client.Connect(server.Address());
-  this->loop_.RunUntil([&] { return returned; });
-  this->RunFor(kAMoment);
+  loop_.RunUntil([&] { return returned; });
+  RunFor(kAMoment);
   EXPECT_EQ(client.sink->received, "1");
-  EXPECT_EQ(this->loop_.WatchCount(), 0u);
+  EXPECT_EQ(loop_.WatchCount(), 0u);
 }
 
-TYPED_TEST(Chunks, MayComeInsideAnEventThatIsNoChunk) {
+TEST_P(Chunks, MayComeInsideAnEventThatIsNoChunk) {
   OneThenTwo server;
-  Client client(this->library_);
+  Client client(library_);
   client.sink->on_connected = [&] {
-    this->loop_.RunUntil([&] { return client.sink->received == "1"; });
+    loop_.RunUntil([&] { return client.sink->received == "1"; });
     server.SendTwo();
-    this->RunUntilReceived(client, "12");
+    RunUntilReceived(client, "12");
   };
   client.Connect(server.Address());
-  this->RunUntilReceived(client, "12");
+  RunUntilReceived(client, "12");
 }
 
 }  // namespace

@@ -19,24 +19,19 @@ using Words = std::vector<std::string>;
 constexpr unsigned kRead = MessageLoop::kRead;
 constexpr MessageLoop::Milliseconds kAtOnce{0};
 
-template <class Loop>
-using NestedYield = LoopTest<Loop>;
-TYPED_TEST_SUITE(NestedYield, TestedLoops, LoopNames);
-template <class Loop>
-using NestedRunUntil = LoopTest<Loop>;
-TYPED_TEST_SUITE(NestedRunUntil, TestedLoops, LoopNames);
-template <class Loop>
-using NestedHandler = LoopTest<Loop>;
-TYPED_TEST_SUITE(NestedHandler, TestedLoops, LoopNames);
-template <class Loop>
-using NestLimit = LoopTest<Loop>;
-TYPED_TEST_SUITE(NestLimit, TestedLoops, LoopNames);
-template <class Loop>
-using NestedThrow = LoopTest<Loop>;
-TYPED_TEST_SUITE(NestedThrow, TestedLoops, LoopNames);
+using NestedYield = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(NestedYield);
+using NestedRunUntil = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(NestedRunUntil);
+using NestedHandler = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(NestedHandler);
+using NestLimit = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(NestLimit);
+using NestedThrow = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(NestedThrow);
 
-TYPED_TEST(NestedYield, HandlesMoreBytesOfTheSameDescriptor) {
-  TypeParam loop;
+TEST_P(NestedYield, HandlesMoreBytesOfTheSameDescriptor) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) {
@@ -53,8 +48,8 @@ TYPED_TEST(NestedYield, HandlesMoreBytesOfTheSameDescriptor) {
   EXPECT_EQ(log, (Words{"begin 1", "begin 2", "end 2", "end 1"}));
 }
 
-TYPED_TEST(NestedYield, FiresTimersInsideAHandler) {
-  TypeParam loop;
+TEST_P(NestedYield, FiresTimersInsideAHandler) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) {
@@ -68,8 +63,8 @@ TYPED_TEST(NestedYield, FiresTimersInsideAHandler) {
   EXPECT_EQ(log, (Words{"timer", "after yield"}));
 }
 
-TYPED_TEST(NestedYield, HandlesDescriptorsInsideATimer) {
-  TypeParam loop;
+TEST_P(NestedYield, HandlesDescriptorsInsideATimer) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) { log.push_back("bytes " + pair.Read()); });
@@ -82,8 +77,8 @@ TYPED_TEST(NestedYield, HandlesDescriptorsInsideATimer) {
   EXPECT_EQ(log, (Words{"bytes x", "timer"}));
 }
 
-TYPED_TEST(NestedYield, LeavesNothingStaleToTheStepAroundIt) {
-  TypeParam loop;
+TEST_P(NestedYield, LeavesNothingStaleToTheStepAroundIt) {
+  AnyLoop loop(GetParam());
   SocketPair a, b;
   int calls_without_bytes = 0;
   int calls = 0;
@@ -101,8 +96,8 @@ TYPED_TEST(NestedYield, LeavesNothingStaleToTheStepAroundIt) {
   EXPECT_EQ(calls_without_bytes, 0);
 }
 
-TYPED_TEST(NestedYield, FiresTheRestOfTheTimersThatTheOuterStepHadFoundDue) {
-  TypeParam loop;
+TEST_P(NestedYield, FiresTheRestOfTheTimersThatTheOuterStepHadFoundDue) {
+  AnyLoop loop(GetParam());
   Words log;
   loop.StartTimer(kAtOnce, [&] {
     log.push_back("first begins");
@@ -114,8 +109,8 @@ TYPED_TEST(NestedYield, FiresTheRestOfTheTimersThatTheOuterStepHadFoundDue) {
   EXPECT_EQ(log, (Words{"first begins", "second", "first ends"}));
 }
 
-TYPED_TEST(NestedRunUntil, MayEndWhileTheOuterGoesOn) {
-  TypeParam loop;
+TEST_P(NestedRunUntil, MayEndWhileTheOuterGoesOn) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   Words log;
   bool inner_done = false, outer_done = false;
@@ -136,8 +131,8 @@ TYPED_TEST(NestedRunUntil, MayEndWhileTheOuterGoesOn) {
   EXPECT_EQ(log, (Words{"1", "2", "inner left", "3"}));
 }
 
-TYPED_TEST(NestedRunUntil, KeepsTheOuterWaitingThatIsDoneBeforeIt) {
-  TypeParam loop;
+TEST_P(NestedRunUntil, KeepsTheOuterWaitingThatIsDoneBeforeIt) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   Words log;
   bool inner_done = false, outer_done = false;
@@ -160,8 +155,8 @@ TYPED_TEST(NestedRunUntil, KeepsTheOuterWaitingThatIsDoneBeforeIt) {
   EXPECT_EQ(log, (Words{"1", "2", "inner left"}));
 }
 
-TYPED_TEST(NestedHandler, MayEndAndCloseWhatAnOuterFrameOfItsOwnIsUsing) {
-  TypeParam loop;
+TEST_P(NestedHandler, MayEndAndCloseWhatAnOuterFrameOfItsOwnIsUsing) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   Words log;
   MessageLoop::Token token = 0;
@@ -185,8 +180,8 @@ TYPED_TEST(NestedHandler, MayEndAndCloseWhatAnOuterFrameOfItsOwnIsUsing) {
   EXPECT_TRUE(life.expired());
 }
 
-TYPED_TEST(NestedHandler, OfANumberThatCameBackIsNotTakenForTheFormer) {
-  TypeParam loop;
+TEST_P(NestedHandler, OfANumberThatCameBackIsNotTakenForTheFormer) {
+  AnyLoop loop(GetParam());
   auto pair = std::make_unique<SocketPair>();
   SocketPair trigger;
   std::unique_ptr<SocketPair> other;
@@ -213,8 +208,8 @@ TYPED_TEST(NestedHandler, OfANumberThatCameBackIsNotTakenForTheFormer) {
   EXPECT_EQ(new_calls, 0) << "readiness of the former socket says nothing of the new one";
 }
 
-TYPED_TEST(NestLimit, LeavesAFloodingDescriptorUnwatchedUntilItsHandlersUnwind) {
-  TypeParam loop;
+TEST_P(NestLimit, LeavesAFloodingDescriptorUnwatchedUntilItsHandlersUnwind) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   int depth = 0, deepest = 0;
   std::size_t received = 0;
@@ -233,8 +228,8 @@ TYPED_TEST(NestLimit, LeavesAFloodingDescriptorUnwatchedUntilItsHandlersUnwind) 
   EXPECT_EQ(depth, 0);
 }
 
-TYPED_TEST(NestLimit, KeepsOtherDescriptorsAndTimersServed) {
-  TypeParam loop;
+TEST_P(NestLimit, KeepsOtherDescriptorsAndTimersServed) {
+  AnyLoop loop(GetParam());
   SocketPair flood, quiet;
   int depth = 0;
   bool timer_fired = false;
@@ -256,8 +251,8 @@ TYPED_TEST(NestLimit, KeepsOtherDescriptorsAndTimersServed) {
   EXPECT_EQ(heard, "heard");
 }
 
-TYPED_TEST(NestLimit, IsCountedDownWhenHandlersThrow) {
-  TypeParam loop;
+TEST_P(NestLimit, IsCountedDownWhenHandlersThrow) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   int depth = 0;
   loop.Watch(pair.near, kRead, [&](unsigned) {
@@ -274,8 +269,8 @@ TYPED_TEST(NestLimit, IsCountedDownWhenHandlersThrow) {
   }
 }
 
-TYPED_TEST(NestLimit, HoldsWhenInterestIsChangedMeanwhile) {
-  TypeParam loop;
+TEST_P(NestLimit, HoldsWhenInterestIsChangedMeanwhile) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   int depth = 0, deepest = 0;
   MessageLoop::Token token = 0;
@@ -291,8 +286,8 @@ TYPED_TEST(NestLimit, HoldsWhenInterestIsChangedMeanwhile) {
   EXPECT_EQ(deepest, MessageLoop::kNestLimit);
 }
 
-TYPED_TEST(NestedThrow, LeavesTheYieldThatCalledTheHandlerOnly) {
-  TypeParam loop;
+TEST_P(NestedThrow, LeavesTheYieldThatCalledTheHandlerOnly) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   Words log;
   loop.Watch(pair.near, kRead, [&](unsigned) {

@@ -20,127 +20,125 @@ using std::chrono::milliseconds;
 using Words = std::vector<std::string>;
 
 // A loop whose timers go by a clock that the test moves.
-template <class Loop>
-class Timers : public ::testing::Test {
+class Timers : public LoopTest {
  protected:
   auto Note(std::string word) {
     return [this, word = std::move(word)] { log_.push_back(word); };
   }
   void At(milliseconds time) {
-    now_ = typename Loop::Time(time);
+    now_ = AnyLoop::Time(time);
     loop_.Yield();
   }
 
-  typename Loop::Time now_{};
-  Loop loop_{[this] { return now_; }};
+  AnyLoop::Time now_{};
+  AnyLoop loop_{GetParam(), [this] { return now_; }};
   Words log_;
 };
-TYPED_TEST_SUITE(Timers, TestedLoops, LoopNames);
+INSTANTIATE_WITH_EVERY_LOOP(Timers);
 
-template <class Loop>
-using RealTimers = LoopTest<Loop>;
-TYPED_TEST_SUITE(RealTimers, TestedLoops, LoopNames);
+using RealTimers = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(RealTimers);
 
-TYPED_TEST(Timers, FireOnceWhenTheirDelayHasPassed) {
-  this->loop_.StartTimer(milliseconds(100), this->Note("fired"));
-  this->At(milliseconds(99));
-  EXPECT_EQ(this->log_, Words{});
-  this->At(milliseconds(100));
-  EXPECT_EQ(this->log_, Words{"fired"});
-  this->At(milliseconds(1000));
-  EXPECT_EQ(this->log_, Words{"fired"});
+TEST_P(Timers, FireOnceWhenTheirDelayHasPassed) {
+  loop_.StartTimer(milliseconds(100), Note("fired"));
+  At(milliseconds(99));
+  EXPECT_EQ(log_, Words{});
+  At(milliseconds(100));
+  EXPECT_EQ(log_, Words{"fired"});
+  At(milliseconds(1000));
+  EXPECT_EQ(log_, Words{"fired"});
 }
 
-TYPED_TEST(Timers, FireInTheOrderOfTheirDueTimesThenOfTheirStart) {
-  this->loop_.StartTimer(milliseconds(30), this->Note("30"));
-  this->loop_.StartTimer(milliseconds(10), this->Note("10"));
-  this->loop_.StartTimer(milliseconds(20), this->Note("20 first"));
-  this->loop_.StartTimer(milliseconds(20), this->Note("20 second"));
-  this->At(milliseconds(50));
-  EXPECT_EQ(this->log_, (Words{"10", "20 first", "20 second", "30"}));
+TEST_P(Timers, FireInTheOrderOfTheirDueTimesThenOfTheirStart) {
+  loop_.StartTimer(milliseconds(30), Note("30"));
+  loop_.StartTimer(milliseconds(10), Note("10"));
+  loop_.StartTimer(milliseconds(20), Note("20 first"));
+  loop_.StartTimer(milliseconds(20), Note("20 second"));
+  At(milliseconds(50));
+  EXPECT_EQ(log_, (Words{"10", "20 first", "20 second", "30"}));
 }
 
-TYPED_TEST(Timers, StartedInAHandlerWaitForTheNextStepEvenWithoutDelay) {
-  this->loop_.StartTimer(milliseconds(0), [this] {
-    this->log_.push_back("outer");
-    this->loop_.StartTimer(milliseconds(0), this->Note("inner"));
+TEST_P(Timers, StartedInAHandlerWaitForTheNextStepEvenWithoutDelay) {
+  loop_.StartTimer(milliseconds(0), [this] {
+    log_.push_back("outer");
+    loop_.StartTimer(milliseconds(0), Note("inner"));
   });
-  this->loop_.Yield();
-  EXPECT_EQ(this->log_, Words{"outer"});
-  this->loop_.Yield();
-  EXPECT_EQ(this->log_, (Words{"outer", "inner"}));
+  loop_.Yield();
+  EXPECT_EQ(log_, Words{"outer"});
+  loop_.Yield();
+  EXPECT_EQ(log_, (Words{"outer", "inner"}));
 }
 
-TYPED_TEST(Timers, StartedInAHandlerWaitForTheNextStepEvenWhenTimeHasMovedOn) {
-  this->loop_.StartTimer(milliseconds(0), [this] {
-    this->loop_.StartTimer(milliseconds(5), this->Note("inner"));
-    this->now_ += milliseconds(10);
+TEST_P(Timers, StartedInAHandlerWaitForTheNextStepEvenWhenTimeHasMovedOn) {
+  loop_.StartTimer(milliseconds(0), [this] {
+    loop_.StartTimer(milliseconds(5), Note("inner"));
+    now_ += milliseconds(10);
   });
-  this->loop_.Yield();
-  EXPECT_EQ(this->log_, Words{});
-  this->loop_.Yield();
-  EXPECT_EQ(this->log_, Words{"inner"});
+  loop_.Yield();
+  EXPECT_EQ(log_, Words{});
+  loop_.Yield();
+  EXPECT_EQ(log_, Words{"inner"});
 }
 
-TYPED_TEST(Timers, StoppedDoNotFire) {
-  const auto timer = this->loop_.StartTimer(milliseconds(1), this->Note("stopped"));
-  this->loop_.StopTimer(timer);
-  this->loop_.StopTimer(timer);
-  this->At(milliseconds(5));
-  EXPECT_EQ(this->log_, Words{});
-  EXPECT_FALSE(this->loop_.NextTimer().has_value());
+TEST_P(Timers, StoppedDoNotFire) {
+  const auto timer = loop_.StartTimer(milliseconds(1), Note("stopped"));
+  loop_.StopTimer(timer);
+  loop_.StopTimer(timer);
+  At(milliseconds(5));
+  EXPECT_EQ(log_, Words{});
+  EXPECT_FALSE(loop_.NextTimer().has_value());
 }
 
-TYPED_TEST(Timers, StoppedByAnEarlierTimerOfTheSameStepDoNotFire) {
+TEST_P(Timers, StoppedByAnEarlierTimerOfTheSameStepDoNotFire) {
   MessageLoop::Token second = 0;
-  this->loop_.StartTimer(milliseconds(1), [&] { this->loop_.StopTimer(second); });
-  second = this->loop_.StartTimer(milliseconds(1), this->Note("second"));
-  this->At(milliseconds(1));
-  EXPECT_EQ(this->log_, Words{});
+  loop_.StartTimer(milliseconds(1), [&] { loop_.StopTimer(second); });
+  second = loop_.StartTimer(milliseconds(1), Note("second"));
+  At(milliseconds(1));
+  EXPECT_EQ(log_, Words{});
 }
 
-TYPED_TEST(Timers, MayStopThemselvesAndLiveUntilTheyReturn) {
+TEST_P(Timers, MayStopThemselvesAndLiveUntilTheyReturn) {
   auto owned = std::make_shared<std::string>("alive");
   const std::weak_ptr<std::string> life = owned;
   MessageLoop::Token timer = 0;
-  timer = this->loop_.StartTimer(milliseconds(0), [this, &timer, owned = std::move(owned)] {
-    this->loop_.StopTimer(timer);
-    this->loop_.Yield();
-    this->log_.push_back(*owned);
+  timer = loop_.StartTimer(milliseconds(0), [this, &timer, owned = std::move(owned)] {
+    loop_.StopTimer(timer);
+    loop_.Yield();
+    log_.push_back(*owned);
   });
-  this->loop_.Yield();
-  EXPECT_EQ(this->log_, Words{"alive"});
+  loop_.Yield();
+  EXPECT_EQ(log_, Words{"alive"});
   EXPECT_TRUE(life.expired());
 }
 
-TYPED_TEST(Timers, ThatThrowAreGoneAndTheOthersFireLater) {
-  this->loop_.StartTimer(milliseconds(0), [] { throw std::runtime_error("bad timer"); });
-  this->loop_.StartTimer(milliseconds(0), this->Note("other"));
-  EXPECT_THROW(this->loop_.Yield(), std::runtime_error);
-  EXPECT_EQ(this->log_, Words{});
-  this->loop_.Yield();
-  EXPECT_EQ(this->log_, Words{"other"});
+TEST_P(Timers, ThatThrowAreGoneAndTheOthersFireLater) {
+  loop_.StartTimer(milliseconds(0), [] { throw std::runtime_error("bad timer"); });
+  loop_.StartTimer(milliseconds(0), Note("other"));
+  EXPECT_THROW(loop_.Yield(), std::runtime_error);
+  EXPECT_EQ(log_, Words{});
+  loop_.Yield();
+  EXPECT_EQ(log_, Words{"other"});
 }
 
-TYPED_TEST(Timers, WithoutDelayStarveNeitherDescriptorsNorOtherTimers) {
+TEST_P(Timers, WithoutDelayStarveNeitherDescriptorsNorOtherTimers) {
   SocketPair pair;
   int rounds = 0;
   std::function<void()> again = [&] {
     ++rounds;
-    this->loop_.StartTimer(milliseconds(0), again);
+    loop_.StartTimer(milliseconds(0), again);
   };
   again();
-  this->loop_.StartTimer(milliseconds(1), this->Note("other"));
-  this->loop_.Watch(pair.near, MessageLoop::kRead, [&](unsigned) { this->log_.push_back(pair.Read()); });
+  loop_.StartTimer(milliseconds(1), Note("other"));
+  loop_.Watch(pair.near, MessageLoop::kRead, [&](unsigned) { log_.push_back(pair.Read()); });
   pair.Write("bytes");
-  this->loop_.Yield();
-  EXPECT_EQ(this->log_, Words{"bytes"});
-  this->At(milliseconds(1));
-  EXPECT_EQ(this->log_, (Words{"bytes", "other"}));
+  loop_.Yield();
+  EXPECT_EQ(log_, Words{"bytes"});
+  At(milliseconds(1));
+  EXPECT_EQ(log_, (Words{"bytes", "other"}));
   EXPECT_EQ(rounds, 3);
 }
 
-TYPED_TEST(Timers, OfAnyDelayAreTaken) {
+TEST_P(Timers, OfAnyDelayAreTaken) {
   struct Case {
     const char* name;
     milliseconds delay;
@@ -154,43 +152,42 @@ TYPED_TEST(Timers, OfAnyDelayAreTaken) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    this->log_.clear();
-    const auto timer = this->loop_.StartTimer(c.delay, this->Note("fired"));
-    this->loop_.Yield();
-    EXPECT_EQ(!this->log_.empty(), c.due_at_once);
-    this->loop_.StopTimer(timer);
+    log_.clear();
+    const auto timer = loop_.StartTimer(c.delay, Note("fired"));
+    loop_.Yield();
+    EXPECT_EQ(!log_.empty(), c.due_at_once);
+    loop_.StopTimer(timer);
   }
 }
 
-TYPED_TEST(Timers, ByTheThousandFireInOrder) {
+TEST_P(Timers, ByTheThousandFireInOrder) {
   std::vector<int> fired;
   std::vector<MessageLoop::Token> tokens;
   for (int i = 0; i < 5000; ++i) {
     const int delay = (i * 7919) % 5000;  // each of 0 to 4999 once
-    tokens.push_back(
-        this->loop_.StartTimer(milliseconds(delay), [&fired, delay] { fired.push_back(delay); }));
+    tokens.push_back(loop_.StartTimer(milliseconds(delay), [&fired, delay] { fired.push_back(delay); }));
   }
   std::vector<int> expected(5000);
   std::iota(expected.begin(), expected.end(), 0);
   for (int i = 0; i < 5000; i += 2) {
-    this->loop_.StopTimer(tokens[static_cast<std::size_t>(i)]);
+    loop_.StopTimer(tokens[static_cast<std::size_t>(i)]);
     std::erase(expected, (i * 7919) % 5000);
   }
-  this->At(milliseconds(5000));
+  At(milliseconds(5000));
   EXPECT_EQ(fired, expected);
 }
 
-TYPED_TEST(Timers, TellWhenTheFirstFallsDue) {
-  EXPECT_FALSE(this->loop_.NextTimer().has_value());
-  this->loop_.StartTimer(milliseconds(20), this->Note("20"));
-  const auto first = this->loop_.StartTimer(milliseconds(10), this->Note("10"));
-  EXPECT_EQ(this->loop_.NextTimer(), typename TypeParam::Time(milliseconds(10)));
-  this->loop_.StopTimer(first);
-  EXPECT_EQ(this->loop_.NextTimer(), typename TypeParam::Time(milliseconds(20)));
+TEST_P(Timers, TellWhenTheFirstFallsDue) {
+  EXPECT_FALSE(loop_.NextTimer().has_value());
+  loop_.StartTimer(milliseconds(20), Note("20"));
+  const auto first = loop_.StartTimer(milliseconds(10), Note("10"));
+  EXPECT_EQ(loop_.NextTimer(), AnyLoop::Time(milliseconds(10)));
+  loop_.StopTimer(first);
+  EXPECT_EQ(loop_.NextTimer(), AnyLoop::Time(milliseconds(20)));
 }
 
-TYPED_TEST(RealTimers, EndAWaitOfRunUntilNotBeforeTheyAreDue) {
-  TypeParam loop;
+TEST_P(RealTimers, EndAWaitOfRunUntilNotBeforeTheyAreDue) {
+  AnyLoop loop(GetParam());
   SocketPair hung_up;  // ready all the time, were it asked for
   loop.Watch(hung_up.near, 0, [](unsigned) {});
   hung_up.CloseFar();

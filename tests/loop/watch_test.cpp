@@ -20,21 +20,17 @@ using testing::SocketPair;
 constexpr unsigned kReadable = MessageLoop::kRead;
 constexpr unsigned kWritable = MessageLoop::kWrite;
 
-template <class Loop>
-using Watch = LoopTest<Loop>;
-TYPED_TEST_SUITE(Watch, TestedLoops, LoopNames);
-template <class Loop>
-using Tokens = LoopTest<Loop>;
-TYPED_TEST_SUITE(Tokens, TestedLoops, LoopNames);
-template <class Loop>
-using Handlers = LoopTest<Loop>;
-TYPED_TEST_SUITE(Handlers, TestedLoops, LoopNames);
-template <class Loop>
-using RunUntil = LoopTest<Loop>;
-TYPED_TEST_SUITE(RunUntil, TestedLoops, LoopNames);
+using Watch = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(Watch);
+using Tokens = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(Tokens);
+using Handlers = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(Handlers);
+using RunUntil = LoopTest;
+INSTANTIATE_WITH_EVERY_LOOP(RunUntil);
 
-TYPED_TEST(Watch, HandsAReadyDescriptorToItsHandlerOnceAStep) {
-  TypeParam loop;
+TEST_P(Watch, HandsAReadyDescriptorToItsHandlerOnceAStep) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   int calls = 0;
   loop.Watch(pair.near, kReadable, [&](unsigned ready) {
@@ -50,7 +46,7 @@ TYPED_TEST(Watch, HandsAReadyDescriptorToItsHandlerOnceAStep) {
   EXPECT_EQ(calls, 2);
 }
 
-TYPED_TEST(Watch, TellsOnlyWhatWasAskedFor) {
+TEST_P(Watch, TellsOnlyWhatWasAskedFor) {
   struct Case {
     const char* name;
     unsigned interest;
@@ -67,7 +63,7 @@ TYPED_TEST(Watch, TellsOnlyWhatWasAskedFor) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    TypeParam loop;
+    AnyLoop loop(GetParam());
     SocketPair pair;
     unsigned seen = 0;
     loop.Watch(pair.near, c.interest, [&](unsigned ready) { seen = ready; });
@@ -77,10 +73,10 @@ TYPED_TEST(Watch, TellsOnlyWhatWasAskedFor) {
   }
 }
 
-TYPED_TEST(Watch, CountsAHangUpAsWhateverWasAskedFor) {
+TEST_P(Watch, CountsAHangUpAsWhateverWasAskedFor) {
   for (const unsigned interest : {kReadable, kWritable, kReadable | kWritable}) {
     SCOPED_TRACE(interest);
-    TypeParam loop;
+    AnyLoop loop(GetParam());
     SocketPair pair;
     unsigned seen = 0;
     loop.Watch(pair.near, interest, [&](unsigned ready) { seen = ready; });
@@ -90,8 +86,8 @@ TYPED_TEST(Watch, CountsAHangUpAsWhateverWasAskedFor) {
   }
 }
 
-TYPED_TEST(Watch, WithoutInterestIsNotCalledForAHangUpEither) {
-  TypeParam loop;
+TEST_P(Watch, WithoutInterestIsNotCalledForAHangUpEither) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   int calls = 0;
   const auto token = loop.Watch(pair.near, 0, [&](unsigned) { ++calls; });
@@ -103,8 +99,8 @@ TYPED_TEST(Watch, WithoutInterestIsNotCalledForAHangUpEither) {
   EXPECT_EQ(calls, 1);
 }
 
-TYPED_TEST(Watch, FollowsRewatchWithinTheSameStep) {
-  TypeParam loop;
+TEST_P(Watch, FollowsRewatchWithinTheSameStep) {
+  AnyLoop loop(GetParam());
   SocketPair a, b;
   std::vector<std::string> calls;
   MessageLoop::Token token_b = 0;
@@ -119,8 +115,8 @@ TYPED_TEST(Watch, FollowsRewatchWithinTheSameStep) {
   EXPECT_EQ(calls, std::vector<std::string>{"a"});
 }
 
-TYPED_TEST(Watch, EndedByAnotherHandlerOfTheSameStepIsNotCalled) {
-  TypeParam loop;
+TEST_P(Watch, EndedByAnotherHandlerOfTheSameStepIsNotCalled) {
+  AnyLoop loop(GetParam());
   SocketPair a, b;
   MessageLoop::Token token_a = 0, token_b = 0;
   std::vector<std::string> calls;
@@ -140,8 +136,8 @@ TYPED_TEST(Watch, EndedByAnotherHandlerOfTheSameStepIsNotCalled) {
   EXPECT_EQ(loop.WatchCount(), 1u);
 }
 
-TYPED_TEST(Watch, AddedByAHandlerIsFirstCalledInTheNextStep) {
-  TypeParam loop;
+TEST_P(Watch, AddedByAHandlerIsFirstCalledInTheNextStep) {
+  AnyLoop loop(GetParam());
   SocketPair a, b;
   int calls = 0;
   MessageLoop::Token token_a = 0;
@@ -157,8 +153,8 @@ TYPED_TEST(Watch, AddedByAHandlerIsFirstCalledInTheNextStep) {
   EXPECT_EQ(calls, 1);
 }
 
-TYPED_TEST(Watch, MayBeEndedByItsOwnHandlerWhichLivesUntilItReturns) {
-  TypeParam loop;
+TEST_P(Watch, MayBeEndedByItsOwnHandlerWhichLivesUntilItReturns) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   auto owned = std::make_shared<std::string>("alive");
   const std::weak_ptr<std::string> life = owned;
@@ -175,8 +171,8 @@ TYPED_TEST(Watch, MayBeEndedByItsOwnHandlerWhichLivesUntilItReturns) {
   loop.Yield();
 }
 
-TYPED_TEST(Watch, OfADescriptorClosedUnderneathIsDroppedInsteadOfSpunOn) {
-  TypeParam loop;
+TEST_P(Watch, OfADescriptorClosedUnderneathIsDroppedInsteadOfSpunOn) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   int calls = 0;
   loop.Watch(pair.near, kReadable, [&](unsigned) { ++calls; });
@@ -186,8 +182,8 @@ TYPED_TEST(Watch, OfADescriptorClosedUnderneathIsDroppedInsteadOfSpunOn) {
   EXPECT_EQ(loop.WatchCount(), 0u);
 }
 
-TYPED_TEST(Watch, OfANumberThatCameBackTakesThePlaceOfTheFormer) {
-  TypeParam loop;
+TEST_P(Watch, OfANumberThatCameBackTakesThePlaceOfTheFormer) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   std::vector<std::string> calls;
   const auto former = loop.Watch(pair.near, kReadable, [&](unsigned) { calls.push_back("former"); });
@@ -199,8 +195,8 @@ TYPED_TEST(Watch, OfANumberThatCameBackTakesThePlaceOfTheFormer) {
   EXPECT_EQ(calls, (std::vector<std::string>{"new", "new"}));
 }
 
-TYPED_TEST(Watch, IgnoresUnknownTokens) {
-  TypeParam loop;
+TEST_P(Watch, IgnoresUnknownTokens) {
+  AnyLoop loop(GetParam());
   loop.Unwatch(0);
   loop.Unwatch(12345);
   loop.Rewatch(12345, kReadable);
@@ -209,8 +205,8 @@ TYPED_TEST(Watch, IgnoresUnknownTokens) {
   EXPECT_EQ(loop.WatchCount(), 0u);
 }
 
-TYPED_TEST(Tokens, AreNeverZeroNorUsedTwiceWhetherWatchOrTimer) {
-  TypeParam loop;
+TEST_P(Tokens, AreNeverZeroNorUsedTwiceWhetherWatchOrTimer) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   std::set<MessageLoop::Token> seen;
   for (int i = 0; i < 100; ++i) {
@@ -224,8 +220,8 @@ TYPED_TEST(Tokens, AreNeverZeroNorUsedTwiceWhetherWatchOrTimer) {
   EXPECT_EQ(seen.count(0), 0u);
 }
 
-TYPED_TEST(Watch, OfHundredsOfDescriptorsReachesEachOne) {
-  TypeParam loop;
+TEST_P(Watch, OfHundredsOfDescriptorsReachesEachOne) {
+  AnyLoop loop(GetParam());
   std::vector<std::unique_ptr<SocketPair>> pairs;
   std::vector<MessageLoop::Token> tokens;
   std::set<int> called;
@@ -246,8 +242,8 @@ TYPED_TEST(Watch, OfHundredsOfDescriptorsReachesEachOne) {
   EXPECT_EQ(called, expected);
 }
 
-TYPED_TEST(Handlers, MayThrowAndTheLoopGoesOn) {
-  TypeParam loop;
+TEST_P(Handlers, MayThrowAndTheLoopGoesOn) {
+  AnyLoop loop(GetParam());
   SocketPair a, b;
   int good_calls = 0;
   loop.Watch(a.near, kReadable, [&](unsigned) {
@@ -275,8 +271,8 @@ struct Ending {
   MessageLoop::Token other;
 };
 
-TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
-  TypeParam loop;
+TEST_P(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
+  AnyLoop loop(GetParam());
   SocketPair a, b, c;
   const auto hold = [&](MessageLoop::Token other) { return std::make_shared<Ending>(loop, other); };
   const auto watch_a = loop.Watch(a.near, kReadable, [](unsigned) {});
@@ -287,10 +283,10 @@ TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheyAreDestroyed) {
   EXPECT_EQ(loop.WatchCount(), 0u);
 }
 
-TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
+TEST_P(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
   SocketPair pairs[8];
   std::vector<std::shared_ptr<Ending>> endings;
-  TypeParam loop;
+  AnyLoop loop(GetParam());
   std::generate_n(std::back_inserter(endings), 8, [&] { return std::make_shared<Ending>(loop); });
   for (std::size_t i = 0; i < 8; ++i) {
     endings[(i + 3) % 8]->other = loop.Watch(pairs[i].near, kReadable, [end = endings[i]](unsigned) {});
@@ -300,8 +296,8 @@ TYPED_TEST(Handlers, MayEndOtherWatchesWhenTheLoopIsDestroyed) {
   EXPECT_EQ(loop.WatchCount(), 8u);
 }
 
-TYPED_TEST(RunUntil, ReturnsAtOnceWhenDoneAlready) {
-  TypeParam loop;
+TEST_P(RunUntil, ReturnsAtOnceWhenDoneAlready) {
+  AnyLoop loop(GetParam());
   SocketPair pair;
   int calls = 0;
   loop.Watch(pair.near, kReadable, [&](unsigned) { ++calls; });
