@@ -10,8 +10,8 @@ namespace mirelo::spreadsheet {
 
 inline constexpr std::size_t kLongestText = 32'767;  // of a cell and of a comment, in UTF-16 units
 inline constexpr double kMostDigits = 255;           // of the standard font, in a column's width
-inline constexpr double kLeastLetters = 1;           // points
-inline constexpr double kGreatestLetters = 409;
+inline constexpr double kLeastFontSize = 1;          // points
+inline constexpr double kGreatestFontSize = 409;
 
 // The most cells whose values can be read or written at once.
 inline constexpr std::int64_t kMostCells = std::int64_t{1} << 24;

@@ -32,8 +32,9 @@ RuntimeError NotANumberFormat(std::string_view code) {
   return Refused(Quoted(code) + " is no number format.");
 }
 RuntimeError NotAnAlignment() { return Refused("This is no horizontal alignment."); }
-RuntimeError NotALetterSize() {
-  return Refused("Letters are " + Whole(kLeastLetters) + " to " + Whole(kGreatestLetters) + " points high.");
+RuntimeError NotAFontSize() {
+  return Refused("Letters are " + Whole(kLeastFontSize) + " to " + Whole(kGreatestFontSize) +
+                 " points high.");
 }
 RuntimeError NotAColorIndex() { return Refused("This is no colour index."); }
 RuntimeError NotAPattern() { return Refused("This is no pattern."); }
@@ -43,7 +44,7 @@ RuntimeError NotALineWeight() { return Refused("This is no weight of lines."); }
 
 RuntimeError NotAComparisonOfValues() { return Refused("Only values of cells can be compared."); }
 RuntimeError NotOneValueCompared() { return Refused("This operator does not compare with one value."); }
-RuntimeError LetterSizeOfACondition() { return Refused("A condition cannot change the size of letters."); }
+RuntimeError FontSizeOfACondition() { return Refused("A condition cannot change the size of letters."); }
 
 RuntimeError HasAComment() { return Refused("This cell has a comment already."); }
 RuntimeError CommentTooLong() {

@@ -22,7 +22,7 @@ RuntimeError CellTextTooLong();  // A cell's text cannot be longer than 32767 ch
 RuntimeError NotAColumnWidth();  // A column is 0 to 255 digits wide.
 RuntimeError NotANumberFormat(std::string_view code);  // "CODE" is no number format.
 RuntimeError NotAnAlignment();                         // This is no horizontal alignment.
-RuntimeError NotALetterSize();                         // Letters are 1 to 409 points high.
+RuntimeError NotAFontSize();                           // Letters are 1 to 409 points high.
 RuntimeError NotAColorIndex();                         // This is no colour index.
 RuntimeError NotAPattern();                            // This is no pattern.
 RuntimeError NotABorder();                             // This is no border of a range.
@@ -31,7 +31,7 @@ RuntimeError NotALineWeight();                         // This is no weight of l
 
 RuntimeError NotAComparisonOfValues();  // Only values of cells can be compared.
 RuntimeError NotOneValueCompared();     // This operator does not compare with one value.
-RuntimeError LetterSizeOfACondition();  // A condition cannot change the size of letters.
+RuntimeError FontSizeOfACondition();    // A condition cannot change the size of letters.
 
 RuntimeError HasAComment();            // This cell has a comment already.
 RuntimeError CommentTooLong();         // The comment is longer than 32767 characters.

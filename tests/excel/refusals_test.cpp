@@ -59,7 +59,7 @@ TEST_P(SaidRefusals, OfFormats) {
       {Refusals::NotAColumnWidth(), [&] { cells->ColumnWidth(255.5); }},
       {Refusals::NotANumberFormat("0.0q"), [&] { cells->NumberFormat("0.0q"); }},
       {Refusals::NotAnAlignment(), [&] { cells->HorizontalAlignment(0); }},
-      {Refusals::NotALetterSize(), [&] { cells->Font()->Size(409.5); }},
+      {Refusals::NotAFontSize(), [&] { cells->Font()->Size(409.5); }},
       {Refusals::NotAColorIndex(), [&] { cells->Font()->ColorIndex(57); }},
       {Refusals::NotAPattern(), [&] { cells->Interior()->Pattern(9); }},
       {Refusals::NotABorder(), [&] { cells->Borders(static_cast<XlBordersIndex>(99)); }},
@@ -73,7 +73,7 @@ TEST_P(SaidRefusals, OfConditions) {
   Expect({
       {Refusals::NotAComparisonOfValues(), [&] { conditions->Add(xlExpression, xlGreater, "0"); }},
       {Refusals::NotOneValueCompared(), [&] { conditions->Add(xlCellValue, xlBetween, "0"); }},
-      {Refusals::LetterSizeOfACondition(),
+      {Refusals::FontSizeOfACondition(),
        [&] { conditions->Add(xlCellValue, xlGreater, "0")->Font()->Size(8); }},
   });
 }

@@ -52,7 +52,7 @@ void DressUp(Chart& chart, const std::string& title) {
   chart.title->color = PaletteColor(6);
   chart.title->left = 0;
   chart.title->border = OwnLine(host::excel::xlHairline, 56);
-  chart.title->ground = Look::Own;
+  chart.title->fill = Look::Own;
   chart.title->interior = PaletteColor(10);
   chart.title->pattern_color = PaletteColor(1);
   chart.title->top = chart.place.height;
@@ -110,7 +110,7 @@ class Writer {
     Line("title", std::quoted(title.text), title.bold, title.size, title.scales, title.color);
     Line("title at", title.left.value_or(-1), title.top.value_or(-1), "shadow", title.shadow);
     Edge("title border", title.border);
-    Line("title ground", Of(title.ground), title.pattern, title.interior, title.pattern_color);
+    Line("title ground", Of(title.fill), title.pattern, title.interior, title.pattern_color);
   }
   void Axis(const char* name, const ChartAxis& axis) {
     Line(name, axis.on, axis.gridlines, "letters", axis.scales, axis.label_size, axis.label_bold,

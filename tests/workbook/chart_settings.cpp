@@ -103,13 +103,13 @@ const std::vector<ChartSetting>& ChartSettings() {
          t.border = {Look::Own, 1, 1, 0x333333};
        })},
       {"title ground", title([](ChartTitle& t) {
-         t.ground = Look::Own;
+         t.fill = Look::Own;
          t.interior = 0xC0C0C0;
          t.pattern_color = 0;
        })},
-      {"title ground of no colour", title([](ChartTitle& t) { t.ground = Look::Own; })},
+      {"title ground of no colour", title([](ChartTitle& t) { t.fill = Look::Own; })},
       {"title without ground", title([](ChartTitle& t) {
-         t.ground = Look::None;
+         t.fill = Look::None;
          t.pattern = -4142;
        })},
       {"no axes", [](Chart& c) { c.category.on = c.value.on = false; }},

@@ -17,7 +17,7 @@ class TickLabelsObject final : public excel::TickLabels {
 
   std::shared_ptr<excel::Font> Font() override {
     axis_.Get();
-    return std::make_shared<ChartFont<ChartAxis>>(ChartLetters<ChartAxis>{
+    return std::make_shared<ChartFont<ChartAxis>>(ChartFontMembers<ChartAxis>{
         axis_, &ChartAxis::label_bold, &ChartAxis::label_size, &ChartAxis::label_color});
   }
   bool AutoScaleFont() override { return axis_.Get().scales; }

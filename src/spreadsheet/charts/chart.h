@@ -60,16 +60,16 @@ struct ChartBox {
 struct ChartTitle {
   std::string text = "Chart Title";
   bool bold = true;
-  double size = 12;  // points, of the letters
+  double size = 12;  // points
   bool scales = true;
-  Color color = kAutomatic;  // of the letters
+  Color color = kAutomatic;  // of the font
   // Top left corner, as it was set; the title's own place when nobody set one.
   std::optional<double> left;
   std::optional<double> top;
   bool shadow = false;
   ChartLine border;
-  Look ground = Look::Automatic;
-  std::int32_t pattern = 1;  // host::excel::XlPattern of an own ground
+  Look fill = Look::Automatic;
+  std::int32_t pattern = 1;  // host::excel::XlPattern of an own fill
   Color interior = kAutomatic;
   Color pattern_color = kAutomatic;
   friend bool operator==(const ChartTitle&, const ChartTitle&) = default;
@@ -79,7 +79,7 @@ struct ChartAxis {
   bool on = true;
   bool gridlines = false;
   ChartLine gridline;
-  bool scales = true;      // its labels' letters, with the chart
+  bool scales = true;      // its labels' font, with the chart
   double label_size = 10;  // points
   bool label_bold = false;
   Color label_color = kAutomatic;

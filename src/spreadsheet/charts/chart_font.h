@@ -6,13 +6,13 @@
 #include "host/excel/font.h"
 #include "spreadsheet/charts/chart_place.h"
 #include "spreadsheet/color_index.h"
-#include "spreadsheet/letter_size.h"
+#include "spreadsheet/font_size.h"
 
 namespace mirelo::spreadsheet {
 
-// The letters of a chart's part: of its title, or along an axis.
+// The font of a chart's part: of its title, or along an axis.
 template <class T>
-struct ChartLetters {
+struct ChartFontMembers {
   ChartPart<T> part;
   bool T::*bold;
   double T::*size;
@@ -22,23 +22,23 @@ struct ChartLetters {
 template <class T>
 class ChartFont final : public host::excel::Font {
  public:
-  explicit ChartFont(ChartLetters<T> letters) : letters_(std::move(letters)) {}
+  explicit ChartFont(ChartFontMembers<T> font) : font_(std::move(font)) {}
 
-  Variant Bold() override { return letters_.part.Get().*letters_.bold; }
-  void Bold(bool bold) override { Set(letters_.bold, bold); }
-  Variant Size() override { return letters_.part.Get().*letters_.size; }
-  void Size(double points) override { Set(letters_.size, CheckedLetterSize(points)); }
-  Variant ColorIndex() override { return IndexOfColor(letters_.part.Get().*letters_.color); }
-  void ColorIndex(std::int32_t index) override { Set(letters_.color, ColorOfIndex(index)); }
-  Variant Color() override { return NumberOfColor(letters_.part.Get().*letters_.color, kBlack); }
+  Variant Bold() override { return font_.part.Get().*font_.bold; }
+  void Bold(bool bold) override { Set(font_.bold, bold); }
+  Variant Size() override { return font_.part.Get().*font_.size; }
+  void Size(double points) override { Set(font_.size, CheckedFontSize(points)); }
+  Variant ColorIndex() override { return IndexOfColor(font_.part.Get().*font_.color); }
+  void ColorIndex(std::int32_t index) override { Set(font_.color, ColorOfIndex(index)); }
+  Variant Color() override { return NumberOfColor(font_.part.Get().*font_.color, kBlack); }
 
  private:
   template <class Value>
   void Set(Value T::*member, Value value) {
-    letters_.part.Change([&](T& part) { part.*member = value; });
+    font_.part.Change([&](T& part) { part.*member = value; });
   }
 
-  ChartLetters<T> letters_;
+  ChartFontMembers<T> font_;
 };
 
 }  // namespace mirelo::spreadsheet

@@ -14,7 +14,7 @@ namespace {
 constexpr double kMargin = 6;
 constexpr double kLegendWidth = 72;
 constexpr double kTitlePadding = 3;
-constexpr double kLineHeight = 1.25;  // of the size of the letters
+constexpr double kLineHeight = 1.25;  // of the font size
 
 // The place nearest to the wanted one at which a part of this size lies within `whole`.
 double Within(double wanted, double size, double whole) {
@@ -37,9 +37,9 @@ ChartBox FreeBox(const Chart& chart) {
   return {kMargin, top, chart.place.width - kMargin - right, chart.place.height - top - kMargin};
 }
 
-void ScaleLetters(double& size, bool scales, double ratio) {
+void ScaleFont(double& size, bool scales, double ratio) {
   if (!scales) return;
-  size = std::clamp(std::round(size * std::sqrt(ratio) * 4) / 4, kLeastLetters, kGreatestLetters);
+  size = std::clamp(std::round(size * std::sqrt(ratio) * 4) / 4, kLeastFontSize, kGreatestFontSize);
 }
 
 }  // namespace
@@ -86,11 +86,11 @@ void Resize(Chart& chart, double width, double height) {
     chart.plot_place->height *= down;
   }
   for (ChartAxis* axis : {&chart.category, &chart.value})
-    ScaleLetters(axis->label_size, axis->scales, across * down);
+    ScaleFont(axis->label_size, axis->scales, across * down);
   if (!chart.title) return;
   if (chart.title->left) *chart.title->left *= across;
   if (chart.title->top) *chart.title->top *= down;
-  ScaleLetters(chart.title->size, chart.title->scales, across * down);
+  ScaleFont(chart.title->size, chart.title->scales, across * down);
   KeepTitleWithin(chart);
 }
 

@@ -9,8 +9,8 @@ double MiddleOf(double whole, double part);
 
 // Where the parts of a chart stand: points from its top left corner, always within its edge.
 
-// The place of the title, which the chart must have. It is as wide as its text in its letters, estimated, and
-// as high as its lines at one and a quarter of the letters' size, with 3 points to spare at each side. Unless
+// The place of the title, which the chart must have. It is as wide as its text in its font, estimated, and
+// as high as its lines at one and a quarter of the font size, with 3 points to spare at each side. Unless
 // a place was set, it stands 6 points below the chart's top edge in the middle.
 ChartBox TitleBox(const Chart& chart);
 
@@ -24,7 +24,7 @@ ChartBox PlotBox(const Chart& chart);
 // The least width and height of a plot area.
 inline constexpr double kLeastPlot = 1;
 
-// Gives the chart another size. The places of its parts change in the same ratio. Letters that scale change
+// Gives the chart another size. The places of its parts change in the same ratio. Fonts that scale change
 // by the square root of the areas' ratio, to a quarter of a point.
 void Resize(Chart& chart, double width, double height);
 

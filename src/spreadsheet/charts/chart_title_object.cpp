@@ -23,8 +23,8 @@ void SetText(const ChartPart<ChartTitle>& part, std::string_view text) {
 }
 
 std::shared_ptr<excel::Font> FontOf(ChartPart<ChartTitle> title) {
-  return std::make_shared<ChartFont<ChartTitle>>(
-      ChartLetters<ChartTitle>{std::move(title), &ChartTitle::bold, &ChartTitle::size, &ChartTitle::color});
+  return std::make_shared<ChartFont<ChartTitle>>(ChartFontMembers<ChartTitle>{
+      std::move(title), &ChartTitle::bold, &ChartTitle::size, &ChartTitle::color});
 }
 
 class TitleCharacters final : public excel::Characters {
@@ -44,19 +44,19 @@ class TitleInterior final : public excel::Interior {
 
   Variant ColorIndex() override {
     const ChartTitle& title = title_.Get();
-    return title.ground == Look::Own ? IndexOfColor(title.interior) : std::int32_t{excel::xlColorIndexNone};
+    return title.fill == Look::Own ? IndexOfColor(title.interior) : std::int32_t{excel::xlColorIndexNone};
   }
   void ColorIndex(std::int32_t index) override {
     const spreadsheet::Color color = ColorOfIndex(index);
     title_.Change([color](ChartTitle& title) {
       title.interior = color;
-      title.ground = color == kAutomatic ? Look::None : Look::Own;
+      title.fill = color == kAutomatic ? Look::None : Look::Own;
     });
   }
 
   Variant Color() override {
     const ChartTitle& title = title_.Get();
-    return NumberOfColor(title.ground == Look::Own ? title.interior : kAutomatic, kWhite);
+    return NumberOfColor(title.fill == Look::Own ? title.interior : kAutomatic, kWhite);
   }
 
   Variant PatternColorIndex() override { return IndexOfColor(title_.Get().pattern_color); }
@@ -66,19 +66,19 @@ class TitleInterior final : public excel::Interior {
 
   Variant Pattern() override {
     const ChartTitle& title = title_.Get();
-    return title.ground == Look::Own ? title.pattern : std::int32_t{excel::xlPatternNone};
+    return title.fill == Look::Own ? title.pattern : std::int32_t{excel::xlPatternNone};
   }
   void Pattern(std::int32_t pattern) override {
     title_.Change([pattern](ChartTitle& title) {
       switch (pattern) {
         case excel::xlPatternNone:
-          title.ground = Look::None;
+          title.fill = Look::None;
           return;
         case excel::xlPatternAutomatic:
-          title.ground = Look::Automatic;
+          title.fill = Look::Automatic;
           return;
         case excel::xlPatternSolid:
-          title.ground = Look::Own;
+          title.fill = Look::Own;
           title.pattern = pattern;
           return;
       }

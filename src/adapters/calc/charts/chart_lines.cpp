@@ -4,7 +4,7 @@
 #include <com/sun/star/drawing/FillStyle.hpp>
 #include <com/sun/star/drawing/LineStyle.hpp>
 
-#include "adapters/calc/charts/named_looks.h"
+#include "adapters/calc/charts/gradients_and_dashes.h"
 #include "host/excel/constants.h"
 #include "spreadsheet/color_index.h"
 

@@ -70,7 +70,7 @@ void PaintKind(const OfficeChart& chart, const Chart& now, Chart& painted) {
   }
 }
 
-void PaintLetters(const Properties& part, double size, bool bold, spreadsheet::Color color) {
+void PaintFont(const Properties& part, double size, bool bold, spreadsheet::Color color) {
   part.Set("CharHeight", static_cast<float>(size));
   part.Set("CharWeight", bold ? css::awt::FontWeight::BOLD : css::awt::FontWeight::NORMAL);
   part.Set("CharColor", color == kAutomatic ? kBlack : sal_Int32{color});
@@ -85,10 +85,9 @@ void PaintAxis(const OfficeChart& chart, const AxisNames& names, const ChartAxis
                const std::function<Properties()>& axis, const std::function<Properties()>& grid) {
   if (now == painted) return;
   if (now.on != painted.on) chart.Diagram().Set(names.axis, now.on);
-  const bool has_other_letters = now.label_size != painted.label_size ||
-                                 now.label_bold != painted.label_bold ||
-                                 now.label_color != painted.label_color;
-  if (has_other_letters) PaintLetters(axis(), now.label_size, now.label_bold, now.label_color);
+  const bool has_other_font = now.label_size != painted.label_size || now.label_bold != painted.label_bold ||
+                              now.label_color != painted.label_color;
+  if (has_other_font) PaintFont(axis(), now.label_size, now.label_bold, now.label_color);
   if (now.gridlines != painted.gridlines) chart.Diagram().Set(names.grid, now.gridlines);
   if (now.gridlines && (now.gridline != painted.gridline)) {
     if (now.gridline.look == Look::Automatic) {
@@ -103,13 +102,13 @@ void PaintAxis(const OfficeChart& chart, const AxisNames& names, const ChartAxis
 void PaintTitleLooks(const OfficeChart& chart, const ChartTitle& title) {
   const Properties part = chart.Title();
   part.Set("String", OfficeText(title.text));
-  PaintLetters(part, title.size, title.bold, title.color);
+  PaintFont(part, title.size, title.bold, title.color);
   if (title.border.look == Look::Own) {
     PaintLine(chart.document, part, kOwnLine, title.border, kBlack);
   } else {
     part.Set("LineStyle", css::drawing::LineStyle_NONE);
   }
-  if (title.ground == Look::Own) {
+  if (title.fill == Look::Own) {
     part.Set("FillColor", title.interior == kAutomatic ? kWhite : sal_Int32{title.interior});
     part.Set("FillStyle", css::drawing::FillStyle_SOLID);
   } else {

@@ -12,7 +12,7 @@ namespace mirelo::calc {
 // done. What is the same in both is left alone, and with it what a person made of it. The chart is drawn once
 // for all of it.
 //
-// What the office's charts have not, nobody sees: letters that scale with the chart, shadows, patterns, a
+// What the office's charts have not, nobody sees: fonts that scale with the chart, shadows, patterns, a
 // line of one point (see SeriesPainter), double and slanted lines.
 void PaintChart(const Reference<css::uno::XComponentContext>& context, const OfficeChart& chart,
                 const spreadsheet::Chart& now, spreadsheet::Chart& painted);

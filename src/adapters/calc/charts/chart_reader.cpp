@@ -20,8 +20,8 @@ namespace {
 
 namespace chart2 = css::chart2;
 
-// A quarter of a point is as fine as clients set letters.
-double LetterSize(const Properties& part, double otherwise) {
+// A quarter of a point is as fine as clients set font sizes.
+double FontSize(const Properties& part, double otherwise) {
   return std::round(part.Get("CharHeight", static_cast<float>(otherwise)) * 4.0) / 4;
 }
 
@@ -33,7 +33,7 @@ ChartTitle ReadTitle(const OfficeChart& chart) {
   const Properties part = chart.Title();
   ChartTitle title;
   title.text = TextOf(part.Get("String", rtl::OUString()));
-  title.size = LetterSize(part, title.size);
+  title.size = FontSize(part, title.size);
   title.bold = IsBold(part);
   const auto place = chart.document->getTitle()->getPosition();
   title.left = PointsOf(place.X);
@@ -45,7 +45,7 @@ ChartAxis ReadAxis(const OfficeChart& chart, const char* axis, const char* grid,
   ChartAxis read;
   read.on = chart.Diagram().Get(axis, true);
   read.gridlines = chart.Diagram().Get(grid, false);
-  read.label_size = LetterSize(labels, read.label_size);
+  read.label_size = FontSize(labels, read.label_size);
   read.label_bold = IsBold(labels);
   return read;
 }

@@ -12,8 +12,8 @@ class DocumentCharts;
 
 // What is read of a chart of the office.
 
-// A chart that was found in the document: its kind, parts, letters, cells, and which points and markers have
-// colours of their own. Other looks of its lines and grounds stay as the document has them, and are not
+// A chart that was found in the document: its kind, parts, fonts, cells, and which points and markers have
+// colours of their own. Other formats of its lines and fills stay as the document has them, and are not
 // known.
 spreadsheet::Chart ReadChart(const OfficeChart& chart, DocumentCharts& charts);
 

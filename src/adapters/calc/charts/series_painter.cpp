@@ -77,7 +77,7 @@ chart2::Symbol Marker(std::size_t number, const ChartSeries& series, const Point
   marker.Style = series.marker == xlMarkerStyleNone ? chart2::SymbolStyle_NONE : chart2::SymbolStyle_STANDARD;
   marker.StandardSymbol = MarkerOf(series.marker, number);
   marker.Size.Width = marker.Size.Height = LengthOf(series.marker_size);
-  // The office fills every marker; one without a ground looks empty on white.
+  // The office fills every marker; one without a fill looks empty on white.
   marker.FillColor = background.look == Look::Own    ? sal_Int32{background.color}
                      : background.look == Look::None ? kWhite
                                                      : line;

@@ -218,24 +218,24 @@ bool BorderLines::Gather(const std::function<void(Line&)>& change) const {
   return document.AskAsItStands([&] {
     GatheredFormats& gathered = document.Gathered();
     if (gathered.HasLinesBesideThoseOf(block_)) gathered.Lay();  // they may lie along these
-    GatheredFormats::Look& look = gathered.Of(block_);
+    GatheredFormats::CellFormat& format = gathered.Of(block_);
     if (IsHollow(block_, index_)) return true;
-    auto known = look.lines.find(index_);
-    if (known == look.lines.end()) {
+    auto known = format.lines.find(index_);
+    if (known == format.lines.end()) {
       const Place& place = PlaceOf(index_);
       const auto line = LineAllAlong(block_, place);
       if (!line) return false;
       const UndoAside aside(block_.document(), UndoAside::OfCells());
       TakeOffAcross(block_, place);
-      known = look.lines.emplace(index_, *line).first;
+      known = format.lines.emplace(index_, *line).first;
     }
     change(known->second);
     TableBorder2 border;
-    for (const auto& [index, line] : look.lines) {
+    for (const auto& [index, line] : format.lines) {
       border.*PlaceOf(index).line = LineInOffice(line);
       border.*PlaceOf(index).is_valid = true;
     }
-    look.properties.insert_or_assign(std::string(kBorder), Any(border));
+    format.properties.insert_or_assign(std::string(kBorder), Any(border));
     return true;
   });
 }

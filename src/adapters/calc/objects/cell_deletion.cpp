@@ -44,7 +44,7 @@ void ClearCellContents(const CellBlock& block) {
   heights.Fit();
 }
 
-// Rows are as high as the letters of their empty cells need, too.
+// Rows are as high as the fonts of their empty cells need, too.
 void ClearCells(const CellBlock& block) {
   ClearComments(block);
   const bool are_held = HeldHeights::AreNeeded(block.document());

@@ -5,7 +5,7 @@
 
 namespace mirelo::calc {
 
-// How many digits of the standard letters a block's columns take; empty where they differ.
+// How many digits of the standard font a block's columns take; empty where they differ.
 Variant DigitsOfColumns(const CellBlock& block);
 void SetDigitsOfColumns(const CellBlock& block, double digits);
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/calc/objects/differential_formats.h"
 #include "adapters/calc/objects/document.h"
-#include "adapters/calc/objects/look_styles.h"
 #include "adapters/calc/objects/sheet_conditions.h"
 #include "host/excel/font.h"
 #include "host/excel/interior.h"
@@ -95,12 +95,12 @@ class ShownFont final : public Font {
   void Bold(bool) override { RefuseToChange(); }
   Variant Size() override { return double{Shown(cell_, "CharHeight", 0.0F)}; }
   void Size(double) override { RefuseToChange(); }
-  Variant ColorIndex() override { return IndexOfColor(Letters()); }
+  Variant ColorIndex() override { return IndexOfColor(FontColor()); }
   void ColorIndex(std::int32_t) override { RefuseToChange(); }
-  Variant Color() override { return NumberOfColor(Letters(), kBlack); }
+  Variant Color() override { return NumberOfColor(FontColor(), kBlack); }
 
  private:
-  spreadsheet::Color Letters() const { return Shown(cell_, "CharColor", kAutomatic); }
+  spreadsheet::Color FontColor() const { return Shown(cell_, "CharColor", kAutomatic); }
 
   CellBlock cell_;
 };
@@ -110,20 +110,20 @@ class ShownInterior final : public Interior {
   explicit ShownInterior(CellBlock cell) : cell_(std::move(cell)) {}
 
   Variant ColorIndex() override {
-    const spreadsheet::Color ground = Ground();
-    return ground == kAutomatic ? std::int32_t{xlColorIndexNone} : IndexOfColor(ground);
+    const spreadsheet::Color background = BackgroundColor();
+    return background == kAutomatic ? std::int32_t{xlColorIndexNone} : IndexOfColor(background);
   }
   void ColorIndex(std::int32_t) override { RefuseToChange(); }
-  Variant Color() override { return NumberOfColor(Ground(), kWhite); }
+  Variant Color() override { return NumberOfColor(BackgroundColor(), kWhite); }
   Variant PatternColorIndex() override { return std::int32_t{xlColorIndexAutomatic}; }
   void PatternColorIndex(std::int32_t) override { RefuseToChange(); }
   Variant Pattern() override {
-    return Ground() == kAutomatic ? std::int32_t{xlPatternNone} : std::int32_t{xlPatternSolid};
+    return BackgroundColor() == kAutomatic ? std::int32_t{xlPatternNone} : std::int32_t{xlPatternSolid};
   }
   void Pattern(std::int32_t) override { RefuseToChange(); }
 
  private:
-  spreadsheet::Color Ground() const { return Shown(cell_, "CellBackColor", kAutomatic); }
+  spreadsheet::Color BackgroundColor() const { return Shown(cell_, "CellBackColor", kAutomatic); }
 
   CellBlock cell_;
 };

@@ -4,7 +4,7 @@
 
 #include "adapters/calc/objects/block_change.h"
 #include "spreadsheet/color_index.h"
-#include "spreadsheet/letter_size.h"
+#include "spreadsheet/font_size.h"
 
 namespace mirelo::calc {
 
@@ -29,7 +29,7 @@ Variant FontObject::Size() {
 }
 
 void FontObject::Size(double points) {
-  const auto checked = static_cast<float>(spreadsheet::CheckedLetterSize(points));
+  const auto checked = static_cast<float>(spreadsheet::CheckedFontSize(points));
   FormatCells(block_, {{"CharHeight", Any(checked)}});
 }
 

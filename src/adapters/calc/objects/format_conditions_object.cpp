@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "adapters/calc/objects/block_change.h"
-#include "adapters/calc/objects/look_styles.h"
+#include "adapters/calc/objects/differential_formats.h"
 #include "adapters/calc/objects/sheet_conditions.h"
 #include "adapters/calc/objects/undo_aside.h"
 #include "host/excel/font.h"
@@ -51,28 +51,28 @@ class ConditionFont final : public Font {
 
   Variant Bold() override { return Get().bold ? Variant(true) : Variant(); }
   void Bold(bool bold) override {
-    Change([&](CellLook& look) { look.bold = bold; });
+    Change([&](DifferentialFormat& format) { format.bold = bold; });
   }
-  // A condition leaves the size of letters to the cell.
+  // A condition leaves the font size to the cell.
   Variant Size() override { return {}; }
-  void Size(double) override { throw Refusals::LetterSizeOfACondition(); }
+  void Size(double) override { throw Refusals::FontSizeOfACondition(); }
   Variant ColorIndex() override {
-    const CellLook look = Get();
-    return look.color == kAutomatic ? Variant() : Variant(IndexOfColor(look.color));
+    const DifferentialFormat format = Get();
+    return format.color == kAutomatic ? Variant() : Variant(IndexOfColor(format.color));
   }
   void ColorIndex(std::int32_t index) override {
     const spreadsheet::Color color = ColorOfIndex(index);
-    Change([&](CellLook& look) { look.color = color; });
+    Change([&](DifferentialFormat& format) { format.color = color; });
   }
   Variant Color() override {
-    const CellLook look = Get();
-    return look.color == kAutomatic ? Variant() : Variant(NumberOfColor(look.color, kBlack));
+    const DifferentialFormat format = Get();
+    return format.color == kAutomatic ? Variant() : Variant(NumberOfColor(format.color, kBlack));
   }
 
  private:
-  CellLook Get() const {
+  DifferentialFormat Get() const {
     Document& document = place_.block.document();
-    return document.AskAsItStands([&] { return LookOfStyle(document.uno(), place_.Find().style); });
+    return document.AskAsItStands([&] { return FormatOfStyle(document.uno(), place_.Find().style); });
   }
 
   template <class Function>
@@ -80,9 +80,9 @@ class ConditionFont final : public Font {
     ChangeConditions(place_.block, [&] {
       const auto& document = place_.block.document().uno();
       const SheetCondition condition = place_.Find();
-      CellLook look = LookOfStyle(document, condition.style);
-      change(look);
-      SheetConditions::SetStyle(condition, StyleOfLook(document, look));
+      DifferentialFormat format = FormatOfStyle(document, condition.style);
+      change(format);
+      SheetConditions::SetStyle(condition, StyleOfFormat(document, format));
     });
   }
 
@@ -123,7 +123,7 @@ FormatConditionsObject::ConditionPtr FormatConditionsObject::Add(XlFormatConditi
   CheckComparison(type, op);
   const std::string number = NumberInFormula(formula1);
   ChangeConditions(block_, [&] {
-    SheetConditions(block_.sheet).Add(block_.area, op, number, StyleOfLook(block_.document().uno(), {}));
+    SheetConditions(block_.sheet).Add(block_.area, op, number, StyleOfFormat(block_.document().uno(), {}));
   });
   return std::make_shared<FormatConditionObject>(
       ConditionPlace{block_, static_cast<std::size_t>(Count()) - 1});

@@ -36,12 +36,12 @@ Properties CellsOf(DocumentSheet& sheet, const spreadsheet::AreaSet& areas) {
 
 // Cells of one sheet that get the same.
 struct GatheredFormats::Alike {
-  const Look* first;
+  const CellFormat* first;
   spreadsheet::AreaSet areas;
 
-  bool Takes(const Look& look) const {
-    return look.lines.empty() && first->lines.empty() && look.block.sheet == first->block.sheet &&
-           look.properties == first->properties;
+  bool Takes(const CellFormat& format) const {
+    return format.lines.empty() && first->lines.empty() && format.block.sheet == first->block.sheet &&
+           format.properties == first->properties;
   }
   void Take(const Area& area) {
     Area& last = areas.back();
@@ -58,24 +58,27 @@ struct GatheredFormats::Alike {
   }
 };
 
-GatheredFormats::Look& GatheredFormats::Of(const CellBlock& block) {
+GatheredFormats::CellFormat& GatheredFormats::Of(const CellBlock& block) {
   const auto known =
-      std::ranges::find_if(looks_, [&](const Look& look) { return AreSame(look.block, block); });
-  if (known != looks_.end()) return *known;
-  if (std::ranges::any_of(looks_, [&](const Look& look) { return ShareCells(look.block, block); })) Lay();
+      std::ranges::find_if(formats_, [&](const CellFormat& format) { return AreSame(format.block, block); });
+  if (known != formats_.end()) return *known;
+  if (std::ranges::any_of(formats_,
+                          [&](const CellFormat& format) { return ShareCells(format.block, block); }))
+    Lay();
   block.CheckNotProtected();
-  return looks_.emplace_back(Look{block});
+  return formats_.emplace_back(CellFormat{block});
 }
 
 bool GatheredFormats::HasLinesBesideThoseOf(const CellBlock& block) const {
-  return std::ranges::any_of(
-      looks_, [&](const Look& look) { return !look.lines.empty() && !AreSame(look.block, block); });
+  return std::ranges::any_of(formats_, [&](const CellFormat& format) {
+    return !format.lines.empty() && !AreSame(format.block, block);
+  });
 }
 
 void GatheredFormats::Lay() {
-  if (looks_.empty()) return;
-  const std::vector<Look> looks = std::exchange(looks_, {});
-  const std::vector<Alike> together = Together(looks);
+  if (formats_.empty()) return;
+  const std::vector<CellFormat> formats = std::exchange(formats_, {});
+  const std::vector<Alike> together = Together(formats);
   if (together.empty()) return;
   const UndoAside aside(document_, UndoAside::OfCells());
   for (const Alike& alike : together) {
@@ -92,15 +95,15 @@ void GatheredFormats::Lay() {
   }
 }
 
-std::vector<GatheredFormats::Alike> GatheredFormats::Together(const std::vector<Look>& looks) {
+std::vector<GatheredFormats::Alike> GatheredFormats::Together(const std::vector<CellFormat>& formats) {
   std::vector<Alike> all;
-  for (const Look& look : looks) {
-    if (look.properties.empty()) continue;
-    const auto alike = std::ranges::find_if(all, [&](const Alike& others) { return others.Takes(look); });
+  for (const CellFormat& format : formats) {
+    if (format.properties.empty()) continue;
+    const auto alike = std::ranges::find_if(all, [&](const Alike& others) { return others.Takes(format); });
     if (alike == all.end()) {
-      all.push_back({&look, {look.block.area}});
+      all.push_back({&format, {format.block.area}});
     } else {
-      alike->Take(look.block.area);
+      alike->Take(format.block.area);
     }
   }
   return all;

@@ -13,12 +13,12 @@
 namespace mirelo::calc {
 
 // Formats of cells that clients have told and that are not in the document yet. To lay one property of some
-// cells takes the office about as long as all properties of many cells that look alike, and clients tell them
+// cells takes the office about as long as all properties of many cells with one format, and clients tell them
 // one by one. See Document::Gathers for when that may be.
 class GatheredFormats {
  public:
   // What was told of the same cells.
-  struct Look {
+  struct CellFormat {
     CellBlock block;
     std::map<std::string, Any, std::less<>> properties = {};
     std::map<host::excel::XlBordersIndex, spreadsheet::BorderLine> lines =
@@ -30,7 +30,7 @@ class GatheredFormats {
 
   // The formats gathered for exactly this block, to be added to; valid until the next call. Where other
   // blocks overlap it, all that was gathered is applied first. Error 1004 where the sheet is protected.
-  Look& Of(const CellBlock& block);
+  CellFormat& Of(const CellBlock& block);
   bool HasLinesBesideThoseOf(const CellBlock& block) const;
 
   // Brings all into the document, and holds nothing any more, also where that fails.
@@ -39,10 +39,10 @@ class GatheredFormats {
  private:
   struct Alike;
 
-  static std::vector<Alike> Together(const std::vector<Look>& looks);
+  static std::vector<Alike> Together(const std::vector<CellFormat>& formats);
 
   Document& document_;
-  std::vector<Look> looks_;  // which share no cells
+  std::vector<CellFormat> formats_;  // which share no cells
 };
 
 }  // namespace mirelo::calc

@@ -10,7 +10,7 @@
 
 namespace mirelo::calc {
 
-// The ground of cells. Calc's is of one colour, without patterns: a colour of their lines is taken and
+// The fill of cells. Calc's is of one colour, without patterns: a colour of their lines is taken and
 // forgotten.
 class InteriorObject final : public host::excel::Interior {
  public:
@@ -26,7 +26,7 @@ class InteriorObject final : public host::excel::Interior {
 
  private:
   // Nothing where the cells differ; kAutomatic where there is no fill.
-  std::optional<spreadsheet::Color> Ground() const;
+  std::optional<spreadsheet::Color> BackgroundColor() const;
 
   CellBlock block_;
 };

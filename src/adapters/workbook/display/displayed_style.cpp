@@ -69,7 +69,7 @@ const CellValue& ValueOf(const Sheet& sheet, std::int32_t row, std::int32_t colu
 }
 
 // Applies the changes to a style, but for what a condition before this one has set: `laid` gathers that.
-void Lay(const DifferentialStyle& changes, DifferentialStyle& laid, Style& style) {
+void Lay(const DifferentialFormat& changes, DifferentialFormat& laid, Style& style) {
   if (changes.bold) style.font.bold = true;
   if (changes.italic) style.font.italic = true;
   if (changes.strikeout) style.font.strikeout = true;
@@ -91,7 +91,7 @@ void Lay(const DifferentialStyle& changes, DifferentialStyle& laid, Style& style
 Style DisplayedStyle(const Book& book, const Sheet& sheet, std::int32_t row, std::int32_t column) {
   Style style = book.styles.Get(sheet.styles.At(row, column));
   if (sheet.conditions.all().empty()) return style;
-  DifferentialStyle laid;
+  DifferentialFormat laid;
   for (const auto& condition : sheet.conditions.all()) {
     const bool reaches = std::any_of(condition->areas.begin(), condition->areas.end(),
                                      [&](const Area& area) { return area.Holds(row, column); });

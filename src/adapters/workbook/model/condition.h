@@ -13,17 +13,17 @@
 namespace mirelo::workbook {
 
 // What a conditional format changes of the style of a cell that meets its condition; the file format calls it
-// a "dxf". What has the value of a new DifferentialStyle stays as it is.
-struct DifferentialStyle {
+// a "dxf". What has the value of a new DifferentialFormat stays as it is.
+struct DifferentialFormat {
   bool bold = false;
   bool italic = false;
   bool strikeout = false;
   std::uint8_t underline = 0;  // as FontStyle's
-  Color color = kAutomatic;    // of the letters
+  Color color = kAutomatic;    // of the font
   FillStyle fill;
   BorderStyle border;
   std::string number_format;
-  friend bool operator==(const DifferentialStyle&, const DifferentialStyle&) = default;
+  friend bool operator==(const DifferentialFormat&, const DifferentialFormat&) = default;
 };
 
 // A conditional format: a style for those cells of some areas whose values compare with one value, or two, as
@@ -33,7 +33,7 @@ struct Condition {
   host::excel::XlFormatConditionOperator op = host::excel::xlEqual;
   std::string formula1;  // without a leading "="
   std::string formula2;  // empty for operators that compare with one value
-  DifferentialStyle style;
+  DifferentialFormat style;
   bool stop_if_true = false;  // later conditions of the cell do not count
 };
 

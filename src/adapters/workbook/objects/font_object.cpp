@@ -2,7 +2,7 @@
 
 #include "adapters/workbook/rules.h"
 #include "spreadsheet/color_index.h"
-#include "spreadsheet/letter_size.h"
+#include "spreadsheet/font_size.h"
 
 namespace mirelo::workbook {
 
@@ -19,7 +19,7 @@ Variant FontObject::Size() {
 }
 
 void FontObject::Size(double points) {
-  CheckedLetterSize(points);
+  CheckedFontSize(points);
   ChangeStyle(block_, [&](Style& style) { style.font.size = points; });
 }
 

@@ -22,9 +22,9 @@ class ConditionFont final : public Font {
 
   Variant Bold() override { return condition_->style.bold ? Variant(true) : Variant(); }
   void Bold(bool bold) override { condition_->style.bold = bold; }
-  // A condition leaves the size of letters to the cell.
+  // A condition leaves the font size to the cell.
   Variant Size() override { return {}; }
-  void Size(double) override { throw Refusals::LetterSizeOfACondition(); }
+  void Size(double) override { throw Refusals::FontSizeOfACondition(); }
   Variant ColorIndex() override {
     const workbook::Color color = condition_->style.color;
     return color == kAutomatic ? Variant() : Variant(IndexOfColor(color));

@@ -10,7 +10,7 @@ namespace mirelo::workbook {
 
 namespace {
 
-// The ground between the lines is the whole ground then.
+// The background between the lines is the whole fill then.
 void MakeSolid(FillStyle& fill) {
   if (fill.pattern == kSolidPattern) return;
   std::swap(fill.foreground, fill.background);

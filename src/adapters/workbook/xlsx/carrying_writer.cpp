@@ -201,8 +201,8 @@ class CarryingWriter {
   std::string FreeNameLike(const std::string& part) const {
     const std::size_t name = part.find('/') + 1;
     const std::size_t dot = part.rfind('.');
-    const std::size_t letters = part.find_last_not_of("0123456789", dot - 1) + 1;
-    return FreeName(part.substr(name, letters - name), part.substr(dot));
+    const std::size_t number = part.find_last_not_of("0123456789", dot - 1) + 1;
+    return FreeName(part.substr(name, number - name), part.substr(dot));
   }
 
   // Everything that the package leads to, with the lists that lead there.

@@ -12,7 +12,7 @@ namespace mirelo::workbook {
 // The words and measures of the file format for the lines and fills of charts.
 
 inline constexpr std::int64_t kEmuPerPixel = 9'525;  // the unit of lengths in drawings
-inline constexpr double kSizesPerPoint = 100;        // the unit of letters
+inline constexpr double kSizesPerPoint = 100;        // the unit of font sizes
 
 // A line is 1, 2 or 3 pixels wide, or as thin as can be.
 inline constexpr std::array<std::pair<std::int64_t, std::int32_t>, 4> kLineWidths{

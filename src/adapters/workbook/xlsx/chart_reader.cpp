@@ -156,7 +156,7 @@ class ChartReader {
     axis.gridline = shapes_.Line(Child(lines, "spPr"));
     shapes_.RefuseEffects(Child(lines, "spPr"));
     shapes_.Refuse(Child(node, "spPr"), "lines of axes");
-    texts_.Letters(Child(node, "txPr"), axis);
+    texts_.ReadAxisFont(Child(node, "txPr"), axis);
     ReportAxis(node, losses_);
   }
 

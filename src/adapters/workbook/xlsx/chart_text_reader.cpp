@@ -16,13 +16,13 @@ namespace mirelo::workbook {
 namespace {
 
 constexpr std::string_view kFonts = "fonts";
-constexpr std::string_view kLetterStyles = "italic, underlined and other letters";
+constexpr std::string_view kFontStyles = "italic, underlined and other letters";
 constexpr std::string_view kWithin = "formats within the title";
 constexpr std::string_view kTurned = "the direction of texts";
 constexpr std::string_view kTitlePlace = "how the title's place is told";
 
 constexpr double kStandardTitle = 18;
-constexpr double kTitleToText = 1.2;  // how much larger its letters are than those of the whole chart
+constexpr double kTitleToText = 1.2;  // how much larger its font is than that of the whole chart
 
 bool IsTold(pugi::xml_node properties, std::string_view name, std::string_view plain) {
   const std::string_view value = Attribute(properties, name);
@@ -53,26 +53,26 @@ ChartTitle ChartTextReader::Title(pugi::xml_node node, const ChartBox& place) {
       title.text = UnescapeText(Text(Child(Child(Child(linked, "strCache"), "pt"), "v")));
       losses_.Add("the link of the title to a cell");
     }
-    const LetterProperties letters = PropertiesOfText(Child(node, "txPr"));
-    title.size = letters.size.value_or(title.size);
-    title.bold = letters.bold.value_or(title.bold);
-    if (letters.color != kAutomatic) title.color = letters.color;
+    const TextProperties font = PropertiesOfText(Child(node, "txPr"));
+    title.size = font.size.value_or(title.size);
+    title.bold = font.bold.value_or(title.bold);
+    if (font.color != kAutomatic) title.color = font.color;
   }
   ReadPlace(Child(Child(node, "layout"), "manualLayout"), place, title);
   losses_.AddIf(Flag(Child(node, "overlay"), "val", false), "how the title lies over the plot");
 
   const pugi::xml_node shape = Child(node, "spPr");
-  const PointColor ground = shapes_.PlainFill(shape);
-  title.ground = ground.look;
-  title.interior = ground.color;
+  const PointColor fill = shapes_.PlainFill(shape);
+  title.fill = fill.look;
+  title.interior = fill.color;
   title.border = shapes_.Line(shape);
   title.shadow = shapes_.Shadow(shape);
   return title;
 }
 
 void ChartTextReader::ReadText(pugi::xml_node rich, ChartTitle& title) {
-  const LetterProperties of_text = PropertiesOfText(rich);
-  std::optional<LetterProperties> first;
+  const TextProperties of_text = PropertiesOfText(rich);
+  std::optional<TextProperties> first;
   title.text.clear();
   bool is_first_line = true;
   ForEachChild(rich, "p", [&](pugi::xml_node paragraph) {
@@ -82,16 +82,16 @@ void ChartTextReader::ReadText(pugi::xml_node rich, ChartTitle& title) {
       if (IsNamed(piece.name(), "br")) title.text += '\n';
       if (!IsNamed(piece.name(), "r") && !IsNamed(piece.name(), "fld")) continue;
       title.text += UnescapeText(Text(Child(piece, "t")));
-      const LetterProperties letters = PropertiesOf(Child(piece, "rPr"));
-      if (!first) first = letters;
-      losses_.AddIf(letters != *first, kWithin);
+      const TextProperties font = PropertiesOf(Child(piece, "rPr"));
+      if (!first) first = font;
+      losses_.AddIf(font != *first, kWithin);
     }
   });
-  const LetterProperties letters = first.value_or(LetterProperties());
-  title.size = letters.size ? *letters.size : of_text.size.value_or(title.size);
-  title.bold = letters.bold ? *letters.bold : of_text.bold.value_or(title.bold);
+  const TextProperties font = first.value_or(TextProperties());
+  title.size = font.size ? *font.size : of_text.size.value_or(title.size);
+  title.bold = font.bold ? *font.bold : of_text.bold.value_or(title.bold);
   if (of_text.color != kAutomatic) title.color = of_text.color;
-  if (letters.color != kAutomatic) title.color = letters.color;
+  if (font.color != kAutomatic) title.color = font.color;
 }
 
 void ChartTextReader::ReadPlace(pugi::xml_node layout, const ChartBox& chart, ChartTitle& title) {
@@ -108,34 +108,34 @@ void ChartTextReader::ReadPlace(pugi::xml_node layout, const ChartBox& chart, Ch
   title.top = read("y", "yMode", chart.height);
 }
 
-void ChartTextReader::Letters(pugi::xml_node text, ChartAxis& axis) {
-  const LetterProperties letters = PropertiesOfText(text);
+void ChartTextReader::ReadAxisFont(pugi::xml_node text, ChartAxis& axis) {
+  const TextProperties font = PropertiesOfText(text);
   axis.scales = false;
-  axis.label_size = letters.size ? *letters.size : standard_.size.value_or(axis.label_size);
-  axis.label_bold = letters.bold ? *letters.bold : standard_.bold.value_or(axis.label_bold);
-  axis.label_color = letters.color != kAutomatic ? letters.color : standard_.color;
+  axis.label_size = font.size ? *font.size : standard_.size.value_or(axis.label_size);
+  axis.label_bold = font.bold ? *font.bold : standard_.bold.value_or(axis.label_bold);
+  axis.label_color = font.color != kAutomatic ? font.color : standard_.color;
 }
 
-ChartTextReader::LetterProperties ChartTextReader::PropertiesOfText(pugi::xml_node text) {
+ChartTextReader::TextProperties ChartTextReader::PropertiesOfText(pugi::xml_node text) {
   const std::string_view turn = Attribute(Child(text, "bodyPr"), "rot");
   // The first is how other programs say that they choose.
   losses_.AddIf(!turn.empty() && turn != "-60000000" && turn != "0", kTurned);
   return PropertiesOf(Child(Child(Child(text, "p"), "pPr"), "defRPr"));
 }
 
-ChartTextReader::LetterProperties ChartTextReader::PropertiesOf(pugi::xml_node properties) {
-  LetterProperties letters;
+ChartTextReader::TextProperties ChartTextReader::PropertiesOf(pugi::xml_node properties) {
+  TextProperties font;
   if (const auto size = Number<std::int32_t>(properties, "sz"); size && *size > 0)
-    letters.size = std::clamp(*size / kSizesPerPoint, kLeastLetters, kGreatestLetters);
-  if (HasAttribute(properties, "b")) letters.bold = Flag(properties, "b", false);
-  letters.color = shapes_.LetterColor(properties);
+    font.size = std::clamp(*size / kSizesPerPoint, kLeastFontSize, kGreatestFontSize);
+  if (HasAttribute(properties, "b")) font.bold = Flag(properties, "b", false);
+  font.color = shapes_.FontColor(properties);
   losses_.AddIf(Flag(properties, "i", false) || IsTold(properties, "u", "none") ||
                     IsTold(properties, "strike", "noStrike") || IsTold(properties, "cap", "none") ||
                     IsTold(properties, "baseline", "0"),
-                kLetterStyles);
-  const std::string_view font = Attribute(Child(properties, "latin"), "typeface");
-  losses_.AddIf(!font.empty() && !font.starts_with('+'), kFonts);
-  return letters;
+                kFontStyles);
+  const std::string_view typeface = Attribute(Child(properties, "latin"), "typeface");
+  losses_.AddIf(!typeface.empty() && !typeface.starts_with('+'), kFonts);
+  return font;
 }
 
 }  // namespace mirelo::workbook

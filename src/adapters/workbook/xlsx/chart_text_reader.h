@@ -9,37 +9,37 @@
 
 namespace mirelo::workbook {
 
-// Reads the texts of a chart, and how their letters look.
+// Reads the texts of a chart, and their fonts.
 class ChartTextReader {
  public:
   ChartTextReader(const ShapePropertiesReader& shapes, ChartLosses& losses)
       : shapes_(shapes), losses_(losses) {}
 
-  // What holds for the letters of the whole chart, where a text tells nothing else: an element "txPr" or
+  // What holds for the font of the whole chart, where a text tells nothing else: an element "txPr" or
   // null.
   void ReadStandard(pugi::xml_node text);
 
   // The title of a chart of this place.
   ChartTitle Title(pugi::xml_node node, const ChartBox& place);
-  // The letters of an axis.
-  void Letters(pugi::xml_node text, ChartAxis& axis);
+  // The font of an axis's labels.
+  void ReadAxisFont(pugi::xml_node text, ChartAxis& axis);
 
  private:
-  struct LetterProperties {
+  struct TextProperties {
     std::optional<double> size;
     std::optional<bool> bold;
     Color color = kAutomatic;
-    friend bool operator==(const LetterProperties&, const LetterProperties&) = default;
+    friend bool operator==(const TextProperties&, const TextProperties&) = default;
   };
-  LetterProperties PropertiesOf(pugi::xml_node properties);
-  // What the first paragraph says about its letters.
-  LetterProperties PropertiesOfText(pugi::xml_node text);
+  TextProperties PropertiesOf(pugi::xml_node properties);
+  // What the first paragraph says about its font.
+  TextProperties PropertiesOfText(pugi::xml_node text);
   void ReadText(pugi::xml_node rich, ChartTitle& title);
   void ReadPlace(pugi::xml_node layout, const ChartBox& chart, ChartTitle& title);
 
   const ShapePropertiesReader& shapes_;
   ChartLosses& losses_;
-  LetterProperties standard_;
+  TextProperties standard_;
 };
 
 // A share of a length, such as charts tell places by.

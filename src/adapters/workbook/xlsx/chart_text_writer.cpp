@@ -17,10 +17,10 @@ namespace mirelo::workbook {
 
 namespace {
 
-void TellLetters(pugi::xml_node properties, const Letters& letters) {
-  properties.append_attribute("sz") = static_cast<std::int32_t>(std::lround(letters.size * kSizesPerPoint));
-  properties.append_attribute("b") = letters.bold ? 1 : 0;
-  if (letters.color != kAutomatic) AppendSolidFill(properties, letters.color);
+void TellTextProperties(pugi::xml_node properties, const TextProperties& font) {
+  properties.append_attribute("sz") = static_cast<std::int32_t>(std::lround(font.size * kSizesPerPoint));
+  properties.append_attribute("b") = font.bold ? 1 : 0;
+  if (font.color != kAutomatic) AppendSolidFill(properties, font.color);
 }
 
 void AppendBody(pugi::xml_node text) {
@@ -28,11 +28,11 @@ void AppendBody(pugi::xml_node text) {
   text.append_child("a:lstStyle");
 }
 
-void AppendParagraph(pugi::xml_node text, std::string_view line, const Letters& letters) {
+void AppendParagraph(pugi::xml_node text, std::string_view line, const TextProperties& font) {
   pugi::xml_node paragraph = text.append_child("a:p");
-  TellLetters(paragraph.append_child("a:pPr").append_child("a:defRPr"), letters);
+  TellTextProperties(paragraph.append_child("a:pPr").append_child("a:defRPr"), font);
   pugi::xml_node run = paragraph.append_child("a:r");
-  TellLetters(run.append_child("a:rPr"), letters);
+  TellTextProperties(run.append_child("a:rPr"), font);
   AppendText(run, "a:t", EscapeControls(CleanText(line)));
 }
 
@@ -48,22 +48,22 @@ void AppendPlace(pugi::xml_node layout, const Chart& chart) {
   if (title.top) AppendValue(manual, "c:y", ExactNumberText(box.top / chart.place.height));
 }
 
-void AppendGround(pugi::xml_node parent, const ChartTitle& title) {
-  if (title.ground == Look::Automatic && title.border.look == Look::Automatic && !title.shadow) return;
+void AppendTitleShape(pugi::xml_node parent, const ChartTitle& title) {
+  if (title.fill == Look::Automatic && title.border.look == Look::Automatic && !title.shadow) return;
   pugi::xml_node shape = AppendShape(parent);
-  if (title.ground == Look::None) shape.append_child("a:noFill");
-  if (title.ground == Look::Own) AppendSolidFill(shape, title.interior);
+  if (title.fill == Look::None) shape.append_child("a:noFill");
+  if (title.fill == Look::Own) AppendSolidFill(shape, title.interior);
   AppendLine(shape, title.border);
   if (title.shadow) AppendShadow(shape);
 }
 
 }  // namespace
 
-void AppendLetters(pugi::xml_node parent, const Letters& letters) {
+void AppendTextProperties(pugi::xml_node parent, const TextProperties& font) {
   pugi::xml_node text = parent.append_child("c:txPr");
   AppendBody(text);
   pugi::xml_node paragraph = text.append_child("a:p");
-  TellLetters(paragraph.append_child("a:pPr").append_child("a:defRPr"), letters);
+  TellTextProperties(paragraph.append_child("a:pPr").append_child("a:defRPr"), font);
   paragraph.append_child("a:endParaRPr").append_attribute("lang") = "en-US";
 }
 
@@ -80,7 +80,7 @@ void AppendTitle(pugi::xml_node parent, const Chart& chart) {
   }
   AppendPlace(node.append_child("c:layout"), chart);
   AppendValue(node, "c:overlay", "0");
-  AppendGround(node, title);
+  AppendTitleShape(node, title);
 }
 
 pugi::xml_node AppendExtension(pugi::xml_node parent) {

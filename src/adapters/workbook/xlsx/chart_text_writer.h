@@ -7,14 +7,14 @@
 
 namespace mirelo::workbook {
 
-struct Letters {
+struct TextProperties {
   double size;  // points
   bool bold;
   Color color;
 };
 
-// Appends the element "txPr", which tells how letters look.
-void AppendLetters(pugi::xml_node parent, const Letters& letters);
+// Appends the element "txPr", which tells the font.
+void AppendTextProperties(pugi::xml_node parent, const TextProperties& font);
 
 // Appends the title that a chart has.
 void AppendTitle(pugi::xml_node parent, const Chart& chart);

@@ -114,7 +114,7 @@ class ChartWriter {
     AppendValue(node, "c:majorTickMark", "out");
     AppendValue(node, "c:minorTickMark", "none");
     AppendValue(node, "c:tickLblPos", "nextTo");
-    AppendLetters(node, {axis.label_size, axis.label_bold, axis.label_color});
+    AppendTextProperties(node, {axis.label_size, axis.label_bold, axis.label_color});
     AppendValue(node, "c:crossAx", crossed);
     AppendValue(node, "c:crosses", "autoZero");
   }
@@ -123,7 +123,7 @@ class ChartWriter {
     if (chart_.area.look != Look::Automatic) AppendFill(AppendShape(root), chart_.area);
   }
 
-  // Whether letters scale with the chart, and the ground of the title beneath its colour.
+  // Whether fonts scale with the chart, and the fill of the title beneath its colour.
   void WriteExtension(pugi::xml_node root) const {
     pugi::xml_node more = AppendExtension(root).append_child("m:letters");
     more.append_attribute("categoryScales") = chart_.category.scales ? 1 : 0;

@@ -53,7 +53,7 @@ std::optional<Color> ParseColor(std::string_view text) {
 Color StandardIndexed(std::int32_t index) {
   if (index < kPaletteStart) return PaletteColor(index + 1);
   if (index < kPaletteStart + kPaletteSize) return PaletteColor(index - kPaletteStart + 1);
-  return kAutomatic;  // the system's colours of text and ground
+  return kAutomatic;  // the system's colours of text and background
 }
 
 // A colour by hue and saturation, which a tint leaves alone, and lightness, which it moves; all from 0 to 1.

@@ -50,7 +50,7 @@ std::int32_t PixelsOfLength(std::string_view length) {
   return 0;
 }
 
-// "#ffffe1", as a colour; the usual ground of comments goes by this and other names.
+// "#ffffe1", as a colour; the usual fill of comments goes by this and other names.
 Color ColorOf(std::string_view text) {
   constexpr Color kUsual = 0xFFFFE1;
   Color color = 0;

@@ -68,10 +68,10 @@ class CommentReader {
     const std::string name = CleanText(Attribute(Child(font, "rFont"), "val"));
     if (!name.empty() && name.size() <= kLongestFontName) comment.font_name = name;
     const auto size = Number<double>(Child(font, "sz"), "val");
-    if (size && kLeastLetters <= *size && *size <= kGreatestLetters) comment.font_size = *size;
+    if (size && kLeastFontSize <= *size && *size <= kGreatestFontSize) comment.font_size = *size;
   }
 
-  // Whether runs of the text look different, or letters are other than plain.
+  // Whether runs of the text look different, or its font is other than plain.
   static bool HasFormatsWithin(pugi::xml_node text) {
     std::optional<std::pair<std::string_view, std::string_view>> first;
     bool is_formatted = false;

@@ -110,14 +110,14 @@ class ConditionReader {
     return condition;
   }
 
-  DifferentialStyle StyleOf(pugi::xml_node rule) const {
+  DifferentialFormat StyleOf(pugi::xml_node rule) const {
     if (!HasAttribute(rule, "dxfId")) return {};
     const auto index = Number<std::size_t>(rule, "dxfId");
-    if (!index || *index >= context_.differential_styles.size()) {
+    if (!index || *index >= context_.differential_formats.size()) {
       throw Damaged(part_, "format \"" + std::string(Attribute(rule, "dxfId")) +
                                "\" of a conditional format does not exist");
     }
-    return context_.differential_styles[*index];
+    return context_.differential_formats[*index];
   }
 
   SheetContext& context_;

@@ -39,14 +39,14 @@ constexpr std::array<void (*)(lxw_format*, std::uint8_t), 4> kSetLine{format_set
 constexpr std::array<void (*)(lxw_format*, lxw_color_t), 4> kSetLineColor{
     format_set_left_color, format_set_right_color, format_set_top_color, format_set_bottom_color};
 
-// What both a font and a condition's style say of letters.
-template <class Letters>
-void SetLetters(lxw_format* format, const Letters& letters) {
-  if (letters.bold) format_set_bold(format);
-  if (letters.italic) format_set_italic(format);
-  if (letters.strikeout) format_set_font_strikeout(format);
-  if (letters.underline != 0) format_set_underline(format, letters.underline);
-  if (letters.color != kAutomatic) format_set_font_color(format, WriterColor(letters.color));
+// What both a font and a condition's format say of font.
+template <class Font>
+void SetFont(lxw_format* format, const Font& font) {
+  if (font.bold) format_set_bold(format);
+  if (font.italic) format_set_italic(format);
+  if (font.strikeout) format_set_font_strikeout(format);
+  if (font.underline != 0) format_set_underline(format, font.underline);
+  if (font.color != kAutomatic) format_set_font_color(format, WriterColor(font.color));
 }
 
 void SetNumberFormat(lxw_format* format, const std::string& code) {
@@ -112,7 +112,7 @@ lxw_format* FormatWriter::For(StyleId id) {
   const Style& style = styles_.Get(id);
   format_set_font_name(format, style.font.name.c_str());
   format_set_font_size(format, style.font.size);
-  SetLetters(format, style.font);
+  SetFont(format, style.font);
   SetNumberFormat(format, style.number_format);
   SetFill(format, style.fill);
   SetBorder(format, style.border);
@@ -120,10 +120,10 @@ lxw_format* FormatWriter::For(StyleId id) {
   return format;
 }
 
-lxw_format* FormatWriter::For(const DifferentialStyle& style) {
-  if (style == DifferentialStyle()) return nullptr;
+lxw_format* FormatWriter::For(const DifferentialFormat& style) {
+  if (style == DifferentialFormat()) return nullptr;
   lxw_format* format = Add();
-  SetLetters(format, style);
+  SetFont(format, style);
   if (!style.number_format.empty()) format_set_num_format(format, style.number_format.c_str());
   if (style.fill.pattern == kSolid) {
     format_set_bg_color(format,

@@ -13,7 +13,7 @@ namespace mirelo::workbook {
 lxw_color_t WriterColor(Color color);
 
 // Makes the file writer's formats for a workbook's styles, each when it is first wanted, and for the
-// differential styles that conditions give.
+// differential formats that conditions give.
 class FormatWriter {
  public:
   FormatWriter(lxw_workbook* workbook, const StyleTable& styles)
@@ -23,7 +23,7 @@ class FormatWriter {
 
   lxw_format* For(StyleId id);
   // A format of its own for each call; null when the style changes nothing.
-  lxw_format* For(const DifferentialStyle& style);
+  lxw_format* For(const DifferentialFormat& style);
 
  private:
   lxw_format* Add();

@@ -82,10 +82,10 @@ std::optional<RangeEnd> ParseRangeEnd(std::string_view word) {
   std::size_t at = 0;
   const auto take_dollar = [&] { return at < word.size() && word[at] == '$' && ++at > 0; };
   bool is_fixed = take_dollar();
-  const std::size_t letters = at;
-  for (; at < word.size() && IsAsciiLetter(word[at]) && at - letters < 4; ++at)
+  const std::size_t column_letters = at;
+  for (; at < word.size() && IsAsciiLetter(word[at]) && at - column_letters < 4; ++at)
     corner.column = corner.column * 26 + ((word[at] & ~0x20) - 'A' + 1);
-  if (at > letters) {
+  if (at > column_letters) {
     corner.moves_column = !is_fixed;
     is_fixed = take_dollar();
   }
@@ -96,7 +96,7 @@ std::optional<RangeEnd> ParseRangeEnd(std::string_view word) {
     corner.moves_row = !is_fixed;
     if (corner.row == 0) return std::nullopt;
   }
-  const bool is_whole = at == word.size() && at > letters && word.back() != '$';
+  const bool is_whole = at == word.size() && at > column_letters && word.back() != '$';
   if (!is_whole || corner.row > kRows || corner.column > kColumns) return std::nullopt;
   return corner;
 }

@@ -126,7 +126,7 @@ bool ShapePropertiesReader::Shadow(pugi::xml_node shape) const {
   return has_shadow;
 }
 
-Color ShapePropertiesReader::LetterColor(pugi::xml_node properties) const {
+Color ShapePropertiesReader::FontColor(pugi::xml_node properties) const {
   const pugi::xml_node fill = FillOf(properties);
   return fill && !IsNone(fill) ? LineColor(fill) : kAutomatic;
 }

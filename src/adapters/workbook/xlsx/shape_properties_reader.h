@@ -25,8 +25,8 @@ class ShapePropertiesReader {
   PointColor Edge(pugi::xml_node shape) const;
   bool Shadow(pugi::xml_node shape) const;
 
-  // The colour of letters: that of the fill in their properties.
-  Color LetterColor(pugi::xml_node properties) const;
+  // The colour of a font: that of the fill in their properties.
+  Color FontColor(pugi::xml_node properties) const;
 
   // For parts of whose shape nothing is kept: reports `what` as lost if the shape has any look of its own.
   void Refuse(pugi::xml_node shape, std::string_view what) const;

@@ -18,8 +18,8 @@ struct SheetContext {
   Package& package;
   Book& book;
   std::vector<SharedString> strings;
-  std::vector<StyleId> styles;                         // by the index that cells use
-  std::vector<DifferentialStyle> differential_styles;  // by the index that conditional formats use
+  std::vector<StyleId> styles;                           // by the index that cells use
+  std::vector<DifferentialFormat> differential_formats;  // by the index that conditional formats use
   ColorReader colors;
   bool counts_from_1904 = false;
   LoadBudget budget;

@@ -12,7 +12,7 @@ namespace mirelo::workbook {
 // format that had index i.
 struct StyleIndexes {
   std::vector<std::size_t> cells;         // of the formats of cells ("xf")
-  std::vector<std::size_t> differential;  // of differential styles ("dxf")
+  std::vector<std::size_t> differential;  // of differential formats ("dxf")
 };
 
 // Adds to a style part (named for errors) the formats of one that the file writer wrote, those that it does

@@ -47,8 +47,8 @@ class StyleReader {
     if (styles.cells.empty()) styles.cells.emplace_back();
     styles.are_lossy.resize(styles.cells.size());
     is_lossy_ = false;
-    styles.differential = ReadList<DifferentialStyle>(Child(root, "dxfs"), "dxf",
-                                                      [&](pugi::xml_node n) { return ReadDifferential(n); });
+    styles.differential = ReadList<DifferentialFormat>(Child(root, "dxfs"), "dxf",
+                                                       [&](pugi::xml_node n) { return ReadDifferential(n); });
     styles.are_differential_lossy = is_lossy_;
     return styles;
   }
@@ -87,7 +87,7 @@ class StyleReader {
     const std::string name = CleanText(Attribute(Child(node, "name"), "val"));
     if (!name.empty() && name.size() <= kLongestFontName) font.name = name;
     const auto size = Number<double>(Child(node, "sz"), "val");
-    if (size && kLeastLetters <= *size && *size <= kGreatestLetters) font.size = *size;
+    if (size && kLeastFontSize <= *size && *size <= kGreatestFontSize) font.size = *size;
     font.bold = IsOn(Child(node, "b"));
     font.italic = IsOn(Child(node, "i"));
     font.strikeout = IsOn(Child(node, "strike"));
@@ -144,8 +144,8 @@ class StyleReader {
     return style;
   }
 
-  DifferentialStyle ReadDifferential(pugi::xml_node node) {
-    DifferentialStyle style;
+  DifferentialFormat ReadDifferential(pugi::xml_node node) {
+    DifferentialFormat style;
     const FontStyle font = ReadFont(Child(node, "font"));
     style.bold = font.bold;
     style.italic = font.italic;

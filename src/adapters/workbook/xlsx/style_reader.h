@@ -14,10 +14,10 @@ namespace mirelo::workbook {
 
 // What a file's style part lists, in the order in which the sheets refer to it.
 struct FileStyles {
-  std::vector<Style> cells;                     // never empty
-  std::vector<DifferentialStyle> differential;  // of conditional formats
-  std::vector<bool> are_lossy;                  // cells' formats: whether something of them was told as lost
-  bool are_differential_lossy = false;          // the same for any of the differential styles
+  std::vector<Style> cells;                      // never empty
+  std::vector<DifferentialFormat> differential;  // of conditional formats
+  std::vector<bool> are_lossy;                   // cells' formats: whether something of them was told as lost
+  bool are_differential_lossy = false;           // the same for any of the differential formats
 };
 
 FileStyles ReadStyles(Package& package, const std::string& part, ColorReader& colors, Losses& losses);

@@ -17,7 +17,7 @@ struct Run {
   StyleId style;
 };
 
-// Whether empty cells of both look alike. A height that letters give to a row is one of its look.
+// Whether empty cells of both are formatted alike. A height that fonts give to a row is part of it.
 bool LookAlikeEmpty(const Style& a, const Style& b) {
   return a.fill == b.fill && a.border == b.border && a.font == b.font;
 }

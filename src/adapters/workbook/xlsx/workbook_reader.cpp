@@ -86,7 +86,7 @@ class WorkbookReader {
       if (styles.are_lossy[i]) lossy_styles_.insert(context.styles.back());
     }
     are_differential_lossy_ = styles.are_differential_lossy;
-    context.differential_styles = std::move(styles.differential);
+    context.differential_formats = std::move(styles.differential);
   }
 
   void ReadSheets(SheetContext& context) {

@@ -1,4 +1,4 @@
-#include "adapters/calc/charts/named_looks.h"
+#include "adapters/calc/charts/gradients_and_dashes.h"
 
 #include <com/sun/star/awt/Gradient.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
@@ -19,13 +19,13 @@ namespace {
 constexpr sal_Int16 kFromLeftToRight = 900;  // tenths of degrees
 constexpr sal_Int16 kFull = 100;             // percent
 
-// Puts `look` into the table of its kind, unless it is there.
+// Puts `value` into the table of its kind, unless it is there.
 rtl::OUString Named(const Reference<css::chart::XChartDocument>& chart, const char* table,
-                    const std::string& name, const Any& look) {
+                    const std::string& name, const Any& value) {
   const auto factory = As<css::lang::XMultiServiceFactory>(chart);
-  const auto looks = As<css::container::XNameContainer>(factory->createInstance(OfficeText(table)));
+  const auto values = As<css::container::XNameContainer>(factory->createInstance(OfficeText(table)));
   const rtl::OUString by = OfficeText(name);
-  if (!looks->hasByName(by)) looks->insertByName(by, look);
+  if (!values->hasByName(by)) values->insertByName(by, value);
   return by;
 }
 

@@ -1,4 +1,4 @@
-#include "adapters/calc/objects/look_styles.h"
+#include "adapters/calc/objects/differential_formats.h"
 
 #include <array>
 #include <com/sun/star/awt/FontWeight.hpp>
@@ -22,12 +22,12 @@ Reference<css::container::XNameContainer> StylesOf(const Document::Uno& document
 }
 
 // "Mirelo", "Mirelo bold #FF0000".
-std::string NameOf(const CellLook& look) {
+std::string NameOf(const DifferentialFormat& format) {
   std::string name = "Mirelo";
-  if (look.bold) name += " bold";
-  if (look.color == kAutomatic) return name;
+  if (format.bold) name += " bold";
+  if (format.color == kAutomatic) return name;
   std::array<char, sizeof " #RRGGBB"> color{};
-  std::snprintf(color.data(), color.size(), " #%06X", static_cast<unsigned>(look.color));
+  std::snprintf(color.data(), color.size(), " #%06X", static_cast<unsigned>(format.color));
   return name + color.data();
 }
 
@@ -43,25 +43,25 @@ std::optional<Any> SetByStyle(const Document::Uno& document, const std::string& 
   return Properties(style).Get(property);
 }
 
-CellLook LookOfStyle(const Document::Uno& document, const std::string& name) {
-  CellLook look;
+DifferentialFormat FormatOfStyle(const Document::Uno& document, const std::string& name) {
+  DifferentialFormat format;
   float weight = 0;
   if (const auto set = SetByStyle(document, name, kWeight); set && (*set >>= weight))
-    look.bold = weight > css::awt::FontWeight::NORMAL;
-  if (const auto set = SetByStyle(document, name, kColor)) *set >>= look.color;
-  return look;
+    format.bold = weight > css::awt::FontWeight::NORMAL;
+  if (const auto set = SetByStyle(document, name, kColor)) *set >>= format.color;
+  return format;
 }
 
-std::string StyleOfLook(const Document::Uno& document, const CellLook& look) {
-  std::string name = NameOf(look);
+std::string StyleOfFormat(const Document::Uno& document, const DifferentialFormat& format) {
+  std::string name = NameOf(format);
   const auto styles = StylesOf(document);
   if (styles->hasByName(OfficeText(name))) return name;
   const auto style =
       As<css::lang::XMultiServiceFactory>(document)->createInstance("com.sun.star.style.CellStyle");
   styles->insertByName(OfficeText(name), Any(style));
   const Properties made(style);
-  if (look.bold) made.Set(kWeight, float{css::awt::FontWeight::BOLD});
-  if (look.color != kAutomatic) made.Set(kColor, look.color);
+  if (format.bold) made.Set(kWeight, float{css::awt::FontWeight::BOLD});
+  if (format.color != kAutomatic) made.Set(kColor, format.color);
   return name;
 }
 
