@@ -41,6 +41,7 @@ RuntimeError NotAPattern() { return Refused("This is no pattern."); }
 RuntimeError NotABorder() { return Refused("This is no border of a range."); }
 RuntimeError NotALineStyle() { return Refused("This is no style of lines."); }
 RuntimeError NotALineWeight() { return Refused("This is no weight of lines."); }
+RuntimeError DisplayFormatSet() { return Refused("How a cell is shown can only be read."); }
 
 RuntimeError NotAComparisonOfValues() { return Refused("Only values of cells can be compared."); }
 RuntimeError NotOneValueCompared() { return Refused("This operator does not compare with one value."); }

@@ -28,6 +28,7 @@ RuntimeError NotAPattern();                            // This is no pattern.
 RuntimeError NotABorder();                             // This is no border of a range.
 RuntimeError NotALineStyle();                          // This is no style of lines.
 RuntimeError NotALineWeight();                         // This is no weight of lines.
+RuntimeError DisplayFormatSet();                       // How a cell is shown can only be read.
 
 RuntimeError NotAComparisonOfValues();  // Only values of cells can be compared.
 RuntimeError NotOneValueCompared();     // This operator does not compare with one value.

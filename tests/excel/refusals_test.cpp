@@ -10,7 +10,10 @@
 
 #include "charts_on_sheet.h"
 #include "host/excel/comment.h"
+#include "host/excel/display_format.h"
+#include "host/excel/font.h"
 #include "host/excel/format_conditions.h"
+#include "host/excel/interior.h"
 
 namespace mirelo::testing {
 namespace {
@@ -65,6 +68,19 @@ TEST_P(SaidRefusals, OfFormats) {
       {Refusals::NotABorder(), [&] { cells->Borders(static_cast<XlBordersIndex>(99)); }},
       {Refusals::NotALineStyle(), [&] { cells->Borders(xlEdgeTop)->LineStyle(99); }},
       {Refusals::NotALineWeight(), [&] { cells->Borders(xlEdgeTop)->Weight(99); }},
+  });
+}
+
+TEST_P(SaidRefusals, OfDisplayFormats) {
+  const auto font = Range("A1")->DisplayFormat()->Font();
+  const auto interior = Range("A1")->DisplayFormat()->Interior();
+  Expect({
+      {Refusals::DisplayFormatSet(), [&] { font->Bold(true); }},
+      {Refusals::DisplayFormatSet(), [&] { font->Size(8); }},
+      {Refusals::DisplayFormatSet(), [&] { font->ColorIndex(3); }},
+      {Refusals::DisplayFormatSet(), [&] { interior->ColorIndex(3); }},
+      {Refusals::DisplayFormatSet(), [&] { interior->PatternColorIndex(3); }},
+      {Refusals::DisplayFormatSet(), [&] { interior->Pattern(xlPatternSolid); }},
   });
 }
 

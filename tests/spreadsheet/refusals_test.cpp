@@ -31,6 +31,7 @@ TEST(RefusalsOfSpreadsheets, AreTheseSentences) {
       {Refusals::NotABorder(), "This is no border of a range."},
       {Refusals::NotALineStyle(), "This is no style of lines."},
       {Refusals::NotALineWeight(), "This is no weight of lines."},
+      {Refusals::DisplayFormatSet(), "How a cell is shown can only be read."},
       {Refusals::NotAComparisonOfValues(), "Only values of cells can be compared."},
       {Refusals::NotOneValueCompared(), "This operator does not compare with one value."},
       {Refusals::FontSizeOfACondition(), "A condition cannot change the size of letters."},

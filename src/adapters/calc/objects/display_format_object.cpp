@@ -14,7 +14,7 @@
 #include "host/excel/font.h"
 #include "host/excel/interior.h"
 #include "spreadsheet/color_index.h"
-#include "spreadsheet/errors.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::calc {
 
@@ -82,8 +82,6 @@ Value Shown(const CellBlock& cell, std::string_view property, Value otherwise) {
   });
 }
 
-[[noreturn]] void RefuseToChange() { throw Refused("How a cell is shown can only be read."); }
-
 class ShownFont final : public Font {
  public:
   explicit ShownFont(CellBlock cell) : cell_(std::move(cell)) {}
@@ -92,11 +90,11 @@ class ShownFont final : public Font {
     namespace weights = css::awt::FontWeight;
     return Shown(cell_, "CharWeight", float{weights::NORMAL}) > weights::NORMAL;
   }
-  void Bold(bool) override { RefuseToChange(); }
+  void Bold(bool) override { throw Refusals::DisplayFormatSet(); }
   Variant Size() override { return double{Shown(cell_, "CharHeight", 0.0F)}; }
-  void Size(double) override { RefuseToChange(); }
+  void Size(double) override { throw Refusals::DisplayFormatSet(); }
   Variant ColorIndex() override { return IndexOfColor(FontColor()); }
-  void ColorIndex(std::int32_t) override { RefuseToChange(); }
+  void ColorIndex(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
   Variant Color() override { return NumberOfColor(FontColor(), kBlack); }
 
  private:
@@ -113,14 +111,14 @@ class ShownInterior final : public Interior {
     const spreadsheet::Color background = BackgroundColor();
     return background == kAutomatic ? std::int32_t{xlColorIndexNone} : IndexOfColor(background);
   }
-  void ColorIndex(std::int32_t) override { RefuseToChange(); }
+  void ColorIndex(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
   Variant Color() override { return NumberOfColor(BackgroundColor(), kWhite); }
   Variant PatternColorIndex() override { return std::int32_t{xlColorIndexAutomatic}; }
-  void PatternColorIndex(std::int32_t) override { RefuseToChange(); }
+  void PatternColorIndex(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
   Variant Pattern() override {
     return BackgroundColor() == kAutomatic ? std::int32_t{xlPatternNone} : std::int32_t{xlPatternSolid};
   }
-  void Pattern(std::int32_t) override { RefuseToChange(); }
+  void Pattern(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
 
  private:
   spreadsheet::Color BackgroundColor() const { return Shown(cell_, "CellBackColor", kAutomatic); }

@@ -8,23 +8,22 @@
 #include "host/excel/font.h"
 #include "host/excel/interior.h"
 #include "spreadsheet/color_index.h"
+#include "spreadsheet/refusals.h"
 
 namespace mirelo::workbook {
 
 namespace {
-
-[[noreturn]] void RefuseChange() { throw Refused("The look of a cell can only be read."); }
 
 class ShownFont final : public host::excel::Font {
  public:
   explicit ShownFont(const FontStyle& font) : bold_(font.bold), size_(font.size), color_(font.color) {}
 
   Variant Bold() override { return bold_; }
-  void Bold(bool) override { RefuseChange(); }
+  void Bold(bool) override { throw Refusals::DisplayFormatSet(); }
   Variant Size() override { return size_; }
-  void Size(double) override { RefuseChange(); }
+  void Size(double) override { throw Refusals::DisplayFormatSet(); }
   Variant ColorIndex() override { return IndexOfColor(color_); }
-  void ColorIndex(std::int32_t) override { RefuseChange(); }
+  void ColorIndex(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
   Variant Color() override { return NumberOfColor(color_, kBlack); }
 
  private:
@@ -38,12 +37,12 @@ class ShownInterior final : public host::excel::Interior {
   explicit ShownInterior(const FillStyle& fill) : fill_(fill) {}
 
   Variant ColorIndex() override { return IndexOfFill(fill_); }
-  void ColorIndex(std::int32_t) override { RefuseChange(); }
+  void ColorIndex(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
   Variant Color() override { return NumberOfColor(ColorOfFill(fill_), kWhite); }
   Variant PatternColorIndex() override { return IndexOfColor(PatternColorOf(fill_)); }
-  void PatternColorIndex(std::int32_t) override { RefuseChange(); }
+  void PatternColorIndex(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
   Variant Pattern() override { return PatternOf(fill_); }
-  void Pattern(std::int32_t) override { RefuseChange(); }
+  void Pattern(std::int32_t) override { throw Refusals::DisplayFormatSet(); }
 
  private:
   FillStyle fill_;
