@@ -64,6 +64,15 @@ TEST_P(Comments, GoWithClearButNotWithTheContents) {
   EXPECT_FALSE(Has("A1"));
 }
 
+TEST_P(Comments, HaveNoTextOnceTheyAreGone) {
+  const auto cleared = Range("A1")->AddComment("x");
+  const auto deleted = Range("A5")->AddComment("y");
+  Range("A1")->ClearComments();
+  EXPECT_EQ(NumberOf([&] { cleared->Text(); }), 1004);
+  Range("A5:B5")->Delete(xlShiftUp);
+  EXPECT_EQ(NumberOf([&] { deleted->Text(); }), 1004);
+}
+
 TEST_P(Comments, CanBeLaidAnewOnceTheyWereCleared) {
   for (const char* text : {"one", "two"}) {
     Range("A1")->ClearComments();

@@ -95,7 +95,8 @@ TEST_P(SaidRefusals, OfConditions) {
 }
 
 TEST_P(SaidRefusals, OfComments) {
-  const auto shape = Range("B2")->AddComment("x")->Shape();
+  const auto comment = Range("B2")->AddComment("x");
+  const auto shape = comment->Shape();
   Expect({
       {Refusals::HasAComment(), [&] { Range("B2")->AddComment("y"); }},
       {Refusals::CommentTooLong(), [&] { Range("B3")->AddComment(std::string(32'768, 'x')); }},
@@ -106,6 +107,7 @@ TEST_P(SaidRefusals, OfComments) {
   Range("B2")->ClearComments();
   Expect({
       {Refusals::CommentGone(), [&] { shape->Height(); }},
+      {Refusals::CommentGone(), [&] { comment->Text(); }},
   });
 }
 

@@ -13,7 +13,10 @@ class CommentObject final : public host::excel::Comment {
  public:
   explicit CommentObject(CommentPlace place) : place_(std::move(place)) {}
 
-  std::string Text() override { return place_.comment->text; }
+  std::string Text() override {
+    place_.Cell();
+    return place_.comment->text;
+  }
   std::shared_ptr<host::excel::Shape> Shape() override { return std::make_shared<CommentShape>(place_); }
 
  private:
