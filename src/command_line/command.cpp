@@ -1,6 +1,7 @@
 #include "command_line/command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <sstream>
@@ -13,6 +14,23 @@ namespace {
 CLI::Validator Silent(CLI::Validator rule, Told told) {
   return told == Told::kInHelp ? rule : rule.description("");
 }
+
+// The parser keeps the options that one excludes by their addresses, which differ between builds and runs.
+class Formatter final : public CLI::Formatter {
+ public:
+  std::string make_option_opts(const CLI::Option* option) const override {
+    std::string text = CLI::Formatter::make_option_opts(option);
+    const std::string label = " " + get_label("Excludes") + ":";
+    const auto excludes = option->get_excludes().empty() ? text.npos : text.rfind(label);
+    if (excludes == text.npos) return text;
+    std::vector<std::string> names;
+    for (const CLI::Option* other : option->get_excludes()) names.push_back(other->get_name());
+    std::ranges::sort(names);
+    text.resize(excludes + label.size());
+    for (const std::string& name : names) text += " " + name;
+    return text;
+  }
+};
 
 }  // namespace
 
@@ -142,7 +160,9 @@ std::string Command::Name() const { return parser_->get_name(); }
 Program::Program(const std::string& name, const std::string& meaning)
     : Program(std::make_unique<CLI::App>(meaning, name)) {}
 
-Program::Program(std::unique_ptr<CLI::App> parser) : Command(*parser), owned_(std::move(parser)) {}
+Program::Program(std::unique_ptr<CLI::App> parser) : Command(*parser), owned_(std::move(parser)) {
+  owned_->formatter(std::make_shared<Formatter>());
+}
 
 Program::Program(Program&& other) noexcept = default;
 

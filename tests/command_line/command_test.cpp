@@ -278,6 +278,20 @@ TEST(CommandLine, KnowsWhichOptionsOfACommandItHas) {
   EXPECT_TRUE(calc.Find("FILE").IsGiven());
 }
 
+TEST(Help, NamesWhatAnOptionExcludesByTheAlphabet) {
+  Program program("tool", "");
+  Command show = program.AddCommand("show", "");
+  bool list = false, other = false;
+  Option shown = show.AddFlag("--list", list, "");
+  for (const char* name : {"--sheet", "--all", "--range", "--comments", "--format"})
+    shown.Excludes(show.AddFlag(name, other, ""));
+  const char* const arguments[] = {"tool", "show", "--help"};
+  const auto help = program.Read(3, arguments);
+  ASSERT_TRUE(help);
+  EXPECT_THAT(help->text, HasSubstr("--list Excludes: --all --comments --format --range --sheet\n"));
+  EXPECT_THAT(help->text, HasSubstr("--all Excludes: --list "));
+}
+
 TEST(Help, TellsOfEachOptionWhatHoldsForItsValue) {
   Program program("tool", "It does.");
   program.DescribeHelp("Print this");
