@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/exit_code.h"
+#include "app/workbook/also_files.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "command_line/command.h"
@@ -30,11 +31,22 @@ int Run(const std::function<int()>& body) try { return body(); } catch (const st
   return kFailed;
 }
 
+// The option that takes one such value each time it is given; empty for a word that may be a ticker.
+std::string OptionOfOneValue(const command_line::Command& command, const std::string& word) {
+  const auto is_given = [&](const char* name) { return command.Has(name) && command.Find(name).IsGiven(); };
+  if (is_given("--set") && word.find('=') != word.npos) return "--set";
+  if (is_given("--tick") && word.find(':') != word.npos) return "--tick";
+  return is_given("--also") && WhyNoAlsoFile(word).empty() ? "--also" : "";
+}
+
 // Words behind a command that takes its tickers by an option.
 std::string WhatWasMeant(const command_line::Program& program, const std::vector<std::string>& left_over) {
   const auto is_option = [](const std::string& word) { return word.starts_with('-'); };
   if (left_over.empty() || std::ranges::any_of(left_over, is_option)) return {};
   for (const command_line::Command& command : program.Chosen()) {
+    const std::string& word = left_over.front();
+    if (const std::string option = OptionOfOneValue(command, word); !option.empty())
+      return option + " takes one value each time: write " + option + " once more, in front of " + word;
     if (command.Has("--tickers"))
       return "Tickers go behind --tickers: mirelo " + command.Name() + " --tickers " + Join(left_over, ",");
   }

@@ -90,12 +90,7 @@ Option Option::SplitAt(char delimiter) {
 }
 
 Option Option::Repeats() {
-  parsed_->allow_extra_args(false);
-  return *this;
-}
-
-Option Option::ShowOneValue() {
-  parsed_->expected(1)->take_all();
+  parsed_->expected(1)->take_all()->allow_extra_args(false);
   return *this;
 }
 

@@ -44,11 +44,8 @@ class Option {
   // For a variable of several values. Without these they stand one behind the other, and the help shows that.
   // Each word is several values, parted by `delimiter`.
   Option SplitAt(char delimiter);
-  // One value behind the option, which is given once more for the next.
+  // One value behind the option, which is given once more for the next; the help shows one.
   Option Repeats();
-  // The help shows one value, as of an option that is given once more for the next; it takes several
-  // nonetheless.
-  Option ShowOneValue();
   // It has one value, or none.
   Option ValueMayLack();
 

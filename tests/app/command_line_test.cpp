@@ -77,6 +77,25 @@ TEST_F(CommandLine, SaysWhereTickersGo) {
   EXPECT_THAT(Run({"run", "--tcikers", "MSFT"}).err, ::testing::Not(HasSubstr("Tickers go behind")));
 }
 
+TEST_F(CommandLine, SaysHowAnOptionIsGivenForAnotherValue) {
+  const struct {
+    const char* option;
+    const char* first;
+    const char* second;
+  } cases[] = {{"--set", "Seconds=15", "RowsLimit=0"},
+               {"--tick", "MSFT:Last", "MSFT:Charts"},
+               {"--also", "a.db", "b.csv"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.option);
+    const std::string option = c.option;
+    const auto result = Run({"run", option, c.first, c.second});
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_THAT(result.err, HasSubstr(option + " takes one value each time: write " + option +
+                                      " once more, in front of " + c.second + "\n"));
+    EXPECT_THAT(Run({"run", c.second}).err, HasSubstr("Tickers go behind")) << "without the option";
+  }
+}
+
 TEST_F(CommandLine, ReadsNoSettingsForHelp) {
   Run({"quotes", "--help"});
   EXPECT_FALSE(std::filesystem::exists(folder_ / "home/.local"));

@@ -107,7 +107,6 @@ TEST(CommandFacts, KnowWhatTakesManyValues) {
   // One that is repeated takes one value each time.
   const std::vector<std::string> values;
   EXPECT_FALSE(FactsOfOption("--also", values, [](Option option) { option.Repeats(); }).many);
-  EXPECT_FALSE(FactsOfOption("--set", values, [](Option option) { option.ShowOneValue(); }).many);
 }
 
 TEST(CommandFacts, JoinDescriptionsThatWereBrokenForATerminal) {

@@ -243,14 +243,6 @@ TEST(CommandLine, TakesOneValueEachTimeAnOptionIsRepeated) {
   EXPECT_THAT(rest, ElementsAre("more"));
 }
 
-TEST(CommandLine, TakesSeveralValuesOfAnOptionThatIsShownWithOne) {
-  Program program("tool", "");
-  std::vector<std::string> settings;
-  program.AddOption("--set", settings, "").ShowOneValue();
-  EXPECT_FALSE(Read(program, {"--set", "a=1", "b=2", "--set", "c=3"}));
-  EXPECT_THAT(settings, ElementsAre("a=1", "b=2", "c=3"));
-}
-
 TEST(CommandLine, MayLackAValue) {
   for (const bool has_value : {false, true}) {
     Program program("tool", "");
@@ -307,7 +299,7 @@ TEST(Help, TellsOfEachOptionWhatHoldsForItsValue) {
   program.AddOption("--kind", kind, "").OneOf({"a", "b"});
   program.AddOption("--level", level, "").OneOf({"low", "high"}, Told::kNowhere);
   program.AddOption("--words", words, "");
-  program.AddOption("--one", one, "").ShowOneValue();
+  program.AddOption("--one", one, "").Repeats();
   const std::string help = Help(program);
   EXPECT_THAT(help, HasSubstr("It does.\nUsage: tool [OPTIONS]\n"));
   EXPECT_THAT(help, HasSubstr("Print this\n"));
