@@ -73,13 +73,10 @@ QuotesCommand::QuotesCommand(command_line::Command& program, const GlobalOptions
                              "all names: ") +
                      kAllColumns)
       .Check(NotAllowedFor("ListRight"));
-  command_.AddOption("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
-      .Check(NotAllowedFor("Webaddress"));
+  options_.AddAddress(command_);
   command_.AddOption("--http-port", port_, "QuoteTracker's HTTP port, in place of the setting HTTPPort")
       .Between(1, 65535);
-  command_.AddOption("--date-format", date_format_, "How the column Date is written, in d, m and y")
-      .Check(WhyNoDateFormat)
-      .ShowDefault();
+  options_.AddDateFormat(command_);
 }
 
 bool QuotesCommand::IsChosen() const { return command_.IsChosen(); }
@@ -94,9 +91,8 @@ int QuotesCommand::Run() {
   if (!columns_.empty())
     session.host().Override("ListRight",
                             SettingValue(*FindSetting(catalogue::kSettings, "ListRight"), columns_).ToText());
-  if (!address_.empty()) session.host().Override("Webaddress", address_);
   if (port_ != 0) session.host().OverrideHttpPort(port_);
-  session.facade().DovantaFormatUserDate(date_format_);
+  options_.Apply(session);
 
   if (watch_) session.interrupt().Stopped.Subscribe([&session] { session.host().HangUp(); });
   day::SnapshotFeed feed(session.facade(), session.replies(), tickers_);

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "app/commands/quote_options.h"
 #include "command_line/command.h"
 
 namespace mirelo::app {
@@ -27,9 +28,8 @@ class QuotesCommand {
   std::vector<std::string> tickers_;
   std::string list_;
   std::string columns_;
-  std::string address_;
+  QuoteOptions options_;
   int port_ = 0;
-  std::string date_format_ = "mm/dd/yyyy";
   bool csv_ = false;
   bool json_ = false;
   bool watch_ = false;

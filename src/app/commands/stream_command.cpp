@@ -106,13 +106,10 @@ StreamCommand::StreamCommand(command_line::Command& program, const GlobalOptions
       .AddOption("--record", recording_,
                  "Write what the connection receives to a file that quotetracker --play plays again")
       .ValueName("FILE");
-  command_.AddOption("--address", address_, "Where QuoteTracker runs, in place of the setting Webaddress")
-      .Check(NotAllowedFor("Webaddress"));
+  options_.AddAddress(command_);
   command_.AddOption("--socket-port", port_, "QuoteTracker's stream port, in place of the setting SocketPort")
       .Between(1, 65535);
-  command_.AddOption("--date-format", date_format_, "How the column Date is written, in d, m and y")
-      .Check(WhyNoDateFormat)
-      .ShowDefault();
+  options_.AddDateFormat(command_);
   log_.emplace(command_);
 }
 
@@ -125,8 +122,8 @@ int StreamCommand::Run() {
   }
   Session session(global_);
   tickers_ = WithList(SplitTickers(tickers_), list_);
-  Override(session);
-  session.facade().DovantaFormatUserDate(date_format_);
+  options_.Apply(session);
+  if (port_ != 0) session.host().Override("SocketPort", std::to_string(port_));
   const std::string file = StreamerFile(session);
   if (file.empty()) return kFailed;
 
@@ -200,11 +197,6 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed, DayLog& log) 
   Err() << board.QuoteCount() << " quotes\n";
   // An output that is not read ends it early, which the program's end tells.
   return board.QuoteCount() > 0 || !Out().Good() ? kGood : kFailed;
-}
-
-void StreamCommand::Override(Session& session) const {
-  if (!address_.empty()) session.host().Override("Webaddress", address_);
-  if (port_ != 0) session.host().Override("SocketPort", std::to_string(port_));
 }
 
 std::string StreamCommand::StreamerFile(Session& session) const {

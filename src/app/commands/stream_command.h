@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/commands/log_options.h"
+#include "app/commands/quote_options.h"
 #include "command_line/command.h"
 
 namespace mirelo::day {
@@ -27,7 +28,6 @@ class StreamCommand {
   int Run();
 
  private:
-  void Override(Session& session) const;
   // The streamer file of --source or of the setting; empty, with a message, when there is none.
   std::string StreamerFile(Session& session) const;
   int Listen(Session& session, day::StreamFeed& feed, DayLog& log);
@@ -37,10 +37,9 @@ class StreamCommand {
   std::vector<std::string> tickers_;
   std::string list_;
   std::string source_;
-  std::string address_;
+  QuoteOptions options_;
   int port_ = 0;
   double seconds_ = 0;
-  std::string date_format_ = "mm/dd/yyyy";
   bool csv_ = false;
   bool json_ = false;
   std::optional<std::filesystem::path> recording_;
