@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "day/watching.h"
+#include "day/worked_time.h"
 
 namespace mirelo::testing {
 namespace {
@@ -76,6 +77,27 @@ TEST_F(Watching, LetsOthersWorkBetweenWhereItTellsMany) {
   std::vector<std::size_t> in_turn(cells.size());
   std::iota(in_turn.begin(), in_turn.end(), std::size_t{0});
   EXPECT_EQ(told_cells, in_turn);
+}
+
+TEST_F(Watching, MeasuresByItselfHowLongTellingTakesTheProcessor) {
+  constexpr auto kWork = 3 * day::QuoteWatch::kTellAtMost;
+  watch.emplace(*side, [this] { return day::QuoteWatch::Clock::time_point(loop.Elapsed()); });
+  Streamed();
+  std::vector<Watched> cells;
+  std::size_t calls = 0;
+  for (int i = 0; i < 3; ++i) {
+    cells.push_back(watch->Ask({About::Value, "MSFT", "Last"}, [&] {
+      ++calls;
+      for (const auto start = day::TimeWorked(); day::TimeWorked() - start < kWork;) continue;
+    }));
+  }
+  BeginStreaming();
+  Quote("MSFT", 27.5);
+  EXPECT_EQ(calls, 1U) << "one has taken more than kTellAtMost";
+  Pass(2 * kWork - 1ms);
+  EXPECT_EQ(calls, 1U) << "it pauses for twice as long";
+  for (int i = 0; i < 20; ++i) Pass(50ms);
+  EXPECT_EQ(calls, 3U);
 }
 
 TEST_F(Watching, TellsOnceWhatChangesAgainBeforeItsTurn) {
