@@ -22,9 +22,17 @@ namespace mirelo::wire {
 // nothing, and of quote records that are cut it loses some. The chunks of one stream are the same however its
 // bytes come, but for this: as many whole records as have come pass at once.
 //
-// Records pass in chunks of whole ones, control messages one by one, lists of sources only whole and asked
-// for; what the class could do nothing with, or would lose others for, is left out. The rules stand in
-// docs/design/wire.md.
+// A chunk is one of these; all other bytes are left out.
+// - Whole quote records. The chunk ends before a record of a kind other than S1 and L1, which the class reads
+//   only at the beginning of a chunk, and around a record whose fields do not end where its length says,
+//   which goes alone. Records of symbols that nobody subscribed pass up to the bounds of SubscribedSymbols. A
+//   record whose length reaches into those behind it is left out, as far as that can be told, and they pass.
+// - One control message, up to its end (EndOfMessage), to where another message is known to begin (FindHead),
+//   to kLongestReply, or as far as it has come when LetGo is called.
+// - One list of sources, whole, for each that the client has asked for.
+//
+// A message begins at the start of the stream or behind another message with the two letters of a known kind,
+// blanks and marks of an end before them left out. Elsewhere a head alone tells it (FindHead).
 //
 //   aligner.Add(bytes);
 //   while (const auto chunk = aligner.Next()) Deliver(*chunk);
