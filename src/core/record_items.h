@@ -12,6 +12,9 @@
 
 // The members of RecordCollection, for the sources that fill collections: their clients need neither this nor
 // what collections are made of. A source that makes one of a new kind of record instantiates it.
+//
+// The members are compiled once, where they are instantiated, but for the two inline ones: the decoder calls
+// these for each record. Walking is not among them, since each item that is walked to costs its client more.
 
 namespace mirelo {
 
@@ -19,39 +22,39 @@ template <class T>
 struct RecordCollection<T>::Items : Collection<Reference> {};
 
 template <class T>
-inline RecordCollection<T>::Enumerator::Enumerator(std::shared_ptr<const Items> items)
+RecordCollection<T>::Enumerator::Enumerator(std::shared_ptr<const Items> items)
     : items_(std::move(items)), place_(items_->BeginWalk()) {}
 
 template <class T>
-inline RecordCollection<T>::Enumerator::Enumerator(const Enumerator& other)
+RecordCollection<T>::Enumerator::Enumerator(const Enumerator& other)
     : items_(other.items_), place_(other.place_) {
   if (items_) items_->JoinWalk();
 }
 
 template <class T>
-inline RecordCollection<T>::Enumerator::Enumerator(Enumerator&& other) noexcept
+RecordCollection<T>::Enumerator::Enumerator(Enumerator&& other) noexcept
     : items_(std::move(other.items_)), place_(other.place_) {}
 
 template <class T>
-inline auto RecordCollection<T>::Enumerator::operator=(Enumerator other) noexcept -> Enumerator& {
+auto RecordCollection<T>::Enumerator::operator=(Enumerator other) noexcept -> Enumerator& {
   items_.swap(other.items_);
   std::swap(place_, other.place_);
   return *this;
 }
 
 template <class T>
-inline RecordCollection<T>::Enumerator::~Enumerator() {
+RecordCollection<T>::Enumerator::~Enumerator() {
   if (items_) items_->EndWalk();
 }
 
 template <class T>
-inline auto RecordCollection<T>::Enumerator::Next() -> Reference {
+auto RecordCollection<T>::Enumerator::Next() -> Reference {
   const Reference* const item = items_->NextOf(place_);
   return item == nullptr ? nullptr : *item;
 }
 
 template <class T>
-inline RecordCollection<T>::RecordCollection(const RecordClass& names)
+RecordCollection<T>::RecordCollection(const RecordClass& names)
     : class_(names), items_(std::make_shared<Items>()) {}
 
 template <class T>
@@ -74,13 +77,13 @@ std::shared_ptr<T> NewRecord(std::string_view key) {
 }
 
 template <class T>
-inline auto RecordCollection<T>::ItemAt(const Variant& index) const -> Reference {
+auto RecordCollection<T>::ItemAt(const Variant& index) const -> Reference {
   if (const std::string* key = index.IfText()) return items_->Item(*key);
   return items_->Item(index.ToInt32());
 }
 
 template <class T>
-inline void RecordCollection<T>::Add(Reference item, const Variant& VarKey) {
+void RecordCollection<T>::Add(Reference item, const Variant& VarKey) {
   Guarded("Add", [&] {
     if (item == nullptr) throw Errors::ObjectNotSet();
     if (VarKey.IsEmpty()) return items_->Add(std::move(item));
@@ -91,7 +94,7 @@ inline void RecordCollection<T>::Add(Reference item, const Variant& VarKey) {
 }
 
 template <class T>
-inline void RecordCollection<T>::Remove(const Variant& VarIndex) {
+void RecordCollection<T>::Remove(const Variant& VarIndex) {
   Guarded("Remove", [&] {
     if (const std::string* key = VarIndex.IfText()) return items_->Remove(*key);
     items_->Remove(VarIndex.ToInt32());
@@ -99,12 +102,12 @@ inline void RecordCollection<T>::Remove(const Variant& VarIndex) {
 }
 
 template <class T>
-inline auto RecordCollection<T>::Item(const Variant& VarIndex) const -> Reference {
+auto RecordCollection<T>::Item(const Variant& VarIndex) const -> Reference {
   return Guarded("Item", [&] { return ItemAt(VarIndex); });
 }
 
 template <class T>
-inline auto RecordCollection<T>::ItemAdd(const Variant& VarIndex) -> Reference {
+auto RecordCollection<T>::ItemAdd(const Variant& VarIndex) -> Reference {
   return Guarded("ItemAdd", [&] {
     if (const std::string* key = VarIndex.IfText()) return FindOrAdd(*key);
     return ItemAt(VarIndex);
@@ -122,12 +125,12 @@ inline auto RecordCollection<T>::AddNew(std::string_view key) -> const Reference
 }
 
 template <class T>
-inline std::int32_t RecordCollection<T>::Count() const {
+std::int32_t RecordCollection<T>::Count() const {
   return items_->Count();
 }
 
 template <class T>
-inline void RecordCollection<T>::Clear() {
+void RecordCollection<T>::Clear() {
   Guarded("Clear", [&] {
     if (items_.use_count() == 1) return items_->Clear();  // no enumerator can tell
     items_ = std::make_shared<Items>();
@@ -135,7 +138,7 @@ inline void RecordCollection<T>::Clear() {
 }
 
 template <class T>
-inline bool RecordCollection<T>::TrySwap(RecordCollection& other) {
+bool RecordCollection<T>::TrySwap(RecordCollection& other) {
   if (items_.use_count() != 1 || other.items_.use_count() != 1) return false;
   items_.swap(other.items_);
   return true;
