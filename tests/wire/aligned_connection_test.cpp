@@ -7,20 +7,15 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <functional>
-#include <memory>
 #include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "support/level1_wire.h"
-#include "support/manual_loop.h"
 #include "support/memory_shortage.h"
-#include "support/memory_winsock.h"
+#include "wire/aligned_client.h"
 #include "wire/message_aligner.h"
-#include "wire/observed_sockets.h"
 
 namespace mirelo::wire {
 namespace {
@@ -31,50 +26,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::Level1Wire;
-using testing::ManualLoop;
-using testing::MemoryWinsock;
 using ::testing::SizeIs;
 
-constexpr const char* kAccepted = "OK<STREAMER>A.SDF</STREAMER>";
-constexpr const char* kRefused = "LO<STATUSCODE>1</STATUSCODE>";
-
-class Client : public host::BytesTransferEvents, public host::ConnectionEvents {
- public:
-  void OnBytesReceived(SocketConnection&, std::span<const std::uint8_t> bytes) override {
-    messages.emplace_back(bytes.begin(), bytes.end());
-    if (at_message) at_message();
-  }
-  void OnDisconnected(SocketConnection&, const std::string& reason) override { ends.push_back(reason); }
-
-  std::vector<std::string> messages;
-  std::vector<std::string> ends;
-  std::function<void()> at_message;
-};
-
-class AlignedConnection : public ::testing::Test {
- protected:
-  AlignedConnection() {
-    sockets.Told.Subscribe([this](const std::string& line) { told.push_back(line); });
-    sockets.Dropped.Subscribe([this](const std::string& reason) { dropped.push_back(reason); });
-    connection->Subscribe(std::shared_ptr<host::BytesTransferEvents>(client),
-                          SocketConnection::kBytesTransfer);
-    connection->Subscribe(std::shared_ptr<host::ConnectionEvents>(client),
-                          SocketConnection::kConnectionEvents);
-    Connect();
-  }
-  void Connect() { connection->Connect(*sockets.CreateAddress(host::WinsockLibrary::kInet)); }
-  void Deliver(const std::string& bytes) { winsock.Newest().Deliver(bytes); }
-  static std::string Record(const char* symbol) { return Level1Wire().Symbol(symbol).Last(1); }
-
-  ManualLoop loop;
-  MemoryWinsock winsock;
-  ObservedSockets sockets{winsock, loop};
-  std::shared_ptr<SocketConnection> connection = sockets.CreateConnection(*sockets.FindProtocol(
-      host::WinsockLibrary::kInet, host::WinsockLibrary::kStream, host::WinsockLibrary::kTcp));
-  std::shared_ptr<Client> client = std::make_shared<Client>();
-  std::vector<std::string> told;
-  std::vector<std::string> dropped;
-};
+class AlignedConnection : public testing::ConnectedClient {};
 
 TEST_F(AlignedConnection, GivesWholeMessagesHoweverTheyCome) {
   for (const char byte : std::string(kAccepted)) Deliver({byte});
@@ -341,72 +295,6 @@ TEST_F(AlignedConnection, ShowsEachMessageBeforeItsSinkGetsIt) {
   Deliver("CODE><STATUSDESC></STATUSDESC>" + Record("A"));
   EXPECT_EQ(shown, client->messages);
   EXPECT_EQ(shown.size(), 2U);
-}
-
-// For whoever asks what became of them.
-class AbandonedMessages : public AlignedConnection {
- protected:
-  AbandonedMessages() {
-    sockets.Abandoned.Subscribe(
-        [this](std::span<const std::uint8_t> bytes) { abandoned.emplace_back(bytes.begin(), bytes.end()); });
-  }
-
-  const std::string beginning = Record("C").substr(0, 10);
-  std::vector<std::string> abandoned;
-};
-
-TEST_F(AbandonedMessages, AreToldWhereASinkHangsUp) {
-  client->at_message = [this] { connection->Disconnect(); };
-  Deliver(kAccepted + Record("A") + kAccepted + beginning);
-  EXPECT_THAT(client->messages, ElementsAre(kAccepted));
-  EXPECT_THAT(abandoned, ElementsAre(Record("A") + kAccepted + beginning));
-  connection.reset();
-  EXPECT_EQ(abandoned.size(), 1U) << "once";
-}
-
-TEST_F(AbandonedMessages, AreToldWhereWhoeverIsShownOneHangsUp) {
-  sockets.Delivered.Subscribe([this](std::span<const std::uint8_t>) { connection->Disconnect(); });
-  Deliver(Record("A") + kAccepted);
-  EXPECT_THAT(client->messages, IsEmpty());
-  EXPECT_THAT(abandoned, ElementsAre(kAccepted, Record("A")));
-}
-
-TEST_F(AbandonedMessages, AreToldWhereWhoeverHearsOfTheirBytesHangsUp) {
-  sockets.Received.Subscribe([this](std::span<const std::uint8_t>) { connection->Disconnect(); });
-  Deliver(Record("A") + kAccepted);
-  EXPECT_THAT(client->messages, IsEmpty());
-  EXPECT_THAT(abandoned, ElementsAre(Record("A") + kAccepted));
-}
-
-TEST_F(AbandonedMessages, AreToldWhereTheConnectionIsGivenUp) {
-  const std::string part(std::size_t{1} << 20, 'x');
-  client->at_message = [&] {
-    for (int i = 0; i < 20; ++i) Deliver(part);
-  };
-  Deliver(kRefused);
-  Deliver("<");
-  loop.Advance(MessageAligner::kLongPatience);
-  ASSERT_FALSE(abandoned.empty());
-  EXPECT_EQ(abandoned.front().size(), 17 * part.size());
-}
-
-TEST_F(AbandonedMessages, AreToldWhereItBeginsAnew) {
-  Deliver(beginning);
-  Connect();
-  EXPECT_THAT(abandoned, ElementsAre(beginning));
-}
-
-TEST_F(AbandonedMessages, AreToldWhereItIsLetGo) {
-  Deliver(beginning);
-  connection.reset();
-  EXPECT_THAT(abandoned, ElementsAre(beginning));
-}
-
-TEST_F(AbandonedMessages, AreNoneWhereNothingWaits) {
-  Deliver(kAccepted + Record("A"));
-  connection->Disconnect();
-  connection.reset();
-  EXPECT_THAT(abandoned, IsEmpty());
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include "automation/number.h"
 #include "host/excel/comment.h"
 #include "host/excel/interior.h"
-#include "support/logging_registry.h"
-#include "worksheet/conditions_of.h"
 #include "worksheet/go_test.h"
 
 namespace mirelo::testing {
@@ -14,13 +12,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class QuoteTable : public GoTest {
- protected:
-  // The texts of the two lists, as stored.
-  Texts StoredLists() {
-    return {Stored("Settings", "ListLeft").ToText(), Stored("Settings", "ListRight").ToText()};
-  }
-};
+class QuoteTable : public GoTest {};
 
 TEST_F(QuoteTable, HasACaptionHeadersAndTickers) {
   Columns("Ticker,Last,Change");
@@ -212,168 +204,6 @@ TEST_F(QuoteTable, LeavesTheDialogUpWithoutTickers) {
     // The message's exit leaves a name behind.
     EXPECT_THAT(CallStack(), ElementsAre("Mirelo.cMirelo.LoadFrmMirelo", "Mirelo.frmMirelo.ButGo_Click"));
   });
-}
-
-// The lists
-
-TEST_F(QuoteTable, StoresTheListsOfColumns) {
-  Save("ListLeft", "Open,Tick");
-  Columns("Ticker,Bid,Last");
-  Go({"MSFT"}, [](frmMirelo& form) {
-    form.C1TTickersSettings.UserSelect(kFields);
-    form.ListRight.UserSelect(2);
-    form.ButUp.Enabled(true);
-    form.ListLeft.UserDoubleClick(0);
-  });
-  EXPECT_THAT(StoredLists(), ElementsAre("Tick", "Ticker,Bid,Last,Open"));
-}
-
-TEST_F(QuoteTable, StoresTheListsBehindAllOtherSettings) {
-  LoggingRegistry log(registry);
-  host.Use(log);
-  Go({"MSFT"});
-  host.Use(registry);
-  Texts names;
-  for (const auto& write : log.writes) {
-    if (write.section == "Settings") names.push_back(write.name);
-  }
-  ASSERT_GE(names.size(), 3U);
-  EXPECT_THAT(Texts(names.end() - 3, names.end()),
-              ElementsAre("DisplacementMinute", "ListLeft", "ListRight"));
-}
-
-// Settings that cannot be stored are passed over in silence, but not the lists.
-
-TEST_F(QuoteTable, ReportsThatItsListsCannotBeStoredAndIsBuiltAllTheSame) {
-  tracker.on_request = [&](const std::string&) { registry.FailAlways("RegSetValueExA"); };
-  Answers({"IGNORE", "IGNORE"});
-  EXPECT_EQ(Go({"MSFT"}), 78);
-  EXPECT_THAT(ReportedRoutines(), ElementsAre("Mirelo.frmMirelo.save_settings_and_create_table",
-                                              "Mirelo.frmMirelo.save_settings_and_create_table"));
-  EXPECT_EQ(Text("A2"), "Ticker");
-  EXPECT_THAT(StoredLists(), ElementsAre("", ""));
-}
-
-TEST_F(QuoteTable, StoresItsListsOnceTheyCanBe) {
-  Columns("Ticker,Last");
-  tracker.on_request = [&](const std::string&) { registry.FailAlways("RegSetValueExA"); };
-  Answers({"RETRY"});
-  Mend([&] { registry.Fail("RegSetValueExA", 1000); });
-  EXPECT_EQ(Go({"MSFT"}), 78);
-  EXPECT_EQ(desktop.reports.size(), 1U);
-  EXPECT_EQ(StoredLists().back(), "Ticker,Last");
-}
-
-TEST_F(QuoteTable, IsNotBegunWhenStoringItsListsIsAborted) {
-  tracker.on_request = [&](const std::string&) { registry.FailAlways("RegSetValueExA"); };
-  Answers({"ABORT"});
-  EXPECT_EQ(Go({"MSFT"}), 2);
-  EXPECT_THAT(SheetNames(), ElementsAre("Sheet1"));
-  EXPECT_TRUE(Excel().ScreenUpdating());
-}
-
-TEST_F(QuoteTable, StoresAnEmptyListAsAnEmptyText) {
-  Save("ListLeft", "Open");
-  Columns("Ticker,Bid");
-  Go({"MSFT"}, [](frmMirelo& form) {
-    form.C1TTickersSettings.UserSelect(kFields);
-    form.ListLeft.UserDoubleClick(0);
-  });
-  EXPECT_THAT(StoredLists(), ElementsAre("", "Ticker,Bid,Open"));
-}
-
-// An old table
-
-TEST_F(QuoteTable, LosesTheColumnsThatItHadBefore) {
-  Columns("Ticker,Last,Change,Bid,Ask,Date,Time");
-  Go({"MSFT"});
-  Cell("G3")->Value("an old quote");
-  Go({"MSFT"}, [](frmMirelo& form) {
-    form.C1TTickersSettings.UserSelect(kFields);
-    for (int i = 0; i < 4; ++i) form.ListRight.UserDoubleClick(3);
-  });
-  EXPECT_THAT(Row("A2", 7), ElementsAre("Ticker", "Last", "Change", "", "", "", ""));
-  EXPECT_EQ(Text("G3"), "");
-  EXPECT_EQ(Cell("G3")->NumberFormat(), Variant("General"));
-}
-
-TEST_F(QuoteTable, CountsOnlyTheColumnsThatTheDialogKnewOfAnOldOne) {
-  Sheets()->Item(1)->Name("Dovanta2_Quotes");
-  for (const auto& [cell, text] : std::initializer_list<std::pair<const char*, const char*>>{{"A2", "Ticker"},
-                                                                                             {"B2", "Last"},
-                                                                                             {"C2", "Profit"},
-                                                                                             {"D2", "last"},
-                                                                                             {"E2", "Mine"},
-                                                                                             {"A3", "MSFT"}})
-    Cell(cell)->Value(text);
-  Go({"MSFT"});
-  // Three headers were known, the repeated one among them; two columns are left.
-  EXPECT_THAT(Row("A2", 5), ElementsAre("Ticker", "Last", "", "last", "Mine"));
-}
-
-TEST_F(QuoteTable, KeepsTheColumnsOfAnOldOneThatTheDialogDidNotRead) {
-  Columns("Ticker,Last");
-  Sheets()->Item(1)->Name("Dovanta2_Quotes");
-  for (const char* cell : {"A2", "B2", "C2", "D2"}) Cell(cell)->Value("Bid");  // and no ticker below
-  Go({"MSFT"});
-  EXPECT_THAT(Row("A2", 5), ElementsAre("Ticker", "Last", "Bid", "Bid", ""));
-}
-
-TEST_F(QuoteTable, LosesOneBlockOfRowsBelowIt) {
-  Go({"A", "B", "C", "D", "E"});
-  Go({"X", "Y", "Z"});
-  // The table ends at row 5; row 6 went, and the old row 7 moved up.
-  EXPECT_THAT(Column("A3", 6), ElementsAre("X", "Y", "Z", "E", "", ""));
-}
-
-TEST_F(QuoteTable, LosesTheRowsDownToTheNextFilledCell) {
-  Go({"A"});
-  Cell("A9")->Value("far");
-  Cell("B7")->Value("between");
-  Go({"A"});
-  EXPECT_THAT(Column("A3", 6), ElementsAre("A", "", "", "", "", ""));
-  EXPECT_EQ(Text("B7"), "");
-}
-
-TEST_F(QuoteTable, LosesNoRowsDownToTheLastButOneOfTheSheet) {
-  Go({"A"});
-  const std::int32_t limit = Cell("A1")->Worksheet()->Rows()->Count() - 1;
-  const auto below = [&](std::int32_t row) { return Cell("A1")->Cells(row, 1); };
-  Cell("B7")->Value("between");
-  below(limit)->Value("far");
-  Go({"A"});
-  EXPECT_EQ(Text("B7"), "between");
-  EXPECT_EQ(below(limit)->Value(), Variant("far"));
-
-  below(limit - 1)->Value("not so far");
-  Go({"A"});
-  EXPECT_EQ(Text("B7"), "");
-  EXPECT_TRUE(below(limit - 1)->Value().IsEmpty());
-  EXPECT_EQ(below(4)->Value(), Variant("far")) << "the cells below moved up";
-}
-
-TEST_F(QuoteTable, LeavesAColumnThatIsEmptyBelowIt) {
-  Sheets()->Item(1)->Name("Dovanta2_Quotes");
-  Cell("C20")->Value("note");
-  Go({"A"});
-  EXPECT_EQ(Text("C20"), "note");
-}
-
-TEST_F(QuoteTable, LosesFormatsValuesAndCommentsThatWereInIt) {
-  Columns("Ticker,Last,Tick");
-  Go({"A", "B"});
-  Cell("B3")->Value(26.5);
-  Cell("B4")->NumberFormat("@");
-  Cell("C4")->NumberFormat("@");
-  for (const char* cell : {"A2", "C4"}) Cell(cell)->AddComment("note");
-  Cell("C3")->FormatConditions()->Add(host::excel::xlCellValue, host::excel::xlEqual, "1");
-  Go({"A", "B"});
-  EXPECT_EQ(Text("B3"), "");
-  EXPECT_EQ(Cell("B4")->NumberFormat(), Variant("0.00"));
-  EXPECT_EQ(Cell("C4")->NumberFormat(), Variant("General"));
-  EXPECT_EQ(Cell("A2")->Comment(), nullptr);
-  EXPECT_EQ(Cell("C4")->Comment(), nullptr);
-  EXPECT_THAT(ConditionsOf(*Cell("A2:C4")), IsEmpty());
 }
 
 // Vertical tables
