@@ -61,9 +61,13 @@ std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::str
   const auto address = As<css::sheet::XCellAddressable>(cell.FirstCell())->getCellAddress();
   As<css::sheet::XSheetAnnotationsSupplier>(cell.sheet->Get())
       ->getAnnotations()
-      ->insertNew(address, OfficeText(text.empty() ? " " : CleanText(text)));
+      ->insertNew(address, OfficeText(" "));
   const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell.FirstCell())->getAnnotation();
   As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape()->setSize(kBoxSize);
+  // Not inserted with its text: the office would look for a box that fits, which takes four times as long as
+  // to lay a long text into the one that is wanted, and would drop an empty last line.
+  const auto shown = OfficeText(CleanText(text));
+  if (!shown.isEmpty()) As<css::text::XSimpleText>(note)->setString(shown);
   return std::make_shared<CommentObject>(cell);
 }
 
