@@ -88,13 +88,14 @@ class EndsWell:
 
 def sanitizer():
     """What an office is to find in its environment to load an extension that was built with the address sanitizer. It is no such
-    program itself: its leaks, and how it frees what it made, are its own affair."""
+    program itself: its leaks, and how it frees what it made, are its own affair. What a report tells of where memory came
+    from ends with the second caller, since an office allocates much; without malloc_context_size it tells thirty."""
     runtime = os.environ.get("MIRELO_SANITIZER_RUNTIME")
     if not runtime:
         return {}
     return {
         "LD_PRELOAD": runtime,
-        "ASAN_OPTIONS": "detect_leaks=0:alloc_dealloc_mismatch=0:detect_odr_violation=0:quarantine_size_mb=32",
+        "ASAN_OPTIONS": "detect_leaks=0:alloc_dealloc_mismatch=0:detect_odr_violation=0:quarantine_size_mb=32:malloc_context_size=2",
     }
 
 
