@@ -59,7 +59,7 @@ class Day(unittest.TestCase):
         with StandIn(BUILD / "bin") as tracker, Relay(tracker.stream_port) as relay:
             ports = {f"MIRELO_{name}": str(port) for name, port in {**ports, "RELAY": relay.port}.items()}
             office = Office(folder, {**environment, **ports})
-            office.install(BUILD / "mirelo.oxt")
+            office.install()
             office.add_macros(Tests=macros("Day"))
             be_asked(tracker, environment, relay.port)
             build_tables(folder / "quotes.xlsx", environment)

@@ -11,7 +11,7 @@ import threading
 import time
 import unittest
 
-from office import Office, as_stored, be_asked, macros, notes_in
+from office import EXTENSION, Office, as_stored, be_asked, macros, notes_in
 from support import BUILD, StandIn
 
 HERE = pathlib.Path(__file__).parent
@@ -61,7 +61,7 @@ class Dialogs(unittest.TestCase):
         with StandIn(BUILD / "bin") as tracker, Mute(folder) as mute:
             be_asked(tracker, environment)
             office = Office(folder, {**environment, "MIRELO_MUTE_PORT": str(as_stored(mute.port))}, headless=False)
-            office.install(BUILD / "mirelo.oxt")
+            office.install()
             office.add_macros(Tests=macros("Dialogs"))
             cls.code = office.run("Tests.Dialogs.Main")
         cls.left = time.time()
@@ -69,7 +69,7 @@ class Dialogs(unittest.TestCase):
         cls.notes = notes_in(folder)
         opened = folder / "opened"
         cls.opened = opened.read_text() if opened.exists() else None
-        cls.extension = folder / "extensions" / "mirelo.oxt"
+        cls.extension = folder / "extensions" / EXTENSION.name
 
     def test_reach_their_end_and_the_office_ends_well(self):
         self.assertEqual(self.notes.get("failed"), None, self.notes)

@@ -36,7 +36,7 @@ class Edits(EndsWell, unittest.TestCase):
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
         write_day(folder / "day.csv")
         office = Office(folder, environment)
-        office.install(BUILD / "mirelo.oxt")
+        office.install()
         office.add_macros(Tests=macros("Edits"))
         with StandIn(BUILD / "bin", "--replay", folder / "day.csv", "--speed", str(SPEED), "--rate", "40", "--kinds", "L1") as tracker:
             be_asked(tracker, environment)

@@ -61,7 +61,7 @@ class Functions(unittest.TestCase):
                 "MIRELO_CONNECTIONS": str(folder / "connections"),
             }
             office = Office(folder, environment)
-            office.install(BUILD / "mirelo.oxt")
+            office.install()
             office.add_macros(Tests=macros("Functions"))
             mirelo = BUILD / "bin" / "mirelo"
             run(mirelo, "settings", "set", "SocketPort", tracker.stream_port, env=environment)

@@ -84,7 +84,7 @@ class Hour(unittest.TestCase):
             be_asked(tracker, environment)
             build_tables(folder / "quotes.xlsx", environment)
             office = Office(folder, {**environment, "DISPLAY": screen.display}, plugin="gen", headless=False)
-            office.install(BUILD / "mirelo.oxt")
+            office.install()
             office.add_macros(Tests=macros("Hour"))
             person = Person(screen.display, folder / "wish")
             person.start()

@@ -18,7 +18,7 @@ class Kills(unittest.TestCase):
         self.folder = pathlib.Path(home.name)
         self.environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name}
         self.office = Office(self.folder, self.environment)
-        self.office.install(BUILD / "mirelo.oxt")
+        self.office.install()
         self.office.add_macros(Tests=macros("Kills"))
 
     def start_stand_in(self, **more):

@@ -25,7 +25,7 @@ class Macros(WrittenQuotes, unittest.TestCase):
         environment["MIRELO_TABLE"] = str(table)
         environment["PYTHONDONTWRITEBYTECODE"] = "1"
         office = Office(folder, environment, headless=False)  # which shows no dialog
-        office.install(BUILD / "mirelo.oxt")
+        office.install()
         office.add_macros(Examples=SOURCE / "examples/calc/Quotes.bas", Tests=macros("Driver"))
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)

@@ -45,7 +45,7 @@ class Many(EndsWell, unittest.TestCase):
             be_asked(tracker, environment)
             build_tables(folder / "quotes.xlsx", environment, "--history", "Last,Volume", columns="Ticker,Last,Volume")
         office = Office(folder, environment)
-        office.install(BUILD / "mirelo.oxt")
+        office.install()
         office.add_macros(Tests=macros("Many"))
         replay = ["--replay", folder / "day.csv", "--rate", "max", "--kinds", "L1", "--count-quotes"]
         with ThreadPoolExecutor(1) as pool:

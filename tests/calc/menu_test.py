@@ -7,9 +7,10 @@ import re
 import tempfile
 import unittest
 import zipfile
+import zlib
 from xml.etree import ElementTree
 
-from office import OFFICE, Office, macros, notes_in
+from office import EXTENSION, OFFICE, Office, macros, notes_in
 from support import BUILD, SOURCE
 
 NAME = "{http://openoffice.org/2001/registry}name"
@@ -26,7 +27,7 @@ class Menu(unittest.TestCase):
         (folder / "loaded.sh").chmod(0o700)
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name, "MIRELO_NOTES": str(notes)}
         office = Office(folder, environment)
-        office.install(BUILD / "mirelo.oxt")
+        office.install()
         office.add_macros(Tests=macros("Menu"))
         cls.code = office.run("Tests.Menu.Main")
         cls.log = office.log()
@@ -75,6 +76,13 @@ class Menu(unittest.TestCase):
             manifest = packed.read("META-INF/manifest.xml").decode()
         self.assertIn(f'<platform value="linux_{machine}"/>', description)
         self.assertEqual(set(re.findall(r";platform=(\w+)", manifest)), {f"Linux_{machine}"})
+
+    # What the tests load is the folder, and what people get is what was packed.
+    def test_is_packed_as_it_stands_in_its_folder(self):
+        files = [file for file in EXTENSION.rglob("*") if file.is_file()]
+        with zipfile.ZipFile(BUILD / "mirelo.oxt") as packed:
+            in_package = {part.filename: part.CRC for part in packed.infolist() if not part.is_dir()}
+        self.assertEqual(in_package, {str(file.relative_to(EXTENSION)): zlib.crc32(file.read_bytes()) for file in files})
 
     def test_says_that_no_quotes_are_coming(self):
         self.assertIn("No quotes are coming", self.log)

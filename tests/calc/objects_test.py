@@ -21,7 +21,7 @@ class Objects(unittest.TestCase):
             environment = {"PATH": os.environ["PATH"], "HOME": home, "MIRELO_NOTES": str(notes)}
             environment |= {name: os.environ[name] for name in ("MIRELO_FILTER",) if name in os.environ}
             office = Office(folder, environment)
-            office.install_folder(BUILD / "tests" / "calc" / "object_tests")
+            office.install(BUILD / "tests" / "calc" / "object_tests")
             office.add_macros(Tests=HERE / "views" / "Driver.bas")
             code = office.run("Tests.Driver.Main", patience=PATIENCE)
             log = office.log()

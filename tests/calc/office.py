@@ -5,12 +5,12 @@ import pathlib
 import shutil
 import subprocess
 import time
-import zipfile
 from xml.sax.saxutils import escape
 
 from support import BUILD, SOURCE, run
 
 OFFICE = pathlib.Path(os.environ["MIRELO_OFFICE"])
+EXTENSION = BUILD / "extension"  # of which mirelo.oxt is packed
 
 PATIENCE = 120  # seconds, over all starts: machines that build or test beside it take a while
 STARTED_FOR_ITS_PROFILE = 81  # the office wants to be started again
@@ -113,14 +113,11 @@ class Office:
         user.mkdir(parents=True, exist_ok=True)
         shutil.copy(pathlib.Path(SOURCE) / "tests" / "support" / "office_settings.xcu", user / "registrymodifications.xcu")
 
-    def install(self, extension):
-        """As the extensions that come with an office for all users: unpacked."""
-        with zipfile.ZipFile(extension) as packed:
-            packed.extractall(self.folder / "extensions" / pathlib.Path(extension).name)
-
-    def install_folder(self, extension):
+    def install(self, extension=EXTENSION):
+        """As the extensions that come with an office for all users: unpacked. The build's own folder, which offices only read:
+        with the sanitizers in it, to unpack it takes longer than the office's start."""
         (self.folder / "extensions").mkdir(exist_ok=True)
-        (self.folder / "extensions" / pathlib.Path(extension).name).symlink_to(extension)
+        (self.folder / "extensions" / extension.name).symlink_to(extension)
 
     def add_macros(self, **libraries):
         """Libraries by their names: a file of Basic, or several, each of which is a module."""

@@ -23,7 +23,7 @@ class Python(WrittenQuotes, unittest.TestCase):
         folder = pathlib.Path(home.name)
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "PYTHONDONTWRITEBYTECODE": "1"}
         office = Office(folder, environment)
-        office.install(BUILD / "mirelo.oxt")
+        office.install()
         office.add_macros(Tests=macros("Python"))
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)

@@ -20,7 +20,7 @@ class Threads(unittest.TestCase):
         folder = pathlib.Path(home.name)
         environment = {"PATH": os.environ["PATH"], "HOME": home.name, "MIRELO_FOLDER": home.name, "PYTHONDONTWRITEBYTECODE": "1"}
         office = Office(folder, environment)
-        office.install(BUILD / "mirelo.oxt")
+        office.install()
         office.add_macros(Tests=macros("Threads"))
         scripts = folder / "profile" / "user" / "Scripts" / "python"
         scripts.mkdir(parents=True)

@@ -21,7 +21,7 @@ class Views(unittest.TestCase):
             environment = {"PATH": os.environ["PATH"], "HOME": home, "MIRELO_NOTES": str(notes)}
             environment |= {name: os.environ[name] for name in ("MIRELO_FILTER",) if name in os.environ}
             office = Office(folder, environment, headless=False)
-            office.install_folder(BUILD / "tests" / "calc" / "view_tests")
+            office.install(BUILD / "tests" / "calc" / "view_tests")
             office.add_macros(Tests=HERE / "views" / "Driver.bas")
             with StandIn(BUILD / "bin") as tracker:
                 office.environment["MIRELO_HTTP_PORT"] = str(tracker.http_port)

@@ -26,7 +26,7 @@ class Windows(EndsWell, unittest.TestCase):
             build_tables(folder / "quotes.xlsx", environment)
             shutil.copy(folder / "quotes.xlsx", folder / "more.xlsx")
             office = Office(folder, {**environment, "MIRELO_MUTE_PORT": str(as_stored(mute.http_port))})
-            office.install(BUILD / "mirelo.oxt")
+            office.install()
             office.add_macros(Tests=macros("Windows"))
             cls.code = office.run("Tests.Windows.Main")
         cls.log = office.log()

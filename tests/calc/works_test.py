@@ -47,7 +47,7 @@ class Works(EndsWell, unittest.TestCase):
             wishes = ["--history", "Last,Volume", "--set", "RowsLimit=0"]
             build_tables(folder / "quotes.xlsx", environment, *wishes, columns="Ticker,Last,Volume")
         office = Office(folder, environment)
-        office.install(BUILD / "mirelo.oxt")
+        office.install()
         office.add_macros(Tests=macros("Works"))
         replay = ["--replay", folder / "day.csv", "--speed", str(SPEED), "--rate", "1000", "--kinds", "L1"]
         with ThreadPoolExecutor(1) as pool:
