@@ -244,9 +244,13 @@ Function TenFormulas(First As Integer)
   TenFormulas = Formulas
 End Function
 
-' Of anybody to the port of the stream, as the test has counted them just now.
+' Of anybody to the port of the stream, as the test counts them where the file is gone.
 Function Connections() As Integer
   Dim Number As Integer, Entry As String
+  If FileExists(Environ("MIRELO_CONNECTIONS")) Then Kill Environ("MIRELO_CONNECTIONS")
+  Do While Not FileExists(Environ("MIRELO_CONNECTIONS"))
+    Turn(20)
+  Loop
   Number = FreeFile
   Open Environ("MIRELO_CONNECTIONS") For Input As #Number
   Line Input #Number, Entry
@@ -256,12 +260,14 @@ End Function
 
 ' A change of the tickers ends one and begins another.
 Sub NoteConnections(Title As String, Count As Integer)
-  Dim Began
+  Dim Began, Found As Integer
   Began = Timer
-  Do While Connections() <> Count And Timer < Began + 2 * Patience
-    Turn(50)
+  Found = Connections()
+  Do While Found <> Count And Timer < Began + 2 * Patience
+    Turn(200)
+    Found = Connections()
   Loop
-  Note(Title, Connections())
+  Note(Title, Found)
 End Sub
 
 Sub WaitForNumber(Sheet, Place As String)
