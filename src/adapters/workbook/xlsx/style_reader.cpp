@@ -133,11 +133,10 @@ class StyleReader {
   Style ReadFormat(pugi::xml_node node) {
     Style style;
     style.number_format = NumberFormatOf(Number<std::int32_t>(node, "numFmtId").value_or(0));
-    style.font = At(fonts_, node, "fontId");
-    style.fill = At(fills_, node, "fillId");
-    is_lossy_ = is_lossy_ || IsLossy(lossy_fonts_, node, "fontId") || IsLossy(lossy_fills_, node, "fillId");
-    style.border = At(borders_, node, "borderId");
-    style.alignment = ReadAlignment(Child(node, "alignment"));
+    style.font = At(fonts_, lossy_fonts_, node, "fontId");
+    style.fill = At(fills_, lossy_fills_, node, "fillId");
+    style.border = At(borders_, {}, node, "borderId");
+    if (const pugi::xml_node alignment = Child(node, "alignment")) style.alignment = ReadAlignment(alignment);
     if (Number<std::uint32_t>(node, "xfId").value_or(0) != 0) {
       Lose("The names of cell styles are not kept; the cells look the same.");
     }
@@ -182,9 +181,12 @@ class StyleReader {
     return "General";
   }
 
+  // The item that an attribute names; `lossy` tells of which something is lost.
   template <class T>
-  T At(const std::vector<T>& list, pugi::xml_node node, std::string_view attribute) const {
+  T At(const std::vector<T>& list, const std::vector<bool>& lossy, pugi::xml_node node,
+       std::string_view attribute) {
     const auto index = Number<std::size_t>(node, attribute).value_or(0);
+    if (index < lossy.size() && lossy[index]) is_lossy_ = true;
     if (index < list.size()) return list[index];
     if (index == 0) return T();
     throw Damaged(xml_.name(), std::string(attribute) + " " + std::to_string(index) + " does not exist");
@@ -222,11 +224,6 @@ class StyleReader {
     auto item = read_one();
     lossy.push_back(is_lossy_);
     return item;
-  }
-
-  static bool IsLossy(const std::vector<bool>& lossy, pugi::xml_node node, std::string_view attribute) {
-    const auto index = Number<std::size_t>(node, attribute).value_or(0);
-    return index < lossy.size() && lossy[index];
   }
 
   XmlPart xml_;

@@ -1,8 +1,6 @@
 #include "adapters/workbook/xlsx/xml_part.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <cstring>
 
 #include "adapters/workbook/xlsx/library_memory.h"
 
@@ -33,6 +31,14 @@ bool IsDeeperThan(pugi::xml_node root, int depth) {
   return false;
 }
 
+// Names are short and asked for many times a cell: each takes less than to be measured and compared at once.
+bool Is(const char* text, std::string_view name) {
+  for (const char letter : name) {
+    if (*text++ != letter) return false;
+  }
+  return *text == '\0';
+}
+
 pugi::xml_attribute Find(pugi::xml_node node, std::string_view name) {
   pugi::xml_attribute attribute = node.first_attribute();
   while (attribute && !IsNamed(attribute.name(), name)) attribute = attribute.next_attribute();
@@ -48,9 +54,9 @@ std::string_view LocalName(pugi::xml_node node) {
 }
 
 bool IsNamed(const char* full_name, std::string_view name) {
-  if (name == full_name) return true;
-  const char* colon = std::strchr(full_name, ':');
-  return colon != nullptr && name == colon + 1;
+  if (Is(full_name, name)) return true;
+  while (*full_name != '\0' && *full_name != ':') ++full_name;
+  return *full_name == ':' && Is(full_name + 1, name);
 }
 
 pugi::xml_node Child(pugi::xml_node node, std::string_view name) {
@@ -88,8 +94,9 @@ std::string_view Text(pugi::xml_node node, std::string& buffer) {
 XmlPart::XmlPart(Package& package, const std::string& part, std::string_view root)
     : name_(part), text_(package.Read(part)) {
   // Each takes many times its length in memory.
-  const auto nodes = std::count_if(text_.begin(), text_.end(), [](char c) { return c == '<' || c == '='; });
-  if (static_cast<std::size_t>(nodes) > package.limits().nodes) throw Damaged(name_, "too many elements");
+  std::size_t nodes = 0;
+  for (const char c : std::string_view(text_)) nodes += c == '<' || c == '=' ? 1 : 0;
+  if (nodes > package.limits().nodes) throw Damaged(name_, "too many elements");
   const pugi::xml_parse_result result = document_.load_buffer_inplace(text_.data(), text_.size(), kParsing);
   if (!result) {
     RequireMemory(result);
