@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -160,9 +161,15 @@ class BurstOfADay : public BurstOfQuotes {
         arguments.insert(arguments.end(), {"--tick", ticker + field});
     app::ChildProcess mirelo(kProgramFolder / "mirelo", arguments);
     const auto end = std::chrono::steady_clock::now() + kBurstPatience;
-    while (NewestPrice(burst) != burst.QuotesOfEach() && mirelo.IsRunning() &&
-           std::chrono::steady_clock::now() < end)
-      std::this_thread::sleep_for(200ms);
+    std::filesystem::file_time_type looked_at{};
+    for (bool complete = false; !complete && mirelo.IsRunning() && std::chrono::steady_clock::now() < end;) {
+      std::this_thread::sleep_for(50ms);
+      std::error_code none_yet;
+      const auto saved = std::filesystem::last_write_time(file_, none_yet);
+      if (none_yet || saved == looked_at) continue;  // a look reads the whole file
+      looked_at = saved;
+      complete = NewestPrice(burst) == burst.QuotesOfEach();
+    }
     mirelo.Signal(SIGINT);
     EXPECT_EQ(mirelo.Wait(kBurstPatience), 0);
   }
@@ -174,8 +181,9 @@ class BurstOfADay : public BurstOfQuotes {
 
   // Of the last ticker, in the saved quote table.
   double NewestPrice(const Burst& burst) const {
-    if (!std::filesystem::exists(file_)) return 0;
-    const auto spreadsheet = workbook::Spreadsheet::Open(file_);
+    return NewestPrice(workbook::Spreadsheet::Open(file_), burst);
+  }
+  static double NewestPrice(const workbook::Spreadsheet& spreadsheet, const Burst& burst) {
     const auto row = static_cast<std::int32_t>(burst.Tickers().size()) + 2;
     const Variant price =
         spreadsheet.Application()->Worksheets()->Item("Dovanta2_Quotes")->Cells(row, 2)->Value();
@@ -209,8 +217,8 @@ TEST_F(BurstOfADay, StandsInTheHistoryInTheOrderSentAndItsNewestInTheTable) {
     const Burst burst({"MSFT", "IBM", "GE", "INTC"}, 12'100);
     const auto server = Play([&](const std::string& file) { burst.WriteSession(file, c.goes, c.pause); });
     Live(burst, *server);
-    EXPECT_EQ(NewestPrice(burst), burst.QuotesOfEach());
     const auto spreadsheet = workbook::Spreadsheet::Open(file_);
+    EXPECT_EQ(NewestPrice(spreadsheet, burst), burst.QuotesOfEach());
     for (const std::string& ticker : burst.Tickers()) {
       SCOPED_TRACE(ticker);
       std::vector<double> sent;
