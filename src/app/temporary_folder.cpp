@@ -28,8 +28,9 @@ constexpr std::string_view kFolderRest = "XXXXXX";
 constexpr std::time_t kNewFor = 60;  // seconds
 
 // The folder itself is not locked: who keeps something in it may lock that.
-int OpenLockIn(const fs::path& folder) {
-  return ::open((folder / "alive").c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
+proc::Descriptor OpenLockIn(const fs::path& folder) {
+  return proc::Descriptor(
+      ::open((folder / "alive").c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
 }
 
 bool IsOldAndOwn(const fs::path& folder) {
@@ -40,11 +41,10 @@ bool IsOldAndOwn(const fs::path& folder) {
 
 void RemoveIfLeft(const fs::path& folder) {
   if (!IsOldAndOwn(folder)) return;
-  const int lock = OpenLockIn(folder);
-  if (lock < 0) return;
+  const proc::Descriptor lock = OpenLockIn(folder);
+  if (!lock.IsOpen()) return;
   std::error_code ignored;
-  if (::flock(lock, LOCK_EX | LOCK_NB) == 0) fs::remove_all(folder, ignored);
-  ::close(lock);
+  if (::flock(lock.number(), LOCK_EX | LOCK_NB) == 0) fs::remove_all(folder, ignored);
 }
 
 void RemoveLeftFolders(const fs::path& below) {
@@ -68,13 +68,12 @@ TemporaryFolder::TemporaryFolder() {
   }
   path_ = pattern;
   lock_ = OpenLockIn(path_);
-  if (lock_ >= 0) ::flock(lock_, LOCK_EX | LOCK_NB);
+  if (lock_.IsOpen()) ::flock(lock_.number(), LOCK_EX | LOCK_NB);
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);
-  if (lock_ >= 0) ::close(lock_);
 }
 
 }  // namespace mirelo::app

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "adapters/proc/descriptor.h"
+
 namespace mirelo::app {
 
 // A new folder of this program's own below the system's temporary folder, removed with all it holds at the
@@ -18,7 +20,7 @@ class TemporaryFolder {
 
  private:
   std::filesystem::path path_;
-  int lock_ = -1;  // on a file in it, by which others see that its process is alive
+  proc::Descriptor lock_;  // on a file in it, by which others see that its process is alive
 };
 
 }  // namespace mirelo::app

@@ -90,7 +90,9 @@ Rooms Allowed(const std::string& room) {
       rooms.insert("adapters/poll");  // their loops' steps
     if (room == "adapters/workbook" || room == "adapters/calc")
       rooms.insert("spreadsheet");  // whose rules they keep
-    if (room == "adapters/sqlite" || room == "adapters/sodium") rooms.insert("adapters/proc");  // who locks
+    if (room == "adapters/sqlite" || room == "adapters/sodium" || room == "adapters/csv" ||
+        room == "adapters/workbook")
+      rooms.insert("adapters/proc");  // who locks, and what a process has open
     if (room == "adapters/qt" || room == "adapters/headless" || room == "adapters/ncurses") {
       rooms.insert("terminal");  // they print
     }

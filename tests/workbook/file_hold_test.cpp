@@ -257,7 +257,7 @@ TEST_F(Hold, IsRefusedWhereLockingFails) {
 
 // File systems of networks lock only what is open for writing.
 TEST_F(Hold, IsTriedWithAFileOpenForWriting) {
-  const auto mode_of = [](const workbook::Descriptor& descriptor) {
+  const auto mode_of = [](const proc::Descriptor& descriptor) {
     return ::fcntl(descriptor.number(), F_GETFL) & O_ACCMODE;
   };
   WriteBytes(File(), "mine");

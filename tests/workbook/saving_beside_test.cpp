@@ -18,7 +18,7 @@
 #include <thread>
 #include <vector>
 
-#include "adapters/workbook/descriptor.h"
+#include "adapters/proc/descriptor.h"
 #include "adapters/workbook/file_hold.h"
 #include "support/child_process.h"
 #include "support/error_number.h"
@@ -191,7 +191,7 @@ TEST_F(SavingBeside, KeepsTheHoldOfWhoHasIt) {
     // A copy of this process has its hold, too.
     for (const int number : FileHold::Descriptors()) ::close(number);
     for (std::int32_t number = 0; test.Await(number);) {
-      const auto lock = std::make_unique<workbook::Descriptor>(
+      const auto lock = std::make_unique<proc::Descriptor>(
           ::open(File(".quotes.xlsx.mirelo-lock").c_str(), O_RDWR | O_CLOEXEC));
       test.Report(::flock(lock->number(), LOCK_EX | LOCK_NB) == 0 ? 0 : kHeldNumber);
     }

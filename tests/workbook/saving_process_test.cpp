@@ -25,7 +25,7 @@
 #include <thread>
 #include <vector>
 
-#include "adapters/workbook/descriptor.h"
+#include "adapters/proc/descriptor.h"
 #include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/file_stamp.h"
 #include "adapters/workbook/process_copy.h"
@@ -144,7 +144,7 @@ TEST_F(SavingBeside, HoldsNoConnectionsOpen) {
   Write("new");
   std::array<int, 2> ends{};
   ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()), 0);
-  const workbook::Descriptor peer(ends[1]);
+  const proc::Descriptor peer(ends[1]);
   Begin();
   std::this_thread::sleep_for(100ms);
   ::close(ends[0]);

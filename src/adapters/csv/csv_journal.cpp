@@ -33,15 +33,11 @@ std::string Header(const std::vector<host::DataColumn>& columns) {
 
 }  // namespace
 
-CsvJournal::File::~File() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
 CsvJournal::CsvJournal(std::filesystem::path file, const std::vector<host::DataColumn>& columns)
     : path_(std::move(file)), file_(Open(path_)) {
-  if (file_.descriptor() < 0) Fail(errno);
+  if (file_.number() < 0) Fail(errno);
   struct stat status {};
-  if (::fstat(file_.descriptor(), &status) != 0) Fail(errno);
+  if (::fstat(file_.number(), &status) != 0) Fail(errno);
   if (!S_ISREG(status.st_mode)) Refuse("it is no regular file");
   Lock();
   Begin(Header(columns));
@@ -59,11 +55,11 @@ void CsvJournal::Append(std::span<const host::DataRow> rows) {
   number_ = number;
 }
 
-void CsvJournal::Settle() noexcept { static_cast<void>(::fdatasync(file_.descriptor())); }
+void CsvJournal::Settle() noexcept { static_cast<void>(::fdatasync(file_.number())); }
 
 // A file system that knows no locks is no reason to keep nothing.
 void CsvJournal::Lock() const {
-  if (::flock(file_.descriptor(), LOCK_EX | LOCK_NB) == 0) return;
+  if (::flock(file_.number(), LOCK_EX | LOCK_NB) == 0) return;
   if (errno == EWOULDBLOCK) Refuse("another Mirelo appends to it; a database (.db) takes several at once");
 }
 
@@ -100,14 +96,14 @@ void CsvJournal::GoOn() {
 void CsvJournal::CheckThatItIsStillThere() const {
   struct stat open {};
   struct stat named {};
-  const bool is_there = ::fstat(file_.descriptor(), &open) == 0 && ::stat(path_.c_str(), &named) == 0 &&
+  const bool is_there = ::fstat(file_.number(), &open) == 0 && ::stat(path_.c_str(), &named) == 0 &&
                         open.st_dev == named.st_dev && open.st_ino == named.st_ino;
   if (!is_there) throw host::JournalReplaced(path_.string(), kSource);
 }
 
 std::int64_t CsvJournal::Size() const {
   struct stat status {};
-  if (::fstat(file_.descriptor(), &status) != 0) Fail(errno);
+  if (::fstat(file_.number(), &status) != 0) Fail(errno);
   return status.st_size;
 }
 
@@ -115,8 +111,8 @@ std::string CsvJournal::Read(std::int64_t from, std::size_t count) const {
   std::string bytes(count, '\0');
   std::size_t done = 0;
   while (done < count) {
-    const auto read = ::pread(file_.descriptor(), bytes.data() + done, count - done,
-                              from + static_cast<std::int64_t>(done));
+    const auto read =
+        ::pread(file_.number(), bytes.data() + done, count - done, from + static_cast<std::int64_t>(done));
     if (read < 0 && errno == EINTR) continue;
     if (read < 0) Fail(errno);
     if (read == 0) break;
@@ -140,17 +136,17 @@ std::int64_t CsvJournal::EndOfLastLine(std::int64_t size) const {
 std::int64_t CsvJournal::BeginOfLineThatEndsAt(std::int64_t end) const { return EndOfLastLine(end - 1); }
 
 void CsvJournal::Truncate(std::int64_t size) const {
-  if (::ftruncate(file_.descriptor(), size) != 0) Fail(errno);
+  if (::ftruncate(file_.number(), size) != 0) Fail(errno);
 }
 
 // Where there was no room for all of it nothing is left of it.
 void CsvJournal::Write(std::string_view text, std::int64_t size_before) const {
   while (!text.empty()) {
-    const auto count = ::write(file_.descriptor(), text.data(), text.size());
+    const auto count = ::write(file_.number(), text.data(), text.size());
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) {
       const int reason = errno;
-      static_cast<void>(::ftruncate(file_.descriptor(), size_before) == 0);
+      static_cast<void>(::ftruncate(file_.number(), size_before) == 0);
       Fail(reason);
     }
     text.remove_prefix(static_cast<std::size_t>(count));

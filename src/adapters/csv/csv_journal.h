@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/proc/descriptor.h"
 #include "host/journal.h"
 
 namespace mirelo::csv {
@@ -33,19 +34,6 @@ class CsvJournal final : public host::Journal {
   std::string Mended() const override { return mended_; }
 
  private:
-  // The descriptor, closed at the end.
-  class File {
-   public:
-    explicit File(int descriptor) : descriptor_(descriptor) {}
-    ~File();
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    int descriptor() const { return descriptor_; }
-
-   private:
-    int descriptor_;
-  };
-
   void Lock() const;
   void Begin(const std::string& header);
   void GoOn();
@@ -60,7 +48,7 @@ class CsvJournal final : public host::Journal {
   [[noreturn]] void Fail(int reason) const;
 
   std::filesystem::path path_;
-  File file_;
+  proc::Descriptor file_;
   std::int64_t number_ = 0;  // of the last row
   std::string mended_;
 };

@@ -44,16 +44,13 @@ int Lock(int descriptor, std::chrono::milliseconds patience) {
 
 FolderLock::FolderLock(const std::filesystem::path& folder, std::chrono::milliseconds patience) {
   Make(folder);
-  descriptor_ = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor_ < 0) FailAt("open", folder, errno);
-  const int error = Lock(descriptor_, patience);
+  descriptor_ = proc::Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!descriptor_.IsOpen()) FailAt("open", folder, errno);
+  const int error = Lock(descriptor_.number(), patience);
   if (error == 0) return;
-  ::close(descriptor_);
   if (error != EWOULDBLOCK) FailAt("lock", folder, error);
   throw RuntimeError(
       75, "The folder " + folder.string() + " is locked by " + proc::LockHolder({{.file = folder}}));
 }
-
-FolderLock::~FolderLock() { ::close(descriptor_); }
 
 }  // namespace mirelo::sodium

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <filesystem>
 
+#include "adapters/proc/descriptor.h"
+
 namespace mirelo::sodium {
 
 // Keeps other processes that want the same from changing what is in a folder, as long as this lives. It dies
@@ -12,12 +14,9 @@ class FolderLock {
  public:
   // Waits until it is free, but no longer than that.
   FolderLock(const std::filesystem::path& folder, std::chrono::milliseconds patience);
-  ~FolderLock();
-  FolderLock(const FolderLock&) = delete;
-  FolderLock& operator=(const FolderLock&) = delete;
 
  private:
-  int descriptor_;
+  proc::Descriptor descriptor_;
 };
 
 }  // namespace mirelo::sodium

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "adapters/proc/descriptor.h"
 #include "adapters/sodium/guarded_memory.h"
 #include "automation/runtime_error.h"
 
@@ -32,19 +33,14 @@ class Reading {
  public:
   explicit Reading(const std::filesystem::path& file)
       : file_(file), descriptor_(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {
-    if (descriptor_ < 0 && errno != ENOENT && errno != ENOTDIR) Fail("read", file_, errno);
+    if (!IsThere() && errno != ENOENT && errno != ENOTDIR) Fail("read", file_, errno);
   }
-  ~Reading() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-  }
-  Reading(const Reading&) = delete;
-  Reading& operator=(const Reading&) = delete;
 
-  bool IsThere() const { return descriptor_ >= 0; }
+  bool IsThere() const { return descriptor_.IsOpen(); }
 
   std::size_t Size() const {
     struct stat status {};
-    if (::fstat(descriptor_, &status) != 0) Fail("read", file_, errno);
+    if (::fstat(descriptor_.number(), &status) != 0) Fail("read", file_, errno);
     if (!S_ISREG(status.st_mode)) Fail("read", file_, "it is no regular file");
     if (static_cast<std::uintmax_t>(status.st_size) > kLargest)
       Fail("read", file_, "it is larger than any credentials");
@@ -53,7 +49,7 @@ class Reading {
 
   void Fill(char* memory, std::size_t size) const {
     while (size > 0) {
-      const auto count = ::read(descriptor_, memory, size);
+      const auto count = ::read(descriptor_.number(), memory, size);
       if (count < 0 && errno == EINTR) continue;
       if (count <= 0) Fail("read", file_, count < 0 ? errno : EIO);
       memory += count;
@@ -63,7 +59,7 @@ class Reading {
 
  private:
   const std::filesystem::path& file_;
-  int descriptor_;
+  proc::Descriptor descriptor_;
 };
 
 bool WriteAll(int descriptor, std::string_view content) {

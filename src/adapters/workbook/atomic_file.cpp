@@ -11,8 +11,8 @@
 #include <string>
 #include <system_error>
 
+#include "adapters/proc/descriptor.h"
 #include "adapters/workbook/companion_names.h"
-#include "adapters/workbook/descriptor.h"
 #include "adapters/workbook/file_errors.h"
 #include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/file_target.h"
@@ -66,7 +66,7 @@ class NewFile {
  public:
   explicit NewFile(const fs::path& target)
       : target_(target), workshop_(MakeWorkshop()), path_(workshop_ / target.filename()) {
-    descriptor_ = Descriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
+    descriptor_ = proc::Descriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
     if (descriptor_.IsOpen()) return;
     const int reason = errno;
     RemoveWorkshop();
@@ -99,7 +99,7 @@ class NewFile {
   // So that the new name outlives a loss of power. It stands by now, so nothing has failed where the folder
   // may be written but not read, or cannot be synced.
   void SyncFolder() const {
-    const Descriptor folder(::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const proc::Descriptor folder(::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.IsOpen()) ::fsync(folder.number());
   }
   fs::path MakeWorkshop() const {
@@ -121,13 +121,13 @@ class NewFile {
   fs::path target_;
   fs::path workshop_;
   fs::path path_;
-  Descriptor descriptor_;
+  proc::Descriptor descriptor_;
 };
 
 }  // namespace
 
 std::vector<char> ReadWholeFile(const fs::path& file, std::uint64_t most) {
-  const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const proc::Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!descriptor.IsOpen()) {
     if (errno == ENOENT)
       throw RuntimeError(Errors::FileNotFound().Number(), "File not found: " + file.string(), "Workbook");
@@ -153,7 +153,7 @@ std::vector<char> ReadWholeFile(const fs::path& file, std::uint64_t most) {
 }
 
 void WriteWholeFile(const fs::path& file, const std::vector<char>& bytes) {
-  const Descriptor descriptor(::open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+  const proc::Descriptor descriptor(::open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
   if (!descriptor.IsOpen()) throw CannotSave(file, errno);
   std::size_t written = 0;
   while (written < bytes.size()) {

@@ -2,7 +2,7 @@
 
 #include <sys/stat.h>
 
-#include "adapters/workbook/descriptor.h"
+#include "adapters/proc/descriptor.h"
 
 namespace mirelo::workbook {
 
@@ -11,7 +11,7 @@ FileStamp::FileStamp(const std::filesystem::path& file) {
   if (::stat(file.c_str(), &status) == 0) *this = FileStamp(status);
 }
 
-FileStamp::FileStamp(const Descriptor& descriptor) {
+FileStamp::FileStamp(const proc::Descriptor& descriptor) {
   struct stat status {};
   if (::fstat(descriptor.number(), &status) == 0) *this = FileStamp(status);
 }

@@ -5,9 +5,11 @@
 
 struct stat;
 
-namespace mirelo::workbook {
-
+namespace mirelo::proc {
 class Descriptor;
+}
+
+namespace mirelo::workbook {
 
 // Tells whether a file has changed: another file in its place, or other contents, have another stamp. What is
 // no file, or cannot be looked at, has the same stamp each time.
@@ -17,7 +19,7 @@ class FileStamp {
   // Of the file as it is now, or of what a symbolic link leads to.
   explicit FileStamp(const std::filesystem::path& file);
   // Of an open file, whatever its name has become.
-  explicit FileStamp(const Descriptor& descriptor);
+  explicit FileStamp(const proc::Descriptor& descriptor);
 
   bool IsOfAFile() const { return inode_ != 0; }
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "adapters/workbook/descriptor.h"
+#include "adapters/proc/descriptor.h"
 #include "adapters/workbook/lock_file.h"
 
 namespace mirelo::workbook {
@@ -35,7 +35,7 @@ std::optional<std::filesystem::path> LockFileOf(const std::filesystem::path& fil
 // Whether a lock of either kind would be refused: those of record locks and those of flock(2) do not see each
 // other.
 bool IsLocked(const std::filesystem::path& file) {
-  const Descriptor descriptor = OpenToLock(file);
+  const proc::Descriptor descriptor = OpenToLock(file);
   if (!descriptor.IsOpen()) return false;
   struct flock lock {};
   lock.l_type = F_WRLCK;

@@ -52,7 +52,7 @@ void RemoveLeftovers(const fs::path& target) {
   for (const std::string& name : names) {
     const auto file = FileOfLock(name);
     if (!file || *file == own) continue;
-    const Descriptor lock = DeadLock(folder / name);
+    const proc::Descriptor lock = DeadLock(folder / name);
     if (!lock.IsOpen()) continue;
     RemoveWorkshops(folder, names, *file);
     std::error_code ignored;

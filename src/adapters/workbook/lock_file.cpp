@@ -29,22 +29,22 @@ constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
 constexpr int kLockTries = 10;
 constexpr std::chrono::milliseconds kPause{10};
 
-Descriptor OpenOrMake(const fs::path& lock) {
-  Descriptor own(::open(lock.c_str(), O_RDWR | O_CREAT | kFlags, kForAllToSee));
+proc::Descriptor OpenOrMake(const fs::path& lock) {
+  proc::Descriptor own(::open(lock.c_str(), O_RDWR | O_CREAT | kFlags, kForAllToSee));
   if (own.IsOpen() || errno != EACCES) return own;
-  Descriptor of_another_user(::open(lock.c_str(), O_RDONLY | kFlags));
+  proc::Descriptor of_another_user(::open(lock.c_str(), O_RDONLY | kFlags));
   if (!of_another_user.IsOpen()) errno = EACCES;
   return of_another_user;
 }
 
-bool IsOf(const Descriptor& descriptor, const fs::path& path) {
+bool IsOf(const proc::Descriptor& descriptor, const fs::path& path) {
   struct stat open {};
   struct stat standing {};
   return ::fstat(descriptor.number(), &open) == 0 && ::lstat(path.c_str(), &standing) == 0 &&
          open.st_dev == standing.st_dev && open.st_ino == standing.st_ino;
 }
 
-bool IsWritable(const Descriptor& descriptor) {
+bool IsWritable(const proc::Descriptor& descriptor) {
   return (::fcntl(descriptor.number(), F_GETFL) & O_ACCMODE) == O_RDWR;
 }
 
@@ -53,14 +53,14 @@ bool HasNoLocks(int reason) {
 }
 
 // On a full disk the lock is as good without it.
-void WriteProcess(const Descriptor& descriptor) {
+void WriteProcess(const proc::Descriptor& descriptor) {
   const std::string process = std::to_string(::getpid());
   if (::ftruncate(descriptor.number(), 0) != 0) return;
   static_cast<void>(::pwrite(descriptor.number(), process.data(), process.size(), 0));
 }
 
 // " (process 1234)", where that is known.
-std::string ProcessIn(const Descriptor& descriptor) {
+std::string ProcessIn(const proc::Descriptor& descriptor) {
   std::array<char, 16> text;
   const ssize_t count = ::pread(descriptor.number(), text.data(), text.size(), 0);
   const std::string_view process(text.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
@@ -68,7 +68,7 @@ std::string ProcessIn(const Descriptor& descriptor) {
   return std::string(" (process ").append(process).append(")");
 }
 
-RuntimeError Held(const fs::path& target, const Descriptor& descriptor) {
+RuntimeError Held(const fs::path& target, const proc::Descriptor& descriptor) {
   return PermissionDenied("Cannot save " + target.string() + ": another Mirelo works on it" +
                           ProcessIn(descriptor) + "; end that one first, or take another file");
 }
@@ -100,10 +100,10 @@ void LockFile::TakeAgain() {
   if (!IsStanding()) descriptor_ = Take();
 }
 
-Descriptor LockFile::Take() const {
+proc::Descriptor LockFile::Take() const {
   const auto fail = [&](int reason) { return FileError("Cannot save " + target_.string(), reason); };
   for (int tries = 1;; ++tries) {
-    Descriptor descriptor = OpenOrMake(path_);
+    proc::Descriptor descriptor = OpenOrMake(path_);
     if (!descriptor.IsOpen()) throw fail(errno);
     const bool was_last = tries == kLockTries;
     if (::flock(descriptor.number(), LOCK_EX | LOCK_NB) == 0) {
@@ -119,7 +119,7 @@ Descriptor LockFile::Take() const {
       const int reason = errno;
       if (HasNoLocks(reason)) {
         ::unlink(path_.c_str());
-        return Descriptor();
+        return proc::Descriptor();
       }
       if (reason == EBADF && !IsWritable(descriptor)) throw OfAnotherUser(target_, path_);
       if (reason != EWOULDBLOCK) throw fail(reason);
@@ -129,18 +129,18 @@ Descriptor LockFile::Take() const {
   }
 }
 
-Descriptor OpenToLock(const fs::path& file) {
+proc::Descriptor OpenToLock(const fs::path& file) {
   constexpr int kFlagsOfAll = O_CLOEXEC | O_NONBLOCK;
-  Descriptor for_writing(::open(file.c_str(), O_RDWR | kFlagsOfAll));
+  proc::Descriptor for_writing(::open(file.c_str(), O_RDWR | kFlagsOfAll));
   return for_writing.IsOpen() ? std::move(for_writing)
-                              : Descriptor(::open(file.c_str(), O_RDONLY | kFlagsOfAll));
+                              : proc::Descriptor(::open(file.c_str(), O_RDONLY | kFlagsOfAll));
 }
 
-Descriptor DeadLock(const fs::path& lock) {
-  Descriptor descriptor = OpenToLock(lock);
+proc::Descriptor DeadLock(const fs::path& lock) {
+  proc::Descriptor descriptor = OpenToLock(lock);
   const bool is_dead =
       descriptor.IsOpen() && ::flock(descriptor.number(), LOCK_EX | LOCK_NB) == 0 && IsOf(descriptor, lock);
-  return is_dead ? std::move(descriptor) : Descriptor();
+  return is_dead ? std::move(descriptor) : proc::Descriptor();
 }
 
 }  // namespace mirelo::workbook

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "adapters/workbook/descriptor.h"
+#include "adapters/proc/descriptor.h"
 
 namespace mirelo::workbook {
 
@@ -28,19 +28,19 @@ class LockFile {
   void TakeAgain();
 
  private:
-  Descriptor Take() const;
+  proc::Descriptor Take() const;
 
   std::filesystem::path target_;
   std::filesystem::path path_;
-  Descriptor descriptor_;
+  proc::Descriptor descriptor_;
 };
 
 // Opens a file that exists so that it can be locked; an empty descriptor when it cannot be opened. It is
 // opened for writing wherever that is allowed, since network file systems give no exclusive lock to a reader.
-Descriptor OpenToLock(const std::filesystem::path& file);
+proc::Descriptor OpenToLock(const std::filesystem::path& file);
 
 // Opens and locks a lock file that a killed process has left. An empty descriptor when there is none, or when
 // a process has it.
-Descriptor DeadLock(const std::filesystem::path& lock);
+proc::Descriptor DeadLock(const std::filesystem::path& lock);
 
 }  // namespace mirelo::workbook

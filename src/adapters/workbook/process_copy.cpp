@@ -69,10 +69,10 @@ class BlockedSignals {
   sigset_t before_;
 };
 
-std::pair<Descriptor, Descriptor> NewLine() {
+std::pair<proc::Descriptor, proc::Descriptor> NewLine() {
   std::array<int, 2> ends{};
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) FailToStart(errno);
-  return {Descriptor(ends[0]), Descriptor(ends[1])};
+  return {proc::Descriptor(ends[0]), proc::Descriptor(ends[1])};
 }
 
 void SendAll(int line, std::string_view bytes) {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-#include "adapters/workbook/descriptor.h"
+#include "adapters/proc/descriptor.h"
 
 namespace mirelo::workbook {
 
@@ -31,7 +31,7 @@ class ProcessCopy {
   // The copy's end of the line between both.
   class Line {
    public:
-    explicit Line(Descriptor end) : end_(std::move(end)) {}
+    explicit Line(proc::Descriptor end) : end_(std::move(end)) {}
     int descriptor() const { return end_.number(); }
 
     // Texts beyond the longest one that is taken are cut.
@@ -40,7 +40,7 @@ class ProcessCopy {
     void AwaitAnswer() const;
 
    private:
-    Descriptor end_;
+    proc::Descriptor end_;
   };
 
   // `work` runs in the copy, and must not raise anything. Raises 7 when there is no memory for the copy, and
@@ -85,7 +85,7 @@ class ProcessCopy {
   std::optional<int> Wait(Time until);
   bool AwaitEndOfAll(Time until) const;
 
-  Descriptor line_;
+  proc::Descriptor line_;
   pid_t copy_ = -1;  // until it was waited for
   bool was_killed_ = false;
   std::string received_;

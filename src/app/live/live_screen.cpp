@@ -49,9 +49,10 @@ LiveScreen::LiveScreen(std::unique_ptr<ncurses::Screen> screen, host::MessageLoo
   if (terminal::Err().IsTerminal()) terminal::Err().Hold();
   const sigset_t signals = ScreenSignals();
   ::sigprocmask(SIG_BLOCK, &signals, nullptr);
-  signals_ = ::signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
-  if (signals_ >= 0) {
-    signals_watch_ = loop_.Watch(signals_, host::MessageLoop::kRead, [this](unsigned) { FollowSignals(); });
+  signals_ = proc::Descriptor(::signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
+  if (signals_.IsOpen()) {
+    signals_watch_ =
+        loop_.Watch(signals_.number(), host::MessageLoop::kRead, [this](unsigned) { FollowSignals(); });
   }
   keys_watch_ =
       loop_.Watch(screen_->KeyDescriptor(), host::MessageLoop::kRead, [this](unsigned) { FollowKeys(); });
@@ -63,7 +64,6 @@ LiveScreen::~LiveScreen() {
   loop_.StopTimer(timer_);
   loop_.Unwatch(keys_watch_);
   loop_.Unwatch(signals_watch_);
-  if (signals_ >= 0) ::close(signals_);
   const sigset_t signals = ScreenSignals();
   ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
   screen_.reset();
@@ -97,7 +97,7 @@ void LiveScreen::FollowKeys() {
 // The stop is the program's own then, as it would have been without the screen.
 void LiveScreen::FollowSignals() {
   signalfd_siginfo info;
-  if (::read(signals_, &info, sizeof info) != sizeof info) return;
+  if (::read(signals_.number(), &info, sizeof info) != sizeof info) return;
   if (info.ssi_signo == SIGTSTP) {
     screen_->GiveBack();
     ::raise(SIGSTOP);

@@ -4,9 +4,10 @@
 
 #include <utility>
 
-namespace mirelo::workbook {
+namespace mirelo::proc {
 
-// An open file, closed at the end; or none.
+// An open file, or what else the system gives a number for, closed at the end; or none. Sockets, which
+// Windows closes otherwise, are poll::Descriptor.
 class Descriptor {
  public:
   Descriptor() = default;
@@ -27,4 +28,4 @@ class Descriptor {
   int number_ = -1;
 };
 
-}  // namespace mirelo::workbook
+}  // namespace mirelo::proc
