@@ -78,17 +78,13 @@ endif()
 add_library(mirelo_test_options INTERFACE)
 # Their lines are known to debuggers, their variables are not: a quarter of their time.
 target_compile_options(mirelo_test_options INTERFACE $<$<CONFIG:Debug>:-g1>)
-if(MIRELO_SANITIZE)
-  # A null reference is found where it is used, by the address sanitizer. Asking before each use whether there is one, and
-  # whether it is aligned, takes as much time as all else that is asked; the sources under test do ask.
-  target_compile_options(mirelo_test_options INTERFACE -fno-sanitize=null,alignment)
-endif()
 if(MIRELO_FUZZ)
   # The fuzzer is led by what it reaches in the libraries, not only in its own few lines.
   target_compile_options(mirelo_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 include(Precompiled)
+include(CompiledTests)
 
 # The system itself: the subsystem rooms know each other both ways, so they are one library.
 add_library(mirelo STATIC)
@@ -125,9 +121,14 @@ function(mirelo_test NAME)
       return()
     endif()
   endif()
-  add_executable(test_${NAME} ${ARG_SOURCES})
-  if(CMAKE_UNITY_BUILD)
-    set_target_properties(test_${NAME} PROPERTIES UNITY_BUILD_BATCH_SIZE ${MIRELO_TEST_BATCH})
+  if(MIRELO_TESTS_OF)
+    mirelo_compiled_test(${NAME})
+  else()
+    add_executable(test_${NAME} ${ARG_SOURCES})
+    if(CMAKE_UNITY_BUILD)
+      set_target_properties(test_${NAME} PROPERTIES UNITY_BUILD_BATCH_SIZE ${MIRELO_TEST_BATCH})
+    endif()
+    mirelo_tell_compiled_test(${NAME})
   endif()
   target_include_directories(test_${NAME} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(test_${NAME} PRIVATE mirelo_options mirelo_test_options ${ARG_LINK} GTest::gmock_main)

@@ -34,7 +34,7 @@ set(MIRELO_WINDOWS_WITHOUT
   # Windows' registry has no transactions.
   "^tests/registry/transaction_test\\.cpp$"
   # Processes are forked, and looked at in /proc.
-  "^tests/support/(child_process|process_use|processes|refused_calls)\\.cpp$"
+  "^tests/support/(built_program|child_process|process_use|processes|refused_calls)\\.cpp$"
   # The program of the stand-in for QuoteTracker, which ends by signals: what it serves is served there, too. Pairs of sockets that keep
   # packets apart.
   "^tests/quotetracker/(outbox_test|program_test|started_program)\\.cpp$"

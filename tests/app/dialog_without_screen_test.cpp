@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/program.h"
+#include "support/built_program.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -66,7 +67,7 @@ TEST_F(DialogWithoutScreen, EndsInOrderWhenTheScreenCannotBeReached) {
 
 TEST_F(DialogWithoutScreen, TellsWhatToInstallWhereThereAreNoWindows) {
   const auto alone = folder_ / "mirelo";
-  std::filesystem::copy_file(std::filesystem::path(MIRELO_BIN_DIR) / "mirelo", alone);
+  std::filesystem::copy_file(BuiltProgram("mirelo"), alone);
   const auto result = RunProgram(alone, folder_.path(), {"dialog"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.out, IsEmpty());

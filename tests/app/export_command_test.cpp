@@ -26,6 +26,7 @@
 #include "host/excel/range.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "support/built_program.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -269,8 +270,9 @@ TEST_F(Export, KeepsHostileTextsToTheirFields) {
 }
 
 TEST_F(Export, ReadsAWorkbookThatADaySavesMeanwhile) {
-  const std::string day = "cd '" + folder_.path().string() + "' && HOME=$PWD exec '" + MIRELO_BIN_DIR +
-                          "/mirelo' run --demo --workbook day.xlsx --save-every 10ms >/dev/null 2>&1";
+  const std::string day = "cd '" + folder_.path().string() + "' && HOME=$PWD exec '" +
+                          BuiltProgram("mirelo") +
+                          "' run --demo --workbook day.xlsx --save-every 10ms >/dev/null 2>&1";
   app::ChildProcess mirelo("/bin/sh", {"-c", day});
   while (!fs::exists(folder_ / "day.xlsx")) std::this_thread::sleep_for(std::chrono::milliseconds(10));
   constexpr int kExports = 12;

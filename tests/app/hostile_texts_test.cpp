@@ -19,6 +19,7 @@
 #include "app/terminal_program.h"
 #include "automation/utf8.h"
 #include "command_line/command_facts.h"
+#include "support/built_program.h"
 #include "support/level1_wire.h"
 #include "support/loopback_server.h"
 #include "support/temp_directory.h"
@@ -163,7 +164,7 @@ class HostileTexts : public ::testing::Test {
   }
 
   void Expect(const Case& c, const char* program = "mirelo") {
-    Words words = With(c.environment, {std::string(MIRELO_BIN_DIR) + "/" + program});
+    Words words = With(c.environment, {BuiltProgram(program)});
     const ProgramResult result =
         RunProgram("/usr/bin/env", folder_.path(), With(std::move(words), c.words), c.input);
     Check(c, result);
@@ -307,8 +308,7 @@ TEST_F(HostileTexts, ReachTheTerminalVisiblyWhereItHasColours) {
 TEST_F(HostileTexts, ReachTheTerminalVisiblyWhereTheServerRefuses) {
   RunMirelo(folder_.path(), {"settings", "set", "SocketPort", std::to_string(refusing_.Port())});
   const ProgramResult result =
-      RunProgram("/usr/bin/timeout", folder_.path(),
-                 {"0.5", std::string(MIRELO_BIN_DIR) + "/mirelo", "sources", "--update"});
+      RunProgram("/usr/bin/timeout", folder_.path(), {"0.5", BuiltProgram("mirelo"), "sources", "--update"});
   Check({{"sources", "--update"}}, result);
 }
 

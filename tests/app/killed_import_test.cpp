@@ -20,6 +20,7 @@
 #include "adapters/sqlite/sqlite_registry.h"
 #include "core/settings_export.h"
 #include "host/host.h"
+#include "support/built_program.h"
 #include "support/child_process.h"
 #include "support/environment_variable.h"
 #include "support/sanitized.h"
@@ -32,7 +33,7 @@ namespace {
 using ::testing::SizeIs;
 using Microseconds = std::chrono::duration<double, std::micro>;
 
-const std::filesystem::path kProgram = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+const std::filesystem::path kProgram = BuiltProgram("mirelo");
 constexpr int kSettings = 60;
 
 class KilledImport : public ::testing::Test {
@@ -76,7 +77,7 @@ class KilledImport : public ::testing::Test {
 
 TEST_F(KilledImport, LeavesAllSettingsOfOneImport) {
   // Under the sanitizers most of the time would go into starting the program.
-  constexpr int kKills = kIsSanitized ? 50 : 200;
+  const int kills = kIsSanitized ? 50 : 200;
   const auto start = std::chrono::steady_clock::now();
   ASSERT_TRUE(Import(0).Finish());
   // Kills come about the moment in which an import is stored, wherever that is on a machine that has more to
@@ -88,7 +89,7 @@ TEST_F(KilledImport, LeavesAllSettingsOfOneImport) {
   std::int32_t stored = 0;
   int mixed = 0;
   int survivors = 0;
-  for (int kill = 1; kill <= kKills; ++kill) {
+  for (int kill = 1; kill <= kills; ++kill) {
     {
       const ChildProcess program = Import(kill);
       std::this_thread::sleep_for(moment * spread(random));
@@ -101,9 +102,9 @@ TEST_F(KilledImport, LeavesAllSettingsOfOneImport) {
     stored = survived ? kill : stored;
     moment *= survived ? 0.95 : 1.05;
   }
-  EXPECT_EQ(mixed, 0) << "of " << kKills << " kills";
+  EXPECT_EQ(mixed, 0) << "of " << kills << " kills";
   EXPECT_GT(survivors, 0) << "no kill came late enough";
-  EXPECT_LT(survivors, kKills) << "no kill came early enough";
+  EXPECT_LT(survivors, kills) << "no kill came early enough";
 }
 
 }  // namespace

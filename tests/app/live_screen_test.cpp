@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "support/built_program.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -29,7 +30,7 @@ class LiveScreen : public ::testing::Test {
                        "/watch_screen.py' " +
                        size;
     for (const std::string& step : steps) line += " '" + step + "'";
-    line += " -- '" MIRELO_BIN_DIR "/mirelo' " + command + " 2>&1";
+    line += " -- '" + BuiltProgram("mirelo") + "' " + command + " 2>&1";
     std::string output;
     FILE* pipe = ::popen(line.c_str(), "r");
     char buffer[4096];

@@ -20,6 +20,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/built_program.h"
 #include "support/child_process.h"
 #include "support/temp_directory.h"
 
@@ -28,8 +29,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using Words = std::vector<std::string>;
-
-const std::filesystem::path kBin = MIRELO_BIN_DIR;
 
 // Gives up root's rights, some of which let it look into everything, here and in programs that are started
 // from here.
@@ -109,8 +108,8 @@ bool BecomesPrivate(const Words& words) {
 }
 
 TEST(PrivateMemory, IsThatOfThePrograms) {
-  EXPECT_TRUE(BecomesPrivate({kBin / "mirelo", "credentials", "set"}));
-  EXPECT_TRUE(BecomesPrivate({kBin / "mirelo-windows", "dialog"}));
+  EXPECT_TRUE(BecomesPrivate({BuiltProgram("mirelo"), "credentials", "set"}));
+  EXPECT_TRUE(BecomesPrivate({BuiltProgram("mirelo-windows"), "dialog"}));
 }
 
 // Otherwise the test above could not fail.

@@ -1,4 +1,5 @@
 #include "app/program.h"
+#include "support/built_program.h"
 
 #include <fcntl.h>
 #include <linux/capability.h>
@@ -17,7 +18,7 @@ namespace mirelo::testing {
 
 namespace {
 
-const std::filesystem::path kMirelo = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+const std::filesystem::path kMirelo = BuiltProgram("mirelo");
 
 std::string ReadFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);

@@ -12,6 +12,7 @@
 
 #include "app/program.h"
 #include "quotetracker/server.h"
+#include "support/built_program.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -120,7 +121,7 @@ TEST_F(Quotes, AreMissedWithOneAndAWordOnWhatToDo) {
 
 TEST_F(Quotes, EndAtCtrlCThoughAnAnswerIsDue) {
   server_.SetHttpFault(quotetracker::HttpFaultPlan::Parse("stall", 1));
-  const std::string program = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+  const std::string program = BuiltProgram("mirelo");
   ProgramResult result;
   std::thread watching([&] {
     const std::string arguments =
@@ -143,7 +144,7 @@ TEST_F(Quotes, EndAtCtrlCThoughAnAnswerIsDue) {
 TEST_F(Quotes, AreAskedForAgainUntilCtrlCThoughOneAnswerFails) {
   RunMirelo(folder_.path(), {"settings", "set", "Seconds", "0"});
   server_.SetHttpFault(quotetracker::HttpFaultPlan::Parse("drop:2", 1));
-  const std::string program = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+  const std::string program = BuiltProgram("mirelo");
   ProgramResult result;
   std::thread watching([&] {
     const std::string arguments =

@@ -25,6 +25,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "quotetracker/server.h"
+#include "support/built_program.h"
 #include "support/loopback_server.h"
 #include "support/refused_calls.h"
 #include "support/temp_directory.h"
@@ -248,7 +249,7 @@ TEST_F(Run, SaysThatCredentialsAreMissingAndKeepsTheTablesOfGo) {
 }
 
 TEST_F(Run, GoesOnUnderNohupWhenItsTerminalEnds) {
-  const std::string mirelo = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+  const std::string mirelo = BuiltProgram("mirelo");
   const auto start = std::chrono::steady_clock::now();
   const auto result = RunProgram("/bin/sh", folder_.path(),
                                  {"-c", "nohup '" + mirelo + R"(' run --demo --headless --for 3s >out 2>err &
@@ -294,7 +295,7 @@ class TwoRuns : public Run {
   }
 
   static constexpr std::chrono::seconds kPatience{60};
-  app::ChildProcess first_{std::filesystem::path(MIRELO_BIN_DIR) / "mirelo",
+  app::ChildProcess first_{BuiltProgram("mirelo"),
                            {"run", "--demo", "--tickers", "FIRST", "--save-every", "10ms", "--workbook",
                             (folder_ / "quotes.xlsx").string()}};
 };

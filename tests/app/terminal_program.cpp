@@ -1,4 +1,5 @@
 #include "app/terminal_program.h"
+#include "support/built_program.h"
 
 #include <pty.h>
 #include <sys/wait.h>
@@ -13,7 +14,7 @@ namespace mirelo::testing {
 ProgramResult RunMireloInTerminal(const std::filesystem::path& folder,
                                   const std::vector<std::string>& arguments, int columns,
                                   const std::map<std::string, std::string>& environment) {
-  std::vector<std::string> words{std::filesystem::path(MIRELO_BIN_DIR) / "mirelo"};
+  std::vector<std::string> words{BuiltProgram("mirelo")};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> argv;
   for (auto& word : words) argv.push_back(word.data());

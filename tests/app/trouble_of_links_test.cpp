@@ -9,6 +9,7 @@
 
 #include "app/program.h"
 #include "quotetracker/server.h"
+#include "support/built_program.h"
 #include "support/loopback_server.h"
 #include "support/temp_directory.h"
 
@@ -81,8 +82,8 @@ TEST_F(Trouble, IsToldOnceWhileItStaysTheSame) {
   server.SetHttpFault(quotetracker::HttpFaultPlan::Parse("drop", 1));
   Run({"settings", "set", "Seconds", "1"});
   const auto result = RunProgram("/usr/bin/timeout", folder_.path(),
-                                 {"-s", "INT", "1.6", std::string(MIRELO_BIN_DIR) + "/mirelo", "quotes",
-                                  "MSFT", "--watch", "--http-port", std::to_string(server.HttpPort())});
+                                 {"-s", "INT", "1.6", BuiltProgram("mirelo"), "quotes", "MSFT", "--watch",
+                                  "--http-port", std::to_string(server.HttpPort())});
   const auto first = result.err.find("Asked at");
   ASSERT_NE(first, std::string::npos);
   EXPECT_EQ(result.err.find("Asked at", first + 1), std::string::npos) << result.err;

@@ -13,6 +13,7 @@
 #include "adapters/workbook/spreadsheet.h"
 #include "app/program.h"
 #include "quotetracker/server.h"
+#include "support/built_program.h"
 #include "support/temp_directory.h"
 
 namespace mirelo::testing {
@@ -25,7 +26,7 @@ using ::testing::Not;
 
 using Words = std::vector<std::string>;
 
-const std::string kMireloCommand = std::string(MIRELO_BIN_DIR) + "/mirelo";
+const std::string kMireloCommand = BuiltProgram("mirelo");
 constexpr int kReaderHasGone = 141;
 
 class UnreadOutput : public ::testing::Test {
@@ -146,15 +147,14 @@ TEST_F(UnreadOutput, GivesTheProgramOfWindowsItsSignalsBack) {
 
 TEST_F(UnreadOutput, OfTheStandInDoesNotEndIt) {
   const auto result = RunProgram("/bin/sh", folder_.path(),
-                                 {"-c", "'" + std::string(MIRELO_BIN_DIR) +
-                                            "/quotetracker' --http-port 0 --stream-port 0 --port-file ports "
+                                 {"-c", "'" + BuiltProgram("quotetracker") +
+                                            "' --http-port 0 --stream-port 0 --port-file ports "
                                             ">/dev/full & pid=$!; while [ ! -e ports ]; do sleep 0.01; done; "
                                             "sleep 0.05; kill $pid; wait $pid"});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_THAT(result.err, HasSubstr("quotetracker: cannot write the output: No space left on device"));
-  const auto help =
-      RunProgram("/bin/sh", folder_.path(),
-                 {"-c", "'" + std::string(MIRELO_BIN_DIR) + "/quotetracker' --help >/dev/full"});
+  const auto help = RunProgram("/bin/sh", folder_.path(),
+                               {"-c", "'" + BuiltProgram("quotetracker") + "' --help >/dev/full"});
   EXPECT_EQ(help.exit_code, 1);
 }
 

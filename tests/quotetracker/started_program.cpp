@@ -1,4 +1,5 @@
 #include "quotetracker/started_program.h"
+#include "support/built_program.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -31,7 +32,8 @@ struct Pipe {
 };
 
 pid_t Spawn(const std::vector<std::string>& arguments, int output, int errors) {
-  std::vector<char*> values{const_cast<char*>(QUOTETRACKER_PROGRAM)};
+  const std::string program = testing::BuiltProgram("quotetracker");
+  std::vector<char*> values{const_cast<char*>(program.c_str())};
   for (const std::string& argument : arguments) values.push_back(const_cast<char*>(argument.c_str()));
   values.push_back(nullptr);
 
@@ -40,9 +42,9 @@ pid_t Spawn(const std::vector<std::string>& arguments, int output, int errors) {
   ::posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
   ::posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
   pid_t process = -1;
-  const int error = ::posix_spawn(&process, QUOTETRACKER_PROGRAM, &actions, nullptr, values.data(), environ);
+  const int error = ::posix_spawn(&process, program.c_str(), &actions, nullptr, values.data(), environ);
   ::posix_spawn_file_actions_destroy(&actions);
-  if (error != 0) throw std::system_error(error, std::generic_category(), QUOTETRACKER_PROGRAM);
+  if (error != 0) throw std::system_error(error, std::generic_category(), program);
   return process;
 }
 

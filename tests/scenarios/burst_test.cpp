@@ -25,6 +25,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "quotetracker/server.h"
+#include "support/built_program.h"
 #include "support/burst.h"
 #include "support/environment_variable.h"
 #include "support/sanitized.h"
@@ -40,7 +41,6 @@ using ::testing::Ge;
 using ::testing::SizeIs;
 
 constexpr auto kBurstPatience = 60s;
-const std::filesystem::path kProgramFolder = MIRELO_BIN_DIR;
 
 class BurstOfQuotes : public ::testing::Test {
  protected:
@@ -63,7 +63,7 @@ class BurstOfQuotes : public ::testing::Test {
   }
   static std::unique_ptr<app::ChildProcess> Start(Arguments arguments, const Burst& burst) {
     for (const std::string& ticker : burst.Tickers()) arguments.push_back(ticker);
-    return std::make_unique<app::ChildProcess>(kProgramFolder / "mirelo", arguments);
+    return std::make_unique<app::ChildProcess>(BuiltProgram("mirelo"), arguments);
   }
   static Arguments StreamFrom(const quotetracker::Server& server) {
     return {"stream", "--source", "SWISS.SDF", "--socket-port", std::to_string(server.StreamPort())};
@@ -96,10 +96,10 @@ TEST_F(BurstOfQuotes, IsPrintedInTheOrderSent) {
     int quotes;
     int quotes_a_millisecond;
   };
-  constexpr int kMany = kIsSanitized ? 30'000 : 100'000;  // both more than any buffer on the way holds
+  const int many = kIsSanitized ? 30'000 : 100'000;  // both more than any buffer on the way holds
   for (const Case& c : {Case{"a hundred in one go", 100, 100}, Case{"a thousand in one go", 1'000, 1'000},
                         Case{"ten thousand in one go", 10'000, 10'000},
-                        Case{"far more in one go", kMany, kMany}, Case{"ten thousand a second", 2'000, 10}}) {
+                        Case{"far more in one go", many, many}, Case{"ten thousand a second", 2'000, 10}}) {
     SCOPED_TRACE(c.name);
     const Burst burst({"MSFT", "IBM"}, c.quotes);
     const auto server = Play(burst, c.quotes_a_millisecond);
@@ -159,7 +159,7 @@ class BurstOfADay : public BurstOfQuotes {
     for (const std::string& ticker : burst.Tickers())
       for (const char* field : {":Last", ":LastVolume"})
         arguments.insert(arguments.end(), {"--tick", ticker + field});
-    app::ChildProcess mirelo(kProgramFolder / "mirelo", arguments);
+    app::ChildProcess mirelo(BuiltProgram("mirelo"), arguments);
     const auto end = std::chrono::steady_clock::now() + kBurstPatience;
     std::filesystem::file_time_type looked_at{};
     for (bool complete = false; !complete && mirelo.IsRunning() && std::chrono::steady_clock::now() < end;) {

@@ -24,6 +24,7 @@
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
 #include "scenarios/tracker_process.h"
+#include "support/built_program.h"
 #include "support/environment_variable.h"
 #include "support/processes.h"
 #include "support/temp_directory.h"
@@ -37,8 +38,6 @@ using Arguments = std::vector<std::string>;
 // A save under the sanitizers on a busy machine takes seconds, and the next one comes twenty times as long
 // behind it.
 constexpr auto kPatience = 180s;
-
-const std::filesystem::path kPrograms = MIRELO_BIN_DIR;
 
 class DayOfProcesses : public ::testing::Test {
  protected:
@@ -69,7 +68,7 @@ class DayOfProcesses : public ::testing::Test {
                         save_every};
     arguments.insert(arguments.end(), more.begin(), more.end());
     // With what it tells among its output, so that the test can wait for that.
-    arguments.insert(arguments.begin(), {"-c", "exec \"$0\" \"$@\" 2>&1", (kPrograms / "mirelo").string()});
+    arguments.insert(arguments.begin(), {"-c", "exec \"$0\" \"$@\" 2>&1", BuiltProgram("mirelo")});
     mirelo = std::make_unique<app::ChildProcess>("/bin/sh", arguments);
   }
   void BeginStreaming() { Begin({"--source", "Alpstein Finance (delayed)"}); }

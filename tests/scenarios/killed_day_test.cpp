@@ -15,6 +15,7 @@
 
 #include "app/child_process.h"
 #include "scenarios/tracker_process.h"
+#include "support/built_program.h"
 #include "support/environment_variable.h"
 #include "support/temp_directory.h"
 
@@ -25,7 +26,7 @@ using namespace std::chrono_literals;
 constexpr auto kWaitForADay = 120s;
 constexpr std::ptrdiff_t kFieldsOfALine = 21;
 
-const std::filesystem::path kMireloProgram = std::filesystem::path(MIRELO_BIN_DIR) / "mirelo";
+const std::filesystem::path kMireloProgram = BuiltProgram("mirelo");
 
 class KilledDay : public ::testing::Test {
  protected:

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "automation/number.h"
+#include "support/built_program.h"
 
 namespace mirelo::testing {
 
@@ -22,8 +23,7 @@ void TrackerProcess::Start(const std::vector<std::string>& more) {
                                      "--stream-port",     std::to_string(stream_port_),
                                      "--exit-with-parent"};
   arguments.insert(arguments.end(), more.begin(), more.end());
-  process_ =
-      std::make_unique<app::ChildProcess>(std::filesystem::path(MIRELO_BIN_DIR) / "quotetracker", arguments);
+  process_ = std::make_unique<app::ChildProcess>(BuiltProgram("quotetracker"), arguments);
   http_port_ = Number("HTTP port ");
   stream_port_ = Number("stream port ");
 }

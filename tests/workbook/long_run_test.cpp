@@ -26,9 +26,9 @@ namespace {
 using workbook::Spreadsheet;
 
 constexpr std::int32_t kDiskFull = 61;
-constexpr int kSaves = kIsSanitized ? 200 : kIsOptimized ? 2000 : 500;
-constexpr int kFailures = kSaves / 10;
-constexpr std::int64_t kSlack = kSaves * 512;  // bytes of memory
+const int kSaves = kIsSanitized ? 200 : kIsOptimized ? 2000 : 500;
+const int kFailures = kSaves / 10;
+const std::int64_t kSlack = kSaves * 512;  // bytes of memory
 constexpr int kWarmUp = 10;
 
 std::ptrdiff_t OpenDescriptors() {

@@ -179,14 +179,14 @@ TEST_F(SavingBeside, IsDoneInPlaceWhereNoProcessCanBeStarted) {
 }
 
 TEST_F(SavingBeside, LeavesNothingBehindOverManySaves) {
-  constexpr int kSaves = kIsSanitized ? 60 : 300;
+  const int saves = kIsSanitized ? 60 : 300;
   const FileHold hold(File());
   for (int i = 0; i < 10; ++i) {
     Begin();
     FinishWell();
   }
   const ProcessUse before = ProcessUse::Now();
-  for (int i = 0; i < kSaves; ++i) {
+  for (int i = 0; i < saves; ++i) {
     Write(i);
     Begin();
     ASSERT_NO_THROW(FinishWell()) << i;
