@@ -155,6 +155,8 @@ class Office:
         return code
 
     def _start(self, macro, seconds):
+        # The first start makes the profile and ends, without a look at the extension's libraries. It needs no sanitizers.
+        without = sanitizer() if self.process is None else {}
         self._write_macros()
         options = ["--norestore", "--nologo", "--nodefault", "--nolockcheck"]
         if self.headless:
@@ -167,7 +169,8 @@ class Office:
             # The program itself, not the script around it, so that it is ended by its id.
             office = self.process = subprocess.Popen(
                 [OFFICE / "program" / "soffice.bin", *options, *places, f"macro:///{macro}"],
-                env=self.environment, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                env={name: value for name, value in self.environment.items() if name not in without},
+                cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
             )
             try:
                 return office.wait(max(seconds, 1))
