@@ -89,7 +89,7 @@ class EndsWell:
 def sanitizer():
     """What an office is to find in its environment to load an extension that was built with the address sanitizer. It is no such
     program itself: its leaks, and how it frees what it made, are its own affair. What a report tells of where memory came
-    from ends with the second caller, since an office allocates much; without malloc_context_size it tells thirty."""
+    from is who asked for it, since an office allocates much; without malloc_context_size it tells thirty callers."""
     runtime = os.environ.get("MIRELO_SANITIZER_RUNTIME")
     if not runtime:
         return {}
