@@ -32,7 +32,7 @@ void WriteTable(host::excel::Worksheet& sheet) {
 }  // namespace
 
 workbook::Spreadsheet KeptSheets::OpenPersons() {
-  EXPECT_THAT(RunScript("write_sheets_of_a_person.py", File()), ::testing::IsEmpty());
+  WriteBytes(File(), PersonsWorkbook());
   return workbook::Spreadsheet::Open(File());
 }
 

@@ -1,13 +1,15 @@
 #include "workbook/script.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdio>
 #include <sstream>
 
+#include "support/file_text.h"
 #include "support/office_profile.h"
+#include "support/temp_directory.h"
 
 namespace mirelo::testing {
 
@@ -38,6 +40,15 @@ std::vector<std::string> RunScript(const std::string& script, const std::filesys
   std::istringstream in(output);
   for (std::string line; std::getline(in, line);) lines.push_back(line);
   return lines;
+}
+
+const std::string& PersonsWorkbook() {
+  static const std::string bytes = [] {
+    const TempDirectory folder;
+    EXPECT_THAT(RunScript("write_sheets_of_a_person.py", folder / "person.xlsx"), ::testing::IsEmpty());
+    return TextOfFile(folder / "person.xlsx");
+  }();
+  return bytes;
 }
 
 // The time is that of a program that hangs; on a busy machine it takes long. It ends with 0 as well when it

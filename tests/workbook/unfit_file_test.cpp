@@ -43,23 +43,14 @@ void AddTable(const Spreadsheet& spreadsheet) {
 
 class UnfitFile : public WorkbookFiles {
  protected:
-  // A person's workbook, written once for all tests.
-  static const std::string& PersonsBytes() {
-    static const std::string bytes = [] {
-      const TempDirectory folder;
-      EXPECT_THAT(RunScript("write_sheets_of_a_person.py", folder / "person.xlsx"), IsEmpty());
-      return BytesOf(folder / "person.xlsx");
-    }();
-    return bytes;
-  }
-  // One that has no room for more formats, with a table beside the person's sheets.
+  // A person's workbook that has no room for more formats, with a table beside the person's sheets.
   Spreadsheet OpenUnfit(Parts parts) const {
     FillFormats(parts);
     auto spreadsheet = Open(parts);
     AddTable(spreadsheet);
     return spreadsheet;
   }
-  Spreadsheet OpenUnfit() const { return OpenUnfit(Unzip(PersonsBytes())); }
+  Spreadsheet OpenUnfit() const { return OpenUnfit(Unzip(PersonsWorkbook())); }
 
   // What is told while it is saved.
   std::vector<std::string> ToldBySaving(Spreadsheet& spreadsheet) const {
@@ -215,7 +206,7 @@ class FullDisk : public UnfitFile {
 // The person's sheet is large, but packs to little: a file that keeps it finds room, and the helper files of
 // one that is written anew do not.
 TEST_F(FullDisk, LeavesAnUnfitFileAsItIsUntilThereIsRoomToWriteAllAnew) {
-  Parts parts = Unzip(PersonsBytes());
+  Parts parts = Unzip(PersonsWorkbook());
   std::string rows;
   for (int row = 10; row < 20'000; ++row) {
     const std::string number = std::to_string(row);
@@ -239,7 +230,7 @@ TEST_F(FullDisk, IsNoReasonToWriteAllAnew) {
   int refused = 0;
   for (const rlim_t room : std::initializer_list<rlim_t>{0, 10'000, 60'000, 200'000, 400'000}) {
     SCOPED_TRACE(room);
-    WriteBytes(File(), PersonsBytes());
+    WriteBytes(File(), PersonsWorkbook());
     auto spreadsheet = Spreadsheet::Open(File());
     AddLongTable(spreadsheet);
     for (const Saving& saving : SavedWithin(room, spreadsheet)) {
