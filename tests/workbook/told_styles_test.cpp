@@ -25,7 +25,7 @@ using workbook::Spreadsheet;
 
 // The 36,000 rows of a history without a limit; under the sanitizers a third of them, still a hundred times
 // the shortest run that is told by its column, and more than the writer gathers at once.
-constexpr std::int32_t kLastFormatted = kIsSanitized ? 12'002 : 36'002;
+const std::int32_t kLastFormatted = kIsSanitized ? 12'002 : 36'002;
 constexpr const char* kToldFormats[] = {"0.00", "#,##0", "mm/dd/yyyy"};
 
 std::size_t CountOf(std::string_view what, const std::string& text) {
@@ -106,7 +106,7 @@ TEST_F(LongFormats, AreToldByTheirCellsWhereTheFootWouldShowThem) {
   const auto with = [&](auto&& paint) {
     auto history = History(0);
     paint(*SheetOf(history)->Range("A3:C" + std::to_string(kLastFormatted)));
-    EXPECT_GT(ToldCells(history), std::size_t{3} * (kLastFormatted - 1'000));
+    EXPECT_GT(ToldCells(history), std::size_t{3} * static_cast<std::size_t>(kLastFormatted - 1'000));
     EXPECT_EQ(CountOf("<col ", Unzip(BytesOf(File())).at(kSheetPart)), 0U);
     ExpectSameFormats(history, Spreadsheet::Open(File()));
   };
@@ -121,7 +121,7 @@ TEST_F(LongFormats, AreToldByTheirCellsWhereSomethingStandsAtTheirEnd) {
   SheetOf(history)->Cells(kLastFormatted, 1)->Value(1);
   SheetOf(history)->Cells(kLastFormatted + 1, 2)->Value(1);
   SheetOf(history)->Cells(50'000, 3)->Value(1);
-  EXPECT_GT(ToldCells(history), std::size_t{3} * (kLastFormatted - 1'000));
+  EXPECT_GT(ToldCells(history), std::size_t{3} * static_cast<std::size_t>(kLastFormatted - 1'000));
   ExpectSameFormats(history, Spreadsheet::Open(File()));
 }
 
