@@ -1,5 +1,5 @@
-# Half of a build's time are the tests' own sources. A build that watches src by the sanitizers can take them as another build
-# has compiled them:
+# Half of a build's time is spent on the tests' own sources. A build that watches src by the sanitizers can take them as another
+# build has compiled them:
 #
 #   -D MIRELO_TESTS_OF=FOLDER   the build tree, of this checkout, whose tests' objects are linked
 #
@@ -8,8 +8,8 @@
 # all the same; what they do by themselves is not, which is why the preset asan compiles everything.
 set(MIRELO_TESTS_OF "" CACHE PATH "The build tree of this checkout whose compiled tests are linked; empty to compile them")
 
-# What the other build has to tell is told when it is configured, so it is, just before. A source that was added to a test would
-# be missing here otherwise, in silence.
+# The other build writes the lists of its objects when it is configured. So it is configured first, each time: else a source
+# that was added to a test would be missing here in silence.
 if(MIRELO_TESTS_OF)
   set(configure ${MIRELO_TESTS_OF})
   if(NOT EXISTS ${MIRELO_TESTS_OF}/CMakeCache.txt)
@@ -41,7 +41,11 @@ endfunction()
 # Has the other build bring its objects up to date, each time.
 function(mirelo_compile_tests)
   get_property(objects GLOBAL PROPERTY MIRELO_COMPILED_TESTS)
-  list(TRANSFORM objects REPLACE "^${MIRELO_TESTS_OF}/" "" OUTPUT_VARIABLE targets)
+  set(targets "")
+  foreach(object IN LISTS objects)
+    file(RELATIVE_PATH target ${MIRELO_TESTS_OF} ${object})
+    list(APPEND targets ${target})
+  endforeach()
   add_custom_target(compiled_tests BYPRODUCTS ${objects}
     COMMAND ${CMAKE_COMMAND} --build ${MIRELO_TESTS_OF} --target ${targets}
     COMMENT "Compiling tests in ${MIRELO_TESTS_OF}" VERBATIM)

@@ -48,7 +48,7 @@ set(MIRELO_WINDOWS_WITHOUT
   "^tests/loop/(burst_test|main|office_waiting_test|qt_waiting_test)\\.cpp$"
   # What is libcurl's own: what it takes for a head, how it counts what comes and the time that passes, what it leaves with the
   # server, and where redirects end. tests/windows has limits and timeouts of WinINet's.
-  "^tests/http/(hostile_heads|limits|multi|redirect_addresses|timeouts|unasked_requests|unread_bodies)_test\\.cpp$"
+  "^tests/http/(hostile_heads|limits|long_transfer|multi|redirect_addresses|timeouts|unasked_requests|unread_bodies|whole_reply)_test\\.cpp$"
   # An alarm of the system's clock interrupts a walk that has no end.
   "^tests/streaming/endless_walk_test\\.cpp$")
 

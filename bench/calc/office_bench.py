@@ -62,8 +62,8 @@ def in_office(macro, options=(), **libraries):
             "MIRELO_OPTIONS": "\n".join([*options, f"--benchmark_out={notes}", "--benchmark_out_format=json"]),
         }
         office = Office(folder, environment, headless=False)
-        office.install(BUILD / "mirelo.oxt")
-        office.install_folder(BUILD / "bench" / "calc" / "extension")
+        office.install()
+        office.install(BUILD / "bench" / "calc" / "extension", "bench")
         office.add_macros(**libraries)
         with StandIn(BUILD / "bin", "--rate", str(RATE)) as tracker:
             mirelo = BUILD / "bin" / "mirelo"

@@ -113,11 +113,11 @@ class Office:
         user.mkdir(parents=True, exist_ok=True)
         shutil.copy(pathlib.Path(SOURCE) / "tests" / "support" / "office_settings.xcu", user / "registrymodifications.xcu")
 
-    def install(self, extension=EXTENSION):
+    def install(self, extension=EXTENSION, name=None):
         """As the extensions that come with an office for all users: unpacked. The build's own folder, which offices only read:
         with the sanitizers in it, to unpack it takes longer than the office's start."""
         (self.folder / "extensions").mkdir(exist_ok=True)
-        (self.folder / "extensions" / extension.name).symlink_to(extension)
+        (self.folder / "extensions" / (name or extension.name)).symlink_to(extension)
 
     def add_macros(self, **libraries):
         """Libraries by their names: a file of Basic, or several, each of which is a module."""

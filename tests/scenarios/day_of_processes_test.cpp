@@ -99,7 +99,14 @@ class DayOfProcesses : public ::testing::Test {
       if (Rows() > rows) return true;
       std::this_thread::sleep_for(20ms);
     }
+    ADD_FAILURE() << Rows() << " rows; the day told:\n" << WhatIsTold();
     return false;
+  }
+  // All lines that it has told and nobody has read.
+  std::string WhatIsTold() const {
+    std::string all;
+    while (const auto line = mirelo->ReadLine(0ms)) all += *line + "\n";
+    return all;
   }
   // Stops the process that saves the workbook while it writes, as a disk does that does not answer. False
   // when there comes none.

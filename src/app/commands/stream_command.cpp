@@ -122,8 +122,8 @@ int StreamCommand::Run() {
   }
   Session session(global_);
   tickers_ = WithList(SplitTickers(tickers_), list_);
-  options_.Apply(session);
   if (port_ != 0) session.host().Override("SocketPort", std::to_string(port_));
+  options_.Apply(session);
   const std::string file = StreamerFile(session);
   if (file.empty()) return kFailed;
 

@@ -55,6 +55,19 @@ std::shared_ptr<host::excel::Comment> CommentOf(const CellBlock& cell) {
   return NoteOn(cell).is() ? std::make_shared<CommentObject>(cell) : nullptr;
 }
 
+namespace {
+
+// Into the box that it is to have. Not inserted with its text: the office would look for a box that fits,
+// which takes four times as long as to lay a long text into the one that is wanted, and would drop an empty
+// last line.
+void LayText(const css::uno::Reference<css::sheet::XSheetAnnotation>& note, std::string_view text) {
+  As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape()->setSize(kBoxSize);
+  const auto shown = OfficeText(CleanText(text));
+  if (!shown.isEmpty()) As<css::text::XSimpleText>(note)->setString(shown);
+}
+
+}  // namespace
+
 std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::string_view text) {
   if (CommentOf(cell) != nullptr) throw Refusals::HasAComment();
   CheckCommentText(text);
@@ -62,12 +75,13 @@ std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::str
   As<css::sheet::XSheetAnnotationsSupplier>(cell.sheet->Get())
       ->getAnnotations()
       ->insertNew(address, OfficeText(" "));
-  const auto note = As<css::sheet::XSheetAnnotationAnchor>(cell.FirstCell())->getAnnotation();
-  As<css::sheet::XSheetAnnotationShapeSupplier>(note)->getAnnotationShape()->setSize(kBoxSize);
-  // Not inserted with its text: the office would look for a box that fits, which takes four times as long as
-  // to lay a long text into the one that is wanted, and would drop an empty last line.
-  const auto shown = OfficeText(CleanText(text));
-  if (!shown.isEmpty()) As<css::text::XSimpleText>(note)->setString(shown);
+  try {
+    LayText(As<css::sheet::XSheetAnnotationAnchor>(cell.FirstCell())->getAnnotation(), text);
+  } catch (...) {
+    // Nothing half done: a client that tries again would find the cell taken.
+    As<css::sheet::XSheetOperation>(cell.Cells())->clearContents(css::sheet::CellFlags::ANNOTATION);
+    throw;
+  }
   return std::make_shared<CommentObject>(cell);
 }
 

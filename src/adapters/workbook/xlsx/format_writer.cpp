@@ -39,7 +39,7 @@ constexpr std::array<void (*)(lxw_format*, std::uint8_t), 4> kSetLine{format_set
 constexpr std::array<void (*)(lxw_format*, lxw_color_t), 4> kSetLineColor{
     format_set_left_color, format_set_right_color, format_set_top_color, format_set_bottom_color};
 
-// What both a font and a condition's format say of font.
+// What both a font and a condition's format say of the font.
 template <class Font>
 void SetFont(lxw_format* format, const Font& font) {
   if (font.bold) format_set_bold(format);
