@@ -3,9 +3,9 @@
 #
 #   -D MIRELO_TESTS_OF=FOLDER   the build tree, of this checkout, whose tests' objects are linked
 #
-# What is watched then is all that is not tests: each library is linked whole and before the tests, so that of each inline function
-# and template that both have, the one that is watched counts. What tests allocate, free, or hand to the C library is watched
-# all the same; what they do by themselves is not, which is why the preset asan compiles everything.
+# What is watched then is all that is not tests: each library is linked whole and before the tests, so that of each inline
+# function and template that both have, the one that is watched counts. What tests allocate, free, or hand to the C library is
+# watched all the same; what they do by themselves is not, which is why the preset asan compiles everything.
 set(MIRELO_TESTS_OF "" CACHE PATH "The build tree of this checkout whose compiled tests are linked; empty to compile them")
 
 # The other build writes the lists of its objects when it is configured. So it is configured first, each time: else a source
@@ -35,7 +35,8 @@ function(mirelo_compiled_test NAME)
   set_target_properties(test_${NAME} PROPERTIES LINKER_LANGUAGE CXX)
   set_property(GLOBAL APPEND PROPERTY MIRELO_COMPILED_TESTS ${objects})
   add_dependencies(test_${NAME} compiled_tests)
-  cmake_language(EVAL CODE "cmake_language(DEFER DIRECTORY \"${CMAKE_SOURCE_DIR}\" CALL mirelo_link_libraries_first test_${NAME})")
+  cmake_language(EVAL CODE
+    "cmake_language(DEFER DIRECTORY \"${CMAKE_SOURCE_DIR}\" CALL mirelo_link_libraries_first test_${NAME})")
 endfunction()
 
 # Has the other build bring its objects up to date, each time.
