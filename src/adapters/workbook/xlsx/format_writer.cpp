@@ -7,6 +7,7 @@
 
 #include "adapters/workbook/rules.h"
 #include "host/excel/constants.h"
+#include "spreadsheet/errors.h"
 #include "spreadsheet/format_code.h"
 
 namespace mirelo::workbook {
