@@ -45,8 +45,14 @@ std::string WhatWasMeant(const command_line::Program& program, const std::vector
   if (left_over.empty() || std::ranges::any_of(left_over, is_option)) return {};
   for (const command_line::Command& command : program.Chosen()) {
     const std::string& word = left_over.front();
-    if (const std::string option = OptionOfOneValue(command, word); !option.empty())
-      return option + " takes one value each time: write " + option + " once more, in front of " + word;
+    if (std::string said = OptionOfOneValue(command, word); !said.empty()) {
+      const std::string option = said;
+      said.append(" takes one value each time: write ")
+          .append(option)
+          .append(" once more, in front of ")
+          .append(word);
+      return said;
+    }
     if (command.Has("--tickers"))
       return "Tickers go behind --tickers: mirelo " + command.Name() + " --tickers " + Join(left_over, ",");
   }
