@@ -11,7 +11,7 @@
 # With ccache a build of sources that were built before, in this folder or another, only links. The cache must be told
 # that precompiled headers are meant, and the compilers to keep the time out of them. By the compiler's list of what a source
 # includes it knows a source again without preprocessing it, which took clang a quarter of the time of each source anew. It looks at
-# these files behind the compiler. So it must not be told to overlook their times: what was compiled of a file that changed
+# these files after the compiler. So it must not be told to overlook their times: what was compiled of a file that changed
 # meanwhile would be kept for what the file holds then.
 find_program(MIRELO_CCACHE ccache)
 if(MIRELO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

@@ -39,20 +39,18 @@ std::string OptionOfOneValue(const command_line::Command& command, const std::st
   return is_given("--also") && WhyNoAlsoFile(word).empty() ? "--also" : "";
 }
 
+std::string OneValueEachTime(const std::string& option, const std::string& next) {
+  return option + " takes one value each time: write " + option + " once more, in front of " + next;
+}
+
 // Words behind a command that takes its tickers by an option.
 std::string WhatWasMeant(const command_line::Program& program, const std::vector<std::string>& left_over) {
   const auto is_option = [](const std::string& word) { return word.starts_with('-'); };
   if (left_over.empty() || std::ranges::any_of(left_over, is_option)) return {};
   for (const command_line::Command& command : program.Chosen()) {
     const std::string& word = left_over.front();
-    if (std::string said = OptionOfOneValue(command, word); !said.empty()) {
-      const std::string option = said;
-      said.append(" takes one value each time: write ")
-          .append(option)
-          .append(" once more, in front of ")
-          .append(word);
-      return said;
-    }
+    if (const std::string option = OptionOfOneValue(command, word); !option.empty())
+      return OneValueEachTime(option, word);
     if (command.Has("--tickers"))
       return "Tickers go behind --tickers: mirelo " + command.Name() + " --tickers " + Join(left_over, ",");
   }

@@ -14,7 +14,7 @@ inline constexpr std::string_view kFirstSourceKey = "ComQuoteSource";
 // QuoteTracker's file of each quote source, by the source's display text.
 inline constexpr std::string_view kSources = "Settings\\QuoteSource\\List";
 inline constexpr std::string_view kWatchLists = "Settings\\WatchList";
-// What the sections begin with in which forms keep their places, each in one of its own.
+// Each form keeps its place in a section of its own; this is what their names begin with.
 inline constexpr std::string_view kWindows = "Windows settings\\";
 
 }  // namespace mirelo::catalogue

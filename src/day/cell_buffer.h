@@ -6,8 +6,8 @@
 
 namespace mirelo::day {
 
-// The array of a block of cells that is to be written. Blocks are small and come by the thousand, most often
-// of the size of the one before: then they take its array, unless somebody has kept that.
+// The array of a block of cells that is to be written. Blocks are small and come by the thousand. One takes
+// the array of the block before where the size is the same and nobody else holds it.
 class CellBuffer {
  public:
   // Cells, counted from 1, all of which are to be filled.

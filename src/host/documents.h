@@ -39,10 +39,10 @@ class Document {
   // sentence for each such thing. What was given once is not given again.
   virtual std::vector<std::string> NewLosses() = 0;
 
-  // Of what NewLosses would have besides if this sheet were changed before the document is saved, what a
-  // person made and works with, such as formulas: that deserves a question before. Settings and looks, which
-  // most programs leave on every sheet, are none of it. Asking counts as telling nobody: NewLosses gives it
-  // all the same when that comes. Empty for a sheet that the document does not have.
+  // What a person made and works with, such as formulas, that would be lost if this sheet were changed before
+  // the document is saved: worth a question first. Settings and formats do not count, since most programs
+  // leave some on every sheet. Asking does not take the sentences from NewLosses. Empty for a sheet that the
+  // document does not have.
   virtual std::vector<std::string> WorkLostByChange(const std::string& /*sheet*/) { return {}; }
 
   // Saves it. The file changes at once and as a whole, or stays as it was. `tell` is called with each of

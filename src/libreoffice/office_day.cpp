@@ -155,8 +155,9 @@ std::string OfficeDay::Report() const {
   }
   std::string report = "Quotes are coming into " + TitleOf(day_->document()) + ".\n" + day_->day().Source() +
                        "\n" + day_->day().Came().Text();
-  if (const int calls = day_->day().Reconnects(); calls > 0)
-    report += "\nReconnected to QuoteTracker " + std::to_string(calls) + (calls == 1 ? " time" : " times");
+  if (const int reconnects = day_->day().Reconnects(); reconnects > 0)
+    report += "\nReconnected to QuoteTracker " + std::to_string(reconnects) +
+              (reconnects == 1 ? " time" : " times");
   if (!day_->Told().Lines().empty()) report += "\n\nLast told:";
   for (const std::string& line : day_->Told().Lines()) report += "\n" + line;
   return report;

@@ -60,7 +60,7 @@ class cQTStreaming : public Object, public std::enable_shared_from_this<cQTStrea
   void Owner(cMirelo* owner) { Owner_ = std::shared_ptr<cMirelo>(std::shared_ptr<cMirelo>(), owner); }
   void Owner(std::shared_ptr<cMirelo> owner) { Owner_ = std::move(owner); }
 
-  // The streamer file to ask for (GiveStreamerFile); an empty one stops the conversation behind the login.
+  // The streamer file to ask for (GiveStreamerFile); an empty one stops the conversation after the login.
   const std::string& st_StreamerFile() const { return st_StreamerFile_; }
   void st_StreamerFile(std::string value) { st_StreamerFile_ = std::move(value); }
 

@@ -1,5 +1,4 @@
 #include "app/program.h"
-#include "support/built_program.h"
 
 #include <fcntl.h>
 #include <linux/capability.h>
@@ -13,6 +12,8 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+
+#include "support/built_program.h"
 
 namespace mirelo::testing {
 

@@ -1,5 +1,4 @@
 #include "app/terminal_program.h"
-#include "support/built_program.h"
 
 #include <pty.h>
 #include <sys/wait.h>
@@ -8,6 +7,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
+
+#include "support/built_program.h"
 
 namespace mirelo::testing {
 

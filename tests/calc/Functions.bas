@@ -244,11 +244,14 @@ Function TenFormulas(First As Integer)
   TenFormulas = Formulas
 End Function
 
-' Of anybody to the port of the stream, as the test counts them where the file is gone.
+' Of anybody to the port of the stream, as the test counts them where the file is gone; -1 where it does not.
 Function Connections() As Integer
-  Dim Number As Integer, Entry As String
+  Dim Number As Integer, Entry As String, Began
+  Connections = -1
+  Began = Timer
   If FileExists(Environ("MIRELO_CONNECTIONS")) Then Kill Environ("MIRELO_CONNECTIONS")
   Do While Not FileExists(Environ("MIRELO_CONNECTIONS"))
+    If Timer > Began + Patience Then Exit Function
     Turn(20)
   Loop
   Number = FreeFile

@@ -1,5 +1,4 @@
 #include "quotetracker/started_program.h"
-#include "support/built_program.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -13,6 +12,8 @@
 #include <stdexcept>
 #include <system_error>
 #include <utility>
+
+#include "support/built_program.h"
 
 namespace mirelo::quotetracker {
 namespace {

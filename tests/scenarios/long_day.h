@@ -56,12 +56,12 @@ class LongDay : public ::testing::Test {
   LongDay();
   ~LongDay() override;
 
-  // A long day saves hundreds of times while servers of the test run on threads of this process. The address
-  // sanitizer's memory stands still now and then in a process that is forked beside other threads, as the
-  // file writer's is.
+  // A long day saves hundreds of times while servers of the test run on threads of this process.
   void SetUp() override {
-    if (kIsSanitized)
-      GTEST_SKIP() << "the sanitizers' memory stands still in processes that are forked beside threads";
+    if (kIsSanitized) {
+      GTEST_SKIP() << "the sanitizers' memory stands still now and then in a process that is forked beside "
+                      "other threads, as the file writer's is";
+    }
   }
 
   // Fills the settings dialog, presses its Go, and begins what follows, with a save each 20 ms of the day.

@@ -10,8 +10,7 @@ namespace mirelo::testing {
 // failure of the test.
 std::vector<std::string> RunScript(const std::string& script, const std::filesystem::path& file);
 
-// The bytes of a workbook with sheets of a person's own: a script writes it, once for all tests of the
-// program.
+// The bytes of a workbook with sheets of a person's own: a script writes it, once in a process.
 const std::string& PersonsWorkbook();
 
 // Has LibreOffice Calc convert a file into its folder, where that program's settings come to lie as well.

@@ -25,15 +25,15 @@ class Lookout : public std::enable_shared_from_this<Lookout> {
  public:
   using Time = std::chrono::steady_clock::time_point;
 
-  // For a step that this loop takes. Starts the thread, which waits for nothing yet.
+  // Makes the lookout of this loop and starts its thread, which waits for nothing yet.
   static std::shared_ptr<Lookout> Of(OfficeLoop& loop, std::shared_ptr<Office> office);
 
   // These are called on the main thread.
 
-  // What to wait for: as the loop's steps have left it. Without `timer` it is as before.
+  // What to wait for, as the loop's last step left it. Without `timer` the timer stays.
   void WaitFor(const std::vector<pollfd>& polled);
   void WaitFor(const std::vector<pollfd>& polled, std::optional<std::chrono::nanoseconds> timer);
-  // The loop steps, or waits by itself, from now on; and no more. May nest.
+  // Between these two the loop steps or waits by itself, and nothing is posted. They may nest.
   void StepBegins();
   void StepEnds();
   // No step is taken from now on.

@@ -41,7 +41,7 @@ class OfficeLoop : public host::MessageLoop {
   Token StartTimer(Milliseconds delay, std::function<void()> handler) override;
   void StopTimer(Token timer) override;
 
-  // Leaves the office's own events alone: the stream yields behind each quote, and a step that was posted is
+  // Leaves the office's own events alone: the stream yields after each quote, and a step that was posted is
   // over soon.
   void Yield() override;
   // Handles the office's events, too.

@@ -35,7 +35,7 @@ std::string Header(const std::vector<host::DataColumn>& columns) {
 
 CsvJournal::CsvJournal(std::filesystem::path file, const std::vector<host::DataColumn>& columns)
     : path_(std::move(file)), file_(Open(path_)) {
-  if (file_.number() < 0) Fail(errno);
+  if (!file_.IsOpen()) Fail(errno);
   struct stat status {};
   if (::fstat(file_.number(), &status) != 0) Fail(errno);
   if (!S_ISREG(status.st_mode)) Refuse("it is no regular file");

@@ -64,7 +64,7 @@ class ProcessCopy {
   bool Receive();
   // The next whole message of what was received.
   std::optional<Message> Next();
-  // Lets the copy go on behind AwaitAnswer.
+  // Lets the copy go on after AwaitAnswer.
   void Answer() const;
 
   // How it ended, in a few words; to be called when nothing more will come.
@@ -75,7 +75,7 @@ class ProcessCopy {
   // cannot be ended before the disk answers. Such a one is left behind after `patience`, and the result is
   // false: it does nothing of its own any more, but what it has asked of the disk last may still be done, and
   // until then it keeps its locks. Later objects of this class see to it that no trace of it stays. To be
-  // called once; nothing else may be called behind it.
+  // called once; nothing else may be called after it.
   bool Kill(std::chrono::milliseconds patience = kLongestEnd);
   static constexpr std::chrono::milliseconds kLongestEnd{3000};
 

@@ -29,7 +29,7 @@ class SavingCopy : public host::Saving {
   };
   struct End {
     std::exception_ptr failure;  // null when it was saved
-    FileStamp stamp;             // of what was put in place, also where the copy broke off behind that
+    FileStamp stamp;             // of what was put in place, also where the copy broke off after that
   };
 
   // Null where no copy can be made. `done` is called at the end, from the loop; this may be destroyed in it.

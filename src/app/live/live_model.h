@@ -73,7 +73,7 @@ class LiveModel {
   std::vector<Row> rows_;
 
   std::size_t first_row_ = 0;
-  std::size_t first_column_ = 1;  // of those behind the first, which always stands
+  std::size_t first_column_ = 1;  // the first shown of those that scroll; column 0 is always shown
   std::size_t page_ = 1;          // rows of the last picture
   std::size_t sorted_by_ = kNone;
   bool downwards_ = false;

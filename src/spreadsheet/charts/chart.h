@@ -86,7 +86,7 @@ struct ChartAxis {
   friend bool operator==(const ChartAxis&, const ChartAxis&) = default;
 };
 
-// A colour of a point or a series as somebody set it; nothing where nobody did.
+// A colour of a point or a series as somebody set it; Look::Automatic where nobody did.
 struct PointColor {
   Look look = Look::Automatic;
   Color color = kAutomatic;  // of an own look
@@ -121,7 +121,7 @@ struct Chart {
 
   std::string name;  // of its shape, "Chart 1"; of a chart sheet the sheet's
   const ChartKind* kind = &kColumnKind;
-  ChartBox place{0, 0, kStandardWidth, kStandardHeight};  // on its sheet, whole pixels of three quarters
+  ChartBox place{0, 0, kStandardWidth, kStandardHeight};  // on its sheet: whole pixels of 0.75 points
   std::int32_t placement = 1;  // XlPlacement: moves and grows with the cells beneath, 2 moves, 3 does neither
   ChartFill area;
   ChartFill plot;

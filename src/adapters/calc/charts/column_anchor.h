@@ -9,9 +9,9 @@
 
 namespace mirelo::calc {
 
-// Where a chart stands by the columns of its sheet. It is moved with the columns before its own first one,
-// and grows with those that it covers. The office keeps up which columns these are when some are inserted and
-// deleted. Called within Document::Ask.
+// Where a chart stands by the columns of its sheet. Columns that are inserted, deleted or resized to the left
+// of the chart move it; those that it covers resize it. The office tracks which columns these are. Called
+// within Document::Ask.
 class ColumnAnchor {
  public:
   // Nothing on a sheet whose columns go from the right to the left, and for a chart that stands off them.

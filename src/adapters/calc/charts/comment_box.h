@@ -36,7 +36,7 @@ class CommentBox final : public host::excel::Shape {
   void ScaleHeight(double factor, host::excel::MsoTriState relative_to_original_size) override;
   void ScaleWidth(double factor, host::excel::MsoTriState relative_to_original_size) override;
 
-  // Whether this is the box of the office. Called within Document::Ask.
+  // Whether the office draws this comment in `shape`. Called within Document::Ask.
   bool IsIn(const Reference<css::drawing::XShape>& shape) const { return Box() == shape; }
 
  private:

@@ -27,7 +27,7 @@ struct OfficeChart {
   Properties ValueGrid() const;
   Properties CategoryGrid() const;
 
-  // That of columns for a diagram that is of no kind of ours, such as a pie.
+  // The kind of columns where the diagram, such as a pie, is of none of ours.
   const spreadsheet::ChartKind& Kind() const;
   std::vector<Reference<css::chart2::XDataSeries>> Series() const;
 };

@@ -218,7 +218,7 @@ bool BorderLines::Gather(const std::function<void(Line&)>& change) const {
   return document.AskAsItStands([&] {
     GatheredFormats& gathered = document.Gathered();
     if (gathered.HasLinesBesideThoseOf(block_)) gathered.Lay();  // they may lie along these
-    GatheredFormats::CellFormat& format = gathered.Of(block_);
+    GatheredFormats::BlockFormat& format = gathered.Of(block_);
     if (IsHollow(block_, index_)) return true;
     auto known = format.lines.find(index_);
     if (known == format.lines.end()) {

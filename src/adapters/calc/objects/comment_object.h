@@ -31,7 +31,7 @@ std::shared_ptr<host::excel::Comment> LayComment(const CellBlock& cell, std::str
 void ClearComments(const CellBlock& block);
 // The cells of a block that have comments.
 spreadsheet::AreaSet CommentedCells(const CellBlock& block);
-// The person's steps hold the boxes of comments that are about to go.
+// Empties the undo list if the block has comments: its steps hold their boxes, which are about to go.
 void ForgetStepsWithCommentsOf(const CellBlock& block);
 
 }  // namespace mirelo::calc

@@ -82,7 +82,7 @@ class Document : public std::enable_shared_from_this<Document> {
   // By name without regard to case. Null when none bears it.
   std::shared_ptr<DocumentSheet> Find(std::string_view name);
   std::shared_ptr<DocumentSheet> SheetOf(const Reference<css::sheet::XSpreadsheet>& uno);
-  // A new one in front of the one in front, which it becomes.
+  // Adds a sheet before the active one and makes it active.
   std::shared_ptr<DocumentSheet> AddSheet(std::string_view name);
 
   NumberFormats& Formats() { return *formats_; }
@@ -98,11 +98,11 @@ class Document : public std::enable_shared_from_this<Document> {
   // either ends.
   bool Gathers() const { return pause_ != nullptr && pause_->IsOn(); }
   GatheredFormats& Gathered() const { return *gathered_; }
-  // The office makes no steps until the end of that time.
+  // Until Gathers ends, the office records nothing that a person could undo.
   bool HoldsSteps() const { return holds_steps_; }
   void HoldSteps() { holds_steps_ = true; }
   void MakeStepsAgain();
-  // Whether a sheet was found to be open to changes, which nobody can alter in that time.
+  // Whether this sheet was found to be unprotected; nobody can alter that while Gathers.
   bool IsKnownOpen(const DocumentSheet& sheet) const { return Gathers() && open_ == &sheet; }
   void NoteOpen(const DocumentSheet& sheet) { open_ = &sheet; }
   // What is kept of its charts; null at first.

@@ -19,8 +19,8 @@ class Document;
 class DocumentSheet;
 
 // What is in front in a document's window, and what is selected there. While it is held (ScreenUpdating is
-// off), selecting goes on beside what the person sees, who stays where they are; what was selected in the
-// end is shown when it is let go, unless it is what was in front at first, hidden, or gone.
+// off), clients select without moving what the person sees. When it is let go, what was selected last is
+// shown, unless that was in front at first, or is hidden or gone.
 //
 // Calc has no chart sheets. One that is in front here covers the sheet that the person sees, until they or
 // somebody else turn to another.

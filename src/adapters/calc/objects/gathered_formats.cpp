@@ -36,10 +36,10 @@ Properties CellsOf(DocumentSheet& sheet, const spreadsheet::AreaSet& areas) {
 
 // Cells of one sheet that get the same.
 struct GatheredFormats::Alike {
-  const CellFormat* first;
+  const BlockFormat* first;
   spreadsheet::AreaSet areas;
 
-  bool Takes(const CellFormat& format) const {
+  bool Takes(const BlockFormat& format) const {
     return format.lines.empty() && first->lines.empty() && format.block.sheet == first->block.sheet &&
            format.properties == first->properties;
   }
@@ -58,26 +58,26 @@ struct GatheredFormats::Alike {
   }
 };
 
-GatheredFormats::CellFormat& GatheredFormats::Of(const CellBlock& block) {
+GatheredFormats::BlockFormat& GatheredFormats::Of(const CellBlock& block) {
   const auto known =
-      std::ranges::find_if(formats_, [&](const CellFormat& format) { return AreSame(format.block, block); });
+      std::ranges::find_if(formats_, [&](const BlockFormat& format) { return AreSame(format.block, block); });
   if (known != formats_.end()) return *known;
   if (std::ranges::any_of(formats_,
-                          [&](const CellFormat& format) { return ShareCells(format.block, block); }))
+                          [&](const BlockFormat& format) { return ShareCells(format.block, block); }))
     Lay();
   block.CheckNotProtected();
-  return formats_.emplace_back(CellFormat{block});
+  return formats_.emplace_back(BlockFormat{block});
 }
 
 bool GatheredFormats::HasLinesBesideThoseOf(const CellBlock& block) const {
-  return std::ranges::any_of(formats_, [&](const CellFormat& format) {
+  return std::ranges::any_of(formats_, [&](const BlockFormat& format) {
     return !format.lines.empty() && !AreSame(format.block, block);
   });
 }
 
 void GatheredFormats::Lay() {
   if (formats_.empty()) return;
-  const std::vector<CellFormat> formats = std::exchange(formats_, {});
+  const std::vector<BlockFormat> formats = std::exchange(formats_, {});
   const std::vector<Alike> together = Together(formats);
   if (together.empty()) return;
   const UndoAside aside(document_, UndoAside::OfCells());
@@ -95,9 +95,9 @@ void GatheredFormats::Lay() {
   }
 }
 
-std::vector<GatheredFormats::Alike> GatheredFormats::Together(const std::vector<CellFormat>& formats) {
+std::vector<GatheredFormats::Alike> GatheredFormats::Together(const std::vector<BlockFormat>& formats) {
   std::vector<Alike> all;
-  for (const CellFormat& format : formats) {
+  for (const BlockFormat& format : formats) {
     if (format.properties.empty()) continue;
     const auto alike = std::ranges::find_if(all, [&](const Alike& others) { return others.Takes(format); });
     if (alike == all.end()) {

@@ -18,7 +18,7 @@ namespace mirelo::calc {
 class GatheredFormats {
  public:
   // What was told of the same cells.
-  struct CellFormat {
+  struct BlockFormat {
     CellBlock block;
     std::map<std::string, Any, std::less<>> properties = {};
     std::map<host::excel::XlBordersIndex, spreadsheet::BorderLine> lines =
@@ -30,7 +30,7 @@ class GatheredFormats {
 
   // The formats gathered for exactly this block, to be added to; valid until the next call. Where other
   // blocks overlap it, all that was gathered is applied first. Error 1004 where the sheet is protected.
-  CellFormat& Of(const CellBlock& block);
+  BlockFormat& Of(const CellBlock& block);
   bool HasLinesBesideThoseOf(const CellBlock& block) const;
 
   // Brings all into the document, and holds nothing any more, also where that fails.
@@ -39,10 +39,10 @@ class GatheredFormats {
  private:
   struct Alike;
 
-  static std::vector<Alike> Together(const std::vector<CellFormat>& formats);
+  static std::vector<Alike> Together(const std::vector<BlockFormat>& formats);
 
   Document& document_;
-  std::vector<CellFormat> formats_;  // which share no cells
+  std::vector<BlockFormat> formats_;  // which do not overlap
 };
 
 }  // namespace mirelo::calc

@@ -10,8 +10,8 @@
 
 namespace mirelo::calc {
 
-// The fill of cells. Calc's is of one colour, without patterns: a colour of their lines is taken and
-// forgotten.
+// The fill of cells. Calc fills them with one colour and no pattern: a pattern's colour is accepted and
+// ignored.
 class InteriorObject final : public host::excel::Interior {
  public:
   explicit InteriorObject(CellBlock block) : block_(std::move(block)) {}

@@ -38,7 +38,7 @@ class Properties {
     return otherwise;
   }
 
-  // Gives it the value that it has of itself.
+  // Sets it back to its default.
   void Reset(std::string_view name) const {
     As<css::beans::XPropertyState>(set_)->setPropertyToDefault(OfficeText(name));
   }

@@ -48,8 +48,8 @@ class SheetConditions {
   void Add(const spreadsheet::Area& area, host::excel::XlFormatConditionOperator op,
            const std::string& formula, const std::string& style) const;
   void Clear(const spreadsheet::Area& area) const;
-  // Of areas of which only some columns lie above or below this one, the office loses track when its cells
-  // are taken out. So they are cut at its sides.
+  // When cells of `area` are deleted, the office loses track of conditions that share only some of its
+  // columns. So those are split at the area's sides first.
   void CutBeside(const spreadsheet::Area& area) const;
   static void SetStyle(const SheetCondition& condition, const std::string& style);
 

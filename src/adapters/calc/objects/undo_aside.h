@@ -5,8 +5,8 @@ namespace mirelo::calc {
 class Document;
 
 // Keeps what is done in its lifetime out of the person's undo list, which stays as it is. The office opens
-// the list again behind many a change, so of several changes Document::StayAside is said in front of each but
-// the first.
+// the list again after many a change, so of several changes Document::StayAside is said before each but the
+// first.
 class UndoAside {
  public:
   // The list is locked. The office makes its steps all the same, and drops them.

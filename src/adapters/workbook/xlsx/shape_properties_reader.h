@@ -25,7 +25,7 @@ class ShapePropertiesReader {
   PointColor Edge(pugi::xml_node shape) const;
   bool Shadow(pugi::xml_node shape) const;
 
-  // The colour of a font: that of the fill in their properties.
+  // The colour of a font: that of the fill in its properties.
   Color FontColor(pugi::xml_node properties) const;
 
   // For parts of whose shape nothing is kept: reports `what` as lost if the shape has any look of its own.
