@@ -29,5 +29,3 @@ install(CODE "
   set(destination ${MIRELO_INCLUDEDIR})
   include(${CMAKE_CURRENT_SOURCE_DIR}/install_headers.cmake)"
   ${DEVELOPMENT})
-
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/mirelo-dev ${DEVELOPMENT})

@@ -38,7 +38,7 @@ Document DocumentIn(const Reference<css::frame::XFrame>& frame) {
 }
 
 void ShowGuide(const Reference<css::uno::XComponentContext>& context) {
-  const std::string address = uno::TextOf(OwnFolder()) + "/guide.md";
+  const std::string address = uno::TextOf(OwnFolder()) + "/docs/guide.md";
   try {
     css::system::SystemShellExecute::create(context)->execute(
         uno::OfficeText(address), "", css::system::SystemShellExecuteFlags::URIS_ONLY);

@@ -78,7 +78,7 @@ class Dialogs(unittest.TestCase):
         self.assertNotIn("mirelo", self.log)
 
     def test_help_opens_the_guide_that_came_with_the_extension(self):
-        self.assertEqual(self.opened, (self.extension / "guide.md").as_uri())
+        self.assertEqual(self.opened, (self.extension / "docs" / "guide.md").as_uri())
 
     def test_a_document_with_a_box_above_it_is_closed_when_the_box_was_answered(self):
         self.assertEqual(self.notes["refuses below the box"], "True")

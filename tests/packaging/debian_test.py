@@ -79,7 +79,7 @@ class Package(unittest.TestCase):
         self.dpkg("--install", self.file)
         extension = self.root / "usr/lib/libreoffice/share/extensions/mirelo"
         self.assertTrue(extension.is_symlink())
-        for part in ("description.xml", "META-INF/manifest.xml", "libmirelo.uno.so", "libmirelo_front.uno.so", "guide.md"):
+        for part in ("description.xml", "META-INF/manifest.xml", "libmirelo.uno.so", "libmirelo_front.uno.so", "docs/guide.md"):
             self.assertTrue((extension / part).is_file(), part)
         with zipfile.ZipFile(self.root / "usr/lib/mirelo/mirelo.oxt") as packed:
             there = {str(path.relative_to(extension)) for path in extension.rglob("*") if path.is_file()}

@@ -5,6 +5,7 @@ import struct
 import unittest
 import zlib
 
+from links import follow
 from support import SOURCE, InstalledCase, StandIn, run
 
 WARNINGS = "-Wall -Wextra -Wpedantic -Wconversion -Werror"
@@ -107,6 +108,13 @@ class Library(InstalledCase):
         first, second = rows[:2], rows[2:]
         self.assertEqual([row[2] for row in first], ["0", "0"])
         self.assertGreater(sum(int(row[2]) for row in second), 0)
+
+    def test_has_its_pages_with_what_they_lead_to(self):
+        for package, start in (("mirelo", "docs/guide.md"), ("mirelo-dev", "examples/README.md")):
+            folder = self.prefix / "share" / "doc" / package
+            pages = {str(path.relative_to(folder)): path.read_bytes() for path in folder.rglob("*") if path.is_file()}
+            _, dead = follow(start, pages)
+            self.assertEqual(dead, [], package)
 
     def test_says_that_nobody_answers(self):
         # The port of a stand-in that has gone again: nobody listens there.
