@@ -27,7 +27,7 @@ using host::excel::Worksheet;
 
 namespace {
 
-constexpr double kLetterSize = 8;
+constexpr double kFontSize = 8;
 constexpr std::int32_t kPlotFrameColor = 56;
 constexpr std::int32_t kGridlineColor = 16;
 
@@ -83,14 +83,14 @@ namespace {
 void NewChart::ShowTickLabels() {
   if (frame.test([&] { return chart().HasAxis(host::excel::xlValue, host::excel::xlPrimary); })) {
     STEP(ValueAxis()->TickLabels()->AutoScaleFont(false));
-    STEP(ValueAxis()->TickLabels()->Font()->Size(kLetterSize));
+    STEP(ValueAxis()->TickLabels()->Font()->Size(kFontSize));
   }
 }
 
 void NewChart::ShowTitle(const std::string& title) {
   STEP(chart().HasTitle(true));
   STEP(chart().ChartTitle()->Font()->Bold(false));
-  STEP(chart().ChartTitle()->Font()->Size(kLetterSize));
+  STEP(chart().ChartTitle()->Font()->Size(kFontSize));
   STEP(chart().ChartTitle()->Text(title));
   STEP(chart().ChartTitle()->AutoScaleFont(false));
 }

@@ -46,7 +46,7 @@ std::int32_t AlignmentOf(ColumnKind kind) {
                                                                 : host::excel::xlHAlignCenter;
 }
 
-// Cells beyond 0 in that direction get letters of that colour.
+// Cells beyond 0 in that direction get a font of that colour.
 void ColorCells(Frame& frame, Range* cells, std::int32_t index, host::excel::XlFormatConditionOperator beyond,
                 std::int32_t color) {
   STEP(Referred(cells).FormatConditions()->Add(host::excel::xlCellValue, beyond, "0"));

@@ -108,14 +108,14 @@ TEST_F(WrittenBlocks, LetRowsGrowAndShrinkWhileThePersonHasSteps) {
   EXPECT_NEAR(height(4), of_one_line, 1);
 }
 
-// Letters that a person has made large, in cells with contents, without, and below all that is filled.
-TEST_F(WrittenBlocks, HaveRowsOfTheUsualHeightWhereLargeLettersAreCleared) {
+// Fonts that a person has made large, in cells with contents, without, and below all that is filled.
+TEST_F(WrittenBlocks, HaveRowsOfTheUsualHeightWhereLargeFontsAreCleared) {
   const auto height = [&](std::int32_t row) { return sheet->Cells(row, 1)->Height(); };
   const double of_one_line = height(9);
   Type("A1", 1);
   for (const char* cells : {"A1", "B2", "A5", "C30", "A31:XFD31"}) {
-    const Properties letters(Tab()->getCellRangeByName(OfficeText(cells)));
-    letters.Set("CharHeight", 36.0F);
+    const Properties font(Tab()->getCellRangeByName(OfficeText(cells)));
+    font.Set("CharHeight", 36.0F);
   }
   for (const std::int32_t row : {1, 2, 5, 30, 31}) ASSERT_GT(height(row), 2 * of_one_line) << row;
   const std::string steps = StepTitles();
@@ -128,7 +128,7 @@ TEST_F(WrittenBlocks, HaveRowsOfTheUsualHeightWhereLargeLettersAreCleared) {
   EXPECT_EQ(StepTitles(), steps);
 }
 
-TEST_F(WrittenBlocks, HaveRowsAsHighAsTheirLettersWhileThePersonHasSteps) {
+TEST_F(WrittenBlocks, HaveRowsAsHighAsTheirFontsWhileThePersonHasSteps) {
   const auto height = [&](std::int32_t row) { return sheet->Cells(row, 1)->Height(); };
   const double of_one_line = height(9);
   Type("A1", 1);

@@ -50,7 +50,7 @@ TEST_P(TitleOfChart, IsRefusedWhenItIsTooLong) {
   EXPECT_EQ(Title()->Text(), std::string(255, 'x'));
 }
 
-TEST_P(TitleOfChart, HasLettersOfItsOwn) {
+TEST_P(TitleOfChart, HasAFontOfItsOwn) {
   const auto font = Title()->Font();
   font->Bold(true);
   EXPECT_EQ(font->Bold(), Variant(true));
@@ -69,7 +69,7 @@ TEST_P(TitleOfChart, HasLettersOfItsOwn) {
   EXPECT_EQ(font->Size(), Variant(8.0));
 }
 
-TEST_P(TitleOfChart, HasLettersThatGrowAndShrinkWithTheChartUntilTheyMustNot) {
+TEST_P(TitleOfChart, HasAFontThatGrowsAndShrinksWithTheChartUntilItMustNot) {
   EXPECT_TRUE(Title()->AutoScaleFont());
   Title()->Font()->Size(16);
   shape->Width(shape->Width() / 2);

@@ -15,7 +15,7 @@ constexpr std::int32_t kYellow = 6;
 
 class DisplayFormats : public Spreadsheets {
  protected:
-  Variant LettersOf(std::string_view address) {
+  Variant FontColorOf(std::string_view address) {
     return Range(address)->DisplayFormat()->Font()->ColorIndex();
   }
   std::shared_ptr<FormatCondition> Lay(std::string_view address, XlFormatConditionOperator op,
@@ -50,12 +50,12 @@ TEST_P(DisplayFormats, FollowTheValueThroughTheConditions) {
   Put("A2", -0.25);
   Put("A3", 0.0);
   Put("B1", 0.25);
-  EXPECT_EQ(LettersOf("A1"), Variant(kGreen));
-  EXPECT_EQ(LettersOf("A2"), Variant(kRed));
-  EXPECT_EQ(LettersOf("A3"), Variant(std::int32_t{xlColorIndexAutomatic}));
-  EXPECT_EQ(LettersOf("B1"), Variant(std::int32_t{xlColorIndexAutomatic})) << "no cell of the conditions";
+  EXPECT_EQ(FontColorOf("A1"), Variant(kGreen));
+  EXPECT_EQ(FontColorOf("A2"), Variant(kRed));
+  EXPECT_EQ(FontColorOf("A3"), Variant(std::int32_t{xlColorIndexAutomatic}));
+  EXPECT_EQ(FontColorOf("B1"), Variant(std::int32_t{xlColorIndexAutomatic})) << "no cell of the conditions";
   Put("A1", -1.0);
-  EXPECT_EQ(LettersOf("A1"), Variant(kRed));
+  EXPECT_EQ(FontColorOf("A1"), Variant(kRed));
 }
 
 TEST_P(DisplayFormats, CompareAsEachOperatorSays) {
@@ -72,38 +72,38 @@ TEST_P(DisplayFormats, CompareAsEachOperatorSays) {
     Put("A1", 1.0);
     Put("A2", 2.0);
     Put("A3", 3.0);
-    EXPECT_EQ(LettersOf("A1") == Variant(kRed), below);
-    EXPECT_EQ(LettersOf("A2") == Variant(kRed), at);
-    EXPECT_EQ(LettersOf("A3") == Variant(kRed), above);
+    EXPECT_EQ(FontColorOf("A1") == Variant(kRed), below);
+    EXPECT_EQ(FontColorOf("A2") == Variant(kRed), at);
+    EXPECT_EQ(FontColorOf("A3") == Variant(kRed), above);
   }
 }
 
 TEST_P(DisplayFormats, TakeBlankCellsAsZero) {
   Lay("A1:A2", xlEqual, "0", kRed);
   Put("A2", "#N/A");
-  EXPECT_EQ(LettersOf("A1"), Variant(kRed));
-  EXPECT_EQ(LettersOf("A2"), Variant(std::int32_t{xlColorIndexAutomatic})) << "an error meets no condition";
+  EXPECT_EQ(FontColorOf("A1"), Variant(kRed));
+  EXPECT_EQ(FontColorOf("A2"), Variant(std::int32_t{xlColorIndexAutomatic})) << "an error meets no condition";
 }
 
 TEST_P(DisplayFormats, TakeTextsAndBooleansAsGreaterThanNumbers) {
   Lay("A1:A2", xlGreater, "5", kGreen);
   Put("A1", "text");
   Put("A2", true);
-  EXPECT_EQ(LettersOf("A1"), Variant(kGreen));
-  EXPECT_EQ(LettersOf("A2"), Variant(kGreen));
+  EXPECT_EQ(FontColorOf("A1"), Variant(kGreen));
+  EXPECT_EQ(FontColorOf("A2"), Variant(kGreen));
 }
 
 TEST_P(DisplayFormats, TakeFromTheFirstConditionWhatSeveralChange) {
   Lay("A1", xlGreater, "0", kGreen);
   Lay("A1", xlGreater, "1", kRed)->Font()->Bold(true);
   Put("A1", 2.0);
-  EXPECT_EQ(LettersOf("A1"), Variant(kGreen));
+  EXPECT_EQ(FontColorOf("A1"), Variant(kGreen));
   EXPECT_EQ(Range("A1")->DisplayFormat()->Font()->Bold(), Variant(true)) << "which only the second changes";
 }
 
 TEST_P(DisplayFormats, AreThoseOfARangesFirstCell) {
   Range("B2")->Font()->ColorIndex(kRed);
-  EXPECT_EQ(LettersOf("B2:C9"), Variant(kRed));
+  EXPECT_EQ(FontColorOf("B2:C9"), Variant(kRed));
 }
 
 TEST_P(DisplayFormats, CanOnlyBeRead) {
@@ -122,7 +122,7 @@ TEST_P(DisplayFormats, TellColoursWithRedInTheLowestByte) {
   EXPECT_EQ(Range("A1")->DisplayFormat()->Font()->Color(), Variant(0xFF + 0x66 * 256));
   EXPECT_EQ(Range("A1")->DisplayFormat()->Interior()->Color(), Variant(0xFF + 0xFF * 256));
   EXPECT_TRUE(Range("A1:C1")->Font()->Color().IsEmpty()) << "the cells differ";
-  EXPECT_EQ(Range("C1")->Font()->Color(), Variant(0)) << "automatic letters are black";
+  EXPECT_EQ(Range("C1")->Font()->Color(), Variant(0)) << "an automatic font is black";
   EXPECT_EQ(Range("C1")->Interior()->Color(), Variant(0xFFFFFF)) << "no fill is white";
 }
 

@@ -62,11 +62,11 @@ TEST_P(Patterns, AreRefusedWhenTheyAreNone) {
   EXPECT_EQ(Ground("A1")->Pattern(), Variant(1));
 }
 
-class LetterSize : public Spreadsheets {};
+class FontSize : public Spreadsheets {};
 
-TEST_P(LetterSize, IsElevenPointsAtFirst) { EXPECT_EQ(Range("A1")->Font()->Size(), Variant(11.0)); }
+TEST_P(FontSize, IsElevenPointsAtFirst) { EXPECT_EQ(Range("A1")->Font()->Size(), Variant(11.0)); }
 
-TEST_P(LetterSize, IsThatOfEachCell) {
+TEST_P(FontSize, IsThatOfEachCell) {
   const Variant standard = Range("A1")->Font()->Size();
   Range("B2:C3")->Font()->Size(8);
   Range("C3")->Font()->Size(10.5);
@@ -76,7 +76,7 @@ TEST_P(LetterSize, IsThatOfEachCell) {
   EXPECT_EQ(Range("A1")->Font()->Size(), standard);
 }
 
-TEST_P(LetterSize, IsFromOneTo409) {
+TEST_P(FontSize, IsFromOneTo409) {
   const auto font = Range("A1")->Font();
   for (const double size : {1.0, 409.0}) {
     font->Size(size);
@@ -87,13 +87,13 @@ TEST_P(LetterSize, IsFromOneTo409) {
   EXPECT_EQ(font->Size(), Variant(409.0));
 }
 
-TEST_P(LetterSize, IsLeftToTheCellByAConditionalFormat) {
+TEST_P(FontSize, IsLeftToTheCellByAConditionalFormat) {
   const auto font = Range("A1")->FormatConditions()->Add(xlCellValue, xlGreater, "0")->Font();
   EXPECT_TRUE(font->Size().IsEmpty());
   EXPECT_EQ(NumberOf([&] { font->Size(8); }), 1004);
 }
 
-TEST_P(LetterSize, MakesColumnsWiderWhenTheyAreFitted) {
+TEST_P(FontSize, MakesColumnsWiderWhenTheyAreFitted) {
   Put("A1:B1", "LastVolume");
   Range("B1")->Font()->Size(22);
   sheet->Columns("A:B")->AutoFit();
@@ -101,7 +101,7 @@ TEST_P(LetterSize, MakesColumnsWiderWhenTheyAreFitted) {
 }
 
 MIRELO_AGAINST_ALL(Patterns);
-MIRELO_AGAINST_ALL(LetterSize);
+MIRELO_AGAINST_ALL(FontSize);
 
 }  // namespace
 }  // namespace mirelo::testing

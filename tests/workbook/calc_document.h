@@ -34,7 +34,7 @@ class CalcDocument {
   // A property of a cell's style, such as "fo:color"; empty when the style does not tell it.
   std::string Property(const Cell& cell, std::string_view property) const;
 
-  // The conditions of a sheet: the cells that each reaches, its comparison, and the colour of its letters.
+  // The conditions of a sheet: the cells that each reaches, its comparison, and the colour of its font.
   struct Condition {
     std::string cells;
     std::string comparison;

@@ -113,7 +113,7 @@ class Writer {
     Line("title ground", Of(title.fill), title.pattern, title.interior, title.pattern_color);
   }
   void Axis(const char* name, const ChartAxis& axis) {
-    Line(name, axis.on, axis.gridlines, "letters", axis.scales, axis.label_size, axis.label_bold,
+    Line(name, axis.on, axis.gridlines, "font", axis.scales, axis.label_size, axis.label_bold,
          axis.label_color);
     Edge("gridline", axis.gridline);
   }

@@ -109,7 +109,7 @@ TEST_F(ChartParts, HaveMarkersOnlyWhereTheFileWantsThem) {
   EXPECT_EQ(ChartOf(parts).series.front().marker, -4142) << "none";
 }
 
-TEST_F(ChartParts, HaveLettersAsLargeAsOtherProgramsShowThem) {
+TEST_F(ChartParts, HaveFontsAsLargeAsOtherProgramsShowThem) {
   Parts parts = WithLast(kSeries);
   EXPECT_EQ(ChartOf(parts).title->size, 18);
   EXPECT_TRUE(ChartOf(parts).title->bold);

@@ -86,7 +86,7 @@ const std::vector<ChartSetting>& ChartSettings() {
       {"title text", title([](ChartTitle& t) { t.text = " <Last> & \t\"more\" \xE2\x82\xAC _x0041_"; })},
       {"title of lines", title([](ChartTitle& t) { t.text = "one\n\nthree\r\n"; })},
       {"empty title", title([](ChartTitle& t) { t.text = ""; })},
-      {"title letters", title([](ChartTitle& t) {
+      {"title font", title([](ChartTitle& t) {
          t.bold = false;
          t.size = 8.5;
          t.color = 0xFFFF00;
@@ -118,7 +118,7 @@ const std::vector<ChartSetting>& ChartSettings() {
          c.value.gridlines = c.category.gridlines = true;
          c.value.gridline = {Look::Own, -4118, 1, 0x808080};
        }},
-      {"letters of axes",
+      {"fonts of axes",
        [](Chart& c) {
          c.value.scales = false;
          c.value.label_size = 8;

@@ -23,7 +23,7 @@ TEST(ColumnFit, GrowsWithTheText) {
   EXPECT_LT(FittedWidth("illi"), FittedWidth("WWWW"));
 }
 
-TEST(ColumnFit, GrowsWithTheLetters) {
+TEST(ColumnFit, GrowsWithTheFont) {
   Style bold;
   bold.font.bold = true;
   Style large;

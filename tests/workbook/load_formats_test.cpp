@@ -124,7 +124,7 @@ TEST_F(LoadFormats, ReadsAPaletteOfTheFilesOwn) {
   EXPECT_EQ(CellOfFormat(parts, "fillId=\"0\"")->Interior()->ColorIndex(), Variant(5));
 }
 
-TEST_F(LoadFormats, ReadsLettersAndAlignment) {
+TEST_F(LoadFormats, ReadsFontAndAlignment) {
   Parts parts = OneCell();
   InsertBehind(parts[kStyles], "<fonts>", "<font><b val=\"0\"/><color rgb=\"FFFF0000\"/></font>");
   InsertBehind(parts[kStyles], "<xf numFmtId=\"2\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/>",

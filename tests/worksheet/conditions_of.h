@@ -12,7 +12,7 @@
 
 namespace mirelo::testing {
 
-// The conditional formats that reach a range, in their order: "> =0: 10", with the index of the letters'
+// The conditional formats that reach a range, in their order: "> =0: 10", with the index of the font's
 // colour.
 inline std::vector<std::string> ConditionsOf(host::excel::Range& cells) {
   using namespace host::excel;

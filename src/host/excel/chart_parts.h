@@ -21,7 +21,7 @@ class TickLabels : public Object {
   std::string_view TypeName() const override { return "TickLabels"; }
 
   virtual std::shared_ptr<excel::Font> Font() = 0;
-  // Whether letters grow and shrink with the chart. True at the start.
+  // Whether the font grows and shrinks with the chart. True at the start.
   virtual bool AutoScaleFont() = 0;
   virtual void AutoScaleFont(bool on) = 0;
 };

@@ -7,7 +7,7 @@
 
 namespace mirelo::host::excel {
 
-// The letters of a range's cells, or those that a condition gives them. Properties give an empty variant
+// The font of a range's cells, or what a condition changes of it. Properties give an empty variant
 // where the cells differ.
 class Font : public Object {
  public:

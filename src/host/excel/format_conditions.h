@@ -21,7 +21,7 @@ class FormatCondition : public Object {
   virtual XlFormatConditionOperator Operator() = 0;
   virtual std::string Formula1() = 0;
 
-  // A property that the condition leaves to the cell reads as empty; letters that are not bold, and the
+  // A property that the condition leaves to the cell reads as empty; a font that is not bold, and the
   // automatic colour, are left to the cell.
   virtual std::shared_ptr<excel::Font> Font() = 0;
 };

@@ -112,7 +112,7 @@ class Range : public Selectable {
 
   virtual std::shared_ptr<Range> EntireColumn() = 0;
   virtual std::shared_ptr<Range> EntireRow() = 0;
-  // How many digits of the standard letters the columns take; nothing where they differ. What is set lies
+  // How many digits of the standard font the columns take; nothing where they differ. What is set lies
   // between 0 and 255 (error 1004). Charts that move with their cells follow, here and when columns are
   // fitted.
   virtual Variant ColumnWidth() = 0;
