@@ -63,7 +63,7 @@ class DisplayedStyles : public ::testing::Test {
   // A condition on A1 that holds there, and fills it with a colour.
   Condition& Fill(Color color) {
     Condition condition = That(xlEqual, "0");
-    condition.style.fill = {1, color, kAutomatic};
+    condition.format.fill = {1, color, kAutomatic};
     return *sheet.conditions.Add(std::move(condition));
   }
   Style Shown() { return DisplayedStyle(book, sheet, 1, 1); }
@@ -74,7 +74,7 @@ class DisplayedStyles : public ::testing::Test {
 
 TEST_F(DisplayedStyles, AreFilledByTheFirstConditionThatFills) {
   Condition& bold = *sheet.conditions.Add(That(xlEqual, "0"));
-  bold.style.bold = true;
+  bold.format.bold = true;
   Fill(0xFF0000);
   Fill(0x00FF00);
   EXPECT_EQ(Shown().fill.foreground, 0xFF0000);

@@ -96,7 +96,7 @@ Style DisplayedStyle(const Book& book, const Sheet& sheet, std::int32_t row, std
     const bool reaches = std::any_of(condition->areas.begin(), condition->areas.end(),
                                      [&](const Area& area) { return area.Holds(row, column); });
     if (!reaches || !Meets(ValueOf(sheet, row, column), *condition)) continue;
-    Lay(condition->style, laid, style);
+    Lay(condition->format, laid, style);
     if (condition->stop_if_true) break;
   }
   return style;

@@ -26,14 +26,15 @@ struct DifferentialFormat {
   friend bool operator==(const DifferentialFormat&, const DifferentialFormat&) = default;
 };
 
-// A conditional format: a style for those cells of some areas whose values compare with one value, or two, as
-// the operator says. The values are numbers, texts in quotation marks, or booleans, as formulas write them.
+// A conditional format: what it changes of those cells of some areas whose values compare with one value, or
+// two, as the operator says. The values are numbers, texts in quotation marks, or booleans, as formulas write
+// them.
 struct Condition {
   AreaSet areas;
   host::excel::XlFormatConditionOperator op = host::excel::xlEqual;
   std::string formula1;  // without a leading "="
   std::string formula2;  // empty for operators that compare with one value
-  DifferentialFormat style;
+  DifferentialFormat format;
   bool stop_if_true = false;  // later conditions of the cell do not count
 };
 

@@ -20,18 +20,18 @@ class ConditionFont final : public Font {
  public:
   explicit ConditionFont(std::shared_ptr<Condition> condition) : condition_(std::move(condition)) {}
 
-  Variant Bold() override { return condition_->style.bold ? Variant(true) : Variant(); }
-  void Bold(bool bold) override { condition_->style.bold = bold; }
+  Variant Bold() override { return condition_->format.bold ? Variant(true) : Variant(); }
+  void Bold(bool bold) override { condition_->format.bold = bold; }
   // A condition leaves the font size to the cell.
   Variant Size() override { return {}; }
   void Size(double) override { throw Refusals::FontSizeOfACondition(); }
   Variant ColorIndex() override {
-    const workbook::Color color = condition_->style.color;
+    const workbook::Color color = condition_->format.color;
     return color == kAutomatic ? Variant() : Variant(IndexOfColor(color));
   }
-  void ColorIndex(std::int32_t index) override { condition_->style.color = ColorOfIndex(index); }
+  void ColorIndex(std::int32_t index) override { condition_->format.color = ColorOfIndex(index); }
   Variant Color() override {
-    const workbook::Color color = condition_->style.color;
+    const workbook::Color color = condition_->format.color;
     return color == kAutomatic ? Variant() : Variant(NumberOfColor(color, kBlack));
   }
 

@@ -105,12 +105,12 @@ class ConditionReader {
     condition.op = *op;
     condition.formula1 = std::move(formulas.front());
     if (has_two) condition.formula2 = std::move(formulas.back());
-    condition.style = StyleOf(rule);
+    condition.format = FormatOf(rule);
     condition.stop_if_true = Flag(rule, "stopIfTrue", false);
     return condition;
   }
 
-  DifferentialFormat StyleOf(pugi::xml_node rule) const {
+  DifferentialFormat FormatOf(pugi::xml_node rule) const {
     if (!HasAttribute(rule, "dxfId")) return {};
     const auto index = Number<std::size_t>(rule, "dxfId");
     if (!index || *index >= context_.differential_formats.size()) {

@@ -61,7 +61,7 @@ void WriteAreas(const Condition& condition, std::size_t first, std::size_t last,
 
 void WriteConditions(const Conditions& conditions, lxw_worksheet* worksheet, FormatWriter& formats) {
   for (const auto& condition : conditions.all()) {
-    lxw_format* format = formats.For(condition->style);
+    lxw_format* format = formats.For(condition->format);
     for (std::size_t first = 0; first < condition->areas.size(); first += kMostAreas) {
       WriteAreas(*condition, first, std::min(first + kMostAreas, condition->areas.size()), format, worksheet);
     }

@@ -121,18 +121,18 @@ lxw_format* FormatWriter::For(StyleId id) {
   return format;
 }
 
-lxw_format* FormatWriter::For(const DifferentialFormat& style) {
-  if (style == DifferentialFormat()) return nullptr;
+lxw_format* FormatWriter::For(const DifferentialFormat& differential) {
+  if (differential == DifferentialFormat()) return nullptr;
   lxw_format* format = Add();
-  SetFont(format, style);
-  if (!style.number_format.empty()) format_set_num_format(format, style.number_format.c_str());
-  if (style.fill.pattern == kSolid) {
-    format_set_bg_color(format,
-                        WriterColor(style.fill.foreground));  // conditions have it the other way round
+  SetFont(format, differential);
+  if (!differential.number_format.empty()) format_set_num_format(format, differential.number_format.c_str());
+  if (differential.fill.pattern == kSolid) {
+    // conditions have it the other way round
+    format_set_bg_color(format, WriterColor(differential.fill.foreground));
   } else {
-    SetFill(format, style.fill);
+    SetFill(format, differential.fill);
   }
-  SetBorder(format, style.border);
+  SetBorder(format, differential.border);
   return format;
 }
 

@@ -22,8 +22,8 @@ class FormatWriter {
   const StyleTable& styles() const { return styles_; }
 
   lxw_format* For(StyleId id);
-  // A format of its own for each call; null when the style changes nothing.
-  lxw_format* For(const DifferentialFormat& style);
+  // A format of its own for each call; null when the differential one changes nothing.
+  lxw_format* For(const DifferentialFormat& differential);
 
  private:
   lxw_format* Add();

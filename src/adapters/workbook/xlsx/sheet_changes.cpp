@@ -42,7 +42,7 @@ bool IsAsLoaded(const Conditions& a, const Conditions& b) {
                     [](const auto& one, const auto& other) {
                       return one->areas == other->areas && one->op == other->op &&
                              one->formula1 == other->formula1 && one->formula2 == other->formula2 &&
-                             one->style == other->style && one->stop_if_true == other->stop_if_true;
+                             one->format == other->format && one->stop_if_true == other->stop_if_true;
                     });
 }
 

@@ -144,22 +144,22 @@ class StyleReader {
   }
 
   DifferentialFormat ReadDifferential(pugi::xml_node node) {
-    DifferentialFormat style;
+    DifferentialFormat format;
     const FontStyle font = ReadFont(Child(node, "font"));
-    style.bold = font.bold;
-    style.italic = font.italic;
-    style.strikeout = font.strikeout;
-    style.underline = font.underline;
-    style.color = font.color;
-    style.fill = ReadConditionalFill(Child(node, "fill"));
+    format.bold = font.bold;
+    format.italic = font.italic;
+    format.strikeout = font.strikeout;
+    format.underline = font.underline;
+    format.color = font.color;
+    format.fill = ReadConditionalFill(Child(node, "fill"));
     if (const pugi::xml_node border = Child(node, "border")) {
-      style.border = ReadBorder(border);
-      style.border.edges[static_cast<std::size_t>(Edge::Diagonal)] = {};  // no condition draws one
-      style.border.diagonals = 0;
+      format.border = ReadBorder(border);
+      format.border.edges[static_cast<std::size_t>(Edge::Diagonal)] = {};  // no condition draws one
+      format.border.diagonals = 0;
     }
-    if (const pugi::xml_node format = Child(node, "numFmt"))
-      style.number_format = UsableFormat(CleanText(Attribute(format, "formatCode")));
-    return style;
+    if (const pugi::xml_node number_format = Child(node, "numFmt"))
+      format.number_format = UsableFormat(CleanText(Attribute(number_format, "formatCode")));
+    return format;
   }
 
   // A condition's pattern is solid unless told, and its colour is that of the background.
