@@ -164,7 +164,7 @@ TEST_F(SheetsOfAPerson, AreBackWhenTheirDeletionIsUndone) {
   const auto added = sheets->Add();
   document->getSheets()->removeByName("Sheet2");
   EXPECT_EQ(NumberOf([&] { added->Range("A1")->Value(1.0); }), 1004);
-  Steps()->undo();
+  UndoManager()->undo();
   added->Range("A1")->Value(1.0);
   EXPECT_EQ(Tab("Sheet2")->getCellByPosition(0, 0)->getValue(), 1);
 }

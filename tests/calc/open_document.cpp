@@ -28,13 +28,13 @@ double OpenDocument::Typed(std::string_view address) const {
   return Tab()->getCellRangeByName(OfficeText(address))->getCellByPosition(0, 0)->getValue();
 }
 
-Reference<css::document::XUndoManager> OpenDocument::Steps() const {
+Reference<css::document::XUndoManager> OpenDocument::UndoManager() const {
   return As<css::document::XUndoManagerSupplier>(document)->getUndoManager();
 }
 
 std::string OpenDocument::StepTitles() const {
   std::string titles;
-  for (const rtl::OUString& title : Steps()->getAllUndoActionTitles()) titles += TextOf(title) + "; ";
+  for (const rtl::OUString& title : UndoManager()->getAllUndoActionTitles()) titles += TextOf(title) + "; ";
   return titles;
 }
 

@@ -27,8 +27,8 @@ class OpenDocument : public ::testing::Test {
   // What the person does, in the undo list as well.
   void Type(std::string_view address, double number) const;
   double Typed(std::string_view address) const;
-  calc::Reference<css::document::XUndoManager> Steps() const;
-  sal_Int32 StepCount() const { return Steps()->getAllUndoActionTitles().getLength(); }
+  calc::Reference<css::document::XUndoManager> UndoManager() const;
+  sal_Int32 StepCount() const { return UndoManager()->getAllUndoActionTitles().getLength(); }
   // The titles of the steps, from the latest back.
   std::string StepTitles() const;
   calc::Reference<css::sheet::XSpreadsheetView> View() const;

@@ -33,26 +33,26 @@ TEST_F(UndoList, IsKeptForThePersonBehindAWriteThatFoundItEmpty) {
   ASSERT_EQ(StepCount(), 0);
   Type("A3", 2);
   ASSERT_EQ(StepCount(), 1);
-  Steps()->undo();
+  UndoManager()->undo();
   EXPECT_EQ(Typed("A3"), 0);
   EXPECT_EQ(Typed("A1"), 1);
 }
 
 TEST_F(UndoList, KeepsWhatThePersonMayDoAgain) {
   Type("A3", 2);
-  Steps()->undo();
+  UndoManager()->undo();
   Cells("A1")->Value(1.0);
-  ASSERT_EQ(Steps()->getAllRedoActionTitles().getLength(), 1);
-  Steps()->redo();
+  ASSERT_EQ(UndoManager()->getAllRedoActionTitles().getLength(), 1);
+  UndoManager()->redo();
   EXPECT_EQ(Typed("A3"), 2);
 }
 
 TEST_F(UndoList, KeepsAStepThatAMacroHasBegun) {
-  Steps()->enterUndoContext("mine");
+  UndoManager()->enterUndoContext("mine");
   Cells("A1")->Value(1.0);
   Type("A3", 2);
   Cells("A1")->Value(2.0);
-  Steps()->leaveUndoContext();
+  UndoManager()->leaveUndoContext();
   EXPECT_EQ(StepTitles(), "mine; ");
 }
 
@@ -87,11 +87,11 @@ TEST_F(UndoList, TakesBackThePersonsStepBehindWhatWasWritten) {
   Type("A1", 1);
   Type("A1", 2);
   Cells("B1")->Value(7.0);
-  Steps()->undo();
+  UndoManager()->undo();
   EXPECT_EQ(Typed("A1"), 1);
   EXPECT_EQ(Typed("B1"), 7);
   Cells("B1")->Value(8.0);
-  Steps()->redo();
+  UndoManager()->redo();
   EXPECT_EQ(Typed("A1"), 2);
   EXPECT_EQ(Typed("B1"), 8);
 }

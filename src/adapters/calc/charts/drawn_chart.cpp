@@ -192,7 +192,7 @@ void DrawnChart::Delete() {
     // Not by its name from the sheet's charts: that ends the office while it keeps no list of steps.
     sheet_.Page()->remove(office_.shape);
   }
-  sheet_.document().ForgetSteps();  // they may hold this drawing
+  sheet_.document().ClearUndoList();  // its steps may hold this drawing
   charts_.Forget(*this);
 }
 

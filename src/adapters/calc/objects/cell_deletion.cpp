@@ -63,7 +63,7 @@ void ClearCells(const CellBlock& block) {
 }
 
 void DeleteCells(const CellBlock& block) {
-  ForgetStepsWithCommentsOf(block);
+  ClearUndoListIfCommented(block);
   const bool are_rows = block.area.IsWholeRows();
   if (!are_rows) SheetConditions(block.sheet).CutBeside(block.area);
   const auto mode = are_rows ? css::sheet::CellDeleteMode_ROWS : css::sheet::CellDeleteMode_UP;

@@ -96,12 +96,12 @@ AreaSet CommentedCells(const CellBlock& block) {
 
 void ClearComments(const CellBlock& block) {
   if (CommentedCells(block).empty()) return;
-  block.document().ForgetSteps();
+  block.document().ClearUndoList();
   As<css::sheet::XSheetOperation>(block.Cells())->clearContents(css::sheet::CellFlags::ANNOTATION);
 }
 
-void ForgetStepsWithCommentsOf(const CellBlock& block) {
-  if (!CommentedCells(block).empty()) block.document().ForgetSteps();
+void ClearUndoListIfCommented(const CellBlock& block) {
+  if (!CommentedCells(block).empty()) block.document().ClearUndoList();
 }
 
 }  // namespace mirelo::calc

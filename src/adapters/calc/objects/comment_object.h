@@ -32,6 +32,6 @@ void ClearComments(const CellBlock& block);
 // The cells of a block that have comments.
 spreadsheet::AreaSet CommentedCells(const CellBlock& block);
 // Empties the undo list if the block has comments: its steps hold their boxes, which are about to go.
-void ForgetStepsWithCommentsOf(const CellBlock& block);
+void ClearUndoListIfCommented(const CellBlock& block);
 
 }  // namespace mirelo::calc

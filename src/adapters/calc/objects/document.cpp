@@ -61,13 +61,13 @@ Document::Document(const Context& context, const Uno& uno)
     : context_(context),
       uno_(uno),
       model_(As<css::frame::XModel>(uno_)),
-      steps_(As<css::document::XUndoManagerSupplier>(uno_)->getUndoManager()),
+      undo_list_(As<css::document::XUndoManagerSupplier>(uno_)->getUndoManager()),
       formats_(std::make_unique<NumberFormats>(context_, uno_)),
       front_(std::make_unique<calc::Front>(*this)),
       gathered_(std::make_unique<GatheredFormats>(*this)) {}
 
 Document::~Document() {
-  MakeStepsAgain();
+  TurnUndoOnAgain();
   if (is_gone_ || !closing_.is()) return;
   try {
     As<css::util::XCloseBroadcaster>(uno_)->removeCloseListener(closing_);
@@ -120,7 +120,7 @@ std::shared_ptr<DocumentSheet> Document::AddSheet(std::string_view name) {
     const UndoAside aside(*this);
     uno_->getSheets()->insertNewByName(OfficeText(name), place);
   }
-  ForgetSteps();  // they know sheets by their numbers
+  ClearUndoList();  // its steps know sheets by their numbers
   auto sheet = SheetOf(As<css::sheet::XSpreadsheet>(uno_->getSheets()->getByName(OfficeText(name))));
   front_->Show(*sheet);
   return sheet;
@@ -134,7 +134,7 @@ void Document::HoldScreen() {
 }
 
 std::unique_ptr<PaintPause> Document::LetGoOfScreen() {
-  MakeStepsAgain();
+  TurnUndoOnAgain();
   return std::move(pause_);
 }
 
@@ -144,15 +144,15 @@ void Document::EndHolding() {
     LayFormats();
   } catch (...) {
   }
-  MakeStepsAgain();
+  TurnUndoOnAgain();
 }
 
 void Document::LayFormats() const { gathered_->Lay(); }
 
-void Document::MakeStepsAgain() {
-  if (!std::exchange(holds_steps_, false)) return;
+void Document::TurnUndoOnAgain() {
+  if (!std::exchange(keeps_undo_off_, false)) return;
   try {
-    UndoAside::MakeSteps(*this);
+    UndoAside::TurnUndoOn(*this);
   } catch (const css::uno::Exception&) {  // the document is gone, and its undo list
   }
 }
@@ -165,9 +165,9 @@ double Document::FirstDay() const {
   return static_cast<double>((day - kOfClients).count());
 }
 
-void Document::ForgetSteps() const {
+void Document::ClearUndoList() const {
   try {
-    steps_->clear();
+    undo_list_->clear();
   } catch (const css::document::UndoContextNotClosedException&) {  // amid a step of somebody else's macro
   }
 }

@@ -33,7 +33,7 @@ class UndoAside;
 //
 // The person's undo list holds the person's steps alone: changes written here stay out of it (see UndoAside).
 // Undoing a step restores what stood at its addresses before that step. Where a step can no longer be undone
-// safely, since sheets have got other numbers or a drawing that it holds is gone, ForgetSteps empties the
+// safely, since sheets have got other numbers or a drawing that it holds is gone, ClearUndoList empties the
 // list.
 class Document : public std::enable_shared_from_this<Document> {
  public:
@@ -98,18 +98,18 @@ class Document : public std::enable_shared_from_this<Document> {
   // either ends.
   bool Gathers() const { return pause_ != nullptr && pause_->IsOn(); }
   GatheredFormats& Gathered() const { return *gathered_; }
-  // Until Gathers ends, the office records nothing that a person could undo.
-  bool HoldsSteps() const { return holds_steps_; }
-  void HoldSteps() { holds_steps_ = true; }
-  void MakeStepsAgain();
+  // Until Gathers ends, the office records nothing that a person could undo (see UndoAside::OfCells).
+  bool KeepsUndoOff() const { return keeps_undo_off_; }
+  void KeepUndoOff() { keeps_undo_off_ = true; }
+  void TurnUndoOnAgain();
   // Whether this sheet was found to be unprotected; nobody can alter that while Gathers.
   bool IsKnownOpen(const DocumentSheet& sheet) const { return Gathers() && open_ == &sheet; }
   void NoteOpen(const DocumentSheet& sheet) { open_ = &sheet; }
   // What is kept of its charts; null at first.
   std::shared_ptr<DocumentCharts>& Charts() { return charts_; }
 
-  const Reference<css::document::XUndoManager>& Steps() const { return steps_; }
-  void ForgetSteps() const;
+  const Reference<css::document::XUndoManager>& UndoList() const { return undo_list_; }
+  void ClearUndoList() const;
   // Within UndoAside, in front of each change but the first.
   void StayAside() const;
   // The one that is alive; null where none is.
@@ -130,7 +130,7 @@ class Document : public std::enable_shared_from_this<Document> {
   const Context context_;
   const Uno uno_;
   const Reference<css::frame::XModel> model_;
-  const Reference<css::document::XUndoManager> steps_;
+  const Reference<css::document::XUndoManager> undo_list_;
   Reference<css::util::XCloseListener> closing_;
   std::function<void()> gone_;
   std::atomic<bool> is_gone_ = false;
@@ -139,7 +139,7 @@ class Document : public std::enable_shared_from_this<Document> {
   std::unique_ptr<calc::Front> front_;
   std::unique_ptr<PaintPause> pause_;
   std::unique_ptr<GatheredFormats> gathered_;
-  bool holds_steps_ = false;
+  bool keeps_undo_off_ = false;
   const DocumentSheet* open_ = nullptr;
   const UndoAside* aside_ = nullptr;
   std::shared_ptr<DocumentCharts> charts_;

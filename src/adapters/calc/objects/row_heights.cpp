@@ -22,7 +22,7 @@ Reference<css::table::XTableRows> RowsOf(const CellBlock& block) {
 
 bool HeldHeights::AreNeeded(Document& document) {
   const UndoAside* aside = document.Aside();
-  return aside != nullptr && !aside->MakesNone();
+  return aside != nullptr && !aside->IsUndoOff();
 }
 
 HeldHeights::HeldHeights(const CellBlock& block) : block_(block) {

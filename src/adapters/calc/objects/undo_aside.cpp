@@ -7,12 +7,12 @@ namespace mirelo::calc {
 
 namespace {
 
-constexpr std::string_view kKeepsSteps = "IsUndoEnabled";
+constexpr std::string_view kIsUndoEnabled = "IsUndoEnabled";
 
 // Also within a step of somebody's that goes on: that one is in the list already.
-bool IsEmpty(const Reference<css::document::XUndoManager>& steps) {
-  return !steps->isUndoPossible() && !steps->isRedoPossible() &&
-         !steps->getAllUndoActionTitles().hasElements() && !steps->getAllRedoActionTitles().hasElements();
+bool IsEmpty(const Reference<css::document::XUndoManager>& list) {
+  return !list->isUndoPossible() && !list->isRedoPossible() &&
+         !list->getAllUndoActionTitles().hasElements() && !list->getAllRedoActionTitles().hasElements();
 }
 
 }  // namespace
@@ -26,47 +26,47 @@ UndoAside::UndoAside(Document& document, bool is_of_cells) : document_(document)
 
 UndoAside::Means UndoAside::Begin(bool is_of_cells) const {
   if (document_.Aside() != nullptr) return Means::OfAnother;
-  if (document_.HoldsSteps()) {
-    if (is_of_cells && document_.Gathers()) return Means::HeldNoSteps;
-    document_.MakeStepsAgain();
+  if (document_.KeepsUndoOff()) {
+    if (is_of_cells && document_.Gathers()) return Means::WasOff;
+    document_.TurnUndoOnAgain();
   }
-  const auto& steps = document_.Steps();
-  // A macro may have said that none are to be kept, and may lock the list.
-  if (is_of_cells && !steps->isLocked() && IsEmpty(steps)) {
+  const auto& list = document_.UndoList();
+  // A macro may have said that no steps are to be kept, and may lock the list.
+  if (is_of_cells && !list->isLocked() && IsEmpty(list)) {
     const Properties document(document_.uno());
-    if (document.Get(kKeepsSteps, false)) {
-      document.Set(kKeepsSteps, false);
-      return Means::NoSteps;
+    if (document.Get(kIsUndoEnabled, false)) {
+      document.Set(kIsUndoEnabled, false);
+      return Means::TurnedOff;
     }
   }
-  steps->lock();
+  list->lock();
   return Means::Lock;
 }
 
 UndoAside::~UndoAside() {
   if (means_ == Means::OfAnother) return;
   document_.Aside() = nullptr;
-  if (means_ == Means::HeldNoSteps) return;
-  if (means_ == Means::NoSteps && document_.Gathers()) {
-    document_.HoldSteps();
+  if (means_ == Means::WasOff) return;
+  if (means_ == Means::TurnedOff && document_.Gathers()) {
+    document_.KeepUndoOff();
     return;
   }
   try {
-    if (means_ == Means::NoSteps) {
-      MakeSteps(document_);
+    if (means_ == Means::TurnedOff) {
+      TurnUndoOn(document_);
     } else {
-      document_.Steps()->unlock();
+      document_.UndoList()->unlock();
     }
   } catch (const css::uno::Exception&) {  // the document is gone, and its undo list
   }
 }
 
-void UndoAside::MakeSteps(const Document& document) { Properties(document.uno()).Set(kKeepsSteps, true); }
+void UndoAside::TurnUndoOn(const Document& document) { Properties(document.uno()).Set(kIsUndoEnabled, true); }
 
 void UndoAside::Stay() const {
   if (means_ != Means::Lock) return;
-  document_.Steps()->unlock();
-  document_.Steps()->lock();
+  document_.UndoList()->unlock();
+  document_.UndoList()->lock();
 }
 
 }  // namespace mirelo::calc

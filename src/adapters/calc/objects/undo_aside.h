@@ -21,17 +21,17 @@ class UndoAside {
 
   void Stay() const;
   // Whether the office makes no steps at all meanwhile.
-  bool MakesNone() const { return means_ == Means::NoSteps || means_ == Means::HeldNoSteps; }
+  bool IsUndoOff() const { return means_ == Means::TurnedOff || means_ == Means::WasOff; }
 
-  // Ends what OfCells has begun and Document::HoldsSteps has gone on with.
-  static void MakeSteps(const Document& document);
+  // Ends what OfCells has begun and Document::KeepsUndoOff has gone on with.
+  static void TurnUndoOn(const Document& document);
 
  private:
   UndoAside(Document& document, bool is_of_cells);
 
-  // OfAnother: nested in another UndoAside, which does the work. Lock: the undo manager is locked. NoSteps:
-  // this object has switched the making of steps off. HeldNoSteps: it was off already (Document::HoldsSteps).
-  enum class Means { OfAnother, Lock, NoSteps, HeldNoSteps };
+  // OfAnother: nested in another UndoAside, which does the work. Lock: the undo manager is locked. TurnedOff:
+  // this object has switched the making of steps off. WasOff: it was off already (Document::KeepsUndoOff).
+  enum class Means { OfAnother, Lock, TurnedOff, WasOff };
   Means Begin(bool is_of_cells) const;
 
   Document& document_;
