@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "app/exit_code.h"
-#include "app/workbook/also_files.h"
 #include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "command_line/command.h"
@@ -31,14 +30,6 @@ int Run(const std::function<int()>& body) try { return body(); } catch (const st
   return kFailed;
 }
 
-// The option that takes one such value each time it is given; empty for a word that may be a ticker.
-std::string OptionOfOneValue(const command_line::Command& command, const std::string& word) {
-  const auto is_given = [&](const char* name) { return command.Has(name) && command.Find(name).IsGiven(); };
-  if (is_given("--set") && word.find('=') != word.npos) return "--set";
-  if (is_given("--tick") && word.find(':') != word.npos) return "--tick";
-  return is_given("--also") && WhyNoAlsoFile(word).empty() ? "--also" : "";
-}
-
 std::string OneValueEachTime(const std::string& option, const std::string& next) {
   return option + " takes one value each time: write " + option + " once more, in front of " + next;
 }
@@ -49,7 +40,7 @@ std::string WhatWasMeant(const command_line::Program& program, const std::vector
   if (left_over.empty() || std::ranges::any_of(left_over, is_option)) return {};
   for (const command_line::Command& command : program.Chosen()) {
     const std::string& word = left_over.front();
-    if (const std::string option = OptionOfOneValue(command, word); !option.empty())
+    if (const std::string option = command.OptionToRepeat(word); !option.empty())
       return OneValueEachTime(option, word);
     if (command.Has("--tickers"))
       return "Tickers go behind --tickers: mirelo " + command.Name() + " --tickers " + Join(left_over, ",");

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <sstream>
+#include <stdexcept>
 #include <utility>
 
 namespace mirelo::command_line {
@@ -13,6 +14,40 @@ namespace {
 
 CLI::Validator Silent(CLI::Validator rule, Told told) {
   return told == Told::kInHelp ? rule : rule.description("");
+}
+
+// The rule of an option's values in which it is kept what they look like. The parser leaves it alone.
+constexpr const char* kLooks = "looks";
+
+bool LooksLikeAValue(CLI::Option& option, const std::string& word) try {
+  const CLI::Validator& looks = *option.get_validator(kLooks);
+  return looks.active(true)(word).empty();
+} catch (const CLI::OptionNotFound&) {
+  return false;
+}
+
+// The options of a command and of those chosen below it, in the order in which they were added.
+std::vector<const CLI::Option*> OptionsFrom(const CLI::App& command) {
+  std::vector<const CLI::Option*> options = command.get_options();
+  for (const CLI::App* below : command.get_subcommands()) {
+    const auto more = OptionsFrom(*below);
+    options.insert(options.end(), more.begin(), more.end());
+  }
+  return options;
+}
+
+// Says which options exclude each other, as the parser does, which takes the one with the lowest address of
+// those that the first one excludes: that differs between builds and runs. Here it is the one added first.
+CLI::ExcludesError Excluded(const CLI::App& program) {
+  auto options = OptionsFrom(program);
+  std::erase_if(options, [](const CLI::Option* option) { return option->empty(); });
+  for (const CLI::Option* option : options) {
+    const auto excluded = option->get_excludes();
+    const auto other = std::ranges::find_if(
+        options, [&](const CLI::Option* each) { return excluded.contains(const_cast<CLI::Option*>(each)); });
+    if (other != options.end()) return {option->get_name(), (*other)->get_name()};
+  }
+  throw std::logic_error("no options exclude each other");
 }
 
 // The parser keeps the options that one excludes by their addresses, which differ between builds and runs.
@@ -89,8 +124,15 @@ Option Option::SplitAt(char delimiter) {
   return *this;
 }
 
-Option Option::Repeats() {
+Option Option::Repeats(IsOfKind looks_like_a_value) {
   parsed_->expected(1)->take_all()->allow_extra_args(false);
+  if (looks_like_a_value == nullptr) return *this;
+  CLI::Validator looks(
+      [looks_like = std::move(looks_like_a_value)](const std::string& word) {
+        return looks_like(word) ? std::string() : "is something else";
+      },
+      "", kLooks);
+  parsed_->check(looks.active(false));
   return *this;
 }
 
@@ -150,6 +192,12 @@ std::vector<std::string> Command::GivenOptions() const {
   return names;
 }
 
+std::string Command::OptionToRepeat(const std::string& word) const {
+  const auto options = parser_->get_options(
+      [&](CLI::Option* option) { return !option->empty() && LooksLikeAValue(*option, word); });
+  return options.empty() ? std::string() : options.front()->get_name();
+}
+
 std::string Command::Name() const { return parser_->get_name(); }
 
 Program::Program(const std::string& name, const std::string& meaning)
@@ -182,6 +230,7 @@ std::optional<Ending> Program::Read(int argc, const char* const* argv) {
       return Ending{.is_asked_for = true, .text = asked_for.str()};
     }
     Ending ending{.text = error.what()};
+    if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr) ending.text = Excluded(*owned_).what();
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) ending.left_over = owned_->remaining(true);
     return ending;
   }

@@ -54,6 +54,10 @@ class Command {
   // The options and flags that it gives this command, by name, in the order in which they were added.
   std::vector<std::string> GivenOptions() const;
 
+  // The option that it is given and that must be given once more to take this word; empty where none looks
+  // so.
+  std::string OptionToRepeat(const std::string& word) const;
+
   std::string Name() const;
 
  private:

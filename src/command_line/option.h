@@ -13,6 +13,9 @@ namespace mirelo::command_line {
 // What is wrong with a value, for people; empty where it is good.
 using WhyNot = std::function<std::string(const std::string& value)>;
 
+// Whether a word is of some kind.
+using IsOfKind = std::function<bool(const std::string& word)>;
+
 // Whether the help tells of a rule by itself, or leaves that to the option's meaning.
 enum class Told { kInHelp, kNowhere };
 
@@ -44,8 +47,10 @@ class Option {
   // For a variable of several values. Without these they stand one behind the other, and the help shows that.
   // Each word is several values, parted by `delimiter`.
   Option SplitAt(char delimiter);
-  // One value behind the option, which is given once more for the next; the help shows one.
-  Option Repeats();
+  // One value behind the option, which is given once more for the next; the help shows one. A word that
+  // nothing takes, where the option is given and `looks_like_a_value` holds, was likely meant as the next:
+  // see Command::OptionToRepeat.
+  Option Repeats(IsOfKind looks_like_a_value = {});
   // It has one value, or none.
   Option ValueMayLack();
 

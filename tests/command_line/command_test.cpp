@@ -5,8 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace mirelo::command_line {
 namespace {
@@ -185,6 +190,46 @@ TEST(CommandLine, IsRefusedWithOptionsThatExcludeEachOther) {
   };
   EXPECT_EQ(Refusal(describe, {"--second"}), "");
   EXPECT_EQ(Refusal(describe, {"--first", "--second"}), "--first excludes --second");
+}
+
+// The heap hands out last what it was given back first, so that what is made later stands lower in it.
+void HaveTheHeapGrowDown() {
+  std::vector<std::unique_ptr<char[]>> blocks;
+  for (std::size_t size = 16; size <= 1024; size += 16) {
+    for (int i = 0; i < 7; ++i) blocks.push_back(std::make_unique<char[]>(size));
+  }
+  for (auto& block : blocks) block.reset();
+}
+
+TEST(CommandLine, IsRefusedByTheFirstOptionsThatExcludeEachOther) {
+  HaveTheHeapGrowDown();
+  bool flag = false;
+  const auto describe = [&](Program& program) {
+    Command show = program.AddCommand("show", "");
+    Option list = show.AddFlag("--list", flag, "");
+    for (const char* name : {"--sheet", "--all", "--range"}) list.Excludes(show.AddFlag(name, flag, ""));
+  };
+  EXPECT_EQ(Refusal(describe, {"show", "--range", "--all", "--sheet", "--list"}), "--list excludes --sheet");
+  EXPECT_EQ(Refusal(describe, {"show", "--range", "--all", "--list"}), "--list excludes --all");
+}
+
+TEST(CommandLine, KnowsWhichOptionMustBeGivenOnceMoreToTakeAWord) {
+  Program program("tool", "");
+  Command go = program.AddCommand("go", "");
+  std::vector<std::string> settings, files, others;
+  go.AddOption("--file", files, "").Repeats([](const std::string& word) { return word.ends_with(".db"); });
+  go.AddOption("--set", settings, "").Repeats([](const std::string& word) {
+    return word.find('=') != word.npos;
+  });
+  go.AddOption("--other", others, "").Repeats();
+  const auto ending = Read(program, {"go", "--set", "a=1", "--other", "x", "b=2"});
+  ASSERT_TRUE(ending);
+  EXPECT_EQ(ending->left_over, std::vector<std::string>{"b=2"});
+  EXPECT_EQ(go.OptionToRepeat("b=2"), "--set");
+  EXPECT_EQ(go.OptionToRepeat("c.db"), "") << "--file was not given";
+  EXPECT_EQ(go.OptionToRepeat("y"), "") << "nobody knows what values of --other look like";
+  EXPECT_EQ(settings, std::vector<std::string>{"a=1"}) << "and what is given is taken whatever it looks like";
+  EXPECT_EQ(others, std::vector<std::string>{"x"});
 }
 
 TEST(CommandLine, IsRefusedWithoutWhatIsRequired) {

@@ -96,7 +96,7 @@ RunCommand::RunCommand(command_line::Command& program, const GlobalOptions& glob
                  "Append every quote to this file as well, whatever the limit of rows: a database (.db, "
                  ".sqlite) or comma-separated values (.csv); may be given again for another file")
       .ValueName("FILE")
-      .Repeats()
+      .Repeats([](const std::string& word) { return WhyNoAlsoFile(word).empty(); })
       .Check(WhyNoAlsoFile);
   auto window = command_.AddFlag("--window", window_, "Show the settings dialog in a window");
   auto headless =

@@ -100,13 +100,13 @@ WishOptions::WishOptions(command_line::Command& command) {
       .AddOption("--set", settings_,
                  "A setting and what the dialog is given for it, as Seconds=15; may be repeated. Takes " +
                      KeysText())
-      .Repeats()
+      .Repeats([](const std::string& word) { return word.find('=') != word.npos; })
       .Check(WhyNotTakenBy(ParseSetting));
   command
       .AddOption("--tick", ticks_,
                  "A field of a ticker's vertical table to tick, as MSFT:Last, or MSFT:Charts for its "
                  "charts; may be repeated")
-      .Repeats()
+      .Repeats([](const std::string& word) { return word.find(':') != word.npos; })
       .Check(WhyNotTakenBy(ParseTick));
   history_option_ =
       command
