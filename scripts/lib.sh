@@ -3,6 +3,34 @@
 say() { printf '\033[1m==>\033[0m %s\n' "$*" >&2; }
 die() { printf 'error: %s\n' "$*" >&2; exit 1; }
 
+# show_help: what the comment at the script's head says of it.
+script=$(realpath -m "$0")
+show_help() { sed -n '2,${/^#/!q;s/^# \{0,1\}//p}' "$script"; }
+
+# help_if_asked ARGUMENT...: ends the script with its help where one of its arguments asks for that.
+help_if_asked() {
+  local argument
+  for argument in "$@"; do
+    case $argument in -h|--help) show_help; exit 0 ;; esac
+  done
+}
+
+# misused WHY...: ends the script with 2, for arguments that it does not take.
+misused() {
+  { printf 'error: %s\n\n' "$*"; show_help; } >&2
+  exit 2
+}
+
+# one_of KIND ARGUMENT NAME...: misused, unless the argument is one of the names that there are of this kind.
+one_of() {
+  local kind=$1 argument=$2 name
+  shift 2
+  for name in "$@"; do
+    [ "$name" != "$argument" ] || return 0
+  done
+  misused "no $kind is named \"$argument\"; there are: $*"
+}
+
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"
   elif command -v sudo >/dev/null 2>&1; then sudo "$@"
