@@ -66,7 +66,7 @@ std::shared_ptr<host::excel::Chart> CommentBox::Chart() { throw Refusals::NotACh
 std::int32_t CommentBox::ZOrderPosition() {
   return Ask([&] {
     Box();
-    const auto cells = CommentedCells(*cell_.sheet);
+    const auto cells = CellsOfCommentBoxes(*cell_.sheet);
     const CellPlace own{cell_.area.first_row, cell_.area.first_column};
     const auto charts = DocumentCharts::Of(cell_.document()).On(*cell_.sheet).size();
     return static_cast<std::int32_t>(charts) +
@@ -135,7 +135,7 @@ void CommentBox::ScaleWidth(double factor, host::excel::MsoTriState relative_to_
         spreadsheet::kPointsPerPixel);
 }
 
-std::vector<CellPlace> CommentedCells(DocumentSheet& sheet) {
+std::vector<CellPlace> CellsOfCommentBoxes(DocumentSheet& sheet) {
   const auto notes = As<css::container::XIndexAccess>(
       As<css::sheet::XSheetAnnotationsSupplier>(sheet.Get())->getAnnotations());
   std::vector<CellPlace> cells;

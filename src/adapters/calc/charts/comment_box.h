@@ -48,7 +48,9 @@ class CommentBox final : public host::excel::Shape {
   CellBlock cell_;
 };
 
-// The cells of a sheet that have comments, row by row. Called within Document::Ask.
-std::vector<spreadsheet::CellPlace> CommentedCells(DocumentSheet& sheet);
+// The cells of a sheet whose comments have boxes, in the order of these: row by row. Called within
+// Document::Ask. From the sheet's list of comments, since CommentedCells looks at each cell of its block: of
+// two million, two tenths of a second.
+std::vector<spreadsheet::CellPlace> CellsOfCommentBoxes(DocumentSheet& sheet);
 
 }  // namespace mirelo::calc

@@ -35,7 +35,7 @@ class SheetShapes final : public excel::Shapes {
   std::int32_t Count() override {
     return sheet_->document().Ask([&] {
       return static_cast<std::int32_t>(DocumentCharts::Of(sheet_->document()).On(*sheet_).size() +
-                                       CommentedCells(*sheet_).size());
+                                       CellsOfCommentBoxes(*sheet_).size());
     });
   }
 
@@ -61,7 +61,7 @@ class SheetShapes final : public excel::Shapes {
     std::vector<std::shared_ptr<excel::Shape>> all;
     for (const auto& chart : DocumentCharts::Of(sheet_->document()).On(*sheet_))
       all.push_back(std::make_shared<spreadsheet::ChartShape>(PlaceOf(sheet_, chart)));
-    for (const auto& [row, column] : CommentedCells(*sheet_))
+    for (const auto& [row, column] : CellsOfCommentBoxes(*sheet_))
       all.push_back(std::make_shared<CommentBox>(CellBlock{sheet_, Area::Cell(row, column)}));
     return all;
   }
@@ -124,7 +124,7 @@ class ChartSheets final : public excel::Charts {
 // The comment whose box this is; null when it is that of none.
 std::shared_ptr<excel::Selectable> CommentBoxAt(const std::shared_ptr<DocumentSheet>& sheet,
                                                 const Reference<css::drawing::XShape>& shape) {
-  for (const auto& [row, column] : CommentedCells(*sheet)) {
+  for (const auto& [row, column] : CellsOfCommentBoxes(*sheet)) {
     auto box = std::make_shared<CommentBox>(CellBlock{sheet, Area::Cell(row, column)});
     if (box->IsIn(shape)) return box;
   }
