@@ -2,15 +2,18 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "command_line/command.h"
 #include "quotetracker/replay.h"
+#include "quotetracker/replay_columns.h"
 #include "terminal/standard_streams.h"
 
 namespace mirelo::quotetracker {
@@ -25,13 +28,15 @@ constexpr const char* kDescription =
 or replays from a file. Prints "HTTP port N" and "stream port N", then serves until SIGINT or SIGTERM.
 )";
 
-constexpr const char* kExplanation =
+constexpr const char* kRequests =
     R"(HTTP requests: /req?GetLastQuote(A,B,...)  /req?EnumPorts()  /req?EnumPortSymbols(NAME)
   /req?AddStocksToPort(CURRENT,A,B,...)
 
 Replay file: a line of column names, then one line a quote, in the order of time. Columns, in any order:
-  Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,
-  52w Low,52w High    (Ticker, Date mm/dd/yyyy and Time hh:mm:ss are needed; Tick is U, D or S)
+)";
+
+constexpr const char* kFaultsAndExamples =
+    R"(    (Ticker, Date mm/dd/yyyy and Time hh:mm:ss are needed; Tick is U, D or S)
 
 Faults: a name, and if not each time, a colon and when: "drop:3" each third time, "drop:25%" one time in four.
   --http-fault    drop, reset, stall, truncate-head, truncate-body, garbage, wrong-status, short-length, long-length
@@ -64,6 +69,13 @@ struct Arguments {
   std::string http_fault;
   std::vector<std::string> stream_faults;
 };
+
+// Names that are joined by commas, in two lines of a terminal.
+std::string InTwoLines(const std::string& names) {
+  constexpr std::size_t kLine = 112;
+  const auto behind = names.rfind(',', kLine - 3) + 1;
+  return "  " + names.substr(0, behind) + "\n  " + names.substr(behind);
+}
 
 struct Tree {
   CommandLine command;
@@ -161,7 +173,7 @@ void AddFaults(command_line::Command& program, Arguments& arguments) {
 Tree::Tree() {
   command.server.http_port = kHttpPort;
   command.server.stream_port = kStreamPort;
-  program.Footer(kExplanation);
+  program.Footer(kRequests + InTwoLines(ReplayColumns::Names()) + kFaultsAndExamples);
   program.AddVersion("quotetracker " MIRELO_VERSION, "Display program version information and exit");
   AddServing(program, command);
   AddQuotes(program, command, arguments);

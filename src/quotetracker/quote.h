@@ -37,10 +37,8 @@ struct Quote {
 };
 
 // Appends a quote as one record of a reply: the nineteen fields in the order of their codes, joined by
-// commas, no line break behind it.
-//   Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,
-//   52w Low,52w High
-// The ticker is written as `shown`, the way it was asked for.
+// commas, no line break behind it. They are the columns of replayed files (ReplayColumns::Names). The ticker
+// is written as `shown`, the way it was asked for.
 void AppendRecord(std::string& text, std::string_view shown, const Quote& quote);
 
 }  // namespace mirelo::quotetracker

@@ -12,15 +12,11 @@
 
 namespace mirelo::quotetracker {
 
-// Quotes from a file of comma-separated lines. The first line names the columns, in any order, by the names
-// of the quote columns without regard to case:
-//
-//   Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,Open,
-//   52w Low,52w High
-//
-// Ticker, Date (mm/dd/yyyy) and Time (hh:mm:ss) must be there; a column left out, or an empty field, is 0.
-// Without the column LastVolume it is what Volume rose by since the ticker's line before. Every further line
-// is one quote; times must not go backwards. Tick is U, D or S. Empty lines are passed over.
+// Quotes from a file of comma-separated lines. The first line names the columns (ReplayColumns::Names), in
+// any order and without regard to case. Ticker, Date (mm/dd/yyyy) and Time (hh:mm:ss) must be there; a column
+// left out, or an empty field, is 0. Without the column LastVolume it is what Volume rose by since the
+// ticker's line before. Every further line is one quote; times must not go backwards. Tick is U, D or S.
+// Empty lines are passed over.
 //
 // The replay begins at the first quote's time when it is made, and its clock then runs `speed` times as fast
 // as the wall's. At its end the last quotes stay. A ticker without a quote so far has the present stamp and

@@ -103,6 +103,12 @@ std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\
 
 }  // namespace
 
+std::string ReplayColumns::Names() {
+  std::string names;
+  for (const Column& column : kColumns) (names += names.empty() ? "" : ",") += column.name;
+  return names;
+}
+
 ReplayColumns::ReplayColumns(std::string_view header) {
   std::string_view name;
   for (bool more = true; TakeField(header, more, name);) {

@@ -12,6 +12,9 @@ namespace mirelo::quotetracker {
 // The columns of a replay file, as its first line names them.
 class ReplayColumns {
  public:
+  // Those that there are, joined by commas, in the order of a record's fields (AppendRecord).
+  static std::string Names();
+
   // Raises std::invalid_argument for an unknown, repeated or missing column.
   explicit ReplayColumns(std::string_view header);
 

@@ -10,7 +10,9 @@
 #include <thread>
 #include <vector>
 
+#include "automation/text.h"
 #include "quotetracker/http_server.h"
+#include "quotetracker/replay_columns.h"
 #include "quotetracker/server.h"
 #include "quotetracker/session_file.h"
 #include "quotetracker/started_program.h"
@@ -208,6 +210,18 @@ TEST(Program, TakesReplayFaultsAndCredentialsFromItsArguments) {
     client.Say(message);
     EXPECT_EQ(client.Tcp().ReceiveAll(), "");
   }
+}
+
+TEST(Program, TellsTheColumnsOfAReplayInLinesOfATerminal) {
+  StartedProgram program({"--help"});
+  const std::string help = program.AllOutput();
+  const auto from = help.find("\n  Ticker,");
+  const auto until = help.find("    (Ticker", from);
+  ASSERT_NE(from, std::string::npos);
+  ASSERT_NE(until, std::string::npos);
+  EXPECT_THAT(Split(help.substr(from + 3, until - from - 3), "\n  "),
+              ::testing::Each(::testing::SizeIs(::testing::Le(110U))));
+  EXPECT_EQ(Replace(help.substr(from + 3, until - from - 3), "\n  ", ""), ReplayColumns::Names());
 }
 
 TEST(Program, PlaysARecordedSession) {

@@ -3,24 +3,29 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "quotetracker/fixed_clock.h"
 #include "quotetracker/level1_fields.h"
 #include "quotetracker/record_feed.h"
 #include "quotetracker/record_reader.h"
+#include "quotetracker/replay_columns.h"
 
 namespace mirelo::quotetracker {
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr const char* kDay =
-    "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,NumTrades,"
-    "Open,"
-    "52w Low,52w High\r\n"
+const std::string kDay =
+    ReplayColumns::Names() +
+    "\r\n"
     "MSFT,12/30/"
     "2005,09:30:00,26.50,26.49,26.51,-0.12,D,61200,26.7,26.4,12,9,300,450,136,26.62,23.82,28.25\r\n"
     "IBM,12/30/2005,09:30:02,82.2,82.15,82.25,0.5,U,1000,82.5,82,1,2,100,100,10,82,71.85,99.1\r\n"
@@ -48,6 +53,20 @@ std::string Refusal(const std::string& text) {
 }
 
 FixedClock Wall() { return {"01/01/2020", "00:00:00"}; }
+
+TEST(ReplayColumns, AreTheFieldsOfARecordInTheirOrder) {
+  const std::string record =
+      "A,12/30/2005,09:30:00,1.01,2.02,3.03,-4.04,D,5,6.06,7.07,8,9,10,11,12,13.13,14.14,15.15";
+  std::string read;
+  AppendRecord(read, "A", ReplayColumns(ReplayColumns::Names()).Read(record));
+  EXPECT_EQ(read, record);
+}
+
+TEST(ReplayColumns, AreToldByThePageOfTheStandIn) {
+  std::ifstream file(MIRELO_SOURCE_DIR "/docs/quotetracker.md");
+  const std::string page{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_THAT(page, ::testing::HasSubstr("\n```\n" + ReplayColumns::Names() + "\n"));
+}
 
 TEST(Replay, ShowsEachQuoteFromItsTimeOn) {
   FixedClock wall = Wall();

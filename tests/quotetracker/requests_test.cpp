@@ -9,6 +9,7 @@
 #include "quotetracker/command.h"
 #include "quotetracker/fixed_clock.h"
 #include "quotetracker/replay.h"
+#include "quotetracker/replay_columns.h"
 #include "quotetracker/request_interface.h"
 
 namespace mirelo::quotetracker {
@@ -60,9 +61,8 @@ class Requests : public ::testing::Test {
  protected:
   static std::unique_ptr<QuoteSource> TwoQuotes() {
     std::istringstream text(
-        "Ticker,Date,Time,Last,Bid,Ask,Change,Tick,Volume,High,Low,BidSize,AskSize,LastVolume,AvgTrade,"
-        "NumTrades,Open,"
-        "52w Low,52w High\n"
+        ReplayColumns::Names() +
+        "\n"
         "MSFT,12/30/2005,09:30:00,1.01,2.02,3.03,-4.04,D,5,6.06,7.07,8,9,10,11,12,13.13,14.14,15.15\n"
         "IBM,12/30/"
         "2005,09:30:00,82.20,82.15,82.25,0.50,U,1000,82.50,82.00,1,2,100,100,10,82.00,71.85,99.10\n");
