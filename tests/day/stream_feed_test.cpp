@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -56,6 +57,27 @@ class Feed : public ::testing::Test, protected WithLoop, protected StreamRig {
     Deliver(chunk);
   }
   void Pass(int milliseconds) { loop.Advance(host::MessageLoop::Milliseconds(milliseconds)); }
+
+  static std::string InSeconds(int seconds) {
+    return std::to_string(seconds) + (seconds == 1 ? " second" : " seconds");
+  }
+  void ExpectToReconnectIn(int seconds) {
+    SCOPED_TRACE(seconds);
+    const std::size_t before = sockets.connections.size();
+    Pass(seconds * 1'000 - 1);
+    EXPECT_EQ(sockets.connections.size(), before);
+    Pass(1);
+    EXPECT_EQ(sockets.connections.size(), before + 1);
+  }
+  void ExpectToWaitOutASilenceOf(int minutes) {
+    SCOPED_TRACE(minutes);
+    told.clear();
+    Pass(minutes * 60'000 - 1);
+    EXPECT_THAT(told, IsEmpty());
+    Pass(1);
+    EXPECT_THAT(told, ElementsAre(HasSubstr("has said nothing for " + InSeconds(minutes * 60) +
+                                            "; reconnecting in ")));
+  }
 
   wire::ObservedSockets observed{sockets, loop};
   day::StreamFeed feed{*facade, loop, observed, {"MSFT"}, "SWISS.SDF"};
@@ -221,9 +243,40 @@ TEST_F(Feed, TellsOnceAConnectionThatItStreams) {
   EXPECT_THAT(told, ElementsAre("Streaming"));
 }
 
-TEST_F(Feed, ReconnectsAfterASilence) {
-  Pass(60'000);
-  EXPECT_THAT(told, Contains(HasSubstr("has said nothing for 60 seconds; reconnecting")));
+// The guide tells these pauses, a page of the design the silences.
+TEST_F(Feed, ReconnectsAfterPausesThatDoubleFromASecondToAMinute) {
+  for (const int seconds : {1, 2, 4, 8, 16, 32, 60, 60}) {
+    sockets.Newest().Drop();
+    EXPECT_EQ(told.back(), "reset by peer; reconnecting in " + InSeconds(seconds));
+    ExpectToReconnectIn(seconds);
+  }
+}
+
+TEST_F(Feed, PausesForASecondAgainOnceItHasStreamed) {
+  for (const int seconds : {1, 2, 4}) {
+    sockets.Newest().Drop();
+    Pass(seconds * 1'000);
+  }
+  Deliver("OK<STREAMER>SWISS.SDF</STREAMER>");
+  sockets.Newest().Drop();
+  ExpectToReconnectIn(1);
+}
+
+TEST_F(Feed, ReconnectsAfterSilencesThatDoubleFromAMinuteToAnHour) {
+  int pause = 1;
+  for (const int minutes : {1, 2, 4, 8, 16, 32, 60, 60}) {
+    ExpectToWaitOutASilenceOf(minutes);
+    ExpectToReconnectIn(pause);
+    pause = std::min(2 * pause, 60);
+  }
+}
+
+TEST_F(Feed, WaitsOutAMinuteAgainOnceAQuoteHasCome) {
+  ExpectToWaitOutASilenceOf(1);
+  ExpectToReconnectIn(1);
+  DeliverPrices({28});
+  Pass(120'000);  // for so long it listens, since it was silent before
+  ExpectToWaitOutASilenceOf(1);
 }
 
 TEST_F(Feed, IsNotHeldByBytesThatAreNoMessage) {
