@@ -1,6 +1,12 @@
 // Which columns the grid has in each mode, and how wide they are.
 
+#include <cstdint>
+#include <set>
+#include <string_view>
+#include <vector>
+
 #include "dialog/vertical_grid_test.h"
+#include "forms/layout/layouts.h"
 
 namespace mirelo::testing {
 namespace {
@@ -8,9 +14,19 @@ namespace {
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAreArray;
 
 constexpr const char* kCharts = "Charts (Last & Volume)";
 constexpr int kTickCells = 11;
+
+// The part of that control; null where there is none.
+const forms::layout::Part* Find(const forms::layout::Part& part, std::string_view control) {
+  if (part.name == control) return &part;
+  for (const auto& inner : part.parts) {
+    if (const auto* const found = Find(inner, control)) return found;
+  }
+  return nullptr;
+}
 
 class GridLayout : public VerticalGridTest {
  protected:
@@ -65,6 +81,17 @@ TEST_F(GridLayout, IsTheTickersAloneWithoutAField) {
 TEST_F(GridLayout, HasItsOwnWidthsUntilTheUserChangesThem) {
   Open("Last,Bid", {});
   EXPECT_THAT(Widths(), ElementsAre(Widths()[0], 1700, 800, 800));
+}
+
+// A window shows such a column as wide as its header at least, and any other as wide as the person made it.
+TEST_F(GridLayout, HasTheWidthsThatItsWindowTakesForNobodysChoice) {
+  Open("Last", {});
+  const auto widths = Widths();
+  const auto layout = forms::layout::LayoutOfSettingsDialog();
+  const auto* const grid = Find(layout.at("C1ElaTickers"), "FG");
+  ASSERT_NE(grid, nullptr);
+  EXPECT_THAT(grid->usual_widths,
+              UnorderedElementsAreArray(std::set<std::int32_t>(widths.begin(), widths.end())));
 }
 
 TEST_F(GridLayout, MakesTheColumnOfChartsAsWideAsAField) {

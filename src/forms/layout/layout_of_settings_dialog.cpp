@@ -10,6 +10,8 @@ Part TickersTab() {
   return Column({
       Row({Wide(Called(Control("txtTicker"), "Ticker to add")), Control("ButAdd")}),
       Wide(Row({
+          // Of columns of fields, of those that nobody lays out, and of tickers. Tests of the dialog hold
+          // them to what it lays out by the settings' catalogue, which this room may not know.
           Wide(WithUsualWidths(Called(Control("FG"), "Tickers"), {800, 960, 1700})),
           Column({Control("ButTickerUp"), Control("ButTickerDown"), Control("ButDel"), Space()}),
       })),
