@@ -72,7 +72,9 @@ class QuoteWatch::Handle final : public Watched {
 };
 
 QuoteQuestion QuoteQuestion::InOneSpelling() const {
-  return {about, UCase(Trim(ticker)), UCase(Trim(column))};
+  QuoteQuestion spelt{about, UCase(Trim(ticker)), std::nullopt};
+  if (column) spelt.column = UCase(Trim(*column));
+  return spelt;
 }
 
 QuoteWatch::QuoteWatch(wire::SideHost& machine, std::function<Clock::time_point()> now,
@@ -114,7 +116,7 @@ std::unique_ptr<QuoteWatch::Watched> QuoteWatch::Ask(const QuoteQuestion& questi
   auto asked = std::make_shared<Asked>();
   asked->question = question.InOneSpelling();
   asked->changed = std::move(changed);
-  asked->column = FindColumn(asked->question.column);
+  if (asked->question.column) asked->column = FindColumn(*asked->question.column);
   auto handle = std::make_unique<Handle>(*this, asked);
   ++count_;
   if (CanBeAskedFor(asked->question.ticker)) {
@@ -159,8 +161,9 @@ QuoteValue QuoteWatch::AnswerTo(const Asked& asked) const {
 
 std::string QuoteWatch::StatusOf(const Asked& asked) const {
   const QuoteQuestion& question = asked.question;
+  if (!question.column) return "Several cells are given for the column; it is one cell or a name";
   if (asked.column == nullptr) {
-    return "There is no column " + Shown(question.column) + "; the columns are " + AllNames();
+    return "There is no column " + Shown(*question.column) + "; the columns are " + AllNames();
   }
   if (question.ticker.empty()) return "No ticker is given";
   if (asked.ticker == nullptr) {

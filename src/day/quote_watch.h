@@ -34,7 +34,7 @@ struct QuoteQuestion {
 
   About about = About::Value;
   std::string ticker;
-  std::string column;  // of Value and Status
+  std::optional<std::string> column;  // of Value and Status; none where several are named
 
   // The same question by its one spelling: capital letters, no blanks around them.
   QuoteQuestion InOneSpelling() const;

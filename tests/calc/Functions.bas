@@ -79,6 +79,15 @@ Sub NoteReasons(Sheet)
   Sheet.getCellRangeByName("B4").Formula = "=QUOTE_STATUS(D1)"
   Sheet.getCellRangeByName("B5").Formula = "=QUOTE(""MSFT"";D9)"
   Note("empty column", Sheet.getCellRangeByName("B5").Value > 0)
+  Sheet.getCellRangeByName("B6").Formula = "=QUOTE(""MSFT"";D9:D11)"
+  Sheet.getCellRangeByName("B7").Formula = "=QUOTE_STATUS(""MSFT"";D9:D11)"
+  Sheet.getCellRangeByName("B8").Formula = "=QUOTE_STATUS(""MSFT"";{""Bid"";""Ask""})"
+  Sheet.getCellRangeByName("D12").String = "Lasst"
+  Sheet.getCellRangeByName("B9").Formula = "=QUOTE_STATUS(""MSFT"";D12:D12)"
+  Sheet.getCellRangeByName("B10").Formula = "=QUOTE(""MSFT"";D9:D9)"
+  Note("several columns", Sheet.getCellRangeByName("B6").String & " " & Sheet.getCellRangeByName("B7").String)
+  Note("several columns in the formula", Sheet.getCellRangeByName("B8").String)
+  Note("a range of one cell", Sheet.getCellRangeByName("B9").String & " " & (Sheet.getCellRangeByName("B10").Value > 0))
   Note("wrong column", Sheet.getCellRangeByName("B1").String & " " & Sheet.getCellRangeByName("B2").String)
   Note("no ticker", Sheet.getCellRangeByName("B3").String & " " & Sheet.getCellRangeByName("B4").String)
 End Sub

@@ -115,6 +115,10 @@ class Functions(unittest.TestCase):
         self.assertIn('#N/A There is no column "LASST"', self.notes["wrong column"])
         self.assertEqual(self.notes["no ticker"], "#N/A No ticker is given")
         self.assertEqual(self.notes["empty column"], "True")
+        several = "Several cells are given for the column; it is one cell or a name"
+        self.assertEqual(self.notes["several columns"], f"#N/A {several}")
+        self.assertEqual(self.notes["several columns in the formula"], several)
+        self.assertRegex(self.notes["a range of one cell"], r'^There is no column "LASST".* True$')
 
     def test_take_tickers_of_cells_and_work_in_arrays_fills_and_anew(self):
         self.assertEqual(self.notes["array"], "True")

@@ -20,9 +20,10 @@ using ::testing::SizeIs;
 TEST_F(Watching, SaysWhatIsWrongWithAQuestion) {
   EXPECT_THAT(Status("MSFT", "Lasst"),
               AllOf(HasSubstr("There is no column \"LASST\""), HasSubstr("Last, Change, Bid")));
+  EXPECT_EQ(Status("MSFT", std::nullopt), "Several cells are given for the column; it is one cell or a name");
   EXPECT_EQ(Status(""), "No ticker is given");
   EXPECT_THAT(Status("A,B"), HasSubstr("\"A,B\" cannot be asked for"));
-  const Watched watched[] = {Ask("MSFT", "Lasst"), Ask(""), Ask("A,B")};
+  const Watched watched[] = {Ask("MSFT", "Lasst"), Ask("MSFT", std::nullopt), Ask(""), Ask("A,B")};
   Pass(day::QuoteWatch::kGather + day::QuoteWatch::kTellPause);
   EXPECT_THAT(internet->Resources(), Each("/req?GetLastQuote(MSFT)"));
   EXPECT_THAT(told, IsEmpty());

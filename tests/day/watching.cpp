@@ -46,11 +46,13 @@ void Watching::Streamed() {
   mGlobal::AppSettings().SaveSetting("Settings\\QuoteSource\\List", "Swiss", Variant("SWISS.SDF"));
 }
 
-Watching::Watched Watching::Ask(const std::string& ticker, const std::string& column, About about) {
-  return watch->Ask({about, ticker, column}, [this, name = ticker + " " + column] { told.push_back(name); });
+Watching::Watched Watching::Ask(const std::string& ticker, const std::optional<std::string>& column,
+                                About about) {
+  return watch->Ask({about, ticker, column},
+                    [this, name = ticker + " " + column.value_or("")] { told.push_back(name); });
 }
 
-std::string Watching::Status(const std::string& ticker, const std::string& column) {
+std::string Watching::Status(const std::string& ticker, const std::optional<std::string>& column) {
   return Ask(ticker, column, About::Status)->Answer().ToText();
 }
 

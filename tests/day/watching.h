@@ -38,8 +38,9 @@ class Watching : public ::testing::Test {
   // Settings by which quotes are streamed.
   void Streamed();
   // Whoever asks so is told by an entry of `told`.
-  Watched Ask(const std::string& ticker, const std::string& column = "Last", About about = About::Value);
-  std::string Status(const std::string& ticker, const std::string& column = "Last");
+  Watched Ask(const std::string& ticker, const std::optional<std::string>& column = "Last",
+              About about = About::Value);
+  std::string Status(const std::string& ticker, const std::optional<std::string>& column = "Last");
   void Pass(std::chrono::milliseconds time) { loop.Advance(time); }
   // As a cell that is calculated anew with all that hangs on it.
   void WorkFor(std::chrono::milliseconds time) { worked_ += time; }

@@ -8,6 +8,7 @@
 #include <cppuhelper/implbase2.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <mirelo/XFunctions.hpp>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -27,13 +28,18 @@ using css::uno::Sequence;
 constexpr const char* kImplementation = "mirelo.Functions";
 constexpr const char* kService = "com.sun.star.sheet.AddIn";
 
-// One that is left out is void, an empty cell 0.
-std::string ColumnOf(const Any& argument) {
+// The one column that an argument names. What is left out is void, an empty cell 0, a range rows of cells.
+std::optional<std::string> ColumnOf(const Any& argument) {
   rtl::OUString text;
   if (argument >>= text) return text.isEmpty() ? "Last" : uno::TextOf(text);
   double number = 0;
-  if ((argument >>= number) && number != 0) return uno::TextOf(rtl::OUString::number(number));
-  return "Last";
+  if (argument >>= number) return number == 0 ? "Last" : uno::TextOf(rtl::OUString::number(number));
+  if (!argument.hasValue()) return "Last";
+  Sequence<Sequence<Any>> rows;
+  if (!(argument >>= rows) || rows.getLength() != 1) return std::nullopt;
+  const Sequence<Any> cells = *rows.getConstArray();
+  if (cells.getLength() != 1) return std::nullopt;
+  return ColumnOf(*cells.getConstArray());
 }
 
 class Functions final : public cppu::WeakImplHelper2<::mirelo::XFunctions, css::lang::XServiceInfo> {
@@ -64,7 +70,7 @@ class Functions final : public cppu::WeakImplHelper2<::mirelo::XFunctions, css::
   }
 
  private:
-  Any Answer(About about, const rtl::OUString& ticker, std::string column) {
+  Any Answer(About about, const rtl::OUString& ticker, std::optional<std::string> column) {
     return Any(QuoteAnswers::Of(context_).ResultFor({about, uno::TextOf(ticker), std::move(column)}));
   }
 
