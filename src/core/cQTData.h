@@ -48,7 +48,7 @@ enum class QuoteField : std::uint8_t {
 
 // One quote as the stream delivers it. It holds exactly what one record carried: what the record lacked is 0
 // or empty here, not the value last seen; Carries tells the two apart. Volumes are the low 32 bits of what
-// was sent.
+// was sent; WholeVolumes has all of it.
 //
 // Properties stand in the order of the public interface. Getting and letting them cannot fail, so the failure
 // "cQTData component failure" of this class has no way to occur.
@@ -98,8 +98,17 @@ class cQTData : public Object {
   // The fields that the record had, a bit for each by its id.
   void Carry(std::uint32_t fields) { carried_ = fields; }
 
+  // Volume and Last_Volume as they are where more is traded than the properties have room for.
+  struct Whole {
+    std::int64_t volume = 0;
+    std::int64_t last_volume = 0;
+  };
+  const Whole& WholeVolumes() const { return whole_; }
+  void WholeVolumes(const Whole& volumes) { whole_ = volumes; }
+
  private:
   std::uint32_t carried_ = 0;
+  Whole whole_;
 };
 
 }  // namespace mirelo

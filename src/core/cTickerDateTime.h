@@ -35,6 +35,11 @@ class cTickerDateTime : public Object {
   Property<double> Week52Low;
   Property<double> Week52High;
   Property<std::string> Symbol;  // the collection key given at creation
+
+  // The whole volume and the stamp of the last quote with one that PrevVolume has no room for; 0 where the
+  // last volume was another.
+  std::int64_t great_volume = 0;
+  std::string great_stamp;
 };
 
 }  // namespace mirelo

@@ -17,12 +17,13 @@ void LetMoment(const std::string& text, QuoteValue& value) {
   value = ReadValue(Reading::AsMoment, text);
 }
 
-// The stream class reads the low half of a volume as a number with a sign, so a great one comes out below 0,
-// where there are no volumes.
-double VolumeOf(const cQTData& quote) { return static_cast<std::uint32_t>(quote.Volume()); }
+// The properties have the low half of what was sent.
+double VolumeOf(const cQTData& quote) { return static_cast<double>(quote.WholeVolumes().volume); }
 
 // Below 0 where the volume begins anew within a day: as with the first quote of a day nothing is known of it.
-std::int32_t LastVolumeOf(const cQTData& quote) { return std::max(quote.Last_Volume(), 0); }
+double LastVolumeOf(const cQTData& quote) {
+  return static_cast<double>(std::max<std::int64_t>(quote.WholeVolumes().last_volume, 0));
+}
 
 void Let(const cQTData& quote, const StreamedField& streamed, QuoteValue& value) {
   if (streamed.number != nullptr) return value.Set((quote.*streamed.number)());

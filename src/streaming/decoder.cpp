@@ -48,7 +48,8 @@ inline void ReadValue(const Level1Field& field, const WireBytes& bytes, std::int
       position += 8;
       return;
     case FieldKind::LongVolume:
-      record.*field.quantity = bytes.NumberAt<std::int32_t>(position);
+      record.*
+          field.volume = {bytes.NumberAt<std::int32_t>(position), bytes.NumberAt<std::int32_t>(position + 4)};
       position += 8;
       return;
     case FieldKind::Integer:
@@ -126,6 +127,20 @@ std::int32_t TakeLastVolume(std::int32_t volume, const std::string& date_time, c
   return 0;
 }
 
+// The same of whole volumes, to be called before it. The properties of the state know the volume before as
+// long as that fits into them.
+std::int64_t TakeGreatLastVolume(std::int64_t volume, const std::string& date_time, cTickerDateTime& state) {
+  if (volume <= 0) return 0;
+  const bool follows_great = state.great_volume != 0;
+  const std::int64_t previous = follows_great ? state.great_volume : state.PrevVolume();
+  const bool counts =
+      previous != 0 && EqualText(date_time, follows_great ? state.great_stamp : state.DateQuoteTrecker());
+  const bool is_great = volume > std::numeric_limits<std::int32_t>::max();
+  state.great_volume = is_great ? volume : 0;
+  state.great_stamp = is_great ? date_time : kNoText;
+  return counts ? volume - previous : 0;
+}
+
 }  // namespace
 
 void cQTStreaming::Internals::DecodeRecords(Bytes data) {
@@ -199,7 +214,10 @@ void cQTStreaming::Internals::ApplyQuote(const Level1Record& record) {
     return stream.Unchanged.Raise(record.symbol);
   const std::string& date_time =
       record.stamp.empty() ? kNoText : stamps.Text(record.stamp, stream.DovantaFormatUserDate_);
-  AddQuoteToBuffer(record, date_time, TakeLastVolume(record.volume, date_time, state));
+  const bool is_great = record.volume.high != 0 || record.volume.low < 0 || state.great_volume != 0;
+  const std::int64_t great = is_great ? TakeGreatLastVolume(record.volume.Whole(), date_time, state) : 0;
+  const std::int32_t last = TakeLastVolume(record.volume.low, date_time, state);
+  AddQuoteToBuffer(record, date_time, last, is_great ? great : last);
 }
 
 // Leaves `is_first` as it is where the symbol was known.

@@ -32,12 +32,13 @@ void LetText(Property<std::string>& property, std::string_view wire_bytes) {
 }  // namespace
 
 void cQTStreaming::Internals::AddQuoteToBuffer(const Level1Record& record, const std::string& date_time,
-                                               std::int32_t last_volume) {
+                                               std::int32_t last_volume, std::int64_t whole_last_volume) {
   cQTData& quote = QuoteToFill(QuoteBuffer, QuoteCounter);
   quote.Carry(record.carried);
+  quote.WholeVolumes({record.volume.Whole(), whole_last_volume});
   quote.Ask_Price(record.ask_price);
   quote.Ask_Size(record.ask_size);
-  quote.Average_Volume(record.average_volume);
+  quote.Average_Volume(record.average_volume.low);
   quote.Avg_Trade_Size(record.average_trade_size);
   quote.Bid_Price(record.bid_price);
   quote.Bid_Size(record.bid_size);
@@ -62,10 +63,10 @@ void cQTStreaming::Internals::AddQuoteToBuffer(const Level1Record& record, const
   quote.OpenTicker(record.open);
   quote.PE(record.price_to_earnings);
   quote.Prev_Close(record.previous_close);
-  quote.Prev_Volume(record.previous_volume);
+  quote.Prev_Volume(record.previous_volume.low);
   LetText(quote.Symbol, record.symbol);
   quote.Trades(record.trades);  // the tick and the UPC field are read and dropped
-  quote.Volume(record.volume);
+  quote.Volume(record.volume.low);
   quote.Last_Volume(last_volume);
   quote.Week_52_High(record.week_52_high);
   quote.Week_52_Low(record.week_52_low);

@@ -12,7 +12,7 @@ namespace mirelo {
 enum class FieldKind : std::uint8_t {
   Unknown,             // an id outside the table: four bytes are passed over, whatever it really takes
   Double,              // 8 bytes, IEEE 754
-  LongVolume,          // 8 bytes, of which the first four are read as a signed number
+  LongVolume,          // 8 bytes, a signed number
   Integer,             // 4 bytes, signed
   ZeroTerminatedText,  // up to a zero byte, which is consumed
   Stamp,               // 14 bytes of text
@@ -32,7 +32,11 @@ struct Level1Field {
   }
   constexpr Level1Field(std::string_view name, FieldKind value, std::int32_t Level1Record::*target)
       : descriptor(name), kind(value), quantity(target) {
-    if (value != FieldKind::LongVolume && value != FieldKind::Integer) throw "the target is an integer";
+    if (value != FieldKind::Integer) throw "the target is an integer";
+  }
+  constexpr Level1Field(std::string_view name, FieldKind value, LongVolume Level1Record::*target)
+      : descriptor(name), kind(value), volume(target) {
+    if (value != FieldKind::LongVolume) throw "the target is a volume";
   }
   constexpr Level1Field(std::string_view name, FieldKind value, std::string_view Level1Record::*target)
       : descriptor(name), kind(value), text(target) {
@@ -45,6 +49,7 @@ struct Level1Field {
   union {  // by the kind
     double Level1Record::*number = nullptr;
     std::int32_t Level1Record::*quantity;
+    LongVolume Level1Record::*volume;
     std::string_view Level1Record::*text;
   };
 };

@@ -44,7 +44,7 @@ inline void ForEachComparedField(const Level1Record& record, Carried carried, St
   price(QuoteField::Bid_Price, record.bid_price, state.Bid_Price);
   price(QuoteField::Ask_Price, record.ask_price, state.Ask_Price);
   compare(QuoteField::Change, record.change, record.change != 0, state.Change);
-  quantity(QuoteField::Volume, record.volume, state.Volume);
+  quantity(QuoteField::Volume, record.volume.low, state.Volume);
   price(QuoteField::High, record.high, state.High);
   price(QuoteField::Low, record.low, state.Low);
   quantity(QuoteField::Bid_Size, record.bid_size, state.Bid_Size);

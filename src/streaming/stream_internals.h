@@ -66,7 +66,8 @@ struct cQTStreaming::Internals {
   cTickerDateTime& StateOf(std::string_view symbol, bool& is_first);
 
   // delivery.cpp
-  void AddQuoteToBuffer(const Level1Record& record, const std::string& date_time, std::int32_t last_volume);
+  void AddQuoteToBuffer(const Level1Record& record, const std::string& date_time, std::int32_t last_volume,
+                        std::int64_t whole_last_volume);
   void RaiseQTDatas();
 
   cQTStreaming& stream;

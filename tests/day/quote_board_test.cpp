@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "support/level1_wire.h"
@@ -162,9 +164,38 @@ TEST_F(Board, ShowsAVolumeThatIsTooGreatForTheStreamClass) {
   EXPECT_EQ(great->Volume(), -1'294'966'796) << "the class reads a sign";
   board.Take(*great);
   EXPECT_EQ(Of(board.Rows().at(0), "Volume"), "3000000500");
-  EXPECT_EQ(Of(board.Rows().at(0), "LastVolume"), "0") << "the class counts nothing of it";
   EXPECT_EQ(Of(QuoteFields(*great), "Volume"), "3000000500");
-  EXPECT_EQ(Cell(Level1Wire().Volume(4'294'967'295), "Volume"), "4294967295");
+  for (const std::int64_t volume : {4'294'967'295, 4'294'967'296, 4'294'968'296, 999'999'999'999'999}) {
+    EXPECT_EQ(Cell(Level1Wire().Volume(volume), "Volume"), std::to_string(volume));
+  }
+}
+
+TEST_F(Board, CountsOnWithVolumesThatAreTooGreatForTheStreamClass) {
+  const char* column = "LastVolume";
+  const std::pair<std::int64_t, const char*> days[] = {
+      {2'147'483'600, "0"},          {2'147'483'700, "100"}, {2'147'483'750, "50"},
+      {4'294'967'290, "2147483540"}, {4'294'967'390, "100"}, {4'294'967'396, "6"},
+      {8'589'934'700, "4294967304"}, {5'000, "0"},           {5'100, "100"},
+      {4'294'972'396, "4294967296"},
+  };
+  for (const auto& [volume, traded] : days) {
+    SCOPED_TRACE(volume);
+    const auto quote = Quote(Level1Wire().Volume(volume), column);
+    board.Take(*quote);
+    EXPECT_EQ(Of(board.Rows().at(0), column), traded);
+    EXPECT_EQ(Of(QuoteFields(*quote), column), traded);
+  }
+}
+
+TEST_F(Board, BeginsGreatVolumesAnewWithTheDay) {
+  const auto cell = [&](std::int64_t volume, const char* stamp) {
+    return Cell(Level1Wire().Volume(volume).Stamp(stamp), "LastVolume");
+  };
+  EXPECT_EQ(cell(5'000'000'000, "01202011093000"), "0");
+  EXPECT_EQ(cell(5'000'000'100, "01202011093001"), "100");
+  EXPECT_EQ(cell(6'000'000'000, "01212011093000"), "0");
+  EXPECT_EQ(cell(6'000'000'007, "01212011093001"), "7");
+  EXPECT_EQ(cell(700, "01222011093000"), "0");
 }
 
 TEST_F(Board, LeavesTheTickerAsItWasGiven) {

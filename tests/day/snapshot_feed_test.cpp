@@ -278,6 +278,17 @@ TEST_F(SnapshotFeed, CountsVolumesOnOverAQuoteOfNothing) {
   EXPECT_EQ(Fetch(Reply({Record(kBad, "1", "1300")}))[0][3], "300");
 }
 
+TEST_F(SnapshotFeed, CountsWithVolumesOfMoreThan32Bits) {
+  Watch({"A"});
+  Fetch(Reply({Record("A", "1", "4294967290")}));
+  EXPECT_THAT(Fetch(Reply({Record("A", "1", "4294967296")}))[0],
+              ElementsAre("A", "1", "4294967296", "6", "35"));
+  reply = Reply({Record("A", "1", "999999999999999")});
+  const auto rows = feed->Fetch();
+  EXPECT_EQ(rows.value()[0][2].ToCell(), Variant(999'999'999'999'999.0));
+  EXPECT_EQ(rows.value()[0][3].ToCell(), Variant(999'995'705'032'703.0));
+}
+
 TEST_F(SnapshotFeed, ShowsNoVolumeBelowZeroWhereTheDaysVolumeBeginsAnew) {
   Watch({"A"});
   Fetch(Reply({Record("A", "1", "1000")}));
