@@ -37,7 +37,7 @@ endif()
 # fifths of the time of batches of 10, which a build from nothing notices more than one behind a changed test does.
 set(MIRELO_TEST_BATCH 40 CACHE STRING "The same of the sources of a program of tests")
 
-# Programs of tests are many, and with this linker each is linked in a fifth of the time.
+# Programs of tests are many, and this linker is the quickest.
 find_program(MIRELO_LLD ld.lld)
 if(MIRELO_LLD AND CMAKE_BUILD_TYPE STREQUAL "Debug")
   add_link_options(-fuse-ld=lld)
@@ -74,7 +74,7 @@ if(MIRELO_COVERAGE)
   target_link_libraries(mirelo_options INTERFACE $<TARGET_OBJECTS:mirelo_count_exits>)
   target_link_options(mirelo_options INTERFACE -Wl,--wrap=_exit)
 endif()
-# What the sources of tests are compiled with beside these. Half of the build's time is theirs.
+# What the sources of tests are compiled with beside these.
 add_library(mirelo_test_options INTERFACE)
 # Their lines are known to debuggers, their variables are not: a quarter of their time.
 target_compile_options(mirelo_test_options INTERFACE $<$<CONFIG:Debug>:-g1>)
