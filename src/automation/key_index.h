@@ -50,7 +50,7 @@ class KeyIndex {
     --count_;
   }
 
-  // Gives the entry of a position that is present another one.
+  // Changes the position in an entry. The entry must be present.
   void Move(std::uint32_t hash, std::uint32_t from, std::uint32_t to) noexcept {
     entries_[SlotOf(hash, from)].position = to;
   }

@@ -14,9 +14,9 @@
 
 namespace mirelo::com {
 
-// An object of another program's, or of a script's, as the classes hold it. Nobody but who knows what it is
-// can do more with it than pass it on. Each holds a counted reference; whoever compares objects compares
-// those.
+// An object of another program or of a script, as the classes hold it. Who does not know what it is can only
+// pass it on. Each holds a counted reference. There may be several of one object, so objects are compared by
+// these references.
 class Foreign : public Object {
  public:
   explicit Foreign(Held<IDispatch> reference) : reference_(std::move(reference)) {}

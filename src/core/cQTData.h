@@ -56,7 +56,7 @@ class cQTData : public Object {
  public:
   std::string_view TypeName() const override { return "cQTData"; }
 
-  Property<std::int32_t> Last_Volume;  // volume of the last trade
+  Property<std::int32_t> Last_Volume;  // how far Volume rose since the quote before
   Property<std::string> TimeQT;        // time of arrival, displaced to the shown zone
   Property<std::string> DateQT;        // date of arrival, displaced, in the user's format
   Property<std::string> NameID;        // the collection key given at creation

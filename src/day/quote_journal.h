@@ -59,8 +59,9 @@ class QuoteJournal {
   std::int64_t Kept() const { return kept_; }
   std::int64_t Lost() const { return lost_; }
 
-  // Appending has failed, for another reason than the last time; and it goes again.
+  // Appending has failed. While it goes on failing for the same reason this is not raised again.
   Event<const RuntimeError&> Failed;
+  // Appending succeeds after it has failed.
   Event<> Recovered;
   // A sentence for a person: what was mended of an older file.
   Event<const std::string&> Mended;

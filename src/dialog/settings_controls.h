@@ -21,7 +21,8 @@ namespace mirelo {
 struct SettingsControls : forms::Form {
   using Form::Form;
 
-  // From the catalogue: what scroll bars reach from and to, and texts before the dialog is filled.
+  // From the catalogue: the ends of scroll bars, but for those of VScrollChartPoints, which reach further
+  // down and less far up than what the setting may be; and texts before the dialog is filled.
   static constexpr const Setting& kRows = catalogue::Row(catalogue::kSettings, "RowsLimit");
   static constexpr const Setting& kSeconds = catalogue::Row(catalogue::kSettings, "Seconds");
   static constexpr const Setting& kPlaces = catalogue::Row(catalogue::kSettings, "txtDecimalPlaces");

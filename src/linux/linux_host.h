@@ -65,8 +65,8 @@ class LinuxHost : public host::Host {
   Event<> HangsUp;
 
   // Raised for a connection that the peer has ended or refused, not for one that is ended here; and for one
-  // that was given up since its messages had no end. The text is for people. A handler raises nothing: the
-  // stream hears of it after all handlers.
+  // that was given up, for one of the reasons that wire::AlignedConnection tells. The text is for people. A
+  // handler raises nothing: the stream hears of it after all handlers.
   Event<const std::string&> ConnectionDropped;
   // What sockets() gives, for who looks at what passes through it.
   wire::ObservedSockets& observed_sockets();

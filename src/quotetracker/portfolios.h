@@ -11,7 +11,7 @@ namespace mirelo::quotetracker {
 // symbols are compared without regard to ASCII case.
 class Portfolios {
  public:
-  static constexpr std::size_t kMostSymbols = 20'000;  // in one portfolio; further ones are not taken
+  static constexpr std::size_t kMostSymbols = 20'000;  // in one portfolio, as far as Add adds
 
   struct Portfolio {
     std::string name;

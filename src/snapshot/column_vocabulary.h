@@ -10,8 +10,9 @@
 
 namespace mirelo {
 
-// The columns of which the whole system speaks, one row each. A new column is a new row, behind the others;
-// one that is incomplete does not compile.
+// The columns of which the whole system speaks, one row each; a row that is incomplete does not compile. A
+// column that only streams bring is the last row. One that replies bring as well stands where its field does
+// in their lines, and is counted in kReplyFields.
 
 // The columns that some rule is about, by their codes. A column's code is the index of its field in a line of
 // QuoteTracker's reply to a quote request, counted from 0.

@@ -61,8 +61,7 @@ class ShownText {
   std::string bytes_;
 };
 
-// Any text of several lines, without an end behind the last unless it has one: line feeds and tabs are
-// layout.
+// Any text, whose line feeds and tabs stay what they are. No line feed is added at its end.
 ShownText Lines(std::string_view text);
 
 // The same with the lines behind the first indented, as far as they are not, so that they are seen to belong

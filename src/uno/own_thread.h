@@ -18,9 +18,9 @@ decltype(auto) OnOwnThread(Body&& body) {
   return AtTheBorder(std::forward<Body>(body));
 }
 
-// Has `post` called for what another thread lets go of last: it has a step called on the own thread, and
-// answers false when it takes no more steps. It is called on any thread. Without one, or when it refuses,
-// such objects stay for good. To be called before the first of them is made.
+// Says how an object is destroyed that another thread was the last to hold: `post` is called on that thread
+// with a step, which it has run on the own thread later. It answers false once it runs no more steps. Then,
+// and while there is no `post`, such objects stay for good. To be called before the first of them is made.
 using PostToOwnThread = std::function<bool(std::function<void()> step)>;
 void LetGoThrough(PostToOwnThread post);
 const PostToOwnThread& Poster();  // the one that was given, or an empty one

@@ -33,13 +33,14 @@ class ObservedSockets : public host::WinsockLibrary {
   // Bytes that no sink gets, since they are no message or one that nobody asked for. A handler must raise
   // nothing.
   Event<std::span<const std::uint8_t>> LeftOut;
-  // Bytes that had come and that no sink gets any more, since the connection was ended, given up or begun
-  // anew: messages that were not handed over yet, and what of one has come. A handler must raise nothing.
+  // Bytes that were waiting when the connection was ended, given up or begun anew, and that no sink gets any
+  // more: messages that were not handed over yet, and the beginning of one whose end has not come. A handler
+  // must raise nothing.
   Event<std::span<const std::uint8_t>> Abandoned;
   // The connection's own sinks have had all whole messages of what has come, and have returned or raised.
   Event<> Rested;
-  // Raised for a drop and a refusal, not for a Disconnect of our own; and for a connection that was given up
-  // since its messages had no end. The text is for people.
+  // Raised for a drop and a refusal, not for a Disconnect of our own; and for a connection that was given up,
+  // for one of the reasons that AlignedConnection tells. The text is for people.
   Event<const std::string&> Dropped;
   // What people should know of bytes that were left out, once for each connection.
   Event<const std::string&> Told;

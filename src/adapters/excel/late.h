@@ -49,8 +49,9 @@ class Worksheets;
 
 namespace mirelo::excel {
 
-// The object of the port that calls a foreign one: of the class `T`, or of one below it. Null for none. Error
-// 13 for a result that is no object of the program. Each stands beside its class.
+// What a call of the program has answered, as an object of the port: of the class `T`, or of one derived from
+// it, whose members call the program's object. Null where the answer is that there is none. Error 13 for an
+// answer that is no object of the program. Each is defined beside the class that it makes.
 template <class T>
 std::shared_ptr<T> As(const Variant& result) = delete;
 template <>

@@ -23,7 +23,7 @@ class Screen {
   // As it is now: a person may change it at any time.
   terminal::ScreenSize Size();
 
-  // Lets the picture stand there. Only what differs from what stands there is written.
+  // Shows the picture. Only what differs from the one that is shown is written.
   void Show(const terminal::Picture& picture);
 
   // Readable when a key may have been pressed.

@@ -11,8 +11,8 @@
 namespace mirelo::poll {
 
 #ifdef _WIN32
-// As poll(2) takes and tells it. The header of Windows' sockets has the like, and macros that bear the names
-// of our members.
+// What poll(2) is given and fills in, for Windows, where there is none. The header of Windows' sockets
+// declares the like, but brings macros that would rewrite names of our members.
 struct pollfd {
   int fd;
   short events;

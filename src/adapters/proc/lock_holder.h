@@ -8,7 +8,7 @@
 
 namespace mirelo::proc {
 
-// One kind of lock for writing that another process may have on a file, to look for.
+// A lock to look for: one for writing that another process may have on the file.
 struct SoughtLock {
   enum class Kind {
     Records,  // of fcntl(2)

@@ -22,12 +22,14 @@ void ChangeCells(const CellBlock& block, Body&& body) {
   });
 }
 
-// Gives cells of a block formats: properties of the office's by their names. Where the document gathers
-// formats that is done later. Error 1004 as there.
+// A property of cells, by the office's name for it.
 struct CellFormat {
   std::string_view property;
   Any value;
 };
+
+// Gives the cells of a block these formats; later, where the document gathers formats. Error 1004 as
+// ChangeCells.
 void FormatCells(const CellBlock& block, std::initializer_list<CellFormat> formats);
 
 }  // namespace mirelo::calc

@@ -18,9 +18,10 @@ namespace mirelo::calc {
 class Document;
 class DocumentSheet;
 
-// What is in front in a document's window, and what is selected there. While it is held (ScreenUpdating is
-// off), clients select without moving what the person sees. When it is let go, what was selected last is
-// shown, unless that was in front at first, or is hidden or gone.
+// Which sheet is in front in a document's window, and what is selected there. Between Hold and LetGo, while
+// ScreenUpdating is off, clients show and select without moving what the person sees. LetGo then brings the
+// sheet that they showed last to the front, if it is another than at Hold, with what they selected on it; a
+// sheet that is hidden or gone by then is not shown.
 //
 // Calc has no chart sheets. One that is in front here covers the sheet that the person sees, until they or
 // somebody else turn to another.
@@ -47,7 +48,7 @@ class Front {
   // Null where cells are selected.
   Reference<css::drawing::XShape> SelectedShape();
   void Select(DocumentSheet& sheet, const Reference<css::drawing::XShape>& shape);
-  // It is about to be taken off its sheet.
+  // To be called before a shape is taken off its sheet: wherever it is selected, it is so no longer.
   void Forget(const Reference<css::drawing::XShape>& shape);
 
   // Null where the document is not shown as a spreadsheet: in its print preview, or without a window.

@@ -24,6 +24,7 @@ class GridView {
  public:
   GridView(forms::Grid& grid, View& view, Views& views, std::vector<std::int32_t> usual_widths);
 
+  // Begins to listen to the table. To be called once its window is there.
   void Connect();
   // Marks what is shown as out of date.
   void Invalidate();

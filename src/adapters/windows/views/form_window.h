@@ -92,7 +92,7 @@ class FormWindow {
   unsigned dots_per_inch_ = 96;
   forms::Control* first_ = nullptr;  // what the layout gives the focus to
   forms::layout::Extent least_;      // of what is inside of the frame
-  std::int32_t scrolled_ = 0;        // where the screen is lower than that
+  std::int32_t scrolled_ = 0;        // so far down, where the screen is lower than `least_`
   Event<>::Cookie subscription_ = 0;
   std::vector<std::pair<forms::Control*, Event<>::Cookie>> subscriptions_;
   const forms::Control* focused_ = nullptr;  // as the form says

@@ -15,8 +15,8 @@ class ChartTextReader {
   ChartTextReader(const ShapePropertiesReader& shapes, ChartLosses& losses)
       : shapes_(shapes), losses_(losses) {}
 
-  // What holds for the font of the whole chart, where a text tells nothing else: an element "txPr" or
-  // null.
+  // Reads the chart's own element "txPr", which may be null: what it says of the font holds for each text
+  // that says nothing else. To be called before the others.
   void ReadStandard(pugi::xml_node text);
 
   // The title of a chart of this place.
