@@ -7,12 +7,14 @@
 #include <string_view>
 #include <vector>
 
+#include "host/winsock_library.h"
+
 namespace mirelo::fuzzing {
 
 // An input as the chunks of a stream: each is two bytes of length, the low one first, and as many bytes; the
 // last may be shorter. No chunk is longer than what a socket hands over at once.
 inline std::vector<std::string> Chunks(const std::uint8_t* data, std::size_t size) {
-  constexpr std::size_t kMostInOneEvent = 8192;
+  constexpr std::size_t kMostInOneEvent = host::SocketConnection::kChunkLimit;
   std::string_view rest(reinterpret_cast<const char*>(data), size);
   std::vector<std::string> chunks;
   while (rest.size() > 2) {

@@ -1,6 +1,10 @@
 #include "libreoffice/errand/errand.h"
 
+#include <cstdint>
+#include <exception>
+#include <limits>
 #include <nlohmann/json.hpp>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -25,6 +29,19 @@ Json JsonOf(const DialogWishes& wishes) {
           {"history", wishes.history},
           {"charts", wishes.charts},
           {"yes", wishes.accepts_costs}};
+}
+
+// A whole number that the type holds. The conversion of the library takes any number, and cuts it.
+template <class Number>
+void GetNumber(const Json& json, Number& number) {
+  using Limits = std::numeric_limits<Number>;
+  const bool is_whole = json.is_number_integer();
+  const bool is_too_great =
+      json.is_number_unsigned() && json.get<std::uint64_t>() > static_cast<std::uint64_t>(Limits::max());
+  if (!is_whole || is_too_great) throw std::out_of_range("another number");
+  const auto value = json.get<std::int64_t>();
+  if (value < Limits::min() || value > Limits::max()) throw std::out_of_range("another number");
+  number = static_cast<Number>(value);
 }
 
 DialogWishes WishesOf(const Json& json) {
@@ -53,8 +70,8 @@ std::optional<CommandLine> CommandOf(const Json& json) {
   CommandLine command;
   json.at("words").get_to(command.words);
   command.programs = json.at("programs").get<std::string>();
-  json.at("output").get_to(command.output);
-  json.at("errors").get_to(command.errors);
+  GetNumber(json.at("output"), command.output);
+  GetNumber(json.at("errors"), command.errors);
   return command;
 }
 
@@ -63,7 +80,7 @@ template <class Read>
 auto ReadLine(std::string_view line, Read read) -> std::optional<decltype(read(Json()))> {
   try {
     return read(Json::parse(line));
-  } catch (const Json::exception&) {
+  } catch (const std::exception&) {
     return std::nullopt;
   }
 }
@@ -91,11 +108,13 @@ std::optional<Errand> ErrandOf(std::string_view line) {
     Errand errand;
     errand.command = CommandOf(json.at("command"));
     errand.folder = json.at("folder").get<std::string>();
-    json.at("http_port").get_to(errand.http_port);
-    json.at("stream_port").get_to(errand.stream_port);
+    GetNumber(json.at("http_port"), errand.http_port);
+    GetNumber(json.at("stream_port"), errand.stream_port);
     errand.open = json.at("open").get<std::string>();
     errand.wishes = WishesOf(json.at("wishes"));
-    errand.time = std::chrono::milliseconds(json.at("time").get<std::int64_t>());
+    std::int64_t time = 0;
+    GetNumber(json.at("time"), time);
+    errand.time = std::chrono::milliseconds(time);
     errand.store = json.at("store").get<std::string>();
     return errand;
   });
@@ -104,11 +123,13 @@ std::optional<Errand> ErrandOf(std::string_view line) {
 std::optional<News> NewsOf(std::string_view line) {
   return ReadLine(line, [](const Json& json) {
     News news;
-    const int kind = json.at("kind").get<int>();
-    if (kind >= 0 && kind <= static_cast<int>(News::Kind::kStored)) news.kind = static_cast<News::Kind>(kind);
+    int kind = 0;
+    GetNumber(json.at("kind"), kind);
+    if (kind < 0 || kind > static_cast<int>(News::Kind::kStored)) throw std::out_of_range("another kind");
+    news.kind = static_cast<News::Kind>(kind);
     json.at("text").get_to(news.text);
     json.at("wish").get_to(news.is_of_wish);
-    json.at("quotes").get_to(news.quotes);
+    GetNumber(json.at("quotes"), news.quotes);
     return news;
   });
 }
