@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -44,6 +45,19 @@ enum class QuoteField : std::uint8_t {
   UPC,
   Yield,
   CloseTicker,
+};
+
+// Which fields a record carried.
+class CarriedFields {
+ public:
+  static constexpr std::size_t kMost = 64;  // ids, from 0 on
+
+  bool Has(QuoteField field) const { return (bits_ >> static_cast<unsigned>(field) & 1) != 0; }
+  // Takes the field with this id down, if it `came`. Ids below kMost; 0 is that of no field.
+  void Note(std::size_t id, bool came = true) { bits_ |= static_cast<std::uint64_t>(came) << id; }
+
+ private:
+  std::uint64_t bits_ = 0;
 };
 
 // One quote as the stream delivers it. It holds exactly what one record carried: what the record lacked is 0
@@ -94,9 +108,8 @@ class cQTData : public Object {
 
   // Whether the record had the field, be it with a 0 or an empty text; the properties cannot tell these from
   // what was lacking.
-  bool Carries(QuoteField field) const { return (carried_ >> static_cast<unsigned>(field) & 1) != 0; }
-  // The fields that the record had, a bit for each by its id.
-  void Carry(std::uint32_t fields) { carried_ = fields; }
+  bool Carries(QuoteField field) const { return carried_.Has(field); }
+  void Carry(CarriedFields fields) { carried_ = fields; }
 
   // Volume and Last_Volume as they are where more is traded than the properties have room for.
   struct Whole {
@@ -107,7 +120,7 @@ class cQTData : public Object {
   void WholeVolumes(const Whole& volumes) { whole_ = volumes; }
 
  private:
-  std::uint32_t carried_ = 0;
+  CarriedFields carried_;
   Whole whole_;
 };
 

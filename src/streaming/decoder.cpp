@@ -80,7 +80,7 @@ inline void ReadField(const WireBytes& bytes, std::int32_t& position, Level1Reco
   position += 2;
   const std::size_t place = id < kFieldTable.size() ? id : 0;
   ReadValue(kFieldTable[place], bytes, position, record);
-  record.carried |= static_cast<std::uint32_t>(position <= bytes.size()) << place;
+  record.carried.Note(place, position <= bytes.size());
 }
 
 // The symbol of the record that begins at a position, if that is its first field.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/cQTData.h"
 #include "streaming/level1_record.h"
 
 namespace mirelo {
@@ -55,7 +56,7 @@ struct Level1Field {
 };
 
 // Indexed by field id. Blanks behind a width belong to the descriptor, as does character 160 of the first.
-inline constexpr std::array<Level1Field, 32> kFieldTable{{
+inline constexpr auto kFieldTable = std::to_array<Level1Field>({
     {},
     {"Symb:x\u00A0 ", FieldKind::ZeroTerminatedText, &Level1Record::symbol},
     {"B:8", FieldKind::Double, &Level1Record::bid_price},
@@ -88,9 +89,9 @@ inline constexpr std::array<Level1Field, 32> kFieldTable{{
     {"UPC:1", FieldKind::Dropped},
     {"Yield:8", FieldKind::Double, &Level1Record::yield},
     {"Close:8", FieldKind::Double, &Level1Record::close},
-}};
+});
 
-static_assert(kFieldTable.size() <= 32, "Level1Record::carried has a bit for each");
+static_assert(kFieldTable.size() <= CarriedFields::kMost);
 
 // The bytes that a dropped field takes: the number behind its descriptor's colon.
 constexpr std::int32_t DescribedWidth(std::string_view descriptor) {

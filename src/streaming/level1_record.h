@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/cQTData.h"
+
 namespace mirelo {
 
 // A volume by the halves of the 64 bits that are sent. The classes of the public interface have room for the
@@ -19,7 +21,7 @@ struct LongVolume {
 // A Level I record as it stands on the wire: numbers are read, texts are still bytes of the ANSI code page
 // that lie in the chunk. What the record did not carry is 0 or empty.
 struct Level1Record {
-  std::uint32_t carried = 0;  // a bit for each field whose value came whole, by its id; 0 for unknown ones
+  CarriedFields carried;  // those whose values came whole; id 0 for unknown ones
   double bid_price = 0;
   double ask_price = 0;
   double last_price = 0;

@@ -9,28 +9,18 @@ namespace mirelo {
 
 namespace {
 
-// Which fields a record carries, of those of which it shall matter.
-class Carried {
- public:
-  explicit Carried(std::uint32_t bits) : bits_(bits) {}
-  // 1 or 0.
-  unsigned Has(QuoteField field) const { return bits_ >> static_cast<unsigned>(field) & 1U; }
-
- private:
-  std::uint32_t bits_;
-};
-
 // Calls `visit` with each compared field: the new value, whether such a value counts at all, and the stored
 // one. Prices count above 0, a change of price unless it is 0, quantities from 1 on; others where they are
 // `carried`.
 //
 // The tick would be compared between change and volume, but the decoder leaves it empty.
 template <class State, class Visit>
-inline void ForEachComparedField(const Level1Record& record, Carried carried, State& state, Visit&& visit) {
+inline void ForEachComparedField(const Level1Record& record, CarriedFields carried, State& state,
+                                 Visit&& visit) {
   const auto compare = [&](QuoteField field, auto value, bool counts, auto& stored) {
     visit(value,
           static_cast<bool>(static_cast<unsigned>(counts) |
-                            (carried.Has(field) & static_cast<unsigned>(value <= 0))),
+                            (static_cast<unsigned>(carried.Has(field)) & static_cast<unsigned>(value <= 0))),
           stored);
   };
   const auto price = [&](QuoteField field, double value, auto& stored) {
@@ -60,7 +50,7 @@ inline void ForEachComparedField(const Level1Record& record, Carried carried, St
 
 // Without branches: which fields a record carries is as good as chance, so a branch for each would be guessed
 // wrong half the time.
-bool HoldsChange(const Level1Record& record, Carried carried, const cTickerDateTime& state) {
+bool HoldsChange(const Level1Record& record, CarriedFields carried, const cTickerDateTime& state) {
   bool changed = false;
   ForEachComparedField(record, carried, state, [&](auto value, bool counts, const auto& stored) {
     changed |= static_cast<bool>(static_cast<unsigned>(counts) & static_cast<unsigned>(value != stored()));
@@ -71,7 +61,7 @@ bool HoldsChange(const Level1Record& record, Carried carried, const cTickerDateT
 }  // namespace
 
 bool TakeChanges(const Level1Record& record, cTickerDateTime& state, bool count_zeros) {
-  const Carried carried(count_zeros ? record.carried : 0);
+  const CarriedFields carried = count_zeros ? record.carried : CarriedFields();
   if (!HoldsChange(record, carried, state)) return false;
   ForEachComparedField(record, carried, state,
                        [](auto value, bool counts, auto& stored) { stored(counts ? value : stored()); });
@@ -81,7 +71,7 @@ bool TakeChanges(const Level1Record& record, cTickerDateTime& state, bool count_
 bool CarriesCompared(const Level1Record& record) {
   bool carries = false;
   const cTickerDateTime nothing;
-  ForEachComparedField(record, Carried(record.carried), nothing,
+  ForEachComparedField(record, record.carried, nothing,
                        [&](auto, bool counts, const auto&) { carries |= counts; });
   return carries;
 }

@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -184,7 +185,9 @@ TEST(QuoteToFill, ReplacesAllValuesOfAQuoteThatStillWaitsWhenTheKeysStartAgain) 
   waiting.DateQT("20.01.2011");
   waiting.Company_Name("Company");
   waiting.Last_Price(1);
-  waiting.Carry(1U << static_cast<unsigned>(QuoteField::Last_Price));
+  CarriedFields carried;
+  carried.Note(static_cast<std::size_t>(QuoteField::Last_Price));
+  waiting.Carry(carried);
 
   QuoteKeys last(QuoteKeys::kLast);
   EXPECT_EQ(QuoteToFill(buffer, last).NameID(), "a2147483640");

@@ -198,6 +198,16 @@ TEST_F(Fields, AreCarriedByTheQuotesWhoseRecordHadThemBeTheyZeroOrEmpty) {
   }
 }
 
+TEST(CarriedFields, KeepEachIdThatTheyMayHaveByItself) {
+  for (std::size_t id = 1; id < CarriedFields::kMost; ++id) {
+    CarriedFields carried;
+    carried.Note(id);
+    carried.Note(id - 1, false);
+    for (std::size_t field = 1; field < CarriedFields::kMost; ++field)
+      EXPECT_EQ(carried.Has(static_cast<QuoteField>(field)), field == id) << id << ' ' << field;
+  }
+}
+
 TEST_F(Fields, OfUnknownIdsAreNoneThatAQuoteCarries) {
   stream->connect();
   Deliver(Level1Wire().Last(1).Id(33).Raw("1234").Id(-1).Raw("1234"));
