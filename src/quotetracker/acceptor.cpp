@@ -10,9 +10,10 @@ constexpr auto kRest = std::chrono::milliseconds(100);
 
 }  // namespace
 
-Acceptor::Acceptor(poll::PollLoop& loop, FileDescriptor listener, std::function<void(FileDescriptor)> take)
+Acceptor::Acceptor(poll::PollLoop& loop, poll::Descriptor listener,
+                   std::function<void(poll::Descriptor)> take)
     : loop_(loop), listener_(std::move(listener)), take_(std::move(take)) {
-  watch_ = loop_.Watch(listener_.get(), poll::PollLoop::kRead, [this](unsigned) { AcceptAll(); });
+  watch_ = loop_.Watch(listener_.Number(), poll::PollLoop::kRead, [this](unsigned) { AcceptAll(); });
 }
 
 Acceptor::~Acceptor() {
@@ -23,7 +24,7 @@ Acceptor::~Acceptor() {
 void Acceptor::AcceptAll() {
   for (;;) {
     Accepted accepted = Accept(listener_);
-    if (accepted.socket) {
+    if (accepted.socket.IsOpen()) {
       take_(std::move(accepted.socket));
       continue;
     }

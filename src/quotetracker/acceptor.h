@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <functional>
 
+#include "adapters/poll/descriptor.h"
 #include "adapters/poll/poll_loop.h"
-#include "quotetracker/file_descriptor.h"
 #include "quotetracker/socket.h"
 
 namespace mirelo::quotetracker {
@@ -15,7 +15,7 @@ namespace mirelo::quotetracker {
 class Acceptor {
  public:
   // The loop outlives the acceptor. `take` owns what it is given.
-  Acceptor(poll::PollLoop& loop, FileDescriptor listener, std::function<void(FileDescriptor)> take);
+  Acceptor(poll::PollLoop& loop, poll::Descriptor listener, std::function<void(poll::Descriptor)> take);
   ~Acceptor();
   Acceptor(const Acceptor&) = delete;
   Acceptor& operator=(const Acceptor&) = delete;
@@ -26,8 +26,8 @@ class Acceptor {
   void AcceptAll();
 
   poll::PollLoop& loop_;
-  FileDescriptor listener_;
-  std::function<void(FileDescriptor)> take_;
+  poll::Descriptor listener_;
+  std::function<void(poll::Descriptor)> take_;
   poll::PollLoop::Token watch_ = 0;
   poll::PollLoop::Token rest_ = 0;
 };

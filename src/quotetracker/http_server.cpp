@@ -26,7 +26,7 @@ struct HttpServer::Connection {
     kStalled,     // by a fault: nothing happens until the client gives up
   };
 
-  FileDescriptor socket;
+  poll::Descriptor socket;
   SteadyClock::time_point deadline;
   Token token = 0;
   State state = State::kReading;
@@ -36,13 +36,13 @@ struct HttpServer::Connection {
   std::size_t sent = 0;
 };
 
-HttpServer::HttpServer(poll::PollLoop& loop, FileDescriptor listener, Answer answer, std::uint64_t seed,
+HttpServer::HttpServer(poll::PollLoop& loop, poll::Descriptor listener, Answer answer, std::uint64_t seed,
                        std::chrono::seconds patience)
     : loop_(loop),
       answer_(std::move(answer)),
       random_(seed),
       patience_(patience),
-      acceptor_(loop, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {
+      acceptor_(loop, std::move(listener), [this](poll::Descriptor socket) { Take(std::move(socket)); }) {
   sweep_ = loop_.StartTimerAt(SteadyClock::now() + kSweepPeriod, [this] { CloseImpatiently(); });
 }
 
@@ -51,11 +51,11 @@ HttpServer::~HttpServer() {
   while (!connections_.empty()) Close(*connections_.begin()->second);
 }
 
-void HttpServer::Take(FileDescriptor socket) {
+void HttpServer::Take(poll::Descriptor socket) {
   if (connections_.size() >= kMostConnections) return;
   auto connection = std::make_unique<Connection>();
   connection->deadline = SteadyClock::now() + patience_;
-  connection->token = loop_.Watch(socket.get(), poll::PollLoop::kRead,
+  connection->token = loop_.Watch(socket.Number(), poll::PollLoop::kRead,
                                   [this, made = connection.get()](unsigned) { OnReady(*made); });
   connection->socket = std::move(socket);
   const Token token = connection->token;

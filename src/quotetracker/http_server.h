@@ -28,7 +28,7 @@ class HttpServer {
   using Answer = std::function<std::string(std::string_view resource)>;
 
   // The loop outlives the server. Called on the loop's thread, as all members are.
-  HttpServer(poll::PollLoop& loop, FileDescriptor listener, Answer answer, std::uint64_t seed,
+  HttpServer(poll::PollLoop& loop, poll::Descriptor listener, Answer answer, std::uint64_t seed,
              std::chrono::seconds patience = kPatience);
   ~HttpServer();
 
@@ -39,7 +39,7 @@ class HttpServer {
   struct Connection;
   using Token = poll::PollLoop::Token;
 
-  void Take(FileDescriptor socket);
+  void Take(poll::Descriptor socket);
   void OnReady(Connection& connection);
   void ReadRequest(Connection& connection);
   void Reply(Connection& connection, std::string_view resource);

@@ -25,7 +25,7 @@ void Outbox::Add(std::string message, Chunking chunking) {
   }
 }
 
-Outbox::State Outbox::Flush(const FileDescriptor& socket) {
+Outbox::State Outbox::Flush(const poll::Descriptor& socket) {
   while (!chunks_.empty()) {
     if (resume_ > std::chrono::steady_clock::now()) return State::kPausing;
     const Chunk& chunk = chunks_.front();

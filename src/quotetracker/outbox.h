@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "quotetracker/file_descriptor.h"
+#include "adapters/poll/descriptor.h"
 #include "quotetracker/random.h"
 
 namespace mirelo::quotetracker {
@@ -35,7 +35,7 @@ class Outbox {
   void Add(std::string message, Chunking chunking);
 
   // Sends as much as can be sent now.
-  State Flush(const FileDescriptor& socket);
+  State Flush(const poll::Descriptor& socket);
 
   std::size_t Size() const { return size_; }  // bytes not yet sent
   std::chrono::steady_clock::time_point ResumeTime() const { return resume_; }

@@ -20,7 +20,7 @@ constexpr auto kLeastPause = std::chrono::microseconds(500);
 
 }  // namespace
 
-Playback::Playback(poll::PollLoop& loop, FileDescriptor socket, const std::string& path, double speed,
+Playback::Playback(poll::PollLoop& loop, poll::Descriptor socket, const std::string& path, double speed,
                    std::function<void(const std::string&)> complain, std::function<void()> ended)
     : loop_(loop),
       socket_(std::move(socket)),
@@ -28,7 +28,7 @@ Playback::Playback(poll::PollLoop& loop, FileDescriptor socket, const std::strin
       complain_(std::move(complain)),
       ended_(std::move(ended)),
       began_(steady_clock::now()) {
-  watch_ = loop_.Watch(socket_.get(), poll::PollLoop::kRead, [this](unsigned ready) { OnReady(ready); });
+  watch_ = loop_.Watch(socket_.Number(), poll::PollLoop::kRead, [this](unsigned ready) { OnReady(ready); });
   try {
     reader_.emplace(path);
   } catch (const std::runtime_error& error) {
@@ -88,7 +88,7 @@ void Playback::End() {
   done_ = true;
   loop_.StopTimer(timer_);
   loop_.Unwatch(watch_);
-  socket_ = FileDescriptor();
+  socket_ = poll::Descriptor();
   ended_();
 }
 

@@ -18,7 +18,7 @@ class Playback : public StreamPeer {
  public:
   // Plays `speed` times as fast as recorded; `speed` is above 0. `complain` gets a message when the file
   // turns out to be damaged, which ends the play. The loop outlives the playback.
-  Playback(poll::PollLoop& loop, FileDescriptor socket, const std::string& path, double speed,
+  Playback(poll::PollLoop& loop, poll::Descriptor socket, const std::string& path, double speed,
            std::function<void(const std::string& message)> complain, std::function<void()> ended);
   ~Playback() override;
 
@@ -31,7 +31,7 @@ class Playback : public StreamPeer {
   void End();
 
   poll::PollLoop& loop_;
-  FileDescriptor socket_;
+  poll::Descriptor socket_;
   double speed_;
   std::function<void(const std::string&)> complain_;
   std::function<void()> ended_;

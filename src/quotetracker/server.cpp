@@ -27,7 +27,7 @@ struct Server::Parts {
             loop.Events(), ListenOn(options.listen, options.http_port),
             [this](std::string_view resource) { return AnswerRequest(resource); }, options.seed),
         stream(loop.Events(), ListenOn(options.listen, options.stream_port),
-               [this](FileDescriptor socket, std::uint64_t number, std::function<void()> ended) {
+               [this](poll::Descriptor socket, std::uint64_t number, std::function<void()> ended) {
                  return MakePeer(std::move(socket), number, std::move(ended));
                }) {
     if (!options.play.empty()) CheckSession(options.play);
@@ -39,7 +39,7 @@ struct Server::Parts {
     return requests.Answer(resource);
   }
 
-  std::unique_ptr<StreamPeer> MakePeer(FileDescriptor socket, std::uint64_t number,
+  std::unique_ptr<StreamPeer> MakePeer(poll::Descriptor socket, std::uint64_t number,
                                        std::function<void()> ended) {
     if (!options.play.empty()) {
       return std::make_unique<Playback>(loop.Events(), std::move(socket), options.play, options.play_speed,

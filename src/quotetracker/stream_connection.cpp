@@ -35,7 +35,7 @@ steady_clock::duration PaceOf(double rate) {
 
 }  // namespace
 
-StreamConnection::StreamConnection(poll::PollLoop& loop, FileDescriptor socket, QuoteSource& source,
+StreamConnection::StreamConnection(poll::PollLoop& loop, poll::Descriptor socket, QuoteSource& source,
                                    const StreamOptions& options, std::vector<StreamFaultPlan>& faults,
                                    std::uint64_t& quotes, std::uint64_t seed,
                                    std::function<void(std::string_view)> overheard,
@@ -50,7 +50,7 @@ StreamConnection::StreamConnection(poll::PollLoop& loop, FileDescriptor socket, 
       outbox_(options.chunk_pause, seed),
       overheard_(std::move(overheard)),
       ended_(std::move(ended)) {
-  watch_ = loop_.Watch(socket_.get(), poll::PollLoop::kRead, [this](unsigned ready) { OnReady(ready); });
+  watch_ = loop_.Watch(socket_.Number(), poll::PollLoop::kRead, [this](unsigned ready) { OnReady(ready); });
   Say(conversation_.Greet());
   Pump();
 }
@@ -205,7 +205,7 @@ void StreamConnection::End() {
   loop_.StopTimer(pace_);
   loop_.StopTimer(resume_);
   loop_.Unwatch(watch_);
-  socket_ = FileDescriptor();
+  socket_ = poll::Descriptor();
   ended_();
 }
 

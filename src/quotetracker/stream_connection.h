@@ -44,7 +44,7 @@ class StreamConnection : public StreamPeer {
   // `overheard` is called with each message of the client. `faults` and the counter `quotes` (records made)
   // are shared by all connections of the server; `ended` is called once, when the connection has ended. All
   // references outlive the connection.
-  StreamConnection(poll::PollLoop& loop, FileDescriptor socket, QuoteSource& source,
+  StreamConnection(poll::PollLoop& loop, poll::Descriptor socket, QuoteSource& source,
                    const StreamOptions& options, std::vector<StreamFaultPlan>& faults, std::uint64_t& quotes,
                    std::uint64_t seed, std::function<void(std::string_view message)> overheard,
                    std::function<void()> ended);
@@ -65,7 +65,7 @@ class StreamConnection : public StreamPeer {
   void End();
 
   poll::PollLoop& loop_;
-  FileDescriptor socket_;
+  poll::Descriptor socket_;
   const StreamOptions& options_;
   std::vector<StreamFaultPlan>& faults_;
   std::uint64_t& quotes_;

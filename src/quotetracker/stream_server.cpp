@@ -4,12 +4,12 @@
 
 namespace mirelo::quotetracker {
 
-StreamServer::StreamServer(poll::PollLoop& loop, FileDescriptor listener, MakePeer make_peer)
+StreamServer::StreamServer(poll::PollLoop& loop, poll::Descriptor listener, MakePeer make_peer)
     : loop_(loop),
       make_peer_(std::move(make_peer)),
-      acceptor_(loop, std::move(listener), [this](FileDescriptor socket) { Take(std::move(socket)); }) {}
+      acceptor_(loop, std::move(listener), [this](poll::Descriptor socket) { Take(std::move(socket)); }) {}
 
-void StreamServer::Take(FileDescriptor socket) {
+void StreamServer::Take(poll::Descriptor socket) {
   if (peers_.size() >= kMostConnections) return;
   const std::uint64_t number = ++last_number_;
   // A peer that ends before it is kept, because its client has left already, is removed all the same: later.

@@ -6,9 +6,9 @@
 #include <memory>
 #include <unordered_map>
 
+#include "adapters/poll/descriptor.h"
 #include "adapters/poll/poll_loop.h"
 #include "quotetracker/acceptor.h"
-#include "quotetracker/file_descriptor.h"
 
 namespace mirelo::quotetracker {
 
@@ -26,17 +26,17 @@ class StreamServer {
 
   // Makes the server's side of a connection. `number` counts connections from 1. When the connection has
   // ended the peer calls `ended` once; it is destroyed soon after, not during the call.
-  using MakePeer = std::function<std::unique_ptr<StreamPeer>(FileDescriptor socket, std::uint64_t number,
+  using MakePeer = std::function<std::unique_ptr<StreamPeer>(poll::Descriptor socket, std::uint64_t number,
                                                              std::function<void()> ended)>;
 
   // The loop outlives the server.
-  StreamServer(poll::PollLoop& loop, FileDescriptor listener, MakePeer make_peer);
+  StreamServer(poll::PollLoop& loop, poll::Descriptor listener, MakePeer make_peer);
 
   std::uint16_t Port() const { return acceptor_.Port(); }
   std::size_t Connections() const { return peers_.size(); }
 
  private:
-  void Take(FileDescriptor socket);
+  void Take(poll::Descriptor socket);
 
   poll::PollLoop& loop_;
   MakePeer make_peer_;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kBacklog = 1024;
 
-SOCKET Handle(const FileDescriptor& socket) { return static_cast<SOCKET>(socket.get()); }
+SOCKET Handle(const poll::Descriptor& socket) { return static_cast<SOCKET>(socket.Number()); }
 
 [[noreturn]] void Refused(const std::string& address, std::uint16_t port, int error) {
   throw std::runtime_error("cannot listen on " + address + " port " + std::to_string(port) + ": " +
@@ -24,7 +24,7 @@ SOCKET Handle(const FileDescriptor& socket) { return static_cast<SOCKET>(socket.
 
 bool WouldBlock() { return ::WSAGetLastError() == WSAEWOULDBLOCK; }
 
-void NeverBlock(const FileDescriptor& socket) {
+void NeverBlock(const poll::Descriptor& socket) {
   u_long on = 1;
   ::ioctlsocket(Handle(socket), static_cast<long>(FIONBIO), &on);
 }
@@ -33,12 +33,8 @@ int AtMostInt(std::size_t size) { return static_cast<int>(std::min<std::size_t>(
 
 }  // namespace
 
-FileDescriptor::~FileDescriptor() {
-  if (descriptor_ >= 0) ::closesocket(static_cast<SOCKET>(descriptor_));
-}
-
 // A port is free here as soon as its server has ended. SO_REUSEADDR would share it with one that has not.
-FileDescriptor ListenOn(const std::string& address, std::uint16_t port) {
+poll::Descriptor ListenOn(const std::string& address, std::uint16_t port) {
   poll::StartWinsock();
   addrinfo hints{};
   hints.ai_flags = AI_NUMERICHOST | AI_PASSIVE;
@@ -48,9 +44,9 @@ FileDescriptor ListenOn(const std::string& address, std::uint16_t port) {
   if (failure != 0) Refused(address, port, failure);
   const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> release(found, &::freeaddrinfo);
 
-  FileDescriptor socket(static_cast<int>(::WSASocketW(found->ai_family, SOCK_STREAM, 0, nullptr, 0,
-                                                      WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT)));
-  if (!socket) Refused(address, port, ::WSAGetLastError());
+  poll::Descriptor socket(static_cast<int>(::WSASocketW(found->ai_family, SOCK_STREAM, 0, nullptr, 0,
+                                                        WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT)));
+  if (!socket.IsOpen()) Refused(address, port, ::WSAGetLastError());
   NeverBlock(socket);
   if (::bind(Handle(socket), found->ai_addr, static_cast<int>(found->ai_addrlen)) != 0 ||
       ::listen(Handle(socket), kBacklog) != 0) {
@@ -59,7 +55,7 @@ FileDescriptor ListenOn(const std::string& address, std::uint16_t port) {
   return socket;
 }
 
-std::uint16_t LocalPort(const FileDescriptor& socket) {
+std::uint16_t LocalPort(const poll::Descriptor& socket) {
   sockaddr_storage address{};
   int length = sizeof address;
   if (::getsockname(Handle(socket), reinterpret_cast<sockaddr*>(&address), &length) != 0) return 0;
@@ -67,38 +63,38 @@ std::uint16_t LocalPort(const FileDescriptor& socket) {
   return ::ntohs(reinterpret_cast<sockaddr_in*>(&address)->sin_port);
 }
 
-Accepted Accept(const FileDescriptor& listener) {
+Accepted Accept(const poll::Descriptor& listener) {
   for (;;) {
-    FileDescriptor socket(static_cast<int>(::accept(Handle(listener), nullptr, nullptr)));
-    if (socket) {
+    poll::Descriptor socket(static_cast<int>(::accept(Handle(listener), nullptr, nullptr)));
+    if (socket.IsOpen()) {
       NeverBlock(socket);
       // What is sent in one call should arrive as one chunk.
       const int on = 1;
       ::setsockopt(Handle(socket), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&on), sizeof on);
     }
     // A client that left while it waited is no reason to stop.
-    if (!socket && ::WSAGetLastError() == WSAECONNRESET) continue;
-    const bool refused = !socket && !WouldBlock();
+    if (!socket.IsOpen() && ::WSAGetLastError() == WSAECONNRESET) continue;
+    const bool refused = !socket.IsOpen() && !WouldBlock();
     return {std::move(socket), refused};
   }
 }
 
-Transfer Receive(const FileDescriptor& socket, std::span<char> buffer) {
+Transfer Receive(const poll::Descriptor& socket, std::span<char> buffer) {
   const int count = ::recv(Handle(socket), buffer.data(), AtMostInt(buffer.size()), 0);
   if (count > 0) return {count, false};
   if (count == 0) return {0, true};
   return {WouldBlock() ? 0 : -1, false};
 }
 
-Transfer Send(const FileDescriptor& socket, std::string_view bytes) {
+Transfer Send(const poll::Descriptor& socket, std::string_view bytes) {
   const int count = ::send(Handle(socket), bytes.data(), AtMostInt(bytes.size()), 0);
   if (count >= 0) return {count, false};
   return {WouldBlock() ? 0 : -1, false};
 }
 
-void EndSending(const FileDescriptor& socket) { ::shutdown(Handle(socket), SD_SEND); }
+void EndSending(const poll::Descriptor& socket) { ::shutdown(Handle(socket), SD_SEND); }
 
-void ResetOnClose(const FileDescriptor& socket) {
+void ResetOnClose(const poll::Descriptor& socket) {
   const linger immediately{1, 0};
   ::setsockopt(Handle(socket), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&immediately),
                sizeof immediately);

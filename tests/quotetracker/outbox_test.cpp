@@ -23,8 +23,8 @@ class OutboxTest : public ::testing::Test {
   OutboxTest() {
     std::array<int, 2> sockets{};
     EXPECT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK, 0, sockets.data()), 0);
-    near_ = FileDescriptor(sockets[0]);
-    far_ = FileDescriptor(sockets[1]);
+    near_ = poll::Descriptor(sockets[0]);
+    far_ = poll::Descriptor(sockets[1]);
   }
 
   // Sends all there is, waiting out its pauses, and gives the chunks that arrive.
@@ -40,13 +40,13 @@ class OutboxTest : public ::testing::Test {
 
   std::string Arrived() {
     std::string chunk(100'000, '\0');
-    const auto count = ::recv(far_.get(), chunk.data(), chunk.size(), 0);
+    const auto count = ::recv(far_.Number(), chunk.data(), chunk.size(), 0);
     chunk.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
     return chunk;
   }
 
-  FileDescriptor near_;
-  FileDescriptor far_;
+  poll::Descriptor near_;
+  poll::Descriptor far_;
 };
 
 std::string Joined(const std::vector<std::string>& chunks) {
@@ -116,7 +116,7 @@ TEST_F(OutboxTest, KeepsWhatThePeerDoesNotTake) {
 TEST_F(OutboxTest, SaysWhenThePeerIsGone) {
   Outbox outbox(1us, 1);
   outbox.Add("a", Chunking::kWhole);
-  far_ = FileDescriptor();
+  far_ = poll::Descriptor();
   EXPECT_EQ(outbox.Flush(near_), Outbox::State::kBroken);
 }
 

@@ -50,7 +50,7 @@ Lookout::Lookout(OfficeLoop& loop, std::shared_ptr<Office> office)
     : loop_(&loop), office_(std::move(office)) {
   int ends[2] = {-1, -1};
   const int opened = ::pipe2(ends, O_NONBLOCK | O_CLOEXEC);
-  woken_ = poll::Descriptor(opened < 0 ? opened : ends[0]);
+  woken_ = poll::Descriptor::Opened(opened < 0 ? opened : ends[0]);
   waking_ = poll::Descriptor(ends[1]);
 }
 

@@ -6,7 +6,7 @@ namespace mirelo::poll {
 
 Bell Bell::Open() {
   Bell opened;
-  opened.descriptor_ = Descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE));
+  opened.descriptor_ = Descriptor::Opened(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE));
   return opened;
 }
 

@@ -9,8 +9,8 @@
 
 namespace mirelo::poll {
 
-Descriptor::Descriptor(int opened) : number_(opened) {
-  if (opened >= 0) return;
+Descriptor Descriptor::Opened(int result) {
+  if (result >= 0) return Descriptor(result);
   if (errno == EMFILE || errno == ENFILE) throw RuntimeError(67, "Too many files");
   throw RuntimeError(440, std::generic_category().message(errno));
 }

@@ -4,13 +4,15 @@
 
 namespace mirelo::poll {
 
-// Owns an open descriptor, or none.
+// Owns an open descriptor, a socket or something else that a loop can wait for; or none.
 class Descriptor {
  public:
   Descriptor() = default;
-  // Takes the result of the call that opened it. A failure is raised from errno: error 67 ("Too many files")
-  // when process or machine have none left, else 440 with the system's text.
-  explicit Descriptor(int opened);
+  // Negative: none.
+  explicit Descriptor(int number) : number_(number) {}
+  // Takes the result of the call that opened it. What that call failed of is raised: error 67 ("Too many
+  // files") when process or machine have none left, else 440 with the system's text.
+  static Descriptor Opened(int result);
   ~Descriptor() { Close(); }
   Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
@@ -18,7 +20,8 @@ class Descriptor {
     return *this;
   }
 
-  int Number() const { return number_; }  // -1: none
+  int Number() const { return number_; }
+  bool IsOpen() const { return number_ >= 0; }
   void Close();
 
  private:

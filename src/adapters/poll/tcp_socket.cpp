@@ -24,7 +24,8 @@ TcpSocket::Passed PassedOrErrno(ssize_t count) { return {count, count < 0 ? errn
 
 TcpSocket TcpSocket::Open() {
   TcpSocket opened;
-  opened.descriptor_ = Descriptor(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
+  opened.descriptor_ =
+      Descriptor::Opened(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
   SetOption(opened.descriptor_, IPPROTO_TCP, TCP_NODELAY);
   SetOption(opened.descriptor_, SOL_SOCKET, SO_OOBINLINE);
   return opened;

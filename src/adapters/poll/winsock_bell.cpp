@@ -9,7 +9,7 @@ namespace mirelo::poll {
 Bell Bell::Open() {
   StartWinsock();
   Bell opened;
-  opened.descriptor_ = Descriptor(static_cast<int>(
+  opened.descriptor_ = Descriptor::Opened(static_cast<int>(
       ::WSASocketW(AF_INET, SOCK_DGRAM, IPPROTO_UDP, nullptr, 0, WSA_FLAG_NO_HANDLE_INHERIT)));
   const SOCKET socket = static_cast<SOCKET>(opened.Number());
   u_long never_block = 1;
@@ -22,7 +22,7 @@ Bell Bell::Open() {
   const bool is_connected = ::bind(socket, address, size) == 0 &&
                             ::getsockname(socket, address, &size) == 0 &&
                             ::connect(socket, address, size) == 0;
-  if (!is_connected) opened.descriptor_ = Descriptor(-1);  // raises what the last call has left
+  if (!is_connected) opened.descriptor_ = Descriptor::Opened(-1);  // raises what the last call has left
   return opened;
 }
 

@@ -6,8 +6,8 @@
 
 namespace mirelo::poll {
 
-Descriptor::Descriptor(int opened) : number_(opened) {
-  if (opened >= 0) return;
+Descriptor Descriptor::Opened(int result) {
+  if (result >= 0) return Descriptor(result);
   const int error = ::WSAGetLastError();
   if (error == WSAEMFILE) throw RuntimeError(67, "Too many files");
   throw RuntimeError(440, WinsockText(error));

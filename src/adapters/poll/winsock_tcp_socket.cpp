@@ -27,7 +27,7 @@ int AtMostInt(std::size_t size) { return static_cast<int>(std::min<std::size_t>(
 TcpSocket TcpSocket::Open() {
   StartWinsock();
   TcpSocket opened;
-  opened.descriptor_ = Descriptor(static_cast<int>(::WSASocketW(
+  opened.descriptor_ = Descriptor::Opened(static_cast<int>(::WSASocketW(
       AF_INET, SOCK_STREAM, IPPROTO_TCP, nullptr, 0, WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT)));
   u_long never_block = 1;
   ::ioctlsocket(Handle(opened), static_cast<long>(FIONBIO), &never_block);

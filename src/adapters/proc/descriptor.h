@@ -6,8 +6,8 @@
 
 namespace mirelo::proc {
 
-// An open file, or what else the system gives a number for, closed at the end; or none. Sockets, which
-// Windows closes otherwise, are poll::Descriptor.
+// Owns an open file or pipe, or none. Sockets, which Windows closes otherwise, and what else a loop waits for
+// are poll::Descriptor.
 class Descriptor {
  public:
   Descriptor() = default;

@@ -35,7 +35,7 @@ class Stops {
  public:
   Stops() {
     ::sigprocmask(SIG_BLOCK, &signals_, &before_);
-    descriptor_ = poll::Descriptor(::signalfd(-1, &signals_, SFD_NONBLOCK | SFD_CLOEXEC));
+    descriptor_ = poll::Descriptor::Opened(::signalfd(-1, &signals_, SFD_NONBLOCK | SFD_CLOEXEC));
   }
   ~Stops() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
   Stops(const Stops&) = delete;
@@ -58,7 +58,7 @@ class Stops {
 
 poll::Descriptor CopyOf(int stream) {
   constexpr int kBehindTheStandardStreams = 3;
-  return poll::Descriptor(::fcntl(stream, F_DUPFD_CLOEXEC, kBehindTheStandardStreams));
+  return poll::Descriptor::Opened(::fcntl(stream, F_DUPFD_CLOEXEC, kBehindTheStandardStreams));
 }
 
 }  // namespace

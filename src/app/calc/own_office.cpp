@@ -45,7 +45,7 @@ OwnOffice::OwnOffice(host::MessageLoop& loop, const OfficePlace& place, Manner m
     : loop_(loop), line_(-1) {
   int ends[2] = {-1, -1};
   const int opened = ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends);
-  ours_ = poll::Descriptor(opened < 0 ? opened : ends[0]);
+  ours_ = poll::Descriptor::Opened(opened < 0 ? opened : ends[0]);
   theirs_ = poll::Descriptor(ends[1]);
   line_ = libreoffice::Lines(ours_.Number());
   PutExtensionInto(folder_.Path() / "extensions", place);

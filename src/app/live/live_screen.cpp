@@ -49,10 +49,10 @@ LiveScreen::LiveScreen(std::unique_ptr<ncurses::Screen> screen, host::MessageLoo
   if (terminal::Err().IsTerminal()) terminal::Err().Hold();
   const sigset_t signals = ScreenSignals();
   ::sigprocmask(SIG_BLOCK, &signals, nullptr);
-  signals_ = proc::Descriptor(::signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
+  signals_ = poll::Descriptor(::signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
   if (signals_.IsOpen()) {
     signals_watch_ =
-        loop_.Watch(signals_.number(), host::MessageLoop::kRead, [this](unsigned) { FollowSignals(); });
+        loop_.Watch(signals_.Number(), host::MessageLoop::kRead, [this](unsigned) { FollowSignals(); });
   }
   keys_watch_ =
       loop_.Watch(screen_->KeyDescriptor(), host::MessageLoop::kRead, [this](unsigned) { FollowKeys(); });
@@ -97,7 +97,7 @@ void LiveScreen::FollowKeys() {
 // The stop is the program's own then, as it would have been without the screen.
 void LiveScreen::FollowSignals() {
   signalfd_siginfo info;
-  if (::read(signals_.number(), &info, sizeof info) != sizeof info) return;
+  if (::read(signals_.Number(), &info, sizeof info) != sizeof info) return;
   if (info.ssi_signo == SIGTSTP) {
     screen_->GiveBack();
     ::raise(SIGSTOP);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "adapters/proc/descriptor.h"
+#include "adapters/poll/descriptor.h"
 #include "app/live/live_model.h"
 #include "day/quote_rows.h"
 #include "host/message_loop.h"
@@ -48,7 +48,7 @@ class LiveScreen {
   About about_;
   Wishes wishes_;
   LiveModel model_;
-  proc::Descriptor signals_;
+  poll::Descriptor signals_;
   host::MessageLoop::Token timer_ = 0;
   host::MessageLoop::Token keys_watch_ = 0;
   host::MessageLoop::Token signals_watch_ = 0;
