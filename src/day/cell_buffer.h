@@ -6,8 +6,8 @@
 
 namespace mirelo::day {
 
-// The array of a block of cells that is to be written. Blocks are small and come by the thousand. One takes
-// the array of the block before where the size is the same and nobody else holds it.
+// The array of a block of cells that is to be written. Blocks are small and come by the thousand, so
+// each is filled into the array of the one before, where that has the same size and nobody else holds it.
 class CellBuffer {
  public:
   // Cells, counted from 1, all of which are to be filled.

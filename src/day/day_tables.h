@@ -37,7 +37,7 @@ class DayTables {
  public:
   // Error 9 when the active workbook has no quote table. Both must outlive this.
   DayTables(host::excel::Application& application, cMirelo& facade);
-  // Quotes that were not written are not.
+  // Quotes that were taken and not written by then never will be.
   ~DayTables();
   DayTables(const DayTables&) = delete;
   DayTables& operator=(const DayTables&) = delete;
@@ -57,11 +57,11 @@ class DayTables {
   // Notes there what becomes of quotes. It must outlive this.
   void Follow(const QuoteTrail& trail);
 
-  // A streamed quote. History gets a row. It goes to the first row of its ticker alone; a ticker that the
-  // table does not have is passed over. The result is whether it was not.
+  // A streamed quote. History gets a row. It goes to the first row of its ticker alone. False for a
+  // ticker that the table does not have, which is passed over.
   bool Take(const cQTData& quote);
-  // A quote that was asked for, of the ticker with this number, counted from 0. It may be the one before:
-  // then history gets no row, which the result tells. Texts that are too long for cells are cut.
+  // A quote that was asked for, of the ticker with this number, counted from 0. False where it is the one
+  // before once more, of which history gets no row. Texts that are too long for cells are cut.
   bool Take(std::size_t ticker, QuoteRow row);
 
   // Somebody else has changed the workbook, or may have: the next Write looks where the tables stand now.

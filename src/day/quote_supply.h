@@ -40,7 +40,7 @@ class QuoteSupply {
   // then.
   void Look() { Bring(tickers_); }
 
-  // Notes an error of which quotes do not come, or were lost.
+  // Notes an error that keeps quotes from coming, or has lost some.
   void Fail(const std::string& description);
 
   // Whether all goes well, as far as is known, and a sentence for a person about it.

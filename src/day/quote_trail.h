@@ -45,11 +45,11 @@ class QuoteTrail {
   // `sockets` must outlive this; to be called once.
   void Watch(wire::ObservedSockets& sockets);
 
-  // Notes that records of a reply were given to no ticker, of each ticker whose letters stand in them.
+  // Notes, for each ticker whose name stands in these records of a reply, that they were given to none.
   void NoteLeftOutOfReply(std::string_view records) const;
 
-  // Notes the records that are lost with the error that is being handled, the first of which could not be
-  // followed.
+  // To be called while an error is handled: notes the records that are lost with it. The first of them is the
+  // one that could not be followed.
   void NoteLost(std::span<const std::uint8_t> records) const;
 
  private:

@@ -62,7 +62,7 @@ class QuoteValue {
 // What the texts of a column are read as. What cannot be read so stays text.
 enum class Reading : std::uint8_t { AsText, AsMoment, AsNumber };
 
-// How the texts of the column with this name are read, letters' case aside.
+// How the texts of the column with this name, in any case, are read.
 Reading ReadingOf(const std::string& column);
 
 // The longest text of a quote, in characters, that a cell is given: half of what it can hold, because some

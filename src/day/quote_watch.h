@@ -53,16 +53,16 @@ class QuoteWatch {
   static constexpr Pause kGatherAtMost{2000};
   // One that nobody asks about is kept for so long: who calculates anew asks again at once.
   static constexpr Pause kLinger{2000};
-  // Answers are told together, so often at most, and never for more than a third of the time. Telling takes
-  // the processor for so long at once and then to the end of one listener's part; others are told at the next
-  // time, in their turn.
+  // Answers are told together, so often at most, and never for more than a third of the time. At one time so
+  // much of the processor's time is spent on it, and what the listener who is being told then still takes;
+  // the others are told the next times, in their turn.
   static constexpr Pause kTellPause{100};
   static constexpr Pause kTellAtMost{15};
   // How often changes of the settings are looked for.
   static constexpr Pause kLook{5000};
 
-  // `machine` must outlive the watch, which takes its failures. `now` is the clock of ages, `worked` that of
-  // how long telling takes.
+  // `machine` must outlive the watch, which takes what fails in the handlers of its loop. `now` is the clock
+  // of ages, `worked` that of how long telling takes.
   explicit QuoteWatch(wire::SideHost& machine, std::function<Clock::time_point()> now = Clock::now,
                       std::function<std::chrono::microseconds()> worked = TimeWorked);
   ~QuoteWatch();

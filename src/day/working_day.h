@@ -118,7 +118,7 @@ class WorkingDay {
   // How many of the quotes that came have reached the sheets.
   std::int64_t Written() const { return written_; }
 
-  // Quotes are asked for from now on, by a call that waits; and that has returned, or failed.
+  // A call that asks for quotes, and waits for them, begins; and it has returned, or failed.
   Event<> Asks;
   Event<> Asked;
 

@@ -10,7 +10,7 @@ class Range;
 }
 class Frame;
 
-// Sets number format and alignment of a column's data cells by the column's name, letters' case included; a
+// Sets number format and alignment of a column's data cells by the column's name, whose case counts; a
 // name without a format leaves the cells as they are. Cells of "Change" are coloured by their sign as well.
 // `decimal_format` is the format of prices. `cells` may be null (error 91). Each act is a statement of the
 // calling routine, whose frame is `frame`.
