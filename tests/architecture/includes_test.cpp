@@ -98,16 +98,24 @@ Rooms Allowed(const std::string& room) {
     }
     return rooms;
   }
-  return {};  // asked only for the rooms above: app, quotetracker and libreoffice and windows choose freely
+  if (room == "linux") {
+    Rooms rooms = kSubsystems;
+    rooms.insert({"automation", "forms", "host", "wire"});
+    for (const auto& adapter : fs::directory_iterator(kSource / "adapters")) {
+      rooms.insert("adapters/" + adapter.path().filename().string());
+    }
+    return rooms;
+  }
+  return {};  // asked only for the rooms above: app, quotetracker, libreoffice and windows choose freely
 }
 
 bool ChoosesFreely(const std::string& room) {
-  return room == "app" || room == "quotetracker" || room == "linux" || room == "libreoffice" ||
-         room == "windows";
+  return room == "app" || room == "quotetracker" || room == "libreoffice" || room == "windows";
 }
 
 bool MayTouchTheMachine(const std::string& room) {
-  return ChoosesFreely(room) || room == "terminal" || room == "com" || room.rfind("adapters/", 0) == 0;
+  return ChoosesFreely(room) || room == "linux" || room == "terminal" || room == "com" ||
+         room.rfind("adapters/", 0) == 0;
 }
 
 TEST(Includes, FollowTheArrowsOfTheArchitecture) {

@@ -19,6 +19,7 @@
 namespace mirelo::testing {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::SizeIs;
 using Credential = MemoryVault::Credential;
 
@@ -116,6 +117,45 @@ TEST_F(Level1Page, TellsTheConversationWordForWord) {
   EXPECT_EQ(events, 1) << "the quote";
   stream->stop_sub();
   EXPECT_EQ(Sent(), said);
+}
+
+TEST_F(Level1Page, NamesTheKindsOfRecordsAndTellsTheirHead) {
+  const auto rows = TableOf("Bytes");
+  ASSERT_THAT(rows, SizeIs(4));
+  std::vector<std::string> kinds;
+  std::istringstream words(rows[0][1]);
+  for (std::string word; std::getline(words, word, '`') && std::getline(words, word, '`');) {
+    kinds.push_back(word);
+  }
+  EXPECT_THAT(kinds, ElementsAre("S1", "L1", "HO", "HT"));
+  for (const std::string& kind : kinds) {
+    SCOPED_TRACE(kind);
+    Renew();
+    stream->connect();
+    Deliver(Level1Wire(kind).Symbol("X").Last(2.5));
+    EXPECT_EQ(TakeOne(), (FlatQuote{{"Symbol", "X"}, {"Last_Price", "2.5"}}));
+  }
+  // Behind the head are ids and values: here one field, whose value takes four bytes.
+  const std::size_t one_field = Level1Wire().LastSize(1).Bytes().size();
+  EXPECT_EQ(std::stoul(rows[0][0]) + std::stoul(rows[1][0]) + std::stoul(rows[2][0]) + 4, one_field);
+}
+
+// Widths are those of the bytes that NamesEveryFieldItsKindAndItsMember has read with another field behind.
+TEST_F(Level1Page, TellsHowManyBytesEachKindOfValueTakes) {
+  const auto rows = TableOf("Kind of value");
+  ASSERT_EQ(rows.size(), Samples().size());
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row[0]);
+    Level1Wire wire;
+    Samples().at(row[0]).put(wire, 2);
+    const std::string value = wire.Bytes().substr(6);
+    if (row[0] == "text") {
+      EXPECT_EQ(row[1], "up to a zero byte");
+      EXPECT_EQ(value.find('\0'), value.size() - 1);
+    } else {
+      EXPECT_EQ(row[1], std::to_string(value.size()));
+    }
+  }
 }
 
 TEST_F(Level1Page, NamesEveryFieldItsKindAndItsMember) {

@@ -7,12 +7,13 @@
 #include <string_view>
 
 #include "automation/runtime_error.h"
+#include "host/winsock_library.h"
 #include "streaming/stream_test.h"
 
 namespace mirelo::testing {
 namespace {
 
-constexpr std::size_t kMostInOneEvent = 8192;
+constexpr std::size_t kMostInOneEvent = host::SocketConnection::kChunkLimit;
 
 class Positions : public StreamTest {
  protected:
