@@ -136,6 +136,17 @@ TEST_F(Show, CutsALongSheetAndSaysSo) {
   EXPECT_THAT(all.err, IsEmpty());
 }
 
+TEST_F(Show, TakesAnyNumberOfRows) {
+  PutQuotes();
+  for (const char* range : {"A3:C4", "4:4", "C:C"}) {
+    const auto all = Run({"--range", range, "--rows", "0"});
+    const auto most = Run({"--range", range, "--rows", "2147483647"});
+    EXPECT_EQ(most.exit_code, 0) << range;
+    EXPECT_THAT(most.out, AllOf(Not(IsEmpty()), all.out)) << range;
+    EXPECT_THAT(most.err, IsEmpty()) << range;
+  }
+}
+
 TEST_F(Show, PrintsTheCellsOfARange) {
   PutQuotes();
   const auto corner = Run({"--range", "c4:B3"});

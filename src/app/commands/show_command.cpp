@@ -47,10 +47,16 @@ void TellColumns(ShownArea left_out) {
         << " left out for want of room; --range " << AddressOf(left_out) << " shows the rest.\n";
 }
 
+// Of rows from `first` to `last` the last one that is shown where `most` are shown, which may be more than
+// any sheet has.
+std::int32_t LastShown(std::int32_t first, std::int32_t last, std::int32_t most) {
+  return last - first < most ? last : first + most - 1;
+}
+
 void TellRows(ShownArea left_out, std::int32_t most) {
   Err() << Span("Row", "Rows", std::to_string(left_out.first_row), std::to_string(left_out.last_row))
         << " left out; ";
-  left_out.last_row = std::min(left_out.last_row, left_out.first_row + most - 1);
+  left_out.last_row = LastShown(left_out.first_row, left_out.last_row, most);
   Err() << "--range " << AddressOf(left_out) << " shows what comes next, --rows 0 all.\n";
 }
 
@@ -120,7 +126,7 @@ int ShowCommand::Show(excel::Worksheet& sheet) const {
 
   const std::size_t width = Out().LineWidth();
   ShownArea shown = wanted;
-  if (rows_ > 0) shown.last_row = std::min(shown.last_row, shown.first_row + rows_ - 1);
+  if (rows_ > 0) shown.last_row = LastShown(shown.first_row, shown.last_row, rows_);
   if (width > 0) {
     const auto most = static_cast<std::int32_t>(width) / kLeastCell;
     shown.last_column = std::min(shown.last_column, shown.first_column + most);
