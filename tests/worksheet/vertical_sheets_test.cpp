@@ -64,9 +64,12 @@ TEST_F(VerticalSheets, AreNoneOfAnEmptyList) {
 TEST_F(VerticalSheets, AreSkippedWithoutASpreadsheet) {
   Open("Last", {"A"});
   SetTicks(1, "x");
-  facade->m_ObjExcelApplication(nullptr);
   form.AddSheetsVerticalTables("A");
+  facade->m_ObjExcelApplication(nullptr);
+  form.AddSheetsVerticalTables("A,B");
   form.AddForSheetsVerticalTables("A", "1", kBlue);
+  EXPECT_THAT(SheetNames(), ElementsAre("Quotes_Vertical(A)", "Sheet1")) << "none is made";
+  EXPECT_EQ(Text("A1") + Text("B1") + Text("A2"), "") << "and the one that is there is not set up";
 }
 
 TEST_F(VerticalSheets, AreSkippedWhereTheyAreMissing) {
