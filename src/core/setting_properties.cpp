@@ -35,7 +35,11 @@ std::int32_t ToInt32(const Variant& value) { return value.ToInt32(); }
 std::string ToText(const Variant& value) { return value.ToText(); }
 std::string ToTrimmedText(const Variant& value) { return std::string(Trim(value.ToText())); }
 std::int32_t ToColorIndex(const Variant& value) { return mGlobal::GetColorIndex(value.ToInt32()); }
-std::int32_t ToSeconds(const Variant& value) { return std::clamp(value.ToInt32(), 0, 3600); }
+
+std::int32_t ToSeconds(const Variant& value) {
+  constexpr const Setting& kRow = catalogue::Row(catalogue::kSettings, "Seconds");
+  return std::clamp(value.ToInt32(), kRow.least, kRow.greatest);
+}
 
 std::string ToDecimalFormat(const Variant& value) {
   const std::int16_t places = value.ToInt16();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -45,6 +46,12 @@ inline constexpr ChartKind kLineKind{
 };
 
 inline constexpr std::array kChartKinds{&kColumnKind, &kLineKind};
+
+// A name or a value that is missing would be written as an element without it.
+static_assert(std::ranges::all_of(kChartKinds, [](const ChartKind* kind) {
+  return !kind->group.empty() && !kind->grouping.empty() && !kind->detail.empty() &&
+         !kind->detail_value.empty();
+}));
 
 // Null for a type that cannot be drawn.
 constexpr const ChartKind* KindOf(host::excel::XlChartType type) {
