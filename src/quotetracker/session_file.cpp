@@ -109,13 +109,6 @@ std::optional<SessionChunk> SessionReader::Next() {
   return SessionChunk{time, std::move(bytes)};
 }
 
-void SessionReader::Rewind() {
-  file_.clear();
-  file_.seekg(kHeaderLength);
-  end_ = kHeaderLength;
-  last_ = microseconds{0};
-}
-
 std::string SessionReader::Take(std::size_t count, const char* what) {
   position_ = end_;
   // In steps: a length that lies must not cost more memory than the file has bytes.

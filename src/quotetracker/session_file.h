@@ -57,8 +57,6 @@ class SessionReader {
 
   // The next chunk; nothing at the end.
   std::optional<SessionChunk> Next();
-  // Goes back to the first chunk.
-  void Rewind();
 
  private:
   std::string Take(std::size_t count, const char* what);

@@ -112,15 +112,6 @@ TEST_F(SessionFile, KeepsItsTimesInOrder) {
   EXPECT_THAT(ReadAll(path_), ElementsAre(SessionChunk{9us, "a"}, SessionChunk{9us, "b"}));
 }
 
-TEST_F(SessionFile, CanBeReadAgainFromItsBeginning) {
-  GoodBytes();
-  SessionReader reader(path_);
-  while (reader.Next()) {
-  }
-  reader.Rewind();
-  EXPECT_EQ(reader.Next(), (SessionChunk{5us, "first"}));
-}
-
 TEST_F(SessionFile, IsRefusedWhenItCannotBeRead) {
   EXPECT_THAT(Refusal(), HasSubstr(path_ + ": cannot be read: "));
 }
