@@ -21,8 +21,8 @@ namespace mirelo::day {
 
 namespace {
 
-constexpr const char* kNothingAskedFor = "QuoteTracker has not been called yet";
-constexpr const char* kBeginning = "Calling QuoteTracker";
+constexpr const char* kNothingAskedFor = "QuoteTracker has not been asked yet";
+constexpr const char* kBeginning = "Connecting to QuoteTracker";
 constexpr const char* kStreaming = "Streaming";
 constexpr const char* kNoQuotes = "QuoteTracker gave no quotes";
 

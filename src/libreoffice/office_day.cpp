@@ -252,7 +252,7 @@ void OfficeDay::EndWithReason() {
                          (is_in_vain ? kWhatToDoInVain : kWhatToDo));
 }
 
-// Once a day. The day goes on calling, since QuoteTracker may let it in later.
+// Once a day. The day goes on trying to connect, since QuoteTracker may let it in later.
 void OfficeDay::ComplainOfLogin(const std::string& refusal) {
   if (complaining_ != 0) return;
   complaining_ = machine_.loop().StartTimer(std::chrono::milliseconds(0), [this, refusal] {
