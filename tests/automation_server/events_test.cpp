@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "automation_server/server_test.h"
 
 namespace mirelo::testing {

@@ -1,4 +1,5 @@
 #include <memory>
+#include <span>
 #include <utility>
 
 #include "adapters/workbook/spreadsheet.h"

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
+#include "automation/runtime_error.h"
 #include "com/class_ids.h"
 
 namespace mirelo::testing {

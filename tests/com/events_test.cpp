@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "com/class_ids.h"
 
 namespace mirelo::testing {

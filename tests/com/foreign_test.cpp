@@ -1,5 +1,6 @@
 #include "com/foreign.h"
 
+#include "automation/runtime_error.h"
 #include "com/calling_object.h"
 
 namespace mirelo::testing {

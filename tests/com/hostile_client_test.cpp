@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "com/enumeration.h"
 #include "com/server.h"
 

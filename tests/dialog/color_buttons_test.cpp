@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "automation/runtime_error.h"
 #include "dialog/color_test.h"
 #include "dialog/frmMirelo.h"
 

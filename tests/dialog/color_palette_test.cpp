@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "dialog/color_test.h"
 #include "host/window_placement.h"
 

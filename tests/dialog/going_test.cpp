@@ -1,5 +1,6 @@
 #include <optional>
 
+#include "automation/runtime_error.h"
 #include "dialog/dialog_test.h"
 #include "dialog/scripted_portfolios.h"
 #include "host/desktop.h"

@@ -1,4 +1,5 @@
 #include "dialog/number_boxes_test.h"
+#include "automation/runtime_error.h"
 
 namespace mirelo::testing {
 namespace {

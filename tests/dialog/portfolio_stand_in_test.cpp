@@ -1,4 +1,6 @@
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "dialog/portfolio_test.h"
 #include "http/tested_internet.h"

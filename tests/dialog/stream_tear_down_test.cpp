@@ -1,3 +1,4 @@
+#include "automation/runtime_error.h"
 #include "dialog/dialog_test.h"
 #include "streaming/cQTStreaming.h"
 

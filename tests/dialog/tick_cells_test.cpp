@@ -1,5 +1,6 @@
 // A click on one cell of the grid.
 
+#include "automation/runtime_error.h"
 #include "dialog/vertical_grid_test.h"
 
 namespace mirelo::testing {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "automation/runtime_error.h"
 #include "http/http_machine.h"
 #include "support/loop_signal.h"
 

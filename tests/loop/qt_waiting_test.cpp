@@ -2,6 +2,7 @@
 // Qt's own loops keep ours going.
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>

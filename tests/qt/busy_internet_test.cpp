@@ -2,6 +2,10 @@
 
 #include <QCursor>
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "adapters/curl/curl_internet.h"
 #include "qt/gui_test.h"
 #include "support/loopback_server.h"

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "quotetracker/server.h"
 #include "quotetracker/session_file.h"

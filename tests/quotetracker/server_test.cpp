@@ -3,6 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
 #include "support/tcp_client.h"
 
 namespace mirelo::quotetracker {

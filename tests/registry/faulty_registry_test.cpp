@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "automation/runtime_error.h"
 #include "support/memory_registry.h"
 
 namespace mirelo::testing {

@@ -1,7 +1,10 @@
 #include "adapters/windows/system.h"
 
 #include <array>
+#include <cstddef>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "adapters/windows/machine_registry.h"
 #include "registry/tested_registries.h"

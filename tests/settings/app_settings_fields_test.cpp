@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "automation/runtime_error.h"
 #include "settings/settings_test.h"
 
 namespace mirelo::testing {

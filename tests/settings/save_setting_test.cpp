@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "automation/runtime_error.h"
 #include "settings/settings_test.h"
 
 namespace mirelo::testing {

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "dialog/grid_columns.h"
 #include "settings/settings_test.h"

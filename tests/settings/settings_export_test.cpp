@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "automation/runtime_error.h"
 #include "settings/settings_test.h"
 
 namespace mirelo::testing {

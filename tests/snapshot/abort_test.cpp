@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "automation/runtime_error.h"
 #include "diagnostics/CErrorHandler.h"
 #include "diagnostics/routine.h"
 #include "snapshot/statement_fixture.h"

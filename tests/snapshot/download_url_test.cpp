@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "automation/runtime_error.h"
 #include "diagnostics/CErrorHandler.h"
 #include "support/facade_test.h"
 #include "support/scripted_wininet.h"

@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "automation/runtime_error.h"
 #include "snapshot/last_quote_test.h"
 
 namespace mirelo::testing {

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <new>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>

@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "com/foreign.h"
 #include "core/cMirelo.h"
 #include "host/excel/application.h"
