@@ -2,6 +2,7 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <cstdint>
 #include <filesystem>
 #include <iterator>
 
@@ -9,6 +10,7 @@
 #include "adapters/workbook/xlsx/saved_check.h"
 #include "adapters/workbook/xlsx/workbook_reader.h"
 #include "adapters/workbook/xlsx/workbook_writer.h"
+#include "automation/runtime_error.h"
 #include "spreadsheet/charts/chart_layout.h"
 #include "support/child_process.h"
 #include "support/error_number.h"

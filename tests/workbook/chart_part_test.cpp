@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <string>
 
 #include "workbook/chart_models.h"

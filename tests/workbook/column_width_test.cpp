@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 #include "adapters/workbook/display/column_fit.h"
 #include "spreadsheet/column_digits.h"
 #include "spreadsheet/limits.h"

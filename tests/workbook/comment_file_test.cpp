@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <cstdint>
+
 #include "host/excel/comment.h"
 #include "host/excel/shape.h"
 #include "workbook/workbook_files.h"

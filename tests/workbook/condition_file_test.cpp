@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <cstdint>
+
+#include "host/excel/font.h"
 #include "host/excel/format_conditions.h"
 #include "workbook/workbook_files.h"
 

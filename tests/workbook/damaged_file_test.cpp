@@ -1,5 +1,6 @@
 #include <random>
 
+#include "automation/runtime_error.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {

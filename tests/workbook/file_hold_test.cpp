@@ -21,6 +21,7 @@
 
 #include "adapters/workbook/companion_names.h"
 #include "adapters/workbook/lock_file.h"
+#include "automation/runtime_error.h"
 #include "support/child_process.h"
 #include "support/current_directory.h"
 #include "support/error_number.h"

@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "host/excel/font.h"
+#include "host/excel/interior.h"
 #include "workbook/kept_sheets.h"
 
 namespace mirelo::testing {

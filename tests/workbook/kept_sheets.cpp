@@ -2,10 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
+
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
 #include "host/excel/constants.h"
+#include "host/excel/font.h"
 #include "host/excel/format_conditions.h"
+#include "host/excel/interior.h"
 #include "workbook/script.h"
 
 namespace mirelo::testing {

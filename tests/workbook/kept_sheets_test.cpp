@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <set>
@@ -12,6 +13,7 @@
 #include "host/excel/comment.h"
 #include "host/excel/constants.h"
 #include "host/excel/format_conditions.h"
+#include "host/excel/interior.h"
 #include "host/excel/shape.h"
 #include "workbook/calc_document.h"
 #include "workbook/chart_models.h"

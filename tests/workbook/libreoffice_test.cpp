@@ -1,11 +1,14 @@
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <cstdio>
 
 #include "adapters/workbook/xlsx/workbook_writer.h"
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
+#include "host/excel/font.h"
 #include "host/excel/format_conditions.h"
+#include "host/excel/interior.h"
 #include "host/excel/shape.h"
 #include "workbook/calc_chart.h"
 #include "workbook/calc_document.h"

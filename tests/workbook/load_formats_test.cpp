@@ -1,3 +1,5 @@
+#include "host/excel/font.h"
+#include "host/excel/interior.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {

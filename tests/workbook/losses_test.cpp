@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "host/excel/interior.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {

@@ -1,3 +1,7 @@
+#include <cstdint>
+
+#include "automation/regional_format.h"
+#include "automation/runtime_error.h"
 #include "workbook/workbook_files.h"
 
 namespace mirelo::testing {

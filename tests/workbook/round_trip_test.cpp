@@ -1,5 +1,10 @@
+#include <cstdint>
+
+#include "host/excel/application.h"
 #include "host/excel/border.h"
 #include "host/excel/comment.h"
+#include "host/excel/font.h"
+#include "host/excel/interior.h"
 #include "host/excel/shape.h"
 #include "workbook/workbook_files.h"
 

@@ -6,10 +6,13 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <functional>
 #include <thread>
 
 #include "adapters/workbook/atomic_file.h"
+#include "automation/runtime_error.h"
+#include "host/excel/font.h"
 #include "support/child_process.h"
 #include "support/current_directory.h"
 #include "support/error_number.h"

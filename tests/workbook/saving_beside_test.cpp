@@ -20,6 +20,8 @@
 
 #include "adapters/proc/descriptor.h"
 #include "adapters/workbook/file_hold.h"
+#include "automation/runtime_error.h"
+#include "host/excel/application.h"
 #include "support/child_process.h"
 #include "support/error_number.h"
 #include "support/processes.h"

@@ -29,6 +29,7 @@
 #include "adapters/workbook/file_hold.h"
 #include "adapters/workbook/file_stamp.h"
 #include "adapters/workbook/process_copy.h"
+#include "automation/runtime_error.h"
 #include "support/child_process.h"
 #include "support/process_use.h"
 #include "support/processes.h"

@@ -15,6 +15,8 @@
 
 #include "host/excel/border.h"
 #include "host/excel/constants.h"
+#include "host/excel/font.h"
+#include "host/excel/interior.h"
 #include "support/sanitized.h"
 #include "workbook/workbook_files.h"
 

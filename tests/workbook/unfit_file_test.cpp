@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "support/child_process.h"
 #include "support/error_number.h"
 #include "workbook/script.h"

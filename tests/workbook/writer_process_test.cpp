@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "adapters/workbook/atomic_file.h"
+#include "automation/runtime_error.h"
 #include "support/error_number.h"
 #include "support/memory_shortage.h"
 #include "support/process_use.h"
