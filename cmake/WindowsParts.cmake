@@ -19,7 +19,7 @@ set(MIRELO_WINDOWS_TESTS
 # Sources that are left out of what is built, as regular expressions of their paths.
 set(MIRELO_WINDOWS_WITHOUT
   # Streams, signals and settings of a process of Linux. The desktop that nobody sits at is any machine's.
-  "^src/terminal/(color|standard_streams|stop_signals|writing_signals)\\.cpp$"
+  "^src/terminal/(caught_stops|color|standard_streams|stop_signals|writing_signals)\\.cpp$"
   "^src/adapters/headless/(environment_format|linux_system|locale_format|system_clock)\\.cpp$"
   "^tests/headless/(environment_format|linux_system|locale_format|system_clock)_test\\.cpp$"
   "^tests/terminal/(color|standard_streams)_test\\.cpp$"

@@ -1,21 +1,20 @@
 #pragma once
 
-#include <csignal>
-
 #include "automation/event.h"
 #include "host/message_loop.h"
+#include "terminal/caught_stops.h"
 
 namespace mirelo::app {
 
-// Turns what asks the program to stop (terminal::SeenStopSignals) into something that the message loop sees,
+// Turns what asks the program to stop (terminal::CaughtStops) into something that the message loop sees,
 // so that it ends in order. One may exist at a time.
 class Interrupt {
  public:
-  // What becomes of a second one: it ends the program at once, as if nothing were caught, or it is seen as
-  // the first was, for programs that have something to end then.
-  enum class Second { kEndsTheProgram, kIsSeen };
+  // What becomes of a second one: it ends the program at once, whether or not the first was seen by then, or
+  // it is seen as the first was, for programs that have something to end then.
+  using Second = terminal::CaughtStops::Second;
 
-  explicit Interrupt(host::MessageLoop& loop, Second second = Second::kEndsTheProgram);
+  explicit Interrupt(host::MessageLoop& loop, Second second = Second::kEndsTheProcess);
   ~Interrupt();
   Interrupt(const Interrupt&) = delete;
   Interrupt& operator=(const Interrupt&) = delete;
@@ -32,8 +31,7 @@ class Interrupt {
 
  private:
   host::MessageLoop& loop_;
-  sigset_t signals_;
-  int descriptor_ = -1;
+  terminal::CaughtStops stops_;
   host::MessageLoop::Token watch_ = 0;
   bool requested_ = false;
 };

@@ -1,9 +1,12 @@
 #include "app/interrupt.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <thread>
 
 #include "adapters/poll/poll_loop.h"
 
@@ -38,19 +41,55 @@ TEST(Interrupt, EndsAPauseOnATerminationAndOnTheEndOfTheTerminal) {
   }
 }
 
+// As a person does it, who cannot be quicker.
+void PressCtrlCOnceMore() {
+  std::this_thread::sleep_for(milliseconds(40));
+  ::raise(SIGINT);
+}
+
 // However soon it comes: nobody else ends what was to be ended then.
 TEST(Interrupt, SeesTheSecondCtrlCWhereThatIsWanted) {
   poll::PollLoop loop;
-  Interrupt interrupt(loop, Interrupt::Second::kIsSeen);
+  Interrupt interrupt(loop, Interrupt::Second::kIsCounted);
   int stopped = 0;
   interrupt.Stopped.Subscribe([&] {
-    if (++stopped == 1) ::raise(SIGINT);
+    if (++stopped == 1) PressCtrlCOnceMore();
   });
   ::raise(SIGINT);
   EXPECT_FALSE(interrupt.Pause(hours(1)));
   interrupt.Forget();
   EXPECT_FALSE(interrupt.Pause(hours(1)));
   EXPECT_EQ(stopped, 2);
+}
+
+TEST(Interrupt, SeesEachOfTwoThatComeBeforeItLooks) {
+  poll::PollLoop loop;
+  Interrupt interrupt(loop, Interrupt::Second::kIsCounted);
+  ::raise(SIGINT);
+  PressCtrlCOnceMore();
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_FALSE(interrupt.Pause(hours(1)));
+    interrupt.Forget();
+  }
+  EXPECT_TRUE(interrupt.Pause(milliseconds(1))) << "there is no third";
+}
+
+// Some who send one tell the process and then its group, and the shell and the system both tell of a
+// terminal's end.
+TEST(Interrupt, TakesOneWishThatIsToldTwiceForOne) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    SCOPED_TRACE(signal);
+    poll::PollLoop loop;
+    Interrupt interrupt(loop);
+    ::raise(signal);
+    ::raise(signal);
+    EXPECT_FALSE(interrupt.Pause(hours(1)));
+    ::raise(SIGHUP);
+    interrupt.Forget();
+    EXPECT_TRUE(interrupt.Pause(milliseconds(40)));
+    ::raise(SIGHUP);
+    EXPECT_TRUE(interrupt.Pause(milliseconds(1)));
+  }
 }
 
 // As nohup and scripts start programs. Each in a process of its own: what is ignored stays so.
@@ -90,9 +129,42 @@ TEST(InterruptDeathTest, TheSecondCtrlCEndsTheProgramAtOnce) {
         Interrupt interrupt(loop);
         ::raise(SIGINT);
         loop.Yield();
-        ::raise(SIGINT);
+        PressCtrlCOnceMore();
       },
       ::testing::KilledBySignal(SIGINT), "");
+}
+
+TEST(InterruptDeathTest, TheSecondCtrlCEndsTheProgramThoughItDidNotLookForTheFirst) {
+  EXPECT_EXIT(
+      {
+        poll::PollLoop loop;
+        Interrupt interrupt(loop);
+        ::raise(SIGINT);
+        PressCtrlCOnceMore();
+      },
+      ::testing::KilledBySignal(SIGINT), "");
+}
+
+TEST(InterruptDeathTest, ACallOfTheSystemGoesOnBehindTheFirstCtrlC) {
+  EXPECT_EXIT(
+      {
+        poll::PollLoop loop;
+        Interrupt interrupt(loop);
+        int ends[2];
+        if (::pipe(ends) != 0) std::_Exit(2);
+        std::thread peer([&, reader = ::pthread_self()] {
+          std::this_thread::sleep_for(milliseconds(20));
+          ::pthread_kill(reader, SIGINT);
+          std::this_thread::sleep_for(milliseconds(20));
+          (void)!::write(ends[1], "x", 1);
+        });
+        char byte = 0;
+        const bool came = ::read(ends[0], &byte, 1) == 1;
+        peer.join();
+        loop.Yield();
+        std::_Exit(came && interrupt.Requested() ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
 }
 
 TEST(InterruptDeathTest, AfterItsLifeSignalsAreNotCaught) {

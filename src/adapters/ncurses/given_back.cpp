@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "terminal/caught_stops.h"
 #include "terminal/stop_signals.h"
 
 namespace mirelo::ncurses {
@@ -71,6 +72,7 @@ GivenBack::GivenBack(int descriptor) {
 
 GivenBack::~GivenBack() {
   former.descriptor = -1;
+  terminal::EndStopsWith(SIG_DFL);
   for (const int signal : kEndingSignals) {
     struct sigaction now {};
     ::sigaction(signal, nullptr, &now);
@@ -82,8 +84,9 @@ GivenBack::~GivenBack() {
 void GivenBack::Arm() {
   for (const char* capability : {"sgr0", "cnorm", "rmkx", "rmcup"}) Append(capability);
   for (const int signal : kEndingSignals) {
-    if (!terminal::IsIgnored(signal)) std::signal(signal, EndBySignal);
+    if (!terminal::IsIgnored(signal) && !terminal::IsCaught(signal)) std::signal(signal, EndBySignal);
   }
+  terminal::EndStopsWith(EndBySignal);
   // Where the library has its own handlers, they would stop in the midst of our work.
   if (!terminal::IsIgnored(SIGTSTP)) std::signal(SIGTSTP, SIG_DFL);
   std::signal(SIGWINCH, SIG_DFL);

@@ -45,7 +45,7 @@ class OfficeOnErrand {
   }
 
   int Run() {
-    Interrupt interrupt(loop_, Interrupt::Second::kIsSeen);
+    Interrupt interrupt(loop_, Interrupt::Second::kIsCounted);
     interrupt.Stopped.Subscribe([this] { End(); });
     office_.Said.Subscribe([this](const std::string& text) {
       if (const auto news = libreoffice::NewsOf(text)) Take(*news);

@@ -53,7 +53,7 @@ int ShowOffice(const OfficePlace& office, const std::optional<fs::path>& file) {
   start.arguments.push_back("--calc");
   if (file) start.arguments.push_back(fs::absolute(*file).string());
   poll::PollLoop loop;
-  Interrupt interrupt(loop, Interrupt::Second::kIsSeen);
+  Interrupt interrupt(loop, Interrupt::Second::kIsCounted);
   OfficeProcess process(start);
   bool is_warned = false;
   while (!process.ExitCode()) {
