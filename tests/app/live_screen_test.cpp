@@ -95,6 +95,22 @@ TEST_F(LiveScreen, GivesTheTerminalBackHoweverItEnds) {
   }
 }
 
+// Ctrl-S, and later Ctrl-Q.
+TEST_F(LiveScreen, GoesOnBehindATerminalThatAPersonHasStopped) {
+  const std::string seen =
+      Watch("24x80", {"until:MSFT", "until: a second", "type:\\x13", "for:1", "bytes", "type:?", "for:1",
+                      "bytes", "type:\\x11", "until:Marks", "type:?", "until:MSFT", "type:q"});
+  EXPECT_THAT(seen, HasSubstr("\nbytes: 0\n"));
+  EXPECT_THAT(seen, AllOf(HasSubstr("\nstatus: 0"), HasSubstr(kGivenBack)));
+}
+
+TEST_F(LiveScreen, EndsInOrderBehindATerminalThatAPersonHasStopped) {
+  const std::string seen =
+      Watch("24x80", {"until:MSFT", "until: a second", "type:\\x13", "for:1", "signal:SIGTERM"});
+  EXPECT_THAT(seen, AllOf(HasSubstr("left: Saved in "), HasSubstr("\nstatus: 0"), HasSubstr(kGivenBack)));
+  EXPECT_NO_THROW(workbook::Spreadsheet::Open(folder_ / "quotes.xlsx"));
+}
+
 TEST_F(LiveScreen, GivesTheTerminalBackWhileItIsStopped) {
   const std::string seen = Watch("24x80", {"until:MSFT", "type:\\x1a", "stopped", "signal:SIGCONT", "for:0.3",
                                            "until:MSFT", "show", "type:q"});

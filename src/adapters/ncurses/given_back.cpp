@@ -32,6 +32,7 @@ struct {
 
 void GiveBackNow() {
   if (former.descriptor < 0 || former.process != ::getpid()) return;
+  ResumeOutput(former.descriptor);
   [[maybe_unused]] const ssize_t count = ::write(former.descriptor, former.leaving.data(), former.size);
   ::tcsetattr(former.descriptor, TCSADRAIN, &former.modes);
   former.descriptor = -1;
@@ -62,6 +63,12 @@ void GiveBackAtExit() {
 }
 
 }  // namespace
+
+// The system restarts only what was stopped by the same call, and then also what a person has stopped.
+void ResumeOutput(int descriptor) {
+  ::tcflow(descriptor, TCOOFF);
+  ::tcflow(descriptor, TCOON);
+}
 
 GivenBack::GivenBack(int descriptor) {
   former.process = ::getpid();

@@ -4,6 +4,10 @@
 
 namespace mirelo::ncurses {
 
+// Lets a terminal go on with its output, which a person may have stopped by Ctrl-S: who writes there would
+// wait for Ctrl-Q. May be called in a handler of signals.
+void ResumeOutput(int descriptor);
+
 // Restores a terminal when the program ends without unwinding: by a signal that is not ignored, or by
 // exit(3). It is made before the terminal is changed, and remembers its modes; with its end nothing is
 // restored any more.

@@ -2,6 +2,7 @@
 
 #include <curses.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -87,6 +88,7 @@ struct Screen::Terminal {
 
   ~Terminal() {
     if (screen != nullptr) {
+      ResumeOutput(::fileno(out.get()));
       ::endwin();
       ::delscreen(screen);
     }
@@ -135,7 +137,13 @@ terminal::ScreenSize Screen::Size() {
   return {static_cast<std::size_t>(LINES), static_cast<std::size_t>(COLS)};
 }
 
+bool Screen::TakesOutput() const {
+  pollfd ready{::fileno(terminal_->out.get()), POLLOUT, 0};
+  return ::poll(&ready, 1, 0) == 1;
+}
+
 void Screen::Show(const terminal::Picture& picture) {
+  if (!TakesOutput()) return;
   ::werase(stdscr);
   int number = 0;
   for (const terminal::PictureLine& line : picture) {
@@ -167,9 +175,13 @@ std::vector<terminal::Key> Screen::Keys() {
   return keys;
 }
 
-void Screen::GiveBack() { ::endwin(); }
+void Screen::GiveBack() {
+  ResumeOutput(::fileno(terminal_->out.get()));
+  ::endwin();
+}
 
 void Screen::TakeBack() {
+  ResumeOutput(::fileno(terminal_->out.get()));
   if (!::isendwin()) ::endwin();
   ::clearok(curscr, TRUE);
   ::wrefresh(stdscr);

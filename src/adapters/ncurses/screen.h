@@ -23,7 +23,8 @@ class Screen {
   // As it is now: a person may change it at any time.
   terminal::ScreenSize Size();
 
-  // Shows the picture. Only what differs from the one that is shown is written.
+  // Shows the picture. Only what differs from the one that is shown is written; nothing where the terminal
+  // takes no output, as after Ctrl-S: the next picture that it takes is whole.
   void Show(const terminal::Picture& picture);
 
   // Readable when a key may have been pressed.
@@ -38,6 +39,8 @@ class Screen {
   void TakeBack();
 
  private:
+  bool TakesOutput() const;
+
   struct Terminal;
   explicit Screen(std::unique_ptr<Terminal> terminal);
 
