@@ -5,12 +5,15 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "adapters/workbook/spreadsheet.h"
 #include "app/program.h"
+#include "core/setting_names.h"
 #include "host/excel/application.h"
 #include "host/excel/range.h"
 #include "host/excel/shapes.h"
@@ -18,6 +21,7 @@
 #include "host/excel/workbook.h"
 #include "host/excel/worksheet.h"
 #include "host/excel/worksheets.h"
+#include "person/dialog_controls.h"
 #include "quotetracker/server.h"
 #include "support/loopback_server.h"
 #include "support/temp_directory.h"
@@ -106,6 +110,12 @@ TEST_F(Go, GivesTheDialogEachSettingThatItHasAControlFor) {
                      {"DisplayOffset", "-0:30", "-0:30"},
                      {"FillColorON", "255", "255"},
                      {"FillColorOFF", "-4142", "-4142"}};
+  // Those that are options of their own, or that other tests choose.
+  std::set<std::string_view> keys{"SocketPort", "Webaddress", "HTTPPort", catalogue::kFirstSourceKey};
+  for (const Case& c : cases) keys.insert(c.key);
+  for (const DialogControl& control : DialogControls()) {
+    EXPECT_TRUE(keys.contains(control.key)) << control.key << " has a control and no case here";
+  }
   Arguments arguments{"--tickers", "MSFT", "--socket-port", "16999", "--address", "localhost"};
   // Against the order in which the dialog needs them.
   for (auto c = std::rbegin(cases); c != std::rend(cases); ++c) {

@@ -24,7 +24,7 @@ const fs::path kOfficeSource = fs::path(MIRELO_SOURCE_DIR) / "src";
 
 // Who is called without, since it catches all by itself.
 const std::set<std::pair<std::string, std::string>> kCatchAll{
-    // The border of the views is Views::Heard, see ListenersOfViews.
+    // The border of the views is Views::Heard, see IsInFrontOfWhatListenersOfViewsAreTold.
     {"adapters/calc/views/listeners.h", "act_"},
     {"adapters/calc/views/listeners.h", "pressed_"},
     {"adapters/calc/views/listeners.h", "released_"},
