@@ -8,7 +8,7 @@ namespace mirelo::quotetracker {
 namespace {
 
 // Writes fields behind one another into a buffer that holds any record but for its ticker: appending them one
-// by one to the reply took half of a request's time.
+// by one to the reply took much of a request's time.
 class FieldWriter {
  public:
   void Text(std::string_view text) {
