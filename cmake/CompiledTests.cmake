@@ -20,23 +20,31 @@ if(MIRELO_TESTS_OF)
     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-# mirelo_tell_compiled_test(NAME): where the objects of test_NAME are, for such a build.
-function(mirelo_tell_compiled_test NAME)
-  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/compiled_tests/${NAME}.txt
-    CONTENT "$<JOIN:$<TARGET_OBJECTS:test_${NAME}>,\n>\n" TARGET test_${NAME})
-endfunction()
-
-# mirelo_compiled_test(NAME): test_NAME of what the other build has made.
-function(mirelo_compiled_test NAME)
-  set(told ${MIRELO_TESTS_OF}/compiled_tests/${NAME}.txt)
+# mirelo_compiled_once(TARGET OUT source...): OUT is what TARGET, which is of tests, is made of: these sources, which are told
+# to such a build; in such a build the objects that the other one has made of them.
+function(mirelo_compiled_once TARGET OUT)
+  if(NOT MIRELO_TESTS_OF)
+    file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/compiled_tests/${TARGET}.txt
+      CONTENT "$<JOIN:$<TARGET_OBJECTS:${TARGET}>,\n>\n" TARGET ${TARGET})
+    set(${OUT} ${ARGN} PARENT_SCOPE)
+    return()
+  endif()
+  set(told ${MIRELO_TESTS_OF}/compiled_tests/${TARGET}.txt)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${told})
   file(STRINGS ${told} objects)
-  add_executable(test_${NAME} ${objects})
-  set_target_properties(test_${NAME} PROPERTIES LINKER_LANGUAGE CXX)
   set_property(GLOBAL APPEND PROPERTY MIRELO_COMPILED_TESTS ${objects})
-  add_dependencies(test_${NAME} compiled_tests)
+  set(${OUT} ${objects} PARENT_SCOPE)
+endfunction()
+
+# mirelo_link_compiled_once(TARGET): has TARGET, which is linked of such objects, wait for them, and puts libraries before them.
+function(mirelo_link_compiled_once TARGET)
+  if(NOT MIRELO_TESTS_OF)
+    return()
+  endif()
+  set_target_properties(${TARGET} PROPERTIES LINKER_LANGUAGE CXX)
+  add_dependencies(${TARGET} compiled_tests)
   cmake_language(EVAL CODE
-    "cmake_language(DEFER DIRECTORY \"${CMAKE_SOURCE_DIR}\" CALL mirelo_link_libraries_first test_${NAME})")
+    "cmake_language(DEFER DIRECTORY \"${CMAKE_SOURCE_DIR}\" CALL mirelo_link_libraries_first ${TARGET})")
 endfunction()
 
 # Has the other build bring its objects up to date, each time.
@@ -75,13 +83,14 @@ function(mirelo_libraries_of TARGET OUT)
   set(${OUT} ${found} PARENT_SCOPE)
 endfunction()
 
+# Those of src: what tests share is compiled as they are.
 function(mirelo_link_libraries_first TARGET)
   set(libraries "")
   mirelo_libraries_of(${TARGET} libraries)
   set(files "")
   foreach(library IN LISTS libraries)
     get_target_property(type ${library} TYPE)
-    if(type STREQUAL STATIC_LIBRARY)
+    if(type STREQUAL STATIC_LIBRARY AND NOT library STREQUAL mirelo_test_support)
       list(APPEND files $<TARGET_FILE:${library}>)
     endif()
   endforeach()

@@ -22,7 +22,7 @@ class Objects(unittest.TestCase):
             environment |= {name: os.environ[name] for name in ("MIRELO_FILTER",) if name in os.environ}
             office = Office(folder, environment)
             office.install(BUILD / "tests" / "calc" / "object_tests")
-            office.add_macros(Tests=HERE / "views" / "Driver.bas")
+            office.add_macros(Tests=HERE / "in_office" / "Driver.bas")
             code = office.run("Tests.Driver.Main", patience=PATIENCE)
             log = office.log()
             self.assertTrue(notes.exists(), log)

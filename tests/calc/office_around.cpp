@@ -1,5 +1,5 @@
+#include "calc/in_office/run_in_office.h"
 #include "calc/office_of_tests.h"
-#include "calc/views/run_in_office.h"
 
 namespace mirelo::testing {
 

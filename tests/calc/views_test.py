@@ -22,7 +22,7 @@ class Views(unittest.TestCase):
             environment |= {name: os.environ[name] for name in ("MIRELO_FILTER",) if name in os.environ}
             office = Office(folder, environment, headless=False)
             office.install(BUILD / "tests" / "calc" / "view_tests")
-            office.add_macros(Tests=HERE / "views" / "Driver.bas")
+            office.add_macros(Tests=HERE / "in_office" / "Driver.bas")
             with StandIn(BUILD / "bin") as tracker:
                 office.environment["MIRELO_HTTP_PORT"] = str(tracker.http_port)
                 code = office.run("Tests.Driver.Main")

@@ -8,7 +8,7 @@
 #include "adapters/calc/views/graphics.h"
 #include "adapters/calc/views/marked_letter.h"
 #include "adapters/calc/views/pictures.h"
-#include "calc/views/run_in_office.h"
+#include "calc/in_office/run_in_office.h"
 
 namespace mirelo::calc {
 namespace {

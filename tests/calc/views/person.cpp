@@ -16,7 +16,7 @@
 #include <utility>
 
 #include "adapters/calc/objects/office_text.h"
-#include "calc/views/run_in_office.h"
+#include "calc/in_office/run_in_office.h"
 #include "forms/text_box.h"
 
 namespace mirelo::calc {

@@ -1,7 +1,7 @@
-// The tests of this folder as a job of the office's, which runs them on its main thread: the views are made
+// Tests as a job of the office's, which runs them on its main thread: the views are made
 // of its own toolkit, in its process.
 
-#include "calc/views/run_in_office.h"
+#include "calc/in_office/run_in_office.h"
 
 #include <gmock/gmock.h>
 #include <sal/types.h>
@@ -28,7 +28,7 @@ class Tests final : public cppu::WeakImplHelper1<css::task::XJob> {
  public:
   css::uno::Any SAL_CALL execute(const css::uno::Sequence<css::beans::NamedValue>&) override {
     int count = 1;
-    char program[] = "view_tests";
+    char program[] = "tests";
     char* arguments[] = {program, nullptr};
     ::testing::InitGoogleMock(&count, arguments);
     if (const char* filter = std::getenv("MIRELO_FILTER")) ::testing::GTEST_FLAG(filter) = filter;
@@ -44,7 +44,7 @@ Context OfficeContext() { return ContextOfTests(); }
 
 }  // namespace mirelo::calc
 
-extern "C" SAL_DLLPUBLIC_EXPORT com::sun::star::uno::XInterface* mirelo_view_tests(
+extern "C" SAL_DLLPUBLIC_EXPORT com::sun::star::uno::XInterface* mirelo_tests(
     com::sun::star::uno::XComponentContext* context,
     const com::sun::star::uno::Sequence<com::sun::star::uno::Any>&) {
   mirelo::calc::ContextOfTests() = context;

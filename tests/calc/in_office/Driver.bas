@@ -2,6 +2,6 @@ REM  Runs the tests in the office's own process, and ends the office.
 
 Sub Main
   On Error Resume Next  ' a failure leaves no result behind
-  createUnoService("mirelo.ViewTests").execute(Array())
+  createUnoService("mirelo.Tests").execute(Array())
   StarDesktop.terminate()
 End Sub
