@@ -1,5 +1,5 @@
 # Writes down what CTest is to run of one test program: an entry a suite. It runs after each link of the program, as
-#   cmake -D PROGRAM=... -D PREFIX=... -D ONLY=... -D ENVIRONMENT=... -D OUTPUT=... -P ListSuites.cmake
+#   cmake -D PROGRAM=... -D PREFIX=... -D ONLY=... -D ENVIRONMENT=... -D COST=... -D OUTPUT=... -P ListSuites.cmake
 # PREFIX stands before the suites' names, ONLY is a regular expression that chooses among them, ENVIRONMENT may be empty.
 #
 # An entry a suite and not one a test: thousands of starts, each of which maps the same libraries and, under the
@@ -23,6 +23,6 @@ set(entries "")
 foreach(suite IN LISTS suites)
   string(APPEND entries "add_test(\"${PREFIX}.${suite}\" \"${PROGRAM}\" \"--gtest_filter=${suite}.*\")\n"
     # For suites that hang: under the sanitizers and beside others the longest take two minutes.
-    "set_tests_properties(\"${PREFIX}.${suite}\" PROPERTIES TIMEOUT 600 ENVIRONMENT \"${ENVIRONMENT}\")\n")
+    "set_tests_properties(\"${PREFIX}.${suite}\" PROPERTIES TIMEOUT 600 COST ${COST} ENVIRONMENT \"${ENVIRONMENT}\")\n")
 endforeach()
 file(WRITE ${OUTPUT} "${entries}")

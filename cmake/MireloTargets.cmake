@@ -3,7 +3,7 @@
 #   mirelo_room(file...)                                 sources of a subsystem room, part of the library mirelo
 #   mirelo_library(NAME SOURCES file... [LINK target...])   values, ports or an adapter: static, named mirelo_NAME
 #   mirelo_program(NAME SOURCES file... [LINK target...])   an executable in bin/
-#   mirelo_test(NAME SOURCES file... [LINK target...])      a GoogleTest program whose suites CTest runs one by one
+#   mirelo_test(NAME SOURCES file... [LINK target...] [COST n])   a GoogleTest program whose suites CTest runs one by one
 #   mirelo_suites(PREFIX PROGRAM target [ONLY regex] [ENVIRONMENT name=value])   some of them once more, in other surroundings
 #   mirelo_bench(NAME SOURCES file... [LINK target...])     a Google Benchmark program
 #   mirelo_fuzz(NAME SOURCES file... [LINK target...])      a libFuzzer program; only compiled where MIRELO_FUZZ is off
@@ -113,8 +113,9 @@ function(mirelo_program NAME)
   target_link_libraries(${NAME} PRIVATE mirelo_options ${ARG_LINK})
 endfunction()
 
+# Where no run before has told how long tests take, those of the highest COST begin first: long ones, so that none is waited for alone.
 function(mirelo_test NAME)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "COST" "SOURCES;LINK" ${ARGN})
   if(WIN32)
     mirelo_leave_out_for_windows(ARG_SOURCES ARG_LINK)
     if(NOT ARG_SOURCES)
@@ -136,20 +137,23 @@ function(mirelo_test NAME)
     add_test(NAME ${NAME} COMMAND test_${NAME} --gtest_brief=1)
     set_tests_properties(${NAME} PROPERTIES TIMEOUT 300)
   else()
-    mirelo_suites(${NAME} PROGRAM test_${NAME})
+    mirelo_suites(${NAME} PROGRAM test_${NAME} COST ${ARG_COST})
   endif()
 endfunction()
 
 # Has CTest run the suites of the test program TARGET, named PREFIX.Suite: all of them, or those that match ONLY.
 function(mirelo_suites PREFIX)
-  cmake_parse_arguments(ARG "" "PROGRAM;ONLY;ENVIRONMENT" "" ${ARGN})
+  cmake_parse_arguments(ARG "" "PROGRAM;ONLY;ENVIRONMENT;COST" "" ${ARGN})
   set(suites ${CMAKE_CURRENT_BINARY_DIR}/${PREFIX}_suites.cmake)
   if(NOT ARG_ONLY)
     set(ARG_ONLY ".")
   endif()
+  if(NOT ARG_COST)
+    set(ARG_COST 0)
+  endif()
   add_custom_command(TARGET ${ARG_PROGRAM} POST_BUILD BYPRODUCTS ${suites}
     COMMAND ${CMAKE_COMMAND} -D PROGRAM=$<TARGET_FILE:${ARG_PROGRAM}> -D PREFIX=${PREFIX} -D ONLY=${ARG_ONLY}
-      -D ENVIRONMENT=${ARG_ENVIRONMENT} -D OUTPUT=${suites} -P ${PROJECT_SOURCE_DIR}/cmake/ListSuites.cmake
+      -D ENVIRONMENT=${ARG_ENVIRONMENT} -D COST=${ARG_COST} -D OUTPUT=${suites} -P ${PROJECT_SOURCE_DIR}/cmake/ListSuites.cmake
     VERBATIM)
   # A program that was not built fails as a test of its own, and hides none of the others.
   set(look ${CMAKE_CURRENT_BINARY_DIR}/${PREFIX}_look.cmake)
