@@ -6,9 +6,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
 #include <system_error>
 #include <thread>
@@ -79,15 +81,18 @@ ChildProcess::~ChildProcess() {
 
 std::optional<std::string> ChildProcess::ReadLine(std::chrono::milliseconds patience) {
   const auto deadline = Clock::now() + patience;
-  for (;;) {
+  for (bool is_last_look = false;;) {
     if (const auto end = buffered_.find('\n'); end != std::string::npos) {
       std::string line = buffered_.substr(0, end);
       buffered_.erase(0, end + 1);
       return line;
     }
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+    if (is_last_look) return std::nullopt;
+    const auto left = std::max<std::int64_t>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count(), 0);
+    is_last_look = left == 0;
     pollfd watched{output_, POLLIN, 0};
-    const int ready = left > 0 ? ::poll(&watched, 1, static_cast<int>(left)) : 0;
+    const int ready = ::poll(&watched, 1, static_cast<int>(left));
     if (ready < 0 && errno == EINTR) continue;
     if (ready <= 0) return std::nullopt;
     std::array<char, 4096> bytes;

@@ -20,7 +20,8 @@ class ChildProcess {
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
-  // The next line of its output, without the line end. Nothing when the output ended or `patience` ran out.
+  // The next line of its output, without the line end. Nothing when the output ended or `patience` ran
+  // out; without patience what has come already.
   std::optional<std::string> ReadLine(std::chrono::milliseconds patience);
 
   bool IsRunning();

@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <sstream>
-#include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace mirelo::command_line {
@@ -38,16 +39,17 @@ std::vector<const CLI::Option*> OptionsFrom(const CLI::App& command) {
 
 // Says which options exclude each other, as the parser does, which takes the one with the lowest address of
 // those that the first one excludes: that differs between builds and runs. Here it is the one added first.
-CLI::ExcludesError Excluded(const CLI::App& program) {
+// Nothing where it is not two options that do.
+std::optional<std::string> Excluded(const CLI::App& program) {
   auto options = OptionsFrom(program);
   std::erase_if(options, [](const CLI::Option* option) { return option->empty(); });
   for (const CLI::Option* option : options) {
     const auto excluded = option->get_excludes();
     const auto other = std::ranges::find_if(
         options, [&](const CLI::Option* each) { return excluded.contains(const_cast<CLI::Option*>(each)); });
-    if (other != options.end()) return {option->get_name(), (*other)->get_name()};
+    if (other != options.end()) return CLI::ExcludesError(option->get_name(), (*other)->get_name()).what();
   }
-  throw std::logic_error("no options exclude each other");
+  return std::nullopt;
 }
 
 // The parser keeps the options that one excludes by their addresses, which differ between builds and runs.
@@ -230,7 +232,8 @@ std::optional<Ending> Program::Read(int argc, const char* const* argv) {
       return Ending{.is_asked_for = true, .text = asked_for.str()};
     }
     Ending ending{.text = error.what()};
-    if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr) ending.text = Excluded(*owned_).what();
+    if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr)
+      ending.text = Excluded(*owned_).value_or(ending.text);
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) ending.left_over = owned_->remaining(true);
     return ending;
   }

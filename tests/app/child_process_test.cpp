@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
+#include <optional>
+#include <thread>
 
 #include "automation/runtime_error.h"
 #include "support/error_number.h"
@@ -24,6 +27,17 @@ TEST(ChildProcess, GivesUpReadingWhenPatienceRunsOut) {
   ChildProcess child("/bin/sh", {"-c", "exec sleep 60"});
   EXPECT_EQ(child.ReadLine(milliseconds(1)), std::nullopt);
   EXPECT_TRUE(child.IsRunning());
+}
+
+TEST(ChildProcess, HandsOverWithoutPatienceWhatHasCome) {
+  ChildProcess child("/bin/sh", {"-c", "echo one; exec sleep 60"});
+  auto line = child.ReadLine(milliseconds(0));
+  for (const auto end = std::chrono::steady_clock::now() + seconds(10);
+       !line && std::chrono::steady_clock::now() < end; std::this_thread::sleep_for(milliseconds(1))) {
+    line = child.ReadLine(milliseconds(0));
+  }
+  EXPECT_EQ(line, "one");
+  EXPECT_EQ(child.ReadLine(milliseconds(0)), std::nullopt);
 }
 
 TEST(ChildProcess, SaysWhyItCannotStart) {
