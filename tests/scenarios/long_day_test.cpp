@@ -21,6 +21,7 @@
 #include "host/excel/worksheets.h"
 #include "scenarios/long_day.h"
 #include "support/level1_wire.h"
+#include "support/sanitized.h"
 
 namespace mirelo::testing {
 namespace {
@@ -146,7 +147,7 @@ constexpr std::size_t kInUseSlack = 256U << 10;
 void ExpectNothingLeftBehind(const ProcessUse& before, const ProcessUse& after) {
   EXPECT_EQ(after.descriptors, before.descriptors);
   EXPECT_LT(after.in_use, before.in_use + kInUseSlack);
-  if (!kFreedMemoryIsKept) {
+  if (!kIsSanitized) {
     EXPECT_LT(after.resident, before.resident + kResidentSlack);
   }
 }

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "support/memory_regions.h"
+#include "support/sanitized.h"
 
 namespace mirelo::testing {
 
@@ -46,14 +47,6 @@ int HiddenText::CountInMemory() const {
   return count;
 }
 
-bool CanSearchMemory() {
-#if defined(__SANITIZE_ADDRESS__)
-  return false;
-#elif defined(__has_feature)
-  return !__has_feature(address_sanitizer);
-#else
-  return true;
-#endif
-}
+bool CanSearchMemory() { return !kIsSanitized; }
 
 }  // namespace mirelo::testing

@@ -7,12 +7,10 @@
 #include <fstream>
 #include <iterator>
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define MIRELO_SANITIZED_MEMORY
-#include <sanitizer/allocator_interface.h>
-#endif
-#endif
+#include "support/sanitized.h"
+
+// Of the address sanitizer's runtime, whose allocator the C library knows nothing of.
+extern "C" [[gnu::weak]] std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace mirelo::testing {
 
@@ -31,21 +29,12 @@ std::size_t Resident() {
 }
 
 std::size_t InUse() {
-#ifdef MIRELO_SANITIZED_MEMORY
-  return __sanitizer_get_current_allocated_bytes();
-#else
+  if (kIsSanitized) return __sanitizer_get_current_allocated_bytes();
   const auto memory = ::mallinfo2();
   return memory.uordblks + memory.hblkhd;
-#endif
 }
 
 }  // namespace
-
-#ifdef MIRELO_SANITIZED_MEMORY
-const bool kFreedMemoryIsKept = true;
-#else
-const bool kFreedMemoryIsKept = false;
-#endif
 
 ProcessUse ProcessUse::Now() { return {Descriptors(), Resident(), InUse()}; }
 

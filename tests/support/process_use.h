@@ -13,8 +13,4 @@ struct ProcessUse {
   static ProcessUse Now();
 };
 
-// Whether memory that was freed is kept back for a time, as sanitizers do: what is resident says nothing
-// then.
-extern const bool kFreedMemoryIsKept;
-
 }  // namespace mirelo::testing
