@@ -70,11 +70,12 @@ class cQTData : public Object {
  public:
   std::string_view TypeName() const override { return "cQTData"; }
 
-  Property<std::int32_t> Last_Volume;  // how far Volume rose since the quote before
-  Property<std::string> TimeQT;        // time of arrival, displaced to the shown zone
-  Property<std::string> DateQT;        // date of arrival, displaced, in the user's format
-  Property<std::string> NameID;        // the collection key given at creation
-  Property<std::string> Tick;          // tick direction
+  // How far Volume rose since the ticker's last quote with one and with the same Date_Time; 0 for the first.
+  Property<std::int32_t> Last_Volume;
+  Property<std::string> TimeQT;  // time of arrival, displaced to the shown zone
+  Property<std::string> DateQT;  // date of arrival, displaced, in the user's format
+  Property<std::string> NameID;  // the collection key given at creation
+  Property<std::string> Tick;    // tick direction
   Property<std::string> UPC;
   Property<double> CloseTicker;
   Property<double> Yield;

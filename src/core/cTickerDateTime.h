@@ -31,7 +31,7 @@ class cTickerDateTime : public Object {
   Property<double> Ask_Price;
   Property<double> Bid_Price;
   Property<std::int32_t> PrevVolume;  // the volume that the next one is compared with
-  Property<std::int32_t> LastVolume;  // how far it rose last; 0 on a day's first
+  Property<std::int32_t> LastVolume;  // how far it rose last; 0 for a stamp's first
   Property<double> Week52Low;
   Property<double> Week52High;
   Property<std::string> Symbol;  // the collection key given at creation

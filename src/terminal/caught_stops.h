@@ -11,9 +11,8 @@ namespace mirelo::terminal {
 // before anybody has looked are two. One may exist at a time.
 //
 // Not every signal is another wish. Some senders tell the process and then its group, as timeout(1) does, so
-// what comes within twenty milliseconds of one that counted is the same; but where the second is counted, and
-// the first was taken by then, it is another. The end of a terminal is told by the shell and by the system,
-// so it never counts behind another.
+// what comes within twenty milliseconds of one that counted is the same. The end of a terminal is told by the
+// shell and by the system, so it never counts behind another.
 class CaughtStops {
  public:
   // What becomes of the second: it ends the process at once, whatever that is at, or it is counted as the
@@ -26,14 +25,13 @@ class CaughtStops {
   CaughtStops& operator=(const CaughtStops&) = delete;
 
   // Readable while there is one that was not taken.
-  int Descriptor() const { return descriptor_; }
+  int Descriptor() const;
   // Takes one; false where there is none.
   bool Take() const;
 
  private:
   sigset_t signals_ = SeenStopSignals();
   std::array<struct sigaction, kStopSignals.size()> before_{};
-  int descriptor_ = -1;
 };
 
 // Whether the signal is caught now.

@@ -105,8 +105,8 @@ TEST_F(LiveScreen, GoesOnBehindATerminalThatAPersonHasStopped) {
 }
 
 TEST_F(LiveScreen, EndsInOrderBehindATerminalThatAPersonHasStopped) {
-  const std::string seen =
-      Watch("24x80", {"until:MSFT", "until: a second", "type:\\x13", "for:1", "signal:SIGTERM"});
+  const std::string seen = Watch("24x80", {"until:MSFT", "until: a second", "type:\\x13", "for:1",
+                                           "size:30x90", "for:0.5", "type:?", "for:0.5", "signal:SIGTERM"});
   EXPECT_THAT(seen, AllOf(HasSubstr("left: Saved in "), HasSubstr("\nstatus: 0"), HasSubstr(kGivenBack)));
   EXPECT_NO_THROW(workbook::Spreadsheet::Open(folder_ / "quotes.xlsx"));
 }

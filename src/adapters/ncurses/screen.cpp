@@ -83,12 +83,16 @@ struct Screen::Terminal {
   Stream out = OpenPicture();
   Stream in = OpenKeys();
   SCREEN* screen = nullptr;
+  // Keys are read from what is never shown: from the window that is, reading would first show what was left
+  // to be shown, and wait where the terminal takes no output.
+  WINDOW* keys = nullptr;
   std::string locale = std::setlocale(LC_CTYPE, nullptr);
   std::unique_ptr<GivenBack> given_back;
 
   ~Terminal() {
     if (screen != nullptr) {
       ResumeOutput(::fileno(out.get()));
+      if (keys != nullptr) ::delwin(keys);
       ::endwin();
       ::delscreen(screen);
     }
@@ -111,9 +115,11 @@ std::unique_ptr<Screen> Screen::Open(bool in_color) {
   ::noecho();
   ::nonl();
   ::curs_set(0);
-  ::keypad(stdscr, TRUE);
+  terminal->keys = ::newpad(1, 1);
+  if (terminal->keys == nullptr) return nullptr;
+  ::keypad(terminal->keys, TRUE);
   DefineKeys();
-  ::nodelay(stdscr, TRUE);
+  ::nodelay(terminal->keys, TRUE);
   ::set_escdelay(25);
   if (in_color && ::has_colors()) {
     ::start_color();
@@ -169,7 +175,7 @@ int Screen::KeyDescriptor() const { return ::fileno(terminal_->in.get()); }
 
 std::vector<terminal::Key> Screen::Keys() {
   std::vector<terminal::Key> keys;
-  for (int code = ::wgetch(stdscr); code != ERR; code = ::wgetch(stdscr)) {
+  for (int code = ::wgetch(terminal_->keys); code != ERR; code = ::wgetch(terminal_->keys)) {
     if (const auto key = KeyOf(code)) keys.push_back(*key);
   }
   return keys;

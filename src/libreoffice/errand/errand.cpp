@@ -80,7 +80,9 @@ template <class Read>
 auto ReadLine(std::string_view line, Read read) -> std::optional<decltype(read(Json()))> {
   try {
     return read(Json::parse(line));
-  } catch (const std::exception&) {
+  } catch (const Json::exception&) {
+    return std::nullopt;
+  } catch (const std::out_of_range&) {
     return std::nullopt;
   }
 }
