@@ -113,7 +113,8 @@ function(mirelo_program NAME)
   target_link_libraries(${NAME} PRIVATE mirelo_options ${ARG_LINK})
 endfunction()
 
-# Where no run before has told how long tests take, those of the highest COST begin first: long ones, so that none is waited for alone.
+# Where no run before has told how long tests take, those of the highest COST begin first: long ones, so that none is waited
+# for alone.
 function(mirelo_test NAME)
   cmake_parse_arguments(ARG "" "COST" "SOURCES;LINK" ${ARGN})
   if(WIN32)

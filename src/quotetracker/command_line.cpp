@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>

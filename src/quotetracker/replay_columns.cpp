@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <stdexcept>
+#include <system_error>
 
 #include "automation/runtime_error.h"
 #include "automation/visible_text.h"

@@ -1,5 +1,6 @@
 #include "quotetracker/socket.h"
 
+#include <arpa/inet.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>

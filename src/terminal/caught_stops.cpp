@@ -1,10 +1,12 @@
 #include "terminal/caught_stops.h"
 
 #include <sys/eventfd.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <cstdint>
 #include <ctime>

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <iterator>
 #include <set>
 #include <string>
 #include <string_view>

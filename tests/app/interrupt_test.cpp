@@ -41,8 +41,10 @@ TEST(Interrupt, EndsAPauseOnATerminationAndOnTheEndOfTheTerminal) {
   }
 }
 
-// The second comes as soon as the first has been seen to.
-void RaiseAtOnce(int first, int second) {
+// The second comes as soon as the first has been counted. False where the system has let more time pass than
+// one wish takes.
+bool RaiseAtOnce(int first, int second) {
+  const auto begin = std::chrono::steady_clock::now();
   sigset_t both;
   sigemptyset(&both);
   sigaddset(&both, first);
@@ -51,6 +53,7 @@ void RaiseAtOnce(int first, int second) {
   ::raise(first);
   ::raise(second);
   ::pthread_sigmask(SIG_UNBLOCK, &both, nullptr);
+  return std::chrono::steady_clock::now() - begin < milliseconds(20);
 }
 
 // As a person does it, who cannot be quicker.
@@ -92,8 +95,10 @@ TEST(Interrupt, TakesOneWishThatIsToldTwiceForOne) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     SCOPED_TRACE(signal);
     poll::PollLoop loop;
-    Interrupt interrupt(loop);
-    RaiseAtOnce(signal, signal == SIGINT ? SIGTERM : SIGINT);
+    Interrupt interrupt(loop, Interrupt::Second::kIsCounted);
+    while (!RaiseAtOnce(signal, signal == SIGINT ? SIGTERM : SIGINT)) {
+      while (!interrupt.Pause(milliseconds(40))) interrupt.Forget();
+    }
     EXPECT_FALSE(interrupt.Pause(hours(1)));
     ::raise(SIGHUP);
     interrupt.Forget();

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -98,8 +99,9 @@ TEST_F(LiveScreen, GivesTheTerminalBackHoweverItEnds) {
 // Ctrl-S, and later Ctrl-Q.
 TEST_F(LiveScreen, GoesOnBehindATerminalThatAPersonHasStopped) {
   const std::string seen =
-      Watch("24x80", {"until:MSFT", "until: a second", "type:\\x13", "for:1", "bytes", "type:?", "for:1",
-                      "bytes", "type:\\x11", "until:Marks", "type:?", "until:MSFT", "type:q"});
+      Watch("24x80", {"until:MSFT", "until: a second", "type:\\x13", "for:1", "bytes", "note:quotes.xlsx",
+                      "type:?s", "renewed:quotes.xlsx", "for:1", "bytes", "type:\\x11", "until:Marks",
+                      "type:?", "until:MSFT", "type:q"});
   EXPECT_THAT(seen, HasSubstr("\nbytes: 0\n"));
   EXPECT_THAT(seen, AllOf(HasSubstr("\nstatus: 0"), HasSubstr(kGivenBack)));
 }

@@ -39,6 +39,7 @@ class Watched:
         self.stream = pyte.ByteStream(self.screen)
         self.raw = b""
         self.counted = 0
+        self.noted = 0
         self.master, self.terminal = pty.openpty()
         self.resize(lines, columns)
         self.modes = termios.tcgetattr(self.terminal)
@@ -112,6 +113,10 @@ class Watched:
             os.kill(self.program, getattr(signal, value))
         elif name == "stopped":
             self.until(self.has_stopped, "a stop")
+        elif name == "note":
+            self.noted = os.stat(value).st_mtime_ns
+        elif name == "renewed":
+            self.until(lambda: os.stat(value).st_mtime_ns != self.noted, f"a new {value}")
         elif name == "show":
             self.show()
         elif name == "bytes":

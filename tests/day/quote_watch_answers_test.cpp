@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <optional>
+
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
 #include "day/watching.h"

@@ -6,14 +6,19 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "app/child_process.h"
+#include "day/quote_journal.h"
 #include "scenarios/tracker_process.h"
 #include "support/built_program.h"
 #include "support/environment_variable.h"
@@ -24,7 +29,6 @@ namespace {
 
 using namespace std::chrono_literals;
 constexpr auto kWaitForADay = 120s;
-constexpr std::ptrdiff_t kFieldsOfALine = 21;
 
 const std::filesystem::path kMireloProgram = BuiltProgram("mirelo");
 
@@ -102,7 +106,8 @@ TEST_F(KilledDay, LeavesWholeRowsToWhichTheNextDayAppends) {
   const auto lines = LinesOfCsv();
   EXPECT_GE(RowsOfDatabase(), before + 4);
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    EXPECT_EQ(std::count(lines[i].begin(), lines[i].end(), ',') + 1, kFieldsOfALine) << lines[i];
+    EXPECT_EQ(std::count(lines[i].begin(), lines[i].end(), ','), std::ssize(day::QuoteJournal::Columns()))
+        << lines[i];
     if (i > 0) {
       EXPECT_TRUE(lines[i].starts_with(std::to_string(i) + ",2")) << lines[i];
     }

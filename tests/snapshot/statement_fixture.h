@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <initializer_list>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "automation/runtime_error.h"
 #include "snapshot/last_quote_test.h"

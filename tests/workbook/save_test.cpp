@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <thread>
 
 #include "adapters/workbook/atomic_file.h"

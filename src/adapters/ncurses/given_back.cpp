@@ -6,6 +6,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>

@@ -66,10 +66,10 @@ void DayView::PrintLater() {
 }
 
 std::vector<std::string> DayView::About() {
-  const int reconnects = day_.Reconnects();
-  const std::string calls = reconnects == 1 ? "1 reconnect" : std::to_string(reconnects) + " reconnects";
-  return {day_.Source() + "  " + state_, day_.Came().Text() + "; " + calls, "Workbook " + keeper_.State(),
-          "? help  s save  q end"};
+  const int count = day_.Reconnects();
+  const std::string reconnects = count == 1 ? "1 reconnect" : std::to_string(count) + " reconnects";
+  return {day_.Source() + "  " + state_, day_.Came().Text() + "; " + reconnects,
+          "Workbook " + keeper_.State(), "? help  s save  q end"};
 }
 
 }  // namespace mirelo::app

@@ -5,6 +5,7 @@
 #include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/table/XTableChartsSupplier.hpp>
+#include <cstddef>
 #include <utility>
 
 #include "adapters/calc/charts/chart_painter.h"

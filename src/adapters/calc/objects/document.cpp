@@ -11,6 +11,7 @@
 #include <com/sun/star/util/XCloseBroadcaster.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <cstddef>
 #include <rtl/uri.hxx>
 
 #include "adapters/calc/objects/document_sheet.h"
