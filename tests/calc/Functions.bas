@@ -51,7 +51,7 @@ Function PropertyOf(Properties, Name As String)
 End Function
 
 Sub NoteValues(Document, Sheet)
-  Dim First
+  Dim First, Cells
   Sheet.getCellRangeByName("A1").Formula = "=QUOTE(""MSFT"";""Last"")"
   Sheet.getCellRangeByName("A2").Formula = "=QUOTE(""msft"";""lAsT"")"
   Sheet.getCellRangeByName("A3").Formula = "=QUOTE(""MSFT"")"
@@ -62,12 +62,12 @@ Sub NoteValues(Document, Sheet)
   Document.setModified(False)
   WaitForNumber(Sheet, "A1")
   Note("value", Sheet.getCellRangeByName("A1").Value)
-  Note("same", Sheet.getCellRangeByName("A1").Value = Sheet.getCellRangeByName("A2").Value And Sheet.getCellRangeByName("A1").Value = Sheet.getCellRangeByName("A3").Value)
+  Cells = Sheet.getCellRangeByName("A1:A3").getDataArray()  ' at once, as with WaitForOther
+  Note("same", Cells(0)(0) = Cells(1)(0) And Cells(0)(0) = Cells(2)(0))
   Note("age", Sheet.getCellRangeByName("A4").Value)
   WaitForText(Sheet, "A5", "Streaming")
   First = Sheet.getCellRangeByName("A1").Value
-  WaitForOther(Sheet, "A1", First)
-  Note("changes", Sheet.getCellRangeByName("A1").Value <> First)
+  Note("changes", WaitForOther(Sheet, "A1", First))
   Note("modified by quotes", Document.isModified())
   NoteConnections("connections", 1)
 End Sub
@@ -125,8 +125,7 @@ Sub NoteFiles(Document)
     Other = StarDesktop.loadComponentFromURL(UrlOf("saved." & Parts(0)), "_blank", 0, Array(Argument("Hidden", True)))
     WaitForNumber(Other.Sheets.getByIndex(0), "A1")
     First = Other.Sheets.getByIndex(0).getCellRangeByName("A1").Value
-    WaitForOther(Other.Sheets.getByIndex(0), "A1", First)
-    Note("follows from " & Parts(0), Other.Sheets.getByIndex(0).getCellRangeByName("A1").Value <> First)
+    Note("follows from " & Parts(0), WaitForOther(Other.Sheets.getByIndex(0), "A1", First))
     Note("modified in " & Parts(0), Other.isModified() & " " & UBound(Other.UndoManager.getAllUndoActionTitles()))
     Note("from " & Parts(0), Shown(Other.Sheets.getByIndex(0), "A1") & " " & Shown(Other.Sheets.getByIndex(0), "A4"))
     Other.close(True)
@@ -160,8 +159,7 @@ Sub NoteEndOfUse(Document, Sheet)
   Sheet.getCellRangeByName("A1:E20").clearContents(1023)
   Turn(7000)
   Before = Document.Sheets.getByName("Hidden").getCellRangeByName("A1").Value
-  WaitForOther(Document.Sheets.getByName("Hidden"), "A1", Before)
-  Note("on a sheet behind", Document.Sheets.getByName("Hidden").getCellRangeByName("A1").Value <> Before)
+  Note("on a sheet behind", WaitForOther(Document.Sheets.getByName("Hidden"), "A1", Before))
   NoteConnections("connections of one", 1)
   Document.Sheets.removeByName("Hidden")
   NoteConnections("connections of none", 0)
@@ -290,13 +288,18 @@ Sub WaitForNumber(Sheet, Place As String)
   Loop
 End Sub
 
-Sub WaitForOther(Sheet, Place As String, Value)
+' Whether another value has come. It is looked at once: between two statements the next may come, and be the old one again.
+Function WaitForOther(Sheet, Place As String, Value) As Boolean
   Dim Began
   Began = Timer
-  Do While Sheet.getCellRangeByName(Place).Value = Value And Timer < Began + Patience
+  Do
+    If Sheet.getCellRangeByName(Place).Value <> Value Then
+      WaitForOther = True
+      Exit Function
+    End If
     Turn(50)
-  Loop
-End Sub
+  Loop While Timer < Began + Patience
+End Function
 
 Sub WaitForText(Sheet, Place As String, Text As String)
   Dim Began
