@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "automation/runtime_error.h"
-#include "automation/text.h"
 #include "core/CAppSettings.h"
 #include "core/known_setting.h"
 #include "core/mGlobal.h"
@@ -14,7 +13,6 @@
 #include "day/stored_source.h"
 #include "day/working_day.h"
 #include "snapshot/column_names.h"
-#include "streaming/first_sources.h"
 #include "wire/side_host.h"
 
 namespace mirelo::day {
@@ -28,20 +26,6 @@ constexpr const char* kNoQuotes = "QuoteTracker gave no quotes";
 
 std::string EverySeconds(std::int32_t seconds) {
   return seconds == 1 ? "Asked every second" : "Asked every " + std::to_string(seconds) + " seconds";
-}
-
-// The settings dialog stores a list of sources when it is first shown; until then it would offer this one.
-std::string ChosenSource() {
-  std::string source = StoredSource();
-  return source.empty() ? std::string(kFirstSourceText) : source;
-}
-
-std::string FileOf(const std::string& source) {
-  std::string file = StreamerFileOf(source);
-  if (!file.empty()) return file;
-  const auto* const row = std::ranges::find_if(
-      kFirstSources, [&](const QuoteSourceRow& first) { return EqualText(Trim(first.text), Trim(source)); });
-  return row == kFirstSources.end() ? std::string() : std::string(row->file);
 }
 
 }  // namespace
@@ -104,11 +88,7 @@ void QuoteSupply::Begin() {
 }
 
 void QuoteSupply::Stream() {
-  const std::string file = FileOf(plan_.source);
-  if (file.empty()) {
-    throw RuntimeError(5, "No quote source is named \"" + plan_.source + "\"; choose one in the settings");
-  }
-  stream_.emplace(*facade_, machine_.loop(), machine_.sockets(), tickers_, file);
+  stream_.emplace(*facade_, machine_.loop(), machine_.sockets(), tickers_, StreamerFileOf(plan_.source));
   stream_->Status.Subscribe([this, &feed = *stream_](const std::string& text) {
     const bool streams = feed.IsStreaming();
     Say(streams, streams ? kStreaming : text);

@@ -4,10 +4,13 @@
 
 namespace mirelo::day {
 
-// The quote source that was last chosen in the settings dialog; empty when none was. A facade must live.
-std::string StoredSource();
+// The name of the quote source that quotes are streamed from: the one that was last chosen in the settings,
+// or, as long as none was, the catalogue's default. A facade must live.
+std::string ChosenSource();
 
-// The streamer file of a quote source, by its name; empty when no source has it. A facade must live.
+// The streamer file of a quote source, by its name: of the stored list, or, where that has none, of the
+// sources that are offered until a list is stored. Error 5, `No quote source is named "..."`, when neither
+// has. A facade must live.
 std::string StreamerFileOf(const std::string& source);
 
 }  // namespace mirelo::day

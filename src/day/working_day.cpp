@@ -161,13 +161,7 @@ void WorkingDay::TakeAsked(std::size_t ticker, const QuoteRow& row) {
 // --- Quotes that are streamed --------------------------------------------------------------------------
 
 void WorkingDay::Listen() {
-  const std::string source = StoredSource();
-  const std::string file = StreamerFileOf(source);
-  if (file.empty()) {
-    throw RuntimeError(
-        5, "no quote source is named \"" + source + "\"; fetch their names with: mirelo sources --update");
-  }
-  stream_.emplace(facade_, loop_, sockets_, tables_->Tickers(), file);
+  stream_.emplace(facade_, loop_, sockets_, tables_->Tickers(), StreamerFileOf(ChosenSource()));
   if (trail_ != nullptr) stream_->Follow(*trail_);
   stream_->Status.Subscribe([this](const std::string& text) { Status.Raise(text); });
   stream_->LoginRefused.Subscribe([this](const std::string& text) { LoginRefused.Raise(text); });

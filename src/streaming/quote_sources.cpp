@@ -18,6 +18,7 @@
 #include "dialog/frmMirelo.h"
 #include "streaming/cQTStreaming.h"
 #include "streaming/first_sources.h"
+#include "streaming/source_names.h"
 
 namespace mirelo {
 
@@ -38,7 +39,7 @@ void frmMirelo::AddListQuoteSource(const std::string& selected) {
     std::optional<std::string> found;
     STEP(ComQuoteSource.Clear());
     for (const std::int32_t i : frame.loop([&] { return Bounds{names.LBound(), names.UBound()}; })) {
-      if (frame.test([&] { return !wanted.empty() && EqualText(Trim(names(i)), wanted); })) {
+      if (frame.test([&] { return !wanted.empty() && IsSameSource(names(i), wanted); })) {
         STEP(found = names(i));
       }
       STEP(ComQuoteSource.AddItem(names(i)));
@@ -46,6 +47,8 @@ void frmMirelo::AddListQuoteSource(const std::string& selected) {
     if (found) {
       STEP(ComQuoteSource.Text(*found));
     } else {
+      // Not the catalogue's default: a first run has just stored that, and beside a list that was stored
+      // without a choice the person is to make one.
       STEP(ComQuoteSource.Text(
           Store().GetSetting(catalogue::kFirstSource, catalogue::kFirstSourceKey, "").ToText()));
     }

@@ -10,6 +10,7 @@
 #include "core/setting_names.h"
 #include "diagnostics/routine.h"
 #include "streaming/cQTStreaming.h"
+#include "streaming/source_names.h"
 
 namespace mirelo {
 
@@ -26,7 +27,7 @@ std::string cQTStreaming::GiveStreamerFile(std::string_view Site) {
         if (!listed || !names.IsAllocated()) return frame.pop();
 
         for (const std::int32_t i : frame.loop([&] { return Bounds{names.LBound(), names.UBound()}; })) {
-          if (!frame.test([&] { return EqualText(Trim(names(i)), wanted); })) continue;
+          if (!frame.test([&] { return IsSameSource(names(i), wanted); })) continue;
           // Under the name as it is stored, blanks included.
           STEP(file = mGlobal::AppSettings().GetSetting(catalogue::kSources, names(i), "").ToText());
           break;

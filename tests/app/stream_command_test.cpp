@@ -20,6 +20,7 @@ namespace mirelo::testing {
 namespace {
 
 using ::testing::AllOf;
+using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -72,10 +73,20 @@ TEST_F(Stream, FindsASourceByItsNameOnceTheListIsFetched) {
 TEST_F(Stream, FindsASourceByAPartOfItsNameBeforeAnyListIsFetched) {
   const auto result = Run({"MSFT", "--source", "alpstein", "--seconds", "1", "--csv"});
   EXPECT_EQ(result.exit_code, 0) << result.err;
-  EXPECT_THAT(server_.StreamMessages(), ::testing::Contains(HasSubstr("SWISS.SDF")));
+  EXPECT_THAT(server_.StreamMessages(), Contains(HasSubstr("SWISS.SDF")));
   const auto several = Run({"MSFT", "--source", "RealTime", "--seconds", "1"});
   EXPECT_EQ(several.exit_code, 1);
   EXPECT_THAT(several.err, HasSubstr("not one alone has that in its name"));
+}
+
+TEST_F(Stream, TakesTheSourceOfTheSettingsWhereNoneIsNamedAndTheirDefaultUntilOneIsChosen) {
+  const auto first = Run({"MSFT", "--seconds", "1", "--csv"});
+  EXPECT_EQ(first.exit_code, 0) << first.err;
+  EXPECT_THAT(server_.StreamMessages(),
+              AllOf(Contains(HasSubstr("SWISS.SDF")), Not(Contains(HasSubstr("OCSEC.SDF")))));
+  RunMirelo(folder_.path(), {"settings", "set", R"(QuoteSource\First\ComQuoteSource)", "oc securities "});
+  Run({"MSFT", "--seconds", "1", "--csv"});
+  EXPECT_THAT(server_.StreamMessages(), Contains(HasSubstr("OCSEC.SDF")));
 }
 
 TEST_F(Stream, SaysWhichSourceItDoesNotKnow) {

@@ -30,6 +30,31 @@ TEST_F(StreamDay, SubscribesTheTickersOfTheTable) {
   EXPECT_EQ(told.back(), "Streaming");
 }
 
+// As in an office where no dialog was shown since the settings were removed.
+TEST_F(StreamDay, StreamsFromTheCataloguesSourceWhereNoneIsStored) {
+  BeginStreaming();
+  day.reset();
+  day.emplace(loop, sockets, replies, spreadsheet.Application());
+  for (const char* const stored : {"First", "List"})
+    mGlobal::AppSettings().DeleteSetting("Settings\\QuoteSource", stored);
+  day->TakeSettings();
+  day->Start();
+  Converse();
+  EXPECT_THAT(winsock.Newest().sent, Contains(HasSubstr("SWISS.SDF")));
+}
+
+// Its text is read in a window, where nobody has a command line.
+TEST_F(StreamDay, IsRefusedASourceThatHasNoFileInWordsForPeopleAtAWindow) {
+  BeginStreaming();
+  day.reset();
+  day.emplace(loop, sockets, replies, spreadsheet.Application());
+  mGlobal::AppSettings().SaveSetting("Settings\\QuoteSource\\First", "ComQuoteSource", Variant("Nobody"));
+  day->TakeSettings();
+  const RuntimeError error = ErrorOf([&] { day->Start(); });
+  EXPECT_EQ(error.Number(), 5);
+  EXPECT_EQ(error.Description(), "No quote source is named \"Nobody\"; choose one in the settings");
+}
+
 TEST_F(StreamDay, CountsTheQuotesOfATableOfTickersAloneAndSaysOnceThatNothingIsShown) {
   wishes.columns = {"Ticker"};
   wishes.ticks.clear();

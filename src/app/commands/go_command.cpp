@@ -88,7 +88,7 @@ int GoCommand::Run() try {
 
 int GoCommand::Report(std::int32_t result, int messages) {
   if (result == day::kToStream) {
-    Out() << "Committed: quotes are to be streamed from " << Trim(day::StoredSource()) << "\n";
+    Out() << "Committed: quotes are to be streamed from " << Trim(day::ChosenSource()) << "\n";
     return kGood;
   }
   if (result == day::kToAsk) {

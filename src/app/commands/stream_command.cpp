@@ -1,6 +1,5 @@
 #include "app/commands/stream_command.h"
 
-#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <string_view>
@@ -77,12 +76,6 @@ std::vector<std::string> SourceNames() {
   return names;
 }
 
-std::string FileOf(const std::string& name) {
-  const std::string stored = day::StreamerFileOf(name);
-  const auto first = std::ranges::find(kFirstSources, name, &QuoteSourceRow::text);
-  return !stored.empty() || first == kFirstSources.end() ? stored : std::string(first->file);
-}
-
 }  // namespace
 
 StreamCommand::StreamCommand(command_line::Command& program, const GlobalOptions& global)
@@ -95,8 +88,7 @@ StreamCommand::StreamCommand(command_line::Command& program, const GlobalOptions
       .Check(WhyNoListName);
   command_.AddOption("--source", source_,
                      "The quote source, by its name as mirelo sources shows it, by a part of it that no "
-                     "other has, or by its "
-                     ".SDF file; the one last chosen in the settings when it is left out");
+                     "other has, or by its .SDF file; the one of the settings when it is left out");
   command_.AddOption("--seconds", seconds_, "End after so many seconds; without it, at Ctrl-C").Positive();
   auto csv =
       command_.AddFlag("--csv", csv_, "Print comma-separated values, with a line of column names first");
@@ -201,14 +193,10 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed, DayLog& log) 
 
 std::string StreamCommand::StreamerFile(Session& session) const {
   session.facade();
-  std::string source = source_.empty() ? day::StoredSource() : source_;
-  if (source.empty()) {
-    Err() << "error: which quote source? Name one with --source; mirelo sources shows them\n";
-    return {};
-  }
+  const std::string source = source_.empty() ? day::ChosenSource() : source_;
   if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
   const std::vector<std::string> names = SourceNames();
-  if (const auto entry = FindEntry(names, source)) return FileOf(names[*entry]);
+  if (const auto entry = FindEntry(names, source)) return day::StreamerFileOf(names[*entry]);
   Err() << "error: no quote source is named \"" << source
         << "\", and not one alone has that in its name. See them with: mirelo sources. Fetch them from "
            "QuoteTracker with: mirelo sources --update\n";
