@@ -78,7 +78,6 @@ QuoteSupply::Plan QuoteSupply::ReadPlan() {
 
 void QuoteSupply::Begin() {
   if (tickers_.empty()) return Say(false, kNothingAskedFor);
-  ++beginnings_;
   Say(false, kBeginning);
   if (plan_.seconds == 0) {
     Stream();

@@ -48,8 +48,6 @@ class QuoteSupply {
   const std::string& State() const { return state_; }
   // Whether quotes are streamed, not asked for.
   bool Streams() const { return stream_.has_value(); }
-  // How often it has begun to stream, or to ask.
-  std::int64_t Beginnings() const { return beginnings_; }
 
   Event<const cQTData&> Streamed;
   // A ticker and its values in the order of QuoteBoard::AllColumns.
@@ -90,7 +88,6 @@ class QuoteSupply {
   std::optional<std::vector<std::string>> next_;  // tickers that were given meanwhile
   bool in_order_ = false;
   std::string state_;
-  std::int64_t beginnings_ = 0;
 };
 
 }  // namespace mirelo::day

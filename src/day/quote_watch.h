@@ -84,7 +84,6 @@ class QuoteWatch {
 
   // How many questions are asked now.
   std::size_t Count() const { return count_; }
-  const QuoteSupply& Supply() const { return supply_; }
 
  private:
   struct Asked;

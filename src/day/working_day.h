@@ -92,9 +92,6 @@ class WorkingDay {
   // Raises what failed, if anything did, and forgets it.
   void RaiseFailure();
 
-  // Whether quotes were to be asked for once, and were.
-  bool IsOver() const { return over_; }
-
   // Whether Start has found the quote table.
   bool HasTables() const { return tables_.has_value(); }
   const DayTables& Tables() const { return *tables_; }
@@ -150,7 +147,7 @@ class WorkingDay {
   std::optional<StreamFeed> stream_;
   Pulse came_;
   std::int64_t written_ = 0;
-  bool over_ = false;
+  bool over_ = false;  // quotes were to be asked for once, and were
   bool is_stopped_ = false;
   wire::KeptFailure failure_;  // of asking and writing
   bool told_full_ = false;

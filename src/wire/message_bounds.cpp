@@ -159,18 +159,12 @@ std::optional<Head> FindHead(std::string_view bytes, std::size_t from, MessageKi
   return head;
 }
 
-std::optional<std::size_t> EndOfMessage(MessageKind kind, std::string_view bytes) {
-  return GrowingMessage().EndOf(kind, bytes);
-}
-
 std::optional<std::size_t> EndOfSources(std::string_view bytes, std::size_t from) {
   constexpr std::string_view kEnd = "</SOURCES>";
   const std::size_t end = Find(bytes, kEnd, from);
   if (end == kNone) return std::nullopt;
   return end + kEnd.size();
 }
-
-bool BreaksOff(std::string_view bytes) { return GrowingMessage().BreaksOff(bytes); }
 
 std::optional<std::size_t> GrowingMessage::EndOf(MessageKind kind, std::string_view bytes) {
   LookAt(bytes);

@@ -49,27 +49,22 @@ bool BeginsWithRecord(std::string_view bytes);
 std::optional<Head> FindHead(std::string_view bytes, std::size_t from,
                              MessageKind within = MessageKind::kUnknown, std::size_t searched = 0);
 
-// Where the control message at the front is whole, as the stream class reads it:
-//   OK  behind the streamer's closing tag; behind the greeting's, if the server's time stands inside it, else
-//       behind the last of the closing tags of greeting, time and version. Empty tags are not counted.
-//   LO  behind the later of the closing tags of status code and description.
-//   ES  behind the closing tag of the list.
-// Tags are found without regard to case. What stands between the kind's letters and the first tag does not
-// matter. Nothing while the end has not come.
-std::optional<std::size_t> EndOfMessage(MessageKind kind, std::string_view bytes);
-
 // The end of a list of sources, looked for from a place on.
 std::optional<std::size_t> EndOfSources(std::string_view bytes, std::size_t from);
 
-// Whether a control message breaks off within a tag, or between one that counts and its closing tag.
-bool BreaksOff(std::string_view bytes);
-
-// The same of a control message that grows at its end, each byte of which is looked at once: a peer may send
-// single ones.
+// A control message at the front, which grows at its end. Each of its bytes is looked at once, since a peer
+// may send single ones: `bytes` are those of the calls before, and what has come after them since.
 class GrowingMessage {
  public:
-  // `bytes` are those of the calls before, and what has come after them since.
+  // Where it is whole, as the stream class reads it:
+  //   OK  behind the streamer's closing tag; behind the greeting's, if the server's time stands inside it,
+  //       else behind the last of the closing tags of greeting, time and version. Empty tags are not counted.
+  //   LO  behind the later of the closing tags of status code and description.
+  //   ES  behind the closing tag of the list.
+  // Tags are found without regard to case. What stands between the kind's letters and the first tag does not
+  // matter. Nothing while the end has not come.
   std::optional<std::size_t> EndOf(MessageKind kind, std::string_view bytes);
+  // Whether it breaks off within a tag, or between one that counts and its closing tag.
   bool BreaksOff(std::string_view bytes);
 
   // Goes on to another message.

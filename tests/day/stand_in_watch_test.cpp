@@ -148,7 +148,6 @@ TEST_F(WatchOnTheStandIn, AnswersTwoThousandQuestionsOverOneConnection) {
   std::vector<std::unique_ptr<day::QuoteWatch::Watched>> prices;
   for (int i = 0; i < 2000; ++i) prices.push_back(Ask("T" + std::to_string(i)));
   Await([&] { return changes > 5; });
-  EXPECT_EQ(watch->Supply().Beginnings(), 1);
   EXPECT_EQ(server.StreamConnections(), 1U);
 }
 

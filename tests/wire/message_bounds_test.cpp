@@ -46,16 +46,22 @@ constexpr Message kMessages[] = {
     {"ES<SOURCES></SOURCE>"},
 };
 
+// Of a message whose bytes have come at once.
+std::optional<std::size_t> EndOf(std::string_view bytes) {
+  return GrowingMessage().EndOf(KindOf(bytes), bytes);
+}
+bool BreaksOff(std::string_view bytes) { return GrowingMessage().BreaksOff(bytes); }
+
 TEST(MessageBounds, EndAControlMessageWhereNothingBehindItWouldBeRead) {
   for (const Message& message : kMessages) {
     SCOPED_TRACE(message.text);
     std::string text = message.text;
     const auto bar = text.find('|');
     if (bar == std::string::npos) {
-      EXPECT_EQ(EndOfMessage(KindOf(text), text), std::nullopt);
+      EXPECT_EQ(EndOf(text), std::nullopt);
     } else {
       text.erase(bar, 1);
-      EXPECT_EQ(EndOfMessage(KindOf(text), text), bar);
+      EXPECT_EQ(EndOf(text), bar);
     }
   }
 }
@@ -68,7 +74,7 @@ TEST(MessageBounds, AreKnownWithTheLastByteOfTheMessage) {
     const auto bar = text.find('|');
     if (bar != std::string::npos) text.erase(bar, 1);
     for (std::size_t size = 2; size <= text.size(); ++size) {
-      const auto end = EndOfMessage(KindOf(text), std::string_view(text).substr(0, size));
+      const auto end = EndOf(std::string_view(text).substr(0, size));
       EXPECT_EQ(end, bar != std::string::npos && size >= bar ? std::optional(bar) : std::nullopt) << size;
     }
   }
@@ -149,7 +155,7 @@ TEST(MessageBounds, AreThoseOfAMessageThatGrowsByteByByte) {
     for (std::size_t size = 2; size <= text.size(); ++size) {
       SCOPED_TRACE(text.substr(0, size));
       const auto part = std::string_view(text).substr(0, size);
-      EXPECT_EQ(growing.EndOf(KindOf(part), part), EndOfMessage(KindOf(part), part));
+      EXPECT_EQ(growing.EndOf(KindOf(part), part), EndOf(part));
       EXPECT_EQ(growing.BreaksOff(part), BreaksOff(part));
     }
     growing.Forget();
