@@ -103,3 +103,15 @@ build() {
 run_tests() {
   (cd "$root" && env --default-signal=INT ctest "$@" --no-tests=error)
 }
+
+# folder_in_memory: makes an empty folder in memory and prints its name; fails where the machine has no room there for some GiB of
+# files, or lets no program start there.
+folder_in_memory() {
+  local shared=/dev/shm folder
+  [ "$(df --output=avail "$shared" 2>/dev/null | tail -n 1)" -ge $((4 << 20)) ] 2>/dev/null || return 1
+  [ "$(awk '$1 == "MemAvailable:" { print $2 }' /proc/meminfo)" -ge $((8 << 20)) ] || return 1
+  case $(findmnt --noheadings --output FSTYPE,OPTIONS --target "$shared") in *noexec*) return 1 ;; tmpfs*) ;; *) return 1 ;; esac
+  folder=$(mktemp -d "$shared/mirelo-XXXXXX") || return 1
+  chmod 1777 "$folder"  # as /tmp: some tests start programs as another user
+  echo "$folder"
+}
