@@ -85,6 +85,14 @@ TEST(HeaderDefaults, OfDownloadsAreTheCatalogues) {
               HasSubstr("multiple of " + std::to_string(kTickersPerRequest) + " (kTickersPerRequest)"));
 }
 
+TEST(HeaderDefaults, OfPaintedChartsAreTheCatalogues) {
+  const std::string header = HeaderText("core/cMirelo.h");
+  EXPECT_THAT(header, HasSubstr(" Color_Points = " + DefaultOf("ColorPoints") + ","));
+  EXPECT_THAT(
+      header,
+      HasSubstr(" Use_Stay_Color_With_Points = " + std::string(catalogue::kGreyOutOfNewCharts) + ");"));
+}
+
 TEST(HeaderDefaults, OfTheStreamAreTheCatalogues) {
   EXPECT_THAT(HeaderText("streaming/cQTStreaming.h"),
               HasSubstr("Webaddress and SocketPort (" + DefaultOf("Webaddress") + ":" +
