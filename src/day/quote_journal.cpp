@@ -1,12 +1,12 @@
 #include "day/quote_journal.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "automation/iso_text.h"
 #include "automation/text.h"
 #include "automation/variant.h"
+#include "automation/whole_number.h"
 #include "day/column_type.h"
 #include "day/quote_board.h"
 #include "snapshot/column_vocabulary.h"
@@ -57,9 +57,7 @@ std::string TextOf(QuoteJournal::Moment moment) {
 }
 
 DataValue NumberOf(double number) {
-  constexpr double kMostWhole = 9'007'199'254'740'992;  // beyond it not every whole number is one of a double
-  if (std::trunc(number) == number && std::abs(number) <= kMostWhole)
-    return static_cast<std::int64_t>(number);
+  if (const auto whole = WholeNumber(number)) return *whole;
   return number;
 }
 

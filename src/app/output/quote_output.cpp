@@ -1,26 +1,21 @@
 #include "app/output/quote_output.h"
 
-#include <cmath>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <variant>
 
 #include "adapters/csv/csv_text.h"
 #include "automation/visible_text.h"
+#include "automation/whole_number.h"
 
 namespace mirelo::app {
 
 namespace {
 
-// Beyond these not every whole number is one of a double.
-constexpr double kMostWhole = 9'007'199'254'740'992;
-
-bool IsWhole(double number) { return std::trunc(number) == number && std::abs(number) <= kMostWhole; }
-
 using Json = nlohmann::ordered_json;
 
 Json OfNumber(double number) {
-  if (IsWhole(number)) return static_cast<std::int64_t>(number);
+  if (const auto whole = WholeNumber(number)) return *whole;
   return number;
 }
 
