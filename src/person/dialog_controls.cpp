@@ -21,8 +21,8 @@ namespace {
 
 constexpr const char* kNone = "None";
 
-void Need(const forms::Control& control, const char* what_to_do) {
-  if (!control.IsUsable()) throw Unfulfilled(std::string("the dialog has switched this off; ") + what_to_do);
+void Need(const forms::Control& control, const char* setting) {
+  if (!control.IsUsable()) throw Unfulfilled("the dialog has switched this off", setting);
 }
 
 void Tick(forms::CheckBox& box, const std::string& value) {
@@ -72,16 +72,17 @@ void PickColor(const OpenDialog& dialog, forms::Button& button, const std::strin
     throw Unfulfilled("the palette has no colour " + value + " (red in the low byte; -4142 for none)");
 }
 
-constexpr char kNeedsUpdates[] = "add --set UpdateEvery=1";
-constexpr char kNeedsStreaming[] = "a source is chosen for streaming: add --set Seconds=0";
-constexpr char kNeedsVertical[] = "add --set VerticalTable=1";
-constexpr char kNeedsCharts[] = "add --set BuildCharts=1";
-constexpr char kNeedsStyle[] = "add --set ChartStyle=Blue";
+// Unfulfilled::setting_to_add.
+constexpr char kNeedsUpdates[] = "UpdateEvery=1";
+constexpr char kNeedsStreaming[] = "Seconds=0 (a source is chosen for streaming)";
+constexpr char kNeedsVertical[] = "VerticalTable=1";
+constexpr char kNeedsCharts[] = "BuildCharts=1";
+constexpr char kNeedsStyle[] = "ChartStyle=Blue";
 
 // Without a condition: what is usable in every state of the dialog.
 template <class Control>
-void NeedIf(const Control& control, const char* what_to_do) {
-  if (what_to_do != nullptr) Need(control, what_to_do);
+void NeedIf(const Control& control, const char* setting) {
+  if (setting != nullptr) Need(control, setting);
 }
 
 // The acts of the table below, for a control of the form that is a member of it.

@@ -134,7 +134,7 @@ std::int32_t FieldColumn(const frmMirelo& form, const std::string& field) {
 
 void TickField(frmMirelo& form, const DialogWishes::Tick& tick) {
   form.C1TTickersSettings.UserSelect(kTickersTab);
-  if (form.chkVerTable.Value() == 0) throw Unfulfilled("add --set VerticalTable=1");
+  if (form.chkVerTable.Value() == 0) throw Unfulfilled("there are no vertical tables", "VerticalTable=1");
   const auto row = RowOf(form, tick.ticker);
   if (!row) throw Unfulfilled("\"" + tick.ticker + "\" is not among the tickers");
   const std::int32_t col = FieldColumn(form, tick.field);
@@ -143,20 +143,10 @@ void TickField(frmMirelo& form, const DialogWishes::Tick& tick) {
   if (form.FG.TextMatrix(*row, col) != kTicked) throw Unfulfilled("the dialog does not let it be ticked");
 }
 
-// Says what a wish was before why it cannot be.
-template <class Act>
-void For(const std::string& wish, Act act) {
-  try {
-    act();
-  } catch (const Unfulfilled& unfulfilled) {
-    throw Unfulfilled(wish + ": " + unfulfilled.what());
-  }
-}
-
 }  // namespace
 
-DialogPerson::DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop)
-    : wishes_(wishes), desktop_(desktop) {
+DialogPerson::DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop, WishSpelling spelling)
+    : wishes_(wishes), desktop_(desktop), spelling_(spelling) {
   desktop_.Attend("frmMirelo", [this](forms::Form& form) { Work(dynamic_cast<frmMirelo&>(form)); });
 }
 
@@ -165,7 +155,7 @@ void DialogPerson::Work(frmMirelo& form) {
   try {
     if (desktop_.Unattended() == 0) Fulfil(form);
   } catch (const Unfulfilled& unfulfilled) {
-    complaint_ = {unfulfilled.what(), true};
+    complaint_ = {TextOf(unfulfilled), true};
   }
   // Where a failure was reported, what the dialog holds is not what it should.
   if (desktop_.Unattended() > 0) complaint_ = {"the dialog has reported a failure", false};
@@ -176,25 +166,44 @@ void DialogPerson::Work(frmMirelo& form) {
   }
 }
 
+std::string DialogPerson::TextOf(const Unfulfilled& unfulfilled) const {
+  std::string text = unfulfilled.what();
+  if (const std::string& setting = unfulfilled.setting_to_add(); !setting.empty())
+    text.append("; add ").append(spelling_.setting).append(setting);
+  return text;
+}
+
+// Says what a wish was before why it cannot be.
+template <class Act>
+void DialogPerson::For(const std::string& wish, Act act) const {
+  try {
+    act();
+  } catch (const Unfulfilled& unfulfilled) {
+    throw Unfulfilled(wish + ": " + unfulfilled.what(), unfulfilled.setting_to_add());
+  }
+}
+
 // What is stored at once comes last, when nothing can be refused any more.
 void DialogPerson::Fulfil(frmMirelo& form) {
+  const std::string name(spelling_.name);
   if (!wishes_.columns.empty() || !wishes_.history.empty()) {
-    For("--columns", [&] { ArrangeColumns(form, WithHistory(form, wishes_)); });
+    For(name + "columns", [&] { ArrangeColumns(form, WithHistory(form, wishes_)); });
   }
   if (!wishes_.tickers.empty()) ArrangeTickers(form, wishes_.tickers);
-  if (form.FG.Rows() < 2) throw Unfulfilled("which tickers? Name them with --tickers MSFT,IBM");
+  if (form.FG.Rows() < 2) throw Unfulfilled("which tickers? Name them with " + name + "tickers MSFT,IBM");
   FulfilSettings(form, false);
   for (const DialogWishes::Tick& tick : wishes_.ticks) {
-    For("--tick " + tick.ticker + ":" + tick.field, [&] { TickField(form, tick); });
+    For(name + "tick " + tick.ticker + ":" + tick.field, [&] { TickField(form, tick); });
   }
   for (std::int32_t row = 1; row < form.FG.Rows(); ++row) TickHistory(form, TickerOf(form, row));
   FulfilSettings(form, true);
 }
 
 void DialogPerson::TickHistory(frmMirelo& form, const std::string& ticker) {
+  const std::string name(spelling_.name);
   for (const std::string& field : wishes_.history)
-    For("--history " + field, [&] { TickField(form, {ticker, field}); });
-  if (wishes_.charts) For("--charts", [&] { TickField(form, {ticker, "Charts"}); });
+    For(name + "history " + field, [&] { TickField(form, {ticker, field}); });
+  if (wishes_.charts) For(name + "charts", [&] { TickField(form, {ticker, "Charts"}); });
 }
 
 void DialogPerson::FulfilSettings(frmMirelo& form, bool stored_at_once) {

@@ -14,13 +14,14 @@ namespace mirelo {
 
 class AttendedDesktop;
 
-// Does in the settings dialog what was asked for on the command line, as a person would: with the dialog's
-// controls only, and Go at the end. Cancels instead when something cannot be done as it was asked for, and
-// when the dialog reports a failure, since nobody knows then what it holds.
+// Does in the settings dialog what was asked for on a command line or in a script, as a person would: with
+// the dialog's controls only, and Go at the end. Cancels instead when something cannot be done as it was
+// asked for, and when the dialog reports a failure, since nobody knows then what it holds.
 class DialogPerson {
  public:
-  // Attends to the dialog on the desktop. All three must outlive the dialog.
-  DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop);
+  // Attends to the dialog on the desktop. All three must outlive the dialog. Complaints speak of the wishes
+  // as they are spelt.
+  DialogPerson(const DialogWishes& wishes, AttendedDesktop& desktop, WishSpelling spelling = kAsOptions);
 
   // Why the last dialog was cancelled, if it was, and whether the wish is to blame.
   struct Complaint {
@@ -33,11 +34,15 @@ class DialogPerson {
  private:
   void Work(frmMirelo& form);
   void Fulfil(frmMirelo& form);
+  template <class Act>
+  void For(const std::string& wish, Act act) const;
+  std::string TextOf(const Unfulfilled& unfulfilled) const;
   void TickHistory(frmMirelo& form, const std::string& ticker);
   void FulfilSettings(frmMirelo& form, bool stored_at_once);
 
   const DialogWishes& wishes_;
   AttendedDesktop& desktop_;
+  WishSpelling spelling_;
   std::optional<Complaint> complaint_;
 };
 

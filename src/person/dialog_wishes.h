@@ -3,6 +3,8 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace mirelo {
@@ -36,9 +38,26 @@ std::vector<std::string> HistoryFields(const std::string& text);
 // the settings that switch both on, unless there are wishes for these.
 void AddWhatHistoriesNeed(DialogWishes& wishes);
 
-// A wish that the dialog cannot fulfil. The text says why, and what to do.
+// A wish that the dialog cannot fulfil. The text says why, and what to do unless it is to wish for a setting
+// as well: that one ("Seconds=0", and why in brackets where it is not plain) stands by itself, since it
+// depends on the front how it is wished for.
 class Unfulfilled : public std::runtime_error {
-  using std::runtime_error::runtime_error;
+ public:
+  explicit Unfulfilled(const std::string& why, std::string setting_to_add = {})
+      : std::runtime_error(why), setting_to_add_(std::move(setting_to_add)) {}
+
+  const std::string& setting_to_add() const { return setting_to_add_; }
+
+ private:
+  std::string setting_to_add_;
 };
+
+// How wishes are written, for texts about them: what stands in front of one's name, and of a setting's.
+struct WishSpelling {
+  std::string_view name;
+  std::string_view setting;
+};
+inline constexpr WishSpelling kAsOptions{"--", "--set "};  // on a command line
+inline constexpr WishSpelling kAsNames{"", "the wish "};   // in a script
 
 }  // namespace mirelo

@@ -38,11 +38,6 @@ DialogWishes::Setting WishedSetting(const std::string& name, const std::string& 
   return {key, value};
 }
 
-// Complaints name wishes as the options that they are on a command line.
-std::string WithoutOptions(const std::string& complaint) {
-  return Replace(Replace(complaint, "--set ", "the wish "), "--", "");
-}
-
 }  // namespace
 
 void ScriptPerson::Wish(const std::string& name, const std::string& value) {
@@ -78,8 +73,7 @@ bool ScriptPerson::AcceptsCosts(const std::vector<std::string>& costs) {
 
 std::string ScriptPerson::Told() {
   std::string told = told_.Take();
-  if (auto complaint = person_.TakeComplaint())
-    told += "The dialog was cancelled: " + WithoutOptions(complaint->text) + "\n";
+  if (auto complaint = person_.TakeComplaint()) told += "The dialog was cancelled: " + complaint->text + "\n";
   return told;
 }
 

@@ -48,7 +48,7 @@ class ScriptPerson {
   DialogWishes wishes_;
   AttendedDesktop desktop_{told_};
   AttendingDesktop attended_{desktop_, {nullptr, [this](const auto& costs) { return AcceptsCosts(costs); }}};
-  DialogPerson person_{wishes_, desktop_};
+  DialogPerson person_{wishes_, desktop_, kAsNames};
 };
 
 }  // namespace mirelo

@@ -198,9 +198,9 @@ TEST_F(Go, CancelsWhatTheDialogDoesNotLetAPersonDo) {
            Case{{"--set", "Seconds=15", "--set", "UpdateEvery=0"},
                 "Seconds: the dialog has switched this off; add --set UpdateEvery=1"},
            Case{{"--set", "ComQuoteSource=OC Securities"},
-                "ComQuoteSource: the dialog has switched this off; a source is chosen for streaming: add "
-                "--set "
-                "Seconds=0"},
+                "ComQuoteSource: the dialog has switched this off; add --set Seconds=0 (a source is chosen "
+                "for "
+                "streaming)"},
            Case{{"--set", "RowsLimit=15", "--set", "VerticalTable=0"}, "add --set VerticalTable=1"},
            Case{{"--set", "ChartStyle=Blue"},
                 "ChartStyle: the dialog has switched this off; add --set BuildCharts=1"},

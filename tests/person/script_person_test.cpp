@@ -93,6 +93,23 @@ TEST_F(ScriptPersonTest, CancelsADialogThatCannotBeFilledInSoAndSaysWhyOnce) {
   EXPECT_EQ(person.Told(), "");
 }
 
+TEST_F(ScriptPersonTest, SaysWhichWishAnotherOneNeeds) {
+  person.Wish("Tickers", "MSFT");
+  person.Wish("UpdateEvery", "0");
+  person.Wish("Seconds", "15");
+  EXPECT_EQ(facade->LoadFrmMirelo(), 2);
+  EXPECT_EQ(person.Told(),
+            "The dialog was cancelled: Seconds: the dialog has switched this off; add the wish "
+            "UpdateEvery=1\n");
+}
+
+TEST_F(ScriptPersonTest, RepeatsWhatWasWishedAsItWasWritten) {
+  person.Wish("Tickers", "MSFT");
+  person.Wish("Columns", "Ticker,--set A--B");
+  EXPECT_EQ(facade->LoadFrmMirelo(), 2);
+  EXPECT_THAT(person.Told(), HasSubstr("there is no column \"--set A--B\""));
+}
+
 TEST_F(ScriptPersonTest, IsNotHeldUpByWhatFailedBeforeTheDialog) {
   ReportAFailure();
   EXPECT_THAT(person.Told(), HasSubstr("form: Error"));
