@@ -13,7 +13,8 @@ namespace {
 constexpr std::int64_t kMost = std::int64_t{1} << std::numeric_limits<double>::digits;
 
 TEST(WholeNumber, IsOneUpToWhereADoubleHasAllOfThem) {
-  for (const std::int64_t whole : {std::int64_t{0}, std::int64_t{-1}, std::int64_t{5'000'000'000}, kMost, -kMost})
+  for (const std::int64_t whole :
+       {std::int64_t{0}, std::int64_t{-1}, std::int64_t{5'000'000'000}, kMost, -kMost})
     EXPECT_EQ(WholeNumber(static_cast<double>(whole)), whole);
   EXPECT_EQ(WholeNumber(-0.0), 0);
   for (const double end : {-1.0, 1.0}) {
