@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "automation/array.h"
 #include "automation/variant.h"
@@ -91,6 +92,10 @@ class cMirelo : public Object {
   // dialog itself was aborted. Not to be called again while it shows. Defined in dialog/load_frm_mirelo.cpp.
   std::int32_t LoadFrmMirelo();
 
+  // The tickers of the dialog that was last committed, row by row, in the dialog's letters; none before. What
+  // stands in the quote table's cells may be something else, since a spreadsheet takes "005930" for a number.
+  const std::vector<std::string>& TickersOfGo() const { return tickers_of_go_; }
+
   // Fetches a resource (path and query) over HTTP. The result is the reply's body as text, empty when the
   // transfer failed or was aborted. A non-empty `strPostQuery` is sent as the request's body.
   Variant DownloadURL(const std::string& URL, const std::string& Host = "127.0.0.1",
@@ -151,6 +156,7 @@ class cMirelo : public Object {
 
   StatusRunQueryQT status_run_work_qt_ = Status_Null;
   std::shared_ptr<host::excel::Application> excel_;
+  std::vector<std::string> tickers_of_go_;
   Variant prev_volume_;
   // Element c is the code of the column shown at position c, -1 for a name outside the vocabulary. Bounds 1
   // to the number of visible columns; unallocated until LoadMasPosition has read a list that is not empty.

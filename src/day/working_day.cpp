@@ -10,7 +10,7 @@
 #include "core/CAppSettings.h"
 #include "core/known_setting.h"
 #include "core/mGlobal.h"
-#include "day/chart_labels.h"
+#include "day/after_go.h"
 #include "day/dialog_result.h"
 #include "day/quote_journal.h"
 #include "day/quote_trail.h"
@@ -53,7 +53,7 @@ WorkingDay::~WorkingDay() {
 
 std::int32_t WorkingDay::ShowDialog() {
   result_ = facade_.LoadFrmMirelo();
-  if (IsCommitted(result_)) UncoverFirstBars(*application_);
+  if (IsCommitted(result_)) FinishGo(facade_);
   return result_;
 }
 

@@ -1,6 +1,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "automation/number.h"
 #include "automation/runtime_error.h"
@@ -26,6 +27,15 @@ frmMirelo& Made(const std::unique_ptr<frmMirelo>& dialog) {
   return *dialog;
 }
 
+// In the grid's column of the tickers.
+std::vector<std::string> TickersOf(const frmMirelo& dialog) {
+  const std::int32_t column = dialog.chkVerTable.Value() == 0 ? 0 : 1;
+  std::vector<std::string> tickers;
+  for (std::int32_t row = 1; row < dialog.FG.Rows(); ++row)
+    tickers.push_back(dialog.FG.TextMatrix(row, column));
+  return tickers;
+}
+
 }  // namespace
 
 std::int32_t cMirelo::LoadFrmMirelo() {
@@ -41,8 +51,10 @@ std::int32_t cMirelo::LoadFrmMirelo() {
                     STEP(tag = Made(dialog).Tag());
                     if (!tag.empty()) {
                       const double number = Val(tag);
-                      if (number == kCommittedToStream || number == kCommitted)
+                      if (number == kCommittedToStream || number == kCommitted) {
                         STEP(result = Variant(tag).ToInt32());
+                        tickers_of_go_ = TickersOf(*dialog);
+                      }
                     }
                     STEP(Made(dialog).Owner(nullptr));
                     STEP(Made(dialog).frmAppSettings(nullptr));

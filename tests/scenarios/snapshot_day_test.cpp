@@ -353,6 +353,36 @@ TEST_F(SnapshotDay, BeginsAgainByTheSettingsWithoutTheDialog) {
   EXPECT_EQ(day->Source(), "SnapShot( 15 sec)");
 }
 
+// A spreadsheet takes such a ticker that is typed for a number, a boolean or a time.
+TEST_F(SnapshotDay, AsksForTickersLetterByLetterAsTheyWereNamed) {
+  const std::vector<std::string> odd = {"005930", "TRUE", "1E5", "10%", "12:30", "MSFT"};
+  wishes.tickers = odd;
+  wishes.ticks.clear();
+  for (const std::string& ticker : odd) wishes.ticks.push_back({ticker, "Last"});
+  Reply({{"005930"}, {"TRUE"}, {"1E5"}, {"10%"}, {"12:30"}, {"MSFT"}});
+  Begin();
+  EXPECT_EQ(internet.Resources().back(), "/req?GetLastQuote(005930,TRUE,1E5,10%,12:30,MSFT)");
+  EXPECT_EQ(Column(kTable, 1), odd);
+  for (const std::string& ticker : {"005930", "TRUE", "1E5", "10%", "MSFT"}) {
+    SCOPED_TRACE(ticker);
+    EXPECT_TRUE(Cell(History(ticker), 1, 2).IsText());
+    EXPECT_EQ(Text(History(ticker), 1, 2), ticker);
+    EXPECT_THAT(Column(History(ticker), 1), ElementsAre("28.35"));
+  }
+}
+
+TEST_F(SnapshotDay, FindsTickersThatLookLikeNumbersInTheWorkbookAgain) {
+  wishes.tickers = {"005930"};
+  wishes.ticks.clear();
+  Reply({{"005930"}});
+  Begin();
+  day.reset();
+  wishes.tickers.clear();
+  Begin();
+  EXPECT_EQ(internet.Resources().back(), "/req?GetLastQuote(005930)");
+  EXPECT_THAT(Column(kTable, 1), ElementsAre("005930"));
+}
+
 TEST_F(SnapshotDay, FillsTablesOfAnySize) {
   for (const int count : {1, 81, 82, 162}) {
     SCOPED_TRACE(count);

@@ -14,7 +14,7 @@
 #include "core/CAppSettings.h"
 #include "core/mGlobal.h"
 #include "core/setting_names.h"
-#include "day/chart_labels.h"
+#include "day/after_go.h"
 #include "day/dialog_result.h"
 #include "day/stored_source.h"
 #include "person/attended_desktop.h"
@@ -78,7 +78,7 @@ int GoCommand::Run() try {
     Err() << "error: " << terminal::Indented(complaint->text) << "\nNothing was committed.\n";
     return complaint->is_of_wish ? kWrongUsage : kFailed;
   }
-  if (day::IsCommitted(result)) day::UncoverFirstBars(*document->Application());
+  if (day::IsCommitted(result)) day::FinishGo(facade);
   if (IsKept() && day::IsCommitted(result)) SaveAfterGo(workbook_, *document);
   return Report(result, shown.Messages());
 } catch (const Unfulfilled& unfulfilled) {

@@ -12,7 +12,7 @@
 #include "automation/variant.h"
 #include "automation/visible_text.h"
 #include "core/cMirelo.h"
-#include "day/chart_labels.h"
+#include "day/after_go.h"
 #include "day/dialog_result.h"
 #include "forms/button.h"
 #include "forms/form.h"
@@ -100,7 +100,7 @@ DialogOnScreen::End DialogOnScreen::Show(const ChosenWorkbook& workbook, host::D
   facade.ExcelApplication(Variant(document.Application()));
   const bool committed = day::IsCommitted(facade.LoadFrmMirelo());
   if (committed) {
-    day::UncoverFirstBars(*document.Application());
+    day::FinishGo(facade);
     const End end = Keep(file, document);
     session_.document = nullptr;
     return end;

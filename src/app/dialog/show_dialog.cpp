@@ -9,7 +9,7 @@
 #include "app/workbook/workbook_file.h"
 #include "automation/runtime_error.h"
 #include "automation/variant.h"
-#include "day/chart_labels.h"
+#include "day/after_go.h"
 #include "day/dialog_result.h"
 #include "terminal/standard_streams.h"
 
@@ -44,7 +44,7 @@ int ShowDialog(Session& session, Screen& screen, const std::filesystem::path& wo
   const std::int32_t result = facade.LoadFrmMirelo();
   const bool committed = day::IsCommitted(result);
   if (committed) {
-    day::UncoverFirstBars(*document->Application());
+    day::FinishGo(facade);
     SaveAfterGo(workbook, *document);
     RememberAsLast(workbook);
   }
