@@ -25,10 +25,9 @@ inline constexpr std::array<std::string_view, 7> kSections{kSettings,
                                                            "Windows settings\\frmMirelo",
                                                            "Windows settings\\frmColor"};
 
-constexpr std::string_view kHostPhrase =
-    "a host name or an address alone; a port goes into HTTPPort (--http-port)";
+constexpr std::string_view kHostPhrase = "a host name or an address alone; a port goes into HTTPPort";
 constexpr std::string_view kHttpPortPhrase =
-    "a port from 1 to 32767; one above that goes with --http-port, and is stored as the port less 65536";
+    "a port from 1 to 32767, or one above that less 65536: -25536 for 40000";
 constexpr std::string_view kFillColorPhrase =
     "a colour of the dialog's palette (red in the low byte), or -4142 for none";
 

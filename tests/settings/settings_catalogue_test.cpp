@@ -19,6 +19,7 @@ namespace mirelo::testing {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 const Setting& The(std::string_view section, std::string_view key) {
   const Setting* setting = FindSetting(section, key);
@@ -164,7 +165,7 @@ TEST(SettingValues, ThatNoReaderCouldUseAreRefusedWithWhatIsAllowed) {
       {"txtDecimalPlaces", "-1", "from 0 to 10"},
       {"GreyOut", "2", "from 0 to 1"},
       {"GreyOut", "True", "from 0 to 1"},
-      {"HTTPPort", "40000", "a port from 1 to 32767; one above that goes with --http-port"},
+      {"HTTPPort", "40000", "a port from 1 to 32767, or one above that less 65536: -25536 for 40000"},
       {"HTTPPort", "0", "a port from 1 to 32767"},
       {"SocketPort", "65536", "from 1 to 65535"},
       {"SocketPort", "0", "from 1 to 65535"},
@@ -196,6 +197,12 @@ TEST(SettingValues, ThatNoReaderCouldUseAreRefusedWithWhatIsAllowed) {
     EXPECT_THAT(row.text, HasSubstr(Between(error.Description(), '"')));
     EXPECT_THAT(error.Description(), HasSubstr(AllowedValues(The("Settings", row.key))));
   }
+}
+
+// The dialog and scripts show these texts, too.
+TEST(SettingValues, AreToldWithoutOptionsOfACommandLine) {
+  for (const Setting& setting : AllSettings())
+    EXPECT_THAT(AllowedValues(setting), Not(HasSubstr("--"))) << setting.key;
 }
 
 // Readers find their defaults in the catalogue, and the tests of each reader say what they are.
