@@ -12,9 +12,9 @@ namespace mirelo::day {
 namespace {
 
 // Quotes that come one after the other share their dates, and most often their times.
-void LetMoment(const std::string& text, QuoteValue& value) {
+void LetMoment(Reading reading, const std::string& text, QuoteValue& value) {
   if (value.kind() == QuoteValue::Kind::Moment && value.text() == text) return;
-  value = ReadValue(Reading::AsMoment, text);
+  value = ReadValue(reading, text);
 }
 
 // The properties have the low half of what was sent.
@@ -30,7 +30,8 @@ void Let(const cQTData& quote, const StreamedField& streamed, QuoteValue& value)
   if (streamed.quantity == &cQTData::Volume) return value.Set(VolumeOf(quote));
   if (streamed.quantity == &cQTData::Last_Volume) return value.Set(LastVolumeOf(quote));
   if (streamed.quantity != nullptr) return value.Set((quote.*streamed.quantity)());
-  LetMoment((quote.*streamed.text)(), value);
+  LetMoment(streamed.text == &cQTData::TimeQT ? Reading::AsTime : Reading::AsMoment, (quote.*streamed.text)(),
+            value);
 }
 
 }  // namespace

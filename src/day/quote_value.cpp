@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <cstddef>
+#include <string_view>
+#include <vector>
 
 #include "automation/number.h"
 #include "automation/regional_format.h"
@@ -9,6 +11,20 @@
 #include "snapshot/column_vocabulary.h"
 
 namespace mirelo::day {
+
+namespace {
+
+// Of hours, minutes and seconds with one mark between them, whichever; of anything else the text itself.
+std::string WithColons(const std::string& text) {
+  constexpr std::string_view kDigits = "0123456789";
+  const std::size_t hours = text.find_first_not_of(kDigits);
+  if (hours == 0 || hours == std::string::npos) return text;
+  const std::size_t mark = text.find_first_of(kDigits, hours) - hours;
+  const std::vector<std::string> parts = Split(text, text.substr(hours, mark));
+  return parts.size() == 3 ? Join(parts, ":") : text;
+}
+
+}  // namespace
 
 void QuoteValue::Set(double number) {
   if (!std::isfinite(number)) {
@@ -49,8 +65,9 @@ Reading ReadingOf(const std::string& column) {
     case ColumnKind::Ticker:
       return Reading::AsText;
     case ColumnKind::Date:
-    case ColumnKind::Time:
       return Reading::AsMoment;
+    case ColumnKind::Time:
+      return Reading::AsTime;
     case ColumnKind::Price:
     case ColumnKind::Change:
     case ColumnKind::Count:
@@ -66,8 +83,9 @@ bool IsTooLong(const std::string& text) {
 
 QuoteValue ReadValue(Reading reading, std::string text) {
   if (text.empty() || reading == Reading::AsText || IsTooLong(text)) return QuoteValue::Text(std::move(text));
-  if (reading == Reading::AsMoment) {
-    const auto date = ParseDate(text, RegionalFormat::Standard());
+  if (reading == Reading::AsMoment || reading == Reading::AsTime) {
+    const auto date =
+        ParseDate(reading == Reading::AsTime ? WithColons(text) : text, RegionalFormat::Standard());
     return date ? QuoteValue::Moment(*date, std::move(text)) : QuoteValue::Text(std::move(text));
   }
   const auto number = ParseNumber(text);

@@ -59,8 +59,9 @@ class QuoteValue {
   std::string text_;
 };
 
-// What the texts of a column are read as. What cannot be read so stays text.
-enum class Reading : std::uint8_t { AsText, AsMoment, AsNumber };
+// What the texts of a column are read as. What cannot be read so stays text. Times of day come as the machine
+// writes them, so any mark may part their hours, minutes and seconds: "20.15.07" is no date.
+enum class Reading : std::uint8_t { AsText, AsMoment, AsTime, AsNumber };
 
 // How the texts of the column with this name, in any case, are read.
 Reading ReadingOf(const std::string& column);

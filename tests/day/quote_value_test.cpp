@@ -73,6 +73,19 @@ TEST(ReadValue, TakesDatesAndTimesForMomentsWhereTheColumnHoldsThem) {
   }
 }
 
+TEST(ReadValue, TakesATimeForOneWhateverMarkTheMachinePartsItBy) {
+  for (const std::string text : {"06:00:00", "06.00.00", "6-00-00", "06 00 00"}) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(Cell(Reading::AsTime, text), Variant(Date{0.25}));
+    EXPECT_EQ(ReadValue(Reading::AsTime, text).ToText(), text);
+  }
+  EXPECT_EQ(Cell(Reading::AsTime, "10.11.12"), Cell(Reading::AsTime, "10:11:12")) << "no day in October";
+  for (const std::string text : {"N/A", "25.00.00", "5", "5.", ".5", "1.2.3.4"}) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(Cell(Reading::AsTime, text), Variant("'" + text));
+  }
+}
+
 TEST(ReadValue, TakesATickerForTextWhateverItLooksLike) {
   for (const std::string text : {"MSFT", "0700", "1E5", "MAR1", "TRUE", "=A1", "1/2"}) {
     SCOPED_TRACE(text);
@@ -100,7 +113,7 @@ TEST(ReadValue, LeavesATextThatNoCellTakesToBeCut) {
 TEST(ReadValue, GoesByTheColumnsNameInAnyCase) {
   EXPECT_EQ(ReadingOf("ticker"), Reading::AsText);
   EXPECT_EQ(ReadingOf("DATE"), Reading::AsMoment);
-  EXPECT_EQ(ReadingOf("Time"), Reading::AsMoment);
+  EXPECT_EQ(ReadingOf("Time"), Reading::AsTime);
   EXPECT_EQ(ReadingOf("52w High"), Reading::AsNumber);
   EXPECT_EQ(ReadingOf("no such column"), Reading::AsNumber);
 }

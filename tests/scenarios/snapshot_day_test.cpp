@@ -287,6 +287,13 @@ TEST_F(SnapshotDay, KeepsNoMoreOfTheDayBeforeThanASmallerLimit) {
   EXPECT_THAT(Column(sheet, last), ElementsAre("3", "30"));
 }
 
+TEST_F(SnapshotDay, WritesTimesWhereTheMachinePartsThemByFullStops) {
+  clock.regional.time_separator = ".";
+  clock.Set({2011, 1, 20, 10, 11, 12});
+  Begin();
+  EXPECT_EQ(Cell(kTable, 3, 8), Variant(ToDate({.hour = 10, .minute = 11, .second = 12})));
+}
+
 TEST_F(SnapshotDay, BeginsVolumesAnewAtMidnight) {
   Begin();
   Reply({{"MSFT", "28.35", "1500"}, {"IBM"}});
