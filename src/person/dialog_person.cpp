@@ -201,8 +201,9 @@ void DialogPerson::Fulfil(frmMirelo& form) {
 
 void DialogPerson::TickHistory(frmMirelo& form, const std::string& ticker) {
   const std::string name(spelling_.name);
+  const std::string history = name + "history ";
   for (const std::string& field : wishes_.history)
-    For(name + "history " + field, [&] { TickField(form, {ticker, field}); });
+    For(history + field, [&] { TickField(form, {ticker, field}); });
   if (wishes_.charts) For(name + "charts", [&] { TickField(form, {ticker, "Charts"}); });
 }
 

@@ -193,7 +193,7 @@ int StreamCommand::Listen(Session& session, day::StreamFeed& feed, DayLog& log) 
 
 std::string StreamCommand::StreamerFile(Session& session) const {
   session.facade();
-  const std::string source = source_.empty() ? day::ChosenSource() : source_;
+  std::string source = source_.empty() ? day::ChosenSource() : source_;
   if (EqualText(Right(source, Len(kStreamerFileEnd)), kStreamerFileEnd)) return source;
   const std::vector<std::string> names = SourceNames();
   if (const auto entry = FindEntry(names, source)) return day::StreamerFileOf(names[*entry]);
