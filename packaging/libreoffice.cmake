@@ -1,6 +1,6 @@
 # The extension of LibreOffice: as a file, which "mirelo calc" gives to an office, and unpacked, where a link among the office's
 # own extensions has all users have it. The office of a distribution lies below /usr.
-if(NOT MIRELO_COMPONENT)
+if(NOT MIRELO_LIBREOFFICE)
   return()
 endif()
 

@@ -44,8 +44,11 @@ class Scripts(unittest.TestCase):
         return subprocess.run([self.checkout / script, *arguments], cwd=self.home, env=self.environment, text=True,
                               capture_output=True, stdin=subprocess.DEVNULL, timeout=20)
 
+    def test_are_all_that_their_folder_holds_but_for_what_they_read(self):
+        names = {path.name for path in (SOURCE / "scripts").iterdir()}
+        self.assertEqual(names - {pathlib.Path(script).name for script in scripts()}, {"lib.sh", "packages.txt"})
+
     def test_tell_what_they_are_for_and_do_nothing_else(self):
-        self.assertIn("scripts/coverage", scripts())
         for script in scripts():
             for asked in ("--help", "-h"):
                 with self.subTest(script=script, asked=asked):

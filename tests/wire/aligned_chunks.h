@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/winsock_library.h"
 #include "support/level1_wire.h"
 #include "wire/message_aligner.h"
 
@@ -26,6 +27,9 @@ inline constexpr const char* kSources =
     "HO</NAME></SOURCE>"
     "</SOURCES>";
 inline constexpr const char* kAskSources = "<ENUMSOURCES><SourceType>L1</SourceType></ENUMSOURCES>\xFF";
+
+// The most that a socket hands over at once.
+inline constexpr std::size_t kChunkLimit = host::SocketConnection::kChunkLimit;
 
 // A record of that many bytes in all, at least 14.
 inline std::string Record(const std::string& kind, std::size_t length) {

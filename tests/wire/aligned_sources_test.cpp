@@ -77,8 +77,8 @@ TEST(MessageAligner, GivesAListUpToItsBoundAndNoneBeyond) {
     MessageAligner aligner;
     aligner.NoteRequest(kAskSources);
     Chunks chunks = Feed(aligner, begin);
-    for (std::size_t at = 0; at < size; at += 8192) {
-      for (auto& chunk : Feed(aligner, std::string(std::min<std::size_t>(8192, size - at), 'x')))
+    for (std::size_t at = 0; at < size; at += kChunkLimit) {
+      for (auto& chunk : Feed(aligner, std::string(std::min(kChunkLimit, size - at), 'x')))
         chunks.push_back(std::move(chunk));
     }
     EXPECT_FALSE(aligner.IsOverfull());

@@ -55,9 +55,9 @@ TEST(MessageAligner, HoldsTheBeginningOfARecordWhereverItIsCut) {
 }
 
 TEST(MessageAligner, GivesNoChunkAboveTheLimitButForALongRecord) {
-  const std::string records = Record("S1", 4000) + Record("S1", 4192) + Record("S1", 14);
+  const std::string records = Record("S1", 4000) + Record("S1", kChunkLimit - 4000) + Record("S1", 14);
   MessageAligner aligner;
-  EXPECT_THAT(Feed(aligner, records), ElementsAre(records.substr(0, 8192), Record("S1", 14)));
+  EXPECT_THAT(Feed(aligner, records), ElementsAre(records.substr(0, kChunkLimit), Record("S1", 14)));
   EXPECT_THAT(Feed(aligner, Record("S1", 20000)), ElementsAre(Record("S1", 20000)));
   EXPECT_THAT(Feed(aligner, ""), IsEmpty());
 }
@@ -69,7 +69,7 @@ TEST(MessageAligner, LosesNothingOfAStreamHoweverItIsCut) {
   MessageAligner aligner;
   std::string joined;
   for (std::size_t at = 0; at < stream.size();) {
-    const std::size_t size = 1 + chance() % 8192;
+    const std::size_t size = 1 + chance() % kChunkLimit;
     for (const std::string& chunk : Feed(aligner, stream.substr(at, size))) {
       EXPECT_TRUE(chunk.starts_with("S1") || chunk.starts_with("L1"));
       joined += chunk;
@@ -235,7 +235,7 @@ TEST(MessageAligner, KeepsLittleOfWhatItLeavesOut) {
     MessageAligner aligner;
     Feed(aligner, begin);
     for (int i = 0; i < 100; ++i) {
-      EXPECT_THAT(Feed(aligner, std::string(8192, '\xFE')), IsEmpty());
+      EXPECT_THAT(Feed(aligner, std::string(kChunkLimit, '\xFE')), IsEmpty());
       EXPECT_LT(aligner.Waiting(), kLongestHead);
     }
     EXPECT_THAT(Feed(aligner, kGreeting), ElementsAre(kGreeting));
