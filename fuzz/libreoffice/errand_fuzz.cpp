@@ -38,10 +38,11 @@ std::vector<std::string> Received(std::string_view bytes) {
   const auto sent = ::send(ends[1], bytes.data(), bytes.size(), MSG_DONTWAIT);
   Require(sent == static_cast<std::ptrdiff_t>(bytes.size()), "an input fits into a socket");
   ::close(ends[1]);
-  lines.Receive();
-  Require(lines.HasEnded(), "the other side has gone");
   std::vector<std::string> received;
-  while (auto line = lines.Next()) received.push_back(*std::move(line));
+  do {
+    lines.Receive();
+    while (auto line = lines.Next()) received.push_back(*std::move(line));
+  } while (!lines.HasEnded());
   ::close(ends[0]);
   return received;
 }

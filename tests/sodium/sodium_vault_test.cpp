@@ -73,6 +73,20 @@ TEST_F(Vault, GivesBackWhatWasStored) {
   EXPECT_EQ(OpenedSecret(), "p\xC3\xA4ss word");
 }
 
+// A seed of the fuzz target is one byte, as many bytes of the key's file, and the credentials' file. The
+// fuzzer cannot guess what opens with its key, so one seed has to.
+TEST_F(Vault, OpensWhatItIsFuzzedWith) {
+  std::ifstream file(MIRELO_SOURCE_DIR "/fuzz/seeds/sodium_vault/together", std::ios::binary);
+  const std::string seed(std::istreambuf_iterator<char>(file), {});
+  ASSERT_FALSE(seed.empty());
+  const auto key = static_cast<std::size_t>(seed.front());
+  std::filesystem::create_directories(data_);
+  std::ofstream(data_ / "credentials.key", std::ios::binary) << seed.substr(1, key);
+  std::ofstream(data_ / "credentials", std::ios::binary) << seed.substr(1 + key);
+  EXPECT_EQ(OpenedName(), "Demo");
+  EXPECT_EQ(OpenedSecret(), "secret");
+}
+
 TEST_F(Vault, TakesTheLongestCredentials) {
   const std::string longest(4096, 'x');
   vault_.Set({.name = longest, .secret = longest});

@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -10,13 +11,16 @@ namespace mirelo::libreoffice {
 
 void Lines::Receive() {
   std::array<char, 4096> bytes;
-  while (!has_ended_) {
+  while (!has_ended_ && received_.size() <= kLongestLine) {
     const auto count = ::recv(socket_, bytes.data(), bytes.size(), MSG_DONTWAIT);
     if (count < 0 && errno == EINTR) continue;
     if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) return;
-    has_ended_ = count <= 0 || received_.size() > kLongestLine;
+    has_ended_ = count <= 0;
     if (count > 0) received_.append(bytes.data(), static_cast<std::size_t>(count));
   }
+  if (std::min(received_.find('\n'), received_.size()) <= kLongestLine) return;
+  received_.clear();
+  has_ended_ = true;
 }
 
 std::optional<std::string> Lines::Next() {
