@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "automation/text.h"
 #include "automation/variant.h"
 #include "core/cMirelo.h"
@@ -31,25 +32,33 @@ bool LetTicker(excel::Range& cell, const std::string& ticker) {
   return true;
 }
 
-void LetTickerOfHistory(excel::Application& application, const std::string& name, const std::string& ticker) {
+// Nothing where the workbook has none of this name.
+std::shared_ptr<excel::Worksheet> SheetNamed(excel::Application& application, const std::string& name) {
   const auto sheets = application.Worksheets();
   for (std::int32_t i = 1; i <= sheets->Count(); ++i) {
-    const auto sheet = sheets->Item(i);
-    if (!EqualText(sheet->Name(), name)) continue;
-    if (EqualText(TextOf(*sheet->Range(kSetUpCell)), kSetUpMark))
-      LetTicker(*sheet->Range(kTickerCell), ticker);
-    return;
+    auto sheet = sheets->Item(i);
+    if (EqualText(sheet->Name(), name)) return sheet;
   }
+  return nullptr;
 }
 
+// Go, too, lets a history be that takes nothing, since it is protected; those who write quotes to it tell of
+// that.
+void LetTickerOfHistory(excel::Worksheet& sheet, const std::string& ticker) try {
+  if (EqualText(TextOf(*sheet.Range(kSetUpCell)), kSetUpMark)) LetTicker(*sheet.Range(kTickerCell), ticker);
+} catch (const RuntimeError&) {
+}
+
+// A person who ignored what went wrong may have committed without a quote table.
 void LetTickers(excel::Application& application, const std::vector<std::string>& tickers,
                 const std::string& prefix) {
-  if (tickers.empty()) return;
-  const auto table = application.Worksheets()->Item(kQuoteTable);
+  const auto table = SheetNamed(application, kQuoteTable);
+  if (table == nullptr) return;
   auto row = kFirstTickerRow;
   for (const std::string& ticker : tickers) {
-    if (LetTicker(*table->Cells(row++, 1), ticker))
-      LetTickerOfHistory(application, VerticalSheetName(prefix, ticker), ticker);
+    if (!LetTicker(*table->Cells(row++, 1), ticker)) continue;
+    if (const auto history = SheetNamed(application, VerticalSheetName(prefix, ticker)))
+      LetTickerOfHistory(*history, ticker);
   }
 }
 

@@ -31,6 +31,7 @@ frmMirelo& Made(const std::unique_ptr<frmMirelo>& dialog) {
 std::vector<std::string> TickersOf(const frmMirelo& dialog) {
   const std::int32_t column = dialog.chkVerTable.Value() == 0 ? 0 : 1;
   std::vector<std::string> tickers;
+  if (column >= dialog.FG.Cols()) return tickers;
   for (std::int32_t row = 1; row < dialog.FG.Rows(); ++row)
     tickers.push_back(dialog.FG.TextMatrix(row, column));
   return tickers;

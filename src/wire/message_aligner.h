@@ -28,8 +28,7 @@ namespace mirelo::wire {
 //   which goes alone. Records of symbols that nobody subscribed pass up to the bounds of SubscribedSymbols. A
 //   record whose length reaches into those behind it is left out, as far as that can be told, and they pass.
 // - One control message, up to its end (GrowingMessage), to where another message is known to begin
-// (FindHead),
-//   to kLongestReply, or as far as it has come when LetGo is called.
+//   (FindHead), to kLongestReply, or as far as it has come when LetGo is called.
 // - One list of sources, whole, for each that the client has asked for.
 //
 // A message begins at the start of the stream or behind another message with the two letters of a known kind,

@@ -193,7 +193,7 @@ TEST_F(Person, RefusesTicksThatCannotBe) {
        {Case{{"GE", "Last"}, "1", "--tick GE:Last: \"GE\" is not among the tickers"},
         Case{{"IBM", "Volume"}, "1", "vertical tables have no field \"Volume\"; they have Last"},
         Case{{"IBM", "Ticker"}, "1", "no field \"Ticker\""},
-        Case{{"IBM", "Last"}, "0", "add --set VerticalTable=1"},
+        Case{{"IBM", "Last"}, "0", "there are no vertical tables; add --set VerticalTable=1"},
         Case{{"IBM", "Charts"}, "1", "no field \"Charts\""}}) {
     SCOPED_TRACE(c.complaint);
     wishes.ticks = {c.tick};

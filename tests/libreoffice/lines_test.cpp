@@ -99,7 +99,8 @@ TEST_F(ReceivedLines, OfOneWhoNeverEndsThemAreForgotten) {
 TEST_F(ReceivedLines, MayBeMoreThanAMebibyteTogether) {
   std::string all;
   std::size_t sent = 0;
-  for (; all.size() <= 3 * Lines::kLongestLine; ++sent) all += std::to_string(sent) + std::string(1000, '.') + '\n';
+  for (; all.size() <= 3 * Lines::kLongestLine; ++sent)
+    all += std::to_string(sent) + std::string(1000, '.') + '\n';
   std::string_view rest = all;
   std::size_t taken = 0;
   while (taken < sent && !lines.HasEnded()) {
